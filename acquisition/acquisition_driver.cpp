@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: MIT
+#include "acquisition/acquisition_driver.h"
+
+#include "core/runtime_error.h"
+
+#include <QScopedValueRollback>
+
+#include <utility>
+
+namespace calvorn {
+
+AcquisitionDriver::AcquisitionDriver(const DriverContext &context, const QString &path, QObject *parent)
+    : QObject(parent)
+    , m_context(context)
+    , m_path(path)
+{
+    connect(&m_context.server, &ServerProcess::ended, this, &AcquisitionDriver::serverEnded);
+}
+
+void AcquisitionDriver::startUp()
+{
+    const QScopedValueRollback guard(m_startingUp, true);
+    if (configureHardware())
+        emit hardwareReady();
+}
+
+void AcquisitionDriver::ensureServer()
+{
+    if (isServerUp() && m_attached)
+        return;
+    m_context.server.connectToServer();
+    attach(m_context.server.connection(), m_path);
+    m_attached = true;
+    // The first operation of a start-up comes here too; only any other one has to catch up on the start-up.
+    if (!m_startingUp)
+        startUp();
+}
+
+void AcquisitionDriver::callFailed(const QDBusError &error)
+{
+    if (error.type() == QDBusError::NoReply || error.type() == QDBusError::Timeout
+        || error.type() == QDBusError::TimedOut) {
+        const QScopedValueRollback guard(m_endedByTimeout, true);
+        m_context.server.kill();
+        throw RuntimeError(RuntimeError::Kind::DriverCall, tr("it did not answer in time and was ended"));
+    }
+    throw RuntimeError(RuntimeError::Kind::DriverCall, error.message());
+}
+
+void AcquisitionDriver::serverEnded()
+{
+    m_attached = false;
+    if (!std::exchange(m_sweepRuns, false))
+        return;
+    // After a time-out the failed call has its own message.
+    if (!m_endedByTimeout)
+        emit aErrore(kErrorServerEnded, tr("The acquisition server has ended unexpectedly.\r"
+                                           "\"Sweep ON\" starts it again."));
+    // Not from inside the call that failed: events arrive between window messages.
+    QMetaObject::invokeMethod(this, &AcquisitionDriver::aComplete, Qt::QueuedConnection);
+}
+
+void AcquisitionDriver::sweepEnded()
+{
+    m_sweepRuns = false;
+    emit aComplete();
+}
+
+bool AcquisitionDriver::tellWhetherOpen(const std::function<bool()> &openPort)
+{
+    bool open = false;
+    try {
+        open = openPort();
+    } catch (const RuntimeError &error) {
+        log().writeLog(logPrefix() + error.message());
+    }
+    if (!open)
+        messages().beepAndWarn(tr("Wrong serial port number (COM%1).").arg(configuration().commPort) + u'\r'
+                               + tr("Please verify 'SetUp/Configuration/Ports'."));
+    return open;
+}
+
+AcquisitionDriver::ErrorReaction AcquisitionDriver::serialReactionTo(std::int16_t tipoErrore)
+{
+    return tipoErrore == 1 ? ErrorReaction::CountSilently : ErrorReaction::LogOnly;
+}
+
+void AcquisitionDriver::dropVectorsUnderWay()
+{
+    ++m_staleVectors;
+    // Posted behind every event that the connection has delivered so far.
+    QMetaObject::invokeMethod(this, [this] { --m_staleVectors; }, Qt::QueuedConnection);
+}
+
+} // namespace calvorn

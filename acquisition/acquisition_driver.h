@@ -1,0 +1,162 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "acquisition/server_process.h"
+#include "core/log.h"
+#include "core/messages.h"
+#include "core/settings.h"
+
+#include <QDBusPendingReply>
+#include <QObject>
+#include <QPointer>
+#include <QVector>
+
+#include <functional>
+
+namespace calvorn {
+
+// What the three drivers share with the rest of the program.
+struct DriverContext
+{
+    Configuration &configuration;
+    WindowSettings &window;
+    Messages &messages;
+    Log &log;
+    ServerProcess &server;
+};
+
+// One hardware interface, as the window sees it; the work is done in the acquisition server. Each driver holds all
+// that is special to its interface.
+//
+// Every operation that calls the server throws RuntimeError(DriverCall) when the call fails; a call that is not
+// answered in time ends the server, because nothing more is to be expected of it. Events never arrive inside an
+// operation: they come as window messages.
+class AcquisitionDriver : public QObject
+{
+    Q_OBJECT
+
+public:
+    // What an error event of this interface does to the user.
+    enum class ErrorReaction { Ignore, CountSilently, LogOnly, LogAndAsk };
+    // What happens to a running sweep when the range changes.
+    enum class Replanning { InPlace, StopAndRestart };
+
+    // path: of the driver's object in the server, "/aLPT".
+    AcquisitionDriver(const DriverContext &context, const QString &path, QObject *parent);
+
+    virtual QString logPrefix() const = 0; // "P> ", "L> " or "V> "
+    virtual QString caption() const = 0; // of the main window
+    virtual ErrorReaction reactionTo(std::int16_t tipoErrore) const = 0;
+    virtual Replanning replanning() const = 0;
+
+    // Opens the port and configures the hardware. A refusal is told to the user and leaves the window usable.
+    // Emits hardwareReady() after success.
+    void startUp();
+
+    // The sequence that starts a sweep of the current plan. False: the hardware refused to prepare it.
+    // A server that has died is started and configured anew first.
+    virtual bool startSweep() = 0;
+
+    // reason: 1 = the range changed during a sweep, 2 = stop requested by the user.
+    virtual void stopSweep(std::int16_t reason) = 0;
+
+    // Gives a running sweep the current plan. Only for Replanning::InPlace.
+    virtual void replanSweep() {}
+
+    // Puts the idle generator on a changed start frequency.
+    virtual void parkAtChangedStart() = 0;
+
+    // After aComplete has been handled.
+    virtual void sweepCompleted() {}
+
+    // code: 0 standard, 1 slow, 2 very slow, 3 detector calibration. Only the parallel port has speeds.
+    virtual void setSpeed(std::int16_t code) { Q_UNUSED(code) }
+
+    // Stops, parks and closes; at shutdown.
+    virtual void shutDown() = 0;
+
+signals:
+    void aComplete();
+    void aErrore(std::int16_t tipoErrore, const QString &descrizione);
+    // 400 detector counts; the first belongs to the start frequency.
+    void aVettore(const QVector<int> &vettore);
+
+    // The hardware has just been configured: outputs that the user set are to be restored.
+    void hardwareReady();
+
+protected:
+    // The start-up of this interface: opens, configures, tells the user of a refusal; true when all went well.
+    virtual bool configureHardware() = 0;
+
+    // Called whenever a server has come up: makes the proxy on this connection.
+    virtual void attach(const QDBusConnection &connection, const QString &path) = 0;
+
+    // Brings up a server where there is none and configures the hardware as at start-up.
+    void ensureServer();
+    bool isServerUp() const { return m_context.server.isConnected(); }
+
+    // Waits for the answer of a call, at most for the proxy's time-out; the first value written back, if any.
+    template <typename... Out>
+    auto finish(QDBusPendingReply<Out...> reply)
+    {
+        reply.waitForFinished();
+        if (reply.isError())
+            callFailed(reply.error());
+        if constexpr (sizeof...(Out) > 0)
+            return reply.template argumentAt<0>();
+    }
+
+    // Connects the events of a fresh proxy to those of this driver.
+    template <typename Proxy>
+    void relayEvents(Proxy *proxy)
+    {
+        connect(proxy, &Proxy::aComplete, this, [this] { sweepEnded(); });
+        connect(proxy, &Proxy::aErrore, this,
+                [this](short code, const QString &text) { emit aErrore(static_cast<std::int16_t>(code), text); });
+        // The handler may have had to wait for the user, and the server may be another one by then.
+        connect(proxy, &Proxy::aVettore, this, [this, guarded = QPointer<Proxy>(proxy)](const QList<int> &counts) {
+            if (m_staleVectors == 0)
+                emit aVettore(counts);
+            if (guarded)
+                guarded->VectorTaken();
+        });
+    }
+
+    // Opens a serial port, a failure counting as a refusal, which is told to the user.
+    bool tellWhetherOpen(const std::function<bool()> &openPort);
+
+    // Serial interfaces: code 1 is a transmission error that is only counted, any other goes to the log.
+    static ErrorReaction serialReactionTo(std::int16_t tipoErrore);
+
+    // Vectors that are already on their way belong to the plan before; they are dropped.
+    void dropVectorsUnderWay();
+
+    // From now on a dying server ends a sweep that the user has to hear about.
+    void sweepBegun() { m_sweepRuns = true; }
+
+    Configuration &configuration() const { return m_context.configuration; }
+    WindowSettings &window() const { return m_context.window; }
+    Messages &messages() const { return m_context.messages; }
+    Log &log() const { return m_context.log; }
+
+private:
+    [[noreturn]] void callFailed(const QDBusError &error);
+    void serverEnded();
+    void sweepEnded();
+
+    DriverContext m_context;
+    QString m_path;
+    int m_staleVectors = 0;
+    bool m_attached = false;
+    bool m_sweepRuns = false;
+    bool m_startingUp = false;
+    bool m_endedByTimeout = false;
+};
+
+// The longest that one call may take; a server that needs longer hangs.
+inline constexpr int kCallTimeoutMs = 3000;
+
+// Code and text of the error event for a server that died in mid-sweep.
+inline constexpr std::int16_t kErrorServerEnded = 100;
+
+} // namespace calvorn

@@ -1,0 +1,146 @@
+// SPDX-License-Identifier: MIT
+#include "acquisition/lpt_driver.h"
+
+#include "core/runtime_error.h"
+#include "lpt_proxy.h"
+
+namespace calvorn {
+
+namespace {
+
+// Raised for conditions that need no reaction, such as a stop without a sweep.
+constexpr std::int16_t kErrorIgnorable = 4;
+
+} // namespace
+
+LptDriver::LptDriver(const DriverContext &context, QObject *parent)
+    : AcquisitionDriver(context, QStringLiteral("/aLPT"), parent)
+{
+}
+
+LptDriver::~LptDriver() = default;
+
+QString LptDriver::caption() const
+{
+    return QString::fromLatin1(kApplicationTitle) + QStringLiteral(" - ") + configuration().ddsDevice;
+}
+
+AcquisitionDriver::ErrorReaction LptDriver::reactionTo(std::int16_t tipoErrore) const
+{
+    return tipoErrore == kErrorIgnorable ? ErrorReaction::Ignore : ErrorReaction::LogAndAsk;
+}
+
+void LptDriver::attach(const QDBusConnection &connection, const QString &path)
+{
+    delete m_proxy;
+    m_proxy = new LptProxy(QString(), path, connection, this);
+    m_proxy->setTimeout(kCallTimeoutMs);
+    relayEvents(m_proxy);
+}
+
+LptProxy &LptDriver::proxy()
+{
+    ensureServer();
+    return *m_proxy;
+}
+
+bool LptDriver::configureHardware()
+{
+    bool open = false;
+    try {
+        open = openPort(configuration().lptAddress);
+    } catch (const RuntimeError &error) {
+        log().writeLog(logPrefix() + error.message());
+    }
+    if (!open) {
+        messages().beepAndWarn(tr("Parallel port not initialized.") + u'\r'
+                               + tr("Driver not found or wrong LPT address.") + u'\r'
+                               + tr("Please verify 'SetUp/Configuration/Ports'."));
+        return false;
+    }
+    setDdsDevice(configuration().ddsDevice);
+    setAdcDevice(configuration().adcDevice);
+    setXtalFrequency(configuration().ddsXtalFreq);
+    setMultiplier(configuration().ddsMultiplier);
+    setOffset(configuration().ddsOffset);
+    setSpeed(configuration().sweepSpeed);
+    resetDevice();
+    setFrequency(configuration().startFreq);
+    return true;
+}
+
+bool LptDriver::startSweep()
+{
+    ensureServer();
+    log().writeLog(logPrefix() + tr("Start sweep"));
+    setSpeed(configuration().sweepSpeed);
+    prepareSweep(configuration().startFreq, configuration().stepFreq);
+    sweepBegun();
+    runSweep();
+    return true;
+}
+
+void LptDriver::stopSweep(std::int16_t reason)
+{
+    // Without a server there is no sweep to stop.
+    if (isServerUp())
+        finish(proxy().StopSweep(reason));
+}
+
+void LptDriver::replanSweep()
+{
+    prepareSweep(configuration().startFreq, configuration().stepFreq);
+    dropVectorsUnderWay();
+    log().writeLog(logPrefix() + tr("Start/step sweep reinizializzati"));
+}
+
+void LptDriver::parkAtChangedStart() { setFrequency(configuration().startFreq); }
+
+void LptDriver::sweepCompleted()
+{
+    if (isServerUp())
+        setFrequency(configuration().startFreq);
+}
+
+void LptDriver::shutDown()
+{
+    if (!isServerUp())
+        return;
+    stopSweep(2);
+    closePort();
+}
+
+bool LptDriver::openPort(std::int16_t address) { return finish(proxy().OpenPort(address)); }
+
+void LptDriver::closePort() { finish(proxy().ClosePort()); }
+
+void LptDriver::setDdsDevice(const QString &chip) { finish(proxy().SetDdsDevice(chip)); }
+
+void LptDriver::setAdcDevice(const QString &converter) { finish(proxy().SetAdcDevice(converter)); }
+
+void LptDriver::setMultiplier(std::int16_t multiplier) { finish(proxy().SetMultiplier(multiplier)); }
+
+void LptDriver::setXtalFrequency(double hertz) { finish(proxy().SetXtalFrequency(hertz)); }
+
+void LptDriver::setOffset(double hertz) { finish(proxy().SetOffset(hertz)); }
+
+void LptDriver::setSpeed(std::int16_t code) { finish(proxy().SetSpeed(code)); }
+
+void LptDriver::resetDevice() { finish(proxy().ResetDevice()); }
+
+void LptDriver::setFrequency(std::int32_t hertz) { finish(proxy().SetFrequency(hertz)); }
+
+void LptDriver::prepareSweep(std::int32_t start, std::int32_t step) { finish(proxy().PrepareSweep(start, step)); }
+
+void LptDriver::runSweep() { finish(proxy().RunSweep()); }
+
+std::int16_t LptDriver::readDetector() { return static_cast<std::int16_t>(finish(proxy().ReadDetector())); }
+
+void LptDriver::setAux(std::uint8_t value, std::int16_t output) { finish(proxy().SetAux(value, output)); }
+
+bool LptDriver::writeI2c(std::uint8_t control, std::uint8_t command, std::uint8_t data)
+{
+    return finish(proxy().WriteI2c(control, command, data));
+}
+
+} // namespace calvorn

@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "acquisition/acquisition_driver.h"
+
+class LptProxy;
+
+namespace calvorn {
+
+// aLPT: the DDS/DAC board on the parallel port. The operations below the line are those of calvorn.Lpt.
+class LptDriver : public AcquisitionDriver
+{
+    Q_OBJECT
+
+public:
+    explicit LptDriver(const DriverContext &context, QObject *parent = nullptr);
+    ~LptDriver() override;
+
+    QString logPrefix() const override { return QStringLiteral("L> "); }
+    QString caption() const override;
+    ErrorReaction reactionTo(std::int16_t tipoErrore) const override;
+    Replanning replanning() const override { return Replanning::InPlace; }
+    bool startSweep() override;
+    void stopSweep(std::int16_t reason) override;
+    void replanSweep() override;
+    void parkAtChangedStart() override;
+    void sweepCompleted() override;
+    void setSpeed(std::int16_t code) override;
+    void shutDown() override;
+
+    // ----
+
+    bool openPort(std::int16_t address);
+    void closePort();
+    void setDdsDevice(const QString &chip);
+    void setAdcDevice(const QString &converter);
+    void setMultiplier(std::int16_t multiplier);
+    void setXtalFrequency(double hertz);
+    void setOffset(double hertz);
+    void resetDevice();
+    void setFrequency(std::int32_t hertz);
+    void prepareSweep(std::int32_t start, std::int32_t step); // Hz
+    void runSweep();
+    std::int16_t readDetector(); // counts
+    void setAux(std::uint8_t value, std::int16_t output); // output 1 or 2
+    // False when the device on the bus did not acknowledge.
+    bool writeI2c(std::uint8_t control, std::uint8_t command, std::uint8_t data);
+
+protected:
+    void attach(const QDBusConnection &connection, const QString &path) override;
+    bool configureHardware() override;
+
+private:
+    LptProxy &proxy();
+
+    LptProxy *m_proxy = nullptr;
+};
+
+} // namespace calvorn

@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: MIT
+#include "acquisition/pic_driver.h"
+
+#include "core/runtime_error.h"
+#include "pic_proxy.h"
+
+namespace calvorn {
+
+PicDriver::PicDriver(const DriverContext &context, QObject *parent)
+    : AcquisitionDriver(context, QStringLiteral("/aPIC"), parent)
+{
+}
+
+PicDriver::~PicDriver() = default;
+
+QString PicDriver::caption() const
+{
+    return QString::fromLatin1(kApplicationTitle) + QStringLiteral(" - ") + configuration().ddsDevice;
+}
+
+AcquisitionDriver::ErrorReaction PicDriver::reactionTo(std::int16_t tipoErrore) const
+{
+    return serialReactionTo(tipoErrore);
+}
+
+void PicDriver::attach(const QDBusConnection &connection, const QString &path)
+{
+    delete m_proxy;
+    m_proxy = new PicProxy(QString(), path, connection, this);
+    m_proxy->setTimeout(kCallTimeoutMs);
+    relayEvents(m_proxy);
+}
+
+PicProxy &PicDriver::proxy()
+{
+    ensureServer();
+    return *m_proxy;
+}
+
+bool PicDriver::configureHardware()
+{
+    if (!tellWhetherOpen([this] { return openPort(configuration().commPort, configuration().serialSettings); }))
+        return false;
+    if (sendFrequency(QStringLiteral("A"), configuration().startFreq))
+        return true;
+    messages().beepAndWarn(tr("DDS not initialized") + u'\r' + tr("Verify the serial interface."));
+    return false;
+}
+
+// The board is told to run even when it refused the preparation: it then answers with the end of the sweep.
+bool PicDriver::startSweep()
+{
+    ensureServer();
+    log().writeLog(logPrefix() + tr("Start sweep"));
+    const bool accepted = prepareSweep(configuration().startFreq, configuration().stepFreq);
+    if (!accepted)
+        log().writeLog(logPrefix() + tr("Errore inizializza ciclo sweep"));
+    sweepBegun();
+    runSweep();
+    return accepted;
+}
+
+void PicDriver::stopSweep(std::int16_t reason)
+{
+    if (isServerUp())
+        finish(proxy().StopSweep(reason));
+}
+
+void PicDriver::parkAtChangedStart()
+{
+    if (!sendFrequency(QStringLiteral("B"), configuration().startFreq))
+        messages().warn(tr("Frequency not iniatized."));
+}
+
+void PicDriver::shutDown()
+{
+    if (!isServerUp())
+        return;
+    try {
+        stopSweep(2);
+        configuration().msgResult = sendFrequency(QStringLiteral("A"), configuration().startFreq) ? -1 : 0;
+        closePort();
+    } catch (const RuntimeError &error) {
+        log().writeLog(logPrefix() + error.message());
+    }
+}
+
+bool PicDriver::openPort(std::int16_t port, const QString &settings) { return finish(proxy().OpenPort(port, settings)); }
+
+void PicDriver::closePort() { finish(proxy().ClosePort()); }
+
+bool PicDriver::prepareSweep(std::int32_t start, std::int32_t step) { return finish(proxy().PrepareSweep(start, step)); }
+
+void PicDriver::runSweep() { finish(proxy().RunSweep()); }
+
+bool PicDriver::sendFrequency(const QString &command, std::int32_t hertz)
+{
+    return finish(proxy().SendFrequency(command, hertz));
+}
+
+} // namespace calvorn

@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "acquisition/frequency_readouts.h"
+#include "core/error_boundary.h"
+#include "data/sweep_table.h"
+#include "platform/entry_box.h"
+
+#include <QLabel>
+#include <QWidget>
+
+namespace calvorn {
+
+// The entry of the frequency range: txtStart and txtStop, the resulting step, and the read-outs of the plan.
+class RangeEntry : public QWidget
+{
+    Q_OBJECT
+
+public:
+    // readouts: the labels under the graph, which this widget keeps.
+    RangeEntry(Configuration &configuration, SweepTable &table, FrequencyReadouts &readouts, Messages &messages,
+               ErrorBoundary &boundary, QWidget *parent = nullptr);
+
+    // Puts the range of the record into the boxes.
+    void showRange();
+
+    // Corrects a range that is too small and tells the user, then derives stepFreq; shows all three.
+    void calcolaStep();
+
+    // Plans anew: step, table, read-outs. Emits curveStale(), because the table is empty then.
+    void aggiornaLblFrequenza();
+
+    // Whether the range of the record is another one than the table and the read-outs were made for.
+    bool isPlanStale() const;
+
+    QLabel *sampleCountLabel() const { return m_sampleCount; }
+
+signals:
+    // An accepted change of the range, to be applied after the last one.
+    void rangeChanged();
+    void curveStale();
+
+private:
+    // One of the two boxes with the field of the record that it edits.
+    struct Box
+    {
+        EntryBox *text;
+        std::int32_t *frequency; // Hz
+    };
+
+    EntryBox *makeBox(const char *name, const QString &frameTitle, const QString &toolTip);
+    void txtStart_GotFocus() { enterBox({m_start, &m_configuration.startFreq}); }
+    void txtStop_GotFocus() { enterBox({m_stop, &m_configuration.stopFreq}); }
+    void txtStart_LostFocus() { leaveBox({m_start, &m_configuration.startFreq}); }
+    void txtStop_LostFocus() { leaveBox({m_stop, &m_configuration.stopFreq}); }
+    void enterBox(const Box &box);
+    void leaveBox(const Box &box);
+
+    Configuration &m_configuration;
+    SweepTable &m_table;
+    FrequencyReadouts &m_readouts;
+    Messages &m_messages;
+    EntryBox *m_start;
+    EntryBox *m_stop;
+    EntryBox *m_step;
+    QLabel *m_sampleCount;
+    std::int32_t m_plannedStart = 0; // Hz
+    std::int32_t m_plannedStop = 0; // Hz
+};
+
+} // namespace calvorn

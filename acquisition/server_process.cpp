@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: MIT
+#include "acquisition/server_process.h"
+
+#include "core/runtime_error.h"
+
+#include <QDBusError>
+#include <QDeadlineTimer>
+#include <QFileInfo>
+
+namespace calvorn {
+
+namespace {
+
+constexpr int kStartUpTimeoutMs = 8000;
+constexpr int kEndTimeoutMs = 1000;
+
+} // namespace
+
+ServerProcess::ServerProcess(const QString &program, QObject *parent)
+    : QObject(parent)
+    , m_program(program)
+{
+    m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    connect(&m_process, &QProcess::finished, this, &ServerProcess::processFinished);
+}
+
+ServerProcess::~ServerProcess() { stop(); }
+
+void ServerProcess::launch()
+{
+    if (m_process.state() == QProcess::NotRunning)
+        m_process.start(m_program, QStringList());
+}
+
+void ServerProcess::connectToServer()
+{
+    if (m_connected)
+        return;
+    launch();
+    const QByteArray address = readAddress();
+    static int serial = 0;
+    m_connectionName = QStringLiteral("calvorn-server-%1").arg(++serial);
+    const QDBusConnection peer = QDBusConnection::connectToPeer(QString::fromLatin1(address), m_connectionName);
+    if (!peer.isConnected()) {
+        const QString reason = peer.lastError().message();
+        disconnectFromServer();
+        m_process.kill();
+        throw RuntimeError(RuntimeError::Kind::DriverCall, tr("no connection to it (%1)").arg(reason));
+    }
+    m_connected = true;
+}
+
+QByteArray ServerProcess::readAddress()
+{
+    QDeadlineTimer deadline(kStartUpTimeoutMs);
+    while (!m_process.canReadLine()) {
+        const bool more = m_process.waitForReadyRead(static_cast<int>(deadline.remainingTime()));
+        if (more)
+            continue;
+        const QString reason = m_process.errorString();
+        m_process.kill();
+        throw RuntimeError(RuntimeError::Kind::DriverCall,
+                           tr("%1 could not be started (%2)").arg(QFileInfo(m_program).fileName(), reason));
+    }
+    return m_process.readLine().trimmed();
+}
+
+void ServerProcess::disconnectFromServer()
+{
+    m_connected = false;
+    if (!m_connectionName.isEmpty())
+        QDBusConnection::disconnectFromPeer(m_connectionName);
+    m_connectionName.clear();
+}
+
+void ServerProcess::kill()
+{
+    m_process.kill();
+    m_process.waitForFinished(kEndTimeoutMs);
+}
+
+void ServerProcess::processFinished()
+{
+    const bool wasConnected = m_connected;
+    disconnectFromServer();
+    if (wasConnected)
+        emit ended();
+}
+
+void ServerProcess::stop()
+{
+    disconnectFromServer();
+    if (m_process.state() == QProcess::NotRunning)
+        return;
+    m_process.closeWriteChannel();
+    if (!m_process.waitForFinished(kEndTimeoutMs)) {
+        m_process.kill();
+        m_process.waitForFinished(kEndTimeoutMs);
+    }
+}
+
+} // namespace calvorn

@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QDBusConnection>
+#include <QObject>
+#include <QProcess>
+
+namespace calvorn {
+
+// The acquisition server CalvornAsync as a child of this program, and the private connection to it.
+//
+// The server writes the address of its socket on its standard output; it ends when the connection or its standard
+// input closes, and the kernel ends it with this process, so none is ever left behind.
+class ServerProcess : public QObject
+{
+    Q_OBJECT
+
+public:
+    // program: full path of the server's executable.
+    explicit ServerProcess(const QString &program, QObject *parent = nullptr);
+    ~ServerProcess() override;
+
+    // Starts the process without waiting for it, so that its start-up overlaps with the caller's own.
+    void launch();
+
+    // Launches where necessary and connects. RuntimeError(DriverCall) when the server does not come up.
+    void connectToServer();
+
+    bool isConnected() const { return m_connected; }
+    QDBusConnection connection() const { return QDBusConnection(m_connectionName); }
+
+    // Ends a server that no longer answers; ended() follows at once.
+    void kill();
+
+    // The orderly end, at shutdown: closes the connection and waits for the process. ended() is not emitted.
+    void stop();
+
+signals:
+    // The server has died or was killed.
+    void ended();
+
+private:
+    QByteArray readAddress();
+    void processFinished();
+    void disconnectFromServer();
+
+    QString m_program;
+    QProcess m_process;
+    QString m_connectionName;
+    bool m_connected = false;
+};
+
+} // namespace calvorn

@@ -1,0 +1,226 @@
+// SPDX-License-Identifier: MIT
+#include "acquisition/sweep_controls.h"
+
+#include "acquisition/frequency_plan.h"
+#include "core/number_text.h"
+
+#include <QFormLayout>
+#include <QScopedValueRollback>
+#include <QVBoxLayout>
+
+namespace calvorn {
+
+namespace {
+
+// Long enough that a digit held down plans once, after its last step.
+constexpr int kUpdateDelayMs = 500;
+// How long the waiting start sleeps at most between two looks at the sweep's state.
+constexpr int kPumpMs = 50;
+
+} // namespace
+
+SweepControls::SweepControls(Configuration &configuration, Messages &messages, Log &log, ErrorBoundary &boundary,
+                             QWidget *parent)
+    : QWidget(parent)
+    , m_configuration(configuration)
+    , m_messages(messages)
+    , m_log(log)
+    , m_boundary(boundary)
+{
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    buildSpeedFrame();
+    buildReadouts();
+    buildButtons();
+
+    m_timerUpdateSweep.setObjectName(QStringLiteral("timerUpdateSweep"));
+    m_timerUpdateSweep.setParent(this);
+    m_timerUpdateSweep.setSingleShot(true);
+    m_timerUpdateSweep.setInterval(kUpdateDelayMs);
+    m_boundary.connect(&m_timerUpdateSweep, &QTimer::timeout, this, "timerUpdateSweep_Timer",
+                       [this] { timerUpdateSweep_Timer(); });
+}
+
+void SweepControls::buildSpeedFrame()
+{
+    m_speedFrame = new QGroupBox(tr("Sweep speed"), this);
+    m_speedFrame->setObjectName(QStringLiteral("frmSpeed"));
+    auto *row = new QHBoxLayout(m_speedFrame);
+    const std::array<QString, 3> captions{tr("Standard"), tr("Slow"), tr("Very slow")};
+    const std::array<QString, 3> toolTips{tr("Fastest sweep"), tr("More settling time at each frequency"),
+                                          tr("Longest settling time, for very sharp filters")};
+    for (std::size_t i = 0; i < m_optSpeed.size(); ++i) {
+        auto *option = new QRadioButton(captions[i], m_speedFrame);
+        option->setObjectName(QStringLiteral("optSpeed_%1").arg(i));
+        option->setToolTip(toolTips[i]);
+        row->addWidget(option);
+        m_optSpeed[i] = option;
+        m_boundary.connect(option, &QRadioButton::clicked, this, "optSpeed_Click",
+                           [this, i] { optSpeed_Click(static_cast<std::int16_t>(i)); });
+    }
+    layout()->addWidget(m_speedFrame);
+}
+
+void SweepControls::buildReadouts()
+{
+    auto *form = new QFormLayout;
+    const auto makeLabel = [this](const char *name, const QString &toolTip) {
+        auto *label = new QLabel(QStringLiteral("–"), this);
+        label->setObjectName(QString::fromLatin1(name));
+        label->setToolTip(toolTip);
+        label->setAccessibleName(toolTip);
+        label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        return label;
+    };
+    m_sweepTime = makeLabel("lblSweepTime", tr("Time of one sweep in milliseconds"));
+    m_sweepRate = makeLabel("lblSweepRate", tr("Sweeps per second"));
+    form->addRow(tr("Sweep time - ms"), m_sweepTime);
+    form->addRow(tr("Sweeps per second"), m_sweepRate);
+    static_cast<QVBoxLayout *>(layout())->addLayout(form);
+}
+
+void SweepControls::buildButtons()
+{
+    m_start = new QPushButton(tr("Sweep ON"), this);
+    m_start->setObjectName(QStringLiteral("cmdStart"));
+    m_start->setToolTip(tr("Start sweeping (F5)"));
+    m_start->setShortcut(Qt::Key_F5);
+    m_stop = new QPushButton(tr("Sweep OFF"), this);
+    m_stop->setObjectName(QStringLiteral("cmdStop"));
+    m_stop->setToolTip(tr("Stop the sweep (F5)"));
+    m_stop->setShortcut(Qt::Key_F5);
+    for (QPushButton *button : {m_start, m_stop}) {
+        button->setMinimumHeight(36);
+        button->setAutoDefault(true);
+    }
+    m_buttonRow = new QHBoxLayout;
+    m_buttonRow->addWidget(m_start, 1);
+    m_buttonRow->addWidget(m_stop, 1);
+    static_cast<QVBoxLayout *>(layout())->addLayout(m_buttonRow);
+    m_stop->hide();
+    m_boundary.connect(m_start, &QPushButton::clicked, this, "cmdStart_Click", [this] { cmdStart_Click(); });
+    m_boundary.connect(m_stop, &QPushButton::clicked, this, "cmdStop_Click", [this] { cmdStop_Click(); });
+}
+
+void SweepControls::showSpeed(bool visible)
+{
+    m_speedFrame->setVisible(visible);
+    const std::int16_t speed = m_configuration.sweepSpeed;
+    if (visible && speed >= 0 && speed < static_cast<std::int16_t>(m_optSpeed.size()))
+        m_optSpeed[static_cast<std::size_t>(speed)]->setChecked(true);
+}
+
+void SweepControls::cmdStart_Click()
+{
+    if (sweepRange(m_configuration) < kMinSweepRange) {
+        m_messages.beepAndWarn(tr("The minimum sweep range is ") + NumberText::fromInteger(kMinSweepRange)
+                               + QStringLiteral(" Hz"));
+        return;
+    }
+    if (!startSweep())
+        return;
+    showButtons(true);
+    m_stop->setFocus();
+    emit idleCommandsEnabled(false);
+}
+
+// False: a start is already waiting, or the window closed while this one waited.
+bool SweepControls::startSweep()
+{
+    if (m_waiting || !waitForIdle())
+        return false;
+    if (!m_driver)
+        throw RuntimeError(RuntimeError::Kind::NoDriver,
+                           NumberText::fromInteger(m_configuration.interfaceType));
+    m_sweepState = kSweeping;
+    try {
+        emit frequencyLabelsStale();
+        emit markerLabelsStale();
+        if (!m_driver->startSweep())
+            m_sweepState = kIdle;
+    } catch (const RuntimeError &) {
+        // No sweep has begun, so no aComplete would ever lead back to idle.
+        m_sweepState = kIdle;
+        throw;
+    }
+    return true;
+}
+
+// Waits, delivering window messages, for the aComplete of a sweep that still runs.
+bool SweepControls::waitForIdle()
+{
+    const QScopedValueRollback guard(m_waiting, true);
+    while (m_sweepState > kIdle && !m_abandoned)
+        m_messages.desktop().pumpMessages(kPumpMs);
+    return !m_abandoned;
+}
+
+void SweepControls::cmdStop_Click()
+{
+    if (m_driver)
+        m_driver->stopSweep(2);
+}
+
+void SweepControls::cmdSwStop_Click()
+{
+    // A driver that hangs must not keep the controls from coming back.
+    m_boundary.run("cmdStop_Click", [this] { cmdStop_Click(); });
+    m_log.writeLog(tr("Stop sweep forzato"));
+    showButtons(false);
+    m_start->setFocus();
+    emit idleCommandsEnabled(true);
+}
+
+void SweepControls::sweepCompleted()
+{
+    showButtons(false);
+    emit idleCommandsEnabled(true);
+    m_start->setFocus();
+    m_sweepState = kIdle;
+}
+
+void SweepControls::showButtons(bool sweeping)
+{
+    // The one that appears comes first: for a moment without both, the focus would wander off.
+    (sweeping ? m_stop : m_start)->show();
+    (sweeping ? m_start : m_stop)->hide();
+}
+
+void SweepControls::optSpeed_Click(std::int16_t index)
+{
+    m_configuration.sweepSpeed = index;
+    if (m_driver)
+        m_driver->setSpeed(index);
+}
+
+void SweepControls::timerUpdateSweep_Timer()
+{
+    m_timerUpdateSweep.stop();
+    if (!m_driver) {
+        emit idleRangeChanged();
+    } else if (m_sweepState < 1) {
+        emit idleRangeChanged();
+        m_driver->parkAtChangedStart();
+    } else if (m_driver->replanning() == AcquisitionDriver::Replanning::InPlace) {
+        emit frequencyLabelsStale();
+        emit markerLabelsStale();
+        m_driver->replanSweep();
+    } else {
+        m_driver->stopSweep(1);
+        cmdStart_Click();
+    }
+}
+
+void SweepControls::aggiornaTimer()
+{
+    m_sweepEndTick = m_messages.desktop().tickCount();
+    if (m_sweepEndTick == m_sweepStartTick)
+        return;
+    // Unsigned, so that the period is right across a wrap of the tick counter.
+    const std::uint32_t period = m_sweepEndTick - m_sweepStartTick;
+    m_sweepTime->setText(NumberText::fromInteger(period));
+    m_sweepRate->setText(NumberText().masked(1000.0 / period, kMaskFixed));
+    m_sweepStartTick = m_sweepEndTick;
+}
+
+} // namespace calvorn

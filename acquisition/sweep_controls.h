@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "acquisition/acquisition_driver.h"
+#include "core/error_boundary.h"
+
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTimer>
+#include <QWidget>
+
+#include <array>
+
+namespace calvorn {
+
+// Starts and stops sweeps, one at a time; re-plans a running one; measures its period; holds the speed choice.
+class SweepControls : public QWidget
+{
+    Q_OBJECT
+
+public:
+    static constexpr std::int16_t kIdle = 0;
+    static constexpr std::int16_t kSweeping = 4;
+
+    SweepControls(Configuration &configuration, Messages &messages, Log &log, ErrorBoundary &boundary,
+                  QWidget *parent = nullptr);
+
+    // Null when the configured interface has no driver.
+    void setDriver(AcquisitionDriver *driver) { m_driver = driver; }
+
+    std::int16_t sweepState() const { return m_sweepState; }
+
+    // Shows the speed frame, with the stored speed selected, or hides it.
+    void showSpeed(bool visible);
+
+    // Further buttons beside cmdStart and cmdStop.
+    QHBoxLayout *buttonRow() const { return m_buttonRow; }
+
+    void cmdStart_Click();
+    void cmdStop_Click();
+    // The forced stop, for a driver that never completes: resets the controls only.
+    void cmdSwStop_Click();
+
+    // An accepted change of the range: applied when no further one follows.
+    void restartTimerUpdateSweep() { m_timerUpdateSweep.start(); }
+
+    // After every processed vector: shows period and rate.
+    void aggiornaTimer();
+
+    // What aComplete of every driver does to the controls.
+    void sweepCompleted();
+
+    // The window closes: a start that waits for the end of an earlier sweep gives up.
+    void abandonWaiting() { m_abandoned = true; }
+
+signals:
+    // In this order whenever the plan has to be shown anew.
+    void frequencyLabelsStale();
+    void markerLabelsStale();
+    // The range has changed while no sweep runs, before the generator is parked on it.
+    void idleRangeChanged();
+    // What needs an idle generator is to be enabled or disabled.
+    void idleCommandsEnabled(bool enabled);
+
+private:
+    void buildSpeedFrame();
+    void buildReadouts();
+    void buildButtons();
+    bool startSweep();
+    bool waitForIdle();
+    void optSpeed_Click(std::int16_t index);
+    void timerUpdateSweep_Timer();
+    void showButtons(bool sweeping);
+
+    Configuration &m_configuration;
+    Messages &m_messages;
+    Log &m_log;
+    ErrorBoundary &m_boundary;
+    AcquisitionDriver *m_driver = nullptr;
+    std::int16_t m_sweepState = kIdle;
+    std::uint32_t m_sweepEndTick = 0; // ms
+    std::uint32_t m_sweepStartTick = 0; // ms
+    bool m_waiting = false;
+    bool m_abandoned = false;
+    QTimer m_timerUpdateSweep;
+    QGroupBox *m_speedFrame = nullptr;
+    std::array<QRadioButton *, 3> m_optSpeed{};
+    QLabel *m_sweepTime = nullptr;
+    QLabel *m_sweepRate = nullptr;
+    QPushButton *m_start = nullptr;
+    QPushButton *m_stop = nullptr;
+    QHBoxLayout *m_buttonRow = nullptr;
+};
+
+} // namespace calvorn

@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: MIT
+#include "acquisition/vna_driver.h"
+
+#include "core/runtime_error.h"
+#include "vna_proxy.h"
+
+namespace calvorn {
+
+VnaDriver::VnaDriver(const DriverContext &context, QObject *parent)
+    : AcquisitionDriver(context, QStringLiteral("/aVNA"), parent)
+{
+}
+
+VnaDriver::~VnaDriver() = default;
+
+QString VnaDriver::caption() const { return QString::fromLatin1(kApplicationTitle) + QStringLiteral(" - MiniVNA"); }
+
+AcquisitionDriver::ErrorReaction VnaDriver::reactionTo(std::int16_t tipoErrore) const
+{
+    return serialReactionTo(tipoErrore);
+}
+
+void VnaDriver::attach(const QDBusConnection &connection, const QString &path)
+{
+    delete m_proxy;
+    m_proxy = new VnaProxy(QString(), path, connection, this);
+    m_proxy->setTimeout(kCallTimeoutMs);
+    relayEvents(m_proxy);
+}
+
+VnaProxy &VnaDriver::proxy()
+{
+    ensureServer();
+    return *m_proxy;
+}
+
+bool VnaDriver::configureHardware()
+{
+    if (!tellWhetherOpen([this] { return openPort(configuration().commPort, configuration().serialSettings); }))
+        return false;
+    setXtalFrequency(configuration().ddsXtalFreq);
+    setMultiplier(configuration().ddsMultiplier);
+    setOffset(configuration().ddsOffset);
+    setMode(window().vnaMode);
+    setFrequency(configuration().startFreq);
+    return true;
+}
+
+bool VnaDriver::startSweep()
+{
+    ensureServer();
+    log().writeLog(logPrefix() + tr("Start sweep"));
+    setMode(window().vnaMode);
+    prepareSweep(configuration().startFreq, configuration().stepFreq, kSweepPoints);
+    sweepBegun();
+    runSweep();
+    return true;
+}
+
+void VnaDriver::stopSweep(std::int16_t reason)
+{
+    if (isServerUp())
+        finish(proxy().StopSweep(reason));
+}
+
+void VnaDriver::parkAtChangedStart()
+{
+    setMode(0);
+    setFrequency(configuration().startFreq);
+    setMode(window().vnaMode);
+}
+
+void VnaDriver::shutDown()
+{
+    if (!isServerUp())
+        return;
+    try {
+        stopSweep(2);
+        closePort();
+    } catch (const RuntimeError &error) {
+        log().writeLog(logPrefix() + error.message());
+    }
+}
+
+bool VnaDriver::openPort(std::int16_t port, const QString &settings) { return finish(proxy().OpenPort(port, settings)); }
+
+void VnaDriver::closePort() { finish(proxy().ClosePort()); }
+
+void VnaDriver::setMode(std::int16_t mode) { finish(proxy().SetMode(mode)); }
+
+void VnaDriver::setMultiplier(std::int16_t multiplier) { finish(proxy().SetMultiplier(multiplier)); }
+
+void VnaDriver::setXtalFrequency(double hertz) { finish(proxy().SetXtalFrequency(hertz)); }
+
+void VnaDriver::setOffset(double hertz) { finish(proxy().SetOffset(hertz)); }
+
+void VnaDriver::setFrequency(std::int32_t hertz) { finish(proxy().SetFrequency(hertz)); }
+
+void VnaDriver::prepareSweep(std::int32_t start, std::int32_t step, std::int32_t samples)
+{
+    finish(proxy().PrepareSweep(start, step, samples));
+}
+
+void VnaDriver::runSweep() { finish(proxy().RunSweep()); }
+
+} // namespace calvorn

@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "acquisition/acquisition_driver.h"
+
+class VnaProxy;
+
+namespace calvorn {
+
+// aVNA: the MiniVNA on a USB virtual COM port. The operations below the line are those of calvorn.Vna.
+class VnaDriver : public AcquisitionDriver
+{
+    Q_OBJECT
+
+public:
+    explicit VnaDriver(const DriverContext &context, QObject *parent = nullptr);
+    ~VnaDriver() override;
+
+    QString logPrefix() const override { return QStringLiteral("V> "); }
+    QString caption() const override;
+    ErrorReaction reactionTo(std::int16_t tipoErrore) const override;
+    Replanning replanning() const override { return Replanning::StopAndRestart; }
+    bool startSweep() override;
+    void stopSweep(std::int16_t reason) override;
+    void parkAtChangedStart() override;
+    void shutDown() override;
+
+    // ----
+
+    bool openPort(std::int16_t port, const QString &settings);
+    void closePort();
+    void setMode(std::int16_t mode); // 0 parked, 1 angle, 2 return loss, 3 device under test
+    void setMultiplier(std::int16_t multiplier);
+    void setXtalFrequency(double hertz);
+    void setOffset(double hertz);
+    void setFrequency(std::int32_t hertz);
+    void prepareSweep(std::int32_t start, std::int32_t step, std::int32_t samples); // Hz
+    void runSweep();
+
+protected:
+    void attach(const QDBusConnection &connection, const QString &path) override;
+    bool configureHardware() override;
+
+private:
+    VnaProxy &proxy();
+
+    VnaProxy *m_proxy = nullptr;
+};
+
+} // namespace calvorn

@@ -1,0 +1,20 @@
+# SPDX-License-Identifier: MIT
+# One set of compiler rules for every target of the project.
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
+
+set(CALVORN_SANITIZE "" CACHE STRING "Sanitizers, as -fsanitize= takes them")
+
+add_library(calvorn_compiler INTERFACE)
+target_compile_options(calvorn_compiler INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual
+    -Wimplicit-fallthrough -Wcast-align -Werror)
+target_compile_definitions(calvorn_compiler INTERFACE QT_NO_FOREACH)
+target_include_directories(calvorn_compiler INTERFACE "${CMAKE_SOURCE_DIR}")
+if(CALVORN_SANITIZE)
+    add_compile_options(-fsanitize=${CALVORN_SANITIZE} -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=${CALVORN_SANITIZE})
+endif()

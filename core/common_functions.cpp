@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: MIT
+#include "core/common_functions.h"
+
+#include "core/checked_arithmetic.h"
+#include "core/number_text.h"
+#include "platform/profile_file.h"
+
+#include <cmath>
+
+namespace calvorn {
+
+float countToVolts(const Configuration &configuration, double count)
+{
+    const double volts = count * static_cast<double>(configuration.adcStep) + static_cast<double>(configuration.adcOffset);
+    return static_cast<float>(roundToDecimals(volts, 3));
+}
+
+double voltsToDb(Configuration &configuration, double volts)
+{
+    if (configuration.scaleType == 0)
+        return volts;
+    configuration.dbReference = configuration.scaleType == 3 || configuration.scaleType == 4 ? 10.0 : 1.0;
+    if (!(volts > 0.0))
+        return kFloorDb;
+    return roundToDecimals(20.0 * std::log10(volts / configuration.dbReference), 2);
+}
+
+double dbToVolts(const Configuration &configuration, double value)
+{
+    switch (configuration.scaleType) {
+    case 0:
+        return value;
+    case 1:
+    case 2:
+        return roundToDecimals(std::pow(10.0, value / 20.0), 3);
+    case 3:
+    case 4:
+        return roundToDecimals(std::pow(10.0, value / 20.0) * 10.0, 3);
+    default:
+        return 0.0;
+    }
+}
+
+QString readSetting(const QString &section, const QString &key, const QString &path, const QString &fallback)
+{
+    const QString value = readProfileString(path, section, key);
+    if (!value.isEmpty())
+        return value;
+    writeSetting(section, key, fallback, path);
+    return fallback;
+}
+
+void writeSetting(const QString &section, const QString &key, const QString &value, const QString &path)
+{
+    writeProfileString(path, section, key, value);
+}
+
+QString decimalSeparator() { return NumberText().decimalSeparator(); }
+
+QString normaliseDecimal(const QString &text) { return NumberText().normaliseDecimal(text); }
+
+} // namespace calvorn

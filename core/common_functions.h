@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "core/configuration.h"
+
+#include <QString>
+
+namespace calvorn {
+
+// The lowest value of the logarithmic scales, in dB: that of zero volts.
+inline constexpr double kFloorDb = -100.0;
+
+// Detector volts of a converter count: count x adcStep + adcOffset, rounded to 3 decimals, kept as a single.
+float countToVolts(const Configuration &configuration, double count);
+
+// Volts into the units of the current scale. On a logarithmic scale the result is in dB with 2 decimals, at least
+// kFloorDb, and dbReference becomes 10 (scales 3, 4) or 1 (any other); the linear scale gives the volts back.
+double voltsToDb(Configuration &configuration, double volts);
+
+// A value of the current scale into volts with 3 decimals; 0 for a code that is not a scale.
+double dbToVolts(const Configuration &configuration, double value);
+
+// The value of a key, or `fallback`, which is then written into the file at once. Keys that are there are never
+// rewritten.
+QString readSetting(const QString &section, const QString &key, const QString &path, const QString &fallback);
+
+// A failed write is not reported.
+void writeSetting(const QString &section, const QString &key, const QString &value, const QString &path);
+
+// The decimal separator of the current locale, one character.
+QString decimalSeparator();
+
+// See NumberText::normaliseDecimal; by the current locale.
+QString normaliseDecimal(const QString &text);
+
+} // namespace calvorn

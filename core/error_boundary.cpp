@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#include "core/error_boundary.h"
+
+#include <QCoreApplication>
+
+namespace calvorn {
+
+ErrorBoundary::ErrorBoundary(Messages &messages, Log &log)
+    : m_messages(messages)
+    , m_log(log)
+{
+}
+
+void ErrorBoundary::report(const char *procedureName, const RuntimeError &error)
+{
+    const QByteArray name(procedureName);
+    const QString text = QCoreApplication::translate("ErrorBoundary", "%1\r(in %2)")
+                             .arg(error.message(), QString::fromLatin1(name));
+    if (m_openBoxes.contains(name)) {
+        m_log.writeLog(QString(text).replace(u'\r', u' '));
+        return;
+    }
+    m_openBoxes.insert(name);
+    m_messages.show(BoxIcon::Critical, BoxButtons::Ok, text);
+    m_openBoxes.remove(name);
+}
+
+} // namespace calvorn

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+#include "core/messages.h"
+
+namespace calvorn {
+
+Messages::Messages(Configuration &configuration, Desktop &desktop)
+    : m_configuration(configuration)
+    , m_desktop(desktop)
+{
+}
+
+std::int16_t Messages::show(BoxIcon icon, BoxButtons buttons, const QString &text)
+{
+    m_configuration.msgText = text;
+    m_configuration.msgResult = m_desktop.messageBox(icon, buttons, text, QString::fromLatin1(kApplicationTitle));
+    return m_configuration.msgResult;
+}
+
+void Messages::warn(const QString &text) { show(BoxIcon::Warning, BoxButtons::Ok, text); }
+
+void Messages::beepAndWarn(const QString &text)
+{
+    m_desktop.beep();
+    warn(text);
+}
+
+} // namespace calvorn

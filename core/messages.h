@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "core/configuration.h"
+#include "platform/desktop.h"
+
+namespace calvorn {
+
+// Message boxes under the application title. The text passes through msgText, the answer through msgResult.
+class Messages
+{
+public:
+    Messages(Configuration &configuration, Desktop &desktop);
+
+    // Returns kBoxOk or kBoxCancel.
+    std::int16_t show(BoxIcon icon, BoxButtons buttons, const QString &text);
+
+    // A warning with an OK button.
+    void warn(const QString &text);
+
+    // A beep, then the warning: how a fault of the hardware is told.
+    void beepAndWarn(const QString &text);
+
+    Desktop &desktop() const { return m_desktop; }
+
+private:
+    Configuration &m_configuration;
+    Desktop &m_desktop;
+};
+
+} // namespace calvorn

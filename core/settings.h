@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "core/configuration.h"
+
+#include <QStringList>
+
+#include <functional>
+
+namespace calvorn {
+
+// What the main window itself keeps between runs, beside the configuration record.
+struct WindowSettings
+{
+    std::int16_t markerIndex = 0; // the view shown under the graph, 0 to 3
+    std::int16_t vnaMode = 1; // 1 angle, 2 return loss, 3 device under test
+    QString marker1; // Hz, the texts of the marker boxes
+    QString marker2;
+    QString marker3; // volts or dB
+    QString marker4;
+};
+
+enum class LoadOutcome { Loaded, UnknownDdsDevice, UnknownAdcDevice };
+
+// Reads the settings file into the record, key by key in the order of the file; a key that is missing or empty
+// gets its default, which is written into the file at once.
+//
+// A text that does not convert is a run-time error of that key alone: the key gets its default, the bad text stays
+// in the file, and faults() names section, key and text.
+class SettingsLoader
+{
+public:
+    SettingsLoader(Configuration &configuration, WindowSettings &window);
+
+    // Called once, before the device keys are read, when the file holds no DDS device (the very first start).
+    std::function<void()> firstRun;
+
+    // Everything but the markers; iniPath must be set. Stops at a device that is not supported.
+    LoadOutcome load();
+
+    // The marker keys, read later in start-up: 3 and 4 before 1 and 2.
+    void loadMarkers();
+
+    // One sentence for each text that did not convert.
+    const QStringList &faults() const { return m_faults; }
+
+private:
+    QString read(const char *section, const char *key, const char *fallback);
+    template <typename Value, typename Convert>
+    void readNumber(Value &value, const char *section, const char *key, const char *fallback, Convert convert);
+    void readInt16(std::int16_t &value, const char *section, const char *key, const char *fallback);
+    void readInt32(std::int32_t &value, const char *section, const char *key, const char *fallback);
+    void readSingle(float &value, const char *section, const char *key, const char *fallback);
+    void readDouble(double &value, const char *section, const char *key, const char *fallback);
+    void readBoolean(bool &value, const char *section, const char *key, const char *fallback);
+    void readWindowSection();
+    void clampFrequencies();
+
+    Configuration &m_configuration;
+    WindowSettings &m_window;
+    QStringList m_faults;
+};
+
+// Writes what the user can have changed, with one replacement of the file; reals carry the locale's decimal
+// separator. Marker texts that are not numbers are written as "0". False when the file could not be written.
+bool saveSettings(const Configuration &configuration, const WindowSettings &window);
+
+} // namespace calvorn

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#include "data/amplitude_column.h"
+
+#include "core/common_functions.h"
+
+namespace calvorn {
+
+AmplitudeColumn::AmplitudeColumn(Configuration &configuration, SweepTable &table)
+    : m_configuration(configuration)
+    , m_table(table)
+{
+}
+
+float AmplitudeColumn::convertRow(int row)
+{
+    const double count = m_numbers.toDouble(m_table.text(row, SweepTable::SampleColumn));
+    const float volts = countToVolts(m_configuration, count);
+    QString &amplitude = m_table.cell(row, SweepTable::AmplitudeColumn);
+    if (m_configuration.scaleType == 0)
+        m_numbers.assignMasked(amplitude, static_cast<double>(volts), kMaskVolt);
+    else
+        m_numbers.assignMasked(amplitude, voltsToDb(m_configuration, static_cast<double>(volts)), kMaskDb);
+    return volts;
+}
+
+void AmplitudeColumn::convertAllRows()
+{
+    for (int row = 1; row <= kSweepPoints; ++row)
+        convertRow(row);
+    m_table.cellsWritten();
+}
+
+} // namespace calvorn

@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "core/configuration.h"
+#include "core/number_text.h"
+#include "data/sweep_table.h"
+
+namespace calvorn {
+
+// Writes amplitude cells from detector counts: volts with "#0.000" on the linear scale, otherwise dB with "#0.0".
+// One is made for a whole pass over the table, so that the locale is looked up once.
+class AmplitudeColumn
+{
+public:
+    AmplitudeColumn(Configuration &configuration, SweepTable &table);
+
+    // Takes the count from the row's own count cell, as every reader does: as text.
+    // Returns the volts. RuntimeError(TypeMismatch) when the cell holds no number.
+    float convertRow(int row);
+
+    // All 400 rows; then tells the views.
+    void convertAllRows();
+
+private:
+    Configuration &m_configuration;
+    SweepTable &m_table;
+    NumberText m_numbers;
+};
+
+} // namespace calvorn

@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: MIT
+#include "data/sweep_table.h"
+
+#include "core/checked_arithmetic.h"
+#include "core/number_text.h"
+
+#include <algorithm>
+
+namespace calvorn {
+
+SweepTable::SweepTable(const Configuration &configuration, QObject *parent)
+    : QAbstractTableModel(parent)
+    , m_configuration(configuration)
+{
+}
+
+void SweepTable::inizializzaGrid()
+{
+    std::ranges::for_each(m_cells, [](QString &text) { text.clear(); });
+    setText(0, FrequencyColumn, tr("Frequency"));
+    setText(0, AmplitudeColumn, m_configuration.scaleType == 0 ? tr("Volt") : tr("dB"));
+    setText(0, SampleColumn, tr("Sample"));
+    const NumberText numbers;
+    for (std::int32_t row = 1; row <= kSweepPoints; ++row) {
+        const std::int32_t distance = checkedMultiply(row - 1, m_configuration.stepFreq);
+        const std::int32_t frequency = checkedAdd(m_configuration.startFreq, distance);
+        numbers.assignMasked(cell(row, FrequencyColumn), frequency, kMaskHertz);
+        setText(row, AmplitudeColumn, QStringLiteral("0"));
+        setText(row, SampleColumn, QStringLiteral("0"));
+    }
+    cellsWritten();
+    emit rebuilt();
+}
+
+const QString &SweepTable::text(int row, int column) const
+{
+    if (row < 0 || row > kSweepPoints || column < 0 || column >= kTableColumns)
+        throw RuntimeError(RuntimeError::Kind::SubscriptOutOfRange, tr("table row %1, column %2").arg(row).arg(column));
+    return m_cells[static_cast<std::size_t>(row * kTableColumns + column)];
+}
+
+QString &SweepTable::cell(int row, int column) { return const_cast<QString &>(text(row, column)); }
+
+void SweepTable::cellsWritten()
+{
+    emit dataChanged(index(0, 0), index(kSweepPoints - 1, kTableColumns - 1), {Qt::DisplayRole});
+    emit headerDataChanged(Qt::Horizontal, 0, kTableColumns - 1);
+}
+
+int SweepTable::rowCount(const QModelIndex &parent) const { return parent.isValid() ? 0 : kSweepPoints; }
+
+int SweepTable::columnCount(const QModelIndex &parent) const { return parent.isValid() ? 0 : kTableColumns; }
+
+QVariant SweepTable::data(const QModelIndex &index, int role) const
+{
+    if (role == Qt::DisplayRole)
+        return text(index.row() + 1, index.column());
+    if (role == Qt::TextAlignmentRole)
+        return QVariant::fromValue(Qt::AlignRight | Qt::AlignVCenter);
+    return {};
+}
+
+QVariant SweepTable::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (role == Qt::DisplayRole && orientation == Qt::Horizontal)
+        return text(0, section);
+    if (role == Qt::DisplayRole)
+        return section + 1;
+    return {};
+}
+
+} // namespace calvorn

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+
+#include <cstdint>
+
+namespace calvorn {
+
+enum class BoxIcon { None, Information, Warning, Critical };
+enum class BoxButtons { Ok, OkCancel };
+
+// Results of a message box, with the values that msgResult keeps.
+inline constexpr std::int16_t kBoxOk = 1;
+inline constexpr std::int16_t kBoxCancel = 2;
+
+// Everything that the program asks of the person and the clock: boxes, beeps, ticks and sleeps. The program's
+// own implementation is QtDesktop; a test gives its own, and so answers, counts and advances them.
+class Desktop
+{
+public:
+    virtual ~Desktop() = default;
+
+    // Shows a modal box and returns kBoxOk or kBoxCancel. Closing the box counts as Cancel where there is one.
+    virtual std::int16_t messageBox(BoxIcon icon, BoxButtons buttons, const QString &text, const QString &title) = 0;
+
+    virtual void beep() = 0;
+
+    // Milliseconds of a monotonic clock; wraps around after 2^32 ms.
+    virtual std::uint32_t tickCount() = 0;
+
+    // Sleeps the calling thread. The window does not repaint meanwhile.
+    virtual void sleep(int milliseconds) = 0;
+
+    // Waits for window messages, at most this long, and delivers them.
+    virtual void pumpMessages(int milliseconds) = 0;
+};
+
+} // namespace calvorn

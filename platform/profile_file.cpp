@@ -1,0 +1,243 @@
+// SPDX-License-Identifier: MIT
+#include "platform/profile_file.h"
+
+#include <QFile>
+#include <QSaveFile>
+#include <QStringDecoder>
+
+#include <algorithm>
+#include <optional>
+
+namespace calvorn {
+
+namespace {
+
+QByteArray readAll(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    return file.readAll();
+}
+
+QString decode(QByteArrayView bytes)
+{
+    QStringDecoder utf8(QStringDecoder::Utf8);
+    QString text = utf8.decode(bytes);
+    return utf8.hasError() ? QString::fromLatin1(bytes) : text;
+}
+
+// A line as it stands in the file, its end not included.
+struct Line
+{
+    enum class Kind { Section, Key, Other };
+
+    QByteArrayView text;
+    Kind kind = Kind::Other;
+    QByteArrayView name;  // of the section or the key
+    QByteArrayView value; // of the key
+};
+
+Line parseLine(QByteArrayView text)
+{
+    Line line;
+    line.text = text;
+    const QByteArrayView body = text.trimmed();
+    if (body.isEmpty() || body.front() == ';')
+        return line;
+    if (body.front() == '[') {
+        const qsizetype end = body.indexOf(']');
+        line.kind = Line::Kind::Section;
+        line.name = body.sliced(1, (end < 0 ? body.size() : end) - 1).trimmed();
+        return line;
+    }
+    const qsizetype equals = body.indexOf('=');
+    line.kind = Line::Kind::Key;
+    line.name = (equals < 0 ? body : body.first(equals)).trimmed();
+    line.value = equals < 0 ? QByteArrayView() : body.sliced(equals + 1).trimmed();
+    return line;
+}
+
+bool sameName(QByteArrayView stored, const QString &wanted)
+{
+    return decode(stored).compare(wanted.trimmed(), Qt::CaseInsensitive) == 0;
+}
+
+// Walks over the lines of a file without copying them.
+class LineReader
+{
+public:
+    explicit LineReader(QByteArrayView content) : m_rest(content)
+    {
+        if (m_rest.startsWith("\xEF\xBB\xBF"))
+            m_rest = m_rest.sliced(3);
+    }
+
+    std::optional<QByteArrayView> next()
+    {
+        if (m_rest.isEmpty())
+            return std::nullopt;
+        const qsizetype end = m_rest.indexOf('\n');
+        QByteArrayView line = end < 0 ? m_rest : m_rest.first(end);
+        m_rest = end < 0 ? QByteArrayView() : m_rest.sliced(end + 1);
+        if (line.endsWith('\r'))
+            line.chop(1);
+        return line;
+    }
+
+private:
+    QByteArrayView m_rest;
+};
+
+QByteArrayView withoutQuotes(QByteArrayView value)
+{
+    const bool quoted = value.size() >= 2 && (value.front() == '"' || value.front() == '\'')
+                        && value.back() == value.front();
+    return quoted ? value.sliced(1, value.size() - 2) : value;
+}
+
+QByteArrayView withinBuffer(QByteArrayView value)
+{
+    qsizetype length = std::min<qsizetype>(value.size(), kProfileBufferSize - 1);
+    // Do not cut a UTF-8 sequence in two.
+    if (length < value.size())
+        while (length > 0 && (static_cast<unsigned char>(value[length]) & 0xC0) == 0x80)
+            --length;
+    return value.first(length);
+}
+
+// A value lives on one line: a line break inside it would become a line of its own.
+QByteArray encodeValue(QString value)
+{
+    for (QChar &c : value)
+        if (c == u'\r' || c == u'\n' || c.isNull())
+            c = u' ';
+    return value.toUtf8();
+}
+
+// The file as a list of lines that can be changed and written back.
+class Document
+{
+public:
+    explicit Document(const QString &path) : m_path(path)
+    {
+        const QByteArray content = readAll(path);
+        const qsizetype firstEnd = content.indexOf('\n');
+        m_lineEnd = firstEnd > 0 && content[firstEnd - 1] != '\r' ? "\n" : firstEnd == 0 ? "\n" : "\r\n";
+        LineReader reader(content);
+        while (const auto text = reader.next())
+            m_lines.append(text->toByteArray());
+    }
+
+    void set(const ProfileEntry &entry)
+    {
+        const QByteArray value = encodeValue(entry.value);
+        const qsizetype header = findSection(entry.section);
+        if (header < 0) {
+            m_lines.append("[" + entry.section.trimmed().toUtf8() + "]");
+            m_lines.append(entry.key.trimmed().toUtf8() + "=" + value);
+            return;
+        }
+        qsizetype insertAt = header + 1;
+        for (qsizetype i = header + 1; i < m_lines.size(); ++i) {
+            const Line line = parseLine(m_lines[i]);
+            if (line.kind == Line::Kind::Section)
+                break;
+            if (line.kind == Line::Kind::Key && sameName(line.name, entry.key)) {
+                const qsizetype equals = m_lines[i].indexOf('=');
+                m_lines[i] = (equals < 0 ? m_lines[i] : m_lines[i].first(equals)) + "=" + value;
+                return;
+            }
+            if (!m_lines[i].trimmed().isEmpty())
+                insertAt = i + 1;
+        }
+        m_lines.insert(insertAt, entry.key.trimmed().toUtf8() + "=" + value);
+    }
+
+    // Returns whether there was a key to remove.
+    bool clear(const QString &section)
+    {
+        const qsizetype header = findSection(section);
+        bool changed = false;
+        for (qsizetype i = header + 1; header >= 0 && i < m_lines.size();) {
+            const Line::Kind kind = parseLine(m_lines[i]).kind;
+            if (kind == Line::Kind::Section)
+                break;
+            if (kind == Line::Kind::Key) {
+                m_lines.removeAt(i);
+                changed = true;
+            } else {
+                ++i;
+            }
+        }
+        return changed;
+    }
+
+    bool save() const
+    {
+        QSaveFile file(m_path);
+        if (!file.open(QIODevice::WriteOnly))
+            return false;
+        for (const QByteArray &line : m_lines) {
+            file.write(line);
+            file.write(m_lineEnd);
+        }
+        return file.commit();
+    }
+
+private:
+    qsizetype findSection(const QString &section) const
+    {
+        for (qsizetype i = 0; i < m_lines.size(); ++i) {
+            const Line line = parseLine(m_lines[i]);
+            if (line.kind == Line::Kind::Section && sameName(line.name, section))
+                return i;
+        }
+        return -1;
+    }
+
+    QString m_path;
+    QByteArray m_lineEnd;
+    QList<QByteArray> m_lines;
+};
+
+} // namespace
+
+QString readProfileString(const QString &path, const QString &section, const QString &key)
+{
+    const QByteArray content = readAll(path);
+    LineReader reader(content);
+    bool inSection = false;
+    while (const auto text = reader.next()) {
+        const Line line = parseLine(*text);
+        if (line.kind == Line::Kind::Section) {
+            if (inSection)
+                break;
+            inSection = sameName(line.name, section);
+        } else if (inSection && line.kind == Line::Kind::Key && sameName(line.name, key)) {
+            return decode(withinBuffer(withoutQuotes(line.value)));
+        }
+    }
+    return {};
+}
+
+bool writeProfileString(const QString &path, const QString &section, const QString &key, const QString &value)
+{
+    return writeProfileStrings(path, {{section, key, value}});
+}
+
+bool writeProfileStrings(const QString &path, const QVector<ProfileEntry> &entries)
+{
+    Document document(path);
+    for (const ProfileEntry &entry : entries)
+        document.set(entry);
+    return document.save();
+}
+
+bool clearProfileSection(const QString &path, const QString &section)
+{
+    Document document(path);
+    return !document.clear(section) || document.save();
+}
+
+} // namespace calvorn

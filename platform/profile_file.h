@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+#include <QVector>
+
+namespace calvorn {
+
+// Access to a sectioned settings file: "[Section]" headers, one "key=value" per line, ";" comments.
+//
+// Reading: sections and keys are matched without regard to case; the first section and the first key of a name
+// count. Blanks around key and value are dropped, and so is one pair of equal quotes (' or ") around the value,
+// which keeps the blanks inside it. A value is at most kProfileBufferSize - 1 bytes long; the rest is cut off.
+//
+// Writing: the file is replaced whole (written beside it, then renamed), so it is never seen half written.
+// Comments, unknown keys, the spelling of existing keys, the order and the line ends (CR LF or LF) stay; a new
+// file is written with CR LF. Text is UTF-8; bytes of another encoding are read as Latin-1 and left alone.
+
+// The buffer that a value is read into, in bytes, the terminating zero included.
+inline constexpr int kProfileBufferSize = 255;
+
+// One value to be written.
+struct ProfileEntry
+{
+    QString section;
+    QString key;
+    QString value;
+};
+
+// Returns the value, or an empty text when the file, the section, the key or its value is missing.
+QString readProfileString(const QString &path, const QString &section, const QString &key);
+
+// Returns false when the file could not be replaced; it is then as it was.
+bool writeProfileString(const QString &path, const QString &section, const QString &key, const QString &value);
+
+// Writes all entries with one replacement of the file: either all of them arrive or none.
+bool writeProfileStrings(const QString &path, const QVector<ProfileEntry> &entries);
+
+// Removes every key of the section; its header and its comments stay. A section that is not there stays away.
+bool clearProfileSection(const QString &path, const QString &section);
+
+} // namespace calvorn

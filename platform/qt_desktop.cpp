@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+#include "platform/qt_desktop.h"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QThread>
+#include <QTimer>
+
+namespace calvorn {
+
+namespace {
+
+QMessageBox::Icon toQt(BoxIcon icon)
+{
+    switch (icon) {
+    case BoxIcon::Information:
+        return QMessageBox::Information;
+    case BoxIcon::Warning:
+        return QMessageBox::Warning;
+    case BoxIcon::Critical:
+        return QMessageBox::Critical;
+    case BoxIcon::None:
+        break;
+    }
+    return QMessageBox::NoIcon;
+}
+
+} // namespace
+
+QtDesktop::QtDesktop() { m_clock.start(); }
+
+std::int16_t QtDesktop::messageBox(BoxIcon icon, BoxButtons buttons, const QString &text, const QString &title)
+{
+    QMessageBox box(QApplication::activeWindow());
+    box.setObjectName(QStringLiteral("messageBox"));
+    box.setIcon(toQt(icon));
+    box.setWindowTitle(title);
+    box.setTextFormat(Qt::PlainText);
+    // The texts separate their lines by single carriage returns.
+    box.setText(QString(text).replace(u'\r', u'\n'));
+    box.setStandardButtons(buttons == BoxButtons::Ok ? QMessageBox::Ok : QMessageBox::Ok | QMessageBox::Cancel);
+    box.setDefaultButton(QMessageBox::Ok);
+    return box.exec() == QMessageBox::Ok || buttons == BoxButtons::Ok ? kBoxOk : kBoxCancel;
+}
+
+void QtDesktop::beep() { QApplication::beep(); }
+
+std::uint32_t QtDesktop::tickCount() { return static_cast<std::uint32_t>(m_clock.elapsed()); }
+
+void QtDesktop::sleep(int milliseconds) { QThread::msleep(static_cast<unsigned long>(milliseconds)); }
+
+void QtDesktop::pumpMessages(int milliseconds)
+{
+    // The timer ends the wait: without it an idle queue would be waited on for ever.
+    QTimer wake;
+    wake.setSingleShot(true);
+    wake.start(milliseconds);
+    QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+}
+
+} // namespace calvorn

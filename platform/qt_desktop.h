@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/desktop.h"
+
+#include <QElapsedTimer>
+
+namespace calvorn {
+
+// The real desktop: QMessageBox over the active window, the system beep, the process clock.
+class QtDesktop : public Desktop
+{
+public:
+    QtDesktop();
+
+    std::int16_t messageBox(BoxIcon icon, BoxButtons buttons, const QString &text, const QString &title) override;
+    void beep() override;
+    std::uint32_t tickCount() override;
+    void sleep(int milliseconds) override;
+    void pumpMessages(int milliseconds) override;
+
+private:
+    QElapsedTimer m_clock;
+};
+
+} // namespace calvorn

@@ -1,0 +1,257 @@
+// SPDX-License-Identifier: MIT
+#include "core/settings.h"
+
+#include "platform/profile_file.h"
+#include "tests/support/locales.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace calvorn;
+
+class TestSettings : public QObject
+{
+    Q_OBJECT
+
+private:
+    QTemporaryDir m_folder;
+    Configuration m_configuration;
+    WindowSettings m_window;
+    QStringList m_faults;
+    int m_firstRuns = 0;
+
+    LoadOutcome load(const QByteArray &file, bool writeFirst = true)
+    {
+        m_configuration = Configuration();
+        m_window = WindowSettings();
+        m_configuration.iniPath = m_folder.filePath(QStringLiteral("Calvorn.ini"));
+        if (writeFirst) {
+            QFile ini(m_configuration.iniPath);
+            if (!ini.open(QIODevice::WriteOnly))
+                qFatal("cannot write the settings file of the test");
+            ini.write(file);
+        }
+        SettingsLoader loader(m_configuration, m_window);
+        m_firstRuns = 0;
+        loader.firstRun = [this] { ++m_firstRuns; };
+        const LoadOutcome outcome = loader.load();
+        if (outcome == LoadOutcome::Loaded)
+            loader.loadMarkers();
+        m_faults = loader.faults();
+        return outcome;
+    }
+
+    QByteArray content() const
+    {
+        QFile file(m_configuration.iniPath);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
+    }
+
+private slots:
+    void init() { QFile::remove(m_folder.filePath(QStringLiteral("Calvorn.ini"))); }
+    void cleanup() { QLocale::setDefault(QLocale::c()); }
+
+    void aMissingFileGivesTheDefaultsAndIsFilled();
+    void theScaleTenReadsAsThree();
+    void frequenciesAreClamped();
+    void aSlowComputerHasNoUsbInterface();
+    void deviceNames();
+    void theFirstRunIsAnnounced();
+    void realsOfEitherSeparator_data() { test::addLocaleRows(); }
+    void realsOfEitherSeparator();
+    void theAttenuatorIsCleared();
+    void badTextsGetTheDefaultAndStay();
+    void savedSettingsComeBack_data() { test::addLocaleRows(); }
+    void savedSettingsComeBack();
+    void savingKeepsTheOtherKeys();
+    void anUnwritableFileIsReportedToTheCallerOnly();
+};
+
+void TestSettings::aMissingFileGivesTheDefaultsAndIsFilled()
+{
+    QCOMPARE(load({}, false), LoadOutcome::Loaded);
+    QCOMPARE(m_configuration.interfaceType, std::int16_t{2});
+    QCOMPARE(m_configuration.ddsDevice, QStringLiteral("AD9850"));
+    QCOMPARE(m_configuration.ddsXtalFreq, 80000000);
+    QCOMPARE(m_configuration.ddsMaxFreq, 60000000);
+    QCOMPARE(m_configuration.ddsMinFreq, 10);
+    QCOMPARE(m_configuration.adcDevice, QStringLiteral("10bit"));
+    QCOMPARE(m_configuration.adcOffset, 5.0F);
+    QCOMPARE(m_configuration.adcStep, 0.0F);
+    QCOMPARE(m_configuration.startFreq, 1000000);
+    QCOMPARE(m_configuration.stopFreq, 10000000);
+    QCOMPARE(m_configuration.lptAddress, std::int16_t{888});
+    QCOMPARE(m_configuration.commPort, std::int16_t{6});
+    QCOMPARE(m_configuration.serialSettings, QStringLiteral("115200,N,8,1"));
+    QCOMPARE(m_configuration.maxScaleVolt, 1.5F);
+    QCOMPARE(m_configuration.maxScaleDb, -40);
+    QCOMPARE(m_window.vnaMode, std::int16_t{1});
+    // Every key, in the order of the reads within its section.
+    QCOMPARE(content(),
+             QByteArray("[Config]\r\nInterface=2\r\nDDS Device=AD9850\r\nDDS Multiplier=1\r\n"
+                        "DDS Xtal freq=80000000\r\nDDS Max freq=60000000\r\nDDS Min freq=10\r\nDDS Offset=0\r\n"
+                        "ADC Device=10bit\r\nADC Offset=5\r\nADC Step=0\r\nADC Channel=1\r\n"
+                        "[Debug]\r\nLog=0\r\nUSB API=0\r\nSlow CPU=0\r\n"
+                        "[Parallel Port]\r\nLPT=&H378\r\n"
+                        "[Serial Port]\r\nCommPort=6\r\nSettings=115200,N,8,1\r\n"
+                        "[Calvorn]\r\nScale=0\r\nStart=1000000\r\nStop=10000000\r\nMarker 0=0\r\n"
+                        "Max scaleV=1.5\r\nMax scaleDb=-40\r\nSweep mode=0\r\nCursor mode=0\r\nAux_1=0\r\n"
+                        "Aux_2=0\r\nPot_2=0\r\nMarker 3=0\r\nMarker 4=0\r\nMarker 1=1000000\r\n"
+                        "Marker 2=2000000\r\n"));
+    QVERIFY(m_faults.isEmpty());
+}
+
+void TestSettings::theScaleTenReadsAsThree()
+{
+    load("[Calvorn]\r\nScale=10\r\n");
+    QCOMPARE(m_configuration.scaleType, std::int16_t{3});
+    load("[Calvorn]\r\nScale=4\r\n");
+    QCOMPARE(m_configuration.scaleType, std::int16_t{4});
+}
+
+void TestSettings::frequenciesAreClamped()
+{
+    load("[Calvorn]\r\nStart=70000000\r\nStop=70000000\r\n");
+    QCOMPARE(m_configuration.startFreq, 10);
+    QCOMPARE(m_configuration.stopFreq, 60000000);
+    load("[Calvorn]\r\nStart=5\r\nStop=5\r\n");
+    QCOMPARE(m_configuration.startFreq, 10);
+    QCOMPARE(m_configuration.stopFreq, 5);
+}
+
+void TestSettings::aSlowComputerHasNoUsbInterface()
+{
+    load("[Debug]\r\nUSB API=1\r\nSlow CPU=1\r\n");
+    QVERIFY(!m_configuration.usbApi);
+    load("[Debug]\r\nUSB API=True\r\nSlow CPU=0\r\n");
+    QVERIFY(m_configuration.usbApi);
+}
+
+void TestSettings::deviceNames()
+{
+    QCOMPARE(load("[Config]\r\nDDS Device=AD98\r\n"), LoadOutcome::Loaded);
+    QCOMPARE(load("[Config]\r\nDDS Device=9851\r\n"), LoadOutcome::Loaded);
+    QCOMPARE(load("[Config]\r\nDDS Device=AD9850AD\r\n"), LoadOutcome::Loaded);
+    QCOMPARE(load("[Config]\r\nDDS Device=ad9850\r\n"), LoadOutcome::UnknownDdsDevice);
+    QCOMPARE(load("[Config]\r\nDDS Device=AD9852\r\n"), LoadOutcome::UnknownDdsDevice);
+    QCOMPARE(load("[Config]\r\nDDS Device=AD9850\r\nADC Device=bit\r\n"), LoadOutcome::Loaded);
+    QCOMPARE(load("[Config]\r\nDDS Device=AD9850\r\nADC Device=12bit\r\n"), LoadOutcome::UnknownAdcDevice);
+}
+
+void TestSettings::theFirstRunIsAnnounced()
+{
+    load({}, false);
+    QCOMPARE(m_firstRuns, 1);
+    QCOMPARE(m_configuration.msgResult, std::int16_t{0});
+    load("[Config]\r\nDDS Device=AD9850\r\n");
+    QCOMPARE(m_firstRuns, 0);
+    QVERIFY(m_configuration.msgResult != 0);
+}
+
+void TestSettings::realsOfEitherSeparator()
+{
+    QFETCH(QLocale, locale);
+    QLocale::setDefault(locale);
+    for (const char *text : {"0,0048", "0.0048"}) {
+        load(QByteArray("[Config]\r\nADC Step=") + text + "\r\nDDS Offset=" + text
+             + "\r\n[Calvorn]\r\nMarker 3=" + text + "\r\n");
+        QCOMPARE(m_configuration.adcStep, 0.0048F);
+        QCOMPARE(m_configuration.ddsOffset, 0.0048);
+        QCOMPARE(m_window.marker3, test::inLocale(locale, QStringLiteral("0.0048")));
+        // The default of a real is written with a point and read by every locale.
+        QCOMPARE(m_configuration.maxScaleVolt, 1.5F);
+    }
+}
+
+void TestSettings::theAttenuatorIsCleared()
+{
+    load("[Attenuator]\r\na=1\r\n[Config]\r\nDDS Device=AD9850\r\n");
+    QCOMPARE(readProfileString(m_configuration.iniPath, QStringLiteral("Attenuator"), QStringLiteral("a")), QString());
+}
+
+void TestSettings::badTextsGetTheDefaultAndStay()
+{
+    QCOMPARE(load("[Config]\r\nDDS Device=AD9850\r\nDDS Xtal freq=many\r\nADC Step=1e400\r\n"
+                  "[Serial Port]\r\nCommPort=99999\r\n"),
+             LoadOutcome::Loaded);
+    QCOMPARE(m_configuration.ddsXtalFreq, 80000000);
+    QCOMPARE(m_configuration.adcStep, 0.0F);
+    QCOMPARE(m_configuration.commPort, std::int16_t{6});
+    QCOMPARE(m_faults.size(), 3);
+    QVERIFY2(m_faults[0].contains(QStringLiteral("[Config] \"DDS Xtal freq\"")) && m_faults[0].contains(QStringLiteral("many")),
+             qPrintable(m_faults[0]));
+    QVERIFY(m_faults[2].contains(QStringLiteral("99999")));
+    QVERIFY(content().contains("DDS Xtal freq=many\r\n"));
+    QVERIFY(content().contains("CommPort=99999\r\n"));
+}
+
+void TestSettings::savedSettingsComeBack()
+{
+    QFETCH(QLocale, locale);
+    QLocale::setDefault(locale);
+    load("[Config]\r\nDDS Device=AD9851\r\n");
+    m_configuration.startFreq = 2000000;
+    m_configuration.stopFreq = 3000000;
+    m_configuration.maxScaleVolt = 2.25F;
+    m_configuration.maxScaleDb = -60;
+    m_configuration.scaleType = 4;
+    m_configuration.sweepSpeed = 2;
+    m_configuration.aux1 = 5;
+    m_configuration.aux2 = 250;
+    m_configuration.pot2 = 77;
+    m_configuration.ddsOffset = -12.5;
+    m_configuration.adcOffset = 0.125F;
+    m_window.markerIndex = 3;
+    m_window.marker1 = test::inLocale(locale, QStringLiteral("2,100,000"));
+    m_window.marker2 = QStringLiteral("nonsense");
+    m_window.marker3 = test::inLocale(locale, QStringLiteral("-3.5"));
+    m_window.marker4 = QString();
+    QVERIFY(saveSettings(m_configuration, m_window));
+    QCOMPARE(readProfileString(m_configuration.iniPath, QStringLiteral("Calvorn"), QStringLiteral("Marker 1")),
+             QStringLiteral("2100000"));
+    QCOMPARE(readProfileString(m_configuration.iniPath, QStringLiteral("Calvorn"), QStringLiteral("Max scaleV")),
+             test::inLocale(locale, QStringLiteral("2.25")));
+
+    const QByteArray saved = content();
+    load(saved);
+    QCOMPARE(m_configuration.startFreq, 2000000);
+    QCOMPARE(m_configuration.stopFreq, 3000000);
+    QCOMPARE(m_configuration.maxScaleVolt, 2.25F);
+    QCOMPARE(m_configuration.maxScaleDb, -60);
+    QCOMPARE(m_configuration.scaleType, std::int16_t{4});
+    QCOMPARE(m_configuration.sweepSpeed, std::int16_t{2});
+    QCOMPARE(m_configuration.aux1, std::int16_t{5});
+    QCOMPARE(m_configuration.aux2, std::int16_t{250});
+    QCOMPARE(m_configuration.pot2, std::int16_t{77});
+    QCOMPARE(m_configuration.ddsOffset, -12.5);
+    QCOMPARE(m_configuration.adcOffset, 0.125F);
+    QCOMPARE(m_window.markerIndex, std::int16_t{3});
+    QCOMPARE(m_window.marker1, QStringLiteral("2100000"));
+    QCOMPARE(m_window.marker2, QStringLiteral("0"));
+    QCOMPARE(m_window.marker3, test::inLocale(locale, QStringLiteral("-3.5")));
+    QCOMPARE(m_window.marker4, QStringLiteral("0"));
+    QVERIFY(m_faults.isEmpty());
+}
+
+void TestSettings::savingKeepsTheOtherKeys()
+{
+    load("; mine\r\n[Config]\r\nDDS Device=AD9851\r\nCustom=1\r\n[Calvorn]\r\nCursor mode=1\r\n");
+    m_configuration.cursorMode = 0;
+    QVERIFY(saveSettings(m_configuration, m_window));
+    QVERIFY(content().startsWith("; mine\r\n[Config]\r\nDDS Device=AD9851\r\nCustom=1\r\n"));
+    QVERIFY(content().contains("Cursor mode=1\r\n"));
+}
+
+void TestSettings::anUnwritableFileIsReportedToTheCallerOnly()
+{
+    m_configuration = Configuration();
+    m_configuration.iniPath = m_folder.filePath(QStringLiteral("missing/Calvorn.ini"));
+    SettingsLoader loader(m_configuration, m_window);
+    QCOMPARE(loader.load(), LoadOutcome::Loaded);
+    QCOMPARE(m_configuration.ddsDevice, QStringLiteral("AD9850"));
+    QVERIFY(!saveSettings(m_configuration, m_window));
+}
+
+QTEST_APPLESS_MAIN(TestSettings)
+#include "test_settings.moc"

@@ -1,0 +1,200 @@
+// SPDX-License-Identifier: MIT
+#include "platform/profile_file.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace calvorn;
+
+class TestProfileFile : public QObject
+{
+    Q_OBJECT
+
+private:
+    QTemporaryDir m_folder;
+
+    QString path() const { return m_folder.filePath(QStringLiteral("Calvorn.ini")); }
+
+    void write(const QByteArray &content) const
+    {
+        QFile file(path());
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(content);
+    }
+
+    QByteArray content() const
+    {
+        QFile file(path());
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
+    }
+
+    QString value(const char *section, const char *key) const
+    {
+        return readProfileString(path(), QString::fromLatin1(section), QString::fromLatin1(key));
+    }
+
+    bool put(const char *section, const char *key, const QString &text) const
+    {
+        return writeProfileString(path(), QString::fromLatin1(section), QString::fromLatin1(key), text);
+    }
+
+private slots:
+    void init() { QFile::remove(path()); }
+
+    void readsValues_data();
+    void readsValues();
+    void missingThingsReadAsEmpty();
+    void valueIsCutAtTheBuffer();
+    void cutNeverSplitsACharacter();
+    void writesANewFileWithCrLf();
+    void keepsEverythingItDoesNotKnow();
+    void keepsTheLineEndsOfTheFile();
+    void keepsTheSpellingOfAKey();
+    void newKeyJoinsItsSection();
+    void newSectionGoesToTheEnd();
+    void lineBreaksCannotSmuggleLines();
+    void clearsOnlyTheKeysOfOneSection();
+    void clearingAnAbsentSectionTouchesNothing();
+    void aFailedWriteLeavesTheOldFile();
+    void writesSeveralAtOnce();
+};
+
+void TestProfileFile::readsValues_data()
+{
+    QTest::addColumn<QByteArray>("file");
+    QTest::addColumn<QString>("expected");
+    const auto row = [](const char *name, const char *file, const QString &expected) {
+        QTest::newRow(name) << QByteArray(file) << expected;
+    };
+    row("plain", "[Config]\r\nDDS Device=AD9851\r\n", QStringLiteral("AD9851"));
+    row("line feed only", "[Config]\nDDS Device=AD9851\n", QStringLiteral("AD9851"));
+    row("no end of line", "[Config]\nDDS Device=AD9851", QStringLiteral("AD9851"));
+    row("case of section and key", "[cONFIG]\r\ndds dEVICE=AD9851\r\n", QStringLiteral("AD9851"));
+    row("blanks", "  [ Config ]  \r\n\t DDS Device \t= AD9851 \t\r\n", QStringLiteral("AD9851"));
+    row("double quotes", "[Config]\r\nDDS Device=\" AD9851 \"\r\n", QStringLiteral(" AD9851 "));
+    row("single quotes", "[Config]\r\nDDS Device='AD9851'\r\n", QStringLiteral("AD9851"));
+    row("unequal quotes stay", "[Config]\r\nDDS Device='AD9851\"\r\n", QStringLiteral("'AD9851\""));
+    row("semicolon and equals inside", "[Config]\r\nDDS Device=10dB;10=x\r\n", QStringLiteral("10dB;10=x"));
+    row("comment", "[Config]\r\n;DDS Device=AD9850\r\nDDS Device=AD9851\r\n", QStringLiteral("AD9851"));
+    row("first key counts", "[Config]\r\nDDS Device=A\r\nDDS Device=B\r\n", QStringLiteral("A"));
+    row("first section counts", "[Config]\r\nx=1\r\n[Other]\r\n[Config]\r\nDDS Device=B\r\n", QString());
+    row("key of another section", "[Other]\r\nDDS Device=A\r\n[Config]\r\nDDS Device=B\r\n", QStringLiteral("B"));
+    row("key without a value", "[Config]\r\nDDS Device\r\n", QString());
+    row("byte order mark", "\xEF\xBB\xBF[Config]\r\nDDS Device=AD9851\r\n", QStringLiteral("AD9851"));
+    row("UTF-8", "[Config]\r\nDDS Device=\xC2\xB5V\r\n", QStringLiteral("µV"));
+    row("Latin-1", "[Config]\r\nDDS Device=\xB5V\r\n", QStringLiteral("µV"));
+}
+
+void TestProfileFile::readsValues()
+{
+    QFETCH(QByteArray, file);
+    QFETCH(QString, expected);
+    write(file);
+    QCOMPARE(value("Config", "DDS Device"), expected);
+}
+
+void TestProfileFile::missingThingsReadAsEmpty()
+{
+    QCOMPARE(value("Config", "DDS Device"), QString());
+    write("[Config]\r\nInterface=2\r\n");
+    QCOMPARE(value("Config", "DDS Device"), QString());
+    QCOMPARE(value("Nowhere", "Interface"), QString());
+    // A folder in the place of the file.
+    QFile::remove(path());
+    QVERIFY(QDir().mkdir(path()));
+    QCOMPARE(value("Config", "Interface"), QString());
+    QVERIFY(QDir().rmdir(path()));
+}
+
+void TestProfileFile::valueIsCutAtTheBuffer()
+{
+    write("[a]\r\nb=" + QByteArray(300, 'x') + "\r\n");
+    QCOMPARE(value("a", "b"), QString(254, u'x'));
+}
+
+void TestProfileFile::cutNeverSplitsACharacter()
+{
+    write("[a]\r\nb=" + QByteArray(253, 'x') + "\xC2\xB5\r\n");
+    QCOMPARE(value("a", "b"), QString(253, u'x'));
+}
+
+void TestProfileFile::writesANewFileWithCrLf()
+{
+    QVERIFY(put("Config", "DDS Device", QStringLiteral("AD9850")));
+    QCOMPARE(content(), QByteArray("[Config]\r\nDDS Device=AD9850\r\n"));
+}
+
+void TestProfileFile::keepsEverythingItDoesNotKnow()
+{
+    const QByteArray before = "; mine\r\n\r\n[Config]\r\n ; note\r\nUnknown = 1\r\nInterface=1\r\n\r\njunk line\r\n[Tail]\r\nz=\xB5\r\n";
+    write(before);
+    QVERIFY(put("config", "interface", QStringLiteral("3")));
+    QCOMPARE(content(), QByteArray(before).replace("Interface=1", "Interface=3"));
+}
+
+void TestProfileFile::keepsTheLineEndsOfTheFile()
+{
+    write("[a]\nb=1\n");
+    QVERIFY(put("a", "c", QStringLiteral("2")));
+    QCOMPARE(content(), QByteArray("[a]\nb=1\nc=2\n"));
+}
+
+void TestProfileFile::keepsTheSpellingOfAKey()
+{
+    write("[Config]\r\nDDS Max freq=1\r\n");
+    QVERIFY(put("Config", "DDS Max Freq", QStringLiteral("2")));
+    QCOMPARE(content(), QByteArray("[Config]\r\nDDS Max freq=2\r\n"));
+}
+
+void TestProfileFile::newKeyJoinsItsSection()
+{
+    write("[a]\r\nb=1\r\n\r\n[c]\r\nd=1\r\n");
+    QVERIFY(put("A", "x", QStringLiteral("2")));
+    QCOMPARE(content(), QByteArray("[a]\r\nb=1\r\nx=2\r\n\r\n[c]\r\nd=1\r\n"));
+}
+
+void TestProfileFile::newSectionGoesToTheEnd()
+{
+    write("[a]\r\nb=1\r\n");
+    QVERIFY(put("new", "x", QStringLiteral("2")));
+    QCOMPARE(content(), QByteArray("[a]\r\nb=1\r\n[new]\r\nx=2\r\n"));
+}
+
+void TestProfileFile::lineBreaksCannotSmuggleLines()
+{
+    QVERIFY(put("a", "b", QStringLiteral("1\r\n[evil]\nx=2")));
+    QCOMPARE(value("a", "b"), QStringLiteral("1  [evil] x=2"));
+    QCOMPARE(value("evil", "x"), QString());
+}
+
+void TestProfileFile::clearsOnlyTheKeysOfOneSection()
+{
+    write("[a]\r\nb=1\r\n[Attenuator]\r\n; note\r\nx=1\r\ny=2\r\n\r\n[c]\r\nd=1\r\n");
+    QVERIFY(clearProfileSection(path(), QStringLiteral("attenuator")));
+    QCOMPARE(content(), QByteArray("[a]\r\nb=1\r\n[Attenuator]\r\n; note\r\n\r\n[c]\r\nd=1\r\n"));
+}
+
+void TestProfileFile::clearingAnAbsentSectionTouchesNothing()
+{
+    QVERIFY(clearProfileSection(path(), QStringLiteral("Attenuator")));
+    QVERIFY(!QFile::exists(path()));
+}
+
+void TestProfileFile::aFailedWriteLeavesTheOldFile()
+{
+    const QString nowhere = m_folder.filePath(QStringLiteral("missing/Calvorn.ini"));
+    QVERIFY(!writeProfileString(nowhere, QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")));
+    QVERIFY(!QFile::exists(nowhere));
+}
+
+void TestProfileFile::writesSeveralAtOnce()
+{
+    QVERIFY(writeProfileStrings(path(), {{QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("1")},
+                                         {QStringLiteral("c"), QStringLiteral("d"), QStringLiteral("2")},
+                                         {QStringLiteral("A"), QStringLiteral("e"), QStringLiteral("3")}}));
+    QCOMPARE(content(), QByteArray("[a]\r\nb=1\r\ne=3\r\n[c]\r\nd=2\r\n"));
+}
+
+QTEST_APPLESS_MAIN(TestProfileFile)
+#include "test_profile_file.moc"
