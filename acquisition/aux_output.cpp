@@ -129,7 +129,7 @@ void AuxOutput::setUpPotentiometer()
     const auto limited = [this](const char *key) { return static_cast<int>(std::clamp(readOwnNumber(key), 0.0, 255.0)); };
     m_i2cControl = static_cast<std::uint8_t>(limited("i2c_control"));
     m_i2cCommand = static_cast<std::uint8_t>(limited("i2c_command"));
-    const auto [low, high] = std::minmax(limited("PotMin"), limited("PotMax"));
+    const auto [low, high] = std::minmax({limited("PotMin"), limited("PotMax")});
     const QSignalBlocker quiet(m_potentiometer);
     m_potentiometer->setRange(low, high);
     m_potentiometer->setValue(m_configuration.pot2);

@@ -1,0 +1,162 @@
+// SPDX-License-Identifier: MIT
+#include "acquisition/range_entry.h"
+
+#include "tests/support/fake_desktop.h"
+#include "tests/support/locales.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+#include <memory>
+
+using namespace calvorn;
+using calvorn::test::inLocale;
+
+class TestRangeEntry : public QObject
+{
+    Q_OBJECT
+
+private:
+    // The widget with everything it stands on.
+    struct Bench
+    {
+        Configuration configuration;
+        test::FakeDesktop desktop;
+        Messages messages{configuration, desktop};
+        Log log{configuration};
+        ErrorBoundary boundary{messages, log};
+        SweepTable table{configuration};
+        FrequencyReadouts readouts;
+        RangeEntry entry{configuration, table, readouts, messages, boundary};
+
+        Bench()
+        {
+            configuration.ddsMinFreq = 10;
+            configuration.ddsMaxFreq = 60000000;
+            configuration.startFreq = 1000000;
+            configuration.stopFreq = 10000000;
+            entry.aggiornaLblFrequenza();
+            entry.show();
+            entry.activateWindow();
+            (void)QTest::qWaitForWindowActive(&entry);
+        }
+
+        QLineEdit *box(const char *name) { return entry.findChild<QLineEdit *>(QString::fromLatin1(name)); }
+
+        void type(const char *name, const QString &text)
+        {
+            QLineEdit *edit = box(name);
+            edit->setFocus();
+            edit->selectAll();
+            // Nobody has a key for a narrow space; a plain one is typed.
+            QTest::keyClicks(edit, QString(text).replace(u'\u202F', u' '));
+            QTest::keyClick(edit, Qt::Key_Tab);
+        }
+    };
+
+private slots:
+    void cleanup() { QLocale::setDefault(QLocale::c()); }
+
+    void thePlanIsShown_data() { test::addLocaleRows(); }
+    void thePlanIsShown()
+    {
+        QFETCH(QLocale, locale);
+        QLocale::setDefault(locale);
+        Bench bench;
+        const auto expect = [&](const char *text) { return inLocale(locale, QString::fromLatin1(text)); };
+        QCOMPARE(bench.box("txtStart")->text(), expect("1,000,000"));
+        QCOMPARE(bench.box("txtStop")->text(), expect("10,000,000"));
+        QCOMPARE(bench.box("txtStep")->text(), expect("22,500"));
+        QCOMPARE(bench.readouts.startText(), expect("1,000,000"));
+        QCOMPARE(bench.readouts.findChild<QLabel *>(QStringLiteral("lblCentro"))->text(), expect("5,477,500"));
+        QCOMPARE(bench.readouts.stopText(), expect("9,977,500"));
+        QCOMPARE(bench.entry.sampleCountLabel()->text(), QStringLiteral("N.Campioni 399"));
+        QVERIFY(!bench.entry.isPlanStale());
+    }
+
+    void aRangeTooSmallIsCorrectedAndTold()
+    {
+        Bench bench;
+        bench.configuration.startFreq = 1000;
+        bench.configuration.stopFreq = 1200;
+        bench.entry.aggiornaLblFrequenza();
+        QCOMPARE(bench.desktop.beeps, 1);
+        QCOMPARE(bench.desktop.boxes.size(), 1);
+        const auto box = bench.desktop.boxes.first();
+        QCOMPARE(box.text, QStringLiteral("Minimum sweeping range is 400 Hz.\r\rStop frequency will be set to 1,400 Hz"));
+        QCOMPARE(box.icon, BoxIcon::Warning);
+        QCOMPARE(box.buttons, BoxButtons::Ok);
+        QCOMPARE(box.title, QStringLiteral("Brenik - Calvorn  v2.0"));
+        QCOMPARE(bench.box("txtStop")->text(), QStringLiteral("1,400"));
+        QCOMPARE(bench.box("txtStep")->text(), QStringLiteral("1"));
+    }
+
+    void aDescendingPairNearZeroNamesBothEnds()
+    {
+        Bench bench;
+        bench.configuration.startFreq = 300;
+        bench.configuration.stopFreq = 100;
+        bench.entry.calcolaStep();
+        QCOMPARE(bench.desktop.lastText(), QStringLiteral("Minimum sweeping range is 400 Hz.\r"
+                                                          "Start frequency will be set to 401 Hz\r"
+                                                          "Stop frequency will be set to 1 Hz"));
+        QCOMPARE(bench.configuration.stepFreq, -1);
+    }
+
+    void typedFrequenciesAreTaken_data() { test::addLocaleRows(); }
+    void typedFrequenciesAreTaken()
+    {
+        QFETCH(QLocale, locale);
+        QLocale::setDefault(locale);
+        Bench bench;
+        QSignalSpy changed(&bench.entry, &RangeEntry::rangeChanged);
+        bench.type("txtStart", QStringLiteral("2500000"));
+        QCOMPARE(bench.configuration.startFreq, 2500000);
+        QCOMPARE(bench.box("txtStart")->text(), inLocale(locale, QStringLiteral("2,500,000")));
+        QCOMPARE(changed.count(), 1);
+        QVERIFY(bench.entry.isPlanStale());
+        bench.type("txtStop", inLocale(locale, QStringLiteral("3,500,000")));
+        QCOMPARE(bench.configuration.stopFreq, 3500000);
+        QCOMPARE(bench.desktop.beeps, 0);
+    }
+
+    void enteringTheBoxShowsPlainDigits()
+    {
+        Bench bench;
+        bench.box("txtStep")->setFocus();
+        bench.box("txtStop")->setFocus();
+        QCOMPARE(bench.box("txtStop")->text(), QStringLiteral("10000000"));
+        QTest::keyClick(bench.box("txtStop"), Qt::Key_Tab);
+        QCOMPARE(bench.box("txtStop")->text(), QStringLiteral("10,000,000"));
+    }
+
+    void badEntriesAreCorrectedInPlace()
+    {
+        Bench bench;
+        bench.type("txtStop", QStringLiteral("hello"));
+        QCOMPARE(bench.box("txtStop")->text(), QStringLiteral("10,000,000"));
+        QCOMPARE(bench.desktop.beeps, 0);
+        bench.type("txtStart", QStringLiteral("5"));
+        QCOMPARE(bench.box("txtStart")->text(), QStringLiteral("10"));
+        QCOMPARE(bench.desktop.beeps, 1);
+        bench.type("txtStop", QStringLiteral("99999999999"));
+        QCOMPARE(bench.box("txtStop")->text(), QStringLiteral("60,000,000"));
+        QCOMPARE(bench.desktop.beeps, 2);
+        QCOMPARE(bench.desktop.boxes.size(), 0);
+    }
+
+    void returnTakesTheEntryToo()
+    {
+        Bench bench;
+        QLineEdit *box = bench.box("txtStart");
+        box->setFocus();
+        box->selectAll();
+        QTest::keyClicks(box, QStringLiteral("3000000"));
+        QTest::keyClick(box, Qt::Key_Return);
+        QCOMPARE(bench.configuration.startFreq, 3000000);
+        QCOMPARE(box->text(), QStringLiteral("3000000"));
+    }
+};
+
+QTEST_MAIN(TestRangeEntry)
+#include "test_range_entry.moc"

@@ -1,0 +1,284 @@
+// SPDX-License-Identifier: MIT
+#include "acquisition/sweep_controls.h"
+
+#include "core/runtime_error.h"
+#include "tests/support/fake_desktop.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace calvorn;
+
+namespace {
+
+// A driver that writes down what it is told.
+class RecordingDriver : public AcquisitionDriver
+{
+public:
+    using AcquisitionDriver::AcquisitionDriver;
+
+    QStringList calls;
+    Replanning how = Replanning::InPlace;
+    bool accepts = true;
+    bool fails = false;
+
+    QString logPrefix() const override { return QStringLiteral("X> "); }
+    QString caption() const override { return {}; }
+    ErrorReaction reactionTo(std::int16_t) const override { return ErrorReaction::Ignore; }
+    Replanning replanning() const override { return how; }
+    bool startSweep() override
+    {
+        calls.append(QStringLiteral("start"));
+        if (fails)
+            throw RuntimeError(RuntimeError::Kind::DriverCall, QStringLiteral("as told"));
+        return accepts;
+    }
+    void stopSweep(std::int16_t reason) override { calls.append(QStringLiteral("stop %1").arg(reason)); }
+    void replanSweep() override { calls.append(QStringLiteral("replan")); }
+    void parkAtChangedStart() override { calls.append(QStringLiteral("park")); }
+    void setSpeed(std::int16_t code) override { calls.append(QStringLiteral("speed %1").arg(code)); }
+    void shutDown() override {}
+
+protected:
+    void attach(const QDBusConnection &, const QString &) override {}
+    bool configureHardware() override { return true; }
+};
+
+struct Bench
+{
+    Configuration configuration;
+    WindowSettings window;
+    test::FakeDesktop desktop;
+    Messages messages{configuration, desktop};
+    Log log{configuration};
+    ErrorBoundary boundary{messages, log};
+    ServerProcess server{QString()};
+    RecordingDriver driver{DriverContext{configuration, window, messages, log, server}, QStringLiteral("/x"), nullptr};
+    SweepControls controls{configuration, messages, log, boundary};
+    QSignalSpy enabled{&controls, &SweepControls::idleCommandsEnabled};
+
+    Bench()
+    {
+        configuration.startFreq = 1000000;
+        configuration.stopFreq = 10000000;
+        controls.setDriver(&driver);
+        controls.show();
+    }
+
+    QAbstractButton *button(const char *name)
+    {
+        return controls.findChild<QAbstractButton *>(QString::fromLatin1(name));
+    }
+    QString label(const char *name) { return controls.findChild<QLabel *>(QString::fromLatin1(name))->text(); }
+    void click(const char *name) { QTest::mouseClick(button(name), Qt::LeftButton); }
+    void fireTimer()
+    {
+        auto *timer = controls.findChild<QTimer *>(QStringLiteral("timerUpdateSweep"));
+        timer->setInterval(0);
+        controls.restartTimerUpdateSweep();
+        QTRY_VERIFY(!timer->isActive());
+    }
+};
+
+} // namespace
+
+class TestSweepControls : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void aRangeTooSmallStartsNothing()
+    {
+        Bench bench;
+        bench.configuration.stopFreq = 1000399;
+        bench.click("cmdStart");
+        QCOMPARE(bench.desktop.beeps, 1);
+        QCOMPARE(bench.desktop.lastText(), QStringLiteral("The minimum sweep range is 400 Hz"));
+        QCOMPARE(bench.desktop.boxes.first().icon, BoxIcon::Warning);
+        QVERIFY(bench.driver.calls.isEmpty());
+        QVERIFY(bench.button("cmdStart")->isVisible());
+        QCOMPARE(bench.controls.sweepState(), SweepControls::kIdle);
+    }
+
+    void startingSwitchesTheButtonsAndRefreshesTheLabels()
+    {
+        Bench bench;
+        QStringList order;
+        connect(&bench.controls, &SweepControls::frequencyLabelsStale, this, [&] { order.append(QStringLiteral("f")); });
+        connect(&bench.controls, &SweepControls::markerLabelsStale, this, [&] { order.append(QStringLiteral("m")); });
+        bench.click("cmdStart");
+        QCOMPARE(order.join(QString()), QStringLiteral("fm"));
+        QCOMPARE(bench.driver.calls, QStringList{QStringLiteral("start")});
+        QCOMPARE(bench.controls.sweepState(), SweepControls::kSweeping);
+        QVERIFY(bench.button("cmdStop")->isVisible());
+        QVERIFY(!bench.button("cmdStart")->isVisible());
+        QCOMPARE(bench.enabled.last().first().toBool(), false);
+        bench.click("cmdStop");
+        QCOMPARE(bench.driver.calls.last(), QStringLiteral("stop 2"));
+        QVERIFY(bench.button("cmdStop")->isVisible());
+        bench.controls.sweepCompleted();
+        QVERIFY(bench.button("cmdStart")->isVisible());
+        QVERIFY(!bench.button("cmdStop")->isVisible());
+        QCOMPARE(bench.enabled.last().first().toBool(), true);
+        QCOMPARE(bench.controls.sweepState(), SweepControls::kIdle);
+    }
+
+    void theForcedStopRestoresOnlyTheButtons()
+    {
+        Bench bench;
+        bench.configuration.logDebug = true;
+        bench.click("cmdStart");
+        bench.click("cmdStop");
+        QVERIFY(bench.button("cmdStop")->isVisible());
+        bench.controls.cmdSwStop_Click();
+        QVERIFY(bench.button("cmdStart")->isVisible());
+        QCOMPARE(bench.controls.sweepState(), SweepControls::kSweeping);
+        QCOMPARE(bench.log.takeEarlyLines(), QStringList{QStringLiteral("Stop sweep forzato")});
+        QCOMPARE(bench.driver.calls.count(QStringLiteral("stop 2")), 2);
+    }
+
+    void aNewStartWaitsForTheEndOfTheOldSweep()
+    {
+        Bench bench;
+        bench.click("cmdStart");
+        bench.controls.cmdSwStop_Click();
+        int pumps = 0;
+        bench.desktop.whilePumping = [&] {
+            // A second click while the first waits changes nothing.
+            bench.controls.cmdStart_Click();
+            if (++pumps == 3)
+                bench.controls.sweepCompleted();
+        };
+        bench.click("cmdStart");
+        QCOMPARE(pumps, 3);
+        QCOMPARE(bench.driver.calls.count(QStringLiteral("start")), 2);
+        QCOMPARE(bench.controls.sweepState(), SweepControls::kSweeping);
+    }
+
+    void closingEndsTheWaiting()
+    {
+        Bench bench;
+        bench.click("cmdStart");
+        bench.controls.cmdSwStop_Click();
+        bench.desktop.whilePumping = [&] { bench.controls.abandonWaiting(); };
+        bench.click("cmdStart");
+        QCOMPARE(bench.driver.calls.count(QStringLiteral("start")), 1);
+        QVERIFY(bench.button("cmdStart")->isVisible());
+    }
+
+    void aRefusedPreparationLeavesTheWindowIdle()
+    {
+        Bench bench;
+        bench.driver.accepts = false;
+        bench.click("cmdStart");
+        QCOMPARE(bench.controls.sweepState(), SweepControls::kIdle);
+        QVERIFY(bench.button("cmdStop")->isVisible());
+    }
+
+    void aFailedStartNeverLeavesTheWindowStuck()
+    {
+        Bench bench;
+        bench.driver.fails = true;
+        bench.click("cmdStart");
+        QCOMPARE(bench.desktop.boxes.size(), 1);
+        QVERIFY(bench.desktop.lastText().contains(QStringLiteral("(in cmdStart_Click)")));
+        QCOMPARE(bench.controls.sweepState(), SweepControls::kIdle);
+        QVERIFY(bench.button("cmdStart")->isVisible());
+        bench.driver.fails = false;
+        bench.click("cmdStart");
+        QCOMPARE(bench.controls.sweepState(), SweepControls::kSweeping);
+    }
+
+    void anInterfaceWithoutADriverIsTold()
+    {
+        Bench bench;
+        bench.configuration.interfaceType = 7;
+        bench.controls.setDriver(nullptr);
+        bench.click("cmdStart");
+        QVERIFY2(bench.desktop.lastText().startsWith(QStringLiteral("There is no driver for this interface: 7")),
+                 qPrintable(bench.desktop.lastText()));
+        QCOMPARE(bench.controls.sweepState(), SweepControls::kIdle);
+        QVERIFY(bench.button("cmdStart")->isVisible());
+        bench.click("optSpeed_1");
+        bench.fireTimer();
+        QCOMPARE(bench.desktop.boxes.size(), 1);
+    }
+
+    void theSpeedIsStoredAndSentAtOnce()
+    {
+        Bench bench;
+        bench.configuration.sweepSpeed = 1;
+        bench.controls.showSpeed(true);
+        QVERIFY(bench.button("optSpeed_1")->isChecked());
+        bench.click("optSpeed_2");
+        QCOMPARE(bench.configuration.sweepSpeed, std::int16_t{2});
+        QCOMPARE(bench.driver.calls, QStringList{QStringLiteral("speed 2")});
+        bench.controls.showSpeed(false);
+        QVERIFY(!bench.button("optSpeed_2")->isVisible());
+    }
+
+    void anIdleChangeParksTheGenerator()
+    {
+        Bench bench;
+        QSignalSpy idle(&bench.controls, &SweepControls::idleRangeChanged);
+        bench.fireTimer();
+        QCOMPARE(idle.count(), 1);
+        QCOMPARE(bench.driver.calls, QStringList{QStringLiteral("park")});
+    }
+
+    void aRunningSweepIsReplannedInPlaceOrRestarted()
+    {
+        Bench bench;
+        bench.click("cmdStart");
+        bench.fireTimer();
+        QCOMPARE(bench.driver.calls, (QStringList{QStringLiteral("start"), QStringLiteral("replan")}));
+        bench.driver.how = AcquisitionDriver::Replanning::StopAndRestart;
+        bench.desktop.whilePumping = [&] { bench.controls.sweepCompleted(); };
+        bench.fireTimer();
+        QCOMPARE(bench.driver.calls.mid(2), (QStringList{QStringLiteral("stop 1"), QStringLiteral("start")}));
+        QVERIFY(bench.button("cmdStop")->isVisible());
+    }
+
+    void manyChangesAreAppliedOnce()
+    {
+        Bench bench;
+        auto *timer = bench.controls.findChild<QTimer *>(QStringLiteral("timerUpdateSweep"));
+        timer->setInterval(20);
+        for (int i = 0; i < 10; ++i)
+            bench.controls.restartTimerUpdateSweep();
+        QTRY_COMPARE(bench.driver.calls.size(), 1);
+        QTest::qWait(60);
+        QCOMPARE(bench.driver.calls.size(), 1);
+    }
+
+    void thePeriodIsMeasured()
+    {
+        Bench bench;
+        bench.desktop.ticks = 5000;
+        bench.controls.aggiornaTimer();
+        bench.desktop.ticks = 6000;
+        bench.controls.aggiornaTimer();
+        QCOMPARE(bench.label("lblSweepTime"), QStringLiteral("1000"));
+        QCOMPARE(bench.label("lblSweepRate"), QStringLiteral("1.00"));
+        // Two vectors within one tick change nothing.
+        bench.controls.aggiornaTimer();
+        QCOMPARE(bench.label("lblSweepTime"), QStringLiteral("1000"));
+        bench.desktop.ticks = 6120;
+        bench.controls.aggiornaTimer();
+        QCOMPARE(bench.label("lblSweepTime"), QStringLiteral("120"));
+        QCOMPARE(bench.label("lblSweepRate"), QStringLiteral("8.33"));
+    }
+
+    void thePeriodIsRightAcrossAWrapOfTheTickCounter()
+    {
+        Bench bench;
+        bench.desktop.ticks = 0xFFFFFF00U;
+        bench.controls.aggiornaTimer();
+        bench.desktop.ticks = 0x00000100U;
+        bench.controls.aggiornaTimer();
+        QCOMPARE(bench.label("lblSweepTime"), QStringLiteral("512"));
+    }
+};
+
+QTEST_MAIN(TestSweepControls)
+#include "test_sweep_controls.moc"

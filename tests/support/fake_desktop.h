@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/desktop.h"
+
+#include <QCoreApplication>
+#include <QList>
+#include <QQueue>
+#include <QString>
+
+#include <functional>
+
+namespace calvorn::test {
+
+// A desktop that nobody sits at: it records boxes, answers them from a queue, counts beeps, and its clock stands
+// still until it is moved.
+class FakeDesktop : public Desktop
+{
+public:
+    struct Box
+    {
+        BoxIcon icon;
+        BoxButtons buttons;
+        QString text;
+        QString title;
+    };
+
+    QList<Box> boxes;
+    QQueue<std::int16_t> answers; // OK when there are none left
+    int beeps = 0;
+    int sleptMs = 0;
+    std::uint32_t ticks = 0; // ms
+    std::function<void()> whilePumping; // called before messages are delivered
+
+    std::int16_t messageBox(BoxIcon icon, BoxButtons buttons, const QString &text, const QString &title) override
+    {
+        boxes.append({icon, buttons, text, title});
+        return answers.isEmpty() ? kBoxOk : answers.dequeue();
+    }
+    void beep() override { ++beeps; }
+    std::uint32_t tickCount() override { return ticks; }
+    void sleep(int milliseconds) override { sleptMs += milliseconds; }
+    void pumpMessages(int milliseconds) override
+    {
+        if (whilePumping)
+            whilePumping();
+        QCoreApplication::processEvents(QEventLoop::AllEvents, milliseconds);
+    }
+
+    QString lastText() const { return boxes.isEmpty() ? QString() : boxes.last().text; }
+};
+
+} // namespace calvorn::test

@@ -1,0 +1,146 @@
+// SPDX-License-Identifier: MIT
+// Stands in for the acquisition server: answers every call of the three interfaces, writes each into a log, and
+// does what the control file says. One rule per line:
+//   refuse <operation>    its ok flag is false
+//   fail <operation>      the call ends with an error
+//   hang <operation>      the call is never answered and the process stops listening
+//   die <operation>       the process ends in the middle of the call
+//   vectors <count>       RunSweep sends this many vectors, sample k of vector v being v * 1000 + k
+//   complete              RunSweep ends the sweep after them
+#include <QCoreApplication>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusServer>
+#include <QDBusVirtualObject>
+#include <QFile>
+#include <QSocketNotifier>
+#include <QTemporaryDir>
+#include <QThread>
+#include <QTextStream>
+
+#include <unistd.h>
+
+namespace {
+
+class FakeObject : public QDBusVirtualObject
+{
+public:
+    explicit FakeObject(const QString &controlFile) : m_controlFile(controlFile) {}
+
+    QString introspect(const QString &) const override { return {}; }
+
+    bool handleMessage(const QDBusMessage &message, const QDBusConnection &connection) override
+    {
+        const QString operation = message.member();
+        if (operation == u"VectorTaken")
+            return true;
+        write(message);
+        if (hasRule(QStringLiteral("hang"), operation))
+            for (;;)
+                QThread::sleep(1);
+        if (hasRule(QStringLiteral("die"), operation))
+            _exit(1);
+        if (hasRule(QStringLiteral("fail"), operation)) {
+            connection.send(message.createErrorReply(QDBusError::Failed, QStringLiteral("as told")));
+            return true;
+        }
+        connection.send(message.createReply(results(message)));
+        if (operation == u"RunSweep")
+            runSweep(message, connection);
+        if (operation == u"StopSweep" && m_running)
+            complete(message, connection);
+        return true;
+    }
+
+private:
+    QStringList rules() const
+    {
+        QFile file(m_controlFile);
+        if (!file.open(QIODevice::ReadOnly))
+            return {};
+        return QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts);
+    }
+
+    bool hasRule(const QString &verb, const QString &operation) const
+    {
+        return rules().contains(verb + u' ' + operation);
+    }
+
+    void write(const QDBusMessage &message) const
+    {
+        QStringList arguments;
+        for (const QVariant &argument : message.arguments())
+            arguments.append(argument.typeId() == QMetaType::QString ? argument.toString()
+                                                                     : QString::number(argument.toDouble(), 'g', 12));
+        QFile log(m_controlFile + QStringLiteral(".log"));
+        if (log.open(QIODevice::Append))
+            QTextStream(&log) << message.path().mid(1) << '.' << message.member() << '(' << arguments.join(u", ") << ")\n";
+    }
+
+    QVariantList results(const QDBusMessage &message) const
+    {
+        const QString operation = message.member();
+        const bool ok = !hasRule(QStringLiteral("refuse"), operation);
+        const bool pic = message.path() == u"/aPIC";
+        if (operation == u"OpenPort" || operation == u"SendFrequency" || operation == u"WriteI2c"
+            || (pic && operation == u"PrepareSweep"))
+            return {ok};
+        if (operation == u"ReadDetector")
+            return {QVariant::fromValue<short>(512)};
+        return {};
+    }
+
+    void runSweep(const QDBusMessage &message, const QDBusConnection &connection)
+    {
+        m_running = true;
+        for (const QString &rule : rules()) {
+            if (!rule.startsWith(u"vectors "))
+                continue;
+            const int count = rule.mid(8).toInt();
+            for (int v = 0; v < count; ++v) {
+                QList<int> samples;
+                for (int k = 0; k < 400; ++k)
+                    samples.append(v * 1000 + k);
+                send(message, connection, QStringLiteral("aVettore"), {QVariant::fromValue(samples)});
+            }
+        }
+        if (rules().contains(QStringLiteral("complete")))
+            complete(message, connection);
+    }
+
+    void complete(const QDBusMessage &message, const QDBusConnection &connection)
+    {
+        m_running = false;
+        send(message, connection, QStringLiteral("aComplete"), {});
+    }
+
+    static void send(const QDBusMessage &call, const QDBusConnection &connection, const QString &name,
+                     const QVariantList &arguments)
+    {
+        QDBusMessage signal = QDBusMessage::createSignal(call.path(), call.interface(), name);
+        signal.setArguments(arguments);
+        connection.send(signal);
+    }
+
+    QString m_controlFile;
+    bool m_running = false;
+};
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QCoreApplication application(argc, argv);
+    FakeObject object(qEnvironmentVariable("CALVORN_FAKE_CONTROL"));
+    QTemporaryDir folder;
+    QDBusServer server(QStringLiteral("unix:path=") + folder.filePath(QStringLiteral("socket")));
+    QDBusConnection client(QString{});
+    QObject::connect(&server, &QDBusServer::newConnection, &application, [&](const QDBusConnection &connection) {
+        client = connection;
+        client.registerVirtualObject(QStringLiteral("/"), &object, QDBusConnection::SubPath);
+    });
+    QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
+    QObject::connect(&input, &QSocketNotifier::activated, &application, [] { QCoreApplication::exit(0); });
+    QTextStream(stdout) << server.address() << Qt::endl;
+    return QCoreApplication::exec();
+}
