@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "server/drivers/lpt_driver.h"
+
+#include <QDBusConnection>
+#include <QObject>
+#include <QString>
+#include <QTemporaryDir>
+#include <QTimer>
+
+#include <memory>
+
+class QDBusServer;
+
+namespace calvorn {
+
+// One program's acquisition server: a private D-Bus socket in a directory that only this user can enter, one
+// connection, and behind it one object for each driver (/aLPT).
+class AcquisitionServer : public QObject
+{
+    Q_OBJECT
+
+public:
+    // settingsPath: the program's settings file, read when a port is opened.
+    explicit AcquisitionServer(const QString &settingsPath, QObject *parent = nullptr);
+    ~AcquisitionServer() override;
+
+    // Opens the socket. False, with the reason in errorText(), when that cannot be done.
+    bool listen();
+    QString errorText() const { return m_errorText; }
+
+    // What the program passes to QDBusConnection::connectToPeer().
+    QString address() const;
+
+signals:
+    // The program has gone, or did not come within 10 s.
+    void finished();
+
+private slots:
+    void onDisconnected(); // by name: QtDBus delivers the bus library's own signals only to slots
+
+private:
+    void onConnection(const QDBusConnection &connection);
+    void removeDirectory();
+
+    std::unique_ptr<QTemporaryDir> m_directory;
+    std::unique_ptr<QDBusServer> m_server;
+    QDBusConnection m_connection;
+    QTimer m_patience;
+    QString m_errorText;
+    LptDriver m_lpt;
+};
+
+} // namespace calvorn

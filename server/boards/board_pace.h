@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <chrono>
+
+namespace calvorn {
+
+// The board's own clock, and its tie to the real one. When paced, the calling thread sleeps as soon as the board
+// is 2 ms ahead of real time; a board that fell behind by less than 20 ms (a late wake-up, a busy machine) catches
+// up, one that fell behind by more was idle and starts afresh.
+class BoardPace
+{
+public:
+    using Time = std::chrono::nanoseconds;
+
+    explicit BoardPace(bool paced)
+        : m_paced(paced)
+    {
+    }
+
+    void advance(Time duration);
+    Time now() const { return m_now; }
+
+private:
+    void followRealTime();
+
+    bool m_paced;
+    Time m_now{};
+    Time m_checked{};
+    std::chrono::steady_clock::time_point m_due{}; // the real time at which the board's clock is right
+};
+
+} // namespace calvorn

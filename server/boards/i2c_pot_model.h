@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <vector>
+
+namespace calvorn {
+
+// DS1803, the dual potentiometer with 256 steps, at address 0x50 (A2..A0 low); powers up at 0. Write transfers
+// only: a read address is not acknowledged.
+class I2cPotModel
+{
+public:
+    // Levels that the master gives the two lines; high means released.
+    void drive(bool scl, bool sda);
+
+    // The data line as it stands on the bus.
+    bool sda() const { return m_masterSda && !m_pullingLow; }
+
+    // pot: 0 or 1.
+    std::uint8_t wiper(std::size_t pot) const { return m_wipers[pot]; }
+
+    // The bytes of the latest transfer, acknowledged or not.
+    const std::vector<std::uint8_t> &bytes() const { return m_bytes; }
+    // Complete clock pulses of the latest transfer, between START and STOP.
+    int pulses() const { return m_pulses; }
+    int stops() const { return m_stops; }
+
+private:
+    void start();
+    void rise(bool sda);
+    void fall();
+    bool takeByte(std::uint8_t value);
+
+    bool m_scl = true;
+    bool m_masterSda = true;
+    bool m_pullingLow = false;
+    bool m_active = false;    // between START and STOP
+    bool m_addressed = false; // this chip is meant
+    int m_bit = 0;            // 0..7 data, 8 acknowledge
+    bool m_roseInTransfer = false;
+    unsigned m_shift = 0;
+    std::uint8_t m_command = 0;
+    std::vector<std::uint8_t> m_bytes;
+    std::array<std::uint8_t, 2> m_wipers{};
+    int m_pulses = 0;
+    int m_stops = 0;
+};
+
+} // namespace calvorn

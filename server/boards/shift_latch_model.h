@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+
+namespace calvorn {
+
+// Two chained 74HC595: the serial data enter the one that makes Aux1; its serial output feeds the one of Aux2.
+class ShiftLatchModel
+{
+public:
+    // Levels at the pins; clock and latch act on their rising edges.
+    void drive(bool data, bool clock, bool latch);
+
+    std::uint8_t aux1() const { return static_cast<std::uint8_t>(m_outputs); }
+    std::uint8_t aux2() const { return static_cast<std::uint8_t>(m_outputs >> 8); }
+    std::uint64_t latches() const { return m_latches; }
+    std::uint64_t clocks() const { return m_clocks; }
+
+private:
+    std::uint16_t m_shift = 0;
+    std::uint16_t m_outputs = 0;
+    bool m_clock = false;
+    bool m_latch = false;
+    std::uint64_t m_latches = 0;
+    std::uint64_t m_clocks = 0;
+};
+
+} // namespace calvorn

@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: MIT
+#include "server/drivers/dds_loader.h"
+
+#include "server/synthesiser/ad985x_word.h"
+#include "server/synthesiser/ad9951_registers.h"
+
+namespace calvorn {
+
+namespace {
+// Five periods of the slowest clock (1 MHz) and some margin for the RC element that modules put in the line.
+constexpr std::chrono::microseconds kResetHold{10};
+constexpr std::chrono::milliseconds kPllLock{10};
+} // namespace
+
+void DdsLoader::startUp(const DdsClock &clock, std::uint32_t word)
+{
+    m_pins.set({{LptLine::DdsClock, false},
+                {LptLine::DdsUpdate, false},
+                {LptLine::DdsData, false},
+                {LptLine::DdsReset, true}});
+    m_pins.wait(kResetHold);
+    m_pins.set({{LptLine::DdsReset, false}});
+    m_pins.wait(kResetHold);
+
+    if (clock.chip == DdsChip::Ad9951) {
+        shiftMsbFirst(ad9951Cfr1());
+        pulseUpdate();
+        shiftMsbFirst(ad9951Cfr2(clock));
+        pulseUpdate();
+        if (effectiveMultiplier(clock) != 1)
+            m_pins.wait(kPllLock);
+    } else {
+        // Serial mode: the wired pattern xxxxx011 goes in with one W_CLK and one FQ_UD. A full word must follow
+        // at once, because the pattern would be a factory test as control bits.
+        pulse(LptLine::DdsClock);
+        pulse(LptLine::DdsUpdate);
+    }
+    load(clock, word);
+}
+
+void DdsLoader::load(const DdsClock &clock, std::uint32_t word)
+{
+    if (clock.chip == DdsChip::Ad9951)
+        shiftMsbFirst(ad9951Ftw0(word));
+    else
+        shiftLsbFirst(ad985xWord(clock, word).serialBits(), kAd985xSerialBits);
+    pulseUpdate();
+}
+
+void DdsLoader::pulse(LptLine line)
+{
+    m_pins.set({{line, true}});
+    m_pins.set({{line, false}});
+}
+
+void DdsLoader::pulseUpdate()
+{
+    m_pins.set({{LptLine::DdsClock, false}, {LptLine::DdsData, false}, {LptLine::DdsUpdate, true}});
+    m_pins.set({{LptLine::DdsUpdate, false}});
+}
+
+void DdsLoader::shiftLsbFirst(std::uint64_t bits, int count)
+{
+    for (int bit = 0; bit < count; ++bit)
+        shiftBit((bits >> bit & 1U) != 0);
+}
+
+void DdsLoader::shiftMsbFirst(std::span<const std::uint8_t> bytes)
+{
+    for (const std::uint8_t byte : bytes) {
+        for (int bit = 7; bit >= 0; --bit)
+            shiftBit((byte >> bit & 1) != 0);
+    }
+}
+
+void DdsLoader::shiftBit(bool bit)
+{
+    m_pins.set({{LptLine::DdsData, bit}, {LptLine::DdsClock, false}});
+    m_pins.set({{LptLine::DdsClock, true}});
+}
+
+} // namespace calvorn

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "server/links/parallel_pins.h"
+#include "server/synthesiser/dds_clock.h"
+
+#include <cstdint>
+#include <span>
+
+namespace calvorn {
+
+// Brings words into the generator chip over the four DDS lines. One load costs 82 port writes: two for each of
+// 40 bits, two for the update pulse. The port is slower than any of the chips by a factor of 100, so no waits
+// stand between the edges.
+class DdsLoader
+{
+public:
+    // The pins must outlive this object.
+    explicit DdsLoader(ParallelPins &pins)
+        : m_pins(pins)
+    {
+    }
+
+    // Reset, the chip's start-up sequence, then this tuning word. Must come before the first load() and again
+    // when chip, crystal or multiplier change. Takes 10 ms more when the PLL of an AD9951 has to lock.
+    void startUp(const DdsClock &clock, std::uint32_t word);
+
+    // Makes this tuning word the output frequency.
+    void load(const DdsClock &clock, std::uint32_t word);
+
+private:
+    void pulse(LptLine line);
+    void pulseUpdate();
+    void shiftLsbFirst(std::uint64_t bits, int count);
+    void shiftMsbFirst(std::span<const std::uint8_t> bytes);
+    void shiftBit(bool bit);
+
+    ParallelPins &m_pins;
+};
+
+} // namespace calvorn

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <condition_variable>
+#include <cstdint>
+#include <mutex>
+
+namespace calvorn {
+
+// A mutex that serves in the order of asking. A sweep takes the port again the instant it has let go of it; with
+// std::mutex the other thread could wait for a whole sweep.
+class FairMutex
+{
+public:
+    void lock()
+    {
+        std::unique_lock guard(m_guard);
+        const std::uint64_t ticket = m_next++;
+        m_turn.wait(guard, [&] { return ticket == m_serving; });
+    }
+
+    void unlock()
+    {
+        bool othersWait = false;
+        {
+            const std::lock_guard guard(m_guard);
+            ++m_serving;
+            othersWait = m_serving != m_next;
+        }
+        if (othersWait)
+            m_turn.notify_all();
+    }
+
+private:
+    std::mutex m_guard;
+    std::condition_variable m_turn;
+    std::uint64_t m_next = 0;
+    std::uint64_t m_serving = 0;
+};
+
+} // namespace calvorn

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "server/links/parallel_pins.h"
+
+#include <cstdint>
+#include <span>
+
+namespace calvorn {
+
+// I2C in standard mode (100 kHz) over two open-collector lines, for a single master. A slave that stretches the
+// clock is not waited for: the clock line cannot be read back.
+class I2cMaster
+{
+public:
+    // The pins must outlive this object.
+    explicit I2cMaster(ParallelPins &pins)
+        : m_pins(pins)
+    {
+    }
+
+    // START, the bytes, STOP. False when a byte was not acknowledged; the transfer then ends with a STOP at once.
+    bool write(std::span<const std::uint8_t> bytes);
+
+private:
+    void setAndWait(LptLine line, bool high);
+    bool writeByte(std::uint8_t value);
+
+    ParallelPins &m_pins;
+};
+
+} // namespace calvorn

@@ -1,0 +1,214 @@
+// SPDX-License-Identifier: MIT
+#include "server/drivers/lpt_board.h"
+
+#include "server/synthesiser/tuning_word.h"
+
+#include <mutex>
+
+namespace calvorn {
+
+std::chrono::nanoseconds settlingTime(SweepSpeed speed)
+{
+    switch (speed) {
+    case SweepSpeed::Standard:
+        return std::chrono::microseconds(60);
+    case SweepSpeed::Slow:
+        return std::chrono::microseconds(850);
+    case SweepSpeed::VerySlow:
+        return std::chrono::microseconds(4800);
+    case SweepSpeed::Calibration:
+        return std::chrono::milliseconds(10);
+    }
+    return std::chrono::microseconds(60);
+}
+
+// The port and those who use it; they live and die together.
+struct LptBoard::Hardware
+{
+    explicit Hardware(std::unique_ptr<ParallelPort> opened)
+        : port(std::move(opened))
+        , pins(*port)
+        , dds(pins)
+        , adc(pins)
+        , i2c(pins)
+    {
+    }
+
+    std::unique_ptr<ParallelPort> port;
+    ParallelPins pins;
+    DdsLoader dds;
+    AdcReader adc;
+    I2cMaster i2c;
+};
+
+LptBoard::LptBoard() = default;
+LptBoard::~LptBoard() = default;
+
+void LptBoard::attach(std::unique_ptr<ParallelPort> port)
+{
+    const std::lock_guard guard(m_lock);
+    m_hardware = std::make_unique<Hardware>(std::move(port));
+    m_started = false;
+    m_hardware->pins.set({{LptLine::DdsClock, false},
+                          {LptLine::DdsUpdate, false},
+                          {LptLine::DdsData, false},
+                          {LptLine::DdsReset, false},
+                          {LptLine::AdcClock, false},
+                          {LptLine::AdcSelect, true},
+                          {LptLine::I2cClock, true},
+                          {LptLine::I2cData, true},
+                          {LptLine::AuxData, false},
+                          {LptLine::AuxClock, false},
+                          {LptLine::AuxLatch, false}});
+    shiftAux();
+}
+
+void LptBoard::detach()
+{
+    const std::lock_guard guard(m_lock);
+    m_hardware.reset();
+}
+
+bool LptBoard::isOpen() const
+{
+    const std::lock_guard guard(m_lock);
+    return m_hardware != nullptr;
+}
+
+void LptBoard::setChip(DdsChip chip)
+{
+    const std::lock_guard guard(m_lock);
+    DdsClock clock = m_clock;
+    clock.chip = chip;
+    changeClock(clock);
+}
+
+void LptBoard::setXtal(double hertz)
+{
+    const std::lock_guard guard(m_lock);
+    DdsClock clock = m_clock;
+    clock.xtalHz = hertz;
+    changeClock(clock);
+}
+
+void LptBoard::setMultiplier(int multiplier)
+{
+    const std::lock_guard guard(m_lock);
+    DdsClock clock = m_clock;
+    clock.multiplier = multiplier;
+    changeClock(clock);
+}
+
+void LptBoard::setConverter(const SerialAdcType &type)
+{
+    const std::lock_guard guard(m_lock);
+    m_converter = type;
+}
+
+void LptBoard::setOffset(double hertz)
+{
+    const std::lock_guard guard(m_lock);
+    m_offsetHz = hertz;
+}
+
+void LptBoard::setSpeed(SweepSpeed speed)
+{
+    const std::lock_guard guard(m_lock);
+    m_speed = speed;
+}
+
+void LptBoard::reset()
+{
+    const std::lock_guard guard(m_lock);
+    m_started = false;
+    if (!m_hardware)
+        return;
+    std::uint32_t word = 0;
+    try {
+        word = tuningWord(m_hertz, m_offsetHz, systemClockHz(m_clock));
+    } catch (const FrequencyError &) {
+        word = 0;
+    }
+    m_hardware->dds.startUp(m_clock, word);
+    m_started = true;
+}
+
+void LptBoard::setFrequency(std::int64_t hertz)
+{
+    const std::lock_guard guard(m_lock);
+    load(hertz);
+}
+
+int LptBoard::measure(std::int64_t hertz)
+{
+    const std::lock_guard guard(m_lock);
+    load(hertz);
+    return settleAndRead();
+}
+
+int LptBoard::readDetector()
+{
+    const std::lock_guard guard(m_lock);
+    return settleAndRead();
+}
+
+void LptBoard::setAux(std::uint8_t value, int output)
+{
+    const std::lock_guard guard(m_lock);
+    m_aux[output == 1 ? 0 : 1] = value;
+    if (m_hardware)
+        shiftAux();
+}
+
+bool LptBoard::writeI2c(std::uint8_t control, std::uint8_t command, std::uint8_t data)
+{
+    const std::lock_guard guard(m_lock);
+    if (!m_hardware)
+        throw PortError("The parallel port is not open.");
+    return m_hardware->i2c.write(std::array{control, command, data});
+}
+
+void LptBoard::changeClock(const DdsClock &clock)
+{
+    if (clock == m_clock)
+        return;
+    m_clock = clock;
+    m_started = false;
+}
+
+void LptBoard::load(std::int64_t hertz)
+{
+    const std::uint32_t word = tuningWord(hertz, m_offsetHz, systemClockHz(m_clock));
+    m_hertz = hertz;
+    if (!m_hardware)
+        return;
+    if (m_started) {
+        m_hardware->dds.load(m_clock, word);
+        return;
+    }
+    m_hardware->dds.startUp(m_clock, word);
+    m_started = true;
+}
+
+int LptBoard::settleAndRead()
+{
+    if (!m_hardware)
+        throw PortError("The parallel port is not open.");
+    m_hardware->pins.wait(settlingTime(m_speed));
+    return m_hardware->adc.read(m_converter);
+}
+
+// Sixteen bits, those of Aux2 first: they travel through the chip of Aux1.
+void LptBoard::shiftAux()
+{
+    ParallelPins &pins = m_hardware->pins;
+    const unsigned bits = static_cast<unsigned>(m_aux[1]) << 8 | m_aux[0];
+    for (int bit = 15; bit >= 0; --bit) {
+        pins.set({{LptLine::AuxData, (bits >> bit & 1U) != 0}, {LptLine::AuxClock, false}});
+        pins.set({{LptLine::AuxClock, true}});
+    }
+    pins.set({{LptLine::AuxClock, false}, {LptLine::AuxLatch, true}});
+    pins.set({{LptLine::AuxLatch, false}});
+}
+
+} // namespace calvorn

@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "server/drivers/lpt_board.h"
+#include "server/drivers/sweep_thread.h"
+#include "server/drivers/vector_gate.h"
+
+#include <QList>
+#include <QObject>
+#include <QString>
+
+#include <functional>
+#include <memory>
+
+namespace calvorn {
+
+// The parallel-port board as the interface calvorn.Lpt offers it (protocol/calvorn.Lpt.xml). The operations arrive
+// on the main thread, through the generated adaptor; none waits longer than one point of a sweep, or one start of
+// the chip.
+//
+// Without an open port the settings, the frequency and the auxiliary bytes are remembered and reach the board when
+// there is one; a sweep fails with ErrorCode::Port and completes; ReadDetector gives 0 with ErrorCode::Ignorable;
+// WriteI2c gives false.
+class LptDriver : public QObject
+{
+    Q_OBJECT
+
+public:
+    // Opens the port at a base address, or throws PortError.
+    using PortOpener = std::function<std::unique_ptr<ParallelPort>(int)>;
+
+    explicit LptDriver(PortOpener opener, QObject *parent = nullptr);
+    ~LptDriver() override;
+
+    // Vectors that the program was too slow for.
+    std::uint64_t droppedVectors() const { return m_gate.dropped(); }
+
+public slots:
+    // The sweep ends at its next point and aComplete follows. The reason makes no difference to the board.
+    // When nothing runs: ErrorCode::Ignorable, and no aComplete.
+    void StopSweep(short reason);
+
+    // Names and numbers that the interface does not know: ErrorCode::Setting, and the former value stays.
+    void SetDdsDevice(const QString &chip);
+    void SetAdcDevice(const QString &converter);
+    void SetMultiplier(short multiplier);
+    void SetXtalFrequency(double hertz);
+    void SetOffset(double hertz);
+    void SetSpeed(short speed);
+
+    // Vectors follow until the sweep is stopped. Harmless while a sweep runs.
+    void RunSweep();
+
+    // Closes the former port first. False when there is no such port; the reason comes as
+    // ErrorCode::Ignorable, because the caller has the answer already.
+    bool OpenPort(short address);
+    void ResetDevice();
+
+    // Ends a sweep, with its aComplete, before the port goes.
+    void ClosePort();
+
+    // For the next sweep, or the running one: no vector of the former plan is emitted after this has returned.
+    void PrepareSweep(int start, int step);
+
+    // ErrorCode::Frequency when the generator cannot make it; the former frequency then stays.
+    void SetFrequency(int hertz);
+    short ReadDetector();
+    void SetAux(uchar value, short output);
+    bool WriteI2c(uchar control, uchar command, uchar data);
+    void VectorTaken();
+
+signals:
+    void aComplete();
+    void aErrore(short tipoErrore, const QString &descrizione);
+    void aVettore(const QList<int> &vettore);
+
+private:
+    void report(ErrorCode code, const QString &sentence);
+    void reportFailure(const std::function<void()> &work);
+    void finishSweep();
+    void onVector(quint64 run, quint64 plan, const QList<int> &vector);
+    void onFailed(quint64 run, ErrorCode code, const QString &sentence);
+    void onEnded(quint64 run);
+
+    PortOpener m_opener;
+    LptBoard m_board;
+    VectorGate m_gate;
+    quint64 m_run = 0;
+    SweepThread m_sweep; // uses the board, so it goes first
+};
+
+} // namespace calvorn

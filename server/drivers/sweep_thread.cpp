@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: MIT
+#include "server/drivers/sweep_thread.h"
+
+#include "server/links/parallel_port.h"
+#include "server/synthesiser/dds_clock.h"
+
+#include <exception>
+#include <utility>
+
+namespace calvorn {
+
+SweepThread::SweepThread(Measure measure, QObject *parent)
+    : QObject(parent)
+    , m_measure(std::move(measure))
+{
+    connect(&m_wakeUp, &WakeUp::knocked, this, &SweepThread::deliver);
+}
+
+SweepThread::~SweepThread()
+{
+    requestStop();
+    join();
+}
+
+quint64 SweepThread::start()
+{
+    m_stop = false;
+    const quint64 run = ++m_run;
+    m_thread = std::thread([this, run] { sweep(run); });
+    return run;
+}
+
+quint64 SweepThread::setPlan(const SweepPlan &plan)
+{
+    const std::lock_guard guard(m_planLock);
+    m_plan = plan;
+    return ++m_planNumber;
+}
+
+void SweepThread::join()
+{
+    if (m_thread.joinable())
+        m_thread.join();
+}
+
+void SweepThread::sweep(quint64 run)
+{
+    try {
+        while (!m_stop)
+            onePass(run);
+    } catch (const FrequencyError &error) {
+        post(Failed{run, ErrorCode::Frequency, QString::fromUtf8(error.what())});
+    } catch (const PortError &error) {
+        post(Failed{run, ErrorCode::Port, QString::fromUtf8(error.what())});
+    } catch (const std::exception &error) {
+        post(Failed{run, ErrorCode::Board, QString::fromUtf8(error.what())});
+    }
+    post(Ended{run});
+}
+
+void SweepThread::onePass(quint64 run)
+{
+    SweepPlan plan;
+    quint64 number = 0;
+    {
+        const std::lock_guard guard(m_planLock);
+        plan = m_plan;
+        number = m_planNumber;
+    }
+    QList<int> vector;
+    vector.reserve(kSweepPoints);
+    for (int point = 0; point < kSweepPoints; ++point) {
+        if (m_stop || m_planNumber != number)
+            return;
+        vector.append(m_measure(plan.startHz + point * plan.stepHz));
+    }
+    post(Measured{run, number, std::move(vector)});
+}
+
+void SweepThread::post(News news)
+{
+    {
+        const std::lock_guard guard(m_newsLock);
+        m_news.push_back(std::move(news));
+    }
+    m_wakeUp.knock();
+}
+
+void SweepThread::deliver()
+{
+    std::vector<News> news;
+    {
+        const std::lock_guard guard(m_newsLock);
+        news.swap(m_news);
+    }
+    for (const News &item : news) {
+        if (const auto *measured = std::get_if<Measured>(&item))
+            emit vectorMeasured(measured->run, measured->plan, measured->vector);
+        else if (const auto *error = std::get_if<Failed>(&item))
+            emit failed(error->run, error->code, error->sentence);
+        else if (const auto *end = std::get_if<Ended>(&item))
+            emit ended(end->run);
+    }
+}
+
+} // namespace calvorn

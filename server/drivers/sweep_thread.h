@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "server/drivers/error_codes.h"
+#include "server/links/wake_up.h"
+
+#include <QList>
+#include <QObject>
+#include <QString>
+
+#include <atomic>
+#include <cstdint>
+#include <functional>
+#include <mutex>
+#include <thread>
+#include <variant>
+#include <vector>
+
+namespace calvorn {
+
+inline constexpr int kSweepPoints = 400;
+
+// What a sweep measures: kSweepPoints frequencies from startHz in steps of stepHz. Before the first plan is made:
+// 1 to 10 MHz.
+struct SweepPlan
+{
+    std::int64_t startHz = 1'000'000;
+    std::int64_t stepHz = 22'556;
+};
+
+// Runs sweeps in a thread of its own, one vector after the other, until it is told to stop or a point fails. All
+// members are for the thread that owns the object, and the signals are emitted there, from its event loop: compare
+// their numbers with what is wanted by then.
+class SweepThread : public QObject
+{
+    Q_OBJECT
+
+public:
+    // One point: the count at this frequency (Hz). Called in the sweeping thread; may throw.
+    using Measure = std::function<int(std::int64_t)>;
+
+    explicit SweepThread(Measure measure, QObject *parent = nullptr);
+    ~SweepThread() override;
+
+    bool isRunning() const { return m_thread.joinable(); }
+
+    // Returns the number of the run. The thread must not be running.
+    quint64 start();
+
+    // From now on. A pass under the former plan is given up and begun anew. Returns the number of the plan.
+    quint64 setPlan(const SweepPlan &plan);
+    quint64 planNumber() const { return m_planNumber; }
+
+    // The sweep ends at the next point.
+    void requestStop() { m_stop = true; }
+    bool isStopping() const { return m_stop; }
+
+    // Waits for the end of the thread, which must have been asked to stop or have ended by itself.
+    void join();
+
+signals:
+    void vectorMeasured(quint64 run, quint64 plan, const QList<int> &vector);
+    void failed(quint64 run, calvorn::ErrorCode code, const QString &sentence);
+    void ended(quint64 run); // the last signal of a run
+
+private:
+    struct Measured
+    {
+        quint64 run;
+        quint64 plan;
+        QList<int> vector;
+    };
+    struct Failed
+    {
+        quint64 run;
+        ErrorCode code;
+        QString sentence;
+    };
+    struct Ended
+    {
+        quint64 run;
+    };
+    using News = std::variant<Measured, Failed, Ended>;
+
+    // In the sweeping thread.
+    void sweep(quint64 run);
+    void onePass(quint64 run);
+    void post(News news);
+
+    // In the owner's thread.
+    void deliver();
+
+    Measure m_measure;
+    std::thread m_thread;
+    std::atomic<bool> m_stop{false};
+    quint64 m_run = 0;
+    std::mutex m_planLock; // for m_plan together with m_planNumber
+    SweepPlan m_plan;
+    std::atomic<quint64> m_planNumber{0};
+    std::mutex m_newsLock;
+    std::vector<News> m_news;
+    WakeUp m_wakeUp;
+};
+
+} // namespace calvorn

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QList>
+
+#include <cstdint>
+#include <optional>
+
+namespace calvorn {
+
+// Keeps a slow program from drowning in vectors. At most kMostOutstanding have been sent and not been taken; of
+// what comes beyond that only the newest waits, to go out with the next acknowledgement. Main thread only.
+class VectorGate
+{
+public:
+    static constexpr int kMostOutstanding = 8;
+
+    using Vector = QList<int>;
+
+    // A new vector. Returns it when it is to be sent now.
+    std::optional<Vector> offer(Vector vector);
+
+    // The program has taken one. Returns the vector that is to be sent now, if one waits.
+    std::optional<Vector> taken();
+
+    // The vector that waits belongs to a plan or sweep that is over.
+    void discardWaiting();
+
+    int outstanding() const { return m_outstanding; }
+    // Vectors that will never be sent.
+    std::uint64_t dropped() const { return m_dropped; }
+
+private:
+    int m_outstanding = 0;
+    std::optional<Vector> m_waiting;
+    std::uint64_t m_dropped = 0;
+};
+
+} // namespace calvorn

@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+namespace calvorn {
+
+enum class PortRegister : std::uint8_t { Data, Control, Status };
+
+// The lines of the generator and detector board. A level always means the level at the chip: AdcSelect is low
+// while the converter is selected, an I2C line is high when it is released.
+enum class LptLine : std::uint8_t {
+    DdsClock,  // W_CLK of an AD985x, SCLK of an AD9951
+    DdsUpdate, // FQ_UD, I/O UPDATE
+    DdsData,   // D7, SDIO
+    DdsReset,
+    AdcClock,
+    AdcSelect,
+    I2cClock,
+    I2cData,
+    AuxData,
+    AuxClock,
+    AuxLatch,
+    AdcOut,      // input
+    I2cDataBack, // input
+};
+
+inline constexpr std::size_t kLptLineCount = 13;
+
+struct LineWiring
+{
+    LptLine line;
+    PortRegister portRegister;
+    std::uint8_t mask;
+    bool inverted; // the register bit is the opposite of the level
+};
+
+// Which pin does what; one entry for each LptLine, in its order.
+using LptWiring = std::array<LineWiring, kLptLineCount>;
+
+// The wiring of docs/hardware/lpt-board.md.
+inline constexpr LptWiring kStandardLptWiring = {{
+    {LptLine::DdsClock, PortRegister::Data, 0x01, false},      // D0, pin 2
+    {LptLine::DdsUpdate, PortRegister::Data, 0x02, false},     // D1, pin 3
+    {LptLine::DdsData, PortRegister::Data, 0x04, false},       // D2, pin 4
+    {LptLine::DdsReset, PortRegister::Data, 0x08, false},      // D3, pin 5
+    {LptLine::AdcClock, PortRegister::Data, 0x10, false},      // D4, pin 6
+    {LptLine::AdcSelect, PortRegister::Data, 0x20, false},     // D5, pin 7
+    {LptLine::I2cClock, PortRegister::Data, 0x40, false},      // D6, pin 8
+    {LptLine::I2cData, PortRegister::Data, 0x80, false},       // D7, pin 9
+    {LptLine::AuxData, PortRegister::Control, 0x01, true},     // STROBE, pin 1, inverted by the port
+    {LptLine::AuxClock, PortRegister::Control, 0x02, true},    // AUTOFD, pin 14, inverted by the port
+    {LptLine::AuxLatch, PortRegister::Control, 0x04, false},   // INIT, pin 16
+    {LptLine::AdcOut, PortRegister::Status, 0x40, false},      // ACK, pin 10
+    {LptLine::I2cDataBack, PortRegister::Status, 0x10, false}, // SELECT, pin 13
+}};
+
+} // namespace calvorn

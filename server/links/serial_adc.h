@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+
+#include <chrono>
+#include <optional>
+
+namespace calvorn {
+
+// Facts of a three-wire serial converter, from its data sheet. Such a converter has a pipeline of one frame: the
+// bits that are clocked out belong to the conversion that the previous frame started.
+struct SerialAdcType
+{
+    int bits;
+    std::chrono::nanoseconds conversionTime; // from the falling edge of the last clock
+    std::chrono::nanoseconds selectToClock;  // from chip select low to the first clock
+    std::chrono::nanoseconds abortWindow;    // chip select falling this soon after the last clock aborts
+
+    int counts() const { return 1 << bits; }
+};
+
+// TLC549: 8 bits, 36 internal clocks of conversion.
+inline constexpr SerialAdcType kTlc549 = {8, std::chrono::microseconds(17), std::chrono::nanoseconds(1400),
+                                          std::chrono::nanoseconds(0)};
+// TLC1549: 10 bits.
+inline constexpr SerialAdcType kTlc1549 = {10, std::chrono::microseconds(21), std::chrono::nanoseconds(1425),
+                                           std::chrono::microseconds(9)};
+
+// The converter of that name ("8bit" or "10bit", in any case), or nothing.
+inline std::optional<SerialAdcType> serialAdcFromName(const QString &name)
+{
+    const QString wanted = name.trimmed().toLower();
+    if (wanted == QLatin1String("8bit"))
+        return kTlc549;
+    if (wanted == QLatin1String("10bit"))
+        return kTlc1549;
+    return std::nullopt;
+}
+
+} // namespace calvorn

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+#include "server/synthesiser/dds_clock.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace calvorn {
+
+namespace {
+constexpr double kHighestXtalHz = 1e12;
+constexpr int kAd9951LowestPll = 4;
+constexpr int kAd9951HighestPll = 20;
+} // namespace
+
+std::optional<DdsChip> ddsChipFromName(const QString &name)
+{
+    const QString wanted = name.trimmed().toUpper();
+    if (wanted == QLatin1String("AD9850"))
+        return DdsChip::Ad9850;
+    if (wanted == QLatin1String("AD9851"))
+        return DdsChip::Ad9851;
+    if (wanted == QLatin1String("AD9951"))
+        return DdsChip::Ad9951;
+    return std::nullopt;
+}
+
+int effectiveMultiplier(const DdsClock &clock)
+{
+    switch (clock.chip) {
+    case DdsChip::Ad9850:
+        return std::max(clock.multiplier, 1);
+    case DdsChip::Ad9851:
+        return clock.multiplier == 6 ? 6 : 1;
+    case DdsChip::Ad9951:
+        return clock.multiplier >= kAd9951LowestPll && clock.multiplier <= kAd9951HighestPll ? clock.multiplier : 1;
+    }
+    return 1;
+}
+
+std::uint64_t systemClockHz(const DdsClock &clock)
+{
+    // Written so that NaN is refused too.
+    if (!(clock.xtalHz >= 1.0 && clock.xtalHz <= kHighestXtalHz))
+        throw FrequencyError("The reference clock of the generator must be at least 1 Hz.");
+    return static_cast<std::uint64_t>(std::llround(clock.xtalHz)) *
+           static_cast<std::uint64_t>(effectiveMultiplier(clock));
+}
+
+} // namespace calvorn

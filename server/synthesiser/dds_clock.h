@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+
+#include <cstdint>
+#include <optional>
+#include <stdexcept>
+
+namespace calvorn {
+
+enum class DdsChip { Ad9850, Ad9851, Ad9951 };
+
+// The chip of that name ("AD9850", "AD9851", "AD9951", in any case), or nothing.
+std::optional<DdsChip> ddsChipFromName(const QString &name);
+
+// A frequency, or a clock, that no tuning word can express. what() is one sentence for the user.
+class FrequencyError : public std::range_error
+{
+public:
+    using std::range_error::range_error;
+};
+
+// The reference clock of a synthesiser board and what is made of it.
+struct DdsClock
+{
+    DdsChip chip = DdsChip::Ad9850;
+    double xtalHz = 80'000'000.0; // whole hertz; a fraction is rounded to the nearest
+    int multiplier = 1;
+
+    bool operator==(const DdsClock &) const = default;
+};
+
+// The factor between the crystal and the system clock:
+//   AD9850  the multiplier as given (the part has none of its own: it stands in front of it), at least 1
+//   AD9851  6 when the multiplier is 6, otherwise 1
+//   AD9951  the multiplier when its PLL can do it (4..20), otherwise 1: the PLL is bypassed
+int effectiveMultiplier(const DdsClock &clock);
+
+// System clock in whole Hz. Throws FrequencyError when the crystal is not between 1 Hz and 1 THz.
+std::uint64_t systemClockHz(const DdsClock &clock);
+
+} // namespace calvorn

@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: MIT
+// Guards the pace of the simulated board: real time, without burning a processor.
+#include "tests/server/lpt_bench.h"
+
+#include <QElapsedTimer>
+#include <QTest>
+
+#include <ctime>
+
+using namespace calvorn;
+
+class BoardPaceTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void sweepsTakeRealTime_data();
+    void sweepsTakeRealTime();
+    void idleTimeIsNotCaughtUp();
+    void unpacedIsFast();
+};
+
+namespace {
+
+void sweep(LptBoard &board)
+{
+    for (int point = 0; point < kSweepPoints; ++point)
+        board.measure(1'000'000 + 20'000 * point);
+}
+
+double processorMs()
+{
+    return 1'000.0 * static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
+}
+
+} // namespace
+
+void BoardPaceTest::sweepsTakeRealTime_data()
+{
+    QTest::addColumn<int>("speed");
+    QTest::addColumn<int>("least");
+    QTest::newRow("standard") << 0 << 95;
+    QTest::newRow("slow") << 1 << 400;
+    QTest::newRow("very slow") << 2 << 1'900;
+}
+
+void BoardPaceTest::sweepsTakeRealTime()
+{
+    QFETCH(int, speed);
+    QFETCH(int, least);
+    LptBoard board;
+    board.attach(std::make_unique<SimulatedParallelPort>(SimulatorSettings{}));
+    board.setSpeed(static_cast<SweepSpeed>(speed));
+    board.measure(1'000'000);
+    QElapsedTimer clock;
+    clock.start();
+    const double processor = processorMs();
+    sweep(board);
+    const double burnt = processorMs() - processor;
+    const auto took = static_cast<double>(clock.nsecsElapsed()) / 1e6;
+    qInfo("paced sweep: %.1f ms, %.1f ms of them on the processor", took, burnt);
+    QVERIFY(took >= least);
+    QVERIFY(burnt < took / 2);
+}
+
+void BoardPaceTest::idleTimeIsNotCaughtUp()
+{
+    LptBoard board;
+    board.attach(std::make_unique<SimulatedParallelPort>(SimulatorSettings{}));
+    board.measure(1'000'000);
+    QTest::qSleep(150);
+    QElapsedTimer clock;
+    clock.start();
+    sweep(board);
+    QVERIFY(clock.elapsed() >= 80);
+}
+
+void BoardPaceTest::unpacedIsFast()
+{
+    LptBoard board;
+    board.attach(std::make_unique<SimulatedParallelPort>(unpacedSettings()));
+    QElapsedTimer clock;
+    clock.start();
+    int sweeps = 0;
+    while (clock.elapsed() < 500) {
+        sweep(board);
+        ++sweeps;
+    }
+    const double rate = 1e9 * sweeps / static_cast<double>(clock.nsecsElapsed());
+    qInfo("unpaced: %.0f vectors a second", rate);
+    QVERIFY(rate > 11.0); // faster than the real board, even in a slow build
+}
+
+QTEST_APPLESS_MAIN(BoardPaceTest)
+#include "board_pace.moc"

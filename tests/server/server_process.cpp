@@ -1,0 +1,308 @@
+// SPDX-License-Identifier: MIT
+// Guards the real CalvornAsync from outside: it serves one program, and is never left running.
+#include "lpt_proxy.h"
+
+#include <QDBusConnection>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <csignal>
+#include <memory>
+#include <unistd.h>
+
+namespace {
+
+// A program folder of its own, with an unpaced board, and the server running in it.
+class Server
+{
+public:
+    Server()
+    {
+        const QString built = qEnvironmentVariable("CALVORN_BIN") + QStringLiteral("/CalvornAsync");
+        if (!QFile::copy(built, path()))
+            qFatal("cannot copy %s", qPrintable(built));
+        QFile settings(m_folder.filePath(QStringLiteral("Calvorn.ini")));
+        if (!settings.open(QIODevice::WriteOnly))
+            qFatal("cannot write the settings");
+        settings.write("[Config]\r\nDDS Device=AD9850\r\nDDS Xtal freq=80000000\r\n"
+                       "[Simulator]\r\nPace=none\r\nDevice=bandpass\r\n");
+        // The sockets of this test go where nobody else's are.
+        QDir(m_folder.path()).mkdir(QStringLiteral("run"));
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), runPath());
+        process.setProcessEnvironment(environment);
+    }
+    ~Server()
+    {
+        leave();
+        process.closeWriteChannel();
+        process.waitForFinished();
+    }
+
+    QString path() const { return m_folder.filePath(QStringLiteral("CalvornAsync")); }
+    QString runPath() const { return m_folder.filePath(QStringLiteral("run")); }
+    int socketFolders() const
+    {
+        return static_cast<int>(QDir(runPath()).entryList({QStringLiteral("calvorn-*")}).size());
+    }
+
+    bool start()
+    {
+        process.start(path(), QStringList());
+        return readAddress();
+    }
+
+    bool readAddress()
+    {
+        QElapsedTimer clock;
+        clock.start();
+        while (!process.canReadLine() && clock.elapsed() < 5'000)
+            process.waitForReadyRead(100);
+        address = QString::fromUtf8(process.readLine()).trimmed();
+        return !address.isEmpty();
+    }
+
+    bool join()
+    {
+        static int count = 0;
+        m_name = QStringLiteral("server-%1").arg(++count);
+        const QDBusConnection connection = QDBusConnection::connectToPeer(address, m_name);
+        if (!connection.isConnected())
+            return false;
+        lpt = std::make_unique<LptProxy>(QString(), QStringLiteral("/aLPT"), connection);
+        // A round trip: the server knows of its program by the time that this one is answered.
+        QDBusPendingReply<> answered = lpt->SetSpeed(0);
+        answered.waitForFinished();
+        return !answered.isError();
+    }
+
+    void leave()
+    {
+        lpt.reset();
+        if (!m_name.isEmpty())
+            QDBusConnection::disconnectFromPeer(m_name);
+        m_name.clear();
+    }
+
+    QProcess process;
+    QString address;
+    std::unique_ptr<LptProxy> lpt;
+
+private:
+    QTemporaryDir m_folder;
+    QString m_name;
+};
+
+// Gone, or dead and only waiting for whoever inherited it.
+bool isGone(qint64 pid)
+{
+    QFile status(QStringLiteral("/proc/%1/stat").arg(pid));
+    if (!status.open(QIODevice::ReadOnly))
+        return true;
+    const QByteArray line = status.readAll();
+    return line.mid(line.lastIndexOf(')') + 2, 1) == "Z";
+}
+
+} // namespace
+
+class ServerProcessTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void folderIsPrivate();
+    void sweepsAndEndsWithTheConnection();
+    void secondProgramIsNotLetIn();
+    void secondOfTwoAtOnceIsTurnedAway();
+    void endsWithStandardInput();
+    void endsOnTerminate();
+    void endsWhileSweeping();
+    void endsWhenNobodyComes();
+    void endsWithAKilledParent_data();
+    void endsWithAKilledParent();
+};
+
+void ServerProcessTest::folderIsPrivate()
+{
+    Server server;
+    QVERIFY(server.start());
+    const QDir run(server.runPath());
+    const QStringList folders = run.entryList({QStringLiteral("calvorn-*")});
+    QCOMPARE(folders.size(), 1);
+    const auto open =
+        QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup | QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
+    QVERIFY(!(QFileInfo(run.filePath(folders.first())).permissions() & open));
+}
+
+void ServerProcessTest::sweepsAndEndsWithTheConnection()
+{
+    Server server;
+    QVERIFY(server.start());
+    QVERIFY(server.join());
+    QSignalSpy vectors(server.lpt.get(), &LptProxy::aVettore);
+    QSignalSpy errors(server.lpt.get(), &LptProxy::aErrore);
+    QSignalSpy completes(server.lpt.get(), &LptProxy::aComplete);
+    connect(server.lpt.get(), &LptProxy::aVettore, server.lpt.get(), &LptProxy::VectorTaken);
+
+    QDBusPendingReply<bool> wrongPort = server.lpt->OpenPort(888);
+    QCOMPARE(wrongPort.value(), false);
+    QDBusPendingReply<bool> opened = server.lpt->OpenPort(0);
+    QCOMPARE(opened.value(), true);
+    server.lpt->SetDdsDevice(QStringLiteral("AD9850")).waitForFinished();
+    server.lpt->SetAdcDevice(QStringLiteral("10bit")).waitForFinished();
+    server.lpt->SetXtalFrequency(80e6).waitForFinished();
+    server.lpt->SetMultiplier(1).waitForFinished();
+    server.lpt->SetOffset(0.0).waitForFinished();
+    server.lpt->SetSpeed(0).waitForFinished();
+    server.lpt->ResetDevice().waitForFinished();
+    server.lpt->SetFrequency(7'100'000).waitForFinished();
+    QDBusPendingReply<short> reading = server.lpt->ReadDetector();
+    QVERIFY(reading.value() > 320 && reading.value() < 360);
+    server.lpt->SetAux(5, 1).waitForFinished();
+    QDBusPendingReply<bool> acknowledged = server.lpt->WriteI2c(0x50, 0xA9, 0x80);
+    QCOMPARE(acknowledged.value(), true);
+
+    server.lpt->PrepareSweep(1'000'000, 22'556).waitForFinished();
+    server.lpt->RunSweep().waitForFinished();
+    QTRY_VERIFY(vectors.count() > 30); // more than may be outstanding: the acknowledgements arrive
+    server.lpt->StopSweep(2).waitForFinished();
+    QTRY_COMPARE(completes.count(), 1);
+    const QList<int> vector = vectors.at(0).at(0).value<QList<int>>();
+    QCOMPARE(vector.size(), 400);
+    QVERIFY(vector.at(270) > 320); // 7.09 MHz
+    QVERIFY(vector.first() < 10);
+    server.lpt->StopSweep(2).waitForFinished();
+    QTRY_COMPARE(errors.count(), 2); // the wrong port, and a stop when idle: both to be ignored
+    for (const QList<QVariant> &error : errors)
+        QCOMPARE(error.at(0).value<short>(), short{4});
+
+    server.leave();
+    QVERIFY(server.process.state() == QProcess::NotRunning || server.process.waitForFinished(3'000));
+    QCOMPARE(server.process.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(server.process.exitCode(), 0);
+    QCOMPARE(server.socketFolders(), 0);
+}
+
+void ServerProcessTest::secondProgramIsNotLetIn()
+{
+    Server server;
+    QVERIFY(server.start());
+    QVERIFY(server.join());
+    const QDBusConnection second = QDBusConnection::connectToPeer(server.address, QStringLiteral("second"));
+    QVERIFY(!second.isConnected());
+    QDBusConnection::disconnectFromPeer(QStringLiteral("second"));
+    QDBusPendingReply<bool> opened = server.lpt->OpenPort(0);
+    QCOMPARE(opened.value(), true);
+}
+
+void ServerProcessTest::secondOfTwoAtOnceIsTurnedAway()
+{
+    Server server;
+    QVERIFY(server.start());
+    const QString firstName = QStringLiteral("first-of-two");
+    const QString secondName = QStringLiteral("second-of-two");
+    const QDBusConnection first = QDBusConnection::connectToPeer(server.address, firstName);
+    const QDBusConnection second = QDBusConnection::connectToPeer(server.address, secondName);
+    LptProxy served(QString(), QStringLiteral("/aLPT"), first);
+    LptProxy refused(QString(), QStringLiteral("/aLPT"), second);
+    QDBusPendingReply<bool> no = refused.OpenPort(0);
+    no.waitForFinished();
+    QVERIFY(no.isError());
+    QDBusPendingReply<bool> yes = served.OpenPort(0);
+    QCOMPARE(yes.value(), true);
+    QDBusConnection::disconnectFromPeer(secondName);
+    QDBusConnection::disconnectFromPeer(firstName);
+}
+
+void ServerProcessTest::endsWithStandardInput()
+{
+    for (const bool joined : {false, true}) {
+        Server server;
+        QVERIFY(server.start());
+        if (joined)
+            QVERIFY(server.join());
+        server.process.closeWriteChannel();
+        QVERIFY(server.process.waitForFinished(3'000));
+        QCOMPARE(server.process.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(server.process.exitCode(), 0);
+        QCOMPARE(server.socketFolders(), 0);
+    }
+}
+
+void ServerProcessTest::endsOnTerminate()
+{
+    Server server;
+    QVERIFY(server.start());
+    server.process.terminate();
+    QVERIFY(server.process.waitForFinished(3'000));
+    QCOMPARE(server.process.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(server.process.exitCode(), 0);
+    QCOMPARE(server.socketFolders(), 0);
+}
+
+void ServerProcessTest::endsWhileSweeping()
+{
+    Server server;
+    QVERIFY(server.start());
+    QVERIFY(server.join());
+    QSignalSpy vectors(server.lpt.get(), &LptProxy::aVettore);
+    server.lpt->OpenPort(0).waitForFinished();
+    server.lpt->RunSweep().waitForFinished();
+    QTRY_VERIFY(vectors.count() >= 1);
+    server.leave();
+    QVERIFY(server.process.state() == QProcess::NotRunning || server.process.waitForFinished(3'000));
+    QCOMPARE(server.process.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(server.process.exitCode(), 0);
+}
+
+void ServerProcessTest::endsWhenNobodyComes()
+{
+    Server server;
+    QElapsedTimer clock;
+    clock.start();
+    QVERIFY(server.start());
+    QVERIFY(server.process.waitForFinished(20'000));
+    QVERIFY(clock.elapsed() >= 9'000);
+    QCOMPARE(server.process.exitCode(), 0);
+    QCOMPARE(server.socketFolders(), 0);
+}
+
+void ServerProcessTest::endsWithAKilledParent_data()
+{
+    QTest::addColumn<bool>("stopped");
+    QTest::newRow("running") << false;
+    QTest::newRow("stopped") << true;
+}
+
+void ServerProcessTest::endsWithAKilledParent()
+{
+    QFETCH(bool, stopped);
+    Server server;
+    // The shell is the server's parent. Its own standard input stays open, so that only its death can end the
+    // server.
+    server.process.start(
+        QStringLiteral("/bin/sh"),
+        {QStringLiteral("-c"), QStringLiteral("exec 3<&0; \"$0\" <&3 & echo $!; wait"), server.path()});
+    QVERIFY(server.process.waitForStarted());
+    QVERIFY(server.readAddress());
+    const qint64 pid = server.address.toLongLong();
+    QVERIFY2(pid > 1, qPrintable(server.address));
+    QVERIFY(server.readAddress());
+    QVERIFY(server.address.startsWith(QStringLiteral("unix:")));
+    QVERIFY(server.join());
+    if (stopped)
+        QCOMPARE(::kill(static_cast<pid_t>(pid), SIGSTOP), 0);
+    server.process.kill();
+    QVERIFY(server.process.waitForFinished(3'000));
+    QTRY_VERIFY_WITH_TIMEOUT(isGone(pid), 3'000);
+    QCOMPARE(server.socketFolders(), 0);
+}
+
+QTEST_GUILESS_MAIN(ServerProcessTest)
+#include "server_process.moc"

@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: MIT
+// Guards the keys of [Simulator], their defaults, and that the file is only read.
+#include "server/boards/simulator_settings.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace calvorn;
+
+class SimulatorSettingsTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void missingFile();
+    void everyKey();
+    void configGivesTheDefaults();
+
+private:
+    QString write(const QByteArray &text);
+
+    QTemporaryDir m_folder;
+};
+
+QString SimulatorSettingsTest::write(const QByteArray &text)
+{
+    const QString path = m_folder.filePath(QStringLiteral("Calvorn.ini"));
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
+        qFatal("cannot write %s", qPrintable(path));
+    return path;
+}
+
+void SimulatorSettingsTest::missingFile()
+{
+    const QString path = m_folder.filePath(QStringLiteral("nowhere.ini"));
+    const SimulatorSettings settings = readSimulatorSettings(path);
+    QCOMPARE(settings.device, DeviceKind::Bandpass);
+    QVERIFY(settings.paced);
+    QCOMPARE(settings.seed, std::uint64_t{1});
+    QCOMPARE(settings.chip, DdsChip::Ad9850);
+    QCOMPARE(settings.clockHz, 80e6);
+    QCOMPARE(settings.adc.bits, 10);
+    QVERIFY(!QFile::exists(path));
+}
+
+void SimulatorSettingsTest::everyKey()
+{
+    const QByteArray text = "[Config]\r\nDDS Device=AD9850\r\n[Simulator]\r\nDevice=crystal\r\nPace=None\r\nSeed=99\r\n"
+                            "Fault=none\r\nChip=AD9951\r\nClock=25000000\r\nADC=8bit\r\n";
+    const QString path = write(text);
+    const SimulatorSettings settings = readSimulatorSettings(path);
+    QCOMPARE(settings.device, DeviceKind::Crystal);
+    QVERIFY(!settings.paced);
+    QCOMPARE(settings.seed, std::uint64_t{99});
+    QCOMPARE(settings.fault, SimulatorFault::None);
+    QCOMPARE(settings.chip, DdsChip::Ad9951);
+    QCOMPARE(settings.clockHz, 25e6);
+    QCOMPARE(settings.adc.bits, 8);
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), text);
+}
+
+void SimulatorSettingsTest::configGivesTheDefaults()
+{
+    const SimulatorSettings settings = readSimulatorSettings(
+        write("[Config]\nDDS Device=AD9851\nDDS Xtal freq=30000000\nADC Device=8bit\n[Simulator]\nClock=rubbish\n"));
+    QCOMPARE(settings.chip, DdsChip::Ad9851);
+    QCOMPARE(settings.clockHz, 80e6); // a value that is no number leaves the built-in default
+    QCOMPARE(settings.adc.bits, 8);
+    QCOMPARE(readSimulatorSettings(write("[Config]\nDDS Xtal freq=30000000\n")).clockHz, 30e6);
+}
+
+QTEST_APPLESS_MAIN(SimulatorSettingsTest)
+#include "simulator_settings.moc"

@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: MIT
+// Guards the limit on vectors that the program has not taken yet.
+#include "server/drivers/vector_gate.h"
+
+#include <QTest>
+
+using namespace calvorn;
+
+namespace {
+
+std::optional<QList<int>> single(int value)
+{
+    return QList<int>{value};
+}
+
+} // namespace
+
+class VectorGateTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void eightGoOut();
+    void newestWaits();
+    void waitingCanBeDiscarded();
+    void takenWithoutVectors();
+};
+
+void VectorGateTest::eightGoOut()
+{
+    VectorGate gate;
+    for (int index = 0; index < VectorGate::kMostOutstanding; ++index)
+        QCOMPARE(gate.offer(QList<int>{index}), single(index));
+    QCOMPARE(gate.outstanding(), 8);
+    QVERIFY(!gate.offer(QList<int>{8}).has_value());
+    QCOMPARE(gate.dropped(), std::uint64_t{0});
+}
+
+void VectorGateTest::newestWaits()
+{
+    VectorGate gate;
+    for (int index = 0; index < 20; ++index)
+        gate.offer(QList<int>{index});
+    QCOMPARE(gate.dropped(), std::uint64_t{11}); // 8 sent, 1 waits
+    QCOMPARE(gate.taken(), single(19));
+    QCOMPARE(gate.outstanding(), 8);
+    QVERIFY(!gate.taken().has_value());
+    QCOMPARE(gate.outstanding(), 7);
+    QCOMPARE(gate.offer(QList<int>{20}), single(20));
+}
+
+void VectorGateTest::waitingCanBeDiscarded()
+{
+    VectorGate gate;
+    for (int index = 0; index < 9; ++index)
+        gate.offer(QList<int>{index});
+    gate.discardWaiting();
+    gate.discardWaiting();
+    QCOMPARE(gate.dropped(), std::uint64_t{1});
+    QVERIFY(!gate.taken().has_value());
+    QCOMPARE(gate.outstanding(), 7);
+}
+
+void VectorGateTest::takenWithoutVectors()
+{
+    VectorGate gate;
+    QVERIFY(!gate.taken().has_value());
+    QCOMPARE(gate.outstanding(), 0);
+}
+
+QTEST_APPLESS_MAIN(VectorGateTest)
+#include "vector_gate.moc"
