@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: MIT
+// One vector on its way into the table and back out, each beside the least that any program would have to do.
+#include "acquisition/sample_conversion.h"
+#include "core/number_text.h"
+
+#include <benchmark/benchmark.h>
+
+#include <array>
+#include <charconv>
+#include <cmath>
+
+namespace {
+
+using namespace calvorn;
+
+struct Room
+{
+    Configuration configuration;
+    WindowSettings window;
+    SweepTable table{configuration};
+    SampleConversion conversion{configuration, window, table};
+    QVector<int> counts;
+
+    explicit Room(std::int16_t scaleType)
+    {
+        configuration.scaleType = scaleType;
+        configuration.adcStep = 0.00244F;
+        configuration.startFreq = 1000000;
+        configuration.stepFreq = 35000;
+        table.inizializzaGrid();
+        for (int i = 0; i < kSweepPoints; ++i)
+            counts.append(1 + (i * 37) % 1023);
+        conversion.datiDDS(counts);
+    }
+};
+
+// The amplitudes of the sweep above, as numbers.
+std::array<double, kSweepPoints> values()
+{
+    std::array<double, kSweepPoints> result{};
+    for (int i = 0; i < kSweepPoints; ++i)
+        result[static_cast<std::size_t>(i)] = (1 + (i * 37) % 1023) * 0.00244;
+    return result;
+}
+
+void conversionFloor(benchmark::State &state)
+{
+    const auto numbers = values();
+    std::array<char, 32> buffer;
+    for (auto _ : state)
+        for (const double value : numbers) {
+            benchmark::DoNotOptimize(std::to_chars(buffer.data(), buffer.data() + buffer.size(), value));
+            benchmark::ClobberMemory();
+        }
+}
+
+void conversionIntoTable(benchmark::State &state)
+{
+    Room room(static_cast<std::int16_t>(state.range(0)));
+    for (auto _ : state) {
+        room.conversion.datiDDS(room.counts);
+        benchmark::ClobberMemory();
+    }
+}
+
+void readingFloor(benchmark::State &state)
+{
+    std::array<std::array<char, 32>, kSweepPoints> texts{};
+    std::array<char *, kSweepPoints> ends{};
+    const auto numbers = values();
+    for (std::size_t i = 0; i < numbers.size(); ++i)
+        ends[i] = std::to_chars(texts[i].data(), texts[i].data() + texts[i].size(), numbers[i]).ptr;
+    for (auto _ : state)
+        for (std::size_t i = 0; i < texts.size(); ++i) {
+            double value = 0.0;
+            std::from_chars(texts[i].data(), ends[i], value);
+            benchmark::DoNotOptimize(value);
+        }
+}
+
+void readingFromTable(benchmark::State &state)
+{
+    const Room room(static_cast<std::int16_t>(state.range(0)));
+    for (auto _ : state) {
+        const NumberText numbers;
+        for (int row = 1; row <= kSweepPoints; ++row)
+            benchmark::DoNotOptimize(numbers.toDouble(room.table.text(row, SweepTable::AmplitudeColumn)));
+    }
+}
+
+BENCHMARK(conversionFloor);
+BENCHMARK(conversionIntoTable)->Arg(0)->Arg(1);
+BENCHMARK(readingFloor);
+BENCHMARK(readingFromTable)->Arg(0)->Arg(1);
+
+} // namespace
+
+BENCHMARK_MAIN();

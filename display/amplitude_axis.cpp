@@ -1,0 +1,254 @@
+// SPDX-License-Identifier: MIT
+#include "display/amplitude_axis.h"
+
+#include "core/checked_arithmetic.h"
+#include "core/number_text.h"
+#include "display/graph_coordinates.h"
+
+#include <QEvent>
+
+#include <algorithm>
+#include <cmath>
+
+namespace calvorn {
+
+namespace {
+
+constexpr int kReferenceCaption = 10; // the label that names the reference of a logarithmic scale
+constexpr int kLinearLabels = 4;
+constexpr double kLowestDb = 90.0; // magnitude that the box accepts
+constexpr double kHighestVolt = 10.0;
+constexpr int kGap = 4;         // logical pixels between neighbours
+constexpr int kLabelMargin = 4; // between a label and the graph
+
+} // namespace
+
+AmplitudeAxis::AmplitudeAxis(Configuration &configuration, Desktop &desktop, ErrorBoundary &boundary, QWidget *parent)
+    : QWidget(parent)
+    , m_configuration(configuration)
+    , m_desktop(desktop)
+{
+    m_maxVolt = makeBox("txtMaxVolt", tr("Top of the linear scale in volts, up to 10"), tr("Full scale in volts"));
+    m_maxDb = makeBox("txtMaxDb", tr("Bottom of the logarithmic scales in dB, down to -90"), tr("Lowest level in dB"));
+    m_unit = new QLabel(tr("Volt"), this);
+    m_unit->setObjectName(QStringLiteral("Label5"));
+    m_unit->setToolTip(tr("Unit of the amplitude axis"));
+    m_unit->setAccessibleName(tr("Unit of the amplitude axis"));
+    makeLabels();
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
+    boundary.connect(m_maxDb, &EntryBox::lostFocus, this, "txtMaxDb_LostFocus", [this] { txtMaxDb_LostFocus(); });
+    boundary.connect(m_maxVolt, &EntryBox::lostFocus, this, "txtMaxVolt_LostFocus", [this] { txtMaxVolt_LostFocus(); });
+    showFullScale();
+}
+
+EntryBox *AmplitudeAxis::makeBox(const char *name, const QString &toolTip, const QString &accessibleName)
+{
+    auto *box = new EntryBox(this);
+    box->setObjectName(QString::fromLatin1(name));
+    box->setToolTip(toolTip);
+    box->setAccessibleName(accessibleName);
+    return box;
+}
+
+void AmplitudeAxis::makeLabels()
+{
+    for (int i = 0; i < kLabels; ++i) {
+        auto *label = new QLabel(this);
+        label->setObjectName(QStringLiteral("lblVolt_%1").arg(i));
+        label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        label->setToolTip(tr("Amplitude at this line of the grid"));
+        label->setAccessibleName(tr("Amplitude label %1").arg(i));
+        m_labels[static_cast<std::size_t>(i)] = label;
+    }
+}
+
+void AmplitudeAxis::showFullScale()
+{
+    m_maxVolt->setText(NumberText().fromSingle(m_configuration.maxScaleVolt));
+    m_maxDb->setText(NumberText::fromInteger(m_configuration.maxScaleDb));
+}
+
+void AmplitudeAxis::readFullScale()
+{
+    const NumberText numbers;
+    if (m_configuration.scaleType == 0) {
+        if (m_maxVolt->isModified() || !numbers.isNumeric(m_maxVolt->text()))
+            acceptMaxVolt();
+        else
+            m_configuration.maxScaleVolt = numbers.toSingle(m_maxVolt->text());
+    } else {
+        if (m_maxDb->isModified() || !numbers.isNumeric(m_maxDb->text()))
+            acceptMaxDb();
+        else
+            m_configuration.maxScaleDb = numbers.toInt32(m_maxDb->text());
+    }
+}
+
+void AmplitudeAxis::txtMaxDb_LostFocus()
+{
+    acceptMaxDb();
+    emit fullScaleChanged();
+}
+
+void AmplitudeAxis::txtMaxVolt_LostFocus()
+{
+    acceptMaxVolt();
+    emit fullScaleChanged();
+}
+
+// The sign that is typed does not count: the bottom of the scale lies below 0 dB.
+void AmplitudeAxis::acceptMaxDb()
+{
+    const NumberText numbers;
+    if (!numbers.isNumeric(m_maxDb->text())) {
+        m_maxDb->setText(NumberText::fromInteger(-static_cast<std::int64_t>(m_configuration.maxScaleDb)));
+        m_desktop.beep();
+    }
+    if (std::abs(numbers.toDouble(m_maxDb->text())) > kLowestDb) {
+        m_maxDb->setText(QStringLiteral("-90"));
+        m_desktop.beep();
+    }
+    m_maxDb->setText(numbers.masked(-std::abs(numbers.toDouble(m_maxDb->text())), kMaskDb));
+    m_configuration.maxScaleDb = numbers.toInt32(m_maxDb->text());
+}
+
+void AmplitudeAxis::acceptMaxVolt()
+{
+    const NumberText numbers;
+    // A damaged record can hold what no box would accept.
+    const float record = m_configuration.maxScaleVolt;
+    const QString stored = numbers.fromSingle(std::isfinite(record) && record > 0.0F ? record : 1.0F);
+    if (!numbers.isNumeric(m_maxVolt->text()) || numbers.toDouble(m_maxVolt->text()) <= 0.0) {
+        m_maxVolt->setText(stored);
+        m_desktop.beep();
+    }
+    if (numbers.toDouble(m_maxVolt->text()) > kHighestVolt) {
+        m_maxVolt->setText(QStringLiteral("10"));
+        m_desktop.beep();
+    }
+    m_configuration.maxScaleVolt = numbers.toSingle(m_maxVolt->text());
+}
+
+void AmplitudeAxis::drawScreen()
+{
+    const bool linear = m_configuration.scaleType == 0;
+    linear ? drawLinear() : drawLogarithmic();
+    m_maxVolt->setVisible(linear);
+    m_maxDb->setVisible(!linear);
+    place();
+}
+
+void AmplitudeAxis::drawLinear()
+{
+    const NumberText numbers;
+    const double fullScale = GraphCoordinates(m_configuration).fullScaleVolt();
+    for (int i = 0; i < kLabels; ++i) {
+        QLabel *label = m_labels[static_cast<std::size_t>(i)];
+        const bool shown = i >= 1 && i <= kLinearLabels;
+        if (shown)
+            label->setText(numbers.masked(fullScale - fullScale * i / kLinearLabels, kMaskFullScaleVolt));
+        label->setVisible(shown);
+    }
+    m_maxVolt->setText(numbers.masked(fullScale, kMaskFullScaleVolt));
+}
+
+void AmplitudeAxis::drawLogarithmic()
+{
+    const NumberText numbers;
+    const std::int16_t scale = m_configuration.scaleType;
+    const int first = scale == 2 || scale == 4 ? 1 : 0; // tens of dB above 0 dB
+    for (int i = 0; i < kLabels; ++i) {
+        QLabel *label = m_labels[static_cast<std::size_t>(i)];
+        label->setText(numbers.masked(-10.0 * (i - first), kMaskDb));
+        label->show();
+    }
+    m_labels[kReferenceCaption]->setText(scale >= 3 ? tr("(Vref 10V)") : tr("(Vref 1V)"));
+    if (!numbers.isNumeric(m_maxDb->text()))
+        m_maxDb->setText(NumberText::fromInteger(m_configuration.maxScaleDb));
+    m_maxDb->setText(numbers.masked(numbers.toDouble(m_maxDb->text()), kMaskDb));
+}
+
+void AmplitudeAxis::setUnit(const QString &unit)
+{
+    m_unit->setText(unit);
+    place();
+}
+
+void AmplitudeAxis::setSurface(int top, int height)
+{
+    m_surfaceTop = top;
+    m_surfaceHeight = height;
+    place();
+}
+
+// Odd, so that a label has a middle row.
+int AmplitudeAxis::labelHeight() const
+{
+    return fontMetrics().height() | 1;
+}
+
+int AmplitudeAxis::boxWidth() const
+{
+    const int margins = 16; // frame and text margins of the style
+    return fontMetrics().horizontalAdvance(NumberText().masked(-88.8, kMaskDb)) + margins;
+}
+
+int AmplitudeAxis::spaceAbove() const
+{
+    // The box ends where the second row of labels begins.
+    return std::max(m_maxDb->sizeHint().height() - (labelHeight() + 1) / 2, labelHeight() / 2);
+}
+
+int AmplitudeAxis::spaceBelow() const
+{
+    return labelHeight() / 2 + 1;
+}
+
+QSize AmplitudeAxis::sizeHint() const
+{
+    const auto widthOf = [this](const QString &text) { return fontMetrics().horizontalAdvance(text); };
+    const NumberText numbers;
+    const int besideBox = boxWidth() + kGap + widthOf(numbers.masked(10.0, kMaskDb));
+    const int besideCaption = widthOf(tr("(Vref 10V)")) + kGap + widthOf(numbers.masked(-10.0, kMaskDb));
+    return {std::max(besideBox, besideCaption) + kLabelMargin, spaceAbove() + 200 + spaceBelow()};
+}
+
+// The boxes stand in the corner above the labels. The caption of the reference and the unit keep to the left, where
+// the labels of a steep scale do not reach.
+void AmplitudeAxis::place()
+{
+    const int labelRight = width() - kLabelMargin;
+    const int rows = labelHeight();
+    const double pitch = GraphCoordinates(m_configuration).labelPitch(m_surfaceHeight - 1);
+    const auto topOf = [&](int i) {
+        // Beyond this nothing is seen, and positions stay inside what a widget can have.
+        const double row = std::min(std::floor(i * pitch + 0.5), 15000.0);
+        return m_surfaceTop + static_cast<int>(row) - rows / 2;
+    };
+    const bool linear = m_configuration.scaleType == 0;
+    for (int i = 0; i < kLabels; ++i) {
+        QLabel *label = m_labels[static_cast<std::size_t>(i)];
+        const int extent = label->fontMetrics().horizontalAdvance(label->text());
+        if (i == kReferenceCaption && !linear)
+            label->setGeometry(0, topOf(0) + rows, extent + 1, rows);
+        else
+            label->setGeometry(labelRight - extent, topOf(i), extent, rows);
+    }
+    const int boxHeight = m_maxDb->sizeHint().height();
+    const int boxTop = topOf(0) + rows - boxHeight;
+    m_maxDb->setGeometry(0, boxTop, boxWidth(), boxHeight);
+    m_maxVolt->setGeometry(labelRight - boxWidth() + kLabelMargin, boxTop, boxWidth(), boxHeight);
+    const int unitWidth = fontMetrics().horizontalAdvance(m_unit->text()) + 1;
+    const int unitTop = topOf(0) + (linear ? 1 : 2) * rows;
+    m_unit->setGeometry(linear ? labelRight - unitWidth + 1 : 0, unitTop, unitWidth, rows);
+}
+
+bool AmplitudeAxis::event(QEvent *event)
+{
+    const bool handled = QWidget::event(event);
+    if (event->type() == QEvent::Resize || event->type() == QEvent::FontChange)
+        place();
+    return handled;
+}
+
+} // namespace calvorn

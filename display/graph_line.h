@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QRgb>
+#include <QString>
+
+namespace calvorn {
+
+// What lies over the curve: the four markers and the two lines of the cursor.
+enum class GraphItem { M1, M2, M3, M4, CursorV, CursorH };
+inline constexpr int kGraphItems = 6;
+
+// A line over the curve, in user units of the graph. M1, M2 and LineCV are vertical (x1 == x2), M3, M4 and LineCH
+// horizontal (y1 == y2).
+struct GraphLine
+{
+    double x1 = 0.0;
+    double y1 = 0.0;
+    double x2 = 0.0;
+    double y2 = 0.0;
+    bool visible = true;
+    QRgb colour = 0;
+};
+
+// The caption of a marker. left and top are in user units; the caption of a vertical line stands to its right, that
+// of a horizontal one is centred on it.
+struct GraphLabel
+{
+    double left = 0.0;
+    double top = 0.0;
+    QString text;
+};
+
+} // namespace calvorn

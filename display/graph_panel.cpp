@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+#include "display/graph_panel.h"
+
+#include <QEvent>
+
+namespace calvorn {
+
+GraphPanel::GraphPanel(Configuration &configuration, const SweepTable &table, Desktop &desktop, ErrorBoundary &boundary,
+                       QWidget *parent)
+    : QWidget(parent)
+    , m_axis(new AmplitudeAxis(configuration, desktop, boundary, this))
+    , m_graph(new SweepGraph(configuration, table, this))
+    , m_grid(new QGridLayout(this))
+{
+    m_grid->setContentsMargins(0, 0, 0, 0);
+    m_grid->setSpacing(0);
+    m_grid->addWidget(m_axis, 0, 0, 3, 1);
+    m_grid->addWidget(m_graph, 1, 1);
+    m_grid->setRowMinimumHeight(0, m_axis->spaceAbove());
+    m_grid->setRowMinimumHeight(2, m_axis->spaceBelow());
+    m_grid->setRowStretch(1, 1);
+    m_grid->setColumnStretch(1, 1);
+    m_graph->installEventFilter(this);
+}
+
+void GraphPanel::drawScreen()
+{
+    m_graph->drawScreen();
+    m_axis->drawScreen();
+}
+
+void GraphPanel::setFooter(QWidget *footer)
+{
+    m_grid->addWidget(footer, 2, 1);
+}
+
+bool GraphPanel::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == m_graph && (event->type() == QEvent::Resize || event->type() == QEvent::Move))
+        m_axis->setSurface(m_graph->y() - m_axis->y(), m_graph->height());
+    return QWidget::eventFilter(watched, event);
+}
+
+} // namespace calvorn

@@ -1,0 +1,324 @@
+// SPDX-License-Identifier: MIT
+#include "display/marker_panel.h"
+
+#include "core/checked_arithmetic.h"
+#include "core/number_text.h"
+
+#include <QGridLayout>
+
+#include <algorithm>
+#include <cmath>
+
+namespace calvorn {
+
+namespace {
+
+// Volts or dB: beyond it a marker means nothing, and a power of ten of it might not be a number any more.
+constexpr double kLargestAmplitude = 1e6;
+
+DisplayMask amplitudeMask(bool linear)
+{
+    return linear ? kMaskVolt : kMaskDb;
+}
+
+bool isWholeFrequency(const NumberText &numbers, const QString &text)
+{
+    return numbers.isNumeric(text) && std::abs(numbers.toDouble(text)) <= std::numeric_limits<std::int32_t>::max();
+}
+
+} // namespace
+
+double markerDifference(bool linear, double m3, double m4)
+{
+    if (linear)
+        return std::abs(m4 - m3);
+    const bool sameSide = (m3 > 0.0 && m4 > 0.0) || (m3 < 0.0 && m4 < 0.0);
+    return sameSide ? m4 - m3 : std::abs(m3) + std::abs(m4);
+}
+
+MarkerPanel::MarkerPanel(Configuration &configuration, SweepTable &table, SweepGraph &graph, Desktop &desktop,
+                         ErrorBoundary &boundary, QWidget *parent)
+    : QWidget(parent)
+    , m_configuration(configuration)
+    , m_table(table)
+    , m_graph(graph)
+    , m_desktop(desktop)
+{
+    makeBoxes();
+    layOut();
+    connectBoxes(boundary);
+}
+
+EntryBox *MarkerPanel::makeBox(const char *name, const QString &toolTip, const QString &accessibleName)
+{
+    auto *box = new EntryBox(this);
+    box->setObjectName(QString::fromLatin1(name));
+    box->setToolTip(toolTip);
+    box->setAccessibleName(accessibleName);
+    box->setText(QStringLiteral("0"));
+    return box;
+}
+
+EntryBox *MarkerPanel::makeReadout(const char *name, const QString &toolTip, const QString &accessibleName)
+{
+    EntryBox *box = makeBox(name, toolTip, accessibleName);
+    box->setReadOnly(true);
+    box->setFocusPolicy(Qt::NoFocus);
+    // The colour of the window tells a read-out from a box to type into.
+    box->setBackgroundRole(QPalette::Window);
+    QPalette colours = box->palette();
+    colours.setColor(QPalette::Base, colours.color(QPalette::Window));
+    box->setPalette(colours);
+    return box;
+}
+
+void MarkerPanel::makeBoxes()
+{
+    m_m1x = makeBox("txtM1X", tr("Enter freq in Hz or ClickLeft the graph"), tr("Frequency of M1 in Hz"));
+    m_m2x = makeBox("txtM2X", tr("Enter freq in Hz or ClickRight the graph"), tr("Frequency of M2 in Hz"));
+    m_m3y = makeBox("txtM3Y", tr("Enter volt/dB or SHIFT+ ClickLeft the graph"), tr("Amplitude of M3"));
+    m_m4y = makeBox("txtM4Y", tr("Enter volt/dB or SHIFT ClickRight the graph"), tr("Amplitude of M4"));
+    m_m1y = makeReadout("txtM1Y", tr("Amplitude of the curve at M1"), tr("Amplitude at M1"));
+    m_m2y = makeReadout("txtM2Y", tr("Amplitude of the curve at M2"), tr("Amplitude at M2"));
+    m_m2m1 = makeReadout("txtM2M1", tr("Distance of M1 and M2 in Hz"), tr("M2 - M1 in Hz"));
+    m_m4m3 = makeReadout("txtM4M3", tr("Difference of M4 and M3"), tr("M4 - M3"));
+    m_x = makeReadout("txtX", tr("Frequency under the mouse in Hz"), tr("Frequency under the mouse"));
+    m_y = makeReadout("txtY", tr("Amplitude under the mouse"), tr("Amplitude under the mouse"));
+    clearCursorReadout();
+    m_unit = new QLabel(tr("Volt"), this);
+    m_unit->setObjectName(QStringLiteral("Label15"));
+    m_unit->setToolTip(tr("Unit of the amplitudes"));
+    m_unit->setAccessibleName(tr("Unit of the amplitudes"));
+}
+
+// Three rows, markers at a frequency to the left and at an amplitude to the right; the cursor ends the right half.
+void MarkerPanel::layOut()
+{
+    auto *grid = new QGridLayout(this);
+    grid->setContentsMargins(6, 2, 6, 2);
+    grid->setHorizontalSpacing(6);
+    grid->setVerticalSpacing(2);
+    const auto caption = [this](const QString &text, const QString &name) {
+        auto *label = new QLabel(text, this);
+        label->setObjectName(name);
+        return label;
+    };
+    const auto centred = Qt::AlignHCenter | Qt::AlignVCenter;
+    grid->addWidget(caption(tr("Hz"), QStringLiteral("lblHertz")), 0, 1, centred);
+    grid->addWidget(m_unit, 0, 2, centred);
+    addPair(grid, 1, 0, tr("M1"), m_m1x, m_m1y);
+    addPair(grid, 2, 0, tr("M2"), m_m2x, m_m2y);
+    addPair(grid, 3, 0, tr("M2 - M1"), m_m2m1, nullptr);
+    addPair(grid, 1, 4, tr("M3"), nullptr, m_m3y);
+    addPair(grid, 2, 4, tr("M4"), nullptr, m_m4y);
+    addPair(grid, 3, 4, tr("M4 - M3"), nullptr, m_m4m3);
+    addPair(grid, 1, 8, tr("Cursor"), m_x, nullptr);
+    addPair(grid, 2, 8, QString(), m_y, nullptr);
+    grid->setColumnMinimumWidth(3, 10);
+    grid->setColumnMinimumWidth(7, 10);
+    for (const int column : {1, 9})
+        grid->setColumnStretch(column, 3);
+    for (const int column : {2, 6})
+        grid->setColumnStretch(column, 2);
+    grid->setRowStretch(4, 1);
+}
+
+void MarkerPanel::addPair(QGridLayout *grid, int row, int column, const QString &caption, QWidget *first,
+                          QWidget *second)
+{
+    auto *label = new QLabel(caption, this);
+    label->setBuddy(first ? first : second);
+    grid->addWidget(label, row, column, Qt::AlignRight | Qt::AlignVCenter);
+    if (first) {
+        first->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("888,888,888")) + 14);
+        grid->addWidget(first, row, column + 1);
+    }
+    if (second) {
+        second->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("-888.88")) + 14);
+        grid->addWidget(second, row, column + 2);
+    }
+}
+
+void MarkerPanel::connectBoxes(ErrorBoundary &boundary)
+{
+    boundary.connect(m_m1x, &EntryBox::gotFocus, this, "txtM1X_GotFocus", [this] { txtM1X_GotFocus(); });
+    boundary.connect(m_m2x, &EntryBox::gotFocus, this, "txtM2X_GotFocus", [this] { txtM2X_GotFocus(); });
+    boundary.connect(m_m1x, &EntryBox::lostFocus, this, "txtM1X_LostFocus", [this] { txtM1X_LostFocus(); });
+    boundary.connect(m_m2x, &EntryBox::lostFocus, this, "txtM2X_LostFocus", [this] { txtM2X_LostFocus(); });
+    boundary.connect(m_m3y, &EntryBox::lostFocus, this, "txtM3Y_LostFocus", [this] { txtM3Y_LostFocus(); });
+    boundary.connect(m_m4y, &EntryBox::lostFocus, this, "txtM4Y_LostFocus", [this] { txtM4Y_LostFocus(); });
+    boundary.connect(&m_graph, &SweepGraph::graphTimerFired, this, "timerGrafico_Timer",
+                     [this] { timerGrafico_Timer(); });
+    connect(&m_table, &SweepTable::rebuilt, this, [this] {
+        m_m1y->setText(QStringLiteral("0"));
+        m_m2y->setText(QStringLiteral("0"));
+    });
+}
+
+int MarkerPanel::rowOf(GraphItem item) const
+{
+    return roundToInteger<std::int32_t>(m_graph.line(item).x1);
+}
+
+const QString &MarkerPanel::cellUnder(GraphItem item, SweepTable::Column column) const
+{
+    return m_table.text(rowOf(item), column);
+}
+
+std::int32_t MarkerPanel::frequencyUnder(GraphItem item) const
+{
+    const NumberText numbers;
+    return numbers.toInt32(numbers.generalNumber(cellUnder(item, SweepTable::FrequencyColumn)));
+}
+
+bool MarkerPanel::restoreFrequency(const QString &marker)
+{
+    const bool second = marker == QStringLiteral("M2");
+    EntryBox *box = second ? m_m2x : m_m1x;
+    if (isWholeFrequency(NumberText(), box->text()))
+        return false;
+    box->setText(cellUnder(second ? GraphItem::M2 : GraphItem::M1, SweepTable::FrequencyColumn));
+    return true;
+}
+
+void MarkerPanel::aggiornaPosMarkerX(const QString &marker)
+{
+    restoreFrequency(marker);
+    const bool second = marker == QStringLiteral("M2");
+    const NumberText numbers;
+    const std::int32_t markerFreq = numbers.toInt32((second ? m_m2x : m_m1x)->text());
+    int row = 1;
+    while (row < kSweepPoints && numbers.toInt32(m_table.text(row, SweepTable::FrequencyColumn)) < markerFreq)
+        ++row;
+    m_graph.moveLine(second ? GraphItem::M2 : GraphItem::M1, row);
+}
+
+void MarkerPanel::aggiornaLblMarkerX()
+{
+    m_m1x->setText(cellUnder(GraphItem::M1, SweepTable::FrequencyColumn));
+    m_m2x->setText(cellUnder(GraphItem::M2, SweepTable::FrequencyColumn));
+    m_m1y->setText(cellUnder(GraphItem::M1, SweepTable::AmplitudeColumn));
+    m_m2y->setText(cellUnder(GraphItem::M2, SweepTable::AmplitudeColumn));
+    const std::int32_t difference = checkedSubtract(frequencyUnder(GraphItem::M2), frequencyUnder(GraphItem::M1));
+    m_m2m1->setText(NumberText().masked(checkedMagnitude(difference), kMaskHertzDifference));
+}
+
+double MarkerPanel::amplitudeOfLine(GraphItem item) const
+{
+    const double y = m_graph.line(item).y1 / 1000.0;
+    return m_configuration.scaleType == 0 ? y : -y;
+}
+
+bool MarkerPanel::restoreAmplitude(const QString &marker)
+{
+    const bool fourth = marker == QStringLiteral("M4");
+    EntryBox *box = fourth ? m_m4y : m_m3y;
+    const NumberText numbers;
+    if (numbers.isNumeric(box->text()))
+        return false;
+    const double value = amplitudeOfLine(fourth ? GraphItem::M4 : GraphItem::M3);
+    box->setText(numbers.masked(value, amplitudeMask(m_configuration.scaleType == 0)));
+    return true;
+}
+
+double MarkerPanel::amplitude(const QString &marker)
+{
+    restoreAmplitude(marker);
+    const double value = NumberText().toDouble((marker == QStringLiteral("M4") ? m_m4y : m_m3y)->text());
+    return std::clamp(value, -kLargestAmplitude, kLargestAmplitude);
+}
+
+void MarkerPanel::aggiornaPosMarkerY(const QString &marker)
+{
+    const double factor = m_configuration.scaleType == 0 ? 1000.0 : -1000.0;
+    m_graph.moveLine(marker == QStringLiteral("M4") ? GraphItem::M4 : GraphItem::M3, amplitude(marker) * factor);
+}
+
+void MarkerPanel::aggiornaLblMarkerY()
+{
+    showAmplitudes(m_configuration.scaleType == 0, amplitudeOfLine(GraphItem::M3), amplitudeOfLine(GraphItem::M4));
+}
+
+void MarkerPanel::showAmplitudes(bool linear, double m3, double m4)
+{
+    const NumberText numbers;
+    const DisplayMask mask = amplitudeMask(linear);
+    const auto bounded = [](double value) { return std::clamp(value, -kLargestAmplitude, kLargestAmplitude); };
+    m_m4m3->setText(numbers.masked(markerDifference(linear, bounded(m3), bounded(m4)), mask));
+    m_m3y->setText(numbers.masked(bounded(m3), mask));
+    m_m4y->setText(numbers.masked(bounded(m4), mask));
+}
+
+void MarkerPanel::drawMarker()
+{
+    for (const GraphItem item : {GraphItem::M1, GraphItem::M2})
+        m_graph.moveLine(item, m_graph.line(item).x1);
+    for (const GraphItem item : {GraphItem::M3, GraphItem::M4})
+        m_graph.moveLine(item, m_graph.line(item).y1);
+}
+
+void MarkerPanel::enterFrequency(EntryBox *box)
+{
+    const NumberText numbers;
+    if (numbers.isNumeric(box->text()))
+        box->setText(numbers.generalNumber(box->text()));
+}
+
+void MarkerPanel::leaveFrequency(const QString &marker)
+{
+    if (restoreFrequency(marker))
+        m_desktop.beep();
+    aggiornaPosMarkerX(marker);
+    aggiornaLblMarkerX();
+}
+
+void MarkerPanel::leaveAmplitude(const QString &marker)
+{
+    if (restoreAmplitude(marker))
+        m_desktop.beep();
+    EntryBox *box = marker == QStringLiteral("M4") ? m_m4y : m_m3y;
+    box->setText(NumberText().masked(amplitude(marker), amplitudeMask(m_configuration.scaleType == 0)));
+    aggiornaPosMarkerY(marker);
+    aggiornaLblMarkerY();
+}
+
+// The curve first, then the amplitudes under the two frequency markers, from the same cells.
+void MarkerPanel::timerGrafico_Timer()
+{
+    m_graph.drawLine();
+    m_m1y->setText(cellUnder(GraphItem::M1, SweepTable::AmplitudeColumn));
+    m_m2y->setText(cellUnder(GraphItem::M2, SweepTable::AmplitudeColumn));
+}
+
+void MarkerPanel::clearCursorReadout()
+{
+    m_y->clear();
+    m_x->clear();
+}
+
+void MarkerPanel::setUnit(const QString &unit)
+{
+    m_unit->setText(unit);
+}
+
+void MarkerPanel::restore(const WindowSettings &settings)
+{
+    m_m3y->setText(settings.marker3);
+    m_m4y->setText(settings.marker4);
+    aggiornaPosMarkerY(QStringLiteral("M3"));
+    aggiornaPosMarkerY(QStringLiteral("M4"));
+    m_m1x->setText(settings.marker1);
+    m_m2x->setText(settings.marker2);
+    aggiornaPosMarkerX(QStringLiteral("M1"));
+    aggiornaPosMarkerX(QStringLiteral("M2"));
+}
+
+void MarkerPanel::save(WindowSettings &settings) const
+{
+    settings.marker1 = m_m1x->text();
+    settings.marker2 = m_m2x->text();
+    settings.marker3 = m_m3y->text();
+    settings.marker4 = m_m4y->text();
+}
+
+} // namespace calvorn

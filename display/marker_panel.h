@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "core/error_boundary.h"
+#include "core/settings.h"
+#include "display/sweep_graph.h"
+#include "platform/desktop.h"
+#include "platform/entry_box.h"
+
+#include <QLabel>
+#include <QWidget>
+
+class QGridLayout;
+
+namespace calvorn {
+
+// M4 - M3 as it is shown: on the linear scale the distance; on a logarithmic one the signed difference when both lie
+// on the same side of 0 dB, otherwise the sum of the magnitudes.
+double markerDifference(bool linear, double m3, double m4);
+
+// The markers' boxes under the graph: M1 and M2 at a frequency, M3 and M4 at an amplitude, their differences and the
+// read-out under the mouse. The positions themselves are those of the lines in the graph.
+class MarkerPanel : public QWidget
+{
+    Q_OBJECT
+
+public:
+    MarkerPanel(Configuration &configuration, SweepTable &table, SweepGraph &graph, Desktop &desktop,
+                ErrorBoundary &boundary, QWidget *parent = nullptr);
+
+    // --- frequency markers ---
+
+    // Puts the line of "M1" or "M2" at the first row whose frequency is not below that of the box, at most row 400.
+    // A box that holds no whole number gets the frequency of its line back.
+    void aggiornaPosMarkerX(const QString &marker);
+    // The boxes of both from the rows of their lines. RuntimeError when the table's frequencies cannot be read.
+    void aggiornaLblMarkerX();
+
+    // --- amplitude markers ---
+
+    // Puts the line of "M3" or "M4" at the amplitude of its box, in the units of the current scale. A box that holds
+    // no number gets the amplitude of its line back.
+    void aggiornaPosMarkerY(const QString &marker);
+    // The boxes of both from their lines.
+    void aggiornaLblMarkerY();
+
+    // The amplitudes of M3 and M4 in the units of the current scale, from the boxes; a text that is no number is put
+    // back from its line first.
+    double amplitude(const QString &marker);
+    // Both boxes and their difference, as the texts of the given kind of scale. The lines stay.
+    void showAmplitudes(bool linear, double m3, double m4);
+
+    // --- all ---
+
+    // Places lines and captions anew after the surface of the graph was set up.
+    void drawMarker();
+    void clearCursorReadout();
+    // "Volt" or "dB".
+    void setUnit(const QString &unit);
+
+    // Start-up and shutdown: the texts of the boxes. After restore() every line stands where its box says.
+    void restore(const WindowSettings &settings);
+    void save(WindowSettings &settings) const;
+
+private:
+    EntryBox *makeBox(const char *name, const QString &toolTip, const QString &accessibleName);
+    EntryBox *makeReadout(const char *name, const QString &toolTip, const QString &accessibleName);
+    void makeBoxes();
+    void layOut();
+    void addPair(QGridLayout *grid, int row, int column, const QString &caption, QWidget *first, QWidget *second);
+    void connectBoxes(ErrorBoundary &boundary);
+
+    void txtM1X_GotFocus() { enterFrequency(m_m1x); }
+    void txtM2X_GotFocus() { enterFrequency(m_m2x); }
+    void txtM1X_LostFocus() { leaveFrequency(QStringLiteral("M1")); }
+    void txtM2X_LostFocus() { leaveFrequency(QStringLiteral("M2")); }
+    void txtM3Y_LostFocus() { leaveAmplitude(QStringLiteral("M3")); }
+    void txtM4Y_LostFocus() { leaveAmplitude(QStringLiteral("M4")); }
+    void timerGrafico_Timer();
+
+    void enterFrequency(EntryBox *box);
+    void leaveFrequency(const QString &marker);
+    void leaveAmplitude(const QString &marker);
+    bool restoreFrequency(const QString &marker);
+    bool restoreAmplitude(const QString &marker);
+    int rowOf(GraphItem item) const;
+    double amplitudeOfLine(GraphItem item) const;
+    const QString &cellUnder(GraphItem item, SweepTable::Column column) const;
+    std::int32_t frequencyUnder(GraphItem item) const;
+
+    Configuration &m_configuration;
+    SweepTable &m_table;
+    SweepGraph &m_graph;
+    Desktop &m_desktop;
+    EntryBox *m_m1x = nullptr;
+    EntryBox *m_m1y = nullptr;
+    EntryBox *m_m2x = nullptr;
+    EntryBox *m_m2y = nullptr;
+    EntryBox *m_m2m1 = nullptr;
+    EntryBox *m_m3y = nullptr;
+    EntryBox *m_m4y = nullptr;
+    EntryBox *m_m4m3 = nullptr;
+    EntryBox *m_x = nullptr;
+    EntryBox *m_y = nullptr;
+    QLabel *m_unit = nullptr;
+};
+
+} // namespace calvorn

@@ -1,0 +1,119 @@
+// SPDX-License-Identifier: MIT
+#include "display/scale_control.h"
+
+#include "core/common_functions.h"
+#include "data/amplitude_column.h"
+
+#include <QActionGroup>
+
+namespace calvorn {
+
+namespace {
+
+// How the amplitude markers come to a logarithmic scale.
+struct LogarithmicScale
+{
+    std::int16_t firstOfReference; // the lower of the two scales with the same reference voltage
+    std::int16_t modeFromLinear;   // scale whose reference turns volts into dB
+};
+
+// The scale of 10 V + 10 dB takes volts over with the reference of 1 V.
+constexpr LogarithmicScale kLogarithmicScales[] = {{1, 1}, {1, 2}, {3, 3}, {3, 1}};
+
+} // namespace
+
+ScaleControl::ScaleControl(Configuration &configuration, SweepTable &table, GraphPanel &panel, MarkerPanel &markers,
+                           ErrorBoundary &boundary, QObject *parent)
+    : QObject(parent)
+    , m_configuration(configuration)
+    , m_table(table)
+    , m_panel(panel)
+    , m_markers(markers)
+{
+    struct Entry
+    {
+        const char *name;
+        QString caption;
+        QString toolTip;
+        void (ScaleControl::*handler)();
+    };
+    const std::array<Entry, kScales> entries{{
+        {"mnuScalaLineare", tr("&Linear"), tr("Volts"), &ScaleControl::mnuScalaLineare_Click},
+        {"mnuScalaLogaritmica1", tr("Logarithmic (&1V)"), tr("dB referred to 1 V, from 0 dB"),
+         &ScaleControl::mnuScalaLogaritmica1_Click},
+        {"mnuScalaLogaritmica1dB", tr("L&ogarithmic (1V + 10dB)"), tr("dB referred to 1 V, from +10 dB"),
+         &ScaleControl::mnuScalaLogaritmica1dB_Click},
+        {"mnuScalaLogaritmica10", tr("Lo&garithmic (10V)"), tr("dB referred to 10 V, from 0 dB"),
+         &ScaleControl::mnuScalaLogaritmica10_Click},
+        {"mnuScalaLogaritmica10dB", tr("Log&arithmic (10V +10dB)"), tr("dB referred to 10 V, from +10 dB"),
+         &ScaleControl::mnuScalaLogaritmica10dB_Click},
+    }};
+    auto *group = new QActionGroup(this);
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        const Entry &entry = entries[i];
+        auto *action = new QAction(entry.caption, group);
+        action->setObjectName(QString::fromLatin1(entry.name));
+        action->setToolTip(entry.toolTip);
+        action->setStatusTip(entry.toolTip);
+        action->setCheckable(true);
+        boundary.connect(action, &QAction::triggered, this, entry.name,
+                         [this, handler = entry.handler] { (this->*handler)(); });
+        m_actions[i] = action;
+    }
+    boundary.connect(&panel.axis(), &AmplitudeAxis::fullScaleChanged, this, "fullScaleChanged",
+                     [this] { redrawRange(); });
+}
+
+void ScaleControl::aggiornaScala(std::int16_t mode)
+{
+    m_configuration.scaleType = mode >= 0 && mode < kScales ? mode : std::int16_t{0};
+    const QString unit = m_configuration.scaleType == 0 ? tr("Volt") : tr("dB");
+    m_table.setText(0, SweepTable::AmplitudeColumn, unit);
+    AmplitudeColumn(m_configuration, m_table).convertAllRows();
+    m_panel.axis().readFullScale();
+    m_panel.axis().setUnit(unit);
+    m_markers.setUnit(unit);
+    m_actions[static_cast<std::size_t>(m_configuration.scaleType)]->setChecked(true);
+
+    redrawRange();
+    m_markers.clearCursorReadout();
+    m_markers.aggiornaLblMarkerX();
+    m_panel.graph().drawLine();
+}
+
+// Grid and amplitude markers; the curve keeps the cells that it has read.
+void ScaleControl::redrawRange()
+{
+    m_panel.drawScreen();
+    m_markers.aggiornaPosMarkerY(QStringLiteral("M3"));
+    m_markers.aggiornaPosMarkerY(QStringLiteral("M4"));
+}
+
+void ScaleControl::mnuScalaLineare_Click()
+{
+    // On the linear scale the conversion gives its argument back.
+    const double m3 = dbToVolts(m_configuration, m_markers.amplitude(QStringLiteral("M3")));
+    const double m4 = dbToVolts(m_configuration, m_markers.amplitude(QStringLiteral("M4")));
+    m_markers.showAmplitudes(true, m3, m4);
+    aggiornaScala(0);
+}
+
+void ScaleControl::changeToLogarithmic(std::int16_t mode)
+{
+    const LogarithmicScale &target = kLogarithmicScales[mode - 1];
+    const std::int16_t old = m_configuration.scaleType;
+    double m3 = m_markers.amplitude(QStringLiteral("M3"));
+    double m4 = m_markers.amplitude(QStringLiteral("M4"));
+    const bool sameReference = old == target.firstOfReference || old == target.firstOfReference + 1;
+    if (!sameReference) {
+        const double volts3 = dbToVolts(m_configuration, m3);
+        const double volts4 = dbToVolts(m_configuration, m4);
+        m_configuration.scaleType = old == 0 ? target.modeFromLinear : mode;
+        m3 = voltsToDb(m_configuration, volts3);
+        m4 = voltsToDb(m_configuration, volts4);
+    }
+    m_markers.showAmplitudes(false, m3, m4);
+    aggiornaScala(mode);
+}
+
+} // namespace calvorn

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "display/graph_panel.h"
+#include "display/marker_panel.h"
+
+#include <QAction>
+#include <QList>
+
+#include <array>
+
+namespace calvorn {
+
+// The five amplitude scales: the actions of the menu "Scale", and what a change of scale does.
+class ScaleControl : public QObject
+{
+    Q_OBJECT
+
+public:
+    static constexpr int kScales = 5;
+
+    ScaleControl(Configuration &configuration, SweepTable &table, GraphPanel &panel, MarkerPanel &markers,
+                 ErrorBoundary &boundary, QObject *parent = nullptr);
+
+    // In the order of scaleType; for the menu.
+    QList<QAction *> actions() const { return {m_actions.begin(), m_actions.end()}; }
+
+    // Switches the whole display to a scale: table, axis, grid, markers, curve. The boxes of M3 and M4 must already be
+    // in its units. At start-up with the saved scale, and after whatever has rewritten the table. A value that is no
+    // scale (a damaged settings file) counts as the linear one.
+    void aggiornaScala(std::int16_t mode);
+
+private:
+    void mnuScalaLineare_Click();
+    void mnuScalaLogaritmica1_Click() { changeToLogarithmic(1); }
+    void mnuScalaLogaritmica1dB_Click() { changeToLogarithmic(2); }
+    void mnuScalaLogaritmica10_Click() { changeToLogarithmic(3); }
+    void mnuScalaLogaritmica10dB_Click() { changeToLogarithmic(4); }
+    void changeToLogarithmic(std::int16_t mode);
+    void redrawRange();
+
+    Configuration &m_configuration;
+    SweepTable &m_table;
+    GraphPanel &m_panel;
+    MarkerPanel &m_markers;
+    std::array<QAction *, kScales> m_actions{};
+};
+
+} // namespace calvorn

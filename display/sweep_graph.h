@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "data/sweep_table.h"
+#include "display/graph_coordinates.h"
+#include "display/graph_line.h"
+
+#include <QPixmap>
+#include <QPolygonF>
+#include <QTimer>
+#include <QWidget>
+
+#include <array>
+#include <optional>
+
+namespace calvorn {
+
+// The graph "picSweep": a kept grid, the curve over it as one polyline, and over both the markers and the cursor.
+//
+// The grid is painted again only when scale, range or size change. The curve's points are kept, so that moving a
+// marker or uncovering the window reads no cell.
+class SweepGraph : public QWidget
+{
+    Q_OBJECT
+
+public:
+    static constexpr int kInitialWidth = 534;  // logical pixels, 8004 twips
+    static constexpr int kInitialHeight = 400; // logical pixels, 6000 twips
+
+    SweepGraph(const Configuration &configuration, const SweepTable &table, QWidget *parent = nullptr);
+
+    // Once at start-up: colours, size, and the coordinates of the record's scale.
+    void inizializzaGraph();
+
+    // The grid for the scale and range of the record. Called after either has changed; reads no cell.
+    void drawScreen();
+
+    // Reads the amplitude cells of all 400 rows and shows them. A cell that is not a number counts as 0.
+    void drawLine();
+
+    // Takes the curve away until the next drawLine(); the grid stays.
+    void clearCurve();
+
+    // Asks for one graphTimerFired() a few milliseconds from now; further calls until then change nothing, so a
+    // burst of vectors leads to one redraw.
+    void armGraphTimer();
+
+    const GraphCoordinates &coordinates() const { return m_coordinates; }
+
+    // Moves a line to a row (vertical lines) or to a y in user units (horizontal ones), its caption with it.
+    void moveLine(GraphItem item, double position);
+    void setLineVisible(GraphItem item, bool visible);
+    const GraphLine &line(GraphItem item) const { return m_lines[static_cast<std::size_t>(item)]; }
+    // Empty text for the lines of the cursor, which have no caption.
+    const GraphLabel &label(GraphItem item) const { return m_labels[static_cast<std::size_t>(item)]; }
+    // Where the caption is painted, in logical pixels: at its place, or moved inside where that is cut off. Empty
+    // when its line is hidden or outside the range.
+    QRectF labelRect(GraphItem item) const;
+
+    // The points of the curve in user units; empty after clearCurve().
+    QPolygonF curve() const;
+
+    QSize sizeHint() const override { return {kInitialWidth, kInitialHeight}; }
+    QSize minimumSizeHint() const override { return {320, 200}; }
+
+signals:
+    void graphTimerFired();
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    bool event(QEvent *event) override;
+
+private:
+    GraphLine &lineOf(GraphItem item) { return m_lines[static_cast<std::size_t>(item)]; }
+    QSizeF labelSize(GraphItem item) const;
+    QRect itemRegion(GraphItem item) const;
+    void placeLabel(GraphItem item);
+    void placeCurve();
+    void placeColumns(int thickness);
+    void paintBackground();
+    void paintCurve(QPainter &painter) const;
+    void paintLines(QPainter &painter) const;
+    void paintLabels(QPainter &painter) const;
+
+    const Configuration &m_configuration;
+    const SweepTable &m_table;
+    GraphCoordinates m_coordinates;
+    QTimer m_timer;
+    QPixmap m_background;                                    // null when it is out of date
+    std::optional<std::array<double, kSweepPoints>> m_curve; // y in user units
+    QPolygonF m_polyline;                                    // device pixels
+    // The same as filled columns, where a logical pixel is two device pixels or more.
+    QList<QRect> m_columns;
+    std::array<GraphLine, kGraphItems> m_lines;
+    std::array<GraphLabel, kGraphItems> m_labels;
+};
+
+} // namespace calvorn

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "data/sweep_table.h"
+
+#include <QTableView>
+
+namespace calvorn {
+
+// The view "MSFlexGridV" of the sweep table: 400 compact rows under a fixed header. The columns take their widths
+// from that of the view whenever the table is rebuilt or the view becomes wider or narrower.
+class SweepTableView : public QTableView
+{
+    Q_OBJECT
+
+public:
+    SweepTableView(const Configuration &configuration, SweepTable &table, QWidget *parent = nullptr);
+
+    QSize minimumSizeHint() const override { return {200, 60}; }
+    QSize sizeHint() const override { return {400, 90}; }
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    void setColumnWidths();
+
+    const Configuration &m_configuration;
+};
+
+} // namespace calvorn

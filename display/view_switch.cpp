@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: MIT
+#include "display/view_switch.h"
+
+#include <QActionGroup>
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+namespace calvorn {
+
+namespace {
+
+constexpr int kFirstParallelPortView = 2;
+
+} // namespace
+
+ViewSwitch::ViewSwitch(WindowSettings &settings, MarkerPanel &markers, QWidget *table, QWidget *aux1, QWidget *aux2,
+                       ErrorBoundary &boundary, QWidget *parent)
+    : QWidget(parent)
+    , m_settings(settings)
+    , m_markers(markers)
+{
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(2);
+    auto *row = new QHBoxLayout;
+    row->setSpacing(2);
+    m_buttonRow = row;
+    column->addLayout(row);
+    m_stack = new QStackedLayout;
+    column->addLayout(m_stack, 1);
+    makeView(0, tr("&Marker"), &markers, boundary);
+    makeView(1, tr("&Table"), table, boundary);
+    makeView(2, tr("Aux &1"), aux1, boundary);
+    makeView(3, tr("Aux &2"), aux2, boundary);
+    auto *group = new QActionGroup(this);
+    for (QAction *action : m_actions)
+        group->addAction(action);
+    row->addStretch(1);
+}
+
+void ViewSwitch::makeView(int index, const QString &caption, QWidget *content, ErrorBoundary &boundary)
+{
+    const auto i = static_cast<std::size_t>(index);
+    const QString plain = QString(caption).remove(u'&');
+    auto *button = new QPushButton(caption, this);
+    button->setObjectName(QStringLiteral("cmdView_%1").arg(index));
+    button->setToolTip(tr("Show the view \"%1\"").arg(plain));
+    button->setAccessibleName(tr("View %1").arg(plain));
+    button->setAutoDefault(false);
+    m_buttonRow->addWidget(button);
+    boundary.connect(button, &QPushButton::clicked, this, "cmdView_Click", [this, index] { cmdView_Click(index); });
+    m_buttons[i] = button;
+
+    auto *frame = new QFrame(this);
+    frame->setObjectName(QStringLiteral("frameView_%1").arg(index));
+    frame->setAccessibleName(plain);
+    frame->setFrameStyle(QFrame::StyledPanel | QFrame::Plain);
+    auto *inside = new QVBoxLayout(frame);
+    inside->setContentsMargins(0, 0, 0, 0);
+    inside->addWidget(content);
+    m_stack->addWidget(frame);
+    m_frames[i] = frame;
+
+    auto *action = new QAction(caption, this);
+    action->setObjectName(QStringLiteral("mnuView_%1").arg(index));
+    action->setToolTip(button->toolTip());
+    action->setStatusTip(button->toolTip());
+    action->setCheckable(true);
+    boundary.connect(action, &QAction::triggered, this, "mnuView_Click", [this, index] { mnuView_Click(index); });
+    m_actions[i] = action;
+}
+
+void ViewSwitch::selectView(int index)
+{
+    const int views = m_parallelPortViews ? kViews : kFirstParallelPortView;
+    const int shown = index >= 0 && index < views ? index : 0;
+    for (QPushButton *button : m_buttons)
+        button->setEnabled(true);
+    m_stack->setCurrentIndex(shown);
+    m_actions[static_cast<std::size_t>(shown)]->setChecked(true);
+    m_buttons[static_cast<std::size_t>(shown)]->setEnabled(false);
+    m_settings.markerIndex = static_cast<std::int16_t>(shown);
+    m_markers.aggiornaLblMarkerX();
+    m_markers.aggiornaLblMarkerY();
+}
+
+void ViewSwitch::setParallelPortViews(bool available)
+{
+    m_parallelPortViews = available;
+    for (std::size_t i = kFirstParallelPortView; i < kViews; ++i) {
+        m_buttons[i]->setVisible(available);
+        m_actions[i]->setVisible(available);
+    }
+    if (!available && m_stack->currentIndex() >= kFirstParallelPortView)
+        selectView(0);
+}
+
+} // namespace calvorn

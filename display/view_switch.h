@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "core/settings.h"
+#include "display/marker_panel.h"
+
+#include <QAction>
+#include <QFrame>
+#include <QList>
+#include <QPushButton>
+#include <QStackedLayout>
+
+#include <array>
+
+namespace calvorn {
+
+// The four views under the graph with their buttons, and the actions of the menu "View".
+class ViewSwitch : public QWidget
+{
+    Q_OBJECT
+
+public:
+    static constexpr int kViews = 4;
+
+    // table, aux1 and aux2 are the contents of frameView_1 to frameView_3, markers that of frameView_0; the switch
+    // takes them over. markerIndex of the settings holds the view shown.
+    ViewSwitch(WindowSettings &settings, MarkerPanel &markers, QWidget *table, QWidget *aux1, QWidget *aux2,
+               ErrorBoundary &boundary, QWidget *parent = nullptr);
+
+    // For the menu.
+    QList<QAction *> actions() const { return {m_actions.begin(), m_actions.end()}; }
+
+    // Shows a view, greys its button, and refreshes the read-outs of the markers. A view that does not exist (a
+    // damaged settings file, or one of another hardware interface) gives way to view 0.
+    void selectView(int index);
+
+    // Whether the two views of the parallel-port interface exist; they do at first.
+    void setParallelPortViews(bool available);
+
+    // The row of buttons; further widgets may be added to its right.
+    QLayout *buttonRow() const { return m_buttonRow; }
+
+private:
+    void cmdView_Click(int index) { selectView(index); }
+    void mnuView_Click(int index) { selectView(index); }
+    void makeView(int index, const QString &caption, QWidget *content, ErrorBoundary &boundary);
+
+    WindowSettings &m_settings;
+    MarkerPanel &m_markers;
+    std::array<QPushButton *, kViews> m_buttons{};
+    std::array<QFrame *, kViews> m_frames{};
+    std::array<QAction *, kViews> m_actions{};
+    QLayout *m_buttonRow = nullptr;
+    QStackedLayout *m_stack = nullptr;
+    bool m_parallelPortViews = true;
+};
+
+} // namespace calvorn

@@ -1,0 +1,206 @@
+// SPDX-License-Identifier: MIT
+#include "tests/display/display_bench.h"
+
+#include <cmath>
+
+using namespace calvorn;
+using calvorn::test::DisplayBench;
+using calvorn::test::inLocale;
+
+class TestAmplitudeAxis : public QObject
+{
+    Q_OBJECT
+
+private:
+    static QLabel *label(DisplayBench &bench, int i) { return bench.find<QLabel>(QStringLiteral("lblVolt_%1").arg(i)); }
+
+private slots:
+    void cleanup() { QLocale::setDefault(QLocale::c()); }
+
+    void linearLabels_data() { test::addLocaleRows(); }
+    void linearLabels()
+    {
+        QFETCH(QLocale, locale);
+        QLocale::setDefault(locale);
+        DisplayBench bench;
+        bench.show();
+        const QStringList texts{QStringLiteral("1.50"), QStringLiteral("1.00"), QStringLiteral("0.50"),
+                                QStringLiteral("0.00")};
+        for (int i = 0; i < 11; ++i) {
+            QCOMPARE(label(bench, i)->isVisible(), i >= 1 && i <= 4);
+            if (i >= 1 && i <= 4)
+                QCOMPARE(label(bench, i)->text(), inLocale(locale, texts[i - 1]));
+        }
+        QCOMPARE(bench.text(QStringLiteral("txtMaxVolt")), inLocale(locale, QStringLiteral("2.00")));
+        QVERIFY(bench.find(QStringLiteral("txtMaxVolt"))->isVisible());
+        QVERIFY(!bench.find(QStringLiteral("txtMaxDb"))->isVisible());
+        QCOMPARE(bench.find<QLabel>(QStringLiteral("Label5"))->text(), QStringLiteral("Volt"));
+    }
+
+    void logarithmicLabels_data()
+    {
+        QTest::addColumn<int>("scale");
+        QTest::addColumn<double>("first");
+        QTest::addColumn<QString>("reference");
+        QTest::newRow("1 V") << 1 << 0.0 << "(Vref 1V)";
+        QTest::newRow("1 V + 10 dB") << 2 << 10.0 << "(Vref 1V)";
+        QTest::newRow("10 V") << 3 << 0.0 << "(Vref 10V)";
+        QTest::newRow("10 V + 10 dB") << 4 << 10.0 << "(Vref 10V)";
+    }
+    void logarithmicLabels()
+    {
+        QFETCH(int, scale);
+        QFETCH(double, first);
+        DisplayBench bench(static_cast<std::int16_t>(scale));
+        bench.show();
+        for (int i = 0; i < 10; ++i) {
+            QCOMPARE(label(bench, i)->text(), QString::number(first - 10.0 * i, 'f', 1));
+            QVERIFY(label(bench, i)->isVisible());
+        }
+        QTEST(label(bench, 10)->text(), "reference");
+        QCOMPARE(label(bench, 10)->y(), label(bench, 0)->y() + label(bench, 0)->height());
+        QVERIFY(bench.find(QStringLiteral("txtMaxDb"))->isVisible());
+        QVERIFY(!bench.find(QStringLiteral("txtMaxVolt"))->isVisible());
+        QCOMPARE(bench.text(QStringLiteral("txtMaxDb")), QStringLiteral("-40.0"));
+        QCOMPARE(bench.find<QLabel>(QStringLiteral("Label5"))->text(), QStringLiteral("dB"));
+    }
+
+    void labelsStandOnTheirLines()
+    {
+        for (std::int16_t scale = 0; scale < 5; ++scale) {
+            DisplayBench bench(scale);
+            bench.show();
+            for (const QSize size : {QSize(700, 560), QSize(911, 777)}) {
+                bench.window.resize(size);
+                QCoreApplication::processEvents();
+                SweepGraph &graph = bench.panel.graph();
+                const GraphCoordinates &user = graph.coordinates();
+                const double step = scale == 0 ? user.height() / 4.0 : 10000.0;
+                for (int i = 1; i <= 4; ++i) {
+                    const double y = user.toPixel({0, user.top() + i * step}, graph.size()).y();
+                    const int row = graph.mapTo(&bench.window, QPoint(0, static_cast<int>(std::floor(y)))).y();
+                    QLabel *axisLabel = label(bench, i);
+                    QCOMPARE(axisLabel->mapTo(&bench.window, axisLabel->rect().center()).y(), row);
+                }
+            }
+        }
+    }
+
+    void nothingOverlaps()
+    {
+        for (std::int16_t scale = 0; scale < 5; ++scale) {
+            for (const int db : {-20, -40, -90}) {
+                DisplayBench bench(scale, 2.0F, db);
+                bench.panel.setMinimumHeight(0);
+                bench.show();
+                bench.window.resize(bench.window.minimumSizeHint());
+                QCoreApplication::processEvents();
+                QList<QWidget *> shown;
+                for (QWidget *child : bench.panel.axis().findChildren<QWidget *>(Qt::FindDirectChildrenOnly)) {
+                    if (child->isVisible())
+                        shown.append(child);
+                }
+                QVERIFY(shown.size() >= 6);
+                for (qsizetype i = 0; i < shown.size(); ++i) {
+                    QVERIFY2(shown[i]->x() >= 0 && shown[i]->y() >= 0, qPrintable(shown[i]->objectName()));
+                    for (qsizetype k = i + 1; k < shown.size(); ++k) {
+                        const QString pair = shown[i]->objectName() + u' ' + shown[k]->objectName();
+                        QVERIFY2(!shown[i]->geometry().intersects(shown[k]->geometry()), qPrintable(pair));
+                    }
+                }
+            }
+        }
+    }
+
+    void entriesOfMaxDb_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("shown");
+        QTest::addColumn<int>("stored");
+        QTest::addColumn<int>("beeps");
+        QTest::newRow("too low") << "120"
+                                 << "-90.0" << -90 << 1;
+        QTest::newRow("positive") << "15"
+                                  << "-15.0" << -15 << 0;
+        QTest::newRow("limit") << "-90"
+                               << "-90.0" << -90 << 0;
+        QTest::newRow("no number") << "abc"
+                                   << "-40.0" << -40 << 1;
+        QTest::newRow("empty") << " "
+                               << "-40.0" << -40 << 1;
+        QTest::newRow("zero") << "0"
+                              << "0.0" << 0 << 0;
+        QTest::newRow("fraction") << "45.5"
+                                  << "-45.5" << -46 << 0;
+    }
+    void entriesOfMaxDb()
+    {
+        QFETCH(QString, typed);
+        QFETCH(QString, shown);
+        for (const QLocale &locale : {QLocale(QLocale::English, QLocale::UnitedStates), QLocale(QLocale::Italian),
+                                      QLocale(QLocale::French), QLocale::c()}) {
+            QLocale::setDefault(locale);
+            DisplayBench bench(1);
+            bench.show();
+            bench.type(QStringLiteral("txtMaxDb"), inLocale(locale, typed));
+            QCOMPARE(bench.text(QStringLiteral("txtMaxDb")), inLocale(locale, shown));
+            QTEST(bench.configuration.maxScaleDb, "stored");
+            QTEST(bench.desktop.beeps, "beeps");
+            QVERIFY(bench.desktop.boxes.isEmpty());
+            QCOMPARE(bench.panel.graph().coordinates(), GraphCoordinates(bench.configuration));
+        }
+    }
+
+    void entriesOfMaxVolt_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("shown");
+        QTest::addColumn<float>("stored");
+        QTest::addColumn<int>("beeps");
+        QTest::newRow("zero") << "0"
+                              << "2.00" << 2.0F << 1;
+        QTest::newRow("negative") << "-1"
+                                  << "2.00" << 2.0F << 1;
+        QTest::newRow("too high") << "12"
+                                  << "10.00" << 10.0F << 1;
+        QTest::newRow("limit") << "10"
+                               << "10.00" << 10.0F << 0;
+        QTest::newRow("fraction") << "1.25"
+                                  << "1.25" << 1.25F << 0;
+        QTest::newRow("no number") << "x"
+                                   << "2.00" << 2.0F << 1;
+    }
+    void entriesOfMaxVolt()
+    {
+        QFETCH(QString, typed);
+        QFETCH(QString, shown);
+        for (const QLocale &locale : {QLocale(QLocale::English, QLocale::UnitedStates), QLocale(QLocale::Italian),
+                                      QLocale(QLocale::French), QLocale::c()}) {
+            QLocale::setDefault(locale);
+            DisplayBench bench;
+            bench.show();
+            bench.type(QStringLiteral("txtMaxVolt"), inLocale(locale, typed));
+            QCOMPARE(bench.text(QStringLiteral("txtMaxVolt")), inLocale(locale, shown));
+            QTEST(bench.configuration.maxScaleVolt, "stored");
+            QTEST(bench.desktop.beeps, "beeps");
+            QVERIFY(bench.desktop.boxes.isEmpty());
+        }
+    }
+
+    void damagedFullScaleIsHealed()
+    {
+        DisplayBench volts(0, std::numeric_limits<float>::quiet_NaN());
+        QCOMPARE(volts.text(QStringLiteral("txtMaxVolt")), QStringLiteral("1.00"));
+        QCOMPARE(volts.configuration.maxScaleVolt, 1.0F);
+        DisplayBench zero(0, 0.0F);
+        QCOMPARE(zero.text(QStringLiteral("txtMaxVolt")), QStringLiteral("1.00"));
+        DisplayBench deep(1, 1.0F, -2000000000);
+        deep.show();
+        QVERIFY(deep.desktop.boxes.isEmpty());
+        deep.type(QStringLiteral("txtMaxDb"), QStringLiteral("x"));
+        QCOMPARE(deep.configuration.maxScaleDb, -90);
+    }
+};
+
+QTEST_MAIN(TestAmplitudeAxis)
+#include "test_amplitude_axis.moc"

@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+// The graph on a screen with two device pixels to the logical one: sharp lines, a curve two pixels wide.
+#include "display/sweep_graph.h"
+
+#include <QApplication>
+#include <QTest>
+
+using namespace calvorn;
+
+class TestFineScreen : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void linesAreTwoDevicePixelsWide()
+    {
+        Configuration configuration;
+        configuration.maxScaleVolt = 2.0F;
+        SweepTable table(configuration);
+        SweepGraph graph(configuration, table);
+        QCOMPARE(graph.devicePixelRatioF(), 2.0);
+        graph.inizializzaGraph();
+        graph.resize(401, 401);
+        for (const GraphItem item : {GraphItem::M1, GraphItem::M2, GraphItem::M3, GraphItem::M4})
+            graph.setLineVisible(item, false);
+        table.inizializzaGrid();
+        for (int row = 1; row <= kSweepPoints; ++row)
+            table.setText(row, SweepTable::AmplitudeColumn, row <= 200 ? QStringLiteral("1.1") : QStringLiteral("0.6"));
+        graph.drawLine();
+        const QImage image = graph.grab().toImage();
+        QCOMPARE(image.size(), QSize(802, 802));
+        const auto isCurve = [&image](int x, int y) { return image.pixel(x, y) == qRgb(255, 255, 0); };
+        for (int x = 4; x < 798; ++x) {
+            int thickness = 0;
+            for (int y = 0; y < image.height(); ++y)
+                thickness += isCurve(x, y) ? 1 : 0;
+            const bool step = x > 395 && x < 410;
+            QVERIFY2(step ? thickness >= 2 : thickness == 2, qPrintable(QStringLiteral("column %1").arg(x)));
+        }
+        // Between points 200 and 201 the curve falls without a gap.
+        int rows = 0;
+        for (int y = 359; y < 561; ++y) {
+            int across = 0;
+            for (int x = 395; x < 410; ++x)
+                across += isCurve(x, y) ? 1 : 0;
+            rows += across >= 2 ? 1 : 0;
+        }
+        QVERIFY(rows >= 200);
+        // The grid: x = 60 covers two whole device pixels.
+        const int x = 60 * 801 / 400;
+        QCOMPARE(image.pixel(x, 71), qRgb(0, 100, 0));
+        QCOMPARE(image.pixel(x + 1, 71), qRgb(0, 100, 0));
+        QCOMPARE(image.pixel(x + 2, 71), qRgb(0, 0, 0));
+        QCOMPARE(image.pixel(x - 1, 71), qRgb(0, 0, 0));
+    }
+};
+
+int main(int argc, char **argv)
+{
+    qputenv("QT_SCALE_FACTOR", "2");
+    QApplication application(argc, argv);
+    TestFineScreen test;
+    return QTest::qExec(&test, argc, argv);
+}
+#include "test_fine_screen.moc"

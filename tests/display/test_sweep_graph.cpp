@@ -1,0 +1,200 @@
+// SPDX-License-Identifier: MIT
+#include "tests/display/display_bench.h"
+
+#include <QPainter>
+#include <QSignalSpy>
+
+using namespace calvorn;
+using calvorn::test::DisplayBench;
+
+class TestSweepGraph : public QObject
+{
+    Q_OBJECT
+
+private:
+    // A graph of its own, whose repaints can be watched.
+    class WatchedGraph : public SweepGraph
+    {
+    public:
+        using SweepGraph::SweepGraph;
+        QList<QRect> painted;
+
+    protected:
+        void paintEvent(QPaintEvent *event) override
+        {
+            painted.append(event->rect());
+            SweepGraph::paintEvent(event);
+        }
+    };
+
+    static QImage grab(QWidget &widget) { return widget.grab().toImage().convertToFormat(QImage::Format_RGB32); }
+
+    static void fillVolts(SweepTable &table, const QString &text)
+    {
+        for (int row = 1; row <= kSweepPoints; ++row)
+            table.setText(row, SweepTable::AmplitudeColumn, text);
+    }
+
+    static bool isYellowish(QRgb colour) { return qRed(colour) > 120 && qGreen(colour) > 120 && qBlue(colour) < 80; }
+
+private slots:
+    void cleanup() { QLocale::setDefault(QLocale::c()); }
+
+    void curveHas399Segments_data() { test::addLocaleRows(); }
+    void curveHas399Segments()
+    {
+        QFETCH(QLocale, locale);
+        QLocale::setDefault(locale);
+        DisplayBench bench(1);
+        for (int row = 1; row <= kSweepPoints; ++row)
+            bench.table.setText(row, SweepTable::AmplitudeColumn, test::inLocale(locale, QStringLiteral("-12.5")));
+        bench.panel.graph().drawLine();
+        const QPolygonF curve = bench.panel.graph().curve();
+        QCOMPARE(curve.size(), 400);
+        QCOMPARE(curve.first(), QPointF(1.0, 12500.0));
+        QCOMPARE(curve.last(), QPointF(400.0, 12500.0));
+    }
+
+    void curvePixels()
+    {
+        Configuration configuration;
+        configuration.maxScaleVolt = 2.0F;
+        SweepTable table(configuration);
+        SweepGraph graph(configuration, table);
+        graph.inizializzaGraph();
+        graph.resize(401, 401);
+        for (const GraphItem item : {GraphItem::M1, GraphItem::M2, GraphItem::M3, GraphItem::M4})
+            graph.setLineVisible(item, false);
+        table.inizializzaGrid();
+        fillVolts(table, QStringLiteral("1.096")); // 0.9 V below the top edge: row 180 of 400
+        const QImage bare = grab(graph);
+        QCOMPARE(bare.pixel(200, 37), qRgb(230, 0, 0));
+        QCOMPARE(bare.pixel(50, 37), qRgb(0, 200, 0));
+        QCOMPARE(bare.pixel(60, 37), qRgb(0, 100, 0));
+        QCOMPARE(bare.pixel(0, 37), qRgb(0, 200, 0));
+        QCOMPARE(bare.pixel(400, 37), qRgb(0, 200, 0));
+        QCOMPARE(bare.pixel(55, 100), qRgb(0, 200, 0)); // a quarter down
+        QCOMPARE(bare.pixel(55, 20), qRgb(0, 100, 0));  // a twentieth down
+        QCOMPARE(bare.pixel(55, 37), qRgb(0, 0, 0));
+
+        graph.drawLine();
+        const QImage drawn = grab(graph);
+        for (int x = 2; x < 400; ++x)
+            QVERIFY2(isYellowish(drawn.pixel(x, 180)), qPrintable(QString::number(x)));
+        QVERIFY(!isYellowish(drawn.pixel(0, 180))); // point 1 stands at x = 1
+        // The grid has survived beside the curve, and comes back when the curve goes.
+        QCOMPARE(drawn.pixel(60, 37), qRgb(0, 100, 0));
+        graph.clearCurve();
+        QVERIFY(graph.curve().isEmpty());
+        QCOMPARE(grab(graph), bare);
+    }
+
+    void redrawKeepsTheGrid()
+    {
+        DisplayBench bench;
+        bench.show();
+        const QImage before = grab(bench.panel.graph());
+        fillVolts(bench.table, QStringLiteral("1.5"));
+        bench.panel.graph().drawLine();
+        QVERIFY(grab(bench.panel.graph()) != before);
+        fillVolts(bench.table, QStringLiteral("0"));
+        bench.panel.graph().drawLine();
+        QCOMPARE(grab(bench.panel.graph()), before);
+    }
+
+    void aBurstOfVectorsIsOneRedraw()
+    {
+        DisplayBench bench;
+        QSignalSpy fired(&bench.panel.graph(), &SweepGraph::graphTimerFired);
+        bench.table.setText(1, SweepTable::AmplitudeColumn, QStringLiteral("1.25"));
+        for (int i = 0; i < 10; ++i)
+            bench.panel.graph().armGraphTimer();
+        QTRY_COMPARE(fired.size(), 1);
+        QTest::qWait(50);
+        QCOMPARE(fired.size(), 1);
+        // One procedure has drawn the curve and read out the markers (both at row 1 here).
+        QCOMPARE(bench.panel.graph().curve().first(), QPointF(1.0, 1250.0));
+        QCOMPARE(bench.markers.findChild<QLineEdit *>(QStringLiteral("txtM1Y"))->text(), QStringLiteral("1.25"));
+        bench.panel.graph().armGraphTimer();
+        QTRY_COMPARE(fired.size(), 2);
+    }
+
+    void damagedCellsDoNotStopTheOthers()
+    {
+        DisplayBench bench;
+        fillVolts(bench.table, QStringLiteral("1"));
+        bench.table.setText(7, SweepTable::AmplitudeColumn, QStringLiteral("what?"));
+        bench.table.setText(8, SweepTable::AmplitudeColumn, QStringLiteral("1e999"));
+        bench.table.setText(9, SweepTable::AmplitudeColumn, QStringLiteral("1e300"));
+        bench.panel.graph().drawLine();
+        const QPolygonF curve = bench.panel.graph().curve();
+        QCOMPARE(curve[6].y(), 0.0);
+        QCOMPARE(curve[7].y(), 0.0);
+        QCOMPARE(curve[9].y(), 1000.0);
+        QVERIFY(!grab(bench.panel.graph()).isNull());
+        QVERIFY(bench.desktop.boxes.isEmpty());
+    }
+
+    void aMarkerRepaintsOnlyItself()
+    {
+        Configuration configuration;
+        configuration.maxScaleVolt = 2.0F;
+        SweepTable table(configuration);
+        WatchedGraph graph(configuration, table);
+        graph.inizializzaGraph();
+        table.inizializzaGrid();
+        graph.drawLine();
+        graph.moveLine(GraphItem::M1, 100);
+        graph.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&graph));
+        QTest::qWait(50);
+        graph.painted.clear();
+        const QPolygonF curve = graph.curve();
+        fillVolts(table, QStringLiteral("1"));
+        graph.moveLine(GraphItem::M1, 110);
+        QTRY_VERIFY(!graph.painted.isEmpty());
+        for (const QRect &area : graph.painted)
+            QVERIFY2(area.width() < 80, qPrintable(QString::number(area.width())));
+        QCOMPARE(graph.curve(), curve); // no cell was read
+        QCOMPARE(graph.line(GraphItem::M1).x1, 110.0);
+        QCOMPARE(graph.line(GraphItem::M1).x2, 110.0);
+        QCOMPARE(graph.label(GraphItem::M1).left, 112.0);
+        const int x = static_cast<int>(graph.coordinates().toPixel({110, 0}, graph.size()).x());
+        QCOMPARE(grab(graph).pixel(x, 350), graph.line(GraphItem::M1).colour);
+    }
+
+    void captionsStandAtTheirLines()
+    {
+        DisplayBench bench(1);
+        SweepGraph &graph = bench.panel.graph();
+        bench.show();
+        graph.moveLine(GraphItem::M3, 20000.0);
+        const double y = graph.coordinates().toPixel({0, 20000}, graph.size()).y();
+        QVERIFY(std::abs(graph.labelRect(GraphItem::M3).center().y() - y) < 0.5);
+        // At the edge there is no room to the right of the line: the caption stays readable inside.
+        graph.moveLine(GraphItem::M2, 400);
+        QCOMPARE(graph.label(GraphItem::M2).left, 402.0);
+        QVERIFY(QRectF(graph.rect()).contains(graph.labelRect(GraphItem::M2)));
+        // Below the range there is nothing to name.
+        graph.moveLine(GraphItem::M4, 80000.0);
+        QVERIFY(graph.labelRect(GraphItem::M4).isEmpty());
+        QVERIFY(!graph.line(GraphItem::CursorV).visible);
+        graph.setLineVisible(GraphItem::CursorV, true);
+        QVERIFY(graph.line(GraphItem::CursorV).visible);
+    }
+
+    void startsAtTheDocumentedSize()
+    {
+        Configuration configuration;
+        SweepTable table(configuration);
+        SweepGraph graph(configuration, table);
+        graph.inizializzaGraph();
+        QCOMPARE(graph.size(), QSize(534, 400));
+        QCOMPARE(graph.sizeHint(), QSize(534, 400));
+        QCOMPARE(graph.objectName(), QStringLiteral("picSweep"));
+        QVERIFY(graph.findChild<QTimer *>(QStringLiteral("timerGrafico")));
+    }
+};
+
+QTEST_MAIN(TestSweepGraph)
+#include "test_sweep_graph.moc"

@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: MIT
+#include "display/table_view.h"
+
+#include <QHeaderView>
+#include <QTest>
+
+using namespace calvorn;
+
+class TestTableView : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void widthsOfTheNormalLayout()
+    {
+        Configuration configuration;
+        SweepTable table(configuration);
+        SweepTableView view(configuration, table);
+        view.resize(534, 90);
+        view.setColumnWidth(2, 77);
+        table.inizializzaGrid();
+        QCOMPARE(view.columnWidth(0), 267);
+        QCOMPARE(view.columnWidth(1), 89 * 2);
+        QCOMPARE(view.columnWidth(2), 77);
+    }
+
+    void widthsOfTheDiagnosticLayout()
+    {
+        Configuration configuration;
+        configuration.logDebug = true;
+        SweepTable table(configuration);
+        SweepTableView view(configuration, table);
+        view.resize(535, 90);
+        table.inizializzaGrid();
+        QCOMPARE(view.columnWidth(0), 214);
+        QCOMPARE(view.columnWidth(1), 119); // 118.9
+        QCOMPARE(view.columnWidth(2), 119);
+    }
+
+    void halvesRoundToEven()
+    {
+        Configuration configuration;
+        SweepTable table(configuration);
+        SweepTableView view(configuration, table);
+        view.resize(533, 90);
+        table.inizializzaGrid();
+        QCOMPARE(view.columnWidth(0), 266); // 266.5
+        view.resize(535, 90);
+        table.inizializzaGrid();
+        QCOMPARE(view.columnWidth(0), 268); // 267.5
+    }
+
+    void headerAndKeyboard()
+    {
+        Configuration configuration;
+        configuration.scaleType = 3;
+        SweepTable table(configuration);
+        SweepTableView view(configuration, table);
+        table.inizializzaGrid();
+        view.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&view));
+        QVERIFY(view.horizontalHeader()->font().bold());
+        QCOMPARE(view.horizontalHeader()->defaultAlignment(), Qt::AlignCenter);
+        QCOMPARE(view.model()->headerData(1, Qt::Horizontal).toString(), QStringLiteral("dB"));
+        QVERIFY(view.verticalHeader()->isHidden());
+        view.setCurrentIndex(view.model()->index(0, 0));
+        QTest::keyClick(&view, Qt::Key_Down);
+        QCOMPARE(view.currentIndex().row(), 1);
+        QTest::keyClick(&view, Qt::Key_End, Qt::ControlModifier);
+        QCOMPARE(view.currentIndex().row(), 399);
+        QCOMPARE(view.rowHeight(0), view.fontMetrics().height() + 2);
+    }
+};
+
+QTEST_MAIN(TestTableView)
+#include "test_table_view.moc"
