@@ -38,8 +38,8 @@ void AcquisitionDriver::ensureServer()
 
 void AcquisitionDriver::callFailed(const QDBusError &error)
 {
-    if (error.type() == QDBusError::NoReply || error.type() == QDBusError::Timeout
-        || error.type() == QDBusError::TimedOut) {
+    if (error.type() == QDBusError::NoReply || error.type() == QDBusError::Timeout ||
+        error.type() == QDBusError::TimedOut) {
         const QScopedValueRollback guard(m_endedByTimeout, true);
         m_context.server.kill();
         throw RuntimeError(RuntimeError::Kind::DriverCall, tr("it did not answer in time and was ended"));
@@ -75,8 +75,8 @@ bool AcquisitionDriver::tellWhetherOpen(const std::function<bool()> &openPort)
         log().writeLog(logPrefix() + error.message());
     }
     if (!open)
-        messages().beepAndWarn(tr("Wrong serial port number (COM%1).").arg(configuration().commPort) + u'\r'
-                               + tr("Please verify 'SetUp/Configuration/Ports'."));
+        messages().beepAndWarn(tr("Wrong serial port number (COM%1).").arg(configuration().commPort) + u'\r' +
+                               tr("Please verify 'SetUp/Configuration/Ports'."));
     return open;
 }
 
@@ -89,7 +89,8 @@ void AcquisitionDriver::dropVectorsUnderWay()
 {
     ++m_staleVectors;
     // Posted behind every event that the connection has delivered so far.
-    QMetaObject::invokeMethod(this, [this] { --m_staleVectors; }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        this, [this] { --m_staleVectors; }, Qt::QueuedConnection);
 }
 
 } // namespace calvorn

@@ -45,7 +45,7 @@ public:
     AcquisitionDriver(const DriverContext &context, const QString &path, QObject *parent);
 
     virtual QString logPrefix() const = 0; // "P> ", "L> " or "V> "
-    virtual QString caption() const = 0; // of the main window
+    virtual QString caption() const = 0;   // of the main window
     virtual ErrorReaction reactionTo(std::int16_t tipoErrore) const = 0;
     virtual Replanning replanning() const = 0;
 

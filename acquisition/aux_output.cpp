@@ -82,7 +82,8 @@ void AuxOutput::setUp()
 {
     m_inverse = readOwnNumber("Inverse Logic") != 0.0;
     const QString section = QStringLiteral("Aux%1").arg(m_number);
-    setTitle(readSetting(section, QStringLiteral("Title"), m_configuration.iniPath, QStringLiteral("Aux %1").arg(m_number)));
+    setTitle(
+        readSetting(section, QStringLiteral("Title"), m_configuration.iniPath, QStringLiteral("Aux %1").arg(m_number)));
     m_enabled = readOwnNumber("Enabled") > 0.0;
     m_disabledNote->setVisible(!m_enabled);
     m_total->setVisible(m_enabled);
@@ -126,7 +127,9 @@ void AuxOutput::setUpPotentiometer()
     m_potentiometerValue->setVisible(m_hasPotentiometer);
     if (!m_hasPotentiometer)
         return;
-    const auto limited = [this](const char *key) { return static_cast<int>(std::clamp(readOwnNumber(key), 0.0, 255.0)); };
+    const auto limited = [this](const char *key) {
+        return static_cast<int>(std::clamp(readOwnNumber(key), 0.0, 255.0));
+    };
     m_i2cControl = static_cast<std::uint8_t>(limited("i2c_control"));
     m_i2cCommand = static_cast<std::uint8_t>(limited("i2c_command"));
     const auto [low, high] = std::minmax({limited("PotMin"), limited("PotMax")});
@@ -149,8 +152,8 @@ void AuxOutput::restore()
 // The mouse-down drives the boxes, not the click: the box never sees the mouse, and so cannot toggle itself.
 bool AuxOutput::eventFilter(QObject *watched, QEvent *event)
 {
-    const bool left = (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick)
-                      && static_cast<QMouseEvent *>(event)->button() == Qt::LeftButton;
+    const bool left = (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick) &&
+                      static_cast<QMouseEvent *>(event)->button() == Qt::LeftButton;
     const bool space = event->type() == QEvent::KeyPress && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Space;
     for (int i = 0; (left || space) && i < 8; ++i)
         if (m_steps[static_cast<std::size_t>(i)].box == watched)

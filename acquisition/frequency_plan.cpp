@@ -10,11 +10,20 @@ namespace calvorn {
 
 namespace {
 
-QString startNotice() { return QCoreApplication::translate("FrequencyPlan", "Start frequency will be set to "); }
+QString startNotice()
+{
+    return QCoreApplication::translate("FrequencyPlan", "Start frequency will be set to ");
+}
 
-QString stopNotice() { return QCoreApplication::translate("FrequencyPlan", "Stop frequency will be set to "); }
+QString stopNotice()
+{
+    return QCoreApplication::translate("FrequencyPlan", "Stop frequency will be set to ");
+}
 
-QString inHertz(std::int32_t frequency) { return NumberText().masked(frequency, kMaskHertz) + QStringLiteral(" Hz"); }
+QString inHertz(std::int32_t frequency)
+{
+    return NumberText().masked(frequency, kMaskHertz) + QStringLiteral(" Hz");
+}
 
 } // namespace
 

@@ -53,9 +53,9 @@ bool LptDriver::configureHardware()
         log().writeLog(logPrefix() + error.message());
     }
     if (!open) {
-        messages().beepAndWarn(tr("Parallel port not initialized.") + u'\r'
-                               + tr("Driver not found or wrong LPT address.") + u'\r'
-                               + tr("Please verify 'SetUp/Configuration/Ports'."));
+        messages().beepAndWarn(tr("Parallel port not initialized.") + u'\r' +
+                               tr("Driver not found or wrong LPT address.") + u'\r' +
+                               tr("Please verify 'SetUp/Configuration/Ports'."));
         return false;
     }
     setDdsDevice(configuration().ddsDevice);
@@ -94,7 +94,10 @@ void LptDriver::replanSweep()
     log().writeLog(logPrefix() + tr("Start/step sweep reinizializzati"));
 }
 
-void LptDriver::parkAtChangedStart() { setFrequency(configuration().startFreq); }
+void LptDriver::parkAtChangedStart()
+{
+    setFrequency(configuration().startFreq);
+}
 
 void LptDriver::sweepCompleted()
 {
@@ -110,33 +113,75 @@ void LptDriver::shutDown()
     closePort();
 }
 
-bool LptDriver::openPort(std::int16_t address) { return finish(proxy().OpenPort(address)); }
+bool LptDriver::openPort(std::int16_t address)
+{
+    return finish(proxy().OpenPort(address));
+}
 
-void LptDriver::closePort() { finish(proxy().ClosePort()); }
+void LptDriver::closePort()
+{
+    finish(proxy().ClosePort());
+}
 
-void LptDriver::setDdsDevice(const QString &chip) { finish(proxy().SetDdsDevice(chip)); }
+void LptDriver::setDdsDevice(const QString &chip)
+{
+    finish(proxy().SetDdsDevice(chip));
+}
 
-void LptDriver::setAdcDevice(const QString &converter) { finish(proxy().SetAdcDevice(converter)); }
+void LptDriver::setAdcDevice(const QString &converter)
+{
+    finish(proxy().SetAdcDevice(converter));
+}
 
-void LptDriver::setMultiplier(std::int16_t multiplier) { finish(proxy().SetMultiplier(multiplier)); }
+void LptDriver::setMultiplier(std::int16_t multiplier)
+{
+    finish(proxy().SetMultiplier(multiplier));
+}
 
-void LptDriver::setXtalFrequency(double hertz) { finish(proxy().SetXtalFrequency(hertz)); }
+void LptDriver::setXtalFrequency(double hertz)
+{
+    finish(proxy().SetXtalFrequency(hertz));
+}
 
-void LptDriver::setOffset(double hertz) { finish(proxy().SetOffset(hertz)); }
+void LptDriver::setOffset(double hertz)
+{
+    finish(proxy().SetOffset(hertz));
+}
 
-void LptDriver::setSpeed(std::int16_t code) { finish(proxy().SetSpeed(code)); }
+void LptDriver::setSpeed(std::int16_t code)
+{
+    finish(proxy().SetSpeed(code));
+}
 
-void LptDriver::resetDevice() { finish(proxy().ResetDevice()); }
+void LptDriver::resetDevice()
+{
+    finish(proxy().ResetDevice());
+}
 
-void LptDriver::setFrequency(std::int32_t hertz) { finish(proxy().SetFrequency(hertz)); }
+void LptDriver::setFrequency(std::int32_t hertz)
+{
+    finish(proxy().SetFrequency(hertz));
+}
 
-void LptDriver::prepareSweep(std::int32_t start, std::int32_t step) { finish(proxy().PrepareSweep(start, step)); }
+void LptDriver::prepareSweep(std::int32_t start, std::int32_t step)
+{
+    finish(proxy().PrepareSweep(start, step));
+}
 
-void LptDriver::runSweep() { finish(proxy().RunSweep()); }
+void LptDriver::runSweep()
+{
+    finish(proxy().RunSweep());
+}
 
-std::int16_t LptDriver::readDetector() { return static_cast<std::int16_t>(finish(proxy().ReadDetector())); }
+std::int16_t LptDriver::readDetector()
+{
+    return static_cast<std::int16_t>(finish(proxy().ReadDetector()));
+}
 
-void LptDriver::setAux(std::uint8_t value, std::int16_t output) { finish(proxy().SetAux(value, output)); }
+void LptDriver::setAux(std::uint8_t value, std::int16_t output)
+{
+    finish(proxy().SetAux(value, output));
+}
 
 bool LptDriver::writeI2c(std::uint8_t control, std::uint8_t command, std::uint8_t data)
 {

@@ -41,7 +41,7 @@ public:
     void setFrequency(std::int32_t hertz);
     void prepareSweep(std::int32_t start, std::int32_t step); // Hz
     void runSweep();
-    std::int16_t readDetector(); // counts
+    std::int16_t readDetector();                          // counts
     void setAux(std::uint8_t value, std::int16_t output); // output 1 or 2
     // False when the device on the bus did not acknowledge.
     bool writeI2c(std::uint8_t control, std::uint8_t command, std::uint8_t data);

@@ -85,13 +85,25 @@ void PicDriver::shutDown()
     }
 }
 
-bool PicDriver::openPort(std::int16_t port, const QString &settings) { return finish(proxy().OpenPort(port, settings)); }
+bool PicDriver::openPort(std::int16_t port, const QString &settings)
+{
+    return finish(proxy().OpenPort(port, settings));
+}
 
-void PicDriver::closePort() { finish(proxy().ClosePort()); }
+void PicDriver::closePort()
+{
+    finish(proxy().ClosePort());
+}
 
-bool PicDriver::prepareSweep(std::int32_t start, std::int32_t step) { return finish(proxy().PrepareSweep(start, step)); }
+bool PicDriver::prepareSweep(std::int32_t start, std::int32_t step)
+{
+    return finish(proxy().PrepareSweep(start, step));
+}
 
-void PicDriver::runSweep() { finish(proxy().RunSweep()); }
+void PicDriver::runSweep()
+{
+    finish(proxy().RunSweep());
+}
 
 bool PicDriver::sendFrequency(const QString &command, std::int32_t hertz)
 {

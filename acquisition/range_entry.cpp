@@ -11,8 +11,8 @@
 
 namespace calvorn {
 
-RangeEntry::RangeEntry(Configuration &configuration, SweepTable &table, FrequencyReadouts &readouts,
-                       Messages &messages, ErrorBoundary &boundary, QWidget *parent)
+RangeEntry::RangeEntry(Configuration &configuration, SweepTable &table, FrequencyReadouts &readouts, Messages &messages,
+                       ErrorBoundary &boundary, QWidget *parent)
     : QWidget(parent)
     , m_configuration(configuration)
     , m_table(table)
@@ -70,9 +70,9 @@ void RangeEntry::showRange()
 void RangeEntry::calcolaStep()
 {
     if (correctRange(m_configuration)) {
-        m_messages.beepAndWarn(tr("Minimum sweeping range is ") + NumberText::fromInteger(kMinSweepRange)
-                               + QStringLiteral(" Hz.\r") + m_configuration.startNotice + u'\r'
-                               + m_configuration.stopNotice);
+        m_messages.beepAndWarn(tr("Minimum sweeping range is ") + NumberText::fromInteger(kMinSweepRange) +
+                               QStringLiteral(" Hz.\r") + m_configuration.startNotice + u'\r' +
+                               m_configuration.stopNotice);
     }
     showRange();
     m_configuration.stepFreq = stepOfRange(m_configuration.startFreq, m_configuration.stopFreq);

@@ -65,7 +65,7 @@ private:
     EntryBox *m_step;
     QLabel *m_sampleCount;
     std::int32_t m_plannedStart = 0; // Hz
-    std::int32_t m_plannedStop = 0; // Hz
+    std::int32_t m_plannedStop = 0;  // Hz
 };
 
 } // namespace calvorn

@@ -20,11 +20,15 @@ ServerProcess::ServerProcess(const QString &program, QObject *parent)
     : QObject(parent)
     , m_program(program)
 {
+    m_process.setParent(this);
     m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     connect(&m_process, &QProcess::finished, this, &ServerProcess::processFinished);
 }
 
-ServerProcess::~ServerProcess() { stop(); }
+ServerProcess::~ServerProcess()
+{
+    stop();
+}
 
 void ServerProcess::launch()
 {

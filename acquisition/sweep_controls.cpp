@@ -45,7 +45,8 @@ void SweepControls::buildSpeedFrame()
 {
     m_speedFrame = new QGroupBox(tr("Sweep speed"), this);
     m_speedFrame->setObjectName(QStringLiteral("frmSpeed"));
-    auto *row = new QHBoxLayout(m_speedFrame);
+    auto *column = new QVBoxLayout(m_speedFrame);
+    column->setSpacing(2);
     const std::array<QString, 3> captions{tr("Standard"), tr("Slow"), tr("Very slow")};
     const std::array<QString, 3> toolTips{tr("Fastest sweep"), tr("More settling time at each frequency"),
                                           tr("Longest settling time, for very sharp filters")};
@@ -53,7 +54,7 @@ void SweepControls::buildSpeedFrame()
         auto *option = new QRadioButton(captions[i], m_speedFrame);
         option->setObjectName(QStringLiteral("optSpeed_%1").arg(i));
         option->setToolTip(toolTips[i]);
-        row->addWidget(option);
+        column->addWidget(option);
         m_optSpeed[i] = option;
         m_boundary.connect(option, &QRadioButton::clicked, this, "optSpeed_Click",
                            [this, i] { optSpeed_Click(static_cast<std::int16_t>(i)); });
@@ -113,8 +114,8 @@ void SweepControls::showSpeed(bool visible)
 void SweepControls::cmdStart_Click()
 {
     if (sweepRange(m_configuration) < kMinSweepRange) {
-        m_messages.beepAndWarn(tr("The minimum sweep range is ") + NumberText::fromInteger(kMinSweepRange)
-                               + QStringLiteral(" Hz"));
+        m_messages.beepAndWarn(tr("The minimum sweep range is ") + NumberText::fromInteger(kMinSweepRange) +
+                               QStringLiteral(" Hz"));
         return;
     }
     if (!startSweep())
@@ -130,12 +131,11 @@ bool SweepControls::startSweep()
     if (m_waiting || !waitForIdle())
         return false;
     if (!m_driver)
-        throw RuntimeError(RuntimeError::Kind::NoDriver,
-                           NumberText::fromInteger(m_configuration.interfaceType));
+        throw RuntimeError(RuntimeError::Kind::NoDriver, NumberText::fromInteger(m_configuration.interfaceType));
     m_sweepState = kSweeping;
     try {
-        emit frequencyLabelsStale();
-        emit markerLabelsStale();
+        m_hooks.refreshFrequencyLabels();
+        m_hooks.refreshMarkerLabels();
         if (!m_driver->startSweep())
             m_sweepState = kIdle;
     } catch (const RuntimeError &) {
@@ -197,13 +197,13 @@ void SweepControls::timerUpdateSweep_Timer()
 {
     m_timerUpdateSweep.stop();
     if (!m_driver) {
-        emit idleRangeChanged();
+        m_hooks.idleRangeChanged();
     } else if (m_sweepState < 1) {
-        emit idleRangeChanged();
+        m_hooks.idleRangeChanged();
         m_driver->parkAtChangedStart();
     } else if (m_driver->replanning() == AcquisitionDriver::Replanning::InPlace) {
-        emit frequencyLabelsStale();
-        emit markerLabelsStale();
+        m_hooks.refreshFrequencyLabels();
+        m_hooks.refreshMarkerLabels();
         m_driver->replanSweep();
     } else {
         m_driver->stopSweep(1);

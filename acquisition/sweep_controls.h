@@ -13,6 +13,7 @@
 #include <QWidget>
 
 #include <array>
+#include <functional>
 
 namespace calvorn {
 
@@ -36,6 +37,9 @@ public:
     // Shows the speed frame, with the stored speed selected, or hides it.
     void showSpeed(bool visible);
 
+    // Where the keyboard is at start-up: the button that is wanted first, and no box that leaving would re-plan.
+    void focusStart() { m_start->setFocus(); }
+
     // Further buttons beside cmdStart and cmdStop.
     QHBoxLayout *buttonRow() const { return m_buttonRow; }
 
@@ -56,12 +60,18 @@ public:
     // The window closes: a start that waits for the end of an earlier sweep gives up.
     void abandonWaiting() { m_abandoned = true; }
 
+    // What other rooms do for a sweep. Their errors end the procedure that called them, so they are not signals.
+    struct Hooks
+    {
+        // The first two in this order whenever the plan has to be shown anew.
+        std::function<void()> refreshFrequencyLabels = [] {};
+        std::function<void()> refreshMarkerLabels = [] {};
+        // The range has changed while no sweep runs, before the generator is parked on it.
+        std::function<void()> idleRangeChanged = [] {};
+    };
+    void setHooks(const Hooks &hooks) { m_hooks = hooks; }
+
 signals:
-    // In this order whenever the plan has to be shown anew.
-    void frequencyLabelsStale();
-    void markerLabelsStale();
-    // The range has changed while no sweep runs, before the generator is parked on it.
-    void idleRangeChanged();
     // What needs an idle generator is to be enabled or disabled.
     void idleCommandsEnabled(bool enabled);
 
@@ -80,8 +90,9 @@ private:
     Log &m_log;
     ErrorBoundary &m_boundary;
     AcquisitionDriver *m_driver = nullptr;
+    Hooks m_hooks;
     std::int16_t m_sweepState = kIdle;
-    std::uint32_t m_sweepEndTick = 0; // ms
+    std::uint32_t m_sweepEndTick = 0;   // ms
     std::uint32_t m_sweepStartTick = 0; // ms
     bool m_waiting = false;
     bool m_abandoned = false;

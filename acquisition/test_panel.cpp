@@ -34,12 +34,12 @@ TestPanel::TestPanel(Log &log, ErrorBoundary &boundary, QWidget *parent)
     m_log->setUniformItemSizes(true);
 
     auto *grid = new QGridLayout(this);
-    grid->addWidget(m_log, 0, 0, 1, 3);
+    grid->addWidget(m_log, 0, 0, 1, 2);
     grid->addWidget(new QLabel(tr("Received"), this), 1, 0);
     grid->addWidget(m_received, 1, 1);
-    grid->addWidget(m_forcedStop, 1, 2);
     grid->addWidget(new QLabel(tr("Errors"), this), 2, 0);
     grid->addWidget(m_errors, 2, 1);
+    grid->addWidget(m_forcedStop, 3, 0, 1, 2);
     grid->setRowStretch(0, 1);
 
     for (const QString &line : log.takeEarlyLines())

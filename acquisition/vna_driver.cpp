@@ -13,7 +13,10 @@ VnaDriver::VnaDriver(const DriverContext &context, QObject *parent)
 
 VnaDriver::~VnaDriver() = default;
 
-QString VnaDriver::caption() const { return QString::fromLatin1(kApplicationTitle) + QStringLiteral(" - MiniVNA"); }
+QString VnaDriver::caption() const
+{
+    return QString::fromLatin1(kApplicationTitle) + QStringLiteral(" - MiniVNA");
+}
 
 AcquisitionDriver::ErrorReaction VnaDriver::reactionTo(std::int16_t tipoErrore) const
 {
@@ -82,25 +85,49 @@ void VnaDriver::shutDown()
     }
 }
 
-bool VnaDriver::openPort(std::int16_t port, const QString &settings) { return finish(proxy().OpenPort(port, settings)); }
+bool VnaDriver::openPort(std::int16_t port, const QString &settings)
+{
+    return finish(proxy().OpenPort(port, settings));
+}
 
-void VnaDriver::closePort() { finish(proxy().ClosePort()); }
+void VnaDriver::closePort()
+{
+    finish(proxy().ClosePort());
+}
 
-void VnaDriver::setMode(std::int16_t mode) { finish(proxy().SetMode(mode)); }
+void VnaDriver::setMode(std::int16_t mode)
+{
+    finish(proxy().SetMode(mode));
+}
 
-void VnaDriver::setMultiplier(std::int16_t multiplier) { finish(proxy().SetMultiplier(multiplier)); }
+void VnaDriver::setMultiplier(std::int16_t multiplier)
+{
+    finish(proxy().SetMultiplier(multiplier));
+}
 
-void VnaDriver::setXtalFrequency(double hertz) { finish(proxy().SetXtalFrequency(hertz)); }
+void VnaDriver::setXtalFrequency(double hertz)
+{
+    finish(proxy().SetXtalFrequency(hertz));
+}
 
-void VnaDriver::setOffset(double hertz) { finish(proxy().SetOffset(hertz)); }
+void VnaDriver::setOffset(double hertz)
+{
+    finish(proxy().SetOffset(hertz));
+}
 
-void VnaDriver::setFrequency(std::int32_t hertz) { finish(proxy().SetFrequency(hertz)); }
+void VnaDriver::setFrequency(std::int32_t hertz)
+{
+    finish(proxy().SetFrequency(hertz));
+}
 
 void VnaDriver::prepareSweep(std::int32_t start, std::int32_t step, std::int32_t samples)
 {
     finish(proxy().PrepareSweep(start, step, samples));
 }
 
-void VnaDriver::runSweep() { finish(proxy().RunSweep()); }
+void VnaDriver::runSweep()
+{
+    finish(proxy().RunSweep());
+}
 
 } // namespace calvorn

@@ -43,6 +43,7 @@ function(calvorn_test name)
     add_executable(${name} ${ARG_SOURCES})
     set_target_properties(${name} PROPERTIES AUTOMOC ON RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/tests")
     target_link_libraries(${name} PRIVATE calvorn_compiler Qt6::Test ${ARG_LINK})
+    target_compile_definitions(${name} PRIVATE CALVORN_SOURCE_DIR="${CMAKE_SOURCE_DIR}")
     add_test(NAME ${name} COMMAND ${name})
     set_tests_properties(${name} PROPERTIES TIMEOUT 240 LABELS "${ARG_LABELS}"
         ENVIRONMENT "CALVORN_BIN=${CMAKE_BINARY_DIR}/bin;${ARG_ENVIRONMENT}")

@@ -11,7 +11,8 @@ namespace calvorn {
 
 float countToVolts(const Configuration &configuration, double count)
 {
-    const double volts = count * static_cast<double>(configuration.adcStep) + static_cast<double>(configuration.adcOffset);
+    const double volts =
+        count * static_cast<double>(configuration.adcStep) + static_cast<double>(configuration.adcOffset);
     return static_cast<float>(roundToDecimals(volts, 3));
 }
 
@@ -55,8 +56,14 @@ void writeSetting(const QString &section, const QString &key, const QString &val
     writeProfileString(path, section, key, value);
 }
 
-QString decimalSeparator() { return NumberText().decimalSeparator(); }
+QString decimalSeparator()
+{
+    return NumberText().decimalSeparator();
+}
 
-QString normaliseDecimal(const QString &text) { return NumberText().normaliseDecimal(text); }
+QString normaliseDecimal(const QString &text)
+{
+    return NumberText().normaliseDecimal(text);
+}
 
 } // namespace calvorn

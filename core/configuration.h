@@ -10,7 +10,6 @@ namespace calvorn {
 // Every message box and the main window carry this title.
 inline constexpr char kApplicationTitle[] = "Brenik - Calvorn  v2.0";
 inline constexpr char kSettingsFileName[] = "Calvorn.ini";
-inline constexpr char kHelpFileName[] = "Calvorn.qch";
 
 inline constexpr int kSweepPoints = 400;
 inline constexpr std::int32_t kMinSweepRange = 400; // Hz
@@ -25,36 +24,36 @@ struct Configuration
 {
     QString iniPath; // full path of the settings file
     std::int16_t interfaceType = kInterfaceLpt;
-    QString serialSettings; // line parameters, "115200,N,8,1"
+    QString serialSettings;      // line parameters, "115200,N,8,1"
     std::int16_t lptAddress = 0; // base address of the parallel port; 0 is the simulated board
     std::int16_t commPort = 0;
     QString ddsDevice; // "AD9850", "AD9851" or "AD9951"
     std::int16_t ddsMultiplier = 1;
     std::int32_t ddsXtalFreq = 0; // Hz
-    std::int32_t ddsMaxFreq = 0; // Hz
-    std::int32_t ddsMinFreq = 0; // Hz
-    double ddsOffset = 0.0; // Hz, added at the output
-    QString adcDevice; // "8bit" or "10bit"
-    double dbReference = 1.0; // volts, 1.0 or 10.0; set by voltsToDb
-    float adcOffset = 0.0F; // volts
-    float adcStep = 0.0F; // volts per count
-    float maxScaleVolt = 0.0F; // volts, top of the linear scale
-    std::int32_t maxScaleDb = 0; // dB, bottom of the logarithmic scales, zero or negative
-    std::int16_t aux1 = 0; // bit i is check box i
+    std::int32_t ddsMaxFreq = 0;  // Hz
+    std::int32_t ddsMinFreq = 0;  // Hz
+    double ddsOffset = 0.0;       // Hz, added at the output
+    QString adcDevice;            // "8bit" or "10bit"
+    double dbReference = 1.0;     // volts, 1.0 or 10.0; set by voltsToDb
+    float adcOffset = 0.0F;       // volts
+    float adcStep = 0.0F;         // volts per count
+    float maxScaleVolt = 0.0F;    // volts, top of the linear scale
+    std::int32_t maxScaleDb = 0;  // dB, bottom of the logarithmic scales, zero or negative
+    std::int16_t aux1 = 0;        // bit i is check box i
     std::int16_t aux2 = 0;
     std::int16_t pot2 = 0;
-    std::int16_t scaleType = 0; // 0 linear; 1, 2 dB referred to 1 V; 3, 4 dB referred to 10 V
-    std::int32_t startFreq = 0; // Hz
-    std::int32_t stopFreq = 0; // Hz
-    std::int32_t stepFreq = 0; // Hz, negative for a descending sweep
+    std::int16_t scaleType = 0;  // 0 linear; 1, 2 dB referred to 1 V; 3, 4 dB referred to 10 V
+    std::int32_t startFreq = 0;  // Hz
+    std::int32_t stopFreq = 0;   // Hz
+    std::int32_t stepFreq = 0;   // Hz, negative for a descending sweep
     std::int16_t sweepSpeed = 0; // 0 standard, 1 slow, 2 very slow
     std::int16_t cursorMode = 0; // 0 linked, 1 floating cross
     bool usbApi = false;
     bool logDebug = false; // diagnostic lines go to the log list
     std::int32_t slowCpu = 0;
     std::int16_t msgResult = 0; // of the last message box
-    QString msgText; // of the next message box
-    QString startNotice; // what the frequency plan corrected, for its message
+    QString msgText;            // of the next message box
+    QString startNotice;        // what the frequency plan corrected, for its message
     QString stopNotice;
 };
 

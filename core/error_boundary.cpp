@@ -14,8 +14,8 @@ ErrorBoundary::ErrorBoundary(Messages &messages, Log &log)
 void ErrorBoundary::report(const char *procedureName, const RuntimeError &error)
 {
     const QByteArray name(procedureName);
-    const QString text = QCoreApplication::translate("ErrorBoundary", "%1\r(in %2)")
-                             .arg(error.message(), QString::fromLatin1(name));
+    const QString text =
+        QCoreApplication::translate("ErrorBoundary", "%1\r(in %2)").arg(error.message(), QString::fromLatin1(name));
     if (m_openBoxes.contains(name)) {
         m_log.writeLog(QString(text).replace(u'\r', u' '));
         return;

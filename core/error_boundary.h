@@ -54,7 +54,7 @@ private:
         Handler handler;
 
         template <typename... Arguments>
-            requires std::is_invocable_v<Handler, Arguments...>
+        requires std::is_invocable_v<Handler, Arguments...>
         void operator()(Arguments &&...arguments)
         {
             boundary.run(name, [&] { handler(std::forward<Arguments>(arguments)...); });

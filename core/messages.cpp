@@ -16,7 +16,10 @@ std::int16_t Messages::show(BoxIcon icon, BoxButtons buttons, const QString &tex
     return m_configuration.msgResult;
 }
 
-void Messages::warn(const QString &text) { show(BoxIcon::Warning, BoxButtons::Ok, text); }
+void Messages::warn(const QString &text)
+{
+    show(BoxIcon::Warning, BoxButtons::Ok, text);
+}
 
 void Messages::beepAndWarn(const QString &text)
 {

@@ -17,9 +17,15 @@ namespace {
 
 constexpr double kLargestExactInteger = 9007199254740992.0; // 2^53
 
-bool isSpaceLike(QChar c) { return c == u' ' || c == u'\u00A0' || c == u'\u202F' || c == u'\t'; }
+bool isSpaceLike(QChar c)
+{
+    return c == u' ' || c == u'\u00A0' || c == u'\u202F' || c == u'\t';
+}
 
-bool isDigit(QChar c) { return c >= u'0' && c <= u'9'; }
+bool isDigit(QChar c)
+{
+    return c >= u'0' && c <= u'9';
+}
 
 [[noreturn]] void throwMismatch(QStringView text)
 {
@@ -147,8 +153,8 @@ QString NumberText::fromDouble(double value) const
 {
     std::array<char, 32> buffer;
     const double unsignedZero = value == 0.0 ? 0.0 : value;
-    const auto written = std::to_chars(buffer.data(), buffer.data() + buffer.size(), unsignedZero,
-                                       std::chars_format::general, 15);
+    const auto written =
+        std::to_chars(buffer.data(), buffer.data() + buffer.size(), unsignedZero, std::chars_format::general, 15);
     return withDecimal(buffer.data(), written.ptr);
 }
 
@@ -156,8 +162,8 @@ QString NumberText::fromSingle(float value) const
 {
     std::array<char, 32> buffer;
     const float unsignedZero = value == 0.0F ? 0.0F : value;
-    const auto written = std::to_chars(buffer.data(), buffer.data() + buffer.size(), unsignedZero,
-                                       std::chars_format::general, 7);
+    const auto written =
+        std::to_chars(buffer.data(), buffer.data() + buffer.size(), unsignedZero, std::chars_format::general, 7);
     return withDecimal(buffer.data(), written.ptr);
 }
 
@@ -179,7 +185,10 @@ void NumberText::assignInteger(QString &target, std::int64_t value)
         out[i] = QLatin1Char(buffer[static_cast<std::size_t>(i)]);
 }
 
-QString NumberText::fromBoolean(bool value) { return value ? QStringLiteral("True") : QStringLiteral("False"); }
+QString NumberText::fromBoolean(bool value)
+{
+    return value ? QStringLiteral("True") : QStringLiteral("False");
+}
 
 bool NumberText::isGroup(QChar c) const
 {

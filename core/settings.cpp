@@ -19,9 +19,15 @@ constexpr char kSerialPort[] = "Serial Port";
 constexpr char kCalvorn[] = "Calvorn";
 
 // A name passes when it stands anywhere inside the list of names; so does an empty one.
-bool isKnownDdsDevice(const QString &name) { return QStringLiteral("AD9850AD9851AD9951").contains(name); }
+bool isKnownDdsDevice(const QString &name)
+{
+    return QStringLiteral("AD9850AD9851AD9951").contains(name);
+}
 
-bool isKnownAdcDevice(const QString &name) { return QStringLiteral("8bit10bit").contains(name); }
+bool isKnownAdcDevice(const QString &name)
+{
+    return QStringLiteral("8bit10bit").contains(name);
+}
 
 } // namespace
 
@@ -85,7 +91,8 @@ LoadOutcome SettingsLoader::load()
     readInt16(c.interfaceType, kConfig, "Interface", "2");
 
     clearProfileSection(c.iniPath, QStringLiteral("Attenuator"));
-    const bool configured = !readProfileString(c.iniPath, QString::fromLatin1(kConfig), QStringLiteral("DDS Device")).isEmpty();
+    const bool configured =
+        !readProfileString(c.iniPath, QString::fromLatin1(kConfig), QStringLiteral("DDS Device")).isEmpty();
     c.msgResult = configured ? -1 : 0;
     if (!configured && firstRun)
         firstRun();

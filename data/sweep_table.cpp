@@ -39,7 +39,10 @@ const QString &SweepTable::text(int row, int column) const
     return m_cells[static_cast<std::size_t>(row * kTableColumns + column)];
 }
 
-QString &SweepTable::cell(int row, int column) { return const_cast<QString &>(text(row, column)); }
+QString &SweepTable::cell(int row, int column)
+{
+    return const_cast<QString &>(text(row, column));
+}
 
 void SweepTable::cellsWritten()
 {
@@ -47,9 +50,15 @@ void SweepTable::cellsWritten()
     emit headerDataChanged(Qt::Horizontal, 0, kTableColumns - 1);
 }
 
-int SweepTable::rowCount(const QModelIndex &parent) const { return parent.isValid() ? 0 : kSweepPoints; }
+int SweepTable::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : kSweepPoints;
+}
 
-int SweepTable::columnCount(const QModelIndex &parent) const { return parent.isValid() ? 0 : kTableColumns; }
+int SweepTable::columnCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : kTableColumns;
+}
 
 QVariant SweepTable::data(const QModelIndex &index, int role) const
 {

@@ -67,7 +67,8 @@ bool sameName(QByteArrayView stored, const QString &wanted)
 class LineReader
 {
 public:
-    explicit LineReader(QByteArrayView content) : m_rest(content)
+    explicit LineReader(QByteArrayView content)
+        : m_rest(content)
     {
         if (m_rest.startsWith("\xEF\xBB\xBF"))
             m_rest = m_rest.sliced(3);
@@ -91,8 +92,8 @@ private:
 
 QByteArrayView withoutQuotes(QByteArrayView value)
 {
-    const bool quoted = value.size() >= 2 && (value.front() == '"' || value.front() == '\'')
-                        && value.back() == value.front();
+    const bool quoted =
+        value.size() >= 2 && (value.front() == '"' || value.front() == '\'') && value.back() == value.front();
     return quoted ? value.sliced(1, value.size() - 2) : value;
 }
 
@@ -119,7 +120,8 @@ QByteArray encodeValue(QString value)
 class Document
 {
 public:
-    explicit Document(const QString &path) : m_path(path)
+    explicit Document(const QString &path)
+        : m_path(path)
     {
         const QByteArray content = readAll(path);
         const qsizetype firstEnd = content.indexOf('\n');

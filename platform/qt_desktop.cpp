@@ -27,7 +27,10 @@ QMessageBox::Icon toQt(BoxIcon icon)
 
 } // namespace
 
-QtDesktop::QtDesktop() { m_clock.start(); }
+QtDesktop::QtDesktop()
+{
+    m_clock.start();
+}
 
 std::int16_t QtDesktop::messageBox(BoxIcon icon, BoxButtons buttons, const QString &text, const QString &title)
 {
@@ -43,11 +46,20 @@ std::int16_t QtDesktop::messageBox(BoxIcon icon, BoxButtons buttons, const QStri
     return box.exec() == QMessageBox::Ok || buttons == BoxButtons::Ok ? kBoxOk : kBoxCancel;
 }
 
-void QtDesktop::beep() { QApplication::beep(); }
+void QtDesktop::beep()
+{
+    QApplication::beep();
+}
 
-std::uint32_t QtDesktop::tickCount() { return static_cast<std::uint32_t>(m_clock.elapsed()); }
+std::uint32_t QtDesktop::tickCount()
+{
+    return static_cast<std::uint32_t>(m_clock.elapsed());
+}
 
-void QtDesktop::sleep(int milliseconds) { QThread::msleep(static_cast<unsigned long>(milliseconds)); }
+void QtDesktop::sleep(int milliseconds)
+{
+    QThread::msleep(static_cast<unsigned long>(milliseconds));
+}
 
 void QtDesktop::pumpMessages(int milliseconds)
 {

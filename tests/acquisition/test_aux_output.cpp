@@ -40,7 +40,9 @@ struct Bench
 
     AuxHardware hardware()
     {
-        return {[this](std::uint8_t value, std::int16_t output) { sent.append(QStringLiteral("aux%1 %2").arg(output).arg(value)); },
+        return {[this](std::uint8_t value, std::int16_t output) {
+                    sent.append(QStringLiteral("aux%1 %2").arg(output).arg(value));
+                },
                 [this](std::uint8_t control, std::uint8_t command, std::uint8_t data) {
                     sent.append(QStringLiteral("i2c %1 %2 %3").arg(control).arg(command).arg(data));
                     return acknowledges;
@@ -75,7 +77,8 @@ private slots:
         bench.press(0);
         QCOMPARE(bench.box(0)->checkState(), Qt::Unchecked);
         QCOMPARE(bench.configuration.aux1, std::int16_t{0});
-        QCOMPARE(bench.sent, (QStringList{QStringLiteral("aux1 0"), QStringLiteral("aux1 1"), QStringLiteral("aux1 0")}));
+        QCOMPARE(bench.sent,
+                 (QStringList{QStringLiteral("aux1 0"), QStringLiteral("aux1 1"), QStringLiteral("aux1 0")}));
     }
 
     void theInverseLogicSendsTheComplement()
@@ -133,7 +136,8 @@ private slots:
         QCOMPARE(bench.box(2)->checkState(), Qt::Checked);
         QCOMPARE(bench.box(1)->checkState(), Qt::Unchecked);
         // "True" is no number, so the logic is not inverse.
-        QCOMPARE(bench.sent, (QStringList{QStringLiteral("aux1 5"), QStringLiteral("aux2 0"), QStringLiteral("i2c 80 169 255")}));
+        QCOMPARE(bench.sent,
+                 (QStringList{QStringLiteral("aux1 5"), QStringLiteral("aux2 0"), QStringLiteral("i2c 80 169 255")}));
         QCOMPARE(bench.configuration.pot2, std::int16_t{255});
         QCOMPARE(bench.aux2.findChild<QLabel *>(QStringLiteral("lblPot2"))->text(), QStringLiteral("255"));
     }

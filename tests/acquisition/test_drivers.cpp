@@ -158,8 +158,8 @@ private slots:
         bench.driver.setAux(250, 1);
         QVERIFY(bench.driver.writeI2c(80, 169, 128));
         bench.driver.setSpeed(3);
-        QCOMPARE(bench.control.takeCalls(),
-                 list({"aLPT.ReadDetector()", "aLPT.SetAux(250, 1)", "aLPT.WriteI2c(80, 169, 128)", "aLPT.SetSpeed(3)"}));
+        QCOMPARE(bench.control.takeCalls(), list({"aLPT.ReadDetector()", "aLPT.SetAux(250, 1)",
+                                                  "aLPT.WriteI2c(80, 169, 128)", "aLPT.SetSpeed(3)"}));
         bench.control.setRules({QStringLiteral("refuse WriteI2c")});
         QVERIFY(!bench.driver.writeI2c(80, 169, 128));
     }
@@ -238,8 +238,8 @@ private slots:
     {
         Bench<PicDriver> pic;
         Bench<VnaDriver> vna;
-        for (const AcquisitionDriver *driver : {static_cast<AcquisitionDriver *>(&pic.driver),
-                                                static_cast<AcquisitionDriver *>(&vna.driver)}) {
+        for (const AcquisitionDriver *driver :
+             {static_cast<AcquisitionDriver *>(&pic.driver), static_cast<AcquisitionDriver *>(&vna.driver)}) {
             QCOMPARE(driver->reactionTo(1), AcquisitionDriver::ErrorReaction::CountSilently);
             QCOMPARE(driver->reactionTo(4), AcquisitionDriver::ErrorReaction::LogOnly);
         }

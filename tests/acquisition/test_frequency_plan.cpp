@@ -50,8 +50,8 @@ private slots:
         QCOMPARE(c.startFreq, 1000);
         QCOMPARE(c.stopFreq, 1400);
         QCOMPARE(c.startNotice, QString());
-        QCOMPARE(c.stopNotice, QStringLiteral("Stop frequency will be set to ") + inLocale(locale, QStringLiteral("1,400"))
-                                   + QStringLiteral(" Hz"));
+        QCOMPARE(c.stopNotice, QStringLiteral("Stop frequency will be set to ") +
+                                   inLocale(locale, QStringLiteral("1,400")) + QStringLiteral(" Hz"));
         QCOMPARE(stepOfRange(c.startFreq, c.stopFreq), 1);
     }
 

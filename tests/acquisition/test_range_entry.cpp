@@ -83,7 +83,8 @@ private slots:
         QCOMPARE(bench.desktop.beeps, 1);
         QCOMPARE(bench.desktop.boxes.size(), 1);
         const auto box = bench.desktop.boxes.first();
-        QCOMPARE(box.text, QStringLiteral("Minimum sweeping range is 400 Hz.\r\rStop frequency will be set to 1,400 Hz"));
+        QCOMPARE(box.text,
+                 QStringLiteral("Minimum sweeping range is 400 Hz.\r\rStop frequency will be set to 1,400 Hz"));
         QCOMPARE(box.icon, BoxIcon::Warning);
         QCOMPARE(box.buttons, BoxButtons::Ok);
         QCOMPARE(box.title, QStringLiteral("Brenik - Calvorn  v2.0"));

@@ -181,7 +181,8 @@ void TestNumberText::integersRoundHalfToEvenAndOverflow()
 void TestNumberText::booleans()
 {
     const NumberText numbers;
-    for (const QStringView text : {QStringView(u"1"), QStringView(u"-1"), QStringView(u"True"), QStringView(u"tRUE "), QStringView(u"7")})
+    for (const QStringView text :
+         {QStringView(u"1"), QStringView(u"-1"), QStringView(u"True"), QStringView(u"tRUE "), QStringView(u"7")})
         QVERIFY2(numbers.toBoolean(text), qPrintable(text.toString()));
     for (const QStringView text : {QStringView(u"0"), QStringView(u"False"), QStringView(u"&H0")})
         QVERIFY2(!numbers.toBoolean(text), qPrintable(text.toString()));
@@ -193,7 +194,8 @@ void TestNumberText::booleans()
 void TestNumberText::notNumbers_data()
 {
     QTest::addColumn<QString>("text");
-    for (const char *text : {"", " ", "abc", "12abc", "1 2", "--1", "1e", "nan", "inf", "0x10", "1.2.3", ",5", "&", "1e+"})
+    for (const char *text :
+         {"", " ", "abc", "12abc", "1 2", "--1", "1e", "nan", "inf", "0x10", "1.2.3", ",5", "&", "1e+"})
         QTest::newRow(text) << QString::fromLatin1(text);
 }
 

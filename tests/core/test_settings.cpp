@@ -154,8 +154,8 @@ void TestSettings::realsOfEitherSeparator()
     QFETCH(QLocale, locale);
     QLocale::setDefault(locale);
     for (const char *text : {"0,0048", "0.0048"}) {
-        load(QByteArray("[Config]\r\nADC Step=") + text + "\r\nDDS Offset=" + text
-             + "\r\n[Calvorn]\r\nMarker 3=" + text + "\r\n");
+        load(QByteArray("[Config]\r\nADC Step=") + text + "\r\nDDS Offset=" + text +
+             "\r\n[Calvorn]\r\nMarker 3=" + text + "\r\n");
         QCOMPARE(m_configuration.adcStep, 0.0048F);
         QCOMPARE(m_configuration.ddsOffset, 0.0048);
         QCOMPARE(m_window.marker3, test::inLocale(locale, QStringLiteral("0.0048")));
@@ -179,7 +179,8 @@ void TestSettings::badTextsGetTheDefaultAndStay()
     QCOMPARE(m_configuration.adcStep, 0.0F);
     QCOMPARE(m_configuration.commPort, std::int16_t{6});
     QCOMPARE(m_faults.size(), 3);
-    QVERIFY2(m_faults[0].contains(QStringLiteral("[Config] \"DDS Xtal freq\"")) && m_faults[0].contains(QStringLiteral("many")),
+    QVERIFY2(m_faults[0].contains(QStringLiteral("[Config] \"DDS Xtal freq\"")) &&
+                 m_faults[0].contains(QStringLiteral("many")),
              qPrintable(m_faults[0]));
     QVERIFY(m_faults[2].contains(QStringLiteral("99999")));
     QVERIFY(content().contains("DDS Xtal freq=many\r\n"));

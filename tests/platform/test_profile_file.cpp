@@ -127,7 +127,8 @@ void TestProfileFile::writesANewFileWithCrLf()
 
 void TestProfileFile::keepsEverythingItDoesNotKnow()
 {
-    const QByteArray before = "; mine\r\n\r\n[Config]\r\n ; note\r\nUnknown = 1\r\nInterface=1\r\n\r\njunk line\r\n[Tail]\r\nz=\xB5\r\n";
+    const QByteArray before =
+        "; mine\r\n\r\n[Config]\r\n ; note\r\nUnknown = 1\r\nInterface=1\r\n\r\njunk line\r\n[Tail]\r\nz=\xB5\r\n";
     write(before);
     QVERIFY(put("config", "interface", QStringLiteral("3")));
     QCOMPARE(content(), QByteArray(before).replace("Interface=1", "Interface=3"));

@@ -29,7 +29,7 @@ public:
     QQueue<std::int16_t> answers; // OK when there are none left
     int beeps = 0;
     int sleptMs = 0;
-    std::uint32_t ticks = 0; // ms
+    std::uint32_t ticks = 0;            // ms
     std::function<void()> whilePumping; // called before messages are delivered
 
     std::int16_t messageBox(BoxIcon icon, BoxButtons buttons, const QString &text, const QString &title) override

@@ -5,6 +5,7 @@
 //   fail <operation>      the call ends with an error
 //   hang <operation>      the call is never answered and the process stops listening
 //   die <operation>       the process ends in the middle of the call
+//   endless               StopSweep does not end the sweep
 //   vectors <count>       RunSweep sends this many vectors, sample k of vector v being v * 1000 + k
 //   complete              RunSweep ends the sweep after them
 #include <QCoreApplication>
@@ -15,8 +16,8 @@
 #include <QFile>
 #include <QSocketNotifier>
 #include <QTemporaryDir>
-#include <QThread>
 #include <QTextStream>
+#include <QThread>
 
 #include <unistd.h>
 
@@ -25,7 +26,10 @@ namespace {
 class FakeObject : public QDBusVirtualObject
 {
 public:
-    explicit FakeObject(const QString &controlFile) : m_controlFile(controlFile) {}
+    explicit FakeObject(const QString &controlFile)
+        : m_controlFile(controlFile)
+    {
+    }
 
     QString introspect(const QString &) const override { return {}; }
 
@@ -47,7 +51,7 @@ public:
         connection.send(message.createReply(results(message)));
         if (operation == u"RunSweep")
             runSweep(message, connection);
-        if (operation == u"StopSweep" && m_running)
+        if (operation == u"StopSweep" && m_running && !rules().contains(QStringLiteral("endless")))
             complete(message, connection);
         return true;
     }
@@ -74,7 +78,8 @@ private:
                                                                      : QString::number(argument.toDouble(), 'g', 12));
         QFile log(m_controlFile + QStringLiteral(".log"));
         if (log.open(QIODevice::Append))
-            QTextStream(&log) << message.path().mid(1) << '.' << message.member() << '(' << arguments.join(u", ") << ")\n";
+            QTextStream(&log) << message.path().mid(1) << '.' << message.member() << '(' << arguments.join(u", ")
+                              << ")\n";
     }
 
     QVariantList results(const QDBusMessage &message) const
@@ -82,8 +87,8 @@ private:
         const QString operation = message.member();
         const bool ok = !hasRule(QStringLiteral("refuse"), operation);
         const bool pic = message.path() == u"/aPIC";
-        if (operation == u"OpenPort" || operation == u"SendFrequency" || operation == u"WriteI2c"
-            || (pic && operation == u"PrepareSweep"))
+        if (operation == u"OpenPort" || operation == u"SendFrequency" || operation == u"WriteI2c" ||
+            (pic && operation == u"PrepareSweep"))
             return {ok};
         if (operation == u"ReadDetector")
             return {QVariant::fromValue<short>(512)};

@@ -1,0 +1,121 @@
+// SPDX-License-Identifier: MIT
+#include "app/driver_events.h"
+
+#include "acquisition/lpt_driver.h"
+#include "acquisition/pic_driver.h"
+#include "acquisition/vna_driver.h"
+#include "core/number_text.h"
+
+#include <QScopedValueRollback>
+
+namespace calvorn {
+
+DriverEvents::DriverEvents(Messages &messages, Log &log, ErrorBoundary &boundary, SweepControls &controls,
+                           SampleConversion &conversion, TestPanel &testPanel, QObject *parent)
+    : QObject(parent)
+    , m_messages(messages)
+    , m_log(log)
+    , m_boundary(boundary)
+    , m_controls(controls)
+    , m_conversion(conversion)
+    , m_testPanel(testPanel)
+{
+}
+
+void DriverEvents::connectDriver(AcquisitionDriver *driver)
+{
+    if (auto *pic = qobject_cast<PicDriver *>(driver))
+        connectHandlers(pic, {"aPIC_aComplete", &DriverEvents::aPIC_aComplete, "aPIC_aErrore",
+                              &DriverEvents::aPIC_aErrore, "aPIC_aVettore", &DriverEvents::aPIC_aVettore});
+    else if (auto *lpt = qobject_cast<LptDriver *>(driver))
+        connectHandlers(lpt, {"aLPT_aComplete", &DriverEvents::aLPT_aComplete, "aLPT_aErrore",
+                              &DriverEvents::aLPT_aErrore, "aLPT_aVettore", &DriverEvents::aLPT_aVettore});
+    else if (auto *vna = qobject_cast<VnaDriver *>(driver))
+        connectHandlers(vna, {"aVNA_aComplete", &DriverEvents::aVNA_aComplete, "aVNA_aErrore",
+                              &DriverEvents::aVNA_aErrore, "aVNA_aVettore", &DriverEvents::aVNA_aVettore});
+}
+
+template <typename Driver>
+void DriverEvents::connectHandlers(Driver *driver, const Handlers<Driver> &handlers)
+{
+    m_boundary.connect(driver, &AcquisitionDriver::aComplete, this, handlers.completeName,
+                       [this, driver, handle = handlers.complete] { (this->*handle)(driver); });
+    m_boundary.connect(driver, &AcquisitionDriver::aErrore, this, handlers.errorName,
+                       [this, driver, handle = handlers.error](std::int16_t code, const QString &text) {
+                           (this->*handle)(driver, code, text);
+                       });
+    m_boundary.connect(driver, &AcquisitionDriver::aVettore, this, handlers.vectorName,
+                       [this, handle = handlers.vector](const QVector<int> &vettore) { (this->*handle)(vettore); });
+}
+
+void DriverEvents::aPIC_aComplete(PicDriver *driver)
+{
+    completed(driver);
+}
+
+void DriverEvents::aPIC_aErrore(PicDriver *driver, std::int16_t tipoErrore, const QString &descrizione)
+{
+    failed(driver, tipoErrore, descrizione);
+}
+
+void DriverEvents::aPIC_aVettore(const QVector<int> &vettore)
+{
+    m_conversion.datiDDS(vettore);
+}
+
+// The parallel-port generator would stand on the last frequency of the sweep; it is parked at the first.
+void DriverEvents::aLPT_aComplete(LptDriver *driver)
+{
+    completed(driver);
+    driver->sweepCompleted();
+}
+
+void DriverEvents::aLPT_aErrore(LptDriver *driver, std::int16_t tipoErrore, const QString &descrizione)
+{
+    failed(driver, tipoErrore, descrizione);
+}
+
+void DriverEvents::aLPT_aVettore(const QVector<int> &vettore)
+{
+    m_conversion.datiDDS(vettore);
+}
+
+void DriverEvents::aVNA_aComplete(VnaDriver *driver)
+{
+    completed(driver);
+}
+
+void DriverEvents::aVNA_aErrore(VnaDriver *driver, std::int16_t tipoErrore, const QString &descrizione)
+{
+    failed(driver, tipoErrore, descrizione);
+}
+
+void DriverEvents::aVNA_aVettore(const QVector<int> &vettore)
+{
+    m_conversion.datiDDS(vettore);
+}
+
+void DriverEvents::completed(AcquisitionDriver *driver)
+{
+    m_log.writeLog(driver->logPrefix() + tr("Stop sweep"));
+    m_controls.sweepCompleted();
+}
+
+void DriverEvents::failed(const AcquisitionDriver *driver, std::int16_t tipoErrore, const QString &descrizione)
+{
+    using Reaction = AcquisitionDriver::ErrorReaction;
+    const Reaction reaction = driver->reactionTo(tipoErrore);
+    if (reaction == Reaction::CountSilently)
+        m_testPanel.countError();
+    if (reaction == Reaction::CountSilently || reaction == Reaction::Ignore)
+        return;
+    m_log.writeLog(NumberText::fromInteger(tipoErrore) + u' ' + descrizione);
+    // A board that fails again and again asks once at a time.
+    if (reaction != Reaction::LogAndAsk || m_asking)
+        return;
+    const QScopedValueRollback guard(m_asking, true);
+    if (m_messages.show(BoxIcon::Critical, BoxButtons::OkCancel, descrizione) == kBoxCancel)
+        emit cancelled();
+}
+
+} // namespace calvorn

@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "acquisition/acquisition_driver.h"
+#include "acquisition/sample_conversion.h"
+#include "acquisition/sweep_controls.h"
+#include "acquisition/test_panel.h"
+#include "core/error_boundary.h"
+
+#include <QObject>
+
+namespace calvorn {
+
+class LptDriver;
+class PicDriver;
+class VnaDriver;
+
+// The nine handlers of the driver events: three for each interface.
+class DriverEvents : public QObject
+{
+    Q_OBJECT
+
+public:
+    DriverEvents(Messages &messages, Log &log, ErrorBoundary &boundary, SweepControls &controls,
+                 SampleConversion &conversion, TestPanel &testPanel, QObject *parent = nullptr);
+
+    // Connects the events of the one driver that the window has.
+    void connectDriver(AcquisitionDriver *driver);
+
+signals:
+    // The user answered an error of the hardware with Cancel: the main window closes.
+    void cancelled();
+
+private:
+    template <typename Driver>
+    struct Handlers
+    {
+        const char *completeName;
+        void (DriverEvents::*complete)(Driver *);
+        const char *errorName;
+        void (DriverEvents::*error)(Driver *, std::int16_t, const QString &);
+        const char *vectorName;
+        void (DriverEvents::*vector)(const QVector<int> &);
+    };
+    template <typename Driver>
+    void connectHandlers(Driver *driver, const Handlers<Driver> &handlers);
+
+    void aPIC_aComplete(PicDriver *driver);
+    void aPIC_aErrore(PicDriver *driver, std::int16_t tipoErrore, const QString &descrizione);
+    void aPIC_aVettore(const QVector<int> &vettore);
+    void aLPT_aComplete(LptDriver *driver);
+    void aLPT_aErrore(LptDriver *driver, std::int16_t tipoErrore, const QString &descrizione);
+    void aLPT_aVettore(const QVector<int> &vettore);
+    void aVNA_aComplete(VnaDriver *driver);
+    void aVNA_aErrore(VnaDriver *driver, std::int16_t tipoErrore, const QString &descrizione);
+    void aVNA_aVettore(const QVector<int> &vettore);
+
+    void completed(AcquisitionDriver *driver);
+    void failed(const AcquisitionDriver *driver, std::int16_t tipoErrore, const QString &descrizione);
+
+    Messages &m_messages;
+    Log &m_log;
+    ErrorBoundary &m_boundary;
+    SweepControls &m_controls;
+    SampleConversion &m_conversion;
+    TestPanel &m_testPanel;
+    bool m_asking = false;
+};
+
+} // namespace calvorn

@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: MIT
+#include "app/frm_about.h"
+
+#include "core/display_mask.h"
+#include "core/number_text.h"
+
+#include <QGridLayout>
+#include <QLabel>
+#include <QMouseEvent>
+#include <QPushButton>
+
+namespace calvorn {
+
+namespace {
+
+constexpr DisplayMask kMaskMillivolt{"0.000"};
+
+QLabel *addText(QGridLayout *grid, const char *name, const QString &text, int row, int column, int columns = 1)
+{
+    auto *label = new QLabel(QString(text).replace(u'\r', u'\n'));
+    label->setObjectName(QString::fromLatin1(name));
+    label->setWordWrap(column > 0 || columns > 1);
+    label->setTextFormat(Qt::PlainText);
+    // A click on a text is a click on the background.
+    label->setAttribute(Qt::WA_TransparentForMouseEvents);
+    grid->addWidget(label, row, column, 1, columns, Qt::AlignTop);
+    return label;
+}
+
+} // namespace
+
+FrmAbout::FrmAbout(const Configuration &configuration, QWidget *parent)
+    : QDialog(parent)
+{
+    setObjectName(QStringLiteral("frmAbout"));
+    setWindowTitle(tr("About Calvorn"));
+    setMinimumWidth(540);
+    auto *grid = new QGridLayout(this);
+    grid->setColumnStretch(1, 1);
+    grid->setVerticalSpacing(10);
+    addText(grid, "Label3", tr("Interface:"), 0, 0);
+    addText(grid, "lblInterfaccia", interfaceText(configuration), 0, 1);
+    addText(grid, "Label4", tr("DDS Device:"), 1, 0);
+    addText(grid, "lblDDS", generatorText(configuration), 1, 1);
+    addText(grid, "Label6", tr("DAC Device:"), 2, 0);
+    addText(grid, "lblDAC", detectorText(configuration), 2, 1);
+    addText(grid, "Label1", tr("Made by the Calvorn authors for radio amateurs."), 3, 0, 2);
+    addText(grid, "Label2", tr("Calvorn comes without any warranty: check what you connect before you switch it on."),
+            4, 0, 2);
+    addText(grid, "Label5", tr("Free to use, change and pass on under the terms of the MIT licence."), 5, 0, 2);
+    auto *exit = new QPushButton(tr("EXIT"), this);
+    exit->setObjectName(QStringLiteral("cmdExit"));
+    exit->setToolTip(tr("Close this window"));
+    exit->setDefault(true);
+    grid->addWidget(exit, 6, 0, 1, 2, Qt::AlignRight);
+    connect(exit, &QPushButton::clicked, this, &QDialog::accept);
+}
+
+QString FrmAbout::interfaceText(const Configuration &c)
+{
+    const QString port = NumberText::fromInteger(c.commPort);
+    switch (c.interfaceType) {
+    case kInterfacePic:
+        return tr("PIC connected to the USB port COM%1").arg(port) + u'\r' + tr("(Project by Brenik)");
+    case kInterfaceLpt:
+        return tr("DDS Generator/Detector connected to the parallel port LPT 0%1")
+                   .arg(QString::number(static_cast<std::uint16_t>(c.lptAddress), 16).toUpper()) +
+               u'\r' + tr("Board design: see the wiring page of the documentation") + u'\r' +
+               tr("docs/hardware/lpt-board.md");
+    case kInterfaceVna:
+        return tr("MiniVNA connected to the USB port COM%1").arg(port) + u'\r' +
+               tr("Analyser design: its makers, with thanks") + u'\r' + tr("docs/hardware");
+    default:
+        return {};
+    }
+}
+
+QString FrmAbout::generatorText(const Configuration &c)
+{
+    // The integer part: 12.5 MHz is shown as 12MHz.
+    const auto megahertz = [](std::int32_t hertz) { return NumberText::fromInteger(hertz / 1000000); };
+    return c.ddsDevice + tr(", ClockRef: ") + megahertz(c.ddsXtalFreq) + tr("MHz, Multiplier: ") +
+           NumberText::fromInteger(c.ddsMultiplier) + tr(", Max frequency: ") + megahertz(c.ddsMaxFreq) +
+           QStringLiteral("MHz");
+}
+
+QString FrmAbout::detectorText(const Configuration &c)
+{
+    const QString step =
+        NumberText().masked(static_cast<double>(c.adcStep) * 1000.0, kMaskMillivolt) + QStringLiteral("mV");
+    switch (c.interfaceType) {
+    case kInterfacePic:
+        // The words follow the device's name without a blank: "10bitby PIC 16F877".
+        return c.adcDevice + tr("by PIC 16F877, step: ") + step;
+    case kInterfaceLpt:
+    case kInterfaceVna:
+        return c.adcDevice + tr(", step: ") + step;
+    default:
+        return {};
+    }
+}
+
+void FrmAbout::mouseReleaseEvent(QMouseEvent *event)
+{
+    event->accept();
+    accept();
+}
+
+} // namespace calvorn

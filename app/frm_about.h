@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "core/configuration.h"
+
+#include <QDialog>
+
+namespace calvorn {
+
+// The About window: describes the configured hardware in words. A click on its background closes it.
+class FrmAbout : public QDialog
+{
+    Q_OBJECT
+
+public:
+    explicit FrmAbout(const Configuration &configuration, QWidget *parent = nullptr);
+
+    // The three descriptions, empty where the interface has none.
+    static QString interfaceText(const Configuration &configuration);
+    static QString generatorText(const Configuration &configuration);
+    static QString detectorText(const Configuration &configuration);
+
+protected:
+    void mouseReleaseEvent(QMouseEvent *event) override;
+};
+
+} // namespace calvorn

@@ -1,0 +1,262 @@
+// SPDX-License-Identifier: MIT
+#include "app/frm_sweep.h"
+
+#include "acquisition/driver_factory.h"
+#include "acquisition/lpt_driver.h"
+#include "app/frm_about.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QHBoxLayout>
+#include <QMenuBar>
+#include <QVBoxLayout>
+
+namespace calvorn {
+
+namespace {
+
+constexpr QSize kStartSize(800, 600); // pixels
+constexpr int kControlColumnWidth = 196;
+
+} // namespace
+
+FrmSweep::FrmSweep(const QString &programFolder, Configuration &configuration, Desktop &desktop)
+    : m_configuration(configuration)
+    , m_desktop(desktop)
+    , m_messages(configuration, desktop)
+    , m_log(configuration)
+    , m_boundary(m_messages, m_log)
+    , m_loader(configuration, m_window)
+    , m_server(programFolder + QStringLiteral("/CalvornAsync"))
+    , m_table(configuration)
+    , m_conversion(configuration, m_window, m_table)
+{
+    setObjectName(QStringLiteral("frmSweep"));
+    m_server.setParent(this);
+    m_configuration.iniPath = programFolder + u'/' + QString::fromLatin1(kSettingsFileName);
+    compose();
+    buildMenus();
+    connectRooms();
+}
+
+FrmSweep::~FrmSweep() = default;
+
+void FrmSweep::compose()
+{
+    auto *central = new QWidget(this);
+    auto *columns = new QHBoxLayout(central);
+    columns->setContentsMargins(8, 6, 8, 6);
+    columns->setSpacing(8);
+    auto *left = new QVBoxLayout;
+    auto *right = new QVBoxLayout;
+    columns->addLayout(left, 1);
+    columns->addLayout(right);
+    composeControlColumn(right);
+    composeGraphColumn(left);
+    setCentralWidget(central);
+}
+
+void FrmSweep::composeControlColumn(QLayout *column)
+{
+    m_readouts = new FrequencyReadouts(this);
+    m_range = new RangeEntry(m_configuration, m_table, *m_readouts, m_messages, m_boundary, this);
+    m_controls = new SweepControls(m_configuration, m_messages, m_log, m_boundary, this);
+    m_testPanel = new TestPanel(m_log, m_boundary, this);
+    m_events = new DriverEvents(m_messages, m_log, m_boundary, *m_controls, m_conversion, *m_testPanel, this);
+
+    auto *exit = new QPushButton(tr("EXIT"), this);
+    exit->setObjectName(QStringLiteral("cmdExit"));
+    exit->setToolTip(tr("Save the settings and end the program"));
+    exit->setMinimumHeight(36);
+    m_controls->buttonRow()->addWidget(exit);
+    connect(exit, &QPushButton::clicked, this, &QWidget::close);
+
+    for (QWidget *widget :
+         {static_cast<QWidget *>(m_range), static_cast<QWidget *>(m_controls), static_cast<QWidget *>(m_testPanel)}) {
+        widget->setFixedWidth(kControlColumnWidth);
+        column->addWidget(widget);
+    }
+    static_cast<QVBoxLayout *>(column)->setStretchFactor(m_testPanel, 1);
+    static_cast<QVBoxLayout *>(column)->addStretch();
+}
+
+void FrmSweep::composeGraphColumn(QLayout *column)
+{
+    m_graphPanel = new GraphPanel(m_configuration, m_table, m_desktop, m_boundary, this);
+    m_graphPanel->setFooter(m_readouts);
+    m_markers = new MarkerPanel(m_configuration, m_table, m_graphPanel->graph(), m_desktop, m_boundary, this);
+    m_tableView = new SweepTableView(m_configuration, m_table, this);
+
+    const AuxHardware hardware{[this](std::uint8_t value, std::int16_t output) {
+                                   if (auto *lpt = qobject_cast<LptDriver *>(m_driver))
+                                       lpt->setAux(value, output);
+                               },
+                               [this](std::uint8_t control, std::uint8_t command, std::uint8_t byte) {
+                                   auto *lpt = qobject_cast<LptDriver *>(m_driver);
+                                   return lpt && lpt->writeI2c(control, command, byte);
+                               }};
+    m_aux1 = new AuxOutput(1, m_configuration.aux1, m_configuration, hardware, m_boundary, this);
+    m_aux2 = new AuxOutput(2, m_configuration.aux2, m_configuration, hardware, m_boundary, this);
+    m_views = new ViewSwitch(m_window, *m_markers, m_tableView, m_aux1, m_aux2, m_boundary, this);
+    m_views->buttonRow()->addWidget(m_range->sampleCountLabel());
+    m_scales = new ScaleControl(m_configuration, m_table, *m_graphPanel, *m_markers, m_boundary, this);
+
+    column->addWidget(m_graphPanel);
+    column->addWidget(m_views);
+    static_cast<QVBoxLayout *>(column)->setStretchFactor(m_graphPanel, 1);
+}
+
+void FrmSweep::connectRooms()
+{
+    SweepGraph *graph = &m_graphPanel->graph();
+    connect(&m_conversion, &SampleConversion::sampleReceived, m_testPanel, &TestPanel::echoSample);
+    connect(&m_conversion, &SampleConversion::vectorStored, this, [this, graph] {
+        m_controls->aggiornaTimer();
+        graph->armGraphTimer();
+    });
+    connect(m_range, &RangeEntry::rangeChanged, m_controls, &SweepControls::restartTimerUpdateSweep);
+    connect(m_range, &RangeEntry::curveStale, graph, &SweepGraph::clearCurve);
+    m_controls->setHooks({[this] { m_range->aggiornaLblFrequenza(); }, [this] { m_markers->aggiornaLblMarkerX(); },
+                          [this] {
+                              // Leaving a box without a change keeps the samples of the last sweep.
+                              if (!m_range->isPlanStale())
+                                  return;
+                              m_range->aggiornaLblFrequenza();
+                              m_markers->aggiornaLblMarkerX();
+                          }});
+    m_boundary.connect(m_testPanel, &TestPanel::forcedStop, m_controls, "cmdSwStop_Click",
+                       [this] { m_controls->cmdSwStop_Click(); });
+    connect(m_events, &DriverEvents::cancelled, this, &QWidget::close);
+}
+
+void FrmSweep::buildMenus()
+{
+    QMenu *file = menuBar()->addMenu(tr("&File"));
+    QAction *exit = file->addAction(tr("E&xit"), this, &QWidget::close);
+    exit->setObjectName(QStringLiteral("mnuExit"));
+    exit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
+
+    menuBar()->addMenu(tr("&View"))->addActions(m_views->actions());
+    menuBar()->addMenu(tr("S&cale"))->addActions(m_scales->actions());
+
+    QMenu *help = menuBar()->addMenu(tr("&Help"));
+    QAction *about = help->addAction(tr("&About"));
+    about->setObjectName(QStringLiteral("mnuAbout"));
+    m_boundary.connect(about, &QAction::triggered, this, "mnuAbout_Click", [this] { mnuAbout_Click(); });
+}
+
+void FrmSweep::mnuAbout_Click()
+{
+    if (!m_about)
+        m_about = new FrmAbout(m_configuration, this);
+    m_about->exec();
+}
+
+bool FrmSweep::start()
+{
+    // The server comes up while the window is prepared.
+    m_server.launch();
+    setWindowTitle(QString::fromLatin1(kApplicationTitle));
+    resize(kStartSize);
+    if (!loadSettings())
+        return false;
+    m_range->showRange();
+    m_testPanel->setVisible(m_configuration.logDebug);
+    m_boundary.run("Form_Load", [this] {
+        prepareDisplay();
+        restoreMarkers();
+    });
+    prepareInterface();
+    m_boundary.run("selectView", [this] { m_views->selectView(m_window.markerIndex); });
+    m_controls->focusStart();
+    show();
+    tellFaults(m_loader.faults());
+    createDriver();
+    return true;
+}
+
+bool FrmSweep::loadSettings()
+{
+    const LoadOutcome outcome = m_loader.load();
+    if (outcome == LoadOutcome::UnknownDdsDevice)
+        m_messages.beepAndWarn(m_configuration.ddsDevice + tr(" : Unknow DDSdevice.") + u'\r' +
+                               tr("Supported DDS generators are: AD9850, AD9851, AD9951"));
+    else if (outcome == LoadOutcome::UnknownAdcDevice)
+        m_messages.beepAndWarn(m_configuration.adcDevice + tr(" : Unknow ADCdevice.") + u'\r' +
+                               tr("Supported ADC are: 8bit, 10bit"));
+    return outcome == LoadOutcome::Loaded;
+}
+
+void FrmSweep::tellFaults(const QStringList &faults)
+{
+    if (!faults.isEmpty())
+        m_messages.warn(tr("Some settings could not be read.") + u'\r' + faults.join(u'\r'));
+}
+
+void FrmSweep::prepareDisplay()
+{
+    SweepGraph &graph = m_graphPanel->graph();
+    for (const GraphItem line : {GraphItem::CursorH, GraphItem::CursorV})
+        graph.setLineVisible(line, m_configuration.cursorMode != 0);
+    m_graphPanel->axis().showFullScale();
+    graph.inizializzaGraph();
+    m_range->aggiornaLblFrequenza();
+    m_scales->aggiornaScala(m_configuration.scaleType);
+}
+
+void FrmSweep::restoreMarkers()
+{
+    m_loader.loadMarkers();
+    m_markers->restore(m_window);
+}
+
+void FrmSweep::prepareInterface()
+{
+    const bool parallelPort = m_configuration.interfaceType == kInterfaceLpt;
+    m_controls->showSpeed(parallelPort);
+    m_views->setParallelPortViews(parallelPort);
+    if (parallelPort) {
+        m_aux1->setUp();
+        m_aux2->setUp();
+    }
+}
+
+void FrmSweep::createDriver()
+{
+    m_driver = makeDriver({m_configuration, m_window, m_messages, m_log, m_server}, this);
+    if (!m_driver)
+        return;
+    setWindowTitle(m_driver->caption());
+    m_controls->setDriver(m_driver);
+    m_events->connectDriver(m_driver);
+    m_boundary.connect(m_driver, &AcquisitionDriver::hardwareReady, this, "hardwareReady", [this] {
+        m_aux1->restore();
+        m_aux2->restore();
+    });
+    m_boundary.run("Form_Load", [this] { m_driver->startUp(); });
+}
+
+void FrmSweep::closeEvent(QCloseEvent *event)
+{
+    if (!m_closed)
+        shutDown();
+    event->accept();
+    QCoreApplication::quit();
+}
+
+void FrmSweep::shutDown()
+{
+    m_closed = true;
+    m_controls->abandonWaiting();
+    m_markers->save(m_window);
+    if (!saveSettings(m_configuration, m_window))
+        m_log.writeLog(tr("The settings could not be saved in %1").arg(m_configuration.iniPath));
+    if (m_driver) {
+        // What still arrives finds nobody: the window is going.
+        m_driver->disconnect(m_events);
+        m_boundary.run("Form_Unload", [this] { m_driver->shutDown(); });
+    }
+    m_server.stop();
+}
+
+} // namespace calvorn

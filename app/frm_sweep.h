@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "acquisition/aux_output.h"
+#include "acquisition/frequency_readouts.h"
+#include "acquisition/range_entry.h"
+#include "acquisition/sample_conversion.h"
+#include "acquisition/server_process.h"
+#include "acquisition/sweep_controls.h"
+#include "acquisition/test_panel.h"
+#include "app/driver_events.h"
+#include "core/error_boundary.h"
+#include "core/settings.h"
+#include "data/sweep_table.h"
+#include "display/graph_panel.h"
+#include "display/marker_panel.h"
+#include "display/scale_control.h"
+#include "display/table_view.h"
+#include "display/view_switch.h"
+
+#include <QMainWindow>
+
+namespace calvorn {
+
+class FrmAbout;
+
+// The main window: composes the rooms, and holds the order of start-up and shutdown.
+class FrmSweep : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    // programFolder holds the settings file and the acquisition server.
+    FrmSweep(const QString &programFolder, Configuration &configuration, Desktop &desktop);
+    ~FrmSweep() override;
+
+    // Loads the settings, prepares every room, shows the window and starts the hardware. False: the program ends.
+    bool start();
+
+protected:
+    // Closing always ends the whole program.
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void compose();
+    void composeGraphColumn(QLayout *column);
+    void composeControlColumn(QLayout *column);
+    void connectRooms();
+    void buildMenus();
+    bool loadSettings();
+    void tellFaults(const QStringList &faults);
+    void prepareDisplay();
+    void restoreMarkers();
+    void prepareInterface();
+    void createDriver();
+    void shutDown();
+    void mnuAbout_Click();
+
+    Configuration &m_configuration;
+    WindowSettings m_window;
+    Desktop &m_desktop;
+    Messages m_messages;
+    Log m_log;
+    ErrorBoundary m_boundary;
+    SettingsLoader m_loader;
+    ServerProcess m_server;
+    SweepTable m_table;
+    SampleConversion m_conversion;
+    AcquisitionDriver *m_driver = nullptr;
+    bool m_closed = false;
+
+    FrequencyReadouts *m_readouts = nullptr;
+    GraphPanel *m_graphPanel = nullptr;
+    MarkerPanel *m_markers = nullptr;
+    SweepTableView *m_tableView = nullptr;
+    AuxOutput *m_aux1 = nullptr;
+    AuxOutput *m_aux2 = nullptr;
+    ViewSwitch *m_views = nullptr;
+    ScaleControl *m_scales = nullptr;
+    RangeEntry *m_range = nullptr;
+    SweepControls *m_controls = nullptr;
+    TestPanel *m_testPanel = nullptr;
+    DriverEvents *m_events = nullptr;
+    QMenu *m_setUpMenu = nullptr;
+    FrmAbout *m_about = nullptr;
+};
+
+} // namespace calvorn

@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: MIT
+#include "app/frm_about.h"
+
+#include <QLabel>
+#include <QPushButton>
+#include <QTest>
+
+using namespace calvorn;
+
+class TestAbout : public QObject
+{
+    Q_OBJECT
+
+private:
+    static Configuration defaults(std::int16_t interfaceType)
+    {
+        Configuration c;
+        c.interfaceType = interfaceType;
+        c.lptAddress = 888;
+        c.commPort = 6;
+        c.ddsDevice = QStringLiteral("AD9850");
+        c.ddsXtalFreq = 80000000;
+        c.ddsMultiplier = 1;
+        c.ddsMaxFreq = 60000000;
+        c.adcDevice = QStringLiteral("10bit");
+        return c;
+    }
+
+    static QString label(const FrmAbout &about, const char *name)
+    {
+        return about.findChild<QLabel *>(QString::fromLatin1(name))->text();
+    }
+
+private slots:
+    void describesTheParallelPort()
+    {
+        const Configuration c = defaults(kInterfaceLpt);
+        const FrmAbout about(c);
+        QVERIFY(label(about, "lblInterfaccia")
+                    .startsWith(QStringLiteral("DDS Generator/Detector connected to the parallel port LPT 0378\n")));
+        QCOMPARE(label(about, "lblInterfaccia").count(u'\n'), 2);
+        QCOMPARE(label(about, "lblDAC"), QStringLiteral("10bit, step: 0.000mV"));
+        QCOMPARE(label(about, "lblDDS"),
+                 QStringLiteral("AD9850, ClockRef: 80MHz, Multiplier: 1, Max frequency: 60MHz"));
+    }
+
+    void describesTheSerialInterfaces()
+    {
+        Configuration c = defaults(kInterfacePic);
+        c.adcStep = 0.0048F;
+        QCOMPARE(FrmAbout::interfaceText(c), QStringLiteral("PIC connected to the USB port COM6\r(Project by Brenik)"));
+        QCOMPARE(FrmAbout::detectorText(c), QStringLiteral("10bitby PIC 16F877, step: 4.800mV"));
+        c.interfaceType = kInterfaceVna;
+        QVERIFY(FrmAbout::interfaceText(c).startsWith(QStringLiteral("MiniVNA connected to the USB port COM6\r")));
+        QCOMPARE(FrmAbout::detectorText(c), QStringLiteral("10bit, step: 4.800mV"));
+    }
+
+    void megahertzAreCutNotRounded()
+    {
+        Configuration c = defaults(kInterfaceLpt);
+        c.ddsXtalFreq = 125000000;
+        QVERIFY(FrmAbout::generatorText(c).contains(QStringLiteral("ClockRef: 125MHz")));
+        c.ddsXtalFreq = 12500000;
+        QVERIFY(FrmAbout::generatorText(c).contains(QStringLiteral("ClockRef: 12MHz")));
+    }
+
+    void closesByButtonAndByItsBackground()
+    {
+        const Configuration c = defaults(kInterfaceLpt);
+        FrmAbout about(c);
+        about.show();
+        QTest::mouseClick(about.findChild<QPushButton *>(QStringLiteral("cmdExit")), Qt::LeftButton);
+        QVERIFY(!about.isVisible());
+        about.show();
+        QTest::mouseClick(&about, Qt::LeftButton, {}, QPoint(3, 3));
+        QVERIFY(!about.isVisible());
+    }
+};
+
+QTEST_MAIN(TestAbout)
+#include "test_about.moc"

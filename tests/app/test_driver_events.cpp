@@ -1,0 +1,140 @@
+// SPDX-License-Identifier: MIT
+#include "app/driver_events.h"
+
+#include "acquisition/lpt_driver.h"
+#include "acquisition/pic_driver.h"
+#include "acquisition/vna_driver.h"
+#include "tests/support/fake_desktop.h"
+#include "tests/support/fake_server_control.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace calvorn;
+
+namespace {
+
+template <typename Driver>
+struct Bench
+{
+    test::FakeServerControl control;
+    Configuration configuration;
+    WindowSettings window;
+    test::FakeDesktop desktop;
+    Messages messages{configuration, desktop};
+    Log log{configuration};
+    ErrorBoundary boundary{messages, log};
+    SweepTable table{configuration};
+    SampleConversion conversion{configuration, window, table};
+    ServerProcess server{QString()};
+    SweepControls controls{configuration, messages, log, boundary};
+    TestPanel testPanel{log, boundary};
+    DriverEvents events{messages, log, boundary, controls, conversion, testPanel};
+    Driver driver{DriverContext{configuration, window, messages, log, server}};
+    QSignalSpy cancelled{&events, &DriverEvents::cancelled};
+
+    Bench()
+    {
+        configuration.logDebug = true;
+        configuration.startFreq = 1000000;
+        configuration.stopFreq = 2000000;
+        configuration.stepFreq = 2500;
+        configuration.adcStep = 0.001F;
+        controls.setDriver(&driver);
+        events.connectDriver(&driver);
+        table.inizializzaGrid();
+        controls.show();
+    }
+
+    QStringList logLines()
+    {
+        auto *list = testPanel.findChild<QListWidget *>(QStringLiteral("lstLOG"));
+        QStringList lines;
+        for (int i = 0; i < list->count(); ++i)
+            lines.append(list->item(i)->text());
+        return lines;
+    }
+    QString errorCount() { return testPanel.findChild<QLineEdit *>(QStringLiteral("txtErrori"))->text(); }
+};
+
+} // namespace
+
+class TestDriverEvents : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void aParallelPortConditionOfCodeFourLeavesNoTrace()
+    {
+        Bench<LptDriver> bench;
+        emit bench.driver.aErrore(4, QStringLiteral("whatever"));
+        QVERIFY(bench.logLines().isEmpty());
+        QVERIFY(bench.desktop.boxes.isEmpty());
+    }
+
+    void anyOtherParallelPortErrorAsks()
+    {
+        Bench<LptDriver> bench;
+        emit bench.driver.aErrore(2, QStringLiteral("The port is gone."));
+        QCOMPARE(bench.logLines(), QStringList{QStringLiteral("2 The port is gone.")});
+        QCOMPARE(bench.desktop.boxes.size(), 1);
+        QCOMPARE(bench.desktop.boxes[0].icon, BoxIcon::Critical);
+        QCOMPARE(bench.desktop.boxes[0].buttons, BoxButtons::OkCancel);
+        QCOMPARE(bench.desktop.boxes[0].text, QStringLiteral("The port is gone."));
+        QCOMPARE(bench.desktop.boxes[0].title, QStringLiteral("Brenik - Calvorn  v2.0"));
+        QCOMPARE(bench.cancelled.count(), 0);
+        QCOMPARE(bench.controls.sweepState(), SweepControls::kIdle);
+        bench.desktop.answers.enqueue(kBoxCancel);
+        emit bench.driver.aErrore(2, QStringLiteral("The port is gone."));
+        QCOMPARE(bench.cancelled.count(), 1);
+    }
+
+    void serialTransmissionErrorsAreOnlyCounted()
+    {
+        Bench<PicDriver> pic;
+        for (int i = 0; i < 3; ++i)
+            emit pic.driver.aErrore(1, QStringLiteral("crc"));
+        QCOMPARE(pic.errorCount(), QStringLiteral("3"));
+        QVERIFY(pic.logLines().isEmpty());
+        emit pic.driver.aErrore(4, QStringLiteral("late"));
+        QCOMPARE(pic.logLines(), QStringList{QStringLiteral("4 late")});
+        QVERIFY(pic.desktop.boxes.isEmpty());
+        Bench<VnaDriver> vna;
+        emit vna.driver.aErrore(1, QStringLiteral("sync"));
+        emit vna.driver.aErrore(2, QStringLiteral("gone"));
+        QCOMPARE(vna.errorCount(), QStringLiteral("1"));
+        QCOMPARE(vna.logLines(), QStringList{QStringLiteral("2 gone")});
+    }
+
+    void theEndOfASweepIsLogged()
+    {
+        Bench<LptDriver> lpt;
+        emit lpt.driver.aComplete();
+        QCOMPARE(lpt.logLines(), QStringList{QStringLiteral("L> Stop sweep")});
+        Bench<PicDriver> pic;
+        emit pic.driver.aComplete();
+        QCOMPARE(pic.logLines(), QStringList{QStringLiteral("P> Stop sweep")});
+        Bench<VnaDriver> vna;
+        emit vna.driver.aComplete();
+        QCOMPARE(vna.logLines(), QStringList{QStringLiteral("V> Stop sweep")});
+    }
+
+    void aVectorLandsInTheTable()
+    {
+        Bench<LptDriver> bench;
+        emit bench.driver.aVettore(QVector<int>(400, 500));
+        QCOMPARE(bench.table.text(400, 2), QStringLiteral("500"));
+        QCOMPARE(bench.table.text(400, 1), QStringLiteral("0.500"));
+    }
+
+    void aShortVectorIsToldOnce()
+    {
+        Bench<LptDriver> bench;
+        emit bench.driver.aVettore(QVector<int>(10, 500));
+        QCOMPARE(bench.desktop.boxes.size(), 1);
+        QVERIFY(bench.desktop.lastText().endsWith(QStringLiteral("(in aLPT_aVettore)")));
+    }
+};
+
+QTEST_MAIN(TestDriverEvents)
+#include "test_driver_events.moc"

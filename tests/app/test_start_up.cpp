@@ -1,0 +1,280 @@
+// SPDX-License-Identifier: MIT
+#include "tests/support/fake_server_control.h"
+#include "tests/support/locales.h"
+#include "tests/support/window_bench.h"
+
+#include <QListWidget>
+#include <QMenuBar>
+#include <QRadioButton>
+
+using namespace calvorn;
+using calvorn::test::WindowBench;
+
+namespace {
+
+QByteArray settings(const char *interfaceType, const QByteArray &more = {})
+{
+    return QByteArray("[Config]\r\nInterface=") + interfaceType +
+           "\r\nDDS Device=AD9851\r\nDDS Multiplier=6\r\nDDS Xtal freq=30000000\r\nADC Step=0.001\r\nADC Offset=0\r\n"
+           "ADC Channel=3\r\n[Parallel Port]\r\nLPT=0\r\n[Serial Port]\r\nCommPort=100\r\n"
+           "[Calvorn]\r\nSweep mode=1\r\n" +
+           more;
+}
+
+} // namespace
+
+class TestStartUp : public QObject
+{
+    Q_OBJECT
+
+private:
+    test::FakeServerControl m_server;
+
+private slots:
+    void init()
+    {
+        m_server.setRules({});
+        m_server.takeCalls();
+    }
+    void cleanup() { QLocale::setDefault(QLocale::c()); }
+
+    void theParallelPortWindow();
+    void theSerialWindows();
+    void outputsAreRestoredAfterTheConfiguration();
+    void theLogSettingShowsTheTestPanel();
+    void aWrongPortLeavesAUsableWindow();
+    void aMissingServerLeavesAUsableWindow();
+    void unknownDevicesEndTheProgram();
+    void aFirstStartGoesOnWithTheDefaults();
+    void badSettingsAreNamedInOneBox();
+    void anInterfaceWithoutADriverOpensWithoutHardware();
+    void damagedNumbersDoNotPreventAStart();
+    void closingSavesAndTheNextStartComesUpAsItWasLeft_data() { test::addLocaleRows(); }
+    void closingSavesAndTheNextStartComesUpAsItWasLeft();
+    void closingStopsAndClosesThePort();
+    void closingEndsAStartThatWaits();
+    void cancellingAnErrorClosesTheWindow();
+    void menusHaveNoDeadEntries();
+};
+
+void TestStartUp::theParallelPortWindow()
+{
+    WindowBench bench(test::FakeServerControl::program(), settings("2"));
+    QVERIFY(bench.started);
+    QCOMPARE(bench.desktop.boxes.size(), 0);
+    QCOMPARE(bench.window->windowTitle(), QStringLiteral("Brenik - Calvorn  v2.0 - AD9851"));
+    QCOMPARE(bench.window->size(), QSize(800, 600));
+    QVERIFY(bench.isShown("cmdStart"));
+    QVERIFY(!bench.isShown("cmdStop"));
+    QVERIFY(!bench.isShown("frameTest"));
+    QVERIFY(bench.isShown("frmSpeed"));
+    QVERIFY(bench.find<QRadioButton>("optSpeed_1")->isChecked());
+    for (const char *name : {"cmdView_0", "cmdView_1", "cmdView_2", "cmdView_3"})
+        QVERIFY(bench.isShown(name));
+    QVERIFY(bench.isShown("frameView_0"));
+    QVERIFY(!bench.find("cmdView_0")->isEnabled());
+    QCOMPARE(bench.text("txtStart"), QStringLiteral("1,000,000"));
+    QCOMPARE(bench.label("lblStart"), QStringLiteral("1,000,000"));
+    QCOMPARE(bench.text("txtStep"), QStringLiteral("22,500"));
+    const QStringList calls = m_server.takeCalls();
+    QCOMPARE(calls.first(), QStringLiteral("aLPT.OpenPort(0)"));
+    QCOMPARE(calls.last(), QStringLiteral("aLPT.SetFrequency(1000000)"));
+}
+
+void TestStartUp::theSerialWindows()
+{
+    for (const char *type : {"1", "3"}) {
+        WindowBench bench(test::FakeServerControl::program(), settings(type, "Marker 0=3\r\n"));
+        QCOMPARE(bench.desktop.boxes.size(), 0);
+        QVERIFY(!bench.isShown("frmSpeed"));
+        QVERIFY(bench.isShown("cmdView_1"));
+        QVERIFY(!bench.isShown("cmdView_2"));
+        QVERIFY(!bench.isShown("cmdView_3"));
+        // The stored view does not exist here.
+        QVERIFY(bench.isShown("frameView_0"));
+        QVERIFY(bench.window->windowTitle().endsWith(*type == '1' ? QStringLiteral(" - AD9851")
+                                                                  : QStringLiteral(" - MiniVNA")));
+    }
+}
+
+void TestStartUp::outputsAreRestoredAfterTheConfiguration()
+{
+    WindowBench bench(test::FakeServerControl::program(),
+                      settings("2", "Aux_1=5\r\nAux_2=3\r\nPot_2=300\r\n[Aux1]\r\nEnabled=1\r\nInverse Logic=1\r\n"
+                                    "[Aux2]\r\nEnabled=1\r\nPotMax=255\r\nPotMin=0\r\ni2c_control=80\r\n"
+                                    "i2c_command=169\r\n"));
+    const QStringList calls = m_server.takeCalls();
+    const QStringList expected{QStringLiteral("aLPT.SetFrequency(1000000)"), QStringLiteral("aLPT.SetAux(250, 1)"),
+                               QStringLiteral("aLPT.SetAux(3, 2)"), QStringLiteral("aLPT.WriteI2c(80, 169, 255)")};
+    QCOMPARE(calls.mid(calls.size() - 4), expected);
+}
+
+void TestStartUp::theLogSettingShowsTheTestPanel()
+{
+    WindowBench bench(test::FakeServerControl::program(), settings("2", "[Debug]\r\nLog=1\r\n"));
+    QVERIFY(bench.isShown("frameTest"));
+    bench.click("cmdStart");
+    auto *list = bench.find<QListWidget>("lstLOG");
+    QCOMPARE(list->item(list->count() - 1)->text(), QStringLiteral("L> Start sweep"));
+}
+
+void TestStartUp::aWrongPortLeavesAUsableWindow()
+{
+    m_server.setRules({QStringLiteral("refuse OpenPort")});
+    WindowBench bench(test::FakeServerControl::program(), settings("1"));
+    QVERIFY(bench.started);
+    QCOMPARE(bench.desktop.boxes.size(), 1);
+    QCOMPARE(bench.desktop.lastText(),
+             QStringLiteral("Wrong serial port number (COM100).\rPlease verify 'SetUp/Configuration/Ports'."));
+    QVERIFY(bench.isShown("cmdStart"));
+    bench.click("cmdView_1");
+    QVERIFY(bench.isShown("frameView_1"));
+}
+
+void TestStartUp::aMissingServerLeavesAUsableWindow()
+{
+    WindowBench bench(QString(), settings("2"));
+    QVERIFY(bench.started);
+    QCOMPARE(bench.desktop.boxes.size(), 1);
+    QVERIFY(bench.desktop.lastText().startsWith(QStringLiteral("Parallel port not initialized.")));
+    bench.desktop.boxes.clear();
+    bench.click("cmdStart");
+    QVERIFY(!bench.desktop.boxes.isEmpty());
+    QVERIFY(bench.isShown("cmdStart"));
+    QVERIFY(!bench.isShown("cmdStop"));
+}
+
+void TestStartUp::unknownDevicesEndTheProgram()
+{
+    WindowBench dds(test::FakeServerControl::program(), "[Config]\r\nDDS Device=ad9850\r\n");
+    QVERIFY(!dds.started);
+    QCOMPARE(dds.desktop.beeps, 1);
+    QCOMPARE(dds.desktop.lastText(),
+             QStringLiteral("ad9850 : Unknow DDSdevice.\rSupported DDS generators are: AD9850, AD9851, AD9951"));
+    WindowBench adc(test::FakeServerControl::program(), "[Config]\r\nDDS Device=AD9850\r\nADC Device=12bit\r\n");
+    QVERIFY(!adc.started);
+    QCOMPARE(adc.desktop.lastText(), QStringLiteral("12bit : Unknow ADCdevice.\rSupported ADC are: 8bit, 10bit"));
+}
+
+void TestStartUp::aFirstStartGoesOnWithTheDefaults()
+{
+    WindowBench bench(test::FakeServerControl::program(), QByteArray());
+    QVERIFY(bench.started);
+    QCOMPARE(bench.window->windowTitle(), QStringLiteral("Brenik - Calvorn  v2.0 - AD9850"));
+    QCOMPARE(bench.folder.setting("Calvorn", "Marker 2"), QStringLiteral("2000000"));
+    QCOMPARE(m_server.takeCalls().first(), QStringLiteral("aLPT.OpenPort(888)"));
+}
+
+void TestStartUp::badSettingsAreNamedInOneBox()
+{
+    WindowBench bench(test::FakeServerControl::program(), settings("2", "Scale=loud\r\nStart=1e99\r\n"));
+    QVERIFY(bench.started);
+    QCOMPARE(bench.desktop.boxes.size(), 1);
+    QVERIFY(bench.desktop.lastText().contains(QStringLiteral("[Calvorn] \"Scale\"")));
+    QVERIFY(bench.desktop.lastText().contains(QStringLiteral("\"loud\"")));
+    QVERIFY(bench.desktop.lastText().contains(QStringLiteral("[Calvorn] \"Start\"")));
+}
+
+void TestStartUp::anInterfaceWithoutADriverOpensWithoutHardware()
+{
+    WindowBench bench(test::FakeServerControl::program(), settings("7"));
+    QVERIFY(bench.started);
+    QCOMPARE(bench.desktop.boxes.size(), 0);
+    QCOMPARE(bench.window->windowTitle(), QStringLiteral("Brenik - Calvorn  v2.0"));
+    bench.click("cmdStart");
+    QCOMPARE(bench.desktop.boxes.size(), 1);
+    QVERIFY(bench.isShown("cmdStart"));
+}
+
+void TestStartUp::damagedNumbersDoNotPreventAStart()
+{
+    WindowBench bench(test::FakeServerControl::program(),
+                      settings("2",
+                               "Scale=99\r\nMarker 0=77\r\nMax scaleV=0\r\nMax scaleDb=2000000000\r\nMarker 1=abc\r\n"
+                               "Marker 3=xyz\r\nSweep mode=50\r\nCursor mode=9\r\n"));
+    QVERIFY(bench.started);
+    bench.window->repaint();
+    bench.click("cmdView_1");
+    QVERIFY(bench.isShown("frameView_1"));
+}
+
+void TestStartUp::closingSavesAndTheNextStartComesUpAsItWasLeft()
+{
+    QFETCH(QLocale, locale);
+    QLocale::setDefault(locale);
+    WindowBench bench(test::FakeServerControl::program(), settings("2"));
+    bench.type("txtStart", QStringLiteral("2000000"));
+    bench.type("txtStop", QStringLiteral("6000000"));
+    bench.click("optSpeed_2");
+    bench.click("cmdView_1");
+    bench.window->findChild<QAction *>(QStringLiteral("mnuScalaLogaritmica10"))->trigger();
+    QVERIFY(bench.window->close());
+    QCOMPARE(bench.folder.setting("Calvorn", "Start"), QStringLiteral("2000000"));
+    QCOMPARE(bench.folder.setting("Calvorn", "Stop"), QStringLiteral("6000000"));
+    QCOMPARE(bench.folder.setting("Calvorn", "Scale"), QStringLiteral("3"));
+    QCOMPARE(bench.folder.setting("Calvorn", "Sweep mode"), QStringLiteral("2"));
+    QCOMPARE(bench.folder.setting("Calvorn", "Marker 0"), QStringLiteral("1"));
+
+    bench.open();
+    QCOMPARE(bench.desktop.boxes.size(), 0);
+    QCOMPARE(bench.text("txtStart"), test::inLocale(locale, QStringLiteral("2,000,000")));
+    QCOMPARE(bench.text("txtStop"), test::inLocale(locale, QStringLiteral("6,000,000")));
+    QVERIFY(bench.find<QRadioButton>("optSpeed_2")->isChecked());
+    QVERIFY(bench.isShown("frameView_1"));
+    QVERIFY(bench.window->findChild<QAction *>(QStringLiteral("mnuScalaLogaritmica10"))->isChecked());
+    QCOMPARE(bench.table()->text(0, 1), QStringLiteral("dB"));
+}
+
+void TestStartUp::closingStopsAndClosesThePort()
+{
+    WindowBench bench(test::FakeServerControl::program(), settings("2"));
+    bench.click("cmdStart");
+    m_server.takeCalls();
+    bench.window->close();
+    QCOMPARE(m_server.takeCalls(),
+             (QStringList{QStringLiteral("aLPT.StopSweep(2)"), QStringLiteral("aLPT.ClosePort()")}));
+}
+
+void TestStartUp::closingEndsAStartThatWaits()
+{
+    m_server.setRules({QStringLiteral("endless")});
+    WindowBench bench(test::FakeServerControl::program(), settings("2", "[Debug]\r\nLog=1\r\n"));
+    bench.click("cmdStart");
+    bench.click("cmdSwStop");
+    QVERIFY(bench.isShown("cmdStart"));
+    int pumps = 0;
+    bench.desktop.whilePumping = [&] {
+        if (++pumps == 3)
+            bench.window->close();
+    };
+    bench.click("cmdStart");
+    QCOMPARE(pumps, 3);
+    QVERIFY(!bench.window->isVisible());
+    QCOMPARE(bench.desktop.boxes.size(), 0);
+}
+
+void TestStartUp::cancellingAnErrorClosesTheWindow()
+{
+    WindowBench bench(test::FakeServerControl::program(), settings("2"));
+    bench.desktop.answers.enqueue(kBoxCancel);
+    auto *driver = bench.window->findChild<AcquisitionDriver *>();
+    emit driver->aErrore(2, QStringLiteral("The port is gone."));
+    QVERIFY(!bench.window->isVisible());
+}
+
+void TestStartUp::menusHaveNoDeadEntries()
+{
+    WindowBench bench(test::FakeServerControl::program(), settings("2"));
+    int entries = 0;
+    for (const QAction *menu : bench.window->menuBar()->actions()) {
+        QVERIFY2(menu->menu() && !menu->menu()->actions().isEmpty(), qPrintable(menu->text()));
+        for (const QAction *entry : menu->menu()->actions()) {
+            QVERIFY2(!entry->objectName().isEmpty() || entry->isSeparator(), qPrintable(entry->text()));
+            ++entries;
+        }
+    }
+    QVERIFY(entries >= 11);
+}
+
+QTEST_MAIN(TestStartUp)
+#include "test_start_up.moc"

@@ -1,0 +1,124 @@
+// SPDX-License-Identifier: MIT
+#include "tests/e2e/real_program.h"
+
+#include "platform/profile_file.h"
+
+#include <QFile>
+#include <QGuiApplication>
+#include <QPixmap>
+#include <QScreen>
+#include <QTest>
+
+namespace calvorn::test {
+
+RealProgram::RealProgram(const QByteArray &settings)
+{
+    const QString built = qEnvironmentVariable("CALVORN_BIN") + u'/';
+    for (const char *name : {"Calvorn", "CalvornAsync"}) {
+        // Copied, not linked: the program looks for its folder by its own file.
+        if (!QFile::copy(built + QString::fromLatin1(name), m_folder.filePath(QString::fromLatin1(name))))
+            qFatal("cannot copy %s", name);
+    }
+    QFile file(m_folder.filePath(QStringLiteral("Calvorn.ini")));
+    if (!file.open(QIODevice::WriteOnly))
+        qFatal("cannot write the settings file of the test");
+    file.write(settings);
+}
+
+RealProgram::~RealProgram()
+{
+    if (m_process && m_process->state() != QProcess::NotRunning)
+        killHard();
+}
+
+QString RealProgram::run(const QString &program, const QStringList &arguments)
+{
+    QProcess process;
+    process.start(program, arguments);
+    process.waitForFinished(10000);
+    return QString::fromUtf8(process.readAllStandardOutput()).trimmed();
+}
+
+QString RealProgram::setting(const char *section, const char *key) const
+{
+    return readProfileString(m_folder.filePath(QStringLiteral("Calvorn.ini")), QString::fromLatin1(section),
+                             QString::fromLatin1(key));
+}
+
+bool RealProgram::start(const QStringList &environment)
+{
+    m_process = std::make_unique<QProcess>();
+    m_process->setProcessChannelMode(QProcess::ForwardedChannels);
+    QStringList variables = QProcess::systemEnvironment() + environment;
+    m_process->setEnvironment(variables);
+    m_process->start(m_folder.filePath(QStringLiteral("Calvorn")), QStringList());
+    m_window = waitForWindow(QStringLiteral("^Brenik - Calvorn"));
+    if (m_window.isEmpty())
+        return false;
+    run(QStringLiteral("xdotool"), {QStringLiteral("windowactivate"), QStringLiteral("--sync"), m_window});
+    QTest::qWait(300);
+    return true;
+}
+
+bool RealProgram::waitForEnd(int milliseconds)
+{
+    return m_process->waitForFinished(milliseconds);
+}
+
+void RealProgram::killHard()
+{
+    m_process->kill();
+    m_process->waitForFinished(3000);
+}
+
+void RealProgram::keys(const QStringList &keysyms) const
+{
+    run(QStringLiteral("xdotool"),
+        QStringList{QStringLiteral("key"), QStringLiteral("--delay"), QStringLiteral("40")} + keysyms);
+}
+
+void RealProgram::typeText(const QString &text) const
+{
+    run(QStringLiteral("xdotool"), {QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("40"), text});
+}
+
+void RealProgram::click(int x, int y) const
+{
+    run(QStringLiteral("xdotool"),
+        {QStringLiteral("mousemove"), QStringLiteral("--window"), m_window, QString::number(x), QString::number(y),
+         QStringLiteral("click"), QStringLiteral("1")});
+}
+
+QString RealProgram::waitForWindow(const QString &titlePattern, int milliseconds) const
+{
+    QString found;
+    (void)QTest::qWaitFor(
+        [&] {
+            found = run(QStringLiteral("xdotool"), {QStringLiteral("search"), QStringLiteral("--onlyvisible"),
+                                                    QStringLiteral("--name"), titlePattern});
+            return !found.isEmpty();
+        },
+        milliseconds);
+    return found.section(u'\n', -1);
+}
+
+QImage RealProgram::screenshot() const
+{
+    return QGuiApplication::primaryScreen()->grabWindow(0).toImage();
+}
+
+int RealProgram::serversRunning() const
+{
+    const QString pids =
+        run(QStringLiteral("pgrep"), {QStringLiteral("-f"), m_folder.filePath(QStringLiteral("CalvornAsync"))});
+    return static_cast<int>(pids.split(u'\n', Qt::SkipEmptyParts).size());
+}
+
+qint64 RealProgram::serverPid() const
+{
+    return run(QStringLiteral("pgrep"), {QStringLiteral("-f"), m_folder.filePath(QStringLiteral("CalvornAsync"))})
+        .section(u'\n', 0, 0)
+        .toLongLong();
+}
+
+} // namespace calvorn::test

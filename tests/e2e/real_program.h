@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QImage>
+#include <QProcess>
+#include <QString>
+#include <QTemporaryDir>
+
+#include <memory>
+
+namespace calvorn::test {
+
+// The real program in a program folder of its own, driven as a person would: keys and mouse from outside, and a
+// look at the screen.
+class RealProgram
+{
+public:
+    explicit RealProgram(const QByteArray &settings);
+    ~RealProgram();
+
+    QString folder() const { return m_folder.path(); }
+    QString setting(const char *section, const char *key) const;
+
+    // Starts the program and waits for its window. False when none comes.
+    bool start(const QStringList &environment = {});
+    // Waits for the process to end by itself.
+    bool waitForEnd(int milliseconds = 5000);
+    qint64 pid() const { return m_process ? m_process->processId() : 0; }
+    void killHard();
+
+    // xdotool keysyms: "F5", "ctrl+q", "alt+s", or several.
+    void keys(const QStringList &keysyms) const;
+    void typeText(const QString &text) const;
+    // Screen pixels relative to the main window's contents.
+    void click(int x, int y) const;
+
+    // Waits for a window whose title matches; its id, or empty.
+    QString waitForWindow(const QString &titlePattern, int milliseconds = 5000) const;
+    QString mainWindow() const { return m_window; }
+
+    QImage screenshot() const;
+
+    // Processes of the acquisition server that run out of this folder.
+    int serversRunning() const;
+    qint64 serverPid() const;
+
+    static QString run(const QString &program, const QStringList &arguments);
+
+private:
+    QTemporaryDir m_folder;
+    std::unique_ptr<QProcess> m_process;
+    QString m_window;
+};
+
+} // namespace calvorn::test

@@ -1,0 +1,226 @@
+// SPDX-License-Identifier: MIT
+#include "tests/e2e/real_program.h"
+#include "tests/support/program_folder.h"
+
+#include <QDateTime>
+#include <QFileInfo>
+#include <QTest>
+
+#include <cmath>
+#include <csignal>
+
+using namespace calvorn::test;
+
+namespace {
+
+// A curve across the plot has more full-coloured pixels than this, antialiased as it is.
+constexpr int kCurve = 100;
+
+// Pixels of the curve's yellow anywhere on the screen.
+int curvePixels(const QImage &screen)
+{
+    int count = 0;
+    for (int y = 0; y < screen.height(); ++y)
+        for (int x = 0; x < screen.width(); ++x) {
+            const QColor colour = screen.pixelColor(x, y);
+            if (colour.red() > 200 && colour.green() > 200 && colour.blue() < 60)
+                ++count;
+        }
+    return count;
+}
+
+// Rows of the screen on which the curve's highest point lies; the curve of the filter rises, an empty one does not.
+int highestCurveRow(const QImage &screen)
+{
+    for (int y = 0; y < screen.height(); ++y)
+        for (int x = 0; x < screen.width(); ++x) {
+            const QColor colour = screen.pixelColor(x, y);
+            if (colour.red() > 200 && colour.green() > 200 && colour.blue() < 60)
+                return y;
+        }
+    return screen.height();
+}
+
+} // namespace
+
+class TestRealProgram : public QObject
+{
+    Q_OBJECT
+
+private:
+    QProcess m_windowManager;
+
+private slots:
+    void initTestCase()
+    {
+        m_windowManager.start(QStringLiteral("openbox"), QStringList());
+        QVERIFY(m_windowManager.waitForStarted());
+        QTest::qWait(300);
+    }
+    void cleanupTestCase()
+    {
+        m_windowManager.terminate();
+        m_windowManager.waitForFinished(2000);
+    }
+
+    void sweepsShowsAndComesUpAsItWasLeft();
+    void theSecondInstanceIsRefused();
+    void aCopyInAnotherFolderRunsBeside();
+    void aKilledServerIsReplaced();
+    void noServerSurvivesItsProgram();
+    void aReadOnlyFolderDoesNotStopIt();
+    void oneSweepWithoutAWindow();
+};
+
+void TestRealProgram::sweepsShowsAndComesUpAsItWasLeft()
+{
+    RealProgram program(ProgramFolder::preparedSettings());
+    QVERIFY(program.start());
+    QCOMPARE(program.serversRunning(), 1);
+    const int before = highestCurveRow(program.screenshot());
+    program.keys({QStringLiteral("F5")});
+    // The curve of the band-pass filter rises far above the flat line of an empty table.
+    QTRY_VERIFY_WITH_TIMEOUT(highestCurveRow(program.screenshot()) < before - 100, 5000);
+    QVERIFY(curvePixels(program.screenshot()) > kCurve);
+    program.keys({QStringLiteral("F5")});
+    QTest::qWait(300);
+
+    // Scale menu, second entry; then the end by the keyboard.
+    program.keys({QStringLiteral("alt+c"), QStringLiteral("Down"), QStringLiteral("Return")});
+    QTest::qWait(300);
+    program.keys({QStringLiteral("ctrl+q")});
+    QVERIFY(program.waitForEnd());
+    QCOMPARE(program.setting("Calvorn", "Scale"), QStringLiteral("1"));
+    QCOMPARE(program.setting("Calvorn", "Marker 3"), QStringLiteral("-6.0"));
+    QCOMPARE(program.serversRunning(), 0);
+
+    QVERIFY(program.start());
+    program.keys({QStringLiteral("F5")});
+    QTest::qWait(600);
+    program.keys({QStringLiteral("ctrl+q")});
+    QVERIFY(program.waitForEnd());
+    QCOMPARE(program.setting("Calvorn", "Scale"), QStringLiteral("1"));
+    QCOMPARE(program.setting("Calvorn", "Marker 3"), QStringLiteral("-6.0"));
+    QCOMPARE(program.serversRunning(), 0);
+}
+
+void TestRealProgram::theSecondInstanceIsRefused()
+{
+    RealProgram program(ProgramFolder::preparedSettings());
+    QVERIFY(program.start());
+    const QDateTime written = QFileInfo(program.folder() + QStringLiteral("/Calvorn.ini")).lastModified();
+    QProcess second;
+    second.start(program.folder() + QStringLiteral("/Calvorn"), QStringList());
+    QVERIFY(second.waitForStarted());
+    const QString box = program.waitForWindow(QStringLiteral("^Brenik - Calvorn  v2.0$"));
+    QVERIFY(!box.isEmpty());
+    QCOMPARE(program.serversRunning(), 1);
+    RealProgram::run(QStringLiteral("xdotool"), {QStringLiteral("windowactivate"), QStringLiteral("--sync"), box});
+    program.keys({QStringLiteral("Return")});
+    QVERIFY(second.waitForFinished(5000));
+    QCOMPARE(QFileInfo(program.folder() + QStringLiteral("/Calvorn.ini")).lastModified(), written);
+    // The first one goes on.
+    RealProgram::run(QStringLiteral("xdotool"),
+                     {QStringLiteral("windowactivate"), QStringLiteral("--sync"), program.mainWindow()});
+    program.keys({QStringLiteral("ctrl+q")});
+    QVERIFY(program.waitForEnd());
+}
+
+void TestRealProgram::aCopyInAnotherFolderRunsBeside()
+{
+    RealProgram first(ProgramFolder::preparedSettings());
+    RealProgram second(ProgramFolder::preparedSettings());
+    QVERIFY(first.start());
+    QVERIFY(second.start());
+    QCOMPARE(first.serversRunning(), 1);
+    QCOMPARE(second.serversRunning(), 1);
+}
+
+void TestRealProgram::aKilledServerIsReplaced()
+{
+    RealProgram program(ProgramFolder::preparedSettings());
+    QVERIFY(program.start());
+    program.keys({QStringLiteral("F5")});
+    QTest::qWait(600);
+    const qint64 first = program.serverPid();
+    QVERIFY(first > 0);
+    kill(static_cast<pid_t>(first), SIGKILL);
+    const QString box = program.waitForWindow(QStringLiteral("^Brenik - Calvorn  v2.0$"));
+    QVERIFY(!box.isEmpty());
+    RealProgram::run(QStringLiteral("xdotool"), {QStringLiteral("windowactivate"), QStringLiteral("--sync"), box});
+    program.keys({QStringLiteral("Return")});
+    QTest::qWait(300);
+    QCOMPARE(program.serversRunning(), 0);
+    program.keys({QStringLiteral("F5")});
+    QTRY_COMPARE_WITH_TIMEOUT(program.serversRunning(), 1, 3000);
+    QTRY_VERIFY_WITH_TIMEOUT(curvePixels(program.screenshot()) > kCurve, 5000);
+    program.keys({QStringLiteral("ctrl+q")});
+    QVERIFY(program.waitForEnd());
+    QTRY_COMPARE(program.serversRunning(), 0);
+}
+
+void TestRealProgram::noServerSurvivesItsProgram()
+{
+    RealProgram program(ProgramFolder::preparedSettings());
+    QVERIFY(program.start());
+    program.keys({QStringLiteral("F5")});
+    QTest::qWait(300);
+    program.killHard();
+    QTRY_COMPARE_WITH_TIMEOUT(program.serversRunning(), 0, 3000);
+
+    // Not even one that hangs.
+    QVERIFY(program.start());
+    kill(static_cast<pid_t>(program.serverPid()), SIGSTOP);
+    program.killHard();
+    QTRY_COMPARE_WITH_TIMEOUT(program.serversRunning(), 0, 3000);
+}
+
+void TestRealProgram::aReadOnlyFolderDoesNotStopIt()
+{
+    RealProgram program(ProgramFolder::preparedSettings());
+    const QByteArray before = ProgramFolder::preparedSettings();
+    QFile::setPermissions(program.folder(), QFile::ReadOwner | QFile::ExeOwner);
+    QVERIFY(program.start());
+    program.keys({QStringLiteral("ctrl+q")});
+    QVERIFY(program.waitForEnd());
+    QFile::setPermissions(program.folder(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    QFile file(program.folder() + QStringLiteral("/Calvorn.ini"));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QVERIFY(file.readAll().contains("[Config]\r\nInterface=2\r\n"));
+}
+
+void TestRealProgram::oneSweepWithoutAWindow()
+{
+    RealProgram program(ProgramFolder::preparedSettings());
+    const QString tool = program.folder() + QStringLiteral("/calvorn-sweep");
+    QVERIFY(QFile::copy(ProgramFolder::builtFile(QStringLiteral("calvorn-sweep")), tool));
+    const QString csv = program.folder() + QStringLiteral("/sweep.csv");
+    const QString png = program.folder() + QStringLiteral("/sweep.png");
+    QProcess process;
+    process.start(tool, {QStringLiteral("--output"), csv, QStringLiteral("--picture"), png});
+    QVERIFY(process.waitForFinished(20000));
+    QCOMPARE(process.exitCode(), 0);
+    QFile file(csv);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QList<QByteArray> lines = file.readAll().split('\n');
+    QCOMPARE(lines.size(), 402);
+    double peak = 0;
+    double peakFrequency = 0;
+    for (int row = 1; row <= 400; ++row) {
+        const QList<QByteArray> fields = lines[row].trimmed().split(',');
+        QCOMPARE(fields.size(), 4);
+        QCOMPARE(fields[0].toInt(), row);
+        if (fields[3].toDouble() > peak) {
+            peak = fields[3].toDouble();
+            peakFrequency = fields[1].toDouble();
+        }
+    }
+    QVERIFY2(std::abs(peakFrequency - 7.1e6) < 400e3, qPrintable(QString::number(peakFrequency)));
+    const QImage picture(png);
+    QVERIFY(picture.width() >= 600);
+    QVERIFY(curvePixels(picture) > kCurve);
+    QTRY_COMPARE(program.serversRunning(), 0);
+}
+
+QTEST_MAIN(TestRealProgram)
+#include "test_real_program.moc"
