@@ -26,6 +26,8 @@ AuxOutput::AuxOutput(std::int16_t number, std::int16_t &value, Configuration &co
     , m_disabledNote(new QLabel(tr("This output is not enabled in the configuration."), this))
 {
     auto *grid = new QGridLayout(this);
+    grid->setContentsMargins(8, 2, 8, 2);
+    grid->setVerticalSpacing(2);
     for (int i = 0; i < 8; ++i) {
         auto *box = new QCheckBox(this);
         box->setObjectName(QStringLiteral("chkAux%1_%2").arg(number).arg(i));
@@ -56,7 +58,7 @@ void AuxOutput::buildPotentiometer()
     m_potentiometer->setToolTip(tr("Digital potentiometer"));
     m_potentiometer->setAccessibleName(tr("Digital potentiometer"));
     m_potentiometer->setFocusPolicy(Qt::StrongFocus);
-    m_potentiometer->setMinimumHeight(64);
+    m_potentiometer->setMinimumHeight(50);
     m_potentiometerValue = new QLabel(QStringLiteral("0"), this);
     m_potentiometerValue->setObjectName(QStringLiteral("lblPot2"));
     m_potentiometerValue->setToolTip(tr("Position of the potentiometer"));

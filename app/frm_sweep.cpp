@@ -4,6 +4,7 @@
 #include "acquisition/driver_factory.h"
 #include "acquisition/lpt_driver.h"
 #include "app/frm_about.h"
+#include "app/frm_preferences.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -16,7 +17,7 @@ namespace calvorn {
 namespace {
 
 constexpr QSize kStartSize(800, 600); // pixels
-constexpr int kControlColumnWidth = 196;
+constexpr int kControlColumnWidth = 186;
 
 } // namespace
 
@@ -45,7 +46,7 @@ void FrmSweep::compose()
 {
     auto *central = new QWidget(this);
     auto *columns = new QHBoxLayout(central);
-    columns->setContentsMargins(8, 6, 8, 6);
+    columns->setContentsMargins(6, 2, 6, 6);
     columns->setSpacing(8);
     auto *left = new QVBoxLayout;
     auto *right = new QVBoxLayout;
@@ -126,6 +127,9 @@ void FrmSweep::connectRooms()
                           }});
     m_boundary.connect(m_testPanel, &TestPanel::forcedStop, m_controls, "cmdSwStop_Click",
                        [this] { m_controls->cmdSwStop_Click(); });
+    // What rewrites the configuration needs an idle generator.
+    connect(m_controls, &SweepControls::idleCommandsEnabled, this,
+            [this](bool enabled) { m_setUpMenu->menuAction()->setEnabled(enabled); });
     connect(m_events, &DriverEvents::cancelled, this, &QWidget::close);
 }
 
@@ -139,6 +143,13 @@ void FrmSweep::buildMenus()
     menuBar()->addMenu(tr("&View"))->addActions(m_views->actions());
     menuBar()->addMenu(tr("S&cale"))->addActions(m_scales->actions());
 
+    m_setUpMenu = menuBar()->addMenu(tr("&SetUp"));
+    m_setUpMenu->menuAction()->setObjectName(QStringLiteral("mnuSetUp"));
+    QAction *preferences = m_setUpMenu->addAction(tr("&Preferences"));
+    preferences->setObjectName(QStringLiteral("mnuPreferences"));
+    m_boundary.connect(preferences, &QAction::triggered, this, "mnuPreferences_Click",
+                       [this] { mnuPreferences_Click(); });
+
     QMenu *help = menuBar()->addMenu(tr("&Help"));
     QAction *about = help->addAction(tr("&About"));
     about->setObjectName(QStringLiteral("mnuAbout"));
@@ -150,6 +161,21 @@ void FrmSweep::mnuAbout_Click()
     if (!m_about)
         m_about = new FrmAbout(m_configuration, this);
     m_about->exec();
+}
+
+void FrmSweep::mnuPreferences_Click()
+{
+    if (!m_preferences) {
+        m_preferences = new FrmPreferences(m_configuration, this);
+        connect(m_preferences, &FrmPreferences::cursorChosen, this, &FrmSweep::showCursorLines);
+    }
+    m_preferences->exec();
+}
+
+void FrmSweep::showCursorLines(bool visible)
+{
+    for (const GraphItem line : {GraphItem::CursorH, GraphItem::CursorV})
+        m_graphPanel->graph().setLineVisible(line, visible);
 }
 
 bool FrmSweep::start()
@@ -195,11 +221,9 @@ void FrmSweep::tellFaults(const QStringList &faults)
 
 void FrmSweep::prepareDisplay()
 {
-    SweepGraph &graph = m_graphPanel->graph();
-    for (const GraphItem line : {GraphItem::CursorH, GraphItem::CursorV})
-        graph.setLineVisible(line, m_configuration.cursorMode != 0);
+    showCursorLines(m_configuration.cursorMode != 0);
     m_graphPanel->axis().showFullScale();
-    graph.inizializzaGraph();
+    m_graphPanel->graph().inizializzaGraph();
     m_range->aggiornaLblFrequenza();
     m_scales->aggiornaScala(m_configuration.scaleType);
 }

@@ -23,6 +23,7 @@
 namespace calvorn {
 
 class FrmAbout;
+class FrmPreferences;
 
 // The main window: composes the rooms, and holds the order of start-up and shutdown.
 class FrmSweep : public QMainWindow
@@ -55,6 +56,8 @@ private:
     void createDriver();
     void shutDown();
     void mnuAbout_Click();
+    void mnuPreferences_Click();
+    void showCursorLines(bool visible);
 
     Configuration &m_configuration;
     WindowSettings m_window;
@@ -83,6 +86,7 @@ private:
     DriverEvents *m_events = nullptr;
     QMenu *m_setUpMenu = nullptr;
     FrmAbout *m_about = nullptr;
+    FrmPreferences *m_preferences = nullptr;
 };
 
 } // namespace calvorn

@@ -18,8 +18,7 @@ constexpr int kReferenceCaption = 10; // the label that names the reference of a
 constexpr int kLinearLabels = 4;
 constexpr double kLowestDb = 90.0; // magnitude that the box accepts
 constexpr double kHighestVolt = 10.0;
-constexpr int kGap = 4;         // logical pixels between neighbours
-constexpr int kLabelMargin = 4; // between a label and the graph
+constexpr int kLabelMargin = 4; // logical pixels between a label and the graph
 
 } // namespace
 
@@ -168,12 +167,6 @@ void AmplitudeAxis::drawLogarithmic()
     m_maxDb->setText(numbers.masked(numbers.toDouble(m_maxDb->text()), kMaskDb));
 }
 
-void AmplitudeAxis::setUnit(const QString &unit)
-{
-    m_unit->setText(unit);
-    place();
-}
-
 void AmplitudeAxis::setSurface(int top, int height)
 {
     m_surfaceTop = top;
@@ -195,8 +188,8 @@ int AmplitudeAxis::boxWidth() const
 
 int AmplitudeAxis::spaceAbove() const
 {
-    // The box ends where the second row of labels begins.
-    return std::max(m_maxDb->sizeHint().height() - (labelHeight() + 1) / 2, labelHeight() / 2);
+    // The box stands on the upper half of the topmost label.
+    return m_maxDb->sizeHint().height() + labelHeight() / 2 + 1;
 }
 
 int AmplitudeAxis::spaceBelow() const
@@ -206,15 +199,21 @@ int AmplitudeAxis::spaceBelow() const
 
 QSize AmplitudeAxis::sizeHint() const
 {
-    const auto widthOf = [this](const QString &text) { return fontMetrics().horizontalAdvance(text); };
     const NumberText numbers;
-    const int besideBox = boxWidth() + kGap + widthOf(numbers.masked(10.0, kMaskDb));
-    const int besideCaption = widthOf(tr("(Vref 10V)")) + kGap + widthOf(numbers.masked(-10.0, kMaskDb));
-    return {std::max(besideBox, besideCaption) + kLabelMargin, spaceAbove() + 200 + spaceBelow()};
+    const int labels = fontMetrics().horizontalAdvance(numbers.masked(-100.0, kMaskDb)) + kLabelMargin;
+    const int caption = QFontMetrics(captionFont()).horizontalAdvance(tr("(Vref 10V)")) + kLabelMargin;
+    return {std::max({boxWidth(), labels, caption}), spaceAbove() + 200 + spaceBelow()};
 }
 
-// The boxes stand in the corner above the labels. The caption of the reference and the unit keep to the left, where
-// the labels of a steep scale do not reach.
+QFont AmplitudeAxis::captionFont() const
+{
+    QFont smaller = font();
+    smaller.setPointSizeF(smaller.pointSizeF() * 0.85);
+    return smaller;
+}
+
+// The boxes stand above the topmost label, flush with the left edge of the graph; the caption of the reference
+// stands under that label.
 void AmplitudeAxis::place()
 {
     const int labelRight = width() - kLabelMargin;
@@ -228,19 +227,15 @@ void AmplitudeAxis::place()
     const bool linear = m_configuration.scaleType == 0;
     for (int i = 0; i < kLabels; ++i) {
         QLabel *label = m_labels[static_cast<std::size_t>(i)];
+        const bool caption = i == kReferenceCaption && !linear;
+        label->setFont(caption ? captionFont() : font());
         const int extent = label->fontMetrics().horizontalAdvance(label->text());
-        if (i == kReferenceCaption && !linear)
-            label->setGeometry(0, topOf(0) + rows, extent + 1, rows);
-        else
-            label->setGeometry(labelRight - extent, topOf(i), extent, rows);
+        label->setGeometry(labelRight - extent, caption ? topOf(0) + rows : topOf(i), extent, rows);
     }
     const int boxHeight = m_maxDb->sizeHint().height();
-    const int boxTop = topOf(0) + rows - boxHeight;
-    m_maxDb->setGeometry(0, boxTop, boxWidth(), boxHeight);
-    m_maxVolt->setGeometry(labelRight - boxWidth() + kLabelMargin, boxTop, boxWidth(), boxHeight);
-    const int unitWidth = fontMetrics().horizontalAdvance(m_unit->text()) + 1;
-    const int unitTop = topOf(0) + (linear ? 1 : 2) * rows;
-    m_unit->setGeometry(linear ? labelRight - unitWidth + 1 : 0, unitTop, unitWidth, rows);
+    const QRect corner(width() - boxWidth(), topOf(0) - boxHeight - 1, boxWidth(), boxHeight);
+    m_maxDb->setGeometry(corner);
+    m_maxVolt->setGeometry(corner);
 }
 
 bool AmplitudeAxis::event(QEvent *event)

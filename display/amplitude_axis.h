@@ -33,7 +33,10 @@ public:
     void drawScreen();
 
     // "Volt" or "dB".
-    void setUnit(const QString &unit);
+    void setUnit(const QString &unit) { m_unit->setText(unit); }
+
+    // The caption of the unit, which the panel lays behind the boxes, above the graph.
+    QLabel *unitLabel() const { return m_unit; }
 
     // Where the graph lies beside the axis, in logical pixels from the top of the axis. Labels are placed anew.
     void setSurface(int top, int height);
@@ -64,6 +67,7 @@ private:
     void place();
     int labelHeight() const;
     int boxWidth() const;
+    QFont captionFont() const;
 
     Configuration &m_configuration;
     Desktop &m_desktop;

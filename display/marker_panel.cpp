@@ -149,6 +149,8 @@ void MarkerPanel::connectBoxes(ErrorBoundary &boundary)
     boundary.connect(m_m4y, &EntryBox::lostFocus, this, "txtM4Y_LostFocus", [this] { txtM4Y_LostFocus(); });
     boundary.connect(&m_graph, &SweepGraph::graphTimerFired, this, "timerGrafico_Timer",
                      [this] { timerGrafico_Timer(); });
+    boundary.connect(&m_graph, &SweepGraph::mouseMoved, this, "picSweep_MouseMove",
+                     [this](double x, double y) { picSweep_MouseMove(x, y); });
     connect(&m_table, &SweepTable::rebuilt, this, [this] {
         m_m1y->setText(QStringLiteral("0"));
         m_m2y->setText(QStringLiteral("0"));
@@ -288,6 +290,22 @@ void MarkerPanel::timerGrafico_Timer()
     m_graph.drawLine();
     m_m1y->setText(cellUnder(GraphItem::M1, SweepTable::AmplitudeColumn));
     m_m2y->setText(cellUnder(GraphItem::M2, SweepTable::AmplitudeColumn));
+}
+
+// The floating cross rides on the curve; without it the read-out is that of the mouse itself.
+void MarkerPanel::picSweep_MouseMove(double x, double y)
+{
+    const int row = std::max(1, roundToInteger<std::int32_t>(x));
+    const bool linear = m_configuration.scaleType == 0;
+    const NumberText numbers;
+    double amplitude = m_graph.coordinates().amplitudeOfY(y);
+    if (m_configuration.cursorMode != 0) {
+        amplitude = numbers.toDouble(m_table.text(row, SweepTable::AmplitudeColumn));
+        m_graph.moveLine(GraphItem::CursorV, row);
+        m_graph.moveLine(GraphItem::CursorH, m_graph.coordinates().yOfAmplitude(amplitude));
+    }
+    m_x->setText(m_table.text(row, SweepTable::FrequencyColumn));
+    m_y->setText(numbers.masked(amplitude, amplitudeMask(linear)));
 }
 
 void MarkerPanel::clearCursorReadout()

@@ -77,6 +77,7 @@ private:
     void txtM3Y_LostFocus() { leaveAmplitude(QStringLiteral("M3")); }
     void txtM4Y_LostFocus() { leaveAmplitude(QStringLiteral("M4")); }
     void timerGrafico_Timer();
+    void picSweep_MouseMove(double x, double y);
 
     void enterFrequency(EntryBox *box);
     void leaveFrequency(const QString &marker);

@@ -5,6 +5,7 @@
 #include "core/runtime_error.h"
 
 #include <QEvent>
+#include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
 
@@ -53,6 +54,7 @@ SweepGraph::SweepGraph(const Configuration &configuration, const SweepTable &tab
     setAccessibleName(tr("Sweep graph"));
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     setAttribute(Qt::WA_OpaquePaintEvent);
+    setMouseTracking(true);
 
     m_timer.setParent(this);
     m_timer.setObjectName(QStringLiteral("timerGrafico"));
@@ -342,6 +344,17 @@ void SweepGraph::resizeEvent(QResizeEvent *event)
     placeCurve();
     for (int i = 0; i < kGraphItems; ++i)
         placeLabel(static_cast<GraphItem>(i));
+}
+
+void SweepGraph::mouseMoveEvent(QMouseEvent *event)
+{
+    // The mouse points at the middle of its pixel.
+    const double pixel = 1.0 / devicePixelRatioF();
+    const QPointF at = event->position() + QPointF(pixel, pixel) / 2.0;
+    const QPointF user = m_coordinates.toUser({std::clamp(at.x(), 0.0, static_cast<double>(width())),
+                                               std::clamp(at.y(), 0.0, static_cast<double>(height()))},
+                                              size(), pixel);
+    emit mouseMoved(std::clamp(user.x(), 0.0, GraphCoordinates::kWidth), user.y());
 }
 
 bool SweepGraph::event(QEvent *event)

@@ -61,14 +61,17 @@ public:
     QPolygonF curve() const;
 
     QSize sizeHint() const override { return {kInitialWidth, kInitialHeight}; }
-    QSize minimumSizeHint() const override { return {320, 200}; }
+    QSize minimumSizeHint() const override { return {320, 300}; }
 
 signals:
     void graphTimerFired();
+    // The mouse over the plot, in user units: x from 0 to 400, y inside the range shown.
+    void mouseMoved(double x, double y);
 
 protected:
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
     bool event(QEvent *event) override;
 
 private:

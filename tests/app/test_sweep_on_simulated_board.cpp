@@ -107,6 +107,7 @@ void TestSweepOnSimulatedBoard::sweepsRepeatUntilTheyAreStopped()
     Bench bench;
     bench.click("cmdStart");
     QVERIFY(bench.isShown("cmdStop"));
+    QVERIFY(!bench.window->findChild<QAction *>(QStringLiteral("mnuSetUp"))->isEnabled());
     QVERIFY(bench.waitForSweep());
     int sweeps = 0;
     connect(bench.table(), &SweepTable::dataChanged, bench.window.get(), [&] { ++sweeps; });
@@ -115,6 +116,7 @@ void TestSweepOnSimulatedBoard::sweepsRepeatUntilTheyAreStopped()
     bench.click("cmdStop");
     QTRY_VERIFY(bench.isShown("cmdStart"));
     QVERIFY(!bench.isShown("cmdStop"));
+    QVERIFY(bench.window->findChild<QAction *>(QStringLiteral("mnuSetUp"))->isEnabled());
     QCoreApplication::processEvents();
     const int atTheEnd = sweeps;
     QTest::qWait(200);

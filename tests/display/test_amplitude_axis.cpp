@@ -100,7 +100,7 @@ private slots:
                     if (child->isVisible())
                         shown.append(child);
                 }
-                QVERIFY(shown.size() >= 6);
+                QVERIFY(shown.size() >= 5);
                 for (qsizetype i = 0; i < shown.size(); ++i) {
                     QVERIFY2(shown[i]->x() >= 0 && shown[i]->y() >= 0, qPrintable(shown[i]->objectName()));
                     for (qsizetype k = i + 1; k < shown.size(); ++k) {

@@ -34,6 +34,29 @@ private slots:
         QCOMPARE(bench.desktop.beeps, 0);
     }
 
+    void theReadOutFollowsTheMouse()
+    {
+        DisplayBench bench(1);
+        bench.show();
+        SweepGraph &graph = bench.panel.graph();
+        bench.table.setText(201, SweepTable::AmplitudeColumn, QStringLiteral("-12.5"));
+        bench.table.setText(1, SweepTable::AmplitudeColumn, QStringLiteral("-3.0"));
+        // The left edge is row 1, the middle row 200 or 201; the bottom of this scale is -40 dB.
+        QTest::mouseMove(&graph, QPoint(0, graph.height() - 1));
+        QTRY_COMPARE(bench.text(QStringLiteral("txtX")), QStringLiteral("1,000,000"));
+        QCOMPARE(bench.text(QStringLiteral("txtY")), QStringLiteral("-40.0"));
+        QTest::mouseMove(&graph, QPoint(graph.width() - 1, 0));
+        QTRY_COMPARE(bench.text(QStringLiteral("txtX")), QStringLiteral("10,975,000"));
+        QCOMPARE(bench.text(QStringLiteral("txtY")), QStringLiteral("0.0"));
+        // The floating cross rides on the curve.
+        bench.configuration.cursorMode = 1;
+        QTest::mouseMove(&graph, QPoint(0, graph.height() / 2));
+        QTRY_COMPARE(bench.text(QStringLiteral("txtY")), QStringLiteral("-3.0"));
+        QCOMPARE(graph.line(GraphItem::CursorV).x1, 1.0);
+        QCOMPARE(graph.line(GraphItem::CursorH).y1, 3000.0);
+        QCOMPARE(bench.desktop.boxes.size(), 0);
+    }
+
     void badFrequencies_data()
     {
         QTest::addColumn<QString>("typed");

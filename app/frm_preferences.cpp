@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: MIT
+#include "app/frm_preferences.h"
+
+#include "core/common_functions.h"
+#include "core/number_text.h"
+
+#include <QGroupBox>
+#include <QPushButton>
+#include <QScopedValueRollback>
+#include <QVBoxLayout>
+
+namespace calvorn {
+
+FrmPreferences::FrmPreferences(Configuration &configuration, QWidget *parent)
+    : QDialog(parent)
+    , m_configuration(configuration)
+{
+    setObjectName(QStringLiteral("frmPreferences"));
+    setWindowTitle(tr("Preferences"));
+    auto *column = new QVBoxLayout(this);
+    auto *cursorFrame = new QGroupBox(tr("Cursor type"), this);
+    cursorFrame->setObjectName(QStringLiteral("Frame1"));
+    auto *cursorColumn = new QVBoxLayout(cursorFrame);
+    const std::array<QString, 2> captions{tr("&Linked"), tr("&Floating cross")};
+    const std::array<QString, 2> toolTips{tr("The read-out follows the mouse"),
+                                          tr("A cross rides on the curve under the mouse")};
+    for (std::size_t i = 0; i < m_optCursor.size(); ++i) {
+        auto *option = new QRadioButton(captions[i], cursorFrame);
+        option->setObjectName(QStringLiteral("optCursor_%1").arg(i));
+        option->setToolTip(toolTips[i]);
+        cursorColumn->addWidget(option);
+        m_optCursor[i] = option;
+        connect(option, &QRadioButton::clicked, this,
+                [this, i] { m_configuration.cursorMode = static_cast<std::int16_t>(i); });
+    }
+    auto *scaleFrame = new QGroupBox(this);
+    scaleFrame->setObjectName(QStringLiteral("Frame2"));
+    m_limitScales = new QCheckBox(scaleFrame);
+    m_limitScales->setObjectName(QStringLiteral("chkScalaLogaritmica"));
+    m_limitScales->setToolTip(tr("The lowest level above zero that the converter can tell, in dB"));
+    (new QVBoxLayout(scaleFrame))->addWidget(m_limitScales);
+    auto *exit = new QPushButton(tr("EXIT"), this);
+    exit->setObjectName(QStringLiteral("cmdExit"));
+    exit->setToolTip(tr("Close this window"));
+    exit->setDefault(true);
+    column->addWidget(cursorFrame);
+    column->addWidget(scaleFrame);
+    column->addWidget(exit, 0, Qt::AlignRight);
+    connect(exit, &QPushButton::clicked, this, &QDialog::accept);
+    connect(this, &QDialog::finished, this, &FrmPreferences::unload);
+}
+
+void FrmPreferences::showEvent(QShowEvent *event)
+{
+    load();
+    QDialog::showEvent(event);
+}
+
+void FrmPreferences::load()
+{
+    const std::int16_t mode = m_configuration.cursorMode;
+    if (mode >= 0 && mode < static_cast<std::int16_t>(m_optCursor.size()))
+        m_optCursor[static_cast<std::size_t>(mode)]->setChecked(true);
+    // In dB referred to 1 V, whatever the scale of the display is.
+    const QScopedValueRollback scale(m_configuration.scaleType, std::int16_t{2});
+    const double lowest = static_cast<double>(m_configuration.adcOffset) + static_cast<double>(m_configuration.adcStep);
+    m_limitScales->setText(tr("Limit the Logaritmic Scales to the range of the ADC (%1)")
+                               .arg(NumberText().fromDouble(voltsToDb(m_configuration, lowest))));
+}
+
+void FrmPreferences::unload()
+{
+    writeSetting(QStringLiteral("Calvorn"), QStringLiteral("Cursor mode"),
+                 NumberText::fromInteger(m_configuration.cursorMode), m_configuration.iniPath);
+    emit cursorChosen(m_configuration.cursorMode != 0);
+}
+
+} // namespace calvorn
