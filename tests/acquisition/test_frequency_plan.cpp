@@ -98,10 +98,10 @@ private slots:
     {
         constexpr std::int32_t kMax = std::numeric_limits<std::int32_t>::max();
         Configuration c = range(kMax, -2);
-        QVERIFY_EXCEPTION_THROWN(correctRange(c), RuntimeError);
-        QVERIFY_EXCEPTION_THROWN(stepOfRange(-2, kMax), RuntimeError);
+        QVERIFY_THROWS_EXCEPTION(RuntimeError, correctRange(c));
+        QVERIFY_THROWS_EXCEPTION(RuntimeError, stepOfRange(-2, kMax));
         c = range(kMax - 100, kMax - 50, kMax);
-        QVERIFY_EXCEPTION_THROWN(correctRange(c), RuntimeError);
+        QVERIFY_THROWS_EXCEPTION(RuntimeError, correctRange(c));
     }
 };
 

@@ -93,7 +93,7 @@ private slots:
         table.inizializzaGrid();
         SampleConversion conversion(m_configuration, m_window, table);
         QSignalSpy stored(&conversion, &SampleConversion::vectorStored);
-        QVERIFY_EXCEPTION_THROWN(conversion.datiDDS(QVector<int>(399, 1)), RuntimeError);
+        QVERIFY_THROWS_EXCEPTION(RuntimeError, conversion.datiDDS(QVector<int>(399, 1)));
         QCOMPARE(stored.count(), 0);
     }
 };

@@ -20,14 +20,14 @@ private slots:
     void neverWraps()
     {
         QCOMPARE(checkedAdd(kMax - 1, 1), kMax);
-        QVERIFY_EXCEPTION_THROWN(checkedAdd(kMax, 1), RuntimeError);
+        QVERIFY_THROWS_EXCEPTION(RuntimeError, checkedAdd(kMax, 1));
         QCOMPARE(checkedSubtract(kMin + 1, 1), kMin);
-        QVERIFY_EXCEPTION_THROWN(checkedSubtract(kMin, 1), RuntimeError);
+        QVERIFY_THROWS_EXCEPTION(RuntimeError, checkedSubtract(kMin, 1));
         QCOMPARE(checkedMultiply(kMax, -1), -kMax);
-        QVERIFY_EXCEPTION_THROWN(checkedMultiply(kMax, 2), RuntimeError);
+        QVERIFY_THROWS_EXCEPTION(RuntimeError, checkedMultiply(kMax, 2));
         QCOMPARE(checkedMagnitude(-5), 5);
-        QVERIFY_EXCEPTION_THROWN(checkedMagnitude(kMin), RuntimeError);
-        QVERIFY_EXCEPTION_THROWN(checkedAdd<std::int16_t>(32767, 1), RuntimeError);
+        QVERIFY_THROWS_EXCEPTION(RuntimeError, checkedMagnitude(kMin));
+        QVERIFY_THROWS_EXCEPTION(RuntimeError, checkedAdd<std::int16_t>(32767, 1));
     }
 
     void roundsHalfToEven()
@@ -46,10 +46,10 @@ private slots:
     void roundsIntoIntegersOrThrows()
     {
         QCOMPARE(roundToInteger<std::int32_t>(2147483647.4), kMax);
-        QVERIFY_EXCEPTION_THROWN(roundToInteger<std::int32_t>(2147483647.5), RuntimeError);
+        QVERIFY_THROWS_EXCEPTION(RuntimeError, roundToInteger<std::int32_t>(2147483647.5));
         QCOMPARE(roundToInteger<std::int32_t>(-2147483648.5), kMin);
-        QVERIFY_EXCEPTION_THROWN(roundToInteger<std::int32_t>(std::nan("")), RuntimeError);
-        QVERIFY_EXCEPTION_THROWN(roundToInteger<std::int16_t>(32767.5), RuntimeError);
+        QVERIFY_THROWS_EXCEPTION(RuntimeError, roundToInteger<std::int32_t>(std::nan("")));
+        QVERIFY_THROWS_EXCEPTION(RuntimeError, roundToInteger<std::int16_t>(32767.5));
     }
 };
 

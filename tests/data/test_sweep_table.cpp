@@ -70,7 +70,7 @@ private slots:
         configuration.startFreq = 2147483000;
         configuration.stepFreq = 600;
         SweepTable table(configuration);
-        QVERIFY_EXCEPTION_THROWN(table.inizializzaGrid(), RuntimeError);
+        QVERIFY_THROWS_EXCEPTION(RuntimeError, table.inizializzaGrid());
         QCOMPARE(table.text(2, 0), QStringLiteral("2,147,483,600"));
         QCOMPARE(table.text(3, 0), QString());
     }
@@ -79,10 +79,10 @@ private slots:
     {
         const Configuration configuration;
         const SweepTable table(configuration);
-        QVERIFY_EXCEPTION_THROWN(table.text(-1, 0), RuntimeError);
-        QVERIFY_EXCEPTION_THROWN(table.text(401, 0), RuntimeError);
-        QVERIFY_EXCEPTION_THROWN(table.text(1, 3), RuntimeError);
-        QVERIFY_EXCEPTION_THROWN(table.text(1, -1), RuntimeError);
+        QVERIFY_THROWS_EXCEPTION(RuntimeError, table.text(-1, 0));
+        QVERIFY_THROWS_EXCEPTION(RuntimeError, table.text(401, 0));
+        QVERIFY_THROWS_EXCEPTION(RuntimeError, table.text(1, 3));
+        QVERIFY_THROWS_EXCEPTION(RuntimeError, table.text(1, -1));
         QCOMPARE(table.text(400, 2), QString());
     }
 
@@ -124,7 +124,7 @@ private slots:
         QCOMPARE(table.text(2, 1), inLocale(locale, QStringLiteral("-100.0")));
         QCOMPARE(table.text(400, 1), inLocale(locale, QStringLiteral("-26.0"))); // 20 lg 0.0499 = -26.04
         table.setText(5, 2, QStringLiteral("x"));
-        QVERIFY_EXCEPTION_THROWN(AmplitudeColumn(configuration, table).convertAllRows(), RuntimeError);
+        QVERIFY_THROWS_EXCEPTION(RuntimeError, AmplitudeColumn(configuration, table).convertAllRows());
     }
 };
 

@@ -30,7 +30,7 @@ void pulseUpdate(DdsChipModel &model)
 void sendLsbFirst(DdsChipModel &model, std::uint64_t bits, int count)
 {
     for (int bit = 0; bit < count; ++bit)
-        clockBit(model, (bits >> bit & 1U) != 0);
+        clockBit(model, bit < 64 && (bits >> bit & 1U) != 0); // zeros beyond the word
 }
 
 void sendByte(DdsChipModel &model, int byte)
