@@ -52,18 +52,36 @@ void AcquisitionDriver::serverEnded()
     m_attached = false;
     if (!std::exchange(m_sweepRuns, false))
         return;
+    // Not from inside the call that failed: events arrive between window messages. Before the error, so that its box
+    // does not keep those waiting who wait for the end of the sweep.
+    QMetaObject::invokeMethod(this, &AcquisitionDriver::aComplete, Qt::QueuedConnection);
     // After a time-out the failed call has its own message.
     if (!m_endedByTimeout)
         emit aErrore(kErrorServerEnded, tr("The acquisition server has ended unexpectedly.\r"
                                            "\"Sweep ON\" starts it again."));
-    // Not from inside the call that failed: events arrive between window messages.
-    QMetaObject::invokeMethod(this, &AcquisitionDriver::aComplete, Qt::QueuedConnection);
 }
 
 void AcquisitionDriver::sweepEnded()
 {
     m_sweepRuns = false;
     emit aComplete();
+}
+
+AcquisitionDriver::ErrorReaction AcquisitionDriver::reactionTo(std::int16_t tipoErrore) const
+{
+    // A server that is gone concerns the user whatever the hardware is.
+    return tipoErrore == kErrorServerEnded ? ErrorReaction::LogAndAsk : hardwareReactionTo(tipoErrore);
+}
+
+void AcquisitionDriver::ignoringErrors(const std::function<void()> &step)
+{
+    if (!isServerUp())
+        return;
+    try {
+        step();
+    } catch (const RuntimeError &error) {
+        log().writeLog(logPrefix() + error.message());
+    }
 }
 
 bool AcquisitionDriver::tellWhetherOpen(const std::function<bool()> &openPort)

@@ -46,7 +46,7 @@ public:
 
     virtual QString logPrefix() const = 0; // "P> ", "L> " or "V> "
     virtual QString caption() const = 0;   // of the main window
-    virtual ErrorReaction reactionTo(std::int16_t tipoErrore) const = 0;
+    ErrorReaction reactionTo(std::int16_t tipoErrore) const;
     virtual Replanning replanning() const = 0;
 
     // Opens the port and configures the hardware. A refusal is told to the user and leaves the window usable.
@@ -88,6 +88,9 @@ protected:
     // The start-up of this interface: opens, configures, tells the user of a refusal; true when all went well.
     virtual bool configureHardware() = 0;
 
+    // The reaction to the codes of the interface itself.
+    virtual ErrorReaction hardwareReactionTo(std::int16_t tipoErrore) const = 0;
+
     // Called whenever a server has come up: makes the proxy on this connection.
     virtual void attach(const QDBusConnection &connection, const QString &path) = 0;
 
@@ -124,6 +127,9 @@ protected:
 
     // Opens a serial port, a failure counting as a refusal, which is told to the user.
     bool tellWhetherOpen(const std::function<bool()> &openPort);
+
+    // One step of a shutdown whose errors do not matter; nothing where there is no server any more.
+    void ignoringErrors(const std::function<void()> &step);
 
     // Serial interfaces: code 1 is a transmission error that is only counted, any other goes to the log.
     static ErrorReaction serialReactionTo(std::int16_t tipoErrore);

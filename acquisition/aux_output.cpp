@@ -116,7 +116,8 @@ void AuxOutput::setUpStep(int index)
     Step &step = m_steps[static_cast<std::size_t>(index)];
     step.box->setText(separator < 0 ? text : text.first(separator));
     const NumberText numbers;
-    step.weight = numbers.isNumeric(weight) ? numbers.toInt16(weight) : std::int16_t{0};
+    step.weight = 0;
+    m_boundary.run("setUpStep", [&] { step.weight = numbers.toInt16(weight); });
     step.box->setCheckState((m_value >> index) & 1 ? Qt::Checked : Qt::Unchecked);
 }
 

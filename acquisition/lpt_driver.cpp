@@ -25,7 +25,7 @@ QString LptDriver::caption() const
     return QString::fromLatin1(kApplicationTitle) + QStringLiteral(" - ") + configuration().ddsDevice;
 }
 
-AcquisitionDriver::ErrorReaction LptDriver::reactionTo(std::int16_t tipoErrore) const
+AcquisitionDriver::ErrorReaction LptDriver::hardwareReactionTo(std::int16_t tipoErrore) const
 {
     return tipoErrore == kErrorIgnorable ? ErrorReaction::Ignore : ErrorReaction::LogAndAsk;
 }
@@ -75,8 +75,8 @@ bool LptDriver::startSweep()
     log().writeLog(logPrefix() + tr("Start sweep"));
     setSpeed(configuration().sweepSpeed);
     prepareSweep(configuration().startFreq, configuration().stepFreq);
-    sweepBegun();
     runSweep();
+    sweepBegun();
     return true;
 }
 

@@ -18,7 +18,6 @@ public:
 
     QString logPrefix() const override { return QStringLiteral("L> "); }
     QString caption() const override;
-    ErrorReaction reactionTo(std::int16_t tipoErrore) const override;
     Replanning replanning() const override { return Replanning::InPlace; }
     bool startSweep() override;
     void stopSweep(std::int16_t reason) override;
@@ -47,6 +46,7 @@ public:
     bool writeI2c(std::uint8_t control, std::uint8_t command, std::uint8_t data);
 
 protected:
+    ErrorReaction hardwareReactionTo(std::int16_t tipoErrore) const override;
     void attach(const QDBusConnection &connection, const QString &path) override;
     bool configureHardware() override;
 

@@ -18,7 +18,7 @@ QString PicDriver::caption() const
     return QString::fromLatin1(kApplicationTitle) + QStringLiteral(" - ") + configuration().ddsDevice;
 }
 
-AcquisitionDriver::ErrorReaction PicDriver::reactionTo(std::int16_t tipoErrore) const
+AcquisitionDriver::ErrorReaction PicDriver::hardwareReactionTo(std::int16_t tipoErrore) const
 {
     return serialReactionTo(tipoErrore);
 }
@@ -55,8 +55,8 @@ bool PicDriver::startSweep()
     const bool accepted = prepareSweep(configuration().startFreq, configuration().stepFreq);
     if (!accepted)
         log().writeLog(logPrefix() + tr("Errore inizializza ciclo sweep"));
-    sweepBegun();
     runSweep();
+    sweepBegun();
     return accepted;
 }
 
@@ -74,15 +74,10 @@ void PicDriver::parkAtChangedStart()
 
 void PicDriver::shutDown()
 {
-    if (!isServerUp())
-        return;
-    try {
-        stopSweep(2);
-        configuration().msgResult = sendFrequency(QStringLiteral("A"), configuration().startFreq) ? -1 : 0;
-        closePort();
-    } catch (const RuntimeError &error) {
-        log().writeLog(logPrefix() + error.message());
-    }
+    ignoringErrors([this] { stopSweep(2); });
+    ignoringErrors(
+        [this] { configuration().msgResult = sendFrequency(QStringLiteral("A"), configuration().startFreq) ? -1 : 0; });
+    ignoringErrors([this] { closePort(); });
 }
 
 bool PicDriver::openPort(std::int16_t port, const QString &settings)

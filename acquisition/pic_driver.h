@@ -18,7 +18,6 @@ public:
 
     QString logPrefix() const override { return QStringLiteral("P> "); }
     QString caption() const override;
-    ErrorReaction reactionTo(std::int16_t tipoErrore) const override;
     Replanning replanning() const override { return Replanning::StopAndRestart; }
     bool startSweep() override;
     void stopSweep(std::int16_t reason) override;
@@ -36,6 +35,7 @@ public:
     bool sendFrequency(const QString &command, std::int32_t hertz);
 
 protected:
+    ErrorReaction hardwareReactionTo(std::int16_t tipoErrore) const override;
     void attach(const QDBusConnection &connection, const QString &path) override;
     bool configureHardware() override;
 

@@ -48,7 +48,7 @@ void ServerProcess::connectToServer()
     if (!peer.isConnected()) {
         const QString reason = peer.lastError().message();
         disconnectFromServer();
-        m_process.kill();
+        kill();
         throw RuntimeError(RuntimeError::Kind::DriverCall, tr("no connection to it (%1)").arg(reason));
     }
     m_connected = true;
@@ -62,7 +62,7 @@ QByteArray ServerProcess::readAddress()
         if (more)
             continue;
         const QString reason = m_process.errorString();
-        m_process.kill();
+        kill();
         throw RuntimeError(RuntimeError::Kind::DriverCall,
                            tr("%1 could not be started (%2)").arg(QFileInfo(m_program).fileName(), reason));
     }

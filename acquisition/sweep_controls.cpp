@@ -6,6 +6,7 @@
 
 #include <QFormLayout>
 #include <QScopedValueRollback>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 namespace calvorn {
@@ -85,11 +86,9 @@ void SweepControls::buildButtons()
     m_start = new QPushButton(tr("Sweep ON"), this);
     m_start->setObjectName(QStringLiteral("cmdStart"));
     m_start->setToolTip(tr("Start sweeping (F5)"));
-    m_start->setShortcut(Qt::Key_F5);
     m_stop = new QPushButton(tr("Sweep OFF"), this);
     m_stop->setObjectName(QStringLiteral("cmdStop"));
     m_stop->setToolTip(tr("Stop the sweep (F5)"));
-    m_stop->setShortcut(Qt::Key_F5);
     for (QPushButton *button : {m_start, m_stop}) {
         button->setMinimumHeight(36);
         button->setAutoDefault(true);
@@ -99,8 +98,24 @@ void SweepControls::buildButtons()
     m_buttonRow->addWidget(m_stop, 1);
     static_cast<QVBoxLayout *>(layout())->addLayout(m_buttonRow);
     m_stop->hide();
+    auto *key = new QShortcut(Qt::Key_F5, this);
+    connect(key, &QShortcut::activated, this, &SweepControls::toggleByKey);
     m_boundary.connect(m_start, &QPushButton::clicked, this, "cmdStart_Click", [this] { cmdStart_Click(); });
     m_boundary.connect(m_stop, &QPushButton::clicked, this, "cmdStop_Click", [this] { cmdStop_Click(); });
+}
+
+// The focus comes along, so that a frequency that is still being typed is taken.
+void SweepControls::toggleByKey()
+{
+    QPushButton *button = m_start->isVisible() ? m_start : m_stop;
+    button->setFocus(Qt::ShortcutFocusReason);
+    button->click();
+}
+
+void SweepControls::abandonWaiting()
+{
+    m_abandoned = true;
+    m_timerUpdateSweep.stop();
 }
 
 void SweepControls::showSpeed(bool visible)
@@ -125,10 +140,13 @@ void SweepControls::cmdStart_Click()
     emit idleCommandsEnabled(false);
 }
 
-// False: a start is already waiting, or the window closed while this one waited.
+// False: a start is already under way, or the window closed while this one waited.
 bool SweepControls::startSweep()
 {
-    if (m_waiting || !waitForIdle())
+    if (m_starting)
+        return false;
+    const QScopedValueRollback guard(m_starting, true);
+    if (!waitForIdle())
         return false;
     if (!m_driver)
         throw RuntimeError(RuntimeError::Kind::NoDriver, NumberText::fromInteger(m_configuration.interfaceType));
@@ -149,7 +167,6 @@ bool SweepControls::startSweep()
 // Waits, delivering window messages, for the aComplete of a sweep that still runs.
 bool SweepControls::waitForIdle()
 {
-    const QScopedValueRollback guard(m_waiting, true);
     while (m_sweepState > kIdle && !m_abandoned)
         m_messages.desktop().pumpMessages(kPumpMs);
     return !m_abandoned;
@@ -196,6 +213,11 @@ void SweepControls::optSpeed_Click(std::int16_t index)
 void SweepControls::timerUpdateSweep_Timer()
 {
     m_timerUpdateSweep.stop();
+    if (m_starting) {
+        // A start that waits, or that has to tell something first, would never end under this one.
+        m_timerUpdateSweep.start();
+        return;
+    }
     if (!m_driver) {
         m_hooks.idleRangeChanged();
     } else if (m_sweepState < 1) {

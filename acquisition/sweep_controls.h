@@ -57,8 +57,8 @@ public:
     // What aComplete of every driver does to the controls.
     void sweepCompleted();
 
-    // The window closes: a start that waits for the end of an earlier sweep gives up.
-    void abandonWaiting() { m_abandoned = true; }
+    // The window closes: a start that waits for the end of an earlier sweep gives up, and no plan follows.
+    void abandonWaiting();
 
     // What other rooms do for a sweep. Their errors end the procedure that called them, so they are not signals.
     struct Hooks
@@ -84,6 +84,7 @@ private:
     void optSpeed_Click(std::int16_t index);
     void timerUpdateSweep_Timer();
     void showButtons(bool sweeping);
+    void toggleByKey();
 
     Configuration &m_configuration;
     Messages &m_messages;
@@ -94,7 +95,7 @@ private:
     std::int16_t m_sweepState = kIdle;
     std::uint32_t m_sweepEndTick = 0;   // ms
     std::uint32_t m_sweepStartTick = 0; // ms
-    bool m_waiting = false;
+    bool m_starting = false;
     bool m_abandoned = false;
     QTimer m_timerUpdateSweep;
     QGroupBox *m_speedFrame = nullptr;

@@ -18,7 +18,7 @@ QString VnaDriver::caption() const
     return QString::fromLatin1(kApplicationTitle) + QStringLiteral(" - MiniVNA");
 }
 
-AcquisitionDriver::ErrorReaction VnaDriver::reactionTo(std::int16_t tipoErrore) const
+AcquisitionDriver::ErrorReaction VnaDriver::hardwareReactionTo(std::int16_t tipoErrore) const
 {
     return serialReactionTo(tipoErrore);
 }
@@ -55,8 +55,8 @@ bool VnaDriver::startSweep()
     log().writeLog(logPrefix() + tr("Start sweep"));
     setMode(window().vnaMode);
     prepareSweep(configuration().startFreq, configuration().stepFreq, kSweepPoints);
-    sweepBegun();
     runSweep();
+    sweepBegun();
     return true;
 }
 
@@ -75,14 +75,8 @@ void VnaDriver::parkAtChangedStart()
 
 void VnaDriver::shutDown()
 {
-    if (!isServerUp())
-        return;
-    try {
-        stopSweep(2);
-        closePort();
-    } catch (const RuntimeError &error) {
-        log().writeLog(logPrefix() + error.message());
-    }
+    ignoringErrors([this] { stopSweep(2); });
+    ignoringErrors([this] { closePort(); });
 }
 
 bool VnaDriver::openPort(std::int16_t port, const QString &settings)

@@ -60,7 +60,7 @@ void DriverEvents::aPIC_aErrore(PicDriver *driver, std::int16_t tipoErrore, cons
 
 void DriverEvents::aPIC_aVettore(const QVector<int> &vettore)
 {
-    m_conversion.datiDDS(vettore);
+    stored(vettore);
 }
 
 // The parallel-port generator would stand on the last frequency of the sweep; it is parked at the first.
@@ -77,7 +77,7 @@ void DriverEvents::aLPT_aErrore(LptDriver *driver, std::int16_t tipoErrore, cons
 
 void DriverEvents::aLPT_aVettore(const QVector<int> &vettore)
 {
-    m_conversion.datiDDS(vettore);
+    stored(vettore);
 }
 
 void DriverEvents::aVNA_aComplete(VnaDriver *driver)
@@ -92,13 +92,24 @@ void DriverEvents::aVNA_aErrore(VnaDriver *driver, std::int16_t tipoErrore, cons
 
 void DriverEvents::aVNA_aVettore(const QVector<int> &vettore)
 {
-    m_conversion.datiDDS(vettore);
+    stored(vettore);
 }
 
 void DriverEvents::completed(AcquisitionDriver *driver)
 {
     m_log.writeLog(driver->logPrefix() + tr("Stop sweep"));
     m_controls.sweepCompleted();
+}
+
+// Sweeps that cannot be stored are stopped: each would raise its own error.
+void DriverEvents::stored(const QVector<int> &vettore)
+{
+    try {
+        m_conversion.datiDDS(vettore);
+    } catch (const RuntimeError &) {
+        m_boundary.run("cmdStop_Click", [this] { m_controls.cmdStop_Click(); });
+        throw;
+    }
 }
 
 void DriverEvents::failed(const AcquisitionDriver *driver, std::int16_t tipoErrore, const QString &descrizione)

@@ -56,6 +56,7 @@ private:
     void aVNA_aVettore(const QVector<int> &vettore);
 
     void completed(AcquisitionDriver *driver);
+    void stored(const QVector<int> &vettore);
     void failed(const AcquisitionDriver *driver, std::int16_t tipoErrore, const QString &descrizione);
 
     Messages &m_messages;

@@ -5,7 +5,6 @@
 #include "core/number_text.h"
 
 #include <QGridLayout>
-#include <QLabel>
 #include <QMouseEvent>
 #include <QPushButton>
 
@@ -17,7 +16,7 @@ constexpr DisplayMask kMaskMillivolt{"0.000"};
 
 QLabel *addText(QGridLayout *grid, const char *name, const QString &text, int row, int column, int columns = 1)
 {
-    auto *label = new QLabel(QString(text).replace(u'\r', u'\n'));
+    auto *label = new QLabel(text);
     label->setObjectName(QString::fromLatin1(name));
     label->setWordWrap(column > 0 || columns > 1);
     label->setTextFormat(Qt::PlainText);
@@ -31,6 +30,7 @@ QLabel *addText(QGridLayout *grid, const char *name, const QString &text, int ro
 
 FrmAbout::FrmAbout(const Configuration &configuration, QWidget *parent)
     : QDialog(parent)
+    , m_configuration(configuration)
 {
     setObjectName(QStringLiteral("frmAbout"));
     setWindowTitle(tr("About Calvorn"));
@@ -39,11 +39,11 @@ FrmAbout::FrmAbout(const Configuration &configuration, QWidget *parent)
     grid->setColumnStretch(1, 1);
     grid->setVerticalSpacing(10);
     addText(grid, "Label3", tr("Interface:"), 0, 0);
-    addText(grid, "lblInterfaccia", interfaceText(configuration), 0, 1);
+    m_interface = addText(grid, "lblInterfaccia", QString(), 0, 1);
     addText(grid, "Label4", tr("DDS Device:"), 1, 0);
-    addText(grid, "lblDDS", generatorText(configuration), 1, 1);
+    m_generator = addText(grid, "lblDDS", QString(), 1, 1);
     addText(grid, "Label6", tr("DAC Device:"), 2, 0);
-    addText(grid, "lblDAC", detectorText(configuration), 2, 1);
+    m_detector = addText(grid, "lblDAC", QString(), 2, 1);
     addText(grid, "Label1", tr("Made by the Calvorn authors for radio amateurs."), 3, 0, 2);
     addText(grid, "Label2", tr("Calvorn comes without any warranty: check what you connect before you switch it on."),
             4, 0, 2);
@@ -98,6 +98,15 @@ QString FrmAbout::detectorText(const Configuration &c)
     default:
         return {};
     }
+}
+
+// The configuration can have changed since the window was last open.
+void FrmAbout::showEvent(QShowEvent *event)
+{
+    m_interface->setText(interfaceText(m_configuration).replace(u'\r', u'\n'));
+    m_generator->setText(generatorText(m_configuration));
+    m_detector->setText(detectorText(m_configuration));
+    QDialog::showEvent(event);
 }
 
 void FrmAbout::mouseReleaseEvent(QMouseEvent *event)

@@ -4,6 +4,7 @@
 #include "core/configuration.h"
 
 #include <QDialog>
+#include <QLabel>
 
 namespace calvorn {
 
@@ -21,7 +22,14 @@ public:
     static QString detectorText(const Configuration &configuration);
 
 protected:
+    void showEvent(QShowEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
+
+private:
+    const Configuration &m_configuration;
+    QLabel *m_interface = nullptr;
+    QLabel *m_generator = nullptr;
+    QLabel *m_detector = nullptr;
 };
 
 } // namespace calvorn

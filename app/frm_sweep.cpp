@@ -188,17 +188,16 @@ bool FrmSweep::start()
         return false;
     m_range->showRange();
     m_testPanel->setVisible(m_configuration.logDebug);
-    m_boundary.run("Form_Load", [this] {
-        prepareDisplay();
-        restoreMarkers();
-    });
-    prepareInterface();
+    prepareDisplay();
+    m_boundary.run("restoreMarkers", [this] { restoreMarkers(); });
+    m_boundary.run("prepareInterface", [this] { prepareInterface(); });
     m_boundary.run("selectView", [this] { m_views->selectView(m_window.markerIndex); });
     m_controls->focusStart();
     show();
     tellFaults(m_loader.faults());
     createDriver();
-    return true;
+    // A box of the start-up can already have ended the program.
+    return !m_closed;
 }
 
 bool FrmSweep::loadSettings()
@@ -224,8 +223,9 @@ void FrmSweep::prepareDisplay()
     showCursorLines(m_configuration.cursorMode != 0);
     m_graphPanel->axis().showFullScale();
     m_graphPanel->graph().inizializzaGraph();
-    m_range->aggiornaLblFrequenza();
-    m_scales->aggiornaScala(m_configuration.scaleType);
+    // Each on its own: a plan that cannot be made costs neither the scale nor the markers.
+    m_boundary.run("aggiornaLblFrequenza", [this] { m_range->aggiornaLblFrequenza(); });
+    m_boundary.run("aggiornaScala", [this] { m_scales->aggiornaScala(m_configuration.scaleType); });
 }
 
 void FrmSweep::restoreMarkers()
@@ -257,7 +257,7 @@ void FrmSweep::createDriver()
         m_aux1->restore();
         m_aux2->restore();
     });
-    m_boundary.run("Form_Load", [this] { m_driver->startUp(); });
+    m_boundary.run("startUp", [this] { m_driver->startUp(); });
 }
 
 void FrmSweep::closeEvent(QCloseEvent *event)
@@ -278,7 +278,7 @@ void FrmSweep::shutDown()
     if (m_driver) {
         // What still arrives finds nobody: the window is going.
         m_driver->disconnect(m_events);
-        m_boundary.run("Form_Unload", [this] { m_driver->shutDown(); });
+        m_boundary.run("shutDown", [this] { m_driver->shutDown(); });
     }
     m_server.stop();
 }

@@ -2,6 +2,7 @@
 #include "core/error_boundary.h"
 
 #include <QCoreApplication>
+#include <QScopedValueRollback>
 
 namespace calvorn {
 
@@ -17,6 +18,10 @@ void ErrorBoundary::report(const char *procedureName, const RuntimeError &error)
     const QString text =
         QCoreApplication::translate("ErrorBoundary", "%1\r(in %2)").arg(error.message(), QString::fromLatin1(name));
     if (m_openBoxes.contains(name)) {
+        // The log itself may be what fails.
+        if (m_logging)
+            return;
+        const QScopedValueRollback guard(m_logging, true);
         m_log.writeLog(QString(text).replace(u'\r', u' '));
         return;
     }

@@ -64,6 +64,7 @@ private:
     Messages &m_messages;
     Log &m_log;
     QSet<QByteArray> m_openBoxes;
+    bool m_logging = false;
 };
 
 } // namespace calvorn

@@ -157,12 +157,22 @@ void SettingsLoader::clampFrequencies()
         c.stopFreq = c.ddsMaxFreq;
 }
 
+// The texts are kept as they are; a text that does not convert gives way to the default.
 void SettingsLoader::loadMarkers()
 {
-    m_window.marker3 = normaliseDecimal(read(kCalvorn, "Marker 3", "0"));
-    m_window.marker4 = normaliseDecimal(read(kCalvorn, "Marker 4", "0"));
-    m_window.marker1 = read(kCalvorn, "Marker 1", "1000000");
-    m_window.marker2 = read(kCalvorn, "Marker 2", "2000000");
+    const auto real = [](const QString &text) {
+        const QString normalised = normaliseDecimal(text);
+        NumberText().toDouble(normalised);
+        return normalised;
+    };
+    const auto integer = [](const QString &text) {
+        NumberText().toInt32(text);
+        return text;
+    };
+    readNumber(m_window.marker3, kCalvorn, "Marker 3", "0", real);
+    readNumber(m_window.marker4, kCalvorn, "Marker 4", "0", real);
+    readNumber(m_window.marker1, kCalvorn, "Marker 1", "1000000", integer);
+    readNumber(m_window.marker2, kCalvorn, "Marker 2", "2000000", integer);
 }
 
 bool saveSettings(const Configuration &c, const WindowSettings &window)

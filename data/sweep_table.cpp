@@ -12,6 +12,7 @@ SweepTable::SweepTable(const Configuration &configuration, QObject *parent)
     : QAbstractTableModel(parent)
     , m_configuration(configuration)
 {
+    clearSamples();
 }
 
 void SweepTable::inizializzaGrid()
@@ -20,16 +21,23 @@ void SweepTable::inizializzaGrid()
     setText(0, FrequencyColumn, tr("Frequency"));
     setText(0, AmplitudeColumn, m_configuration.scaleType == 0 ? tr("Volt") : tr("dB"));
     setText(0, SampleColumn, tr("Sample"));
+    clearSamples();
     const NumberText numbers;
     for (std::int32_t row = 1; row <= kSweepPoints; ++row) {
         const std::int32_t distance = checkedMultiply(row - 1, m_configuration.stepFreq);
         const std::int32_t frequency = checkedAdd(m_configuration.startFreq, distance);
         numbers.assignMasked(cell(row, FrequencyColumn), frequency, kMaskHertz);
-        setText(row, AmplitudeColumn, QStringLiteral("0"));
-        setText(row, SampleColumn, QStringLiteral("0"));
     }
     cellsWritten();
     emit rebuilt();
+}
+
+void SweepTable::clearSamples()
+{
+    for (int row = 1; row <= kSweepPoints; ++row) {
+        setText(row, AmplitudeColumn, QStringLiteral("0"));
+        setText(row, SampleColumn, QStringLiteral("0"));
+    }
 }
 
 const QString &SweepTable::text(int row, int column) const

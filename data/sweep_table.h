@@ -28,7 +28,7 @@ public:
     explicit SweepTable(const Configuration &configuration, QObject *parent = nullptr);
 
     // Rebuilds the table empty for the current plan: row r is at startFreq + (r - 1) x stepFreq. Emits rebuilt().
-    // RuntimeError(Overflow) where a frequency does not fit; rows before it are then already written.
+    // RuntimeError(Overflow) where a frequency does not fit; from that row on the frequencies are then empty.
     void inizializzaGrid();
 
     // Cells by table row (0 to 400) and column; RuntimeError(SubscriptOutOfRange) elsewhere.
@@ -50,6 +50,8 @@ signals:
     void rebuilt();
 
 private:
+    void clearSamples();
+
     const Configuration &m_configuration;
     std::array<QString, (kSweepPoints + 1) * kTableColumns> m_cells;
 };

@@ -351,9 +351,9 @@ void SweepGraph::mouseMoveEvent(QMouseEvent *event)
     // The mouse points at the middle of its pixel.
     const double pixel = 1.0 / devicePixelRatioF();
     const QPointF at = event->position() + QPointF(pixel, pixel) / 2.0;
-    const QPointF user = m_coordinates.toUser({std::clamp(at.x(), 0.0, static_cast<double>(width())),
-                                               std::clamp(at.y(), 0.0, static_cast<double>(height()))},
-                                              size(), pixel);
+    const QPointF user = m_coordinates.toUser(
+        {std::clamp(at.x(), 0.0, static_cast<double>(width())), std::clamp(at.y(), 0.0, static_cast<double>(height()))},
+        size(), pixel);
     emit mouseMoved(std::clamp(user.x(), 0.0, GraphCoordinates::kWidth), user.y());
 }
 

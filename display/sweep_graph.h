@@ -24,8 +24,8 @@ class SweepGraph : public QWidget
     Q_OBJECT
 
 public:
-    static constexpr int kInitialWidth = 534;  // logical pixels, 8004 twips
-    static constexpr int kInitialHeight = 400; // logical pixels, 6000 twips
+    static constexpr int kInitialWidth = 534;  // logical pixels
+    static constexpr int kInitialHeight = 400; // logical pixels
 
     SweepGraph(const Configuration &configuration, const SweepTable &table, QWidget *parent = nullptr);
 

@@ -242,6 +242,8 @@ private slots:
              {static_cast<AcquisitionDriver *>(&pic.driver), static_cast<AcquisitionDriver *>(&vna.driver)}) {
             QCOMPARE(driver->reactionTo(1), AcquisitionDriver::ErrorReaction::CountSilently);
             QCOMPARE(driver->reactionTo(4), AcquisitionDriver::ErrorReaction::LogOnly);
+            QCOMPARE(driver->reactionTo(kErrorServerEnded), AcquisitionDriver::ErrorReaction::LogAndAsk);
+            QCOMPARE(driver->replanning(), AcquisitionDriver::Replanning::StopAndRestart);
         }
     }
 
@@ -249,9 +251,17 @@ private slots:
     {
         Bench<PicDriver> pic;
         pic.driver.startUp();
+        pic.control.takeCalls();
         pic.control.setRules({QStringLiteral("fail StopSweep")});
         pic.driver.shutDown();
         QCOMPARE(pic.desktop.boxes.size(), 0);
+        // One failing step does not cost the others.
+        QCOMPARE(pic.control.takeCalls(),
+                 list({"aPIC.StopSweep(2)", "aPIC.SendFrequency(A, 1000000)", "aPIC.ClosePort()"}));
+        // Nor is a server started that has gone meanwhile.
+        pic.server.kill();
+        pic.driver.shutDown();
+        QVERIFY(pic.control.takeCalls().isEmpty());
     }
 
     void aFailingCallIsARunTimeError()
@@ -317,6 +327,8 @@ private slots:
         bench.control.setRules({QStringLiteral("die RunSweep")});
         QVERIFY(throwsDriverCall([&] { bench.driver.startSweep(); }));
         QTRY_VERIFY(!bench.server.isConnected());
+        // The failed call has told the user already.
+        QCOMPARE(bench.errors.count(), 0);
         bench.control.setRules({});
         QVERIFY(bench.driver.startSweep());
     }

@@ -24,11 +24,12 @@ public:
 
     QString logPrefix() const override { return QStringLiteral("X> "); }
     QString caption() const override { return {}; }
-    ErrorReaction reactionTo(std::int16_t) const override { return ErrorReaction::Ignore; }
     Replanning replanning() const override { return how; }
     bool startSweep() override
     {
         calls.append(QStringLiteral("start"));
+        if (whileStarting)
+            whileStarting();
         if (fails)
             throw RuntimeError(RuntimeError::Kind::DriverCall, QStringLiteral("as told"));
         return accepts;
@@ -39,7 +40,10 @@ public:
     void setSpeed(std::int16_t code) override { calls.append(QStringLiteral("speed %1").arg(code)); }
     void shutDown() override {}
 
+    std::function<void()> whileStarting;
+
 protected:
+    ErrorReaction hardwareReactionTo(std::int16_t) const override { return ErrorReaction::Ignore; }
     void attach(const QDBusConnection &, const QString &) override {}
     bool configureHardware() override { return true; }
 };
@@ -159,13 +163,48 @@ private slots:
         QCOMPARE(bench.controls.sweepState(), SweepControls::kSweeping);
     }
 
+    void aChangedRangeDuringAStartIsAppliedAfterIt()
+    {
+        Bench bench;
+        bench.driver.how = AcquisitionDriver::Replanning::StopAndRestart;
+        auto *timer = bench.controls.findChild<QTimer *>(QStringLiteral("timerUpdateSweep"));
+        timer->setInterval(0);
+        // A box inside the start delivers messages, the timer's among them.
+        bench.driver.whileStarting = [&] {
+            bench.driver.whileStarting = {};
+            bench.controls.restartTimerUpdateSweep();
+            QTest::qWait(20);
+            QCOMPARE(bench.driver.calls, QStringList{QStringLiteral("start")});
+        };
+        bench.desktop.whilePumping = [&] { bench.controls.sweepCompleted(); };
+        bench.click("cmdStart");
+        QTRY_COMPARE(bench.driver.calls,
+                     (QStringList{QStringLiteral("start"), QStringLiteral("stop 1"), QStringLiteral("start")}));
+        QVERIFY(!timer->isActive());
+    }
+
+    void theKeyStartsStopsAndTakesTheFocusAlong()
+    {
+        Bench bench;
+        bench.controls.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&bench.controls));
+        bench.button("optSpeed_0")->setFocus();
+        QTest::keyClick(&bench.controls, Qt::Key_F5);
+        QCOMPARE(bench.driver.calls, QStringList{QStringLiteral("start")});
+        QVERIFY(bench.button("cmdStop")->hasFocus());
+        QTest::keyClick(&bench.controls, Qt::Key_F5);
+        QCOMPARE(bench.driver.calls.last(), QStringLiteral("stop 2"));
+    }
+
     void closingEndsTheWaiting()
     {
         Bench bench;
         bench.click("cmdStart");
         bench.controls.cmdSwStop_Click();
+        bench.controls.restartTimerUpdateSweep();
         bench.desktop.whilePumping = [&] { bench.controls.abandonWaiting(); };
         bench.click("cmdStart");
+        QVERIFY(!bench.controls.findChild<QTimer *>(QStringLiteral("timerUpdateSweep"))->isActive());
         QCOMPARE(bench.driver.calls.count(QStringLiteral("start")), 1);
         QVERIFY(bench.button("cmdStart")->isVisible());
     }

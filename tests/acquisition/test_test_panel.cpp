@@ -32,6 +32,17 @@ private slots:
         QCOMPARE(list->currentRow(), 1);
     }
 
+    void theListStaysEmptyWhileTheLogIsOff()
+    {
+        m_configuration.logDebug = false;
+        Messages messages(m_configuration, m_desktop);
+        Log log(m_configuration);
+        ErrorBoundary boundary(messages, log);
+        TestPanel panel(log, boundary);
+        log.writeLog(QStringLiteral("L> Start sweep"));
+        QCOMPARE(panel.findChild<QListWidget *>(QStringLiteral("lstLOG"))->count(), 0);
+    }
+
     void samplesAndErrorsAreShown()
     {
         Messages messages(m_configuration, m_desktop);

@@ -35,7 +35,8 @@ private slots:
     void describesTheParallelPort()
     {
         const Configuration c = defaults(kInterfaceLpt);
-        const FrmAbout about(c);
+        FrmAbout about(c);
+        about.show();
         QVERIFY(label(about, "lblInterfaccia")
                     .startsWith(QStringLiteral("DDS Generator/Detector connected to the parallel port LPT 0378\n")));
         QCOMPARE(label(about, "lblInterfaccia").count(u'\n'), 2);

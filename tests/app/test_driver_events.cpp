@@ -26,7 +26,7 @@ struct Bench
     ErrorBoundary boundary{messages, log};
     SweepTable table{configuration};
     SampleConversion conversion{configuration, window, table};
-    ServerProcess server{QString()};
+    ServerProcess server{test::FakeServerControl::program()};
     SweepControls controls{configuration, messages, log, boundary};
     TestPanel testPanel{log, boundary};
     DriverEvents events{messages, log, boundary, controls, conversion, testPanel};
@@ -89,6 +89,65 @@ private slots:
         QCOMPARE(bench.cancelled.count(), 1);
     }
 
+    void okLeavesTheSweepAsItWas()
+    {
+        Bench<LptDriver> bench;
+        bench.controls.cmdStart_Click();
+        emit bench.driver.aErrore(2, QStringLiteral("The port is gone."));
+        QCOMPARE(bench.controls.sweepState(), SweepControls::kSweeping);
+    }
+
+    void afterASweepTheParallelPortGeneratorIsParked()
+    {
+        Bench<LptDriver> bench;
+        bench.controls.cmdStart_Click();
+        bench.controls.cmdStop_Click();
+        bench.control.takeCalls();
+        QTRY_COMPARE(bench.controls.sweepState(), SweepControls::kIdle);
+        QCOMPARE(bench.control.takeCalls(), QStringList{QStringLiteral("aLPT.SetFrequency(1000000)")});
+    }
+
+    void afterASerialSweepTheGeneratorIsToldNothing()
+    {
+        Bench<PicDriver> pic;
+        pic.controls.cmdStart_Click();
+        pic.controls.cmdStop_Click();
+        pic.control.takeCalls();
+        QTRY_COMPARE(pic.controls.sweepState(), SweepControls::kIdle);
+        QVERIFY(pic.control.takeCalls().isEmpty());
+        Bench<VnaDriver> vna;
+        vna.controls.cmdStart_Click();
+        vna.controls.cmdStop_Click();
+        vna.control.takeCalls();
+        QTRY_COMPARE(vna.controls.sweepState(), SweepControls::kIdle);
+        QVERIFY(vna.control.takeCalls().isEmpty());
+    }
+
+    void aPicThatRefusesLeavesTheWindowIdle()
+    {
+        Bench<PicDriver> bench;
+        bench.control.setRules({QStringLiteral("refuse PrepareSweep")});
+        bench.controls.cmdStart_Click();
+        QCOMPARE(bench.control.takeCalls().last(), QStringLiteral("aPIC.RunSweep()"));
+        QCOMPARE(bench.controls.sweepState(), SweepControls::kIdle);
+        QCOMPARE(bench.logLines().last(), QStringLiteral("P> Errore inizializza ciclo sweep"));
+    }
+
+    void aSerialSweepIsRestartedForANewRange()
+    {
+        Bench<PicDriver> bench;
+        bench.controls.cmdStart_Click();
+        bench.control.takeCalls();
+        bench.configuration.startFreq = 1500000;
+        bench.controls.findChild<QTimer *>(QStringLiteral("timerUpdateSweep"))->setInterval(0);
+        bench.controls.restartTimerUpdateSweep();
+        QTRY_COMPARE(bench.logLines().count(QStringLiteral("P> Start sweep")), 2);
+        QCOMPARE(bench.control.takeCalls(),
+                 (QStringList{QStringLiteral("aPIC.StopSweep(1)"), QStringLiteral("aPIC.PrepareSweep(1500000, 2500)"),
+                              QStringLiteral("aPIC.RunSweep()")}));
+        QCOMPARE(bench.controls.sweepState(), SweepControls::kSweeping);
+    }
+
     void serialTransmissionErrorsAreOnlyCounted()
     {
         Bench<PicDriver> pic;
@@ -133,6 +192,11 @@ private slots:
         emit bench.driver.aVettore(QVector<int>(10, 500));
         QCOMPARE(bench.desktop.boxes.size(), 1);
         QVERIFY(bench.desktop.lastText().endsWith(QStringLiteral("(in aLPT_aVettore)")));
+        // The next one would fail too: the sweep is stopped.
+        bench.controls.cmdStart_Click();
+        bench.control.takeCalls();
+        emit bench.driver.aVettore(QVector<int>(10, 500));
+        QCOMPARE(bench.control.takeCalls(), QStringList{QStringLiteral("aLPT.StopSweep(2)")});
     }
 };
 

@@ -6,6 +6,7 @@
 #include <QListWidget>
 #include <QMenuBar>
 #include <QRadioButton>
+#include <QTimer>
 
 using namespace calvorn;
 using calvorn::test::WindowBench;
@@ -54,6 +55,8 @@ private slots:
     void closingStopsAndClosesThePort();
     void closingEndsAStartThatWaits();
     void cancellingAnErrorClosesTheWindow();
+    void aFrequencyStillBeingTypedIsTakenByTheKey();
+    void thePreferencesShowTheCursorLines();
     void menusHaveNoDeadEntries();
 };
 
@@ -188,6 +191,16 @@ void TestStartUp::anInterfaceWithoutADriverOpensWithoutHardware()
 
 void TestStartUp::damagedNumbersDoNotPreventAStart()
 {
+    WindowBench weights(test::FakeServerControl::program(),
+                        settings("2", "[Aux1]\r\nEnabled=1\r\nStep 0=10dB;99999\r\nStep 1=x;&H1FFFF\r\n"));
+    QVERIFY(weights.started);
+    WindowBench range(test::FakeServerControl::program(),
+                      settings("2", "Start=-100\r\nStop=2147483647\r\nScale=1\r\n")
+                          .replace("DDS Device", "DDS Min freq=-100\r\nDDS Max freq=2147483647\r\nDDS Device"));
+    QVERIFY(range.started);
+    QVERIFY(range.desktop.boxes.first().text.startsWith(QStringLiteral("Overflow")));
+    QVERIFY(range.window->findChild<QAction *>(QStringLiteral("mnuScalaLogaritmica1"))->isChecked());
+
     WindowBench bench(test::FakeServerControl::program(),
                       settings("2",
                                "Scale=99\r\nMarker 0=77\r\nMax scaleV=0\r\nMax scaleDb=2000000000\r\nMarker 1=abc\r\n"
@@ -260,6 +273,35 @@ void TestStartUp::cancellingAnErrorClosesTheWindow()
     auto *driver = bench.window->findChild<AcquisitionDriver *>();
     emit driver->aErrore(2, QStringLiteral("The port is gone."));
     QVERIFY(!bench.window->isVisible());
+}
+
+void TestStartUp::aFrequencyStillBeingTypedIsTakenByTheKey()
+{
+    WindowBench bench(test::FakeServerControl::program(), settings("2"));
+    auto *box = bench.find<QLineEdit>("txtStart");
+    box->setFocus();
+    box->selectAll();
+    QTest::keyClicks(box, QStringLiteral("2000000"));
+    m_server.takeCalls();
+    QTest::keyClick(box, Qt::Key_F5);
+    QVERIFY(bench.isShown("cmdStop"));
+    QVERIFY(m_server.takeCalls().contains(QStringLiteral("aLPT.PrepareSweep(2000000, 20000)")));
+}
+
+void TestStartUp::thePreferencesShowTheCursorLines()
+{
+    WindowBench bench(test::FakeServerControl::program(), settings("2"));
+    const auto *graph = bench.find<SweepGraph>("picSweep");
+    QVERIFY(!graph->line(GraphItem::CursorV).visible);
+    QTimer::singleShot(0, bench.window.get(), [&] {
+        auto *cross = bench.find<QRadioButton>("optCursor_1");
+        QTest::mouseClick(cross, Qt::LeftButton, {}, QPoint(10, cross->height() / 2));
+        QTest::keyClick(bench.find("frmPreferences"), Qt::Key_Escape);
+    });
+    bench.window->findChild<QAction *>(QStringLiteral("mnuPreferences"))->trigger();
+    QVERIFY(graph->line(GraphItem::CursorV).visible);
+    QVERIFY(graph->line(GraphItem::CursorH).visible);
+    QCOMPARE(bench.folder.setting("Calvorn", "Cursor mode"), QStringLiteral("1"));
 }
 
 void TestStartUp::menusHaveNoDeadEntries()

@@ -77,6 +77,25 @@ private slots:
         QCOMPARE(log.takeEarlyLines(), QStringList{QStringLiteral("Type mismatch: \"x\" (in timer)")});
     }
 
+    void aLogThatFailsDoesNotGoRoundInCircles()
+    {
+        CountingDesktop desktop;
+        Configuration configuration;
+        configuration.logDebug = true;
+        Messages messages(configuration, desktop);
+        Log log(configuration);
+        ErrorBoundary boundary(messages, log);
+        int attempts = 0;
+        boundary.connect(&log, &Log::lineWritten, this, "writeLog", [&] {
+            ++attempts;
+            throw RuntimeError(RuntimeError::Kind::Overflow);
+        });
+        desktop.whileOpen = [&] { log.writeLog(QStringLiteral("while the box is open")); };
+        log.writeLog(QStringLiteral("first"));
+        QCOMPARE(desktop.texts.size(), 1);
+        QCOMPARE(attempts, 3);
+    }
+
     void handlersAreConnectedInsideTheBoundary()
     {
         CountingDesktop desktop;

@@ -185,6 +185,11 @@ void TestSettings::badTextsGetTheDefaultAndStay()
     QVERIFY(m_faults[2].contains(QStringLiteral("99999")));
     QVERIFY(content().contains("DDS Xtal freq=many\r\n"));
     QVERIFY(content().contains("CommPort=99999\r\n"));
+    load("[Config]\r\nDDS Device=AD9850\r\n[Calvorn]\r\nMarker 1=abc\r\nMarker 3=x\r\nMarker 4=2.5\r\n");
+    QCOMPARE(m_faults.size(), 2);
+    QCOMPARE(m_window.marker1, QStringLiteral("1000000"));
+    QCOMPARE(m_window.marker3, QStringLiteral("0"));
+    QCOMPARE(m_window.marker4, QStringLiteral("2.5"));
 }
 
 void TestSettings::savedSettingsComeBack()

@@ -183,7 +183,7 @@ private slots:
         QVERIFY(graph.line(GraphItem::CursorV).visible);
     }
 
-    void startsAtTheDocumentedSize()
+    void startsAtItsInitialSize()
     {
         Configuration configuration;
         SweepTable table(configuration);
