@@ -26,7 +26,7 @@ struct DriverContext
 };
 
 // One hardware interface, as the window sees it; the work is done in the acquisition server. Each driver holds all
-// that is special to its interface.
+// that is particular to its interface.
 //
 // Every operation that calls the server throws RuntimeError(DriverCall) when the call fails; a call that is not
 // answered in time ends the server, because nothing more is to be expected of it. Events never arrive inside an

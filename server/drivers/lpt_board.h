@@ -19,7 +19,7 @@ namespace calvorn {
 enum class SweepSpeed { Standard = 0, Slow = 1, VerySlow = 2, Calibration = 3 };
 
 // How long a new frequency is left to settle before the detector is sampled. With the loads and frames of
-// 400 points on a port of 1.25 us an access this makes sweeps of about 0.1, 0.4 and 2 s. Never shorter than a
+// 400 points on a port with 1.25 us an access this makes sweeps of about 0.1, 0.4 and 2 s. Never shorter than a
 // conversion of the slowest converter.
 std::chrono::nanoseconds settlingTime(SweepSpeed speed);
 
