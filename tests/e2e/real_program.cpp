@@ -11,6 +11,20 @@
 
 namespace calvorn::test {
 
+WindowManager::WindowManager()
+{
+    m_process.start(QStringLiteral("openbox"), QStringList());
+    if (!m_process.waitForStarted())
+        qFatal("openbox does not start");
+    QTest::qWait(300);
+}
+
+WindowManager::~WindowManager()
+{
+    m_process.terminate();
+    m_process.waitForFinished(2000);
+}
+
 RealProgram::RealProgram(const QByteArray &settings)
 {
     const QString built = qEnvironmentVariable("CALVORN_BIN") + u'/';

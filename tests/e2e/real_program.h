@@ -10,6 +10,17 @@
 
 namespace calvorn::test {
 
+// A window manager for as long as it lives: without one, nothing brings a window to the front.
+class WindowManager
+{
+public:
+    WindowManager();
+    ~WindowManager();
+
+private:
+    QProcess m_process;
+};
+
 // The real program in a program folder of its own, driven as a person would: keys and mouse from outside, and a
 // look at the screen.
 class RealProgram

@@ -48,21 +48,9 @@ class TestRealProgram : public QObject
     Q_OBJECT
 
 private:
-    QProcess m_windowManager;
+    WindowManager m_windowManager;
 
 private slots:
-    void initTestCase()
-    {
-        m_windowManager.start(QStringLiteral("openbox"), QStringList());
-        QVERIFY(m_windowManager.waitForStarted());
-        QTest::qWait(300);
-    }
-    void cleanupTestCase()
-    {
-        m_windowManager.terminate();
-        m_windowManager.waitForFinished(2000);
-    }
-
     void sweepsShowsAndComesUpAsItWasLeft();
     void theSecondInstanceIsRefused();
     void aCopyInAnotherFolderRunsBeside();
