@@ -7,6 +7,7 @@
 
 #include <QFormLayout>
 #include <QGroupBox>
+#include <QScopedValueRollback>
 #include <QVBoxLayout>
 
 namespace calvorn {
@@ -21,8 +22,9 @@ RangeEntry::RangeEntry(Configuration &configuration, SweepTable &table, Frequenc
 {
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
-    m_start = makeBox("txtStart", tr("Start Frequency - Hz"), tr("Enter the start frequency in Hz"));
-    m_stop = makeBox("txtStop", tr("Stop Frequency - Hz"), tr("Enter the stop frequency in Hz"));
+    m_start =
+        makeBox("Start", tr("Start Frequency - Hz"), tr("Enter the start frequency in Hz"), configuration.startFreq);
+    m_stop = makeBox("Stop", tr("Stop Frequency - Hz"), tr("Enter the stop frequency in Hz"), configuration.stopFreq);
 
     m_step = new EntryBox(this);
     m_step->setObjectName(QStringLiteral("txtStep"));
@@ -38,33 +40,44 @@ RangeEntry::RangeEntry(Configuration &configuration, SweepTable &table, Frequenc
     m_sampleCount->setObjectName(QStringLiteral("lblCampioni"));
     m_sampleCount->setToolTip(tr("Number of samples in the range"));
 
-    boundary.connect(m_start, &EntryBox::gotFocus, this, "txtStart_GotFocus", [this] { txtStart_GotFocus(); });
-    boundary.connect(m_stop, &EntryBox::gotFocus, this, "txtStop_GotFocus", [this] { txtStop_GotFocus(); });
-    boundary.connect(m_start, &EntryBox::lostFocus, this, "txtStart_LostFocus", [this] { txtStart_LostFocus(); });
-    boundary.connect(m_stop, &EntryBox::lostFocus, this, "txtStop_LostFocus", [this] { txtStop_LostFocus(); });
+    boundary.connect(m_start.text, &EntryBox::gotFocus, this, "txtStart_GotFocus", [this] { txtStart_GotFocus(); });
+    boundary.connect(m_stop.text, &EntryBox::gotFocus, this, "txtStop_GotFocus", [this] { txtStop_GotFocus(); });
+    boundary.connect(m_start.text, &EntryBox::lostFocus, this, "txtStart_LostFocus", [this] { txtStart_LostFocus(); });
+    boundary.connect(m_stop.text, &EntryBox::lostFocus, this, "txtStop_LostFocus", [this] { txtStop_LostFocus(); });
+    boundary.connect(m_start.bars, &DigitBars::changed, this, "VScrollStart_Change",
+                     [this](int index) { VScrollStart_Change(index); });
+    boundary.connect(m_stop.bars, &DigitBars::changed, this, "VScrollStop_Change",
+                     [this](int index) { VScrollStop_Change(index); });
 }
 
-EntryBox *RangeEntry::makeBox(const char *name, const QString &frameTitle, const QString &toolTip)
+RangeEntry::Box RangeEntry::makeBox(const char *suffix, const QString &frameTitle, const QString &toolTip,
+                                    std::int32_t &frequency)
 {
     auto *frame = new QGroupBox(frameTitle, this);
-    auto *row = new QVBoxLayout(frame);
+    auto *column = new QVBoxLayout(frame);
+    column->setContentsMargins(6, 2, 6, 6);
+    column->setSpacing(1);
     auto *box = new EntryBox(frame);
-    box->setObjectName(QString::fromLatin1(name));
+    box->setObjectName(QStringLiteral("txt") + QString::fromLatin1(suffix));
     box->setToolTip(toolTip);
     box->setAccessibleName(frameTitle);
+    // Figures of one width, far enough apart for a bar over each.
     QFont font = box->font();
     font.setPointSizeF(font.pointSizeF() * 1.25);
+    font.setLetterSpacing(QFont::AbsoluteSpacing, 2.5);
     box->setFont(font);
-    row->addWidget(box);
+    auto *bars = new DigitBars(QStringLiteral("VScroll") + QString::fromLatin1(suffix), *box, frame);
+    column->addWidget(bars);
+    column->addWidget(box);
     layout()->addWidget(frame);
-    return box;
+    return {box, bars, &frequency};
 }
 
 void RangeEntry::showRange()
 {
     const NumberText numbers;
-    m_start->setText(numbers.masked(m_configuration.startFreq, kMaskHertz));
-    m_stop->setText(numbers.masked(m_configuration.stopFreq, kMaskHertz));
+    m_start.text->setText(numbers.masked(m_configuration.startFreq, kMaskHertz));
+    m_stop.text->setText(numbers.masked(m_configuration.stopFreq, kMaskHertz));
 }
 
 void RangeEntry::calcolaStep()
@@ -101,6 +114,13 @@ bool RangeEntry::isPlanStale() const
     return m_configuration.startFreq != m_plannedStart || m_configuration.stopFreq != m_plannedStop;
 }
 
+void RangeEntry::setFrequency(const Box &box, std::int32_t hertz)
+{
+    *box.frequency = hertz;
+    box.text->setText(NumberText().masked(hertz, kMaskHertz));
+    emit rangeChanged();
+}
+
 void RangeEntry::enterBox(const Box &box)
 {
     const NumberText numbers;
@@ -124,6 +144,38 @@ void RangeEntry::leaveBox(const Box &box)
     }
     *box.frequency = roundToInteger<std::int32_t>(value);
     box.text->setText(numbers.masked(*box.frequency, kMaskHertz));
+    emit rangeChanged();
+    m_scrollBusy = false;
+}
+
+void RangeEntry::stepDigit(const Box &box, int index)
+{
+    // Putting the bar back raises the event again.
+    if (m_scrollBusy)
+        return;
+    // What is being typed counts before it is stepped.
+    if (box.text->hasFocus() && box.text->isModified())
+        leaveBox(box);
+    const QScopedValueRollback guard(m_scrollBusy, true);
+    std::int32_t weight = 1;
+    for (int i = 0; i < index; ++i)
+        weight *= 10;
+    std::int32_t &frequency = *box.frequency;
+    const int position = box.bars->position(index);
+    box.bars->rest(index);
+    if (position == DigitBars::kUp)
+        frequency = checkedAdd(frequency, weight);
+    else if (position == DigitBars::kDown && weight < frequency)
+        frequency -= weight;
+    if (frequency <= m_configuration.ddsMinFreq) {
+        frequency = m_configuration.ddsMinFreq;
+        m_messages.desktop().beep();
+    }
+    if (frequency > m_configuration.ddsMaxFreq) {
+        frequency = m_configuration.ddsMaxFreq;
+        m_messages.desktop().beep();
+    }
+    box.text->setText(NumberText().masked(frequency, kMaskHertz));
     emit rangeChanged();
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "acquisition/digit_bars.h"
 #include "acquisition/frequency_readouts.h"
 #include "core/error_boundary.h"
 #include "data/sweep_table.h"
@@ -24,6 +25,10 @@ public:
     // Puts the range of the record into the boxes.
     void showRange();
 
+    // Takes a frequency from elsewhere (a marker) into the record and its box; applied like a typed one.
+    void setStart(std::int32_t hertz) { setFrequency(m_start, hertz); }
+    void setStop(std::int32_t hertz) { setFrequency(m_stop, hertz); }
+
     // Corrects a range that is too small and tells the user, then derives stepFreq; shows all three.
     void calcolaStep();
 
@@ -45,14 +50,19 @@ private:
     struct Box
     {
         EntryBox *text;
+        DigitBars *bars;
         std::int32_t *frequency; // Hz
     };
 
-    EntryBox *makeBox(const char *name, const QString &frameTitle, const QString &toolTip);
-    void txtStart_GotFocus() { enterBox({m_start, &m_configuration.startFreq}); }
-    void txtStop_GotFocus() { enterBox({m_stop, &m_configuration.stopFreq}); }
-    void txtStart_LostFocus() { leaveBox({m_start, &m_configuration.startFreq}); }
-    void txtStop_LostFocus() { leaveBox({m_stop, &m_configuration.stopFreq}); }
+    Box makeBox(const char *suffix, const QString &frameTitle, const QString &toolTip, std::int32_t &frequency);
+    void txtStart_GotFocus() { enterBox(m_start); }
+    void txtStop_GotFocus() { enterBox(m_stop); }
+    void txtStart_LostFocus() { leaveBox(m_start); }
+    void txtStop_LostFocus() { leaveBox(m_stop); }
+    void VScrollStart_Change(int index) { stepDigit(m_start, index); }
+    void VScrollStop_Change(int index) { stepDigit(m_stop, index); }
+    void stepDigit(const Box &box, int index);
+    void setFrequency(const Box &box, std::int32_t hertz);
     void enterBox(const Box &box);
     void leaveBox(const Box &box);
 
@@ -60,8 +70,9 @@ private:
     SweepTable &m_table;
     FrequencyReadouts &m_readouts;
     Messages &m_messages;
-    EntryBox *m_start;
-    EntryBox *m_stop;
+    Box m_start{};
+    Box m_stop{};
+    bool m_scrollBusy = false;
     EntryBox *m_step;
     QLabel *m_sampleCount;
     std::int32_t m_plannedStart = 0; // Hz

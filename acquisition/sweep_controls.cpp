@@ -47,7 +47,8 @@ void SweepControls::buildSpeedFrame()
     m_speedFrame = new QGroupBox(tr("Sweep speed"), this);
     m_speedFrame->setObjectName(QStringLiteral("frmSpeed"));
     auto *column = new QVBoxLayout(m_speedFrame);
-    column->setSpacing(2);
+    column->setContentsMargins(8, 2, 8, 4);
+    column->setSpacing(0);
     const std::array<QString, 3> captions{tr("Standard"), tr("Slow"), tr("Very slow")};
     const std::array<QString, 3> toolTips{tr("Fastest sweep"), tr("More settling time at each frequency"),
                                           tr("Longest settling time, for very sharp filters")};

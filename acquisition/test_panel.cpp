@@ -30,11 +30,13 @@ TestPanel::TestPanel(Log &log, ErrorBoundary &boundary, QWidget *parent)
     name(m_forcedStop, "cmdSwStop", tr("Bring the buttons back when the hardware never ends a sweep"));
     m_received->setReadOnly(true);
     m_errors->setReadOnly(true);
-    m_log->setMinimumHeight(60);
+    m_log->setMinimumHeight(48);
     m_log->setUniformItemSizes(true);
 
     auto *grid = new QGridLayout(this);
     grid->addWidget(m_log, 0, 0, 1, 2);
+    grid->setContentsMargins(6, 2, 6, 6);
+    grid->setVerticalSpacing(3);
     grid->addWidget(new QLabel(tr("Received"), this), 1, 0);
     grid->addWidget(m_received, 1, 1);
     grid->addWidget(new QLabel(tr("Errors"), this), 2, 0);

@@ -116,6 +116,8 @@ void FrmSweep::connectRooms()
         graph->armGraphTimer();
     });
     connect(m_range, &RangeEntry::rangeChanged, m_controls, &SweepControls::restartTimerUpdateSweep);
+    connect(m_markers, &MarkerPanel::startCopied, m_range, &RangeEntry::setStart);
+    connect(m_markers, &MarkerPanel::stopCopied, m_range, &RangeEntry::setStop);
     connect(m_range, &RangeEntry::curveStale, graph, &SweepGraph::clearCurve);
     m_controls->setHooks({[this] { m_range->aggiornaLblFrequenza(); }, [this] { m_markers->aggiornaLblMarkerX(); },
                           [this] {

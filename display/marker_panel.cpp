@@ -5,9 +5,11 @@
 #include "core/number_text.h"
 
 #include <QGridLayout>
+#include <QHBoxLayout>
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace calvorn {
 
@@ -15,6 +17,8 @@ namespace {
 
 // Volts or dB: beyond it a marker means nothing, and a power of ten of it might not be a number any more.
 constexpr double kLargestAmplitude = 1e6;
+
+constexpr double kDragDistance = 3.0; // logical pixels
 
 DisplayMask amplitudeMask(bool linear)
 {
@@ -85,6 +89,15 @@ void MarkerPanel::makeBoxes()
     m_x = makeReadout("txtX", tr("Frequency under the mouse in Hz"), tr("Frequency under the mouse"));
     m_y = makeReadout("txtY", tr("Amplitude under the mouse"), tr("Amplitude under the mouse"));
     clearCursorReadout();
+    const auto makeButton = [this](const char *name, const QString &text, const QString &toolTip) {
+        auto *button = new QPushButton(text, this);
+        button->setObjectName(QString::fromLatin1(name));
+        button->setToolTip(toolTip);
+        button->setAutoDefault(false);
+        return button;
+    };
+    m_copyM1 = makeButton("cmdCopyM1", tr("M1 -> Start"), tr("Sweep from the frequency of M1"));
+    m_copyM2 = makeButton("cmdCopyM2", tr("M2 -> Stop"), tr("Sweep up to the frequency of M2"));
     m_unit = new QLabel(tr("Volt"), this);
     m_unit->setObjectName(QStringLiteral("Label15"));
     m_unit->setToolTip(tr("Unit of the amplitudes"));
@@ -114,6 +127,11 @@ void MarkerPanel::layOut()
     addPair(grid, 3, 4, tr("M4 - M3"), nullptr, m_m4m3);
     addPair(grid, 1, 8, tr("Cursor"), m_x, nullptr);
     addPair(grid, 2, 8, QString(), m_y, nullptr);
+    auto *copies = new QHBoxLayout;
+    copies->setSpacing(4);
+    copies->addWidget(m_copyM1);
+    copies->addWidget(m_copyM2);
+    grid->addLayout(copies, 3, 7, 1, 3);
     grid->setColumnMinimumWidth(3, 10);
     grid->setColumnMinimumWidth(7, 10);
     for (const int column : {1, 9})
@@ -149,6 +167,16 @@ void MarkerPanel::connectBoxes(ErrorBoundary &boundary)
     boundary.connect(m_m4y, &EntryBox::lostFocus, this, "txtM4Y_LostFocus", [this] { txtM4Y_LostFocus(); });
     boundary.connect(&m_graph, &SweepGraph::graphTimerFired, this, "timerGrafico_Timer",
                      [this] { timerGrafico_Timer(); });
+    boundary.connect(&m_graph, &SweepGraph::mousePressed, this, "picSweep_MouseDown",
+                     [this](Qt::MouseButton button, Qt::KeyboardModifiers modifiers, double x, double y) {
+                         picSweep_MouseDown(button, modifiers, x, y);
+                     });
+    boundary.connect(&m_graph, &SweepGraph::mouseReleased, this, "picSweep_MouseUp",
+                     [this](Qt::MouseButton button, Qt::KeyboardModifiers modifiers, double x, double y) {
+                         picSweep_MouseUp(button, modifiers, x, y);
+                     });
+    boundary.connect(m_copyM1, &QPushButton::clicked, this, "cmdCopyM1_Click", [this] { cmdCopyM1_Click(); });
+    boundary.connect(m_copyM2, &QPushButton::clicked, this, "cmdCopyM2_Click", [this] { cmdCopyM2_Click(); });
     boundary.connect(&m_graph, &SweepGraph::mouseMoved, this, "picSweep_MouseMove",
                      [this](double x, double y) { picSweep_MouseMove(x, y); });
     connect(&m_table, &SweepTable::rebuilt, this, [this] {
@@ -292,9 +320,68 @@ void MarkerPanel::timerGrafico_Timer()
     m_m2y->setText(cellUnder(GraphItem::M2, SweepTable::AmplitudeColumn));
 }
 
+// Taking hold of a line moves it with the mouse; the release puts it there as a click would.
+void MarkerPanel::picSweep_MouseDown(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, double x, double y)
+{
+    m_grabbed.reset();
+    m_dragging = false;
+    m_grabbedAt = {x, y};
+    if (button == Qt::LeftButton && !modifiers.testFlag(Qt::ShiftModifier))
+        m_grabbed = m_graph.markerNear(x, y);
+}
+
+void MarkerPanel::picSweep_MouseUp(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, double x, double y)
+{
+    const std::optional<GraphItem> grabbed = std::exchange(m_grabbed, std::nullopt);
+    if (button != Qt::LeftButton && button != Qt::RightButton)
+        return;
+    const bool left = button == Qt::LeftButton;
+    if (grabbed && m_dragging && left) {
+        putMarker(*grabbed, x, y);
+    } else if (!modifiers.testFlag(Qt::ShiftModifier)) {
+        putMarker(left ? GraphItem::M1 : GraphItem::M2, x, y);
+    } else {
+        // The floating cross is what the user aims with.
+        const double height = m_configuration.cursorMode != 0 ? m_graph.line(GraphItem::CursorH).y1 : y;
+        putMarker(left ? GraphItem::M3 : GraphItem::M4, x, height);
+    }
+}
+
+// A place on the left edge belongs to row 1.
+void MarkerPanel::putMarker(GraphItem marker, double x, double y)
+{
+    if (marker == GraphItem::M1 || marker == GraphItem::M2) {
+        m_graph.moveLine(marker, std::max(1, roundToInteger<std::int32_t>(x)));
+        aggiornaLblMarkerX();
+        return;
+    }
+    // The line stands where its box says, at the precision of the box.
+    m_graph.moveLine(marker, y);
+    aggiornaLblMarkerY();
+    aggiornaPosMarkerY(marker == GraphItem::M3 ? QStringLiteral("M3") : QStringLiteral("M4"));
+}
+
+void MarkerPanel::cmdCopyM1_Click()
+{
+    const NumberText numbers;
+    emit startCopied(numbers.toInt32(numbers.generalNumber(m_m1x->text())));
+}
+
+void MarkerPanel::cmdCopyM2_Click()
+{
+    const NumberText numbers;
+    emit stopCopied(numbers.toInt32(numbers.generalNumber(m_m2x->text())));
+}
+
 // The floating cross rides on the curve; without it the read-out is that of the mouse itself.
 void MarkerPanel::picSweep_MouseMove(double x, double y)
 {
+    if (m_grabbed) {
+        // A click near a line is still a click.
+        m_dragging = m_dragging || m_graph.pixelsBetween(m_grabbedAt, {x, y}) > kDragDistance;
+        if (m_dragging)
+            putMarker(*m_grabbed, x, y);
+    }
     const int row = std::max(1, roundToInteger<std::int32_t>(x));
     const bool linear = m_configuration.scaleType == 0;
     const NumberText numbers;

@@ -8,7 +8,10 @@
 #include "platform/entry_box.h"
 
 #include <QLabel>
+#include <QPushButton>
 #include <QWidget>
+
+#include <optional>
 
 class QGridLayout;
 
@@ -62,6 +65,11 @@ public:
     void restore(const WindowSettings &settings);
     void save(WindowSettings &settings) const;
 
+signals:
+    // The frequency of M1 is wanted as the start of the range, that of M2 as its stop. Hz.
+    void startCopied(std::int32_t hertz);
+    void stopCopied(std::int32_t hertz);
+
 private:
     EntryBox *makeBox(const char *name, const QString &toolTip, const QString &accessibleName);
     EntryBox *makeReadout(const char *name, const QString &toolTip, const QString &accessibleName);
@@ -77,7 +85,12 @@ private:
     void txtM3Y_LostFocus() { leaveAmplitude(QStringLiteral("M3")); }
     void txtM4Y_LostFocus() { leaveAmplitude(QStringLiteral("M4")); }
     void timerGrafico_Timer();
+    void picSweep_MouseDown(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, double x, double y);
     void picSweep_MouseMove(double x, double y);
+    void picSweep_MouseUp(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, double x, double y);
+    void cmdCopyM1_Click();
+    void cmdCopyM2_Click();
+    void putMarker(GraphItem marker, double x, double y);
 
     void enterFrequency(EntryBox *box);
     void leaveFrequency(const QString &marker);
@@ -104,6 +117,11 @@ private:
     EntryBox *m_x = nullptr;
     EntryBox *m_y = nullptr;
     QLabel *m_unit = nullptr;
+    QPushButton *m_copyM1 = nullptr;
+    QPushButton *m_copyM2 = nullptr;
+    std::optional<GraphItem> m_grabbed; // the marker that the mouse holds
+    QPointF m_grabbedAt;                // where it took hold, user units
+    bool m_dragging = false;            // it has moved since
 };
 
 } // namespace calvorn

@@ -5,6 +5,7 @@
 #include "core/runtime_error.h"
 
 #include <QEvent>
+#include <QLineF>
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
@@ -22,8 +23,9 @@ constexpr QRgb kFrequencyMarkerColour = 0xFF4FC3F7; // light blue: M1, M2
 constexpr QRgb kAmplitudeMarkerColour = 0xFFFF9DE0; // pink: M3, M4
 constexpr QRgb kCursorColour = 0xFFFFFFFF;
 
-constexpr double kLabelOffset = 2.0; // user units between a frequency marker and its caption
-constexpr double kLabelMargin = 3.0; // logical pixels
+constexpr double kLabelOffset = 2.0;  // user units between a frequency marker and its caption
+constexpr double kLabelMargin = 3.0;  // logical pixels
+constexpr double kGrabDistance = 4.0; // logical pixels from a line within which the mouse takes hold of it
 
 // Device pixels. Far outside any screen, and inside what the rasteriser's fixed-point coordinates hold.
 constexpr double kFarAway = 16000.0;
@@ -346,7 +348,7 @@ void SweepGraph::resizeEvent(QResizeEvent *event)
         placeLabel(static_cast<GraphItem>(i));
 }
 
-void SweepGraph::mouseMoveEvent(QMouseEvent *event)
+QPointF SweepGraph::userPosition(const QMouseEvent *event) const
 {
     // The mouse points at the middle of its pixel.
     const double pixel = 1.0 / devicePixelRatioF();
@@ -354,7 +356,50 @@ void SweepGraph::mouseMoveEvent(QMouseEvent *event)
     const QPointF user = m_coordinates.toUser(
         {std::clamp(at.x(), 0.0, static_cast<double>(width())), std::clamp(at.y(), 0.0, static_cast<double>(height()))},
         size(), pixel);
-    emit mouseMoved(std::clamp(user.x(), 0.0, GraphCoordinates::kWidth), user.y());
+    return {std::clamp(user.x(), 0.0, GraphCoordinates::kWidth), user.y()};
+}
+
+void SweepGraph::mouseMoveEvent(QMouseEvent *event)
+{
+    const QPointF user = userPosition(event);
+    if (event->buttons() == Qt::NoButton) {
+        const auto near = markerNear(user.x(), user.y());
+        setCursor(!near ? Qt::CrossCursor : isVertical(*near) ? Qt::SplitHCursor : Qt::SplitVCursor);
+    }
+    emit mouseMoved(user.x(), user.y());
+}
+
+void SweepGraph::mousePressEvent(QMouseEvent *event)
+{
+    const QPointF user = userPosition(event);
+    emit mousePressed(event->button(), event->modifiers(), user.x(), user.y());
+}
+
+void SweepGraph::mouseReleaseEvent(QMouseEvent *event)
+{
+    const QPointF user = userPosition(event);
+    emit mouseReleased(event->button(), event->modifiers(), user.x(), user.y());
+}
+
+double SweepGraph::pixelsBetween(QPointF from, QPointF to) const
+{
+    return QLineF(m_coordinates.toPixel(from, size()), m_coordinates.toPixel(to, size())).length();
+}
+
+std::optional<GraphItem> SweepGraph::markerNear(double x, double y) const
+{
+    const QPointF at = m_coordinates.toPixel({x, y}, size());
+    std::optional<GraphItem> nearest;
+    double best = kGrabDistance;
+    for (const GraphItem item : {GraphItem::M1, GraphItem::M2, GraphItem::M3, GraphItem::M4}) {
+        const QPointF place = m_coordinates.toPixel({line(item).x1, line(item).y1}, size());
+        const double distance = std::abs(isVertical(item) ? place.x() - at.x() : place.y() - at.y());
+        if (line(item).visible && distance <= best) {
+            best = distance;
+            nearest = item;
+        }
+    }
+    return nearest;
 }
 
 bool SweepGraph::event(QEvent *event)

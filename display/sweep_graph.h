@@ -57,6 +57,12 @@ public:
     // when its line is hidden or outside the range.
     QRectF labelRect(GraphItem item) const;
 
+    // The marker whose line lies within a few pixels of this place (user units), the nearest if there are several.
+    std::optional<GraphItem> markerNear(double x, double y) const;
+
+    // Distance of two places (user units) on the screen, in logical pixels.
+    double pixelsBetween(QPointF from, QPointF to) const;
+
     // The points of the curve in user units; empty after clearCurve().
     QPolygonF curve() const;
 
@@ -67,14 +73,19 @@ signals:
     void graphTimerFired();
     // The mouse over the plot, in user units: x from 0 to 400, y inside the range shown.
     void mouseMoved(double x, double y);
+    void mousePressed(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, double x, double y);
+    void mouseReleased(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, double x, double y);
 
 protected:
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
     bool event(QEvent *event) override;
 
 private:
+    QPointF userPosition(const QMouseEvent *event) const;
     GraphLine &lineOf(GraphItem item) { return m_lines[static_cast<std::size_t>(item)]; }
     QSizeF labelSize(GraphItem item) const;
     QRect itemRegion(GraphItem item) const;

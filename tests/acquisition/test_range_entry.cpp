@@ -5,7 +5,9 @@
 #include "tests/support/locales.h"
 
 #include <QSignalSpy>
+#include <QStyleOptionSlider>
 #include <QTest>
+#include <QWheelEvent>
 
 #include <memory>
 
@@ -40,6 +42,30 @@ private:
             entry.activateWindow();
             (void)QTest::qWaitForWindowActive(&entry);
         }
+
+        QScrollBar *bar(const char *prefix, int index)
+        {
+            return entry.findChild<QScrollBar *>(QStringLiteral("%1_%2").arg(QString::fromLatin1(prefix)).arg(index));
+        }
+
+        // A click on one of the two arrows of a digit.
+        void arrow(const char *prefix, int index, QStyle::SubControl which)
+        {
+            QScrollBar *target = bar(prefix, index);
+            QStyleOptionSlider option;
+            option.initFrom(target);
+            option.orientation = Qt::Vertical;
+            option.minimum = target->minimum();
+            option.maximum = target->maximum();
+            option.sliderPosition = option.sliderValue = target->value();
+            option.subControls = QStyle::SC_All;
+            const QRect place = target->style()->subControlRect(QStyle::CC_ScrollBar, &option, which, target);
+            QVERIFY(!place.isEmpty());
+            QTest::mouseClick(target, Qt::LeftButton, {}, place.center());
+            QCOMPARE(target->value(), DigitBars::kRest);
+        }
+        void up(const char *prefix, int index) { arrow(prefix, index, QStyle::SC_ScrollBarSubLine); }
+        void down(const char *prefix, int index) { arrow(prefix, index, QStyle::SC_ScrollBarAddLine); }
 
         QLineEdit *box(const char *name) { return entry.findChild<QLineEdit *>(QString::fromLatin1(name)); }
 
@@ -144,6 +170,101 @@ private slots:
         QCOMPARE(bench.box("txtStop")->text(), QStringLiteral("60,000,000"));
         QCOMPARE(bench.desktop.beeps, 2);
         QCOMPARE(bench.desktop.boxes.size(), 0);
+    }
+
+    void digitsStepDownToTheMinimum()
+    {
+        Bench bench;
+        QSignalSpy changed(&bench.entry, &RangeEntry::rangeChanged);
+        bench.configuration.startFreq = 15;
+        bench.down("VScrollStart", 0);
+        QCOMPARE(bench.configuration.startFreq, 14);
+        QCOMPARE(bench.desktop.beeps, 0);
+        QCOMPARE(changed.count(), 1);
+        bench.configuration.startFreq = 11;
+        bench.down("VScrollStart", 0);
+        QCOMPARE(bench.configuration.startFreq, 10);
+        QCOMPARE(bench.desktop.beeps, 1);
+        bench.down("VScrollStart", 0);
+        QCOMPARE(bench.configuration.startFreq, 10);
+        QCOMPARE(bench.desktop.beeps, 2);
+        QCOMPARE(bench.box("txtStart")->text(), QStringLiteral("10"));
+    }
+
+    void aStepLargerThanTheFrequencyChangesNothing()
+    {
+        Bench bench;
+        bench.configuration.startFreq = 50;
+        bench.down("VScrollStart", 2);
+        QCOMPARE(bench.configuration.startFreq, 50);
+        QCOMPARE(bench.desktop.beeps, 0);
+    }
+
+    void digitsStepUpToTheMaximum()
+    {
+        Bench bench;
+        bench.configuration.stopFreq = 55000000;
+        bench.up("VScrollStop", 7);
+        QCOMPARE(bench.configuration.stopFreq, 60000000);
+        QCOMPARE(bench.desktop.beeps, 1);
+        QCOMPARE(bench.box("txtStop")->text(), QStringLiteral("60,000,000"));
+        QCOMPARE(bench.configuration.startFreq, 1000000);
+    }
+
+    void everyDigitStepsItsWeight()
+    {
+        Bench bench;
+        bench.configuration.ddsMaxFreq = 2000000000;
+        std::int32_t expected = 1000000;
+        std::int32_t weight = 1;
+        for (int index = 0; index < DigitBars::kDigits; ++index, weight *= 10) {
+            bench.up("VScrollStart", index);
+            expected += weight;
+            QCOMPARE(bench.configuration.startFreq, expected);
+        }
+        QCOMPARE(bench.desktop.beeps, 0);
+    }
+
+    void theWheelStepsTheDigitUnderTheMouse()
+    {
+        Bench bench;
+        QScrollBar *tens = bench.bar("VScrollStart", 1);
+        QLineEdit *box = bench.box("txtStart");
+        const QPoint over = box->mapFrom(&bench.entry, tens->mapTo(&bench.entry, tens->rect().center()));
+        const QPointF inBox(over.x(), box->height() / 2.0);
+        const auto turn = [&](QWidget *target, const QPointF &at, int delta) {
+            QWheelEvent wheel(at, target->mapToGlobal(at), {}, {0, delta}, Qt::NoButton, Qt::NoModifier,
+                              Qt::NoScrollPhase, false);
+            QCoreApplication::sendEvent(target, &wheel);
+        };
+        turn(box, inBox, 120);
+        QCOMPARE(bench.configuration.startFreq, 1000010);
+        turn(box, inBox, -120);
+        QCOMPARE(bench.configuration.startFreq, 1000000);
+        turn(tens, QPointF(tens->rect().center()), 120);
+        QCOMPARE(bench.configuration.startFreq, 1000010);
+    }
+
+    void barsStandOverTheirDigits()
+    {
+        Bench bench;
+        for (int index = 1; index < DigitBars::kDigits; ++index) {
+            const QRect right = bench.bar("VScrollStart", index - 1)->geometry();
+            const QRect left = bench.bar("VScrollStart", index)->geometry();
+            QVERIFY2(left.right() < right.left(), qPrintable(QString::number(index)));
+            QVERIFY(left.left() >= 0);
+        }
+    }
+
+    void whatIsBeingTypedCountsBeforeAStep()
+    {
+        Bench bench;
+        QLineEdit *box = bench.box("txtStart");
+        box->setFocus();
+        box->selectAll();
+        QTest::keyClicks(box, QStringLiteral("2000000"));
+        bench.up("VScrollStart", 3);
+        QCOMPARE(bench.configuration.startFreq, 2001000);
     }
 
     void returnTakesTheEntryToo()

@@ -1,5 +1,8 @@
 // SPDX-License-Identifier: MIT
+#include "core/number_text.h"
 #include "tests/display/display_bench.h"
+
+#include <cmath>
 
 using namespace calvorn;
 using calvorn::test::DisplayBench;
@@ -55,6 +58,97 @@ private slots:
         QCOMPARE(graph.line(GraphItem::CursorV).x1, 1.0);
         QCOMPARE(graph.line(GraphItem::CursorH).y1, 3000.0);
         QCOMPARE(bench.desktop.boxes.size(), 0);
+    }
+
+    void clicksPutTheMarkers()
+    {
+        DisplayBench bench;
+        bench.show();
+        SweepGraph &graph = bench.panel.graph();
+        // The left edge acts on row 1.
+        QTest::mouseClick(&graph, Qt::RightButton, {}, QPoint(0, 50));
+        QCOMPARE(graph.line(GraphItem::M2).x1, 1.0);
+        QCOMPARE(bench.text(QStringLiteral("txtM2X")), QStringLiteral("1,000,000"));
+        QTest::mouseClick(&graph, Qt::LeftButton, {}, QPoint(graph.width() - 1, 50));
+        QCOMPARE(graph.line(GraphItem::M1).x1, 400.0);
+        QCOMPARE(bench.text(QStringLiteral("txtM1X")), QStringLiteral("10,975,000"));
+        // The distance has no sign, whichever lies to the left.
+        QCOMPARE(bench.text(QStringLiteral("txtM2M1")), QStringLiteral("9,975,000"));
+        QTest::mouseClick(&graph, Qt::LeftButton, Qt::ShiftModifier, QPoint(100, graph.height() / 2));
+        const double m3 = NumberText().toDouble(bench.text(QStringLiteral("txtM3Y")));
+        QVERIFY(std::abs(m3 - 0.998) < 0.01);
+        QCOMPARE(graph.line(GraphItem::M3).y1, m3 * 1000.0);
+        QTest::mouseClick(&graph, Qt::RightButton, Qt::ShiftModifier, QPoint(100, graph.height() / 4));
+        const double m4 = NumberText().toDouble(bench.text(QStringLiteral("txtM4Y")));
+        QVERIFY(std::abs(m4 - 1.497) < 0.01);
+        QCOMPARE(bench.text(QStringLiteral("txtM4M3")), NumberText().masked(m4 - m3, kMaskVolt));
+        QCOMPARE(graph.line(GraphItem::M1).x1, 400.0);
+        QCOMPARE(bench.desktop.boxes.size(), 0);
+    }
+
+    void otherButtonsChangeNothing()
+    {
+        DisplayBench bench;
+        bench.show();
+        SweepGraph &graph = bench.panel.graph();
+        QTest::mouseClick(&graph, Qt::MiddleButton, {}, QPoint(200, 50));
+        QTest::mouseClick(&graph, Qt::MiddleButton, Qt::ShiftModifier, QPoint(200, 50));
+        for (const GraphItem item : {GraphItem::M1, GraphItem::M2})
+            QCOMPARE(graph.line(item).x1, 1.0);
+        for (const GraphItem item : {GraphItem::M3, GraphItem::M4})
+            QCOMPARE(graph.line(item).y1, 0.0);
+    }
+
+    void theFloatingCrossAimsTheAmplitudeMarkers()
+    {
+        DisplayBench bench(1);
+        bench.show();
+        SweepGraph &graph = bench.panel.graph();
+        bench.configuration.cursorMode = 1;
+        for (int row = 1; row <= kSweepPoints; ++row)
+            bench.table.setText(row, SweepTable::AmplitudeColumn, QStringLiteral("-12.5"));
+        QTest::mouseMove(&graph, QPoint(100, 20));
+        QTRY_COMPARE(graph.line(GraphItem::CursorH).y1, 12500.0);
+        QTest::mouseClick(&graph, Qt::LeftButton, Qt::ShiftModifier, QPoint(100, 20));
+        QCOMPARE(bench.text(QStringLiteral("txtM3Y")), QStringLiteral("-12.5"));
+    }
+
+    void linesAreDragged()
+    {
+        DisplayBench bench;
+        bench.show();
+        SweepGraph &graph = bench.panel.graph();
+        bench.type(QStringLiteral("txtM2X"), QStringLiteral("6000000"));
+        const int from =
+            static_cast<int>(graph.coordinates().toPixel({graph.line(GraphItem::M2).x1, 0.0}, graph.size()).x());
+        QTest::mousePress(&graph, Qt::LeftButton, {}, QPoint(from + 2, 100));
+        QTest::mouseMove(&graph, QPoint(from + 40, 100));
+        QTRY_VERIFY(graph.line(GraphItem::M2).x1 > 220.0);
+        // The read-outs follow while the mouse moves.
+        QVERIFY(bench.text(QStringLiteral("txtM2X")) != QStringLiteral("6,000,000"));
+        QTest::mouseRelease(&graph, Qt::LeftButton, {}, QPoint(graph.width() - 1, 100));
+        QCOMPARE(graph.line(GraphItem::M2).x1, 400.0);
+        QCOMPARE(graph.line(GraphItem::M1).x1, 1.0);
+        // A click on a line without moving is still a click.
+        QTest::mouseClick(&graph, Qt::LeftButton, {}, QPoint(graph.width() - 1, 100));
+        QCOMPARE(graph.line(GraphItem::M1).x1, 400.0);
+        // Afterwards a click far from every line puts M1 as ever.
+        QTest::mouseClick(&graph, Qt::LeftButton, {}, QPoint(graph.width() / 2, 100));
+        QVERIFY(std::abs(graph.line(GraphItem::M1).x1 - 200.0) <= 1.0);
+    }
+
+    void markersAreCopiedIntoTheRange()
+    {
+        DisplayBench bench;
+        bench.show();
+        bench.type(QStringLiteral("txtM1X"), QStringLiteral("2000000"));
+        bench.type(QStringLiteral("txtM2X"), QStringLiteral("3000000"));
+        QList<std::int32_t> copied;
+        connect(&bench.markers, &MarkerPanel::startCopied, this, [&](std::int32_t hertz) { copied.append(hertz); });
+        connect(&bench.markers, &MarkerPanel::stopCopied, this, [&](std::int32_t hertz) { copied.append(-hertz); });
+        for (const char *name : {"cmdCopyM1", "cmdCopyM2"})
+            QTest::mouseClick(bench.window.findChild<QPushButton *>(QString::fromLatin1(name)), Qt::LeftButton);
+        QCOMPARE(copied, (QList<std::int32_t>{2000000, -3000000}));
     }
 
     void badFrequencies_data()

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QLineEdit>
+#include <QScrollBar>
+#include <QWidget>
+
+#include <array>
+
+namespace calvorn {
+
+// Nine small scroll bars, one over each decimal digit of a right-aligned box; bar k steps the digit of 10^k Hz.
+// Each rests at kRest; the wheel over a bar, or over its digit in the box, is a step too.
+class DigitBars : public QWidget
+{
+    Q_OBJECT
+
+public:
+    static constexpr int kDigits = 9;
+    static constexpr int kUp = 1;
+    static constexpr int kRest = 2;
+    static constexpr int kDown = 3;
+
+    // namePrefix: "VScrollStart" makes "VScrollStart_0" (units) to "VScrollStart_8".
+    DigitBars(const QString &namePrefix, QLineEdit &box, QWidget *parent = nullptr);
+
+    int position(int digit) const { return m_bars[static_cast<std::size_t>(digit)]->value(); }
+    // Puts a bar back; this raises changed() again.
+    void rest(int digit) { m_bars[static_cast<std::size_t>(digit)]->setValue(kRest); }
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override { return sizeHint(); }
+
+signals:
+    void changed(int digit);
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void place();
+    int digitAt(int xInBox) const;
+
+    QLineEdit &m_box;
+    std::array<QScrollBar *, kDigits> m_bars{};
+};
+
+} // namespace calvorn
