@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 // A full redraw of the graph (400 cells read, grid, curve, markers) beside the bare floor: the same kept pixmap and
 // a ready polyline of 400 points. QT_SCALE_FACTOR gives the screen scale (1, 1.5, 2); the names show it in percent.
+#include "display/marker_panel.h"
 #include "display/sweep_graph.h"
+#include "platform/qt_desktop.h"
 
 #include <benchmark/benchmark.h>
 
 #include <QApplication>
+#include <QMouseEvent>
 #include <QPainter>
 
 #include <algorithm>
@@ -30,6 +33,7 @@ struct Setting
     Configuration configuration;
     SweepTable table{configuration};
     SweepGraph graph{configuration, table};
+    QtDesktop desktop;
     QImage device;
 
     Setting()
@@ -42,6 +46,16 @@ struct Setting
         device.setDevicePixelRatio(graph.devicePixelRatioF());
         graph.drawLine();
     }
+
+    void showMarkersAndCross()
+    {
+        for (const GraphItem item : {GraphItem::M1, GraphItem::M2, GraphItem::CursorV})
+            graph.moveLine(item, 100.0 + 60.0 * static_cast<int>(item));
+        for (const GraphItem item : {GraphItem::M3, GraphItem::M4, GraphItem::CursorH})
+            graph.moveLine(item, 5000.0 + 3000.0 * static_cast<int>(item));
+        graph.setLineVisible(GraphItem::CursorV, true);
+        graph.setLineVisible(GraphItem::CursorH, true);
+    }
 };
 
 void redraw(benchmark::State &state)
@@ -49,6 +63,39 @@ void redraw(benchmark::State &state)
     Setting setting;
     for (auto _ : state) {
         setting.graph.drawLine();
+        setting.graph.render(&setting.device, {}, {}, QWidget::RenderFlags());
+        benchmark::DoNotOptimize(setting.device.constBits());
+    }
+}
+
+// Markers across the plot and the floating cross, as at their busiest.
+void redrawWithMarkersAndCross(benchmark::State &state)
+{
+    Setting setting;
+    setting.showMarkersAndCross();
+    for (auto _ : state) {
+        setting.graph.drawLine();
+        setting.graph.render(&setting.device, {}, {}, QWidget::RenderFlags());
+        benchmark::DoNotOptimize(setting.device.constBits());
+    }
+}
+
+// The mouse moves by a pixel: read-outs, cross, and the whole graph painted again.
+void mouseMove(benchmark::State &state)
+{
+    Setting setting;
+    setting.showMarkersAndCross();
+    setting.configuration.cursorMode = 1;
+    Messages messages(setting.configuration, setting.desktop);
+    Log log(setting.configuration);
+    ErrorBoundary boundary(messages, log);
+    MarkerPanel markers(setting.configuration, setting.table, setting.graph, setting.desktop, boundary);
+    int x = 0;
+    for (auto _ : state) {
+        x = (x + 1) % setting.graph.width();
+        QMouseEvent move(QEvent::MouseMove, QPointF(x, 100), QPointF(x, 100), Qt::NoButton, Qt::NoButton,
+                         Qt::NoModifier);
+        QCoreApplication::sendEvent(&setting.graph, &move);
         setting.graph.render(&setting.device, {}, {}, QWidget::RenderFlags());
         benchmark::DoNotOptimize(setting.device.constBits());
     }
@@ -85,6 +132,8 @@ int main(int argc, char **argv)
     };
     add("floorOfRedraw", floorOfRedraw);
     add("redraw", redraw);
+    add("redrawWithMarkersAndCross", redrawWithMarkersAndCross);
+    add("mouseMove", mouseMove);
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();
     return 0;
