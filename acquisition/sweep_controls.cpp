@@ -4,7 +4,7 @@
 #include "acquisition/frequency_plan.h"
 #include "core/number_text.h"
 
-#include <QFormLayout>
+#include <QGridLayout>
 #include <QScopedValueRollback>
 #include <QShortcut>
 #include <QVBoxLayout>
@@ -66,20 +66,25 @@ void SweepControls::buildSpeedFrame()
 
 void SweepControls::buildReadouts()
 {
-    auto *form = new QFormLayout;
+    auto *grid = new QGridLayout;
     const auto makeLabel = [this](const char *name, const QString &toolTip) {
         auto *label = new QLabel(QStringLiteral("–"), this);
         label->setObjectName(QString::fromLatin1(name));
         label->setToolTip(toolTip);
         label->setAccessibleName(toolTip);
         label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        // Of fixed size, so that a new text after every sweep does not lay the whole window out again.
+        label->setFixedSize(label->fontMetrics().horizontalAdvance(QStringLiteral("8888888")),
+                            label->sizeHint().height());
         return label;
     };
     m_sweepTime = makeLabel("lblSweepTime", tr("Time of one sweep in milliseconds"));
     m_sweepRate = makeLabel("lblSweepRate", tr("Sweeps per second"));
-    form->addRow(tr("Sweep time - ms"), m_sweepTime);
-    form->addRow(tr("Sweeps per second"), m_sweepRate);
-    static_cast<QVBoxLayout *>(layout())->addLayout(form);
+    grid->addWidget(new QLabel(tr("Sweep time - ms"), this), 0, 0);
+    grid->addWidget(m_sweepTime, 0, 1, Qt::AlignRight);
+    grid->addWidget(new QLabel(tr("Sweeps per second"), this), 1, 0);
+    grid->addWidget(m_sweepRate, 1, 1, Qt::AlignRight);
+    static_cast<QVBoxLayout *>(layout())->addLayout(grid);
 }
 
 void SweepControls::buildButtons()
