@@ -92,11 +92,16 @@ void RangeEntry::calcolaStep()
     m_step->setText(NumberText().masked(m_configuration.stepFreq, kMaskHertz));
 }
 
-void RangeEntry::aggiornaLblFrequenza()
+void RangeEntry::showImportedPlan()
 {
     calcolaStep();
     m_plannedStart = m_configuration.startFreq;
     m_plannedStop = m_configuration.stopFreq;
+}
+
+void RangeEntry::aggiornaLblFrequenza()
+{
+    showImportedPlan();
     m_table.inizializzaGrid();
     m_readouts.show(m_table.text(1, SweepTable::FrequencyColumn),
                     m_table.text(kSweepPoints / 2, SweepTable::FrequencyColumn),

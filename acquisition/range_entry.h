@@ -32,6 +32,9 @@ public:
     // Corrects a range that is too small and tells the user, then derives stepFreq; shows all three.
     void calcolaStep();
 
+    // The plan of a sweep that came from elsewhere: step and boxes, while the table stays as it is.
+    void showImportedPlan();
+
     // Plans anew: step, table, read-outs. Emits curveStale(), because the table is empty then.
     void aggiornaLblFrequenza();
 

@@ -100,6 +100,8 @@ void FrmSweep::composeGraphColumn(QLayout *column)
     m_aux2 = new AuxOutput(2, m_configuration.aux2, m_configuration, hardware, m_boundary, this);
     m_views = new ViewSwitch(m_window, *m_markers, m_tableView, m_aux1, m_aux2, m_boundary, this);
     m_views->buttonRow()->addWidget(m_range->sampleCountLabel());
+    m_files = new SweepFiles({m_configuration, m_table, *m_range, *m_readouts, *m_markers, m_graphPanel->graph()},
+                             m_messages, m_log, this);
     m_scales = new ScaleControl(m_configuration, m_table, *m_graphPanel, *m_markers, m_boundary, this);
 
     column->addWidget(m_graphPanel);
@@ -130,14 +132,19 @@ void FrmSweep::connectRooms()
     m_boundary.connect(m_testPanel, &TestPanel::forcedStop, m_controls, "cmdSwStop_Click",
                        [this] { m_controls->cmdSwStop_Click(); });
     // What rewrites the configuration needs an idle generator.
-    connect(m_controls, &SweepControls::idleCommandsEnabled, this,
-            [this](bool enabled) { m_setUpMenu->menuAction()->setEnabled(enabled); });
+    connect(m_controls, &SweepControls::idleCommandsEnabled, this, [this](bool enabled) {
+        m_setUpMenu->menuAction()->setEnabled(enabled);
+        m_files->exportAction()->setEnabled(enabled);
+        m_files->importAction()->setEnabled(enabled);
+    });
     connect(m_events, &DriverEvents::cancelled, this, &QWidget::close);
 }
 
 void FrmSweep::buildMenus()
 {
     QMenu *file = menuBar()->addMenu(tr("&File"));
+    file->addActions({m_files->exportAction(), m_files->importAction()});
+    file->addSeparator();
     QAction *exit = file->addAction(tr("E&xit"), this, &QWidget::close);
     exit->setObjectName(QStringLiteral("mnuExit"));
     exit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));

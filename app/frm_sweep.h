@@ -9,6 +9,7 @@
 #include "acquisition/sweep_controls.h"
 #include "acquisition/test_panel.h"
 #include "app/driver_events.h"
+#include "app/sweep_files.h"
 #include "core/error_boundary.h"
 #include "core/settings.h"
 #include "data/sweep_table.h"
@@ -84,6 +85,7 @@ private:
     SweepControls *m_controls = nullptr;
     TestPanel *m_testPanel = nullptr;
     DriverEvents *m_events = nullptr;
+    SweepFiles *m_files = nullptr;
     QMenu *m_setUpMenu = nullptr;
     FrmAbout *m_about = nullptr;
     FrmPreferences *m_preferences = nullptr;

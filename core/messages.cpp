@@ -11,8 +11,13 @@ Messages::Messages(Configuration &configuration, Desktop &desktop)
 
 std::int16_t Messages::show(BoxIcon icon, BoxButtons buttons, const QString &text)
 {
+    return show(icon, buttons, text, QString::fromLatin1(kApplicationTitle));
+}
+
+std::int16_t Messages::show(BoxIcon icon, BoxButtons buttons, const QString &text, const QString &title)
+{
     m_configuration.msgText = text;
-    m_configuration.msgResult = m_desktop.messageBox(icon, buttons, text, QString::fromLatin1(kApplicationTitle));
+    m_configuration.msgResult = m_desktop.messageBox(icon, buttons, text, title);
     return m_configuration.msgResult;
 }
 

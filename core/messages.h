@@ -15,6 +15,9 @@ public:
     // Returns kBoxOk or kBoxCancel.
     std::int16_t show(BoxIcon icon, BoxButtons buttons, const QString &text);
 
+    // The same under a title of its own.
+    std::int16_t show(BoxIcon icon, BoxButtons buttons, const QString &text, const QString &title);
+
     // A warning with an OK button.
     void warn(const QString &text);
 

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "data/sweep_csv.h"
 
+#include "core/checked_arithmetic.h"
 #include "core/number_text.h"
+#include "data/csv_fields.h"
 
 #include <array>
 #include <charconv>
@@ -35,6 +37,27 @@ QByteArray sweepAsCsv(const SweepTable &table)
         csv.append("\r\n");
     }
     return csv;
+}
+
+void readSweepCsv(QIODevice &device, SweepTable &table)
+{
+    CsvFields fields(device);
+    for (int heading = 0; heading < 4; ++heading)
+        fields.next();
+    const NumberText numbers;
+    std::int16_t row = 1;
+    while (row <= kSweepPoints) {
+        const QString number = fields.next();
+        const QString frequency = fields.next();
+        const QString count = fields.next();
+        const QString amplitude = fields.next();
+        row = numbers.toInt16(number);
+        table.setText(row, SweepTable::FrequencyColumn, numbers.masked(numbers.toDouble(frequency), kMaskHertz));
+        table.setText(row, SweepTable::SampleColumn, numbers.fromDouble(numbers.toDouble(count)));
+        table.setText(row, SweepTable::AmplitudeColumn,
+                      numbers.masked(numbers.toDouble(amplitude) / 1000.0, kMaskVolt));
+        row = checkedAdd(row, std::int16_t{1});
+    }
 }
 
 } // namespace calvorn

@@ -4,6 +4,7 @@
 #include "data/sweep_table.h"
 
 #include <QByteArray>
+#include <QIODevice>
 
 namespace calvorn {
 
@@ -11,5 +12,11 @@ namespace calvorn {
 // detector count and amplitude x 1000; numbers bare, with "." whatever the locale and at most 15 digits.
 // RuntimeError(TypeMismatch) when a cell holds no number.
 QByteArray sweepAsCsv(const SweepTable &table);
+
+// Reads a sweep file into the cells of the table. The row written is the one that a line's first field names; the
+// line that names row 400 is the last. Numbers are read by the current locale.
+// RuntimeError where the text ends too early, a field is no number or a row lies outside 0 to 400; the lines read so
+// far are then in the table. The caller tells the views (cellsWritten()).
+void readSweepCsv(QIODevice &device, SweepTable &table);
 
 } // namespace calvorn

@@ -316,6 +316,11 @@ void MarkerPanel::leaveAmplitude(const QString &marker)
 void MarkerPanel::timerGrafico_Timer()
 {
     m_graph.drawLine();
+    aggiornaAmpiezzaX();
+}
+
+void MarkerPanel::aggiornaAmpiezzaX()
+{
     m_m1y->setText(cellUnder(GraphItem::M1, SweepTable::AmplitudeColumn));
     m_m2y->setText(cellUnder(GraphItem::M2, SweepTable::AmplitudeColumn));
 }

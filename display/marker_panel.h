@@ -36,6 +36,8 @@ public:
     // Puts the line of "M1" or "M2" at the first row whose frequency is not below that of the box, at most row 400.
     // A box that holds no whole number gets the frequency of its line back.
     void aggiornaPosMarkerX(const QString &marker);
+    // Their amplitude boxes alone.
+    void aggiornaAmpiezzaX();
     // The boxes of both from the rows of their lines. RuntimeError when the table's frequencies cannot be read.
     void aggiornaLblMarkerX();
 

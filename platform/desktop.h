@@ -24,6 +24,11 @@ public:
     // Shows a modal box and returns kBoxOk or kBoxCancel. Closing the box counts as Cancel where there is one.
     virtual std::int16_t messageBox(BoxIcon icon, BoxButtons buttons, const QString &text, const QString &title) = 0;
 
+    // Asks for a file to open or to write; filter as "Sweep files (*.csv)". suggested: folder or file shown at first.
+    // An empty text when nothing was chosen. Replacing a file has then been agreed to.
+    virtual QString chooseFileToOpen(const QString &filter, const QString &suggested) = 0;
+    virtual QString chooseFileToSave(const QString &filter, const QString &suggested) = 0;
+
     virtual void beep() = 0;
 
     // Milliseconds of a monotonic clock; wraps around after 2^32 ms.

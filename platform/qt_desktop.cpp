@@ -2,6 +2,7 @@
 #include "platform/qt_desktop.h"
 
 #include <QApplication>
+#include <QFileDialog>
 #include <QMessageBox>
 #include <QThread>
 #include <QTimer>
@@ -44,6 +45,16 @@ std::int16_t QtDesktop::messageBox(BoxIcon icon, BoxButtons buttons, const QStri
     box.setStandardButtons(buttons == BoxButtons::Ok ? QMessageBox::Ok : QMessageBox::Ok | QMessageBox::Cancel);
     box.setDefaultButton(QMessageBox::Ok);
     return box.exec() == QMessageBox::Ok || buttons == BoxButtons::Ok ? kBoxOk : kBoxCancel;
+}
+
+QString QtDesktop::chooseFileToOpen(const QString &filter, const QString &suggested)
+{
+    return QFileDialog::getOpenFileName(QApplication::activeWindow(), QString(), suggested, filter);
+}
+
+QString QtDesktop::chooseFileToSave(const QString &filter, const QString &suggested)
+{
+    return QFileDialog::getSaveFileName(QApplication::activeWindow(), QString(), suggested, filter);
 }
 
 void QtDesktop::beep()

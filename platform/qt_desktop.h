@@ -14,6 +14,8 @@ public:
     QtDesktop();
 
     std::int16_t messageBox(BoxIcon icon, BoxButtons buttons, const QString &text, const QString &title) override;
+    QString chooseFileToOpen(const QString &filter, const QString &suggested) override;
+    QString chooseFileToSave(const QString &filter, const QString &suggested) override;
     void beep() override;
     std::uint32_t tickCount() override;
     void sleep(int milliseconds) override;

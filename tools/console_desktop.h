@@ -21,6 +21,8 @@ public:
         QTextStream(stderr) << QString(text).replace(u'\r', u' ') << Qt::endl;
         return buttons == BoxButtons::Ok ? kBoxOk : kBoxCancel;
     }
+    QString chooseFileToOpen(const QString &, const QString &) override { return {}; }
+    QString chooseFileToSave(const QString &, const QString &) override { return {}; }
     void beep() override {}
     std::uint32_t tickCount() override { return static_cast<std::uint32_t>(m_clock.elapsed()); }
     void sleep(int milliseconds) override { QThread::msleep(static_cast<unsigned long>(milliseconds)); }

@@ -28,6 +28,8 @@ public:
             whileOpen();
         return kBoxOk;
     }
+    QString chooseFileToOpen(const QString &, const QString &) override { return {}; }
+    QString chooseFileToSave(const QString &, const QString &) override { return {}; }
     void beep() override {}
     std::uint32_t tickCount() override { return 0; }
     void sleep(int) override {}

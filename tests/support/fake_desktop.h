@@ -7,6 +7,7 @@
 #include <QList>
 #include <QQueue>
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 
@@ -27,6 +28,8 @@ public:
 
     QList<Box> boxes;
     QQueue<std::int16_t> answers; // OK when there are none left
+    QString fileChoice; // what the file dialogs answer
+    QStringList suggestions;
     int beeps = 0;
     int sleptMs = 0;
     std::uint32_t ticks = 0;            // ms
@@ -36,6 +39,16 @@ public:
     {
         boxes.append({icon, buttons, text, title});
         return answers.isEmpty() ? kBoxOk : answers.dequeue();
+    }
+    QString chooseFileToOpen(const QString &, const QString &suggested) override
+    {
+        suggestions.append(suggested);
+        return fileChoice;
+    }
+    QString chooseFileToSave(const QString &, const QString &suggested) override
+    {
+        suggestions.append(suggested);
+        return fileChoice;
     }
     void beep() override { ++beeps; }
     std::uint32_t tickCount() override { return ticks; }

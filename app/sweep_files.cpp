@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: MIT
+#include "app/sweep_files.h"
+
+#include "core/checked_arithmetic.h"
+#include "core/common_functions.h"
+#include "core/number_text.h"
+#include "data/sweep_csv.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+namespace calvorn {
+
+SweepFiles::SweepFiles(const SweepFilesRooms &rooms, Messages &messages, Log &log, QObject *parent)
+    : QObject(parent)
+    , m_rooms(rooms)
+    , m_messages(messages)
+    , m_log(log)
+    , m_export(new QAction(tr("&Export (.csv)"), this))
+    , m_import(new QAction(tr("&Import"), this))
+{
+    m_export->setObjectName(QStringLiteral("mnuSaveCSV"));
+    m_export->setShortcut(QKeySequence::Save);
+    m_export->setStatusTip(tr("Write the sweep into a file"));
+    m_import->setObjectName(QStringLiteral("mnuOpenCSV"));
+    m_import->setShortcut(QKeySequence::Open);
+    m_import->setStatusTip(tr("Show a sweep from a file"));
+    connect(m_export, &QAction::triggered, this, &SweepFiles::mnuSaveCSV_Click);
+    connect(m_import, &QAction::triggered, this, &SweepFiles::mnuOpenCSV_Click);
+}
+
+void SweepFiles::mnuSaveCSV_Click()
+{
+    try {
+        exportSweep();
+    } catch (const RuntimeError &error) {
+        m_log.writeLog(tr("Export: ") + error.message());
+    }
+}
+
+void SweepFiles::exportSweep()
+{
+    // The folder is offered again, the name is not.
+    const QString folder = QFileInfo(m_lastFile).path();
+    const QString path =
+        m_messages.desktop().chooseFileToSave(tr("Sweep files (*.csv)"), m_lastFile.isEmpty() ? QString() : folder);
+    if (path.isEmpty())
+        return;
+    const QByteArray csv = sweepAsCsv(m_rooms.table);
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(csv) != csv.size() || !file.commit())
+        throw RuntimeError(RuntimeError::Kind::File, path + QStringLiteral(": ") + file.errorString());
+    m_lastFile = path;
+}
+
+void SweepFiles::mnuOpenCSV_Click()
+{
+    try {
+        importSweep();
+    } catch (const RuntimeError &error) {
+        // What was read before the error stays, and is seen.
+        m_rooms.table.cellsWritten();
+        m_log.writeLog(tr("Import: ") + error.message());
+    }
+}
+
+void SweepFiles::importSweep()
+{
+    const QString path = m_messages.desktop().chooseFileToOpen(tr("Sweep files (*.csv)"), m_lastFile);
+    if (path.isEmpty())
+        return;
+    m_lastFile = path;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        throw RuntimeError(RuntimeError::Kind::File, path + QStringLiteral(": ") + file.errorString());
+    readSweepCsv(file, m_rooms.table);
+    file.close();
+    offerAdjustment(path);
+    m_rooms.table.cellsWritten();
+    moveToImportedSweep();
+}
+
+// Row 1 tells whether the file was made with the detector calibration that is in force now.
+void SweepFiles::offerAdjustment(const QString &path)
+{
+    const NumberText numbers;
+    SweepTable &table = m_rooms.table;
+    const auto voltsOf = [&](int row) {
+        const double count = numbers.toDouble(table.text(row, SweepTable::SampleColumn));
+        const Configuration &c = m_rooms.configuration;
+        return roundToDecimals(count * static_cast<double>(c.adcStep) + static_cast<double>(c.adcOffset), 3);
+    };
+    if (voltsOf(1) == numbers.toDouble(table.text(1, SweepTable::AmplitudeColumn)))
+        return;
+    const QString text = tr("This file was created with a different ADC step or offset.") + u'\r' +
+                         tr("Press OK to adjust amplitude to the current configuration,") + u'\r' +
+                         tr("CANCEL to keep the original values.");
+    if (m_messages.show(BoxIcon::Warning, BoxButtons::OkCancel, text, path) != kBoxOk)
+        return;
+    for (int row = 1; row <= kSweepPoints; ++row) {
+        const auto volts = static_cast<float>(voltsOf(row));
+        table.setText(row, SweepTable::AmplitudeColumn, numbers.masked(static_cast<double>(volts), kMaskVolt));
+    }
+}
+
+// The plan of the imported sweep is that of its first and last row; the table stays as it was read.
+void SweepFiles::moveToImportedSweep()
+{
+    const NumberText numbers;
+    Configuration &c = m_rooms.configuration;
+    const SweepTable &table = m_rooms.table;
+    c.startFreq = numbers.toInt32(table.text(1, SweepTable::FrequencyColumn));
+    c.stopFreq = numbers.toInt32(table.text(kSweepPoints, SweepTable::FrequencyColumn));
+    m_rooms.range.showImportedPlan();
+    const double centre = roundHalfEven(checkedSubtract(c.stopFreq, c.startFreq) / 2.0 + c.startFreq);
+    m_rooms.readouts.show(numbers.masked(c.startFreq, kMaskHertz), numbers.masked(centre, kMaskHertz),
+                          numbers.masked(c.stopFreq, kMaskHertz));
+    m_rooms.markers.aggiornaAmpiezzaX();
+    m_rooms.graph.drawLine();
+}
+
+} // namespace calvorn

@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "acquisition/frequency_readouts.h"
+#include "acquisition/range_entry.h"
+#include "core/log.h"
+#include "core/messages.h"
+#include "data/sweep_table.h"
+#include "display/marker_panel.h"
+#include "display/sweep_graph.h"
+
+#include <QAction>
+#include <QObject>
+
+namespace calvorn {
+
+// The rooms that an imported sweep moves.
+struct SweepFilesRooms
+{
+    Configuration &configuration;
+    SweepTable &table;
+    RangeEntry &range;
+    FrequencyReadouts &readouts;
+    MarkerPanel &markers;
+    SweepGraph &graph;
+};
+
+// The commands "Export (.csv)" and "Import" of the File menu. Either ends silently on any error; only the log tells.
+// An export replaces the file whole or not at all; an import that fails half-way leaves the rows read so far.
+class SweepFiles : public QObject
+{
+    Q_OBJECT
+
+public:
+    SweepFiles(const SweepFilesRooms &rooms, Messages &messages, Log &log, QObject *parent = nullptr);
+
+    QAction *exportAction() const { return m_export; }
+    QAction *importAction() const { return m_import; }
+
+    void mnuSaveCSV_Click();
+    void mnuOpenCSV_Click();
+
+private:
+    void exportSweep();
+    void importSweep();
+    void offerAdjustment(const QString &path);
+    void moveToImportedSweep();
+
+    SweepFilesRooms m_rooms;
+    Messages &m_messages;
+    Log &m_log;
+    QAction *m_export;
+    QAction *m_import;
+    QString m_lastFile; // offered again
+};
+
+} // namespace calvorn

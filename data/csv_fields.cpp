@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+#include "data/csv_fields.h"
+
+#include "core/runtime_error.h"
+
+#include <QCoreApplication>
+
+namespace calvorn {
+
+namespace {
+
+constexpr int kEnd = -1;
+constexpr qsizetype kPiece = 65536;
+
+bool isLineEnd(int c)
+{
+    return c == '\r' || c == '\n';
+}
+
+} // namespace
+
+int CsvFields::peek()
+{
+    if (m_position == m_buffer.size()) {
+        m_buffer = m_device.read(kPiece);
+        m_position = 0;
+        if (m_buffer.isEmpty())
+            return kEnd;
+    }
+    return static_cast<unsigned char>(m_buffer[m_position]);
+}
+
+int CsvFields::take()
+{
+    const int c = peek();
+    if (c != kEnd)
+        ++m_position;
+    return c;
+}
+
+void CsvFields::append(QByteArray &field, int c) const
+{
+    if (field.size() >= kLongestField)
+        throw RuntimeError(RuntimeError::Kind::File, QCoreApplication::translate("CsvFields", "a field is too long"));
+    field.append(static_cast<char>(c));
+}
+
+QString CsvFields::next()
+{
+    while (peek() == ' ' || peek() == '\t')
+        take();
+    if (peek() == kEnd)
+        throw RuntimeError(RuntimeError::Kind::File,
+                           QCoreApplication::translate("CsvFields", "the text ends too early"));
+    QByteArray field;
+    const bool quoted = peek() == '"';
+    if (quoted) {
+        take();
+        while (peek() != kEnd && peek() != '"')
+            append(field, take());
+        take();
+    }
+    // Whatever follows a closing quote up to the separator is dropped.
+    while (peek() != kEnd && peek() != ',' && !isLineEnd(peek())) {
+        const int c = take();
+        if (!quoted)
+            append(field, c);
+    }
+    // One separator: a comma or one line end.
+    if (take() == '\r' && peek() == '\n')
+        take();
+    return QString::fromUtf8(quoted ? field : field.trimmed());
+}
+
+} // namespace calvorn
