@@ -2,8 +2,12 @@
 #include "server/acquisition_server.h"
 
 #include "server/drivers/port_factory.h"
+#include "server/drivers/serial_opener.h"
+#include "server/drivers/vna_link.h"
 
 #include "lpt_adaptor.h"
+#include "pic_adaptor.h"
+#include "vna_adaptor.h"
 
 #include <QDBusError>
 #include <QDBusServer>
@@ -18,6 +22,8 @@ namespace {
 constexpr int kPatienceMs = 10'000;
 
 const QString kLptPath = QStringLiteral("/aLPT");
+const QString kPicPath = QStringLiteral("/aPIC");
+const QString kVnaPath = QStringLiteral("/aVNA");
 const QString kSocketName = QStringLiteral("socket");
 
 // The user's own run-time directory where there is one: it is in memory, and emptied at log-out.
@@ -33,8 +39,12 @@ AcquisitionServer::AcquisitionServer(const QString &settingsPath, QObject *paren
     : QObject(parent)
     , m_connection(QString())
     , m_lpt([settingsPath](int address) { return openParallelPort(address, settingsPath); })
+    , m_vna([settingsPath](int port, const QString &line) { return openVnaLink(port, line, settingsPath); })
+    , m_pic([settingsPath](int port, const QString &line) { return openPicLink(port, line, settingsPath); })
 {
     new LptAdaptor(&m_lpt);
+    new VnaAdaptor(&m_vna);
+    new PicAdaptor(&m_pic);
     m_patience.setSingleShot(true);
     m_patience.setInterval(kPatienceMs);
     connect(&m_patience, &QTimer::timeout, this, &AcquisitionServer::finished);
@@ -80,6 +90,8 @@ void AcquisitionServer::onConnection(const QDBusConnection &connection)
                          QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), this,
                          SLOT(onDisconnected()));
     m_connection.registerObject(kLptPath, &m_lpt, QDBusConnection::ExportAdaptors);
+    m_connection.registerObject(kPicPath, &m_pic, QDBusConnection::ExportAdaptors);
+    m_connection.registerObject(kVnaPath, &m_vna, QDBusConnection::ExportAdaptors);
     // One program, one connection: nobody else can find the socket, and nothing stays behind even if this
     // process is killed.
     removeDirectory();
@@ -98,6 +110,8 @@ void AcquisitionServer::removeDirectory()
 void AcquisitionServer::onDisconnected()
 {
     m_lpt.ClosePort();
+    m_vna.ClosePort();
+    m_pic.ClosePort();
     emit finished();
 }
 

@@ -2,6 +2,8 @@
 #pragma once
 
 #include "server/drivers/lpt_driver.h"
+#include "server/drivers/pic_driver.h"
+#include "server/drivers/vna_driver.h"
 
 #include <QDBusConnection>
 #include <QObject>
@@ -50,6 +52,8 @@ private:
     QTimer m_patience;
     QString m_errorText;
     LptDriver m_lpt;
+    VnaDriver m_vna;
+    PicDriver m_pic;
 };
 
 } // namespace calvorn

@@ -6,7 +6,8 @@ namespace calvorn {
 namespace {
 constexpr int kBits = 40;
 constexpr int kBytes = 5;
-constexpr unsigned kWiredBus = 0x03; // D0 and D1 high, D2..D6 low; D7 is the data line
+constexpr unsigned kBusMask = 0x7F; // D7 is the data line
+constexpr unsigned kSerialPattern = 0x03;
 constexpr unsigned kModeMask = 0x07;
 constexpr unsigned kTimesSix = 0x01;
 constexpr unsigned kForbidden = 0x02;
@@ -30,17 +31,18 @@ void Ad985xModel::onReset()
     generate(0, m_referenceHz, true);
 }
 
-void Ad985xModel::onClock(bool data)
+void Ad985xModel::onClock(const DdsLines &lines)
 {
     ++m_count;
     if (m_serial) {
-        m_shift = m_shift >> 1 | (data ? std::uint64_t{1} << (kBits - 1) : 0U);
+        m_shift = m_shift >> 1 | (lines.data ? std::uint64_t{1} << (kBits - 1) : 0U);
         return;
     }
     if (m_count > kBytes)
         flag(DdsViolation::WrongBitCount);
     else
-        m_bytes[static_cast<std::size_t>(m_count - 1)] = static_cast<std::uint8_t>(kWiredBus | (data ? 0x80U : 0U));
+        m_bytes[static_cast<std::size_t>(m_count - 1)] =
+            static_cast<std::uint8_t>((lines.bus & kBusMask) | (lines.data ? 0x80U : 0U));
 }
 
 void Ad985xModel::onUpdate()
@@ -54,7 +56,7 @@ void Ad985xModel::onUpdate()
 
 void Ad985xModel::updateParallel()
 {
-    if (m_count == 1 && (m_bytes[0] & kModeMask) == kWiredBus) {
+    if (m_count == 1 && (m_bytes[0] & kModeMask) == kSerialPattern) {
         m_serial = true;
         m_shift = 0;
         return;

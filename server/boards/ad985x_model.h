@@ -9,8 +9,8 @@
 
 namespace calvorn {
 
-// AD9850 or AD9851 with D0 and D1 wired high and D2 wired low, so that a W_CLK and an FQ_UD pulse after a reset
-// bring it into serial mode.
+// AD9850 or AD9851. Takes five bytes from the bus until a W_CLK and an FQ_UD pulse with xxxxx011 on it bring it into
+// serial mode, which a board wired for serial loading does right after the reset.
 class Ad985xModel : public DdsChipModel
 {
 public:
@@ -23,7 +23,7 @@ public:
 
 protected:
     void onReset() override;
-    void onClock(bool data) override;
+    void onClock(const DdsLines &lines) override;
     void onUpdate() override;
 
 private:

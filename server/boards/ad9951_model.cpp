@@ -41,9 +41,9 @@ void Ad9951Model::onReset()
     generate(0, m_referenceHz, true);
 }
 
-void Ad9951Model::onClock(bool data)
+void Ad9951Model::onClock(const DdsLines &lines)
 {
-    m_shift = m_shift << 1 | (data ? 1U : 0U);
+    m_shift = m_shift << 1 | (lines.data ? 1U : 0U);
     if (--m_bitsLeft > 0)
         return;
     if (!m_inRegister) {

@@ -24,7 +24,7 @@ public:
 
 protected:
     void onReset() override;
-    void onClock(bool data) override;
+    void onClock(const DdsLines &lines) override;
     void onUpdate() override;
 
 private:

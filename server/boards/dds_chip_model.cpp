@@ -16,7 +16,7 @@ void DdsChipModel::drive(const DdsLines &lines)
         return;
     }
     if (lines.clock && !before.clock)
-        onClock(lines.data);
+        onClock(lines);
     if (lines.update && !before.update) {
         ++m_updates;
         onUpdate();

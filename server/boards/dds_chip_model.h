@@ -5,13 +5,14 @@
 
 namespace calvorn {
 
-// Levels of the four lines that a generator chip shares on this board.
+// Levels at the pins of a generator chip on this board.
 struct DdsLines
 {
     bool clock = false;  // W_CLK, SCLK
     bool update = false; // FQ_UD, I/O UPDATE
     bool data = false;   // D7, SDIO
     bool reset = false;
+    std::uint8_t bus = 0x03; // D0..D6 of an AD985x; wired for serial loading: D0 and D1 high, the others low
 
     bool operator==(const DdsLines &) const = default;
 };
@@ -50,7 +51,7 @@ public:
 
 protected:
     virtual void onReset() = 0;
-    virtual void onClock(bool data) = 0;
+    virtual void onClock(const DdsLines &lines) = 0;
     virtual void onUpdate() = 0;
 
     void flag(DdsViolation violation);

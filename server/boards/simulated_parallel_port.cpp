@@ -5,6 +5,7 @@
 #include "server/boards/ad9951_model.h"
 
 #include <cmath>
+#include <utility>
 
 namespace calvorn {
 
@@ -17,27 +18,27 @@ constexpr double kReferenceVolts = 2.5;
 constexpr double kFullVolts = 1.0;   // detector voltage with a piece of cable in place of a device
 constexpr double kFloorVolts = 5e-3; // what the detector gives without any signal
 
-constexpr unsigned kDdsClock = 0x01;
-constexpr unsigned kDdsUpdate = 0x02;
-constexpr unsigned kDdsData = 0x04;
-constexpr unsigned kDdsReset = 0x08;
-constexpr unsigned kDdsPins = 0x0F;
-constexpr unsigned kAdcClock = 0x10;
-constexpr unsigned kAdcSelect = 0x20;
-constexpr unsigned kAdcPins = 0x30;
-constexpr unsigned kScl = 0x40;
-constexpr unsigned kSda = 0x80;
-constexpr unsigned kI2cPins = 0xC0;
+constexpr unsigned kInputPins = 0xF8; // of the status register; open inputs are pulled up
+constexpr unsigned kBusyInversion = 0x80;
+constexpr unsigned kHighestBusPin = 0x80;
 
-constexpr unsigned kControlInversion = 0x0B; // STROBE, AUTOFD, SELECT-IN
-constexpr unsigned kStrobePin = 0x01;
-constexpr unsigned kAutofdPin = 0x02;
-constexpr unsigned kInitPin = 0x04;
+// A point of a sweep takes two conversions, a sweep 400 points.
+constexpr std::uint64_t kConversionsInSweep = 800;
+constexpr std::uint64_t kSilentAfter = 2 * kConversionsInSweep;
+constexpr std::uint64_t kHalfAfter = kConversionsInSweep / 2;
+constexpr std::uint64_t kUnpluggedAfter = kConversionsInSweep + kConversionsInSweep / 2;
+constexpr std::uint64_t kEdgeLostEvery = 997;
 
-constexpr unsigned kStatusInversion = 0x80; // BUSY
-constexpr unsigned kAckPin = 0x40;
-constexpr unsigned kSelectPin = 0x10;
-constexpr unsigned kUnusedHigh = 0xA8; // BUSY, PE and ERROR: open inputs are pulled up
+constexpr unsigned maskOf(LptLine line)
+{
+    return 1U << static_cast<unsigned>(line);
+}
+
+constexpr unsigned kDdsLines =
+    maskOf(LptLine::DdsClock) | maskOf(LptLine::DdsUpdate) | maskOf(LptLine::DdsData) | maskOf(LptLine::DdsReset);
+constexpr unsigned kAdcLines = maskOf(LptLine::AdcClock) | maskOf(LptLine::AdcSelect);
+constexpr unsigned kI2cLines = maskOf(LptLine::I2cClock) | maskOf(LptLine::I2cData);
+constexpr unsigned kAuxLines = maskOf(LptLine::AuxData) | maskOf(LptLine::AuxClock) | maskOf(LptLine::AuxLatch);
 
 std::unique_ptr<DdsChipModel> makeChip(const SimulatorSettings &settings)
 {
@@ -48,45 +49,64 @@ std::unique_ptr<DdsChipModel> makeChip(const SimulatorSettings &settings)
 
 } // namespace
 
-SimulatedParallelPort::SimulatedParallelPort(const SimulatorSettings &settings)
+SimulatedParallelPort::SimulatedParallelPort(const SimulatorSettings &settings, const BoardWiring &wiring)
     : m_settings(settings)
+    , m_wiring(wiring)
+    , m_levelsOfData(levelTable(wiring.lines, PortRegister::Data))
+    , m_levelsOfControl(levelTable(wiring.lines, PortRegister::Control))
+    , m_levels(levelsOf(0, 0))
     , m_pace(settings.paced)
     , m_dds(makeChip(settings))
     , m_detector(settings.seed)
     , m_adc(settings.adc, kReferenceVolts, [this](std::chrono::nanoseconds now) { return m_detector.read(now); })
 {
+    if (settings.fault == SimulatorFault::Refuse)
+        throw PortError("The simulated parallel port has been told to refuse.");
     m_detector.setLevel(kFloorVolts, m_pace.now());
+}
+
+SimulatedParallelPort::LevelTable SimulatedParallelPort::levelTable(const LptWiring &lines, PortRegister portRegister)
+{
+    LevelTable table{};
+    for (unsigned value = 0; value < table.size(); ++value) {
+        for (const LineWiring &wiring : lines) {
+            const bool bit = (value & wiring.mask) != 0;
+            if (wiring.portRegister == portRegister && wiring.mask != 0 && bit != wiring.inverted)
+                table[value] = static_cast<Levels>(table[value] | maskOf(wiring.line));
+        }
+    }
+    return table;
 }
 
 void SimulatedParallelPort::writeData(std::uint8_t value)
 {
     access();
-    const unsigned changed = static_cast<unsigned>(m_dataPins ^ value);
-    m_dataPins = value;
-    if (changed & kDdsPins)
-        driveDds(value);
-    if (changed & kAdcPins)
-        driveAdc(value);
-    if (changed & kI2cPins)
-        m_pot.drive((value & kScl) != 0, (value & kSda) != 0);
+    m_data = value;
+    drive();
 }
 
 void SimulatedParallelPort::writeControl(std::uint8_t value)
 {
     access();
-    const unsigned pins = value ^ kControlInversion;
-    m_latches.drive((pins & kStrobePin) != 0, (pins & kAutofdPin) != 0, (pins & kInitPin) != 0);
+    m_control = value;
+    drive();
 }
 
 std::uint8_t SimulatedParallelPort::readStatus()
 {
     access();
-    unsigned pins = kUnusedHigh;
-    if (m_adc.dataOut())
-        pins |= kAckPin;
-    if (m_pot.sda())
-        pins |= kSelectPin;
-    return static_cast<std::uint8_t>(pins ^ kStatusInversion);
+    const std::uint64_t silentAfter = m_settings.fault == SimulatorFault::Half ? kHalfAfter : kSilentAfter;
+    const bool mayFallSilent = m_settings.fault == SimulatorFault::Half || m_settings.fault == SimulatorFault::Silence;
+    const bool silent = mayFallSilent && m_adc.conversions() >= silentAfter;
+
+    unsigned bits = kInputPins ^ kBusyInversion;
+    const auto put = [&](LptLine line, bool high) {
+        const LineWiring &wiring = m_wiring.lines[static_cast<std::size_t>(line)];
+        bits = high != wiring.inverted ? bits | wiring.mask : bits & ~static_cast<unsigned>(wiring.mask);
+    };
+    put(LptLine::AdcOut, m_adc.dataOut() && !silent);
+    put(LptLine::I2cDataBack, m_pot.sda());
+    return static_cast<std::uint8_t>(bits);
 }
 
 void SimulatedParallelPort::wait(std::chrono::nanoseconds duration)
@@ -105,12 +125,40 @@ void SimulatedParallelPort::access()
 {
     ++m_accesses;
     m_pace.advance(kAccessTime);
+    if (m_settings.fault != SimulatorFault::Unplug || m_adc.conversions() < kUnpluggedAfter)
+        return;
+    if (!std::exchange(m_unplugged, true) && m_onUnplugged)
+        m_onUnplugged();
+    throw PortError("The parallel port is gone.");
 }
 
-void SimulatedParallelPort::driveDds(std::uint8_t pins)
+void SimulatedParallelPort::drive()
 {
-    m_dds->drive({(pins & kDdsClock) != 0, (pins & kDdsUpdate) != 0, (pins & kDdsData) != 0, (pins & kDdsReset) != 0});
-    if (m_dds->updates() == m_updatesSeen && !(pins & kDdsReset))
+    const Levels before = std::exchange(m_levels, levelsOf(m_data, m_control));
+    const unsigned changed = static_cast<unsigned>(before ^ m_levels);
+    if (changed & kDdsLines)
+        driveDds();
+    if (changed & kAdcLines)
+        driveAdc();
+    if (changed & kI2cLines)
+        m_pot.drive(level(LptLine::I2cClock), level(LptLine::I2cData));
+    if (changed & kAuxLines)
+        m_latches.drive(level(LptLine::AuxData), level(LptLine::AuxClock), level(LptLine::AuxLatch));
+}
+
+void SimulatedParallelPort::driveDds()
+{
+    DdsLines lines{level(LptLine::DdsClock), level(LptLine::DdsUpdate), level(LptLine::DdsData),
+                   level(LptLine::DdsReset)};
+    if (m_wiring.loading == DdsLoading::Bytes) {
+        lines.bus = m_data;
+        if (m_settings.chip != DdsChip::Ad9951)
+            lines.data = (m_data & kHighestBusPin) != 0;
+    }
+    if (loseClockEdge(lines.clock))
+        lines.clock = false;
+    m_dds->drive(lines);
+    if (m_dds->updates() == m_updatesSeen && !lines.reset)
         return;
     m_updatesSeen = m_dds->updates();
     const DdsOutput &output = m_dds->output();
@@ -118,10 +166,21 @@ void SimulatedParallelPort::driveDds(std::uint8_t pins)
     m_detector.setLevel(std::hypot(signal, kFloorVolts), m_pace.now());
 }
 
-void SimulatedParallelPort::driveAdc(std::uint8_t pins)
+// True while the clock is high after an edge that does not reach the chip.
+bool SimulatedParallelPort::loseClockEdge(bool clock)
+{
+    if (m_settings.fault != SimulatorFault::Drop)
+        return false;
+    if (clock && !m_clockWas)
+        m_edgeLost = ++m_clockEdges % kEdgeLostEvery == 0;
+    m_clockWas = clock;
+    return clock && m_edgeLost;
+}
+
+void SimulatedParallelPort::driveAdc()
 {
     const std::uint64_t before = m_adc.conversions();
-    m_adc.drive((pins & kAdcSelect) != 0, (pins & kAdcClock) != 0, m_pace.now());
+    m_adc.drive(level(LptLine::AdcSelect), level(LptLine::AdcClock), m_pace.now());
     if (m_adc.conversions() != before && m_records.size() < m_recordAtMost)
         m_records.push_back({m_dds->output().hertz, m_adc.latestCount()});
 }

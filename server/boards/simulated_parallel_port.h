@@ -8,8 +8,11 @@
 #include "server/boards/serial_adc_model.h"
 #include "server/boards/shift_latch_model.h"
 #include "server/boards/simulator_settings.h"
+#include "server/links/lpt_wiring.h"
 #include "server/links/parallel_port.h"
 
+#include <array>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -24,10 +27,17 @@ struct ConversionRecord
 
 // The generator and detector board of docs/hardware/lpt-board.md behind a parallel port. It sees nothing but the
 // levels of the pins, and decodes them as the chips do. Used by one thread at a time; the accessors are for tests.
+//
+// Of the faults it knows refuse (the constructor throws PortError), silence and half (the converter's data line
+// stays low from the third sweep on, or from the middle of the first), unplug (every access throws PortError from
+// the middle of the second sweep on) and drop (every 997th clock edge does not reach the generator).
 class SimulatedParallelPort : public ParallelPort
 {
 public:
-    explicit SimulatedParallelPort(const SimulatorSettings &settings);
+    explicit SimulatedParallelPort(const SimulatorSettings &settings, const BoardWiring &wiring = {});
+
+    // Called once, in the thread that uses the port, when the port goes away (fault unplug).
+    void onUnplugged(std::function<void()> callback) { m_onUnplugged = std::move(callback); }
 
     void writeData(std::uint8_t value) override;
     void writeControl(std::uint8_t value) override;
@@ -46,20 +56,42 @@ public:
     const std::vector<ConversionRecord> &conversions() const { return m_records; }
 
 private:
+    using Levels = std::uint16_t; // one bit for each LptLine
+    using LevelTable = std::array<Levels, 256>;
+
+    static LevelTable levelTable(const LptWiring &lines, PortRegister portRegister);
+
     void access();
-    void driveDds(std::uint8_t pins);
-    void driveAdc(std::uint8_t pins);
+    void drive();
+    void driveDds();
+    void driveAdc();
+    bool loseClockEdge(bool clock);
+    Levels levelsOf(std::uint8_t data, std::uint8_t control) const
+    {
+        return static_cast<Levels>(m_levelsOfData[data] | m_levelsOfControl[control]);
+    }
+    bool level(LptLine line) const { return (m_levels >> static_cast<unsigned>(line) & 1U) != 0; }
 
     SimulatorSettings m_settings;
+    BoardWiring m_wiring;
+    LevelTable m_levelsOfData; // of the lines on that register, for each of its values
+    LevelTable m_levelsOfControl;
+    Levels m_levels; // at the pins now
     BoardPace m_pace;
     std::unique_ptr<DdsChipModel> m_dds;
     DetectorModel m_detector;
     SerialAdcModel m_adc;
     ShiftLatchModel m_latches;
     I2cPotModel m_pot;
-    std::uint8_t m_dataPins = 0;
+    std::uint8_t m_data = 0;
+    std::uint8_t m_control = 0;
     std::uint64_t m_updatesSeen = 0;
     std::uint64_t m_accesses = 0;
+    std::uint64_t m_clockEdges = 0;
+    bool m_clockWas = false;
+    bool m_edgeLost = false;
+    bool m_unplugged = false;
+    std::function<void()> m_onUnplugged;
     std::size_t m_recordAtMost = 0;
     std::vector<ConversionRecord> m_records;
 };

@@ -15,6 +15,26 @@ QString simulatorOrConfig(const QString &path, const char *key, const char *conf
 
 } // namespace
 
+SimulatorFault simulatorFaultFromName(const QString &name)
+{
+    struct Named
+    {
+        const char *name;
+        SimulatorFault fault;
+    };
+    static constexpr Named kFaults[] = {
+        {"drop", SimulatorFault::Drop},     {"corrupt", SimulatorFault::Corrupt}, {"add", SimulatorFault::Add},
+        {"refuse", SimulatorFault::Refuse}, {"silence", SimulatorFault::Silence}, {"half", SimulatorFault::Half},
+        {"unplug", SimulatorFault::Unplug}, {"chatter", SimulatorFault::Chatter}, {"garbage", SimulatorFault::Garbage},
+    };
+    const QString wanted = name.trimmed().toLower();
+    for (const Named &known : kFaults) {
+        if (wanted == QLatin1String(known.name))
+            return known.fault;
+    }
+    return SimulatorFault::None;
+}
+
 SimulatorSettings readSimulatorSettings(const QString &path)
 {
     const QString section = QStringLiteral("Simulator");
@@ -29,6 +49,7 @@ SimulatorSettings readSimulatorSettings(const QString &path)
     if (ok)
         settings.seed = seed;
 
+    settings.fault = simulatorFaultFromName(readProfileString(path, section, QStringLiteral("Fault")));
     settings.chip = ddsChipFromName(simulatorOrConfig(path, "Chip", "DDS Device")).value_or(settings.chip);
     settings.adc = serialAdcFromName(simulatorOrConfig(path, "ADC", "ADC Device")).value_or(settings.adc);
     const double clock = simulatorOrConfig(path, "Clock", "DDS Xtal freq").toDouble(&ok);

@@ -11,14 +11,29 @@
 
 namespace calvorn {
 
-// Misbehaviour that a simulated board can be told to show.
-enum class SimulatorFault { None };
+// Misbehaviour that a simulated board can be told to show. What is said of bytes holds for the boards on a serial
+// line; docs/hardware/ says what each board makes of each name.
+enum class SimulatorFault {
+    None,
+    Drop,    // every 997th byte to the host is lost; parallel port: every 997th clock edge of the generator
+    Corrupt, // every 997th byte has a bit flipped
+    Add,     // after every 997th byte comes one that nobody sent
+    Refuse,  // every command is refused; parallel port: it cannot be opened
+    Silence, // after two sweeps the board says nothing any more
+    Half,    // in the middle of a sweep the board stops for ever
+    Unplug,  // the port goes away in mid-sweep, once
+    Chatter, // the board talks without being asked
+    Garbage, // 10,000 random bytes come before the first answer
+};
+
+// By the name in the settings file, in any case; anything else is None.
+SimulatorFault simulatorFaultFromName(const QString &name);
 
 // The simulated boards as [Simulator] of the settings file describes them:
 //   Device  bandpass, lowpass, notch, crystal, through; default bandpass
 //   Pace    none = as fast as it can; anything else, or nothing = at the pace of real hardware
 //   Seed    whole number that the noise starts from; default 1
-//   Fault   none
+//   Fault   none, drop, corrupt, add, refuse, silence, half, unplug, chatter, garbage; default none
 //   Chip, Clock, ADC  what is on the board: generator chip, its reference clock in Hz, converter (8bit, 10bit);
 //           defaults are the program's own [Config] keys "DDS Device", "DDS Xtal freq" and "ADC Device"
 struct SimulatorSettings

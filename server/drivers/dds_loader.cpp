@@ -29,7 +29,7 @@ void DdsLoader::startUp(const DdsClock &clock, std::uint32_t word)
         pulseUpdate();
         if (effectiveMultiplier(clock) != 1)
             m_pins.wait(kPllLock);
-    } else {
+    } else if (m_loading == DdsLoading::Serial) {
         // Serial mode: the wired pattern xxxxx011 goes in with one W_CLK and one FQ_UD. A full word must follow
         // at once, because the pattern would be a factory test as control bits.
         pulse(LptLine::DdsClock);
@@ -40,6 +40,11 @@ void DdsLoader::startUp(const DdsClock &clock, std::uint32_t word)
 
 void DdsLoader::load(const DdsClock &clock, std::uint32_t word)
 {
+    if (clock.chip != DdsChip::Ad9951 && m_loading == DdsLoading::Bytes) {
+        writeBytes(ad985xWord(clock, word).bytes());
+        pulse(LptLine::DdsUpdate);
+        return;
+    }
     if (clock.chip == DdsChip::Ad9951)
         shiftMsbFirst(ad9951Ftw0(word));
     else
@@ -77,6 +82,14 @@ void DdsLoader::shiftBit(bool bit)
 {
     m_pins.set({{LptLine::DdsData, bit}, {LptLine::DdsClock, false}});
     m_pins.set({{LptLine::DdsClock, true}});
+}
+
+void DdsLoader::writeBytes(std::span<const std::uint8_t> bytes)
+{
+    for (const std::uint8_t byte : bytes) {
+        m_pins.setBus(byte);
+        pulse(LptLine::DdsClock);
+    }
 }
 
 } // namespace calvorn

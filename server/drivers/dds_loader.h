@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "server/links/lpt_wiring.h"
 #include "server/links/parallel_pins.h"
 #include "server/synthesiser/dds_clock.h"
 
@@ -10,14 +11,15 @@
 namespace calvorn {
 
 // Brings words into the generator chip over the four DDS lines. One load costs 82 port writes: two for each of
-// 40 bits, two for the update pulse. The port is slower than any of the chips by a factor of 100, so no waits
-// stand between the edges.
+// 40 bits, two for the update pulse; 17 when an AD985x gets five bytes. The port is slower than any of the chips
+// by a factor of 100, so no waits stand between the edges.
 class DdsLoader
 {
 public:
     // The pins must outlive this object.
-    explicit DdsLoader(ParallelPins &pins)
+    explicit DdsLoader(ParallelPins &pins, DdsLoading loading = DdsLoading::Serial)
         : m_pins(pins)
+        , m_loading(loading)
     {
     }
 
@@ -34,8 +36,10 @@ private:
     void shiftLsbFirst(std::uint64_t bits, int count);
     void shiftMsbFirst(std::span<const std::uint8_t> bytes);
     void shiftBit(bool bit);
+    void writeBytes(std::span<const std::uint8_t> bytes);
 
     ParallelPins &m_pins;
+    DdsLoading m_loading;
 };
 
 } // namespace calvorn

@@ -3,9 +3,14 @@
 
 #include "server/synthesiser/tuning_word.h"
 
+#include <cmath>
 #include <mutex>
 
 namespace calvorn {
+
+namespace {
+constexpr std::uint32_t kHalfClockWord = 0x80000000U;
+} // namespace
 
 std::chrono::nanoseconds settlingTime(SweepSpeed speed)
 {
@@ -25,10 +30,10 @@ std::chrono::nanoseconds settlingTime(SweepSpeed speed)
 // The port and those who use it; they live and die together.
 struct LptBoard::Hardware
 {
-    explicit Hardware(std::unique_ptr<ParallelPort> opened)
-        : port(std::move(opened))
-        , pins(*port)
-        , dds(pins)
+    explicit Hardware(OpenedPort opened)
+        : port(std::move(opened.port))
+        , pins(*port, opened.wiring.lines)
+        , dds(pins, opened.wiring.loading)
         , adc(pins)
         , i2c(pins)
     {
@@ -44,10 +49,10 @@ struct LptBoard::Hardware
 LptBoard::LptBoard() = default;
 LptBoard::~LptBoard() = default;
 
-void LptBoard::attach(std::unique_ptr<ParallelPort> port)
+void LptBoard::attach(OpenedPort opened)
 {
     const std::lock_guard guard(m_lock);
-    m_hardware = std::make_unique<Hardware>(std::move(port));
+    m_hardware = std::make_unique<Hardware>(std::move(opened));
     m_started = false;
     m_hardware->pins.set({{LptLine::DdsClock, false},
                           {LptLine::DdsUpdate, false},
@@ -137,6 +142,24 @@ void LptBoard::setFrequency(std::int64_t hertz)
 {
     const std::lock_guard guard(m_lock);
     load(hertz);
+}
+
+QString LptBoard::remarkOn(std::int64_t hertz) const
+{
+    const std::lock_guard guard(m_lock);
+    try {
+        const std::uint32_t word = tuningWord(hertz, m_offsetHz, systemClockHz(m_clock));
+        if (word > kHalfClockWord) {
+            return QStringLiteral("%1 Hz is above half the clock of the generator: its image comes out.").arg(hertz);
+        }
+    } catch (const FrequencyError &) {
+        return {}; // the generator is not going to make it
+    }
+    if (static_cast<double>(hertz) + m_offsetHz <= usefulMaximumHz(m_clock))
+        return {};
+    return QStringLiteral("%1 Hz is above the useful maximum of the generator, %2 Hz.")
+        .arg(hertz)
+        .arg(std::llround(usefulMaximumHz(m_clock)));
 }
 
 int LptBoard::measure(std::int64_t hertz)

@@ -5,9 +5,12 @@
 #include "server/drivers/dds_loader.h"
 #include "server/drivers/fair_mutex.h"
 #include "server/drivers/i2c_master.h"
+#include "server/links/opened_port.h"
 #include "server/links/parallel_pins.h"
 #include "server/links/serial_adc.h"
 #include "server/synthesiser/dds_clock.h"
+
+#include <QString>
 
 #include <array>
 #include <chrono>
@@ -34,7 +37,7 @@ public:
     ~LptBoard();
 
     // Takes the port over, brings every line to rest and puts the remembered bytes on the auxiliary outputs.
-    void attach(std::unique_ptr<ParallelPort> port);
+    void attach(OpenedPort opened);
     void detach();
     bool isOpen() const;
 
@@ -52,6 +55,10 @@ public:
     void reset();
 
     void setFrequency(std::int64_t hertz);
+
+    // One sentence when this frequency has a tuning word, but is more than the chip is good for: its image, or a
+    // weak and impure signal, is what comes out. Empty otherwise.
+    QString remarkOn(std::int64_t hertz) const;
 
     // One point of a sweep: frequency, settling, detector count. Needs a port.
     int measure(std::int64_t hertz);

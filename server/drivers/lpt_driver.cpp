@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "server/drivers/lpt_driver.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace calvorn {
@@ -28,6 +29,7 @@ void LptDriver::StopSweep(short /*reason*/)
 
 void LptDriver::SetDdsDevice(const QString &chip)
 {
+    m_remarked = false;
     if (const auto known = ddsChipFromName(chip))
         m_board.setChip(*known);
     else
@@ -44,11 +46,13 @@ void LptDriver::SetAdcDevice(const QString &converter)
 
 void LptDriver::SetMultiplier(short multiplier)
 {
+    m_remarked = false;
     m_board.setMultiplier(multiplier);
 }
 
 void LptDriver::SetXtalFrequency(double hertz)
 {
+    m_remarked = false;
     m_board.setXtal(hertz);
 }
 
@@ -67,16 +71,20 @@ void LptDriver::SetSpeed(short speed)
 
 void LptDriver::RunSweep()
 {
-    if (!m_board.isOpen()) {
-        report(ErrorCode::Port, tr("The parallel port is not open."));
-        emit aComplete();
-        return;
-    }
     if (m_sweep.isRunning()) {
         if (!m_sweep.isStopping())
             return;
         finishSweep();
     }
+    if (m_lost)
+        attachPort();
+    if (!m_board.isOpen()) {
+        const QString notOpen = tr("The parallel port is not open.");
+        report(ErrorCode::Port, m_whyClosed.isEmpty() ? notOpen : notOpen + QLatin1Char(' ') + m_whyClosed);
+        emit aComplete();
+        return;
+    }
+    remarkOnce(m_highestHz);
     m_run = m_sweep.start();
 }
 
@@ -84,15 +92,12 @@ bool LptDriver::OpenPort(short address)
 {
     ClosePort();
     // Base addresses are 16 bits without a sign.
-    const int base = static_cast<unsigned short>(address);
-    try {
-        m_board.attach(m_opener(base));
+    m_address = static_cast<unsigned short>(address);
+    m_remarked = false;
+    if (attachPort())
         return true;
-    } catch (const PortError &error) {
-        m_board.detach();
-        report(ErrorCode::Ignorable, QString::fromUtf8(error.what()));
-        return false;
-    }
+    report(ErrorCode::Ignorable, m_whyClosed);
+    return false;
 }
 
 void LptDriver::ResetDevice()
@@ -105,17 +110,26 @@ void LptDriver::ClosePort()
     if (m_sweep.isRunning())
         finishSweep();
     m_board.detach();
+    m_lost = false;
+    m_whyClosed.clear();
 }
 
 void LptDriver::PrepareSweep(int start, int step)
 {
-    m_sweep.setPlan({start, step});
+    const SweepPlan plan{start, step};
+    m_sweep.setPlan(plan);
     m_gate.discardWaiting();
+    m_highestHz = std::max(plan.startHz, plan.startHz + (kSweepPoints - 1) * plan.stepHz);
+    if (m_sweep.isRunning())
+        remarkOnce(m_highestHz);
 }
 
 void LptDriver::SetFrequency(int hertz)
 {
-    reportFailure([this, hertz] { m_board.setFrequency(hertz); });
+    reportFailure([this, hertz] {
+        m_board.setFrequency(hertz);
+        remarkOnce(hertz);
+    });
 }
 
 short LptDriver::ReadDetector()
@@ -165,8 +179,38 @@ void LptDriver::reportFailure(const std::function<void()> &work)
     } catch (const FrequencyError &error) {
         report(ErrorCode::Frequency, QString::fromUtf8(error.what()));
     } catch (const PortError &error) {
+        m_lost = m_board.isOpen();
         report(ErrorCode::Port, QString::fromUtf8(error.what()));
     }
+}
+
+// The former port must be free before it can be claimed again.
+bool LptDriver::attachPort()
+{
+    m_board.detach();
+    try {
+        m_board.attach(m_opener(m_address));
+        m_lost = false;
+        m_whyClosed.clear();
+    } catch (const PortError &error) {
+        m_board.detach();
+        m_whyClosed = QString::fromUtf8(error.what());
+        qWarning("%s", error.what());
+    }
+    return m_board.isOpen();
+}
+
+// A frequency beyond what the chip is good for is a legal wish (amateurs use the image), and worth a line.
+void LptDriver::remarkOnce(std::int64_t hertz)
+{
+    if (m_remarked)
+        return;
+    const QString remark = m_board.remarkOn(hertz);
+    if (remark.isEmpty())
+        return;
+    m_remarked = true;
+    qInfo("%s", qPrintable(remark));
+    report(ErrorCode::Ignorable, remark);
 }
 
 // Ends the running sweep at once. What its thread has posted and nobody has received yet is void: it
@@ -190,8 +234,10 @@ void LptDriver::onVector(quint64 run, quint64 plan, const QList<int> &vector)
 
 void LptDriver::onFailed(quint64 run, ErrorCode code, const QString &sentence)
 {
-    if (run == m_run)
-        report(code, sentence);
+    if (run != m_run)
+        return;
+    m_lost = m_lost || code == ErrorCode::Port;
+    report(code, sentence);
 }
 
 void LptDriver::onEnded(quint64 run)

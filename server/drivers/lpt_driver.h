@@ -27,7 +27,7 @@ class LptDriver : public QObject
 
 public:
     // Opens the port at a base address, or throws PortError.
-    using PortOpener = std::function<std::unique_ptr<ParallelPort>(int)>;
+    using PortOpener = std::function<OpenedPort(int)>;
 
     explicit LptDriver(PortOpener opener, QObject *parent = nullptr);
     ~LptDriver() override;
@@ -48,11 +48,12 @@ public slots:
     void SetOffset(double hertz);
     void SetSpeed(short speed);
 
-    // Vectors follow until the sweep is stopped. Harmless while a sweep runs.
+    // Vectors follow until the sweep is stopped. Harmless while a sweep runs. A port that was lost is opened anew,
+    // and the board told again all that it knew.
     void RunSweep();
 
-    // Closes the former port first. False when there is no such port; the reason comes as
-    // ErrorCode::Ignorable, because the caller has the answer already.
+    // Closes the former port first. False when there is no such port; the reason comes as ErrorCode::Ignorable,
+    // because the caller has the answer already, and again with the error of a sweep that is tried all the same.
     bool OpenPort(short address);
     void ResetDevice();
 
@@ -60,6 +61,8 @@ public slots:
     void ClosePort();
 
     // For the next sweep, or the running one: no vector of the former plan is emitted after this has returned.
+    // Frequencies above the generator's useful maximum, or above half its clock, are swept as they are; that is
+    // said once, in the log and as ErrorCode::Ignorable.
     void PrepareSweep(int start, int step);
 
     // ErrorCode::Frequency when the generator cannot make it; the former frequency then stays.
@@ -77,6 +80,8 @@ signals:
 private:
     void report(ErrorCode code, const QString &sentence);
     void reportFailure(const std::function<void()> &work);
+    bool attachPort();
+    void remarkOnce(std::int64_t hertz);
     void finishSweep();
     void onVector(quint64 run, quint64 plan, const QList<int> &vector);
     void onFailed(quint64 run, ErrorCode code, const QString &sentence);
@@ -85,8 +90,13 @@ private:
     PortOpener m_opener;
     LptBoard m_board;
     VectorGate m_gate;
+    int m_address = 0;
+    QString m_whyClosed; // why the latest attempt to open the port failed
+    bool m_lost = false; // an access has failed since the port was opened
     quint64 m_run = 0;
-    SweepThread m_sweep; // uses the board, so it goes first
+    std::int64_t m_highestHz = 0; // of the plan
+    bool m_remarked = false;      // on a frequency that is too high, since the port was opened or the clock changed
+    SweepThread m_sweep;          // uses the board, so it goes first
 };
 
 } // namespace calvorn

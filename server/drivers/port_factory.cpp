@@ -1,17 +1,38 @@
 // SPDX-License-Identifier: MIT
 #include "server/drivers/port_factory.h"
 
+#include "platform/profile_file.h"
 #include "server/boards/simulated_parallel_port.h"
+#include "server/links/lpt_wiring_parser.h"
+#include "server/links/ppdev_port.h"
 
-#include <string>
+#include <atomic>
 
 namespace calvorn {
 
-std::unique_ptr<ParallelPort> openParallelPort(int address, const QString &settingsPath)
+namespace {
+
+OpenedPort openSimulatedPort(const QString &settingsPath, const BoardWiring &wiring)
 {
+    static std::atomic<bool> unplugged = false; // set by the thread that sweeps
+    SimulatorSettings settings = readSimulatorSettings(settingsPath);
+    if (settings.fault == SimulatorFault::Unplug && unplugged)
+        settings.fault = SimulatorFault::None;
+    auto port = std::make_unique<SimulatedParallelPort>(settings, wiring);
+    port->onUnplugged([] { unplugged = true; });
+    return {std::move(port), wiring};
+}
+
+} // namespace
+
+OpenedPort openParallelPort(int address, const QString &settingsPath)
+{
+    const BoardWiring wiring = parseBoardWiring([&settingsPath](const QString &key) {
+        return readProfileString(settingsPath, QStringLiteral("LPT Wiring"), key);
+    });
     if (address == kSimulatedLptAddress)
-        return std::make_unique<SimulatedParallelPort>(readSimulatorSettings(settingsPath));
-    throw PortError("There is no parallel port at the address " + std::to_string(address) + ".");
+        return openSimulatedPort(settingsPath, wiring);
+    return {PpdevPort::open(address), wiring};
 }
 
 } // namespace calvorn

@@ -33,8 +33,8 @@ struct LineWiring
 {
     LptLine line;
     PortRegister portRegister;
-    std::uint8_t mask;
-    bool inverted; // the register bit is the opposite of the level
+    std::uint8_t mask; // 0 = not connected: an output goes nowhere, an input reads high
+    bool inverted;     // the register bit is the opposite of the level
 };
 
 // Which pin does what; one entry for each LptLine, in its order.
@@ -55,6 +55,36 @@ inline constexpr LptWiring kStandardLptWiring = {{
     {LptLine::AuxLatch, PortRegister::Control, 0x04, false},   // INIT, pin 16
     {LptLine::AdcOut, PortRegister::Status, 0x40, false},      // ACK, pin 10
     {LptLine::I2cDataBack, PortRegister::Status, 0x10, false}, // SELECT, pin 13
+}};
+
+// How the words come into an AD985x.
+enum class DdsLoading : std::uint8_t {
+    Serial, // bit by bit on DdsData
+    Bytes,  // five bytes on D0..D7 of the port; the lines AdcClock, AuxData, AuxClock and DdsData may share them
+};
+
+struct BoardWiring
+{
+    LptWiring lines = kStandardLptWiring;
+    DdsLoading loading = DdsLoading::Serial;
+};
+
+// The usual wiring of a board with byte-wide loading: what must rest while the bytes pass is on the control
+// register, which leaves no line for the auxiliary outputs and the potentiometer.
+inline constexpr LptWiring kByteWideLptWiring = {{
+    {LptLine::DdsClock, PortRegister::Control, 0x01, true},  // STROBE, pin 1, inverted by the port
+    {LptLine::DdsUpdate, PortRegister::Control, 0x02, true}, // AUTOFD, pin 14, inverted by the port
+    {LptLine::DdsData, PortRegister::Data, 0x80, false},     // D7, pin 9: only an AD9951 is loaded through it
+    {LptLine::DdsReset, PortRegister::Control, 0x04, false}, // INIT, pin 16
+    {LptLine::AdcClock, PortRegister::Data, 0x01, false},    // D0, pin 2
+    {LptLine::AdcSelect, PortRegister::Control, 0x08, true}, // SELECTIN, pin 17, inverted by the port
+    {LptLine::I2cClock, PortRegister::Data, 0x00, false},
+    {LptLine::I2cData, PortRegister::Data, 0x00, false},
+    {LptLine::AuxData, PortRegister::Data, 0x00, false},
+    {LptLine::AuxClock, PortRegister::Data, 0x00, false},
+    {LptLine::AuxLatch, PortRegister::Data, 0x00, false},
+    {LptLine::AdcOut, PortRegister::Status, 0x40, false}, // ACK, pin 10
+    {LptLine::I2cDataBack, PortRegister::Status, 0x00, true},
 }};
 
 } // namespace calvorn

@@ -25,6 +25,8 @@ void ParallelPins::set(std::initializer_list<LineLevel> levels)
     bool controlTouched = false;
     for (const LineLevel &level : levels) {
         const LineWiring &wiring = wiringOf(level.line);
+        if (wiring.mask == 0)
+            continue;
         if (wiring.portRegister == PortRegister::Data) {
             put(m_data, wiring, level.high);
             dataTouched = true;
@@ -39,9 +41,17 @@ void ParallelPins::set(std::initializer_list<LineLevel> levels)
         m_port.writeControl(m_control);
 }
 
+void ParallelPins::setBus(std::uint8_t value)
+{
+    m_data = value;
+    m_port.writeData(value);
+}
+
 bool ParallelPins::read(LptLine line)
 {
     const LineWiring &wiring = wiringOf(line);
+    if (wiring.mask == 0)
+        return true;
     return ((m_port.readStatus() & wiring.mask) != 0) != wiring.inverted;
 }
 

@@ -25,6 +25,9 @@ public:
     // One write for each register that has a line in the list, data register first.
     void set(std::initializer_list<LineLevel> levels);
 
+    // Puts a byte on D0..D7; whatever shares them takes the level of its bit.
+    void setBus(std::uint8_t value);
+
     bool read(LptLine line);
 
     void wait(std::chrono::nanoseconds duration) { m_port.wait(duration); }

@@ -46,4 +46,18 @@ std::uint64_t systemClockHz(const DdsClock &clock)
            static_cast<std::uint64_t>(effectiveMultiplier(clock));
 }
 
+double usefulMaximumHz(const DdsClock &clock)
+{
+    const auto systemClock = static_cast<double>(systemClockHz(clock));
+    switch (clock.chip) {
+    case DdsChip::Ad9850:
+        return std::min(40e6, 0.325 * systemClock);
+    case DdsChip::Ad9851:
+        return std::min(70e6, 0.4 * systemClock);
+    case DdsChip::Ad9951:
+        return std::min(160e6, 0.4 * systemClock);
+    }
+    return 0.0;
+}
+
 } // namespace calvorn

@@ -40,4 +40,9 @@ int effectiveMultiplier(const DdsClock &clock);
 // System clock in whole Hz. Throws FrequencyError when the crystal is not between 1 Hz and 1 THz.
 std::uint64_t systemClockHz(const DdsClock &clock);
 
+// Up to here (Hz) the chip's output is useful behind an ordinary low-pass filter: 0.325 of the clock for the
+// AD9850 (26 MHz at 80 MHz) and 0.4 for the AD9851 and the AD9951, but never more than the front pages of their data
+// sheets and the makers of modules promise. Throws like systemClockHz().
+double usefulMaximumHz(const DdsClock &clock);
+
 } // namespace calvorn

@@ -33,15 +33,16 @@ struct LptBench
     int errorCode(int index) { return errors.at(index).at(0).toInt(); }
 
     SimulatorSettings settings;
+    BoardWiring wiring;
     SimulatedParallelPort *board = nullptr; // while the port is open
     std::size_t recordAtMost = 0;
-    LptDriver driver{[this](int address) -> std::unique_ptr<ParallelPort> {
+    LptDriver driver{[this](int address) -> OpenedPort {
         if (address != 0)
             throw PortError("No such port.");
-        auto port = std::make_unique<SimulatedParallelPort>(settings);
+        auto port = std::make_unique<SimulatedParallelPort>(settings, wiring);
         board = port.get();
         board->recordConversions(recordAtMost);
-        return port;
+        return {std::move(port), wiring};
     }};
     QSignalSpy vectors{&driver, &LptDriver::aVettore};
     QSignalSpy errors{&driver, &LptDriver::aErrore};

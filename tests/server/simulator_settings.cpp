@@ -16,6 +16,7 @@ private slots:
     void missingFile();
     void everyKey();
     void configGivesTheDefaults();
+    void faultNames();
 
 private:
     QString write(const QByteArray &text);
@@ -71,6 +72,19 @@ void SimulatorSettingsTest::configGivesTheDefaults()
     QCOMPARE(settings.clockHz, 80e6); // a value that is no number leaves the built-in default
     QCOMPARE(settings.adc.bits, 8);
     QCOMPARE(readSimulatorSettings(write("[Config]\nDDS Xtal freq=30000000\n")).clockHz, 30e6);
+}
+
+void SimulatorSettingsTest::faultNames()
+{
+    const QStringList names = {"none",    "drop", "corrupt", "add",     "refuse",
+                               "silence", "half", "unplug",  "chatter", "garbage"};
+    for (int index = 0; index < names.size(); ++index) {
+        QCOMPARE(static_cast<int>(simulatorFaultFromName(names.at(index))), index);
+        QCOMPARE(static_cast<int>(simulatorFaultFromName(names.at(index).toUpper() + QLatin1Char(' '))), index);
+    }
+    QCOMPARE(simulatorFaultFromName(QString()), SimulatorFault::None);
+    QCOMPARE(simulatorFaultFromName(QStringLiteral("rubbish")), SimulatorFault::None);
+    QCOMPARE(readSimulatorSettings(write("[Simulator]\nFault=Unplug\n")).fault, SimulatorFault::Unplug);
 }
 
 QTEST_APPLESS_MAIN(SimulatorSettingsTest)

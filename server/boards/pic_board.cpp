@@ -1,0 +1,185 @@
+// SPDX-License-Identifier: MIT
+#include "server/boards/pic_board.h"
+
+#include "server/drivers/pic_frames.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace calvorn {
+
+namespace {
+
+constexpr int kFractionBits = 26;
+constexpr int kLongestLine = 12; // letter, sign, ten digits
+constexpr char kAbort = '!';
+constexpr double kFullVolts = 1.0;
+constexpr double kFloorVolts = 5e-3;
+constexpr double kReferenceVolts = 2.5;
+constexpr DetectorModel::Time kSampleTime{108'507}; // one and a quarter bytes at 115,200 baud
+
+} // namespace
+
+PicBoard::PicBoard(const SimulatorSettings &settings)
+    : m_settings(settings)
+    , m_detector(settings.seed)
+    , m_factor(static_cast<std::uint64_t>(std::llround(std::ldexp(1.0, 32 + kFractionBits) / settings.clockHz)))
+{
+}
+
+void PicBoard::receive(std::uint8_t byte)
+{
+    const char character = static_cast<char>(byte);
+    if (character == kAbort) {
+        m_line.clear();
+        m_out.remove(0, m_sent);
+        m_sent = 0;
+        if (m_sweeping)
+            m_out.clear();
+        m_sweeping = false;
+        answer(kAbort, true);
+    } else if (m_sweeping) {
+        return;
+    } else if (character == '\r') {
+        execute();
+        m_line.clear();
+    } else if (m_line.size() <= kLongestLine) {
+        m_line += character;
+    }
+}
+
+std::optional<std::uint8_t> PicBoard::nextByte()
+{
+    if (m_sent == m_out.size()) {
+        m_out.clear();
+        m_sent = 0;
+        if (!m_sweeping)
+            return std::nullopt;
+        refill();
+    }
+    return static_cast<std::uint8_t>(m_out.at(m_sent++));
+}
+
+void PicBoard::recordWords(std::size_t atMost)
+{
+    m_recordAtMost = atMost;
+    m_words.clear();
+    m_words.reserve(atMost);
+}
+
+void PicBoard::execute()
+{
+    if (m_line.isEmpty())
+        return;
+    const QByteArray digits = m_line.mid(1);
+    bool isNumber = false;
+    const std::int64_t value = digits.toLongLong(&isNumber);
+    const bool understood = m_line.size() <= kLongestLine && (isNumber || digits.isEmpty());
+    const bool accepted =
+        understood && m_settings.fault != SimulatorFault::Refuse && accept(m_line.at(0), value, isNumber);
+    answer(m_line.at(0), accepted);
+    if (accepted && m_line.at(0) == 'G') {
+        m_sweeping = true;
+        m_sequence = 0;
+        m_point = 0;
+    }
+}
+
+bool PicBoard::accept(char letter, std::int64_t value, bool hasValue)
+{
+    const bool inRange = hasValue && std::llabs(value) < static_cast<std::int64_t>(m_settings.clockHz);
+    switch (letter) {
+    case 'A':
+        if (!inRange || value < 0)
+            return false;
+        m_word = static_cast<std::uint32_t>((product(value) + (1U << (kFractionBits - 1))) >> kFractionBits);
+        return true;
+    case 'B':
+    case 'D':
+        if (!inRange || (letter == 'B' && value < 0))
+            return false;
+        (letter == 'B' ? m_startHz : m_stepHz) = value;
+        m_prepared = false;
+        return true;
+    case 'P':
+        return !hasValue && prepare();
+    case 'G':
+        return !hasValue && m_prepared;
+    case '*':
+        m_word = 0;
+        m_startHz = m_stepHz = 0;
+        m_prepared = false;
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool PicBoard::prepare()
+{
+    const std::int64_t endHz = m_startHz + (kPicSamples - 1) * m_stepHz;
+    m_prepared = endHz >= 0 && endHz < static_cast<std::int64_t>(m_settings.clockHz);
+    return m_prepared;
+}
+
+// Modulo 2^64, so that a negative step is added as its complement.
+std::uint64_t PicBoard::product(std::int64_t hertz) const
+{
+    return static_cast<std::uint64_t>(hertz) * m_factor;
+}
+
+void PicBoard::answer(char letter, bool accepted)
+{
+    m_out += letter;
+    m_out += accepted ? '+' : '-';
+    m_out += '\r';
+}
+
+void PicBoard::startFrame()
+{
+    m_out += static_cast<char>(kPicSyncFirst);
+    m_out += static_cast<char>(kPicSyncSecond);
+    m_out += static_cast<char>(m_sequence);
+    m_crc = picCrc(kPicCrcStart, m_sequence++);
+    m_phase = product(m_startHz);
+}
+
+void PicBoard::refill()
+{
+    if (m_point == 0)
+        startFrame();
+    std::uint64_t packed = 0;
+    for (int sample = 0; sample < 4; ++sample, ++m_point)
+        packed = packed << 10 | static_cast<std::uint64_t>(measure());
+    for (int shift = 32; shift >= 0; shift -= 8) {
+        const auto byte = static_cast<std::uint8_t>(packed >> shift & 0xFFU);
+        m_crc = picCrc(m_crc, byte);
+        m_out += static_cast<char>(byte);
+    }
+    if (m_point == kPicSamples) {
+        m_out += static_cast<char>(m_crc >> 8);
+        m_out += static_cast<char>(m_crc & 0xFF);
+        m_point = 0;
+    }
+}
+
+int PicBoard::measure()
+{
+    m_word = static_cast<std::uint32_t>((m_phase + (1U << (kFractionBits - 1))) >> kFractionBits);
+    m_phase += product(m_stepHz);
+    if (m_words.size() < m_recordAtMost)
+        m_words.push_back(m_word);
+    // Beyond half a turn the output is the image; its level falls as sin(x)/x.
+    const double turns = std::ldexp(static_cast<double>(m_word), -32);
+    const double folded = std::min(turns, 1.0 - turns);
+    const double x = std::numbers::pi * folded;
+    const double amplitude = x > 0.0 ? std::sin(x) / x : 0.0;
+    const double passed = amplitude * responseOf(m_settings.device, folded * m_settings.clockHz);
+    m_detector.setLevel(std::hypot(kFullVolts * passed, kFloorVolts), m_now);
+    m_now += kSampleTime;
+    const double scaled = m_detector.read(m_now) / kReferenceVolts * 1024.0;
+    return static_cast<int>(std::lround(std::clamp(scaled, 0.0, 1023.0)));
+}
+
+} // namespace calvorn

@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "server/boards/detector_model.h"
+#include "server/boards/serial_board.h"
+#include "server/boards/simulator_settings.h"
+
+#include <QByteArray>
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace calvorn {
+
+// The PIC board of docs/hardware/pic-board.md. Like the real one it computes its tuning words from hertz and keeps no
+// sweep: four samples at a time become five bytes.
+class PicBoard : public SerialBoard
+{
+public:
+    // settings.clockHz: the generator's system clock. settings.fault: only Refuse concerns the board itself.
+    explicit PicBoard(const SimulatorSettings &settings);
+
+    void receive(std::uint8_t byte) override;
+    std::optional<std::uint8_t> nextByte() override;
+
+    // For tests; the board must not be in another thread's hands.
+    bool isSweeping() const { return m_sweeping; }
+    std::uint32_t word() const { return m_word; }
+    // Keeps the words of the sweep's points from now on, at most this many.
+    void recordWords(std::size_t atMost);
+    const std::vector<std::uint32_t> &words() const { return m_words; }
+
+private:
+    void execute();
+    bool accept(char letter, std::int64_t value, bool hasValue);
+    bool prepare();
+    std::uint64_t product(std::int64_t hertz) const;
+    void answer(char letter, bool accepted);
+    void startFrame();
+    void refill();
+    int measure();
+
+    SimulatorSettings m_settings;
+    DetectorModel m_detector;
+    DetectorModel::Time m_now{};
+    std::uint64_t m_factor; // K: 2^58 / clock
+    QByteArray m_line;
+    QByteArray m_out;
+    qsizetype m_sent = 0;
+
+    std::int64_t m_startHz = 0;
+    std::int64_t m_stepHz = 0;
+    bool m_prepared = false;
+    bool m_sweeping = false;
+    int m_point = 0;
+    std::uint8_t m_sequence = 0;
+    std::uint16_t m_crc = 0;
+    std::uint64_t m_phase = 0; // the point's word with 26 more bits
+    std::uint32_t m_word = 0;  // 0: off
+    std::size_t m_recordAtMost = 0;
+    std::vector<std::uint32_t> m_words;
+};
+
+} // namespace calvorn

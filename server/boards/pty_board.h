@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "server/boards/serial_board.h"
+#include "server/boards/simulator_settings.h"
+
+#include <QString>
+
+#include <atomic>
+#include <chrono>
+#include <memory>
+#include <random>
+#include <string>
+#include <thread>
+
+namespace calvorn {
+
+// Puts a simulated board behind a pseudo-terminal in raw mode, in a thread of its own that sleeps while there is
+// nothing to do. Paced, a byte to the host takes ten bits at 115,200 baud, on average: bytes arrive in batches of
+// about 2 ms. The faults that concern bytes are made here.
+class PtyBoard
+{
+public:
+    // sweepBytes: how many bytes a sweep of this board has; the faults Silence, Half and Unplug count by it.
+    // Throws std::runtime_error when the system gives no pseudo-terminal.
+    PtyBoard(std::unique_ptr<SerialBoard> board, const SimulatorSettings &settings, int sweepBytes);
+    ~PtyBoard();
+
+    PtyBoard(const PtyBoard &) = delete;
+    PtyBoard &operator=(const PtyBoard &) = delete;
+
+    // The device that the host opens.
+    QString devicePath() const { return m_path; }
+
+    // The port goes away, as if its cable were pulled. From any thread.
+    void unplug();
+
+    // True after the port has gone. From any thread.
+    bool isUnplugged() const { return m_unplugged; }
+
+private:
+    using Clock = std::chrono::steady_clock;
+
+    void openTerminal();
+    void closeTerminal();
+    void run();
+    int sleepTime() const;
+    bool takeFromHost();
+    void produce(Clock::time_point now);
+    void makeFault(std::uint8_t byte);
+    bool isMute() const;
+    bool flush();
+
+    std::unique_ptr<SerialBoard> m_board;
+    SimulatorSettings m_settings;
+    std::uint64_t m_sweepBytes;
+    int m_master = -1;
+    int m_slave = -1; // kept open, so that the terminal outlives a host that goes and comes back
+    int m_wake = -1;
+    QString m_path;
+    std::string m_pending;    // made, and not yet taken by the terminal
+    std::uint64_t m_made = 0; // bytes of the board so far
+    bool m_talking = false;   // the board had a byte when it was asked last
+    Clock::time_point m_lineFree;
+    std::minstd_rand m_random;
+    std::atomic<bool> m_quit{false};
+    std::atomic<bool> m_unplugged{false};
+    std::thread m_thread;
+};
+
+} // namespace calvorn

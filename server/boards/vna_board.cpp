@@ -1,0 +1,151 @@
+// SPDX-License-Identifier: MIT
+#include "server/boards/vna_board.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <numbers>
+
+namespace calvorn {
+
+namespace {
+
+constexpr double kReferenceVolts = 2.5;
+constexpr int kCounts = 1024;
+constexpr double kFullVolts = 1.0;   // a piece of cable from DUT to DET, or an open DUT socket
+constexpr double kFloorVolts = 5e-3; // the detector without any signal
+
+// The phase detector gives 10 mV for each degree, 0..180, and does not know the sign.
+constexpr double kVoltsPerDegree = 10e-3;
+constexpr double kCableSeconds = 10e-9; // to the device under test and back
+
+// Four bytes of ten bits at 115,200 baud: the generator moves on when the sample has gone.
+constexpr DetectorModel::Time kSampleTime{347'222};
+
+constexpr int kMostDigits = 10;
+
+int countOf(double volts)
+{
+    const double scaled = volts / kReferenceVolts * kCounts;
+    return static_cast<int>(std::lround(std::clamp(scaled, 0.0, kCounts - 1.0)));
+}
+
+double degreesOfCable(double hertz)
+{
+    const double turn = std::fmod(360.0 * hertz * kCableSeconds, 360.0);
+    return turn > 180.0 ? 360.0 - turn : turn;
+}
+
+} // namespace
+
+VnaBoard::VnaBoard(const SimulatorSettings &settings)
+    : m_settings(settings)
+    , m_phaseDetector(settings.seed + 1)
+    , m_levelDetector(settings.seed)
+{
+}
+
+void VnaBoard::receive(std::uint8_t byte)
+{
+    if (isReplying()) {
+        ++m_bytesWhileReplying;
+        return;
+    }
+    if (byte == '\r') {
+        endNumber();
+    } else if (byte >= '0' && byte <= '9' && m_digits < kMostDigits) {
+        m_number = 10 * m_number + static_cast<std::uint64_t>(byte - '0');
+        ++m_digits;
+    } else {
+        forgetCommand();
+    }
+}
+
+std::optional<std::uint8_t> VnaBoard::nextByte()
+{
+    if (m_position == m_bytes.size()) {
+        if (m_samplesDue == 0)
+            return std::nullopt;
+        --m_samplesDue;
+        measure();
+    }
+    return m_bytes[m_position++];
+}
+
+void VnaBoard::recordSamples(std::size_t atMost)
+{
+    m_recordAtMost = atMost;
+    m_records.clear();
+    m_records.reserve(atMost);
+}
+
+void VnaBoard::endNumber()
+{
+    if (m_digits == 0 || m_number > std::numeric_limits<std::uint32_t>::max()) {
+        forgetCommand();
+        return;
+    }
+    m_numbers[m_numberCount++] = static_cast<std::uint32_t>(m_number);
+    m_number = 0;
+    m_digits = 0;
+    if (m_numberCount == m_numbers.size()) {
+        execute();
+        forgetCommand();
+    }
+}
+
+void VnaBoard::forgetCommand()
+{
+    m_numberCount = 0;
+    m_number = 0;
+    m_digits = 0;
+}
+
+// No samples: no reply, and the generator stays as it is. The instrument has no words for a refusal either.
+void VnaBoard::execute()
+{
+    ++m_commands;
+    const auto [path, start, samples, step] = m_numbers;
+    if (path > 1 || m_settings.fault == SimulatorFault::Refuse)
+        return;
+    m_transmission = path == 1;
+    m_word = start;
+    m_step = step;
+    m_samplesDue = samples;
+}
+
+void VnaBoard::generate(std::uint32_t word)
+{
+    if (word == 0) {
+        m_output = {0.0, 0.0};
+        return;
+    }
+    // Beyond half a turn the output is the image; its level falls as sin(x)/x.
+    const double turns = std::ldexp(static_cast<double>(word), -32);
+    const double folded = std::min(turns, 1.0 - turns);
+    const double x = std::numbers::pi * folded;
+    m_output = {folded * m_settings.clockHz, std::sin(x) / x};
+}
+
+// In transmission the instrument counts downwards: the stronger the signal, the smaller the number.
+void VnaBoard::measure()
+{
+    generate(m_word);
+    const double passed = responseOf(m_settings.device, m_output.hertz);
+    const double ratio = m_transmission ? passed : std::sqrt(std::max(0.0, 1.0 - passed * passed));
+    m_levelDetector.setLevel(std::hypot(kFullVolts * m_output.amplitude * ratio, kFloorVolts), m_now);
+    m_phaseDetector.setLevel(kVoltsPerDegree * degreesOfCable(m_output.hertz), m_now);
+    m_now += kSampleTime;
+
+    const int level = countOf(m_levelDetector.read(m_now));
+    const int magnitude = m_transmission ? std::min(kCounts - level, kCounts - 1) : level;
+    const int phase = countOf(m_phaseDetector.read(m_now));
+    m_bytes = {static_cast<std::uint8_t>(phase & 0xFF), static_cast<std::uint8_t>(phase >> 8),
+               static_cast<std::uint8_t>(magnitude & 0xFF), static_cast<std::uint8_t>(magnitude >> 8)};
+    m_position = 0;
+    if (m_records.size() < m_recordAtMost)
+        m_records.push_back({m_word, m_output.hertz, phase, magnitude});
+    m_word += m_step;
+}
+
+} // namespace calvorn

@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QByteArray>
+#include <QList>
+
+#include <cstdint>
+#include <optional>
+
+namespace calvorn {
+
+// A sweep of the PIC board on the line: A5 5A, sequence number, 400 samples of ten bits in 500 bytes, check sum.
+inline constexpr int kPicSamples = 400;
+inline constexpr int kPicDataBytes = 500;
+inline constexpr int kPicFrameBytes = 505;
+inline constexpr std::uint8_t kPicSyncFirst = 0xA5;
+inline constexpr std::uint8_t kPicSyncSecond = 0x5A;
+
+// CRC-16/CCITT-FALSE: polynomial 0x1021, start value 0xFFFF, most significant bit first, nothing inverted; 0x29B1 for
+// the nine characters "123456789".
+inline constexpr std::uint16_t kPicCrcStart = 0xFFFF;
+std::uint16_t picCrc(std::uint16_t crc, std::uint8_t byte);
+
+// samples: kPicSamples counts of 0..1023.
+QByteArray picFrame(std::uint8_t sequence, const QList<int> &samples);
+
+// Finds the frames in what arrives. After bytes that were lost, added or damaged it looks for the next frame within
+// all that it has kept, so that only the frames that were hit are lost.
+class PicDecoder
+{
+public:
+    struct Sweep
+    {
+        QList<int> samples; // empty: a sweep was damaged
+        bool isDamaged() const { return samples.isEmpty(); }
+    };
+
+    // Forgets everything: a new sweep begins.
+    void reset();
+
+    // Bytes in pieces of any length.
+    void take(const QByteArray &bytes) { m_bytes += bytes; }
+
+    // The next sweep, in the order of the line, as soon as the sync bytes behind it have come; nothing when more bytes
+    // are needed. A damaged one is told when the damage is noticed, and again for each further frame length without a
+    // good frame.
+    std::optional<Sweep> next();
+
+private:
+    bool alignToSync();
+    bool isWhole() const;
+    bool isFollowed() const;
+    std::optional<Sweep> skip(qsizetype bytes);
+
+    QByteArray m_bytes;
+    qsizetype m_skipped = 0; // since the last good frame
+    int m_told = 0;          // damaged sweeps told since the last good frame
+    std::optional<std::uint8_t> m_expected;
+};
+
+} // namespace calvorn

@@ -1,0 +1,156 @@
+// SPDX-License-Identifier: MIT
+#include "server/drivers/vna_exchange.h"
+
+#include "server/links/byte_link.h"
+
+#include <QElapsedTimer>
+
+#include <chrono>
+#include <utility>
+
+namespace calvorn {
+
+namespace {
+
+using std::chrono::milliseconds;
+
+// Ten byte times and more, and a small part of a sweep's 139 ms.
+constexpr milliseconds kProofTime{2};
+constexpr milliseconds kSilence{200};
+constexpr milliseconds kLongestSilencing{2'000};
+constexpr int kLastReplyMs = 150;
+constexpr int kOffReplyMs = 100;
+
+// 0.35 ms: four bytes of ten bits at 115,200 baud.
+milliseconds patienceFor(int samples)
+{
+    return milliseconds{1'000 + samples * 3 * 35 / 100};
+}
+
+} // namespace
+
+VnaExchange::VnaExchange(QObject *parent)
+    : QObject(parent)
+{
+    m_replyTimer.setSingleShot(true);
+    m_proofTimer.setSingleShot(true);
+    m_proofTimer.setTimerType(Qt::PreciseTimer);
+    connect(&m_replyTimer, &QTimer::timeout, this, &VnaExchange::onReplyTimer);
+    connect(&m_proofTimer, &QTimer::timeout, this, &VnaExchange::onProofTimer);
+}
+
+void VnaExchange::setLink(ByteLink *link)
+{
+    if (m_link)
+        m_link->disconnect(this);
+    m_replyTimer.stop();
+    m_proofTimer.stop();
+    m_phase = Phase::Free;
+    m_link = link;
+    if (m_link)
+        connect(m_link, &ByteLink::bytesArrived, this, &VnaExchange::onBytes);
+}
+
+void VnaExchange::send(const VnaCommand &command)
+{
+    m_reply = VnaReply(command.samples);
+    m_phase = Phase::Reply;
+    m_replyTimer.start(patienceFor(command.samples));
+    m_link->discard();
+    m_link->write(vnaCommandText(command));
+}
+
+void VnaExchange::switchOff()
+{
+    ByteLink *link = m_link;
+    const bool owed = isReplyDue();
+    const bool usable = link && link->isOpen() && m_phase != Phase::Silence;
+    setLink(nullptr);
+    if (!usable)
+        return;
+    m_link = link;
+    if (!owed || awaitReply(kLastReplyMs)) {
+        const VnaCommand off = vnaGeneratorCommand(0);
+        m_reply = VnaReply(off.samples);
+        m_link->discard();
+        m_link->write(vnaCommandText(off));
+        awaitReply(kOffReplyMs);
+    }
+    m_link = nullptr;
+}
+
+void VnaExchange::onBytes()
+{
+    const QByteArray bytes = m_link->read();
+    switch (m_phase) {
+    case Phase::Free:
+        break;
+    case Phase::Silence:
+        m_proofTimer.start(kSilence);
+        break;
+    case Phase::Reply:
+    case Phase::Proof:
+        if (m_reply.take(bytes) == VnaReply::State::Broken)
+            fail();
+        else if (m_phase == Phase::Reply && m_reply.state() == VnaReply::State::Complete) {
+            m_phase = Phase::Proof;
+            m_proofTimer.start(kProofTime);
+        }
+        break;
+    }
+}
+
+void VnaExchange::onReplyTimer()
+{
+    if (m_phase == Phase::Reply)
+        fail();
+    else if (m_phase == Phase::Silence)
+        free();
+}
+
+void VnaExchange::onProofTimer()
+{
+    if (m_phase == Phase::Silence) {
+        free();
+        return;
+    }
+    // Bytes that have arrived but whose signal waits behind this timer count too.
+    if (m_reply.take(m_link->read()) == VnaReply::State::Broken) {
+        fail();
+        return;
+    }
+    m_replyTimer.stop();
+    m_phase = Phase::Free;
+    emit answered(std::exchange(m_reply, VnaReply()).samples());
+}
+
+void VnaExchange::free()
+{
+    m_replyTimer.stop();
+    m_proofTimer.stop();
+    m_phase = Phase::Free;
+    emit freed();
+}
+
+void VnaExchange::fail()
+{
+    m_phase = Phase::Silence;
+    m_replyTimer.start(kLongestSilencing);
+    m_proofTimer.start(kSilence);
+    emit failed();
+}
+
+// Blocks; false when the reply has not come, or has come damaged.
+bool VnaExchange::awaitReply(int milliseconds)
+{
+    QElapsedTimer clock;
+    clock.start();
+    while (m_reply.take(m_link->read()) == VnaReply::State::Incomplete) {
+        const int left = milliseconds - static_cast<int>(clock.elapsed());
+        if (left <= 0 || !m_link->waitForBytes(left))
+            return false;
+    }
+    return m_reply.state() == VnaReply::State::Complete;
+}
+
+} // namespace calvorn

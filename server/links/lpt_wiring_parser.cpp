@@ -1,0 +1,134 @@
+// SPDX-License-Identifier: MIT
+#include "server/links/lpt_wiring_parser.h"
+
+#include "server/links/parallel_port.h"
+
+#include <algorithm>
+
+namespace calvorn {
+
+namespace {
+
+struct Pin
+{
+    const char *name;
+    PortRegister portRegister;
+    std::uint8_t mask;
+    bool inverted; // by the port
+};
+
+constexpr Pin kPins[] = {
+    {"D0", PortRegister::Data, 0x01, false},       {"D1", PortRegister::Data, 0x02, false},
+    {"D2", PortRegister::Data, 0x04, false},       {"D3", PortRegister::Data, 0x08, false},
+    {"D4", PortRegister::Data, 0x10, false},       {"D5", PortRegister::Data, 0x20, false},
+    {"D6", PortRegister::Data, 0x40, false},       {"D7", PortRegister::Data, 0x80, false},
+    {"STROBE", PortRegister::Control, 0x01, true}, {"AUTOFD", PortRegister::Control, 0x02, true},
+    {"INIT", PortRegister::Control, 0x04, false},  {"SELECTIN", PortRegister::Control, 0x08, true},
+    {"ERROR", PortRegister::Status, 0x08, false},  {"SELECT", PortRegister::Status, 0x10, false},
+    {"PE", PortRegister::Status, 0x20, false},     {"ACK", PortRegister::Status, 0x40, false},
+    {"BUSY", PortRegister::Status, 0x80, true},
+};
+
+// Keys of the section, in the order of LptLine. mayBeAbsent: the board works without it. maySitOnBus: changes of
+// the line do no harm while bytes for the generator pass over D0..D7.
+struct Key
+{
+    const char *name;
+    bool mayBeAbsent;
+    bool maySitOnBus;
+};
+
+constexpr Key kKeys[kLptLineCount] = {
+    {"DdsClock", false, false},   {"DdsUpdate", false, false}, {"DdsData", false, true},  {"DdsReset", false, false},
+    {"AdcClock", false, true},    {"AdcSelect", false, false}, {"I2cClock", true, false}, {"I2cData", true, false},
+    {"AuxData", true, true},      {"AuxClock", true, true},    {"AuxLatch", true, false}, {"AdcOut", false, false},
+    {"I2cDataBack", true, false},
+};
+
+[[noreturn]] void refuse(const char *key, const QString &what)
+{
+    throw PortError(QStringLiteral("[LPT Wiring] %1: %2").arg(QLatin1String(key), what).toStdString());
+}
+
+bool isInput(LptLine line)
+{
+    return line == LptLine::AdcOut || line == LptLine::I2cDataBack;
+}
+
+const Key &keyOf(const LineWiring &wiring)
+{
+    return kKeys[static_cast<std::size_t>(wiring.line)];
+}
+
+void parseLine(LineWiring &wiring, const QString &text)
+{
+    const Key &key = keyOf(wiring);
+    if (text.compare(QLatin1String("none"), Qt::CaseInsensitive) == 0) {
+        if (!key.mayBeAbsent)
+            refuse(key.name, QStringLiteral("this line must be connected."));
+        wiring.mask = 0;
+        return;
+    }
+    const bool invertedByBoard = text.startsWith(QLatin1Char('!'));
+    const QString name = text.mid(invertedByBoard ? 1 : 0).trimmed();
+    const auto pin = std::find_if(std::begin(kPins), std::end(kPins), [&name](const Pin &candidate) {
+        return name.compare(QLatin1String(candidate.name), Qt::CaseInsensitive) == 0;
+    });
+    if (pin == std::end(kPins))
+        refuse(key.name, QStringLiteral("there is no pin \"%1\".").arg(name));
+    const bool inputPin = pin->portRegister == PortRegister::Status;
+    if (inputPin && !isInput(wiring.line))
+        refuse(key.name, QStringLiteral("%1 is an input of the port.").arg(QLatin1String(pin->name)));
+    if (!inputPin && isInput(wiring.line))
+        refuse(key.name, QStringLiteral("%1 is an output of the port.").arg(QLatin1String(pin->name)));
+    wiring = {wiring.line, pin->portRegister, pin->mask, pin->inverted != invertedByBoard};
+}
+
+void checkPins(const BoardWiring &wiring)
+{
+    const bool hasBus = wiring.loading == DdsLoading::Bytes;
+    for (auto line = wiring.lines.begin(); line != wiring.lines.end(); ++line) {
+        if (line->mask == 0)
+            continue;
+        const Key &key = keyOf(*line);
+        if (hasBus && line->portRegister == PortRegister::Data && !key.maySitOnBus)
+            refuse(key.name, QStringLiteral("D0 to D7 carry the bytes for the generator."));
+        const auto other = std::find_if(wiring.lines.begin(), line, [line](const LineWiring &former) {
+            return former.portRegister == line->portRegister && former.mask == line->mask;
+        });
+        if (other == line)
+            continue;
+        // The data line of an AD9951 may share its pin: its clock rests while the others move.
+        if (hasBus && (other->line == LptLine::DdsData || line->line == LptLine::DdsData))
+            continue;
+        refuse(key.name, QStringLiteral("the pin is taken by %1.").arg(QLatin1String(keyOf(*other).name)));
+    }
+}
+
+DdsLoading parseLoading(const QString &text)
+{
+    if (text.isEmpty() || text.compare(QLatin1String("serial"), Qt::CaseInsensitive) == 0)
+        return DdsLoading::Serial;
+    if (text.compare(QLatin1String("byte"), Qt::CaseInsensitive) == 0)
+        return DdsLoading::Bytes;
+    refuse("Load", QStringLiteral("\"%1\" is neither serial nor byte.").arg(text));
+}
+
+} // namespace
+
+BoardWiring parseBoardWiring(const std::function<QString(const QString &key)> &value)
+{
+    BoardWiring wiring;
+    wiring.loading = parseLoading(value(QStringLiteral("Load")).trimmed());
+    if (wiring.loading == DdsLoading::Bytes)
+        wiring.lines = kByteWideLptWiring;
+    for (LineWiring &line : wiring.lines) {
+        const QString text = value(QLatin1String(keyOf(line).name)).trimmed();
+        if (!text.isEmpty())
+            parseLine(line, text);
+    }
+    checkPins(wiring);
+    return wiring;
+}
+
+} // namespace calvorn

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "server/links/lpt_wiring.h"
+#include "server/links/parallel_port.h"
+
+#include <concepts>
+#include <memory>
+#include <utility>
+
+namespace calvorn {
+
+// A port together with the wiring of the board behind it.
+struct OpenedPort
+{
+    // A port alone has a board with the standard wiring.
+    template <std::derived_from<ParallelPort> Port>
+    OpenedPort(std::unique_ptr<Port> opened, const BoardWiring &wired = {})
+        : port(std::move(opened))
+        , wiring(wired)
+    {
+    }
+
+    std::unique_ptr<ParallelPort> port;
+    BoardWiring wiring;
+};
+
+} // namespace calvorn

@@ -1,0 +1,150 @@
+// SPDX-License-Identifier: MIT
+#include "server/links/serial_link.h"
+
+#include <QFileInfo>
+
+#include <linux/serial.h>
+#include <stdexcept>
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+namespace calvorn {
+
+namespace {
+
+// An FTDI bridge holds bytes back for 16 ms unless it is told otherwise; other devices do not know the request.
+void askForLowLatency(int descriptor)
+{
+    serial_struct serial{};
+    if (ioctl(descriptor, TIOCGSERIAL, &serial) != 0)
+        return;
+    serial.flags |= ASYNC_LOW_LATENCY;
+    ioctl(descriptor, TIOCSSERIAL, &serial);
+}
+
+std::string openingFailure(const QString &device, QSerialPort::SerialPortError error)
+{
+    const std::string name = device.toStdString();
+    if (!QFileInfo::exists(device))
+        return "There is no device " + name + "; is the cable plugged in?";
+    if (access(device.toLocal8Bit().constData(), R_OK | W_OK) != 0)
+        return "There is no permission to use " + name + "; add the user to the group dialout and log in again.";
+    if (error == QSerialPort::PermissionError)
+        return "The port " + name + " is in use by another program.";
+    return name + " is not a serial port.";
+}
+
+QSerialPort::Parity parityOf(LineParity parity)
+{
+    switch (parity) {
+    case LineParity::Even:
+        return QSerialPort::EvenParity;
+    case LineParity::Odd:
+        return QSerialPort::OddParity;
+    case LineParity::Mark:
+        return QSerialPort::MarkParity;
+    case LineParity::Space:
+        return QSerialPort::SpaceParity;
+    case LineParity::None:
+        break;
+    }
+    return QSerialPort::NoParity;
+}
+
+QSerialPort::StopBits stopBitsOf(LineStop stop)
+{
+    switch (stop) {
+    case LineStop::OneAndHalf:
+        return QSerialPort::OneAndHalfStop;
+    case LineStop::Two:
+        return QSerialPort::TwoStop;
+    case LineStop::One:
+        break;
+    }
+    return QSerialPort::OneStop;
+}
+
+} // namespace
+
+SerialLink::SerialLink(const QString &device, const LineSettings &settings, QObject *parent)
+    : ByteLink(parent)
+    , m_device(device)
+{
+    open(settings);
+    connect(&m_port, &QSerialPort::readyRead, this, &ByteLink::bytesArrived);
+    connect(&m_port, &QSerialPort::errorOccurred, this, &SerialLink::onError);
+}
+
+SerialLink::~SerialLink()
+{
+    close();
+}
+
+void SerialLink::open(const LineSettings &settings)
+{
+    m_port.setPortName(m_device);
+    if (!m_port.open(QIODevice::ReadWrite))
+        throw std::runtime_error(openingFailure(m_device, m_port.error()));
+    const bool taken = m_port.setBaudRate(settings.baud) &&
+                       m_port.setDataBits(static_cast<QSerialPort::DataBits>(settings.dataBits)) &&
+                       m_port.setParity(parityOf(settings.parity)) && m_port.setStopBits(stopBitsOf(settings.stop)) &&
+                       m_port.setFlowControl(QSerialPort::NoFlowControl);
+    if (!taken) {
+        m_port.close();
+        throw std::runtime_error("The port " + m_device.toStdString() + " cannot do these line settings.");
+    }
+    // Many boards are powered from these lines. A pseudo-terminal has none.
+    m_port.setDataTerminalReady(true);
+    m_port.setRequestToSend(true);
+    m_port.clearError();
+    askForLowLatency(m_port.handle());
+}
+
+void SerialLink::write(const QByteArray &bytes)
+{
+    if (isOpen() && m_port.write(bytes) == bytes.size())
+        m_port.flush();
+}
+
+QByteArray SerialLink::read()
+{
+    return isOpen() ? m_port.readAll() : QByteArray();
+}
+
+bool SerialLink::waitForBytes(int milliseconds)
+{
+    return isOpen() && (m_port.bytesAvailable() > 0 || m_port.waitForReadyRead(milliseconds));
+}
+
+void SerialLink::discard()
+{
+    if (!isOpen())
+        return;
+    m_port.clear();
+    m_port.readAll();
+}
+
+void SerialLink::close()
+{
+    m_port.disconnect(this);
+    if (isOpen())
+        m_port.close();
+}
+
+// The port is closed here and now: Qt 6.4 goes on reporting the error of a device that is gone for as long as the port
+// is open, and keeps a processor busy with it.
+void SerialLink::onError(QSerialPort::SerialPortError error)
+{
+    switch (error) {
+    case QSerialPort::ReadError:
+    case QSerialPort::WriteError:
+    case QSerialPort::ResourceError:
+        close();
+        emit lost(tr("The connection to %1 was lost.").arg(m_device));
+        break;
+    default:
+        break;
+    }
+}
+
+} // namespace calvorn

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "server/links/byte_link.h"
+#include "server/links/line_settings.h"
+
+#include <QSerialPort>
+
+namespace calvorn {
+
+// A serial device of the system, held exclusively, without flow control.
+class SerialLink : public ByteLink
+{
+    Q_OBJECT
+
+public:
+    // Opens the device file. Throws std::runtime_error with one sentence for the user: there is no such device, no
+    // permission, in use by another program, not a serial port, or a parameter that the device cannot do.
+    SerialLink(const QString &device, const LineSettings &settings, QObject *parent = nullptr);
+    ~SerialLink() override;
+
+    bool isOpen() const override { return m_port.isOpen(); }
+    void write(const QByteArray &bytes) override;
+    QByteArray read() override;
+    bool waitForBytes(int milliseconds) override;
+    void discard() override;
+    void close() override;
+
+private:
+    void open(const LineSettings &settings);
+    void onError(QSerialPort::SerialPortError error);
+
+    QString m_device;
+    QSerialPort m_port;
+};
+
+} // namespace calvorn

@@ -1,0 +1,144 @@
+// SPDX-License-Identifier: MIT
+#include "server/drivers/pic_frames.h"
+
+#include <QTest>
+
+#include <algorithm>
+#include <random>
+
+using namespace calvorn;
+
+namespace {
+
+QList<int> someSamples(unsigned seed)
+{
+    std::minstd_rand random(seed);
+    QList<int> samples;
+    for (int index = 0; index < kPicSamples; ++index)
+        samples.append(static_cast<int>(random() % 1024));
+    return samples;
+}
+
+// A frame is proved by the sync bytes behind it.
+const QByteArray kFollowing = QByteArray::fromHex("a55a");
+
+} // namespace
+
+// Frames survive a bad line: what was hit is lost, nothing else, and nothing wrong is taken for good.
+class PicFrames : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void checkValueOfTheCrc();
+    void samplesArePackedFromTheTop();
+    void framesArriveInPieces();
+    void anEarlierSyncIsNoTrap();
+    void missingFramesAreTold();
+    void oneByteDamage_data();
+    void oneByteDamage();
+};
+
+void PicFrames::checkValueOfTheCrc()
+{
+    std::uint16_t crc = kPicCrcStart;
+    for (const char character : QByteArray("123456789"))
+        crc = picCrc(crc, static_cast<std::uint8_t>(character));
+    QCOMPARE(crc, std::uint16_t(0x29B1));
+}
+
+void PicFrames::samplesArePackedFromTheTop()
+{
+    QList<int> samples(kPicSamples, 0);
+    samples[0] = 0x3FF;
+    samples[1] = 0x001;
+    samples[2] = 0x155;
+    samples[3] = 0x2AA;
+    const QByteArray frame = picFrame(7, samples);
+    QCOMPARE(frame.size(), kPicFrameBytes);
+    QCOMPARE(frame.left(8).toHex(), QByteArray("a55a07ffc01556aa"));
+}
+
+void PicFrames::framesArriveInPieces()
+{
+    const QByteArray line = picFrame(0, someSamples(1)) + picFrame(1, someSamples(2)) + kFollowing;
+    PicDecoder decoder;
+    QList<QList<int>> sweeps;
+    for (const char byte : line) {
+        decoder.take(QByteArray(1, byte));
+        while (const auto sweep = decoder.next())
+            sweeps.append(sweep->samples);
+    }
+    QCOMPARE(sweeps, (QList<QList<int>>{someSamples(1), someSamples(2)}));
+}
+
+void PicFrames::anEarlierSyncIsNoTrap()
+{
+    PicDecoder decoder;
+    decoder.take(QByteArray::fromHex("a55aa5") + picFrame(0, someSamples(1)) + picFrame(1, someSamples(2)) +
+                 kFollowing);
+    QVERIFY(decoder.next()->isDamaged());
+    QCOMPARE(decoder.next()->samples, someSamples(1));
+    QCOMPARE(decoder.next()->samples, someSamples(2));
+    QVERIFY(!decoder.next());
+}
+
+void PicFrames::missingFramesAreTold()
+{
+    PicDecoder decoder;
+    decoder.take(picFrame(255, someSamples(1)) + picFrame(0, someSamples(2)) + picFrame(2, someSamples(3)) +
+                 kFollowing);
+    QCOMPARE(decoder.next()->samples, someSamples(1));
+    QCOMPARE(decoder.next()->samples, someSamples(2));
+    QVERIFY(decoder.next()->isDamaged());
+    QCOMPARE(decoder.next()->samples, someSamples(3));
+}
+
+void PicFrames::oneByteDamage_data()
+{
+    QTest::addColumn<int>("kind");
+    QTest::newRow("lost") << 0;
+    QTest::newRow("added") << 1;
+    QTest::newRow("flipped") << 2;
+}
+
+void PicFrames::oneByteDamage()
+{
+    QFETCH(int, kind);
+    const QList<QList<int>> sent = {someSamples(1), someSamples(2), someSamples(3), someSamples(4)};
+    QByteArray line;
+    for (int index = 0; index < 4; ++index)
+        line += picFrame(static_cast<std::uint8_t>(index), sent[index]);
+    line += kFollowing;
+    for (int position = 0; position < 2 * kPicFrameBytes; ++position) {
+        for (int bit = 0; bit < 8; ++bit) {
+            QByteArray bad = line;
+            if (kind == 0)
+                bad.remove(position, 1);
+            else if (kind == 1)
+                bad.insert(position, static_cast<char>(1 << bit));
+            else
+                bad[position] = static_cast<char>(bad[position] ^ (1 << bit));
+            PicDecoder decoder;
+            decoder.take(bad);
+            QList<QList<int>> good;
+            while (const auto sweep = decoder.next()) {
+                if (!sweep->isDamaged())
+                    good.append(sweep->samples);
+            }
+            QList<QList<int>> spared = sent;
+            spared.removeAt(position / kPicFrameBytes);
+            // A byte between two frames costs one of them at most.
+            QList<QList<int>> former = sent;
+            former.removeAt(std::max(0, position / kPicFrameBytes - 1));
+            const bool isBetween = kind == 1 && position % kPicFrameBytes == 0;
+            QVERIFY2(good == spared || (isBetween && (good == former || good == sent)),
+                     qPrintable(QString::number(position)));
+            if (kind == 0)
+                break;
+        }
+    }
+}
+
+QTEST_GUILESS_MAIN(PicFrames)
+#include "pic_frames.moc"

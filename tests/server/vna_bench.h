@@ -1,0 +1,199 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "server/boards/vna_board.h"
+#include "server/drivers/vna_driver.h"
+#include "server/links/byte_link.h"
+
+#include <QElapsedTimer>
+#include <QSignalSpy>
+#include <QTimer>
+
+#include <algorithm>
+#include <functional>
+#include <limits>
+#include <stdexcept>
+#include <utility>
+
+namespace calvorn {
+
+// A line in memory with a board at its end. It passes a piece of the board's bytes at each turn of the event loop, and
+// can do to them what a bad line does.
+class MemoryLink : public ByteLink
+{
+public:
+    // What becomes of a byte; index counts the bytes of this link's life.
+    using Tamper = std::function<QByteArray(quint64 index, char byte)>;
+
+    MemoryLink(VnaBoard &board, Tamper tamper)
+        : m_board(board)
+        , m_tamper(std::move(tamper))
+    {
+        m_timer.setInterval(0);
+        connect(&m_timer, &QTimer::timeout, this, &MemoryLink::pass);
+    }
+
+    bool isOpen() const override { return m_open; }
+
+    void write(const QByteArray &bytes) override
+    {
+        if (m_board.isReplying() || !m_arrived.isEmpty())
+            ++m_interruptions;
+        m_written.append(bytes);
+        for (const char byte : bytes)
+            m_board.receive(static_cast<std::uint8_t>(byte));
+        m_lineBytes = bytes.size();
+        m_lineTime.start();
+        m_timer.start();
+    }
+
+    QByteArray read() override { return std::exchange(m_arrived, QByteArray()); }
+
+    bool waitForBytes(int /*milliseconds*/) override
+    {
+        for (int piece = 0; m_arrived.isEmpty() && m_board.isReplying() && piece < 10'000; ++piece)
+            fetch();
+        return !m_arrived.isEmpty();
+    }
+
+    void discard() override { m_arrived.clear(); }
+
+    void close() override
+    {
+        m_open = false;
+        m_timer.stop();
+    }
+
+    void unplug()
+    {
+        close();
+        emit lost(QStringLiteral("The device is gone."));
+    }
+
+    // Bytes that the board was not asked for.
+    void inject(const QByteArray &bytes)
+    {
+        m_arrived += bytes;
+        emit bytesArrived();
+    }
+
+    // The line stands still after this many bytes of its life.
+    void holdAfter(quint64 bytes) { m_hold = bytes; }
+    void release() { m_hold = std::numeric_limits<quint64>::max(); }
+
+    // From now on a byte takes the time of ten bits at 115,200 baud, in both directions.
+    void setPaced()
+    {
+        m_paced = true;
+        m_timer.setTimerType(Qt::PreciseTimer);
+        m_timer.setInterval(1);
+    }
+
+    const QList<QByteArray> &written() const { return m_written; }
+    // Commands written while bytes of a reply were on their way or unread.
+    int interruptions() const { return m_interruptions; }
+    quint64 passed() const { return m_index; }
+
+private:
+    static constexpr int kPiece = 173; // no multiple of a sample
+
+    void pass()
+    {
+        fetch();
+        if (!m_board.isReplying())
+            m_timer.stop();
+        if (m_open && !m_arrived.isEmpty())
+            emit bytesArrived();
+    }
+
+    qint64 bytesDue() const
+    {
+        return m_paced ? m_lineTime.nsecsElapsed() * 11'520 / 1'000'000'000 - m_lineBytes : kPiece;
+    }
+
+    void fetch()
+    {
+        const qint64 due = bytesDue();
+        for (qint64 count = 0; m_open && count < due && m_index < m_hold; ++count, ++m_lineBytes) {
+            const auto byte = m_board.nextByte();
+            if (!byte)
+                return;
+            const char plain = static_cast<char>(*byte);
+            m_arrived += m_tamper ? m_tamper(m_index, plain) : QByteArray(1, plain);
+            ++m_index;
+        }
+    }
+
+    VnaBoard &m_board;
+    Tamper m_tamper;
+    QTimer m_timer;
+    QByteArray m_arrived;
+    QList<QByteArray> m_written;
+    bool m_open = true;
+    quint64 m_hold = std::numeric_limits<quint64>::max();
+    int m_interruptions = 0;
+    bool m_paced = false;
+    QElapsedTimer m_lineTime;
+    qint64 m_lineBytes = 0; // of the command and its reply, in the line time
+    quint64 m_index = 0;
+};
+
+inline SimulatorSettings vnaSettings(DeviceKind device = DeviceKind::Bandpass)
+{
+    SimulatorSettings settings;
+    settings.paced = false;
+    settings.clockHz = 400e6;
+    settings.device = device;
+    return settings;
+}
+
+// The driver with a simulated MiniVNA behind COM100, and its signals.
+struct VnaBench
+{
+    static constexpr int kPort = 100;
+    static constexpr int kPoints = 400;
+
+    explicit VnaBench(const SimulatorSettings &made = vnaSettings(), MemoryLink::Tamper tamper = {})
+        : board(made)
+        , driver([this, tamper](int port, const QString &) -> std::shared_ptr<ByteLink> {
+            if (port != kPort)
+                throw std::runtime_error("There is no such port.");
+            auto opened = std::make_shared<MemoryLink>(board, tamper);
+            link = opened.get();
+            return opened;
+        })
+    {
+        driver.SetXtalFrequency(20e6);
+        driver.SetMultiplier(20);
+        // As the program does; queued, because its answer comes later.
+        QObject::connect(&driver, &VnaDriver::aVettore, &driver, &VnaDriver::VectorTaken, Qt::QueuedConnection);
+    }
+
+    bool open() { return driver.OpenPort(kPort, QStringLiteral("115200,N,8,1")); }
+
+    // In the order of the program. mode: 1 angle, 2 return loss, 3 device under test.
+    void start(int startHz, int stepHz, short mode = 3)
+    {
+        driver.SetMode(mode);
+        driver.PrepareSweep(startHz, stepHz, kPoints);
+        driver.RunSweep();
+    }
+
+    QList<int> vector(qsizetype index) { return vectors.at(index).at(0).value<QList<int>>(); }
+
+    int errorsWith(ErrorCode code) const
+    {
+        return static_cast<int>(std::count_if(errors.begin(), errors.end(), [code](const QList<QVariant> &error) {
+            return error.at(0).value<short>() == static_cast<short>(code);
+        }));
+    }
+
+    VnaBoard board;
+    MemoryLink *link = nullptr; // while the port is open
+    VnaDriver driver;
+    QSignalSpy vectors{&driver, &VnaDriver::aVettore};
+    QSignalSpy errors{&driver, &VnaDriver::aErrore};
+    QSignalSpy completes{&driver, &VnaDriver::aComplete};
+};
+
+} // namespace calvorn

@@ -1,0 +1,249 @@
+// SPDX-License-Identifier: MIT
+// Guards COM100 of the MiniVNA whole: driver, serial port, pseudo-terminal and simulated instrument, with every fault
+// that [Simulator] can name.
+#include "server/drivers/serial_opener.h"
+#include "server/drivers/vna_driver.h"
+#include "server/drivers/vna_link.h"
+#include "server/links/byte_link.h"
+
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QFile>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <algorithm>
+#include <ctime>
+
+using namespace calvorn;
+
+namespace {
+
+// The driver as the server makes it, with a settings file of its own.
+struct Bench
+{
+    explicit Bench(const QByteArray &simulator)
+    {
+        QFile settings(path());
+        if (!settings.open(QIODevice::WriteOnly))
+            qFatal("cannot write the settings");
+        settings.write("[Config]\r\nDDS Xtal freq=20000000\r\nDDS Multiplier=20\r\n[Simulator]\r\n" + simulator);
+        settings.close();
+        QObject::connect(&driver, &VnaDriver::aVettore, &driver, &VnaDriver::VectorTaken, Qt::QueuedConnection);
+    }
+
+    QString path() const { return folder.filePath(QStringLiteral("Calvorn.ini")); }
+
+    // The program's start-up.
+    bool open()
+    {
+        const bool opened = driver.OpenPort(100, QStringLiteral("115200,N,8,1"));
+        driver.SetXtalFrequency(20e6);
+        driver.SetMultiplier(20);
+        driver.SetOffset(0.0);
+        driver.SetMode(3);
+        driver.SetFrequency(8'965'750);
+        return opened;
+    }
+
+    void start()
+    {
+        driver.SetMode(3);
+        driver.PrepareSweep(8'965'750, 250, 400);
+        driver.RunSweep();
+    }
+
+    // The crystal's resonance is in row 137 of every vector.
+    bool isRight(qsizetype index)
+    {
+        const QList<int> samples = vectors.at(index).at(0).value<QList<int>>();
+        return samples.size() == 400 && std::min_element(samples.begin(), samples.end()) - samples.begin() == 137;
+    }
+
+    int errorsWith(ErrorCode code) const
+    {
+        return static_cast<int>(std::count_if(errors.begin(), errors.end(), [code](const QList<QVariant> &error) {
+            return error.at(0).value<short>() == static_cast<short>(code);
+        }));
+    }
+
+    QTemporaryDir folder;
+    VnaDriver driver{[this](int port, const QString &line) { return openVnaLink(port, line, path()); }};
+    QSignalSpy vectors{&driver, &VnaDriver::aVettore};
+    QSignalSpy errors{&driver, &VnaDriver::aErrore};
+    QSignalSpy completes{&driver, &VnaDriver::aComplete};
+};
+
+} // namespace
+
+class VnaSimulatedPortTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void clockOfTheBoard();
+    void portsThatCannotBeOpened();
+    void twoHundredSweeps();
+    void sweepsAtThePaceOfTheLine();
+    void idleCostsNothing();
+    void endsByItself_data();
+    void endsByItself();
+    void garbage();
+    void chatter();
+    void corruptedBytes();
+    void unplugged();
+};
+
+void VnaSimulatedPortTest::clockOfTheBoard()
+{
+    QCOMPARE(readSerialSimulatorSettings(Bench("").path()).clockHz, 400e6);
+    QCOMPARE(readSerialSimulatorSettings(Bench("Clock=399000000\r\n").path()).clockHz, 399e6);
+}
+
+void VnaSimulatedPortTest::portsThatCannotBeOpened()
+{
+    Bench bench("");
+    QVERIFY(!bench.driver.OpenPort(99, QStringLiteral("115200,N,8,1")));
+    QVERIFY(!bench.driver.OpenPort(100, QStringLiteral("fast")));
+    QCOMPARE(bench.errors.count(), 2);
+    QCOMPARE(bench.errorsWith(ErrorCode::Port), 2);
+    QVERIFY(bench.open());
+    QVERIFY(bench.open());
+}
+
+void VnaSimulatedPortTest::twoHundredSweeps()
+{
+    Bench bench("Device=crystal\r\nPace=none\r\n");
+    QVERIFY(bench.open());
+    bench.start();
+    QTRY_VERIFY_WITH_TIMEOUT(bench.vectors.count() >= 200, 30'000);
+    bench.driver.StopSweep(2);
+    QTRY_COMPARE(bench.completes.count(), 1);
+    QCOMPARE(bench.errors.count(), 0);
+    for (qsizetype index = 0; index < bench.vectors.count(); ++index)
+        QVERIFY(bench.isRight(index));
+}
+
+void VnaSimulatedPortTest::sweepsAtThePaceOfTheLine()
+{
+    constexpr int kSweeps = 20;
+    Bench bench("Device=crystal\r\n");
+    QVERIFY(bench.open());
+    QElapsedTimer clock; // from the first vector
+    QEventLoop loop;
+    connect(&bench.driver, &VnaDriver::aVettore, &loop, [&bench, &clock, &loop] {
+        if (!clock.isValid())
+            clock.start();
+        if (bench.vectors.count() > kSweeps)
+            loop.quit();
+    });
+    bench.start();
+    loop.exec();
+    const double rate = kSweeps / (static_cast<double>(clock.nsecsElapsed()) * 1e-9);
+    const double limit = 11'520.0 / (1'600 + 22);
+    qInfo("%.3f sweeps/s, the line allows %.3f: %.1f %%", rate, limit, 100.0 * rate / limit);
+    QVERIFY(rate >= 0.9 * limit);
+    QCOMPARE(bench.errors.count(), 0);
+    bench.driver.StopSweep(2);
+    QTRY_COMPARE(bench.completes.count(), 1);
+}
+
+void VnaSimulatedPortTest::idleCostsNothing()
+{
+    Bench bench("Device=crystal\r\n");
+    QVERIFY(bench.open());
+    QTest::qWait(100);
+    const std::clock_t before = std::clock();
+    QTest::qWait(1'000);
+    const double seconds = static_cast<double>(std::clock() - before) / CLOCKS_PER_SEC;
+    QVERIFY2(seconds < 0.05, qPrintable(QString::number(seconds)));
+}
+
+void VnaSimulatedPortTest::endsByItself_data()
+{
+    QTest::addColumn<QByteArray>("fault");
+    QTest::addColumn<int>("mostVectors");
+    QTest::newRow("drop") << QByteArray("drop") << 0;
+    QTest::newRow("add") << QByteArray("add") << 0;
+    QTest::newRow("refuse") << QByteArray("refuse") << 0;
+    QTest::newRow("silence") << QByteArray("silence") << 2;
+    QTest::newRow("half") << QByteArray("half") << 1;
+}
+
+void VnaSimulatedPortTest::endsByItself()
+{
+    QFETCH(QByteArray, fault);
+    QFETCH(int, mostVectors);
+    Bench bench("Device=crystal\r\nFault=" + fault + "\r\n");
+    QVERIFY(bench.open());
+    bench.start();
+    QTRY_COMPARE_WITH_TIMEOUT(bench.completes.count(), 1, 15'000);
+    QVERIFY(bench.vectors.count() <= mostVectors);
+    for (qsizetype index = 0; index < bench.vectors.count(); ++index)
+        QVERIFY(bench.isRight(index));
+    QCOMPARE(bench.errorsWith(ErrorCode::Transmission), 3);
+    QVERIFY(bench.errorsWith(ErrorCode::Board) >= 1);
+    bench.driver.StopSweep(2);
+    bench.driver.ClosePort();
+    QCOMPARE(bench.completes.count(), 1);
+}
+
+void VnaSimulatedPortTest::garbage()
+{
+    Bench bench("Device=crystal\r\nFault=garbage\r\n");
+    QVERIFY(bench.open());
+    bench.start();
+    QTRY_VERIFY_WITH_TIMEOUT(bench.vectors.count() >= 3, 10'000);
+    QCOMPARE(bench.completes.count(), 0);
+    for (qsizetype index = 0; index < bench.vectors.count(); ++index)
+        QVERIFY(bench.isRight(index));
+}
+
+void VnaSimulatedPortTest::chatter()
+{
+    Bench bench("Device=crystal\r\nFault=chatter\r\n");
+    QVERIFY(bench.open());
+    QTest::qWait(300);
+    bench.start();
+    QTRY_VERIFY_WITH_TIMEOUT(bench.vectors.count() >= 3, 15'000);
+    for (qsizetype index = 0; index < bench.vectors.count(); ++index)
+        QVERIFY(bench.isRight(index));
+    bench.driver.StopSweep(2);
+    QTRY_COMPARE(bench.completes.count(), 1);
+}
+
+// Flips a bit of a count, which the protocol cannot show: the values may be wrong, their number may not.
+void VnaSimulatedPortTest::corruptedBytes()
+{
+    Bench bench("Device=crystal\r\nFault=corrupt\r\n");
+    QVERIFY(bench.open());
+    bench.start();
+    QTest::qWait(2'000);
+    bench.driver.StopSweep(2);
+    QTRY_COMPARE(bench.completes.count(), 1);
+    for (qsizetype index = 0; index < bench.vectors.count(); ++index) {
+        const QList<int> samples = bench.vectors.at(index).at(0).value<QList<int>>();
+        QCOMPARE(samples.size(), 400);
+        for (const int count : samples)
+            QVERIFY(count >= 0 && count <= 1023);
+    }
+}
+
+void VnaSimulatedPortTest::unplugged()
+{
+    Bench bench("Device=crystal\r\nFault=unplug\r\n");
+    QVERIFY(bench.open());
+    bench.start();
+    QTRY_COMPARE_WITH_TIMEOUT(bench.completes.count(), 1, 10'000);
+    QCOMPARE(bench.errorsWith(ErrorCode::Port), 1);
+    QTest::qWait(200);
+    QCOMPARE(bench.errors.count(), 1);
+    QCOMPARE(bench.completes.count(), 1);
+    const auto before = bench.vectors.count();
+    bench.start();
+    QTRY_VERIFY_WITH_TIMEOUT(bench.vectors.count() > before, 5'000);
+}
+
+QTEST_GUILESS_MAIN(VnaSimulatedPortTest)
+#include "vna_simulated_port.moc"
