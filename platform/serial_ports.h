@@ -5,7 +5,7 @@
 
 namespace calvorn {
 
-// COM100 is not a port of the machine: a simulated board answers there.
+// COM100 is no port on the machine: a simulated board answers there.
 inline constexpr int kSimulatedComPort = 100;
 
 // The device file behind COM<number>. The key "COM<number>" of [Ports] in the settings file names it; without one

@@ -32,7 +32,7 @@ QVector<ParportEntry> listParports(const ParportPlaces &places);
 // Other drivers that have registered on the port ("lp" is the printer driver).
 QStringList otherParportUsers(const ParportPlaces &places, int number);
 
-// A port of the PC through the kernel's user-space driver (ppdev): one system call for each access to a register.
+// A PC port through the kernel's user-space driver (ppdev): one system call for each access to a register.
 // The kernel serialises the users of a port, so the port is claimed when it is opened and kept until the end.
 class PpdevPort : public ParallelPort
 {
