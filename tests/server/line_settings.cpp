@@ -39,7 +39,7 @@ void LineSettingsTexts::badTextsAreRefused_data()
 void LineSettingsTexts::badTextsAreRefused()
 {
     QFETCH(QString, text);
-    QVERIFY_EXCEPTION_THROWN(parseLineSettings(text), std::runtime_error);
+    QVERIFY_THROWS_EXCEPTION(std::runtime_error, parseLineSettings(text));
 }
 
 QTEST_GUILESS_MAIN(LineSettingsTexts)
