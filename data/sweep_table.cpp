@@ -55,6 +55,11 @@ QString &SweepTable::cell(int row, int column)
 void SweepTable::cellsWritten()
 {
     emit dataChanged(index(0, 0), index(kSweepPoints - 1, kTableColumns - 1), {Qt::DisplayRole});
+    // A header that is told anew is laid out anew, which costs more than a sweep's cells.
+    const std::array header{m_cells[0], m_cells[1], m_cells[2]};
+    if (header == m_toldHeader)
+        return;
+    m_toldHeader = header;
     emit headerDataChanged(Qt::Horizontal, 0, kTableColumns - 1);
 }
 

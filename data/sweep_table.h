@@ -54,6 +54,7 @@ private:
 
     const Configuration &m_configuration;
     std::array<QString, (kSweepPoints + 1) * kTableColumns> m_cells;
+    std::array<QString, kTableColumns> m_toldHeader; // as the views know it
 };
 
 } // namespace calvorn

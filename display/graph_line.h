@@ -2,6 +2,8 @@
 #pragma once
 
 #include <QRgb>
+#include <QSizeF>
+#include <QStaticText>
 #include <QString>
 
 namespace calvorn {
@@ -29,6 +31,8 @@ struct GraphLabel
     double left = 0.0;
     double top = 0.0;
     QString text;
+    QStaticText layout; // of the text, kept: it is painted with every sweep
+    QSizeF size;        // with its margin, logical pixels
 };
 
 } // namespace calvorn

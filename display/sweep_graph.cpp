@@ -17,14 +17,13 @@ namespace calvorn {
 
 namespace {
 
-constexpr int kGraphTimerMs = 5;
-
 constexpr QRgb kFrequencyMarkerColour = 0xFF4FC3F7; // light blue: M1, M2
 constexpr QRgb kAmplitudeMarkerColour = 0xFFFF9DE0; // pink: M3, M4
 constexpr QRgb kCursorColour = 0xFFFFFFFF;
 
 constexpr double kLabelOffset = 2.0;  // user units between a frequency marker and its caption
 constexpr double kLabelMargin = 3.0;  // logical pixels
+constexpr double kLabelPadding = 2.0; // logical pixels
 constexpr double kGrabDistance = 4.0; // logical pixels from a line within which the mouse takes hold of it
 
 // Device pixels. Far outside any screen, and inside what the rasteriser's fixed-point coordinates hold.
@@ -61,8 +60,7 @@ SweepGraph::SweepGraph(const Configuration &configuration, const SweepTable &tab
     m_timer.setParent(this);
     m_timer.setObjectName(QStringLiteral("timerGrafico"));
     m_timer.setSingleShot(true);
-    m_timer.setInterval(kGraphTimerMs);
-    connect(&m_timer, &QTimer::timeout, this, &SweepGraph::graphTimerFired);
+    connect(&m_timer, &QTimer::timeout, this, &SweepGraph::fireGraphTimer);
 
     const std::array<QRgb, kGraphItems> colours{kFrequencyMarkerColour, kFrequencyMarkerColour, kAmplitudeMarkerColour,
                                                 kAmplitudeMarkerColour, kCursorColour,          kCursorColour};
@@ -70,6 +68,9 @@ SweepGraph::SweepGraph(const Configuration &configuration, const SweepTable &tab
     for (std::size_t i = 0; i < kGraphItems; ++i) {
         m_lines[i].colour = colours[i];
         m_labels[i].text = QString::fromLatin1(captions[i]);
+    }
+    measureLabels();
+    for (std::size_t i = 0; i < kGraphItems; ++i) {
         const auto item = static_cast<GraphItem>(i);
         moveLine(item, isVertical(item) ? 1.0 : 0.0);
     }
@@ -130,8 +131,21 @@ void SweepGraph::clearCurve()
 
 void SweepGraph::armGraphTimer()
 {
-    if (!m_timer.isActive())
-        m_timer.start();
+    if (m_redrawWanted)
+        return;
+    m_redrawWanted = true;
+    const qint64 sinceLast = m_lastRedraw.isValid() ? m_lastRedraw.elapsed() : kGraphTimerMs;
+    if (sinceLast < kGraphTimerMs)
+        m_timer.start(kGraphTimerMs - static_cast<int>(sinceLast));
+    else // queued, and therefore before the next painting: read-outs and curve are painted together
+        QMetaObject::invokeMethod(this, &SweepGraph::fireGraphTimer, Qt::QueuedConnection);
+}
+
+void SweepGraph::fireGraphTimer()
+{
+    m_redrawWanted = false;
+    m_lastRedraw.start();
+    emit graphTimerFired();
 }
 
 void SweepGraph::moveLine(GraphItem item, double position)
@@ -160,10 +174,16 @@ QPolygonF SweepGraph::curve() const
     return points;
 }
 
-QSizeF SweepGraph::labelSize(GraphItem item) const
+void SweepGraph::measureLabels()
 {
     const QFontMetricsF metrics(font());
-    return {std::ceil(metrics.horizontalAdvance(label(item).text)) + 4.0, std::ceil(metrics.height())};
+    for (GraphLabel &target : m_labels) {
+        target.layout.setText(target.text);
+        target.layout.setTextFormat(Qt::PlainText);
+        target.layout.prepare(QTransform(), font());
+        target.size = {std::ceil(metrics.horizontalAdvance(target.text)) + 2.0 * kLabelPadding,
+                       std::ceil(metrics.height())};
+    }
 }
 
 // The captions of a pair stand apart from each other, so that both are read where the markers coincide.
@@ -172,7 +192,7 @@ void SweepGraph::placeLabel(GraphItem item)
     GraphLabel &target = m_labels[static_cast<std::size_t>(item)];
     if (target.text.isEmpty())
         return;
-    const QSizeF extent = labelSize(item);
+    const QSizeF extent = target.size;
     const bool second = item == GraphItem::M2 || item == GraphItem::M4;
     const double rowHeight = extent.height() / std::max(height(), 1) * m_coordinates.height();
     const double columnWidth = extent.width() / std::max(width(), 1) * GraphCoordinates::kWidth;
@@ -194,7 +214,7 @@ QRectF SweepGraph::labelRect(GraphItem item) const
     const bool inside = along >= 0.0 && along < (isVertical(item) ? width() : height());
     if (caption.text.isEmpty() || !line(item).visible || !inside)
         return {};
-    QRectF place(m_coordinates.toPixel({caption.left, caption.top}, size(), pixel), labelSize(item));
+    QRectF place(m_coordinates.toPixel({caption.left, caption.top}, size(), pixel), caption.size);
     if (place.right() > width())
         place.moveRight(from.x() - kLabelMargin);
     place.moveTop(std::clamp(place.top(), 0.0, std::max(height() - place.height(), 0.0)));
@@ -335,7 +355,7 @@ void SweepGraph::paintLabels(QPainter &painter) const
             continue;
         painter.fillRect(place, QColor(0, 0, 0, 200));
         painter.setPen(QColor::fromRgb(line(item).colour));
-        painter.drawText(place, Qt::AlignCenter, label(item).text);
+        painter.drawStaticText(place.topLeft() + QPointF(kLabelPadding, 0.0), label(item).layout);
     }
 }
 
@@ -407,6 +427,7 @@ bool SweepGraph::event(QEvent *event)
     // Another screen may have another number of device pixels; another font other captions.
     if (event->type() == QEvent::ScreenChangeInternal || event->type() == QEvent::FontChange) {
         m_background = QPixmap();
+        measureLabels();
         placeCurve();
         update();
     }

@@ -5,6 +5,7 @@
 #include "display/graph_coordinates.h"
 #include "display/graph_line.h"
 
+#include <QElapsedTimer>
 #include <QPixmap>
 #include <QPolygonF>
 #include <QTimer>
@@ -26,6 +27,7 @@ class SweepGraph : public QWidget
 public:
     static constexpr int kInitialWidth = 534;  // logical pixels
     static constexpr int kInitialHeight = 400; // logical pixels
+    static constexpr int kGraphTimerMs = 15;   // no screen shows more than one picture in that time
 
     SweepGraph(const Configuration &configuration, const SweepTable &table, QWidget *parent = nullptr);
 
@@ -41,8 +43,8 @@ public:
     // Takes the curve away until the next drawLine(); the grid stays.
     void clearCurve();
 
-    // Asks for one graphTimerFired() a few milliseconds from now; further calls until then change nothing, so a
-    // burst of vectors leads to one redraw.
+    // Asks for one graphTimerFired(), as soon as the calling procedure is done and at most once in kGraphTimerMs: a
+    // burst of vectors leads to one redraw at its start and one at its end.
     void armGraphTimer();
 
     const GraphCoordinates &coordinates() const { return m_coordinates; }
@@ -87,7 +89,8 @@ protected:
 private:
     QPointF userPosition(const QMouseEvent *event) const;
     GraphLine &lineOf(GraphItem item) { return m_lines[static_cast<std::size_t>(item)]; }
-    QSizeF labelSize(GraphItem item) const;
+    void fireGraphTimer();
+    void measureLabels();
     QRect itemRegion(GraphItem item) const;
     void placeLabel(GraphItem item);
     void placeCurve();
@@ -101,6 +104,8 @@ private:
     const SweepTable &m_table;
     GraphCoordinates m_coordinates;
     QTimer m_timer;
+    QElapsedTimer m_lastRedraw;
+    bool m_redrawWanted = false;
     QPixmap m_background;                                    // null when it is out of date
     std::optional<std::array<double, kSweepPoints>> m_curve; // y in user units
     QPolygonF m_polyline;                                    // device pixels

@@ -119,6 +119,26 @@ private slots:
         QTRY_COMPARE(fired.size(), 2);
     }
 
+    // Sweeps further apart than a screen's pictures each have their own, together with the read-outs that change
+    // with it.
+    void aVectorIsDrawnBeforeTheNextPainting()
+    {
+        DisplayBench bench;
+        bench.show();
+        QSignalSpy fired(&bench.panel.graph(), &SweepGraph::graphTimerFired);
+        for (int sweep = 1; sweep <= 5; ++sweep) {
+            QTest::qSleep(SweepGraph::kGraphTimerMs + 1);
+            bench.panel.graph().armGraphTimer();
+            QCOMPARE(fired.size(), sweep - 1); // never inside the procedure that stores the samples
+            QCoreApplication::sendPostedEvents(&bench.panel.graph(), QEvent::MetaCall);
+            QCOMPARE(fired.size(), sweep);
+        }
+        // The next one comes too early: its redraw waits, and is not lost.
+        bench.panel.graph().armGraphTimer();
+        QCoreApplication::sendPostedEvents(&bench.panel.graph(), QEvent::MetaCall);
+        QTRY_COMPARE(fired.size(), 6);
+    }
+
     void damagedCellsDoNotStopTheOthers()
     {
         DisplayBench bench;
