@@ -5,7 +5,10 @@
 
 #include <QCoreApplication>
 #include <QEvent>
+#include <QKeyEvent>
 #include <QWheelEvent>
+
+#include <algorithm>
 
 namespace calvorn {
 
@@ -87,7 +90,27 @@ bool DigitBars::eventFilter(QObject *watched, QEvent *event)
             return true;
         }
     }
+    if (event->type() == QEvent::KeyPress && stepByKey(static_cast<QKeyEvent *>(event)))
+        return true;
     return QWidget::eventFilter(watched, event);
+}
+
+bool DigitBars::stepByKey(const QKeyEvent *key)
+{
+    const bool up = key->key() == Qt::Key_Up;
+    if ((!up && key->key() != Qt::Key_Down) || key->modifiers() != Qt::NoModifier)
+        return false;
+    const auto toTheRight = [this] {
+        const QString text = m_box.text().sliced(m_box.cursorPosition());
+        return std::ranges::count_if(text, [](QChar character) { return character.isDigit(); });
+    };
+    const auto digit = std::min<std::ptrdiff_t>(toTheRight(), kDigits - 1);
+    m_bars[static_cast<std::size_t>(digit)]->setValue(up ? kUp : kDown);
+    // The separators may have come or gone; the caret stays at its digit.
+    m_box.end(false);
+    while (toTheRight() < digit && m_box.cursorPosition() > 0)
+        m_box.cursorBackward(false);
+    return true;
 }
 
 } // namespace calvorn

@@ -10,7 +10,8 @@
 namespace calvorn {
 
 // Nine small scroll bars, one over each decimal digit of a right-aligned box; bar k steps the digit of 10^k Hz.
-// Each rests at kRest; the wheel over a bar, or over its digit in the box, is a step too.
+// Each rests at kRest; the wheel over a bar, or over its digit in the box, is a step too, and so are the keys Up and
+// Down in the box, for the digit to the left of the caret.
 class DigitBars : public QWidget
 {
     Q_OBJECT
@@ -41,6 +42,7 @@ protected:
 private:
     void place();
     int digitAt(int xInBox) const;
+    bool stepByKey(const QKeyEvent *key);
 
     QLineEdit &m_box;
     std::array<QScrollBar *, kDigits> m_bars{};

@@ -75,9 +75,22 @@ RangeEntry::Box RangeEntry::makeBox(const char *suffix, const QString &frameTitl
 
 void RangeEntry::showRange()
 {
-    const NumberText numbers;
-    m_start.text->setText(numbers.masked(m_configuration.startFreq, kMaskHertz));
-    m_stop.text->setText(numbers.masked(m_configuration.stopFreq, kMaskHertz));
+    for (const Box &box : {m_start, m_stop})
+        showFrequency(box);
+}
+
+// A box that has the focus keeps its plain digits, and what is being typed into it.
+void RangeEntry::showFrequency(const Box &box)
+{
+    const QString masked = NumberText().masked(*box.frequency, kMaskHertz);
+    if (!box.text->hasFocus()) {
+        box.text->setText(masked);
+    } else if (!box.text->isBeingTyped()) {
+        const bool allSelected = box.text->selectedText() == box.text->text();
+        box.text->setText(NumberText().generalNumber(masked));
+        if (allSelected)
+            box.text->selectAll();
+    }
 }
 
 void RangeEntry::calcolaStep()
@@ -159,7 +172,7 @@ void RangeEntry::stepDigit(const Box &box, int index)
     if (m_scrollBusy)
         return;
     // What is being typed counts before it is stepped.
-    if (box.text->hasFocus() && box.text->isModified())
+    if (box.text->isBeingTyped())
         leaveBox(box);
     const QScopedValueRollback guard(m_scrollBusy, true);
     std::int32_t weight = 1;

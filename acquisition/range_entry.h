@@ -66,6 +66,7 @@ private:
     void VScrollStop_Change(int index) { stepDigit(m_stop, index); }
     void stepDigit(const Box &box, int index);
     void setFrequency(const Box &box, std::int32_t hertz);
+    static void showFrequency(const Box &box);
     void enterBox(const Box &box);
     void leaveBox(const Box &box);
 

@@ -62,15 +62,15 @@ void FrmSweep::composeControlColumn(QLayout *column)
     m_readouts = new FrequencyReadouts(this);
     m_range = new RangeEntry(m_configuration, m_table, *m_readouts, m_messages, m_boundary, this);
     m_controls = new SweepControls(m_configuration, m_messages, m_log, m_boundary, this);
-    m_testPanel = new TestPanel(m_log, m_boundary, this);
-    m_events = new DriverEvents(m_messages, m_log, m_boundary, *m_controls, m_conversion, *m_testPanel, this);
-
     auto *exit = new QPushButton(tr("EXIT"), this);
     exit->setObjectName(QStringLiteral("cmdExit"));
     exit->setToolTip(tr("Save the settings and end the program"));
     exit->setMinimumHeight(36);
     m_controls->buttonRow()->addWidget(exit);
     connect(exit, &QPushButton::clicked, this, &QWidget::close);
+
+    m_testPanel = new TestPanel(m_log, m_boundary, this);
+    m_events = new DriverEvents(m_messages, m_log, m_boundary, *m_controls, m_conversion, *m_testPanel, this);
 
     for (QWidget *widget :
          {static_cast<QWidget *>(m_range), static_cast<QWidget *>(m_controls), static_cast<QWidget *>(m_testPanel)}) {
@@ -85,8 +85,8 @@ void FrmSweep::composeGraphColumn(QLayout *column)
 {
     m_graphPanel = new GraphPanel(m_configuration, m_table, m_desktop, m_boundary, this);
     m_graphPanel->setFooter(m_readouts);
-    m_markers = new MarkerPanel(m_configuration, m_table, m_graphPanel->graph(), m_desktop, m_boundary, this);
-    m_tableView = new SweepTableView(m_configuration, m_table, this);
+    m_markers = new MarkerPanel(m_configuration, m_table, m_graphPanel->graph(), m_desktop, m_boundary);
+    m_tableView = new SweepTableView(m_configuration, m_table);
 
     const AuxHardware hardware{[this](std::uint8_t value, std::int16_t output) {
                                    if (auto *lpt = qobject_cast<LptDriver *>(m_driver))
@@ -96,8 +96,8 @@ void FrmSweep::composeGraphColumn(QLayout *column)
                                    auto *lpt = qobject_cast<LptDriver *>(m_driver);
                                    return lpt && lpt->writeI2c(control, command, byte);
                                }};
-    m_aux1 = new AuxOutput(1, m_configuration.aux1, m_configuration, hardware, m_boundary, this);
-    m_aux2 = new AuxOutput(2, m_configuration.aux2, m_configuration, hardware, m_boundary, this);
+    m_aux1 = new AuxOutput(1, m_configuration.aux1, m_configuration, hardware, m_boundary);
+    m_aux2 = new AuxOutput(2, m_configuration.aux2, m_configuration, hardware, m_boundary);
     m_views = new ViewSwitch(m_window, *m_markers, m_tableView, m_aux1, m_aux2, m_boundary, this);
     m_views->buttonRow()->addWidget(m_range->sampleCountLabel());
     m_files = new SweepFiles({m_configuration, m_table, *m_range, *m_readouts, *m_markers, m_graphPanel->graph()},

@@ -19,6 +19,7 @@ namespace {
 constexpr double kLargestAmplitude = 1e6;
 
 constexpr double kDragDistance = 3.0; // logical pixels
+constexpr int kWidest = 760;          // logical pixels
 
 DisplayMask amplitudeMask(bool linear)
 {
@@ -107,7 +108,14 @@ void MarkerPanel::makeBoxes()
 // Three rows, markers at a frequency to the left and at an amplitude to the right; the cursor ends the right half.
 void MarkerPanel::layOut()
 {
-    auto *grid = new QGridLayout(this);
+    // In a wide window the boxes stay together.
+    auto *row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    auto *inside = new QWidget(this);
+    inside->setMaximumWidth(kWidest);
+    row->addWidget(inside, 1);
+    row->addStretch();
+    auto *grid = new QGridLayout(inside);
     grid->setContentsMargins(6, 2, 6, 2);
     grid->setHorizontalSpacing(6);
     grid->setVerticalSpacing(2);
@@ -225,8 +233,10 @@ void MarkerPanel::aggiornaPosMarkerX(const QString &marker)
 
 void MarkerPanel::aggiornaLblMarkerX()
 {
-    m_m1x->setText(cellUnder(GraphItem::M1, SweepTable::FrequencyColumn));
-    m_m2x->setText(cellUnder(GraphItem::M2, SweepTable::FrequencyColumn));
+    if (!m_m1x->isBeingTyped())
+        m_m1x->setText(cellUnder(GraphItem::M1, SweepTable::FrequencyColumn));
+    if (!m_m2x->isBeingTyped())
+        m_m2x->setText(cellUnder(GraphItem::M2, SweepTable::FrequencyColumn));
     m_m1y->setText(cellUnder(GraphItem::M1, SweepTable::AmplitudeColumn));
     m_m2y->setText(cellUnder(GraphItem::M2, SweepTable::AmplitudeColumn));
     const std::int32_t difference = checkedSubtract(frequencyUnder(GraphItem::M2), frequencyUnder(GraphItem::M1));

@@ -5,10 +5,12 @@
 #include "core/runtime_error.h"
 
 #include <QEvent>
+#include <QKeyEvent>
 #include <QLineF>
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QToolTip>
 
 #include <algorithm>
 #include <cmath>
@@ -51,8 +53,12 @@ SweepGraph::SweepGraph(const Configuration &configuration, const SweepTable &tab
     , m_table(table)
 {
     setObjectName(QStringLiteral("picSweep"));
-    setToolTip(tr("Amplitude against frequency of the last sweep"));
+    setToolTip(tr("Click left: M1, right: M2, with Shift: M3 and M4. Markers can be dragged.\n"
+                  "Keyboard: arrow keys move, keys 1 to 4 put a marker."));
     setAccessibleName(tr("Sweep graph"));
+    setAccessibleDescription(toolTip());
+    // By Tab alone: a click into the plot leaves the focus where one was typing.
+    setFocusPolicy(Qt::TabFocus);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     setAttribute(Qt::WA_OpaquePaintEvent);
     setMouseTracking(true);
@@ -313,6 +319,8 @@ void SweepGraph::paintEvent(QPaintEvent *)
     painter.restore();
     paintLines(painter);
     paintLabels(painter);
+    if (hasFocus())
+        paintPointer(painter);
 }
 
 void SweepGraph::paintCurve(QPainter &painter) const
@@ -359,6 +367,19 @@ void SweepGraph::paintLabels(QPainter &painter) const
     }
 }
 
+void SweepGraph::paintPointer(QPainter &painter) const
+{
+    const double reach = 6.0; // logical pixels
+    const QPointF user{m_pointer.x(), m_coordinates.top() + m_pointer.y() * m_coordinates.height()};
+    const QPointF at = m_coordinates.toPixel(user, size(), 1.0 / devicePixelRatioF());
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    painter.setPen(QPen(QColor::fromRgb(kCursorColour), 0));
+    painter.drawLine(at - QPointF(reach, 0.0), at + QPointF(reach, 0.0));
+    painter.drawLine(at - QPointF(0.0, reach), at + QPointF(0.0, reach));
+    painter.setPen(QPen(palette().color(QPalette::Highlight), 2.0));
+    painter.drawRect(rect().adjusted(1, 1, -1, -1));
+}
+
 void SweepGraph::resizeEvent(QResizeEvent *event)
 {
     QWidget::resizeEvent(event);
@@ -386,6 +407,7 @@ void SweepGraph::mouseMoveEvent(QMouseEvent *event)
         const auto near = markerNear(user.x(), user.y());
         setCursor(!near ? Qt::CrossCursor : isVertical(*near) ? Qt::SplitHCursor : Qt::SplitVCursor);
     }
+    m_pointer = {user.x(), (user.y() - m_coordinates.top()) / m_coordinates.height()};
     emit mouseMoved(user.x(), user.y());
 }
 
@@ -399,6 +421,65 @@ void SweepGraph::mouseReleaseEvent(QMouseEvent *event)
 {
     const QPointF user = userPosition(event);
     emit mouseReleased(event->button(), event->modifiers(), user.x(), user.y());
+}
+
+void SweepGraph::movePointer(double columns, double lines)
+{
+    m_pointer.setX(std::clamp(std::round(m_pointer.x()) + columns, 1.0, GraphCoordinates::kWidth));
+    m_pointer.setY(std::clamp(m_pointer.y() + lines / std::max(height(), 1), 0.0, 1.0));
+    emit mouseMoved(m_pointer.x(), m_coordinates.top() + m_pointer.y() * m_coordinates.height());
+    update();
+}
+
+void SweepGraph::putMarkerAtPointer(int number)
+{
+    const bool odd = number % 2 == 1;
+    emit mouseReleased(odd ? Qt::LeftButton : Qt::RightButton, number > 2 ? Qt::ShiftModifier : Qt::NoModifier,
+                       m_pointer.x(), m_coordinates.top() + m_pointer.y() * m_coordinates.height());
+}
+
+void SweepGraph::keyPressEvent(QKeyEvent *event)
+{
+    const double distance = event->modifiers().testFlag(Qt::ControlModifier) ? 10.0 : 1.0;
+    switch (event->key()) {
+    case Qt::Key_Left:
+        return movePointer(-distance, 0.0);
+    case Qt::Key_Right:
+        return movePointer(distance, 0.0);
+    case Qt::Key_Up:
+        return movePointer(0.0, -distance);
+    case Qt::Key_Down:
+        return movePointer(0.0, distance);
+    case Qt::Key_Home:
+        return movePointer(-GraphCoordinates::kWidth, 0.0);
+    case Qt::Key_End:
+        return movePointer(GraphCoordinates::kWidth, 0.0);
+    case Qt::Key_1:
+    case Qt::Key_2:
+    case Qt::Key_3:
+    case Qt::Key_4:
+        return putMarkerAtPointer(event->key() - Qt::Key_0);
+    default:
+        QWidget::keyPressEvent(event);
+    }
+}
+
+void SweepGraph::focusInEvent(QFocusEvent *event)
+{
+    QWidget::focusInEvent(event);
+    update();
+}
+
+void SweepGraph::focusOutEvent(QFocusEvent *event)
+{
+    QWidget::focusOutEvent(event);
+    update();
+}
+
+// Over the plot it would hide the curve.
+void SweepGraph::showToolTipBelow()
+{
+    QToolTip::showText(mapToGlobal(rect().bottomLeft()), toolTip(), this);
 }
 
 double SweepGraph::pixelsBetween(QPointF from, QPointF to) const
@@ -424,6 +505,10 @@ std::optional<GraphItem> SweepGraph::markerNear(double x, double y) const
 
 bool SweepGraph::event(QEvent *event)
 {
+    if (event->type() == QEvent::ToolTip) {
+        showToolTipBelow();
+        return true;
+    }
     // Another screen may have another number of device pixels; another font other captions.
     if (event->type() == QEvent::ScreenChangeInternal || event->type() == QEvent::FontChange) {
         m_background = QPixmap();

@@ -18,6 +18,9 @@ namespace calvorn {
 
 // The graph "picSweep": a kept grid, the curve over it as one polyline, and over both the markers and the cursor.
 //
+// Without a mouse: with the focus, the arrow keys move a pointer row by row and up and down (Ctrl: ten times as far),
+// Home and End take it to the edges, and the keys 1 to 4 put M1 to M4 there, as a click would.
+//
 // The grid is painted again only when scale, range or size change. The curve's points are kept, so that moving a
 // marker or uncovering the window reads no cell.
 class SweepGraph : public QWidget
@@ -84,10 +87,17 @@ protected:
     void mouseMoveEvent(QMouseEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
     bool event(QEvent *event) override;
 
 private:
     QPointF userPosition(const QMouseEvent *event) const;
+    void movePointer(double columns, double lines);
+    void putMarkerAtPointer(int number);
+    void showToolTipBelow();
+    void paintPointer(QPainter &painter) const;
     GraphLine &lineOf(GraphItem item) { return m_lines[static_cast<std::size_t>(item)]; }
     void fireGraphTimer();
     void measureLabels();
@@ -111,6 +121,8 @@ private:
     QPolygonF m_polyline;                                    // device pixels
     // The same as filled columns, where a logical pixel is two device pixels or more.
     QList<QRect> m_columns;
+    // Where the mouse or the arrow keys were last: a row, and a part of the height from the top.
+    QPointF m_pointer{200.0, 0.5};
     std::array<GraphLine, kGraphItems> m_lines;
     std::array<GraphLabel, kGraphItems> m_labels;
 };

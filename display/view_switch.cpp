@@ -10,6 +10,7 @@ namespace calvorn {
 namespace {
 
 constexpr int kFirstParallelPortView = 2;
+constexpr float kGreyedOpacity = 0.6F;
 
 } // namespace
 
@@ -28,17 +29,20 @@ ViewSwitch::ViewSwitch(WindowSettings &settings, MarkerPanel &markers, QWidget *
     column->addLayout(row);
     m_stack = new QStackedLayout;
     column->addLayout(m_stack, 1);
-    makeView(0, tr("&Marker"), &markers, boundary);
-    makeView(1, tr("&Table"), table, boundary);
-    makeView(2, tr("Aux &1"), aux1, boundary);
-    makeView(3, tr("Aux &2"), aux2, boundary);
+    const std::array<QString, kViews> captions{tr("&Marker"), tr("&Table"), tr("Aux &1"), tr("Aux &2")};
+    const std::array<QWidget *, kViews> contents{&markers, table, aux1, aux2};
+    // The buttons first: the Tab key goes through them before it enters the view.
+    for (int index = 0; index < kViews; ++index)
+        makeButton(index, captions[static_cast<std::size_t>(index)], boundary);
+    for (int index = 0; index < kViews; ++index)
+        makeFrame(index, contents[static_cast<std::size_t>(index)]);
     auto *group = new QActionGroup(this);
     for (QAction *action : m_actions)
         group->addAction(action);
     row->addStretch(1);
 }
 
-void ViewSwitch::makeView(int index, const QString &caption, QWidget *content, ErrorBoundary &boundary)
+void ViewSwitch::makeButton(int index, const QString &caption, ErrorBoundary &boundary)
 {
     const auto i = static_cast<std::size_t>(index);
     const QString plain = QString(caption).remove(u'&');
@@ -47,19 +51,15 @@ void ViewSwitch::makeView(int index, const QString &caption, QWidget *content, E
     button->setToolTip(tr("Show the view \"%1\"").arg(plain));
     button->setAccessibleName(tr("View %1").arg(plain));
     button->setAutoDefault(false);
+    // Greyed while its view is shown, yet still to be read.
+    QPalette colours = button->palette();
+    QColor greyed = colours.color(QPalette::Active, QPalette::ButtonText);
+    greyed.setAlphaF(kGreyedOpacity);
+    colours.setColor(QPalette::Disabled, QPalette::ButtonText, greyed);
+    button->setPalette(colours);
     m_buttonRow->addWidget(button);
     boundary.connect(button, &QPushButton::clicked, this, "cmdView_Click", [this, index] { cmdView_Click(index); });
     m_buttons[i] = button;
-
-    auto *frame = new QFrame(this);
-    frame->setObjectName(QStringLiteral("frameView_%1").arg(index));
-    frame->setAccessibleName(plain);
-    frame->setFrameStyle(QFrame::StyledPanel | QFrame::Plain);
-    auto *inside = new QVBoxLayout(frame);
-    inside->setContentsMargins(0, 0, 0, 0);
-    inside->addWidget(content);
-    m_stack->addWidget(frame);
-    m_frames[i] = frame;
 
     auto *action = new QAction(caption, this);
     action->setObjectName(QStringLiteral("mnuView_%1").arg(index));
@@ -68,6 +68,20 @@ void ViewSwitch::makeView(int index, const QString &caption, QWidget *content, E
     action->setCheckable(true);
     boundary.connect(action, &QAction::triggered, this, "mnuView_Click", [this, index] { mnuView_Click(index); });
     m_actions[i] = action;
+}
+
+void ViewSwitch::makeFrame(int index, QWidget *content)
+{
+    const auto i = static_cast<std::size_t>(index);
+    auto *frame = new QFrame(this);
+    frame->setObjectName(QStringLiteral("frameView_%1").arg(index));
+    frame->setAccessibleName(m_buttons[i]->accessibleName());
+    frame->setFrameStyle(QFrame::StyledPanel | QFrame::Plain);
+    auto *inside = new QVBoxLayout(frame);
+    inside->setContentsMargins(0, 0, 0, 0);
+    inside->addWidget(content);
+    m_stack->addWidget(frame);
+    m_frames[i] = frame;
 }
 
 void ViewSwitch::selectView(int index)

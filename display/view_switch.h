@@ -43,7 +43,8 @@ public:
 private:
     void cmdView_Click(int index) { selectView(index); }
     void mnuView_Click(int index) { selectView(index); }
-    void makeView(int index, const QString &caption, QWidget *content, ErrorBoundary &boundary);
+    void makeButton(int index, const QString &caption, ErrorBoundary &boundary);
+    void makeFrame(int index, QWidget *content);
 
     WindowSettings &m_settings;
     MarkerPanel &m_markers;

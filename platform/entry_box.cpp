@@ -19,6 +19,7 @@ EntryBox::EntryBox(QWidget *parent)
 {
     setAlignment(Qt::AlignRight);
     connect(this, &QLineEdit::returnPressed, this, [this] {
+        setModified(false);
         emit lostFocus();
         emit gotFocus();
         selectAll();

@@ -14,6 +14,9 @@ class EntryBox : public QLineEdit
 public:
     explicit EntryBox(QWidget *parent = nullptr);
 
+    // The user is in the middle of an entry, which no news may overwrite.
+    bool isBeingTyped() const { return hasFocus() && isModified(); }
+
 signals:
     void gotFocus();
     void lostFocus();

@@ -157,6 +157,24 @@ private slots:
         QCOMPARE(bench.box("txtStop")->text(), QStringLiteral("10,000,000"));
     }
 
+    // The plan comes a moment after the first box was left, when the second may be half typed.
+    void aPlanDoesNotOverwriteWhatIsBeingTyped()
+    {
+        Bench bench;
+        bench.type("txtStart", QStringLiteral("2000000"));
+        QLineEdit *stop = bench.box("txtStop");
+        QVERIFY(stop->hasFocus());
+        bench.entry.aggiornaLblFrequenza();
+        QCOMPARE(stop->text(), QStringLiteral("10000000"));
+        QCOMPARE(stop->selectedText(), stop->text());
+        QTest::keyClicks(stop, QStringLiteral("4500"));
+        bench.entry.aggiornaLblFrequenza();
+        QTest::keyClicks(stop, QStringLiteral("000"));
+        QTest::keyClick(stop, Qt::Key_Tab);
+        QCOMPARE(bench.configuration.stopFreq, 4500000);
+        QCOMPARE(stop->text(), QStringLiteral("4,500,000"));
+    }
+
     void badEntriesAreCorrectedInPlace()
     {
         Bench bench;
@@ -170,6 +188,34 @@ private slots:
         QCOMPARE(bench.box("txtStop")->text(), QStringLiteral("60,000,000"));
         QCOMPARE(bench.desktop.beeps, 2);
         QCOMPARE(bench.desktop.boxes.size(), 0);
+    }
+
+    void keysStepTheDigitAtTheCaret()
+    {
+        Bench bench;
+        QLineEdit *box = bench.box("txtStart");
+        box->setFocus();
+        box->setText(QStringLiteral("1000000"));
+        box->setCursorPosition(4); // behind the thousands
+        QTest::keyClick(box, Qt::Key_Up);
+        QCOMPARE(bench.configuration.startFreq, 1001000);
+        QTest::keyClick(box, Qt::Key_Up);
+        QCOMPARE(bench.configuration.startFreq, 1002000);
+        QTest::keyClick(box, Qt::Key_Down);
+        QCOMPARE(bench.configuration.startFreq, 1001000);
+        QCOMPARE(box->text(), QStringLiteral("1,001,000"));
+        box->end(false);
+        QTest::keyClick(box, Qt::Key_Down);
+        QCOMPARE(bench.configuration.startFreq, 1000999);
+        box->home(false); // no digit stands there yet
+        QTest::keyClick(box, Qt::Key_Up);
+        QCOMPARE(bench.configuration.startFreq, 11000999);
+        // What is being typed counts first.
+        box->selectAll();
+        QTest::keyClicks(box, QStringLiteral("2000000"));
+        QTest::keyClick(box, Qt::Key_Up);
+        QCOMPARE(bench.configuration.startFreq, 2000001);
+        QCOMPARE(bench.desktop.beeps, 0);
     }
 
     void digitsStepDownToTheMinimum()

@@ -99,6 +99,38 @@ private slots:
             QCOMPARE(graph.line(item).y1, 0.0);
     }
 
+    void theKeyboardDoesWhatTheMouseDoes()
+    {
+        DisplayBench bench(1); // 0 to -40 dB
+        bench.show();
+        SweepGraph &graph = bench.panel.graph();
+        graph.setFocus(Qt::TabFocusReason);
+        QVERIFY(graph.hasFocus());
+        QTest::keyClick(&graph, Qt::Key_Home);
+        QCOMPARE(bench.text(QStringLiteral("txtX")), QStringLiteral("1,000,000"));
+        QCOMPARE(bench.text(QStringLiteral("txtY")), QStringLiteral("-20.0"));
+        QTest::keyClick(&graph, Qt::Key_Right, Qt::ControlModifier);
+        QTest::keyClick(&graph, Qt::Key_Right);
+        QTest::keyClick(&graph, Qt::Key_Left);
+        QTest::keyClick(&graph, Qt::Key_1);
+        QCOMPARE(graph.line(GraphItem::M1).x1, 11.0);
+        QCOMPARE(bench.text(QStringLiteral("txtM1X")), QStringLiteral("1,250,000"));
+        QTest::keyClick(&graph, Qt::Key_End);
+        QTest::keyClick(&graph, Qt::Key_2);
+        QCOMPARE(graph.line(GraphItem::M2).x1, 400.0);
+        QTest::keyClick(&graph, Qt::Key_3);
+        QCOMPARE(bench.text(QStringLiteral("txtM3Y")), QStringLiteral("-20.0"));
+        const double before = graph.line(GraphItem::M3).y1;
+        for (int i = 0; i < 3; ++i)
+            QTest::keyClick(&graph, Qt::Key_Up, Qt::ControlModifier);
+        QTest::keyClick(&graph, Qt::Key_4);
+        const double lines = std::round((before - graph.line(GraphItem::M4).y1) / 40000.0 * graph.height());
+        QVERIFY2(std::abs(lines - 30.0) <= 1.0, qPrintable(QString::number(lines)));
+        QTest::keyClick(&graph, Qt::Key_Tab);
+        QVERIFY(!graph.hasFocus());
+        QCOMPARE(bench.desktop.boxes.size(), 0);
+    }
+
     void theFloatingCrossAimsTheAmplitudeMarkers()
     {
         DisplayBench bench(1);

@@ -1,0 +1,163 @@
+// SPDX-License-Identifier: MIT
+// What every control of the main window owes to those who use it: a tip, a name, a place in the order of the Tab key,
+// and room for its text.
+#include "tests/support/fake_server_control.h"
+#include "tests/support/window_bench.h"
+
+#include <QAbstractSpinBox>
+#include <QListWidget>
+#include <QMenu>
+#include <QMenuBar>
+#include <QScrollBar>
+
+using namespace calvorn;
+using calvorn::test::WindowBench;
+
+namespace {
+
+const QByteArray kSettings = "[Config]\r\nInterface=2\r\nDDS Device=AD9851\r\nADC Step=0.001\r\nADC Offset=0\r\n"
+                             "[Debug]\r\nLog=1\r\n[Parallel Port]\r\nLPT=0\r\n"
+                             "[Calvorn]\r\nStart=1000000\r\nStop=60000000\r\nScale=0\r\nMax scaleV=1.5\r\n"
+                             "[Aux1]\r\nEnabled=1\r\n[Aux2]\r\nEnabled=1\r\nPotMax=255\r\nPotMin=0\r\n";
+
+// Of ours; a control's own parts have names of the toolkit, or none.
+bool isNamed(const QWidget *widget)
+{
+    return !widget->objectName().isEmpty() && !widget->objectName().startsWith(u"qt_");
+}
+
+QList<QWidget *> controls(const WindowBench &bench)
+{
+    QList<QWidget *> found;
+    for (QWidget *widget : bench.window->findChildren<QWidget *>()) {
+        const bool control = qobject_cast<QAbstractButton *>(widget) || qobject_cast<QLineEdit *>(widget) ||
+                             qobject_cast<QScrollBar *>(widget) || qobject_cast<QAbstractItemView *>(widget) ||
+                             widget->objectName() == u"picSweep";
+        if (control && isNamed(widget))
+            found.append(widget);
+    }
+    return found;
+}
+
+} // namespace
+
+class TestControls : public QObject
+{
+    Q_OBJECT
+
+private:
+    test::FakeServerControl m_server;
+
+private slots:
+    void everyControlHasATipAndAName();
+    void menuEntriesTellWhatTheyDo();
+    void theTabKeyFollowsTheEye();
+    void nothingIsCutOff_data();
+    void nothingIsCutOff();
+};
+
+void TestControls::everyControlHasATipAndAName()
+{
+    WindowBench bench(m_server.program(), kSettings);
+    const QList<QWidget *> all = controls(bench);
+    QVERIFY2(all.size() > 60, qPrintable(QString::number(all.size())));
+    for (const QWidget *control : all) {
+        QVERIFY2(!control->toolTip().isEmpty(), qPrintable(QStringLiteral("no tip: ") + control->objectName()));
+        const auto *button = qobject_cast<const QAbstractButton *>(control);
+        QVERIFY2(!control->accessibleName().isEmpty() || (button && !button->text().isEmpty()),
+                 qPrintable(QStringLiteral("no name: ") + control->objectName()));
+    }
+}
+
+void TestControls::menuEntriesTellWhatTheyDo()
+{
+    WindowBench bench(m_server.program(), kSettings);
+    QStringList mnemonics;
+    for (const QAction *menu : bench.window->menuBar()->actions()) {
+        mnemonics.append(menu->text().section(u'&', 1).left(1));
+        QStringList inside;
+        for (const QAction *entry : menu->menu()->actions()) {
+            if (entry->isSeparator())
+                continue;
+            QVERIFY2(entry->text().contains(u'&'), qPrintable(entry->text()));
+            inside.append(entry->text().section(u'&', 1).left(1).toLower());
+            QVERIFY2(!entry->objectName().isEmpty(), qPrintable(entry->text()));
+        }
+        QCOMPARE(inside.removeDuplicates(), 0);
+    }
+    QCOMPARE(mnemonics.removeDuplicates(), 0);
+}
+
+void TestControls::theTabKeyFollowsTheEye()
+{
+    WindowBench bench(m_server.program(), kSettings);
+    QStringList order;
+    bench.find("txtStart")->setFocus();
+    for (int i = 0; i < 40; ++i) {
+        const QWidget *focused = QApplication::focusWidget();
+        QVERIFY(focused);
+        if (order.contains(focused->objectName()))
+            break;
+        order.append(focused->objectName());
+        QTest::keyClick(const_cast<QWidget *>(focused), Qt::Key_Tab);
+    }
+    const QStringList expected{QStringLiteral("txtStart"),  QStringLiteral("txtStop"),    QStringLiteral("optSpeed_0"),
+                               QStringLiteral("cmdStart"),  QStringLiteral("cmdExit"),    QStringLiteral("lstLOG"),
+                               QStringLiteral("cmdSwStop"), QStringLiteral("txtMaxVolt"), QStringLiteral("picSweep"),
+                               QStringLiteral("cmdView_1"), QStringLiteral("cmdView_2"),  QStringLiteral("cmdView_3"),
+                               QStringLiteral("txtM1X"),    QStringLiteral("txtM2X"),     QStringLiteral("txtM3Y"),
+                               QStringLiteral("txtM4Y"),    QStringLiteral("cmdCopyM1"),  QStringLiteral("cmdCopyM2")};
+    // Controls between these are welcome; their order is what counts.
+    QStringList found;
+    for (const QString &name : order) {
+        if (expected.contains(name))
+            found.append(name);
+    }
+    QCOMPARE(found, expected);
+}
+
+void TestControls::nothingIsCutOff_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::newRow("at the start") << QSize(800, 600);
+    QTest::newRow("a small screen") << QSize(1024, 570);
+    QTest::newRow("a large screen") << QSize(1900, 1050);
+}
+
+void TestControls::nothingIsCutOff()
+{
+    QFETCH(QSize, size);
+    WindowBench bench(m_server.program(), kSettings);
+    bench.window->resize(size);
+    QCoreApplication::processEvents();
+    // The layout fits: it does not make the window larger than asked for.
+    QCOMPARE(bench.window->size(), size);
+    for (int view = 0; view < 4; ++view) {
+        auto *button = bench.find<QAbstractButton>(qPrintable(QStringLiteral("cmdView_%1").arg(view)));
+        button->click();
+        QCoreApplication::processEvents();
+        for (const QWidget *widget : bench.window->findChildren<QWidget *>()) {
+            const auto *label = qobject_cast<const QLabel *>(widget);
+            const auto *push = qobject_cast<const QAbstractButton *>(widget);
+            const bool text = (label && !label->text().isEmpty()) || (push && !push->text().isEmpty());
+            if (!text || !widget->isVisible() || widget->objectName().startsWith(u"lblVolt_"))
+                continue;
+            const QString name = widget->objectName() + u' ' + (label ? label->text() : push->text());
+            QVERIFY2(widget->width() >= widget->minimumSizeHint().width(), qPrintable(name));
+            QVERIFY2(widget->height() >= widget->minimumSizeHint().height(), qPrintable(name));
+            const QRect place(widget->mapTo(bench.window.get(), QPoint()), widget->size());
+            QVERIFY2(bench.window->rect().contains(place), qPrintable(name));
+        }
+        // A box shows its whole number.
+        for (const QLineEdit *box : bench.window->findChildren<QLineEdit *>()) {
+            if (!box->isVisible())
+                continue;
+            const int frame = 8;
+            QVERIFY2(box->fontMetrics().horizontalAdvance(box->text()) + frame <= box->width(),
+                     qPrintable(box->objectName()));
+        }
+    }
+}
+
+QTEST_MAIN(TestControls)
+#include "test_controls.moc"
