@@ -12,6 +12,15 @@ namespace calvorn {
 enum class GraphItem { M1, M2, M3, M4, CursorV, CursorH };
 inline constexpr int kGraphItems = 6;
 
+inline constexpr QRgb kFrequencyMarkerColour = 0xFF4FC3F7; // light blue: M1, M2
+inline constexpr QRgb kAmplitudeMarkerColour = 0xFFFF9DE0; // pink: M3, M4
+inline constexpr QRgb kCursorColour = 0xFFFFFFFF;
+
+constexpr bool isVertical(GraphItem item)
+{
+    return item == GraphItem::M1 || item == GraphItem::M2 || item == GraphItem::CursorV;
+}
+
 // A line over the curve, in user units of the graph. M1, M2 and LineCV are vertical (x1 == x2), M3, M4 and LineCH
 // horizontal (y1 == y2).
 struct GraphLine

@@ -19,22 +19,10 @@ namespace calvorn {
 
 namespace {
 
-constexpr QRgb kFrequencyMarkerColour = 0xFF4FC3F7; // light blue: M1, M2
-constexpr QRgb kAmplitudeMarkerColour = 0xFFFF9DE0; // pink: M3, M4
-constexpr QRgb kCursorColour = 0xFFFFFFFF;
-
-constexpr double kLabelOffset = 2.0;  // user units between a frequency marker and its caption
-constexpr double kLabelMargin = 3.0;  // logical pixels
-constexpr double kLabelPadding = 2.0; // logical pixels
 constexpr double kGrabDistance = 4.0; // logical pixels from a line within which the mouse takes hold of it
 
 // Device pixels. Far outside any screen, and inside what the rasteriser's fixed-point coordinates hold.
 constexpr double kFarAway = 16000.0;
-
-bool isVertical(GraphItem item)
-{
-    return item == GraphItem::M1 || item == GraphItem::M2 || item == GraphItem::CursorV;
-}
 
 double amplitudeOf(const NumberText &numbers, const QString &text)
 {
@@ -130,8 +118,7 @@ void SweepGraph::drawLine()
 void SweepGraph::clearCurve()
 {
     m_curve.reset();
-    m_polyline.clear();
-    m_columns.clear();
+    m_placedCurve = {};
     update();
 }
 
@@ -182,49 +169,30 @@ QPolygonF SweepGraph::curve() const
 
 void SweepGraph::measureLabels()
 {
-    const QFontMetricsF metrics(font());
-    for (GraphLabel &target : m_labels) {
-        target.layout.setText(target.text);
-        target.layout.setTextFormat(Qt::PlainText);
-        target.layout.prepare(QTransform(), font());
-        target.size = {std::ceil(metrics.horizontalAdvance(target.text)) + 2.0 * kLabelPadding,
-                       std::ceil(metrics.height())};
-    }
+    for (GraphLabel &target : m_labels)
+        GraphPainter::measureCaption(target, font());
 }
 
-// The captions of a pair stand apart from each other, so that both are read where the markers coincide.
+GraphPainter SweepGraph::screenPainter() const
+{
+    const double pixel = 1.0 / devicePixelRatioF();
+    return {m_coordinates, {QSizeF(size()), pixel, std::max(1.0, std::floor(devicePixelRatioF())) * pixel}};
+}
+
+GraphPainter SweepGraph::devicePainter() const
+{
+    const double ratio = devicePixelRatioF();
+    return {m_coordinates, {QSizeF((QSizeF(size()) * ratio).toSize()), 1.0, std::max(1.0, std::floor(ratio))}};
+}
+
 void SweepGraph::placeLabel(GraphItem item)
 {
-    GraphLabel &target = m_labels[static_cast<std::size_t>(item)];
-    if (target.text.isEmpty())
-        return;
-    const QSizeF extent = target.size;
-    const bool second = item == GraphItem::M2 || item == GraphItem::M4;
-    const double rowHeight = extent.height() / std::max(height(), 1) * m_coordinates.height();
-    const double columnWidth = extent.width() / std::max(width(), 1) * GraphCoordinates::kWidth;
-    if (isVertical(item)) {
-        target.left = line(item).x2 + kLabelOffset;
-        target.top = m_coordinates.top() + (second ? 1.25 : 0.1) * rowHeight;
-    } else {
-        target.left = (second ? 1.3 : 0.2) * columnWidth;
-        target.top = line(item).y1 - rowHeight / 2.0;
-    }
+    screenPainter().placeCaption(item, line(item), m_labels[static_cast<std::size_t>(item)]);
 }
 
 QRectF SweepGraph::labelRect(GraphItem item) const
 {
-    const GraphLabel &caption = label(item);
-    const double pixel = 1.0 / devicePixelRatioF();
-    const QPointF from = m_coordinates.toPixel({line(item).x1, line(item).y1}, size(), pixel);
-    const double along = isVertical(item) ? from.x() : from.y();
-    const bool inside = along >= 0.0 && along < (isVertical(item) ? width() : height());
-    if (caption.text.isEmpty() || !line(item).visible || !inside)
-        return {};
-    QRectF place(m_coordinates.toPixel({caption.left, caption.top}, size(), pixel), caption.size);
-    if (place.right() > width())
-        place.moveRight(from.x() - kLabelMargin);
-    place.moveTop(std::clamp(place.top(), 0.0, std::max(height() - place.height(), 0.0)));
-    return place;
+    return screenPainter().captionRect(item, line(item), label(item));
 }
 
 QRect SweepGraph::itemRegion(GraphItem item) const
@@ -241,129 +209,58 @@ QRect SweepGraph::itemRegion(GraphItem item) const
 
 void SweepGraph::placeCurve()
 {
-    if (!m_curve)
-        return;
-    const double ratio = devicePixelRatioF();
-    const QSizeF surface = QSizeF(size()) * ratio;
-    m_polyline.resize(kSweepPoints);
-    for (int row = 1; row <= kSweepPoints; ++row) {
-        const double y = (*m_curve)[static_cast<std::size_t>(row - 1)];
-        QPointF point = m_coordinates.toPixel({static_cast<double>(row), y}, surface);
-        point.setY(std::clamp(point.y(), -kFarAway, kFarAway));
-        m_polyline[row - 1] = point;
-    }
-    m_columns.clear();
-    if (ratio >= 2.0)
-        placeColumns(static_cast<int>(ratio));
-}
-
-// A polyline wider than one device pixel costs ten to thirty times a thin one. Where a logical pixel is two device
-// pixels or more, the curve is therefore filled: one upright rectangle for each column of device pixels that a
-// segment crosses, as high as the segment is there and never thinner than a logical pixel.
-void SweepGraph::placeColumns(int thickness)
-{
-    const auto whole = [](double value) { return static_cast<int>(std::floor(value)); };
-    for (qsizetype i = 1; i < m_polyline.size(); ++i) {
-        const QPointF from = m_polyline[i - 1];
-        const QPointF to = m_polyline[i];
-        const double slope = (to.y() - from.y()) / (to.x() - from.x());
-        for (int column = whole(from.x()); column <= whole(to.x()); ++column) {
-            const double y1 = from.y() + (std::max(from.x(), static_cast<double>(column)) - from.x()) * slope;
-            const double y2 = from.y() + (std::min(to.x(), column + 1.0) - from.x()) * slope;
-            const int top = whole(std::min(y1, y2));
-            const QRect upright(column, top, thickness, whole(std::max(y1, y2)) - top + thickness);
-            // Neighbouring segments share the column in which they meet.
-            if (!m_columns.isEmpty() && m_columns.last().x() == column)
-                m_columns.last() |= upright;
-            else
-                m_columns.append(upright);
-        }
-    }
-}
-
-// In device pixels, each line on whole ones: sharp at any screen scale.
-void SweepGraph::paintBackground()
-{
-    const double ratio = devicePixelRatioF();
-    const QSize surface = (QSizeF(size()) * ratio).toSize();
-    m_background = QPixmap(surface);
-    m_background.fill(QColor::fromRgb(kGraphBackground));
-    const int thickness = std::max(1, static_cast<int>(ratio));
-    const auto whole = [](double value) {
-        return static_cast<int>(std::clamp(std::floor(value), -kFarAway, kFarAway));
-    };
-    QPainter painter(&m_background);
-    for (const GridLine &grid : m_coordinates.gridLines()) {
-        const QPointF from = m_coordinates.toPixel({grid.x1, grid.y1}, surface);
-        const QPointF to = m_coordinates.toPixel({grid.x2, grid.y2}, surface);
-        const int x = std::min(whole(from.x()), surface.width() - thickness);
-        const int y = whole(from.y());
-        // A line below the edge stays outside; the one on the edge keeps its thickness.
-        const int inner = y < surface.height() ? std::min(y, surface.height() - thickness) : y;
-        const QRect stripe = grid.x1 == grid.x2 ? QRect(x, y, thickness, whole(to.y()) - y + 1)
-                                                : QRect(x, inner, whole(to.x()) - x + 1, thickness);
-        painter.fillRect(stripe, QColor::fromRgb(grid.colour));
-    }
+    if (m_curve)
+        devicePainter().placeCurve(*m_curve, m_placedCurve);
 }
 
 void SweepGraph::paintEvent(QPaintEvent *)
 {
-    if (m_background.isNull())
-        paintBackground();
     QPainter painter(this);
-    // In device pixels, where the grid is copied and the curve drawn without any scaling.
-    painter.save();
-    painter.scale(1.0 / devicePixelRatioF(), 1.0 / devicePixelRatioF());
-    painter.drawPixmap(0, 0, m_background);
-    paintCurve(painter);
-    painter.restore();
-    paintLines(painter);
-    paintLabels(painter);
+    picSweep_Paint(painter);
     if (hasFocus())
         paintPointer(painter);
 }
 
-void SweepGraph::paintCurve(QPainter &painter) const
+// The curve is kept: where the window is uncovered it is painted again without reading a cell, idle or sweeping.
+void SweepGraph::picSweep_Paint(QPainter &painter)
 {
-    if (devicePixelRatioF() < 2.0) {
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(QPen(QColor::fromRgb(kCurveColour), 0));
-        painter.drawPolyline(m_polyline);
-        return;
+    if (m_background.isNull()) {
+        m_background = QPixmap((QSizeF(size()) * devicePixelRatioF()).toSize());
+        QPainter background(&m_background);
+        devicePainter().paintGrid(background);
     }
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(QColor::fromRgb(kCurveColour));
-    painter.drawRects(m_columns);
-}
-
-void SweepGraph::paintLines(QPainter &painter) const
-{
-    const double pixel = 1.0 / devicePixelRatioF();
-    const double thickness = std::max(1.0, std::floor(devicePixelRatioF())) * pixel;
-    for (const GraphLine &target : m_lines) {
-        if (!target.visible)
-            continue;
-        const QPointF from = m_coordinates.toPixel({target.x1, target.y1}, size(), pixel);
-        const QPointF to = m_coordinates.toPixel({target.x2, target.y2}, size(), pixel);
-        const auto snapped = [pixel](double value) { return std::floor(value / pixel) * pixel; };
-        const QRectF stripe = target.x1 == target.x2
-                                  ? QRectF(std::min(snapped(from.x()), width() - thickness), 0.0, thickness, height())
-                                  : QRectF(0.0, snapped(from.y()), to.x() + pixel, thickness);
-        painter.fillRect(stripe, QColor::fromRgb(target.colour));
-    }
-}
-
-void SweepGraph::paintLabels(QPainter &painter) const
-{
+    // In device pixels, where the grid is copied and the curve drawn without any scaling.
+    painter.save();
+    painter.scale(1.0 / devicePixelRatioF(), 1.0 / devicePixelRatioF());
+    painter.drawPixmap(0, 0, m_background);
+    devicePainter().paintCurve(painter, m_placedCurve);
+    painter.restore();
+    const GraphPainter screen = screenPainter();
+    for (const GraphLine &target : m_lines)
+        screen.paintLine(painter, target);
     painter.setRenderHint(QPainter::TextAntialiasing);
     for (int i = 0; i < kGraphItems; ++i) {
         const auto item = static_cast<GraphItem>(i);
-        const QRectF place = labelRect(item);
-        if (place.isEmpty())
-            continue;
-        painter.fillRect(place, QColor(0, 0, 0, 200));
-        painter.setPen(QColor::fromRgb(line(item).colour));
-        painter.drawStaticText(place.topLeft() + QPointF(kLabelPadding, 0.0), label(item).layout);
+        screen.paintCaption(painter, item, line(item), label(item));
+    }
+}
+
+void SweepGraph::paintPicture(QPainter &painter, const GraphPainter::Surface &surface, GraphInk ink) const
+{
+    const GraphPainter graph(m_coordinates, surface, ink);
+    graph.paintGrid(painter);
+    PlacedCurve curve;
+    if (m_curve)
+        graph.placeCurve(*m_curve, curve);
+    graph.paintCurve(painter, curve);
+    for (const GraphItem item : {GraphItem::M1, GraphItem::M2, GraphItem::M3, GraphItem::M4})
+        graph.paintLine(painter, line(item));
+    for (const GraphItem item : {GraphItem::M1, GraphItem::M2, GraphItem::M3, GraphItem::M4}) {
+        GraphLabel caption;
+        caption.text = label(item).text;
+        GraphPainter::measureCaption(caption, painter.font());
+        graph.placeCaption(item, line(item), caption);
+        graph.paintCaption(painter, item, line(item), caption);
     }
 }
 

@@ -4,6 +4,7 @@
 #include "data/sweep_table.h"
 #include "display/graph_coordinates.h"
 #include "display/graph_line.h"
+#include "display/graph_painter.h"
 
 #include <QElapsedTimer>
 #include <QPixmap>
@@ -68,6 +69,9 @@ public:
     // Distance of two places (user units) on the screen, in logical pixels.
     double pixelsBetween(QPointF from, QPointF to) const;
 
+    // Paints the plot with its markers, but without the cursor, somewhere else; captions in the painter's font.
+    void paintPicture(QPainter &painter, const GraphPainter::Surface &surface, GraphInk ink) const;
+
     // The points of the curve in user units; empty after clearCurve().
     QPolygonF curve() const;
 
@@ -97,6 +101,7 @@ private:
     void movePointer(double columns, double lines);
     void putMarkerAtPointer(int number);
     void showToolTipBelow();
+    void picSweep_Paint(QPainter &painter);
     void paintPointer(QPainter &painter) const;
     GraphLine &lineOf(GraphItem item) { return m_lines[static_cast<std::size_t>(item)]; }
     void fireGraphTimer();
@@ -104,11 +109,8 @@ private:
     QRect itemRegion(GraphItem item) const;
     void placeLabel(GraphItem item);
     void placeCurve();
-    void placeColumns(int thickness);
-    void paintBackground();
-    void paintCurve(QPainter &painter) const;
-    void paintLines(QPainter &painter) const;
-    void paintLabels(QPainter &painter) const;
+    GraphPainter screenPainter() const; // in logical pixels
+    GraphPainter devicePainter() const; // in device pixels
 
     const Configuration &m_configuration;
     const SweepTable &m_table;
@@ -118,11 +120,9 @@ private:
     bool m_redrawWanted = false;
     QPixmap m_background;                                    // null when it is out of date
     std::optional<std::array<double, kSweepPoints>> m_curve; // y in user units
-    QPolygonF m_polyline;                                    // device pixels
-    // The same as filled columns, where a logical pixel is two device pixels or more.
-    QList<QRect> m_columns;
     // Where the mouse or the arrow keys were last: a row, and a part of the height from the top.
     QPointF m_pointer{200.0, 0.5};
+    PlacedCurve m_placedCurve; // device pixels
     std::array<GraphLine, kGraphItems> m_lines;
     std::array<GraphLabel, kGraphItems> m_labels;
 };

@@ -102,6 +102,22 @@ private slots:
         QCOMPARE(grab(bench.panel.graph()), before);
     }
 
+    // Whatever the cells hold by then: what the graph shows changes only when it is drawn.
+    void uncoveringTheWindowShowsTheCurveAgain()
+    {
+        DisplayBench bench;
+        bench.show();
+        fillVolts(bench.table, QStringLiteral("1.5"));
+        bench.panel.graph().drawLine();
+        const QImage drawn = grab(bench.panel.graph());
+        fillVolts(bench.table, QStringLiteral("0.2"));
+        bench.window.hide();
+        bench.show();
+        QCOMPARE(grab(bench.panel.graph()), drawn);
+        bench.panel.graph().drawLine();
+        QVERIFY(grab(bench.panel.graph()) != drawn);
+    }
+
     void aBurstOfVectorsIsOneRedraw()
     {
         DisplayBench bench;

@@ -1,0 +1,246 @@
+// SPDX-License-Identifier: MIT
+#include "display/graph_painter.h"
+
+#include <QFontMetricsF>
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+#include <optional>
+
+namespace calvorn {
+
+namespace {
+
+constexpr double kCaptionOffset = 2.0;  // user units between a frequency marker and its caption
+constexpr double kCaptionMargin = 3.0;  // painter's units between a caption and the line to its right
+constexpr double kCaptionPadding = 2.0; // painter's units
+constexpr int kCaptionShade = 200;      // of 255: the curve shines through
+
+// Device pixels. Far outside any screen, and inside what the rasteriser's fixed-point coordinates hold.
+constexpr double kFarAway = 16000.0;
+
+struct InkPair
+{
+    QRgb screen;
+    QRgb paper;
+};
+
+constexpr InkPair kInks[] = {{kGraphBackground, 0xFFFFFFFF}, {kMinorGridColour, 0xFFDDE6DD},
+                             {kMajorGridColour, 0xFFA3B8A3}, {kCentreColour, 0xFFE08080},
+                             {kCurveColour, 0xFF0B3D91},     {kFrequencyMarkerColour, 0xFF00796B},
+                             {kCursorColour, 0xFF000000},    {kAmplitudeMarkerColour, 0xFFAD1457}};
+
+// The part of a segment between two heights; none when it lies wholly above or below them.
+std::optional<QLineF> insideHeights(QPointF from, QPointF to, double top, double bottom)
+{
+    if (std::max(from.y(), to.y()) < top || std::min(from.y(), to.y()) > bottom)
+        return std::nullopt;
+    const auto cut = [top, bottom](QPointF point, QPointF other) {
+        const double y = std::clamp(point.y(), top, bottom);
+        if (y == point.y())
+            return point;
+        const double part = (y - point.y()) / (other.y() - point.y());
+        return QPointF(point.x() + part * (other.x() - point.x()), y);
+    };
+    return QLineF(cut(from, to), cut(to, from));
+}
+
+} // namespace
+
+QColor inked(QRgb screenColour, GraphInk ink)
+{
+    if (ink == GraphInk::Screen)
+        return QColor::fromRgb(screenColour);
+    const auto *known = std::ranges::find(kInks, screenColour, &InkPair::screen);
+    // A light colour without a pair of its own has to be seen on white.
+    return known != std::end(kInks) ? QColor::fromRgb(known->paper) : QColor::fromRgb(screenColour).darker(250);
+}
+
+GraphPainter::GraphPainter(const GraphCoordinates &coordinates, const Surface &surface, GraphInk ink)
+    : m_coordinates(coordinates)
+    , m_surface(surface)
+    , m_ink(ink)
+{
+}
+
+double GraphPainter::snapped(double value) const
+{
+    return std::clamp(std::floor(value / m_surface.pixel), -kFarAway, kFarAway) * m_surface.pixel;
+}
+
+bool GraphPainter::isOnSurface(double position, double extent) const
+{
+    return position >= 0.0 && position < extent;
+}
+
+// Each line on whole grains: sharp at any screen scale.
+void GraphPainter::paintGrid(QPainter &painter) const
+{
+    const double width = m_surface.size.width();
+    const double height = m_surface.size.height();
+    const double thickness = m_surface.thickness;
+    painter.fillRect(QRectF(QPointF(), m_surface.size), inked(kGraphBackground, m_ink));
+    for (const GridLine &grid : m_coordinates.gridLines()) {
+        const QPointF from = m_coordinates.toPixel({grid.x1, grid.y1}, m_surface.size, m_surface.pixel);
+        const double x = std::min(snapped(from.x()), width - thickness);
+        const double y = snapped(from.y());
+        const bool upright = grid.x1 == grid.x2;
+        // A line outside the range is not seen; the one on the edge keeps its thickness.
+        if (!upright && !isOnSurface(y, height))
+            continue;
+        const QRectF stripe = upright ? QRectF(x, 0.0, thickness, height)
+                                      : QRectF(0.0, std::min(y, height - thickness), width, thickness);
+        painter.fillRect(stripe, inked(grid.colour, m_ink));
+    }
+}
+
+void GraphPainter::placeCurve(std::span<const double> values, PlacedCurve &curve) const
+{
+    curve.runs.clear();
+    curve.columns.clear();
+    const auto placed = [&](std::size_t i) {
+        QPointF point = m_coordinates.toPixel({static_cast<double>(i + 1), values[i]}, m_surface.size, m_surface.pixel);
+        point.setY(std::clamp(point.y(), -kFarAway, kFarAway));
+        return point;
+    };
+    QPolygonF run;
+    run.reserve(static_cast<qsizetype>(values.size()));
+    const auto endRun = [&] {
+        if (!run.isEmpty())
+            curve.runs.append(run);
+        run.clear();
+    };
+    for (std::size_t i = 1; i < values.size(); ++i) {
+        const auto segment = insideHeights(placed(i - 1), placed(i), 0.0, m_surface.size.height());
+        if (!segment) {
+            endRun();
+            continue;
+        }
+        if (run.isEmpty() || run.last() != segment->p1()) {
+            endRun();
+            run.append(segment->p1());
+        }
+        run.append(segment->p2());
+    }
+    endRun();
+    if (m_surface.thickness >= 2.0)
+        placeColumns(curve);
+}
+
+// A polyline wider than one device pixel costs ten to thirty times a thin one. Where a line is two device pixels or
+// more, the curve is therefore filled: one upright rectangle for each column of device pixels that a segment crosses,
+// as high as the segment is there and never thinner than a line.
+void GraphPainter::placeColumns(PlacedCurve &curve) const
+{
+    const auto whole = [](double value) { return static_cast<int>(std::floor(value)); };
+    const int thickness = whole(m_surface.thickness);
+    for (const QPolygonF &run : std::as_const(curve.runs)) {
+        for (qsizetype i = 1; i < run.size(); ++i) {
+            const QPointF from = run[i - 1];
+            const QPointF to = run[i];
+            const double slope = (to.y() - from.y()) / (to.x() - from.x());
+            for (int column = whole(from.x()); column <= whole(to.x()); ++column) {
+                const double y1 = from.y() + (std::max(from.x(), static_cast<double>(column)) - from.x()) * slope;
+                const double y2 = from.y() + (std::min(to.x(), column + 1.0) - from.x()) * slope;
+                const int top = whole(std::min(y1, y2));
+                const QRect upright(column, top, thickness, whole(std::max(y1, y2)) - top + thickness);
+                // Neighbouring segments share the column in which they meet.
+                if (!curve.columns.isEmpty() && curve.columns.last().x() == column)
+                    curve.columns.last() |= upright;
+                else
+                    curve.columns.append(upright);
+            }
+        }
+    }
+}
+
+void GraphPainter::paintCurve(QPainter &painter, const PlacedCurve &curve) const
+{
+    const QColor colour = inked(kCurveColour, m_ink);
+    if (m_surface.thickness < 2.0) {
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(QPen(colour, m_surface.curveWidth, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin));
+        for (const QPolygonF &run : curve.runs)
+            painter.drawPolyline(run);
+        painter.setRenderHint(QPainter::Antialiasing, false);
+        return;
+    }
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(colour);
+    painter.drawRects(curve.columns);
+}
+
+void GraphPainter::paintLine(QPainter &painter, const GraphLine &line) const
+{
+    if (!line.visible)
+        return;
+    const double thickness = m_surface.thickness;
+    const QPointF from = m_coordinates.toPixel({line.x1, line.y1}, m_surface.size, m_surface.pixel);
+    const bool upright = line.x1 == line.x2;
+    if (!upright && !isOnSurface(snapped(from.y()), m_surface.size.height()))
+        return;
+    const QRectF stripe = upright ? QRectF(std::min(snapped(from.x()), m_surface.size.width() - thickness), 0.0,
+                                           thickness, m_surface.size.height())
+                                  : QRectF(0.0, snapped(from.y()), m_surface.size.width(), thickness);
+    painter.fillRect(stripe, inked(line.colour, m_ink));
+}
+
+void GraphPainter::measureCaption(GraphLabel &caption, const QFont &font)
+{
+    const QFontMetricsF metrics(font);
+    caption.layout.setText(caption.text);
+    caption.layout.setTextFormat(Qt::PlainText);
+    caption.layout.prepare(QTransform(), font);
+    caption.size = {std::ceil(metrics.horizontalAdvance(caption.text)) + 2.0 * kCaptionPadding,
+                    std::ceil(metrics.height())};
+}
+
+// The captions of a pair stand apart from each other, so that both are read where the markers coincide.
+void GraphPainter::placeCaption(GraphItem item, const GraphLine &line, GraphLabel &caption) const
+{
+    if (caption.text.isEmpty())
+        return;
+    const QSizeF extent = m_surface.size.expandedTo({1.0, 1.0});
+    const bool second = item == GraphItem::M2 || item == GraphItem::M4;
+    const double rowHeight = caption.size.height() / extent.height() * m_coordinates.height();
+    const double columnWidth = caption.size.width() / extent.width() * GraphCoordinates::kWidth;
+    if (isVertical(item)) {
+        caption.left = line.x2 + kCaptionOffset;
+        caption.top = m_coordinates.top() + (second ? 1.25 : 0.1) * rowHeight;
+    } else {
+        caption.left = (second ? 1.3 : 0.2) * columnWidth;
+        caption.top = line.y1 - rowHeight / 2.0;
+    }
+}
+
+QRectF GraphPainter::captionRect(GraphItem item, const GraphLine &line, const GraphLabel &caption) const
+{
+    const QSizeF extent = m_surface.size;
+    const QPointF from = m_coordinates.toPixel({line.x1, line.y1}, extent, m_surface.pixel);
+    const bool inside =
+        isVertical(item) ? isOnSurface(from.x(), extent.width()) : isOnSurface(from.y(), extent.height());
+    if (caption.text.isEmpty() || !line.visible || !inside)
+        return {};
+    QRectF place(m_coordinates.toPixel({caption.left, caption.top}, extent, m_surface.pixel), caption.size);
+    if (place.right() > extent.width())
+        place.moveRight(from.x() - kCaptionMargin);
+    place.moveTop(std::clamp(place.top(), 0.0, std::max(extent.height() - place.height(), 0.0)));
+    return place;
+}
+
+void GraphPainter::paintCaption(QPainter &painter, GraphItem item, const GraphLine &line,
+                                const GraphLabel &caption) const
+{
+    const QRectF place = captionRect(item, line, caption);
+    if (place.isEmpty())
+        return;
+    QColor shade = inked(kGraphBackground, m_ink);
+    shade.setAlpha(kCaptionShade);
+    painter.fillRect(place, shade);
+    painter.setPen(inked(line.colour, m_ink));
+    painter.drawStaticText(place.topLeft() + QPointF(kCaptionPadding, 0.0), caption.layout);
+}
+
+} // namespace calvorn

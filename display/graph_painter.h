@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "display/graph_coordinates.h"
+#include "display/graph_line.h"
+
+#include <QColor>
+#include <QFont>
+#include <QPolygonF>
+#include <QRect>
+
+#include <span>
+
+class QPainter;
+
+namespace calvorn {
+
+// Light lines on black, as on the screen, or dark ones on white paper.
+enum class GraphInk { Screen, Paper };
+
+// The colour that stands for one of the screen's.
+QColor inked(QRgb screenColour, GraphInk ink);
+
+// The curve, placed on a surface.
+struct PlacedCurve
+{
+    QList<QPolygonF> runs; // what lies inside the surface; more than one where the curve leaves and comes back
+    QList<QRect> columns;  // the same as filled columns, where a line is two units or more thick
+};
+
+// Paints the plot: grid, curve, marker lines and their captions. The screen, a picture and a printer all go through
+// this class; only surface and ink differ.
+class GraphPainter
+{
+public:
+    // All in the painter's units. surface: extent of the plot, its upper left corner at the origin; pixel: grain on
+    // which lines are set, so that they are sharp; thickness: of a line, a whole number of grains.
+    struct Surface
+    {
+        QSizeF size;
+        double pixel = 1.0;
+        double thickness = 1.0;
+        double curveWidth = 0.0; // 0: the thinnest line that the device has
+    };
+
+    GraphPainter(const GraphCoordinates &coordinates, const Surface &surface, GraphInk ink = GraphInk::Screen);
+
+    void paintGrid(QPainter &painter) const;
+
+    // values: y in user units of the rows 1, 2, ... The memory of the placed curve is used again.
+    void placeCurve(std::span<const double> values, PlacedCurve &curve) const;
+    void paintCurve(QPainter &painter, const PlacedCurve &curve) const;
+
+    // Nothing when the line is hidden.
+    void paintLine(QPainter &painter, const GraphLine &line) const;
+
+    // Lays a caption out in a font, and gives it its place beside its line.
+    static void measureCaption(GraphLabel &caption, const QFont &font);
+    void placeCaption(GraphItem item, const GraphLine &line, GraphLabel &caption) const;
+    // At its place, or moved inside where that is cut off. Empty when its line is hidden or outside the range.
+    QRectF captionRect(GraphItem item, const GraphLine &line, const GraphLabel &caption) const;
+    void paintCaption(QPainter &painter, GraphItem item, const GraphLine &line, const GraphLabel &caption) const;
+
+private:
+    double snapped(double value) const;
+    bool isOnSurface(double position, double extent) const;
+    void placeColumns(PlacedCurve &curve) const;
+
+    const GraphCoordinates &m_coordinates;
+    Surface m_surface;
+    GraphInk m_ink;
+};
+
+} // namespace calvorn
