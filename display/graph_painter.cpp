@@ -100,11 +100,15 @@ void GraphPainter::placeCurve(std::span<const double> values, PlacedCurve &curve
 {
     curve.runs.clear();
     curve.columns.clear();
+    // The way from user units to the surface is a straight line in both directions: two points give all.
+    const QPointF origin = m_coordinates.toPixel({0.0, 0.0}, m_surface.size, m_surface.pixel);
+    const QPointF unit = m_coordinates.toPixel({1.0, 1.0}, m_surface.size, m_surface.pixel) - origin;
     const auto placed = [&](std::size_t i) {
-        QPointF point = m_coordinates.toPixel({static_cast<double>(i + 1), values[i]}, m_surface.size, m_surface.pixel);
-        point.setY(std::clamp(point.y(), -kFarAway, kFarAway));
-        return point;
+        const double y = origin.y() + values[i] * unit.y();
+        return QPointF(origin.x() + static_cast<double>(i + 1) * unit.x(), std::clamp(y, -kFarAway, kFarAway));
     };
+    const double height = m_surface.size.height();
+    const auto isInside = [height](QPointF point) { return point.y() >= 0.0 && point.y() <= height; };
     QPolygonF run;
     run.reserve(static_cast<qsizetype>(values.size()));
     const auto endRun = [&] {
@@ -112,8 +116,13 @@ void GraphPainter::placeCurve(std::span<const double> values, PlacedCurve &curve
             curve.runs.append(run);
         run.clear();
     };
+    QPointF from = placed(0);
     for (std::size_t i = 1; i < values.size(); ++i) {
-        const auto segment = insideHeights(placed(i - 1), placed(i), 0.0, m_surface.size.height());
+        const QPointF to = placed(i);
+        std::optional segment = QLineF(from, to);
+        if (!isInside(from) || !isInside(to))
+            segment = insideHeights(from, to, 0.0, height);
+        from = to;
         if (!segment) {
             endRun();
             continue;
@@ -161,7 +170,7 @@ void GraphPainter::paintCurve(QPainter &painter, const PlacedCurve &curve) const
     const QColor colour = inked(kCurveColour, m_ink);
     if (m_surface.thickness < 2.0) {
         painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(QPen(colour, m_surface.curveWidth, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin));
+        painter.setPen(QPen(colour, m_surface.curveWidth));
         for (const QPolygonF &run : curve.runs)
             painter.drawPolyline(run);
         painter.setRenderHint(QPainter::Antialiasing, false);
