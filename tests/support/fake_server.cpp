@@ -8,16 +8,19 @@
 //   endless               StopSweep does not end the sweep
 //   vectors <count>       RunSweep sends this many vectors, sample k of vector v being v * 1000 + k
 //   complete              RunSweep ends the sweep after them
+//   rate <per second>     RunSweep sends noisy vectors of a filter at this rate until StopSweep
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusServer>
 #include <QDBusVirtualObject>
 #include <QFile>
+#include <QRandomGenerator>
 #include <QSocketNotifier>
 #include <QTemporaryDir>
 #include <QTextStream>
 #include <QThread>
+#include <QTimer>
 
 #include <unistd.h>
 
@@ -99,6 +102,8 @@ private:
     {
         m_running = true;
         for (const QString &rule : rules()) {
+            if (rule.startsWith(u"rate "))
+                sendAtRate(message, connection, rule.mid(5).toInt());
             if (!rule.startsWith(u"vectors "))
                 continue;
             const int count = rule.mid(8).toInt();
@@ -113,9 +118,26 @@ private:
             complete(message, connection);
     }
 
+    void sendAtRate(const QDBusMessage &message, const QDBusConnection &connection, int perSecond)
+    {
+        m_timer.disconnect();
+        m_timer.setTimerType(Qt::PreciseTimer);
+        QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this, message, connection] {
+            QList<int> samples;
+            samples.reserve(400);
+            for (int k = 0; k < 400; ++k) {
+                const double distance = (k - 200) / 30.0;
+                samples.append(static_cast<int>(900.0 / (1.0 + distance * distance)) + m_noise.bounded(9));
+            }
+            send(message, connection, QStringLiteral("aVettore"), {QVariant::fromValue(samples)});
+        });
+        m_timer.start(1000 / perSecond);
+    }
+
     void complete(const QDBusMessage &message, const QDBusConnection &connection)
     {
         m_running = false;
+        m_timer.stop();
         send(message, connection, QStringLiteral("aComplete"), {});
     }
 
@@ -129,6 +151,8 @@ private:
 
     QString m_controlFile;
     bool m_running = false;
+    QTimer m_timer;
+    QRandomGenerator m_noise{1};
 };
 
 } // namespace
