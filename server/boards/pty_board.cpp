@@ -27,10 +27,12 @@ constexpr auto kChatter = "HELLO\r";
 
 } // namespace
 
-PtyBoard::PtyBoard(std::unique_ptr<SerialBoard> board, const SimulatorSettings &settings, int sweepBytes)
+PtyBoard::PtyBoard(std::unique_ptr<SerialBoard> board, const SimulatorSettings &settings, int sweepBytes,
+                   std::function<void()> onUnplugged)
     : m_board(std::move(board))
     , m_settings(settings)
     , m_sweepBytes(static_cast<std::uint64_t>(sweepBytes))
+    , m_onUnplugged(std::move(onUnplugged))
     , m_lineFree(Clock::now())
     , m_random(static_cast<std::minstd_rand::result_type>(settings.seed))
 {
@@ -161,8 +163,10 @@ void PtyBoard::makeFault(std::uint8_t byte)
     m_pending += static_cast<char>(byte);
     if (struck && m_settings.fault == SimulatorFault::Add)
         m_pending += static_cast<char>(m_random() >> 8);
-    if (m_settings.fault == SimulatorFault::Unplug && 2 * m_made > 3 * m_sweepBytes)
-        m_unplugged = true;
+    if (m_settings.fault != SimulatorFault::Unplug || 2 * m_made <= 3 * m_sweepBytes)
+        return;
+    if (!m_unplugged.exchange(true) && m_onUnplugged)
+        m_onUnplugged();
 }
 
 bool PtyBoard::isMute() const

@@ -8,6 +8,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <random>
 #include <string>
@@ -22,8 +23,10 @@ class PtyBoard
 {
 public:
     // sweepBytes: how many bytes a sweep of this board has; the faults Silence, Half and Unplug count by it.
+    // onUnplugged: called in the board's thread when the fault Unplug takes the port away.
     // Throws std::runtime_error when the system gives no pseudo-terminal.
-    PtyBoard(std::unique_ptr<SerialBoard> board, const SimulatorSettings &settings, int sweepBytes);
+    PtyBoard(std::unique_ptr<SerialBoard> board, const SimulatorSettings &settings, int sweepBytes,
+             std::function<void()> onUnplugged = {});
     ~PtyBoard();
 
     PtyBoard(const PtyBoard &) = delete;
@@ -54,6 +57,7 @@ private:
     std::unique_ptr<SerialBoard> m_board;
     SimulatorSettings m_settings;
     std::uint64_t m_sweepBytes;
+    std::function<void()> m_onUnplugged;
     int m_master = -1;
     int m_slave = -1; // kept open, so that the terminal outlives a host that goes and comes back
     int m_wake = -1;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Guards what a failing parallel-port board, and a frequency beyond the generator, lead to: one report, one end, and
 // a port that can be opened again.
-#include "server/drivers/port_factory.h"
+#include "server/drivers/parallel_opener.h"
 #include "tests/server/lpt_bench.h"
 
 #include <QFile>
@@ -159,7 +159,8 @@ void LptFaultsTest::unpluggedOnceInTheLifeOfTheServer()
     QVERIFY(file.open(QIODevice::WriteOnly));
     QVERIFY(file.write("[Simulator]\r\nPace=none\r\nFault=unplug\r\n") > 0);
     file.close();
-    LptDriver driver([&path](int address) { return openParallelPort(address, path); });
+    ParallelOpener opener(path);
+    LptDriver driver([&opener](int address) { return opener.open(address); });
     QSignalSpy vectors(&driver, &LptDriver::aVettore);
     QSignalSpy errors(&driver, &LptDriver::aErrore);
     QSignalSpy completes(&driver, &LptDriver::aComplete);

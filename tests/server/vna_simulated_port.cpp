@@ -3,7 +3,6 @@
 // that [Simulator] can name.
 #include "server/drivers/serial_opener.h"
 #include "server/drivers/vna_driver.h"
-#include "server/drivers/vna_link.h"
 #include "server/links/byte_link.h"
 
 #include <QElapsedTimer>
@@ -69,7 +68,8 @@ struct Bench
     }
 
     QTemporaryDir folder;
-    VnaDriver driver{[this](int port, const QString &line) { return openVnaLink(port, line, path()); }};
+    SerialOpener opener{path()};
+    VnaDriver driver{[this](int port, const LineSettings &line) { return opener.openVna(port, line); }};
     QSignalSpy vectors{&driver, &VnaDriver::aVettore};
     QSignalSpy errors{&driver, &VnaDriver::aErrore};
     QSignalSpy completes{&driver, &VnaDriver::aComplete};
