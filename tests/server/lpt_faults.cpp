@@ -39,6 +39,7 @@ private slots:
     void silenceReadsAsZeros();
     void halfASweepThenZeros();
     void unpluggedInMidSweep();
+    void lostWithACommandInMidSweep();
     void newPortKnowsWhatTheLostOneWasTold();
     void unpluggedOnceInTheLifeOfTheServer();
     void lostEdgeOfTheGenerator();
@@ -105,8 +106,11 @@ void LptFaultsTest::unpluggedInMidSweep()
     QCOMPARE(bench.errors.count(), 1);
     QCOMPARE(bench.errorCode(0), 2);
     QCOMPARE(bench.errors.at(0).at(1).toString(), QStringLiteral("The parallel port is gone."));
+    bench.driver.SetFrequency(1'000'000); // as the program does at the end of a sweep
+    bench.driver.SetAux(5, 1);
     QTest::qWait(50);
     QCOMPARE(bench.completes.count(), 1);
+    QCOMPARE(bench.errors.count(), 1);
 
     bench.settings.fault = SimulatorFault::Refuse; // still out
     QTest::ignoreMessage(QtWarningMsg, "The simulated parallel port has been told to refuse.");
@@ -125,6 +129,23 @@ void LptFaultsTest::unpluggedInMidSweep()
     QCOMPARE(bench.errors.count(), 2);
     for (const int count : bench.vector(3))
         QVERIFY(count > 384 && count < 424);
+}
+
+// The command and the sweep meet the same loss: one report.
+void LptFaultsTest::lostWithACommandInMidSweep()
+{
+    for (int round = 0; round < 20; ++round) {
+        LptBench bench(withFault(SimulatorFault::Unplug));
+        QVERIFY(bench.driver.OpenPort(0));
+        bench.driver.RunSweep();
+        while (bench.completes.isEmpty()) {
+            bench.driver.SetAux(static_cast<uchar>(round), 1);
+            QCoreApplication::processEvents(QEventLoop::AllEvents, 1);
+        }
+        QCOMPARE(bench.errors.count(), 1);
+        QCOMPARE(bench.errorCode(0), 2);
+        QCOMPARE(bench.completes.count(), 1);
+    }
 }
 
 void LptFaultsTest::newPortKnowsWhatTheLostOneWasTold()
