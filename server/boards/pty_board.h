@@ -17,8 +17,8 @@
 namespace calvorn {
 
 // Puts a simulated board behind a pseudo-terminal in raw mode, in a thread of its own that sleeps while there is
-// nothing to do. Paced, a byte to the host takes ten bits at 115,200 baud, on average: bytes arrive in batches of
-// about 2 ms. The faults that concern bytes are made here.
+// nothing to do. Paced, a byte takes ten bits at 115,200 baud in either direction, on average: bytes arrive in batches
+// of about 1 ms. The faults that concern bytes are made here.
 class PtyBoard
 {
 public:
