@@ -45,6 +45,8 @@ private slots:
     void lostEdgeOfTheGenerator();
     void faultsOfSerialLinesDoNothing();
     void imageIsMadeAndSaidOnce();
+    void imageOfTheResonance();
+    void moreThan32Bits();
     void uselessFrequencyIsMadeAndSaidOnce();
     void remarkDuringASweep();
 };
@@ -250,6 +252,41 @@ void LptFaultsTest::imageIsMadeAndSaidOnce()
     bench.driver.StopSweep(2);
     QTRY_COMPARE(bench.completes.count(), 1);
     QCOMPARE(bench.errors.count(), 1);
+}
+
+// 80 MHz less 9 MHz.
+void LptFaultsTest::imageOfTheResonance()
+{
+    SimulatorSettings settings = unpacedSettings();
+    settings.device = DeviceKind::Crystal;
+    LptBench bench(settings);
+    bench.takeVectors();
+    QVERIFY(bench.driver.OpenPort(0));
+    bench.driver.PrepareSweep(71'000'000 - 137 * 250, 250);
+    bench.driver.RunSweep();
+    QTRY_VERIFY(bench.vectors.count() >= 3);
+    bench.driver.StopSweep(2);
+    QTRY_COMPARE(bench.completes.count(), 1);
+    const QList<int> samples = bench.vector(2);
+    QCOMPARE(static_cast<int>(std::max_element(samples.begin(), samples.end()) - samples.begin()), 137);
+    QCOMPARE(bench.errors.count(), 1);
+    QCOMPARE(bench.errorCode(0), 4);
+}
+
+void LptFaultsTest::moreThan32Bits()
+{
+    LptBench bench;
+    QVERIFY(bench.driver.OpenPort(0));
+    bench.driver.SetFrequency(7'000'000);
+    bench.driver.SetFrequency(80'000'000);
+    QCOMPARE(bench.errors.count(), 1);
+    QCOMPARE(bench.errorCode(0), 5);
+    QVERIFY(std::fabs(bench.board->dds().output().hertz - 7e6) < 0.01); // the former one stays
+    bench.driver.PrepareSweep(79'900'000, 1'000);
+    bench.driver.RunSweep();
+    QTRY_COMPARE(bench.completes.count(), 1);
+    QCOMPARE(bench.errors.last().at(0).toInt(), 5);
+    QCOMPARE(bench.vectors.count(), 0);
 }
 
 void LptFaultsTest::uselessFrequencyIsMadeAndSaidOnce()
