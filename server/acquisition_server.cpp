@@ -1,10 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "server/acquisition_server.h"
 
-#include "server/drivers/port_factory.h"
-#include "server/drivers/serial_opener.h"
-#include "server/drivers/vna_link.h"
-
 #include "lpt_adaptor.h"
 #include "pic_adaptor.h"
 #include "vna_adaptor.h"
@@ -38,9 +34,12 @@ QString socketParent()
 AcquisitionServer::AcquisitionServer(const QString &settingsPath, QObject *parent)
     : QObject(parent)
     , m_connection(QString())
-    , m_lpt([settingsPath](int address) { return openParallelPort(address, settingsPath); })
-    , m_vna([settingsPath](int port, const QString &line) { return openVnaLink(port, line, settingsPath); })
-    , m_pic([settingsPath](int port, const QString &line) { return openPicLink(port, line, settingsPath); })
+    , m_parallel(settingsPath)
+    , m_serial(settingsPath)
+    , m_lpt([this](int address) { return m_parallel.open(address); })
+    , m_vna([this](int port, const LineSettings &line) { return m_serial.openVna(port, line); })
+    , m_pic([this](int port, const LineSettings &line) { return m_serial.openPic(port, line); },
+            [settingsPath] { return readConfiguredClock(settingsPath); })
 {
     new LptAdaptor(&m_lpt);
     new VnaAdaptor(&m_vna);

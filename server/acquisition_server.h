@@ -2,7 +2,9 @@
 #pragma once
 
 #include "server/drivers/lpt_driver.h"
+#include "server/drivers/parallel_opener.h"
 #include "server/drivers/pic_driver.h"
+#include "server/drivers/serial_opener.h"
 #include "server/drivers/vna_driver.h"
 
 #include <QDBusConnection>
@@ -51,6 +53,8 @@ private:
     QDBusConnection m_connection;
     QTimer m_patience;
     QString m_errorText;
+    ParallelOpener m_parallel;
+    SerialOpener m_serial;
     LptDriver m_lpt;
     VnaDriver m_vna;
     PicDriver m_pic;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "server/boards/pty_board.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <climits>
@@ -18,7 +19,7 @@ namespace calvorn {
 namespace {
 
 constexpr std::chrono::nanoseconds kByteTime{86'806}; // ten bits at 115,200 baud
-constexpr int kBatchMs = 2;
+constexpr int kBatchMs = 1;
 constexpr int kChatterMs = 50;
 constexpr int kUnpacedBatch = 2048;
 constexpr std::uint64_t kFaultEvery = 997;
@@ -27,10 +28,12 @@ constexpr auto kChatter = "HELLO\r";
 
 } // namespace
 
-PtyBoard::PtyBoard(std::unique_ptr<SerialBoard> board, const SimulatorSettings &settings, int sweepBytes)
+PtyBoard::PtyBoard(std::unique_ptr<SerialBoard> board, const SimulatorSettings &settings, int sweepBytes,
+                   std::function<void()> onUnplugged)
     : m_board(std::move(board))
     , m_settings(settings)
     , m_sweepBytes(static_cast<std::uint64_t>(sweepBytes))
+    , m_onUnplugged(std::move(onUnplugged))
     , m_lineFree(Clock::now())
     , m_random(static_cast<std::minstd_rand::result_type>(settings.seed))
 {
@@ -116,8 +119,9 @@ bool PtyBoard::takeFromHost()
     const ssize_t count = ::read(m_master, bytes.data(), bytes.size());
     for (ssize_t index = 0; index < count; ++index)
         m_board->receive(static_cast<std::uint8_t>(bytes[static_cast<std::size_t>(index)]));
-    if (!m_talking)
-        m_lineFree = Clock::now();
+    // What the board says now comes when the last bit of the command has reached it.
+    if (!m_talking && count > 0)
+        m_lineFree = std::max(m_lineFree, Clock::now()) + count * kByteTime;
     return count > 0;
 }
 
@@ -161,8 +165,10 @@ void PtyBoard::makeFault(std::uint8_t byte)
     m_pending += static_cast<char>(byte);
     if (struck && m_settings.fault == SimulatorFault::Add)
         m_pending += static_cast<char>(m_random() >> 8);
-    if (m_settings.fault == SimulatorFault::Unplug && 2 * m_made > 3 * m_sweepBytes)
-        m_unplugged = true;
+    if (m_settings.fault != SimulatorFault::Unplug || 2 * m_made <= 3 * m_sweepBytes)
+        return;
+    if (!m_unplugged.exchange(true) && m_onUnplugged)
+        m_onUnplugged();
 }
 
 bool PtyBoard::isMute() const

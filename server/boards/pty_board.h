@@ -8,6 +8,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <random>
 #include <string>
@@ -16,14 +17,16 @@
 namespace calvorn {
 
 // Puts a simulated board behind a pseudo-terminal in raw mode, in a thread of its own that sleeps while there is
-// nothing to do. Paced, a byte to the host takes ten bits at 115,200 baud, on average: bytes arrive in batches of
-// about 2 ms. The faults that concern bytes are made here.
+// nothing to do. Paced, a byte takes ten bits at 115,200 baud in either direction, on average: bytes arrive in batches
+// of about 1 ms. The faults that concern bytes are made here.
 class PtyBoard
 {
 public:
     // sweepBytes: how many bytes a sweep of this board has; the faults Silence, Half and Unplug count by it.
+    // onUnplugged: called in the board's thread when the fault Unplug takes the port away.
     // Throws std::runtime_error when the system gives no pseudo-terminal.
-    PtyBoard(std::unique_ptr<SerialBoard> board, const SimulatorSettings &settings, int sweepBytes);
+    PtyBoard(std::unique_ptr<SerialBoard> board, const SimulatorSettings &settings, int sweepBytes,
+             std::function<void()> onUnplugged = {});
     ~PtyBoard();
 
     PtyBoard(const PtyBoard &) = delete;
@@ -54,6 +57,7 @@ private:
     std::unique_ptr<SerialBoard> m_board;
     SimulatorSettings m_settings;
     std::uint64_t m_sweepBytes;
+    std::function<void()> m_onUnplugged;
     int m_master = -1;
     int m_slave = -1; // kept open, so that the terminal outlives a host that goes and comes back
     int m_wake = -1;

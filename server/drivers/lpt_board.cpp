@@ -1,16 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "server/drivers/lpt_board.h"
 
+#include "server/synthesiser/frequency_remark.h"
 #include "server/synthesiser/tuning_word.h"
 
-#include <cmath>
 #include <mutex>
 
 namespace calvorn {
-
-namespace {
-constexpr std::uint32_t kHalfClockWord = 0x80000000U;
-} // namespace
 
 std::chrono::nanoseconds settlingTime(SweepSpeed speed)
 {
@@ -147,19 +143,7 @@ void LptBoard::setFrequency(std::int64_t hertz)
 QString LptBoard::remarkOn(std::int64_t hertz) const
 {
     const std::lock_guard guard(m_lock);
-    try {
-        const std::uint32_t word = tuningWord(hertz, m_offsetHz, systemClockHz(m_clock));
-        if (word > kHalfClockWord) {
-            return QStringLiteral("%1 Hz is above half the clock of the generator: its image comes out.").arg(hertz);
-        }
-    } catch (const FrequencyError &) {
-        return {}; // the generator is not going to make it
-    }
-    if (static_cast<double>(hertz) + m_offsetHz <= usefulMaximumHz(m_clock))
-        return {};
-    return QStringLiteral("%1 Hz is above the useful maximum of the generator, %2 Hz.")
-        .arg(hertz)
-        .arg(std::llround(usefulMaximumHz(m_clock)));
+    return remarkOnFrequency(hertz, m_offsetHz, m_clock);
 }
 
 int LptBoard::measure(std::int64_t hertz)

@@ -179,9 +179,17 @@ void LptDriver::reportFailure(const std::function<void()> &work)
     } catch (const FrequencyError &error) {
         report(ErrorCode::Frequency, QString::fromUtf8(error.what()));
     } catch (const PortError &error) {
-        m_lost = m_board.isOpen();
-        report(ErrorCode::Port, QString::fromUtf8(error.what()));
+        reportLoss(QString::fromUtf8(error.what()));
+        if (!m_sweep.isRunning())
+            m_board.detach();
     }
+}
+
+// One loss is one report, although every later access fails too.
+void LptDriver::reportLoss(const QString &sentence)
+{
+    if (!std::exchange(m_lost, true))
+        report(ErrorCode::Port, sentence);
 }
 
 // The former port must be free before it can be claimed again.
@@ -236,8 +244,12 @@ void LptDriver::onFailed(quint64 run, ErrorCode code, const QString &sentence)
 {
     if (run != m_run)
         return;
-    m_lost = m_lost || code == ErrorCode::Port;
-    report(code, sentence);
+    if (code != ErrorCode::Port) {
+        report(code, sentence);
+        return;
+    }
+    reportLoss(sentence);
+    m_board.detach();
 }
 
 void LptDriver::onEnded(quint64 run)

@@ -80,6 +80,7 @@ signals:
 private:
     void report(ErrorCode code, const QString &sentence);
     void reportFailure(const std::function<void()> &work);
+    void reportLoss(const QString &sentence);
     bool attachPort();
     void remarkOnce(std::int64_t hertz);
     void finishSweep();

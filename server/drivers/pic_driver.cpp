@@ -2,12 +2,11 @@
 #include "server/drivers/pic_driver.h"
 
 #include "server/links/byte_link.h"
-#include "server/links/line_settings.h"
+#include "server/synthesiser/frequency_remark.h"
 
 #include <QScopedValueRollback>
 
 #include <algorithm>
-#include <stdexcept>
 #include <utility>
 
 namespace calvorn {
@@ -16,8 +15,9 @@ namespace {
 
 constexpr qint64 kOperationMs = 2400; // of one operation, which the program waits 3 s for
 constexpr qint64 kAnswerMs = 500;
-constexpr qint64 kFreeMs = 1200;  // ten thousand bytes at 115,200 baud take 0.87 s
-constexpr qint64 kSilenceMs = 30; // more than an FTDI bridge holds bytes back
+constexpr qint64 kFreeMs = 1200;   // ten thousand bytes at 115,200 baud take 0.87 s
+constexpr qint64 kChatterMs = 200; // a board that never falls silent is tried again nevertheless
+constexpr qint64 kSilenceMs = 30;  // more than an FTDI bridge holds bytes back
 constexpr int kStopMs = 400;
 constexpr int kFrameBits = kPicFrameBytes * 10;
 const QByteArray kAbort("!");
@@ -25,9 +25,9 @@ const QByteArray kAborted("!+\r");
 
 } // namespace
 
-PicDriver::PicDriver(LinkOpener opener, QObject *parent)
-    : QObject(parent)
-    , m_opener(std::move(opener))
+PicDriver::PicDriver(LinkOpener opener, ClockReader readClock, QObject *parent)
+    : SerialDriver(std::move(opener), parent)
+    , m_readClock(std::move(readClock))
 {
     m_late.setSingleShot(true);
     m_silence.setSingleShot(true);
@@ -36,29 +36,26 @@ PicDriver::PicDriver(LinkOpener opener, QObject *parent)
     connect(&m_silence, &QTimer::timeout, this, &PicDriver::finishRun);
 }
 
-PicDriver::~PicDriver()
-{
-    if (m_link)
-        m_link->disconnect(this);
-}
-
 void PicDriver::StopSweep(short /*reason*/)
 {
-    if (m_run != Run::Sweeping)
+    if (run() != Run::Sweeping)
         return;
-    m_run = Run::Stopping;
-    m_gate.discardWaiting();
-    m_tail.clear();
+    setRun(Run::Stopping);
+    discardWaiting();
+    m_ended = false;
+    m_heard.clear();
     m_late.start(kStopMs);
-    m_link->write(kAbort);
+    link().write(kAbort);
 }
 
 void PicDriver::RunSweep()
 {
-    if (m_run == Run::Sweeping)
+    if (run() == Run::Sweeping)
         return;
-    if (m_run == Run::Stopping)
+    if (run() == Run::Stopping) {
+        m_outOfStep = true;
         finishRun();
+    }
     m_deadline.setRemainingTime(kOperationMs);
     if (!isReady() || !command("G\r")) {
         if (isOpen())
@@ -66,111 +63,76 @@ void PicDriver::RunSweep()
         emit aComplete();
         return;
     }
-    m_run = Run::Sweeping;
+    setRun(Run::Sweeping);
     m_decoder.reset();
-    m_decoder.take(std::exchange(m_beyond, QByteArray()));
+    m_decoder.take(std::exchange(m_afterAnswer, QByteArray()));
     m_late.start(m_sweepMs);
     QTimer::singleShot(0, this, &PicDriver::takeSweeps); // what came together with the answer
 }
 
 bool PicDriver::PrepareSweep(int start, int step)
 {
-    if (m_run != Run::None)
+    if (run() != Run::None)
         return false;
-    m_gate.discardWaiting();
+    discardWaiting();
     m_plan.reset();
     m_deadline.setRemainingTime(kOperationMs);
     if (!isReady())
         return false;
     m_plan = Plan{start, step};
-    if (!sendPlan())
+    if (!sendPlan()) {
         m_plan.reset();
-    return m_plan.has_value();
-}
-
-bool PicDriver::OpenPort(short port, const QString &settings)
-{
-    ClosePort();
-    m_port = Port{port, settings};
-    if (!openLink())
-        m_port.reset();
-    return m_port.has_value();
-}
-
-void PicDriver::ClosePort()
-{
-    if (m_run != Run::None) {
-        if (isOpen())
-            m_link->write(kAbort);
-        finishRun();
-    }
-    m_port.reset();
-    m_plan.reset();
-    if (!m_link)
-        return;
-    m_link->disconnect(this);
-    m_link->close();
-    m_link.reset();
-}
-
-bool PicDriver::SendFrequency(const QString &text, int frequency)
-{
-    if (m_run != Run::None)
-        return false;
-    const bool isReset = text == QLatin1String("*");
-    if (!isReset && text != QLatin1String("A") && text != QLatin1String("B") && text != QLatin1String("D")) {
-        report(ErrorCode::Setting, tr("The board has no command \"%1\".").arg(text));
         return false;
     }
-    m_deadline.setRemainingTime(kOperationMs);
-    return isReady() && command(text.toLatin1() + (isReset ? QByteArray() : QByteArray::number(frequency)) + '\r');
-}
-
-void PicDriver::VectorTaken()
-{
-    if (const auto vector = m_gate.taken())
-        emit aVettore(*vector);
-}
-
-void PicDriver::report(ErrorCode code, const QString &sentence)
-{
-    emit aErrore(static_cast<short>(code), sentence);
-}
-
-bool PicDriver::isOpen() const
-{
-    return m_link && m_link->isOpen();
-}
-
-// Never called from within a signal of the former link.
-bool PicDriver::openLink()
-{
-    try {
-        m_sweepMs = 1000 + 3 * 1000 * kFrameBits / parseLineSettings(m_port->settings).baud;
-        m_link = m_opener(m_port->number, m_port->settings);
-    } catch (const std::runtime_error &error) {
-        report(ErrorCode::Port, QString::fromUtf8(error.what()));
-        return false;
-    }
-    connect(m_link.get(), &ByteLink::bytesArrived, this, &PicDriver::onBytes);
-    connect(m_link.get(), &ByteLink::lost, this, &PicDriver::onLost);
-    m_link->write(kAbort); // a sweep that nobody stopped
+    const std::int64_t last = start + (kPicSamples - 1) * static_cast<std::int64_t>(step);
+    remarkOnce(std::max<std::int64_t>(start, last));
     return true;
 }
 
-bool PicDriver::reopen()
+bool PicDriver::SendFrequency(const QString &letter, int frequency)
 {
-    return openLink() && (!m_plan || sendPlan());
+    if (run() != Run::None)
+        return false;
+    const bool isReset = letter == QLatin1String("*");
+    if (!isReset && letter != QLatin1String("A") && letter != QLatin1String("B") && letter != QLatin1String("D")) {
+        report(ErrorCode::Setting, tr("The board has no command \"%1\".").arg(letter));
+        return false;
+    }
+    m_deadline.setRemainingTime(kOperationMs);
+    if (!isReady() || !command(letter.toLatin1() + (isReset ? QByteArray() : QByteArray::number(frequency)) + '\r'))
+        return false;
+    if (letter == QLatin1String("A"))
+        remarkOnce(frequency);
+    return true;
+}
+
+// The board may still be sweeping for somebody who went without a word.
+void PicDriver::linkOpened(const LineSettings &line)
+{
+    m_sweepMs = 1000 + 3 * 1000 * kFrameBits / line.baud;
+    m_outOfStep = true;
+    m_clock = m_readClock();
+    m_remarked = false;
+    connect(&link(), &ByteLink::bytesArrived, this, &PicDriver::onBytes);
+}
+
+void PicDriver::beforeClosing()
+{
+    if (run() != Run::None)
+        link().write(kAbort);
+    m_plan.reset();
+}
+
+void PicDriver::runEnded()
+{
+    m_late.stop();
+    m_silence.stop();
 }
 
 bool PicDriver::isReady()
 {
-    if (isOpen())
-        return true;
-    if (m_port)
-        return reopen();
-    report(ErrorCode::Port, tr("The serial port is not open."));
-    return false;
+    const bool isOldLink = isOpen();
+    return ensureOpen() && (isOldLink || !m_plan || sendPlan());
 }
 
 bool PicDriver::sendPlan()
@@ -179,15 +141,28 @@ bool PicDriver::sendPlan()
            command("D" + QByteArray::number(m_plan->step) + '\r') && command("P\r");
 }
 
+void PicDriver::remarkOnce(std::int64_t hertz)
+{
+    const QString sentence = m_remarked ? QString() : remarkOnFrequency(hertz, 0.0, m_clock);
+    if (sentence.isEmpty())
+        return;
+    m_remarked = true;
+    remark(sentence);
+}
+
 // One repetition is safe: every command sets a state, and the line is freed of what the first one may still cause.
 bool PicDriver::command(const QByteArray &text)
 {
     const QScopedValueRollback<bool> exchanging(m_exchanging, true);
-    m_link->read();
     const auto within = [this](qint64 patience) { return std::min(patience, m_deadline.remainingTime()); };
-    Answer answer = exchange(text, within(kAnswerMs));
-    if (answer == Answer::Missing && resynchronise(within(kFreeMs)))
+    link().read();
+    Answer answer = Answer::Missing;
+    for (int attempt = 0; attempt < 2 && answer == Answer::Missing && isOpen(); ++attempt) {
+        if (m_outOfStep && !resynchronise(within(kFreeMs)))
+            continue;
         answer = exchange(text, within(kAnswerMs));
+        m_outOfStep = answer == Answer::Missing;
+    }
     if (answer == Answer::Missing && isOpen())
         report(ErrorCode::Board, tr("The board does not answer."));
     return answer == Answer::Accepted;
@@ -200,12 +175,12 @@ PicDriver::Answer PicDriver::exchange(const QByteArray &text, qint64 patience)
     const QByteArray refused = text.left(1) + "-\r";
     const QDeadlineTimer deadline(patience);
     QByteArray bytes;
-    m_link->write(text);
-    while (m_link->waitForBytes(static_cast<int>(deadline.remainingTime()))) {
-        bytes += m_link->read();
+    link().write(text);
+    while (link().waitForBytes(static_cast<int>(deadline.remainingTime()))) {
+        bytes += link().read();
         const qsizetype found = bytes.indexOf(accepted);
         if (found >= 0) {
-            m_beyond = bytes.mid(found + accepted.size());
+            m_afterAnswer = bytes.mid(found + accepted.size());
             return Answer::Accepted;
         }
         if (bytes.contains(refused))
@@ -219,27 +194,31 @@ PicDriver::Answer PicDriver::exchange(const QByteArray &text, qint64 patience)
 // Ends whatever the board does, and waits until it has said so and nothing follows.
 bool PicDriver::resynchronise(qint64 patience)
 {
-    const QDeadlineTimer deadline(patience);
-    QByteArray tail;
-    m_link->write(kAbort);
+    QDeadlineTimer deadline(patience);
+    QByteArray heard;
+    bool ended = false;
+    link().write(kAbort);
     while (isOpen() && !deadline.hasExpired()) {
-        const bool ended = tail == kAborted;
-        const qint64 wait = ended ? kSilenceMs : std::min(deadline.remainingTime(), kAnswerMs);
-        if (!m_link->waitForBytes(static_cast<int>(wait)))
-            return ended && isOpen();
-        tail = (tail + m_link->read()).right(kAborted.size());
+        const qint64 wait = std::min(ended ? kSilenceMs : kAnswerMs, deadline.remainingTime());
+        if (!link().waitForBytes(static_cast<int>(wait)))
+            break;
+        heard = heard.right(kAborted.size() - 1) + link().read();
+        if (!ended && heard.contains(kAborted)) {
+            ended = true;
+            deadline.setRemainingTime(std::min(deadline.remainingTime(), kChatterMs));
+        }
     }
-    return false;
+    return ended && isOpen();
 }
 
 void PicDriver::onBytes()
 {
     if (m_exchanging || !isOpen())
         return;
-    const QByteArray bytes = m_link->read();
-    if (m_run == Run::Stopping) {
+    const QByteArray bytes = link().read();
+    if (run() == Run::Stopping) {
         awaitSilence(bytes);
-    } else if (m_run == Run::Sweeping) {
+    } else if (run() == Run::Sweeping) {
         m_decoder.take(bytes);
         takeSweeps();
     }
@@ -247,7 +226,7 @@ void PicDriver::onBytes()
 
 void PicDriver::takeSweeps()
 {
-    while (m_run == Run::Sweeping) {
+    while (run() == Run::Sweeping) {
         const auto sweep = m_decoder.next();
         if (!sweep)
             return;
@@ -256,43 +235,26 @@ void PicDriver::takeSweeps()
             continue;
         }
         m_late.start(m_sweepMs);
-        if (const auto now = m_gate.offer(sweep->samples))
-            emit aVettore(*now);
+        deliver(sweep->samples);
     }
 }
 
 void PicDriver::awaitSilence(const QByteArray &bytes)
 {
-    m_tail = (m_tail + bytes).right(kAborted.size());
-    if (m_tail == kAborted)
+    m_heard = m_heard.right(kAborted.size() - 1) + bytes;
+    m_ended = m_ended || m_heard.contains(kAborted);
+    if (m_ended)
         m_silence.start();
-    else
-        m_silence.stop();
 }
 
 void PicDriver::onLate()
 {
-    if (m_run == Run::Sweeping) {
+    m_outOfStep = true;
+    if (run() == Run::Sweeping) {
         report(ErrorCode::Board, tr("The board delivers no good sweep any more; the sweep ends."));
-        m_link->write(kAbort);
+        link().write(kAbort);
     }
     finishRun();
-}
-
-void PicDriver::finishRun()
-{
-    m_late.stop();
-    m_silence.stop();
-    m_run = Run::None;
-    m_gate.discardWaiting();
-    emit aComplete();
-}
-
-void PicDriver::onLost(const QString &reason)
-{
-    report(ErrorCode::Port, reason);
-    if (m_run != Run::None)
-        finishRun();
 }
 
 } // namespace calvorn

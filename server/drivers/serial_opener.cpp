@@ -5,6 +5,7 @@
 #include "platform/serial_ports.h"
 #include "server/boards/pic_board.h"
 #include "server/boards/pty_board.h"
+#include "server/boards/vna_board.h"
 #include "server/drivers/pic_frames.h"
 #include "server/links/serial_link.h"
 
@@ -16,11 +17,13 @@ namespace calvorn {
 
 namespace {
 
+constexpr int kVnaSweepBytes = 1'600;
+
 struct SimulatedLine
 {
     SimulatedLine(std::unique_ptr<SerialBoard> made, const SimulatorSettings &settings, int sweepBytes,
-                  const LineSettings &line)
-        : board(std::move(made), settings, sweepBytes)
+                  const LineSettings &line, std::function<void()> onUnplugged)
+        : board(std::move(made), settings, sweepBytes, std::move(onUnplugged))
         , link(board.devicePath(), line)
     {
     }
@@ -29,43 +32,63 @@ struct SimulatedLine
     SerialLink link; // goes first
 };
 
+template <typename Board>
+std::unique_ptr<SerialBoard> makeBoard(const SimulatorSettings &settings)
+{
+    return std::make_unique<Board>(settings);
+}
+
+QString configValue(const QString &settingsPath, const char *key)
+{
+    return readProfileString(settingsPath, QStringLiteral("Config"), QString::fromLatin1(key));
+}
+
 } // namespace
 
-std::shared_ptr<ByteLink> openSerialLine(int port, const QString &lineSettings, const QString &settingsPath,
-                                         const SimulatedSerialBoard &board)
+std::shared_ptr<ByteLink> SerialOpener::openPic(int port, const LineSettings &line)
 {
-    const LineSettings line = parseLineSettings(lineSettings);
+    return open(port, line, kPicFrameBytes, makeBoard<PicBoard>);
+}
+
+std::shared_ptr<ByteLink> SerialOpener::openVna(int port, const LineSettings &line)
+{
+    return open(port, line, kVnaSweepBytes, makeBoard<VnaBoard>);
+}
+
+std::shared_ptr<ByteLink> SerialOpener::open(int port, const LineSettings &line, int sweepBytes, MakeBoard make)
+{
     if (port != kSimulatedComPort) {
-        const QString device = serialDeviceOf(port, settingsPath);
+        const QString device = serialDeviceOf(port, m_settingsPath);
         if (device.isEmpty())
             throw std::runtime_error("There is no serial port COM" + std::to_string(port) + ".");
         return std::make_shared<SerialLink>(device, line);
     }
-    static bool unplugged = false;
-    SimulatorSettings settings = board.settings;
-    if (settings.fault == SimulatorFault::Unplug && std::exchange(unplugged, true))
+    SimulatorSettings settings = readSerialSimulatorSettings(m_settingsPath);
+    if (settings.fault == SimulatorFault::Unplug && m_unplugged)
         settings.fault = SimulatorFault::None;
-    auto made = std::make_shared<SimulatedLine>(board.make(settings), settings, board.sweepBytes, line);
+    auto made =
+        std::make_shared<SimulatedLine>(make(settings), settings, sweepBytes, line, [this] { m_unplugged = true; });
     return {made, &made->link};
 }
 
 SimulatorSettings readSerialSimulatorSettings(const QString &settingsPath)
 {
     SimulatorSettings settings = readSimulatorSettings(settingsPath);
-    if (readProfileString(settingsPath, QStringLiteral("Simulator"), QStringLiteral("Clock")).isEmpty()) {
-        const QString multiplier =
-            readProfileString(settingsPath, QStringLiteral("Config"), QStringLiteral("DDS Multiplier"));
-        settings.clockHz *= std::max(multiplier.toInt(), 1);
-    }
+    if (readProfileString(settingsPath, QStringLiteral("Simulator"), QStringLiteral("Clock")).isEmpty())
+        settings.clockHz *= std::max(configValue(settingsPath, "DDS Multiplier").toInt(), 1);
     return settings;
 }
 
-std::shared_ptr<ByteLink> openPicLink(int port, const QString &lineSettings, const QString &settingsPath)
+DdsClock readConfiguredClock(const QString &settingsPath)
 {
-    const SimulatorSettings settings = readSerialSimulatorSettings(settingsPath);
-    return openSerialLine(port, lineSettings, settingsPath, {settings, kPicFrameBytes, [](const SimulatorSettings &of) {
-                                                                 return std::make_unique<PicBoard>(of);
-                                                             }});
+    DdsClock clock;
+    clock.chip = ddsChipFromName(configValue(settingsPath, "DDS Device")).value_or(clock.chip);
+    bool isNumber = false;
+    const double xtal = configValue(settingsPath, "DDS Xtal freq").toDouble(&isNumber);
+    if (isNumber)
+        clock.xtalHz = xtal;
+    clock.multiplier = configValue(settingsPath, "DDS Multiplier").toInt();
+    return clock;
 }
 
 } // namespace calvorn

@@ -2,10 +2,12 @@
 #pragma once
 
 #include "server/boards/simulator_settings.h"
+#include "server/links/line_settings.h"
+#include "server/synthesiser/dds_clock.h"
 
 #include <QString>
 
-#include <functional>
+#include <atomic>
 #include <memory>
 
 namespace calvorn {
@@ -13,26 +15,37 @@ namespace calvorn {
 class ByteLink;
 class SerialBoard;
 
-// What answers at COM100.
-struct SimulatedSerialBoard
+// Decides which line a COM number means. At COM100 a simulated board runs behind a pseudo-terminal for as long as the
+// link lives, as [Simulator] of the settings file describes it at the moment of opening; the fault "unplug" happens
+// once in the life of this object. Lives as long as the server, and longer than the links. Main thread only.
+//
+// Both throw std::runtime_error with one sentence for the user.
+class SerialOpener
 {
-    SimulatorSettings settings;
-    int sweepBytes; // of one sweep on the line
-    std::function<std::unique_ptr<SerialBoard>(const SimulatorSettings &)> make;
-};
+public:
+    explicit SerialOpener(const QString &settingsPath)
+        : m_settingsPath(settingsPath)
+    {
+    }
 
-// Opens COM<port> with these line settings; at COM100 the board runs behind a pseudo-terminal for as long as the link
-// lives. The fault "unplug" happens once in the life of the server. Throws std::runtime_error with one sentence for
-// the user. Main thread only.
-std::shared_ptr<ByteLink> openSerialLine(int port, const QString &lineSettings, const QString &settingsPath,
-                                         const SimulatedSerialBoard &board);
+    std::shared_ptr<ByteLink> openPic(int port, const LineSettings &line);
+    std::shared_ptr<ByteLink> openVna(int port, const LineSettings &line);
+
+private:
+    using MakeBoard = std::unique_ptr<SerialBoard> (*)(const SimulatorSettings &);
+
+    // sweepBytes: of one sweep of the board on the line.
+    std::shared_ptr<ByteLink> open(int port, const LineSettings &line, int sweepBytes, MakeBoard make);
+
+    QString m_settingsPath;
+    std::atomic<bool> m_unplugged = false; // set by the board's thread
+};
 
 // [Simulator] for the serial boards, which know a system clock only: without a "Clock" of its own the board has the
 // crystal times the multiplier that the program believes in.
 SimulatorSettings readSerialSimulatorSettings(const QString &settingsPath);
 
-// The line to the PIC board. Without a "Clock" of its own in [Simulator] the simulated generator has the system clock
-// that the program believes in.
-std::shared_ptr<ByteLink> openPicLink(int port, const QString &lineSettings, const QString &settingsPath);
+// The generator that the program believes in: "DDS Device", "DDS Xtal freq" and "DDS Multiplier" of [Config].
+DdsClock readConfiguredClock(const QString &settingsPath);
 
 } // namespace calvorn

@@ -6,7 +6,6 @@
 #include "server/synthesiser/vna_word.h"
 
 #include <algorithm>
-#include <stdexcept>
 #include <utility>
 
 namespace calvorn {
@@ -25,8 +24,7 @@ constexpr std::int64_t kHighestHz = 180'000'000;
 } // namespace
 
 VnaDriver::VnaDriver(LinkOpener opener, QObject *parent)
-    : QObject(parent)
-    , m_opener(std::move(opener))
+    : SerialDriver(std::move(opener), parent)
 {
     m_stopTimer.setSingleShot(true);
     m_stopTimer.setInterval(kStopPatience);
@@ -36,17 +34,12 @@ VnaDriver::VnaDriver(LinkOpener opener, QObject *parent)
     connect(&m_exchange, &VnaExchange::freed, this, &VnaDriver::next);
 }
 
-VnaDriver::~VnaDriver()
-{
-    m_exchange.setLink(nullptr);
-}
-
 void VnaDriver::StopSweep(short /*reason*/)
 {
-    if (m_run != Run::Sweeping)
+    if (run() != Run::Sweeping)
         return;
-    m_run = Run::Stopping;
-    m_gate.discardWaiting();
+    setRun(Run::Stopping);
+    discardWaiting();
     if (isCurrent() && m_exchange.isReplyDue())
         m_stopTimer.start();
     else
@@ -70,7 +63,7 @@ void VnaDriver::SetMode(short mode)
     if (m_mode == static_cast<Mode>(mode))
         return;
     m_mode = static_cast<Mode>(mode);
-    m_gate.discardWaiting();
+    discardWaiting();
 }
 
 void VnaDriver::SetMultiplier(short multiplier)
@@ -90,18 +83,15 @@ void VnaDriver::SetOffset(double hertz)
 
 void VnaDriver::RunSweep()
 {
-    if (m_run == Run::Sweeping)
+    if (run() == Run::Sweeping)
         return;
-    if (m_run == Run::Stopping)
+    if (run() == Run::Stopping)
         finishRun();
-    const bool lost = m_port && !isOpen();
-    if (!isOpen() && !(lost && openLink())) {
-        if (!lost)
-            report(ErrorCode::Port, tr("The serial port is not open."));
+    if (!ensureOpen()) {
         emit aComplete();
         return;
     }
-    m_run = Run::Sweeping;
+    setRun(Run::Sweeping);
     ++m_runNumber;
     m_failures = 0;
     m_generatorHz.reset();
@@ -123,38 +113,7 @@ void VnaDriver::PrepareSweep(int start, int step, int samples)
     m_startHz = start;
     m_stepHz = step;
     ++m_plan;
-    m_gate.discardWaiting();
-}
-
-bool VnaDriver::OpenPort(short port, const QString &settings)
-{
-    ClosePort();
-    m_port = Port{port, settings};
-    if (!openLink()) {
-        m_port.reset();
-        return false;
-    }
-    next();
-    return true;
-}
-
-void VnaDriver::ClosePort()
-{
-    if (m_run != Run::None)
-        finishRun();
-    m_port.reset();
-    if (!m_link)
-        return;
-    m_link->disconnect(this);
-    m_exchange.switchOff();
-    m_link->close();
-    m_link.reset();
-}
-
-void VnaDriver::VectorTaken()
-{
-    if (const auto vector = m_gate.taken())
-        emit aVettore(*vector);
+    discardWaiting();
 }
 
 VnaCommand::Path VnaDriver::pathOf(Mode mode)
@@ -162,30 +121,27 @@ VnaCommand::Path VnaDriver::pathOf(Mode mode)
     return mode == Mode::Device ? VnaCommand::Path::Transmission : VnaCommand::Path::Reflection;
 }
 
-void VnaDriver::report(ErrorCode code, const QString &sentence)
+void VnaDriver::linkOpened(const LineSettings & /*line*/)
 {
-    emit aErrore(static_cast<short>(code), sentence);
+    m_exchange.setLink(&link());
+    m_rangeNoted = false;
+    next();
 }
 
-bool VnaDriver::isOpen() const
-{
-    return m_link && m_link->isOpen();
-}
-
-// Replaces a link that was lost. Never called from within a signal of that link.
-bool VnaDriver::openLink()
+void VnaDriver::linkGone()
 {
     m_exchange.setLink(nullptr);
-    try {
-        m_link = m_opener(m_port->number, m_port->settings);
-    } catch (const std::runtime_error &error) {
-        report(ErrorCode::Port, QString::fromUtf8(error.what()));
-        return false;
-    }
-    connect(m_link.get(), &ByteLink::lost, this, &VnaDriver::onLost);
-    m_exchange.setLink(m_link.get());
-    m_rangeNoted = false;
-    return true;
+}
+
+void VnaDriver::beforeClosing()
+{
+    m_exchange.switchOff();
+}
+
+void VnaDriver::runEnded()
+{
+    m_stopTimer.stop();
+    next();
 }
 
 // Sends what is to be sent, when the line is free for it.
@@ -193,9 +149,9 @@ void VnaDriver::next()
 {
     if (!isOpen() || !m_exchange.isFree())
         return;
-    if (m_run == Run::Sweeping)
+    if (run() == Run::Sweeping)
         sendSweep();
-    else if (m_run == Run::None && m_generatorHz)
+    else if (run() == Run::None && m_generatorHz)
         sendGenerator();
 }
 
@@ -234,20 +190,11 @@ void VnaDriver::noteRange(std::int64_t lowest, std::int64_t highest)
     if (m_rangeNoted || (lowest >= kLowestHz && highest <= kHighestHz))
         return;
     m_rangeNoted = true;
-    report(ErrorCode::Ignorable, tr("The MiniVNA is made for 0.1 to 180 MHz; the frequency is set as asked for."));
-}
-
-void VnaDriver::finishRun()
-{
-    m_stopTimer.stop();
-    m_run = Run::None;
-    m_gate.discardWaiting();
-    emit aComplete();
-    next();
+    remark(tr("The MiniVNA is made for 0.1 to 180 MHz; the frequency is set as asked for."));
 }
 
 // A reply to a command of a former plan, or over the other path, is of no use any more.
-void VnaDriver::deliver(const QList<VnaSample> &samples)
+void VnaDriver::deliverSamples(const QList<VnaSample> &samples)
 {
     if (m_sent.plan != m_plan || m_sent.path != pathOf(m_mode))
         return;
@@ -257,18 +204,17 @@ void VnaDriver::deliver(const QList<VnaSample> &samples)
         vector.append(m_mode == Mode::Angle ? sample.phase : sample.magnitude);
     if (m_sent.descending)
         std::reverse(vector.begin(), vector.end());
-    if (const auto now = m_gate.offer(std::move(vector)))
-        emit aVettore(*now);
+    deliver(std::move(vector));
 }
 
 void VnaDriver::onAnswered(const QList<VnaSample> &samples)
 {
     if (isCurrent()) {
         m_failures = 0;
-        if (m_run == Run::Stopping)
+        if (run() == Run::Stopping)
             finishRun();
         else
-            deliver(samples);
+            deliverSamples(samples);
     }
     next();
 }
@@ -281,7 +227,7 @@ void VnaDriver::onFailed()
     }
     if (!isCurrent())
         return;
-    if (m_run == Run::Stopping) {
+    if (run() == Run::Stopping) {
         finishRun();
         return;
     }
@@ -290,14 +236,6 @@ void VnaDriver::onFailed()
         return;
     report(ErrorCode::Board, tr("The MiniVNA failed to deliver three sweeps in a row; the sweep ends."));
     finishRun();
-}
-
-void VnaDriver::onLost(const QString &reason)
-{
-    m_exchange.setLink(nullptr);
-    report(ErrorCode::Port, reason);
-    if (m_run != Run::None)
-        finishRun();
 }
 
 } // namespace calvorn

@@ -15,7 +15,7 @@ namespace {
 using std::chrono::milliseconds;
 
 // Ten byte times and more, and a small part of a sweep's 139 ms.
-constexpr milliseconds kProofTime{2};
+constexpr milliseconds kProofTime{1};
 constexpr milliseconds kSilence{200};
 constexpr milliseconds kLongestSilencing{2'000};
 constexpr int kLastReplyMs = 150;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "server/links/serial_link.h"
 
+#include <QFile>
 #include <QFileInfo>
 
 #include <linux/serial.h>
@@ -22,16 +23,12 @@ void askForLowLatency(int descriptor)
     ioctl(descriptor, TIOCSSERIAL, &serial);
 }
 
-std::string openingFailure(const QString &device, QSerialPort::SerialPortError error)
+DeviceAccess accessTo(const QString &device)
 {
-    const std::string name = device.toStdString();
     if (!QFileInfo::exists(device))
-        return "There is no device " + name + "; is the cable plugged in?";
-    if (access(device.toLocal8Bit().constData(), R_OK | W_OK) != 0)
-        return "There is no permission to use " + name + "; add the user to the group dialout and log in again.";
-    if (error == QSerialPort::PermissionError)
-        return "The port " + name + " is in use by another program.";
-    return name + " is not a serial port.";
+        return DeviceAccess::Absent;
+    return access(QFile::encodeName(device).constData(), R_OK | W_OK) == 0 ? DeviceAccess::Allowed
+                                                                           : DeviceAccess::Forbidden;
 }
 
 QSerialPort::Parity parityOf(LineParity parity)
@@ -66,6 +63,18 @@ QSerialPort::StopBits stopBitsOf(LineStop stop)
 
 } // namespace
 
+std::string serialOpeningFailure(const QString &device, QSerialPort::SerialPortError error, DeviceAccess access)
+{
+    const std::string name = device.toStdString();
+    if (access == DeviceAccess::Absent)
+        return "There is no device " + name + "; is the cable plugged in?";
+    if (access == DeviceAccess::Forbidden)
+        return "There is no permission to use " + name + "; add the user to the group dialout and log in again.";
+    if (error == QSerialPort::PermissionError)
+        return "The port " + name + " is in use by another program.";
+    return name + " is not a serial port.";
+}
+
 SerialLink::SerialLink(const QString &device, const LineSettings &settings, QObject *parent)
     : ByteLink(parent)
     , m_device(device)
@@ -84,7 +93,7 @@ void SerialLink::open(const LineSettings &settings)
 {
     m_port.setPortName(m_device);
     if (!m_port.open(QIODevice::ReadWrite))
-        throw std::runtime_error(openingFailure(m_device, m_port.error()));
+        throw std::runtime_error(serialOpeningFailure(m_device, m_port.error(), accessTo(m_device)));
     const bool taken = m_port.setBaudRate(settings.baud) &&
                        m_port.setDataBits(static_cast<QSerialPort::DataBits>(settings.dataBits)) &&
                        m_port.setParity(parityOf(settings.parity)) && m_port.setStopBits(stopBitsOf(settings.stop)) &&

@@ -6,7 +6,15 @@
 
 #include <QSerialPort>
 
+#include <string>
+
 namespace calvorn {
+
+// What the system lets this user do with a device file.
+enum class DeviceAccess { Absent, Forbidden, Allowed };
+
+// One sentence for the user: why a device could not be opened, and what helps.
+std::string serialOpeningFailure(const QString &device, QSerialPort::SerialPortError error, DeviceAccess access);
 
 // A serial device of the system, held exclusively, without flow control.
 class SerialLink : public ByteLink

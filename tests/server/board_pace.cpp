@@ -17,7 +17,7 @@ private slots:
     void sweepsTakeRealTime_data();
     void sweepsTakeRealTime();
     void idleTimeIsNotCaughtUp();
-    void unpacedIsFast();
+    void unpacedDoesNotWait();
 };
 
 namespace {
@@ -75,20 +75,16 @@ void BoardPaceTest::idleTimeIsNotCaughtUp()
     QVERIFY(clock.elapsed() >= 80);
 }
 
-void BoardPaceTest::unpacedIsFast()
+// What takes the paced board two seconds is a matter of computing.
+void BoardPaceTest::unpacedDoesNotWait()
 {
     LptBoard board;
     board.attach(std::make_unique<SimulatedParallelPort>(unpacedSettings()));
+    board.setSpeed(SweepSpeed::VerySlow);
     QElapsedTimer clock;
     clock.start();
-    int sweeps = 0;
-    while (clock.elapsed() < 500) {
-        sweep(board);
-        ++sweeps;
-    }
-    const double rate = 1e9 * sweeps / static_cast<double>(clock.nsecsElapsed());
-    qInfo("unpaced: %.0f vectors a second", rate);
-    QVERIFY(rate > 11.0); // faster than the real board, even in a slow build
+    sweep(board);
+    QVERIFY(clock.elapsed() < 1'000);
 }
 
 QTEST_APPLESS_MAIN(BoardPaceTest)

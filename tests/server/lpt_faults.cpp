@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Guards what a failing parallel-port board, and a frequency beyond the generator, lead to: one report, one end, and
 // a port that can be opened again.
-#include "server/drivers/port_factory.h"
+#include "server/drivers/parallel_opener.h"
 #include "tests/server/lpt_bench.h"
 
 #include <QFile>
@@ -39,11 +39,14 @@ private slots:
     void silenceReadsAsZeros();
     void halfASweepThenZeros();
     void unpluggedInMidSweep();
+    void lostWithACommandInMidSweep();
     void newPortKnowsWhatTheLostOneWasTold();
     void unpluggedOnceInTheLifeOfTheServer();
     void lostEdgeOfTheGenerator();
     void faultsOfSerialLinesDoNothing();
     void imageIsMadeAndSaidOnce();
+    void imageOfTheResonance();
+    void moreThan32Bits();
     void uselessFrequencyIsMadeAndSaidOnce();
     void remarkDuringASweep();
 };
@@ -105,8 +108,11 @@ void LptFaultsTest::unpluggedInMidSweep()
     QCOMPARE(bench.errors.count(), 1);
     QCOMPARE(bench.errorCode(0), 2);
     QCOMPARE(bench.errors.at(0).at(1).toString(), QStringLiteral("The parallel port is gone."));
+    bench.driver.SetFrequency(1'000'000); // as the program does at the end of a sweep
+    bench.driver.SetAux(5, 1);
     QTest::qWait(50);
     QCOMPARE(bench.completes.count(), 1);
+    QCOMPARE(bench.errors.count(), 1);
 
     bench.settings.fault = SimulatorFault::Refuse; // still out
     QTest::ignoreMessage(QtWarningMsg, "The simulated parallel port has been told to refuse.");
@@ -125,6 +131,23 @@ void LptFaultsTest::unpluggedInMidSweep()
     QCOMPARE(bench.errors.count(), 2);
     for (const int count : bench.vector(3))
         QVERIFY(count > 384 && count < 424);
+}
+
+// The command and the sweep meet the same loss: one report.
+void LptFaultsTest::lostWithACommandInMidSweep()
+{
+    for (int round = 0; round < 20; ++round) {
+        LptBench bench(withFault(SimulatorFault::Unplug));
+        QVERIFY(bench.driver.OpenPort(0));
+        bench.driver.RunSweep();
+        while (bench.completes.isEmpty()) {
+            bench.driver.SetAux(static_cast<uchar>(round), 1);
+            QCoreApplication::processEvents(QEventLoop::AllEvents, 1);
+        }
+        QCOMPARE(bench.errors.count(), 1);
+        QCOMPARE(bench.errorCode(0), 2);
+        QCOMPARE(bench.completes.count(), 1);
+    }
 }
 
 void LptFaultsTest::newPortKnowsWhatTheLostOneWasTold()
@@ -159,7 +182,8 @@ void LptFaultsTest::unpluggedOnceInTheLifeOfTheServer()
     QVERIFY(file.open(QIODevice::WriteOnly));
     QVERIFY(file.write("[Simulator]\r\nPace=none\r\nFault=unplug\r\n") > 0);
     file.close();
-    LptDriver driver([&path](int address) { return openParallelPort(address, path); });
+    ParallelOpener opener(path);
+    LptDriver driver([&opener](int address) { return opener.open(address); });
     QSignalSpy vectors(&driver, &LptDriver::aVettore);
     QSignalSpy errors(&driver, &LptDriver::aErrore);
     QSignalSpy completes(&driver, &LptDriver::aComplete);
@@ -228,6 +252,41 @@ void LptFaultsTest::imageIsMadeAndSaidOnce()
     bench.driver.StopSweep(2);
     QTRY_COMPARE(bench.completes.count(), 1);
     QCOMPARE(bench.errors.count(), 1);
+}
+
+// 80 MHz less 9 MHz.
+void LptFaultsTest::imageOfTheResonance()
+{
+    SimulatorSettings settings = unpacedSettings();
+    settings.device = DeviceKind::Crystal;
+    LptBench bench(settings);
+    bench.takeVectors();
+    QVERIFY(bench.driver.OpenPort(0));
+    bench.driver.PrepareSweep(71'000'000 - 137 * 250, 250);
+    bench.driver.RunSweep();
+    QTRY_VERIFY(bench.vectors.count() >= 3);
+    bench.driver.StopSweep(2);
+    QTRY_COMPARE(bench.completes.count(), 1);
+    const QList<int> samples = bench.vector(2);
+    QCOMPARE(static_cast<int>(std::max_element(samples.begin(), samples.end()) - samples.begin()), 137);
+    QCOMPARE(bench.errors.count(), 1);
+    QCOMPARE(bench.errorCode(0), 4);
+}
+
+void LptFaultsTest::moreThan32Bits()
+{
+    LptBench bench;
+    QVERIFY(bench.driver.OpenPort(0));
+    bench.driver.SetFrequency(7'000'000);
+    bench.driver.SetFrequency(80'000'000);
+    QCOMPARE(bench.errors.count(), 1);
+    QCOMPARE(bench.errorCode(0), 5);
+    QVERIFY(std::fabs(bench.board->dds().output().hertz - 7e6) < 0.01); // the former one stays
+    bench.driver.PrepareSweep(79'900'000, 1'000);
+    bench.driver.RunSweep();
+    QTRY_COMPARE(bench.completes.count(), 1);
+    QCOMPARE(bench.errors.last().at(0).toInt(), 5);
+    QCOMPARE(bench.vectors.count(), 0);
 }
 
 void LptFaultsTest::uselessFrequencyIsMadeAndSaidOnce()

@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Guards 200 sweeps in a row, every frequency and every row of them, and that a sweep's time goes into port accesses
-// and prescribed waits.
+// Guards 200 sweeps in a row, every frequency and every row of them.
 #include "tests/server/lpt_bench.h"
 
-#include <QElapsedTimer>
 #include <QTest>
 
 #include <algorithm>
@@ -16,23 +14,6 @@ namespace {
 constexpr int kSweeps = 200;
 constexpr std::size_t kConversionsInSweep = 2 * kSweepPoints;
 
-// A port without a board: counts what it is asked for, so that the rest of the time is the driver's.
-class CountingPort : public ParallelPort
-{
-public:
-    void writeData(std::uint8_t) override { ++accesses; }
-    void writeControl(std::uint8_t) override { ++accesses; }
-    std::uint8_t readStatus() override
-    {
-        ++accesses;
-        return 0x40;
-    }
-    void wait(std::chrono::nanoseconds duration) override { waited += duration; }
-
-    std::uint64_t accesses = 0;
-    std::chrono::nanoseconds waited{};
-};
-
 } // namespace
 
 class LptManySweepsTest : public QObject
@@ -41,8 +22,6 @@ class LptManySweepsTest : public QObject
 
 private slots:
     void everyFrequencyAndEveryRow();
-    void timeGoesIntoThePort_data();
-    void timeGoesIntoThePort();
 };
 
 void LptManySweepsTest::everyFrequencyAndEveryRow()
@@ -95,59 +74,6 @@ void LptManySweepsTest::everyFrequencyAndEveryRow()
         ++sweep;
         QCOMPARE(static_cast<int>(std::max_element(vector.begin(), vector.end()) - vector.begin()), 137);
     }
-}
-
-void LptManySweepsTest::timeGoesIntoThePort_data()
-{
-    QTest::addColumn<bool>("byteWide");
-    QTest::newRow("serial loading") << false;
-    QTest::newRow("byte-wide loading") << true;
-}
-
-// At 1.25 us an access. What the driver itself takes is measured on this machine with a port that takes no time.
-void LptManySweepsTest::timeGoesIntoThePort()
-{
-    QFETCH(bool, byteWide);
-    constexpr int kRounds = 20;
-    constexpr double kAccessMs = 1.25e-3;
-    BoardWiring wiring;
-    if (byteWide)
-        wiring = {kByteWideLptWiring, DdsLoading::Bytes};
-
-    auto counting = std::make_unique<CountingPort>();
-    const CountingPort &port = *counting;
-    LptBoard board;
-    board.attach({std::move(counting), wiring});
-    board.measure(1'000'000);
-    const auto accessesBefore = port.accesses;
-    const auto waitedBefore = port.waited;
-    double fastest = 1e9; // another process on this core is not the driver's time
-    for (int round = 0; round < kRounds; ++round) {
-        QElapsedTimer clock;
-        clock.start();
-        for (int point = 0; point < kSweepPoints; ++point)
-            board.measure(1'000'000 + 22'557 * point);
-        fastest = std::min(fastest, static_cast<double>(clock.nsecsElapsed()) / 1e6);
-    }
-    const double accessMs = kAccessMs * static_cast<double>(port.accesses - accessesBefore) / kRounds;
-    const double waitMs = std::chrono::duration<double, std::milli>(port.waited - waitedBefore).count() / kRounds;
-
-    auto simulated = std::make_unique<SimulatedParallelPort>(unpacedSettings(), wiring);
-    const SimulatedParallelPort &onBoard = *simulated;
-    LptBoard simulatedBoard;
-    simulatedBoard.attach({std::move(simulated), wiring});
-    simulatedBoard.measure(1'000'000);
-    const auto before = onBoard.boardTime();
-    const auto boardAccesses = onBoard.accesses();
-    for (int point = 0; point < kSweepPoints; ++point)
-        simulatedBoard.measure(1'000'000 + 22'557 * point);
-    const double boardMs = std::chrono::duration<double, std::milli>(onBoard.boardTime() - before).count();
-
-    const double share = boardMs / (boardMs + fastest);
-    qInfo("sweep: %.1f ms of accesses (%llu) + %.1f ms of waits; the driver itself %.2f ms: share %.2f %%", accessMs,
-          static_cast<unsigned long long>(onBoard.accesses() - boardAccesses), waitMs, fastest, 100.0 * share);
-    QVERIFY(std::fabs(accessMs + waitMs - boardMs) < 0.01 * boardMs);
-    QVERIFY(share >= 0.9);
 }
 
 QTEST_GUILESS_MAIN(LptManySweepsTest)

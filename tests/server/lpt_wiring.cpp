@@ -2,7 +2,7 @@
 // Guards [LPT Wiring]: every pin is understood with its inversion, nonsense is refused by name, and a board wired
 // otherwise works as the standard one does.
 #include "server/boards/ad985x_model.h"
-#include "server/drivers/port_factory.h"
+#include "server/drivers/parallel_opener.h"
 #include "server/links/lpt_wiring_parser.h"
 #include "tests/server/lpt_bench.h"
 
@@ -237,12 +237,13 @@ void LptWiringTest::readFromTheSettingsFile()
         return file.open(QIODevice::WriteOnly | QIODevice::Truncate) && file.write(text) == text.size();
     };
     QVERIFY(write("[Simulator]\nPace=none\n[LPT Wiring]\nDdsClock=!D5\nAdcSelect=D0\n"));
-    const OpenedPort opened = openParallelPort(kSimulatedLptAddress, path);
+    ParallelOpener opener(path);
+    const OpenedPort opened = opener.open(kSimulatedLptAddress);
     QCOMPARE(lineOf(opened.wiring, LptLine::DdsClock).mask, std::uint8_t{0x20});
     QVERIFY(lineOf(opened.wiring, LptLine::DdsClock).inverted);
 
     QVERIFY(write("[LPT Wiring]\nDdsClock=D9\n"));
-    LptDriver driver([&path](int address) { return openParallelPort(address, path); });
+    LptDriver driver([&opener](int address) { return opener.open(address); });
     QSignalSpy errors(&driver, &LptDriver::aErrore);
     QVERIFY(!driver.OpenPort(0));
     QCOMPARE(errors.count(), 1);

@@ -37,6 +37,9 @@ private slots:
     void missingFramesAreTold();
     void oneByteDamage_data();
     void oneByteDamage();
+    void onlyAFollowedFrameIsGood_data();
+    void onlyAFollowedFrameIsGood();
+    void randomBytesAreNoFrame();
 };
 
 void PicFrames::checkValueOfTheCrc()
@@ -138,6 +141,56 @@ void PicFrames::oneByteDamage()
                 break;
         }
     }
+}
+
+void PicFrames::onlyAFollowedFrameIsGood_data()
+{
+    QTest::addColumn<QByteArray>("behind");
+    QTest::addColumn<bool>("good");
+    QTest::newRow("both sync bytes") << QByteArray::fromHex("a55a") << true;
+    QTest::newRow("the second one damaged") << QByteArray::fromHex("a500") << true;
+    QTest::newRow("the first one damaged") << QByteArray::fromHex("005a") << true;
+    QTest::newRow("the first one lost") << QByteArray::fromHex("5a00") << true;
+    QTest::newRow("neither") << QByteArray::fromHex("0000") << false;
+    QTest::newRow("one place too late") << QByteArray::fromHex("00a5") << false;
+}
+
+// A right check sum is not enough: it is right by chance once in 65,536 times.
+void PicFrames::onlyAFollowedFrameIsGood()
+{
+    QFETCH(QByteArray, behind);
+    QFETCH(bool, good);
+    const QByteArray frame = picFrame(0, someSamples(1));
+    QVERIFY(!frame.endsWith(static_cast<char>(kPicSyncFirst)));
+    PicDecoder decoder;
+    decoder.take(frame);
+    QVERIFY(!decoder.next()); // it waits for what follows
+    decoder.take(behind.left(1));
+    QVERIFY(!decoder.next());
+    decoder.take(behind.mid(1));
+    const auto sweep = decoder.next();
+    QVERIFY(sweep);
+    QCOMPARE(!sweep->isDamaged(), good);
+}
+
+void PicFrames::randomBytesAreNoFrame()
+{
+    std::mt19937 random(11);
+    QByteArray noise;
+    for (int count = 0; count < 10'000; ++count)
+        noise += static_cast<char>(random());
+    PicDecoder decoder;
+    decoder.take(noise + picFrame(0, someSamples(1)) + kFollowing);
+    int damaged = 0;
+    QList<QList<int>> good;
+    while (const auto sweep = decoder.next()) {
+        if (sweep->isDamaged())
+            ++damaged;
+        else
+            good.append(sweep->samples);
+    }
+    QCOMPARE(good, QList<QList<int>>{someSamples(1)});
+    QVERIFY2(damaged <= 10'000 / kPicFrameBytes + 1, qPrintable(QString::number(damaged)));
 }
 
 QTEST_GUILESS_MAIN(PicFrames)

@@ -155,7 +155,7 @@ struct VnaBench
 
     explicit VnaBench(const SimulatorSettings &made = vnaSettings(), MemoryLink::Tamper tamper = {})
         : board(made)
-        , driver([this, tamper](int port, const QString &) -> std::shared_ptr<ByteLink> {
+        , driver([this, tamper](int port, const LineSettings &) -> std::shared_ptr<ByteLink> {
             if (port != kPort)
                 throw std::runtime_error("There is no such port.");
             auto opened = std::make_shared<MemoryLink>(board, tamper);

@@ -35,6 +35,7 @@ private slots:
     void twoHundredSweeps();
     void resonanceLandsInItsRow_data();
     void resonanceLandsInItsRow();
+    void imageOfTheResonance();
     void descendingSweep();
     void offsetShiftsEveryPoint();
     void modesChooseTheValue();
@@ -104,6 +105,21 @@ void VnaSweepPointsTest::resonanceLandsInItsRow()
     const double shown = 1024 - *peak;
     const double expected = 0.4 * 1024 * 100.0 / 120.0;
     QVERIFY(shown > 0.98 * expected && shown < 1.02 * expected);
+}
+
+// 400 MHz less 9 MHz: legal words, and what comes out is the image. It is noted once.
+void VnaSweepPointsTest::imageOfTheResonance()
+{
+    VnaBench bench(vnaSettings(DeviceKind::Crystal));
+    QVERIFY(bench.open());
+    bench.start(391'000'000 - 137 * 250, 250);
+    QTRY_VERIFY(bench.vectors.count() >= 3);
+    bench.driver.StopSweep(2);
+    QTRY_COMPARE(bench.completes.count(), 1);
+    const QList<int> samples = bench.vector(2);
+    QCOMPARE(static_cast<int>(std::min_element(samples.begin(), samples.end()) - samples.begin()), 137);
+    QCOMPARE(bench.errors.count(), 1);
+    QCOMPARE(bench.errorsWith(ErrorCode::Ignorable), 1);
 }
 
 void VnaSweepPointsTest::descendingSweep()

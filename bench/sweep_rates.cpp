@@ -1,0 +1,120 @@
+// SPDX-License-Identifier: MIT
+// The whole program on the simulated serial boards at the pace of the real line: sweeps per second beside what
+// 115,200 baud allow for the bytes that the protocol must carry, and how much of a core the window's thread takes.
+// Usage: sweep_rates <folder with CalvornAsync> <settings file to begin with>. Writes one line for each interface:
+// name,sweeps per second,limit,ratio,share of a core.
+#include "app/frm_sweep.h"
+#include "platform/profile_file.h"
+#include "platform/qt_desktop.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTimer>
+
+#include <cstdio>
+#include <ctime>
+
+using namespace calvorn;
+
+namespace {
+
+constexpr double kBytesPerSecond = 11'520.0; // 115,200 baud, ten bits to the byte
+constexpr int kPatienceMs = 60'000;
+
+struct Line
+{
+    const char *name;
+    std::int16_t interfaceType;
+    double sweepBytes; // in both directions, one after the other
+    int sweeps;
+};
+
+constexpr Line kLines[] = {{"PIC", kInterfacePic, 505.0, 100}, {"MiniVNA", kInterfaceVna, 1'600.0 + 22.0, 40}};
+
+double threadSeconds()
+{
+    timespec used{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &used);
+    return static_cast<double>(used.tv_sec) + 1e-9 * static_cast<double>(used.tv_nsec);
+}
+
+bool prepare(const QTemporaryDir &folder, const QString &programs, const QString &settings, std::int16_t interfaceType)
+{
+    const QString path = folder.filePath(QStringLiteral("Calvorn.ini"));
+    if (!QFile::copy(programs + QStringLiteral("/CalvornAsync"), folder.filePath(QStringLiteral("CalvornAsync"))) ||
+        !QFile::copy(settings, path) || !QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner))
+        return false;
+    const QString config = QStringLiteral("Config");
+    const QString own = QStringLiteral("Interface%1").arg(interfaceType);
+    writeProfileString(path, config, QStringLiteral("Interface"), QString::number(interfaceType));
+    for (const char *name : {"DDS Device", "DDS Multiplier", "DDS Xtal freq", "DDS Max freq"}) {
+        const QString key = QString::fromLatin1(name);
+        writeProfileString(path, config, key, readProfileString(path, own, key));
+    }
+    // Both ends and the step have as many digits as the worked example of the longest command.
+    writeProfileString(path, QStringLiteral("Calvorn"), QStringLiteral("Start"), QStringLiteral("100000"));
+    writeProfileString(path, QStringLiteral("Calvorn"), QStringLiteral("Stop"), QStringLiteral("39000000"));
+    return true;
+}
+
+// False when the sweeps do not come.
+bool measure(const Line &line, const QString &programs, const QString &settings)
+{
+    const QTemporaryDir folder;
+    if (!prepare(folder, programs, settings, line.interfaceType))
+        return false;
+    Configuration configuration;
+    QtDesktop desktop;
+    FrmSweep window(folder.path(), configuration, desktop);
+    if (!window.start())
+        return false;
+
+    int sweeps = -1; // the first one starts the clock
+    QElapsedTimer clock;
+    double used = 0.0;
+    QEventLoop loop;
+    const auto *view = window.findChild<QAbstractItemView *>(QStringLiteral("MSFlexGridV"));
+    QObject::connect(view->model(), &QAbstractItemModel::dataChanged, &loop, [&] {
+        if (++sweeps == 0) {
+            clock.start();
+            used = threadSeconds();
+        } else if (sweeps == line.sweeps) {
+            loop.quit();
+        }
+    });
+    QTimer::singleShot(kPatienceMs, &loop, &QEventLoop::quit);
+    window.findChild<QAbstractButton *>(QStringLiteral("cmdStart"))->click();
+    loop.exec();
+    if (sweeps != line.sweeps)
+        return false;
+    const double seconds = 1e-9 * static_cast<double>(clock.nsecsElapsed());
+    const double rate = line.sweeps / seconds;
+    const double limit = kBytesPerSecond / line.sweepBytes;
+    std::printf("%s,%.3f,%.3f,%.4f,%.4f\n", line.name, rate, limit, rate / limit, (threadSeconds() - used) / seconds);
+    window.close();
+    return true;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    const QStringList arguments = QApplication::arguments();
+    if (arguments.size() != 3) {
+        std::fprintf(stderr, "usage: sweep_rates <folder with CalvornAsync> <settings file>\n");
+        return 2;
+    }
+    for (const Line &line : kLines) {
+        if (!measure(line, arguments[1], arguments[2])) {
+            std::fprintf(stderr, "%s does not sweep\n", line.name);
+            return 1;
+        }
+    }
+    return 0;
+}

@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "server/drivers/error_codes.h"
+#include "server/drivers/vector_gate.h"
+#include "server/links/line_settings.h"
+
+#include <QObject>
+#include <QString>
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace calvorn {
+
+class ByteLink;
+
+// What the drivers of boards on a serial line have in common: the port that the program wants, the course of a run of
+// sweeps, and the way of a vector to the program. Main thread only.
+class SerialDriver : public QObject
+{
+    Q_OBJECT
+
+public:
+    // Opens COM<port> with these line settings, or throws std::runtime_error with one sentence for the user.
+    using LinkOpener = std::function<std::shared_ptr<ByteLink>(int port, const LineSettings &line)>;
+
+    ~SerialDriver() override;
+
+    // Vectors that the program was too slow for.
+    std::uint64_t droppedVectors() const { return m_gate.dropped(); }
+
+public slots:
+    // settings: such as "115200,N,8,1". Closes the former port first. False when the port cannot be opened; the reason
+    // comes as ErrorCode::Port.
+    bool OpenPort(short port, const QString &settings);
+
+    // Ends a sweep, with its aComplete, before the port goes.
+    void ClosePort();
+
+    // The program has taken a vector, and has room for another one.
+    void VectorTaken();
+
+signals:
+    void aComplete();
+    void aErrore(short tipoErrore, const QString &descrizione);
+    void aVettore(const QList<int> &vettore);
+
+protected:
+    enum class Run { None, Sweeping, Stopping };
+
+    SerialDriver(LinkOpener opener, QObject *parent);
+
+    // There is a fresh link, with these line settings.
+    virtual void linkOpened(const LineSettings &line) = 0;
+    // The link is of no use any more: it was lost, or is about to be replaced.
+    virtual void linkGone() {}
+    // The program closes the port: the last chance to tell the board something. The link may be lost already.
+    virtual void beforeClosing() = 0;
+    // The run is over; aComplete follows.
+    virtual void runEnded() = 0;
+
+    void report(ErrorCode code, const QString &sentence);
+    // A condition that calls for no action: also on standard error output.
+    void remark(const QString &sentence);
+
+    ByteLink &link() { return *m_link; }
+    bool isOpen() const;
+    // Opens a port that was lost again. False, and reported, when there is none. Never called from within a signal of
+    // the link.
+    bool ensureOpen();
+
+    Run run() const { return m_run; }
+    void setRun(Run run) { m_run = run; }
+    void finishRun();
+
+    // Sends a vector on, or keeps it while the program has no room.
+    void deliver(QList<int> vector);
+    // Vectors that wait are of no use any more.
+    void discardWaiting() { m_gate.discardWaiting(); }
+
+private:
+    struct Port
+    {
+        int number = 0;
+        QString settings;
+    };
+
+    bool openLink();
+    void onLost(const QString &reason);
+
+    LinkOpener m_opener;
+    std::optional<Port> m_port; // what the program wants to be open
+    std::shared_ptr<ByteLink> m_link;
+    VectorGate m_gate;
+    Run m_run = Run::None;
+};
+
+} // namespace calvorn

@@ -1,0 +1,169 @@
+// SPDX-License-Identifier: MIT
+// Guards the simulated PIC board's word: every line of docs/hardware/pic-board.md that a firmware has to keep.
+#include "server/boards/pic_board.h"
+
+#include "server/drivers/pic_frames.h"
+#include "server/synthesiser/tuning_word.h"
+
+#include <QTest>
+
+#include <cstdlib>
+#include <random>
+
+using namespace calvorn;
+
+namespace {
+
+constexpr std::uint64_t kClockHz = 125'000'000;
+
+SimulatorSettings settings()
+{
+    SimulatorSettings made;
+    made.clockHz = static_cast<double>(kClockHz);
+    return made;
+}
+
+// What the board answers; at most so many bytes.
+QByteArray say(PicBoard &board, const QByteArray &bytes, int atMost = 100)
+{
+    for (const char byte : bytes)
+        board.receive(static_cast<std::uint8_t>(byte));
+    QByteArray answer;
+    while (answer.size() < atMost) {
+        const auto byte = board.nextByte();
+        if (!byte)
+            break;
+        answer += static_cast<char>(*byte);
+    }
+    return answer;
+}
+
+} // namespace
+
+class PicBoardTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void theExample();
+    void answers_data();
+    void answers();
+    void abortVoidsACommand();
+    void abortEndsASweep();
+    void sequenceNumbers();
+    void wordsAreWithinOneUnit();
+    void lastWordOfADescendingSweep();
+};
+
+void PicBoardTest::theExample()
+{
+    PicBoard board(settings());
+    QCOMPARE(say(board, QByteArray::fromHex("4238393830303030 0D")), QByteArray("B+\r"));
+    QCOMPARE(say(board, QByteArray::fromHex("443130300D")), QByteArray("D+\r"));
+    QCOMPARE(say(board, QByteArray::fromHex("500D")), QByteArray("P+\r"));
+    QCOMPARE(say(board, QByteArray::fromHex("470D"), 6).toHex(), QByteArray("472b0da55a00"));
+    QCOMPARE(say(board, QByteArray::fromHex("21")).toHex(), QByteArray("212b0d"));
+}
+
+void PicBoardTest::answers_data()
+{
+    QTest::addColumn<QByteArray>("said");
+    QTest::addColumn<QByteArray>("answer");
+    const auto row = [](const char *said, const char *answer) {
+        QTest::newRow(said) << QByteArray(said) + '\r' << QByteArray(answer);
+    };
+    row("", "");
+    row("A7000000", "A+\r");
+    row("A0", "A+\r");
+    row("A124999999", "A+\r");
+    row("A125000000", "A-\r");
+    row("A-1", "A-\r");
+    row("A", "A-\r");
+    row("Aseven", "A-\r");
+    row("B124999999", "B+\r");
+    row("B-1", "B-\r");
+    row("D-124999999", "D+\r");
+    row("D-125000000", "D-\r");
+    row("P1", "P-\r");
+    row("G", "G-\r");
+    row("*", "*+\r");
+    row("Z", "Z-\r");
+    row("A00000000007", "A+\r");  // 12 characters
+    row("A000000000007", "A-\r"); // 13
+    row("A0000000000000000000000000000000000000000000007", "A-\r");
+    row("B100\rD-1\rP\rG", "B+\rD+\rP-\rG-\r"); // the last point is negative
+    row("B124999000\rD10\rP", "B+\rD+\rP-\r");
+    row("B1000\rD10\rP\r*\rG", "B+\rD+\rP+\r*+\rG-\r");
+    row("B1000\rD10\rP\rD11\rG", "B+\rD+\rP+\rD+\rG-\r");
+}
+
+void PicBoardTest::answers()
+{
+    QFETCH(QByteArray, said);
+    QFETCH(QByteArray, answer);
+    PicBoard board(settings());
+    QCOMPARE(say(board, said), answer);
+}
+
+void PicBoardTest::abortVoidsACommand()
+{
+    PicBoard board(settings());
+    QCOMPARE(say(board, "A70!"), QByteArray("!+\r"));
+    QCOMPARE(say(board, "\r"), QByteArray());
+    QCOMPARE(say(board, "A7\r"), QByteArray("A+\r"));
+}
+
+// In the middle of a frame, and nothing follows; other bytes do nothing.
+void PicBoardTest::abortEndsASweep()
+{
+    PicBoard board(settings());
+    QCOMPARE(say(board, "B1000\rD10\rP\r"), QByteArray("B+\rD+\rP+\r"));
+    QCOMPARE(say(board, "G\r", 250).size(), 250);
+    QVERIFY(!say(board, "A7\r", 100).contains("A+\r"));
+    QVERIFY(board.isSweeping());
+    QCOMPARE(say(board, "!"), QByteArray("!+\r"));
+    QVERIFY(!board.isSweeping());
+}
+
+void PicBoardTest::sequenceNumbers()
+{
+    PicBoard board(settings());
+    say(board, "B1000\rD10\rP\r");
+    for (int round = 0; round < 2; ++round) {
+        QCOMPARE(say(board, "G\r", 3), QByteArray("G+\r"));
+        for (int frame = 0; frame < 258; ++frame) {
+            const QByteArray bytes = say(board, {}, kPicFrameBytes);
+            QCOMPARE(bytes.left(2).toHex(), QByteArray("a55a"));
+            QCOMPARE(static_cast<std::uint8_t>(bytes.at(2)), static_cast<std::uint8_t>(frame));
+        }
+        say(board, "!");
+    }
+}
+
+void PicBoardTest::wordsAreWithinOneUnit()
+{
+    PicBoard board(settings());
+    std::mt19937 random(3);
+    for (int count = 0; count < 20'000; ++count) {
+        const auto hertz = static_cast<std::int64_t>(random() % kClockHz);
+        QCOMPARE(say(board, "A" + QByteArray::number(qint64{hertz}) + '\r'), QByteArray("A+\r"));
+        const std::int64_t exact = tuningWord(hertz, 0.0, kClockHz);
+        QVERIFY2(std::llabs(exact - board.word()) <= 1, qPrintable(QString::number(hertz)));
+    }
+}
+
+void PicBoardTest::lastWordOfADescendingSweep()
+{
+    PicBoard board(settings());
+    board.recordWords(kPicSamples);
+    say(board, "B10000000\rD-25000\rP\r");
+    say(board, "G\r", 3 + kPicFrameBytes);
+    QCOMPARE(board.words().size(), std::size_t{kPicSamples});
+    for (int point = 0; point < kPicSamples; ++point) {
+        const std::int64_t exact = tuningWord(10'000'000 - 25'000 * point, 0.0, kClockHz);
+        QVERIFY(std::llabs(exact - board.words()[static_cast<std::size_t>(point)]) <= 1);
+    }
+}
+
+QTEST_APPLESS_MAIN(PicBoardTest)
+#include "pic_board.moc"

@@ -1,0 +1,262 @@
+// SPDX-License-Identifier: MIT
+// Guards what the PIC driver says on the line, and when: nothing before the last answer has come, and no operation
+// that takes longer than the program is ready to wait, whatever the board does.
+#include "server/drivers/pic_driver.h"
+#include "server/links/byte_link.h"
+
+#include <QElapsedTimer>
+#include <QSignalSpy>
+#include <QTest>
+#include <QThread>
+
+#include <algorithm>
+#include <functional>
+#include <utility>
+
+using namespace calvorn;
+
+namespace {
+
+constexpr int kOperationMs = 2'400;
+constexpr int kProgramWaitsMs = 3'000;
+constexpr int kTurnMs = 5; // what waitForBytes() sleeps between two looks
+
+// A line at whose end a script sits. Nothing is delivered by signals.
+class ScriptedLink : public ByteLink
+{
+public:
+    // The answer to what has been written, and after how many milliseconds it comes; empty: none.
+    struct Reply
+    {
+        QByteArray bytes;
+        int afterMs = 0;
+    };
+    using Script = std::function<Reply(const QByteArray &)>;
+
+    explicit ScriptedLink(Script script)
+        : m_script(std::move(script))
+    {
+    }
+
+    bool isOpen() const override { return true; }
+
+    void write(const QByteArray &bytes) override
+    {
+        written.append(bytes);
+        if (m_owed)
+            ++overtaken;
+        const Reply reply = m_script(bytes);
+        m_owed = !reply.bytes.isEmpty();
+        m_coming = reply;
+        m_since.start();
+    }
+
+    QByteArray read() override
+    {
+        look();
+        return std::exchange(m_arrived, QByteArray());
+    }
+
+    bool waitForBytes(int milliseconds) override
+    {
+        QElapsedTimer clock;
+        clock.start();
+        while (m_arrived.isEmpty()) {
+            look();
+            if (clock.elapsed() >= milliseconds)
+                break;
+            if (m_arrived.isEmpty())
+                QThread::msleep(kTurnMs);
+        }
+        return !m_arrived.isEmpty();
+    }
+
+    void discard() override { m_arrived.clear(); }
+    void close() override {}
+
+    QByteArray babble; // comes at every look
+    QList<QByteArray> written;
+    int overtaken = 0; // writes while an answer was still to come
+
+private:
+    void look()
+    {
+        m_arrived += babble;
+        if (!m_owed || m_since.elapsed() < m_coming.afterMs)
+            return;
+        m_owed = false;
+        m_arrived += m_coming.bytes;
+    }
+
+    Script m_script;
+    Reply m_coming;
+    bool m_owed = false;
+    QElapsedTimer m_since;
+    QByteArray m_arrived;
+};
+
+// A board that does as it is told, after so many milliseconds.
+ScriptedLink::Script obedient(int afterMs = 0)
+{
+    return [afterMs](const QByteArray &bytes) { return ScriptedLink::Reply{bytes.left(1) + "+\r", afterMs}; };
+}
+
+struct Bench
+{
+    explicit Bench(ScriptedLink::Script script)
+        : link(std::make_shared<ScriptedLink>(std::move(script)))
+        , driver([this](int, const LineSettings &) { return link; }, [] { return DdsClock{}; })
+    {
+        driver.OpenPort(5, QStringLiteral("115200,N,8,1"));
+    }
+
+    int errorsWith(ErrorCode code) const
+    {
+        return static_cast<int>(std::count_if(errors.begin(), errors.end(), [code](const QList<QVariant> &error) {
+            return error.at(0).value<short>() == static_cast<short>(code);
+        }));
+    }
+
+    std::shared_ptr<ScriptedLink> link;
+    PicDriver driver;
+    QSignalSpy errors{&driver, &PicDriver::aErrore};
+    QSignalSpy completes{&driver, &PicDriver::aComplete};
+};
+
+} // namespace
+
+class PicLine : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void whatIsSaid();
+    void answersAmongOtherBytes();
+    void halfAnAnswer();
+    void noAnswerToTheFirstCommand();
+    void answerThatComesLate();
+    void refusalIsNoError();
+    void everyOperationEnds_data();
+    void everyOperationEnds();
+};
+
+void PicLine::whatIsSaid()
+{
+    Bench bench(obedient(20));
+    QVERIFY(bench.link->written.isEmpty());
+    QVERIFY(bench.driver.SendFrequency("A", 7'000'000));
+    QVERIFY(bench.driver.PrepareSweep(8'980'000, -100));
+    QVERIFY(bench.driver.SendFrequency("*", 0));
+    // The line is made free first: the board may still be sweeping for somebody else.
+    const QList<QByteArray> wanted{"!", "A7000000\r", "B8980000\r", "D-100\r", "P\r", "*\r"};
+    QCOMPARE(bench.link->written, wanted);
+    QCOMPARE(bench.link->overtaken, 0);
+    QCOMPARE(bench.errors.size(), 0);
+}
+
+void PicLine::answersAmongOtherBytes()
+{
+    Bench bench([](const QByteArray &bytes) {
+        return ScriptedLink::Reply{"HELLO\r" + bytes.left(1) + "+\rHELLO\r", 0};
+    });
+    QVERIFY(bench.driver.SendFrequency("A", 7'000'000));
+    QVERIFY(bench.driver.PrepareSweep(8'980'000, 100));
+    QCOMPARE(bench.errors.size(), 0);
+}
+
+// The line is freed, and the command said again.
+void PicLine::halfAnAnswer()
+{
+    bool isFirst = true;
+    Bench bench([&isFirst](const QByteArray &bytes) {
+        if (bytes.startsWith('A') && std::exchange(isFirst, false))
+            return ScriptedLink::Reply{"A", 0};
+        return ScriptedLink::Reply{bytes.left(1) + "+\r", 0};
+    });
+    QVERIFY(bench.driver.SendFrequency("A", 7'000'000));
+    const QList<QByteArray> wanted{"!", "A7000000\r", "!", "A7000000\r"};
+    QCOMPARE(bench.link->written, wanted);
+    QCOMPARE(bench.errors.size(), 0);
+}
+
+void PicLine::noAnswerToTheFirstCommand()
+{
+    Bench bench([](const QByteArray &) { return ScriptedLink::Reply{}; });
+    QVERIFY(!bench.driver.SendFrequency("A", 7'000'000));
+    QCOMPARE(bench.errors.size(), 1);
+    QCOMPARE(bench.errors.at(0).at(0).toInt(), 3);
+    QCOMPARE(bench.errors.at(0).at(1).toString(), QStringLiteral("The board does not answer."));
+    bench.driver.RunSweep();
+    QCOMPARE(bench.completes.size(), 1);
+    QCOMPARE(bench.errors.last().at(1).toString(), QStringLiteral("The board does not start the sweep."));
+}
+
+// More than 0.5 s: what answers the first saying must not be taken for the answer to another command.
+void PicLine::answerThatComesLate()
+{
+    bool isFirst = true;
+    Bench bench([&isFirst](const QByteArray &bytes) {
+        const bool isLate = bytes.startsWith('B') && std::exchange(isFirst, false);
+        return ScriptedLink::Reply{bytes.left(1) + "+\r", isLate ? 10'000 : 0};
+    });
+    QVERIFY(bench.driver.PrepareSweep(8'980'000, 100));
+    const QList<QByteArray> wanted{"!", "B8980000\r", "!", "B8980000\r", "D100\r", "P\r"};
+    QCOMPARE(bench.link->written, wanted);
+    QCOMPARE(bench.link->overtaken, 1);
+}
+
+void PicLine::refusalIsNoError()
+{
+    Bench bench([](const QByteArray &bytes) {
+        return ScriptedLink::Reply{bytes.left(1) + (bytes == "!" ? "+\r" : "-\r"), 0};
+    });
+    QVERIFY(!bench.driver.SendFrequency("A", 7'000'000));
+    QVERIFY(!bench.driver.PrepareSweep(8'980'000, 100));
+    QCOMPARE(bench.errors.size(), 0);
+    bench.driver.RunSweep();
+    QCOMPARE(bench.completes.size(), 1);
+    QCOMPARE(bench.errorsWith(ErrorCode::Board), 1);
+}
+
+void PicLine::everyOperationEnds_data()
+{
+    QTest::addColumn<QByteArray>("answered"); // these letters, after this long
+    QTest::addColumn<int>("afterMs");
+    QTest::addColumn<QByteArray>("babble");
+    QTest::newRow("silent") << QByteArray() << 0 << QByteArray();
+    QTest::newRow("never stops talking") << QByteArray() << 0 << QByteArray("U");
+    QTest::newRow("talks, and aborts") << QByteArray("!") << 0 << QByteArray("U");
+    QTest::newRow("slow, then silent") << QByteArray("!BD") << 450 << QByteArray();
+    QTest::newRow("slow, and never stops talking") << QByteArray("!BD") << 450 << QByteArray("U");
+}
+
+void PicLine::everyOperationEnds()
+{
+    QFETCH(QByteArray, answered);
+    QFETCH(int, afterMs);
+    QFETCH(QByteArray, babble);
+    Bench bench([answered, afterMs](const QByteArray &bytes) {
+        return answered.contains(bytes.at(0)) ? ScriptedLink::Reply{bytes.left(1) + "+\r", afterMs}
+                                              : ScriptedLink::Reply{};
+    });
+    bench.link->babble = babble;
+    const auto takesMs = [](const auto &operation) {
+        QElapsedTimer clock;
+        clock.start();
+        operation();
+        return clock.elapsed();
+    };
+    const qint64 prepareMs = takesMs([&bench] { QVERIFY(!bench.driver.PrepareSweep(8'980'000, 100)); });
+    const qint64 sendMs = takesMs([&bench] { QVERIFY(!bench.driver.SendFrequency("A", 7'000'000)); });
+    const qint64 runMs = takesMs([&bench] { bench.driver.RunSweep(); });
+    qInfo("prepare %lld ms, send %lld ms, run %lld ms of %d", prepareMs, sendMs, runMs, kOperationMs);
+    QVERIFY(prepareMs < kProgramWaitsMs);
+    QVERIFY(sendMs < kProgramWaitsMs);
+    QVERIFY(runMs < kProgramWaitsMs);
+    QCOMPARE(bench.completes.size(), 1);
+    QVERIFY(bench.errorsWith(ErrorCode::Board) >= 2);
+    QCOMPARE(bench.errorsWith(ErrorCode::Board), bench.errors.size());
+}
+
+QTEST_GUILESS_MAIN(PicLine)
+#include "pic_line.moc"
