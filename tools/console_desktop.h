@@ -23,6 +23,7 @@ public:
     }
     QString chooseFileToOpen(const QString &, const QString &) override { return {}; }
     QString chooseFileToSave(const QString &, const QString &) override { return {}; }
+    bool choosePrinter(QPrinter &) override { return false; }
     void beep() override {}
     std::uint32_t tickCount() override { return static_cast<std::uint32_t>(m_clock.elapsed()); }
     void sleep(int milliseconds) override { QThread::msleep(static_cast<unsigned long>(milliseconds)); }
