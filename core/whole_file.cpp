@@ -2,16 +2,15 @@
 #include "core/whole_file.h"
 
 #include "core/runtime_error.h"
-
-#include <QSaveFile>
+#include "platform/file_replacement.h"
 
 namespace calvorn {
 
 void writeWholeFile(const QString &path, const QByteArray &content)
 {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() || !file.commit())
-        throw RuntimeError(RuntimeError::Kind::File, path + QStringLiteral(": ") + file.errorString());
+    QString reason;
+    if (!replaceFile(path, content, &reason))
+        throw RuntimeError(RuntimeError::Kind::File, path + QStringLiteral(": ") + reason);
 }
 
 } // namespace calvorn
