@@ -10,6 +10,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <utility>
+
 namespace calvorn {
 
 SweepFiles::SweepFiles(const SweepFilesRooms &rooms, Messages &messages, Log &log, QObject *parent)
@@ -106,15 +108,24 @@ void SweepFiles::offerAdjustment(const QString &path)
     }
 }
 
-// The plan of the imported sweep is that of its first and last row; the table stays as it was read.
+// The plan of the imported sweep is that of its first and last row; the table stays as it was read. A plan that cannot
+// be made leaves the former one.
 void SweepFiles::moveToImportedSweep()
 {
     const NumberText numbers;
     Configuration &c = m_rooms.configuration;
     const SweepTable &table = m_rooms.table;
-    c.startFreq = numbers.toInt32(table.text(1, SweepTable::FrequencyColumn));
-    c.stopFreq = numbers.toInt32(table.text(kSweepPoints, SweepTable::FrequencyColumn));
-    m_rooms.range.showImportedPlan();
+    const std::int32_t start = numbers.toInt32(table.text(1, SweepTable::FrequencyColumn));
+    const std::int32_t stop = numbers.toInt32(table.text(kSweepPoints, SweepTable::FrequencyColumn));
+    const std::int32_t formerStart = std::exchange(c.startFreq, start);
+    const std::int32_t formerStop = std::exchange(c.stopFreq, stop);
+    try {
+        m_rooms.range.showImportedPlan();
+    } catch (const RuntimeError &) {
+        c.startFreq = formerStart;
+        c.stopFreq = formerStop;
+        throw;
+    }
     const double centre = roundHalfEven(checkedSubtract(c.stopFreq, c.startFreq) / 2.0 + c.startFreq);
     m_rooms.readouts.show(numbers.masked(c.startFreq, kMaskHertz), numbers.masked(centre, kMaskHertz),
                           numbers.masked(c.stopFreq, kMaskHertz));
