@@ -69,7 +69,8 @@ void SweepPictures::mnuCopyPicture_Click()
 void SweepPictures::mnuPrint_Click()
 {
     QPrinter printer(QPrinter::HighResolution);
-    printer.setDocName(QString::fromLatin1(kApplicationTitle));
+    // The dialog makes the name of a PDF file of it.
+    printer.setDocName(tr("sweep"));
     printer.setPageOrientation(QPageLayout::Landscape);
     if (!m_messages.desktop().choosePrinter(printer))
         return;
