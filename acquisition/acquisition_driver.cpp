@@ -42,7 +42,7 @@ void AcquisitionDriver::callFailed(const QDBusError &error)
         error.type() == QDBusError::TimedOut) {
         const QScopedValueRollback guard(m_endedByTimeout, true);
         m_context.server.kill();
-        throw RuntimeError(RuntimeError::Kind::DriverCall, tr("it did not answer in time and was ended"));
+        throw RuntimeError(RuntimeError::Kind::NoAnswer, tr("it did not answer in time and was ended"));
     }
     throw RuntimeError(RuntimeError::Kind::DriverCall, error.message());
 }
@@ -95,6 +95,8 @@ bool AcquisitionDriver::tellWhetherOpen(const std::function<bool()> &openPort)
     if (!open)
         messages().beepAndWarn(tr("Wrong serial port number (COM%1).").arg(configuration().commPort) + u'\r' +
                                tr("Please verify 'SetUp/Configuration/Ports'."));
+    else
+        emit portOpened();
     return open;
 }
 

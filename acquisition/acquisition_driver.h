@@ -29,8 +29,8 @@ struct DriverContext
 // that is particular to its interface.
 //
 // Every operation that calls the server throws RuntimeError(DriverCall) when the call fails; a call that is not
-// answered in time ends the server, because nothing more is to be expected of it. Events never arrive inside an
-// operation: they come as window messages.
+// answered in time is RuntimeError(NoAnswer) and ends the server, because nothing more is to be expected of it. Events
+// never arrive inside an operation: they come as window messages.
 class AcquisitionDriver : public QObject
 {
     Q_OBJECT
@@ -80,6 +80,9 @@ signals:
     void aErrore(std::int16_t tipoErrore, const QString &descrizione);
     // 400 detector counts; the first belongs to the start frequency.
     void aVettore(const QVector<int> &vettore);
+
+    // The start-up has got as far as an open port.
+    void portOpened();
 
     // The hardware has just been configured: outputs that the user set are to be restored.
     void hardwareReady();

@@ -16,6 +16,7 @@ public:
 
     void show(const QString &start, const QString &centre, const QString &stop);
     QString startText() const { return m_start->text(); }
+    QString centreText() const { return m_centre->text(); }
     QString stopText() const { return m_stop->text(); }
 
 private:

@@ -58,6 +58,7 @@ bool LptDriver::configureHardware()
                                tr("Please verify 'SetUp/Configuration/Ports'."));
         return false;
     }
+    emit portOpened();
     setDdsDevice(configuration().ddsDevice);
     setAdcDevice(configuration().adcDevice);
     setXtalFrequency(configuration().ddsXtalFreq);

@@ -16,9 +16,10 @@ constexpr int kEndTimeoutMs = 1000;
 
 } // namespace
 
-ServerProcess::ServerProcess(const QString &program, QObject *parent)
+ServerProcess::ServerProcess(const QString &program, const QString &settingsFile, QObject *parent)
     : QObject(parent)
     , m_program(program)
+    , m_arguments(settingsFile.isEmpty() ? QStringList() : QStringList(settingsFile))
 {
     m_process.setParent(this);
     m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
@@ -33,7 +34,7 @@ ServerProcess::~ServerProcess()
 void ServerProcess::launch()
 {
     if (m_process.state() == QProcess::NotRunning)
-        m_process.start(m_program, QStringList());
+        m_process.start(m_program, m_arguments);
 }
 
 void ServerProcess::connectToServer()

@@ -16,8 +16,9 @@ class ServerProcess : public QObject
     Q_OBJECT
 
 public:
-    // program: full path of the server's executable.
-    explicit ServerProcess(const QString &program, QObject *parent = nullptr);
+    // program: full path of the server's executable. settingsFile: where the server reads what concerns it; without
+    // one, beside its own file.
+    explicit ServerProcess(const QString &program, const QString &settingsFile = {}, QObject *parent = nullptr);
     ~ServerProcess() override;
 
     // Starts the process without waiting for it, so that its start-up overlaps with the caller's own.
@@ -45,6 +46,7 @@ private:
     void disconnectFromServer();
 
     QString m_program;
+    QStringList m_arguments;
     QProcess m_process;
     QString m_connectionName;
     bool m_connected = false;

@@ -102,6 +102,8 @@ void FrmSweep::composeGraphColumn(QLayout *column)
     m_views->buttonRow()->addWidget(m_range->sampleCountLabel());
     m_files = new SweepFiles({m_configuration, m_table, *m_range, *m_readouts, *m_markers, m_graphPanel->graph()},
                              m_messages, m_log, this);
+    m_pictures = new SweepPictures({m_configuration, m_graphPanel->graph(), *m_markers, *m_readouts}, m_messages,
+                                   m_boundary, this);
     m_scales = new ScaleControl(m_configuration, m_table, *m_graphPanel, *m_markers, m_boundary, this);
 
     column->addWidget(m_graphPanel);
@@ -143,7 +145,11 @@ void FrmSweep::connectRooms()
 void FrmSweep::buildMenus()
 {
     QMenu *file = menuBar()->addMenu(tr("&File"));
+    file->setToolTipsVisible(true);
     file->addActions({m_files->exportAction(), m_files->importAction()});
+    file->addSeparator();
+    file->addActions(m_pictures->actions());
+    m_pictures->keepTextCopyIn(*this);
     file->addSeparator();
     QAction *exit = file->addAction(tr("E&xit"), this, &QWidget::close);
     exit->setObjectName(QStringLiteral("mnuExit"));

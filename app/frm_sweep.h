@@ -10,6 +10,7 @@
 #include "acquisition/test_panel.h"
 #include "app/driver_events.h"
 #include "app/sweep_files.h"
+#include "app/sweep_pictures.h"
 #include "core/error_boundary.h"
 #include "core/settings.h"
 #include "data/sweep_table.h"
@@ -86,6 +87,7 @@ private:
     TestPanel *m_testPanel = nullptr;
     DriverEvents *m_events = nullptr;
     SweepFiles *m_files = nullptr;
+    SweepPictures *m_pictures = nullptr;
     QMenu *m_setUpMenu = nullptr;
     FrmAbout *m_about = nullptr;
     FrmPreferences *m_preferences = nullptr;

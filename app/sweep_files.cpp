@@ -4,11 +4,13 @@
 #include "core/checked_arithmetic.h"
 #include "core/common_functions.h"
 #include "core/number_text.h"
+#include "core/whole_file.h"
 #include "data/sweep_csv.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
+
+#include <utility>
 
 namespace calvorn {
 
@@ -22,10 +24,12 @@ SweepFiles::SweepFiles(const SweepFilesRooms &rooms, Messages &messages, Log &lo
 {
     m_export->setObjectName(QStringLiteral("mnuSaveCSV"));
     m_export->setShortcut(QKeySequence::Save);
-    m_export->setStatusTip(tr("Write the sweep into a file"));
+    m_export->setToolTip(tr("Write the sweep into a file"));
+    m_export->setStatusTip(m_export->toolTip());
     m_import->setObjectName(QStringLiteral("mnuOpenCSV"));
     m_import->setShortcut(QKeySequence::Open);
-    m_import->setStatusTip(tr("Show a sweep from a file"));
+    m_import->setToolTip(tr("Show a sweep from a file"));
+    m_import->setStatusTip(m_import->toolTip());
     connect(m_export, &QAction::triggered, this, &SweepFiles::mnuSaveCSV_Click);
     connect(m_import, &QAction::triggered, this, &SweepFiles::mnuOpenCSV_Click);
 }
@@ -47,10 +51,7 @@ void SweepFiles::exportSweep()
         m_messages.desktop().chooseFileToSave(tr("Sweep files (*.csv)"), m_lastFile.isEmpty() ? QString() : folder);
     if (path.isEmpty())
         return;
-    const QByteArray csv = sweepAsCsv(m_rooms.table);
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(csv) != csv.size() || !file.commit())
-        throw RuntimeError(RuntimeError::Kind::File, path + QStringLiteral(": ") + file.errorString());
+    writeWholeFile(path, sweepAsCsv(m_rooms.table));
     m_lastFile = path;
 }
 
@@ -71,6 +72,9 @@ void SweepFiles::importSweep()
     if (path.isEmpty())
         return;
     m_lastFile = path;
+    // Opening a pipe would wait for its other end.
+    if (QFileInfo::exists(path) && !QFileInfo(path).isFile())
+        throw RuntimeError(RuntimeError::Kind::File, path + tr(": it is not a file"));
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         throw RuntimeError(RuntimeError::Kind::File, path + QStringLiteral(": ") + file.errorString());
@@ -104,15 +108,24 @@ void SweepFiles::offerAdjustment(const QString &path)
     }
 }
 
-// The plan of the imported sweep is that of its first and last row; the table stays as it was read.
+// The plan of the imported sweep is that of its first and last row; the table stays as it was read. A plan that cannot
+// be made leaves the former one.
 void SweepFiles::moveToImportedSweep()
 {
     const NumberText numbers;
     Configuration &c = m_rooms.configuration;
     const SweepTable &table = m_rooms.table;
-    c.startFreq = numbers.toInt32(table.text(1, SweepTable::FrequencyColumn));
-    c.stopFreq = numbers.toInt32(table.text(kSweepPoints, SweepTable::FrequencyColumn));
-    m_rooms.range.showImportedPlan();
+    const std::int32_t start = numbers.toInt32(table.text(1, SweepTable::FrequencyColumn));
+    const std::int32_t stop = numbers.toInt32(table.text(kSweepPoints, SweepTable::FrequencyColumn));
+    const std::int32_t formerStart = std::exchange(c.startFreq, start);
+    const std::int32_t formerStop = std::exchange(c.stopFreq, stop);
+    try {
+        m_rooms.range.showImportedPlan();
+    } catch (const RuntimeError &) {
+        c.startFreq = formerStart;
+        c.stopFreq = formerStop;
+        throw;
+    }
     const double centre = roundHalfEven(checkedSubtract(c.stopFreq, c.startFreq) / 2.0 + c.startFreq);
     m_rooms.readouts.show(numbers.masked(c.startFreq, kMaskHertz), numbers.masked(centre, kMaskHertz),
                           numbers.masked(c.stopFreq, kMaskHertz));

@@ -19,6 +19,7 @@ QString nameOf(RuntimeError::Kind kind)
     case RuntimeError::Kind::File:
         return QCoreApplication::translate("RuntimeError", "File error");
     case RuntimeError::Kind::DriverCall:
+    case RuntimeError::Kind::NoAnswer:
         return QCoreApplication::translate("RuntimeError", "The acquisition server did not carry out a command");
     case RuntimeError::Kind::NoDriver:
         return QCoreApplication::translate("RuntimeError", "There is no driver for this interface");

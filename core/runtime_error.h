@@ -12,7 +12,7 @@ namespace calvorn {
 class RuntimeError : public std::exception
 {
 public:
-    enum class Kind { Overflow, TypeMismatch, SubscriptOutOfRange, File, DriverCall, NoDriver };
+    enum class Kind { Overflow, TypeMismatch, SubscriptOutOfRange, File, DriverCall, NoAnswer, NoDriver };
 
     // detail: what exactly failed, for the reader of the message; may be empty.
     explicit RuntimeError(Kind kind, const QString &detail = {});

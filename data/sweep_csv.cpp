@@ -3,7 +3,10 @@
 
 #include "core/checked_arithmetic.h"
 #include "core/number_text.h"
+#include "core/runtime_error.h"
 #include "data/csv_fields.h"
+
+#include <QCoreApplication>
 
 #include <array>
 #include <charconv>
@@ -46,7 +49,10 @@ void readSweepCsv(QIODevice &device, SweepTable &table)
         fields.next();
     const NumberText numbers;
     std::int16_t row = 1;
+    int lines = 0;
     while (row <= kSweepPoints) {
+        if (++lines > kMostSweepLines)
+            throw RuntimeError(RuntimeError::Kind::File, QCoreApplication::translate("SweepCsv", "too many lines"));
         const QString number = fields.next();
         const QString frequency = fields.next();
         const QString count = fields.next();

@@ -137,31 +137,43 @@ void AmplitudeAxis::drawScreen()
     place();
 }
 
-void AmplitudeAxis::drawLinear()
+QString AmplitudeAxis::ladderText(const Configuration &configuration, int i)
 {
     const NumberText numbers;
-    const double fullScale = GraphCoordinates(m_configuration).fullScaleVolt();
+    if (configuration.scaleType == 0) {
+        const double fullScale = GraphCoordinates(configuration).fullScaleVolt();
+        return numbers.masked(fullScale - fullScale * i / kLinearLabels, kMaskFullScaleVolt);
+    }
+    const int first = configuration.scaleType == 2 || configuration.scaleType == 4 ? 1 : 0; // tens of dB above 0 dB
+    return numbers.masked(-10.0 * (i - first), kMaskDb);
+}
+
+QString AmplitudeAxis::referenceText(const Configuration &configuration)
+{
+    return configuration.scaleType >= 3 ? tr("(Vref 10V)") : tr("(Vref 1V)");
+}
+
+void AmplitudeAxis::drawLinear()
+{
     for (int i = 0; i < kLabels; ++i) {
         QLabel *label = m_labels[static_cast<std::size_t>(i)];
         const bool shown = i >= 1 && i <= kLinearLabels;
         if (shown)
-            label->setText(numbers.masked(fullScale - fullScale * i / kLinearLabels, kMaskFullScaleVolt));
+            label->setText(ladderText(m_configuration, i));
         label->setVisible(shown);
     }
-    m_maxVolt->setText(numbers.masked(fullScale, kMaskFullScaleVolt));
+    m_maxVolt->setText(ladderText(m_configuration, 0));
 }
 
 void AmplitudeAxis::drawLogarithmic()
 {
     const NumberText numbers;
-    const std::int16_t scale = m_configuration.scaleType;
-    const int first = scale == 2 || scale == 4 ? 1 : 0; // tens of dB above 0 dB
     for (int i = 0; i < kLabels; ++i) {
         QLabel *label = m_labels[static_cast<std::size_t>(i)];
-        label->setText(numbers.masked(-10.0 * (i - first), kMaskDb));
+        label->setText(ladderText(m_configuration, i));
         label->show();
     }
-    m_labels[kReferenceCaption]->setText(scale >= 3 ? tr("(Vref 10V)") : tr("(Vref 1V)"));
+    m_labels[kReferenceCaption]->setText(referenceText(m_configuration));
     if (!numbers.isNumeric(m_maxDb->text()))
         m_maxDb->setText(NumberText::fromInteger(m_configuration.maxScaleDb));
     m_maxDb->setText(numbers.masked(numbers.toDouble(m_maxDb->text()), kMaskDb));

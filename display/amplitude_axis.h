@@ -22,6 +22,12 @@ public:
 
     AmplitudeAxis(Configuration &configuration, Desktop &desktop, ErrorBoundary &boundary, QWidget *parent = nullptr);
 
+    // The text at a line of the ladder: quarters of the full scale in volts, 0 to 4, or steps of 10 dB, 0 to 9, both
+    // counted from the top of the scale.
+    static QString ladderText(const Configuration &configuration, int i);
+    // What 0 dB is, "(Vref 1V)" or "(Vref 10V)".
+    static QString referenceText(const Configuration &configuration);
+
     // Puts the full-scale values of the record into the boxes; once the settings are loaded.
     void showFullScale();
 

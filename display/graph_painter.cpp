@@ -35,7 +35,10 @@ constexpr InkPair kInks[] = {{kGraphBackground, 0xFFFFFFFF}, {kMinorGridColour, 
 // The part of a segment between two heights; none when it lies wholly above or below them.
 std::optional<QLineF> insideHeights(QPointF from, QPointF to, double top, double bottom)
 {
-    if (std::max(from.y(), to.y()) < top || std::min(from.y(), to.y()) > bottom)
+    const auto [upper, lower] = std::minmax({from.y(), to.y()});
+    if (upper >= top && lower <= bottom)
+        return QLineF(from, to);
+    if (lower < top || upper > bottom)
         return std::nullopt;
     const auto cut = [top, bottom](QPointF point, QPointF other) {
         const double y = std::clamp(point.y(), top, bottom);
@@ -107,8 +110,10 @@ void GraphPainter::placeCurve(std::span<const double> values, PlacedCurve &curve
         const double y = origin.y() + values[i] * unit.y();
         return QPointF(origin.x() + static_cast<double>(i + 1) * unit.x(), std::clamp(y, -kFarAway, kFarAway));
     };
-    const double height = m_surface.size.height();
-    const auto isInside = [height](QPointF point) { return point.y() >= 0.0 && point.y() <= height; };
+    if (values.empty())
+        return;
+    const double bottom = m_surface.size.height();
+    const auto isInside = [bottom](QPointF point) { return point.y() >= 0.0 && point.y() <= bottom; };
     QPolygonF run;
     run.reserve(static_cast<qsizetype>(values.size()));
     const auto endRun = [&] {
@@ -116,22 +121,17 @@ void GraphPainter::placeCurve(std::span<const double> values, PlacedCurve &curve
             curve.runs.append(run);
         run.clear();
     };
-    QPointF from = placed(0);
+    QPointF previous = placed(0);
     for (std::size_t i = 1; i < values.size(); ++i) {
-        const QPointF to = placed(i);
-        std::optional segment = QLineF(from, to);
-        if (!isInside(from) || !isInside(to))
-            segment = insideHeights(from, to, 0.0, height);
-        from = to;
-        if (!segment) {
-            endRun();
-            continue;
+        const QPointF current = placed(i);
+        if (const auto segment = insideHeights(previous, current, 0.0, bottom)) {
+            if (run.isEmpty())
+                run.append(segment->p1());
+            run.append(segment->p2());
         }
-        if (run.isEmpty() || run.last() != segment->p1()) {
+        if (!isInside(current))
             endRun();
-            run.append(segment->p1());
-        }
-        run.append(segment->p2());
+        previous = current;
     }
     endRun();
     if (m_surface.thickness >= 2.0)

@@ -421,6 +421,12 @@ void MarkerPanel::setUnit(const QString &unit)
     m_unit->setText(unit);
 }
 
+MarkerTexts MarkerPanel::texts() const
+{
+    return {m_m1x->text(),  m_m1y->text(), m_m2x->text(), m_m2y->text(),
+            m_m2m1->text(), m_m3y->text(), m_m4y->text(), m_m4m3->text()};
+}
+
 void MarkerPanel::restore(const WindowSettings &settings)
 {
     m_m3y->setText(settings.marker3);

@@ -21,6 +21,13 @@ namespace calvorn {
 // on the same side of 0 dB, otherwise the sum of the magnitudes.
 double markerDifference(bool linear, double m3, double m4);
 
+// The read-outs of the markers as they are shown: frequencies in Hz, amplitudes in the units of the scale.
+struct MarkerTexts
+{
+    QString m1x, m1y, m2x, m2y, m2m1;
+    QString m3y, m4y, m4m3;
+};
+
 // The markers' boxes under the graph: M1 and M2 at a frequency, M3 and M4 at an amplitude, their differences and the
 // read-out under the mouse. The positions themselves are those of the lines in the graph.
 class MarkerPanel : public QWidget
@@ -62,6 +69,9 @@ public:
     void clearCursorReadout();
     // "Volt" or "dB".
     void setUnit(const QString &unit);
+
+    // For whoever shows them elsewhere.
+    MarkerTexts texts() const;
 
     // Start-up and shutdown: the texts of the boxes. After restore() every line stands where its box says.
     void restore(const WindowSettings &settings);

@@ -5,6 +5,8 @@
 
 #include <cstdint>
 
+class QPrinter;
+
 namespace calvorn {
 
 enum class BoxIcon { None, Information, Warning, Critical };
@@ -25,9 +27,14 @@ public:
     virtual std::int16_t messageBox(BoxIcon icon, BoxButtons buttons, const QString &text, const QString &title) = 0;
 
     // Asks for a file to open or to write; filter as "Sweep files (*.csv)". suggested: folder or file shown at first.
-    // An empty text when nothing was chosen. Replacing a file has then been agreed to.
+    // An empty text when nothing was chosen. Replacing a file has then been agreed to. Where several filters are
+    // offered ("PNG picture (*.png);;SVG drawing (*.svg)"), a new name without an extension gets that of the chosen
+    // one.
     virtual QString chooseFileToOpen(const QString &filter, const QString &suggested) = 0;
     virtual QString chooseFileToSave(const QString &filter, const QString &suggested) = 0;
+
+    // Asks for a printer, a page and a number of copies, or a PDF file. False when nothing was chosen.
+    virtual bool choosePrinter(QPrinter &printer) = 0;
 
     virtual void beep() = 0;
 

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "platform/profile_file.h"
 
+#include "platform/file_replacement.h"
+
 #include <QFile>
-#include <QSaveFile>
 #include <QStringDecoder>
 
 #include <algorithm>
@@ -177,14 +178,10 @@ public:
 
     bool save() const
     {
-        QSaveFile file(m_path);
-        if (!file.open(QIODevice::WriteOnly))
-            return false;
-        for (const QByteArray &line : m_lines) {
-            file.write(line);
-            file.write(m_lineEnd);
-        }
-        return file.commit();
+        QByteArray text;
+        for (const QByteArray &line : m_lines)
+            text += line + m_lineEnd;
+        return replaceFile(m_path, text);
     }
 
 private:

@@ -4,6 +4,9 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QMessageBox>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QRegularExpression>
 #include <QThread>
 #include <QTimer>
 
@@ -54,7 +57,25 @@ QString QtDesktop::chooseFileToOpen(const QString &filter, const QString &sugges
 
 QString QtDesktop::chooseFileToSave(const QString &filter, const QString &suggested)
 {
-    return QFileDialog::getSaveFileName(QApplication::activeWindow(), QString(), suggested, filter);
+    const QStringList filters = filter.split(QStringLiteral(";;"));
+    if (filters.size() == 1)
+        return QFileDialog::getSaveFileName(QApplication::activeWindow(), QString(), suggested, filter);
+    QFileDialog dialog(QApplication::activeWindow(), QString(), suggested);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setNameFilters(filters);
+    const auto follow = [&dialog](const QString &chosen) {
+        static const QRegularExpression extension(QStringLiteral("\\*\\.(\\w+)"));
+        dialog.setDefaultSuffix(extension.match(chosen).captured(1));
+    };
+    follow(filters.first());
+    QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, follow);
+    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+}
+
+bool QtDesktop::choosePrinter(QPrinter &printer)
+{
+    QPrintDialog dialog(&printer, QApplication::activeWindow());
+    return dialog.exec() == QDialog::Accepted;
 }
 
 void QtDesktop::beep()

@@ -16,6 +16,7 @@ public:
     std::int16_t messageBox(BoxIcon icon, BoxButtons buttons, const QString &text, const QString &title) override;
     QString chooseFileToOpen(const QString &filter, const QString &suggested) override;
     QString chooseFileToSave(const QString &filter, const QString &suggested) override;
+    bool choosePrinter(QPrinter &printer) override;
     void beep() override;
     std::uint32_t tickCount() override;
     void sleep(int milliseconds) override;

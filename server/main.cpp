@@ -17,7 +17,9 @@ int main(int argc, char *argv[])
     QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("CalvornAsync"));
 
-    calvorn::AcquisitionServer server(QCoreApplication::applicationDirPath() + QStringLiteral("/Calvorn.ini"));
+    // The settings file may be named; otherwise it is the one beside the program.
+    const QString beside = QCoreApplication::applicationDirPath() + QStringLiteral("/Calvorn.ini");
+    calvorn::AcquisitionServer server(QCoreApplication::arguments().value(1, beside));
     calvorn::TerminationWatch watch;
     QObject::connect(&server, &calvorn::AcquisitionServer::finished, &application, &QCoreApplication::quit);
     QObject::connect(&watch, &calvorn::TerminationWatch::asked, &application, &QCoreApplication::quit);

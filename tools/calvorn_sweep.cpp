@@ -1,99 +1,180 @@
 // SPDX-License-Identifier: MIT
-// calvorn-sweep: one sweep without a window, by the settings beside the program.
-#include "tools/console_desktop.h"
+// calvorn-sweep: sweeps without a window.
+#include "tools/interruption.h"
 #include "tools/single_sweep.h"
 
-#include "acquisition/frequency_readouts.h"
 #include "core/error_boundary.h"
+#include "core/number_text.h"
 #include "core/runtime_error.h"
+#include "core/whole_file.h"
 #include "data/sweep_csv.h"
-#include "display/graph_panel.h"
+#include "data/sweep_response.h"
+#include "data/text_plot.h"
+#include "display/sweep_picture.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QFileInfo>
-#include <QSaveFile>
+#include <QLoggingCategory>
 
 namespace {
 
 using namespace calvorn;
 
-enum ExitCode { kDone = 0, kBadArguments = 1, kNoSweep = 2, kFileNotWritable = 3 };
-
-bool writeCsv(const SweepTable &table, const QString &path)
+QString tr(const char *text)
 {
-    QSaveFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(sweepAsCsv(table)) >= 0 && file.commit();
+    return QCoreApplication::translate("main", text);
 }
 
-bool writePicture(Configuration &configuration, SweepTable &table, Desktop &desktop, const QString &path)
+struct Options
 {
-    Messages messages(configuration, desktop);
-    Log log(configuration);
-    ErrorBoundary boundary(messages, log);
-    GraphPanel panel(configuration, table, desktop, boundary);
-    auto *readouts = new FrequencyReadouts(&panel);
-    panel.setFooter(readouts);
-    readouts->show(table.text(1, SweepTable::FrequencyColumn),
-                   table.text(kSweepPoints / 2, SweepTable::FrequencyColumn),
-                   table.text(kSweepPoints, SweepTable::FrequencyColumn));
-    panel.axis().showFullScale();
-    panel.graph().inizializzaGraph();
-    for (int item = 0; item < kGraphItems; ++item)
-        panel.graph().setLineVisible(static_cast<GraphItem>(item), false);
-    panel.resize(800, 500);
-    panel.drawScreen();
-    panel.graph().drawLine();
-    QSaveFile file(path);
-    return file.open(QIODevice::WriteOnly) && panel.grab().save(&file, "PNG") && file.commit();
-}
+    QCommandLineOption settings{QStringLiteral("settings"),
+                                tr("Settings file; the one beside the program if not given."), QStringLiteral("FILE")};
+    QCommandLineOption start{QStringLiteral("start"), tr("First frequency in Hz, in place of that of the settings."),
+                             QStringLiteral("HZ")};
+    QCommandLineOption stop{QStringLiteral("stop"), tr("Last frequency in Hz, in place of that of the settings."),
+                            QStringLiteral("HZ")};
+    QCommandLineOption sweeps{QStringLiteral("sweeps"), tr("Take this many sweeps and keep the last; 1 if not given."),
+                              QStringLiteral("N")};
+    QCommandLineOption output{QStringLiteral("output"), tr("Write the sweep as CSV."), QStringLiteral("FILE.csv")};
+    QCommandLineOption picture{QStringLiteral("picture"), tr("Write the curve as PNG or SVG."),
+                               QStringLiteral("FILE.png")};
+};
 
-int fail(Desktop &desktop, ExitCode code, const QString &text)
+int fail(int code, const QString &sentence)
 {
-    desktop.messageBox(BoxIcon::Warning, BoxButtons::Ok, text, QString());
+    ConsoleDesktop::note(QStringLiteral("calvorn-sweep: ") + sentence);
     return code;
+}
+
+// A whole positive number; an empty text when the option has one or is not given, otherwise what is wrong.
+template <typename Value>
+QString readNumber(const QCommandLineParser &arguments, const QCommandLineOption &option, Value &value)
+{
+    if (!arguments.isSet(option))
+        return {};
+    bool ok = false;
+    const int number = arguments.value(option).toInt(&ok);
+    if (!ok || number < 1)
+        return tr("--%1 takes a whole number from 1 on, not \"%2\".")
+            .arg(option.names().constFirst(), arguments.value(option));
+    value = number;
+    return {};
+}
+
+QString readRequest(const QCommandLineParser &arguments, const Options &options, SweepRequest &request)
+{
+    if (!arguments.positionalArguments().isEmpty())
+        return tr("\"%1\" is not an option; see --help.").arg(arguments.positionalArguments().constFirst());
+    request.settingsFile = arguments.value(options.settings);
+    for (const QString &wrong :
+         {readNumber(arguments, options.start, request.start), readNumber(arguments, options.stop, request.stop),
+          readNumber(arguments, options.sweeps, request.sweeps)})
+        if (!wrong.isEmpty())
+            return wrong;
+    for (const QCommandLineOption &file : {options.settings, options.output, options.picture})
+        if (arguments.isSet(file) && arguments.value(file).isEmpty())
+            return tr("--%1 takes the name of a file.").arg(file.names().constFirst());
+    if (arguments.isSet(options.picture) && !SweepPicture::isPictureName(arguments.value(options.picture)))
+        return tr("The name of a picture ends in .png or .svg, unlike \"%1\".").arg(arguments.value(options.picture));
+    return {};
+}
+
+// The window's own graph and markers, which nobody sees.
+void writePicture(SingleSweep &sweep, Desktop &desktop, const QString &path)
+{
+    ErrorBoundary boundary(sweep.messages(), sweep.log());
+    SweepGraph graph(sweep.configuration(), sweep.table());
+    graph.inizializzaGraph();
+    MarkerPanel markers(sweep.configuration(), sweep.table(), graph, desktop, boundary);
+    markers.restore(sweep.window());
+    markers.aggiornaLblMarkerX();
+    markers.aggiornaLblMarkerY();
+    graph.drawLine();
+    const auto frequency = [&sweep](int row) { return sweep.table().text(row, SweepTable::FrequencyColumn); };
+    const PictureTexts texts{frequency(1), frequency(kSweepPoints / 2), frequency(kSweepPoints), markers.texts(),
+                             QDateTime::currentDateTime()};
+    SweepPicture(sweep.configuration(), graph, texts).save(path);
+}
+
+void printResponse(SingleSweep &sweep)
+{
+    const bool linear = sweep.configuration().scaleType == 0;
+    const SweepResponse response = responseOf(sweep.table(), linear);
+    const NumberText numbers;
+    const auto hertz = [&numbers](const std::optional<double> &value) {
+        return value ? numbers.masked(*value, kMaskHertz) + QStringLiteral(" Hz") : tr("outside the range");
+    };
+    const QString peak = linear ? numbers.masked(response.peak, kMaskVolt) + QStringLiteral(" V")
+                                : numbers.masked(response.peak, kMaskDb) + QStringLiteral(" dB");
+    QTextStream out(stdout);
+    const auto row = [&out](const QString &name, const QString &value) {
+        out << name.leftJustified(18) << value.rightJustified(18) << Qt::endl;
+    };
+    row(tr("Peak"), peak);
+    row(tr("Peak at"), hertz(response.peakFrequency));
+    row(tr("-3 dB from"), hertz(response.lower));
+    row(tr("-3 dB to"), hertz(response.upper));
+    row(tr("-3 dB bandwidth"), hertz(response.bandwidth()));
+    out << Qt::endl;
+    for (const QString &line : textPlot(sweep.table(), linear))
+        out << line << Qt::endl;
+}
+
+int deliver(SingleSweep &sweep, ConsoleDesktop &desktop, const QCommandLineParser &arguments, const Options &options)
+{
+    try {
+        if (arguments.isSet(options.output))
+            writeWholeFile(arguments.value(options.output), sweepAsCsv(sweep.table()));
+        if (arguments.isSet(options.picture))
+            writePicture(sweep, desktop, arguments.value(options.picture));
+        if (!arguments.isSet(options.output) && !arguments.isSet(options.picture))
+            printResponse(sweep);
+    } catch (const RuntimeError &error) {
+        return fail(kFileNotWritable, error.message());
+    }
+    QTextStream out(stdout);
+    for (const QCommandLineOption &file : {options.output, options.picture})
+        if (arguments.isSet(file))
+            out << QFileInfo(arguments.value(file)).absoluteFilePath() << Qt::endl;
+    return kDone;
 }
 
 } // namespace
 
 int main(int argc, char **argv)
 {
+    watchForInterruption();
+    // Standard error is for the user; what Qt misses in an environment without a desktop does not concern him.
+    QLoggingCategory::setFilterRules(QStringLiteral("default.warning=false"));
     // The picture is painted by widgets that nobody sees.
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("calvorn-sweep"));
+    QApplication::setApplicationVersion(QStringLiteral(CALVORN_VERSION));
     QApplication::setStyle(QStringLiteral("Fusion"));
 
+    const Options options;
     QCommandLineParser arguments;
-    arguments.setApplicationDescription(
-        QCoreApplication::translate("main", "Takes one sweep with the settings beside the program."));
-    arguments.addHelpOption();
-    const QCommandLineOption output(QStringLiteral("output"),
-                                    QCoreApplication::translate("main", "Write the sweep as CSV."),
-                                    QStringLiteral("FILE.csv"));
-    const QCommandLineOption picture(QStringLiteral("picture"),
-                                     QCoreApplication::translate("main", "Write the curve as PNG."),
-                                     QStringLiteral("FILE.png"));
-    arguments.addOptions({output, picture});
-    arguments.process(application);
+    arguments.setApplicationDescription(tr("Takes a sweep without a window. Without --output and --picture it prints "
+                                           "the response as a table and a plot."));
+    arguments.addOptions(
+        {options.settings, options.start, options.stop, options.sweeps, options.output, options.picture});
+    const QCommandLineOption help = arguments.addHelpOption();
+    const QCommandLineOption version = arguments.addVersionOption();
+    if (!arguments.parse(QCoreApplication::arguments()))
+        return fail(kBadArguments, arguments.errorText());
+    if (arguments.isSet(help))
+        arguments.showHelp(kDone);
+    if (arguments.isSet(version))
+        arguments.showVersion();
+    SweepRequest request;
+    const QString wrong = readRequest(arguments, options, request);
+    if (!wrong.isEmpty())
+        return fail(kBadArguments, wrong);
 
     ConsoleDesktop desktop;
-    if (!arguments.isSet(output) && !arguments.isSet(picture))
-        return fail(desktop, kBadArguments,
-                    QCoreApplication::translate("main", "Say where the sweep goes: --output, --picture or both."));
-
-    Configuration configuration;
-    SingleSweep sweep(QCoreApplication::applicationDirPath(), configuration, desktop);
-    if (!sweep.run())
-        return kNoSweep;
-    const QString cannotWrite = QCoreApplication::translate("main", "%1 could not be written.");
-    if (arguments.isSet(output) && !writeCsv(sweep.table(), arguments.value(output)))
-        return fail(desktop, kFileNotWritable, cannotWrite.arg(arguments.value(output)));
-    if (arguments.isSet(picture) && !writePicture(configuration, sweep.table(), desktop, arguments.value(picture)))
-        return fail(desktop, kFileNotWritable, cannotWrite.arg(arguments.value(picture)));
-    QTextStream out(stdout);
-    for (const QCommandLineOption &option : {output, picture})
-        if (arguments.isSet(option))
-            out << QFileInfo(arguments.value(option)).absoluteFilePath() << Qt::endl;
-    return kDone;
+    SingleSweep sweep(QCoreApplication::applicationDirPath(), request, desktop);
+    const int code = sweep.run();
+    return code == kDone ? deliver(sweep, desktop, arguments, options) : fail(code, sweep.sentence());
 }

@@ -10,19 +10,26 @@
 
 namespace calvorn {
 
-// Boxes as lines on standard error; nobody is there to answer, so every answer is the one that stops.
+// A desktop without anybody: boxes are kept for whoever composes the message, and every answer is the one that stops.
 class ConsoleDesktop : public Desktop
 {
 public:
     ConsoleDesktop() { m_clock.start(); }
 
+    // Progress, on standard error.
+    static void note(const QString &line) { QTextStream(stderr) << line << Qt::endl; }
+
+    // The first line of the last box.
+    QString lastText() const { return m_lastText; }
+
     std::int16_t messageBox(BoxIcon, BoxButtons buttons, const QString &text, const QString &) override
     {
-        QTextStream(stderr) << QString(text).replace(u'\r', u' ') << Qt::endl;
+        m_lastText = text.section(u'\r', 0, 0);
         return buttons == BoxButtons::Ok ? kBoxOk : kBoxCancel;
     }
     QString chooseFileToOpen(const QString &, const QString &) override { return {}; }
     QString chooseFileToSave(const QString &, const QString &) override { return {}; }
+    bool choosePrinter(QPrinter &) override { return false; }
     void beep() override {}
     std::uint32_t tickCount() override { return static_cast<std::uint32_t>(m_clock.elapsed()); }
     void sleep(int milliseconds) override { QThread::msleep(static_cast<unsigned long>(milliseconds)); }
@@ -33,6 +40,7 @@ public:
 
 private:
     QElapsedTimer m_clock;
+    QString m_lastText;
 };
 
 } // namespace calvorn

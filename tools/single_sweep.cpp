@@ -5,10 +5,11 @@
 #include "acquisition/frequency_plan.h"
 #include "core/number_text.h"
 #include "core/runtime_error.h"
+#include "tools/interruption.h"
 
-#include <QCoreApplication>
-#include <QEventLoop>
 #include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
 #include <QTimer>
 
 #include <memory>
@@ -19,80 +20,224 @@ namespace {
 
 // The slowest speed needs a few seconds for a sweep.
 constexpr int kSweepTimeoutMs = 30000;
+constexpr int kInterruptionPollMs = 50;
+
+// Codes of the error event (docs/hardware/errors.md).
+constexpr std::int16_t kErrorTransfer = 1;
+constexpr std::int16_t kErrorPort = 2;
+constexpr std::int16_t kErrorNoAnswer = 3;
+constexpr std::int16_t kErrorNoAction = 4;
+
+// Ends the run with a code and a sentence.
+struct Failure
+{
+    ExitCode code;
+    QString sentence;
+};
+
+QString firstLine(const QString &text)
+{
+    return text.section(u'\r', 0, 0);
+}
 
 } // namespace
 
-SingleSweep::SingleSweep(const QString &programFolder, Configuration &configuration, Desktop &desktop)
-    : m_configuration(configuration)
-    , m_messages(configuration, desktop)
-    , m_log(configuration)
-    , m_server(programFolder + QStringLiteral("/CalvornAsync"))
-    , m_table(configuration)
-    , m_conversion(configuration, m_window, m_table)
-    , m_settingsFile(programFolder + u'/' + QString::fromLatin1(kSettingsFileName))
+SingleSweep::SingleSweep(const QString &programFolder, const SweepRequest &request, ConsoleDesktop &desktop)
+    : m_request(request)
+    , m_desktop(desktop)
+    , m_messages(m_configuration, desktop)
+    , m_log(m_configuration)
+    , m_settingsFile(QFileInfo(request.settingsFile.isEmpty()
+                                   ? programFolder + u'/' + QString::fromLatin1(kSettingsFileName)
+                                   : request.settingsFile)
+                         .absoluteFilePath())
+    , m_server(programFolder + QStringLiteral("/CalvornAsync"), m_settingsFile)
+    , m_table(m_configuration)
+    , m_conversion(m_configuration, m_window, m_table)
 {
-    // Loading writes missing defaults back; they go into a copy.
-    m_configuration.iniPath = m_settingsCopy.filePath(QString::fromLatin1(kSettingsFileName));
-    QFile::copy(m_settingsFile, m_configuration.iniPath);
-    QFile::setPermissions(m_configuration.iniPath, QFile::ReadOwner | QFile::WriteOwner);
+    QObject::connect(&m_log, &Log::lineWritten, &m_log, [this](const QString &line) { m_lastLogLine = line; });
 }
 
-bool SingleSweep::run()
+ExitCode SingleSweep::run()
 {
-    if (!loadSettings())
-        return false;
     try {
-        correctRange(m_configuration);
-        m_configuration.stepFreq = stepOfRange(m_configuration.startFreq, m_configuration.stopFreq);
+        loadSettings();
+        applyRange();
         m_table.inizializzaGrid();
-        return sweepOnce();
+        takeSweeps();
+        return kDone;
+    } catch (const Failure &failure) {
+        m_sentence = failure.sentence;
+        return failure.code;
     } catch (const RuntimeError &error) {
-        m_messages.warn(error.message());
-        return false;
+        m_sentence = error.message();
+        return error.kind() == RuntimeError::Kind::NoAnswer ? kNoAnswer : kRefused;
     }
 }
 
-bool SingleSweep::loadSettings()
+// Loading writes missing defaults; they go into a copy that is gone again before the sweep begins.
+void SingleSweep::loadSettings()
 {
-    SettingsLoader loader(m_configuration, m_window);
-    const LoadOutcome outcome = loader.load();
-    for (const QString &fault : loader.faults())
-        m_messages.warn(fault);
-    if (outcome != LoadOutcome::Loaded)
-        m_messages.warn(
-            QCoreApplication::translate("SingleSweep", "%1 names a device that is not supported.").arg(m_settingsFile));
-    return outcome == LoadOutcome::Loaded;
+    if (QFileInfo::exists(m_settingsFile) || !m_request.settingsFile.isEmpty()) {
+        QFile file(m_settingsFile);
+        if (!QFileInfo(m_settingsFile).isFile() || !file.open(QIODevice::ReadOnly))
+            throw Failure{kBadSettings, tr("The settings file %1 cannot be read.").arg(m_settingsFile)};
+    }
+    const QTemporaryDir folder;
+    const QString copy = folder.filePath(QString::fromLatin1(kSettingsFileName));
+    QFile::copy(m_settingsFile, copy);
+    QFile::setPermissions(copy, QFile::ReadOwner | QFile::WriteOwner);
+    loadFrom(copy);
+    m_configuration.iniPath = m_settingsFile;
+    // The log is where a driver says why a port does not open.
+    m_configuration.logDebug = true;
 }
 
-bool SingleSweep::sweepOnce()
+void SingleSweep::loadFrom(const QString &copy)
+{
+    m_configuration.iniPath = copy;
+    SettingsLoader loader(m_configuration, m_window);
+    const LoadOutcome outcome = loader.load();
+    if (outcome == LoadOutcome::Loaded)
+        loader.loadMarkers();
+    for (const QString &fault : loader.faults())
+        ConsoleDesktop::note(fault);
+    if (outcome != LoadOutcome::Loaded)
+        throw Failure{kBadSettings, tr("%1 names a device that is not supported.").arg(m_settingsFile)};
+    if (m_configuration.scaleType < 0 || m_configuration.scaleType > 4)
+        m_configuration.scaleType = 0;
+}
+
+void SingleSweep::checkLimit(const char *option, const std::optional<std::int32_t> &hertz)
+{
+    const Configuration &c = m_configuration;
+    if (!hertz || (*hertz >= c.ddsMinFreq && *hertz <= c.ddsMaxFreq))
+        return;
+    const NumberText numbers;
+    throw Failure{kBadArguments, tr("%1 must lie between %2 and %3 Hz.")
+                                     .arg(QString::fromLatin1(option), numbers.masked(c.ddsMinFreq, kMaskHertz),
+                                          numbers.masked(c.ddsMaxFreq, kMaskHertz))};
+}
+
+void SingleSweep::applyRange()
+{
+    checkLimit("--start", m_request.start);
+    checkLimit("--stop", m_request.stop);
+    Configuration &c = m_configuration;
+    c.startFreq = m_request.start.value_or(c.startFreq);
+    c.stopFreq = m_request.stop.value_or(c.stopFreq);
+    if (correctRange(c))
+        for (const QString &notice : {c.startNotice, c.stopNotice})
+            if (!notice.isEmpty())
+                ConsoleDesktop::note(notice);
+    c.stepFreq = stepOfRange(c.startFreq, c.stopFreq);
+}
+
+QString SingleSweep::portName() const
+{
+    return m_configuration.interfaceType == kInterfaceLpt
+               ? tr("parallel port 0x%1").arg(m_configuration.lptAddress, 3, 16, QLatin1Char('0'))
+               : tr("serial port COM%1").arg(m_configuration.commPort);
+}
+
+void SingleSweep::takeSweeps()
 {
     const std::unique_ptr<AcquisitionDriver> driver(
         makeDriver({m_configuration, m_window, m_messages, m_log, m_server}, nullptr));
     if (!driver)
         throw RuntimeError(RuntimeError::Kind::NoDriver, NumberText::fromInteger(m_configuration.interfaceType));
-    bool ready = false;
-    bool stored = false;
     QEventLoop wait;
-    QObject::connect(driver.get(), &AcquisitionDriver::hardwareReady, &wait, [&] { ready = true; });
-    QObject::connect(driver.get(), &AcquisitionDriver::aVettore, &wait, [&](const QVector<int> &vettore) {
-        if (!stored)
-            m_conversion.datiDDS(vettore);
-        stored = true;
-        wait.quit();
-    });
-    QObject::connect(driver.get(), &AcquisitionDriver::aComplete, &wait, &QEventLoop::quit);
-    QObject::connect(driver.get(), &AcquisitionDriver::aErrore, &wait,
-                     [&](std::int16_t, const QString &text) { m_messages.warn(text); });
+    listen(*driver, wait);
     driver->startUp();
-    // Why it is not ready has been told.
-    if (ready && driver->startSweep()) {
-        QTimer::singleShot(kSweepTimeoutMs, &wait, &QEventLoop::quit);
-        wait.exec();
-        driver->shutDown();
+    if (!m_portOpen) {
+        const QString reason = m_lastLogLine.mid(driver->logPrefix().size());
+        throw Failure{kNoPort, reason.isEmpty() ? tr("The %1 could not be opened.").arg(portName())
+                                                : tr("The %1 could not be opened (%2).").arg(portName(), reason)};
     }
-    if (ready && !stored)
-        m_messages.warn(QCoreApplication::translate("SingleSweep", "The hardware delivered no sweep."));
-    return stored;
+    if (!m_ready)
+        throw Failure{kRefused, tr("The hardware refused to be set up: %1.").arg(m_desktop.lastText())};
+    const NumberText numbers;
+    ConsoleDesktop::note(tr("Sweeping from %1 to %2 Hz")
+                             .arg(numbers.masked(m_configuration.startFreq, kMaskHertz),
+                                  numbers.masked(m_configuration.stopFreq, kMaskHertz)));
+    if (!driver->startSweep())
+        throw Failure{kRefused, tr("The hardware refused the sweep.")};
+    waitForSweeps(wait);
+    driver->disconnect(&wait);
+    try {
+        driver->shutDown();
+    } catch (const RuntimeError &error) {
+        // What was taken is good all the same.
+        ConsoleDesktop::note(error.message());
+    }
+    m_server.stop();
+    if (interruption() != 0)
+        throw Failure{static_cast<ExitCode>(kSignalled + interruption()), tr("Interrupted.")};
+    if (m_taken >= m_request.sweeps)
+        return;
+    if (m_failure != kDone)
+        throw Failure{m_failure, m_sentence};
+    throw Failure{kNoAnswer, tr("The hardware delivered no sweep in time.")};
+}
+
+void SingleSweep::listen(AcquisitionDriver &driver, QEventLoop &wait)
+{
+    QObject::connect(&driver, &AcquisitionDriver::portOpened, &wait, [this] { m_portOpen = true; });
+    QObject::connect(&driver, &AcquisitionDriver::hardwareReady, &wait, [this] { m_ready = true; });
+    QObject::connect(&driver, &AcquisitionDriver::aVettore, &wait,
+                     [this, &wait](const QVector<int> &counts) { store(counts, wait); });
+    QObject::connect(&driver, &AcquisitionDriver::aComplete, &wait, &QEventLoop::quit);
+    QObject::connect(&driver, &AcquisitionDriver::aErrore, &wait,
+                     [this, &wait](std::int16_t code, const QString &text) { hardwareFailed(code, text, wait); });
+}
+
+// A damaged transfer costs one sweep; the next one comes.
+void SingleSweep::hardwareFailed(std::int16_t code, const QString &text, QEventLoop &wait)
+{
+    if (code == kErrorTransfer || code == kErrorNoAction) {
+        ConsoleDesktop::note(firstLine(text));
+        return;
+    }
+    m_sentence = firstLine(text);
+    m_failure = code == kErrorPort ? kNoPort : code == kErrorNoAnswer ? kNoAnswer : kRefused;
+    wait.quit();
+}
+
+void SingleSweep::store(const QVector<int> &counts, QEventLoop &wait)
+{
+    if (m_taken >= m_request.sweeps)
+        return;
+    try {
+        m_conversion.datiDDS(counts);
+    } catch (const RuntimeError &error) {
+        m_sentence = error.message();
+        m_failure = kRefused;
+        wait.quit();
+        return;
+    }
+    ++m_taken;
+    ConsoleDesktop::note(tr("Sweep %1 of %2").arg(m_taken).arg(m_request.sweeps));
+    if (m_taken == m_request.sweeps)
+        wait.quit();
+}
+
+void SingleSweep::waitForSweeps(QEventLoop &wait)
+{
+    QTimer poll;
+    int taken = 0;
+    QElapsedTimer sinceLast;
+    sinceLast.start();
+    QObject::connect(&poll, &QTimer::timeout, &wait, [&] {
+        if (m_taken != taken)
+            sinceLast.start();
+        taken = m_taken;
+        if (interruption() != 0 || sinceLast.elapsed() > kSweepTimeoutMs)
+            wait.quit();
+    });
+    poll.start(kInterruptionPollMs);
+    // What has happened already has nobody to wake.
+    if (m_failure == kDone)
+        wait.exec();
 }
 
 } // namespace calvorn

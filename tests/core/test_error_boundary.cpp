@@ -30,6 +30,7 @@ public:
     }
     QString chooseFileToOpen(const QString &, const QString &) override { return {}; }
     QString chooseFileToSave(const QString &, const QString &) override { return {}; }
+    bool choosePrinter(QPrinter &) override { return false; }
     void beep() override {}
     std::uint32_t tickCount() override { return 0; }
     void sleep(int) override {}

@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "data/sweep_csv.h"
 
+#include "core/number_text.h"
+#include "core/runtime_error.h"
 #include "tests/support/locales.h"
 
+#include <QBuffer>
+#include <QRandomGenerator>
 #include <QTest>
 
 using namespace calvorn;
@@ -34,6 +38,60 @@ private slots:
         QCOMPARE(lines[2], QByteArray("2,1025000,0,-6000\r"));
         QCOMPARE(lines[400], QByteArray("400,10975000,0,0\r"));
         QCOMPARE(lines[401], QByteArray());
+    }
+
+    // What a window under a locale with a decimal point has exported comes back to the letter.
+    void aThousandTablesComeBack_data()
+    {
+        QTest::addColumn<QLocale>("locale");
+        QTest::newRow("en_US") << QLocale(QLocale::English, QLocale::UnitedStates);
+        QTest::newRow("C") << QLocale::c();
+    }
+    void aThousandTablesComeBack()
+    {
+        QFETCH(QLocale, locale);
+        QLocale::setDefault(locale);
+        QRandomGenerator random(4711);
+        const NumberText numbers;
+        Configuration configuration;
+        SweepTable table(configuration);
+        SweepTable again(configuration);
+        for (int i = 0; i < 1000; ++i) {
+            configuration.startFreq = random.bounded(1, 100000000);
+            configuration.stepFreq = random.bounded(-200000, 2000000);
+            table.inizializzaGrid();
+            for (int row = 1; row <= kSweepPoints; ++row) {
+                const int count = random.bounded(1024);
+                table.setText(row, SweepTable::SampleColumn, NumberText::fromInteger(count));
+                // Millivolts on either side of zero, and tenths of dB down to -100.
+                const double amplitude =
+                    i % 2 == 0 ? random.bounded(-500, 30000) / 1000.0 : random.bounded(-1000, 200) / 10.0;
+                table.setText(row, SweepTable::AmplitudeColumn, numbers.masked(amplitude, kMaskVolt));
+            }
+            QByteArray csv = sweepAsCsv(table);
+            QBuffer device(&csv);
+            QVERIFY(device.open(QIODevice::ReadOnly));
+            readSweepCsv(device, again);
+            for (int row = 1; row <= kSweepPoints; ++row)
+                for (int column = 0; column < kTableColumns; ++column)
+                    QCOMPARE(again.text(row, column), table.text(row, column));
+            QCOMPARE(sweepAsCsv(again), csv);
+        }
+    }
+
+    void linesWithoutEndAreRefused()
+    {
+        QByteArray csv("a,b,c,d\r\n");
+        for (int line = 0; line <= kMostSweepLines; ++line)
+            csv += "7,1000000,5,12\r\n";
+        csv += "400,1000000,5,12\r\n";
+        QBuffer device(&csv);
+        QVERIFY(device.open(QIODevice::ReadOnly));
+        Configuration configuration;
+        SweepTable table(configuration);
+        QVERIFY_THROWS_EXCEPTION(RuntimeError, readSweepCsv(device, table));
+        QCOMPARE(table.text(7, SweepTable::SampleColumn), QStringLiteral("5"));
+        QCOMPARE(table.text(400, SweepTable::SampleColumn), QStringLiteral("0"));
     }
 };
 

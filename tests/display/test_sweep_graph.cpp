@@ -219,6 +219,52 @@ private slots:
         QVERIFY(graph.line(GraphItem::CursorV).visible);
     }
 
+    void aPictureIsWhatTheScreenShows()
+    {
+        DisplayBench bench(1);
+        bench.show();
+        SweepGraph &graph = bench.panel.graph();
+        for (int row = 1; row <= kSweepPoints; ++row)
+            bench.table.setText(row, SweepTable::AmplitudeColumn, QString::number(-(row % 60)));
+        graph.drawLine();
+        graph.moveLine(GraphItem::M1, 120);
+        graph.moveLine(GraphItem::M2, 300);
+        graph.moveLine(GraphItem::M3, 15000.0);
+        const QImage screen = grab(graph);
+        QImage picture(graph.size(), QImage::Format_RGB32);
+        QPainter painter(&picture);
+        painter.setFont(graph.font());
+        graph.paintPicture(painter, {QSizeF(graph.size())}, GraphInk::Screen);
+        painter.end();
+        QCOMPARE(picture, screen);
+        // Paper is another ink of the same drawing.
+        QPainter paper(&picture);
+        graph.paintPicture(paper, {QSizeF(graph.size())}, GraphInk::Paper);
+        paper.end();
+        QCOMPARE(picture.pixel(55, 33), qRgb(255, 255, 255));
+        QVERIFY(picture != screen);
+    }
+
+    void theCurveStaysInsideAPicture()
+    {
+        Configuration configuration;
+        configuration.scaleType = 1;
+        configuration.maxScaleDb = -40;
+        const GraphCoordinates coordinates(configuration);
+        const GraphPainter painter(coordinates, {QSizeF(400, 300)});
+        // Below the range, through it, and far above.
+        const std::vector<double> values{50000.0, 20000.0, 30000.0, -90000.0, -90000.0, 10000.0, 99000.0};
+        PlacedCurve curve;
+        painter.placeCurve(values, curve);
+        QCOMPARE(curve.runs.size(), 2);
+        for (const QPolygonF &run : curve.runs)
+            for (const QPointF &point : run)
+                QVERIFY2(point.y() >= 0.0 && point.y() <= 300.0, qPrintable(QString::number(point.y())));
+        QCOMPARE(curve.runs[0].first().y(), 300.0);
+        QCOMPARE(curve.runs[0].last().y(), 0.0);
+        QCOMPARE(curve.runs[1].last().y(), 300.0);
+    }
+
     void startsAtItsInitialSize()
     {
         Configuration configuration;

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "platform/profile_file.h"
 
+#include "tests/support/full_disk.h"
+
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
@@ -187,6 +190,15 @@ void TestProfileFile::aFailedWriteLeavesTheOldFile()
     const QString nowhere = m_folder.filePath(QStringLiteral("missing/Calvorn.ini"));
     QVERIFY(!writeProfileString(nowhere, QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")));
     QVERIFY(!QFile::exists(nowhere));
+
+    const QByteArray before = "[a]\r\nb=" + QByteArray(3000, '1') + "\r\nc=2\r\n";
+    write(before);
+    {
+        const test::FullDisk full(1024);
+        QVERIFY(!put("a", "c", QStringLiteral("3")));
+    }
+    QCOMPARE(content(), before);
+    QCOMPARE(QDir(m_folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList(QStringLiteral("Calvorn.ini")));
 }
 
 void TestProfileFile::writesSeveralAtOnce()

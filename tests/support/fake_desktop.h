@@ -28,8 +28,9 @@ public:
 
     QList<Box> boxes;
     QQueue<std::int16_t> answers; // OK when there are none left
-    QString fileChoice; // what the file dialogs answer
+    QString fileChoice;           // what the file dialogs answer
     QStringList suggestions;
+    std::function<void(QPrinter &)> whenPrinting; // sets the printer up; without it nothing is chosen
     int beeps = 0;
     int sleptMs = 0;
     std::uint32_t ticks = 0;            // ms
@@ -49,6 +50,12 @@ public:
     {
         suggestions.append(suggested);
         return fileChoice;
+    }
+    bool choosePrinter(QPrinter &printer) override
+    {
+        if (whenPrinting)
+            whenPrinting(printer);
+        return static_cast<bool>(whenPrinting);
     }
     void beep() override { ++beeps; }
     std::uint32_t tickCount() override { return ticks; }

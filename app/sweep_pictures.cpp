@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: MIT
+#include "app/sweep_pictures.h"
+
+#include "core/runtime_error.h"
+#include "core/whole_file.h"
+#include "display/sweep_picture.h"
+
+#include <QAbstractItemView>
+#include <QBuffer>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QPrinter>
+
+namespace calvorn {
+
+SweepPictures::SweepPictures(const SweepPictureRooms &rooms, Messages &messages, ErrorBoundary &boundary,
+                             QObject *parent)
+    : QObject(parent)
+    , m_rooms(rooms)
+    , m_messages(messages)
+    , m_save(makeAction("mnuSavePicture", tr("Save pict&ure…"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S),
+                        tr("Write the graph with its read-outs as PNG or SVG")))
+    , m_copy(makeAction("mnuCopyPicture", tr("&Copy picture"), QKeySequence::Copy,
+                        tr("Put the graph with its read-outs on the clipboard")))
+    , m_print(makeAction("mnuPrint", tr("&Print…"), QKeySequence::Print,
+                         tr("Print the graph with its read-outs, or make a PDF file of it")))
+{
+    boundary.connect(m_save, &QAction::triggered, this, "mnuSavePicture_Click", [this] { mnuSavePicture_Click(); });
+    boundary.connect(m_copy, &QAction::triggered, this, "mnuCopyPicture_Click", [this] { mnuCopyPicture_Click(); });
+    boundary.connect(m_print, &QAction::triggered, this, "mnuPrint_Click", [this] { mnuPrint_Click(); });
+}
+
+QAction *SweepPictures::makeAction(const char *name, const QString &caption, const QKeySequence &shortcut,
+                                   const QString &help)
+{
+    auto *action = new QAction(caption, this);
+    action->setObjectName(QString::fromLatin1(name));
+    action->setShortcut(shortcut);
+    action->setToolTip(help);
+    action->setStatusTip(help);
+    return action;
+}
+
+SweepPicture SweepPictures::picture() const
+{
+    const FrequencyReadouts &shown = m_rooms.readouts;
+    return {m_rooms.configuration,
+            m_rooms.graph,
+            {shown.startText(), shown.centreText(), shown.stopText(), m_rooms.markers.texts(),
+             QDateTime::currentDateTime()}};
+}
+
+void SweepPictures::mnuSavePicture_Click()
+{
+    const QString path =
+        m_messages.desktop().chooseFileToSave(tr("PNG picture (*.png);;SVG drawing (*.svg)"), m_lastFile);
+    if (path.isEmpty())
+        return;
+    picture().save(path);
+    m_lastFile = path;
+}
+
+void SweepPictures::mnuCopyPicture_Click()
+{
+    QGuiApplication::clipboard()->setImage(picture().image());
+}
+
+void SweepPictures::mnuPrint_Click()
+{
+    QPrinter printer(QPrinter::HighResolution);
+    // The dialog makes the name of a PDF file of it.
+    printer.setDocName(tr("sweep"));
+    printer.setPageOrientation(QPageLayout::Landscape);
+    if (!m_messages.desktop().choosePrinter(printer))
+        return;
+    if (printer.outputFormat() == QPrinter::PdfFormat)
+        printPdf(printer);
+    else if (!picture().paintPage(printer))
+        refuse(printer.printerName(), tr("the printer does not take the page"));
+}
+
+// Made in memory first, so that the file is replaced whole.
+void SweepPictures::printPdf(const QPrinter &printer)
+{
+    QByteArray pdf;
+    QBuffer buffer(&pdf);
+    buffer.open(QIODevice::WriteOnly);
+    if (!picture().paintPdf(buffer, printer.pageLayout()))
+        refuse(printer.outputFileName(), tr("the page cannot be laid out"));
+    writeWholeFile(printer.outputFileName(), pdf);
+}
+
+void SweepPictures::refuse(const QString &name, const QString &reason) const
+{
+    throw RuntimeError(RuntimeError::Kind::File, name + QStringLiteral(": ") + reason);
+}
+
+void SweepPictures::keepTextCopyIn(const QWidget &window)
+{
+    for (QAbstractItemView *view : window.findChildren<QAbstractItemView *>())
+        view->installEventFilter(this);
+}
+
+bool SweepPictures::eventFilter(QObject *watched, QEvent *event)
+{
+    // Accepted here, the key goes to the view in place of the menu.
+    if (event->type() == QEvent::ShortcutOverride && static_cast<QKeyEvent *>(event)->matches(QKeySequence::Copy))
+        event->accept();
+    return QObject::eventFilter(watched, event);
+}
+
+} // namespace calvorn

@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "acquisition/frequency_readouts.h"
+#include "core/error_boundary.h"
+#include "core/messages.h"
+#include "display/marker_panel.h"
+#include "display/sweep_graph.h"
+
+#include <QAction>
+#include <QObject>
+
+class QPrinter;
+
+namespace calvorn {
+
+class SweepPicture;
+
+// What a picture is made of.
+struct SweepPictureRooms
+{
+    const Configuration &configuration;
+    const SweepGraph &graph;
+    const MarkerPanel &markers;
+    const FrequencyReadouts &readouts;
+};
+
+// The commands of the File menu that make a picture of the sweep: save, copy and print it. A failure is told in a box;
+// a file that was there before is then still whole.
+class SweepPictures : public QObject
+{
+    Q_OBJECT
+
+public:
+    SweepPictures(const SweepPictureRooms &rooms, Messages &messages, ErrorBoundary &boundary,
+                  QObject *parent = nullptr);
+
+    // In the order of the menu.
+    QList<QAction *> actions() const { return {m_save, m_copy, m_print}; }
+
+    void mnuSavePicture_Click();
+    void mnuCopyPicture_Click();
+    void mnuPrint_Click();
+
+    // Ctrl+C in the lists below this widget keeps copying their text.
+    void keepTextCopyIn(const QWidget &window);
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    QAction *makeAction(const char *name, const QString &caption, const QKeySequence &shortcut, const QString &help);
+    SweepPicture picture() const;
+    void printPdf(const QPrinter &printer);
+    [[noreturn]] void refuse(const QString &name, const QString &reason) const;
+
+    SweepPictureRooms m_rooms;
+    Messages &m_messages;
+    QAction *m_save;
+    QAction *m_copy;
+    QAction *m_print;
+    QString m_lastFile; // offered again
+};
+
+} // namespace calvorn

@@ -1,0 +1,13 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+namespace calvorn {
+
+// Replaces a file whole or not at all: what stood under the name stays until all is written, also when the disk fills
+// up or the power goes. False, with the system's reason, when it could not.
+bool replaceFile(const QString &path, const QByteArray &content, QString *reason = nullptr);
+
+} // namespace calvorn

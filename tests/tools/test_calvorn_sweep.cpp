@@ -1,0 +1,406 @@
+// SPDX-License-Identifier: MIT
+// calvorn-sweep as a person or a script starts it, in a program folder of its own.
+#include "tests/support/fake_server_control.h"
+#include "tests/support/interface_settings.h"
+#include "tests/support/window_bench.h"
+
+#include <QImage>
+#include <QProcess>
+
+#include <csignal>
+
+using namespace calvorn;
+using calvorn::test::ProgramFolder;
+
+namespace {
+
+QString builtServer()
+{
+    return ProgramFolder::builtFile(QStringLiteral("CalvornAsync"));
+}
+
+QByteArray contents(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
+}
+
+// The tool in a program folder, and what came of one run.
+struct Tool
+{
+    ProgramFolder folder;
+    QProcess process;
+    QString out;
+    QStringList errors; // lines of standard error
+
+    explicit Tool(const QByteArray &settings, const QString &server = builtServer())
+        : folder(server, settings)
+    {
+        if (!QFile::copy(ProgramFolder::builtFile(QStringLiteral("calvorn-sweep")), inFolder("calvorn-sweep")))
+            qFatal("cannot copy calvorn-sweep");
+    }
+
+    QString inFolder(const char *name) const { return folder.path() + u'/' + QString::fromLatin1(name); }
+
+    void start(const QStringList &arguments)
+    {
+        process.setWorkingDirectory(folder.path());
+        process.start(inFolder("calvorn-sweep"), arguments);
+    }
+    int run(const QStringList &arguments = {})
+    {
+        start(arguments);
+        if (!process.waitForFinished(60000))
+            qFatal("calvorn-sweep does not end");
+        out = QString::fromUtf8(process.readAllStandardOutput());
+        errors = QString::fromUtf8(process.readAllStandardError()).split(u'\n', Qt::SkipEmptyParts);
+        return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    }
+    // The sentence with which the tool gave up.
+    QString sentence() const
+    {
+        const QString prefix = QStringLiteral("calvorn-sweep: ");
+        return errors.isEmpty() || !errors.last().startsWith(prefix) ? QString() : errors.last().mid(prefix.size());
+    }
+    int serversRunning() const
+    {
+        QProcess pgrep;
+        pgrep.start(QStringLiteral("pgrep"), {QStringLiteral("-f"), inFolder("CalvornAsync")});
+        pgrep.waitForFinished();
+        return static_cast<int>(pgrep.readAllStandardOutput().split('\n').size()) - 1;
+    }
+    QStringList files() const { return QDir(folder.path()).entryList(QDir::Files | QDir::Hidden, QDir::Name); }
+};
+
+QByteArray fakeSettings()
+{
+    return "[Config]\r\nInterface=2\r\nDDS Device=AD9851\r\nADC Step=0.00244\r\nADC Offset=0\r\n"
+           "[Parallel Port]\r\nLPT=0\r\n[Calvorn]\r\nStart=1000000\r\nStop=5000000\r\n";
+}
+
+void addInterfaceRows()
+{
+    QTest::addColumn<std::int16_t>("interfaceType");
+    QTest::newRow("PIC") << kInterfacePic;
+    QTest::newRow("parallel port") << kInterfaceLpt;
+    QTest::newRow("MiniVNA") << kInterfaceVna;
+}
+
+} // namespace
+
+class TestCalvornSweep : public QObject
+{
+    Q_OBJECT
+
+private:
+    test::FakeServerControl m_server;
+
+private slots:
+    void itsSweepIsThatOfTheWindow_data() { addInterfaceRows(); }
+    void itsSweepIsThatOfTheWindow();
+    void theResponseIsPrinted();
+    void rangeAndSweepsAreTaken();
+    void otherSettingsReachTheServerToo();
+    void theSettingsAreNeverWritten();
+    void missingSettingsAreNotMade();
+    void badArguments_data();
+    void badArguments();
+    void badSettings();
+    void aPortThatDoesNotOpen();
+    void aRefusal();
+    void noAnswerInTime();
+    void aBoardThatFails_data();
+    void aBoardThatFails();
+    void aFileThatCannotBeWritten();
+    void aSignalLeavesNothing_data();
+    void aSignalLeavesNothing();
+    void helpAndManualNameEveryOption();
+};
+
+void TestCalvornSweep::itsSweepIsThatOfTheWindow()
+{
+    QFETCH(std::int16_t, interfaceType);
+    Tool tool(test::crystalSettings(interfaceType));
+    const QStringList files{QStringLiteral("--output"), QStringLiteral("sweep.csv"), QStringLiteral("--picture"),
+                            QStringLiteral("sweep.png")};
+    QCOMPARE(tool.run(files), 0);
+    QCOMPARE(tool.out, tool.inFolder("sweep.csv") + u'\n' + tool.inFolder("sweep.png") + u'\n');
+    const QByteArray csv = contents(tool.inFolder("sweep.csv"));
+    QCOMPARE(csv.count("\r\n"), 401);
+    QCOMPARE(QImage(tool.inFolder("sweep.png")).size(), QSize(1200, 800));
+    QTRY_COMPARE(tool.serversRunning(), 0);
+
+    // Shown by the window, it is the same curve; exported again, the same file.
+    test::WindowBench window(test::FakeServerControl::program(), contents(tool.folder.iniPath()));
+    window.desktop.fileChoice = tool.inFolder("sweep.csv");
+    window.window->findChild<QAction *>(QStringLiteral("mnuOpenCSV"))->trigger();
+    QVERIFY2(window.desktop.boxes.isEmpty(), qPrintable(window.desktop.lastText()));
+    const QPolygonF curve = window.find<SweepGraph>("picSweep")->curve();
+    QCOMPARE(curve.size(), kSweepPoints);
+    const QList<QByteArray> lines = csv.split('\n');
+    double highest = 0.0;
+    for (int row = 1; row <= kSweepPoints; ++row) {
+        const QList<QByteArray> fields = lines[row].trimmed().split(',');
+        QCOMPARE(fields[0].toInt(), row);
+        QVERIFY(std::abs(curve[row - 1].y() - fields[3].toDouble()) < 1e-6);
+        highest = std::max(highest, fields[3].toDouble());
+    }
+    QVERIFY2(highest > 200.0, "a crystal lets its resonance through");
+    window.desktop.fileChoice = tool.inFolder("again.csv");
+    window.window->findChild<QAction *>(QStringLiteral("mnuSaveCSV"))->trigger();
+    QCOMPARE(contents(tool.inFolder("again.csv")), csv);
+}
+
+void TestCalvornSweep::theResponseIsPrinted()
+{
+    Tool tool(ProgramFolder::preparedSettings());
+    QCOMPARE(tool.run(), 0);
+    const QStringList lines = tool.out.split(u'\n');
+    QVERIFY(lines[0].startsWith(QStringLiteral("Peak ")) && lines[0].endsWith(QStringLiteral(" V")));
+    QVERIFY(lines[4].startsWith(QStringLiteral("-3 dB bandwidth")));
+    // The prepared board measures a band-pass filter of 600 kHz at 7.1 MHz.
+    const auto hertz = [&lines](int line) {
+        return lines[line].mid(18).remove(QStringLiteral(" Hz")).remove(u',').trimmed().toDouble();
+    };
+    QVERIFY2(std::abs(hertz(1) - 7.1e6) < 400e3, qPrintable(lines[1]));
+    QVERIFY2(std::abs(hertz(4) - 600e3) < 60e3, qPrintable(lines[4]));
+    QVERIFY(tool.out.count(u'*') > 80);
+    for (const QString &line : lines)
+        QVERIFY2(line.size() <= 80, qPrintable(line));
+}
+
+void TestCalvornSweep::rangeAndSweepsAreTaken()
+{
+    Tool tool(test::crystalSettings(kInterfaceLpt));
+    QCOMPARE(tool.run({QStringLiteral("--start"), QStringLiteral("2000000"), QStringLiteral("--stop=2800000"),
+                       QStringLiteral("--sweeps"), QStringLiteral("3"), QStringLiteral("--output"),
+                       QStringLiteral("sweep.csv")}),
+             0);
+    const QList<QByteArray> lines = contents(tool.inFolder("sweep.csv")).split('\n');
+    QVERIFY(lines[1].startsWith("1,2000000,"));
+    QVERIFY(lines[400].startsWith("400,2798000,"));
+    QCOMPARE(tool.errors.filter(QStringLiteral(" of 3")).size(), 3);
+    // A range that is too small is widened, as in the window, and told.
+    QCOMPARE(tool.run({QStringLiteral("--start=2000000"), QStringLiteral("--stop=2000001"),
+                       QStringLiteral("--output=sweep.csv")}),
+             0);
+    QCOMPARE(tool.errors.filter(QStringLiteral("will be set to 2,000,400 Hz")).size(), 1);
+}
+
+void TestCalvornSweep::otherSettingsReachTheServerToo()
+{
+    Tool tool(ProgramFolder::preparedSettings());
+    QFile other(tool.inFolder("other.ini"));
+    QVERIFY(other.open(QIODevice::WriteOnly));
+    QByteArray settings = ProgramFolder::preparedSettings();
+    QVERIFY(settings.contains("Device=bandpass"));
+    other.write(settings.replace("Device=bandpass", "Device=notch").replace("Start=1000000", "Start=2000000"));
+    other.close();
+    const QByteArray before = contents(tool.inFolder("other.ini"));
+    QCOMPARE(tool.run({QStringLiteral("--settings=other.ini"), QStringLiteral("--output=notch.csv")}), 0);
+    QCOMPARE(tool.run({QStringLiteral("--output=bandpass.csv"), QStringLiteral("--start=2000000")}), 0);
+    QCOMPARE(contents(tool.inFolder("other.ini")), before);
+    // The filters are opposites: far from the centre one blocks and the other lets through.
+    const auto amplitude = [&tool](const char *name) {
+        return contents(tool.inFolder(name)).split('\n')[1].trimmed().split(',')[3].toDouble();
+    };
+    QVERIFY(amplitude("notch.csv") > 10.0 * std::max(amplitude("bandpass.csv"), 1.0));
+}
+
+void TestCalvornSweep::theSettingsAreNeverWritten()
+{
+    // Most keys are missing and would be written by the window.
+    Tool tool("[Config]\r\nInterface=2\r\nDDS Device=AD9851\r\n[Parallel Port]\r\nLPT=0\r\n");
+    const QByteArray before = contents(tool.folder.iniPath());
+    const QDateTime written = QFileInfo(tool.folder.iniPath()).lastModified();
+    const QStringList files = tool.files();
+    QCOMPARE(tool.run(), 0);
+    QCOMPARE(contents(tool.folder.iniPath()), before);
+    QCOMPARE(QFileInfo(tool.folder.iniPath()).lastModified(), written);
+    QCOMPARE(tool.files(), files);
+}
+
+void TestCalvornSweep::missingSettingsAreNotMade()
+{
+    Tool tool({});
+    const QStringList files = tool.files();
+    // The limits come from the defaults; no port is opened, since theirs may be a real one.
+    QCOMPARE(tool.run({QStringLiteral("--start=99999999")}), 1);
+    QVERIFY2(tool.sentence().contains(QStringLiteral("60,000,000 Hz")), qPrintable(tool.sentence()));
+    QCOMPARE(tool.files(), files);
+}
+
+void TestCalvornSweep::badArguments_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    const auto row = [](const char *arguments) {
+        QTest::newRow(arguments) << QString::fromLatin1(arguments).split(u' ');
+    };
+    row("--unknown");
+    row("stray");
+    row("--start 7.1");
+    row("--start -5");
+    row("--start 4000000000");
+    row("--stop 70000001");
+    row("--start 999");
+    row("--sweeps 0");
+    row("--sweeps many");
+    row("--output");
+    row("--output=");
+    row("--picture sweep.jpg");
+    row("--settings=");
+}
+
+void TestCalvornSweep::badArguments()
+{
+    QFETCH(QStringList, arguments);
+    Tool tool(ProgramFolder::preparedSettings());
+    QCOMPARE(tool.run(arguments), 1);
+    QCOMPARE(tool.errors.size(), 1);
+    QVERIFY2(tool.sentence().size() > 10, qPrintable(tool.errors.join(u'\n')));
+    QVERIFY(tool.out.isEmpty());
+}
+
+void TestCalvornSweep::badSettings()
+{
+    Tool tool("[Config]\r\nInterface=2\r\nDDS Device=AD1234\r\n");
+    QCOMPARE(tool.run(), 2);
+    QVERIFY(tool.sentence().contains(QStringLiteral("not supported")));
+    QCOMPARE(tool.run({QStringLiteral("--settings"), QStringLiteral("nowhere.ini")}), 2);
+    QVERIFY(tool.sentence().contains(QStringLiteral("nowhere.ini cannot be read")));
+    QCOMPARE(tool.run({QStringLiteral("--settings"), QStringLiteral("/")}), 2);
+}
+
+void TestCalvornSweep::aPortThatDoesNotOpen()
+{
+    Tool tool(ProgramFolder::preparedSettings().replace("LPT=0\r\n", "LPT=&H3F0\r\n"));
+    QCOMPARE(tool.run({QStringLiteral("--output=sweep.csv")}), 3);
+    QVERIFY2(tool.sentence().contains(QStringLiteral("0x3f0")), qPrintable(tool.sentence()));
+    QVERIFY(!QFile::exists(tool.inFolder("sweep.csv")));
+    Tool serial(test::crystalSettings(kInterfacePic).replace("CommPort=100", "CommPort=77"));
+    QCOMPARE(serial.run(), 3);
+    QVERIFY2(serial.sentence().contains(QStringLiteral("COM77")), qPrintable(serial.sentence()));
+    // Without a server there is no port either, and the sentence names it.
+    QFile::remove(tool.inFolder("CalvornAsync"));
+    QCOMPARE(tool.run(), 3);
+    QVERIFY2(tool.sentence().contains(QStringLiteral("CalvornAsync")), qPrintable(tool.sentence()));
+}
+
+void TestCalvornSweep::aRefusal()
+{
+    Tool tool(fakeSettings(), test::FakeServerControl::program());
+    m_server.setRules({QStringLiteral("fail RunSweep")});
+    QCOMPARE(tool.run({QStringLiteral("--output=sweep.csv")}), 4);
+    QVERIFY2(tool.sentence().contains(QStringLiteral("as told")), qPrintable(tool.sentence()));
+    m_server.setRules({QStringLiteral("die RunSweep")});
+    QCOMPARE(tool.run({QStringLiteral("--output=sweep.csv")}), 4);
+    QVERIFY(!tool.sentence().isEmpty());
+    QVERIFY(!QFile::exists(tool.inFolder("sweep.csv")));
+}
+
+void TestCalvornSweep::noAnswerInTime()
+{
+    Tool tool(fakeSettings(), test::FakeServerControl::program());
+    m_server.setRules({QStringLiteral("hang RunSweep")});
+    QCOMPARE(tool.run({QStringLiteral("--output=sweep.csv")}), 5);
+    QVERIFY2(tool.sentence().contains(QStringLiteral("did not answer in time")), qPrintable(tool.sentence()));
+    QCOMPARE(tool.serversRunning(), 0);
+}
+
+void TestCalvornSweep::aBoardThatFails_data()
+{
+    QTest::addColumn<std::int16_t>("interfaceType");
+    QTest::addColumn<QString>("fault");
+    QTest::addColumn<int>("code");
+    QTest::newRow("PIC, silent") << kInterfacePic << QStringLiteral("silence") << 5;
+    QTest::newRow("MiniVNA, silent") << kInterfaceVna << QStringLiteral("silence") << 5;
+    QTest::newRow("PIC, unplugged") << kInterfacePic << QStringLiteral("unplug") << 3;
+    QTest::newRow("MiniVNA, unplugged") << kInterfaceVna << QStringLiteral("unplug") << 3;
+    QTest::newRow("PIC, refusing") << kInterfacePic << QStringLiteral("refuse") << 4;
+}
+
+void TestCalvornSweep::aBoardThatFails()
+{
+    QFETCH(std::int16_t, interfaceType);
+    QFETCH(QString, fault);
+    QFETCH(int, code);
+    Tool tool(test::crystalSettings(interfaceType, fault));
+    // The first sweeps may still be good.
+    QCOMPARE(tool.run({QStringLiteral("--sweeps=2000"), QStringLiteral("--output=sweep.csv")}), code);
+    QVERIFY2(!tool.sentence().isEmpty(), qPrintable(tool.errors.join(u'\n')));
+    QVERIFY(!QFile::exists(tool.inFolder("sweep.csv")));
+    QTRY_COMPARE(tool.serversRunning(), 0);
+}
+
+void TestCalvornSweep::aFileThatCannotBeWritten()
+{
+    Tool tool(test::crystalSettings(kInterfaceLpt));
+    QCOMPARE(tool.run({QStringLiteral("--output=missing/sweep.csv")}), 6);
+    QVERIFY(tool.sentence().contains(QStringLiteral("missing/sweep.csv")));
+    QCOMPARE(tool.run({QStringLiteral("--picture=/proc/sweep.png")}), 6);
+    QVERIFY(tool.sentence().contains(QStringLiteral("/proc/sweep.png")));
+    QVERIFY(tool.out.isEmpty());
+}
+
+void TestCalvornSweep::aSignalLeavesNothing_data()
+{
+    QTest::addColumn<int>("signal");
+    QTest::newRow("SIGTERM") << SIGTERM;
+    QTest::newRow("SIGINT") << SIGINT;
+    QTest::newRow("SIGKILL") << SIGKILL;
+}
+
+void TestCalvornSweep::aSignalLeavesNothing()
+{
+    QFETCH(int, signal);
+    Tool tool(ProgramFolder::preparedSettings());
+    const QByteArray old("what was there before");
+    QFile csv(tool.inFolder("sweep.csv"));
+    QVERIFY(csv.open(QIODevice::WriteOnly));
+    csv.write(old);
+    csv.close();
+    const QStringList files = tool.files();
+    const QByteArray settings = contents(tool.folder.iniPath());
+    tool.start({QStringLiteral("--sweeps=100000"), QStringLiteral("--output=sweep.csv")});
+    QByteArray progress;
+    QVERIFY(QTest::qWaitFor(
+        [&] {
+            tool.process.waitForReadyRead(50);
+            progress += tool.process.readAllStandardError();
+            return progress.contains("Sweep 2 of");
+        },
+        20000));
+    QCOMPARE(tool.serversRunning(), 1);
+    ::kill(static_cast<pid_t>(tool.process.processId()), signal);
+    QVERIFY(tool.process.waitForFinished(5000));
+    if (signal == SIGKILL)
+        QCOMPARE(tool.process.exitStatus(), QProcess::CrashExit);
+    else
+        QCOMPARE(tool.process.exitCode(), 128 + signal);
+    QTRY_COMPARE_WITH_TIMEOUT(tool.serversRunning(), 0, 3000);
+    QCOMPARE(tool.files(), files);
+    QCOMPARE(contents(tool.inFolder("sweep.csv")), old);
+    QCOMPARE(contents(tool.folder.iniPath()), settings);
+}
+
+void TestCalvornSweep::helpAndManualNameEveryOption()
+{
+    Tool tool(ProgramFolder::preparedSettings());
+    QCOMPARE(tool.run({QStringLiteral("--version")}), 0);
+    QVERIFY(tool.out.startsWith(QStringLiteral("calvorn-sweep 2.")));
+    QCOMPARE(tool.run({QStringLiteral("--help")}), 0);
+    const QString help = tool.out;
+    QString manual = QString::fromUtf8(contents(QStringLiteral(CALVORN_SOURCE_DIR "/docs/man/calvorn-sweep.1")));
+    // In roff a hyphen that is to stay one is written with a backslash.
+    manual.remove(u'\\');
+    for (const char *option : {"settings", "start", "stop", "sweeps", "output", "picture", "help", "version"}) {
+        const QString name = QStringLiteral("--") + QString::fromLatin1(option);
+        QVERIFY2(help.contains(name), option);
+        QVERIFY2(manual.contains(name), option);
+    }
+    for (int code = 0; code <= 6; ++code)
+        QVERIFY2(manual.contains(QStringLiteral(".B %1\n").arg(code)), qPrintable(QString::number(code)));
+}
+
+QTEST_MAIN(TestCalvornSweep)
+#include "test_calvorn_sweep.moc"

@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+#include "tools/interruption.h"
+
+#include <initializer_list>
+
+namespace calvorn {
+
+namespace {
+
+volatile std::sig_atomic_t asked = 0;
+
+extern "C" void remember(int signal)
+{
+    asked = signal;
+}
+
+} // namespace
+
+void watchForInterruption()
+{
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP})
+        std::signal(signal, remember);
+}
+
+int interruption()
+{
+    return asked;
+}
+
+} // namespace calvorn
