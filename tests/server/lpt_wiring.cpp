@@ -3,7 +3,7 @@
 // otherwise works as the standard one does.
 #include "server/boards/ad985x_model.h"
 #include "server/drivers/port_factory.h"
-#include "server/links/lpt_wiring_parser.h"
+#include "platform/lpt_wiring_parser.h"
 #include "tests/server/lpt_bench.h"
 
 #include <QFile>
