@@ -9,6 +9,7 @@
 #include "acquisition/sweep_controls.h"
 #include "acquisition/test_panel.h"
 #include "app/driver_events.h"
+#include "app/set_up_menu.h"
 #include "app/sweep_files.h"
 #include "core/error_boundary.h"
 #include "core/settings.h"
@@ -56,6 +57,8 @@ private:
     void prepareInterface();
     void createDriver();
     void shutDown();
+    void endAtOnce();
+    void releaseHardware();
     void mnuAbout_Click();
     void mnuPreferences_Click();
     void showCursorLines(bool visible);
@@ -86,6 +89,7 @@ private:
     TestPanel *m_testPanel = nullptr;
     DriverEvents *m_events = nullptr;
     SweepFiles *m_files = nullptr;
+    SetUpMenu *m_setUp = nullptr;
     QMenu *m_setUpMenu = nullptr;
     FrmAbout *m_about = nullptr;
     FrmPreferences *m_preferences = nullptr;

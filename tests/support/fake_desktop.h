@@ -28,7 +28,7 @@ public:
 
     QList<Box> boxes;
     QQueue<std::int16_t> answers; // OK when there are none left
-    QString fileChoice; // what the file dialogs answer
+    QString fileChoice;           // what the file dialogs answer
     QStringList suggestions;
     int beeps = 0;
     int sleptMs = 0;
