@@ -19,6 +19,8 @@ namespace {
 
 constexpr int kHighestPosition = 255; // of the potentiometer
 constexpr int kLongestText = 40;
+constexpr double kLowestWeight = std::numeric_limits<std::int16_t>::min();
+constexpr double kHighestWeight = std::numeric_limits<std::int16_t>::max();
 
 } // namespace
 
@@ -96,14 +98,14 @@ NumberEntry *AuxPage::makeWeight(std::size_t output, std::size_t step)
     auto *box = named(new EntryBox(this), QStringLiteral("txtAux%1Val_%2").arg(output + 1).arg(step),
                       tr("Enter the value to be sent to the attenuator"),
                       tr("Output %1, value of step %2").arg(output + 1).arg(step));
-    return new NumberEntry(
-        box, NumberEntry::Kind::Whole,
-        {[this, output, step] { return values().aux[output].weights[step]; },
-         [this, output, step](double number) {
-             values().aux[output].weights[step] = NumberText::fromInteger(roundToInteger<std::int16_t>(number));
-         },
-         [] { return std::pair(0.0, static_cast<double>(std::numeric_limits<std::int16_t>::max())); }},
-        messages(), boundary());
+    return new NumberEntry(box, NumberEntry::Kind::Whole,
+                           {[this, output, step] { return values().aux[output].weights[step]; },
+                            [this, output, step](double number) {
+                                values().aux[output].weights[step] =
+                                    NumberText::fromInteger(roundToInteger<std::int16_t>(number));
+                            },
+                            [] { return std::pair(kLowestWeight, kHighestWeight); }},
+                           messages(), boundary());
 }
 
 QLineEdit *AuxPage::makePotBox(const char *name, const QString &toolTip, QString &value)

@@ -240,10 +240,11 @@ void TestSetUpEntries::stepsOfAnOutput()
     bench.typed("txtAux1Val_3", QStringLiteral("12"), QStringLiteral("12"), 0);
     bench.typed("txtAux1Val_3", QStringLiteral("x"), QStringLiteral("12"), 1);
     bench.typed("txtAux1Val_3", QStringLiteral("40000"), QStringLiteral("32767"), 1);
-    bench.typed("txtAux2Val_0", QStringLiteral("-1"), QStringLiteral("0"), 1);
+    bench.typed("txtAux2Val_0", QStringLiteral("-4"), QStringLiteral("-4"), 0);
+    bench.typed("txtAux2Val_1", QStringLiteral("-40000"), QStringLiteral("-32768"), 1);
     bench.click("cmdApply");
     QCOMPARE(bench.folder.setting("Aux1", "Step 3"), QStringLiteral("ab;32767"));
-    QCOMPARE(bench.folder.setting("Aux2", "Step 0"), QStringLiteral("10dB;0"));
+    QCOMPARE(bench.folder.setting("Aux2", "Step 0"), QStringLiteral("10dB;-4"));
 }
 
 void TestSetUpEntries::returnTakesTheEntryOnly()
