@@ -5,6 +5,7 @@
 #include "core/log.h"
 #include "core/messages.h"
 #include "core/settings.h"
+#include "data/sweep_table.h"
 
 #include <QDBusPendingReply>
 #include <QObject>
@@ -12,6 +13,7 @@
 #include <QVector>
 
 #include <functional>
+#include <optional>
 
 namespace calvorn {
 
@@ -71,6 +73,25 @@ public:
 
     // code: 0 standard, 1 slow, 2 very slow, 3 detector calibration. Only the parallel port has speeds.
     virtual void setSpeed(std::int16_t code) { Q_UNUSED(code) }
+
+    // --- calibration, while no sweep runs ---
+
+    // Whether tryOffset() acts on the hardware at once.
+    virtual bool triesOffsets() const { return false; }
+
+    // Parks the generator on the start frequency with this offset in Hz.
+    virtual void tryOffset(double hertz) { Q_UNUSED(hertz) }
+
+    // What the detector reads now, in volts, with an offset that is being tried (volts); nothing where the interface
+    // delivers readings only while it sweeps. May block for some 50 ms.
+    virtual std::optional<double> detectorVolts(double triedOffset, const SweepTable &table)
+    {
+        Q_UNUSED(triedOffset)
+        Q_UNUSED(table)
+        return std::nullopt;
+    }
+
+    // ----
 
     // Stops, parks and closes; at shutdown.
     virtual void shutDown() = 0;

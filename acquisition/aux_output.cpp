@@ -115,6 +115,8 @@ void AuxOutput::setUpStep(int index)
     const QString weight = separator < 0 ? text : text.sliced(separator + 1);
     Step &step = m_steps[static_cast<std::size_t>(index)];
     step.box->setText(separator < 0 ? text : text.first(separator));
+    // A step without a label is not wired.
+    step.box->setEnabled(!step.box->text().trimmed().isEmpty());
     const NumberText numbers;
     step.weight = 0;
     m_boundary.run("setUpStep", [&] { step.weight = numbers.toInt16(weight); });
@@ -171,6 +173,8 @@ void AuxOutput::mouseDown(int index)
         return;
     const QScopedValueRollback guard(m_busy, true);
     QCheckBox *box = m_steps[static_cast<std::size_t>(index)].box;
+    if (!box->isEnabled())
+        return;
     // Unchecked, grayed, checked, and round again; grayed is still off.
     switch (box->checkState()) {
     case Qt::Unchecked:

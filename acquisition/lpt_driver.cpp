@@ -11,6 +11,9 @@ namespace {
 // Raised for conditions that need no reaction, such as a stop without a sweep.
 constexpr std::int16_t kErrorIgnorable = 4;
 
+// Their mean is shown while the detector is calibrated.
+constexpr int kReadingsOfDetector = 3;
+
 } // namespace
 
 LptDriver::LptDriver(const DriverContext &context, QObject *parent)
@@ -104,6 +107,20 @@ void LptDriver::sweepCompleted()
 {
     if (isServerUp())
         setFrequency(configuration().startFreq);
+}
+
+void LptDriver::tryOffset(double hertz)
+{
+    setOffset(hertz);
+    setFrequency(configuration().startFreq);
+}
+
+std::optional<double> LptDriver::detectorVolts(double triedOffset, const SweepTable &)
+{
+    double sum = 0.0;
+    for (int reading = 0; reading < kReadingsOfDetector; ++reading)
+        sum += readDetector();
+    return static_cast<double>(configuration().adcStep) * sum / kReadingsOfDetector + triedOffset;
 }
 
 void LptDriver::shutDown()

@@ -25,6 +25,9 @@ public:
     void parkAtChangedStart() override;
     void sweepCompleted() override;
     void setSpeed(std::int16_t code) override;
+    bool triesOffsets() const override { return true; }
+    void tryOffset(double hertz) override;
+    std::optional<double> detectorVolts(double triedOffset, const SweepTable &table) override;
     void shutDown() override;
 
     // ----

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "acquisition/vna_driver.h"
 
+#include "core/number_text.h"
 #include "core/runtime_error.h"
 #include "vna_proxy.h"
 
@@ -71,6 +72,21 @@ void VnaDriver::parkAtChangedStart()
     setMode(0);
     setFrequency(configuration().startFreq);
     setMode(window().vnaMode);
+}
+
+void VnaDriver::tryOffset(double hertz)
+{
+    setOffset(hertz);
+    setFrequency(configuration().startFreq);
+}
+
+// The instrument reads its detector only within a sweep: the count is that of the last one at the start frequency.
+// It is shown with the configured offset, which "Apply" changes.
+std::optional<double> VnaDriver::detectorVolts(double, const SweepTable &table)
+{
+    setFrequency(configuration().startFreq);
+    const double count = NumberText().toDouble(table.text(1, SweepTable::SampleColumn));
+    return count * static_cast<double>(configuration().adcStep) + static_cast<double>(configuration().adcOffset);
 }
 
 void VnaDriver::shutDown()

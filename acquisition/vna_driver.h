@@ -22,6 +22,9 @@ public:
     bool startSweep() override;
     void stopSweep(std::int16_t reason) override;
     void parkAtChangedStart() override;
+    bool triesOffsets() const override { return true; }
+    void tryOffset(double hertz) override;
+    std::optional<double> detectorVolts(double triedOffset, const SweepTable &table) override;
     void shutDown() override;
 
     // ----

@@ -114,6 +114,8 @@ void DriverEvents::stored(const QVector<int> &vettore)
 
 void DriverEvents::failed(const AcquisitionDriver *driver, std::int16_t tipoErrore, const QString &descrizione)
 {
+    if (m_toldElsewhere)
+        return;
     using Reaction = AcquisitionDriver::ErrorReaction;
     const Reaction reaction = driver->reactionTo(tipoErrore);
     if (reaction == Reaction::CountSilently)

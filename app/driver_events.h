@@ -27,6 +27,9 @@ public:
     // Connects the events of the one driver that the window has.
     void connectDriver(AcquisitionDriver *driver);
 
+    // While another window tells the errors of the driver, they are not told here.
+    void setErrorsToldElsewhere(bool elsewhere) { m_toldElsewhere = elsewhere; }
+
 signals:
     // The user answered an error of the hardware with Cancel: the main window closes.
     void cancelled();
@@ -66,6 +69,7 @@ private:
     SampleConversion &m_conversion;
     TestPanel &m_testPanel;
     bool m_asking = false;
+    bool m_toldElsewhere = false;
 };
 
 } // namespace calvorn

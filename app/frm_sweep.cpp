@@ -104,6 +104,7 @@ void FrmSweep::composeGraphColumn(QLayout *column)
                              m_messages, m_log, this);
     m_pictures = new SweepPictures({m_configuration, m_graphPanel->graph(), *m_markers, *m_readouts}, m_messages,
                                    m_boundary, this);
+    m_setUp = new SetUpMenu({m_configuration, m_table, *m_events, m_messages, m_log, m_boundary}, this);
     m_scales = new ScaleControl(m_configuration, m_table, *m_graphPanel, *m_markers, m_boundary, this);
 
     column->addWidget(m_graphPanel);
@@ -140,6 +141,11 @@ void FrmSweep::connectRooms()
         m_files->importAction()->setEnabled(enabled);
     });
     connect(m_events, &DriverEvents::cancelled, this, &QWidget::close);
+    connect(m_setUp, &SetUpMenu::configured, this, &FrmSweep::endAtOnce);
+    m_boundary.connect(m_setUp, &SetUpMenu::tableRewritten, this, "tableRewritten", [this, graph] {
+        graph->drawLine();
+        m_markers->aggiornaAmpiezzaX();
+    });
 }
 
 void FrmSweep::buildMenus()
@@ -160,6 +166,8 @@ void FrmSweep::buildMenus()
 
     m_setUpMenu = menuBar()->addMenu(tr("&SetUp"));
     m_setUpMenu->menuAction()->setObjectName(QStringLiteral("mnuSetUp"));
+    m_setUpMenu->addActions(m_setUp->actions());
+    m_setUpMenu->addSeparator();
     QAction *preferences = m_setUpMenu->addAction(tr("&Preferences"));
     preferences->setObjectName(QStringLiteral("mnuPreferences"));
     m_boundary.connect(preferences, &QAction::triggered, this, "mnuPreferences_Click",
@@ -217,6 +225,8 @@ bool FrmSweep::start()
 
 bool FrmSweep::loadSettings()
 {
+    // The configuration ends the program when it was written; without, the defaults will do.
+    m_loader.firstRun = [this] { return !m_setUp->configure(); };
     const LoadOutcome outcome = m_loader.load();
     if (outcome == LoadOutcome::UnknownDdsDevice)
         m_messages.beepAndWarn(m_configuration.ddsDevice + tr(" : Unknow DDSdevice.") + u'\r' +
@@ -224,6 +234,8 @@ bool FrmSweep::loadSettings()
     else if (outcome == LoadOutcome::UnknownAdcDevice)
         m_messages.beepAndWarn(m_configuration.adcDevice + tr(" : Unknow ADCdevice.") + u'\r' +
                                tr("Supported ADC are: 8bit, 10bit"));
+    if (outcome == LoadOutcome::UnknownDdsDevice || outcome == LoadOutcome::UnknownAdcDevice)
+        m_setUp->configure();
     return outcome == LoadOutcome::Loaded;
 }
 
@@ -267,6 +279,7 @@ void FrmSweep::createDriver()
         return;
     setWindowTitle(m_driver->caption());
     m_controls->setDriver(m_driver);
+    m_setUp->setDriver(m_driver);
     m_events->connectDriver(m_driver);
     m_boundary.connect(m_driver, &AcquisitionDriver::hardwareReady, this, "hardwareReady", [this] {
         m_aux1->restore();
@@ -290,6 +303,21 @@ void FrmSweep::shutDown()
     m_markers->save(m_window);
     if (!saveSettings(m_configuration, m_window))
         m_log.writeLog(tr("The settings could not be saved in %1").arg(m_configuration.iniPath));
+    releaseHardware();
+}
+
+// The file has just been written: saving would put the former offsets back.
+void FrmSweep::endAtOnce()
+{
+    m_closed = true;
+    m_controls->abandonWaiting();
+    releaseHardware();
+    hide();
+    QCoreApplication::quit();
+}
+
+void FrmSweep::releaseHardware()
+{
     if (m_driver) {
         // What still arrives finds nobody: the window is going.
         m_driver->disconnect(m_events);

@@ -9,6 +9,7 @@
 #include "acquisition/sweep_controls.h"
 #include "acquisition/test_panel.h"
 #include "app/driver_events.h"
+#include "app/set_up_menu.h"
 #include "app/sweep_files.h"
 #include "app/sweep_pictures.h"
 #include "core/error_boundary.h"
@@ -57,6 +58,8 @@ private:
     void prepareInterface();
     void createDriver();
     void shutDown();
+    void endAtOnce();
+    void releaseHardware();
     void mnuAbout_Click();
     void mnuPreferences_Click();
     void showCursorLines(bool visible);
@@ -88,6 +91,7 @@ private:
     DriverEvents *m_events = nullptr;
     SweepFiles *m_files = nullptr;
     SweepPictures *m_pictures = nullptr;
+    SetUpMenu *m_setUp = nullptr;
     QMenu *m_setUpMenu = nullptr;
     FrmAbout *m_about = nullptr;
     FrmPreferences *m_preferences = nullptr;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/configuration.h"
+#include "core/setting_reader.h"
 
 #include <QStringList>
 
@@ -20,7 +21,8 @@ struct WindowSettings
     QString marker4;
 };
 
-enum class LoadOutcome { Loaded, UnknownDdsDevice, UnknownAdcDevice };
+// Ended: the first run has ended the program.
+enum class LoadOutcome { Loaded, Ended, UnknownDdsDevice, UnknownAdcDevice };
 
 // Reads the settings file into the record, key by key in the order of the file; a key that is missing or empty
 // gets its default, which is written into the file at once.
@@ -33,7 +35,8 @@ public:
     SettingsLoader(Configuration &configuration, WindowSettings &window);
 
     // Called once, before the device keys are read, when the file holds no DDS device (the very first start).
-    std::function<void()> firstRun;
+    // False: the program ends, and nothing more is read.
+    std::function<bool()> firstRun;
 
     // Everything but the markers; iniPath must be set. Stops at a device that is not supported.
     LoadOutcome load();
@@ -42,23 +45,15 @@ public:
     void loadMarkers();
 
     // One sentence for each text that did not convert.
-    const QStringList &faults() const { return m_faults; }
+    const QStringList &faults() const { return m_reader.faults(); }
 
 private:
-    QString read(const char *section, const char *key, const char *fallback);
-    template <typename Value, typename Convert>
-    void readNumber(Value &value, const char *section, const char *key, const char *fallback, Convert convert);
-    void readInt16(std::int16_t &value, const char *section, const char *key, const char *fallback);
-    void readInt32(std::int32_t &value, const char *section, const char *key, const char *fallback);
-    void readSingle(float &value, const char *section, const char *key, const char *fallback);
-    void readDouble(double &value, const char *section, const char *key, const char *fallback);
-    void readBoolean(bool &value, const char *section, const char *key, const char *fallback);
     void readWindowSection();
     void clampFrequencies();
 
     Configuration &m_configuration;
     WindowSettings &m_window;
-    QStringList m_faults;
+    SettingReader m_reader;
 };
 
 // Writes what the user can have changed, with one replacement of the file; reals carry the locale's decimal

@@ -8,7 +8,7 @@
 #include "server/boards/serial_adc_model.h"
 #include "server/boards/shift_latch_model.h"
 #include "server/boards/simulator_settings.h"
-#include "server/links/lpt_wiring.h"
+#include "platform/lpt_wiring.h"
 #include "server/links/parallel_port.h"
 
 #include <array>

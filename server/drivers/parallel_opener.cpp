@@ -3,7 +3,7 @@
 
 #include "platform/profile_file.h"
 #include "server/boards/simulated_parallel_port.h"
-#include "server/links/lpt_wiring_parser.h"
+#include "platform/lpt_wiring_parser.h"
 #include "server/links/ppdev_port.h"
 
 namespace calvorn {

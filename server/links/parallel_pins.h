@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "server/links/lpt_wiring.h"
+#include "platform/lpt_wiring.h"
 #include "server/links/parallel_port.h"
 
 #include <initializer_list>

@@ -1,18 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/port_error.h"
+
 #include <chrono>
 #include <cstdint>
-#include <stdexcept>
 
 namespace calvorn {
-
-// The port is gone or refused an access. what() is one sentence for the user.
-class PortError : public std::runtime_error
-{
-public:
-    using std::runtime_error::runtime_error;
-};
 
 // The three registers of a PC parallel port, as they stand at base+0, +2 and +1: raw bits. The hardware inverts
 // STROBE, AUTOFD and SELECT-IN of the control register and BUSY of the status register between bit and pin, and

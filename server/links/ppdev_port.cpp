@@ -2,7 +2,6 @@
 #include "server/links/ppdev_port.h"
 
 #include <QDir>
-#include <QFile>
 
 #include <algorithm>
 #include <cerrno>
@@ -23,7 +22,7 @@ constexpr std::chrono::seconds kClaimPatience{1};
 constexpr std::chrono::microseconds kShortestSleep{50};
 constexpr unsigned long kTimerSlackNs = 1'000; // the default of 50 us would double the shortest settling time
 
-const QString kPortPrefix = QStringLiteral("parport");
+const QString kPortPrefix = QString::fromLatin1(kParportPrefix);
 
 [[noreturn]] void fail(const QString &sentence)
 {
@@ -43,16 +42,6 @@ QString reasonOf(int error)
 bool isGone(int error)
 {
     return error == ENODEV || error == ENXIO || error == EIO;
-}
-
-int readBase(const QString &path)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
-        return 0;
-    // Two decimal numbers with a tab between: the data register, and the upper registers of an ECP port.
-    const QList<QByteArray> numbers = file.readLine(64).simplified().split(' ');
-    return numbers.first().toInt();
 }
 
 // Said after "there is no such port" when a printer hangs on USB, because that is what people plug in.
@@ -78,21 +67,6 @@ QString usbHint(const ParportPlaces &places)
 }
 
 } // namespace
-
-QVector<ParportEntry> listParports(const ParportPlaces &places)
-{
-    QVector<ParportEntry> entries;
-    const QDir folder(places.ports);
-    for (const QString &name : folder.entryList({kPortPrefix + QLatin1Char('*')}, QDir::Dirs | QDir::NoDotAndDotDot)) {
-        bool isNumber = false;
-        const int number = name.mid(kPortPrefix.size()).toInt(&isNumber);
-        if (isNumber)
-            entries.append({number, readBase(folder.filePath(name + QStringLiteral("/base-addr")))});
-    }
-    std::sort(entries.begin(), entries.end(),
-              [](const ParportEntry &left, const ParportEntry &right) { return left.number < right.number; });
-    return entries;
-}
 
 QStringList otherParportUsers(const ParportPlaces &places, int number)
 {

@@ -1,33 +1,16 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/parallel_ports.h"
 #include "server/links/parallel_port.h"
 #include "server/links/port_system.h"
 
 #include <QString>
 #include <QStringList>
-#include <QVector>
 
 #include <memory>
 
 namespace calvorn {
-
-// Where the kernel shows its parallel ports. Another place is for tests.
-struct ParportPlaces
-{
-    QString ports = QStringLiteral("/proc/sys/dev/parport");
-    QString devices = QStringLiteral("/dev");
-};
-
-// One port that the kernel's driver has found.
-struct ParportEntry
-{
-    int number; // N of /dev/parportN
-    int base;   // address of the data register; 0 for a port that has none, such as one behind USB
-};
-
-// By number. Empty when no driver is loaded or none has found a port.
-QVector<ParportEntry> listParports(const ParportPlaces &places);
 
 // Other drivers that have registered on the port ("lp" is the printer driver).
 QStringList otherParportUsers(const ParportPlaces &places, int number);

@@ -106,6 +106,17 @@ private slots:
         QCOMPARE(bench.total(), QStringLiteral("21"));
     }
 
+    void aStepWithoutALabelIsDisabled()
+    {
+        Bench bench("[Aux1]\r\nEnabled=1\r\nStep 3=;40\r\n");
+        QVERIFY(!bench.box(3)->isEnabled());
+        QVERIFY(bench.box(2)->isEnabled());
+        bench.press(3);
+        bench.press(3);
+        QCOMPARE(bench.configuration.aux1, std::int16_t{0});
+        QCOMPARE(bench.sent, QStringList());
+    }
+
     void otherInterfacesDoNotReact()
     {
         Bench bench(kEnabled);

@@ -45,8 +45,6 @@ private slots:
     void theLogSettingShowsTheTestPanel();
     void aWrongPortLeavesAUsableWindow();
     void aMissingServerLeavesAUsableWindow();
-    void unknownDevicesEndTheProgram();
-    void aFirstStartGoesOnWithTheDefaults();
     void badSettingsAreNamedInOneBox();
     void anInterfaceWithoutADriverOpensWithoutHardware();
     void damagedNumbersDoNotPreventAStart();
@@ -145,27 +143,6 @@ void TestStartUp::aMissingServerLeavesAUsableWindow()
     QVERIFY(!bench.desktop.boxes.isEmpty());
     QVERIFY(bench.isShown("cmdStart"));
     QVERIFY(!bench.isShown("cmdStop"));
-}
-
-void TestStartUp::unknownDevicesEndTheProgram()
-{
-    WindowBench dds(test::FakeServerControl::program(), "[Config]\r\nDDS Device=ad9850\r\n");
-    QVERIFY(!dds.started);
-    QCOMPARE(dds.desktop.beeps, 1);
-    QCOMPARE(dds.desktop.lastText(),
-             QStringLiteral("ad9850 : Unknow DDSdevice.\rSupported DDS generators are: AD9850, AD9851, AD9951"));
-    WindowBench adc(test::FakeServerControl::program(), "[Config]\r\nDDS Device=AD9850\r\nADC Device=12bit\r\n");
-    QVERIFY(!adc.started);
-    QCOMPARE(adc.desktop.lastText(), QStringLiteral("12bit : Unknow ADCdevice.\rSupported ADC are: 8bit, 10bit"));
-}
-
-void TestStartUp::aFirstStartGoesOnWithTheDefaults()
-{
-    WindowBench bench(test::FakeServerControl::program(), QByteArray());
-    QVERIFY(bench.started);
-    QCOMPARE(bench.window->windowTitle(), QStringLiteral("Brenik - Calvorn  v2.0 - AD9850"));
-    QCOMPARE(bench.folder.setting("Calvorn", "Marker 2"), QStringLiteral("2000000"));
-    QCOMPARE(m_server.takeCalls().first(), QStringLiteral("aLPT.OpenPort(888)"));
 }
 
 void TestStartUp::badSettingsAreNamedInOneBox()

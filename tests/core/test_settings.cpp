@@ -20,6 +20,7 @@ private:
     WindowSettings m_window;
     QStringList m_faults;
     int m_firstRuns = 0;
+    bool m_goesOnAfterFirstRun = true;
 
     LoadOutcome load(const QByteArray &file, bool writeFirst = true)
     {
@@ -34,7 +35,10 @@ private:
         }
         SettingsLoader loader(m_configuration, m_window);
         m_firstRuns = 0;
-        loader.firstRun = [this] { ++m_firstRuns; };
+        loader.firstRun = [this] {
+            ++m_firstRuns;
+            return m_goesOnAfterFirstRun;
+        };
         const LoadOutcome outcome = loader.load();
         if (outcome == LoadOutcome::Loaded)
             loader.loadMarkers();
@@ -58,6 +62,7 @@ private slots:
     void aSlowComputerHasNoUsbInterface();
     void deviceNames();
     void theFirstRunIsAnnounced();
+    void theFirstRunCanEndTheProgram();
     void realsOfEitherSeparator_data() { test::addLocaleRows(); }
     void realsOfEitherSeparator();
     void theAttenuatorIsCleared();
@@ -147,6 +152,14 @@ void TestSettings::theFirstRunIsAnnounced()
     load("[Config]\r\nDDS Device=AD9850\r\n");
     QCOMPARE(m_firstRuns, 0);
     QVERIFY(m_configuration.msgResult != 0);
+}
+
+void TestSettings::theFirstRunCanEndTheProgram()
+{
+    m_goesOnAfterFirstRun = false;
+    QCOMPARE(load("[Config]\r\nInterface=3\r\n"), LoadOutcome::Ended);
+    m_goesOnAfterFirstRun = true;
+    QCOMPARE(content(), QByteArray("[Config]\r\nInterface=3\r\n"));
 }
 
 void TestSettings::realsOfEitherSeparator()

@@ -1,33 +1,13 @@
 // SPDX-License-Identifier: MIT
-#include "server/links/lpt_wiring_parser.h"
+#include "platform/lpt_wiring_parser.h"
 
-#include "server/links/parallel_port.h"
+#include "platform/port_error.h"
 
 #include <algorithm>
 
 namespace calvorn {
 
 namespace {
-
-struct Pin
-{
-    const char *name;
-    PortRegister portRegister;
-    std::uint8_t mask;
-    bool inverted; // by the port
-};
-
-constexpr Pin kPins[] = {
-    {"D0", PortRegister::Data, 0x01, false},       {"D1", PortRegister::Data, 0x02, false},
-    {"D2", PortRegister::Data, 0x04, false},       {"D3", PortRegister::Data, 0x08, false},
-    {"D4", PortRegister::Data, 0x10, false},       {"D5", PortRegister::Data, 0x20, false},
-    {"D6", PortRegister::Data, 0x40, false},       {"D7", PortRegister::Data, 0x80, false},
-    {"STROBE", PortRegister::Control, 0x01, true}, {"AUTOFD", PortRegister::Control, 0x02, true},
-    {"INIT", PortRegister::Control, 0x04, false},  {"SELECTIN", PortRegister::Control, 0x08, true},
-    {"ERROR", PortRegister::Status, 0x08, false},  {"SELECT", PortRegister::Status, 0x10, false},
-    {"PE", PortRegister::Status, 0x20, false},     {"ACK", PortRegister::Status, 0x40, false},
-    {"BUSY", PortRegister::Status, 0x80, true},
-};
 
 // Keys of the section, in the order of LptLine. mayBeAbsent: the board works without it. maySitOnBus: changes of
 // the line do no harm while bytes for the generator pass over D0..D7.
@@ -71,10 +51,10 @@ void parseLine(LineWiring &wiring, const QString &text)
     }
     const bool invertedByBoard = text.startsWith(QLatin1Char('!'));
     const QString name = text.mid(invertedByBoard ? 1 : 0).trimmed();
-    const auto pin = std::find_if(std::begin(kPins), std::end(kPins), [&name](const Pin &candidate) {
+    const auto pin = std::find_if(kPortPins.begin(), kPortPins.end(), [&name](const PortPin &candidate) {
         return name.compare(QLatin1String(candidate.name), Qt::CaseInsensitive) == 0;
     });
-    if (pin == std::end(kPins))
+    if (pin == kPortPins.end())
         refuse(key.name, QStringLiteral("there is no pin \"%1\".").arg(name));
     const bool inputPin = pin->portRegister == PortRegister::Status;
     if (inputPin && !isInput(wiring.line))

@@ -9,6 +9,36 @@ namespace calvorn {
 
 enum class PortRegister : std::uint8_t { Data, Control, Status };
 
+// A signal pin of the 25-pin connector. Pins 18 to 25 are ground.
+struct PortPin
+{
+    const char *name;
+    int number; // on the connector
+    PortRegister portRegister;
+    std::uint8_t mask;
+    bool inverted; // by the port, between the register bit and the pin
+};
+
+inline constexpr std::array<PortPin, 17> kPortPins = {{
+    {"D0", 2, PortRegister::Data, 0x01, false},
+    {"D1", 3, PortRegister::Data, 0x02, false},
+    {"D2", 4, PortRegister::Data, 0x04, false},
+    {"D3", 5, PortRegister::Data, 0x08, false},
+    {"D4", 6, PortRegister::Data, 0x10, false},
+    {"D5", 7, PortRegister::Data, 0x20, false},
+    {"D6", 8, PortRegister::Data, 0x40, false},
+    {"D7", 9, PortRegister::Data, 0x80, false},
+    {"STROBE", 1, PortRegister::Control, 0x01, true},
+    {"AUTOFD", 14, PortRegister::Control, 0x02, true},
+    {"INIT", 16, PortRegister::Control, 0x04, false},
+    {"SELECTIN", 17, PortRegister::Control, 0x08, true},
+    {"ERROR", 15, PortRegister::Status, 0x08, false},
+    {"SELECT", 13, PortRegister::Status, 0x10, false},
+    {"PE", 12, PortRegister::Status, 0x20, false},
+    {"ACK", 10, PortRegister::Status, 0x40, false},
+    {"BUSY", 11, PortRegister::Status, 0x80, true},
+}};
+
 // The lines of the generator and detector board. A level always means the level at the chip: AdcSelect is low
 // while the converter is selected, an I2C line is high when it is released.
 enum class LptLine : std::uint8_t {

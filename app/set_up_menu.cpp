@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: MIT
+#include "app/set_up_menu.h"
+
+#include "setup/frm_calibra_adc.h"
+#include "setup/frm_calibra_dds.h"
+#include "setup/frm_set_up.h"
+
+namespace calvorn {
+
+SetUpMenu::SetUpMenu(const Rooms &rooms, QWidget *window)
+    : QObject(window)
+    , m_rooms(rooms)
+    , m_window(window)
+{
+    addAction("mnuConfig", tr("&Configuration"), tr("Interface, chips, outputs and ports"),
+              &SetUpMenu::mnuConfig_Click);
+    addAction("mnuCalibraDDS", tr("Calibrate &generator"), tr("Trim the frequency against a meter"),
+              &SetUpMenu::mnuCalibraDDS_Click);
+    addAction("mnuCalibraDetector", tr("Calibrate &detector"), tr("Trim the voltage against a known one"),
+              &SetUpMenu::mnuCalibraDetector_Click);
+}
+
+void SetUpMenu::addAction(const char *name, const QString &text, const QString &statusTip, void (SetUpMenu::*handler)())
+{
+    auto *action = new QAction(text, this);
+    action->setObjectName(QString::fromLatin1(name));
+    action->setStatusTip(statusTip);
+    m_rooms.boundary.connect(action, &QAction::triggered, this, name, [this, handler] { (this->*handler)(); });
+    m_actions.append(action);
+}
+
+bool SetUpMenu::configure()
+{
+    if (!m_setUp)
+        m_setUp = new FrmSetUp(m_rooms.configuration, m_rooms.messages, m_rooms.boundary, m_window);
+    return m_setUp->exec() == QDialog::Accepted;
+}
+
+void SetUpMenu::mnuConfig_Click()
+{
+    if (configure())
+        emit configured();
+}
+
+void SetUpMenu::mnuCalibraDDS_Click()
+{
+    if (!m_calibraDds) {
+        m_calibraDds =
+            new FrmCalibraDDS(m_rooms.configuration, m_rooms.messages, m_rooms.log, m_rooms.boundary, m_window);
+        connect(m_calibraDds, &FrmCalibraDDS::takesErrors, &m_rooms.events, &DriverEvents::setErrorsToldElsewhere);
+    }
+    m_calibraDds->setDriver(m_driver);
+    m_calibraDds->exec();
+}
+
+void SetUpMenu::mnuCalibraDetector_Click()
+{
+    if (!m_calibraAdc) {
+        m_calibraAdc =
+            new FrmCalibraADC(m_rooms.configuration, m_rooms.table, m_rooms.messages, m_rooms.boundary, m_window);
+        connect(m_calibraAdc, &FrmCalibraADC::tableRewritten, this, &SetUpMenu::tableRewritten);
+    }
+    m_calibraAdc->setDriver(m_driver);
+    m_calibraAdc->exec();
+}
+
+} // namespace calvorn

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "app/driver_events.h"
+#include "core/log.h"
+#include "data/sweep_table.h"
+
+#include <QAction>
+#include <QObject>
+
+namespace calvorn {
+
+class FrmCalibraADC;
+class FrmCalibraDDS;
+class FrmSetUp;
+
+// The entries of the menu "SetUp" that open the configuration and the two calibrations. Each dialog is made on first
+// use and kept.
+class SetUpMenu : public QObject
+{
+    Q_OBJECT
+
+public:
+    struct Rooms
+    {
+        Configuration &configuration;
+        SweepTable &table;
+        DriverEvents &events;
+        Messages &messages;
+        Log &log;
+        ErrorBoundary &boundary;
+    };
+
+    SetUpMenu(const Rooms &rooms, QWidget *window);
+
+    const QList<QAction *> &actions() const { return m_actions; }
+    void setDriver(AcquisitionDriver *driver) { m_driver = driver; }
+
+    // Opens the configuration. True when it was written, and the program has to end.
+    bool configure();
+
+signals:
+    void configured();
+    // The amplitudes of the table are those of another detector offset.
+    void tableRewritten();
+
+private:
+    void addAction(const char *name, const QString &text, const QString &statusTip, void (SetUpMenu::*handler)());
+    void mnuConfig_Click();
+    void mnuCalibraDDS_Click();
+    void mnuCalibraDetector_Click();
+
+    Rooms m_rooms;
+    QWidget *m_window;
+    QList<QAction *> m_actions;
+    AcquisitionDriver *m_driver = nullptr;
+    FrmSetUp *m_setUp = nullptr;
+    FrmCalibraDDS *m_calibraDds = nullptr;
+    FrmCalibraADC *m_calibraAdc = nullptr;
+};
+
+} // namespace calvorn

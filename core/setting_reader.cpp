@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: MIT
+#include "core/setting_reader.h"
+
+#include "core/common_functions.h"
+#include "core/runtime_error.h"
+#include "platform/profile_file.h"
+
+#include <QCoreApplication>
+
+namespace calvorn {
+
+SettingReader::SettingReader(const QString &path, Defaults defaults)
+    : m_path(path)
+    , m_defaults(defaults)
+{
+}
+
+QString SettingReader::text(const char *section, const char *key, const QString &fallback)
+{
+    const QString sectionName = QString::fromLatin1(section);
+    const QString keyName = QString::fromLatin1(key);
+    if (m_defaults == Defaults::WriteBack)
+        return readSetting(sectionName, keyName, m_path, fallback);
+    const QString value = readProfileString(m_path, sectionName, keyName);
+    return value.isEmpty() ? fallback : value;
+}
+
+void SettingReader::converting(const char *section, const char *key, const char *fallback,
+                               const std::function<void()> &conversion)
+{
+    try {
+        conversion();
+    } catch (const RuntimeError &error) {
+        addFault(section, key, error.message(), fallback);
+    }
+}
+
+void SettingReader::addFault(const char *section, const char *key, const QString &what, const char *fallback)
+{
+    m_faults.append(
+        QCoreApplication::translate("Settings", "[%1] \"%2\": %3 The default %4 is used.")
+            .arg(QString::fromLatin1(section), QString::fromLatin1(key), what + u'.', QString::fromLatin1(fallback)));
+}
+
+void SettingReader::int16(std::int16_t &value, const char *section, const char *key, const char *fallback)
+{
+    number(value, section, key, fallback, [](const QString &text) { return NumberText().toInt16(text); });
+}
+
+void SettingReader::int32(std::int32_t &value, const char *section, const char *key, const char *fallback)
+{
+    number(value, section, key, fallback, [](const QString &text) { return NumberText().toInt32(text); });
+}
+
+void SettingReader::single(float &value, const char *section, const char *key, const char *fallback)
+{
+    number(value, section, key, fallback,
+           [](const QString &text) { return NumberText().toSingle(normaliseDecimal(text)); });
+}
+
+void SettingReader::real(double &value, const char *section, const char *key, const char *fallback)
+{
+    number(value, section, key, fallback,
+           [](const QString &text) { return NumberText().toDouble(normaliseDecimal(text)); });
+}
+
+void SettingReader::boolean(bool &value, const char *section, const char *key, const char *fallback)
+{
+    number(value, section, key, fallback, [](const QString &text) { return NumberText().toBoolean(text); });
+}
+
+} // namespace calvorn

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "core/number_text.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+
+namespace calvorn {
+
+// Reads values of the settings file, each with a default for a key that is missing or empty.
+//
+// A text that does not convert is a run-time error of that key alone: the value becomes its default, the bad text
+// stays in the file, and faults() names section, key and text.
+class SettingReader
+{
+public:
+    // What happens to a default that was used because there was nothing: it is written into the file at once, or not.
+    enum class Defaults { WriteBack, KeepOut };
+
+    SettingReader(const QString &path, Defaults defaults);
+
+    QString text(const char *section, const char *key, const QString &fallback);
+    QString text(const char *section, const char *key, const char *fallback)
+    {
+        return text(section, key, QString::fromLatin1(fallback));
+    }
+
+    template <typename Value, typename Convert>
+    void number(Value &value, const char *section, const char *key, const char *fallback, Convert convert)
+    {
+        const QString read = text(section, key, fallback);
+        value = convert(QString::fromLatin1(fallback));
+        converting(section, key, fallback, [&] { value = convert(read); });
+    }
+    void int16(std::int16_t &value, const char *section, const char *key, const char *fallback);
+    void int32(std::int32_t &value, const char *section, const char *key, const char *fallback);
+    // Reals pass the decimal-separator normaliser.
+    void single(float &value, const char *section, const char *key, const char *fallback);
+    void real(double &value, const char *section, const char *key, const char *fallback);
+    void boolean(bool &value, const char *section, const char *key, const char *fallback);
+
+    // One sentence for each text that could not be used.
+    const QStringList &faults() const { return m_faults; }
+    void addFault(const char *section, const char *key, const QString &what, const char *fallback);
+
+private:
+    void converting(const char *section, const char *key, const char *fallback,
+                    const std::function<void()> &conversion);
+
+    QString m_path;
+    Defaults m_defaults;
+    QStringList m_faults;
+};
+
+} // namespace calvorn

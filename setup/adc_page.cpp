@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: MIT
+#include "setup/adc_page.h"
+
+#include "core/checked_arithmetic.h"
+#include "core/number_text.h"
+
+#include <QFormLayout>
+#include <QHBoxLayout>
+
+namespace calvorn {
+
+namespace {
+
+constexpr double kMillivolts = 1000.0;  // in a volt
+constexpr double kHighestStep = 1000.0; // mV per count
+
+} // namespace
+
+AdcPage::AdcPage(const SetUpContext &context)
+    : SetUpPage(context, tr("Detector"))
+{
+    QWidget *converters = buildConverters();
+    buildEntries();
+    m_offset = named(new QLabel(this), QStringLiteral("lblOffset"),
+                     tr("Set with \"SetUp/Calibrate detector\", added to every voltage"));
+    auto *form = new QFormLayout;
+    form->addRow(tr("&Step - mV per count"), m_step->box());
+    form->addRow(tr("C&hannel"), m_channel->box());
+    form->addRow(m_offset);
+    auto *hint = new QLabel(tr("The step is the reference voltage of the converter divided by its counts: 2.5 V are "
+                               "2.441 mV per count with 10 bits, and 9.766 mV with 8 bits."),
+                            this);
+    hint->setWordWrap(true);
+    auto *right = new QVBoxLayout;
+    right->addLayout(form);
+    right->addWidget(hint);
+    right->addStretch();
+    auto *columns = new QHBoxLayout(this);
+    columns->addWidget(converters, 0, Qt::AlignTop);
+    columns->addLayout(right, 1);
+}
+
+QWidget *AdcPage::buildConverters()
+{
+    const std::array<QString, kAdcDevices.size()> captions{tr("&8 bit"), tr("1&0 bit")};
+    const std::array<QString, kAdcDevices.size()> toolTips{tr("Counts from 0 to 255"), tr("Counts from 0 to 1023")};
+    auto *frame = new QGroupBox(tr("Converter"), this);
+    auto *column = new QVBoxLayout(frame);
+    for (std::size_t i = 0; i < m_optAdc.size(); ++i) {
+        m_optAdc[i] = named(new QRadioButton(captions[i], frame), QStringLiteral("optADC_%1").arg(i + 1), toolTips[i]);
+        column->addWidget(m_optAdc[i]);
+        boundary().connect(m_optAdc[i], &QRadioButton::clicked, this, "optADC_Click",
+                           [this, i] { values().adcDevice = QString::fromLatin1(kAdcDevices[i]); });
+    }
+    return frame;
+}
+
+void AdcPage::buildEntries()
+{
+    auto *step = named(new EntryBox(this), QStringLiteral("txtADCstep"),
+                       tr("Millivolts at the detector for one count of the converter"), tr("Step in mV per count"));
+    m_step = new NumberEntry(
+        step, NumberEntry::Kind::Real,
+        {[this] { return NumberText().masked(static_cast<double>(values().adcStep) * kMillivolts, kMaskVolt); },
+         [this](double millivolts) { values().adcStep = static_cast<float>(millivolts / kMillivolts); },
+         [] { return std::pair(0.0, kHighestStep); }},
+        messages(), boundary());
+    auto *channel =
+        named(new EntryBox(this), QStringLiteral("txtADCchannel"),
+              tr("MiniVNA: 1 angle, 2 return loss, 3 device under test. The other interfaces do not use it."),
+              tr("Channel of the converter"));
+    m_channel = new NumberEntry(
+        channel, NumberEntry::Kind::Whole,
+        {[this] { return NumberText::fromInteger(values().adcChannel); },
+         [this](double number) { values().adcChannel = roundToInteger<std::int16_t>(number); },
+         [this] { return values().interfaceType == kInterfaceVna ? std::pair(1.0, 3.0) : std::pair(0.0, 7.0); }},
+        messages(), boundary());
+}
+
+void AdcPage::fill()
+{
+    for (std::size_t i = 0; i < m_optAdc.size(); ++i)
+        m_optAdc[i]->setChecked(values().adcDevice == QLatin1String(kAdcDevices[i]));
+    m_step->show();
+    m_channel->show();
+    m_offset->setText(tr("Offset: ") + NumberText().masked(static_cast<double>(values().adcOffset), kMaskVolt) +
+                      QStringLiteral(" Volt"));
+}
+
+} // namespace calvorn

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "setup/number_entry.h"
+#include "setup/set_up_page.h"
+
+#include <QLabel>
+#include <QRadioButton>
+
+#include <array>
+
+namespace calvorn {
+
+// The detector: converter, volts per count, channel.
+class AdcPage : public SetUpPage
+{
+    Q_OBJECT
+
+public:
+    explicit AdcPage(const SetUpContext &context);
+
+    void fill() override;
+
+private:
+    QWidget *buildConverters();
+    void buildEntries();
+
+    std::array<QRadioButton *, kAdcDevices.size()> m_optAdc{};
+    NumberEntry *m_step = nullptr;
+    NumberEntry *m_channel = nullptr;
+    QLabel *m_offset = nullptr;
+};
+
+} // namespace calvorn

@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "acquisition/acquisition_driver.h"
+#include "core/error_boundary.h"
+
+#include <QDialog>
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPointer>
+#include <QScrollBar>
+
+namespace calvorn {
+
+// What the two calibrations share: instructions, the offset being tried with its nudge control, Apply and Exit.
+class CalibrationDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    // Null when the configured interface has no driver.
+    void setDriver(AcquisitionDriver *driver) { m_driver = driver; }
+
+protected:
+    // Positions of the nudge control, which rests in the middle.
+    enum Nudge { Up = 1, Rest = 2, Down = 3 };
+
+    struct Texts
+    {
+        QString name; // of the dialog
+        QString title;
+        QString instructions;
+        QString boxName; // of the text box
+        QString boxLabel;
+        QString nudgeToolTip;
+    };
+
+    CalibrationDialog(const Texts &texts, Configuration &configuration, Messages &messages, ErrorBoundary &boundary,
+                      QWidget *parent);
+
+    virtual void load() = 0;
+    virtual void unload() = 0;
+    virtual void offsetChanged() = 0;
+    // direction: 1 up, -1 down.
+    virtual void nudged(int direction) = 0;
+    virtual void cmdApply_Click() = 0;
+
+    // The tried offset; a text that is no number counts as 0.
+    double offset() const;
+    bool isNumeric() const;
+
+    // Between instructions and buttons; row 0 and columns 0 to 2 are taken.
+    QGridLayout *grid() const { return m_grid; }
+    QLineEdit *box() const { return m_box; }
+    AcquisitionDriver *driver() const { return m_driver; }
+    Configuration &configuration() const { return m_configuration; }
+    Messages &messages() const { return m_messages; }
+    ErrorBoundary &boundary() const { return m_boundary; }
+
+    void showEvent(QShowEvent *event) override;
+
+private:
+    void buildEntry(const Texts &texts);
+    void buildButtons();
+    void VScrollOffset_Change();
+
+    Configuration &m_configuration;
+    Messages &m_messages;
+    ErrorBoundary &m_boundary;
+    QPointer<AcquisitionDriver> m_driver;
+    QGridLayout *m_grid;
+    QLineEdit *m_box;
+    QScrollBar *m_nudge;
+    bool m_busy = false; // keeps the two change handlers from entering each other
+};
+
+} // namespace calvorn

@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: MIT
+#include "setup/chip_limits.h"
+
+#include "core/number_text.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+
+namespace calvorn {
+
+namespace {
+
+struct Chip
+{
+    const char *name;
+    double highestClock;        // Hz, after the multiplier
+    double highestOutput;       // Hz, behind an ordinary low-pass filter
+    double outputOfClock;       // the same as a part of the system clock
+    double highestPllInput;     // Hz, where the multiplier is used; 0: no limit
+    std::int16_t multiplierLow; // of the multiplier, beside 1; 0: the chip has none
+    std::int16_t multiplierHigh;
+};
+
+constexpr std::array<Chip, 3> kChips = {{
+    {"AD9850", 125e6, 40e6, 0.325, 0.0, 0, 0},
+    {"AD9851", 180e6, 70e6, 0.4, 30e6, 6, 6},
+    {"AD9951", 400e6, 160e6, 0.4, 0.0, 4, 20},
+}};
+constexpr double kLowestClock = 1e6;        // Hz
+constexpr double kHighestOfMiniVna = 180e6; // Hz
+
+QString translated(const char *text)
+{
+    return QCoreApplication::translate("ChipLimits", text);
+}
+
+QString hertz(double value)
+{
+    return NumberText().masked(value, kMaskHertz);
+}
+
+QStringList clockProblems(const Chip &chip, const SetUpValues &values, double clock)
+{
+    QStringList problems;
+    const bool multiplies = values.ddsMultiplier > 1;
+    if (clock > chip.highestClock)
+        problems.append(translated("The %1 takes a system clock of at most %2 Hz.")
+                            .arg(QLatin1String(chip.name), hertz(chip.highestClock)));
+    if (clock < kLowestClock)
+        problems.append(translated("The system clock must be at least %1 Hz.").arg(hertz(kLowestClock)));
+    if (multiplies && chip.highestPllInput > 0.0 && values.ddsXtalFreq > chip.highestPllInput)
+        problems.append(translated("The multiplier of the %1 takes a reference clock of at most %2 Hz.")
+                            .arg(QLatin1String(chip.name), hertz(chip.highestPllInput)));
+    if (multiplies && chip.multiplierLow > 0 &&
+        (values.ddsMultiplier < chip.multiplierLow || values.ddsMultiplier > chip.multiplierHigh))
+        problems.append(translated("The %1 cannot multiply its clock by %2.")
+                            .arg(QLatin1String(chip.name))
+                            .arg(values.ddsMultiplier));
+    return problems;
+}
+
+QStringList frequencyProblems(const Chip &chip, const SetUpValues &values, double clock)
+{
+    const double useful = values.interfaceType == kInterfaceVna
+                              ? kHighestOfMiniVna
+                              : std::min(chip.highestOutput, chip.outputOfClock * clock);
+    if (values.ddsMaxFreq > clock / 2)
+        return {
+            translated("The maximum frequency lies above half the system clock: the generator would make its image.")};
+    if (values.ddsMaxFreq > useful)
+        return {translated("Above %1 Hz the output is weak or impure.").arg(hertz(useful))};
+    return {};
+}
+
+} // namespace
+
+QString chipVerdict(const SetUpValues &values)
+{
+    const auto chip = std::find_if(kChips.begin(), kChips.end(), [&values](const Chip &candidate) {
+        return values.ddsDevice == QLatin1String(candidate.name);
+    });
+    if (chip == kChips.end())
+        return {};
+    const double clock = static_cast<double>(values.ddsXtalFreq) * values.ddsMultiplier;
+    const QStringList problems = clockProblems(*chip, values, clock) + frequencyProblems(*chip, values, clock);
+    if (!problems.isEmpty())
+        return problems.join(u'\n');
+    return translated("Clock and maximum frequency are within the limits of the %1.").arg(QLatin1String(chip->name));
+}
+
+} // namespace calvorn

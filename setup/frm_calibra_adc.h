@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "setup/calibration_dialog.h"
+
+#include <QTimer>
+
+namespace calvorn {
+
+// The calibration of the detector: the offset (volts) that makes it show a voltage that is known. "Apply" takes it
+// into the record and computes the amplitudes of the table anew from their counts.
+class FrmCalibraADC : public CalibrationDialog
+{
+    Q_OBJECT
+
+public:
+    FrmCalibraADC(Configuration &configuration, SweepTable &table, Messages &messages, ErrorBoundary &boundary,
+                  QWidget *parent = nullptr);
+
+signals:
+    // The amplitude column is another one: the curve is to be drawn again.
+    void tableRewritten();
+
+protected:
+    void load() override;
+    void unload() override;
+    void offsetChanged() override;
+    void nudged(int direction) override;
+    void cmdApply_Click() override;
+    // A decimal separator typed in front of the one that is there steps over it.
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void TimerDetector_Timer();
+    void rewriteTable();
+    void showOffset(double volts);
+
+    SweepTable &m_table;
+    QLabel *m_volts;
+    QLabel *m_hint;
+    QTimer m_timer;
+};
+
+} // namespace calvorn

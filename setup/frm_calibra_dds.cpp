@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: MIT
+#include "setup/frm_calibra_dds.h"
+
+#include "core/number_text.h"
+
+#include <QScopedValueRollback>
+
+namespace calvorn {
+
+namespace {
+
+constexpr double kStep = 0.01; // Hz
+constexpr std::int16_t kErrorIgnorable = 4;
+
+} // namespace
+
+FrmCalibraDDS::FrmCalibraDDS(Configuration &configuration, Messages &messages, Log &log, ErrorBoundary &boundary,
+                             QWidget *parent)
+    : CalibrationDialog({QStringLiteral("frmCalibraDDS"), tr("Generator calibration"),
+                         tr("1. Select any start frequency.") + u'\r' +
+                             tr("2. Connect the output of the generator to a frequency meter.") + u'\r' +
+                             tr("3. Adjust the offset until the meter shows the right start frequency.") + u'\r' +
+                             tr("4. Apply"),
+                         QStringLiteral("txtOffset"), tr("Offset - Hz"), tr("Step the offset by 0.01 Hz")},
+                        configuration, messages, boundary, parent)
+    , m_log(log)
+    , m_start(new QLabel(this))
+{
+    m_start->setObjectName(QStringLiteral("lblStartFreq"));
+    m_start->setToolTip(tr("What the frequency meter has to show"));
+    m_start->setAccessibleName(tr("Start frequency in Hz"));
+    m_start->setAlignment(Qt::AlignRight);
+    grid()->addWidget(new QLabel(tr("Start frequency - Hz"), this), 1, 0);
+    grid()->addWidget(m_start, 1, 1);
+}
+
+void FrmCalibraDDS::load()
+{
+    if (driver() && driver()->triesOffsets()) {
+        m_errors = boundary().connect(
+            driver(), &AcquisitionDriver::aErrore, this, "aErrore",
+            [this](std::int16_t tipoErrore, const QString &descrizione) { aErrore(tipoErrore, descrizione); });
+        emit takesErrors(true);
+    }
+    m_start->setText(NumberText().masked(configuration().startFreq, kMaskHertz));
+    box()->setText(NumberText().fromDouble(configuration().ddsOffset));
+    box()->setFocus();
+    box()->selectAll();
+}
+
+// An offset that was tried but not applied stops acting on the hardware.
+void FrmCalibraDDS::unload()
+{
+    if (!driver())
+        return;
+    boundary().run("SetOffset", [this] { driver()->tryOffset(configuration().ddsOffset); });
+    disconnect(m_errors);
+    emit takesErrors(false);
+}
+
+void FrmCalibraDDS::offsetChanged()
+{
+    if (!isNumeric()) {
+        messages().desktop().beep();
+        box()->setText(QStringLiteral("0"));
+        // The next key begins a number anew.
+        box()->selectAll();
+    }
+    send();
+}
+
+void FrmCalibraDDS::nudged(int direction)
+{
+    box()->setText(NumberText().fromDouble(offset() + direction * kStep));
+    send();
+}
+
+void FrmCalibraDDS::send()
+{
+    if (driver())
+        driver()->tryOffset(offset());
+}
+
+void FrmCalibraDDS::cmdApply_Click()
+{
+    configuration().ddsOffset = offset();
+}
+
+void FrmCalibraDDS::aErrore(std::int16_t tipoErrore, const QString &descrizione)
+{
+    if (tipoErrore == kErrorIgnorable)
+        return;
+    m_log.writeLog(descrizione + u' ' + NumberText::fromInteger(tipoErrore));
+    // A board that fails again and again asks once at a time.
+    if (m_asking)
+        return;
+    const QScopedValueRollback guard(m_asking, true);
+    if (messages().show(BoxIcon::Critical, BoxButtons::OkCancel, descrizione, QStringLiteral("Sweep by Brenik")) ==
+        kBoxCancel)
+        reject();
+}
+
+} // namespace calvorn

@@ -1,0 +1,158 @@
+// SPDX-License-Identifier: MIT
+#include "setup/frm_set_up.h"
+
+#include "core/runtime_error.h"
+#include "setup/adc_page.h"
+#include "setup/aux_page.h"
+#include "setup/dds_page.h"
+#include "setup/interface_page.h"
+#include "setup/port_page.h"
+
+#include <QButtonGroup>
+#include <QGridLayout>
+#include <QShowEvent>
+
+namespace calvorn {
+
+FrmSetUp::FrmSetUp(const Configuration &configuration, Messages &messages, ErrorBoundary &boundary, QWidget *parent)
+    : QDialog(parent)
+    , m_configuration(configuration)
+    , m_messages(messages)
+    , m_boundary(boundary)
+{
+    setObjectName(QStringLiteral("frmSetUp"));
+    setWindowTitle(tr("Configuration"));
+    auto *grid = new QGridLayout(this);
+    grid->addLayout(buildPageButtons(), 0, 0);
+    grid->setColumnStretch(1, 1);
+    // In the order in which the keyboard goes through them.
+    buildPages({m_values, configuration, messages, boundary});
+    grid->addLayout(buildButtons(), 1, 0, 1, 2);
+}
+
+QLayout *FrmSetUp::buildPageButtons()
+{
+    struct Button
+    {
+        const char *name;
+        QString caption;
+        QString toolTip;
+    };
+    const std::array<Button, kPages> buttons{{
+        {"cmdInterface", tr("&Interface"), tr("Which hardware is connected")},
+        {"cmdDDS", tr("Syn&thesiser"), tr("The generator chip, its clock and its limits")},
+        {"cmdADC", tr("&Detector"), tr("The converter of the detector")},
+        {"cmdAux", tr("Auxi&liary"), tr("The auxiliary outputs of the parallel-port board")},
+        {"cmdPort", tr("&Ports"), tr("Which serial and which parallel port is used")},
+    }};
+    auto *column = new QVBoxLayout;
+    // Exclusive by a group: without one, the options of the pages below would be taken for members.
+    auto *group = new QButtonGroup(this);
+    for (std::size_t page = 0; page < kPages; ++page) {
+        auto *button = new QPushButton(buttons[page].caption, this);
+        button->setObjectName(QString::fromLatin1(buttons[page].name));
+        button->setToolTip(buttons[page].toolTip);
+        button->setCheckable(true);
+        group->addButton(button);
+        button->setAutoDefault(false);
+        button->setMinimumHeight(34);
+        m_boundary.connect(button, &QPushButton::clicked, this, buttons[page].name, [this, page] { showPage(page); });
+        column->addWidget(button);
+        m_pageButtons[page] = button;
+    }
+    column->addStretch();
+    return column;
+}
+
+QLayout *FrmSetUp::buildButtons()
+{
+    m_apply = new QPushButton(tr("&Apply"), this);
+    m_apply->setObjectName(QStringLiteral("cmdApply"));
+    m_apply->setToolTip(tr("Write the configuration and end the program; it counts from the next start"));
+    auto *exit = new QPushButton(tr("&EXIT"), this);
+    exit->setObjectName(QStringLiteral("cmdExit"));
+    exit->setToolTip(tr("Close without any change"));
+    // Return in a text box takes the entry, and nothing more.
+    m_apply->setAutoDefault(false);
+    exit->setAutoDefault(false);
+    m_boundary.connect(m_apply, &QPushButton::clicked, this, "cmdApply_Click", [this] { cmdApply_Click(); });
+    m_boundary.connect(exit, &QPushButton::clicked, this, "cmdExit_Click", [this] { reject(); });
+    auto *row = new QHBoxLayout;
+    row->addStretch();
+    row->addWidget(m_apply);
+    row->addWidget(exit);
+    return row;
+}
+
+// All pages lie on one another; one of them shows.
+void FrmSetUp::buildPages(const SetUpContext &context)
+{
+    auto *interfacePage = new InterfacePage(context);
+    m_pages = {interfacePage, new DdsPage(context), new AdcPage(context), new AuxPage(context), new PortPage(context)};
+    connect(interfacePage, &InterfacePage::interfaceChosen, this, &FrmSetUp::interfaceChosen);
+    auto *grid = static_cast<QGridLayout *>(layout());
+    for (std::size_t page = 0; page < kPages; ++page) {
+        m_pages[page]->setObjectName(QStringLiteral("frameSetUp_%1").arg(page));
+        grid->addWidget(m_pages[page], 0, 1);
+    }
+    frameInvisibili();
+}
+
+void FrmSetUp::showEvent(QShowEvent *event)
+{
+    if (!event->spontaneous())
+        m_boundary.run("Form_Load", [this] { load(); });
+    QDialog::showEvent(event);
+}
+
+void FrmSetUp::load()
+{
+    m_values = SetUpValues();
+    QStringList faults = loadPorts(m_values, m_configuration.iniPath);
+    faults += loadHardware(m_values, m_configuration.iniPath, "Config");
+    interfaceChosen();
+    showPage(Interface);
+    if (!faults.isEmpty())
+        m_messages.warn(tr("Some settings could not be read.") + u'\r' + faults.join(u'\r'));
+}
+
+void FrmSetUp::frameInvisibili()
+{
+    for (SetUpPage *page : m_pages)
+        page->hide();
+}
+
+void FrmSetUp::showPage(std::size_t page)
+{
+    frameInvisibili();
+    m_pages[page]->fill();
+    m_pages[page]->show();
+    m_pageButtons[page]->setChecked(true);
+}
+
+// Chip, converter and outputs are those of an interface: as long as none is chosen they have nothing to show.
+void FrmSetUp::enablePageButtons(bool enabled)
+{
+    for (const std::size_t page : {Dds, Adc, Aux})
+        m_pageButtons[page]->setEnabled(enabled);
+}
+
+void FrmSetUp::interfaceChosen()
+{
+    enablePageButtons(m_values.interfaceType >= kInterfacePic && m_values.interfaceType <= kInterfaceVna);
+}
+
+void FrmSetUp::cmdApply_Click()
+{
+    // What is still being typed counts, however the button was pressed.
+    m_apply->setFocus();
+    if (m_messages.show(BoxIcon::Warning, BoxButtons::OkCancel,
+                        tr("Please confirm, now program will exit.") + u'\r' + tr("Please restart.")) != kBoxOk)
+        return;
+    if (!writeProfileStrings(m_configuration.iniPath, entriesOf(m_values)))
+        throw RuntimeError(RuntimeError::Kind::File,
+                           tr("the configuration could not be written into %1").arg(m_configuration.iniPath));
+    accept();
+}
+
+} // namespace calvorn

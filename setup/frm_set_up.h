@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "setup/set_up_page.h"
+
+#include <QDialog>
+#include <QPushButton>
+
+#include <array>
+
+namespace calvorn {
+
+class InterfacePage;
+
+// The configuration of the hardware: five pages over one set of working copies. Nothing but "Apply" writes; exec()
+// then returns Accepted and the program has to end, because the new configuration is read at its next start.
+class FrmSetUp : public QDialog
+{
+    Q_OBJECT
+
+public:
+    // configuration: for the path of the settings file.
+    FrmSetUp(const Configuration &configuration, Messages &messages, ErrorBoundary &boundary,
+             QWidget *parent = nullptr);
+
+protected:
+    // Reads the file afresh whenever the dialog is opened.
+    void showEvent(QShowEvent *event) override;
+
+private:
+    static constexpr std::size_t kPages = 5;
+    enum PageIndex : std::size_t { Interface, Dds, Adc, Aux, Port };
+
+    void buildPages(const SetUpContext &context);
+    QLayout *buildPageButtons();
+    QLayout *buildButtons();
+    void load();
+    void frameInvisibili();
+    void showPage(std::size_t page);
+    void enablePageButtons(bool enabled);
+    void interfaceChosen();
+    void cmdApply_Click();
+
+    const Configuration &m_configuration;
+    Messages &m_messages;
+    ErrorBoundary &m_boundary;
+    SetUpValues m_values;
+    std::array<SetUpPage *, kPages> m_pages{};
+    std::array<QPushButton *, kPages> m_pageButtons{};
+    QPushButton *m_apply = nullptr;
+};
+
+} // namespace calvorn

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "setup/set_up_page.h"
+
+#include <QRadioButton>
+
+#include <array>
+
+namespace calvorn {
+
+// The interface, and the prepared configuration of each.
+class InterfacePage : public SetUpPage
+{
+    Q_OBJECT
+
+public:
+    explicit InterfacePage(const SetUpContext &context);
+
+    void fill() override;
+
+signals:
+    // The other pages show other values, or are to be shown for the first time.
+    void interfaceChosen();
+
+private:
+    void optInterface_Click(std::int16_t index);
+    void cmdDefault_Click(std::int16_t index);
+    void takeDefaults(std::int16_t index);
+
+    std::array<QRadioButton *, 3> m_optInterface{};
+};
+
+} // namespace calvorn

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+#include "setup/number_entry.h"
+
+#include "core/common_functions.h"
+#include "core/number_text.h"
+
+namespace calvorn {
+
+NumberEntry::NumberEntry(EntryBox *box, Kind kind, const Binding &binding, Messages &messages, ErrorBoundary &boundary)
+    : QObject(box)
+    , m_box(box)
+    , m_kind(kind)
+    , m_binding(binding)
+    , m_messages(messages)
+{
+    boundary.connect(box, &EntryBox::gotFocus, this, "GotFocus", [this] { enter(); });
+    boundary.connect(box, &EntryBox::lostFocus, this, "LostFocus", [this] { leave(); });
+}
+
+void NumberEntry::enter() const
+{
+    const NumberText numbers;
+    if (m_kind == Kind::Whole && numbers.isNumeric(m_box->text()))
+        m_box->setText(numbers.generalNumber(m_box->text()));
+}
+
+void NumberEntry::leave() const
+{
+    const NumberText numbers;
+    const QString text = m_kind == Kind::Real ? normaliseDecimal(m_box->text()) : m_box->text();
+    if (numbers.isNumeric(text)) {
+        const double entered = numbers.toDouble(text);
+        const auto [lowest, highest] = m_binding.range();
+        const double value = entered < lowest ? lowest : entered > highest ? highest : entered;
+        if (value != entered)
+            m_messages.desktop().beep();
+        m_binding.take(value);
+    } else {
+        m_messages.desktop().beep();
+    }
+    show();
+}
+
+} // namespace calvorn

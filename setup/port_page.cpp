@@ -1,0 +1,269 @@
+// SPDX-License-Identifier: MIT
+#include "setup/port_page.h"
+
+#include "core/number_text.h"
+#include "platform/parallel_ports.h"
+#include "platform/serial_ports.h"
+#include "setup/lpt_pin_window.h"
+
+#include <QFileInfo>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QSignalBlocker>
+
+#include <algorithm>
+#include <limits>
+
+namespace calvorn {
+
+namespace {
+
+constexpr int kRefreshMs = 1000;
+constexpr int kHexadecimalAt = 15; // in the caption of a preset
+constexpr int kDefaultAddress = 888;
+constexpr int kHighestAddress = std::numeric_limits<std::uint16_t>::max();
+constexpr int kLongestNumber = 5; // digits
+
+// The number that the leading digits make; at most kLongestNumber of them fit into the boxes.
+int leadingNumber(const QString &text)
+{
+    int number = 0;
+    for (const QChar c : text.trimmed()) {
+        if (c < u'0' || c > u'9')
+            break;
+        number = 10 * number + (c.unicode() - u'0');
+    }
+    return number;
+}
+
+int presetAddress(const QString &caption)
+{
+    const QString hexadecimal = caption.mid(kHexadecimalAt).remove(u'(').section(u'x', -1).section(u')', 0, 0);
+    return hexadecimal.toInt(nullptr, 16);
+}
+
+int unsignedAddress(std::int16_t address)
+{
+    return static_cast<std::uint16_t>(address);
+}
+
+} // namespace
+
+PortPage::PortPage(const SetUpContext &context)
+    : SetUpPage(context, tr("Ports"))
+{
+    auto *columns = new QHBoxLayout(this);
+    columns->addWidget(buildSerialPorts(), 1);
+    columns->addWidget(buildParallelPorts(), 1);
+    m_refresh.setInterval(kRefreshMs);
+    boundary().connect(&m_refresh, &QTimer::timeout, this, "timerPorts_Timer", [this] { IsComPortAvailable(); });
+}
+
+QWidget *PortPage::buildSerialPorts()
+{
+    auto *frame = new QGroupBox(tr("Serial port (PIC, MiniVNA)"), this);
+    auto *grid = new QGridLayout(frame);
+    for (std::size_t i = 0; i < m_optSerial.size(); ++i) {
+        const int number = static_cast<int>(i) + 1;
+        m_optSerial[i] = named(new QRadioButton(frame), QStringLiteral("optSerialPort_%1").arg(number), {});
+        grid->addWidget(m_optSerial[i], static_cast<int>(i), 0, 1, number <= kFixedComPorts ? 3 : 1);
+        boundary().connect(m_optSerial[i], &QRadioButton::clicked, this, "optSerialPort_Click",
+                           [this, number] { optSerialPort_Click(number); });
+    }
+    m_optSerial.back()->setText(tr("COMx"));
+    m_optSerial.back()->setToolTip(tr("The port of the number beside; %1 is a simulated board").arg(kSimulatedComPort));
+    m_comNumber = named(new QLineEdit(frame), QStringLiteral("txtAddressRS232"), {}, tr("Number of the serial port"));
+    m_comNumber->setMaxLength(kLongestNumber - 1);
+    m_comNumber->setMaximumWidth(m_comNumber->fontMetrics().horizontalAdvance(QStringLiteral("00000000")));
+    m_comState =
+        named(new QLabel(frame), QStringLiteral("lblAddressRS232"), tr("Whether there is a port of this number"));
+    grid->addWidget(m_comNumber, kFixedComPorts, 1);
+    grid->addWidget(m_comState, kFixedComPorts, 2);
+    grid->setColumnStretch(2, 1);
+    grid->setRowStretch(kFixedComPorts + 1, 1);
+    boundary().connect(m_comNumber, &QLineEdit::textChanged, this, "txtAddressRS232_Change",
+                       [this] { txtAddressRS232_Change(); });
+    return frame;
+}
+
+QWidget *PortPage::buildParallelPorts()
+{
+    // The hexadecimal address begins at the 16th character; it is read back from there.
+    const std::array<QString, kFreeAddress + 1> captions{
+        QStringLiteral("LPT0 simulated (0x000)"), QStringLiteral("LPT1, port 888 (0x378)"),
+        QStringLiteral("LPT2, port 632 (0x278)"), QStringLiteral("LPT3, port 956 (0x3BC)"), tr("LPTx, port")};
+    auto *frame = new QGroupBox(tr("Parallel port (DDS/DAC board)"), this);
+    auto *grid = new QGridLayout(frame);
+    for (std::size_t i = 0; i < m_optParallel.size(); ++i) {
+        m_optParallel[i] = named(new QRadioButton(captions[i], frame), QStringLiteral("optParallelPort_%1").arg(i), {});
+        grid->addWidget(m_optParallel[i], static_cast<int>(i), 0, 1, i < kFreeAddress ? 3 : 1);
+        boundary().connect(m_optParallel[i], &QRadioButton::clicked, this, "optParallelPort_Click",
+                           [this, i] { optParallelPort_Click(i); });
+    }
+    m_address =
+        named(new QLineEdit(frame), QStringLiteral("txtAddressLPT"),
+              tr("Base address of the parallel port, decimal, up to 65535"), tr("Address of the parallel port"));
+    m_address->setMaxLength(kLongestNumber);
+    m_address->setMaximumWidth(m_address->fontMetrics().horizontalAdvance(QStringLiteral("00000000")));
+    m_addressHex = named(new QLabel(frame), QStringLiteral("txtLPTHex"), tr("The same address, hexadecimal"));
+    auto *pins = named(new QPushButton(tr("Pins of the &board..."), frame), QStringLiteral("cmdLPTpin"),
+                       tr("Show which pin of the port carries which signal"));
+    pins->setAutoDefault(false);
+    const int freeRow = static_cast<int>(kFreeAddress);
+    grid->addWidget(m_address, freeRow, 1);
+    grid->addWidget(m_addressHex, freeRow, 2);
+    grid->addWidget(pins, freeRow + 1, 0, 1, 3, Qt::AlignLeft);
+    grid->setColumnStretch(2, 1);
+    grid->setRowStretch(freeRow + 2, 1);
+    boundary().connect(m_address, &QLineEdit::textChanged, this, "txtAddressLPT_Change",
+                       [this] { txtAddressLPT_Change(); });
+    boundary().connect(pins, &QPushButton::clicked, this, "cmdLPTpin_Click", [this] { cmdLPTpin_Click(); });
+    return frame;
+}
+
+bool PortPage::ComPortExists(int comPort) const
+{
+    return comPortExists(comPort, iniPath());
+}
+
+// The text is the only mark: a port that is not there yet can be chosen.
+void PortPage::IsComPortAvailable()
+{
+    for (int number = 1; number <= kFixedComPorts; ++number) {
+        const QString name = tr("COM%1").arg(number);
+        m_optSerial[static_cast<std::size_t>(number - 1)]->setText(ComPortExists(number) ? name
+                                                                                         : name + tr(" NOT available"));
+    }
+    if (!m_comNumber->text().isEmpty())
+        m_comState->setText(ComPortExists(leadingNumber(m_comNumber->text())) ? QString() : tr(" NOT available"));
+    nameDevices();
+}
+
+void PortPage::nameDevices()
+{
+    const auto describe = [this](int number) {
+        if (number == kSimulatedComPort)
+            return tr("COM%1: a simulated board").arg(number);
+        const QString device = serialDeviceOf(number, iniPath());
+        if (device.isEmpty())
+            return tr("No device belongs to this number. The section [Ports] of the settings file can name one.");
+        // A name that udev made leads to the device itself.
+        const QString target = QFileInfo(device).canonicalFilePath();
+        return target.isEmpty() || target == device ? device : device + QStringLiteral(" → ") + target;
+    };
+    for (int number = 1; number <= kFixedComPorts; ++number)
+        m_optSerial[static_cast<std::size_t>(number - 1)]->setToolTip(describe(number));
+    m_comNumber->setToolTip(m_comNumber->text().isEmpty()
+                                ? tr("Number of the port; %1 is a simulated board").arg(kSimulatedComPort)
+                                : describe(leadingNumber(m_comNumber->text())));
+
+    const QVector<ParportEntry> ports = listParports({});
+    for (std::size_t i = 0; i < kFreeAddress; ++i) {
+        const int address = presetAddress(m_optParallel[i]->text());
+        const auto port = std::find_if(ports.begin(), ports.end(),
+                                       [address](const ParportEntry &entry) { return entry.base == address; });
+        m_optParallel[i]->setToolTip(address == 0          ? tr("A simulated board, for the program without hardware")
+                                     : port != ports.end() ? QStringLiteral("/dev/parport%1").arg(port->number)
+                                                           : tr("No port at this address is known to the system"));
+    }
+    m_optParallel[kFreeAddress]->setToolTip(tr("A port at the address beside, such as that of a card in a slot"));
+}
+
+void PortPage::fill()
+{
+    selectParallelPort();
+    IsComPortAvailable();
+    selectSerialPort();
+}
+
+void PortPage::selectParallelPort()
+{
+    const int address = unsignedAddress(values().lptAddress);
+    bool matched = false;
+    for (std::size_t i = 0; i < kFreeAddress; ++i) {
+        if (presetAddress(m_optParallel[i]->text()) != address)
+            continue;
+        matched = true;
+        m_optParallel[i]->setChecked(true);
+    }
+    if (matched)
+        return;
+    m_address->setText(NumberText::fromInteger(address));
+    m_optParallel[kFreeAddress]->setChecked(true);
+}
+
+void PortPage::selectSerialPort()
+{
+    const std::int16_t port = values().commPort;
+    if (port > kFixedComPorts) {
+        m_comNumber->setText(NumberText::fromInteger(port));
+        m_optSerial.back()->setChecked(true);
+        m_comState->setText(ComPortExists(port) ? QString() : tr(" NOT available"));
+    } else if (port > 0) {
+        m_optSerial[static_cast<std::size_t>(port - 1)]->setChecked(true);
+    }
+}
+
+void PortPage::optParallelPort_Click(std::size_t index)
+{
+    if (index < kFreeAddress) {
+        values().lptAddress = static_cast<std::int16_t>(presetAddress(m_optParallel[index]->text()));
+        return;
+    }
+    if (m_address->text().isEmpty())
+        m_address->setText(NumberText::fromInteger(kDefaultAddress));
+    txtAddressLPT_Change();
+}
+
+void PortPage::txtAddressLPT_Change()
+{
+    if (leadingNumber(m_address->text()) > kHighestAddress) {
+        messages().desktop().beep();
+        const QSignalBlocker quiet(m_address);
+        m_address->setText(NumberText::fromInteger(kHighestAddress));
+    }
+    const int address = leadingNumber(m_address->text());
+    m_addressHex->setText(QStringLiteral("(0x%1)").arg(QString::number(address, 16).toUpper()));
+    if (m_optParallel[kFreeAddress]->isChecked())
+        values().lptAddress = static_cast<std::int16_t>(static_cast<std::uint16_t>(address));
+}
+
+void PortPage::optSerialPort_Click(int index)
+{
+    if (index <= kFixedComPorts) {
+        values().commPort = static_cast<std::int16_t>(index);
+        return;
+    }
+    if (m_comNumber->text().isEmpty())
+        m_comNumber->setText(NumberText::fromInteger(kSimulatedComPort));
+    txtAddressRS232_Change();
+}
+
+void PortPage::txtAddressRS232_Change()
+{
+    const int number = leadingNumber(m_comNumber->text());
+    if (m_optSerial.back()->isChecked())
+        values().commPort = static_cast<std::int16_t>(number);
+    m_comState->setText(ComPortExists(number) ? QString() : tr(" NOT available"));
+    nameDevices();
+}
+
+void PortPage::cmdLPTpin_Click()
+{
+    LptPinWindow(iniPath(), this).exec();
+}
+
+void PortPage::showEvent(QShowEvent *event)
+{
+    SetUpPage::showEvent(event);
+    m_refresh.start();
+}
+
+void PortPage::hideEvent(QHideEvent *event)
+{
+    m_refresh.stop();
+    SetUpPage::hideEvent(event);
+}
+
+} // namespace calvorn

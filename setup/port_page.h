@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "setup/set_up_page.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QRadioButton>
+#include <QTimer>
+
+#include <array>
+
+namespace calvorn {
+
+// The ports: which COM numbers there are, which one is used, and the address of the parallel port. While the page is
+// shown it follows adapters that are plugged in or pulled out.
+class PortPage : public SetUpPage
+{
+    Q_OBJECT
+
+public:
+    explicit PortPage(const SetUpContext &context);
+
+    void fill() override;
+
+protected:
+    void showEvent(QShowEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
+
+private:
+    static constexpr int kFixedComPorts = 6;
+    static constexpr std::size_t kFreeAddress = 4;
+
+    QWidget *buildSerialPorts();
+    QWidget *buildParallelPorts();
+    bool ComPortExists(int comPort) const;
+    void IsComPortAvailable();
+    void nameDevices();
+    void selectParallelPort();
+    void selectSerialPort();
+    void optParallelPort_Click(std::size_t index);
+    void optSerialPort_Click(int index);
+    void txtAddressLPT_Change();
+    void txtAddressRS232_Change();
+    void cmdLPTpin_Click();
+
+    QTimer m_refresh;
+    std::array<QRadioButton *, kFixedComPorts + 1> m_optSerial{}; // item n stands for COMn, the last for any other
+    QLineEdit *m_comNumber = nullptr;
+    QLabel *m_comState = nullptr;
+    std::array<QRadioButton *, kFreeAddress + 1> m_optParallel{};
+    QLineEdit *m_address = nullptr;
+    QLabel *m_addressHex = nullptr;
+};
+
+} // namespace calvorn

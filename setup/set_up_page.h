@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "core/error_boundary.h"
+#include "core/messages.h"
+#include "setup/set_up_values.h"
+
+#include <QGroupBox>
+
+namespace calvorn {
+
+// What the pages of the set-up share.
+struct SetUpContext
+{
+    SetUpValues &values;
+    const Configuration &configuration; // for iniPath; nothing here changes the record
+    Messages &messages;
+    ErrorBoundary &boundary;
+};
+
+// One page of the set-up: controls over the working copies.
+class SetUpPage : public QGroupBox
+{
+    Q_OBJECT
+
+public:
+    SetUpPage(const SetUpContext &context, const QString &title)
+        : QGroupBox(title)
+        , m_context(context)
+    {
+        // The dialog keeps its size whichever page it shows.
+        QSizePolicy policy = sizePolicy();
+        policy.setRetainSizeWhenHidden(true);
+        setSizePolicy(policy);
+    }
+
+    // Shows the working copies; called before the page is shown.
+    virtual void fill() = 0;
+
+protected:
+    SetUpValues &values() const { return m_context.values; }
+    const QString &iniPath() const { return m_context.configuration.iniPath; }
+    Messages &messages() const { return m_context.messages; }
+    ErrorBoundary &boundary() const { return m_context.boundary; }
+
+    // Name, tool tip and accessible name of a control.
+    template <typename Control>
+    static Control *named(Control *control, const QString &name, const QString &toolTip,
+                          const QString &accessibleName = {})
+    {
+        control->setObjectName(name);
+        control->setToolTip(toolTip);
+        if (!accessibleName.isEmpty())
+            control->setAccessibleName(accessibleName);
+        return control;
+    }
+
+private:
+    SetUpContext m_context;
+};
+
+} // namespace calvorn

@@ -1,0 +1,311 @@
+// SPDX-License-Identifier: MIT
+#include "tests/support/set_up_bench.h"
+
+#include <QApplication>
+#include <QTemporaryDir>
+#include <QTimer>
+
+using namespace calvorn;
+using calvorn::test::SetUpBench;
+
+namespace {
+
+// A folder that stands for /dev, and the section of the settings file that has the COM numbers lead there.
+class Devices
+{
+public:
+    QString path(int number) const { return m_folder.filePath(QStringLiteral("port%1").arg(number)); }
+
+    void plug(int number) const
+    {
+        QFile device(path(number));
+        if (!device.open(QIODevice::WriteOnly))
+            qFatal("cannot make the device of the test");
+    }
+    void pull(int number) const { QFile::remove(path(number)); }
+
+    QByteArray settings(const QByteArray &more = {}) const
+    {
+        QByteArray text = "[Config]\r\nDDS Device=AD9850\r\n" + more + "[Ports]\r\n";
+        for (const int number : {1, 2, 3, 4, 5, 6, 9, 12})
+            text += "COM" + QByteArray::number(number) + '=' + path(number).toUtf8() + "\r\n";
+        return text;
+    }
+
+private:
+    QTemporaryDir m_folder;
+};
+
+struct Bench : SetUpBench
+{
+    explicit Bench(const QByteArray &settings)
+        : SetUpBench(settings)
+    {
+        click("cmdPort");
+    }
+
+    QStringList captions() const
+    {
+        QStringList all;
+        for (int number = 1; number <= 6; ++number)
+            all.append(caption(QStringLiteral("optSerialPort_%1").arg(number).toUtf8().constData()));
+        return all;
+    }
+
+    QString applied(const char *section, const char *key)
+    {
+        click("cmdApply");
+        return folder.setting(section, key);
+    }
+};
+
+QByteArray port(int number)
+{
+    return "[Serial Port]\r\nCommPort=" + QByteArray::number(number) + "\r\n";
+}
+
+QByteArray address(const char *text)
+{
+    return QByteArray("[Parallel Port]\r\nLPT=") + text + "\r\n";
+}
+
+} // namespace
+
+class TestPorts : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void theButtonsTellWhichPortsThereAre();
+    void anAdapterIsNoticedWhileThePageIsOpen();
+    void toolTipsNameTheDevices();
+    void thePresetOfTheAddressIsSelected_data();
+    void thePresetOfTheAddressIsSelected();
+    void anotherAddressIsFree();
+    void presetsSetTheAddress_data();
+    void presetsSetTheAddress();
+    void theFreeAddressFollowsTheTyping();
+    void thePortIsSelected_data();
+    void thePortIsSelected();
+    void aPortAboveSixIsFree();
+    void typingWithoutSelectingOnlyLabels();
+    void theFreePortFollowsTheTyping();
+    void theSimulatedBoardIsOffered();
+    void thePinsAreShown();
+};
+
+void TestPorts::theButtonsTellWhichPortsThereAre()
+{
+    const Devices devices;
+    devices.plug(1);
+    devices.plug(4);
+    Bench bench(devices.settings());
+    const QStringList expected{"COM1", "COM2 NOT available", "COM3 NOT available",
+                               "COM4", "COM5 NOT available", "COM6 NOT available"};
+    QCOMPARE(bench.captions(), expected);
+    for (int number = 1; number <= 6; ++number)
+        QVERIFY(bench.find(QStringLiteral("optSerialPort_%1").arg(number).toUtf8().constData())->isEnabled());
+    QVERIFY(bench.caption("optSerialPort_7").startsWith(QStringLiteral("COMx")));
+}
+
+void TestPorts::anAdapterIsNoticedWhileThePageIsOpen()
+{
+    const Devices devices;
+    devices.plug(2);
+    Bench bench(devices.settings(port(9)));
+    QCOMPARE(bench.caption("optSerialPort_5"), QStringLiteral("COM5 NOT available"));
+    QCOMPARE(bench.label("lblAddressRS232"), QStringLiteral(" NOT available"));
+    devices.plug(5);
+    devices.plug(9);
+    QTRY_COMPARE(bench.caption("optSerialPort_5"), QStringLiteral("COM5"));
+    QTRY_COMPARE(bench.label("lblAddressRS232"), QString());
+    devices.pull(2);
+    QTRY_COMPARE(bench.caption("optSerialPort_2"), QStringLiteral("COM2 NOT available"));
+    QVERIFY(bench.isChecked("optSerialPort_7"));
+    QCOMPARE(bench.text("txtAddressRS232"), QStringLiteral("9"));
+}
+
+void TestPorts::toolTipsNameTheDevices()
+{
+    const Devices devices;
+    devices.plug(3);
+    const QString link = devices.path(6);
+    QVERIFY(QFile::link(devices.path(3), link));
+    Bench bench(devices.settings());
+    QCOMPARE(bench.find("optSerialPort_3")->toolTip(), devices.path(3));
+    QVERIFY(bench.find("optSerialPort_6")->toolTip().startsWith(link));
+    QVERIFY(bench.find("optSerialPort_6")->toolTip().endsWith(QFileInfo(devices.path(3)).canonicalFilePath()));
+    bench.type("txtAddressRS232", QStringLiteral("100"));
+    QVERIFY(bench.find("txtAddressRS232")->toolTip().contains(QStringLiteral("simulated")));
+    bench.type("txtAddressRS232", QStringLiteral("12"));
+    QCOMPARE(bench.find("txtAddressRS232")->toolTip(), devices.path(12));
+    bench.type("txtAddressRS232", QStringLiteral("50"));
+    QVERIFY(bench.find("txtAddressRS232")->toolTip().contains(QStringLiteral("[Ports]")));
+    QVERIFY(bench.find("optParallelPort_0")->toolTip().contains(QStringLiteral("simulated")));
+}
+
+void TestPorts::thePresetOfTheAddressIsSelected_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<QByteArray>("option");
+    QTest::newRow("simulated") << QByteArray("0") << QByteArray("optParallelPort_0");
+    QTest::newRow("888") << QByteArray("888") << QByteArray("optParallelPort_1");
+    QTest::newRow("0x378") << QByteArray("&H378") << QByteArray("optParallelPort_1");
+    QTest::newRow("0x278") << QByteArray("&H278") << QByteArray("optParallelPort_2");
+    QTest::newRow("0x3BC") << QByteArray("&H3BC") << QByteArray("optParallelPort_3");
+}
+
+void TestPorts::thePresetOfTheAddressIsSelected()
+{
+    QFETCH(QByteArray, text);
+    QFETCH(QByteArray, option);
+    const Bench bench(address(text.constData()));
+    QVERIFY(bench.isChecked(option.constData()));
+    QCOMPARE(bench.text("txtAddressLPT"), QString());
+}
+
+void TestPorts::anotherAddressIsFree()
+{
+    const Bench bench(address("1000"));
+    QVERIFY(bench.isChecked("optParallelPort_4"));
+    QVERIFY(bench.caption("optParallelPort_4").startsWith(QStringLiteral("LPTx")));
+    QCOMPARE(bench.text("txtAddressLPT"), QStringLiteral("1000"));
+    QCOMPARE(bench.label("txtLPTHex"), QStringLiteral("(0x3E8)"));
+    // A card in a slot lies above what 16 bits with a sign count.
+    const Bench card(address("&HE010"));
+    QCOMPARE(card.text("txtAddressLPT"), QStringLiteral("57360"));
+    QCOMPARE(card.label("txtLPTHex"), QStringLiteral("(0xE010)"));
+}
+
+void TestPorts::presetsSetTheAddress_data()
+{
+    QTest::addColumn<QByteArray>("option");
+    QTest::addColumn<QString>("caption");
+    QTest::addColumn<QString>("written");
+    QTest::newRow("0") << QByteArray("optParallelPort_0") << QStringLiteral("LPT0 simulated (0x000)")
+                       << QStringLiteral("&H0");
+    QTest::newRow("1") << QByteArray("optParallelPort_1") << QStringLiteral("LPT1, port 888 (0x378)")
+                       << QStringLiteral("&H378");
+    QTest::newRow("2") << QByteArray("optParallelPort_2") << QStringLiteral("LPT2, port 632 (0x278)")
+                       << QStringLiteral("&H278");
+    QTest::newRow("3") << QByteArray("optParallelPort_3") << QStringLiteral("LPT3, port 956 (0x3BC)")
+                       << QStringLiteral("&H3BC");
+}
+
+void TestPorts::presetsSetTheAddress()
+{
+    QFETCH(QByteArray, option);
+    QFETCH(QString, caption);
+    QFETCH(QString, written);
+    Bench bench(address("1000"));
+    QCOMPARE(bench.caption(option.constData()), caption);
+    QCOMPARE(caption.mid(15, 3), QStringLiteral("(0x"));
+    bench.click(option.constData());
+    QCOMPARE(bench.applied("Parallel Port", "LPT"), written);
+}
+
+void TestPorts::theFreeAddressFollowsTheTyping()
+{
+    Bench bench(address("888"));
+    bench.type("txtAddressLPT", QStringLiteral("49152"));
+    QCOMPARE(bench.label("txtLPTHex"), QStringLiteral("(0xC000)"));
+    QVERIFY(bench.isChecked("optParallelPort_1"));
+    bench.type("txtAddressLPT", QStringLiteral("x"));
+    QCOMPARE(bench.label("txtLPTHex"), QStringLiteral("(0x0)"));
+    bench.find<QLineEdit>("txtAddressLPT")->clear();
+    QCOMPARE(bench.label("txtLPTHex"), QStringLiteral("(0x0)"));
+    bench.click("optParallelPort_4");
+    QCOMPARE(bench.text("txtAddressLPT"), QStringLiteral("888"));
+    QCOMPARE(bench.label("txtLPTHex"), QStringLiteral("(0x378)"));
+    bench.type("txtAddressLPT", QStringLiteral("1000"));
+    QCOMPARE(bench.desktop.beeps, 0);
+    bench.type("txtAddressLPT", QStringLiteral("99999"));
+    QCOMPARE(bench.text("txtAddressLPT"), QStringLiteral("65535"));
+    QCOMPARE(bench.desktop.beeps, 1);
+    bench.type("txtAddressLPT", QStringLiteral("1000"));
+    QCOMPARE(bench.applied("Parallel Port", "LPT"), QStringLiteral("&H3E8"));
+}
+
+void TestPorts::thePortIsSelected_data()
+{
+    QTest::addColumn<int>("number");
+    for (int number = 1; number <= 6; ++number)
+        QTest::addRow("COM%d", number) << number;
+}
+
+void TestPorts::thePortIsSelected()
+{
+    QFETCH(int, number);
+    Bench bench(port(number));
+    QVERIFY(bench.isChecked(QStringLiteral("optSerialPort_%1").arg(number).toUtf8().constData()));
+    QCOMPARE(bench.text("txtAddressRS232"), QString());
+    const int other = number == 6 ? 1 : number + 1;
+    bench.click(QStringLiteral("optSerialPort_%1").arg(other).toUtf8().constData());
+    QCOMPARE(bench.applied("Serial Port", "CommPort"), QString::number(other));
+}
+
+void TestPorts::aPortAboveSixIsFree()
+{
+    const Devices devices;
+    const Bench absent(devices.settings(port(9)));
+    QVERIFY(absent.isChecked("optSerialPort_7"));
+    QCOMPARE(absent.text("txtAddressRS232"), QStringLiteral("9"));
+    QCOMPARE(absent.label("lblAddressRS232"), QStringLiteral(" NOT available"));
+    devices.plug(9);
+    const Bench present(devices.settings(port(9)));
+    QCOMPARE(present.text("txtAddressRS232"), QStringLiteral("9"));
+    QCOMPARE(present.label("lblAddressRS232"), QString());
+}
+
+void TestPorts::typingWithoutSelectingOnlyLabels()
+{
+    const Devices devices;
+    Bench bench(devices.settings(port(3)));
+    bench.type("txtAddressRS232", QStringLiteral("12"));
+    QCOMPARE(bench.label("lblAddressRS232"), QStringLiteral(" NOT available"));
+    devices.plug(12);
+    bench.type("txtAddressRS232", QString());
+    bench.type("txtAddressRS232", QStringLiteral("12"));
+    QCOMPARE(bench.label("lblAddressRS232"), QString());
+    QVERIFY(bench.isChecked("optSerialPort_3"));
+    QCOMPARE(bench.applied("Serial Port", "CommPort"), QStringLiteral("3"));
+}
+
+void TestPorts::theFreePortFollowsTheTyping()
+{
+    Bench bench(port(9));
+    bench.type("txtAddressRS232", QStringLiteral("12"));
+    QCOMPARE(bench.applied("Serial Port", "CommPort"), QStringLiteral("12"));
+    Bench nonsense(port(9));
+    nonsense.type("txtAddressRS232", QStringLiteral("x7"));
+    QCOMPARE(nonsense.label("lblAddressRS232"), QStringLiteral(" NOT available"));
+    QCOMPARE(nonsense.applied("Serial Port", "CommPort"), QStringLiteral("0"));
+    QCOMPARE(nonsense.desktop.boxes.size(), 1); // the question
+}
+
+void TestPorts::theSimulatedBoardIsOffered()
+{
+    Bench bench(port(2));
+    bench.click("optSerialPort_7");
+    QCOMPARE(bench.text("txtAddressRS232"), QStringLiteral("100"));
+    QCOMPARE(bench.label("lblAddressRS232"), QString());
+    QCOMPARE(bench.applied("Serial Port", "CommPort"), QStringLiteral("100"));
+}
+
+void TestPorts::thePinsAreShown()
+{
+    Bench bench(address("0"));
+    QString shown;
+    QTimer::singleShot(0, qApp, [&shown] {
+        QWidget *window = QApplication::activeModalWidget();
+        shown = window ? window->objectName() : QString();
+        if (window)
+            QTest::keyClick(window, Qt::Key_Escape);
+    });
+    bench.click("cmdLPTpin");
+    QCOMPARE(shown, QStringLiteral("frmLPTpin"));
+    QVERIFY(bench.dialog->isVisible());
+}
+
+QTEST_MAIN(TestPorts)
+#include "test_ports.moc"

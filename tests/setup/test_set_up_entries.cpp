@@ -1,0 +1,264 @@
+// SPDX-License-Identifier: MIT
+#include "tests/support/locales.h"
+#include "tests/support/set_up_bench.h"
+
+#include <QScrollBar>
+
+using namespace calvorn;
+using calvorn::test::SetUpBench;
+
+namespace {
+
+constexpr char kSettings[] = "[Config]\r\nInterface=2\r\nDDS Device=AD9850\r\nDDS Xtal freq=80000000\r\n"
+                             "DDS Max freq=20000000\r\nDDS Min freq=1000\r\nADC Step=0.00244\r\n";
+
+struct Bench : SetUpBench
+{
+    explicit Bench(const char *page, const QByteArray &settings = kSettings)
+        : SetUpBench(settings)
+    {
+        click(page);
+    }
+
+    // What the box shows, and how often the system beeped, after this was typed.
+    void typed(const char *box, const QString &entry, const QString &shown, int beeps)
+    {
+        desktop.beeps = 0;
+        type(box, entry);
+        QCOMPARE(text(box), shown);
+        QCOMPARE(desktop.beeps, beeps);
+    }
+};
+
+} // namespace
+
+// What the text boxes and options of the set-up make of what is entered.
+class TestSetUpEntries : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void cleanup() { QLocale::setDefault(QLocale::c()); }
+
+    void clocks_data() { test::addLocaleRows(); }
+    void clocks();
+    void editingShowsNoGroups();
+    void limits();
+    void chipsHaveFramesAndMultipliers();
+    void theMultiplierOfTheAd9951();
+    void aClockBeyond32BitsIsToldInPlace();
+    void theStepInMillivolts_data() { test::addLocaleRows(); }
+    void theStepInMillivolts();
+    void theChannel();
+    void thePotentiometerRange();
+    void stepsOfAnOutput();
+    void returnTakesTheEntryOnly();
+};
+
+void TestSetUpEntries::clocks()
+{
+    QFETCH(QLocale, locale);
+    QLocale::setDefault(locale);
+    Bench bench("cmdDDS");
+    const auto shown = [&](const char *text) { return test::inLocale(locale, QString::fromLatin1(text)); };
+    bench.typed("txtClk9850", QStringLiteral("125000000"), shown("125,000,000"), 0);
+    QCOMPARE(bench.label("Label4"), shown("125,000,000"));
+    // Grouped as the locale groups; a narrow space is typed as a plain one.
+    QString grouped = shown("100,000,000");
+    for (QChar &c : grouped)
+        c = c.unicode() > 127 ? QChar(u' ') : c;
+    bench.typed("txtClk9850", grouped, shown("100,000,000"), 0);
+    // The mask shows six digits at least.
+    bench.typed("txtClk9850", QStringLiteral("1000000"), shown("1,000,000"), 0);
+    bench.typed("txtClk9850", QStringLiteral("5"), shown("1,000,000"), 1);
+    bench.typed("txtClk9850", QStringLiteral("2000000000"), shown("1,000,000,000"), 1);
+    bench.typed("txtClk9850", QStringLiteral("fast"), shown("1,000,000,000"), 1);
+    bench.typed("txtClk9850", QString(), shown("1,000,000,000"), 1);
+    bench.typed("txtClk9850", QStringLiteral("1e400"), shown("1,000,000,000"), 1);
+    QCOMPARE(bench.desktop.boxes.size(), 0);
+}
+
+void TestSetUpEntries::editingShowsNoGroups()
+{
+    Bench bench("cmdDDS");
+    for (const char *name : {"txtClk9850", "txtMaxFreq"}) {
+        bench.find("cmdDDS")->setFocus();
+        auto *box = bench.find<QLineEdit>(name);
+        QVERIFY(box->text().contains(u','));
+        box->setFocus();
+        QVERIFY(!box->text().contains(u','));
+        QTest::keyClick(box, Qt::Key_Tab);
+        QVERIFY(box->text().contains(u','));
+    }
+    QCOMPARE(bench.desktop.beeps, 0);
+}
+
+void TestSetUpEntries::limits()
+{
+    Bench bench("cmdDDS");
+    bench.typed("txtMaxFreq", QStringLiteral("26000000"), QStringLiteral("26,000,000"), 0);
+    QVERIFY(bench.label("Label10").contains(QStringLiteral("within the limits of the AD9850")));
+    bench.typed("txtMaxFreq", QStringLiteral("26000001"), QStringLiteral("26,000,001"), 0);
+    QVERIFY(bench.label("Label10").contains(QStringLiteral("Above 26,000,000 Hz")));
+    bench.typed("txtMaxFreq", QStringLiteral("3000000000"), QStringLiteral("2,147,483,647"), 1);
+    // There is room for a sweep between the two.
+    bench.typed("txtMaxFreq", QStringLiteral("1399"), QStringLiteral("001,400"), 1);
+    bench.typed("txtMinFreq", QStringLiteral("1001"), QStringLiteral("1,000"), 1);
+    bench.typed("txtMinFreq", QStringLiteral("0"), QStringLiteral("1"), 1);
+    bench.typed("txtMinFreq", QStringLiteral("-5"), QStringLiteral("1"), 1);
+    bench.typed("txtMinFreq", QStringLiteral("x"), QStringLiteral("1"), 1);
+    bench.typed("txtMinFreq", QStringLiteral("500.5"), QStringLiteral("500"), 0);
+}
+
+void TestSetUpEntries::chipsHaveFramesAndMultipliers()
+{
+    Bench bench("cmdDDS");
+    QVERIFY(!bench.isShown("frmAD9851"));
+    QVERIFY(!bench.isShown("frmAD9951"));
+    bench.click("optDDSselect_2");
+    QVERIFY(bench.isShown("frmAD9851"));
+    QVERIFY(!bench.isShown("frmAD9951"));
+    bench.typed("txtClk9851", QStringLiteral("30000000"), QStringLiteral("30,000,000"), 0);
+    QCOMPARE(bench.label("Label4"), QStringLiteral("30,000,000"));
+    bench.click("optDDSx6");
+    QCOMPARE(bench.label("Label4"), QStringLiteral("180,000,000"));
+    QVERIFY(bench.label("Label10").contains(QStringLiteral("within the limits of the AD9851")));
+    bench.click("optDDSselect_3");
+    QVERIFY(bench.isShown("frmAD9951"));
+    QVERIFY(!bench.isShown("frmAD9851"));
+    QCOMPARE(bench.text("txtClk9951"), QStringLiteral("30,000,000"));
+    QCOMPARE(bench.label("Label4"), QStringLiteral("30,000,000"));
+    bench.click("optDDSselect_2");
+    QCOMPARE(bench.label("Label4"), QStringLiteral("180,000,000"));
+    bench.click("cmdApply");
+    QCOMPARE(bench.folder.setting("Config", "DDS Device"), QStringLiteral("AD9851"));
+    QCOMPARE(bench.folder.setting("Config", "DDS Multiplier"), QStringLiteral("6"));
+}
+
+void TestSetUpEntries::theMultiplierOfTheAd9951()
+{
+    Bench bench("cmdDDS");
+    bench.click("optDDSselect_3");
+    bench.typed("txtClk9951", QStringLiteral("20000000"), QStringLiteral("20,000,000"), 0);
+    QVERIFY(bench.isChecked("optMultiplier_0"));
+    auto *factor = bench.find<QScrollBar>("HScroll1");
+    QCOMPARE(factor->minimum(), 4);
+    QCOMPARE(factor->maximum(), 20);
+    bench.click("optMultiplier_1");
+    QCOMPARE(bench.label("Label4"), QStringLiteral("80,000,000"));
+    factor->setFocus();
+    QTest::keyClick(factor, Qt::Key_Right);
+    QCOMPARE(bench.label("Label4"), QStringLiteral("100,000,000"));
+    QTest::keyClick(factor, Qt::Key_End);
+    QCOMPARE(bench.label("Label4"), QStringLiteral("400,000,000"));
+    bench.click("optMultiplier_0");
+    QCOMPARE(bench.label("Label4"), QStringLiteral("20,000,000"));
+    // Moving the bar is choosing it.
+    QTest::keyClick(factor, Qt::Key_Left);
+    QVERIFY(bench.isChecked("optMultiplier_1"));
+    bench.click("cmdApply");
+    QCOMPARE(bench.folder.setting("Config", "DDS Multiplier"), QStringLiteral("19"));
+}
+
+void TestSetUpEntries::aClockBeyond32BitsIsToldInPlace()
+{
+    Bench bench("cmdDDS");
+    bench.click("optDDSselect_3");
+    bench.type("txtClk9951", QStringLiteral("1000000000"));
+    bench.click("optMultiplier_1");
+    QCOMPARE(bench.label("Label4"), QStringLiteral("Overflow."));
+    QVERIFY(bench.label("Label10").contains(QStringLiteral("at most 400,000,000 Hz")));
+    QCOMPARE(bench.desktop.boxes.size(), 0);
+    bench.type("txtClk9951", QStringLiteral("100000000"));
+    QCOMPARE(bench.label("Label4"), QStringLiteral("400,000,000"));
+}
+
+void TestSetUpEntries::theStepInMillivolts()
+{
+    QFETCH(QLocale, locale);
+    QLocale::setDefault(locale);
+    Bench bench("cmdADC");
+    const auto shown = [&](const char *text) { return test::inLocale(locale, QString::fromLatin1(text)); };
+    QCOMPARE(bench.text("txtADCstep"), shown("2.440"));
+    // Either separator will do.
+    bench.typed("txtADCstep", QStringLiteral("4.883"), shown("4.883"), 0);
+    bench.typed("txtADCstep", QStringLiteral("9,766"), shown("9.766"), 0);
+    bench.typed("txtADCstep", QStringLiteral("-1"), shown("0.000"), 1);
+    bench.typed("txtADCstep", QStringLiteral("5000"), shown("1000.000"), 1);
+    bench.typed("txtADCstep", QStringLiteral("2.44"), shown("2.440"), 0);
+    bench.typed("txtADCstep", QStringLiteral("much"), shown("2.440"), 1);
+    bench.click("cmdApply");
+    QCOMPARE(bench.folder.setting("Config", "ADC Step"), QString(shown("0.00244")));
+}
+
+void TestSetUpEntries::theChannel()
+{
+    Bench bench("cmdADC");
+    bench.typed("txtADCchannel", QStringLiteral("7"), QStringLiteral("7"), 0);
+    bench.typed("txtADCchannel", QStringLiteral("8"), QStringLiteral("7"), 1);
+    bench.typed("txtADCchannel", QStringLiteral("-1"), QStringLiteral("0"), 1);
+    bench.typed("txtADCchannel", QStringLiteral("a"), QStringLiteral("0"), 1);
+    Bench vna("cmdADC", "[Config]\r\nInterface=3\r\nDDS Device=AD9951\r\n");
+    vna.typed("txtADCchannel", QStringLiteral("0"), QStringLiteral("1"), 1);
+    vna.typed("txtADCchannel", QStringLiteral("4"), QStringLiteral("3"), 1);
+}
+
+void TestSetUpEntries::thePotentiometerRange()
+{
+    Bench bench("cmdAux");
+    const auto *bar = bench.find<QScrollBar>("VScroll1");
+    QVERIFY(!bar->isEnabled());
+    bench.typed("txtVscrollMax", QStringLiteral("255"), QStringLiteral("255"), 0);
+    bench.typed("txtVScrollMin", QStringLiteral("16"), QStringLiteral("16"), 0);
+    QVERIFY(bar->isEnabled());
+    QCOMPARE(bar->minimum(), 16);
+    QCOMPARE(bar->maximum(), 255);
+    bench.typed("txtVscrollMax", QStringLiteral("256"), QStringLiteral("255"), 1);
+    bench.typed("txtVScrollMin", QStringLiteral("9"), QStringLiteral("9"), 0);
+    QCOMPARE(bar->minimum(), 9);
+    // At every key, not only when the box is left.
+    auto *box = bench.find<QLineEdit>("txtVscrollMax");
+    box->setFocus();
+    box->selectAll();
+    QTest::keyClicks(box, QStringLiteral("25"));
+    QCOMPARE(bar->maximum(), 25);
+    QTest::keyClicks(box, QStringLiteral("9"));
+    QCOMPARE(box->text(), QStringLiteral("255"));
+    QCOMPARE(bar->maximum(), 255);
+    QTest::keyClicks(box, QStringLiteral("x"));
+    QCOMPARE(box->text(), QStringLiteral("255"));
+}
+
+void TestSetUpEntries::stepsOfAnOutput()
+{
+    Bench bench("cmdAux");
+    QCOMPARE(bench.find("txtAux1_3")->toolTip(),
+             QStringLiteral("Enter the label or leave 'blank' to disable this button"));
+    QCOMPARE(bench.find("txtAux2Val_3")->toolTip(), QStringLiteral("Enter the value to be sent to the attenuator"));
+    // A ";" would divide the line of the file elsewhere.
+    bench.typed("txtAux1_3", QStringLiteral("a;b"), QStringLiteral("ab"), 0);
+    bench.typed("txtAux1Val_3", QStringLiteral("12"), QStringLiteral("12"), 0);
+    bench.typed("txtAux1Val_3", QStringLiteral("x"), QStringLiteral("12"), 1);
+    bench.typed("txtAux1Val_3", QStringLiteral("40000"), QStringLiteral("32767"), 1);
+    bench.typed("txtAux2Val_0", QStringLiteral("-4"), QStringLiteral("-4"), 0);
+    bench.typed("txtAux2Val_1", QStringLiteral("-40000"), QStringLiteral("-32768"), 1);
+    bench.click("cmdApply");
+    QCOMPARE(bench.folder.setting("Aux1", "Step 3"), QStringLiteral("ab;32767"));
+    QCOMPARE(bench.folder.setting("Aux2", "Step 0"), QStringLiteral("10dB;-4"));
+}
+
+void TestSetUpEntries::returnTakesTheEntryOnly()
+{
+    Bench bench("cmdDDS");
+    auto *box = bench.find<QLineEdit>("txtMaxFreq");
+    box->setFocus();
+    box->selectAll();
+    QTest::keyClicks(box, QStringLiteral("99"));
+    QTest::keyClick(box, Qt::Key_Return);
+    QCOMPARE(bench.desktop.beeps, 1);
+    QCOMPARE(bench.desktop.boxes.size(), 0);
+    QVERIFY(bench.dialog->isVisible());
+}
+
+QTEST_MAIN(TestSetUpEntries)
+#include "test_set_up_entries.moc"
