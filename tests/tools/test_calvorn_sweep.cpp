@@ -56,11 +56,14 @@ struct Tool
         errors = QString::fromUtf8(process.readAllStandardError()).split(u'\n', Qt::SkipEmptyParts);
         return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
     }
-    // The sentence with which the tool gave up.
+    // The sentence with which the tool gave up; a server that is ended may have its own last words.
     QString sentence() const
     {
         const QString prefix = QStringLiteral("calvorn-sweep: ");
-        return errors.isEmpty() || !errors.last().startsWith(prefix) ? QString() : errors.last().mid(prefix.size());
+        for (const QString &line : errors)
+            if (line.startsWith(prefix))
+                return line.mid(prefix.size());
+        return {};
     }
     int serversRunning() const
     {
