@@ -5,6 +5,8 @@
 #include "setup/frm_calibra_dds.h"
 #include "setup/frm_set_up.h"
 
+#include <QScreen>
+
 namespace calvorn {
 
 SetUpMenu::SetUpMenu(const Rooms &rooms, QWidget *window)
@@ -33,6 +35,11 @@ bool SetUpMenu::configure()
 {
     if (!m_setUp)
         m_setUp = new FrmSetUp(m_rooms.configuration, m_rooms.messages, m_rooms.boundary, m_window);
+    if (!m_window->isVisible()) {
+        // At a first start there is no window yet to stand over.
+        const QRect free = m_window->screen()->availableGeometry();
+        m_setUp->move(free.center() - QRect(QPoint(), m_setUp->sizeHint()).center());
+    }
     return m_setUp->exec() == QDialog::Accepted;
 }
 

@@ -27,10 +27,10 @@ AdcPage::AdcPage(const SetUpContext &context)
     form->addRow(tr("&Step - mV per count"), m_step->box());
     form->addRow(tr("C&hannel"), m_channel->box());
     form->addRow(m_offset);
-    auto *hint = new QLabel(tr("The step is the reference voltage of the converter divided by its counts: 2.5 V are "
+    auto *hint =
+        wrapping(new QLabel(tr("The step is the reference voltage of the converter divided by its counts: 2.5 V are "
                                "2.441 mV per count with 10 bits, and 9.766 mV with 8 bits."),
-                            this);
-    hint->setWordWrap(true);
+                            this));
     auto *right = new QVBoxLayout;
     right->addLayout(form);
     right->addWidget(hint);
@@ -80,7 +80,8 @@ void AdcPage::buildEntries()
 void AdcPage::fill()
 {
     for (std::size_t i = 0; i < m_optAdc.size(); ++i)
-        m_optAdc[i]->setChecked(values().adcDevice == QLatin1String(kAdcDevices[i]));
+        if (values().adcDevice == QLatin1String(kAdcDevices[i]))
+            select(m_optAdc[i]);
     m_step->show();
     m_channel->show();
     m_offset->setText(tr("Offset: ") + NumberText().masked(static_cast<double>(values().adcOffset), kMaskVolt) +

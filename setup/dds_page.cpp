@@ -31,9 +31,6 @@ DdsPage::DdsPage(const SetUpContext &context)
 {
     auto *left = new QVBoxLayout;
     left->addWidget(buildChips());
-    m_offset = named(new QLabel(this), QStringLiteral("lblOffsetDDS"),
-                     tr("Set with \"SetUp/Calibrate generator\", added to every frequency"));
-    left->addWidget(m_offset);
     left->addStretch();
     auto *right = new QVBoxLayout;
     right->addWidget(buildChipFrames());
@@ -176,14 +173,17 @@ QWidget *DdsPage::buildLimits()
         named(new QLabel(this), QStringLiteral("Label4"), tr("Reference clock × multiplier"), tr("System clock in Hz"));
     m_verdict =
         named(new QLabel(this), QStringLiteral("Label10"), tr("What the chip is made for"), tr("Limits of the chip"));
-    m_verdict->setWordWrap(true);
+    wrapping(m_verdict);
     m_verdict->setMinimumHeight(m_verdict->fontMetrics().lineSpacing() * 3);
     m_verdict->setAlignment(Qt::AlignTop);
+    m_offset = named(new QLabel(this), QStringLiteral("lblOffsetDDS"),
+                     tr("Set with \"SetUp/Calibrate generator\", added to every frequency"));
     auto *place = new QGroupBox(tr("Clock and limits"), this);
     auto *form = new QFormLayout(place);
     form->addRow(tr("System clock - Hz"), m_systemClock);
     form->addRow(tr("Ma&ximum frequency - Hz"), m_maximum->box());
     form->addRow(tr("Minimum frequenc&y - Hz"), m_minimum->box());
+    form->addRow(m_offset);
     form->addRow(m_verdict);
     m_systemClock->setAlignment(Qt::AlignRight);
     return place;
@@ -192,12 +192,13 @@ QWidget *DdsPage::buildLimits()
 void DdsPage::fill()
 {
     for (std::size_t chip = 0; chip < m_optChip.size(); ++chip)
-        m_optChip[chip]->setChecked(values().ddsDevice == QLatin1String(kDdsDevices[chip]));
+        if (values().ddsDevice == QLatin1String(kDdsDevices[chip]))
+            select(m_optChip[chip]);
     const std::int16_t multiplier = values().ddsMultiplier;
     const bool timesSix = m_optChip[Ad9851]->isChecked() && multiplier == kTimesSix;
     const bool multiplies = m_optChip[Ad9951]->isChecked() && multiplier > 1;
     m_timesSix->setChecked(timesSix);
-    m_optMultiplier[multiplies ? 1 : 0]->setChecked(true);
+    select(m_optMultiplier[multiplies ? 1 : 0]);
     {
         const QSignalBlocker quiet(m_multiplier);
         m_multiplier->setValue(multiplies ? multiplier : kLowestMultiplier);

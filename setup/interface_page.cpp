@@ -36,10 +36,10 @@ InterfacePage::InterfacePage(const SetUpContext &context)
         boundary().connect(button, &QPushButton::clicked, this, "cmdDefault_Click",
                            [this, index] { cmdDefault_Click(index); });
     }
-    auto *hint = new QLabel(tr("Without hardware: choose any interface, then a simulated board on the page \"Ports\": "
+    auto *hint =
+        wrapping(new QLabel(tr("Without hardware: choose any interface, then a simulated board on the page \"Ports\": "
                                "LPT0 for the parallel port, COM100 for the two others."),
-                            this);
-    hint->setWordWrap(true);
+                            this));
     grid->addWidget(hint, 3, 0, 1, 2, Qt::AlignBottom);
     grid->setColumnStretch(0, 1);
     grid->setRowStretch(3, 1);
@@ -47,13 +47,10 @@ InterfacePage::InterfacePage(const SetUpContext &context)
 
 void InterfacePage::fill()
 {
-    for (std::size_t i = 0; i < m_optInterface.size(); ++i) {
-        QRadioButton *option = m_optInterface[i];
-        // None is chosen where the file names an interface that there is not.
-        option->setAutoExclusive(false);
-        option->setChecked(values().interfaceType == static_cast<std::int16_t>(i + 1));
-        option->setAutoExclusive(true);
-    }
+    // None where the file names an interface that there is not.
+    for (std::size_t i = 0; i < m_optInterface.size(); ++i)
+        if (values().interfaceType == static_cast<std::int16_t>(i + 1))
+            select(m_optInterface[i]);
 }
 
 // A click on the option that is chosen already changes nothing: it would undo what was edited on the other pages.

@@ -185,12 +185,12 @@ void PortPage::selectParallelPort()
         if (presetAddress(m_optParallel[i]->text()) != address)
             continue;
         matched = true;
-        m_optParallel[i]->setChecked(true);
+        select(m_optParallel[i]);
     }
     if (matched)
         return;
     m_address->setText(NumberText::fromInteger(address));
-    m_optParallel[kFreeAddress]->setChecked(true);
+    select(m_optParallel[kFreeAddress]);
 }
 
 void PortPage::selectSerialPort()
@@ -198,10 +198,10 @@ void PortPage::selectSerialPort()
     const std::int16_t port = values().commPort;
     if (port > kFixedComPorts) {
         m_comNumber->setText(NumberText::fromInteger(port));
-        m_optSerial.back()->setChecked(true);
+        select(m_optSerial.back());
         m_comState->setText(ComPortExists(port) ? QString() : tr(" NOT available"));
     } else if (port > 0) {
-        m_optSerial[static_cast<std::size_t>(port - 1)]->setChecked(true);
+        select(m_optSerial[static_cast<std::size_t>(port - 1)]);
     }
 }
 

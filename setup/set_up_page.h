@@ -6,6 +6,8 @@
 #include "setup/set_up_values.h"
 
 #include <QGroupBox>
+#include <QLabel>
+#include <QRadioButton>
 
 namespace calvorn {
 
@@ -42,6 +44,22 @@ protected:
     const QString &iniPath() const { return m_context.configuration.iniPath; }
     Messages &messages() const { return m_context.messages; }
     ErrorBoundary &boundary() const { return m_context.boundary; }
+
+    // Checks an option and makes it the one of its group that the Tab key goes to.
+    static void select(QRadioButton *option)
+    {
+        option->setChecked(true);
+        for (QRadioButton *other : option->parentWidget()->findChildren<QRadioButton *>(Qt::FindDirectChildrenOnly))
+            other->setFocusPolicy(other == option ? Qt::StrongFocus : Qt::ClickFocus);
+    }
+
+    // A text that takes the width there is, and asks for none.
+    static QLabel *wrapping(QLabel *label)
+    {
+        label->setWordWrap(true);
+        label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+        return label;
+    }
 
     // Name, tool tip and accessible name of a control.
     template <typename Control>

@@ -59,14 +59,14 @@ QString RealProgram::setting(const char *section, const char *key) const
                              QString::fromLatin1(key));
 }
 
-bool RealProgram::start(const QStringList &environment)
+bool RealProgram::start(const QStringList &environment, const QString &titlePattern)
 {
     m_process = std::make_unique<QProcess>();
     m_process->setProcessChannelMode(QProcess::ForwardedChannels);
     QStringList variables = QProcess::systemEnvironment() + environment;
     m_process->setEnvironment(variables);
     m_process->start(m_folder.filePath(QStringLiteral("Calvorn")), QStringList());
-    m_window = waitForWindow(QStringLiteral("^Brenik - Calvorn"));
+    m_window = waitForWindow(titlePattern);
     if (m_window.isEmpty())
         return false;
     run(QStringLiteral("xdotool"), {QStringLiteral("windowactivate"), QStringLiteral("--sync"), m_window});
@@ -76,7 +76,7 @@ bool RealProgram::start(const QStringList &environment)
 
 bool RealProgram::waitForEnd(int milliseconds)
 {
-    return m_process->waitForFinished(milliseconds);
+    return m_process->state() == QProcess::NotRunning || m_process->waitForFinished(milliseconds);
 }
 
 void RealProgram::killHard()
@@ -133,6 +133,29 @@ qint64 RealProgram::serverPid() const
     return run(QStringLiteral("pgrep"), {QStringLiteral("-f"), m_folder.filePath(QStringLiteral("CalvornAsync"))})
         .section(u'\n', 0, 0)
         .toLongLong();
+}
+
+int curvePixels(const QImage &screen)
+{
+    int count = 0;
+    for (int y = 0; y < screen.height(); ++y)
+        for (int x = 0; x < screen.width(); ++x) {
+            const QColor colour = screen.pixelColor(x, y);
+            if (colour.red() > 200 && colour.green() > 200 && colour.blue() < 60)
+                ++count;
+        }
+    return count;
+}
+
+int highestCurveRow(const QImage &screen)
+{
+    for (int y = 0; y < screen.height(); ++y)
+        for (int x = 0; x < screen.width(); ++x) {
+            const QColor colour = screen.pixelColor(x, y);
+            if (colour.red() > 200 && colour.green() > 200 && colour.blue() < 60)
+                return y;
+        }
+    return screen.height();
 }
 
 } // namespace calvorn::test

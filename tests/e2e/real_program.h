@@ -32,8 +32,8 @@ public:
     QString folder() const { return m_folder.path(); }
     QString setting(const char *section, const char *key) const;
 
-    // Starts the program and waits for its window. False when none comes.
-    bool start(const QStringList &environment = {});
+    // Starts the program and waits for its first window. False when none comes.
+    bool start(const QStringList &environment = {}, const QString &titlePattern = QStringLiteral("^Brenik - Calvorn"));
     // Waits for the process to end by itself.
     bool waitForEnd(int milliseconds = 5000);
     qint64 pid() const { return m_process ? m_process->processId() : 0; }
@@ -62,5 +62,11 @@ private:
     std::unique_ptr<QProcess> m_process;
     QString m_window;
 };
+
+// Pixels of the curve's yellow anywhere on the screen.
+int curvePixels(const QImage &screen);
+
+// Row of the screen on which the curve's highest point lies; the curve of the filter rises, an empty one does not.
+int highestCurveRow(const QImage &screen);
 
 } // namespace calvorn::test

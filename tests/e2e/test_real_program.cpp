@@ -16,31 +16,6 @@ namespace {
 // A curve across the plot has more full-coloured pixels than this, antialiased as it is.
 constexpr int kCurve = 100;
 
-// Pixels of the curve's yellow anywhere on the screen.
-int curvePixels(const QImage &screen)
-{
-    int count = 0;
-    for (int y = 0; y < screen.height(); ++y)
-        for (int x = 0; x < screen.width(); ++x) {
-            const QColor colour = screen.pixelColor(x, y);
-            if (colour.red() > 200 && colour.green() > 200 && colour.blue() < 60)
-                ++count;
-        }
-    return count;
-}
-
-// Rows of the screen on which the curve's highest point lies; the curve of the filter rises, an empty one does not.
-int highestCurveRow(const QImage &screen)
-{
-    for (int y = 0; y < screen.height(); ++y)
-        for (int x = 0; x < screen.width(); ++x) {
-            const QColor colour = screen.pixelColor(x, y);
-            if (colour.red() > 200 && colour.green() > 200 && colour.blue() < 60)
-                return y;
-        }
-    return screen.height();
-}
-
 } // namespace
 
 class TestRealProgram : public QObject

@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: MIT
+#include "tests/e2e/real_program.h"
+#include "tests/support/program_folder.h"
+
+#include <QTest>
+
+using namespace calvorn::test;
+
+namespace {
+
+const QString kMainWindow = QStringLiteral("^Brenik - Calvorn  v2.0 - ");
+const QString kConfiguration = QStringLiteral("^Configuration$");
+
+// The prepared settings without a configuration: what is left is the default of each interface.
+QByteArray defaultsOnly()
+{
+    const QByteArray prepared = ProgramFolder::preparedSettings();
+    return prepared.mid(prepared.indexOf("[Interface1]"));
+}
+
+} // namespace
+
+// Whoever has just unpacked the program and owns no hardware, with keyboard and nothing else.
+class TestNewcomer : public QObject
+{
+    Q_OBJECT
+
+private:
+    WindowManager m_windowManager;
+
+    static void press(const RealProgram &program, const QStringList &keys)
+    {
+        program.keys(keys);
+        QTest::qWait(300);
+    }
+
+    // "Apply", and the question answered with Return; the program ends.
+    static void apply(RealProgram &program)
+    {
+        press(program, {QStringLiteral("alt+a")});
+        QVERIFY(!program.waitForWindow(QStringLiteral("^Brenik - Calvorn  v2.0$")).isEmpty());
+        press(program, {QStringLiteral("Return")});
+        QVERIFY(program.waitForEnd());
+        QCOMPARE(program.serversRunning(), 0);
+    }
+
+    // The pass band of the simulated filter rises from the bottom of the plot.
+    static void sweep(RealProgram &program)
+    {
+        QVERIFY(program.start({}, kMainWindow));
+        const int before = highestCurveRow(program.screenshot());
+        press(program, {QStringLiteral("F5")});
+        QTRY_VERIFY_WITH_TIMEOUT(highestCurveRow(program.screenshot()) < before - 80, 10000);
+        press(program, {QStringLiteral("F5"), QStringLiteral("ctrl+q")});
+        QVERIFY(program.waitForEnd());
+        QCOMPARE(program.serversRunning(), 0);
+    }
+
+private slots:
+    void noSettingsAtAll();
+    void serialBoards_data();
+    void serialBoards();
+};
+
+void TestNewcomer::noSettingsAtAll()
+{
+    RealProgram program({});
+    QVERIFY(QFile::remove(program.folder() + QStringLiteral("/Calvorn.ini")));
+    QVERIFY(program.start({}, kConfiguration));
+    press(program, {QStringLiteral("alt+p")});
+    // From the page buttons to the serial ports, the free number, the parallel ports; there one up to LPT0.
+    press(program, {QStringLiteral("Tab"), QStringLiteral("Tab"), QStringLiteral("Tab"), QStringLiteral("Up")});
+    press(program, {QStringLiteral("alt+d")});
+    press(program, {QStringLiteral("alt+s")});
+    program.typeText(QStringLiteral("2.44"));
+    apply(program);
+    QCOMPARE(program.setting("Parallel Port", "LPT"), QStringLiteral("&H0"));
+    QCOMPARE(program.setting("Config", "ADC Step"), QStringLiteral("0.00244"));
+    QCOMPARE(program.setting("Config", "DDS Device"), QStringLiteral("AD9850"));
+
+    // The offset of a file that has never been calibrated is 5 V; the simulated detector has none.
+    QVERIFY(program.start({}, kMainWindow));
+    press(program, {QStringLiteral("alt+s"), QStringLiteral("d")});
+    QVERIFY(!program.waitForWindow(QStringLiteral("^Detector calibration$")).isEmpty());
+    program.typeText(QStringLiteral("0"));
+    press(program, {QStringLiteral("alt+a"), QStringLiteral("Escape"), QStringLiteral("ctrl+q")});
+    QVERIFY(program.waitForEnd());
+    QCOMPARE(program.setting("Config", "ADC Offset"), QStringLiteral("0"));
+    sweep(program);
+}
+
+void TestNewcomer::serialBoards_data()
+{
+    QTest::addColumn<QString>("option");
+    QTest::addColumn<QString>("interfaceType");
+    QTest::newRow("PIC") << QStringLiteral("alt+c") << QStringLiteral("1");
+    QTest::newRow("MiniVNA") << QStringLiteral("alt+m") << QStringLiteral("3");
+}
+
+void TestNewcomer::serialBoards()
+{
+    QFETCH(QString, option);
+    QFETCH(QString, interfaceType);
+    RealProgram program(defaultsOnly());
+    QVERIFY(program.start({}, kConfiguration));
+    press(program, {option});
+    press(program, {QStringLiteral("alt+p")});
+    // COM6 is the default; below it stands the free number, which offers the simulated board.
+    press(program, {QStringLiteral("Tab"), QStringLiteral("Down")});
+    apply(program);
+    QCOMPARE(program.setting("Config", "Interface"), interfaceType);
+    QCOMPARE(program.setting("Serial Port", "CommPort"), QStringLiteral("100"));
+    sweep(program);
+}
+
+QTEST_MAIN(TestNewcomer)
+#include "test_newcomer.moc"
