@@ -89,8 +89,7 @@ void AuxPage::buildSteps(std::size_t output, QGridLayout *grid)
             caption, &QLineEdit::textEdited, this, "txtAux_Change",
             [this, output, step](const QString &text) { values().aux[output].captions[step] = text.trimmed(); });
     }
-    grid->setColumnStretch(1, 2);
-    grid->setColumnStretch(2, 1);
+    grid->setColumnStretch(1, 1);
 }
 
 NumberEntry *AuxPage::makeWeight(std::size_t output, std::size_t step)
@@ -98,6 +97,7 @@ NumberEntry *AuxPage::makeWeight(std::size_t output, std::size_t step)
     auto *box = named(new EntryBox(this), QStringLiteral("txtAux%1Val_%2").arg(output + 1).arg(step),
                       tr("Enter the value to be sent to the attenuator"),
                       tr("Output %1, value of step %2").arg(output + 1).arg(step));
+    box->setMaximumWidth(box->fontMetrics().horizontalAdvance(QStringLiteral("-00000000")));
     return new NumberEntry(box, NumberEntry::Kind::Whole,
                            {[this, output, step] { return values().aux[output].weights[step]; },
                             [this, output, step](double number) {

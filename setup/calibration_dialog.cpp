@@ -20,6 +20,7 @@ CalibrationDialog::CalibrationDialog(const Texts &texts, Configuration &configur
     , m_grid(new QGridLayout)
     , m_box(new QLineEdit(this))
     , m_nudge(new QScrollBar(Qt::Vertical, this))
+    , m_changeName(texts.boxName.toLatin1() + "_Change")
 {
     setObjectName(texts.name);
     setWindowTitle(texts.title);
@@ -55,7 +56,7 @@ void CalibrationDialog::buildEntry(const Texts &texts)
     m_grid->addWidget(m_box, 0, 1);
     m_grid->addWidget(m_nudge, 0, 2);
     m_grid->setColumnStretch(1, 1);
-    m_boundary.connect(m_box, &QLineEdit::textChanged, this, "txtOffset_Change", [this] {
+    m_boundary.connect(m_box, &QLineEdit::textChanged, this, m_changeName.constData(), [this] {
         if (m_busy)
             return;
         const QScopedValueRollback guard(m_busy, true);

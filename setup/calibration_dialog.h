@@ -72,7 +72,8 @@ private:
     QGridLayout *m_grid;
     QLineEdit *m_box;
     QScrollBar *m_nudge;
-    bool m_busy = false; // keeps the two change handlers from entering each other
+    QByteArray m_changeName; // of the text box's handler, for the error boundary
+    bool m_busy = false;     // keeps the two change handlers from entering each other
 };
 
 } // namespace calvorn

@@ -12,9 +12,11 @@ NumberEntry::NumberEntry(EntryBox *box, Kind kind, const Binding &binding, Messa
     , m_kind(kind)
     , m_binding(binding)
     , m_messages(messages)
+    , m_enterName(box->objectName().toLatin1() + "_GotFocus")
+    , m_leaveName(box->objectName().toLatin1() + "_LostFocus")
 {
-    boundary.connect(box, &EntryBox::gotFocus, this, "GotFocus", [this] { enter(); });
-    boundary.connect(box, &EntryBox::lostFocus, this, "LostFocus", [this] { leave(); });
+    boundary.connect(box, &EntryBox::gotFocus, this, m_enterName.constData(), [this] { enter(); });
+    boundary.connect(box, &EntryBox::lostFocus, this, m_leaveName.constData(), [this] { leave(); });
 }
 
 void NumberEntry::enter() const

@@ -43,6 +43,8 @@ private:
     Kind m_kind;
     Binding m_binding;
     Messages &m_messages;
+    QByteArray m_enterName; // of the handlers, for the error boundary
+    QByteArray m_leaveName;
 };
 
 } // namespace calvorn
