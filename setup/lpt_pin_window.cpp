@@ -139,7 +139,8 @@ void LptPinDrawing::paintPin(QPainter &painter, const PinUse &use) const
     painter.rotate(-90);
     painter.setPen(palette().color(unused ? QPalette::Disabled : QPalette::Active, QPalette::WindowText));
     const QRectF place(above ? 0 : -length, -pitch() / 2.0, length, pitch());
-    painter.drawText(place, (above ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter, labelOf(use));
+    const Qt::Alignment towardsPin = above ? Qt::AlignLeft : Qt::AlignRight;
+    painter.drawText(place, static_cast<int>(towardsPin | Qt::AlignVCenter), labelOf(use));
     painter.restore();
 }
 
