@@ -64,17 +64,14 @@ EntryBox *MarkerPanel::makeBox(const char *name, const QString &toolTip, const Q
     return box;
 }
 
-EntryBox *MarkerPanel::makeReadout(const char *name, const QString &toolTip, const QString &accessibleName)
+ReadOut *MarkerPanel::makeReadout(const char *name, const QString &toolTip, const QString &accessibleName)
 {
-    EntryBox *box = makeBox(name, toolTip, accessibleName);
-    box->setReadOnly(true);
-    box->setFocusPolicy(Qt::NoFocus);
-    // The colour of the window tells a read-out from a box to type into.
-    box->setBackgroundRole(QPalette::Window);
-    QPalette colours = box->palette();
-    colours.setColor(QPalette::Base, colours.color(QPalette::Window));
-    box->setPalette(colours);
-    return box;
+    auto *readOut = new ReadOut(this);
+    readOut->setObjectName(QString::fromLatin1(name));
+    readOut->setToolTip(toolTip);
+    readOut->setAccessibleName(accessibleName);
+    readOut->setText(QStringLiteral("0"));
+    return readOut;
 }
 
 void MarkerPanel::makeBoxes()

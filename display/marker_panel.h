@@ -6,6 +6,7 @@
 #include "display/sweep_graph.h"
 #include "platform/desktop.h"
 #include "platform/entry_box.h"
+#include "platform/read_out.h"
 
 #include <QLabel>
 #include <QPushButton>
@@ -84,7 +85,7 @@ signals:
 
 private:
     EntryBox *makeBox(const char *name, const QString &toolTip, const QString &accessibleName);
-    EntryBox *makeReadout(const char *name, const QString &toolTip, const QString &accessibleName);
+    ReadOut *makeReadout(const char *name, const QString &toolTip, const QString &accessibleName);
     void makeBoxes();
     void layOut();
     void addPair(QGridLayout *grid, int row, int column, const QString &caption, QWidget *first, QWidget *second);
@@ -119,15 +120,15 @@ private:
     SweepGraph &m_graph;
     Desktop &m_desktop;
     EntryBox *m_m1x = nullptr;
-    EntryBox *m_m1y = nullptr;
+    ReadOut *m_m1y = nullptr;
     EntryBox *m_m2x = nullptr;
-    EntryBox *m_m2y = nullptr;
-    EntryBox *m_m2m1 = nullptr;
+    ReadOut *m_m2y = nullptr;
+    ReadOut *m_m2m1 = nullptr;
     EntryBox *m_m3y = nullptr;
     EntryBox *m_m4y = nullptr;
-    EntryBox *m_m4m3 = nullptr;
-    EntryBox *m_x = nullptr;
-    EntryBox *m_y = nullptr;
+    ReadOut *m_m4m3 = nullptr;
+    ReadOut *m_x = nullptr;
+    ReadOut *m_y = nullptr;
     QLabel *m_unit = nullptr;
     QPushButton *m_copyM1 = nullptr;
     QPushButton *m_copyM2 = nullptr;

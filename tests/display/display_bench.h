@@ -63,7 +63,7 @@ struct DisplayBench
     {
         return window.findChild<Widget *>(name);
     }
-    QString text(const QString &name) { return find(name)->text(); }
+    QString text(const QString &name) { return find<QWidget>(name)->property("text").toString(); }
 
     // Types a text over the old one and leaves the box.
     void type(const QString &name, const QString &text)

@@ -326,7 +326,7 @@ private slots:
         DisplayBench bench;
         for (const char *name : {"txtM1X", "txtM1Y", "txtM2X", "txtM2Y", "txtM2M1", "txtM3Y", "txtM4Y", "txtM4M3",
                                  "txtX", "txtY", "txtMaxVolt", "txtMaxDb"}) {
-            QLineEdit *box = bench.find(QString::fromLatin1(name));
+            const auto *box = bench.find<QWidget>(QString::fromLatin1(name));
             QVERIFY2(box, name);
             QVERIFY2(!box->toolTip().isEmpty() && !box->accessibleName().isEmpty(), name);
         }

@@ -130,7 +130,7 @@ private slots:
         QCOMPARE(fired.size(), 1);
         // One procedure has drawn the curve and read out the markers (both at row 1 here).
         QCOMPARE(bench.panel.graph().curve().first(), QPointF(1.0, 1250.0));
-        QCOMPARE(bench.markers.findChild<QLineEdit *>(QStringLiteral("txtM1Y"))->text(), QStringLiteral("1.25"));
+        QCOMPARE(bench.text(QStringLiteral("txtM1Y")), QStringLiteral("1.25"));
         bench.panel.graph().armGraphTimer();
         QTRY_COMPARE(fired.size(), 2);
     }
