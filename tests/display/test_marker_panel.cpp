@@ -287,8 +287,8 @@ private slots:
     void aRebuiltTableHasNoReadouts()
     {
         DisplayBench bench;
-        bench.find(QStringLiteral("txtM1Y"))->setText(QStringLiteral("9"));
-        bench.find(QStringLiteral("txtM2Y"))->setText(QStringLiteral("9"));
+        bench.find<ReadOut>(QStringLiteral("txtM1Y"))->setText(QStringLiteral("9"));
+        bench.find<ReadOut>(QStringLiteral("txtM2Y"))->setText(QStringLiteral("9"));
         bench.table.inizializzaGrid();
         QCOMPARE(bench.text(QStringLiteral("txtM1Y")), QStringLiteral("0"));
         QCOMPARE(bench.text(QStringLiteral("txtM2Y")), QStringLiteral("0"));

@@ -24,7 +24,7 @@ public:
         return widget;
     }
 
-    QString text(const char *name) const { return find<QLineEdit>(name)->text(); }
+    QString text(const char *name) const { return find(name)->property("text").toString(); }
     QString label(const char *name) const { return find<QLabel>(name)->text(); }
     QString caption(const char *name) const { return find<QAbstractButton>(name)->text(); }
     bool isShown(const char *name) const { return find(name)->isVisible(); }
