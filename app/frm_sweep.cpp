@@ -69,7 +69,7 @@ void FrmSweep::composeControlColumn(QLayout *column)
     m_controls->buttonRow()->addWidget(exit);
     connect(exit, &QPushButton::clicked, this, &QWidget::close);
 
-    m_testPanel = new TestPanel(m_log, m_boundary, this);
+    m_testPanel = new TestPanel(m_configuration, m_table, m_messages, m_log, m_boundary, this);
     m_events = new DriverEvents(m_messages, m_log, m_boundary, *m_controls, m_conversion, *m_testPanel, this);
 
     for (QWidget *widget :
@@ -134,6 +134,9 @@ void FrmSweep::connectRooms()
                           }});
     m_boundary.connect(m_testPanel, &TestPanel::forcedStop, m_controls, "cmdSwStop_Click",
                        [this] { m_controls->cmdSwStop_Click(); });
+    m_testPanel->setHooks({[this] { m_graphPanel->drawScreen(); }, [graph] { graph->drawLine(); },
+                           [this] { m_range->aggiornaLblFrequenza(); }, [this] { m_markers->aggiornaLblMarkerX(); },
+                           [this] { m_markers->aggiornaLblMarkerY(); }});
     // What rewrites the configuration needs an idle generator.
     connect(m_controls, &SweepControls::idleCommandsEnabled, this, [this](bool enabled) {
         m_setUpMenu->menuAction()->setEnabled(enabled);
@@ -279,6 +282,8 @@ void FrmSweep::createDriver()
         return;
     setWindowTitle(m_driver->caption());
     m_controls->setDriver(m_driver);
+    m_testPanel->setDriver(m_driver);
+    connect(m_driver, &AcquisitionDriver::sweepForgotten, m_controls, &SweepControls::forgetSweep);
     m_setUp->setDriver(m_driver);
     m_events->connectDriver(m_driver);
     m_boundary.connect(m_driver, &AcquisitionDriver::hardwareReady, this, "hardwareReady", [this] {
