@@ -69,7 +69,7 @@ QString FrmAbout::interfaceText(const Configuration &c)
                tr("docs/hardware/lpt-board.md");
     case kInterfaceVna:
         return tr("MiniVNA connected to the USB port COM%1").arg(port) + u'\r' +
-               tr("Analyser design: its makers, with thanks") + u'\r' + tr("docs/hardware");
+               tr("Analyser design: its makers, with thanks") + u'\r' + tr("docs/hardware/minivna.md");
     default:
         return {};
     }

@@ -5,6 +5,7 @@
 #include "acquisition/lpt_driver.h"
 #include "app/frm_about.h"
 #include "app/frm_preferences.h"
+#include "app/help_desk.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -33,6 +34,7 @@ FrmSweep::FrmSweep(const QString &programFolder, Configuration &configuration, D
     , m_conversion(configuration, m_window, m_table)
 {
     setObjectName(QStringLiteral("frmSweep"));
+    m_help = new HelpDesk(programFolder + QStringLiteral("/Calvorn.qch"), m_messages, m_boundary, this);
     m_server.setParent(this);
     m_configuration.iniPath = programFolder + u'/' + QString::fromLatin1(kSettingsFileName);
     compose();
@@ -177,6 +179,9 @@ void FrmSweep::buildMenus()
                        [this] { mnuPreferences_Click(); });
 
     QMenu *help = menuBar()->addMenu(tr("&Help"));
+    help->setToolTipsVisible(true);
+    help->addActions(m_help->actions());
+    help->addSeparator();
     QAction *about = help->addAction(tr("&About"));
     about->setObjectName(QStringLiteral("mnuAbout"));
     m_boundary.connect(about, &QAction::triggered, this, "mnuAbout_Click", [this] { mnuAbout_Click(); });
@@ -329,6 +334,7 @@ void FrmSweep::releaseHardware()
         m_boundary.run("shutDown", [this] { m_driver->shutDown(); });
     }
     m_server.stop();
+    m_help->closeAll();
 }
 
 } // namespace calvorn
