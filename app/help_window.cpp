@@ -10,6 +10,7 @@
 #include <QHelpSearchQueryWidget>
 #include <QHelpSearchResultWidget>
 #include <QLineEdit>
+#include <QScreen>
 #include <QSplitter>
 #include <QStyle>
 #include <QTabWidget>
@@ -22,7 +23,8 @@ namespace {
 
 constexpr char kRoot[] = "qthelp://calvorn/help/";
 constexpr char kFirstPage[] = "index.html";
-constexpr QSize kStartSize(900, 620);
+constexpr QSize kStartSize(940, 620);
+constexpr QSize kFrame(8, 40); // what a window manager adds
 
 } // namespace
 
@@ -58,7 +60,7 @@ HelpWindow::HelpWindow(const QString &helpFile, QWidget *parent)
     m_engine->setUsesFilterEngine(true);
     m_usable = m_engine->setupData() && m_engine->registerDocumentation(helpFile) && m_engine->setupData();
     build();
-    resize(kStartSize);
+    resize(kStartSize.boundedTo(screen()->availableSize() - kFrame));
 }
 
 HelpWindow::~HelpWindow()
@@ -81,6 +83,9 @@ void HelpWindow::build()
             [this](const QUrl &link) { m_browser->setSource(link); });
     connect(m_engine->contentModel(), &QHelpContentModel::contentsCreated, this,
             [this] { m_engine->contentWidget()->expandAll(); });
+
+    // Whoever turns to a page wants to type or choose there.
+    connect(m_tabs, &QTabWidget::currentChanged, this, [this] { m_tabs->currentWidget()->setFocus(); });
 
     auto *splitter = new QSplitter(this);
     splitter->addWidget(m_tabs);
@@ -133,6 +138,7 @@ QWidget *HelpWindow::buildIndex()
     QHelpIndexWidget *index = m_engine->indexWidget();
     index->setObjectName(QStringLiteral("lstHelpIndex"));
     index->setAccessibleName(tr("Index of the help"));
+    page->setFocusProxy(filter);
     column->addWidget(filter);
     column->addWidget(index);
     connect(filter, &QLineEdit::textChanged, index, [index](const QString &text) { index->filterIndices(text); });
@@ -157,6 +163,7 @@ QWidget *HelpWindow::buildSearch()
     QHelpSearchEngine *search = m_engine->searchEngine();
     search->queryWidget()->setObjectName(QStringLiteral("frameHelpQuery"));
     search->resultWidget()->setObjectName(QStringLiteral("lstHelpResults"));
+    page->setFocusProxy(search->queryWidget()->findChild<QLineEdit *>());
     column->addWidget(search->queryWidget());
     column->addWidget(search->resultWidget(), 1);
     connect(search->queryWidget(), &QHelpSearchQueryWidget::search, search,

@@ -58,6 +58,7 @@ class TestBoardsByHand : public QObject
 
 private slots:
     void thePicIsSentItsCommands();
+    void thePicForgetsItsSweep();
     void thePicThatRefusesIsTold();
     void theParallelPortFollows();
     void theMiniVnaFollows();
@@ -81,6 +82,22 @@ void TestBoardsByHand::thePicIsSentItsCommands()
     QCOMPARE(bench.window.desktop.sleptMs, 1000);
     QCOMPARE(bench.window.configuration.msgResult, std::int16_t{-1});
     QCOMPARE(bench.window.window->findChild<SweepControls *>()->sweepState(), SweepControls::kIdle);
+    QCOMPARE(bench.window.desktop.boxes.size(), 0);
+}
+
+void TestBoardsByHand::thePicForgetsItsSweep()
+{
+    const Bench bench(settings(kInterfacePic));
+    const auto *controls = bench.window.window->findChild<SweepControls *>();
+    bench.window.click("cmdStart");
+    QCOMPARE(controls->sweepState(), SweepControls::kSweeping);
+    // While it sweeps the board hears nothing but its end.
+    QCOMPARE(bench.after("cmdReset"), QStringList());
+    QCOMPARE(bench.window.configuration.msgResult, std::int16_t{0});
+    QCOMPARE(controls->sweepState(), SweepControls::kIdle);
+    QVERIFY(bench.window.isShown("cmdStop"));
+    bench.window.click("cmdStop");
+    QTRY_VERIFY(bench.window.isShown("cmdStart"));
     QCOMPARE(bench.window.desktop.boxes.size(), 0);
 }
 

@@ -185,6 +185,8 @@ void TestHelpWindow::theSearchFindsAWord()
     inHelp<QTabWidget>("tabHelp")->setCurrentIndex(2);
     auto *engine = helpWindow()->findChild<QHelpSearchEngine *>();
     auto *query = inHelp<QHelpSearchQueryWidget>("frameHelpQuery");
+    // Whoever turns to the search can type at once.
+    QVERIFY(query->isAncestorOf(helpWindow()->focusWidget()));
     const auto hits = [&] {
         query->setSearchInput(QStringLiteral("ModemManager"));
         emit query->search();
