@@ -74,6 +74,26 @@ public:
     // code: 0 standard, 1 slow, 2 very slow, 3 detector calibration. Only the parallel port has speeds.
     virtual void setSpeed(std::int16_t code) { Q_UNUSED(code) }
 
+    // --- generator and modes by hand, from the test panel ---
+
+    // Puts the generator on the start frequency: as an output, and as the start of a sweep. What the hardware refuses
+    // is told to the user.
+    virtual void sendFrequency() = 0;
+    virtual void sendStartFrequency() { sendFrequency(); }
+
+    // Tells the generator the step of a sweep, where it takes one by itself.
+    virtual void sendStepFrequency() {}
+
+    // Brings the generator back to its first state and puts it on kResetFrequency. May block for more than a second.
+    virtual void resetGenerator() = 0;
+
+    // What the instrument measures now; empty where it measures one thing only.
+    virtual QString modeCaption() const { return {}; }
+
+    // Goes from the mode of this caption to the next one, whose caption is returned. Any other caption comes back, and
+    // the present mode is sent again.
+    virtual QString nextMode(const QString &present) { return present; }
+
     // --- calibration, while no sweep runs ---
 
     // Whether tryOffset() acts on the hardware at once.
@@ -101,6 +121,9 @@ signals:
     void aErrore(std::int16_t tipoErrore, const QString &descrizione);
     // 400 detector counts; the first belongs to the start frequency.
     void aVettore(const QVector<int> &vettore);
+
+    // A reset has made the board forget its sweep: no aComplete is to be waited for.
+    void sweepForgotten();
 
     // The start-up has got as far as an open port.
     void portOpened();
@@ -185,6 +208,9 @@ private:
 
 // The longest that one call may take; a server that needs longer hangs.
 inline constexpr int kCallTimeoutMs = 3000;
+
+// Where a reset leaves the generator, Hz.
+inline constexpr std::int32_t kResetFrequency = 1000000;
 
 // Code and text of the error event for a server that died in mid-sweep.
 inline constexpr std::int16_t kErrorServerEnded = 100;

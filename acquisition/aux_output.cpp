@@ -62,6 +62,7 @@ void AuxOutput::buildPotentiometer()
     m_potentiometerValue = new QLabel(QStringLiteral("0"), this);
     m_potentiometerValue->setObjectName(QStringLiteral("lblPot2"));
     m_potentiometerValue->setToolTip(tr("Position of the potentiometer"));
+    m_potentiometerValue->setAccessibleName(tr("Position of the potentiometer"));
     grid->addWidget(m_potentiometer, 0, 5, 2, 1, Qt::AlignRight);
     grid->addWidget(m_potentiometerValue, 0, 6, 2, 1, Qt::AlignVCenter);
     m_boundary.connect(m_potentiometer, &QScrollBar::valueChanged, this, "VScrollPot2_Change",
@@ -147,9 +148,8 @@ void AuxOutput::setUpPotentiometer()
 
 void AuxOutput::restore()
 {
-    if (!m_enabled)
-        return;
-    sendValue();
+    if (m_enabled)
+        sendValue();
     if (m_hasPotentiometer)
         VScrollPot2_Change();
 }

@@ -103,6 +103,17 @@ void LptDriver::parkAtChangedStart()
     setFrequency(configuration().startFreq);
 }
 
+void LptDriver::sendFrequency()
+{
+    setFrequency(configuration().startFreq);
+}
+
+void LptDriver::resetGenerator()
+{
+    resetDevice();
+    setFrequency(kResetFrequency);
+}
+
 void LptDriver::sweepCompleted()
 {
     if (isServerUp())

@@ -23,6 +23,8 @@ public:
     void stopSweep(std::int16_t reason) override;
     void replanSweep() override;
     void parkAtChangedStart() override;
+    void sendFrequency() override;
+    void resetGenerator() override;
     void sweepCompleted() override;
     void setSpeed(std::int16_t code) override;
     bool triesOffsets() const override { return true; }

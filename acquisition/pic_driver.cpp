@@ -6,6 +6,12 @@
 
 namespace calvorn {
 
+namespace {
+
+constexpr int kResetMs = 1000; // what the board needs to start again
+
+} // namespace
+
 PicDriver::PicDriver(const DriverContext &context, QObject *parent)
     : AcquisitionDriver(context, QStringLiteral("/aPIC"), parent)
 {
@@ -68,15 +74,48 @@ void PicDriver::stopSweep(std::int16_t reason)
 
 void PicDriver::parkAtChangedStart()
 {
-    if (!sendFrequency(QStringLiteral("B"), configuration().startFreq))
-        messages().warn(tr("Frequency not iniatized."));
+    sendOrWarn(QStringLiteral("B"), configuration().startFreq, tr("Frequency not iniatized."));
+}
+
+void PicDriver::sendFrequency()
+{
+    sendOrWarn(QStringLiteral("A"), configuration().startFreq, tr("DDS frequency not initialized"));
+}
+
+void PicDriver::sendStartFrequency()
+{
+    sendOrWarn(QStringLiteral("B"), configuration().startFreq, tr("Start frequency not initialized"));
+}
+
+void PicDriver::sendStepFrequency()
+{
+    sendOrWarn(QStringLiteral("D"), configuration().stepFreq, tr("Step frequency not initialized"));
+}
+
+void PicDriver::resetGenerator()
+{
+    sendAndNote(QStringLiteral("*"), 0);
+    emit sweepForgotten();
+    messages().desktop().sleep(kResetMs);
+    sendAndNote(QStringLiteral("A"), kResetFrequency);
+}
+
+void PicDriver::sendOrWarn(const QString &command, std::int32_t hertz, const QString &warning)
+{
+    if (!sendFrequency(command, hertz))
+        messages().warn(warning);
+}
+
+// Whether the board took it stands in msgResult, and is not shown.
+void PicDriver::sendAndNote(const QString &command, std::int32_t hertz)
+{
+    configuration().msgResult = sendFrequency(command, hertz) ? -1 : 0;
 }
 
 void PicDriver::shutDown()
 {
     ignoringErrors([this] { stopSweep(2); });
-    ignoringErrors(
-        [this] { configuration().msgResult = sendFrequency(QStringLiteral("A"), configuration().startFreq) ? -1 : 0; });
+    ignoringErrors([this] { sendAndNote(QStringLiteral("A"), configuration().startFreq); });
     ignoringErrors([this] { closePort(); });
 }
 

@@ -22,6 +22,10 @@ public:
     bool startSweep() override;
     void stopSweep(std::int16_t reason) override;
     void parkAtChangedStart() override;
+    void sendFrequency() override;
+    void sendStartFrequency() override;
+    void sendStepFrequency() override;
+    void resetGenerator() override;
     void shutDown() override;
 
     // ----
@@ -41,6 +45,8 @@ protected:
 
 private:
     PicProxy &proxy();
+    void sendOrWarn(const QString &command, std::int32_t hertz, const QString &warning);
+    void sendAndNote(const QString &command, std::int32_t hertz);
 
     PicProxy *m_proxy = nullptr;
 };

@@ -57,6 +57,9 @@ public:
     // What aComplete of every driver does to the controls.
     void sweepCompleted();
 
+    // A sweep that has been forgotten by the board: the next start does not wait for its end.
+    void forgetSweep() { m_sweepState = kIdle; }
+
     // The window closes: a start that waits for the end of an earlier sweep gives up, and no plan follows.
     void abandonWaiting();
 

@@ -74,6 +74,40 @@ void VnaDriver::parkAtChangedStart()
     setMode(window().vnaMode);
 }
 
+void VnaDriver::sendFrequency()
+{
+    setFrequency(configuration().startFreq);
+}
+
+void VnaDriver::resetGenerator()
+{
+    setFrequency(kResetFrequency);
+}
+
+// Mode k at index k - 1.
+QStringList VnaDriver::modeCaptions()
+{
+    return {tr("Angle"), tr("RetLoss"), tr("DUT")};
+}
+
+QString VnaDriver::modeCaption() const
+{
+    const QStringList captions = modeCaptions();
+    const int index = window().vnaMode - 1;
+    return index >= 0 && index < captions.size() ? captions[index] : captions.last();
+}
+
+QString VnaDriver::nextMode(const QString &present)
+{
+    const QStringList captions = modeCaptions();
+    const qsizetype index = captions.indexOf(present);
+    const qsizetype next = (index + 1) % captions.size();
+    if (index >= 0)
+        window().vnaMode = static_cast<std::int16_t>(next + 1);
+    setMode(window().vnaMode);
+    return index >= 0 ? captions[next] : present;
+}
+
 void VnaDriver::tryOffset(double hertz)
 {
     setOffset(hertz);

@@ -22,6 +22,10 @@ public:
     bool startSweep() override;
     void stopSweep(std::int16_t reason) override;
     void parkAtChangedStart() override;
+    void sendFrequency() override;
+    void resetGenerator() override;
+    QString modeCaption() const override;
+    QString nextMode(const QString &present) override;
     bool triesOffsets() const override { return true; }
     void tryOffset(double hertz) override;
     std::optional<double> detectorVolts(double triedOffset, const SweepTable &table) override;
@@ -45,6 +49,7 @@ protected:
     bool configureHardware() override;
 
 private:
+    static QStringList modeCaptions();
     VnaProxy &proxy();
 
     VnaProxy *m_proxy = nullptr;

@@ -45,8 +45,7 @@ FrmAbout::FrmAbout(const Configuration &configuration, QWidget *parent)
     addText(grid, "Label6", tr("DAC Device:"), 2, 0);
     m_detector = addText(grid, "lblDAC", QString(), 2, 1);
     addText(grid, "Label1", tr("Made by the Calvorn authors for radio amateurs."), 3, 0, 2);
-    addText(grid, "Label2", tr("Calvorn comes without any warranty: check what you connect before you switch it on."),
-            4, 0, 2);
+    addText(grid, "Label2", tr("Without any warranty. Check your wiring before you switch on."), 4, 0, 2);
     addText(grid, "Label5", tr("Free to use, change and pass on under the terms of the MIT licence."), 5, 0, 2);
     auto *exit = new QPushButton(tr("EXIT"), this);
     exit->setObjectName(QStringLiteral("cmdExit"));
@@ -69,7 +68,7 @@ QString FrmAbout::interfaceText(const Configuration &c)
                tr("docs/hardware/lpt-board.md");
     case kInterfaceVna:
         return tr("MiniVNA connected to the USB port COM%1").arg(port) + u'\r' +
-               tr("Analyser design: its makers, with thanks") + u'\r' + tr("docs/hardware");
+               tr("Analyser design: its makers, with thanks") + u'\r' + tr("docs/hardware/minivna.md");
     default:
         return {};
     }

@@ -5,6 +5,7 @@
 #include "acquisition/lpt_driver.h"
 #include "app/frm_about.h"
 #include "app/frm_preferences.h"
+#include "app/help_desk.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -33,6 +34,7 @@ FrmSweep::FrmSweep(const QString &programFolder, Configuration &configuration, D
     , m_conversion(configuration, m_window, m_table)
 {
     setObjectName(QStringLiteral("frmSweep"));
+    m_help = new HelpDesk(programFolder + QStringLiteral("/Calvorn.qch"), m_messages, m_boundary, this);
     m_server.setParent(this);
     m_configuration.iniPath = programFolder + u'/' + QString::fromLatin1(kSettingsFileName);
     compose();
@@ -69,7 +71,7 @@ void FrmSweep::composeControlColumn(QLayout *column)
     m_controls->buttonRow()->addWidget(exit);
     connect(exit, &QPushButton::clicked, this, &QWidget::close);
 
-    m_testPanel = new TestPanel(m_log, m_boundary, this);
+    m_testPanel = new TestPanel(m_configuration, m_table, m_messages, m_log, m_boundary, this);
     m_events = new DriverEvents(m_messages, m_log, m_boundary, *m_controls, m_conversion, *m_testPanel, this);
 
     for (QWidget *widget :
@@ -134,6 +136,9 @@ void FrmSweep::connectRooms()
                           }});
     m_boundary.connect(m_testPanel, &TestPanel::forcedStop, m_controls, "cmdSwStop_Click",
                        [this] { m_controls->cmdSwStop_Click(); });
+    m_testPanel->setHooks({[this] { m_graphPanel->drawScreen(); }, [graph] { graph->drawLine(); },
+                           [this] { m_range->aggiornaLblFrequenza(); }, [this] { m_markers->aggiornaLblMarkerX(); },
+                           [this] { m_markers->aggiornaLblMarkerY(); }});
     // What rewrites the configuration needs an idle generator.
     connect(m_controls, &SweepControls::idleCommandsEnabled, this, [this](bool enabled) {
         m_setUpMenu->menuAction()->setEnabled(enabled);
@@ -174,6 +179,9 @@ void FrmSweep::buildMenus()
                        [this] { mnuPreferences_Click(); });
 
     QMenu *help = menuBar()->addMenu(tr("&Help"));
+    help->setToolTipsVisible(true);
+    help->addActions(m_help->actions());
+    help->addSeparator();
     QAction *about = help->addAction(tr("&About"));
     about->setObjectName(QStringLiteral("mnuAbout"));
     m_boundary.connect(about, &QAction::triggered, this, "mnuAbout_Click", [this] { mnuAbout_Click(); });
@@ -279,6 +287,8 @@ void FrmSweep::createDriver()
         return;
     setWindowTitle(m_driver->caption());
     m_controls->setDriver(m_driver);
+    m_testPanel->setDriver(m_driver);
+    connect(m_driver, &AcquisitionDriver::sweepForgotten, m_controls, &SweepControls::forgetSweep);
     m_setUp->setDriver(m_driver);
     m_events->connectDriver(m_driver);
     m_boundary.connect(m_driver, &AcquisitionDriver::hardwareReady, this, "hardwareReady", [this] {
@@ -324,6 +334,7 @@ void FrmSweep::releaseHardware()
         m_boundary.run("shutDown", [this] { m_driver->shutDown(); });
     }
     m_server.stop();
+    m_help->closeAll();
 }
 
 } // namespace calvorn

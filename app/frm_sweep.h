@@ -27,6 +27,7 @@ namespace calvorn {
 
 class FrmAbout;
 class FrmPreferences;
+class HelpDesk;
 
 // The main window: composes the rooms, and holds the order of start-up and shutdown.
 class FrmSweep : public QMainWindow
@@ -95,6 +96,7 @@ private:
     QMenu *m_setUpMenu = nullptr;
     FrmAbout *m_about = nullptr;
     FrmPreferences *m_preferences = nullptr;
+    HelpDesk *m_help = nullptr;
 };
 
 } // namespace calvorn

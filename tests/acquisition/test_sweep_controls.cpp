@@ -37,6 +37,8 @@ public:
     void stopSweep(std::int16_t reason) override { calls.append(QStringLiteral("stop %1").arg(reason)); }
     void replanSweep() override { calls.append(QStringLiteral("replan")); }
     void parkAtChangedStart() override { calls.append(QStringLiteral("park")); }
+    void sendFrequency() override { calls.append(QStringLiteral("frequency")); }
+    void resetGenerator() override { calls.append(QStringLiteral("reset")); }
     void setSpeed(std::int16_t code) override { calls.append(QStringLiteral("speed %1").arg(code)); }
     void shutDown() override {}
 

@@ -3,6 +3,7 @@
 #include "core/number_text.h"
 #include "tests/support/fake_server_control.h"
 #include "tests/support/locales.h"
+#include "tests/support/watched.h"
 #include "tests/support/while_modal.h"
 #include "tests/support/window_bench.h"
 
@@ -69,28 +70,6 @@ void calibrate(const WindowBench &bench, const char *entry, const std::function<
 
 constexpr char kGenerator[] = "mnuCalibraDDS";
 constexpr char kDetector[] = "mnuCalibraDetector";
-
-// The frequencies that the watched server's generator has made.
-class Watched
-{
-public:
-    Watched() { qputenv("CALVORN_WATCHED", path().toUtf8()); }
-
-    static QString program() { return QCoreApplication::applicationDirPath() + QStringLiteral("/watched_server"); }
-
-    double last() const
-    {
-        QFile file(path());
-        if (!file.open(QIODevice::ReadOnly))
-            return 0.0;
-        return file.readAll().trimmed().split('\n').last().toDouble();
-    }
-
-private:
-    QString path() const { return m_folder.filePath(QStringLiteral("frequencies")); }
-
-    QTemporaryDir m_folder;
-};
 
 void fillTable(const WindowBench &bench)
 {
@@ -314,8 +293,8 @@ void TestCalibration::theSimulatedGeneratorFollows()
 {
     QFETCH(int, interfaceType);
     QFETCH(double, resolution);
-    const Watched generator;
-    const WindowBench bench(Watched::program(), settings(interfaceType));
+    const test::Watched generator;
+    const WindowBench bench(test::Watched::program(), settings(interfaceType));
     QVERIFY2(bench.desktop.boxes.isEmpty(), qPrintable(bench.desktop.lastText()));
     const auto makes = [&](double hertz) {
         const bool made = QTest::qWaitFor([&] { return std::abs(generator.last() - hertz) <= resolution / 2 + 1e-6; });

@@ -93,7 +93,7 @@ void TestControls::theTabKeyFollowsTheEye()
     WindowBench bench(m_server.program(), kSettings);
     QStringList order;
     bench.find("txtStart")->setFocus();
-    for (int i = 0; i < 40; ++i) {
+    for (int i = 0; i < 60; ++i) {
         const QWidget *focused = QApplication::focusWidget();
         QVERIFY(focused);
         if (order.contains(focused->objectName()))
@@ -101,12 +101,16 @@ void TestControls::theTabKeyFollowsTheEye()
         order.append(focused->objectName());
         QTest::keyClick(const_cast<QWidget *>(focused), Qt::Key_Tab);
     }
-    const QStringList expected{QStringLiteral("txtStart"),  QStringLiteral("txtStop"),    QStringLiteral("optSpeed_0"),
-                               QStringLiteral("cmdStart"),  QStringLiteral("cmdExit"),    QStringLiteral("lstLOG"),
-                               QStringLiteral("cmdSwStop"), QStringLiteral("txtMaxVolt"), QStringLiteral("picSweep"),
-                               QStringLiteral("cmdView_1"), QStringLiteral("cmdView_2"),  QStringLiteral("cmdView_3"),
-                               QStringLiteral("txtM1X"),    QStringLiteral("txtM2X"),     QStringLiteral("txtM3Y"),
-                               QStringLiteral("txtM4Y"),    QStringLiteral("cmdCopyM1"),  QStringLiteral("cmdCopyM2")};
+    const QStringList expected{
+        QStringLiteral("txtStart"),   QStringLiteral("txtStop"),      QStringLiteral("optSpeed_0"),
+        QStringLiteral("cmdStart"),   QStringLiteral("cmdExit"),      QStringLiteral("lstLOG"),
+        QStringLiteral("cmdFreqDDS"), QStringLiteral("cmdFreqStart"), QStringLiteral("cmdFreqStep"),
+        QStringLiteral("cmdReset"),   QStringLiteral("cmdDraw"),      QStringLiteral("cmdClear"),
+        QStringLiteral("cmdMisura"),  QStringLiteral("cmdSwStop"),    QStringLiteral("txtMaxVolt"),
+        QStringLiteral("picSweep"),   QStringLiteral("cmdView_1"),    QStringLiteral("cmdView_2"),
+        QStringLiteral("cmdView_3"),  QStringLiteral("txtM1X"),       QStringLiteral("txtM2X"),
+        QStringLiteral("txtM3Y"),     QStringLiteral("txtM4Y"),       QStringLiteral("cmdCopyM1"),
+        QStringLiteral("cmdCopyM2")};
     // Controls between these are welcome; their order is what counts.
     QStringList found;
     for (const QString &name : order) {
@@ -121,6 +125,7 @@ void TestControls::nothingIsCutOff_data()
     QTest::addColumn<QSize>("size");
     QTest::newRow("at the start") << QSize(800, 600);
     QTest::newRow("a small screen") << QSize(1024, 570);
+    QTest::newRow("a netbook") << QSize(1024, 600);
     QTest::newRow("a large screen") << QSize(1900, 1050);
 }
 

@@ -28,7 +28,7 @@ struct Bench
     SampleConversion conversion{configuration, window, table};
     ServerProcess server{test::FakeServerControl::program()};
     SweepControls controls{configuration, messages, log, boundary};
-    TestPanel testPanel{log, boundary};
+    TestPanel testPanel{configuration, table, messages, log, boundary};
     DriverEvents events{messages, log, boundary, controls, conversion, testPanel};
     Driver driver{DriverContext{configuration, window, messages, log, server}};
     QSignalSpy cancelled{&events, &DriverEvents::cancelled};

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "app/frm_preferences.h"
 
+#include "tests/support/fake_server_control.h"
 #include "tests/support/program_folder.h"
+#include "tests/support/while_modal.h"
+#include "tests/support/window_bench.h"
 
 #include <QPushButton>
 #include <QSignalSpy>
@@ -12,6 +15,9 @@ using namespace calvorn;
 class TestPreferences : public QObject
 {
     Q_OBJECT
+
+private:
+    test::FakeServerControl m_server;
 
 private slots:
     void theCaptionNamesTheLowestLevel()
@@ -46,6 +52,31 @@ private slots:
         QCOMPARE(folder.setting("Calvorn", "Cursor mode"), QStringLiteral("1"));
         QCOMPARE(chosen.count(), 1);
         QCOMPARE(chosen.first().first().toBool(), true);
+    }
+
+    void theLinesOfTheCursorAppearAtOnce()
+    {
+        const test::WindowBench bench(m_server.program(),
+                                      "[Config]\r\nInterface=2\r\nDDS Device=AD9851\r\n[Calvorn]\r\nCursor mode=0\r\n");
+        const SweepGraph &graph = *bench.window->findChild<SweepGraph *>();
+        const auto shown = [&] {
+            return std::pair(graph.line(GraphItem::CursorH).visible, graph.line(GraphItem::CursorV).visible);
+        };
+        QCOMPARE(shown(), std::pair(false, false));
+        const auto choose = [&](const char *option) {
+            test::whileModal([option](QWidget &dialog) {
+                auto *button = dialog.findChild<QRadioButton *>(QString::fromLatin1(option));
+                QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(10, button->height() / 2));
+                QTest::mouseClick(dialog.findChild<QPushButton *>(QStringLiteral("cmdExit")), Qt::LeftButton);
+            });
+            bench.window->findChild<QAction *>(QStringLiteral("mnuPreferences"))->trigger();
+        };
+        choose("optCursor_1");
+        QCOMPARE(shown(), std::pair(true, true));
+        QCOMPARE(bench.folder.setting("Calvorn", "Cursor mode"), QStringLiteral("1"));
+        choose("optCursor_0");
+        QCOMPARE(shown(), std::pair(false, false));
+        QCOMPARE(bench.folder.setting("Calvorn", "Cursor mode"), QStringLiteral("0"));
     }
 };
 

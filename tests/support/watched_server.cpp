@@ -1,17 +1,22 @@
 // SPDX-License-Identifier: MIT
-// The acquisition server with its own drivers and simulated boards, which writes down every frequency that the
-// generator of a board makes: one number in Hz for each change, into the file that CALVORN_WATCHED names.
+// The acquisition server with its own drivers and simulated boards, which writes down what the boards are made to do,
+// one event a line, into the file that CALVORN_WATCHED names: each frequency of a generator, each byte latched into the
+// outputs, each position of the potentiometers, and each command on a serial line.
 #include "platform/lpt_wiring.h"
+#include "server/boards/pic_board.h"
 #include "server/boards/pty_board.h"
 #include "server/boards/simulated_parallel_port.h"
-#include "server/boards/simulator_settings.h"
 #include "server/boards/vna_board.h"
 #include "server/drivers/lpt_driver.h"
+#include "server/drivers/pic_driver.h"
+#include "server/drivers/pic_frames.h"
+#include "server/drivers/serial_opener.h"
 #include "server/drivers/vna_driver.h"
 #include "server/links/line_settings.h"
 #include "server/links/serial_link.h"
 
 #include "lpt_adaptor.h"
+#include "pic_adaptor.h"
 #include "vna_adaptor.h"
 
 #include <QCoreApplication>
@@ -24,11 +29,21 @@
 
 #include <unistd.h>
 
+#include <utility>
+
 using namespace calvorn;
 
 namespace {
 
 constexpr int kVnaSweepBytes = 1600;
+
+// Appends one event to the record: "Hz 1000000.000000", "outputs 5 0", "pot 128 0" or "said A1000000".
+void record(const QByteArray &event)
+{
+    QFile file(qEnvironmentVariable("CALVORN_WATCHED"));
+    if (file.open(QIODevice::Append))
+        file.write(event + '\n');
+}
 
 class Watch
 {
@@ -38,9 +53,7 @@ public:
         if (hertz == m_last)
             return;
         m_last = hertz;
-        QFile file(qEnvironmentVariable("CALVORN_WATCHED"));
-        if (file.open(QIODevice::Append))
-            file.write(QByteArray::number(hertz, 'f', 6) + '\n');
+        record("Hz " + QByteArray::number(hertz, 'f', 6));
     }
 
 private:
@@ -55,17 +68,54 @@ public:
     void writeData(std::uint8_t value) override
     {
         SimulatedParallelPort::writeData(value);
-        m_watch.see(dds().output().hertz);
+        look();
+    }
+
+    void writeControl(std::uint8_t value) override
+    {
+        SimulatedParallelPort::writeControl(value);
+        look();
     }
 
 private:
+    void look()
+    {
+        m_watch.see(dds().output().hertz);
+        if (std::exchange(m_latches, latches().latches()) != m_latches)
+            record("outputs " + QByteArray::number(latches().aux1()) + ' ' + QByteArray::number(latches().aux2()));
+        if (std::exchange(m_stops, pot().stops()) != m_stops)
+            record("pot " + QByteArray::number(pot().wiper(0)) + ' ' + QByteArray::number(pot().wiper(1)));
+    }
+
     Watch m_watch;
+    std::uint64_t m_latches = 0;
+    int m_stops = 0;
 };
 
-class WatchedVna : public VnaBoard
+// What the host says is recorded line by line; "!" needs no end of a line.
+template <typename Board>
+class ListeningBoard : public Board
 {
 public:
-    using VnaBoard::VnaBoard;
+    using Board::Board;
+
+    void receive(std::uint8_t byte) override
+    {
+        if (byte != '\r')
+            m_line.append(static_cast<char>(byte));
+        if (byte == '\r' || byte == '!')
+            record("said " + std::exchange(m_line, QByteArray()));
+        Board::receive(byte);
+    }
+
+private:
+    QByteArray m_line;
+};
+
+class WatchedVna : public ListeningBoard<VnaBoard>
+{
+public:
+    using ListeningBoard::ListeningBoard;
 
     std::optional<std::uint8_t> nextByte() override
     {
@@ -81,8 +131,8 @@ private:
 // The board goes with its line.
 struct WatchedLine
 {
-    explicit WatchedLine(const SimulatorSettings &settings)
-        : board(std::make_unique<WatchedVna>(settings), settings, kVnaSweepBytes)
+    WatchedLine(std::unique_ptr<SerialBoard> made, const SimulatorSettings &settings, int sweepBytes)
+        : board(std::move(made), settings, sweepBytes)
         , link(board.devicePath(), parseLineSettings(QStringLiteral("115200,N,8,1")))
     {
     }
@@ -91,11 +141,11 @@ struct WatchedLine
     SerialLink link;
 };
 
-std::shared_ptr<ByteLink> openWatchedVna(const QString &iniPath)
+template <typename Board>
+std::shared_ptr<ByteLink> openWatched(const QString &iniPath, int sweepBytes)
 {
-    SimulatorSettings settings = readSimulatorSettings(iniPath);
-    settings.clockHz = 400e6;
-    auto line = std::make_shared<WatchedLine>(settings);
+    const SimulatorSettings settings = readSerialSimulatorSettings(iniPath);
+    auto line = std::make_shared<WatchedLine>(std::make_unique<Board>(settings), settings, sweepBytes);
     return {line, &line->link};
 }
 
@@ -106,8 +156,11 @@ int main(int argc, char **argv)
     QCoreApplication application(argc, argv);
     const QString iniPath = QCoreApplication::applicationDirPath() + QStringLiteral("/Calvorn.ini");
     LptDriver lpt([&](int) { return OpenedPort(std::make_unique<WatchedPort>(readSimulatorSettings(iniPath))); });
-    VnaDriver vna([&](int, const auto &) { return openWatchedVna(iniPath); });
+    VnaDriver vna([&](int, const auto &) { return openWatched<WatchedVna>(iniPath, kVnaSweepBytes); });
+    PicDriver pic([&](int, const auto &) { return openWatched<ListeningBoard<PicBoard>>(iniPath, kPicFrameBytes); },
+                  [&] { return readConfiguredClock(iniPath); });
     new LptAdaptor(&lpt);
+    new PicAdaptor(&pic);
     new VnaAdaptor(&vna);
 
     const QTemporaryDir folder;
@@ -116,6 +169,7 @@ int main(int argc, char **argv)
     QObject::connect(&server, &QDBusServer::newConnection, &application, [&](const QDBusConnection &connection) {
         client = connection;
         client.registerObject(QStringLiteral("/aLPT"), &lpt, QDBusConnection::ExportAdaptors);
+        client.registerObject(QStringLiteral("/aPIC"), &pic, QDBusConnection::ExportAdaptors);
         client.registerObject(QStringLiteral("/aVNA"), &vna, QDBusConnection::ExportAdaptors);
     });
     const QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);

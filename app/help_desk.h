@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "core/error_boundary.h"
+
+#include <QAction>
+#include <QPointer>
+
+namespace calvorn {
+
+class HelpWindow;
+
+// Opens the help: its contents from the menu, and with F1 the page about the window in front, be it a dialog or a
+// message box. There is one help window; it can be read while a dialog waits.
+class HelpDesk : public QObject
+{
+    Q_OBJECT
+
+public:
+    // helpFile: the compiled help; told to be missing when it is asked for.
+    HelpDesk(const QString &helpFile, Messages &messages, ErrorBoundary &boundary, QWidget *window);
+    ~HelpDesk() override;
+
+    // mnuHelpContent, mnuHelpWindow.
+    const QList<QAction *> &actions() const { return m_actions; }
+
+    // Closes the help window, if there is one; at shutdown.
+    void closeAll();
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    QAction *addAction(const char *name, const QString &text, const QString &tip);
+    void mnuHelpContent_Click();
+    void openPageOf(QWidget *inFront);
+    HelpWindow *openWindow(QWidget *inFront);
+    void liftAbove(QWidget *owner);
+
+    QString m_helpFile;
+    Messages &m_messages;
+    ErrorBoundary &m_boundary;
+    QWidget *m_window;
+    QList<QAction *> m_actions;
+    QPointer<HelpWindow> m_help;
+};
+
+} // namespace calvorn

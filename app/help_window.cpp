@@ -1,0 +1,188 @@
+// SPDX-License-Identifier: MIT
+#include "app/help_window.h"
+
+#include <QAction>
+#include <QHelpContentWidget>
+#include <QHelpEngine>
+#include <QHelpIndexWidget>
+#include <QHelpLink>
+#include <QHelpSearchEngine>
+#include <QHelpSearchQueryWidget>
+#include <QHelpSearchResultWidget>
+#include <QLineEdit>
+#include <QScreen>
+#include <QSplitter>
+#include <QStyle>
+#include <QTabWidget>
+#include <QToolBar>
+#include <QVBoxLayout>
+
+namespace calvorn {
+
+namespace {
+
+constexpr char kRoot[] = "qthelp://calvorn/help/";
+constexpr char kFirstPage[] = "index.html";
+constexpr QSize kStartSize(940, 620);
+constexpr QSize kFrame(8, 40); // what a window manager adds
+
+} // namespace
+
+HelpBrowser::HelpBrowser(const QHelpEngine &engine, QWidget *parent)
+    : QTextBrowser(parent)
+    , m_engine(engine)
+{
+    setObjectName(QStringLiteral("txtHelp"));
+    setAccessibleName(tr("Page of the help"));
+    setOpenExternalLinks(false);
+}
+
+QVariant HelpBrowser::loadResource(int type, const QUrl &name)
+{
+    Q_UNUSED(type)
+    const QUrl url = source().resolved(name);
+    return url.scheme() == u"qthelp" ? m_engine.fileData(url) : QByteArray();
+}
+
+void HelpBrowser::doSetSource(const QUrl &url, QTextDocument::ResourceType type)
+{
+    if (source().resolved(url).scheme() == u"qthelp")
+        QTextBrowser::doSetSource(url, type);
+}
+
+HelpWindow::HelpWindow(const QString &helpFile, QWidget *parent)
+    : QWidget(parent, Qt::Window)
+    , m_engine(new QHelpEngine(m_folder.filePath(QStringLiteral("help.qhc")), this))
+{
+    setObjectName(QStringLiteral("frmHelp"));
+    setWindowTitle(tr("Calvorn Help"));
+    m_engine->setReadOnly(false);
+    m_engine->setUsesFilterEngine(true);
+    m_usable = m_engine->setupData() && m_engine->registerDocumentation(helpFile) && m_engine->setupData();
+    build();
+    resize(kStartSize.boundedTo(screen()->availableSize() - kFrame));
+}
+
+HelpWindow::~HelpWindow()
+{
+    // Its views ask the engine until the very end.
+    delete m_tabs;
+}
+
+void HelpWindow::build()
+{
+    m_browser = new HelpBrowser(*m_engine, this);
+    m_tabs = new QTabWidget(this);
+    m_tabs->setObjectName(QStringLiteral("tabHelp"));
+    m_engine->contentWidget()->setAccessibleName(tr("Contents of the help"));
+    m_engine->contentWidget()->setObjectName(QStringLiteral("lstHelpContents"));
+    m_tabs->addTab(m_engine->contentWidget(), tr("&Contents"));
+    m_tabs->addTab(buildIndex(), tr("&Index"));
+    m_tabs->addTab(buildSearch(), tr("&Search"));
+    connect(m_engine->contentWidget(), &QHelpContentWidget::linkActivated, m_browser,
+            [this](const QUrl &link) { m_browser->setSource(link); });
+    connect(m_engine->contentModel(), &QHelpContentModel::contentsCreated, this,
+            [this] { m_engine->contentWidget()->expandAll(); });
+
+    // Whoever turns to a page wants to type or choose there.
+    connect(m_tabs, &QTabWidget::currentChanged, this, [this] { m_tabs->currentWidget()->setFocus(); });
+
+    auto *splitter = new QSplitter(this);
+    splitter->addWidget(m_tabs);
+    splitter->addWidget(m_browser);
+    splitter->setStretchFactor(1, 1);
+    splitter->setSizes({250, 650});
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins(4, 0, 4, 4);
+    column->addWidget(buildToolBar());
+    column->addWidget(splitter, 1);
+}
+
+QToolBar *HelpWindow::buildToolBar()
+{
+    auto *bar = new QToolBar(this);
+    const auto add = [&](const char *name, QStyle::StandardPixmap icon, const QString &text,
+                         const QKeySequence &shortcut) {
+        QAction *action = bar->addAction(style()->standardIcon(icon), text);
+        action->setObjectName(QString::fromLatin1(name));
+        action->setShortcut(shortcut);
+        action->setToolTip(text + QStringLiteral(" (") + shortcut.toString(QKeySequence::NativeText) + u')');
+        return action;
+    };
+    QAction *back = add("mnuHelpBack", QStyle::SP_ArrowBack, tr("Back"), QKeySequence(Qt::ALT | Qt::Key_Left));
+    QAction *forward =
+        add("mnuHelpForward", QStyle::SP_ArrowForward, tr("Forward"), QKeySequence(Qt::ALT | Qt::Key_Right));
+    QAction *first =
+        add("mnuHelpFirst", QStyle::SP_FileDialogContentsView, tr("First page"), QKeySequence(Qt::ALT | Qt::Key_Home));
+    QAction *close = add("mnuHelpClose", QStyle::SP_DialogCloseButton, tr("Close"), QKeySequence(Qt::Key_Escape));
+    for (QAction *action : {back, forward})
+        action->setEnabled(false);
+    connect(back, &QAction::triggered, m_browser, &QTextBrowser::backward);
+    connect(forward, &QAction::triggered, m_browser, &QTextBrowser::forward);
+    connect(first, &QAction::triggered, this, &HelpWindow::showContents);
+    connect(close, &QAction::triggered, this, &QWidget::close);
+    connect(m_browser, &QTextBrowser::backwardAvailable, back, &QAction::setEnabled);
+    connect(m_browser, &QTextBrowser::forwardAvailable, forward, &QAction::setEnabled);
+    return bar;
+}
+
+QWidget *HelpWindow::buildIndex()
+{
+    auto *page = new QWidget(this);
+    auto *column = new QVBoxLayout(page);
+    auto *filter = new QLineEdit(page);
+    filter->setObjectName(QStringLiteral("txtHelpIndex"));
+    filter->setPlaceholderText(tr("Look for"));
+    filter->setAccessibleName(tr("Word to look for in the index"));
+    filter->setClearButtonEnabled(true);
+    QHelpIndexWidget *index = m_engine->indexWidget();
+    index->setObjectName(QStringLiteral("lstHelpIndex"));
+    index->setAccessibleName(tr("Index of the help"));
+    page->setFocusProxy(filter);
+    column->addWidget(filter);
+    column->addWidget(index);
+    connect(filter, &QLineEdit::textChanged, index, [index](const QString &text) { index->filterIndices(text); });
+    connect(filter, &QLineEdit::returnPressed, index, &QHelpIndexWidget::activateCurrentItem);
+    connect(index, &QHelpIndexWidget::documentActivated, this,
+            [this](const QHelpLink &document) { m_browser->setSource(document.url); });
+    connect(index, &QHelpIndexWidget::documentsActivated, this, &HelpWindow::openDocuments);
+    return page;
+}
+
+// Of several pages with one keyword the first is shown.
+void HelpWindow::openDocuments(const QList<QHelpLink> &documents)
+{
+    if (!documents.isEmpty())
+        m_browser->setSource(documents.first().url);
+}
+
+QWidget *HelpWindow::buildSearch()
+{
+    auto *page = new QWidget(this);
+    auto *column = new QVBoxLayout(page);
+    QHelpSearchEngine *search = m_engine->searchEngine();
+    search->queryWidget()->setObjectName(QStringLiteral("frameHelpQuery"));
+    search->resultWidget()->setObjectName(QStringLiteral("lstHelpResults"));
+    page->setFocusProxy(search->queryWidget()->findChild<QLineEdit *>());
+    column->addWidget(search->queryWidget());
+    column->addWidget(search->resultWidget(), 1);
+    connect(search->queryWidget(), &QHelpSearchQueryWidget::search, search,
+            [search] { search->search(search->queryWidget()->searchInput()); });
+    connect(search->resultWidget(), &QHelpSearchResultWidget::requestShowLink, m_browser,
+            [this](const QUrl &link) { m_browser->setSource(link); });
+    search->reindexDocumentation();
+    return page;
+}
+
+void HelpWindow::showPage(const QString &page)
+{
+    m_browser->setSource(QUrl(QString::fromLatin1(kRoot) + page));
+}
+
+void HelpWindow::showContents()
+{
+    m_tabs->setCurrentIndex(0);
+    showPage(QString::fromLatin1(kFirstPage));
+}
+
+} // namespace calvorn

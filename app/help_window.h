@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QTemporaryDir>
+#include <QTextBrowser>
+#include <QWidget>
+
+class QHelpEngine;
+class QHelpLink;
+class QTabWidget;
+class QToolBar;
+
+namespace calvorn {
+
+// Shows the pages of a help file, and nothing from anywhere else.
+class HelpBrowser : public QTextBrowser
+{
+    Q_OBJECT
+
+public:
+    explicit HelpBrowser(const QHelpEngine &engine, QWidget *parent = nullptr);
+
+    QVariant loadResource(int type, const QUrl &name) override;
+
+protected:
+    // Links that lead out of the help do nothing.
+    void doSetSource(const QUrl &url, QTextDocument::ResourceType type) override;
+
+private:
+    const QHelpEngine &m_engine;
+};
+
+// The help: contents, index and search on the left, the page on the right.
+//
+// What the library has to keep beside a help file, among it the index of the search, stands in a temporary folder: the
+// program folder may be one that nobody can write into.
+class HelpWindow : public QWidget
+{
+    Q_OBJECT
+
+public:
+    // helpFile: the compiled help, which must be there.
+    explicit HelpWindow(const QString &helpFile, QWidget *parent = nullptr);
+    ~HelpWindow() override;
+
+    // Whether the help file could be opened.
+    bool isUsable() const { return m_usable; }
+
+    // page: "setup.html" or "setup.html#ports".
+    void showPage(const QString &page);
+    // The first page, with the contents in front.
+    void showContents();
+
+private:
+    void build();
+    QWidget *buildIndex();
+    QWidget *buildSearch();
+    QToolBar *buildToolBar();
+    void openDocuments(const QList<QHelpLink> &documents);
+
+    QTemporaryDir m_folder;
+    QHelpEngine *m_engine;
+    HelpBrowser *m_browser = nullptr;
+    QTabWidget *m_tabs = nullptr;
+    bool m_usable = false;
+};
+
+} // namespace calvorn

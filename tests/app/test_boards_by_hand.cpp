@@ -1,0 +1,270 @@
+// SPDX-License-Identifier: MIT
+// The buttons of the test panel and the auxiliary outputs, up to what they make the simulated boards do.
+#include "tests/support/interface_settings.h"
+#include "tests/support/watched.h"
+#include "tests/support/window_bench.h"
+
+#include <QScrollBar>
+
+using namespace calvorn;
+using calvorn::test::WindowBench;
+
+namespace {
+
+// Settings of one interface, changed here and there: {"section", "key", "value"}.
+QByteArray settings(std::int16_t interfaceType, const QList<std::array<const char *, 3>> &changes = {})
+{
+    const test::ProgramFolder scratch({}, test::crystalSettings(interfaceType));
+    for (const auto &[section, key, value] : changes)
+        scratch.set(section, key, QString::fromLatin1(value));
+    QFile file(scratch.iniPath());
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+// The window with the real drivers behind it; what the boards did at the start is forgotten.
+struct Bench
+{
+    explicit Bench(const QByteArray &ini)
+        : window(test::Watched::program(), ini)
+    {
+        atStart = boards.events();
+        boards.forget();
+    }
+
+    // What the boards have been made to do by this button.
+    QStringList after(const char *button, const QString &kind = {}) const
+    {
+        boards.forget();
+        window.click(button);
+        return boards.events(kind);
+    }
+
+    test::Watched boards;
+    WindowBench window;
+    QStringList atStart;
+};
+
+QStringList vnaCommand(const char *word)
+{
+    return {QStringLiteral("said 0"), QStringLiteral("said ") + QString::fromLatin1(word), QStringLiteral("said 1"),
+            QStringLiteral("said 0")};
+}
+
+} // namespace
+
+class TestBoardsByHand : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void thePicIsSentItsCommands();
+    void thePicForgetsItsSweep();
+    void thePicThatRefusesIsTold();
+    void theParallelPortFollows();
+    void theMiniVnaFollows();
+    void theMiniVnaChangesItsMode();
+    void otherInterfacesHaveNoModes();
+    void everyBoxReachesItsLatch_data();
+    void everyBoxReachesItsLatch();
+    void storedOutputsAreThereAtStartUp();
+    void thePotentiometerFollows();
+    void outputsOfOtherInterfacesDoNotReact();
+};
+
+void TestBoardsByHand::thePicIsSentItsCommands()
+{
+    const Bench bench(settings(kInterfacePic));
+    QCOMPARE(bench.after("cmdFreqDDS"), QStringList{QStringLiteral("said A8950000")});
+    QCOMPARE(bench.after("cmdFreqStart"), QStringList{QStringLiteral("said B8950000")});
+    QCOMPARE(bench.after("cmdFreqStep"), QStringList{QStringLiteral("said D250")});
+    QCOMPARE(bench.window.desktop.sleptMs, 0);
+    QCOMPARE(bench.after("cmdReset"), (QStringList{QStringLiteral("said *"), QStringLiteral("said A1000000")}));
+    QCOMPARE(bench.window.desktop.sleptMs, 1000);
+    QCOMPARE(bench.window.configuration.msgResult, std::int16_t{-1});
+    QCOMPARE(bench.window.window->findChild<SweepControls *>()->sweepState(), SweepControls::kIdle);
+    QCOMPARE(bench.window.desktop.boxes.size(), 0);
+}
+
+void TestBoardsByHand::thePicForgetsItsSweep()
+{
+    const Bench bench(settings(kInterfacePic));
+    const auto *controls = bench.window.window->findChild<SweepControls *>();
+    bench.window.click("cmdStart");
+    QCOMPARE(controls->sweepState(), SweepControls::kSweeping);
+    // While it sweeps the board hears nothing but its end.
+    QCOMPARE(bench.after("cmdReset"), QStringList());
+    QCOMPARE(bench.window.configuration.msgResult, std::int16_t{0});
+    QCOMPARE(controls->sweepState(), SweepControls::kIdle);
+    QVERIFY(bench.window.isShown("cmdStop"));
+    bench.window.click("cmdStop");
+    QTRY_VERIFY(bench.window.isShown("cmdStart"));
+    QCOMPARE(bench.window.desktop.boxes.size(), 0);
+}
+
+void TestBoardsByHand::thePicThatRefusesIsTold()
+{
+    Bench bench(settings(kInterfacePic, {{"Simulator", "Fault", "refuse"}}));
+    test::FakeDesktop &desktop = bench.window.desktop;
+    desktop.boxes.clear();
+    desktop.beeps = 0;
+    bench.window.click("cmdFreqDDS");
+    QCOMPARE(desktop.lastText(), QStringLiteral("DDS frequency not initialized"));
+    bench.window.click("cmdFreqStart");
+    QCOMPARE(desktop.lastText(), QStringLiteral("Start frequency not initialized"));
+    bench.window.click("cmdFreqStep");
+    QCOMPARE(desktop.lastText(), QStringLiteral("Step frequency not initialized"));
+    QCOMPARE(desktop.boxes.size(), 3);
+    for (const auto &box : desktop.boxes) {
+        QCOMPARE(box.icon, BoxIcon::Warning);
+        QCOMPARE(box.title, QString::fromLatin1(kApplicationTitle));
+    }
+    bench.window.click("cmdReset");
+    QCOMPARE(desktop.boxes.size(), 3);
+    QCOMPARE(bench.window.configuration.msgResult, std::int16_t{0});
+    QCOMPARE(desktop.beeps, 0);
+}
+
+void TestBoardsByHand::theParallelPortFollows()
+{
+    const Bench bench(settings(kInterfaceLpt));
+    // The reset line stops the generator before it comes up again.
+    const QStringList reset = bench.after("cmdReset");
+    QCOMPARE(reset.first(), QStringLiteral("Hz 0.000000"));
+    QVERIFY(std::abs(bench.boards.last() - 1e6) < 0.05);
+    for (const char *button : {"cmdFreqDDS", "cmdFreqStart"}) {
+        QCOMPARE(bench.after(button, QStringLiteral("Hz")).size(), 1);
+        QVERIFY(std::abs(bench.boards.last() - 8950000.0) < 0.05);
+        bench.window.click("cmdReset");
+    }
+    QCOMPARE(bench.after("cmdFreqStep"), QStringList());
+    QCOMPARE(bench.window.desktop.boxes.size(), 0);
+    QCOMPARE(bench.window.desktop.sleptMs, 0);
+}
+
+void TestBoardsByHand::theMiniVnaFollows()
+{
+    const Bench bench(settings(kInterfaceVna));
+    const QString said = QStringLiteral("said");
+    bench.after("cmdReset");
+    QTRY_COMPARE(bench.boards.events(said), vnaCommand("10737418"));
+    QTRY_VERIFY(std::abs(bench.boards.last() - 1e6) < 0.05);
+    for (const char *button : {"cmdFreqDDS", "cmdFreqStart"}) {
+        bench.after(button);
+        QTRY_COMPARE(bench.boards.events(said), vnaCommand("96099893"));
+        QTRY_VERIFY(bench.boards.events(said).size() == 4);
+    }
+    QTRY_VERIFY(std::abs(bench.boards.last() - 8950000.0) < 0.05 || bench.boards.last() == 0.0);
+    QCOMPARE(bench.after("cmdFreqStep"), QStringList());
+    QCOMPARE(bench.window.desktop.boxes.size(), 0);
+}
+
+void TestBoardsByHand::theMiniVnaChangesItsMode()
+{
+    const Bench bench(settings(kInterfaceVna));
+    struct Mode
+    {
+        const char *caption;
+        std::int16_t mode;
+        const char *path; // 1 through the device, 0 back to the bridge
+    };
+    QCOMPARE(bench.window.caption("cmdMisura"), QStringLiteral("DUT"));
+    for (const Mode &expected : {Mode{"Angle", 1, "0"}, Mode{"RetLoss", 2, "0"}, Mode{"DUT", 3, "1"}}) {
+        bench.window.click("cmdMisura");
+        QCOMPARE(bench.window.caption("cmdMisura"), QString::fromLatin1(expected.caption));
+        bench.boards.forget();
+        bench.window.click("cmdStart");
+        QTRY_VERIFY(bench.boards.events(QStringLiteral("said")).size() >= 4);
+        QCOMPARE(bench.boards.events(QStringLiteral("said")).first(),
+                 QStringLiteral("said ") + QString::fromLatin1(expected.path));
+        bench.window.click("cmdStop");
+        QTRY_VERIFY(bench.window.isShown("cmdStart"));
+    }
+}
+
+void TestBoardsByHand::otherInterfacesHaveNoModes()
+{
+    for (const std::int16_t interfaceType : {kInterfacePic, kInterfaceLpt}) {
+        const Bench bench(settings(interfaceType));
+        QCOMPARE(bench.after("cmdMisura"), QStringList());
+        QCOMPARE(bench.window.caption("cmdMisura"), QStringLiteral("DUT"));
+        QCOMPARE(bench.window.desktop.boxes.size(), 0);
+    }
+}
+
+void TestBoardsByHand::everyBoxReachesItsLatch_data()
+{
+    QTest::addColumn<bool>("inverse");
+    QTest::newRow("straight") << false;
+    QTest::newRow("inverse") << true;
+}
+
+void TestBoardsByHand::everyBoxReachesItsLatch()
+{
+    QFETCH(bool, inverse);
+    const char *logic = inverse ? "1" : "0";
+    const Bench bench(settings(kInterfaceLpt, {{"Aux1", "Inverse Logic", logic}, {"Aux2", "Inverse Logic", logic}}));
+    const int flip = inverse ? 255 : 0;
+    std::array<int, 2> values{};
+    const auto latched = [&] {
+        return QStringList{QStringLiteral("outputs %1 %2").arg(values[0] ^ flip).arg(values[1] ^ flip)};
+    };
+    for (int output = 1; output <= 2; ++output) {
+        bench.window.click(output == 1 ? "cmdView_2" : "cmdView_3");
+        int total = 0;
+        for (int i = 0; i < 8; ++i) {
+            const QByteArray box = QStringLiteral("chkAux%1_%2").arg(output).arg(i).toLatin1();
+            // Half on is still off.
+            QCOMPARE(bench.after(box.constData()), latched());
+            values[static_cast<std::size_t>(output - 1)] |= 1 << i;
+            total += (i + 1) * 10;
+            QCOMPARE(bench.after(box.constData()), latched());
+            QCOMPARE(bench.window.label(output == 1 ? "lblAux1" : "lblAux2"), QString::number(total));
+        }
+    }
+    QCOMPARE(bench.window.configuration.aux1, std::int16_t{255});
+    QCOMPARE(bench.window.configuration.aux2, std::int16_t{255});
+    values[0] = 254;
+    QCOMPARE(bench.after("chkAux1_0"), latched());
+}
+
+void TestBoardsByHand::storedOutputsAreThereAtStartUp()
+{
+    const Bench bench(settings(kInterfaceLpt, {{"Aux1", "Inverse Logic", "1"},
+                                               {"Calvorn", "Aux_1", "5"},
+                                               {"Calvorn", "Aux_2", "9"},
+                                               {"Calvorn", "Pot_2", "77"}}));
+    QVERIFY2(bench.atStart.contains(QStringLiteral("outputs 250 9")), qPrintable(bench.atStart.join(u'|')));
+    QVERIFY(bench.atStart.contains(QStringLiteral("pot 77 0")));
+    QCOMPARE(bench.window.label("lblPot2"), QStringLiteral("77"));
+}
+
+void TestBoardsByHand::thePotentiometerFollows()
+{
+    const Bench bench(settings(kInterfaceLpt, {{"Calvorn", "Pot_2", "0"}}));
+    bench.window.click("cmdView_3");
+    auto *bar = bench.window.find<QScrollBar>("VScrollPot2");
+    bar->setFocus();
+    bench.boards.forget();
+    QTest::keyClick(bar, Qt::Key_End);
+    QCOMPARE(bench.boards.events(), QStringList{QStringLiteral("pot 255 0")});
+    QTest::keyClick(bar, Qt::Key_Up);
+    QCOMPARE(bench.boards.events().last(), QStringLiteral("pot 254 0"));
+    QCOMPARE(bench.window.label("lblPot2"), QStringLiteral("254"));
+    QCOMPARE(bench.window.configuration.msgResult, std::int16_t{-1});
+    QVERIFY(bench.window.window->close());
+    QCOMPARE(bench.window.folder.setting("Calvorn", "Pot_2"), QStringLiteral("254"));
+}
+
+void TestBoardsByHand::outputsOfOtherInterfacesDoNotReact()
+{
+    for (const std::int16_t interfaceType : {kInterfacePic, kInterfaceVna}) {
+        const Bench bench(settings(interfaceType));
+        QTest::mouseClick(bench.window.find("chkAux1_0"), Qt::LeftButton);
+        QTest::mouseClick(bench.window.find("chkAux1_0"), Qt::LeftButton);
+        QCOMPARE(bench.window.configuration.aux1, std::int16_t{0});
+        QCOMPARE(bench.boards.events(), QStringList());
+    }
+}
+
+QTEST_MAIN(TestBoardsByHand)
+#include "test_boards_by_hand.moc"

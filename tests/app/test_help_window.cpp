@@ -1,0 +1,278 @@
+// SPDX-License-Identifier: MIT
+#include "app/help_window.h"
+#include "tests/support/fake_server_control.h"
+#include "tests/support/while_modal.h"
+#include "tests/support/window_bench.h"
+
+#include <QHelpContentWidget>
+#include <QHelpIndexWidget>
+#include <QHelpSearchEngine>
+#include <QHelpSearchQueryWidget>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QTabWidget>
+#include <QTextBrowser>
+
+using namespace calvorn;
+using calvorn::test::WindowBench;
+
+namespace {
+
+const QByteArray kSettings = "[Config]\r\nInterface=2\r\nDDS Device=AD9851\r\nADC Step=0.001\r\nADC Offset=0\r\n"
+                             "[Parallel Port]\r\nLPT=0\r\n[Calvorn]\r\nStart=1000000\r\nStop=60000000\r\n";
+
+HelpWindow *helpWindow()
+{
+    for (QWidget *widget : QApplication::topLevelWidgets())
+        if (auto *help = qobject_cast<HelpWindow *>(widget))
+            return help;
+    return nullptr;
+}
+
+template <typename Widget>
+Widget *inHelp(const char *name)
+{
+    return helpWindow()->findChild<Widget *>(QString::fromLatin1(name));
+}
+
+// "setup.html#ports"; empty while no help is open.
+QString shownPage()
+{
+    if (!helpWindow() || !helpWindow()->isVisible())
+        return {};
+    const QUrl url = inHelp<QTextBrowser>("txtHelp")->source();
+    return url.fileName() + (url.hasFragment() ? u'#' + url.fragment() : QString());
+}
+
+} // namespace
+
+class TestHelpWindow : public QObject
+{
+    Q_OBJECT
+
+private:
+    test::FakeServerControl m_server;
+
+    std::unique_ptr<WindowBench> bench() const
+    {
+        auto made = std::make_unique<WindowBench>(m_server.program(), kSettings);
+        if (!QFile::copy(test::ProgramFolder::builtFile(QStringLiteral("Calvorn.qch")), helpFile(*made)))
+            qFatal("cannot copy the help file");
+        return made;
+    }
+    static QString helpFile(const WindowBench &bench) { return bench.folder.path() + QStringLiteral("/Calvorn.qch"); }
+    static void choose(const WindowBench &bench, const char *entry)
+    {
+        bench.window->findChild<QAction *>(QString::fromLatin1(entry))->trigger();
+    }
+
+private slots:
+    void theMenuOpensTheContents();
+    void f1OpensThePageOfTheMainWindow();
+    void f1OpensThePageOfADialog_data();
+    void f1OpensThePageOfADialog();
+    void f1OpensTheMessages();
+    void theIndexFindsAPage();
+    void theSearchFindsAWord();
+    void nothingLeadsOutside();
+    void backAndForward();
+    void theProgramFolderStaysAsItIs();
+    void aMissingOrDamagedFileIsTold();
+    void theHelpClosesWithTheProgram();
+};
+
+void TestHelpWindow::theMenuOpensTheContents()
+{
+    const auto main = bench();
+    QVERIFY(!helpWindow());
+    choose(*main, "mnuHelpContent");
+    QCOMPARE(shownPage(), QStringLiteral("index.html"));
+    QCOMPARE(inHelp<QTabWidget>("tabHelp")->currentIndex(), 0);
+    auto *contents = inHelp<QHelpContentWidget>("lstHelpContents");
+    QTRY_COMPARE(contents->model()->rowCount(), 1);
+    const QModelIndex manual = contents->model()->index(0, 0);
+    QTRY_VERIFY(contents->isExpanded(manual));
+    QVERIFY(contents->model()->rowCount(manual) >= 9);
+    // A click on an entry shows its page.
+    const QModelIndex first = contents->model()->index(0, 0, manual);
+    QTest::mouseClick(contents->viewport(), Qt::LeftButton, {}, contents->visualRect(first).center());
+    QTest::keyClick(contents, Qt::Key_Return);
+    QCOMPARE(shownPage(), QStringLiteral("first-sweep.html"));
+    QVERIFY(main->desktop.boxes.isEmpty());
+}
+
+void TestHelpWindow::f1OpensThePageOfTheMainWindow()
+{
+    const auto main = bench();
+    QTest::keyClick(main->window.get(), Qt::Key_F1);
+    QCOMPARE(shownPage(), QStringLiteral("main-window.html"));
+    // Pictures come along.
+    const auto *browser = inHelp<QTextBrowser>("txtHelp");
+    const QVariant picture =
+        browser->document()->resource(QTextDocument::ImageResource, QUrl(QStringLiteral("main-window.png")));
+    QVERIFY(!picture.isNull());
+}
+
+void TestHelpWindow::f1OpensThePageOfADialog_data()
+{
+    QTest::addColumn<QString>("entry");
+    QTest::addColumn<QString>("page");
+    QTest::newRow("configuration") << QStringLiteral("mnuConfig") << QStringLiteral("setup.html");
+    QTest::newRow("generator") << QStringLiteral("mnuCalibraDDS") << QStringLiteral("calibration.html#generator");
+    QTest::newRow("detector") << QStringLiteral("mnuCalibraDetector") << QStringLiteral("calibration.html#detector");
+    QTest::newRow("preferences") << QStringLiteral("mnuPreferences") << QStringLiteral("preferences.html");
+    QTest::newRow("about") << QStringLiteral("mnuAbout") << QStringLiteral("about.html");
+}
+
+void TestHelpWindow::f1OpensThePageOfADialog()
+{
+    QFETCH(QString, entry);
+    QFETCH(QString, page);
+    const auto main = bench();
+    QString shown;
+    bool above = false;
+    test::whileModal([&](QWidget &dialog) {
+        QTest::keyClick(&dialog, Qt::Key_F1);
+        shown = shownPage();
+        // Only so can it be used while the dialog waits.
+        above = helpWindow() && helpWindow()->parentWidget() == &dialog;
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+    });
+    choose(*main, entry.toLatin1().constData());
+    QCOMPARE(shown, page);
+    QVERIFY(above);
+    // It stays when the dialog goes.
+    QCOMPARE(shownPage(), page);
+    QCOMPARE(helpWindow()->parentWidget(), main->window.get());
+}
+
+void TestHelpWindow::f1OpensTheMessages()
+{
+    const auto main = bench();
+    QString shown;
+    test::whileModal([&](QWidget &dialog) {
+        QTest::keyClick(&dialog, Qt::Key_F1);
+        shown = shownPage();
+        QTest::keyClick(&dialog, Qt::Key_Return);
+    });
+    {
+        // As the program's own boxes are, it is gone at once after its answer.
+        QMessageBox box(main->window.get());
+        box.setObjectName(QStringLiteral("messageBox"));
+        box.exec();
+    }
+    QCOMPARE(shown, QStringLiteral("messages.html"));
+    QCOMPARE(shownPage(), shown);
+}
+
+void TestHelpWindow::theIndexFindsAPage()
+{
+    const auto main = bench();
+    choose(*main, "mnuHelpContent");
+    inHelp<QTabWidget>("tabHelp")->setCurrentIndex(1);
+    auto *index = inHelp<QHelpIndexWidget>("lstHelpIndex");
+    QTRY_VERIFY(index->model()->rowCount() > 30);
+    auto *word = inHelp<QLineEdit>("txtHelpIndex");
+    QTest::keyClicks(word, QStringLiteral("Potentiometer"));
+    QTest::keyClick(word, Qt::Key_Return);
+    QCOMPARE(shownPage(), QStringLiteral("main-window.html#outputs"));
+}
+
+void TestHelpWindow::theSearchFindsAWord()
+{
+    const auto main = bench();
+    choose(*main, "mnuHelpContent");
+    inHelp<QTabWidget>("tabHelp")->setCurrentIndex(2);
+    auto *engine = helpWindow()->findChild<QHelpSearchEngine *>();
+    auto *query = inHelp<QHelpSearchQueryWidget>("frameHelpQuery");
+    // Whoever turns to the search can type at once.
+    QVERIFY(query->isAncestorOf(helpWindow()->focusWidget()));
+    const auto hits = [&] {
+        query->setSearchInput(QStringLiteral("ModemManager"));
+        emit query->search();
+        QTest::qWait(100);
+        return engine->searchResultCount();
+    };
+    QTRY_COMPARE_WITH_TIMEOUT(hits(), 2, 20000);
+    QStringList pages;
+    for (const QHelpSearchResult &result : engine->searchResults(0, 2))
+        pages.append(result.url().fileName());
+    pages.sort();
+    QCOMPARE(pages, (QStringList{QStringLiteral("messages.html"), QStringLiteral("minivna.html")}));
+}
+
+void TestHelpWindow::nothingLeadsOutside()
+{
+    const auto main = bench();
+    choose(*main, "mnuHelpContent");
+    auto *browser = inHelp<QTextBrowser>("txtHelp");
+    browser->setSource(QUrl(QStringLiteral("http://127.0.0.1/")));
+    QCOMPARE(shownPage(), QStringLiteral("index.html"));
+    browser->setSource(QUrl::fromLocalFile(main->folder.iniPath()));
+    QCOMPARE(shownPage(), QStringLiteral("index.html"));
+    QVERIFY(browser->loadResource(QTextDocument::HtmlResource, QUrl::fromLocalFile(main->folder.iniPath()))
+                .toByteArray()
+                .isEmpty());
+}
+
+void TestHelpWindow::backAndForward()
+{
+    const auto main = bench();
+    choose(*main, "mnuHelpContent");
+    auto *back = inHelp<QAction>("mnuHelpBack");
+    QVERIFY(!back->isEnabled());
+    helpWindow()->showPage(QStringLiteral("keys.html"));
+    back->trigger();
+    QCOMPARE(shownPage(), QStringLiteral("index.html"));
+    inHelp<QAction>("mnuHelpForward")->trigger();
+    QCOMPARE(shownPage(), QStringLiteral("keys.html"));
+    inHelp<QAction>("mnuHelpFirst")->trigger();
+    QCOMPARE(shownPage(), QStringLiteral("index.html"));
+    inHelp<QAction>("mnuHelpClose")->trigger();
+    QCOMPARE(shownPage(), QString());
+    choose(*main, "mnuHelpContent");
+    QCOMPARE(shownPage(), QStringLiteral("index.html"));
+}
+
+void TestHelpWindow::theProgramFolderStaysAsItIs()
+{
+    const auto main = bench();
+    const QDir folder(main->folder.path());
+    const QStringList before = folder.entryList(QDir::AllEntries | QDir::Hidden | QDir::System);
+    choose(*main, "mnuHelpContent");
+    QTest::qWait(200);
+    QCOMPARE(folder.entryList(QDir::AllEntries | QDir::Hidden | QDir::System), before);
+}
+
+void TestHelpWindow::aMissingOrDamagedFileIsTold()
+{
+    const auto main = bench();
+    for (const QByteArray &content : {QByteArray(), QByteArray("this is no help file")}) {
+        QFile file(helpFile(*main));
+        QVERIFY(file.remove());
+        if (!content.isEmpty()) {
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            file.write(content);
+            file.close();
+        }
+        main->desktop.boxes.clear();
+        choose(*main, "mnuHelpContent");
+        QCOMPARE(main->desktop.boxes.size(), 1);
+        QCOMPARE(main->desktop.lastText(),
+                 QStringLiteral("The help file %1 is missing or damaged.").arg(helpFile(*main)));
+        QVERIFY(!helpWindow());
+        QVERIFY(file.exists() || file.open(QIODevice::WriteOnly));
+    }
+}
+
+void TestHelpWindow::theHelpClosesWithTheProgram()
+{
+    const auto main = bench();
+    choose(*main, "mnuHelpContent");
+    QVERIFY(helpWindow());
+    QVERIFY(main->window->close());
+    QVERIFY(!helpWindow());
+}
+
+QTEST_MAIN(TestHelpWindow)
+#include "test_help_window.moc"
