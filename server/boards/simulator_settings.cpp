@@ -53,7 +53,7 @@ SimulatorSettings readSimulatorSettings(const QString &path)
     settings.chip = ddsChipFromName(simulatorOrConfig(path, "Chip", "DDS Device")).value_or(settings.chip);
     settings.adc = serialAdcFromName(simulatorOrConfig(path, "ADC", "ADC Device")).value_or(settings.adc);
     const double clock = simulatorOrConfig(path, "Clock", "DDS Xtal freq").toDouble(&ok);
-    if (ok && clock >= 1.0)
+    if (ok && clock >= 1.0 && clock <= kHighestSimulatedClockHz)
         settings.clockHz = clock;
     return settings;
 }

@@ -29,13 +29,16 @@ enum class SimulatorFault {
 // By the name in the settings file, in any case; anything else is None.
 SimulatorFault simulatorFaultFromName(const QString &name);
 
+// No simulated clock is faster, so that every frequency below it is a whole number of 64 bits.
+inline constexpr double kHighestSimulatedClockHz = 1e12;
+
 // The simulated boards as [Simulator] of the settings file describes them:
 //   Device  bandpass, lowpass, notch, crystal, through; default bandpass
 //   Pace    none = as fast as it can; anything else, or nothing = at the pace of real hardware
 //   Seed    whole number that the noise starts from; default 1
 //   Fault   none, drop, corrupt, add, refuse, silence, half, unplug, chatter, garbage; default none
-//   Chip, Clock, ADC  what is on the board: generator chip, its reference clock in Hz, converter (8bit, 10bit);
-//           defaults are the program's own [Config] keys "DDS Device", "DDS Xtal freq" and "ADC Device"
+//   Chip, Clock, ADC  what is on the board: generator chip, its reference clock in Hz (1 to 1e12), converter (8bit,
+//           10bit); defaults are the program's own [Config] keys "DDS Device", "DDS Xtal freq" and "ADC Device"
 struct SimulatorSettings
 {
     DeviceKind device = DeviceKind::Bandpass;

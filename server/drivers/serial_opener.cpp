@@ -75,7 +75,8 @@ SimulatorSettings readSerialSimulatorSettings(const QString &settingsPath)
 {
     SimulatorSettings settings = readSimulatorSettings(settingsPath);
     if (readProfileString(settingsPath, QStringLiteral("Simulator"), QStringLiteral("Clock")).isEmpty())
-        settings.clockHz *= std::max(configValue(settingsPath, "DDS Multiplier").toInt(), 1);
+        settings.clockHz = std::min(settings.clockHz * std::max(configValue(settingsPath, "DDS Multiplier").toInt(), 1),
+                                    kHighestSimulatedClockHz);
     return settings;
 }
 

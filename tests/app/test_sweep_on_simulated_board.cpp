@@ -201,6 +201,7 @@ void TestSweepOnSimulatedBoard::aKilledServerIsToldOnceAndReplaced()
     QTest::qWait(100);
     QCOMPARE(bench.desktop.boxes.size(), 1);
     QCOMPARE(bench.desktop.boxes[0].icon, BoxIcon::Critical);
+    QVERIFY(bench.desktop.lastText().startsWith(QStringLiteral("The acquisition server has ended unexpectedly.")));
     bench.click("cmdStart");
     QVERIFY(bench.isShown("cmdStop"));
     QVERIFY(bench.waitForSweep());

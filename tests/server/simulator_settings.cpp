@@ -2,6 +2,9 @@
 // Guards the keys of [Simulator], their defaults, and that the file is only read.
 #include "server/boards/simulator_settings.h"
 
+#include "server/boards/pic_board.h"
+#include "server/drivers/serial_opener.h"
+
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
@@ -16,6 +19,7 @@ private slots:
     void missingFile();
     void everyKey();
     void configGivesTheDefaults();
+    void impossibleClocks();
     void faultNames();
 
 private:
@@ -72,6 +76,23 @@ void SimulatorSettingsTest::configGivesTheDefaults()
     QCOMPARE(settings.clockHz, 80e6); // a value that is no number leaves the built-in default
     QCOMPARE(settings.adc.bits, 8);
     QCOMPARE(readSimulatorSettings(write("[Config]\nDDS Xtal freq=30000000\n")).clockHz, 30e6);
+}
+
+// A clock beyond all whole numbers was undefined behaviour in the PIC board's comparison.
+void SimulatorSettingsTest::impossibleClocks()
+{
+    for (const char *clock : {"1e30", "inf", "nan", "-1", "0", "1000000000001"})
+        QCOMPARE(readSimulatorSettings(write(QByteArray("[Simulator]\nClock=") + clock + '\n')).clockHz, 80e6);
+    QCOMPARE(readSimulatorSettings(write("[Simulator]\nClock=1e12\n")).clockHz, 1e12);
+    QCOMPARE(readSerialSimulatorSettings(write("[Config]\nDDS Xtal freq=1e12\nDDS Multiplier=2147483647\n")).clockHz,
+             1e12);
+    PicBoard board(readSerialSimulatorSettings(write("[Simulator]\nClock=1e30\n")));
+    for (const char byte : QByteArray("A1000000\r"))
+        board.receive(static_cast<std::uint8_t>(byte));
+    QByteArray answer;
+    while (const auto byte = board.nextByte())
+        answer += static_cast<char>(*byte);
+    QCOMPARE(answer, QByteArray("A+\r"));
 }
 
 void SimulatorSettingsTest::faultNames()

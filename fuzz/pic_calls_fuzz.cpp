@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+// Any operations of the PIC driver with any arguments, while the line delivers, damages, adds and breaks.
+#include "fuzz/serial_calls.h"
+#include "server/boards/pic_board.h"
+#include "server/drivers/pic_driver.h"
+
+using namespace calvorn;
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t size)
+{
+    fuzz::startApplication();
+    FuzzedDataProvider data(bytes, size);
+    SimulatorSettings settings;
+    settings.fault = data.PickValueInArray({SimulatorFault::None, SimulatorFault::Refuse});
+    PicBoard board(settings);
+    fuzz::LinkSource source(board);
+    PicDriver driver([&](int port, const LineSettings &) { return source.open(port); }, [] { return DdsClock{}; });
+    fuzz::playSerial(driver, source, data);
+    return 0;
+}

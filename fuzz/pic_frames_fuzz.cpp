@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: MIT
+// Any bytes on the PIC board's line, in pieces of any length: every sweep that is delivered stood on the line as a
+// whole frame, and the pieces make no difference to which sweeps are delivered.
+#include "server/drivers/pic_frames.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <fuzzer/FuzzedDataProvider.h>
+#include <random>
+
+using namespace calvorn;
+
+namespace {
+
+void require(bool holds)
+{
+    if (!holds)
+        std::abort();
+}
+
+// Frames, damaged frames and bytes from nowhere, as the input says.
+QByteArray makeLine(FuzzedDataProvider &data)
+{
+    constexpr int kMostParts = 12;
+    QByteArray line;
+    std::uint8_t sequence = data.ConsumeIntegral<std::uint8_t>();
+    for (int part = 0; part < kMostParts && data.remaining_bytes() > 0; ++part) {
+        if (data.ConsumeBool()) {
+            line += QByteArray::fromStdString(data.ConsumeRandomLengthString(600));
+            continue;
+        }
+        std::minstd_rand random(data.ConsumeIntegral<std::uint8_t>() + 1U);
+        QList<int> samples;
+        for (int index = 0; index < kPicSamples; ++index)
+            samples.append(static_cast<int>(random() % 1024));
+        QByteArray frame = picFrame(sequence++, samples);
+        const auto damage = data.ConsumeIntegralInRange<int>(0, 5);
+        const auto position = data.ConsumeIntegralInRange<qsizetype>(0, frame.size() - 1);
+        if (damage == 1)
+            frame.remove(position, 1);
+        else if (damage == 2)
+            frame.insert(position, static_cast<char>(data.ConsumeIntegral<std::uint8_t>()));
+        else if (damage == 3)
+            frame[position] = static_cast<char>(frame[position] ^ data.ConsumeIntegral<std::uint8_t>());
+        line += frame;
+    }
+    return line;
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t size)
+{
+    FuzzedDataProvider data(bytes, size);
+    const auto piece = data.ConsumeIntegralInRange<qsizetype>(1, 700);
+    const QByteArray line = makeLine(data);
+
+    QList<QList<int>> atOnce;
+    qsizetype damaged = 0;
+    PicDecoder whole;
+    whole.take(line);
+    while (const auto sweep = whole.next()) {
+        if (sweep->isDamaged())
+            ++damaged;
+        else
+            atOnce.append(sweep->samples);
+    }
+    // One for each frame length without a good frame, and one for each gap beside a good frame.
+    require(damaged <= line.size() / kPicFrameBytes + atOnce.size() + 1);
+    for (const QList<int> &samples : atOnce) {
+        require(samples.size() == kPicSamples);
+        bool stood = false;
+        for (int sequence = 0; sequence < 256 && !stood; ++sequence)
+            stood = line.contains(picFrame(static_cast<std::uint8_t>(sequence), samples));
+        require(stood);
+    }
+
+    QList<QList<int>> inPieces;
+    PicDecoder decoder;
+    for (qsizetype at = 0; at < line.size(); at += piece) {
+        decoder.take(line.mid(at, piece));
+        while (const auto sweep = decoder.next()) {
+            if (!sweep->isDamaged())
+                inPieces.append(sweep->samples);
+        }
+    }
+    require(inPieces == atOnce);
+    return 0;
+}

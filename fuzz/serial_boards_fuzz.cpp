@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+// Any bytes from the host to the simulated serial boards, each with what it answers: they stay boards, and after an
+// abort the PIC board always says so.
+#include "server/boards/pic_board.h"
+#include "server/boards/vna_board.h"
+
+#include <cstdlib>
+
+using namespace calvorn;
+
+namespace {
+
+// Takes at most this many bytes of what the board has to say.
+template <typename Board>
+void listen(Board &board, int most)
+{
+    for (int count = 0; count < most && board.nextByte(); ++count) {
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    constexpr double kClocks[] = {1.0, 80e6, 180e6, 400e6};
+    if (size == 0)
+        return 0;
+    SimulatorSettings settings;
+    settings.clockHz = kClocks[data[0] & 3U];
+    settings.fault = (data[0] & 4U) != 0 ? SimulatorFault::Refuse : SimulatorFault::None;
+    PicBoard pic(settings);
+    VnaBoard vna(settings);
+    for (std::size_t at = 1; at < size; ++at) {
+        pic.receive(data[at]);
+        vna.receive(data[at]);
+        if (data[at] == '\r') {
+            listen(pic, 600);
+            listen(vna, 1700);
+        }
+    }
+    listen(pic, 600);
+    pic.receive('!');
+    QByteArray last;
+    while (const auto byte = pic.nextByte())
+        last += static_cast<char>(*byte);
+    if (!last.endsWith("!+\r") || pic.isSweeping())
+        std::abort();
+    return 0;
+}
