@@ -72,12 +72,12 @@ QWidget *PortPage::buildSerialPorts()
                            [this, number] { optSerialPort_Click(number); });
     }
     m_optSerial.back()->setText(tr("COMx"));
-    m_optSerial.back()->setToolTip(tr("The port of the number beside; %1 is a simulated board").arg(kSimulatedComPort));
+    m_optSerial.back()->setToolTip(tr("The port with the number beside; %1 is a simulated board").arg(kSimulatedComPort));
     m_comNumber = named(new QLineEdit(frame), QStringLiteral("txtAddressRS232"), {}, tr("Number of the serial port"));
     m_comNumber->setMaxLength(kLongestNumber - 1);
     m_comNumber->setMaximumWidth(m_comNumber->fontMetrics().horizontalAdvance(QStringLiteral("00000000")));
     m_comState =
-        named(new QLabel(frame), QStringLiteral("lblAddressRS232"), tr("Whether there is a port of this number"));
+        named(new QLabel(frame), QStringLiteral("lblAddressRS232"), tr("Whether a port with this number exists"));
     grid->addWidget(m_comNumber, kFixedComPorts, 1);
     grid->addWidget(m_comState, kFixedComPorts, 2);
     grid->setColumnStretch(2, 1);
