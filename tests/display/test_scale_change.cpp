@@ -73,8 +73,8 @@ private slots:
                 bench.table.setText(row, SweepTable::SampleColumn, QString::number(row));
             bench.find(QStringLiteral("txtM3Y"))->setText(inLocale(locale, QString::number(m3)));
             bench.find(QStringLiteral("txtM4Y"))->setText(inLocale(locale, QString::number(m4)));
-            bench.find(QStringLiteral("txtX"))->setText(QStringLiteral("1"));
-            bench.find(QStringLiteral("txtY"))->setText(QStringLiteral("1"));
+            bench.find<QWidget>(QStringLiteral("txtX"))->setProperty("text", QStringLiteral("1"));
+            bench.find<QWidget>(QStringLiteral("txtY"))->setProperty("text", QStringLiteral("1"));
             bench.scaleAction(to)->trigger();
 
             const double new3 = expectedMarker(from, to, m3);
