@@ -53,7 +53,7 @@ protected:
     // Between instructions and buttons; row 0 and columns 0 to 2 are taken.
     QGridLayout *grid() const { return m_grid; }
     QLineEdit *box() const { return m_box; }
-    AcquisitionDriver *driver() const { return m_driver; }
+    AcquisitionDriver *driver() const { return m_driver.data(); }
     Configuration &configuration() const { return m_configuration; }
     Messages &messages() const { return m_messages; }
     ErrorBoundary &boundary() const { return m_boundary; }

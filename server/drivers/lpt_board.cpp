@@ -26,7 +26,7 @@ std::chrono::nanoseconds settlingTime(SweepSpeed speed)
 // The port and those who use it; they live and die together.
 struct LptBoard::Hardware
 {
-    explicit Hardware(OpenedPort opened)
+    explicit Hardware(OpenedPort &&opened)
         : port(std::move(opened.port))
         , pins(*port, opened.wiring.lines)
         , dds(pins, opened.wiring.loading)

@@ -17,7 +17,7 @@ enum class DeviceAccess { Absent, Forbidden, Allowed };
 std::string serialOpeningFailure(const QString &device, QSerialPort::SerialPortError error, DeviceAccess access);
 
 // A serial device of the system, held exclusively, without flow control.
-class SerialLink : public ByteLink
+class SerialLink final : public ByteLink
 {
     Q_OBJECT
 
