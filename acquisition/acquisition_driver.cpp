@@ -31,6 +31,7 @@ void AcquisitionDriver::ensureServer()
     m_context.server.connectToServer();
     attach(m_context.server.connection(), m_path);
     m_attached = true;
+    m_takenVectors = 0;
     // The first operation of a start-up comes here too; only any other one has to catch up on the start-up.
     if (!m_startingUp)
         startUp();

@@ -3,8 +3,10 @@
 
 #include "acquisition/frequency_plan.h"
 #include "core/number_text.h"
+#include "platform/read_out.h"
 
 #include <QGridLayout>
+#include <QLabel>
 #include <QScopedValueRollback>
 #include <QShortcut>
 #include <QVBoxLayout>
@@ -67,19 +69,17 @@ void SweepControls::buildSpeedFrame()
 void SweepControls::buildReadouts()
 {
     auto *grid = new QGridLayout;
-    const auto makeLabel = [this](const char *name, const QString &toolTip) {
-        auto *label = new QLabel(QStringLiteral("–"), this);
-        label->setObjectName(QString::fromLatin1(name));
-        label->setToolTip(toolTip);
-        label->setAccessibleName(toolTip);
-        label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-        // Of fixed size, so that a new text after every sweep does not lay the whole window out again.
-        label->setFixedSize(label->fontMetrics().horizontalAdvance(QStringLiteral("8888888")),
-                            label->sizeHint().height());
-        return label;
+    const auto makeReadOut = [this](const char *name, const QString &toolTip) {
+        auto *readOut = new ReadOut(this, ReadOut::Frame::None);
+        readOut->setText(QStringLiteral("–"));
+        readOut->setObjectName(QString::fromLatin1(name));
+        readOut->setToolTip(toolTip);
+        readOut->setAccessibleName(toolTip);
+        readOut->setFixedSize(readOut->sizeHint().width(), readOut->fontMetrics().height());
+        return readOut;
     };
-    m_sweepTime = makeLabel("lblSweepTime", tr("Time of one sweep in milliseconds"));
-    m_sweepRate = makeLabel("lblSweepRate", tr("Sweeps per second"));
+    m_sweepTime = makeReadOut("lblSweepTime", tr("Time of one sweep in milliseconds"));
+    m_sweepRate = makeReadOut("lblSweepRate", tr("Sweeps per second"));
     grid->addWidget(new QLabel(tr("Sweep time - ms"), this), 0, 0);
     grid->addWidget(m_sweepTime, 0, 1, Qt::AlignRight);
     grid->addWidget(new QLabel(tr("Sweeps per second"), this), 1, 0);

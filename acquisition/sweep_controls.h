@@ -6,7 +6,6 @@
 
 #include <QGroupBox>
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTimer>
@@ -16,6 +15,8 @@
 #include <functional>
 
 namespace calvorn {
+
+class ReadOut;
 
 // Starts and stops sweeps, one at a time; re-plans a running one; measures its period; holds the speed choice.
 class SweepControls : public QWidget
@@ -103,8 +104,8 @@ private:
     QTimer m_timerUpdateSweep;
     QGroupBox *m_speedFrame = nullptr;
     std::array<QRadioButton *, 3> m_optSpeed{};
-    QLabel *m_sweepTime = nullptr;
-    QLabel *m_sweepRate = nullptr;
+    ReadOut *m_sweepTime = nullptr;
+    ReadOut *m_sweepRate = nullptr;
     QPushButton *m_start = nullptr;
     QPushButton *m_stop = nullptr;
     QHBoxLayout *m_buttonRow = nullptr;

@@ -90,8 +90,8 @@ public:
         };
         if (method.name() == "RunSweep")
             ++m_runs;
-        if (method.name() == "VectorTaken")
-            m_outstanding = std::max(0, m_outstanding - 1);
+        if (method.name() == "VectorsTaken")
+            m_outstanding -= std::clamp<int>(values[0].value<short>(), 0, m_outstanding);
         require(method.invoke(&m_driver, Qt::DirectConnection, given(0), given(1), given(2), given(3)));
     }
 

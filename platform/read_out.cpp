@@ -9,16 +9,19 @@
 #include <QMenu>
 #include <QPainter>
 
+#include <cmath>
+
 namespace calvorn {
 
 namespace {
 
-constexpr int kMargin = 5; // logical pixels between the text and the frame
+constexpr int kMargin = 5; // logical pixels between the text and a frame
 
 } // namespace
 
-ReadOut::ReadOut(QWidget *parent)
+ReadOut::ReadOut(QWidget *parent, Frame frame)
     : QWidget(parent)
+    , m_frame(frame)
 {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     measure();
@@ -29,6 +32,7 @@ void ReadOut::setText(const QString &text)
     if (text == m_text)
         return;
     m_text = text;
+    placeGlyphs();
     // What a screen reader says after the name.
     setAccessibleDescription(text);
     update();
@@ -39,15 +43,43 @@ void ReadOut::measure()
     QLineEdit box;
     box.setFont(font());
     m_sizeHint = {fontMetrics().horizontalAdvance(QStringLiteral("-88.888")) + 2 * kMargin, box.sizeHint().height()};
+    m_face = QRawFont::fromFont(font());
+    placeGlyphs();
+}
+
+void ReadOut::placeGlyphs()
+{
+    m_glyphs.clear();
+    const QList<quint32> indexes = m_face.glyphIndexesForString(m_text);
+    if (indexes.contains(0)) // another font has the character
+        return;
+    QList<QPointF> positions;
+    positions.reserve(indexes.size());
+    m_advance = 0.0;
+    for (const QPointF &advance : m_face.advancesForGlyphIndexes(indexes)) {
+        positions.append({m_advance, 0.0});
+        m_advance += advance.x();
+    }
+    m_glyphs.setRawFont(m_face);
+    m_glyphs.setGlyphIndexes(indexes);
+    m_glyphs.setPositions(positions);
 }
 
 void ReadOut::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    painter.setPen(palette().color(QPalette::Mid));
-    painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    const int margin = m_frame == Frame::Shown ? kMargin : 0;
+    if (m_frame == Frame::Shown) {
+        painter.setPen(palette().color(QPalette::Mid));
+        painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    }
     painter.setPen(palette().color(QPalette::WindowText));
-    painter.drawText(rect().adjusted(kMargin, 0, -kMargin, 0), Qt::AlignRight | Qt::AlignVCenter, m_text);
+    if (m_glyphs.isEmpty()) {
+        painter.drawText(rect().adjusted(margin, 0, -margin, 0), Qt::AlignRight | Qt::AlignVCenter, m_text);
+        return;
+    }
+    const double baseline = (height() - fontMetrics().height()) / 2 + fontMetrics().ascent();
+    painter.drawGlyphRun({std::floor(width() - margin - m_advance), baseline}, m_glyphs);
 }
 
 void ReadOut::contextMenuEvent(QContextMenuEvent *event)

@@ -1,20 +1,25 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QGlyphRun>
+#include <QRawFont>
 #include <QString>
 #include <QWidget>
 
 namespace calvorn {
 
-// A framed number that nobody types into. It stands beside text boxes and is as high as they are, but costs a tenth of
-// one where the number changes with every sweep: it lays nothing out. Its context menu copies the text.
+// A number that nobody types into, framed or bare. It stands beside text boxes and is as high as they are, but costs a
+// tenth of one where the number changes with every sweep: it lays nothing out, and a text is one glyph after the other.
+// Its context menu copies the text.
 class ReadOut : public QWidget
 {
     Q_OBJECT
     Q_PROPERTY(QString text READ text WRITE setText)
 
 public:
-    explicit ReadOut(QWidget *parent = nullptr);
+    enum class Frame { Shown, None };
+
+    explicit ReadOut(QWidget *parent = nullptr, Frame frame = Frame::Shown);
 
     const QString &text() const { return m_text; }
     void setText(const QString &text);
@@ -30,9 +35,14 @@ protected:
 
 private:
     void measure();
+    void placeGlyphs();
 
+    Frame m_frame;
     QString m_text;
     QSize m_sizeHint;
+    QRawFont m_face;
+    QGlyphRun m_glyphs;     // empty where the face has no glyph for a character
+    double m_advance = 0.0; // of all glyphs, logical pixels
 };
 
 } // namespace calvorn

@@ -161,9 +161,9 @@ bool LptDriver::WriteI2c(uchar control, uchar command, uchar data)
     return acknowledged;
 }
 
-void LptDriver::VectorTaken()
+void LptDriver::VectorsTaken(short count)
 {
-    if (const auto vector = m_gate.taken())
+    if (const auto vector = m_gate.taken(count))
         emit aVettore(*vector);
 }
 

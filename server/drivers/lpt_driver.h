@@ -70,7 +70,8 @@ public slots:
     short ReadDetector();
     void SetAux(uchar value, short output);
     bool WriteI2c(uchar control, uchar command, uchar data);
-    void VectorTaken();
+    // The program has taken this many vectors, and has room for as many more.
+    void VectorsTaken(short count);
 
 signals:
     void aComplete();

@@ -43,9 +43,9 @@ void SerialDriver::ClosePort()
         finishRun();
 }
 
-void SerialDriver::VectorTaken()
+void SerialDriver::VectorsTaken(short count)
 {
-    if (const auto vector = m_gate.taken())
+    if (const auto vector = m_gate.taken(count))
         emit aVettore(*vector);
 }
 

@@ -40,8 +40,8 @@ public slots:
     // Ends a sweep, with its aComplete, before the port goes.
     void ClosePort();
 
-    // The program has taken a vector, and has room for another one.
-    void VectorTaken();
+    // The program has taken this many vectors, and has room for as many more.
+    void VectorsTaken(short count);
 
 signals:
     void aComplete();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "server/drivers/vector_gate.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace calvorn {
@@ -16,12 +17,10 @@ std::optional<VectorGate::Vector> VectorGate::offer(Vector vector)
     return std::nullopt;
 }
 
-std::optional<VectorGate::Vector> VectorGate::taken()
+std::optional<VectorGate::Vector> VectorGate::taken(int count)
 {
-    if (m_outstanding == 0)
-        return std::nullopt;
-    --m_outstanding;
-    if (!m_waiting)
+    m_outstanding -= std::clamp(count, 0, m_outstanding);
+    if (!m_waiting || m_outstanding == kMostOutstanding)
         return std::nullopt;
     ++m_outstanding;
     return std::exchange(m_waiting, std::nullopt);

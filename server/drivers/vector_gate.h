@@ -20,8 +20,9 @@ public:
     // A new vector. Returns it when it is to be sent now.
     std::optional<Vector> offer(Vector vector);
 
-    // The program has taken one. Returns the vector that is to be sent now, if one waits.
-    std::optional<Vector> taken();
+    // The program has taken this many; more than are outstanding count as all of them, fewer than one as none. Returns
+    // the vector that is to be sent now, if one waits.
+    std::optional<Vector> taken(int count);
 
     // The vector that waits belongs to a plan or sweep that is over.
     void discardWaiting();

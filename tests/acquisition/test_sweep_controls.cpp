@@ -75,7 +75,10 @@ struct Bench
     {
         return controls.findChild<QAbstractButton *>(QString::fromLatin1(name));
     }
-    QString label(const char *name) { return controls.findChild<QLabel *>(QString::fromLatin1(name))->text(); }
+    QString label(const char *name)
+    {
+        return controls.findChild<QWidget *>(QString::fromLatin1(name))->property("text").toString();
+    }
     void click(const char *name)
     {
         // Near the left edge: an option is hit at its mark, not beyond its text.

@@ -26,7 +26,8 @@ struct LptBench
     // Takes every vector as the program does.
     void takeVectors()
     {
-        QObject::connect(&driver, &LptDriver::aVettore, &driver, &LptDriver::VectorTaken, Qt::QueuedConnection);
+        QObject::connect(
+            &driver, &LptDriver::aVettore, &driver, [this] { driver.VectorsTaken(1); }, Qt::QueuedConnection);
     }
 
     QList<int> vector(int index) { return vectors.at(index).at(0).value<QList<int>>(); }

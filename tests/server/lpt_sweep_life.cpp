@@ -150,7 +150,7 @@ void LptSweepLifeTest::waitingVectorOfTheFormerPlanIsGone()
     QTRY_VERIFY(bench.driver.droppedVectors() > 3);
     QCOMPARE(bench.vectors.count(), VectorGate::kMostOutstanding);
     bench.driver.PrepareSweep(kLowHz, 0);
-    bench.driver.VectorTaken();
+    bench.driver.VectorsTaken(1);
     QTRY_COMPARE(bench.vectors.count(), VectorGate::kMostOutstanding + 1);
     for (const int count : bench.vector(VectorGate::kMostOutstanding))
         QVERIFY(count < kLimit);
@@ -163,12 +163,12 @@ void LptSweepLifeTest::slowProgramGetsTheNewest()
     bench.driver.RunSweep();
     QTRY_VERIFY(bench.driver.droppedVectors() > 10);
     QCOMPARE(bench.vectors.count(), VectorGate::kMostOutstanding);
-    bench.driver.VectorTaken();
+    bench.driver.VectorsTaken(1);
     QCOMPARE(bench.vectors.count(), VectorGate::kMostOutstanding + 1);
     bench.driver.StopSweep(2);
     QTRY_COMPARE(bench.completes.count(), 1);
     for (int index = 0; index < 20; ++index)
-        bench.driver.VectorTaken();
+        bench.driver.VectorsTaken(1);
     QCOMPARE(bench.vectors.count(), VectorGate::kMostOutstanding + 1); // nothing after aComplete
 }
 

@@ -65,7 +65,8 @@ struct Bench
                   return DdsClock{DdsChip::Ad9850, settings.clockHz, 1};
               })
     {
-        QObject::connect(&driver, &PicDriver::aVettore, &driver, &PicDriver::VectorTaken, Qt::QueuedConnection);
+        QObject::connect(
+            &driver, &PicDriver::aVettore, &driver, [this] { driver.VectorsTaken(1); }, Qt::QueuedConnection);
     }
 
     ~Bench() { driver.ClosePort(); }

@@ -148,7 +148,7 @@ void ServerProcessTest::sweepsAndEndsWithTheConnection()
     QSignalSpy vectors(server.lpt.get(), &LptProxy::aVettore);
     QSignalSpy errors(server.lpt.get(), &LptProxy::aErrore);
     QSignalSpy completes(server.lpt.get(), &LptProxy::aComplete);
-    connect(server.lpt.get(), &LptProxy::aVettore, server.lpt.get(), &LptProxy::VectorTaken);
+    connect(server.lpt.get(), &LptProxy::aVettore, server.lpt.get(), [&server] { server.lpt->VectorsTaken(1); });
 
     QDBusPendingReply<bool> wrongPort = server.lpt->OpenPort(888);
     QCOMPARE(wrongPort.value(), false);

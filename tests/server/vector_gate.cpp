@@ -24,6 +24,8 @@ private slots:
     void newestWaits();
     void waitingCanBeDiscarded();
     void takenWithoutVectors();
+    void severalTakenAtOnce();
+    void countOutOfRange();
 };
 
 void VectorGateTest::eightGoOut()
@@ -42,9 +44,9 @@ void VectorGateTest::newestWaits()
     for (int index = 0; index < 20; ++index)
         gate.offer(QList<int>{index});
     QCOMPARE(gate.dropped(), std::uint64_t{11}); // 8 sent, 1 waits
-    QCOMPARE(gate.taken(), single(19));
+    QCOMPARE(gate.taken(1), single(19));
     QCOMPARE(gate.outstanding(), 8);
-    QVERIFY(!gate.taken().has_value());
+    QVERIFY(!gate.taken(1).has_value());
     QCOMPARE(gate.outstanding(), 7);
     QCOMPARE(gate.offer(QList<int>{20}), single(20));
 }
@@ -57,15 +59,38 @@ void VectorGateTest::waitingCanBeDiscarded()
     gate.discardWaiting();
     gate.discardWaiting();
     QCOMPARE(gate.dropped(), std::uint64_t{1});
-    QVERIFY(!gate.taken().has_value());
+    QVERIFY(!gate.taken(1).has_value());
     QCOMPARE(gate.outstanding(), 7);
 }
 
 void VectorGateTest::takenWithoutVectors()
 {
     VectorGate gate;
-    QVERIFY(!gate.taken().has_value());
+    QVERIFY(!gate.taken(1).has_value());
     QCOMPARE(gate.outstanding(), 0);
+}
+
+void VectorGateTest::severalTakenAtOnce()
+{
+    VectorGate gate;
+    for (int index = 0; index < 12; ++index)
+        gate.offer(QList<int>{index});
+    QCOMPARE(gate.taken(4), single(11));
+    QCOMPARE(gate.outstanding(), 5);
+    QVERIFY(!gate.taken(4).has_value());
+    QCOMPARE(gate.outstanding(), 1);
+}
+
+void VectorGateTest::countOutOfRange()
+{
+    VectorGate gate;
+    for (int index = 0; index < 9; ++index)
+        gate.offer(QList<int>{index});
+    QVERIFY(!gate.taken(0).has_value());
+    QVERIFY(!gate.taken(-32768).has_value());
+    QCOMPARE(gate.outstanding(), 8);
+    QCOMPARE(gate.taken(32767), single(8));
+    QCOMPARE(gate.outstanding(), 1);
 }
 
 QTEST_APPLESS_MAIN(VectorGateTest)

@@ -166,7 +166,8 @@ struct VnaBench
         driver.SetXtalFrequency(20e6);
         driver.SetMultiplier(20);
         // As the program does; queued, because its answer comes later.
-        QObject::connect(&driver, &VnaDriver::aVettore, &driver, &VnaDriver::VectorTaken, Qt::QueuedConnection);
+        QObject::connect(
+            &driver, &VnaDriver::aVettore, &driver, [this] { driver.VectorsTaken(1); }, Qt::QueuedConnection);
     }
 
     bool open() { return driver.OpenPort(kPort, QStringLiteral("115200,N,8,1")); }

@@ -28,7 +28,8 @@ struct Bench
             qFatal("cannot write the settings");
         settings.write("[Config]\r\nDDS Xtal freq=20000000\r\nDDS Multiplier=20\r\n[Simulator]\r\n" + simulator);
         settings.close();
-        QObject::connect(&driver, &VnaDriver::aVettore, &driver, &VnaDriver::VectorTaken, Qt::QueuedConnection);
+        QObject::connect(
+            &driver, &VnaDriver::aVettore, &driver, [this] { driver.VectorsTaken(1); }, Qt::QueuedConnection);
     }
 
     QString path() const { return folder.filePath(QStringLiteral("Calvorn.ini")); }

@@ -271,12 +271,12 @@ void VnaSweepLifeTest::closeSwitchesOff()
 void VnaSweepLifeTest::slowProgramGetsTheNewest()
 {
     VnaBench bench;
-    QObject::disconnect(&bench.driver, &VnaDriver::aVettore, &bench.driver, &VnaDriver::VectorTaken);
+    QObject::disconnect(&bench.driver, &VnaDriver::aVettore, &bench.driver, nullptr);
     QVERIFY(bench.open());
     bench.start(1'000'000, 22'500);
     QTRY_VERIFY(bench.driver.droppedVectors() >= 20);
     QCOMPARE(bench.vectors.count(), VectorGate::kMostOutstanding);
-    bench.driver.VectorTaken();
+    bench.driver.VectorsTaken(1);
     QCOMPARE(bench.vectors.count(), VectorGate::kMostOutstanding + 1);
 }
 

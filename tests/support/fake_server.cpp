@@ -39,7 +39,7 @@ public:
     bool handleMessage(const QDBusMessage &message, const QDBusConnection &connection) override
     {
         const QString operation = message.member();
-        if (operation == u"VectorTaken")
+        if (operation == u"VectorsTaken")
             return true;
         write(message);
         if (hasRule(QStringLiteral("hang"), operation))

@@ -25,7 +25,7 @@ public:
     }
 
     QString text(const char *name) const { return find(name)->property("text").toString(); }
-    QString label(const char *name) const { return find<QLabel>(name)->text(); }
+    QString label(const char *name) const { return find<QWidget>(name)->property("text").toString(); }
     QString caption(const char *name) const { return find<QAbstractButton>(name)->text(); }
     bool isShown(const char *name) const { return find(name)->isVisible(); }
     bool isChecked(const char *name) const { return find<QAbstractButton>(name)->isChecked(); }
