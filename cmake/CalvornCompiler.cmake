@@ -15,6 +15,7 @@ target_compile_options(calvorn_compiler INTERFACE
 target_compile_definitions(calvorn_compiler INTERFACE QT_NO_FOREACH)
 target_include_directories(calvorn_compiler INTERFACE "${CMAKE_SOURCE_DIR}")
 if(CALVORN_SANITIZE)
-    add_compile_options(-fsanitize=${CALVORN_SANITIZE} -fno-omit-frame-pointer)
+    # A finding of UndefinedBehaviorSanitizer ends the program like a crash.
+    add_compile_options(-fsanitize=${CALVORN_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     add_link_options(-fsanitize=${CALVORN_SANITIZE})
 endif()

@@ -37,14 +37,19 @@ function(calvorn_program name)
 endfunction()
 
 # calvorn_test(<name> SOURCES <file>... [LINK <library>...] [LABELS <label>...] [ENVIRONMENT <VAR=value>...])
-# A Qt Test program named <name>, run as the test <name>; it finds the built programs by CALVORN_BIN.
+# A Qt Test program named <name>, run as the test <name>; it finds the built programs by CALVORN_BIN. One that links
+# windows runs on a display of its own.
 function(calvorn_test name)
     cmake_parse_arguments(ARG "" "" "SOURCES;LINK;LABELS;ENVIRONMENT" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
     set_target_properties(${name} PROPERTIES AUTOMOC ON RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/tests")
     target_link_libraries(${name} PRIVATE calvorn_compiler Qt6::Test ${ARG_LINK})
     target_compile_definitions(${name} PRIVATE CALVORN_SOURCE_DIR="${CMAKE_SOURCE_DIR}")
-    add_test(NAME ${name} COMMAND ${name})
+    set(display "")
+    if(ARG_LINK MATCHES "Qt6::Gui|Qt6::Widgets|calvorn_(platform_desktop|display|acquisition|setup|app)")
+        set(display "${CMAKE_SOURCE_DIR}/tests/with-display")
+    endif()
+    add_test(NAME ${name} COMMAND ${display} $<TARGET_FILE:${name}>)
     set_tests_properties(${name} PROPERTIES TIMEOUT 240 LABELS "${ARG_LABELS}"
         ENVIRONMENT "CALVORN_BIN=${CMAKE_BINARY_DIR}/bin;${ARG_ENVIRONMENT}")
 endfunction()
