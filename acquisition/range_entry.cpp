@@ -66,6 +66,8 @@ RangeEntry::Box RangeEntry::makeBox(const char *suffix, const QString &frameTitl
     font.setPointSizeF(font.pointSizeF() * 1.25);
     font.setLetterSpacing(QFont::AbsoluteSpacing, 2.5);
     box->setFont(font);
+    // The highest frequency that a box can hold, with the gap that a line edit keeps on both sides.
+    box->setMinimumWidth(box->fontMetrics().horizontalAdvance(NumberText().masked(888888888, kMaskHertz)) + 2 * 5);
     auto *bars = new DigitBars(QStringLiteral("VScroll") + QString::fromLatin1(suffix), *box, frame);
     column->addWidget(bars);
     column->addWidget(box);

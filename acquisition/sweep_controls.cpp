@@ -11,6 +11,8 @@
 #include <QShortcut>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace calvorn {
 
 namespace {
@@ -78,12 +80,21 @@ void SweepControls::buildReadouts()
         readOut->setFixedSize(readOut->sizeHint().width(), readOut->fontMetrics().height());
         return readOut;
     };
+    const auto addRow = [&](int row, const QString &text, ReadOut *readOut) {
+        auto *caption = new QLabel(text, this);
+        grid->addWidget(caption, row, 0);
+        grid->addWidget(readOut, row, 1, Qt::AlignRight);
+        const int line = caption->sizeHint().width() + grid->horizontalSpacing() + readOut->width();
+        m_widthOfLines = std::max(m_widthOfLines, line);
+        // Where the column cannot be as wide as a large font asks for, a second line is better than a cut word.
+        caption->setWordWrap(true);
+    };
     m_sweepTime = makeReadOut("lblSweepTime", tr("Time of one sweep in milliseconds"));
     m_sweepRate = makeReadOut("lblSweepRate", tr("Sweeps per second"));
-    grid->addWidget(new QLabel(tr("Sweep time - ms"), this), 0, 0);
-    grid->addWidget(m_sweepTime, 0, 1, Qt::AlignRight);
-    grid->addWidget(new QLabel(tr("Sweeps per second"), this), 1, 0);
-    grid->addWidget(m_sweepRate, 1, 1, Qt::AlignRight);
+    grid->setColumnStretch(0, 1);
+    grid->setHorizontalSpacing(6);
+    addRow(0, tr("Sweep time - ms"), m_sweepTime);
+    addRow(1, tr("Sweeps per second"), m_sweepRate);
     static_cast<QVBoxLayout *>(layout())->addLayout(grid);
 }
 
@@ -95,8 +106,9 @@ void SweepControls::buildButtons()
     m_stop = new QPushButton(tr("Sweep OFF"), this);
     m_stop->setObjectName(QStringLiteral("cmdStop"));
     m_stop->setToolTip(tr("Stop the sweep (F5)"));
+    const int wider = std::max(m_start->sizeHint().width(), m_stop->sizeHint().width());
     for (QPushButton *button : {m_start, m_stop}) {
-        button->setMinimumHeight(36);
+        button->setMinimumSize(wider, 36);
         button->setAutoDefault(true);
     }
     m_buttonRow = new QHBoxLayout;

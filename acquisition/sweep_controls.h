@@ -41,6 +41,9 @@ public:
     // Where the keyboard is at start-up: the button that is wanted first, and no box that leaving would re-plan.
     void focusStart() { m_start->setFocus(); }
 
+    // Logical pixels in which no caption needs a second line.
+    int widthOfLines() const { return m_widthOfLines; }
+
     // Further buttons beside cmdStart and cmdStop.
     QHBoxLayout *buttonRow() const { return m_buttonRow; }
 
@@ -101,6 +104,7 @@ private:
     std::uint32_t m_sweepStartTick = 0; // ms
     bool m_starting = false;
     bool m_abandoned = false;
+    int m_widthOfLines = 0; // logical pixels
     QTimer m_timerUpdateSweep;
     QGroupBox *m_speedFrame = nullptr;
     std::array<QRadioButton *, 3> m_optSpeed{};

@@ -11,14 +11,21 @@
 #include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QMenuBar>
+#include <QScreen>
 #include <QVBoxLayout>
+
+#include <algorithm>
+#include <array>
 
 namespace calvorn {
 
 namespace {
 
 constexpr QSize kStartSize(800, 600); // pixels
+constexpr int kWindowTitle = 40;      // pixels of height that a window manager adds
 constexpr int kControlColumnWidth = 186;
+// On a screen of 1024 pixels the graph and the markers leave no more, even to the largest of the usual fonts.
+constexpr int kWidestControlColumn = 225;
 
 } // namespace
 
@@ -75,12 +82,22 @@ void FrmSweep::composeControlColumn(QLayout *column)
     m_events = new DriverEvents(m_messages, m_log, m_boundary, *m_controls, m_conversion, *m_testPanel, this);
 
     for (QWidget *widget :
-         {static_cast<QWidget *>(m_range), static_cast<QWidget *>(m_controls), static_cast<QWidget *>(m_testPanel)}) {
-        widget->setFixedWidth(kControlColumnWidth);
+         {static_cast<QWidget *>(m_range), static_cast<QWidget *>(m_controls), static_cast<QWidget *>(m_testPanel)})
         column->addWidget(widget);
-    }
     static_cast<QVBoxLayout *>(column)->setStretchFactor(m_testPanel, 1);
     static_cast<QVBoxLayout *>(column)->addStretch();
+}
+
+// As wide as its texts need in the font of the desktop; what is hidden asks for nothing.
+void FrmSweep::fitControlColumn()
+{
+    const std::array<QWidget *, 3> widgets{m_range, m_controls, m_testPanel};
+    int width = std::clamp(m_controls->widthOfLines(), kControlColumnWidth, kWidestControlColumn);
+    for (const QWidget *widget : widgets)
+        if (!widget->isHidden())
+            width = std::max(width, widget->minimumSizeHint().width());
+    for (QWidget *widget : widgets)
+        widget->setFixedWidth(width);
 }
 
 void FrmSweep::composeGraphColumn(QLayout *column)
@@ -214,11 +231,13 @@ bool FrmSweep::start()
     // The server comes up while the window is prepared.
     m_server.launch();
     setWindowTitle(QString::fromLatin1(kApplicationTitle));
-    resize(kStartSize);
+    const QSize free = screen()->availableSize() - QSize(0, kWindowTitle);
+    resize(kStartSize.boundedTo(free));
     if (!loadSettings())
         return false;
     m_range->showRange();
     m_testPanel->setVisible(m_configuration.logDebug);
+    fitControlColumn();
     prepareDisplay();
     m_boundary.run("restoreMarkers", [this] { restoreMarkers(); });
     m_boundary.run("prepareInterface", [this] { prepareInterface(); });

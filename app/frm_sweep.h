@@ -48,6 +48,7 @@ protected:
 
 private:
     void compose();
+    void fitControlColumn();
     void composeGraphColumn(QLayout *column);
     void composeControlColumn(QLayout *column);
     void connectRooms();

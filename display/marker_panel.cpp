@@ -109,12 +109,11 @@ void MarkerPanel::layOut()
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     auto *inside = new QWidget(this);
-    inside->setMaximumWidth(kWidest);
     row->addWidget(inside, 1);
     row->addStretch();
     auto *grid = new QGridLayout(inside);
     grid->setContentsMargins(6, 2, 6, 2);
-    grid->setHorizontalSpacing(6);
+    grid->setHorizontalSpacing(4);
     grid->setVerticalSpacing(2);
     const auto caption = [this](const QString &text, const QString &name) {
         auto *label = new QLabel(text, this);
@@ -144,6 +143,7 @@ void MarkerPanel::layOut()
     for (const int column : {2, 6})
         grid->setColumnStretch(column, 2);
     grid->setRowStretch(4, 1);
+    inside->setMaximumWidth(std::max(kWidest, inside->minimumSizeHint().width()));
 }
 
 void MarkerPanel::addPair(QGridLayout *grid, int row, int column, const QString &caption, QWidget *first,
@@ -157,7 +157,7 @@ void MarkerPanel::addPair(QGridLayout *grid, int row, int column, const QString 
         grid->addWidget(first, row, column + 1);
     }
     if (second) {
-        second->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("-888.88")) + 14);
+        second->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("-888.8")) + 14);
         grid->addWidget(second, row, column + 2);
     }
 }

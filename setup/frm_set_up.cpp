@@ -14,6 +14,21 @@
 
 namespace calvorn {
 
+namespace {
+
+// A pressed button is only a little darker, which nobody sees among dark colours.
+void markPressed(QPushButton *button, bool pressed)
+{
+    QPalette colours = button->parentWidget()->palette();
+    if (pressed) {
+        colours.setBrush(QPalette::Button, colours.brush(QPalette::Highlight));
+        colours.setBrush(QPalette::ButtonText, colours.brush(QPalette::HighlightedText));
+    }
+    button->setPalette(pressed ? colours : QPalette());
+}
+
+} // namespace
+
 FrmSetUp::FrmSetUp(const Configuration &configuration, Messages &messages, ErrorBoundary &boundary, QWidget *parent)
     : QDialog(parent)
     , m_configuration(configuration)
@@ -53,6 +68,7 @@ QLayout *FrmSetUp::buildPageButtons()
         button->setObjectName(QString::fromLatin1(buttons[page].name));
         button->setToolTip(buttons[page].toolTip);
         button->setCheckable(true);
+        connect(button, &QPushButton::toggled, this, [button](bool pressed) { markPressed(button, pressed); });
         group->addButton(button);
         button->setAutoDefault(false);
         button->setMinimumHeight(34);

@@ -8,6 +8,7 @@
 #include <QListWidget>
 #include <QMenu>
 #include <QMenuBar>
+#include <QScopeGuard>
 #include <QScrollBar>
 
 using namespace calvorn;
@@ -123,16 +124,33 @@ void TestControls::theTabKeyFollowsTheEye()
 void TestControls::nothingIsCutOff_data()
 {
     QTest::addColumn<QSize>("size");
-    QTest::newRow("at the start") << QSize(800, 600);
-    QTest::newRow("a small screen") << QSize(1024, 570);
-    QTest::newRow("a netbook") << QSize(1024, 600);
-    QTest::newRow("a large screen") << QSize(1900, 1050);
+    QTest::addColumn<int>("points"); // 0: the font of the desktop as it is
+    QTest::newRow("at the start") << QSize(800, 600) << 0;
+    QTest::newRow("a small screen") << QSize(1024, 570) << 0;
+    QTest::newRow("a netbook") << QSize(1024, 600) << 0;
+    QTest::newRow("a large screen") << QSize(1900, 1050) << 0;
+    QTest::newRow("9 pt") << QSize(1024, 570) << 9;
+    QTest::newRow("11 pt") << QSize(1024, 570) << 11;
+    QTest::newRow("13 pt") << QSize(1024, 570) << 13;
+    QTest::newRow("15 pt") << QSize(1024, 580) << 15;
+    QTest::newRow("15 pt with room") << QSize(1280, 760) << 15;
 }
 
 void TestControls::nothingIsCutOff()
 {
     QFETCH(QSize, size);
-    WindowBench bench(m_server.program(), kSettings);
+    QFETCH(int, points);
+    QByteArray settings = kSettings;
+    const QFont usual = QApplication::font();
+    const auto back = qScopeGuard([usual] { QApplication::setFont(usual); });
+    if (points > 0) {
+        QFont font = usual;
+        font.setPointSize(points);
+        QApplication::setFont(font);
+        // With large letters a small screen has no room for the test panel.
+        settings.replace("Log=1", "Log=0");
+    }
+    WindowBench bench(m_server.program(), settings);
     bench.window->resize(size);
     QCoreApplication::processEvents();
     // The layout fits: it does not make the window larger than asked for.
@@ -149,7 +167,8 @@ void TestControls::nothingIsCutOff()
                 continue;
             const QString name = widget->objectName() + u' ' + (label ? label->text() : push->text());
             QVERIFY2(widget->width() >= widget->minimumSizeHint().width(), qPrintable(name));
-            QVERIFY2(widget->height() >= widget->minimumSizeHint().height(), qPrintable(name));
+            const int lines = label && label->wordWrap() ? label->heightForWidth(label->width()) : 0;
+            QVERIFY2(widget->height() >= std::max(widget->minimumSizeHint().height(), lines), qPrintable(name));
             const QRect place(widget->mapTo(bench.window.get(), QPoint()), widget->size());
             QVERIFY2(bench.window->rect().contains(place), qPrintable(name));
         }

@@ -10,6 +10,8 @@
 #include <QHelpSearchQueryWidget>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QRegularExpression>
+#include <QShortcut>
 #include <QTabWidget>
 #include <QTextBrowser>
 
@@ -79,6 +81,7 @@ private slots:
     void theProgramFolderStaysAsItIs();
     void aMissingOrDamagedFileIsTold();
     void theHelpClosesWithTheProgram();
+    void everyShortcutIsInTheManual();
 };
 
 void TestHelpWindow::theMenuOpensTheContents()
@@ -272,6 +275,35 @@ void TestHelpWindow::theHelpClosesWithTheProgram()
     QVERIFY(helpWindow());
     QVERIFY(main->window->close());
     QVERIFY(!helpWindow());
+}
+
+// And nothing that is none.
+void TestHelpWindow::everyShortcutIsInTheManual()
+{
+    const auto main = bench();
+    choose(*main, "mnuHelpContent");
+    helpWindow()->showPage(QStringLiteral("keys.html"));
+    const QString page = inHelp<QTextBrowser>("txtHelp")->toPlainText();
+    QSet<QString> shortcuts;
+    for (const QWidget *window : {static_cast<QWidget *>(main->window.get()), static_cast<QWidget *>(helpWindow())}) {
+        for (const QAction *action : window->findChildren<QAction *>())
+            shortcuts.insert(action->shortcut().toString());
+        for (const QShortcut *shortcut : window->findChildren<QShortcut *>())
+            shortcuts.insert(shortcut->key().toString());
+    }
+    // A letter with Alt is underlined in its caption; an action without a key has an empty one.
+    static const QRegularExpression mnemonic(QStringLiteral("^(Alt\\+.)?$"));
+    shortcuts.removeIf([](const QString &keys) { return keys.contains(mnemonic); });
+    QVERIFY(shortcuts.size() > 10);
+    for (const QString &keys : shortcuts)
+        QVERIFY2(page.contains(keys == u"Esc" ? QStringLiteral("Escape") : keys), qPrintable(keys));
+    static const QRegularExpression named(
+        QStringLiteral(R"(\b(?:(?:Ctrl|Alt|Shift)\+(?:Shift\+)?(?:[A-Z]|\w{4,5})|F\d+)\b)"));
+    for (auto match = named.globalMatch(page); match.hasNext();) {
+        const QString keys = match.next().captured();
+        // The Tab key is the toolkit's own.
+        QVERIFY2(shortcuts.contains(keys) || keys == u"Shift+Tab", qPrintable(keys));
+    }
 }
 
 QTEST_MAIN(TestHelpWindow)

@@ -3,6 +3,7 @@
 #include "tests/support/locales.h"
 #include "tests/support/set_up_bench.h"
 
+#include <QScopeGuard>
 #include <QScrollBar>
 
 using namespace calvorn;
@@ -41,6 +42,8 @@ private slots:
     void cleanup() { QLocale::setDefault(QLocale::c()); }
 
     void onePageShowsAtATime();
+    void thePressedPageButtonIsSeen_data();
+    void thePressedPageButtonIsSeen();
     void everyPageShowsWhatTheFileSays();
     void cancelWritesNothingAndKeepsTheDialogOpen();
     void exitWritesNothing();
@@ -79,6 +82,37 @@ void TestFrmSetUp::onePageShowsAtATime()
         }
         QCOMPARE(bench.dialog->size(), size);
     }
+}
+
+void TestFrmSetUp::thePressedPageButtonIsSeen_data()
+{
+    QTest::addColumn<QPalette>("colours");
+    QTest::newRow("light") << QPalette(QColor(239, 239, 239));
+    QTest::newRow("dark") << QPalette(QColor(49, 54, 59), QColor(42, 46, 50));
+}
+
+void TestFrmSetUp::thePressedPageButtonIsSeen()
+{
+    QFETCH(QPalette, colours);
+    colours.setColor(QPalette::Highlight, QColor(61, 174, 233));
+    colours.setColor(QPalette::HighlightedText, Qt::white);
+    const QPalette usual = QApplication::palette();
+    const auto back = qScopeGuard([usual] { QApplication::setPalette(usual); });
+    QApplication::setPalette(colours);
+    const SetUpBench bench(kConfigured);
+    // The middle of the left end, where a button has no letters.
+    const auto face = [&bench](const char *name) {
+        QWidget *button = bench.find(name);
+        return button->grab().toImage().pixelColor(4, button->height() / 2);
+    };
+    const auto distance = [](const QColor &a, const QColor &b) {
+        return std::abs(a.red() - b.red()) + std::abs(a.green() - b.green()) + std::abs(a.blue() - b.blue());
+    };
+    bench.click("cmdADC");
+    QVERIFY(distance(face("cmdADC"), face("cmdPort")) > 120);
+    bench.click("cmdPort");
+    QVERIFY(distance(face("cmdADC"), face("cmdPort")) > 120);
+    QVERIFY(distance(face("cmdADC"), face("cmdDDS")) < 10);
 }
 
 void TestFrmSetUp::everyPageShowsWhatTheFileSays()
