@@ -3,6 +3,7 @@
 
 #include "core/common_functions.h"
 #include "core/number_text.h"
+#include "core/scale_type.h"
 
 #include <QGroupBox>
 #include <QPushButton>
@@ -62,7 +63,7 @@ void FrmPreferences::load()
     if (mode >= 0 && mode < static_cast<std::int16_t>(m_optCursor.size()))
         m_optCursor[static_cast<std::size_t>(mode)]->setChecked(true);
     // In dB referred to 1 V, whatever the scale of the display is.
-    const QScopedValueRollback scale(m_configuration.scaleType, std::int16_t{2});
+    const QScopedValueRollback scale(m_configuration.scaleType, kScaleDb1VHeadroom);
     const double lowest = static_cast<double>(m_configuration.adcOffset) + static_cast<double>(m_configuration.adcStep);
     m_limitScales->setText(tr("Limit the Logaritmic Scales to the range of the ADC (%1)")
                                .arg(NumberText().fromDouble(voltsToDb(m_configuration, lowest))));

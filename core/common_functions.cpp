@@ -3,6 +3,7 @@
 
 #include "core/checked_arithmetic.h"
 #include "core/number_text.h"
+#include "core/scale_type.h"
 #include "platform/profile_file.h"
 
 #include <cmath>
@@ -18,9 +19,9 @@ float countToVolts(const Configuration &configuration, double count)
 
 double voltsToDb(Configuration &configuration, double volts)
 {
-    if (configuration.scaleType == 0)
+    if (isLinearScale(configuration.scaleType))
         return volts;
-    configuration.dbReference = configuration.scaleType == 3 || configuration.scaleType == 4 ? 10.0 : 1.0;
+    configuration.dbReference = scaleRefersTo10V(configuration.scaleType) ? 10.0 : 1.0;
     if (!(volts > 0.0))
         return kFloorDb;
     return roundToDecimals(20.0 * std::log10(volts / configuration.dbReference), 2);
@@ -29,13 +30,13 @@ double voltsToDb(Configuration &configuration, double volts)
 double dbToVolts(const Configuration &configuration, double value)
 {
     switch (configuration.scaleType) {
-    case 0:
+    case kScaleLinear:
         return value;
-    case 1:
-    case 2:
+    case kScaleDb1V:
+    case kScaleDb1VHeadroom:
         return roundToDecimals(std::pow(10.0, value / 20.0), 3);
-    case 3:
-    case 4:
+    case kScaleDb10V:
+    case kScaleDb10VHeadroom:
         return roundToDecimals(std::pow(10.0, value / 20.0) * 10.0, 3);
     default:
         return 0.0;

@@ -42,7 +42,7 @@ struct Configuration
     std::int16_t aux1 = 0;        // bit i is check box i
     std::int16_t aux2 = 0;
     std::int16_t pot2 = 0;
-    std::int16_t scaleType = 0;  // 0 linear; 1, 2 dB referred to 1 V; 3, 4 dB referred to 10 V
+    std::int16_t scaleType = 0;  // core/scale_type.h says what it means
     std::int32_t startFreq = 0;  // Hz
     std::int32_t stopFreq = 0;   // Hz
     std::int32_t stepFreq = 0;   // Hz, negative for a descending sweep

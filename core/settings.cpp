@@ -4,6 +4,7 @@
 #include "core/common_functions.h"
 #include "core/number_text.h"
 #include "core/runtime_error.h"
+#include "core/scale_type.h"
 #include "platform/profile_file.h"
 
 #include <QCoreApplication>
@@ -86,7 +87,7 @@ void SettingsLoader::readWindowSection()
     Configuration &c = m_configuration;
     m_reader.int16(c.scaleType, kCalvorn, "Scale", "0");
     if (c.scaleType == 10)
-        c.scaleType = 3;
+        c.scaleType = kScaleDb10V;
     m_reader.int32(c.startFreq, kCalvorn, "Start", "1000000");
     m_reader.int32(c.stopFreq, kCalvorn, "Stop", "10000000");
     clampFrequencies();

@@ -2,6 +2,7 @@
 #include "data/amplitude_column.h"
 
 #include "core/common_functions.h"
+#include "core/scale_type.h"
 
 namespace calvorn {
 
@@ -16,7 +17,7 @@ float AmplitudeColumn::convertRow(int row)
     const double count = m_numbers.toDouble(m_table.text(row, SweepTable::SampleColumn));
     const float volts = countToVolts(m_configuration, count);
     QString &amplitude = m_table.cell(row, SweepTable::AmplitudeColumn);
-    if (m_configuration.scaleType == 0)
+    if (isLinearScale(m_configuration.scaleType))
         m_numbers.assignMasked(amplitude, static_cast<double>(volts), kMaskVolt);
     else
         m_numbers.assignMasked(amplitude, voltsToDb(m_configuration, static_cast<double>(volts)), kMaskDb);

@@ -3,6 +3,7 @@
 
 #include "core/checked_arithmetic.h"
 #include "core/number_text.h"
+#include "core/scale_type.h"
 
 #include <algorithm>
 
@@ -19,7 +20,7 @@ void SweepTable::inizializzaGrid()
 {
     std::ranges::for_each(m_cells, [](QString &text) { text.clear(); });
     setText(0, FrequencyColumn, tr("Frequency"));
-    setText(0, AmplitudeColumn, m_configuration.scaleType == 0 ? tr("Volt") : tr("dB"));
+    setText(0, AmplitudeColumn, isLinearScale(m_configuration.scaleType) ? tr("Volt") : tr("dB"));
     setText(0, SampleColumn, tr("Sample"));
     clearSamples();
     const NumberText numbers;

@@ -3,6 +3,7 @@
 
 #include "core/checked_arithmetic.h"
 #include "core/number_text.h"
+#include "core/scale_type.h"
 #include "display/graph_coordinates.h"
 
 #include <QEvent>
@@ -70,7 +71,7 @@ void AmplitudeAxis::showFullScale()
 void AmplitudeAxis::readFullScale()
 {
     const NumberText numbers;
-    if (m_configuration.scaleType == 0) {
+    if (isLinearScale(m_configuration.scaleType)) {
         if (m_maxVolt->isModified() || !numbers.isNumeric(m_maxVolt->text()))
             acceptMaxVolt();
         else
@@ -130,7 +131,7 @@ void AmplitudeAxis::acceptMaxVolt()
 
 void AmplitudeAxis::drawScreen()
 {
-    const bool linear = m_configuration.scaleType == 0;
+    const bool linear = isLinearScale(m_configuration.scaleType);
     linear ? drawLinear() : drawLogarithmic();
     m_maxVolt->setVisible(linear);
     m_maxDb->setVisible(!linear);
@@ -140,17 +141,17 @@ void AmplitudeAxis::drawScreen()
 QString AmplitudeAxis::ladderText(const Configuration &configuration, int i)
 {
     const NumberText numbers;
-    if (configuration.scaleType == 0) {
+    if (isLinearScale(configuration.scaleType)) {
         const double fullScale = GraphCoordinates(configuration).fullScaleVolt();
         return numbers.masked(fullScale - fullScale * i / kLinearLabels, kMaskFullScaleVolt);
     }
-    const int first = configuration.scaleType == 2 || configuration.scaleType == 4 ? 1 : 0; // tens of dB above 0 dB
+    const int first = scaleHasHeadroom(configuration.scaleType) ? 1 : 0; // tens of dB above 0 dB
     return numbers.masked(-10.0 * (i - first), kMaskDb);
 }
 
 QString AmplitudeAxis::referenceText(const Configuration &configuration)
 {
-    return configuration.scaleType >= 3 ? tr("(Vref 10V)") : tr("(Vref 1V)");
+    return scaleRefersTo10V(configuration.scaleType) ? tr("(Vref 10V)") : tr("(Vref 1V)");
 }
 
 void AmplitudeAxis::drawLinear()
@@ -236,7 +237,7 @@ void AmplitudeAxis::place()
         const double row = std::min(std::floor(i * pitch + 0.5), 15000.0);
         return m_surfaceTop + static_cast<int>(row) - rows / 2;
     };
-    const bool linear = m_configuration.scaleType == 0;
+    const bool linear = isLinearScale(m_configuration.scaleType);
     for (int i = 0; i < kLabels; ++i) {
         QLabel *label = m_labels[static_cast<std::size_t>(i)];
         const bool caption = i == kReferenceCaption && !linear;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "display/graph_coordinates.h"
 
+#include "core/scale_type.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -16,15 +18,10 @@ constexpr double kUnitsPerDb = 1000.0;
 // the surface with one colour.
 constexpr double kMostLinesOfAKind = 200.0;
 
-bool hasHeadroom(std::int16_t scaleType)
-{
-    return scaleType == 2 || scaleType == 4;
-}
-
 } // namespace
 
 GraphCoordinates::GraphCoordinates(const Configuration &configuration)
-    : m_linear(configuration.scaleType == 0)
+    : m_linear(isLinearScale(configuration.scaleType))
 {
     if (m_linear) {
         const double volts = static_cast<double>(configuration.maxScaleVolt);
@@ -34,7 +31,7 @@ GraphCoordinates::GraphCoordinates(const Configuration &configuration)
         m_height = m_fullScaleVolt * -1000.0;
         return;
     }
-    const double headroom = hasHeadroom(configuration.scaleType) ? kHeadroomDb : 0.0;
+    const double headroom = scaleHasHeadroom(configuration.scaleType) ? kHeadroomDb : 0.0;
     const double range = std::abs(static_cast<double>(configuration.maxScaleDb)) + headroom;
     m_top = -headroom * kUnitsPerDb;
     m_height = std::max(range, kSmallestRangeDb) * kUnitsPerDb;

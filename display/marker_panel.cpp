@@ -3,6 +3,7 @@
 
 #include "core/checked_arithmetic.h"
 #include "core/number_text.h"
+#include "core/scale_type.h"
 
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -243,7 +244,7 @@ void MarkerPanel::aggiornaLblMarkerX()
 double MarkerPanel::amplitudeOfLine(GraphItem item) const
 {
     const double y = m_graph.line(item).y1 / 1000.0;
-    return m_configuration.scaleType == 0 ? y : -y;
+    return isLinearScale(m_configuration.scaleType) ? y : -y;
 }
 
 bool MarkerPanel::restoreAmplitude(const QString &marker)
@@ -254,7 +255,7 @@ bool MarkerPanel::restoreAmplitude(const QString &marker)
     if (numbers.isNumeric(box->text()))
         return false;
     const double value = amplitudeOfLine(fourth ? GraphItem::M4 : GraphItem::M3);
-    box->setText(numbers.masked(value, amplitudeMask(m_configuration.scaleType == 0)));
+    box->setText(numbers.masked(value, amplitudeMask(isLinearScale(m_configuration.scaleType))));
     return true;
 }
 
@@ -267,13 +268,14 @@ double MarkerPanel::amplitude(const QString &marker)
 
 void MarkerPanel::aggiornaPosMarkerY(const QString &marker)
 {
-    const double factor = m_configuration.scaleType == 0 ? 1000.0 : -1000.0;
+    const double factor = isLinearScale(m_configuration.scaleType) ? 1000.0 : -1000.0;
     m_graph.moveLine(marker == QStringLiteral("M4") ? GraphItem::M4 : GraphItem::M3, amplitude(marker) * factor);
 }
 
 void MarkerPanel::aggiornaLblMarkerY()
 {
-    showAmplitudes(m_configuration.scaleType == 0, amplitudeOfLine(GraphItem::M3), amplitudeOfLine(GraphItem::M4));
+    showAmplitudes(isLinearScale(m_configuration.scaleType), amplitudeOfLine(GraphItem::M3),
+                   amplitudeOfLine(GraphItem::M4));
 }
 
 void MarkerPanel::showAmplitudes(bool linear, double m3, double m4)
@@ -314,7 +316,7 @@ void MarkerPanel::leaveAmplitude(const QString &marker)
     if (restoreAmplitude(marker))
         m_desktop.beep();
     EntryBox *box = marker == QStringLiteral("M4") ? m_m4y : m_m3y;
-    box->setText(NumberText().masked(amplitude(marker), amplitudeMask(m_configuration.scaleType == 0)));
+    box->setText(NumberText().masked(amplitude(marker), amplitudeMask(isLinearScale(m_configuration.scaleType))));
     aggiornaPosMarkerY(marker);
     aggiornaLblMarkerY();
 }
@@ -395,7 +397,7 @@ void MarkerPanel::picSweep_MouseMove(double x, double y)
             putMarker(*m_grabbed, x, y);
     }
     const int row = std::max(1, roundToInteger<std::int32_t>(x));
-    const bool linear = m_configuration.scaleType == 0;
+    const bool linear = isLinearScale(m_configuration.scaleType);
     const NumberText numbers;
     double amplitude = m_graph.coordinates().amplitudeOfY(y);
     if (m_configuration.cursorMode != 0) {

@@ -66,8 +66,8 @@ ScaleControl::ScaleControl(Configuration &configuration, SweepTable &table, Grap
 
 void ScaleControl::aggiornaScala(std::int16_t mode)
 {
-    m_configuration.scaleType = mode >= 0 && mode < kScales ? mode : std::int16_t{0};
-    const QString unit = m_configuration.scaleType == 0 ? tr("Volt") : tr("dB");
+    m_configuration.scaleType = mode >= 0 && mode < kScales ? mode : kScaleLinear;
+    const QString unit = isLinearScale(m_configuration.scaleType) ? tr("Volt") : tr("dB");
     m_table.setText(0, SweepTable::AmplitudeColumn, unit);
     AmplitudeColumn(m_configuration, m_table).convertAllRows();
     m_panel.axis().readFullScale();
@@ -95,7 +95,7 @@ void ScaleControl::mnuScalaLineare_Click()
     const double m3 = dbToVolts(m_configuration, m_markers.amplitude(QStringLiteral("M3")));
     const double m4 = dbToVolts(m_configuration, m_markers.amplitude(QStringLiteral("M4")));
     m_markers.showAmplitudes(true, m3, m4);
-    aggiornaScala(0);
+    aggiornaScala(kScaleLinear);
 }
 
 void ScaleControl::changeToLogarithmic(std::int16_t mode)
@@ -108,7 +108,7 @@ void ScaleControl::changeToLogarithmic(std::int16_t mode)
     if (!sameReference) {
         const double volts3 = dbToVolts(m_configuration, m3);
         const double volts4 = dbToVolts(m_configuration, m4);
-        m_configuration.scaleType = old == 0 ? target.modeFromLinear : mode;
+        m_configuration.scaleType = isLinearScale(old) ? target.modeFromLinear : mode;
         m3 = voltsToDb(m_configuration, volts3);
         m4 = voltsToDb(m_configuration, volts4);
     }

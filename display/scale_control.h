@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "core/scale_type.h"
 #include "display/graph_panel.h"
 #include "display/marker_panel.h"
 
@@ -17,8 +18,6 @@ class ScaleControl : public QObject
     Q_OBJECT
 
 public:
-    static constexpr int kScales = 5;
-
     ScaleControl(Configuration &configuration, SweepTable &table, GraphPanel &panel, MarkerPanel &markers,
                  ErrorBoundary &boundary, QObject *parent = nullptr);
 
@@ -32,10 +31,10 @@ public:
 
 private:
     void mnuScalaLineare_Click();
-    void mnuScalaLogaritmica1_Click() { changeToLogarithmic(1); }
-    void mnuScalaLogaritmica1dB_Click() { changeToLogarithmic(2); }
-    void mnuScalaLogaritmica10_Click() { changeToLogarithmic(3); }
-    void mnuScalaLogaritmica10dB_Click() { changeToLogarithmic(4); }
+    void mnuScalaLogaritmica1_Click() { changeToLogarithmic(kScaleDb1V); }
+    void mnuScalaLogaritmica1dB_Click() { changeToLogarithmic(kScaleDb1VHeadroom); }
+    void mnuScalaLogaritmica10_Click() { changeToLogarithmic(kScaleDb10V); }
+    void mnuScalaLogaritmica10dB_Click() { changeToLogarithmic(kScaleDb10VHeadroom); }
     void changeToLogarithmic(std::int16_t mode);
     void redrawRange();
 

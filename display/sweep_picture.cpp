@@ -3,6 +3,7 @@
 
 #include "core/number_text.h"
 #include "core/runtime_error.h"
+#include "core/scale_type.h"
 #include "core/whole_file.h"
 #include "display/amplitude_axis.h"
 
@@ -51,17 +52,17 @@ SweepPicture::SweepPicture(const Configuration &configuration, const SweepGraph 
 
 QString SweepPicture::unit() const
 {
-    return m_configuration.scaleType == 0 ? tr("V") : tr("dB");
+    return isLinearScale(m_configuration.scaleType) ? tr("V") : tr("dB");
 }
 
 QString SweepPicture::scaleText() const
 {
     const NumberText numbers;
     const QString top = AmplitudeAxis::ladderText(m_configuration, 0);
-    if (m_configuration.scaleType == 0)
+    if (isLinearScale(m_configuration.scaleType))
         return tr("Linear scale, 0 to %1 V").arg(top);
     const QString bottom = numbers.masked(m_configuration.maxScaleDb, kMaskDb);
-    const QString reference = m_configuration.scaleType >= 3 ? tr("10 V") : tr("1 V");
+    const QString reference = scaleRefersTo10V(m_configuration.scaleType) ? tr("10 V") : tr("1 V");
     return tr("Logarithmic scale, %1 to %2 dB, 0 dB is %3").arg(top, bottom, reference);
 }
 

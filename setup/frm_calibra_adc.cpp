@@ -3,6 +3,7 @@
 
 #include "core/common_functions.h"
 #include "core/number_text.h"
+#include "core/scale_type.h"
 
 #include <QKeyEvent>
 
@@ -138,7 +139,7 @@ void FrmCalibraADC::rewriteTable()
 {
     const NumberText numbers;
     Configuration &c = configuration();
-    const bool linear = c.scaleType == 0;
+    const bool linear = isLinearScale(c.scaleType);
     for (int row = 1; row <= kSweepPoints; ++row) {
         const double count = numbers.toDouble(m_table.text(row, SweepTable::SampleColumn));
         const double volts = count * static_cast<double>(c.adcStep) + static_cast<double>(c.adcOffset);
