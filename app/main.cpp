@@ -13,6 +13,17 @@
 
 namespace {
 
+// What desktops show the window with: its picture, and the entry of their menu that it belongs to.
+void introduceToDesktop()
+{
+    QIcon icon;
+    const QDir sizes(QStringLiteral(":/icons"));
+    for (const QString &file : sizes.entryList())
+        icon.addFile(sizes.filePath(file));
+    QApplication::setWindowIcon(icon);
+    QGuiApplication::setDesktopFileName(QStringLiteral("org.calvorn.Calvorn"));
+}
+
 // The folder of the program for everything, unless the command line names another one for the settings.
 calvorn::ProgramFolders foldersFromArguments()
 {
@@ -44,6 +55,7 @@ int main(int argc, char **argv)
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     // A dialog that closes before the main window shows must not end the program.
     QApplication::setQuitOnLastWindowClosed(false);
+    introduceToDesktop();
 
     const ProgramFolders folders = foldersFromArguments();
     Configuration configuration;
