@@ -27,23 +27,28 @@ constexpr int kControlColumnWidth = 186;
 // On a screen of 1024 pixels the graph and the markers leave no more, even to the largest of the usual fonts.
 constexpr int kWidestControlColumn = 225;
 
+QString settingsFileOf(const ProgramFolders &folders)
+{
+    return folders.settings + u'/' + QString::fromLatin1(kSettingsFileName);
+}
+
 } // namespace
 
-FrmSweep::FrmSweep(const QString &programFolder, Configuration &configuration, Desktop &desktop)
+FrmSweep::FrmSweep(const ProgramFolders &folders, Configuration &configuration, Desktop &desktop)
     : m_configuration(configuration)
     , m_desktop(desktop)
     , m_messages(configuration, desktop)
     , m_log(configuration)
     , m_boundary(m_messages, m_log)
     , m_loader(configuration, m_window)
-    , m_server(programFolder + QStringLiteral("/CalvornAsync"))
+    , m_server(folders.programs + QStringLiteral("/CalvornAsync"), settingsFileOf(folders))
     , m_table(configuration)
     , m_conversion(configuration, m_window, m_table)
 {
     setObjectName(QStringLiteral("frmSweep"));
-    m_help = new HelpDesk(programFolder + QStringLiteral("/Calvorn.qch"), m_messages, m_boundary, this);
+    m_help = new HelpDesk(folders.programs + QStringLiteral("/Calvorn.qch"), m_messages, m_boundary, this);
     m_server.setParent(this);
-    m_configuration.iniPath = programFolder + u'/' + QString::fromLatin1(kSettingsFileName);
+    m_configuration.iniPath = settingsFileOf(folders);
     compose();
     buildMenus();
     connectRooms();

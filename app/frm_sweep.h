@@ -29,14 +29,20 @@ class FrmAbout;
 class FrmPreferences;
 class HelpDesk;
 
+// Where things stand: the same folder, unless the programs are where a user cannot write.
+struct ProgramFolders
+{
+    QString programs; // holds the acquisition server and the manual
+    QString settings; // holds the settings file; one instance runs in it
+};
+
 // The main window: composes the rooms, and holds the order of start-up and shutdown.
 class FrmSweep : public QMainWindow
 {
     Q_OBJECT
 
 public:
-    // programFolder holds the settings file and the acquisition server.
-    FrmSweep(const QString &programFolder, Configuration &configuration, Desktop &desktop);
+    FrmSweep(const ProgramFolders &folders, Configuration &configuration, Desktop &desktop);
     ~FrmSweep() override;
 
     // Loads the settings, prepares every room, shows the window and starts the hardware. False: the program ends.

@@ -7,7 +7,43 @@
 #include "platform/qt_desktop.h"
 
 #include <QApplication>
+#include <QCommandLineParser>
+#include <QDir>
 #include <QStyleFactory>
+
+namespace {
+
+// What desktops show the window with: its picture, and the entry of their menu that it belongs to.
+void introduceToDesktop()
+{
+    QIcon icon;
+    const QDir sizes(QStringLiteral(":/icons"));
+    for (const QString &file : sizes.entryList())
+        icon.addFile(sizes.filePath(file));
+    QApplication::setWindowIcon(icon);
+    QGuiApplication::setDesktopFileName(QStringLiteral("org.calvorn.Calvorn"));
+}
+
+// The folder of the program for everything, unless the command line names another one for the settings.
+calvorn::ProgramFolders foldersFromArguments()
+{
+    QCommandLineParser arguments;
+    arguments.setApplicationDescription(QCoreApplication::translate(
+        "main", "Measures filters, antennas and other devices over a range of frequencies."));
+    const QCommandLineOption folder(
+        QStringLiteral("folder"),
+        QCoreApplication::translate("main",
+                                    "Folder of Calvorn.ini, in place of that of the program. One instance runs in it."),
+        QCoreApplication::translate("main", "folder"));
+    arguments.addOption(folder);
+    arguments.addHelpOption();
+    arguments.addVersionOption();
+    arguments.process(QCoreApplication::arguments());
+    const QString programs = QCoreApplication::applicationDirPath();
+    return {programs, arguments.isSet(folder) ? QDir(arguments.value(folder)).absolutePath() : programs};
+}
+
+} // namespace
 
 int main(int argc, char **argv)
 {
@@ -15,20 +51,27 @@ int main(int argc, char **argv)
 
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Calvorn"));
+    QApplication::setApplicationVersion(QStringLiteral(CALVORN_VERSION));
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     // A dialog that closes before the main window shows must not end the program.
     QApplication::setQuitOnLastWindowClosed(false);
+    introduceToDesktop();
 
-    const QString programFolder = QCoreApplication::applicationDirPath();
+    const ProgramFolders folders = foldersFromArguments();
     Configuration configuration;
     QtDesktop desktop;
-    const ProgramLock lock(programFolder);
+    Messages messages(configuration, desktop);
+    if (!QDir(folders.settings).exists()) {
+        messages.beepAndWarn(QCoreApplication::translate("main", "The folder %1 does not exist")
+                                 .arg(QDir::toNativeSeparators(folders.settings)));
+        return 1;
+    }
+    const ProgramLock lock(folders.settings);
     if (!lock.isOurs()) {
-        Messages(configuration, desktop)
-            .beepAndWarn(QCoreApplication::translate("main", "The program is already running"));
+        messages.beepAndWarn(QCoreApplication::translate("main", "The program is already running"));
         return 0;
     }
-    FrmSweep window(programFolder, configuration, desktop);
+    FrmSweep window(folders, configuration, desktop);
     if (!window.start())
         return 0;
     return QCoreApplication::exec();

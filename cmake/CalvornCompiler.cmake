@@ -19,3 +19,9 @@ if(CALVORN_SANITIZE)
     add_compile_options(-fsanitize=${CALVORN_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     add_link_options(-fsanitize=${CALVORN_SANITIZE})
 endif()
+
+# What is shipped is hardened as Debian hardens its programs; the compilers make position-independent ones by themselves.
+add_library(calvorn_hardening INTERFACE)
+target_compile_options(calvorn_hardening INTERFACE
+    "$<$<CONFIG:Release>:-fstack-protector-strong;-Werror=format-security;-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>")
+target_link_options(calvorn_hardening INTERFACE "$<$<CONFIG:Release>:LINKER:-z,relro,-z,now>")

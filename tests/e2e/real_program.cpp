@@ -26,6 +26,7 @@ WindowManager::~WindowManager()
 }
 
 RealProgram::RealProgram(const QByteArray &settings)
+    : m_command(m_folder.filePath(QStringLiteral("Calvorn")))
 {
     const QString built = qEnvironmentVariable("CALVORN_BIN") + u'/';
     for (const char *name : {"Calvorn", "CalvornAsync"}) {
@@ -59,13 +60,19 @@ QString RealProgram::setting(const char *section, const char *key) const
                              QString::fromLatin1(key));
 }
 
+void RealProgram::setCommand(const QString &program, const QStringList &arguments)
+{
+    m_command = program;
+    m_arguments = arguments;
+}
+
 bool RealProgram::start(const QStringList &environment, const QString &titlePattern)
 {
     m_process = std::make_unique<QProcess>();
     m_process->setProcessChannelMode(QProcess::ForwardedChannels);
     QStringList variables = QProcess::systemEnvironment() + environment;
     m_process->setEnvironment(variables);
-    m_process->start(m_folder.filePath(QStringLiteral("Calvorn")), QStringList());
+    m_process->start(m_command, m_arguments);
     m_window = waitForWindow(titlePattern);
     if (m_window.isEmpty())
         return false;
@@ -118,7 +125,7 @@ QString RealProgram::waitForWindow(const QString &titlePattern, int milliseconds
 
 QImage RealProgram::screenshot() const
 {
-    return QGuiApplication::primaryScreen()->grabWindow(0).toImage();
+    return QGuiApplication::primaryScreen()->grabWindow(m_window.toULongLong()).toImage();
 }
 
 int RealProgram::serversRunning() const

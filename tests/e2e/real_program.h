@@ -32,6 +32,8 @@ public:
     QString folder() const { return m_folder.path(); }
     QString setting(const char *section, const char *key) const;
 
+    // What start() starts, in place of the program in the folder without arguments.
+    void setCommand(const QString &program, const QStringList &arguments);
     // Starts the program and waits for its first window. False when none comes.
     bool start(const QStringList &environment = {}, const QString &titlePattern = QStringLiteral("^Brenik - Calvorn"));
     // Waits for the process to end by itself.
@@ -48,7 +50,9 @@ public:
     // Waits for a window whose title matches; its id, or empty.
     QString waitForWindow(const QString &titlePattern, int milliseconds = 5000) const;
     QString mainWindow() const { return m_window; }
+    int exitCode() const { return m_process->exitCode(); }
 
+    // The main window without its frame: the icon there has the yellow of the curve.
     QImage screenshot() const;
 
     // Processes of the acquisition server that run out of this folder.
@@ -59,14 +63,16 @@ public:
 
 private:
     QTemporaryDir m_folder;
+    QString m_command;
+    QStringList m_arguments;
     std::unique_ptr<QProcess> m_process;
     QString m_window;
 };
 
-// Pixels of the curve's yellow anywhere on the screen.
+// Pixels of the curve's yellow anywhere in the picture.
 int curvePixels(const QImage &screen);
 
-// Row of the screen on which the curve's highest point lies; the curve of the filter rises, an empty one does not.
+// Row of the picture on which the curve's highest point lies; the curve of the filter rises, an empty one does not.
 int highestCurveRow(const QImage &screen);
 
 } // namespace calvorn::test

@@ -30,7 +30,7 @@ struct WindowBench : WidgetHands
     void open()
     {
         configuration = Configuration();
-        window = std::make_unique<FrmSweep>(folder.path(), configuration, desktop);
+        window = std::make_unique<FrmSweep>(ProgramFolders{folder.path(), folder.path()}, configuration, desktop);
         started = window->start();
         if (!started)
             return;
