@@ -20,7 +20,7 @@ void BoardPace::advance(Time duration)
 
 void BoardPace::followRealTime()
 {
-    m_due += m_now - m_checked;
+    m_due += (m_now - m_checked) / m_haste;
     m_checked = m_now;
     const auto real = std::chrono::steady_clock::now();
     if (m_due < real - kMostBehind)

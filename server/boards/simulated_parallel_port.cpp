@@ -55,7 +55,7 @@ SimulatedParallelPort::SimulatedParallelPort(const SimulatorSettings &settings, 
     , m_levelsOfData(levelTable(wiring.lines, PortRegister::Data))
     , m_levelsOfControl(levelTable(wiring.lines, PortRegister::Control))
     , m_levels(levelsOf(0, 0))
-    , m_pace(settings.paced)
+    , m_pace(settings.paced, settings.haste)
     , m_dds(makeChip(settings))
     , m_detector(settings.seed)
     , m_adc(settings.adc, kReferenceVolts, [this](std::chrono::nanoseconds now) { return m_detector.read(now); })

@@ -43,6 +43,7 @@ struct SimulatorSettings
 {
     DeviceKind device = DeviceKind::Bandpass;
     bool paced = true;
+    int haste = 1; // how many times faster a paced parallel-port board is than the real one; not in the file
     std::uint64_t seed = 1;
     SimulatorFault fault = SimulatorFault::None;
     DdsChip chip = DdsChip::Ad9850;

@@ -1,21 +1,29 @@
 // SPDX-License-Identifier: MIT
-// Thousands of sweeps of the whole window on the real server and its simulated parallel-port board, as fast as both
-// can, while somebody changes range, scale, view and speed, stops, starts and exports at random. Every vector must
-// stand in the table, every redraw must show the table, every start must end once, and the memory must stay flat.
+// Thousands of sweeps of the whole window on the real driver and its simulated parallel-port board, while somebody
+// changes range, scale, view and speed, stops, starts and exports at random. Whatever the server has sent must arrive
+// once and in its order, and every vector stand in the table of its own plan; every redraw must show the table, the
+// screen what was drawn; every start must end once, and the memory must stay flat.
 //
-// CALVORN_SOAK_SWEEPS is the number of sweeps, 400 if not given; CALVORN_SOAK_SEED makes another course of events.
+// Two courses: as fast as board and window can, and at the pace of the real board with a clock that runs faster.
+// CALVORN_SOAK_SWEEPS and CALVORN_SOAK_PACED are the numbers of sweeps, 400 if not given; CALVORN_SOAK_SEED makes other
+// courses of events.
 #include "acquisition/acquisition_driver.h"
+#include "acquisition/range_entry.h"
 #include "core/number_text.h"
 #include "data/sweep_csv.h"
 #include "display/sweep_graph.h"
+#include "lpt_proxy.h"
 #include "tests/support/resident_memory.h"
+#include "tests/support/tally.h"
 #include "tests/support/window_bench.h"
 
 #include <QElapsedTimer>
 #include <QProcess>
+#include <QScreen>
 #include <QTimer>
 
 #include <random>
+#include <utility>
 
 using namespace calvorn;
 using calvorn::test::WindowBench;
@@ -24,6 +32,10 @@ namespace {
 
 constexpr int kPatienceMs = 20'000; // for one vector, on a busy machine
 constexpr qint64 kMostGrowthKb = 4096;
+constexpr int kUpdateDelayMs = 20;
+constexpr int kHaste = 20;    // of the paced board's clock
+constexpr int kUnderWay = 8;  // vectors that the server sends before the first of them is taken
+constexpr double kStandardSweepMs = 106.0;
 
 int fromEnvironment(const char *name, int fallback)
 {
@@ -31,26 +43,50 @@ int fromEnvironment(const char *name, int fallback)
     return value > 0 ? value : fallback;
 }
 
-struct Soak : WindowBench
+// What has come from the server, as its tally has it, and what became of it.
+struct Arrival
 {
-    Soak()
-        : WindowBench(test::ProgramFolder::builtFile(QStringLiteral("CalvornAsync")),
-                      test::ProgramFolder::preparedSettings().replace("Pace=real", "Pace=none"))
+    QByteArray line;
+    bool handedOn = true;
+    QByteArray shownPlan; // of the table at that moment
+};
+
+// The tally comes first: the server finds it when the window opens.
+struct Soak : test::Tally, WindowBench
+{
+    explicit Soak(bool paced)
+        : Tally(kHaste)
+        , WindowBench(Tally::program(),
+                      test::ProgramFolder::preparedSettings().replace("Pace=real", paced ? "Pace=real" : "Pace=none"))
         , random(static_cast<std::minstd_rand::result_type>(fromEnvironment("CALVORN_SOAK_SEED", 1)))
     {
         auto *driver = window->findChild<AcquisitionDriver *>();
+        auto *proxy = window->findChild<LptProxy *>();
         graph = find<SweepGraph>("picSweep");
-        // Behind the program's own handlers, which have stored the vector or drawn the curve by then.
+        // So that ranges change oftener than a hand could.
+        window->findChild<QTimer *>(QStringLiteral("timerUpdateSweep"))->setInterval(kUpdateDelayMs);
+        // Behind the program's own handlers, which have handed on and stored the vector or drawn the curve by then.
         QObject::connect(driver, &AcquisitionDriver::aVettore, window.get(),
                          [this](const QVector<int> &vector) { onVector(vector); });
         QObject::connect(driver, &AcquisitionDriver::aComplete, window.get(), [this] { ++completes; });
         QObject::connect(driver, &AcquisitionDriver::aErrore, window.get(), [this] { ++errors; });
+        QObject::connect(proxy, &LptProxy::aVettore, window.get(), [this](const QList<int> &vector) {
+            const bool handedOn = std::exchange(handedOnNow, false);
+            arrivals.append({"vector " + QByteArray::number(test::vectorSum(vector)), handedOn, shownPlan()});
+        });
+        QObject::connect(proxy, &LptProxy::aComplete, window.get(), [this] { arrivals.append({"complete", true, {}}); });
+        QObject::connect(proxy, &LptProxy::aErrore, window.get(), [this](short code, const QString &) {
+            arrivals.append({"error " + QByteArray::number(code), true, {}});
+        });
+        QObject::connect(window->findChild<RangeEntry *>(), &RangeEntry::curveStale, window.get(),
+                         [this] { curveCleared = true; });
         QObject::connect(graph, &SweepGraph::graphTimerFired, window.get(), [this] { onRedraw(); });
     }
 
     void onVector(const QVector<int> &vector)
     {
         ++vectors;
+        handedOnNow = redrawDue = true;
         // With its noise no sweep is like another.
         doubled += vector == latest ? 1 : 0;
         latest = vector;
@@ -61,18 +97,94 @@ struct Soak : WindowBench
     void onRedraw()
     {
         ++redraws;
+        redrawDue = curveCleared = false;
+        driftedCurves += curveIsTable() ? 0 : 1;
+    }
+
+    bool curveIsTable() const
+    {
         const QPolygonF curve = graph->curve();
+        if (curve.size() != kSweepPoints)
+            return false;
         const NumberText numbers;
         const double factor = graph->coordinates().factor();
-        for (int row = 1; row <= kSweepPoints; ++row) {
-            const double cell = numbers.toDouble(table()->text(row, SweepTable::AmplitudeColumn));
-            const bool same = curve.size() == kSweepPoints && curve[row - 1].y() == factor * cell;
-            driftedPoints += same ? 0 : 1;
+        for (int row = 1; row <= kSweepPoints; ++row)
+            if (curve[row - 1].y() != factor * numbers.toDouble(table()->text(row, SweepTable::AmplitudeColumn)))
+                return false;
+        return true;
+    }
+
+    // "plan <start> <step>" as the frequencies in the table have it.
+    QByteArray shownPlan() const
+    {
+        const NumberText numbers;
+        const auto hertz = [&](int row) {
+            return static_cast<qint64>(numbers.toDouble(table()->text(row, SweepTable::FrequencyColumn)));
+        };
+        return "plan " + QByteArray::number(hertz(1)) + ' ' + QByteArray::number(hertz(2) - hertz(1));
+    }
+
+    // What stands on the screen is what the graph would paint now.
+    bool screenIsGraph() const
+    {
+        const QPoint at = graph->mapTo(window.get(), QPoint());
+        const QPixmap shown =
+            window->screen()->grabWindow(window->winId(), at.x(), at.y(), graph->width(), graph->height());
+        return shown.toImage().convertToFormat(QImage::Format_RGB32) ==
+               graph->grab().toImage().convertToFormat(QImage::Format_RGB32);
+    }
+
+    // Called when nothing is under way: compares what has arrived since the last time with what the server has sent.
+    void compareWithTally()
+    {
+        const QList<QByteArray> sent = news();
+        qsizetype at = 0;
+        qsizetype planAt = -kUnderWay - 1;
+        QByteArray plan = lastPlan;
+        for (qsizetype i = 0; i < sent.size(); ++i) {
+            if (sent[i].startsWith("plan ")) {
+                plan = sent[i];
+                planAt = i;
+                ++plans;
+                continue;
+            }
+            const Arrival arrival = at < arrivals.size() ? arrivals[at] : Arrival();
+            // One that is missing here has all that follow against it, and is told once.
+            if (arrival.line != sent[i]) {
+                ++unlikeSent;
+                break;
+            }
+            ++at;
+            if (!sent[i].startsWith("vector "))
+                continue;
+            if (arrival.handedOn)
+                underWrongPlan += arrival.shownPlan == plan ? 0 : 1;
+            else if (isFollowedByPlan(sent, i))
+                ++droppedBeforePlan;
+            else if (i - planAt <= kUnderWay)
+                ++droppedBehindPlan;
+            else
+                ++droppedForNothing;
         }
+        unlikeSent += at < arrivals.size() ? 1 : 0;
+        lastPlan = plan;
+        arrivals.clear();
+    }
+
+    // A vector may be dropped when it was under way while a new plan was sent. Where the window's thread is held up in
+    // that very call, those that have come meanwhile go too.
+    static bool isFollowedByPlan(const QList<QByteArray> &sent, qsizetype vector)
+    {
+        int underWay = 0;
+        for (qsizetype i = vector; i < sent.size() && underWay <= kUnderWay; ++i) {
+            if (sent[i].startsWith("plan "))
+                return true;
+            underWay += sent[i].startsWith("vector ") ? 1 : 0;
+        }
+        return false;
     }
 
     int any(int below) { return static_cast<int>(random() % static_cast<unsigned>(below)); }
-    bool isSweeping() const { return isShown("cmdStop"); }
 
     bool awaitVectors(int more)
     {
@@ -93,7 +205,13 @@ struct Soak : WindowBench
     bool stop()
     {
         click("cmdStop");
-        return QTest::qWaitFor([this] { return isShown("cmdStart"); }, kPatienceMs);
+        if (!QTest::qWaitFor([this] { return isShown("cmdStart"); }, kPatienceMs))
+            return false;
+        compareWithTally();
+        if (!QTest::qWaitFor([this] { return !redrawDue && screenIsGraph(); }, 2'000))
+            ++stalePictures;
+        driftedCurves += curveIsTable() || (curveCleared && graph->curve().isEmpty()) ? 0 : 1;
+        return true;
     }
 
     void changeRange()
@@ -108,6 +226,15 @@ struct Soak : WindowBench
         constexpr const char *kScales[] = {"mnuScalaLineare", "mnuScalaLogaritmica1", "mnuScalaLogaritmica1dB",
                                            "mnuScalaLogaritmica10", "mnuScalaLogaritmica10dB"};
         window->findChild<QAction *>(QString::fromLatin1(kScales[any(5)]))->trigger();
+    }
+
+    // For a few sweeps, so that most are at the standard speed.
+    bool changeSpeed()
+    {
+        click(qPrintable(QStringLiteral("optSpeed_%1").arg(any(3))));
+        const bool came = awaitVectors(1 + any(4));
+        click("optSpeed_0");
+        return came;
     }
 
     // Stops, and what is exported is what the table shows.
@@ -140,8 +267,7 @@ struct Soak : WindowBench
             click(qPrintable(QStringLiteral("cmdView_%1").arg(any(2))));
             return true;
         case 5:
-            click(qPrintable(QStringLiteral("optSpeed_%1").arg(any(3))));
-            return true;
+            return changeSpeed();
         case 6:
             return exportSweep();
         case 7:
@@ -154,17 +280,38 @@ struct Soak : WindowBench
         }
     }
 
-    qint64 windowKb() const { return test::memoryKilobytes(QCoreApplication::applicationPid()); }
-    qint64 serverKb() const { return test::memoryKilobytes(window->findChildren<QProcess *>().first()->processId()); }
+    struct Memory
+    {
+        qint64 windowKb = 0;
+        qint64 serverKb = 0;
+    };
+
+    Memory memory() const
+    {
+        return {test::memoryKilobytes(QCoreApplication::applicationPid()),
+                test::memoryKilobytes(window->findChildren<QProcess *>().first()->processId())};
+    }
 
     std::minstd_rand random;
     SweepGraph *graph = nullptr;
+    QList<Arrival> arrivals;
+    QByteArray lastPlan;
     QVector<int> latest;
+    bool handedOnNow = false;
+    bool redrawDue = false;
+    bool curveCleared = true;
     int vectors = 0;
     int doubled = 0;
     int lostCells = 0;
+    int unlikeSent = 0;
+    int underWrongPlan = 0;
+    int plans = 0;
+    int droppedBeforePlan = 0;
+    int droppedBehindPlan = 0;
+    int droppedForNothing = 0;
     int redraws = 0;
-    int driftedPoints = 0;
+    int driftedCurves = 0;
+    int stalePictures = 0;
     int starts = 0;
     int completes = 0;
     int errors = 0;
@@ -178,43 +325,65 @@ class TestSoak : public QObject
     Q_OBJECT
 
 private slots:
+    void manySweeps_data();
     void manySweeps();
 };
 
+void TestSoak::manySweeps_data()
+{
+    QTest::addColumn<bool>("paced");
+    QTest::addColumn<int>("wanted");
+    QTest::newRow("as fast as they can") << false << fromEnvironment("CALVORN_SOAK_SWEEPS", 400);
+    QTest::newRow("paced, by a faster clock") << true << fromEnvironment("CALVORN_SOAK_PACED", 400);
+}
+
 void TestSoak::manySweeps()
 {
-    const int wanted = fromEnvironment("CALVORN_SOAK_SWEEPS", 400);
-    Soak soak;
+    QFETCH(bool, paced);
+    QFETCH(int, wanted);
+    Soak soak(paced);
     soak.start();
+    QElapsedTimer clock;
+    clock.start();
     // The caches of fonts and pictures fill first.
-    qint64 windowKb = 0;
-    qint64 serverKb = 0;
+    Soak::Memory warm;
+    Soak::Memory middle;
     while (soak.vectors < wanted) {
-        if (windowKb == 0 && soak.vectors >= std::min(wanted / 2, 2'000)) {
-            windowKb = soak.windowKb();
-            serverKb = soak.serverKb();
-        }
+        if (warm.windowKb == 0 && soak.vectors >= std::min(wanted / 4, 2'000))
+            warm = soak.memory();
+        if (middle.windowKb == 0 && soak.vectors >= wanted / 2)
+            middle = soak.memory();
         QVERIFY(soak.awaitVectors(1 + soak.any(16)));
         QVERIFY(soak.act());
         QVERIFY2(soak.desktop.boxes.isEmpty(), qPrintable(soak.desktop.lastText()));
     }
     QVERIFY(soak.stop());
-    const qint64 windowGrowth = soak.windowKb() - windowKb;
-    const qint64 serverGrowth = soak.serverKb() - serverKb;
+    const double seconds = 1e-3 * static_cast<double>(clock.elapsed());
+    const Soak::Memory end = soak.memory();
     const int vectors = soak.vectors;
     QTest::qWait(100);
 
-    qInfo("%d sweeps, %d redraws, %d starts, %d exports; memory: window %+lld kB, server %+lld kB", soak.vectors,
-          soak.redraws, soak.starts, soak.exports, windowGrowth, serverGrowth);
+    qInfo("%d sweeps in %.0f s, %.0f a second; %d redraws, %d starts, %d exports, %d plans; dropped before and behind a "
+          "plan: %d, %d; memory in kB at start, middle, end: window %lld, %lld, %lld, server %lld, %lld, %lld",
+          soak.vectors, seconds, soak.vectors / seconds, soak.redraws, soak.starts, soak.exports, soak.plans,
+          soak.droppedBeforePlan, soak.droppedBehindPlan, warm.windowKb, middle.windowKb, end.windowKb, warm.serverKb,
+          middle.serverKb, end.serverKb);
     QCOMPARE(soak.vectors, vectors); // nothing comes behind the end
     QCOMPARE(soak.completes, soak.starts);
     QCOMPARE(soak.errors, 0);
     QCOMPARE(soak.doubled, 0);
     QCOMPARE(soak.lostCells, 0);
+    QCOMPARE(soak.unlikeSent, 0);
+    QCOMPARE(soak.underWrongPlan, 0);
+    QCOMPARE(soak.droppedForNothing, 0);
     QVERIFY(soak.redraws > 0);
-    QCOMPARE(soak.driftedPoints, 0);
-    QVERIFY2(windowGrowth < kMostGrowthKb, qPrintable(QString::number(windowGrowth)));
-    QVERIFY2(serverGrowth < kMostGrowthKb, qPrintable(QString::number(serverGrowth)));
+    QCOMPARE(soak.driftedCurves, 0);
+    QCOMPARE(soak.stalePictures, 0);
+    QVERIFY2(end.windowKb - warm.windowKb < kMostGrowthKb, qPrintable(QString::number(end.windowKb - warm.windowKb)));
+    QVERIFY2(end.serverKb - warm.serverKb < kMostGrowthKb, qPrintable(QString::number(end.serverKb - warm.serverKb)));
+    // A paced board is not faster than its clock.
+    if (paced)
+        QVERIFY(soak.vectors / seconds < kHaste * 1e3 / kStandardSweepMs);
 }
 
 QTEST_MAIN(TestSoak)

@@ -9,22 +9,24 @@
 //   vectors <count>       RunSweep sends this many vectors, sample k of vector v being v * 1000 + k
 //   complete              RunSweep ends the sweep after them
 //   rate <per second>     RunSweep sends noisy vectors of a filter at this rate until StopSweep
-#include <QCoreApplication>
-#include <QDBusConnection>
+//   flood <count>         RunSweep sends this many vectors as fast as they are taken, at most kMostOutstanding of them
+//                         not taken yet; sample k of vector v is v % 600 + k
+#include "tests/support/serve.h"
+
 #include <QDBusMessage>
-#include <QDBusServer>
 #include <QDBusVirtualObject>
 #include <QFile>
 #include <QRandomGenerator>
-#include <QSocketNotifier>
-#include <QTemporaryDir>
-#include <QTextStream>
 #include <QThread>
 #include <QTimer>
+
+#include <numeric>
 
 #include <unistd.h>
 
 namespace {
+
+constexpr int kMostOutstanding = 8; // as the server's own flow control has it
 
 class FakeObject : public QDBusVirtualObject
 {
@@ -39,8 +41,11 @@ public:
     bool handleMessage(const QDBusMessage &message, const QDBusConnection &connection) override
     {
         const QString operation = message.member();
-        if (operation == u"VectorsTaken")
+        if (operation == u"VectorsTaken") {
+            for (int taken = message.arguments().value(0).toInt(); taken > 0; --taken)
+                sendFlood(message, connection);
             return true;
+        }
         write(message);
         if (hasRule(QStringLiteral("hang"), operation))
             for (;;)
@@ -102,6 +107,11 @@ private:
     {
         m_running = true;
         for (const QString &rule : rules()) {
+            if (rule.startsWith(u"flood ")) {
+                m_floodLeft = m_floodCount = rule.mid(6).toInt();
+                for (int ahead = 0; ahead < kMostOutstanding; ++ahead)
+                    sendFlood(message, connection);
+            }
             if (rule.startsWith(u"rate "))
                 sendAtRate(message, connection, rule.mid(5).toInt());
             if (!rule.startsWith(u"vectors "))
@@ -134,6 +144,15 @@ private:
         m_timer.start(1000 / perSecond);
     }
 
+    void sendFlood(const QDBusMessage &message, const QDBusConnection &connection)
+    {
+        if (m_floodLeft == 0)
+            return;
+        QList<int> samples(400);
+        std::iota(samples.begin(), samples.end(), (m_floodCount - m_floodLeft--) % 600);
+        send(message, connection, QStringLiteral("aVettore"), {QVariant::fromValue(samples)});
+    }
+
     void complete(const QDBusMessage &message, const QDBusConnection &connection)
     {
         m_running = false;
@@ -151,6 +170,8 @@ private:
 
     QString m_controlFile;
     bool m_running = false;
+    int m_floodCount = 0;
+    int m_floodLeft = 0;
     QTimer m_timer;
     QRandomGenerator m_noise{1};
 };
@@ -159,17 +180,9 @@ private:
 
 int main(int argc, char **argv)
 {
-    QCoreApplication application(argc, argv);
+    const QCoreApplication application(argc, argv);
     FakeObject object(qEnvironmentVariable("CALVORN_FAKE_CONTROL"));
-    QTemporaryDir folder;
-    QDBusServer server(QStringLiteral("unix:path=") + folder.filePath(QStringLiteral("socket")));
-    QDBusConnection client(QString{});
-    QObject::connect(&server, &QDBusServer::newConnection, &application, [&](const QDBusConnection &connection) {
-        client = connection;
+    return calvorn::test::serve(application, [&](QDBusConnection &client) {
         client.registerVirtualObject(QStringLiteral("/"), &object, QDBusConnection::SubPath);
     });
-    QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
-    QObject::connect(&input, &QSocketNotifier::activated, &application, [] { QCoreApplication::exit(0); });
-    QTextStream(stdout) << server.address() << Qt::endl;
-    return QCoreApplication::exec();
 }

@@ -14,20 +14,13 @@
 #include "server/drivers/vna_driver.h"
 #include "server/links/line_settings.h"
 #include "server/links/serial_link.h"
+#include "tests/support/serve.h"
 
 #include "lpt_adaptor.h"
 #include "pic_adaptor.h"
 #include "vna_adaptor.h"
 
-#include <QCoreApplication>
-#include <QDBusConnection>
-#include <QDBusServer>
 #include <QFile>
-#include <QSocketNotifier>
-#include <QTemporaryDir>
-#include <QTextStream>
-
-#include <unistd.h>
 
 #include <utility>
 
@@ -153,7 +146,7 @@ std::shared_ptr<ByteLink> openWatched(const QString &iniPath, int sweepBytes)
 
 int main(int argc, char **argv)
 {
-    QCoreApplication application(argc, argv);
+    const QCoreApplication application(argc, argv);
     const QString iniPath = QCoreApplication::applicationDirPath() + QStringLiteral("/Calvorn.ini");
     LptDriver lpt([&](int) { return OpenedPort(std::make_unique<WatchedPort>(readSimulatorSettings(iniPath))); });
     VnaDriver vna([&](int, const auto &) { return openWatched<WatchedVna>(iniPath, kVnaSweepBytes); });
@@ -163,17 +156,9 @@ int main(int argc, char **argv)
     new PicAdaptor(&pic);
     new VnaAdaptor(&vna);
 
-    const QTemporaryDir folder;
-    QDBusServer server(QStringLiteral("unix:path=") + folder.filePath(QStringLiteral("socket")));
-    QDBusConnection client(QString{});
-    QObject::connect(&server, &QDBusServer::newConnection, &application, [&](const QDBusConnection &connection) {
-        client = connection;
+    return calvorn::test::serve(application, [&](QDBusConnection &client) {
         client.registerObject(QStringLiteral("/aLPT"), &lpt, QDBusConnection::ExportAdaptors);
         client.registerObject(QStringLiteral("/aPIC"), &pic, QDBusConnection::ExportAdaptors);
         client.registerObject(QStringLiteral("/aVNA"), &vna, QDBusConnection::ExportAdaptors);
     });
-    const QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
-    QObject::connect(&input, &QSocketNotifier::activated, &application, [] { QCoreApplication::exit(0); });
-    QTextStream(stdout) << server.address() << Qt::endl;
-    return QCoreApplication::exec();
 }

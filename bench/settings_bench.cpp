@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+// The settings as they are loaded at a start, beside the least of it: the file read once and its lines told apart.
+// Usage: CALVORN_SETTINGS=<settings file> settings_bench
+#include "core/settings.h"
+
+#include <benchmark/benchmark.h>
+
+#include <QFile>
+#include <QTemporaryDir>
+
+namespace {
+
+using namespace calvorn;
+
+struct Folder
+{
+    QTemporaryDir folder;
+    QString path = folder.filePath(QStringLiteral("Calvorn.ini"));
+
+    Folder() { QFile::copy(qEnvironmentVariable("CALVORN_SETTINGS"), path); }
+};
+
+void loadSettings(benchmark::State &state)
+{
+    const Folder folder;
+    for (auto _ : state) {
+        Configuration configuration;
+        WindowSettings window;
+        configuration.iniPath = folder.path;
+        SettingsLoader loader(configuration, window);
+        if (loader.load() != LoadOutcome::Loaded)
+            state.SkipWithError("the settings are not those of a program");
+        loader.loadMarkers();
+        benchmark::DoNotOptimize(configuration);
+    }
+}
+
+void settingsFloor(benchmark::State &state)
+{
+    const Folder folder;
+    for (auto _ : state) {
+        QFile file(folder.path);
+        if (!file.open(QIODevice::ReadOnly))
+            state.SkipWithError("the file could not be read");
+        int keys = 0;
+        for (const QByteArray &line : file.readAll().split('\n'))
+            keys += line.contains('=') ? 1 : 0;
+        benchmark::DoNotOptimize(keys);
+    }
+}
+
+BENCHMARK(settingsFloor)->Unit(benchmark::kMicrosecond);
+BENCHMARK(loadSettings)->Unit(benchmark::kMicrosecond);
+
+} // namespace
+
+BENCHMARK_MAIN();

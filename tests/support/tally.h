@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QByteArray>
+#include <QCoreApplication>
+#include <QFile>
+#include <QList>
+#include <QTemporaryDir>
+
+namespace calvorn::test {
+
+// FNV-1a. With the detector's noise no two vectors have the same.
+inline quint64 vectorSum(const QList<int> &vector)
+{
+    quint64 sum = 0xcbf29ce484222325U;
+    for (const int count : vector)
+        sum = (sum ^ static_cast<quint64>(count)) * 0x100000001b3U;
+    return sum;
+}
+
+// What the tallying server (tally_server.cpp) has done, in order, one line each:
+//   plan <start> <step>    PrepareSweep, Hz
+//   vector <sum>           its driver has emitted a vector; sum: vectorSum()
+//   complete               the end of a sweep
+//   error <code>
+class Tally
+{
+public:
+    // haste: how many times faster than the real one the clock of a paced board runs.
+    explicit Tally(int haste)
+        : m_file(m_folder.filePath(QStringLiteral("tally")))
+    {
+        if (!m_file.open(QIODevice::ReadWrite))
+            qFatal("cannot make the tally");
+        qputenv("CALVORN_TALLY", QFile::encodeName(m_file.fileName()));
+        qputenv("CALVORN_TALLY_HASTE", QByteArray::number(haste));
+    }
+
+    static QString program() { return QCoreApplication::applicationDirPath() + QStringLiteral("/tally_server"); }
+
+    // The lines since the last call.
+    QList<QByteArray> news()
+    {
+        QList<QByteArray> lines = m_file.readAll().split('\n');
+        lines.removeAll(QByteArray());
+        return lines;
+    }
+
+private:
+    QTemporaryDir m_folder;
+    QFile m_file;
+};
+
+} // namespace calvorn::test
