@@ -58,8 +58,8 @@ void AcquisitionDriver::serverEnded()
     QMetaObject::invokeMethod(this, &AcquisitionDriver::aComplete, Qt::QueuedConnection);
     // After a time-out the failed call has its own message.
     if (!m_endedByTimeout)
-        emit aErrore(kErrorServerEnded, tr("The acquisition server has ended unexpectedly.\r"
-                                           "\"Sweep ON\" starts it again."));
+        emit aErrore(kErrorServerEnded, tr("The acquisition server has ended unexpectedly.") + u'\r' +
+                                            tr("\"Sweep ON\" starts it again."));
 }
 
 void AcquisitionDriver::sweepEnded()

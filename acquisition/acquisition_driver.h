@@ -90,6 +90,9 @@ public:
     // What the instrument measures now; empty where it measures one thing only.
     virtual QString modeCaption() const { return {}; }
 
+    // Everything that it can measure, in the order of nextMode().
+    virtual QStringList modeCaptions() const { return {}; }
+
     // Goes from the mode of this caption to the next one, whose caption is returned. Any other caption comes back, and
     // the present mode is sent again.
     virtual QString nextMode(const QString &present) { return present; }

@@ -8,6 +8,8 @@
 #include <QLabel>
 #include <QRandomGenerator>
 
+#include <algorithm>
+
 namespace calvorn {
 
 namespace {
@@ -116,8 +118,14 @@ QToolButton *TestPanel::addButton(const char *procedure, const QString &caption,
 void TestPanel::setDriver(AcquisitionDriver *driver)
 {
     m_driver = driver;
-    if (driver && !driver->modeCaption().isEmpty())
-        m_misura->setText(driver->modeCaption());
+    if (!driver || driver->modeCaption().isEmpty())
+        return;
+    // Room for each caption from the start: the buttons keep their places.
+    for (const QString &caption : driver->modeCaptions()) {
+        m_misura->setText(caption);
+        m_misura->setMinimumWidth(std::max(m_misura->minimumWidth(), m_misura->sizeHint().width()));
+    }
+    m_misura->setText(driver->modeCaption());
 }
 
 void TestPanel::cmdFreqDDS_Click()

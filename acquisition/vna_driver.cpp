@@ -85,7 +85,7 @@ void VnaDriver::resetGenerator()
 }
 
 // Mode k at index k - 1.
-QStringList VnaDriver::modeCaptions()
+QStringList VnaDriver::modeCaptions() const
 {
     return {tr("Angle"), tr("RetLoss"), tr("DUT")};
 }

@@ -25,6 +25,7 @@ public:
     void sendFrequency() override;
     void resetGenerator() override;
     QString modeCaption() const override;
+    QStringList modeCaptions() const override;
     QString nextMode(const QString &present) override;
     bool triesOffsets() const override { return true; }
     void tryOffset(double hertz) override;
@@ -49,7 +50,6 @@ protected:
     bool configureHardware() override;
 
 private:
-    static QStringList modeCaptions();
     VnaProxy &proxy();
 
     VnaProxy *m_proxy = nullptr;

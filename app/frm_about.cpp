@@ -105,6 +105,8 @@ void FrmAbout::showEvent(QShowEvent *event)
     m_interface->setText(interfaceText(m_configuration).replace(u'\r', u'\n'));
     m_generator->setText(generatorText(m_configuration));
     m_detector->setText(detectorText(m_configuration));
+    // Texts that need a second line need a higher window.
+    resize(width(), layout()->totalHeightForWidth(width()));
     QDialog::showEvent(event);
 }
 

@@ -312,6 +312,7 @@ void FrmSweep::createDriver()
     setWindowTitle(m_driver->caption());
     m_controls->setDriver(m_driver);
     m_testPanel->setDriver(m_driver);
+    fitControlColumn();
     connect(m_driver, &AcquisitionDriver::sweepForgotten, m_controls, &SweepControls::forgetSweep);
     m_setUp->setDriver(m_driver);
     m_events->connectDriver(m_driver);

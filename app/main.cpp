@@ -5,6 +5,7 @@
 #include "core/messages.h"
 #include "platform/program_lock.h"
 #include "platform/qt_desktop.h"
+#include "translations/language.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -50,6 +51,7 @@ int main(int argc, char **argv)
     using namespace calvorn;
 
     QApplication application(argc, argv);
+    const Language language(QLocale::system());
     QApplication::setApplicationName(QStringLiteral("Calvorn"));
     QApplication::setApplicationVersion(QStringLiteral(CALVORN_VERSION));
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));

@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: MIT
 # One static library for each folder. A folder may link only the folders below it: an edge that is not in this
 # table stops the configuration, and the test "architecture_includes" refuses a header taken from elsewhere.
+set(CALVORN_MAY_LINK_translations "")
 set(CALVORN_MAY_LINK_platform "")
 set(CALVORN_MAY_LINK_platform_desktop platform)
 set(CALVORN_MAY_LINK_core platform)
@@ -8,8 +9,8 @@ set(CALVORN_MAY_LINK_data core platform)
 set(CALVORN_MAY_LINK_display data core platform platform_desktop)
 set(CALVORN_MAY_LINK_acquisition data core platform platform_desktop)
 set(CALVORN_MAY_LINK_setup acquisition display data core platform platform_desktop)
-set(CALVORN_MAY_LINK_app setup acquisition display data core platform platform_desktop)
-set(CALVORN_MAY_LINK_server platform)
+set(CALVORN_MAY_LINK_app translations setup acquisition display data core platform platform_desktop)
+set(CALVORN_MAY_LINK_server translations platform)
 
 # calvorn_library(<folder> SOURCES <file>... [FOLDERS <folder>...] [LINK <external library>...])
 function(calvorn_library name)
@@ -39,7 +40,7 @@ endfunction()
 
 # calvorn_test(<name> SOURCES <file>... [LINK <library>...] [LABELS <label>...] [ENVIRONMENT <VAR=value>...])
 # A Qt Test program named <name>, run as the test <name>; it finds the built programs by CALVORN_BIN. One that links
-# windows runs on a display of its own.
+# windows runs on a display of its own. The programs speak English to it, whatever the desktop's language is.
 function(calvorn_test name)
     cmake_parse_arguments(ARG "" "" "SOURCES;LINK;LABELS;ENVIRONMENT" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
@@ -52,5 +53,5 @@ function(calvorn_test name)
     endif()
     add_test(NAME ${name} COMMAND ${display} $<TARGET_FILE:${name}>)
     set_tests_properties(${name} PROPERTIES TIMEOUT 240 LABELS "${ARG_LABELS}"
-        ENVIRONMENT "CALVORN_BIN=${CMAKE_BINARY_DIR}/bin;${ARG_ENVIRONMENT}")
+        ENVIRONMENT "LC_ALL=C.UTF-8;LANGUAGE=en;CALVORN_BIN=${CMAKE_BINARY_DIR}/bin;${ARG_ENVIRONMENT}")
 endfunction()

@@ -15,8 +15,8 @@ ErrorBoundary::ErrorBoundary(Messages &messages, Log &log)
 void ErrorBoundary::report(const char *procedureName, const RuntimeError &error)
 {
     const QByteArray name(procedureName);
-    const QString text =
-        QCoreApplication::translate("ErrorBoundary", "%1\r(in %2)").arg(error.message(), QString::fromLatin1(name));
+    const QString text = error.message() + u'\r' +
+                         QCoreApplication::translate("ErrorBoundary", "(in %1)").arg(QString::fromLatin1(name));
     if (m_openBoxes.contains(name)) {
         // The log itself may be what fails.
         if (m_logging)

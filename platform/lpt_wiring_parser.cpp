@@ -3,6 +3,8 @@
 
 #include "platform/port_error.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 
 namespace calvorn {
@@ -25,6 +27,11 @@ constexpr Key kKeys[kLptLineCount] = {
     {"I2cDataBack", true, false},
 };
 
+struct WiringTexts
+{
+    Q_DECLARE_TR_FUNCTIONS(LptWiring)
+};
+
 [[noreturn]] void refuse(const char *key, const QString &what)
 {
     throw PortError(QStringLiteral("[LPT Wiring] %1: %2").arg(QLatin1String(key), what).toStdString());
@@ -45,7 +52,7 @@ void parseLine(LineWiring &wiring, const QString &text)
     const Key &key = keyOf(wiring);
     if (text.compare(QLatin1String("none"), Qt::CaseInsensitive) == 0) {
         if (!key.mayBeAbsent)
-            refuse(key.name, QStringLiteral("this line must be connected."));
+            refuse(key.name, WiringTexts::tr("this line must be connected."));
         wiring.mask = 0;
         return;
     }
@@ -55,12 +62,12 @@ void parseLine(LineWiring &wiring, const QString &text)
         return name.compare(QLatin1String(candidate.name), Qt::CaseInsensitive) == 0;
     });
     if (pin == kPortPins.end())
-        refuse(key.name, QStringLiteral("there is no pin \"%1\".").arg(name));
+        refuse(key.name, WiringTexts::tr("there is no pin \"%1\".").arg(name));
     const bool inputPin = pin->portRegister == PortRegister::Status;
     if (inputPin && !isInput(wiring.line))
-        refuse(key.name, QStringLiteral("%1 is an input of the port.").arg(QLatin1String(pin->name)));
+        refuse(key.name, WiringTexts::tr("%1 is an input of the port.").arg(QLatin1String(pin->name)));
     if (!inputPin && isInput(wiring.line))
-        refuse(key.name, QStringLiteral("%1 is an output of the port.").arg(QLatin1String(pin->name)));
+        refuse(key.name, WiringTexts::tr("%1 is an output of the port.").arg(QLatin1String(pin->name)));
     wiring = {wiring.line, pin->portRegister, pin->mask, pin->inverted != invertedByBoard};
 }
 
@@ -72,7 +79,7 @@ void checkPins(const BoardWiring &wiring)
             continue;
         const Key &key = keyOf(*line);
         if (hasBus && line->portRegister == PortRegister::Data && !key.maySitOnBus)
-            refuse(key.name, QStringLiteral("D0 to D7 carry the bytes for the generator."));
+            refuse(key.name, WiringTexts::tr("D0 to D7 carry the bytes for the generator."));
         const auto other = std::find_if(wiring.lines.begin(), line, [line](const LineWiring &former) {
             return former.portRegister == line->portRegister && former.mask == line->mask;
         });
@@ -81,7 +88,7 @@ void checkPins(const BoardWiring &wiring)
         // The data line of an AD9951 may share its pin: its clock rests while the others move.
         if (hasBus && (other->line == LptLine::DdsData || line->line == LptLine::DdsData))
             continue;
-        refuse(key.name, QStringLiteral("the pin is taken by %1.").arg(QLatin1String(keyOf(*other).name)));
+        refuse(key.name, WiringTexts::tr("the pin is taken by %1.").arg(QLatin1String(keyOf(*other).name)));
     }
 }
 
@@ -91,7 +98,7 @@ DdsLoading parseLoading(const QString &text)
         return DdsLoading::Serial;
     if (text.compare(QLatin1String("byte"), Qt::CaseInsensitive) == 0)
         return DdsLoading::Bytes;
-    refuse("Load", QStringLiteral("\"%1\" is neither serial nor byte.").arg(text));
+    refuse("Load", WiringTexts::tr("\"%1\" is neither serial nor byte.").arg(text));
 }
 
 } // namespace

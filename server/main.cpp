@@ -3,6 +3,7 @@
 
 #include "platform/process_guard.h"
 #include "server/links/termination_watch.h"
+#include "translations/language.h"
 
 #include <QCoreApplication>
 
@@ -15,6 +16,8 @@ int main(int argc, char *argv[])
     calvorn::blockTerminationSignals();
 
     QCoreApplication application(argc, argv);
+    // Its sentences are shown by the window, or printed by the tool.
+    const calvorn::Language language(QLocale::system());
     QCoreApplication::setApplicationName(QStringLiteral("CalvornAsync"));
 
     // The settings file may be named; otherwise it is the one beside the program.

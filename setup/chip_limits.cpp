@@ -30,10 +30,10 @@ constexpr std::array<Chip, 3> kChips = {{
 constexpr double kLowestClock = 1e6;        // Hz
 constexpr double kHighestOfMiniVna = 180e6; // Hz
 
-QString translated(const char *text)
+struct ChipTexts
 {
-    return QCoreApplication::translate("ChipLimits", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(ChipLimits)
+};
 
 QString hertz(double value)
 {
@@ -45,16 +45,16 @@ QStringList clockProblems(const Chip &chip, const SetUpValues &values, double cl
     QStringList problems;
     const bool multiplies = values.ddsMultiplier > 1;
     if (clock > chip.highestClock)
-        problems.append(translated("The %1 takes a system clock of at most %2 Hz.")
+        problems.append(ChipTexts::tr("The %1 takes a system clock of at most %2 Hz.")
                             .arg(QLatin1String(chip.name), hertz(chip.highestClock)));
     if (clock < kLowestClock)
-        problems.append(translated("The system clock must be at least %1 Hz.").arg(hertz(kLowestClock)));
+        problems.append(ChipTexts::tr("The system clock must be at least %1 Hz.").arg(hertz(kLowestClock)));
     if (multiplies && chip.highestPllInput > 0.0 && values.ddsXtalFreq > chip.highestPllInput)
-        problems.append(translated("The multiplier of the %1 takes a reference clock of at most %2 Hz.")
+        problems.append(ChipTexts::tr("The multiplier of the %1 takes a reference clock of at most %2 Hz.")
                             .arg(QLatin1String(chip.name), hertz(chip.highestPllInput)));
     if (multiplies && chip.multiplierLow > 0 &&
         (values.ddsMultiplier < chip.multiplierLow || values.ddsMultiplier > chip.multiplierHigh))
-        problems.append(translated("The %1 cannot multiply its clock by %2.")
+        problems.append(ChipTexts::tr("The %1 cannot multiply its clock by %2.")
                             .arg(QLatin1String(chip.name))
                             .arg(values.ddsMultiplier));
     return problems;
@@ -66,10 +66,10 @@ QStringList frequencyProblems(const Chip &chip, const SetUpValues &values, doubl
                               ? kHighestOfMiniVna
                               : std::min(chip.highestOutput, chip.outputOfClock * clock);
     if (values.ddsMaxFreq > clock / 2)
-        return {
-            translated("The maximum frequency lies above half the system clock: the generator would make its image.")};
+        return {ChipTexts::tr(
+            "The maximum frequency lies above half the system clock: the generator would make its image.")};
     if (values.ddsMaxFreq > useful)
-        return {translated("Above %1 Hz the output is weak or impure.").arg(hertz(useful))};
+        return {ChipTexts::tr("Above %1 Hz the output is weak or impure.").arg(hertz(useful))};
     return {};
 }
 
@@ -86,7 +86,7 @@ QString chipVerdict(const SetUpValues &values)
     const QStringList problems = clockProblems(*chip, values, clock) + frequencyProblems(*chip, values, clock);
     if (!problems.isEmpty())
         return problems.join(u'\n');
-    return translated("Clock and maximum frequency are within the limits of the %1.").arg(QLatin1String(chip->name));
+    return ChipTexts::tr("Clock and maximum frequency are within the limits of the %1.").arg(QLatin1String(chip->name));
 }
 
 } // namespace calvorn

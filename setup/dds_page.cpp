@@ -22,7 +22,7 @@ constexpr int kHighestMultiplier = 20;
 constexpr std::int16_t kTimesSix = 6;
 constexpr DisplayMask kMaskOffset{"##0.000"};
 
-enum Chip : std::size_t { Ad9850, Ad9851, Ad9951 };
+enum Chip { Ad9850, Ad9851, Ad9951 };
 
 } // namespace
 

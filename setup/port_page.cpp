@@ -72,7 +72,8 @@ QWidget *PortPage::buildSerialPorts()
                            [this, number] { optSerialPort_Click(number); });
     }
     m_optSerial.back()->setText(tr("COMx"));
-    m_optSerial.back()->setToolTip(tr("The port with the number beside; %1 is a simulated board").arg(kSimulatedComPort));
+    m_optSerial.back()->setToolTip(
+        tr("The port with the number beside; %1 is a simulated board").arg(kSimulatedComPort));
     m_comNumber = named(new QLineEdit(frame), QStringLiteral("txtAddressRS232"), {}, tr("Number of the serial port"));
     m_comNumber->setMaxLength(kLongestNumber - 1);
     m_comNumber->setMaximumWidth(m_comNumber->fontMetrics().horizontalAdvance(QStringLiteral("00000000")));
@@ -89,10 +90,10 @@ QWidget *PortPage::buildSerialPorts()
 
 QWidget *PortPage::buildParallelPorts()
 {
-    // The hexadecimal address begins at the 16th character; it is read back from there.
-    const std::array<QString, kFreeAddress + 1> captions{
-        QStringLiteral("LPT0 simulated (0x000)"), QStringLiteral("LPT1, port 888 (0x378)"),
-        QStringLiteral("LPT2, port 632 (0x278)"), QStringLiteral("LPT3, port 956 (0x3BC)"), tr("LPTx, port")};
+    // The hexadecimal address begins at the 16th character, or later in a translation; it is read back from there.
+    const std::array<QString, kFreeAddress + 1> captions{tr("LPT0 simulated (0x000)"), tr("LPT1, port 888 (0x378)"),
+                                                         tr("LPT2, port 632 (0x278)"), tr("LPT3, port 956 (0x3BC)"),
+                                                         tr("LPTx, port")};
     auto *frame = new QGroupBox(tr("Parallel port (DDS/DAC board)"), this);
     auto *grid = new QGridLayout(frame);
     for (std::size_t i = 0; i < m_optParallel.size(); ++i) {

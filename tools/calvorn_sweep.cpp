@@ -11,6 +11,7 @@
 #include "data/sweep_response.h"
 #include "data/text_plot.h"
 #include "display/sweep_picture.h"
+#include "translations/language.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -21,13 +22,11 @@ namespace {
 
 using namespace calvorn;
 
-QString tr(const char *text)
+class Options
 {
-    return QCoreApplication::translate("main", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(SweepTool)
 
-struct Options
-{
+public:
     QCommandLineOption settings{QStringLiteral("settings"),
                                 tr("Settings file; the one beside the program if not given."), QStringLiteral("FILE")};
     QCommandLineOption start{QStringLiteral("start"), tr("First frequency in Hz, in place of that of the settings."),
@@ -56,7 +55,7 @@ QString readNumber(const QCommandLineParser &arguments, const QCommandLineOption
     bool ok = false;
     const int number = arguments.value(option).toInt(&ok);
     if (!ok || number < 1)
-        return tr("--%1 takes a whole number from 1 on, not \"%2\".")
+        return Options::tr("--%1 takes a whole number from 1 on, not \"%2\".")
             .arg(option.names().constFirst(), arguments.value(option));
     value = number;
     return {};
@@ -65,7 +64,7 @@ QString readNumber(const QCommandLineParser &arguments, const QCommandLineOption
 QString readRequest(const QCommandLineParser &arguments, const Options &options, SweepRequest &request)
 {
     if (!arguments.positionalArguments().isEmpty())
-        return tr("\"%1\" is not an option; see --help.").arg(arguments.positionalArguments().constFirst());
+        return Options::tr("\"%1\" is not an option; see --help.").arg(arguments.positionalArguments().constFirst());
     request.settingsFile = arguments.value(options.settings);
     for (const QString &wrong :
          {readNumber(arguments, options.start, request.start), readNumber(arguments, options.stop, request.stop),
@@ -74,9 +73,10 @@ QString readRequest(const QCommandLineParser &arguments, const Options &options,
             return wrong;
     for (const QCommandLineOption &file : {options.settings, options.output, options.picture})
         if (arguments.isSet(file) && arguments.value(file).isEmpty())
-            return tr("--%1 takes the name of a file.").arg(file.names().constFirst());
+            return Options::tr("--%1 takes the name of a file.").arg(file.names().constFirst());
     if (arguments.isSet(options.picture) && !SweepPicture::isPictureName(arguments.value(options.picture)))
-        return tr("The name of a picture ends in .png or .svg, unlike \"%1\".").arg(arguments.value(options.picture));
+        return Options::tr("The name of a picture ends in .png or .svg, unlike \"%1\".")
+            .arg(arguments.value(options.picture));
     return {};
 }
 
@@ -103,7 +103,7 @@ void printResponse(SingleSweep &sweep)
     const SweepResponse response = responseOf(sweep.table(), linear);
     const NumberText numbers;
     const auto hertz = [&numbers](const std::optional<double> &value) {
-        return value ? numbers.masked(*value, kMaskHertz) + QStringLiteral(" Hz") : tr("outside the range");
+        return value ? numbers.masked(*value, kMaskHertz) + QStringLiteral(" Hz") : Options::tr("outside the range");
     };
     const QString peak = linear ? numbers.masked(response.peak, kMaskVolt) + QStringLiteral(" V")
                                 : numbers.masked(response.peak, kMaskDb) + QStringLiteral(" dB");
@@ -111,11 +111,11 @@ void printResponse(SingleSweep &sweep)
     const auto row = [&out](const QString &name, const QString &value) {
         out << name.leftJustified(18) << value.rightJustified(18) << Qt::endl;
     };
-    row(tr("Peak"), peak);
-    row(tr("Peak at"), hertz(response.peakFrequency));
-    row(tr("-3 dB from"), hertz(response.lower));
-    row(tr("-3 dB to"), hertz(response.upper));
-    row(tr("-3 dB bandwidth"), hertz(response.bandwidth()));
+    row(Options::tr("Peak"), peak);
+    row(Options::tr("Peak at"), hertz(response.peakFrequency));
+    row(Options::tr("-3 dB from"), hertz(response.lower));
+    row(Options::tr("-3 dB to"), hertz(response.upper));
+    row(Options::tr("-3 dB bandwidth"), hertz(response.bandwidth()));
     out << Qt::endl;
     for (const QString &line : textPlot(sweep.table(), linear))
         out << line << Qt::endl;
@@ -150,14 +150,16 @@ int main(int argc, char **argv)
     // The picture is painted by widgets that nobody sees.
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
+    const Language language(QLocale::system());
     QApplication::setApplicationName(QStringLiteral("calvorn-sweep"));
     QApplication::setApplicationVersion(QStringLiteral(CALVORN_VERSION));
     QApplication::setStyle(QStringLiteral("Fusion"));
 
     const Options options;
     QCommandLineParser arguments;
-    arguments.setApplicationDescription(tr("Takes a sweep without a window. Without --output and --picture it prints "
-                                           "the response as a table and a plot."));
+    arguments.setApplicationDescription(
+        Options::tr("Takes a sweep without a window. Without --output and --picture it prints "
+                    "the response as a table and a plot."));
     arguments.addOptions(
         {options.settings, options.start, options.stop, options.sweeps, options.output, options.picture});
     const QCommandLineOption help = arguments.addHelpOption();

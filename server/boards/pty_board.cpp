@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "server/boards/pty_board.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -66,7 +68,9 @@ void PtyBoard::openTerminal()
     termios attributes{};
     if (m_slave < 0 || tcgetattr(m_slave, &attributes) != 0) {
         closeTerminal();
-        throw std::runtime_error("The system gives no pseudo-terminal for the simulated board.");
+        throw std::runtime_error(
+            QCoreApplication::translate("SerialPort", "The system gives no pseudo-terminal for the simulated board.")
+                .toStdString());
     }
     // A fresh terminal echoes, and would answer the board with its own words.
     cfmakeraw(&attributes);

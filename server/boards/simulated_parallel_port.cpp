@@ -4,6 +4,8 @@
 #include "server/boards/ad985x_model.h"
 #include "server/boards/ad9951_model.h"
 
+#include <QCoreApplication>
+
 #include <cmath>
 #include <utility>
 
@@ -61,7 +63,9 @@ SimulatedParallelPort::SimulatedParallelPort(const SimulatorSettings &settings, 
     , m_adc(settings.adc, kReferenceVolts, [this](std::chrono::nanoseconds now) { return m_detector.read(now); })
 {
     if (settings.fault == SimulatorFault::Refuse)
-        throw PortError("The simulated parallel port has been told to refuse.");
+        throw PortError(
+            QCoreApplication::translate("ParallelPort", "The simulated parallel port has been told to refuse.")
+                .toStdString());
     m_detector.setLevel(kFloorVolts, m_pace.now());
 }
 
@@ -129,7 +133,7 @@ void SimulatedParallelPort::access()
         return;
     if (!std::exchange(m_unplugged, true) && m_onUnplugged)
         m_onUnplugged();
-    throw PortError("The parallel port is gone.");
+    throw PortError(QCoreApplication::translate("ParallelPort", "The parallel port is gone.").toStdString());
 }
 
 void SimulatedParallelPort::drive()

@@ -4,9 +4,20 @@
 #include "server/synthesiser/frequency_remark.h"
 #include "server/synthesiser/tuning_word.h"
 
+#include <QCoreApplication>
+
 #include <mutex>
 
 namespace calvorn {
+
+namespace {
+
+[[noreturn]] void throwNotOpen()
+{
+    throw PortError(QCoreApplication::translate("ParallelPort", "The parallel port is not open.").toStdString());
+}
+
+} // namespace
 
 std::chrono::nanoseconds settlingTime(SweepSpeed speed)
 {
@@ -171,7 +182,7 @@ bool LptBoard::writeI2c(std::uint8_t control, std::uint8_t command, std::uint8_t
 {
     const std::lock_guard guard(m_lock);
     if (!m_hardware)
-        throw PortError("The parallel port is not open.");
+        throwNotOpen();
     return m_hardware->i2c.write(std::array{control, command, data});
 }
 
@@ -200,7 +211,7 @@ void LptBoard::load(std::int64_t hertz)
 int LptBoard::settleAndRead()
 {
     if (!m_hardware)
-        throw PortError("The parallel port is not open.");
+        throwNotOpen();
     m_hardware->pins.wait(settlingTime(m_speed));
     return m_hardware->adc.read(m_converter);
 }

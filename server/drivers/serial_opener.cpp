@@ -9,6 +9,8 @@
 #include "server/drivers/pic_frames.h"
 #include "server/links/serial_link.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 #include <stdexcept>
 #include <utility>
@@ -60,7 +62,8 @@ std::shared_ptr<ByteLink> SerialOpener::open(int port, const LineSettings &line,
     if (port != kSimulatedComPort) {
         const QString device = serialDeviceOf(port, m_settingsPath);
         if (device.isEmpty())
-            throw std::runtime_error("There is no serial port COM" + std::to_string(port) + ".");
+            throw std::runtime_error(
+                QCoreApplication::translate("SerialPort", "There is no serial port COM%1.").arg(port).toStdString());
         return std::make_shared<SerialLink>(device, line);
     }
     SimulatorSettings settings = readSerialSimulatorSettings(m_settingsPath);

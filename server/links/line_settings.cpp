@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "server/links/line_settings.h"
 
+#include <QCoreApplication>
 #include <QStringList>
 
 #include <stdexcept>
@@ -48,8 +49,11 @@ LineSettings parseLineSettings(const QString &text)
     LineSettings settings;
     if (parts.size() != 4 || parts.contains(QString()) || !takeBaud(parts[0], settings) ||
         !takeParity(parts[1], settings) || !takeDataBits(parts[2], settings) || !takeStopBits(parts[3], settings))
-        throw std::runtime_error("\"" + text.toStdString() +
-                                 "\" does not describe a serial line; it should look like 115200,N,8,1.");
+        throw std::runtime_error(
+            QCoreApplication::translate("SerialPort", "\"%1\" does not describe a serial line; it should look like "
+                                                      "115200,N,8,1.")
+                .arg(text)
+                .toStdString());
     return settings;
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "server/links/ppdev_port.h"
 
+#include <QCoreApplication>
 #include <QDir>
 
 #include <algorithm>
@@ -23,6 +24,11 @@ constexpr std::chrono::microseconds kShortestSleep{50};
 constexpr unsigned long kTimerSlackNs = 1'000; // the default of 50 us would double the shortest settling time
 
 const QString kPortPrefix = QString::fromLatin1(kParportPrefix);
+
+struct PpdevTexts
+{
+    Q_DECLARE_TR_FUNCTIONS(ParallelPort)
+};
 
 [[noreturn]] void fail(const QString &sentence)
 {
@@ -50,7 +56,7 @@ QString usbHint(const ParportPlaces &places)
     const QDir usb(places.devices + QStringLiteral("/usb"));
     if (usb.entryList({QStringLiteral("lp*")}, QDir::System | QDir::Files).isEmpty())
         return {};
-    return QStringLiteral(" A USB printer cable is not a parallel port.");
+    return PpdevTexts::tr(" A USB printer cable is not a parallel port.");
 }
 
 [[noreturn]] void refuseAddress(int base, const ParportPlaces &places, const QVector<ParportEntry> &entries)
@@ -61,9 +67,9 @@ QString usbHint(const ParportPlaces &places)
             known.append(hex(entry.base));
     }
     const QString others = known.isEmpty()
-                               ? QStringLiteral("This computer has none that the driver has found.")
-                               : QStringLiteral("This computer has: %1.").arg(known.join(QStringLiteral(", ")));
-    fail(QStringLiteral("There is no parallel port at the address %1. %2%3").arg(hex(base), others, usbHint(places)));
+                               ? PpdevTexts::tr("This computer has none that the driver has found.")
+                               : PpdevTexts::tr("This computer has: %1.").arg(known.join(QStringLiteral(", ")));
+    fail(PpdevTexts::tr("There is no parallel port at the address %1. %2%3").arg(hex(base), others, usbHint(places)));
 }
 
 } // namespace
@@ -79,7 +85,7 @@ QStringList otherParportUsers(const ParportPlaces &places, int number)
 std::unique_ptr<PpdevPort> PpdevPort::open(int base, const ParportPlaces &places, PortSystem &system)
 {
     if (!QDir(places.ports).exists()) {
-        fail(QStringLiteral("No driver for parallel ports is loaded: an administrator has to run \"modprobe -a "
+        fail(PpdevTexts::tr("No driver for parallel ports is loaded: an administrator has to run \"modprobe -a "
                             "parport_pc ppdev\".%1")
                  .arg(usbHint(places)));
     }
@@ -165,11 +171,11 @@ void PpdevPort::checkModes()
     unsigned modes = 0;
     const int result = m_system.ioctl(m_descriptor, PPGETMODES, &modes);
     if (result < 0 && isGone(-result))
-        fail(QStringLiteral("The parallel port %1 is gone.").arg(m_device));
+        fail(PpdevTexts::tr("The parallel port %1 is gone.").arg(m_device));
     if (result < 0)
-        fail(QStringLiteral("%1 is not a parallel port: %2.").arg(m_device, reasonOf(-result)));
+        fail(PpdevTexts::tr("%1 is not a parallel port: %2.").arg(m_device, reasonOf(-result)));
     if (!(modes & PARPORT_MODE_PCSPP))
-        fail(QStringLiteral("The parallel port %1 does not let its lines be set one by one.").arg(m_device));
+        fail(PpdevTexts::tr("The parallel port %1 does not let its lines be set one by one.").arg(m_device));
 }
 
 void PpdevPort::claim()
@@ -198,7 +204,7 @@ void PpdevPort::setOutput()
     int input = 0;
     const int result = m_system.ioctl(m_descriptor, PPDATADIR, &input);
     if (result < 0)
-        fail(QStringLiteral("The data lines of %1 cannot be made outputs: %2.").arg(m_device, reasonOf(-result)));
+        fail(PpdevTexts::tr("The data lines of %1 cannot be made outputs: %2.").arg(m_device, reasonOf(-result)));
 }
 
 void PpdevPort::access(unsigned long request, std::uint8_t *value)
@@ -207,41 +213,41 @@ void PpdevPort::access(unsigned long request, std::uint8_t *value)
     if (result >= 0)
         return;
     if (isGone(-result))
-        fail(QStringLiteral("The parallel port %1 is gone.").arg(m_device));
-    fail(QStringLiteral("The parallel port %1 refused an access: %2.").arg(m_device, reasonOf(-result)));
+        fail(PpdevTexts::tr("The parallel port %1 is gone.").arg(m_device));
+    fail(PpdevTexts::tr("The parallel port %1 refused an access: %2.").arg(m_device, reasonOf(-result)));
 }
 
 void PpdevPort::refuseOpen(int error) const
 {
     switch (error) {
     case ENOENT:
-        fail(QStringLiteral("%1 does not exist: an administrator has to run \"modprobe ppdev\".").arg(m_device));
+        fail(PpdevTexts::tr("%1 does not exist: an administrator has to run \"modprobe ppdev\".").arg(m_device));
     case EACCES:
     case EPERM:
-        fail(QStringLiteral("You may not use %1: an administrator has to add you to the group \"lp\", and you have to "
+        fail(PpdevTexts::tr("You may not use %1: an administrator has to add you to the group \"lp\", and you have to "
                             "log in again.")
                  .arg(m_device));
     case ENXIO:
     case ENODEV:
-        fail(QStringLiteral("The parallel port %1 is gone.").arg(m_device));
+        fail(PpdevTexts::tr("The parallel port %1 is gone.").arg(m_device));
     default:
-        fail(QStringLiteral("%1 cannot be opened: %2.").arg(m_device, reasonOf(error)));
+        fail(PpdevTexts::tr("%1 cannot be opened: %2.").arg(m_device, reasonOf(error)));
     }
 }
 
 void PpdevPort::refuseClaim(int error) const
 {
     if (error != ENXIO && error != EINTR && error != EBUSY && error != EAGAIN)
-        fail(QStringLiteral("%1 cannot be used: %2.").arg(m_device, reasonOf(error)));
+        fail(PpdevTexts::tr("%1 cannot be used: %2.").arg(m_device, reasonOf(error)));
     const QStringList users = otherParportUsers(m_places, m_number);
     if (users.contains(QStringLiteral("lp"))) {
-        fail(QStringLiteral("%1 is in use by the printer driver (lp): stop the printer service, or an administrator "
+        fail(PpdevTexts::tr("%1 is in use by the printer driver (lp): stop the printer service, or an administrator "
                             "has to run \"rmmod lp\".")
                  .arg(m_device));
     }
     if (error == ENXIO && users.isEmpty())
-        fail(QStringLiteral("The parallel port %1 is gone.").arg(m_device));
-    fail(QStringLiteral("%1 is in use by another program.").arg(m_device));
+        fail(PpdevTexts::tr("The parallel port %1 is gone.").arg(m_device));
+    fail(PpdevTexts::tr("%1 is in use by another program.").arg(m_device));
 }
 
 } // namespace calvorn

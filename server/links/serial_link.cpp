@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "server/links/serial_link.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
 
@@ -65,14 +66,17 @@ QSerialPort::StopBits stopBitsOf(LineStop stop)
 
 std::string serialOpeningFailure(const QString &device, QSerialPort::SerialPortError error, DeviceAccess access)
 {
-    const std::string name = device.toStdString();
-    if (access == DeviceAccess::Absent)
-        return "There is no device " + name + "; is the cable plugged in?";
-    if (access == DeviceAccess::Forbidden)
-        return "There is no permission to use " + name + "; add the user to the group dialout and log in again.";
-    if (error == QSerialPort::PermissionError)
-        return "The port " + name + " is in use by another program.";
-    return name + " is not a serial port.";
+    const auto sentence = [&] {
+        if (access == DeviceAccess::Absent)
+            return QCoreApplication::translate("SerialPort", "There is no device %1; is the cable plugged in?");
+        if (access == DeviceAccess::Forbidden)
+            return QCoreApplication::translate("SerialPort", "There is no permission to use %1; add the user to the "
+                                                             "group dialout and log in again.");
+        if (error == QSerialPort::PermissionError)
+            return QCoreApplication::translate("SerialPort", "The port %1 is in use by another program.");
+        return QCoreApplication::translate("SerialPort", "%1 is not a serial port.");
+    };
+    return sentence().arg(device).toStdString();
 }
 
 SerialLink::SerialLink(const QString &device, const LineSettings &settings, QObject *parent)
@@ -100,7 +104,7 @@ void SerialLink::open(const LineSettings &settings)
                        m_port.setFlowControl(QSerialPort::NoFlowControl);
     if (!taken) {
         m_port.close();
-        throw std::runtime_error("The port " + m_device.toStdString() + " cannot do these line settings.");
+        throw std::runtime_error(tr("The port %1 cannot do these line settings.").arg(m_device).toStdString());
     }
     // Many boards are powered from these lines. A pseudo-terminal has none.
     m_port.setDataTerminalReady(true);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "server/synthesiser/dds_clock.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 #include <cmath>
 
@@ -41,7 +43,9 @@ std::uint64_t systemClockHz(const DdsClock &clock)
 {
     // Written so that NaN is refused too.
     if (!(clock.xtalHz >= 1.0 && clock.xtalHz <= kHighestXtalHz))
-        throw FrequencyError("The reference clock of the generator must be at least 1 Hz.");
+        throw FrequencyError(
+            QCoreApplication::translate("Frequency", "The reference clock of the generator must be at least 1 Hz.")
+                .toStdString());
     return static_cast<std::uint64_t>(std::llround(clock.xtalHz)) *
            static_cast<std::uint64_t>(effectiveMultiplier(clock));
 }

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "server/synthesiser/tuning_word.h"
 
+#include <QCoreApplication>
+
 #include <cmath>
 #include <cstdlib>
 #include <limits>
-#include <string>
 
 namespace calvorn {
 
@@ -19,8 +20,11 @@ constexpr double kHighestOffsetHz = 1e12;
 
 [[noreturn]] void refuse(std::int64_t hertz, std::uint64_t systemClock)
 {
-    throw FrequencyError("The frequency " + std::to_string(hertz) + " Hz cannot be generated with a system clock of " +
-                         std::to_string(systemClock) + " Hz.");
+    throw FrequencyError(QCoreApplication::translate("Frequency", "The frequency %1 Hz cannot be generated with a "
+                                                                  "system clock of %2 Hz.")
+                             .arg(hertz)
+                             .arg(systemClock)
+                             .toStdString());
 }
 
 } // namespace

@@ -4,9 +4,10 @@
 #include "server/synthesiser/dds_clock.h"
 #include "server/synthesiser/tuning_word.h"
 
+#include <QCoreApplication>
+
 #include <cstdlib>
 #include <limits>
-#include <string>
 
 namespace calvorn {
 
@@ -21,9 +22,11 @@ VnaSweepWords vnaSweepWords(std::int64_t startHz, std::int64_t stepHz, int sampl
 
     const std::uint64_t last = words.start + static_cast<std::uint64_t>(samples - 1) * words.step;
     if (last > std::numeric_limits<std::uint32_t>::max()) {
-        throw FrequencyError("The sweep up to " + std::to_string(words.descending ? startHz : startHz + span) +
-                             " Hz cannot be generated with a system clock of " + std::to_string(systemClockHz) +
-                             " Hz.");
+        throw FrequencyError(QCoreApplication::translate("Frequency", "The sweep up to %1 Hz cannot be generated with "
+                                                                      "a system clock of %2 Hz.")
+                                 .arg(words.descending ? startHz : startHz + span)
+                                 .arg(systemClockHz)
+                                 .toStdString());
     }
     return words;
 }

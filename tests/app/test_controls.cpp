@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // What every control of the main window owes to those who use it: a tip, a name, a place in the order of the Tab key,
 // and room for its text.
+#include "tests/support/cut_off_texts.h"
 #include "tests/support/fake_server_control.h"
 #include "tests/support/window_bench.h"
 
@@ -159,27 +160,7 @@ void TestControls::nothingIsCutOff()
         auto *button = bench.find<QAbstractButton>(qPrintable(QStringLiteral("cmdView_%1").arg(view)));
         button->click();
         QCoreApplication::processEvents();
-        for (const QWidget *widget : bench.window->findChildren<QWidget *>()) {
-            const auto *label = qobject_cast<const QLabel *>(widget);
-            const auto *push = qobject_cast<const QAbstractButton *>(widget);
-            const bool text = (label && !label->text().isEmpty()) || (push && !push->text().isEmpty());
-            if (!text || !widget->isVisible() || widget->objectName().startsWith(u"lblVolt_"))
-                continue;
-            const QString name = widget->objectName() + u' ' + (label ? label->text() : push->text());
-            QVERIFY2(widget->width() >= widget->minimumSizeHint().width(), qPrintable(name));
-            const int lines = label && label->wordWrap() ? label->heightForWidth(label->width()) : 0;
-            QVERIFY2(widget->height() >= std::max(widget->minimumSizeHint().height(), lines), qPrintable(name));
-            const QRect place(widget->mapTo(bench.window.get(), QPoint()), widget->size());
-            QVERIFY2(bench.window->rect().contains(place), qPrintable(name));
-        }
-        // A box shows its whole number.
-        for (const QLineEdit *box : bench.window->findChildren<QLineEdit *>()) {
-            if (!box->isVisible())
-                continue;
-            const int frame = 8;
-            QVERIFY2(box->fontMetrics().horizontalAdvance(box->text()) + frame <= box->width(),
-                     qPrintable(box->objectName()));
-        }
+        QCOMPARE(test::cutOffTexts(*bench.window), QString());
     }
 }
 

@@ -121,7 +121,7 @@ QStringList messagesIn(const QString &path)
         return sentencesIn(source);
     static const QRegularExpression calls(
         QStringLiteral(R"((?:\bwarn|\bbeepAndWarn|\bsendOrWarn|\bshow|\bRuntimeError|\breport|\bremark|\baErrore)"
-                       R"(|\bPortError|\bruntime_error|\brefuse|\bappend|\baddFault|\btranslated)\()"
+                       R"(|\bPortError|\bruntime_error|\brefuse|\bappend|\baddFault|\bChipTexts::tr)\()"
                        R"(|\btexts\{|translate\("RuntimeError")"));
     QStringList found;
     for (auto match = calls.globalMatch(source); match.hasNext();)

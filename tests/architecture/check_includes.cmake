@@ -5,7 +5,7 @@ include("${ROOT}/cmake/CalvornTargets.cmake")
 
 set(wrong "")
 set(files_read 0)
-foreach(folder platform core data display acquisition setup app server)
+foreach(folder translations platform core data display acquisition setup app server)
     set(allowed ${folder} ${CALVORN_MAY_LINK_${folder}})
     file(GLOB_RECURSE files "${ROOT}/${folder}/*.h" "${ROOT}/${folder}/*.cpp")
     foreach(file IN LISTS files)

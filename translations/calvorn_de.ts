@@ -1,0 +1,2445 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de" sourcelanguage="en">
+<context>
+    <name>ChipLimits</name>
+    <message>
+        <source>The %1 takes a system clock of at most %2 Hz.</source>
+        <translation>Der %1 verträgt einen Systemtakt von höchstens %2 Hz.</translation>
+    </message>
+    <message>
+        <source>The system clock must be at least %1 Hz.</source>
+        <translation>Der Systemtakt muss mindestens %1 Hz betragen.</translation>
+    </message>
+    <message>
+        <source>The multiplier of the %1 takes a reference clock of at most %2 Hz.</source>
+        <translation>Der Multiplikator des %1 verträgt einen Referenztakt von höchstens %2 Hz.</translation>
+    </message>
+    <message>
+        <source>The %1 cannot multiply its clock by %2.</source>
+        <translation>Der %1 kann seinen Takt nicht mit %2 multiplizieren.</translation>
+    </message>
+    <message>
+        <source>The maximum frequency lies above half the system clock: the generator would make its image.</source>
+        <translation>Die Maximalfrequenz liegt über dem halben Systemtakt: Der Generator würde ihre Spiegelfrequenz erzeugen.</translation>
+    </message>
+    <message>
+        <source>Above %1 Hz the output is weak or impure.</source>
+        <translation>Über %1 Hz ist das Signal schwach oder unsauber.</translation>
+    </message>
+    <message>
+        <source>Clock and maximum frequency are within the limits of the %1.</source>
+        <translation>Takt und Maximalfrequenz liegen in den Grenzen des %1.</translation>
+    </message>
+</context>
+<context>
+    <name>CsvFields</name>
+    <message>
+        <source>a field is too long</source>
+        <translation>ein Feld ist zu lang</translation>
+    </message>
+    <message>
+        <source>the text ends too early</source>
+        <translation>der Text endet zu früh</translation>
+    </message>
+</context>
+<context>
+    <name>ErrorBoundary</name>
+    <message>
+        <source>(in %1)</source>
+        <translation>(in %1)</translation>
+    </message>
+</context>
+<context>
+    <name>Frequency</name>
+    <message>
+        <source>The reference clock of the generator must be at least 1 Hz.</source>
+        <translation>Der Referenztakt des Generators muss mindestens 1 Hz betragen.</translation>
+    </message>
+    <message>
+        <source>%1 Hz is above half the clock of the generator: its image comes out.</source>
+        <translation>%1 Hz liegt über dem halben Takt des Generators: Es kommt die Spiegelfrequenz heraus.</translation>
+    </message>
+    <message>
+        <source>%1 Hz is above the useful maximum of the generator, %2 Hz.</source>
+        <translation>%1 Hz liegt über dem nutzbaren Höchstwert des Generators, %2 Hz.</translation>
+    </message>
+    <message>
+        <source>The frequency %1 Hz cannot be generated with a system clock of %2 Hz.</source>
+        <translation>Die Frequenz %1 Hz lässt sich mit einem Systemtakt von %2 Hz nicht erzeugen.</translation>
+    </message>
+    <message>
+        <source>The sweep up to %1 Hz cannot be generated with a system clock of %2 Hz.</source>
+        <translation>Das Wobbeln bis %1 Hz ist mit einem Systemtakt von %2 Hz nicht möglich.</translation>
+    </message>
+</context>
+<context>
+    <name>FrequencyPlan</name>
+    <message>
+        <source>Start frequency will be set to </source>
+        <translation>Die Startfrequenz wird gesetzt auf </translation>
+    </message>
+    <message>
+        <source>Stop frequency will be set to </source>
+        <translation>Die Stoppfrequenz wird gesetzt auf </translation>
+    </message>
+</context>
+<context>
+    <name>LptWiring</name>
+    <message>
+        <source>this line must be connected.</source>
+        <translation>diese Leitung muss angeschlossen sein.</translation>
+    </message>
+    <message>
+        <source>there is no pin &quot;%1&quot;.</source>
+        <translation>es gibt keinen Pin „%1“.</translation>
+    </message>
+    <message>
+        <source>%1 is an input of the port.</source>
+        <translation>%1 ist ein Eingang des Ports.</translation>
+    </message>
+    <message>
+        <source>%1 is an output of the port.</source>
+        <translation>%1 ist ein Ausgang des Ports.</translation>
+    </message>
+    <message>
+        <source>D0 to D7 carry the bytes for the generator.</source>
+        <translation>D0 bis D7 tragen die Bytes für den Generator.</translation>
+    </message>
+    <message>
+        <source>the pin is taken by %1.</source>
+        <translation>der Pin ist durch %1 belegt.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is neither serial nor byte.</source>
+        <translation>„%1“ ist weder serial noch byte.</translation>
+    </message>
+</context>
+<context>
+    <name>ParallelPort</name>
+    <message>
+        <source>The simulated parallel port has been told to refuse.</source>
+        <translation>Der simulierte Parallelport soll laut Einstellung ablehnen.</translation>
+    </message>
+    <message>
+        <source>The parallel port is gone.</source>
+        <translation>Der Parallelport ist nicht mehr da.</translation>
+    </message>
+    <message>
+        <source>The parallel port is not open.</source>
+        <translation>Der Parallelport ist nicht geöffnet.</translation>
+    </message>
+    <message>
+        <source> A USB printer cable is not a parallel port.</source>
+        <translation> Ein USB-Druckerkabel ist kein Parallelport.</translation>
+    </message>
+    <message>
+        <source>This computer has none that the driver has found.</source>
+        <translation>In diesem Rechner hat der Treiber keinen gefunden.</translation>
+    </message>
+    <message>
+        <source>This computer has: %1.</source>
+        <translation>Dieser Rechner hat: %1.</translation>
+    </message>
+    <message>
+        <source>There is no parallel port at the address %1. %2%3</source>
+        <translation>An der Adresse %1 gibt es keinen Parallelport. %2%3</translation>
+    </message>
+    <message>
+        <source>No driver for parallel ports is loaded: an administrator has to run &quot;modprobe -a parport_pc ppdev&quot;.%1</source>
+        <translation>Kein Treiber für Parallelports ist geladen: Ein Administrator muss „modprobe -a parport_pc ppdev“ ausführen.%1</translation>
+    </message>
+    <message>
+        <source>The parallel port %1 is gone.</source>
+        <translation>Der Parallelport %1 ist nicht mehr da.</translation>
+    </message>
+    <message>
+        <source>%1 is not a parallel port: %2.</source>
+        <translation>%1 ist kein Parallelport: %2.</translation>
+    </message>
+    <message>
+        <source>The parallel port %1 does not let its lines be set one by one.</source>
+        <translation>Der Parallelport %1 lässt seine Leitungen nicht einzeln setzen.</translation>
+    </message>
+    <message>
+        <source>The data lines of %1 cannot be made outputs: %2.</source>
+        <translation>Die Datenleitungen von %1 lassen sich nicht als Ausgänge schalten: %2.</translation>
+    </message>
+    <message>
+        <source>The parallel port %1 refused an access: %2.</source>
+        <translation>Der Parallelport %1 hat einen Zugriff abgelehnt: %2.</translation>
+    </message>
+    <message>
+        <source>%1 does not exist: an administrator has to run &quot;modprobe ppdev&quot;.</source>
+        <translation>%1 existiert nicht: Ein Administrator muss „modprobe ppdev“ ausführen.</translation>
+    </message>
+    <message>
+        <source>You may not use %1: an administrator has to add you to the group &quot;lp&quot;, and you have to log in again.</source>
+        <translation>Sie dürfen %1 nicht benutzen: Ein Administrator muss Sie in die Gruppe „lp“ aufnehmen, dann melden Sie sich neu an.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be opened: %2.</source>
+        <translation>%1 lässt sich nicht öffnen: %2.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be used: %2.</source>
+        <translation>%1 lässt sich nicht benutzen: %2.</translation>
+    </message>
+    <message>
+        <source>%1 is in use by the printer driver (lp): stop the printer service, or an administrator has to run &quot;rmmod lp&quot;.</source>
+        <translation>%1 wird vom Druckertreiber (lp) benutzt: Druckdienst anhalten, oder ein Administrator muss „rmmod lp“ ausführen.</translation>
+    </message>
+    <message>
+        <source>%1 is in use by another program.</source>
+        <translation>%1 wird von einem anderen Programm benutzt.</translation>
+    </message>
+</context>
+<context>
+    <name>PinUses</name>
+    <message>
+        <source>DDS clock</source>
+        <translation>DDS-Takt</translation>
+    </message>
+    <message>
+        <source>DDS update</source>
+        <translation>DDS-Update</translation>
+    </message>
+    <message>
+        <source>DDS data</source>
+        <translation>DDS-Daten</translation>
+    </message>
+    <message>
+        <source>DDS reset</source>
+        <translation>DDS-Reset</translation>
+    </message>
+    <message>
+        <source>ADC clock</source>
+        <translation>ADC-Takt</translation>
+    </message>
+    <message>
+        <source>ADC select</source>
+        <translation>ADC-Select</translation>
+    </message>
+    <message>
+        <source>I2C clock</source>
+        <translation>I2C-Takt</translation>
+    </message>
+    <message>
+        <source>I2C data</source>
+        <translation>I2C-Daten</translation>
+    </message>
+    <message>
+        <source>Aux data</source>
+        <translation>Aux-Daten</translation>
+    </message>
+    <message>
+        <source>Aux clock</source>
+        <translation>Aux-Takt</translation>
+    </message>
+    <message>
+        <source>Aux latch</source>
+        <translation>Aux-Latch</translation>
+    </message>
+    <message>
+        <source>ADC data</source>
+        <translation>ADC-Daten</translation>
+    </message>
+    <message>
+        <source>I2C data back</source>
+        <translation>I2C zurück</translation>
+    </message>
+    <message>
+        <source>Ground</source>
+        <translation>Masse</translation>
+    </message>
+    <message>
+        <source>DDS %1</source>
+        <translation>DDS %1</translation>
+    </message>
+</context>
+<context>
+    <name>RuntimeError</name>
+    <message>
+        <source>Overflow</source>
+        <translation>Überlauf</translation>
+    </message>
+    <message>
+        <source>Type mismatch</source>
+        <translation>Falscher Typ</translation>
+    </message>
+    <message>
+        <source>Subscript out of range</source>
+        <translation>Index außerhalb des Bereichs</translation>
+    </message>
+    <message>
+        <source>File error</source>
+        <translation>Dateifehler</translation>
+    </message>
+    <message>
+        <source>The acquisition server did not carry out a command</source>
+        <translation>Der Messserver hat einen Befehl nicht ausgeführt</translation>
+    </message>
+    <message>
+        <source>There is no driver for this interface</source>
+        <translation>Für diese Schnittstelle gibt es keinen Treiber</translation>
+    </message>
+</context>
+<context>
+    <name>SerialPort</name>
+    <message>
+        <source>The system gives no pseudo-terminal for the simulated board.</source>
+        <translation>Das System gibt kein Pseudoterminal für die simulierte Platine her.</translation>
+    </message>
+    <message>
+        <source>There is no serial port COM%1.</source>
+        <translation>Es gibt keinen seriellen Port COM%1.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; does not describe a serial line; it should look like 115200,N,8,1.</source>
+        <translation>„%1“ beschreibt keine serielle Leitung; richtig wäre etwa 115200,N,8,1.</translation>
+    </message>
+    <message>
+        <source>There is no device %1; is the cable plugged in?</source>
+        <translation>Es gibt kein Gerät %1; steckt das Kabel?</translation>
+    </message>
+    <message>
+        <source>There is no permission to use %1; add the user to the group dialout and log in again.</source>
+        <translation>%1 darf nicht benutzt werden; Benutzer in die Gruppe dialout aufnehmen und neu anmelden.</translation>
+    </message>
+    <message>
+        <source>The port %1 is in use by another program.</source>
+        <translation>Der Port %1 wird von einem anderen Programm benutzt.</translation>
+    </message>
+    <message>
+        <source>%1 is not a serial port.</source>
+        <translation>%1 ist kein serieller Port.</translation>
+    </message>
+</context>
+<context>
+    <name>SetUp</name>
+    <message>
+        <source>The device &quot;%1&quot; is not known</source>
+        <translation>Der Baustein „%1“ ist unbekannt</translation>
+    </message>
+</context>
+<context>
+    <name>Settings</name>
+    <message>
+        <source>[%1] &quot;%2&quot;: %3 The default %4 is used.</source>
+        <translation>[%1] &quot;%2&quot;: %3 Es gilt der Vorgabewert %4.</translation>
+    </message>
+</context>
+<context>
+    <name>SingleSweep</name>
+    <message>
+        <source>The settings file %1 cannot be read.</source>
+        <translation>Die Einstellungsdatei %1 lässt sich nicht lesen.</translation>
+    </message>
+    <message>
+        <source>%1 names a device that is not supported.</source>
+        <translation>%1 nennt einen Baustein, der nicht unterstützt wird.</translation>
+    </message>
+    <message>
+        <source>%1 must lie between %2 and %3 Hz.</source>
+        <translation>%1 muss zwischen %2 und %3 Hz liegen.</translation>
+    </message>
+    <message>
+        <source>parallel port 0x%1</source>
+        <translation>Parallelport 0x%1</translation>
+    </message>
+    <message>
+        <source>serial port COM%1</source>
+        <translation>serieller Port COM%1</translation>
+    </message>
+    <message>
+        <source>The %1 could not be opened.</source>
+        <translation>Nicht zu öffnen: %1.</translation>
+    </message>
+    <message>
+        <source>The %1 could not be opened (%2).</source>
+        <translation>Nicht zu öffnen: %1 (%2).</translation>
+    </message>
+    <message>
+        <source>The hardware refused to be set up: %1.</source>
+        <translation>Die Hardware ließ sich nicht einrichten: %1.</translation>
+    </message>
+    <message>
+        <source>Sweeping from %1 to %2 Hz</source>
+        <translation>Wobbeln von %1 bis %2 Hz</translation>
+    </message>
+    <message>
+        <source>The hardware refused the sweep.</source>
+        <translation>Die Hardware hat den Durchlauf abgelehnt.</translation>
+    </message>
+    <message>
+        <source>Interrupted.</source>
+        <translation>Abgebrochen.</translation>
+    </message>
+    <message>
+        <source>The hardware delivered no sweep in time.</source>
+        <translation>Die Hardware hat nicht rechtzeitig einen Durchlauf geliefert.</translation>
+    </message>
+    <message>
+        <source>Sweep %1 of %2</source>
+        <translation>Durchlauf %1 von %2</translation>
+    </message>
+</context>
+<context>
+    <name>SweepCsv</name>
+    <message>
+        <source>too many lines</source>
+        <translation>zu viele Zeilen</translation>
+    </message>
+</context>
+<context>
+    <name>SweepPicture</name>
+    <message>
+        <source>V</source>
+        <translation>V</translation>
+    </message>
+    <message>
+        <source>dB</source>
+        <translation>dB</translation>
+    </message>
+    <message>
+        <source>Linear scale, 0 to %1 V</source>
+        <translation>Lineare Skala, 0 bis %1 V</translation>
+    </message>
+    <message>
+        <source>10 V</source>
+        <translation>10 V</translation>
+    </message>
+    <message>
+        <source>1 V</source>
+        <translation>1 V</translation>
+    </message>
+    <message>
+        <source>Logarithmic scale, %1 to %2 dB, 0 dB is %3</source>
+        <translation>Logarithmische Skala, %1 bis %2 dB, 0 dB ist %3</translation>
+    </message>
+    <message>
+        <source>%1 Hz</source>
+        <translation>%1 Hz</translation>
+    </message>
+    <message>
+        <source>M1</source>
+        <translation>M1</translation>
+    </message>
+    <message>
+        <source>M2</source>
+        <translation>M2</translation>
+    </message>
+    <message>
+        <source>M2 - M1</source>
+        <translation>M2 - M1</translation>
+    </message>
+    <message>
+        <source>M3</source>
+        <translation>M3</translation>
+    </message>
+    <message>
+        <source>M4</source>
+        <translation>M4</translation>
+    </message>
+    <message>
+        <source>M4 - M3</source>
+        <translation>M4 - M3</translation>
+    </message>
+    <message>
+        <source>the name of a picture ends in .png or .svg</source>
+        <translation>der Name eines Bildes endet auf .png oder .svg</translation>
+    </message>
+</context>
+<context>
+    <name>SweepTool</name>
+    <message>
+        <source>--%1 takes a whole number from 1 on, not &quot;%2&quot;.</source>
+        <translation>--%1 erwartet eine ganze Zahl ab 1, nicht „%2“.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not an option; see --help.</source>
+        <translation>„%1“ ist keine Option; siehe --help.</translation>
+    </message>
+    <message>
+        <source>--%1 takes the name of a file.</source>
+        <translation>--%1 erwartet den Namen einer Datei.</translation>
+    </message>
+    <message>
+        <source>The name of a picture ends in .png or .svg, unlike &quot;%1&quot;.</source>
+        <translation>Der Name eines Bildes endet auf .png oder .svg, anders als „%1“.</translation>
+    </message>
+    <message>
+        <source>outside the range</source>
+        <translation>außerhalb</translation>
+    </message>
+    <message>
+        <source>Peak</source>
+        <translation>Maximum</translation>
+    </message>
+    <message>
+        <source>Peak at</source>
+        <translation>Maximum bei</translation>
+    </message>
+    <message>
+        <source>-3 dB from</source>
+        <translation>-3 dB von</translation>
+    </message>
+    <message>
+        <source>-3 dB to</source>
+        <translation>-3 dB bis</translation>
+    </message>
+    <message>
+        <source>-3 dB bandwidth</source>
+        <translation>-3-dB-Bandbreite</translation>
+    </message>
+    <message>
+        <source>Takes a sweep without a window. Without --output and --picture it prints the response as a table and a plot.</source>
+        <translation>Macht einen Durchlauf ohne Fenster. Ohne --output und --picture erscheint der Frequenzgang als Tabelle und Kurve.</translation>
+    </message>
+    <message>
+        <source>Settings file; the one beside the program if not given.</source>
+        <translation>Einstellungsdatei; ohne Angabe die neben dem Programm.</translation>
+    </message>
+    <message>
+        <source>First frequency in Hz, in place of that of the settings.</source>
+        <translation>Erste Frequenz in Hz, anstelle der eingestellten.</translation>
+    </message>
+    <message>
+        <source>Last frequency in Hz, in place of that of the settings.</source>
+        <translation>Letzte Frequenz in Hz, anstelle der eingestellten.</translation>
+    </message>
+    <message>
+        <source>Take this many sweeps and keep the last; 1 if not given.</source>
+        <translation>So viele Durchläufe machen und den letzten behalten; ohne Angabe 1.</translation>
+    </message>
+    <message>
+        <source>Write the sweep as CSV.</source>
+        <translation>Durchlauf als CSV schreiben.</translation>
+    </message>
+    <message>
+        <source>Write the curve as PNG or SVG.</source>
+        <translation>Kurve als PNG oder SVG schreiben.</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::AcquisitionDriver</name>
+    <message>
+        <source>it did not answer in time and was ended</source>
+        <translation>er hat nicht rechtzeitig geantwortet und wurde beendet</translation>
+    </message>
+    <message>
+        <source>Wrong serial port number (COM%1).</source>
+        <translation>Falsche Nummer des seriellen Ports (COM%1).</translation>
+    </message>
+    <message>
+        <source>Please verify &apos;SetUp/Configuration/Ports&apos;.</source>
+        <translation>Bitte &apos;Einstellungen/Konfiguration/Ports&apos; prüfen.</translation>
+    </message>
+    <message>
+        <source>The acquisition server has ended unexpectedly.</source>
+        <translation>Der Messserver hat sich unerwartet beendet.</translation>
+    </message>
+    <message>
+        <source>&quot;Sweep ON&quot; starts it again.</source>
+        <translation>„Wobbeln EIN“ startet ihn wieder.</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::AdcPage</name>
+    <message>
+        <source>Detector</source>
+        <translation>Detektor</translation>
+    </message>
+    <message>
+        <source>Set with &quot;SetUp/Calibrate detector&quot;, added to every voltage</source>
+        <translation>Mit „Einstellungen/Detektor kalibrieren“ gesetzt, zu jeder Spannung addiert</translation>
+    </message>
+    <message>
+        <source>&amp;Step - mV per count</source>
+        <translation>Schri&amp;tt - mV je Zählwert</translation>
+    </message>
+    <message>
+        <source>C&amp;hannel</source>
+        <translation>&amp;Kanal</translation>
+    </message>
+    <message>
+        <source>The step is the reference voltage of the converter divided by its counts: 2.5 V are 2.441 mV per count with 10 bits, and 9.766 mV with 8 bits.</source>
+        <translation>Der Schritt ist die Referenzspannung des Wandlers geteilt durch seine Stufen: 2,5 V ergeben mit 10 Bit 2,441 mV je Zählwert, mit 8 Bit 9,766 mV.</translation>
+    </message>
+    <message>
+        <source>&amp;8 bit</source>
+        <translation>&amp;8 Bit</translation>
+    </message>
+    <message>
+        <source>1&amp;0 bit</source>
+        <translation>1&amp;0 Bit</translation>
+    </message>
+    <message>
+        <source>Counts from 0 to 255</source>
+        <translation>Zählwerte von 0 bis 255</translation>
+    </message>
+    <message>
+        <source>Counts from 0 to 1023</source>
+        <translation>Zählwerte von 0 bis 1023</translation>
+    </message>
+    <message>
+        <source>Converter</source>
+        <translation>Wandler</translation>
+    </message>
+    <message>
+        <source>Millivolts at the detector for one count of the converter</source>
+        <translation>Millivolt am Detektor für einen Zählwert des Wandlers</translation>
+    </message>
+    <message>
+        <source>Step in mV per count</source>
+        <translation>Schritt in mV je Zählwert</translation>
+    </message>
+    <message>
+        <source>MiniVNA: 1 angle, 2 return loss, 3 device under test. The other interfaces do not use it.</source>
+        <translation>MiniVNA: 1 Winkel, 2 Rückflussdämpfung, 3 Messobjekt. Die anderen Schnittstellen brauchen ihn nicht.</translation>
+    </message>
+    <message>
+        <source>Channel of the converter</source>
+        <translation>Kanal des Wandlers</translation>
+    </message>
+    <message>
+        <source>Offset: </source>
+        <translation>Offset: </translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::AmplitudeAxis</name>
+    <message>
+        <source>Top of the linear scale in volts, up to 10</source>
+        <translation>Vollausschlag der linearen Skala in Volt, bis 10</translation>
+    </message>
+    <message>
+        <source>Full scale in volts</source>
+        <translation>Vollausschlag in Volt</translation>
+    </message>
+    <message>
+        <source>Bottom of the logarithmic scales in dB, down to -90</source>
+        <translation>Unteres Ende der logarithmischen Skalen in dB, bis -90</translation>
+    </message>
+    <message>
+        <source>Lowest level in dB</source>
+        <translation>Niedrigster Pegel in dB</translation>
+    </message>
+    <message>
+        <source>Volt</source>
+        <translation>Volt</translation>
+    </message>
+    <message>
+        <source>Unit of the amplitude axis</source>
+        <translation>Einheit der Amplitudenachse</translation>
+    </message>
+    <message>
+        <source>Amplitude at this line of the grid</source>
+        <translation>Amplitude an dieser Gitterlinie</translation>
+    </message>
+    <message>
+        <source>Amplitude label %1</source>
+        <translation>Amplitudenbeschriftung %1</translation>
+    </message>
+    <message>
+        <source>(Vref 10V)</source>
+        <translation>(Vref 10V)</translation>
+    </message>
+    <message>
+        <source>(Vref 1V)</source>
+        <translation>(Vref 1V)</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::AuxOutput</name>
+    <message>
+        <source>This output is not enabled in the configuration.</source>
+        <translation>Dieser Ausgang ist in der Konfiguration nicht freigegeben.</translation>
+    </message>
+    <message>
+        <source>Click: off, half, on</source>
+        <translation>Klick: aus, halb, ein</translation>
+    </message>
+    <message>
+        <source>Sum of the steps that are on</source>
+        <translation>Summe der eingeschalteten Stufen</translation>
+    </message>
+    <message>
+        <source>Total of output %1</source>
+        <translation>Summe von Ausgang %1</translation>
+    </message>
+    <message>
+        <source>Digital potentiometer</source>
+        <translation>Digitales Potentiometer</translation>
+    </message>
+    <message>
+        <source>Position of the potentiometer</source>
+        <translation>Stellung des Potentiometers</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::AuxPage</name>
+    <message>
+        <source>Auxiliary outputs (parallel port only)</source>
+        <translation>Zusatzausgänge (nur Parallelport)</translation>
+    </message>
+    <message>
+        <source>Output %1</source>
+        <translation>Ausgang %1</translation>
+    </message>
+    <message>
+        <source>Enabled</source>
+        <translation>Freigegeben</translation>
+    </message>
+    <message>
+        <source>The main window shows the buttons of this output</source>
+        <translation>Das Hauptfenster zeigt die Knöpfe dieses Ausgangs</translation>
+    </message>
+    <message>
+        <source>Output %1 enabled</source>
+        <translation>Ausgang %1 freigegeben</translation>
+    </message>
+    <message>
+        <source>Inverse logic</source>
+        <translation>Invertiert</translation>
+    </message>
+    <message>
+        <source>The byte is sent with every bit inverted</source>
+        <translation>Das Byte wird mit invertierten Bits gesendet</translation>
+    </message>
+    <message>
+        <source>Output %1 inverse</source>
+        <translation>Ausgang %1 invertiert</translation>
+    </message>
+    <message>
+        <source>The heading of this output in the main window</source>
+        <translation>Die Überschrift dieses Ausgangs im Hauptfenster</translation>
+    </message>
+    <message>
+        <source>Title of output %1</source>
+        <translation>Titel von Ausgang %1</translation>
+    </message>
+    <message>
+        <source>Title</source>
+        <translation>Titel</translation>
+    </message>
+    <message>
+        <source>Label</source>
+        <translation>Beschriftung</translation>
+    </message>
+    <message>
+        <source>Value - dB</source>
+        <translation>Wert - dB</translation>
+    </message>
+    <message>
+        <source>Enter the label or leave &apos;blank&apos; to disable this button</source>
+        <translation>Beschriftung eingeben, oder leer lassen, um den Knopf abzuschalten</translation>
+    </message>
+    <message>
+        <source>Output %1, label of step %2</source>
+        <translation>Ausgang %1, Beschriftung der Stufe %2</translation>
+    </message>
+    <message>
+        <source>Step %1</source>
+        <translation>Stufe %1</translation>
+    </message>
+    <message>
+        <source>Enter the value to be sent to the attenuator</source>
+        <translation>Wert eingeben, der an das Dämpfungsglied geht</translation>
+    </message>
+    <message>
+        <source>Output %1, value of step %2</source>
+        <translation>Ausgang %1, Wert der Stufe %2</translation>
+    </message>
+    <message>
+        <source>Potentiometer</source>
+        <translation>Potentiometer</translation>
+    </message>
+    <message>
+        <source>Highest position, 0 to 255; empty: there is no potentiometer</source>
+        <translation>Höchste Stellung, 0 bis 255; leer: Es gibt kein Potentiometer</translation>
+    </message>
+    <message>
+        <source>Lowest position, 0 to 255; empty: there is no potentiometer</source>
+        <translation>Niedrigste Stellung, 0 bis 255; leer: Es gibt kein Potentiometer</translation>
+    </message>
+    <message>
+        <source>The range that the main window will offer for the potentiometer</source>
+        <translation>Der Bereich, den das Hauptfenster für das Potentiometer anbietet</translation>
+    </message>
+    <message>
+        <source>Range of the potentiometer</source>
+        <translation>Bereich des Potentiometers</translation>
+    </message>
+    <message>
+        <source>Maximum</source>
+        <translation>Maximum</translation>
+    </message>
+    <message>
+        <source>Minimum</source>
+        <translation>Minimum</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::CalibrationDialog</name>
+    <message>
+        <source>&amp;Apply</source>
+        <translation>Ü&amp;bernehmen</translation>
+    </message>
+    <message>
+        <source>Take this offset; it is saved when the program ends</source>
+        <translation>Diesen Offset übernehmen; gespeichert wird er am Programmende</translation>
+    </message>
+    <message>
+        <source>&amp;EXIT</source>
+        <translation>SCHLI&amp;ESSEN</translation>
+    </message>
+    <message>
+        <source>Close; an offset that was not applied is forgotten</source>
+        <translation>Schließen; ein nicht übernommener Offset wird vergessen</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::DdsPage</name>
+    <message>
+        <source>Synthesiser</source>
+        <translation>Synthesizer</translation>
+    </message>
+    <message>
+        <source>AD985&amp;0</source>
+        <translation>AD985&amp;0</translation>
+    </message>
+    <message>
+        <source>AD985&amp;1</source>
+        <translation>AD985&amp;1</translation>
+    </message>
+    <message>
+        <source>AD99&amp;51</source>
+        <translation>AD99&amp;51</translation>
+    </message>
+    <message>
+        <source>System clock up to 125 MHz, useful up to 40 MHz</source>
+        <translation>Systemtakt bis 125 MHz, nutzbar bis 40 MHz</translation>
+    </message>
+    <message>
+        <source>System clock up to 180 MHz with its six-fold multiplier, useful up to 70 MHz</source>
+        <translation>Systemtakt bis 180 MHz mit seinem Sechsfach-Multiplikator, nutzbar bis 70 MHz</translation>
+    </message>
+    <message>
+        <source>System clock up to 400 MHz with its multiplier of 4 to 20, useful up to 160 MHz</source>
+        <translation>Systemtakt bis 400 MHz mit seinem Multiplikator von 4 bis 20, nutzbar bis 160 MHz</translation>
+    </message>
+    <message>
+        <source>DDS chip</source>
+        <translation>DDS-Baustein</translation>
+    </message>
+    <message>
+        <source>Reference clock multiplier × &amp;6</source>
+        <translation>Taktmultiplikator × &amp;6</translation>
+    </message>
+    <message>
+        <source>The chip makes its system clock from a six times lower one</source>
+        <translation>Der Baustein macht seinen Systemtakt aus einem sechsmal niedrigeren</translation>
+    </message>
+    <message>
+        <source>Frequency of the crystal oscillator on the board, in Hz</source>
+        <translation>Frequenz des Quarzoszillators auf der Platine, in Hz</translation>
+    </message>
+    <message>
+        <source>Reference clock in Hz</source>
+        <translation>Referenztakt in Hz</translation>
+    </message>
+    <message>
+        <source>&amp;Reference clock - Hz</source>
+        <translation>&amp;Referenztakt - Hz</translation>
+    </message>
+    <message>
+        <source>&amp;No multiplier</source>
+        <translation>&amp;Kein Multiplikator</translation>
+    </message>
+    <message>
+        <source>The reference clock is the system clock</source>
+        <translation>Der Referenztakt ist der Systemtakt</translation>
+    </message>
+    <message>
+        <source>M&amp;ultiplier</source>
+        <translation>M&amp;ultiplikator</translation>
+    </message>
+    <message>
+        <source>The chip multiplies the reference clock by 4 to 20</source>
+        <translation>Der Baustein multipliziert den Referenztakt mit 4 bis 20</translation>
+    </message>
+    <message>
+        <source>Factor of the multiplier, 4 to 20</source>
+        <translation>Faktor des Multiplikators, 4 bis 20</translation>
+    </message>
+    <message>
+        <source>Factor of the multiplier</source>
+        <translation>Faktor des Multiplikators</translation>
+    </message>
+    <message>
+        <source>The highest frequency that can be entered, in Hz</source>
+        <translation>Die höchste Frequenz, die sich eingeben lässt, in Hz</translation>
+    </message>
+    <message>
+        <source>Maximum frequency in Hz</source>
+        <translation>Maximalfrequenz in Hz</translation>
+    </message>
+    <message>
+        <source>The lowest frequency that can be entered, in Hz</source>
+        <translation>Die niedrigste Frequenz, die sich eingeben lässt, in Hz</translation>
+    </message>
+    <message>
+        <source>Minimum frequency in Hz</source>
+        <translation>Minimalfrequenz in Hz</translation>
+    </message>
+    <message>
+        <source>Reference clock × multiplier</source>
+        <translation>Referenztakt × Multiplikator</translation>
+    </message>
+    <message>
+        <source>System clock in Hz</source>
+        <translation>Systemtakt in Hz</translation>
+    </message>
+    <message>
+        <source>What the chip is made for</source>
+        <translation>Wofür der Baustein gemacht ist</translation>
+    </message>
+    <message>
+        <source>Limits of the chip</source>
+        <translation>Grenzen des Bausteins</translation>
+    </message>
+    <message>
+        <source>Set with &quot;SetUp/Calibrate generator&quot;, added to every frequency</source>
+        <translation>Mit „Einstellungen/Generator kalibrieren“ gesetzt, zu jeder Frequenz addiert</translation>
+    </message>
+    <message>
+        <source>Clock and limits</source>
+        <translation>Takt und Grenzen</translation>
+    </message>
+    <message>
+        <source>System clock - Hz</source>
+        <translation>Systemtakt - Hz</translation>
+    </message>
+    <message>
+        <source>Ma&amp;ximum frequency - Hz</source>
+        <translation>Ma&amp;ximalfrequenz - Hz</translation>
+    </message>
+    <message>
+        <source>Minimum frequenc&amp;y - Hz</source>
+        <translation>Minima&amp;lfrequenz - Hz</translation>
+    </message>
+    <message>
+        <source>Frequency offset: </source>
+        <translation>Frequenzoffset: </translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::DigitBars</name>
+    <message>
+        <source>Step this digit</source>
+        <translation>Diese Ziffer ändern</translation>
+    </message>
+    <message>
+        <source>Digit %1</source>
+        <translation>Ziffer %1</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::DriverEvents</name>
+    <message>
+        <source>Stop sweep</source>
+        <translation>Wobbeln gestoppt</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::FrequencyReadouts</name>
+    <message>
+        <source>start</source>
+        <translation>Start</translation>
+    </message>
+    <message>
+        <source>Frequency of the first sample, Hz</source>
+        <translation>Frequenz des ersten Messpunkts, Hz</translation>
+    </message>
+    <message>
+        <source>center</source>
+        <translation>Mitte</translation>
+    </message>
+    <message>
+        <source>Frequency of sample 200, Hz</source>
+        <translation>Frequenz des Messpunkts 200, Hz</translation>
+    </message>
+    <message>
+        <source>stop</source>
+        <translation>Stopp</translation>
+    </message>
+    <message>
+        <source>Frequency of the last sample, Hz</source>
+        <translation>Frequenz des letzten Messpunkts, Hz</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::FrmAbout</name>
+    <message>
+        <source>About Calvorn</source>
+        <translation>Über Calvorn</translation>
+    </message>
+    <message>
+        <source>Interface:</source>
+        <translation>Schnittstelle:</translation>
+    </message>
+    <message>
+        <source>DDS Device:</source>
+        <translation>DDS-Baustein:</translation>
+    </message>
+    <message>
+        <source>DAC Device:</source>
+        <translation>DAC-Baustein:</translation>
+    </message>
+    <message>
+        <source>Made by the Calvorn authors for radio amateurs.</source>
+        <translation>Von den Calvorn-Autoren für Funkamateure gemacht.</translation>
+    </message>
+    <message>
+        <source>Without any warranty. Check your wiring before you switch on.</source>
+        <translation>Ohne jede Gewähr. Vor dem Einschalten die Verdrahtung prüfen.</translation>
+    </message>
+    <message>
+        <source>Free to use, change and pass on under the terms of the MIT licence.</source>
+        <translation>Darf nach der MIT-Lizenz frei benutzt, geändert und weitergegeben werden.</translation>
+    </message>
+    <message>
+        <source>EXIT</source>
+        <translation>SCHLIESSEN</translation>
+    </message>
+    <message>
+        <source>Close this window</source>
+        <translation>Dieses Fenster schließen</translation>
+    </message>
+    <message>
+        <source>PIC connected to the USB port COM%1</source>
+        <translation>PIC am USB-Port COM%1</translation>
+    </message>
+    <message>
+        <source>(Project by Brenik)</source>
+        <translation>(Projekt von Brenik)</translation>
+    </message>
+    <message>
+        <source>DDS Generator/Detector connected to the parallel port LPT 0%1</source>
+        <translation>DDS-Generator/Detektor am Parallelport LPT 0%1</translation>
+    </message>
+    <message>
+        <source>Board design: see the wiring page of the documentation</source>
+        <translation>Entwurf der Platine: siehe Verdrahtung in der Dokumentation</translation>
+    </message>
+    <message>
+        <source>docs/hardware/lpt-board.md</source>
+        <translation>docs/hardware/lpt-board.md</translation>
+    </message>
+    <message>
+        <source>MiniVNA connected to the USB port COM%1</source>
+        <translation>MiniVNA am USB-Port COM%1</translation>
+    </message>
+    <message>
+        <source>Analyser design: its makers, with thanks</source>
+        <translation>Entwurf des Analysators: seine Erbauer, mit Dank</translation>
+    </message>
+    <message>
+        <source>docs/hardware/minivna.md</source>
+        <translation>docs/hardware/minivna.md</translation>
+    </message>
+    <message>
+        <source>, ClockRef: </source>
+        <translation>, Referenztakt: </translation>
+    </message>
+    <message>
+        <source>MHz, Multiplier: </source>
+        <translation>MHz, Multiplikator: </translation>
+    </message>
+    <message>
+        <source>, Max frequency: </source>
+        <translation>, max. Frequenz: </translation>
+    </message>
+    <message>
+        <source>by PIC 16F877, step: </source>
+        <translation> im PIC 16F877, Schritt: </translation>
+    </message>
+    <message>
+        <source>, step: </source>
+        <translation>, Schritt: </translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::FrmCalibraADC</name>
+    <message>
+        <source>Detector calibration</source>
+        <translation>Detektor kalibrieren</translation>
+    </message>
+    <message>
+        <source>1. Select &apos;View/Table&apos; and &apos;Scale/Linear&apos;.</source>
+        <translation>1. &apos;Ansicht/Tabelle&apos; und &apos;Skala/Linear&apos; wählen.</translation>
+    </message>
+    <message>
+        <source>2. Connect the input of the detector to a known voltage.</source>
+        <translation>2. Den Eingang des Detektors an eine bekannte Spannung legen.</translation>
+    </message>
+    <message>
+        <source>3. Adjust the offset until the right voltage is presented.</source>
+        <translation>3. Den Offset ändern, bis die richtige Spannung erscheint.</translation>
+    </message>
+    <message>
+        <source>4. Everytime you &apos;Apply&apos;, table will be updated with the new offset</source>
+        <translation>4. Mit jedem &apos;Übernehmen&apos; folgt die Tabelle dem neuen Offset</translation>
+    </message>
+    <message>
+        <source>Offset - Volt</source>
+        <translation>Offset - Volt</translation>
+    </message>
+    <message>
+        <source>Step the offset by 0.001 V</source>
+        <translation>Offset um 0,001 V ändern</translation>
+    </message>
+    <message>
+        <source>The voltage that the detector reads with this offset</source>
+        <translation>Die Spannung, die der Detektor mit diesem Offset misst</translation>
+    </message>
+    <message>
+        <source>Detector - Volt</source>
+        <translation>Detektor - Volt</translation>
+    </message>
+    <message>
+        <source>This interface reads its detector only while it sweeps.</source>
+        <translation>Diese Schnittstelle liest ihren Detektor nur beim Wobbeln.</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::FrmCalibraDDS</name>
+    <message>
+        <source>Generator calibration</source>
+        <translation>Generator kalibrieren</translation>
+    </message>
+    <message>
+        <source>1. Select any start frequency.</source>
+        <translation>1. Eine beliebige Startfrequenz wählen.</translation>
+    </message>
+    <message>
+        <source>2. Connect the output of the generator to a frequency meter.</source>
+        <translation>2. Den Ausgang des Generators mit einem Frequenzzähler verbinden.</translation>
+    </message>
+    <message>
+        <source>3. Adjust the offset until the meter shows the right start frequency.</source>
+        <translation>3. Den Offset ändern, bis der Zähler die richtige Startfrequenz zeigt.</translation>
+    </message>
+    <message>
+        <source>4. Apply</source>
+        <translation>4. Übernehmen</translation>
+    </message>
+    <message>
+        <source>Offset - Hz</source>
+        <translation>Offset - Hz</translation>
+    </message>
+    <message>
+        <source>Step the offset by 0.01 Hz</source>
+        <translation>Offset um 0,01 Hz ändern</translation>
+    </message>
+    <message>
+        <source>What the frequency meter has to show</source>
+        <translation>Was der Frequenzzähler zeigen muss</translation>
+    </message>
+    <message>
+        <source>Start frequency in Hz</source>
+        <translation>Startfrequenz in Hz</translation>
+    </message>
+    <message>
+        <source>Start frequency - Hz</source>
+        <translation>Startfrequenz - Hz</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::FrmPreferences</name>
+    <message>
+        <source>Preferences</source>
+        <translation>Optionen</translation>
+    </message>
+    <message>
+        <source>Cursor type</source>
+        <translation>Art des Cursors</translation>
+    </message>
+    <message>
+        <source>&amp;Linked</source>
+        <translation>&amp;Gekoppelt</translation>
+    </message>
+    <message>
+        <source>&amp;Floating cross</source>
+        <translation>&amp;Mitlaufendes Kreuz</translation>
+    </message>
+    <message>
+        <source>The read-out follows the mouse</source>
+        <translation>Die Anzeige folgt der Maus</translation>
+    </message>
+    <message>
+        <source>A cross rides on the curve under the mouse</source>
+        <translation>Ein Kreuz läuft auf der Kurve unter der Maus mit</translation>
+    </message>
+    <message>
+        <source>The lowest level above zero that the converter can tell, in dB</source>
+        <translation>Der niedrigste Pegel über null, den der Wandler erkennt, in dB</translation>
+    </message>
+    <message>
+        <source>EXIT</source>
+        <translation>SCHLIESSEN</translation>
+    </message>
+    <message>
+        <source>Close this window</source>
+        <translation>Dieses Fenster schließen</translation>
+    </message>
+    <message>
+        <source>Limit the Logaritmic Scales to the range of the ADC (%1)</source>
+        <translation>Logarithmische Skalen auf den Bereich des ADC begrenzen (%1)</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::FrmSetUp</name>
+    <message>
+        <source>Configuration</source>
+        <translation>Konfiguration</translation>
+    </message>
+    <message>
+        <source>&amp;Interface</source>
+        <translation>&amp;Schnittstelle</translation>
+    </message>
+    <message>
+        <source>Which hardware is connected</source>
+        <translation>Welche Hardware angeschlossen ist</translation>
+    </message>
+    <message>
+        <source>Syn&amp;thesiser</source>
+        <translation>S&amp;ynthesizer</translation>
+    </message>
+    <message>
+        <source>The generator chip, its clock and its limits</source>
+        <translation>Der Generatorbaustein, sein Takt und seine Grenzen</translation>
+    </message>
+    <message>
+        <source>&amp;Detector</source>
+        <translation>&amp;Detektor</translation>
+    </message>
+    <message>
+        <source>The converter of the detector</source>
+        <translation>Der Wandler des Detektors</translation>
+    </message>
+    <message>
+        <source>Auxi&amp;liary</source>
+        <translation>&amp;Zusatz</translation>
+    </message>
+    <message>
+        <source>The auxiliary outputs of the parallel-port board</source>
+        <translation>Die Zusatzausgänge der Parallelport-Platine</translation>
+    </message>
+    <message>
+        <source>&amp;Ports</source>
+        <translation>&amp;Ports</translation>
+    </message>
+    <message>
+        <source>Which serial and which parallel port is used</source>
+        <translation>Welcher serielle und welcher parallele Port benutzt wird</translation>
+    </message>
+    <message>
+        <source>&amp;Apply</source>
+        <translation>Ü&amp;bernehmen</translation>
+    </message>
+    <message>
+        <source>Write the configuration and end the program; it counts from the next start</source>
+        <translation>Konfiguration schreiben und Programm beenden; sie gilt ab dem nächsten Start</translation>
+    </message>
+    <message>
+        <source>&amp;EXIT</source>
+        <translation>SCHLI&amp;ESSEN</translation>
+    </message>
+    <message>
+        <source>Close without any change</source>
+        <translation>Schließen, ohne etwas zu ändern</translation>
+    </message>
+    <message>
+        <source>Some settings could not be read.</source>
+        <translation>Einige Einstellungen waren nicht lesbar.</translation>
+    </message>
+    <message>
+        <source>Please confirm, now program will exit.</source>
+        <translation>Bitte bestätigen: Das Programm wird jetzt beendet.</translation>
+    </message>
+    <message>
+        <source>Please restart.</source>
+        <translation>Bitte neu starten.</translation>
+    </message>
+    <message>
+        <source>the configuration could not be written into %1</source>
+        <translation>die Konfiguration ließ sich nicht in %1 schreiben</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::FrmSweep</name>
+    <message>
+        <source>EXIT</source>
+        <translation>ENDE</translation>
+    </message>
+    <message>
+        <source>Save the settings and end the program</source>
+        <translation>Einstellungen speichern und Programm beenden</translation>
+    </message>
+    <message>
+        <source>&amp;File</source>
+        <translation>&amp;Datei</translation>
+    </message>
+    <message>
+        <source>E&amp;xit</source>
+        <translation>&amp;Beenden</translation>
+    </message>
+    <message>
+        <source>&amp;View</source>
+        <translation>&amp;Ansicht</translation>
+    </message>
+    <message>
+        <source>S&amp;cale</source>
+        <translation>&amp;Skala</translation>
+    </message>
+    <message>
+        <source>&amp;SetUp</source>
+        <translation>&amp;Einstellungen</translation>
+    </message>
+    <message>
+        <source>&amp;Preferences</source>
+        <translation>&amp;Optionen</translation>
+    </message>
+    <message>
+        <source>&amp;Help</source>
+        <translation>&amp;Hilfe</translation>
+    </message>
+    <message>
+        <source>&amp;About</source>
+        <translation>Ü&amp;ber</translation>
+    </message>
+    <message>
+        <source> : Unknow DDSdevice.</source>
+        <translation> : unbekannter DDS-Baustein.</translation>
+    </message>
+    <message>
+        <source>Supported DDS generators are: AD9850, AD9851, AD9951</source>
+        <translation>Unterstützte DDS-Generatoren: AD9850, AD9851, AD9951</translation>
+    </message>
+    <message>
+        <source> : Unknow ADCdevice.</source>
+        <translation> : unbekannter ADC-Baustein.</translation>
+    </message>
+    <message>
+        <source>Supported ADC are: 8bit, 10bit</source>
+        <translation>Unterstützte ADC: 8bit, 10bit</translation>
+    </message>
+    <message>
+        <source>Some settings could not be read.</source>
+        <translation>Einige Einstellungen waren nicht lesbar.</translation>
+    </message>
+    <message>
+        <source>The settings could not be saved in %1</source>
+        <translation>Die Einstellungen ließen sich nicht in %1 speichern</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::HelpBrowser</name>
+    <message>
+        <source>Page of the help</source>
+        <translation>Hilfeseite</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::HelpDesk</name>
+    <message>
+        <source>&amp;Contents</source>
+        <translation>&amp;Inhalt</translation>
+    </message>
+    <message>
+        <source>Open the manual</source>
+        <translation>Handbuch öffnen</translation>
+    </message>
+    <message>
+        <source>&amp;This window</source>
+        <translation>&amp;Dieses Fenster</translation>
+    </message>
+    <message>
+        <source>What can be done in the window in front</source>
+        <translation>Was das vorderste Fenster kann</translation>
+    </message>
+    <message>
+        <source>The help file %1 is missing or damaged.</source>
+        <translation>Die Hilfedatei %1 fehlt oder ist beschädigt.</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::HelpWindow</name>
+    <message>
+        <source>Calvorn Help</source>
+        <translation>Calvorn-Hilfe</translation>
+    </message>
+    <message>
+        <source>Contents of the help</source>
+        <translation>Inhalt der Hilfe</translation>
+    </message>
+    <message>
+        <source>&amp;Contents</source>
+        <translation>&amp;Inhalt</translation>
+    </message>
+    <message>
+        <source>&amp;Index</source>
+        <translation>Inde&amp;x</translation>
+    </message>
+    <message>
+        <source>&amp;Search</source>
+        <translation>&amp;Suche</translation>
+    </message>
+    <message>
+        <source>Back</source>
+        <translation>Zurück</translation>
+    </message>
+    <message>
+        <source>Forward</source>
+        <translation>Vor</translation>
+    </message>
+    <message>
+        <source>First page</source>
+        <translation>Erste Seite</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>Look for</source>
+        <translation>Suchen</translation>
+    </message>
+    <message>
+        <source>Word to look for in the index</source>
+        <translation>Wort, das im Index gesucht wird</translation>
+    </message>
+    <message>
+        <source>Index of the help</source>
+        <translation>Index der Hilfe</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::InterfacePage</name>
+    <message>
+        <source>Interface</source>
+        <translation>Schnittstelle</translation>
+    </message>
+    <message>
+        <source>PI&amp;C 16F877 board on USB</source>
+        <translation>PI&amp;C-16F877-Platine an USB</translation>
+    </message>
+    <message>
+        <source>DDS/DAC &amp;board on the parallel port</source>
+        <translation>DDS/DAC-Pla&amp;tine am Parallelport</translation>
+    </message>
+    <message>
+        <source>&amp;MiniVNA on USB</source>
+        <translation>&amp;MiniVNA an USB</translation>
+    </message>
+    <message>
+        <source>A generator and detector with a microcontroller, on a serial port (COM)</source>
+        <translation>Generator und Detektor mit Mikrocontroller, an einem seriellen Port (COM)</translation>
+    </message>
+    <message>
+        <source>A generator and detector on a parallel port (LPT), with two auxiliary outputs</source>
+        <translation>Generator und Detektor an einem Parallelport (LPT), mit zwei Zusatzausgängen</translation>
+    </message>
+    <message>
+        <source>The vector analyser for 0.1 to 180 MHz, on a serial port (COM)</source>
+        <translation>Der Vektoranalysator für 0,1 bis 180 MHz, an einem seriellen Port (COM)</translation>
+    </message>
+    <message>
+        <source>Default &amp;1</source>
+        <translation>Vorgabe &amp;1</translation>
+    </message>
+    <message>
+        <source>Default &amp;2</source>
+        <translation>Vorgabe &amp;2</translation>
+    </message>
+    <message>
+        <source>Default &amp;3</source>
+        <translation>Vorgabe &amp;3</translation>
+    </message>
+    <message>
+        <source>Choosing it loads its prepared configuration.</source>
+        <translation>Die Wahl lädt ihre Vorgaben.</translation>
+    </message>
+    <message>
+        <source>Choose this interface with its prepared configuration, whatever was changed</source>
+        <translation>Diese Schnittstelle mit ihren Vorgaben wählen, was auch geändert wurde</translation>
+    </message>
+    <message>
+        <source>Default configuration: %1</source>
+        <translation>Vorgaben: %1</translation>
+    </message>
+    <message>
+        <source>Without hardware: choose any interface, then a simulated board on the page &quot;Ports&quot;: LPT0 for the parallel port, COM100 for the two others.</source>
+        <translation>Ohne Hardware: eine Schnittstelle wählen, dann auf der Seite „Ports“ eine simulierte Platine: LPT0 für den Parallelport, COM100 für die beiden anderen.</translation>
+    </message>
+    <message>
+        <source>Sorry, default value not found.</source>
+        <translation>Leider keine Vorgaben gefunden.</translation>
+    </message>
+    <message>
+        <source>Default value for PIC not found.</source>
+        <translation>Keine Vorgaben für den PIC gefunden.</translation>
+    </message>
+    <message>
+        <source>Default value for DDS/DAC connencted to LPT not found.</source>
+        <translation>Keine Vorgaben für DDS/DAC am LPT gefunden.</translation>
+    </message>
+    <message>
+        <source>Default value for MiniVNA not found.</source>
+        <translation>Keine Vorgaben für das MiniVNA gefunden.</translation>
+    </message>
+    <message>
+        <source>Some settings could not be read.</source>
+        <translation>Einige Einstellungen waren nicht lesbar.</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::LogList</name>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Kopieren</translation>
+    </message>
+    <message>
+        <source>Select &amp;all</source>
+        <translation>&amp;Alles auswählen</translation>
+    </message>
+    <message>
+        <source>&amp;Save…</source>
+        <translation>&amp;Speichern…</translation>
+    </message>
+    <message>
+        <source>the log list is full</source>
+        <translation>das Protokoll ist voll</translation>
+    </message>
+    <message>
+        <source>Text files (*.txt);;All files (*)</source>
+        <translation>Textdateien (*.txt);;Alle Dateien (*)</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::LptDriver</name>
+    <message>
+        <source>Parallel port not initialized.</source>
+        <translation>Parallelport nicht initialisiert.</translation>
+    </message>
+    <message>
+        <source>Driver not found or wrong LPT address.</source>
+        <translation>Treiber nicht gefunden oder falsche LPT-Adresse.</translation>
+    </message>
+    <message>
+        <source>Please verify &apos;SetUp/Configuration/Ports&apos;.</source>
+        <translation>Bitte &apos;Einstellungen/Konfiguration/Ports&apos; prüfen.</translation>
+    </message>
+    <message>
+        <source>Start sweep</source>
+        <translation>Wobbeln gestartet</translation>
+    </message>
+    <message>
+        <source>Start/step sweep reinizializzati</source>
+        <translation>Start und Schrittweite neu gesetzt</translation>
+    </message>
+    <message>
+        <source>No sweep is running.</source>
+        <translation>Es läuft kein Durchlauf.</translation>
+    </message>
+    <message>
+        <source>Unknown generator chip: %1</source>
+        <translation>Unbekannter Generatorbaustein: %1</translation>
+    </message>
+    <message>
+        <source>Unknown detector converter: %1</source>
+        <translation>Unbekannter Detektorwandler: %1</translation>
+    </message>
+    <message>
+        <source>Unknown sweep speed: %1</source>
+        <translation>Unbekannte Wobbelgeschwindigkeit: %1</translation>
+    </message>
+    <message>
+        <source>The parallel port is not open.</source>
+        <translation>Der Parallelport ist nicht geöffnet.</translation>
+    </message>
+    <message>
+        <source>Unknown auxiliary output: %1</source>
+        <translation>Unbekannter Zusatzausgang: %1</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::LptPinDrawing</name>
+    <message>
+        <source>Pin %1</source>
+        <translation>Pin %1</translation>
+    </message>
+    <message>
+        <source>not used</source>
+        <translation>nicht benutzt</translation>
+    </message>
+    <message>
+        <source>, inverted by the board</source>
+        <translation>, von der Platine invertiert</translation>
+    </message>
+    <message>
+        <source>Pins of the parallel port</source>
+        <translation>Pins des Parallelports</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::LptPinWindow</name>
+    <message>
+        <source>Pins of the parallel port</source>
+        <translation>Pins des Parallelports</translation>
+    </message>
+    <message>
+        <source>The plug of the board&apos;s cable, seen from its pins. Green: to the board; blue: from the board; &quot;!&quot;: inverted by the board. The section [LPT Wiring] of the settings file changes it.</source>
+        <translation>Der Stecker am Kabel der Platine, auf die Stifte gesehen. Grün: zur Platine; blau: von der Platine; „!“: von der Platine invertiert. Der Abschnitt [LPT Wiring] der Einstellungsdatei ändert das.</translation>
+    </message>
+    <message>
+        <source>With this wiring the port cannot be opened. Correct the settings file.</source>
+        <translation>Mit dieser Verdrahtung lässt sich der Port nicht öffnen. Bitte die Einstellungsdatei berichtigen.</translation>
+    </message>
+    <message>
+        <source>&amp;Close</source>
+        <translation>S&amp;chließen</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::MarkerPanel</name>
+    <message>
+        <source>Enter freq in Hz or ClickLeft the graph</source>
+        <translation>Frequenz in Hz eingeben oder links in die Kurve klicken</translation>
+    </message>
+    <message>
+        <source>Frequency of M1 in Hz</source>
+        <translation>Frequenz von M1 in Hz</translation>
+    </message>
+    <message>
+        <source>Enter freq in Hz or ClickRight the graph</source>
+        <translation>Frequenz in Hz eingeben oder rechts in die Kurve klicken</translation>
+    </message>
+    <message>
+        <source>Frequency of M2 in Hz</source>
+        <translation>Frequenz von M2 in Hz</translation>
+    </message>
+    <message>
+        <source>Enter volt/dB or SHIFT+ ClickLeft the graph</source>
+        <translation>Volt/dB eingeben oder mit UMSCHALT links in die Kurve klicken</translation>
+    </message>
+    <message>
+        <source>Amplitude of M3</source>
+        <translation>Amplitude von M3</translation>
+    </message>
+    <message>
+        <source>Enter volt/dB or SHIFT ClickRight the graph</source>
+        <translation>Volt/dB eingeben oder mit UMSCHALT rechts in die Kurve klicken</translation>
+    </message>
+    <message>
+        <source>Amplitude of M4</source>
+        <translation>Amplitude von M4</translation>
+    </message>
+    <message>
+        <source>Amplitude of the curve at M1</source>
+        <translation>Amplitude der Kurve bei M1</translation>
+    </message>
+    <message>
+        <source>Amplitude at M1</source>
+        <translation>Amplitude bei M1</translation>
+    </message>
+    <message>
+        <source>Amplitude of the curve at M2</source>
+        <translation>Amplitude der Kurve bei M2</translation>
+    </message>
+    <message>
+        <source>Amplitude at M2</source>
+        <translation>Amplitude bei M2</translation>
+    </message>
+    <message>
+        <source>Distance of M1 and M2 in Hz</source>
+        <translation>Abstand von M1 und M2 in Hz</translation>
+    </message>
+    <message>
+        <source>M2 - M1 in Hz</source>
+        <translation>M2 - M1 in Hz</translation>
+    </message>
+    <message>
+        <source>Difference of M4 and M3</source>
+        <translation>Differenz von M4 und M3</translation>
+    </message>
+    <message>
+        <source>M4 - M3</source>
+        <translation>M4 - M3</translation>
+    </message>
+    <message>
+        <source>Frequency under the mouse in Hz</source>
+        <translation>Frequenz unter der Maus in Hz</translation>
+    </message>
+    <message>
+        <source>Frequency under the mouse</source>
+        <translation>Frequenz unter der Maus</translation>
+    </message>
+    <message>
+        <source>Amplitude under the mouse</source>
+        <translation>Amplitude unter der Maus</translation>
+    </message>
+    <message>
+        <source>M1 -&gt; Start</source>
+        <translation>M1 -&gt; Start</translation>
+    </message>
+    <message>
+        <source>Sweep from the frequency of M1</source>
+        <translation>Ab der Frequenz von M1 wobbeln</translation>
+    </message>
+    <message>
+        <source>M2 -&gt; Stop</source>
+        <translation>M2 -&gt; Stopp</translation>
+    </message>
+    <message>
+        <source>Sweep up to the frequency of M2</source>
+        <translation>Bis zur Frequenz von M2 wobbeln</translation>
+    </message>
+    <message>
+        <source>Volt</source>
+        <translation>Volt</translation>
+    </message>
+    <message>
+        <source>Unit of the amplitudes</source>
+        <translation>Einheit der Amplituden</translation>
+    </message>
+    <message>
+        <source>Hz</source>
+        <translation>Hz</translation>
+    </message>
+    <message>
+        <source>M1</source>
+        <translation>M1</translation>
+    </message>
+    <message>
+        <source>M2</source>
+        <translation>M2</translation>
+    </message>
+    <message>
+        <source>M2 - M1</source>
+        <translation>M2 - M1</translation>
+    </message>
+    <message>
+        <source>M3</source>
+        <translation>M3</translation>
+    </message>
+    <message>
+        <source>M4</source>
+        <translation>M4</translation>
+    </message>
+    <message>
+        <source>Cursor</source>
+        <translation>Cursor</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::PicDriver</name>
+    <message>
+        <source>DDS not initialized</source>
+        <translation>DDS nicht initialisiert</translation>
+    </message>
+    <message>
+        <source>Verify the serial interface.</source>
+        <translation>Bitte die serielle Schnittstelle prüfen.</translation>
+    </message>
+    <message>
+        <source>Start sweep</source>
+        <translation>Wobbeln gestartet</translation>
+    </message>
+    <message>
+        <source>Errore inizializza ciclo sweep</source>
+        <translation>Fehler beim Vorbereiten des Durchlaufs</translation>
+    </message>
+    <message>
+        <source>Frequency not iniatized.</source>
+        <translation>Frequenz nicht gesetzt.</translation>
+    </message>
+    <message>
+        <source>DDS frequency not initialized</source>
+        <translation>DDS-Frequenz nicht gesetzt</translation>
+    </message>
+    <message>
+        <source>Start frequency not initialized</source>
+        <translation>Startfrequenz nicht gesetzt</translation>
+    </message>
+    <message>
+        <source>Step frequency not initialized</source>
+        <translation>Schrittweite nicht gesetzt</translation>
+    </message>
+    <message>
+        <source>The board does not start the sweep.</source>
+        <translation>Die Platine startet den Durchlauf nicht.</translation>
+    </message>
+    <message>
+        <source>The board has no command &quot;%1&quot;.</source>
+        <translation>Die Platine kennt den Befehl „%1“ nicht.</translation>
+    </message>
+    <message>
+        <source>The board does not answer.</source>
+        <translation>Die Platine antwortet nicht.</translation>
+    </message>
+    <message>
+        <source>A sweep of the board was damaged on the line.</source>
+        <translation>Ein Durchlauf der Platine wurde auf der Leitung beschädigt.</translation>
+    </message>
+    <message>
+        <source>The board delivers no good sweep any more; the sweep ends.</source>
+        <translation>Die Platine liefert keinen brauchbaren Durchlauf mehr; das Wobbeln endet.</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::PortPage</name>
+    <message>
+        <source>Ports</source>
+        <translation>Ports</translation>
+    </message>
+    <message>
+        <source>Serial port (PIC, MiniVNA)</source>
+        <translation>Serieller Port (PIC, MiniVNA)</translation>
+    </message>
+    <message>
+        <source>COMx</source>
+        <translation>COMx</translation>
+    </message>
+    <message>
+        <source>The port with the number beside; %1 is a simulated board</source>
+        <translation>Der Port mit der Nummer daneben; %1 ist eine simulierte Platine</translation>
+    </message>
+    <message>
+        <source>Number of the serial port</source>
+        <translation>Nummer des seriellen Ports</translation>
+    </message>
+    <message>
+        <source>Whether a port with this number exists</source>
+        <translation>Ob es einen Port mit dieser Nummer gibt</translation>
+    </message>
+    <message>
+        <source>LPT0 simulated (0x000)</source>
+        <translation>LPT0 simuliert (0x000)</translation>
+    </message>
+    <message>
+        <source>LPT1, port 888 (0x378)</source>
+        <translation>LPT1, Port 888 (0x378)</translation>
+    </message>
+    <message>
+        <source>LPT2, port 632 (0x278)</source>
+        <translation>LPT2, Port 632 (0x278)</translation>
+    </message>
+    <message>
+        <source>LPT3, port 956 (0x3BC)</source>
+        <translation>LPT3, Port 956 (0x3BC)</translation>
+    </message>
+    <message>
+        <source>LPTx, port</source>
+        <translation>LPTx, Port</translation>
+    </message>
+    <message>
+        <source>Parallel port (DDS/DAC board)</source>
+        <translation>Parallelport (DDS/DAC-Platine)</translation>
+    </message>
+    <message>
+        <source>Base address of the parallel port, decimal, up to 65535</source>
+        <translation>Basisadresse des Parallelports, dezimal, bis 65535</translation>
+    </message>
+    <message>
+        <source>Address of the parallel port</source>
+        <translation>Adresse des Parallelports</translation>
+    </message>
+    <message>
+        <source>The same address, hexadecimal</source>
+        <translation>Dieselbe Adresse, hexadezimal</translation>
+    </message>
+    <message>
+        <source>Pins of the &amp;board...</source>
+        <translation>Pins der Pl&amp;atine...</translation>
+    </message>
+    <message>
+        <source>Show which pin of the port carries which signal</source>
+        <translation>Zeigt, welcher Pin des Ports welches Signal führt</translation>
+    </message>
+    <message>
+        <source>COM%1</source>
+        <translation>COM%1</translation>
+    </message>
+    <message>
+        <source> NOT available</source>
+        <translation> NICHT da</translation>
+    </message>
+    <message>
+        <source>COM%1: a simulated board</source>
+        <translation>COM%1: eine simulierte Platine</translation>
+    </message>
+    <message>
+        <source>No device belongs to this number. The section [Ports] of the settings file can name one.</source>
+        <translation>Zu dieser Nummer gehört kein Gerät. Der Abschnitt [Ports] der Einstellungsdatei kann eins nennen.</translation>
+    </message>
+    <message>
+        <source>Number of the port; %1 is a simulated board</source>
+        <translation>Nummer des Ports; %1 ist eine simulierte Platine</translation>
+    </message>
+    <message>
+        <source>A simulated board, for the program without hardware</source>
+        <translation>Eine simulierte Platine, für das Programm ohne Hardware</translation>
+    </message>
+    <message>
+        <source>No port at this address is known to the system</source>
+        <translation>Das System kennt keinen Port an dieser Adresse</translation>
+    </message>
+    <message>
+        <source>A port at the address beside, such as that of a card in a slot</source>
+        <translation>Ein Port an der Adresse daneben, etwa auf einer Steckkarte</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::RangeEntry</name>
+    <message>
+        <source>Start Frequency - Hz</source>
+        <translation>Startfrequenz - Hz</translation>
+    </message>
+    <message>
+        <source>Enter the start frequency in Hz</source>
+        <translation>Startfrequenz in Hz eingeben</translation>
+    </message>
+    <message>
+        <source>Stop Frequency - Hz</source>
+        <translation>Stoppfrequenz - Hz</translation>
+    </message>
+    <message>
+        <source>Enter the stop frequency in Hz</source>
+        <translation>Stoppfrequenz in Hz eingeben</translation>
+    </message>
+    <message>
+        <source>Distance between two samples in Hz</source>
+        <translation>Abstand zweier Messpunkte in Hz</translation>
+    </message>
+    <message>
+        <source>Step in Hz</source>
+        <translation>Schrittweite in Hz</translation>
+    </message>
+    <message>
+        <source>Step - Hz</source>
+        <translation>Schritt - Hz</translation>
+    </message>
+    <message>
+        <source>Number of samples in the range</source>
+        <translation>Anzahl der Messpunkte im Bereich</translation>
+    </message>
+    <message>
+        <source>Minimum sweeping range is </source>
+        <translation>Der kleinste Wobbelbereich ist </translation>
+    </message>
+    <message>
+        <source>N.Campioni </source>
+        <translation>Messpunkte </translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::ReadOut</name>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Kopieren</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::SampleConversion</name>
+    <message>
+        <source>sample %1 of a sweep</source>
+        <translation>Messpunkt %1 eines Durchlaufs</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::ScaleControl</name>
+    <message>
+        <source>&amp;Linear</source>
+        <translation>&amp;Linear</translation>
+    </message>
+    <message>
+        <source>Volts</source>
+        <translation>Volt</translation>
+    </message>
+    <message>
+        <source>Logarithmic (&amp;1V)</source>
+        <translation>Logarithmisch (&amp;1V)</translation>
+    </message>
+    <message>
+        <source>dB referred to 1 V, from 0 dB</source>
+        <translation>dB bezogen auf 1 V, ab 0 dB</translation>
+    </message>
+    <message>
+        <source>L&amp;ogarithmic (1V + 10dB)</source>
+        <translation>L&amp;ogarithmisch (1V + 10dB)</translation>
+    </message>
+    <message>
+        <source>dB referred to 1 V, from +10 dB</source>
+        <translation>dB bezogen auf 1 V, ab +10 dB</translation>
+    </message>
+    <message>
+        <source>Lo&amp;garithmic (10V)</source>
+        <translation>Lo&amp;garithmisch (10V)</translation>
+    </message>
+    <message>
+        <source>dB referred to 10 V, from 0 dB</source>
+        <translation>dB bezogen auf 10 V, ab 0 dB</translation>
+    </message>
+    <message>
+        <source>Log&amp;arithmic (10V +10dB)</source>
+        <translation>Log&amp;arithmisch (10V + 10dB)</translation>
+    </message>
+    <message>
+        <source>dB referred to 10 V, from +10 dB</source>
+        <translation>dB bezogen auf 10 V, ab +10 dB</translation>
+    </message>
+    <message>
+        <source>Volt</source>
+        <translation>Volt</translation>
+    </message>
+    <message>
+        <source>dB</source>
+        <translation>dB</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::SerialDriver</name>
+    <message>
+        <source>The serial port is not open.</source>
+        <translation>Der serielle Port ist nicht geöffnet.</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::SerialLink</name>
+    <message>
+        <source>The port %1 cannot do these line settings.</source>
+        <translation>Der Port %1 beherrscht diese Leitungsparameter nicht.</translation>
+    </message>
+    <message>
+        <source>The connection to %1 was lost.</source>
+        <translation>Die Verbindung zu %1 ist abgerissen.</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::ServerProcess</name>
+    <message>
+        <source>no connection to it (%1)</source>
+        <translation>keine Verbindung zu ihm (%1)</translation>
+    </message>
+    <message>
+        <source>%1 could not be started (%2)</source>
+        <translation>%1 ließ sich nicht starten (%2)</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::SetUpMenu</name>
+    <message>
+        <source>&amp;Configuration</source>
+        <translation>&amp;Konfiguration</translation>
+    </message>
+    <message>
+        <source>Interface, chips, outputs and ports</source>
+        <translation>Schnittstelle, Bausteine, Ausgänge und Ports</translation>
+    </message>
+    <message>
+        <source>Calibrate &amp;generator</source>
+        <translation>&amp;Generator kalibrieren</translation>
+    </message>
+    <message>
+        <source>Trim the frequency against a meter</source>
+        <translation>Frequenz nach einem Zähler abgleichen</translation>
+    </message>
+    <message>
+        <source>Calibrate &amp;detector</source>
+        <translation>&amp;Detektor kalibrieren</translation>
+    </message>
+    <message>
+        <source>Trim the voltage against a known one</source>
+        <translation>Spannung nach einer bekannten abgleichen</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::SweepControls</name>
+    <message>
+        <source>Sweep speed</source>
+        <translation>Wobbelgeschwindigkeit</translation>
+    </message>
+    <message>
+        <source>Standard</source>
+        <translation>Standard</translation>
+    </message>
+    <message>
+        <source>Slow</source>
+        <translation>Langsam</translation>
+    </message>
+    <message>
+        <source>Very slow</source>
+        <translation>Sehr langsam</translation>
+    </message>
+    <message>
+        <source>Fastest sweep</source>
+        <translation>Schnellster Durchlauf</translation>
+    </message>
+    <message>
+        <source>More settling time at each frequency</source>
+        <translation>Mehr Einschwingzeit bei jeder Frequenz</translation>
+    </message>
+    <message>
+        <source>Longest settling time, for very sharp filters</source>
+        <translation>Längste Einschwingzeit, für sehr schmale Filter</translation>
+    </message>
+    <message>
+        <source>Time of one sweep in milliseconds</source>
+        <translation>Dauer eines Durchlaufs in Millisekunden</translation>
+    </message>
+    <message>
+        <source>Sweeps per second</source>
+        <translation>Durchläufe/s</translation>
+    </message>
+    <message>
+        <source>Sweep time - ms</source>
+        <translation>Wobbelzeit - ms</translation>
+    </message>
+    <message>
+        <source>Sweep ON</source>
+        <translation>Wobbeln EIN</translation>
+    </message>
+    <message>
+        <source>Start sweeping (F5)</source>
+        <translation>Wobbeln starten (F5)</translation>
+    </message>
+    <message>
+        <source>Sweep OFF</source>
+        <translation>Wobbeln AUS</translation>
+    </message>
+    <message>
+        <source>Stop the sweep (F5)</source>
+        <translation>Wobbeln stoppen (F5)</translation>
+    </message>
+    <message>
+        <source>The minimum sweep range is </source>
+        <translation>Der kleinste Wobbelbereich ist </translation>
+    </message>
+    <message>
+        <source>Stop sweep forzato</source>
+        <translation>Wobbeln zwangsweise gestoppt</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::SweepFiles</name>
+    <message>
+        <source>&amp;Export (.csv)</source>
+        <translation>&amp;Exportieren (.csv)</translation>
+    </message>
+    <message>
+        <source>&amp;Import</source>
+        <translation>&amp;Importieren</translation>
+    </message>
+    <message>
+        <source>Write the sweep into a file</source>
+        <translation>Durchlauf in eine Datei schreiben</translation>
+    </message>
+    <message>
+        <source>Show a sweep from a file</source>
+        <translation>Durchlauf aus einer Datei zeigen</translation>
+    </message>
+    <message>
+        <source>Export: </source>
+        <translation>Export: </translation>
+    </message>
+    <message>
+        <source>Sweep files (*.csv)</source>
+        <translation>Wobbeldateien (*.csv)</translation>
+    </message>
+    <message>
+        <source>Import: </source>
+        <translation>Import: </translation>
+    </message>
+    <message>
+        <source>: it is not a file</source>
+        <translation>: das ist keine Datei</translation>
+    </message>
+    <message>
+        <source>This file was created with a different ADC step or offset.</source>
+        <translation>Diese Datei entstand mit einem anderen ADC-Schritt oder Offset.</translation>
+    </message>
+    <message>
+        <source>Press OK to adjust amplitude to the current configuration,</source>
+        <translation>OK passt die Amplituden an die jetzige Konfiguration an,</translation>
+    </message>
+    <message>
+        <source>CANCEL to keep the original values.</source>
+        <translation>ABBRECHEN behält die Werte der Datei.</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::SweepGraph</name>
+    <message>
+        <source>Click left: M1, right: M2, with Shift: M3 and M4. Markers can be dragged.
+Keyboard: arrow keys move, keys 1 to 4 put a marker.</source>
+        <translation>Klick links: M1, rechts: M2, mit Umschalt: M3 und M4. Marker lassen sich ziehen.
+Tastatur: Pfeiltasten bewegen, die Tasten 1 bis 4 setzen einen Marker.</translation>
+    </message>
+    <message>
+        <source>Sweep graph</source>
+        <translation>Wobbelkurve</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::SweepPictures</name>
+    <message>
+        <source>Save pict&amp;ure…</source>
+        <translation>Bild &amp;speichern…</translation>
+    </message>
+    <message>
+        <source>Write the graph with its read-outs as PNG or SVG</source>
+        <translation>Kurve mit ihren Anzeigen als PNG oder SVG schreiben</translation>
+    </message>
+    <message>
+        <source>&amp;Copy picture</source>
+        <translation>Bild &amp;kopieren</translation>
+    </message>
+    <message>
+        <source>Put the graph with its read-outs on the clipboard</source>
+        <translation>Kurve mit ihren Anzeigen in die Zwischenablage legen</translation>
+    </message>
+    <message>
+        <source>&amp;Print…</source>
+        <translation>&amp;Drucken…</translation>
+    </message>
+    <message>
+        <source>Print the graph with its read-outs, or make a PDF file of it</source>
+        <translation>Kurve mit ihren Anzeigen drucken, oder eine PDF-Datei daraus machen</translation>
+    </message>
+    <message>
+        <source>PNG picture (*.png);;SVG drawing (*.svg)</source>
+        <translation>PNG-Bild (*.png);;SVG-Zeichnung (*.svg)</translation>
+    </message>
+    <message>
+        <source>sweep</source>
+        <translation>sweep</translation>
+    </message>
+    <message>
+        <source>the printer does not take the page</source>
+        <translation>der Drucker nimmt die Seite nicht an</translation>
+    </message>
+    <message>
+        <source>the page cannot be laid out</source>
+        <translation>die Seite lässt sich nicht aufbauen</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::SweepTable</name>
+    <message>
+        <source>Frequency</source>
+        <translation>Frequenz</translation>
+    </message>
+    <message>
+        <source>Volt</source>
+        <translation>Volt</translation>
+    </message>
+    <message>
+        <source>dB</source>
+        <translation>dB</translation>
+    </message>
+    <message>
+        <source>Sample</source>
+        <translation>Zählwert</translation>
+    </message>
+    <message>
+        <source>table row %1, column %2</source>
+        <translation>Tabellenzeile %1, Spalte %2</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::SweepTableView</name>
+    <message>
+        <source>The 400 samples of the last sweep</source>
+        <translation>Die 400 Messpunkte des letzten Durchlaufs</translation>
+    </message>
+    <message>
+        <source>Sweep table</source>
+        <translation>Wobbeltabelle</translation>
+    </message>
+    <message>
+        <source>Sample</source>
+        <translation>Zählwert</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::TestPanel</name>
+    <message>
+        <source>Test</source>
+        <translation>Test</translation>
+    </message>
+    <message>
+        <source>Log of the acquisition; the right button copies or saves it</source>
+        <translation>Protokoll der Messung; die rechte Maustaste kopiert oder speichert es</translation>
+    </message>
+    <message>
+        <source>Last received sample: number and count</source>
+        <translation>Zuletzt empfangener Messpunkt: Nummer und Zählwert</translation>
+    </message>
+    <message>
+        <source>Transmission errors counted</source>
+        <translation>Gezählte Übertragungsfehler</translation>
+    </message>
+    <message>
+        <source>RX</source>
+        <translation>RX</translation>
+    </message>
+    <message>
+        <source>Errors</source>
+        <translation>Fehler</translation>
+    </message>
+    <message>
+        <source>DUT</source>
+        <translation>DUT</translation>
+    </message>
+    <message>
+        <source>What the MiniVNA measures; a click goes to the next mode</source>
+        <translation>Was das MiniVNA misst; ein Klick geht zur nächsten Betriebsart</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Stopp</translation>
+    </message>
+    <message>
+        <source>Bring the buttons back when the hardware never ends a sweep</source>
+        <translation>Holt die Knöpfe zurück, wenn die Hardware einen Durchlauf nie beendet</translation>
+    </message>
+    <message>
+        <source>F.dds</source>
+        <translation>F.dds</translation>
+    </message>
+    <message>
+        <source>Put the generator on the start frequency</source>
+        <translation>Generator auf die Startfrequenz stellen</translation>
+    </message>
+    <message>
+        <source>F.Start</source>
+        <translation>F.Start</translation>
+    </message>
+    <message>
+        <source>Send the start frequency of the sweep</source>
+        <translation>Startfrequenz des Durchlaufs senden</translation>
+    </message>
+    <message>
+        <source>F.Step</source>
+        <translation>F.Schr.</translation>
+    </message>
+    <message>
+        <source>Send the step of the sweep; only the PIC takes it</source>
+        <translation>Schrittweite des Durchlaufs senden; nur der PIC nimmt sie</translation>
+    </message>
+    <message>
+        <source>Reset</source>
+        <translation>Reset</translation>
+    </message>
+    <message>
+        <source>Reset the generator and put it on 1 MHz</source>
+        <translation>Generator zurücksetzen und auf 1 MHz stellen</translation>
+    </message>
+    <message>
+        <source>Draw</source>
+        <translation>Kurve</translation>
+    </message>
+    <message>
+        <source>Draw a curve of random samples, without hardware</source>
+        <translation>Kurve aus Zufallswerten zeichnen, ohne Hardware</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>Leeren</translation>
+    </message>
+    <message>
+        <source>Empty the receive box, the curve and the table</source>
+        <translation>Empfangsfeld, Kurve und Tabelle leeren</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::ViewSwitch</name>
+    <message>
+        <source>&amp;Marker</source>
+        <translation>&amp;Marker</translation>
+    </message>
+    <message>
+        <source>&amp;Table</source>
+        <translation>&amp;Tabelle</translation>
+    </message>
+    <message>
+        <source>Aux &amp;1</source>
+        <translation>Aux &amp;1</translation>
+    </message>
+    <message>
+        <source>Aux &amp;2</source>
+        <translation>Aux &amp;2</translation>
+    </message>
+    <message>
+        <source>Show the view &quot;%1&quot;</source>
+        <translation>Ansicht „%1“ zeigen</translation>
+    </message>
+    <message>
+        <source>View %1</source>
+        <translation>Ansicht %1</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::VnaDriver</name>
+    <message>
+        <source>Start sweep</source>
+        <translation>Wobbeln gestartet</translation>
+    </message>
+    <message>
+        <source>Angle</source>
+        <translation>Winkel</translation>
+    </message>
+    <message>
+        <source>RetLoss</source>
+        <translation>RetLoss</translation>
+    </message>
+    <message>
+        <source>DUT</source>
+        <translation>DUT</translation>
+    </message>
+    <message>
+        <source>Unknown measurement mode: %1</source>
+        <translation>Unbekannte Messart: %1</translation>
+    </message>
+    <message>
+        <source>A sweep has 400 samples, not %1.</source>
+        <translation>Ein Durchlauf hat 400 Messpunkte, nicht %1.</translation>
+    </message>
+    <message>
+        <source>The MiniVNA is made for 0.1 to 180 MHz; the frequency is set as asked for.</source>
+        <translation>Das MiniVNA ist für 0,1 bis 180 MHz gebaut; die Frequenz wird wie gewünscht gesetzt.</translation>
+    </message>
+    <message>
+        <source>The MiniVNA does not answer.</source>
+        <translation>Das MiniVNA antwortet nicht.</translation>
+    </message>
+    <message>
+        <source>A sweep of the MiniVNA was damaged or incomplete.</source>
+        <translation>Ein Durchlauf des MiniVNA war beschädigt oder unvollständig.</translation>
+    </message>
+    <message>
+        <source>The MiniVNA failed to deliver three sweeps in a row; the sweep ends.</source>
+        <translation>Das MiniVNA blieb drei Durchläufe nacheinander schuldig; das Wobbeln endet.</translation>
+    </message>
+</context>
+<context>
+    <name>main</name>
+    <message>
+        <source>The program is already running</source>
+        <translation>Das Programm läuft bereits</translation>
+    </message>
+</context>
+</TS>

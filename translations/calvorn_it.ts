@@ -1,0 +1,2445 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="it" sourcelanguage="en">
+<context>
+    <name>ChipLimits</name>
+    <message>
+        <source>The %1 takes a system clock of at most %2 Hz.</source>
+        <translation>L&apos;%1 accetta un clock di sistema di %2 Hz al massimo.</translation>
+    </message>
+    <message>
+        <source>The system clock must be at least %1 Hz.</source>
+        <translation>Il clock di sistema deve essere di almeno %1 Hz.</translation>
+    </message>
+    <message>
+        <source>The multiplier of the %1 takes a reference clock of at most %2 Hz.</source>
+        <translation>Il moltiplicatore dell&apos;%1 accetta un clock di riferimento di %2 Hz al massimo.</translation>
+    </message>
+    <message>
+        <source>The %1 cannot multiply its clock by %2.</source>
+        <translation>L&apos;%1 non può moltiplicare il suo clock per %2.</translation>
+    </message>
+    <message>
+        <source>The maximum frequency lies above half the system clock: the generator would make its image.</source>
+        <translation>La frequenza massima supera metà del clock di sistema: il generatore ne produrrebbe l&apos;immagine.</translation>
+    </message>
+    <message>
+        <source>Above %1 Hz the output is weak or impure.</source>
+        <translation>Oltre %1 Hz il segnale è debole o impuro.</translation>
+    </message>
+    <message>
+        <source>Clock and maximum frequency are within the limits of the %1.</source>
+        <translation>Clock e frequenza massima rientrano nei limiti dell&apos;%1.</translation>
+    </message>
+</context>
+<context>
+    <name>CsvFields</name>
+    <message>
+        <source>a field is too long</source>
+        <translation>un campo è troppo lungo</translation>
+    </message>
+    <message>
+        <source>the text ends too early</source>
+        <translation>il testo finisce troppo presto</translation>
+    </message>
+</context>
+<context>
+    <name>ErrorBoundary</name>
+    <message>
+        <source>(in %1)</source>
+        <translation>(in %1)</translation>
+    </message>
+</context>
+<context>
+    <name>Frequency</name>
+    <message>
+        <source>The reference clock of the generator must be at least 1 Hz.</source>
+        <translation>Il clock di riferimento del generatore deve essere di almeno 1 Hz.</translation>
+    </message>
+    <message>
+        <source>%1 Hz is above half the clock of the generator: its image comes out.</source>
+        <translation>%1 Hz supera metà del clock del generatore: ne esce l&apos;immagine.</translation>
+    </message>
+    <message>
+        <source>%1 Hz is above the useful maximum of the generator, %2 Hz.</source>
+        <translation>%1 Hz supera il massimo utile del generatore, %2 Hz.</translation>
+    </message>
+    <message>
+        <source>The frequency %1 Hz cannot be generated with a system clock of %2 Hz.</source>
+        <translation>La frequenza di %1 Hz non si può generare con un clock di sistema di %2 Hz.</translation>
+    </message>
+    <message>
+        <source>The sweep up to %1 Hz cannot be generated with a system clock of %2 Hz.</source>
+        <translation>Lo sweep fino a %1 Hz non si può generare con un clock di sistema di %2 Hz.</translation>
+    </message>
+</context>
+<context>
+    <name>FrequencyPlan</name>
+    <message>
+        <source>Start frequency will be set to </source>
+        <translation>La frequenza iniziale diventa </translation>
+    </message>
+    <message>
+        <source>Stop frequency will be set to </source>
+        <translation>La frequenza finale diventa </translation>
+    </message>
+</context>
+<context>
+    <name>LptWiring</name>
+    <message>
+        <source>this line must be connected.</source>
+        <translation>questa linea deve essere collegata.</translation>
+    </message>
+    <message>
+        <source>there is no pin &quot;%1&quot;.</source>
+        <translation>il pin &quot;%1&quot; non esiste.</translation>
+    </message>
+    <message>
+        <source>%1 is an input of the port.</source>
+        <translation>%1 è un ingresso della porta.</translation>
+    </message>
+    <message>
+        <source>%1 is an output of the port.</source>
+        <translation>%1 è un&apos;uscita della porta.</translation>
+    </message>
+    <message>
+        <source>D0 to D7 carry the bytes for the generator.</source>
+        <translation>D0...D7 portano i byte per il generatore.</translation>
+    </message>
+    <message>
+        <source>the pin is taken by %1.</source>
+        <translation>il pin è già usato da %1.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is neither serial nor byte.</source>
+        <translation>&quot;%1&quot; non è né serial né byte.</translation>
+    </message>
+</context>
+<context>
+    <name>ParallelPort</name>
+    <message>
+        <source>The simulated parallel port has been told to refuse.</source>
+        <translation>Alla porta parallela simulata è stato detto di rifiutare.</translation>
+    </message>
+    <message>
+        <source>The parallel port is gone.</source>
+        <translation>La porta parallela non c&apos;è più.</translation>
+    </message>
+    <message>
+        <source>The parallel port is not open.</source>
+        <translation>La porta parallela non è aperta.</translation>
+    </message>
+    <message>
+        <source> A USB printer cable is not a parallel port.</source>
+        <translation> Un cavo USB per stampante non è una porta parallela.</translation>
+    </message>
+    <message>
+        <source>This computer has none that the driver has found.</source>
+        <translation>In questo computer il driver non ne ha trovate.</translation>
+    </message>
+    <message>
+        <source>This computer has: %1.</source>
+        <translation>Questo computer ha: %1.</translation>
+    </message>
+    <message>
+        <source>There is no parallel port at the address %1. %2%3</source>
+        <translation>All&apos;indirizzo %1 non c&apos;è una porta parallela. %2%3</translation>
+    </message>
+    <message>
+        <source>No driver for parallel ports is loaded: an administrator has to run &quot;modprobe -a parport_pc ppdev&quot;.%1</source>
+        <translation>Nessun driver per porte parallele è caricato: un amministratore deve eseguire &quot;modprobe -a parport_pc ppdev&quot;.%1</translation>
+    </message>
+    <message>
+        <source>The parallel port %1 is gone.</source>
+        <translation>La porta parallela %1 non c&apos;è più.</translation>
+    </message>
+    <message>
+        <source>%1 is not a parallel port: %2.</source>
+        <translation>%1 non è una porta parallela: %2.</translation>
+    </message>
+    <message>
+        <source>The parallel port %1 does not let its lines be set one by one.</source>
+        <translation>La porta parallela %1 non permette di comandare le linee una a una.</translation>
+    </message>
+    <message>
+        <source>The data lines of %1 cannot be made outputs: %2.</source>
+        <translation>Le linee dati di %1 non si possono usare come uscite: %2.</translation>
+    </message>
+    <message>
+        <source>The parallel port %1 refused an access: %2.</source>
+        <translation>La porta parallela %1 ha rifiutato un accesso: %2.</translation>
+    </message>
+    <message>
+        <source>%1 does not exist: an administrator has to run &quot;modprobe ppdev&quot;.</source>
+        <translation>%1 non esiste: un amministratore deve eseguire &quot;modprobe ppdev&quot;.</translation>
+    </message>
+    <message>
+        <source>You may not use %1: an administrator has to add you to the group &quot;lp&quot;, and you have to log in again.</source>
+        <translation>Non avete il permesso di usare %1: un amministratore deve aggiungervi al gruppo &quot;lp&quot;, poi rientrate nella sessione.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be opened: %2.</source>
+        <translation>%1 non si può aprire: %2.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be used: %2.</source>
+        <translation>%1 non si può usare: %2.</translation>
+    </message>
+    <message>
+        <source>%1 is in use by the printer driver (lp): stop the printer service, or an administrator has to run &quot;rmmod lp&quot;.</source>
+        <translation>%1 è usata dal driver della stampante (lp): fermare il servizio di stampa, oppure un amministratore deve eseguire &quot;rmmod lp&quot;.</translation>
+    </message>
+    <message>
+        <source>%1 is in use by another program.</source>
+        <translation>%1 è usata da un altro programma.</translation>
+    </message>
+</context>
+<context>
+    <name>PinUses</name>
+    <message>
+        <source>DDS clock</source>
+        <translation>Clock DDS</translation>
+    </message>
+    <message>
+        <source>DDS update</source>
+        <translation>Update DDS</translation>
+    </message>
+    <message>
+        <source>DDS data</source>
+        <translation>Dati DDS</translation>
+    </message>
+    <message>
+        <source>DDS reset</source>
+        <translation>Reset DDS</translation>
+    </message>
+    <message>
+        <source>ADC clock</source>
+        <translation>Clock ADC</translation>
+    </message>
+    <message>
+        <source>ADC select</source>
+        <translation>Select ADC</translation>
+    </message>
+    <message>
+        <source>I2C clock</source>
+        <translation>Clock I2C</translation>
+    </message>
+    <message>
+        <source>I2C data</source>
+        <translation>Dati I2C</translation>
+    </message>
+    <message>
+        <source>Aux data</source>
+        <translation>Dati aux</translation>
+    </message>
+    <message>
+        <source>Aux clock</source>
+        <translation>Clock aux</translation>
+    </message>
+    <message>
+        <source>Aux latch</source>
+        <translation>Latch aux</translation>
+    </message>
+    <message>
+        <source>ADC data</source>
+        <translation>Dati ADC</translation>
+    </message>
+    <message>
+        <source>I2C data back</source>
+        <translation>Ritorno I2C</translation>
+    </message>
+    <message>
+        <source>Ground</source>
+        <translation>Massa</translation>
+    </message>
+    <message>
+        <source>DDS %1</source>
+        <translation>DDS %1</translation>
+    </message>
+</context>
+<context>
+    <name>RuntimeError</name>
+    <message>
+        <source>Overflow</source>
+        <translation>Overflow</translation>
+    </message>
+    <message>
+        <source>Type mismatch</source>
+        <translation>Tipo non corrispondente</translation>
+    </message>
+    <message>
+        <source>Subscript out of range</source>
+        <translation>Indice fuori intervallo</translation>
+    </message>
+    <message>
+        <source>File error</source>
+        <translation>Errore di file</translation>
+    </message>
+    <message>
+        <source>The acquisition server did not carry out a command</source>
+        <translation>Il server di acquisizione non ha eseguito un comando</translation>
+    </message>
+    <message>
+        <source>There is no driver for this interface</source>
+        <translation>Per questa interfaccia non c&apos;è un driver</translation>
+    </message>
+</context>
+<context>
+    <name>SerialPort</name>
+    <message>
+        <source>The system gives no pseudo-terminal for the simulated board.</source>
+        <translation>Il sistema non fornisce uno pseudo-terminale per la scheda simulata.</translation>
+    </message>
+    <message>
+        <source>There is no serial port COM%1.</source>
+        <translation>La porta seriale COM%1 non esiste.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; does not describe a serial line; it should look like 115200,N,8,1.</source>
+        <translation>&quot;%1&quot; non descrive una linea seriale; il formato è 115200,N,8,1.</translation>
+    </message>
+    <message>
+        <source>There is no device %1; is the cable plugged in?</source>
+        <translation>Il dispositivo %1 non esiste; il cavo è collegato?</translation>
+    </message>
+    <message>
+        <source>There is no permission to use %1; add the user to the group dialout and log in again.</source>
+        <translation>Manca il permesso di usare %1; aggiungere l&apos;utente al gruppo dialout e rientrare nella sessione.</translation>
+    </message>
+    <message>
+        <source>The port %1 is in use by another program.</source>
+        <translation>La porta %1 è usata da un altro programma.</translation>
+    </message>
+    <message>
+        <source>%1 is not a serial port.</source>
+        <translation>%1 non è una porta seriale.</translation>
+    </message>
+</context>
+<context>
+    <name>SetUp</name>
+    <message>
+        <source>The device &quot;%1&quot; is not known</source>
+        <translation>Il dispositivo &quot;%1&quot; è sconosciuto</translation>
+    </message>
+</context>
+<context>
+    <name>Settings</name>
+    <message>
+        <source>[%1] &quot;%2&quot;: %3 The default %4 is used.</source>
+        <translation>[%1] &quot;%2&quot;: %3 Si usa il valore predefinito %4.</translation>
+    </message>
+</context>
+<context>
+    <name>SingleSweep</name>
+    <message>
+        <source>The settings file %1 cannot be read.</source>
+        <translation>Il file di impostazioni %1 non si può leggere.</translation>
+    </message>
+    <message>
+        <source>%1 names a device that is not supported.</source>
+        <translation>%1 nomina un dispositivo non supportato.</translation>
+    </message>
+    <message>
+        <source>%1 must lie between %2 and %3 Hz.</source>
+        <translation>%1 deve stare fra %2 e %3 Hz.</translation>
+    </message>
+    <message>
+        <source>parallel port 0x%1</source>
+        <translation>porta parallela 0x%1</translation>
+    </message>
+    <message>
+        <source>serial port COM%1</source>
+        <translation>porta seriale COM%1</translation>
+    </message>
+    <message>
+        <source>The %1 could not be opened.</source>
+        <translation>Non è stato possibile aprire la %1.</translation>
+    </message>
+    <message>
+        <source>The %1 could not be opened (%2).</source>
+        <translation>Non è stato possibile aprire la %1 (%2).</translation>
+    </message>
+    <message>
+        <source>The hardware refused to be set up: %1.</source>
+        <translation>L&apos;hardware ha rifiutato la configurazione: %1.</translation>
+    </message>
+    <message>
+        <source>Sweeping from %1 to %2 Hz</source>
+        <translation>Sweep da %1 a %2 Hz</translation>
+    </message>
+    <message>
+        <source>The hardware refused the sweep.</source>
+        <translation>L&apos;hardware ha rifiutato lo sweep.</translation>
+    </message>
+    <message>
+        <source>Interrupted.</source>
+        <translation>Interrotto.</translation>
+    </message>
+    <message>
+        <source>The hardware delivered no sweep in time.</source>
+        <translation>L&apos;hardware non ha fornito uno sweep in tempo.</translation>
+    </message>
+    <message>
+        <source>Sweep %1 of %2</source>
+        <translation>Sweep %1 di %2</translation>
+    </message>
+</context>
+<context>
+    <name>SweepCsv</name>
+    <message>
+        <source>too many lines</source>
+        <translation>troppe righe</translation>
+    </message>
+</context>
+<context>
+    <name>SweepPicture</name>
+    <message>
+        <source>V</source>
+        <translation>V</translation>
+    </message>
+    <message>
+        <source>dB</source>
+        <translation>dB</translation>
+    </message>
+    <message>
+        <source>Linear scale, 0 to %1 V</source>
+        <translation>Scala lineare, da 0 a %1 V</translation>
+    </message>
+    <message>
+        <source>10 V</source>
+        <translation>10 V</translation>
+    </message>
+    <message>
+        <source>1 V</source>
+        <translation>1 V</translation>
+    </message>
+    <message>
+        <source>Logarithmic scale, %1 to %2 dB, 0 dB is %3</source>
+        <translation>Scala logaritmica, da %1 a %2 dB, 0 dB è %3</translation>
+    </message>
+    <message>
+        <source>%1 Hz</source>
+        <translation>%1 Hz</translation>
+    </message>
+    <message>
+        <source>M1</source>
+        <translation>M1</translation>
+    </message>
+    <message>
+        <source>M2</source>
+        <translation>M2</translation>
+    </message>
+    <message>
+        <source>M2 - M1</source>
+        <translation>M2 - M1</translation>
+    </message>
+    <message>
+        <source>M3</source>
+        <translation>M3</translation>
+    </message>
+    <message>
+        <source>M4</source>
+        <translation>M4</translation>
+    </message>
+    <message>
+        <source>M4 - M3</source>
+        <translation>M4 - M3</translation>
+    </message>
+    <message>
+        <source>the name of a picture ends in .png or .svg</source>
+        <translation>il nome di un&apos;immagine finisce in .png o .svg</translation>
+    </message>
+</context>
+<context>
+    <name>SweepTool</name>
+    <message>
+        <source>--%1 takes a whole number from 1 on, not &quot;%2&quot;.</source>
+        <translation>--%1 vuole un numero intero da 1 in su, non &quot;%2&quot;.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not an option; see --help.</source>
+        <translation>&quot;%1&quot; non è un&apos;opzione; vedere --help.</translation>
+    </message>
+    <message>
+        <source>--%1 takes the name of a file.</source>
+        <translation>--%1 vuole il nome di un file.</translation>
+    </message>
+    <message>
+        <source>The name of a picture ends in .png or .svg, unlike &quot;%1&quot;.</source>
+        <translation>Il nome di un&apos;immagine finisce in .png o .svg, a differenza di &quot;%1&quot;.</translation>
+    </message>
+    <message>
+        <source>outside the range</source>
+        <translation>fuori intervallo</translation>
+    </message>
+    <message>
+        <source>Peak</source>
+        <translation>Picco</translation>
+    </message>
+    <message>
+        <source>Peak at</source>
+        <translation>Picco a</translation>
+    </message>
+    <message>
+        <source>-3 dB from</source>
+        <translation>-3 dB da</translation>
+    </message>
+    <message>
+        <source>-3 dB to</source>
+        <translation>-3 dB a</translation>
+    </message>
+    <message>
+        <source>-3 dB bandwidth</source>
+        <translation>Banda a -3 dB</translation>
+    </message>
+    <message>
+        <source>Takes a sweep without a window. Without --output and --picture it prints the response as a table and a plot.</source>
+        <translation>Esegue uno sweep senza finestra. Senza --output e --picture stampa la risposta come tabella e grafico.</translation>
+    </message>
+    <message>
+        <source>Settings file; the one beside the program if not given.</source>
+        <translation>File di impostazioni; se manca, quello accanto al programma.</translation>
+    </message>
+    <message>
+        <source>First frequency in Hz, in place of that of the settings.</source>
+        <translation>Prima frequenza in Hz, al posto di quella delle impostazioni.</translation>
+    </message>
+    <message>
+        <source>Last frequency in Hz, in place of that of the settings.</source>
+        <translation>Ultima frequenza in Hz, al posto di quella delle impostazioni.</translation>
+    </message>
+    <message>
+        <source>Take this many sweeps and keep the last; 1 if not given.</source>
+        <translation>Esegue questo numero di sweep e tiene l&apos;ultimo; 1 se manca.</translation>
+    </message>
+    <message>
+        <source>Write the sweep as CSV.</source>
+        <translation>Scrive lo sweep come CSV.</translation>
+    </message>
+    <message>
+        <source>Write the curve as PNG or SVG.</source>
+        <translation>Scrive la curva come PNG o SVG.</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::AcquisitionDriver</name>
+    <message>
+        <source>it did not answer in time and was ended</source>
+        <translation>non ha risposto in tempo ed è stato terminato</translation>
+    </message>
+    <message>
+        <source>Wrong serial port number (COM%1).</source>
+        <translation>Numero della porta seriale errato (COM%1).</translation>
+    </message>
+    <message>
+        <source>Please verify &apos;SetUp/Configuration/Ports&apos;.</source>
+        <translation>Verificare &apos;Impostazioni/Configurazione/Porte&apos;.</translation>
+    </message>
+    <message>
+        <source>The acquisition server has ended unexpectedly.</source>
+        <translation>Il server di acquisizione è terminato inaspettatamente.</translation>
+    </message>
+    <message>
+        <source>&quot;Sweep ON&quot; starts it again.</source>
+        <translation>&quot;Avvia sweep&quot; lo fa ripartire.</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::AdcPage</name>
+    <message>
+        <source>Detector</source>
+        <translation>Rivelatore</translation>
+    </message>
+    <message>
+        <source>Set with &quot;SetUp/Calibrate detector&quot;, added to every voltage</source>
+        <translation>Regolato con &quot;Impostazioni/Taratura rivelatore&quot;, sommato a ogni tensione</translation>
+    </message>
+    <message>
+        <source>&amp;Step - mV per count</source>
+        <translation>Pa&amp;sso - mV per conteggio</translation>
+    </message>
+    <message>
+        <source>C&amp;hannel</source>
+        <translation>&amp;Canale</translation>
+    </message>
+    <message>
+        <source>The step is the reference voltage of the converter divided by its counts: 2.5 V are 2.441 mV per count with 10 bits, and 9.766 mV with 8 bits.</source>
+        <translation>Il passo è la tensione di riferimento del convertitore divisa per i suoi conteggi: 2,5 V danno 2,441 mV per conteggio con 10 bit e 9,766 mV con 8 bit.</translation>
+    </message>
+    <message>
+        <source>&amp;8 bit</source>
+        <translation>&amp;8 bit</translation>
+    </message>
+    <message>
+        <source>1&amp;0 bit</source>
+        <translation>1&amp;0 bit</translation>
+    </message>
+    <message>
+        <source>Counts from 0 to 255</source>
+        <translation>Conteggi da 0 a 255</translation>
+    </message>
+    <message>
+        <source>Counts from 0 to 1023</source>
+        <translation>Conteggi da 0 a 1023</translation>
+    </message>
+    <message>
+        <source>Converter</source>
+        <translation>Convertitore</translation>
+    </message>
+    <message>
+        <source>Millivolts at the detector for one count of the converter</source>
+        <translation>Millivolt al rivelatore per un conteggio del convertitore</translation>
+    </message>
+    <message>
+        <source>Step in mV per count</source>
+        <translation>Passo in mV per conteggio</translation>
+    </message>
+    <message>
+        <source>MiniVNA: 1 angle, 2 return loss, 3 device under test. The other interfaces do not use it.</source>
+        <translation>MiniVNA: 1 angolo, 2 return loss, 3 dispositivo in prova. Le altre interfacce non lo usano.</translation>
+    </message>
+    <message>
+        <source>Channel of the converter</source>
+        <translation>Canale del convertitore</translation>
+    </message>
+    <message>
+        <source>Offset: </source>
+        <translation>Offset: </translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::AmplitudeAxis</name>
+    <message>
+        <source>Top of the linear scale in volts, up to 10</source>
+        <translation>Fondo scala lineare in volt, fino a 10</translation>
+    </message>
+    <message>
+        <source>Full scale in volts</source>
+        <translation>Fondo scala in volt</translation>
+    </message>
+    <message>
+        <source>Bottom of the logarithmic scales in dB, down to -90</source>
+        <translation>Limite inferiore delle scale logaritmiche in dB, fino a -90</translation>
+    </message>
+    <message>
+        <source>Lowest level in dB</source>
+        <translation>Livello minimo in dB</translation>
+    </message>
+    <message>
+        <source>Volt</source>
+        <translation>Volt</translation>
+    </message>
+    <message>
+        <source>Unit of the amplitude axis</source>
+        <translation>Unità dell&apos;asse delle ampiezze</translation>
+    </message>
+    <message>
+        <source>Amplitude at this line of the grid</source>
+        <translation>Ampiezza a questa linea della griglia</translation>
+    </message>
+    <message>
+        <source>Amplitude label %1</source>
+        <translation>Etichetta di ampiezza %1</translation>
+    </message>
+    <message>
+        <source>(Vref 10V)</source>
+        <translation>(Vref 10V)</translation>
+    </message>
+    <message>
+        <source>(Vref 1V)</source>
+        <translation>(Vref 1V)</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::AuxOutput</name>
+    <message>
+        <source>This output is not enabled in the configuration.</source>
+        <translation>Questa uscita non è abilitata nella configurazione.</translation>
+    </message>
+    <message>
+        <source>Click: off, half, on</source>
+        <translation>Clic: spento, metà, acceso</translation>
+    </message>
+    <message>
+        <source>Sum of the steps that are on</source>
+        <translation>Somma dei passi accesi</translation>
+    </message>
+    <message>
+        <source>Total of output %1</source>
+        <translation>Totale dell&apos;uscita %1</translation>
+    </message>
+    <message>
+        <source>Digital potentiometer</source>
+        <translation>Potenziometro digitale</translation>
+    </message>
+    <message>
+        <source>Position of the potentiometer</source>
+        <translation>Posizione del potenziometro</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::AuxPage</name>
+    <message>
+        <source>Auxiliary outputs (parallel port only)</source>
+        <translation>Uscite ausiliarie (solo porta parallela)</translation>
+    </message>
+    <message>
+        <source>Output %1</source>
+        <translation>Uscita %1</translation>
+    </message>
+    <message>
+        <source>Enabled</source>
+        <translation>Abilitata</translation>
+    </message>
+    <message>
+        <source>The main window shows the buttons of this output</source>
+        <translation>La finestra principale mostra i pulsanti di questa uscita</translation>
+    </message>
+    <message>
+        <source>Output %1 enabled</source>
+        <translation>Uscita %1 abilitata</translation>
+    </message>
+    <message>
+        <source>Inverse logic</source>
+        <translation>Logica inversa</translation>
+    </message>
+    <message>
+        <source>The byte is sent with every bit inverted</source>
+        <translation>Il byte è inviato con tutti i bit invertiti</translation>
+    </message>
+    <message>
+        <source>Output %1 inverse</source>
+        <translation>Uscita %1 inversa</translation>
+    </message>
+    <message>
+        <source>The heading of this output in the main window</source>
+        <translation>Il titolo di questa uscita nella finestra principale</translation>
+    </message>
+    <message>
+        <source>Title of output %1</source>
+        <translation>Titolo dell&apos;uscita %1</translation>
+    </message>
+    <message>
+        <source>Title</source>
+        <translation>Titolo</translation>
+    </message>
+    <message>
+        <source>Label</source>
+        <translation>Etichetta</translation>
+    </message>
+    <message>
+        <source>Value - dB</source>
+        <translation>Valore - dB</translation>
+    </message>
+    <message>
+        <source>Enter the label or leave &apos;blank&apos; to disable this button</source>
+        <translation>Scrivere l&apos;etichetta, o lasciare vuoto per disabilitare questo pulsante</translation>
+    </message>
+    <message>
+        <source>Output %1, label of step %2</source>
+        <translation>Uscita %1, etichetta del passo %2</translation>
+    </message>
+    <message>
+        <source>Step %1</source>
+        <translation>Passo %1</translation>
+    </message>
+    <message>
+        <source>Enter the value to be sent to the attenuator</source>
+        <translation>Scrivere il valore da inviare all&apos;attenuatore</translation>
+    </message>
+    <message>
+        <source>Output %1, value of step %2</source>
+        <translation>Uscita %1, valore del passo %2</translation>
+    </message>
+    <message>
+        <source>Potentiometer</source>
+        <translation>Potenziometro</translation>
+    </message>
+    <message>
+        <source>Highest position, 0 to 255; empty: there is no potentiometer</source>
+        <translation>Posizione massima, da 0 a 255; vuoto: il potenziometro non c&apos;è</translation>
+    </message>
+    <message>
+        <source>Lowest position, 0 to 255; empty: there is no potentiometer</source>
+        <translation>Posizione minima, da 0 a 255; vuoto: il potenziometro non c&apos;è</translation>
+    </message>
+    <message>
+        <source>The range that the main window will offer for the potentiometer</source>
+        <translation>L&apos;intervallo che la finestra principale offrirà per il potenziometro</translation>
+    </message>
+    <message>
+        <source>Range of the potentiometer</source>
+        <translation>Intervallo del potenziometro</translation>
+    </message>
+    <message>
+        <source>Maximum</source>
+        <translation>Massimo</translation>
+    </message>
+    <message>
+        <source>Minimum</source>
+        <translation>Minimo</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::CalibrationDialog</name>
+    <message>
+        <source>&amp;Apply</source>
+        <translation>&amp;Applica</translation>
+    </message>
+    <message>
+        <source>Take this offset; it is saved when the program ends</source>
+        <translation>Usa questo offset; è salvato alla fine del programma</translation>
+    </message>
+    <message>
+        <source>&amp;EXIT</source>
+        <translation>&amp;ESCI</translation>
+    </message>
+    <message>
+        <source>Close; an offset that was not applied is forgotten</source>
+        <translation>Chiude; un offset non applicato è dimenticato</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::DdsPage</name>
+    <message>
+        <source>Synthesiser</source>
+        <translation>Sintetizzatore</translation>
+    </message>
+    <message>
+        <source>AD985&amp;0</source>
+        <translation>AD985&amp;0</translation>
+    </message>
+    <message>
+        <source>AD985&amp;1</source>
+        <translation>AD985&amp;1</translation>
+    </message>
+    <message>
+        <source>AD99&amp;51</source>
+        <translation>AD99&amp;51</translation>
+    </message>
+    <message>
+        <source>System clock up to 125 MHz, useful up to 40 MHz</source>
+        <translation>Clock di sistema fino a 125 MHz, utile fino a 40 MHz</translation>
+    </message>
+    <message>
+        <source>System clock up to 180 MHz with its six-fold multiplier, useful up to 70 MHz</source>
+        <translation>Clock di sistema fino a 180 MHz con il suo moltiplicatore per 6, utile fino a 70 MHz</translation>
+    </message>
+    <message>
+        <source>System clock up to 400 MHz with its multiplier of 4 to 20, useful up to 160 MHz</source>
+        <translation>Clock di sistema fino a 400 MHz con il suo moltiplicatore da 4 a 20, utile fino a 160 MHz</translation>
+    </message>
+    <message>
+        <source>DDS chip</source>
+        <translation>Chip DDS</translation>
+    </message>
+    <message>
+        <source>Reference clock multiplier × &amp;6</source>
+        <translation>Moltiplicatore del clock × &amp;6</translation>
+    </message>
+    <message>
+        <source>The chip makes its system clock from a six times lower one</source>
+        <translation>Il chip ricava il clock di sistema da uno sei volte più basso</translation>
+    </message>
+    <message>
+        <source>Frequency of the crystal oscillator on the board, in Hz</source>
+        <translation>Frequenza dell&apos;oscillatore a quarzo della scheda, in Hz</translation>
+    </message>
+    <message>
+        <source>Reference clock in Hz</source>
+        <translation>Clock di riferimento in Hz</translation>
+    </message>
+    <message>
+        <source>&amp;Reference clock - Hz</source>
+        <translation>Cloc&amp;k di riferimento - Hz</translation>
+    </message>
+    <message>
+        <source>&amp;No multiplier</source>
+        <translation>&amp;Nessun moltiplicatore</translation>
+    </message>
+    <message>
+        <source>The reference clock is the system clock</source>
+        <translation>Il clock di riferimento è il clock di sistema</translation>
+    </message>
+    <message>
+        <source>M&amp;ultiplier</source>
+        <translation>M&amp;oltiplicatore</translation>
+    </message>
+    <message>
+        <source>The chip multiplies the reference clock by 4 to 20</source>
+        <translation>Il chip moltiplica il clock di riferimento da 4 a 20 volte</translation>
+    </message>
+    <message>
+        <source>Factor of the multiplier, 4 to 20</source>
+        <translation>Fattore del moltiplicatore, da 4 a 20</translation>
+    </message>
+    <message>
+        <source>Factor of the multiplier</source>
+        <translation>Fattore del moltiplicatore</translation>
+    </message>
+    <message>
+        <source>The highest frequency that can be entered, in Hz</source>
+        <translation>La frequenza più alta che si può impostare, in Hz</translation>
+    </message>
+    <message>
+        <source>Maximum frequency in Hz</source>
+        <translation>Frequenza massima in Hz</translation>
+    </message>
+    <message>
+        <source>The lowest frequency that can be entered, in Hz</source>
+        <translation>La frequenza più bassa che si può impostare, in Hz</translation>
+    </message>
+    <message>
+        <source>Minimum frequency in Hz</source>
+        <translation>Frequenza minima in Hz</translation>
+    </message>
+    <message>
+        <source>Reference clock × multiplier</source>
+        <translation>Clock di riferimento × moltiplicatore</translation>
+    </message>
+    <message>
+        <source>System clock in Hz</source>
+        <translation>Clock di sistema in Hz</translation>
+    </message>
+    <message>
+        <source>What the chip is made for</source>
+        <translation>Per che cosa è fatto il chip</translation>
+    </message>
+    <message>
+        <source>Limits of the chip</source>
+        <translation>Limiti del chip</translation>
+    </message>
+    <message>
+        <source>Set with &quot;SetUp/Calibrate generator&quot;, added to every frequency</source>
+        <translation>Regolato con &quot;Impostazioni/Taratura generatore&quot;, sommato a ogni frequenza</translation>
+    </message>
+    <message>
+        <source>Clock and limits</source>
+        <translation>Clock e limiti</translation>
+    </message>
+    <message>
+        <source>System clock - Hz</source>
+        <translation>Clock di sistema - Hz</translation>
+    </message>
+    <message>
+        <source>Ma&amp;ximum frequency - Hz</source>
+        <translation>Frequenza ma&amp;ssima - Hz</translation>
+    </message>
+    <message>
+        <source>Minimum frequenc&amp;y - Hz</source>
+        <translation>Frequenza &amp;minima - Hz</translation>
+    </message>
+    <message>
+        <source>Frequency offset: </source>
+        <translation>Offset di frequenza: </translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::DigitBars</name>
+    <message>
+        <source>Step this digit</source>
+        <translation>Cambia questa cifra</translation>
+    </message>
+    <message>
+        <source>Digit %1</source>
+        <translation>Cifra %1</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::DriverEvents</name>
+    <message>
+        <source>Stop sweep</source>
+        <translation>Stop sweep</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::FrequencyReadouts</name>
+    <message>
+        <source>start</source>
+        <translation>inizio</translation>
+    </message>
+    <message>
+        <source>Frequency of the first sample, Hz</source>
+        <translation>Frequenza del primo campione, Hz</translation>
+    </message>
+    <message>
+        <source>center</source>
+        <translation>centro</translation>
+    </message>
+    <message>
+        <source>Frequency of sample 200, Hz</source>
+        <translation>Frequenza del campione 200, Hz</translation>
+    </message>
+    <message>
+        <source>stop</source>
+        <translation>fine</translation>
+    </message>
+    <message>
+        <source>Frequency of the last sample, Hz</source>
+        <translation>Frequenza dell&apos;ultimo campione, Hz</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::FrmAbout</name>
+    <message>
+        <source>About Calvorn</source>
+        <translation>Informazioni su Calvorn</translation>
+    </message>
+    <message>
+        <source>Interface:</source>
+        <translation>Interfaccia:</translation>
+    </message>
+    <message>
+        <source>DDS Device:</source>
+        <translation>Dispositivo DDS:</translation>
+    </message>
+    <message>
+        <source>DAC Device:</source>
+        <translation>Dispositivo DAC:</translation>
+    </message>
+    <message>
+        <source>Made by the Calvorn authors for radio amateurs.</source>
+        <translation>Fatto dagli autori di Calvorn per i radioamatori.</translation>
+    </message>
+    <message>
+        <source>Without any warranty. Check your wiring before you switch on.</source>
+        <translation>Senza alcuna garanzia. Controllare il cablaggio prima di accendere.</translation>
+    </message>
+    <message>
+        <source>Free to use, change and pass on under the terms of the MIT licence.</source>
+        <translation>Libero da usare, modificare e distribuire secondo la licenza MIT.</translation>
+    </message>
+    <message>
+        <source>EXIT</source>
+        <translation>ESCI</translation>
+    </message>
+    <message>
+        <source>Close this window</source>
+        <translation>Chiude questa finestra</translation>
+    </message>
+    <message>
+        <source>PIC connected to the USB port COM%1</source>
+        <translation>PIC collegato alla porta USB COM%1</translation>
+    </message>
+    <message>
+        <source>(Project by Brenik)</source>
+        <translation>(Progetto di Brenik)</translation>
+    </message>
+    <message>
+        <source>DDS Generator/Detector connected to the parallel port LPT 0%1</source>
+        <translation>Generatore/rivelatore DDS collegato alla porta parallela LPT 0%1</translation>
+    </message>
+    <message>
+        <source>Board design: see the wiring page of the documentation</source>
+        <translation>Progetto della scheda: vedere il cablaggio nella documentazione</translation>
+    </message>
+    <message>
+        <source>docs/hardware/lpt-board.md</source>
+        <translation>docs/hardware/lpt-board.md</translation>
+    </message>
+    <message>
+        <source>MiniVNA connected to the USB port COM%1</source>
+        <translation>MiniVNA collegato alla porta USB COM%1</translation>
+    </message>
+    <message>
+        <source>Analyser design: its makers, with thanks</source>
+        <translation>Progetto dell&apos;analizzatore: i suoi autori, con un grazie</translation>
+    </message>
+    <message>
+        <source>docs/hardware/minivna.md</source>
+        <translation>docs/hardware/minivna.md</translation>
+    </message>
+    <message>
+        <source>, ClockRef: </source>
+        <translation>, clock rif.: </translation>
+    </message>
+    <message>
+        <source>MHz, Multiplier: </source>
+        <translation>MHz, moltiplicatore: </translation>
+    </message>
+    <message>
+        <source>, Max frequency: </source>
+        <translation>, freq. max: </translation>
+    </message>
+    <message>
+        <source>by PIC 16F877, step: </source>
+        <translation> del PIC 16F877, passo: </translation>
+    </message>
+    <message>
+        <source>, step: </source>
+        <translation>, passo: </translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::FrmCalibraADC</name>
+    <message>
+        <source>Detector calibration</source>
+        <translation>Taratura del rivelatore</translation>
+    </message>
+    <message>
+        <source>1. Select &apos;View/Table&apos; and &apos;Scale/Linear&apos;.</source>
+        <translation>1. Scegliere &apos;Vista/Tabella&apos; e &apos;Scala/Lineare&apos;.</translation>
+    </message>
+    <message>
+        <source>2. Connect the input of the detector to a known voltage.</source>
+        <translation>2. Collegare l&apos;ingresso del rivelatore a una tensione nota.</translation>
+    </message>
+    <message>
+        <source>3. Adjust the offset until the right voltage is presented.</source>
+        <translation>3. Regolare l&apos;offset finché appare la tensione giusta.</translation>
+    </message>
+    <message>
+        <source>4. Everytime you &apos;Apply&apos;, table will be updated with the new offset</source>
+        <translation>4. A ogni &apos;Applica&apos; la tabella si aggiorna con il nuovo offset</translation>
+    </message>
+    <message>
+        <source>Offset - Volt</source>
+        <translation>Offset - Volt</translation>
+    </message>
+    <message>
+        <source>Step the offset by 0.001 V</source>
+        <translation>Cambia l&apos;offset di 0,001 V</translation>
+    </message>
+    <message>
+        <source>The voltage that the detector reads with this offset</source>
+        <translation>La tensione che il rivelatore legge con questo offset</translation>
+    </message>
+    <message>
+        <source>Detector - Volt</source>
+        <translation>Rivelatore - Volt</translation>
+    </message>
+    <message>
+        <source>This interface reads its detector only while it sweeps.</source>
+        <translation>Questa interfaccia legge il rivelatore solo durante lo sweep.</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::FrmCalibraDDS</name>
+    <message>
+        <source>Generator calibration</source>
+        <translation>Taratura del generatore</translation>
+    </message>
+    <message>
+        <source>1. Select any start frequency.</source>
+        <translation>1. Scegliere una frequenza iniziale qualsiasi.</translation>
+    </message>
+    <message>
+        <source>2. Connect the output of the generator to a frequency meter.</source>
+        <translation>2. Collegare l&apos;uscita del generatore a un frequenzimetro.</translation>
+    </message>
+    <message>
+        <source>3. Adjust the offset until the meter shows the right start frequency.</source>
+        <translation>3. Regolare l&apos;offset finché il frequenzimetro mostra la frequenza iniziale giusta.</translation>
+    </message>
+    <message>
+        <source>4. Apply</source>
+        <translation>4. Applica</translation>
+    </message>
+    <message>
+        <source>Offset - Hz</source>
+        <translation>Offset - Hz</translation>
+    </message>
+    <message>
+        <source>Step the offset by 0.01 Hz</source>
+        <translation>Cambia l&apos;offset di 0,01 Hz</translation>
+    </message>
+    <message>
+        <source>What the frequency meter has to show</source>
+        <translation>Ciò che il frequenzimetro deve mostrare</translation>
+    </message>
+    <message>
+        <source>Start frequency in Hz</source>
+        <translation>Frequenza iniziale in Hz</translation>
+    </message>
+    <message>
+        <source>Start frequency - Hz</source>
+        <translation>Frequenza iniziale - Hz</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::FrmPreferences</name>
+    <message>
+        <source>Preferences</source>
+        <translation>Preferenze</translation>
+    </message>
+    <message>
+        <source>Cursor type</source>
+        <translation>Tipo di cursore</translation>
+    </message>
+    <message>
+        <source>&amp;Linked</source>
+        <translation>&amp;Collegato</translation>
+    </message>
+    <message>
+        <source>&amp;Floating cross</source>
+        <translation>Croce &amp;mobile</translation>
+    </message>
+    <message>
+        <source>The read-out follows the mouse</source>
+        <translation>La lettura segue il mouse</translation>
+    </message>
+    <message>
+        <source>A cross rides on the curve under the mouse</source>
+        <translation>Una croce corre sulla curva sotto il mouse</translation>
+    </message>
+    <message>
+        <source>The lowest level above zero that the converter can tell, in dB</source>
+        <translation>Il livello più basso sopra lo zero che il convertitore distingue, in dB</translation>
+    </message>
+    <message>
+        <source>EXIT</source>
+        <translation>ESCI</translation>
+    </message>
+    <message>
+        <source>Close this window</source>
+        <translation>Chiude questa finestra</translation>
+    </message>
+    <message>
+        <source>Limit the Logaritmic Scales to the range of the ADC (%1)</source>
+        <translation>Limita le scale logaritmiche al campo dell&apos;ADC (%1)</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::FrmSetUp</name>
+    <message>
+        <source>Configuration</source>
+        <translation>Configurazione</translation>
+    </message>
+    <message>
+        <source>&amp;Interface</source>
+        <translation>&amp;Interfaccia</translation>
+    </message>
+    <message>
+        <source>Which hardware is connected</source>
+        <translation>Quale hardware è collegato</translation>
+    </message>
+    <message>
+        <source>Syn&amp;thesiser</source>
+        <translation>Sin&amp;tetizzatore</translation>
+    </message>
+    <message>
+        <source>The generator chip, its clock and its limits</source>
+        <translation>Il chip del generatore, il suo clock e i suoi limiti</translation>
+    </message>
+    <message>
+        <source>&amp;Detector</source>
+        <translation>&amp;Rivelatore</translation>
+    </message>
+    <message>
+        <source>The converter of the detector</source>
+        <translation>Il convertitore del rivelatore</translation>
+    </message>
+    <message>
+        <source>Auxi&amp;liary</source>
+        <translation>Ausi&amp;liarie</translation>
+    </message>
+    <message>
+        <source>The auxiliary outputs of the parallel-port board</source>
+        <translation>Le uscite ausiliarie della scheda a porta parallela</translation>
+    </message>
+    <message>
+        <source>&amp;Ports</source>
+        <translation>&amp;Porte</translation>
+    </message>
+    <message>
+        <source>Which serial and which parallel port is used</source>
+        <translation>Quale porta seriale e quale parallela si usa</translation>
+    </message>
+    <message>
+        <source>&amp;Apply</source>
+        <translation>&amp;Applica</translation>
+    </message>
+    <message>
+        <source>Write the configuration and end the program; it counts from the next start</source>
+        <translation>Scrive la configurazione e chiude il programma; vale dal prossimo avvio</translation>
+    </message>
+    <message>
+        <source>&amp;EXIT</source>
+        <translation>&amp;ESCI</translation>
+    </message>
+    <message>
+        <source>Close without any change</source>
+        <translation>Chiude senza cambiare nulla</translation>
+    </message>
+    <message>
+        <source>Some settings could not be read.</source>
+        <translation>Alcune impostazioni non sono leggibili.</translation>
+    </message>
+    <message>
+        <source>Please confirm, now program will exit.</source>
+        <translation>Confermare: ora il programma si chiude.</translation>
+    </message>
+    <message>
+        <source>Please restart.</source>
+        <translation>Riavviarlo, per favore.</translation>
+    </message>
+    <message>
+        <source>the configuration could not be written into %1</source>
+        <translation>la configurazione non è stata scritta in %1</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::FrmSweep</name>
+    <message>
+        <source>EXIT</source>
+        <translation>ESCI</translation>
+    </message>
+    <message>
+        <source>Save the settings and end the program</source>
+        <translation>Salva le impostazioni e chiude il programma</translation>
+    </message>
+    <message>
+        <source>&amp;File</source>
+        <translation>&amp;File</translation>
+    </message>
+    <message>
+        <source>E&amp;xit</source>
+        <translation>E&amp;sci</translation>
+    </message>
+    <message>
+        <source>&amp;View</source>
+        <translation>&amp;Vista</translation>
+    </message>
+    <message>
+        <source>S&amp;cale</source>
+        <translation>&amp;Scala</translation>
+    </message>
+    <message>
+        <source>&amp;SetUp</source>
+        <translation>&amp;Impostazioni</translation>
+    </message>
+    <message>
+        <source>&amp;Preferences</source>
+        <translation>&amp;Preferenze</translation>
+    </message>
+    <message>
+        <source>&amp;Help</source>
+        <translation>&amp;Aiuto</translation>
+    </message>
+    <message>
+        <source>&amp;About</source>
+        <translation>&amp;Informazioni</translation>
+    </message>
+    <message>
+        <source> : Unknow DDSdevice.</source>
+        <translation> : dispositivo DDS sconosciuto.</translation>
+    </message>
+    <message>
+        <source>Supported DDS generators are: AD9850, AD9851, AD9951</source>
+        <translation>Generatori DDS supportati: AD9850, AD9851, AD9951</translation>
+    </message>
+    <message>
+        <source> : Unknow ADCdevice.</source>
+        <translation> : dispositivo ADC sconosciuto.</translation>
+    </message>
+    <message>
+        <source>Supported ADC are: 8bit, 10bit</source>
+        <translation>ADC supportati: 8bit, 10bit</translation>
+    </message>
+    <message>
+        <source>Some settings could not be read.</source>
+        <translation>Alcune impostazioni non sono leggibili.</translation>
+    </message>
+    <message>
+        <source>The settings could not be saved in %1</source>
+        <translation>Le impostazioni non sono state salvate in %1</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::HelpBrowser</name>
+    <message>
+        <source>Page of the help</source>
+        <translation>Pagina della guida</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::HelpDesk</name>
+    <message>
+        <source>&amp;Contents</source>
+        <translation>&amp;Sommario</translation>
+    </message>
+    <message>
+        <source>Open the manual</source>
+        <translation>Apre il manuale</translation>
+    </message>
+    <message>
+        <source>&amp;This window</source>
+        <translation>&amp;Questa finestra</translation>
+    </message>
+    <message>
+        <source>What can be done in the window in front</source>
+        <translation>Che cosa si può fare nella finestra in primo piano</translation>
+    </message>
+    <message>
+        <source>The help file %1 is missing or damaged.</source>
+        <translation>Il file della guida %1 manca o è danneggiato.</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::HelpWindow</name>
+    <message>
+        <source>Calvorn Help</source>
+        <translation>Guida di Calvorn</translation>
+    </message>
+    <message>
+        <source>Contents of the help</source>
+        <translation>Sommario della guida</translation>
+    </message>
+    <message>
+        <source>&amp;Contents</source>
+        <translation>&amp;Sommario</translation>
+    </message>
+    <message>
+        <source>&amp;Index</source>
+        <translation>&amp;Indice</translation>
+    </message>
+    <message>
+        <source>&amp;Search</source>
+        <translation>&amp;Cerca</translation>
+    </message>
+    <message>
+        <source>Back</source>
+        <translation>Indietro</translation>
+    </message>
+    <message>
+        <source>Forward</source>
+        <translation>Avanti</translation>
+    </message>
+    <message>
+        <source>First page</source>
+        <translation>Prima pagina</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Chiudi</translation>
+    </message>
+    <message>
+        <source>Look for</source>
+        <translation>Cerca</translation>
+    </message>
+    <message>
+        <source>Word to look for in the index</source>
+        <translation>Parola da cercare nell&apos;indice</translation>
+    </message>
+    <message>
+        <source>Index of the help</source>
+        <translation>Indice della guida</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::InterfacePage</name>
+    <message>
+        <source>Interface</source>
+        <translation>Interfaccia</translation>
+    </message>
+    <message>
+        <source>PI&amp;C 16F877 board on USB</source>
+        <translation>Scheda PI&amp;C 16F877 su USB</translation>
+    </message>
+    <message>
+        <source>DDS/DAC &amp;board on the parallel port</source>
+        <translation>Sche&amp;da DDS/DAC sulla porta parallela</translation>
+    </message>
+    <message>
+        <source>&amp;MiniVNA on USB</source>
+        <translation>&amp;MiniVNA su USB</translation>
+    </message>
+    <message>
+        <source>A generator and detector with a microcontroller, on a serial port (COM)</source>
+        <translation>Generatore e rivelatore con microcontrollore, su porta seriale (COM)</translation>
+    </message>
+    <message>
+        <source>A generator and detector on a parallel port (LPT), with two auxiliary outputs</source>
+        <translation>Generatore e rivelatore su porta parallela (LPT), con due uscite ausiliarie</translation>
+    </message>
+    <message>
+        <source>The vector analyser for 0.1 to 180 MHz, on a serial port (COM)</source>
+        <translation>L&apos;analizzatore vettoriale da 0,1 a 180 MHz, su porta seriale (COM)</translation>
+    </message>
+    <message>
+        <source>Default &amp;1</source>
+        <translation>Predefinita &amp;1</translation>
+    </message>
+    <message>
+        <source>Default &amp;2</source>
+        <translation>Predefinita &amp;2</translation>
+    </message>
+    <message>
+        <source>Default &amp;3</source>
+        <translation>Predefinita &amp;3</translation>
+    </message>
+    <message>
+        <source>Choosing it loads its prepared configuration.</source>
+        <translation>Sceglierla carica la sua configurazione predefinita.</translation>
+    </message>
+    <message>
+        <source>Choose this interface with its prepared configuration, whatever was changed</source>
+        <translation>Sceglie questa interfaccia con la configurazione predefinita, qualunque cosa sia cambiata</translation>
+    </message>
+    <message>
+        <source>Default configuration: %1</source>
+        <translation>Configurazione predefinita: %1</translation>
+    </message>
+    <message>
+        <source>Without hardware: choose any interface, then a simulated board on the page &quot;Ports&quot;: LPT0 for the parallel port, COM100 for the two others.</source>
+        <translation>Senza hardware: scegliere un&apos;interfaccia, poi una scheda simulata nella pagina &quot;Porte&quot;: LPT0 per la porta parallela, COM100 per le altre due.</translation>
+    </message>
+    <message>
+        <source>Sorry, default value not found.</source>
+        <translation>Spiacente, valori predefiniti non trovati.</translation>
+    </message>
+    <message>
+        <source>Default value for PIC not found.</source>
+        <translation>Valori predefiniti per il PIC non trovati.</translation>
+    </message>
+    <message>
+        <source>Default value for DDS/DAC connencted to LPT not found.</source>
+        <translation>Valori predefiniti per la scheda DDS/DAC su LPT non trovati.</translation>
+    </message>
+    <message>
+        <source>Default value for MiniVNA not found.</source>
+        <translation>Valori predefiniti per il MiniVNA non trovati.</translation>
+    </message>
+    <message>
+        <source>Some settings could not be read.</source>
+        <translation>Alcune impostazioni non sono leggibili.</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::LogList</name>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Copia</translation>
+    </message>
+    <message>
+        <source>Select &amp;all</source>
+        <translation>Seleziona &amp;tutto</translation>
+    </message>
+    <message>
+        <source>&amp;Save…</source>
+        <translation>&amp;Salva…</translation>
+    </message>
+    <message>
+        <source>the log list is full</source>
+        <translation>il log è pieno</translation>
+    </message>
+    <message>
+        <source>Text files (*.txt);;All files (*)</source>
+        <translation>File di testo (*.txt);;Tutti i file (*)</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::LptDriver</name>
+    <message>
+        <source>Parallel port not initialized.</source>
+        <translation>Porta parallela non inizializzata.</translation>
+    </message>
+    <message>
+        <source>Driver not found or wrong LPT address.</source>
+        <translation>Driver non trovato o indirizzo LPT errato.</translation>
+    </message>
+    <message>
+        <source>Please verify &apos;SetUp/Configuration/Ports&apos;.</source>
+        <translation>Verificare &apos;Impostazioni/Configurazione/Porte&apos;.</translation>
+    </message>
+    <message>
+        <source>Start sweep</source>
+        <translation>Start sweep</translation>
+    </message>
+    <message>
+        <source>Start/step sweep reinizializzati</source>
+        <translation>Inizio e passo dello sweep reinizializzati</translation>
+    </message>
+    <message>
+        <source>No sweep is running.</source>
+        <translation>Nessuno sweep in corso.</translation>
+    </message>
+    <message>
+        <source>Unknown generator chip: %1</source>
+        <translation>Chip del generatore sconosciuto: %1</translation>
+    </message>
+    <message>
+        <source>Unknown detector converter: %1</source>
+        <translation>Convertitore del rivelatore sconosciuto: %1</translation>
+    </message>
+    <message>
+        <source>Unknown sweep speed: %1</source>
+        <translation>Velocità di sweep sconosciuta: %1</translation>
+    </message>
+    <message>
+        <source>The parallel port is not open.</source>
+        <translation>La porta parallela non è aperta.</translation>
+    </message>
+    <message>
+        <source>Unknown auxiliary output: %1</source>
+        <translation>Uscita ausiliaria sconosciuta: %1</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::LptPinDrawing</name>
+    <message>
+        <source>Pin %1</source>
+        <translation>Pin %1</translation>
+    </message>
+    <message>
+        <source>not used</source>
+        <translation>non usato</translation>
+    </message>
+    <message>
+        <source>, inverted by the board</source>
+        <translation>, invertito dalla scheda</translation>
+    </message>
+    <message>
+        <source>Pins of the parallel port</source>
+        <translation>Pin della porta parallela</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::LptPinWindow</name>
+    <message>
+        <source>Pins of the parallel port</source>
+        <translation>Pin della porta parallela</translation>
+    </message>
+    <message>
+        <source>The plug of the board&apos;s cable, seen from its pins. Green: to the board; blue: from the board; &quot;!&quot;: inverted by the board. The section [LPT Wiring] of the settings file changes it.</source>
+        <translation>Il connettore del cavo della scheda, visto dal lato dei pin. Verde: verso la scheda; blu: dalla scheda; &quot;!&quot;: invertito dalla scheda. Si cambia nella sezione [LPT Wiring] del file di impostazioni.</translation>
+    </message>
+    <message>
+        <source>With this wiring the port cannot be opened. Correct the settings file.</source>
+        <translation>Con questo cablaggio la porta non si può aprire. Correggere il file di impostazioni.</translation>
+    </message>
+    <message>
+        <source>&amp;Close</source>
+        <translation>&amp;Chiudi</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::MarkerPanel</name>
+    <message>
+        <source>Enter freq in Hz or ClickLeft the graph</source>
+        <translation>Scrivere la frequenza in Hz o fare clic sinistro sul grafico</translation>
+    </message>
+    <message>
+        <source>Frequency of M1 in Hz</source>
+        <translation>Frequenza di M1 in Hz</translation>
+    </message>
+    <message>
+        <source>Enter freq in Hz or ClickRight the graph</source>
+        <translation>Scrivere la frequenza in Hz o fare clic destro sul grafico</translation>
+    </message>
+    <message>
+        <source>Frequency of M2 in Hz</source>
+        <translation>Frequenza di M2 in Hz</translation>
+    </message>
+    <message>
+        <source>Enter volt/dB or SHIFT+ ClickLeft the graph</source>
+        <translation>Scrivere volt/dB o fare MAIUSC + clic sinistro sul grafico</translation>
+    </message>
+    <message>
+        <source>Amplitude of M3</source>
+        <translation>Ampiezza di M3</translation>
+    </message>
+    <message>
+        <source>Enter volt/dB or SHIFT ClickRight the graph</source>
+        <translation>Scrivere volt/dB o fare MAIUSC + clic destro sul grafico</translation>
+    </message>
+    <message>
+        <source>Amplitude of M4</source>
+        <translation>Ampiezza di M4</translation>
+    </message>
+    <message>
+        <source>Amplitude of the curve at M1</source>
+        <translation>Ampiezza della curva in M1</translation>
+    </message>
+    <message>
+        <source>Amplitude at M1</source>
+        <translation>Ampiezza in M1</translation>
+    </message>
+    <message>
+        <source>Amplitude of the curve at M2</source>
+        <translation>Ampiezza della curva in M2</translation>
+    </message>
+    <message>
+        <source>Amplitude at M2</source>
+        <translation>Ampiezza in M2</translation>
+    </message>
+    <message>
+        <source>Distance of M1 and M2 in Hz</source>
+        <translation>Distanza fra M1 e M2 in Hz</translation>
+    </message>
+    <message>
+        <source>M2 - M1 in Hz</source>
+        <translation>M2 - M1 in Hz</translation>
+    </message>
+    <message>
+        <source>Difference of M4 and M3</source>
+        <translation>Differenza fra M4 e M3</translation>
+    </message>
+    <message>
+        <source>M4 - M3</source>
+        <translation>M4 - M3</translation>
+    </message>
+    <message>
+        <source>Frequency under the mouse in Hz</source>
+        <translation>Frequenza sotto il mouse in Hz</translation>
+    </message>
+    <message>
+        <source>Frequency under the mouse</source>
+        <translation>Frequenza sotto il mouse</translation>
+    </message>
+    <message>
+        <source>Amplitude under the mouse</source>
+        <translation>Ampiezza sotto il mouse</translation>
+    </message>
+    <message>
+        <source>M1 -&gt; Start</source>
+        <translation>M1 -&gt; Inizio</translation>
+    </message>
+    <message>
+        <source>Sweep from the frequency of M1</source>
+        <translation>Sweep a partire dalla frequenza di M1</translation>
+    </message>
+    <message>
+        <source>M2 -&gt; Stop</source>
+        <translation>M2 -&gt; Fine</translation>
+    </message>
+    <message>
+        <source>Sweep up to the frequency of M2</source>
+        <translation>Sweep fino alla frequenza di M2</translation>
+    </message>
+    <message>
+        <source>Volt</source>
+        <translation>Volt</translation>
+    </message>
+    <message>
+        <source>Unit of the amplitudes</source>
+        <translation>Unità delle ampiezze</translation>
+    </message>
+    <message>
+        <source>Hz</source>
+        <translation>Hz</translation>
+    </message>
+    <message>
+        <source>M1</source>
+        <translation>M1</translation>
+    </message>
+    <message>
+        <source>M2</source>
+        <translation>M2</translation>
+    </message>
+    <message>
+        <source>M2 - M1</source>
+        <translation>M2 - M1</translation>
+    </message>
+    <message>
+        <source>M3</source>
+        <translation>M3</translation>
+    </message>
+    <message>
+        <source>M4</source>
+        <translation>M4</translation>
+    </message>
+    <message>
+        <source>Cursor</source>
+        <translation>Cursore</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::PicDriver</name>
+    <message>
+        <source>DDS not initialized</source>
+        <translation>DDS non inizializzato</translation>
+    </message>
+    <message>
+        <source>Verify the serial interface.</source>
+        <translation>Verificare l&apos;interfaccia seriale.</translation>
+    </message>
+    <message>
+        <source>Start sweep</source>
+        <translation>Start sweep</translation>
+    </message>
+    <message>
+        <source>Errore inizializza ciclo sweep</source>
+        <translation>Errore nell&apos;inizializzare il ciclo di sweep</translation>
+    </message>
+    <message>
+        <source>Frequency not iniatized.</source>
+        <translation>Frequenza non inizializzata.</translation>
+    </message>
+    <message>
+        <source>DDS frequency not initialized</source>
+        <translation>Frequenza del DDS non inizializzata</translation>
+    </message>
+    <message>
+        <source>Start frequency not initialized</source>
+        <translation>Frequenza iniziale non inizializzata</translation>
+    </message>
+    <message>
+        <source>Step frequency not initialized</source>
+        <translation>Passo di frequenza non inizializzato</translation>
+    </message>
+    <message>
+        <source>The board does not start the sweep.</source>
+        <translation>La scheda non avvia lo sweep.</translation>
+    </message>
+    <message>
+        <source>The board has no command &quot;%1&quot;.</source>
+        <translation>La scheda non ha il comando &quot;%1&quot;.</translation>
+    </message>
+    <message>
+        <source>The board does not answer.</source>
+        <translation>La scheda non risponde.</translation>
+    </message>
+    <message>
+        <source>A sweep of the board was damaged on the line.</source>
+        <translation>Uno sweep della scheda è arrivato danneggiato.</translation>
+    </message>
+    <message>
+        <source>The board delivers no good sweep any more; the sweep ends.</source>
+        <translation>La scheda non fornisce più sweep validi; lo sweep finisce.</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::PortPage</name>
+    <message>
+        <source>Ports</source>
+        <translation>Porte</translation>
+    </message>
+    <message>
+        <source>Serial port (PIC, MiniVNA)</source>
+        <translation>Porta seriale (PIC, MiniVNA)</translation>
+    </message>
+    <message>
+        <source>COMx</source>
+        <translation>COMx</translation>
+    </message>
+    <message>
+        <source>The port with the number beside; %1 is a simulated board</source>
+        <translation>La porta con il numero a fianco; %1 è una scheda simulata</translation>
+    </message>
+    <message>
+        <source>Number of the serial port</source>
+        <translation>Numero della porta seriale</translation>
+    </message>
+    <message>
+        <source>Whether a port with this number exists</source>
+        <translation>Dice se una porta con questo numero esiste</translation>
+    </message>
+    <message>
+        <source>LPT0 simulated (0x000)</source>
+        <translation>LPT0, simulata (0x000)</translation>
+    </message>
+    <message>
+        <source>LPT1, port 888 (0x378)</source>
+        <translation>LPT1, porta 888 (0x378)</translation>
+    </message>
+    <message>
+        <source>LPT2, port 632 (0x278)</source>
+        <translation>LPT2, porta 632 (0x278)</translation>
+    </message>
+    <message>
+        <source>LPT3, port 956 (0x3BC)</source>
+        <translation>LPT3, porta 956 (0x3BC)</translation>
+    </message>
+    <message>
+        <source>LPTx, port</source>
+        <translation>LPTx, porta</translation>
+    </message>
+    <message>
+        <source>Parallel port (DDS/DAC board)</source>
+        <translation>Porta parallela (scheda DDS/DAC)</translation>
+    </message>
+    <message>
+        <source>Base address of the parallel port, decimal, up to 65535</source>
+        <translation>Indirizzo base della porta parallela, decimale, fino a 65535</translation>
+    </message>
+    <message>
+        <source>Address of the parallel port</source>
+        <translation>Indirizzo della porta parallela</translation>
+    </message>
+    <message>
+        <source>The same address, hexadecimal</source>
+        <translation>Lo stesso indirizzo, esadecimale</translation>
+    </message>
+    <message>
+        <source>Pins of the &amp;board...</source>
+        <translation>Pin della sc&amp;heda...</translation>
+    </message>
+    <message>
+        <source>Show which pin of the port carries which signal</source>
+        <translation>Mostra quale pin della porta porta quale segnale</translation>
+    </message>
+    <message>
+        <source>COM%1</source>
+        <translation>COM%1</translation>
+    </message>
+    <message>
+        <source> NOT available</source>
+        <translation> NON disponibile</translation>
+    </message>
+    <message>
+        <source>COM%1: a simulated board</source>
+        <translation>COM%1: una scheda simulata</translation>
+    </message>
+    <message>
+        <source>No device belongs to this number. The section [Ports] of the settings file can name one.</source>
+        <translation>A questo numero non corrisponde alcun dispositivo. La sezione [Ports] del file di impostazioni può indicarne uno.</translation>
+    </message>
+    <message>
+        <source>Number of the port; %1 is a simulated board</source>
+        <translation>Numero della porta; %1 è una scheda simulata</translation>
+    </message>
+    <message>
+        <source>A simulated board, for the program without hardware</source>
+        <translation>Una scheda simulata, per il programma senza hardware</translation>
+    </message>
+    <message>
+        <source>No port at this address is known to the system</source>
+        <translation>Il sistema non conosce alcuna porta a questo indirizzo</translation>
+    </message>
+    <message>
+        <source>A port at the address beside, such as that of a card in a slot</source>
+        <translation>Una porta all&apos;indirizzo a fianco, per esempio di una scheda in uno slot</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::RangeEntry</name>
+    <message>
+        <source>Start Frequency - Hz</source>
+        <translation>Frequenza iniziale - Hz</translation>
+    </message>
+    <message>
+        <source>Enter the start frequency in Hz</source>
+        <translation>Scrivere la frequenza iniziale in Hz</translation>
+    </message>
+    <message>
+        <source>Stop Frequency - Hz</source>
+        <translation>Frequenza finale - Hz</translation>
+    </message>
+    <message>
+        <source>Enter the stop frequency in Hz</source>
+        <translation>Scrivere la frequenza finale in Hz</translation>
+    </message>
+    <message>
+        <source>Distance between two samples in Hz</source>
+        <translation>Distanza fra due campioni in Hz</translation>
+    </message>
+    <message>
+        <source>Step in Hz</source>
+        <translation>Passo in Hz</translation>
+    </message>
+    <message>
+        <source>Step - Hz</source>
+        <translation>Passo - Hz</translation>
+    </message>
+    <message>
+        <source>Number of samples in the range</source>
+        <translation>Numero di campioni nell&apos;intervallo</translation>
+    </message>
+    <message>
+        <source>Minimum sweeping range is </source>
+        <translation>L&apos;intervallo minimo di sweep è </translation>
+    </message>
+    <message>
+        <source>N.Campioni </source>
+        <translation>N. campioni </translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::ReadOut</name>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Copia</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::SampleConversion</name>
+    <message>
+        <source>sample %1 of a sweep</source>
+        <translation>campione %1 di uno sweep</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::ScaleControl</name>
+    <message>
+        <source>&amp;Linear</source>
+        <translation>&amp;Lineare</translation>
+    </message>
+    <message>
+        <source>Volts</source>
+        <translation>Volt</translation>
+    </message>
+    <message>
+        <source>Logarithmic (&amp;1V)</source>
+        <translation>Logaritmica (&amp;1V)</translation>
+    </message>
+    <message>
+        <source>dB referred to 1 V, from 0 dB</source>
+        <translation>dB riferiti a 1 V, da 0 dB</translation>
+    </message>
+    <message>
+        <source>L&amp;ogarithmic (1V + 10dB)</source>
+        <translation>L&amp;ogaritmica (1V + 10dB)</translation>
+    </message>
+    <message>
+        <source>dB referred to 1 V, from +10 dB</source>
+        <translation>dB riferiti a 1 V, da +10 dB</translation>
+    </message>
+    <message>
+        <source>Lo&amp;garithmic (10V)</source>
+        <translation>Lo&amp;garitmica (10V)</translation>
+    </message>
+    <message>
+        <source>dB referred to 10 V, from 0 dB</source>
+        <translation>dB riferiti a 10 V, da 0 dB</translation>
+    </message>
+    <message>
+        <source>Log&amp;arithmic (10V +10dB)</source>
+        <translation>Log&amp;aritmica (10V + 10dB)</translation>
+    </message>
+    <message>
+        <source>dB referred to 10 V, from +10 dB</source>
+        <translation>dB riferiti a 10 V, da +10 dB</translation>
+    </message>
+    <message>
+        <source>Volt</source>
+        <translation>Volt</translation>
+    </message>
+    <message>
+        <source>dB</source>
+        <translation>dB</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::SerialDriver</name>
+    <message>
+        <source>The serial port is not open.</source>
+        <translation>La porta seriale non è aperta.</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::SerialLink</name>
+    <message>
+        <source>The port %1 cannot do these line settings.</source>
+        <translation>La porta %1 non accetta questi parametri di linea.</translation>
+    </message>
+    <message>
+        <source>The connection to %1 was lost.</source>
+        <translation>Il collegamento con %1 si è interrotto.</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::ServerProcess</name>
+    <message>
+        <source>no connection to it (%1)</source>
+        <translation>nessun collegamento (%1)</translation>
+    </message>
+    <message>
+        <source>%1 could not be started (%2)</source>
+        <translation>non è stato possibile avviare %1 (%2)</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::SetUpMenu</name>
+    <message>
+        <source>&amp;Configuration</source>
+        <translation>&amp;Configurazione</translation>
+    </message>
+    <message>
+        <source>Interface, chips, outputs and ports</source>
+        <translation>Interfaccia, chip, uscite e porte</translation>
+    </message>
+    <message>
+        <source>Calibrate &amp;generator</source>
+        <translation>Taratura &amp;generatore</translation>
+    </message>
+    <message>
+        <source>Trim the frequency against a meter</source>
+        <translation>Regola la frequenza con un frequenzimetro</translation>
+    </message>
+    <message>
+        <source>Calibrate &amp;detector</source>
+        <translation>Taratura &amp;rivelatore</translation>
+    </message>
+    <message>
+        <source>Trim the voltage against a known one</source>
+        <translation>Regola la tensione con una nota</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::SweepControls</name>
+    <message>
+        <source>Sweep speed</source>
+        <translation>Velocità di sweep</translation>
+    </message>
+    <message>
+        <source>Standard</source>
+        <translation>Normale</translation>
+    </message>
+    <message>
+        <source>Slow</source>
+        <translation>Lenta</translation>
+    </message>
+    <message>
+        <source>Very slow</source>
+        <translation>Molto lenta</translation>
+    </message>
+    <message>
+        <source>Fastest sweep</source>
+        <translation>Lo sweep più veloce</translation>
+    </message>
+    <message>
+        <source>More settling time at each frequency</source>
+        <translation>Più tempo di assestamento a ogni frequenza</translation>
+    </message>
+    <message>
+        <source>Longest settling time, for very sharp filters</source>
+        <translation>Assestamento più lungo, per filtri molto stretti</translation>
+    </message>
+    <message>
+        <source>Time of one sweep in milliseconds</source>
+        <translation>Durata di uno sweep in millisecondi</translation>
+    </message>
+    <message>
+        <source>Sweeps per second</source>
+        <translation>Sweep al secondo</translation>
+    </message>
+    <message>
+        <source>Sweep time - ms</source>
+        <translation>Tempo sweep - ms</translation>
+    </message>
+    <message>
+        <source>Sweep ON</source>
+        <translation>Avvia sweep</translation>
+    </message>
+    <message>
+        <source>Start sweeping (F5)</source>
+        <translation>Avvia lo sweep (F5)</translation>
+    </message>
+    <message>
+        <source>Sweep OFF</source>
+        <translation>Ferma sweep</translation>
+    </message>
+    <message>
+        <source>Stop the sweep (F5)</source>
+        <translation>Ferma lo sweep (F5)</translation>
+    </message>
+    <message>
+        <source>The minimum sweep range is </source>
+        <translation>L&apos;intervallo minimo di sweep è </translation>
+    </message>
+    <message>
+        <source>Stop sweep forzato</source>
+        <translation>Stop sweep forzato</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::SweepFiles</name>
+    <message>
+        <source>&amp;Export (.csv)</source>
+        <translation>&amp;Esporta (.csv)</translation>
+    </message>
+    <message>
+        <source>&amp;Import</source>
+        <translation>&amp;Importa</translation>
+    </message>
+    <message>
+        <source>Write the sweep into a file</source>
+        <translation>Scrive lo sweep in un file</translation>
+    </message>
+    <message>
+        <source>Show a sweep from a file</source>
+        <translation>Mostra uno sweep da un file</translation>
+    </message>
+    <message>
+        <source>Export: </source>
+        <translation>Esporta: </translation>
+    </message>
+    <message>
+        <source>Sweep files (*.csv)</source>
+        <translation>File di sweep (*.csv)</translation>
+    </message>
+    <message>
+        <source>Import: </source>
+        <translation>Importa: </translation>
+    </message>
+    <message>
+        <source>: it is not a file</source>
+        <translation>: non è un file</translation>
+    </message>
+    <message>
+        <source>This file was created with a different ADC step or offset.</source>
+        <translation>Questo file è stato creato con un altro passo o offset dell&apos;ADC.</translation>
+    </message>
+    <message>
+        <source>Press OK to adjust amplitude to the current configuration,</source>
+        <translation>OK adatta le ampiezze alla configurazione attuale,</translation>
+    </message>
+    <message>
+        <source>CANCEL to keep the original values.</source>
+        <translation>ANNULLA mantiene i valori originali.</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::SweepGraph</name>
+    <message>
+        <source>Click left: M1, right: M2, with Shift: M3 and M4. Markers can be dragged.
+Keyboard: arrow keys move, keys 1 to 4 put a marker.</source>
+        <translation>Clic sinistro: M1, destro: M2, con Maiusc: M3 e M4. I marcatori si possono trascinare.
+Tastiera: le frecce spostano, i tasti da 1 a 4 mettono un marcatore.</translation>
+    </message>
+    <message>
+        <source>Sweep graph</source>
+        <translation>Grafico dello sweep</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::SweepPictures</name>
+    <message>
+        <source>Save pict&amp;ure…</source>
+        <translation>Salva imma&amp;gine…</translation>
+    </message>
+    <message>
+        <source>Write the graph with its read-outs as PNG or SVG</source>
+        <translation>Scrive il grafico con le letture come PNG o SVG</translation>
+    </message>
+    <message>
+        <source>&amp;Copy picture</source>
+        <translation>&amp;Copia immagine</translation>
+    </message>
+    <message>
+        <source>Put the graph with its read-outs on the clipboard</source>
+        <translation>Mette il grafico con le letture negli appunti</translation>
+    </message>
+    <message>
+        <source>&amp;Print…</source>
+        <translation>Stam&amp;pa…</translation>
+    </message>
+    <message>
+        <source>Print the graph with its read-outs, or make a PDF file of it</source>
+        <translation>Stampa il grafico con le letture, o ne fa un file PDF</translation>
+    </message>
+    <message>
+        <source>PNG picture (*.png);;SVG drawing (*.svg)</source>
+        <translation>Immagine PNG (*.png);;Disegno SVG (*.svg)</translation>
+    </message>
+    <message>
+        <source>sweep</source>
+        <translation>sweep</translation>
+    </message>
+    <message>
+        <source>the printer does not take the page</source>
+        <translation>la stampante non accetta la pagina</translation>
+    </message>
+    <message>
+        <source>the page cannot be laid out</source>
+        <translation>la pagina non si può impaginare</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::SweepTable</name>
+    <message>
+        <source>Frequency</source>
+        <translation>Frequenza</translation>
+    </message>
+    <message>
+        <source>Volt</source>
+        <translation>Volt</translation>
+    </message>
+    <message>
+        <source>dB</source>
+        <translation>dB</translation>
+    </message>
+    <message>
+        <source>Sample</source>
+        <translation>Campione</translation>
+    </message>
+    <message>
+        <source>table row %1, column %2</source>
+        <translation>riga %1, colonna %2 della tabella</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::SweepTableView</name>
+    <message>
+        <source>The 400 samples of the last sweep</source>
+        <translation>I 400 campioni dell&apos;ultimo sweep</translation>
+    </message>
+    <message>
+        <source>Sweep table</source>
+        <translation>Tabella dello sweep</translation>
+    </message>
+    <message>
+        <source>Sample</source>
+        <translation>Campione</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::TestPanel</name>
+    <message>
+        <source>Test</source>
+        <translation>Test</translation>
+    </message>
+    <message>
+        <source>Log of the acquisition; the right button copies or saves it</source>
+        <translation>Log dell&apos;acquisizione; il tasto destro lo copia o lo salva</translation>
+    </message>
+    <message>
+        <source>Last received sample: number and count</source>
+        <translation>Ultimo campione ricevuto: numero e conteggio</translation>
+    </message>
+    <message>
+        <source>Transmission errors counted</source>
+        <translation>Errori di trasmissione contati</translation>
+    </message>
+    <message>
+        <source>RX</source>
+        <translation>RX</translation>
+    </message>
+    <message>
+        <source>Errors</source>
+        <translation>Errori</translation>
+    </message>
+    <message>
+        <source>DUT</source>
+        <translation>DUT</translation>
+    </message>
+    <message>
+        <source>What the MiniVNA measures; a click goes to the next mode</source>
+        <translation>Che cosa misura il MiniVNA; un clic passa al modo successivo</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Stop</translation>
+    </message>
+    <message>
+        <source>Bring the buttons back when the hardware never ends a sweep</source>
+        <translation>Riporta i pulsanti quando l&apos;hardware non finisce mai uno sweep</translation>
+    </message>
+    <message>
+        <source>F.dds</source>
+        <translation>F.dds</translation>
+    </message>
+    <message>
+        <source>Put the generator on the start frequency</source>
+        <translation>Porta il generatore sulla frequenza iniziale</translation>
+    </message>
+    <message>
+        <source>F.Start</source>
+        <translation>F.inizio</translation>
+    </message>
+    <message>
+        <source>Send the start frequency of the sweep</source>
+        <translation>Invia la frequenza iniziale dello sweep</translation>
+    </message>
+    <message>
+        <source>F.Step</source>
+        <translation>F.passo</translation>
+    </message>
+    <message>
+        <source>Send the step of the sweep; only the PIC takes it</source>
+        <translation>Invia il passo dello sweep; lo accetta solo il PIC</translation>
+    </message>
+    <message>
+        <source>Reset</source>
+        <translation>Reset</translation>
+    </message>
+    <message>
+        <source>Reset the generator and put it on 1 MHz</source>
+        <translation>Fa il reset del generatore e lo porta a 1 MHz</translation>
+    </message>
+    <message>
+        <source>Draw</source>
+        <translation>Traccia</translation>
+    </message>
+    <message>
+        <source>Draw a curve of random samples, without hardware</source>
+        <translation>Traccia una curva di campioni casuali, senza hardware</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>Pulisci</translation>
+    </message>
+    <message>
+        <source>Empty the receive box, the curve and the table</source>
+        <translation>Svuota la casella di ricezione, la curva e la tabella</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::ViewSwitch</name>
+    <message>
+        <source>&amp;Marker</source>
+        <translation>&amp;Marcatori</translation>
+    </message>
+    <message>
+        <source>&amp;Table</source>
+        <translation>&amp;Tabella</translation>
+    </message>
+    <message>
+        <source>Aux &amp;1</source>
+        <translation>Aux &amp;1</translation>
+    </message>
+    <message>
+        <source>Aux &amp;2</source>
+        <translation>Aux &amp;2</translation>
+    </message>
+    <message>
+        <source>Show the view &quot;%1&quot;</source>
+        <translation>Mostra la vista &quot;%1&quot;</translation>
+    </message>
+    <message>
+        <source>View %1</source>
+        <translation>Vista %1</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::VnaDriver</name>
+    <message>
+        <source>Start sweep</source>
+        <translation>Start sweep</translation>
+    </message>
+    <message>
+        <source>Angle</source>
+        <translation>Angolo</translation>
+    </message>
+    <message>
+        <source>RetLoss</source>
+        <translation>RetLoss</translation>
+    </message>
+    <message>
+        <source>DUT</source>
+        <translation>DUT</translation>
+    </message>
+    <message>
+        <source>Unknown measurement mode: %1</source>
+        <translation>Modo di misura sconosciuto: %1</translation>
+    </message>
+    <message>
+        <source>A sweep has 400 samples, not %1.</source>
+        <translation>Uno sweep ha 400 campioni, non %1.</translation>
+    </message>
+    <message>
+        <source>The MiniVNA is made for 0.1 to 180 MHz; the frequency is set as asked for.</source>
+        <translation>Il MiniVNA è fatto per 0,1...180 MHz; la frequenza è impostata come richiesto.</translation>
+    </message>
+    <message>
+        <source>The MiniVNA does not answer.</source>
+        <translation>Il MiniVNA non risponde.</translation>
+    </message>
+    <message>
+        <source>A sweep of the MiniVNA was damaged or incomplete.</source>
+        <translation>Uno sweep del MiniVNA è arrivato danneggiato o incompleto.</translation>
+    </message>
+    <message>
+        <source>The MiniVNA failed to deliver three sweeps in a row; the sweep ends.</source>
+        <translation>Il MiniVNA ha mancato tre sweep di fila; lo sweep finisce.</translation>
+    </message>
+</context>
+<context>
+    <name>main</name>
+    <message>
+        <source>The program is already running</source>
+        <translation>Il programma è già in esecuzione</translation>
+    </message>
+</context>
+</TS>
