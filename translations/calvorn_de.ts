@@ -2441,5 +2441,21 @@ Tastatur: Pfeiltasten bewegen, die Tasten 1 bis 4 setzen einen Marker.</translat
         <source>The program is already running</source>
         <translation>Das Programm läuft bereits</translation>
     </message>
+    <message>
+        <source>Measures filters, antennas and other devices over a range of frequencies.</source>
+        <translation>Misst Filter, Antennen und andere Objekte über einen Frequenzbereich.</translation>
+    </message>
+    <message>
+        <source>Folder of Calvorn.ini, in place of that of the program. One instance runs in it.</source>
+        <translation>Ordner von Calvorn.ini, anstelle des Programmordners. Darin läuft eine Instanz.</translation>
+    </message>
+    <message>
+        <source>folder</source>
+        <translation>Ordner</translation>
+    </message>
+    <message>
+        <source>The folder %1 does not exist</source>
+        <translation>Der Ordner %1 existiert nicht</translation>
+    </message>
 </context>
 </TS>

@@ -2441,5 +2441,21 @@ Tastiera: le frecce spostano, i tasti da 1 a 4 mettono un marcatore.</translatio
         <source>The program is already running</source>
         <translation>Il programma è già in esecuzione</translation>
     </message>
+    <message>
+        <source>Measures filters, antennas and other devices over a range of frequencies.</source>
+        <translation>Misura filtri, antenne e altri dispositivi su un campo di frequenze.</translation>
+    </message>
+    <message>
+        <source>Folder of Calvorn.ini, in place of that of the program. One instance runs in it.</source>
+        <translation>Cartella di Calvorn.ini, al posto di quella del programma. Vi gira una sola istanza.</translation>
+    </message>
+    <message>
+        <source>folder</source>
+        <translation>cartella</translation>
+    </message>
+    <message>
+        <source>The folder %1 does not exist</source>
+        <translation>La cartella %1 non esiste</translation>
+    </message>
 </context>
 </TS>
