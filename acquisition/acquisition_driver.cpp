@@ -9,10 +9,10 @@
 
 namespace calvorn {
 
-AcquisitionDriver::AcquisitionDriver(const DriverContext &context, const QString &path, QObject *parent)
+AcquisitionDriver::AcquisitionDriver(const DriverContext &context, QString path, QObject *parent)
     : QObject(parent)
     , m_context(context)
-    , m_path(path)
+    , m_path(std::move(path))
 {
     connect(&m_context.server, &ServerProcess::ended, this, &AcquisitionDriver::serverEnded);
 }

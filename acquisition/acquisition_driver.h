@@ -44,7 +44,7 @@ public:
     enum class Replanning { InPlace, StopAndRestart };
 
     // path: of the driver's object in the server, "/aLPT".
-    AcquisitionDriver(const DriverContext &context, const QString &path, QObject *parent);
+    AcquisitionDriver(const DriverContext &context, QString path, QObject *parent);
 
     virtual QString logPrefix() const = 0; // "P> ", "L> " or "V> "
     virtual QString caption() const = 0;   // of the main window

@@ -11,16 +11,17 @@
 #include <QSignalBlocker>
 
 #include <algorithm>
+#include <utility>
 
 namespace calvorn {
 
-AuxOutput::AuxOutput(std::int16_t number, std::int16_t &value, Configuration &configuration,
-                     const AuxHardware &hardware, ErrorBoundary &boundary, QWidget *parent)
+AuxOutput::AuxOutput(std::int16_t number, std::int16_t &value, Configuration &configuration, AuxHardware hardware,
+                     ErrorBoundary &boundary, QWidget *parent)
     : QGroupBox(parent)
     , m_number(number)
     , m_value(value)
     , m_configuration(configuration)
-    , m_hardware(hardware)
+    , m_hardware(std::move(hardware))
     , m_boundary(boundary)
     , m_total(new QLabel(QStringLiteral("0"), this))
     , m_disabledNote(new QLabel(tr("This output is not enabled in the configuration."), this))
@@ -205,7 +206,7 @@ void AuxOutput::showTotal()
     m_total->setText(NumberText::fromInteger(total));
 }
 
-void AuxOutput::sendValue()
+void AuxOutput::sendValue() const
 {
     const auto byte = static_cast<std::uint8_t>(m_value);
     m_hardware.setAux(m_inverse ? static_cast<std::uint8_t>(~byte) : byte, m_number);

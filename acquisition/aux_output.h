@@ -29,7 +29,7 @@ class AuxOutput : public QGroupBox
 
 public:
     // number: 1 or 2. value: the record's field of this output; bit i is box i.
-    AuxOutput(std::int16_t number, std::int16_t &value, Configuration &configuration, const AuxHardware &hardware,
+    AuxOutput(std::int16_t number, std::int16_t &value, Configuration &configuration, AuxHardware hardware,
               ErrorBoundary &boundary, QWidget *parent = nullptr);
 
     // Reads captions, weights and ranges from the section "Aux1" or "Aux2" and shows what is enabled.
@@ -54,7 +54,7 @@ private:
     void setUpStep(int index);
     void mouseDown(int index);
     void showTotal();
-    void sendValue();
+    void sendValue() const;
     void VScrollPot2_Change();
     QString readOwn(const char *key) const;
     double readOwnNumber(const char *key) const;

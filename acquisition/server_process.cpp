@@ -7,6 +7,8 @@
 #include <QDeadlineTimer>
 #include <QFileInfo>
 
+#include <utility>
+
 namespace calvorn {
 
 namespace {
@@ -16,9 +18,9 @@ constexpr int kEndTimeoutMs = 1000;
 
 } // namespace
 
-ServerProcess::ServerProcess(const QString &program, const QString &settingsFile, QObject *parent)
+ServerProcess::ServerProcess(QString program, const QString &settingsFile, QObject *parent)
     : QObject(parent)
-    , m_program(program)
+    , m_program(std::move(program))
     , m_arguments(settingsFile.isEmpty() ? QStringList() : QStringList(settingsFile))
 {
     m_process.setParent(this);

@@ -18,7 +18,7 @@ class ServerProcess : public QObject
 public:
     // program: full path of the server's executable. settingsFile: where the server reads what concerns it; without
     // one, beside its own file.
-    explicit ServerProcess(const QString &program, const QString &settingsFile = {}, QObject *parent = nullptr);
+    explicit ServerProcess(QString program, const QString &settingsFile = {}, QObject *parent = nullptr);
     ~ServerProcess() override;
 
     // Starts the process without waiting for it, so that its start-up overlaps with the caller's own.

@@ -8,6 +8,7 @@
 #include <QKeyEvent>
 
 #include <array>
+#include <utility>
 
 namespace calvorn {
 
@@ -41,9 +42,9 @@ QString pageOf(const QWidget *window)
 
 } // namespace
 
-HelpDesk::HelpDesk(const QString &helpFile, Messages &messages, ErrorBoundary &boundary, QWidget *window)
+HelpDesk::HelpDesk(QString helpFile, Messages &messages, ErrorBoundary &boundary, QWidget *window)
     : QObject(window)
-    , m_helpFile(helpFile)
+    , m_helpFile(std::move(helpFile))
     , m_messages(messages)
     , m_boundary(boundary)
     , m_window(window)

@@ -18,7 +18,7 @@ class HelpDesk : public QObject
 
 public:
     // helpFile: the compiled help; told to be missing when it is asked for.
-    HelpDesk(const QString &helpFile, Messages &messages, ErrorBoundary &boundary, QWidget *window);
+    HelpDesk(QString helpFile, Messages &messages, ErrorBoundary &boundary, QWidget *window);
     ~HelpDesk() override;
 
     // mnuHelpContent, mnuHelpWindow.

@@ -21,8 +21,8 @@ namespace calvorn {
 
 namespace {
 
-constexpr char kRoot[] = "qthelp://calvorn/help/";
-constexpr char kFirstPage[] = "index.html";
+constexpr const char *kRoot = "qthelp://calvorn/help/";
+constexpr const char *kFirstPage = "index.html";
 constexpr QSize kStartSize(940, 620);
 constexpr QSize kFrame(8, 40); // what a window manager adds
 

@@ -45,7 +45,7 @@ double dbToVolts(const Configuration &configuration, double value)
 
 QString readSetting(const QString &section, const QString &key, const QString &path, const QString &fallback)
 {
-    const QString value = readProfileString(path, section, key);
+    QString value = readProfileString(path, section, key);
     if (!value.isEmpty())
         return value;
     writeSetting(section, key, fallback, path);

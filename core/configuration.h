@@ -8,8 +8,8 @@
 namespace calvorn {
 
 // Every message box and the main window carry this title.
-inline constexpr char kApplicationTitle[] = "Brenik - Calvorn  v2.0";
-inline constexpr char kSettingsFileName[] = "Calvorn.ini";
+inline constexpr const char *kApplicationTitle = "Brenik - Calvorn  v2.0";
+inline constexpr const char *kSettingsFileName = "Calvorn.ini";
 
 inline constexpr int kSweepPoints = 400;
 inline constexpr std::int32_t kMinSweepRange = 400; // Hz

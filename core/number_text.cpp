@@ -70,7 +70,7 @@ std::optional<std::uint64_t> hexLiteral(QStringView text)
 // The digits of a number before they are grouped: rounded, without sign.
 struct Digits
 {
-    std::array<char, 352> text; // the longest double in fixed notation, with decimals
+    std::array<char, 352> text{}; // the longest double in fixed notation, with decimals
     int length = 0;
     bool negative = false;
 };
@@ -151,7 +151,7 @@ QString NumberText::withDecimal(const char *first, const char *last) const
 
 QString NumberText::fromDouble(double value) const
 {
-    std::array<char, 32> buffer;
+    std::array<char, 32> buffer{};
     const double unsignedZero = value == 0.0 ? 0.0 : value;
     const auto written =
         std::to_chars(buffer.data(), buffer.data() + buffer.size(), unsignedZero, std::chars_format::general, 15);
@@ -160,7 +160,7 @@ QString NumberText::fromDouble(double value) const
 
 QString NumberText::fromSingle(float value) const
 {
-    std::array<char, 32> buffer;
+    std::array<char, 32> buffer{};
     const float unsignedZero = value == 0.0F ? 0.0F : value;
     const auto written =
         std::to_chars(buffer.data(), buffer.data() + buffer.size(), unsignedZero, std::chars_format::general, 7);
@@ -176,7 +176,7 @@ QString NumberText::fromInteger(std::int64_t value)
 
 void NumberText::assignInteger(QString &target, std::int64_t value)
 {
-    std::array<char, 24> buffer;
+    std::array<char, 24> buffer{};
     const auto written = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
     const auto length = written.ptr - buffer.data();
     target.resize(length);

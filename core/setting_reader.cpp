@@ -7,10 +7,12 @@
 
 #include <QCoreApplication>
 
+#include <utility>
+
 namespace calvorn {
 
-SettingReader::SettingReader(const QString &path, Defaults defaults)
-    : m_path(path)
+SettingReader::SettingReader(QString path, Defaults defaults)
+    : m_path(std::move(path))
     , m_defaults(defaults)
 {
 }

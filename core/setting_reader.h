@@ -20,7 +20,7 @@ public:
     // What happens to a default that was used because there was nothing: it is written into the file at once, or not.
     enum class Defaults { WriteBack, KeepOut };
 
-    SettingReader(const QString &path, Defaults defaults);
+    SettingReader(QString path, Defaults defaults);
 
     QString text(const char *section, const char *key, const QString &fallback);
     QString text(const char *section, const char *key, const char *fallback)

@@ -13,11 +13,11 @@ namespace calvorn {
 
 namespace {
 
-constexpr char kConfig[] = "Config";
-constexpr char kDebug[] = "Debug";
-constexpr char kParallelPort[] = "Parallel Port";
-constexpr char kSerialPort[] = "Serial Port";
-constexpr char kCalvorn[] = "Calvorn";
+constexpr const char *kConfig = "Config";
+constexpr const char *kDebug = "Debug";
+constexpr const char *kParallelPort = "Parallel Port";
+constexpr const char *kSerialPort = "Serial Port";
+constexpr const char *kCalvorn = "Calvorn";
 
 // A name passes when it stands anywhere inside the list of names; so does an empty one.
 bool isKnownDdsDevice(const QString &name)
@@ -116,7 +116,7 @@ void SettingsLoader::clampFrequencies()
 void SettingsLoader::loadMarkers()
 {
     const auto real = [](const QString &text) {
-        const QString normalised = normaliseDecimal(text);
+        QString normalised = normaliseDecimal(text);
         NumberText().toDouble(normalised);
         return normalised;
     };

@@ -17,7 +17,7 @@ namespace {
 
 void appendNumber(QByteArray &csv, double value)
 {
-    std::array<char, 32> buffer;
+    std::array<char, 32> buffer{};
     const auto written = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value == 0.0 ? 0.0 : value,
                                        std::chars_format::general, 15);
     csv.append(buffer.data(), written.ptr - buffer.data());

@@ -45,7 +45,7 @@ const QString &SweepTable::text(int row, int column) const
 {
     if (row < 0 || row > kSweepPoints || column < 0 || column >= kTableColumns)
         throw RuntimeError(RuntimeError::Kind::SubscriptOutOfRange, tr("table row %1, column %2").arg(row).arg(column));
-    return m_cells[static_cast<std::size_t>(row * kTableColumns + column)];
+    return m_cells[static_cast<std::size_t>(row) * kTableColumns + static_cast<std::size_t>(column)];
 }
 
 QString &SweepTable::cell(int row, int column)

@@ -7,6 +7,7 @@
 #include <QString>
 
 #include <array>
+#include <cstddef>
 
 namespace calvorn {
 
@@ -53,7 +54,7 @@ private:
     void clearSamples();
 
     const Configuration &m_configuration;
-    std::array<QString, (kSweepPoints + 1) * kTableColumns> m_cells;
+    std::array<QString, std::size_t{kSweepPoints + 1} * kTableColumns> m_cells;
     std::array<QString, kTableColumns> m_toldHeader; // as the views know it
 };
 

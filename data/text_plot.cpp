@@ -42,9 +42,9 @@ Band bandOf(const std::vector<double> &values, int column)
 
 QString frequencyLine(const SweepTable &table)
 {
-    const QString start = table.text(1, SweepTable::FrequencyColumn);
-    const QString centre = table.text(kSweepPoints / 2, SweepTable::FrequencyColumn);
-    const QString stop = table.text(kSweepPoints, SweepTable::FrequencyColumn);
+    const QString &start = table.text(1, SweepTable::FrequencyColumn);
+    const QString &centre = table.text(kSweepPoints / 2, SweepTable::FrequencyColumn);
+    const QString &stop = table.text(kSweepPoints, SweepTable::FrequencyColumn);
     QString line(kTextPlotColumns, u' ');
     const auto put = [&line](qsizetype from, const QString &text) {
         line.replace(std::clamp(from, qsizetype{0}, line.size() - text.size()), text.size(), text);

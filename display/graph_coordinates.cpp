@@ -24,7 +24,7 @@ GraphCoordinates::GraphCoordinates(const Configuration &configuration)
     : m_linear(isLinearScale(configuration.scaleType))
 {
     if (m_linear) {
-        const double volts = static_cast<double>(configuration.maxScaleVolt);
+        const auto volts = static_cast<double>(configuration.maxScaleVolt);
         m_fullScaleVolt = std::isfinite(volts) && volts > 0.0 ? volts : 1.0;
         // 0.2 % below full scale, so that a curve at full scale stays inside the frame.
         m_top = m_fullScaleVolt * 998.0;

@@ -5,8 +5,8 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
-#include <iterator>
 #include <optional>
 
 namespace calvorn {
@@ -27,10 +27,14 @@ struct InkPair
     QRgb paper;
 };
 
-constexpr InkPair kInks[] = {{kGraphBackground, 0xFFFFFFFF}, {kMinorGridColour, 0xFFDDE6DD},
-                             {kMajorGridColour, 0xFFA3B8A3}, {kCentreColour, 0xFFE08080},
-                             {kCurveColour, 0xFF0B3D91},     {kFrequencyMarkerColour, 0xFF00796B},
-                             {kCursorColour, 0xFF000000},    {kAmplitudeMarkerColour, 0xFFAD1457}};
+constexpr auto kInks = std::to_array<InkPair>({{kGraphBackground, 0xFFFFFFFF},
+                                               {kMinorGridColour, 0xFFDDE6DD},
+                                               {kMajorGridColour, 0xFFA3B8A3},
+                                               {kCentreColour, 0xFFE08080},
+                                               {kCurveColour, 0xFF0B3D91},
+                                               {kFrequencyMarkerColour, 0xFF00796B},
+                                               {kCursorColour, 0xFF000000},
+                                               {kAmplitudeMarkerColour, 0xFFAD1457}});
 
 // The part of a segment between two heights; none when it lies wholly above or below them.
 std::optional<QLineF> insideHeights(QPointF from, QPointF to, double top, double bottom)
@@ -56,9 +60,9 @@ QColor inked(QRgb screenColour, GraphInk ink)
 {
     if (ink == GraphInk::Screen)
         return QColor::fromRgb(screenColour);
-    const auto *known = std::ranges::find(kInks, screenColour, &InkPair::screen);
+    const auto known = std::ranges::find(kInks, screenColour, &InkPair::screen);
     // A light colour without a pair of its own has to be seen on white.
-    return known != std::end(kInks) ? QColor::fromRgb(known->paper) : QColor::fromRgb(screenColour).darker(250);
+    return known != kInks.end() ? QColor::fromRgb(known->paper) : QColor::fromRgb(screenColour).darker(250);
 }
 
 GraphPainter::GraphPainter(const GraphCoordinates &coordinates, const Surface &surface, GraphInk ink)

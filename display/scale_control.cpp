@@ -6,6 +6,8 @@
 
 #include <QActionGroup>
 
+#include <array>
+
 namespace calvorn {
 
 namespace {
@@ -18,7 +20,7 @@ struct LogarithmicScale
 };
 
 // The scale of 10 V + 10 dB takes volts over with the reference of 1 V.
-constexpr LogarithmicScale kLogarithmicScales[] = {{1, 1}, {1, 2}, {3, 3}, {3, 1}};
+constexpr auto kLogarithmicScales = std::to_array<LogarithmicScale>({{1, 1}, {1, 2}, {3, 3}, {3, 1}});
 
 } // namespace
 
@@ -100,7 +102,7 @@ void ScaleControl::mnuScalaLineare_Click()
 
 void ScaleControl::changeToLogarithmic(std::int16_t mode)
 {
-    const LogarithmicScale &target = kLogarithmicScales[mode - 1];
+    const LogarithmicScale &target = kLogarithmicScales[static_cast<std::size_t>(mode - 1)];
     const std::int16_t old = m_configuration.scaleType;
     double m3 = m_markers.amplitude(QStringLiteral("M3"));
     double m4 = m_markers.amplitude(QStringLiteral("M4"));

@@ -15,6 +15,8 @@
 #include <QSvgGenerator>
 
 #include <algorithm>
+#include <array>
+#include <utility>
 
 namespace calvorn {
 
@@ -43,10 +45,10 @@ void setFont(QPainter &painter, int pixels, bool bold = false)
 
 } // namespace
 
-SweepPicture::SweepPicture(const Configuration &configuration, const SweepGraph &graph, const PictureTexts &texts)
+SweepPicture::SweepPicture(const Configuration &configuration, const SweepGraph &graph, PictureTexts texts)
     : m_configuration(configuration)
     , m_graph(graph)
-    , m_texts(texts)
+    , m_texts(std::move(texts))
 {
 }
 
@@ -127,12 +129,12 @@ void SweepPicture::paintMarkers(QPainter &painter, GraphInk ink) const
         QString amplitude;
     };
     const MarkerTexts &m = m_texts.markers;
-    const Entry left[] = {{kFrequencyMarkerColour, tr("M1"), m.m1x, m.m1y},
-                          {kFrequencyMarkerColour, tr("M2"), m.m2x, m.m2y},
-                          {kFrequencyMarkerColour, tr("M2 - M1"), m.m2m1, QString()}};
-    const Entry right[] = {{kAmplitudeMarkerColour, tr("M3"), QString(), m.m3y},
-                           {kAmplitudeMarkerColour, tr("M4"), QString(), m.m4y},
-                           {kAmplitudeMarkerColour, tr("M4 - M3"), QString(), m.m4m3}};
+    const auto left = std::to_array<Entry>({{kFrequencyMarkerColour, tr("M1"), m.m1x, m.m1y},
+                                            {kFrequencyMarkerColour, tr("M2"), m.m2x, m.m2y},
+                                            {kFrequencyMarkerColour, tr("M2 - M1"), m.m2m1, QString()}});
+    const auto right = std::to_array<Entry>({{kAmplitudeMarkerColour, tr("M3"), QString(), m.m3y},
+                                             {kAmplitudeMarkerColour, tr("M4"), QString(), m.m4y},
+                                             {kAmplitudeMarkerColour, tr("M4 - M3"), QString(), m.m4m3}});
     const auto paintRow = [&](const Entry &entry, double x, int row) {
         const double y = kPlot.bottom() + 62 + row * kLineHeight;
         painter.setPen(inked(entry.colour, ink));
@@ -146,9 +148,9 @@ void SweepPicture::paintMarkers(QPainter &painter, GraphInk ink) const
             painter.drawText(QRectF(x + offset, y, 150, kLineHeight), Qt::AlignRight | Qt::AlignVCenter,
                              entry.amplitude + u' ' + unit());
     };
-    for (int row = 0; row < 3; ++row) {
-        paintRow(left[row], kPlot.left(), row);
-        paintRow(right[row], kPlot.center().x() + 60, row);
+    for (std::size_t row = 0; row < left.size(); ++row) {
+        paintRow(left[row], kPlot.left(), static_cast<int>(row));
+        paintRow(right[row], kPlot.center().x() + 60, static_cast<int>(row));
     }
 }
 

@@ -36,7 +36,7 @@ public:
     static constexpr int kWidth = 1200; // the picture's own units: pixels of an image, scaled on a page
     static constexpr int kHeight = 800;
 
-    SweepPicture(const Configuration &configuration, const SweepGraph &graph, const PictureTexts &texts);
+    SweepPicture(const Configuration &configuration, const SweepGraph &graph, PictureTexts texts);
 
     void paint(QPainter &painter, GraphInk ink) const;
 

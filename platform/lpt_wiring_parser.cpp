@@ -20,12 +20,21 @@ struct Key
     bool maySitOnBus;
 };
 
-constexpr Key kKeys[kLptLineCount] = {
-    {"DdsClock", false, false},   {"DdsUpdate", false, false}, {"DdsData", false, true},  {"DdsReset", false, false},
-    {"AdcClock", false, true},    {"AdcSelect", false, false}, {"I2cClock", true, false}, {"I2cData", true, false},
-    {"AuxData", true, true},      {"AuxClock", true, true},    {"AuxLatch", true, false}, {"AdcOut", false, false},
+constexpr std::array<Key, kLptLineCount> kKeys{{
+    {"DdsClock", false, false},
+    {"DdsUpdate", false, false},
+    {"DdsData", false, true},
+    {"DdsReset", false, false},
+    {"AdcClock", false, true},
+    {"AdcSelect", false, false},
+    {"I2cClock", true, false},
+    {"I2cData", true, false},
+    {"AuxData", true, true},
+    {"AuxClock", true, true},
+    {"AuxLatch", true, false},
+    {"AdcOut", false, false},
     {"I2cDataBack", true, false},
-};
+}};
 
 struct WiringTexts
 {

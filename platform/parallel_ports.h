@@ -21,7 +21,7 @@ struct ParportEntry
 };
 
 // "parportN" is the name of port N in both places.
-inline constexpr char kParportPrefix[] = "parport";
+inline constexpr const char *kParportPrefix = "parport";
 
 // By number. Empty when no driver is loaded or none has found a port.
 QVector<ParportEntry> listParports(const ParportPlaces &places);

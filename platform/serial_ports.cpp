@@ -20,14 +20,14 @@ constexpr std::array kKinds = {"/dev/ttyS", "/dev/ttyUSB", "/dev/ttyACM"};
 QString serialDeviceOf(int number, const QString &settingsPath)
 {
     if (number == kSimulatedComPort)
-        return QString();
-    const QString named =
+        return {};
+    QString named =
         readProfileString(settingsPath, QStringLiteral("Ports"), QStringLiteral("COM%1").arg(number)).trimmed();
     if (!named.isEmpty())
         return named;
     const int index = number - 1;
     if (index < 0 || index >= kPortsOfAKind * static_cast<int>(kKinds.size()))
-        return QString();
+        return {};
     const char *kind = kKinds.at(static_cast<std::size_t>(index / kPortsOfAKind));
     return QString::fromLatin1(kind) + QString::number(index % kPortsOfAKind);
 }

@@ -91,11 +91,11 @@ QColor LptPinDrawing::colourOf(const PinUse &use) const
 {
     switch (use.kind) {
     case PinUse::Kind::Output:
-        return QColor(0x2e, 0x7d, 0x32);
+        return {0x2e, 0x7d, 0x32};
     case PinUse::Kind::Input:
-        return QColor(0x15, 0x65, 0xc0);
+        return {0x15, 0x65, 0xc0};
     case PinUse::Kind::Ground:
-        return QColor(0x40, 0x40, 0x40);
+        return {0x40, 0x40, 0x40};
     case PinUse::Kind::Unused:
         break;
     }

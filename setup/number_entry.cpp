@@ -6,11 +6,11 @@
 
 namespace calvorn {
 
-NumberEntry::NumberEntry(EntryBox *box, Kind kind, const Binding &binding, Messages &messages, ErrorBoundary &boundary)
+NumberEntry::NumberEntry(EntryBox *box, Kind kind, Binding binding, Messages &messages, ErrorBoundary &boundary)
     : QObject(box)
     , m_box(box)
     , m_kind(kind)
-    , m_binding(binding)
+    , m_binding(std::move(binding))
     , m_messages(messages)
     , m_enterName(box->objectName().toLatin1() + "_GotFocus")
     , m_leaveName(box->objectName().toLatin1() + "_LostFocus")

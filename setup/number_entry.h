@@ -30,7 +30,7 @@ public:
     };
 
     // Belongs to the box.
-    NumberEntry(EntryBox *box, Kind kind, const Binding &binding, Messages &messages, ErrorBoundary &boundary);
+    NumberEntry(EntryBox *box, Kind kind, Binding binding, Messages &messages, ErrorBoundary &boundary);
 
     EntryBox *box() const { return m_box; }
     void show() const { m_box->setText(m_binding.shown()); }

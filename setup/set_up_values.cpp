@@ -10,7 +10,7 @@ namespace calvorn {
 
 namespace {
 
-constexpr char kConfig[] = "Config";
+constexpr const char *kConfig = "Config";
 constexpr std::array kAuxSections = {"Aux1", "Aux2"};
 
 QByteArray sectionOf(std::int16_t interfaceType)

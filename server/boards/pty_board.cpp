@@ -89,7 +89,7 @@ void PtyBoard::closeTerminal()
 void PtyBoard::run()
 {
     while (!m_quit && !m_unplugged) {
-        const short wanted = static_cast<short>(POLLIN | (m_pending.empty() ? 0 : POLLOUT));
+        const auto wanted = static_cast<short>(POLLIN | (m_pending.empty() ? 0 : POLLOUT));
         std::array<pollfd, 2> descriptors{{{m_master, wanted, 0}, {m_wake, POLLIN, 0}}};
         const int ready = poll(descriptors.data(), descriptors.size(), sleepTime());
         if (ready < 0 && errno != EINTR)

@@ -139,7 +139,7 @@ void SimulatedParallelPort::access()
 void SimulatedParallelPort::drive()
 {
     const Levels before = std::exchange(m_levels, levelsOf(m_data, m_control));
-    const unsigned changed = static_cast<unsigned>(before ^ m_levels);
+    const auto changed = static_cast<unsigned>(before ^ m_levels);
     if (changed & kDdsLines)
         driveDds();
     if (changed & kAdcLines)

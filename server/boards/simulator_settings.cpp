@@ -3,6 +3,8 @@
 
 #include "platform/profile_file.h"
 
+#include <array>
+
 namespace calvorn {
 
 namespace {
@@ -22,11 +24,17 @@ SimulatorFault simulatorFaultFromName(const QString &name)
         const char *name;
         SimulatorFault fault;
     };
-    static constexpr Named kFaults[] = {
-        {"drop", SimulatorFault::Drop},     {"corrupt", SimulatorFault::Corrupt}, {"add", SimulatorFault::Add},
-        {"refuse", SimulatorFault::Refuse}, {"silence", SimulatorFault::Silence}, {"half", SimulatorFault::Half},
-        {"unplug", SimulatorFault::Unplug}, {"chatter", SimulatorFault::Chatter}, {"garbage", SimulatorFault::Garbage},
-    };
+    static constexpr auto kFaults = std::to_array<Named>({
+        {"drop", SimulatorFault::Drop},
+        {"corrupt", SimulatorFault::Corrupt},
+        {"add", SimulatorFault::Add},
+        {"refuse", SimulatorFault::Refuse},
+        {"silence", SimulatorFault::Silence},
+        {"half", SimulatorFault::Half},
+        {"unplug", SimulatorFault::Unplug},
+        {"chatter", SimulatorFault::Chatter},
+        {"garbage", SimulatorFault::Garbage},
+    });
     const QString wanted = name.trimmed().toLower();
     for (const Named &known : kFaults) {
         if (wanted == QLatin1String(known.name))

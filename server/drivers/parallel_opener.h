@@ -6,6 +6,7 @@
 #include <QString>
 
 #include <atomic>
+#include <utility>
 
 namespace calvorn {
 
@@ -15,8 +16,8 @@ inline constexpr int kSimulatedLptAddress = 0;
 class ParallelOpener
 {
 public:
-    explicit ParallelOpener(const QString &settingsPath)
-        : m_settingsPath(settingsPath)
+    explicit ParallelOpener(QString settingsPath)
+        : m_settingsPath(std::move(settingsPath))
     {
     }
 

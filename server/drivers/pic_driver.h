@@ -43,7 +43,7 @@ public slots:
     bool PrepareSweep(int start, int step);
 
     // "A", "B", "D" with hertz, "*" without. False like PrepareSweep.
-    bool SendFrequency(const QString &command, int frequency);
+    bool SendFrequency(const QString &letter, int frequency);
 
 private:
     enum class Answer { Accepted, Refused, Missing };

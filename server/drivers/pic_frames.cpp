@@ -75,7 +75,7 @@ std::optional<PicDecoder::Sweep> PicDecoder::next()
         if (!alignToSync() || m_bytes.size() < kPicFrameBytes + kSyncBytes)
             return m_skipped > before ? skip(0) : std::nullopt;
         if (!isWhole() || !isFollowed()) {
-            if (const auto damaged = skip(1))
+            if (auto damaged = skip(1))
                 return damaged;
             continue;
         }
@@ -132,7 +132,7 @@ std::optional<PicDecoder::Sweep> PicDecoder::skip(qsizetype bytes)
 {
     m_bytes.remove(0, bytes);
     m_skipped += bytes;
-    if (m_told > 0 && m_skipped <= m_told * kPicFrameBytes)
+    if (m_told > 0 && m_skipped <= qsizetype{m_told} * kPicFrameBytes)
         return std::nullopt;
     ++m_told;
     return Sweep{};

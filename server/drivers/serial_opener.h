@@ -9,6 +9,7 @@
 
 #include <atomic>
 #include <memory>
+#include <utility>
 
 namespace calvorn {
 
@@ -23,8 +24,8 @@ class SerialBoard;
 class SerialOpener
 {
 public:
-    explicit SerialOpener(const QString &settingsPath)
-        : m_settingsPath(settingsPath)
+    explicit SerialOpener(QString settingsPath)
+        : m_settingsPath(std::move(settingsPath))
     {
     }
 

@@ -66,19 +66,19 @@ signals:
 private:
     struct Measured
     {
-        quint64 run;
-        quint64 plan;
+        quint64 run = 0;
+        quint64 plan = 0;
         QList<int> vector;
     };
     struct Failed
     {
-        quint64 run;
-        ErrorCode code;
+        quint64 run = 0;
+        ErrorCode code = ErrorCode::Board;
         QString sentence;
     };
     struct Ended
     {
-        quint64 run;
+        quint64 run = 0;
     };
     using News = std::variant<Measured, Failed, Ended>;
 

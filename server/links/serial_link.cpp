@@ -9,6 +9,7 @@
 #include <stdexcept>
 #include <sys/ioctl.h>
 #include <unistd.h>
+#include <utility>
 
 namespace calvorn {
 
@@ -79,9 +80,9 @@ std::string serialOpeningFailure(const QString &device, QSerialPort::SerialPortE
     return sentence().arg(device).toStdString();
 }
 
-SerialLink::SerialLink(const QString &device, const LineSettings &settings, QObject *parent)
+SerialLink::SerialLink(QString device, const LineSettings &settings, QObject *parent)
     : ByteLink(parent)
-    , m_device(device)
+    , m_device(std::move(device))
 {
     open(settings);
     connect(&m_port, &QSerialPort::readyRead, this, &ByteLink::bytesArrived);

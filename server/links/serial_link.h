@@ -24,7 +24,7 @@ class SerialLink final : public ByteLink
 public:
     // Opens the device file. Throws std::runtime_error with one sentence for the user: there is no such device, no
     // permission, in use by another program, not a serial port, or a parameter that the device cannot do.
-    SerialLink(const QString &device, const LineSettings &settings, QObject *parent = nullptr);
+    SerialLink(QString device, const LineSettings &settings, QObject *parent = nullptr);
     ~SerialLink() override;
 
     bool isOpen() const override { return m_port.isOpen(); }

@@ -26,7 +26,7 @@ WakeUp::~WakeUp()
     close(m_event);
 }
 
-void WakeUp::knock()
+void WakeUp::knock() const
 {
     const std::uint64_t one = 1;
     // It can only fail when 2^64 - 2 knocks wait, and then the owner will look anyway.

@@ -16,7 +16,7 @@ public:
     ~WakeUp() override;
 
     // Any thread.
-    void knock();
+    void knock() const;
 
 signals:
     void knocked(); // in the owner's thread

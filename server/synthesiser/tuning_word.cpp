@@ -12,7 +12,7 @@ namespace calvorn {
 namespace {
 
 // 2^32 times a frequency in microhertz needs up to 96 bits.
-__extension__ typedef unsigned __int128 Wide;
+__extension__ using Wide = unsigned __int128;
 
 constexpr std::int64_t kMicro = 1'000'000;
 constexpr std::int64_t kHighestHz = 2'000'000'000'000;
