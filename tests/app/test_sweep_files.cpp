@@ -140,12 +140,20 @@ void TestSweepFiles::decibelsComeBackWithTheQuestion()
     QLocale::setDefault(locale);
     Bench bench;
     bench.trigger("mnuScalaLogaritmica1");
-    const double db = NumberText().toDouble(bench.table()->text(7, 1));
+    const NumberText numbers;
+    QList<double> decibels;
+    for (int row = 1; row <= kSweepPoints; ++row)
+        decibels.append(numbers.toDouble(bench.table()->text(row, 1)));
     bench.trigger("mnuSaveCSV");
+    const QList<QByteArray> lines = bench.file().split('\n');
+    QVERIFY(lines[0].contains("\"milliVolt\""));
     bench.desktop.answers.enqueue(kBoxCancel);
     bench.trigger("mnuOpenCSV");
     QCOMPARE(bench.desktop.boxes.size(), 1);
-    QCOMPARE(bench.table()->text(7, 1), NumberText().masked(db, kMaskVolt));
+    for (int row = 1; row <= kSweepPoints; ++row) {
+        QCOMPARE(lines[row].trimmed().split(',').last().toDouble(), decibels[row - 1] * 1000.0);
+        QCOMPARE(bench.table()->text(row, 1), numbers.masked(decibels[row - 1], kMaskVolt));
+    }
     QCOMPARE(bench.table()->text(0, 1), QStringLiteral("dB"));
 }
 
@@ -157,6 +165,8 @@ void TestSweepFiles::aDifferentCalibrationIsAskedAbout()
     bench.trigger("mnuSaveCSV");
     const QStringList before = bench.cells();
     bench.configuration.adcOffset = 0.5F;
+    bench.deliver(2);
+    QVERIFY(bench.cells() != before);
     bench.desktop.answers.enqueue(kBoxCancel);
     bench.trigger("mnuOpenCSV");
     QCOMPARE(bench.cells(), before);
