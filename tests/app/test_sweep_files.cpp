@@ -190,6 +190,7 @@ void TestSweepFiles::theWindowMovesToTheImportedSweep()
     QFETCH(QLocale, locale);
     QLocale::setDefault(locale);
     Bench bench;
+    bench.type("txtM2X", QStringLiteral("3000000"));
     bench.writeFile(wholeFile(rowsFromTo(1, 400)));
     bench.trigger("mnuOpenCSV");
     QCOMPARE(bench.configuration.startFreq, 2001000);
@@ -200,7 +201,12 @@ void TestSweepFiles::theWindowMovesToTheImportedSweep()
     QCOMPARE(bench.label("lblStart"), inLocale(locale, QStringLiteral("2,001,000")));
     QCOMPARE(bench.label("lblCentro"), inLocale(locale, QStringLiteral("2,200,500")));
     QCOMPARE(bench.label("lblStop"), inLocale(locale, QStringLiteral("2,400,000")));
+    // The markers stay in their rows, and say what stands there now.
+    QCOMPARE(bench.text("txtM1X"), inLocale(locale, QStringLiteral("2,001,000")));
     QCOMPARE(bench.text("txtM1Y"), bench.table()->text(1, 1));
+    QCOMPARE(bench.text("txtM2X"), inLocale(locale, QStringLiteral("2,201,000")));
+    QCOMPARE(bench.text("txtM2Y"), bench.table()->text(201, 1));
+    QCOMPARE(bench.text("txtM2M1"), inLocale(locale, QStringLiteral("200,000")));
     QCOMPARE(bench.find<SweepGraph>("picSweep")->curve().last(), QPointF(400, 976));
     // The imported sweep stays, though its plan is another one than that of the last sweep.
     QTest::qWait(700);
