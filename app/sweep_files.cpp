@@ -131,6 +131,8 @@ void SweepFiles::moveToImportedSweep()
                           numbers.masked(c.stopFreq, kMaskHertz));
     m_rooms.markers.aggiornaAmpiezzaX();
     m_rooms.graph.drawLine();
+    // Last, since the distance of two absurd frequencies is an error.
+    m_rooms.markers.aggiornaLblMarkerX();
 }
 
 } // namespace calvorn

@@ -54,6 +54,15 @@ struct Bench
             lines.append(list->item(i)->text());
         return lines;
     }
+    // The range is planned again a moment after it was changed.
+    void changeStartWhileSweeping()
+    {
+        controls.cmdStart_Click();
+        control.takeCalls();
+        configuration.startFreq = 1500000;
+        controls.findChild<QTimer *>(QStringLiteral("timerUpdateSweep"))->setInterval(0);
+        controls.restartTimerUpdateSweep();
+    }
     QString errorCount() { return testPanel.findChild<QLineEdit *>(QStringLiteral("txtErrori"))->text(); }
 };
 
@@ -135,17 +144,52 @@ private slots:
 
     void aSerialSweepIsRestartedForANewRange()
     {
-        Bench<PicDriver> bench;
-        bench.controls.cmdStart_Click();
-        bench.control.takeCalls();
-        bench.configuration.startFreq = 1500000;
-        bench.controls.findChild<QTimer *>(QStringLiteral("timerUpdateSweep"))->setInterval(0);
-        bench.controls.restartTimerUpdateSweep();
-        QTRY_COMPARE(bench.logLines().count(QStringLiteral("P> Start sweep")), 2);
-        QCOMPARE(bench.control.takeCalls(),
+        Bench<PicDriver> pic;
+        pic.changeStartWhileSweeping();
+        QTRY_COMPARE(pic.logLines().count(QStringLiteral("P> Start sweep")), 2);
+        QCOMPARE(pic.control.takeCalls(),
                  (QStringList{QStringLiteral("aPIC.StopSweep(1)"), QStringLiteral("aPIC.PrepareSweep(1500000, 2500)"),
                               QStringLiteral("aPIC.RunSweep()")}));
+        QCOMPARE(pic.controls.sweepState(), SweepControls::kSweeping);
+        Bench<VnaDriver> vna;
+        vna.window.vnaMode = 3;
+        vna.changeStartWhileSweeping();
+        QTRY_COMPARE(vna.logLines().count(QStringLiteral("V> Start sweep")), 2);
+        QCOMPARE(
+            vna.control.takeCalls(),
+            (QStringList{QStringLiteral("aVNA.StopSweep(1)"), QStringLiteral("aVNA.SetMode(3)"),
+                         QStringLiteral("aVNA.PrepareSweep(1500000, 2500, 400)"), QStringLiteral("aVNA.RunSweep()")}));
+        QCOMPARE(vna.controls.sweepState(), SweepControls::kSweeping);
+    }
+
+    void aParallelPortSweepGoesOnInANewRange()
+    {
+        Bench<LptDriver> bench;
+        bench.changeStartWhileSweeping();
+        QTRY_COMPARE(bench.logLines().last(), QStringLiteral("L> Start/step sweep reinizializzati"));
+        QCOMPARE(bench.control.takeCalls(), QStringList{QStringLiteral("aLPT.PrepareSweep(1500000, 2500)")});
+        QCOMPARE(bench.logLines().count(QStringLiteral("L> Start sweep")), 1);
+        QVERIFY(!bench.logLines().contains(QStringLiteral("L> Stop sweep")));
         QCOMPARE(bench.controls.sweepState(), SweepControls::kSweeping);
+    }
+
+    void threeClicksGoRoundTheModes()
+    {
+        Bench<VnaDriver> bench;
+        bench.window.vnaMode = 3;
+        bench.testPanel.setDriver(&bench.driver);
+        bench.testPanel.show();
+        auto *button = bench.testPanel.findChild<QAbstractButton *>(QStringLiteral("cmdMisura"));
+        QCOMPARE(button->text(), QStringLiteral("DUT"));
+        const std::initializer_list<std::pair<QString, std::int16_t>> modes{
+            {QStringLiteral("Angle"), 1}, {QStringLiteral("RetLoss"), 2}, {QStringLiteral("DUT"), 3}};
+        for (const auto &[caption, mode] : modes) {
+            bench.control.takeCalls();
+            QTest::mouseClick(button, Qt::LeftButton);
+            QCOMPARE(button->text(), caption);
+            QCOMPARE(bench.window.vnaMode, mode);
+            QCOMPARE(bench.control.takeCalls().last(), QStringLiteral("aVNA.SetMode(%1)").arg(mode));
+        }
     }
 
     void serialTransmissionErrorsAreOnlyCounted()

@@ -60,7 +60,7 @@ private slots:
 
 void TestStartUp::theParallelPortWindow()
 {
-    WindowBench bench(test::FakeServerControl::program(), settings("2"));
+    WindowBench bench(test::FakeServerControl::program(), settings("2", "[Debug]\r\nLog=0\r\n"));
     QVERIFY(bench.started);
     QCOMPARE(bench.desktop.boxes.size(), 0);
     QCOMPARE(bench.window->windowTitle(), QStringLiteral("Brenik - Calvorn  v2.0 - AD9851"));
@@ -72,6 +72,8 @@ void TestStartUp::theParallelPortWindow()
     QVERIFY(bench.find<QRadioButton>("optSpeed_1")->isChecked());
     for (const char *name : {"cmdView_0", "cmdView_1", "cmdView_2", "cmdView_3"})
         QVERIFY(bench.isShown(name));
+    for (const char *name : {"mnuView_2", "mnuView_3"})
+        QVERIFY(bench.window->findChild<QAction *>(QString::fromLatin1(name))->isVisible());
     QVERIFY(bench.isShown("frameView_0"));
     QVERIFY(!bench.find("cmdView_0")->isEnabled());
     QCOMPARE(bench.text("txtStart"), QStringLiteral("1,000,000"));
@@ -91,6 +93,10 @@ void TestStartUp::theSerialWindows()
         QVERIFY(bench.isShown("cmdView_1"));
         QVERIFY(!bench.isShown("cmdView_2"));
         QVERIFY(!bench.isShown("cmdView_3"));
+        for (const char *name : {"mnuView_2", "mnuView_3"})
+            QVERIFY(!bench.window->findChild<QAction *>(QString::fromLatin1(name))->isVisible());
+        for (const char *name : {"frameView_2", "frameView_3"})
+            QVERIFY(!bench.isShown(name));
         // The stored view does not exist here.
         QVERIFY(bench.isShown("frameView_0"));
         QVERIFY(bench.window->windowTitle().endsWith(*type == '1' ? QStringLiteral(" - AD9851")

@@ -140,12 +140,20 @@ void TestSweepFiles::decibelsComeBackWithTheQuestion()
     QLocale::setDefault(locale);
     Bench bench;
     bench.trigger("mnuScalaLogaritmica1");
-    const double db = NumberText().toDouble(bench.table()->text(7, 1));
+    const NumberText numbers;
+    QList<double> decibels;
+    for (int row = 1; row <= kSweepPoints; ++row)
+        decibels.append(numbers.toDouble(bench.table()->text(row, 1)));
     bench.trigger("mnuSaveCSV");
+    const QList<QByteArray> lines = bench.file().split('\n');
+    QVERIFY(lines[0].contains("\"milliVolt\""));
     bench.desktop.answers.enqueue(kBoxCancel);
     bench.trigger("mnuOpenCSV");
     QCOMPARE(bench.desktop.boxes.size(), 1);
-    QCOMPARE(bench.table()->text(7, 1), NumberText().masked(db, kMaskVolt));
+    for (int row = 1; row <= kSweepPoints; ++row) {
+        QCOMPARE(lines[row].trimmed().split(',').last().toDouble(), decibels[row - 1] * 1000.0);
+        QCOMPARE(bench.table()->text(row, 1), numbers.masked(decibels[row - 1], kMaskVolt));
+    }
     QCOMPARE(bench.table()->text(0, 1), QStringLiteral("dB"));
 }
 
@@ -157,6 +165,8 @@ void TestSweepFiles::aDifferentCalibrationIsAskedAbout()
     bench.trigger("mnuSaveCSV");
     const QStringList before = bench.cells();
     bench.configuration.adcOffset = 0.5F;
+    bench.deliver(2);
+    QVERIFY(bench.cells() != before);
     bench.desktop.answers.enqueue(kBoxCancel);
     bench.trigger("mnuOpenCSV");
     QCOMPARE(bench.cells(), before);
@@ -180,6 +190,7 @@ void TestSweepFiles::theWindowMovesToTheImportedSweep()
     QFETCH(QLocale, locale);
     QLocale::setDefault(locale);
     Bench bench;
+    bench.type("txtM2X", QStringLiteral("3000000"));
     bench.writeFile(wholeFile(rowsFromTo(1, 400)));
     bench.trigger("mnuOpenCSV");
     QCOMPARE(bench.configuration.startFreq, 2001000);
@@ -190,7 +201,12 @@ void TestSweepFiles::theWindowMovesToTheImportedSweep()
     QCOMPARE(bench.label("lblStart"), inLocale(locale, QStringLiteral("2,001,000")));
     QCOMPARE(bench.label("lblCentro"), inLocale(locale, QStringLiteral("2,200,500")));
     QCOMPARE(bench.label("lblStop"), inLocale(locale, QStringLiteral("2,400,000")));
+    // The markers stay in their rows, and say what stands there now.
+    QCOMPARE(bench.text("txtM1X"), inLocale(locale, QStringLiteral("2,001,000")));
     QCOMPARE(bench.text("txtM1Y"), bench.table()->text(1, 1));
+    QCOMPARE(bench.text("txtM2X"), inLocale(locale, QStringLiteral("2,201,000")));
+    QCOMPARE(bench.text("txtM2Y"), bench.table()->text(201, 1));
+    QCOMPARE(bench.text("txtM2M1"), inLocale(locale, QStringLiteral("200,000")));
     QCOMPARE(bench.find<SweepGraph>("picSweep")->curve().last(), QPointF(400, 976));
     // The imported sweep stays, though its plan is another one than that of the last sweep.
     QTest::qWait(700);

@@ -56,7 +56,8 @@ private slots:
     void init() { QFile::remove(m_folder.filePath(QStringLiteral("Calvorn.ini"))); }
     void cleanup() { QLocale::setDefault(QLocale::c()); }
 
-    void aMissingFileGivesTheDefaultsAndIsFilled();
+    void aMissingOrEmptyFileGivesTheDefaultsAndIsFilled_data();
+    void aMissingOrEmptyFileGivesTheDefaultsAndIsFilled();
     void theScaleTenReadsAsThree();
     void frequenciesAreClamped();
     void aSlowComputerHasNoUsbInterface();
@@ -73,9 +74,18 @@ private slots:
     void anUnwritableFileIsReportedToTheCallerOnly();
 };
 
-void TestSettings::aMissingFileGivesTheDefaultsAndIsFilled()
+void TestSettings::aMissingOrEmptyFileGivesTheDefaultsAndIsFilled_data()
 {
-    QCOMPARE(load({}, false), LoadOutcome::Loaded);
+    QTest::addColumn<bool>("there");
+    QTest::newRow("missing") << false;
+    QTest::newRow("empty") << true;
+}
+
+void TestSettings::aMissingOrEmptyFileGivesTheDefaultsAndIsFilled()
+{
+    QFETCH(bool, there);
+    QCOMPARE(load({}, there), LoadOutcome::Loaded);
+    QCOMPARE(m_firstRuns, 1);
     QCOMPARE(m_configuration.interfaceType, std::int16_t{2});
     QCOMPARE(m_configuration.ddsDevice, QStringLiteral("AD9850"));
     QCOMPARE(m_configuration.ddsXtalFreq, 80000000);

@@ -23,6 +23,8 @@ private slots:
         DisplayBench bench;
         bench.show();
         const SweepGraph &graph = bench.panel.graph();
+        bench.type(QStringLiteral("txtM1X"), QStringLiteral("3000000"));
+        QCOMPARE(graph.line(GraphItem::M1).x1, 81.0);
         bench.type(QStringLiteral("txtM1X"), QStringLiteral("5"));
         QCOMPARE(graph.line(GraphItem::M1).x1, 1.0);
         QCOMPARE(bench.text(QStringLiteral("txtM1X")), inLocale(locale, QStringLiteral("1,000,000")));
@@ -65,6 +67,8 @@ private slots:
         DisplayBench bench;
         bench.show();
         SweepGraph &graph = bench.panel.graph();
+        QTest::mouseClick(&graph, Qt::RightButton, {}, QPoint(graph.width() / 2, 50));
+        QVERIFY(graph.line(GraphItem::M2).x1 > 190.0);
         // The left edge acts on row 1.
         QTest::mouseClick(&graph, Qt::RightButton, {}, QPoint(0, 50));
         QCOMPARE(graph.line(GraphItem::M2).x1, 1.0);

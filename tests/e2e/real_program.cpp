@@ -3,10 +3,12 @@
 
 #include "platform/profile_file.h"
 
+#include <QClipboard>
 #include <QFile>
 #include <QGuiApplication>
 #include <QPixmap>
 #include <QScreen>
+#include <QSignalSpy>
 #include <QTest>
 
 namespace calvorn::test {
@@ -28,12 +30,8 @@ WindowManager::~WindowManager()
 RealProgram::RealProgram(const QByteArray &settings)
     : m_command(m_folder.filePath(QStringLiteral("Calvorn")))
 {
-    const QString built = qEnvironmentVariable("CALVORN_BIN") + u'/';
-    for (const char *name : {"Calvorn", "CalvornAsync"}) {
-        // Copied, not linked: the program looks for its folder by its own file.
-        if (!QFile::copy(built + QString::fromLatin1(name), m_folder.filePath(QString::fromLatin1(name))))
-            qFatal("cannot copy %s", name);
-    }
+    for (const char *name : {"Calvorn", "CalvornAsync"})
+        bring(name);
     QFile file(m_folder.filePath(QStringLiteral("Calvorn.ini")));
     if (!file.open(QIODevice::WriteOnly))
         qFatal("cannot write the settings file of the test");
@@ -44,6 +42,14 @@ RealProgram::~RealProgram()
 {
     if (m_process && m_process->state() != QProcess::NotRunning)
         killHard();
+}
+
+void RealProgram::bring(const char *name) const
+{
+    const QString built = qEnvironmentVariable("CALVORN_BIN") + u'/';
+    // Copied, not linked: the program looks for its folder by its own file.
+    if (!QFile::copy(built + QString::fromLatin1(name), m_folder.filePath(QString::fromLatin1(name))))
+        qFatal("cannot copy %s", name);
 }
 
 QString RealProgram::run(const QString &program, const QStringList &arguments)
@@ -72,11 +78,13 @@ bool RealProgram::start(const QStringList &environment, const QString &titlePatt
     m_process->setProcessChannelMode(QProcess::ForwardedChannels);
     QStringList variables = QProcess::systemEnvironment() + environment;
     m_process->setEnvironment(variables);
+    // The dialogs that ask for a file begin here.
+    m_process->setWorkingDirectory(m_folder.path());
     m_process->start(m_command, m_arguments);
     m_window = waitForWindow(titlePattern);
     if (m_window.isEmpty())
         return false;
-    run(QStringLiteral("xdotool"), {QStringLiteral("windowactivate"), QStringLiteral("--sync"), m_window});
+    activate(m_window);
     QTest::qWait(300);
     return true;
 }
@@ -103,11 +111,49 @@ void RealProgram::typeText(const QString &text) const
     run(QStringLiteral("xdotool"), {QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("40"), text});
 }
 
-void RealProgram::click(int x, int y) const
+void RealProgram::mouseAt(QPoint place, const QStringList &actions) const
 {
     run(QStringLiteral("xdotool"),
-        {QStringLiteral("mousemove"), QStringLiteral("--window"), m_window, QString::number(x), QString::number(y),
-         QStringLiteral("click"), QStringLiteral("1")});
+        QStringList{QStringLiteral("mousemove"), QString::number(place.x()), QString::number(place.y())} + actions);
+}
+
+QString RealProgram::copied(const QStringList &keysyms) const
+{
+    QClipboard *clipboard = QGuiApplication::clipboard();
+    QSignalSpy changed(clipboard, &QClipboard::dataChanged);
+    keys(keysyms);
+    return changed.count() > 0 || changed.wait(2000) ? clipboard->text() : QStringLiteral("nothing was copied");
+}
+
+QPoint RealProgram::cornerOf(const QString &window) const
+{
+    // "X=560\nY=307\n..."
+    const QString place = run(QStringLiteral("xdotool"),
+                              {QStringLiteral("mousemove"), QStringLiteral("--window"), window, QStringLiteral("0"),
+                               QStringLiteral("0"), QStringLiteral("getmouselocation"), QStringLiteral("--shell")});
+    const auto number = [&](int line) { return place.section(u'\n', line, line).section(u'=', 1).toInt(); };
+    return {number(0), number(1)};
+}
+
+void RealProgram::activate(const QString &window)
+{
+    run(QStringLiteral("xdotool"), {QStringLiteral("windowactivate"), QStringLiteral("--sync"), window});
+}
+
+QString RealProgram::waitForBox() const
+{
+    const QString box = waitForWindow(QStringLiteral("^Brenik - Calvorn  v2.0$"));
+    if (!box.isEmpty())
+        activate(box);
+    return box;
+}
+
+QString RealProgram::lineOfBox(const QString &box, QPoint place) const
+{
+    // Three clicks take a line.
+    mouseAt(cornerOf(box) + place, {QStringLiteral("click"), QStringLiteral("--repeat"), QStringLiteral("3"),
+                                    QStringLiteral("--delay"), QStringLiteral("60"), QStringLiteral("1")});
+    return copied({QStringLiteral("ctrl+c")}).trimmed();
 }
 
 QString RealProgram::waitForWindow(const QString &titlePattern, int milliseconds) const

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QImage>
+#include <QPoint>
 #include <QProcess>
 #include <QString>
 #include <QTemporaryDir>
@@ -30,6 +31,8 @@ public:
     ~RealProgram();
 
     QString folder() const { return m_folder.path(); }
+    // Puts another file of the built program beside it.
+    void bring(const char *name) const;
     QString setting(const char *section, const char *key) const;
 
     // What start() starts, in place of the program in the folder without arguments.
@@ -44,13 +47,22 @@ public:
     // xdotool keysyms: "F5", "ctrl+q", "alt+s", or several.
     void keys(const QStringList &keysyms) const;
     void typeText(const QString &text) const;
-    // Screen pixels relative to the main window's contents.
-    void click(int x, int y) const;
+    // Takes the mouse to a place on the screen and acts there, in the words of xdotool: {"click", "1"}.
+    void mouseAt(QPoint place, const QStringList &actions) const;
+    // What these keys make the program put on the clipboard, as text.
+    QString copied(const QStringList &keysyms) const;
+    // Screen coordinates of the upper left corner of a window's contents.
+    QPoint cornerOf(const QString &window) const;
 
     // Waits for a window whose title matches; its id, or empty.
     QString waitForWindow(const QString &titlePattern, int milliseconds = 5000) const;
     QString mainWindow() const { return m_window; }
     int exitCode() const { return m_process->exitCode(); }
+    // Waits for a message box with the application's title and brings it to the front; empty when none comes.
+    QString waitForBox() const;
+    // The line of a box's text under the place, in pixels from the corner of its contents.
+    QString lineOfBox(const QString &box, QPoint place = {120, 17}) const;
+    static void activate(const QString &window);
 
     // The main window without its frame: the icon there has the yellow of the curve.
     QImage screenshot() const;

@@ -75,16 +75,15 @@ void TestRealProgram::theSecondInstanceIsRefused()
     QProcess second;
     second.start(program.folder() + QStringLiteral("/Calvorn"), QStringList());
     QVERIFY(second.waitForStarted());
-    const QString box = program.waitForWindow(QStringLiteral("^Brenik - Calvorn  v2.0$"));
+    const QString box = program.waitForBox();
     QVERIFY(!box.isEmpty());
+    QCOMPARE(program.lineOfBox(box), QStringLiteral("The program is already running"));
     QCOMPARE(program.serversRunning(), 1);
-    RealProgram::run(QStringLiteral("xdotool"), {QStringLiteral("windowactivate"), QStringLiteral("--sync"), box});
     program.keys({QStringLiteral("Return")});
     QVERIFY(second.waitForFinished(5000));
     QCOMPARE(QFileInfo(program.folder() + QStringLiteral("/Calvorn.ini")).lastModified(), written);
     // The first one goes on.
-    RealProgram::run(QStringLiteral("xdotool"),
-                     {QStringLiteral("windowactivate"), QStringLiteral("--sync"), program.mainWindow()});
+    RealProgram::activate(program.mainWindow());
     program.keys({QStringLiteral("ctrl+q")});
     QVERIFY(program.waitForEnd());
 }
@@ -108,9 +107,7 @@ void TestRealProgram::aKilledServerIsReplaced()
     const qint64 first = program.serverPid();
     QVERIFY(first > 0);
     kill(static_cast<pid_t>(first), SIGKILL);
-    const QString box = program.waitForWindow(QStringLiteral("^Brenik - Calvorn  v2.0$"));
-    QVERIFY(!box.isEmpty());
-    RealProgram::run(QStringLiteral("xdotool"), {QStringLiteral("windowactivate"), QStringLiteral("--sync"), box});
+    QVERIFY(!program.waitForBox().isEmpty());
     program.keys({QStringLiteral("Return")});
     QTest::qWait(300);
     QCOMPARE(program.serversRunning(), 0);
@@ -155,12 +152,12 @@ void TestRealProgram::aReadOnlyFolderDoesNotStopIt()
 void TestRealProgram::oneSweepWithoutAWindow()
 {
     RealProgram program(ProgramFolder::preparedSettings());
-    const QString tool = program.folder() + QStringLiteral("/calvorn-sweep");
-    QVERIFY(QFile::copy(ProgramFolder::builtFile(QStringLiteral("calvorn-sweep")), tool));
+    program.bring("calvorn-sweep");
     const QString csv = program.folder() + QStringLiteral("/sweep.csv");
     const QString png = program.folder() + QStringLiteral("/sweep.png");
     QProcess process;
-    process.start(tool, {QStringLiteral("--output"), csv, QStringLiteral("--picture"), png});
+    process.start(program.folder() + QStringLiteral("/calvorn-sweep"),
+                  {QStringLiteral("--output"), csv, QStringLiteral("--picture"), png});
     QVERIFY(process.waitForFinished(20000));
     QCOMPARE(process.exitCode(), 0);
     QFile file(csv);
