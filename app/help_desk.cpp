@@ -74,7 +74,7 @@ QAction *HelpDesk::addAction(const char *name, const QString &text, const QStrin
 
 void HelpDesk::closeAll()
 {
-    delete m_help;
+    delete m_help.data();
 }
 
 bool HelpDesk::eventFilter(QObject *watched, QEvent *event)
@@ -110,17 +110,18 @@ HelpWindow *HelpDesk::openWindow(QWidget *inFront)
 {
     if (!m_help && QFileInfo(m_helpFile).isFile())
         m_help = new HelpWindow(m_helpFile, inFront);
-    if (!m_help || !m_help->isUsable()) {
+    auto *help = static_cast<HelpWindow *>(m_help.data());
+    if (!help || !help->isUsable()) {
         closeAll();
         m_messages.warn(tr("The help file %1 is missing or damaged.").arg(m_helpFile));
         return nullptr;
     }
-    if (m_help->parentWidget() != inFront)
+    if (help->parentWidget() != inFront)
         liftAbove(inFront);
-    m_help->show();
-    m_help->raise();
-    m_help->activateWindow();
-    return m_help;
+    help->show();
+    help->raise();
+    help->activateWindow();
+    return help;
 }
 
 // A dialog that waits locks every window but those above it.

@@ -42,7 +42,7 @@ private:
     ErrorBoundary &m_boundary;
     QWidget *m_window;
     QList<QAction *> m_actions;
-    QPointer<HelpWindow> m_help;
+    QPointer<QWidget> m_help; // a HelpWindow, or what is left of one while it is destroyed
 };
 
 } // namespace calvorn

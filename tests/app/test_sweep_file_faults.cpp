@@ -139,7 +139,7 @@ void TestSweepFileFaults::brokenFilesEndSilently_data()
     QTest::newRow("a range beyond 32 bits")
         << crossed(crossed(good, "1,2001000,1,2\r\n", "1,-2000000000,1,2\r\n"), "400,2400000,", "400,2000000000,");
     QTest::newRow("NUL bytes") << QByteArray(4096, '\0');
-    QTest::newRow("NUL in a number") << wholeFile({1}) + QByteArray("2,20\0000,3,4\r\n", 14);
+    QTest::newRow("NUL in a number") << wholeFile({1}) + QByteArrayLiteral("2,20\0000,3,4\r\n");
     QTest::newRow("Latin-1") << QByteArray("\"\xE9\",\"\xE8\",c,d\r\n\xB5,1,2,3\r\n");
     QTest::newRow("UTF-8 digits") << wholeFile({1}) + "2,\u0662\u0660,3,4\r\n";
     QTest::newRow("UTF-16") << utf16(good);
