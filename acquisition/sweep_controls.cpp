@@ -3,6 +3,7 @@
 
 #include "acquisition/frequency_plan.h"
 #include "core/number_text.h"
+#include "platform/option_choice.h"
 #include "platform/read_out.h"
 
 #include <QGridLayout>
@@ -141,7 +142,7 @@ void SweepControls::showSpeed(bool visible)
     m_speedFrame->setVisible(visible);
     const std::int16_t speed = m_configuration.sweepSpeed;
     if (visible && speed >= 0 && speed < static_cast<std::int16_t>(m_optSpeed.size()))
-        m_optSpeed[static_cast<std::size_t>(speed)]->setChecked(true);
+        chooseOption(m_optSpeed[static_cast<std::size_t>(speed)]);
 }
 
 void SweepControls::cmdStart_Click()

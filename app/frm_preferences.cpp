@@ -4,6 +4,7 @@
 #include "core/common_functions.h"
 #include "core/number_text.h"
 #include "core/scale_type.h"
+#include "platform/option_choice.h"
 
 #include <QGroupBox>
 #include <QPushButton>
@@ -61,7 +62,7 @@ void FrmPreferences::load()
 {
     const std::int16_t mode = m_configuration.cursorMode;
     if (mode >= 0 && mode < static_cast<std::int16_t>(m_optCursor.size()))
-        m_optCursor[static_cast<std::size_t>(mode)]->setChecked(true);
+        chooseOption(m_optCursor[static_cast<std::size_t>(mode)]);
     // In dB referred to 1 V, whatever the scale of the display is.
     const QScopedValueRollback scale(m_configuration.scaleType, kScaleDb1VHeadroom);
     const double lowest = static_cast<double>(m_configuration.adcOffset) + static_cast<double>(m_configuration.adcStep);

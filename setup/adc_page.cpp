@@ -81,7 +81,7 @@ void AdcPage::fill()
 {
     for (std::size_t i = 0; i < m_optAdc.size(); ++i)
         if (values().adcDevice == QLatin1String(kAdcDevices[i]))
-            select(m_optAdc[i]);
+            chooseOption(m_optAdc[i]);
     m_step->show();
     m_channel->show();
     m_offset->setText(tr("Offset: ") + NumberText().masked(static_cast<double>(values().adcOffset), kMaskVolt) +

@@ -193,12 +193,12 @@ void DdsPage::fill()
 {
     for (std::size_t chip = 0; chip < m_optChip.size(); ++chip)
         if (values().ddsDevice == QLatin1String(kDdsDevices[chip]))
-            select(m_optChip[chip]);
+            chooseOption(m_optChip[chip]);
     const std::int16_t multiplier = values().ddsMultiplier;
     const bool timesSix = m_optChip[Ad9851]->isChecked() && multiplier == kTimesSix;
     const bool multiplies = m_optChip[Ad9951]->isChecked() && multiplier > 1;
     m_timesSix->setChecked(timesSix);
-    select(m_optMultiplier[multiplies ? 1 : 0]);
+    chooseOption(m_optMultiplier[multiplies ? 1 : 0]);
     {
         const QSignalBlocker quiet(m_multiplier);
         m_multiplier->setValue(multiplies ? multiplier : kLowestMultiplier);

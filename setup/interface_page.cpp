@@ -50,7 +50,7 @@ void InterfacePage::fill()
     // None where the file names an interface that there is not.
     for (std::size_t i = 0; i < m_optInterface.size(); ++i)
         if (values().interfaceType == static_cast<std::int16_t>(i + 1))
-            select(m_optInterface[i]);
+            chooseOption(m_optInterface[i]);
 }
 
 // A click on the option that is chosen already changes nothing: it would undo what was edited on the other pages.

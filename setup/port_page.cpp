@@ -186,12 +186,12 @@ void PortPage::selectParallelPort()
         if (presetAddress(m_optParallel[i]->text()) != address)
             continue;
         matched = true;
-        select(m_optParallel[i]);
+        chooseOption(m_optParallel[i]);
     }
     if (matched)
         return;
     m_address->setText(NumberText::fromInteger(address));
-    select(m_optParallel[kFreeAddress]);
+    chooseOption(m_optParallel[kFreeAddress]);
 }
 
 void PortPage::selectSerialPort()
@@ -199,10 +199,10 @@ void PortPage::selectSerialPort()
     const std::int16_t port = values().commPort;
     if (port > kFixedComPorts) {
         m_comNumber->setText(NumberText::fromInteger(port));
-        select(m_optSerial.back());
+        chooseOption(m_optSerial.back());
         m_comState->setText(ComPortExists(port) ? QString() : tr(" NOT available"));
     } else if (port > 0) {
-        select(m_optSerial[static_cast<std::size_t>(port - 1)]);
+        chooseOption(m_optSerial[static_cast<std::size_t>(port - 1)]);
     }
 }
 

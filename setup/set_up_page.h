@@ -3,6 +3,7 @@
 
 #include "core/error_boundary.h"
 #include "core/messages.h"
+#include "platform/option_choice.h"
 #include "setup/set_up_values.h"
 
 #include <QGroupBox>
@@ -44,14 +45,6 @@ protected:
     const QString &iniPath() const { return m_context.configuration.iniPath; }
     Messages &messages() const { return m_context.messages; }
     ErrorBoundary &boundary() const { return m_context.boundary; }
-
-    // Checks an option and makes it the one of its group that the Tab key goes to.
-    static void select(QRadioButton *option)
-    {
-        option->setChecked(true);
-        for (QRadioButton *other : option->parentWidget()->findChildren<QRadioButton *>(Qt::FindDirectChildrenOnly))
-            other->setFocusPolicy(other == option ? Qt::StrongFocus : Qt::ClickFocus);
-    }
 
     // A text that takes the width there is, and asks for none.
     static QLabel *wrapping(QLabel *label)

@@ -276,6 +276,20 @@ private slots:
         QVERIFY(!bench.button("optSpeed_2")->isVisible());
     }
 
+    void theTabKeyComesToTheChosenSpeed()
+    {
+        for (const std::int16_t speed : {std::int16_t{0}, std::int16_t{1}, std::int16_t{2}}) {
+            Bench bench;
+            bench.configuration.sweepSpeed = speed;
+            bench.controls.showSpeed(true);
+            bench.controls.activateWindow();
+            QVERIFY(QTest::qWaitForWindowActive(&bench.controls));
+            bench.button("cmdStart")->setFocus();
+            QTest::keyClick(bench.button("cmdStart"), Qt::Key_Backtab);
+            QVERIFY(bench.button(qPrintable(QStringLiteral("optSpeed_%1").arg(speed)))->hasFocus());
+        }
+    }
+
     void anIdleChangeParksTheGenerator()
     {
         Bench bench;

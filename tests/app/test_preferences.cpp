@@ -54,6 +54,19 @@ private slots:
         QCOMPARE(chosen.first().first().toBool(), true);
     }
 
+    void theTabKeyComesToTheChosenCursor()
+    {
+        Configuration configuration;
+        FrmPreferences preferences(configuration);
+        preferences.show();
+        preferences.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&preferences));
+        auto *limit = preferences.findChild<QCheckBox *>(QStringLiteral("chkScalaLogaritmica"));
+        limit->setFocus();
+        QTest::keyClick(limit, Qt::Key_Backtab);
+        QVERIFY(preferences.findChild<QRadioButton *>(QStringLiteral("optCursor_0"))->hasFocus());
+    }
+
     void theLinesOfTheCursorAppearAtOnce()
     {
         const test::WindowBench bench(m_server.program(),
