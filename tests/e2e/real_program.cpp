@@ -122,7 +122,7 @@ QString RealProgram::copied(const QStringList &keysyms) const
     QClipboard *clipboard = QGuiApplication::clipboard();
     QSignalSpy changed(clipboard, &QClipboard::dataChanged);
     keys(keysyms);
-    return changed.count() > 0 || changed.wait(2000) ? clipboard->text() : QStringLiteral("nothing was copied");
+    return changed.count() > 0 || changed.wait(10000) ? clipboard->text() : QStringLiteral("nothing was copied");
 }
 
 QPoint RealProgram::cornerOf(const QString &window) const
