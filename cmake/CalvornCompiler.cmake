@@ -25,3 +25,8 @@ add_library(calvorn_hardening INTERFACE)
 target_compile_options(calvorn_hardening INTERFACE
     "$<$<CONFIG:Release>:-fstack-protector-strong;-Werror=format-security;-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>")
 target_link_options(calvorn_hardening INTERFACE "$<$<CONFIG:Release>:LINKER:-z,relro,-z,now>")
+
+# Counts the lines that run, without optimisation, so that each line stays one. The server counts from several threads.
+add_library(calvorn_counting INTERFACE)
+target_compile_options(calvorn_counting INTERFACE "$<$<CONFIG:Coverage>:-O0;--coverage;-fprofile-update=atomic>")
+target_link_options(calvorn_counting INTERFACE "$<$<CONFIG:Coverage>:--coverage>")
