@@ -129,8 +129,14 @@ private:
     // Names a file in the dialog that these keys open, which is in the program's folder.
     void chooseFile(const QString &keys, const QString &title, const QString &file) const
     {
+        // The dialog before may still be on its way out, and would take the keys.
+        for (const QString &other : {kSaveDialog, kOpenDialog})
+            waitUntilGone(other);
+        RealProgram::activate(m_program->mainWindow());
         m_program->keys({keys});
-        QVERIFY(!m_program->waitForWindow(title).isEmpty());
+        const QString dialog = m_program->waitForWindow(title, 15'000);
+        QVERIFY(!dialog.isEmpty());
+        RealProgram::activate(dialog);
         m_program->typeText(file);
         m_program->keys({QStringLiteral("Return")});
     }
