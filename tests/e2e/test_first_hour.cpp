@@ -115,7 +115,7 @@ private:
     void pressButton(const QString &key) const
     {
         m_program->keys({key});
-        QTest::qWait(250);
+        QTest::qWait(500);
     }
     QString path(const QString &name) const { return m_program->folder() + u'/' + name; }
     QString grouped(double hertz) const { return m_locale.toString(hertz, 'f', 0); }
@@ -445,7 +445,7 @@ void TestFirstHour::changesTheSetUp()
     QVERIFY(!m_program->waitForWindow(QStringLiteral("^Configuration$")).isEmpty());
     pressButton(QStringLiteral("alt+t"));
     pressButton(QStringLiteral("alt+0"));
-    press({QStringLiteral("alt+r")});
+    press({QStringLiteral("alt+r"), QStringLiteral("ctrl+a")});
     m_program->typeText(QStringLiteral("125000000"));
     press({QStringLiteral("alt+x")});
     m_program->typeText(QStringLiteral("fast"));
