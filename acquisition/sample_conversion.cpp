@@ -32,8 +32,7 @@ void SampleConversion::datiDDS(const QVector<int> &vettore)
             throw RuntimeError(RuntimeError::Kind::SubscriptOutOfRange, tr("sample %1 of a sweep").arg(row));
         const int received = vettore[row - 1];
         const int raw = inverted ? checkedSubtract(kAdcFullScale, received) : received;
-        NumberText::assignInteger(m_table.cell(row, SweepTable::SampleColumn), raw);
-        amplitudes.convertRow(row);
+        amplitudes.storeCount(row, raw);
         if (m_configuration.logDebug)
             emit sampleReceived(row, received);
     }

@@ -52,12 +52,18 @@ inline double roundHalfEven(double value)
     return std::nearbyint(value);
 }
 
-// Rounds half to even at the given number of decimals (0 to 15), on the decimal value: 2.665 counts as a tie.
-inline double roundToDecimals(double value, int decimals)
+// exponent: 0 to 15.
+inline double powerOfTen(int exponent)
 {
     static constexpr std::array kPowers{1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
                                         1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
-    const double power = kPowers[static_cast<std::size_t>(decimals)];
+    return kPowers[static_cast<std::size_t>(exponent)];
+}
+
+// Rounds half to even at the given number of decimals (0 to 15), on the decimal value: 2.665 counts as a tie.
+inline double roundToDecimals(double value, int decimals)
+{
+    const double power = powerOfTen(decimals);
     const double scaled = value * power;
     // Beyond 2^53 a double has no fraction left to round.
     return std::abs(scaled) < 9007199254740992.0 ? roundHalfEven(scaled) / power : value;

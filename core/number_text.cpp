@@ -78,7 +78,7 @@ struct Digits
 Digits roundedDigits(double value, int decimals)
 {
     Digits digits;
-    const double scaled = roundHalfEven(value * std::pow(10.0, decimals));
+    const double scaled = roundHalfEven(value * powerOfTen(decimals));
     char *const begin = digits.text.data();
     char *const end = begin + digits.text.size();
     if (std::abs(scaled) < kLargestExactInteger) {

@@ -12,9 +12,19 @@ AmplitudeColumn::AmplitudeColumn(Configuration &configuration, SweepTable &table
 {
 }
 
+void AmplitudeColumn::storeCount(int row, int count)
+{
+    NumberText::assignInteger(m_table.cell(row, SweepTable::SampleColumn), count);
+    writeAmplitude(row, count);
+}
+
 float AmplitudeColumn::convertRow(int row)
 {
-    const double count = m_numbers.toDouble(m_table.text(row, SweepTable::SampleColumn));
+    return writeAmplitude(row, m_numbers.toDouble(m_table.text(row, SweepTable::SampleColumn)));
+}
+
+float AmplitudeColumn::writeAmplitude(int row, double count)
+{
     const float volts = countToVolts(m_configuration, count);
     QString &amplitude = m_table.cell(row, SweepTable::AmplitudeColumn);
     if (isLinearScale(m_configuration.scaleType))

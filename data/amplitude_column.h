@@ -14,6 +14,9 @@ class AmplitudeColumn
 public:
     AmplitudeColumn(Configuration &configuration, SweepTable &table);
 
+    // Writes a count into its cell, and the amplitude beside it.
+    void storeCount(int row, int count);
+
     // Takes the count from the row's own count cell, as every reader does: as text.
     // Returns the volts. RuntimeError(TypeMismatch) when the cell holds no number.
     float convertRow(int row);
@@ -22,6 +25,8 @@ public:
     void convertAllRows();
 
 private:
+    float writeAmplitude(int row, double count);
+
     Configuration &m_configuration;
     SweepTable &m_table;
     NumberText m_numbers;

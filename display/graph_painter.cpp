@@ -103,86 +103,52 @@ void GraphPainter::paintGrid(QPainter &painter) const
     }
 }
 
-void GraphPainter::placeCurve(std::span<const double> values, PlacedCurve &curve) const
+QPolygonF GraphPainter::placedCurve(std::span<const double> values) const
 {
-    curve.runs.clear();
-    curve.columns.clear();
     // The way from user units to the surface is a straight line in both directions: two points give all.
     const QPointF origin = m_coordinates.toPixel({0.0, 0.0}, m_surface.size, m_surface.pixel);
     const QPointF unit = m_coordinates.toPixel({1.0, 1.0}, m_surface.size, m_surface.pixel) - origin;
-    const auto placed = [&](std::size_t i) {
-        const double y = origin.y() + values[i] * unit.y();
-        return QPointF(origin.x() + static_cast<double>(i + 1) * unit.x(), std::clamp(y, -kFarAway, kFarAway));
-    };
-    if (values.empty())
-        return;
+    QPolygonF placed;
+    placed.reserve(static_cast<qsizetype>(values.size()));
+    double x = origin.x();
+    for (const double value : values) {
+        x += unit.x();
+        placed.append({x, std::clamp(origin.y() + value * unit.y(), -kFarAway, kFarAway)});
+    }
+    return placed;
+}
+
+QList<QPolygonF> GraphPainter::runsOf(const QPolygonF &placed) const
+{
     const double bottom = m_surface.size.height();
     const auto isInside = [bottom](QPointF point) { return point.y() >= 0.0 && point.y() <= bottom; };
+    QList<QPolygonF> runs;
     QPolygonF run;
-    run.reserve(static_cast<qsizetype>(values.size()));
     const auto endRun = [&] {
         if (!run.isEmpty())
-            curve.runs.append(run);
+            runs.append(run);
         run.clear();
     };
-    QPointF previous = placed(0);
-    for (std::size_t i = 1; i < values.size(); ++i) {
-        const QPointF current = placed(i);
-        if (const auto segment = insideHeights(previous, current, 0.0, bottom)) {
+    for (qsizetype i = 1; i < placed.size(); ++i) {
+        if (const auto segment = insideHeights(placed[i - 1], placed[i], 0.0, bottom)) {
             if (run.isEmpty())
                 run.append(segment->p1());
             run.append(segment->p2());
         }
-        if (!isInside(current))
+        if (!isInside(placed[i]))
             endRun();
-        previous = current;
     }
     endRun();
-    if (m_surface.thickness >= 2.0)
-        placeColumns(curve);
+    return runs;
 }
 
-// A polyline wider than one device pixel costs ten to thirty times a thin one. Where a line is two device pixels or
-// more, the curve is therefore filled: one upright rectangle for each column of device pixels that a segment crosses,
-// as high as the segment is there and never thinner than a line.
-void GraphPainter::placeColumns(PlacedCurve &curve) const
+void GraphPainter::paintCurve(QPainter &painter, const QPolygonF &placed) const
 {
-    const auto whole = [](double value) { return static_cast<int>(std::floor(value)); };
-    const int thickness = whole(m_surface.thickness);
-    for (const QPolygonF &run : std::as_const(curve.runs)) {
-        for (qsizetype i = 1; i < run.size(); ++i) {
-            const QPointF from = run[i - 1];
-            const QPointF to = run[i];
-            const double slope = (to.y() - from.y()) / (to.x() - from.x());
-            for (int column = whole(from.x()); column <= whole(to.x()); ++column) {
-                const double y1 = from.y() + (std::max(from.x(), static_cast<double>(column)) - from.x()) * slope;
-                const double y2 = from.y() + (std::min(to.x(), column + 1.0) - from.x()) * slope;
-                const int top = whole(std::min(y1, y2));
-                const QRect upright(column, top, thickness, whole(std::max(y1, y2)) - top + thickness);
-                // Neighbouring segments share the column in which they meet.
-                if (!curve.columns.isEmpty() && curve.columns.last().x() == column)
-                    curve.columns.last() |= upright;
-                else
-                    curve.columns.append(upright);
-            }
-        }
-    }
-}
-
-void GraphPainter::paintCurve(QPainter &painter, const PlacedCurve &curve) const
-{
-    const QColor colour = inked(kCurveColour, m_ink);
-    if (m_surface.thickness < 2.0) {
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(QPen(colour, m_surface.curveWidth));
-        for (const QPolygonF &run : curve.runs)
-            painter.drawPolyline(run);
-        painter.setRenderHint(QPainter::Antialiasing, false);
-        return;
-    }
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(colour);
-    painter.drawRects(curve.columns);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(inked(kCurveColour, m_ink), m_surface.curveWidth));
+    for (const QPolygonF &run : runsOf(placed))
+        painter.drawPolyline(run);
+    painter.setRenderHint(QPainter::Antialiasing, false);
 }
 
 void GraphPainter::paintLine(QPainter &painter, const GraphLine &line) const

@@ -21,15 +21,8 @@ enum class GraphInk { Screen, Paper };
 // The colour that stands for one of the screen's.
 QColor inked(QRgb screenColour, GraphInk ink);
 
-// The curve, placed on a surface.
-struct PlacedCurve
-{
-    QList<QPolygonF> runs; // what lies inside the surface; more than one where the curve leaves and comes back
-    QList<QRect> columns;  // the same as filled columns, where a line is two units or more thick
-};
-
 // Paints the plot: grid, curve, marker lines and their captions. The screen, a picture and a printer all go through
-// this class; only surface and ink differ.
+// this class; only surface and ink differ, and the curve on the screen is PlotImage's.
 class GraphPainter
 {
 public:
@@ -40,16 +33,18 @@ public:
         QSizeF size;
         double pixel = 1.0;
         double thickness = 1.0;
-        double curveWidth = 0.0; // 0: the thinnest line that the device has
+        double curveWidth = 0.0; // of paintCurve(); 0: the thinnest line that the device has
     };
 
     GraphPainter(const GraphCoordinates &coordinates, const Surface &surface, GraphInk ink = GraphInk::Screen);
 
     void paintGrid(QPainter &painter) const;
 
-    // values: y in user units of the rows 1, 2, ... The memory of the placed curve is used again.
-    void placeCurve(std::span<const double> values, PlacedCurve &curve) const;
-    void paintCurve(QPainter &painter, const PlacedCurve &curve) const;
+    // values: y in user units of the rows 1, 2, ... One point for each, also where it lies outside the surface.
+    QPolygonF placedCurve(std::span<const double> values) const;
+    // What of a placed curve lies inside the surface: more than one line where it leaves and comes back.
+    QList<QPolygonF> runsOf(const QPolygonF &placed) const;
+    void paintCurve(QPainter &painter, const QPolygonF &placed) const;
 
     // Nothing when the line is hidden.
     void paintLine(QPainter &painter, const GraphLine &line) const;
@@ -64,7 +59,6 @@ public:
 private:
     double snapped(double value) const;
     bool isOnSurface(double position, double extent) const;
-    void placeColumns(PlacedCurve &curve) const;
 
     const GraphCoordinates &m_coordinates;
     Surface m_surface;

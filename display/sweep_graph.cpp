@@ -85,8 +85,7 @@ void SweepGraph::inizializzaGraph()
 void SweepGraph::drawScreen()
 {
     m_coordinates = GraphCoordinates(m_configuration);
-    m_background = QPixmap();
-    placeCurve();
+    m_plot.clear();
     for (int i = 0; i < kGraphItems; ++i) {
         const auto item = static_cast<GraphItem>(i);
         GraphLine &target = lineOf(item);
@@ -111,15 +110,13 @@ void SweepGraph::drawLine()
         const QString &text = m_table.text(row, SweepTable::AmplitudeColumn);
         points[static_cast<std::size_t>(row - 1)] = factor * amplitudeOf(numbers, text);
     }
-    placeCurve();
-    update();
+    showCurve();
 }
 
 void SweepGraph::clearCurve()
 {
     m_curve.reset();
-    m_placedCurve = {};
-    update();
+    showCurve();
 }
 
 void SweepGraph::armGraphTimer()
@@ -207,33 +204,53 @@ QRect SweepGraph::itemRegion(GraphItem item) const
     return stripe.united(labelRect(item).toAlignedRect());
 }
 
-void SweepGraph::placeCurve()
+// Only what has changed is painted anew.
+void SweepGraph::showCurve()
 {
-    if (m_curve)
-        devicePainter().placeCurve(*m_curve, m_placedCurve);
+    if (m_plot.isNull()) // it comes with the next painting
+        return update();
+    const double ratio = devicePixelRatioF();
+    QRegion changed;
+    for (const QRect &area : m_plot.setCurve(m_curve ? devicePainter().placedCurve(*m_curve) : QPolygonF()))
+        changed +=
+            QRectF(area.x() / ratio, area.y() / ratio, area.width() / ratio, area.height() / ratio).toAlignedRect();
+    update(changed);
 }
 
-void SweepGraph::paintEvent(QPaintEvent *)
+void SweepGraph::paintPlot()
+{
+    const GraphPainter painter = devicePainter();
+    QImage grid((QSizeF(size()) * devicePixelRatioF()).toSize(), QImage::Format_RGB32);
+    QPainter gridPainter(&grid);
+    painter.paintGrid(gridPainter);
+    gridPainter.end();
+    m_plot.setGrid(grid, std::max(1, static_cast<int>(devicePixelRatioF())), kCurveColour);
+    if (m_curve)
+        m_plot.setCurve(painter.placedCurve(*m_curve));
+}
+
+void SweepGraph::paintEvent(QPaintEvent *event)
 {
     QPainter painter(this);
-    picSweep_Paint(painter);
+    picSweep_Paint(painter, event->region());
     if (hasFocus())
         paintPointer(painter);
 }
 
 // The curve is kept: where the window is uncovered it is painted again without reading a cell, idle or sweeping.
-void SweepGraph::picSweep_Paint(QPainter &painter)
+void SweepGraph::picSweep_Paint(QPainter &painter, const QRegion &exposed)
 {
-    if (m_background.isNull()) {
-        m_background = QPixmap((QSizeF(size()) * devicePixelRatioF()).toSize());
-        QPainter background(&m_background);
-        devicePainter().paintGrid(background);
-    }
-    // In device pixels, where the grid is copied and the curve drawn without any scaling.
+    if (m_plot.isNull())
+        paintPlot();
+    // Copied without any scaling, and one rectangle at a time, which is quicker than through a clip of many.
+    const double ratio = devicePixelRatioF();
     painter.save();
-    painter.scale(1.0 / devicePixelRatioF(), 1.0 / devicePixelRatioF());
-    painter.drawPixmap(0, 0, m_background);
-    devicePainter().paintCurve(painter, m_placedCurve);
+    for (const QRect &area : exposed) {
+        painter.setClipRect(area);
+        painter.scale(1.0 / ratio, 1.0 / ratio);
+        painter.drawImage(0, 0, m_plot.image());
+        painter.scale(ratio, ratio);
+    }
     painter.restore();
     const GraphPainter screen = screenPainter();
     for (const GraphLine &target : m_lines)
@@ -241,7 +258,8 @@ void SweepGraph::picSweep_Paint(QPainter &painter)
     painter.setRenderHint(QPainter::TextAntialiasing);
     for (int i = 0; i < kGraphItems; ++i) {
         const auto item = static_cast<GraphItem>(i);
-        screen.paintCaption(painter, item, line(item), label(item));
+        if (exposed.intersects(labelRect(item).toAlignedRect()))
+            screen.paintCaption(painter, item, line(item), label(item));
     }
 }
 
@@ -249,10 +267,8 @@ void SweepGraph::paintPicture(QPainter &painter, const GraphPainter::Surface &su
 {
     const GraphPainter graph(m_coordinates, surface, ink);
     graph.paintGrid(painter);
-    PlacedCurve curve;
     if (m_curve)
-        graph.placeCurve(*m_curve, curve);
-    graph.paintCurve(painter, curve);
+        graph.paintCurve(painter, graph.placedCurve(*m_curve));
     for (const GraphItem item : {GraphItem::M1, GraphItem::M2, GraphItem::M3, GraphItem::M4})
         graph.paintLine(painter, line(item));
     for (const GraphItem item : {GraphItem::M1, GraphItem::M2, GraphItem::M3, GraphItem::M4}) {
@@ -280,8 +296,7 @@ void SweepGraph::paintPointer(QPainter &painter) const
 void SweepGraph::resizeEvent(QResizeEvent *event)
 {
     QWidget::resizeEvent(event);
-    m_background = QPixmap();
-    placeCurve();
+    m_plot.clear();
     for (int i = 0; i < kGraphItems; ++i)
         placeLabel(static_cast<GraphItem>(i));
 }
@@ -408,9 +423,8 @@ bool SweepGraph::event(QEvent *event)
     }
     // Another screen may have another number of device pixels; another font other captions.
     if (event->type() == QEvent::ScreenChangeInternal || event->type() == QEvent::FontChange) {
-        m_background = QPixmap();
+        m_plot.clear();
         measureLabels();
-        placeCurve();
         update();
     }
     return QWidget::event(event);

@@ -5,6 +5,7 @@
 #include "display/graph_coordinates.h"
 #include "display/graph_line.h"
 #include "display/graph_painter.h"
+#include "display/plot_image.h"
 
 #include <QElapsedTimer>
 #include <QPixmap>
@@ -17,7 +18,7 @@
 
 namespace calvorn {
 
-// The graph "picSweep": a kept grid, the curve over it as one polyline, and over both the markers and the cursor.
+// The graph "picSweep": a kept grid with the curve on it, and over both the markers and the cursor.
 //
 // Without a mouse: with the focus, the arrow keys move a pointer row by row and up and down (Ctrl: ten times as far),
 // Home and End take it to the edges, and the keys 1 to 4 put M1 to M4 there, as a click would.
@@ -101,14 +102,15 @@ private:
     void movePointer(double columns, double lines);
     void putMarkerAtPointer(int number);
     void showToolTipBelow();
-    void picSweep_Paint(QPainter &painter);
+    void picSweep_Paint(QPainter &painter, const QRegion &exposed);
+    void showCurve();
+    void paintPlot();
     void paintPointer(QPainter &painter) const;
     GraphLine &lineOf(GraphItem item) { return m_lines[static_cast<std::size_t>(item)]; }
     void fireGraphTimer();
     void measureLabels();
     QRect itemRegion(GraphItem item) const;
     void placeLabel(GraphItem item);
-    void placeCurve();
     GraphPainter screenPainter() const; // in logical pixels
     GraphPainter devicePainter() const; // in device pixels
 
@@ -118,11 +120,10 @@ private:
     QTimer m_timer;
     QElapsedTimer m_lastRedraw;
     bool m_redrawWanted = false;
-    QPixmap m_background;                                    // null when it is out of date
+    PlotImage m_plot;                                        // null when its grid is out of date
     std::optional<std::array<double, kSweepPoints>> m_curve; // y in user units
     // Where the mouse or the arrow keys were last: a row, and a part of the height from the top.
     QPointF m_pointer{200.0, 0.5};
-    PlacedCurve m_placedCurve; // device pixels
     std::array<GraphLine, kGraphItems> m_lines;
     std::array<GraphLabel, kGraphItems> m_labels;
 };

@@ -9,6 +9,7 @@
 #include <QMenu>
 #include <QPainter>
 
+#include <algorithm>
 #include <cmath>
 
 namespace calvorn {
@@ -24,6 +25,8 @@ ReadOut::ReadOut(QWidget *parent, Frame frame)
     , m_frame(frame)
 {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    // So that what is behind it need not be painted with each new number.
+    setAttribute(Qt::WA_OpaquePaintEvent);
     measure();
 }
 
@@ -69,17 +72,21 @@ void ReadOut::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     const int margin = m_frame == Frame::Shown ? kMargin : 0;
+    QRectF inside = rect();
     if (m_frame == Frame::Shown) {
-        painter.setPen(palette().color(QPalette::Mid));
-        painter.drawRect(rect().adjusted(0, 0, -1, -1));
+        // Filled, not drawn: so it is equally wide on all sides at any screen scaling.
+        painter.fillRect(rect(), palette().color(QPalette::Mid));
+        const double line = std::max(1.0, std::floor(devicePixelRatioF())) / devicePixelRatioF();
+        inside.adjust(line, line, -line, -line);
     }
+    painter.fillRect(inside, palette().window());
     painter.setPen(palette().color(QPalette::WindowText));
     if (m_glyphs.isEmpty()) {
         painter.drawText(rect().adjusted(margin, 0, -margin, 0), Qt::AlignRight | Qt::AlignVCenter, m_text);
         return;
     }
-    const double baseline = (height() - fontMetrics().height()) / 2 + fontMetrics().ascent();
-    painter.drawGlyphRun({std::floor(width() - margin - m_advance), baseline}, m_glyphs);
+    const int baseline = (height() - fontMetrics().height()) / 2 + fontMetrics().ascent();
+    painter.drawGlyphRun({std::floor(width() - margin - m_advance), static_cast<double>(baseline)}, m_glyphs);
 }
 
 void ReadOut::contextMenuEvent(QContextMenuEvent *event)

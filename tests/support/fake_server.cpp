@@ -21,12 +21,14 @@
 #include <QTimer>
 
 #include <numeric>
+#include <vector>
 
 #include <unistd.h>
 
 namespace {
 
 constexpr int kMostOutstanding = 8; // as the server's own flow control has it
+constexpr int kReadyVectors = 64;
 
 class FakeObject : public QDBusVirtualObject
 {
@@ -130,16 +132,19 @@ private:
 
     void sendAtRate(const QDBusMessage &message, const QDBusConnection &connection, int perSecond)
     {
-        m_timer.disconnect();
-        m_timer.setTimerType(Qt::PreciseTimer);
-        QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this, message, connection] {
+        std::vector<QDBusMessage> ready;
+        for (int v = 0; v < kReadyVectors; ++v) {
             QList<int> samples;
-            samples.reserve(400);
             for (int k = 0; k < 400; ++k) {
                 const double distance = (k - 200) / 30.0;
                 samples.append(static_cast<int>(900.0 / (1.0 + distance * distance)) + m_noise.bounded(9));
             }
-            send(message, connection, QStringLiteral("aVettore"), {QVariant::fromValue(samples)});
+            ready.push_back(signalOf(message, QStringLiteral("aVettore"), {QVariant::fromValue(samples)}));
+        }
+        m_timer.disconnect();
+        m_timer.setTimerType(Qt::PreciseTimer);
+        QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [connection, ready, next = std::size_t{0}]() mutable {
+            connection.send(ready[next++ % ready.size()]);
         });
         m_timer.start(1000 / perSecond);
     }
@@ -160,12 +165,16 @@ private:
         send(message, connection, QStringLiteral("aComplete"), {});
     }
 
-    static void send(const QDBusMessage &call, const QDBusConnection &connection, const QString &name,
-                     const QVariantList &arguments)
+    static QDBusMessage signalOf(const QDBusMessage &call, const QString &name, const QVariantList &arguments)
     {
         QDBusMessage signal = QDBusMessage::createSignal(call.path(), call.interface(), name);
         signal.setArguments(arguments);
-        connection.send(signal);
+        return signal;
+    }
+    static void send(const QDBusMessage &call, const QDBusConnection &connection, const QString &name,
+                     const QVariantList &arguments)
+    {
+        connection.send(signalOf(call, name, arguments));
     }
 
     QString m_controlFile;

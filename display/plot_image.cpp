@@ -1,0 +1,152 @@
+// SPDX-License-Identifier: MIT
+#include "display/plot_image.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace calvorn {
+
+namespace {
+
+constexpr int kStripes = 8; // into which what has changed is parted
+constexpr int kFullCover = 256;
+
+// cover: of kFullCover.
+QRgb blended(QRgb ink, QRgb ground, int cover)
+{
+    const auto channel = [cover](int above, int below) { return below + (above - below) * cover / kFullCover; };
+    return qRgb(channel(qRed(ink), qRed(ground)), channel(qGreen(ink), qGreen(ground)),
+                channel(qBlue(ink), qBlue(ground)));
+}
+
+} // namespace
+
+void PlotImage::setGrid(const QImage &grid, int thickness, QRgb curveColour)
+{
+    m_image = grid.convertToFormat(QImage::Format_RGB32);
+    m_thickness = thickness;
+    m_colour = curveColour;
+    m_strips.assign(static_cast<std::size_t>(m_image.width()), Strip());
+}
+
+QRegion PlotImage::setCurve(std::span<const QPointF> points)
+{
+    placeStrips(points);
+    const QRegion changed = changedRows();
+    takeCurveAway();
+    m_strips.swap(m_placed);
+    paintCurve();
+    return changed;
+}
+
+QRegion PlotImage::changedRows() const
+{
+    QRegion changed;
+    const int columns = m_image.width();
+    const int pitch = (columns + kStripes - 1) / kStripes;
+    for (int left = 0; left < columns; left += pitch) {
+        const int end = std::min(left + pitch, columns);
+        int top = m_image.height();
+        int bottom = 0;
+        for (auto column = static_cast<std::size_t>(left); column < static_cast<std::size_t>(end); ++column) {
+            if (m_strips[column] == m_placed[column])
+                continue;
+            for (const Strip *strip : {&m_strips[column], &m_placed[column]}) {
+                if (strip->isEmpty())
+                    continue;
+                top = std::min(top, strip->first);
+                bottom = std::max(bottom, strip->end);
+            }
+        }
+        if (top < bottom)
+            changed += QRect(left, top, end - left, bottom - top);
+    }
+    return changed;
+}
+
+// Along x a pixel sees as much of the curve as a line is thick.
+void PlotImage::placeStrips(std::span<const QPointF> points)
+{
+    struct Reach
+    {
+        double highest = std::numeric_limits<double>::infinity();
+        double lowest = -std::numeric_limits<double>::infinity();
+    };
+    std::vector<Reach> reaches(m_strips.size());
+    const double half = m_thickness / 2.0;
+    const int lastColumn = static_cast<int>(reaches.size()) - 1;
+    for (std::size_t i = 1; i < points.size(); ++i) {
+        const QPointF from = points[i - 1];
+        const QPointF to = points[i];
+        const double slope = (to.y() - from.y()) / (to.x() - from.x());
+        const int first = std::max(static_cast<int>(from.x() - half + 1.0), 0);
+        const int last = std::min(static_cast<int>(to.x() + half), lastColumn);
+        for (int column = first; column <= last; ++column) {
+            const double y1 = from.y() + (std::max(from.x(), column - half) - from.x()) * slope;
+            const double y2 = from.y() + (std::min(to.x(), column + half) - from.x()) * slope;
+            Reach &reach = reaches[static_cast<std::size_t>(column)];
+            reach.highest = std::min(reach.highest, std::min(y1, y2));
+            reach.lowest = std::max(reach.lowest, std::max(y1, y2));
+        }
+    }
+    m_placed.clear();
+    for (const Reach &reach : reaches)
+        m_placed.push_back(reach.highest <= reach.lowest ? stripOf(reach.highest, reach.lowest) : Strip());
+}
+
+// A slanted line is higher, seen along a column, than it is thick: for a straight one this is exact.
+PlotImage::Strip PlotImage::stripOf(double highest, double lowest) const
+{
+    const double middle = (highest + lowest) / 2.0 + 0.5;
+    const double reach = lowest - highest;
+    const double half = std::sqrt(reach * reach + m_thickness * m_thickness) / 2.0;
+    const double height = m_image.height();
+    const double top = std::clamp(middle - half, 0.0, height);
+    const double bottom = std::clamp(middle + half, 0.0, height);
+    if (top >= bottom)
+        return {};
+    Strip strip;
+    strip.first = static_cast<int>(top);
+    strip.end = static_cast<int>(std::ceil(bottom));
+    strip.firstCover = static_cast<int>((std::min(bottom, strip.first + 1.0) - top) * kFullCover);
+    strip.lastCover = static_cast<int>((bottom - std::max(top, strip.end - 1.0)) * kFullCover);
+    return strip;
+}
+
+void PlotImage::takeCurveAway()
+{
+    const qsizetype pitch = pixelsOfARow();
+    QRgb *top = reinterpret_cast<QRgb *>(m_image.bits());
+    const QRgb *under = m_underTheCurve.data();
+    for (const Strip &strip : m_strips) {
+        for (int row = strip.first; row < strip.end; ++row)
+            top[row * pitch] = *under++;
+        ++top;
+    }
+}
+
+void PlotImage::paintCurve()
+{
+    const qsizetype pitch = pixelsOfARow();
+    QRgb *top = reinterpret_cast<QRgb *>(m_image.bits());
+    m_underTheCurve.clear();
+    for (const Strip &strip : m_strips) {
+        for (int row = strip.first; row < strip.end; ++row) {
+            QRgb &pixel = top[row * pitch];
+            m_underTheCurve.push_back(pixel);
+            const int cover = row == strip.first     ? strip.firstCover
+                              : row == strip.end - 1 ? strip.lastCover
+                                                     : kFullCover;
+            pixel = cover == kFullCover ? m_colour : blended(m_colour, pixel, cover);
+        }
+        ++top;
+    }
+}
+
+qsizetype PlotImage::pixelsOfARow() const
+{
+    return m_image.bytesPerLine() / static_cast<qsizetype>(sizeof(QRgb));
+}
+
+} // namespace calvorn
