@@ -85,7 +85,7 @@ void AcquisitionDriver::ignoringErrors(const std::function<void()> &step)
     }
 }
 
-bool AcquisitionDriver::tellWhetherOpen(const std::function<bool()> &openPort)
+bool AcquisitionDriver::tellWhetherOpen(const std::function<bool()> &openPort, const QString &refusal)
 {
     bool open = false;
     try {
@@ -93,12 +93,17 @@ bool AcquisitionDriver::tellWhetherOpen(const std::function<bool()> &openPort)
     } catch (const RuntimeError &error) {
         log().writeLog(logPrefix() + error.message());
     }
-    if (!open)
-        messages().beepAndWarn(tr("Wrong serial port number (COM%1).").arg(configuration().commPort) + u'\r' +
-                               tr("Please verify 'SetUp/Configuration/Ports'."));
-    else
+    if (open)
         emit portOpened();
+    else
+        messages().beepAndWarn(refusal);
     return open;
+}
+
+QString AcquisitionDriver::serialPortRefusal() const
+{
+    return tr("Wrong serial port number (COM%1).").arg(configuration().commPort) + u'\r' +
+           tr("Please verify 'SetUp/Configuration/Ports'.");
 }
 
 AcquisitionDriver::ErrorReaction AcquisitionDriver::serialReactionTo(std::int16_t tipoErrore)

@@ -186,8 +186,10 @@ protected:
         proxy->VectorsTaken(kVectorsAtOnce);
     }
 
-    // Opens a serial port, a failure counting as a refusal, which is told to the user.
-    bool tellWhetherOpen(const std::function<bool()> &openPort);
+    // Opens the port, a call that fails counting as a refusal. The user is told of one in these words; emits
+    // portOpened() otherwise.
+    bool tellWhetherOpen(const std::function<bool()> &openPort, const QString &refusal);
+    QString serialPortRefusal() const;
 
     // One step of a shutdown whose errors do not matter; nothing where there is no server any more.
     void ignoringErrors(const std::function<void()> &step);

@@ -3,7 +3,6 @@
 
 #include "core/number_text.h"
 
-#include <QCoreApplication>
 #include <QEvent>
 #include <QKeyEvent>
 #include <QWheelEvent>
@@ -38,6 +37,11 @@ DigitBars::DigitBars(const QString &namePrefix, QLineEdit &box, QWidget *parent)
     m_box.installEventFilter(this);
 }
 
+QString DigitBars::widestText()
+{
+    return NumberText().masked(888888888, kMaskHertz);
+}
+
 QSize DigitBars::sizeHint() const
 {
     return {120, kBarHeight};
@@ -53,9 +57,10 @@ void DigitBars::resizeEvent(QResizeEvent *event)
 void DigitBars::place()
 {
     const QFontMetrics metrics(m_box.font());
-    const QString all = NumberText().masked(888888888, kMaskHertz);
+    const QString all = widestText();
     const QRect inside = m_box.rect();
-    const int right = m_box.mapTo(parentWidget(), inside.topRight()).x() - x() - m_box.textMargins().right() - 5;
+    const int right =
+        m_box.mapTo(parentWidget(), inside.topRight()).x() - x() - m_box.textMargins().right() - kBoxPadding;
     const int width = metrics.horizontalAdvance(u'8');
     int digit = 0;
     for (qsizetype i = all.size() - 1; i >= 0; --i) {

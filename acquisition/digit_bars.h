@@ -22,6 +22,11 @@ public:
     static constexpr int kRest = 2;
     static constexpr int kDown = 3;
 
+    static constexpr int kBoxPadding = 5; // logical pixels that a line edit keeps free on either side of its text
+
+    // As many digits as there are bars, with their separators, as wide as they can be.
+    static QString widestText();
+
     // namePrefix: "VScrollStart" makes "VScrollStart_0" (units) to "VScrollStart_8".
     DigitBars(const QString &namePrefix, QLineEdit &box, QWidget *parent = nullptr);
 

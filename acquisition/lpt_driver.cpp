@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "acquisition/lpt_driver.h"
 
-#include "core/runtime_error.h"
 #include "lpt_proxy.h"
 
 namespace calvorn {
@@ -49,19 +48,11 @@ LptProxy &LptDriver::proxy()
 
 bool LptDriver::configureHardware()
 {
-    bool open = false;
-    try {
-        open = openPort(configuration().lptAddress);
-    } catch (const RuntimeError &error) {
-        log().writeLog(logPrefix() + error.message());
-    }
-    if (!open) {
-        messages().beepAndWarn(tr("Parallel port not initialized.") + u'\r' +
-                               tr("Driver not found or wrong LPT address.") + u'\r' +
-                               tr("Please verify 'SetUp/Configuration/Ports'."));
+    const QString refusal = tr("Parallel port not initialized.") + u'\r' +
+                            tr("Driver not found or wrong LPT address.") + u'\r' +
+                            tr("Please verify 'SetUp/Configuration/Ports'.");
+    if (!tellWhetherOpen([this] { return openPort(configuration().lptAddress); }, refusal))
         return false;
-    }
-    emit portOpened();
     setDdsDevice(configuration().ddsDevice);
     setAdcDevice(configuration().adcDevice);
     setXtalFrequency(configuration().ddsXtalFreq);

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "acquisition/pic_driver.h"
 
-#include "core/runtime_error.h"
 #include "pic_proxy.h"
 
 namespace calvorn {
@@ -45,7 +44,8 @@ PicProxy &PicDriver::proxy()
 
 bool PicDriver::configureHardware()
 {
-    if (!tellWhetherOpen([this] { return openPort(configuration().commPort, configuration().serialSettings); }))
+    if (!tellWhetherOpen([this] { return openPort(configuration().commPort, configuration().serialSettings); },
+                         serialPortRefusal()))
         return false;
     if (sendFrequency(QStringLiteral("A"), configuration().startFreq))
         return true;

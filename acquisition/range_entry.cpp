@@ -66,8 +66,7 @@ RangeEntry::Box RangeEntry::makeBox(const char *suffix, const QString &frameTitl
     font.setPointSizeF(font.pointSizeF() * 1.25);
     font.setLetterSpacing(QFont::AbsoluteSpacing, 2.5);
     box->setFont(font);
-    // The highest frequency that a box can hold, with the gap that a line edit keeps on both sides.
-    box->setMinimumWidth(box->fontMetrics().horizontalAdvance(NumberText().masked(888888888, kMaskHertz)) + 2 * 5);
+    box->setMinimumWidth(box->fontMetrics().horizontalAdvance(DigitBars::widestText()) + 2 * DigitBars::kBoxPadding);
     auto *bars = new DigitBars(QStringLiteral("VScroll") + QString::fromLatin1(suffix), *box, frame);
     column->addWidget(bars);
     column->addWidget(box);
@@ -162,10 +161,7 @@ void RangeEntry::leaveBox(const Box &box)
         value = m_configuration.ddsMaxFreq;
         m_messages.desktop().beep();
     }
-    *box.frequency = roundToInteger<std::int32_t>(value);
-    box.text->setText(numbers.masked(*box.frequency, kMaskHertz));
-    emit rangeChanged();
-    m_scrollBusy = false;
+    setFrequency(box, roundToInteger<std::int32_t>(value));
 }
 
 void RangeEntry::stepDigit(const Box &box, int index)
@@ -180,7 +176,7 @@ void RangeEntry::stepDigit(const Box &box, int index)
     std::int32_t weight = 1;
     for (int i = 0; i < index; ++i)
         weight *= 10;
-    std::int32_t &frequency = *box.frequency;
+    std::int32_t frequency = *box.frequency;
     const int position = box.bars->position(index);
     box.bars->rest(index);
     if (position == DigitBars::kUp)
@@ -195,8 +191,7 @@ void RangeEntry::stepDigit(const Box &box, int index)
         frequency = m_configuration.ddsMaxFreq;
         m_messages.desktop().beep();
     }
-    box.text->setText(NumberText().masked(frequency, kMaskHertz));
-    emit rangeChanged();
+    setFrequency(box, frequency);
 }
 
 } // namespace calvorn

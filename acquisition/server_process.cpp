@@ -100,10 +100,8 @@ void ServerProcess::stop()
     if (m_process.state() == QProcess::NotRunning)
         return;
     m_process.closeWriteChannel();
-    if (!m_process.waitForFinished(kEndTimeoutMs)) {
-        m_process.kill();
-        m_process.waitForFinished(kEndTimeoutMs);
-    }
+    if (!m_process.waitForFinished(kEndTimeoutMs))
+        kill();
 }
 
 } // namespace calvorn

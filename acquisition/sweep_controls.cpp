@@ -186,7 +186,7 @@ bool SweepControls::startSweep()
 // Waits, delivering window messages, for the aComplete of a sweep that still runs.
 bool SweepControls::waitForIdle()
 {
-    while (m_sweepState > kIdle && !m_abandoned)
+    while (m_sweepState != kIdle && !m_abandoned)
         m_messages.desktop().pumpMessages(kPumpMs);
     return !m_abandoned;
 }
@@ -231,7 +231,6 @@ void SweepControls::optSpeed_Click(std::int16_t index)
 
 void SweepControls::timerUpdateSweep_Timer()
 {
-    m_timerUpdateSweep.stop();
     if (m_starting) {
         // A start that waits, or that has to tell something first, would never end under this one.
         m_timerUpdateSweep.start();
@@ -239,7 +238,7 @@ void SweepControls::timerUpdateSweep_Timer()
     }
     if (!m_driver) {
         m_hooks.idleRangeChanged();
-    } else if (m_sweepState < 1) {
+    } else if (m_sweepState == kIdle) {
         m_hooks.idleRangeChanged();
         m_driver->parkAtChangedStart();
     } else if (m_driver->replanning() == AcquisitionDriver::Replanning::InPlace) {
@@ -254,14 +253,14 @@ void SweepControls::timerUpdateSweep_Timer()
 
 void SweepControls::aggiornaTimer()
 {
-    m_sweepEndTick = m_messages.desktop().tickCount();
-    if (m_sweepEndTick == m_sweepStartTick)
+    const std::uint32_t endTick = m_messages.desktop().tickCount();
+    if (endTick == m_sweepStartTick)
         return;
     // Unsigned, so that the period is right across a wrap of the tick counter.
-    const std::uint32_t period = m_sweepEndTick - m_sweepStartTick;
+    const std::uint32_t period = endTick - m_sweepStartTick;
     m_sweepTime->setText(NumberText::fromInteger(period));
     m_sweepRate->setText(NumberText().masked(1000.0 / period, kMaskFixed));
-    m_sweepStartTick = m_sweepEndTick;
+    m_sweepStartTick = endTick;
 }
 
 } // namespace calvorn

@@ -100,7 +100,6 @@ private:
     AcquisitionDriver *m_driver = nullptr;
     Hooks m_hooks;
     std::int16_t m_sweepState = kIdle;
-    std::uint32_t m_sweepEndTick = 0;   // ms
     std::uint32_t m_sweepStartTick = 0; // ms
     bool m_starting = false;
     bool m_abandoned = false;

@@ -2,7 +2,6 @@
 #include "acquisition/vna_driver.h"
 
 #include "core/number_text.h"
-#include "core/runtime_error.h"
 #include "vna_proxy.h"
 
 namespace calvorn {
@@ -40,7 +39,8 @@ VnaProxy &VnaDriver::proxy()
 
 bool VnaDriver::configureHardware()
 {
-    if (!tellWhetherOpen([this] { return openPort(configuration().commPort, configuration().serialSettings); }))
+    if (!tellWhetherOpen([this] { return openPort(configuration().commPort, configuration().serialSettings); },
+                         serialPortRefusal()))
         return false;
     setXtalFrequency(configuration().ddsXtalFreq);
     setMultiplier(configuration().ddsMultiplier);

@@ -57,11 +57,6 @@ void writeSetting(const QString &section, const QString &key, const QString &val
     writeProfileString(path, section, key, value);
 }
 
-QString decimalSeparator()
-{
-    return NumberText().decimalSeparator();
-}
-
 QString normaliseDecimal(const QString &text)
 {
     return NumberText().normaliseDecimal(text);

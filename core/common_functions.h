@@ -27,9 +27,6 @@ QString readSetting(const QString &section, const QString &key, const QString &p
 // A failed write is not reported.
 void writeSetting(const QString &section, const QString &key, const QString &value, const QString &path);
 
-// The decimal separator of the current locale, one character.
-QString decimalSeparator();
-
 // See NumberText::normaliseDecimal; by the current locale.
 QString normaliseDecimal(const QString &text);
 

@@ -24,35 +24,35 @@ struct Configuration
 {
     QString iniPath; // full path of the settings file
     std::int16_t interfaceType = kInterfaceLpt;
-    QString serialSettings;      // line parameters, "115200,N,8,1"
-    std::int16_t lptAddress = 0; // base address of the parallel port; 0 is the simulated board
-    std::int16_t commPort = 0;
-    QString ddsDevice; // "AD9850", "AD9851" or "AD9951"
-    std::int16_t ddsMultiplier = 1;
-    std::int32_t ddsXtalFreq = 0; // Hz
-    std::int32_t ddsMaxFreq = 0;  // Hz
-    std::int32_t ddsMinFreq = 0;  // Hz
-    double ddsOffset = 0.0;       // Hz, added at the output
-    QString adcDevice;            // "8bit" or "10bit"
-    double dbReference = 1.0;     // volts, 1.0 or 10.0; set by voltsToDb
-    float adcOffset = 0.0F;       // volts
-    float adcStep = 0.0F;         // volts per count
-    float maxScaleVolt = 0.0F;    // volts, top of the linear scale
-    std::int32_t maxScaleDb = 0;  // dB, bottom of the logarithmic scales, zero or negative
-    std::int16_t aux1 = 0;        // bit i is check box i
+    QString serialSettings;         // line parameters, "115200,N,8,1"
+    std::int16_t lptAddress = 0;    // base address of the parallel port; 0 is the simulated board
+    std::int16_t commPort = 0;      // N of COM<N> (platform/serial_ports.h); 100 is the simulated board
+    QString ddsDevice;              // "AD9850", "AD9851" or "AD9951"
+    std::int16_t ddsMultiplier = 1; // system clock over crystal, where the chip can do it
+    std::int32_t ddsXtalFreq = 0;   // Hz
+    std::int32_t ddsMaxFreq = 0;    // Hz
+    std::int32_t ddsMinFreq = 0;    // Hz
+    double ddsOffset = 0.0;         // Hz, added at the output
+    QString adcDevice;              // "8bit" or "10bit"
+    double dbReference = 1.0;       // volts, 1.0 or 10.0; set by voltsToDb
+    float adcOffset = 0.0F;         // volts
+    float adcStep = 0.0F;           // volts per count
+    float maxScaleVolt = 0.0F;      // volts, top of the linear scale
+    std::int32_t maxScaleDb = 0;    // dB, bottom of the logarithmic scales, zero or negative
+    std::int16_t aux1 = 0;          // bit i is check box i
     std::int16_t aux2 = 0;
-    std::int16_t pot2 = 0;
+    std::int16_t pot2 = 0;       // position of the potentiometer of output 2, 0 to 255
     std::int16_t scaleType = 0;  // core/scale_type.h says what it means
     std::int32_t startFreq = 0;  // Hz
     std::int32_t stopFreq = 0;   // Hz
     std::int32_t stepFreq = 0;   // Hz, negative for a descending sweep
     std::int16_t sweepSpeed = 0; // 0 standard, 1 slow, 2 very slow
     std::int16_t cursorMode = 0; // 0 linked, 1 floating cross
-    bool usbApi = false;
-    bool logDebug = false; // diagnostic lines go to the log list
+    bool usbApi = false;         // of the section [Debug], like slowCpu; nothing depends on the two
+    bool logDebug = false;       // diagnostic lines go to the log list
     std::int32_t slowCpu = 0;
-    std::int16_t msgResult = 0; // of the last message box
-    QString msgText;            // of the next message box
+    std::int16_t msgResult = 0; // answer of the last message box; -1 or 0 after a command that went well or not
+    QString msgText;            // of the last message box
     QString startNotice;        // what the frequency plan corrected, for its message
     QString stopNotice;
 };

@@ -185,11 +185,6 @@ void NumberText::assignInteger(QString &target, std::int64_t value)
         out[i] = QLatin1Char(buffer[static_cast<std::size_t>(i)]);
 }
 
-QString NumberText::fromBoolean(bool value)
-{
-    return value ? QStringLiteral("True") : QStringLiteral("False");
-}
-
 bool NumberText::isGroup(QChar c) const
 {
     if (c == m_group)

@@ -34,7 +34,6 @@ public:
     QString fromSingle(float value) const;
     static QString fromInteger(std::int64_t value);
     static void assignInteger(QString &target, std::int64_t value);
-    static QString fromBoolean(bool value);
 
     // The named format "General Number": the ordinary conversion of the number that the text holds.
     QString generalNumber(QStringView text) const { return fromDouble(toDouble(text)); }

@@ -3,11 +3,8 @@
 
 #include "core/common_functions.h"
 #include "core/number_text.h"
-#include "core/runtime_error.h"
 #include "core/scale_type.h"
 #include "platform/profile_file.h"
-
-#include <QCoreApplication>
 
 namespace calvorn {
 

@@ -8,17 +8,20 @@
 
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 namespace calvorn {
 
 namespace {
 
-QByteArray readAll(const QString &path)
+// No bytes where there is no file; nothing when there is one that cannot be read.
+std::optional<QByteArray> readAll(const QString &path)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        return {};
-    return file.readAll();
+        return file.exists() ? std::nullopt : std::optional(QByteArray());
+    QByteArray content = file.readAll();
+    return file.error() == QFileDevice::NoError ? std::optional(std::move(content)) : std::nullopt;
 }
 
 QString decode(QByteArrayView bytes)
@@ -124,9 +127,12 @@ public:
     explicit Document(const QString &path)
         : m_path(path)
     {
-        const QByteArray content = readAll(path);
+        const std::optional<QByteArray> read = readAll(path);
+        m_readable = read.has_value();
+        const QByteArray content = read.value_or(QByteArray());
         const qsizetype firstEnd = content.indexOf('\n');
-        m_lineEnd = firstEnd > 0 && content[firstEnd - 1] != '\r' ? "\n" : firstEnd == 0 ? "\n" : "\r\n";
+        const bool bareLineFeed = firstEnd == 0 || (firstEnd > 0 && content[firstEnd - 1] != '\r');
+        m_lineEnd = bareLineFeed ? "\n" : "\r\n";
         LineReader reader(content);
         while (const auto text = reader.next())
             m_lines.append(text->toByteArray());
@@ -178,6 +184,9 @@ public:
 
     bool save() const
     {
+        // What could not be read would be lost.
+        if (!m_readable)
+            return false;
         QByteArray text;
         for (const QByteArray &line : m_lines)
             text += line + m_lineEnd;
@@ -196,6 +205,7 @@ private:
     }
 
     QString m_path;
+    bool m_readable = false;
     QByteArray m_lineEnd;
     QList<QByteArray> m_lines;
 };
@@ -204,7 +214,7 @@ private:
 
 QString readProfileString(const QString &path, const QString &section, const QString &key)
 {
-    const QByteArray content = readAll(path);
+    const QByteArray content = readAll(path).value_or(QByteArray());
     LineReader reader(content);
     bool inSection = false;
     while (const auto text = reader.next()) {

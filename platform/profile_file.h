@@ -27,10 +27,11 @@ struct ProfileEntry
     QString value;
 };
 
-// Returns the value, or an empty text when the file, the section, the key or its value is missing.
+// Returns the value, or an empty text when the file, the section, the key or its value is missing, or when the file
+// cannot be read.
 QString readProfileString(const QString &path, const QString &section, const QString &key);
 
-// Returns false when the file could not be replaced; it is then as it was.
+// Returns false when the file could not be replaced, or is there but cannot be read; it is then as it was.
 bool writeProfileString(const QString &path, const QString &section, const QString &key, const QString &value);
 
 // Writes all entries with one replacement of the file: either all of them arrive or none.

@@ -9,8 +9,6 @@
 #include <QTest>
 #include <QWheelEvent>
 
-#include <memory>
-
 using namespace calvorn;
 using calvorn::test::inLocale;
 

@@ -187,8 +187,6 @@ void TestNumberText::booleans()
     for (const QStringView text : {QStringView(u"0"), QStringView(u"False"), QStringView(u"&H0")})
         QVERIFY2(!numbers.toBoolean(text), qPrintable(text.toString()));
     QCOMPARE(errorOf([&] { numbers.toBoolean(u"yes"); }), kMismatch);
-    QCOMPARE(NumberText::fromBoolean(true), QStringLiteral("True"));
-    QCOMPARE(NumberText::fromBoolean(false), QStringLiteral("False"));
 }
 
 void TestNumberText::notNumbers_data()

@@ -2,11 +2,14 @@
 #include "platform/profile_file.h"
 
 #include "tests/support/full_disk.h"
+#include "tests/support/unprivileged.h"
 
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
+
+#include <sys/stat.h>
 
 using namespace calvorn;
 
@@ -60,6 +63,7 @@ private slots:
     void clearsOnlyTheKeysOfOneSection();
     void clearingAnAbsentSectionTouchesNothing();
     void aFailedWriteLeavesTheOldFile();
+    void aFileThatCannotBeReadIsNotReplaced();
     void writesSeveralAtOnce();
 };
 
@@ -199,6 +203,25 @@ void TestProfileFile::aFailedWriteLeavesTheOldFile()
     }
     QCOMPARE(content(), before);
     QCOMPARE(QDir(m_folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList(QStringLiteral("Calvorn.ini")));
+}
+
+void TestProfileFile::aFileThatCannotBeReadIsNotReplaced()
+{
+    const QByteArray before = "[a]\r\nb=1\r\n";
+    write(before);
+    const QByteArray file = QFile::encodeName(path());
+    const QByteArray folder = QFile::encodeName(m_folder.path());
+    QCOMPARE(chmod(file.constData(), 0222), 0);
+    QCOMPARE(chmod(folder.constData(), 0777), 0);
+    {
+        const test::Unprivileged user;
+        QVERIFY(user.holds());
+        QCOMPARE(value("a", "b"), QString());
+        QVERIFY(!put("a", "c", QStringLiteral("2")));
+    }
+    QCOMPARE(chmod(folder.constData(), 0700), 0);
+    QCOMPARE(chmod(file.constData(), 0644), 0);
+    QCOMPARE(content(), before);
 }
 
 void TestProfileFile::writesSeveralAtOnce()

@@ -35,10 +35,13 @@ public:
     int sleptMs = 0;
     std::uint32_t ticks = 0;            // ms
     std::function<void()> whilePumping; // called before messages are delivered
+    std::function<void()> whileBoxOpen; // called before a box is answered
 
     std::int16_t messageBox(BoxIcon icon, BoxButtons buttons, const QString &text, const QString &title) override
     {
         boxes.append({icon, buttons, text, title});
+        if (whileBoxOpen)
+            whileBoxOpen();
         return answers.isEmpty() ? kBoxOk : answers.dequeue();
     }
     QString chooseFileToOpen(const QString &, const QString &suggested) override
