@@ -9,6 +9,7 @@
 #include <QPolygonF>
 #include <QRect>
 
+#include <optional>
 #include <span>
 
 class QPainter;
@@ -64,6 +65,7 @@ public:
 private:
     double snapped(double value) const;
     bool isOnSurface(double position, double extent) const;
+    std::optional<QRectF> stripeAt(QPointF user, bool upright) const;
     void placeColumns(PlacedCurve &curve) const;
 
     const GraphCoordinates &m_coordinates;
