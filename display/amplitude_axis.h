@@ -41,7 +41,7 @@ public:
     // "Volt" or "dB".
     void setUnit(const QString &unit) { m_unit->setText(unit); }
 
-    // The caption of the unit, which the panel lays behind the boxes, above the graph.
+    // The caption of the unit, which the panel lays to the right of the boxes, above the graph.
     QLabel *unitLabel() const { return m_unit; }
 
     // Where the graph lies beside the axis, in logical pixels from the top of the axis. Labels are placed anew.
