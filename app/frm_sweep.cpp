@@ -175,8 +175,13 @@ void FrmSweep::connectRooms()
 
 void FrmSweep::buildMenus()
 {
-    QMenu *file = menuBar()->addMenu(tr("&File"));
-    file->setToolTipsVisible(true);
+    // The tips of the entries are seen here or nowhere: the window has no status bar.
+    const auto addMenu = [this](const QString &title) {
+        QMenu *menu = menuBar()->addMenu(title);
+        menu->setToolTipsVisible(true);
+        return menu;
+    };
+    QMenu *file = addMenu(tr("&File"));
     file->addActions({m_files->exportAction(), m_files->importAction()});
     file->addSeparator();
     file->addActions(m_pictures->actions());
@@ -186,10 +191,10 @@ void FrmSweep::buildMenus()
     exit->setObjectName(QStringLiteral("mnuExit"));
     exit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
 
-    menuBar()->addMenu(tr("&View"))->addActions(m_views->actions());
-    menuBar()->addMenu(tr("S&cale"))->addActions(m_scales->actions());
+    addMenu(tr("&View"))->addActions(m_views->actions());
+    addMenu(tr("S&cale"))->addActions(m_scales->actions());
 
-    m_setUpMenu = menuBar()->addMenu(tr("&SetUp"));
+    m_setUpMenu = addMenu(tr("&SetUp"));
     m_setUpMenu->menuAction()->setObjectName(QStringLiteral("mnuSetUp"));
     m_setUpMenu->addActions(m_setUp->actions());
     m_setUpMenu->addSeparator();
@@ -198,8 +203,7 @@ void FrmSweep::buildMenus()
     m_boundary.connect(preferences, &QAction::triggered, this, "mnuPreferences_Click",
                        [this] { mnuPreferences_Click(); });
 
-    QMenu *help = menuBar()->addMenu(tr("&Help"));
-    help->setToolTipsVisible(true);
+    QMenu *help = addMenu(tr("&Help"));
     help->addActions(m_help->actions());
     help->addSeparator();
     QAction *about = help->addAction(tr("&About"));

@@ -40,7 +40,6 @@ ScaleControl::ScaleControl(Configuration &configuration, SweepTable &table, Grap
         auto *action = new QAction(entry.caption, group);
         action->setObjectName(QString::fromLatin1(entry.name));
         action->setToolTip(entry.toolTip);
-        action->setStatusTip(entry.toolTip);
         action->setCheckable(true);
         boundary.connect(action, &QAction::triggered, this, entry.name,
                          [this, handler = entry.handler] { (this->*handler)(); });

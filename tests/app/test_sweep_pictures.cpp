@@ -256,7 +256,7 @@ void TestSweepPictures::theMenuHasItsKeysAndHelp()
         const auto *action = bench.window->findChild<QAction *>(QString::fromLatin1(name));
         QVERIFY2(action, name);
         QCOMPARE(action->shortcut().toString(), key);
-        QVERIFY2(action->statusTip().size() > 15, name);
+        QVERIFY2(action->toolTip().size() > 15, name);
     }
 }
 
