@@ -5,7 +5,6 @@
 #include "tests/support/fake_server_control.h"
 #include "tests/support/window_bench.h"
 
-#include <QAbstractSpinBox>
 #include <QListWidget>
 #include <QMenu>
 #include <QMenuBar>

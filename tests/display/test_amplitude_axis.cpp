@@ -2,6 +2,7 @@
 #include "tests/display/display_bench.h"
 
 #include <cmath>
+#include <limits>
 
 using namespace calvorn;
 using calvorn::test::DisplayBench;
