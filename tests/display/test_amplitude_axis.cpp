@@ -188,6 +188,17 @@ private slots:
         }
     }
 
+    // The box shows two decimals.
+    void aChangeOfScaleKeepsTheFullScale()
+    {
+        DisplayBench bench(0, 0.125F);
+        bench.scaleAction(1)->trigger();
+        bench.scaleAction(0)->trigger();
+        QCOMPARE(bench.configuration.maxScaleVolt, 0.125F);
+        QCOMPARE(bench.panel.graph().coordinates().fullScaleVolt(), 0.125);
+        QCOMPARE(bench.text(QStringLiteral("txtMaxVolt")), QStringLiteral("0.12"));
+    }
+
     void damagedFullScaleIsHealed()
     {
         DisplayBench volts(0, std::numeric_limits<float>::quiet_NaN());
