@@ -22,7 +22,7 @@ namespace calvorn {
 namespace {
 
 constexpr QSize kStartSize(800, 600); // pixels
-constexpr int kWindowTitle = 40;      // pixels of height that a window manager adds
+constexpr int kTitleBarHeight = 40;   // pixels; a window manager adds it
 constexpr int kControlColumnWidth = 186;
 // On a screen of 1024 pixels the graph and the markers leave no more, even to the largest of the usual fonts.
 constexpr int kWidestControlColumn = 225;
@@ -71,7 +71,7 @@ void FrmSweep::compose()
     setCentralWidget(central);
 }
 
-void FrmSweep::composeControlColumn(QLayout *column)
+void FrmSweep::composeControlColumn(QVBoxLayout *column)
 {
     m_readouts = new FrequencyReadouts(this);
     m_range = new RangeEntry(m_configuration, m_table, *m_readouts, m_messages, m_boundary, this);
@@ -86,11 +86,10 @@ void FrmSweep::composeControlColumn(QLayout *column)
     m_testPanel = new TestPanel(m_configuration, m_table, m_messages, m_log, m_boundary, this);
     m_events = new DriverEvents(m_messages, m_log, m_boundary, *m_controls, m_conversion, *m_testPanel, this);
 
-    for (QWidget *widget :
-         {static_cast<QWidget *>(m_range), static_cast<QWidget *>(m_controls), static_cast<QWidget *>(m_testPanel)})
-        column->addWidget(widget);
-    static_cast<QVBoxLayout *>(column)->setStretchFactor(m_testPanel, 1);
-    static_cast<QVBoxLayout *>(column)->addStretch();
+    column->addWidget(m_range);
+    column->addWidget(m_controls);
+    column->addWidget(m_testPanel, 1);
+    column->addStretch();
 }
 
 // As wide as its texts need in the font of the desktop; what is hidden asks for nothing.
@@ -105,7 +104,7 @@ void FrmSweep::fitControlColumn()
         widget->setFixedWidth(width);
 }
 
-void FrmSweep::composeGraphColumn(QLayout *column)
+void FrmSweep::composeGraphColumn(QVBoxLayout *column)
 {
     m_graphPanel = new GraphPanel(m_configuration, m_table, m_desktop, m_boundary, this);
     m_graphPanel->setFooter(m_readouts);
@@ -131,9 +130,8 @@ void FrmSweep::composeGraphColumn(QLayout *column)
     m_setUp = new SetUpMenu({m_configuration, m_table, *m_events, m_messages, m_log, m_boundary}, this);
     m_scales = new ScaleControl(m_configuration, m_table, *m_graphPanel, *m_markers, m_boundary, this);
 
-    column->addWidget(m_graphPanel);
+    column->addWidget(m_graphPanel, 1);
     column->addWidget(m_views);
-    static_cast<QVBoxLayout *>(column)->setStretchFactor(m_graphPanel, 1);
 }
 
 void FrmSweep::connectRooms()
@@ -177,8 +175,13 @@ void FrmSweep::connectRooms()
 
 void FrmSweep::buildMenus()
 {
-    QMenu *file = menuBar()->addMenu(tr("&File"));
-    file->setToolTipsVisible(true);
+    // The tips of the entries are seen here or nowhere: the window has no status bar.
+    const auto addMenu = [this](const QString &title) {
+        QMenu *menu = menuBar()->addMenu(title);
+        menu->setToolTipsVisible(true);
+        return menu;
+    };
+    QMenu *file = addMenu(tr("&File"));
     file->addActions({m_files->exportAction(), m_files->importAction()});
     file->addSeparator();
     file->addActions(m_pictures->actions());
@@ -188,10 +191,10 @@ void FrmSweep::buildMenus()
     exit->setObjectName(QStringLiteral("mnuExit"));
     exit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
 
-    menuBar()->addMenu(tr("&View"))->addActions(m_views->actions());
-    menuBar()->addMenu(tr("S&cale"))->addActions(m_scales->actions());
+    addMenu(tr("&View"))->addActions(m_views->actions());
+    addMenu(tr("S&cale"))->addActions(m_scales->actions());
 
-    m_setUpMenu = menuBar()->addMenu(tr("&SetUp"));
+    m_setUpMenu = addMenu(tr("&SetUp"));
     m_setUpMenu->menuAction()->setObjectName(QStringLiteral("mnuSetUp"));
     m_setUpMenu->addActions(m_setUp->actions());
     m_setUpMenu->addSeparator();
@@ -200,8 +203,7 @@ void FrmSweep::buildMenus()
     m_boundary.connect(preferences, &QAction::triggered, this, "mnuPreferences_Click",
                        [this] { mnuPreferences_Click(); });
 
-    QMenu *help = menuBar()->addMenu(tr("&Help"));
-    help->setToolTipsVisible(true);
+    QMenu *help = addMenu(tr("&Help"));
     help->addActions(m_help->actions());
     help->addSeparator();
     QAction *about = help->addAction(tr("&About"));
@@ -236,7 +238,7 @@ bool FrmSweep::start()
     // The server comes up while the window is prepared.
     m_server.launch();
     setWindowTitle(QString::fromLatin1(kApplicationTitle));
-    const QSize free = screen()->availableSize() - QSize(0, kWindowTitle);
+    const QSize free = screen()->availableSize() - QSize(0, kTitleBarHeight);
     resize(kStartSize.boundedTo(free));
     if (!loadSettings())
         return false;

@@ -23,6 +23,8 @@
 
 #include <QMainWindow>
 
+class QVBoxLayout;
+
 namespace calvorn {
 
 class FrmAbout;
@@ -55,8 +57,8 @@ protected:
 private:
     void compose();
     void fitControlColumn();
-    void composeGraphColumn(QLayout *column);
-    void composeControlColumn(QLayout *column);
+    void composeGraphColumn(QVBoxLayout *column);
+    void composeControlColumn(QVBoxLayout *column);
     void connectRooms();
     void buildMenus();
     bool loadSettings();

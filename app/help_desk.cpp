@@ -67,7 +67,6 @@ QAction *HelpDesk::addAction(const char *name, const QString &text, const QStrin
     auto *action = new QAction(text, this);
     action->setObjectName(QString::fromLatin1(name));
     action->setToolTip(tip);
-    action->setStatusTip(tip);
     m_actions.append(action);
     return action;
 }

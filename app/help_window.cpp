@@ -58,6 +58,7 @@ HelpWindow::HelpWindow(const QString &helpFile, QWidget *parent)
     setWindowTitle(tr("Calvorn Help"));
     m_engine->setReadOnly(false);
     m_engine->setUsesFilterEngine(true);
+    // Contents and index are read by the set-up that follows the registration.
     m_usable = m_engine->setupData() && m_engine->registerDocumentation(helpFile) && m_engine->setupData();
     build();
     resize(kStartSize.boundedTo(screen()->availableSize() - kFrame));

@@ -22,11 +22,11 @@ SetUpMenu::SetUpMenu(const Rooms &rooms, QWidget *window)
               &SetUpMenu::mnuCalibraDetector_Click);
 }
 
-void SetUpMenu::addAction(const char *name, const QString &text, const QString &statusTip, void (SetUpMenu::*handler)())
+void SetUpMenu::addAction(const char *name, const QString &text, const QString &toolTip, void (SetUpMenu::*handler)())
 {
     auto *action = new QAction(text, this);
     action->setObjectName(QString::fromLatin1(name));
-    action->setStatusTip(statusTip);
+    action->setToolTip(toolTip);
     m_rooms.boundary.connect(action, &QAction::triggered, this, name, [this, handler] { (this->*handler)(); });
     m_actions.append(action);
 }

@@ -45,7 +45,7 @@ signals:
     void tableRewritten();
 
 private:
-    void addAction(const char *name, const QString &text, const QString &statusTip, void (SetUpMenu::*handler)());
+    void addAction(const char *name, const QString &text, const QString &toolTip, void (SetUpMenu::*handler)());
     void mnuConfig_Click();
     void mnuCalibraDDS_Click();
     void mnuCalibraDetector_Click();

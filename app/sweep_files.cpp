@@ -25,11 +25,9 @@ SweepFiles::SweepFiles(const SweepFilesRooms &rooms, Messages &messages, Log &lo
     m_export->setObjectName(QStringLiteral("mnuSaveCSV"));
     m_export->setShortcut(QKeySequence::Save);
     m_export->setToolTip(tr("Write the sweep into a file"));
-    m_export->setStatusTip(m_export->toolTip());
     m_import->setObjectName(QStringLiteral("mnuOpenCSV"));
     m_import->setShortcut(QKeySequence::Open);
     m_import->setToolTip(tr("Show a sweep from a file"));
-    m_import->setStatusTip(m_import->toolTip());
     connect(m_export, &QAction::triggered, this, &SweepFiles::mnuSaveCSV_Click);
     connect(m_import, &QAction::triggered, this, &SweepFiles::mnuOpenCSV_Click);
 }

@@ -38,7 +38,6 @@ QAction *SweepPictures::makeAction(const char *name, const QString &caption, con
     action->setObjectName(QString::fromLatin1(name));
     action->setShortcut(shortcut);
     action->setToolTip(help);
-    action->setStatusTip(help);
     return action;
 }
 

@@ -70,17 +70,13 @@ void AmplitudeAxis::showFullScale()
 
 void AmplitudeAxis::readFullScale()
 {
-    const NumberText numbers;
+    // A number that nobody has typed comes from the record, which may have more decimals than the box shows.
+    const auto isEntry = [](const EntryBox *box) { return box->isModified() || !NumberText().isNumeric(box->text()); };
     if (isLinearScale(m_configuration.scaleType)) {
-        if (m_maxVolt->isModified() || !numbers.isNumeric(m_maxVolt->text()))
+        if (isEntry(m_maxVolt))
             acceptMaxVolt();
-        else
-            m_configuration.maxScaleVolt = numbers.toSingle(m_maxVolt->text());
-    } else {
-        if (m_maxDb->isModified() || !numbers.isNumeric(m_maxDb->text()))
-            acceptMaxDb();
-        else
-            m_configuration.maxScaleDb = numbers.toInt32(m_maxDb->text());
+    } else if (isEntry(m_maxDb)) {
+        acceptMaxDb();
     }
 }
 

@@ -31,8 +31,8 @@ public:
     // Puts the full-scale values of the record into the boxes; once the settings are loaded.
     void showFullScale();
 
-    // Takes the box of the record's scale over into the record, for a change of scale. An entry that is still being
-    // typed counts as left; a text that is not a number is put back from the record.
+    // For a change of scale: an entry that is still being typed into the box of the record's scale counts as left; a
+    // text that is not a number is put back from the record.
     void readFullScale();
 
     // Labels, caption of the reference, and the box of the record's scale.
@@ -41,7 +41,7 @@ public:
     // "Volt" or "dB".
     void setUnit(const QString &unit) { m_unit->setText(unit); }
 
-    // The caption of the unit, which the panel lays behind the boxes, above the graph.
+    // The caption of the unit, which the panel lays to the right of the boxes, above the graph.
     QLabel *unitLabel() const { return m_unit; }
 
     // Where the graph lies beside the axis, in logical pixels from the top of the axis. Labels are placed anew.

@@ -70,24 +70,16 @@ std::vector<GridLine> GraphCoordinates::gridLines() const
     return lines;
 }
 
-// Every fifth line is major. The count restarts at the centre line, which is neither.
 void GraphCoordinates::addVerticalLines(std::vector<GridLine> &lines) const
 {
-    constexpr int kLinesPerMajor = 5;
-    int count = kLinesPerMajor;
-    for (int x = 0; x <= kSweepPoints; x += 10) {
-        QRgb colour = kMinorGridColour;
-        if (x == kSweepPoints / 2) {
-            colour = kCentreColour;
-            count = 1;
-        } else {
-            if (count == kLinesPerMajor) {
-                colour = kMajorGridColour;
-                count = 0;
-            }
-            ++count;
-        }
-        lines.push_back({static_cast<double>(x), m_top, static_cast<double>(x), bottom(), colour});
+    constexpr int kRowsPerMinor = 10;
+    constexpr int kRowsPerMajor = 50;
+    for (int row = 0; row <= kSweepPoints; row += kRowsPerMinor) {
+        const QRgb colour = row == kSweepPoints / 2    ? kCentreColour
+                            : row % kRowsPerMajor == 0 ? kMajorGridColour
+                                                       : kMinorGridColour;
+        const double x = row;
+        lines.push_back({x, m_top, x, bottom(), colour});
     }
 }
 

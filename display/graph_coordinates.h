@@ -42,7 +42,6 @@ public:
     GraphCoordinates() = default;
     explicit GraphCoordinates(const Configuration &configuration);
 
-    bool isLinear() const { return m_linear; }
     double top() const { return m_top; }       // y of the upper edge
     double height() const { return m_height; } // negative on the linear scale, where y grows upwards
     double bottom() const { return m_top + m_height; }

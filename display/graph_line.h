@@ -21,8 +21,8 @@ constexpr bool isVertical(GraphItem item)
     return item == GraphItem::M1 || item == GraphItem::M2 || item == GraphItem::CursorV;
 }
 
-// A line over the curve, in user units of the graph. M1, M2 and LineCV are vertical (x1 == x2), M3, M4 and LineCH
-// horizontal (y1 == y2).
+// A line over the curve, in user units of the graph (display/graph_coordinates.h). M1, M2 and CursorV are vertical
+// (x1 == x2), M3, M4 and CursorH horizontal (y1 == y2).
 struct GraphLine
 {
     double x1 = 0.0;

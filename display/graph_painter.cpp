@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <optional>
 
 namespace calvorn {
 
@@ -82,25 +81,28 @@ bool GraphPainter::isOnSurface(double position, double extent) const
     return position >= 0.0 && position < extent;
 }
 
-// Each line on whole grains: sharp at any screen scale.
-void GraphPainter::paintGrid(QPainter &painter) const
+// A line across the whole plot, on whole grains: sharp at any screen scale. One outside the range is not seen; one on
+// the edge keeps its thickness.
+std::optional<QRectF> GraphPainter::stripeAt(QPointF user, bool upright) const
 {
     const double width = m_surface.size.width();
     const double height = m_surface.size.height();
     const double thickness = m_surface.thickness;
+    const QPointF at = m_coordinates.toPixel(user, m_surface.size, m_surface.pixel);
+    if (upright)
+        return QRectF(std::min(snapped(at.x()), width - thickness), 0.0, thickness, height);
+    const double y = snapped(at.y());
+    if (!isOnSurface(y, height))
+        return std::nullopt;
+    return QRectF(0.0, std::min(y, height - thickness), width, thickness);
+}
+
+void GraphPainter::paintGrid(QPainter &painter) const
+{
     painter.fillRect(QRectF(QPointF(), m_surface.size), inked(kGraphBackground, m_ink));
-    for (const GridLine &grid : m_coordinates.gridLines()) {
-        const QPointF from = m_coordinates.toPixel({grid.x1, grid.y1}, m_surface.size, m_surface.pixel);
-        const double x = std::min(snapped(from.x()), width - thickness);
-        const double y = snapped(from.y());
-        const bool upright = grid.x1 == grid.x2;
-        // A line outside the range is not seen; the one on the edge keeps its thickness.
-        if (!upright && !isOnSurface(y, height))
-            continue;
-        const QRectF stripe = upright ? QRectF(x, 0.0, thickness, height)
-                                      : QRectF(0.0, std::min(y, height - thickness), width, thickness);
-        painter.fillRect(stripe, inked(grid.colour, m_ink));
-    }
+    for (const GridLine &grid : m_coordinates.gridLines())
+        if (const auto stripe = stripeAt({grid.x1, grid.y1}, grid.x1 == grid.x2))
+            painter.fillRect(*stripe, inked(grid.colour, m_ink));
 }
 
 QPolygonF GraphPainter::placedCurve(std::span<const double> values) const
@@ -155,15 +157,8 @@ void GraphPainter::paintLine(QPainter &painter, const GraphLine &line) const
 {
     if (!line.visible)
         return;
-    const double thickness = m_surface.thickness;
-    const QPointF from = m_coordinates.toPixel({line.x1, line.y1}, m_surface.size, m_surface.pixel);
-    const bool upright = line.x1 == line.x2;
-    if (!upright && !isOnSurface(snapped(from.y()), m_surface.size.height()))
-        return;
-    const QRectF stripe = upright ? QRectF(std::min(snapped(from.x()), m_surface.size.width() - thickness), 0.0,
-                                           thickness, m_surface.size.height())
-                                  : QRectF(0.0, snapped(from.y()), m_surface.size.width(), thickness);
-    painter.fillRect(stripe, inked(line.colour, m_ink));
+    if (const auto stripe = stripeAt({line.x1, line.y1}, line.x1 == line.x2))
+        painter.fillRect(*stripe, inked(line.colour, m_ink));
 }
 
 void GraphPainter::measureCaption(GraphLabel &caption, const QFont &font)

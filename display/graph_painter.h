@@ -9,6 +9,7 @@
 #include <QPolygonF>
 #include <QRect>
 
+#include <optional>
 #include <span>
 
 class QPainter;
@@ -59,6 +60,7 @@ public:
 private:
     double snapped(double value) const;
     bool isOnSurface(double position, double extent) const;
+    std::optional<QRectF> stripeAt(QPointF user, bool upright) const;
 
     const GraphCoordinates &m_coordinates;
     Surface m_surface;

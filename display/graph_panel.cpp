@@ -15,11 +15,10 @@ GraphPanel::GraphPanel(Configuration &configuration, const SweepTable &table, De
     m_grid->setContentsMargins(0, 0, 0, 0);
     m_grid->setSpacing(0);
     m_grid->addWidget(m_axis, 0, 0, 3, 1);
-    m_grid->addWidget(m_axis->unitLabel(), 0, 1, Qt::AlignLeft);
+    m_grid->addWidget(m_axis->unitLabel(), 0, 1, Qt::AlignLeft | Qt::AlignTop);
     m_grid->addWidget(m_graph, 1, 1);
     m_axis->unitLabel()->setFixedHeight(m_axis->spaceAbove() - m_axis->spaceBelow());
     m_axis->unitLabel()->setContentsMargins(4, 0, 0, 0);
-    m_grid->setAlignment(m_axis->unitLabel(), Qt::AlignLeft | Qt::AlignTop);
     m_grid->setRowMinimumHeight(0, m_axis->spaceAbove());
     m_grid->setRowMinimumHeight(2, m_axis->spaceBelow());
     m_grid->setRowStretch(1, 1);

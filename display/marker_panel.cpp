@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <utility>
 
 namespace calvorn {
@@ -235,16 +236,14 @@ void MarkerPanel::aggiornaLblMarkerX()
         m_m1x->setText(cellUnder(GraphItem::M1, SweepTable::FrequencyColumn));
     if (!m_m2x->isBeingTyped())
         m_m2x->setText(cellUnder(GraphItem::M2, SweepTable::FrequencyColumn));
-    m_m1y->setText(cellUnder(GraphItem::M1, SweepTable::AmplitudeColumn));
-    m_m2y->setText(cellUnder(GraphItem::M2, SweepTable::AmplitudeColumn));
+    aggiornaAmpiezzaX();
     const std::int32_t difference = checkedSubtract(frequencyUnder(GraphItem::M2), frequencyUnder(GraphItem::M1));
     m_m2m1->setText(NumberText().masked(checkedMagnitude(difference), kMaskHertzDifference));
 }
 
 double MarkerPanel::amplitudeOfLine(GraphItem item) const
 {
-    const double y = m_graph.line(item).y1 / 1000.0;
-    return isLinearScale(m_configuration.scaleType) ? y : -y;
+    return m_graph.coordinates().amplitudeOfY(m_graph.line(item).y1);
 }
 
 bool MarkerPanel::restoreAmplitude(const QString &marker)
@@ -268,8 +267,8 @@ double MarkerPanel::amplitude(const QString &marker)
 
 void MarkerPanel::aggiornaPosMarkerY(const QString &marker)
 {
-    const double factor = isLinearScale(m_configuration.scaleType) ? 1000.0 : -1000.0;
-    m_graph.moveLine(marker == QStringLiteral("M4") ? GraphItem::M4 : GraphItem::M3, amplitude(marker) * factor);
+    m_graph.moveLine(marker == QStringLiteral("M4") ? GraphItem::M4 : GraphItem::M3,
+                     m_graph.coordinates().yOfAmplitude(amplitude(marker)));
 }
 
 void MarkerPanel::aggiornaLblMarkerY()
@@ -286,14 +285,6 @@ void MarkerPanel::showAmplitudes(bool linear, double m3, double m4)
     m_m4m3->setText(numbers.masked(markerDifference(linear, bounded(m3), bounded(m4)), mask));
     m_m3y->setText(numbers.masked(bounded(m3), mask));
     m_m4y->setText(numbers.masked(bounded(m4), mask));
-}
-
-void MarkerPanel::drawMarker()
-{
-    for (const GraphItem item : {GraphItem::M1, GraphItem::M2})
-        m_graph.moveLine(item, m_graph.line(item).x1);
-    for (const GraphItem item : {GraphItem::M3, GraphItem::M4})
-        m_graph.moveLine(item, m_graph.line(item).y1);
 }
 
 void MarkerPanel::enterFrequency(EntryBox *box)

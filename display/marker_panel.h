@@ -65,8 +65,6 @@ public:
 
     // --- all ---
 
-    // Places lines and captions anew after the surface of the graph was set up.
-    void drawMarker();
     void clearCursorReadout();
     // "Volt" or "dB".
     void setUnit(const QString &unit);

@@ -6,23 +6,7 @@
 
 #include <QActionGroup>
 
-#include <array>
-
 namespace calvorn {
-
-namespace {
-
-// How the amplitude markers come to a logarithmic scale.
-struct LogarithmicScale
-{
-    std::int16_t firstOfReference; // the lower of the two scales with the same reference voltage
-    std::int16_t modeFromLinear;   // scale whose reference turns volts into dB
-};
-
-// The scale of 10 V + 10 dB takes volts over with the reference of 1 V.
-constexpr auto kLogarithmicScales = std::to_array<LogarithmicScale>({{1, 1}, {1, 2}, {3, 3}, {3, 1}});
-
-} // namespace
 
 ScaleControl::ScaleControl(Configuration &configuration, SweepTable &table, GraphPanel &panel, MarkerPanel &markers,
                            ErrorBoundary &boundary, QObject *parent)
@@ -56,7 +40,6 @@ ScaleControl::ScaleControl(Configuration &configuration, SweepTable &table, Grap
         auto *action = new QAction(entry.caption, group);
         action->setObjectName(QString::fromLatin1(entry.name));
         action->setToolTip(entry.toolTip);
-        action->setStatusTip(entry.toolTip);
         action->setCheckable(true);
         boundary.connect(action, &QAction::triggered, this, entry.name,
                          [this, handler = entry.handler] { (this->*handler)(); });
@@ -102,15 +85,16 @@ void ScaleControl::mnuScalaLineare_Click()
 
 void ScaleControl::changeToLogarithmic(std::int16_t mode)
 {
-    const LogarithmicScale &target = kLogarithmicScales[static_cast<std::size_t>(mode - 1)];
     const std::int16_t old = m_configuration.scaleType;
     double m3 = m_markers.amplitude(QStringLiteral("M3"));
     double m4 = m_markers.amplitude(QStringLiteral("M4"));
-    const bool sameReference = old == target.firstOfReference || old == target.firstOfReference + 1;
+    const bool sameReference = !isLinearScale(old) && scaleRefersTo10V(old) == scaleRefersTo10V(mode);
     if (!sameReference) {
         const double volts3 = dbToVolts(m_configuration, m3);
         const double volts4 = dbToVolts(m_configuration, m4);
-        m_configuration.scaleType = isLinearScale(old) ? target.modeFromLinear : mode;
+        // To the scale of 10 V + 10 dB, and to no other, volts come with the reference of 1 V.
+        const bool takesOneVolt = isLinearScale(old) && mode == kScaleDb10VHeadroom;
+        m_configuration.scaleType = takesOneVolt ? kScaleDb1V : mode;
         m3 = voltsToDb(m_configuration, volts3);
         m4 = voltsToDb(m_configuration, volts4);
     }

@@ -64,7 +64,6 @@ void ViewSwitch::makeButton(int index, const QString &caption, ErrorBoundary &bo
     auto *action = new QAction(caption, this);
     action->setObjectName(QStringLiteral("mnuView_%1").arg(index));
     action->setToolTip(button->toolTip());
-    action->setStatusTip(button->toolTip());
     action->setCheckable(true);
     boundary.connect(action, &QAction::triggered, this, "mnuView_Click", [this, index] { mnuView_Click(index); });
     m_actions[i] = action;

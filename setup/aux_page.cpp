@@ -149,9 +149,8 @@ void AuxPage::fill()
             controls.weights[step]->show();
         }
     }
-    const QString potMin = values().potMin;
     m_potMax->setText(values().potMax);
-    m_potMin->setText(potMin);
+    m_potMin->setText(values().potMin);
     showPotRange();
 }
 

@@ -25,7 +25,7 @@ CalibrationDialog::CalibrationDialog(const Texts &texts, Configuration &configur
     setObjectName(texts.name);
     setWindowTitle(texts.title);
     auto *column = new QVBoxLayout(this);
-    auto *instructions = new QLabel(QString(texts.instructions).replace(u'\r', u'\n'), this);
+    auto *instructions = new QLabel(texts.instructions, this);
     instructions->setObjectName(QStringLiteral("Label1"));
     instructions->setTextFormat(Qt::PlainText);
     column->addWidget(instructions);

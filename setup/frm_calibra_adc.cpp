@@ -20,9 +20,9 @@ constexpr std::int16_t kSpeedOfCalibration = 3; // the slowest: the detector set
 FrmCalibraADC::FrmCalibraADC(Configuration &configuration, SweepTable &table, Messages &messages,
                              ErrorBoundary &boundary, QWidget *parent)
     : CalibrationDialog({QStringLiteral("frmCalibraADC"), tr("Detector calibration"),
-                         tr("1. Select 'View/Table' and 'Scale/Linear'.") + u'\r' +
-                             tr("2. Connect the input of the detector to a known voltage.") + u'\r' +
-                             tr("3. Adjust the offset until the right voltage is presented.") + u'\r' +
+                         tr("1. Select 'View/Table' and 'Scale/Linear'.") + u'\n' +
+                             tr("2. Connect the input of the detector to a known voltage.") + u'\n' +
+                             tr("3. Adjust the offset until the right voltage is presented.") + u'\n' +
                              tr("4. Everytime you 'Apply', table will be updated with the new offset"),
                          QStringLiteral("txtOffsetVolt"), tr("Offset - Volt"), tr("Step the offset by 0.001 V")},
                         configuration, messages, boundary, parent)

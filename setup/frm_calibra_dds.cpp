@@ -17,9 +17,9 @@ constexpr std::int16_t kErrorIgnorable = 4;
 FrmCalibraDDS::FrmCalibraDDS(Configuration &configuration, Messages &messages, Log &log, ErrorBoundary &boundary,
                              QWidget *parent)
     : CalibrationDialog({QStringLiteral("frmCalibraDDS"), tr("Generator calibration"),
-                         tr("1. Select any start frequency.") + u'\r' +
-                             tr("2. Connect the output of the generator to a frequency meter.") + u'\r' +
-                             tr("3. Adjust the offset until the meter shows the right start frequency.") + u'\r' +
+                         tr("1. Select any start frequency.") + u'\n' +
+                             tr("2. Connect the output of the generator to a frequency meter.") + u'\n' +
+                             tr("3. Adjust the offset until the meter shows the right start frequency.") + u'\n' +
                              tr("4. Apply"),
                          QStringLiteral("txtOffset"), tr("Offset - Hz"), tr("Step the offset by 0.01 Hz")},
                         configuration, messages, boundary, parent)

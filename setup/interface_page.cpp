@@ -83,7 +83,7 @@ void InterfacePage::cmdDefault_Click(std::int16_t index)
 
 void InterfacePage::takeDefaults(std::int16_t index)
 {
-    const QStringList faults = loadHardware(values(), iniPath(), ("Interface" + QByteArray::number(index)).constData());
+    const QStringList faults = loadDefaults(values(), iniPath(), index);
     if (!faults.isEmpty())
         messages().warn(tr("Some settings could not be read.") + u'\r' + faults.join(u'\r'));
 }

@@ -3,8 +3,6 @@
 
 #include <QCoreApplication>
 
-#include <algorithm>
-
 namespace calvorn {
 
 namespace {

@@ -20,8 +20,8 @@ namespace calvorn {
 namespace {
 
 constexpr int kRefreshMs = 1000;
-constexpr int kHexadecimalAt = 15; // in the caption of a preset
-constexpr int kDefaultAddress = 888;
+constexpr std::array kPresetAddresses{0x000, 0x378, 0x278, 0x3BC}; // as the captions of the options say
+constexpr int kDefaultAddress = 0x378;
 constexpr int kHighestAddress = std::numeric_limits<std::uint16_t>::max();
 constexpr int kLongestNumber = 5; // digits
 
@@ -35,12 +35,6 @@ int leadingNumber(const QString &text)
         number = 10 * number + (c.unicode() - u'0');
     }
     return number;
-}
-
-int presetAddress(const QString &caption)
-{
-    const QString hexadecimal = caption.mid(kHexadecimalAt).remove(u'(').section(u'x', -1).section(u')', 0, 0);
-    return hexadecimal.toInt(nullptr, 16);
 }
 
 int unsignedAddress(std::int16_t address)
@@ -90,7 +84,7 @@ QWidget *PortPage::buildSerialPorts()
 
 QWidget *PortPage::buildParallelPorts()
 {
-    // The hexadecimal address begins at the 16th character, or later in a translation; it is read back from there.
+    static_assert(kPresetAddresses.size() == kFreeAddress);
     const std::array<QString, kFreeAddress + 1> captions{tr("LPT0 simulated (0x000)"), tr("LPT1, port 888 (0x378)"),
                                                          tr("LPT2, port 632 (0x278)"), tr("LPT3, port 956 (0x3BC)"),
                                                          tr("LPTx, port")};
@@ -161,7 +155,7 @@ void PortPage::nameDevices()
 
     const QVector<ParportEntry> ports = listParports({});
     for (std::size_t i = 0; i < kFreeAddress; ++i) {
-        const int address = presetAddress(m_optParallel[i]->text());
+        const int address = kPresetAddresses[i];
         const auto port = std::find_if(ports.begin(), ports.end(),
                                        [address](const ParportEntry &entry) { return entry.base == address; });
         m_optParallel[i]->setToolTip(address == 0          ? tr("A simulated board, for the program without hardware")
@@ -181,15 +175,9 @@ void PortPage::fill()
 void PortPage::selectParallelPort()
 {
     const int address = unsignedAddress(values().lptAddress);
-    bool matched = false;
-    for (std::size_t i = 0; i < kFreeAddress; ++i) {
-        if (presetAddress(m_optParallel[i]->text()) != address)
-            continue;
-        matched = true;
-        chooseOption(m_optParallel[i]);
-    }
-    if (matched)
-        return;
+    for (std::size_t i = 0; i < kFreeAddress; ++i)
+        if (kPresetAddresses[i] == address)
+            return chooseOption(m_optParallel[i]);
     m_address->setText(NumberText::fromInteger(address));
     chooseOption(m_optParallel[kFreeAddress]);
 }
@@ -209,7 +197,7 @@ void PortPage::selectSerialPort()
 void PortPage::optParallelPort_Click(std::size_t index)
 {
     if (index < kFreeAddress) {
-        values().lptAddress = static_cast<std::int16_t>(presetAddress(m_optParallel[index]->text()));
+        values().lptAddress = static_cast<std::int16_t>(kPresetAddresses[index]);
         return;
     }
     if (m_address->text().isEmpty())

@@ -112,6 +112,11 @@ bool hasDefaults(const QString &path, std::int16_t interfaceType)
                 .isEmpty();
 }
 
+QStringList loadDefaults(SetUpValues &values, const QString &path, std::int16_t interfaceType)
+{
+    return loadHardware(values, path, sectionOf(interfaceType).constData());
+}
+
 QVector<ProfileEntry> entriesOf(const SetUpValues &values)
 {
     const NumberText numbers;

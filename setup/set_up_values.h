@@ -39,7 +39,7 @@ struct SetUpValues
     std::int16_t commPort = 0;
     std::int16_t lptAddress = 0; // an address above 32767 is kept as the negative number of the same 16 bits
     std::array<AuxValues, 2> aux;
-    QString potMax; // 0 to 255; both empty: there is no potentiometer
+    QString potMax; // 0 to 255; either empty: there is no potentiometer
     QString potMin;
 };
 
@@ -55,6 +55,9 @@ QStringList loadPorts(SetUpValues &values, const QString &path);
 
 // Whether the file holds a prepared configuration of this interface (1 to 3), in "Interface1" to "Interface3".
 bool hasDefaults(const QString &path, std::int16_t interfaceType);
+
+// loadHardware() from that section.
+QStringList loadDefaults(SetUpValues &values, const QString &path, std::int16_t interfaceType);
 
 // What "Apply" writes, in this order. Reals carry the locale's decimal separator.
 QVector<ProfileEntry> entriesOf(const SetUpValues &values);

@@ -5,7 +5,6 @@
 #include "tests/support/fake_server_control.h"
 #include "tests/support/window_bench.h"
 
-#include <QAbstractSpinBox>
 #include <QListWidget>
 #include <QMenu>
 #include <QMenuBar>
@@ -77,6 +76,7 @@ void TestControls::menuEntriesTellWhatTheyDo()
     QStringList mnemonics;
     for (const QAction *menu : bench.window->menuBar()->actions()) {
         mnemonics.append(menu->text().section(u'&', 1).left(1));
+        QVERIFY2(menu->menu()->toolTipsVisible(), qPrintable(menu->text()));
         QStringList inside;
         for (const QAction *entry : menu->menu()->actions()) {
             if (entry->isSeparator())
@@ -88,6 +88,11 @@ void TestControls::menuEntriesTellWhatTheyDo()
         QCOMPARE(inside.removeDuplicates(), 0);
     }
     QCOMPARE(mnemonics.removeDuplicates(), 0);
+    // Without a tip of its own, an entry gives its caption.
+    for (const char *name : {"mnuConfig", "mnuCalibraDDS", "mnuCalibraDetector", "mnuView_0", "mnuScalaLogaritmica1"}) {
+        const auto *entry = bench.window->findChild<QAction *>(QString::fromLatin1(name));
+        QVERIFY2(entry && entry->toolTip().size() > entry->text().size(), name);
+    }
 }
 
 void TestControls::theTabKeyFollowsTheEye()

@@ -8,7 +8,6 @@
 #include <QDir>
 #include <QListWidget>
 
-#include <functional>
 #include <sys/stat.h>
 #include <unistd.h>
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "core/number_text.h"
+#include "tests/support/crystal_sweep.h"
 #include "tests/support/locales.h"
 #include "tests/support/window_bench.h"
 
@@ -35,15 +36,7 @@ struct Bench : WindowBench
 
     double amplitude(int row) const { return NumberText().toDouble(table()->text(row, 1)); }
 
-    int peakRow() const
-    {
-        int peak = 1;
-        for (int row = 1; row <= kSweepPoints; ++row)
-            if (amplitude(row) > amplitude(peak))
-                peak = row;
-        return peak;
-    }
-
+    int peakRow() const { return test::peakRow(*table()); }
     double frequency(int row) const { return NumberText().toDouble(table()->text(row, 0)); }
 
     bool waitForSweep() const

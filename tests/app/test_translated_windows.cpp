@@ -182,6 +182,7 @@ void TestTranslatedWindows::theSetUpHasRoomForItsTexts()
         QCOMPARE(bench.dialog->size().boundedTo(kRoom), bench.dialog->size());
     }
     // The caption of a port carries its address.
+    QVERIFY(bench.caption("optParallelPort_3").contains(QStringLiteral("(0x3BC)")));
     QVERIFY(bench.isChecked("optParallelPort_2"));
     bench.click("optParallelPort_3");
     bench.click("cmdApply");

@@ -2,6 +2,7 @@
 #include "tests/display/display_bench.h"
 
 #include <cmath>
+#include <limits>
 
 using namespace calvorn;
 using calvorn::test::DisplayBench;
@@ -185,6 +186,17 @@ private slots:
             QTEST(bench.desktop.beeps, "beeps");
             QVERIFY(bench.desktop.boxes.isEmpty());
         }
+    }
+
+    // The box shows two decimals.
+    void aChangeOfScaleKeepsTheFullScale()
+    {
+        DisplayBench bench(0, 0.125F);
+        bench.scaleAction(1)->trigger();
+        bench.scaleAction(0)->trigger();
+        QCOMPARE(bench.configuration.maxScaleVolt, 0.125F);
+        QCOMPARE(bench.panel.graph().coordinates().fullScaleVolt(), 0.125);
+        QCOMPARE(bench.text(QStringLiteral("txtMaxVolt")), QStringLiteral("0.12"));
     }
 
     void damagedFullScaleIsHealed()

@@ -62,6 +62,21 @@ private slots:
         QCOMPARE(image.pixel(x + 2, 71), qRgb(0, 0, 0));
         QCOMPARE(image.pixel(x - 1, 71), qRgb(0, 0, 0));
     }
+
+    void aMarkerOnTheLowerEdgeIsNotCutOff()
+    {
+        Configuration configuration;
+        configuration.maxScaleVolt = 2.0F;
+        SweepTable table(configuration);
+        SweepGraph graph(configuration, table);
+        graph.inizializzaGraph();
+        graph.resize(401, 401);
+        graph.setLineVisible(GraphItem::M4, false); // at 0 V, just above
+        graph.moveLine(GraphItem::M3, graph.coordinates().bottom());
+        const QImage image = graph.grab().toImage();
+        for (const int y : {800, 801})
+            QCOMPARE(image.pixel(610, y), graph.line(GraphItem::M3).colour);
+    }
 };
 
 int main(int argc, char **argv)

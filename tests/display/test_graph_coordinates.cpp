@@ -3,7 +3,6 @@
 
 #include <QTest>
 
-#include <algorithm>
 #include <cmath>
 #include <limits>
 

@@ -13,6 +13,15 @@
 
 namespace calvorn::test {
 
+namespace {
+
+bool isCurve(QRgb colour)
+{
+    return qRed(colour) > 200 && qGreen(colour) > 200 && qBlue(colour) < 60;
+}
+
+} // namespace
+
 WindowManager::WindowManager()
 {
     m_process.start(QStringLiteral("openbox"), QStringList());
@@ -192,22 +201,17 @@ int curvePixels(const QImage &screen)
 {
     int count = 0;
     for (int y = 0; y < screen.height(); ++y)
-        for (int x = 0; x < screen.width(); ++x) {
-            const QColor colour = screen.pixelColor(x, y);
-            if (colour.red() > 200 && colour.green() > 200 && colour.blue() < 60)
-                ++count;
-        }
+        for (int x = 0; x < screen.width(); ++x)
+            count += isCurve(screen.pixel(x, y)) ? 1 : 0;
     return count;
 }
 
 int highestCurveRow(const QImage &screen)
 {
     for (int y = 0; y < screen.height(); ++y)
-        for (int x = 0; x < screen.width(); ++x) {
-            const QColor colour = screen.pixelColor(x, y);
-            if (colour.red() > 200 && colour.green() > 200 && colour.blue() < 60)
+        for (int x = 0; x < screen.width(); ++x)
+            if (isCurve(screen.pixel(x, y)))
                 return y;
-        }
     return screen.height();
 }
 

@@ -482,12 +482,8 @@ void TestFirstHour::readsTheLog()
 
     start(QStringLiteral("AD9850"));
     sweep();
-    QString log;
-    QVERIFY(tabTo([&](const QString &text) {
-        log = text;
-        return text == QStringLiteral("L> Stop sweep");
-    }));
-    log = m_program->copied({QStringLiteral("ctrl+a"), QStringLiteral("ctrl+c")});
+    QVERIFY(tabTo([](const QString &text) { return text == QStringLiteral("L> Stop sweep"); }));
+    const QString log = m_program->copied({QStringLiteral("ctrl+a"), QStringLiteral("ctrl+c")});
     QCOMPARE(log, QStringLiteral("L> Start sweep\nL> Stop sweep"));
     const QList<Row> rows = rowsOf(savedSweep(QStringLiteral("other-chip.csv")));
     QCOMPARE(rows.size(), kRows + 1);

@@ -138,7 +138,6 @@ void TestRealProgram::noServerSurvivesItsProgram()
 void TestRealProgram::aReadOnlyFolderDoesNotStopIt()
 {
     RealProgram program(ProgramFolder::preparedSettings());
-    const QByteArray before = ProgramFolder::preparedSettings();
     QFile::setPermissions(program.folder(), QFile::ReadOwner | QFile::ExeOwner);
     QVERIFY(program.start());
     program.keys({QStringLiteral("ctrl+q")});

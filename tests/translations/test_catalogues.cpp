@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The catalogues of translations/, read as translators write them.
 #include <QFile>
-#include <QMap>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QSet>
