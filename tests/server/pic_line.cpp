@@ -38,11 +38,16 @@ public:
     {
     }
 
-    bool isOpen() const override { return true; }
+    bool isOpen() const override { return m_open; }
 
     void write(const QByteArray &bytes) override
     {
         written.append(bytes);
+        if (bytes == fatal) {
+            m_open = false;
+            emit lost(QStringLiteral("The device is gone."));
+            return;
+        }
         if (m_owed)
             ++overtaken;
         const Reply reply = m_script(bytes);
@@ -75,6 +80,7 @@ public:
     void close() override {}
 
     QByteArray babble; // comes at every look
+    QByteArray fatal;  // writing this finds that the device is gone
     QList<QByteArray> written;
     int overtaken = 0; // writes while an answer was still to come
 
@@ -89,6 +95,7 @@ private:
     }
 
     Script m_script;
+    bool m_open = true;
     Reply m_coming;
     bool m_owed = false;
     QElapsedTimer m_since;
@@ -136,6 +143,7 @@ private slots:
     void noAnswerToTheFirstCommand();
     void answerThatComesLate();
     void refusalIsNoError();
+    void lossThatTheAbortFinds();
     void everyOperationEnds_data();
     void everyOperationEnds();
 };
@@ -216,6 +224,20 @@ void PicLine::refusalIsNoError()
     bench.driver.RunSweep();
     QCOMPARE(bench.completes.size(), 1);
     QCOMPARE(bench.errorsWith(ErrorCode::Board), 1);
+}
+
+// No sweep comes, and what is to end it finds that the device is gone: an error for each, and one end.
+void PicLine::lossThatTheAbortFinds()
+{
+    Bench bench(obedient());
+    QVERIFY(bench.driver.PrepareSweep(8'980'000, 100));
+    bench.driver.RunSweep();
+    QCOMPARE(bench.completes.size(), 0);
+    bench.link->fatal = "!";
+    QTRY_COMPARE(bench.completes.size(), 1);
+    QCOMPARE(bench.errorsWith(ErrorCode::Board), 1);
+    QCOMPARE(bench.errorsWith(ErrorCode::Port), 1);
+    QCOMPARE(bench.errors.size(), 2);
 }
 
 void PicLine::everyOperationEnds_data()

@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <functional>
 #include <limits>
+#include <optional>
 #include <stdexcept>
 #include <utility>
 
@@ -37,6 +38,10 @@ public:
 
     void write(const QByteArray &bytes) override
     {
+        if (m_fatal == Call::Write) {
+            unplug();
+            return;
+        }
         if (m_board.isReplying() || !m_arrived.isEmpty())
             ++m_interruptions;
         m_written.append(bytes);
@@ -56,7 +61,12 @@ public:
         return !m_arrived.isEmpty();
     }
 
-    void discard() override { m_arrived.clear(); }
+    void discard() override
+    {
+        m_arrived.clear();
+        if (m_fatal == Call::Discard)
+            unplug();
+    }
 
     void close() override
     {
@@ -69,6 +79,10 @@ public:
         close();
         emit lost(QStringLiteral("The device is gone."));
     }
+
+    // The device goes, and nobody notices before the next call of this kind.
+    enum class Call { Write, Discard };
+    void unplugUnnoticedUntil(Call call) { m_fatal = call; }
 
     // Bytes that the board was not asked for.
     void inject(const QByteArray &bytes)
@@ -130,6 +144,7 @@ private:
     QByteArray m_arrived;
     QList<QByteArray> m_written;
     bool m_open = true;
+    std::optional<Call> m_fatal;
     quint64 m_hold = std::numeric_limits<quint64>::max();
     int m_interruptions = 0;
     bool m_paced = false;
