@@ -20,7 +20,7 @@ class QDBusServer;
 namespace calvorn {
 
 // One program's acquisition server: a private D-Bus socket in a directory that only this user can enter, one
-// connection, and behind it one object for each driver (/aLPT).
+// connection, and behind it one object for each driver (/aLPT, /aPIC, /aVNA).
 class AcquisitionServer : public QObject
 {
     Q_OBJECT
