@@ -3,13 +3,13 @@
 // that takes longer than the program is ready to wait, whatever the board does.
 #include "server/drivers/pic_driver.h"
 #include "server/links/byte_link.h"
+#include "tests/server/error_count.h"
 
 #include <QElapsedTimer>
 #include <QSignalSpy>
 #include <QTest>
 #include <QThread>
 
-#include <algorithm>
 #include <functional>
 #include <utility>
 
@@ -117,12 +117,7 @@ struct Bench
         driver.OpenPort(5, QStringLiteral("115200,N,8,1"));
     }
 
-    int errorsWith(ErrorCode code) const
-    {
-        return static_cast<int>(std::count_if(errors.begin(), errors.end(), [code](const QList<QVariant> &error) {
-            return error.at(0).value<short>() == static_cast<short>(code);
-        }));
-    }
+    int errorsWith(ErrorCode code) const { return errorsWithCode(errors, code); }
 
     std::shared_ptr<ScriptedLink> link;
     PicDriver driver;

@@ -4,12 +4,12 @@
 #include "server/boards/vna_board.h"
 #include "server/drivers/vna_driver.h"
 #include "server/links/byte_link.h"
+#include "tests/server/error_count.h"
 
 #include <QElapsedTimer>
 #include <QSignalSpy>
 #include <QTimer>
 
-#include <algorithm>
 #include <functional>
 #include <limits>
 #include <optional>
@@ -197,12 +197,7 @@ struct VnaBench
 
     QList<int> vector(qsizetype index) { return vectors.at(index).at(0).value<QList<int>>(); }
 
-    int errorsWith(ErrorCode code) const
-    {
-        return static_cast<int>(std::count_if(errors.begin(), errors.end(), [code](const QList<QVariant> &error) {
-            return error.at(0).value<short>() == static_cast<short>(code);
-        }));
-    }
+    int errorsWith(ErrorCode code) const { return errorsWithCode(errors, code); }
 
     VnaBoard board;
     MemoryLink *link = nullptr; // while the port is open
