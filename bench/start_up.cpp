@@ -47,7 +47,7 @@ int ignoreError(Display *, XErrorEvent *)
     return 0; // a window may go between two looks at it
 }
 
-// Its corners and its middle: all that is left black has not been painted.
+// Looked at in its corners: what is left black has not been painted.
 bool isPainted(Display *display, Window window, const XWindowAttributes &size)
 {
     const std::array<std::array<int, 2>, 4> places{

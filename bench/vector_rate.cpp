@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Vectors a second from a server that sends ready ones as fast as they are taken, over the program's own socket, into the
-// table of the whole program, beside a receiver that does nothing but take them.
+// Vectors a second from a server that sends ready ones as fast as they are taken, over the program's own socket, into
+// the table of the whole program, beside a receiver that does nothing but take them.
 // The two take turns, so that a busy machine troubles them alike, and medians are told.
 // Usage: vector_rate <server that floods> <settings file>. Writes one line for each view under the graph:
 // name,vectors per second,those of the bare receiver,ratio,vectors that came.
@@ -28,7 +28,7 @@ namespace {
 constexpr int kVectors = 10'000;
 constexpr int kRounds = 5;
 constexpr short kVectorsAtOnce = 4; // that the bare receiver acknowledges, as the program does
-constexpr int kFirstSamples = 600; // the server's vectors begin with 0 to 599, and then again
+constexpr int kFirstSamples = 600;  // the server's vectors begin with 0 to 599, and then again
 constexpr int kPatienceMs = 60'000;
 
 // Counts the vectors, from the first of which on it takes the time.
@@ -79,10 +79,7 @@ public:
     }
 
     // One round; false when a vector is missing.
-    bool round()
-    {
-        return bare() && window("cmdView_0", m_markers) && window("cmdView_1", m_table);
-    }
+    bool round() { return bare() && window("cmdView_0", m_markers) && window("cmdView_1", m_table); }
 
     void tell()
     {
@@ -124,7 +121,8 @@ private:
         const QTemporaryDir folder;
         const QString settings = folder.filePath(QStringLiteral("Calvorn.ini"));
         if (!QFile::copy(m_server, folder.filePath(QStringLiteral("CalvornAsync"))) ||
-            !QFile::copy(m_settings, settings) || !QFile::setPermissions(settings, QFile::ReadOwner | QFile::WriteOwner))
+            !QFile::copy(m_settings, settings) ||
+            !QFile::setPermissions(settings, QFile::ReadOwner | QFile::WriteOwner))
             return false;
         Configuration configuration;
         QtDesktop desktop;

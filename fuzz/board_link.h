@@ -21,6 +21,8 @@ public:
 
     void write(const QByteArray &bytes) override
     {
+        if (m_gone)
+            return unplug();
         for (const char byte : bytes)
             m_board.receive(static_cast<std::uint8_t>(byte));
     }
@@ -34,7 +36,12 @@ public:
         return !m_arrived.isEmpty();
     }
 
-    void discard() override { m_arrived.clear(); }
+    void discard() override
+    {
+        m_arrived.clear();
+        if (m_gone)
+            unplug();
+    }
     void close() override { m_open = false; }
 
     // The line delivers up to this many bytes of the board, and the extra ones behind them.
@@ -58,6 +65,9 @@ public:
         emit lost(QStringLiteral("The device is gone."));
     }
 
+    // The device goes, and nobody notices before something is written or discarded.
+    void unplugUnnoticed() { m_gone = true; }
+
 private:
     static constexpr int kPiece = 512;
     static constexpr std::uint8_t kLose = 0xFF;
@@ -77,6 +87,7 @@ private:
     SerialBoard &m_board;
     QByteArray m_arrived;
     bool m_open = true;
+    bool m_gone = false;
     std::uint8_t m_damage = 0;
 };
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "fuzz/require.h"
+
 #include <QCoreApplication>
 #include <QMetaMethod>
 #include <QObject>
@@ -12,12 +14,6 @@
 #include <limits>
 
 namespace calvorn::fuzz {
-
-inline void require(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
 
 // The drivers need an event loop's object; what they say on standard error output would fill the log of a run.
 inline void startApplication()

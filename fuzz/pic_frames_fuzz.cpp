@@ -1,22 +1,17 @@
 // SPDX-License-Identifier: MIT
 // Any bytes on the PIC board's line, in pieces of any length: every sweep that is delivered stood on the line as a
 // whole frame, and the pieces make no difference to which sweeps are delivered.
+#include "fuzz/require.h"
 #include "server/drivers/pic_frames.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <fuzzer/FuzzedDataProvider.h>
 #include <random>
 
 using namespace calvorn;
+using fuzz::require;
 
 namespace {
-
-void require(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
 
 // Frames, damaged frames and bytes from nowhere, as the input says.
 QByteArray makeLine(FuzzedDataProvider &data)

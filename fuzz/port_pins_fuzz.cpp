@@ -1,22 +1,11 @@
 // SPDX-License-Identifier: MIT
 // Any writes to the registers of the simulated parallel port: the chips behind it keep to what chips can do.
 // Two bytes are one step: what to do, and the value.
+#include "fuzz/require.h"
 #include "server/boards/simulated_parallel_port.h"
 
-#include <cmath>
-#include <cstdlib>
-
 using namespace calvorn;
-
-namespace {
-
-void require(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
-
-} // namespace
+using fuzz::require;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {

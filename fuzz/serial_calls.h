@@ -54,6 +54,8 @@ void playSerial(Driver &driver, LinkSource &source, FuzzedDataProvider &data)
             link->pump(0, QByteArray::fromStdString(data.ConsumeRandomLengthString(64)));
         else if (kind == 2 && link)
             link->unplug();
+        else if (kind == 6 && link)
+            link->unplugUnnoticed();
         else if (kind <= 4 && link)
             link->pump(data.ConsumeIntegralInRange<int>(1, 4000));
         else if (kind == 5 && ++waits < kMostWaits)

@@ -2,6 +2,7 @@
 // Any settings file: what is written is read back, writing keeps every other value, and the program's loader and the
 // server's readers make settings of it that the program and its boards can live with.
 #include "core/settings.h"
+#include "fuzz/require.h"
 #include "platform/port_error.h"
 #include "platform/profile_file.h"
 #include "server/boards/pic_board.h"
@@ -13,17 +14,10 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-#include <cstdlib>
-
 using namespace calvorn;
+using fuzz::require;
 
 namespace {
-
-void require(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
 
 void checkProfile(const QString &path)
 {

@@ -1,21 +1,16 @@
 // SPDX-License-Identifier: MIT
 // Any bytes as the reply of the MiniVNA, in pieces of any length: the pieces make no difference, no count is above
 // 1023, and a complete reply is exactly the bytes of its samples.
+#include "fuzz/require.h"
 #include "server/drivers/vna_protocol.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <fuzzer/FuzzedDataProvider.h>
 
 using namespace calvorn;
+using fuzz::require;
 
 namespace {
-
-void require(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
 
 QByteArray bytesOf(const QList<VnaSample> &samples)
 {

@@ -11,6 +11,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <initializer_list>
+
 namespace calvorn {
 
 namespace {
@@ -49,8 +51,15 @@ AcquisitionServer::AcquisitionServer(const QString &settingsPath, QObject *paren
     connect(&m_patience, &QTimer::timeout, this, &AcquisitionServer::finished);
 }
 
+// However the server has been asked to end: no generator stays on and no board sweeps for nobody. The program is told
+// nothing more; it sees the process go.
 AcquisitionServer::~AcquisitionServer()
 {
+    for (QObject *driver : std::initializer_list<QObject *>{&m_lpt, &m_vna, &m_pic})
+        driver->blockSignals(true);
+    m_lpt.ClosePort();
+    m_vna.ClosePort();
+    m_pic.ClosePort();
     removeDirectory();
 }
 
@@ -108,9 +117,6 @@ void AcquisitionServer::removeDirectory()
 
 void AcquisitionServer::onDisconnected()
 {
-    m_lpt.ClosePort();
-    m_vna.ClosePort();
-    m_pic.ClosePort();
     emit finished();
 }
 

@@ -6,6 +6,7 @@
 #include "core/error_boundary.h"
 #include "core/number_text.h"
 #include "core/runtime_error.h"
+#include "core/scale_type.h"
 #include "core/whole_file.h"
 #include "data/sweep_csv.h"
 #include "data/sweep_response.h"
@@ -99,7 +100,7 @@ void writePicture(SingleSweep &sweep, Desktop &desktop, const QString &path)
 
 void printResponse(SingleSweep &sweep)
 {
-    const bool linear = sweep.configuration().scaleType == 0;
+    const bool linear = isLinearScale(sweep.configuration().scaleType);
     const SweepResponse response = responseOf(sweep.table(), linear);
     const NumberText numbers;
     const auto hertz = [&numbers](const std::optional<double> &value) {

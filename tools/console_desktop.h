@@ -19,12 +19,15 @@ public:
     // Progress, on standard error.
     static void note(const QString &line) { QTextStream(stderr) << line << Qt::endl; }
 
+    // Of a text for a box, whose lines end with a carriage return.
+    static QString firstLine(const QString &text) { return text.section(u'\r', 0, 0); }
+
     // The first line of the last box.
     QString lastText() const { return m_lastText; }
 
     std::int16_t messageBox(BoxIcon, BoxButtons buttons, const QString &text, const QString &) override
     {
-        m_lastText = text.section(u'\r', 0, 0);
+        m_lastText = firstLine(text);
         return buttons == BoxButtons::Ok ? kBoxOk : kBoxCancel;
     }
     QString chooseFileToOpen(const QString &, const QString &) override { return {}; }

@@ -5,6 +5,7 @@
 #include "acquisition/frequency_plan.h"
 #include "core/number_text.h"
 #include "core/runtime_error.h"
+#include "core/scale_type.h"
 #include "tools/interruption.h"
 
 #include <QFile>
@@ -34,11 +35,6 @@ struct Failure
     ExitCode code;
     QString sentence;
 };
-
-QString firstLine(const QString &text)
-{
-    return text.section(u'\r', 0, 0);
-}
 
 } // namespace
 
@@ -104,8 +100,8 @@ void SingleSweep::loadFrom(const QString &copy)
         ConsoleDesktop::note(fault);
     if (outcome != LoadOutcome::Loaded)
         throw Failure{kBadSettings, tr("%1 names a device that is not supported.").arg(m_settingsFile)};
-    if (m_configuration.scaleType < 0 || m_configuration.scaleType > 4)
-        m_configuration.scaleType = 0;
+    if (m_configuration.scaleType < 0 || m_configuration.scaleType >= kScales)
+        m_configuration.scaleType = kScaleLinear;
 }
 
 void SingleSweep::checkLimit(const char *option, const std::optional<std::int32_t> &hertz)
@@ -195,10 +191,10 @@ void SingleSweep::listen(AcquisitionDriver &driver, QEventLoop &wait)
 void SingleSweep::hardwareFailed(std::int16_t code, const QString &text, QEventLoop &wait)
 {
     if (code == kErrorTransfer || code == kErrorNoAction) {
-        ConsoleDesktop::note(firstLine(text));
+        ConsoleDesktop::note(ConsoleDesktop::firstLine(text));
         return;
     }
-    m_sentence = firstLine(text);
+    m_sentence = ConsoleDesktop::firstLine(text);
     m_failure = code == kErrorPort ? kNoPort : code == kErrorNoAnswer ? kNoAnswer : kRefused;
     wait.quit();
 }

@@ -5,14 +5,15 @@
 
 namespace calvorn {
 
-// The board's own clock, and its tie to the real one, than which it may run a whole number of times faster. When paced,
-// the calling thread sleeps as soon as the board is 2 ms ahead of real time; a board that fell behind by less than 20 ms
-// (a late wake-up, a busy machine) catches up, one that fell behind by more was idle and starts afresh.
+// The board's own clock, and its tie to the real one. When paced, the calling thread sleeps as soon as the board is
+// ahead of real time by 2 ms. A board that fell behind by less than 20 ms (a late wake-up, a busy machine) catches up;
+// one that fell behind by more was idle and starts afresh.
 class BoardPace
 {
 public:
     using Time = std::chrono::nanoseconds;
 
+    // haste: how many times faster than the real clock a paced board runs; at least 1.
     explicit BoardPace(bool paced, int haste = 1)
         : m_paced(paced)
         , m_haste(haste)

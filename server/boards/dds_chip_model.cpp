@@ -1,10 +1,22 @@
 // SPDX-License-Identifier: MIT
 #include "server/boards/dds_chip_model.h"
 
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 
 namespace calvorn {
+
+DdsOutput ddsOutput(std::uint32_t word, double systemClockHz)
+{
+    if (word == 0)
+        return {};
+    // The word as a part of a turn; beyond half a turn the output runs backwards, which is the image.
+    const double turns = std::ldexp(static_cast<double>(word), -32);
+    const double folded = std::min(turns, 1.0 - turns);
+    const double x = std::numbers::pi * folded;
+    return {folded * systemClockHz, std::sin(x) / x};
+}
 
 void DdsChipModel::drive(const DdsLines &lines)
 {
@@ -35,15 +47,7 @@ void DdsChipModel::flag(DdsViolation violation)
 
 void DdsChipModel::generate(std::uint32_t word, double systemClockHz, bool enabled)
 {
-    // The word as a part of a turn; beyond half a turn the output runs backwards, which is the image.
-    const double turns = std::ldexp(static_cast<double>(word), -32);
-    const double folded = turns > 0.5 ? 1.0 - turns : turns;
-    if (!enabled || word == 0) {
-        m_output = {0.0, 0.0};
-        return;
-    }
-    const double x = std::numbers::pi * folded;
-    m_output = {folded * systemClockHz, std::sin(x) / x};
+    m_output = enabled ? ddsOutput(word, systemClockHz) : DdsOutput{};
 }
 
 } // namespace calvorn

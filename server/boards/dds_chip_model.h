@@ -24,6 +24,9 @@ struct DdsOutput
     double amplitude = 0.0; // 1 at the lowest frequencies, falling as sin(x)/x; 0 when there is no output
 };
 
+// The output for a tuning word at this system clock (Hz).
+DdsOutput ddsOutput(std::uint32_t word, double systemClockHz);
+
 // What a driver must never do, and what a real chip would not report.
 enum class DdsViolation : std::uint32_t {
     WrongBitCount = 1,    // update with an incomplete load, or one that is too long
@@ -56,7 +59,7 @@ protected:
 
     void flag(DdsViolation violation);
 
-    // Decodes a tuning word at this system clock (Hz). enabled: not powered down.
+    // From now on the output is that of this word at this system clock (Hz). enabled: not powered down.
     void generate(std::uint32_t word, double systemClockHz, bool enabled);
 
 private:

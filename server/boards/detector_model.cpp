@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "server/boards/detector_model.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace calvorn {
@@ -8,7 +9,20 @@ namespace calvorn {
 namespace {
 constexpr double kTimeConstantNs = 20'000.0;
 constexpr double kNoiseVolts = 1.2e-3;
+constexpr double kFullVolts = 1.0;
+constexpr double kFloorVolts = 5e-3;
 } // namespace
+
+int convertedCount(double volts, double referenceVolts, int counts)
+{
+    const double scaled = volts / referenceVolts * counts;
+    return static_cast<int>(std::lround(std::clamp(scaled, 0.0, counts - 1.0)));
+}
+
+double detectorVolts(double signal)
+{
+    return std::hypot(kFullVolts * signal, kFloorVolts);
+}
 
 DetectorModel::DetectorModel(std::uint64_t seed)
     : m_random(seed)

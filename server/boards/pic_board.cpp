@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "server/boards/pic_board.h"
 
-#include "server/drivers/pic_frames.h"
+#include "server/boards/dds_chip_model.h"
 
-#include <algorithm>
 #include <cmath>
-#include <numbers>
+#include <cstdlib>
 
 namespace calvorn {
 
@@ -14,10 +13,23 @@ namespace {
 constexpr int kFractionBits = 26;
 constexpr int kLongestLine = 12; // letter, sign, ten digits
 constexpr char kAbort = '!';
-constexpr double kFullVolts = 1.0;
-constexpr double kFloorVolts = 5e-3;
-constexpr double kReferenceVolts = 2.5;
+constexpr int kSamples = 400;
+constexpr int kCounts = 1024;
+constexpr char kSyncFirst = '\xA5';
+constexpr char kSyncSecond = '\x5A';
+constexpr std::uint16_t kCrcStart = 0xFFFF;
 constexpr DetectorModel::Time kSampleTime{108'507}; // one and a quarter bytes at 115,200 baud
+
+// CRC-16/CCITT-FALSE without a loop, as firmware computes it between two samples.
+std::uint16_t crcWith(std::uint16_t crc, std::uint8_t byte)
+{
+    unsigned value = (crc >> 8 | crc << 8) & 0xFFFFU;
+    value ^= byte;
+    value ^= (value & 0xFFU) >> 4;
+    value ^= value << 12 & 0xFFFFU;
+    value ^= (value & 0xFFU) << 5;
+    return static_cast<std::uint16_t>(value);
+}
 
 } // namespace
 
@@ -118,7 +130,7 @@ bool PicBoard::accept(char letter, std::int64_t value, bool hasValue)
 
 bool PicBoard::prepare()
 {
-    const std::int64_t endHz = m_startHz + (kPicSamples - 1) * m_stepHz;
+    const std::int64_t endHz = m_startHz + (kSamples - 1) * m_stepHz;
     m_prepared = endHz >= 0 && endHz < static_cast<std::int64_t>(m_settings.clockHz);
     return m_prepared;
 }
@@ -138,10 +150,10 @@ void PicBoard::answer(char letter, bool accepted)
 
 void PicBoard::startFrame()
 {
-    m_out += static_cast<char>(kPicSyncFirst);
-    m_out += static_cast<char>(kPicSyncSecond);
+    m_out += kSyncFirst;
+    m_out += kSyncSecond;
     m_out += static_cast<char>(m_sequence);
-    m_crc = picCrc(kPicCrcStart, m_sequence++);
+    m_crc = crcWith(kCrcStart, m_sequence++);
     m_phase = product(m_startHz);
 }
 
@@ -154,10 +166,10 @@ void PicBoard::refill()
         packed = packed << 10 | static_cast<std::uint64_t>(measure());
     for (int shift = 32; shift >= 0; shift -= 8) {
         const auto byte = static_cast<std::uint8_t>(packed >> shift & 0xFFU);
-        m_crc = picCrc(m_crc, byte);
+        m_crc = crcWith(m_crc, byte);
         m_out += static_cast<char>(byte);
     }
-    if (m_point == kPicSamples) {
+    if (m_point == kSamples) {
         m_out += static_cast<char>(m_crc >> 8);
         m_out += static_cast<char>(m_crc & 0xFF);
         m_point = 0;
@@ -170,16 +182,10 @@ int PicBoard::measure()
     m_phase += product(m_stepHz);
     if (m_words.size() < m_recordAtMost)
         m_words.push_back(m_word);
-    // Beyond half a turn the output is the image; its level falls as sin(x)/x.
-    const double turns = std::ldexp(static_cast<double>(m_word), -32);
-    const double folded = std::min(turns, 1.0 - turns);
-    const double x = std::numbers::pi * folded;
-    const double amplitude = x > 0.0 ? std::sin(x) / x : 0.0;
-    const double passed = amplitude * responseOf(m_settings.device, folded * m_settings.clockHz);
-    m_detector.setLevel(std::hypot(kFullVolts * passed, kFloorVolts), m_now);
+    const DdsOutput output = ddsOutput(m_word, m_settings.clockHz);
+    m_detector.setLevel(detectorVolts(output.amplitude * responseOf(m_settings.device, output.hertz)), m_now);
     m_now += kSampleTime;
-    const double scaled = m_detector.read(m_now) / kReferenceVolts * 1024.0;
-    return static_cast<int>(std::lround(std::clamp(scaled, 0.0, 1023.0)));
+    return convertedCount(m_detector.read(m_now), kConverterReferenceVolts, kCounts);
 }
 
 } // namespace calvorn

@@ -38,9 +38,6 @@ public:
     // The port goes away, as if its cable were pulled. From any thread.
     void unplug();
 
-    // True after the port has gone. From any thread.
-    bool isUnplugged() const { return m_unplugged; }
-
 private:
     using Clock = std::chrono::steady_clock;
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "server/boards/serial_adc_model.h"
 
-#include <algorithm>
-#include <cmath>
+#include "server/boards/detector_model.h"
+
 #include <utility>
 
 namespace calvorn {
@@ -53,8 +53,7 @@ void SerialAdcModel::fallingClock(Time now)
 {
     if (++m_edges != m_type.bits)
         return;
-    const double scaled = m_input(now) / m_referenceVolts * m_type.counts();
-    m_pending = static_cast<int>(std::lround(std::clamp(scaled, 0.0, m_type.counts() - 1.0)));
+    m_pending = convertedCount(m_input(now), m_referenceVolts, m_type.counts());
     m_hold = now;
     m_converting = true;
     ++m_conversions;

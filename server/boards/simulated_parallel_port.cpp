@@ -6,7 +6,6 @@
 
 #include <QCoreApplication>
 
-#include <cmath>
 #include <utility>
 
 namespace calvorn {
@@ -15,10 +14,6 @@ namespace {
 
 // One access of a port on the chipset's bus, through the kernel.
 constexpr std::chrono::nanoseconds kAccessTime{1250};
-
-constexpr double kReferenceVolts = 2.5;
-constexpr double kFullVolts = 1.0;   // detector voltage with a piece of cable in place of a device
-constexpr double kFloorVolts = 5e-3; // what the detector gives without any signal
 
 constexpr unsigned kInputPins = 0xF8; // of the status register; open inputs are pulled up
 constexpr unsigned kBusyInversion = 0x80;
@@ -60,13 +55,14 @@ SimulatedParallelPort::SimulatedParallelPort(const SimulatorSettings &settings, 
     , m_pace(settings.paced, settings.haste)
     , m_dds(makeChip(settings))
     , m_detector(settings.seed)
-    , m_adc(settings.adc, kReferenceVolts, [this](std::chrono::nanoseconds now) { return m_detector.read(now); })
+    , m_adc(settings.adc, kConverterReferenceVolts,
+            [this](std::chrono::nanoseconds now) { return m_detector.read(now); })
 {
     if (settings.fault == SimulatorFault::Refuse)
         throw PortError(
             QCoreApplication::translate("ParallelPort", "The simulated parallel port has been told to refuse.")
                 .toStdString());
-    m_detector.setLevel(kFloorVolts, m_pace.now());
+    m_detector.setLevel(detectorVolts(0.0), m_pace.now());
 }
 
 SimulatedParallelPort::LevelTable SimulatedParallelPort::levelTable(const LptWiring &lines, PortRegister portRegister)
@@ -166,8 +162,8 @@ void SimulatedParallelPort::driveDds()
         return;
     m_updatesSeen = m_dds->updates();
     const DdsOutput &output = m_dds->output();
-    const double signal = kFullVolts * output.amplitude * responseOf(m_settings.device, output.hertz);
-    m_detector.setLevel(std::hypot(signal, kFloorVolts), m_pace.now());
+    const double signal = output.amplitude * responseOf(m_settings.device, output.hertz);
+    m_detector.setLevel(detectorVolts(signal), m_pace.now());
 }
 
 // True while the clock is high after an edge that does not reach the chip.

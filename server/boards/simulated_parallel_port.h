@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/lpt_wiring.h"
 #include "server/boards/board_pace.h"
 #include "server/boards/dds_chip_model.h"
 #include "server/boards/detector_model.h"
@@ -8,7 +9,6 @@
 #include "server/boards/serial_adc_model.h"
 #include "server/boards/shift_latch_model.h"
 #include "server/boards/simulator_settings.h"
-#include "platform/lpt_wiring.h"
 #include "server/links/parallel_port.h"
 
 #include <array>

@@ -4,16 +4,12 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <numbers>
 
 namespace calvorn {
 
 namespace {
 
-constexpr double kReferenceVolts = 2.5;
 constexpr int kCounts = 1024;
-constexpr double kFullVolts = 1.0;   // a piece of cable from DUT to DET, or an open DUT socket
-constexpr double kFloorVolts = 5e-3; // the detector without any signal
 
 // The phase detector gives 10 mV for each degree, 0..180, and does not know the sign.
 constexpr double kVoltsPerDegree = 10e-3;
@@ -26,8 +22,7 @@ constexpr int kMostDigits = 10;
 
 int countOf(double volts)
 {
-    const double scaled = volts / kReferenceVolts * kCounts;
-    return static_cast<int>(std::lround(std::clamp(scaled, 0.0, kCounts - 1.0)));
+    return convertedCount(volts, kConverterReferenceVolts, kCounts);
 }
 
 double degreesOfCable(double hertz)
@@ -114,26 +109,13 @@ void VnaBoard::execute()
     m_samplesDue = samples;
 }
 
-void VnaBoard::generate(std::uint32_t word)
-{
-    if (word == 0) {
-        m_output = {0.0, 0.0};
-        return;
-    }
-    // Beyond half a turn the output is the image; its level falls as sin(x)/x.
-    const double turns = std::ldexp(static_cast<double>(word), -32);
-    const double folded = std::min(turns, 1.0 - turns);
-    const double x = std::numbers::pi * folded;
-    m_output = {folded * m_settings.clockHz, std::sin(x) / x};
-}
-
 // In transmission the instrument counts downwards: the stronger the signal, the smaller the number.
 void VnaBoard::measure()
 {
-    generate(m_word);
+    m_output = ddsOutput(m_word, m_settings.clockHz);
     const double passed = responseOf(m_settings.device, m_output.hertz);
     const double ratio = m_transmission ? passed : std::sqrt(std::max(0.0, 1.0 - passed * passed));
-    m_levelDetector.setLevel(std::hypot(kFullVolts * m_output.amplitude * ratio, kFloorVolts), m_now);
+    m_levelDetector.setLevel(detectorVolts(m_output.amplitude * ratio), m_now);
     m_phaseDetector.setLevel(kVoltsPerDegree * degreesOfCable(m_output.hertz), m_now);
     m_now += kSampleTime;
 

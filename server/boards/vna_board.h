@@ -51,7 +51,6 @@ private:
     void endNumber();
     void forgetCommand();
     void execute();
-    void generate(std::uint32_t word);
     void measure();
 
     SimulatorSettings m_settings;

@@ -8,7 +8,7 @@ enum class ErrorCode : short {
     Transmission = 1, // one transfer of a serial board failed and is counted; the work goes on
     Port = 2,         // the port is not open, or was lost
     Board = 3,        // the board answered wrongly or not at all
-    Ignorable = 4,    // a condition of the parallel port that calls for no action
+    Ignorable = 4,    // a condition that calls for no action
     Frequency = 5,    // a frequency that no tuning word of the generator can express
     Setting = 6,      // a value that the interface does not know; the former one stays
 };

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "server/drivers/parallel_opener.h"
 
+#include "platform/lpt_wiring_parser.h"
 #include "platform/profile_file.h"
 #include "server/boards/simulated_parallel_port.h"
-#include "platform/lpt_wiring_parser.h"
 #include "server/links/ppdev_port.h"
 
 namespace calvorn {

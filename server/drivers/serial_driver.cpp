@@ -39,8 +39,7 @@ void SerialDriver::ClosePort()
         m_link.reset();
     }
     m_port.reset();
-    if (m_run != Run::None)
-        finishRun();
+    finishRun();
 }
 
 void SerialDriver::VectorsTaken(short count)
@@ -77,6 +76,8 @@ bool SerialDriver::ensureOpen()
 
 void SerialDriver::finishRun()
 {
+    if (m_run == Run::None)
+        return;
     m_run = Run::None;
     m_gate.discardWaiting();
     runEnded();
@@ -108,8 +109,7 @@ void SerialDriver::onLost(const QString &reason)
 {
     linkGone();
     report(ErrorCode::Port, reason);
-    if (m_run != Run::None)
-        finishRun();
+    finishRun();
 }
 
 } // namespace calvorn

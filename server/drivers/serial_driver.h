@@ -74,6 +74,7 @@ protected:
 
     Run run() const { return m_run; }
     void setRun(Run run) { m_run = run; }
+    // One aComplete for each run: nothing when none is under way, as after a loss that came to light in a write.
     void finishRun();
 
     // Sends a vector on, or keeps it while the program has no room.

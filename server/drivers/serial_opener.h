@@ -19,8 +19,6 @@ class SerialBoard;
 // Decides which line a COM number means. At COM100 a simulated board runs behind a pseudo-terminal for as long as the
 // link lives, as [Simulator] of the settings file describes it at the moment of opening; the fault "unplug" happens
 // once in the life of this object. Lives as long as the server, and longer than the links. Main thread only.
-//
-// Both throw std::runtime_error with one sentence for the user.
 class SerialOpener
 {
 public:
@@ -29,6 +27,7 @@ public:
     {
     }
 
+    // Both throw std::runtime_error with one sentence for the user.
     std::shared_ptr<ByteLink> openPic(int port, const LineSettings &line);
     std::shared_ptr<ByteLink> openVna(int port, const LineSettings &line);
 

@@ -57,7 +57,9 @@ void VnaExchange::send(const VnaCommand &command)
     m_phase = Phase::Reply;
     m_replyTimer.start(patienceFor(command.samples));
     m_link->discard();
-    m_link->write(vnaCommandText(command));
+    // The link may find out only now that its device is gone; its owner then takes it away from here.
+    if (m_link)
+        m_link->write(vnaCommandText(command));
 }
 
 void VnaExchange::switchOff()

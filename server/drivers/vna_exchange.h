@@ -33,7 +33,7 @@ public:
     bool isReplyDue() const { return m_phase == Phase::Reply || m_phase == Phase::Proof; }
 
     // Needs isFree(). answered() or failed() follows, the latter after 1 s and three times the time that the samples
-    // take on the line.
+    // take on the line; neither of them when the link is lost meanwhile.
     void send(const VnaCommand &command);
 
     // Switches the generator off and lets go of the link: for the end. Blocks for at most 0.3 s; a line on which a

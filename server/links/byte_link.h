@@ -7,8 +7,9 @@
 
 namespace calvorn {
 
-// A serial line as a driver sees it: bytes out, bytes in, and one clean end when the port is lost. Used on the
-// server's main thread only.
+// A serial line as a driver sees it: bytes out, bytes in, and one clean end when the port is lost. When that comes to
+// light in write(), waitForBytes() or discard(), lost() is emitted before the call returns. Used on the server's main
+// thread only.
 class ByteLink : public QObject
 {
     Q_OBJECT

@@ -135,7 +135,7 @@ void SerialLink::discard()
     if (!isOpen())
         return;
     m_port.clear();
-    m_port.readAll();
+    read(); // unless the port was found to be gone
 }
 
 void SerialLink::close()

@@ -51,6 +51,7 @@ private slots:
     void abortVoidsACommand();
     void abortEndsASweep();
     void sequenceNumbers();
+    void theHostTakesItsFrames();
     void wordsAreWithinOneUnit();
     void lastWordOfADescendingSweep();
 };
@@ -137,6 +138,21 @@ void PicBoardTest::sequenceNumbers()
             QCOMPARE(static_cast<std::uint8_t>(bytes.at(2)), static_cast<std::uint8_t>(frame));
         }
         say(board, "!");
+    }
+}
+
+// Board and host have check sums of their own.
+void PicBoardTest::theHostTakesItsFrames()
+{
+    PicBoard board(settings());
+    say(board, "B8980000\rD100\rP\r");
+    QCOMPARE(say(board, "G\r", 3), QByteArray("G+\r"));
+    PicDecoder host;
+    host.take(say(board, {}, 2 * kPicFrameBytes + 2)); // and the sync bytes of a third
+    for (int frame = 0; frame < 2; ++frame) {
+        const auto sweep = host.next();
+        QVERIFY(sweep);
+        QVERIFY(!sweep->isDamaged());
     }
 }
 

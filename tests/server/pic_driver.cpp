@@ -4,6 +4,7 @@
 #include "server/boards/pty_board.h"
 #include "server/links/serial_link.h"
 #include "server/synthesiser/tuning_word.h"
+#include "tests/server/error_count.h"
 
 #include <QElapsedTimer>
 #include <QSignalSpy>
@@ -79,12 +80,7 @@ struct Bench
         return true;
     }
 
-    int errorsWith(ErrorCode code) const
-    {
-        return static_cast<int>(std::count_if(errors.begin(), errors.end(), [code](const QList<QVariant> &error) {
-            return error.at(0).value<short>() == static_cast<short>(code);
-        }));
-    }
+    int errorsWith(ErrorCode code) const { return errorsWithCode(errors, code); }
 
     // The board, when nothing runs in it any more.
     const PicBoard &boardAtRest()

@@ -3,13 +3,13 @@
 // that takes longer than the program is ready to wait, whatever the board does.
 #include "server/drivers/pic_driver.h"
 #include "server/links/byte_link.h"
+#include "tests/server/error_count.h"
 
 #include <QElapsedTimer>
 #include <QSignalSpy>
 #include <QTest>
 #include <QThread>
 
-#include <algorithm>
 #include <functional>
 #include <utility>
 
@@ -38,11 +38,16 @@ public:
     {
     }
 
-    bool isOpen() const override { return true; }
+    bool isOpen() const override { return m_open; }
 
     void write(const QByteArray &bytes) override
     {
         written.append(bytes);
+        if (bytes == fatal) {
+            m_open = false;
+            emit lost(QStringLiteral("The device is gone."));
+            return;
+        }
         if (m_owed)
             ++overtaken;
         const Reply reply = m_script(bytes);
@@ -75,6 +80,7 @@ public:
     void close() override {}
 
     QByteArray babble; // comes at every look
+    QByteArray fatal;  // writing this finds that the device is gone
     QList<QByteArray> written;
     int overtaken = 0; // writes while an answer was still to come
 
@@ -89,6 +95,7 @@ private:
     }
 
     Script m_script;
+    bool m_open = true;
     Reply m_coming;
     bool m_owed = false;
     QElapsedTimer m_since;
@@ -110,12 +117,7 @@ struct Bench
         driver.OpenPort(5, QStringLiteral("115200,N,8,1"));
     }
 
-    int errorsWith(ErrorCode code) const
-    {
-        return static_cast<int>(std::count_if(errors.begin(), errors.end(), [code](const QList<QVariant> &error) {
-            return error.at(0).value<short>() == static_cast<short>(code);
-        }));
-    }
+    int errorsWith(ErrorCode code) const { return errorsWithCode(errors, code); }
 
     std::shared_ptr<ScriptedLink> link;
     PicDriver driver;
@@ -136,6 +138,7 @@ private slots:
     void noAnswerToTheFirstCommand();
     void answerThatComesLate();
     void refusalIsNoError();
+    void lossThatTheAbortFinds();
     void everyOperationEnds_data();
     void everyOperationEnds();
 };
@@ -216,6 +219,20 @@ void PicLine::refusalIsNoError()
     bench.driver.RunSweep();
     QCOMPARE(bench.completes.size(), 1);
     QCOMPARE(bench.errorsWith(ErrorCode::Board), 1);
+}
+
+// No sweep comes, and what is to end it finds that the device is gone: an error for each, and one end.
+void PicLine::lossThatTheAbortFinds()
+{
+    Bench bench(obedient());
+    QVERIFY(bench.driver.PrepareSweep(8'980'000, 100));
+    bench.driver.RunSweep();
+    QCOMPARE(bench.completes.size(), 0);
+    bench.link->fatal = "!";
+    QTRY_COMPARE(bench.completes.size(), 1);
+    QCOMPARE(bench.errorsWith(ErrorCode::Board), 1);
+    QCOMPARE(bench.errorsWith(ErrorCode::Port), 1);
+    QCOMPARE(bench.errors.size(), 2);
 }
 
 void PicLine::everyOperationEnds_data()

@@ -50,6 +50,7 @@ private slots:
     void hangUpIsOneErrorAndCostsNothing();
     void hangUpWhileWaiting();
     void writingAfterTheHangUp();
+    void discardingAfterTheHangUp();
     void closingIsNoLoss();
     void noSuchDevice();
     void noSerialPort();
@@ -159,6 +160,21 @@ void SerialLinkTest::writingAfterTheHangUp()
     QTRY_COMPARE(lost.count(), 1);
     QVERIFY(!link.isOpen());
     QVERIFY(cpuSecondsOfASecond() < 0.05);
+    QCOMPARE(lost.count(), 1);
+}
+
+// Before the call returns: whoever discards has to be ready for it.
+void SerialLinkTest::discardingAfterTheHangUp()
+{
+    TerminalPair terminal;
+    SerialLink link(terminal.path, {});
+    QSignalSpy lost(&link, &SerialLink::lost);
+    terminal.hangUp();
+    link.discard();
+    QCOMPARE(lost.count(), 1);
+    QVERIFY(!link.isOpen());
+    QCOMPARE(link.read(), QByteArray());
+    QTest::qWait(50);
     QCOMPARE(lost.count(), 1);
 }
 

@@ -2,7 +2,11 @@
 // Guards the real CalvornAsync from outside: it serves one program, and is never left running.
 #include "lpt_proxy.h"
 
+#include "tests/server/terminal_pair.h"
+
 #include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusReply>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
@@ -13,6 +17,7 @@
 #include <QTest>
 
 #include <csignal>
+#include <functional>
 #include <memory>
 #include <unistd.h>
 
@@ -82,6 +87,20 @@ public:
         return !answered.isError();
     }
 
+    // A MiniVNA on the terminal at this path, which the settings call COM5 from now on.
+    bool openVna(const QString &device)
+    {
+        QFile settings(m_folder.filePath(QStringLiteral("Calvorn.ini")));
+        if (!settings.open(QIODevice::Append) || settings.write("[Ports]\r\nCOM5=" + device.toLocal8Bit() + "\r\n") < 0)
+            return false;
+        settings.close();
+        QDBusMessage call = QDBusMessage::createMethodCall(QString(), QStringLiteral("/aVNA"),
+                                                           QStringLiteral("calvorn.Vna"), QStringLiteral("OpenPort"));
+        call << QVariant::fromValue(short{5}) << QStringLiteral("115200,N,8,1");
+        const QDBusReply<bool> opened = QDBusConnection(m_name).call(call);
+        return opened.isValid() && opened.value();
+    }
+
     void leave()
     {
         lpt.reset();
@@ -123,6 +142,8 @@ private slots:
     void endsWithStandardInput();
     void endsOnTerminate();
     void endsWhileSweeping();
+    void everyOrderlyEndSwitchesTheGeneratorOff_data();
+    void everyOrderlyEndSwitchesTheGeneratorOff();
     void endsWhenNobodyComes();
     void endsWithAKilledParent_data();
     void endsWithAKilledParent();
@@ -256,6 +277,35 @@ void ServerProcessTest::endsWhileSweeping()
     server.lpt->RunSweep().waitForFinished();
     QTRY_VERIFY(vectors.count() >= 1);
     server.leave();
+    QVERIFY(server.process.state() == QProcess::NotRunning || server.process.waitForFinished(3'000));
+    QCOMPARE(server.process.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(server.process.exitCode(), 0);
+}
+
+void ServerProcessTest::everyOrderlyEndSwitchesTheGeneratorOff_data()
+{
+    QTest::addColumn<std::function<void(Server &)>>("end");
+    const auto row = [](const char *name, const std::function<void(Server &)> &end) { QTest::newRow(name) << end; };
+    const auto signal = [](int number) {
+        return [number](Server &server) { ::kill(static_cast<pid_t>(server.process.processId()), number); };
+    };
+    row("connection", [](Server &server) { server.leave(); });
+    row("standard input", [](Server &server) { server.process.closeWriteChannel(); });
+    row("SIGTERM", signal(SIGTERM));
+    row("SIGINT", signal(SIGINT)); // a Ctrl+C in a terminal reaches the server, too
+    row("SIGHUP", signal(SIGHUP));
+}
+
+void ServerProcessTest::everyOrderlyEndSwitchesTheGeneratorOff()
+{
+    QFETCH(std::function<void(Server &)>, end);
+    const calvorn::test::TerminalPair terminal;
+    Server server;
+    QVERIFY(server.start());
+    QVERIFY(server.join());
+    QVERIFY(server.openVna(terminal.path));
+    end(server);
+    QCOMPARE(terminal.receive(8), QByteArray("0\r0\r1\r0\r"));
     QVERIFY(server.process.state() == QProcess::NotRunning || server.process.waitForFinished(3'000));
     QCOMPARE(server.process.exitStatus(), QProcess::NormalExit);
     QCOMPARE(server.process.exitCode(), 0);

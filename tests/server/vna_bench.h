@@ -4,14 +4,15 @@
 #include "server/boards/vna_board.h"
 #include "server/drivers/vna_driver.h"
 #include "server/links/byte_link.h"
+#include "tests/server/error_count.h"
 
 #include <QElapsedTimer>
 #include <QSignalSpy>
 #include <QTimer>
 
-#include <algorithm>
 #include <functional>
 #include <limits>
+#include <optional>
 #include <stdexcept>
 #include <utility>
 
@@ -37,6 +38,10 @@ public:
 
     void write(const QByteArray &bytes) override
     {
+        if (m_fatal == Call::Write) {
+            unplug();
+            return;
+        }
         if (m_board.isReplying() || !m_arrived.isEmpty())
             ++m_interruptions;
         m_written.append(bytes);
@@ -56,7 +61,12 @@ public:
         return !m_arrived.isEmpty();
     }
 
-    void discard() override { m_arrived.clear(); }
+    void discard() override
+    {
+        m_arrived.clear();
+        if (m_fatal == Call::Discard)
+            unplug();
+    }
 
     void close() override
     {
@@ -69,6 +79,10 @@ public:
         close();
         emit lost(QStringLiteral("The device is gone."));
     }
+
+    // The device goes, and nobody notices before the next call of this kind.
+    enum class Call { Write, Discard };
+    void unplugUnnoticedUntil(Call call) { m_fatal = call; }
 
     // Bytes that the board was not asked for.
     void inject(const QByteArray &bytes)
@@ -130,6 +144,7 @@ private:
     QByteArray m_arrived;
     QList<QByteArray> m_written;
     bool m_open = true;
+    std::optional<Call> m_fatal;
     quint64 m_hold = std::numeric_limits<quint64>::max();
     int m_interruptions = 0;
     bool m_paced = false;
@@ -182,12 +197,7 @@ struct VnaBench
 
     QList<int> vector(qsizetype index) { return vectors.at(index).at(0).value<QList<int>>(); }
 
-    int errorsWith(ErrorCode code) const
-    {
-        return static_cast<int>(std::count_if(errors.begin(), errors.end(), [code](const QList<QVariant> &error) {
-            return error.at(0).value<short>() == static_cast<short>(code);
-        }));
-    }
+    int errorsWith(ErrorCode code) const { return errorsWithCode(errors, code); }
 
     VnaBoard board;
     MemoryLink *link = nullptr; // while the port is open

@@ -6,6 +6,7 @@
 #include <QElapsedTimer>
 #include <QTest>
 
+#include <algorithm>
 #include <random>
 
 using namespace calvorn;
@@ -70,6 +71,8 @@ private slots:
     void refusal();
     void generatorCommandWithoutAnAnswer();
     void unplugInMidSweep();
+    void lossThatACommandFinds_data();
+    void lossThatACommandFinds();
     void chatterWhenIdle();
     void chatterInFrontOfAReply();
     void endlessChatter();
@@ -243,6 +246,32 @@ void VnaFaultsTest::unplugInMidSweep()
     QTRY_VERIFY(bench.vectors.count() >= before + 2);
     bench.driver.StopSweep(2);
     QTRY_COMPARE(bench.completes.count(), 2);
+    QCOMPARE(bench.errors.count(), 1);
+}
+
+void VnaFaultsTest::lossThatACommandFinds_data()
+{
+    QTest::addColumn<int>("call");
+    QTest::newRow("discarding") << static_cast<int>(MemoryLink::Call::Discard);
+    QTest::newRow("writing") << static_cast<int>(MemoryLink::Call::Write);
+}
+
+// The device goes between two sweeps, and the next command is the first to notice.
+void VnaFaultsTest::lossThatACommandFinds()
+{
+    QFETCH(int, call);
+    VnaBench bench;
+    QVERIFY(bench.open());
+    bench.link->unplugUnnoticedUntil(static_cast<MemoryLink::Call>(call));
+    bench.start(1'000'000, 22'500);
+    QCOMPARE(bench.completes.count(), 1);
+    QCOMPARE(bench.errors.count(), 1);
+    QCOMPARE(bench.errorsWith(ErrorCode::Port), 1);
+    QVERIFY(bench.link->written().isEmpty());
+
+    bench.start(1'000'000, 22'500); // it is back
+    QTRY_VERIFY(bench.vectors.count() >= 2);
+    QCOMPARE(bench.completes.count(), 1);
     QCOMPARE(bench.errors.count(), 1);
 }
 

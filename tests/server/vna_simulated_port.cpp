@@ -4,6 +4,7 @@
 #include "server/drivers/serial_opener.h"
 #include "server/drivers/vna_driver.h"
 #include "server/links/byte_link.h"
+#include "tests/server/error_count.h"
 
 #include <QElapsedTimer>
 #include <QFile>
@@ -60,12 +61,7 @@ struct Bench
         return samples.size() == 400 && std::min_element(samples.begin(), samples.end()) - samples.begin() == 137;
     }
 
-    int errorsWith(ErrorCode code) const
-    {
-        return static_cast<int>(std::count_if(errors.begin(), errors.end(), [code](const QList<QVariant> &error) {
-            return error.at(0).value<short>() == static_cast<short>(code);
-        }));
-    }
+    int errorsWith(ErrorCode code) const { return errorsWithCode(errors, code); }
 
     QTemporaryDir folder;
     SerialOpener opener{path()};

@@ -7,6 +7,9 @@
 #include <QEventLoop>
 #include <QTest>
 
+#include <algorithm>
+#include <cmath>
+
 using namespace calvorn;
 
 class VnaSweepLifeTest : public QObject
