@@ -23,7 +23,8 @@ constexpr DetectorModel::Time kSampleTime{108'507}; // one and a quarter bytes a
 // CRC-16/CCITT-FALSE without a loop, as firmware computes it between two samples.
 std::uint16_t crcWith(std::uint16_t crc, std::uint8_t byte)
 {
-    unsigned value = (crc >> 8 | crc << 8) & 0xFFFFU;
+    const unsigned before = crc;
+    unsigned value = (before >> 8 | before << 8) & 0xFFFFU;
     value ^= byte;
     value ^= (value & 0xFFU) >> 4;
     value ^= value << 12 & 0xFFFFU;
