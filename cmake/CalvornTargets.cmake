@@ -8,7 +8,7 @@ set(CALVORN_MAY_LINK_core platform)
 set(CALVORN_MAY_LINK_data core platform)
 set(CALVORN_MAY_LINK_display data core platform platform_desktop)
 set(CALVORN_MAY_LINK_acquisition data core platform platform_desktop)
-set(CALVORN_MAY_LINK_setup acquisition display data core platform platform_desktop)
+set(CALVORN_MAY_LINK_setup acquisition data core platform platform_desktop)
 set(CALVORN_MAY_LINK_app translations setup acquisition display data core platform platform_desktop)
 set(CALVORN_MAY_LINK_server translations platform)
 

@@ -29,18 +29,12 @@ double voltsToDb(Configuration &configuration, double volts)
 
 double dbToVolts(const Configuration &configuration, double value)
 {
-    switch (configuration.scaleType) {
-    case kScaleLinear:
+    const std::int16_t scale = configuration.scaleType;
+    if (isLinearScale(scale))
         return value;
-    case kScaleDb1V:
-    case kScaleDb1VHeadroom:
-        return roundToDecimals(std::pow(10.0, value / 20.0), 3);
-    case kScaleDb10V:
-    case kScaleDb10VHeadroom:
-        return roundToDecimals(std::pow(10.0, value / 20.0) * 10.0, 3);
-    default:
+    if (!isScale(scale))
         return 0.0;
-    }
+    return roundToDecimals(std::pow(10.0, value / 20.0) * (scaleRefersTo10V(scale) ? 10.0 : 1.0), 3);
 }
 
 QString readSetting(const QString &section, const QString &key, const QString &path, const QString &fallback)

@@ -14,6 +14,11 @@ inline constexpr std::int16_t kScaleDb1VHeadroom = 2;
 inline constexpr std::int16_t kScaleDb10V = 3;
 inline constexpr std::int16_t kScaleDb10VHeadroom = 4;
 
+constexpr bool isScale(std::int16_t number)
+{
+    return number >= 0 && number < kScales;
+}
+
 constexpr bool isLinearScale(std::int16_t scale)
 {
     return scale == kScaleLinear;
