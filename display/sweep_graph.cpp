@@ -96,8 +96,8 @@ void SweepGraph::drawScreen()
             target.x1 = 0.0;
             target.x2 = GraphCoordinates::kWidth;
         }
-        placeLabel(item);
     }
+    placeLabels();
     update();
 }
 
@@ -185,6 +185,12 @@ GraphPainter SweepGraph::devicePainter() const
 void SweepGraph::placeLabel(GraphItem item)
 {
     screenPainter().placeCaption(item, line(item), m_labels[static_cast<std::size_t>(item)]);
+}
+
+void SweepGraph::placeLabels()
+{
+    for (int i = 0; i < kGraphItems; ++i)
+        placeLabel(static_cast<GraphItem>(i));
 }
 
 QRectF SweepGraph::labelRect(GraphItem item) const
@@ -297,8 +303,7 @@ void SweepGraph::resizeEvent(QResizeEvent *event)
 {
     QWidget::resizeEvent(event);
     m_plot.clear();
-    for (int i = 0; i < kGraphItems; ++i)
-        placeLabel(static_cast<GraphItem>(i));
+    placeLabels();
 }
 
 QPointF SweepGraph::userPosition(const QMouseEvent *event) const
@@ -425,6 +430,7 @@ bool SweepGraph::event(QEvent *event)
     if (event->type() == QEvent::ScreenChangeInternal || event->type() == QEvent::FontChange) {
         m_plot.clear();
         measureLabels();
+        placeLabels();
         update();
     }
     return QWidget::event(event);

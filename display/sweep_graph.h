@@ -111,6 +111,7 @@ private:
     void measureLabels();
     QRect itemRegion(GraphItem item) const;
     void placeLabel(GraphItem item);
+    void placeLabels();
     GraphPainter screenPainter() const; // in logical pixels
     GraphPainter devicePainter() const; // in device pixels
 

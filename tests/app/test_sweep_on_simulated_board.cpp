@@ -264,11 +264,9 @@ void TestSweepOnSimulatedBoard::aFloodOfVectorsLeavesTheWindowResponsive()
         ++turns;
     });
     person.start(10);
-    QTest::qWait(1500);
-    QVERIFY2(turns > 30, qPrintable(QString::number(turns)));
+    QTRY_VERIFY_WITH_TIMEOUT(vectors > 100 && redraws > 20 && turns > 30, 30000);
     QVERIFY2(longest < 1000, qPrintable(QString::number(longest)));
-    QVERIFY2(vectors > 100, qPrintable(QString::number(vectors)));
-    QVERIFY2(redraws > 20 && redraws < vectors, qPrintable(QStringLiteral("%1 of %2").arg(redraws).arg(vectors)));
+    QVERIFY2(redraws < vectors, qPrintable(QStringLiteral("%1 of %2").arg(redraws).arg(vectors)));
     bench.click("cmdStop");
     QTRY_VERIFY(bench.isShown("cmdStart"));
 }

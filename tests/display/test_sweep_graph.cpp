@@ -1,8 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "tests/display/display_bench.h"
 
+#include <QApplication>
+#include <QHelpEvent>
 #include <QPainter>
 #include <QSignalSpy>
+#include <QToolTip>
+
+#include <algorithm>
+#include <cmath>
 
 using namespace calvorn;
 using calvorn::test::DisplayBench;
@@ -217,6 +223,62 @@ private slots:
         QVERIFY(!graph.line(GraphItem::CursorV).visible);
         graph.setLineVisible(GraphItem::CursorV, true);
         QVERIFY(graph.line(GraphItem::CursorV).visible);
+    }
+
+    void anotherFontMovesTheCaptions()
+    {
+        DisplayBench bench(1);
+        SweepGraph &graph = bench.panel.graph();
+        bench.show();
+        graph.moveLine(GraphItem::M3, 20000.0);
+        const double height = graph.labelRect(GraphItem::M3).height();
+        QFont large = graph.font();
+        large.setPointSizeF(2.0 * large.pointSizeF());
+        graph.setFont(large);
+        QVERIFY(graph.labelRect(GraphItem::M3).height() > 1.5 * height);
+        const double y = graph.coordinates().toPixel({0, 20000}, graph.size()).y();
+        QVERIFY(std::abs(graph.labelRect(GraphItem::M3).center().y() - y) < 0.5);
+    }
+
+    void theToolTipStandsBelowTheCurve()
+    {
+        DisplayBench bench;
+        SweepGraph &graph = bench.panel.graph();
+        bench.show();
+        const QPoint place = graph.rect().center();
+        QHelpEvent asked(QEvent::ToolTip, place, graph.mapToGlobal(place));
+        QCoreApplication::sendEvent(&graph, &asked);
+        QTRY_VERIFY(QToolTip::isVisible());
+        QCOMPARE(QToolTip::text(), graph.toolTip());
+        const auto windows = QApplication::topLevelWidgets();
+        const auto tip = std::find_if(windows.begin(), windows.end(), [](const QWidget *window) {
+            return window->inherits("QTipLabel") && window->isVisible();
+        });
+        QVERIFY(tip != windows.end());
+        QVERIFY((*tip)->y() > graph.mapToGlobal(QPoint(0, graph.height() - 1)).y());
+        QToolTip::hideText();
+    }
+
+    void theArrowsMoveThePointer()
+    {
+        DisplayBench bench;
+        SweepGraph &graph = bench.panel.graph();
+        bench.show();
+        QPointF at;
+        connect(&graph, &SweepGraph::mouseMoved, this, [&at](double x, double y) { at = {x, y}; });
+        const auto pressed = [&](Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+            QTest::keyClick(&graph, key, modifiers);
+            return at;
+        };
+        const QPointF middle = pressed(Qt::Key_Right);
+        QCOMPARE(middle.x(), 201.0);
+        QCOMPARE(pressed(Qt::Key_Left).x(), 200.0);
+        const double step = graph.coordinates().height() / graph.height();
+        QCOMPARE(pressed(Qt::Key_Down).y(), middle.y() + step);
+        QCOMPARE(pressed(Qt::Key_Up).y(), middle.y());
+        QCOMPARE(pressed(Qt::Key_Down, Qt::ControlModifier).y(), middle.y() + 10.0 * step);
+        QCOMPARE(pressed(Qt::Key_Home).x(), 1.0);
+        QCOMPARE(pressed(Qt::Key_End).x(), 400.0);
     }
 
     void aPictureIsWhatTheScreenShows()
