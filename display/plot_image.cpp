@@ -33,7 +33,7 @@ void PlotImage::setGrid(const QImage &grid, int thickness, QRgb curveColour)
 QRegion PlotImage::setCurve(std::span<const QPointF> points)
 {
     placeStrips(points);
-    const QRegion changed = changedRows();
+    QRegion changed = changedRows();
     takeCurveAway();
     m_strips.swap(m_placed);
     paintCurve();
