@@ -69,7 +69,7 @@ bool measure(const Line &line, const QString &programs, const QString &settings)
         return false;
     Configuration configuration;
     QtDesktop desktop;
-    FrmSweep window(folder.path(), configuration, desktop);
+    FrmSweep window({folder.path(), folder.path()}, configuration, desktop);
     if (!window.start())
         return false;
 

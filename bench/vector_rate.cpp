@@ -126,7 +126,7 @@ private:
             return false;
         Configuration configuration;
         QtDesktop desktop;
-        FrmSweep window(folder.path(), configuration, desktop);
+        FrmSweep window({folder.path(), folder.path()}, configuration, desktop);
         if (!window.start())
             return false;
         window.findChild<QAbstractButton *>(QString::fromLatin1(view))->click();
