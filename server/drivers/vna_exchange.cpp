@@ -56,8 +56,9 @@ void VnaExchange::send(const VnaCommand &command)
     m_reply = VnaReply(command.samples);
     m_phase = Phase::Reply;
     m_replyTimer.start(patienceFor(command.samples));
-    m_link->discard();
     // The link may find out only now that its device is gone; its owner then takes it away from here.
+    // cppcheck-suppress nullPointerRedundantCheck
+    m_link->discard();
     if (m_link)
         m_link->write(vnaCommandText(command));
 }
