@@ -9,7 +9,8 @@ namespace calvorn {
 
 namespace {
 
-constexpr int kStripes = 8; // into which what has changed is parted
+constexpr int kBandHeight = 32;      // of the bands into which what has changed is parted
+constexpr int kWorthARectangle = 32; // columns without a change that are left out
 constexpr int kFullCover = 256;
 
 // cover: of kFullCover.
@@ -33,35 +34,56 @@ void PlotImage::setGrid(const QImage &grid, int thickness, QRgb curveColour)
 QRegion PlotImage::setCurve(std::span<const QPointF> points)
 {
     placeStrips(points);
-    QRegion changed = changedRows();
+    QRegion changed = changedArea();
     takeCurveAway();
     m_strips.swap(m_placed);
     paintCurve();
     return changed;
 }
 
-QRegion PlotImage::changedRows() const
+void PlotImage::Band::clear()
 {
-    QRegion changed;
-    const int columns = m_image.width();
-    const int pitch = (columns + kStripes - 1) / kStripes;
-    for (int left = 0; left < columns; left += pitch) {
-        const int end = std::min(left + pitch, columns);
-        int top = m_image.height();
-        int bottom = 0;
-        for (auto column = static_cast<std::size_t>(left); column < static_cast<std::size_t>(end); ++column) {
-            if (m_strips[column] == m_placed[column])
-                continue;
-            for (const Strip *strip : {&m_strips[column], &m_placed[column]}) {
-                if (strip->isEmpty())
-                    continue;
-                top = std::min(top, strip->first);
-                bottom = std::max(bottom, strip->end);
+    top = std::numeric_limits<int>::max();
+    bottom = 0;
+    runs.clear();
+}
+
+void PlotImage::Band::add(int column, int first, int end)
+{
+    top = std::min(top, first);
+    bottom = std::max(bottom, end);
+    if (runs.empty() || column - runs.back().end > kWorthARectangle)
+        runs.push_back({column, column + 1});
+    else
+        runs.back().end = column + 1;
+}
+
+// A region keeps its rectangles in bands, one below the other: what has changed is gathered in such from the beginning.
+QRegion PlotImage::changedArea()
+{
+    m_bands.resize(static_cast<std::size_t>((m_image.height() + kBandHeight - 1) / kBandHeight));
+    for (Band &band : m_bands)
+        band.clear();
+    for (int column = 0; column < m_image.width(); ++column) {
+        const Strip &shown = m_strips[static_cast<std::size_t>(column)];
+        const Strip &placed = m_placed[static_cast<std::size_t>(column)];
+        if (shown == placed)
+            continue;
+        for (const Strip *strip : {&shown, &placed}) {
+            for (int row = strip->first; row < strip->end;) {
+                Band &band = m_bands[static_cast<std::size_t>(row / kBandHeight)];
+                const int below = std::min(strip->end, (row / kBandHeight + 1) * kBandHeight);
+                band.add(column, row, below);
+                row = below;
             }
         }
-        if (top < bottom)
-            changed += QRect(left, top, end - left, bottom - top);
     }
+    std::vector<QRect> areas;
+    for (const Band &band : m_bands)
+        for (const Run &run : band.runs)
+            areas.emplace_back(run.left, band.top, run.end - run.left, band.bottom - band.top);
+    QRegion changed;
+    changed.setRects(areas.data(), static_cast<int>(areas.size()));
     return changed;
 }
 

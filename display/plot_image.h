@@ -43,9 +43,25 @@ private:
         bool operator==(const Strip &) const = default;
     };
 
+    struct Run
+    {
+        int left = 0;
+        int end = 0; // right of the last column
+    };
+    // Rows from top to above bottom, with the columns that have changed in one of them.
+    struct Band
+    {
+        int top = 0;
+        int bottom = 0;
+        std::vector<Run> runs; // from left to right
+
+        void clear();
+        void add(int column, int first, int end);
+    };
+
     void placeStrips(std::span<const QPointF> points);
     Strip stripOf(double highest, double lowest) const;
-    QRegion changedRows() const;
+    QRegion changedArea();
     void takeCurveAway();
     void paintCurve();
     qsizetype pixelsOfARow() const;
@@ -53,8 +69,9 @@ private:
     QImage m_image;
     int m_thickness = 1;
     QRgb m_colour = 0;
-    std::vector<Strip> m_strips;       // of the curve that is shown, one for each column
-    std::vector<Strip> m_placed;       // of the next one
+    std::vector<Strip> m_strips; // of the curve that is shown, one for each column
+    std::vector<Strip> m_placed; // of the next one
+    std::vector<Band> m_bands;
     std::vector<QRgb> m_underTheCurve; // the grid's pixels in the strips, column after column
 };
 

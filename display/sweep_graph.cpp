@@ -4,6 +4,7 @@
 #include "core/number_text.h"
 #include "core/runtime_error.h"
 
+#include <QCoreApplication>
 #include <QEvent>
 #include <QKeyEvent>
 #include <QLineF>
@@ -128,7 +129,14 @@ void SweepGraph::armGraphTimer()
     if (sinceLast < kGraphTimerMs)
         m_timer.start(kGraphTimerMs - static_cast<int>(sinceLast));
     else // queued, and therefore before the next painting: read-outs and curve are painted together
-        QMetaObject::invokeMethod(this, &SweepGraph::fireGraphTimer, Qt::QueuedConnection);
+        fireSoon();
+}
+
+// The painting that follows is asked for at once, so that it comes in the same round of the event loop.
+void SweepGraph::fireSoon()
+{
+    QMetaObject::invokeMethod(this, &SweepGraph::fireGraphTimer, Qt::QueuedConnection);
+    QCoreApplication::postEvent(window(), new QEvent(QEvent::UpdateRequest), Qt::LowEventPriority);
 }
 
 void SweepGraph::fireGraphTimer()

@@ -107,6 +107,7 @@ private:
     void paintPlot();
     void paintPointer(QPainter &painter) const;
     GraphLine &lineOf(GraphItem item) { return m_lines[static_cast<std::size_t>(item)]; }
+    void fireSoon();
     void fireGraphTimer();
     void measureLabels();
     QRect itemRegion(GraphItem item) const;

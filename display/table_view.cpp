@@ -53,6 +53,12 @@ void SweepTableView::setColumnWidths()
         setColumnWidth(SweepTable::SampleColumn, part(2, 9));
 }
 
+void SweepTableView::dataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight, const QList<int> &roles)
+{
+    if (isVisible())
+        QTableView::dataChanged(topLeft, bottomRight, roles);
+}
+
 void SweepTableView::resizeEvent(QResizeEvent *event)
 {
     QTableView::resizeEvent(event);

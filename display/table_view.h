@@ -19,6 +19,9 @@ public:
     QSize minimumSizeHint() const override { return {200, 60}; }
     QSize sizeHint() const override { return {400, 90}; }
 
+    // Every sweep changes all cells. What nobody sees is not told on; it is painted anew when it is shown.
+    void dataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight, const QList<int> &roles) override;
+
 protected:
     void resizeEvent(QResizeEvent *event) override;
 

@@ -36,10 +36,14 @@ protected:
 private:
     void measure();
     void placeGlyphs();
+    QRect inside() const;
+    void paintFrame(QPainter &painter) const;
 
     Frame m_frame;
     QString m_text;
     QSize m_sizeHint;
+    int m_ascent = 0;     // logical pixels
+    int m_lineHeight = 0; // the same
     QRawFont m_face;
     QGlyphRun m_glyphs;     // empty where the face has no glyph for a character
     double m_advance = 0.0; // of all glyphs, logical pixels

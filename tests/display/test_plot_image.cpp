@@ -178,6 +178,32 @@ private slots:
         QVERIFY(changed.boundingRect().left() >= 30 && changed.boundingRect().top() >= 19);
         QVERIFY(changed.boundingRect().bottom() <= 24);
     }
+
+    void steepFlanksAreToldNarrowly()
+    {
+        const auto peaksAt = [](double left, double right) {
+            QPolygonF curve;
+            for (const double x : {left, right})
+                curve << QPointF(x - 5.0, 180.0) << QPointF(x, 10.0) << QPointF(x + 5.0, 180.0);
+            return curve;
+        };
+        QImage grid(300, 200, QImage::Format_RGB32);
+        grid.fill(Qt::black);
+        PlotImage plot;
+        plot.setGrid(grid, 1, kInk);
+        plot.setCurve(peaksAt(50.0, 240.0));
+        const QRegion changed = plot.setCurve(peaksAt(52.0, 242.0));
+        QVERIFY(changed.contains(QPoint(52, 15)));
+        QVERIFY(changed.contains(QPoint(242, 15)));
+        // Neither what lies between the peaks nor the ground beside them.
+        QVERIFY(!changed.intersects(QRect(60, 0, 172, 200)));
+        QVERIFY(!changed.intersects(QRect(0, 0, 44, 200)));
+        QVERIFY(!changed.intersects(QRect(0, 182, 300, 18)));
+        int area = 0;
+        for (const QRect &part : changed)
+            area += part.width() * part.height();
+        QVERIFY2(area < 2 * 14 * 172, qPrintable(QString::number(area)));
+    }
 };
 
 QTEST_APPLESS_MAIN(TestPlotImage)

@@ -70,6 +70,31 @@ private slots:
         QCOMPARE(view.currentIndex().row(), 399);
         QCOMPARE(view.rowHeight(0), view.fontMetrics().height() + 2);
     }
+
+    void whatChangedBehindItsBackIsThereWhenItIsShown()
+    {
+        Configuration configuration;
+        SweepTable table(configuration);
+        table.inizializzaGrid();
+        SweepTableView view(configuration, table);
+        view.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&view));
+        const QImage before = view.viewport()->grab().toImage();
+        view.hide();
+        table.setText(1, SweepTable::AmplitudeColumn, QStringLiteral("0.987"));
+        table.cellsWritten();
+        view.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&view));
+        const QImage after = view.viewport()->grab().toImage();
+        QVERIFY(after != before);
+        SweepTableView fresh(configuration, table);
+        fresh.resize(view.size());
+        fresh.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&fresh));
+        QCOMPARE(after.size(), fresh.viewport()->size() * after.devicePixelRatio());
+        const QRect firstCell = view.visualRect(table.index(0, SweepTable::AmplitudeColumn));
+        QCOMPARE(after.copy(firstCell), fresh.viewport()->grab().toImage().copy(firstCell));
+    }
 };
 
 QTEST_MAIN(TestTableView)

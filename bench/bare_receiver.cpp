@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: MIT
+// The least that a window for sweeps can be: it takes the vectors from the program's own socket and paints each of them
+// as a polyline over a kept picture. No table, no read-outs, no hardware: the floor of the program under load.
+// Usage: bare_receiver <server>. Sweeps until it is ended.
+#include "acquisition/server_process.h"
+#include "lpt_proxy.h"
+
+#include <QApplication>
+#include <QPaintEvent>
+#include <QPainter>
+#include <QWidget>
+
+using namespace calvorn;
+
+namespace {
+
+constexpr short kVectorsAtOnce = 4; // that it acknowledges, as the program does
+constexpr double kFullScale = 1023.0;
+
+class Plot : public QWidget
+{
+public:
+    Plot()
+    {
+        setAttribute(Qt::WA_OpaquePaintEvent);
+        resize(539, 405); // as large as the program's own at start
+    }
+
+    void showVector(const QList<int> &counts)
+    {
+        m_curve.resize(counts.size());
+        for (qsizetype i = 0; i < counts.size(); ++i)
+            m_curve[i] = {static_cast<double>(i + 1) * width() / static_cast<double>(counts.size()),
+                          height() - counts[i] * height() / kFullScale};
+        update();
+    }
+
+protected:
+    void resizeEvent(QResizeEvent *) override
+    {
+        m_background = QPixmap(size());
+        m_background.fill(Qt::black);
+    }
+
+    void paintEvent(QPaintEvent *) override
+    {
+        QPainter painter(this);
+        painter.drawPixmap(0, 0, m_background);
+        painter.setPen(QPen(Qt::yellow, 0));
+        painter.drawPolyline(m_curve);
+    }
+
+private:
+    QPixmap m_background;
+    QPolygonF m_curve;
+};
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    const QApplication application(argc, argv);
+    if (argc != 2)
+        return 2;
+    ServerProcess server(QString::fromLocal8Bit(argv[1]));
+    server.connectToServer();
+    LptProxy proxy(QString(), QStringLiteral("/aLPT"), server.connection());
+    Plot plot;
+    int vectors = 0;
+    QObject::connect(&proxy, &LptProxy::aVettore, &plot, [&](const QList<int> &counts) {
+        plot.showVector(counts);
+        if (++vectors % kVectorsAtOnce == 0)
+            proxy.VectorsTaken(kVectorsAtOnce);
+    });
+    plot.show();
+    proxy.RunSweep();
+    return QApplication::exec();
+}
