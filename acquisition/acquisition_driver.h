@@ -93,9 +93,10 @@ public:
     // Everything that it can measure, in the order of nextMode().
     virtual QStringList modeCaptions() const { return {}; }
 
-    // Goes from the mode of this caption to the next one, whose caption is returned. Any other caption comes back, and
-    // the present mode is sent again.
+    // Goes from the mode of this caption to the next one, whose caption is returned; any other caption comes back and
+    // changes nothing. The instrument hears of it by sendMode().
     virtual QString nextMode(const QString &present) { return present; }
+    virtual void sendMode() {}
 
     // --- calibration, while no sweep runs ---
 

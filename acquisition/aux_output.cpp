@@ -3,6 +3,7 @@
 
 #include "core/common_functions.h"
 #include "core/number_text.h"
+#include "core/runtime_error.h"
 #include "platform/profile_file.h"
 
 #include <QGridLayout>
@@ -84,7 +85,8 @@ double AuxOutput::readOwnNumber(const char *key) const
 
 void AuxOutput::setUp()
 {
-    m_inverse = readOwnNumber("Inverse Logic") != 0.0;
+    m_inverse = readOwnNumber("Inverse Logic") != 0.0 ||
+                readOwn("Inverse Logic").trimmed().compare(u"True", Qt::CaseInsensitive) == 0;
     const QString section = QStringLiteral("Aux%1").arg(m_number);
     setTitle(
         readSetting(section, QStringLiteral("Title"), m_configuration.iniPath, QStringLiteral("Aux %1").arg(m_number)));
@@ -116,9 +118,11 @@ void AuxOutput::setUpStep(int index)
     const qsizetype separator = text.indexOf(u';');
     const QString weight = separator < 0 ? text : text.sliced(separator + 1);
     Step &step = m_steps[static_cast<std::size_t>(index)];
-    step.box->setText(separator < 0 ? text : text.first(separator));
+    QString caption = separator < 0 ? text : text.first(separator);
     // A step without a label is not wired.
-    step.box->setEnabled(!step.box->text().trimmed().isEmpty());
+    step.box->setEnabled(!caption.trimmed().isEmpty());
+    // An "&" of the caption is none of a mnemonic, which would toggle the box by itself.
+    step.box->setText(caption.replace(u'&', QStringLiteral("&&")));
     const NumberText numbers;
     step.weight = 0;
     m_boundary.run("setUpStep", [&] { step.weight = numbers.toInt16(weight); });
@@ -161,7 +165,8 @@ bool AuxOutput::eventFilter(QObject *watched, QEvent *event)
     const bool left = (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick) &&
                       static_cast<QMouseEvent *>(event)->button() == Qt::LeftButton;
     const bool space = event->type() == QEvent::KeyPress && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Space;
-    for (int i = 0; (left || space) && i < 8; ++i)
+    const bool pressed = left || (space && !static_cast<QKeyEvent *>(event)->isAutoRepeat());
+    for (int i = 0; pressed && i < 8; ++i)
         if (m_steps[static_cast<std::size_t>(i)].box == watched)
             m_boundary.run("chkAux_MouseDown", [&] { mouseDown(i); });
     const bool swallowed = left || space || event->type() == QEvent::MouseButtonRelease;
@@ -209,15 +214,24 @@ void AuxOutput::showTotal()
 void AuxOutput::sendValue() const
 {
     const auto byte = static_cast<std::uint8_t>(m_value);
-    m_hardware.setAux(m_inverse ? static_cast<std::uint8_t>(~byte) : byte, m_number);
+    try {
+        m_hardware.setAux(m_inverse ? static_cast<std::uint8_t>(~byte) : byte, m_number);
+    } catch (const RuntimeError &error) {
+        m_hardware.failed(error.message());
+    }
 }
 
 void AuxOutput::VScrollPot2_Change()
 {
     m_configuration.pot2 = static_cast<std::int16_t>(m_potentiometer->value());
     m_potentiometerValue->setText(NumberText::fromInteger(m_configuration.pot2));
-    const bool ok = m_hardware.writeI2c(m_i2cControl, m_i2cCommand, static_cast<std::uint8_t>(m_configuration.pot2));
-    m_configuration.msgResult = ok ? -1 : 0;
+    m_configuration.msgResult = 0;
+    try {
+        if (m_hardware.writeI2c(m_i2cControl, m_i2cCommand, static_cast<std::uint8_t>(m_configuration.pot2)))
+            m_configuration.msgResult = -1;
+    } catch (const RuntimeError &error) {
+        m_hardware.failed(error.message());
+    }
 }
 
 } // namespace calvorn

@@ -14,12 +14,14 @@
 
 namespace calvorn {
 
-// What an auxiliary output does to the hardware.
+// What an auxiliary output does to the hardware. A write that fails throws RuntimeError; it is left to failed(), and not
+// told to the user.
 struct AuxHardware
 {
     std::function<void(std::uint8_t value, std::int16_t output)> setAux;
     // control, command, data; false when nothing acknowledged.
     std::function<bool(std::uint8_t, std::uint8_t, std::uint8_t)> writeI2c;
+    std::function<void(const QString &reason)> failed;
 };
 
 // One auxiliary 8-bit output of the parallel-port board: eight boxes, their total and, on Aux2, a potentiometer.

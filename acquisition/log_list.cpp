@@ -64,6 +64,8 @@ void LogList::keyPressEvent(QKeyEvent *event)
 
 void LogList::copy() const
 {
+    if (selectedItems().isEmpty())
+        return;
     QStringList lines;
     for (int row = 0; row < count(); ++row)
         if (item(row)->isSelected())

@@ -175,8 +175,10 @@ void TestPanel::cmdClear_Click()
 
 void TestPanel::cmdMisura_Click()
 {
-    if (m_driver)
-        m_misura->setText(m_driver->nextMode(m_misura->text()));
+    if (!m_driver)
+        return;
+    m_misura->setText(m_driver->nextMode(m_misura->text()));
+    m_driver->sendMode();
 }
 
 void TestPanel::echoSample(int index, int value)

@@ -102,10 +102,15 @@ QString VnaDriver::nextMode(const QString &present)
     const QStringList captions = modeCaptions();
     const qsizetype index = captions.indexOf(present);
     const qsizetype next = (index + 1) % captions.size();
-    if (index >= 0)
-        window().vnaMode = static_cast<std::int16_t>(next + 1);
+    if (index < 0)
+        return present;
+    window().vnaMode = static_cast<std::int16_t>(next + 1);
+    return captions[next];
+}
+
+void VnaDriver::sendMode()
+{
     setMode(window().vnaMode);
-    return index >= 0 ? captions[next] : present;
 }
 
 void VnaDriver::tryOffset(double hertz)

@@ -27,6 +27,7 @@ public:
     QString modeCaption() const override;
     QStringList modeCaptions() const override;
     QString nextMode(const QString &present) override;
+    void sendMode() override;
     bool triesOffsets() const override { return true; }
     void tryOffset(double hertz) override;
     std::optional<double> detectorVolts(double triedOffset, const SweepTable &table) override;

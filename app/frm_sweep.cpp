@@ -118,7 +118,8 @@ void FrmSweep::composeGraphColumn(QVBoxLayout *column)
                                [this](std::uint8_t control, std::uint8_t command, std::uint8_t byte) {
                                    auto *lpt = qobject_cast<LptDriver *>(m_driver);
                                    return lpt && lpt->writeI2c(control, command, byte);
-                               }};
+                               },
+                               [this](const QString &reason) { m_log.writeLog(QStringLiteral("L> ") + reason); }};
     m_aux1 = new AuxOutput(1, m_configuration.aux1, m_configuration, hardware, m_boundary);
     m_aux2 = new AuxOutput(2, m_configuration.aux2, m_configuration, hardware, m_boundary);
     m_views = new ViewSwitch(m_window, *m_markers, m_tableView, m_aux1, m_aux2, m_boundary, this);

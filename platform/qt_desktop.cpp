@@ -29,6 +29,16 @@ QMessageBox::Icon toQt(BoxIcon icon)
     return QMessageBox::NoIcon;
 }
 
+// The window that the program waits in: the one in front or, where that only accompanies another as the manual does,
+// the one that it belongs to.
+QWidget *ownerOfDialogs()
+{
+    QWidget *window = QApplication::activeWindow();
+    while (window && !window->isModal() && window->parentWidget())
+        window = window->parentWidget()->window();
+    return window;
+}
+
 } // namespace
 
 QtDesktop::QtDesktop()
@@ -38,7 +48,7 @@ QtDesktop::QtDesktop()
 
 std::int16_t QtDesktop::messageBox(BoxIcon icon, BoxButtons buttons, const QString &text, const QString &title)
 {
-    QMessageBox box(QApplication::activeWindow());
+    QMessageBox box(ownerOfDialogs());
     box.setObjectName(QStringLiteral("messageBox"));
     box.setIcon(toQt(icon));
     box.setWindowTitle(title);
@@ -52,15 +62,15 @@ std::int16_t QtDesktop::messageBox(BoxIcon icon, BoxButtons buttons, const QStri
 
 QString QtDesktop::chooseFileToOpen(const QString &filter, const QString &suggested)
 {
-    return QFileDialog::getOpenFileName(QApplication::activeWindow(), QString(), suggested, filter);
+    return QFileDialog::getOpenFileName(ownerOfDialogs(), QString(), suggested, filter);
 }
 
 QString QtDesktop::chooseFileToSave(const QString &filter, const QString &suggested)
 {
     const QStringList filters = filter.split(QStringLiteral(";;"));
     if (filters.size() == 1)
-        return QFileDialog::getSaveFileName(QApplication::activeWindow(), QString(), suggested, filter);
-    QFileDialog dialog(QApplication::activeWindow(), QString(), suggested);
+        return QFileDialog::getSaveFileName(ownerOfDialogs(), QString(), suggested, filter);
+    QFileDialog dialog(ownerOfDialogs(), QString(), suggested);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setNameFilters(filters);
     const auto follow = [&dialog](const QString &chosen) {
@@ -74,7 +84,7 @@ QString QtDesktop::chooseFileToSave(const QString &filter, const QString &sugges
 
 bool QtDesktop::choosePrinter(QPrinter &printer)
 {
-    QPrintDialog dialog(&printer, QApplication::activeWindow());
+    QPrintDialog dialog(&printer, ownerOfDialogs());
     return dialog.exec() == QDialog::Accepted;
 }
 

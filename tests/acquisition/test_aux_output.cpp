@@ -21,6 +21,8 @@ struct Bench
     ErrorBoundary boundary{messages, log};
     QStringList sent;
     bool acknowledges = true;
+    bool fails = false; // every write
+    QStringList reasons;
     AuxOutput aux1{1, configuration.aux1, configuration, hardware(), boundary};
     AuxOutput aux2{2, configuration.aux2, configuration, hardware(), boundary};
 
@@ -41,17 +43,27 @@ struct Bench
     AuxHardware hardware()
     {
         return {[this](std::uint8_t value, std::int16_t output) {
+                    failOrGoOn();
                     sent.append(QStringLiteral("aux%1 %2").arg(output).arg(value));
                 },
                 [this](std::uint8_t control, std::uint8_t command, std::uint8_t data) {
+                    failOrGoOn();
                     sent.append(QStringLiteral("i2c %1 %2 %3").arg(control).arg(command).arg(data));
                     return acknowledges;
-                }};
+                },
+                [this](const QString &reason) { reasons.append(reason); }};
+    }
+
+    void failOrGoOn() const
+    {
+        if (fails)
+            throw RuntimeError(RuntimeError::Kind::DriverCall, QStringLiteral("as told"));
     }
 
     QCheckBox *box(int index) { return aux1.findChild<QCheckBox *>(QStringLiteral("chkAux1_%1").arg(index)); }
     QString total() { return aux1.findChild<QLabel *>(QStringLiteral("lblAux1"))->text(); }
-    void press(int index) { QTest::mouseClick(box(index), Qt::LeftButton); }
+    // The mouse-down alone: where the button comes up again does not matter.
+    void press(int index) { QTest::mousePress(box(index), Qt::LeftButton); }
 };
 
 constexpr char kEnabled[] = "[Aux1]\r\nEnabled=1\r\n[Aux2]\r\nEnabled=1\r\n";
@@ -81,6 +93,72 @@ private slots:
                  (QStringList{QStringLiteral("aux1 0"), QStringLiteral("aux1 1"), QStringLiteral("aux1 0")}));
     }
 
+    void theReleaseAndTheOtherButtonsDoNothing()
+    {
+        Bench bench(kEnabled);
+        bench.press(0);
+        QTest::mouseRelease(bench.box(0), Qt::LeftButton);
+        QCOMPARE(bench.box(0)->checkState(), Qt::PartiallyChecked);
+        QCOMPARE(bench.sent.size(), 1);
+        QTest::mouseClick(bench.box(0), Qt::RightButton);
+        QTest::mouseClick(bench.box(0), Qt::MiddleButton);
+        QCOMPARE(bench.box(0)->checkState(), Qt::PartiallyChecked);
+        QCOMPARE(bench.sent.size(), 1);
+        // The second press of a double click counts like any other.
+        QTest::mouseDClick(bench.box(0), Qt::LeftButton);
+        QCOMPARE(bench.box(0)->checkState(), Qt::Checked);
+    }
+
+    void theKeyboardDoesTheSame()
+    {
+        Bench bench(kEnabled);
+        bench.box(3)->setFocus();
+        QTest::keyClick(bench.box(3), Qt::Key_Space);
+        QCOMPARE(bench.box(3)->checkState(), Qt::PartiallyChecked);
+        // A key that is held down does not switch on and off.
+        QKeyEvent held(QEvent::KeyPress, Qt::Key_Space, Qt::NoModifier, QStringLiteral(" "), true);
+        QCoreApplication::sendEvent(bench.box(3), &held);
+        QCOMPARE(bench.box(3)->checkState(), Qt::PartiallyChecked);
+        QTest::keyClick(bench.box(3), Qt::Key_Space);
+        QCOMPARE(bench.box(3)->checkState(), Qt::Checked);
+        QCOMPARE(bench.configuration.aux1, std::int16_t{8});
+        QCOMPARE(bench.sent, (QStringList{QStringLiteral("aux1 0"), QStringLiteral("aux1 8")}));
+    }
+
+    void anAmpersandIsNoMnemonic()
+    {
+        Bench bench("[Aux1]\r\nEnabled=1\r\nStep 0=R&D;7\r\n");
+        bench.aux1.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&bench.aux1));
+        QCOMPARE(bench.box(0)->text(), QStringLiteral("R&&D"));
+        QVERIFY(bench.box(0)->shortcut().isEmpty());
+        QTest::keyClick(&bench.aux1, Qt::Key_D, Qt::AltModifier);
+        QCOMPARE(bench.box(0)->checkState(), Qt::Unchecked);
+    }
+
+    void aWriteThatFailsIsNotTold()
+    {
+        Bench bench("[Aux1]\r\nEnabled=1\r\n[Aux2]\r\nEnabled=1\r\nPotMax=100\r\nPotMin=10\r\n");
+        bench.fails = true;
+        bench.configuration.msgResult = -1;
+        bench.press(0);
+        bench.press(0);
+        QCOMPARE(bench.configuration.aux1, std::int16_t{1});
+        QCOMPARE(bench.total(), QStringLiteral("10"));
+        auto *bar = bench.aux2.findChild<QScrollBar *>(QStringLiteral("VScrollPot2"));
+        QTest::keyClick(bar, Qt::Key_End);
+        QCOMPARE(bench.configuration.pot2, std::int16_t{100});
+        QCOMPARE(bench.configuration.msgResult, std::int16_t{0});
+        QVERIFY(bench.sent.isEmpty());
+        QCOMPARE(bench.desktop.boxes.size(), 0);
+        QCOMPARE(bench.reasons.size(), 3);
+        QVERIFY(bench.reasons.first().contains(QStringLiteral("as told")));
+        // The next press is served as ever.
+        bench.fails = false;
+        bench.press(1);
+        QCOMPARE(bench.sent, QStringList{QStringLiteral("aux1 1")});
+    }
+
     void theInverseLogicSendsTheComplement()
     {
         Bench bench("[Aux1]\r\nEnabled=1\r\nInverse Logic=1\r\n");
@@ -104,6 +182,28 @@ private slots:
         for (const int index : {3, 3})
             bench.press(index);
         QCOMPARE(bench.total(), QStringLiteral("21"));
+        // A weight that is no number is told and counts as none.
+        QCOMPARE(bench.box(2)->text(), QStringLiteral("fine"));
+        QCOMPARE(bench.desktop.boxes.size(), 1);
+        QVERIFY(bench.desktop.lastText().contains(QStringLiteral("3;x")));
+        for (const int index : {2, 2})
+            bench.press(index);
+        QCOMPARE(bench.total(), QStringLiteral("21"));
+        QCOMPARE(bench.configuration.aux1, std::int16_t{2 + 8 + 4});
+    }
+
+    void theSecondOutputHasItsOwn()
+    {
+        Bench bench("[Aux1]\r\nEnabled=1\r\n[Aux2]\r\nTitle=Relays\r\nEnabled=1\r\nStep 4=15 m;15\r\n");
+        QCOMPARE(bench.aux2.title(), QStringLiteral("Relays"));
+        QCOMPARE(bench.aux1.title(), QStringLiteral("Aux 1"));
+        auto *box = bench.aux2.findChild<QCheckBox *>(QStringLiteral("chkAux2_4"));
+        QCOMPARE(box->text(), QStringLiteral("15 m"));
+        QTest::mousePress(box, Qt::LeftButton);
+        QTest::mousePress(box, Qt::LeftButton);
+        QCOMPARE(bench.aux2.findChild<QLabel *>(QStringLiteral("lblAux2"))->text(), QStringLiteral("15"));
+        QCOMPARE(bench.sent.last(), QStringLiteral("aux2 16"));
+        QCOMPARE(bench.configuration.aux1, std::int16_t{0});
     }
 
     void aStepWithoutALabelIsDisabled()
@@ -129,7 +229,9 @@ private slots:
     void aDisabledOutputShowsAndSendsNothing()
     {
         Bench bench("[Aux1]\r\nEnabled=0\r\n");
-        QVERIFY(!bench.box(0)->isVisible());
+        for (int i = 0; i < 8; ++i)
+            QVERIFY(!bench.box(i)->isVisible());
+        QVERIFY(!bench.aux1.findChild<QLabel *>(QStringLiteral("lblAux1"))->isVisible());
         bench.aux1.restore();
         QVERIFY(bench.sent.isEmpty());
     }
@@ -146,9 +248,9 @@ private slots:
         bench.aux2.restore();
         QCOMPARE(bench.box(2)->checkState(), Qt::Checked);
         QCOMPARE(bench.box(1)->checkState(), Qt::Unchecked);
-        // "True" is no number, so the logic is not inverse.
+        // "True" is as good as a number that is not zero.
         QCOMPARE(bench.sent,
-                 (QStringList{QStringLiteral("aux1 5"), QStringLiteral("aux2 0"), QStringLiteral("i2c 80 169 255")}));
+                 (QStringList{QStringLiteral("aux1 250"), QStringLiteral("aux2 0"), QStringLiteral("i2c 80 169 255")}));
         QCOMPARE(bench.configuration.pot2, std::int16_t{255});
         QCOMPARE(bench.aux2.findChild<QLabel *>(QStringLiteral("lblPot2"))->text(), QStringLiteral("255"));
     }

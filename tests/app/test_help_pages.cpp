@@ -115,14 +115,16 @@ QStringList messagesIn(const QString &path)
     // A quotation mark as a character, and what comments quote, would be taken for a literal.
     static const QRegularExpression noise(QStringLiteral(R"('\x22'|/{2}[^\n]*)"));
     const QString source = read(path).remove(noise);
-    // Here every sentence is the reason of a failure.
-    if (path.startsWith(u"server/links/") || path.startsWith(u"server/synthesiser/") ||
-        path == u"platform/lpt_wiring_parser.cpp")
+    // Here every sentence is told in a box or a line of the log, or is the reason of a failure.
+    static const QRegularExpression everySentence(QStringLiteral(
+        R"(^(server/(links|synthesiser)/.*|platform/lpt_wiring_parser\.cpp)"
+        R"(|acquisition/(acquisition_driver|lpt_driver|pic_driver|server_process|frequency_plan)\.cpp)$)"));
+    if (everySentence.match(path).hasMatch())
         return sentencesIn(source);
-    static const QRegularExpression calls(
-        QStringLiteral(R"((?:\bwarn|\bbeepAndWarn|\bsendOrWarn|\bshow|\bRuntimeError|\breport|\bremark|\baErrore)"
-                       R"(|\bPortError|\bruntime_error|\brefuse|\bappend|\baddFault|\bChipTexts::tr)\()"
-                       R"(|\btexts\{|translate\("RuntimeError")"));
+    static const QRegularExpression calls(QStringLiteral(
+        R"((?:\bwarn|\bbeepAndWarn|\bsendOrWarn|\bshow|\bRuntimeError|\breport|\bremark|\baErrore)"
+        R"(|\bPortError|\bruntime_error|\brefuse|\bappend|\bwriteLog|\btellWhetherOpen|\baddFault|\bChipTexts::tr)\()"
+        R"(|\btexts\{|translate\("RuntimeError")"));
     QStringList found;
     for (auto match = calls.globalMatch(source); match.hasNext();)
         found += sentencesIn(bracketed(source, source.indexOf(kOpening, match.next().capturedStart())));

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "app/help_window.h"
+#include "platform/qt_desktop.h"
 #include "tests/support/fake_server_control.h"
 #include "tests/support/while_modal.h"
 #include "tests/support/window_bench.h"
@@ -9,7 +10,6 @@
 #include <QHelpSearchEngine>
 #include <QHelpSearchQueryWidget>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QRegularExpression>
 #include <QShortcut>
 #include <QTabWidget>
@@ -73,6 +73,7 @@ private slots:
     void f1OpensThePageOfTheMainWindow();
     void f1OpensThePageOfADialog_data();
     void f1OpensThePageOfADialog();
+    void f1OpensTheMessages_data();
     void f1OpensTheMessages();
     void theIndexFindsAPage();
     void theSearchFindsAWord();
@@ -149,23 +150,41 @@ void TestHelpWindow::f1OpensThePageOfADialog()
     QCOMPARE(helpWindow()->parentWidget(), main->window.get());
 }
 
+void TestHelpWindow::f1OpensTheMessages_data()
+{
+    QTest::addColumn<bool>("reading");
+    QTest::newRow("the main window in front") << false;
+    QTest::newRow("the manual in front") << true;
+}
+
 void TestHelpWindow::f1OpensTheMessages()
 {
+    QFETCH(bool, reading);
     const auto main = bench();
+    if (reading) {
+        choose(*main, "mnuHelpContent");
+        QVERIFY(QTest::qWaitForWindowActive(helpWindow()));
+    }
     QString shown;
+    bool above = false;
+    QWidget *owner = nullptr;
     test::whileModal([&](QWidget &dialog) {
+        owner = dialog.parentWidget();
         QTest::keyClick(&dialog, Qt::Key_F1);
         shown = shownPage();
+        above = helpWindow()->parentWidget() == &dialog;
         QTest::keyClick(&dialog, Qt::Key_Return);
     });
-    {
-        // As the program's own boxes are, it is gone at once after its answer.
-        QMessageBox box(main->window.get());
-        box.setObjectName(QStringLiteral("messageBox"));
-        box.exec();
-    }
+    QtDesktop desktop;
+    QCOMPARE(desktop.messageBox(BoxIcon::Warning, BoxButtons::Ok, QStringLiteral("told"), QStringLiteral("title")),
+             kBoxOk);
     QCOMPARE(shown, QStringLiteral("messages.html"));
+    QVERIFY(above);
+    // The box belongs to the program's window, and the manual goes back to it.
+    QCOMPARE(owner, main->window.get());
     QCOMPARE(shownPage(), shown);
+    QCOMPARE(helpWindow()->parentWidget(), main->window.get());
+    QVERIFY(helpWindow()->isVisible());
 }
 
 void TestHelpWindow::theIndexFindsAPage()
