@@ -7,9 +7,11 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QContextMenuEvent>
 #include <QFile>
 #include <QSignalSpy>
 #include <QTemporaryDir>
+#include <QTimer>
 
 #include <cmath>
 #include <memory>
@@ -72,6 +74,7 @@ private slots:
     void theListStaysEmptyWhileTheLogIsOff();
     void selectedLinesAreCopied();
     void theLogIsSavedWhole();
+    void theMenuOfTheLog();
     void aLogThatCannotBeSavedIsTold();
     void samplesAndErrorsAreShown();
     void theForcedStopIsPassedOn();
@@ -145,6 +148,43 @@ void TestTestPanel::theLogIsSavedWhole()
     save->trigger();
     QCOMPARE(bench.desktop.suggestions.last(), bench.desktop.fileChoice);
     QCOMPARE(bench.desktop.boxes.size(), 0);
+}
+
+void TestTestPanel::theMenuOfTheLog()
+{
+    const QTemporaryDir folder;
+    Bench bench;
+    bench.open();
+    for (const char *line : {"P> Start sweep", "P> Stop sweep"})
+        bench.log.writeLog(QString::fromLatin1(line));
+    bench.desktop.fileChoice = folder.filePath(QStringLiteral("log.txt"));
+    // Opens the menu as the right button does, and chooses the entry of this letter.
+    const auto choose = [&](char letter) {
+        bool opened = false;
+        QTimer::singleShot(0, qApp, [&] {
+            QWidget *menu = QApplication::activePopupWidget();
+            opened = menu != nullptr;
+            if (menu)
+                QTest::keyClick(menu, letter);
+        });
+        QWidget *view = bench.list()->viewport();
+        const QPoint at = view->rect().center();
+        QTest::mousePress(view, Qt::RightButton, {}, at);
+        QContextMenuEvent event(QContextMenuEvent::Mouse, at, view->mapToGlobal(at));
+        QCoreApplication::sendEvent(view, &event);
+        return opened;
+    };
+    QVERIFY(choose('a'));
+    QCOMPARE(bench.list()->selectedItems().size(), 2);
+    QGuiApplication::clipboard()->setText(QStringLiteral("before"));
+    QVERIFY(choose('c'));
+    QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("P> Start sweep\nP> Stop sweep"));
+    // Nothing selected is nothing to copy, and takes nothing away.
+    bench.list()->clearSelection();
+    QVERIFY(choose('c'));
+    QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("P> Start sweep\nP> Stop sweep"));
+    QVERIFY(choose('s'));
+    QVERIFY(QFile::exists(bench.desktop.fileChoice));
 }
 
 void TestTestPanel::aLogThatCannotBeSavedIsTold()

@@ -26,6 +26,7 @@ private slots:
         configuration.adcOffset = 5.0F;
         configuration.adcStep = 0.0F;
         configuration.scaleType = 3;
+        configuration.dbReference = 10.0;
         FrmPreferences preferences(configuration);
         preferences.show();
         QCOMPARE(preferences.findChild<QCheckBox *>(QStringLiteral("chkScalaLogaritmica"))->text(),

@@ -6,6 +6,7 @@
 
 #include <QElapsedTimer>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTimer>
 
 #include <cmath>
@@ -238,7 +239,7 @@ void TestSweepOnSimulatedBoard::theLogEchoesTheSamples()
     Bench bench(fastSettings().replace("Log=0", "Log=1"));
     bench.click("cmdStart");
     QVERIFY(bench.waitForSweep());
-    QVERIFY(bench.text("txtRX").startsWith(QStringLiteral("400:")));
+    QVERIFY(QRegularExpression(QStringLiteral("^400:\\d+$")).match(bench.text("txtRX")).hasMatch());
     bench.click("cmdStop");
     QTRY_VERIFY(bench.isShown("cmdStart"));
 }

@@ -3,6 +3,7 @@
 
 #include <QAbstractPrintDialog>
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QPrinter>
@@ -56,6 +57,19 @@ private slots:
     {
         // The dialogs of another desktop are not ours to answer.
         QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    }
+
+    void sleepingBlocksWithoutWindowMessages()
+    {
+        QtDesktop desktop;
+        bool delivered = false;
+        QTimer::singleShot(0, qApp, [&] { delivered = true; });
+        QElapsedTimer clock;
+        clock.start();
+        desktop.sleep(100);
+        QVERIFY(clock.elapsed() >= 100);
+        QVERIFY(!delivered);
+        QTRY_VERIFY(delivered);
     }
 
     void aNewNameGetsTheExtensionOfTheFilter()
