@@ -132,9 +132,13 @@ private:
         // The dialog before may still be on its way out, and would take the keys.
         for (const QString &other : {kSaveDialog, kOpenDialog})
             waitUntilGone(other);
-        RealProgram::activate(m_program->mainWindow());
-        m_program->keys({keys});
-        const QString dialog = m_program->waitForWindow(title, 15'000);
+        // On a busy machine the window may not have the focus again when the keys come; the dialog minds them no more.
+        QString dialog;
+        for (int attempt = 0; attempt < 5 && dialog.isEmpty(); ++attempt) {
+            RealProgram::activate(m_program->mainWindow());
+            m_program->keys({keys});
+            dialog = m_program->waitForWindow(title, 5'000);
+        }
         QVERIFY(!dialog.isEmpty());
         RealProgram::activate(dialog);
         m_program->typeText(file);
