@@ -65,7 +65,7 @@ void AuxOutput::buildPotentiometer()
     m_potentiometerValue->setObjectName(QStringLiteral("lblPot2"));
     m_potentiometerValue->setToolTip(tr("Position of the potentiometer"));
     m_potentiometerValue->setAccessibleName(tr("Position of the potentiometer"));
-    grid->addWidget(m_potentiometer, 0, 5, 2, 1, Qt::AlignRight);
+    grid->addWidget(m_potentiometer, 0, 5, 4, 1, Qt::AlignRight);
     grid->addWidget(m_potentiometerValue, 0, 6, 2, 1, Qt::AlignVCenter);
     m_boundary.connect(m_potentiometer, &QScrollBar::valueChanged, this, "VScrollPot2_Change",
                        [this] { VScrollPot2_Change(); });

@@ -53,32 +53,44 @@ void DigitBars::resizeEvent(QResizeEvent *event)
     place();
 }
 
+// In this widget, from the last digit of a text on the right to the first one on the left.
+std::array<int, DigitBars::kDigits> DigitBars::leftEdgesIn(const QString &text) const
+{
+    const QFontMetrics metrics(m_box.font());
+    const int right =
+        m_box.mapTo(parentWidget(), m_box.rect().topRight()).x() - x() - m_box.textMargins().right() - kBoxPadding;
+    std::array<int, kDigits> edges{};
+    std::size_t digit = 0;
+    for (qsizetype i = text.size() - 1; i >= 0; --i)
+        if (text[i].isDigit())
+            edges[digit++] = right - metrics.horizontalAdvance(text.sliced(i + 1)) - digitWidth();
+    return edges;
+}
+
+int DigitBars::digitWidth() const
+{
+    return QFontMetrics(m_box.font()).horizontalAdvance(u'8');
+}
+
 // Over the digits as the box shows them, separators included.
 void DigitBars::place()
 {
-    const QFontMetrics metrics(m_box.font());
-    const QString all = widestText();
-    const QRect inside = m_box.rect();
-    const int right =
-        m_box.mapTo(parentWidget(), inside.topRight()).x() - x() - m_box.textMargins().right() - kBoxPadding;
-    const int width = metrics.horizontalAdvance(u'8');
-    int digit = 0;
-    for (qsizetype i = all.size() - 1; i >= 0; --i) {
-        if (!all[i].isDigit())
-            continue;
-        const int digitRight = right - metrics.horizontalAdvance(all.sliced(i + 1));
-        m_bars[static_cast<std::size_t>(digit++)]->setGeometry(digitRight - width, 0, width + 1, kBarHeight);
-    }
+    const std::array<int, kDigits> edges = leftEdgesIn(widestText());
+    for (std::size_t digit = 0; digit < edges.size(); ++digit)
+        m_bars[digit]->setGeometry(edges[digit], 0, digitWidth() + 1, kBarHeight);
 }
 
+// While it is being edited a number has no separators.
 int DigitBars::digitAt(int xInBox) const
 {
+    const QString text = m_box.text();
+    const bool plain =
+        m_box.hasFocus() && std::ranges::all_of(text, [](QChar character) { return character.isDigit(); });
+    const std::array<int, kDigits> edges = leftEdgesIn(plain ? QString(kDigits, u'8') : widestText());
     const int x = m_box.mapTo(parentWidget(), QPoint(xInBox, 0)).x() - this->x();
-    for (int digit = 0; digit < kDigits; ++digit) {
-        const QRect place = m_bars[static_cast<std::size_t>(digit)]->geometry();
-        if (x >= place.left() && x <= place.right())
-            return digit;
-    }
+    for (std::size_t digit = 0; digit < edges.size(); ++digit)
+        if (x >= edges[digit] && x <= edges[digit] + digitWidth())
+            return static_cast<int>(digit);
     return -1;
 }
 

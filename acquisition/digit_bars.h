@@ -46,6 +46,8 @@ protected:
 
 private:
     void place();
+    std::array<int, kDigits> leftEdgesIn(const QString &text) const;
+    int digitWidth() const;
     int digitAt(int xInBox) const;
     bool stepByKey(const QKeyEvent *key);
 

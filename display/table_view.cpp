@@ -3,7 +3,10 @@
 
 #include "core/checked_arithmetic.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QResizeEvent>
 
 namespace calvorn {
@@ -57,6 +60,30 @@ void SweepTableView::dataChanged(const QModelIndex &topLeft, const QModelIndex &
 {
     if (isVisible())
         QTableView::dataChanged(topLeft, bottomRight, roles);
+}
+
+void SweepTableView::keyPressEvent(QKeyEvent *event)
+{
+    if (event->matches(QKeySequence::Copy))
+        copySelectedRows();
+    else
+        QTableView::keyPressEvent(event);
+}
+
+// A line for each row, its columns parted by tabulators, as spreadsheets take it.
+void SweepTableView::copySelectedRows() const
+{
+    QStringList lines;
+    for (int row = 0; row < model()->rowCount(); ++row) {
+        if (!selectionModel()->isRowSelected(row, {}))
+            continue;
+        QStringList cells;
+        for (int column = 0; column < model()->columnCount(); ++column)
+            cells.append(model()->index(row, column).data().toString());
+        lines.append(cells.join(u'\t'));
+    }
+    if (!lines.isEmpty())
+        QGuiApplication::clipboard()->setText(lines.join(u'\n'));
 }
 
 void SweepTableView::resizeEvent(QResizeEvent *event)

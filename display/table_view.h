@@ -23,9 +23,11 @@ public:
     void dataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight, const QList<int> &roles) override;
 
 protected:
+    void keyPressEvent(QKeyEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 
 private:
+    void copySelectedRows() const;
     void setColumnWidths();
 
     const Configuration &m_configuration;

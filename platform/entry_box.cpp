@@ -2,6 +2,7 @@
 #include "platform/entry_box.h"
 
 #include <QFocusEvent>
+#include <QMouseEvent>
 
 namespace calvorn {
 
@@ -33,6 +34,13 @@ void EntryBox::focusInEvent(QFocusEvent *event)
         return;
     emit gotFocus();
     if (event->reason() != Qt::MouseFocusReason)
+        selectAll();
+}
+
+// The whole number: a line of text would end a word at its decimal separator.
+void EntryBox::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::LeftButton)
         selectAll();
 }
 

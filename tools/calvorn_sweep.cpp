@@ -160,7 +160,7 @@ int main(int argc, char **argv)
     QCommandLineParser arguments;
     arguments.setApplicationDescription(
         Options::tr("Takes a sweep without a window. Without --output and --picture it prints "
-                    "the response as a table and a plot."));
+                    "the response in figures and as a plot."));
     arguments.addOptions(
         {options.settings, options.start, options.stop, options.sweeps, options.output, options.picture});
     const QCommandLineOption help = arguments.addHelpOption();

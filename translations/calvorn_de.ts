@@ -493,8 +493,8 @@
         <translation>-3-dB-Bandbreite</translation>
     </message>
     <message>
-        <source>Takes a sweep without a window. Without --output and --picture it prints the response as a table and a plot.</source>
-        <translation>Macht einen Durchlauf ohne Fenster. Ohne --output und --picture erscheint der Frequenzgang als Tabelle und Kurve.</translation>
+        <source>Takes a sweep without a window. Without --output and --picture it prints the response in figures and as a plot.</source>
+        <translation>Macht einen Durchlauf ohne Fenster. Ohne --output und --picture erscheint der Frequenzgang in Zahlen und als Kurve.</translation>
     </message>
     <message>
         <source>Settings file; the one beside the program if not given.</source>

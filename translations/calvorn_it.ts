@@ -493,8 +493,8 @@
         <translation>Banda a -3 dB</translation>
     </message>
     <message>
-        <source>Takes a sweep without a window. Without --output and --picture it prints the response as a table and a plot.</source>
-        <translation>Esegue uno sweep senza finestra. Senza --output e --picture stampa la risposta come tabella e grafico.</translation>
+        <source>Takes a sweep without a window. Without --output and --picture it prints the response in figures and as a plot.</source>
+        <translation>Esegue uno sweep senza finestra. Senza --output e --picture stampa la risposta in cifre e come grafico.</translation>
     </message>
     <message>
         <source>Settings file; the one beside the program if not given.</source>

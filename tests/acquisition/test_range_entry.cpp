@@ -287,6 +287,40 @@ private slots:
         QCOMPARE(bench.configuration.startFreq, 1000000);
         turn(tens, QPointF(tens->rect().center()), 120);
         QCOMPARE(bench.configuration.startFreq, 1000010);
+
+        // While the box has the focus its number has no separators, and the digits stand closer together.
+        bench.entry.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&bench.entry));
+        const QFontMetrics metrics(box->font());
+        const auto digitOf = [&](int digit) {
+            const int right = box->width() - box->textMargins().right() - DigitBars::kBoxPadding;
+            const int behind = metrics.horizontalAdvance(QString(digit, u'8'));
+            return QPointF(right - behind - metrics.horizontalAdvance(u'8') / 2.0, box->height() / 2.0);
+        };
+        int expected = 1000010;
+        for (int digit = 0, weight = 1; digit < 7; ++digit, weight *= 10) {
+            bench.box("txtStop")->setFocus(); // a step brings the separators back
+            box->setFocus();
+            QTRY_COMPARE(box->text(), QString::number(expected));
+            turn(box, digitOf(digit), 120);
+            expected += weight;
+            QCOMPARE(bench.configuration.startFreq, expected);
+        }
+    }
+
+    void aDoubleClickMarksTheWholeNumber()
+    {
+        EntryBox box;
+        box.resize(200, 30);
+        box.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&box));
+        for (const char *number : {"1,000,000", "-12.753", "0,5"}) {
+            box.setText(QString::fromLatin1(number));
+            QTest::mouseDClick(&box, Qt::LeftButton, {}, QPoint(box.width() - 20, box.height() / 2));
+            QCOMPARE(box.selectedText(), QString::fromLatin1(number));
+        }
+        QTest::keyClicks(&box, QStringLiteral("0.3"));
+        QCOMPARE(box.text(), QStringLiteral("0.3"));
     }
 
     void barsStandOverTheirDigits()

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "display/table_view.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QHeaderView>
 #include <QTest>
 
@@ -69,6 +71,32 @@ private slots:
         QTest::keyClick(&view, Qt::Key_End, Qt::ControlModifier);
         QCOMPARE(view.currentIndex().row(), 399);
         QCOMPARE(view.rowHeight(0), view.fontMetrics().height() + 2);
+    }
+
+    void theSelectedRowsAreCopiedWhole()
+    {
+        Configuration configuration;
+        configuration.startFreq = 1000000;
+        configuration.stepFreq = 25000;
+        SweepTable table(configuration);
+        table.inizializzaGrid();
+        SweepTableView view(configuration, table);
+        view.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&view));
+        table.setText(2, SweepTable::AmplitudeColumn, QStringLiteral("0.987"));
+        table.setText(2, SweepTable::SampleColumn, QStringLiteral("405"));
+        const QString first = table.text(1, 0) + QStringLiteral("\t0\t0");
+        const QString second = table.text(2, 0) + QStringLiteral("\t0.987\t405");
+        QGuiApplication::clipboard()->setText(QStringLiteral("before"));
+        QTest::keyClick(&view, Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("before")); // nothing is selected
+        view.setCurrentIndex(table.index(0, 0));
+        QTest::keyClick(&view, Qt::Key_Down, Qt::ShiftModifier);
+        QTest::keyClick(&view, Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(QGuiApplication::clipboard()->text(), first + u'\n' + second);
+        QTest::keyClick(&view, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClick(&view, Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(QGuiApplication::clipboard()->text().count(u'\n'), 399);
     }
 
     void whatChangedBehindItsBackIsThereWhenItIsShown()
