@@ -70,12 +70,14 @@ void SweepTableView::keyPressEvent(QKeyEvent *event)
         QTableView::keyPressEvent(event);
 }
 
-// A line for each row, its columns parted by tabulators, as spreadsheets take it.
+// Where none is selected, the one with the focus. A line for each row, its columns parted by tabulators, as
+// spreadsheets take it.
 void SweepTableView::copySelectedRows() const
 {
+    const bool any = selectionModel()->hasSelection();
     QStringList lines;
     for (int row = 0; row < model()->rowCount(); ++row) {
-        if (!selectionModel()->isRowSelected(row, {}))
+        if (any ? !selectionModel()->isRowSelected(row, {}) : row != currentIndex().row())
             continue;
         QStringList cells;
         for (int column = 0; column < model()->columnCount(); ++column)

@@ -87,9 +87,10 @@ private slots:
         table.setText(2, SweepTable::SampleColumn, QStringLiteral("405"));
         const QString first = table.text(1, 0) + QStringLiteral("\t0\t0");
         const QString second = table.text(2, 0) + QStringLiteral("\t0.987\t405");
-        QGuiApplication::clipboard()->setText(QStringLiteral("before"));
+        // Nothing is selected: the row with the focus is meant.
+        view.selectionModel()->setCurrentIndex(table.index(1, 0), QItemSelectionModel::NoUpdate);
         QTest::keyClick(&view, Qt::Key_C, Qt::ControlModifier);
-        QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("before")); // nothing is selected
+        QCOMPARE(QGuiApplication::clipboard()->text(), second);
         view.setCurrentIndex(table.index(0, 0));
         QTest::keyClick(&view, Qt::Key_Down, Qt::ShiftModifier);
         QTest::keyClick(&view, Qt::Key_C, Qt::ControlModifier);
