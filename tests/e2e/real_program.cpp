@@ -27,7 +27,12 @@ WindowManager::WindowManager()
     m_process.start(QStringLiteral("openbox"), QStringList());
     if (!m_process.waitForStarted())
         qFatal("openbox does not start");
-    QTest::qWait(300);
+    // A window that is there before its manager vanishes for a moment while it gets its frame.
+    const bool manages = QTest::qWaitFor(
+        [] { return RealProgram::run(QStringLiteral("xdotool"), {QStringLiteral("get_num_desktops")}).toInt() > 0; },
+        30'000);
+    if (!manages)
+        qFatal("openbox does not manage the windows");
 }
 
 WindowManager::~WindowManager()
