@@ -83,10 +83,17 @@ double AuxOutput::readOwnNumber(const char *key) const
     return numbers.isNumeric(text) ? numbers.toDouble(text) : 0.0;
 }
 
+bool AuxOutput::readOwnBoolean(const char *key) const
+{
+    const NumberText numbers;
+    const QString text = readOwn(key).trimmed();
+    return text.compare(u"True", Qt::CaseInsensitive) == 0 ||
+           (numbers.isNumeric(text) && numbers.toDouble(text) != 0.0);
+}
+
 void AuxOutput::setUp()
 {
-    m_inverse = readOwnNumber("Inverse Logic") != 0.0 ||
-                readOwn("Inverse Logic").trimmed().compare(u"True", Qt::CaseInsensitive) == 0;
+    m_inverse = readOwnBoolean("Inverse Logic");
     const QString section = QStringLiteral("Aux%1").arg(m_number);
     setTitle(
         readSetting(section, QStringLiteral("Title"), m_configuration.iniPath, QStringLiteral("Aux %1").arg(m_number)));

@@ -14,8 +14,8 @@
 
 namespace calvorn {
 
-// What an auxiliary output does to the hardware. A write that fails throws RuntimeError; it is left to failed(), and not
-// told to the user.
+// What an auxiliary output does to the hardware. A write that fails throws RuntimeError; it is left to failed(), and
+// not told to the user.
 struct AuxHardware
 {
     std::function<void(std::uint8_t value, std::int16_t output)> setAux;
@@ -60,6 +60,8 @@ private:
     void VScrollPot2_Change();
     QString readOwn(const char *key) const;
     double readOwnNumber(const char *key) const;
+    // The word True or a number other than 0; no text is an error.
+    bool readOwnBoolean(const char *key) const;
 
     std::int16_t m_number;
     std::int16_t &m_value;

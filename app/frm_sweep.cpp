@@ -119,7 +119,7 @@ void FrmSweep::composeGraphColumn(QVBoxLayout *column)
                                    auto *lpt = qobject_cast<LptDriver *>(m_driver);
                                    return lpt && lpt->writeI2c(control, command, byte);
                                },
-                               [this](const QString &reason) { m_log.writeLog(QStringLiteral("L> ") + reason); }};
+                               [this](const QString &reason) { m_log.writeLog(m_driver->logPrefix() + reason); }};
     m_aux1 = new AuxOutput(1, m_configuration.aux1, m_configuration, hardware, m_boundary);
     m_aux2 = new AuxOutput(2, m_configuration.aux2, m_configuration, hardware, m_boundary);
     m_views = new ViewSwitch(m_window, *m_markers, m_tableView, m_aux1, m_aux2, m_boundary, this);

@@ -26,9 +26,8 @@ int main(int argc, char **argv)
         settings.haste = std::max(1, qEnvironmentVariableIntValue("CALVORN_TALLY_HASTE"));
         return OpenedPort(std::make_unique<SimulatedParallelPort>(settings));
     });
-    QObject::connect(&driver, &LptDriver::aVettore, &application, [&](const QList<int> &vector) {
-        tell("vector " + QByteArray::number(test::vectorSum(vector)));
-    });
+    QObject::connect(&driver, &LptDriver::aVettore, &application,
+                     [&](const QList<int> &vector) { tell("vector " + QByteArray::number(test::vectorSum(vector))); });
     QObject::connect(&driver, &LptDriver::aComplete, &application, [&] { tell("complete"); });
     QObject::connect(&driver, &LptDriver::aErrore, &application,
                      [&](short code, const QString &) { tell("error " + QByteArray::number(code)); });
