@@ -200,6 +200,7 @@ void TestBoardsByHand::theMiniVnaChangesItsMode()
     };
     QCOMPARE(bench.window.caption("cmdMisura"), QStringLiteral("DUT"));
     for (const Mode &expected : {Mode{"Angle", 1, "0"}, Mode{"RetLoss", 2, "0"}, Mode{"DUT", 3, "1"}}) {
+        bench.settle();
         bench.boards.forget();
         bench.window.click("cmdMisura");
         QCOMPARE(bench.window.caption("cmdMisura"), QString::fromLatin1(expected.caption));
