@@ -7,12 +7,15 @@
 #include "core/settings.h"
 #include "data/sweep_table.h"
 
+#include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QObject>
 #include <QPointer>
+#include <QTimer>
 #include <QVector>
 
 #include <functional>
+#include <memory>
 #include <optional>
 
 namespace calvorn {
@@ -25,6 +28,16 @@ struct DriverContext
     Messages &messages;
     Log &log;
     ServerProcess &server;
+    const SweepTable &table;
+};
+
+// What the vectors that come from the server were measured with.
+struct VectorPlan
+{
+    SweepAxis axis;
+    std::int16_t mode = 0; // of the MiniVNA; 0 elsewhere
+
+    bool operator==(const VectorPlan &) const = default;
 };
 
 // One hardware interface, as the window sees it; the work is done in the acquisition server. Each driver holds all
@@ -33,6 +46,12 @@ struct DriverContext
 // Every operation that calls the server throws RuntimeError(DriverCall) when the call fails; a call that is not
 // answered in time is RuntimeError(NoAnswer) and ends the server, because nothing more is to be expected of it. Events
 // never arrive inside an operation: they come as window messages.
+//
+// A vector is passed on only while the plan that the server announced for it is the plan of the table and of the mode
+// that the program converts with; every other one is dropped here.
+//
+// While a sweep runs the server is asked once a second whether it works. One that does not say yes for three seconds is
+// ended, and the error event says so.
 class AcquisitionDriver : public QObject
 {
     Q_OBJECT
@@ -56,8 +75,9 @@ public:
     void startUp();
 
     // The sequence that starts a sweep of the current plan. False: the hardware refused to prepare it.
-    // A server that has died is started and configured anew first.
-    virtual bool startSweep() = 0;
+    // A server that has died is started and configured anew first. Hardware whose port could not be opened at the
+    // start-up is configured now: the server opens the port with the sweep.
+    virtual bool startSweep();
 
     // reason: 1 = the range changed during a sweep, 2 = stop requested by the user.
     virtual void stopSweep(std::int16_t reason) = 0;
@@ -123,7 +143,7 @@ public:
 signals:
     void aComplete();
     void aErrore(std::int16_t tipoErrore, const QString &descrizione);
-    // 400 detector counts; the first belongs to the start frequency.
+    // 400 detector counts for the 400 rows of the table, in their order.
     void aVettore(const QVector<int> &vettore);
 
     // A reset has made the board forget its sweep: no aComplete is to be waited for.
@@ -138,6 +158,18 @@ signals:
 protected:
     // The start-up of this interface: opens, configures, tells the user of a refusal; true when all went well.
     virtual bool configureHardware() = 0;
+
+    // Hands over the settings of the hardware, in the order of the start-up; the port need not be open.
+    virtual void sendSettings() {}
+
+    // Prepares and runs; false when the preparation was refused.
+    virtual bool runPlan() = 0;
+
+    // The mode that the program converts with.
+    virtual std::int16_t mode() const { return 0; }
+
+    // A pending call of the operation IsWorking.
+    virtual QDBusPendingReply<bool> askWhetherWorking() = 0;
 
     // The reaction to the codes of the interface itself.
     virtual ErrorReaction hardwareReactionTo(std::int16_t tipoErrore) const = 0;
@@ -167,9 +199,12 @@ protected:
         connect(proxy, &Proxy::aComplete, this, [this] { sweepEnded(); });
         connect(proxy, &Proxy::aErrore, this,
                 [this](short code, const QString &text) { emit aErrore(static_cast<std::int16_t>(code), text); });
+        connect(proxy, &Proxy::PlanOfVectors, this, [this](int start, int step, short mode) {
+            m_vectorPlan = VectorPlan{{start, step}, mode};
+        });
         // The handler may have had to wait for the user, and the server may be another one by then.
         connect(proxy, &Proxy::aVettore, this, [this, guarded = QPointer<Proxy>(proxy)](const QList<int> &counts) {
-            if (m_staleVectors == 0)
+            if (isOfTablePlan())
                 emit aVettore(counts);
             if (guarded)
                 acknowledgeVector(guarded.data());
@@ -198,32 +233,41 @@ protected:
     // Serial interfaces: code 1 is a transmission error that is only counted, any other goes to the log.
     static ErrorReaction serialReactionTo(std::int16_t tipoErrore);
 
-    // Vectors that are already on their way belong to the plan before; they are dropped.
-    void dropVectorsUnderWay();
-
-    // From now on a dying server ends a sweep that the user has to hear about.
-    void sweepBegun() { m_sweepRuns = true; }
-
     Configuration &configuration() const { return m_context.configuration; }
     WindowSettings &window() const { return m_context.window; }
     Messages &messages() const { return m_context.messages; }
     Log &log() const { return m_context.log; }
 
 private:
+    // An object may be let go of by its own signal.
+    struct DeleteLater
+    {
+        void operator()(QObject *object) const { object->deleteLater(); }
+    };
+
     static constexpr short kVectorsAtOnce = 4;
 
     [[noreturn]] void callFailed(const QDBusError &error);
+    bool isOfTablePlan() const;
     void serverEnded();
+    void sweepBegun();
     void sweepEnded();
+    void watchServer();
+    void serverHangs();
 
     DriverContext m_context;
     QString m_path;
-    int m_staleVectors = 0;
-    int m_takenVectors = 0; // since the server was told
+    std::optional<VectorPlan> m_vectorPlan; // as announced by the server
+    int m_takenVectors = 0;                 // since the server was told
     bool m_attached = false;
     bool m_sweepRuns = false;
     bool m_startingUp = false;
     bool m_endedByTimeout = false;
+    bool m_endedByWatch = false;
+    bool m_settingsSent = false;                                      // to this server
+    QTimer m_watch;                                                   // while a sweep runs
+    std::unique_ptr<QDBusPendingCallWatcher, DeleteLater> m_question; // IsWorking
+    int m_unanswered = 0;                                             // ticks since it was asked
 };
 
 // The longest that one call may take; a server that needs longer hangs.

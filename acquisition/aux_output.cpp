@@ -3,7 +3,6 @@
 
 #include "core/common_functions.h"
 #include "core/number_text.h"
-#include "core/runtime_error.h"
 #include "platform/profile_file.h"
 
 #include <QGridLayout>
@@ -11,7 +10,6 @@
 #include <QScopedValueRollback>
 #include <QSignalBlocker>
 
-#include <algorithm>
 #include <utility>
 
 namespace calvorn {
@@ -76,30 +74,14 @@ QString AuxOutput::readOwn(const char *key) const
     return readProfileString(m_configuration.iniPath, QStringLiteral("Aux%1").arg(m_number), QString::fromLatin1(key));
 }
 
-double AuxOutput::readOwnNumber(const char *key) const
-{
-    const NumberText numbers;
-    const QString text = readOwn(key);
-    return numbers.isNumeric(text) ? numbers.toDouble(text) : 0.0;
-}
-
-bool AuxOutput::readOwnBoolean(const char *key) const
-{
-    const NumberText numbers;
-    const QString text = readOwn(key).trimmed();
-    return text.compare(u"True", Qt::CaseInsensitive) == 0 ||
-           (numbers.isNumeric(text) && numbers.toDouble(text) != 0.0);
-}
-
 void AuxOutput::setUp()
 {
-    m_inverse = readOwnBoolean("Inverse Logic");
+    m_settings = readAuxSettings(m_configuration.iniPath, m_number);
     const QString section = QStringLiteral("Aux%1").arg(m_number);
     setTitle(
         readSetting(section, QStringLiteral("Title"), m_configuration.iniPath, QStringLiteral("Aux %1").arg(m_number)));
-    m_enabled = readOwnNumber("Enabled") > 0.0;
-    m_disabledNote->setVisible(!m_enabled);
-    m_total->setVisible(m_enabled);
+    m_disabledNote->setVisible(!m_settings.enabled);
+    m_total->setVisible(m_settings.enabled);
     setUpSteps();
     if (m_potentiometer)
         setUpPotentiometer();
@@ -108,9 +90,9 @@ void AuxOutput::setUp()
 void AuxOutput::setUpSteps()
 {
     for (int i = 0; i < 8; ++i) {
-        if (m_enabled)
+        if (m_settings.enabled)
             setUpStep(i);
-        m_steps[static_cast<std::size_t>(i)].box->setVisible(m_enabled);
+        m_steps[static_cast<std::size_t>(i)].box->setVisible(m_settings.enabled);
     }
     showTotal();
 }
@@ -138,32 +120,16 @@ void AuxOutput::setUpStep(int index)
 
 void AuxOutput::setUpPotentiometer()
 {
-    const QString maximum = readOwn("PotMax");
-    const QString minimum = readOwn("PotMin");
-    m_hasPotentiometer = !maximum.isEmpty() && !minimum.isEmpty();
-    m_potentiometer->setVisible(m_hasPotentiometer);
-    m_potentiometerValue->setVisible(m_hasPotentiometer);
-    if (!m_hasPotentiometer)
+    m_potSettings = readPotSettings(m_configuration.iniPath);
+    m_potentiometer->setVisible(m_potSettings.has_value());
+    m_potentiometerValue->setVisible(m_potSettings.has_value());
+    if (!m_potSettings)
         return;
-    const auto limited = [this](const char *key) {
-        return static_cast<int>(std::clamp(readOwnNumber(key), 0.0, 255.0));
-    };
-    m_i2cControl = static_cast<std::uint8_t>(limited("i2c_control"));
-    m_i2cCommand = static_cast<std::uint8_t>(limited("i2c_command"));
-    const auto [low, high] = std::minmax({limited("PotMin"), limited("PotMax")});
     const QSignalBlocker quiet(m_potentiometer);
-    m_potentiometer->setRange(low, high);
+    m_potentiometer->setRange(m_potSettings->lowest, m_potSettings->highest);
     m_potentiometer->setValue(m_configuration.pot2);
     m_configuration.pot2 = static_cast<std::int16_t>(m_potentiometer->value());
     m_potentiometerValue->setText(NumberText::fromInteger(m_configuration.pot2));
-}
-
-void AuxOutput::restore()
-{
-    if (m_enabled)
-        sendValue();
-    if (m_hasPotentiometer)
-        VScrollPot2_Change();
 }
 
 // The mouse-down drives the boxes, not the click: the box never sees the mouse, and so cannot toggle itself.
@@ -220,25 +186,14 @@ void AuxOutput::showTotal()
 
 void AuxOutput::sendValue() const
 {
-    const auto byte = static_cast<std::uint8_t>(m_value);
-    try {
-        m_hardware.setAux(m_inverse ? static_cast<std::uint8_t>(~byte) : byte, m_number);
-    } catch (const RuntimeError &error) {
-        m_hardware.failed(error.message());
-    }
+    m_hardware.sendByte(m_settings.byteFor(m_value), m_number);
 }
 
 void AuxOutput::VScrollPot2_Change()
 {
     m_configuration.pot2 = static_cast<std::int16_t>(m_potentiometer->value());
     m_potentiometerValue->setText(NumberText::fromInteger(m_configuration.pot2));
-    m_configuration.msgResult = 0;
-    try {
-        if (m_hardware.writeI2c(m_i2cControl, m_i2cCommand, static_cast<std::uint8_t>(m_configuration.pot2)))
-            m_configuration.msgResult = -1;
-    } catch (const RuntimeError &error) {
-        m_hardware.failed(error.message());
-    }
+    m_hardware.sendPosition(m_potSettings->control, m_potSettings->command, m_configuration);
 }
 
 } // namespace calvorn

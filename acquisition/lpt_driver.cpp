@@ -53,6 +53,12 @@ bool LptDriver::configureHardware()
                             tr("Please verify 'SetUp/Configuration/Ports'.");
     if (!tellWhetherOpen([this] { return openPort(configuration().lptAddress); }, refusal))
         return false;
+    sendSettings();
+    return true;
+}
+
+void LptDriver::sendSettings()
+{
     setDdsDevice(configuration().ddsDevice);
     setAdcDevice(configuration().adcDevice);
     setXtalFrequency(configuration().ddsXtalFreq);
@@ -61,18 +67,19 @@ bool LptDriver::configureHardware()
     setSpeed(configuration().sweepSpeed);
     resetDevice();
     setFrequency(configuration().startFreq);
-    return true;
 }
 
-bool LptDriver::startSweep()
+bool LptDriver::runPlan()
 {
-    ensureServer();
-    log().writeLog(logPrefix() + tr("Start sweep"));
     setSpeed(configuration().sweepSpeed);
     prepareSweep(configuration().startFreq, configuration().stepFreq);
     runSweep();
-    sweepBegun();
     return true;
+}
+
+QDBusPendingReply<bool> LptDriver::askWhetherWorking()
+{
+    return m_proxy->IsWorking();
 }
 
 void LptDriver::stopSweep(std::int16_t reason)
@@ -85,7 +92,6 @@ void LptDriver::stopSweep(std::int16_t reason)
 void LptDriver::replanSweep()
 {
     prepareSweep(configuration().startFreq, configuration().stepFreq);
-    dropVectorsUnderWay();
     log().writeLog(logPrefix() + tr("Start/step sweep reinizializzati"));
 }
 

@@ -19,7 +19,6 @@ public:
     QString logPrefix() const override { return QStringLiteral("L> "); }
     QString caption() const override;
     Replanning replanning() const override { return Replanning::InPlace; }
-    bool startSweep() override;
     void stopSweep(std::int16_t reason) override;
     void replanSweep() override;
     void parkAtChangedStart() override;
@@ -54,6 +53,9 @@ protected:
     ErrorReaction hardwareReactionTo(std::int16_t tipoErrore) const override;
     void attach(const QDBusConnection &connection, const QString &path) override;
     bool configureHardware() override;
+    void sendSettings() override;
+    bool runPlan() override;
+    QDBusPendingReply<bool> askWhetherWorking() override;
 
 private:
     LptProxy &proxy();

@@ -54,16 +54,18 @@ bool PicDriver::configureHardware()
 }
 
 // The board is told to run even when it refused the preparation: it then answers with the end of the sweep.
-bool PicDriver::startSweep()
+bool PicDriver::runPlan()
 {
-    ensureServer();
-    log().writeLog(logPrefix() + tr("Start sweep"));
     const bool accepted = prepareSweep(configuration().startFreq, configuration().stepFreq);
     if (!accepted)
         log().writeLog(logPrefix() + tr("Errore inizializza ciclo sweep"));
     runSweep();
-    sweepBegun();
     return accepted;
+}
+
+QDBusPendingReply<bool> PicDriver::askWhetherWorking()
+{
+    return m_proxy->IsWorking();
 }
 
 void PicDriver::stopSweep(std::int16_t reason)

@@ -19,7 +19,6 @@ public:
     QString logPrefix() const override { return QStringLiteral("P> "); }
     QString caption() const override;
     Replanning replanning() const override { return Replanning::StopAndRestart; }
-    bool startSweep() override;
     void stopSweep(std::int16_t reason) override;
     void parkAtChangedStart() override;
     void sendFrequency() override;
@@ -42,6 +41,8 @@ protected:
     ErrorReaction hardwareReactionTo(std::int16_t tipoErrore) const override;
     void attach(const QDBusConnection &connection, const QString &path) override;
     bool configureHardware() override;
+    bool runPlan() override;
+    QDBusPendingReply<bool> askWhetherWorking() override;
 
 private:
     PicProxy &proxy();

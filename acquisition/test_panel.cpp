@@ -16,6 +16,7 @@ namespace {
 
 constexpr int kMostCounts = 1024; // one more than a 10-bit converter delivers
 constexpr int kButtonsInARow = 3;
+constexpr int kPictureMs = 16; // a screen shows 60 pictures a second
 
 void name(QWidget *widget, const char *objectName, const QString &toolTip)
 {
@@ -181,8 +182,14 @@ void TestPanel::cmdMisura_Click()
     m_driver->sendMode();
 }
 
+// The samples of a vector arrive together. Nobody can see more of them than the screen shows pictures, so only the first
+// in each picture is painted, and the last, which stays.
 void TestPanel::echoSample(int index, int value)
 {
+    const bool isSeen = !m_sinceEcho.isValid() || m_sinceEcho.elapsed() >= kPictureMs || index == kSweepPoints;
+    if (!isSeen)
+        return;
+    m_sinceEcho.start();
     m_received->setText(NumberText::fromInteger(index) + u':' + NumberText::fromInteger(value));
     m_received->repaint();
 }

@@ -4,6 +4,7 @@
 #include "acquisition/acquisition_driver.h"
 #include "acquisition/log_list.h"
 
+#include <QElapsedTimer>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLineEdit>
@@ -26,7 +27,7 @@ public:
     // Null when the configured interface has no driver; the buttons for the generator then do nothing.
     void setDriver(AcquisitionDriver *driver);
 
-    // Shows a sample as it arrives: "index:value".
+    // Shows a sample as it arrives, painted at once: "index:value".
     void echoSample(int index, int value);
 
     // Raises txtErrori by one.
@@ -66,6 +67,7 @@ private:
     Hooks m_hooks;
     LogList *m_log;
     QLineEdit *m_received = nullptr;
+    QElapsedTimer m_sinceEcho; // since a sample was painted
     QLineEdit *m_errors = nullptr;
     QToolButton *m_misura = nullptr;
 };

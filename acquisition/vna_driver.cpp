@@ -42,23 +42,37 @@ bool VnaDriver::configureHardware()
     if (!tellWhetherOpen([this] { return openPort(configuration().commPort, configuration().serialSettings); },
                          serialPortRefusal()))
         return false;
+    sendSettings();
+    return true;
+}
+
+void VnaDriver::sendSettings()
+{
     setXtalFrequency(configuration().ddsXtalFreq);
     setMultiplier(configuration().ddsMultiplier);
     setOffset(configuration().ddsOffset);
     setMode(window().vnaMode);
     setFrequency(configuration().startFreq);
-    return true;
 }
 
-bool VnaDriver::startSweep()
+bool VnaDriver::runPlan()
 {
-    ensureServer();
-    log().writeLog(logPrefix() + tr("Start sweep"));
     setMode(window().vnaMode);
     prepareSweep(configuration().startFreq, configuration().stepFreq, kSweepPoints);
     runSweep();
-    sweepBegun();
     return true;
+}
+
+// A mode that the instrument does not have leaves it in the first one.
+std::int16_t VnaDriver::mode() const
+{
+    const std::int16_t wanted = window().vnaMode;
+    return wanted >= 1 && wanted <= modeCaptions().size() ? wanted : std::int16_t{1};
+}
+
+QDBusPendingReply<bool> VnaDriver::askWhetherWorking()
+{
+    return m_proxy->IsWorking();
 }
 
 void VnaDriver::stopSweep(std::int16_t reason)

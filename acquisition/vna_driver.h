@@ -19,7 +19,6 @@ public:
     QString logPrefix() const override { return QStringLiteral("V> "); }
     QString caption() const override;
     Replanning replanning() const override { return Replanning::StopAndRestart; }
-    bool startSweep() override;
     void stopSweep(std::int16_t reason) override;
     void parkAtChangedStart() override;
     void sendFrequency() override;
@@ -49,6 +48,10 @@ protected:
     ErrorReaction hardwareReactionTo(std::int16_t tipoErrore) const override;
     void attach(const QDBusConnection &connection, const QString &path) override;
     bool configureHardware() override;
+    void sendSettings() override;
+    bool runPlan() override;
+    std::int16_t mode() const override;
+    QDBusPendingReply<bool> askWhetherWorking() override;
 
 private:
     VnaProxy &proxy();

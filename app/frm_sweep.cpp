@@ -2,7 +2,6 @@
 #include "app/frm_sweep.h"
 
 #include "acquisition/driver_factory.h"
-#include "acquisition/lpt_driver.h"
 #include "app/frm_about.h"
 #include "app/frm_preferences.h"
 #include "app/help_desk.h"
@@ -111,15 +110,7 @@ void FrmSweep::composeGraphColumn(QVBoxLayout *column)
     m_markers = new MarkerPanel(m_configuration, m_table, m_graphPanel->graph(), m_desktop, m_boundary);
     m_tableView = new SweepTableView(m_configuration, m_table);
 
-    const AuxHardware hardware{[this](std::uint8_t value, std::int16_t output) {
-                                   if (auto *lpt = qobject_cast<LptDriver *>(m_driver))
-                                       lpt->setAux(value, output);
-                               },
-                               [this](std::uint8_t control, std::uint8_t command, std::uint8_t byte) {
-                                   auto *lpt = qobject_cast<LptDriver *>(m_driver);
-                                   return lpt && lpt->writeI2c(control, command, byte);
-                               },
-                               [this](const QString &reason) { m_log.writeLog(m_driver->logPrefix() + reason); }};
+    const AuxHardware hardware = auxHardwareOf([this] { return m_driver; }, m_log);
     m_aux1 = new AuxOutput(1, m_configuration.aux1, m_configuration, hardware, m_boundary);
     m_aux2 = new AuxOutput(2, m_configuration.aux2, m_configuration, hardware, m_boundary);
     m_views = new ViewSwitch(m_window, *m_markers, m_tableView, m_aux1, m_aux2, m_boundary, this);
@@ -309,7 +300,7 @@ void FrmSweep::prepareInterface()
 
 void FrmSweep::createDriver()
 {
-    m_driver = makeDriver({m_configuration, m_window, m_messages, m_log, m_server}, this);
+    m_driver = makeDriver({m_configuration, m_window, m_messages, m_log, m_server, m_table}, this);
     if (!m_driver)
         return;
     setWindowTitle(m_driver->caption());
@@ -320,8 +311,8 @@ void FrmSweep::createDriver()
     m_setUp->setDriver(m_driver);
     m_events->connectDriver(m_driver);
     m_boundary.connect(m_driver, &AcquisitionDriver::hardwareReady, this, "hardwareReady", [this] {
-        m_aux1->restore();
-        m_aux2->restore();
+        if (m_configuration.interfaceType == kInterfaceLpt)
+            restoreOutputs(m_configuration, auxHardwareOf([this] { return m_driver; }, m_log));
     });
     m_boundary.run("startUp", [this] { m_driver->startUp(); });
 }

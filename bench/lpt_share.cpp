@@ -24,6 +24,7 @@ class FreePort : public ParallelPort
 public:
     void writeData(std::uint8_t) override {}
     void writeControl(std::uint8_t) override {}
+    void confirmPresent() override {}
     std::uint8_t readStatus() override { return 0x40; }
     void wait(std::chrono::nanoseconds) override {}
 };

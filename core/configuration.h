@@ -18,6 +18,9 @@ inline constexpr std::int16_t kInterfacePic = 1; // PIC 16F877 on a USB virtual 
 inline constexpr std::int16_t kInterfaceLpt = 2; // DDS/DAC board on the parallel port
 inline constexpr std::int16_t kInterfaceVna = 3; // MiniVNA on a USB virtual COM port
 
+// No parallel port stands at this address, 0xFFFF.
+inline constexpr std::int16_t kNoParallelAddress = -1;
+
 // The settings and a few run-time values; created in main() and handed by reference. Loaded and saved by
 // core/settings.h, which also gives the key of each field.
 struct Configuration

@@ -49,6 +49,19 @@ void SettingReader::int16(std::int16_t &value, const char *section, const char *
     number(value, section, key, fallback, [](const QString &text) { return NumberText().toInt16(text); });
 }
 
+void SettingReader::int16OrNone(std::int16_t &value, const char *section, const char *key, const char *fallback,
+                                std::int16_t none)
+{
+    const QString read = text(section, key, fallback);
+    try {
+        value = NumberText().toInt16(read);
+    } catch (const RuntimeError &error) {
+        value = none;
+        m_faults.append(QCoreApplication::translate("Settings", "[%1] \"%2\": %3 No port is opened.")
+                            .arg(QString::fromLatin1(section), QString::fromLatin1(key), error.message() + u'.'));
+    }
+}
+
 void SettingReader::int32(std::int32_t &value, const char *section, const char *key, const char *fallback)
 {
     number(value, section, key, fallback, [](const QString &text) { return NumberText().toInt32(text); });

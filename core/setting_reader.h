@@ -36,6 +36,10 @@ public:
         converting(section, key, fallback, [&] { value = convert(read); });
     }
     void int16(std::int16_t &value, const char *section, const char *key, const char *fallback);
+    // Of a text that does not convert this value is made in place of the default, because the default would be another
+    // device than the one that was meant.
+    void int16OrNone(std::int16_t &value, const char *section, const char *key, const char *fallback,
+                     std::int16_t none);
     void int32(std::int32_t &value, const char *section, const char *key, const char *fallback);
     // Reals pass the decimal-separator normaliser.
     void single(float &value, const char *section, const char *key, const char *fallback);

@@ -71,7 +71,7 @@ LoadOutcome SettingsLoader::load()
     m_reader.single(c.adcStep, kConfig, "ADC Step", "0");
     m_reader.int16(m_window.vnaMode, kConfig, "ADC Channel", "1");
 
-    m_reader.int16(c.lptAddress, kParallelPort, "LPT", "&H378");
+    m_reader.int16OrNone(c.lptAddress, kParallelPort, "LPT", "&H378", kNoParallelAddress);
     m_reader.int16(c.commPort, kSerialPort, "CommPort", "6");
     c.serialSettings = m_reader.text(kSerialPort, "Settings", "115200,N,8,1");
 

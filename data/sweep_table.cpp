@@ -18,6 +18,7 @@ SweepTable::SweepTable(const Configuration &configuration, QObject *parent)
 
 void SweepTable::inizializzaGrid()
 {
+    m_axis.reset();
     std::ranges::for_each(m_cells, [](QString &text) { text.clear(); });
     setText(0, FrequencyColumn, tr("Frequency"));
     setText(0, AmplitudeColumn, isLinearScale(m_configuration.scaleType) ? tr("Volt") : tr("dB"));
@@ -29,6 +30,7 @@ void SweepTable::inizializzaGrid()
         const std::int32_t frequency = checkedAdd(m_configuration.startFreq, distance);
         numbers.assignMasked(cell(row, FrequencyColumn), frequency, kMaskHertz);
     }
+    m_axis = SweepAxis{m_configuration.startFreq, m_configuration.stepFreq};
     cellsWritten();
     emit rebuilt();
 }

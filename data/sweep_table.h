@@ -8,10 +8,21 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
+#include <optional>
 
 namespace calvorn {
 
 inline constexpr int kTableColumns = 3;
+
+// The frequencies of the 400 rows.
+struct SweepAxis
+{
+    std::int32_t start = 0; // Hz, of row 1
+    std::int32_t step = 0;  // Hz, from row to row
+
+    bool operator==(const SweepAxis &) const = default;
+};
 
 // The table of the last sweep, and its only store: cells hold text, and the graph, the markers and the files read
 // that text back as numbers of the current locale.
@@ -31,6 +42,12 @@ public:
     // Rebuilds the table empty for the current plan: row r is at startFreq + (r - 1) x stepFreq. Emits rebuilt().
     // RuntimeError(Overflow) where a frequency does not fit; from that row on the frequencies are then empty.
     void inizializzaGrid();
+
+    // The plan that the rows stand for; nothing while they hold a sweep that came from elsewhere.
+    std::optional<SweepAxis> axis() const { return m_axis; }
+
+    // A sweep from elsewhere is about to be written: no vector belongs to these rows until inizializzaGrid().
+    void forgetAxis() { m_axis.reset(); }
 
     // Cells by table row (0 to 400) and column; RuntimeError(SubscriptOutOfRange) elsewhere.
     const QString &text(int row, int column) const;
@@ -54,6 +71,7 @@ private:
     void clearSamples();
 
     const Configuration &m_configuration;
+    std::optional<SweepAxis> m_axis;
     std::array<QString, std::size_t{kSweepPoints + 1} * kTableColumns> m_cells;
     std::array<QString, kTableColumns> m_toldHeader; // as the views know it
 };

@@ -36,14 +36,44 @@ constexpr std::array<Key, kLptLineCount> kKeys{{
     {"I2cDataBack", true, false},
 }};
 
+constexpr const char *kLoad = "Load";
+
 struct WiringTexts
 {
     Q_DECLARE_TR_FUNCTIONS(LptWiring)
 };
 
+[[noreturn]] void refuse(const QString &key, const QString &what)
+{
+    throw PortError(QStringLiteral("[LPT Wiring] %1: %2").arg(key, what).toStdString());
+}
+
 [[noreturn]] void refuse(const char *key, const QString &what)
 {
-    throw PortError(QStringLiteral("[LPT Wiring] %1: %2").arg(QLatin1String(key), what).toStdString());
+    refuse(QString::fromLatin1(key), what);
+}
+
+bool isKey(const ProfileEntry &entry, const char *name)
+{
+    return entry.key.compare(QLatin1String(name), Qt::CaseInsensitive) == 0;
+}
+
+// A line that is misspelt would silently stay where the standard wiring has it.
+void checkKeys(const QVector<ProfileEntry> &entries)
+{
+    for (const ProfileEntry &entry : entries) {
+        const bool isLine =
+            std::any_of(kKeys.begin(), kKeys.end(), [&](const Key &key) { return isKey(entry, key.name); });
+        if (!isLine && !isKey(entry, kLoad))
+            refuse(entry.key, WiringTexts::tr("there is no such line."));
+    }
+}
+
+QString valueOf(const QVector<ProfileEntry> &entries, const char *name)
+{
+    const auto found =
+        std::find_if(entries.begin(), entries.end(), [name](const auto &entry) { return isKey(entry, name); });
+    return found == entries.end() ? QString() : found->value.trimmed();
 }
 
 bool isInput(LptLine line)
@@ -107,24 +137,30 @@ DdsLoading parseLoading(const QString &text)
         return DdsLoading::Serial;
     if (text.compare(QLatin1String("byte"), Qt::CaseInsensitive) == 0)
         return DdsLoading::Bytes;
-    refuse("Load", WiringTexts::tr("\"%1\" is neither serial nor byte.").arg(text));
+    refuse(kLoad, WiringTexts::tr("\"%1\" is neither serial nor byte.").arg(text));
 }
 
 } // namespace
 
-BoardWiring parseBoardWiring(const std::function<QString(const QString &key)> &value)
+BoardWiring parseBoardWiring(const QVector<ProfileEntry> &entries)
 {
+    checkKeys(entries);
     BoardWiring wiring;
-    wiring.loading = parseLoading(value(QStringLiteral("Load")).trimmed());
+    wiring.loading = parseLoading(valueOf(entries, kLoad));
     if (wiring.loading == DdsLoading::Bytes)
         wiring.lines = kByteWideLptWiring;
     for (LineWiring &line : wiring.lines) {
-        const QString text = value(QLatin1String(keyOf(line).name)).trimmed();
+        const QString text = valueOf(entries, keyOf(line).name);
         if (!text.isEmpty())
             parseLine(line, text);
     }
     checkPins(wiring);
     return wiring;
+}
+
+BoardWiring readBoardWiring(const QString &settingsPath)
+{
+    return parseBoardWiring(readProfileSection(settingsPath, QStringLiteral("LPT Wiring")));
 }
 
 } // namespace calvorn

@@ -2,10 +2,10 @@
 #pragma once
 
 #include "platform/lpt_wiring.h"
+#include "platform/profile_file.h"
 
 #include <QString>
-
-#include <functional>
+#include <QVector>
 
 namespace calvorn {
 
@@ -17,8 +17,11 @@ namespace calvorn {
 //            "none" for one of I2cClock, I2cData, I2cDataBack, AuxData, AuxClock, AuxLatch: not connected.
 // A key without a value leaves the line where the standard wiring of this kind of loading has it.
 //
-// value: the text of a key, empty when it is missing. Throws PortError, naming the key, for a pin that does not
-// exist or does not fit, and for two lines on one pin.
-BoardWiring parseBoardWiring(const std::function<QString(const QString &key)> &value);
+// entries: those of the section; the first of a key counts. Throws PortError, naming the key, for a key that is none of
+// the above, for a pin that does not exist or does not fit, and for two lines on one pin.
+BoardWiring parseBoardWiring(const QVector<ProfileEntry> &entries);
+
+// The same from the settings file.
+BoardWiring readBoardWiring(const QString &settingsPath);
 
 } // namespace calvorn

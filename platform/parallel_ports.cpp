@@ -5,6 +5,7 @@
 #include <QFile>
 
 #include <algorithm>
+#include <cstdint>
 
 namespace calvorn {
 
@@ -21,6 +22,12 @@ int readBase(const QString &path)
 }
 
 } // namespace
+
+QString hexAddress(int base)
+{
+    const QString digits = QString::number(static_cast<std::uint16_t>(base), 16).toUpper();
+    return QStringLiteral("0x") + digits.rightJustified(3, u'0');
+}
 
 QVector<ParportEntry> listParports(const ParportPlaces &places)
 {

@@ -23,6 +23,9 @@ struct ParportEntry
 // "parportN" is the name of port N in both places.
 inline constexpr const char *kParportPrefix = "parport";
 
+// "0x3BC": a base address as the documents write it. Addresses are 16 bits without a sign.
+QString hexAddress(int base);
+
 // By number. Empty when no driver is loaded or none has found a port.
 QVector<ParportEntry> listParports(const ParportPlaces &places);
 

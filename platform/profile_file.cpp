@@ -230,6 +230,25 @@ QString readProfileString(const QString &path, const QString &section, const QSt
     return {};
 }
 
+QVector<ProfileEntry> readProfileSection(const QString &path, const QString &section)
+{
+    const QByteArray content = readAll(path).value_or(QByteArray());
+    LineReader reader(content);
+    QVector<ProfileEntry> entries;
+    bool inSection = false;
+    bool wasThere = false; // the first section of a name counts
+    while (const auto text = reader.next()) {
+        const Line line = parseLine(*text);
+        if (line.kind == Line::Kind::Section) {
+            inSection = !wasThere && sameName(line.name, section);
+            wasThere = wasThere || inSection;
+        } else if (inSection && line.kind == Line::Kind::Key && line.text.contains('=')) {
+            entries.append({section, decode(line.name), decode(withinBuffer(withoutQuotes(line.value)))});
+        }
+    }
+    return entries;
+}
+
 bool writeProfileString(const QString &path, const QString &section, const QString &key, const QString &value)
 {
     return writeProfileStrings(path, {{section, key, value}});

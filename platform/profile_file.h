@@ -31,6 +31,9 @@ struct ProfileEntry
 // cannot be read.
 QString readProfileString(const QString &path, const QString &section, const QString &key);
 
+// Every "key=value" of the section, in the order of the file; the value as readProfileString() returns it.
+QVector<ProfileEntry> readProfileSection(const QString &path, const QString &section);
+
 // Returns false when the file could not be replaced, or is there but cannot be read; it is then as it was.
 bool writeProfileString(const QString &path, const QString &section, const QString &key, const QString &value);
 

@@ -178,8 +178,7 @@ LptPinWindow::LptPinWindow(const QString &iniPath, QWidget *parent)
     note->setObjectName(QStringLiteral("lblLPTpin"));
     note->setWordWrap(true);
     try {
-        const BoardWiring wiring = parseBoardWiring(
-            [&iniPath](const QString &key) { return readProfileString(iniPath, QStringLiteral("LPT Wiring"), key); });
+        const BoardWiring wiring = readBoardWiring(iniPath);
         auto *drawing = new LptPinDrawing(this);
         drawing->setUses(pinUses(wiring));
         column->addWidget(drawing, 1);

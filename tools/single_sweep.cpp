@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "tools/single_sweep.h"
 
+#include "acquisition/aux_hardware.h"
 #include "acquisition/driver_factory.h"
 #include "acquisition/frequency_plan.h"
 #include "core/number_text.h"
 #include "core/runtime_error.h"
 #include "core/scale_type.h"
+#include "platform/parallel_ports.h"
 #include "tools/interruption.h"
 
 #include <QFile>
@@ -132,14 +134,14 @@ void SingleSweep::applyRange()
 QString SingleSweep::portName() const
 {
     return m_configuration.interfaceType == kInterfaceLpt
-               ? tr("parallel port 0x%1").arg(m_configuration.lptAddress, 3, 16, QLatin1Char('0'))
+               ? tr("parallel port %1").arg(hexAddress(m_configuration.lptAddress))
                : tr("serial port COM%1").arg(m_configuration.commPort);
 }
 
 void SingleSweep::takeSweeps()
 {
     const std::unique_ptr<AcquisitionDriver> driver(
-        makeDriver({m_configuration, m_window, m_messages, m_log, m_server}, nullptr));
+        makeDriver({m_configuration, m_window, m_messages, m_log, m_server, m_table}, nullptr));
     if (!driver)
         throw RuntimeError(RuntimeError::Kind::NoDriver, NumberText::fromInteger(m_configuration.interfaceType));
     QEventLoop wait;
@@ -179,7 +181,11 @@ void SingleSweep::takeSweeps()
 void SingleSweep::listen(AcquisitionDriver &driver, QEventLoop &wait)
 {
     QObject::connect(&driver, &AcquisitionDriver::portOpened, &wait, [this] { m_portOpen = true; });
-    QObject::connect(&driver, &AcquisitionDriver::hardwareReady, &wait, [this] { m_ready = true; });
+    QObject::connect(&driver, &AcquisitionDriver::hardwareReady, &wait, [this, &driver] {
+        m_ready = true;
+        if (m_configuration.interfaceType == kInterfaceLpt)
+            restoreOutputs(m_configuration, auxHardwareOf([&driver] { return &driver; }, m_log));
+    });
     QObject::connect(&driver, &AcquisitionDriver::aVettore, &wait,
                      [this, &wait](const QVector<int> &counts) { store(counts, wait); });
     QObject::connect(&driver, &AcquisitionDriver::aComplete, &wait, &QEventLoop::quit);
@@ -190,10 +196,11 @@ void SingleSweep::listen(AcquisitionDriver &driver, QEventLoop &wait)
 // A damaged transfer costs one sweep; the next one comes.
 void SingleSweep::hardwareFailed(std::int16_t code, const QString &text, QEventLoop &wait)
 {
-    if (code == kErrorTransfer || code == kErrorNoAction) {
+    if (code == kErrorTransfer)
         ConsoleDesktop::note(ConsoleDesktop::firstLine(text));
+    // The server says what calls for no action on standard error, which is the tool's own.
+    if (code == kErrorTransfer || code == kErrorNoAction)
         return;
-    }
     m_sentence = ConsoleDesktop::firstLine(text);
     m_failure = code == kErrorPort ? kNoPort : code == kErrorNoAnswer ? kNoAnswer : kRefused;
     wait.quit();

@@ -72,6 +72,18 @@
         <source>The sweep up to %1 Hz cannot be generated with a system clock of %2 Hz.</source>
         <translation>Das Wobbeln bis %1 Hz ist mit einem Systemtakt von %2 Hz nicht möglich.</translation>
     </message>
+    <message>
+        <source>an AD9850 has no multiplier, so it must be 1</source>
+        <translation>ein AD9850 hat keinen Multiplikator, er muss 1 sein</translation>
+    </message>
+    <message>
+        <source>an AD9851 multiplies by 6 or not at all, so it must be 6 or 1</source>
+        <translation>ein AD9851 multipliziert mit 6 oder gar nicht, er muss 6 oder 1 sein</translation>
+    </message>
+    <message>
+        <source>an AD9951 multiplies by 4 to 20 or not at all, so it must be 4 to 20 or 1</source>
+        <translation>ein AD9951 multipliziert mit 4 bis 20 oder gar nicht, er muss 4 bis 20 oder 1 sein</translation>
+    </message>
 </context>
 <context>
     <name>FrequencyPlan</name>
@@ -113,6 +125,10 @@
     <message>
         <source>&quot;%1&quot; is neither serial nor byte.</source>
         <translation>„%1“ ist weder serial noch byte.</translation>
+    </message>
+    <message>
+        <source>there is no such line.</source>
+        <translation>diese Leitung gibt es nicht.</translation>
     </message>
 </context>
 <context>
@@ -328,6 +344,10 @@
         <source>[%1] &quot;%2&quot;: %3 The default %4 is used.</source>
         <translation>[%1] &quot;%2&quot;: %3 Es gilt der Vorgabewert %4.</translation>
     </message>
+    <message>
+        <source>[%1] &quot;%2&quot;: %3 No port is opened.</source>
+        <translation>[%1] &quot;%2&quot;: %3 Es wird kein Port geöffnet.</translation>
+    </message>
 </context>
 <context>
     <name>SingleSweep</name>
@@ -342,10 +362,6 @@
     <message>
         <source>%1 must lie between %2 and %3 Hz.</source>
         <translation>%1 muss zwischen %2 und %3 Hz liegen.</translation>
-    </message>
-    <message>
-        <source>parallel port 0x%1</source>
-        <translation>Parallelport 0x%1</translation>
     </message>
     <message>
         <source>serial port COM%1</source>
@@ -382,6 +398,10 @@
     <message>
         <source>Sweep %1 of %2</source>
         <translation>Durchlauf %1 von %2</translation>
+    </message>
+    <message>
+        <source>parallel port %1</source>
+        <translation>Parallelport %1</translation>
     </message>
 </context>
 <context>
@@ -542,6 +562,14 @@
     <message>
         <source>&quot;Sweep ON&quot; starts it again.</source>
         <translation>„Wobbeln EIN“ startet ihn wieder.</translation>
+    </message>
+    <message>
+        <source>Start sweep</source>
+        <translation>Wobbeln gestartet</translation>
+    </message>
+    <message>
+        <source>The acquisition server did not answer and was ended.</source>
+        <translation>Der Messserver hat nicht geantwortet und wurde beendet.</translation>
     </message>
 </context>
 <context>
@@ -1543,10 +1571,6 @@
         <translation>Bitte &apos;Einstellungen/Konfiguration/Ports&apos; prüfen.</translation>
     </message>
     <message>
-        <source>Start sweep</source>
-        <translation>Wobbeln gestartet</translation>
-    </message>
-    <message>
         <source>Start/step sweep reinizializzati</source>
         <translation>Start und Schrittweite neu gesetzt</translation>
     </message>
@@ -1753,10 +1777,6 @@
     <message>
         <source>Verify the serial interface.</source>
         <translation>Bitte die serielle Schnittstelle prüfen.</translation>
-    </message>
-    <message>
-        <source>Start sweep</source>
-        <translation>Wobbeln gestartet</translation>
     </message>
     <message>
         <source>Errore inizializza ciclo sweep</source>
@@ -2394,10 +2414,6 @@ Tastatur: Pfeiltasten bewegen, die Tasten 1 bis 4 setzen einen Marker.</translat
 </context>
 <context>
     <name>calvorn::VnaDriver</name>
-    <message>
-        <source>Start sweep</source>
-        <translation>Wobbeln gestartet</translation>
-    </message>
     <message>
         <source>Angle</source>
         <translation>Winkel</translation>

@@ -72,6 +72,18 @@
         <source>The sweep up to %1 Hz cannot be generated with a system clock of %2 Hz.</source>
         <translation>Lo sweep fino a %1 Hz non si può generare con un clock di sistema di %2 Hz.</translation>
     </message>
+    <message>
+        <source>an AD9850 has no multiplier, so it must be 1</source>
+        <translation>un AD9850 non ha moltiplicatore, quindi deve essere 1</translation>
+    </message>
+    <message>
+        <source>an AD9851 multiplies by 6 or not at all, so it must be 6 or 1</source>
+        <translation>un AD9851 moltiplica per 6 o per niente, quindi deve essere 6 o 1</translation>
+    </message>
+    <message>
+        <source>an AD9951 multiplies by 4 to 20 or not at all, so it must be 4 to 20 or 1</source>
+        <translation>un AD9951 moltiplica da 4 a 20 o per niente, quindi deve essere da 4 a 20 o 1</translation>
+    </message>
 </context>
 <context>
     <name>FrequencyPlan</name>
@@ -113,6 +125,10 @@
     <message>
         <source>&quot;%1&quot; is neither serial nor byte.</source>
         <translation>&quot;%1&quot; non è né serial né byte.</translation>
+    </message>
+    <message>
+        <source>there is no such line.</source>
+        <translation>questa linea non esiste.</translation>
     </message>
 </context>
 <context>
@@ -328,6 +344,10 @@
         <source>[%1] &quot;%2&quot;: %3 The default %4 is used.</source>
         <translation>[%1] &quot;%2&quot;: %3 Si usa il valore predefinito %4.</translation>
     </message>
+    <message>
+        <source>[%1] &quot;%2&quot;: %3 No port is opened.</source>
+        <translation>[%1] &quot;%2&quot;: %3 Non viene aperta nessuna porta.</translation>
+    </message>
 </context>
 <context>
     <name>SingleSweep</name>
@@ -342,10 +362,6 @@
     <message>
         <source>%1 must lie between %2 and %3 Hz.</source>
         <translation>%1 deve stare fra %2 e %3 Hz.</translation>
-    </message>
-    <message>
-        <source>parallel port 0x%1</source>
-        <translation>porta parallela 0x%1</translation>
     </message>
     <message>
         <source>serial port COM%1</source>
@@ -382,6 +398,10 @@
     <message>
         <source>Sweep %1 of %2</source>
         <translation>Sweep %1 di %2</translation>
+    </message>
+    <message>
+        <source>parallel port %1</source>
+        <translation>porta parallela %1</translation>
     </message>
 </context>
 <context>
@@ -542,6 +562,14 @@
     <message>
         <source>&quot;Sweep ON&quot; starts it again.</source>
         <translation>&quot;Avvia sweep&quot; lo fa ripartire.</translation>
+    </message>
+    <message>
+        <source>Start sweep</source>
+        <translation>Start sweep</translation>
+    </message>
+    <message>
+        <source>The acquisition server did not answer and was ended.</source>
+        <translation>Il server di acquisizione non ha risposto ed è stato terminato.</translation>
     </message>
 </context>
 <context>
@@ -1543,10 +1571,6 @@
         <translation>Verificare &apos;Impostazioni/Configurazione/Porte&apos;.</translation>
     </message>
     <message>
-        <source>Start sweep</source>
-        <translation>Start sweep</translation>
-    </message>
-    <message>
         <source>Start/step sweep reinizializzati</source>
         <translation>Inizio e passo dello sweep reinizializzati</translation>
     </message>
@@ -1753,10 +1777,6 @@
     <message>
         <source>Verify the serial interface.</source>
         <translation>Verificare l&apos;interfaccia seriale.</translation>
-    </message>
-    <message>
-        <source>Start sweep</source>
-        <translation>Start sweep</translation>
     </message>
     <message>
         <source>Errore inizializza ciclo sweep</source>
@@ -2394,10 +2414,6 @@ Tastiera: le frecce spostano, i tasti da 1 a 4 mettono un marcatore.</translatio
 </context>
 <context>
     <name>calvorn::VnaDriver</name>
-    <message>
-        <source>Start sweep</source>
-        <translation>Start sweep</translation>
-    </message>
     <message>
         <source>Angle</source>
         <translation>Angolo</translation>

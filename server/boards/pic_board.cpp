@@ -3,8 +3,10 @@
 
 #include "server/boards/dds_chip_model.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <ranges>
 
 namespace calvorn {
 
@@ -13,6 +15,8 @@ namespace {
 constexpr int kFractionBits = 26;
 constexpr int kLongestLine = 12; // letter, sign, ten digits
 constexpr char kAbort = '!';
+constexpr char kLineFeed = '\n';      // ignored
+const QByteArray kUnprepares("BDP*"); // accepted or not
 constexpr int kSamples = 400;
 constexpr int kCounts = 1024;
 constexpr char kSyncFirst = '\xA5';
@@ -30,6 +34,13 @@ std::uint16_t crcWith(std::uint16_t crc, std::uint8_t byte)
     value ^= value << 12 & 0xFFFFU;
     value ^= (value & 0xFFU) << 5;
     return static_cast<std::uint16_t>(value);
+}
+
+// Digits, with a minus sign at most.
+bool isWholeNumber(const QByteArray &text)
+{
+    const auto digits = std::ranges::subrange(text.begin() + (text.startsWith('-') ? 1 : 0), text.end());
+    return !digits.empty() && std::ranges::all_of(digits, [](char digit) { return digit >= '0' && digit <= '9'; });
 }
 
 } // namespace
@@ -57,7 +68,7 @@ void PicBoard::receive(std::uint8_t byte)
     } else if (character == '\r') {
         execute();
         m_line.clear();
-    } else if (m_line.size() <= kLongestLine) {
+    } else if (character != kLineFeed && m_line.size() <= kLongestLine) {
         m_line += character;
     }
 }
@@ -86,9 +97,11 @@ void PicBoard::execute()
     if (m_line.isEmpty())
         return;
     const QByteArray digits = m_line.mid(1);
-    bool isNumber = false;
-    const std::int64_t value = digits.toLongLong(&isNumber);
+    const bool isNumber = isWholeNumber(digits);
+    const std::int64_t value = digits.toLongLong();
     const bool understood = m_line.size() <= kLongestLine && (isNumber || digits.isEmpty());
+    if (kUnprepares.contains(m_line.at(0)))
+        m_prepared = false;
     const bool accepted =
         understood && m_settings.fault != SimulatorFault::Refuse && accept(m_line.at(0), value, isNumber);
     answer(m_line.at(0), accepted);
@@ -113,7 +126,6 @@ bool PicBoard::accept(char letter, std::int64_t value, bool hasValue)
         if (!inRange || (letter == 'B' && value < 0))
             return false;
         (letter == 'B' ? m_startHz : m_stepHz) = value;
-        m_prepared = false;
         return true;
     case 'P':
         return !hasValue && prepare();
@@ -122,7 +134,6 @@ bool PicBoard::accept(char letter, std::int64_t value, bool hasValue)
     case '*':
         m_word = 0;
         m_startHz = m_stepHz = 0;
-        m_prepared = false;
         return true;
     default:
         return false;

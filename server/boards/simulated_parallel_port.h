@@ -42,6 +42,7 @@ public:
     void writeData(std::uint8_t value) override;
     void writeControl(std::uint8_t value) override;
     std::uint8_t readStatus() override;
+    void confirmPresent() override {} // every access to a port that is gone throws
     void wait(std::chrono::nanoseconds duration) override;
 
     const DdsChipModel &dds() const { return *m_dds; }

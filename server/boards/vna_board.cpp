@@ -9,6 +9,7 @@ namespace calvorn {
 
 namespace {
 
+constexpr std::uint32_t kLongestCheck = 24; // samples
 constexpr int kCounts = 1024;
 
 // The phase detector gives 10 mV for each degree, 0..180, and does not know the sign.
@@ -107,6 +108,7 @@ void VnaBoard::execute()
     m_word = start;
     m_step = step;
     m_samplesDue = samples;
+    m_isSweep = samples > kLongestCheck;
 }
 
 // In transmission the instrument counts downwards: the stronger the signal, the smaller the number.
@@ -125,7 +127,7 @@ void VnaBoard::measure()
     m_bytes = {static_cast<std::uint8_t>(phase & 0xFF), static_cast<std::uint8_t>(phase >> 8),
                static_cast<std::uint8_t>(magnitude & 0xFF), static_cast<std::uint8_t>(magnitude >> 8)};
     m_position = 0;
-    if (m_records.size() < m_recordAtMost)
+    if (m_isSweep && m_records.size() < m_recordAtMost)
         m_records.push_back({m_word, m_output.hertz, phase, magnitude});
     m_word += m_step;
 }

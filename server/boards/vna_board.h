@@ -43,7 +43,8 @@ public:
     std::uint64_t commands() const { return m_commands; }
     std::uint64_t bytesWhileReplying() const { return m_bytesWhileReplying; }
 
-    // Keeps a record of every sample from now on, at most this many.
+    // Keeps a record of every sample of the sweeps from now on, at most this many. Commands of up to 24 samples are not
+    // sweeps: they set the generator or check the line.
     void recordSamples(std::size_t atMost);
     const std::vector<VnaBoardSample> &samples() const { return m_records; }
 
@@ -68,6 +69,7 @@ private:
     std::uint32_t m_word = 0;
     std::uint32_t m_step = 0;
     std::uint32_t m_samplesDue = 0;
+    bool m_isSweep = false; // the command under way
     std::array<std::uint8_t, 4> m_bytes{};
     std::size_t m_position = m_bytes.size();
 

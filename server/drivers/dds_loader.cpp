@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "server/drivers/dds_loader.h"
 
-#include "server/synthesiser/ad985x_word.h"
 #include "server/synthesiser/ad9951_registers.h"
 
 namespace calvorn {
@@ -40,15 +39,33 @@ void DdsLoader::startUp(const DdsClock &clock, std::uint32_t word)
 
 void DdsLoader::load(const DdsClock &clock, std::uint32_t word)
 {
-    if (clock.chip != DdsChip::Ad9951 && m_loading == DdsLoading::Bytes) {
-        writeBytes(ad985xWord(clock, word).bytes());
+    if (clock.chip != DdsChip::Ad9951) {
+        loadAd985x(ad985xWord(clock, word));
+        return;
+    }
+    shiftMsbFirst(ad9951Ftw0(word));
+    pulseUpdate();
+}
+
+void DdsLoader::powerDown(const DdsClock &clock, std::uint32_t word)
+{
+    if (clock.chip != DdsChip::Ad9951) {
+        loadAd985x(ad985xWord(clock, word, 0, true));
+        return;
+    }
+    load(clock, word);
+    shiftMsbFirst(ad9951Cfr1(true));
+    pulseUpdate();
+}
+
+void DdsLoader::loadAd985x(const Ad985xWord &word)
+{
+    if (m_loading == DdsLoading::Bytes) {
+        writeBytes(word.bytes());
         pulse(LptLine::DdsUpdate);
         return;
     }
-    if (clock.chip == DdsChip::Ad9951)
-        shiftMsbFirst(ad9951Ftw0(word));
-    else
-        shiftLsbFirst(ad985xWord(clock, word).serialBits(), kAd985xSerialBits);
+    shiftLsbFirst(word.serialBits(), kAd985xSerialBits);
     pulseUpdate();
 }
 

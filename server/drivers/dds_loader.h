@@ -3,6 +3,7 @@
 
 #include "platform/lpt_wiring.h"
 #include "server/links/parallel_pins.h"
+#include "server/synthesiser/ad985x_word.h"
 #include "server/synthesiser/dds_clock.h"
 
 #include <cstdint>
@@ -30,7 +31,11 @@ public:
     // Makes this tuning word the output frequency.
     void load(const DdsClock &clock, std::uint32_t word);
 
+    // Switches the output off until the next startUp(); the chip keeps this tuning word.
+    void powerDown(const DdsClock &clock, std::uint32_t word);
+
 private:
+    void loadAd985x(const Ad985xWord &word);
     void pulse(LptLine line);
     void pulseUpdate();
     void shiftLsbFirst(std::uint64_t bits, int count);

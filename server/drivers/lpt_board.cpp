@@ -59,6 +59,7 @@ LptBoard::~LptBoard() = default;
 void LptBoard::attach(OpenedPort opened)
 {
     const std::lock_guard guard(m_lock);
+    m_firstAux = opened.outputs;
     m_hardware = std::make_unique<Hardware>(std::move(opened));
     m_started = false;
     m_hardware->pins.set({{LptLine::DdsClock, false},
@@ -133,22 +134,51 @@ void LptBoard::reset()
 {
     const std::lock_guard guard(m_lock);
     m_started = false;
+    checkMultiplier(m_clock);
     if (!m_hardware)
         return;
-    std::uint32_t word = 0;
-    try {
-        word = tuningWord(m_hertz, m_offsetHz, systemClockHz(m_clock));
-    } catch (const FrequencyError &) {
-        word = 0;
-    }
-    m_hardware->dds.startUp(m_clock, word);
+    m_hardware->dds.startUp(m_clock, wordOrNone(m_hertz));
     m_started = true;
+}
+
+// Silence where the frequency cannot be expressed any more.
+std::uint32_t LptBoard::wordOrNone(std::int64_t hertz) const
+{
+    try {
+        return tuningWord(hertz, m_offsetHz, systemClockHz(m_clock));
+    } catch (const FrequencyError &) {
+        return 0;
+    }
+}
+
+void LptBoard::powerDown()
+{
+    const std::lock_guard guard(m_lock);
+    if (!m_hardware || !m_started)
+        return;
+    m_hardware->dds.powerDown(m_clock, wordOrNone(m_parkedHz));
+    m_started = false;
+}
+
+void LptBoard::confirmPresent()
+{
+    const std::lock_guard guard(m_lock);
+    if (!m_hardware)
+        throwNotOpen();
+    m_hardware->port->confirmPresent();
+}
+
+void LptBoard::checkClock() const
+{
+    const std::lock_guard guard(m_lock);
+    checkMultiplier(m_clock);
 }
 
 void LptBoard::setFrequency(std::int64_t hertz)
 {
     const std::lock_guard guard(m_lock);
     load(hertz);
+    m_parkedHz = hertz;
 }
 
 QString LptBoard::remarkOn(std::int64_t hertz) const
@@ -196,6 +226,7 @@ void LptBoard::changeClock(const DdsClock &clock)
 
 void LptBoard::load(std::int64_t hertz)
 {
+    checkMultiplier(m_clock);
     const std::uint32_t word = tuningWord(hertz, m_offsetHz, systemClockHz(m_clock));
     m_hertz = hertz;
     if (!m_hardware)
@@ -220,7 +251,8 @@ int LptBoard::settleAndRead()
 void LptBoard::shiftAux()
 {
     ParallelPins &pins = m_hardware->pins;
-    const unsigned bits = static_cast<unsigned>(m_aux[1]) << 8 | m_aux[0];
+    const unsigned bits =
+        static_cast<unsigned>(m_aux[1].value_or(m_firstAux[1])) << 8 | m_aux[0].value_or(m_firstAux[0]);
     for (int bit = 15; bit >= 0; --bit) {
         pins.set({{LptLine::AuxData, (bits >> bit & 1U) != 0}, {LptLine::AuxClock, false}});
         pins.set({{LptLine::AuxClock, true}});

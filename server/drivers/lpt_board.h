@@ -16,6 +16,7 @@
 #include <chrono>
 #include <cstdint>
 #include <memory>
+#include <optional>
 
 namespace calvorn {
 
@@ -29,14 +30,15 @@ std::chrono::nanoseconds settlingTime(SweepSpeed speed);
 // The generator and detector board on a parallel port, with all that it has been told. Thread-safe: each call is
 // one undivided use of the port, in the order of asking, so a sweep's points and the window's commands alternate.
 // Without a port the values are kept for the time when there is one. Calls that reach the port may throw
-// PortError, those that make a tuning word FrequencyError.
+// PortError, those that make a tuning word FrequencyError or SettingError.
 class LptBoard
 {
 public:
     LptBoard();
     ~LptBoard();
 
-    // Takes the port over, brings every line to rest and puts the remembered bytes on the auxiliary outputs.
+    // Takes the port over, brings every line to rest and puts the remembered bytes on the auxiliary outputs with one
+    // shift; those that come with the port where none have been set.
     void attach(OpenedPort opened);
     void detach();
     bool isOpen() const;
@@ -60,6 +62,15 @@ public:
     // weak and impure signal, is what comes out. Empty otherwise.
     QString remarkOn(std::int64_t hertz) const;
 
+    // Switches the generator's output off, for the end; nothing when it was never started.
+    void powerDown();
+
+    // Throws PortError when what was measured since the last call is void, because the port has gone. Needs a port.
+    void confirmPresent();
+
+    // Throws SettingError when the chip cannot multiply its clock as it was told. Nothing is loaded then.
+    void checkClock() const;
+
     // One point of a sweep: frequency, settling, detector count. Needs a port.
     int measure(std::int64_t hertz);
 
@@ -77,6 +88,7 @@ private:
 
     void changeClock(const DdsClock &clock);
     void load(std::int64_t hertz);
+    std::uint32_t wordOrNone(std::int64_t hertz) const;
     int settleAndRead();
     void shiftAux();
 
@@ -88,7 +100,9 @@ private:
     double m_offsetHz = 0.0;
     std::int64_t m_hertz = 0;
     SweepSpeed m_speed = SweepSpeed::Standard;
-    std::array<std::uint8_t, 2> m_aux{};
+    std::int64_t m_parkedHz = 0; // set outside a sweep
+    std::array<std::optional<std::uint8_t>, 2> m_aux;
+    std::array<std::uint8_t, 2> m_firstAux{}; // where none has been set
 };
 
 } // namespace calvorn

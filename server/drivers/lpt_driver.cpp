@@ -9,7 +9,9 @@ namespace calvorn {
 LptDriver::LptDriver(PortOpener opener, QObject *parent)
     : QObject(parent)
     , m_opener(std::move(opener))
-    , m_sweep([this](std::int64_t hertz) { return m_board.measure(hertz); })
+    , m_vectors([this](const VectorPlan &plan) { emit PlanOfVectors(plan.startHz, plan.stepHz, plan.mode); },
+                [this](const QList<int> &counts) { emit aVettore(counts); })
+    , m_sweep([this](std::int64_t hertz) { return m_board.measure(hertz); }, [this] { m_board.confirmPresent(); })
 {
     connect(&m_sweep, &SweepThread::vectorMeasured, this, &LptDriver::onVector);
     connect(&m_sweep, &SweepThread::failed, this, &LptDriver::onFailed);
@@ -48,6 +50,8 @@ void LptDriver::SetMultiplier(short multiplier)
 {
     m_remarked = false;
     m_board.setMultiplier(multiplier);
+    m_clockFault.clear();
+    reportFailure([this] { m_board.checkClock(); });
 }
 
 void LptDriver::SetXtalFrequency(double hertz)
@@ -76,7 +80,7 @@ void LptDriver::RunSweep()
             return;
         finishSweep();
     }
-    if (m_lost)
+    if (m_address && (m_lost || !m_board.isOpen()))
         attachPort();
     if (!m_board.isOpen()) {
         const QString notOpen = tr("The parallel port is not open.");
@@ -84,7 +88,13 @@ void LptDriver::RunSweep()
         emit aComplete();
         return;
     }
+    m_clockFault.clear(); // said again with every sweep
+    if (!reportFailure([this] { m_board.checkClock(); })) {
+        emit aComplete();
+        return;
+    }
     remarkOnce(m_highestHz);
+    m_vectors.beginRun();
     m_run = m_sweep.start();
 }
 
@@ -109,7 +119,13 @@ void LptDriver::ClosePort()
 {
     if (m_sweep.isRunning())
         finishSweep();
+    try {
+        m_board.powerDown();
+    } catch (const PortError &error) {
+        qWarning("%s", error.what()); // nobody can do anything about it any more
+    }
     m_board.detach();
+    m_address.reset();
     m_lost = false;
     m_whyClosed.clear();
 }
@@ -118,8 +134,8 @@ void LptDriver::PrepareSweep(int start, int step)
 {
     const SweepPlan plan{start, step};
     m_sweep.setPlan(plan);
-    m_gate.discardWaiting();
-    m_highestHz = std::max(plan.startHz, plan.startHz + (kSweepPoints - 1) * plan.stepHz);
+    m_vectors.discardWaiting();
+    m_highestHz = std::max(plan.pointHz(0), plan.pointHz(kSweepPoints - 1));
     if (m_sweep.isRunning())
         remarkOnce(m_highestHz);
 }
@@ -161,21 +177,19 @@ bool LptDriver::WriteI2c(uchar control, uchar command, uchar data)
     return acknowledged;
 }
 
-void LptDriver::VectorsTaken(short count)
-{
-    if (const auto vector = m_gate.taken(count))
-        emit aVettore(*vector);
-}
-
 void LptDriver::report(ErrorCode code, const QString &sentence)
 {
     emit aErrore(static_cast<short>(code), sentence);
 }
 
-void LptDriver::reportFailure(const std::function<void()> &work)
+// False when it failed.
+bool LptDriver::reportFailure(const std::function<void()> &work)
 {
     try {
         work();
+        return true;
+    } catch (const SettingError &error) {
+        reportClock(QString::fromUtf8(error.what()));
     } catch (const FrequencyError &error) {
         report(ErrorCode::Frequency, QString::fromUtf8(error.what()));
     } catch (const PortError &error) {
@@ -183,6 +197,14 @@ void LptDriver::reportFailure(const std::function<void()> &work)
         if (!m_sweep.isRunning())
             m_board.detach();
     }
+    return false;
+}
+
+// Everything that the start-up asks of the generator fails for the same reason.
+void LptDriver::reportClock(const QString &sentence)
+{
+    if (std::exchange(m_clockFault, sentence) != sentence)
+        report(ErrorCode::Setting, sentence);
 }
 
 // One loss is one report, although every later access fails too.
@@ -197,7 +219,7 @@ bool LptDriver::attachPort()
 {
     m_board.detach();
     try {
-        m_board.attach(m_opener(m_address));
+        m_board.attach(m_opener(*m_address));
         m_lost = false;
         m_whyClosed.clear();
     } catch (const PortError &error) {
@@ -228,16 +250,14 @@ void LptDriver::finishSweep()
     m_sweep.requestStop();
     m_sweep.join();
     m_run = 0;
-    m_gate.discardWaiting();
+    m_vectors.discardWaiting();
     emit aComplete();
 }
 
-void LptDriver::onVector(quint64 run, quint64 plan, const QList<int> &vector)
+void LptDriver::onVector(quint64 run, quint64 planNumber, const SweepPlan &plan, const QList<int> &vector)
 {
-    if (run != m_run || plan != m_sweep.planNumber())
-        return;
-    if (const auto now = m_gate.offer(vector))
-        emit aVettore(*now);
+    if (run == m_run && planNumber == m_sweep.planNumber())
+        m_vectors.send({plan.startHz, plan.stepHz}, vector);
 }
 
 void LptDriver::onFailed(quint64 run, ErrorCode code, const QString &sentence)

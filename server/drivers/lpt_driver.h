@@ -3,7 +3,7 @@
 
 #include "server/drivers/lpt_board.h"
 #include "server/drivers/sweep_thread.h"
-#include "server/drivers/vector_gate.h"
+#include "server/drivers/vector_sender.h"
 
 #include <QList>
 #include <QObject>
@@ -11,6 +11,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace calvorn {
 
@@ -33,14 +34,15 @@ public:
     ~LptDriver() override;
 
     // Vectors that the program was too slow for.
-    std::uint64_t droppedVectors() const { return m_gate.dropped(); }
+    std::uint64_t droppedVectors() const { return m_vectors.dropped(); }
 
 public slots:
     // The sweep ends at its next point and aComplete follows. The reason makes no difference to the board.
     // When nothing runs: ErrorCode::Ignorable, and no aComplete.
     void StopSweep(short reason);
 
-    // Names and numbers that the interface does not know: ErrorCode::Setting, and the former value stays.
+    // Names and numbers that the interface does not know: ErrorCode::Setting, and the former value stays. A multiplier
+    // that the chip does not have: ErrorCode::Setting, and nothing is loaded or swept until it is corrected.
     void SetDdsDevice(const QString &chip);
     void SetAdcDevice(const QString &converter);
     void SetMultiplier(short multiplier);
@@ -48,8 +50,8 @@ public slots:
     void SetOffset(double hertz);
     void SetSpeed(short speed);
 
-    // Vectors follow until the sweep is stopped. Harmless while a sweep runs. A port that was lost is opened anew,
-    // and the board told again all that it knew.
+    // Vectors follow until the sweep is stopped. Harmless while a sweep runs. A port that was lost, or could not be
+    // opened, is opened, and the board told again all that it knew.
     void RunSweep();
 
     // Closes the former port first. False when there is no such port; the reason comes as ErrorCode::Ignorable,
@@ -57,7 +59,7 @@ public slots:
     bool OpenPort(short address);
     void ResetDevice();
 
-    // Ends a sweep, with its aComplete, before the port goes.
+    // Ends a sweep, with its aComplete, and switches the generator's output off before the port goes.
     void ClosePort();
 
     // For the next sweep, or the running one: no vector of the former plan is emitted after this has returned.
@@ -71,30 +73,36 @@ public slots:
     void SetAux(uchar value, short output);
     bool WriteI2c(uchar control, uchar command, uchar data);
     // The program has taken this many vectors, and has room for as many more.
-    void VectorsTaken(short count);
+    void VectorsTaken(short count) { m_vectors.taken(count); }
+
+    // False while an access of the running sweep hangs.
+    bool IsWorking() const { return !m_sweep.isStuck(); }
 
 signals:
     void aComplete();
     void aErrore(short tipoErrore, const QString &descrizione);
+    void PlanOfVectors(int start, int step, short mode);
     void aVettore(const QList<int> &vettore);
 
 private:
     void report(ErrorCode code, const QString &sentence);
-    void reportFailure(const std::function<void()> &work);
+    bool reportFailure(const std::function<void()> &work);
     void reportLoss(const QString &sentence);
+    void reportClock(const QString &sentence);
     bool attachPort();
     void remarkOnce(std::int64_t hertz);
     void finishSweep();
-    void onVector(quint64 run, quint64 plan, const QList<int> &vector);
+    void onVector(quint64 run, quint64 planNumber, const SweepPlan &plan, const QList<int> &vector);
     void onFailed(quint64 run, ErrorCode code, const QString &sentence);
     void onEnded(quint64 run);
 
     PortOpener m_opener;
     LptBoard m_board;
-    VectorGate m_gate;
-    int m_address = 0;
-    QString m_whyClosed; // why the latest attempt to open the port failed
-    bool m_lost = false; // an access has failed since the port was opened
+    VectorSender m_vectors;
+    std::optional<int> m_address; // what the program wants to be open
+    QString m_whyClosed;          // why the latest attempt to open the port failed
+    bool m_lost = false;          // an access has failed since the port was opened
+    QString m_clockFault;         // as reported last
     quint64 m_run = 0;
     std::int64_t m_highestHz = 0; // of the plan
     bool m_remarked = false;      // on a frequency that is too high, since the port was opened or the clock changed

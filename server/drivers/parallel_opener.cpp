@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "server/drivers/parallel_opener.h"
 
+#include "platform/aux_settings.h"
 #include "platform/lpt_wiring_parser.h"
-#include "platform/profile_file.h"
 #include "server/boards/simulated_parallel_port.h"
 #include "server/links/ppdev_port.h"
 
@@ -10,11 +10,11 @@ namespace calvorn {
 
 OpenedPort ParallelOpener::open(int address)
 {
-    const BoardWiring wiring = parseBoardWiring(
-        [this](const QString &key) { return readProfileString(m_settingsPath, QStringLiteral("LPT Wiring"), key); });
-    if (address == kSimulatedLptAddress)
-        return openSimulated(wiring);
-    return {PpdevPort::open(address), wiring};
+    const BoardWiring wiring = readBoardWiring(m_settingsPath);
+    OpenedPort opened =
+        address == kSimulatedLptAddress ? openSimulated(wiring) : OpenedPort(PpdevPort::open(address), wiring);
+    opened.outputs = {firstAuxByte(m_settingsPath, 1), firstAuxByte(m_settingsPath, 2)};
+    return opened;
 }
 
 OpenedPort ParallelOpener::openSimulated(const BoardWiring &wiring)

@@ -13,12 +13,12 @@ namespace calvorn {
 
 namespace {
 
-constexpr qint64 kOperationMs = 2400; // of one operation, which the program waits 3 s for
+constexpr qint64 kOperationMs = 1900; // of one operation, which the program waits 3 s for
+constexpr qint64 kSameClickMs = 1500; // a reset waits for one second between its two commands
 constexpr qint64 kAnswerMs = 500;
 constexpr qint64 kFreeMs = 1200;   // ten thousand bytes at 115,200 baud take 0.87 s
 constexpr qint64 kChatterMs = 200; // a board that never falls silent is tried again nevertheless
 constexpr qint64 kSilenceMs = 30;  // more than an FTDI bridge holds bytes back
-constexpr int kStopMs = 400;
 constexpr int kFrameBits = kPicFrameBytes * 10;
 const QByteArray kAbort("!");
 const QByteArray kAborted("!+\r");
@@ -29,9 +29,11 @@ PicDriver::PicDriver(LinkOpener opener, ClockReader readClock, QObject *parent)
     : SerialDriver(std::move(opener), parent)
     , m_readClock(std::move(readClock))
 {
-    m_late.setSingleShot(true);
-    m_silence.setSingleShot(true);
+    for (QTimer *timer : {&m_start, &m_late, &m_silence})
+        timer->setSingleShot(true);
+    m_start.setInterval(0);
     m_silence.setInterval(static_cast<int>(kSilenceMs));
+    connect(&m_start, &QTimer::timeout, this, &PicDriver::startRun);
     connect(&m_late, &QTimer::timeout, this, &PicDriver::onLate);
     connect(&m_silence, &QTimer::timeout, this, &PicDriver::finishRun);
 }
@@ -40,47 +42,43 @@ void PicDriver::StopSweep(short /*reason*/)
 {
     if (run() != Run::Sweeping)
         return;
-    setRun(Run::Stopping);
-    discardWaiting();
-    m_ended = false;
-    m_heard.clear();
-    m_late.start(kStopMs);
-    link().write(kAbort);
+    if (m_start.isActive())
+        finishRun();
+    else
+        abortRun();
 }
 
 void PicDriver::RunSweep()
 {
     if (run() == Run::Sweeping)
         return;
-    if (run() == Run::Stopping) {
-        m_outOfStep = true;
-        finishRun();
-    }
-    m_deadline.setRemainingTime(kOperationMs);
-    if (!isReady() || !command("G\r")) {
-        if (isOpen())
-            report(ErrorCode::Board, tr("The board does not start the sweep."));
+    beginOperation();
+    endRunNow();
+    if (!m_plan && std::exchange(m_planless, Planless::Refused) == Planless::Refused && ensureOpen())
+        report(ErrorCode::Board, tr("The board does not start the sweep."));
+    if (!m_plan || !ensureOpen()) {
         emit aComplete();
         return;
     }
-    setRun(Run::Sweeping);
-    m_decoder.reset();
-    m_decoder.take(std::exchange(m_afterAnswer, QByteArray()));
-    m_late.start(m_sweepMs);
-    QTimer::singleShot(0, this, &PicDriver::takeSweeps); // what came together with the answer
+    beginRun();
+    m_start.start(); // the program does not wait for the board to start
 }
 
 bool PicDriver::PrepareSweep(int start, int step)
 {
-    if (run() != Run::None)
+    if (run() == Run::Sweeping)
         return false;
-    discardWaiting();
+    beginOperation();
     m_plan.reset();
-    m_deadline.setRemainingTime(kOperationMs);
-    if (!isReady())
+    m_planless = Planless::Refused;
+    if (!ensureOpen()) {
+        m_planless = Planless::PortReported;
         return false;
+    }
     m_plan = Plan{start, step};
-    if (!sendPlan()) {
+    const Answer answer = prepare();
+    endOperation(answer);
+    if (answer != Answer::Accepted) {
         m_plan.reset();
         return false;
     }
@@ -91,19 +89,23 @@ bool PicDriver::PrepareSweep(int start, int step)
 
 bool PicDriver::SendFrequency(const QString &letter, int frequency)
 {
-    if (run() != Run::None)
-        return false;
     const bool isReset = letter == QLatin1String("*");
-    if (!isReset && letter != QLatin1String("A") && letter != QLatin1String("B") && letter != QLatin1String("D")) {
+    const bool isOutput = letter == QLatin1String("A");
+    if (!isReset && !isOutput && letter != QLatin1String("B") && letter != QLatin1String("D")) {
         report(ErrorCode::Setting, tr("The board has no command \"%1\".").arg(letter));
         return false;
     }
-    m_deadline.setRemainingTime(kOperationMs);
-    if (!isReady() || !command(letter.toLatin1() + (isReset ? QByteArray() : QByteArray::number(frequency)) + '\r'))
+    if (run() == Run::Sweeping && !isReset)
         return false;
-    if (letter == QLatin1String("A"))
+    beginOperation();
+    endRunNow();
+    if (!isOutput)
+        m_plan.reset();
+    const Answer answer = sendLetter(letter, frequency);
+    endOperation(answer);
+    if (isOutput && answer == Answer::Accepted)
         remarkOnce(frequency);
-    return true;
+    return answer == Answer::Accepted;
 }
 
 // The board may still be sweeping for somebody who went without a word.
@@ -111,6 +113,7 @@ void PicDriver::linkOpened(const LineSettings &line)
 {
     m_sweepMs = 1000 + 3 * 1000 * kFrameBits / line.baud;
     m_outOfStep = true;
+    m_boardHasPlan = false;
     m_clock = m_readClock();
     m_remarked = false;
     connect(&link(), &ByteLink::bytesArrived, this, &PicDriver::onBytes);
@@ -118,27 +121,87 @@ void PicDriver::linkOpened(const LineSettings &line)
 
 void PicDriver::beforeClosing()
 {
-    if (run() != Run::None)
-        link().write(kAbort);
+    if (run() == Run::Sweeping && !m_start.isActive())
+        abortRun();
+    if (run() == Run::Stopping && isOpen())
+        awaitAborted(m_late.remainingTime());
     m_plan.reset();
 }
 
 void PicDriver::runEnded()
 {
+    m_start.stop();
     m_late.stop();
     m_silence.stop();
 }
 
-bool PicDriver::isReady()
+void PicDriver::beginOperation()
 {
-    const bool isOldLink = isOpen();
-    return ensureOpen() && (isOldLink || !m_plan || sendPlan());
+    const bool isSameClick = m_sinceUnanswered.isValid() && m_sinceUnanswered.elapsed() < kSameClickMs;
+    m_deadline.setRemainingTime(isSameClick ? m_leftMs : kOperationMs);
 }
 
-bool PicDriver::sendPlan()
+void PicDriver::endOperation(Answer answer)
 {
-    return command("B" + QByteArray::number(m_plan->start) + '\r') &&
-           command("D" + QByteArray::number(m_plan->step) + '\r') && command("P\r");
+    m_sinceUnanswered.invalidate();
+    if (answer != Answer::Missing)
+        return;
+    m_leftMs = m_deadline.remainingTime();
+    m_sinceUnanswered.start();
+}
+
+// With a port that is open.
+PicDriver::Answer PicDriver::prepare()
+{
+    endRunNow();
+    return isOpen() ? sendPlan() : Answer::Missing;
+}
+
+PicDriver::Answer PicDriver::sendLetter(const QString &letter, int frequency)
+{
+    const QByteArray hertz = letter == QLatin1String("*") ? QByteArray() : QByteArray::number(frequency);
+    const Answer answer = ready();
+    return answer == Answer::Accepted ? command(letter.toLatin1() + hertz + '\r') : answer;
+}
+
+void PicDriver::startRun()
+{
+    beginOperation();
+    Answer answer = ready();
+    if (answer == Answer::Accepted)
+        answer = command("G\r");
+    endOperation(answer);
+    if (answer != Answer::Accepted) {
+        if (isOpen())
+            report(ErrorCode::Board, tr("The board does not start the sweep."));
+        finishRun();
+        return;
+    }
+    m_decoder.reset();
+    m_decoder.take(std::exchange(m_afterAnswer, QByteArray()));
+    m_late.start(m_sweepMs);
+    takeSweeps();
+}
+
+// A board that was plugged in again has to hear the plan once more.
+PicDriver::Answer PicDriver::ready()
+{
+    if (!ensureOpen())
+        return Answer::Missing;
+    return !m_plan || m_boardHasPlan ? Answer::Accepted : sendPlan();
+}
+
+PicDriver::Answer PicDriver::sendPlan()
+{
+    Answer answer = command("B" + QByteArray::number(m_plan->start) + '\r');
+    if (answer == Answer::Accepted)
+        answer = command("D" + QByteArray::number(m_plan->step) + '\r');
+    if (answer == Answer::Accepted)
+        answer = command("P\r");
+    m_boardHasPlan = answer == Answer::Accepted;
+    if (answer == Answer::Refused)
+        m_plan.reset();
+    return answer;
 }
 
 void PicDriver::remarkOnce(std::int64_t hertz)
@@ -151,13 +214,13 @@ void PicDriver::remarkOnce(std::int64_t hertz)
 }
 
 // One repetition is safe: every command sets a state, and the line is freed of what the first one may still cause.
-bool PicDriver::command(const QByteArray &text)
+PicDriver::Answer PicDriver::command(const QByteArray &text)
 {
     const QScopedValueRollback<bool> exchanging(m_exchanging, true);
     const auto within = [this](qint64 patience) { return std::min(patience, m_deadline.remainingTime()); };
     link().read();
     Answer answer = Answer::Missing;
-    for (int attempt = 0; attempt < 2 && answer == Answer::Missing && isOpen(); ++attempt) {
+    for (int attempt = 0; attempt < 2 && answer == Answer::Missing && isOpen() && !m_deadline.hasExpired(); ++attempt) {
         if (m_outOfStep && !resynchronise(within(kFreeMs)))
             continue;
         answer = exchange(text, within(kAnswerMs));
@@ -165,7 +228,7 @@ bool PicDriver::command(const QByteArray &text)
     }
     if (answer == Answer::Missing && isOpen())
         report(ErrorCode::Board, tr("The board does not answer."));
-    return answer == Answer::Accepted;
+    return answer;
 }
 
 // The answer may stand among bytes that nobody asked for.
@@ -191,24 +254,60 @@ PicDriver::Answer PicDriver::exchange(const QByteArray &text, qint64 patience)
     return Answer::Missing;
 }
 
+// Tells the board to end its sweep; onBytes() or awaitAborted() see it do so.
+void PicDriver::abortRun()
+{
+    beginStopping();
+    m_ended = false;
+    m_heard.clear();
+    m_silence.stop();
+    m_late.start(static_cast<int>(kAnswerMs));
+    link().write(kAbort);
+}
+
+// What follows a run waits for its end, which the program hears of.
+void PicDriver::endRunNow()
+{
+    if (run() == Run::None)
+        return;
+    if (run() == Run::Sweeping && !m_start.isActive())
+        abortRun();
+    if (run() == Run::Stopping && isOpen())
+        m_outOfStep = !awaitAborted(std::min<qint64>(m_late.remainingTime(), m_deadline.remainingTime()));
+    finishRun();
+}
+
 // Ends whatever the board does, and waits until it has said so and nothing follows.
 bool PicDriver::resynchronise(qint64 patience)
 {
-    QDeadlineTimer deadline(patience);
-    QByteArray heard;
-    bool ended = false;
+    m_ended = false;
+    m_heard.clear();
     link().write(kAbort);
+    return awaitAborted(patience);
+}
+
+// Blocks; nothing is delivered. False when the board has not said that it ended.
+bool PicDriver::awaitAborted(qint64 patience)
+{
+    const QScopedValueRollback<bool> exchanging(m_exchanging, true);
+    QDeadlineTimer deadline(patience);
     while (isOpen() && !deadline.hasExpired()) {
-        const qint64 wait = std::min(ended ? kSilenceMs : kAnswerMs, deadline.remainingTime());
+        const qint64 wait = std::min(m_ended ? kSilenceMs : kAnswerMs, deadline.remainingTime());
         if (!link().waitForBytes(static_cast<int>(wait)))
             break;
-        heard = heard.right(kAborted.size() - 1) + link().read();
-        if (!ended && heard.contains(kAborted)) {
-            ended = true;
+        if (hearEnd(link().read()))
             deadline.setRemainingTime(std::min(deadline.remainingTime(), kChatterMs));
-        }
     }
-    return ended && isOpen();
+    return m_ended && isOpen();
+}
+
+// True with the bytes that complete the answer to an abort.
+bool PicDriver::hearEnd(const QByteArray &bytes)
+{
+    m_heard = m_heard.right(kAborted.size() - 1) + bytes;
+    const bool completes = !m_ended && m_heard.contains(kAborted);
+    m_ended = m_ended || completes;
+    return completes;
 }
 
 void PicDriver::onBytes()
@@ -235,25 +334,25 @@ void PicDriver::takeSweeps()
             continue;
         }
         m_late.start(m_sweepMs);
-        deliver(sweep->samples);
+        deliver({m_plan->start, m_plan->step}, sweep->samples);
     }
 }
 
 void PicDriver::awaitSilence(const QByteArray &bytes)
 {
-    m_heard = m_heard.right(kAborted.size() - 1) + bytes;
-    m_ended = m_ended || m_heard.contains(kAborted);
+    hearEnd(bytes);
     if (m_ended)
         m_silence.start();
 }
 
 void PicDriver::onLate()
 {
-    m_outOfStep = true;
     if (run() == Run::Sweeping) {
         report(ErrorCode::Board, tr("The board delivers no good sweep any more; the sweep ends."));
-        link().write(kAbort);
+        abortRun();
+        return;
     }
+    m_outOfStep = true;
     finishRun();
 }
 

@@ -7,6 +7,7 @@
 
 #include <QByteArray>
 #include <QDeadlineTimer>
+#include <QElapsedTimer>
 #include <QTimer>
 
 #include <functional>
@@ -16,7 +17,10 @@ namespace calvorn {
 
 // The PIC board as the interface calvorn.Pic offers it (protocol/calvorn.Pic.xml, docs/hardware/pic-board.md). The
 // operations arrive on the main thread, through the generated adaptor. A command waits for its answer at most 0.5 s,
-// and once more after the line was made free; every operation ends within 2.4 s. A sweep is driven by events.
+// and once more after the line was made free; every operation returns within 1.9 s. What one click asks of a board that
+// does not answer takes 1.9 s in all. Sweeps are started and driven by events.
+//
+// A sweep runs only with a plan that the board has accepted, and its vectors carry that plan.
 //
 // Errors: Transmission for a damaged sweep (not shown; the sweep goes on), Board when a command gets no answer, no
 // good sweep comes any more or the board refuses to sweep, Port when the port cannot be opened, is not open or was
@@ -36,17 +40,22 @@ public slots:
     // aComplete follows when the board has fallen silent. Nothing when no sweep runs.
     void StopSweep(short reason);
 
-    // Vectors follow until the sweep is stopped. A port that was lost is opened again.
+    // Returns at once; vectors follow until the sweep is stopped. Without an accepted plan, or when the board does not
+    // start, aComplete follows instead. A port that is not open is opened.
     void RunSweep();
 
     // Start (Hz) and step (Hz). False when the board refuses or does not answer, and while a sweep runs.
     bool PrepareSweep(int start, int step);
 
-    // "A", "B", "D" with hertz, "*" without. False like PrepareSweep.
+    // "A", "B", "D" with hertz, "*" without. False like PrepareSweep; "*" ends a sweep that runs, with its aComplete.
+    // After "B", "D" and "*", accepted or not, a sweep needs a new PrepareSweep.
     bool SendFrequency(const QString &letter, int frequency);
 
 private:
     enum class Answer { Accepted, Refused, Missing };
+
+    // Why there is no plan; a port that cannot be opened has been reported already.
+    enum class Planless { Refused, PortReported };
 
     struct Plan
     {
@@ -58,11 +67,20 @@ private:
     void beforeClosing() override;
     void runEnded() override;
 
-    bool isReady();
-    bool command(const QByteArray &text);
+    void beginOperation();
+    void endOperation(Answer answer);
+    Answer prepare();
+    Answer sendLetter(const QString &letter, int frequency);
+    void startRun();
+    Answer ready();
+    Answer command(const QByteArray &text);
     Answer exchange(const QByteArray &text, qint64 patience);
+    void abortRun();
+    void endRunNow();
     bool resynchronise(qint64 patience);
-    bool sendPlan();
+    bool awaitAborted(qint64 patience);
+    bool hearEnd(const QByteArray &bytes);
+    Answer sendPlan();
     void remarkOnce(std::int64_t hertz);
     void onBytes();
     void takeSweeps();
@@ -71,16 +89,21 @@ private:
 
     ClockReader m_readClock;
     DdsClock m_clock;
-    bool m_remarked = false; // since the port was opened
-    std::optional<Plan> m_plan;
+    bool m_remarked = false;    // since the port was opened
+    std::optional<Plan> m_plan; // accepted, or to be repeated to a board that was plugged in again
+    bool m_boardHasPlan = false;
+    Planless m_planless = Planless::Refused;
     PicDecoder m_decoder;
     bool m_exchanging = false;
-    bool m_outOfStep = true;   // nobody knows what the board is doing
-    bool m_ended = false;      // while stopping: the board has said so
-    QByteArray m_heard;        // while stopping: the last bytes
-    QByteArray m_afterAnswer;  // what came behind the last answer
-    QDeadlineTimer m_deadline; // of the operation under way
-    QTimer m_late;             // no good sweep, or no end of one
+    bool m_outOfStep = true;         // nobody knows what the board is doing
+    bool m_ended = false;            // after an abort: the board has said so
+    QByteArray m_heard;              // after an abort: the last bytes
+    QByteArray m_afterAnswer;        // what came behind the last answer
+    QDeadlineTimer m_deadline;       // of the operation under way
+    QElapsedTimer m_sinceUnanswered; // valid: the last operation got no answer, and had this time left
+    qint64 m_leftMs = 0;
+    QTimer m_start; // G is still to be sent
+    QTimer m_late;  // no good sweep, or no end of one
     QTimer m_silence;
     int m_sweepMs = 0; // patience for one sweep
 };

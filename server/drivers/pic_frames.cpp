@@ -80,6 +80,10 @@ std::optional<PicDecoder::Sweep> PicDecoder::next()
             continue;
         }
         const std::uint8_t sequence = byteAt(m_bytes, kSyncBytes);
+        if (isRemnant(sequence)) {
+            m_bytes.remove(0, kPicFrameBytes);
+            return Sweep{};
+        }
         // A gap in the numbers without any other trace: whole frames have vanished.
         if (m_told == 0 && m_expected && *m_expected != sequence) {
             m_told = 1;
@@ -126,6 +130,12 @@ bool PicDecoder::isFollowed() const
     const std::uint8_t second = byteAt(m_bytes, kPicFrameBytes + 1);
     const bool firstIsLost = first == kPicSyncSecond && last != kPicSyncFirst;
     return first == kPicSyncFirst || second == kPicSyncSecond || firstIsLost;
+}
+
+// The bytes skipped so far may have been damaged frames of this sweep: each has left at least half of its length.
+bool PicDecoder::isRemnant(std::uint8_t sequence) const
+{
+    return !m_expected && sequence > (m_skipped + kPicFrameBytes / 2) / kPicFrameBytes;
 }
 
 std::optional<PicDecoder::Sweep> PicDecoder::skip(qsizetype bytes)

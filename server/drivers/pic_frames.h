@@ -43,19 +43,21 @@ public:
 
     // The next sweep, in the order of the line, as soon as the sync bytes behind it have come; nothing when more bytes
     // are needed. A damaged one is told when the damage is noticed, and again for each further frame length without a
-    // good frame.
+    // good frame. So is a whole frame that comes first and has a number other than 0, unless the bytes before it were
+    // damaged frames that account for its number: it is a remnant of an earlier sweep.
     std::optional<Sweep> next();
 
 private:
     bool alignToSync();
     bool isWhole() const;
     bool isFollowed() const;
+    bool isRemnant(std::uint8_t sequence) const;
     std::optional<Sweep> skip(qsizetype bytes);
 
     QByteArray m_bytes;
-    qsizetype m_skipped = 0; // since the last good frame
-    int m_told = 0;          // damaged sweeps told since the last good frame
-    std::optional<std::uint8_t> m_expected;
+    qsizetype m_skipped = 0;                // since the last good frame
+    int m_told = 0;                         // damaged sweeps told since the last good frame
+    std::optional<std::uint8_t> m_expected; // nothing before the first good frame
 };
 
 } // namespace calvorn

@@ -11,6 +11,8 @@ namespace calvorn {
 SerialDriver::SerialDriver(LinkOpener opener, QObject *parent)
     : QObject(parent)
     , m_opener(std::move(opener))
+    , m_vectors([this](const VectorPlan &plan) { emit PlanOfVectors(plan.startHz, plan.stepHz, plan.mode); },
+                [this](const QList<int> &counts) { emit aVettore(counts); })
 {
 }
 
@@ -24,9 +26,7 @@ bool SerialDriver::OpenPort(short port, const QString &settings)
 {
     ClosePort();
     m_port = Port{port, settings};
-    if (!openLink())
-        m_port.reset();
-    return m_port.has_value();
+    return openLink();
 }
 
 void SerialDriver::ClosePort()
@@ -40,12 +40,6 @@ void SerialDriver::ClosePort()
     }
     m_port.reset();
     finishRun();
-}
-
-void SerialDriver::VectorsTaken(short count)
-{
-    if (const auto vector = m_gate.taken(count))
-        emit aVettore(*vector);
 }
 
 void SerialDriver::report(ErrorCode code, const QString &sentence)
@@ -74,20 +68,26 @@ bool SerialDriver::ensureOpen()
     return false;
 }
 
+void SerialDriver::beginRun()
+{
+    m_run = Run::Sweeping;
+    m_vectors.beginRun();
+}
+
+void SerialDriver::beginStopping()
+{
+    m_run = Run::Stopping;
+    m_vectors.discardWaiting();
+}
+
 void SerialDriver::finishRun()
 {
     if (m_run == Run::None)
         return;
     m_run = Run::None;
-    m_gate.discardWaiting();
+    m_vectors.discardWaiting();
     runEnded();
     emit aComplete();
-}
-
-void SerialDriver::deliver(QList<int> vector)
-{
-    if (const auto now = m_gate.offer(std::move(vector)))
-        emit aVettore(*now);
 }
 
 bool SerialDriver::openLink()

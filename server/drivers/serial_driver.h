@@ -2,7 +2,7 @@
 #pragma once
 
 #include "server/drivers/error_codes.h"
-#include "server/drivers/vector_gate.h"
+#include "server/drivers/vector_sender.h"
 #include "server/links/line_settings.h"
 
 #include <QObject>
@@ -12,6 +12,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <utility>
 
 namespace calvorn {
 
@@ -30,22 +31,26 @@ public:
     ~SerialDriver() override;
 
     // Vectors that the program was too slow for.
-    std::uint64_t droppedVectors() const { return m_gate.dropped(); }
+    std::uint64_t droppedVectors() const { return m_vectors.dropped(); }
 
 public slots:
     // settings: such as "115200,N,8,1". Closes the former port first. False when the port cannot be opened; the reason
-    // comes as ErrorCode::Port.
+    // comes as ErrorCode::Port. Every sweep then tries to open it again.
     bool OpenPort(short port, const QString &settings);
 
     // Ends a sweep, with its aComplete, before the port goes.
     void ClosePort();
 
     // The program has taken this many vectors, and has room for as many more.
-    void VectorsTaken(short count);
+    void VectorsTaken(short count) { m_vectors.taken(count); }
+
+    // Nothing here waits for a device without a time limit.
+    bool IsWorking() const { return true; }
 
 signals:
     void aComplete();
     void aErrore(short tipoErrore, const QString &descrizione);
+    void PlanOfVectors(int start, int step, short mode);
     void aVettore(const QList<int> &vettore);
 
 protected:
@@ -68,19 +73,20 @@ protected:
 
     ByteLink &link() { return *m_link; }
     bool isOpen() const;
-    // Opens a port that was lost again. False, and reported, when there is none. Never called from within a signal of
-    // the link.
+    // Opens the port that the program wants, if it is not open. False, and reported, when that fails. Never called from
+    // within a signal of the link.
     bool ensureOpen();
 
     Run run() const { return m_run; }
-    void setRun(Run run) { m_run = run; }
+    void beginRun();
+    void beginStopping();
     // One aComplete for each run: nothing when none is under way, as after a loss that came to light in a write.
     void finishRun();
 
     // Sends a vector on, or keeps it while the program has no room.
-    void deliver(QList<int> vector);
+    void deliver(const VectorPlan &plan, QList<int> counts) { m_vectors.send(plan, std::move(counts)); }
     // Vectors that wait are of no use any more.
-    void discardWaiting() { m_gate.discardWaiting(); }
+    void discardWaiting() { m_vectors.discardWaiting(); }
 
 private:
     struct Port
@@ -95,7 +101,7 @@ private:
     LinkOpener m_opener;
     std::optional<Port> m_port; // what the program wants to be open
     std::shared_ptr<ByteLink> m_link;
-    VectorGate m_gate;
+    VectorSender m_vectors;
     Run m_run = Run::None;
 };
 

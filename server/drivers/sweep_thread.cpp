@@ -4,14 +4,28 @@
 #include "server/links/parallel_port.h"
 #include "server/synthesiser/dds_clock.h"
 
+#include <chrono>
 #include <exception>
 #include <utility>
 
 namespace calvorn {
 
-SweepThread::SweepThread(Measure measure, QObject *parent)
+namespace {
+
+constexpr std::int64_t kStuckMs = 2'000; // the slowest point takes 10 ms
+
+std::int64_t steadyMs()
+{
+    using namespace std::chrono;
+    return duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count();
+}
+
+} // namespace
+
+SweepThread::SweepThread(Measure measure, Confirm confirm, QObject *parent)
     : QObject(parent)
     , m_measure(std::move(measure))
+    , m_confirm(std::move(confirm))
 {
     connect(&m_wakeUp, &WakeUp::knocked, this, &SweepThread::deliver);
 }
@@ -25,9 +39,20 @@ SweepThread::~SweepThread()
 quint64 SweepThread::start()
 {
     m_stop = false;
+    noteProgress();
     const quint64 run = ++m_run;
     m_thread = std::thread([this, run] { sweep(run); });
     return run;
+}
+
+void SweepThread::noteProgress()
+{
+    m_progressMs.store(steadyMs(), std::memory_order_relaxed);
+}
+
+bool SweepThread::isStuck() const
+{
+    return isRunning() && steadyMs() - m_progressMs.load(std::memory_order_relaxed) > kStuckMs;
 }
 
 quint64 SweepThread::setPlan(const SweepPlan &plan)
@@ -50,6 +75,8 @@ void SweepThread::sweep(quint64 run)
             onePass(run);
     } catch (const FrequencyError &error) {
         post(Failed{run, ErrorCode::Frequency, QString::fromUtf8(error.what())});
+    } catch (const SettingError &error) {
+        post(Failed{run, ErrorCode::Setting, QString::fromUtf8(error.what())});
     } catch (const PortError &error) {
         post(Failed{run, ErrorCode::Port, QString::fromUtf8(error.what())});
     } catch (const std::exception &error) {
@@ -72,9 +99,11 @@ void SweepThread::onePass(quint64 run)
     for (int point = 0; point < kSweepPoints; ++point) {
         if (m_stop || m_planNumber != number)
             return;
-        vector.append(m_measure(plan.startHz + point * plan.stepHz));
+        vector.append(m_measure(plan.pointHz(point)));
+        noteProgress();
     }
-    post(Measured{run, number, std::move(vector)});
+    m_confirm();
+    post(Measured{run, number, plan, std::move(vector)});
 }
 
 void SweepThread::post(News news)
@@ -95,7 +124,7 @@ void SweepThread::deliver()
     }
     for (const News &item : news) {
         if (const auto *measured = std::get_if<Measured>(&item))
-            emit vectorMeasured(measured->run, measured->plan, measured->vector);
+            emit vectorMeasured(measured->run, measured->planNumber, measured->plan, measured->vector);
         else if (const auto *error = std::get_if<Failed>(&item))
             emit failed(error->run, error->code, error->sentence);
         else if (const auto *end = std::get_if<Ended>(&item))

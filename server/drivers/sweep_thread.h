@@ -24,8 +24,10 @@ inline constexpr int kSweepPoints = 400;
 // 1 to 10 MHz.
 struct SweepPlan
 {
-    std::int64_t startHz = 1'000'000;
-    std::int64_t stepHz = 22'556;
+    std::int32_t startHz = 1'000'000;
+    std::int32_t stepHz = 22'556;
+
+    std::int64_t pointHz(int index) const { return startHz + std::int64_t{index} * stepHz; }
 };
 
 // Runs sweeps in a thread of its own, one vector after the other, until it is told to stop or a point fails. All
@@ -38,11 +40,16 @@ class SweepThread : public QObject
 public:
     // One point: the count at this frequency (Hz). Called in the sweeping thread; may throw.
     using Measure = std::function<int(std::int64_t)>;
+    // All points of a vector have been measured: throws when they are void. Called in the sweeping thread.
+    using Confirm = std::function<void()>;
 
-    explicit SweepThread(Measure measure, QObject *parent = nullptr);
+    SweepThread(Measure measure, Confirm confirm, QObject *parent = nullptr);
     ~SweepThread() override;
 
     bool isRunning() const { return m_thread.joinable(); }
+
+    // No point has been finished for two seconds: an access to the hardware hangs.
+    bool isStuck() const;
 
     // Returns the number of the run. The thread must not be running.
     quint64 start();
@@ -59,7 +66,7 @@ public:
     void join();
 
 signals:
-    void vectorMeasured(quint64 run, quint64 plan, const QList<int> &vector);
+    void vectorMeasured(quint64 run, quint64 planNumber, const calvorn::SweepPlan &plan, const QList<int> &vector);
     void failed(quint64 run, calvorn::ErrorCode code, const QString &sentence);
     void ended(quint64 run); // the last signal of a run
 
@@ -67,7 +74,8 @@ private:
     struct Measured
     {
         quint64 run = 0;
-        quint64 plan = 0;
+        quint64 planNumber = 0;
+        SweepPlan plan;
         QList<int> vector;
     };
     struct Failed
@@ -90,7 +98,11 @@ private:
     // In the owner's thread.
     void deliver();
 
+    void noteProgress();
+
     Measure m_measure;
+    Confirm m_confirm;
+    std::atomic<std::int64_t> m_progressMs{0}; // steady clock: when the last point was finished
     std::thread m_thread;
     std::atomic<bool> m_stop{false};
     quint64 m_run = 0;

@@ -38,8 +38,7 @@ void VnaDriver::StopSweep(short /*reason*/)
 {
     if (run() != Run::Sweeping)
         return;
-    setRun(Run::Stopping);
-    discardWaiting();
+    beginStopping();
     if (isCurrent() && m_exchange.isReplyDue())
         m_stopTimer.start();
     else
@@ -69,16 +68,19 @@ void VnaDriver::SetMode(short mode)
 void VnaDriver::SetMultiplier(short multiplier)
 {
     m_clock.multiplier = multiplier;
+    ++m_tuning;
 }
 
 void VnaDriver::SetXtalFrequency(double hertz)
 {
     m_clock.xtalHz = hertz;
+    ++m_tuning;
 }
 
 void VnaDriver::SetOffset(double hertz)
 {
     m_offsetHz = hertz;
+    ++m_tuning;
 }
 
 void VnaDriver::RunSweep()
@@ -91,7 +93,7 @@ void VnaDriver::RunSweep()
         emit aComplete();
         return;
     }
-    setRun(Run::Sweeping);
+    beginRun();
     ++m_runNumber;
     m_failures = 0;
     m_generatorHz.reset();
@@ -101,6 +103,7 @@ void VnaDriver::RunSweep()
 void VnaDriver::SetFrequency(int hertz)
 {
     m_generatorHz = hertz;
+    m_repeated = false;
     next();
 }
 
@@ -112,7 +115,6 @@ void VnaDriver::PrepareSweep(int start, int step, int samples)
     }
     m_startHz = start;
     m_stepHz = step;
-    ++m_plan;
     discardWaiting();
 }
 
@@ -155,14 +157,18 @@ void VnaDriver::next()
         sendGenerator();
 }
 
+// A check comes first where the line is out of step.
 void VnaDriver::sendSweep()
 {
     try {
         const VnaSweepWords words = vnaSweepWords(m_startHz, m_stepHz, kSamples, m_offsetHz, systemClockHz(m_clock));
-        const std::int64_t endHz = m_startHz + m_stepHz * (kSamples - 1);
-        noteRange(std::min(m_startHz, endHz), std::max(m_startHz, endHz));
-        m_sent = {m_runNumber, m_plan, pathOf(m_mode), words.descending};
-        m_exchange.send({m_sent.path, words.start, kSamples, words.step});
+        const std::int64_t endHz = m_startHz + std::int64_t{m_stepHz} * (kSamples - 1);
+        noteRange(std::min<std::int64_t>(m_startHz, endHz), std::max<std::int64_t>(m_startHz, endHz));
+        m_sent = {m_runNumber, m_tuning, m_startHz, m_stepHz, pathOf(m_mode), words.descending};
+        if (m_exchange.isInStep())
+            m_exchange.send({m_sent.path, words.start, kSamples, words.step});
+        else
+            m_exchange.check(m_sent.path, words.start);
     } catch (const FrequencyError &error) {
         report(ErrorCode::Frequency, QString::fromUtf8(error.what()));
         finishRun();
@@ -179,6 +185,7 @@ void VnaDriver::sendGenerator()
             noteRange(hertz, hertz);
         }
         m_sent = {};
+        m_sentHz = hertz;
         m_exchange.send(vnaGeneratorCommand(word));
     } catch (const FrequencyError &error) {
         report(ErrorCode::Frequency, QString::fromUtf8(error.what()));
@@ -193,18 +200,19 @@ void VnaDriver::noteRange(std::int64_t lowest, std::int64_t highest)
     remark(tr("The MiniVNA is made for 0.1 to 180 MHz; the frequency is set as asked for."));
 }
 
-// A reply to a command of a former plan, or over the other path, is of no use any more.
+// A reply to a command of a former plan, with a former clock or offset, or over the other path is of no use any more.
 void VnaDriver::deliverSamples(const QList<VnaSample> &samples)
 {
-    if (m_sent.plan != m_plan || m_sent.path != pathOf(m_mode))
+    if (m_sent.tuning != m_tuning || m_sent.startHz != m_startHz || m_sent.stepHz != m_stepHz ||
+        m_sent.path != pathOf(m_mode))
         return;
-    QList<int> vector;
-    vector.reserve(samples.size());
+    QList<int> counts;
+    counts.reserve(samples.size());
     for (const VnaSample &sample : samples)
-        vector.append(m_mode == Mode::Angle ? sample.phase : sample.magnitude);
+        counts.append(m_mode == Mode::Angle ? sample.phase : sample.magnitude);
     if (m_sent.descending)
-        std::reverse(vector.begin(), vector.end());
-    deliver(std::move(vector));
+        std::reverse(counts.begin(), counts.end());
+    deliver({m_sent.startHz, m_sent.stepHz, static_cast<std::int16_t>(m_mode)}, std::move(counts));
 }
 
 void VnaDriver::onAnswered(const QList<VnaSample> &samples)
@@ -221,16 +229,27 @@ void VnaDriver::onAnswered(const QList<VnaSample> &samples)
 
 void VnaDriver::onFailed()
 {
-    if (m_sent.run == 0) {
-        report(ErrorCode::Board, tr("The MiniVNA does not answer."));
-        return;
-    }
-    if (!isCurrent())
-        return;
-    if (run() == Run::Stopping) {
+    if (m_sent.run == 0)
+        generatorFailed();
+    else if (isCurrent() && run() == Run::Stopping)
         finishRun();
+    else if (isCurrent())
+        sweepFailed();
+}
+
+// A stray byte is enough to spoil one reply; freed() sends the repetition, unless a newer frequency waits already.
+void VnaDriver::generatorFailed()
+{
+    if (m_generatorHz || run() != Run::None)
         return;
-    }
+    if (std::exchange(m_repeated, true))
+        report(ErrorCode::Board, tr("The MiniVNA does not answer."));
+    else
+        m_generatorHz = m_sentHz;
+}
+
+void VnaDriver::sweepFailed()
+{
     report(ErrorCode::Transmission, tr("A sweep of the MiniVNA was damaged or incomplete."));
     if (++m_failures < kMostFailures)
         return;

@@ -13,12 +13,13 @@ namespace calvorn {
 
 // The MiniVNA as the interface calvorn.Vna offers it (protocol/calvorn.Vna.xml). The operations arrive on the main
 // thread, through the generated adaptor, and return at once; only ClosePort, which switches the generator off, waits,
-// for at most 0.3 s. One command is one sweep of 400 samples; the driver repeats it until the sweep is stopped.
+// for at most 0.3 s. One command is one sweep of 400 samples; the driver repeats it until the sweep is stopped. A sweep
+// is believed only while the line is in step (VnaExchange).
 //
 // Errors: Transmission for a sweep that was damaged or did not come (it is not shown, and the sweep goes on), Board
-// when that happened three times in a row or the generator's command got no answer, Port when the port cannot be
-// opened or was lost, Frequency and Setting as everywhere, Ignorable once when a frequency is beyond the instrument's
-// range.
+// when that happened three times in a row or the generator's command got no answer, not even when repeated, Port when
+// the port cannot be opened or was lost, Frequency and Setting as everywhere, Ignorable once when a frequency is beyond
+// the instrument's range.
 class VnaDriver : public SerialDriver
 {
     Q_OBJECT
@@ -53,8 +54,10 @@ private:
     // What a command in progress was sent for.
     struct Sent
     {
-        quint64 run = 0; // 0: not a sweep
-        quint64 plan = 0;
+        quint64 run = 0; // 0: a generator command
+        quint64 tuning = 0;
+        int startHz = 0;
+        int stepHz = 0;
         VnaCommand::Path path = VnaCommand::Path::Reflection;
         bool descending = false;
     };
@@ -74,17 +77,21 @@ private:
     void deliverSamples(const QList<VnaSample> &samples);
     void onAnswered(const QList<VnaSample> &samples);
     void onFailed();
+    void generatorFailed();
+    void sweepFailed();
 
     VnaExchange m_exchange;
     QTimer m_stopTimer;
 
     DdsClock m_clock;
     double m_offsetHz = 0.0;
+    quint64 m_tuning = 0; // counts the changes of clock and offset
     Mode m_mode = Mode::Angle;
-    std::int64_t m_startHz = 1'000'000;
-    std::int64_t m_stepHz = 22'500;
-    quint64 m_plan = 0;
+    int m_startHz = 1'000'000;
+    int m_stepHz = 22'500;
     std::optional<int> m_generatorHz; // still to be sent
+    int m_sentHz = 0;                 // the generator's frequency under way
+    bool m_repeated = false;          // it was not answered, and is sent for the second time
     bool m_rangeNoted = false;
 
     quint64 m_runNumber = 0;

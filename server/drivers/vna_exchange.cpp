@@ -16,6 +16,10 @@ using std::chrono::milliseconds;
 
 // Ten byte times and more, and a small part of a sweep's 139 ms.
 constexpr milliseconds kProofTime{1};
+// After a check: an FTDI bridge holds bytes back for 16 ms.
+constexpr milliseconds kCheckProofTime{20};
+constexpr int kShortestCheck = 5; // samples
+constexpr int kCheckLengths = 20;
 constexpr milliseconds kSilence{200};
 constexpr milliseconds kLongestSilencing{2'000};
 constexpr int kLastReplyMs = 150;
@@ -46,12 +50,25 @@ void VnaExchange::setLink(ByteLink *link)
     m_replyTimer.stop();
     m_proofTimer.stop();
     m_phase = Phase::Free;
+    m_inStep = false;
     m_link = link;
     if (m_link)
         connect(m_link, &ByteLink::bytesArrived, this, &VnaExchange::onBytes);
 }
 
 void VnaExchange::send(const VnaCommand &command)
+{
+    m_checking = false;
+    transmit(command);
+}
+
+void VnaExchange::check(VnaCommand::Path path, std::uint32_t word)
+{
+    m_checking = true;
+    transmit({path, word, kShortestCheck + m_checks++ % kCheckLengths, 0});
+}
+
+void VnaExchange::transmit(const VnaCommand &command)
 {
     m_reply = VnaReply(command.samples);
     m_phase = Phase::Reply;
@@ -97,7 +114,7 @@ void VnaExchange::onBytes()
             fail();
         else if (m_phase == Phase::Reply && m_reply.state() == VnaReply::State::Complete) {
             m_phase = Phase::Proof;
-            m_proofTimer.start(kProofTime);
+            m_proofTimer.start(m_checking ? kCheckProofTime : kProofTime);
         }
         break;
     }
@@ -122,6 +139,11 @@ void VnaExchange::onProofTimer()
         fail();
         return;
     }
+    if (m_checking) {
+        m_inStep = true;
+        free();
+        return;
+    }
     m_replyTimer.stop();
     m_phase = Phase::Free;
     emit answered(std::exchange(m_reply, VnaReply()).samples());
@@ -138,6 +160,7 @@ void VnaExchange::free()
 void VnaExchange::fail()
 {
     m_phase = Phase::Silence;
+    m_inStep = false;
     m_replyTimer.start(kLongestSilencing);
     m_proofTimer.start(kSilence);
     emit failed();

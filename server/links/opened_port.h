@@ -4,13 +4,15 @@
 #include "platform/lpt_wiring.h"
 #include "server/links/parallel_port.h"
 
+#include <array>
 #include <concepts>
+#include <cstdint>
 #include <memory>
 #include <utility>
 
 namespace calvorn {
 
-// A port together with the wiring of the board behind it.
+// A port together with the wiring of the board behind it, and what its outputs are to show first.
 struct OpenedPort
 {
     // A port alone has a board with the standard wiring.
@@ -23,6 +25,7 @@ struct OpenedPort
 
     std::unique_ptr<ParallelPort> port;
     BoardWiring wiring;
+    std::array<std::uint8_t, 2> outputs{}; // of Aux1 and Aux2, until the program sets others
 };
 
 } // namespace calvorn

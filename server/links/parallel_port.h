@@ -20,6 +20,10 @@ public:
     virtual void writeControl(std::uint8_t value) = 0;
     virtual std::uint8_t readStatus() = 0;
 
+    // Throws PortError when the hardware behind the port has gone. Some systems let writes to such a port succeed and
+    // answer reads with 0, so what was read since the last call is good only when this returns.
+    virtual void confirmPresent() = 0;
+
     // Lets at least this much time pass on the board.
     virtual void wait(std::chrono::nanoseconds duration) = 0;
 };

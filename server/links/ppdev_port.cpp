@@ -35,9 +35,9 @@ struct PpdevTexts
     throw PortError(sentence.toStdString());
 }
 
-QString hex(int address)
+QString addressText(int address)
 {
-    return QStringLiteral("%1 (0x%2)").arg(address).arg(address, 0, 16);
+    return QStringLiteral("%1 (%2)").arg(address).arg(hexAddress(address));
 }
 
 QString reasonOf(int error)
@@ -64,12 +64,13 @@ QString usbHint(const ParportPlaces &places)
     QStringList known;
     for (const ParportEntry &entry : entries) {
         if (entry.base != 0)
-            known.append(hex(entry.base));
+            known.append(addressText(entry.base));
     }
     const QString others = known.isEmpty()
                                ? PpdevTexts::tr("This computer has none that the driver has found.")
                                : PpdevTexts::tr("This computer has: %1.").arg(known.join(QStringLiteral(", ")));
-    fail(PpdevTexts::tr("There is no parallel port at the address %1. %2%3").arg(hex(base), others, usbHint(places)));
+    fail(PpdevTexts::tr("There is no parallel port at the address %1. %2%3")
+             .arg(addressText(base), others, usbHint(places)));
 }
 
 } // namespace

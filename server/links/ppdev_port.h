@@ -31,6 +31,7 @@ public:
     void writeData(std::uint8_t value) override;
     void writeControl(std::uint8_t value) override;
     std::uint8_t readStatus() override;
+    void confirmPresent() override { checkModes(); }
 
     // Below 50 us the thread spins: the kernel cannot wake it up so soon. Anything longer is slept.
     void wait(std::chrono::nanoseconds duration) override;

@@ -2,10 +2,12 @@
 #include "server/links/serial_link.h"
 
 #include <QCoreApplication>
+#include <QDeadlineTimer>
 #include <QFile>
 #include <QFileInfo>
 
 #include <linux/serial.h>
+#include <poll.h>
 #include <stdexcept>
 #include <sys/ioctl.h>
 #include <unistd.h>
@@ -62,6 +64,9 @@ QSerialPort::StopBits stopBitsOf(LineStop stop)
     }
     return QSerialPort::OneStop;
 }
+
+// In a row, without a byte between them. A device that is always ready to read and has nothing is not a serial line.
+constexpr int kMostFalseAlarms = 1'000;
 
 } // namespace
 
@@ -122,12 +127,22 @@ void SerialLink::write(const QByteArray &bytes)
 
 QByteArray SerialLink::read()
 {
-    return isOpen() ? m_port.readAll() : QByteArray();
+    const QByteArray bytes = isOpen() ? m_port.readAll() : QByteArray();
+    if (!bytes.isEmpty())
+        m_falseAlarms = 0;
+    return bytes;
 }
 
 bool SerialLink::waitForBytes(int milliseconds)
 {
-    return isOpen() && (m_port.bytesAvailable() > 0 || m_port.waitForReadyRead(milliseconds));
+    const QDeadlineTimer deadline(milliseconds);
+    while (isOpen()) {
+        if (m_port.bytesAvailable() > 0 || m_port.waitForReadyRead(static_cast<int>(deadline.remainingTime())))
+            return true;
+        if (deadline.hasExpired())
+            return false;
+    }
+    return false;
 }
 
 void SerialLink::discard()
@@ -153,12 +168,32 @@ void SerialLink::onError(QSerialPort::SerialPortError error)
     case QSerialPort::ReadError:
     case QSerialPort::WriteError:
     case QSerialPort::ResourceError:
-        close();
-        emit lost(tr("The connection to %1 was lost.").arg(m_device));
         break;
     default:
-        break;
+        return;
     }
+    if (!isGone() && ++m_falseAlarms < kMostFalseAlarms) {
+        keepReading();
+        return;
+    }
+    close();
+    emit lost(tr("The connection to %1 was lost.").arg(m_device));
+}
+
+// Qt 6.4 also reports a read error when a read finds nothing: the bytes that woke it up were read by waitForBytes()
+// meanwhile. Only the descriptor knows whether the line has hung up.
+bool SerialLink::isGone() const
+{
+    pollfd descriptor{m_port.handle(), 0, 0};
+    return poll(&descriptor, 1, 0) < 0 || (descriptor.revents & (POLLHUP | POLLERR | POLLNVAL)) != 0 ||
+           !QFileInfo::exists(m_device);
+}
+
+// With some of its errors Qt stops watching the descriptor; setting the buffer size makes it watch again.
+void SerialLink::keepReading()
+{
+    m_port.clearError();
+    m_port.setReadBufferSize(m_port.readBufferSize());
 }
 
 } // namespace calvorn

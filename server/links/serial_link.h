@@ -16,7 +16,8 @@ enum class DeviceAccess { Absent, Forbidden, Allowed };
 // One sentence for the user: why a device could not be opened, and what helps.
 std::string serialOpeningFailure(const QString &device, QSerialPort::SerialPortError error, DeviceAccess access);
 
-// A serial device of the system, held exclusively, without flow control.
+// A serial device of the system, held exclusively, without flow control. It is lost when the descriptor reports a
+// hang-up or the device file is gone, and for no other error.
 class SerialLink final : public ByteLink
 {
     Q_OBJECT
@@ -37,9 +38,12 @@ public:
 private:
     void open(const LineSettings &settings);
     void onError(QSerialPort::SerialPortError error);
+    bool isGone() const;
+    void keepReading();
 
     QString m_device;
     QSerialPort m_port;
+    int m_falseAlarms = 0;
 };
 
 } // namespace calvorn

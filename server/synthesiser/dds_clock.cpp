@@ -12,6 +12,11 @@ namespace {
 constexpr double kHighestXtalHz = 1e12;
 constexpr int kAd9951LowestPll = 4;
 constexpr int kAd9951HighestPll = 20;
+
+struct ClockTexts
+{
+    Q_DECLARE_TR_FUNCTIONS(Frequency)
+};
 } // namespace
 
 std::optional<DdsChip> ddsChipFromName(const QString &name)
@@ -37,6 +42,27 @@ int effectiveMultiplier(const DdsClock &clock)
         return clock.multiplier >= kAd9951LowestPll && clock.multiplier <= kAd9951HighestPll ? clock.multiplier : 1;
     }
     return 1;
+}
+
+void checkMultiplier(const DdsClock &clock)
+{
+    if (clock.multiplier == 0 || clock.multiplier == 1)
+        return;
+    QString possible;
+    switch (clock.chip) {
+    case DdsChip::Ad9850:
+        possible = ClockTexts::tr("an AD9850 has no multiplier, so it must be 1");
+        break;
+    case DdsChip::Ad9851:
+        possible = ClockTexts::tr("an AD9851 multiplies by 6 or not at all, so it must be 6 or 1");
+        break;
+    case DdsChip::Ad9951:
+        possible = ClockTexts::tr("an AD9951 multiplies by 4 to 20 or not at all, so it must be 4 to 20 or 1");
+        break;
+    }
+    if (clock.chip == DdsChip::Ad9850 || effectiveMultiplier(clock) != clock.multiplier)
+        throw SettingError(
+            QStringLiteral("[Config] DDS Multiplier=%1: %2.").arg(clock.multiplier).arg(possible).toStdString());
 }
 
 std::uint64_t systemClockHz(const DdsClock &clock)

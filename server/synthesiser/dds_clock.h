@@ -21,6 +21,13 @@ public:
     using std::range_error::range_error;
 };
 
+// A setting of the generator that cannot work. what() is one sentence for the user, which names the key.
+class SettingError : public std::runtime_error
+{
+public:
+    using std::runtime_error::runtime_error;
+};
+
 // The reference clock of a synthesiser board and what is made of it.
 struct DdsClock
 {
@@ -36,6 +43,10 @@ struct DdsClock
 //   AD9851  6 when the multiplier is 6, otherwise 1
 //   AD9951  the multiplier when its PLL can do it (4..20), otherwise 1: the PLL is bypassed
 int effectiveMultiplier(const DdsClock &clock);
+
+// Throws SettingError when the chip itself cannot multiply its clock so: an AD9850 by anything but 1, an AD9851 by
+// anything but 1 and 6, an AD9951 by anything but 1 and 4..20. 0 counts as 1.
+void checkMultiplier(const DdsClock &clock);
 
 // System clock in whole Hz. Throws FrequencyError when the crystal is not between 1 Hz and 1 THz.
 std::uint64_t systemClockHz(const DdsClock &clock);

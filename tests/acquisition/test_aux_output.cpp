@@ -232,7 +232,7 @@ private slots:
         for (int i = 0; i < 8; ++i)
             QVERIFY(!bench.box(i)->isVisible());
         QVERIFY(!bench.aux1.findChild<QLabel *>(QStringLiteral("lblAux1"))->isVisible());
-        bench.aux1.restore();
+        restoreOutputs(bench.configuration, bench.hardware());
         QVERIFY(bench.sent.isEmpty());
     }
 
@@ -244,8 +244,7 @@ private slots:
         bench.configuration.pot2 = 400;
         bench.aux1.setUp();
         bench.aux2.setUp();
-        bench.aux1.restore();
-        bench.aux2.restore();
+        restoreOutputs(bench.configuration, bench.hardware());
         QCOMPARE(bench.box(2)->checkState(), Qt::Checked);
         QCOMPARE(bench.box(1)->checkState(), Qt::Unchecked);
         // "True" is as good as a number that is not zero.

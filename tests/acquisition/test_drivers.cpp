@@ -24,7 +24,8 @@ struct Bench
     Messages messages{configuration, desktop};
     Log log{configuration};
     ServerProcess server{test::FakeServerControl::program()};
-    Driver driver{DriverContext{configuration, window, messages, log, server}};
+    SweepTable table{configuration};
+    Driver driver{DriverContext{configuration, window, messages, log, server, table}};
     QSignalSpy completed{&driver, &AcquisitionDriver::aComplete};
     QSignalSpy errors{&driver, &AcquisitionDriver::aErrore};
     QSignalSpy ready{&driver, &AcquisitionDriver::hardwareReady};
@@ -44,6 +45,7 @@ struct Bench
         configuration.commPort = 100;
         configuration.serialSettings = QStringLiteral("115200,N,8,1");
         window.vnaMode = 2;
+        table.inizializzaGrid();
         QObject::connect(&driver, &AcquisitionDriver::aVettore, &driver,
                          [this](const QVector<int> &vector) { vectors.append(vector); });
     }
@@ -128,6 +130,7 @@ private slots:
         bench.driver.startUp();
         bench.driver.startSweep();
         bench.configuration.startFreq = 2000000;
+        bench.table.inizializzaGrid();
         bench.control.takeCalls();
         bench.log.takeEarlyLines();
         bench.driver.replanSweep();

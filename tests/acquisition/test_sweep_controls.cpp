@@ -48,6 +48,8 @@ protected:
     ErrorReaction hardwareReactionTo(std::int16_t) const override { return ErrorReaction::Ignore; }
     void attach(const QDBusConnection &, const QString &) override {}
     bool configureHardware() override { return true; }
+    bool runPlan() override { return true; }
+    QDBusPendingReply<bool> askWhetherWorking() override { return {}; }
 };
 
 struct Bench
@@ -59,7 +61,9 @@ struct Bench
     Log log{configuration};
     ErrorBoundary boundary{messages, log};
     ServerProcess server{QString()};
-    RecordingDriver driver{DriverContext{configuration, window, messages, log, server}, QStringLiteral("/x"), nullptr};
+    SweepTable table{configuration};
+    RecordingDriver driver{DriverContext{configuration, window, messages, log, server, table}, QStringLiteral("/x"),
+                           nullptr};
     SweepControls controls{configuration, messages, log, boundary};
     QSignalSpy enabled{&controls, &SweepControls::idleCommandsEnabled};
 

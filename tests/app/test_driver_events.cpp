@@ -30,7 +30,7 @@ struct Bench
     SweepControls controls{configuration, messages, log, boundary};
     TestPanel testPanel{configuration, table, messages, log, boundary};
     DriverEvents events{messages, log, boundary, controls, conversion, testPanel};
-    Driver driver{DriverContext{configuration, window, messages, log, server}};
+    Driver driver{DriverContext{configuration, window, messages, log, server, table}};
     QSignalSpy cancelled{&events, &DriverEvents::cancelled};
 
     Bench()

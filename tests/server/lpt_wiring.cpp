@@ -21,7 +21,10 @@ using Section = QHash<QString, QString>;
 
 BoardWiring parse(const Section &section)
 {
-    return parseBoardWiring([&section](const QString &key) { return section.value(key); });
+    QVector<ProfileEntry> entries;
+    for (auto entry = section.begin(); entry != section.end(); ++entry)
+        entries.append({QString(), entry.key(), entry.value()});
+    return parseBoardWiring(entries);
 }
 
 QString refusal(const Section &section)

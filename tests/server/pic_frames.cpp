@@ -35,6 +35,8 @@ private slots:
     void framesArriveInPieces();
     void anEarlierSyncIsNoTrap();
     void missingFramesAreTold();
+    void remnantsAreNotShown();
+    void damagedFirstFrames();
     void oneByteDamage_data();
     void oneByteDamage();
     void onlyAFollowedFrameIsGood_data();
@@ -89,12 +91,44 @@ void PicFrames::anEarlierSyncIsNoTrap()
 void PicFrames::missingFramesAreTold()
 {
     PicDecoder decoder;
-    decoder.take(picFrame(255, someSamples(1)) + picFrame(0, someSamples(2)) + picFrame(2, someSamples(3)) +
-                 kFollowing);
-    QCOMPARE(decoder.next()->samples, someSamples(1));
-    QCOMPARE(decoder.next()->samples, someSamples(2));
+    for (int number = 0; number <= 256; ++number)
+        decoder.take(picFrame(static_cast<std::uint8_t>(number), someSamples(number)));
+    decoder.take(picFrame(2, someSamples(258)) + kFollowing);
+    for (int number = 0; number <= 256; ++number)
+        QCOMPARE(decoder.next()->samples, someSamples(number));
     QVERIFY(decoder.next()->isDamaged());
-    QCOMPARE(decoder.next()->samples, someSamples(3));
+    QCOMPARE(decoder.next()->samples, someSamples(258));
+}
+
+// A whole frame of the sweep before must not pass as one of this sweep.
+void PicFrames::remnantsAreNotShown()
+{
+    PicDecoder decoder;
+    decoder.take(picFrame(57, someSamples(1)).right(200) + picFrame(58, someSamples(2)) + picFrame(1, someSamples(3)) +
+                 picFrame(0, someSamples(4)) + picFrame(1, someSamples(5)) + kFollowing);
+    QVERIFY(decoder.next()->isDamaged());
+    QVERIFY(decoder.next()->isDamaged());
+    QCOMPARE(decoder.next()->samples, someSamples(4));
+    QCOMPARE(decoder.next()->samples, someSamples(5));
+    QVERIFY(!decoder.next());
+}
+
+// The first frames of a sweep may be hit like any other.
+void PicFrames::damagedFirstFrames()
+{
+    for (int damaged = 1; damaged <= 3; ++damaged) {
+        PicDecoder decoder;
+        for (int number = 0; number < damaged; ++number)
+            decoder.take(picFrame(static_cast<std::uint8_t>(number), someSamples(number)).remove(100 + number, 1));
+        decoder.take(picFrame(static_cast<std::uint8_t>(damaged), someSamples(9)) + kFollowing);
+        int told = 0;
+        auto sweep = decoder.next();
+        for (; sweep && sweep->isDamaged(); sweep = decoder.next())
+            ++told;
+        QVERIFY(told >= 1 && told <= damaged);
+        QVERIFY(sweep);
+        QCOMPARE(sweep->samples, someSamples(9));
+    }
 }
 
 void PicFrames::oneByteDamage_data()

@@ -273,11 +273,11 @@ void PpdevPortTest::noDriver()
 void PpdevPortTest::noSuchAddress()
 {
     addPort(3, "0\t0\n");
-    QCOMPARE(sentence(0x3BC), QStringLiteral("There is no parallel port at the address 956 (0x3bc). This computer "
+    QCOMPARE(sentence(0x3BC), QStringLiteral("There is no parallel port at the address 956 (0x3BC). This computer "
                                              "has: 632 (0x278), 888 (0x378)."));
     QVERIFY(QDir(m_places.ports).removeRecursively());
     addPort(0, "rubbish");
-    QCOMPARE(sentence(0x3BC), QStringLiteral("There is no parallel port at the address 956 (0x3bc). This computer "
+    QCOMPARE(sentence(0x3BC), QStringLiteral("There is no parallel port at the address 956 (0x3BC). This computer "
                                              "has none that the driver has found."));
     QVERIFY(m_system.paths.isEmpty());
 }

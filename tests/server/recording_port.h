@@ -13,6 +13,7 @@ class RecordingPort : public ParallelPort
 public:
     void writeData(std::uint8_t value) override { data.push_back(value); }
     void writeControl(std::uint8_t value) override { control.push_back(value); }
+    void confirmPresent() override {}
     std::uint8_t readStatus() override { return status; }
     void wait(std::chrono::nanoseconds duration) override { waited += duration; }
 

@@ -53,6 +53,7 @@ public:
         ++accesses;
     }
     void writeControl(std::uint8_t) override {}
+    void confirmPresent() override {}
     std::uint8_t readStatus() override
     {
         m_bench.now += 1250ns;

@@ -14,6 +14,7 @@ using namespace calvorn;
 namespace {
 
 constexpr quint64 kReplyBytes = 1'600;
+constexpr quint64 kCheckBytes = 20; // of the reply to the first command of a link, a check of the line
 constexpr quint64 kFaultyByte = 997;
 
 // Every vector must be one that the board has sent, sample for sample. Returns how many are not.
@@ -97,7 +98,8 @@ void VnaFaultsTest::damagedOnce()
 {
     QFETCH(int, damage);
     QFETCH(int, at);
-    VnaBench bench(vnaSettings(), damageOnce(static_cast<Damage>(damage), kReplyBytes + static_cast<quint64>(at)));
+    VnaBench bench(vnaSettings(),
+                   damageOnce(static_cast<Damage>(damage), kCheckBytes + kReplyBytes + static_cast<quint64>(at)));
     bench.board.recordSamples(10 * VnaBench::kPoints);
     QVERIFY(bench.open());
     bench.start(1'000'000, 22'500);
@@ -157,7 +159,7 @@ void VnaFaultsTest::damagedAgainAndAgain()
 void VnaFaultsTest::silenceAfterTwoSweeps()
 {
     VnaBench bench(vnaSettings(), [](quint64 index, char byte) {
-        return index < 2 * kReplyBytes ? QByteArray(1, byte) : QByteArray();
+        return index < kCheckBytes + 2 * kReplyBytes ? QByteArray(1, byte) : QByteArray();
     });
     QVERIFY(bench.open());
     bench.start(1'000'000, 22'500);
@@ -170,7 +172,8 @@ void VnaFaultsTest::silenceAfterTwoSweeps()
 void VnaFaultsTest::halfAReplyThenSilence()
 {
     VnaBench bench(vnaSettings(), [](quint64 index, char byte) {
-        return index < kReplyBytes / 2 || index >= kReplyBytes ? QByteArray(1, byte) : QByteArray();
+        return index < kCheckBytes + kReplyBytes / 2 || index >= kCheckBytes + kReplyBytes ? QByteArray(1, byte)
+                                                                                           : QByteArray();
     });
     bench.board.recordSamples(10 * VnaBench::kPoints);
     QVERIFY(bench.open());
@@ -184,11 +187,11 @@ void VnaFaultsTest::halfAReplyThenSilence()
 void VnaFaultsTest::stopWhileItIsSilent()
 {
     VnaBench bench(vnaSettings(), [](quint64 index, char byte) {
-        return index < kReplyBytes / 2 ? QByteArray(1, byte) : QByteArray();
+        return index < kCheckBytes + kReplyBytes / 2 ? QByteArray(1, byte) : QByteArray();
     });
     QVERIFY(bench.open());
     bench.start(1'000'000, 22'500);
-    QTRY_VERIFY(bench.link->passed() >= kReplyBytes);
+    QTRY_VERIFY(bench.link->passed() >= kCheckBytes + kReplyBytes);
     QElapsedTimer clock;
     clock.start();
     bench.driver.StopSweep(2);

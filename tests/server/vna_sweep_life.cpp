@@ -190,7 +190,7 @@ void VnaSweepLifeTest::frequencyWhileSweeping()
         bench.driver.SetFrequency(9'000'000 + round);
     bench.driver.SetFrequency(10'000'000);
     QTRY_VERIFY(bench.vectors.count() >= 4);
-    for (const QByteArray &command : bench.link->written())
+    for (const QByteArray &command : bench.link->written().mid(1)) // behind the check of the line
         QVERIFY(command.contains("\r400\r"));
     bench.driver.StopSweep(2);
     QTRY_COMPARE(bench.link->written().last(), kTenMegahertz);

@@ -48,7 +48,12 @@ public:
                 sendFlood(message, connection);
             return true;
         }
+        if (operation == u"IsWorking") {
+            connection.send(message.createReply(!hasRule(QStringLiteral("refuse"), operation)));
+            return true;
+        }
         write(message);
+        notePlan(message);
         if (hasRule(QStringLiteral("hang"), operation))
             for (;;)
                 QThread::sleep(1);
@@ -92,6 +97,17 @@ private:
                               << ")\n";
     }
 
+    // What the vectors of the next sweep are said to be measured with.
+    void notePlan(const QDBusMessage &message)
+    {
+        if (message.member() == u"PrepareSweep") {
+            m_start = message.arguments().value(0).toInt();
+            m_step = message.arguments().value(1).toInt();
+        }
+        if (message.member() == u"SetMode" && message.arguments().value(0).toInt() > 0)
+            m_mode = message.arguments().value(0).value<short>();
+    }
+
     QVariantList results(const QDBusMessage &message) const
     {
         const QString operation = message.member();
@@ -108,6 +124,7 @@ private:
     void runSweep(const QDBusMessage &message, const QDBusConnection &connection)
     {
         m_running = true;
+        send(message, connection, QStringLiteral("PlanOfVectors"), {m_start, m_step, QVariant::fromValue(m_mode)});
         for (const QString &rule : rules()) {
             if (rule.startsWith(u"flood ")) {
                 m_floodLeft = m_floodCount = rule.mid(6).toInt();
@@ -179,6 +196,9 @@ private:
 
     QString m_controlFile;
     bool m_running = false;
+    int m_start = 0;
+    int m_step = 0;
+    short m_mode = 0;
     int m_floodCount = 0;
     int m_floodLeft = 0;
     QTimer m_timer;

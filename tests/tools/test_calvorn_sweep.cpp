@@ -278,7 +278,7 @@ void TestCalvornSweep::aPortThatDoesNotOpen()
 {
     Tool tool(ProgramFolder::preparedSettings().replace("LPT=0\r\n", "LPT=&H3F0\r\n"));
     QCOMPARE(tool.run({QStringLiteral("--output=sweep.csv")}), 3);
-    QVERIFY2(tool.sentence().contains(QStringLiteral("0x3f0")), qPrintable(tool.sentence()));
+    QVERIFY2(tool.sentence().contains(QStringLiteral("0x3F0")), qPrintable(tool.sentence()));
     QVERIFY(!QFile::exists(tool.inFolder("sweep.csv")));
     Tool serial(test::crystalSettings(kInterfacePic).replace("CommPort=100", "CommPort=77"));
     QCOMPARE(serial.run(), 3);

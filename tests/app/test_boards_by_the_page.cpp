@@ -1,0 +1,609 @@
+// SPDX-License-Identifier: MIT
+// The window with the real server and boards that were written from docs/hardware/ alone, behaving as good boards and
+// bad ones do. Every count of these boards tells where it was measured.
+#include "tests/support/page_rows.h"
+#include "tests/support/window_bench.h"
+
+#include <QElapsedTimer>
+#include <QListWidget>
+
+#include <csignal>
+#include <memory>
+
+using namespace calvorn;
+using calvorn::test::Rows;
+using calvorn::test::WindowBench;
+
+namespace {
+
+constexpr int kBudgetMs = 3'000; // of everything that one click does
+
+// The window, and what it stored.
+struct Scene : WindowBench
+{
+    Scene(std::int16_t interfaceType, const QByteArray &settings)
+        : WindowBench(test::ProgramFolder::builtFile(QStringLiteral("CalvornAsync")), settings)
+        , type(interfaceType)
+    {
+        window->findChild<QTimer *>(QStringLiteral("timerUpdateSweep"))->setInterval(20);
+        QObject::connect(table(), &SweepTable::dataChanged, window.get(), [this] {
+            const Rows rows = test::rowsOf(*table(), type, mode());
+            right += rows == Rows::Right ? 1 : 0;
+            wrong += rows == Rows::Wrong ? 1 : 0;
+        });
+    }
+
+    std::int16_t mode() const
+    {
+        const QString caption = this->caption("cmdMisura");
+        return caption == u"Angle" ? std::int16_t{1} : caption == u"RetLoss" ? std::int16_t{2} : std::int16_t{3};
+    }
+    bool isIdle() const { return isShown("cmdStart") && !isShown("cmdStop"); }
+    QStringList log() const
+    {
+        QStringList lines;
+        const auto *list = find<QListWidget>("lstLOG");
+        for (int line = 0; line < list->count(); ++line)
+            lines.append(list->item(line)->text());
+        return lines;
+    }
+    bool logs(const QString &text) const { return log().filter(text).size() > 0; }
+    int boxesWith(const QString &text) const
+    {
+        return static_cast<int>(std::count_if(desktop.boxes.begin(), desktop.boxes.end(),
+                                              [&](const auto &box) { return box.text.contains(text); }));
+    }
+    void setRange(int start, int stop) const
+    {
+        WidgetHands::type("txtStart", QString::number(start));
+        WidgetHands::type("txtStop", QString::number(stop));
+    }
+    // Presses "Sweep ON" and waits for as many good sweeps.
+    bool sweeps(int count = 2)
+    {
+        const int before = right;
+        if (isShown("cmdStart"))
+            click("cmdStart");
+        return QTest::qWaitFor([&] { return right >= before + count; }, 10'000);
+    }
+    bool stops() const
+    {
+        if (isShown("cmdStop"))
+            click("cmdStop");
+        return QTest::qWaitFor([&] { return isIdle(); }, 10'000);
+    }
+    qint64 serverPid() const
+    {
+        QProcess pgrep;
+        pgrep.start(QStringLiteral("pgrep"), {QStringLiteral("-f"), folder.path() + QStringLiteral("/CalvornAsync")});
+        pgrep.waitForFinished();
+        return pgrep.readAllStandardOutput().trimmed().toLongLong();
+    }
+
+    std::int16_t type;
+    int right = 0; // sweeps that were stored
+    int wrong = 0;
+};
+
+struct SerialScene
+{
+    explicit SerialScene(std::int16_t interfaceType, bool isThere = true)
+        : board(interfaceType == kInterfacePic ? "pic_board_by_the_page" : "vna_board_by_the_page")
+    {
+        if (!isThere)
+            board.tell("unplug");
+        scene = std::make_unique<Scene>(interfaceType, test::pageSettings(interfaceType, board.link()));
+    }
+
+    Scene *operator->() const { return scene.get(); }
+
+    test::SerialPageBoard board;
+    std::unique_ptr<Scene> scene;
+};
+
+QByteArray parallelSettings(const QByteArray &more = {})
+{
+    return test::pageSettings(kInterfaceLpt) + more;
+}
+
+} // namespace
+
+class TestBoardsByThePage : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void healthyBoards_data();
+    void healthyBoards();
+    void resetInMidSweep();
+    void resetInMidSweepOfTheOthers_data();
+    void resetInMidSweepOfTheOthers();
+    void modeChangeInMidSweep();
+    void closingInMidSweepParksThePic();
+    void aRefusedStartFrequencyStartsNothing_data();
+    void aRefusedStartFrequencyStartsNothing();
+    void strayBytesAreNoLostConnection_data();
+    void strayBytesAreNoLostConnection();
+    void aBoardThatComesLaterIsFound_data();
+    void aBoardThatComesLaterIsFound();
+    void aParallelPortThatComesLaterIsFound_data();
+    void aParallelPortThatComesLaterIsFound();
+    void lateRepliesOfTheMiniVna();
+    void aStrayByteWithTheFirstCommand();
+    void wrongAnswersCostOneBudget_data();
+    void wrongAnswersCostOneBudget();
+    void oneAbortAtATime();
+    void aRemnantIsNotShown();
+    void aParallelPortThatGoesIsTold();
+    void outputsAreSetWithOneShift_data();
+    void outputsAreSetWithOneShift();
+    void settingsThatCannotWork_data();
+    void settingsThatCannotWork();
+    void anAddressThatDoesNotFit();
+    void aFrozenServerIsTold_data();
+    void aFrozenServerIsTold();
+    void anAccessThatHangsIsTold();
+    void closingSwitchesTheGeneratorOff();
+};
+
+namespace {
+
+void addInterfaces(std::initializer_list<std::int16_t> interfaces)
+{
+    QTest::addColumn<int>("interfaceType");
+    for (const int type : interfaces)
+        QTest::newRow(type == kInterfacePic ? "PIC" : type == kInterfaceVna ? "MiniVNA" : "parallel port") << type;
+}
+
+} // namespace
+
+void TestBoardsByThePage::healthyBoards_data()
+{
+    addInterfaces({kInterfacePic, kInterfaceLpt, kInterfaceVna});
+}
+
+void TestBoardsByThePage::healthyBoards()
+{
+    QFETCH(int, interfaceType);
+    const auto type = static_cast<std::int16_t>(interfaceType);
+    std::unique_ptr<test::ParallelPageBoard> parallel;
+    std::unique_ptr<test::SerialPageBoard> serial;
+    if (type == kInterfaceLpt)
+        parallel = std::make_unique<test::ParallelPageBoard>();
+    else
+        serial = std::make_unique<test::SerialPageBoard>(type == kInterfacePic ? "pic_board_by_the_page"
+                                                                               : "vna_board_by_the_page");
+    Scene scene(type, test::pageSettings(type, serial ? serial->link() : QString()));
+    for (const auto &[start, stop] : {std::pair{1'000'000, 10'000'000}, {6'500'000, 7'700'000}, {20'000'000, 1'000}}) {
+        scene.setRange(start, stop);
+        QTest::qWait(50);
+        QVERIFY(scene.sweeps(5));
+        QVERIFY(scene.stops());
+    }
+    QCOMPARE(scene.wrong, 0);
+    QVERIFY(scene.desktop.boxes.isEmpty());
+    QCOMPARE(scene.text("txtErrori"), QStringLiteral("0"));
+}
+
+void TestBoardsByThePage::resetInMidSweep()
+{
+    SerialScene scene(kInterfacePic);
+    scene->setRange(6'000'000, 8'000'000);
+    QTest::qWait(50);
+    QVERIFY(scene->sweeps());
+    scene->click("cmdReset");
+    // The board has ended its sweep, stands on 1 MHz, and the buttons are back.
+    QVERIFY(scene.board.tell("state").startsWith("state gen=1000000 start=0 step=0 prepared=0 sweeping=0"));
+    QTRY_VERIFY(scene->isIdle());
+    const int before = scene->right;
+    scene->setRange(7'000'000, 8'000'000);
+    QTest::qWait(200);
+    QCOMPARE(scene->right, before);
+    QVERIFY(scene->sweeps());
+    QCOMPARE(scene->wrong, 0);
+    QVERIFY(scene->desktop.boxes.isEmpty());
+}
+
+void TestBoardsByThePage::resetInMidSweepOfTheOthers_data()
+{
+    addInterfaces({kInterfaceLpt, kInterfaceVna});
+}
+
+// These go on sweeping after a reset; every sweep is still right.
+void TestBoardsByThePage::resetInMidSweepOfTheOthers()
+{
+    QFETCH(int, interfaceType);
+    const auto type = static_cast<std::int16_t>(interfaceType);
+    const test::ParallelPageBoard parallel;
+    test::SerialPageBoard serial("vna_board_by_the_page");
+    Scene scene(type, test::pageSettings(type, serial.link()));
+    QVERIFY(scene.sweeps());
+    for (int round = 0; round < 5; ++round) {
+        scene.click("cmdReset");
+        scene.setRange(1'000'000 + round, 5'000'000);
+        QTest::qWait(50);
+        QVERIFY(scene.sweeps());
+    }
+    QVERIFY(scene.stops());
+    QCOMPARE(scene.wrong, 0);
+}
+
+// A sweep that was under way in the mode before is not converted in the new one.
+void TestBoardsByThePage::modeChangeInMidSweep()
+{
+    SerialScene scene(kInterfaceVna);
+    QVERIFY(scene->sweeps());
+    for (int change = 0; change < 30; ++change) {
+        QTest::qWait(change % 7);
+        scene->click("cmdMisura");
+        if (change % 5 == 0)
+            QVERIFY(scene->sweeps(1));
+    }
+    QVERIFY(scene->sweeps(3));
+    QCOMPARE(scene->wrong, 0);
+}
+
+void TestBoardsByThePage::closingInMidSweepParksThePic()
+{
+    SerialScene scene(kInterfacePic);
+    QVERIFY(scene->sweeps());
+    scene->window->close();
+    QVERIFY(scene.board.tell("state").startsWith("state gen=1000000 "));
+    QVERIFY(scene.board.tell("state").contains("sweeping=0"));
+}
+
+void TestBoardsByThePage::aRefusedStartFrequencyStartsNothing_data()
+{
+    QTest::addColumn<bool>("inMidSweep");
+    QTest::newRow("idle") << false;
+    QTest::newRow("in mid-sweep") << true;
+}
+
+// The board keeps its former preparation, as firmware may that differs from the page.
+void TestBoardsByThePage::aRefusedStartFrequencyStartsNothing()
+{
+    QFETCH(bool, inMidSweep);
+    SerialScene scene(kInterfacePic);
+    scene.board.tell("keep on");
+    scene->setRange(10'000'000, 20'000'000);
+    QTest::qWait(50);
+    QVERIFY(scene->sweeps());
+    if (!inMidSweep)
+        QVERIFY(scene->stops());
+    const int before = scene->right;
+    scene->setRange(90'000'000, 100'000'000);
+    if (!inMidSweep) {
+        QTest::qWait(50);
+        scene->click("cmdStart");
+    }
+    QTRY_VERIFY(scene->isIdle());
+    QTest::qWait(100);
+    QVERIFY(scene->isIdle());
+    QVERIFY(scene.board.tell("state").contains("sweeping=0"));
+    QVERIFY(scene->right - before <= (inMidSweep ? 30 : 0)); // what came before the range changed
+    QCOMPARE(test::rowsOf(*scene->table(), kInterfacePic), Rows::Empty);
+    QVERIFY(scene->logs(QStringLiteral("Errore inizializza ciclo sweep")));
+    scene->setRange(1'000'000, 2'000'000);
+    QTest::qWait(50);
+    QVERIFY(scene->sweeps());
+    QCOMPARE(scene->wrong, 0);
+}
+
+void TestBoardsByThePage::strayBytesAreNoLostConnection_data()
+{
+    QTest::addColumn<int>("interfaceType");
+    QTest::addColumn<QByteArray>("stray");
+    QTest::newRow("PIC, a stale answer at the opening") << int{kInterfacePic} << QByteArray("strayopen 212B0D");
+    QTest::newRow("PIC, chatter") << int{kInterfacePic} << QByteArray("chatter 1");
+    QTest::newRow("MiniVNA, stray bytes at the opening") << int{kInterfaceVna} << QByteArray("strayopen 55AA");
+}
+
+void TestBoardsByThePage::strayBytesAreNoLostConnection()
+{
+    QFETCH(int, interfaceType);
+    QFETCH(QByteArray, stray);
+    const auto type = static_cast<std::int16_t>(interfaceType);
+    test::SerialPageBoard board(type == kInterfacePic ? "pic_board_by_the_page" : "vna_board_by_the_page");
+    board.tell(stray);
+    Scene scene(type, test::pageSettings(type, board.link()));
+    QVERIFY(scene.sweeps());
+    QVERIFY(scene.stops());
+    QVERIFY2(!scene.logs(QStringLiteral("was lost")), qPrintable(scene.log().join(u'\n')));
+    QVERIFY(scene.desktop.boxes.isEmpty());
+    QCOMPARE(scene.wrong, 0);
+}
+
+void TestBoardsByThePage::aBoardThatComesLaterIsFound_data()
+{
+    addInterfaces({kInterfacePic, kInterfaceVna});
+}
+
+void TestBoardsByThePage::aBoardThatComesLaterIsFound()
+{
+    QFETCH(int, interfaceType);
+    SerialScene scene(static_cast<std::int16_t>(interfaceType), false);
+    QCOMPARE(scene->boxesWith(QStringLiteral("Wrong serial port number (COM5).")), 1);
+    scene->click("cmdStart");
+    QTRY_VERIFY(scene->isIdle());
+    // What it says is true now.
+    QVERIFY(scene->logs(QStringLiteral("2 There is no device ") + scene.board.link()));
+    QVERIFY(!scene->logs(QStringLiteral("is not open")));
+    scene.board.tell("plug");
+    QVERIFY(scene->sweeps());
+    QVERIFY(scene->stops());
+    QCOMPARE(scene->wrong, 0);
+    QCOMPARE(scene->desktop.boxes.size(), 1);
+}
+
+void TestBoardsByThePage::aParallelPortThatComesLaterIsFound_data()
+{
+    QTest::addColumn<QByteArray>("fault");
+    QTest::addColumn<QString>("sentence");
+    QTest::newRow("absent") << QByteArray("absent")
+                            << QStringLiteral("There is no parallel port at the address 888 (0x378).");
+    QTest::newRow("busy") << QByteArray("busy") << QStringLiteral("/dev/parport0 is in use by another program.");
+}
+
+void TestBoardsByThePage::aParallelPortThatComesLaterIsFound()
+{
+    QFETCH(QByteArray, fault);
+    QFETCH(QString, sentence);
+    const test::ParallelPageBoard board;
+    board.setFault(fault);
+    Scene scene(kInterfaceLpt, parallelSettings("[Aux1]\r\nEnabled=1\r\n"));
+    QCOMPARE(scene.boxesWith(QStringLiteral("Parallel port not initialized.")), 1);
+    scene.click("cmdStart");
+    QTRY_VERIFY(scene.isIdle());
+    QTRY_COMPARE(scene.boxesWith(sentence), 1);
+    board.setFault({});
+    QVERIFY(scene.sweeps());
+    QVERIFY(scene.stops());
+    QCOMPARE(scene.wrong, 0);
+    QCOMPARE(scene.desktop.boxes.size(), 2);
+}
+
+void TestBoardsByThePage::lateRepliesOfTheMiniVna()
+{
+    SerialScene scene(kInterfaceVna);
+    QVERIFY(scene->sweeps());
+    for (const int late : {1'650, 1'800, 2'200}) {
+        scene.board.tell("latenext 1 " + QByteArray::number(late));
+        QTest::qWait(50); // the reply is owed now
+        scene->setRange(2'000'000 + late, 9'000'000);
+        QVERIFY(scene->sweeps(3));
+    }
+    scene.board.tell("lateeach 1650 2200");
+    QTest::qWait(50);
+    scene->setRange(3'000'000, 9'000'000);
+    QTRY_VERIFY_WITH_TIMEOUT(scene->isIdle(), 20'000); // given up
+    scene.board.tell("lateeach 0 0");
+    QTest::qWait(2'500);
+    QVERIFY(scene->sweeps(3));
+    QCOMPARE(scene->wrong, 0);
+}
+
+void TestBoardsByThePage::aStrayByteWithTheFirstCommand()
+{
+    test::SerialPageBoard board("vna_board_by_the_page");
+    board.tell("strayonce 00");
+    Scene scene(kInterfaceVna, test::pageSettings(kInterfaceVna, board.link()));
+    QTest::qWait(600);
+    QVERIFY(!scene.logs(QStringLiteral("does not answer")));
+    // The generator was set all the same: to 1 MHz, the last word of the last command.
+    QVERIFY(board.tell("state").startsWith("state word=10737418 "));
+    QVERIFY(scene.sweeps());
+    QCOMPARE(scene.wrong, 0);
+}
+
+void TestBoardsByThePage::wrongAnswersCostOneBudget_data()
+{
+    QTest::addColumn<QByteArray>("fault");
+    QTest::newRow("answers wrongly") << QByteArray("wrong on");
+    QTest::newRow("says nothing") << QByteArray("mute on");
+    QTest::newRow("answers after 450 ms") << QByteArray("late 450");
+    QTest::newRow("does not answer the abort") << QByteArray("noabort on");
+}
+
+void TestBoardsByThePage::wrongAnswersCostOneBudget()
+{
+    QFETCH(QByteArray, fault);
+    SerialScene scene(kInterfacePic);
+    QVERIFY(scene->sweeps());
+    QVERIFY(scene->stops());
+    scene.board.tell(fault);
+    for (const char *button : {"cmdStart", "cmdReset", "cmdFreqDDS"}) {
+        QElapsedTimer clock;
+        clock.start();
+        if (scene->isShown(button))
+            scene->click(button);
+        // The desktop of the test does not sleep through the second of a reset.
+        const int slept = std::exchange(scene->desktop.sleptMs, 0);
+        QVERIFY2(clock.elapsed() + slept <= kBudgetMs, qPrintable(QString::number(clock.elapsed())));
+        static_cast<void>(scene->stops());
+        QTest::qWait(1'600); // the next click is another one
+    }
+    QCOMPARE(scene->wrong, 0);
+}
+
+// The answer to an abort is awaited before another one is sent, at closing too.
+void TestBoardsByThePage::oneAbortAtATime()
+{
+    SerialScene scene(kInterfacePic);
+    QVERIFY(scene->sweeps());
+    scene.board.tell("late 300");
+    scene.board.tell("heard");
+    scene->window->close();
+    const QByteArray heard = scene.board.tell("heard");
+    QCOMPARE(heard.count('!'), 1);
+    QVERIFY(heard.contains("!A1000000;"));
+}
+
+void TestBoardsByThePage::aRemnantIsNotShown()
+{
+    SerialScene scene(kInterfacePic);
+    scene.board.tell("firstnumber 57");
+    for (int round = 0; round < 5; ++round) {
+        QVERIFY(scene->sweeps());
+        QVERIFY(scene->stops());
+    }
+    QCOMPARE(scene->wrong, 0);
+    QCOMPARE(scene->text("txtErrori"), QStringLiteral("5"));
+}
+
+void TestBoardsByThePage::aParallelPortThatGoesIsTold()
+{
+    const test::ParallelPageBoard board;
+    Scene scene(kInterfaceLpt, parallelSettings());
+    QVERIFY(scene.sweeps());
+    board.setFault("gone");
+    QTRY_VERIFY(scene.isIdle());
+    QCOMPARE(scene.boxesWith(QStringLiteral("The parallel port /dev/parport0 is gone.")), 1);
+    QCOMPARE(scene.wrong, 0);
+    QCOMPARE(test::rowsOf(*scene.table(), kInterfaceLpt), Rows::Right); // the last good sweep stays
+    board.setFault({});
+    QVERIFY(scene.sweeps());
+    QCOMPARE(scene.wrong, 0);
+}
+
+void TestBoardsByThePage::outputsAreSetWithOneShift_data()
+{
+    QTest::addColumn<QByteArray>("settings");
+    QTest::addColumn<QByteArray>("bytes"); // of Aux1 and Aux2
+    QTest::newRow("both") << QByteArray("[Aux1]\r\nEnabled=1\r\n[Aux2]\r\nEnabled=1\r\n") << QByteArray("05 09");
+    QTest::newRow("inverse") << QByteArray("[Aux1]\r\nEnabled=1\r\nInverse Logic=1\r\n"
+                                           "[Aux2]\r\nEnabled=1\r\nInverse Logic=1\r\n")
+                             << QByteArray("FA F6");
+    QTest::newRow("one is not enabled") << QByteArray("[Aux1]\r\nEnabled=1\r\n[Aux2]\r\nEnabled=0\r\n")
+                                        << QByteArray("05 00");
+    QTest::newRow("one is not enabled, inverse")
+        << QByteArray("[Aux1]\r\nEnabled=0\r\nInverse Logic=1\r\n[Aux2]\r\nEnabled=1\r\nInverse Logic=1\r\n")
+        << QByteArray("FF F6");
+}
+
+// No other byte stands on the outputs between the opening and the end.
+void TestBoardsByThePage::outputsAreSetWithOneShift()
+{
+    QFETCH(QByteArray, settings);
+    QFETCH(QByteArray, bytes);
+    const test::ParallelPageBoard board;
+    QByteArray all = test::pageSettings(kInterfaceLpt);
+    all = all.left(all.indexOf("[Aux1]")) + settings;
+    all.replace("Aux_1=0", "Aux_1=5").replace("Aux_2=0", "Aux_2=9");
+    Scene scene(kInterfaceLpt, all);
+    QVERIFY(scene.sweeps());
+    QVERIFY(scene.stops());
+    scene.window->close();
+    // The claim itself latches what the registers hold from power-up.
+    const QList<QByteArray> events = board.events();
+    const QList<QByteArray> shown = board.events("aux");
+    QVERIFY(!shown.isEmpty());
+    for (const QByteArray &pair : shown.mid(shown.first() == bytes ? 0 : 1))
+        QCOMPARE(pair, bytes);
+}
+
+void TestBoardsByThePage::settingsThatCannotWork_data()
+{
+    QTest::addColumn<QByteArray>("from");
+    QTest::addColumn<QByteArray>("to");
+    QTest::addColumn<QString>("sentence");
+    QTest::newRow("AD9850 with a multiplier")
+        << QByteArray("DDS Multiplier=1") << QByteArray("DDS Multiplier=6")
+        << QStringLiteral("[Config] DDS Multiplier=6: an AD9850 has no multiplier, so it must be 1.");
+    QTest::newRow("AD9851 with another one")
+        << QByteArray("DDS Device=AD9850\r\nDDS Multiplier=1") << QByteArray("DDS Device=AD9851\r\nDDS Multiplier=4")
+        << QStringLiteral("[Config] DDS Multiplier=4: an AD9851 multiplies by 6 or not at all, so it must be 6 or 1.");
+    QTest::newRow("AD9951 with another one")
+        << QByteArray("DDS Device=AD9850\r\nDDS Multiplier=1") << QByteArray("DDS Device=AD9951\r\nDDS Multiplier=30")
+        << QStringLiteral("[Config] DDS Multiplier=30: an AD9951 multiplies by 4 to 20 or not at all, so it must be 4 "
+                          "to 20 or 1.");
+}
+
+// Told at the start and with every sweep; nothing is loaded.
+void TestBoardsByThePage::settingsThatCannotWork()
+{
+    QFETCH(QByteArray, from);
+    QFETCH(QByteArray, to);
+    QFETCH(QString, sentence);
+    const test::ParallelPageBoard board;
+    QByteArray settings = parallelSettings();
+    QVERIFY(settings.contains(from));
+    settings.replace(settings.indexOf(from), from.size(), to);
+    Scene scene(kInterfaceLpt, settings);
+    QTRY_COMPARE(scene.boxesWith(sentence), 1);
+    QTest::qWait(100);
+    QCOMPARE(scene.desktop.boxes.size(), 1);
+    scene.click("cmdStart");
+    QTRY_COMPARE(scene.boxesWith(sentence), 2);
+    QTRY_VERIFY(scene.isIdle());
+    QCOMPARE(scene.right + scene.wrong, 0);
+    QVERIFY(board.events("word").isEmpty());
+}
+
+// Another port than the one that was meant is not opened in its place.
+void TestBoardsByThePage::anAddressThatDoesNotFit()
+{
+    const test::ParallelPageBoard board;
+    Scene scene(kInterfaceLpt, parallelSettings().replace("LPT=&H378", "LPT=&H10378"));
+    QCOMPARE(scene.boxesWith(QStringLiteral("[Parallel Port] \"LPT\": ")), 1);
+    QCOMPARE(scene.boxesWith(QStringLiteral("No port is opened.")), 1);
+    QCOMPARE(scene.boxesWith(QStringLiteral("Parallel port not initialized.")), 1);
+    scene.click("cmdStart");
+    QTRY_VERIFY(scene.isIdle());
+    QVERIFY(board.events("claim").isEmpty());
+}
+
+void TestBoardsByThePage::aFrozenServerIsTold_data()
+{
+    addInterfaces({kInterfacePic, kInterfaceLpt, kInterfaceVna});
+}
+
+void TestBoardsByThePage::aFrozenServerIsTold()
+{
+    QFETCH(int, interfaceType);
+    const auto type = static_cast<std::int16_t>(interfaceType);
+    const test::ParallelPageBoard parallel;
+    test::SerialPageBoard serial(type == kInterfacePic ? "pic_board_by_the_page" : "vna_board_by_the_page");
+    Scene scene(type, test::pageSettings(type, serial.link()));
+    QVERIFY(scene.sweeps());
+    QCOMPARE(::kill(static_cast<pid_t>(scene.serverPid()), SIGSTOP), 0);
+    QElapsedTimer clock;
+    clock.start();
+    QTRY_COMPARE_WITH_TIMEOUT(scene.boxesWith(QStringLiteral("The acquisition server did not answer and was ended.")),
+                              1, 5'000);
+    qInfo("told after %lld ms", clock.elapsed());
+    QTRY_VERIFY(scene.isIdle());
+    QVERIFY(scene.sweeps()); // by a new one
+    QCOMPARE(scene.wrong, 0);
+}
+
+void TestBoardsByThePage::anAccessThatHangsIsTold()
+{
+    const test::ParallelPageBoard board;
+    Scene scene(kInterfaceLpt, parallelSettings());
+    QVERIFY(scene.sweeps());
+    QElapsedTimer clock;
+    clock.start();
+    board.setFault("hang 60000");
+    QTRY_COMPARE_WITH_TIMEOUT(scene.boxesWith(QStringLiteral("The acquisition server did not answer and was ended.")),
+                              1, 5'000);
+    qInfo("told after %lld ms", clock.elapsed());
+    QTRY_VERIFY(scene.isIdle());
+    board.setFault({});
+    QVERIFY(scene.sweeps());
+    QCOMPARE(scene.wrong, 0);
+}
+
+void TestBoardsByThePage::closingSwitchesTheGeneratorOff()
+{
+    const test::ParallelPageBoard board;
+    Scene scene(kInterfaceLpt, parallelSettings());
+    QVERIFY(scene.sweeps());
+    QVERIFY(board.events("power-down").isEmpty());
+    scene.window->close();
+    const QList<QByteArray> events = board.events();
+    QCOMPARE(board.events("power-down").size(), 1);
+    QCOMPARE(events.mid(events.indexOf("power-down") + 1), (QList<QByteArray>{"release", "close"}));
+}
+
+QTEST_MAIN(TestBoardsByThePage)
+#include "test_boards_by_the_page.moc"
