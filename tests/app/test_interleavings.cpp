@@ -162,7 +162,7 @@ private:
         const int stop =
             refused ? kRefusedStop : kStops[static_cast<std::size_t>(m_random.bounded(int(kStops.size())))];
         m_did.append(QStringLiteral("range %1..%2").arg(start).arg(stop));
-        m_update->setInterval(m_random.bounded(4) * 5);
+        m_update->setInterval(m_random.bounded(3) == 0 ? 400 : m_random.bounded(4) * 5);
         m_window.type("txtStart", QString::number(start));
         if (m_random.bounded(3) == 0)
             QCoreApplication::processEvents();
@@ -195,7 +195,7 @@ private:
             changeRange();
             break;
         case 12:
-            press(m_random.bounded(2) == 0 ? "cmdClear" : "cmdFreqStart");
+            press(m_random.bounded(3) == 0 ? "cmdFreqStart" : "cmdClear");
             break;
         case 13:
             press("cmdMisura");

@@ -148,6 +148,10 @@ void LptWiringTest::nonsense_data()
                             << "D8"
                             << ""
                             << "[LPT Wiring] DdsClock: there is no pin \"D8\".";
+    QTest::newRow("misspelt") << "DdsClok"
+                              << "D6"
+                              << ""
+                              << "[LPT Wiring] DdsClok: there is no such line.";
     QTest::newRow("only !") << "DdsClock"
                             << "!"
                             << ""

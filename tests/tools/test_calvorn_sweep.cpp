@@ -2,78 +2,20 @@
 // calvorn-sweep as a person or a script starts it, in a program folder of its own.
 #include "tests/support/fake_server_control.h"
 #include "tests/support/interface_settings.h"
+#include "tests/support/sweep_tool.h"
 #include "tests/support/window_bench.h"
 
 #include <QImage>
-#include <QProcess>
 
 #include <csignal>
 
 using namespace calvorn;
+using calvorn::test::builtServer;
+using calvorn::test::contents;
 using calvorn::test::ProgramFolder;
+using calvorn::test::Tool;
 
 namespace {
-
-QString builtServer()
-{
-    return ProgramFolder::builtFile(QStringLiteral("CalvornAsync"));
-}
-
-QByteArray contents(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
-}
-
-// The tool in a program folder, and what came of one run.
-struct Tool
-{
-    ProgramFolder folder;
-    QProcess process;
-    QString out;
-    QStringList errors; // lines of standard error
-
-    explicit Tool(const QByteArray &settings, const QString &server = builtServer())
-        : folder(server, settings)
-    {
-        if (!QFile::copy(ProgramFolder::builtFile(QStringLiteral("calvorn-sweep")), inFolder("calvorn-sweep")))
-            qFatal("cannot copy calvorn-sweep");
-    }
-
-    QString inFolder(const char *name) const { return folder.path() + u'/' + QString::fromLatin1(name); }
-
-    void start(const QStringList &arguments)
-    {
-        process.setWorkingDirectory(folder.path());
-        process.start(inFolder("calvorn-sweep"), arguments);
-    }
-    int run(const QStringList &arguments = {})
-    {
-        start(arguments);
-        if (!process.waitForFinished(60000))
-            qFatal("calvorn-sweep does not end");
-        out = QString::fromUtf8(process.readAllStandardOutput());
-        errors = QString::fromUtf8(process.readAllStandardError()).split(u'\n', Qt::SkipEmptyParts);
-        return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
-    }
-    // The sentence with which the tool gave up; a server that is ended may have its own last words.
-    QString sentence() const
-    {
-        const QString prefix = QStringLiteral("calvorn-sweep: ");
-        for (const QString &line : errors)
-            if (line.startsWith(prefix))
-                return line.mid(prefix.size());
-        return {};
-    }
-    int serversRunning() const
-    {
-        QProcess pgrep;
-        pgrep.start(QStringLiteral("pgrep"), {QStringLiteral("-f"), inFolder("CalvornAsync")});
-        pgrep.waitForFinished();
-        return static_cast<int>(pgrep.readAllStandardOutput().split('\n').size()) - 1;
-    }
-    QStringList files() const { return QDir(folder.path()).entryList(QDir::Files | QDir::Hidden, QDir::Name); }
-};
 
 QByteArray fakeSettings()
 {
