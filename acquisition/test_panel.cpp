@@ -182,8 +182,8 @@ void TestPanel::cmdMisura_Click()
     m_driver->sendMode();
 }
 
-// The samples of a vector arrive together. Nobody can see more of them than the screen shows pictures, so only the first
-// in each picture is painted, and the last, which stays.
+// The samples of a vector arrive together. Nobody can see more of them than the screen shows pictures, so only the
+// first in each picture is painted, and the last, which stays.
 void TestPanel::echoSample(int index, int value)
 {
     const bool isSeen = !m_sinceEcho.isValid() || m_sinceEcho.elapsed() >= kPictureMs || index == kSweepPoints;

@@ -124,7 +124,8 @@ public:
     QString wrong; // what led to the first that was not right
 
 private:
-    // On a busy machine the parallel port takes a second for one. A port that was gone is noticed first, and ends a sweep.
+    // On a busy machine the parallel port takes a second for one. A port that was gone is noticed first, and ends a
+    // sweep.
     void letASweepCome()
     {
         const int before = right;
