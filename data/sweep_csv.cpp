@@ -50,6 +50,7 @@ void readSweepCsv(QIODevice &device, SweepTable &table)
     const NumberText numbers;
     std::int16_t row = 1;
     int lines = 0;
+    table.forgetAxis();
     while (row <= kSweepPoints) {
         if (++lines > kMostSweepLines)
             throw RuntimeError(RuntimeError::Kind::File, QCoreApplication::translate("SweepCsv", "too many lines"));

@@ -143,6 +143,68 @@ private slots:
         QTRY_COMPARE(bench.vectors.size(), 3);
     }
 
+    void vectorsGoOnlyWhereTheyWereMeasured()
+    {
+        Bench<VnaDriver> bench;
+        bench.control.setRules(list({"vectors 2", "complete"}));
+        bench.driver.startUp();
+        const auto arrived = [&bench] {
+            bench.vectors.clear();
+            bench.completed.clear();
+            bench.driver.startSweep();
+            return QTest::qWaitFor([&bench] { return bench.completed.count() == 1; }) ? bench.vectors.size() : -1;
+        };
+        QCOMPARE(arrived(), 2);
+        // The rows show another step than the sweep has.
+        bench.configuration.stepFreq = 100;
+        QCOMPARE(arrived(), 0);
+        bench.table.inizializzaGrid();
+        QCOMPARE(arrived(), 2);
+        // They hold a sweep from a file.
+        bench.table.forgetAxis();
+        QCOMPARE(arrived(), 0);
+        bench.table.inizializzaGrid();
+        // The program converts with another mode meanwhile.
+        bench.driver.startSweep();
+        bench.vectors.clear();
+        bench.completed.clear();
+        bench.window.vnaMode = 3;
+        QTRY_COMPARE(bench.completed.count(), 1);
+        QCOMPARE(bench.vectors.size(), 0);
+        bench.window.vnaMode = 1;
+        QCOMPARE(arrived(), 2);
+    }
+
+    void aServerThatSaysNoIsEnded()
+    {
+        Bench<LptDriver> bench;
+        bench.driver.startUp();
+        bench.driver.startSweep();
+        bench.control.setRules({QStringLiteral("refuse IsWorking")});
+        QTRY_COMPARE(bench.errors.count(), 1);
+        QCOMPARE(bench.errors.first().at(0).toInt(), int{kErrorServerEnded});
+        QVERIFY(bench.errors.first().at(1).toString().startsWith(
+            QStringLiteral("The acquisition server did not answer and was ended.")));
+        QTRY_COMPARE(bench.completed.count(), 1);
+        QVERIFY(!bench.server.isConnected());
+    }
+
+    void settingsReachAPortThatComesLater()
+    {
+        Bench<VnaDriver> bench;
+        bench.control.setRules({QStringLiteral("refuse OpenPort")});
+        bench.driver.startUp();
+        QCOMPARE(bench.control.takeCalls(), list({"aVNA.OpenPort(100, 115200,N,8,1)"}));
+        QVERIFY(bench.driver.startSweep());
+        QCOMPARE(bench.control.takeCalls(),
+                 list({"aVNA.SetXtalFrequency(30000000)", "aVNA.SetMultiplier(6)", "aVNA.SetOffset(1.5)",
+                       "aVNA.SetMode(2)", "aVNA.SetFrequency(1000000)", "aVNA.SetMode(2)",
+                       "aVNA.PrepareSweep(1000000, 22500, 400)", "aVNA.RunSweep()"}));
+        QVERIFY(bench.driver.startSweep());
+        QCOMPARE(bench.control.takeCalls(),
+                 list({"aVNA.SetMode(2)", "aVNA.PrepareSweep(1000000, 22500, 400)", "aVNA.RunSweep()"}));
+    }
+
     void theParallelPortShutsDown()
     {
         Bench<LptDriver> bench;

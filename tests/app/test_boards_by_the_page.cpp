@@ -16,7 +16,8 @@ using calvorn::test::WindowBench;
 
 namespace {
 
-constexpr int kBudgetMs = 3'000; // of everything that one click does
+constexpr int kBudgetMs = 3'000;                     // of everything that one click does
+const QStringList kPaced{QStringLiteral("--paced")}; // as slow as the real line
 
 // The window, and what it stored.
 struct Scene : WindowBench
@@ -88,7 +89,7 @@ struct Scene : WindowBench
 struct SerialScene
 {
     explicit SerialScene(std::int16_t interfaceType, bool isThere = true)
-        : board(interfaceType == kInterfacePic ? "pic_board_by_the_page" : "vna_board_by_the_page")
+        : board(interfaceType == kInterfacePic ? "pic_board_by_the_page" : "vna_board_by_the_page", kPaced)
     {
         if (!isThere)
             board.tell("unplug");
@@ -171,8 +172,8 @@ void TestBoardsByThePage::healthyBoards()
     if (type == kInterfaceLpt)
         parallel = std::make_unique<test::ParallelPageBoard>();
     else
-        serial = std::make_unique<test::SerialPageBoard>(type == kInterfacePic ? "pic_board_by_the_page"
-                                                                               : "vna_board_by_the_page");
+        serial = std::make_unique<test::SerialPageBoard>(
+            type == kInterfacePic ? "pic_board_by_the_page" : "vna_board_by_the_page", kPaced);
     Scene scene(type, test::pageSettings(type, serial ? serial->link() : QString()));
     for (const auto &[start, stop] : {std::pair{1'000'000, 10'000'000}, {6'500'000, 7'700'000}, {20'000'000, 1'000}}) {
         scene.setRange(start, stop);
@@ -215,7 +216,7 @@ void TestBoardsByThePage::resetInMidSweepOfTheOthers()
     QFETCH(int, interfaceType);
     const auto type = static_cast<std::int16_t>(interfaceType);
     const test::ParallelPageBoard parallel;
-    test::SerialPageBoard serial("vna_board_by_the_page");
+    test::SerialPageBoard serial("vna_board_by_the_page", kPaced);
     Scene scene(type, test::pageSettings(type, serial.link()));
     QVERIFY(scene.sweeps());
     for (int round = 0; round < 5; ++round) {
@@ -303,7 +304,7 @@ void TestBoardsByThePage::strayBytesAreNoLostConnection()
     QFETCH(int, interfaceType);
     QFETCH(QByteArray, stray);
     const auto type = static_cast<std::int16_t>(interfaceType);
-    test::SerialPageBoard board(type == kInterfacePic ? "pic_board_by_the_page" : "vna_board_by_the_page");
+    test::SerialPageBoard board(type == kInterfacePic ? "pic_board_by_the_page" : "vna_board_by_the_page", kPaced);
     board.tell(stray);
     Scene scene(type, test::pageSettings(type, board.link()));
     QVERIFY(scene.sweeps());
@@ -384,7 +385,7 @@ void TestBoardsByThePage::lateRepliesOfTheMiniVna()
 
 void TestBoardsByThePage::aStrayByteWithTheFirstCommand()
 {
-    test::SerialPageBoard board("vna_board_by_the_page");
+    test::SerialPageBoard board("vna_board_by_the_page", kPaced);
     board.tell("strayonce 00");
     Scene scene(kInterfaceVna, test::pageSettings(kInterfaceVna, board.link()));
     QTest::qWait(600);
@@ -562,7 +563,7 @@ void TestBoardsByThePage::aFrozenServerIsTold()
     QFETCH(int, interfaceType);
     const auto type = static_cast<std::int16_t>(interfaceType);
     const test::ParallelPageBoard parallel;
-    test::SerialPageBoard serial(type == kInterfacePic ? "pic_board_by_the_page" : "vna_board_by_the_page");
+    test::SerialPageBoard serial(type == kInterfacePic ? "pic_board_by_the_page" : "vna_board_by_the_page", kPaced);
     Scene scene(type, test::pageSettings(type, serial.link()));
     QVERIFY(scene.sweeps());
     QCOMPARE(::kill(static_cast<pid_t>(scene.serverPid()), SIGSTOP), 0);

@@ -10,6 +10,8 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include <limits>
+
 using namespace calvorn;
 using calvorn::test::inLocale;
 
@@ -38,6 +40,26 @@ private slots:
             QCOMPARE(table.text(row, 1), QStringLiteral("0"));
             QCOMPARE(table.text(row, 2), QStringLiteral("0"));
         }
+    }
+
+    void theAxisIsThatOfTheRows()
+    {
+        Configuration configuration;
+        configuration.startFreq = 1000000;
+        configuration.stepFreq = 2500;
+        SweepTable table(configuration);
+        QVERIFY(!table.axis());
+        table.inizializzaGrid();
+        QCOMPARE(table.axis()->start, 1000000);
+        QCOMPARE(table.axis()->step, 2500);
+        // A changed range counts when the rows show it.
+        configuration.startFreq = 2000000;
+        QCOMPARE(table.axis()->start, 1000000);
+        table.forgetAxis();
+        QVERIFY(!table.axis());
+        configuration.startFreq = std::numeric_limits<std::int32_t>::max() - 2500;
+        QVERIFY_THROWS_EXCEPTION(RuntimeError, table.inizializzaGrid());
+        QVERIFY(!table.axis());
     }
 
     void theHeaderFollowsTheScale()
