@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
-#include <ranges>
 
 namespace calvorn {
 
@@ -39,8 +38,9 @@ std::uint16_t crcWith(std::uint16_t crc, std::uint8_t byte)
 // Digits, with a minus sign at most.
 bool isWholeNumber(const QByteArray &text)
 {
-    const auto digits = std::ranges::subrange(text.begin() + (text.startsWith('-') ? 1 : 0), text.end());
-    return !digits.empty() && std::ranges::all_of(digits, [](char digit) { return digit >= '0' && digit <= '9'; });
+    const QByteArray digits = text.startsWith('-') ? text.mid(1) : text;
+    return !digits.isEmpty() &&
+           std::all_of(digits.begin(), digits.end(), [](char digit) { return digit >= '0' && digit <= '9'; });
 }
 
 } // namespace
