@@ -31,9 +31,12 @@ struct Line
     std::int16_t interfaceType;
     double sweepBytes; // in both directions, one after the other
     int sweeps;
+    bool log; // the test panel echoes each sample
 };
 
-constexpr Line kLines[] = {{"PIC", kInterfacePic, 505.0, 100}, {"MiniVNA", kInterfaceVna, 1'600.0 + 22.0, 40}};
+constexpr Line kLines[] = {{"PIC", kInterfacePic, 505.0, 100, false},
+                           {"PIC with the log on:", kInterfacePic, 505.0, 100, true},
+                           {"MiniVNA", kInterfaceVna, 1'600.0 + 22.0, 40, false}};
 
 double threadSeconds()
 {
@@ -42,15 +45,16 @@ double threadSeconds()
     return static_cast<double>(used.tv_sec) + 1e-9 * static_cast<double>(used.tv_nsec);
 }
 
-bool prepare(const QTemporaryDir &folder, const QString &programs, const QString &settings, std::int16_t interfaceType)
+bool prepare(const QTemporaryDir &folder, const QString &programs, const QString &settings, const Line &line)
 {
     const QString path = folder.filePath(QStringLiteral("Calvorn.ini"));
     if (!QFile::copy(programs + QStringLiteral("/CalvornAsync"), folder.filePath(QStringLiteral("CalvornAsync"))) ||
         !QFile::copy(settings, path) || !QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner))
         return false;
     const QString config = QStringLiteral("Config");
-    const QString own = QStringLiteral("Interface%1").arg(interfaceType);
-    writeProfileString(path, config, QStringLiteral("Interface"), QString::number(interfaceType));
+    const QString own = QStringLiteral("Interface%1").arg(line.interfaceType);
+    writeProfileString(path, QStringLiteral("Debug"), QStringLiteral("Log"), QString::number(line.log ? 1 : 0));
+    writeProfileString(path, config, QStringLiteral("Interface"), QString::number(line.interfaceType));
     for (const char *name : {"DDS Device", "DDS Multiplier", "DDS Xtal freq", "DDS Max freq"}) {
         const QString key = QString::fromLatin1(name);
         writeProfileString(path, config, key, readProfileString(path, own, key));
@@ -65,7 +69,7 @@ bool prepare(const QTemporaryDir &folder, const QString &programs, const QString
 bool measure(const Line &line, const QString &programs, const QString &settings)
 {
     const QTemporaryDir folder;
-    if (!prepare(folder, programs, settings, line.interfaceType))
+    if (!prepare(folder, programs, settings, line))
         return false;
     Configuration configuration;
     QtDesktop desktop;

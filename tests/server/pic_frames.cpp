@@ -91,10 +91,10 @@ void PicFrames::anEarlierSyncIsNoTrap()
 void PicFrames::missingFramesAreTold()
 {
     PicDecoder decoder;
-    for (int number = 0; number <= 256; ++number)
+    for (unsigned number = 0; number <= 256; ++number)
         decoder.take(picFrame(static_cast<std::uint8_t>(number), someSamples(number)));
     decoder.take(picFrame(2, someSamples(258)) + kFollowing);
-    for (int number = 0; number <= 256; ++number)
+    for (unsigned number = 0; number <= 256; ++number)
         QCOMPARE(decoder.next()->samples, someSamples(number));
     QVERIFY(decoder.next()->isDamaged());
     QCOMPARE(decoder.next()->samples, someSamples(258));
@@ -116,12 +116,13 @@ void PicFrames::remnantsAreNotShown()
 // The first frames of a sweep may be hit like any other.
 void PicFrames::damagedFirstFrames()
 {
-    for (int damaged = 1; damaged <= 3; ++damaged) {
+    for (unsigned damaged = 1; damaged <= 3; ++damaged) {
         PicDecoder decoder;
-        for (int number = 0; number < damaged; ++number)
-            decoder.take(picFrame(static_cast<std::uint8_t>(number), someSamples(number)).remove(100 + number, 1));
+        for (unsigned number = 0; number < damaged; ++number)
+            decoder.take(
+                picFrame(static_cast<std::uint8_t>(number), someSamples(number)).remove(qsizetype{100} + number, 1));
         decoder.take(picFrame(static_cast<std::uint8_t>(damaged), someSamples(9)) + kFollowing);
-        int told = 0;
+        unsigned told = 0;
         auto sweep = decoder.next();
         for (; sweep && sweep->isDamaged(); sweep = decoder.next())
             ++told;
