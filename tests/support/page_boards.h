@@ -146,7 +146,7 @@ private:
     QByteArray m_asan;
 };
 
-// Settings for the real port of such a board.
+// Settings with which the program opens the real port that such a board is at.
 inline QByteArray pageSettings(std::int16_t interfaceType, const QString &serialDevice = {})
 {
     const ProgramFolder scratch({}, ProgramFolder::preparedSettings());
