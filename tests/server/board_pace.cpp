@@ -33,6 +33,18 @@ double processorMs()
     return 1'000.0 * static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
 }
 
+// What a sweep takes of the processor without any pace: the pins' work alone.
+double processorOfUnpacedSweep(SweepSpeed speed)
+{
+    LptBoard board;
+    board.attach(std::make_unique<SimulatedParallelPort>(unpacedSettings()));
+    board.setSpeed(speed);
+    board.measure(1'000'000);
+    const double before = processorMs();
+    sweep(board);
+    return processorMs() - before;
+}
+
 } // namespace
 
 void BoardPaceTest::sweepsTakeRealTime_data()
@@ -53,6 +65,7 @@ void BoardPaceTest::sweepsTakeRealTime()
     QFETCH(int, haste);
     QFETCH(int, least);
     QFETCH(int, most);
+    const double work = processorOfUnpacedSweep(static_cast<SweepSpeed>(speed));
     SimulatorSettings settings;
     settings.haste = haste;
     LptBoard board;
@@ -65,10 +78,11 @@ void BoardPaceTest::sweepsTakeRealTime()
     sweep(board);
     const double burnt = processorMs() - processor;
     const auto took = static_cast<double>(clock.nsecsElapsed()) / 1e6;
-    qInfo("paced sweep: %.1f ms, %.1f ms of them on the processor", took, burnt);
+    qInfo("paced sweep: %.1f ms, %.1f ms of them on the processor; unpaced %.1f ms", took, burnt, work);
     QVERIFY(took >= least);
     QVERIFY(took < most);
-    QVERIFY(burnt < took / 2);
+    // Who waits by turning in a circle burns all of it.
+    QVERIFY(burnt - work < took / 2);
 }
 
 void BoardPaceTest::idleTimeIsNotCaughtUp()
