@@ -238,7 +238,7 @@ void TestBoardsByThePage::strayBytesAreNoLostConnection()
     test::SerialPageBoard board(type == kInterfacePic ? "pic_board_by_the_page" : "vna_board_by_the_page", kPaced);
     board.tell(stray);
     Scene scene(type, test::pageSettings(type, board.link()));
-    QVERIFY(scene.sweeps());
+    QVERIFY2(scene.sweeps(), qPrintable(scene.log().join(u'\n')));
     QVERIFY(scene.stops());
     QVERIFY2(!scene.logs(QStringLiteral("was lost")), qPrintable(scene.log().join(u'\n')));
     QVERIFY(scene.desktop.boxes.isEmpty());
