@@ -213,17 +213,22 @@ void PicDriver::remarkOnce(std::int64_t hertz)
     remark(sentence);
 }
 
-// One repetition is safe: every command sets a state, and the line is freed of what the first one may still cause.
+// One repetition is safe: every command sets a state, and the line is freed of what the first one may still cause. The
+// repetition may take the rest of the operation's time, and a board that was heard is waited for as long.
 PicDriver::Answer PicDriver::command(const QByteArray &text)
 {
     const QScopedValueRollback<bool> exchanging(m_exchanging, true);
     const auto within = [this](qint64 patience) { return std::min(patience, m_deadline.remainingTime()); };
     link().read();
     Answer answer = Answer::Missing;
-    for (int attempt = 0; attempt < 2 && answer == Answer::Missing && isOpen() && !m_deadline.hasExpired(); ++attempt) {
-        if (m_outOfStep && !resynchronise(within(kFreeMs)))
+    int exchanges = 0;
+    int silences = 0;
+    while (exchanges < 2 && silences < 2 && answer == Answer::Missing && isOpen() && !m_deadline.hasExpired()) {
+        if (m_outOfStep && !resynchronise(within(kFreeMs))) {
+            silences += m_heard.isEmpty() ? 1 : 0;
             continue;
-        answer = exchange(text, within(kAnswerMs));
+        }
+        answer = exchange(text, exchanges++ == 0 ? within(kAnswerMs) : m_deadline.remainingTime());
         m_outOfStep = answer == Answer::Missing;
     }
     if (answer == Answer::Missing && isOpen())

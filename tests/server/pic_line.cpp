@@ -137,6 +137,7 @@ private slots:
     void halfAnAnswer();
     void noAnswerToTheFirstCommand();
     void answerThatComesLate();
+    void silenceThatComesBack();
     void refusalIsNoError();
     void lossThatTheAbortFinds();
     void everyOperationEnds_data();
@@ -206,6 +207,21 @@ void PicLine::answerThatComesLate()
     const QList<QByteArray> wanted{"!", "B8980000\r", "!", "B8980000\r", "D100\r", "P\r"};
     QCOMPARE(bench.link->written, wanted);
     QCOMPARE(bench.link->overtaken, 1);
+}
+
+// A board that falls silent twice, once after the command and once after the abort that follows.
+void PicLine::silenceThatComesBack()
+{
+    QList<QByteArray> unheard{"A7000000\r", "!"};
+    Bench bench([&unheard, started = false](const QByteArray &bytes) mutable {
+        started = started || bytes != "!";
+        if (started && unheard.removeOne(bytes))
+            return ScriptedLink::Reply{};
+        return ScriptedLink::Reply{bytes.left(1) + "+\r", 0};
+    });
+    QVERIFY(bench.driver.SendFrequency("A", 7'000'000));
+    QCOMPARE(bench.link->written, (QList<QByteArray>{"!", "A7000000\r", "!", "!", "A7000000\r"}));
+    QCOMPARE(bench.errorsWith(ErrorCode::Board), 0);
 }
 
 void PicLine::refusalIsNoError()
