@@ -50,10 +50,20 @@ bool AcquisitionDriver::startSweep()
     return accepted;
 }
 
+void AcquisitionDriver::shutDown()
+{
+    m_closing = true;
+    // What still arrives concerns nobody any more.
+    disconnect();
+    releaseHardware();
+}
+
 void AcquisitionDriver::ensureServer()
 {
     if (isServerUp() && m_attached)
         return;
+    if (m_closing)
+        throw RuntimeError(RuntimeError::Kind::Closing);
     m_context.server.connectToServer();
     attach(m_context.server.connection(), m_path);
     m_attached = true;

@@ -137,8 +137,9 @@ public:
 
     // ----
 
-    // Stops, parks and closes; at shutdown.
-    virtual void shutDown() = 0;
+    // Stops, parks and closes. From here on every operation that would need the server again ends with
+    // RuntimeError(Closing), which nobody is shown.
+    void shutDown();
 
 signals:
     void aComplete();
@@ -158,6 +159,9 @@ signals:
 protected:
     // The start-up of this interface: opens, configures, tells the user of a refusal; true when all went well.
     virtual bool configureHardware() = 0;
+
+    // Stops, parks and closes, with the server that there is.
+    virtual void releaseHardware() = 0;
 
     // Hands over the settings of the hardware, in the order of the start-up; the port need not be open.
     virtual void sendSettings() {}
@@ -262,6 +266,7 @@ private:
     bool m_attached = false;
     bool m_sweepRuns = false;
     bool m_startingUp = false;
+    bool m_closing = false;
     bool m_endedByTimeout = false;
     bool m_endedByWatch = false;
     bool m_settingsSent = false;                                      // to this server

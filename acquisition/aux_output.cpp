@@ -23,6 +23,7 @@ AuxOutput::AuxOutput(std::int16_t number, std::int16_t &value, Configuration &co
     , m_hardware(std::move(hardware))
     , m_boundary(boundary)
     , m_total(new QLabel(QStringLiteral("0"), this))
+    , m_totalCaption(new QLabel(tr("Total"), this))
     , m_disabledNote(new QLabel(tr("This output is not enabled in the configuration."), this))
 {
     auto *grid = new QGridLayout(this);
@@ -34,6 +35,7 @@ AuxOutput::AuxOutput(std::int16_t number, std::int16_t &value, Configuration &co
         box->setTristate(true);
         box->setToolTip(tr("Click: off, half, on"));
         box->installEventFilter(this);
+        connect(box, &QCheckBox::stateChanged, this, [this, i] { boxChanged(i); });
         grid->addWidget(box, i / 4, i % 4);
         m_steps[static_cast<std::size_t>(i)].box = box;
     }
@@ -43,7 +45,10 @@ AuxOutput::AuxOutput(std::int16_t number, std::int16_t &value, Configuration &co
     QFont font = m_total->font();
     font.setPointSizeF(font.pointSizeF() * 1.5);
     m_total->setFont(font);
-    grid->addWidget(m_total, 0, 4, 2, 1, Qt::AlignCenter);
+    m_totalCaption->setObjectName(QStringLiteral("lblTotalAux%1").arg(number));
+    m_totalCaption->setToolTip(m_total->toolTip());
+    grid->addWidget(m_totalCaption, 0, 4, Qt::AlignHCenter | Qt::AlignBottom);
+    grid->addWidget(m_total, 1, 4, Qt::AlignHCenter | Qt::AlignTop);
     grid->addWidget(m_disabledNote, 2, 0, 1, 6);
     grid->setRowStretch(3, 1);
     if (number == 2)
@@ -63,8 +68,12 @@ void AuxOutput::buildPotentiometer()
     m_potentiometerValue->setObjectName(QStringLiteral("lblPot2"));
     m_potentiometerValue->setToolTip(tr("Position of the potentiometer"));
     m_potentiometerValue->setAccessibleName(tr("Position of the potentiometer"));
+    m_potentiometerCaption = new QLabel(tr("Potentiometer"), this);
+    m_potentiometerCaption->setObjectName(QStringLiteral("lblCaptionPot2"));
+    m_potentiometerCaption->setToolTip(m_potentiometer->toolTip());
     grid->addWidget(m_potentiometer, 0, 5, 4, 1, Qt::AlignRight);
-    grid->addWidget(m_potentiometerValue, 0, 6, 2, 1, Qt::AlignVCenter);
+    grid->addWidget(m_potentiometerCaption, 0, 6, Qt::AlignLeft | Qt::AlignBottom);
+    grid->addWidget(m_potentiometerValue, 1, 6, Qt::AlignLeft | Qt::AlignTop);
     m_boundary.connect(m_potentiometer, &QScrollBar::valueChanged, this, "VScrollPot2_Change",
                        [this] { VScrollPot2_Change(); });
 }
@@ -82,6 +91,7 @@ void AuxOutput::setUp()
         readSetting(section, QStringLiteral("Title"), m_configuration.iniPath, QStringLiteral("Aux %1").arg(m_number)));
     m_disabledNote->setVisible(!m_settings.enabled);
     m_total->setVisible(m_settings.enabled);
+    m_totalCaption->setVisible(m_settings.enabled);
     setUpSteps();
     if (m_potentiometer)
         setUpPotentiometer();
@@ -110,18 +120,20 @@ void AuxOutput::setUpStep(int index)
     QString caption = separator < 0 ? text : text.first(separator);
     // A step without a label is not wired.
     step.box->setEnabled(!caption.trimmed().isEmpty());
-    // An "&" of the caption is none of a mnemonic, which would toggle the box by itself.
+    // A caption has no mnemonics.
     step.box->setText(caption.replace(u'&', QStringLiteral("&&")));
     const NumberText numbers;
     step.weight = 0;
     m_boundary.run("setUpStep", [&] { step.weight = numbers.toInt16(weight); });
-    step.box->setCheckState((m_value >> index) & 1 ? Qt::Checked : Qt::Unchecked);
+    step.state = (m_value >> index) & 1 ? Qt::Checked : Qt::Unchecked;
+    showStep(step);
 }
 
 void AuxOutput::setUpPotentiometer()
 {
     m_potSettings = readPotSettings(m_configuration.iniPath);
     m_potentiometer->setVisible(m_potSettings.has_value());
+    m_potentiometerCaption->setVisible(m_potSettings.has_value());
     m_potentiometerValue->setVisible(m_potSettings.has_value());
     if (!m_potSettings)
         return;
@@ -132,18 +144,35 @@ void AuxOutput::setUpPotentiometer()
     m_potentiometerValue->setText(NumberText::fromInteger(m_configuration.pot2));
 }
 
-// The mouse-down drives the boxes, not the click: the box never sees the mouse, and so cannot toggle itself.
+// The mouse-down of any button drives the boxes, not the click: the box never sees the mouse.
 bool AuxOutput::eventFilter(QObject *watched, QEvent *event)
 {
-    const bool left = (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick) &&
-                      static_cast<QMouseEvent *>(event)->button() == Qt::LeftButton;
-    const bool space = event->type() == QEvent::KeyPress && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Space;
-    const bool pressed = left || (space && !static_cast<QKeyEvent *>(event)->isAutoRepeat());
+    const bool pressed = event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick;
     for (int i = 0; pressed && i < 8; ++i)
         if (m_steps[static_cast<std::size_t>(i)].box == watched)
-            m_boundary.run("chkAux_MouseDown", [&] { mouseDown(i); });
-    const bool swallowed = left || space || event->type() == QEvent::MouseButtonRelease;
-    return swallowed || QGroupBox::eventFilter(watched, event);
+            advance(i);
+    return pressed || event->type() == QEvent::MouseButtonRelease || QGroupBox::eventFilter(watched, event);
+}
+
+// A key or a screen reader has changed the box: it goes on as after a mouse-down, from where it stood.
+void AuxOutput::boxChanged(int index)
+{
+    const Step &step = m_steps[static_cast<std::size_t>(index)];
+    if (step.box->checkState() == step.state)
+        return;
+    showStep(step);
+    advance(index);
+}
+
+void AuxOutput::showStep(const Step &step)
+{
+    const QSignalBlocker quiet(step.box);
+    step.box->setCheckState(step.state);
+}
+
+void AuxOutput::advance(int index)
+{
+    m_boundary.run("chkAux_MouseDown", [&] { mouseDown(index); });
 }
 
 void AuxOutput::mouseDown(int index)
@@ -151,24 +180,17 @@ void AuxOutput::mouseDown(int index)
     if (m_configuration.interfaceType != kInterfaceLpt || m_busy)
         return;
     const QScopedValueRollback guard(m_busy, true);
-    QCheckBox *box = m_steps[static_cast<std::size_t>(index)].box;
-    if (!box->isEnabled())
+    Step &step = m_steps[static_cast<std::size_t>(index)];
+    if (!step.box->isEnabled())
         return;
     // Unchecked, grayed, checked, and round again; grayed is still off.
-    switch (box->checkState()) {
-    case Qt::Unchecked:
-        box->setCheckState(Qt::PartiallyChecked);
-        break;
-    case Qt::PartiallyChecked:
-        box->setCheckState(Qt::Checked);
-        break;
-    case Qt::Checked:
-        box->setCheckState(Qt::Unchecked);
-        break;
-    }
+    step.state = step.state == Qt::Unchecked          ? Qt::PartiallyChecked
+                 : step.state == Qt::PartiallyChecked ? Qt::Checked
+                                                      : Qt::Unchecked;
+    showStep(step);
     int value = 0;
     for (int i = 0; i < 8; ++i)
-        if (m_steps[static_cast<std::size_t>(i)].box->checkState() == Qt::Checked)
+        if (m_steps[static_cast<std::size_t>(i)].state == Qt::Checked)
             value |= 1 << i;
     m_value = static_cast<std::int16_t>(value);
     showTotal();
@@ -179,7 +201,7 @@ void AuxOutput::showTotal()
 {
     int total = 0;
     for (const Step &step : m_steps)
-        if (step.box->checkState() == Qt::Checked)
+        if (step.state == Qt::Checked)
             total += step.weight;
     m_total->setText(NumberText::fromInteger(total));
 }

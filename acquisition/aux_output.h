@@ -36,12 +36,16 @@ private:
     {
         QCheckBox *box = nullptr;
         std::int16_t weight = 0;
+        Qt::CheckState state = Qt::Unchecked; // what the box shows, and the output has
     };
 
     void buildPotentiometer();
     void setUpSteps();
     void setUpPotentiometer();
     void setUpStep(int index);
+    void boxChanged(int index);
+    static void showStep(const Step &step);
+    void advance(int index);
     void mouseDown(int index);
     void showTotal();
     void sendValue() const;
@@ -55,8 +59,10 @@ private:
     ErrorBoundary &m_boundary;
     std::array<Step, 8> m_steps;
     QLabel *m_total;
+    QLabel *m_totalCaption;
     QLabel *m_disabledNote;
     QScrollBar *m_potentiometer = nullptr;
+    QLabel *m_potentiometerCaption = nullptr;
     QLabel *m_potentiometerValue = nullptr;
     AuxSettings m_settings;
     std::optional<PotSettings> m_potSettings;

@@ -27,6 +27,7 @@ DigitBars::DigitBars(const QString &namePrefix, QLineEdit &box, QWidget *parent)
         bar->setObjectName(QStringLiteral("%1_%2").arg(namePrefix).arg(digit));
         bar->setRange(kUp, kDown);
         bar->setValue(kRest);
+        bar->setTracking(false); // dragging the handle is one step, at its release
         bar->setFocusPolicy(Qt::NoFocus);
         bar->setToolTip(tr("Step this digit"));
         bar->setAccessibleName(tr("Digit %1").arg(digit + 1));
@@ -35,6 +36,19 @@ DigitBars::DigitBars(const QString &namePrefix, QLineEdit &box, QWidget *parent)
     }
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     m_box.installEventFilter(this);
+}
+
+QFont DigitBars::fontOfDigits(QFont font)
+{
+    const auto widthAt = [&font](int size) {
+        font.setPixelSize(size);
+        return QFontMetricsF(font).horizontalAdvance(u'8');
+    };
+    int size = kPitch / 2;
+    while (widthAt(size + 1) <= kPitch)
+        ++size;
+    font.setLetterSpacing(QFont::AbsoluteSpacing, kPitch - widthAt(size));
+    return font;
 }
 
 QString DigitBars::widestText()
@@ -56,20 +70,20 @@ void DigitBars::resizeEvent(QResizeEvent *event)
 // In this widget, from the last digit of a text on the right to the first one on the left.
 std::array<int, DigitBars::kDigits> DigitBars::leftEdgesIn(const QString &text) const
 {
-    const QFontMetrics metrics(m_box.font());
+    const QFontMetricsF metrics(m_box.font());
     const int right =
         m_box.mapTo(parentWidget(), m_box.rect().topRight()).x() - x() - m_box.textMargins().right() - kBoxPadding;
     std::array<int, kDigits> edges{};
     std::size_t digit = 0;
     for (qsizetype i = text.size() - 1; i >= 0; --i)
         if (text[i].isDigit())
-            edges[digit++] = right - metrics.horizontalAdvance(text.sliced(i + 1)) - digitWidth();
+            edges[digit++] = right - qRound(metrics.horizontalAdvance(text.sliced(i + 1))) - digitWidth();
     return edges;
 }
 
 int DigitBars::digitWidth() const
 {
-    return QFontMetrics(m_box.font()).horizontalAdvance(u'8');
+    return qRound(QFontMetricsF(m_box.font()).horizontalAdvance(u'8'));
 }
 
 // Over the digits as the box shows them, separators included.
@@ -77,7 +91,7 @@ void DigitBars::place()
 {
     const std::array<int, kDigits> edges = leftEdgesIn(widestText());
     for (std::size_t digit = 0; digit < edges.size(); ++digit)
-        m_bars[digit]->setGeometry(edges[digit], 0, digitWidth() + 1, kBarHeight);
+        m_bars[digit]->setGeometry(edges[digit], 0, digitWidth() - 1, kBarHeight);
 }
 
 // While it is being edited a number has no separators.

@@ -24,6 +24,11 @@ public:
 
     static constexpr int kBoxPadding = 5; // logical pixels that a line edit keeps free on either side of its text
 
+    // The font of the box: its digits are kPitch wide, so that a bar has room over each. In the usual fonts a separator
+    // is half as wide.
+    static QFont fontOfDigits(QFont font);
+    static constexpr int kPitch = 16; // logical pixels from digit to digit
+
     // As many digits as there are bars, with their separators, as wide as they can be.
     static QString widestText();
 

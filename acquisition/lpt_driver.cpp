@@ -131,7 +131,7 @@ std::optional<double> LptDriver::detectorVolts(double triedOffset, const SweepTa
     return static_cast<double>(configuration().adcStep) * sum / kReadingsOfDetector + triedOffset;
 }
 
-void LptDriver::shutDown()
+void LptDriver::releaseHardware()
 {
     if (!isServerUp())
         return;

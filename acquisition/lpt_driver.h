@@ -29,7 +29,6 @@ public:
     bool triesOffsets() const override { return true; }
     void tryOffset(double hertz) override;
     std::optional<double> detectorVolts(double triedOffset, const SweepTable &table) override;
-    void shutDown() override;
 
     // ----
 
@@ -50,6 +49,7 @@ public:
     bool writeI2c(std::uint8_t control, std::uint8_t command, std::uint8_t data);
 
 protected:
+    void releaseHardware() override;
     ErrorReaction hardwareReactionTo(std::int16_t tipoErrore) const override;
     void attach(const QDBusConnection &connection, const QString &path) override;
     bool configureHardware() override;

@@ -114,7 +114,7 @@ void PicDriver::sendAndNote(const QString &command, std::int32_t hertz)
     configuration().msgResult = sendFrequency(command, hertz) ? -1 : 0;
 }
 
-void PicDriver::shutDown()
+void PicDriver::releaseHardware()
 {
     ignoringErrors([this] { stopSweep(2); });
     ignoringErrors([this] { sendAndNote(QStringLiteral("A"), configuration().startFreq); });

@@ -25,7 +25,6 @@ public:
     void sendStartFrequency() override;
     void sendStepFrequency() override;
     void resetGenerator() override;
-    void shutDown() override;
 
     // ----
 
@@ -38,6 +37,7 @@ public:
     bool sendFrequency(const QString &command, std::int32_t hertz);
 
 protected:
+    void releaseHardware() override;
     ErrorReaction hardwareReactionTo(std::int16_t tipoErrore) const override;
     void attach(const QDBusConnection &connection, const QString &path) override;
     bool configureHardware() override;

@@ -4,6 +4,7 @@
 #include "acquisition/frequency_plan.h"
 #include "core/checked_arithmetic.h"
 #include "core/number_text.h"
+#include "platform/read_out.h"
 
 #include <QFormLayout>
 #include <QGroupBox>
@@ -11,6 +12,12 @@
 #include <QVBoxLayout>
 
 namespace calvorn {
+
+namespace {
+
+constexpr int kDigitMargins = 6; // logical pixels above and below the digits of a box, together
+
+} // namespace
 
 RangeEntry::RangeEntry(Configuration &configuration, SweepTable &table, FrequencyReadouts &readouts, Messages &messages,
                        ErrorBoundary &boundary, QWidget *parent)
@@ -26,10 +33,8 @@ RangeEntry::RangeEntry(Configuration &configuration, SweepTable &table, Frequenc
         makeBox("Start", tr("Start Frequency - Hz"), tr("Enter the start frequency in Hz"), configuration.startFreq);
     m_stop = makeBox("Stop", tr("Stop Frequency - Hz"), tr("Enter the stop frequency in Hz"), configuration.stopFreq);
 
-    m_step = new EntryBox(this);
+    m_step = new ReadOut(this);
     m_step->setObjectName(QStringLiteral("txtStep"));
-    m_step->setReadOnly(true);
-    m_step->setFocusPolicy(Qt::NoFocus);
     m_step->setToolTip(tr("Distance between two samples in Hz"));
     m_step->setAccessibleName(tr("Step in Hz"));
     auto *form = new QFormLayout;
@@ -61,11 +66,9 @@ RangeEntry::Box RangeEntry::makeBox(const char *suffix, const QString &frameTitl
     box->setObjectName(QStringLiteral("txt") + QString::fromLatin1(suffix));
     box->setToolTip(toolTip);
     box->setAccessibleName(frameTitle);
-    // Figures of one width, far enough apart for a bar over each.
-    QFont font = box->font();
-    font.setPointSizeF(font.pointSizeF() * 1.25);
-    font.setLetterSpacing(QFont::AbsoluteSpacing, 2.5);
-    box->setFont(font);
+    box->setFont(DigitBars::fontOfDigits(box->font()));
+    // Digits have no descenders: the box needs no more than they do.
+    box->setFixedHeight(box->fontMetrics().ascent() + kDigitMargins);
     box->setMinimumWidth(box->fontMetrics().horizontalAdvance(DigitBars::widestText()) + 2 * DigitBars::kBoxPadding);
     auto *bars = new DigitBars(QStringLiteral("VScroll") + QString::fromLatin1(suffix), *box, frame);
     column->addWidget(bars);
@@ -136,7 +139,8 @@ bool RangeEntry::isPlanStale() const
 void RangeEntry::setFrequency(const Box &box, std::int32_t hertz)
 {
     *box.frequency = hertz;
-    box.text->setText(NumberText().masked(hertz, kMaskHertz));
+    box.text->setModified(false);
+    showFrequency(box);
     emit rangeChanged();
 }
 
@@ -147,6 +151,7 @@ void RangeEntry::enterBox(const Box &box)
         box.text->setText(numbers.generalNumber(box.text->text()));
 }
 
+// The box shows the mask even while it still has the focus: it is being left.
 void RangeEntry::leaveBox(const Box &box)
 {
     const NumberText numbers;
@@ -161,7 +166,9 @@ void RangeEntry::leaveBox(const Box &box)
         value = m_configuration.ddsMaxFreq;
         m_messages.desktop().beep();
     }
-    setFrequency(box, roundToInteger<std::int32_t>(value));
+    *box.frequency = roundToInteger<std::int32_t>(value);
+    box.text->setText(NumberText().masked(*box.frequency, kMaskHertz));
+    emit rangeChanged();
 }
 
 void RangeEntry::stepDigit(const Box &box, int index)
@@ -169,9 +176,7 @@ void RangeEntry::stepDigit(const Box &box, int index)
     // Putting the bar back raises the event again.
     if (m_scrollBusy)
         return;
-    // What is being typed counts before it is stepped.
-    if (box.text->isBeingTyped())
-        leaveBox(box);
+    box.text->commit();
     const QScopedValueRollback guard(m_scrollBusy, true);
     std::int32_t weight = 1;
     for (int i = 0; i < index; ++i)

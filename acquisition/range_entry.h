@@ -12,6 +12,8 @@
 
 namespace calvorn {
 
+class ReadOut;
+
 // The entry of the frequency range: txtStart and txtStop, the resulting step, and the read-outs of the plan.
 class RangeEntry : public QWidget
 {
@@ -77,7 +79,7 @@ private:
     Box m_start{};
     Box m_stop{};
     bool m_scrollBusy = false;
-    EntryBox *m_step;
+    ReadOut *m_step;
     QLabel *m_sampleCount;
     std::int32_t m_plannedStart = 0; // Hz
     std::int32_t m_plannedStop = 0;  // Hz

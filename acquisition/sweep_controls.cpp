@@ -241,14 +241,22 @@ void SweepControls::timerUpdateSweep_Timer()
     } else if (m_sweepState == kIdle) {
         m_hooks.idleRangeChanged();
         m_driver->parkAtChangedStart();
-    } else if (m_driver->replanning() == AcquisitionDriver::Replanning::InPlace) {
+    } else {
+        // A range that is too small is corrected first.
         m_hooks.refreshFrequencyLabels();
         m_hooks.refreshMarkerLabels();
-        m_driver->replanSweep();
-    } else {
-        m_driver->stopSweep(1);
-        cmdStart_Click();
+        replanRunningSweep();
     }
+}
+
+void SweepControls::replanRunningSweep()
+{
+    if (m_driver->replanning() == AcquisitionDriver::Replanning::InPlace) {
+        m_driver->replanSweep();
+        return;
+    }
+    m_driver->stopSweep(1);
+    cmdStart_Click();
 }
 
 void SweepControls::aggiornaTimer()

@@ -90,6 +90,7 @@ private:
     bool waitForIdle();
     void optSpeed_Click(std::int16_t index);
     void timerUpdateSweep_Timer();
+    void replanRunningSweep();
     void showButtons(bool sweeping);
     void toggleByKey();
 

@@ -142,7 +142,7 @@ std::optional<double> VnaDriver::detectorVolts(double, const SweepTable &table)
     return count * static_cast<double>(configuration().adcStep) + static_cast<double>(configuration().adcOffset);
 }
 
-void VnaDriver::shutDown()
+void VnaDriver::releaseHardware()
 {
     ignoringErrors([this] { stopSweep(2); });
     ignoringErrors([this] { closePort(); });

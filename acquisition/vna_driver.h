@@ -30,7 +30,6 @@ public:
     bool triesOffsets() const override { return true; }
     void tryOffset(double hertz) override;
     std::optional<double> detectorVolts(double triedOffset, const SweepTable &table) override;
-    void shutDown() override;
 
     // ----
 
@@ -45,6 +44,7 @@ public:
     void runSweep();
 
 protected:
+    void releaseHardware() override;
     ErrorReaction hardwareReactionTo(std::int16_t tipoErrore) const override;
     void attach(const QDBusConnection &connection, const QString &path) override;
     bool configureHardware() override;

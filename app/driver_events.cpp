@@ -6,8 +6,6 @@
 #include "acquisition/vna_driver.h"
 #include "core/number_text.h"
 
-#include <QScopedValueRollback>
-
 namespace calvorn {
 
 DriverEvents::DriverEvents(Messages &messages, Log &log, ErrorBoundary &boundary, SweepControls &controls,
@@ -123,12 +121,14 @@ void DriverEvents::failed(const AcquisitionDriver *driver, std::int16_t tipoErro
     if (reaction == Reaction::CountSilently || reaction == Reaction::Ignore)
         return;
     m_log.writeLog(NumberText::fromInteger(tipoErrore) + u' ' + descrizione);
-    // A board that fails again and again asks once at a time.
-    if (reaction != Reaction::LogAndAsk || m_asking)
+    if (reaction != Reaction::LogAndAsk)
         return;
-    const QScopedValueRollback guard(m_asking, true);
-    if (m_messages.show(BoxIcon::Critical, BoxButtons::OkCancel, descrizione) == kBoxCancel)
-        emit cancelled();
+    m_alerts.show(descrizione, [this](const QString &text) {
+        const bool goesOn = m_messages.show(BoxIcon::Critical, BoxButtons::OkCancel, text) != kBoxCancel;
+        if (!goesOn)
+            emit cancelled();
+        return goesOn;
+    });
 }
 
 } // namespace calvorn

@@ -68,7 +68,7 @@ private:
     SweepControls &m_controls;
     SampleConversion &m_conversion;
     TestPanel &m_testPanel;
-    bool m_asking = false;
+    AlertQueue m_alerts;
     bool m_toldElsewhere = false;
 };
 

@@ -238,9 +238,11 @@ bool FrmSweep::start()
     m_testPanel->setVisible(m_configuration.logDebug);
     fitControlColumn();
     prepareDisplay();
-    m_boundary.run("restoreMarkers", [this] { restoreMarkers(); });
-    m_boundary.run("prepareInterface", [this] { prepareInterface(); });
-    m_boundary.run("selectView", [this] { m_views->selectView(m_window.markerIndex); });
+    prepare("restoreMarkers", [this] { restoreMarkers(); });
+    prepare("prepareInterface", [this] { prepareInterface(); });
+    prepare("selectView", [this] { m_views->selectView(m_window.markerIndex); });
+    m_markers->save(m_window);
+    m_unreadable = m_loader.unreadableEntries();
     m_controls->focusStart();
     show();
     tellFaults(m_loader.faults());
@@ -276,9 +278,18 @@ void FrmSweep::prepareDisplay()
     showCursorLines(m_configuration.cursorMode != 0);
     m_graphPanel->axis().showFullScale();
     m_graphPanel->graph().inizializzaGraph();
-    // Each on its own: a plan that cannot be made costs neither the scale nor the markers.
-    m_boundary.run("aggiornaLblFrequenza", [this] { m_range->aggiornaLblFrequenza(); });
-    m_boundary.run("aggiornaScala", [this] { m_scales->aggiornaScala(m_configuration.scaleType); });
+    prepare("aggiornaLblFrequenza", [this] { m_range->aggiornaLblFrequenza(); });
+    prepare("aggiornaScala", [this] { m_scales->aggiornaScala(m_configuration.scaleType); });
+}
+
+// Each step on its own: a plan that cannot be made costs neither the scale nor the markers. The user is shown the first
+// error; what fails after it fails because of it.
+void FrmSweep::prepare(const char *step, const std::function<void()> &procedure)
+{
+    if (m_preparedSoFar)
+        m_preparedSoFar = m_boundary.run(step, procedure);
+    else
+        m_boundary.runAfterFailure(step, procedure);
 }
 
 void FrmSweep::restoreMarkers()
@@ -328,9 +339,10 @@ void FrmSweep::closeEvent(QCloseEvent *event)
 void FrmSweep::shutDown()
 {
     m_closed = true;
+    EntryBox::commitPending();
     m_controls->abandonWaiting();
     m_markers->save(m_window);
-    if (!saveSettings(m_configuration, m_window))
+    if (!saveSettings(m_configuration, m_window, m_unreadable))
         m_log.writeLog(tr("The settings could not be saved in %1").arg(m_configuration.iniPath));
     releaseHardware();
 }
@@ -347,11 +359,8 @@ void FrmSweep::endAtOnce()
 
 void FrmSweep::releaseHardware()
 {
-    if (m_driver) {
-        // What still arrives finds nobody: the window is going.
-        m_driver->disconnect(m_events);
+    if (m_driver)
         m_boundary.run("shutDown", [this] { m_driver->shutDown(); });
-    }
     m_server.stop();
     m_help->closeAll();
 }

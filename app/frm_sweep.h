@@ -23,6 +23,8 @@
 
 #include <QMainWindow>
 
+#include <functional>
+
 class QVBoxLayout;
 
 namespace calvorn {
@@ -64,6 +66,7 @@ private:
     bool loadSettings();
     void tellFaults(const QStringList &faults);
     void prepareDisplay();
+    void prepare(const char *step, const std::function<void()> &procedure);
     void restoreMarkers();
     void prepareInterface();
     void createDriver();
@@ -85,6 +88,8 @@ private:
     SweepTable m_table;
     SampleConversion m_conversion;
     AcquisitionDriver *m_driver = nullptr;
+    QVector<ProfileEntry> m_unreadable; // what a shutdown leaves as it is in the file
+    bool m_preparedSoFar = true;
     bool m_closed = false;
 
     FrequencyReadouts *m_readouts = nullptr;

@@ -56,4 +56,11 @@ QString normaliseDecimal(const QString &text)
     return NumberText().normaliseDecimal(text);
 }
 
+std::optional<double> enteredReal(const QString &text)
+{
+    const NumberText numbers;
+    const QString normalised = numbers.normaliseDecimal(text);
+    return numbers.isNumeric(normalised) ? std::optional(numbers.toDouble(normalised)) : std::nullopt;
+}
+
 } // namespace calvorn

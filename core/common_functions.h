@@ -5,6 +5,8 @@
 
 #include <QString>
 
+#include <optional>
+
 namespace calvorn {
 
 // The lowest value of the logarithmic scales, in dB: that of zero volts.
@@ -29,5 +31,8 @@ void writeSetting(const QString &section, const QString &key, const QString &val
 
 // See NumberText::normaliseDecimal; by the current locale.
 QString normaliseDecimal(const QString &text);
+
+// The number that a text box for real numbers holds, typed with either decimal separator; nothing when it is none.
+std::optional<double> enteredReal(const QString &text);
 
 } // namespace calvorn

@@ -12,17 +12,29 @@ ErrorBoundary::ErrorBoundary(Messages &messages, Log &log)
 {
 }
 
+QString ErrorBoundary::textOf(const char *procedureName, const RuntimeError &error)
+{
+    return error.message() + u'\r' +
+           QCoreApplication::translate("ErrorBoundary", "(in %1)").arg(QString::fromLatin1(procedureName));
+}
+
+void ErrorBoundary::log(const char *procedureName, const RuntimeError &error)
+{
+    // The log itself may be what fails.
+    if (m_logging)
+        return;
+    const QScopedValueRollback guard(m_logging, true);
+    m_log.writeLog(textOf(procedureName, error).replace(u'\r', u' '));
+}
+
 void ErrorBoundary::report(const char *procedureName, const RuntimeError &error)
 {
+    if (error.kind() == RuntimeError::Kind::Closing)
+        return;
     const QByteArray name(procedureName);
-    const QString text = error.message() + u'\r' +
-                         QCoreApplication::translate("ErrorBoundary", "(in %1)").arg(QString::fromLatin1(name));
+    const QString text = textOf(procedureName, error);
     if (m_openBoxes.contains(name)) {
-        // The log itself may be what fails.
-        if (m_logging)
-            return;
-        const QScopedValueRollback guard(m_logging, true);
-        m_log.writeLog(QString(text).replace(u'\r', u' '));
+        log(procedureName, error);
         return;
     }
     m_openBoxes.insert(name);

@@ -34,6 +34,17 @@ public:
         }
     }
 
+    // The same for steps that follow one that failed: what fails now is a consequence, and only goes to the log.
+    template <typename Procedure>
+    void runAfterFailure(const char *procedureName, Procedure &&procedure)
+    {
+        try {
+            std::forward<Procedure>(procedure)();
+        } catch (const RuntimeError &error) {
+            log(procedureName, error);
+        }
+    }
+
     // Connects a signal to a handler inside the boundary. Every control's handler is connected this way.
     template <typename Sender, typename Signal, typename Handler>
     QMetaObject::Connection connect(const Sender *sender, Signal signal, const QObject *context, const char *name,
@@ -60,6 +71,9 @@ private:
             boundary.run(name, [&] { handler(std::forward<Arguments>(arguments)...); });
         }
     };
+
+    static QString textOf(const char *procedureName, const RuntimeError &error);
+    void log(const char *procedureName, const RuntimeError &error);
 
     Messages &m_messages;
     Log &m_log;

@@ -32,4 +32,19 @@ void Messages::beepAndWarn(const QString &text)
     warn(text);
 }
 
+void AlertQueue::show(const QString &text, const Ask &ask)
+{
+    if (m_texts.contains(text))
+        return;
+    m_texts.append(text);
+    if (m_texts.size() > 1)
+        return; // after those before it
+    while (!m_texts.isEmpty()) {
+        if (ask(m_texts.first()))
+            m_texts.removeFirst();
+        else
+            m_texts.clear();
+    }
+}
+
 } // namespace calvorn

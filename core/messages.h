@@ -4,6 +4,10 @@
 #include "core/configuration.h"
 #include "platform/desktop.h"
 
+#include <QStringList>
+
+#include <functional>
+
 namespace calvorn {
 
 // Message boxes under the application title. The text passes through msgText, the answer through msgResult.
@@ -29,6 +33,20 @@ public:
 private:
     Configuration &m_configuration;
     Desktop &m_desktop;
+};
+
+// Boxes about events that arrive while one is still open: each different text is shown, one after the other. A text that
+// shows or waits already is not shown again.
+class AlertQueue
+{
+public:
+    // Shows a text. False: the user has cancelled, and what waits is dropped.
+    using Ask = std::function<bool(const QString &text)>;
+
+    void show(const QString &text, const Ask &ask);
+
+private:
+    QStringList m_texts; // the first one shows
 };
 
 } // namespace calvorn

@@ -23,6 +23,8 @@ QString nameOf(RuntimeError::Kind kind)
         return QCoreApplication::translate("RuntimeError", "The acquisition server did not carry out a command");
     case RuntimeError::Kind::NoDriver:
         return QCoreApplication::translate("RuntimeError", "There is no driver for this interface");
+    case RuntimeError::Kind::Closing:
+        return QCoreApplication::translate("RuntimeError", "The program is closing");
     }
     return {};
 }

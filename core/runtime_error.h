@@ -8,11 +8,11 @@
 namespace calvorn {
 
 // A run-time error ends the procedure in which it happens. One that no procedure handles ends at the boundary of
-// the control's handler (ErrorBoundary), is shown once, and the program goes on.
+// the control's handler (ErrorBoundary), is shown once, and the program goes on. Closing is not shown: the program ends.
 class RuntimeError : public std::exception
 {
 public:
-    enum class Kind { Overflow, TypeMismatch, SubscriptOutOfRange, File, DriverCall, NoAnswer, NoDriver };
+    enum class Kind { Overflow, TypeMismatch, SubscriptOutOfRange, File, DriverCall, NoAnswer, NoDriver, Closing };
 
     // detail: what exactly failed, for the reader of the message; may be empty.
     explicit RuntimeError(Kind kind, const QString &detail = {});

@@ -39,6 +39,7 @@ void SettingReader::converting(const char *section, const char *key, const char 
 
 void SettingReader::addFault(const char *section, const char *key, const QString &what, const char *fallback)
 {
+    m_unreadable.insert({QString::fromLatin1(section), QString::fromLatin1(key)});
     m_faults.append(
         QCoreApplication::translate("Settings", "[%1] \"%2\": %3 The default %4 is used.")
             .arg(QString::fromLatin1(section), QString::fromLatin1(key), what + u'.', QString::fromLatin1(fallback)));

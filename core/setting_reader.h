@@ -3,10 +3,12 @@
 
 #include "core/number_text.h"
 
+#include <QSet>
 #include <QString>
 #include <QStringList>
 
 #include <functional>
+#include <utility>
 
 namespace calvorn {
 
@@ -50,6 +52,9 @@ public:
     const QStringList &faults() const { return m_faults; }
     void addFault(const char *section, const char *key, const QString &what, const char *fallback);
 
+    // Whether the text of this key could not be used.
+    bool isUnreadable(const QString &section, const QString &key) const { return m_unreadable.contains({section, key}); }
+
 private:
     void converting(const char *section, const char *key, const char *fallback,
                     const std::function<void()> &conversion);
@@ -57,6 +62,7 @@ private:
     QString m_path;
     Defaults m_defaults;
     QStringList m_faults;
+    QSet<std::pair<QString, QString>> m_unreadable; // section and key
 };
 
 } // namespace calvorn

@@ -127,7 +127,9 @@ void SettingsLoader::loadMarkers()
     m_reader.number(m_window.marker2, kCalvorn, "Marker 2", "2000000", integer);
 }
 
-bool saveSettings(const Configuration &c, const WindowSettings &window)
+namespace {
+
+QVector<ProfileEntry> savedEntries(const Configuration &c, const WindowSettings &window)
 {
     const NumberText numbers;
     const auto plainNumber = [&](const QString &text) {
@@ -154,7 +156,24 @@ bool saveSettings(const Configuration &c, const WindowSettings &window)
     put(kCalvorn, "Pot_2", NumberText::fromInteger(c.pot2));
     put(kConfig, "DDS Offset", numbers.fromDouble(c.ddsOffset));
     put(kConfig, "ADC Offset", numbers.fromSingle(c.adcOffset));
-    return writeProfileStrings(c.iniPath, entries);
+    return entries;
+}
+
+} // namespace
+
+QVector<ProfileEntry> SettingsLoader::unreadableEntries() const
+{
+    QVector<ProfileEntry> entries = savedEntries(m_configuration, m_window);
+    entries.removeIf([this](const ProfileEntry &entry) { return !m_reader.isUnreadable(entry.section, entry.key); });
+    return entries;
+}
+
+bool saveSettings(const Configuration &configuration, const WindowSettings &window,
+                  const QVector<ProfileEntry> &untouched)
+{
+    QVector<ProfileEntry> entries = savedEntries(configuration, window);
+    entries.removeIf([&untouched](const ProfileEntry &entry) { return untouched.contains(entry); });
+    return writeProfileStrings(configuration.iniPath, entries);
 }
 
 } // namespace calvorn

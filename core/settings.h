@@ -3,6 +3,7 @@
 
 #include "core/configuration.h"
 #include "core/setting_reader.h"
+#include "platform/profile_file.h"
 
 #include <QStringList>
 
@@ -47,6 +48,9 @@ public:
     // One sentence for each text that did not convert.
     const QStringList &faults() const { return m_reader.faults(); }
 
+    // Of what saveSettings() writes: the entries whose text in the file could not be read, as they stand in the record.
+    QVector<ProfileEntry> unreadableEntries() const;
+
 private:
     void readWindowSection();
     void clampFrequencies();
@@ -58,6 +62,10 @@ private:
 
 // Writes what the user can have changed, with one replacement of the file; reals carry the locale's decimal
 // separator. Marker texts that are not numbers are written as "0". False when the file could not be written.
-bool saveSettings(const Configuration &configuration, const WindowSettings &window);
+//
+// untouched: entries that are left out as long as they have this very value. What could not be read stays in the file
+// until the user has changed it.
+bool saveSettings(const Configuration &configuration, const WindowSettings &window,
+                  const QVector<ProfileEntry> &untouched = {});
 
 } // namespace calvorn

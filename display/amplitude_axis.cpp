@@ -2,6 +2,7 @@
 #include "display/amplitude_axis.h"
 
 #include "core/checked_arithmetic.h"
+#include "core/common_functions.h"
 #include "core/number_text.h"
 #include "core/scale_type.h"
 #include "display/graph_coordinates.h"
@@ -70,14 +71,14 @@ void AmplitudeAxis::showFullScale()
 
 void AmplitudeAxis::readFullScale()
 {
-    // A number that nobody has typed comes from the record, which may have more decimals than the box shows.
-    const auto isEntry = [](const EntryBox *box) { return box->isModified() || !NumberText().isNumeric(box->text()); };
-    if (isLinearScale(m_configuration.scaleType)) {
-        if (isEntry(m_maxVolt))
-            acceptMaxVolt();
-    } else if (isEntry(m_maxDb)) {
-        acceptMaxDb();
-    }
+    const bool linear = isLinearScale(m_configuration.scaleType);
+    const std::optional<double> value = enteredReal((linear ? m_maxVolt : m_maxDb)->text());
+    if (!value)
+        return;
+    if (linear)
+        m_configuration.maxScaleVolt = static_cast<float>(*value);
+    else
+        m_configuration.maxScaleDb = roundToInteger<std::int32_t>(*value);
 }
 
 void AmplitudeAxis::txtMaxDb_LostFocus()
@@ -95,34 +96,34 @@ void AmplitudeAxis::txtMaxVolt_LostFocus()
 // The sign that is typed does not count: the bottom of the scale lies below 0 dB.
 void AmplitudeAxis::acceptMaxDb()
 {
-    const NumberText numbers;
-    if (!numbers.isNumeric(m_maxDb->text())) {
-        m_maxDb->setText(NumberText::fromInteger(-static_cast<std::int64_t>(m_configuration.maxScaleDb)));
+    std::optional<double> value = enteredReal(m_maxDb->text());
+    if (!value) {
+        value = m_configuration.maxScaleDb;
         m_desktop.beep();
     }
-    if (std::abs(numbers.toDouble(m_maxDb->text())) > kLowestDb) {
-        m_maxDb->setText(QStringLiteral("-90"));
+    if (std::abs(*value) > kLowestDb) {
+        value = kLowestDb;
         m_desktop.beep();
     }
-    m_maxDb->setText(numbers.masked(-std::abs(numbers.toDouble(m_maxDb->text())), kMaskDb));
-    m_configuration.maxScaleDb = numbers.toInt32(m_maxDb->text());
+    m_maxDb->setText(NumberText().masked(-std::abs(*value), kMaskDb));
+    m_configuration.maxScaleDb = NumberText().toInt32(m_maxDb->text());
 }
 
 void AmplitudeAxis::acceptMaxVolt()
 {
     const NumberText numbers;
-    // A damaged record can hold what no box would accept.
-    const float record = m_configuration.maxScaleVolt;
-    const QString stored = numbers.fromSingle(std::isfinite(record) && record > 0.0F ? record : 1.0F);
-    if (!numbers.isNumeric(m_maxVolt->text()) || numbers.toDouble(m_maxVolt->text()) <= 0.0) {
-        m_maxVolt->setText(stored);
+    std::optional<double> value = enteredReal(m_maxVolt->text());
+    if (!value || *value <= 0.0) {
+        m_maxVolt->setText(numbers.fromSingle(m_configuration.maxScaleVolt));
+        value = static_cast<double>(m_configuration.maxScaleVolt);
         m_desktop.beep();
     }
-    if (numbers.toDouble(m_maxVolt->text()) > kHighestVolt) {
+    if (*value > kHighestVolt) {
         m_maxVolt->setText(QStringLiteral("10"));
+        value = kHighestVolt;
         m_desktop.beep();
     }
-    m_configuration.maxScaleVolt = numbers.toSingle(m_maxVolt->text());
+    m_configuration.maxScaleVolt = static_cast<float>(*value);
 }
 
 void AmplitudeAxis::drawScreen()
@@ -171,9 +172,8 @@ void AmplitudeAxis::drawLogarithmic()
         label->show();
     }
     m_labels[kReferenceCaption]->setText(referenceText(m_configuration));
-    if (!numbers.isNumeric(m_maxDb->text()))
-        m_maxDb->setText(NumberText::fromInteger(m_configuration.maxScaleDb));
-    m_maxDb->setText(numbers.masked(numbers.toDouble(m_maxDb->text()), kMaskDb));
+    const double bottom = enteredReal(m_maxDb->text()).value_or(m_configuration.maxScaleDb);
+    m_maxDb->setText(numbers.masked(bottom, kMaskDb));
 }
 
 void AmplitudeAxis::setSurface(int top, int height)

@@ -2,11 +2,14 @@
 #include "display/marker_panel.h"
 
 #include "core/checked_arithmetic.h"
+#include "core/common_functions.h"
 #include "core/number_text.h"
 #include "core/scale_type.h"
 
+#include <QApplication>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 
 #include <algorithm>
 #include <cmath>
@@ -31,6 +34,12 @@ DisplayMask amplitudeMask(bool linear)
 bool isWholeFrequency(const NumberText &numbers, const QString &text)
 {
     return numbers.isNumeric(text) && std::abs(numbers.toDouble(text)) <= std::numeric_limits<std::int32_t>::max();
+}
+
+// A place on the left edge belongs to row 1.
+int rowAt(double x)
+{
+    return std::max(1, roundToInteger<std::int32_t>(x));
 }
 
 } // namespace
@@ -237,6 +246,7 @@ void MarkerPanel::aggiornaLblMarkerX()
     if (!m_m2x->isBeingTyped())
         m_m2x->setText(cellUnder(GraphItem::M2, SweepTable::FrequencyColumn));
     aggiornaAmpiezzaX();
+    showCursor();
     const std::int32_t difference = checkedSubtract(frequencyUnder(GraphItem::M2), frequencyUnder(GraphItem::M1));
     m_m2m1->setText(NumberText().masked(checkedMagnitude(difference), kMaskHertzDifference));
 }
@@ -250,18 +260,17 @@ bool MarkerPanel::restoreAmplitude(const QString &marker)
 {
     const bool fourth = marker == QStringLiteral("M4");
     EntryBox *box = fourth ? m_m4y : m_m3y;
-    const NumberText numbers;
-    if (numbers.isNumeric(box->text()))
+    if (enteredReal(box->text()))
         return false;
     const double value = amplitudeOfLine(fourth ? GraphItem::M4 : GraphItem::M3);
-    box->setText(numbers.masked(value, amplitudeMask(isLinearScale(m_configuration.scaleType))));
+    box->setText(NumberText().masked(value, amplitudeMask(isLinearScale(m_configuration.scaleType))));
     return true;
 }
 
 double MarkerPanel::amplitude(const QString &marker)
 {
     restoreAmplitude(marker);
-    const double value = NumberText().toDouble((marker == QStringLiteral("M4") ? m_m4y : m_m3y)->text());
+    const double value = enteredReal((marker == QStringLiteral("M4") ? m_m4y : m_m3y)->text()).value_or(0.0);
     return std::clamp(value, -kLargestAmplitude, kLargestAmplitude);
 }
 
@@ -329,15 +338,38 @@ void MarkerPanel::aggiornaAmpiezzaX()
 void MarkerPanel::picSweep_MouseDown(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, double x, double y)
 {
     m_grabbed.reset();
-    m_dragging = false;
+    m_dragging = m_dragCancelled = false;
     m_grabbedAt = {x, y};
     if (button == Qt::LeftButton && !modifiers.testFlag(Qt::ShiftModifier))
         m_grabbed = m_graph.markerNear(x, y);
+    if (!m_grabbed)
+        return;
+    m_grabbedFrom = isVertical(*m_grabbed) ? m_graph.line(*m_grabbed).x1 : m_graph.line(*m_grabbed).y1;
+    qApp->installEventFilter(this);
+}
+
+bool MarkerPanel::eventFilter(QObject *watched, QEvent *event)
+{
+    const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride;
+    if (!isKey || static_cast<QKeyEvent *>(event)->key() != Qt::Key_Escape || !m_grabbed || !m_dragging)
+        return QWidget::eventFilter(watched, event);
+    cancelDrag();
+    return true;
+}
+
+void MarkerPanel::cancelDrag()
+{
+    const GraphItem marker = *std::exchange(m_grabbed, std::nullopt);
+    m_dragCancelled = true;
+    putMarker(marker, m_grabbedFrom, m_grabbedFrom);
 }
 
 void MarkerPanel::picSweep_MouseUp(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, double x, double y)
 {
     const std::optional<GraphItem> grabbed = std::exchange(m_grabbed, std::nullopt);
+    qApp->removeEventFilter(this);
+    if (std::exchange(m_dragCancelled, false))
+        return;
     if (button != Qt::LeftButton && button != Qt::RightButton)
         return;
     const bool left = button == Qt::LeftButton;
@@ -352,11 +384,10 @@ void MarkerPanel::picSweep_MouseUp(Qt::MouseButton button, Qt::KeyboardModifiers
     }
 }
 
-// A place on the left edge belongs to row 1.
 void MarkerPanel::putMarker(GraphItem marker, double x, double y)
 {
     if (marker == GraphItem::M1 || marker == GraphItem::M2) {
-        m_graph.moveLine(marker, std::max(1, roundToInteger<std::int32_t>(x)));
+        m_graph.moveLine(marker, rowAt(x));
         aggiornaLblMarkerX();
         return;
     }
@@ -368,12 +399,14 @@ void MarkerPanel::putMarker(GraphItem marker, double x, double y)
 
 void MarkerPanel::cmdCopyM1_Click()
 {
+    m_m1x->commit();
     const NumberText numbers;
     emit startCopied(numbers.toInt32(numbers.generalNumber(m_m1x->text())));
 }
 
 void MarkerPanel::cmdCopyM2_Click()
 {
+    m_m2x->commit();
     const NumberText numbers;
     emit stopCopied(numbers.toInt32(numbers.generalNumber(m_m2x->text())));
 }
@@ -387,21 +420,31 @@ void MarkerPanel::picSweep_MouseMove(double x, double y)
         if (m_dragging)
             putMarker(*m_grabbed, x, y);
     }
-    const int row = std::max(1, roundToInteger<std::int32_t>(x));
-    const bool linear = isLinearScale(m_configuration.scaleType);
+    m_cursor = QPointF(x, y);
+    m_graph.moveLine(GraphItem::CursorV, rowAt(x));
+    showCursor();
+}
+
+// From the cells that the table has now.
+void MarkerPanel::showCursor()
+{
+    const int row = rowOf(GraphItem::CursorV);
     const NumberText numbers;
-    double amplitude = m_graph.coordinates().amplitudeOfY(y);
-    if (m_configuration.cursorMode != 0) {
-        amplitude = numbers.toDouble(m_table.text(row, SweepTable::AmplitudeColumn));
-        m_graph.moveLine(GraphItem::CursorV, row);
-        m_graph.moveLine(GraphItem::CursorH, m_graph.coordinates().yOfAmplitude(amplitude));
-    }
+    const QString &cell = m_table.text(row, SweepTable::AmplitudeColumn);
+    const double onCurve = numbers.isNumeric(cell) ? numbers.toDouble(cell) : 0.0;
+    const bool rides = m_configuration.cursorMode != 0;
+    if (rides)
+        m_graph.moveLine(GraphItem::CursorH, m_graph.coordinates().yOfAmplitude(onCurve));
+    if (!m_cursor)
+        return;
+    const double amplitude = rides ? onCurve : m_graph.coordinates().amplitudeOfY(m_cursor->y());
     m_x->setText(m_table.text(row, SweepTable::FrequencyColumn));
-    m_y->setText(numbers.masked(amplitude, amplitudeMask(linear)));
+    m_y->setText(numbers.masked(amplitude, amplitudeMask(isLinearScale(m_configuration.scaleType))));
 }
 
 void MarkerPanel::clearCursorReadout()
 {
+    m_cursor.reset();
     m_y->clear();
     m_x->clear();
 }

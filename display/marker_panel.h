@@ -46,7 +46,7 @@ public:
     void aggiornaPosMarkerX(const QString &marker);
     // Their amplitude boxes alone.
     void aggiornaAmpiezzaX();
-    // The boxes of both from the rows of their lines. RuntimeError when the table's frequencies cannot be read.
+    // The boxes of both from the rows of their lines, and the cursor from its row. RuntimeError when the table's frequencies cannot be read.
     void aggiornaLblMarkerX();
 
     // --- amplitude markers ---
@@ -81,6 +81,10 @@ signals:
     void startCopied(std::int32_t hertz);
     void stopCopied(std::int32_t hertz);
 
+protected:
+    // Escape cancels the drag of a marker, wherever the focus is.
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
     EntryBox *makeBox(const char *name, const QString &toolTip, const QString &accessibleName);
     ReadOut *makeReadout(const char *name, const QString &toolTip, const QString &accessibleName);
@@ -102,6 +106,8 @@ private:
     void cmdCopyM1_Click();
     void cmdCopyM2_Click();
     void putMarker(GraphItem marker, double x, double y);
+    void cancelDrag();
+    void showCursor();
 
     void enterFrequency(EntryBox *box);
     void leaveFrequency(const QString &marker);
@@ -132,7 +138,10 @@ private:
     QPushButton *m_copyM2 = nullptr;
     std::optional<GraphItem> m_grabbed; // the marker that the mouse holds
     QPointF m_grabbedAt;                // where it took hold, user units
+    double m_grabbedFrom = 0.0;         // where its line stood
     bool m_dragging = false;            // it has moved since
+    bool m_dragCancelled = false;       // by Escape, and the button is still held
+    std::optional<QPointF> m_cursor;    // place of the read-out, user units
 };
 
 } // namespace calvorn

@@ -35,6 +35,7 @@ ScaleControl::ScaleControl(Configuration &configuration, SweepTable &table, Grap
          &ScaleControl::mnuScalaLogaritmica10dB_Click},
     }};
     auto *group = new QActionGroup(this);
+    group->setExclusionPolicy(QActionGroup::ExclusionPolicy::ExclusiveOptional);
     for (std::size_t i = 0; i < entries.size(); ++i) {
         const Entry &entry = entries[i];
         auto *action = new QAction(entry.caption, group);
@@ -51,19 +52,26 @@ ScaleControl::ScaleControl(Configuration &configuration, SweepTable &table, Grap
 
 void ScaleControl::aggiornaScala(std::int16_t mode)
 {
-    m_configuration.scaleType = mode >= 0 && mode < kScales ? mode : kScaleLinear;
+    m_configuration.scaleType = mode;
     const QString unit = isLinearScale(m_configuration.scaleType) ? tr("Volt") : tr("dB");
     m_table.setText(0, SweepTable::AmplitudeColumn, unit);
     AmplitudeColumn(m_configuration, m_table).convertAllRows();
     m_panel.axis().readFullScale();
     m_panel.axis().setUnit(unit);
     m_markers.setUnit(unit);
-    m_actions[static_cast<std::size_t>(m_configuration.scaleType)]->setChecked(true);
+    checkAction();
 
     redrawRange();
     m_markers.clearCursorReadout();
     m_markers.aggiornaLblMarkerX();
     m_panel.graph().drawLine();
+}
+
+// None for a number that is no scale.
+void ScaleControl::checkAction()
+{
+    for (std::size_t i = 0; i < m_actions.size(); ++i)
+        m_actions[i]->setChecked(static_cast<int>(i) == m_configuration.scaleType);
 }
 
 // Grid and amplitude markers; the curve keeps the cells that it has read.
@@ -88,8 +96,8 @@ void ScaleControl::changeToLogarithmic(std::int16_t mode)
     const std::int16_t old = m_configuration.scaleType;
     double m3 = m_markers.amplitude(QStringLiteral("M3"));
     double m4 = m_markers.amplitude(QStringLiteral("M4"));
-    const bool sameReference = !isLinearScale(old) && scaleRefersTo10V(old) == scaleRefersTo10V(mode);
-    if (!sameReference) {
+    const bool otherReference = isScale(old) && scaleRefersTo10V(old) != scaleRefersTo10V(mode);
+    if (isLinearScale(old) || otherReference) {
         const double volts3 = dbToVolts(m_configuration, m3);
         const double volts4 = dbToVolts(m_configuration, m4);
         // To the scale of 10 V + 10 dB, and to no other, volts come with the reference of 1 V.

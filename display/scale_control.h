@@ -36,6 +36,7 @@ private:
     void mnuScalaLogaritmica10_Click() { changeToLogarithmic(kScaleDb10V); }
     void mnuScalaLogaritmica10dB_Click() { changeToLogarithmic(kScaleDb10VHeadroom); }
     void changeToLogarithmic(std::int16_t mode);
+    void checkAction();
     void redrawRange();
 
     Configuration &m_configuration;

@@ -320,7 +320,7 @@ QPointF SweepGraph::userPosition(const QMouseEvent *event) const
     const double pixel = 1.0 / devicePixelRatioF();
     const QPointF at = event->position() + QPointF(pixel, pixel) / 2.0;
     const QPointF user = m_coordinates.toUser(
-        {std::clamp(at.x(), 0.0, static_cast<double>(width())), std::clamp(at.y(), 0.0, static_cast<double>(height()))},
+        {std::clamp(at.x(), 0.0, static_cast<double>(width())), std::clamp(at.y(), 0.0, height() - pixel)},
         size(), pixel);
     return {std::clamp(user.x(), 0.0, GraphCoordinates::kWidth), user.y()};
 }

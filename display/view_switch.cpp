@@ -10,7 +10,19 @@ namespace calvorn {
 namespace {
 
 constexpr int kFirstParallelPortView = 2;
-constexpr float kGreyedOpacity = 0.6F;
+
+// The button of the view that is shown is disabled; the bold caption says that it is the chosen one.
+void markChosen(QPushButton *button, bool chosen)
+{
+    button->setEnabled(!chosen);
+    QFont font = button->font();
+    font.setBold(chosen);
+    button->setFont(font);
+    QPalette colours = button->palette();
+    colours.setColor(QPalette::Disabled, QPalette::ButtonText,
+                     colours.color(QPalette::Active, QPalette::ButtonText));
+    button->setPalette(colours);
+}
 
 } // namespace
 
@@ -51,12 +63,11 @@ void ViewSwitch::makeButton(int index, const QString &caption, ErrorBoundary &bo
     button->setToolTip(tr("Show the view \"%1\"").arg(plain));
     button->setAccessibleName(tr("View %1").arg(plain));
     button->setAutoDefault(false);
-    // Greyed while its view is shown, yet still to be read.
-    QPalette colours = button->palette();
-    QColor greyed = colours.color(QPalette::Active, QPalette::ButtonText);
-    greyed.setAlphaF(kGreyedOpacity);
-    colours.setColor(QPalette::Disabled, QPalette::ButtonText, greyed);
-    button->setPalette(colours);
+    // Room for the bold caption that it has while its view is shown.
+    QFont bold = button->font();
+    bold.setBold(true);
+    button->setMinimumWidth(button->sizeHint().width() + QFontMetrics(bold).horizontalAdvance(plain) -
+                            button->fontMetrics().horizontalAdvance(plain));
     m_buttonRow->addWidget(button);
     boundary.connect(button, &QPushButton::clicked, this, "cmdView_Click", [this, index] { cmdView_Click(index); });
     m_buttons[i] = button;
@@ -86,13 +97,16 @@ void ViewSwitch::makeFrame(int index, QWidget *content)
 void ViewSwitch::selectView(int index)
 {
     const int views = m_parallelPortViews ? kViews : kFirstParallelPortView;
-    const int shown = index >= 0 && index < views ? index : 0;
+    const bool isView = index >= 0 && index < views;
+    const int shown = isView ? index : 0;
     for (QPushButton *button : m_buttons)
-        button->setEnabled(true);
+        markChosen(button, false);
     m_stack->setCurrentIndex(shown);
     m_actions[static_cast<std::size_t>(shown)]->setChecked(true);
-    m_buttons[static_cast<std::size_t>(shown)]->setEnabled(false);
-    m_settings.markerIndex = static_cast<std::int16_t>(shown);
+    markChosen(m_buttons[static_cast<std::size_t>(shown)], true);
+    // A number that is no view, or none of this interface, stays until the user chooses one.
+    if (isView)
+        m_settings.markerIndex = static_cast<std::int16_t>(shown);
     m_markers.aggiornaLblMarkerX();
     m_markers.aggiornaLblMarkerY();
 }

@@ -25,6 +25,8 @@ struct ProfileEntry
     QString section;
     QString key;
     QString value;
+
+    bool operator==(const ProfileEntry &) const = default;
 };
 
 // Returns the value, or an empty text when the file, the section, the key or its value is missing, or when the file
