@@ -6,6 +6,25 @@
 
 namespace calvorn {
 
+namespace {
+
+void assignAmplitude(QString &text, Configuration &configuration, const NumberText &numbers, double volts)
+{
+    if (isLinearScale(configuration.scaleType))
+        numbers.assignMasked(text, volts, kMaskVolt);
+    else
+        numbers.assignMasked(text, voltsToDb(configuration, volts), kMaskDb);
+}
+
+} // namespace
+
+QString amplitudeTextOf(Configuration &configuration, const NumberText &numbers, double count)
+{
+    QString text;
+    assignAmplitude(text, configuration, numbers, static_cast<double>(countToVolts(configuration, count)));
+    return text;
+}
+
 AmplitudeColumn::AmplitudeColumn(Configuration &configuration, SweepTable &table)
     : m_configuration(configuration)
     , m_table(table)
@@ -26,11 +45,8 @@ float AmplitudeColumn::convertRow(int row)
 float AmplitudeColumn::writeAmplitude(int row, double count)
 {
     const float volts = countToVolts(m_configuration, count);
-    QString &amplitude = m_table.cell(row, SweepTable::AmplitudeColumn);
-    if (isLinearScale(m_configuration.scaleType))
-        m_numbers.assignMasked(amplitude, static_cast<double>(volts), kMaskVolt);
-    else
-        m_numbers.assignMasked(amplitude, voltsToDb(m_configuration, static_cast<double>(volts)), kMaskDb);
+    assignAmplitude(m_table.cell(row, SweepTable::AmplitudeColumn), m_configuration, m_numbers,
+                    static_cast<double>(volts));
     return volts;
 }
 

@@ -7,6 +7,9 @@
 
 namespace calvorn {
 
+// The amplitude of a count as its cell shows it.
+QString amplitudeTextOf(Configuration &configuration, const NumberText &numbers, double count);
+
 // Writes amplitude cells from detector counts: volts with "#0.000" on the linear scale, otherwise dB with "#0.0".
 // One is made for a whole pass over the table, so that the locale is looked up once.
 class AmplitudeColumn

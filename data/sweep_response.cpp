@@ -1,45 +1,99 @@
 // SPDX-License-Identifier: MIT
 #include "data/sweep_response.h"
 
+#include "core/common_functions.h"
 #include "core/number_text.h"
+#include "core/scale_type.h"
+#include "data/amplitude_column.h"
 
+#include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <numbers>
-#include <vector>
 
 namespace calvorn {
 
 namespace {
 
-struct Sample
+// Neighbouring samples of the same amplitude, by their indices.
+struct Plateau
 {
-    double frequency;
-    double amplitude;
+    std::size_t first = 0;
+    std::size_t last = 0;
+
+    std::size_t size() const { return last - first + 1; }
 };
 
-std::vector<Sample> samplesOf(const SweepTable &table)
+double middleOf(const std::vector<ResponseSample> &samples, const Plateau &plateau)
 {
-    const NumberText numbers;
-    std::vector<Sample> samples;
-    for (int row = 1; row <= kSweepPoints; ++row)
-        samples.push_back({numbers.toDouble(table.text(row, SweepTable::FrequencyColumn)),
-                           numbers.toDouble(table.text(row, SweepTable::AmplitudeColumn))});
-    return samples;
+    return (samples[plateau.first].frequency + samples[plateau.last].frequency) / 2.0;
 }
 
-// From the peak outwards, the first place where the curve has fallen to the level.
-std::optional<double> crossing(const std::vector<Sample> &samples, std::size_t peak, int direction, double level)
+Plateau highestPlateau(const std::vector<ResponseSample> &samples)
+{
+    const double highest = std::ranges::max(samples, {}, &ResponseSample::amplitude).amplitude;
+    std::optional<Plateau> best;
+    for (std::size_t i = 0; i < samples.size(); ++i) {
+        if (samples[i].amplitude != highest)
+            continue;
+        Plateau plateau{i, i};
+        while (i + 1 < samples.size() && samples[i + 1].amplitude == highest)
+            plateau.last = ++i;
+        if (!best || plateau.size() > best->size() ||
+            (plateau.size() == best->size() && middleOf(samples, plateau) < middleOf(samples, *best)))
+            best = plateau;
+    }
+    return best.value_or(Plateau{});
+}
+
+// From a sample outwards, the first place where the curve has fallen to the level.
+std::optional<double> crossing(const std::vector<ResponseSample> &samples, std::size_t from, int direction,
+                               double level)
 {
     const auto last = static_cast<std::ptrdiff_t>(samples.size()) - 1;
-    for (auto i = static_cast<std::ptrdiff_t>(peak); i + direction >= 0 && i + direction <= last; i += direction) {
-        const Sample &inner = samples[static_cast<std::size_t>(i)];
-        const Sample &outer = samples[static_cast<std::size_t>(i + direction)];
+    for (auto i = static_cast<std::ptrdiff_t>(from); i + direction >= 0 && i + direction <= last; i += direction) {
+        const ResponseSample &inner = samples[static_cast<std::size_t>(i)];
+        const ResponseSample &outer = samples[static_cast<std::size_t>(i + direction)];
         if (outer.amplitude > level)
             continue;
         const double part = (inner.amplitude - level) / (inner.amplitude - outer.amplitude);
         return inner.frequency + part * (outer.frequency - inner.frequency);
     }
     return std::nullopt;
+}
+
+std::vector<ResponseSample> samplesOfAmplitudes(const SweepTable &table)
+{
+    const NumberText numbers;
+    std::vector<ResponseSample> samples;
+    for (int row = 1; row <= kSweepPoints; ++row)
+        samples.push_back({numbers.toDouble(table.text(row, SweepTable::FrequencyColumn)),
+                           numbers.toDouble(table.text(row, SweepTable::AmplitudeColumn))});
+    return samples;
+}
+
+// In volts; nothing when an amplitude is not that of its count.
+std::optional<std::vector<ResponseSample>> samplesOfCounts(const SweepTable &table, Configuration calibration)
+{
+    const NumberText numbers;
+    std::vector<ResponseSample> samples;
+    for (int row = 1; row <= kSweepPoints; ++row) {
+        const double count = numbers.toDouble(table.text(row, SweepTable::SampleColumn));
+        const QString shown = amplitudeTextOf(calibration, numbers, count);
+        if (numbers.toDouble(shown) != numbers.toDouble(table.text(row, SweepTable::AmplitudeColumn)))
+            return std::nullopt;
+        samples.push_back({numbers.toDouble(table.text(row, SweepTable::FrequencyColumn)),
+                           count * static_cast<double>(calibration.adcStep) +
+                               static_cast<double>(calibration.adcOffset)});
+    }
+    return samples;
+}
+
+double decibelsOf(double volts, std::int16_t scale)
+{
+    if (volts <= 0.0)
+        return kFloorDb;
+    return std::max(kFloorDb, 20.0 * std::log10(volts / (scaleRefersTo10V(scale) ? 10.0 : 1.0)));
 }
 
 } // namespace
@@ -49,23 +103,34 @@ std::optional<double> SweepResponse::bandwidth() const
     return lower && upper ? std::optional(*upper - *lower) : std::nullopt;
 }
 
-SweepResponse responseOf(const SweepTable &table, bool linear)
+SweepResponse responseOf(const std::vector<ResponseSample> &samples, AmplitudeUnit unit)
 {
-    const std::vector<Sample> samples = samplesOf(table);
-    std::size_t peak = 0;
-    for (std::size_t i = 1; i < samples.size(); ++i)
-        if (samples[i].amplitude > samples[peak].amplitude)
-            peak = i;
-    SweepResponse response{samples[peak].amplitude, samples[peak].frequency, {}, {}};
-    if (linear && response.peak <= 0.0)
+    if (samples.empty())
+        return {};
+    const bool volts = unit == AmplitudeUnit::Volt;
+    const Plateau plateau = highestPlateau(samples);
+    SweepResponse response{samples[plateau.first].amplitude, middleOf(samples, plateau), {}, {}};
+    if (volts && response.peak <= 0.0)
         return response;
     // Half the power: 1 / sqrt 2 of the voltage, 3 dB to two digits.
     const double level =
-        linear ? response.peak / std::numbers::sqrt2 : response.peak - 20.0 * std::log10(std::numbers::sqrt2);
-    response.lower = crossing(samples, peak, -1, level);
-    response.upper = crossing(samples, peak, 1, level);
+        volts ? response.peak / std::numbers::sqrt2 : response.peak - 20.0 * std::log10(std::numbers::sqrt2);
+    response.lower = crossing(samples, plateau.first, -1, level);
+    response.upper = crossing(samples, plateau.last, 1, level);
     if (samples.front().frequency > samples.back().frequency)
         std::swap(response.lower, response.upper);
+    return response;
+}
+
+SweepResponse responseOf(const SweepTable &table, const Configuration &configuration)
+{
+    const bool linear = isLinearScale(configuration.scaleType);
+    const auto measured = samplesOfCounts(table, configuration);
+    if (!measured)
+        return responseOf(samplesOfAmplitudes(table), linear ? AmplitudeUnit::Volt : AmplitudeUnit::Decibel);
+    SweepResponse response = responseOf(*measured, AmplitudeUnit::Volt);
+    if (!linear)
+        response.peak = decibelsOf(response.peak, configuration.scaleType);
     return response;
 }
 

@@ -101,7 +101,7 @@ void writePicture(SingleSweep &sweep, Desktop &desktop, const QString &path)
 void printResponse(SingleSweep &sweep)
 {
     const bool linear = isLinearScale(sweep.configuration().scaleType);
-    const SweepResponse response = responseOf(sweep.table(), linear);
+    const SweepResponse response = responseOf(sweep.table(), sweep.configuration());
     const NumberText numbers;
     const auto hertz = [&numbers](const std::optional<double> &value) {
         return value ? numbers.masked(*value, kMaskHertz) + QStringLiteral(" Hz") : Options::tr("outside the range");

@@ -44,6 +44,7 @@ private slots:
     void itsSweepIsThatOfTheWindow_data() { addInterfaceRows(); }
     void itsSweepIsThatOfTheWindow();
     void theResponseIsPrinted();
+    void theResponseIsTheSameOnEveryScale();
     void rangeAndSweepsAreTaken();
     void otherSettingsReachTheServerToo();
     void theSettingsAreNeverWritten();
@@ -112,6 +113,21 @@ void TestCalvornSweep::theResponseIsPrinted()
     QVERIFY(tool.out.count(u'*') > 80);
     for (const QString &line : lines)
         QVERIFY2(line.size() <= 80, qPrintable(line));
+}
+
+void TestCalvornSweep::theResponseIsTheSameOnEveryScale()
+{
+    QStringList volts;
+    for (const char *scale : {"0", "1", "2", "3", "4"}) {
+        Tool tool(ProgramFolder::preparedSettings().replace("Scale=0", QByteArray("Scale=") + scale));
+        QCOMPARE(tool.run(), 0);
+        // All but the level, which has the units of the scale.
+        const QStringList response = tool.out.split(u'\n').mid(1, 4);
+        QVERIFY2(response[3].endsWith(QStringLiteral(" Hz")), qPrintable(response[3]));
+        if (volts.isEmpty())
+            volts = response;
+        QCOMPARE(response, volts);
+    }
 }
 
 void TestCalvornSweep::rangeAndSweepsAreTaken()
