@@ -7,6 +7,7 @@
 #include "platform/profile_file.h"
 
 #include <cmath>
+#include <limits>
 
 namespace calvorn {
 
@@ -34,7 +35,19 @@ double dbToVolts(const Configuration &configuration, double value)
         return value;
     if (!isScale(scale))
         return 0.0;
-    return roundToDecimals(std::pow(10.0, value / 20.0) * (scaleRefersTo10V(scale) ? 10.0 : 1.0), 3);
+    const double volts = std::pow(10.0, value / 20.0) * (scaleRefersTo10V(scale) ? 10.0 : 1.0);
+    if (std::isinf(volts))
+        throw RuntimeError(RuntimeError::Kind::Overflow);
+    return roundToDecimals(volts, 3);
+}
+
+double dbToVoltsBounded(const Configuration &configuration, double value)
+{
+    try {
+        return dbToVolts(configuration, value);
+    } catch (const RuntimeError &) {
+        return std::numeric_limits<double>::max();
+    }
 }
 
 QString readSetting(const QString &section, const QString &key, const QString &path, const QString &fallback)

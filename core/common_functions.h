@@ -19,8 +19,12 @@ float countToVolts(const Configuration &configuration, double count);
 // kFloorDb, and dbReference becomes 10 (scales 3, 4) or 1 (any other); the linear scale gives the volts back.
 double voltsToDb(Configuration &configuration, double volts);
 
-// A value of the current scale into volts with 3 decimals; 0 for a code that is not a scale.
+// A value of the current scale into volts with 3 decimals; 0 for a code that is not a scale. RuntimeError(Overflow)
+// where the volts do not fit into a double, which is above 6165 dB of 1 V.
 double dbToVolts(const Configuration &configuration, double value);
+
+// The same for a level from a box, which may be absurd: where the volts do not fit, the largest double.
+double dbToVoltsBounded(const Configuration &configuration, double value);
 
 // The value of a key, or `fallback`, which is then written into the file at once. Keys that are there are never
 // rewritten.

@@ -85,8 +85,8 @@ void ScaleControl::redrawRange()
 void ScaleControl::mnuScalaLineare_Click()
 {
     // On the linear scale the conversion gives its argument back.
-    const double m3 = dbToVolts(m_configuration, m_markers.amplitude(QStringLiteral("M3")));
-    const double m4 = dbToVolts(m_configuration, m_markers.amplitude(QStringLiteral("M4")));
+    const double m3 = dbToVoltsBounded(m_configuration, m_markers.amplitude(QStringLiteral("M3")));
+    const double m4 = dbToVoltsBounded(m_configuration, m_markers.amplitude(QStringLiteral("M4")));
     m_markers.showAmplitudes(true, m3, m4);
     aggiornaScala(kScaleLinear);
 }
@@ -98,8 +98,8 @@ void ScaleControl::changeToLogarithmic(std::int16_t mode)
     double m4 = m_markers.amplitude(QStringLiteral("M4"));
     const bool otherReference = isScale(old) && scaleRefersTo10V(old) != scaleRefersTo10V(mode);
     if (isLinearScale(old) || otherReference) {
-        const double volts3 = dbToVolts(m_configuration, m3);
-        const double volts4 = dbToVolts(m_configuration, m4);
+        const double volts3 = dbToVoltsBounded(m_configuration, m3);
+        const double volts4 = dbToVoltsBounded(m_configuration, m4);
         // To the scale of 10 V + 10 dB, and to no other, volts come with the reference of 1 V.
         const bool takesOneVolt = isLinearScale(old) && mode == kScaleDb10VHeadroom;
         m_configuration.scaleType = takesOneVolt ? kScaleDb1V : mode;

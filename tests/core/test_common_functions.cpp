@@ -3,6 +3,7 @@
 
 #include "core/log.h"
 #include "core/number_text.h"
+#include "core/runtime_error.h"
 #include "tests/support/locales.h"
 
 #include <QFile>
@@ -11,6 +12,7 @@
 #include <QTest>
 
 #include <cmath>
+#include <limits>
 
 using namespace calvorn;
 
@@ -63,6 +65,30 @@ private slots:
         QCOMPARE(volts(0, -20.0), -20.0);
         QCOMPARE(volts(7, -20.0), 0.0);
         QCOMPARE(volts(-1, -20.0), 0.0);
+    }
+
+    void aLevelBeyondEveryVoltageIsAnOverflow()
+    {
+        Configuration configuration;
+        for (std::int16_t scale = 1; scale <= 4; ++scale) {
+            configuration.scaleType = scale;
+            QVERIFY_THROWS_EXCEPTION(RuntimeError, dbToVolts(configuration, 100000.0));
+            QVERIFY_THROWS_EXCEPTION(RuntimeError, dbToVolts(configuration, 6166.0));
+            try {
+                dbToVolts(configuration, 100000.0);
+            } catch (const RuntimeError &error) {
+                QCOMPARE(error.kind(), RuntimeError::Kind::Overflow);
+            }
+            QVERIFY(std::isfinite(dbToVolts(configuration, 6140.0)));
+            QCOMPARE(dbToVolts(configuration, -100000.0), 0.0);
+            QCOMPARE(dbToVoltsBounded(configuration, 100000.0), std::numeric_limits<double>::max());
+            QCOMPARE(dbToVoltsBounded(configuration, -20.0), dbToVolts(configuration, -20.0));
+        }
+        // 6160 dB fit as volts, but not ten times as many.
+        QVERIFY(std::isfinite(volts(1, 6160.0)));
+        QVERIFY_THROWS_EXCEPTION(RuntimeError, volts(3, 6160.0));
+        QCOMPARE(volts(0, 100000.0), 100000.0);
+        QCOMPARE(volts(7, 100000.0), 0.0);
     }
 
     void theReferenceFollowsTheScale()

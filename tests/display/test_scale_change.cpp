@@ -4,6 +4,7 @@
 #include <cmath>
 
 using namespace calvorn;
+using calvorn::test::addLocaleRows;
 using calvorn::test::DisplayBench;
 using calvorn::test::inLocale;
 
@@ -153,6 +154,36 @@ private slots:
             QVERIFY(std::isfinite(bench.panel.graph().line(GraphItem::M3).y1));
         }
         QVERIFY(!bench.panel.grab().isNull());
+    }
+
+    void aLevelBeyondEveryVoltageStopsNoScale_data() { addLocaleRows(); }
+    void aLevelBeyondEveryVoltageStopsNoScale()
+    {
+        QFETCH(QLocale, locale);
+        QLocale::setDefault(locale);
+        for (const int from : {1, 4}) {
+            for (int to = 0; to < kScales; ++to) {
+                DisplayBench bench(static_cast<std::int16_t>(from));
+                bench.show();
+                QLineEdit *box = bench.find(QStringLiteral("txtM3Y"));
+                box->setFocus();
+                box->selectAll();
+                QTest::keyClicks(box, QStringLiteral("100000"));
+                QTest::keyClick(box, Qt::Key_Tab);
+                QCOMPARE(box->text(), inLocale(locale, QStringLiteral("100000.0")));
+                bench.scaleAction(to)->trigger();
+                QCOMPARE(bench.configuration.scaleType, static_cast<std::int16_t>(to));
+                QVERIFY(bench.scaleAction(to)->isChecked());
+                QVERIFY(bench.desktop.boxes.isEmpty());
+                // As many volts as a box shows; in dB as many as fit at all.
+                if (to == 0)
+                    QCOMPARE(box->text(), inLocale(locale, QStringLiteral("1000000.000")));
+                else
+                    QVERIFY2(NumberText().toDouble(box->text()) > 6000.0, qPrintable(box->text()));
+                bench.scaleAction(0)->trigger();
+                QCOMPARE(bench.configuration.scaleType, std::int16_t{0});
+            }
+        }
     }
 
     void aDamagedScaleIsTheLinearOne()
