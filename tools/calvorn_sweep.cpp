@@ -23,6 +23,13 @@ namespace {
 
 using namespace calvorn;
 
+// By the number of the scale.
+QStringList scaleNames()
+{
+    return {QStringLiteral("linear"), QStringLiteral("1V"), QStringLiteral("1V+10dB"), QStringLiteral("10V"),
+            QStringLiteral("10V+10dB")};
+}
+
 class Options
 {
     Q_DECLARE_TR_FUNCTIONS(SweepTool)
@@ -36,6 +43,11 @@ public:
                             QStringLiteral("HZ")};
     QCommandLineOption sweeps{QStringLiteral("sweeps"), tr("Take this many sweeps and keep the last; 1 if not given."),
                               QStringLiteral("N")};
+    QCommandLineOption scale{QStringLiteral("scale"),
+                             tr("Scale of the amplitudes, in place of that of the settings: %1; the numbers 0 to 4 "
+                                "mean the same.")
+                                 .arg(scaleNames().join(QStringLiteral(", "))),
+                             QStringLiteral("SCALE")};
     QCommandLineOption output{QStringLiteral("output"), tr("Write the sweep as CSV."), QStringLiteral("FILE.csv")};
     QCommandLineOption picture{QStringLiteral("picture"), tr("Write the curve as PNG or SVG."),
                                QStringLiteral("FILE.png")};
@@ -62,6 +74,22 @@ QString readNumber(const QCommandLineParser &arguments, const QCommandLineOption
     return {};
 }
 
+// As readNumber(), of the scale's name or number.
+QString readScale(const QCommandLineParser &arguments, const QCommandLineOption &option,
+                  std::optional<std::int16_t> &scale)
+{
+    if (!arguments.isSet(option))
+        return {};
+    const QString value = arguments.value(option);
+    const QStringList names = scaleNames();
+    for (std::int16_t number = 0; number < kScales; ++number)
+        if (value.compare(names[number], Qt::CaseInsensitive) == 0 || value == QString::number(number))
+            scale = number;
+    return scale ? QString()
+                 : Options::tr("--%1 takes one of %2, not \"%3\".")
+                       .arg(option.names().constFirst(), names.join(QStringLiteral(", ")), value);
+}
+
 QString readRequest(const QCommandLineParser &arguments, const Options &options, SweepRequest &request)
 {
     if (!arguments.positionalArguments().isEmpty())
@@ -69,7 +97,7 @@ QString readRequest(const QCommandLineParser &arguments, const Options &options,
     request.settingsFile = arguments.value(options.settings);
     for (const QString &wrong :
          {readNumber(arguments, options.start, request.start), readNumber(arguments, options.stop, request.stop),
-          readNumber(arguments, options.sweeps, request.sweeps)})
+          readNumber(arguments, options.sweeps, request.sweeps), readScale(arguments, options.scale, request.scale)})
         if (!wrong.isEmpty())
             return wrong;
     for (const QCommandLineOption &file : {options.settings, options.output, options.picture})
@@ -162,7 +190,7 @@ int main(int argc, char **argv)
         Options::tr("Takes a sweep without a window. Without --output and --picture it prints "
                     "the response in figures and as a plot."));
     arguments.addOptions(
-        {options.settings, options.start, options.stop, options.sweeps, options.output, options.picture});
+        {options.settings, options.start, options.stop, options.sweeps, options.scale, options.output, options.picture});
     const QCommandLineOption help = arguments.addHelpOption();
     const QCommandLineOption version = arguments.addVersionOption();
     if (!arguments.parse(QCoreApplication::arguments()))

@@ -4,6 +4,7 @@
 #include "acquisition/aux_hardware.h"
 #include "acquisition/driver_factory.h"
 #include "acquisition/frequency_plan.h"
+#include "core/common_functions.h"
 #include "core/number_text.h"
 #include "core/runtime_error.h"
 #include "core/scale_type.h"
@@ -60,6 +61,7 @@ ExitCode SingleSweep::run()
 {
     try {
         loadSettings();
+        applyScale();
         applyRange();
         m_table.inizializzaGrid();
         takeSweeps();
@@ -104,6 +106,24 @@ void SingleSweep::loadFrom(const QString &copy)
         throw Failure{kBadSettings, tr("%1 names a device that is not supported.").arg(m_settingsFile)};
     if (m_configuration.scaleType < 0 || m_configuration.scaleType >= kScales)
         m_configuration.scaleType = kScaleLinear;
+}
+
+// The amplitude markers of the settings have the units of the stored scale; a picture shows them in those of the other.
+void SingleSweep::applyScale()
+{
+    Configuration &c = m_configuration;
+    if (!m_request.scale || *m_request.scale == c.scaleType)
+        return;
+    Configuration target = c;
+    target.scaleType = *m_request.scale;
+    const NumberText numbers;
+    for (QString *marker : {&m_window.marker3, &m_window.marker4}) {
+        if (!numbers.isNumeric(*marker))
+            continue;
+        const double volts = dbToVoltsBounded(c, numbers.toDouble(*marker));
+        *marker = numbers.masked(voltsToDb(target, volts), isLinearScale(target.scaleType) ? kMaskVolt : kMaskDb);
+    }
+    c.scaleType = target.scaleType;
 }
 
 void SingleSweep::checkLimit(const char *option, const std::optional<std::int32_t> &hertz)

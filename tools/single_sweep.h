@@ -18,7 +18,8 @@ struct SweepRequest
     QString settingsFile;              // empty: the one beside the program
     std::optional<std::int32_t> start; // Hz; without it that of the settings
     std::optional<std::int32_t> stop;
-    int sweeps = 1; // taken one after the other; the last is kept
+    std::optional<std::int16_t> scale; // core/scale_type.h; without it that of the settings
+    int sweeps = 1;                    // taken one after the other; the last is kept
 };
 
 // Sweeps without a window, with settings that it only reads.
@@ -43,6 +44,7 @@ public:
 private:
     void loadSettings();
     void loadFrom(const QString &copy);
+    void applyScale();
     void applyRange();
     void checkLimit(const char *option, const std::optional<std::int32_t> &hertz);
     void takeSweeps();

@@ -45,6 +45,9 @@ private slots:
     void itsSweepIsThatOfTheWindow();
     void theResponseIsPrinted();
     void theResponseIsTheSameOnEveryScale();
+    void theScaleIsTaken_data();
+    void theScaleIsTaken();
+    void theMarkersOfAPictureFollowTheScale();
     void rangeAndSweepsAreTaken();
     void otherSettingsReachTheServerToo();
     void theSettingsAreNeverWritten();
@@ -118,9 +121,10 @@ void TestCalvornSweep::theResponseIsPrinted()
 void TestCalvornSweep::theResponseIsTheSameOnEveryScale()
 {
     QStringList volts;
-    for (const char *scale : {"0", "1", "2", "3", "4"}) {
-        Tool tool(ProgramFolder::preparedSettings().replace("Scale=0", QByteArray("Scale=") + scale));
-        QCOMPARE(tool.run(), 0);
+    Tool tool(ProgramFolder::preparedSettings());
+    for (const char *scale : {"linear", "1V", "1V+10dB", "10V", "10V+10dB"}) {
+        QCOMPARE(tool.run({QStringLiteral("--scale"), QString::fromLatin1(scale)}), 0);
+        QVERIFY(tool.out.section(u'\n', 0, 0).endsWith(volts.isEmpty() ? QStringLiteral(" V") : QStringLiteral(" dB")));
         // All but the level, which has the units of the scale.
         const QStringList response = tool.out.split(u'\n').mid(1, 4);
         QVERIFY2(response[3].endsWith(QStringLiteral(" Hz")), qPrintable(response[3]));
@@ -128,6 +132,56 @@ void TestCalvornSweep::theResponseIsTheSameOnEveryScale()
             volts = response;
         QCOMPARE(response, volts);
     }
+}
+
+void TestCalvornSweep::theScaleIsTaken_data()
+{
+    QTest::addColumn<QString>("option");
+    QTest::addColumn<int>("scale");
+    const QStringList names{QStringLiteral("linear"), QStringLiteral("1V"), QStringLiteral("1V+10dB"),
+                            QStringLiteral("10V"), QStringLiteral("10V+10dB")};
+    for (int scale = 0; scale < names.size(); ++scale) {
+        QTest::newRow(qPrintable(names[scale])) << names[scale] << scale;
+        if (scale % 2 == 0)
+            QTest::addRow("%d", scale) << QString::number(scale) << scale;
+    }
+    QTest::newRow("small letters") << QStringLiteral("10v+10db") << 4;
+}
+
+void TestCalvornSweep::theScaleIsTaken()
+{
+    QFETCH(QString, option);
+    QFETCH(int, scale);
+    // The window was closed on another scale; the files are those of a window that was closed on this one.
+    const QByteArray stored = "Scale=" + QByteArray::number((scale + 1) % 5);
+    Tool tool(ProgramFolder::preparedSettings().replace("Scale=0", stored));
+    QCOMPARE(tool.run({QStringLiteral("--output=sweep.csv"), QStringLiteral("--scale"), option}), 0);
+    Tool closed(ProgramFolder::preparedSettings().replace("Scale=0", "Scale=" + QByteArray::number(scale)));
+    QCOMPARE(closed.run({QStringLiteral("--output=sweep.csv")}), 0);
+    QCOMPARE(contents(tool.inFolder("sweep.csv")), contents(closed.inFolder("sweep.csv")));
+    QCOMPARE(tool.folder.setting("Calvorn", "Scale"), QString::number((scale + 1) % 5));
+}
+
+void TestCalvornSweep::theMarkersOfAPictureFollowTheScale()
+{
+    // M3 and M4 stand at 0.5 V and 0.8 V.
+    Tool tool(ProgramFolder::preparedSettings());
+    const auto texts = [&tool](const char *scale) {
+        const QString option = QStringLiteral("--scale=") + QString::fromLatin1(scale);
+        if (tool.run({QStringLiteral("--picture=sweep.svg"), option}) != 0)
+            qFatal("no picture");
+        return QString::fromUtf8(contents(tool.inFolder("sweep.svg")));
+    };
+    const QString linear = texts("linear");
+    QVERIFY(linear.contains(QStringLiteral("0.500")) && linear.contains(QStringLiteral("0.800")));
+    const QString decibels = texts("1V");
+    QVERIFY(decibels.contains(QStringLiteral("-6.0")) && decibels.contains(QStringLiteral("-1.9")));
+    const QString tenVolts = texts("10V+10dB");
+    QVERIFY(tenVolts.contains(QStringLiteral("-26.0")) && tenVolts.contains(QStringLiteral("-21.9")));
+    tool.folder.set("Calvorn", "Scale", QStringLiteral("3"));
+    tool.folder.set("Calvorn", "Marker 3", QStringLiteral("100000"));
+    tool.folder.set("Calvorn", "Marker 4", QStringLiteral("-14"));
+    QVERIFY(texts("linear").contains(QStringLiteral("1.995")));
 }
 
 void TestCalvornSweep::rangeAndSweepsAreTaken()
@@ -206,6 +260,13 @@ void TestCalvornSweep::badArguments_data()
     row("--start 999");
     row("--sweeps 0");
     row("--sweeps many");
+    row("--scale");
+    row("--scale=");
+    row("--scale 5");
+    row("--scale -1");
+    row("--scale 01");
+    row("--scale 10");
+    row("--scale logarithmic");
     row("--output");
     row("--output=");
     row("--picture sweep.jpg");
@@ -354,10 +415,14 @@ void TestCalvornSweep::helpAndManualNameEveryOption()
     QString manual = QString::fromUtf8(contents(QStringLiteral(CALVORN_SOURCE_DIR "/docs/man/calvorn-sweep.1")));
     // In roff a hyphen that is to stay one is written with a backslash.
     manual.remove(u'\\');
-    for (const char *option : {"settings", "start", "stop", "sweeps", "output", "picture", "help", "version"}) {
+    for (const char *option : {"settings", "start", "stop", "sweeps", "scale", "output", "picture", "help", "version"}) {
         const QString name = QStringLiteral("--") + QString::fromLatin1(option);
         QVERIFY2(help.contains(name), option);
         QVERIFY2(manual.contains(name), option);
+    }
+    for (const char *scale : {"linear", "1V", "1V+10dB", "10V", "10V+10dB"}) {
+        QVERIFY2(help.contains(QString::fromLatin1(scale)), scale);
+        QVERIFY2(manual.contains(QStringLiteral(".B %1\n").arg(QString::fromLatin1(scale))), scale);
     }
     for (int code = 0; code <= 6; ++code)
         QVERIFY2(manual.contains(QStringLiteral(".B %1\n").arg(code)), qPrintable(QString::number(code)));
