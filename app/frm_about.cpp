@@ -4,6 +4,7 @@
 #include "core/display_mask.h"
 #include "core/number_text.h"
 
+#include <QCoreApplication>
 #include <QGridLayout>
 #include <QMouseEvent>
 #include <QPushButton>
@@ -44,7 +45,8 @@ FrmAbout::FrmAbout(const Configuration &configuration, QWidget *parent)
     m_generator = addText(grid, "lblDDS", QString(), 1, 1);
     addText(grid, "Label6", tr("DAC Device:"), 2, 0);
     m_detector = addText(grid, "lblDAC", QString(), 2, 1);
-    addText(grid, "Label1", tr("Made by the Calvorn authors for radio amateurs."), 3, 0, 2);
+    const QString version = QCoreApplication::applicationVersion();
+    addText(grid, "Label1", tr("Calvorn %1, made by the Calvorn authors for radio amateurs.").arg(version), 3, 0, 2);
     addText(grid, "Label2", tr("Without any warranty. Check your wiring before you switch on."), 4, 0, 2);
     addText(grid, "Label5", tr("Free to use, change and pass on under the terms of the MIT licence."), 5, 0, 2);
     auto *exit = new QPushButton(tr("EXIT"), this);
@@ -64,11 +66,12 @@ QString FrmAbout::interfaceText(const Configuration &c)
     case kInterfaceLpt:
         return tr("DDS Generator/Detector connected to the parallel port LPT 0%1")
                    .arg(QString::number(static_cast<std::uint16_t>(c.lptAddress), 16).toUpper()) +
-               u'\r' + tr("Board design: see the wiring page of the documentation") + u'\r' +
-               tr("docs/hardware/lpt-board.md");
+               u'\r' + tr("Board design: home-built, by radio amateurs") + u'\r' +
+               tr("In the manual (F1): \"The parallel-port board\"");
     case kInterfaceVna:
         return tr("MiniVNA connected to the USB port COM%1").arg(port) + u'\r' +
-               tr("Analyser design: its makers, with thanks") + u'\r' + tr("docs/hardware/minivna.md");
+               tr("Analyser design: its makers, with thanks") + u'\r' +
+               tr("In the manual (F1): \"The MiniVNA\"");
     default:
         return {};
     }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/frm_about.h"
 
+#include <QFile>
 #include <QLabel>
 #include <QPushButton>
 #include <QTest>
@@ -63,6 +64,38 @@ private slots:
         QVERIFY(FrmAbout::generatorText(c).contains(QStringLiteral("ClockRef: 125MHz")));
         c.ddsXtalFreq = 12500000;
         QVERIFY(FrmAbout::generatorText(c).contains(QStringLiteral("ClockRef: 12MHz")));
+    }
+
+    void theVersionIsShown()
+    {
+        QCoreApplication::setApplicationVersion(QStringLiteral("7.8.9"));
+        const Configuration c = defaults(kInterfaceLpt);
+        const FrmAbout about(c);
+        QVERIFY2(label(about, "Label1").contains(QStringLiteral("Calvorn 7.8.9")), qPrintable(label(about, "Label1")));
+    }
+
+    void theReferencesArePagesOfTheManual_data()
+    {
+        QTest::addColumn<std::int16_t>("interfaceType");
+        QTest::addColumn<QString>("page");
+        QTest::newRow("parallel port") << kInterfaceLpt << QStringLiteral("lpt-board.html");
+        QTest::newRow("MiniVNA") << kInterfaceVna << QStringLiteral("minivna.html");
+    }
+    void theReferencesArePagesOfTheManual()
+    {
+        QFETCH(std::int16_t, interfaceType);
+        QFETCH(QString, page);
+        const QStringList lines = FrmAbout::interfaceText(defaults(interfaceType)).split(u'\r');
+        QCOMPARE(lines.size(), 3);
+        // F1 opens the page about this window, which leads on to the page named.
+        const auto read = [](const QString &name) {
+            QFile file(QStringLiteral(CALVORN_SOURCE_DIR "/help/") + name);
+            return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+        };
+        const QString title = lines[2].section(u'"', 1, 1);
+        QVERIFY2(!title.isEmpty(), qPrintable(lines[2]));
+        QVERIFY(read(page).contains(QStringLiteral("<title>%1</title>").arg(title)));
+        QVERIFY(read(QStringLiteral("about.html")).contains(QStringLiteral("href=\"%1\"").arg(page)));
     }
 
     void closesByButtonAndByItsBackground()
