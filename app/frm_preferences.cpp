@@ -7,6 +7,7 @@
 #include "platform/option_choice.h"
 
 #include <QGroupBox>
+#include <QLabel>
 #include <QPushButton>
 #include <QScopedValueRollback>
 #include <QVBoxLayout>
@@ -39,8 +40,14 @@ FrmPreferences::FrmPreferences(Configuration &configuration, QWidget *parent)
     scaleFrame->setObjectName(QStringLiteral("Frame2"));
     m_limitScales = new QCheckBox(scaleFrame);
     m_limitScales->setObjectName(QStringLiteral("chkScalaLogaritmica"));
-    m_limitScales->setToolTip(tr("The lowest level above zero that the converter can tell, in dB"));
-    (new QVBoxLayout(scaleFrame))->addWidget(m_limitScales);
+    m_limitScales->setToolTip(
+        tr("Without effect. The number is the lowest level above zero that the converter can tell, in dB"));
+    auto *note = new QLabel(tr("This box has no effect: the scales keep their full range."), scaleFrame);
+    note->setObjectName(QStringLiteral("lblNoEffect"));
+    note->setWordWrap(true);
+    auto *scaleColumn = new QVBoxLayout(scaleFrame);
+    scaleColumn->addWidget(m_limitScales);
+    scaleColumn->addWidget(note);
     auto *exit = new QPushButton(tr("EXIT"), this);
     exit->setObjectName(QStringLiteral("cmdExit"));
     exit->setToolTip(tr("Close this window"));

@@ -6,6 +6,7 @@
 #include "tests/support/while_modal.h"
 #include "tests/support/window_bench.h"
 
+#include <QLabel>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
@@ -33,6 +34,22 @@ private slots:
                  QStringLiteral("Limit the Logaritmic Scales to the range of the ADC (13.98)"));
         QCOMPARE(configuration.scaleType, std::int16_t{3});
         QCOMPARE(configuration.dbReference, 1.0);
+    }
+
+    void theBoxSaysThatItHasNoEffect()
+    {
+        Configuration configuration;
+        FrmPreferences preferences(configuration);
+        preferences.show();
+        const auto *box = preferences.findChild<QCheckBox *>(QStringLiteral("chkScalaLogaritmica"));
+        QVERIFY2(box->toolTip().startsWith(QStringLiteral("Without effect.")), qPrintable(box->toolTip()));
+        const auto *note = preferences.findChild<QLabel *>(QStringLiteral("lblNoEffect"));
+        QVERIFY(note && note->isVisible());
+        QVERIFY(note->text().contains(QStringLiteral("no effect")));
+        // Below the box, in the same frame, and not cut off.
+        QCOMPARE(note->parentWidget(), box->parentWidget());
+        QVERIFY(note->y() >= box->geometry().bottom());
+        QVERIFY(note->height() >= note->heightForWidth(note->width()));
     }
 
     void theChoiceCountsAtOnceAndIsStored()
