@@ -70,8 +70,7 @@ QString FrmAbout::interfaceText(const Configuration &c)
                tr("In the manual (F1): \"The parallel-port board\"");
     case kInterfaceVna:
         return tr("MiniVNA connected to the USB port COM%1").arg(port) + u'\r' +
-               tr("Analyser design: its makers, with thanks") + u'\r' +
-               tr("In the manual (F1): \"The MiniVNA\"");
+               tr("Analyser design: its makers, with thanks") + u'\r' + tr("In the manual (F1): \"The MiniVNA\"");
     default:
         return {};
     }

@@ -82,9 +82,9 @@ std::optional<std::vector<ResponseSample>> samplesOfCounts(const SweepTable &tab
         const QString shown = amplitudeTextOf(calibration, numbers, count);
         if (numbers.toDouble(shown) != numbers.toDouble(table.text(row, SweepTable::AmplitudeColumn)))
             return std::nullopt;
-        samples.push_back({numbers.toDouble(table.text(row, SweepTable::FrequencyColumn)),
-                           count * static_cast<double>(calibration.adcStep) +
-                               static_cast<double>(calibration.adcOffset)});
+        samples.push_back(
+            {numbers.toDouble(table.text(row, SweepTable::FrequencyColumn)),
+             count * static_cast<double>(calibration.adcStep) + static_cast<double>(calibration.adcOffset)});
     }
     return samples;
 }

@@ -189,8 +189,8 @@ int main(int argc, char **argv)
     arguments.setApplicationDescription(
         Options::tr("Takes a sweep without a window. Without --output and --picture it prints "
                     "the response in figures and as a plot."));
-    arguments.addOptions(
-        {options.settings, options.start, options.stop, options.sweeps, options.scale, options.output, options.picture});
+    arguments.addOptions({options.settings, options.start, options.stop, options.sweeps, options.scale, options.output,
+                          options.picture});
     const QCommandLineOption help = arguments.addHelpOption();
     const QCommandLineOption version = arguments.addVersionOption();
     if (!arguments.parse(QCoreApplication::arguments()))

@@ -192,8 +192,7 @@ void TestSweepResponse::everyScaleGivesTheSameResponse()
     const auto hill = [](int row) {
         return row >= 200 && row <= 203 ? 100 : std::max(0, 100 - std::abs(row < 200 ? 200 - row : row - 203));
     };
-    for (const std::int16_t scale :
-         {kScaleLinear, kScaleDb1V, kScaleDb1VHeadroom, kScaleDb10V, kScaleDb10VHeadroom}) {
+    for (const std::int16_t scale : {kScaleLinear, kScaleDb1V, kScaleDb1VHeadroom, kScaleDb10V, kScaleDb10VHeadroom}) {
         bench.measure(scale, hill);
         const SweepResponse response = bench.response();
         QCOMPARE(std::lround(response.peakFrequency), 1200500L);
@@ -203,8 +202,7 @@ void TestSweepResponse::everyScaleGivesTheSameResponse()
         QCOMPARE(std::lround(*response.upper), 1231289L);
         QCOMPARE(std::lround(*response.bandwidth()), 61579L);
         const double reference = scale == kScaleDb10V || scale == kScaleDb10VHeadroom ? 10.0 : 1.0;
-        const double volts =
-            scale == kScaleLinear ? response.peak : reference * std::pow(10.0, response.peak / 20.0);
+        const double volts = scale == kScaleLinear ? response.peak : reference * std::pow(10.0, response.peak / 20.0);
         QVERIFY2(std::abs(volts - 0.244) < 1e-6, qPrintable(QString::number(volts, 'g', 12)));
     }
 }

@@ -415,7 +415,8 @@ void TestCalvornSweep::helpAndManualNameEveryOption()
     QString manual = QString::fromUtf8(contents(QStringLiteral(CALVORN_SOURCE_DIR "/docs/man/calvorn-sweep.1")));
     // In roff a hyphen that is to stay one is written with a backslash.
     manual.remove(u'\\');
-    for (const char *option : {"settings", "start", "stop", "sweeps", "scale", "output", "picture", "help", "version"}) {
+    for (const char *option :
+         {"settings", "start", "stop", "sweeps", "scale", "output", "picture", "help", "version"}) {
         const QString name = QStringLiteral("--") + QString::fromLatin1(option);
         QVERIFY2(help.contains(name), option);
         QVERIFY2(manual.contains(name), option);
