@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "app/help_window.h"
 
+#include "app/help_icons.h"
+#include "app/help_results.h"
+
 #include <QAction>
 #include <QHelpContentWidget>
 #include <QHelpEngine>
@@ -8,11 +11,9 @@
 #include <QHelpLink>
 #include <QHelpSearchEngine>
 #include <QHelpSearchQueryWidget>
-#include <QHelpSearchResultWidget>
 #include <QLineEdit>
 #include <QScreen>
 #include <QSplitter>
-#include <QStyle>
 #include <QTabWidget>
 #include <QToolBar>
 #include <QVBoxLayout>
@@ -82,8 +83,11 @@ void HelpWindow::build()
     m_tabs->addTab(buildSearch(), tr("&Search"));
     connect(m_engine->contentWidget(), &QHelpContentWidget::linkActivated, m_browser,
             [this](const QUrl &link) { m_browser->setSource(link); });
-    connect(m_engine->contentModel(), &QHelpContentModel::contentsCreated, this,
-            [this] { m_engine->contentWidget()->expandAll(); });
+    connect(m_engine->contentModel(), &QHelpContentModel::contentsCreated, this, [this] {
+        m_engine->contentWidget()->expandAll();
+        selectInContents();
+    });
+    connect(m_browser, &QTextBrowser::historyChanged, this, &HelpWindow::selectInContents);
 
     // Whoever turns to a page wants to type or choose there.
     connect(m_tabs, &QTabWidget::currentChanged, this, [this] { m_tabs->currentWidget()->setFocus(); });
@@ -99,23 +103,50 @@ void HelpWindow::build()
     column->addWidget(splitter, 1);
 }
 
+namespace {
+
+// The entry of the contents that leads to the address; invalid when none does.
+QModelIndex entryOf(const QHelpContentModel &contents, const QUrl &address, const QModelIndex &parent = {})
+{
+    for (int row = 0; row < contents.rowCount(parent); ++row) {
+        const QModelIndex entry = contents.index(row, 0, parent);
+        const QHelpContentItem *item = contents.contentItemAt(entry);
+        if (item && item->url() == address)
+            return entry;
+        const QModelIndex below = entryOf(contents, address, entry);
+        if (below.isValid())
+            return below;
+    }
+    return {};
+}
+
+} // namespace
+
+// A place in a page that is no entry of its own belongs to that of its page.
+void HelpWindow::selectInContents()
+{
+    const QHelpContentModel &contents = *m_engine->contentModel();
+    QModelIndex entry = entryOf(contents, m_browser->source());
+    if (!entry.isValid())
+        entry = entryOf(contents, m_browser->source().adjusted(QUrl::RemoveFragment));
+    if (entry.isValid())
+        m_engine->contentWidget()->setCurrentIndex(entry);
+}
+
 QToolBar *HelpWindow::buildToolBar()
 {
     auto *bar = new QToolBar(this);
-    const auto add = [&](const char *name, QStyle::StandardPixmap icon, const QString &text,
-                         const QKeySequence &shortcut) {
-        QAction *action = bar->addAction(style()->standardIcon(icon), text);
+    const auto add = [&](const char *name, HelpIcon icon, const QString &text, const QKeySequence &shortcut) {
+        QAction *action = bar->addAction(helpIcon(icon), text);
         action->setObjectName(QString::fromLatin1(name));
         action->setShortcut(shortcut);
         action->setToolTip(text + QStringLiteral(" (") + shortcut.toString(QKeySequence::NativeText) + u')');
         return action;
     };
-    QAction *back = add("mnuHelpBack", QStyle::SP_ArrowBack, tr("Back"), QKeySequence(Qt::ALT | Qt::Key_Left));
-    QAction *forward =
-        add("mnuHelpForward", QStyle::SP_ArrowForward, tr("Forward"), QKeySequence(Qt::ALT | Qt::Key_Right));
-    QAction *first =
-        add("mnuHelpFirst", QStyle::SP_FileDialogContentsView, tr("First page"), QKeySequence(Qt::ALT | Qt::Key_Home));
-    QAction *close = add("mnuHelpClose", QStyle::SP_DialogCloseButton, tr("Close"), QKeySequence(Qt::Key_Escape));
+    QAction *back = add("mnuHelpBack", HelpIcon::Back, tr("Back"), QKeySequence(Qt::ALT | Qt::Key_Left));
+    QAction *forward = add("mnuHelpForward", HelpIcon::Forward, tr("Forward"), QKeySequence(Qt::ALT | Qt::Key_Right));
+    QAction *first = add("mnuHelpFirst", HelpIcon::FirstPage, tr("First page"), QKeySequence(Qt::ALT | Qt::Key_Home));
+    QAction *close = add("mnuHelpClose", HelpIcon::Close, tr("Close"), QKeySequence(Qt::Key_Escape));
     for (QAction *action : {back, forward})
         action->setEnabled(false);
     connect(back, &QAction::triggered, m_browser, &QTextBrowser::backward);
@@ -163,14 +194,20 @@ QWidget *HelpWindow::buildSearch()
     auto *column = new QVBoxLayout(page);
     QHelpSearchEngine *search = m_engine->searchEngine();
     search->queryWidget()->setObjectName(QStringLiteral("frameHelpQuery"));
-    search->resultWidget()->setObjectName(QStringLiteral("lstHelpResults"));
+    auto *results = new HelpResults(page);
     page->setFocusProxy(search->queryWidget()->findChild<QLineEdit *>());
     column->addWidget(search->queryWidget());
-    column->addWidget(search->resultWidget(), 1);
-    connect(search->queryWidget(), &QHelpSearchQueryWidget::search, search,
-            [search] { search->search(search->queryWidget()->searchInput()); });
-    connect(search->resultWidget(), &QHelpSearchResultWidget::requestShowLink, m_browser,
-            [this](const QUrl &link) { m_browser->setSource(link); });
+    column->addWidget(results, 1);
+    const auto look = [search] { search->search(search->queryWidget()->searchInput()); };
+    connect(search->queryWidget(), &QHelpSearchQueryWidget::search, search, look);
+    connect(search, &QHelpSearchEngine::searchingFinished, results,
+            [search, results](int hits) { results->showPages(search->searchResults(0, hits)); });
+    // What is looked for before the index is there would find nothing.
+    connect(search, &QHelpSearchEngine::indexingFinished, search, [search, look] {
+        if (!search->searchInput().isEmpty())
+            look();
+    });
+    connect(results, &QTextBrowser::anchorClicked, m_browser, [this](const QUrl &link) { m_browser->setSource(link); });
     search->reindexDocumentation();
     return page;
 }

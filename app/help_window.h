@@ -56,6 +56,7 @@ private:
     QWidget *buildIndex();
     QWidget *buildSearch();
     QToolBar *buildToolBar();
+    void selectInContents();
     void openDocuments(const QList<QHelpLink> &documents);
 
     QTemporaryDir m_folder;

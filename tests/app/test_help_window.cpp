@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "app/help_results.h"
 #include "app/help_window.h"
 #include "platform/qt_desktop.h"
 #include "tests/support/fake_server_control.h"
@@ -77,6 +78,12 @@ private slots:
     void f1OpensTheMessages();
     void theIndexFindsAPage();
     void theSearchFindsAWord();
+    void aFoundPageIsOpened();
+    void excerptsHaveWholeEntities_data();
+    void excerptsHaveWholeEntities();
+    void theContentsFollowThePage();
+    void theIconsAreSeen_data();
+    void theIconsAreSeen();
     void nothingLeadsOutside();
     void backAndForward();
     void theProgramFolderStaysAsItIs();
@@ -221,6 +228,124 @@ void TestHelpWindow::theSearchFindsAWord()
         pages.append(result.url().fileName());
     pages.sort();
     QCOMPARE(pages, (QStringList{QStringLiteral("messages.html"), QStringLiteral("minivna.html")}));
+}
+
+void TestHelpWindow::aFoundPageIsOpened()
+{
+    const auto main = bench();
+    choose(*main, "mnuHelpContent");
+    QVERIFY(QTest::qWaitForWindowActive(helpWindow()));
+    inHelp<QTabWidget>("tabHelp")->setCurrentIndex(2);
+    auto *results = inHelp<QTextBrowser>("lstHelpResults");
+    // Typed at once, before the index of the search is there.
+    QTest::keyClicks(helpWindow()->focusWidget(), QStringLiteral("start"));
+    QTest::keyClick(helpWindow()->focusWidget(), Qt::Key_Return);
+    QTRY_VERIFY_WITH_TIMEOUT(results->toPlainText().contains(QStringLiteral("First sweep in five minutes")), 20000);
+    const QString found = results->toPlainText();
+    QVERIFY2(found.contains(QStringLiteral("M1 -> Start")), qPrintable(found));
+    QVERIFY2(found.contains(QStringLiteral("\"Apply\", and start")), qPrintable(found));
+    // No entity is left, whole or cut.
+    static const QRegularExpression entity(QStringLiteral("&(quot|amp|lt|gt)|\\b(quot|amp|lt|gt);"));
+    QVERIFY2(!found.contains(entity), qPrintable(found));
+    QVERIFY2(!found.contains(QChar::ObjectReplacementCharacter), qPrintable(found));
+    results->moveCursor(QTextCursor::Start);
+    results->setFocus();
+    // Tab goes to the first link, Enter follows it.
+    QTest::keyClick(results, Qt::Key_Tab);
+    const QUrl link(results->textCursor().charFormat().anchorHref());
+    QVERIFY(!link.isEmpty());
+    QTest::keyClick(results, Qt::Key_Return);
+    QCOMPARE(inHelp<QTextBrowser>("txtHelp")->source(), link);
+    QVERIFY(shownPage() != QStringLiteral("index.html"));
+
+    auto *word = inHelp<QHelpSearchQueryWidget>("frameHelpQuery");
+    word->setSearchInput(QStringLiteral("xylophone"));
+    emit word->search();
+    QTRY_COMPARE(results->toPlainText(), QStringLiteral("No page has these words."));
+}
+
+void TestHelpWindow::excerptsHaveWholeEntities_data()
+{
+    QTest::addColumn<QString>("excerpt");
+    QTest::addColumn<QString>("mended");
+    const auto row = [](const char *name, const char *excerpt, const char *mended) {
+        QTest::newRow(name) << QString::fromUtf8(excerpt) << QString::fromUtf8(mended);
+    };
+    row("whole", "...Press M1 -&gt; <b>Start</b>. The...", "...Press M1 -&gt; <b>Start</b>. The...");
+    row("cut at the end", "...and press <b>M1</b> -&gt...", "...and press <b>M1</b> -&gt;...");
+    row("cut at the very end", "press <b>M1</b> -&gt", "press <b>M1</b> -&gt;");
+    row("cut at the beginning", "...quot;Apply&quot;, and <b>start</b>...",
+        "...&quot;Apply&quot;, and <b>start</b>...");
+    row("the word looked for", "M1 -&<b>gt</b>; Start", "M1 -&gt; Start");
+    row("a picture", "The generator\n\xEF\xBF\xBC\nSelect", "The generator\n\nSelect");
+    row("nothing to mend", "...Auto quota...", "...Auto quota...");
+}
+
+void TestHelpWindow::excerptsHaveWholeEntities()
+{
+    QFETCH(QString, excerpt);
+    QFETCH(QString, mended);
+    QCOMPARE(mendedExcerpt(excerpt), mended);
+}
+
+void TestHelpWindow::theContentsFollowThePage()
+{
+    const auto main = bench();
+    QTest::keyClick(main->window.get(), Qt::Key_F1);
+    auto *contents = inHelp<QHelpContentWidget>("lstHelpContents");
+    const auto entry = [contents] { return contents->currentIndex().data().toString(); };
+    // The contents may come later than the page.
+    QTRY_COMPARE(entry(), QStringLiteral("The main window"));
+    auto *browser = inHelp<QTextBrowser>("txtHelp");
+    // A link of the page, by the keyboard.
+    browser->setFocus();
+    QTest::keyClick(browser, Qt::Key_Tab);
+    QTest::keyClick(browser, Qt::Key_Return);
+    QCOMPARE(shownPage(), QStringLiteral("keys.html#graph"));
+    QCOMPARE(entry(), QStringLiteral("Keyboard and mouse"));
+    helpWindow()->showPage(QStringLiteral("files.html#settings"));
+    QCOMPARE(entry(), QStringLiteral("The settings file"));
+    // A place that has no entry belongs to its page.
+    helpWindow()->showPage(QStringLiteral("files.html#pictures"));
+    QCOMPARE(entry(), QStringLiteral("Files, pictures and printing"));
+    QVERIFY(QTest::qWaitForWindowActive(helpWindow()));
+    QTest::keyClick(helpWindow()->focusWidget(), Qt::Key_Left, Qt::AltModifier);
+    QCOMPARE(shownPage(), QStringLiteral("files.html#settings"));
+    QCOMPARE(entry(), QStringLiteral("The settings file"));
+    QTest::keyClick(helpWindow()->focusWidget(), Qt::Key_Home, Qt::AltModifier);
+    QCOMPARE(entry(), QStringLiteral("Calvorn"));
+}
+
+void TestHelpWindow::theIconsAreSeen_data()
+{
+    QTest::addColumn<QPalette>("colours");
+    QTest::newRow("light") << QPalette(QColor(239, 239, 239));
+    QTest::newRow("dark") << QPalette(QColor(49, 54, 59), QColor(42, 46, 50));
+}
+
+void TestHelpWindow::theIconsAreSeen()
+{
+    QFETCH(QPalette, colours);
+    const auto main = bench();
+    choose(*main, "mnuHelpContent");
+    // The desktop changes its colours while the help is open.
+    const QPalette usual = QApplication::palette();
+    const auto back = qScopeGuard([usual] { QApplication::setPalette(usual); });
+    QApplication::setPalette(colours);
+    const int ground = colours.color(QPalette::Window).lightness();
+    QList<QImage> seen;
+    for (const char *name : {"mnuHelpFirst", "mnuHelpClose"}) {
+        const QImage icon = inHelp<QAction>(name)->icon().pixmap(QSize(24, 24)).toImage();
+        int clear = 0;
+        for (int y = 0; y < icon.height(); ++y)
+            for (int x = 0; x < icon.width(); ++x) {
+                const QColor pixel = icon.pixelColor(x, y);
+                clear += pixel.alpha() > 200 && std::abs(pixel.lightness() - ground) > 100 ? 1 : 0;
+            }
+        QVERIFY2(clear > 40, qPrintable(QStringLiteral("%1: %2").arg(QString::fromLatin1(name)).arg(clear)));
+        seen.append(icon);
+    }
+    QVERIFY(seen[0] != seen[1]);
 }
 
 void TestHelpWindow::nothingLeadsOutside()

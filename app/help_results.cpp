@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+#include "app/help_results.h"
+
+#include <QRegularExpression>
+
+namespace calvorn {
+
+QString mendedExcerpt(QString excerpt)
+{
+    // Pictures leave a mark in the text.
+    excerpt.remove(QChar::ObjectReplacementCharacter);
+    // The word looked for is set in bold, and can be such a name.
+    static const QRegularExpression bold(QStringLiteral("&<b>(quot|amp|lt|gt)</b>;"));
+    excerpt.replace(bold, QStringLiteral("&\\1;"));
+    static const QRegularExpression cutBegin(QStringLiteral(R"(^(\.\.\.)?(quot|amp|lt|gt);)"));
+    excerpt.replace(cutBegin, QStringLiteral("\\1&\\2;"));
+    static const QRegularExpression cutEnd(QStringLiteral(R"(&(quot|amp|lt|gt)(\.\.\.)?$)"));
+    excerpt.replace(cutEnd, QStringLiteral("&\\1;\\2"));
+    return excerpt;
+}
+
+HelpResults::HelpResults(QWidget *parent)
+    : QTextBrowser(parent)
+{
+    setObjectName(QStringLiteral("lstHelpResults"));
+    setAccessibleName(tr("Pages found in the help"));
+    setOpenLinks(false);
+}
+
+void HelpResults::showPages(const QList<QHelpSearchResult> &pages)
+{
+    QString html;
+    for (const QHelpSearchResult &page : pages)
+        html += QStringLiteral("<p><a href=\"%1\">%2</a><br/>%3</p>")
+                    .arg(page.url().toString(QUrl::FullyEncoded).toHtmlEscaped(), page.title().toHtmlEscaped(),
+                         mendedExcerpt(page.snippet()));
+    if (pages.isEmpty())
+        html = tr("No page has these words.").toHtmlEscaped();
+    setHtml(html);
+}
+
+} // namespace calvorn

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QHelpSearchResult>
+#include <QTextBrowser>
+
+namespace calvorn {
+
+// The search cuts its excerpts between words, and takes the names of HTML's entities for words: "M1 -&gt" and
+// "quot;Apply" are halves of a ">" and of a quotation mark. Returns the excerpt with whole entities.
+QString mendedExcerpt(QString excerpt);
+
+// The pages that a search of the help has found, as links with an excerpt each.
+class HelpResults : public QTextBrowser
+{
+    Q_OBJECT
+
+public:
+    explicit HelpResults(QWidget *parent = nullptr);
+
+    void showPages(const QList<QHelpSearchResult> &pages);
+};
+
+} // namespace calvorn
