@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "app/display_guard.h"
 #include "app/frm_sweep.h"
 
 #include "core/configuration.h"
@@ -11,6 +12,8 @@
 #include <QCommandLineParser>
 #include <QDir>
 #include <QStyleFactory>
+
+#include <optional>
 
 namespace {
 
@@ -25,23 +28,57 @@ void introduceToDesktop()
     QGuiApplication::setDesktopFileName(QStringLiteral("org.calvorn.Calvorn"));
 }
 
-// The folder of the program for everything, unless the command line names another one for the settings.
-calvorn::ProgramFolders foldersFromArguments()
+void nameApplication()
 {
-    QCommandLineParser arguments;
-    arguments.setApplicationDescription(QCoreApplication::translate(
-        "main", "Measures filters, antennas and other devices over a range of frequencies."));
-    const QCommandLineOption folder(
+    QCoreApplication::setApplicationName(QStringLiteral("Calvorn"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(CALVORN_VERSION));
+}
+
+// What the command line can say.
+struct Arguments
+{
+    QCommandLineParser parser;
+    QCommandLineOption folder{
         QStringLiteral("folder"),
         QCoreApplication::translate("main",
                                     "Folder of Calvorn.ini, in place of that of the program. One instance runs in it."),
-        QCoreApplication::translate("main", "folder"));
-    arguments.addOption(folder);
-    arguments.addHelpOption();
-    arguments.addVersionOption();
-    arguments.process(QCoreApplication::arguments());
+        QCoreApplication::translate("main", "folder")};
+    QCommandLineOption help;
+    QCommandLineOption version;
+
+    Arguments()
+        : help((parser.addOption(folder), parser.addHelpOption()))
+        , version(parser.addVersionOption())
+    {
+        parser.setApplicationDescription(QCoreApplication::translate(
+            "main", "Measures filters, antennas and other devices over a range of frequencies."));
+    }
+};
+
+// Help and version need no display. Ends the program when it was asked for them.
+void answerWithoutDisplay(int argc, char **argv)
+{
+    const QCoreApplication application(argc, argv);
+    const calvorn::Language language(QLocale::system());
+    nameApplication();
+    Arguments arguments;
+    // Options of Qt's own are unknown here and left to the application with a window.
+    if (!arguments.parser.parse(QCoreApplication::arguments()))
+        return;
+    if (arguments.parser.isSet(arguments.help))
+        arguments.parser.showHelp();
+    if (arguments.parser.isSet(arguments.version))
+        arguments.parser.showVersion();
+}
+
+// The folder of the program for everything, unless the command line names another one for the settings.
+calvorn::ProgramFolders foldersFromArguments()
+{
+    Arguments arguments;
+    arguments.parser.process(QCoreApplication::arguments());
     const QString programs = QCoreApplication::applicationDirPath();
-    return {programs, arguments.isSet(folder) ? QDir(arguments.value(folder)).absolutePath() : programs};
+    const bool other = arguments.parser.isSet(arguments.folder);
+    return {programs, other ? QDir(arguments.parser.value(arguments.folder)).absolutePath() : programs};
 }
 
 } // namespace
@@ -50,10 +87,13 @@ int main(int argc, char **argv)
 {
     using namespace calvorn;
 
+    if (argc > 1)
+        answerWithoutDisplay(argc, argv);
+    std::optional<DisplayGuard> guard(std::in_place);
     QApplication application(argc, argv);
+    guard.reset();
     const Language language(QLocale::system());
-    QApplication::setApplicationName(QStringLiteral("Calvorn"));
-    QApplication::setApplicationVersion(QStringLiteral(CALVORN_VERSION));
+    nameApplication();
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     // A dialog that closes before the main window shows must not end the program.
     QApplication::setQuitOnLastWindowClosed(false);
