@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "app/frm_about.h"
+#include "tests/support/locales.h"
 
 #include <QFile>
 #include <QLabel>
@@ -64,6 +65,18 @@ private slots:
         QVERIFY(FrmAbout::generatorText(c).contains(QStringLiteral("ClockRef: 125MHz")));
         c.ddsXtalFreq = 12500000;
         QVERIFY(FrmAbout::generatorText(c).contains(QStringLiteral("ClockRef: 12MHz")));
+    }
+
+    void theStepHasTheSeparatorOfTheLocale_data() { test::addLocaleRows(); }
+    void theStepHasTheSeparatorOfTheLocale()
+    {
+        QFETCH(QLocale, locale);
+        QLocale::setDefault(locale);
+        const auto back = qScopeGuard([] { QLocale::setDefault(QLocale::c()); });
+        Configuration c = defaults(kInterfaceLpt);
+        c.adcStep = 0.00244F;
+        QCOMPARE(FrmAbout::detectorText(c),
+                 test::inLocale(locale, QStringLiteral("10bit; step: 2.440mV")).replace(u';', u','));
     }
 
     void theVersionIsShown()

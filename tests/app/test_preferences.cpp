@@ -2,6 +2,7 @@
 #include "app/frm_preferences.h"
 
 #include "tests/support/fake_server_control.h"
+#include "tests/support/locales.h"
 #include "tests/support/program_folder.h"
 #include "tests/support/while_modal.h"
 #include "tests/support/window_bench.h"
@@ -21,8 +22,12 @@ private:
     test::FakeServerControl m_server;
 
 private slots:
+    void theCaptionNamesTheLowestLevel_data() { test::addLocaleRows(); }
     void theCaptionNamesTheLowestLevel()
     {
+        QFETCH(QLocale, locale);
+        QLocale::setDefault(locale);
+        const auto back = qScopeGuard([] { QLocale::setDefault(QLocale::c()); });
         Configuration configuration;
         configuration.adcOffset = 5.0F;
         configuration.adcStep = 0.0F;
@@ -31,7 +36,7 @@ private slots:
         FrmPreferences preferences(configuration);
         preferences.show();
         QCOMPARE(preferences.findChild<QCheckBox *>(QStringLiteral("chkScalaLogaritmica"))->text(),
-                 QStringLiteral("Limit the Logaritmic Scales to the range of the ADC (13.98)"));
+                 test::inLocale(locale, QStringLiteral("Limit the Logaritmic Scales to the range of the ADC (13.98)")));
         QCOMPARE(configuration.scaleType, std::int16_t{3});
         QCOMPARE(configuration.dbReference, 1.0);
     }

@@ -2,6 +2,7 @@
 // calvorn-sweep as a person or a script starts it, in a program folder of its own.
 #include "tests/support/fake_server_control.h"
 #include "tests/support/interface_settings.h"
+#include "tests/support/locales.h"
 #include "tests/support/sweep_tool.h"
 #include "tests/support/window_bench.h"
 
@@ -47,6 +48,7 @@ private slots:
     void theResponseIsTheSameOnEveryScale();
     void theScaleIsTaken_data();
     void theScaleIsTaken();
+    void theMarkersOfAPictureFollowTheScale_data();
     void theMarkersOfAPictureFollowTheScale();
     void rangeAndSweepsAreTaken();
     void otherSettingsReachTheServerToo();
@@ -162,26 +164,36 @@ void TestCalvornSweep::theScaleIsTaken()
     QCOMPARE(tool.folder.setting("Calvorn", "Scale"), QString::number((scale + 1) % 5));
 }
 
+void TestCalvornSweep::theMarkersOfAPictureFollowTheScale_data()
+{
+    test::addLocaleRows();
+}
+
 void TestCalvornSweep::theMarkersOfAPictureFollowTheScale()
 {
+    QFETCH(QLocale, locale);
     // M3 and M4 stand at 0.5 V and 0.8 V.
     Tool tool(ProgramFolder::preparedSettings());
-    const auto texts = [&tool](const char *scale) {
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("LC_ALL"),
+                       locale == QLocale::c() ? QStringLiteral("C.UTF-8") : locale.name() + QStringLiteral(".UTF-8"));
+    tool.process.setProcessEnvironment(environment);
+    const auto shows = [&](const char *scale, const char *m3, const char *m4) {
         const QString option = QStringLiteral("--scale=") + QString::fromLatin1(scale);
         if (tool.run({QStringLiteral("--picture=sweep.svg"), option}) != 0)
-            qFatal("no picture");
-        return QString::fromUtf8(contents(tool.inFolder("sweep.svg")));
+            return false;
+        const QString picture = QString::fromUtf8(contents(tool.inFolder("sweep.svg")));
+        return picture.contains(test::inLocale(locale, QString::fromLatin1(m3))) &&
+               picture.contains(test::inLocale(locale, QString::fromLatin1(m4)));
     };
-    const QString linear = texts("linear");
-    QVERIFY(linear.contains(QStringLiteral("0.500")) && linear.contains(QStringLiteral("0.800")));
-    const QString decibels = texts("1V");
-    QVERIFY(decibels.contains(QStringLiteral("-6.0")) && decibels.contains(QStringLiteral("-1.9")));
-    const QString tenVolts = texts("10V+10dB");
-    QVERIFY(tenVolts.contains(QStringLiteral("-26.0")) && tenVolts.contains(QStringLiteral("-21.9")));
+    QVERIFY(shows("linear", "0.500", "0.800"));
+    QVERIFY(shows("1V", "-6.0", "-1.9"));
+    QVERIFY(shows("10V+10dB", "-26.0", "-21.9"));
+    // More dB than a double has volts.
     tool.folder.set("Calvorn", "Scale", QStringLiteral("3"));
     tool.folder.set("Calvorn", "Marker 3", QStringLiteral("100000"));
     tool.folder.set("Calvorn", "Marker 4", QStringLiteral("-14"));
-    QVERIFY(texts("linear").contains(QStringLiteral("1.995")));
+    QVERIFY(shows("linear", "1.995", "1.995"));
 }
 
 void TestCalvornSweep::rangeAndSweepsAreTaken()
