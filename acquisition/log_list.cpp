@@ -5,6 +5,7 @@
 
 #include <QAction>
 #include <QClipboard>
+#include <QDate>
 #include <QGuiApplication>
 #include <QKeyEvent>
 
@@ -75,7 +76,10 @@ void LogList::copy() const
 
 void LogList::save()
 {
-    const QString path = m_messages.desktop().chooseFileToSave(tr("Text files (*.txt);;All files (*)"), m_lastFile);
+    const QString suggested =
+        m_lastFile.isEmpty() ? tr("log") + QDate::currentDate().toString(QStringLiteral(" yyyy-MM-dd")) + QStringLiteral(".txt")
+                             : m_lastFile;
+    const QString path = m_messages.desktop().chooseFileToSave(tr("Text files (*.txt);;All files (*)"), suggested);
     if (path.isEmpty())
         return;
     QByteArray text;

@@ -100,7 +100,7 @@ void FrmSweep::fitControlColumn()
         if (!widget->isHidden())
             width = std::max(width, widget->minimumSizeHint().width());
     for (QWidget *widget : widgets)
-        widget->setFixedWidth(width);
+        widget->setFixedWidth(width + m_columnSurplus);
 }
 
 void FrmSweep::composeGraphColumn(QVBoxLayout *column)
@@ -225,6 +225,18 @@ void FrmSweep::showCursorLines(bool visible)
         m_graphPanel->graph().setLineVisible(line, visible);
 }
 
+// The graph starts in its own size where the screen has room for the window. What is left over widens the column of the
+// controls and the space above the graph.
+void FrmSweep::fitGraph()
+{
+    const QSize surplus = m_graphPanel->graph().size() - m_graphPanel->graph().sizeHint();
+    if (surplus.width() > 0)
+        m_columnSurplus += surplus.width();
+    if (surplus.height() > 0)
+        m_graphPanel->widenTop(surplus.height());
+    fitControlColumn();
+}
+
 bool FrmSweep::start()
 {
     // The server comes up while the window is prepared.
@@ -245,6 +257,7 @@ bool FrmSweep::start()
     m_unreadable = m_loader.unreadableEntries();
     m_controls->focusStart();
     show();
+    fitGraph();
     tellFaults(m_loader.faults());
     createDriver();
     // A box of the start-up can already have ended the program.

@@ -4,6 +4,7 @@
 #include "core/checked_arithmetic.h"
 #include "core/common_functions.h"
 #include "core/number_text.h"
+#include "core/scale_type.h"
 #include "core/whole_file.h"
 #include "data/sweep_csv.h"
 
@@ -79,8 +80,28 @@ void SweepFiles::importSweep()
     readSweepCsv(file, m_rooms.table);
     file.close();
     offerAdjustment(path);
+    noteUnit();
     m_rooms.table.cellsWritten();
     moveToImportedSweep();
+}
+
+double SweepFiles::voltsOf(int row) const
+{
+    const double count = NumberText().toDouble(m_rooms.table.text(row, SweepTable::SampleColumn));
+    const Configuration &c = m_rooms.configuration;
+    return roundToDecimals(count * static_cast<double>(c.adcStep) + static_cast<double>(c.adcOffset), 3);
+}
+
+bool SweepFiles::firstRowIsInVolts() const
+{
+    return voltsOf(1) == NumberText().toDouble(m_rooms.table.text(1, SweepTable::AmplitudeColumn));
+}
+
+// The file does not say which scale it was written on, and its import changes none.
+void SweepFiles::noteUnit()
+{
+    if (!isLinearScale(m_rooms.configuration.scaleType) && firstRowIsInVolts())
+        m_log.writeLog(tr("Import: ") + tr("the amplitudes are volts, and the scale is in dB"));
 }
 
 // Row 1 tells whether the file was made with the detector calibration that is in force now.
@@ -88,12 +109,7 @@ void SweepFiles::offerAdjustment(const QString &path)
 {
     const NumberText numbers;
     SweepTable &table = m_rooms.table;
-    const auto voltsOf = [&](int row) {
-        const double count = numbers.toDouble(table.text(row, SweepTable::SampleColumn));
-        const Configuration &c = m_rooms.configuration;
-        return roundToDecimals(count * static_cast<double>(c.adcStep) + static_cast<double>(c.adcOffset), 3);
-    };
-    if (voltsOf(1) == numbers.toDouble(table.text(1, SweepTable::AmplitudeColumn)))
+    if (firstRowIsInVolts())
         return;
     const QString text = tr("This file was created with a different ADC step or offset.") + u'\r' +
                          tr("Press OK to adjust amplitude to the current configuration,") + u'\r' +

@@ -43,6 +43,9 @@ public:
 private:
     void exportSweep();
     void importSweep();
+    double voltsOf(int row) const;
+    bool firstRowIsInVolts() const;
+    void noteUnit();
     void offerAdjustment(const QString &path);
     void moveToImportedSweep();
 

@@ -8,6 +8,7 @@
 #include <QAbstractItemView>
 #include <QBuffer>
 #include <QClipboard>
+#include <QDate>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QPrinter>
@@ -50,10 +51,19 @@ SweepPicture SweepPictures::picture() const
              QDateTime::currentDateTime()}};
 }
 
+// "sweep 2026-11-22 1000000-14965000 Hz"
+QString SweepPictures::sweepName() const
+{
+    const Configuration &c = m_rooms.configuration;
+    return tr("sweep") + QDate::currentDate().toString(QStringLiteral(" yyyy-MM-dd ")) +
+           QStringLiteral("%1-%2 Hz").arg(c.startFreq).arg(c.stopFreq);
+}
+
 void SweepPictures::mnuSavePicture_Click()
 {
+    const QString suggested = m_lastFile.isEmpty() ? sweepName() + QStringLiteral(".png") : m_lastFile;
     const QString path =
-        m_messages.desktop().chooseFileToSave(tr("PNG picture (*.png);;SVG drawing (*.svg)"), m_lastFile);
+        m_messages.desktop().chooseFileToSave(tr("PNG picture (*.png);;SVG drawing (*.svg)"), suggested);
     if (path.isEmpty())
         return;
     picture().save(path);
@@ -69,7 +79,7 @@ void SweepPictures::mnuPrint_Click()
 {
     QPrinter printer(QPrinter::HighResolution);
     // The dialog makes the name of a PDF file of it.
-    printer.setDocName(tr("sweep"));
+    printer.setDocName(sweepName());
     printer.setPageOrientation(QPageLayout::Landscape);
     if (!m_messages.desktop().choosePrinter(printer))
         return;

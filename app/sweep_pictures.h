@@ -51,6 +51,7 @@ protected:
 private:
     QAction *makeAction(const char *name, const QString &caption, const QKeySequence &shortcut, const QString &help);
     SweepPicture picture() const;
+    QString sweepName() const;
     void printPdf(const QPrinter &printer);
     [[noreturn]] void refuse(const QString &name, const QString &reason) const;
 

@@ -171,7 +171,8 @@ void GraphPainter::measureCaption(GraphLabel &caption, const QFont &font)
                     std::ceil(metrics.height())};
 }
 
-// The captions of a pair stand apart from each other, so that both are read where the markers coincide.
+// Those of M1 and M2 stand above the plot, where they hide nothing. Those of M3 and M4 stand apart from each other, so
+// that both are read where the markers coincide.
 void GraphPainter::placeCaption(GraphItem item, const GraphLine &line, GraphLabel &caption) const
 {
     if (caption.text.isEmpty())
@@ -182,7 +183,7 @@ void GraphPainter::placeCaption(GraphItem item, const GraphLine &line, GraphLabe
     const double columnWidth = caption.size.width() / extent.width() * GraphCoordinates::kWidth;
     if (isVertical(item)) {
         caption.left = line.x2 + kCaptionOffset;
-        caption.top = m_coordinates.top() + (second ? 1.25 : 0.1) * rowHeight;
+        caption.top = m_coordinates.top() - rowHeight;
     } else {
         caption.left = (second ? 1.3 : 0.2) * columnWidth;
         caption.top = line.y1 - rowHeight / 2.0;
@@ -200,19 +201,45 @@ QRectF GraphPainter::captionRect(GraphItem item, const GraphLine &line, const Gr
     QRectF place(m_coordinates.toPixel({caption.left, caption.top}, extent, m_surface.pixel), caption.size);
     if (place.right() > extent.width())
         place.moveRight(from.x() - kCaptionMargin);
-    place.moveTop(std::clamp(place.top(), 0.0, std::max(extent.height() - place.height(), 0.0)));
+    if (isVertical(item))
+        place.moveBottom(0.0);
+    else
+        place.moveTop(std::clamp(place.top(), 0.0, std::max(extent.height() - place.height(), 0.0)));
     return place;
+}
+
+void GraphPainter::separate(QRectF &first, const GraphLine &firstLine, QRectF &second, const GraphLine &secondLine) const
+{
+    if (!first.intersects(second))
+        return;
+    const bool firstIsLeft = firstLine.x1 <= secondLine.x1;
+    QRectF &left = firstIsLeft ? first : second;
+    QRectF &right = firstIsLeft ? second : first;
+    const GraphLine &line = firstIsLeft ? firstLine : secondLine;
+    const QPointF at = m_coordinates.toPixel({line.x1, line.y1}, m_surface.size, m_surface.pixel);
+    left.moveRight(std::min(at.x() - kCaptionMargin, right.left()));
+    if (left.left() >= 0.0)
+        return;
+    left.moveLeft(0.0);
+    right.moveLeft(std::max(right.left(), left.right()));
 }
 
 void GraphPainter::paintCaption(QPainter &painter, GraphItem item, const GraphLine &line,
                                 const GraphLabel &caption) const
 {
-    const QRectF place = captionRect(item, line, caption);
+    paintCaption(painter, captionRect(item, line, caption), line, caption, !isVertical(item));
+}
+
+void GraphPainter::paintCaption(QPainter &painter, const QRectF &place, const GraphLine &line,
+                                const GraphLabel &caption, bool shaded) const
+{
     if (place.isEmpty())
         return;
-    QColor shade = inked(kGraphBackground, m_ink);
-    shade.setAlpha(kCaptionShade);
-    painter.fillRect(place, shade);
+    if (shaded) {
+        QColor shade = inked(kGraphBackground, m_ink);
+        shade.setAlpha(kCaptionShade);
+        painter.fillRect(place, shade);
+    }
     painter.setPen(inked(line.colour, m_ink));
     painter.drawStaticText(place.topLeft() + QPointF(kCaptionPadding, 0.0), caption.layout);
 }

@@ -53,9 +53,17 @@ public:
     // Lays a caption out in a font, and gives it its place beside its line.
     static void measureCaption(GraphLabel &caption, const QFont &font);
     void placeCaption(GraphItem item, const GraphLine &line, GraphLabel &caption) const;
-    // At its place, or moved inside where that is cut off. Empty when its line is hidden or outside the range.
+    // At its place, or moved inside where that is cut off; above the plot for M1 and M2. Empty when its line is hidden or
+    // outside the range.
     QRectF captionRect(GraphItem item, const GraphLine &line, const GraphLabel &caption) const;
     void paintCaption(QPainter &painter, GraphItem item, const GraphLine &line, const GraphLabel &caption) const;
+
+    // Two captions above the plot that would overlap: the one of the left line goes to its left.
+    void separate(QRectF &first, const GraphLine &firstLine, QRectF &second, const GraphLine &secondLine) const;
+
+    // A caption at this place, with or without a shade behind it.
+    void paintCaption(QPainter &painter, const QRectF &place, const GraphLine &line, const GraphLabel &caption,
+                      bool shaded) const;
 
 private:
     double snapped(double value) const;

@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "display/graph_panel.h"
 
+#include "display/frequency_captions.h"
+
 #include <QEvent>
+
+#include <algorithm>
 
 namespace calvorn {
 
@@ -17,9 +21,12 @@ GraphPanel::GraphPanel(Configuration &configuration, const SweepTable &table, De
     m_grid->addWidget(m_axis, 0, 0, 3, 1);
     m_grid->addWidget(m_axis->unitLabel(), 0, 1, Qt::AlignLeft | Qt::AlignTop);
     m_grid->addWidget(m_graph, 1, 1);
-    m_axis->unitLabel()->setFixedHeight(m_axis->spaceAbove() - m_axis->spaceBelow());
+    auto *captions = new FrequencyCaptions(*m_graph, this);
+    m_grid->addWidget(captions, 0, 1, Qt::AlignBottom);
+    captions->setMinimumHeight(captions->sizeHint().height());
     m_axis->unitLabel()->setContentsMargins(4, 0, 0, 0);
-    m_grid->setRowMinimumHeight(0, m_axis->spaceAbove());
+    m_axis->unitLabel()->setFixedHeight(m_axis->unitLabel()->sizeHint().height());
+    m_grid->setRowMinimumHeight(0, std::max(m_axis->spaceAbove(), m_axis->unitLabel()->height() + captions->minimumHeight()));
     m_grid->setRowMinimumHeight(2, m_axis->spaceBelow());
     m_grid->setRowStretch(1, 1);
     m_grid->setColumnStretch(1, 1);
@@ -30,6 +37,11 @@ void GraphPanel::drawScreen()
 {
     m_graph->drawScreen();
     m_axis->drawScreen();
+}
+
+void GraphPanel::widenTop(int by)
+{
+    m_grid->setRowMinimumHeight(0, m_grid->rowMinimumHeight(0) + by);
 }
 
 void GraphPanel::setFooter(QWidget *footer)

@@ -26,6 +26,9 @@ public:
     // Lays the widget under the plot, exactly as wide; the panel takes it over. Once.
     void setFooter(QWidget *footer);
 
+    // Adds logical pixels to the space above the graph.
+    void widenTop(int by);
+
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 

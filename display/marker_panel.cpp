@@ -282,8 +282,13 @@ void MarkerPanel::aggiornaPosMarkerY(const QString &marker)
 
 void MarkerPanel::aggiornaLblMarkerY()
 {
-    showAmplitudes(isLinearScale(m_configuration.scaleType), amplitudeOfLine(GraphItem::M3),
-                   amplitudeOfLine(GraphItem::M4));
+    const bool linear = isLinearScale(m_configuration.scaleType);
+    // As the boxes show them: 0.0 is on neither side of zero, whatever its line stands at.
+    const auto shown = [&](GraphItem marker) {
+        const NumberText numbers;
+        return numbers.toDouble(numbers.masked(amplitudeOfLine(marker), amplitudeMask(linear)));
+    };
+    showAmplitudes(linear, shown(GraphItem::M3), shown(GraphItem::M4));
 }
 
 void MarkerPanel::showAmplitudes(bool linear, double m3, double m4)
@@ -307,7 +312,11 @@ void MarkerPanel::leaveFrequency(const QString &marker)
 {
     if (restoreFrequency(marker))
         m_desktop.beep();
-    aggiornaPosMarkerX(marker);
+    // A box that was entered and left leaves its marker alone, wherever the first row of that frequency is.
+    const bool second = marker == QStringLiteral("M2");
+    const NumberText numbers;
+    if (numbers.toDouble((second ? m_m2x : m_m1x)->text()) != frequencyUnder(second ? GraphItem::M2 : GraphItem::M1))
+        aggiornaPosMarkerX(marker);
     aggiornaLblMarkerX();
 }
 

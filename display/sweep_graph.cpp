@@ -154,6 +154,8 @@ void SweepGraph::moveLine(GraphItem item, double position)
     (isVertical(item) ? target.x2 : target.y2) = position;
     placeLabel(item);
     update(itemRegion(item));
+    if (item == GraphItem::M1 || item == GraphItem::M2)
+        emit captionsAboveChanged();
 }
 
 void SweepGraph::setLineVisible(GraphItem item, bool visible)
@@ -178,10 +180,10 @@ void SweepGraph::measureLabels()
         GraphPainter::measureCaption(target, font());
 }
 
-GraphPainter SweepGraph::screenPainter() const
+GraphPainter SweepGraph::screenPainter(GraphInk ink) const
 {
     const double pixel = 1.0 / devicePixelRatioF();
-    return {m_coordinates, {QSizeF(size()), pixel, std::max(1.0, std::floor(devicePixelRatioF())) * pixel}};
+    return {m_coordinates, {QSizeF(size()), pixel, std::max(1.0, std::floor(devicePixelRatioF())) * pixel}, ink};
 }
 
 GraphPainter SweepGraph::devicePainter() const
@@ -203,7 +205,32 @@ void SweepGraph::placeLabels()
 
 QRectF SweepGraph::labelRect(GraphItem item) const
 {
-    return screenPainter().captionRect(item, line(item), label(item));
+    const GraphPainter painter = screenPainter();
+    if (item != GraphItem::M1 && item != GraphItem::M2)
+        return painter.captionRect(item, line(item), label(item));
+    const auto [first, second] = placesAbove(painter, label(GraphItem::M1), label(GraphItem::M2));
+    return item == GraphItem::M1 ? first : second;
+}
+
+std::pair<QRectF, QRectF> SweepGraph::placesAbove(const GraphPainter &painter, const GraphLabel &m1,
+                                                  const GraphLabel &m2) const
+{
+    QRectF first = painter.captionRect(GraphItem::M1, line(GraphItem::M1), m1);
+    QRectF second = painter.captionRect(GraphItem::M2, line(GraphItem::M2), m2);
+    painter.separate(first, line(GraphItem::M1), second, line(GraphItem::M2));
+    return {first, second};
+}
+
+void SweepGraph::paintCaptionsAbove(QPainter &painter, GraphInk ink) const
+{
+    const GraphPainter screen = screenPainter(ink);
+    for (const GraphItem item : {GraphItem::M1, GraphItem::M2})
+        screen.paintCaption(painter, labelRect(item), line(item), label(item), false);
+}
+
+int SweepGraph::heightOfCaptions() const
+{
+    return static_cast<int>(std::ceil(label(GraphItem::M1).size.height()));
 }
 
 QRect SweepGraph::itemRegion(GraphItem item) const
@@ -270,11 +297,9 @@ void SweepGraph::picSweep_Paint(QPainter &painter, const QRegion &exposed)
     for (const GraphLine &target : m_lines)
         screen.paintLine(painter, target);
     painter.setRenderHint(QPainter::TextAntialiasing);
-    for (int i = 0; i < kGraphItems; ++i) {
-        const auto item = static_cast<GraphItem>(i);
+    for (const GraphItem item : {GraphItem::M3, GraphItem::M4})
         if (exposed.intersects(labelRect(item).toAlignedRect()))
             screen.paintCaption(painter, item, line(item), label(item));
-    }
 }
 
 void SweepGraph::paintPicture(QPainter &painter, const GraphPainter::Surface &surface, GraphInk ink) const
@@ -285,13 +310,20 @@ void SweepGraph::paintPicture(QPainter &painter, const GraphPainter::Surface &su
         graph.paintCurve(painter, graph.placedCurve(*m_curve));
     for (const GraphItem item : {GraphItem::M1, GraphItem::M2, GraphItem::M3, GraphItem::M4})
         graph.paintLine(painter, line(item));
-    for (const GraphItem item : {GraphItem::M1, GraphItem::M2, GraphItem::M3, GraphItem::M4}) {
+    const auto captionOf = [&](GraphItem item) {
         GraphLabel caption;
         caption.text = label(item).text;
         GraphPainter::measureCaption(caption, painter.font());
         graph.placeCaption(item, line(item), caption);
-        graph.paintCaption(painter, item, line(item), caption);
-    }
+        return caption;
+    };
+    for (const GraphItem item : {GraphItem::M3, GraphItem::M4})
+        graph.paintCaption(painter, item, line(item), captionOf(item));
+    const GraphLabel m1 = captionOf(GraphItem::M1);
+    const GraphLabel m2 = captionOf(GraphItem::M2);
+    const auto [first, second] = placesAbove(graph, m1, m2);
+    graph.paintCaption(painter, first, line(GraphItem::M1), m1, false);
+    graph.paintCaption(painter, second, line(GraphItem::M2), m2, false);
 }
 
 void SweepGraph::paintPointer(QPainter &painter) const
@@ -312,6 +344,7 @@ void SweepGraph::resizeEvent(QResizeEvent *event)
     QWidget::resizeEvent(event);
     m_plot.clear();
     placeLabels();
+    emit captionsAboveChanged();
 }
 
 QPointF SweepGraph::userPosition(const QMouseEvent *event) const
@@ -440,6 +473,7 @@ bool SweepGraph::event(QEvent *event)
         measureLabels();
         placeLabels();
         update();
+        emit captionsAboveChanged();
     }
     return QWidget::event(event);
 }

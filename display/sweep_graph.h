@@ -15,6 +15,7 @@
 
 #include <array>
 #include <optional>
+#include <utility>
 
 namespace calvorn {
 
@@ -60,9 +61,13 @@ public:
     const GraphLine &line(GraphItem item) const { return m_lines[static_cast<std::size_t>(item)]; }
     // Empty text for the lines of the cursor, which have no caption.
     const GraphLabel &label(GraphItem item) const { return m_labels[static_cast<std::size_t>(item)]; }
-    // Where the caption is painted, in logical pixels: at its place, or moved inside where that is cut off. Empty
-    // when its line is hidden or outside the range.
+    // Where the caption is painted, in logical pixels: at its place, or moved inside where that is cut off. Those of M1
+    // and M2 stand above the plot, at negative heights. Empty when its line is hidden or outside the range.
     QRectF labelRect(GraphItem item) const;
+
+    // Paints the captions of M1 and M2 above the plot, whose upper left corner is at the painter's origin.
+    void paintCaptionsAbove(QPainter &painter, GraphInk ink) const;
+    int heightOfCaptions() const; // logical pixels
 
     // The marker whose line lies within a few pixels of this place (user units), the nearest if there are several.
     std::optional<GraphItem> markerNear(double x, double y) const;
@@ -81,6 +86,8 @@ public:
 
 signals:
     void graphTimerFired();
+    // What paintCaptionsAbove() paints.
+    void captionsAboveChanged();
     // The mouse over the plot, in user units: x from 0 to 400, y inside the range shown.
     void mouseMoved(double x, double y);
     void mousePressed(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, double x, double y);
@@ -110,10 +117,12 @@ private:
     void fireSoon();
     void fireGraphTimer();
     void measureLabels();
+    std::pair<QRectF, QRectF> placesAbove(const GraphPainter &painter, const GraphLabel &m1,
+                                          const GraphLabel &m2) const;
     QRect itemRegion(GraphItem item) const;
     void placeLabel(GraphItem item);
     void placeLabels();
-    GraphPainter screenPainter() const; // in logical pixels
+    GraphPainter screenPainter(GraphInk ink = GraphInk::Screen) const; // in logical pixels
     GraphPainter devicePainter() const; // in device pixels
 
     const Configuration &m_configuration;

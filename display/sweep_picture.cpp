@@ -92,7 +92,8 @@ void SweepPicture::paintHead(QPainter &painter, GraphInk ink) const
     setFont(painter, kTextPixels);
     painter.drawText(line, Qt::AlignRight | Qt::AlignVCenter,
                      m_texts.date.toString(QStringLiteral("yyyy-MM-dd HH:mm")));
-    painter.drawText(QRectF(kPlot.left(), kPlot.top() - 34, kPlot.width(), 26), Qt::AlignRight | Qt::AlignVCenter,
+    // Above the captions of M1 and M2.
+    painter.drawText(QRectF(kPlot.left(), kPlot.top() - 52, kPlot.width(), 26), Qt::AlignRight | Qt::AlignVCenter,
                      scaleText());
 }
 

@@ -15,7 +15,7 @@ namespace {
 
 bool isChangeOfControl(Qt::FocusReason reason)
 {
-    return reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason && reason != Qt::MenuBarFocusReason;
+    return reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason;
 }
 
 // A click on this moves the focus, and leaving the box takes the entry.
@@ -90,7 +90,7 @@ void EntryBox::focusInEvent(QFocusEvent *event)
     emit gotFocus();
     if (event->reason() == Qt::MouseFocusReason)
         m_selectsOnRelease = true;
-    else
+    else if (event->reason() != Qt::MenuBarFocusReason)
         selectAll();
 }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/file_replacement.h"
 
+#include <QCoreApplication>
+#include <QFileInfo>
 #include <QSaveFile>
 
 #include <cerrno>
@@ -10,6 +12,11 @@ namespace calvorn {
 
 bool replaceFile(const QString &path, const QByteArray &content, QString *reason)
 {
+    if (QFileInfo::exists(path) && !QFileInfo(path).isFile()) {
+        if (reason)
+            *reason = QCoreApplication::translate("FileReplacement", "it is not a file");
+        return false;
+    }
     QSaveFile file(path);
     const bool opened = file.open(QIODevice::WriteOnly);
     errno = 0;

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "display/sweep_graph.h"
+
+#include <QWidget>
+
+namespace calvorn {
+
+// The strip above the graph, exactly as wide, with the captions of M1 and M2: inside the plot they would cover the
+// passband that they mark.
+class FrequencyCaptions : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit FrequencyCaptions(const SweepGraph &graph, QWidget *parent = nullptr);
+
+    QSize sizeHint() const override { return {0, m_graph.heightOfCaptions()}; }
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    const SweepGraph &m_graph;
+};
+
+} // namespace calvorn
