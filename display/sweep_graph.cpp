@@ -3,6 +3,7 @@
 
 #include "core/number_text.h"
 #include "core/runtime_error.h"
+#include "display/graph_parts.h"
 
 #include <QCoreApplication>
 #include <QEvent>
@@ -71,6 +72,7 @@ SweepGraph::SweepGraph(const Configuration &configuration, const SweepTable &tab
     }
     setLineVisible(GraphItem::CursorV, false);
     setLineVisible(GraphItem::CursorH, false);
+    addParts(*this);
 }
 
 void SweepGraph::inizializzaGraph()
@@ -233,16 +235,18 @@ int SweepGraph::heightOfCaptions() const
     return static_cast<int>(std::ceil(label(GraphItem::M1).size.height()));
 }
 
-QRect SweepGraph::itemRegion(GraphItem item) const
+QRectF SweepGraph::lineRect(GraphItem item) const
 {
     const GraphLine &target = line(item);
     const QPointF at = m_coordinates.toPixel({target.x1, target.y1}, size());
-    const auto whole = [](double value) {
-        return static_cast<int>(std::clamp(std::floor(value), -kFarAway, kFarAway));
-    };
-    const QRect stripe =
-        isVertical(item) ? QRect(whole(at.x()) - 1, 0, 3, height()) : QRect(0, whole(at.y()) - 1, width(), 3);
-    return stripe.united(labelRect(item).toAlignedRect());
+    const auto whole = [](double value) { return std::clamp(std::floor(value), -kFarAway, kFarAway); };
+    return isVertical(item) ? QRectF(whole(at.x()) - 1.0, 0.0, 3.0, height())
+                            : QRectF(0.0, whole(at.y()) - 1.0, width(), 3.0);
+}
+
+QRect SweepGraph::itemRegion(GraphItem item) const
+{
+    return lineRect(item).toRect().united(labelRect(item).toAlignedRect());
 }
 
 // Only what has changed is painted anew.

@@ -69,6 +69,9 @@ public:
     void paintCaptionsAbove(QPainter &painter, GraphInk ink) const;
     int heightOfCaptions() const; // logical pixels
 
+    // Where a line is painted, in logical pixels.
+    QRectF lineRect(GraphItem item) const;
+
     // The marker whose line lies within a few pixels of this place (user units), the nearest if there are several.
     std::optional<GraphItem> markerNear(double x, double y) const;
 
