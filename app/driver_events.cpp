@@ -112,13 +112,11 @@ void DriverEvents::stored(const QVector<int> &vettore)
 
 void DriverEvents::failed(const AcquisitionDriver *driver, std::int16_t tipoErrore, const QString &descrizione)
 {
-    if (m_toldElsewhere)
-        return;
     using Reaction = AcquisitionDriver::ErrorReaction;
     const Reaction reaction = driver->reactionTo(tipoErrore);
     if (reaction == Reaction::CountSilently)
         m_testPanel.countError();
-    if (reaction == Reaction::CountSilently || reaction == Reaction::Ignore)
+    if (m_reportedElsewhere || reaction == Reaction::CountSilently || reaction == Reaction::Ignore)
         return;
     m_log.writeLog(NumberText::fromInteger(tipoErrore) + u' ' + descrizione);
     if (reaction != Reaction::LogAndAsk)

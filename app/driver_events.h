@@ -27,8 +27,8 @@ public:
     // Connects the events of the one driver that the window has.
     void connectDriver(AcquisitionDriver *driver);
 
-    // While another window tells the errors of the driver, they are not told here.
-    void setErrorsToldElsewhere(bool elsewhere) { m_toldElsewhere = elsewhere; }
+    // Suppresses log lines and error boxes while a calibration dialog reports the errors. They are still counted.
+    void setErrorsReportedElsewhere(bool elsewhere) { m_reportedElsewhere = elsewhere; }
 
 signals:
     // The user answered an error of the hardware with Cancel: the main window closes.
@@ -69,7 +69,7 @@ private:
     SampleConversion &m_conversion;
     TestPanel &m_testPanel;
     AlertQueue m_alerts;
-    bool m_toldElsewhere = false;
+    bool m_reportedElsewhere = false;
 };
 
 } // namespace calvorn

@@ -54,7 +54,7 @@ void SetUpMenu::mnuCalibraDDS_Click()
     if (!m_calibraDds) {
         m_calibraDds =
             new FrmCalibraDDS(m_rooms.configuration, m_rooms.messages, m_rooms.log, m_rooms.boundary, m_window);
-        connect(m_calibraDds, &FrmCalibraDDS::takesErrors, &m_rooms.events, &DriverEvents::setErrorsToldElsewhere);
+        connect(m_calibraDds, &FrmCalibraDDS::takesErrors, &m_rooms.events, &DriverEvents::setErrorsReportedElsewhere);
     }
     m_calibraDds->setDriver(m_driver);
     m_calibraDds->exec();

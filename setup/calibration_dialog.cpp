@@ -4,12 +4,35 @@
 #include "core/common_functions.h"
 #include "core/number_text.h"
 
+#include <QKeyEvent>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QScopedValueRollback>
 #include <QShowEvent>
 #include <QVBoxLayout>
 
 namespace calvorn {
+
+namespace {
+
+// A character, or a key that only changes the next one.
+bool typesOn(const QKeyEvent &key)
+{
+    switch (key.key()) {
+    case Qt::Key_Shift:
+    case Qt::Key_Control:
+    case Qt::Key_Alt:
+    case Qt::Key_AltGr:
+    case Qt::Key_Meta:
+    case Qt::Key_CapsLock:
+    case Qt::Key_NumLock:
+        return true;
+    default:
+        return !key.text().isEmpty() && key.text().front().isPrint();
+    }
+}
+
+} // namespace
 
 CalibrationDialog::CalibrationDialog(const Texts &texts, Configuration &configuration, Messages &messages,
                                      ErrorBoundary &boundary, QWidget *parent)
@@ -59,9 +82,9 @@ void CalibrationDialog::buildEntry(const Texts &texts)
     m_boundary.connect(m_box, &QLineEdit::textChanged, this, m_changeName.constData(), [this] {
         if (m_busy)
             return;
-        const QScopedValueRollback guard(m_busy, true);
-        offsetChanged();
+        changed();
     });
+    m_box->installEventFilter(this);
     m_boundary.connect(m_nudge, &QScrollBar::valueChanged, this, "VScrollOffset_Change",
                        [this] { VScrollOffset_Change(); });
 }
@@ -87,12 +110,65 @@ void CalibrationDialog::buildButtons()
 
 void CalibrationDialog::showEvent(QShowEvent *event)
 {
-    if (!event->spontaneous())
+    if (!event->spontaneous()) {
+        m_pending.clear();
         m_boundary.run("Form_Load", [this] {
             const QScopedValueRollback guard(m_busy, true);
             load();
         });
+        // The offset of the last time raises no signal when it is set once more, and acts on the hardware all the same.
+        m_boundary.run(m_changeName.constData(), [this] { changed(); });
+        m_box->setFocus();
+        m_box->selectAll();
+    }
     QDialog::showEvent(event);
+}
+
+void CalibrationDialog::changed()
+{
+    const QScopedValueRollback guard(m_busy, true);
+    if (completeEntry())
+        numberTyped();
+    offsetChanged();
+}
+
+// A text that is no number is shown as "0", and the next key begins a new number. A sign or a decimal separator would be
+// lost that way, so it waits for that key. A zero waits with its sign: it is shown without one.
+bool CalibrationDialog::completeEntry()
+{
+    static const QRegularExpression beginning(QStringLiteral("^[+-]?[.,]?$"));
+    const QString completed = m_pending + m_box->text();
+    const int cursor = m_box->cursorPosition() + static_cast<int>(m_pending.size());
+    m_pending.clear();
+    if (completed != m_box->text() && isNumeric(completed)) {
+        m_box->setText(completed);
+        m_box->setCursorPosition(cursor);
+    }
+    if (isNumeric()) {
+        if (m_box->text().startsWith(u'-') && offset() == 0.0)
+            m_pending = QStringLiteral("-");
+        return true;
+    }
+    for (const QString &typed : {completed, m_box->text()})
+        if (m_pending.isEmpty() && beginning.match(typed).hasMatch())
+            m_pending = typed;
+    if (m_pending.isEmpty())
+        m_messages.desktop().beep();
+    m_box->setText(QStringLiteral("0"));
+    m_box->selectAll();
+    return false;
+}
+
+// Any other way to edit than typing on begins a new entry.
+bool CalibrationDialog::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == m_box) {
+        if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::FocusOut)
+            m_pending.clear();
+        else if (event->type() == QEvent::KeyPress && !typesOn(*static_cast<QKeyEvent *>(event)))
+            m_pending.clear();
+    }
+    return QDialog::eventFilter(watched, event);
 }
 
 // Putting the bar back raises the event again.
@@ -101,15 +177,16 @@ void CalibrationDialog::VScrollOffset_Change()
     if (m_busy)
         return;
     const QScopedValueRollback guard(m_busy, true);
+    m_pending.clear();
     const int position = m_nudge->value();
     m_nudge->setValue(Rest);
     if (position != Rest)
         nudged(position == Up ? 1 : -1);
 }
 
-bool CalibrationDialog::isNumeric() const
+bool CalibrationDialog::isNumeric(const QString &text)
 {
-    return NumberText().isNumeric(normaliseDecimal(m_box->text()));
+    return NumberText().isNumeric(normaliseDecimal(text));
 }
 
 double CalibrationDialog::offset() const

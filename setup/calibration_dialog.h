@@ -41,14 +41,16 @@ protected:
 
     virtual void load() = 0;
     virtual void unload() = 0;
-    virtual void offsetChanged() = 0;
+    // The text of the box is a number that was typed, and may be shown in another form.
+    virtual void numberTyped() {}
+    // Called after load(), too.
+    virtual void offsetChanged() {}
     // direction: 1 up, -1 down.
     virtual void nudged(int direction) = 0;
     virtual void cmdApply_Click() = 0;
 
     // The tried offset; a text that is no number counts as 0.
     double offset() const;
-    bool isNumeric() const;
 
     // Between instructions and buttons; row 0 and columns 0 to 2 are taken.
     QGridLayout *grid() const { return m_grid; }
@@ -59,8 +61,13 @@ protected:
     ErrorBoundary &boundary() const { return m_boundary; }
 
     void showEvent(QShowEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    static bool isNumeric(const QString &text);
+    bool isNumeric() const { return isNumeric(m_box->text()); }
+    void changed();
+    bool completeEntry();
     void buildEntry(const Texts &texts);
     void buildButtons();
     void VScrollOffset_Change();
@@ -73,6 +80,7 @@ private:
     QLineEdit *m_box;
     QScrollBar *m_nudge;
     QByteArray m_changeName; // of the text box's handler, for the error boundary
+    QString m_pending;       // what was typed of a number that the box cannot show yet: "-", "." or "-."
     bool m_busy = false;     // keeps the two change handlers from entering each other
 };
 

@@ -44,7 +44,6 @@ FrmCalibraADC::FrmCalibraADC(Configuration &configuration, SweepTable &table, Me
     grid()->addWidget(new QLabel(tr("Detector - Volt"), this), 1, 0);
     grid()->addWidget(m_volts, 1, 1);
     grid()->addWidget(m_hint, 2, 0, 1, 3);
-    box()->installEventFilter(this);
     m_timer.setObjectName(QStringLiteral("TimerDetector"));
     m_timer.setParent(this);
     m_timer.setInterval(kPeriodMs);
@@ -54,8 +53,6 @@ FrmCalibraADC::FrmCalibraADC(Configuration &configuration, SweepTable &table, Me
 void FrmCalibraADC::load()
 {
     showOffset(static_cast<double>(configuration().adcOffset));
-    box()->setFocus();
-    box()->selectAll();
     m_volts->clear();
     m_hint->clear();
     if (!driver())
@@ -88,16 +85,10 @@ void FrmCalibraADC::TimerDetector_Timer()
 }
 
 // The cursor keeps its place beside the decimal separator.
-void FrmCalibraADC::offsetChanged()
+void FrmCalibraADC::numberTyped()
 {
-    if (!isNumeric()) {
-        messages().desktop().beep();
-        box()->setText(QStringLiteral("0"));
-        box()->selectAll();
-        return;
-    }
     const QChar separator = NumberText().decimalSeparator();
-    const QString before = box()->text();
+    const QString before = normaliseDecimal(box()->text());
     const qsizetype separatorBefore = before.contains(separator) ? before.indexOf(separator) : before.size();
     const qsizetype beyond = box()->cursorPosition() - separatorBefore;
     showOffset(offset());

@@ -24,7 +24,7 @@ signals:
 protected:
     void load() override;
     void unload() override;
-    void offsetChanged() override;
+    void numberTyped() override;
     void nudged(int direction) override;
     void cmdApply_Click() override;
     // A decimal separator typed in front of the one that is there steps over it.

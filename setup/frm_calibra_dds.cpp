@@ -44,8 +44,6 @@ void FrmCalibraDDS::load()
     }
     m_start->setText(NumberText().masked(configuration().startFreq, kMaskHertz));
     box()->setText(NumberText().fromDouble(configuration().ddsOffset));
-    box()->setFocus();
-    box()->selectAll();
 }
 
 // An offset that was tried but not applied stops acting on the hardware.
@@ -60,12 +58,6 @@ void FrmCalibraDDS::unload()
 
 void FrmCalibraDDS::offsetChanged()
 {
-    if (!isNumeric()) {
-        messages().desktop().beep();
-        box()->setText(QStringLiteral("0"));
-        // The next key begins a number anew.
-        box()->selectAll();
-    }
     send();
 }
 

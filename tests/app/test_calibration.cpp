@@ -103,7 +103,14 @@ private slots:
 
     void theGeneratorIsSentEveryOffset_data();
     void theGeneratorIsSentEveryOffset();
+    void openingParksTheGeneratorEveryTime_data() { theGeneratorIsSentEveryOffset_data(); }
+    void openingParksTheGeneratorEveryTime();
     void aLetterBecomesZero();
+    void aSignWaitsForItsNumber_data() { test::addLocaleRows(); }
+    void aSignWaitsForItsNumber();
+    void anotherWayToEditForgetsTheSign();
+    void theDetectorsSignWaitsForItsNumber_data() { test::addLocaleRows(); }
+    void theDetectorsSignWaitsForItsNumber();
     void theNudgeStepsByOneHundredth_data() { test::addLocaleRows(); }
     void theNudgeStepsByOneHundredth();
     void applyTakesTheOffset_data() { test::addLocaleRows(); }
@@ -151,7 +158,7 @@ void TestCalibration::theGeneratorIsSentEveryOffset()
                               "2. Connect the output of the generator to a frequency meter.",
                               "3. Adjust the offset until the meter shows the right start frequency.", "4. Apply"}));
         QCOMPARE(hands.text("txtOffset"), QStringLiteral("1.5"));
-        QCOMPARE(m_server.takeCalls(), QStringList());
+        QCOMPARE(m_server.takeCalls(), calls(QStringLiteral("1.5")));
         hands.enter("txtOffset", QStringLiteral("12"));
         QCOMPARE(m_server.takeCalls(), calls(QStringLiteral("1")) + calls(QStringLiteral("12")));
         hands.clickUpper();
@@ -162,11 +169,28 @@ void TestCalibration::theGeneratorIsSentEveryOffset()
     QCOMPARE(m_server.takeCalls(), calls(QStringLiteral("1.5")));
 }
 
+// The text of the box is the same each time.
+void TestCalibration::openingParksTheGeneratorEveryTime()
+{
+    QFETCH(int, interfaceType);
+    QFETCH(QString, object);
+    WindowBench bench = fake(interfaceType);
+    for (const int start : {5000000, 5000000, 7000000}) {
+        bench.configuration.startFreq = start;
+        m_server.takeCalls();
+        calibrate(bench, kGenerator, [&](const Hands &hands) {
+            QCOMPARE(m_server.takeCalls(), (QStringList{object + QStringLiteral(".SetOffset(1.5)"),
+                                                        object + QStringLiteral(".SetFrequency(%1)").arg(start)}));
+            QCOMPARE(hands.find<QLineEdit>("txtOffset")->selectedText(), QStringLiteral("1.5"));
+        });
+    }
+}
+
 void TestCalibration::aLetterBecomesZero()
 {
     const WindowBench bench = fake(2);
-    m_server.takeCalls();
     calibrate(bench, kGenerator, [&](const Hands &hands) {
+        m_server.takeCalls();
         hands.enter("txtOffset", QStringLiteral("x"));
         QCOMPARE(hands.text("txtOffset"), QStringLiteral("0"));
         QCOMPARE(m_server.takeCalls(), (QStringList{"aLPT.SetOffset(0)", "aLPT.SetFrequency(1000000)"}));
@@ -177,6 +201,102 @@ void TestCalibration::aLetterBecomesZero()
         QTest::keyClicks(hands.find<QLineEdit>("txtOffset"), QStringLiteral("-"));
         QCOMPARE(hands.text("txtOffset"), QStringLiteral("-25"));
         QCOMPARE(m_server.takeCalls().at(4), QStringLiteral("aLPT.SetOffset(-25)"));
+    });
+}
+
+void TestCalibration::aSignWaitsForItsNumber()
+{
+    QFETCH(QLocale, locale);
+    QLocale::setDefault(locale);
+    WindowBench bench = fake(2);
+    calibrate(bench, kGenerator, [&](const Hands &hands) {
+        const auto typed = [&](const char *keys) {
+            hands.enter("txtOffset", QString::fromLatin1(keys));
+            hands.click("cmdApply");
+            return bench.configuration.ddsOffset;
+        };
+        m_server.takeCalls();
+        hands.enter("txtOffset", QStringLiteral("-"));
+        QCOMPARE(hands.text("txtOffset"), QStringLiteral("0"));
+        QCOMPARE(m_server.takeCalls(), (QStringList{"aLPT.SetOffset(0)", "aLPT.SetFrequency(1000000)"}));
+        QTest::keyClicks(hands.find<QLineEdit>("txtOffset"), QStringLiteral("1"));
+        QCOMPARE(hands.text("txtOffset"), QStringLiteral("-1"));
+        QCOMPARE(m_server.takeCalls(), (QStringList{"aLPT.SetOffset(-1)", "aLPT.SetFrequency(1000000)"}));
+        for (const char *keys : {"-12.5", "-12,5"})
+            QCOMPARE(typed(keys), -12.5);
+        for (const char *keys : {".5", ",5", "+.5", "0.5", "+0,5"})
+            QCOMPARE(typed(keys), 0.5);
+        for (const char *keys : {"-.5", "-,5", "-0.5", "--.5"})
+            QCOMPARE(typed(keys), -0.5);
+        QCOMPARE(bench.desktop.beeps, 0);
+        // No beginning of a number, with or without a sign.
+        QCOMPARE(typed("x5"), 5.0);
+        QCOMPARE(typed("-x5"), 5.0);
+        QCOMPARE(bench.desktop.beeps, 2);
+    });
+}
+
+void TestCalibration::anotherWayToEditForgetsTheSign()
+{
+    const WindowBench bench = fake(2);
+    calibrate(bench, kGenerator, [&](const Hands &hands) {
+        auto *box = hands.find<QLineEdit>("txtOffset");
+        hands.enter("txtOffset", QStringLiteral("-"));
+        QTest::keyClick(box, Qt::Key_Backspace);
+        QTest::keyClicks(box, QStringLiteral("3"));
+        QCOMPARE(box->text(), QStringLiteral("3"));
+        hands.enter("txtOffset", QStringLiteral("-"));
+        QTest::keyClick(box, Qt::Key_End);
+        QTest::keyClicks(box, QStringLiteral("4"));
+        QCOMPARE(box->text(), QStringLiteral("04"));
+        hands.enter("txtOffset", QStringLiteral("-"));
+        hands.clickUpper();
+        QCOMPARE(box->text(), QStringLiteral("0.01"));
+        hands.enter("txtOffset", QStringLiteral("-"));
+        QTest::mouseClick(box, Qt::LeftButton);
+        QTest::keyClicks(box, QStringLiteral("6"));
+        QCOMPARE(box->text().remove(u'0'), QStringLiteral("6"));
+        // Shift, which some keyboards need for a digit, is no entry of its own.
+        hands.enter("txtOffset", QStringLiteral("-"));
+        QTest::keyClick(box, Qt::Key_Shift, Qt::ShiftModifier);
+        QTest::keyClicks(box, QStringLiteral("7"));
+        QCOMPARE(box->text(), QStringLiteral("-7"));
+        // What a deletion leaves over is a sign like a typed one.
+        QTest::keyClick(box, Qt::Key_Backspace);
+        QCOMPARE(box->text(), QStringLiteral("0"));
+        QTest::keyClicks(box, QStringLiteral("8"));
+        QCOMPARE(box->text(), QStringLiteral("-8"));
+        hands.enter("txtOffset", QStringLiteral("-"));
+    });
+    // Nor does it wait until the window opens again.
+    calibrate(bench, kGenerator, [&](const Hands &hands) {
+        QTest::keyClicks(hands.find<QLineEdit>("txtOffset"), QStringLiteral("9"));
+        QCOMPARE(hands.text("txtOffset"), QStringLiteral("9"));
+    });
+}
+
+void TestCalibration::theDetectorsSignWaitsForItsNumber()
+{
+    QFETCH(QLocale, locale);
+    QLocale::setDefault(locale);
+    const WindowBench bench = fake(2);
+    const auto shown = [&](const char *text) { return test::inLocale(locale, QString::fromLatin1(text)); };
+    calibrate(bench, kDetector, [&](const Hands &hands) {
+        const auto typed = [&](const char *keys) {
+            hands.enter("txtOffsetVolt", QString::fromLatin1(keys));
+            return hands.text("txtOffsetVolt");
+        };
+        QCOMPARE(typed("-"), QStringLiteral("0"));
+        QCOMPARE(typed("."), QStringLiteral("0"));
+        for (const char *keys : {"-12.5", "-12,5"})
+            QCOMPARE(typed(keys), shown("-12.500"));
+        for (const char *keys : {".5", ",5"})
+            QCOMPARE(typed(keys), shown("0.500"));
+        // "-0" and "-0.0" are shown without their sign.
+        for (const char *keys : {"-.05", "-,05", "-0.05", "-0,05"})
+            QCOMPARE(typed(keys), shown("-0.050"));
+        QCOMPARE(typed(".125"), shown("0.125"));
+        QCOMPARE(bench.desktop.beeps, 0);
     });
 }
 
@@ -250,6 +370,7 @@ void TestCalibration::errorsAskInTheWindow()
     calibrate(bench, kGenerator, [&](const Hands &hands) {
         emit driver->aErrore(4, QStringLiteral("Nothing to see."));
         QCOMPARE(bench.desktop.boxes.size(), 0);
+        QCOMPARE(bench.text("txtErrori"), QStringLiteral("0"));
         emit driver->aErrore(3, QStringLiteral("The MiniVNA does not answer."));
         QCOMPARE(bench.desktop.boxes.size(), 1);
         QCOMPARE(bench.desktop.boxes[0].title, QStringLiteral("Sweep by Brenik"));
@@ -257,9 +378,15 @@ void TestCalibration::errorsAskInTheWindow()
         QCOMPARE(bench.desktop.boxes[0].icon, BoxIcon::Critical);
         QCOMPARE(bench.desktop.boxes[0].buttons, BoxButtons::OkCancel);
         QVERIFY(hands.dialog->isVisible());
+        // The main window goes on counting the errors that it counts.
+        emit driver->aErrore(1, QStringLiteral("A byte was lost."));
+        QCOMPARE(bench.text("txtErrori"), QStringLiteral("1"));
+        QCOMPARE(bench.desktop.boxes.size(), 2);
+        QCOMPARE(bench.desktop.boxes.takeLast().text, QStringLiteral("A byte was lost."));
     });
     const auto *list = bench.find<QListWidget>("lstLOG");
-    QCOMPARE(list->item(list->count() - 1)->text(), QStringLiteral("The MiniVNA does not answer. 3"));
+    QCOMPARE(list->item(list->count() - 2)->text(), QStringLiteral("The MiniVNA does not answer. 3"));
+    QCOMPARE(list->item(list->count() - 1)->text(), QStringLiteral("A byte was lost. 1"));
     // Afterwards the main window has them again, and only logs those of this interface.
     emit driver->aErrore(3, QStringLiteral("Again."));
     QCOMPARE(bench.desktop.boxes.size(), 1);
@@ -294,7 +421,7 @@ void TestCalibration::theSimulatedGeneratorFollows()
     QFETCH(int, interfaceType);
     QFETCH(double, resolution);
     const test::Watched generator;
-    const WindowBench bench(test::Watched::program(), settings(interfaceType));
+    WindowBench bench(test::Watched::program(), settings(interfaceType));
     QVERIFY2(bench.desktop.boxes.isEmpty(), qPrintable(bench.desktop.lastText()));
     const auto makes = [&](double hertz) {
         const bool made = QTest::qWaitFor([&] { return std::abs(generator.last() - hertz) <= resolution / 2 + 1e-6; });
@@ -303,7 +430,12 @@ void TestCalibration::theSimulatedGeneratorFollows()
         return made;
     };
     QVERIFY(makes(1000001.5));
+    // Wherever the generator was left, opening the window puts it on the start frequency.
+    bench.configuration.startFreq = 5000000;
+    calibrate(bench, kGenerator, [&](const Hands &) { QVERIFY(makes(5000001.5)); });
+    bench.configuration.startFreq = 1000000;
     calibrate(bench, kGenerator, [&](const Hands &hands) {
+        QVERIFY(makes(1000001.5));
         hands.enter("txtOffset", QStringLiteral("250"));
         QVERIFY(makes(1000250.0));
         hands.enter("txtOffset", QStringLiteral("33.3"));
