@@ -276,7 +276,8 @@ bool FrmSweep::loadSettings()
         m_messages.beepAndWarn(m_configuration.adcDevice + tr(" : Unknow ADCdevice.") + u'\r' +
                                tr("Supported ADC are: 8bit, 10bit"));
     if (outcome == LoadOutcome::UnknownDdsDevice || outcome == LoadOutcome::UnknownAdcDevice)
-        m_setUp->configure();
+        m_setUp->configure(outcome == LoadOutcome::UnknownDdsDevice ? QStringLiteral("DDS Device")
+                                                                    : QStringLiteral("ADC Device"));
     return outcome == LoadOutcome::Loaded;
 }
 

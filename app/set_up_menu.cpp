@@ -31,7 +31,7 @@ void SetUpMenu::addAction(const char *name, const QString &text, const QString &
     m_actions.append(action);
 }
 
-bool SetUpMenu::configure()
+bool SetUpMenu::configure(const QString &reportedKey)
 {
     if (!m_setUp)
         m_setUp = new FrmSetUp(m_rooms.configuration, m_rooms.messages, m_rooms.boundary, m_window);
@@ -40,6 +40,7 @@ bool SetUpMenu::configure()
         const QRect free = m_window->screen()->availableGeometry();
         m_setUp->move(free.center() - QRect(QPoint(), m_setUp->sizeHint()).center());
     }
+    m_setUp->setReportedKey(reportedKey);
     return m_setUp->exec() == QDialog::Accepted;
 }
 

@@ -36,8 +36,9 @@ public:
     const QList<QAction *> &actions() const { return m_actions; }
     void setDriver(AcquisitionDriver *driver) { m_driver = driver; }
 
-    // Opens the configuration. True when it was written, and the program has to end.
-    bool configure();
+    // Opens the configuration. True when it was written, and the program has to end. reportedKey: the key of a device
+    // whose name the caller has just reported as unknown.
+    bool configure(const QString &reportedKey = {});
 
 signals:
     void configured();

@@ -15,4 +15,15 @@ inline void chooseOption(QRadioButton *option)
         other->setFocusPolicy(other == option ? Qt::StrongFocus : Qt::ClickFocus);
 }
 
+// Checks none of the options below a frame, of which this is one.
+inline void chooseNoOption(const QRadioButton *option)
+{
+    for (QRadioButton *each : option->parentWidget()->findChildren<QRadioButton *>(Qt::FindDirectChildrenOnly)) {
+        each->setAutoExclusive(false);
+        each->setChecked(false);
+        each->setAutoExclusive(true);
+        each->setFocusPolicy(Qt::StrongFocus);
+    }
+}
+
 } // namespace calvorn

@@ -154,12 +154,13 @@ void AuxPage::fill()
     showPotRange();
 }
 
-// Digits alone; what is above the highest position becomes it.
+// Digits alone; a number above the highest position becomes it. Leading zeros stay.
 void AuxPage::txtPot_Change(QLineEdit *box, QString &value)
 {
     QString text = box->text();
     text.removeIf([](QChar c) { return c < u'0' || c > u'9'; });
-    if (text.size() > 3 || text.toInt() > kHighestPosition)
+    bool fits = false;
+    if (!text.isEmpty() && (text.toInt(&fits) > kHighestPosition || !fits))
         text = NumberText::fromInteger(kHighestPosition);
     if (text != box->text()) {
         messages().desktop().beep();

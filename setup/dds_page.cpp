@@ -196,7 +196,7 @@ void DdsPage::fill()
             chooseOption(m_optChip[chip]);
     const std::int16_t multiplier = values().ddsMultiplier;
     const bool timesSix = m_optChip[Ad9851]->isChecked() && multiplier == kTimesSix;
-    const bool multiplies = m_optChip[Ad9951]->isChecked() && multiplier > 1;
+    const bool multiplies = m_optChip[Ad9951]->isChecked() && multiplier != 1;
     m_timesSix->setChecked(timesSix);
     chooseOption(m_optMultiplier[multiplies ? 1 : 0]);
     {
@@ -251,9 +251,11 @@ void DdsPage::showChipFrame()
         m_chipFrames[chip]->setVisible(m_optChip[chip]->isChecked());
 }
 
+// A settings file can name a factor that is off the bar.
 void DdsPage::showMultiplier()
 {
-    m_multiplierText->setText(QStringLiteral("× %1").arg(m_multiplier->value()));
+    const bool multiplies = m_optChip[Ad9951]->isChecked() && m_optMultiplier[1]->isChecked();
+    m_multiplierText->setText(QStringLiteral("× %1").arg(multiplies ? values().ddsMultiplier : m_multiplier->value()));
 }
 
 void DdsPage::showClock()

@@ -12,6 +12,8 @@
 #include <QGridLayout>
 #include <QShowEvent>
 
+#include <utility>
+
 namespace calvorn {
 
 namespace {
@@ -106,11 +108,15 @@ void FrmSetUp::buildPages(const SetUpContext &context)
     auto *interfacePage = new InterfacePage(context);
     m_pages = {interfacePage, new DdsPage(context), new AdcPage(context), new AuxPage(context), new PortPage(context)};
     connect(interfacePage, &InterfacePage::interfaceChosen, this, &FrmSetUp::interfaceChosen);
-    auto *grid = static_cast<QGridLayout *>(layout());
+    m_frame = new QWidget(this);
+    m_frame->setObjectName(QStringLiteral("frameSetUp"));
+    auto *stack = new QGridLayout(m_frame);
+    stack->setContentsMargins(0, 0, 0, 0);
     for (std::size_t page = 0; page < kPages; ++page) {
         m_pages[page]->setObjectName(QStringLiteral("frameSetUp_%1").arg(page));
-        grid->addWidget(m_pages[page], 0, 1);
+        stack->addWidget(m_pages[page], 0, 0);
     }
+    static_cast<QGridLayout *>(layout())->addWidget(m_frame, 0, 1);
     frameInvisibili();
 }
 
@@ -125,7 +131,9 @@ void FrmSetUp::load()
 {
     m_values = SetUpValues();
     QStringList faults = loadPorts(m_values, m_configuration.iniPath);
-    faults += loadHardware(m_values, m_configuration.iniPath, "Config");
+    faults += loadHardware(m_values, m_configuration.iniPath, "Config", std::exchange(m_reportedKey, {}));
+    for (SetUpPage *page : m_pages)
+        page->forget();
     interfaceChosen();
     showPage(Interface);
     if (!faults.isEmpty())

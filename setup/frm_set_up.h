@@ -23,6 +23,9 @@ public:
     FrmSetUp(const Configuration &configuration, Messages &messages, ErrorBoundary &boundary,
              QWidget *parent = nullptr);
 
+    // A key whose value the caller has just reported as unusable; the dialog does not report it a second time.
+    void setReportedKey(const QString &key) { m_reportedKey = key; }
+
 protected:
     // Reads the file afresh whenever the dialog is opened.
     void showEvent(QShowEvent *event) override;
@@ -44,7 +47,9 @@ private:
     const Configuration &m_configuration;
     Messages &m_messages;
     ErrorBoundary &m_boundary;
+    QString m_reportedKey;
     SetUpValues m_values;
+    QWidget *m_frame = nullptr; // frameSetUp, around the pages
     std::array<SetUpPage *, kPages> m_pages{};
     std::array<QPushButton *, kPages> m_pageButtons{};
     QPushButton *m_apply = nullptr;

@@ -53,6 +53,11 @@ void InterfacePage::fill()
             chooseOption(m_optInterface[i]);
 }
 
+void InterfacePage::forget()
+{
+    chooseNoOption(m_optInterface.front());
+}
+
 // A click on the option that is chosen already changes nothing: it would undo what was edited on the other pages.
 void InterfacePage::optInterface_Click(std::int16_t index)
 {

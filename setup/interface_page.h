@@ -18,6 +18,7 @@ public:
     explicit InterfacePage(const SetUpContext &context);
 
     void fill() override;
+    void forget() override;
 
 signals:
     // The other pages show other values, or are to be shown for the first time.

@@ -172,6 +172,17 @@ void PortPage::fill()
     selectSerialPort();
 }
 
+void PortPage::forget()
+{
+    for (QLineEdit *box : {m_comNumber, m_address}) {
+        const QSignalBlocker quiet(box);
+        box->clear();
+    }
+    m_comState->clear();
+    m_addressHex->clear();
+    chooseNoOption(m_optSerial.front());
+}
+
 void PortPage::selectParallelPort()
 {
     const int address = unsignedAddress(values().lptAddress);

@@ -22,6 +22,7 @@ public:
     explicit PortPage(const SetUpContext &context);
 
     void fill() override;
+    void forget() override;
 
 protected:
     void showEvent(QShowEvent *event) override;

@@ -40,6 +40,9 @@ public:
     // Shows the working copies; called before the page is shown.
     virtual void fill() = 0;
 
+    // Clears what fill() leaves as it is; called when the dialog opens.
+    virtual void forget() {}
+
 protected:
     SetUpValues &values() const { return m_context.values; }
     const QString &iniPath() const { return m_context.configuration.iniPath; }

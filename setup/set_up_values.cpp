@@ -21,14 +21,15 @@ QByteArray sectionOf(std::int16_t interfaceType)
 // A name in another spelling is meant for the device; any other name gives way to the default.
 template <std::size_t Count>
 QString readDevice(SettingReader &reader, const char *section, const char *key, const char *fallback,
-                   const std::array<const char *, Count> &known)
+                   const std::array<const char *, Count> &known, const QString &reportedDevice)
 {
     const QString name = reader.text(section, key, fallback);
     for (const char *device : known)
         if (name.trimmed().compare(QLatin1String(device), Qt::CaseInsensitive) == 0)
             return QString::fromLatin1(device);
-    reader.addFault(section, key, QCoreApplication::translate("SetUp", "The device \"%1\" is not known").arg(name),
-                    fallback);
+    if (reportedDevice != QLatin1String(key))
+        reader.addFault(section, key, QCoreApplication::translate("SetUp", "The device \"%1\" is not known").arg(name),
+                        fallback);
     return QString::fromLatin1(fallback);
 }
 
@@ -77,16 +78,16 @@ private:
 
 } // namespace
 
-QStringList loadHardware(SetUpValues &values, const QString &path, const char *section)
+QStringList loadHardware(SetUpValues &values, const QString &path, const char *section, const QString &reportedDevice)
 {
     SettingReader reader(path, SettingReader::Defaults::KeepOut);
-    values.ddsDevice = readDevice(reader, section, "DDS Device", "AD9850", kDdsDevices);
+    values.ddsDevice = readDevice(reader, section, "DDS Device", "AD9850", kDdsDevices, reportedDevice);
     reader.int16(values.ddsMultiplier, section, "DDS Multiplier", "1");
     reader.int32(values.ddsXtalFreq, section, "DDS Xtal freq", "80000000");
     reader.int32(values.ddsMaxFreq, section, "DDS Max freq", "60000000");
     reader.int32(values.ddsMinFreq, section, "DDS Min freq", "10");
     reader.real(values.ddsOffset, section, "DDS Offset", "0");
-    values.adcDevice = readDevice(reader, section, "ADC Device", "10bit", kAdcDevices);
+    values.adcDevice = readDevice(reader, section, "ADC Device", "10bit", kAdcDevices, reportedDevice);
     reader.single(values.adcStep, section, "ADC Step", "0");
     reader.int16(values.adcChannel, section, "ADC Channel", "1");
     reader.single(values.adcOffset, section, "ADC Offset", "5");

@@ -47,8 +47,10 @@ inline constexpr std::array<const char *, 3> kDdsDevices = {"AD9850", "AD9851", 
 inline constexpr std::array<const char *, 2> kAdcDevices = {"8bit", "10bit"};
 
 // Synthesiser and detector from this section, the auxiliary outputs from theirs; a key that is missing gives its
-// default and stays missing. Returns a sentence for each value that could not be used.
-QStringList loadHardware(SetUpValues &values, const QString &path, const char *section);
+// default and stays missing. Returns a sentence for each value that could not be used, except for the device of the
+// key reportedDevice.
+QStringList loadHardware(SetUpValues &values, const QString &path, const char *section,
+                         const QString &reportedDevice = {});
 
 // Interface and ports; they have one place each.
 QStringList loadPorts(SetUpValues &values, const QString &path);

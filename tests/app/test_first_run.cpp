@@ -37,6 +37,7 @@ private slots:
     void applyEndsTheProgramAndTheNextStartWorks();
     void unknownDevicesEndTheProgram_data();
     void unknownDevicesEndTheProgram();
+    void otherBadValuesAreStillReported();
     void anUnknownDeviceCanBeCorrected();
     void applyFromTheMenuEndsTheProgramAtOnce();
     void cancelFromTheMenuGoesOn();
@@ -114,7 +115,21 @@ void TestFirstRun::unknownDevicesEndTheProgram()
     QVERIFY(!started.started);
     QCOMPARE(shown, QStringLiteral("frmSetUp"));
     QCOMPARE(started.desktop.beeps, 1);
+    QCOMPARE(started.desktop.boxes.size(), 1);
     QCOMPARE(started.desktop.boxes.first().text, text);
+}
+
+void TestFirstRun::otherBadValuesAreStillReported()
+{
+    test::dismissNextDialog();
+    const WindowBench started =
+        bench("[Config]\r\nDDS Device=AD9999\r\nDDS Max freq=many\r\nADC Device=12bit\r\n");
+    QVERIFY(!started.started);
+    QCOMPARE(started.desktop.boxes.size(), 2);
+    const QString second = started.desktop.lastText();
+    QVERIFY2(second.contains(QStringLiteral("\"DDS Max freq\"")), qPrintable(second));
+    QVERIFY2(second.contains(QStringLiteral("\"ADC Device\"")), qPrintable(second));
+    QVERIFY2(!second.contains(QStringLiteral("\"DDS Device\"")), qPrintable(second));
 }
 
 void TestFirstRun::anUnknownDeviceCanBeCorrected()

@@ -64,6 +64,9 @@ private slots:
     void everyPageShowsWhatTheFileSays();
     void cancelWritesNothingAndKeepsTheDialogOpen();
     void exitWritesNothing();
+    void exitForgetsWhatWasTyped_data();
+    void exitForgetsWhatWasTyped();
+    void exitForgetsAChoice();
     void openingWritesNothing();
     void applyOnAnEmptyFileWritesTheDefaultsInOrder();
     void applyForThePic();
@@ -90,13 +93,16 @@ void TestFrmSetUp::onePageShowsAtATime()
     SetUpBench bench(kConfigured);
     const QStringList buttons{"cmdInterface", "cmdDDS", "cmdADC", "cmdAux", "cmdPort"};
     const QSize size = bench.dialog->size();
+    const auto *frame = bench.find("frameSetUp");
     for (const QString &button : buttons) {
         bench.click(button.toUtf8().constData());
         for (int page = 0; page < 5; ++page) {
             const QString name = QStringLiteral("frameSetUp_%1").arg(page);
             QCOMPARE(bench.isShown(name.toUtf8().constData()), buttons[page] == button);
             QCOMPARE(bench.isChecked(buttons[page].toUtf8().constData()), buttons[page] == button);
+            QVERIFY(frame->isAncestorOf(bench.find(name.toUtf8().constData())));
         }
+        QVERIFY(frame->isVisible());
         QCOMPARE(bench.dialog->size(), size);
     }
 }
@@ -202,6 +208,66 @@ void TestFrmSetUp::exitWritesNothing()
     bench.open();
     bench.click("cmdDDS");
     QCOMPARE(bench.text("txtMaxFreq"), QStringLiteral("70,000,000"));
+}
+
+void TestFrmSetUp::exitForgetsWhatWasTyped_data()
+{
+    QTest::addColumn<bool>("byKey");
+    QTest::newRow("button") << false;
+    QTest::newRow("Escape") << true;
+}
+
+// With the cursor still in the box.
+void TestFrmSetUp::exitForgetsWhatWasTyped()
+{
+    QFETCH(bool, byKey);
+    const std::array<std::pair<const char *, const char *>, 9> boxes{{{"cmdDDS", "txtClk9851"},
+                                                                      {"cmdDDS", "txtMaxFreq"},
+                                                                      {"cmdADC", "txtADCstep"},
+                                                                      {"cmdADC", "txtADCchannel"},
+                                                                      {"cmdAux", "txtTitoloAux1"},
+                                                                      {"cmdAux", "txtAux2Val_7"},
+                                                                      {"cmdAux", "txtVscrollMax"},
+                                                                      {"cmdPort", "txtAddressRS232"},
+                                                                      {"cmdPort", "txtAddressLPT"}}};
+    SetUpBench bench(kConfigured);
+    for (const auto &[page, name] : boxes) {
+        bench.click(page);
+        const QString before = bench.text(name);
+        auto *box = bench.find<QLineEdit>(name);
+        box->setFocus();
+        box->selectAll();
+        QTest::keyClicks(box, QStringLiteral("78"));
+        if (byKey)
+            QTest::keyClick(box, Qt::Key_Escape);
+        else
+            bench.click("cmdExit");
+        QVERIFY(!bench.dialog->isVisible());
+        bench.open();
+        bench.click(page);
+        QVERIFY2(bench.text(name) == before, name);
+    }
+    QCOMPARE(bench.label("lblAddressRS232"), QString());
+    QCOMPARE(bench.label("txtLPTHex"), QString());
+    bench.click("cmdApply");
+    QVERIFY(!bench.file().contains("=78\r"));
+}
+
+void TestFrmSetUp::exitForgetsAChoice()
+{
+    const SetUpBench bench("[Config]\r\nInterface=7\r\nDDS Device=AD9851\r\n[Serial Port]\r\nCommPort=0\r\n");
+    bench.click("optInterface_1");
+    bench.click("cmdPort");
+    bench.click("optSerialPort_3");
+    bench.click("cmdExit");
+    bench.open();
+    QVERIFY(!bench.isChecked("optInterface_1"));
+    bench.click("cmdPort");
+    QVERIFY(!bench.isChecked("optSerialPort_3"));
+    // One at a time as before.
+    bench.click("optSerialPort_3");
+    bench.click("optSerialPort_4");
+    QVERIFY(!bench.isChecked("optSerialPort_3"));
 }
 
 void TestFrmSetUp::openingWritesNothing()

@@ -2,6 +2,8 @@
 #include "tests/support/locales.h"
 #include "tests/support/set_up_bench.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QScrollBar>
 
 using namespace calvorn;
@@ -46,11 +48,15 @@ private slots:
     void limits();
     void chipsHaveFramesAndMultipliers();
     void theMultiplierOfTheAd9951();
+    void aFactorOffTheBarIsShown_data();
+    void aFactorOffTheBarIsShown();
     void aClockBeyond32BitsIsToldInPlace();
     void theStepInMillivolts_data() { test::addLocaleRows(); }
     void theStepInMillivolts();
     void theChannel();
     void thePotentiometerRange();
+    void aPositionIsReplacedByItsValueOnly();
+    void storedPositionsStay();
     void stepsOfAnOutput();
     void returnTakesTheEntryOnly();
 };
@@ -160,6 +166,36 @@ void TestSetUpEntries::theMultiplierOfTheAd9951()
     QCOMPARE(bench.folder.setting("Config", "DDS Multiplier"), QStringLiteral("19"));
 }
 
+void TestSetUpEntries::aFactorOffTheBarIsShown_data()
+{
+    QTest::addColumn<QByteArray>("factor");
+    QTest::addColumn<QString>("clock");
+    QTest::newRow("below") << QByteArray("3") << QStringLiteral("60,000,000");
+    QTest::newRow("above") << QByteArray("25") << QStringLiteral("500,000,000");
+    QTest::newRow("none") << QByteArray("0") << QStringLiteral("000,000");
+}
+
+void TestSetUpEntries::aFactorOffTheBarIsShown()
+{
+    QFETCH(QByteArray, factor);
+    QFETCH(QString, clock);
+    Bench bench("cmdDDS", "[Config]\r\nInterface=2\r\nDDS Device=AD9951\r\nDDS Xtal freq=20000000\r\n"
+                          "DDS Multiplier=" +
+                              factor + "\r\n");
+    QVERIFY(bench.isChecked("optMultiplier_1"));
+    QCOMPARE(bench.label("lblMultiplier"), QStringLiteral("× ") + QString::fromLatin1(factor));
+    QCOMPARE(bench.label("Label4"), clock);
+    QVERIFY(!bench.label("Label10").contains(QStringLiteral("within")));
+    // It stays until another one is chosen.
+    bench.click("cmdApply");
+    QCOMPARE(bench.folder.setting("Config", "DDS Multiplier"), QString::fromLatin1(factor));
+    auto *bar = bench.find<QScrollBar>("HScroll1");
+    QTest::keyClick(bar, Qt::Key_Home);
+    QTest::keyClick(bar, Qt::Key_Right);
+    QCOMPARE(bench.label("lblMultiplier"), QStringLiteral("× 5"));
+    QCOMPARE(bench.label("Label4"), QStringLiteral("100,000,000"));
+}
+
 void TestSetUpEntries::aClockBeyond32BitsIsToldInPlace()
 {
     Bench bench("cmdDDS");
@@ -227,6 +263,36 @@ void TestSetUpEntries::thePotentiometerRange()
     QCOMPARE(bar->maximum(), 255);
     QTest::keyClicks(box, QStringLiteral("x"));
     QCOMPARE(box->text(), QStringLiteral("255"));
+}
+
+void TestSetUpEntries::aPositionIsReplacedByItsValueOnly()
+{
+    Bench bench("cmdAux");
+    bench.typed("txtVscrollMax", QStringLiteral("0200"), QStringLiteral("0200"), 0);
+    QCOMPARE(bench.find<QScrollBar>("VScroll1")->maximum(), 200);
+    bench.typed("txtVScrollMin", QStringLiteral("0012"), QStringLiteral("0012"), 0);
+    QCOMPARE(bench.find<QScrollBar>("VScroll1")->minimum(), 12);
+    bench.typed("txtVscrollMax", QStringLiteral("00256"), QStringLiteral("255"), 1);
+    // Beyond 32 bits
+    bench.typed("txtVscrollMax", QStringLiteral("0"), QStringLiteral("0"), 0);
+    auto *box = bench.find<QLineEdit>("txtVscrollMax");
+    QGuiApplication::clipboard()->setText(QStringLiteral("99999999999999999999"));
+    box->setFocus();
+    box->selectAll();
+    QTest::keyClick(box, Qt::Key_V, Qt::ControlModifier);
+    QCOMPARE(box->text(), QStringLiteral("255"));
+    bench.typed("txtVscrollMax", QString(), QString(), 0);
+}
+
+void TestSetUpEntries::storedPositionsStay()
+{
+    Bench bench("cmdAux", QByteArray(kSettings) + "[Aux2]\r\nPotMax=0200\r\nPotMin=0012\r\n");
+    QCOMPARE(bench.text("txtVscrollMax"), QStringLiteral("0200"));
+    QCOMPARE(bench.text("txtVScrollMin"), QStringLiteral("0012"));
+    QCOMPARE(bench.desktop.beeps, 0);
+    bench.click("cmdApply");
+    QCOMPARE(bench.folder.setting("Aux2", "PotMax"), QStringLiteral("0200"));
+    QCOMPARE(bench.folder.setting("Aux2", "PotMin"), QStringLiteral("0012"));
 }
 
 void TestSetUpEntries::stepsOfAnOutput()
