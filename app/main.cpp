@@ -4,14 +4,15 @@
 
 #include "core/configuration.h"
 #include "core/messages.h"
+#include "core/settings_folder.h"
 #include "platform/program_lock.h"
+#include "platform/program_style.h"
 #include "platform/qt_desktop.h"
 #include "translations/language.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
-#include <QStyleFactory>
 
 #include <optional>
 
@@ -34,20 +35,15 @@ void nameApplication()
     QCoreApplication::setApplicationVersion(QStringLiteral(CALVORN_VERSION));
 }
 
-// What the command line can say.
+// What the command line can say: nothing but questions.
 struct Arguments
 {
     QCommandLineParser parser;
-    QCommandLineOption folder{
-        QStringLiteral("folder"),
-        QCoreApplication::translate("main",
-                                    "Folder of Calvorn.ini, in place of that of the program. One instance runs in it."),
-        QCoreApplication::translate("main", "folder")};
     QCommandLineOption help;
     QCommandLineOption version;
 
     Arguments()
-        : help((parser.addOption(folder), parser.addHelpOption()))
+        : help(parser.addHelpOption())
         , version(parser.addVersionOption())
     {
         parser.setApplicationDescription(QCoreApplication::translate(
@@ -71,16 +67,6 @@ void answerWithoutDisplay(int argc, char **argv)
         arguments.parser.showVersion();
 }
 
-// The folder of the program for everything, unless the command line names another one for the settings.
-calvorn::ProgramFolders foldersFromArguments()
-{
-    Arguments arguments;
-    arguments.parser.process(QCoreApplication::arguments());
-    const QString programs = QCoreApplication::applicationDirPath();
-    const bool other = arguments.parser.isSet(arguments.folder);
-    return {programs, other ? QDir(arguments.parser.value(arguments.folder)).absolutePath() : programs};
-}
-
 } // namespace
 
 int main(int argc, char **argv)
@@ -94,17 +80,19 @@ int main(int argc, char **argv)
     guard.reset();
     const Language language(QLocale::system());
     nameApplication();
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setStyle(new ProgramStyle);
     // A dialog that closes before the main window shows must not end the program.
     QApplication::setQuitOnLastWindowClosed(false);
     introduceToDesktop();
 
-    const ProgramFolders folders = foldersFromArguments();
+    Arguments().parser.process(QCoreApplication::arguments());
+    const QString programs = QCoreApplication::applicationDirPath();
+    const ProgramFolders folders{programs, settingsFolder(programs)};
     Configuration configuration;
     QtDesktop desktop;
     Messages messages(configuration, desktop);
-    if (!QDir(folders.settings).exists()) {
-        messages.beepAndWarn(QCoreApplication::translate("main", "The folder %1 does not exist")
+    if (!makeSettingsFolder(programs)) {
+        messages.beepAndWarn(QCoreApplication::translate("main", "The folder %1 for the settings could not be made")
                                  .arg(QDir::toNativeSeparators(folders.settings)));
         return 1;
     }
@@ -113,6 +101,7 @@ int main(int argc, char **argv)
         messages.beepAndWarn(QCoreApplication::translate("main", "The program is already running"));
         return 0;
     }
+    copySettingsOnFirstUse(programs);
     FrmSweep window(folders, configuration, desktop);
     if (!window.start())
         return 0;

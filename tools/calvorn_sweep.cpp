@@ -36,7 +36,7 @@ class Options
 
 public:
     QCommandLineOption settings{QStringLiteral("settings"),
-                                tr("Settings file; the one beside the program if not given."), QStringLiteral("FILE")};
+                                tr("Settings file; that of the window if not given."), QStringLiteral("FILE")};
     QCommandLineOption start{QStringLiteral("start"), tr("First frequency in Hz, in place of that of the settings."),
                              QStringLiteral("HZ")};
     QCommandLineOption stop{QStringLiteral("stop"), tr("Last frequency in Hz, in place of that of the settings."),

@@ -8,6 +8,7 @@
 #include "core/number_text.h"
 #include "core/runtime_error.h"
 #include "core/scale_type.h"
+#include "core/settings_folder.h"
 #include "platform/parallel_ports.h"
 #include "tools/interruption.h"
 
@@ -46,9 +47,7 @@ SingleSweep::SingleSweep(const QString &programFolder, const SweepRequest &reque
     , m_desktop(desktop)
     , m_messages(m_configuration, desktop)
     , m_log(m_configuration)
-    , m_settingsFile(QFileInfo(request.settingsFile.isEmpty()
-                                   ? programFolder + u'/' + QString::fromLatin1(kSettingsFileName)
-                                   : request.settingsFile)
+    , m_settingsFile(QFileInfo(request.settingsFile.isEmpty() ? settingsToRead(programFolder) : request.settingsFile)
                          .absoluteFilePath())
     , m_server(programFolder + QStringLiteral("/CalvornAsync"), m_settingsFile)
     , m_table(m_configuration)

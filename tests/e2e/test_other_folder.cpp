@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
-// One set of programs, used with settings that stand elsewhere.
+// One set of programs that their users cannot write, with settings of each user.
 #include "tests/e2e/real_program.h"
 #include "tests/support/program_folder.h"
 
 #include <QTest>
 
+#include <unistd.h>
+
+using namespace calvorn;
 using namespace calvorn::test;
 
 namespace {
@@ -15,10 +18,53 @@ QByteArray contents(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
 }
 
-QStringList folderOption(const QString &folder)
+// Programs in a folder that their user cannot write, and a configuration folder for him.
+class ProtectedProgram : public RealProgram
 {
-    return {QStringLiteral("--folder"), folder};
-}
+public:
+    explicit ProtectedProgram(const QByteArray &settings)
+        : RealProgram(settings)
+    {
+        setCommand(command().first(), command().mid(1));
+        protect(true);
+    }
+    ~ProtectedProgram() { protect(false); }
+
+    // Permissions apply to root, too, when it has given this right away.
+    QStringList command() const
+    {
+        const QString program = folder() + QStringLiteral("/Calvorn");
+        if (geteuid() != 0)
+            return {program};
+        return {QStringLiteral("setpriv"), QStringLiteral("--bounding-set"), QStringLiteral("-dac_override"), program};
+    }
+    // Of the user whose name this is.
+    QString configuration(const char *user) const { return m_users.filePath(QString::fromLatin1(user)); }
+    QString settingsOf(const char *user) const
+    {
+        return configuration(user) + QStringLiteral("/calvorn/Calvorn.ini");
+    }
+    QStringList environment(const char *user) const
+    {
+        return {QStringLiteral("XDG_CONFIG_HOME=") + configuration(user),
+                QStringLiteral("XDG_DATA_HOME=") + m_users.filePath(QStringLiteral("data"))};
+    }
+    // Starts it without waiting for a window.
+    void launch(QProcess &process, const char *user) const
+    {
+        process.setEnvironment(QProcess::systemEnvironment() + environment(user));
+        process.start(command().first(), command().mid(1));
+    }
+
+private:
+    void protect(bool on) const
+    {
+        QFile::setPermissions(folder(), on ? QFile::ReadOwner | QFile::ExeOwner
+                                           : QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    }
+
+    QTemporaryDir m_users;
+};
 
 } // namespace
 
@@ -31,42 +77,55 @@ private:
     const QString m_box = QStringLiteral("^Brenik - Calvorn  v2.0$");
 
 private slots:
-    void itsSettingsAreReadAndWritten();
-    void itsServerReadsThemToo();
-    void oneInstanceForEachFolder();
-    void aMissingFolderIsTold();
+    void theUsersSettingsAreMadeAndWritten();
+    void theServerReadsThemToo();
+    void oneInstanceForEachUser();
+    void aFolderThatCannotBeMadeIsReported();
+    void anUnknownArgumentEndsIt_data();
     void anUnknownArgumentEndsIt();
 };
 
-void TestOtherFolder::itsSettingsAreReadAndWritten()
+void TestOtherFolder::theUsersSettingsAreMadeAndWritten()
 {
-    const ProgramFolder other({}, ProgramFolder::preparedSettings());
-    other.set("Calvorn", "Scale", QStringLiteral("2"));
-    RealProgram program(ProgramFolder::preparedSettings());
-    program.setCommand(program.folder() + QStringLiteral("/Calvorn"), folderOption(other.path()));
-    QVERIFY(program.start());
+    ProtectedProgram program(ProgramFolder::preparedSettings());
+    const auto scale = [&program] {
+        return readProfileString(program.settingsOf("me"), QStringLiteral("Calvorn"), QStringLiteral("Scale"));
+    };
+    QVERIFY(program.start(program.environment("me")));
+    QCOMPARE(scale(), QStringLiteral("0"));
     // Scale menu, second entry.
     program.keys({QStringLiteral("alt+c"), QStringLiteral("Down"), QStringLiteral("Return")});
     QTest::qWait(300);
     program.keys({QStringLiteral("ctrl+q")});
     QVERIFY(program.waitForEnd());
     QCOMPARE(program.exitCode(), 0);
-    QCOMPARE(other.setting("Calvorn", "Scale"), QStringLiteral("1"));
+    QCOMPARE(scale(), QStringLiteral("1"));
     QCOMPARE(contents(program.folder() + QStringLiteral("/Calvorn.ini")), ProgramFolder::preparedSettings());
-    QCOMPARE(QDir(other.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+    QCOMPARE(QDir(program.configuration("me") + QStringLiteral("/calvorn"))
+                 .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
              QStringList(QStringLiteral("Calvorn.ini")));
+    // The next start has them again.
+    const QByteArray kept = contents(program.settingsOf("me"));
+    QVERIFY(program.start(program.environment("me")));
+    program.keys({QStringLiteral("ctrl+q")});
+    QVERIFY(program.waitForEnd());
+    QCOMPARE(contents(program.settingsOf("me")), kept);
 }
 
-void TestOtherFolder::itsServerReadsThemToo()
+void TestOtherFolder::theServerReadsThemToo()
 {
+    ProtectedProgram program(ProgramFolder::preparedSettings());
     // Far below the filter that the settings beside the server name, a piece of wire lets everything through.
-    const ProgramFolder other({}, ProgramFolder::preparedSettings());
-    other.set("Simulator", "Device", QStringLiteral("through"));
-    other.set("Calvorn", "Start", QStringLiteral("1000000"));
-    other.set("Calvorn", "Stop", QStringLiteral("2000000"));
-    RealProgram program(ProgramFolder::preparedSettings());
-    program.setCommand(program.folder() + QStringLiteral("/Calvorn"), folderOption(other.path()));
-    QVERIFY(program.start());
+    QVERIFY(QDir().mkpath(program.configuration("me") + QStringLiteral("/calvorn")));
+    QVERIFY(QFile::copy(program.folder() + QStringLiteral("/Calvorn.ini"), program.settingsOf("me")));
+    const auto set = [&program](const char *section, const char *key, const char *value) {
+        QVERIFY(writeProfileString(program.settingsOf("me"), QString::fromLatin1(section), QString::fromLatin1(key),
+                                   QString::fromLatin1(value)));
+    };
+    set("Simulator", "Device", "through");
+    set("Calvorn", "Start", "1000000");
+    set("Calvorn", "Stop", "2000000");
+    QVERIFY(program.start(program.environment("me")));
     const int empty = highestCurveRow(program.screenshot());
     program.keys({QStringLiteral("F5")});
     QTRY_VERIFY_WITH_TIMEOUT(highestCurveRow(program.screenshot()) < empty - 100, 5000);
@@ -74,18 +133,17 @@ void TestOtherFolder::itsServerReadsThemToo()
     QVERIFY(program.waitForEnd());
 }
 
-void TestOtherFolder::oneInstanceForEachFolder()
+void TestOtherFolder::oneInstanceForEachUser()
 {
-    const ProgramFolder other({}, ProgramFolder::preparedSettings());
-    RealProgram program(ProgramFolder::preparedSettings());
-    QVERIFY(program.start());
-    // The same programs beside it, with the other folder ...
+    ProtectedProgram program(ProgramFolder::preparedSettings());
+    QVERIFY(program.start(program.environment("me")));
+    // The same programs with the settings of another user ...
     QProcess second;
-    second.start(program.folder() + QStringLiteral("/Calvorn"), folderOption(other.path()));
+    program.launch(second, "you");
     QTRY_COMPARE_WITH_TIMEOUT(program.serversRunning(), 2, 5000);
     // ... but only once.
     QProcess third;
-    third.start(program.folder() + QStringLiteral("/Calvorn"), folderOption(other.path()));
+    program.launch(third, "you");
     const QString box = program.waitForWindow(m_box);
     QVERIFY(!box.isEmpty());
     RealProgram::run(QStringLiteral("xdotool"), {QStringLiteral("windowactivate"), QStringLiteral("--sync"), box,
@@ -96,27 +154,34 @@ void TestOtherFolder::oneInstanceForEachFolder()
     second.waitForFinished(3000);
 }
 
-void TestOtherFolder::aMissingFolderIsTold()
+void TestOtherFolder::aFolderThatCannotBeMadeIsReported()
 {
-    RealProgram program(ProgramFolder::preparedSettings());
-    const QString missing = program.folder() + QStringLiteral("/missing");
-    program.setCommand(program.folder() + QStringLiteral("/Calvorn"), folderOption(missing));
-    QVERIFY(program.start({}, m_box));
+    ProtectedProgram program(ProgramFolder::preparedSettings());
+    QFile inTheWay(program.configuration("me"));
+    QVERIFY(inTheWay.open(QIODevice::WriteOnly));
+    QVERIFY(program.start(program.environment("me"), m_box));
     QCOMPARE(program.serversRunning(), 0);
     program.keys({QStringLiteral("Return")});
     QVERIFY(program.waitForEnd());
     QCOMPARE(program.exitCode(), 1);
-    QVERIFY(!QFileInfo::exists(missing));
+}
+
+void TestOtherFolder::anUnknownArgumentEndsIt_data()
+{
+    QTest::addColumn<QString>("argument");
+    for (const char *argument : {"--fodler", "--folder", "-f"})
+        QTest::newRow(argument) << QString::fromLatin1(argument);
 }
 
 void TestOtherFolder::anUnknownArgumentEndsIt()
 {
+    QFETCH(QString, argument);
     RealProgram program(ProgramFolder::preparedSettings());
     QProcess process;
-    process.start(program.folder() + QStringLiteral("/Calvorn"), {QStringLiteral("--fodler")});
+    process.start(program.folder() + QStringLiteral("/Calvorn"), {argument});
     QVERIFY(process.waitForFinished(10000));
     QCOMPARE(process.exitCode(), 1);
-    QVERIFY(process.readAllStandardError().contains("fodler"));
+    QVERIFY(process.readAllStandardError().contains(argument.section(u'-', -1).toUtf8()));
 }
 
 QTEST_MAIN(TestOtherFolder)
