@@ -5,6 +5,7 @@
 #include "app/frm_about.h"
 #include "app/frm_preferences.h"
 #include "app/help_desk.h"
+#include "setup/prepared_settings.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -267,7 +268,8 @@ bool FrmSweep::start()
 bool FrmSweep::loadSettings()
 {
     // The configuration ends the program when it was written; without, the defaults will do.
-    m_loader.firstRun = [this] { return !m_setUp->configure(); };
+    const bool noSettings = isFirstStart(m_configuration.iniPath);
+    m_loader.firstRun = [this, noSettings] { return !m_setUp->configureAtFirstStart(noSettings); };
     const LoadOutcome outcome = m_loader.load();
     if (outcome == LoadOutcome::UnknownDdsDevice)
         m_messages.beepAndWarn(m_configuration.ddsDevice + tr(" : Unknow DDSdevice.") + u'\r' +
@@ -276,8 +278,8 @@ bool FrmSweep::loadSettings()
         m_messages.beepAndWarn(m_configuration.adcDevice + tr(" : Unknow ADCdevice.") + u'\r' +
                                tr("Supported ADC are: 8bit, 10bit"));
     if (outcome == LoadOutcome::UnknownDdsDevice || outcome == LoadOutcome::UnknownAdcDevice)
-        m_setUp->configure(outcome == LoadOutcome::UnknownDdsDevice ? QStringLiteral("DDS Device")
-                                                                    : QStringLiteral("ADC Device"));
+        m_setUp->configure({false, outcome == LoadOutcome::UnknownDdsDevice ? QStringLiteral("DDS Device")
+                                                                            : QStringLiteral("ADC Device")});
     return outcome == LoadOutcome::Loaded;
 }
 

@@ -3,7 +3,7 @@
 
 #include "setup/frm_calibra_adc.h"
 #include "setup/frm_calibra_dds.h"
-#include "setup/frm_set_up.h"
+#include "setup/prepared_settings.h"
 
 #include <QScreen>
 
@@ -31,7 +31,7 @@ void SetUpMenu::addAction(const char *name, const QString &text, const QString &
     m_actions.append(action);
 }
 
-bool SetUpMenu::configure(const QString &reportedKey)
+bool SetUpMenu::configure(const SetUpOpening &opening)
 {
     if (!m_setUp)
         m_setUp = new FrmSetUp(m_rooms.configuration, m_rooms.messages, m_rooms.boundary, m_window);
@@ -40,8 +40,15 @@ bool SetUpMenu::configure(const QString &reportedKey)
         const QRect free = m_window->screen()->availableGeometry();
         m_setUp->move(free.center() - QRect(QPoint(), m_setUp->sizeHint()).center());
     }
-    m_setUp->setReportedKey(reportedKey);
+    m_setUp->setOpening(opening);
     return m_setUp->exec() == QDialog::Accepted;
+}
+
+bool SetUpMenu::configureAtFirstStart(bool noSettings)
+{
+    if (noSettings)
+        writePreparedSections(m_rooms.configuration.iniPath);
+    return configure({noSettings, {}});
 }
 
 void SetUpMenu::mnuConfig_Click()

@@ -4,6 +4,7 @@
 #include "app/driver_events.h"
 #include "core/log.h"
 #include "data/sweep_table.h"
+#include "setup/frm_set_up.h"
 
 #include <QAction>
 #include <QObject>
@@ -12,7 +13,6 @@ namespace calvorn {
 
 class FrmCalibraADC;
 class FrmCalibraDDS;
-class FrmSetUp;
 
 // The entries of the menu "SetUp" that open the configuration and the two calibrations. Each dialog is made on first
 // use and kept.
@@ -36,9 +36,10 @@ public:
     const QList<QAction *> &actions() const { return m_actions; }
     void setDriver(AcquisitionDriver *driver) { m_driver = driver; }
 
-    // Opens the configuration. True when it was written, and the program has to end. reportedKey: the key of a device
-    // whose name the caller has just reported as unknown.
-    bool configure(const QString &reportedKey = {});
+    // Opens the configuration. True when it was written, and the program has to end.
+    bool configure(const SetUpOpening &opening = {});
+    // The same before anything was configured; where there is no settings file, it gets the prepared sections first.
+    bool configureAtFirstStart(bool noSettings);
 
 signals:
     void configured();

@@ -42,8 +42,7 @@ QString settingsFolder(const QString &programs)
 QString settingsToRead(const QString &programs)
 {
     const QString own = fileIn(settingsFolder(programs));
-    for (const QString &file :
-         {own, fileIn(folderOfUser(QStandardPaths::GenericDataLocation)), fileIn(programs)}) {
+    for (const QString &file : {own, fileIn(folderOfUser(QStandardPaths::GenericDataLocation)), fileIn(programs)}) {
         if (QFileInfo::exists(file))
             return file;
         // Beside the programs there is one place.

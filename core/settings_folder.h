@@ -9,9 +9,9 @@ namespace calvorn {
 // there, otherwise "calvorn" in the user's configuration folder ($XDG_CONFIG_HOME, or ~/.config).
 QString settingsFolder(const QString &programs);
 
-// The settings file to read: the one in settingsFolder() when it is there. Where that is not the folder of the programs,
-// the next choices are the file of version 2.0 in the user's data folder and the prepared one beside the programs. Without
-// any of them, the name that the file will have.
+// The settings file to read: the one in settingsFolder() when it is there. Where that is not the folder of the
+// programs, the next choices are the file of version 2.0 in the user's data folder and the prepared one beside the
+// programs. Without any of them, the name that the file will have.
 QString settingsToRead(const QString &programs);
 
 // Creates settingsFolder(). False when that is not possible.

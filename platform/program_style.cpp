@@ -10,7 +10,7 @@ namespace calvorn {
 namespace {
 
 constexpr int kDark = 128;        // lightness of a window, of 255
-constexpr double kFrameAlpha = 0.35;
+constexpr float kFrameAlpha = 0.35F;
 
 bool hasFrame(QStyle::PrimitiveElement element)
 {

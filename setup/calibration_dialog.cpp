@@ -132,8 +132,8 @@ void CalibrationDialog::changed()
     offsetChanged();
 }
 
-// A text that is no number is shown as "0", and the next key begins a new number. A sign or a decimal separator would be
-// lost that way, so it waits for that key. A zero waits with its sign: it is shown without one.
+// A text that is no number is shown as "0", and the next key begins a new number. A sign or a decimal separator would
+// be lost that way, so it waits for that key. A zero waits with its sign: it is shown without one.
 bool CalibrationDialog::completeEntry()
 {
     static const QRegularExpression beginning(QStringLiteral("^[+-]?[.,]?$"));

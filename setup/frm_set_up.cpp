@@ -7,6 +7,7 @@
 #include "setup/dds_page.h"
 #include "setup/interface_page.h"
 #include "setup/port_page.h"
+#include "setup/prepared_settings.h"
 
 #include <QButtonGroup>
 #include <QGridLayout>
@@ -130,8 +131,11 @@ void FrmSetUp::showEvent(QShowEvent *event)
 void FrmSetUp::load()
 {
     m_values = SetUpValues();
-    QStringList faults = loadPorts(m_values, m_configuration.iniPath);
-    faults += loadHardware(m_values, m_configuration.iniPath, "Config", std::exchange(m_reportedKey, {}));
+    const SetUpOpening opening = std::exchange(m_opening, {});
+    QStringList faults = loadPorts(m_values, opening.firstStart ? preparedSettings() : m_configuration.iniPath);
+    faults += opening.firstStart && hasDefaults(m_configuration.iniPath, m_values.interfaceType)
+                  ? loadDefaults(m_values, m_configuration.iniPath, m_values.interfaceType)
+                  : loadHardware(m_values, m_configuration.iniPath, "Config", opening.reportedDevice);
     for (SetUpPage *page : m_pages)
         page->forget();
     interfaceChosen();

@@ -12,6 +12,15 @@ namespace calvorn {
 
 class InterfacePage;
 
+// What the caller knows when it opens the configuration.
+struct SetUpOpening
+{
+    // There are no settings yet: the dialog proposes the prepared simulated board.
+    bool firstStart = false;
+    // The key of a device whose name the caller has just reported as unknown; it is not reported a second time.
+    QString reportedDevice;
+};
+
 // The configuration of the hardware: five pages over one set of working copies. Nothing but "Apply" writes; exec()
 // then returns Accepted and the program has to end, because the new configuration is read at its next start.
 class FrmSetUp : public QDialog
@@ -23,8 +32,8 @@ public:
     FrmSetUp(const Configuration &configuration, Messages &messages, ErrorBoundary &boundary,
              QWidget *parent = nullptr);
 
-    // A key whose value the caller has just reported as unusable; the dialog does not report it a second time.
-    void setReportedKey(const QString &key) { m_reportedKey = key; }
+    // For the next time that the dialog opens.
+    void setOpening(const SetUpOpening &opening) { m_opening = opening; }
 
 protected:
     // Reads the file afresh whenever the dialog is opened.
@@ -47,7 +56,7 @@ private:
     const Configuration &m_configuration;
     Messages &m_messages;
     ErrorBoundary &m_boundary;
-    QString m_reportedKey;
+    SetUpOpening m_opening;
     SetUpValues m_values;
     QWidget *m_frame = nullptr; // frameSetUp, around the pages
     std::array<SetUpPage *, kPages> m_pages{};

@@ -35,8 +35,8 @@ class Options
     Q_DECLARE_TR_FUNCTIONS(SweepTool)
 
 public:
-    QCommandLineOption settings{QStringLiteral("settings"),
-                                tr("Settings file; that of the window if not given."), QStringLiteral("FILE")};
+    QCommandLineOption settings{QStringLiteral("settings"), tr("Settings file; that of the window if not given."),
+                                QStringLiteral("FILE")};
     QCommandLineOption start{QStringLiteral("start"), tr("First frequency in Hz, in place of that of the settings."),
                              QStringLiteral("HZ")};
     QCommandLineOption stop{QStringLiteral("stop"), tr("Last frequency in Hz, in place of that of the settings."),

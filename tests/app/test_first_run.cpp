@@ -14,6 +14,27 @@ QByteArray content(const test::ProgramFolder &folder)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
 }
 
+struct Hands : test::WidgetHands
+{
+    explicit Hands(QWidget &opened)
+        : dialog(&opened)
+    {
+    }
+    QWidget *root() const override { return dialog; }
+
+    QWidget *dialog;
+};
+
+// In the next configuration, which is closed afterwards, also when the action has failed half way.
+void inNextDialog(const std::function<void(const Hands &)> &action)
+{
+    test::whileModal([action](QWidget &dialog) {
+        action(Hands(dialog));
+        if (dialog.isVisible())
+            QTest::keyClick(&dialog, Qt::Key_Escape);
+    });
+}
+
 } // namespace
 
 // Starts with no settings, with settings that no dialog could have written, and the configuration in between.
@@ -34,6 +55,10 @@ private slots:
     }
 
     void closingTheDialogGoesOnWithTheDefaults();
+    void theFirstStartProposesTheSimulatedBoard_data();
+    void theFirstStartProposesTheSimulatedBoard();
+    void theFirstStartBringsThePreparedSections();
+    void settingsWithoutADeviceStayAsTheyAre();
     void applyEndsTheProgramAndTheNextStartWorks();
     void unknownDevicesEndTheProgram_data();
     void unknownDevicesEndTheProgram();
@@ -63,19 +88,83 @@ void TestFirstRun::closingTheDialogGoesOnWithTheDefaults()
     QCOMPARE(m_server.takeCalls().first(), QStringLiteral("aLPT.OpenPort(888)"));
 }
 
+void TestFirstRun::theFirstStartProposesTheSimulatedBoard_data()
+{
+    QTest::addColumn<QByteArray>("settings");
+    QTest::newRow("no file") << QByteArray();
+    QTest::newRow("empty file") << QByteArray("\r\n");
+}
+
+void TestFirstRun::theFirstStartProposesTheSimulatedBoard()
+{
+    QFETCH(QByteArray, settings);
+    inNextDialog([](const Hands &hands) {
+        QVERIFY(hands.isChecked("optInterface_2"));
+        hands.click("cmdPort");
+        QVERIFY(hands.isChecked("optParallelPort_0"));
+        QCOMPARE(hands.text("txtAddressRS232"), QStringLiteral("100"));
+        hands.click("cmdDDS");
+        QVERIFY(hands.isChecked("optDDSselect_2"));
+        QVERIFY(hands.isChecked("optDDSx6"));
+        QCOMPARE(hands.text("txtClk9851"), QStringLiteral("30,000,000"));
+        hands.click("cmdADC");
+        QCOMPARE(hands.text("txtADCstep"), QStringLiteral("2.440"));
+    });
+    const WindowBench first = bench(settings);
+    QVERIFY(first.started);
+    QCOMPARE(first.desktop.boxes.size(), 0);
+    // Only "Apply" makes it real.
+    QCOMPARE(first.configuration.ddsDevice, QStringLiteral("AD9850"));
+    QCOMPARE(first.configuration.lptAddress, static_cast<std::int16_t>(888));
+    QCOMPARE(first.configuration.adcOffset, 5.0F);
+    QCOMPARE(m_server.takeCalls().first(), QStringLiteral("aLPT.OpenPort(888)"));
+    // The second time it shows what there is.
+    inNextDialog([](const Hands &hands) {
+        hands.click("cmdPort");
+        QVERIFY(hands.isChecked("optParallelPort_1"));
+    });
+    first.window->findChild<QAction *>(QStringLiteral("mnuConfig"))->trigger();
+}
+
+void TestFirstRun::theFirstStartBringsThePreparedSections()
+{
+    test::dismissNextDialog();
+    const WindowBench first = bench({});
+    const QString prepared = QStringLiteral(CALVORN_SOURCE_DIR "/packaging/Calvorn.ini");
+    for (const char *name : {"Interface1", "Interface2", "Interface3", "Simulator"}) {
+        const QString section = QString::fromLatin1(name);
+        const QVector<ProfileEntry> wanted = readProfileSection(prepared, section);
+        const QVector<ProfileEntry> found = readProfileSection(first.folder.iniPath(), section);
+        QVERIFY2(!wanted.isEmpty(), name);
+        QCOMPARE(found.size(), wanted.size());
+        for (qsizetype i = 0; i < wanted.size(); ++i)
+            QCOMPARE(found[i].key + u'=' + found[i].value, wanted[i].key + u'=' + wanted[i].value);
+    }
+    // All three defaults are there.
+    inNextDialog([](const Hands &hands) {
+        for (const char *button : {"cmdDefault1", "cmdDefault3", "cmdDefault2"})
+            hands.click(button);
+        hands.click("cmdDDS");
+        QVERIFY(hands.isChecked("optDDSselect_2"));
+    });
+    first.window->findChild<QAction *>(QStringLiteral("mnuConfig"))->trigger();
+    QCOMPARE(first.desktop.boxes.size(), 0);
+}
+
+void TestFirstRun::settingsWithoutADeviceStayAsTheyAre()
+{
+    inNextDialog([](const Hands &hands) {
+        hands.click("cmdPort");
+        QVERIFY(hands.isChecked("optParallelPort_2"));
+    });
+    const WindowBench started = bench("[Parallel Port]\r\nLPT=&H278\r\n");
+    QVERIFY(started.started);
+    QVERIFY(readProfileSection(started.folder.iniPath(), QStringLiteral("Interface2")).isEmpty());
+}
+
 void TestFirstRun::applyEndsTheProgramAndTheNextStartWorks()
 {
-    test::whileModal([](QWidget &dialog) {
-        struct Hands : test::WidgetHands
-        {
-            QWidget *dialog = nullptr;
-            QWidget *root() const override { return dialog; }
-        } hands;
-        hands.dialog = &dialog;
-        hands.click("cmdPort");
-        hands.click("optParallelPort_0");
-        hands.click("cmdApply");
-    });
+    inNextDialog([](const Hands &hands) { hands.click("cmdApply"); });
     WindowBench first = bench({});
     QVERIFY(!first.started);
     QVERIFY(!first.window->isVisible());
@@ -83,7 +172,7 @@ void TestFirstRun::applyEndsTheProgramAndTheNextStartWorks()
     QCOMPARE(m_server.takeCalls(), QStringList());
     // Nothing that the dialog did not write.
     QCOMPARE(first.folder.setting("Calvorn", "Start"), QString());
-    QVERIFY(content(first.folder).startsWith("[Config]\r\nInterface=2\r\nDDS Device=AD9850\r\n"));
+    QVERIFY(content(first.folder).startsWith("[Config]\r\nInterface=2\r\nDDS Device=AD9851\r\n"));
 
     first.open();
     QVERIFY(first.started);
@@ -122,8 +211,7 @@ void TestFirstRun::unknownDevicesEndTheProgram()
 void TestFirstRun::otherBadValuesAreStillReported()
 {
     test::dismissNextDialog();
-    const WindowBench started =
-        bench("[Config]\r\nDDS Device=AD9999\r\nDDS Max freq=many\r\nADC Device=12bit\r\n");
+    const WindowBench started = bench("[Config]\r\nDDS Device=AD9999\r\nDDS Max freq=many\r\nADC Device=12bit\r\n");
     QVERIFY(!started.started);
     QCOMPARE(started.desktop.boxes.size(), 2);
     const QString second = started.desktop.lastText();

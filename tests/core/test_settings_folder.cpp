@@ -37,10 +37,7 @@ private:
 
     QString path(const char *name) const { return m_folder->filePath(QString::fromLatin1(name)); }
     QString programs() const { return path("programs"); }
-    void protectPrograms() const
-    {
-        QVERIFY(QFile::setPermissions(programs(), QFile::ReadOwner | QFile::ExeOwner));
-    }
+    void protectPrograms() const { QVERIFY(QFile::setPermissions(programs(), QFile::ReadOwner | QFile::ExeOwner)); }
 
 private slots:
     void init();

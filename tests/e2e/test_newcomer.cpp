@@ -67,25 +67,13 @@ void TestNewcomer::noSettingsAtAll()
     RealProgram program({});
     QVERIFY(QFile::remove(program.folder() + QStringLiteral("/Calvorn.ini")));
     QVERIFY(program.start({}, kConfiguration));
-    press(program, {QStringLiteral("alt+p")});
-    // From the page buttons to the serial ports, the free number, the parallel ports; there one up to LPT0.
-    press(program, {QStringLiteral("Tab"), QStringLiteral("Tab"), QStringLiteral("Tab"), QStringLiteral("Up")});
-    press(program, {QStringLiteral("alt+d")});
-    press(program, {QStringLiteral("alt+s")});
-    program.typeText(QStringLiteral("2.44"));
+    // The dialog proposes the simulated board.
     apply(program);
     QCOMPARE(program.setting("Parallel Port", "LPT"), QStringLiteral("&H0"));
     QCOMPARE(program.setting("Config", "ADC Step"), QStringLiteral("0.00244"));
-    QCOMPARE(program.setting("Config", "DDS Device"), QStringLiteral("AD9850"));
-
-    // The offset of a file that has never been calibrated is 5 V; the simulated detector has none.
-    QVERIFY(program.start({}, kMainWindow));
-    press(program, {QStringLiteral("alt+s"), QStringLiteral("d")});
-    QVERIFY(!program.waitForWindow(QStringLiteral("^Detector calibration$")).isEmpty());
-    program.typeText(QStringLiteral("0"));
-    press(program, {QStringLiteral("alt+a"), QStringLiteral("Escape"), QStringLiteral("ctrl+q")});
-    QVERIFY(program.waitForEnd());
     QCOMPARE(program.setting("Config", "ADC Offset"), QStringLiteral("0"));
+    QCOMPARE(program.setting("Config", "DDS Device"), QStringLiteral("AD9851"));
+    QCOMPARE(program.setting("Simulator", "Device"), QStringLiteral("bandpass"));
     sweep(program);
 }
 

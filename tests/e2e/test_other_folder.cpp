@@ -25,25 +25,23 @@ public:
     explicit ProtectedProgram(const QByteArray &settings)
         : RealProgram(settings)
     {
+        bring("calvorn-sweep");
         setCommand(command().first(), command().mid(1));
         protect(true);
     }
     ~ProtectedProgram() { protect(false); }
 
     // Permissions apply to root, too, when it has given this right away.
-    QStringList command() const
+    QStringList command(const char *name = "Calvorn") const
     {
-        const QString program = folder() + QStringLiteral("/Calvorn");
+        const QString program = folder() + u'/' + QString::fromLatin1(name);
         if (geteuid() != 0)
             return {program};
         return {QStringLiteral("setpriv"), QStringLiteral("--bounding-set"), QStringLiteral("-dac_override"), program};
     }
     // Of the user whose name this is.
     QString configuration(const char *user) const { return m_users.filePath(QString::fromLatin1(user)); }
-    QString settingsOf(const char *user) const
-    {
-        return configuration(user) + QStringLiteral("/calvorn/Calvorn.ini");
-    }
+    QString settingsOf(const char *user) const { return configuration(user) + QStringLiteral("/calvorn/Calvorn.ini"); }
     QStringList environment(const char *user) const
     {
         return {QStringLiteral("XDG_CONFIG_HOME=") + configuration(user),
@@ -79,6 +77,7 @@ private:
 private slots:
     void theUsersSettingsAreMadeAndWritten();
     void theServerReadsThemToo();
+    void theToolReadsThemAndWritesNone();
     void oneInstanceForEachUser();
     void aFolderThatCannotBeMadeIsReported();
     void anUnknownArgumentEndsIt_data();
@@ -131,6 +130,30 @@ void TestOtherFolder::theServerReadsThemToo()
     QTRY_VERIFY_WITH_TIMEOUT(highestCurveRow(program.screenshot()) < empty - 100, 5000);
     program.keys({QStringLiteral("ctrl+q")});
     QVERIFY(program.waitForEnd());
+}
+
+void TestOtherFolder::theToolReadsThemAndWritesNone()
+{
+    const ProtectedProgram program(ProgramFolder::preparedSettings());
+    const QTemporaryDir results;
+    // The second row of the file is the first of the sweep, its second field the frequency.
+    const auto firstFrequency = [&] {
+        const QString csv = results.filePath(QStringLiteral("sweep.csv"));
+        QStringList command = program.command("calvorn-sweep") + QStringList{QStringLiteral("--output"), csv};
+        QProcess tool;
+        tool.setEnvironment(QProcess::systemEnvironment() + program.environment("me"));
+        tool.start(command.takeFirst(), command);
+        tool.waitForFinished(20000);
+        return contents(csv).split('\n').value(1).split(',').value(1);
+    };
+    // Before the first start of the window, the prepared settings.
+    QCOMPARE(firstFrequency(), QByteArray("1000000"));
+    QVERIFY(!QFileInfo::exists(program.configuration("me")));
+    QVERIFY(QDir().mkpath(program.configuration("me") + QStringLiteral("/calvorn")));
+    QVERIFY(QFile::copy(program.folder() + QStringLiteral("/Calvorn.ini"), program.settingsOf("me")));
+    QVERIFY(writeProfileString(program.settingsOf("me"), QStringLiteral("Calvorn"), QStringLiteral("Start"),
+                               QStringLiteral("2000000")));
+    QCOMPARE(firstFrequency(), QByteArray("2000000"));
 }
 
 void TestOtherFolder::oneInstanceForEachUser()
