@@ -51,6 +51,13 @@
     </message>
 </context>
 <context>
+    <name>FileReplacement</name>
+    <message>
+        <source>it is not a file</source>
+        <translation>es ist keine Datei</translation>
+    </message>
+</context>
+<context>
     <name>Frequency</name>
     <message>
         <source>The reference clock of the generator must be at least 1 Hz.</source>
@@ -299,6 +306,10 @@
         <source>There is no driver for this interface</source>
         <translation>Für diese Schnittstelle gibt es keinen Treiber</translation>
     </message>
+    <message>
+        <source>The program is closing</source>
+        <translation>Das Programm wird beendet</translation>
+    </message>
 </context>
 <context>
     <name>SerialPort</name>
@@ -517,10 +528,6 @@
         <translation>Macht einen Durchlauf ohne Fenster. Ohne --output und --picture erscheint der Frequenzgang in Zahlen und als Kurve.</translation>
     </message>
     <message>
-        <source>Settings file; the one beside the program if not given.</source>
-        <translation>Einstellungsdatei; ohne Angabe die neben dem Programm.</translation>
-    </message>
-    <message>
         <source>First frequency in Hz, in place of that of the settings.</source>
         <translation>Erste Frequenz in Hz, anstelle der eingestellten.</translation>
     </message>
@@ -539,6 +546,18 @@
     <message>
         <source>Write the curve as PNG or SVG.</source>
         <translation>Kurve als PNG oder SVG schreiben.</translation>
+    </message>
+    <message>
+        <source>Settings file; that of the window if not given.</source>
+        <translation>Datei mit den Einstellungen; ohne Angabe die des Fensters.</translation>
+    </message>
+    <message>
+        <source>Scale of the amplitudes, in place of that of the settings: %1; the numbers 0 to 4 mean the same.</source>
+        <translation>Skala der Amplituden, anstelle der eingestellten: %1; die Zahlen 0 bis 4 bedeuten dasselbe.</translation>
+    </message>
+    <message>
+        <source>--%1 takes one of %2, not &quot;%3&quot;.</source>
+        <translation>--%1 nimmt einen der Werte %2, nicht „%3“.</translation>
     </message>
 </context>
 <context>
@@ -703,6 +722,14 @@
     <message>
         <source>Position of the potentiometer</source>
         <translation>Stellung des Potentiometers</translation>
+    </message>
+    <message>
+        <source>Total</source>
+        <translation>Summe</translation>
+    </message>
+    <message>
+        <source>Potentiometer</source>
+        <translation>Potentiometer</translation>
     </message>
 </context>
 <context>
@@ -1026,10 +1053,6 @@
         <translation>DAC-Baustein:</translation>
     </message>
     <message>
-        <source>Made by the Calvorn authors for radio amateurs.</source>
-        <translation>Von den Calvorn-Autoren für Funkamateure gemacht.</translation>
-    </message>
-    <message>
         <source>Without any warranty. Check your wiring before you switch on.</source>
         <translation>Ohne jede Gewähr. Vor dem Einschalten die Verdrahtung prüfen.</translation>
     </message>
@@ -1058,24 +1081,12 @@
         <translation>DDS-Generator/Detektor am Parallelport LPT 0%1</translation>
     </message>
     <message>
-        <source>Board design: see the wiring page of the documentation</source>
-        <translation>Entwurf der Platine: siehe Verdrahtung in der Dokumentation</translation>
-    </message>
-    <message>
-        <source>docs/hardware/lpt-board.md</source>
-        <translation>docs/hardware/lpt-board.md</translation>
-    </message>
-    <message>
         <source>MiniVNA connected to the USB port COM%1</source>
         <translation>MiniVNA am USB-Port COM%1</translation>
     </message>
     <message>
         <source>Analyser design: its makers, with thanks</source>
         <translation>Entwurf des Analysators: seine Erbauer, mit Dank</translation>
-    </message>
-    <message>
-        <source>docs/hardware/minivna.md</source>
-        <translation>docs/hardware/minivna.md</translation>
     </message>
     <message>
         <source>, ClockRef: </source>
@@ -1096,6 +1107,22 @@
     <message>
         <source>, step: </source>
         <translation>, Schritt: </translation>
+    </message>
+    <message>
+        <source>Calvorn %1, made by the Calvorn authors for radio amateurs.</source>
+        <translation>Calvorn %1, von den Calvorn-Autoren für Funkamateure gemacht.</translation>
+    </message>
+    <message>
+        <source>Board design: home-built, by radio amateurs</source>
+        <translation>Entwurf der Platine: Eigenbau von Funkamateuren</translation>
+    </message>
+    <message>
+        <source>In the manual (F1): &quot;The parallel-port board&quot;</source>
+        <translation>Im Handbuch (F1): &quot;The parallel-port board&quot;</translation>
+    </message>
+    <message>
+        <source>In the manual (F1): &quot;The MiniVNA&quot;</source>
+        <translation>Im Handbuch (F1): &quot;The MiniVNA&quot;</translation>
     </message>
 </context>
 <context>
@@ -1211,10 +1238,6 @@
         <translation>Ein Kreuz läuft auf der Kurve unter der Maus mit</translation>
     </message>
     <message>
-        <source>The lowest level above zero that the converter can tell, in dB</source>
-        <translation>Der niedrigste Pegel über null, den der Wandler erkennt, in dB</translation>
-    </message>
-    <message>
         <source>EXIT</source>
         <translation>SCHLIESSEN</translation>
     </message>
@@ -1225,6 +1248,14 @@
     <message>
         <source>Limit the Logaritmic Scales to the range of the ADC (%1)</source>
         <translation>Logarithmische Skalen auf den Bereich des ADC begrenzen (%1)</translation>
+    </message>
+    <message>
+        <source>Without effect. The number is the lowest level above zero that the converter can tell, in dB</source>
+        <translation>Ohne Wirkung. Die Zahl ist der niedrigste Pegel über null, den der Wandler unterscheidet, in dB</translation>
+    </message>
+    <message>
+        <source>This box has no effect: the scales keep their full range.</source>
+        <translation>Dieses Kästchen hat keine Wirkung: Die Skalen behalten ihren vollen Bereich.</translation>
     </message>
 </context>
 <context>
@@ -1404,6 +1435,17 @@
     </message>
 </context>
 <context>
+    <name>calvorn::HelpResults</name>
+    <message>
+        <source>Pages found in the help</source>
+        <translation>Gefundene Seiten der Hilfe</translation>
+    </message>
+    <message>
+        <source>No page has these words.</source>
+        <translation>Keine Seite enthält diese Wörter.</translation>
+    </message>
+</context>
+<context>
     <name>calvorn::HelpWindow</name>
     <message>
         <source>Calvorn Help</source>
@@ -1554,6 +1596,10 @@
     <message>
         <source>Text files (*.txt);;All files (*)</source>
         <translation>Textdateien (*.txt);;Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>log</source>
+        <translation>Protokoll</translation>
     </message>
 </context>
 <context>
@@ -2199,6 +2245,10 @@
         <source>CANCEL to keep the original values.</source>
         <translation>ABBRECHEN behält die Werte der Datei.</translation>
     </message>
+    <message>
+        <source>the amplitudes are volts, and the scale is in dB</source>
+        <translation>die Amplituden sind Volt, und die Skala ist in dB</translation>
+    </message>
 </context>
 <context>
     <name>calvorn::SweepGraph</name>
@@ -2462,16 +2512,12 @@ Tastatur: Pfeiltasten bewegen, die Tasten 1 bis 4 setzen einen Marker.</translat
         <translation>Misst Filter, Antennen und andere Objekte über einen Frequenzbereich.</translation>
     </message>
     <message>
-        <source>Folder of Calvorn.ini, in place of that of the program. One instance runs in it.</source>
-        <translation>Ordner von Calvorn.ini, anstelle des Programmordners. Darin läuft eine Instanz.</translation>
+        <source>Calvorn needs a display, and none can be opened. Start it on a desktop, or use calvorn-sweep.</source>
+        <translation>Calvorn braucht einen Bildschirm, und keiner lässt sich öffnen. Auf einem Desktop starten oder calvorn-sweep verwenden.</translation>
     </message>
     <message>
-        <source>folder</source>
-        <translation>Ordner</translation>
-    </message>
-    <message>
-        <source>The folder %1 does not exist</source>
-        <translation>Der Ordner %1 existiert nicht</translation>
+        <source>The folder %1 for the settings could not be made</source>
+        <translation>Der Ordner %1 für die Einstellungen konnte nicht angelegt werden</translation>
     </message>
 </context>
 </TS>

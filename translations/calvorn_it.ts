@@ -51,6 +51,13 @@
     </message>
 </context>
 <context>
+    <name>FileReplacement</name>
+    <message>
+        <source>it is not a file</source>
+        <translation>non è un file</translation>
+    </message>
+</context>
+<context>
     <name>Frequency</name>
     <message>
         <source>The reference clock of the generator must be at least 1 Hz.</source>
@@ -299,6 +306,10 @@
         <source>There is no driver for this interface</source>
         <translation>Per questa interfaccia non c&apos;è un driver</translation>
     </message>
+    <message>
+        <source>The program is closing</source>
+        <translation>Il programma si sta chiudendo</translation>
+    </message>
 </context>
 <context>
     <name>SerialPort</name>
@@ -517,10 +528,6 @@
         <translation>Esegue uno sweep senza finestra. Senza --output e --picture stampa la risposta in cifre e come grafico.</translation>
     </message>
     <message>
-        <source>Settings file; the one beside the program if not given.</source>
-        <translation>File di impostazioni; se manca, quello accanto al programma.</translation>
-    </message>
-    <message>
         <source>First frequency in Hz, in place of that of the settings.</source>
         <translation>Prima frequenza in Hz, al posto di quella delle impostazioni.</translation>
     </message>
@@ -539,6 +546,18 @@
     <message>
         <source>Write the curve as PNG or SVG.</source>
         <translation>Scrive la curva come PNG o SVG.</translation>
+    </message>
+    <message>
+        <source>Settings file; that of the window if not given.</source>
+        <translation>File delle impostazioni; se non indicato, quello della finestra.</translation>
+    </message>
+    <message>
+        <source>Scale of the amplitudes, in place of that of the settings: %1; the numbers 0 to 4 mean the same.</source>
+        <translation>Scala delle ampiezze, al posto di quella delle impostazioni: %1; i numeri da 0 a 4 significano lo stesso.</translation>
+    </message>
+    <message>
+        <source>--%1 takes one of %2, not &quot;%3&quot;.</source>
+        <translation>--%1 accetta uno tra %2, non «%3».</translation>
     </message>
 </context>
 <context>
@@ -703,6 +722,14 @@
     <message>
         <source>Position of the potentiometer</source>
         <translation>Posizione del potenziometro</translation>
+    </message>
+    <message>
+        <source>Total</source>
+        <translation>Totale</translation>
+    </message>
+    <message>
+        <source>Potentiometer</source>
+        <translation>Potenziometro</translation>
     </message>
 </context>
 <context>
@@ -1026,10 +1053,6 @@
         <translation>Dispositivo DAC:</translation>
     </message>
     <message>
-        <source>Made by the Calvorn authors for radio amateurs.</source>
-        <translation>Fatto dagli autori di Calvorn per i radioamatori.</translation>
-    </message>
-    <message>
         <source>Without any warranty. Check your wiring before you switch on.</source>
         <translation>Senza alcuna garanzia. Controllare il cablaggio prima di accendere.</translation>
     </message>
@@ -1058,24 +1081,12 @@
         <translation>Generatore/rivelatore DDS collegato alla porta parallela LPT 0%1</translation>
     </message>
     <message>
-        <source>Board design: see the wiring page of the documentation</source>
-        <translation>Progetto della scheda: vedere il cablaggio nella documentazione</translation>
-    </message>
-    <message>
-        <source>docs/hardware/lpt-board.md</source>
-        <translation>docs/hardware/lpt-board.md</translation>
-    </message>
-    <message>
         <source>MiniVNA connected to the USB port COM%1</source>
         <translation>MiniVNA collegato alla porta USB COM%1</translation>
     </message>
     <message>
         <source>Analyser design: its makers, with thanks</source>
         <translation>Progetto dell&apos;analizzatore: i suoi autori, con un grazie</translation>
-    </message>
-    <message>
-        <source>docs/hardware/minivna.md</source>
-        <translation>docs/hardware/minivna.md</translation>
     </message>
     <message>
         <source>, ClockRef: </source>
@@ -1096,6 +1107,22 @@
     <message>
         <source>, step: </source>
         <translation>, passo: </translation>
+    </message>
+    <message>
+        <source>Calvorn %1, made by the Calvorn authors for radio amateurs.</source>
+        <translation>Calvorn %1, creato dagli autori di Calvorn per i radioamatori.</translation>
+    </message>
+    <message>
+        <source>Board design: home-built, by radio amateurs</source>
+        <translation>Progetto della scheda: autocostruita, da radioamatori</translation>
+    </message>
+    <message>
+        <source>In the manual (F1): &quot;The parallel-port board&quot;</source>
+        <translation>Nel manuale (F1): &quot;The parallel-port board&quot;</translation>
+    </message>
+    <message>
+        <source>In the manual (F1): &quot;The MiniVNA&quot;</source>
+        <translation>Nel manuale (F1): &quot;The MiniVNA&quot;</translation>
     </message>
 </context>
 <context>
@@ -1211,10 +1238,6 @@
         <translation>Una croce corre sulla curva sotto il mouse</translation>
     </message>
     <message>
-        <source>The lowest level above zero that the converter can tell, in dB</source>
-        <translation>Il livello più basso sopra lo zero che il convertitore distingue, in dB</translation>
-    </message>
-    <message>
         <source>EXIT</source>
         <translation>ESCI</translation>
     </message>
@@ -1225,6 +1248,14 @@
     <message>
         <source>Limit the Logaritmic Scales to the range of the ADC (%1)</source>
         <translation>Limita le scale logaritmiche al campo dell&apos;ADC (%1)</translation>
+    </message>
+    <message>
+        <source>Without effect. The number is the lowest level above zero that the converter can tell, in dB</source>
+        <translation>Senza effetto. Il numero è il livello più basso sopra lo zero che il convertitore distingue, in dB</translation>
+    </message>
+    <message>
+        <source>This box has no effect: the scales keep their full range.</source>
+        <translation>Questa casella non ha effetto: le scale mantengono tutta la loro estensione.</translation>
     </message>
 </context>
 <context>
@@ -1404,6 +1435,17 @@
     </message>
 </context>
 <context>
+    <name>calvorn::HelpResults</name>
+    <message>
+        <source>Pages found in the help</source>
+        <translation>Pagine trovate nella guida</translation>
+    </message>
+    <message>
+        <source>No page has these words.</source>
+        <translation>Nessuna pagina contiene queste parole.</translation>
+    </message>
+</context>
+<context>
     <name>calvorn::HelpWindow</name>
     <message>
         <source>Calvorn Help</source>
@@ -1554,6 +1596,10 @@
     <message>
         <source>Text files (*.txt);;All files (*)</source>
         <translation>File di testo (*.txt);;Tutti i file (*)</translation>
+    </message>
+    <message>
+        <source>log</source>
+        <translation>registro</translation>
     </message>
 </context>
 <context>
@@ -2199,6 +2245,10 @@
         <source>CANCEL to keep the original values.</source>
         <translation>ANNULLA mantiene i valori originali.</translation>
     </message>
+    <message>
+        <source>the amplitudes are volts, and the scale is in dB</source>
+        <translation>le ampiezze sono in volt e la scala è in dB</translation>
+    </message>
 </context>
 <context>
     <name>calvorn::SweepGraph</name>
@@ -2462,16 +2512,12 @@ Tastiera: le frecce spostano, i tasti da 1 a 4 mettono un marcatore.</translatio
         <translation>Misura filtri, antenne e altri dispositivi su un campo di frequenze.</translation>
     </message>
     <message>
-        <source>Folder of Calvorn.ini, in place of that of the program. One instance runs in it.</source>
-        <translation>Cartella di Calvorn.ini, al posto di quella del programma. Vi gira una sola istanza.</translation>
+        <source>Calvorn needs a display, and none can be opened. Start it on a desktop, or use calvorn-sweep.</source>
+        <translation>Calvorn ha bisogno di uno schermo, ma non è possibile aprirne nessuno. Avviarlo da un desktop oppure usare calvorn-sweep.</translation>
     </message>
     <message>
-        <source>folder</source>
-        <translation>cartella</translation>
-    </message>
-    <message>
-        <source>The folder %1 does not exist</source>
-        <translation>La cartella %1 non esiste</translation>
+        <source>The folder %1 for the settings could not be made</source>
+        <translation>Impossibile creare la cartella %1 per le impostazioni</translation>
     </message>
 </context>
 </TS>
