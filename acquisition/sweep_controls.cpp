@@ -3,6 +3,7 @@
 
 #include "acquisition/frequency_plan.h"
 #include "core/number_text.h"
+#include "platform/entry_box.h"
 #include "platform/option_choice.h"
 #include "platform/read_out.h"
 
@@ -119,7 +120,10 @@ void SweepControls::buildButtons()
     m_stop->hide();
     auto *key = new QShortcut(Qt::Key_F5, this);
     connect(key, &QShortcut::activated, this, &SweepControls::toggleByKey);
-    m_boundary.connect(m_start, &QPushButton::clicked, this, "cmdStart_Click", [this] { cmdStart_Click(); });
+    m_boundary.connect(m_start, &QPushButton::clicked, this, "cmdStart_Click", [this] {
+        EntryBox::commitPending();
+        cmdStart_Click();
+    });
     m_boundary.connect(m_stop, &QPushButton::clicked, this, "cmdStop_Click", [this] { cmdStop_Click(); });
 }
 

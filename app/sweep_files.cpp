@@ -7,6 +7,7 @@
 #include "core/scale_type.h"
 #include "core/whole_file.h"
 #include "data/sweep_csv.h"
+#include "platform/entry_box.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -56,6 +57,7 @@ void SweepFiles::exportSweep()
 
 void SweepFiles::mnuOpenCSV_Click()
 {
+    EntryBox::commitPending();
     try {
         importSweep();
     } catch (const RuntimeError &error) {

@@ -430,14 +430,15 @@ void MarkerPanel::picSweep_MouseMove(double x, double y)
             putMarker(*m_grabbed, x, y);
     }
     m_cursor = QPointF(x, y);
-    m_graph.moveLine(GraphItem::CursorV, rowAt(x));
+    if (m_configuration.cursorMode != 0)
+        m_graph.moveLine(GraphItem::CursorV, rowAt(x));
     showCursor();
 }
 
 // From the cells that the table has now.
 void MarkerPanel::showCursor()
 {
-    const int row = rowOf(GraphItem::CursorV);
+    const int row = m_cursor ? rowAt(m_cursor->x()) : rowOf(GraphItem::CursorV);
     const NumberText numbers;
     const QString &cell = m_table.text(row, SweepTable::AmplitudeColumn);
     const double onCurve = numbers.isNumeric(cell) ? numbers.toDouble(cell) : 0.0;

@@ -96,6 +96,7 @@ void ViewSwitch::makeFrame(int index, QWidget *content)
 
 void ViewSwitch::selectView(int index)
 {
+    EntryBox::commitPending();
     const int views = m_parallelPortViews ? kViews : kFirstParallelPortView;
     const bool isView = index >= 0 && index < views;
     const int shown = isView ? index : 0;
