@@ -110,11 +110,11 @@ QRect GraphPart::place() const
 void addParts(SweepGraph &graph)
 {
     [[maybe_unused]] static const bool installed = (QAccessible::installFactory(makeSpoken), true);
-    const std::array markers{GraphItem::M1, GraphItem::M2, GraphItem::M3, GraphItem::M4};
-    for (const GraphItem marker : markers) {
-        const QString name = graph.label(marker).text;
-        new GraphPart(graph, marker, GraphPart::Kind::Line, QStringLiteral("line") + name);
-        new GraphPart(graph, marker, GraphPart::Kind::Caption, QStringLiteral("lbl") + name);
+    constexpr std::array markers{GraphItem::M1, GraphItem::M2, GraphItem::M3, GraphItem::M4};
+    for (std::size_t i = 0; i < markers.size(); ++i) {
+        const QString name = QStringLiteral("M%1").arg(i + 1);
+        new GraphPart(graph, markers[i], GraphPart::Kind::Line, QStringLiteral("line") + name);
+        new GraphPart(graph, markers[i], GraphPart::Kind::Caption, QStringLiteral("lbl") + name);
     }
     new GraphPart(graph, GraphItem::CursorV, GraphPart::Kind::Line, QStringLiteral("LineCV"));
     new GraphPart(graph, GraphItem::CursorH, GraphPart::Kind::Line, QStringLiteral("LineCH"));

@@ -42,6 +42,7 @@ SweepGraph::SweepGraph(const Configuration &configuration, const SweepTable &tab
     , m_configuration(configuration)
     , m_table(table)
 {
+    addParts(*this); // before anything makes an accessible interface of the graph
     setObjectName(QStringLiteral("picSweep"));
     setToolTip(tr("Click left: M1, right: M2, with Shift: M3 and M4. Markers can be dragged.\n"
                   "Keyboard: arrow keys move, keys 1 to 4 put a marker."));
@@ -72,7 +73,6 @@ SweepGraph::SweepGraph(const Configuration &configuration, const SweepTable &tab
     }
     setLineVisible(GraphItem::CursorV, false);
     setLineVisible(GraphItem::CursorH, false);
-    addParts(*this);
 }
 
 void SweepGraph::inizializzaGraph()
