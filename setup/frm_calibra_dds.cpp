@@ -3,8 +3,6 @@
 
 #include "core/number_text.h"
 
-#include <QScopedValueRollback>
-
 namespace calvorn {
 
 namespace {
@@ -83,13 +81,13 @@ void FrmCalibraDDS::aErrore(std::int16_t tipoErrore, const QString &descrizione)
     if (tipoErrore == kErrorIgnorable)
         return;
     m_log.writeLog(descrizione + u' ' + NumberText::fromInteger(tipoErrore));
-    // A board that fails again and again asks once at a time.
-    if (m_asking)
-        return;
-    const QScopedValueRollback guard(m_asking, true);
-    if (messages().show(BoxIcon::Critical, BoxButtons::OkCancel, descrizione, QStringLiteral("Sweep by Brenik")) ==
-        kBoxCancel)
-        reject();
+    m_alerts.show(descrizione, [this](const QString &text) {
+        const bool goesOn = messages().show(BoxIcon::Critical, BoxButtons::OkCancel, text,
+                                            QStringLiteral("Sweep by Brenik")) != kBoxCancel;
+        if (!goesOn)
+            reject();
+        return goesOn;
+    });
 }
 
 } // namespace calvorn

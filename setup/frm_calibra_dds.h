@@ -34,7 +34,7 @@ private:
     Log &m_log;
     QLabel *m_start;
     QMetaObject::Connection m_errors;
-    bool m_asking = false;
+    AlertQueue m_alerts;
 };
 
 } // namespace calvorn
