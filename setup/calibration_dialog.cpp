@@ -71,6 +71,7 @@ void CalibrationDialog::buildEntry(const Texts &texts)
     m_nudge->setRange(Up, Down);
     m_nudge->setPageStep(1);
     m_nudge->setValue(Rest);
+    m_nudge->setTracking(false); // dragging the handle is one step, at its release
     m_nudge->setFocusPolicy(Qt::StrongFocus);
     m_nudge->setMinimumHeight(44);
     m_nudge->setToolTip(texts.nudgeToolTip);
