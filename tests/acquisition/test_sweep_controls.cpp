@@ -40,7 +40,6 @@ public:
     void sendFrequency() override { calls.append(QStringLiteral("frequency")); }
     void resetGenerator() override { calls.append(QStringLiteral("reset")); }
     void setSpeed(std::int16_t code) override { calls.append(QStringLiteral("speed %1").arg(code)); }
-    void shutDown() override {}
 
     std::function<void()> whileStarting;
 
@@ -49,6 +48,7 @@ protected:
     void attach(const QDBusConnection &, const QString &) override {}
     bool configureHardware() override { return true; }
     bool runPlan() override { return true; }
+    void releaseHardware() override {}
     QDBusPendingReply<bool> askWhetherWorking() override { return {}; }
 };
 
