@@ -24,7 +24,7 @@ QString nameOf(RuntimeError::Kind kind)
     case RuntimeError::Kind::NoDriver:
         return QCoreApplication::translate("RuntimeError", "There is no driver for this interface");
     case RuntimeError::Kind::Closing:
-        return QCoreApplication::translate("RuntimeError", "The program is closing");
+        return QStringLiteral("The program is closing"); // nobody is shown this
     }
     return {};
 }
