@@ -3,13 +3,19 @@
 
 #include "tests/support/fake_desktop.h"
 
+#include <QAccessible>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <functional>
+
 using namespace calvorn;
 
 namespace {
+
+// A desktop whose Return key presses buttons, too. Has to be known before the application starts.
+[[maybe_unused]] const bool kOnGnome = qputenv("QT_QPA_PLATFORMTHEME", "gnome");
 
 struct Bench
 {
@@ -64,11 +70,51 @@ struct Bench
     QString total() { return aux1.findChild<QLabel *>(QStringLiteral("lblAux1"))->text(); }
     // The mouse-down alone: where the button comes up again does not matter.
     void press(int index) { QTest::mousePress(box(index), Qt::LeftButton); }
+
+    // The actions of a screen reader on a box.
+    void reader(int index, const QString &action)
+    {
+        QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(box(index));
+        QVERIFY(accessible && accessible->actionInterface());
+        accessible->actionInterface()->doAction(action);
+        // A press lasts a moment.
+        QTRY_VERIFY(!box(index)->isDown());
+    }
 };
+
+// Every way to press a box: mouse buttons, keys and a screen reader.
+using Press = std::function<void(Bench &, int)>;
+
+void addPressRows()
+{
+    QTest::addColumn<Press>("press");
+    const auto byMouse = [](Qt::MouseButton button) {
+        return [button](Bench &bench, int index) { QTest::mouseClick(bench.box(index), button); };
+    };
+    const auto byKey = [](Qt::Key key) {
+        return [key](Bench &bench, int index) {
+            bench.box(index)->setFocus();
+            QTest::keyClick(bench.box(index), key);
+        };
+    };
+    QTest::newRow("left button") << Press(byMouse(Qt::LeftButton));
+    QTest::newRow("right button") << Press(byMouse(Qt::RightButton));
+    QTest::newRow("middle button") << Press(byMouse(Qt::MiddleButton));
+    QTest::newRow("Space") << Press(byKey(Qt::Key_Space));
+    QTest::newRow("Return") << Press(byKey(Qt::Key_Return));
+    QTest::newRow("Enter") << Press(byKey(Qt::Key_Enter));
+    QTest::newRow("Select") << Press(byKey(Qt::Key_Select));
+    QTest::newRow("screen reader, press")
+        << Press([](Bench &bench, int index) { bench.reader(index, QAccessibleActionInterface::pressAction()); });
+    QTest::newRow("screen reader, toggle")
+        << Press([](Bench &bench, int index) { bench.reader(index, QAccessibleActionInterface::toggleAction()); });
+}
 
 constexpr char kEnabled[] = "[Aux1]\r\nEnabled=1\r\n[Aux2]\r\nEnabled=1\r\n";
 
 } // namespace
+
+Q_DECLARE_METATYPE(Press)
 
 class TestAuxOutput : public QObject
 {
@@ -93,15 +139,85 @@ private slots:
                  (QStringList{QStringLiteral("aux1 0"), QStringLiteral("aux1 1"), QStringLiteral("aux1 0")}));
     }
 
-    void theReleaseAndTheOtherButtonsDoNothing()
+    void everyPressGoesRound_data() { addPressRows(); }
+    void everyPressGoesRound()
+    {
+        QFETCH(Press, press);
+        Bench bench("[Aux1]\r\nEnabled=1\r\nInverse Logic=1\r\nStep 1=a;7\r\nStep 5=b;20\r\n");
+        press(bench, 1);
+        press(bench, 1);
+        bench.sent.clear();
+        const auto expect = [&](Qt::CheckState state, int value, const QString &total) {
+            press(bench, 5);
+            QCOMPARE(bench.box(5)->checkState(), state);
+            QCOMPARE(bench.configuration.aux1, static_cast<std::int16_t>(value));
+            QCOMPARE(bench.total(), total);
+            // Sent once.
+            QCOMPARE(bench.sent, QStringList{QStringLiteral("aux1 %1").arg(255 - value)});
+            bench.sent.clear();
+        };
+        for (int round = 0; round < 2; ++round) {
+            expect(Qt::PartiallyChecked, 2, QStringLiteral("7"));
+            expect(Qt::Checked, 2 + 32, QStringLiteral("27"));
+            expect(Qt::Unchecked, 2, QStringLiteral("7"));
+        }
+        QCOMPARE(bench.box(1)->checkState(), Qt::Checked);
+    }
+
+    void otherInterfacesKeepWhatTheBoxesShow_data() { addPressRows(); }
+    void otherInterfacesKeepWhatTheBoxesShow()
+    {
+        QFETCH(Press, press);
+        for (const std::int16_t type : {kInterfacePic, kInterfaceVna}) {
+            Bench bench(kEnabled);
+            bench.configuration.aux1 = 2;
+            bench.aux1.setUp();
+            bench.configuration.interfaceType = type;
+            press(bench, 0);
+            press(bench, 1);
+            QCOMPARE(bench.box(0)->checkState(), Qt::Unchecked);
+            QCOMPARE(bench.box(1)->checkState(), Qt::Checked);
+            QCOMPARE(bench.configuration.aux1, std::int16_t{2});
+            QCOMPARE(bench.total(), QStringLiteral("20"));
+            QVERIFY(bench.sent.isEmpty());
+        }
+    }
+
+    void captionsStandWithWhatTheyName()
+    {
+        Bench bench("[Aux1]\r\nEnabled=1\r\n[Aux2]\r\nEnabled=0\r\nPotMax=100\r\nPotMin=10\r\n");
+        auto *total1 = bench.aux1.findChild<QLabel *>(QStringLiteral("lblTotalAux1"));
+        auto *total2 = bench.aux2.findChild<QLabel *>(QStringLiteral("lblTotalAux2"));
+        auto *pot = bench.aux2.findChild<QLabel *>(QStringLiteral("lblCaptionPot2"));
+        QVERIFY(total1 && total2 && pot);
+        QCOMPARE(total1->text(), QStringLiteral("Total"));
+        QCOMPARE(pot->text(), QStringLiteral("Potentiometer"));
+        QVERIFY(!bench.aux1.findChild<QLabel *>(QStringLiteral("lblCaptionPot2")));
+        const auto *bar = bench.aux2.findChild<QScrollBar *>(QStringLiteral("VScrollPot2"));
+        QVERIFY(total1->isVisible());
+        QVERIFY(!total2->isVisible());
+        QCOMPARE(pot->isVisible(), bar->isVisible());
+        Bench other("[Aux1]\r\nEnabled=0\r\n[Aux2]\r\nEnabled=1\r\nPotMax=100\r\nPotMin=10\r\n");
+        total1 = other.aux1.findChild<QLabel *>(QStringLiteral("lblTotalAux1"));
+        total2 = other.aux2.findChild<QLabel *>(QStringLiteral("lblTotalAux2"));
+        pot = other.aux2.findChild<QLabel *>(QStringLiteral("lblCaptionPot2"));
+        QVERIFY(!total1->isVisible());
+        QVERIFY(total2->isVisible());
+        QVERIFY(pot->isVisible());
+        // Each caption stands over its own number.
+        const auto *number = other.aux2.findChild<QLabel *>(QStringLiteral("lblAux2"));
+        const auto *position = other.aux2.findChild<QLabel *>(QStringLiteral("lblPot2"));
+        QVERIFY(total2->geometry().bottom() < number->geometry().top());
+        QVERIFY(pot->geometry().bottom() < position->geometry().top());
+        Bench without("[Aux2]\r\nEnabled=1\r\n");
+        QVERIFY(!without.aux2.findChild<QLabel *>(QStringLiteral("lblCaptionPot2"))->isVisible());
+    }
+
+    void onlyThePressCounts()
     {
         Bench bench(kEnabled);
         bench.press(0);
         QTest::mouseRelease(bench.box(0), Qt::LeftButton);
-        QCOMPARE(bench.box(0)->checkState(), Qt::PartiallyChecked);
-        QCOMPARE(bench.sent.size(), 1);
-        QTest::mouseClick(bench.box(0), Qt::RightButton);
-        QTest::mouseClick(bench.box(0), Qt::MiddleButton);
         QCOMPARE(bench.box(0)->checkState(), Qt::PartiallyChecked);
         QCOMPARE(bench.sent.size(), 1);
         // The second press of a double click counts like any other.

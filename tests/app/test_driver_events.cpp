@@ -98,6 +98,51 @@ private slots:
         QCOMPARE(bench.cancelled.count(), 1);
     }
 
+    // With the log off a box is all that the user learns of an error.
+    void everyErrorIsShownOnce()
+    {
+        Bench<LptDriver> bench;
+        bench.configuration.logDebug = false;
+        const auto fail = [&](const char *text) { emit bench.driver.aErrore(2, QString::fromLatin1(text)); };
+        bench.desktop.whileBoxOpen = [&] {
+            fail("The port is gone.");
+            if (bench.desktop.boxes.size() > 2)
+                return;
+            fail("The plan was refused.");
+            fail("The board is silent.");
+            fail("The plan was refused.");
+        };
+        fail("The port is gone.");
+        QStringList shown;
+        for (const auto &box : bench.desktop.boxes)
+            shown.append(box.text);
+        QCOMPARE(shown.first(), QStringLiteral("The port is gone."));
+        QCOMPARE(shown.mid(1, 2),
+                 (QStringList{QStringLiteral("The plan was refused."), QStringLiteral("The board is silent.")}));
+        // What was answered and happens again is news.
+        QCOMPARE(shown.mid(3), QStringList{QStringLiteral("The port is gone.")});
+        QCOMPARE(bench.cancelled.count(), 0);
+    }
+
+    void cancelDropsTheErrorsThatWait()
+    {
+        Bench<LptDriver> bench;
+        bench.desktop.answers.enqueue(kBoxOk);
+        bench.desktop.answers.enqueue(kBoxCancel);
+        bench.desktop.whileBoxOpen = [&] {
+            for (const char *text : {"first", "second", "third"})
+                emit bench.driver.aErrore(2, QString::fromLatin1(text));
+        };
+        emit bench.driver.aErrore(2, QStringLiteral("first"));
+        QCOMPARE(bench.desktop.boxes.size(), 2);
+        QCOMPARE(bench.desktop.lastText(), QStringLiteral("second"));
+        QCOMPARE(bench.cancelled.count(), 1);
+        // The next one is shown again.
+        bench.desktop.whileBoxOpen = {};
+        emit bench.driver.aErrore(2, QStringLiteral("third"));
+        QCOMPARE(bench.desktop.boxes.size(), 3);
+    }
+
     void okLeavesTheSweepAsItWas()
     {
         Bench<LptDriver> bench;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/fake_server_control.h"
 #include "tests/support/locales.h"
+#include "tests/support/while_modal.h"
 #include "tests/support/window_bench.h"
 
 #include <QListWidget>
@@ -22,7 +23,25 @@ QByteArray settings(const char *interfaceType, const QByteArray &more = {})
            more;
 }
 
+// What the user changes by hand.
+using Change = std::function<void(WindowBench &)>;
+
+void calibrate(const WindowBench &bench, const char *entry, const char *offset)
+{
+    test::whileModal([offset](QWidget &dialog) {
+        auto *box = dialog.findChild<QLineEdit *>();
+        box->setFocus();
+        box->selectAll();
+        QTest::keyClicks(box, QString::fromLatin1(offset));
+        QTest::mouseClick(dialog.findChild<QAbstractButton *>(QStringLiteral("cmdApply")), Qt::LeftButton);
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+    });
+    bench.window->findChild<QAction *>(QString::fromLatin1(entry))->trigger();
+}
+
 } // namespace
+
+Q_DECLARE_METATYPE(Change)
 
 class TestStartUp : public QObject
 {
@@ -48,6 +67,9 @@ private slots:
     void badSettingsAreNamedInOneBox();
     void anInterfaceWithoutADriverOpensWithoutHardware();
     void damagedNumbersDoNotPreventAStart();
+    void anOverflowOfThePlanIsOneBox();
+    void unreadableTextsStayUntilTheyAreChanged_data();
+    void unreadableTextsStayUntilTheyAreChanged();
     void closingSavesAndTheNextStartComesUpAsItWasLeft_data() { test::addLocaleRows(); }
     void closingSavesAndTheNextStartComesUpAsItWasLeft();
     void closingStopsAndClosesThePort();
@@ -192,6 +214,96 @@ void TestStartUp::damagedNumbersDoNotPreventAStart()
     bench.window->repaint();
     bench.click("cmdView_1");
     QVERIFY(bench.isShown("frameView_1"));
+}
+
+// The scale, the markers and the view fail after the plan, and because of it.
+void TestStartUp::anOverflowOfThePlanIsOneBox()
+{
+    WindowBench bench(test::FakeServerControl::program(),
+                      settings("2", "Start=-100\r\nStop=2147483647\r\n[Debug]\r\nLog=1\r\n")
+                          .replace("DDS Device", "DDS Min freq=-100\r\nDDS Max freq=2147483647\r\nDDS Device"));
+    QVERIFY(bench.started);
+    QStringList texts;
+    for (const auto &box : bench.desktop.boxes)
+        texts.append(box.text);
+    QCOMPARE(texts, QStringList{QStringLiteral("Overflow.\r(in aggiornaLblFrequenza)")});
+    const auto *log = bench.find<QListWidget>("lstLOG");
+    for (const char *consequence : {"(in aggiornaScala)", "(in restoreMarkers)", "(in selectView)"})
+        QVERIFY2(!log->findItems(QString::fromLatin1(consequence), Qt::MatchEndsWith).isEmpty(), consequence);
+    // The next error of the user's own doing has its box.
+    bench.click("cmdStart");
+    QCOMPARE(bench.desktop.boxes.size(), 2);
+}
+
+void TestStartUp::unreadableTextsStayUntilTheyAreChanged_data()
+{
+    QTest::addColumn<QByteArray>("section");
+    QTest::addColumn<QByteArray>("key");
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<Change>("change");
+    QTest::addColumn<QString>("saved");
+    const auto typing = [](const char *box, const char *text) {
+        return [box, text](WindowBench &bench) { bench.type(box, QString::fromLatin1(text)); };
+    };
+    QTest::newRow("generator offset") << QByteArray("Config") << QByteArray("DDS Offset") << QByteArray("1.234,5")
+                                      << Change([](WindowBench &bench) { calibrate(bench, "mnuCalibraDDS", "12.5"); })
+                                      << QStringLiteral("12.5");
+    QTest::newRow("detector offset") << QByteArray("Config") << QByteArray("ADC Offset") << QByteArray("0.1 V")
+                                     << Change(
+                                            [](WindowBench &bench) { calibrate(bench, "mnuCalibraDetector", "0.25"); })
+                                     << QStringLiteral("0.25");
+    QTest::newRow("top of the scale") << QByteArray("Calvorn") << QByteArray("Max scaleV") << QByteArray("abc")
+                                      << Change(typing("txtMaxVolt", "2.5")) << QStringLiteral("2.5");
+    QTest::newRow("amplitude marker") << QByteArray("Calvorn") << QByteArray("Marker 3") << QByteArray("x")
+                                      << Change(typing("txtM3Y", "0.75")) << QStringLiteral("0.750");
+    QTest::newRow("frequency marker") << QByteArray("Calvorn") << QByteArray("Marker 2") << QByteArray("3 MHz")
+                                      << Change(typing("txtM2X", "5500000")) << QStringLiteral("5500000");
+    QTest::newRow("start") << QByteArray("Calvorn") << QByteArray("Start") << QByteArray("nonsense")
+                           << Change(typing("txtStart", "3000000")) << QStringLiteral("3000000");
+    QTest::newRow("scale") << QByteArray("Calvorn") << QByteArray("Scale") << QByteArray("100000")
+                           << Change([](WindowBench &bench) {
+                                  bench.window->findChild<QAction *>(QStringLiteral("mnuScalaLogaritmica1"))->trigger();
+                              })
+                           << QStringLiteral("1");
+    QTest::newRow("speed") << QByteArray("Calvorn") << QByteArray("Sweep mode") << QByteArray("fast")
+                           << Change([](WindowBench &bench) { bench.click("optSpeed_2"); }) << QStringLiteral("2");
+}
+
+void TestStartUp::unreadableTextsStayUntilTheyAreChanged()
+{
+    QFETCH(QByteArray, section);
+    QFETCH(QByteArray, key);
+    QFETCH(QByteArray, text);
+    QFETCH(Change, change);
+    QFETCH(QString, saved);
+    const QString asItWas = QString::fromLatin1(text);
+    QByteArray file = settings("2");
+    file.replace("Sweep mode=1\r\n", "Marker 1=2000000\r\n");
+    file.replace("ADC Offset=0\r\n", "");
+    file.replace('[' + section + "]\r\n", '[' + section + "]\r\n" + key + '=' + text + "\r\n");
+    WindowBench bench(test::FakeServerControl::program(), file);
+    // Two starts that change nothing leave the text, each with a box that names it.
+    for (int start = 0; start < 2; ++start) {
+        if (start > 0)
+            bench.open();
+        QCOMPARE(bench.desktop.boxes.size(), 1);
+        QVERIFY2(bench.desktop.lastText().contains('[' + section + "] \"" + key + '"'),
+                 qPrintable(bench.desktop.lastText()));
+        bench.click("cmdStart");
+        bench.click("cmdStop");
+        QTRY_VERIFY(bench.isShown("cmdStart"));
+        QVERIFY(bench.window->close());
+        QCOMPARE(bench.folder.setting(section.constData(), key.constData()), asItWas);
+        bench.desktop.boxes.clear();
+    }
+    bench.open();
+    bench.desktop.boxes.clear();
+    change(bench);
+    QVERIFY(bench.window->close());
+    QVERIFY2(bench.desktop.boxes.isEmpty(), qPrintable(bench.desktop.lastText()));
+    QCOMPARE(bench.folder.setting(section.constData(), key.constData()), saved);
+    bench.open();
+    QVERIFY2(bench.desktop.boxes.isEmpty(), qPrintable(bench.desktop.lastText()));
 }
 
 void TestStartUp::closingSavesAndTheNextStartComesUpAsItWasLeft()

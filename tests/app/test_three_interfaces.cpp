@@ -16,8 +16,8 @@ class TestThreeInterfaces : public QObject
 {
     Q_OBJECT
 
-private slots:
-    void theResonanceStandsInTheSameRow_data()
+private:
+    static void addRows()
     {
         QTest::addColumn<int>("interfaceType");
         QTest::newRow("PIC") << static_cast<int>(kInterfacePic);
@@ -25,6 +25,8 @@ private slots:
         QTest::newRow("MiniVNA") << static_cast<int>(kInterfaceVna);
     }
 
+private slots:
+    void theResonanceStandsInTheSameRow_data() { addRows(); }
     void theResonanceStandsInTheSameRow()
     {
         QFETCH(int, interfaceType);
@@ -50,6 +52,37 @@ private slots:
         const int before = sweeps;
         bench.click("cmdStart");
         QTRY_VERIFY_WITH_TIMEOUT(sweeps > before, 10000);
+    }
+
+    void aRangeMadeTooSmallIsCorrectedInTheSweep_data() { addRows(); }
+
+    // The sweep goes on in the range that the message names.
+    void aRangeMadeTooSmallIsCorrectedInTheSweep()
+    {
+        QFETCH(int, interfaceType);
+        WindowBench bench(test::ProgramFolder::builtFile(QStringLiteral("CalvornAsync")),
+                          test::crystalSettings(static_cast<std::int16_t>(interfaceType)));
+        QVERIFY2(bench.desktop.boxes.isEmpty(), qPrintable(bench.desktop.lastText()));
+        bench.click("cmdStart");
+        QTRY_VERIFY_WITH_TIMEOUT(bench.table()->text(kSweepPoints, SweepTable::SampleColumn) != u"0", 10000);
+        bench.type("txtStop", QStringLiteral("8950100"));
+        QTRY_COMPARE_WITH_TIMEOUT(bench.desktop.boxes.size(), 1, 3000);
+        QVERIFY2(bench.desktop.lastText().startsWith(QStringLiteral("Minimum sweeping range is 400 Hz.\r")),
+                 qPrintable(bench.desktop.lastText()));
+        QCOMPARE(bench.desktop.beeps, 1);
+        QCOMPARE(bench.configuration.startFreq, 8950000);
+        QCOMPARE(bench.configuration.stopFreq, 8950400);
+        QCOMPARE(bench.text("txtStop"), QStringLiteral("8,950,400"));
+        QCOMPARE(bench.text("txtStep"), QStringLiteral("1"));
+        QCOMPARE(bench.table()->text(kSweepPoints, SweepTable::FrequencyColumn), QStringLiteral("8,950,399"));
+        // New sweeps arrive without another press.
+        int sweeps = 0;
+        connect(bench.table(), &SweepTable::dataChanged, bench.window.get(), [&] { ++sweeps; });
+        QTRY_VERIFY_WITH_TIMEOUT(sweeps >= 3, 10000);
+        QVERIFY(bench.isShown("cmdStop") && !bench.isShown("cmdStart"));
+        bench.click("cmdStop");
+        QTRY_VERIFY(bench.isShown("cmdStart"));
+        QCOMPARE(bench.desktop.boxes.size(), 1);
     }
 };
 

@@ -5,6 +5,8 @@
 
 #include <QTest>
 
+#include <utility>
+
 using namespace calvorn;
 
 class TestErrorBoundary : public QObject
@@ -66,6 +68,63 @@ private slots:
         log.writeLog(QStringLiteral("first"));
         QCOMPARE(desktop.boxes.size(), 1);
         QCOMPARE(attempts, 3);
+    }
+
+    void whatFollowsAFailureOnlyGoesToTheLog()
+    {
+        test::FakeDesktop desktop;
+        Configuration configuration;
+        configuration.logDebug = true;
+        Messages messages(configuration, desktop);
+        Log log(configuration);
+        ErrorBoundary boundary(messages, log);
+        bool ran = false;
+        boundary.runAfterFailure("selectView", [&] {
+            ran = true;
+            throw RuntimeError(RuntimeError::Kind::Overflow);
+        });
+        QVERIFY(ran);
+        QCOMPARE(desktop.boxes.size(), 0);
+        QCOMPARE(log.takeEarlyLines(), QStringList{QStringLiteral("Overflow. (in selectView)")});
+    }
+
+    void theEndOfTheProgramIsNoError()
+    {
+        test::FakeDesktop desktop;
+        Configuration configuration;
+        configuration.logDebug = true;
+        Messages messages(configuration, desktop);
+        Log log(configuration);
+        ErrorBoundary boundary(messages, log);
+        QVERIFY(!boundary.run("Form_Unload", [] { throw RuntimeError(RuntimeError::Kind::Closing); }));
+        QCOMPARE(desktop.boxes.size(), 0);
+        QCOMPARE(log.takeEarlyLines(), QStringList());
+    }
+
+    void alertsAreShownOneAfterTheOther()
+    {
+        AlertQueue queue;
+        QStringList shown;
+        QStringList meanwhile{QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c"), QStringLiteral("b")};
+        bool cancels = false;
+        const AlertQueue::Ask ask = [&](const QString &text) {
+            shown.append(text);
+            for (const QString &next : std::exchange(meanwhile, {}))
+                queue.show(next, ask);
+            return !cancels || text != u"b";
+        };
+        queue.show(QStringLiteral("a"), ask);
+        QCOMPARE(shown.join(u' '), QStringLiteral("a b c"));
+        queue.show(QStringLiteral("a"), ask);
+        QCOMPARE(shown.join(u' '), QStringLiteral("a b c a"));
+        // A cancelled one drops those behind it.
+        shown.clear();
+        cancels = true;
+        meanwhile = QStringList{QStringLiteral("b"), QStringLiteral("c")};
+        queue.show(QStringLiteral("a"), ask);
+        QCOMPARE(shown.join(u' '), QStringLiteral("a b"));
+        queue.show(QStringLiteral("c"), ask);
+        QCOMPARE(shown.join(u' '), QStringLiteral("a b c"));
     }
 
     void handlersAreConnectedInsideTheBoundary()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "core/configuration.h"
 #include "tests/support/interface_settings.h"
 
 #include <QByteArray>

@@ -1,0 +1,198 @@
+// SPDX-License-Identifier: MIT
+// Boxes of errors over an open calibration: what they show, and what the end of the program leaves alone.
+#include "tests/support/fake_server_control.h"
+#include "tests/support/page_boards.h"
+#include "tests/support/page_scene.h"
+#include "tests/support/while_modal.h"
+
+#include <QAction>
+
+#include <functional>
+
+using namespace calvorn;
+using calvorn::test::Scene;
+using calvorn::test::WindowBench;
+
+namespace {
+
+constexpr char kGenerator[] = "mnuCalibraDDS";
+constexpr char kDetector[] = "mnuCalibraDetector";
+
+QByteArray settings(int interfaceType)
+{
+    const QByteArray chip = interfaceType == kInterfaceVna ? "AD9951\r\nDDS Multiplier=20\r\nDDS Xtal freq=20000000"
+                                                           : "AD9851\r\nDDS Multiplier=6\r\nDDS Xtal freq=30000000";
+    return "[Config]\r\nInterface=" + QByteArray::number(interfaceType) + "\r\nDDS Device=" + chip +
+           "\r\nADC Step=0.00244\r\nADC Offset=0.1\r\nADC Channel=2\r\n[Parallel Port]\r\nLPT=0\r\n"
+           "[Serial Port]\r\nCommPort=100\r\n[Calvorn]\r\nStart=1000000\r\nStop=10000000\r\n";
+}
+
+// Opens a calibration, acts in it, and closes it where it is still open.
+void calibrate(const WindowBench &bench, const QByteArray &entry, const std::function<void(QWidget &)> &action)
+{
+    bool done = false;
+    test::whileModal([&](QWidget &dialog) {
+        action(dialog);
+        done = true;
+        if (dialog.isVisible())
+            QTest::keyClick(&dialog, Qt::Key_Escape);
+    });
+    bench.window->findChild<QAction *>(QString::fromLatin1(entry))->trigger();
+    QVERIFY(done);
+}
+
+QStringList textsOf(const WindowBench &bench)
+{
+    QStringList texts;
+    for (const auto &box : bench.desktop.boxes)
+        texts.append(box.text);
+    return texts;
+}
+
+} // namespace
+
+class TestErrorBoxes : public QObject
+{
+    Q_OBJECT
+
+private:
+    test::FakeServerControl m_server;
+
+private slots:
+    void init()
+    {
+        m_server.setRules({});
+        m_server.takeCalls();
+    }
+
+    void everyErrorIsShownOnce();
+    void cancelDropsTheErrorsThatWait();
+    void theEndTalksToNobody_data();
+    void theEndTalksToNobody();
+    void theDetectorLosesItsPort();
+    void theGeneratorLosesItsPort();
+};
+
+// With the log off a box is all that the user learns of an error.
+void TestErrorBoxes::everyErrorIsShownOnce()
+{
+    WindowBench bench(test::FakeServerControl::program(), settings(kInterfaceLpt));
+    auto *driver = bench.window->findChild<AcquisitionDriver *>();
+    calibrate(bench, kGenerator, [&](QWidget &dialog) {
+        bench.desktop.whileBoxOpen = [&] {
+            bench.desktop.whileBoxOpen = {};
+            for (const char *text : {"first", "second", "third", "second"})
+                emit driver->aErrore(2, QString::fromLatin1(text));
+        };
+        emit driver->aErrore(2, QStringLiteral("first"));
+        QCOMPARE(textsOf(bench),
+                 (QStringList{QStringLiteral("first"), QStringLiteral("second"), QStringLiteral("third")}));
+        QCOMPARE(bench.desktop.boxes.last().title, QStringLiteral("Sweep by Brenik"));
+        QVERIFY(dialog.isVisible());
+    });
+    QVERIFY(bench.window->isVisible());
+}
+
+void TestErrorBoxes::cancelDropsTheErrorsThatWait()
+{
+    WindowBench bench(test::FakeServerControl::program(), settings(kInterfaceLpt));
+    auto *driver = bench.window->findChild<AcquisitionDriver *>();
+    calibrate(bench, kGenerator, [&](QWidget &dialog) {
+        bench.desktop.whileBoxOpen = [&] {
+            for (const char *text : {"first", "second", "third"})
+                emit driver->aErrore(2, QString::fromLatin1(text));
+        };
+        bench.desktop.answers.enqueue(kBoxOk);
+        bench.desktop.answers.enqueue(kBoxCancel);
+        emit driver->aErrore(2, QStringLiteral("first"));
+        QVERIFY(!dialog.isVisible());
+        QCOMPARE(textsOf(bench), (QStringList{QStringLiteral("first"), QStringLiteral("second")}));
+    });
+    QVERIFY(bench.window->isVisible());
+    QCOMPARE(bench.desktop.boxes.size(), 2);
+}
+
+void TestErrorBoxes::theEndTalksToNobody_data()
+{
+    QTest::addColumn<int>("interfaceType");
+    QTest::addColumn<QByteArray>("entry");
+    for (const char *entry : {kGenerator, kDetector}) {
+        QTest::addRow("PIC, %s", entry) << int{kInterfacePic} << QByteArray(entry);
+        QTest::addRow("parallel port, %s", entry) << int{kInterfaceLpt} << QByteArray(entry);
+        QTest::addRow("MiniVNA, %s", entry) << int{kInterfaceVna} << QByteArray(entry);
+    }
+}
+
+// The calibration closes after the program has let go of the hardware.
+void TestErrorBoxes::theEndTalksToNobody()
+{
+    QFETCH(int, interfaceType);
+    QFETCH(QByteArray, entry);
+    WindowBench bench(test::FakeServerControl::program(), settings(interfaceType));
+    QVERIFY2(bench.desktop.boxes.isEmpty(), qPrintable(bench.desktop.lastText()));
+    auto *driver = bench.window->findChild<AcquisitionDriver *>();
+    // The calibration of a generator that follows at once shows the errors itself, and "Cancel" closes only that.
+    const bool ownBox = entry == kGenerator && interfaceType != kInterfacePic;
+    calibrate(bench, entry, [&](QWidget &dialog) {
+        m_server.takeCalls();
+        bench.desktop.whileBoxOpen = [&] {
+            bench.desktop.whileBoxOpen = {};
+            if (ownBox)
+                bench.window->close();
+        };
+        bench.desktop.answers.enqueue(kBoxCancel);
+        emit driver->aErrore(kErrorServerEnded, QStringLiteral("The acquisition server has ended unexpectedly."));
+        QVERIFY(!bench.window->isVisible());
+        QCOMPARE(dialog.isVisible(), !ownBox);
+        const QStringList calls = m_server.takeCalls();
+        QVERIFY2(calls.last().endsWith(QStringLiteral(".ClosePort()")), qPrintable(calls.join(u' ')));
+        // Neither the readings of the detector nor an offset that is typed.
+        QTest::keyClicks(dialog.findChild<QLineEdit *>(), QStringLiteral("7"));
+        emit driver->aErrore(2, QStringLiteral("too late"));
+        QTest::qWait(400);
+    });
+    QCOMPARE(m_server.takeCalls(), QStringList());
+    QCOMPARE(textsOf(bench), QStringList{QStringLiteral("The acquisition server has ended unexpectedly.")});
+}
+
+// The server finds the port gone in the middle of the calibration.
+void TestErrorBoxes::theDetectorLosesItsPort()
+{
+    Scene scene(kInterfaceLpt, test::crystalSettings(kInterfaceLpt, QStringLiteral("unplug")));
+    QVERIFY2(scene.desktop.boxes.isEmpty(), qPrintable(scene.desktop.lastText()));
+    calibrate(scene, kDetector, [&](QWidget &dialog) {
+        scene.desktop.answers.enqueue(kBoxCancel);
+        // The simulated port goes after one and a half sweeps, a minute of readings.
+        dialog.findChild<QTimer *>(QStringLiteral("TimerDetector"))->setInterval(0);
+        QTRY_VERIFY_WITH_TIMEOUT(!scene.window->isVisible(), 30'000);
+        QCOMPARE(scene.serverPid(), 0);
+        QTest::qWait(400);
+    });
+    QCOMPARE(scene.serverPid(), 0);
+    QCOMPARE(textsOf(scene), QStringList{QStringLiteral("The parallel port is gone.")});
+}
+
+void TestErrorBoxes::theGeneratorLosesItsPort()
+{
+    test::SerialPageBoard board("vna_board_by_the_page");
+    Scene scene(kInterfaceVna, test::pageSettings(kInterfaceVna, board.link()));
+    QVERIFY2(scene.desktop.boxes.isEmpty(), qPrintable(scene.desktop.lastText()));
+    calibrate(scene, kGenerator, [&](QWidget &dialog) {
+        scene.desktop.whileBoxOpen = [&] {
+            scene.desktop.whileBoxOpen = {};
+            scene.window->close();
+        };
+        scene.desktop.answers.enqueue(kBoxCancel);
+        board.tell("unplug");
+        QTest::keyClicks(dialog.findChild<QLineEdit *>(), QStringLiteral("7"));
+        QTRY_VERIFY(!scene.window->isVisible());
+        board.tell("plug");
+        QCOMPARE(scene.serverPid(), 0);
+    });
+    QCOMPARE(scene.serverPid(), 0);
+    QCOMPARE(scene.desktop.boxes.size(), 1);
+    QVERIFY2(scene.desktop.lastText().contains(QStringLiteral("was lost")), qPrintable(scene.desktop.lastText()));
+}
+
+QTEST_MAIN(TestErrorBoxes)
+#include "test_error_boxes.moc"
