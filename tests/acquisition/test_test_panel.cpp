@@ -139,7 +139,8 @@ void TestTestPanel::theLogIsSavedWhole()
     auto *save = bench.find<QAction>("mnuSaveLog");
     QVERIFY(bench.list()->actions().contains(save));
     save->trigger(); // nothing chosen
-    QCOMPARE(bench.desktop.suggestions, QStringList{QString()});
+    const QString today = QDate::currentDate().toString(Qt::ISODate);
+    QCOMPARE(bench.desktop.suggestions, QStringList{QStringLiteral("log %1.txt").arg(today)});
     bench.desktop.fileChoice = folder.filePath(QStringLiteral("log.txt"));
     save->trigger();
     QFile file(bench.desktop.fileChoice);

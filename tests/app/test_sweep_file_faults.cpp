@@ -2,6 +2,7 @@
 // Sweep files that nobody would write, and places where nothing can be written.
 #include "core/number_text.h"
 #include "tests/support/full_disk.h"
+#include "tests/support/null_device.h"
 #include "tests/support/resident_memory.h"
 #include "tests/support/sweep_file_bench.h"
 
@@ -85,6 +86,24 @@ private:
     bool m_changed = false;
 };
 
+// Makes a thing of this kind; false where only root may.
+bool makeThing(const QByteArray &kind, const QString &path)
+{
+    const QByteArray name = path.toLocal8Bit();
+    if (kind == "pipe")
+        return mkfifo(name.constData(), 0600) == 0;
+    if (kind == "folder")
+        return QDir().mkdir(path);
+    if (kind == "device")
+        return mknod(name.constData(), S_IFCHR | 0600, makedev(1, 3)) == 0;
+    if (kind == "socket")
+        return mknod(name.constData(), S_IFSOCK | 0600, 0) == 0;
+    if (kind == "link to a device")
+        return QFile::link(test::nullDevice(QFileInfo(path).path()), path);
+    const QString target = path + QStringLiteral(".pipe");
+    return makeThing("pipe", target) && QFile::link(target, path);
+}
+
 } // namespace
 
 class TestSweepFileFaults : public QObject
@@ -104,6 +123,9 @@ private slots:
     void aHundredMegabytesOnOneLine_data();
     void aHundredMegabytesOnOneLine();
     void aPipeIsNotWaitedFor();
+    void whatIsNoFileIsNotReplaced_data();
+    void whatIsNoFileIsNotReplaced();
+    void aLinkToAFileIsFollowed();
     void aFullDisk();
     void aReadOnlyFolder();
     void aVanishedFolder();
@@ -265,6 +287,66 @@ void TestSweepFileFaults::exportFails(Bench &bench, const QByteArray &before, co
     QCOMPARE(bench.desktop.beeps, 0);
     QVERIFY2(lastLogLine(bench).startsWith(QStringLiteral("Export: ")), qPrintable(lastLogLine(bench)));
     QVERIFY2(lastLogLine(bench).contains(path), qPrintable(lastLogLine(bench)));
+}
+
+void TestSweepFileFaults::whatIsNoFileIsNotReplaced_data()
+{
+    QTest::addColumn<QByteArray>("kind");
+    for (const char *kind : {"pipe", "folder", "device", "link to a device", "link to a pipe", "socket"})
+        QTest::newRow(kind) << QByteArray(kind);
+}
+
+void TestSweepFileFaults::whatIsNoFileIsNotReplaced()
+{
+    QFETCH(QByteArray, kind);
+    const QTemporaryDir folder;
+    const auto modeOf = [](const QString &path, bool follow) {
+        struct stat state = {};
+        const QByteArray name = path.toLocal8Bit();
+        return (follow ? stat(name.constData(), &state) : lstat(name.constData(), &state)) == 0 ? state.st_mode : 0U;
+    };
+    const QList<std::pair<const char *, const char *>> writers{{"mnuSaveCSV", "sweep.csv"},
+                                                               {"mnuSavePicture", "sweep.png"},
+                                                               {"mnuSavePicture", "sweep.svg"},
+                                                               {"mnuSaveLog", "log.txt"}};
+    for (const auto &[action, name] : writers) {
+        Bench bench;
+        const QString path = folder.filePath(QString::fromLatin1(name));
+        if (!makeThing(kind, path))
+            QSKIP("only root makes devices");
+        const mode_t before = modeOf(path, false);
+        const mode_t behind = modeOf(path, true);
+        const QStringList files = QDir(folder.path()).entryList(QDir::AllEntries | QDir::System | QDir::Hidden);
+        bench.desktop.fileChoice = path;
+        bench.trigger(action);
+        QCOMPARE(modeOf(path, false), before);
+        QCOMPARE(modeOf(path, true), behind);
+        QCOMPARE(QDir(folder.path()).entryList(QDir::AllEntries | QDir::System | QDir::Hidden), files);
+        // Export tells its log, the others a box.
+        const bool isExport = QByteArray(action) == "mnuSaveCSV";
+        QCOMPARE(bench.desktop.boxes.size(), isExport ? 0 : 1);
+        const QString told = isExport ? lastLogLine(bench) : bench.desktop.lastText();
+        QVERIFY2(told.contains(path + QStringLiteral(": it is not a file")), qPrintable(told));
+    }
+}
+
+void TestSweepFileFaults::aLinkToAFileIsFollowed()
+{
+    Bench bench;
+    const QTemporaryDir folder;
+    const QString target = folder.filePath(QStringLiteral("target.csv"));
+    bench.desktop.fileChoice = target;
+    bench.trigger("mnuSaveCSV");
+    const QByteArray first = bench.file();
+    const QString link = folder.filePath(QStringLiteral("sweep.csv"));
+    QVERIFY(QFile::link(target, link));
+    bench.deliver(2);
+    bench.desktop.fileChoice = link;
+    bench.trigger("mnuSaveCSV");
+    QVERIFY(QFileInfo(link).isSymLink());
+    QVERIFY(bench.file() != first);
+    QVERIFY(bench.file().startsWith("\"Sample N\""));
+    QVERIFY(!QFileInfo(target).isSymLink());
 }
 
 void TestSweepFileFaults::aFullDisk()

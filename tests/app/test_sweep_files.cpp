@@ -3,6 +3,8 @@
 #include "tests/support/locales.h"
 #include "tests/support/sweep_file_bench.h"
 
+#include <QListWidget>
+
 #include <algorithm>
 #include <cmath>
 
@@ -40,6 +42,8 @@ private slots:
     void aDifferentCalibrationIsAskedAbout();
     void theWindowMovesToTheImportedSweep_data() { test::addLocaleRows(); }
     void theWindowMovesToTheImportedSweep();
+    void voltsOnAScaleInDecibelsAreNoted_data() { test::addLocaleRows(); }
+    void voltsOnAScaleInDecibelsAreNoted();
     void nothingChosenChangesNothing();
     void aCellThatIsNoNumberKeepsTheOldFile();
     void theLastFileIsOfferedAgain();
@@ -231,6 +235,41 @@ void TestSweepFiles::okReplacesEveryRow()
         QVERIFY(std::abs(numbers.toDouble(bench.table()->text(row, 1)) - (count * 0.00244 + 0.25)) < 0.0006);
     }
     QCOMPARE(bench.table()->text(2, 2), QStringLiteral("2"));
+}
+
+void TestSweepFiles::voltsOnAScaleInDecibelsAreNoted()
+{
+    QFETCH(QLocale, locale);
+    QLocale::setDefault(locale);
+    const QString note = QStringLiteral("Import: the amplitudes are volts, and the scale is in dB");
+    const auto notes = [&](const Bench &bench) {
+        return bench.find<QListWidget>("lstLOG")->findItems(note, Qt::MatchExactly).size();
+    };
+    Bench volts;
+    volts.trigger("mnuSaveCSV");
+    const QByteArray file = volts.file();
+    volts.trigger("mnuOpenCSV");
+    QCOMPARE(notes(volts), 0);
+    for (const char *scale : {"mnuScalaLogaritmica1", "mnuScalaLogaritmica10dB"}) {
+        Bench decibels;
+        decibels.trigger(scale);
+        decibels.writeFile(file);
+        decibels.trigger("mnuOpenCSV");
+        QCOMPARE(notes(decibels), 1);
+        QVERIFY2(decibels.desktop.boxes.isEmpty(), qPrintable(decibels.desktop.lastText()));
+        QCOMPARE(decibels.table()->text(0, 1), QStringLiteral("dB"));
+
+        // A file in dB that stays as it is.
+        Bench other;
+        other.trigger(scale);
+        other.trigger("mnuSaveCSV");
+        other.desktop.answers.enqueue(kBoxCancel);
+        other.trigger("mnuOpenCSV");
+        QCOMPARE(notes(other), 0);
+        // "OK" makes volts of it.
+        other.trigger("mnuOpenCSV");
+        QCOMPARE(notes(other), 1);
+    }
 }
 
 void TestSweepFiles::nothingChosenChangesNothing()

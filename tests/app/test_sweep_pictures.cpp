@@ -237,9 +237,24 @@ void TestSweepPictures::aRefusedPictureKeepsTheOldFile()
 void TestSweepPictures::theLastNameIsOfferedAgain()
 {
     Bench bench;
+    const QString today = QDate::currentDate().toString(Qt::ISODate);
+    bench.trigger("mnuSavePicture"); // nothing chosen
+    bench.type("txtStop", QStringLiteral("7250000"));
     bench.saveAs("first.png");
     bench.saveAs("second.svg");
-    QCOMPARE(bench.desktop.suggestions, (QStringList{QString(), bench.inFolder("first.png")}));
+    bench.saveAs("third.png");
+    QCOMPARE(bench.desktop.suggestions, (QStringList{QStringLiteral("sweep %1 1000000-5000000 Hz.png").arg(today),
+                                                     QStringLiteral("sweep %1 1000000-7250000 Hz.png").arg(today),
+                                                     bench.inFolder("first.png"), bench.inFolder("second.svg")}));
+    // The page has the same name.
+    QString page;
+    bench.desktop.whenPrinting = [&page, &bench](QPrinter &printer) {
+        page = printer.docName();
+        printer.setOutputFormat(QPrinter::PdfFormat);
+        printer.setOutputFileName(bench.inFolder("sweep.pdf"));
+    };
+    bench.trigger("mnuPrint");
+    QCOMPARE(page, QStringLiteral("sweep %1 1000000-7250000 Hz").arg(today));
 }
 
 void TestSweepPictures::theMenuHasItsKeysAndHelp()

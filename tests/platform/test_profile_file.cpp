@@ -2,6 +2,7 @@
 #include "platform/profile_file.h"
 
 #include "tests/support/full_disk.h"
+#include "tests/support/null_device.h"
 #include "tests/support/unprivileged.h"
 
 #include <QDir>
@@ -48,6 +49,7 @@ private:
 private slots:
     void init() { QFile::remove(path()); }
 
+    void whatIsNoFileIsNotReplaced();
     void readsValues_data();
     void readsValues();
     void missingThingsReadAsEmpty();
@@ -230,6 +232,30 @@ void TestProfileFile::writesSeveralAtOnce()
                                          {QStringLiteral("c"), QStringLiteral("d"), QStringLiteral("2")},
                                          {QStringLiteral("A"), QStringLiteral("e"), QStringLiteral("3")}}));
     QCOMPARE(content(), QByteArray("[a]\r\nb=1\r\ne=3\r\n[c]\r\nd=2\r\n"));
+}
+
+// A link to a file is followed; a device or a folder stays.
+void TestProfileFile::whatIsNoFileIsNotReplaced()
+{
+    const QString device = test::nullDevice(m_folder.path());
+    QVERIFY(QFile::link(device, path()));
+    QVERIFY(!put("Config", "Interface", QStringLiteral("2")));
+    QCOMPARE(QFile::symLinkTarget(path()), device);
+    QVERIFY(QFileInfo::exists(device) && !QFileInfo(device).isFile());
+    QVERIFY(QFile::remove(path()));
+    const QString target = m_folder.filePath(QStringLiteral("target.ini"));
+    QVERIFY(writeProfileString(target, QStringLiteral("Config"), QStringLiteral("Interface"), QStringLiteral("3")));
+    QVERIFY(QFile::link(target, path()));
+    for (const char *value : {"1", "2"}) {
+        QVERIFY(put("Config", "Interface", QString::fromLatin1(value)));
+        QVERIFY(QFileInfo(path()).isSymLink());
+        QCOMPARE(readProfileString(target, QStringLiteral("Config"), QStringLiteral("Interface")),
+                 QString::fromLatin1(value));
+    }
+    QVERIFY(QFile::remove(target));
+    QVERIFY(QFile::remove(path()) && QDir().mkdir(path()));
+    QVERIFY(!put("Config", "Interface", QStringLiteral("2")));
+    QVERIFY(QDir().rmdir(path()));
 }
 
 QTEST_APPLESS_MAIN(TestProfileFile)

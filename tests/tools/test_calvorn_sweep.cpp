@@ -3,12 +3,15 @@
 #include "tests/support/fake_server_control.h"
 #include "tests/support/interface_settings.h"
 #include "tests/support/locales.h"
+#include "tests/support/null_device.h"
 #include "tests/support/sweep_tool.h"
 #include "tests/support/window_bench.h"
 
 #include <QImage>
 
 #include <csignal>
+
+#include <sys/stat.h>
 
 using namespace calvorn;
 using calvorn::test::builtServer;
@@ -63,6 +66,7 @@ private slots:
     void aBoardThatFails_data();
     void aBoardThatFails();
     void aFileThatCannotBeWritten();
+    void whatIsNoFileIsNotReplaced();
     void aSignalLeavesNothing_data();
     void aSignalLeavesNothing();
     void helpAndManualNameEveryOption();
@@ -374,6 +378,28 @@ void TestCalvornSweep::aFileThatCannotBeWritten()
     QCOMPARE(tool.run({QStringLiteral("--picture=/proc/sweep.png")}), 6);
     QVERIFY(tool.sentence().contains(QStringLiteral("/proc/sweep.png")));
     QVERIFY(tool.out.isEmpty());
+}
+
+void TestCalvornSweep::whatIsNoFileIsNotReplaced()
+{
+    Tool tool(test::crystalSettings(kInterfaceLpt));
+    const QByteArray pipe = tool.inFolder("pipe.png").toLocal8Bit();
+    QCOMPARE(mkfifo(pipe.constData(), 0600), 0);
+    const QString device = test::nullDevice(tool.folder.path());
+    QVERIFY(QFile::link(device, tool.inFolder("null.csv")));
+    QVERIFY(QDir(tool.folder.path()).mkdir(QStringLiteral("folder.csv")));
+    const QStringList before = tool.files();
+    for (const char *name : {"--output=null.csv", "--output=folder.csv", "--picture=pipe.png"}) {
+        QCOMPARE(tool.run({QString::fromLatin1(name)}), 6);
+        const QString path = QString::fromLatin1(name).section(u'=', 1);
+        QCOMPARE(tool.sentence(), QStringLiteral("File error: %1: it is not a file").arg(path));
+        QVERIFY(tool.out.isEmpty());
+        QCOMPARE(tool.files(), before);
+    }
+    struct stat state = {};
+    QVERIFY(lstat(pipe.constData(), &state) == 0 && S_ISFIFO(state.st_mode));
+    QCOMPARE(QFile::symLinkTarget(tool.inFolder("null.csv")), device);
+    QVERIFY(QFileInfo::exists(device) && !QFileInfo(device).isFile());
 }
 
 void TestCalvornSweep::aSignalLeavesNothing_data()
