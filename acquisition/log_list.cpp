@@ -77,8 +77,9 @@ void LogList::copy() const
 void LogList::save()
 {
     const QString suggested =
-        m_lastFile.isEmpty() ? tr("log") + QDate::currentDate().toString(QStringLiteral(" yyyy-MM-dd")) + QStringLiteral(".txt")
-                             : m_lastFile;
+        m_lastFile.isEmpty()
+            ? tr("log") + QDate::currentDate().toString(QStringLiteral(" yyyy-MM-dd")) + QStringLiteral(".txt")
+            : m_lastFile;
     const QString path = m_messages.desktop().chooseFileToSave(tr("Text files (*.txt);;All files (*)"), suggested);
     if (path.isEmpty())
         return;

@@ -35,8 +35,8 @@ private:
     Desktop &m_desktop;
 };
 
-// Boxes about events that arrive while one is still open: each different text is shown, one after the other. A text that
-// shows or waits already is not shown again.
+// Boxes about events that arrive while one is still open: each different text is shown, one after the other. A text
+// that shows or waits already is not shown again.
 class AlertQueue
 {
 public:

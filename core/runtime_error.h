@@ -8,7 +8,8 @@
 namespace calvorn {
 
 // A run-time error ends the procedure in which it happens. One that no procedure handles ends at the boundary of
-// the control's handler (ErrorBoundary), is shown once, and the program goes on. Closing is not shown: the program ends.
+// the control's handler (ErrorBoundary), is shown once, and the program goes on. Closing is not shown: the program
+// ends.
 class RuntimeError : public std::exception
 {
 public:

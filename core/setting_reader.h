@@ -53,7 +53,10 @@ public:
     void addFault(const char *section, const char *key, const QString &what, const char *fallback);
 
     // Whether the text of this key could not be used.
-    bool isUnreadable(const QString &section, const QString &key) const { return m_unreadable.contains({section, key}); }
+    bool isUnreadable(const QString &section, const QString &key) const
+    {
+        return m_unreadable.contains({section, key});
+    }
 
 private:
     void converting(const char *section, const char *key, const char *fallback,
