@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/read_out.h"
 
+#include "platform/program_style.h"
+
 #include <QAccessible>
 #include <QAccessibleWidget>
 #include <QClipboard>
@@ -121,7 +123,8 @@ void ReadOut::paintEvent(QPaintEvent *event)
 // Filled, not drawn: so it is equally wide on all sides at any screen scaling.
 void ReadOut::paintFrame(QPainter &painter) const
 {
-    painter.fillRect(rect(), palette().color(QPalette::Mid));
+    painter.fillRect(rect(), palette().window());
+    painter.fillRect(rect(), frameColour(palette()));
     const double line = std::max(1.0, std::floor(devicePixelRatioF())) / devicePixelRatioF();
     painter.fillRect(QRectF(rect()).adjusted(line, line, -line, -line), palette().window());
 }
