@@ -25,7 +25,12 @@ AdcPage::AdcPage(const SetUpContext &context)
                      tr("Set with \"SetUp/Calibrate detector\", added to every voltage"));
     auto *form = new QFormLayout;
     form->addRow(tr("&Step - mV per count"), m_step->box());
-    form->addRow(tr("C&hannel"), m_channel->box());
+    auto *channelRow = new QHBoxLayout;
+    channelRow->addWidget(m_channel->box());
+    channelRow->addWidget(m_channelMeaning, 1);
+    auto *channelLabel = new QLabel(tr("C&hannel"), this);
+    channelLabel->setBuddy(m_channel->box());
+    form->addRow(channelLabel, channelRow);
     form->addRow(m_offset);
     auto *hint =
         wrapping(new QLabel(tr("The step is the reference voltage of the converter divided by its counts: 2.5 V are "
@@ -65,6 +70,7 @@ void AdcPage::buildEntries()
          [this](double millivolts) { values().adcStep = static_cast<float>(millivolts / kMillivolts); },
          [] { return std::pair(0.0, kHighestStep); }},
         messages(), boundary());
+    fitToNumber(step, NumberText().masked(kHighestStep, kMaskVolt));
     auto *channel =
         named(new EntryBox(this), QStringLiteral("txtADCchannel"),
               tr("MiniVNA: 1 angle, 2 return loss, 3 device under test. The other interfaces do not use it."),
@@ -75,6 +81,34 @@ void AdcPage::buildEntries()
          [this](double number) { values().adcChannel = roundToInteger<std::int16_t>(number); },
          [this] { return values().interfaceType == kInterfaceVna ? std::pair(1.0, 3.0) : std::pair(0.0, 7.0); }},
         messages(), boundary());
+    fitToNumber(channel, QStringLiteral("0"));
+    m_channelMeaning = named(new QLabel(this), QStringLiteral("lblADCchannel"), tr("What the number selects"));
+    boundary().connect(channel, &QLineEdit::textChanged, this, "txtADCchannel_Change",
+                       [this] { txtADCchannel_Change(); });
+}
+
+// Follows the typing. A number that selects nothing is corrected when the box is left.
+void AdcPage::txtADCchannel_Change()
+{
+    static constexpr std::int16_t kAngle = 1;
+    static constexpr std::int16_t kReturnLoss = 2;
+    static constexpr std::int16_t kDeviceUnderTest = 3;
+    const NumberText numbers;
+    const QString entry = m_channel->box()->text();
+    const double channel = numbers.isNumeric(entry) ? numbers.toDouble(entry) : 0.0;
+    QString meaning;
+    if (values().interfaceType != kInterfaceVna)
+        meaning = tr("not used by this interface");
+    else if (channel == kAngle)
+        meaning = tr("angle");
+    else if (channel == kReturnLoss)
+        meaning = tr("return loss");
+    else if (channel == kDeviceUnderTest)
+        meaning = tr("device under test");
+    else
+        meaning = tr("1 angle, 2 return loss, 3 device under test");
+    m_channelMeaning->setText(meaning);
+    m_channel->box()->setAccessibleDescription(meaning);
 }
 
 void AdcPage::fill()
@@ -84,6 +118,7 @@ void AdcPage::fill()
             chooseOption(m_optAdc[i]);
     m_step->show();
     m_channel->show();
+    txtADCchannel_Change();
     m_offset->setText(tr("Offset: ") + NumberText().masked(static_cast<double>(values().adcOffset), kMaskVolt) +
                       QStringLiteral(" Volt"));
 }

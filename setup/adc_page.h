@@ -24,10 +24,12 @@ public:
 private:
     QWidget *buildConverters();
     void buildEntries();
+    void txtADCchannel_Change();
 
     std::array<QRadioButton *, kAdcDevices.size()> m_optAdc{};
     NumberEntry *m_step = nullptr;
     NumberEntry *m_channel = nullptr;
+    QLabel *m_channelMeaning = nullptr;
     QLabel *m_offset = nullptr;
 };
 

@@ -97,7 +97,7 @@ NumberEntry *AuxPage::makeWeight(std::size_t output, std::size_t step)
     auto *box = named(new EntryBox(this), QStringLiteral("txtAux%1Val_%2").arg(output + 1).arg(step),
                       tr("Enter the value to be sent to the attenuator"),
                       tr("Output %1, value of step %2").arg(output + 1).arg(step));
-    box->setMaximumWidth(box->fontMetrics().horizontalAdvance(QStringLiteral("-00000000")));
+    fitToNumber(box, NumberText::fromInteger(std::numeric_limits<std::int16_t>::min()));
     return new NumberEntry(box, NumberEntry::Kind::Whole,
                            {[this, output, step] { return values().aux[output].weights[step]; },
                             [this, output, step](double number) {
@@ -112,7 +112,7 @@ QLineEdit *AuxPage::makePotBox(const char *name, const QString &toolTip, QString
 {
     auto *box = named(new QLineEdit(this), QString::fromLatin1(name), toolTip, toolTip);
     box->setAlignment(Qt::AlignRight);
-    box->setMaximumWidth(box->fontMetrics().horizontalAdvance(QStringLiteral("00000000")));
+    fitToNumber(box, QStringLiteral("0%1").arg(kHighestPosition));
     boundary().connect(box, &QLineEdit::textChanged, this, name, [this, box, &value] { txtPot_Change(box, value); });
     return box;
 }
@@ -128,11 +128,11 @@ QWidget *AuxPage::buildPotentiometer()
     m_potentiometer =
         named(new QScrollBar(Qt::Vertical, frame), QStringLiteral("VScroll1"),
               tr("The range that the main window will offer for the potentiometer"), tr("Range of the potentiometer"));
-    column->addWidget(new QLabel(tr("Maximum"), frame));
-    column->addWidget(m_potMax);
+    column->addWidget(new QLabel(tr("Maximum"), frame), 0, Qt::AlignHCenter);
+    column->addWidget(m_potMax, 0, Qt::AlignHCenter);
     column->addWidget(m_potentiometer, 1, Qt::AlignHCenter);
-    column->addWidget(new QLabel(tr("Minimum"), frame));
-    column->addWidget(m_potMin);
+    column->addWidget(new QLabel(tr("Minimum"), frame), 0, Qt::AlignHCenter);
+    column->addWidget(m_potMin, 0, Qt::AlignHCenter);
     return frame;
 }
 

@@ -20,7 +20,14 @@ constexpr double kHighestClock = 1e9; // Hz
 constexpr int kLowestMultiplier = 4;  // of the AD9951
 constexpr int kHighestMultiplier = 20;
 constexpr std::int16_t kTimesSix = 6;
+constexpr int kTextMargin = 5; // logical pixels, of a text box
 constexpr DisplayMask kMaskOffset{"##0.000"};
+
+// The widest number that a box of this page shows.
+QString widestNumber()
+{
+    return NumberText().masked(std::numeric_limits<std::int32_t>::max(), kMaskMegahertz);
+}
 
 enum Chip { Ad9850, Ad9851, Ad9951 };
 
@@ -102,7 +109,9 @@ void DdsPage::addClock(std::size_t chip, QGroupBox *frame)
     label->setBuddy(box);
     auto *row = new QHBoxLayout;
     row->addWidget(label);
-    row->addWidget(box, 1);
+    row->addWidget(box);
+    row->addStretch();
+    fitToNumber(box, widestNumber());
     static_cast<QVBoxLayout *>(frame->layout())->addLayout(row);
     m_clocks[chip] = new NumberEntry(box, NumberEntry::Kind::Whole,
                                      {[this] { return NumberText().masked(values().ddsXtalFreq, kMaskMegahertz); },
@@ -147,6 +156,7 @@ NumberEntry *DdsPage::addLimit(const char *name, const QString &toolTip, const Q
                                const NumberEntry::Binding &binding)
 {
     auto *box = named(new EntryBox(this), QString::fromLatin1(name), toolTip, accessibleName);
+    fitToNumber(box, widestNumber());
     return new NumberEntry(box, NumberEntry::Kind::Whole, binding, messages(), boundary());
 }
 
@@ -185,7 +195,10 @@ QWidget *DdsPage::buildLimits()
     form->addRow(tr("Minimum frequenc&y - Hz"), m_minimum->box());
     form->addRow(m_offset);
     form->addRow(m_verdict);
+    // Its digits stand above those of the boxes.
     m_systemClock->setAlignment(Qt::AlignRight);
+    m_systemClock->setFixedWidth(m_maximum->box()->width());
+    m_systemClock->setIndent(kTextMargin);
     return place;
 }
 

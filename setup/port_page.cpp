@@ -11,6 +11,7 @@
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QSignalBlocker>
+#include <QStyle>
 
 #include <algorithm>
 #include <limits>
@@ -37,6 +38,17 @@ int leadingNumber(const QString &text)
     return number;
 }
 
+// Below an option, where its text begins.
+QHBoxLayout *indented(QWidget *widget)
+{
+    const QStyle *style = widget->style();
+    auto *row = new QHBoxLayout;
+    row->addSpacing(style->pixelMetric(QStyle::PM_ExclusiveIndicatorWidth) +
+                    style->pixelMetric(QStyle::PM_RadioButtonLabelSpacing));
+    row->addWidget(widget, 1);
+    return row;
+}
+
 int unsignedAddress(std::int16_t address)
 {
     return static_cast<std::uint16_t>(address);
@@ -54,29 +66,41 @@ PortPage::PortPage(const SetUpContext &context)
     boundary().connect(&m_refresh, &QTimer::timeout, this, "timerPorts_Timer", [this] { IsComPortAvailable(); });
 }
 
+// The device of each option stands beside it, that of the free number below, where there is more room.
 QWidget *PortPage::buildSerialPorts()
 {
     auto *frame = new QGroupBox(tr("Serial port (PIC, MiniVNA)"), this);
     auto *grid = new QGridLayout(frame);
+    auto *freeRow = new QHBoxLayout;
     for (std::size_t i = 0; i < m_optSerial.size(); ++i) {
         const int number = static_cast<int>(i) + 1;
         m_optSerial[i] = named(new QRadioButton(frame), QStringLiteral("optSerialPort_%1").arg(number), {});
-        grid->addWidget(m_optSerial[i], static_cast<int>(i), 0, 1, number <= kFixedComPorts ? 3 : 1);
+        m_comDevice[i] = named(new ElidedLabel(frame), QStringLiteral("lblComDevice_%1").arg(number), {});
         boundary().connect(m_optSerial[i], &QRadioButton::clicked, this, "optSerialPort_Click",
                            [this, number] { optSerialPort_Click(number); });
+        if (number <= kFixedComPorts) {
+            grid->addWidget(m_optSerial[i], static_cast<int>(i), 0);
+            grid->addWidget(m_comDevice[i], static_cast<int>(i), 1);
+        }
     }
+    // The devices keep their place when a port comes or goes.
+    m_optSerial.front()->setText(tr("COM%1").arg(kFixedComPorts) + tr(" NOT available"));
+    grid->setColumnMinimumWidth(0, m_optSerial.front()->sizeHint().width());
     m_optSerial.back()->setText(tr("COMx"));
     m_optSerial.back()->setToolTip(
         tr("The port with the number beside; %1 is a simulated board").arg(kSimulatedComPort));
     m_comNumber = named(new QLineEdit(frame), QStringLiteral("txtAddressRS232"), {}, tr("Number of the serial port"));
     m_comNumber->setMaxLength(kLongestNumber - 1);
-    m_comNumber->setMaximumWidth(m_comNumber->fontMetrics().horizontalAdvance(QStringLiteral("00000000")));
+    fitToNumber(m_comNumber, QString(kLongestNumber - 1, u'0'));
     m_comState =
         named(new QLabel(frame), QStringLiteral("lblAddressRS232"), tr("Whether a port with this number exists"));
-    grid->addWidget(m_comNumber, kFixedComPorts, 1);
-    grid->addWidget(m_comState, kFixedComPorts, 2);
-    grid->setColumnStretch(2, 1);
-    grid->setRowStretch(kFixedComPorts + 1, 1);
+    freeRow->addWidget(m_optSerial.back());
+    freeRow->addWidget(m_comNumber);
+    freeRow->addWidget(m_comState, 1);
+    grid->addLayout(freeRow, kFixedComPorts, 0, 1, 2);
+    grid->addLayout(indented(m_comDevice.back()), kFixedComPorts + 1, 0, 1, 2);
+    grid->setColumnStretch(1, 1);
+    grid->setRowStretch(kFixedComPorts + 2, 1);
     boundary().connect(m_comNumber, &QLineEdit::textChanged, this, "txtAddressRS232_Change",
                        [this] { txtAddressRS232_Change(); });
     return frame;
@@ -90,27 +114,35 @@ QWidget *PortPage::buildParallelPorts()
                                                          tr("LPTx, port")};
     auto *frame = new QGroupBox(tr("Parallel port (DDS/DAC board)"), this);
     auto *grid = new QGridLayout(frame);
+    auto *freeLine = new QHBoxLayout;
     for (std::size_t i = 0; i < m_optParallel.size(); ++i) {
         m_optParallel[i] = named(new QRadioButton(captions[i], frame), QStringLiteral("optParallelPort_%1").arg(i), {});
-        grid->addWidget(m_optParallel[i], static_cast<int>(i), 0, 1, i < kFreeAddress ? 3 : 1);
+        m_lptDevice[i] = named(new ElidedLabel(frame), QStringLiteral("lblLptDevice_%1").arg(i), {});
         boundary().connect(m_optParallel[i], &QRadioButton::clicked, this, "optParallelPort_Click",
                            [this, i] { optParallelPort_Click(i); });
+        if (i < kFreeAddress) {
+            grid->addWidget(m_optParallel[i], static_cast<int>(i), 0);
+            grid->addWidget(m_lptDevice[i], static_cast<int>(i), 1);
+        }
     }
     m_address =
         named(new QLineEdit(frame), QStringLiteral("txtAddressLPT"),
               tr("Base address of the parallel port, decimal, up to 65535"), tr("Address of the parallel port"));
     m_address->setMaxLength(kLongestNumber);
-    m_address->setMaximumWidth(m_address->fontMetrics().horizontalAdvance(QStringLiteral("00000000")));
+    fitToNumber(m_address, QString(kLongestNumber, u'0'));
     m_addressHex = named(new QLabel(frame), QStringLiteral("txtLPTHex"), tr("The same address, hexadecimal"));
     auto *pins = named(new QPushButton(tr("Pins of the &board..."), frame), QStringLiteral("cmdLPTpin"),
                        tr("Show which pin of the port carries which signal"));
     pins->setAutoDefault(false);
     const int freeRow = static_cast<int>(kFreeAddress);
-    grid->addWidget(m_address, freeRow, 1);
-    grid->addWidget(m_addressHex, freeRow, 2);
-    grid->addWidget(pins, freeRow + 1, 0, 1, 3, Qt::AlignLeft);
-    grid->setColumnStretch(2, 1);
-    grid->setRowStretch(freeRow + 2, 1);
+    freeLine->addWidget(m_optParallel.back());
+    freeLine->addWidget(m_address);
+    freeLine->addWidget(m_addressHex, 1);
+    grid->addLayout(freeLine, freeRow, 0, 1, 2);
+    grid->addLayout(indented(m_lptDevice.back()), freeRow + 1, 0, 1, 2);
+    grid->addWidget(pins, freeRow + 2, 0, 1, 2, Qt::AlignLeft);
+    grid->setColumnStretch(1, 1);
+    grid->setRowStretch(freeRow + 3, 1);
     boundary().connect(m_address, &QLineEdit::textChanged, this, "txtAddressLPT_Change",
                        [this] { txtAddressLPT_Change(); });
     boundary().connect(pins, &QPushButton::clicked, this, "cmdLPTpin_Click", [this] { cmdLPTpin_Click(); });
@@ -135,34 +167,77 @@ void PortPage::IsComPortAvailable()
     nameDevices();
 }
 
+// The whole story of a number, for a tool tip.
+QString PortPage::describeComPort(int number) const
+{
+    if (number == kSimulatedComPort)
+        return tr("COM%1: a simulated board").arg(number);
+    const QString device = serialDeviceOf(number, iniPath());
+    if (device.isEmpty())
+        return tr("No device belongs to this number. The section [Ports] of the settings file can name one.");
+    // A name that udev made leads to the device itself.
+    const QString target = QFileInfo(device).canonicalFilePath();
+    return target.isEmpty() || target == device ? device : device + QStringLiteral(" → ") + target;
+}
+
+void PortPage::showComDevice(std::size_t index, int number)
+{
+    const QString description = describeComPort(number);
+    ElidedLabel *label = m_comDevice[index];
+    if (number == kSimulatedComPort)
+        label->setText(tr("simulated board"));
+    else
+        label->setText(serialDeviceOf(number, iniPath()).isEmpty() ? tr("no device") : description);
+    label->setToolTip(description);
+    m_optSerial[index]->setAccessibleDescription(description);
+}
+
 void PortPage::nameDevices()
 {
-    const auto describe = [this](int number) {
-        if (number == kSimulatedComPort)
-            return tr("COM%1: a simulated board").arg(number);
-        const QString device = serialDeviceOf(number, iniPath());
-        if (device.isEmpty())
-            return tr("No device belongs to this number. The section [Ports] of the settings file can name one.");
-        // A name that udev made leads to the device itself.
-        const QString target = QFileInfo(device).canonicalFilePath();
-        return target.isEmpty() || target == device ? device : device + QStringLiteral(" → ") + target;
-    };
-    for (int number = 1; number <= kFixedComPorts; ++number)
-        m_optSerial[static_cast<std::size_t>(number - 1)]->setToolTip(describe(number));
-    m_comNumber->setToolTip(m_comNumber->text().isEmpty()
-                                ? tr("Number of the port; %1 is a simulated board").arg(kSimulatedComPort)
-                                : describe(leadingNumber(m_comNumber->text())));
+    for (int number = 1; number <= kFixedComPorts; ++number) {
+        const auto index = static_cast<std::size_t>(number - 1);
+        showComDevice(index, number);
+        m_optSerial[index]->setToolTip(m_comDevice[index]->toolTip());
+    }
+    if (m_comNumber->text().isEmpty()) {
+        m_comDevice.back()->clear();
+        m_comDevice.back()->setToolTip({});
+        m_optSerial.back()->setAccessibleDescription({});
+        m_comNumber->setToolTip(tr("Number of the port; %1 is a simulated board").arg(kSimulatedComPort));
+    } else {
+        showComDevice(m_optSerial.size() - 1, leadingNumber(m_comNumber->text()));
+        m_comNumber->setToolTip(m_comDevice.back()->toolTip());
+    }
+    nameParallelPorts();
+}
 
+void PortPage::nameParallelPorts()
+{
     const QVector<ParportEntry> ports = listParports({});
-    for (std::size_t i = 0; i < kFreeAddress; ++i) {
-        const int address = kPresetAddresses[i];
+    for (std::size_t i = 0; i < m_optParallel.size(); ++i) {
+        const bool isFree = i == kFreeAddress;
+        const int address = isFree ? leadingNumber(m_address->text()) : kPresetAddresses[i];
         const auto port = std::find_if(ports.begin(), ports.end(),
                                        [address](const ParportEntry &entry) { return entry.base == address; });
-        m_optParallel[i]->setToolTip(address == 0          ? tr("A simulated board, for the program without hardware")
-                                     : port != ports.end() ? QStringLiteral("/dev/parport%1").arg(port->number)
-                                                           : tr("No port at this address is known to the system"));
+        QString device;
+        QString description;
+        if (isFree && m_address->text().isEmpty()) {
+            // Nothing to name yet
+        } else if (address == 0) {
+            device = tr("simulated board");
+            description = tr("A simulated board, for the program without hardware");
+        } else if (port != ports.end()) {
+            device = description = QStringLiteral("/dev/parport%1").arg(port->number);
+        } else {
+            device = tr("no known port");
+            description = tr("No port at this address is known to the system");
+        }
+        m_lptDevice[i]->setText(device);
+        m_lptDevice[i]->setToolTip(description);
+        m_optParallel[i]->setAccessibleDescription(description);
+        m_optParallel[i]->setToolTip(isFree ? tr("A port at the address beside, such as that of a card in a slot")
+                                            : description);
     }
-    m_optParallel[kFreeAddress]->setToolTip(tr("A port at the address beside, such as that of a card in a slot"));
 }
 
 void PortPage::fill()
@@ -223,6 +298,7 @@ void PortPage::txtAddressLPT_Change()
         const QSignalBlocker quiet(m_address);
         m_address->setText(NumberText::fromInteger(kHighestAddress));
     }
+    nameParallelPorts();
     const int address = leadingNumber(m_address->text());
     m_addressHex->setText(QStringLiteral("(0x%1)").arg(QString::number(address, 16).toUpper()));
     if (m_optParallel[kFreeAddress]->isChecked())

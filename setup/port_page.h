@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "setup/elided_label.h"
 #include "setup/set_up_page.h"
 
 #include <QLabel>
@@ -36,7 +37,10 @@ private:
     QWidget *buildParallelPorts();
     bool ComPortExists(int comPort) const;
     void IsComPortAvailable();
+    QString describeComPort(int number) const;
+    void showComDevice(std::size_t index, int number);
     void nameDevices();
+    void nameParallelPorts();
     void selectParallelPort();
     void selectSerialPort();
     void optParallelPort_Click(std::size_t index);
@@ -47,9 +51,11 @@ private:
 
     QTimer m_refresh;
     std::array<QRadioButton *, kFixedComPorts + 1> m_optSerial{}; // item n stands for COMn, the last for any other
+    std::array<ElidedLabel *, kFixedComPorts + 1> m_comDevice{};
     QLineEdit *m_comNumber = nullptr;
     QLabel *m_comState = nullptr;
     std::array<QRadioButton *, kFreeAddress + 1> m_optParallel{};
+    std::array<ElidedLabel *, kFreeAddress + 1> m_lptDevice{};
     QLineEdit *m_address = nullptr;
     QLabel *m_addressHex = nullptr;
 };

@@ -8,6 +8,7 @@
 
 #include <QGroupBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QRadioButton>
 
 namespace calvorn {
@@ -48,6 +49,12 @@ protected:
     const QString &iniPath() const { return m_context.configuration.iniPath; }
     Messages &messages() const { return m_context.messages; }
     ErrorBoundary &boundary() const { return m_context.boundary; }
+
+    // Makes a box as wide as the widest number it shows, however wide the page is.
+    static void fitToNumber(QLineEdit *box, const QString &widest)
+    {
+        box->setFixedWidth(box->fontMetrics().horizontalAdvance(widest + QStringLiteral("00")));
+    }
 
     // A text that takes the width there is, and asks for none.
     static QLabel *wrapping(QLabel *label)

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "platform/parallel_ports.h"
 #include "tests/support/set_up_bench.h"
 
 #include <QApplication>
@@ -79,6 +80,10 @@ private slots:
     void theButtonsTellWhichPortsThereAre();
     void anAdapterIsNoticedWhileThePageIsOpen();
     void toolTipsNameTheDevices();
+    void theDevicesStandBesideTheOptions();
+    void theDeviceOfTheFreeNumberFollowsTheTyping();
+    void aLongDeviceIsElidedInTheMiddle();
+    void theParallelPortsAreNamed();
     void thePresetOfTheAddressIsSelected_data();
     void thePresetOfTheAddressIsSelected();
     void anotherAddressIsFree();
@@ -142,6 +147,94 @@ void TestPorts::toolTipsNameTheDevices()
     bench.type("txtAddressRS232", QStringLiteral("50"));
     QVERIFY(bench.find("txtAddressRS232")->toolTip().contains(QStringLiteral("[Ports]")));
     QVERIFY(bench.find("optParallelPort_0")->toolTip().contains(QStringLiteral("simulated")));
+}
+
+void TestPorts::theDevicesStandBesideTheOptions()
+{
+    const Devices devices;
+    devices.plug(3);
+    const QString link = devices.path(6);
+    QVERIFY(QFile::link(devices.path(3), link));
+    Bench bench(devices.settings());
+    QCOMPARE(bench.label("lblComDevice_1"), devices.path(1));
+    QCOMPARE(bench.label("lblComDevice_3"), devices.path(3));
+    const QString target = QFileInfo(devices.path(3)).canonicalFilePath();
+    QCOMPARE(bench.label("lblComDevice_6"), link + QStringLiteral(" → ") + target);
+    for (int number = 1; number <= 6; ++number) {
+        const QWidget *option = bench.find(QStringLiteral("optSerialPort_%1").arg(number).toUtf8().constData());
+        const QWidget *device = bench.find(QStringLiteral("lblComDevice_%1").arg(number).toUtf8().constData());
+        QVERIFY(device->isVisible());
+        QVERIFY(option->geometry().right() < device->x());
+        QVERIFY(std::abs(option->geometry().center().y() - device->geometry().center().y()) <= 1);
+        QCOMPARE(option->accessibleDescription(), device->toolTip());
+    }
+    // A link that leads elsewhere is noticed while the page is open.
+    devices.plug(4);
+    QVERIFY(QFile::remove(link));
+    QVERIFY(QFile::link(devices.path(4), link));
+    const QString other = QFileInfo(devices.path(4)).canonicalFilePath();
+    const int place = bench.find("lblComDevice_6")->x();
+    QTRY_COMPARE(bench.label("lblComDevice_6"), link + QStringLiteral(" → ") + other);
+    // A missing device moves nothing.
+    for (const int number : {1, 2, 5})
+        devices.plug(number);
+    QTRY_COMPARE(bench.caption("optSerialPort_5"), QStringLiteral("COM5"));
+    QCoreApplication::processEvents();
+    QCOMPARE(bench.find("lblComDevice_6")->x(), place);
+}
+
+void TestPorts::theDeviceOfTheFreeNumberFollowsTheTyping()
+{
+    const Devices devices;
+    Bench bench(devices.settings(port(9)));
+    QCOMPARE(bench.label("lblComDevice_7"), devices.path(9));
+    bench.type("txtAddressRS232", QStringLiteral("100"));
+    QCOMPARE(bench.label("lblComDevice_7"), QStringLiteral("simulated board"));
+    bench.type("txtAddressRS232", QStringLiteral("12"));
+    QCOMPARE(bench.label("lblComDevice_7"), devices.path(12));
+    QCOMPARE(bench.find("lblComDevice_7")->toolTip(), devices.path(12));
+    bench.type("txtAddressRS232", QStringLiteral("50"));
+    QCOMPARE(bench.label("lblComDevice_7"), QStringLiteral("no device"));
+    QVERIFY(bench.find("lblComDevice_7")->toolTip().contains(QStringLiteral("[Ports]")));
+    bench.type("txtAddressRS232", QString());
+    QCOMPARE(bench.label("lblComDevice_7"), QString());
+}
+
+void TestPorts::aLongDeviceIsElidedInTheMiddle()
+{
+    const QString device = QStringLiteral("/dev/serial/by-id/usb-") + QString(120, u'x') + QStringLiteral("-port0");
+    const QByteArray other = QByteArray(device.toUtf8()).replace("x-port0", "y-port0");
+    const QByteArray start = "[Config]\r\nDDS Device=AD9850\r\n[Ports]\r\nCOM1=" + device.toUtf8() + "\r\nCOM2=";
+    // The last two are equal but for one letter in the middle.
+    const QByteArray twin = QByteArray(device.toUtf8()).replace(60, 1, "W");
+    Bench bench(start + other + "\r\nCOM3=" + twin + "\r\n");
+    const Bench plain("[Config]\r\nDDS Device=AD9850\r\n");
+    QCOMPARE(bench.dialog->size(), plain.dialog->size());
+    QCOMPARE(bench.label("lblComDevice_1"), device);
+    QCOMPARE(bench.find("lblComDevice_1")->toolTip(), device);
+    const auto picture = [&bench](const char *name) { return bench.find(name)->grab().toImage(); };
+    QVERIFY(picture("lblComDevice_1") != picture("lblComDevice_2"));
+    QCOMPARE(picture("lblComDevice_1"), picture("lblComDevice_3"));
+}
+
+void TestPorts::theParallelPortsAreNamed()
+{
+    Bench bench(address("888"));
+    QCOMPARE(bench.label("lblLptDevice_0"), QStringLiteral("simulated board"));
+    const auto expected = [](int base) {
+        for (const ParportEntry &port : listParports({}))
+            if (port.base == base)
+                return QStringLiteral("/dev/parport%1").arg(port.number);
+        return QStringLiteral("no known port");
+    };
+    QCOMPARE(bench.label("lblLptDevice_1"), expected(0x378));
+    QCOMPARE(bench.label("lblLptDevice_2"), expected(0x278));
+    QCOMPARE(bench.label("lblLptDevice_3"), expected(0x3BC));
+    QCOMPARE(bench.label("lblLptDevice_4"), QString());
+    bench.type("txtAddressLPT", QStringLiteral("57360"));
+    QCOMPARE(bench.label("lblLptDevice_4"), expected(57360));
+    bench.type("txtAddressLPT", QStringLiteral("0"));
+    QCOMPARE(bench.label("lblLptDevice_4"), QStringLiteral("simulated board"));
 }
 
 void TestPorts::thePresetOfTheAddressIsSelected_data()

@@ -54,6 +54,8 @@ private slots:
     void theStepInMillivolts_data() { test::addLocaleRows(); }
     void theStepInMillivolts();
     void theChannel();
+    void theMeaningOfTheChannel();
+    void boxesAreAsWideAsTheirNumbers();
     void thePotentiometerRange();
     void aPositionIsReplacedByItsValueOnly();
     void storedPositionsStay();
@@ -237,6 +239,59 @@ void TestSetUpEntries::theChannel()
     Bench vna("cmdADC", "[Config]\r\nInterface=3\r\nDDS Device=AD9951\r\n");
     vna.typed("txtADCchannel", QStringLiteral("0"), QStringLiteral("1"), 1);
     vna.typed("txtADCchannel", QStringLiteral("4"), QStringLiteral("3"), 1);
+}
+
+void TestSetUpEntries::theMeaningOfTheChannel()
+{
+    Bench bench("cmdADC", "[Config]\r\nInterface=3\r\nDDS Device=AD9951\r\nADC Channel=3\r\n"
+                          "[Interface1]\r\nDDS Device=AD9850\r\nADC Channel=1\r\n");
+    QCOMPARE(bench.label("lblADCchannel"), QStringLiteral("device under test"));
+    auto *box = bench.find<QLineEdit>("txtADCchannel");
+    const auto typedOver = [&](const char *entry) {
+        QTest::mouseDClick(box, Qt::LeftButton);
+        QTest::keyClicks(box, QString::fromLatin1(entry));
+        return bench.label("lblADCchannel");
+    };
+    // With each key, not only when the box is left.
+    QCOMPARE(typedOver("1"), QStringLiteral("angle"));
+    QCOMPARE(typedOver("2"), QStringLiteral("return loss"));
+    QCOMPARE(box->accessibleDescription(), QStringLiteral("return loss"));
+    QCOMPARE(typedOver("9"), QStringLiteral("1 angle, 2 return loss, 3 device under test"));
+    QTest::keyClick(box, Qt::Key_Tab);
+    QCOMPARE(bench.text("txtADCchannel"), QStringLiteral("3"));
+    QCOMPARE(bench.label("lblADCchannel"), QStringLiteral("device under test"));
+    bench.click("cmdInterface");
+    bench.click("optInterface_1");
+    bench.click("cmdADC");
+    QCOMPARE(bench.label("lblADCchannel"), QStringLiteral("not used by this interface"));
+    QCOMPARE(typedOver("2"), QStringLiteral("not used by this interface"));
+}
+
+// No narrower than the widest number, and not much wider.
+void TestSetUpEntries::boxesAreAsWideAsTheirNumbers()
+{
+    Bench bench("cmdDDS");
+    const auto check = [&bench](const char *name, const char *widest) {
+        const auto *box = bench.find<QLineEdit>(name);
+        const int text = box->fontMetrics().horizontalAdvance(QLatin1String(widest));
+        const int digit = box->fontMetrics().horizontalAdvance(u'0');
+        const QByteArray found = QByteArray(name) + ' ' + QByteArray::number(box->width());
+        QVERIFY2(box->width() >= text + 8 && box->width() <= text + 4 * digit, found.constData());
+    };
+    bench.dialog->resize(1000, 560);
+    check("txtClk9850", "2,147,483,647");
+    check("txtMaxFreq", "2,147,483,647");
+    check("txtMinFreq", "2,147,483,647");
+    bench.click("cmdADC");
+    check("txtADCstep", "1000.000");
+    check("txtADCchannel", "0");
+    bench.click("cmdAux");
+    check("txtAux1Val_0", "-32768");
+    check("txtVscrollMax", "255");
+    check("txtVScrollMin", "255");
+    bench.click("cmdPort");
+    check("txtAddressRS232", "0000");
+    check("txtAddressLPT", "65535");
 }
 
 void TestSetUpEntries::thePotentiometerRange()
