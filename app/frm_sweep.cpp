@@ -101,7 +101,7 @@ void FrmSweep::fitControlColumn()
         if (!widget->isHidden())
             width = std::max(width, widget->minimumSizeHint().width());
     for (QWidget *widget : widgets)
-        widget->setFixedWidth(width + m_columnSurplus);
+        widget->setFixedWidth(std::max(width, m_leastControlColumn));
 }
 
 void FrmSweep::composeGraphColumn(QVBoxLayout *column)
@@ -227,12 +227,13 @@ void FrmSweep::showCursorLines(bool visible)
 }
 
 // The graph starts in its own size where the screen has room for the window. What is left over widens the column of the
-// controls and the space above the graph.
+// controls and the space above the graph, as far as the window need not grow for it.
 void FrmSweep::fitGraph()
 {
-    const QSize surplus = m_graphPanel->graph().size() - m_graphPanel->graph().sizeHint();
+    const QSize surplus =
+        (m_graphPanel->graph().size() - m_graphPanel->graph().sizeHint()).boundedTo(size() - minimumSizeHint());
     if (surplus.width() > 0)
-        m_columnSurplus += surplus.width();
+        m_leastControlColumn = m_range->width() + surplus.width();
     if (surplus.height() > 0)
         m_graphPanel->widenTop(surplus.height());
     fitControlColumn();

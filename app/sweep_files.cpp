@@ -57,6 +57,7 @@ void SweepFiles::exportSweep()
 
 void SweepFiles::mnuOpenCSV_Click()
 {
+    // A desktop that shows the menus itself lets no click precede.
     EntryBox::commitPending();
     try {
         importSweep();

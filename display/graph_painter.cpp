@@ -210,11 +210,12 @@ QRectF GraphPainter::captionRect(GraphItem item, const GraphLine &line, const Gr
 
 void GraphPainter::separate(QRectF &first, const GraphLine &firstLine, QRectF &second, const GraphLine &secondLine) const
 {
-    if (!first.intersects(second))
-        return;
     const bool firstIsLeft = firstLine.x1 <= secondLine.x1;
     QRectF &left = firstIsLeft ? first : second;
     QRectF &right = firstIsLeft ? second : first;
+    // The left one belongs to the left line.
+    if (left.isEmpty() || right.isEmpty() || left.right() <= right.left())
+        return;
     const GraphLine &line = firstIsLeft ? firstLine : secondLine;
     const QPointF at = m_coordinates.toPixel({line.x1, line.y1}, m_surface.size, m_surface.pixel);
     left.moveRight(std::min(at.x() - kCaptionMargin, right.left()));

@@ -41,7 +41,8 @@ void GraphPanel::drawScreen()
 
 void GraphPanel::widenTop(int by)
 {
-    m_grid->setRowMinimumHeight(0, m_grid->rowMinimumHeight(0) + by);
+    auto *space = new QSpacerItem(0, m_grid->rowMinimumHeight(0) + by, QSizePolicy::Minimum, QSizePolicy::Preferred);
+    m_grid->addItem(space, 0, 1);
 }
 
 void GraphPanel::setFooter(QWidget *footer)

@@ -26,7 +26,7 @@ public:
     // Lays the widget under the plot, exactly as wide; the panel takes it over. Once.
     void setFooter(QWidget *footer);
 
-    // Adds logical pixels to the space above the graph.
+    // Adds logical pixels to the space above the graph; a lower window takes them back.
     void widenTop(int by);
 
 protected:

@@ -3,6 +3,7 @@
 
 #include "core/common_functions.h"
 #include "data/amplitude_column.h"
+#include "platform/entry_box.h"
 
 #include <QActionGroup>
 
@@ -84,6 +85,8 @@ void ScaleControl::redrawRange()
 
 void ScaleControl::mnuScalaLineare_Click()
 {
+    // A desktop that shows the menus itself lets no click precede.
+    EntryBox::commitPending();
     // On the linear scale the conversion gives its argument back.
     const double m3 = dbToVoltsBounded(m_configuration, m_markers.amplitude(QStringLiteral("M3")));
     const double m4 = dbToVoltsBounded(m_configuration, m_markers.amplitude(QStringLiteral("M4")));
@@ -93,6 +96,7 @@ void ScaleControl::mnuScalaLineare_Click()
 
 void ScaleControl::changeToLogarithmic(std::int16_t mode)
 {
+    EntryBox::commitPending();
     const std::int16_t old = m_configuration.scaleType;
     double m3 = m_markers.amplitude(QStringLiteral("M3"));
     double m4 = m_markers.amplitude(QStringLiteral("M4"));

@@ -164,6 +164,8 @@ void SweepGraph::setLineVisible(GraphItem item, bool visible)
 {
     lineOf(item).visible = visible;
     update(itemRegion(item));
+    if (item == GraphItem::M1 || item == GraphItem::M2)
+        emit captionsAboveChanged();
 }
 
 QPolygonF SweepGraph::curve() const

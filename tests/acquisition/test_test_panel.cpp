@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QContextMenuEvent>
+#include <QDate>
 #include <QFile>
 #include <QSignalSpy>
 #include <QTemporaryDir>

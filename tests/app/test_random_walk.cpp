@@ -23,26 +23,7 @@ constexpr int kStepsBetweenRestarts = 400;
 constexpr qint64 kShorteningMs = 15'000;
 
 // Faults that are known, by a part of their names; the walk goes on over them. Meant to be empty.
-const QStringList kTolerated{
-    // decimal separators of another locale
-    QStringLiteral("(decimal "),
-    // a click for M4 while M3 is typed, and the other way round
-    QStringLiteral("entry lost: txtM3Y by Shift click"), QStringLiteral("entry lost: txtM4Y by Shift click"),
-    // the view that is shown is chosen again while M3 or M4 is typed
-    QStringLiteral("entry lost: txtM3Y by View"), QStringLiteral("entry lost: txtM4Y by View"),
-    // a click on the graph, or an import, while the box is typed
-    QStringLiteral("entry survives its replacement in "), QStringLiteral("after an import: txtSt"),
-    // a box of M1 or M2 is left in a sweep downwards
-    QStringLiteral("jumps in a falling sweep"),
-    // a range too small in a running sweep
-    QStringLiteral("range below 400 Hz"),
-    // the window is closed while a box of the range is typed
-    QStringLiteral("not kept over a restart: start being typed"),
-    QStringLiteral("not kept over a restart: stop being typed"),
-    // M3 or M4 dragged to exactly 0 dB
-    QStringLiteral("txtM4M3"),
-    // a box of the range is left untouched in a running sweep
-    QStringLiteral("table changed by Time while it sweeps")};
+const QStringList kTolerated;
 
 struct Walk
 {

@@ -9,6 +9,8 @@
 #include <QRadioButton>
 #include <QTimer>
 
+#include <array>
+
 using namespace calvorn;
 using calvorn::test::WindowBench;
 
@@ -70,6 +72,10 @@ private slots:
     void anOverflowOfThePlanIsOneBox();
     void unreadableTextsStayUntilTheyAreChanged_data();
     void unreadableTextsStayUntilTheyAreChanged();
+    void aScaleThatIsNoneIsKept_data();
+    void aScaleThatIsNoneIsKept();
+    void aViewThatIsNoneIsKept_data();
+    void aViewThatIsNoneIsKept();
     void closingSavesAndTheNextStartComesUpAsItWasLeft_data() { test::addLocaleRows(); }
     void closingSavesAndTheNextStartComesUpAsItWasLeft();
     void closingStopsAndClosesThePort();
@@ -304,6 +310,83 @@ void TestStartUp::unreadableTextsStayUntilTheyAreChanged()
     QCOMPARE(bench.folder.setting(section.constData(), key.constData()), saved);
     bench.open();
     QVERIFY2(bench.desktop.boxes.isEmpty(), qPrintable(bench.desktop.lastText()));
+}
+
+void TestStartUp::aScaleThatIsNoneIsKept_data()
+{
+    QTest::addColumn<QLocale>("locale");
+    QTest::addColumn<QByteArray>("stored");
+    for (const QLocale &locale : {QLocale(QLocale::English, QLocale::UnitedStates), QLocale(QLocale::Italian, QLocale::Italy),
+                                  QLocale(QLocale::French, QLocale::France), QLocale::c()})
+        for (const char *stored : {"7", "-3", "5"})
+            QTest::addRow("%s %s", qPrintable(locale.name()), stored) << locale << QByteArray(stored);
+}
+
+void TestStartUp::aScaleThatIsNoneIsKept()
+{
+    QFETCH(QLocale, locale);
+    QFETCH(QByteArray, stored);
+    QLocale::setDefault(locale);
+    constexpr std::array kActions{"mnuScalaLineare", "mnuScalaLogaritmica1", "mnuScalaLogaritmica1dB",
+                                  "mnuScalaLogaritmica10", "mnuScalaLogaritmica10dB"};
+    WindowBench bench(test::FakeServerControl::program(),
+                      settings("2", "Max scaleDb=-40\r\nMarker 3=-10\r\nMarker 4=-20\r\nScale=" + stored + "\r\n"));
+    QVERIFY(bench.started);
+    const auto action = [&](const char *name) { return bench.window->findChild<QAction *>(QString::fromLatin1(name)); };
+    QCOMPARE(bench.configuration.scaleType, stored.toShort());
+    for (const char *name : kActions)
+        QVERIFY2(!action(name)->isChecked(), name);
+    // As a scale of 1 V in dB, from 0 dB down.
+    emit bench.window->findChild<AcquisitionDriver *>()->aVettore(QVector<int>(kSweepPoints, 100));
+    QCOMPARE(bench.table()->text(0, 1), QStringLiteral("dB"));
+    QCOMPARE(bench.table()->text(1, 1), test::inLocale(locale, QStringLiteral("-20.0"))); // 100 mV
+    QVERIFY(bench.isShown("txtMaxDb"));
+    QVERIFY(!bench.isShown("txtMaxVolt"));
+    QCOMPARE(bench.text("Label5"), QStringLiteral("dB"));
+    const auto *graph = bench.find<SweepGraph>("picSweep");
+    QCOMPARE(graph->coordinates().top(), GraphCoordinates([&] {
+                                             Configuration first = bench.configuration;
+                                             first.scaleType = 1;
+                                             return first;
+                                         }()).top());
+    QCOMPARE(graph->line(GraphItem::M3).y1, 10000.0);
+    QVERIFY(bench.window->close());
+    QCOMPARE(bench.folder.setting("Calvorn", "Scale").toLatin1(), stored);
+    bench.open();
+    QCOMPARE(bench.configuration.scaleType, stored.toShort());
+    // Until the user chooses another.
+    action("mnuScalaLogaritmica1")->trigger();
+    QVERIFY(action("mnuScalaLogaritmica1")->isChecked());
+    QCOMPARE(bench.text("txtM3Y"), test::inLocale(locale, QStringLiteral("-10.0")));
+    QVERIFY(bench.window->close());
+    QCOMPARE(bench.folder.setting("Calvorn", "Scale"), QStringLiteral("1"));
+}
+
+void TestStartUp::aViewThatIsNoneIsKept_data()
+{
+    QTest::addColumn<QByteArray>("interfaceType");
+    QTest::addColumn<QByteArray>("stored");
+    QTest::newRow("9") << QByteArray("2") << QByteArray("9");
+    QTest::newRow("-1") << QByteArray("2") << QByteArray("-1");
+    QTest::newRow("2 on the MiniVNA") << QByteArray("3") << QByteArray("2");
+    QTest::newRow("3 on the PIC") << QByteArray("1") << QByteArray("3");
+}
+
+void TestStartUp::aViewThatIsNoneIsKept()
+{
+    QFETCH(QByteArray, interfaceType);
+    QFETCH(QByteArray, stored);
+    WindowBench bench(test::FakeServerControl::program(),
+                      settings(interfaceType.constData(), "Marker 0=" + stored + "\r\n"));
+    QVERIFY(bench.isShown("frameView_0"));
+    QVERIFY(!bench.find("cmdView_0")->isEnabled());
+    QVERIFY(bench.window->close());
+    QCOMPARE(bench.folder.setting("Calvorn", "Marker 0").toLatin1(), stored);
+    bench.open();
+    bench.click("cmdView_1");
+    bench.click("cmdView_0");
+    QVERIFY(bench.window->close());
+    QCOMPARE(bench.folder.setting("Calvorn", "Marker 0"), QStringLiteral("0"));
 }
 
 void TestStartUp::closingSavesAndTheNextStartComesUpAsItWasLeft()

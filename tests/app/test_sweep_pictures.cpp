@@ -12,6 +12,7 @@
 #include <QProcess>
 #include <QSvgRenderer>
 
+#include <array>
 #include <cmath>
 #include <functional>
 
@@ -86,6 +87,7 @@ private slots:
     void aPngShowsTheSweep_data() { test::addLocaleRows(); }
     void aPngShowsTheSweep();
     void anSvgShowsTheSame();
+    void theCaptionsStandAboveThePlot();
     void theClipboardGetsThePicture();
     void copyingTextStaysCopyingText();
     void aPdfIsOnLightPaper();
@@ -138,6 +140,33 @@ void TestSweepPictures::anSvgShowsTheSame()
         }
     // Letters and the slanted curve are smoothed a little differently.
     QVERIFY2(different < png.width() * png.height() / 100, qPrintable(QString::number(different)));
+}
+
+void TestSweepPictures::theCaptionsStandAboveThePlot()
+{
+    Bench bench;
+    bench.saveAs("sweep.png");
+    const QImage picture(bench.desktop.fileChoice);
+    const QRect plot(112, 112, 1056, 480);
+    const auto columnOf = [&](double row) { return plot.left() + 0.5 + row / 400.0 * (plot.width() - 1); };
+    std::array<int, 2> inked{};
+    for (int y = 60; y < plot.bottom(); ++y)
+        for (int x = plot.left(); x <= plot.right(); ++x) {
+            const QColor colour = picture.pixelColor(x, y);
+            if (colour.blue() <= colour.red() + 50 || colour.blue() <= 100)
+                continue;
+            // Light blue: M1 at row 151, M2 at row 251.
+            const bool second = x > columnOf(200);
+            const double line = columnOf(second ? 251 : 151);
+            if (y >= plot.top()) {
+                QVERIFY2(std::abs(x + 0.5 - line) <= 1.0, qPrintable(QStringLiteral("%1, %2").arg(x).arg(y)));
+                continue;
+            }
+            ++inked[second ? 1 : 0];
+            QVERIFY2(x >= columnOf(second ? 253 : 153) - 1 && x < line + 50 && y > plot.top() - 35,
+                     qPrintable(QStringLiteral("%1, %2").arg(x).arg(y)));
+        }
+    QVERIFY2(inked[0] > 15 && inked[1] > 15, qPrintable(QStringLiteral("%1 %2").arg(inked[0]).arg(inked[1])));
 }
 
 void TestSweepPictures::theClipboardGetsThePicture()

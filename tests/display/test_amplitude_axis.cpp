@@ -189,23 +189,32 @@ private slots:
     }
 
     // The box shows two decimals.
-    void aChangeOfScaleKeepsTheFullScale()
+    void aChangeOfScaleReadsTheFullScale()
     {
         DisplayBench bench(0, 0.125F);
-        bench.scaleAction(1)->trigger();
-        bench.scaleAction(0)->trigger();
         QCOMPARE(bench.configuration.maxScaleVolt, 0.125F);
-        QCOMPARE(bench.panel.graph().coordinates().fullScaleVolt(), 0.125);
+        bench.scaleAction(1)->trigger();
+        QCOMPARE(bench.configuration.maxScaleVolt, 0.125F);
+        bench.scaleAction(0)->trigger();
+        QCOMPARE(bench.configuration.maxScaleVolt, 0.12F);
+        QCOMPARE(bench.panel.graph().coordinates().fullScaleVolt(), static_cast<double>(0.12F));
         QCOMPARE(bench.text(QStringLiteral("txtMaxVolt")), QStringLiteral("0.12"));
     }
 
-    void damagedFullScaleIsHealed()
+    // The graph is drawn for 1 V then; the record and its box agree, and no entry makes it worse.
+    void aDamagedFullScaleIsKeptUntilAnEntry()
     {
-        DisplayBench volts(0, std::numeric_limits<float>::quiet_NaN());
-        QCOMPARE(volts.text(QStringLiteral("txtMaxVolt")), QStringLiteral("1.00"));
-        QCOMPARE(volts.configuration.maxScaleVolt, 1.0F);
-        DisplayBench zero(0, 0.0F);
-        QCOMPARE(zero.text(QStringLiteral("txtMaxVolt")), QStringLiteral("1.00"));
+        for (const float damaged : {0.0F, -3.0F}) {
+            DisplayBench volts(0, damaged);
+            volts.show();
+            QCOMPARE(volts.configuration.maxScaleVolt, damaged);
+            QCOMPARE(volts.panel.graph().coordinates().fullScaleVolt(), 1.0);
+            volts.type(QStringLiteral("txtMaxVolt"), QStringLiteral("x"));
+            QCOMPARE(volts.configuration.maxScaleVolt, damaged);
+            QVERIFY(volts.desktop.beeps > 0);
+            volts.type(QStringLiteral("txtMaxVolt"), QStringLiteral("2"));
+            QCOMPARE(volts.configuration.maxScaleVolt, 2.0F);
+        }
         DisplayBench deep(1, 1.0F, -2000000000);
         deep.show();
         QVERIFY(deep.desktop.boxes.isEmpty());

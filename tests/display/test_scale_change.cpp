@@ -186,12 +186,18 @@ private slots:
         }
     }
 
-    void aDamagedScaleIsTheLinearOne()
+    // It is one of 1 V in dB, and none of the menu's.
+    void aDamagedScaleIsKept()
     {
         for (const std::int16_t damaged : {std::int16_t{-1}, std::int16_t{5}, std::int16_t{32767}}) {
             DisplayBench bench(damaged);
-            QCOMPARE(bench.configuration.scaleType, std::int16_t{0});
-            QVERIFY(bench.scaleAction(0)->isChecked());
+            QCOMPARE(bench.configuration.scaleType, damaged);
+            QCOMPARE(bench.text(QStringLiteral("Label5")), QStringLiteral("dB"));
+            QCOMPARE(bench.table.text(1, SweepTable::AmplitudeColumn), QStringLiteral("-100.0"));
+            for (int scale = 0; scale < 5; ++scale)
+                QVERIFY(!bench.scaleAction(scale)->isChecked());
+            bench.scaleAction(2)->trigger();
+            QVERIFY(bench.scaleAction(2)->isChecked());
         }
     }
 

@@ -36,14 +36,15 @@ private:
         {
             return views.findChild<QWidget *>(QStringLiteral("%1_%2").arg(QString::fromLatin1(name)).arg(i));
         }
-        void verifyShown(int shown)
+        void verifyShown(int shown) { verifyShown(shown, shown); }
+        void verifyShown(int shown, int stored)
         {
             for (int i = 0; i < 4; ++i) {
                 QCOMPARE(element("frameView", i)->isVisible(), i == shown);
                 QCOMPARE(element("cmdView", i)->isEnabled(), i != shown);
                 QCOMPARE(views.actions().at(i)->isChecked(), i == shown);
             }
-            QCOMPARE(settings.markerIndex, static_cast<std::int16_t>(shown));
+            QCOMPARE(settings.markerIndex, static_cast<std::int16_t>(stored));
         }
     };
 
@@ -77,12 +78,16 @@ private slots:
         QCOMPARE(text("txtM3Y"), QStringLiteral("0.500"));
     }
 
+    // The number is kept until a view is chosen.
     void damagedIndexFallsToTheFirst()
     {
         Views views;
         for (const int index : {-1, 4, 32767, -32768}) {
             views.views.selectView(3);
+            views.settings.markerIndex = static_cast<std::int16_t>(index);
             views.views.selectView(index);
+            views.verifyShown(0, index);
+            views.views.actions().at(0)->trigger();
             views.verifyShown(0);
         }
     }

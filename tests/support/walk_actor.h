@@ -170,6 +170,9 @@ protected:
     {
         if (m_history.rangeDue)
             allow({"table", "start", "stop", "sweep"});
+        // A running sweep is planned anew when a box of the range is left, changed or not.
+        if (isSweeping() && m_hands.updateTimer()->isActive())
+            allow({"table"});
         m_history.rangeDue = false;
         m_hands.letTimePass();
     }

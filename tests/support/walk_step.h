@@ -169,7 +169,8 @@ private:
             step.text = grouped;
         }
         if (form == 14) {
-            step.text += m_random.bounded(2) == 0 ? QStringLiteral(".4") : QStringLiteral(",4");
+            // The other separator groups the digits of a frequency.
+            step.text += m_group == u'.' ? QStringLiteral(",4") : QStringLiteral(".4");
             step.value += 0.4;
         }
     }
