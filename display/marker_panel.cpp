@@ -401,9 +401,20 @@ void MarkerPanel::putMarker(GraphItem marker, double x, double y)
         return;
     }
     // The line stands where its box says, at the precision of the box.
-    m_graph.moveLine(marker, y);
+    m_graph.moveLine(marker, insideAtPrecisionOfBox(y));
     aggiornaLblMarkerY();
     aggiornaPosMarkerY(marker == GraphItem::M3 ? QStringLiteral("M3") : QStringLiteral("M4"));
+}
+
+// What the mouse points at inside the plot is not rounded out of it.
+double MarkerPanel::insideAtPrecisionOfBox(double y) const
+{
+    const GraphCoordinates &coordinates = m_graph.coordinates();
+    const auto [low, high] = std::minmax({coordinates.top(), coordinates.bottom()});
+    const double unit = isLinearScale(m_configuration.scaleType) ? 1.0 : 100.0; // 0.001 V, 0.1 dB
+    const double lowest = std::ceil(low / unit) * unit;
+    const double highest = std::floor(high / unit) * unit;
+    return y < low || y > high || lowest > highest ? y : std::clamp(y, lowest, highest);
 }
 
 void MarkerPanel::cmdCopyM1_Click()

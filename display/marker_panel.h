@@ -106,6 +106,7 @@ private:
     void cmdCopyM1_Click();
     void cmdCopyM2_Click();
     void putMarker(GraphItem marker, double x, double y);
+    double insideAtPrecisionOfBox(double y) const;
     void cancelDrag();
     void showCursor();
 

@@ -357,10 +357,10 @@ QPointF SweepGraph::userPosition(const QMouseEvent *event) const
 {
     // The mouse points at the middle of its pixel.
     const double pixel = 1.0 / devicePixelRatioF();
-    const QPointF at = event->position() + QPointF(pixel, pixel) / 2.0;
+    const double half = pixel / 2.0;
+    const auto inside = [half](double at, int extent) { return std::clamp(at + half, half, std::max(extent - half, half)); };
     const QPointF user = m_coordinates.toUser(
-        {std::clamp(at.x(), 0.0, static_cast<double>(width())), std::clamp(at.y(), 0.0, height() - pixel)},
-        size(), pixel);
+        {inside(event->position().x(), width()), inside(event->position().y(), height())}, size(), pixel);
     return {std::clamp(user.x(), 0.0, GraphCoordinates::kWidth), user.y()};
 }
 

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 
 using namespace calvorn;
 using calvorn::test::WalkBox;
@@ -370,12 +371,15 @@ void TestGraphLayout::aMarkerStopsAtTheEdge_data()
 {
     QTest::addColumn<QByteArray>("scale");
     for (const char *volts : {"0.05", "1", "2.5", "3.33", "10"})
-        QTest::addRow("%s V", volts) << QByteArray("Scale=0\r\nMarker 3=0.02\r\nMarker 4=0.04\r\nMax scaleV=") + volts +
-                                            "\r\n";
+        QTest::addRow("%s V", volts) << QByteArray("Scale=0\r\nMarker 3=") + QByteArray::number(0.3 * atof(volts)) +
+                                            "\r\nMarker 4=" + QByteArray::number(0.7 * atof(volts)) +
+                                            "\r\nMax scaleV=" + volts + "\r\n";
     for (const char *scale : {"1", "2", "4"})
         for (const char *bottom : {"-1", "-7", "-60", "-90"})
             QTest::addRow("scale %s, %s dB", scale, bottom)
-                << QByteArray("Marker 3=-0.3\r\nMarker 4=-0.7\r\nScale=") + scale + "\r\nMax scaleDb=" + bottom + "\r\n";
+                << QByteArray("Marker 3=") + QByteArray::number(0.3 * atof(bottom)) +
+                       "\r\nMarker 4=" + QByteArray::number(0.7 * atof(bottom)) + "\r\nScale=" + scale +
+                       "\r\nMax scaleDb=" + bottom + "\r\n";
 }
 
 void TestGraphLayout::aMarkerStopsAtTheEdge()

@@ -536,7 +536,8 @@ void TestPendingEntries::theFirstClickSelectsTheNumber()
     QTest::keyClick(box, Qt::Key_Escape);
     // Dragging selects a part, also when it enters the box.
     bench.find("cmdStart")->setFocus();
-    const QPoint further(box->width() - 16, box->height() / 2);
+    const int digit = box->fontMetrics().horizontalAdvance(u'8');
+    const QPoint further(box->width() - 8 - 3 * digit / 2, box->height() / 2);
     QTest::mousePress(box, Qt::LeftButton, {}, QPoint(box->width() - 2, box->height() / 2));
     WalkHands::moveMouse(box, further, Qt::LeftButton);
     QTest::mouseRelease(box, Qt::LeftButton, {}, further);
