@@ -60,7 +60,7 @@ void FrmSweep::compose()
 {
     auto *central = new QWidget(this);
     auto *columns = new QHBoxLayout(central);
-    columns->setContentsMargins(6, 2, 6, 6);
+    columns->setContentsMargins(6, 2, 6, 4);
     columns->setSpacing(6);
     auto *left = new QVBoxLayout;
     auto *right = new QVBoxLayout;

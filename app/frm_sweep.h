@@ -90,7 +90,7 @@ private:
     SampleConversion m_conversion;
     AcquisitionDriver *m_driver = nullptr;
     QVector<ProfileEntry> m_unreadable; // what a shutdown leaves as it is in the file
-    int m_leastControlColumn = 0; // width, logical pixels
+    int m_leastControlColumn = 0;       // width, logical pixels
     bool m_preparedSoFar = true;
     bool m_closed = false;
 

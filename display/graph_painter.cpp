@@ -208,7 +208,8 @@ QRectF GraphPainter::captionRect(GraphItem item, const GraphLine &line, const Gr
     return place;
 }
 
-void GraphPainter::separate(QRectF &first, const GraphLine &firstLine, QRectF &second, const GraphLine &secondLine) const
+void GraphPainter::separate(QRectF &first, const GraphLine &firstLine, QRectF &second,
+                            const GraphLine &secondLine) const
 {
     const bool firstIsLeft = firstLine.x1 <= secondLine.x1;
     QRectF &left = firstIsLeft ? first : second;

@@ -53,8 +53,8 @@ public:
     // Lays a caption out in a font, and gives it its place beside its line.
     static void measureCaption(GraphLabel &caption, const QFont &font);
     void placeCaption(GraphItem item, const GraphLine &line, GraphLabel &caption) const;
-    // At its place, or moved inside where that is cut off; above the plot for M1 and M2. Empty when its line is hidden or
-    // outside the range.
+    // At its place, or moved inside where that is cut off; above the plot for M1 and M2. Empty when its line is hidden
+    // or outside the range.
     QRectF captionRect(GraphItem item, const GraphLine &line, const GraphLabel &caption) const;
     void paintCaption(QPainter &painter, GraphItem item, const GraphLine &line, const GraphLabel &caption) const;
 

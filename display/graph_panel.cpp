@@ -26,7 +26,8 @@ GraphPanel::GraphPanel(Configuration &configuration, const SweepTable &table, De
     captions->setMinimumHeight(captions->sizeHint().height());
     m_axis->unitLabel()->setContentsMargins(4, 0, 0, 0);
     m_axis->unitLabel()->setFixedHeight(m_axis->unitLabel()->sizeHint().height());
-    m_grid->setRowMinimumHeight(0, std::max(m_axis->spaceAbove(), m_axis->unitLabel()->height() + captions->minimumHeight()));
+    m_grid->setRowMinimumHeight(
+        0, std::max(m_axis->spaceAbove(), m_axis->unitLabel()->height() + captions->minimumHeight()));
     m_grid->setRowMinimumHeight(2, m_axis->spaceBelow());
     m_grid->setRowStretch(1, 1);
     m_grid->setColumnStretch(1, 1);

@@ -46,7 +46,8 @@ public:
     void aggiornaPosMarkerX(const QString &marker);
     // Their amplitude boxes alone.
     void aggiornaAmpiezzaX();
-    // The boxes of both from the rows of their lines, and the cursor from its row. RuntimeError when the table's frequencies cannot be read.
+    // The boxes of both from the rows of their lines, and the cursor from its row. RuntimeError when the table's
+    // frequencies cannot be read.
     void aggiornaLblMarkerX();
 
     // --- amplitude markers ---

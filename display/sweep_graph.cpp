@@ -358,7 +358,9 @@ QPointF SweepGraph::userPosition(const QMouseEvent *event) const
     // The mouse points at the middle of its pixel.
     const double pixel = 1.0 / devicePixelRatioF();
     const double half = pixel / 2.0;
-    const auto inside = [half](double at, int extent) { return std::clamp(at + half, half, std::max(extent - half, half)); };
+    const auto inside = [half](double at, int extent) {
+        return std::clamp(at + half, half, std::max(extent - half, half));
+    };
     const QPointF user = m_coordinates.toUser(
         {inside(event->position().x(), width()), inside(event->position().y(), height())}, size(), pixel);
     return {std::clamp(user.x(), 0.0, GraphCoordinates::kWidth), user.y()};

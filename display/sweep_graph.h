@@ -126,7 +126,7 @@ private:
     void placeLabel(GraphItem item);
     void placeLabels();
     GraphPainter screenPainter(GraphInk ink = GraphInk::Screen) const; // in logical pixels
-    GraphPainter devicePainter() const; // in device pixels
+    GraphPainter devicePainter() const;                                // in device pixels
 
     const Configuration &m_configuration;
     const SweepTable &m_table;

@@ -19,8 +19,7 @@ void markChosen(QPushButton *button, bool chosen)
     font.setBold(chosen);
     button->setFont(font);
     QPalette colours = button->palette();
-    colours.setColor(QPalette::Disabled, QPalette::ButtonText,
-                     colours.color(QPalette::Active, QPalette::ButtonText));
+    colours.setColor(QPalette::Disabled, QPalette::ButtonText, colours.color(QPalette::Active, QPalette::ButtonText));
     button->setPalette(colours);
 }
 

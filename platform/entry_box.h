@@ -5,8 +5,8 @@
 
 namespace calvorn {
 
-// A text box that reports when the user enters and leaves it. Return counts as leaving and entering again, and so does the
-// keyboard's way into the menu bar; another window or a menu that comes to the front does not count.
+// A text box that reports when the user enters and leaves it. Return counts as leaving and entering again, and so does
+// the keyboard's way into the menu bar; another window or a menu that comes to the front does not count.
 //
 // One rule holds for what is being typed: it is taken, as leaving the box would take it, before the user does anything
 // else. A click elsewhere, a shortcut and a choice in a menu do that by themselves, even when the focus stays here.

@@ -207,8 +207,8 @@ void TestGraphLayout::theCaptionsStandInTheStripAboveThePlot()
     const QWidget *unit = bench.find("Label5");
     QVERIFY(!place.intersects(QRect(unit->mapTo(bench.window.get(), QPoint()), unit->size())));
     // M2 stands where it is not in the way.
-    for (const auto &[marker, other, far] : {std::tuple(GraphItem::M1, GraphItem::M2, 400),
-                                             std::tuple(GraphItem::M2, GraphItem::M1, 400)}) {
+    for (const auto &[marker, other, far] :
+         {std::tuple(GraphItem::M1, GraphItem::M2, 400), std::tuple(GraphItem::M2, GraphItem::M1, 400)}) {
         int beside = 0;
         for (int row = 1; row <= kSweepPoints; ++row) {
             graph->moveLine(marker, row);
@@ -235,7 +235,8 @@ void TestGraphLayout::theCaptionsNeverCoverEachOther()
 {
     const Bench bench(settings(kLinear));
     SweepGraph *graph = bench.graph();
-    const QRectF strip(0, -bench.find("frameCaptions")->height(), graph->width(), bench.find("frameCaptions")->height());
+    const QRectF strip(0, -bench.find("frameCaptions")->height(), graph->width(),
+                       bench.find("frameCaptions")->height());
     for (int m1 = 1; m1 <= kSweepPoints; ++m1) {
         graph->moveLine(GraphItem::M1, m1);
         for (int m2 = 1; m2 <= kSweepPoints; ++m2) {
@@ -424,7 +425,8 @@ void TestGraphLayout::theCursorIsReadOutAnew_data()
     QTest::addColumn<QLocale>("locale");
     QTest::addColumn<int>("cursorMode");
     QTest::addColumn<QByteArray>("scale");
-    for (const QLocale &locale : {QLocale(QLocale::English, QLocale::UnitedStates), QLocale(QLocale::Italian, QLocale::Italy)})
+    for (const QLocale &locale :
+         {QLocale(QLocale::English, QLocale::UnitedStates), QLocale(QLocale::Italian, QLocale::Italy)})
         for (const int mode : {0, 1})
             for (const auto &[name, scale] : {std::pair("linear", kLinear), std::pair("dB", kDecibels)})
                 QTest::addRow("%s, cursor %d, %s", qPrintable(locale.name()), mode, name) << locale << mode << scale;

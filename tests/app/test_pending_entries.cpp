@@ -598,8 +598,7 @@ void TestPendingEntries::aDescendingSweepKeepsItsMarkers()
     QCOMPARE(bench.cell(101), masked(4000000));
     bench.clickGraph(bench.place(101, 500));
     bench.clickGraph(bench.place(301, 500), Qt::RightButton);
-    for (const auto &[box, marker] :
-         {std::pair(WalkBox::M1X, GraphItem::M1), std::pair(WalkBox::M2X, GraphItem::M2)}) {
+    for (const auto &[box, marker] : {std::pair(WalkBox::M1X, GraphItem::M1), std::pair(WalkBox::M2X, GraphItem::M2)}) {
         const double before = bench.row(marker);
         bench.hands.enter(box);
         bench.tab();

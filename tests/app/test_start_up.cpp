@@ -316,8 +316,9 @@ void TestStartUp::aScaleThatIsNoneIsKept_data()
 {
     QTest::addColumn<QLocale>("locale");
     QTest::addColumn<QByteArray>("stored");
-    for (const QLocale &locale : {QLocale(QLocale::English, QLocale::UnitedStates), QLocale(QLocale::Italian, QLocale::Italy),
-                                  QLocale(QLocale::French, QLocale::France), QLocale::c()})
+    for (const QLocale &locale :
+         {QLocale(QLocale::English, QLocale::UnitedStates), QLocale(QLocale::Italian, QLocale::Italy),
+          QLocale(QLocale::French, QLocale::France), QLocale::c()})
         for (const char *stored : {"7", "-3", "5"})
             QTest::addRow("%s %s", qPrintable(locale.name()), stored) << locale << QByteArray(stored);
 }
@@ -348,7 +349,8 @@ void TestStartUp::aScaleThatIsNoneIsKept()
                                              Configuration first = bench.configuration;
                                              first.scaleType = 1;
                                              return first;
-                                         }()).top());
+                                         }())
+                                             .top());
     QCOMPARE(graph->line(GraphItem::M3).y1, 10000.0);
     QVERIFY(bench.window->close());
     QCOMPARE(bench.folder.setting("Calvorn", "Scale").toLatin1(), stored);

@@ -213,7 +213,8 @@ private slots:
         graph.moveLine(GraphItem::M3, 20000.0);
         const double y = graph.coordinates().toPixel({0, 20000}, graph.size()).y();
         QVERIFY(std::abs(graph.labelRect(GraphItem::M3).center().y() - y) < 0.5);
-        // At the edge there is no room to the right of the line: the caption stays readable to its left, above the plot.
+        // At the edge there is no room to the right of the line: the caption stays readable to its left, above the
+        // plot.
         graph.moveLine(GraphItem::M2, 400);
         QCOMPARE(graph.label(GraphItem::M2).left, 402.0);
         QVERIFY(QRectF(0, -graph.heightOfCaptions(), graph.width(), graph.heightOfCaptions())

