@@ -306,10 +306,6 @@
         <source>There is no driver for this interface</source>
         <translation>Für diese Schnittstelle gibt es keinen Treiber</translation>
     </message>
-    <message>
-        <source>The program is closing</source>
-        <translation>Das Programm wird beendet</translation>
-    </message>
 </context>
 <context>
     <name>SerialPort</name>
@@ -652,6 +648,30 @@
     <message>
         <source>Offset: </source>
         <translation>Offset: </translation>
+    </message>
+    <message>
+        <source>What the number selects</source>
+        <translation>Was die Zahl auswählt</translation>
+    </message>
+    <message>
+        <source>not used by this interface</source>
+        <translation>von dieser Schnittstelle nicht verwendet</translation>
+    </message>
+    <message>
+        <source>angle</source>
+        <translation>Winkel</translation>
+    </message>
+    <message>
+        <source>return loss</source>
+        <translation>Rückflussdämpfung</translation>
+    </message>
+    <message>
+        <source>device under test</source>
+        <translation>Messobjekt</translation>
+    </message>
+    <message>
+        <source>1 angle, 2 return loss, 3 device under test</source>
+        <translation>1 Winkel, 2 Rückflussdämpfung, 3 Messobjekt</translation>
     </message>
 </context>
 <context>
@@ -1966,6 +1986,18 @@
     <message>
         <source>A port at the address beside, such as that of a card in a slot</source>
         <translation>Ein Port an der Adresse daneben, etwa auf einer Steckkarte</translation>
+    </message>
+    <message>
+        <source>simulated board</source>
+        <translation>simuliertes Board</translation>
+    </message>
+    <message>
+        <source>no device</source>
+        <translation>kein Gerät</translation>
+    </message>
+    <message>
+        <source>no known port</source>
+        <translation>kein Port bekannt</translation>
     </message>
 </context>
 <context>

@@ -306,10 +306,6 @@
         <source>There is no driver for this interface</source>
         <translation>Per questa interfaccia non c&apos;è un driver</translation>
     </message>
-    <message>
-        <source>The program is closing</source>
-        <translation>Il programma si sta chiudendo</translation>
-    </message>
 </context>
 <context>
     <name>SerialPort</name>
@@ -652,6 +648,30 @@
     <message>
         <source>Offset: </source>
         <translation>Offset: </translation>
+    </message>
+    <message>
+        <source>What the number selects</source>
+        <translation>Che cosa seleziona il numero</translation>
+    </message>
+    <message>
+        <source>not used by this interface</source>
+        <translation>non usato da questa interfaccia</translation>
+    </message>
+    <message>
+        <source>angle</source>
+        <translation>angolo</translation>
+    </message>
+    <message>
+        <source>return loss</source>
+        <translation>return loss</translation>
+    </message>
+    <message>
+        <source>device under test</source>
+        <translation>dispositivo in prova</translation>
+    </message>
+    <message>
+        <source>1 angle, 2 return loss, 3 device under test</source>
+        <translation>1 angolo, 2 return loss, 3 dispositivo in prova</translation>
     </message>
 </context>
 <context>
@@ -1966,6 +1986,18 @@
     <message>
         <source>A port at the address beside, such as that of a card in a slot</source>
         <translation>Una porta all&apos;indirizzo a fianco, per esempio di una scheda in uno slot</translation>
+    </message>
+    <message>
+        <source>simulated board</source>
+        <translation>scheda simulata</translation>
+    </message>
+    <message>
+        <source>no device</source>
+        <translation>nessun dispositivo</translation>
+    </message>
+    <message>
+        <source>no known port</source>
+        <translation>nessuna porta nota</translation>
     </message>
 </context>
 <context>
