@@ -62,6 +62,8 @@ FrmPreferences::FrmPreferences(Configuration &configuration, QWidget *parent)
 void FrmPreferences::showEvent(QShowEvent *event)
 {
     load();
+    // The note may need a second line.
+    resize(sizeHint().width(), layout()->totalHeightForWidth(sizeHint().width()));
     QDialog::showEvent(event);
 }
 

@@ -85,7 +85,17 @@ struct Bench : WindowBench
         return changed;
     }
 
-    int cursorRow() const { return static_cast<int>(line(GraphItem::CursorV).x1); }
+    // That of the cross, or of the place that the mouse was moved to.
+    int cursorRow() const
+    {
+        return configuration.cursorMode != 0 ? static_cast<int>(line(GraphItem::CursorV).x1) : mouseRow;
+    }
+    void moveMouse(const QPoint &at)
+    {
+        WalkHands::moveMouse(graph(), at, Qt::NoButton);
+        mouseRow = static_cast<int>(std::lround(graph()->coordinates().toUser(QPointF(at), graph()->size()).x()));
+    }
+    int mouseRow = 1;
     const QString &cell(SweepTable::Column column) const { return table()->text(cursorRow(), column); }
     bool crossRidesOnTheCurve() const
     {
@@ -440,7 +450,7 @@ void TestGraphLayout::theCursorIsReadOutAnew()
     QLocale::setDefault(locale);
     Bench bench(settings("Cursor mode=" + QByteArray::number(cursorMode) + "\r\n" + scale));
     bench.click("cmdDraw");
-    WalkHands::moveMouse(bench.graph(), QPoint(267, 90), Qt::NoButton);
+    bench.moveMouse(QPoint(267, 90));
     const int row = bench.cursorRow();
     QString former;
     const auto isReadOut = [&](const char *after) {

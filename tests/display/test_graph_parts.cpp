@@ -24,8 +24,8 @@ private slots:
     void everyPartIsFoundByItsName_data()
     {
         QTest::addColumn<QString>("name");
-        for (const char *name : {"lineM1", "lineM2", "lineM3", "lineM4", "lblM1", "lblM2", "lblM3", "lblM4", "LineCV",
-                                 "LineCH"})
+        for (const char *name :
+             {"lineM1", "lineM2", "lineM3", "lineM4", "lblM1", "lblM2", "lblM3", "lblM4", "LineCV", "LineCH"})
             QTest::newRow(name) << QString::fromLatin1(name);
     }
 

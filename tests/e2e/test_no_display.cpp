@@ -91,7 +91,7 @@ void TestNoDisplay::helpAndVersionNeedNone()
         QCOMPARE(run.process.exitStatus(), QProcess::NormalExit);
         QCOMPARE(run.process.exitCode(), 0);
         const QByteArray out = run.process.readAllStandardOutput();
-        QVERIFY2(QByteArray(option).contains('h') ? out.contains("--folder") : out.startsWith("Calvorn 2."),
+        QVERIFY2(QByteArray(option).contains('h') ? out.contains("--version") : out.startsWith("Calvorn 2."),
                  out.constData());
         QVERIFY(run.process.readAllStandardError().isEmpty());
     }
