@@ -29,9 +29,9 @@ void ElidedLabel::paintEvent(QPaintEvent *event)
     Q_UNUSED(event)
     QPainter painter(this);
     const QRect place = contentsRect();
-    style()->drawItemText(&painter, place, QStyle::visualAlignment(layoutDirection(), alignment()), palette(),
-                          isEnabled(), fontMetrics().elidedText(text(), Qt::ElideMiddle, place.width()),
-                          foregroundRole());
+    const auto aligned = static_cast<int>(QStyle::visualAlignment(layoutDirection(), alignment()));
+    style()->drawItemText(&painter, place, aligned, palette(), isEnabled(),
+                          fontMetrics().elidedText(text(), Qt::ElideMiddle, place.width()), foregroundRole());
 }
 
 } // namespace calvorn

@@ -327,6 +327,16 @@ void TestHelpWindow::theIconsAreSeen()
     QFETCH(QPalette, colours);
     const auto main = bench();
     choose(*main, "mnuHelpContent");
+    // Qt's indexing reads the palette in a thread of its own; it is over when a search finds something.
+    auto *query = inHelp<QHelpSearchQueryWidget>("frameHelpQuery");
+    const auto *engine = helpWindow()->findChild<QHelpSearchEngine *>();
+    const auto isIndexed = [&] {
+        query->setSearchInput(QStringLiteral("ModemManager"));
+        emit query->search();
+        QTest::qWait(100);
+        return engine->searchResultCount() > 0;
+    };
+    QTRY_VERIFY_WITH_TIMEOUT(isIndexed(), 20000);
     // The desktop changes its colours while the help is open.
     const QPalette usual = QApplication::palette();
     const auto back = qScopeGuard([usual] { QApplication::setPalette(usual); });
@@ -368,6 +378,10 @@ void TestHelpWindow::backAndForward()
     auto *back = inHelp<QAction>("mnuHelpBack");
     QVERIFY(!back->isEnabled());
     helpWindow()->showPage(QStringLiteral("keys.html"));
+    QVERIFY(QTest::qWaitForWindowActive(helpWindow()));
+    // The main window's own activation may still be under way.
+    QCoreApplication::processEvents();
+    helpWindow()->activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(helpWindow()));
     QTest::keyClick(helpWindow()->focusWidget(), Qt::Key_Left, Qt::AltModifier);
     QCOMPARE(shownPage(), QStringLiteral("index.html"));
