@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "acquisition/lpt_driver.h"
 #include "core/number_text.h"
+#include "tests/support/calibration_hands.h"
 #include "tests/support/fake_server_control.h"
 #include "tests/support/locales.h"
 #include "tests/support/watched.h"
-#include "tests/support/while_modal.h"
-#include "tests/support/window_bench.h"
 
 #include <QElapsedTimer>
 #include <QListWidget>
@@ -14,62 +13,14 @@
 #include <cmath>
 
 using namespace calvorn;
+using calvorn::test::calibrate;
+using calvorn::test::calibrationSettings;
+using calvorn::test::kDetector;
+using calvorn::test::kGenerator;
 using calvorn::test::WindowBench;
+using Hands = calvorn::test::CalibrationHands;
 
 namespace {
-
-QByteArray settings(int interfaceType, const QByteArray &more = {})
-{
-    const QByteArray chip = interfaceType == 3 ? "AD9951\r\nDDS Multiplier=20\r\nDDS Xtal freq=20000000"
-                                               : "AD9851\r\nDDS Multiplier=6\r\nDDS Xtal freq=30000000";
-    return "[Config]\r\nInterface=" + QByteArray::number(interfaceType) + "\r\nDDS Device=" + chip +
-           "\r\nDDS Offset=1.5\r\nADC Step=0.00244\r\nADC Offset=0.1\r\nADC Channel=2\r\n[Parallel Port]\r\nLPT=0\r\n"
-           "[Serial Port]\r\nCommPort=100\r\n[Simulator]\r\nPace=none\r\nDevice=through\r\n"
-           "[Calvorn]\r\nSweep mode=1\r\nStart=1000000\r\nStop=10000000\r\n" +
-           more;
-}
-
-// An open calibration window and the main window behind it.
-struct Hands : test::WidgetHands
-{
-    explicit Hands(QWidget &opened)
-        : dialog(&opened)
-    {
-    }
-    QWidget *root() const override { return dialog; }
-
-    QScrollBar *nudge() const { return find<QScrollBar>("VScrollOffset"); }
-    void clickUpper() const { QTest::mouseClick(nudge(), Qt::LeftButton, {}, QPoint(nudge()->width() / 2, 3)); }
-    void clickLower() const
-    {
-        QTest::mouseClick(nudge(), Qt::LeftButton, {}, QPoint(nudge()->width() / 2, nudge()->height() - 4));
-    }
-    void enter(const char *name, const QString &keys) const
-    {
-        auto *box = find<QLineEdit>(name);
-        box->setFocus();
-        box->selectAll();
-        QTest::keyClicks(box, keys);
-    }
-
-    QWidget *dialog;
-};
-
-void calibrate(const WindowBench &bench, const char *entry, const std::function<void(const Hands &)> &action)
-{
-    bool done = false;
-    test::whileModal([&](QWidget &dialog) {
-        action(Hands(dialog));
-        done = true;
-        if (dialog.isVisible())
-            QTest::keyClick(&dialog, Qt::Key_Escape);
-    });
-    bench.window->findChild<QAction *>(QString::fromLatin1(entry))->trigger();
-    QVERIFY(done);
-}
-
-constexpr char kGenerator[] = "mnuCalibraDDS";
-constexpr char kDetector[] = "mnuCalibraDetector";
 
 void fillTable(const WindowBench &bench)
 {
@@ -90,7 +41,7 @@ private:
 
     WindowBench fake(int interfaceType, const QByteArray &more = {}) const
     {
-        return {test::FakeServerControl::program(), settings(interfaceType, more)};
+        return {test::FakeServerControl::program(), calibrationSettings(interfaceType, more)};
     }
 
 private slots:
@@ -105,12 +56,6 @@ private slots:
     void theGeneratorIsSentEveryOffset();
     void openingParksTheGeneratorEveryTime_data() { theGeneratorIsSentEveryOffset_data(); }
     void openingParksTheGeneratorEveryTime();
-    void aLetterBecomesZero();
-    void aSignWaitsForItsNumber_data() { test::addLocaleRows(); }
-    void aSignWaitsForItsNumber();
-    void anotherWayToEditForgetsTheSign();
-    void theDetectorsSignWaitsForItsNumber_data() { test::addLocaleRows(); }
-    void theDetectorsSignWaitsForItsNumber();
     void theNudgeStepsByOneHundredth_data() { test::addLocaleRows(); }
     void theNudgeStepsByOneHundredth();
     void applyTakesTheOffset_data() { test::addLocaleRows(); }
@@ -122,8 +67,6 @@ private slots:
     void theSimulatedGeneratorFollows();
     void theDetectorIsReadThreeTimes();
     void theDetectorOffset();
-    void theDetectorOffsetIsTyped_data() { test::addLocaleRows(); }
-    void theDetectorOffsetIsTyped();
     void theMiniVnaShowsTheCountOfTheTable();
     void thePicDetectorIsNotRead();
     void aDeadDetectorIsToldOnce();
@@ -184,120 +127,6 @@ void TestCalibration::openingParksTheGeneratorEveryTime()
             QCOMPARE(hands.find<QLineEdit>("txtOffset")->selectedText(), QStringLiteral("1.5"));
         });
     }
-}
-
-void TestCalibration::aLetterBecomesZero()
-{
-    const WindowBench bench = fake(2);
-    calibrate(bench, kGenerator, [&](const Hands &hands) {
-        m_server.takeCalls();
-        hands.enter("txtOffset", QStringLiteral("x"));
-        QCOMPARE(hands.text("txtOffset"), QStringLiteral("0"));
-        QCOMPARE(m_server.takeCalls(), (QStringList{"aLPT.SetOffset(0)", "aLPT.SetFrequency(1000000)"}));
-        // The next key begins anew.
-        QTest::keyClicks(hands.find<QLineEdit>("txtOffset"), QStringLiteral("25"));
-        QCOMPARE(hands.text("txtOffset"), QStringLiteral("25"));
-        QTest::keyClick(hands.find("txtOffset"), Qt::Key_Home);
-        QTest::keyClicks(hands.find<QLineEdit>("txtOffset"), QStringLiteral("-"));
-        QCOMPARE(hands.text("txtOffset"), QStringLiteral("-25"));
-        QCOMPARE(m_server.takeCalls().at(4), QStringLiteral("aLPT.SetOffset(-25)"));
-    });
-}
-
-void TestCalibration::aSignWaitsForItsNumber()
-{
-    QFETCH(QLocale, locale);
-    QLocale::setDefault(locale);
-    WindowBench bench = fake(2);
-    calibrate(bench, kGenerator, [&](const Hands &hands) {
-        const auto typed = [&](const char *keys) {
-            hands.enter("txtOffset", QString::fromLatin1(keys));
-            hands.click("cmdApply");
-            return bench.configuration.ddsOffset;
-        };
-        m_server.takeCalls();
-        hands.enter("txtOffset", QStringLiteral("-"));
-        QCOMPARE(hands.text("txtOffset"), QStringLiteral("0"));
-        QCOMPARE(m_server.takeCalls(), (QStringList{"aLPT.SetOffset(0)", "aLPT.SetFrequency(1000000)"}));
-        QTest::keyClicks(hands.find<QLineEdit>("txtOffset"), QStringLiteral("1"));
-        QCOMPARE(hands.text("txtOffset"), QStringLiteral("-1"));
-        QCOMPARE(m_server.takeCalls(), (QStringList{"aLPT.SetOffset(-1)", "aLPT.SetFrequency(1000000)"}));
-        for (const char *keys : {"-12.5", "-12,5"})
-            QCOMPARE(typed(keys), -12.5);
-        for (const char *keys : {".5", ",5", "+.5", "0.5", "+0,5"})
-            QCOMPARE(typed(keys), 0.5);
-        for (const char *keys : {"-.5", "-,5", "-0.5", "--.5"})
-            QCOMPARE(typed(keys), -0.5);
-        QCOMPARE(bench.desktop.beeps, 0);
-        // No beginning of a number, with or without a sign.
-        QCOMPARE(typed("x5"), 5.0);
-        QCOMPARE(typed("-x5"), 5.0);
-        QCOMPARE(bench.desktop.beeps, 2);
-    });
-}
-
-void TestCalibration::anotherWayToEditForgetsTheSign()
-{
-    const WindowBench bench = fake(2);
-    calibrate(bench, kGenerator, [&](const Hands &hands) {
-        auto *box = hands.find<QLineEdit>("txtOffset");
-        hands.enter("txtOffset", QStringLiteral("-"));
-        QTest::keyClick(box, Qt::Key_Backspace);
-        QTest::keyClicks(box, QStringLiteral("3"));
-        QCOMPARE(box->text(), QStringLiteral("3"));
-        hands.enter("txtOffset", QStringLiteral("-"));
-        QTest::keyClick(box, Qt::Key_End);
-        QTest::keyClicks(box, QStringLiteral("4"));
-        QCOMPARE(box->text(), QStringLiteral("04"));
-        hands.enter("txtOffset", QStringLiteral("-"));
-        hands.clickUpper();
-        QCOMPARE(box->text(), QStringLiteral("0.01"));
-        hands.enter("txtOffset", QStringLiteral("-"));
-        QTest::mouseClick(box, Qt::LeftButton);
-        QTest::keyClicks(box, QStringLiteral("6"));
-        QCOMPARE(box->text().remove(u'0'), QStringLiteral("6"));
-        // Shift, which some keyboards need for a digit, is no entry of its own.
-        hands.enter("txtOffset", QStringLiteral("-"));
-        QTest::keyClick(box, Qt::Key_Shift, Qt::ShiftModifier);
-        QTest::keyClicks(box, QStringLiteral("7"));
-        QCOMPARE(box->text(), QStringLiteral("-7"));
-        // What a deletion leaves over is a sign like a typed one.
-        QTest::keyClick(box, Qt::Key_Backspace);
-        QCOMPARE(box->text(), QStringLiteral("0"));
-        QTest::keyClicks(box, QStringLiteral("8"));
-        QCOMPARE(box->text(), QStringLiteral("-8"));
-        hands.enter("txtOffset", QStringLiteral("-"));
-    });
-    // Nor does it wait until the window opens again.
-    calibrate(bench, kGenerator, [&](const Hands &hands) {
-        QTest::keyClicks(hands.find<QLineEdit>("txtOffset"), QStringLiteral("9"));
-        QCOMPARE(hands.text("txtOffset"), QStringLiteral("9"));
-    });
-}
-
-void TestCalibration::theDetectorsSignWaitsForItsNumber()
-{
-    QFETCH(QLocale, locale);
-    QLocale::setDefault(locale);
-    const WindowBench bench = fake(2);
-    const auto shown = [&](const char *text) { return test::inLocale(locale, QString::fromLatin1(text)); };
-    calibrate(bench, kDetector, [&](const Hands &hands) {
-        const auto typed = [&](const char *keys) {
-            hands.enter("txtOffsetVolt", QString::fromLatin1(keys));
-            return hands.text("txtOffsetVolt");
-        };
-        QCOMPARE(typed("-"), QStringLiteral("0"));
-        QCOMPARE(typed("."), QStringLiteral("0"));
-        for (const char *keys : {"-12.5", "-12,5"})
-            QCOMPARE(typed(keys), shown("-12.500"));
-        for (const char *keys : {".5", ",5"})
-            QCOMPARE(typed(keys), shown("0.500"));
-        // "-0" and "-0.0" are shown without their sign.
-        for (const char *keys : {"-.05", "-,05", "-0.05", "-0,05"})
-            QCOMPARE(typed(keys), shown("-0.050"));
-        QCOMPARE(typed(".125"), shown("0.125"));
-        QCOMPARE(bench.desktop.beeps, 0);
-    });
 }
 
 void TestCalibration::theNudgeStepsByOneHundredth()
@@ -421,7 +250,7 @@ void TestCalibration::theSimulatedGeneratorFollows()
     QFETCH(int, interfaceType);
     QFETCH(double, resolution);
     const test::Watched generator;
-    WindowBench bench(test::Watched::program(), settings(interfaceType));
+    WindowBench bench(test::Watched::program(), calibrationSettings(interfaceType));
     QVERIFY2(bench.desktop.boxes.isEmpty(), qPrintable(bench.desktop.lastText()));
     const auto makes = [&](double hertz) {
         const bool made = QTest::qWaitFor([&] { return std::abs(generator.last() - hertz) <= resolution / 2 + 1e-6; });
@@ -502,26 +331,6 @@ void TestCalibration::theDetectorOffset()
     QCOMPARE(bench.configuration.adcOffset, -0.001F);
     QVERIFY(bench.window->close());
     QCOMPARE(bench.folder.setting("Config", "ADC Offset"), QStringLiteral("-0.001"));
-}
-
-void TestCalibration::theDetectorOffsetIsTyped()
-{
-    QFETCH(QLocale, locale);
-    QLocale::setDefault(locale);
-    const WindowBench bench = fake(2);
-    const auto shown = [&](const char *text) { return test::inLocale(locale, QString::fromLatin1(text)); };
-    calibrate(bench, kDetector, [&](const Hands &hands) {
-        // The form with three decimals is kept at every key, and typing goes on where it was.
-        hands.enter("txtOffsetVolt", QStringLiteral("12.345"));
-        QCOMPARE(hands.text("txtOffsetVolt"), shown("12.345"));
-        hands.enter("txtOffsetVolt", QStringLiteral("0,25"));
-        QCOMPARE(hands.text("txtOffsetVolt"), shown("0.250"));
-        QTest::keyClick(hands.find("txtOffsetVolt"), Qt::Key_Home);
-        QTest::keyClicks(hands.find<QLineEdit>("txtOffsetVolt"), QStringLiteral("-"));
-        QCOMPARE(hands.text("txtOffsetVolt"), shown("-0.250"));
-        hands.click("cmdApply");
-    });
-    QCOMPARE(bench.configuration.adcOffset, -0.25F);
 }
 
 void TestCalibration::theMiniVnaShowsTheCountOfTheTable()
@@ -617,7 +426,7 @@ void TestCalibration::applyRewritesTheTable()
 void TestCalibration::theReadOutFollowsTheVoltage()
 {
     const WindowBench bench(test::ProgramFolder::builtFile(QStringLiteral("CalvornAsync")),
-                            settings(2).replace("Device=through", "Device=bandpass"));
+                            calibrationSettings(2).replace("Device=through", "Device=bandpass"));
     QVERIFY2(bench.desktop.boxes.isEmpty(), qPrintable(bench.desktop.lastText()));
     auto *driver = bench.window->findChild<LptDriver *>();
     const auto volts = [](const Hands &hands) { return NumberText().toDouble(hands.label("lblVolt")); };

@@ -292,8 +292,12 @@ void TestSweepFileFaults::exportFails(Bench &bench, const QByteArray &before, co
 void TestSweepFileFaults::whatIsNoFileIsNotReplaced_data()
 {
     QTest::addColumn<QByteArray>("kind");
-    for (const char *kind : {"pipe", "folder", "device", "link to a device", "link to a pipe", "socket"})
+    for (const char *kind : {"pipe", "folder", "link to a device", "link to a pipe", "socket"})
         QTest::newRow(kind) << QByteArray(kind);
+    // Where one can be made at all; elsewhere the row "link to a device" has the one of the system.
+    const QTemporaryDir folder;
+    if (test::nullDevice(folder.path()).startsWith(folder.path()))
+        QTest::newRow("device") << QByteArray("device");
 }
 
 void TestSweepFileFaults::whatIsNoFileIsNotReplaced()
@@ -312,8 +316,7 @@ void TestSweepFileFaults::whatIsNoFileIsNotReplaced()
     for (const auto &[action, name] : writers) {
         Bench bench;
         const QString path = folder.filePath(QString::fromLatin1(name));
-        if (!makeThing(kind, path))
-            QSKIP("only root makes devices");
+        QVERIFY(makeThing(kind, path));
         const mode_t before = modeOf(path, false);
         const mode_t behind = modeOf(path, true);
         const QStringList files = QDir(folder.path()).entryList(QDir::AllEntries | QDir::System | QDir::Hidden);
