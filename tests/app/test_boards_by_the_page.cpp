@@ -363,7 +363,7 @@ void TestBoardsByThePage::oneAbortAtATime()
 {
     SerialScene scene(kInterfacePic);
     QVERIFY(scene->sweeps());
-    scene.board.tell("late 300");
+    scene.board.tell("late 120"); // far from the half second after which an abort is repeated
     scene.board.tell("heard");
     scene->window->close();
     const QByteArray heard = scene.board.tell("heard");
