@@ -3,6 +3,7 @@
 
 #include "core/runtime_error.h"
 
+#include <QAbstractEventDispatcher>
 #include <QScopedValueRollback>
 
 #include <utility>
@@ -13,6 +14,12 @@ namespace {
 
 constexpr int kWatchMs = 1000;
 constexpr int kMostUnanswered = 3; // ticks
+// The fastest of the simulated boards sends some 17,000 vectors a second, and lets the window have its turn all the
+// time.
+constexpr int kLongestTurnMs = 2000;
+constexpr int kMostInLongTurn = 200;
+// A sweep takes some 40 ms at least, and tells of its end or of an error once.
+constexpr int kMostNewsInSecond = 200;
 
 } // namespace
 
@@ -24,6 +31,12 @@ AcquisitionDriver::AcquisitionDriver(const DriverContext &context, QString path,
     connect(&m_context.server, &ServerProcess::ended, this, &AcquisitionDriver::serverEnded);
     m_watch.setInterval(kWatchMs);
     connect(&m_watch, &QTimer::timeout, this, &AcquisitionDriver::watchServer);
+    m_turn.start();
+    m_second.start();
+    connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::awake, this, [this] {
+        m_turn.start();
+        m_eventsInTurn = 0;
+    });
 }
 
 void AcquisitionDriver::startUp()
@@ -82,7 +95,33 @@ void AcquisitionDriver::callFailed(const QDBusError &error)
         m_context.server.kill();
         throw RuntimeError(RuntimeError::Kind::NoAnswer, tr("it did not answer in time and was ended"));
     }
-    throw RuntimeError(RuntimeError::Kind::DriverCall, error.message());
+    throw RuntimeError(RuntimeError::Kind::DriverCall, bounded(error.message()));
+}
+
+QString AcquisitionDriver::bounded(const QString &text)
+{
+    return text.size() <= kLongestText ? text : text.left(kLongestText) + u'…';
+}
+
+// False for what a server has left behind that is no longer there, and for what comes without end.
+bool AcquisitionDriver::takesEvents()
+{
+    ++m_eventsInTurn;
+    if (m_attached && m_eventsInTurn > kMostInLongTurn && m_turn.hasExpired(kLongestTurnMs))
+        serverFloods();
+    return m_attached;
+}
+
+// The same for ends, and for errors that the user is told of: nothing sends many, and each costs the log a line.
+bool AcquisitionDriver::takesNews()
+{
+    if (m_second.hasExpired(1000)) {
+        m_second.start();
+        m_newsInSecond = 0;
+    }
+    if (++m_newsInSecond > kMostNewsInSecond && m_attached)
+        serverFloods();
+    return takesEvents();
 }
 
 void AcquisitionDriver::serverEnded()
@@ -91,16 +130,18 @@ void AcquisitionDriver::serverEnded()
     m_settingsSent = false;
     m_watch.stop();
     m_question.reset();
-    if (!std::exchange(m_sweepRuns, false))
+    if (!std::exchange(m_sweepRuns, false) && !m_endedByFlood)
         return;
     // Not from inside the call that failed: events arrive between window messages. Before the error, so that its box
     // does not keep those waiting who wait for the end of the sweep.
     QMetaObject::invokeMethod(this, &AcquisitionDriver::aComplete, Qt::QueuedConnection);
     // After a time-out the failed call has its own message.
-    if (!m_endedByTimeout)
-        emit aErrore(kErrorServerEnded, (m_endedByWatch ? tr("The acquisition server did not answer and was ended.")
-                                                        : tr("The acquisition server has ended unexpectedly.")) +
-                                            u'\r' + tr("\"Sweep ON\" starts it again."));
+    if (m_endedByTimeout)
+        return;
+    const QString what = m_endedByWatch   ? tr("The acquisition server did not answer and was ended.")
+                         : m_endedByFlood ? tr("The acquisition server sent events without end and was ended.")
+                                          : tr("The acquisition server has ended unexpectedly.");
+    emit aErrore(kErrorServerEnded, what + u'\r' + tr("\"Sweep ON\" starts it again."));
 }
 
 // The one rule that ties a vector to its plan. It compares what was measured with what stands in the table, so the
@@ -141,6 +182,12 @@ void AcquisitionDriver::watchServer()
 void AcquisitionDriver::serverHangs()
 {
     const QScopedValueRollback guard(m_endedByWatch, true);
+    m_context.server.kill();
+}
+
+void AcquisitionDriver::serverFloods()
+{
+    const QScopedValueRollback guard(m_endedByFlood, true);
     m_context.server.kill();
 }
 

@@ -9,6 +9,7 @@
 
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QElapsedTimer>
 #include <QObject>
 #include <QPointer>
 #include <QTimer>
@@ -49,6 +50,9 @@ struct VectorPlan
 //
 // A vector is passed on only while the plan that the server announced for it is the plan of the table and of the mode
 // that the program converts with; every other one is dropped here.
+//
+// A server that sends events without end, so that the window gets to nothing else, is ended, too; what it has sent
+// until then is dropped. Of the text of an error no more than kLongestText characters are taken.
 //
 // While a sweep runs the server is asked once a second whether it works. One that does not say yes for three seconds is
 // ended, and the error event says so.
@@ -200,14 +204,22 @@ protected:
     template <typename Proxy>
     void relayEvents(Proxy *proxy)
     {
-        connect(proxy, &Proxy::aComplete, this, [this] { sweepEnded(); });
-        connect(proxy, &Proxy::aErrore, this,
-                [this](short code, const QString &text) { emit aErrore(static_cast<std::int16_t>(code), text); });
+        connect(proxy, &Proxy::aComplete, this, [this] {
+            if (takesNews())
+                sweepEnded();
+        });
+        connect(proxy, &Proxy::aErrore, this, [this](short code, const QString &text) {
+            if (code == kErrorTransfer ? takesEvents() : takesNews())
+                emit aErrore(static_cast<std::int16_t>(code), bounded(text));
+        });
         connect(proxy, &Proxy::PlanOfVectors, this, [this](int start, int step, short mode) {
-            m_vectorPlan = VectorPlan{{start, step}, mode};
+            if (takesEvents())
+                m_vectorPlan = VectorPlan{{start, step}, mode};
         });
         // The handler may have had to wait for the user, and the server may be another one by then.
         connect(proxy, &Proxy::aVettore, this, [this, guarded = QPointer<Proxy>(proxy)](const QList<int> &counts) {
+            if (!takesEvents())
+                return;
             if (isOfTablePlan())
                 emit aVettore(counts);
             if (guarded)
@@ -251,13 +263,20 @@ private:
 
     static constexpr short kVectorsAtOnce = 4;
 
+    static constexpr short kErrorTransfer = 1;      // which a bad line can bring with every sweep
+    static constexpr qsizetype kLongestText = 1000; // characters of what the server says
+    static QString bounded(const QString &text);
+
     [[noreturn]] void callFailed(const QDBusError &error);
     bool isOfTablePlan() const;
+    bool takesEvents();
+    bool takesNews();
     void serverEnded();
     void sweepBegun();
     void sweepEnded();
     void watchServer();
     void serverHangs();
+    void serverFloods();
 
     DriverContext m_context;
     QString m_path;
@@ -269,6 +288,11 @@ private:
     bool m_closing = false;
     bool m_endedByTimeout = false;
     bool m_endedByWatch = false;
+    bool m_endedByFlood = false;
+    QElapsedTimer m_turn;                                             // since the window last had its turn
+    int m_eventsInTurn = 0;                                           // of the server
+    QElapsedTimer m_second;                                           // the one in which news are counted
+    int m_newsInSecond = 0;                                           // ends and errors but those of the transfer
     bool m_settingsSent = false;                                      // to this server
     QTimer m_watch;                                                   // while a sweep runs
     std::unique_ptr<QDBusPendingCallWatcher, DeleteLater> m_question; // IsWorking

@@ -14,7 +14,13 @@ namespace calvorn {
 namespace {
 
 constexpr int kStartUpTimeoutMs = 8000;
-constexpr int kEndTimeoutMs = 1000;
+// A board that has to be stopped first, on a busy computer.
+constexpr int kOrderlyEndMs = 5000;
+// After a time limit that has passed already.
+constexpr int kLateEndMs = 700;
+constexpr int kKilledMs = 1000;
+// In the place of the address: why there is none.
+constexpr char kRefusal[] = "! ";
 
 } // namespace
 
@@ -60,16 +66,20 @@ void ServerProcess::connectToServer()
 QByteArray ServerProcess::readAddress()
 {
     QDeadlineTimer deadline(kStartUpTimeoutMs);
-    while (!m_process.canReadLine()) {
-        const bool more = m_process.waitForReadyRead(static_cast<int>(deadline.remainingTime()));
-        if (more)
-            continue;
-        const QString reason = m_process.errorString();
-        kill();
-        throw RuntimeError(RuntimeError::Kind::DriverCall,
-                           tr("%1 could not be started (%2)").arg(QFileInfo(m_program).fileName(), reason));
-    }
-    return m_process.readLine().trimmed();
+    while (!m_process.canReadLine())
+        if (!m_process.waitForReadyRead(static_cast<int>(deadline.remainingTime())))
+            notStarted(m_process.error() == QProcess::UnknownError ? tr("it has ended") : m_process.errorString());
+    const QByteArray line = m_process.readLine().trimmed();
+    if (line.startsWith(kRefusal))
+        notStarted(QString::fromLocal8Bit(line.mid(qstrlen(kRefusal))));
+    return line;
+}
+
+void ServerProcess::notStarted(const QString &reason)
+{
+    kill();
+    throw RuntimeError(RuntimeError::Kind::DriverCall,
+                       tr("%1 could not be started (%2)").arg(QFileInfo(m_program).fileName(), reason));
 }
 
 void ServerProcess::disconnectFromServer()
@@ -82,8 +92,16 @@ void ServerProcess::disconnectFromServer()
 
 void ServerProcess::kill()
 {
+    m_process.terminate();
+    endWithin(kLateEndMs);
+}
+
+void ServerProcess::endWithin(int milliseconds)
+{
+    if (m_process.state() == QProcess::NotRunning || m_process.waitForFinished(milliseconds))
+        return;
     m_process.kill();
-    m_process.waitForFinished(kEndTimeoutMs);
+    m_process.waitForFinished(kKilledMs);
 }
 
 void ServerProcess::processFinished()
@@ -100,8 +118,7 @@ void ServerProcess::stop()
     if (m_process.state() == QProcess::NotRunning)
         return;
     m_process.closeWriteChannel();
-    if (!m_process.waitForFinished(kEndTimeoutMs))
-        kill();
+    endWithin(kOrderlyEndMs);
 }
 
 } // namespace calvorn

@@ -9,8 +9,9 @@ namespace calvorn {
 
 // The acquisition server CalvornAsync as a child of this program, and the private connection to it.
 //
-// The server writes the address of its socket on its standard output; it ends when the connection or its standard
-// input closes, and the kernel ends it with this process, so none is ever left behind.
+// The server writes the address of its socket on its standard output. It ends, and switches its generators off, when
+// the connection or its standard input closes, and when this process dies, however it dies; so none is ever left
+// behind.
 class ServerProcess : public QObject
 {
     Q_OBJECT
@@ -30,7 +31,7 @@ public:
     bool isConnected() const { return m_connected; }
     QDBusConnection connection() const { return QDBusConnection(m_connectionName); }
 
-    // Ends a server that no longer answers; ended() follows at once.
+    // Ends a server that no longer answers; ended() follows. One that is only late still closes its ports.
     void kill();
 
     // The orderly end, at shutdown: closes the connection and waits for the process. ended() is not emitted.
@@ -42,7 +43,9 @@ signals:
 
 private:
     QByteArray readAddress();
+    [[noreturn]] void notStarted(const QString &reason);
     void processFinished();
+    void endWithin(int milliseconds);
     void disconnectFromServer();
 
     QString m_program;

@@ -255,14 +255,18 @@ bool FrmSweep::start()
     prepare("restoreMarkers", [this] { restoreMarkers(); });
     prepare("prepareInterface", [this] { prepareInterface(); });
     prepare("selectView", [this] { m_views->selectView(m_window.markerIndex); });
+    // A box of the start-up can already have ended the program.
+    if (m_closed)
+        return false;
     m_markers->save(m_window);
     m_unreadable = m_loader.unreadableEntries();
+    m_isPrepared = true;
     m_controls->focusStart();
     show();
     fitGraph();
     tellFaults(m_loader.faults());
-    createDriver();
-    // A box of the start-up can already have ended the program.
+    if (!m_closed)
+        createDriver();
     return !m_closed;
 }
 
@@ -270,8 +274,13 @@ bool FrmSweep::loadSettings()
 {
     // The configuration ends the program when it was written; without, the defaults will do.
     const bool noSettings = isFirstStart(m_configuration.iniPath);
+    m_loader.refused = [this](const QString &reason) {
+        m_messages.warn(tr("The settings file %1 is not used: %2.").arg(m_configuration.iniPath, reason));
+    };
     m_loader.firstRun = [this, noSettings] { return !m_setUp->configureAtFirstStart(noSettings); };
     const LoadOutcome outcome = m_loader.load();
+    if (m_closed)
+        return false;
     if (outcome == LoadOutcome::UnknownDdsDevice)
         m_messages.beepAndWarn(m_configuration.ddsDevice + tr(" : Unknow DDSdevice.") + u'\r' +
                                tr("Supported DDS generators are: AD9850, AD9851, AD9951"));
@@ -353,15 +362,32 @@ void FrmSweep::closeEvent(QCloseEvent *event)
     QCoreApplication::quit();
 }
 
+void FrmSweep::end()
+{
+    // From here on every loop ends, those of boxes and dialogs included.
+    QCoreApplication::exit();
+    // A calibration puts back what it tried.
+    while (QWidget *dialog = QApplication::activeModalWidget())
+        if (!dialog->close())
+            break;
+    close();
+}
+
 void FrmSweep::shutDown()
 {
     m_closed = true;
     EntryBox::commitPending();
     m_controls->abandonWaiting();
+    if (m_isPrepared)
+        saveWhatChanged();
+    releaseHardware();
+}
+
+void FrmSweep::saveWhatChanged()
+{
     m_markers->save(m_window);
     if (!saveSettings(m_configuration, m_window, m_unreadable))
         m_log.writeLog(tr("The settings could not be saved in %1").arg(m_configuration.iniPath));
-    releaseHardware();
 }
 
 // The file has just been written: saving would put the former offsets back.

@@ -52,6 +52,10 @@ public:
     // Loads the settings, prepares every room, shows the window and starts the hardware. False: the program ends.
     bool start();
 
+    // Ends the program as closing does, from wherever it is: whatever box or dialog shows is left, and those that would
+    // come do not show any more.
+    void end();
+
 protected:
     // Closing always ends the whole program.
     void closeEvent(QCloseEvent *event) override;
@@ -72,6 +76,7 @@ private:
     void prepareInterface();
     void createDriver();
     void shutDown();
+    void saveWhatChanged();
     void endAtOnce();
     void releaseHardware();
     void mnuAbout_Click();
@@ -92,6 +97,7 @@ private:
     QVector<ProfileEntry> m_unreadable; // what a shutdown leaves as it is in the file
     int m_leastControlColumn = 0;       // width, logical pixels
     bool m_preparedSoFar = true;
+    bool m_isPrepared = false; // what a shutdown saves is there
     bool m_closed = false;
 
     FrequencyReadouts *m_readouts = nullptr;

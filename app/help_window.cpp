@@ -5,6 +5,7 @@
 #include "app/help_results.h"
 
 #include <QAction>
+#include <QFile>
 #include <QHelpContentWidget>
 #include <QHelpEngine>
 #include <QHelpIndexWidget>
@@ -26,6 +27,12 @@ constexpr const char *kRoot = "qthelp://calvorn/help/";
 constexpr const char *kFirstPage = "index.html";
 constexpr QSize kStartSize(940, 620);
 constexpr QSize kFrame(8, 40); // what a window manager adds
+
+QString collectionIn(SweptFolder &folder)
+{
+    folder.makeAnywhere();
+    return QFile::decodeName(folder.path()) + QStringLiteral("/help.qhc");
+}
 
 } // namespace
 
@@ -53,7 +60,7 @@ void HelpBrowser::doSetSource(const QUrl &url, QTextDocument::ResourceType type)
 
 HelpWindow::HelpWindow(const QString &helpFile, QWidget *parent)
     : QWidget(parent, Qt::Window)
-    , m_engine(new QHelpEngine(m_folder.filePath(QStringLiteral("help.qhc")), this))
+    , m_engine(new QHelpEngine(collectionIn(m_folder), this))
 {
     setObjectName(QStringLiteral("frmHelp"));
     setWindowTitle(tr("Calvorn Help"));

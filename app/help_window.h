@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QTemporaryDir>
+#include "platform/swept_folder.h"
+
 #include <QTextBrowser>
 #include <QWidget>
 
@@ -59,7 +60,7 @@ private:
     void selectInContents();
     void openDocuments(const QList<QHelpLink> &documents);
 
-    QTemporaryDir m_folder;
+    SweptFolder m_folder; // of the collection that Qt Help makes
     QHelpEngine *m_engine;
     HelpBrowser *m_browser = nullptr;
     QTabWidget *m_tabs = nullptr;

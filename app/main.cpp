@@ -5,6 +5,7 @@
 #include "core/configuration.h"
 #include "core/messages.h"
 #include "core/settings_folder.h"
+#include "platform/process_guard.h"
 #include "platform/program_lock.h"
 #include "platform/program_style.h"
 #include "platform/qt_desktop.h"
@@ -13,7 +14,10 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
+#include <QPointer>
+#include <QSocketNotifier>
 
+#include <cstdlib>
 #include <optional>
 
 namespace {
@@ -67,17 +71,49 @@ void answerWithoutDisplay(int argc, char **argv)
         arguments.parser.showVersion();
 }
 
-} // namespace
+// Signals that end the program, and Ctrl+Z, wait until the window's thread comes to them: an end stops the hardware and
+// saves the settings, and no call is cut short.
+class SignalWatch
+{
+public:
+    SignalWatch()
+        : m_end(calvorn::terminationSignals(), QSocketNotifier::Read)
+        , m_stop(calvorn::heldStop(), QSocketNotifier::Read)
+    {
+        QObject::connect(&m_end, &QSocketNotifier::activated, &m_end, [this] {
+            m_end.setEnabled(false);
+            if (m_window)
+                m_window->end();
+            else
+                QCoreApplication::exit();
+        });
+        QObject::connect(&m_stop, &QSocketNotifier::activated, &m_stop, [] { calvorn::letStop(); });
+    }
 
-int main(int argc, char **argv)
+    // Before there is one, the end is that of the box that shows.
+    void setWindow(calvorn::FrmSweep *window) { m_window = window; }
+
+private:
+    QSocketNotifier m_end;
+    QSocketNotifier m_stop;
+    QPointer<calvorn::FrmSweep> m_window;
+};
+
+// Qt calls exit() where the display is gone; see endAtOnce(). What a library registers later still runs, so this is
+// called once it has all started. The server switches the generators off when it misses this process.
+void skipExitHandlers()
+{
+    on_exit([](int code, void *) { calvorn::endAtOnce(code); }, nullptr);
+}
+
+int runWithDisplay(int argc, char **argv)
 {
     using namespace calvorn;
 
-    if (argc > 1)
-        answerWithoutDisplay(argc, argv);
     std::optional<DisplayGuard> guard(std::in_place);
     QApplication application(argc, argv);
     guard.reset();
+    SignalWatch watch;
     const Language language(QLocale::system());
     nameApplication();
     QApplication::setStyle(new ProgramStyle);
@@ -98,12 +134,27 @@ int main(int argc, char **argv)
     }
     const ProgramLock lock(folders.settings);
     if (!lock.isOurs()) {
-        messages.beepAndWarn(QCoreApplication::translate("main", "The program is already running"));
+        const QString holder = lock.holder().isEmpty() ? QString() : u'\r' + lock.holder();
+        messages.beepAndWarn(QCoreApplication::translate("main", "The program is already running") + holder);
         return 0;
     }
     copySettingsOnFirstUse(programs);
     FrmSweep window(folders, configuration, desktop);
+    watch.setWindow(&window);
     if (!window.start())
         return 0;
+    skipExitHandlers();
     return QCoreApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    calvorn::keepStandardDescriptors();
+    calvorn::blockTerminationSignals();
+    calvorn::holdStopBack();
+    if (argc > 1)
+        answerWithoutDisplay(argc, argv);
+    calvorn::endAtOnce(runWithDisplay(argc, argv));
 }

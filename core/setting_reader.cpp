@@ -3,16 +3,13 @@
 
 #include "core/common_functions.h"
 #include "core/runtime_error.h"
-#include "platform/profile_file.h"
 
 #include <QCoreApplication>
 
-#include <utility>
-
 namespace calvorn {
 
-SettingReader::SettingReader(QString path, Defaults defaults)
-    : m_path(std::move(path))
+SettingReader::SettingReader(const QString &path, Defaults defaults)
+    : m_profile(path)
     , m_defaults(defaults)
 {
 }
@@ -21,10 +18,18 @@ QString SettingReader::text(const char *section, const char *key, const QString 
 {
     const QString sectionName = QString::fromLatin1(section);
     const QString keyName = QString::fromLatin1(key);
+    QString value = m_profile.value(sectionName, keyName);
+    if (!value.isEmpty())
+        return value;
     if (m_defaults == Defaults::WriteBack)
-        return readSetting(sectionName, keyName, m_path, fallback);
-    const QString value = readProfileString(m_path, sectionName, keyName);
-    return value.isEmpty() ? fallback : value;
+        m_profile.set({sectionName, keyName, fallback});
+    return fallback;
+}
+
+void SettingReader::save()
+{
+    if (m_defaults == Defaults::WriteBack)
+        m_profile.save();
 }
 
 void SettingReader::converting(const char *section, const char *key, const char *fallback,

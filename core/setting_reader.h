@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/number_text.h"
+#include "platform/profile_file.h"
 
 #include <QSet>
 #include <QString>
@@ -12,17 +13,26 @@
 
 namespace calvorn {
 
-// Reads values of the settings file, each with a default for a key that is missing or empty.
+// Reads the settings file once and takes values from it, each with a default for a key that is missing or empty.
 //
 // A text that does not convert is a run-time error of that key alone: the value becomes its default, the bad text
 // stays in the file, and faults() names section, key and text.
 class SettingReader
 {
 public:
-    // What happens to a default that was used because there was nothing: it is written into the file at once, or not.
+    // What happens to a default that was used because there was nothing: it goes into the file with save(), or not.
     enum class Defaults { WriteBack, KeepOut };
 
-    SettingReader(QString path, Defaults defaults);
+    SettingReader(const QString &path, Defaults defaults);
+
+    Profile &profile() { return m_profile; }
+    const Profile &profile() const { return m_profile; }
+
+    // Reads the file again. What has been noted stays.
+    void reload(const QString &path) { m_profile = Profile(path); }
+
+    // Writes what was added. Nothing with Defaults::KeepOut.
+    void save();
 
     QString text(const char *section, const char *key, const QString &fallback);
     QString text(const char *section, const char *key, const char *fallback)
@@ -62,7 +72,7 @@ private:
     void converting(const char *section, const char *key, const char *fallback,
                     const std::function<void()> &conversion);
 
-    QString m_path;
+    Profile m_profile;
     Defaults m_defaults;
     QStringList m_faults;
     QSet<std::pair<QString, QString>> m_unreadable; // section and key

@@ -29,24 +29,42 @@ bool isKnownAdcDevice(const QString &name)
 
 } // namespace
 
-SettingsLoader::SettingsLoader(Configuration &configuration, WindowSettings &window)
+SettingsLoader::SettingsLoader(Configuration &configuration, WindowSettings &window, SettingReader::Defaults defaults)
     : m_configuration(configuration)
     , m_window(window)
-    , m_reader({}, SettingReader::Defaults::WriteBack)
+    , m_defaults(defaults)
+    , m_reader({}, defaults)
 {
 }
 
 LoadOutcome SettingsLoader::load()
 {
+    m_reader = SettingReader(m_configuration.iniPath, m_defaults);
+    if (refused && profile().isRefused())
+        refused(profile().reason());
+    const LoadOutcome outcome = readAll();
+    m_reader.save();
+    return outcome;
+}
+
+// The configuration may write the file.
+bool SettingsLoader::goesOnAfterFirstRun()
+{
+    m_reader.save();
+    const bool goesOn = firstRun();
+    m_reader.reload(m_configuration.iniPath);
+    return goesOn;
+}
+
+LoadOutcome SettingsLoader::readAll()
+{
     Configuration &c = m_configuration;
-    m_reader = SettingReader(c.iniPath, SettingReader::Defaults::WriteBack);
     m_reader.int16(c.interfaceType, kConfig, "Interface", "2");
 
-    clearProfileSection(c.iniPath, QStringLiteral("Attenuator"));
-    const bool configured =
-        !readProfileString(c.iniPath, QString::fromLatin1(kConfig), QStringLiteral("DDS Device")).isEmpty();
+    m_reader.profile().clear(QStringLiteral("Attenuator"));
+    const bool configured = !profile().value(QString::fromLatin1(kConfig), QStringLiteral("DDS Device")).isEmpty();
     c.msgResult = configured ? -1 : 0;
-    if (!configured && firstRun && !firstRun())
+    if (!configured && firstRun && !goesOnAfterFirstRun())
         return LoadOutcome::Ended;
 
     m_reader.boolean(c.logDebug, kDebug, "Log", "0");
@@ -121,10 +139,14 @@ void SettingsLoader::loadMarkers()
         NumberText().toInt32(text);
         return text;
     };
+    // Other keys may have been written since.
+    if (m_defaults == SettingReader::Defaults::WriteBack)
+        m_reader.reload(m_configuration.iniPath);
     m_reader.number(m_window.marker3, kCalvorn, "Marker 3", "0", real);
     m_reader.number(m_window.marker4, kCalvorn, "Marker 4", "0", real);
     m_reader.number(m_window.marker1, kCalvorn, "Marker 1", "1000000", integer);
     m_reader.number(m_window.marker2, kCalvorn, "Marker 2", "2000000", integer);
+    m_reader.save();
 }
 
 namespace {

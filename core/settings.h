@@ -26,14 +26,19 @@ struct WindowSettings
 enum class LoadOutcome { Loaded, Ended, UnknownDdsDevice, UnknownAdcDevice };
 
 // Reads the settings file into the record, key by key in the order of the file; a key that is missing or empty
-// gets its default, which is written into the file at once.
+// gets its default, which is written into the file unless the reader keeps it out.
 //
 // A text that does not convert is a run-time error of that key alone: the key gets its default, the bad text stays
 // in the file, and faults() names section, key and text.
 class SettingsLoader
 {
 public:
-    SettingsLoader(Configuration &configuration, WindowSettings &window);
+    SettingsLoader(Configuration &configuration, WindowSettings &window,
+                   SettingReader::Defaults defaults = SettingReader::Defaults::WriteBack);
+
+    // Called first when the file cannot be used, with the reason as a part of a sentence; all values are defaults then,
+    // and nothing is written.
+    std::function<void(const QString &reason)> refused;
 
     // Called once, before the device keys are read, when the file holds no DDS device (the very first start).
     // False: the program ends, and nothing more is read.
@@ -48,15 +53,21 @@ public:
     // One sentence for each text that did not convert.
     const QStringList &faults() const { return m_reader.faults(); }
 
+    // The file as it was read.
+    const Profile &profile() const { return m_reader.profile(); }
+
     // Of what saveSettings() writes: the entries whose text in the file could not be read, as they stand in the record.
     QVector<ProfileEntry> unreadableEntries() const;
 
 private:
+    LoadOutcome readAll();
+    bool goesOnAfterFirstRun();
     void readWindowSection();
     void clampFrequencies();
 
     Configuration &m_configuration;
     WindowSettings &m_window;
+    SettingReader::Defaults m_defaults;
     SettingReader m_reader;
 };
 

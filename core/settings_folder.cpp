@@ -2,6 +2,7 @@
 #include "core/settings_folder.h"
 
 #include "core/configuration.h"
+#include "platform/bounded_file.h"
 #include "platform/file_replacement.h"
 
 #include <QDir>
@@ -54,16 +55,22 @@ QString settingsToRead(const QString &programs)
 
 bool makeSettingsFolder(const QString &programs)
 {
-    return QDir().mkpath(settingsFolder(programs));
+    const QString folder = settingsFolder(programs);
+    if (QDir().mkpath(QFileInfo(folder).path()))
+        QDir().mkdir(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    return QFileInfo(folder).isDir();
 }
 
 // Without a copy the program starts as with no settings, and says so by opening the configuration.
 void copySettingsOnFirstUse(const QString &programs)
 {
     const QString target = fileIn(settingsFolder(programs));
-    QFile source(settingsToRead(programs));
-    if (source.fileName() != target && source.open(QIODevice::ReadOnly))
-        replaceFile(target, source.readAll());
+    const QString source = settingsToRead(programs);
+    if (source == target)
+        return;
+    const BoundedFile file = readBounded(source);
+    if (file.state == BoundedFile::State::Read)
+        replaceFile(target, file.content);
 }
 
 } // namespace calvorn

@@ -14,7 +14,7 @@ QString settingsFolder(const QString &programs);
 // programs. Without any of them, the name that the file will have.
 QString settingsToRead(const QString &programs);
 
-// Creates settingsFolder(). False when that is not possible.
+// Creates settingsFolder(), for its owner alone. False when that is not possible.
 bool makeSettingsFolder(const QString &programs);
 
 // On first use, copies the file that settingsToRead() finds elsewhere. For the one instance that holds the folder.

@@ -94,7 +94,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     checkLoader(path);
     write();
     checkProfile(path);
-    require(clearProfileSection(path, QStringLiteral("Calvorn")));
+    Profile profile(path);
+    profile.clear(QStringLiteral("Calvorn"));
+    require(profile.save());
     require(readProfileString(path, QStringLiteral("Calvorn"), QStringLiteral("Scale")).isEmpty());
     return 0;
 }

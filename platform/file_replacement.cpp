@@ -2,19 +2,34 @@
 #include "platform/file_replacement.h"
 
 #include <QCoreApplication>
-#include <QFileInfo>
+#include <QFile>
 #include <QSaveFile>
 
 #include <cerrno>
 #include <cstring>
+#include <sys/stat.h>
 
 namespace calvorn {
 
+namespace {
+
+// Why the name cannot be that of an ordinary file; empty when it can.
+QString refusalOf(const QString &path)
+{
+    struct stat status = {};
+    if (stat(QFile::encodeName(path).constData(), &status) != 0)
+        return errno == ENOENT ? QString() : QString::fromLocal8Bit(std::strerror(errno));
+    return S_ISREG(status.st_mode) ? QString() : QCoreApplication::translate("FileReplacement", "it is not a file");
+}
+
+} // namespace
+
 bool replaceFile(const QString &path, const QByteArray &content, QString *reason)
 {
-    if (QFileInfo::exists(path) && !QFileInfo(path).isFile()) {
+    const QString refusal = refusalOf(path);
+    if (!refusal.isEmpty()) {
         if (reason)
-            *reason = QCoreApplication::translate("FileReplacement", "it is not a file");
+            *reason = refusal;
         return false;
     }
     QSaveFile file(path);

@@ -2,17 +2,105 @@
 #include "platform/process_guard.h"
 
 #include <csignal>
+#include <cstdio>
+#include <fcntl.h>
+#include <initializer_list>
 #include <sys/prctl.h>
+#include <sys/signalfd.h>
 #include <unistd.h>
 
+// Writes what a build that counts lines has counted (tools/coverage); not there in any other.
+extern "C" void __gcov_dump() __attribute__((weak)); // NOLINT(bugprone-reserved-identifier)
+
 namespace calvorn {
+
+namespace {
+
+sigset_t setOf(std::initializer_list<int> signals)
+{
+    sigset_t set;
+    sigemptyset(&set);
+    for (const int signal : signals)
+        sigaddset(&set, signal);
+    return set;
+}
+
+sigset_t termination()
+{
+    return setOf({SIGTERM, SIGINT, SIGHUP});
+}
+
+int descriptorOf(const sigset_t &set)
+{
+    return signalfd(-1, &set, SFD_CLOEXEC | SFD_NONBLOCK);
+}
+
+} // namespace
 
 bool endWithParent()
 {
     const pid_t parent = getppid();
-    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    prctl(PR_SET_PDEATHSIG, SIGTERM);
     // A parent that died between the two calls would never be noticed.
     return getppid() == parent;
+}
+
+void wakeWithParent()
+{
+    prctl(PR_SET_PDEATHSIG, SIGCONT);
+}
+
+void leaveTerminalGroup()
+{
+    setpgid(0, 0);
+}
+
+void blockTerminationSignals()
+{
+    const sigset_t set = termination();
+    pthread_sigmask(SIG_BLOCK, &set, nullptr);
+    std::signal(SIGPIPE, SIG_IGN);
+}
+
+int terminationSignals()
+{
+    return descriptorOf(termination());
+}
+
+void holdStopBack()
+{
+    const sigset_t set = setOf({SIGTSTP});
+    pthread_sigmask(SIG_BLOCK, &set, nullptr);
+}
+
+// A signal that waits is delivered before the mask is set again.
+void letStop()
+{
+    const sigset_t set = setOf({SIGTSTP});
+    pthread_sigmask(SIG_UNBLOCK, &set, nullptr);
+    pthread_sigmask(SIG_BLOCK, &set, nullptr);
+}
+
+int heldStop()
+{
+    return descriptorOf(setOf({SIGTSTP}));
+}
+
+void keepStandardDescriptors()
+{
+    for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+        if (fcntl(descriptor, F_GETFD) < 0)
+            // The lowest free number is this one. Not to be written to, except for messages, which may get lost.
+            [[maybe_unused]]
+            const int taken = open("/dev/null", descriptor == STDERR_FILENO ? O_WRONLY : O_RDONLY);
+}
+
+void endAtOnce(int code)
+{
+    std::fflush(nullptr);
+    if (__gcov_dump)
+        __gcov_dump();
+    _exit(code);
 }
 
 } // namespace calvorn

@@ -3,7 +3,7 @@
 
 #include "platform/file_replacement.h"
 
-#include <QFile>
+#include <QCoreApplication>
 #include <QStringDecoder>
 
 #include <algorithm>
@@ -13,16 +13,6 @@
 namespace calvorn {
 
 namespace {
-
-// No bytes where there is no file; nothing when there is one that cannot be read.
-std::optional<QByteArray> readAll(const QString &path)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return file.exists() ? std::nullopt : std::optional(QByteArray());
-    QByteArray content = file.readAll();
-    return file.error() == QFileDevice::NoError ? std::optional(std::move(content)) : std::nullopt;
-}
 
 QString decode(QByteArrayView bytes)
 {
@@ -120,152 +110,172 @@ QByteArray encodeValue(QString value)
     return value.toUtf8();
 }
 
-// The file as a list of lines that can be changed and written back.
-class Document
+bool hasOddEncoding(const QByteArray &content)
 {
-public:
-    explicit Document(const QString &path)
-        : m_path(path)
-    {
-        const std::optional<QByteArray> read = readAll(path);
-        m_readable = read.has_value();
-        const QByteArray content = read.value_or(QByteArray());
-        const qsizetype firstEnd = content.indexOf('\n');
-        const bool bareLineFeed = firstEnd == 0 || (firstEnd > 0 && content[firstEnd - 1] != '\r');
-        m_lineEnd = bareLineFeed ? "\n" : "\r\n";
-        LineReader reader(content);
-        while (const auto text = reader.next())
-            m_lines.append(text->toByteArray());
-    }
+    return content.startsWith("\xFF\xFE") || content.startsWith("\xFE\xFF") || content.contains('\0');
+}
 
-    void set(const ProfileEntry &entry)
-    {
-        const QByteArray value = encodeValue(entry.value);
-        const qsizetype header = findSection(entry.section);
-        if (header < 0) {
-            m_lines.append("[" + entry.section.trimmed().toUtf8() + "]");
-            m_lines.append(entry.key.trimmed().toUtf8() + "=" + value);
-            return;
-        }
-        qsizetype insertAt = header + 1;
-        for (qsizetype i = header + 1; i < m_lines.size(); ++i) {
-            const Line line = parseLine(m_lines[i]);
-            if (line.kind == Line::Kind::Section)
-                break;
-            if (line.kind == Line::Kind::Key && sameName(line.name, entry.key)) {
-                const qsizetype equals = m_lines[i].indexOf('=');
-                m_lines[i] = (equals < 0 ? m_lines[i] : m_lines[i].first(equals)) + "=" + value;
-                return;
-            }
-            if (!m_lines[i].trimmed().isEmpty())
-                insertAt = i + 1;
-        }
-        m_lines.insert(insertAt, entry.key.trimmed().toUtf8() + "=" + value);
-    }
-
-    // Returns whether there was a key to remove.
-    bool clear(const QString &section)
-    {
-        const qsizetype header = findSection(section);
-        bool changed = false;
-        for (qsizetype i = header + 1; header >= 0 && i < m_lines.size();) {
-            const Line::Kind kind = parseLine(m_lines[i]).kind;
-            if (kind == Line::Kind::Section)
-                break;
-            if (kind == Line::Kind::Key) {
-                m_lines.removeAt(i);
-                changed = true;
-            } else {
-                ++i;
-            }
-        }
-        return changed;
-    }
-
-    bool save() const
-    {
-        // What could not be read would be lost.
-        if (!m_readable)
-            return false;
-        QByteArray text;
-        for (const QByteArray &line : m_lines)
-            text += line + m_lineEnd;
-        return replaceFile(m_path, text);
-    }
-
-private:
-    qsizetype findSection(const QString &section) const
-    {
-        for (qsizetype i = 0; i < m_lines.size(); ++i) {
-            const Line line = parseLine(m_lines[i]);
-            if (line.kind == Line::Kind::Section && sameName(line.name, section))
-                return i;
-        }
-        return -1;
-    }
-
-    QString m_path;
-    bool m_readable = false;
-    QByteArray m_lineEnd;
-    QList<QByteArray> m_lines;
-};
+QString translated(const char *text)
+{
+    return QCoreApplication::translate("Profile", text);
+}
 
 } // namespace
 
-QString readProfileString(const QString &path, const QString &section, const QString &key)
+Profile::Profile(const QString &path)
+    : m_path(path)
+    , m_file(readBounded(path))
 {
-    const QByteArray content = readAll(path).value_or(QByteArray());
+    const QByteArray content = std::exchange(m_file.content, {});
+    const qsizetype firstEnd = content.indexOf('\n');
+    const bool bareLineFeed = firstEnd == 0 || (firstEnd > 0 && content[firstEnd - 1] != '\r');
+    m_lineEnd = bareLineFeed ? "\n" : "\r\n";
+    m_isCarriageReturned = firstEnd < 0 && content.contains('\r');
+    m_isOddlyEncoded = hasOddEncoding(content);
     LineReader reader(content);
+    while (const auto text = reader.next())
+        m_lines.append(text->toByteArray());
+}
+
+QString Profile::doubt() const
+{
+    if (isRefused())
+        return m_file.reason;
+    if (m_file.state == BoundedFile::State::Missing)
+        return translated(QT_TRANSLATE_NOOP("Profile", "it is not there"));
+    if (m_isOddlyEncoded)
+        return translated(QT_TRANSLATE_NOOP("Profile", "it is no text in UTF-8"));
+    if (m_isCarriageReturned)
+        return translated(QT_TRANSLATE_NOOP("Profile", "its lines end in a way that is not supported (CR alone)"));
+    return hasValues() ? QString() : translated(QT_TRANSLATE_NOOP("Profile", "it holds no settings"));
+}
+
+bool Profile::hasValues() const
+{
     bool inSection = false;
-    while (const auto text = reader.next()) {
-        const Line line = parseLine(*text);
-        if (line.kind == Line::Kind::Section) {
-            if (inSection)
-                break;
-            inSection = sameName(line.name, section);
-        } else if (inSection && line.kind == Line::Kind::Key && sameName(line.name, key)) {
+    for (const QByteArray &text : m_lines) {
+        const Line line = parseLine(text);
+        inSection = inSection || line.kind == Line::Kind::Section;
+        if (inSection && line.kind == Line::Kind::Key && !line.value.isEmpty())
+            return true;
+    }
+    return false;
+}
+
+QString Profile::value(const QString &section, const QString &key) const
+{
+    const qsizetype header = findSection(section);
+    for (qsizetype i = header + 1; header >= 0 && i < m_lines.size(); ++i) {
+        const Line line = parseLine(m_lines[i]);
+        if (line.kind == Line::Kind::Section)
+            break;
+        if (line.kind == Line::Kind::Key && sameName(line.name, key))
             return decode(withinBuffer(withoutQuotes(line.value)));
-        }
     }
     return {};
 }
 
-QVector<ProfileEntry> readProfileSection(const QString &path, const QString &section)
+QVector<ProfileEntry> Profile::entries(const QString &section) const
 {
-    const QByteArray content = readAll(path).value_or(QByteArray());
-    LineReader reader(content);
     QVector<ProfileEntry> entries;
-    bool inSection = false;
-    bool wasThere = false; // the first section of a name counts
-    while (const auto text = reader.next()) {
-        const Line line = parseLine(*text);
-        if (line.kind == Line::Kind::Section) {
-            inSection = !wasThere && sameName(line.name, section);
-            wasThere = wasThere || inSection;
-        } else if (inSection && line.kind == Line::Kind::Key && line.text.contains('=')) {
+    const qsizetype header = findSection(section);
+    for (qsizetype i = header + 1; header >= 0 && i < m_lines.size(); ++i) {
+        const Line line = parseLine(m_lines[i]);
+        if (line.kind == Line::Kind::Section)
+            break;
+        if (line.kind == Line::Kind::Key && line.text.contains('='))
             entries.append({section, decode(line.name), decode(withinBuffer(withoutQuotes(line.value)))});
-        }
     }
     return entries;
+}
+
+void Profile::set(const ProfileEntry &entry)
+{
+    const QByteArray value = encodeValue(entry.value);
+    m_isChanged = true;
+    const qsizetype header = findSection(entry.section);
+    if (header < 0) {
+        m_lines.append("[" + entry.section.trimmed().toUtf8() + "]");
+        m_lines.append(entry.key.trimmed().toUtf8() + "=" + value);
+        return;
+    }
+    qsizetype insertAt = header + 1;
+    for (qsizetype i = header + 1; i < m_lines.size(); ++i) {
+        const Line line = parseLine(m_lines[i]);
+        if (line.kind == Line::Kind::Section)
+            break;
+        if (line.kind == Line::Kind::Key && sameName(line.name, entry.key)) {
+            const qsizetype equals = m_lines[i].indexOf('=');
+            m_lines[i] = (equals < 0 ? m_lines[i] : m_lines[i].first(equals)) + "=" + value;
+            return;
+        }
+        if (!m_lines[i].trimmed().isEmpty())
+            insertAt = i + 1;
+    }
+    m_lines.insert(insertAt, entry.key.trimmed().toUtf8() + "=" + value);
+}
+
+void Profile::clear(const QString &section)
+{
+    const qsizetype header = findSection(section);
+    for (qsizetype i = header + 1; header >= 0 && i < m_lines.size();) {
+        const Line::Kind kind = parseLine(m_lines[i]).kind;
+        if (kind == Line::Kind::Section)
+            break;
+        if (kind == Line::Kind::Key) {
+            m_lines.removeAt(i);
+            m_isChanged = true;
+        } else {
+            ++i;
+        }
+    }
+}
+
+bool Profile::save()
+{
+    // What could not be read would be lost.
+    if (isRefused())
+        return false;
+    if (!m_isChanged)
+        return true;
+    QByteArray text;
+    for (const QByteArray &line : m_lines)
+        text += line + m_lineEnd;
+    m_isChanged = !replaceFile(m_path, text);
+    return !m_isChanged;
+}
+
+qsizetype Profile::findSection(const QString &section) const
+{
+    for (qsizetype i = 0; i < m_lines.size(); ++i) {
+        const Line line = parseLine(m_lines[i]);
+        if (line.kind == Line::Kind::Section && sameName(line.name, section))
+            return i;
+    }
+    return -1;
+}
+
+QString readProfileString(const QString &path, const QString &section, const QString &key)
+{
+    return Profile(path).value(section, key);
+}
+
+QVector<ProfileEntry> readProfileSection(const QString &path, const QString &section)
+{
+    return Profile(path).entries(section);
+}
+
+bool writeProfileStrings(const QString &path, const QVector<ProfileEntry> &entries)
+{
+    Profile profile(path);
+    for (const ProfileEntry &entry : entries)
+        profile.set(entry);
+    return profile.save();
 }
 
 bool writeProfileString(const QString &path, const QString &section, const QString &key, const QString &value)
 {
     return writeProfileStrings(path, {{section, key, value}});
-}
-
-bool writeProfileStrings(const QString &path, const QVector<ProfileEntry> &entries)
-{
-    Document document(path);
-    for (const ProfileEntry &entry : entries)
-        document.set(entry);
-    return document.save();
-}
-
-bool clearProfileSection(const QString &path, const QString &section)
-{
-    Document document(path);
-    return !document.clear(section) || document.save();
 }
 
 } // namespace calvorn

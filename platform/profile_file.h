@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/bounded_file.h"
+
+#include <QByteArray>
+#include <QList>
 #include <QString>
 #include <QVector>
 
@@ -29,20 +33,60 @@ struct ProfileEntry
     bool operator==(const ProfileEntry &) const = default;
 };
 
-// Returns the value, or an empty text when the file, the section, the key or its value is missing, or when the file
-// cannot be read.
+// A settings file as it was when it was read, once; changes are kept until save().
+class Profile
+{
+public:
+    // A file that is not there is an empty one. One that is refused (platform/bounded_file.h) has no values either, and
+    // is never written.
+    explicit Profile(const QString &path);
+
+    bool isRefused() const { return m_file.state == BoundedFile::State::Refused; }
+    QString reason() const { return m_file.reason; } // of the refusal, as a part of a sentence
+
+    // Why a reader that must not guess does not take the file, as a part of a sentence; empty when it can be taken.
+    // Besides the refusals these are a missing file, one without any value, and text whose encoding or line ends cannot
+    // be read.
+    QString doubt() const;
+
+    // Empty when section, key or value is missing.
+    QString value(const QString &section, const QString &key) const;
+
+    // Every "key=value" of the section, in the order of the file.
+    QVector<ProfileEntry> entries(const QString &section) const;
+
+    void set(const ProfileEntry &entry);
+
+    // Removes every key of the section; its header and its comments stay. A section that is not there stays away.
+    void clear(const QString &section);
+
+    // Replaces the file, if anything has changed. False when that fails, or when the file was refused; it is then as it
+    // was.
+    bool save();
+
+private:
+    qsizetype findSection(const QString &section) const;
+    bool hasValues() const;
+
+    QString m_path;
+    BoundedFile m_file; // its content is in the lines
+    QByteArray m_lineEnd;
+    QList<QByteArray> m_lines;
+    bool m_isCarriageReturned = false; // lines end with CR alone
+    bool m_isOddlyEncoded = false;
+    bool m_isChanged = false;
+};
+
+// One value of the file, read anew; empty when the file, the section, the key or its value is missing, or when the file
+// is refused.
 QString readProfileString(const QString &path, const QString &section, const QString &key);
 
-// Every "key=value" of the section, in the order of the file; the value as readProfileString() returns it.
+// The same of Profile::entries().
 QVector<ProfileEntry> readProfileSection(const QString &path, const QString &section);
 
-// Returns false when the file could not be replaced, or is there but cannot be read; it is then as it was.
-bool writeProfileString(const QString &path, const QString &section, const QString &key, const QString &value);
-
-// Writes all entries with one replacement of the file: either all of them arrive or none.
+// Writes all entries with one replacement of the file: either all of them arrive or none. Returns false when the file
+// could not be replaced, or is refused; it is then as it was.
 bool writeProfileStrings(const QString &path, const QVector<ProfileEntry> &entries);
-
-// Removes every key of the section; its header and its comments stay. A section that is not there stays away.
-bool clearProfileSection(const QString &path, const QString &section);
+bool writeProfileString(const QString &path, const QString &section, const QString &key, const QString &value);
 
 } // namespace calvorn

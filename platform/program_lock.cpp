@@ -1,26 +1,106 @@
 // SPDX-License-Identifier: MIT
 #include "platform/program_lock.h"
 
+#include <QCoreApplication>
 #include <QFile>
 
 #include <cerrno>
 #include <fcntl.h>
+#include <optional>
+#include <pwd.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace calvorn {
 
-ProgramLock::ProgramLock(const QString &programFolder)
-    : m_descriptor(open(QFile::encodeName(programFolder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC))
+namespace {
+
+constexpr char kFile[] = "/.Calvorn.lock";
+constexpr int kAttempts = 10; // against instances that end meanwhile
+
+// The process that holds a lock on this file, from the kernel's list (proc(5)); nothing where it is not listed.
+std::optional<pid_t> holderOf(const struct stat &file)
 {
-    if (m_descriptor >= 0 && flock(m_descriptor, LOCK_EX | LOCK_NB) != 0)
-        m_ours = errno != EWOULDBLOCK;
+    QFile locks(QStringLiteral("/proc/locks"));
+    if (!locks.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    // "1: FLOCK  ADVISORY  WRITE 708 08:01:2359475 0 EOF"; one that only waits has an arrow behind the number. The
+    // device is not compared: some file systems are listed with another one than stat(2) names.
+    for (const QByteArray &line : locks.readAll().split('\n')) {
+        const QList<QByteArray> fields = line.simplified().split(' ');
+        if (fields.size() > 5 && fields[1] == "FLOCK" &&
+            fields[5].mid(fields[5].lastIndexOf(':') + 1).toULongLong() == file.st_ino)
+            return fields[4].toInt();
+    }
+    return std::nullopt;
+}
+
+// Empty for a process of this user.
+QString sentenceAbout(pid_t process)
+{
+    struct stat status = {};
+    if (stat(("/proc/" + QByteArray::number(process)).constData(), &status) != 0 || status.st_uid == geteuid())
+        return {};
+    const passwd *user = getpwuid(status.st_uid);
+    const QString name = user ? QString::fromLocal8Bit(user->pw_name) : QString::number(status.st_uid);
+    return QCoreApplication::translate("ProgramLock", "It is process %1 of the user %2.").arg(process).arg(name);
+}
+
+} // namespace
+
+ProgramLock::ProgramLock(const QString &folder)
+    : m_path(QFile::encodeName(folder) + kFile)
+{
+    for (int attempt = 0; attempt < kAttempts; ++attempt)
+        if (take() == Attempt::Done)
+            return;
 }
 
 ProgramLock::~ProgramLock()
 {
-    if (m_descriptor >= 0)
-        close(m_descriptor);
+    if (m_file < 0)
+        return;
+    // Before the lock goes: whoever gets it then sees that the file is another one.
+    if (m_ours)
+        unlink(m_path.constData());
+    close(m_file);
+}
+
+ProgramLock::Attempt ProgramLock::take()
+{
+    m_file = open(m_path.constData(), O_RDWR | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, S_IRUSR | S_IWUSR);
+    if (m_file < 0)
+        return takeFromOther();
+    struct stat opened = {};
+    struct stat present = {};
+    fstat(m_file, &opened);
+    if (flock(m_file, LOCK_EX | LOCK_NB) != 0) {
+        m_ours = errno != EWOULDBLOCK;
+        const std::optional<pid_t> process = m_ours ? std::nullopt : holderOf(opened);
+        m_holder = process ? sentenceAbout(*process) : QString();
+        return Attempt::Done;
+    }
+    if (stat(m_path.constData(), &present) == 0 && present.st_ino == opened.st_ino)
+        return Attempt::Done;
+    close(m_file);
+    m_file = -1;
+    return Attempt::Again;
+}
+
+// The file cannot be opened: nothing can be written here, or it belongs to another user. One that nobody holds is left
+// over from an instance that was killed.
+ProgramLock::Attempt ProgramLock::takeFromOther()
+{
+    struct stat file = {};
+    if (lstat(m_path.constData(), &file) != 0 || file.st_uid == geteuid())
+        return Attempt::Done;
+    const std::optional<pid_t> process = holderOf(file);
+    if (!process)
+        return unlink(m_path.constData()) == 0 ? Attempt::Again : Attempt::Done;
+    m_ours = false;
+    m_holder = sentenceAbout(*process);
+    return Attempt::Done;
 }
 
 } // namespace calvorn

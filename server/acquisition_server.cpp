@@ -7,10 +7,9 @@
 
 #include <QDBusError>
 #include <QDBusServer>
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
 
+#include <cerrno>
+#include <cstring>
 #include <initializer_list>
 
 namespace calvorn {
@@ -22,13 +21,22 @@ constexpr int kPatienceMs = 10'000;
 const QString kLptPath = QStringLiteral("/aLPT");
 const QString kPicPath = QStringLiteral("/aPIC");
 const QString kVnaPath = QStringLiteral("/aVNA");
-const QString kSocketName = QStringLiteral("socket");
 
-// The user's own run-time directory where there is one: it is in memory, and emptied at log-out.
-QString socketParent()
+constexpr qsizetype kLongestSocket = 99; // bytes of its path; the bus library refuses more
+
+// In an address of D-Bus every other byte is written as % and two digits.
+bool standsForItself(char byte)
 {
-    const QString runtime = qEnvironmentVariable("XDG_RUNTIME_DIR");
-    return QFileInfo(runtime).isWritable() ? runtime : QDir::tempPath();
+    return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') || (byte >= '0' && byte <= '9') ||
+           byte == '-' || byte == '_' || byte == '/' || byte == '.';
+}
+
+QByteArray addressOf(const QByteArray &socket)
+{
+    QByteArray address("unix:path=");
+    for (const char byte : socket)
+        address += standsForItself(byte) ? QByteArray(1, byte) : '%' + QByteArray(1, byte).toHex();
+    return address;
 }
 
 } // namespace
@@ -51,34 +59,59 @@ AcquisitionServer::AcquisitionServer(const QString &settingsPath, QObject *paren
     connect(&m_patience, &QTimer::timeout, this, &AcquisitionServer::finished);
 }
 
+AcquisitionServer::~AcquisitionServer()
+{
+    close();
+}
+
 // However the server has been asked to end: no generator stays on and no board sweeps for nobody. The program is told
 // nothing more; it sees the process go.
-AcquisitionServer::~AcquisitionServer()
+void AcquisitionServer::close()
 {
     for (QObject *driver : std::initializer_list<QObject *>{&m_lpt, &m_vna, &m_pic})
         driver->blockSignals(true);
     m_lpt.ClosePort();
     m_vna.ClosePort();
     m_pic.ClosePort();
-    removeDirectory();
+    m_folder.remove();
 }
 
 bool AcquisitionServer::listen()
 {
-    // QTemporaryDir makes the directory with mode 0700.
-    m_directory = std::make_unique<QTemporaryDir>(socketParent() + QStringLiteral("/calvorn-XXXXXX"));
-    if (!m_directory->isValid()) {
-        m_errorText = m_directory->errorString();
-        return false;
+    for (const QByteArray &parent : SweptFolder::parents()) {
+        if (!listenIn(parent))
+            continue;
+        connect(m_server.get(), &QDBusServer::newConnection, this, &AcquisitionServer::onConnection);
+        m_patience.start();
+        return true;
     }
-    m_server = std::make_unique<QDBusServer>(QStringLiteral("unix:path=") + m_directory->filePath(kSocketName));
-    if (!m_server->isConnected()) {
-        m_errorText = m_server->lastError().message();
-        return false;
+    return false;
+}
+
+// The reason of the first refusal is kept: it concerns the folder that was meant.
+bool AcquisitionServer::listenIn(const QByteArray &parent)
+{
+    const QString reason = tryFolder(parent);
+    if (!reason.isEmpty() && m_errorText.isEmpty())
+        m_errorText = tr("no socket can be made in %1: %2").arg(QString::fromLocal8Bit(parent), reason);
+    return reason.isEmpty();
+}
+
+// Empty when the server listens.
+QString AcquisitionServer::tryFolder(const QByteArray &parent)
+{
+    if (!m_folder.make(parent))
+        return QString::fromLocal8Bit(std::strerror(m_folder.error()));
+    const QByteArray socket = m_folder.path() + "/socket";
+    if (socket.size() > kLongestSocket) {
+        m_folder.remove();
+        return QString::fromLocal8Bit(std::strerror(ENAMETOOLONG));
     }
-    connect(m_server.get(), &QDBusServer::newConnection, this, &AcquisitionServer::onConnection);
-    m_patience.start();
-    return true;
+    m_server = std::make_unique<QDBusServer>(QString::fromLatin1(addressOf(socket)));
+    if (m_server->isConnected())
+        return {};
+    m_folder.remove();
+    return m_server->lastError().message();
 }
 
 QString AcquisitionServer::address() const
@@ -102,17 +135,7 @@ void AcquisitionServer::onConnection(const QDBusConnection &connection)
     m_connection.registerObject(kVnaPath, &m_vna, QDBusConnection::ExportAdaptors);
     // One program, one connection: nobody else can find the socket, and nothing stays behind even if this
     // process is killed.
-    removeDirectory();
-}
-
-// The socket goes first and by name: the bus library may be removing it in its own thread, and a file that
-// vanishes under QTemporaryDir::remove() makes it leave the directory.
-void AcquisitionServer::removeDirectory()
-{
-    if (!m_directory)
-        return;
-    QFile::remove(m_directory->filePath(kSocketName));
-    m_directory->remove();
+    m_folder.remove();
 }
 
 void AcquisitionServer::onDisconnected()

@@ -8,11 +8,15 @@
 #include <QCoreApplication>
 
 #include <cstdio>
+#include <unistd.h>
 
 int main(int argc, char *argv[])
 {
     if (!calvorn::endWithParent())
         return 0;
+    // A terminal's keys concern the program, which tells this one what to do. Started by hand, it hears them itself.
+    if (isatty(STDIN_FILENO) == 0)
+        calvorn::leaveTerminalGroup();
     calvorn::blockTerminationSignals();
 
     QCoreApplication application(argc, argv);
@@ -27,11 +31,14 @@ int main(int argc, char *argv[])
     QObject::connect(&server, &calvorn::AcquisitionServer::finished, &application, &QCoreApplication::quit);
     QObject::connect(&watch, &calvorn::TerminationWatch::asked, &application, &QCoreApplication::quit);
 
-    if (!server.listen()) {
-        std::fprintf(stderr, "CalvornAsync: %s\n", qPrintable(server.errorText()));
+    // What stands in the place of the address is the reason why there is none.
+    if (!watch.isWatching() || !server.listen()) {
+        std::printf("! %s\n", watch.isWatching() ? qPrintable(server.errorText()) : "it cannot start a thread");
         return 1;
     }
     std::printf("%s\n", qPrintable(server.address()));
     std::fflush(stdout);
-    return QCoreApplication::exec();
+    const int code = QCoreApplication::exec();
+    server.close();
+    calvorn::endAtOnce(code);
 }

@@ -3,8 +3,6 @@
 
 #include "platform/profile_file.h"
 
-#include <QFile>
-
 // A resource of a static library has to be asked for, outside of any namespace.
 static void initialiseResource()
 {
@@ -21,17 +19,16 @@ QString preparedSettings()
 
 bool isFirstStart(const QString &path)
 {
-    QFile file(path);
-    if (!file.exists())
-        return true;
-    return file.open(QIODevice::ReadOnly) && file.readAll().trimmed().isEmpty();
+    const BoundedFile file = readBounded(path);
+    return file.state != BoundedFile::State::Refused && file.content.trimmed().isEmpty();
 }
 
 bool writePreparedSections(const QString &path)
 {
+    const Profile prepared(preparedSettings());
     QVector<ProfileEntry> entries;
     for (const char *section : {"Interface1", "Interface2", "Interface3", "Simulator"})
-        entries += readProfileSection(preparedSettings(), QString::fromLatin1(section));
+        entries += prepared.entries(QString::fromLatin1(section));
     return writeProfileStrings(path, entries);
 }
 

@@ -1,17 +1,18 @@
 // SPDX-License-Identifier: MIT
 // calvorn-sweep: sweeps without a window.
 #include "tools/interruption.h"
+#include "tools/output.h"
 #include "tools/single_sweep.h"
 
 #include "core/error_boundary.h"
 #include "core/number_text.h"
 #include "core/runtime_error.h"
 #include "core/scale_type.h"
-#include "core/whole_file.h"
 #include "data/sweep_csv.h"
 #include "data/sweep_response.h"
 #include "data/text_plot.h"
 #include "display/sweep_picture.h"
+#include "platform/process_guard.h"
 #include "translations/language.h"
 
 #include <QApplication>
@@ -22,6 +23,8 @@
 namespace {
 
 using namespace calvorn;
+
+const QString kStandardOutput = QStringLiteral("-");
 
 // By the number of the scale.
 QStringList scaleNames()
@@ -48,7 +51,8 @@ public:
                                 "mean the same.")
                                  .arg(scaleNames().join(QStringLiteral(", "))),
                              QStringLiteral("SCALE")};
-    QCommandLineOption output{QStringLiteral("output"), tr("Write the sweep as CSV."), QStringLiteral("FILE.csv")};
+    QCommandLineOption output{QStringLiteral("output"), tr("Write the sweep as CSV; - is standard output."),
+                              QStringLiteral("FILE.csv")};
     QCommandLineOption picture{QStringLiteral("picture"), tr("Write the curve as PNG or SVG."),
                                QStringLiteral("FILE.png")};
 };
@@ -106,6 +110,18 @@ QString readRequest(const QCommandLineParser &arguments, const Options &options,
     if (arguments.isSet(options.picture) && !SweepPicture::isPictureName(arguments.value(options.picture)))
         return Options::tr("The name of a picture ends in .png or .svg, unlike \"%1\".")
             .arg(arguments.value(options.picture));
+    if (arguments.isSet(options.output) && arguments.isSet(options.picture) &&
+        isSameFile(arguments.value(options.output), arguments.value(options.picture)))
+        return Options::tr("--output and --picture name the same file.");
+    return {};
+}
+
+// An output that would replace the settings.
+QString readOutputs(const QCommandLineParser &arguments, const Options &options, const QString &settingsFile)
+{
+    for (const QCommandLineOption &file : {options.output, options.picture})
+        if (arguments.isSet(file) && isSameFile(arguments.value(file), settingsFile))
+            return Options::tr("--%1 names the settings file.").arg(file.names().constFirst());
     return {};
 }
 
@@ -136,36 +152,48 @@ void printResponse(SingleSweep &sweep)
     };
     const QString peak = linear ? numbers.masked(response.peak, kMaskVolt) + QStringLiteral(" V")
                                 : numbers.masked(response.peak, kMaskDb) + QStringLiteral(" dB");
-    QTextStream out(stdout);
-    const auto row = [&out](const QString &name, const QString &value) {
-        out << name.leftJustified(18) << value.rightJustified(18) << Qt::endl;
+    QString text;
+    const auto row = [&text](const QString &name, const QString &value) {
+        text += name.leftJustified(18) + value.rightJustified(18) + u'\n';
     };
     row(Options::tr("Peak"), peak);
     row(Options::tr("Peak at"), hertz(response.peakFrequency));
     row(Options::tr("-3 dB from"), hertz(response.lower));
     row(Options::tr("-3 dB to"), hertz(response.upper));
     row(Options::tr("-3 dB bandwidth"), hertz(response.bandwidth()));
-    out << Qt::endl;
-    for (const QString &line : textPlot(sweep.table(), linear))
-        out << line << Qt::endl;
+    text += u'\n' + textPlot(sweep.table(), linear).join(u'\n') + u'\n';
+    writeResult(kStandardOutput, text.toLocal8Bit());
+}
+
+// The names of the files that were written. Standard output takes them unless it has taken the sweep.
+void printNames(const QCommandLineParser &arguments, const Options &options)
+{
+    const QString output = arguments.value(options.output);
+    for (const QCommandLineOption &file : {options.output, options.picture}) {
+        const QString path = arguments.value(file);
+        if (!arguments.isSet(file) || isDescriptor(path))
+            continue;
+        const QString name = QFileInfo(path).absoluteFilePath();
+        if (isStandardOutput(output))
+            ConsoleDesktop::note(name);
+        else
+            writeResult(kStandardOutput, (name + u'\n').toLocal8Bit());
+    }
 }
 
 int deliver(SingleSweep &sweep, ConsoleDesktop &desktop, const QCommandLineParser &arguments, const Options &options)
 {
     try {
         if (arguments.isSet(options.output))
-            writeWholeFile(arguments.value(options.output), sweepAsCsv(sweep.table()));
+            writeResult(arguments.value(options.output), sweepAsCsv(sweep.table()));
         if (arguments.isSet(options.picture))
             writePicture(sweep, desktop, arguments.value(options.picture));
         if (!arguments.isSet(options.output) && !arguments.isSet(options.picture))
             printResponse(sweep);
+        printNames(arguments, options);
     } catch (const RuntimeError &error) {
         return fail(kFileNotWritable, error.message());
     }
-    QTextStream out(stdout);
-    for (const QCommandLineOption &file : {options.output, options.picture})
-        if (arguments.isSet(file))
-            out << QFileInfo(arguments.value(file)).absoluteFilePath() << Qt::endl;
     return kDone;
 }
 
@@ -173,7 +201,11 @@ int deliver(SingleSweep &sweep, ConsoleDesktop &desktop, const QCommandLineParse
 
 int main(int argc, char **argv)
 {
+    keepStandardDescriptors();
+    holdStopBack();
     watchForInterruption();
+    // A reader that has gone is a failed write.
+    std::signal(SIGPIPE, SIG_IGN);
     // Standard error is for the user; what Qt misses in an environment without a desktop does not concern him.
     QLoggingCategory::setFilterRules(QStringLiteral("default.warning=false"));
     // The picture is painted by widgets that nobody sees.
@@ -206,6 +238,9 @@ int main(int argc, char **argv)
 
     ConsoleDesktop desktop;
     SingleSweep sweep(QCoreApplication::applicationDirPath(), request, desktop);
+    const QString clash = readOutputs(arguments, options, sweep.settingsFile());
+    if (!clash.isEmpty())
+        return fail(kBadArguments, clash);
     const int code = sweep.run();
-    return code == kDone ? deliver(sweep, desktop, arguments, options) : fail(code, sweep.sentence());
+    endAtOnce(code == kDone ? deliver(sweep, desktop, arguments, options) : fail(code, sweep.sentence()));
 }

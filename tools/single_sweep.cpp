@@ -10,11 +10,10 @@
 #include "core/scale_type.h"
 #include "core/settings_folder.h"
 #include "platform/parallel_ports.h"
+#include "platform/process_guard.h"
 #include "tools/interruption.h"
 
-#include <QFile>
 #include <QFileInfo>
-#include <QTemporaryDir>
 #include <QTimer>
 
 #include <memory>
@@ -25,7 +24,7 @@ namespace {
 
 // The slowest speed needs a few seconds for a sweep.
 constexpr int kSweepTimeoutMs = 30000;
-constexpr int kInterruptionPollMs = 50;
+constexpr int kPollMs = 50;
 
 // Codes of the error event (docs/hardware/errors.md).
 constexpr std::int16_t kErrorTransfer = 1;
@@ -74,29 +73,15 @@ ExitCode SingleSweep::run()
     }
 }
 
-// Loading writes missing defaults; they go into a copy that is gone again before the sweep begins.
+// What a window would ask the user about is refused: nobody is there to see what is measured instead.
 void SingleSweep::loadSettings()
 {
-    if (QFileInfo::exists(m_settingsFile) || !m_request.settingsFile.isEmpty()) {
-        QFile file(m_settingsFile);
-        if (!QFileInfo(m_settingsFile).isFile() || !file.open(QIODevice::ReadOnly))
-            throw Failure{kBadSettings, tr("The settings file %1 cannot be read.").arg(m_settingsFile)};
-    }
-    const QTemporaryDir folder;
-    const QString copy = folder.filePath(QString::fromLatin1(kSettingsFileName));
-    QFile::copy(m_settingsFile, copy);
-    QFile::setPermissions(copy, QFile::ReadOwner | QFile::WriteOwner);
-    loadFrom(copy);
     m_configuration.iniPath = m_settingsFile;
-    // The log is where a driver says why a port does not open.
-    m_configuration.logDebug = true;
-}
-
-void SingleSweep::loadFrom(const QString &copy)
-{
-    m_configuration.iniPath = copy;
-    SettingsLoader loader(m_configuration, m_window);
+    SettingsLoader loader(m_configuration, m_window, SettingReader::Defaults::KeepOut);
     const LoadOutcome outcome = loader.load();
+    const QString doubt = loader.profile().doubt();
+    if (!doubt.isEmpty())
+        throw Failure{kBadSettings, tr("The settings file %1 cannot be read: %2.").arg(m_settingsFile, doubt)};
     if (outcome == LoadOutcome::Loaded)
         loader.loadMarkers();
     for (const QString &fault : loader.faults())
@@ -105,6 +90,8 @@ void SingleSweep::loadFrom(const QString &copy)
         throw Failure{kBadSettings, tr("%1 names a device that is not supported.").arg(m_settingsFile)};
     if (m_configuration.scaleType < 0 || m_configuration.scaleType >= kScales)
         m_configuration.scaleType = kScaleLinear;
+    // The log is where a driver says why a port does not open.
+    m_configuration.logDebug = true;
 }
 
 // The amplitude markers of the settings have the units of the stored scale; a picture shows them in those of the other.
@@ -243,20 +230,20 @@ void SingleSweep::store(const QVector<int> &counts, QEventLoop &wait)
         wait.quit();
 }
 
+// Counts its own ticks and not the time: while the program is stopped, none passes.
 void SingleSweep::waitForSweeps(QEventLoop &wait)
 {
     QTimer poll;
     int taken = 0;
-    QElapsedTimer sinceLast;
-    sinceLast.start();
+    int ticks = 0; // since the last sweep
     QObject::connect(&poll, &QTimer::timeout, &wait, [&] {
-        if (m_taken != taken)
-            sinceLast.start();
+        letStop();
+        ticks = m_taken == taken ? ticks + 1 : 0;
         taken = m_taken;
-        if (interruption() != 0 || sinceLast.elapsed() > kSweepTimeoutMs)
+        if (interruption() != 0 || ticks > kSweepTimeoutMs / kPollMs)
             wait.quit();
     });
-    poll.start(kInterruptionPollMs);
+    poll.start(kPollMs);
     // What has happened already has nobody to wake.
     if (m_failure == kDone)
         wait.exec();

@@ -34,6 +34,7 @@ public:
     // Fills the table. kDone, or what went wrong, with sentence() for the user.
     ExitCode run();
     QString sentence() const { return m_sentence; }
+    QString settingsFile() const { return m_settingsFile; }
 
     Configuration &configuration() { return m_configuration; }
     const WindowSettings &window() const { return m_window; }
@@ -43,7 +44,6 @@ public:
 
 private:
     void loadSettings();
-    void loadFrom(const QString &copy);
     void applyScale();
     void applyRange();
     void checkLimit(const char *option, const std::optional<std::int32_t> &hertz);

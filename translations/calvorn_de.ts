@@ -2,6 +2,21 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de" sourcelanguage="en">
 <context>
+    <name>BoundedFile</name>
+    <message>
+        <source>it is not a file</source>
+        <translation>es ist keine Datei</translation>
+    </message>
+    <message>
+        <source>it is larger than %1 MB</source>
+        <translation>sie ist größer als %1 MB</translation>
+    </message>
+    <message>
+        <source>it changed while it was read</source>
+        <translation>sie hat sich beim Lesen geändert</translation>
+    </message>
+</context>
+<context>
     <name>ChipLimits</name>
     <message>
         <source>The %1 takes a system clock of at most %2 Hz.</source>
@@ -281,6 +296,32 @@
     </message>
 </context>
 <context>
+    <name>Profile</name>
+    <message>
+        <source>it is not there</source>
+        <translation>es gibt sie nicht</translation>
+    </message>
+    <message>
+        <source>it is no text in UTF-8</source>
+        <translation>sie ist kein Text in UTF-8</translation>
+    </message>
+    <message>
+        <source>its lines end in a way that is not supported (CR alone)</source>
+        <translation>ihre Zeilen enden auf eine Art, die nicht unterstützt wird (nur CR)</translation>
+    </message>
+    <message>
+        <source>it holds no settings</source>
+        <translation>sie enthält keine Einstellungen</translation>
+    </message>
+</context>
+<context>
+    <name>ProgramLock</name>
+    <message>
+        <source>It is process %1 of the user %2.</source>
+        <translation>Es ist der Prozess %1 des Benutzers %2.</translation>
+    </message>
+</context>
+<context>
     <name>RuntimeError</name>
     <message>
         <source>Overflow</source>
@@ -359,10 +400,6 @@
 <context>
     <name>SingleSweep</name>
     <message>
-        <source>The settings file %1 cannot be read.</source>
-        <translation>Die Einstellungsdatei %1 lässt sich nicht lesen.</translation>
-    </message>
-    <message>
         <source>%1 names a device that is not supported.</source>
         <translation>%1 nennt einen Baustein, der nicht unterstützt wird.</translation>
     </message>
@@ -409,6 +446,10 @@
     <message>
         <source>parallel port %1</source>
         <translation>Parallelport %1</translation>
+    </message>
+    <message>
+        <source>The settings file %1 cannot be read: %2.</source>
+        <translation>Die Datei mit den Einstellungen %1 kann nicht gelesen werden: %2.</translation>
     </message>
 </context>
 <context>
@@ -536,10 +577,6 @@
         <translation>So viele Durchläufe machen und den letzten behalten; ohne Angabe 1.</translation>
     </message>
     <message>
-        <source>Write the sweep as CSV.</source>
-        <translation>Durchlauf als CSV schreiben.</translation>
-    </message>
-    <message>
         <source>Write the curve as PNG or SVG.</source>
         <translation>Kurve als PNG oder SVG schreiben.</translation>
     </message>
@@ -554,6 +591,22 @@
     <message>
         <source>--%1 takes one of %2, not &quot;%3&quot;.</source>
         <translation>--%1 nimmt einen der Werte %2, nicht „%3“.</translation>
+    </message>
+    <message>
+        <source>Write the sweep as CSV; - is standard output.</source>
+        <translation>Schreibt den Sweep als CSV; - ist die Standardausgabe.</translation>
+    </message>
+    <message>
+        <source>--output and --picture name the same file.</source>
+        <translation>--output und --picture nennen dieselbe Datei.</translation>
+    </message>
+    <message>
+        <source>--%1 names the settings file.</source>
+        <translation>--%1 nennt die Datei mit den Einstellungen.</translation>
+    </message>
+    <message>
+        <source>standard output</source>
+        <translation>Standardausgabe</translation>
     </message>
 </context>
 <context>
@@ -585,6 +638,17 @@
     <message>
         <source>The acquisition server did not answer and was ended.</source>
         <translation>Der Messserver hat nicht geantwortet und wurde beendet.</translation>
+    </message>
+    <message>
+        <source>The acquisition server sent events without end and was ended.</source>
+        <translation>Der Messserver sandte Ereignisse ohne Ende und wurde beendet.</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::AcquisitionServer</name>
+    <message>
+        <source>no socket can be made in %1: %2</source>
+        <translation>in %1 kann kein Socket angelegt werden: %2</translation>
     </message>
 </context>
 <context>
@@ -1423,6 +1487,10 @@
         <source>The settings could not be saved in %1</source>
         <translation>Die Einstellungen ließen sich nicht in %1 speichern</translation>
     </message>
+    <message>
+        <source>The settings file %1 is not used: %2.</source>
+        <translation>Die Datei mit den Einstellungen %1 wird nicht verwendet: %2.</translation>
+    </message>
 </context>
 <context>
     <name>calvorn::HelpBrowser</name>
@@ -2135,6 +2203,10 @@
     <message>
         <source>%1 could not be started (%2)</source>
         <translation>%1 ließ sich nicht starten (%2)</translation>
+    </message>
+    <message>
+        <source>it has ended</source>
+        <translation>er hat sich beendet</translation>
     </message>
 </context>
 <context>

@@ -2,6 +2,21 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="it" sourcelanguage="en">
 <context>
+    <name>BoundedFile</name>
+    <message>
+        <source>it is not a file</source>
+        <translation>non è un file</translation>
+    </message>
+    <message>
+        <source>it is larger than %1 MB</source>
+        <translation>supera i %1 MB</translation>
+    </message>
+    <message>
+        <source>it changed while it was read</source>
+        <translation>è cambiato durante la lettura</translation>
+    </message>
+</context>
+<context>
     <name>ChipLimits</name>
     <message>
         <source>The %1 takes a system clock of at most %2 Hz.</source>
@@ -281,6 +296,32 @@
     </message>
 </context>
 <context>
+    <name>Profile</name>
+    <message>
+        <source>it is not there</source>
+        <translation>non esiste</translation>
+    </message>
+    <message>
+        <source>it is no text in UTF-8</source>
+        <translation>non è un testo in UTF-8</translation>
+    </message>
+    <message>
+        <source>its lines end in a way that is not supported (CR alone)</source>
+        <translation>le sue righe finiscono in un modo non previsto (solo CR)</translation>
+    </message>
+    <message>
+        <source>it holds no settings</source>
+        <translation>non contiene impostazioni</translation>
+    </message>
+</context>
+<context>
+    <name>ProgramLock</name>
+    <message>
+        <source>It is process %1 of the user %2.</source>
+        <translation>È il processo %1 dell&apos;utente %2.</translation>
+    </message>
+</context>
+<context>
     <name>RuntimeError</name>
     <message>
         <source>Overflow</source>
@@ -359,10 +400,6 @@
 <context>
     <name>SingleSweep</name>
     <message>
-        <source>The settings file %1 cannot be read.</source>
-        <translation>Il file di impostazioni %1 non si può leggere.</translation>
-    </message>
-    <message>
         <source>%1 names a device that is not supported.</source>
         <translation>%1 nomina un dispositivo non supportato.</translation>
     </message>
@@ -409,6 +446,10 @@
     <message>
         <source>parallel port %1</source>
         <translation>porta parallela %1</translation>
+    </message>
+    <message>
+        <source>The settings file %1 cannot be read: %2.</source>
+        <translation>Non è possibile leggere il file delle impostazioni %1: %2.</translation>
     </message>
 </context>
 <context>
@@ -536,10 +577,6 @@
         <translation>Esegue questo numero di sweep e tiene l&apos;ultimo; 1 se manca.</translation>
     </message>
     <message>
-        <source>Write the sweep as CSV.</source>
-        <translation>Scrive lo sweep come CSV.</translation>
-    </message>
-    <message>
         <source>Write the curve as PNG or SVG.</source>
         <translation>Scrive la curva come PNG o SVG.</translation>
     </message>
@@ -554,6 +591,22 @@
     <message>
         <source>--%1 takes one of %2, not &quot;%3&quot;.</source>
         <translation>--%1 accetta uno tra %2, non «%3».</translation>
+    </message>
+    <message>
+        <source>Write the sweep as CSV; - is standard output.</source>
+        <translation>Scrive lo sweep come CSV; - è lo standard output.</translation>
+    </message>
+    <message>
+        <source>--output and --picture name the same file.</source>
+        <translation>--output e --picture indicano lo stesso file.</translation>
+    </message>
+    <message>
+        <source>--%1 names the settings file.</source>
+        <translation>--%1 indica il file delle impostazioni.</translation>
+    </message>
+    <message>
+        <source>standard output</source>
+        <translation>standard output</translation>
     </message>
 </context>
 <context>
@@ -585,6 +638,17 @@
     <message>
         <source>The acquisition server did not answer and was ended.</source>
         <translation>Il server di acquisizione non ha risposto ed è stato terminato.</translation>
+    </message>
+    <message>
+        <source>The acquisition server sent events without end and was ended.</source>
+        <translation>Il server di acquisizione inviava eventi senza fine ed è stato terminato.</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::AcquisitionServer</name>
+    <message>
+        <source>no socket can be made in %1: %2</source>
+        <translation>non è possibile creare un socket in %1: %2</translation>
     </message>
 </context>
 <context>
@@ -1423,6 +1487,10 @@
         <source>The settings could not be saved in %1</source>
         <translation>Le impostazioni non sono state salvate in %1</translation>
     </message>
+    <message>
+        <source>The settings file %1 is not used: %2.</source>
+        <translation>Il file delle impostazioni %1 non viene usato: %2.</translation>
+    </message>
 </context>
 <context>
     <name>calvorn::HelpBrowser</name>
@@ -2135,6 +2203,10 @@
     <message>
         <source>%1 could not be started (%2)</source>
         <translation>non è stato possibile avviare %1 (%2)</translation>
+    </message>
+    <message>
+        <source>it has ended</source>
+        <translation>è terminato</translation>
     </message>
 </context>
 <context>

@@ -1,68 +1,71 @@
 // SPDX-License-Identifier: MIT
 #include "server/links/termination_watch.h"
 
-#include <QSocketNotifier>
+#include "platform/process_guard.h"
 
 #include <array>
 #include <cerrno>
-#include <csignal>
-#include <sys/signalfd.h>
+#include <cstdint>
+#include <poll.h>
+#include <sys/eventfd.h>
 #include <unistd.h>
 
 namespace calvorn {
 
 namespace {
 
-sigset_t terminationSignals()
+constexpr int kForEver = -1;
+constexpr int kEndedByWatch = 1;
+
+// What waits on standard input is thrown away: only its end counts.
+bool isAtEnd()
 {
-    sigset_t set;
-    sigemptyset(&set);
-    sigaddset(&set, SIGTERM);
-    sigaddset(&set, SIGINT);
-    sigaddset(&set, SIGHUP);
-    return set;
+    std::array<char, 256> unused{};
+    const ssize_t got = read(STDIN_FILENO, unused.data(), unused.size());
+    return got == 0 || (got < 0 && errno != EAGAIN && errno != EINTR);
 }
 
 } // namespace
 
-void blockTerminationSignals()
-{
-    const sigset_t set = terminationSignals();
-    pthread_sigmask(SIG_BLOCK, &set, nullptr);
-    std::signal(SIGPIPE, SIG_IGN);
-}
-
 TerminationWatch::TerminationWatch(QObject *parent)
     : QObject(parent)
+    , m_signals(terminationSignals())
+    , m_done(eventfd(0, EFD_CLOEXEC))
+    , m_thread(QThread::create([this] { watch(); }))
 {
-    const sigset_t set = terminationSignals();
-    m_signals = signalfd(-1, &set, SFD_CLOEXEC | SFD_NONBLOCK);
-    if (m_signals >= 0) {
-        auto *notifier = new QSocketNotifier(m_signals, QSocketNotifier::Read, this);
-        connect(notifier, &QSocketNotifier::activated, this, [this, notifier] {
-            notifier->setEnabled(false);
-            emit asked();
-        });
-    }
-    m_standardInput = new QSocketNotifier(STDIN_FILENO, QSocketNotifier::Read, this);
-    connect(m_standardInput, &QSocketNotifier::activated, this, &TerminationWatch::readStandardInput);
+    connect(&m_asked, &WakeUp::knocked, this, &TerminationWatch::asked);
+    m_thread->start();
 }
 
 TerminationWatch::~TerminationWatch()
 {
-    if (m_signals >= 0)
-        close(m_signals);
+    const std::uint64_t one = 1;
+    [[maybe_unused]] const ssize_t written = write(m_done, &one, sizeof one);
+    m_thread->wait();
+    for (const int descriptor : {m_signals, m_done})
+        if (descriptor >= 0)
+            close(descriptor);
 }
 
-void TerminationWatch::readStandardInput()
+void TerminationWatch::watch() const
 {
-    // Nothing is expected here; what comes is thrown away, only the end counts.
-    std::array<char, 256> unused{};
-    const ssize_t got = read(STDIN_FILENO, unused.data(), unused.size());
-    if (got > 0 || (got < 0 && (errno == EAGAIN || errno == EINTR)))
-        return;
-    m_standardInput->setEnabled(false);
-    emit asked();
+    wakeWithParent();
+    // A negative descriptor is passed over.
+    std::array<pollfd, 3> watched{{{m_done, POLLIN, 0}, {m_signals, POLLIN, 0}, {STDIN_FILENO, POLLIN, 0}}};
+    pollfd &done = watched[0];
+    bool asked = false;
+    while (!asked) {
+        if (poll(watched.data(), watched.size(), kForEver) < 0)
+            continue;
+        if (done.revents != 0)
+            return;
+        asked = watched[1].revents != 0 || (watched[2].revents != 0 && isAtEnd());
+    }
+    m_asked.knock();
+    while (poll(&done, 1, kLatestEndMs) < 0) {
+    }
+    if (done.revents == 0)
+        _exit(kEndedByWatch);
 }
 
 } // namespace calvorn

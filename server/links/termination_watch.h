@@ -1,35 +1,43 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QObject>
+#include "server/links/wake_up.h"
 
-class QSocketNotifier;
+#include <QObject>
+#include <QThread>
+
+#include <memory>
 
 namespace calvorn {
 
-// Tells when this process is asked to end: standard input at its end (whoever started us is gone), or SIGTERM,
-// SIGINT or SIGHUP. One object for a process; blockTerminationSignals() must have run before.
+// Tells when this process is asked to end: standard input at its end (whoever started us is gone), or SIGTERM, SIGINT
+// or SIGHUP. One object for a process; blockTerminationSignals() must have run before.
+//
+// It looks in a thread of its own, so that a server that waits for its hardware notices, too. Whoever is asked has
+// kLatestEndMs to end; a process that still lives then hangs in an access to its hardware, and is ended as it is.
 class TerminationWatch : public QObject
 {
     Q_OBJECT
 
 public:
+    static constexpr int kLatestEndMs = 10'000;
+
     explicit TerminationWatch(QObject *parent = nullptr);
     ~TerminationWatch() override;
+
+    // False where the system has no thread left.
+    bool isWatching() const { return m_thread->isRunning(); }
 
 signals:
     void asked();
 
 private:
-    void readStandardInput();
+    void watch() const; // in the thread
 
+    WakeUp m_asked;
     int m_signals = -1;
-    QSocketNotifier *m_standardInput = nullptr;
+    int m_done = -1; // readable when the watch is no longer needed
+    std::unique_ptr<QThread> m_thread;
 };
-
-// To be called in main() before the first thread starts: every thread inherits the mask, and the signals wait in
-// the watch's descriptor (signalfd(2)) in place of killing the process. SIGPIPE is ignored: a vanished reader is
-// seen as a failed write.
-void blockTerminationSignals();
 
 } // namespace calvorn

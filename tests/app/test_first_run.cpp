@@ -326,7 +326,9 @@ void TestFirstRun::aFolderInPlaceOfTheFileDoesNotPreventAStart()
     test::dismissNextDialog();
     started.open();
     QVERIFY(started.started);
-    QCOMPARE(started.desktop.boxes.size(), 0);
+    QCOMPARE(started.desktop.boxes.size(), 1);
+    QCOMPARE(started.desktop.lastText(),
+             QStringLiteral("The settings file %1 is not used: it is not a file.").arg(started.folder.iniPath()));
     QVERIFY(started.window->close());
     QVERIFY(QDir(started.folder.iniPath() + QStringLiteral("/mine")).exists());
 }

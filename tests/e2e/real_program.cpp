@@ -11,9 +11,13 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include <unistd.h>
+
 namespace calvorn::test {
 
 namespace {
+
+constexpr int kStartMs = 20'000; // on a loaded machine
 
 bool isCurve(QRgb colour)
 {
@@ -90,12 +94,14 @@ bool RealProgram::start(const QStringList &environment, const QString &titlePatt
 {
     m_process = std::make_unique<QProcess>();
     m_process->setProcessChannelMode(QProcess::ForwardedChannels);
+    // A group of its own, as a shell gives to what it starts.
+    m_process->setChildProcessModifier([] { setpgid(0, 0); });
     QStringList variables = QProcess::systemEnvironment() + environment;
     m_process->setEnvironment(variables);
     // The dialogs that ask for a file begin here.
     m_process->setWorkingDirectory(m_folder.path());
     m_process->start(m_command, m_arguments);
-    m_window = waitForWindow(titlePattern);
+    m_window = waitForWindow(titlePattern, kStartMs);
     if (m_window.isEmpty())
         return false;
     activate(m_window);

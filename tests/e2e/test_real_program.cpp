@@ -3,11 +3,13 @@
 #include "tests/support/program_folder.h"
 
 #include <QDateTime>
+#include <QFile>
 #include <QFileInfo>
 #include <QTest>
 
 #include <cmath>
 #include <csignal>
+#include <sys/stat.h>
 
 using namespace calvorn::test;
 
@@ -33,6 +35,9 @@ private slots:
     void noServerSurvivesItsProgram();
     void aReadOnlyFolderDoesNotStopIt();
     void oneSweepWithoutAWindow();
+    void aStopIsNoTimeOut();
+    void aSettingsFileThatIsNoneIsTold_data();
+    void aSettingsFileThatIsNoneIsTold();
 };
 
 void TestRealProgram::sweepsShowsAndComesUpAsItWasLeft()
@@ -179,6 +184,62 @@ void TestRealProgram::oneSweepWithoutAWindow()
     QVERIFY(picture.width() >= 600);
     QVERIFY(curvePixels(picture) > kCurve);
     QTRY_COMPARE(program.serversRunning(), 0);
+}
+
+// Ctrl+Z and fg: longer than a call may take, and than a sweeping server may be silent.
+void TestRealProgram::aStopIsNoTimeOut()
+{
+    RealProgram program(ProgramFolder::preparedSettings());
+    QVERIFY(program.start());
+    const int before = highestCurveRow(program.screenshot());
+    program.keys({QStringLiteral("F5")});
+    QTRY_VERIFY_WITH_TIMEOUT(highestCurveRow(program.screenshot()) < before - 100, 5000);
+    const auto process = static_cast<pid_t>(program.pid());
+    const auto isStopped = [process] {
+        QFile status(QStringLiteral("/proc/%1/stat").arg(process));
+        return status.open(QIODevice::ReadOnly) && status.readAll().contains(") T ");
+    };
+    QCOMPARE(kill(-process, SIGTSTP), 0);
+    QTRY_VERIFY(isStopped());
+    QTest::qWait(8000);
+    QVERIFY(isStopped());
+    QCOMPARE(kill(-process, SIGCONT), 0);
+    QVERIFY(program.waitForWindow(QStringLiteral("^Brenik - Calvorn  v2.0$"), 4000).isEmpty());
+    QCOMPARE(program.serversRunning(), 1);
+    program.keys({QStringLiteral("F5"), QStringLiteral("ctrl+q")});
+    QVERIFY(program.waitForEnd());
+    QCOMPARE(program.exitCode(), 0);
+}
+
+void TestRealProgram::aSettingsFileThatIsNoneIsTold_data()
+{
+    QTest::addColumn<bool>("isPipe");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("a pipe") << true << QStringLiteral("it is not a file");
+    QTest::newRow("3 GB") << false << QStringLiteral("it is larger than 16 MB");
+}
+
+// The window goes on with the configuration, as without settings; a signal ends it from there.
+void TestRealProgram::aSettingsFileThatIsNoneIsTold()
+{
+    QFETCH(bool, isPipe);
+    QFETCH(QString, reason);
+    RealProgram program(ProgramFolder::preparedSettings());
+    const QString path = program.folder() + QStringLiteral("/Calvorn.ini");
+    if (isPipe)
+        QVERIFY(QFile::remove(path) && mkfifo(QFile::encodeName(path).constData(), 0600) == 0);
+    else
+        QVERIFY(QFile::resize(path, qint64(3) << 30));
+    QVERIFY(program.start({}, QStringLiteral("^Brenik - Calvorn  v2.0$")));
+    const QString box = program.waitForBox();
+    QCOMPARE(program.lineOfBox(box), QStringLiteral("The settings file %1 is not used: %2.").arg(path, reason));
+    program.keys({QStringLiteral("Return")});
+    QVERIFY(!program.waitForWindow(QStringLiteral("^Configuration$")).isEmpty());
+    QCOMPARE(kill(static_cast<pid_t>(program.pid()), SIGTERM), 0);
+    QVERIFY(program.waitForEnd());
+    QCOMPARE(program.exitCode(), 0);
+    QCOMPARE(program.serversRunning(), 0);
+    QCOMPARE(QFileInfo(path).isFile(), !isPipe);
 }
 
 QTEST_MAIN(TestRealProgram)

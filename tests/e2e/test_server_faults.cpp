@@ -1,13 +1,17 @@
 // SPDX-License-Identifier: MIT
 // What stands in the place of the server is no server, or the settings cannot be kept: the window says so and lives.
+#include "tests/support/fake_server_control.h"
 #include "tests/support/window_bench.h"
 
+#include <QElapsedTimer>
 #include <QListWidget>
 
 using namespace calvorn;
 using calvorn::test::WindowBench;
 
 namespace {
+
+const QByteArray kSettings = test::ProgramFolder::preparedSettings().replace("Log=0", "Log=1");
 
 // The window in a folder where this shell script stands for the server.
 struct ScriptBench
@@ -46,6 +50,9 @@ private slots:
     void noServerThere();
     void aServerThatNeverSpeaksIsGivenUp();
     void settingsThatCannotBeSavedAreLogged();
+    void aLongTextIsCut();
+    void aFloodEndsWithItsServer_data();
+    void aFloodEndsWithItsServer();
 };
 
 void TestServerFaults::noServerThere_data()
@@ -53,6 +60,9 @@ void TestServerFaults::noServerThere_data()
     QTest::addColumn<QByteArray>("script");
     QTest::addColumn<QString>("reason");
     QTest::newRow("ends at once") << QByteArray("exit 1\n") << QStringLiteral("CalvornAsync could not be started (");
+    QTest::newRow("has no folder") << QByteArray("echo '! no socket can be made in /x: why'\nexit 1\n")
+                                   << QStringLiteral(
+                                          "CalvornAsync could not be started (no socket can be made in /x: why)");
     QTest::newRow("talks nonsense") << QByteArray("echo nonsense\nexec cat >/dev/null\n")
                                     << QStringLiteral("no connection to it (");
 }
@@ -89,6 +99,69 @@ void TestServerFaults::settingsThatCannotBeSavedAreLogged()
     QVERIFY(QFile::remove(path) && QDir().mkdir(path));
     QVERIFY(bench.window.window->close());
     QVERIFY(bench.logs(QStringLiteral("The settings could not be saved in ") + path));
+}
+
+// Five megabytes in one error.
+void TestServerFaults::aLongTextIsCut()
+{
+    const test::FakeServerControl control;
+    control.setRules({QStringLiteral("shout 5000")});
+    WindowBench window(test::FakeServerControl::program(), kSettings);
+    QElapsedTimer clock;
+    clock.start();
+    window.click("cmdStart");
+    QTRY_COMPARE(window.desktop.boxes.size(), 1);
+    QVERIFY2(clock.elapsed() < 5'000, qPrintable(QString::number(clock.elapsed())));
+    QCOMPARE(window.desktop.lastText(), QString(1'000, u'x') + u'…');
+    const auto *log = window.find<QListWidget>("lstLOG");
+    for (int line = 0; line < log->count(); ++line)
+        QVERIFY(log->item(line)->text().size() < 1'100);
+}
+
+void TestServerFaults::aFloodEndsWithItsServer_data()
+{
+    QTest::addColumn<QByteArray>("interface");
+    QTest::addColumn<QString>("event");
+    QTest::addColumn<QString>("told");
+    const QString flood = QStringLiteral("The acquisition server sent events without end and was ended.");
+    const auto row = [](const QByteArray &interface, const char *event, const QString &told) {
+        QTest::addRow("%s, %s", event, interface.constData()) << interface << QString::fromLatin1(event) << told;
+    };
+    for (const char *interface : {"1", "2", "3"})
+        for (const char *event : {"aComplete", "aErrore", "aVettore"})
+            // The generator of the parallel port is parked at the first end, and the server does not hear of it.
+            row(interface, event,
+                qstrcmp(interface, "2") == 0 && qstrcmp(event, "aComplete") == 0
+                    ? QStringLiteral("it did not answer in time and was ended")
+                    : flood);
+}
+
+// The window is deaf for some seconds at most, says so, and works with the next server.
+void TestServerFaults::aFloodEndsWithItsServer()
+{
+    QFETCH(QByteArray, interface);
+    QFETCH(QString, event);
+    QFETCH(QString, told);
+    const test::FakeServerControl control;
+    control.setRules({QStringLiteral("spout ") + event});
+    QByteArray settings = kSettings;
+    WindowBench window(test::FakeServerControl::program(), settings.replace("Interface=2", "Interface=" + interface));
+    QElapsedTimer clock;
+    clock.start();
+    window.click("cmdStart");
+    const auto isTold = [&] {
+        return std::any_of(window.desktop.boxes.begin(), window.desktop.boxes.end(),
+                           [&](const auto &box) { return box.text.contains(told); });
+    };
+    QTRY_VERIFY_WITH_TIMEOUT(isTold(), 20'000);
+    QVERIFY2(clock.elapsed() < 15'000, qPrintable(QString::number(clock.elapsed())));
+    QTRY_VERIFY(window.isShown("cmdStart"));
+    control.setRules({QStringLiteral("vectors 1"), QStringLiteral("complete")});
+    window.click("cmdStart");
+    // A MiniVNA counts the other way round.
+    const QString last = interface == "3" ? QStringLiteral("625") : QStringLiteral("399");
+    QTRY_COMPARE(window.table()->text(400, SweepTable::SampleColumn), last);
+    QTRY_VERIFY(window.isShown("cmdStart"));
 }
 
 QTEST_MAIN(TestServerFaults)

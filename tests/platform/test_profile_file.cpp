@@ -10,7 +10,9 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <atomic>
 #include <sys/stat.h>
+#include <thread>
 
 using namespace calvorn;
 
@@ -46,6 +48,13 @@ private:
         return writeProfileString(path(), QString::fromLatin1(section), QString::fromLatin1(key), text);
     }
 
+    bool clear(const char *section) const
+    {
+        Profile profile(path());
+        profile.clear(QString::fromLatin1(section));
+        return profile.save();
+    }
+
 private slots:
     void init() { QFile::remove(path()); }
 
@@ -67,6 +76,12 @@ private slots:
     void aFailedWriteLeavesTheOldFile();
     void aFileThatCannotBeReadIsNotReplaced();
     void writesSeveralAtOnce();
+    void aPipeIsNotWaitedFor();
+    void aHugeFileIsNotRead();
+    void aFileThatChangesIsRefused();
+    void doubts_data();
+    void doubts();
+    void aSnapshotIsReadOnce();
 };
 
 void TestProfileFile::readsValues_data()
@@ -181,13 +196,13 @@ void TestProfileFile::lineBreaksCannotSmuggleLines()
 void TestProfileFile::clearsOnlyTheKeysOfOneSection()
 {
     write("[a]\r\nb=1\r\n[Attenuator]\r\n; note\r\nx=1\r\ny=2\r\n\r\n[c]\r\nd=1\r\n");
-    QVERIFY(clearProfileSection(path(), QStringLiteral("attenuator")));
+    QVERIFY(clear("attenuator"));
     QCOMPARE(content(), QByteArray("[a]\r\nb=1\r\n[Attenuator]\r\n; note\r\n\r\n[c]\r\nd=1\r\n"));
 }
 
 void TestProfileFile::clearingAnAbsentSectionTouchesNothing()
 {
-    QVERIFY(clearProfileSection(path(), QStringLiteral("Attenuator")));
+    QVERIFY(clear("Attenuator"));
     QVERIFY(!QFile::exists(path()));
 }
 
@@ -256,6 +271,92 @@ void TestProfileFile::whatIsNoFileIsNotReplaced()
     QVERIFY(QFile::remove(path()) && QDir().mkdir(path()));
     QVERIFY(!put("Config", "Interface", QStringLiteral("2")));
     QVERIFY(QDir().rmdir(path()));
+}
+
+void TestProfileFile::aPipeIsNotWaitedFor()
+{
+    QCOMPARE(mkfifo(QFile::encodeName(path()).constData(), 0600), 0);
+    const Profile profile(path());
+    QVERIFY(profile.isRefused());
+    QCOMPARE(profile.reason(), QStringLiteral("it is not a file"));
+    QVERIFY(!put("a", "b", QStringLiteral("1")));
+}
+
+// 3 GB, of which nothing is on the disk.
+void TestProfileFile::aHugeFileIsNotRead()
+{
+    write("[a]\r\nb=1\r\n");
+    const qint64 size = qint64(3) << 30;
+    QVERIFY(QFile::resize(path(), size));
+    const Profile profile(path());
+    QCOMPARE(profile.reason(), QStringLiteral("it is larger than 16 MB"));
+    QCOMPARE(profile.value(QStringLiteral("a"), QStringLiteral("b")), QString());
+    QVERIFY(!put("a", "b", QStringLiteral("2")));
+    QCOMPARE(QFileInfo(path()).size(), size);
+}
+
+void TestProfileFile::aFileThatChangesIsRefused()
+{
+    write("[a]\r\nb=1\r\n" + QByteArray(8 << 20, ';'));
+    std::atomic<bool> done = false;
+    std::thread writer([&] {
+        QFile file(path());
+        if (file.open(QIODevice::Append | QIODevice::Unbuffered))
+            while (!done)
+                file.write(";");
+    });
+    bool seen = false;
+    for (int attempt = 0; attempt < 1000 && !seen; ++attempt)
+        seen = Profile(path()).reason() == u"it changed while it was read";
+    done = true;
+    writer.join();
+    QVERIFY(seen);
+    QVERIFY(!Profile(path()).isRefused());
+}
+
+void TestProfileFile::doubts_data()
+{
+    QTest::addColumn<QByteArray>("file");
+    QTest::addColumn<QString>("doubt");
+    const auto row = [](const char *name, const QByteArray &file, const char *doubt) {
+        QTest::newRow(name) << file << QString::fromLatin1(doubt);
+    };
+    row("settings", "[Config]\nInterface=2\n", "");
+    row("with the mark of UTF-8", "\xEF\xBB\xBF[Config]\r\nInterface=2\r\n", "");
+    row("without a last line end", "[Config]\nInterface=2", "");
+    row("empty", "", "it holds no settings");
+    row("comments only", "; nothing\n\n", "it holds no settings");
+    row("keys without values", "[Config]\nInterface=\n", "it holds no settings");
+    row("UTF-16", QByteArray("\xFF\xFE[\0C\0]\0\n\0", 10), "it is no text in UTF-8");
+    row("UTF-16, the other way round", QByteArray("\xFE\xFF\0[\0C\0]", 8), "it is no text in UTF-8");
+    row("UTF-16 without a mark", QByteArray("[\0C\0]\0\n\0", 8), "it is no text in UTF-8");
+    row("CR alone", "[Config]\rInterface=2\r", "its lines end in a way that is not supported (CR alone)");
+}
+
+void TestProfileFile::doubts()
+{
+    QFETCH(QByteArray, file);
+    QFETCH(QString, doubt);
+    write(file);
+    const Profile profile(path());
+    QVERIFY(!profile.isRefused());
+    QCOMPARE(profile.doubt(), doubt);
+    QVERIFY(QFile::remove(path()));
+    QCOMPARE(Profile(path()).doubt(), QStringLiteral("it is not there"));
+    QVERIFY(!Profile(path()).isRefused());
+}
+
+void TestProfileFile::aSnapshotIsReadOnce()
+{
+    write("[a]\nb=1\n");
+    Profile profile(path());
+    write("[a]\nb=2\n");
+    QCOMPARE(profile.value(QStringLiteral("a"), QStringLiteral("b")), QStringLiteral("1"));
+    QVERIFY(profile.save());
+    QCOMPARE(value("a", "b"), QStringLiteral("2"));
+    profile.set({QStringLiteral("a"), QStringLiteral("c"), QStringLiteral("3")});
+    QVERIFY(profile.save());
+    QCOMPARE(content(), QByteArray("[a]\nb=1\nc=3\n"));
 }
 
 QTEST_APPLESS_MAIN(TestProfileFile)

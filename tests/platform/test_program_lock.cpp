@@ -1,12 +1,32 @@
 // SPDX-License-Identifier: MIT
 #include "platform/program_lock.h"
 
+#include "tests/support/other_user.h"
+
+#include <QDir>
 #include <QTemporaryDir>
 #include <QTest>
 
 #include <memory>
+#include <sys/stat.h>
 
 using namespace calvorn;
+
+namespace {
+
+const QString kFile = QStringLiteral(".Calvorn.lock");
+
+QStringList filesIn(const QTemporaryDir &folder)
+{
+    return QDir(folder.path()).entryList(QDir::Files | QDir::Hidden);
+}
+
+void setMode(const QString &path, mode_t mode)
+{
+    QCOMPARE(chmod(QFile::encodeName(path).constData(), mode), 0);
+}
+
+} // namespace
 
 class TestProgramLock : public QObject
 {
@@ -19,7 +39,9 @@ private slots:
         QTemporaryDir other;
         auto first = std::make_unique<ProgramLock>(folder.path());
         QVERIFY(first->isOurs());
-        QVERIFY(!ProgramLock(folder.path()).isOurs());
+        const ProgramLock second(folder.path());
+        QVERIFY(!second.isOurs());
+        QCOMPARE(second.holder(), QString());
         // The same folder by another name is the same folder.
         QVERIFY(!ProgramLock(folder.path() + QStringLiteral("/../") + QDir(folder.path()).dirName()).isOurs());
         QVERIFY(ProgramLock(other.path()).isOurs());
@@ -27,11 +49,67 @@ private slots:
         QVERIFY(ProgramLock(folder.path()).isOurs());
     }
 
-    void nothingIsWritten()
+    void nothingIsLeft()
     {
-        QTemporaryDir folder;
+        const QTemporaryDir folder;
+        {
+            const ProgramLock lock(folder.path());
+            QCOMPARE(filesIn(folder), QStringList(kFile));
+            // One that is refused leaves the file alone.
+            QVERIFY(!ProgramLock(folder.path()).isOurs());
+            QCOMPARE(filesIn(folder), QStringList(kFile));
+        }
+        QCOMPARE(filesIn(folder), QStringList());
+    }
+
+    // As by an instance that was killed.
+    void aFileThatNobodyHoldsIsTaken()
+    {
+        const QTemporaryDir folder;
+        QFile left(folder.filePath(kFile));
+        QVERIFY(left.open(QIODevice::WriteOnly));
+        left.close();
         const ProgramLock lock(folder.path());
-        QVERIFY(QDir(folder.path()).isEmpty());
+        QVERIFY(lock.isOurs());
+        QVERIFY(!ProgramLock(folder.path()).isOurs());
+    }
+
+    void aFolderThatIsNotThereCountsAsOurs()
+    {
+        const QTemporaryDir folder;
+        QVERIFY(ProgramLock(folder.path() + QStringLiteral("/missing")).isOurs());
+    }
+
+    // By a lock on the folder, which everybody can open, or on the file.
+    void anotherUserCannotKeepTheOwnerOut()
+    {
+        if (!test::isRoot())
+            return;
+        const QTemporaryDir folder;
+        setMode(folder.path(), 0755);
+        const test::ForeignLock other(folder.path(), O_RDONLY | O_DIRECTORY, LOCK_SH);
+        QVERIFY(other.holds());
+        const ProgramLock lock(folder.path());
+        QVERIFY(lock.isOurs());
+        for (const int mode : {O_RDONLY, O_RDWR})
+            QVERIFY(!test::ForeignLock(folder.filePath(kFile), mode, LOCK_SH).holds());
+    }
+
+    // In a folder that both can write, the second one is told who the first one is; what a killed one left is removed.
+    void anotherUserIsNamed()
+    {
+        if (!test::isRoot())
+            return;
+        const QTemporaryDir folder;
+        setMode(folder.path(), 0777);
+        {
+            const test::ForeignLock other(folder.filePath(kFile), O_RDWR | O_CREAT, LOCK_EX);
+            QVERIFY(other.holds());
+            const ProgramLock lock(folder.path());
+            QVERIFY(!lock.isOurs());
+            QCOMPARE(lock.holder(), QStringLiteral("It is process %1 of the user nobody.").arg(other.process()));
+        }
+        QVERIFY(ProgramLock(folder.path()).isOurs());
     }
 };
 

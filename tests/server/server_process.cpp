@@ -6,8 +6,10 @@
 
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QDBusPendingCall>
 #include <QDBusReply>
 #include <QDir>
+#include <QDirIterator>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
@@ -16,6 +18,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <algorithm>
 #include <csignal>
 #include <functional>
 #include <memory>
@@ -39,15 +42,21 @@ public:
                        "[Simulator]\r\nPace=none\r\nDevice=bandpass\r\n");
         // The sockets of this test go where nobody else's are.
         QDir(m_folder.path()).mkdir(QStringLiteral("run"));
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), runPath());
-        process.setProcessEnvironment(environment);
+        setRunPath(runPath());
     }
     ~Server()
     {
         leave();
         process.closeWriteChannel();
         process.waitForFinished();
+    }
+
+    void setRunPath(const QString &folder)
+    {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        for (const char *name : {"XDG_RUNTIME_DIR", "TMPDIR"})
+            environment.insert(QString::fromLatin1(name), folder);
+        process.setProcessEnvironment(environment);
     }
 
     QString path() const { return m_folder.filePath(QStringLiteral("CalvornAsync")); }
@@ -101,6 +110,15 @@ public:
         return opened.isValid() && opened.value();
     }
 
+    // Does not wait for the answer.
+    void callOpenPort(short port, const QString &settings) const
+    {
+        QDBusMessage call = QDBusMessage::createMethodCall(QString(), QStringLiteral("/aPIC"),
+                                                           QStringLiteral("calvorn.Pic"), QStringLiteral("OpenPort"));
+        call << QVariant::fromValue(port) << settings;
+        QDBusConnection(m_name).asyncCall(call);
+    }
+
     void leave()
     {
         lpt.reset();
@@ -147,6 +165,11 @@ private slots:
     void endsWhenNobodyComes();
     void endsWithAKilledParent_data();
     void endsWithAKilledParent();
+    void endsAfterABurstOfRefusedPorts();
+    void foldersOfAnyName_data();
+    void foldersOfAnyName();
+    void aFolderThatIsTooDeepIsPassedOver();
+    void noFolderIsLeftForGood();
 };
 
 void ServerProcessTest::folderIsPrivate()
@@ -351,6 +374,91 @@ void ServerProcessTest::endsWithAKilledParent()
     server.process.kill();
     QVERIFY(server.process.waitForFinished(3'000));
     QTRY_VERIFY_WITH_TIMEOUT(isGone(pid), 3'000);
+    QCOMPARE(server.socketFolders(), 0);
+}
+
+// The thread of the bus still works when the process ends.
+void ServerProcessTest::endsAfterABurstOfRefusedPorts()
+{
+    const QString settings(100'000, u'x');
+    for (int end = 0; end < 24; ++end) {
+        Server server;
+        QVERIFY(server.start());
+        QVERIFY(server.join());
+        for (int call = 0; call < 100; ++call)
+            server.callOpenPort(short{77}, settings);
+        server.process.closeWriteChannel();
+        QVERIFY(server.process.waitForFinished(5'000));
+        QCOMPARE(server.process.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(server.process.exitCode(), 0);
+        server.leave();
+    }
+}
+
+void ServerProcessTest::foldersOfAnyName_data()
+{
+    QTest::addColumn<QString>("name");
+    for (const char *name : {"a space", "caff\u00e8", "semi;colon", "a@b", "a+b", "a~b", "a%b", "100%41", "a,b", "a=b",
+                             "a:b", "a'b\"c", "a*b?"})
+        QTest::newRow(name) << QString::fromUtf8(name);
+}
+
+void ServerProcessTest::foldersOfAnyName()
+{
+    QFETCH(QString, name);
+    Server server;
+    const QString folder = server.runPath() + u'/' + name;
+    QVERIFY(QDir().mkpath(folder));
+    server.setRunPath(folder);
+    QVERIFY(server.start());
+    QDirIterator files(server.runPath(), QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot,
+                       QDirIterator::Subdirectories);
+    QString socket;
+    while (files.hasNext())
+        if (files.next().endsWith(QStringLiteral("/socket")))
+            socket = files.filePath();
+    QVERIFY2(socket.startsWith(folder + QStringLiteral("/calvorn-run-")), qPrintable(socket));
+    QVERIFY(server.join());
+    QDBusPendingReply<bool> opened = server.lpt->OpenPort(0);
+    QCOMPARE(opened.value(), true);
+    server.process.closeWriteChannel();
+    QVERIFY(server.process.waitForFinished(5'000));
+    QVERIFY(QDir(folder).isEmpty());
+}
+
+// A socket's path has room for some hundred bytes.
+void ServerProcessTest::aFolderThatIsTooDeepIsPassedOver()
+{
+    Server server;
+    const QString folder = server.runPath() + u'/' + QString(120, u'd');
+    QVERIFY(QDir().mkpath(folder));
+    server.setRunPath(folder);
+    QVERIFY(server.start());
+    QVERIFY(server.join());
+    QVERIFY(QDir(folder).isEmpty());
+}
+
+// However a server is killed while it starts, the next one clears up.
+void ServerProcessTest::noFolderIsLeftForGood()
+{
+    Server server;
+    int left = 0;
+    for (int start = 0; start < 40; ++start) {
+        server.process.start(server.path(), QStringList());
+        QVERIFY(server.process.waitForStarted());
+        if (start % 4 == 0)
+            QVERIFY(server.readAddress()); // and nobody has come
+        else
+            QTest::qSleep(2 * start);
+        server.process.kill();
+        QVERIFY(server.process.waitForFinished());
+        left = std::max(left, server.socketFolders());
+    }
+    QVERIFY(left > 0);
+    QVERIFY(server.start());
+    QCOMPARE(server.socketFolders(), 1);
+    server.process.closeWriteChannel();
+    QVERIFY(server.process.waitForFinished(5'000));
     QCOMPARE(server.socketFolders(), 0);
 }
 

@@ -11,6 +11,8 @@
 //   rate <per second>     RunSweep sends noisy vectors of a filter at this rate until StopSweep
 //   flood <count>         RunSweep sends this many vectors as fast as they are taken, at most kMostOutstanding of them
 //                         not taken yet; sample k of vector v is v % 600 + k
+//   shout <kilobytes>     RunSweep sends an error of code 2 with a text of this length
+//   spout <signal>        RunSweep sends this signal without end, and hears nothing any more
 #include "tests/support/serve.h"
 
 #include <QDBusMessage>
@@ -131,6 +133,11 @@ private:
                 for (int ahead = 0; ahead < kMostOutstanding; ++ahead)
                     sendFlood(message, connection);
             }
+            if (rule.startsWith(u"shout "))
+                send(message, connection, QStringLiteral("aErrore"),
+                     {QVariant::fromValue<short>(2), QString(rule.mid(6).toInt() * 1000, u'x')});
+            if (rule.startsWith(u"spout "))
+                sendWithoutEnd(message, connection, rule.mid(6));
             if (rule.startsWith(u"rate "))
                 sendAtRate(message, connection, rule.mid(5).toInt());
             if (!rule.startsWith(u"vectors "))
@@ -164,6 +171,20 @@ private:
             connection.send(ready[next++ % ready.size()]);
         });
         m_timer.start(1000 / perSecond);
+    }
+
+    [[noreturn]] static void sendWithoutEnd(const QDBusMessage &message, const QDBusConnection &connection,
+                                            const QString &name)
+    {
+        QVariantList arguments;
+        if (name == u"aVettore")
+            arguments = {QVariant::fromValue(QList<int>(400, 100))};
+        if (name == u"aErrore")
+            arguments = {QVariant::fromValue<short>(2), QStringLiteral("once more")};
+        for (;;) {
+            send(message, connection, name, arguments);
+            QThread::usleep(20);
+        }
     }
 
     void sendFlood(const QDBusMessage &message, const QDBusConnection &connection)

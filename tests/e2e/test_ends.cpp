@@ -1,0 +1,308 @@
+// SPDX-License-Identifier: MIT
+// However the program ends, no generator stays on. The boards are those of tests/boards/, which note what they were
+// told last. CALVORN_ENDS=20 tries each way twenty times.
+#include "tests/e2e/real_program.h"
+#include "tests/support/page_boards.h"
+
+#include <QFile>
+#include <QTest>
+
+#include <csignal>
+#include <functional>
+#include <memory>
+
+using namespace calvorn;
+using namespace calvorn::test;
+
+namespace {
+
+constexpr int kEndMs = 20'000; // on a loaded machine
+const QString kMainWindow = QStringLiteral("^Brenik - Calvorn  v2.0 - ");
+const QString kBox = QStringLiteral("^Brenik - Calvorn  v2.0$");
+const QString kSetUp = QStringLiteral("^Configuration$");
+
+// An X server of its own with a window manager, which can go away.
+class Screen
+{
+public:
+    Screen()
+    {
+        m_process.start(QStringLiteral("Xvfb"),
+                        {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-noreset"),
+                         QStringLiteral("-nolisten"), QStringLiteral("tcp"), QStringLiteral("-screen"),
+                         QStringLiteral("0"), QStringLiteral("1280x900x24")});
+        while (!m_process.canReadLine())
+            if (!m_process.waitForReadyRead(30'000))
+                qFatal("Xvfb does not come up");
+        m_former = qgetenv("DISPLAY");
+        qputenv("DISPLAY", ':' + m_process.readLine().trimmed());
+        m_windowManager = std::make_unique<WindowManager>();
+    }
+    ~Screen()
+    {
+        vanish();
+        qputenv("DISPLAY", m_former);
+    }
+    Screen(const Screen &) = delete;
+    Screen &operator=(const Screen &) = delete;
+
+    void vanish()
+    {
+        m_process.kill();
+        m_process.waitForFinished();
+    }
+
+private:
+    QProcess m_process;
+    QByteArray m_former; // DISPLAY
+    std::unique_ptr<WindowManager> m_windowManager;
+};
+
+// A board of one of the three interfaces, and what it does.
+class Board
+{
+public:
+    explicit Board(std::int16_t interfaceType)
+        : m_interface(interfaceType)
+    {
+        if (interfaceType == kInterfaceLpt)
+            m_parallel = std::make_unique<ParallelPageBoard>();
+        else
+            m_serial = std::make_unique<SerialPageBoard>(interfaceType == kInterfacePic ? "pic_board_by_the_page"
+                                                                                        : "vna_board_by_the_page",
+                                                         QStringList{QStringLiteral("--paced")});
+    }
+
+    QByteArray settings() const { return pageSettings(m_interface, m_serial ? m_serial->link() : QString()); }
+
+    bool isGeneratorOn() const
+    {
+        if (m_interface == kInterfacePic)
+            return field("gen") != "off";
+        if (m_interface == kInterfaceVna)
+            return field("word") != "0";
+        return isParallelGeneratorOn();
+    }
+
+    // The PIC board is parked at the start frequency, the others are off.
+    bool isAtRest() const
+    {
+        if (m_interface == kInterfacePic)
+            return field("sweeping") == "0";
+        return !isGeneratorOn();
+    }
+
+    QByteArray description() const
+    {
+        return m_serial ? m_serial->tell("state")
+                        : m_parallel->events().mid(m_parallel->events().size() - 4).join("; ");
+    }
+
+private:
+    bool isParallelGeneratorOn() const
+    {
+        bool on = false;
+        for (const QByteArray &event : m_parallel->events())
+            if (event.startsWith("word ") || event == "power-down")
+                on = event != "power-down";
+        return on;
+    }
+    // Of "state gen=1000000 start=0 ..."
+    QByteArray field(const QByteArray &name) const
+    {
+        for (const QByteArray &part : m_serial->tell("state").split(' '))
+            if (part.startsWith(name + '='))
+                return part.mid(name.size() + 1);
+        return "missing";
+    }
+
+    std::int16_t m_interface;
+    std::unique_ptr<SerialPageBoard> m_serial;
+    std::unique_ptr<ParallelPageBoard> m_parallel;
+};
+
+// The program on such a board.
+struct Scene
+{
+    explicit Scene(std::int16_t interfaceType)
+        : board(interfaceType)
+        , program(board.settings())
+    {
+    }
+
+    bool start()
+    {
+        return program.start({}, kMainWindow) && QTest::qWaitFor([this] { return board.isGeneratorOn(); }, kEndMs);
+    }
+
+    // What the server computes shows that it sweeps: an idle one needs next to nothing.
+    bool isSweeping() const
+    {
+        const auto used = [this] {
+            QFile file(QStringLiteral("/proc/%1/stat").arg(server));
+            const QList<QByteArray> fields =
+                file.open(QIODevice::ReadOnly) ? file.readAll().split(' ') : QList<QByteArray>();
+            return fields.value(13).toInt() + fields.value(14).toInt(); // hundredths of a second
+        };
+        const int before = used();
+        QTest::qWait(300);
+        return used() > before;
+    }
+    bool sweep()
+    {
+        server = program.serverPid();
+        press("F5");
+        return QTest::qWaitFor([this] { return isSweeping(); }, kEndMs);
+    }
+
+    pid_t pid() const { return static_cast<pid_t>(program.pid()); }
+    void press(const char *key) const { program.keys({QString::fromLatin1(key)}); }
+    // A dialog or a box in front.
+    bool waitFor(const QString &title) const
+    {
+        const QString window = program.waitForWindow(title, kEndMs);
+        if (!window.isEmpty())
+            RealProgram::activate(window);
+        return !window.isEmpty();
+    }
+
+    std::unique_ptr<Screen> screen; // where it is not that of the test
+    Board board;
+    RealProgram program;
+    qint64 server = 0;
+};
+
+// False when the way cannot be gone.
+using End = std::function<bool(Scene &)>;
+
+End signalled(int number)
+{
+    return [number](const Scene &scene) { return ::kill(scene.pid(), number) == 0; };
+}
+
+End pressed(const char *key)
+{
+    return [key](const Scene &scene) {
+        RealProgram::activate(scene.program.mainWindow());
+        scene.press(key);
+        return true;
+    };
+}
+
+bool signalTheGroup(const Scene &scene)
+{
+    return ::kill(-scene.pid(), SIGINT) == 0;
+}
+
+bool apply(const Scene &scene)
+{
+    RealProgram::activate(scene.program.mainWindow());
+    scene.press("alt+s");
+    scene.press("c");
+    if (!scene.waitFor(kSetUp))
+        return false;
+    scene.press("alt+a");
+    if (!scene.waitFor(kBox))
+        return false;
+    scene.press("Return");
+    return true;
+}
+
+// The server ends during a sweep, or when it is needed next; the program is ended from the box that tells of it.
+bool endTheServer(Scene &scene)
+{
+    scene.server = scene.program.serverPid();
+    if (::kill(static_cast<pid_t>(scene.server), SIGTERM) != 0)
+        return false;
+    (void)QTest::qWaitFor([&] { return scene.program.serversRunning() == 0; }, kEndMs);
+    return true;
+}
+
+bool cancelTheBox(Scene &scene)
+{
+    if (!endTheServer(scene) || !scene.waitFor(kBox))
+        return false;
+    scene.press("Escape");
+    return true;
+}
+
+bool loseTheDisplay(const Scene &scene)
+{
+    scene.screen->vanish();
+    return true;
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(End)
+
+class TestEnds : public QObject
+{
+    Q_OBJECT
+
+private:
+    WindowManager m_windowManager;
+
+private slots:
+    void initTestCase() { QVERIFY(m_times >= 1); }
+
+    void pic_data() { addRows(); }
+    void pic() { tryEnds(kInterfacePic); }
+    void parallelPort_data() { addRows(); }
+    void parallelPort() { tryEnds(kInterfaceLpt); }
+    void miniVna_data() { addRows(); }
+    void miniVna() { tryEnds(kInterfaceVna); }
+
+private:
+    void addRows() const;
+    void tryEnds(std::int16_t interfaceType) const;
+
+    const int m_times = qEnvironmentVariable("CALVORN_ENDS", QStringLiteral("1")).toInt();
+};
+
+void TestEnds::addRows() const
+{
+    QTest::addColumn<End>("end");
+    QTest::addColumn<bool>("sweeping");
+    QTest::addColumn<bool>("ends");
+    const auto row = [](const char *name, const End &end, bool ends = true) {
+        for (const bool sweeping : {false, true})
+            QTest::addRow("%s, %s", name, sweeping ? "sweeping" : "idle") << end << sweeping << ends;
+    };
+    row("closed", pressed("alt+F4"));
+    row("Ctrl+Q", pressed("ctrl+q"));
+    row("SIGTERM", signalled(SIGTERM));
+    row("SIGINT", signalled(SIGINT));
+    row("SIGINT to the group", signalTheGroup);
+    row("SIGHUP", signalled(SIGHUP));
+    row("SIGKILL", signalled(SIGKILL));
+    row("the display is gone", loseTheDisplay);
+    row("the server is ended", endTheServer, false);
+    // What needs an idle generator, and what only a sweep brings about.
+    QTest::newRow("Apply, idle") << End(apply) << false << true;
+    QTest::newRow("cancelled box, sweeping") << End(cancelTheBox) << true << true;
+}
+
+void TestEnds::tryEnds(std::int16_t interfaceType) const
+{
+    QFETCH(End, end);
+    QFETCH(bool, sweeping);
+    QFETCH(bool, ends);
+    const bool ownScreen = QByteArray(QTest::currentDataTag()).startsWith("the display");
+    for (int time = 0; time < m_times; ++time) {
+        std::unique_ptr<Screen> screen = ownScreen ? std::make_unique<Screen>() : nullptr;
+        Scene scene(interfaceType);
+        scene.screen = std::move(screen);
+        QVERIFY(scene.start());
+        QVERIFY(!sweeping || scene.sweep());
+        QVERIFY(end(scene));
+        QVERIFY(!ends || scene.program.waitForEnd(kEndMs));
+        QVERIFY(QTest::qWaitFor([&] { return scene.program.serversRunning() == 0; }, kEndMs));
+        // What the server has written is on the line, but a busy computer may not have come to the board yet.
+        QVERIFY2(QTest::qWaitFor([&] { return scene.board.isAtRest(); }, 10'000),
+                 qPrintable(QString::fromLatin1(scene.board.description())));
+    }
+}
+
+QTEST_MAIN(TestEnds)
+#include "test_ends.moc"

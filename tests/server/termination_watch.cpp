@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+#include "server/links/termination_watch.h"
+
+#include "platform/process_guard.h"
+
+#include <QElapsedTimer>
+#include <QTest>
+
+#include <csignal>
+#include <sys/wait.h>
+#include <unistd.h>
+
+using namespace calvorn;
+
+class TerminationWatchTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void aHungProcessIsEndedLate();
+};
+
+// As with an access to the hardware that never returns: nobody looks after the signal.
+void TerminationWatchTest::aHungProcessIsEndedLate()
+{
+    int ends[2] = {-1, -1};
+    QCOMPARE(pipe(ends), 0);
+    const pid_t process = fork();
+    if (process == 0) {
+        blockTerminationSignals();
+        const TerminationWatch watch;
+        [[maybe_unused]] const ssize_t told = write(ends[1], "r", 1);
+        for (;;)
+            pause();
+    }
+    char byte = 0;
+    QCOMPARE(read(ends[0], &byte, 1), ssize_t{1});
+    QElapsedTimer clock;
+    clock.start();
+    QCOMPARE(kill(process, SIGTERM), 0);
+    int status = 0;
+    QCOMPARE(waitpid(process, &status, 0), process);
+    QVERIFY(clock.elapsed() >= TerminationWatch::kLatestEndMs - 100);
+    QVERIFY(WIFEXITED(status));
+    QCOMPARE(WEXITSTATUS(status), 1);
+    for (const int end : ends)
+        close(end);
+}
+
+QTEST_APPLESS_MAIN(TerminationWatchTest)
+#include "termination_watch.moc"

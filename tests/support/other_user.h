@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QByteArray>
+#include <QFile>
+#include <QString>
+
+#include <csignal>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace calvorn::test {
+
+// What concerns several users can only be tried by root. Says so where it is somebody else.
+inline bool isRoot()
+{
+    if (getuid() == 0)
+        return true;
+    qInfo("not tried: only root can be another user, too");
+    return false;
+}
+
+// A process of the user nobody that opens a file or a folder and locks it (flock(2)), as long as this object lives.
+class ForeignLock
+{
+public:
+    ForeignLock(const QString &path, int openFlags, int lock)
+    {
+        int ends[2] = {-1, -1};
+        if (pipe(ends) != 0)
+            qFatal("no pipe");
+        m_process = fork();
+        if (m_process == 0) {
+            const char answer = becomeNobody() && locks(QFile::encodeName(path), openFlags, lock) ? 'y' : 'n';
+            [[maybe_unused]] const ssize_t written = write(ends[1], &answer, 1);
+            for (;;)
+                pause();
+        }
+        char answer = 'n';
+        m_holds = read(ends[0], &answer, 1) == 1 && answer == 'y';
+        close(ends[0]);
+        close(ends[1]);
+    }
+    ~ForeignLock()
+    {
+        kill(m_process, SIGKILL);
+        waitpid(m_process, nullptr, 0);
+    }
+    ForeignLock(const ForeignLock &) = delete;
+    ForeignLock &operator=(const ForeignLock &) = delete;
+
+    bool holds() const { return m_holds; }
+    pid_t process() const { return m_process; }
+
+private:
+    static constexpr uid_t kNobody = 65534;
+
+    static bool becomeNobody() { return setgid(kNobody) == 0 && setuid(kNobody) == 0; }
+    static bool locks(const QByteArray &path, int openFlags, int lock)
+    {
+        const int file = open(path.constData(), openFlags, 0600);
+        return file >= 0 && flock(file, lock | LOCK_NB) == 0;
+    }
+
+    pid_t m_process = -1;
+    bool m_holds = false;
+};
+
+} // namespace calvorn::test
