@@ -14,6 +14,10 @@ namespace {
 
 constexpr int kWatchMs = 1000;
 constexpr int kMostUnanswered = 3; // ticks
+// Until a server is killed that has been asked to end: a board that no longer answers takes 2 s. One that has been
+// silent for three seconds already is likely to hang.
+constexpr int kPatienceMs = 2000;
+constexpr int kLittlePatienceMs = 1000;
 // The fastest of the simulated boards sends some 17,000 vectors a second, and lets the window have its turn all the
 // time.
 constexpr int kLongestTurnMs = 2000;
@@ -92,7 +96,7 @@ void AcquisitionDriver::callFailed(const QDBusError &error)
     if (error.type() == QDBusError::NoReply || error.type() == QDBusError::Timeout ||
         error.type() == QDBusError::TimedOut) {
         const QScopedValueRollback guard(m_endedByTimeout, true);
-        m_context.server.kill();
+        m_context.server.kill(kPatienceMs);
         throw RuntimeError(RuntimeError::Kind::NoAnswer, tr("it did not answer in time and was ended"));
     }
     throw RuntimeError(RuntimeError::Kind::DriverCall, bounded(error.message()));
@@ -182,13 +186,13 @@ void AcquisitionDriver::watchServer()
 void AcquisitionDriver::serverHangs()
 {
     const QScopedValueRollback guard(m_endedByWatch, true);
-    m_context.server.kill();
+    m_context.server.kill(kLittlePatienceMs);
 }
 
 void AcquisitionDriver::serverFloods()
 {
     const QScopedValueRollback guard(m_endedByFlood, true);
-    m_context.server.kill();
+    m_context.server.kill(kPatienceMs);
 }
 
 void AcquisitionDriver::sweepEnded()

@@ -16,11 +16,11 @@ namespace {
 constexpr int kStartUpTimeoutMs = 8000;
 // A board that has to be stopped first, on a busy computer.
 constexpr int kOrderlyEndMs = 5000;
-// After a time limit that has passed already.
-constexpr int kLateEndMs = 700;
+// Before it opens a port.
+constexpr int kEarlyEndMs = 700;
 constexpr int kKilledMs = 1000;
 // In the place of the address: why there is none.
-constexpr char kRefusal[] = "! ";
+const QByteArray kRefusal("! ");
 
 } // namespace
 
@@ -57,7 +57,7 @@ void ServerProcess::connectToServer()
     if (!peer.isConnected()) {
         const QString reason = peer.lastError().message();
         disconnectFromServer();
-        kill();
+        kill(kEarlyEndMs);
         throw RuntimeError(RuntimeError::Kind::DriverCall, tr("no connection to it (%1)").arg(reason));
     }
     m_connected = true;
@@ -71,13 +71,13 @@ QByteArray ServerProcess::readAddress()
             notStarted(m_process.error() == QProcess::UnknownError ? tr("it has ended") : m_process.errorString());
     const QByteArray line = m_process.readLine().trimmed();
     if (line.startsWith(kRefusal))
-        notStarted(QString::fromLocal8Bit(line.mid(qstrlen(kRefusal))));
+        notStarted(QString::fromLocal8Bit(line.mid(kRefusal.size())));
     return line;
 }
 
 void ServerProcess::notStarted(const QString &reason)
 {
-    kill();
+    kill(kEarlyEndMs);
     throw RuntimeError(RuntimeError::Kind::DriverCall,
                        tr("%1 could not be started (%2)").arg(QFileInfo(m_program).fileName(), reason));
 }
@@ -90,10 +90,10 @@ void ServerProcess::disconnectFromServer()
     m_connectionName.clear();
 }
 
-void ServerProcess::kill()
+void ServerProcess::kill(int patienceMs)
 {
     m_process.terminate();
-    endWithin(kLateEndMs);
+    endWithin(patienceMs);
 }
 
 void ServerProcess::endWithin(int milliseconds)

@@ -31,8 +31,9 @@ public:
     bool isConnected() const { return m_connected; }
     QDBusConnection connection() const { return QDBusConnection(m_connectionName); }
 
-    // Ends a server that no longer answers; ended() follows. One that is only late still closes its ports.
-    void kill();
+    // Ends a server that no longer answers; ended() follows. It is asked first, and killed when it has not closed its
+    // ports by then. Blocks meanwhile.
+    void kill(int patienceMs);
 
     // The orderly end, at shutdown: closes the connection and waits for the process. ended() is not emitted.
     void stop();

@@ -277,7 +277,11 @@ bool FrmSweep::loadSettings()
     m_loader.refused = [this](const QString &reason) {
         m_messages.warn(tr("The settings file %1 is not used: %2.").arg(m_configuration.iniPath, reason));
     };
-    m_loader.firstRun = [this, noSettings] { return !m_setUp->configureAtFirstStart(noSettings); };
+    m_loader.firstRun = [this, noSettings] {
+        const bool isWritten = m_setUp->configureAtFirstStart(noSettings);
+        // A signal closes the dialog as well, and then nothing goes on.
+        return !isWritten && !m_closed;
+    };
     const LoadOutcome outcome = m_loader.load();
     if (m_closed)
         return false;
@@ -378,7 +382,8 @@ void FrmSweep::shutDown()
     m_closed = true;
     EntryBox::commitPending();
     m_controls->abandonWaiting();
-    if (m_isPrepared)
+    // Of a file that was refused nothing is known: defaults would take the place of what it holds.
+    if (m_isPrepared && !m_loader.wasRefused())
         saveWhatChanged();
     releaseHardware();
 }

@@ -28,10 +28,10 @@ constexpr const char *kFirstPage = "index.html";
 constexpr QSize kStartSize(940, 620);
 constexpr QSize kFrame(8, 40); // what a window manager adds
 
+// Of a file that cannot be made where there is no folder.
 QString collectionIn(SweptFolder &folder)
 {
-    folder.makeAnywhere();
-    return QFile::decodeName(folder.path()) + QStringLiteral("/help.qhc");
+    return folder.makeAnywhere() ? QFile::decodeName(folder.path()) + QStringLiteral("/help.qhc") : QString();
 }
 
 } // namespace
@@ -67,7 +67,8 @@ HelpWindow::HelpWindow(const QString &helpFile, QWidget *parent)
     m_engine->setReadOnly(false);
     m_engine->setUsesFilterEngine(true);
     // Contents and index are read by the set-up that follows the registration.
-    m_usable = m_engine->setupData() && m_engine->registerDocumentation(helpFile) && m_engine->setupData();
+    m_usable = !m_folder.path().isEmpty() && m_engine->setupData() && m_engine->registerDocumentation(helpFile) &&
+               m_engine->setupData();
     build();
     resize(kStartSize.boundedTo(screen()->availableSize() - kFrame));
 }

@@ -19,6 +19,7 @@
 
 #include <cstdlib>
 #include <optional>
+#include <unistd.h>
 
 namespace {
 
@@ -89,6 +90,13 @@ public:
         });
         QObject::connect(&m_stop, &QSocketNotifier::activated, &m_stop, [] { calvorn::letStop(); });
     }
+    ~SignalWatch()
+    {
+        for (const QSocketNotifier *notifier : {&m_end, &m_stop})
+            close(static_cast<int>(notifier->socket()));
+    }
+    SignalWatch(const SignalWatch &) = delete;
+    SignalWatch &operator=(const SignalWatch &) = delete;
 
     // Before there is one, the end is that of the box that shows.
     void setWindow(calvorn::FrmSweep *window) { m_window = window; }
@@ -100,7 +108,7 @@ private:
 };
 
 // Qt calls exit() where the display is gone; see endAtOnce(). What a library registers later still runs, so this is
-// called once it has all started. The server switches the generators off when it misses this process.
+// called again once all has started. The server switches the generators off when it misses this process.
 void skipExitHandlers()
 {
     on_exit([](int code, void *) { calvorn::endAtOnce(code); }, nullptr);
@@ -113,6 +121,7 @@ int runWithDisplay(int argc, char **argv)
     std::optional<DisplayGuard> guard(std::in_place);
     QApplication application(argc, argv);
     guard.reset();
+    skipExitHandlers();
     SignalWatch watch;
     const Language language(QLocale::system());
     nameApplication();

@@ -52,10 +52,12 @@ double dbToVoltsBounded(const Configuration &configuration, double value)
 
 QString readSetting(const QString &section, const QString &key, const QString &path, const QString &fallback)
 {
-    QString value = readProfileString(path, section, key);
+    Profile profile(path);
+    QString value = profile.value(section, key);
     if (!value.isEmpty())
         return value;
-    writeSetting(section, key, fallback, path);
+    profile.set({section, key, fallback});
+    profile.save();
     return fallback;
 }
 

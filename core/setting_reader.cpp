@@ -9,7 +9,8 @@
 namespace calvorn {
 
 SettingReader::SettingReader(const QString &path, Defaults defaults)
-    : m_profile(path)
+    : m_path(path)
+    , m_profile(path)
     , m_defaults(defaults)
 {
 }
@@ -22,14 +23,29 @@ QString SettingReader::text(const char *section, const char *key, const QString 
     if (!value.isEmpty())
         return value;
     if (m_defaults == Defaults::WriteBack)
-        m_profile.set({sectionName, keyName, fallback});
+        m_missing.append({sectionName, keyName, fallback});
     return fallback;
+}
+
+void SettingReader::clear(const QString &section)
+{
+    if (m_profile.clear(section))
+        m_cleared.append(section);
 }
 
 void SettingReader::save()
 {
-    if (m_defaults == Defaults::WriteBack)
-        m_profile.save();
+    if (m_defaults == Defaults::KeepOut || m_profile.isRefused() || (m_missing.isEmpty() && m_cleared.isEmpty()))
+        return;
+    Profile file(m_path);
+    for (const QString &section : m_cleared)
+        file.clear(section);
+    for (const ProfileEntry &entry : m_missing)
+        if (file.value(entry.section, entry.key).isEmpty())
+            file.set(entry);
+    file.save();
+    m_cleared.clear();
+    m_missing.clear();
 }
 
 void SettingReader::converting(const char *section, const char *key, const char *fallback,

@@ -25,13 +25,14 @@ public:
 
     SettingReader(const QString &path, Defaults defaults);
 
-    Profile &profile() { return m_profile; }
+    // The file as it was read.
     const Profile &profile() const { return m_profile; }
 
-    // Reads the file again. What has been noted stays.
-    void reload(const QString &path) { m_profile = Profile(path); }
+    // Removes the keys of a section from the file with save().
+    void clear(const QString &section);
 
-    // Writes what was added. Nothing with Defaults::KeepOut.
+    // Brings what is missing into the file as it is by then. Nothing with Defaults::KeepOut, and when the file was
+    // refused, now or then.
     void save();
 
     QString text(const char *section, const char *key, const QString &fallback);
@@ -72,8 +73,11 @@ private:
     void converting(const char *section, const char *key, const char *fallback,
                     const std::function<void()> &conversion);
 
+    QString m_path;
     Profile m_profile;
     Defaults m_defaults;
+    QVector<ProfileEntry> m_missing; // with their defaults
+    QStringList m_cleared;           // sections
     QStringList m_faults;
     QSet<std::pair<QString, QString>> m_unreadable; // section and key
 };

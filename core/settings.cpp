@@ -40,20 +40,13 @@ SettingsLoader::SettingsLoader(Configuration &configuration, WindowSettings &win
 LoadOutcome SettingsLoader::load()
 {
     m_reader = SettingReader(m_configuration.iniPath, m_defaults);
-    if (refused && profile().isRefused())
-        refused(profile().reason());
+    if (refused && wasRefused())
+        refused(m_reader.profile().reason());
     const LoadOutcome outcome = readAll();
-    m_reader.save();
+    // The first run may have been cut short.
+    if (outcome != LoadOutcome::Ended)
+        m_reader.save();
     return outcome;
-}
-
-// The configuration may write the file.
-bool SettingsLoader::goesOnAfterFirstRun()
-{
-    m_reader.save();
-    const bool goesOn = firstRun();
-    m_reader.reload(m_configuration.iniPath);
-    return goesOn;
 }
 
 LoadOutcome SettingsLoader::readAll()
@@ -61,11 +54,14 @@ LoadOutcome SettingsLoader::readAll()
     Configuration &c = m_configuration;
     m_reader.int16(c.interfaceType, kConfig, "Interface", "2");
 
-    m_reader.profile().clear(QStringLiteral("Attenuator"));
+    m_reader.clear(QStringLiteral("Attenuator"));
     const bool configured = !profile().value(QString::fromLatin1(kConfig), QStringLiteral("DDS Device")).isEmpty();
     c.msgResult = configured ? -1 : 0;
-    if (!configured && firstRun && !goesOnAfterFirstRun())
-        return LoadOutcome::Ended;
+    if (!configured && firstRun) {
+        m_reader.save(); // the configuration writes behind what has been read so far
+        if (!firstRun())
+            return LoadOutcome::Ended;
+    }
 
     m_reader.boolean(c.logDebug, kDebug, "Log", "0");
     m_reader.boolean(c.usbApi, kDebug, "USB API", "0");
@@ -139,9 +135,6 @@ void SettingsLoader::loadMarkers()
         NumberText().toInt32(text);
         return text;
     };
-    // Other keys may have been written since.
-    if (m_defaults == SettingReader::Defaults::WriteBack)
-        m_reader.reload(m_configuration.iniPath);
     m_reader.number(m_window.marker3, kCalvorn, "Marker 3", "0", real);
     m_reader.number(m_window.marker4, kCalvorn, "Marker 4", "0", real);
     m_reader.number(m_window.marker1, kCalvorn, "Marker 1", "1000000", integer);

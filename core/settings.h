@@ -55,13 +55,13 @@ public:
 
     // The file as it was read.
     const Profile &profile() const { return m_reader.profile(); }
+    bool wasRefused() const { return profile().isRefused(); }
 
     // Of what saveSettings() writes: the entries whose text in the file could not be read, as they stand in the record.
     QVector<ProfileEntry> unreadableEntries() const;
 
 private:
     LoadOutcome readAll();
-    bool goesOnAfterFirstRun();
     void readWindowSection();
     void clampFrequencies();
 

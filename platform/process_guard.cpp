@@ -53,6 +53,14 @@ void wakeWithParent()
 void leaveTerminalGroup()
 {
     setpgid(0, 0);
+    // A terminal may stop whoever writes to it from behind.
+    std::signal(SIGTTOU, SIG_IGN);
+}
+
+bool isIgnored(int signal)
+{
+    struct sigaction action = {};
+    return sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
 }
 
 void blockTerminationSignals()
@@ -64,7 +72,11 @@ void blockTerminationSignals()
 
 int terminationSignals()
 {
-    return descriptorOf(termination());
+    sigset_t set = termination();
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP})
+        if (isIgnored(signal))
+            sigdelset(&set, signal);
+    return descriptorOf(set);
 }
 
 void holdStopBack()

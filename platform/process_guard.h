@@ -21,8 +21,12 @@ void leaveTerminalGroup();
 void blockTerminationSignals();
 
 // A descriptor that gets readable when one of those signals waits (signalfd(2)); it does not block. The caller closes
-// it. Negative where the system has none left.
+// it. Negative where the system has none left. Signals that this process was started with as ignored stay so, as
+// nohup(1) wants it.
 int terminationSignals();
+
+// Whether the process was started with this signal ignored.
+bool isIgnored(int signal);
 
 // Ctrl+Z stops a program at once, also in the middle of a call whose time limit runs on. Once held back, such a stop
 // waits until letStop() is called, which returns when the program has been told to go on. To be called in main() before

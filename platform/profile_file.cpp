@@ -130,7 +130,7 @@ Profile::Profile(const QString &path)
     const qsizetype firstEnd = content.indexOf('\n');
     const bool bareLineFeed = firstEnd == 0 || (firstEnd > 0 && content[firstEnd - 1] != '\r');
     m_lineEnd = bareLineFeed ? "\n" : "\r\n";
-    m_isCarriageReturned = firstEnd < 0 && content.contains('\r');
+    m_isCarriageReturned = content.count('\r') > content.count("\r\n");
     m_isOddlyEncoded = hasOddEncoding(content);
     LineReader reader(content);
     while (const auto text = reader.next())
@@ -215,20 +215,23 @@ void Profile::set(const ProfileEntry &entry)
     m_lines.insert(insertAt, entry.key.trimmed().toUtf8() + "=" + value);
 }
 
-void Profile::clear(const QString &section)
+bool Profile::clear(const QString &section)
 {
     const qsizetype header = findSection(section);
+    bool isCleared = false;
     for (qsizetype i = header + 1; header >= 0 && i < m_lines.size();) {
         const Line::Kind kind = parseLine(m_lines[i]).kind;
         if (kind == Line::Kind::Section)
             break;
         if (kind == Line::Kind::Key) {
             m_lines.removeAt(i);
-            m_isChanged = true;
+            isCleared = true;
         } else {
             ++i;
         }
     }
+    m_isChanged = m_isChanged || isCleared;
+    return isCleared;
 }
 
 bool Profile::save()

@@ -57,8 +57,9 @@ public:
 
     void set(const ProfileEntry &entry);
 
-    // Removes every key of the section; its header and its comments stay. A section that is not there stays away.
-    void clear(const QString &section);
+    // Removes every key of the section; its header and its comments stay. A section that is not there stays away. False
+    // when there was nothing to remove.
+    bool clear(const QString &section);
 
     // Replaces the file, if anything has changed. False when that fails, or when the file was refused; it is then as it
     // was.
@@ -72,7 +73,7 @@ private:
     BoundedFile m_file; // its content is in the lines
     QByteArray m_lineEnd;
     QList<QByteArray> m_lines;
-    bool m_isCarriageReturned = false; // lines end with CR alone
+    bool m_isCarriageReturned = false; // a line ends with CR alone
     bool m_isOddlyEncoded = false;
     bool m_isChanged = false;
 };

@@ -10,6 +10,7 @@
 #include <pwd.h>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <sys/sysmacros.h>
 #include <unistd.h>
 
 namespace calvorn {
@@ -25,15 +26,21 @@ std::optional<pid_t> holderOf(const struct stat &file)
     QFile locks(QStringLiteral("/proc/locks"));
     if (!locks.open(QIODevice::ReadOnly))
         return std::nullopt;
-    // "1: FLOCK  ADVISORY  WRITE 708 08:01:2359475 0 EOF"; one that only waits has an arrow behind the number. The
-    // device is not compared: some file systems are listed with another one than stat(2) names.
+    // "1: FLOCK  ADVISORY  WRITE 708 08:01:2359475 0 EOF"; one that only waits has an arrow behind the number.
+    const QByteArray device = QByteArray::number(major(file.st_dev), 16).rightJustified(2, '0') + ':' +
+                              QByteArray::number(minor(file.st_dev), 16).rightJustified(2, '0') + ':';
+    const QByteArray node = ':' + QByteArray::number(qulonglong{file.st_ino});
+    std::optional<pid_t> elsewhere;
     for (const QByteArray &line : locks.readAll().split('\n')) {
         const QList<QByteArray> fields = line.simplified().split(' ');
-        if (fields.size() > 5 && fields[1] == "FLOCK" &&
-            fields[5].mid(fields[5].lastIndexOf(':') + 1).toULongLong() == file.st_ino)
+        if (fields.size() <= 5 || fields[1] != "FLOCK" || !fields[5].endsWith(node))
+            continue;
+        if (fields[5].startsWith(device))
             return fields[4].toInt();
+        // Some file systems are listed with another device than stat(2) names.
+        elsewhere = fields[4].toInt();
     }
-    return std::nullopt;
+    return elsewhere;
 }
 
 // Empty for a process of this user.

@@ -21,7 +21,7 @@ public:
     bool isOurs() const { return m_ours; }
 
     // Who holds it, when that is another user: a sentence; empty otherwise. Only a folder that several users can write
-    // has such holders.
+    // has such holders. One on another computer, or in another container, is not seen.
     QString holder() const { return m_holder; }
 
 private:

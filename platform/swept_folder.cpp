@@ -22,23 +22,31 @@ constexpr char kName[] = "calvorn-run-";
 constexpr char kPattern[] = "calvorn-run-XXXXXX";
 constexpr int kAttempts = 20; // against a sweep that comes between making and locking
 
-// Negative when it is not a folder of this user that nobody holds.
+// Negative, with errno, when it is not a folder of this user that nobody holds.
 int lockUnused(const QByteArray &path)
 {
     const int folder = open(path.constData(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+    if (folder < 0)
+        return -1;
     struct stat status = {};
-    if (folder >= 0 && fstat(folder, &status) == 0 && status.st_uid == geteuid() && status.st_nlink > 0 &&
-        flock(folder, LOCK_EX | LOCK_NB) == 0)
+    int error = 0;
+    if (fstat(folder, &status) != 0 || flock(folder, LOCK_EX | LOCK_NB) != 0)
+        error = errno;
+    else if (status.st_uid != geteuid())
+        error = EPERM;
+    if (error == 0)
         return folder;
-    if (folder >= 0)
-        close(folder);
+    close(folder);
+    errno = error;
     return -1;
 }
 
 void removeFolder(const QByteArray &path)
 {
-    std::error_code ignored;
-    std::filesystem::remove_all(path.toStdString(), ignored);
+    // The bus library may be removing its socket at the same time, which ends the first attempt.
+    std::error_code error;
+    for (int attempt = 0; attempt == 0 || (error && attempt < kAttempts); ++attempt)
+        std::filesystem::remove_all(path.toStdString(), error);
 }
 
 } // namespace
@@ -79,7 +87,7 @@ bool SweptFolder::make(const QByteArray &parent)
     return false;
 }
 
-// False without an error when another server's sweep has taken the folder away again.
+// False without an error when the sweep of another process has taken the folder away again.
 bool SweptFolder::makeLocked(const QByteArray &parent)
 {
     QByteArray path = parent + '/' + kPattern;
@@ -87,8 +95,11 @@ bool SweptFolder::makeLocked(const QByteArray &parent)
     if (m_error != 0)
         return false;
     m_lock = lockUnused(path);
-    if (m_lock < 0)
+    if (m_lock < 0) {
+        m_error = errno == EWOULDBLOCK || errno == ENOENT ? 0 : errno;
+        rmdir(path.constData());
         return false;
+    }
     struct stat status = {};
     if (fstat(m_lock, &status) != 0 || status.st_nlink == 0) {
         close(m_lock);

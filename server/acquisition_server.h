@@ -34,8 +34,8 @@ public:
     bool listen();
     QString errorText() const { return m_errorText; }
 
-    // Closes the ports, which switches the generators off, and removes what lies in a folder. Takes 0.3 s, a board
-    // that no longer answers 2 s.
+    // Closes the ports, which switches the generators off, and removes what lies in a folder. Takes 0.3 s, and
+    // with a board that no longer answers 2 s.
     void close();
 
     // What the program passes to QDBusConnection::connectToPeer().

@@ -34,7 +34,7 @@ int main(int argc, char *argv[])
     // What stands in the place of the address is the reason why there is none.
     if (!watch.isWatching() || !server.listen()) {
         std::printf("! %s\n", watch.isWatching() ? qPrintable(server.errorText()) : "it cannot start a thread");
-        return 1;
+        calvorn::endAtOnce(1);
     }
     std::printf("%s\n", qPrintable(server.address()));
     std::fflush(stdout);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "tools/interruption.h"
 
+#include "platform/process_guard.h"
+
 #include <initializer_list>
 
 namespace calvorn {
@@ -19,7 +21,8 @@ extern "C" void remember(int signal)
 void watchForInterruption()
 {
     for (const int signal : {SIGINT, SIGTERM, SIGHUP})
-        std::signal(signal, remember);
+        if (!isIgnored(signal))
+            std::signal(signal, remember);
 }
 
 int interruption()

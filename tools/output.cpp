@@ -3,6 +3,8 @@
 
 #include "core/runtime_error.h"
 #include "core/whole_file.h"
+#include "platform/process_guard.h"
+#include "tools/interruption.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -18,6 +20,8 @@
 namespace calvorn {
 
 namespace {
+
+constexpr int kPollMs = 50;
 
 std::optional<int> descriptorOf(const QString &path)
 {
@@ -38,13 +42,17 @@ std::optional<int> descriptorOf(const QString &path)
 int writeAll(int descriptor, QByteArrayView content)
 {
     while (!content.isEmpty()) {
+        // A reader may take its time, and the user change his mind.
+        pollfd room{descriptor, POLLOUT, 0};
+        while (poll(&room, 1, kPollMs) == 0) {
+            letStop();
+            if (interruption() != 0)
+                return EINTR;
+        }
         const ssize_t written = write(descriptor, content.data(), static_cast<std::size_t>(content.size()));
         if (written >= 0) {
             content = content.sliced(written);
-        } else if (errno == EAGAIN) {
-            pollfd room{descriptor, POLLOUT, 0};
-            poll(&room, 1, -1);
-        } else if (errno != EINTR) {
+        } else if (errno != EAGAIN && errno != EINTR) {
             return errno;
         }
     }
@@ -85,10 +93,15 @@ bool isSameFile(const QString &one, const QString &other)
         return file.exists() ? file.canonicalFilePath()
                              : QFileInfo(file.path()).canonicalFilePath() + u'/' + file.fileName();
     };
+    const auto look = [](const QString &path, struct stat &status) {
+        const std::optional<int> descriptor = descriptorOf(path);
+        return (descriptor ? fstat(*descriptor, &status) : stat(QFile::encodeName(path).constData(), &status)) == 0;
+    };
     struct stat first = {};
     struct stat second = {};
-    const bool exist = stat(QFile::encodeName(one).constData(), &first) == 0 &&
-                       stat(QFile::encodeName(other).constData(), &second) == 0;
+    const bool exist = look(one, first) && look(other, second);
+    if (!exist && (isDescriptor(one) || isDescriptor(other)))
+        return false;
     return exist ? first.st_dev == second.st_dev && first.st_ino == second.st_ino : place(one) == place(other);
 }
 

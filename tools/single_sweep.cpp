@@ -14,6 +14,7 @@
 #include "tools/interruption.h"
 
 #include <QFileInfo>
+#include <QScopeGuard>
 #include <QTimer>
 
 #include <memory>
@@ -57,6 +58,8 @@ SingleSweep::SingleSweep(const QString &programFolder, const SweepRequest &reque
 
 ExitCode SingleSweep::run()
 {
+    // However it went, the hardware is at rest when the tool ends.
+    const auto atRest = qScopeGuard([this] { m_server.stop(); });
     try {
         loadSettings();
         applyScale();

@@ -13,7 +13,7 @@ namespace calvorn {
 
 // The MiniVNA as the interface calvorn.Vna offers it (protocol/calvorn.Vna.xml). The operations arrive on the main
 // thread, through the generated adaptor, and return at once; only ClosePort, which switches the generator off, waits,
-// for at most 0.3 s. One command is one sweep of 400 samples; the driver repeats it until the sweep is stopped. A sweep
+// for at most 1.6 s. One command is one sweep of 400 samples; the driver repeats it until the sweep is stopped. A sweep
 // is believed only while the line is in step (VnaExchange).
 //
 // Errors: Transmission for a sweep that was damaged or did not come (it is not shown, and the sweep goes on), Board

@@ -5,6 +5,7 @@
 
 #include <QElapsedTimer>
 
+#include <algorithm>
 #include <chrono>
 #include <utility>
 
@@ -22,7 +23,7 @@ constexpr int kShortestCheck = 5; // samples
 constexpr int kCheckLengths = 20;
 constexpr milliseconds kSilence{200};
 constexpr milliseconds kLongestSilencing{2'000};
-constexpr int kLastReplyMs = 150;
+constexpr int kLastReplyMs = 1'500;
 constexpr int kOffReplyMs = 100;
 
 // 0.35 ms: four bytes of ten bits at 115,200 baud.
@@ -83,20 +84,38 @@ void VnaExchange::transmit(const VnaCommand &command)
 void VnaExchange::switchOff()
 {
     ByteLink *link = m_link;
-    const bool owed = isReplyDue();
-    const bool usable = link && link->isOpen() && m_phase != Phase::Silence;
+    const Phase phase = m_phase;
     setLink(nullptr);
-    if (!usable)
+    if (!link || !link->isOpen())
         return;
     m_link = link;
-    if (!owed || awaitReply(kLastReplyMs)) {
-        const VnaCommand off = vnaGeneratorCommand(0);
-        m_reply = VnaReply(off.samples);
-        m_link->discard();
-        m_link->write(vnaCommandText(off));
-        awaitReply(kOffReplyMs);
-    }
+    if (phase != Phase::Free)
+        awaitQuiet(phase == Phase::Silence);
+    const VnaCommand off = vnaGeneratorCommand(0);
+    m_reply = VnaReply(off.samples);
+    m_link->discard();
+    m_link->write(vnaCommandText(off));
+    awaitReply(kOffReplyMs);
     m_link = nullptr;
+}
+
+// isBroken: the reply is not waited for any more, only silence.
+void VnaExchange::awaitQuiet(bool isBroken)
+{
+    QElapsedTimer clock;
+    clock.start();
+    bool isHeard = isBroken;
+    for (;;) {
+        const VnaReply::State state = m_reply.take(m_link->read());
+        isBroken = isBroken || state == VnaReply::State::Broken;
+        const int left = kLastReplyMs - static_cast<int>(clock.elapsed());
+        if ((state == VnaReply::State::Complete && !isBroken) || left <= 0)
+            return;
+        // A reply that has begun goes on without a gap.
+        if (!m_link->waitForBytes(isHeard ? std::min(left, static_cast<int>(kSilence.count())) : left))
+            return;
+        isHeard = true;
+    }
 }
 
 void VnaExchange::onBytes()
@@ -166,17 +185,16 @@ void VnaExchange::fail()
     emit failed();
 }
 
-// Blocks; false when the reply has not come, or has come damaged.
-bool VnaExchange::awaitReply(int milliseconds)
+// Blocks until the reply has come, or nothing more.
+void VnaExchange::awaitReply(int milliseconds)
 {
     QElapsedTimer clock;
     clock.start();
     while (m_reply.take(m_link->read()) == VnaReply::State::Incomplete) {
         const int left = milliseconds - static_cast<int>(clock.elapsed());
         if (left <= 0 || !m_link->waitForBytes(left))
-            return false;
+            return;
     }
-    return m_reply.state() == VnaReply::State::Complete;
 }
 
 } // namespace calvorn

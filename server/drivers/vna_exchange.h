@@ -49,8 +49,8 @@ public:
     // right and the line is in step; otherwise failed(), after at most 1.1 s.
     void check(VnaCommand::Path path, std::uint32_t word);
 
-    // Switches the generator off and lets go of the link: for the end. Blocks for at most 0.3 s; a line on which a
-    // reply is still due by then is left alone.
+    // Switches the generator off and lets go of the link: for the end. Blocks until the reply that is due has come, or
+    // the line is silent where none can come whole any more, for at most 1.5 s, and 0.1 s for the answer.
     void switchOff();
 
 signals:
@@ -67,7 +67,8 @@ private:
     void onProofTimer();
     void free();
     void fail();
-    bool awaitReply(int milliseconds);
+    void awaitReply(int milliseconds);
+    void awaitQuiet(bool isBroken);
 
     ByteLink *m_link = nullptr;
     Phase m_phase = Phase::Free;

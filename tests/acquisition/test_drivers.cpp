@@ -324,7 +324,7 @@ private slots:
         QCOMPARE(pic.control.takeCalls(),
                  list({"aPIC.StopSweep(2)", "aPIC.SendFrequency(A, 1000000)", "aPIC.ClosePort()"}));
         // Nor is a server started that has gone meanwhile.
-        pic.server.kill();
+        pic.server.kill(1'000);
         pic.driver.shutDown();
         QVERIFY(pic.control.takeCalls().isEmpty());
     }
@@ -344,7 +344,7 @@ private slots:
         bench.driver.startUp();
         bench.driver.startSweep();
         bench.control.takeCalls();
-        bench.server.kill();
+        bench.server.kill(1'000);
         QTRY_COMPARE(bench.completed.count(), 1);
         QCOMPARE(bench.errors.count(), 1);
         QVERIFY(!bench.server.isConnected());
@@ -365,7 +365,7 @@ private slots:
         Bench<LptDriver> bench;
         bench.driver.startUp();
         // The end is noticed inside kill(); whatever it led to has been posted.
-        bench.server.kill();
+        bench.server.kill(1'000);
         QCoreApplication::processEvents();
         QCOMPARE(bench.errors.count(), 0);
         QCOMPARE(bench.completed.count(), 0);

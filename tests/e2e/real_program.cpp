@@ -2,6 +2,7 @@
 #include "tests/e2e/real_program.h"
 
 #include "platform/profile_file.h"
+#include "tests/support/start_as_a_shell.h"
 
 #include <QClipboard>
 #include <QFile>
@@ -10,8 +11,6 @@
 #include <QScreen>
 #include <QSignalSpy>
 #include <QTest>
-
-#include <unistd.h>
 
 namespace calvorn::test {
 
@@ -94,8 +93,7 @@ bool RealProgram::start(const QStringList &environment, const QString &titlePatt
 {
     m_process = std::make_unique<QProcess>();
     m_process->setProcessChannelMode(QProcess::ForwardedChannels);
-    // A group of its own, as a shell gives to what it starts.
-    m_process->setChildProcessModifier([] { setpgid(0, 0); });
+    m_process->setChildProcessModifier(startAsAShell);
     QStringList variables = QProcess::systemEnvironment() + environment;
     m_process->setEnvironment(variables);
     // The dialogs that ask for a file begin here.

@@ -36,6 +36,8 @@ private slots:
     void aReadOnlyFolderDoesNotStopIt();
     void oneSweepWithoutAWindow();
     void aStopIsNoTimeOut();
+    void aSignalSavesTheSettings_data();
+    void aSignalSavesTheSettings();
     void aSettingsFileThatIsNoneIsTold_data();
     void aSettingsFileThatIsNoneIsTold();
 };
@@ -209,6 +211,41 @@ void TestRealProgram::aStopIsNoTimeOut()
     program.keys({QStringLiteral("F5"), QStringLiteral("ctrl+q")});
     QVERIFY(program.waitForEnd());
     QCOMPARE(program.exitCode(), 0);
+}
+
+void TestRealProgram::aSignalSavesTheSettings_data()
+{
+    QTest::addColumn<QStringList>("keys");
+    QTest::addColumn<QString>("dialog");
+    QTest::newRow("the window") << QStringList() << QString();
+    QTest::newRow("a file is being chosen") << QStringList{QStringLiteral("ctrl+s")} << QStringLiteral("^Save As$");
+    QTest::newRow("the configuration") << QStringList{QStringLiteral("alt+s"), QStringLiteral("c")}
+                                       << QStringLiteral("^Configuration$");
+    QTest::newRow("the question of the configuration")
+        << QStringList{QStringLiteral("alt+s"), QStringLiteral("c"), QStringLiteral("alt+a")}
+        << QStringLiteral("^Brenik - Calvorn  v2.0$");
+}
+
+// Whatever shows is left, and means no.
+void TestRealProgram::aSignalSavesTheSettings()
+{
+    QFETCH(QStringList, keys);
+    QFETCH(QString, dialog);
+    RealProgram program(ProgramFolder::preparedSettings());
+    QVERIFY(program.start());
+    program.keys({QStringLiteral("alt+c"), QStringLiteral("Down"), QStringLiteral("Return")});
+    QTest::qWait(300);
+    for (const QString &key : keys) {
+        program.keys({key});
+        QTest::qWait(300);
+    }
+    QVERIFY(dialog.isEmpty() || !program.waitForWindow(dialog).isEmpty());
+    QCOMPARE(kill(static_cast<pid_t>(program.pid()), SIGTERM), 0);
+    QVERIFY(program.waitForEnd());
+    QCOMPARE(program.exitCode(), 0);
+    QCOMPARE(program.setting("Calvorn", "Scale"), QStringLiteral("1"));
+    QCOMPARE(program.setting("Calvorn", "Marker 3"), QStringLiteral("-6.0"));
+    QCOMPARE(program.serversRunning(), 0);
 }
 
 void TestRealProgram::aSettingsFileThatIsNoneIsTold_data()

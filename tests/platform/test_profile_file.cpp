@@ -330,6 +330,8 @@ void TestProfileFile::doubts_data()
     row("UTF-16", QByteArray("\xFF\xFE[\0C\0]\0\n\0", 10), "it is no text in UTF-8");
     row("UTF-16, the other way round", QByteArray("\xFE\xFF\0[\0C\0]", 8), "it is no text in UTF-8");
     row("UTF-16 without a mark", QByteArray("[\0C\0]\0\n\0", 8), "it is no text in UTF-8");
+    row("one CR alone", "[Config]\nInterface=1\rDDS Device=AD9951\r\n",
+        "its lines end in a way that is not supported (CR alone)");
     row("CR alone", "[Config]\rInterface=2\r", "its lines end in a way that is not supported (CR alone)");
 }
 

@@ -2,6 +2,7 @@
 #include "platform/program_lock.h"
 
 #include "tests/support/other_user.h"
+#include "tests/support/unprivileged.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -95,7 +96,31 @@ private slots:
             QVERIFY(!test::ForeignLock(folder.filePath(kFile), mode, LOCK_SH).holds());
     }
 
-    // In a folder that both can write, the second one is told who the first one is; what a killed one left is removed.
+    // In a folder that both can write: what another user holds is refused, and what a killed one left is removed.
+    void aFileOfAnotherUser()
+    {
+        if (!test::isRoot())
+            return;
+        const QTemporaryDir folder;
+        setMode(folder.path(), 0777);
+        {
+            const ProgramLock lock(folder.path());
+            const test::Unprivileged user;
+            QVERIFY(user.holds());
+            QVERIFY(!ProgramLock(folder.path()).isOurs());
+            QCOMPARE(filesIn(folder), QStringList(kFile));
+        }
+        QFile left(folder.filePath(kFile));
+        QVERIFY(left.open(QIODevice::WriteOnly));
+        QVERIFY(left.setPermissions(QFile::ReadOwner | QFile::WriteOwner));
+        left.close();
+        const test::Unprivileged user;
+        QVERIFY(user.holds());
+        QVERIFY(ProgramLock(folder.path()).isOurs());
+        QCOMPARE(filesIn(folder), QStringList());
+    }
+
+    // The second one is told who the first one is.
     void anotherUserIsNamed()
     {
         if (!test::isRoot())

@@ -30,6 +30,7 @@ private slots:
     void newPlanLetsNoOldVectorThrough();
     void newModeLetsNoOldVectorThrough();
     void closeSwitchesOff();
+    void closeSwitchesOffAfterALostByte();
     void slowProgramGetsTheNewest();
     void unknownValues();
     void frequencyThatDoesNotFit();
@@ -267,6 +268,21 @@ void VnaSweepLifeTest::closeSwitchesOff()
     QTRY_VERIFY(bench.link->passed() > 400);
     bench.driver.ClosePort();
     QCOMPARE(bench.completes.count(), 1);
+    QCOMPARE(bench.board.generatorHz(), 0.0);
+    QCOMPARE(bench.board.bytesWhileReplying(), std::uint64_t{0});
+}
+
+// The reply never gets whole, so the line is not free for a second and more.
+void VnaSweepLifeTest::closeSwitchesOffAfterALostByte()
+{
+    VnaBench bench(vnaSettings(),
+                   [](quint64 index, char byte) { return index == 500 ? QByteArray() : QByteArray(1, byte); });
+    QVERIFY(bench.open());
+    bench.start(1'000'000, 22'500);
+    QTRY_VERIFY(bench.link->passed() > 500);
+    QTRY_VERIFY(!bench.board.isReplying());
+    QVERIFY(bench.board.generatorHz() > 0.0);
+    bench.driver.ClosePort();
     QCOMPARE(bench.board.generatorHz(), 0.0);
     QCOMPARE(bench.board.bytesWhileReplying(), std::uint64_t{0});
 }

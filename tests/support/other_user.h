@@ -32,16 +32,19 @@ public:
         if (pipe(ends) != 0)
             qFatal("no pipe");
         m_process = fork();
+        if (m_process < 0)
+            qFatal("no process");
         if (m_process == 0) {
             const char answer = becomeNobody() && locks(QFile::encodeName(path), openFlags, lock) ? 'y' : 'n';
             [[maybe_unused]] const ssize_t written = write(ends[1], &answer, 1);
             for (;;)
                 pause();
         }
+        // A child that dies before it answers ends the pipe.
+        close(ends[1]);
         char answer = 'n';
         m_holds = read(ends[0], &answer, 1) == 1 && answer == 'y';
         close(ends[0]);
-        close(ends[1]);
     }
     ~ForeignLock()
     {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "tests/support/program_folder.h"
+#include "tests/support/start_as_a_shell.h"
 
 #include <QProcess>
 
@@ -38,6 +39,7 @@ struct Tool
     void start(const QStringList &arguments)
     {
         process.setWorkingDirectory(folder.path());
+        process.setChildProcessModifier(startAsAShell);
         process.start(inFolder("calvorn-sweep"), arguments);
     }
     int run(const QStringList &arguments = {})
