@@ -164,6 +164,15 @@ void TestOtherFolder::oneInstanceForEachUser()
     QProcess second;
     program.launch(second, "you");
     QTRY_COMPARE_WITH_TIMEOUT(program.serversRunning(), 2, 5000);
+    // Its window would take the focus from the box.
+    const auto windows = [] {
+        return RealProgram::run(QStringLiteral("xdotool"),
+                                {QStringLiteral("search"), QStringLiteral("--onlyvisible"), QStringLiteral("--name"),
+                                 QStringLiteral("^Brenik - Calvorn  v2.0 - ")})
+            .split(u'\n', Qt::SkipEmptyParts)
+            .size();
+    };
+    QTRY_COMPARE_WITH_TIMEOUT(windows(), qsizetype{2}, 10000);
     // ... but only once.
     QProcess third;
     program.launch(third, "you");
