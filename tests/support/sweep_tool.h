@@ -5,6 +5,7 @@
 #include "tests/support/start_as_a_shell.h"
 
 #include <QProcess>
+#include <QTest>
 
 namespace calvorn::test {
 
@@ -50,6 +51,18 @@ struct Tool
         out = QString::fromUtf8(process.readAllStandardOutput());
         errors = QString::fromUtf8(process.readAllStandardError()).split(u'\n', Qt::SkipEmptyParts);
         return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    }
+    // Waits for the second sweep of a tool that was started with several.
+    bool sweepsTwice()
+    {
+        QByteArray progress;
+        return QTest::qWaitFor(
+            [&] {
+                process.waitForReadyRead(50);
+                progress += process.readAllStandardError();
+                return progress.contains("Sweep 2 of");
+            },
+            20'000);
     }
     // The sentence with which the tool gave up; a server that is ended may have its own last words.
     QString sentence() const

@@ -239,14 +239,7 @@ void TestSweepToolFiles::aStopIsNoTimeOut()
     QFETCH(int, signal);
     Tool tool(ProgramFolder::preparedSettings());
     tool.start({QStringLiteral("--sweeps=60"), QStringLiteral("--output=sweep.csv")});
-    QByteArray progress;
-    QVERIFY(QTest::qWaitFor(
-        [&] {
-            tool.process.waitForReadyRead(50);
-            progress += tool.process.readAllStandardError();
-            return progress.contains("Sweep 2 of");
-        },
-        20'000));
+    QVERIFY(tool.sweepsTwice());
     const auto process = static_cast<pid_t>(tool.process.processId());
     QCOMPARE(kill(-process, signal), 0);
     QTest::qWait(1'000);
