@@ -1,27 +1,32 @@
 // SPDX-License-Identifier: MIT
 #include "app/driver_events.h"
 
-#include "acquisition/lpt_driver.h"
-#include "acquisition/pic_driver.h"
-#include "acquisition/vna_driver.h"
 #include "core/number_text.h"
+#include "instrument/lpt_driver.h"
+#include "instrument/pic_driver.h"
+#include "instrument/vna_driver.h"
 
 namespace calvorn {
 
 DriverEvents::DriverEvents(Messages &messages, Log &log, ErrorBoundary &boundary, SweepControls &controls,
-                           SampleConversion &conversion, TestPanel &testPanel, QObject *parent)
+                           Instrument &instrument, TestPanel &testPanel, QObject *parent)
     : QObject(parent)
     , m_messages(messages)
     , m_log(log)
     , m_boundary(boundary)
     , m_controls(controls)
-    , m_conversion(conversion)
+    , m_instrument(instrument)
     , m_testPanel(testPanel)
 {
 }
 
-void DriverEvents::connectDriver(AcquisitionDriver *driver)
+void DriverEvents::connectDriver()
 {
+    AcquisitionDriver *driver = m_instrument.driver();
+    m_boundary.connect(driver, &AcquisitionDriver::refused, this, "refused",
+                       [this](const QString &text, bool withBeep) {
+                           withBeep ? m_messages.beepAndWarn(text) : m_messages.warn(text);
+                       });
     if (auto *pic = qobject_cast<PicDriver *>(driver))
         connectHandlers(pic, {"aPIC_aComplete", &DriverEvents::aPIC_aComplete, "aPIC_aErrore",
                               &DriverEvents::aPIC_aErrore, "aPIC_aVettore", &DriverEvents::aPIC_aVettore});
@@ -103,7 +108,7 @@ void DriverEvents::completed(AcquisitionDriver *driver)
 void DriverEvents::stored(const QVector<int> &vettore)
 {
     try {
-        m_conversion.datiDDS(vettore);
+        m_instrument.store(vettore);
     } catch (const RuntimeError &) {
         m_boundary.run("cmdStop_Click", [this] { m_controls.cmdStop_Click(); });
         throw;

@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "acquisition/acquisition_driver.h"
-#include "acquisition/sample_conversion.h"
-#include "acquisition/sweep_controls.h"
-#include "acquisition/test_panel.h"
+#include "controls/sweep_controls.h"
+#include "controls/test_panel.h"
 #include "core/error_boundary.h"
+#include "instrument/instrument.h"
 
 #include <QObject>
 
@@ -21,11 +20,11 @@ class DriverEvents : public QObject
     Q_OBJECT
 
 public:
-    DriverEvents(Messages &messages, Log &log, ErrorBoundary &boundary, SweepControls &controls,
-                 SampleConversion &conversion, TestPanel &testPanel, QObject *parent = nullptr);
+    DriverEvents(Messages &messages, Log &log, ErrorBoundary &boundary, SweepControls &controls, Instrument &instrument,
+                 TestPanel &testPanel, QObject *parent = nullptr);
 
-    // Connects the events of the one driver that the window has.
-    void connectDriver(AcquisitionDriver *driver);
+    // Connects the events of the instrument's driver.
+    void connectDriver();
 
     // Suppresses log lines and error boxes while a calibration dialog reports the errors. They are still counted.
     void setErrorsReportedElsewhere(bool elsewhere) { m_reportedElsewhere = elsewhere; }
@@ -66,7 +65,7 @@ private:
     Log &m_log;
     ErrorBoundary &m_boundary;
     SweepControls &m_controls;
-    SampleConversion &m_conversion;
+    Instrument &m_instrument;
     TestPanel &m_testPanel;
     AlertQueue m_alerts;
     bool m_reportedElsewhere = false;

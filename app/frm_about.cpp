@@ -3,6 +3,7 @@
 
 #include "core/display_mask.h"
 #include "core/number_text.h"
+#include "instrument/interface_kind.h"
 
 #include <QCoreApplication>
 #include <QGridLayout>
@@ -59,21 +60,8 @@ FrmAbout::FrmAbout(const Configuration &configuration, QWidget *parent)
 
 QString FrmAbout::interfaceText(const Configuration &c)
 {
-    const QString port = NumberText::fromInteger(c.commPort);
-    switch (c.interfaceType) {
-    case kInterfacePic:
-        return tr("PIC connected to the USB port COM%1").arg(port) + u'\r' + tr("(Project by Brenik)");
-    case kInterfaceLpt:
-        return tr("DDS Generator/Detector connected to the parallel port LPT 0%1")
-                   .arg(QString::number(static_cast<std::uint16_t>(c.lptAddress), 16).toUpper()) +
-               u'\r' + tr("Board design: home-built, by radio amateurs") + u'\r' +
-               tr("In the manual (F1): \"The parallel-port board\"");
-    case kInterfaceVna:
-        return tr("MiniVNA connected to the USB port COM%1").arg(port) + u'\r' +
-               tr("Analyser design: its makers, with thanks") + u'\r' + tr("In the manual (F1): \"The MiniVNA\"");
-    default:
-        return {};
-    }
+    const InterfaceKind *kind = interfaceKind(c.interfaceType);
+    return kind ? kind->about(c) : QString();
 }
 
 QString FrmAbout::generatorText(const Configuration &c)
@@ -89,16 +77,8 @@ QString FrmAbout::detectorText(const Configuration &c)
 {
     const QString step =
         NumberText().masked(static_cast<double>(c.adcStep) * 1000.0, kMaskMillivolt) + QStringLiteral("mV");
-    switch (c.interfaceType) {
-    case kInterfacePic:
-        // The words follow the device's name without a blank: "10bitby PIC 16F877".
-        return c.adcDevice + tr("by PIC 16F877, step: ") + step;
-    case kInterfaceLpt:
-    case kInterfaceVna:
-        return c.adcDevice + tr(", step: ") + step;
-    default:
-        return {};
-    }
+    const InterfaceKind *kind = interfaceKind(c.interfaceType);
+    return kind ? c.adcDevice + kind->aboutDetector() + step : QString();
 }
 
 // The configuration can have changed since the window was last open.

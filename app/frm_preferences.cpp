@@ -4,7 +4,7 @@
 #include "core/common_functions.h"
 #include "core/number_text.h"
 #include "core/scale_type.h"
-#include "platform/option_choice.h"
+#include "widgets/option_choice.h"
 
 #include <QGroupBox>
 #include <QLabel>

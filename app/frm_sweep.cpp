@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "app/frm_sweep.h"
 
-#include "acquisition/driver_factory.h"
 #include "app/frm_about.h"
 #include "app/frm_preferences.h"
 #include "app/help_desk.h"
+#include "instrument/aux_hardware.h"
 #include "setup/prepared_settings.h"
 
 #include <QApplication>
@@ -27,28 +27,17 @@ constexpr int kControlColumnWidth = 186;
 // On a screen of 1024 pixels the graph and the markers leave no more, even to the largest of the usual fonts.
 constexpr int kWidestControlColumn = 225;
 
-QString settingsFileOf(const ProgramFolders &folders)
-{
-    return folders.settings + u'/' + QString::fromLatin1(kSettingsFileName);
-}
-
 } // namespace
 
-FrmSweep::FrmSweep(const ProgramFolders &folders, Configuration &configuration, Desktop &desktop)
-    : m_configuration(configuration)
-    , m_desktop(desktop)
-    , m_messages(configuration, desktop)
-    , m_log(configuration)
-    , m_boundary(m_messages, m_log)
-    , m_loader(configuration, m_window)
-    , m_server(folders.programs + QStringLiteral("/CalvornAsync"), settingsFileOf(folders))
-    , m_table(configuration)
-    , m_conversion(configuration, m_window, m_table)
+FrmSweep::FrmSweep(SweepStation &station)
+    : m_station(station)
+    , m_configuration(station.configuration)
+    , m_instrument(station.instrument)
+    , m_table(station.instrument.table())
 {
     setObjectName(QStringLiteral("frmSweep"));
-    m_help = new HelpDesk(folders.programs + QStringLiteral("/Calvorn.qch"), m_messages, m_boundary, this);
-    m_server.setParent(this);
-    m_configuration.iniPath = settingsFileOf(folders);
+    m_help = new HelpDesk(station.folders.programs + QStringLiteral("/Calvorn.qch"), station.messages, station.boundary,
+                          this);
     compose();
     buildMenus();
     connectRooms();
@@ -74,17 +63,19 @@ void FrmSweep::compose()
 void FrmSweep::composeControlColumn(QVBoxLayout *column)
 {
     m_readouts = new FrequencyReadouts(this);
-    m_range = new RangeEntry(m_configuration, m_table, *m_readouts, m_messages, m_boundary, this);
-    m_controls = new SweepControls(m_configuration, m_messages, m_log, m_boundary, this);
+    m_range = new RangeEntry(m_configuration, m_table, *m_readouts, m_station.messages, m_station.boundary, this);
+    m_controls = new SweepControls(m_configuration, m_instrument, m_station.messages, m_station.log, m_station.clock,
+                                   m_station.boundary, this);
     auto *exit = new QPushButton(tr("EXIT"), this);
     exit->setObjectName(QStringLiteral("cmdExit"));
     exit->setToolTip(tr("Save the settings and end the program"));
     exit->setMinimumHeight(36);
-    m_controls->buttonRow()->addWidget(exit);
+    m_controls->addButton(exit);
     connect(exit, &QPushButton::clicked, this, &QWidget::close);
 
-    m_testPanel = new TestPanel(m_configuration, m_table, m_messages, m_log, m_boundary, this);
-    m_events = new DriverEvents(m_messages, m_log, m_boundary, *m_controls, m_conversion, *m_testPanel, this);
+    m_testPanel = new TestPanel(m_configuration, m_table, m_station.messages, m_station.log, m_station.boundary, this);
+    m_events = new DriverEvents(m_station.messages, m_station.log, m_station.boundary, *m_controls, m_instrument,
+                                *m_testPanel, this);
 
     column->addWidget(m_range);
     column->addWidget(m_controls);
@@ -106,22 +97,25 @@ void FrmSweep::fitControlColumn()
 
 void FrmSweep::composeGraphColumn(QVBoxLayout *column)
 {
-    m_graphPanel = new GraphPanel(m_configuration, m_table, m_desktop, m_boundary, this);
+    m_graphPanel =
+        new GraphPanel(m_configuration, m_table, m_station.markers, m_station.desktop, m_station.boundary, this);
     m_graphPanel->setFooter(m_readouts);
-    m_markers = new MarkerPanel(m_configuration, m_table, m_graphPanel->graph(), m_desktop, m_boundary);
+    m_markerPanel = new MarkerPanel(m_configuration, m_table, m_station.markers, m_graphPanel->graph(),
+                                    m_station.desktop, m_station.boundary);
     m_tableView = new SweepTableView(m_configuration, m_table);
 
-    const AuxHardware hardware = auxHardwareOf([this] { return m_driver; }, m_log);
-    m_aux1 = new AuxOutput(1, m_configuration.aux1, m_configuration, hardware, m_boundary);
-    m_aux2 = new AuxOutput(2, m_configuration.aux2, m_configuration, hardware, m_boundary);
-    m_views = new ViewSwitch(m_window, *m_markers, m_tableView, m_aux1, m_aux2, m_boundary, this);
-    m_views->buttonRow()->addWidget(m_range->sampleCountLabel());
-    m_files = new SweepFiles({m_configuration, m_table, *m_range, *m_readouts, *m_markers, m_graphPanel->graph()},
-                             m_messages, m_log, this);
-    m_pictures = new SweepPictures({m_configuration, m_graphPanel->graph(), *m_markers, *m_readouts}, m_messages,
-                                   m_boundary, this);
-    m_setUp = new SetUpMenu({m_configuration, m_table, *m_events, m_messages, m_log, m_boundary}, this);
-    m_scales = new ScaleControl(m_configuration, m_table, *m_graphPanel, *m_markers, m_boundary, this);
+    const AuxHardware hardware = auxHardwareOf([this] { return m_instrument.driver(); }, m_station.log);
+    m_aux1 = new AuxOutput(1, m_configuration.aux1, m_configuration, hardware, m_station.boundary);
+    m_aux2 = new AuxOutput(2, m_configuration.aux2, m_configuration, hardware, m_station.boundary);
+    m_views = new ViewSwitch(m_station.window, *m_markerPanel, m_tableView, m_aux1, m_aux2, m_station.boundary, this);
+    m_views->addBesideButtons(m_range->sampleCountLabel());
+    m_files =
+        new SweepFiles({m_configuration, m_table, *m_range, *m_readouts}, m_station.messages, m_station.log, this);
+    m_pictures = new SweepPictures({m_configuration, m_graphPanel->graph(), *m_markerPanel, *m_readouts},
+                                   m_station.messages, m_station.boundary, this);
+    m_setUp = new SetUpMenu(
+        {m_configuration, m_table, *m_events, m_station.messages, m_station.log, m_station.boundary}, this);
+    m_scales = new ScaleControl(m_configuration, m_table, *m_graphPanel, *m_markerPanel, m_station.boundary, this);
 
     column->addWidget(m_graphPanel, 1);
     column->addWidget(m_views);
@@ -129,29 +123,24 @@ void FrmSweep::composeGraphColumn(QVBoxLayout *column)
 
 void FrmSweep::connectRooms()
 {
-    SweepGraph *graph = &m_graphPanel->graph();
-    connect(&m_conversion, &SampleConversion::sampleReceived, m_testPanel, &TestPanel::echoSample);
-    connect(&m_conversion, &SampleConversion::vectorStored, this, [this, graph] {
-        m_controls->aggiornaTimer();
-        graph->armGraphTimer();
-    });
+    connect(&m_instrument.conversion(), &SampleConversion::sampleReceived, m_testPanel, &TestPanel::echoSample);
+    connect(&m_instrument.conversion(), &SampleConversion::vectorStored, m_controls, &SweepControls::aggiornaTimer);
     connect(m_range, &RangeEntry::rangeChanged, m_controls, &SweepControls::restartTimerUpdateSweep);
-    connect(m_markers, &MarkerPanel::startCopied, m_range, &RangeEntry::setStart);
-    connect(m_markers, &MarkerPanel::stopCopied, m_range, &RangeEntry::setStop);
-    connect(m_range, &RangeEntry::curveStale, graph, &SweepGraph::clearCurve);
-    m_controls->setHooks({[this] { m_range->aggiornaLblFrequenza(); }, [this] { m_markers->aggiornaLblMarkerX(); },
+    connect(m_markerPanel, &MarkerPanel::startCopied, m_range, &RangeEntry::setStart);
+    connect(m_markerPanel, &MarkerPanel::stopCopied, m_range, &RangeEntry::setStop);
+    m_controls->setHooks({[this] { m_range->aggiornaLblFrequenza(); }, [this] { m_markerPanel->aggiornaLblMarkerX(); },
                           [this] {
                               // Leaving a box without a change keeps the samples of the last sweep.
                               if (!m_range->isPlanStale())
                                   return;
                               m_range->aggiornaLblFrequenza();
-                              m_markers->aggiornaLblMarkerX();
+                              m_markerPanel->aggiornaLblMarkerX();
                           }});
-    m_boundary.connect(m_testPanel, &TestPanel::forcedStop, m_controls, "cmdSwStop_Click",
-                       [this] { m_controls->cmdSwStop_Click(); });
-    m_testPanel->setHooks({[this] { m_graphPanel->drawScreen(); }, [graph] { graph->drawLine(); },
-                           [this] { m_range->aggiornaLblFrequenza(); }, [this] { m_markers->aggiornaLblMarkerX(); },
-                           [this] { m_markers->aggiornaLblMarkerY(); }});
+    m_station.boundary.connect(m_testPanel, &TestPanel::forcedStop, m_controls, "cmdSwStop_Click",
+                               [this] { m_controls->cmdSwStop_Click(); });
+    m_testPanel->setHooks({[this] { m_graphPanel->drawScreen(); }, [this] { m_range->aggiornaLblFrequenza(); },
+                           [this] { m_markerPanel->aggiornaLblMarkerX(); },
+                           [this] { m_markerPanel->aggiornaLblMarkerY(); }});
     // What rewrites the configuration needs an idle generator.
     connect(m_controls, &SweepControls::idleCommandsEnabled, this, [this](bool enabled) {
         m_setUpMenu->menuAction()->setEnabled(enabled);
@@ -160,10 +149,6 @@ void FrmSweep::connectRooms()
     });
     connect(m_events, &DriverEvents::cancelled, this, &QWidget::close);
     connect(m_setUp, &SetUpMenu::configured, this, &FrmSweep::endAtOnce);
-    m_boundary.connect(m_setUp, &SetUpMenu::tableRewritten, this, "tableRewritten", [this, graph] {
-        graph->drawLine();
-        m_markers->aggiornaAmpiezzaX();
-    });
 }
 
 void FrmSweep::buildMenus()
@@ -193,15 +178,15 @@ void FrmSweep::buildMenus()
     m_setUpMenu->addSeparator();
     QAction *preferences = m_setUpMenu->addAction(tr("&Preferences"));
     preferences->setObjectName(QStringLiteral("mnuPreferences"));
-    m_boundary.connect(preferences, &QAction::triggered, this, "mnuPreferences_Click",
-                       [this] { mnuPreferences_Click(); });
+    m_station.boundary.connect(preferences, &QAction::triggered, this, "mnuPreferences_Click",
+                               [this] { mnuPreferences_Click(); });
 
     QMenu *help = addMenu(tr("&Help"));
     help->addActions(m_help->actions());
     help->addSeparator();
     QAction *about = help->addAction(tr("&About"));
     about->setObjectName(QStringLiteral("mnuAbout"));
-    m_boundary.connect(about, &QAction::triggered, this, "mnuAbout_Click", [this] { mnuAbout_Click(); });
+    m_station.boundary.connect(about, &QAction::triggered, this, "mnuAbout_Click", [this] { mnuAbout_Click(); });
 }
 
 void FrmSweep::mnuAbout_Click()
@@ -223,7 +208,7 @@ void FrmSweep::mnuPreferences_Click()
 void FrmSweep::showCursorLines(bool visible)
 {
     for (const GraphItem line : {GraphItem::CursorH, GraphItem::CursorV})
-        m_graphPanel->graph().setLineVisible(line, visible);
+        m_station.markers.setVisible(line, visible);
 }
 
 // The graph starts in its own size where the screen has room for the window. What is left over widens the column of the
@@ -242,7 +227,7 @@ void FrmSweep::fitGraph()
 bool FrmSweep::start()
 {
     // The server comes up while the window is prepared.
-    m_server.launch();
+    m_instrument.launchServer();
     setWindowTitle(QString::fromLatin1(kApplicationTitle));
     const QSize free = screen()->availableSize() - QSize(0, kTitleBarHeight);
     resize(kStartSize.boundedTo(free));
@@ -254,19 +239,19 @@ bool FrmSweep::start()
     prepareDisplay();
     prepare("restoreMarkers", [this] { restoreMarkers(); });
     prepare("prepareInterface", [this] { prepareInterface(); });
-    prepare("selectView", [this] { m_views->selectView(m_window.markerIndex); });
+    prepare("selectView", [this] { m_views->selectView(m_station.window.markerIndex); });
     // A box of the start-up can already have ended the program.
     if (m_closed)
         return false;
-    m_markers->save(m_window);
-    m_unreadable = m_loader.unreadableEntries();
+    m_markerPanel->save(m_station.window);
+    m_unreadable = m_station.loader.unreadableEntries();
     m_isPrepared = true;
     m_controls->focusStart();
     show();
     fitGraph();
-    tellFaults(m_loader.faults());
+    tellFaults(m_station.loader.faults());
     if (!m_closed)
-        createDriver();
+        connectHardware();
     return !m_closed;
 }
 
@@ -274,23 +259,23 @@ bool FrmSweep::loadSettings()
 {
     // The configuration ends the program when it was written; without, the defaults will do.
     const bool noSettings = isFirstStart(m_configuration.iniPath);
-    m_loader.refused = [this](const QString &reason) {
-        m_messages.warn(tr("The settings file %1 is not used: %2.").arg(m_configuration.iniPath, reason));
+    m_station.loader.refused = [this](const QString &reason) {
+        m_station.messages.warn(tr("The settings file %1 is not used: %2.").arg(m_configuration.iniPath, reason));
     };
-    m_loader.firstRun = [this, noSettings] {
+    m_station.loader.firstRun = [this, noSettings] {
         const bool isWritten = m_setUp->configureAtFirstStart(noSettings);
         // A signal closes the dialog as well, and then nothing goes on.
         return !isWritten && !m_closed;
     };
-    const LoadOutcome outcome = m_loader.load();
+    const LoadOutcome outcome = m_station.loader.load();
     if (m_closed)
         return false;
     if (outcome == LoadOutcome::UnknownDdsDevice)
-        m_messages.beepAndWarn(m_configuration.ddsDevice + tr(" : Unknow DDSdevice.") + u'\r' +
-                               tr("Supported DDS generators are: AD9850, AD9851, AD9951"));
+        m_station.messages.beepAndWarn(m_configuration.ddsDevice + tr(" : Unknow DDSdevice.") + u'\r' +
+                                       tr("Supported DDS generators are: AD9850, AD9851, AD9951"));
     else if (outcome == LoadOutcome::UnknownAdcDevice)
-        m_messages.beepAndWarn(m_configuration.adcDevice + tr(" : Unknow ADCdevice.") + u'\r' +
-                               tr("Supported ADC are: 8bit, 10bit"));
+        m_station.messages.beepAndWarn(m_configuration.adcDevice + tr(" : Unknow ADCdevice.") + u'\r' +
+                                       tr("Supported ADC are: 8bit, 10bit"));
     if (outcome == LoadOutcome::UnknownDdsDevice || outcome == LoadOutcome::UnknownAdcDevice)
         m_setUp->configure({false, outcome == LoadOutcome::UnknownDdsDevice ? QStringLiteral("DDS Device")
                                                                             : QStringLiteral("ADC Device")});
@@ -300,7 +285,7 @@ bool FrmSweep::loadSettings()
 void FrmSweep::tellFaults(const QStringList &faults)
 {
     if (!faults.isEmpty())
-        m_messages.warn(tr("Some settings could not be read.") + u'\r' + faults.join(u'\r'));
+        m_station.messages.warn(tr("Some settings could not be read.") + u'\r' + faults.join(u'\r'));
 }
 
 void FrmSweep::prepareDisplay()
@@ -317,45 +302,40 @@ void FrmSweep::prepareDisplay()
 void FrmSweep::prepare(const char *step, const std::function<void()> &procedure)
 {
     if (m_preparedSoFar)
-        m_preparedSoFar = m_boundary.run(step, procedure);
+        m_preparedSoFar = m_station.boundary.run(step, procedure);
     else
-        m_boundary.runAfterFailure(step, procedure);
+        m_station.boundary.runAfterFailure(step, procedure);
 }
 
 void FrmSweep::restoreMarkers()
 {
-    m_loader.loadMarkers();
-    m_markers->restore(m_window);
+    m_station.loader.loadMarkers();
+    m_markerPanel->restore(m_station.window);
 }
 
 void FrmSweep::prepareInterface()
 {
-    const bool parallelPort = m_configuration.interfaceType == kInterfaceLpt;
-    m_controls->showSpeed(parallelPort);
-    m_views->setParallelPortViews(parallelPort);
-    if (parallelPort) {
+    const AcquisitionDriver *driver = m_instrument.makeDriver() ? m_instrument.driver() : nullptr;
+    const bool hasOutputs = driver && driver->kind().hasOutputs;
+    m_controls->showSpeed(driver && driver->kind().hasSpeeds);
+    m_views->setOutputViews(hasOutputs);
+    if (hasOutputs) {
         m_aux1->setUp();
         m_aux2->setUp();
     }
 }
 
-void FrmSweep::createDriver()
+void FrmSweep::connectHardware()
 {
-    m_driver = makeDriver({m_configuration, m_window, m_messages, m_log, m_server, m_table}, this);
-    if (!m_driver)
+    AcquisitionDriver *driver = m_instrument.driver();
+    if (!driver)
         return;
-    setWindowTitle(m_driver->caption());
-    m_controls->setDriver(m_driver);
-    m_testPanel->setDriver(m_driver);
+    setWindowTitle(driver->caption());
+    m_testPanel->setDriver(driver);
     fitControlColumn();
-    connect(m_driver, &AcquisitionDriver::sweepForgotten, m_controls, &SweepControls::forgetSweep);
-    m_setUp->setDriver(m_driver);
-    m_events->connectDriver(m_driver);
-    m_boundary.connect(m_driver, &AcquisitionDriver::hardwareReady, this, "hardwareReady", [this] {
-        if (m_configuration.interfaceType == kInterfaceLpt)
-            restoreOutputs(m_configuration, auxHardwareOf([this] { return m_driver; }, m_log));
-    });
-    m_boundary.run("startUp", [this] { m_driver->startUp(); });
+    m_setUp->setDriver(driver);
+    m_events->connectDriver();
+    m_station.boundary.run("startUp", [this] { m_instrument.connectHardware(); });
 }
 
 void FrmSweep::closeEvent(QCloseEvent *event)
@@ -383,16 +363,16 @@ void FrmSweep::shutDown()
     EntryBox::commitPending();
     m_controls->abandonWaiting();
     // Of a file that was refused nothing is known: defaults would take the place of what it holds.
-    if (m_isPrepared && !m_loader.wasRefused())
+    if (m_isPrepared && !m_station.loader.wasRefused())
         saveWhatChanged();
     releaseHardware();
 }
 
 void FrmSweep::saveWhatChanged()
 {
-    m_markers->save(m_window);
-    if (!saveSettings(m_configuration, m_window, m_unreadable))
-        m_log.writeLog(tr("The settings could not be saved in %1").arg(m_configuration.iniPath));
+    m_markerPanel->save(m_station.window);
+    if (!saveSettings(m_configuration, m_station.window, m_unreadable))
+        m_station.log.writeLog(tr("The settings could not be saved in %1").arg(m_configuration.iniPath));
 }
 
 // The file has just been written: saving would put the former offsets back.
@@ -407,9 +387,8 @@ void FrmSweep::endAtOnce()
 
 void FrmSweep::releaseHardware()
 {
-    if (m_driver)
-        m_boundary.run("shutDown", [this] { m_driver->shutDown(); });
-    m_server.stop();
+    m_station.boundary.run("shutDown", [this] { m_instrument.shutDown(); });
+    m_instrument.server().stop();
     m_help->closeAll();
 }
 

@@ -1,20 +1,16 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "acquisition/aux_output.h"
-#include "acquisition/frequency_readouts.h"
-#include "acquisition/range_entry.h"
-#include "acquisition/sample_conversion.h"
-#include "acquisition/server_process.h"
-#include "acquisition/sweep_controls.h"
-#include "acquisition/test_panel.h"
 #include "app/driver_events.h"
 #include "app/set_up_menu.h"
 #include "app/sweep_files.h"
 #include "app/sweep_pictures.h"
-#include "core/error_boundary.h"
-#include "core/settings.h"
-#include "data/sweep_table.h"
+#include "app/sweep_station.h"
+#include "controls/aux_output.h"
+#include "controls/frequency_readouts.h"
+#include "controls/range_entry.h"
+#include "controls/sweep_controls.h"
+#include "controls/test_panel.h"
 #include "display/graph_panel.h"
 #include "display/marker_panel.h"
 #include "display/scale_control.h"
@@ -33,20 +29,14 @@ class FrmAbout;
 class FrmPreferences;
 class HelpDesk;
 
-// Where things stand: the same folder, unless the programs are where a user cannot write.
-struct ProgramFolders
-{
-    QString programs; // holds the acquisition server and the manual
-    QString settings; // holds the settings file; one instance runs in it
-};
-
 // The main window: composes the rooms, and holds the order of start-up and shutdown.
 class FrmSweep : public QMainWindow
 {
     Q_OBJECT
 
 public:
-    FrmSweep(const ProgramFolders &folders, Configuration &configuration, Desktop &desktop);
+    // The station must outlive the window.
+    explicit FrmSweep(SweepStation &station);
     ~FrmSweep() override;
 
     // Loads the settings, prepares every room, shows the window and starts the hardware. False: the program ends.
@@ -74,7 +64,7 @@ private:
     void prepare(const char *step, const std::function<void()> &procedure);
     void restoreMarkers();
     void prepareInterface();
-    void createDriver();
+    void connectHardware();
     void shutDown();
     void saveWhatChanged();
     void endAtOnce();
@@ -83,17 +73,10 @@ private:
     void mnuPreferences_Click();
     void showCursorLines(bool visible);
 
+    SweepStation &m_station;
     Configuration &m_configuration;
-    WindowSettings m_window;
-    Desktop &m_desktop;
-    Messages m_messages;
-    Log m_log;
-    ErrorBoundary m_boundary;
-    SettingsLoader m_loader;
-    ServerProcess m_server;
-    SweepTable m_table;
-    SampleConversion m_conversion;
-    AcquisitionDriver *m_driver = nullptr;
+    Instrument &m_instrument;
+    SweepTable &m_table;
     QVector<ProfileEntry> m_unreadable; // what a shutdown leaves as it is in the file
     int m_leastControlColumn = 0;       // width, logical pixels
     bool m_preparedSoFar = true;
@@ -102,7 +85,7 @@ private:
 
     FrequencyReadouts *m_readouts = nullptr;
     GraphPanel *m_graphPanel = nullptr;
-    MarkerPanel *m_markers = nullptr;
+    MarkerPanel *m_markerPanel = nullptr;
     SweepTableView *m_tableView = nullptr;
     AuxOutput *m_aux1 = nullptr;
     AuxOutput *m_aux2 = nullptr;

@@ -7,9 +7,9 @@
 #include "core/settings_folder.h"
 #include "platform/process_guard.h"
 #include "platform/program_lock.h"
-#include "platform/program_style.h"
 #include "platform/qt_desktop.h"
 #include "translations/language.h"
+#include "widgets/program_style.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -148,7 +148,8 @@ int runWithDisplay(int argc, char **argv)
         return 0;
     }
     copySettingsOnFirstUse(programs);
-    FrmSweep window(folders, configuration, desktop);
+    SweepStation station(folders, configuration, desktop, desktop);
+    FrmSweep window(station);
     watch.setWindow(&window);
     if (!window.start())
         return 0;

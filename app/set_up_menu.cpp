@@ -73,7 +73,6 @@ void SetUpMenu::mnuCalibraDetector_Click()
     if (!m_calibraAdc) {
         m_calibraAdc =
             new FrmCalibraADC(m_rooms.configuration, m_rooms.table, m_rooms.messages, m_rooms.boundary, m_window);
-        connect(m_calibraAdc, &FrmCalibraADC::tableRewritten, this, &SetUpMenu::tableRewritten);
     }
     m_calibraAdc->setDriver(m_driver);
     m_calibraAdc->exec();

@@ -43,8 +43,6 @@ public:
 
 signals:
     void configured();
-    // The amplitudes of the table are those of another detector offset.
-    void tableRewritten();
 
 private:
     void addAction(const char *name, const QString &text, const QString &toolTip, void (SetUpMenu::*handler)());

@@ -6,8 +6,9 @@
 #include "core/number_text.h"
 #include "core/scale_type.h"
 #include "core/whole_file.h"
+#include "data/amplitude_writer.h"
 #include "data/sweep_csv.h"
-#include "platform/entry_box.h"
+#include "widgets/entry_box.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -84,20 +85,19 @@ void SweepFiles::importSweep()
     file.close();
     offerAdjustment(path);
     noteUnit();
-    m_rooms.table.cellsWritten();
     moveToImportedSweep();
 }
 
 double SweepFiles::voltsOf(int row) const
 {
-    const double count = NumberText().toDouble(m_rooms.table.text(row, SweepTable::SampleColumn));
+    const double count = m_rooms.table.number(row, SweepTable::SampleColumn);
     const Configuration &c = m_rooms.configuration;
     return roundToDecimals(count * static_cast<double>(c.adcStep) + static_cast<double>(c.adcOffset), 3);
 }
 
 bool SweepFiles::firstRowIsInVolts() const
 {
-    return voltsOf(1) == NumberText().toDouble(m_rooms.table.text(1, SweepTable::AmplitudeColumn));
+    return voltsOf(1) == m_rooms.table.number(1, SweepTable::AmplitudeColumn);
 }
 
 // The file does not say which scale it was written on, and its import changes none.
@@ -131,13 +131,13 @@ void SweepFiles::moveToImportedSweep()
 {
     const NumberText numbers;
     Configuration &c = m_rooms.configuration;
-    const SweepTable &table = m_rooms.table;
-    const std::int32_t start = numbers.toInt32(table.text(1, SweepTable::FrequencyColumn));
-    const std::int32_t stop = numbers.toInt32(table.text(kSweepPoints, SweepTable::FrequencyColumn));
+    SweepTable &table = m_rooms.table;
+    const std::int32_t start = table.frequency(1);
+    const std::int32_t stop = table.frequency(kSweepPoints);
     const std::int32_t formerStart = std::exchange(c.startFreq, start);
     const std::int32_t formerStop = std::exchange(c.stopFreq, stop);
     try {
-        m_rooms.range.showImportedPlan();
+        m_rooms.range.planWithoutTable();
     } catch (const RuntimeError &) {
         c.startFreq = formerStart;
         c.stopFreq = formerStop;
@@ -146,10 +146,9 @@ void SweepFiles::moveToImportedSweep()
     const double centre = roundHalfEven(checkedSubtract(c.stopFreq, c.startFreq) / 2.0 + c.startFreq);
     m_rooms.readouts.show(numbers.masked(c.startFreq, kMaskHertz), numbers.masked(centre, kMaskHertz),
                           numbers.masked(c.stopFreq, kMaskHertz));
-    m_rooms.markers.aggiornaAmpiezzaX();
-    m_rooms.graph.drawLine();
-    // Last, since the distance of two absurd frequencies is an error.
-    m_rooms.markers.aggiornaLblMarkerX();
+    // Last: whoever follows the table finds its plan.
+    const bool follows = amplitudesFollowFromCounts(table, c);
+    table.sweepWritten(SweepOrigin::Imported, follows ? std::optional(detectorOf(c)) : std::nullopt);
 }
 
 } // namespace calvorn

@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "acquisition/frequency_readouts.h"
-#include "acquisition/range_entry.h"
+#include "controls/frequency_readouts.h"
+#include "controls/range_entry.h"
 #include "core/log.h"
 #include "core/messages.h"
 #include "data/sweep_table.h"
-#include "display/marker_panel.h"
-#include "display/sweep_graph.h"
 
 #include <QAction>
 #include <QObject>
@@ -21,8 +19,6 @@ struct SweepFilesRooms
     SweepTable &table;
     RangeEntry &range;
     FrequencyReadouts &readouts;
-    MarkerPanel &markers;
-    SweepGraph &graph;
 };
 
 // The commands "Export (.csv)" and "Import" of the File menu. Either ends silently on any error; only the log tells.

@@ -3,7 +3,7 @@
 
 #include "core/runtime_error.h"
 #include "core/whole_file.h"
-#include "display/sweep_picture.h"
+#include "display/plot/sweep_picture.h"
 
 #include <QAbstractItemView>
 #include <QBuffer>
@@ -46,7 +46,7 @@ SweepPicture SweepPictures::picture() const
 {
     const FrequencyReadouts &shown = m_rooms.readouts;
     return {m_rooms.configuration,
-            m_rooms.graph,
+            m_rooms.graph.model(),
             {shown.startText(), shown.centreText(), shown.stopText(), m_rooms.markers.texts(),
              QDateTime::currentDateTime()}};
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "acquisition/frequency_readouts.h"
+#include "controls/frequency_readouts.h"
 #include "core/error_boundary.h"
 #include "core/messages.h"
 #include "display/marker_panel.h"

@@ -2,7 +2,7 @@
 // The least that a window for sweeps can be: it takes the vectors from the program's own socket and paints each of them
 // as a polyline over a kept picture. No table, no read-outs, no hardware: the floor of the program under load.
 // Usage: bare_receiver <server>. Sweeps until it is ended.
-#include "acquisition/server_process.h"
+#include "instrument/server_process.h"
 #include "lpt_proxy.h"
 
 #include <QApplication>

@@ -36,7 +36,8 @@ struct Setting
 {
     Configuration configuration;
     SweepTable table{configuration};
-    SweepGraph graph{configuration, table};
+    Markers lines;
+    SweepGraph graph{configuration, table, lines};
     QtDesktop desktop;
     QImage device;
     std::array<QStringList, 2> sweeps{levels(0.0), levels(1.0)};
@@ -66,8 +67,8 @@ struct Setting
             graph.moveLine(item, 100.0 + 60.0 * static_cast<int>(item));
         for (const GraphItem item : {GraphItem::M3, GraphItem::M4, GraphItem::CursorH})
             graph.moveLine(item, 5000.0 + 3000.0 * static_cast<int>(item));
-        graph.setLineVisible(GraphItem::CursorV, true);
-        graph.setLineVisible(GraphItem::CursorH, true);
+        graph.markers().setVisible(GraphItem::CursorV, true);
+        graph.markers().setVisible(GraphItem::CursorH, true);
     }
 };
 
@@ -104,7 +105,7 @@ void mouseMove(benchmark::State &state)
     Messages messages(setting.configuration, setting.desktop);
     Log log(setting.configuration);
     ErrorBoundary boundary(messages, log);
-    MarkerPanel markers(setting.configuration, setting.table, setting.graph, setting.desktop, boundary);
+    MarkerPanel markers(setting.configuration, setting.table, setting.lines, setting.graph, setting.desktop, boundary);
     int x = 0;
     for (auto _ : state) {
         x = (x + 1) % setting.graph.width();

@@ -2,7 +2,7 @@
 // Export and import of a sweep as the menu does them, from and to a file on the disk, each beside the least that any
 // program would have to do: write these bytes to a new file and rename it, read them and convert the numbers.
 #include "core/whole_file.h"
-#include "data/amplitude_column.h"
+#include "data/amplitude_writer.h"
 #include "data/sweep_csv.h"
 
 #include <benchmark/benchmark.h>
@@ -35,7 +35,7 @@ struct Room
         table.inizializzaGrid();
         for (int row = 1; row <= kSweepPoints; ++row)
             table.setText(row, SweepTable::SampleColumn, NumberText::fromInteger(1 + (row * 37) % 1023));
-        AmplitudeColumn(configuration, table).convertAllRows();
+        AmplitudeWriter(configuration, table).convertAllRows();
         csv = sweepAsCsv(table);
         writeWholeFile(path, csv);
     }

@@ -73,7 +73,8 @@ bool measure(const Line &line, const QString &programs, const QString &settings)
         return false;
     Configuration configuration;
     QtDesktop desktop;
-    FrmSweep window({folder.path(), folder.path()}, configuration, desktop);
+    SweepStation station({folder.path(), folder.path()}, configuration, desktop, desktop);
+    FrmSweep window(station);
     if (!window.start())
         return false;
 

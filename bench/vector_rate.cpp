@@ -126,14 +126,15 @@ private:
             return false;
         Configuration configuration;
         QtDesktop desktop;
-        FrmSweep window({folder.path(), folder.path()}, configuration, desktop);
+        SweepStation station({folder.path(), folder.path()}, configuration, desktop, desktop);
+        FrmSweep window(station);
         if (!window.start())
             return false;
         window.findChild<QAbstractButton *>(QString::fromLatin1(view))->click();
         const auto *table = static_cast<const SweepTable *>(
             window.findChild<QAbstractItemView *>(QStringLiteral("MSFlexGridV"))->model());
         Count count;
-        QObject::connect(window.findChild<AcquisitionDriver *>(), &AcquisitionDriver::aVettore, &window,
+        QObject::connect(station.instrument.driver(), &AcquisitionDriver::aVettore, &window,
                          [&] { count.arrived(table->text(1, SweepTable::SampleColumn).toInt()); });
         window.findChild<QAbstractButton *>(QStringLiteral("cmdStart"))->click();
         if (!count.await())

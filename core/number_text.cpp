@@ -195,8 +195,38 @@ bool NumberText::isGroup(QChar c) const
     return m_group == u'\u2019' && c == u'\'';
 }
 
+// What the masks write, and little else. An integer of 15 digits and a power of ten are exact as doubles, and so their
+// quotient is the nearest double of the decimal number.
+bool NumberText::readShort(QStringView text, double &value) const
+{
+    constexpr int kMostDigits = 15;
+    const bool isNegative = text.startsWith(u'-');
+    std::int64_t digits = 0;
+    int count = 0;
+    int decimals = -1; // none while the separator has not come
+    for (const QChar c : text.sliced(isNegative ? 1 : 0)) {
+        if (isDigit(c)) {
+            if (++count > kMostDigits)
+                return false;
+            digits = digits * 10 + (c.unicode() - u'0');
+            decimals += decimals >= 0 ? 1 : 0;
+        } else if (c == m_decimal && decimals < 0) {
+            decimals = 0;
+        } else if (c != m_group || decimals >= 0 || count == 0) {
+            return false;
+        }
+    }
+    if (count == 0)
+        return false;
+    const auto magnitude = static_cast<double>(digits) / (decimals > 0 ? powerOfTen(decimals) : 1.0);
+    value = isNegative ? -magnitude : magnitude;
+    return true;
+}
+
 NumberText::Parse NumberText::parse(QStringView text, double &value) const
 {
+    if (readShort(text, value))
+        return Parse::Number;
     const QStringView body = trimmedBlanks(text);
     QVarLengthArray<char, 64> plain;
     qsizetype i = 0;

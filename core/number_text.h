@@ -60,6 +60,7 @@ public:
 private:
     enum class Parse { Number, NotANumber, TooLarge };
     Parse parse(QStringView text, double &value) const;
+    bool readShort(QStringView text, double &value) const;
     bool isGroup(QChar c) const;
     QString withDecimal(const char *first, const char *last) const;
 

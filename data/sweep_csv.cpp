@@ -27,16 +27,15 @@ void appendNumber(QByteArray &csv, double value)
 
 QByteArray sweepAsCsv(const SweepTable &table)
 {
-    const NumberText numbers;
     QByteArray csv("\"Sample N\",\"Frequency\",\"DAC sample\",\"milliVolt\"\r\n");
     for (int row = 1; row <= kSweepPoints; ++row) {
         appendNumber(csv, row);
         csv.append(',');
-        appendNumber(csv, numbers.toDouble(table.text(row, SweepTable::FrequencyColumn)));
+        appendNumber(csv, table.number(row, SweepTable::FrequencyColumn));
         csv.append(',');
-        appendNumber(csv, numbers.toDouble(table.text(row, SweepTable::SampleColumn)));
+        appendNumber(csv, table.number(row, SweepTable::SampleColumn));
         csv.append(',');
-        appendNumber(csv, numbers.toDouble(table.text(row, SweepTable::AmplitudeColumn)) * 1000.0);
+        appendNumber(csv, table.number(row, SweepTable::AmplitudeColumn) * 1000.0);
         csv.append("\r\n");
     }
     return csv;

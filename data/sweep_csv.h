@@ -19,7 +19,7 @@ inline constexpr int kMostSweepLines = 100000;
 // Reads a sweep file into the cells of the table. The row written is the one that a line's first field names; the
 // line that names row 400 is the last. Numbers are read by the current locale.
 // RuntimeError where the text ends too early, a field is no number, a row lies outside 0 to 400 or the lines do not
-// end; the lines read so far are then in the table. The caller tells the views (cellsWritten()).
+// end; the lines read so far are then in the table. The caller announces them.
 void readSweepCsv(QIODevice &device, SweepTable &table);
 
 } // namespace calvorn

@@ -3,9 +3,12 @@
 
 #include "core/checked_arithmetic.h"
 #include "core/number_text.h"
+#include "core/runtime_error.h"
 #include "core/scale_type.h"
 
 #include <algorithm>
+#include <limits>
+#include <utility>
 
 namespace calvorn {
 
@@ -18,7 +21,10 @@ SweepTable::SweepTable(const Configuration &configuration, QObject *parent)
 
 void SweepTable::inizializzaGrid()
 {
-    m_axis.reset();
+    m_sweep.plan.reset();
+    m_sweep.origin = SweepOrigin::None;
+    m_sweep.detector.reset();
+    m_isRead.fill(false);
     std::ranges::for_each(m_cells, [](QString &text) { text.clear(); });
     setText(0, FrequencyColumn, tr("Frequency"));
     setText(0, AmplitudeColumn, isLinearScale(m_configuration.scaleType) ? tr("Volt") : tr("dB"));
@@ -30,9 +36,16 @@ void SweepTable::inizializzaGrid()
         const std::int32_t frequency = checkedAdd(m_configuration.startFreq, distance);
         numbers.assignMasked(cell(row, FrequencyColumn), frequency, kMaskHertz);
     }
-    m_axis = SweepAxis{m_configuration.startFreq, m_configuration.stepFreq};
+    m_sweep.plan = SweepAxis{m_configuration.startFreq, m_configuration.stepFreq};
     cellsWritten();
     emit rebuilt();
+    emit changed();
+}
+
+void SweepTable::forgetAxis()
+{
+    m_sweep.plan.reset();
+    m_sweep.detector.reset();
 }
 
 void SweepTable::clearSamples()
@@ -52,7 +65,81 @@ const QString &SweepTable::text(int row, int column) const
 
 QString &SweepTable::cell(int row, int column)
 {
-    return const_cast<QString &>(text(row, column));
+    auto &text = const_cast<QString &>(std::as_const(*this).text(row, column));
+    m_isRead[static_cast<std::size_t>(column)] = false;
+    return text;
+}
+
+Sweep::Column &SweepTable::columnOf(Column column) const
+{
+    switch (column) {
+    case FrequencyColumn:
+        return m_sweep.frequencies;
+    case AmplitudeColumn:
+        return m_sweep.amplitudes;
+    case SampleColumn:
+        break;
+    }
+    return m_sweep.counts;
+}
+
+// The one place where cells become numbers.
+const Sweep::Column &SweepTable::numbers(Column column) const
+{
+    Sweep::Column &values = columnOf(column);
+    bool &isRead = m_isRead[static_cast<std::size_t>(column)];
+    if (isRead)
+        return values;
+    const NumberText numbers;
+    const QString *text = &m_cells[kTableColumns + static_cast<std::size_t>(column)];
+    for (double &value : values) {
+        try {
+            value = numbers.toDouble(*text);
+        } catch (const RuntimeError &) {
+            value = Sweep::kNoNumber;
+        }
+        text += kTableColumns;
+    }
+    isRead = true;
+    return values;
+}
+
+const Sweep &SweepTable::sweep() const
+{
+    for (const Column column : {FrequencyColumn, AmplitudeColumn, SampleColumn})
+        numbers(column);
+    return m_sweep;
+}
+
+double SweepTable::number(int row, Column column) const
+{
+    const QString &shown = text(row, column);
+    const double value = row > 0 ? numbers(column)[static_cast<std::size_t>(row - 1)] : Sweep::kNoNumber;
+    // The conversion knows what is wrong with the text.
+    return Sweep::isNumber(value) ? value : NumberText().toDouble(shown);
+}
+
+std::int32_t SweepTable::frequency(int row) const
+{
+    const double hertz = roundHalfEven(number(row, FrequencyColumn));
+    if (hertz >= std::numeric_limits<std::int32_t>::min() && hertz <= std::numeric_limits<std::int32_t>::max())
+        return static_cast<std::int32_t>(hertz);
+    return NumberText().toInt32(text(row, FrequencyColumn));
+}
+
+void SweepTable::sweepWritten(SweepOrigin origin, const std::optional<DetectorCalibration> &detector)
+{
+    m_sweep.origin = origin;
+    m_sweep.detector = detector;
+    cellsWritten();
+    emit changed();
+}
+
+void SweepTable::amplitudesRewritten(const DetectorCalibration &detector)
+{
+    m_sweep.detector = detector;
+    cellsWritten();
+    emit changed();
 }
 
 void SweepTable::cellsWritten()

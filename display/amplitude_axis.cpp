@@ -5,7 +5,7 @@
 #include "core/common_functions.h"
 #include "core/number_text.h"
 #include "core/scale_type.h"
-#include "display/graph_coordinates.h"
+#include "display/plot/graph_coordinates.h"
 
 #include <QEvent>
 
@@ -133,22 +133,6 @@ void AmplitudeAxis::drawScreen()
     m_maxVolt->setVisible(linear);
     m_maxDb->setVisible(!linear);
     place();
-}
-
-QString AmplitudeAxis::ladderText(const Configuration &configuration, int i)
-{
-    const NumberText numbers;
-    if (isLinearScale(configuration.scaleType)) {
-        const double fullScale = GraphCoordinates(configuration).fullScaleVolt();
-        return numbers.masked(fullScale - fullScale * i / kLinearLabels, kMaskFullScaleVolt);
-    }
-    const int first = scaleHasHeadroom(configuration.scaleType) ? 1 : 0; // tens of dB above 0 dB
-    return numbers.masked(-10.0 * (i - first), kMaskDb);
-}
-
-QString AmplitudeAxis::referenceText(const Configuration &configuration)
-{
-    return scaleRefersTo10V(configuration.scaleType) ? tr("(Vref 10V)") : tr("(Vref 1V)");
 }
 
 void AmplitudeAxis::drawLinear()

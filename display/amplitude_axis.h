@@ -2,8 +2,9 @@
 #pragma once
 
 #include "core/error_boundary.h"
+#include "display/plot/amplitude_ladder.h"
 #include "platform/desktop.h"
-#include "platform/entry_box.h"
+#include "widgets/entry_box.h"
 
 #include <QLabel>
 #include <QWidget>
@@ -18,15 +19,9 @@ class AmplitudeAxis : public QWidget
     Q_OBJECT
 
 public:
-    static constexpr int kLabels = 11;
+    static constexpr int kLabels = kLadderLines;
 
     AmplitudeAxis(Configuration &configuration, Desktop &desktop, ErrorBoundary &boundary, QWidget *parent = nullptr);
-
-    // The text at a line of the ladder: quarters of the full scale in volts, 0 to 4, or steps of 10 dB, 0 to 9, both
-    // counted from the top of the scale.
-    static QString ladderText(const Configuration &configuration, int i);
-    // What 0 dB is, "(Vref 1V)" or "(Vref 10V)".
-    static QString referenceText(const Configuration &configuration);
 
     // Puts the full-scale values of the record into the boxes; once the settings are loaded.
     void showFullScale();

@@ -9,11 +9,11 @@
 
 namespace calvorn {
 
-GraphPanel::GraphPanel(Configuration &configuration, const SweepTable &table, Desktop &desktop, ErrorBoundary &boundary,
-                       QWidget *parent)
+GraphPanel::GraphPanel(Configuration &configuration, const SweepTable &table, Markers &markers, Desktop &desktop,
+                       ErrorBoundary &boundary, QWidget *parent)
     : QWidget(parent)
     , m_axis(new AmplitudeAxis(configuration, desktop, boundary, this))
-    , m_graph(new SweepGraph(configuration, table, this))
+    , m_graph(new SweepGraph(configuration, table, markers, this))
     , m_grid(new QGridLayout(this))
 {
     m_grid->setContentsMargins(0, 0, 0, 0);

@@ -14,8 +14,8 @@ class GraphPanel : public QWidget
     Q_OBJECT
 
 public:
-    GraphPanel(Configuration &configuration, const SweepTable &table, Desktop &desktop, ErrorBoundary &boundary,
-               QWidget *parent = nullptr);
+    GraphPanel(Configuration &configuration, const SweepTable &table, Markers &markers, Desktop &desktop,
+               ErrorBoundary &boundary, QWidget *parent = nullptr);
 
     SweepGraph &graph() { return *m_graph; }
     AmplitudeAxis &axis() { return *m_axis; }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "display/graph_line.h"
+#include "display/plot/graph_line.h"
 
 #include <QObject>
 #include <QRect>

@@ -2,7 +2,6 @@
 #include "display/marker_panel.h"
 
 #include "core/checked_arithmetic.h"
-#include "core/common_functions.h"
 #include "core/number_text.h"
 #include "core/scale_type.h"
 
@@ -20,21 +19,8 @@ namespace calvorn {
 
 namespace {
 
-// Volts or dB: beyond it a marker means nothing, and a power of ten of it might not be a number any more.
-constexpr double kLargestAmplitude = 1e6;
-
 constexpr double kDragDistance = 3.0; // logical pixels
 constexpr int kWidest = 760;          // logical pixels
-
-DisplayMask amplitudeMask(bool linear)
-{
-    return linear ? kMaskVolt : kMaskDb;
-}
-
-bool isWholeFrequency(const NumberText &numbers, const QString &text)
-{
-    return numbers.isNumeric(text) && std::abs(numbers.toDouble(text)) <= std::numeric_limits<std::int32_t>::max();
-}
 
 // A place on the left edge belongs to row 1.
 int rowAt(double x)
@@ -44,19 +30,12 @@ int rowAt(double x)
 
 } // namespace
 
-double markerDifference(bool linear, double m3, double m4)
-{
-    if (linear)
-        return std::abs(m4 - m3);
-    const bool sameSide = (m3 > 0.0 && m4 > 0.0) || (m3 < 0.0 && m4 < 0.0);
-    return sameSide ? m4 - m3 : std::abs(m3) + std::abs(m4);
-}
-
-MarkerPanel::MarkerPanel(Configuration &configuration, SweepTable &table, SweepGraph &graph, Desktop &desktop,
-                         ErrorBoundary &boundary, QWidget *parent)
+MarkerPanel::MarkerPanel(Configuration &configuration, const SweepTable &table, Markers &markers, SweepGraph &graph,
+                         Desktop &desktop, ErrorBoundary &boundary, QWidget *parent)
     : QWidget(parent)
     , m_configuration(configuration)
     , m_table(table)
+    , m_markers(markers)
     , m_graph(graph)
     , m_desktop(desktop)
 {
@@ -181,8 +160,8 @@ void MarkerPanel::connectBoxes(ErrorBoundary &boundary)
     boundary.connect(m_m2x, &EntryBox::lostFocus, this, "txtM2X_LostFocus", [this] { txtM2X_LostFocus(); });
     boundary.connect(m_m3y, &EntryBox::lostFocus, this, "txtM3Y_LostFocus", [this] { txtM3Y_LostFocus(); });
     boundary.connect(m_m4y, &EntryBox::lostFocus, this, "txtM4Y_LostFocus", [this] { txtM4Y_LostFocus(); });
-    boundary.connect(&m_graph, &SweepGraph::graphTimerFired, this, "timerGrafico_Timer",
-                     [this] { timerGrafico_Timer(); });
+    boundary.connect(&m_graph.redraws(), &RedrawTimer::fired, this, "timerGrafico_Timer",
+                     [this] { aggiornaAmpiezzaX(); });
     boundary.connect(&m_graph, &SweepGraph::mousePressed, this, "picSweep_MouseDown",
                      [this](Qt::MouseButton button, Qt::KeyboardModifiers modifiers, double x, double y) {
                          picSweep_MouseDown(button, modifiers, x, y);
@@ -195,48 +174,59 @@ void MarkerPanel::connectBoxes(ErrorBoundary &boundary)
     boundary.connect(m_copyM2, &QPushButton::clicked, this, "cmdCopyM2_Click", [this] { cmdCopyM2_Click(); });
     boundary.connect(&m_graph, &SweepGraph::mouseMoved, this, "picSweep_MouseMove",
                      [this](double x, double y) { picSweep_MouseMove(x, y); });
-    connect(&m_table, &SweepTable::rebuilt, this, [this] {
-        m_m1y->setText(QStringLiteral("0"));
-        m_m2y->setText(QStringLiteral("0"));
-    });
+    connect(&m_table, &SweepTable::changed, this, &MarkerPanel::followTable);
 }
 
-int MarkerPanel::rowOf(GraphItem item) const
+// A vector has the frequencies of the one before, and its amplitudes are shown when the curve is.
+void MarkerPanel::followTable()
 {
-    return roundToInteger<std::int32_t>(m_graph.line(item).x1);
+    if (m_table.origin() == SweepOrigin::Measured)
+        return;
+    try {
+        aggiornaLblMarkerX();
+    } catch (const RuntimeError &) {
+        // Of two absurd frequencies there is no distance to be shown.
+        m_m2m1->clear();
+    }
+}
+
+EntryBox *MarkerPanel::boxOf(GraphItem marker) const
+{
+    switch (marker) {
+    case GraphItem::M1:
+        return m_m1x;
+    case GraphItem::M2:
+        return m_m2x;
+    case GraphItem::M3:
+        return m_m3y;
+    default:
+        return m_m4y;
+    }
+}
+
+bool MarkerPanel::isLinear() const
+{
+    return isLinearScale(m_configuration.scaleType);
 }
 
 const QString &MarkerPanel::cellUnder(GraphItem item, SweepTable::Column column) const
 {
-    return m_table.text(rowOf(item), column);
+    return m_table.text(m_markers.row(item), column);
 }
 
-std::int32_t MarkerPanel::frequencyUnder(GraphItem item) const
+bool MarkerPanel::restoreFrequency(GraphItem marker)
 {
-    const NumberText numbers;
-    return numbers.toInt32(numbers.generalNumber(cellUnder(item, SweepTable::FrequencyColumn)));
-}
-
-bool MarkerPanel::restoreFrequency(const QString &marker)
-{
-    const bool second = marker == QStringLiteral("M2");
-    EntryBox *box = second ? m_m2x : m_m1x;
-    if (isWholeFrequency(NumberText(), box->text()))
+    EntryBox *box = boxOf(marker);
+    if (rowOfEntry(m_table, box->text()))
         return false;
-    box->setText(cellUnder(second ? GraphItem::M2 : GraphItem::M1, SweepTable::FrequencyColumn));
+    box->setText(cellUnder(marker, SweepTable::FrequencyColumn));
     return true;
 }
 
-void MarkerPanel::aggiornaPosMarkerX(const QString &marker)
+void MarkerPanel::aggiornaPosMarkerX(GraphItem marker)
 {
     restoreFrequency(marker);
-    const bool second = marker == QStringLiteral("M2");
-    const NumberText numbers;
-    const std::int32_t markerFreq = numbers.toInt32((second ? m_m2x : m_m1x)->text());
-    int row = 1;
-    while (row < kSweepPoints && numbers.toInt32(m_table.text(row, SweepTable::FrequencyColumn)) < markerFreq)
-        ++row;
-    m_graph.moveLine(second ? GraphItem::M2 : GraphItem::M1, row);
+    m_markers.move(marker, rowOfFrequency(m_table, NumberText().toInt32(boxOf(marker)->text())));
 }
 
 void MarkerPanel::aggiornaLblMarkerX()
@@ -247,58 +237,40 @@ void MarkerPanel::aggiornaLblMarkerX()
         m_m2x->setText(cellUnder(GraphItem::M2, SweepTable::FrequencyColumn));
     aggiornaAmpiezzaX();
     showCursor();
-    const std::int32_t difference = checkedSubtract(frequencyUnder(GraphItem::M2), frequencyUnder(GraphItem::M1));
-    m_m2m1->setText(NumberText().masked(checkedMagnitude(difference), kMaskHertzDifference));
+    m_m2m1->setText(frequencyDifference(m_table, m_markers.set()));
 }
 
-double MarkerPanel::amplitudeOfLine(GraphItem item) const
+bool MarkerPanel::restoreAmplitude(GraphItem marker)
 {
-    return m_graph.coordinates().amplitudeOfY(m_graph.line(item).y1);
-}
-
-bool MarkerPanel::restoreAmplitude(const QString &marker)
-{
-    const bool fourth = marker == QStringLiteral("M4");
-    EntryBox *box = fourth ? m_m4y : m_m3y;
-    if (enteredReal(box->text()))
+    if (amplitudeOfEntry(boxOf(marker)->text()))
         return false;
-    const double value = amplitudeOfLine(fourth ? GraphItem::M4 : GraphItem::M3);
-    box->setText(NumberText().masked(value, amplitudeMask(isLinearScale(m_configuration.scaleType))));
+    boxOf(marker)->setText(markerText(isLinear(), m_markers.position(marker)));
     return true;
 }
 
-double MarkerPanel::amplitude(const QString &marker)
+double MarkerPanel::amplitude(GraphItem marker)
 {
     restoreAmplitude(marker);
-    const double value = enteredReal((marker == QStringLiteral("M4") ? m_m4y : m_m3y)->text()).value_or(0.0);
-    return std::clamp(value, -kLargestAmplitude, kLargestAmplitude);
+    return amplitudeOfEntry(boxOf(marker)->text()).value_or(0.0);
 }
 
-void MarkerPanel::aggiornaPosMarkerY(const QString &marker)
+void MarkerPanel::aggiornaPosMarkerY(GraphItem marker)
 {
-    m_graph.moveLine(marker == QStringLiteral("M4") ? GraphItem::M4 : GraphItem::M3,
-                     m_graph.coordinates().yOfAmplitude(amplitude(marker)));
+    m_markers.move(marker, amplitude(marker));
 }
 
 void MarkerPanel::aggiornaLblMarkerY()
 {
-    const bool linear = isLinearScale(m_configuration.scaleType);
-    // As the boxes show them: 0.0 is on neither side of zero, whatever its line stands at.
-    const auto shown = [&](GraphItem marker) {
-        const NumberText numbers;
-        return numbers.toDouble(numbers.masked(amplitudeOfLine(marker), amplitudeMask(linear)));
-    };
-    showAmplitudes(linear, shown(GraphItem::M3), shown(GraphItem::M4));
+    const auto shown = [this](GraphItem marker) { return shownAmplitude(isLinear(), m_markers.position(marker)); };
+    showAmplitudes(isLinear(), shown(GraphItem::M3), shown(GraphItem::M4));
 }
 
 void MarkerPanel::showAmplitudes(bool linear, double m3, double m4)
 {
-    const NumberText numbers;
-    const DisplayMask mask = amplitudeMask(linear);
-    const auto bounded = [](double value) { return std::clamp(value, -kLargestAmplitude, kLargestAmplitude); };
-    m_m4m3->setText(numbers.masked(markerDifference(linear, bounded(m3), bounded(m4)), mask));
-    m_m3y->setText(numbers.masked(bounded(m3), mask));
-    m_m4y->setText(numbers.masked(bounded(m4), mask));
+    const AmplitudeTexts texts = amplitudeTexts(linear, m3, m4);
+    m_m4m3->setText(texts.m4m3);
+    m_m3y->setText(texts.m3y);
+    m_m4y->setText(texts.m4y);
 }
 
 void MarkerPanel::enterFrequency(EntryBox *box)
@@ -308,33 +280,23 @@ void MarkerPanel::enterFrequency(EntryBox *box)
         box->setText(numbers.generalNumber(box->text()));
 }
 
-void MarkerPanel::leaveFrequency(const QString &marker)
+void MarkerPanel::leaveFrequency(GraphItem marker)
 {
     if (restoreFrequency(marker))
         m_desktop.beep();
     // A box that was entered and left leaves its marker alone, wherever the first row of that frequency is.
-    const bool second = marker == QStringLiteral("M2");
-    const NumberText numbers;
-    if (numbers.toDouble((second ? m_m2x : m_m1x)->text()) != frequencyUnder(second ? GraphItem::M2 : GraphItem::M1))
+    if (NumberText().toDouble(boxOf(marker)->text()) != frequencyUnder(marker))
         aggiornaPosMarkerX(marker);
     aggiornaLblMarkerX();
 }
 
-void MarkerPanel::leaveAmplitude(const QString &marker)
+void MarkerPanel::leaveAmplitude(GraphItem marker)
 {
     if (restoreAmplitude(marker))
         m_desktop.beep();
-    EntryBox *box = marker == QStringLiteral("M4") ? m_m4y : m_m3y;
-    box->setText(NumberText().masked(amplitude(marker), amplitudeMask(isLinearScale(m_configuration.scaleType))));
+    boxOf(marker)->setText(markerText(isLinear(), amplitude(marker)));
     aggiornaPosMarkerY(marker);
     aggiornaLblMarkerY();
-}
-
-// The curve first, then the amplitudes under the two frequency markers, from the same cells.
-void MarkerPanel::timerGrafico_Timer()
-{
-    m_graph.drawLine();
-    aggiornaAmpiezzaX();
 }
 
 void MarkerPanel::aggiornaAmpiezzaX()
@@ -353,7 +315,8 @@ void MarkerPanel::picSweep_MouseDown(Qt::MouseButton button, Qt::KeyboardModifie
         m_grabbed = m_graph.markerNear(x, y);
     if (!m_grabbed)
         return;
-    m_grabbedFrom = isVertical(*m_grabbed) ? m_graph.line(*m_grabbed).x1 : m_graph.line(*m_grabbed).y1;
+    const GraphLine line = m_graph.line(*m_grabbed);
+    m_grabbedFrom = isVertical(*m_grabbed) ? line.x1 : line.y1;
     qApp->installEventFilter(this);
 }
 
@@ -396,14 +359,14 @@ void MarkerPanel::picSweep_MouseUp(Qt::MouseButton button, Qt::KeyboardModifiers
 void MarkerPanel::putMarker(GraphItem marker, double x, double y)
 {
     if (marker == GraphItem::M1 || marker == GraphItem::M2) {
-        m_graph.moveLine(marker, rowAt(x));
+        m_markers.move(marker, rowAt(x));
         aggiornaLblMarkerX();
         return;
     }
     // The line stands where its box says, at the precision of the box.
     m_graph.moveLine(marker, insideAtPrecisionOfBox(y));
     aggiornaLblMarkerY();
-    aggiornaPosMarkerY(marker == GraphItem::M3 ? QStringLiteral("M3") : QStringLiteral("M4"));
+    aggiornaPosMarkerY(marker);
 }
 
 // What the mouse points at inside the plot is not rounded out of it.
@@ -411,7 +374,7 @@ double MarkerPanel::insideAtPrecisionOfBox(double y) const
 {
     const GraphCoordinates &coordinates = m_graph.coordinates();
     const auto [low, high] = std::minmax({coordinates.top(), coordinates.bottom()});
-    const double unit = isLinearScale(m_configuration.scaleType) ? 1.0 : 100.0; // 0.001 V, 0.1 dB
+    const double unit = isLinear() ? 1.0 : 100.0; // 0.001 V, 0.1 dB
     const double lowest = std::ceil(low / unit) * unit;
     const double highest = std::floor(high / unit) * unit;
     return y < low || y > high || lowest > highest ? y : std::clamp(y, lowest, highest);
@@ -442,25 +405,24 @@ void MarkerPanel::picSweep_MouseMove(double x, double y)
     }
     m_cursor = QPointF(x, y);
     if (m_configuration.cursorMode != 0)
-        m_graph.moveLine(GraphItem::CursorV, rowAt(x));
+        m_markers.move(GraphItem::CursorV, rowAt(x));
     showCursor();
 }
 
 // From the cells that the table has now.
 void MarkerPanel::showCursor()
 {
-    const int row = m_cursor ? rowAt(m_cursor->x()) : rowOf(GraphItem::CursorV);
-    const NumberText numbers;
-    const QString &cell = m_table.text(row, SweepTable::AmplitudeColumn);
-    const double onCurve = numbers.isNumeric(cell) ? numbers.toDouble(cell) : 0.0;
+    const int row = m_cursor ? rowAt(m_cursor->x()) : m_markers.row(GraphItem::CursorV);
+    const double cell = m_table.numbers(SweepTable::AmplitudeColumn)[static_cast<std::size_t>(row - 1)];
+    const double onCurve = Sweep::isNumber(cell) ? cell : 0.0;
     const bool rides = m_configuration.cursorMode != 0;
     if (rides)
-        m_graph.moveLine(GraphItem::CursorH, m_graph.coordinates().yOfAmplitude(onCurve));
+        m_markers.move(GraphItem::CursorH, onCurve);
     if (!m_cursor)
         return;
     const double amplitude = rides ? onCurve : m_graph.coordinates().amplitudeOfY(m_cursor->y());
     m_x->setText(m_table.text(row, SweepTable::FrequencyColumn));
-    m_y->setText(numbers.masked(amplitude, amplitudeMask(isLinearScale(m_configuration.scaleType))));
+    m_y->setText(markerText(isLinear(), amplitude));
 }
 
 void MarkerPanel::clearCursorReadout()
@@ -485,12 +447,12 @@ void MarkerPanel::restore(const WindowSettings &settings)
 {
     m_m3y->setText(settings.marker3);
     m_m4y->setText(settings.marker4);
-    aggiornaPosMarkerY(QStringLiteral("M3"));
-    aggiornaPosMarkerY(QStringLiteral("M4"));
+    aggiornaPosMarkerY(GraphItem::M3);
+    aggiornaPosMarkerY(GraphItem::M4);
     m_m1x->setText(settings.marker1);
     m_m2x->setText(settings.marker2);
-    aggiornaPosMarkerX(QStringLiteral("M1"));
-    aggiornaPosMarkerX(QStringLiteral("M2"));
+    aggiornaPosMarkerX(GraphItem::M1);
+    aggiornaPosMarkerX(GraphItem::M2);
 }
 
 void MarkerPanel::save(WindowSettings &settings) const

@@ -3,10 +3,11 @@
 
 #include "core/error_boundary.h"
 #include "core/settings.h"
+#include "display/plot/marker_readings.h"
 #include "display/sweep_graph.h"
 #include "platform/desktop.h"
-#include "platform/entry_box.h"
-#include "platform/read_out.h"
+#include "widgets/entry_box.h"
+#include "widgets/read_out.h"
 
 #include <QLabel>
 #include <QPushButton>
@@ -18,49 +19,38 @@ class QGridLayout;
 
 namespace calvorn {
 
-// M4 - M3 as it is shown: on the linear scale the distance; on a logarithmic one the signed difference when both lie
-// on the same side of 0 dB, otherwise the sum of the magnitudes.
-double markerDifference(bool linear, double m3, double m4);
-
-// The read-outs of the markers as they are shown: frequencies in Hz, amplitudes in the units of the scale.
-struct MarkerTexts
-{
-    QString m1x, m1y, m2x, m2y, m2m1;
-    QString m3y, m4y, m4m3;
-};
-
 // The markers' boxes under the graph: M1 and M2 at a frequency, M3 and M4 at an amplitude, their differences and the
-// read-out under the mouse. The positions themselves are those of the lines in the graph.
+// read-out under the mouse. The positions themselves are those of the markers, which the boxes move and follow.
 class MarkerPanel : public QWidget
 {
     Q_OBJECT
 
 public:
-    MarkerPanel(Configuration &configuration, SweepTable &table, SweepGraph &graph, Desktop &desktop,
-                ErrorBoundary &boundary, QWidget *parent = nullptr);
+    MarkerPanel(Configuration &configuration, const SweepTable &table, Markers &markers, SweepGraph &graph,
+                Desktop &desktop, ErrorBoundary &boundary, QWidget *parent = nullptr);
 
     // --- frequency markers ---
 
-    // Puts the line of "M1" or "M2" at the first row whose frequency is not below that of the box, at most row 400.
-    // A box that holds no whole number gets the frequency of its line back.
-    void aggiornaPosMarkerX(const QString &marker);
+    // Puts M1 or M2 at the first row whose frequency is not below that of the box, at most row 400. A box that holds no
+    // whole number gets the frequency of its marker back.
+    void aggiornaPosMarkerX(GraphItem marker);
     // Their amplitude boxes alone.
     void aggiornaAmpiezzaX();
-    // The boxes of both from the rows of their lines, and the cursor from its row. RuntimeError when the table's
-    // frequencies cannot be read.
+    // The boxes of both from their rows, and the cursor from its row. RuntimeError when the table's frequencies cannot
+    // be read.
     void aggiornaLblMarkerX();
 
     // --- amplitude markers ---
 
-    // Puts the line of "M3" or "M4" at the amplitude of its box, in the units of the current scale. A box that holds
-    // no number gets the amplitude of its line back.
-    void aggiornaPosMarkerY(const QString &marker);
-    // The boxes of both from their lines.
+    // Puts M3 or M4 at the amplitude of its box, in the units of the current scale. A box that holds no number gets the
+    // amplitude of its marker back.
+    void aggiornaPosMarkerY(GraphItem marker);
+    // The boxes of both from their markers.
     void aggiornaLblMarkerY();
 
     // The amplitudes of M3 and M4 in the units of the current scale, from the boxes; a text that is no number is put
     // back from its line first.
-    double amplitude(const QString &marker);
+    double amplitude(GraphItem marker);
     // Both boxes and their difference, as the texts of the given kind of scale. The lines stay.
     void showAmplitudes(bool linear, double m3, double m4);
 
@@ -96,11 +86,10 @@ private:
 
     void txtM1X_GotFocus() { enterFrequency(m_m1x); }
     void txtM2X_GotFocus() { enterFrequency(m_m2x); }
-    void txtM1X_LostFocus() { leaveFrequency(QStringLiteral("M1")); }
-    void txtM2X_LostFocus() { leaveFrequency(QStringLiteral("M2")); }
-    void txtM3Y_LostFocus() { leaveAmplitude(QStringLiteral("M3")); }
-    void txtM4Y_LostFocus() { leaveAmplitude(QStringLiteral("M4")); }
-    void timerGrafico_Timer();
+    void txtM1X_LostFocus() { leaveFrequency(GraphItem::M1); }
+    void txtM2X_LostFocus() { leaveFrequency(GraphItem::M2); }
+    void txtM3Y_LostFocus() { leaveAmplitude(GraphItem::M3); }
+    void txtM4Y_LostFocus() { leaveAmplitude(GraphItem::M4); }
     void picSweep_MouseDown(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, double x, double y);
     void picSweep_MouseMove(double x, double y);
     void picSweep_MouseUp(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, double x, double y);
@@ -112,17 +101,19 @@ private:
     void showCursor();
 
     void enterFrequency(EntryBox *box);
-    void leaveFrequency(const QString &marker);
-    void leaveAmplitude(const QString &marker);
-    bool restoreFrequency(const QString &marker);
-    bool restoreAmplitude(const QString &marker);
-    int rowOf(GraphItem item) const;
-    double amplitudeOfLine(GraphItem item) const;
+    void leaveFrequency(GraphItem marker);
+    void leaveAmplitude(GraphItem marker);
+    bool restoreFrequency(GraphItem marker);
+    bool restoreAmplitude(GraphItem marker);
+    void followTable();
+    EntryBox *boxOf(GraphItem marker) const;
+    bool isLinear() const;
     const QString &cellUnder(GraphItem item, SweepTable::Column column) const;
-    std::int32_t frequencyUnder(GraphItem item) const;
+    std::int32_t frequencyUnder(GraphItem item) const { return m_table.frequency(m_markers.row(item)); }
 
     Configuration &m_configuration;
-    SweepTable &m_table;
+    const SweepTable &m_table;
+    Markers &m_markers;
     SweepGraph &m_graph;
     Desktop &m_desktop;
     EntryBox *m_m1x = nullptr;

@@ -2,8 +2,8 @@
 #include "display/scale_control.h"
 
 #include "core/common_functions.h"
-#include "data/amplitude_column.h"
-#include "platform/entry_box.h"
+#include "data/amplitude_writer.h"
+#include "widgets/entry_box.h"
 
 #include <QActionGroup>
 
@@ -56,7 +56,8 @@ void ScaleControl::aggiornaScala(std::int16_t mode)
     m_configuration.scaleType = mode;
     const QString unit = isLinearScale(m_configuration.scaleType) ? tr("Volt") : tr("dB");
     m_table.setText(0, SweepTable::AmplitudeColumn, unit);
-    AmplitudeColumn(m_configuration, m_table).convertAllRows();
+    AmplitudeWriter(m_configuration, m_table).convertAllRows();
+    m_table.amplitudesRewritten(detectorOf(m_configuration));
     m_panel.axis().readFullScale();
     m_panel.axis().setUnit(unit);
     m_markers.setUnit(unit);
@@ -79,8 +80,8 @@ void ScaleControl::checkAction()
 void ScaleControl::redrawRange()
 {
     m_panel.drawScreen();
-    m_markers.aggiornaPosMarkerY(QStringLiteral("M3"));
-    m_markers.aggiornaPosMarkerY(QStringLiteral("M4"));
+    m_markers.aggiornaPosMarkerY(GraphItem::M3);
+    m_markers.aggiornaPosMarkerY(GraphItem::M4);
 }
 
 void ScaleControl::mnuScalaLineare_Click()
@@ -88,8 +89,8 @@ void ScaleControl::mnuScalaLineare_Click()
     // A desktop that shows the menus itself lets no click precede.
     EntryBox::commitPending();
     // On the linear scale the conversion gives its argument back.
-    const double m3 = dbToVoltsBounded(m_configuration, m_markers.amplitude(QStringLiteral("M3")));
-    const double m4 = dbToVoltsBounded(m_configuration, m_markers.amplitude(QStringLiteral("M4")));
+    const double m3 = dbToVoltsBounded(m_configuration, m_markers.amplitude(GraphItem::M3));
+    const double m4 = dbToVoltsBounded(m_configuration, m_markers.amplitude(GraphItem::M4));
     m_markers.showAmplitudes(true, m3, m4);
     aggiornaScala(kScaleLinear);
 }
@@ -98,8 +99,8 @@ void ScaleControl::changeToLogarithmic(std::int16_t mode)
 {
     EntryBox::commitPending();
     const std::int16_t old = m_configuration.scaleType;
-    double m3 = m_markers.amplitude(QStringLiteral("M3"));
-    double m4 = m_markers.amplitude(QStringLiteral("M4"));
+    double m3 = m_markers.amplitude(GraphItem::M3);
+    double m4 = m_markers.amplitude(GraphItem::M4);
     const bool otherReference = isScale(old) && scaleRefersTo10V(old) != scaleRefersTo10V(mode);
     if (isLinearScale(old) || otherReference) {
         const double volts3 = dbToVoltsBounded(m_configuration, m3);

@@ -1,11 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "display/sweep_graph.h"
 
-#include "core/number_text.h"
-#include "core/runtime_error.h"
 #include "display/graph_parts.h"
 
-#include <QCoreApplication>
 #include <QEvent>
 #include <QKeyEvent>
 #include <QLineF>
@@ -26,21 +23,14 @@ constexpr double kGrabDistance = 4.0; // logical pixels from a line within which
 // Device pixels. Far outside any screen, and inside what the rasteriser's fixed-point coordinates hold.
 constexpr double kFarAway = 16000.0;
 
-double amplitudeOf(const NumberText &numbers, const QString &text)
-{
-    try {
-        return numbers.toDouble(text);
-    } catch (const RuntimeError &) {
-        return 0.0;
-    }
-}
-
 } // namespace
 
-SweepGraph::SweepGraph(const Configuration &configuration, const SweepTable &table, QWidget *parent)
+SweepGraph::SweepGraph(const Configuration &configuration, const SweepTable &table, Markers &markers, QWidget *parent)
     : QWidget(parent)
     , m_configuration(configuration)
     , m_table(table)
+    , m_markers(markers)
+    , m_redraws(new RedrawTimer(*this))
 {
     addParts(*this); // before anything makes an accessible interface of the graph
     setObjectName(QStringLiteral("picSweep"));
@@ -54,25 +44,15 @@ SweepGraph::SweepGraph(const Configuration &configuration, const SweepTable &tab
     setAttribute(Qt::WA_OpaquePaintEvent);
     setMouseTracking(true);
 
-    m_timer.setParent(this);
-    m_timer.setObjectName(QStringLiteral("timerGrafico"));
-    m_timer.setSingleShot(true);
-    connect(&m_timer, &QTimer::timeout, this, &SweepGraph::fireGraphTimer);
-
-    const std::array<QRgb, kGraphItems> colours{kFrequencyMarkerColour, kFrequencyMarkerColour, kAmplitudeMarkerColour,
-                                                kAmplitudeMarkerColour, kCursorColour,          kCursorColour};
-    const std::array<const char *, kGraphItems> captions{"M1", "M2", "M3", "M4", "", ""};
-    for (std::size_t i = 0; i < kGraphItems; ++i) {
-        m_lines[i].colour = colours[i];
-        m_labels[i].text = QString::fromLatin1(captions[i]);
-    }
+    m_model.markers = markers.set();
+    for (int i = 0; i < kGraphItems; ++i)
+        m_labels[static_cast<std::size_t>(i)].text = PlotPainter::captionOf(static_cast<GraphItem>(i));
     measureLabels();
-    for (std::size_t i = 0; i < kGraphItems; ++i) {
-        const auto item = static_cast<GraphItem>(i);
-        moveLine(item, isVertical(item) ? 1.0 : 0.0);
-    }
-    setLineVisible(GraphItem::CursorV, false);
-    setLineVisible(GraphItem::CursorH, false);
+    placeLabels();
+    connect(&markers, &Markers::moved, this, &SweepGraph::repaintItem);
+    connect(&table, &SweepTable::rebuilt, this, &SweepGraph::clearCurve);
+    connect(&table, &SweepTable::changed, this, &SweepGraph::followTable);
+    connect(m_redraws, &RedrawTimer::fired, this, &SweepGraph::drawLine);
 }
 
 void SweepGraph::inizializzaGraph()
@@ -87,82 +67,57 @@ void SweepGraph::inizializzaGraph()
 
 void SweepGraph::drawScreen()
 {
-    m_coordinates = GraphCoordinates(m_configuration);
+    m_model.scale = GraphCoordinates(m_configuration);
     m_plot.clear();
-    for (int i = 0; i < kGraphItems; ++i) {
-        const auto item = static_cast<GraphItem>(i);
-        GraphLine &target = lineOf(item);
-        if (isVertical(item)) {
-            target.y1 = m_coordinates.top();
-            target.y2 = m_coordinates.bottom();
-        } else {
-            target.x1 = 0.0;
-            target.x2 = GraphCoordinates::kWidth;
-        }
-    }
     placeLabels();
     update();
 }
 
+// A burst of vectors is read once, when its redraw comes. A table without a sweep has nothing to be drawn, unless its
+// empty rows are shown already.
+void SweepGraph::followTable()
+{
+    if (!m_table.hasSweep() && !m_model.live)
+        return;
+    m_curveStale = true;
+    if (m_table.origin() == SweepOrigin::Measured)
+        m_redraws->arm();
+    else
+        drawLine();
+}
+
 void SweepGraph::drawLine()
 {
-    const NumberText numbers;
-    const double factor = m_coordinates.factor();
-    auto &points = m_curve.emplace();
-    for (int row = 1; row <= kSweepPoints; ++row) {
-        const QString &text = m_table.text(row, SweepTable::AmplitudeColumn);
-        points[static_cast<std::size_t>(row - 1)] = factor * amplitudeOf(numbers, text);
-    }
+    m_curveStale = false;
+    m_model.showSweep(m_table);
     showCurve();
 }
 
 void SweepGraph::clearCurve()
 {
-    m_curve.reset();
+    m_curveStale = false;
+    m_model.showNoSweep(m_table);
     showCurve();
 }
 
-void SweepGraph::armGraphTimer()
+void SweepGraph::setOverlays(std::vector<PlotTrace> traces, std::vector<LimitLine> limits)
 {
-    if (m_redrawWanted)
-        return;
-    m_redrawWanted = true;
-    const qint64 sinceLast = m_lastRedraw.isValid() ? m_lastRedraw.elapsed() : kGraphTimerMs;
-    if (sinceLast < kGraphTimerMs)
-        m_timer.start(kGraphTimerMs - static_cast<int>(sinceLast));
-    else // queued, and therefore before the next painting: read-outs and curve are painted together
-        fireSoon();
-}
-
-// The painting that follows is asked for at once, so that it comes in the same round of the event loop.
-void SweepGraph::fireSoon()
-{
-    QMetaObject::invokeMethod(this, &SweepGraph::fireGraphTimer, Qt::QueuedConnection);
-    QCoreApplication::postEvent(window(), new QEvent(QEvent::UpdateRequest), Qt::LowEventPriority);
-}
-
-void SweepGraph::fireGraphTimer()
-{
-    m_redrawWanted = false;
-    m_lastRedraw.start();
-    emit graphTimerFired();
+    m_model.traces = std::move(traces);
+    m_model.limits = std::move(limits);
+    m_plot.clear();
+    update();
 }
 
 void SweepGraph::moveLine(GraphItem item, double position)
 {
-    GraphLine &target = lineOf(item);
-    update(itemRegion(item));
-    (isVertical(item) ? target.x1 : target.y1) = position;
-    (isVertical(item) ? target.x2 : target.y2) = position;
-    placeLabel(item);
-    update(itemRegion(item));
-    if (item == GraphItem::M1 || item == GraphItem::M2)
-        emit captionsAboveChanged();
+    m_markers.move(item, isVertical(item) ? position : coordinates().amplitudeOfY(position));
 }
 
-void SweepGraph::setLineVisible(GraphItem item, bool visible)
+void SweepGraph::repaintItem(GraphItem item)
 {
-    lineOf(item).visible = visible;
+    update(itemRegion(item));
+    m_model.markers = m_markers.set();
+    placeLabel(item);
     update(itemRegion(item));
     if (item == GraphItem::M1 || item == GraphItem::M2)
         emit captionsAboveChanged();
@@ -171,29 +126,30 @@ void SweepGraph::setLineVisible(GraphItem item, bool visible)
 QPolygonF SweepGraph::curve() const
 {
     QPolygonF points;
-    if (m_curve) {
-        for (int row = 1; row <= kSweepPoints; ++row)
-            points.append({static_cast<double>(row), (*m_curve)[static_cast<std::size_t>(row - 1)]});
-    }
+    if (!m_model.live)
+        return points;
+    for (const double amplitude : m_model.live->amplitudes)
+        points.append({static_cast<double>(points.size() + 1), coordinates().yOfAmplitude(amplitude)});
     return points;
 }
 
 void SweepGraph::measureLabels()
 {
     for (GraphLabel &target : m_labels)
-        GraphPainter::measureCaption(target, font());
+        PlotPainter::measureCaption(target, font());
 }
 
-GraphPainter SweepGraph::screenPainter(GraphInk ink) const
+PlotPainter SweepGraph::screenPainter(GraphInk ink) const
 {
     const double pixel = 1.0 / devicePixelRatioF();
-    return {m_coordinates, {QSizeF(size()), pixel, std::max(1.0, std::floor(devicePixelRatioF())) * pixel}, ink};
+    return {m_model, {QSizeF(size()), pixel, std::max(1.0, std::floor(devicePixelRatioF())) * pixel}, ink};
 }
 
-GraphPainter SweepGraph::devicePainter() const
+PlotPainter SweepGraph::devicePainter() const
 {
     const double ratio = devicePixelRatioF();
-    return {m_coordinates, {QSizeF((QSizeF(size()) * ratio).toSize()), 1.0, std::max(1.0, std::floor(ratio))}};
+    const double thickness = std::max(1.0, std::floor(ratio));
+    return {m_model, {QSizeF((QSizeF(size()) * ratio).toSize()), 1.0, thickness, thickness}};
 }
 
 void SweepGraph::placeLabel(GraphItem item)
@@ -209,25 +165,16 @@ void SweepGraph::placeLabels()
 
 QRectF SweepGraph::labelRect(GraphItem item) const
 {
-    const GraphPainter painter = screenPainter();
+    const PlotPainter painter = screenPainter();
     if (item != GraphItem::M1 && item != GraphItem::M2)
         return painter.captionRect(item, line(item), label(item));
-    const auto [first, second] = placesAbove(painter, label(GraphItem::M1), label(GraphItem::M2));
+    const auto [first, second] = painter.placesAbove(label(GraphItem::M1), label(GraphItem::M2));
     return item == GraphItem::M1 ? first : second;
-}
-
-std::pair<QRectF, QRectF> SweepGraph::placesAbove(const GraphPainter &painter, const GraphLabel &m1,
-                                                  const GraphLabel &m2) const
-{
-    QRectF first = painter.captionRect(GraphItem::M1, line(GraphItem::M1), m1);
-    QRectF second = painter.captionRect(GraphItem::M2, line(GraphItem::M2), m2);
-    painter.separate(first, line(GraphItem::M1), second, line(GraphItem::M2));
-    return {first, second};
 }
 
 void SweepGraph::paintCaptionsAbove(QPainter &painter, GraphInk ink) const
 {
-    const GraphPainter screen = screenPainter(ink);
+    const PlotPainter screen = screenPainter(ink);
     for (const GraphItem item : {GraphItem::M1, GraphItem::M2})
         screen.paintCaption(painter, labelRect(item), line(item), label(item), false);
 }
@@ -240,7 +187,7 @@ int SweepGraph::heightOfCaptions() const
 QRectF SweepGraph::lineRect(GraphItem item) const
 {
     const GraphLine &target = line(item);
-    const QPointF at = m_coordinates.toPixel({target.x1, target.y1}, size());
+    const QPointF at = coordinates().toPixel({target.x1, target.y1}, size());
     const auto whole = [](double value) { return std::clamp(std::floor(value), -kFarAway, kFarAway); };
     return isVertical(item) ? QRectF(whole(at.x()) - 1.0, 0.0, 3.0, height())
                             : QRectF(0.0, whole(at.y()) - 1.0, width(), 3.0);
@@ -257,8 +204,9 @@ void SweepGraph::showCurve()
     if (m_plot.isNull()) // it comes with the next painting
         return update();
     const double ratio = devicePixelRatioF();
+    const QPolygonF placed = m_model.live ? devicePainter().curveInPixels(m_model.live->amplitudes) : QPolygonF();
     QRegion changed;
-    for (const QRect &area : m_plot.setCurve(m_curve ? devicePainter().placedCurve(*m_curve) : QPolygonF()))
+    for (const QRect &area : m_plot.setCurve(placed))
         changed +=
             QRectF(area.x() / ratio, area.y() / ratio, area.width() / ratio, area.height() / ratio).toAlignedRect();
     update(changed);
@@ -266,14 +214,14 @@ void SweepGraph::showCurve()
 
 void SweepGraph::paintPlot()
 {
-    const GraphPainter painter = devicePainter();
+    const PlotPainter painter = devicePainter();
     QImage grid((QSizeF(size()) * devicePixelRatioF()).toSize(), QImage::Format_RGB32);
     QPainter gridPainter(&grid);
-    painter.paintGrid(gridPainter);
+    painter.paintBackground(gridPainter);
     gridPainter.end();
-    m_plot.setGrid(grid, std::max(1, static_cast<int>(devicePixelRatioF())), kCurveColour);
-    if (m_curve)
-        m_plot.setCurve(painter.placedCurve(*m_curve));
+    m_plot.setGrid(grid, std::max(1.0, std::floor(devicePixelRatioF())), painter.liveColour());
+    if (m_model.live)
+        m_plot.setCurve(painter.curveInPixels(m_model.live->amplitudes));
 }
 
 void SweepGraph::paintEvent(QPaintEvent *event)
@@ -287,6 +235,8 @@ void SweepGraph::paintEvent(QPaintEvent *event)
 // The curve is kept: where the window is uncovered it is painted again without reading a cell, idle or sweeping.
 void SweepGraph::picSweep_Paint(QPainter &painter, const QRegion &exposed)
 {
+    if (m_curveStale) // a scale or a sweep that is not shown in part
+        drawLine();
     if (m_plot.isNull())
         paintPlot();
     // Copied without any scaling, and one rectangle at a time, which is quicker than through a clip of many.
@@ -299,44 +249,20 @@ void SweepGraph::picSweep_Paint(QPainter &painter, const QRegion &exposed)
         painter.scale(ratio, ratio);
     }
     painter.restore();
-    const GraphPainter screen = screenPainter();
-    for (const GraphLine &target : m_lines)
-        screen.paintLine(painter, target);
+    const PlotPainter screen = screenPainter();
+    for (int i = 0; i < kGraphItems; ++i)
+        screen.paintLine(painter, screen.line(static_cast<GraphItem>(i)));
     painter.setRenderHint(QPainter::TextAntialiasing);
     for (const GraphItem item : {GraphItem::M3, GraphItem::M4})
         if (exposed.intersects(labelRect(item).toAlignedRect()))
             screen.paintCaption(painter, item, line(item), label(item));
 }
 
-void SweepGraph::paintPicture(QPainter &painter, const GraphPainter::Surface &surface, GraphInk ink) const
-{
-    const GraphPainter graph(m_coordinates, surface, ink);
-    graph.paintGrid(painter);
-    if (m_curve)
-        graph.paintCurve(painter, graph.placedCurve(*m_curve));
-    for (const GraphItem item : {GraphItem::M1, GraphItem::M2, GraphItem::M3, GraphItem::M4})
-        graph.paintLine(painter, line(item));
-    const auto captionOf = [&](GraphItem item) {
-        GraphLabel caption;
-        caption.text = label(item).text;
-        GraphPainter::measureCaption(caption, painter.font());
-        graph.placeCaption(item, line(item), caption);
-        return caption;
-    };
-    for (const GraphItem item : {GraphItem::M3, GraphItem::M4})
-        graph.paintCaption(painter, item, line(item), captionOf(item));
-    const GraphLabel m1 = captionOf(GraphItem::M1);
-    const GraphLabel m2 = captionOf(GraphItem::M2);
-    const auto [first, second] = placesAbove(graph, m1, m2);
-    graph.paintCaption(painter, first, line(GraphItem::M1), m1, false);
-    graph.paintCaption(painter, second, line(GraphItem::M2), m2, false);
-}
-
 void SweepGraph::paintPointer(QPainter &painter) const
 {
     const double reach = 6.0; // logical pixels
-    const QPointF user{m_pointer.x(), m_coordinates.top() + m_pointer.y() * m_coordinates.height()};
-    const QPointF at = m_coordinates.toPixel(user, size(), 1.0 / devicePixelRatioF());
+    const QPointF user{m_pointer.x(), coordinates().top() + m_pointer.y() * coordinates().height()};
+    const QPointF at = coordinates().toPixel(user, size(), 1.0 / devicePixelRatioF());
     painter.setRenderHint(QPainter::Antialiasing, false);
     painter.setPen(QPen(QColor::fromRgb(kCursorColour), 0));
     painter.drawLine(at - QPointF(reach, 0.0), at + QPointF(reach, 0.0));
@@ -361,7 +287,7 @@ QPointF SweepGraph::userPosition(const QMouseEvent *event) const
     const auto inside = [half](double at, int extent) {
         return std::clamp(at + half, half, std::max(extent - half, half));
     };
-    const QPointF user = m_coordinates.toUser(
+    const QPointF user = coordinates().toUser(
         {inside(event->position().x(), width()), inside(event->position().y(), height())}, size(), pixel);
     return {std::clamp(user.x(), 0.0, GraphCoordinates::kWidth), user.y()};
 }
@@ -373,7 +299,7 @@ void SweepGraph::mouseMoveEvent(QMouseEvent *event)
         const auto near = markerNear(user.x(), user.y());
         setCursor(!near ? Qt::CrossCursor : isVertical(*near) ? Qt::SplitHCursor : Qt::SplitVCursor);
     }
-    m_pointer = {user.x(), (user.y() - m_coordinates.top()) / m_coordinates.height()};
+    m_pointer = {user.x(), (user.y() - coordinates().top()) / coordinates().height()};
     emit mouseMoved(user.x(), user.y());
 }
 
@@ -393,7 +319,7 @@ void SweepGraph::movePointer(double columns, double lines)
 {
     m_pointer.setX(std::clamp(std::round(m_pointer.x()) + columns, 1.0, GraphCoordinates::kWidth));
     m_pointer.setY(std::clamp(m_pointer.y() + lines / std::max(height(), 1), 0.0, 1.0));
-    emit mouseMoved(m_pointer.x(), m_coordinates.top() + m_pointer.y() * m_coordinates.height());
+    emit mouseMoved(m_pointer.x(), coordinates().top() + m_pointer.y() * coordinates().height());
     update();
 }
 
@@ -401,7 +327,7 @@ void SweepGraph::putMarkerAtPointer(int number)
 {
     const bool odd = number % 2 == 1;
     emit mouseReleased(odd ? Qt::LeftButton : Qt::RightButton, number > 2 ? Qt::ShiftModifier : Qt::NoModifier,
-                       m_pointer.x(), m_coordinates.top() + m_pointer.y() * m_coordinates.height());
+                       m_pointer.x(), coordinates().top() + m_pointer.y() * coordinates().height());
 }
 
 void SweepGraph::keyPressEvent(QKeyEvent *event)
@@ -450,16 +376,16 @@ void SweepGraph::showToolTipBelow()
 
 double SweepGraph::pixelsBetween(QPointF from, QPointF to) const
 {
-    return QLineF(m_coordinates.toPixel(from, size()), m_coordinates.toPixel(to, size())).length();
+    return QLineF(coordinates().toPixel(from, size()), coordinates().toPixel(to, size())).length();
 }
 
 std::optional<GraphItem> SweepGraph::markerNear(double x, double y) const
 {
-    const QPointF at = m_coordinates.toPixel({x, y}, size());
+    const QPointF at = coordinates().toPixel({x, y}, size());
     std::optional<GraphItem> nearest;
     double best = kGrabDistance;
     for (const GraphItem item : {GraphItem::M1, GraphItem::M2, GraphItem::M3, GraphItem::M4}) {
-        const QPointF place = m_coordinates.toPixel({line(item).x1, line(item).y1}, size());
+        const QPointF place = coordinates().toPixel({line(item).x1, line(item).y1}, size());
         const double distance = std::abs(isVertical(item) ? place.x() - at.x() : place.y() - at.y());
         if (line(item).visible && distance <= best) {
             best = distance;

@@ -2,30 +2,28 @@
 #pragma once
 
 #include "data/sweep_table.h"
-#include "display/graph_coordinates.h"
-#include "display/graph_line.h"
-#include "display/graph_painter.h"
-#include "display/plot_image.h"
+#include "display/plot/plot_image.h"
+#include "display/plot/plot_model.h"
+#include "display/plot/plot_painter.h"
+#include "display/redraw_timer.h"
 
-#include <QElapsedTimer>
 #include <QPixmap>
 #include <QPolygonF>
-#include <QTimer>
 #include <QWidget>
 
 #include <array>
 #include <optional>
-#include <utility>
+#include <vector>
 
 namespace calvorn {
 
-// The graph "picSweep": a kept grid with the curve on it, and over both the markers and the cursor.
+// The graph "picSweep": it shows a PlotModel, which it keeps up to date from the table, the record and the markers.
 //
 // Without a mouse: with the focus, the arrow keys move a pointer row by row and up and down (Ctrl: ten times as far),
 // Home and End take it to the edges, and the keys 1 to 4 put M1 to M4 there, as a click would.
 //
-// The grid is painted again only when scale, range or size change. The curve's points are kept, so that moving a
-// marker or uncovering the window reads no cell.
+// The grid is painted again only when scale, range or size change. The curve is read from the table when that has
+// changed, at the pace of the redraw timer; moving a marker or uncovering the window reads no cell.
 class SweepGraph : public QWidget
 {
     Q_OBJECT
@@ -33,9 +31,10 @@ class SweepGraph : public QWidget
 public:
     static constexpr int kInitialWidth = 534;  // logical pixels
     static constexpr int kInitialHeight = 400; // logical pixels
-    static constexpr int kGraphTimerMs = 15;   // no screen shows more than one picture in that time
 
-    SweepGraph(const Configuration &configuration, const SweepTable &table, QWidget *parent = nullptr);
+    // The markers must outlive the graph.
+    SweepGraph(const Configuration &configuration, const SweepTable &table, Markers &markers,
+               QWidget *parent = nullptr);
 
     // Once at start-up: colours, size, and the coordinates of the record's scale.
     void inizializzaGraph();
@@ -49,16 +48,20 @@ public:
     // Takes the curve away until the next drawLine(); the grid stays.
     void clearCurve();
 
-    // Asks for one graphTimerFired(), as soon as the calling procedure is done and at most once in kGraphTimerMs: a
-    // burst of vectors leads to one redraw at its start and one at its end.
-    void armGraphTimer();
+    // Further curves and limits, below the curve of the sweep.
+    void setOverlays(std::vector<PlotTrace> traces, std::vector<LimitLine> limits);
 
-    const GraphCoordinates &coordinates() const { return m_coordinates; }
+    // The pace of redraws. Whoever shows something of the same sweep hangs on it, too.
+    RedrawTimer &redraws() const { return *m_redraws; }
+
+    // What the graph shows, for pictures.
+    const PlotModel &model() const { return m_model; }
+    const GraphCoordinates &coordinates() const { return m_model.scale; }
+    Markers &markers() const { return m_markers; }
 
     // Moves a line to a row (vertical lines) or to a y in user units (horizontal ones), its caption with it.
     void moveLine(GraphItem item, double position);
-    void setLineVisible(GraphItem item, bool visible);
-    const GraphLine &line(GraphItem item) const { return m_lines[static_cast<std::size_t>(item)]; }
+    GraphLine line(GraphItem item) const { return screenPainter().line(item); }
     // Empty text for the lines of the cursor, which have no caption.
     const GraphLabel &label(GraphItem item) const { return m_labels[static_cast<std::size_t>(item)]; }
     // Where the caption is painted, in logical pixels: at its place, or moved inside where that is cut off. Those of M1
@@ -78,9 +81,6 @@ public:
     // Distance of two places (user units) on the screen, in logical pixels.
     double pixelsBetween(QPointF from, QPointF to) const;
 
-    // Paints the plot with its markers, but without the cursor, somewhere else; captions in the painter's font.
-    void paintPicture(QPainter &painter, const GraphPainter::Surface &surface, GraphInk ink) const;
-
     // The points of the curve in user units; empty after clearCurve().
     QPolygonF curve() const;
 
@@ -88,7 +88,6 @@ public:
     QSize minimumSizeHint() const override { return {320, 300}; }
 
 signals:
-    void graphTimerFired();
     // What paintCaptionsAbove() paints.
     void captionsAboveChanged();
     // The mouse over the plot, in user units: x from 0 to 400, y inside the range shown.
@@ -116,29 +115,24 @@ private:
     void showCurve();
     void paintPlot();
     void paintPointer(QPainter &painter) const;
-    GraphLine &lineOf(GraphItem item) { return m_lines[static_cast<std::size_t>(item)]; }
-    void fireSoon();
-    void fireGraphTimer();
+    void followTable();
+    void repaintItem(GraphItem item);
     void measureLabels();
-    std::pair<QRectF, QRectF> placesAbove(const GraphPainter &painter, const GraphLabel &m1,
-                                          const GraphLabel &m2) const;
     QRect itemRegion(GraphItem item) const;
     void placeLabel(GraphItem item);
     void placeLabels();
-    GraphPainter screenPainter(GraphInk ink = GraphInk::Screen) const; // in logical pixels
-    GraphPainter devicePainter() const;                                // in device pixels
+    PlotPainter screenPainter(GraphInk ink = GraphInk::Screen) const; // in logical pixels
+    PlotPainter devicePainter() const;                                // in device pixels
 
     const Configuration &m_configuration;
     const SweepTable &m_table;
-    GraphCoordinates m_coordinates;
-    QTimer m_timer;
-    QElapsedTimer m_lastRedraw;
-    bool m_redrawWanted = false;
-    PlotImage m_plot;                                        // null when its grid is out of date
-    std::optional<std::array<double, kSweepPoints>> m_curve; // y in user units
+    Markers &m_markers;
+    RedrawTimer *m_redraws;
+    PlotModel m_model;
+    PlotImage m_plot;          // null when its grid is out of date
+    bool m_curveStale = false; // the table has another one by now
     // Where the mouse or the arrow keys were last: a row, and a part of the height from the top.
     QPointF m_pointer{200.0, 0.5};
-    std::array<GraphLine, kGraphItems> m_lines;
     std::array<GraphLabel, kGraphItems> m_labels;
 };
 

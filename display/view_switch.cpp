@@ -111,7 +111,7 @@ void ViewSwitch::selectView(int index)
     m_markers.aggiornaLblMarkerY();
 }
 
-void ViewSwitch::setParallelPortViews(bool available)
+void ViewSwitch::setOutputViews(bool available)
 {
     m_parallelPortViews = available;
     for (std::size_t i = kFirstParallelPortView; i < kViews; ++i) {

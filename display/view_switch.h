@@ -35,10 +35,10 @@ public:
     void selectView(int index);
 
     // Whether the two views of the parallel-port interface exist; they do at first.
-    void setParallelPortViews(bool available);
+    void setOutputViews(bool available);
 
-    // The row of buttons; further widgets may be added to its right.
-    QLayout *buttonRow() const { return m_buttonRow; }
+    // Puts a widget to the right of the buttons.
+    void addBesideButtons(QWidget *widget) { m_buttonRow->addWidget(widget); }
 
 private:
     void cmdView_Click(int index) { selectView(index); }

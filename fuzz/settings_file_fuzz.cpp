@@ -3,8 +3,8 @@
 // server's readers make settings of it that the program and its boards can live with.
 #include "core/settings.h"
 #include "fuzz/require.h"
-#include "platform/port_error.h"
 #include "platform/profile_file.h"
+#include "protocol/port_error.h"
 #include "server/boards/pic_board.h"
 #include "server/boards/vna_board.h"
 #include "server/drivers/parallel_opener.h"

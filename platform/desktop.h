@@ -16,8 +16,8 @@ enum class BoxButtons { Ok, OkCancel };
 inline constexpr std::int16_t kBoxOk = 1;
 inline constexpr std::int16_t kBoxCancel = 2;
 
-// Everything that the program asks of the person and the clock: boxes, beeps, ticks and sleeps. The program's
-// own implementation is QtDesktop; a test gives its own, and so answers, counts and advances them.
+// Everything that the program asks of the person: boxes, files and beeps. The program's own implementation is
+// QtDesktop; a test gives its own, and so answers and counts them. Time is Clock's.
 class Desktop
 {
 public:
@@ -37,15 +37,6 @@ public:
     virtual bool choosePrinter(QPrinter &printer) = 0;
 
     virtual void beep() = 0;
-
-    // Milliseconds of a monotonic clock; wraps around after 2^32 ms.
-    virtual std::uint32_t tickCount() = 0;
-
-    // Sleeps the calling thread. The window does not repaint meanwhile.
-    virtual void sleep(int milliseconds) = 0;
-
-    // Waits for window messages, at most this long, and delivers them.
-    virtual void pumpMessages(int milliseconds) = 0;
 };
 
 } // namespace calvorn

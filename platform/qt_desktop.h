@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/clock.h"
 #include "platform/desktop.h"
 
 #include <QElapsedTimer>
@@ -8,7 +9,7 @@
 namespace calvorn {
 
 // The real desktop: QMessageBox over the active window, the system beep, the process clock.
-class QtDesktop : public Desktop
+class QtDesktop : public Desktop, public Clock
 {
 public:
     QtDesktop();

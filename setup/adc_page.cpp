@@ -3,6 +3,7 @@
 
 #include "core/checked_arithmetic.h"
 #include "core/number_text.h"
+#include "instrument/interface_kind.h"
 
 #include <QFormLayout>
 #include <QHBoxLayout>
@@ -13,6 +14,12 @@ namespace {
 
 constexpr double kMillivolts = 1000.0;  // in a volt
 constexpr double kHighestStep = 1000.0; // mV per count
+
+std::pair<double, double> channelRange(std::int16_t interfaceType)
+{
+    const InterfaceKind *kind = interfaceKind(interfaceType);
+    return kind ? std::pair<double, double>(kind->lowestChannel, kind->highestChannel) : std::pair(0.0, 7.0);
+}
 
 } // namespace
 
@@ -75,12 +82,11 @@ void AdcPage::buildEntries()
         named(new EntryBox(this), QStringLiteral("txtADCchannel"),
               tr("MiniVNA: 1 angle, 2 return loss, 3 device under test. The other interfaces do not use it."),
               tr("Channel of the converter"));
-    m_channel = new NumberEntry(
-        channel, NumberEntry::Kind::Whole,
-        {[this] { return NumberText::fromInteger(values().adcChannel); },
-         [this](double number) { values().adcChannel = roundToInteger<std::int16_t>(number); },
-         [this] { return values().interfaceType == kInterfaceVna ? std::pair(1.0, 3.0) : std::pair(0.0, 7.0); }},
-        messages(), boundary());
+    m_channel = new NumberEntry(channel, NumberEntry::Kind::Whole,
+                                {[this] { return NumberText::fromInteger(values().adcChannel); },
+                                 [this](double number) { values().adcChannel = roundToInteger<std::int16_t>(number); },
+                                 [this] { return channelRange(values().interfaceType); }},
+                                messages(), boundary());
     fitToNumber(channel, QStringLiteral("0"));
     m_channelMeaning = named(new QLabel(this), QStringLiteral("lblADCchannel"), tr("What the number selects"));
     boundary().connect(channel, &QLineEdit::textChanged, this, "txtADCchannel_Change",
@@ -97,7 +103,8 @@ void AdcPage::txtADCchannel_Change()
     const QString entry = m_channel->box()->text();
     const double channel = numbers.isNumeric(entry) ? numbers.toDouble(entry) : 0.0;
     QString meaning;
-    if (values().interfaceType != kInterfaceVna)
+    const InterfaceKind *kind = interfaceKind(values().interfaceType);
+    if (!kind || !kind->channelIsMode)
         meaning = tr("not used by this interface");
     else if (channel == kAngle)
         meaning = tr("angle");

@@ -59,6 +59,18 @@ CalibrationDialog::CalibrationDialog(const Texts &texts, Configuration &configur
     m_boundary.connect(this, &QDialog::finished, this, "Form_Unload", [this] { unload(); });
 }
 
+void CalibrationDialog::addRow(const QString &caption, QWidget *readOut)
+{
+    const int row = m_grid->rowCount();
+    m_grid->addWidget(new QLabel(caption, this), row, 0);
+    m_grid->addWidget(readOut, row, 1);
+}
+
+void CalibrationDialog::addNote(QWidget *note)
+{
+    m_grid->addWidget(note, m_grid->rowCount(), 0, 1, m_grid->columnCount());
+}
+
 void CalibrationDialog::buildEntry(const Texts &texts)
 {
     m_box->setObjectName(texts.boxName);

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "acquisition/acquisition_driver.h"
 #include "core/error_boundary.h"
+#include "instrument/acquisition_driver.h"
 
 #include <QDialog>
 #include <QGridLayout>
@@ -52,8 +52,9 @@ protected:
     // The tried offset; a text that is no number counts as 0.
     double offset() const;
 
-    // Between instructions and buttons; row 0 and columns 0 to 2 are taken.
-    QGridLayout *grid() const { return m_grid; }
+    // Below the box, in the order of the calls: a read-out with its caption, or a text as wide as the dialog.
+    void addRow(const QString &caption, QWidget *readOut);
+    void addNote(QWidget *note);
     QLineEdit *box() const { return m_box; }
     AcquisitionDriver *driver() const { return m_driver.data(); }
     Configuration &configuration() const { return m_configuration; }

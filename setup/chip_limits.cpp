@@ -2,6 +2,7 @@
 #include "setup/chip_limits.h"
 
 #include "core/number_text.h"
+#include "instrument/interface_kind.h"
 
 #include <QCoreApplication>
 
@@ -27,8 +28,7 @@ constexpr std::array<Chip, 3> kChips = {{
     {"AD9851", 180e6, 70e6, 0.4, 30e6, 6, 6},
     {"AD9951", 400e6, 160e6, 0.4, 0.0, 4, 20},
 }};
-constexpr double kLowestClock = 1e6;        // Hz
-constexpr double kHighestOfMiniVna = 180e6; // Hz
+constexpr double kLowestClock = 1e6; // Hz
 
 struct ChipTexts
 {
@@ -62,9 +62,9 @@ QStringList clockProblems(const Chip &chip, const SetUpValues &values, double cl
 
 QStringList frequencyProblems(const Chip &chip, const SetUpValues &values, double clock)
 {
-    const double useful = values.interfaceType == kInterfaceVna
-                              ? kHighestOfMiniVna
-                              : std::min(chip.highestOutput, chip.outputOfClock * clock);
+    const InterfaceKind *kind = interfaceKind(values.interfaceType);
+    const double useful = kind && kind->highestFrequency ? *kind->highestFrequency
+                                                         : std::min(chip.highestOutput, chip.outputOfClock * clock);
     if (values.ddsMaxFreq > clock / 2)
         return {ChipTexts::tr(
             "The maximum frequency lies above half the system clock: the generator would make its image.")};

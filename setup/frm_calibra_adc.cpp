@@ -41,9 +41,8 @@ FrmCalibraADC::FrmCalibraADC(Configuration &configuration, SweepTable &table, Me
     m_hint->setObjectName(QStringLiteral("lblHint"));
     m_hint->setWordWrap(true);
     m_hint->setMinimumHeight(m_hint->fontMetrics().lineSpacing() * 2);
-    grid()->addWidget(new QLabel(tr("Detector - Volt"), this), 1, 0);
-    grid()->addWidget(m_volts, 1, 1);
-    grid()->addWidget(m_hint, 2, 0, 1, 3);
+    addRow(tr("Detector - Volt"), m_volts);
+    addNote(m_hint);
     m_timer.setObjectName(QStringLiteral("TimerDetector"));
     m_timer.setParent(this);
     m_timer.setInterval(kPeriodMs);
@@ -122,7 +121,6 @@ void FrmCalibraADC::cmdApply_Click()
 {
     configuration().adcOffset = NumberText().toSingle(normaliseDecimal(box()->text()));
     rewriteTable();
-    emit tableRewritten();
 }
 
 // The volts are not rounded before they become dB, as those of a sweep are.
@@ -132,12 +130,12 @@ void FrmCalibraADC::rewriteTable()
     Configuration &c = configuration();
     const bool linear = isLinearScale(c.scaleType);
     for (int row = 1; row <= kSweepPoints; ++row) {
-        const double count = numbers.toDouble(m_table.text(row, SweepTable::SampleColumn));
+        const double count = m_table.number(row, SweepTable::SampleColumn);
         const double volts = count * static_cast<double>(c.adcStep) + static_cast<double>(c.adcOffset);
         numbers.assignMasked(m_table.cell(row, SweepTable::AmplitudeColumn), linear ? volts : voltsToDb(c, volts),
                              linear ? kMaskVolt : kMaskDb);
     }
-    m_table.cellsWritten();
+    m_table.amplitudesRewritten(detectorOf(c));
 }
 
 } // namespace calvorn

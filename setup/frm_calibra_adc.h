@@ -17,10 +17,6 @@ public:
     FrmCalibraADC(Configuration &configuration, SweepTable &table, Messages &messages, ErrorBoundary &boundary,
                   QWidget *parent = nullptr);
 
-signals:
-    // The amplitude column is another one: the curve is to be drawn again.
-    void tableRewritten();
-
 protected:
     void load() override;
     void unload() override;

@@ -28,8 +28,7 @@ FrmCalibraDDS::FrmCalibraDDS(Configuration &configuration, Messages &messages, L
     m_start->setToolTip(tr("What the frequency meter has to show"));
     m_start->setAccessibleName(tr("Start frequency in Hz"));
     m_start->setAlignment(Qt::AlignRight);
-    grid()->addWidget(new QLabel(tr("Start frequency - Hz"), this), 1, 0);
-    grid()->addWidget(m_start, 1, 1);
+    addRow(tr("Start frequency - Hz"), m_start);
 }
 
 void FrmCalibraDDS::load()

@@ -2,6 +2,7 @@
 #include "setup/frm_set_up.h"
 
 #include "core/runtime_error.h"
+#include "instrument/interface_kind.h"
 #include "setup/adc_page.h"
 #include "setup/aux_page.h"
 #include "setup/dds_page.h"
@@ -167,7 +168,7 @@ void FrmSetUp::enablePageButtons(bool enabled)
 
 void FrmSetUp::interfaceChosen()
 {
-    enablePageButtons(m_values.interfaceType >= kInterfacePic && m_values.interfaceType <= kInterfaceVna);
+    enablePageButtons(interfaceKind(m_values.interfaceType) != nullptr);
 }
 
 void FrmSetUp::cmdApply_Click()

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "setup/interface_page.h"
 
+#include "instrument/interface_kind.h"
+
 #include <QGridLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -49,7 +51,7 @@ void InterfacePage::fill()
 {
     // None where the file names an interface that there is not.
     for (std::size_t i = 0; i < m_optInterface.size(); ++i)
-        if (values().interfaceType == static_cast<std::int16_t>(i + 1))
+        if (values().interfaceType == interfaceKinds()[i].number)
             chooseOption(m_optInterface[i]);
 }
 

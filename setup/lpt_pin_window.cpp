@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "setup/lpt_pin_window.h"
 
-#include "platform/lpt_wiring_parser.h"
-#include "platform/port_error.h"
 #include "platform/profile_file.h"
+#include "protocol/lpt_wiring_parser.h"
+#include "protocol/port_error.h"
 
 #include <QHelpEvent>
 #include <QLabel>

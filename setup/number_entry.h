@@ -3,7 +3,7 @@
 
 #include "core/error_boundary.h"
 #include "core/messages.h"
-#include "platform/entry_box.h"
+#include "widgets/entry_box.h"
 
 #include <QObject>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/lpt_wiring.h"
+#include "protocol/lpt_wiring.h"
 
 #include <QString>
 

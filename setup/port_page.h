@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "setup/elided_label.h"
 #include "setup/set_up_page.h"
+#include "widgets/elided_label.h"
 
 #include <QLabel>
 #include <QLineEdit>

@@ -3,8 +3,8 @@
 
 #include "core/error_boundary.h"
 #include "core/messages.h"
-#include "platform/option_choice.h"
 #include "setup/set_up_values.h"
+#include "widgets/option_choice.h"
 
 #include <QGroupBox>
 #include <QLabel>

@@ -1,23 +1,23 @@
 // SPDX-License-Identifier: MIT
 // calvorn-sweep: sweeps without a window.
+#include "tools/console.h"
 #include "tools/interruption.h"
 #include "tools/output.h"
 #include "tools/single_sweep.h"
 
-#include "core/error_boundary.h"
+#include "analysis/sweep_response.h"
+#include "analysis/text_plot.h"
 #include "core/number_text.h"
 #include "core/runtime_error.h"
 #include "core/scale_type.h"
 #include "data/sweep_csv.h"
-#include "data/sweep_response.h"
-#include "data/text_plot.h"
-#include "display/sweep_picture.h"
+#include "display/plot/sweep_picture.h"
 #include "platform/process_guard.h"
 #include "translations/language.h"
 
-#include <QApplication>
 #include <QCommandLineParser>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QLoggingCategory>
 
 namespace {
@@ -59,7 +59,7 @@ public:
 
 int fail(int code, const QString &sentence)
 {
-    ConsoleDesktop::note(QStringLiteral("calvorn-sweep: ") + sentence);
+    note(QStringLiteral("calvorn-sweep: ") + sentence);
     return code;
 }
 
@@ -125,21 +125,18 @@ QString readOutputs(const QCommandLineParser &arguments, const Options &options,
     return {};
 }
 
-// The window's own graph and markers, which nobody sees.
-void writePicture(SingleSweep &sweep, Desktop &desktop, const QString &path)
+void writePicture(SingleSweep &sweep, const QString &path)
 {
-    ErrorBoundary boundary(sweep.messages(), sweep.log());
-    SweepGraph graph(sweep.configuration(), sweep.table());
-    graph.inizializzaGraph();
-    MarkerPanel markers(sweep.configuration(), sweep.table(), graph, desktop, boundary);
-    markers.restore(sweep.window());
-    markers.aggiornaLblMarkerX();
-    markers.aggiornaLblMarkerY();
-    graph.drawLine();
-    const auto frequency = [&sweep](int row) { return sweep.table().text(row, SweepTable::FrequencyColumn); };
-    const PictureTexts texts{frequency(1), frequency(kSweepPoints / 2), frequency(kSweepPoints), markers.texts(),
-                             QDateTime::currentDateTime()};
-    SweepPicture(sweep.configuration(), graph, texts).save(path);
+    const SweepTable &table = sweep.table();
+    const bool linear = isLinearScale(sweep.configuration().scaleType);
+    PlotModel plot;
+    plot.scale = GraphCoordinates(sweep.configuration());
+    plot.showSweep(table);
+    plot.markers = markersOf(sweep.window(), table);
+    const auto frequency = [&table](int row) { return table.text(row, SweepTable::FrequencyColumn); };
+    const PictureTexts texts{frequency(1), frequency(kSweepPoints / 2), frequency(kSweepPoints),
+                             markerTexts(table, plot.markers, linear), QDateTime::currentDateTime()};
+    SweepPicture(sweep.configuration(), plot, texts).save(path);
 }
 
 void printResponse(SingleSweep &sweep)
@@ -175,19 +172,19 @@ void printNames(const QCommandLineParser &arguments, const Options &options)
             continue;
         const QString name = QFileInfo(path).absoluteFilePath();
         if (isStandardOutput(output))
-            ConsoleDesktop::note(name);
+            note(name);
         else
             writeResult(kStandardOutput, (name + u'\n').toLocal8Bit());
     }
 }
 
-int deliver(SingleSweep &sweep, ConsoleDesktop &desktop, const QCommandLineParser &arguments, const Options &options)
+int deliver(SingleSweep &sweep, const QCommandLineParser &arguments, const Options &options)
 {
     try {
         if (arguments.isSet(options.output))
             writeResult(arguments.value(options.output), sweepAsCsv(sweep.table()));
         if (arguments.isSet(options.picture))
-            writePicture(sweep, desktop, arguments.value(options.picture));
+            writePicture(sweep, arguments.value(options.picture));
         if (!arguments.isSet(options.output) && !arguments.isSet(options.picture))
             printResponse(sweep);
         printNames(arguments, options);
@@ -208,13 +205,12 @@ int main(int argc, char **argv)
     std::signal(SIGPIPE, SIG_IGN);
     // Standard error is for the user; what Qt misses in an environment without a desktop does not concern him.
     QLoggingCategory::setFilterRules(QStringLiteral("default.warning=false"));
-    // The picture is painted by widgets that nobody sees.
+    // Pictures need fonts, and no display.
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication application(argc, argv);
+    QGuiApplication application(argc, argv);
     const Language language(QLocale::system());
-    QApplication::setApplicationName(QStringLiteral("calvorn-sweep"));
-    QApplication::setApplicationVersion(QStringLiteral(CALVORN_VERSION));
-    QApplication::setStyle(QStringLiteral("Fusion"));
+    QGuiApplication::setApplicationName(QStringLiteral("calvorn-sweep"));
+    QGuiApplication::setApplicationVersion(QStringLiteral(CALVORN_VERSION));
 
     const Options options;
     QCommandLineParser arguments;
@@ -236,11 +232,11 @@ int main(int argc, char **argv)
     if (!wrong.isEmpty())
         return fail(kBadArguments, wrong);
 
-    ConsoleDesktop desktop;
-    SingleSweep sweep(QCoreApplication::applicationDirPath(), request, desktop);
+    ConsoleClock clock;
+    SingleSweep sweep(QCoreApplication::applicationDirPath(), request, clock);
     const QString clash = readOutputs(arguments, options, sweep.settingsFile());
     if (!clash.isEmpty())
         return fail(kBadArguments, clash);
     const int code = sweep.run();
-    endAtOnce(code == kDone ? deliver(sweep, desktop, arguments, options) : fail(code, sweep.sentence()));
+    endAtOnce(code == kDone ? deliver(sweep, arguments, options) : fail(code, sweep.sentence()));
 }

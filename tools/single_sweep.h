@@ -1,13 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "acquisition/acquisition_driver.h"
-#include "acquisition/sample_conversion.h"
-#include "data/sweep_table.h"
-#include "tools/console_desktop.h"
+#include "instrument/instrument.h"
 #include "tools/exit_code.h"
 
-#include <QEventLoop>
+#include <QCoreApplication>
 
 #include <optional>
 
@@ -29,7 +26,7 @@ class SingleSweep
 
 public:
     // programFolder: holds the server, and the settings unless the request names others.
-    SingleSweep(const QString &programFolder, const SweepRequest &request, ConsoleDesktop &desktop);
+    SingleSweep(const QString &programFolder, const SweepRequest &request, Clock &clock);
 
     // Fills the table. kDone, or what went wrong, with sentence() for the user.
     ExitCode run();
@@ -38,9 +35,7 @@ public:
 
     Configuration &configuration() { return m_configuration; }
     const WindowSettings &window() const { return m_window; }
-    SweepTable &table() { return m_table; }
-    Messages &messages() { return m_messages; }
-    Log &log() { return m_log; }
+    const SweepTable &table() const { return m_instrument.table(); }
 
 private:
     void loadSettings();
@@ -48,28 +43,15 @@ private:
     void applyRange();
     void checkLimit(const char *option, const std::optional<std::int32_t> &hertz);
     void takeSweeps();
-    void listen(AcquisitionDriver &driver, QEventLoop &wait);
-    void hardwareFailed(std::int16_t code, const QString &text, QEventLoop &wait);
-    void waitForSweeps(QEventLoop &wait);
-    void store(const QVector<int> &counts, QEventLoop &wait);
-    QString portName() const;
+    QString sentenceOf(const SweepOutcome &outcome) const;
 
     SweepRequest m_request;
-    ConsoleDesktop &m_desktop;
     Configuration m_configuration;
     WindowSettings m_window;
-    Messages m_messages;
     Log m_log;
     QString m_settingsFile;
-    ServerProcess m_server;
-    SweepTable m_table;
-    SampleConversion m_conversion;
-    QString m_lastLogLine;
+    Instrument m_instrument;
     QString m_sentence;
-    ExitCode m_failure = kDone; // what an event of the hardware said
-    bool m_portOpen = false;
-    bool m_ready = false;
-    int m_taken = 0;
 };
 
 } // namespace calvorn

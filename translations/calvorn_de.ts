@@ -2,6 +2,17 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de" sourcelanguage="en">
 <context>
+    <name>AmplitudeLadder</name>
+    <message>
+        <source>(Vref 10V)</source>
+        <translation>(Vref 10V)</translation>
+    </message>
+    <message>
+        <source>(Vref 1V)</source>
+        <translation>(Vref 1V)</translation>
+    </message>
+</context>
+<context>
     <name>BoundedFile</name>
     <message>
         <source>it is not a file</source>
@@ -116,6 +127,57 @@
     <message>
         <source>Stop frequency will be set to </source>
         <translation>Die Stoppfrequenz wird gesetzt auf </translation>
+    </message>
+</context>
+<context>
+    <name>InterfaceKind</name>
+    <message>
+        <source>PIC connected to the USB port COM%1</source>
+        <translation>PIC am USB-Port COM%1</translation>
+    </message>
+    <message>
+        <source>(Project by Brenik)</source>
+        <translation>(Projekt von Brenik)</translation>
+    </message>
+    <message>
+        <source>DDS Generator/Detector connected to the parallel port LPT 0%1</source>
+        <translation>DDS-Generator/Detektor am Parallelport LPT 0%1</translation>
+    </message>
+    <message>
+        <source>Board design: home-built, by radio amateurs</source>
+        <translation>Entwurf der Platine: Eigenbau von Funkamateuren</translation>
+    </message>
+    <message>
+        <source>In the manual (F1): &quot;The parallel-port board&quot;</source>
+        <translation>Im Handbuch (F1): &quot;The parallel-port board&quot;</translation>
+    </message>
+    <message>
+        <source>MiniVNA connected to the USB port COM%1</source>
+        <translation>MiniVNA am USB-Port COM%1</translation>
+    </message>
+    <message>
+        <source>Analyser design: its makers, with thanks</source>
+        <translation>Entwurf des Analysators: seine Erbauer, mit Dank</translation>
+    </message>
+    <message>
+        <source>In the manual (F1): &quot;The MiniVNA&quot;</source>
+        <translation>Im Handbuch (F1): &quot;The MiniVNA&quot;</translation>
+    </message>
+    <message>
+        <source>by PIC 16F877, step: </source>
+        <translation> im PIC 16F877, Schritt: </translation>
+    </message>
+    <message>
+        <source>, step: </source>
+        <translation>, Schritt: </translation>
+    </message>
+    <message>
+        <source>parallel port %1</source>
+        <translation>Parallelport %1</translation>
+    </message>
+    <message>
+        <source>serial port COM%1</source>
+        <translation>serieller Port COM%1</translation>
     </message>
 </context>
 <context>
@@ -408,10 +470,6 @@
         <translation>%1 muss zwischen %2 und %3 Hz liegen.</translation>
     </message>
     <message>
-        <source>serial port COM%1</source>
-        <translation>serieller Port COM%1</translation>
-    </message>
-    <message>
         <source>The %1 could not be opened.</source>
         <translation>Nicht zu öffnen: %1.</translation>
     </message>
@@ -442,10 +500,6 @@
     <message>
         <source>Sweep %1 of %2</source>
         <translation>Durchlauf %1 von %2</translation>
-    </message>
-    <message>
-        <source>parallel port %1</source>
-        <translation>Parallelport %1</translation>
     </message>
     <message>
         <source>The settings file %1 cannot be read: %2.</source>
@@ -775,10 +829,6 @@
     <message>
         <source>(Vref 10V)</source>
         <translation>(Vref 10V)</translation>
-    </message>
-    <message>
-        <source>(Vref 1V)</source>
-        <translation>(Vref 1V)</translation>
     </message>
 </context>
 <context>
@@ -1153,26 +1203,6 @@
         <translation>Dieses Fenster schließen</translation>
     </message>
     <message>
-        <source>PIC connected to the USB port COM%1</source>
-        <translation>PIC am USB-Port COM%1</translation>
-    </message>
-    <message>
-        <source>(Project by Brenik)</source>
-        <translation>(Projekt von Brenik)</translation>
-    </message>
-    <message>
-        <source>DDS Generator/Detector connected to the parallel port LPT 0%1</source>
-        <translation>DDS-Generator/Detektor am Parallelport LPT 0%1</translation>
-    </message>
-    <message>
-        <source>MiniVNA connected to the USB port COM%1</source>
-        <translation>MiniVNA am USB-Port COM%1</translation>
-    </message>
-    <message>
-        <source>Analyser design: its makers, with thanks</source>
-        <translation>Entwurf des Analysators: seine Erbauer, mit Dank</translation>
-    </message>
-    <message>
         <source>, ClockRef: </source>
         <translation>, Referenztakt: </translation>
     </message>
@@ -1185,28 +1215,8 @@
         <translation>, max. Frequenz: </translation>
     </message>
     <message>
-        <source>by PIC 16F877, step: </source>
-        <translation> im PIC 16F877, Schritt: </translation>
-    </message>
-    <message>
-        <source>, step: </source>
-        <translation>, Schritt: </translation>
-    </message>
-    <message>
         <source>Calvorn %1, made by the Calvorn authors for radio amateurs.</source>
         <translation>Calvorn %1, von den Calvorn-Autoren für Funkamateure gemacht.</translation>
-    </message>
-    <message>
-        <source>Board design: home-built, by radio amateurs</source>
-        <translation>Entwurf der Platine: Eigenbau von Funkamateuren</translation>
-    </message>
-    <message>
-        <source>In the manual (F1): &quot;The parallel-port board&quot;</source>
-        <translation>Im Handbuch (F1): &quot;The parallel-port board&quot;</translation>
-    </message>
-    <message>
-        <source>In the manual (F1): &quot;The MiniVNA&quot;</source>
-        <translation>Im Handbuch (F1): &quot;The MiniVNA&quot;</translation>
     </message>
 </context>
 <context>

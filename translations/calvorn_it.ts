@@ -2,6 +2,17 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="it" sourcelanguage="en">
 <context>
+    <name>AmplitudeLadder</name>
+    <message>
+        <source>(Vref 10V)</source>
+        <translation>(Vref 10V)</translation>
+    </message>
+    <message>
+        <source>(Vref 1V)</source>
+        <translation>(Vref 1V)</translation>
+    </message>
+</context>
+<context>
     <name>BoundedFile</name>
     <message>
         <source>it is not a file</source>
@@ -116,6 +127,57 @@
     <message>
         <source>Stop frequency will be set to </source>
         <translation>La frequenza finale diventa </translation>
+    </message>
+</context>
+<context>
+    <name>InterfaceKind</name>
+    <message>
+        <source>PIC connected to the USB port COM%1</source>
+        <translation>PIC collegato alla porta USB COM%1</translation>
+    </message>
+    <message>
+        <source>(Project by Brenik)</source>
+        <translation>(Progetto di Brenik)</translation>
+    </message>
+    <message>
+        <source>DDS Generator/Detector connected to the parallel port LPT 0%1</source>
+        <translation>Generatore/rivelatore DDS collegato alla porta parallela LPT 0%1</translation>
+    </message>
+    <message>
+        <source>Board design: home-built, by radio amateurs</source>
+        <translation>Progetto della scheda: autocostruita, da radioamatori</translation>
+    </message>
+    <message>
+        <source>In the manual (F1): &quot;The parallel-port board&quot;</source>
+        <translation>Nel manuale (F1): &quot;The parallel-port board&quot;</translation>
+    </message>
+    <message>
+        <source>MiniVNA connected to the USB port COM%1</source>
+        <translation>MiniVNA collegato alla porta USB COM%1</translation>
+    </message>
+    <message>
+        <source>Analyser design: its makers, with thanks</source>
+        <translation>Progetto dell&apos;analizzatore: i suoi autori, con un grazie</translation>
+    </message>
+    <message>
+        <source>In the manual (F1): &quot;The MiniVNA&quot;</source>
+        <translation>Nel manuale (F1): &quot;The MiniVNA&quot;</translation>
+    </message>
+    <message>
+        <source>by PIC 16F877, step: </source>
+        <translation> del PIC 16F877, passo: </translation>
+    </message>
+    <message>
+        <source>, step: </source>
+        <translation>, passo: </translation>
+    </message>
+    <message>
+        <source>parallel port %1</source>
+        <translation>porta parallela %1</translation>
+    </message>
+    <message>
+        <source>serial port COM%1</source>
+        <translation>porta seriale COM%1</translation>
     </message>
 </context>
 <context>
@@ -408,10 +470,6 @@
         <translation>%1 deve stare fra %2 e %3 Hz.</translation>
     </message>
     <message>
-        <source>serial port COM%1</source>
-        <translation>porta seriale COM%1</translation>
-    </message>
-    <message>
         <source>The %1 could not be opened.</source>
         <translation>Non è stato possibile aprire la %1.</translation>
     </message>
@@ -442,10 +500,6 @@
     <message>
         <source>Sweep %1 of %2</source>
         <translation>Sweep %1 di %2</translation>
-    </message>
-    <message>
-        <source>parallel port %1</source>
-        <translation>porta parallela %1</translation>
     </message>
     <message>
         <source>The settings file %1 cannot be read: %2.</source>
@@ -775,10 +829,6 @@
     <message>
         <source>(Vref 10V)</source>
         <translation>(Vref 10V)</translation>
-    </message>
-    <message>
-        <source>(Vref 1V)</source>
-        <translation>(Vref 1V)</translation>
     </message>
 </context>
 <context>
@@ -1153,26 +1203,6 @@
         <translation>Chiude questa finestra</translation>
     </message>
     <message>
-        <source>PIC connected to the USB port COM%1</source>
-        <translation>PIC collegato alla porta USB COM%1</translation>
-    </message>
-    <message>
-        <source>(Project by Brenik)</source>
-        <translation>(Progetto di Brenik)</translation>
-    </message>
-    <message>
-        <source>DDS Generator/Detector connected to the parallel port LPT 0%1</source>
-        <translation>Generatore/rivelatore DDS collegato alla porta parallela LPT 0%1</translation>
-    </message>
-    <message>
-        <source>MiniVNA connected to the USB port COM%1</source>
-        <translation>MiniVNA collegato alla porta USB COM%1</translation>
-    </message>
-    <message>
-        <source>Analyser design: its makers, with thanks</source>
-        <translation>Progetto dell&apos;analizzatore: i suoi autori, con un grazie</translation>
-    </message>
-    <message>
         <source>, ClockRef: </source>
         <translation>, clock rif.: </translation>
     </message>
@@ -1185,28 +1215,8 @@
         <translation>, freq. max: </translation>
     </message>
     <message>
-        <source>by PIC 16F877, step: </source>
-        <translation> del PIC 16F877, passo: </translation>
-    </message>
-    <message>
-        <source>, step: </source>
-        <translation>, passo: </translation>
-    </message>
-    <message>
         <source>Calvorn %1, made by the Calvorn authors for radio amateurs.</source>
         <translation>Calvorn %1, creato dagli autori di Calvorn per i radioamatori.</translation>
-    </message>
-    <message>
-        <source>Board design: home-built, by radio amateurs</source>
-        <translation>Progetto della scheda: autocostruita, da radioamatori</translation>
-    </message>
-    <message>
-        <source>In the manual (F1): &quot;The parallel-port board&quot;</source>
-        <translation>Nel manuale (F1): &quot;The parallel-port board&quot;</translation>
-    </message>
-    <message>
-        <source>In the manual (F1): &quot;The MiniVNA&quot;</source>
-        <translation>Nel manuale (F1): &quot;The MiniVNA&quot;</translation>
     </message>
 </context>
 <context>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/lpt_wiring.h"
+#include "protocol/lpt_wiring.h"
 #include "server/boards/board_pace.h"
 #include "server/boards/dds_chip_model.h"
 #include "server/boards/detector_model.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/lpt_wiring.h"
+#include "protocol/lpt_wiring.h"
 #include "server/links/parallel_pins.h"
 #include "server/synthesiser/ad985x_word.h"
 #include "server/synthesiser/dds_clock.h"

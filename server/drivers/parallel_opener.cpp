@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "server/drivers/parallel_opener.h"
 
-#include "platform/aux_settings.h"
-#include "platform/lpt_wiring_parser.h"
+#include "protocol/aux_settings.h"
+#include "protocol/lpt_wiring_parser.h"
 #include "server/boards/simulated_parallel_port.h"
 #include "server/links/ppdev_port.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "server/drivers/error_codes.h"
+#include "protocol/error_codes.h"
 #include "server/drivers/vector_sender.h"
 #include "server/links/line_settings.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "server/drivers/error_codes.h"
+#include "protocol/error_codes.h"
 #include "server/links/wake_up.h"
 
 #include <QList>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/port_error.h"
+#include "protocol/port_error.h"
 
 #include <chrono>
 #include <cstdint>

@@ -104,24 +104,24 @@ void TestBoardsByHand::thePicIsSentItsCommands()
     QCOMPARE(bench.after("cmdReset"), (QStringList{QStringLiteral("said *"), QStringLiteral("said A1000000")}));
     QCOMPARE(bench.window.desktop.sleptMs, 1000);
     QCOMPARE(bench.window.configuration.msgResult, std::int16_t{-1});
-    QCOMPARE(bench.window.window->findChild<SweepControls *>()->sweepState(), SweepControls::kIdle);
+    QCOMPARE(bench.window.station->instrument.sweepState(), Instrument::kIdle);
     QCOMPARE(bench.window.desktop.boxes.size(), 0);
 }
 
 void TestBoardsByHand::thePicForgetsItsSweep()
 {
     const Bench bench(settings(kInterfacePic));
-    const auto *controls = bench.window.window->findChild<SweepControls *>();
+    const Instrument &instrument = bench.window.station->instrument;
     bench.window.click("cmdStart");
-    QCOMPARE(controls->sweepState(), SweepControls::kSweeping);
+    QCOMPARE(instrument.sweepState(), Instrument::kSweeping);
     QTRY_VERIFY(bench.boards.events(QStringLiteral("said")).contains(QStringLiteral("said G")));
     // The board hears the end of its sweep first.
     QCOMPARE(bench.after("cmdReset"),
              (QStringList{QStringLiteral("said !"), QStringLiteral("said *"), QStringLiteral("said A1000000")}));
     QCOMPARE(bench.window.configuration.msgResult, std::int16_t{-1});
-    QCOMPARE(controls->sweepState(), SweepControls::kIdle);
+    QCOMPARE(instrument.sweepState(), Instrument::kIdle);
     QTRY_VERIFY(bench.window.isShown("cmdStart"));
-    QCOMPARE(controls->sweepState(), SweepControls::kIdle);
+    QCOMPARE(instrument.sweepState(), Instrument::kIdle);
     QCOMPARE(bench.window.desktop.boxes.size(), 0);
 }
 
@@ -244,7 +244,7 @@ void TestBoardsByHand::theForcedStopGivesTheButtonsBack()
 {
     QFETCH(std::int16_t, interfaceType);
     const Bench bench(settings(interfaceType));
-    const auto *controls = bench.window.window->findChild<SweepControls *>();
+    const Instrument &instrument = bench.window.station->instrument;
     bench.window.click("cmdStart");
     QTRY_VERIFY(bench.window.table()->text(kSweepPoints, SweepTable::SampleColumn) != QStringLiteral("0"));
     QVERIFY(bench.window.isShown("cmdStop"));
@@ -256,7 +256,7 @@ void TestBoardsByHand::theForcedStopGivesTheButtonsBack()
     const auto *log = bench.window.find<QListWidget>("lstLOG");
     QCOMPARE(log->findItems(QStringLiteral("Stop sweep forzato"), Qt::MatchExactly).size(), 1);
     // The board is told to stop, too, and stays still then.
-    QTRY_COMPARE(controls->sweepState(), SweepControls::kIdle);
+    QTRY_COMPARE(instrument.sweepState(), Instrument::kIdle);
     bench.settle();
     bench.boards.forget();
     QTest::qWait(100);

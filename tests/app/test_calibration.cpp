@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "acquisition/lpt_driver.h"
 #include "core/number_text.h"
+#include "instrument/lpt_driver.h"
 #include "tests/support/calibration_hands.h"
 #include "tests/support/fake_server_control.h"
 #include "tests/support/locales.h"
@@ -27,7 +27,7 @@ void fillTable(const WindowBench &bench)
     QVector<int> counts;
     for (int i = 0; i < kSweepPoints; ++i)
         counts.append(i % 400);
-    emit bench.window->findChild<AcquisitionDriver *>()->aVettore(counts);
+    emit bench.driver()->aVettore(counts);
 }
 
 } // namespace
@@ -195,7 +195,7 @@ void TestCalibration::thePicIsToldNothing()
 void TestCalibration::errorsAskInTheWindow()
 {
     WindowBench bench = fake(3, "[Debug]\r\nLog=1\r\n");
-    auto *driver = bench.window->findChild<AcquisitionDriver *>();
+    auto *driver = bench.driver();
     calibrate(bench, kGenerator, [&](const Hands &hands) {
         emit driver->aErrore(4, QStringLiteral("Nothing to see."));
         QCOMPARE(bench.desktop.boxes.size(), 0);
@@ -225,7 +225,7 @@ void TestCalibration::errorsAskInTheWindow()
 void TestCalibration::cancellingAnErrorClosesTheWindow()
 {
     WindowBench bench = fake(2);
-    auto *driver = bench.window->findChild<AcquisitionDriver *>();
+    auto *driver = bench.driver();
     m_server.takeCalls();
     calibrate(bench, kGenerator, [&](const Hands &hands) {
         bench.desktop.answers.enqueue(kBoxCancel);
@@ -428,7 +428,7 @@ void TestCalibration::theReadOutFollowsTheVoltage()
     const WindowBench bench(test::ProgramFolder::builtFile(QStringLiteral("CalvornAsync")),
                             calibrationSettings(2).replace("Device=through", "Device=bandpass"));
     QVERIFY2(bench.desktop.boxes.isEmpty(), qPrintable(bench.desktop.lastText()));
-    auto *driver = bench.window->findChild<LptDriver *>();
+    auto *driver = qobject_cast<LptDriver *>(bench.driver());
     const auto volts = [](const Hands &hands) { return NumberText().toDouble(hands.label("lblVolt")); };
     calibrate(bench, kDetector, [&](const Hands &hands) {
         QTRY_VERIFY(!hands.label("lblVolt").isEmpty());

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "app/driver_events.h"
 
-#include "acquisition/lpt_driver.h"
-#include "acquisition/pic_driver.h"
-#include "acquisition/vna_driver.h"
+#include "instrument/lpt_driver.h"
+#include "instrument/pic_driver.h"
+#include "instrument/vna_driver.h"
 #include "tests/support/fake_desktop.h"
 #include "tests/support/fake_server_control.h"
 
@@ -24,13 +24,13 @@ struct Bench
     Messages messages{configuration, desktop};
     Log log{configuration};
     ErrorBoundary boundary{messages, log};
-    SweepTable table{configuration};
-    SampleConversion conversion{configuration, window, table};
-    ServerProcess server{test::FakeServerControl::program()};
-    SweepControls controls{configuration, messages, log, boundary};
+    Instrument instrument{configuration, window, log, desktop, test::FakeServerControl::program(), QString()};
+    SweepTable &table{instrument.table()};
+    ServerProcess &server{instrument.server()};
+    Driver &driver{instrument.useDriver<Driver>()};
+    SweepControls controls{configuration, instrument, messages, log, desktop, boundary};
     TestPanel testPanel{configuration, table, messages, log, boundary};
-    DriverEvents events{messages, log, boundary, controls, conversion, testPanel};
-    Driver driver{DriverContext{configuration, window, messages, log, server, table}};
+    DriverEvents events{messages, log, boundary, controls, instrument, testPanel};
     QSignalSpy cancelled{&events, &DriverEvents::cancelled};
 
     Bench()
@@ -40,8 +40,7 @@ struct Bench
         configuration.stopFreq = 2000000;
         configuration.stepFreq = 2500;
         configuration.adcStep = 0.001F;
-        controls.setDriver(&driver);
-        events.connectDriver(&driver);
+        events.connectDriver();
         table.inizializzaGrid();
         controls.show();
     }
@@ -92,7 +91,7 @@ private slots:
         QCOMPARE(bench.desktop.boxes[0].text, QStringLiteral("The port is gone."));
         QCOMPARE(bench.desktop.boxes[0].title, QStringLiteral("Brenik - Calvorn  v2.0"));
         QCOMPARE(bench.cancelled.count(), 0);
-        QCOMPARE(bench.controls.sweepState(), SweepControls::kIdle);
+        QCOMPARE(bench.instrument.sweepState(), Instrument::kIdle);
         bench.desktop.answers.enqueue(kBoxCancel);
         emit bench.driver.aErrore(2, QStringLiteral("The port is gone."));
         QCOMPARE(bench.cancelled.count(), 1);
@@ -148,7 +147,7 @@ private slots:
         Bench<LptDriver> bench;
         bench.controls.cmdStart_Click();
         emit bench.driver.aErrore(2, QStringLiteral("The port is gone."));
-        QCOMPARE(bench.controls.sweepState(), SweepControls::kSweeping);
+        QCOMPARE(bench.instrument.sweepState(), Instrument::kSweeping);
     }
 
     void afterASweepTheParallelPortGeneratorIsParked()
@@ -157,7 +156,7 @@ private slots:
         bench.controls.cmdStart_Click();
         bench.controls.cmdStop_Click();
         bench.control.takeCalls();
-        QTRY_COMPARE(bench.controls.sweepState(), SweepControls::kIdle);
+        QTRY_COMPARE(bench.instrument.sweepState(), Instrument::kIdle);
         QCOMPARE(bench.control.takeCalls(), QStringList{QStringLiteral("aLPT.SetFrequency(1000000)")});
     }
 
@@ -167,13 +166,13 @@ private slots:
         pic.controls.cmdStart_Click();
         pic.controls.cmdStop_Click();
         pic.control.takeCalls();
-        QTRY_COMPARE(pic.controls.sweepState(), SweepControls::kIdle);
+        QTRY_COMPARE(pic.instrument.sweepState(), Instrument::kIdle);
         QVERIFY(pic.control.takeCalls().isEmpty());
         Bench<VnaDriver> vna;
         vna.controls.cmdStart_Click();
         vna.controls.cmdStop_Click();
         vna.control.takeCalls();
-        QTRY_COMPARE(vna.controls.sweepState(), SweepControls::kIdle);
+        QTRY_COMPARE(vna.instrument.sweepState(), Instrument::kIdle);
         QVERIFY(vna.control.takeCalls().isEmpty());
     }
 
@@ -183,7 +182,7 @@ private slots:
         bench.control.setRules({QStringLiteral("refuse PrepareSweep")});
         bench.controls.cmdStart_Click();
         QCOMPARE(bench.control.takeCalls().last(), QStringLiteral("aPIC.RunSweep()"));
-        QCOMPARE(bench.controls.sweepState(), SweepControls::kIdle);
+        QCOMPARE(bench.instrument.sweepState(), Instrument::kIdle);
         QCOMPARE(bench.logLines().last(), QStringLiteral("P> Errore inizializza ciclo sweep"));
     }
 
@@ -195,7 +194,7 @@ private slots:
         QCOMPARE(pic.control.takeCalls(),
                  (QStringList{QStringLiteral("aPIC.StopSweep(1)"), QStringLiteral("aPIC.PrepareSweep(1500000, 2500)"),
                               QStringLiteral("aPIC.RunSweep()")}));
-        QCOMPARE(pic.controls.sweepState(), SweepControls::kSweeping);
+        QCOMPARE(pic.instrument.sweepState(), Instrument::kSweeping);
         Bench<VnaDriver> vna;
         vna.window.vnaMode = 3;
         vna.changeStartWhileSweeping();
@@ -204,7 +203,7 @@ private slots:
             vna.control.takeCalls(),
             (QStringList{QStringLiteral("aVNA.StopSweep(1)"), QStringLiteral("aVNA.SetMode(3)"),
                          QStringLiteral("aVNA.PrepareSweep(1500000, 2500, 400)"), QStringLiteral("aVNA.RunSweep()")}));
-        QCOMPARE(vna.controls.sweepState(), SweepControls::kSweeping);
+        QCOMPARE(vna.instrument.sweepState(), Instrument::kSweeping);
     }
 
     void aParallelPortSweepGoesOnInANewRange()
@@ -215,7 +214,7 @@ private slots:
         QCOMPARE(bench.control.takeCalls(), QStringList{QStringLiteral("aLPT.PrepareSweep(1500000, 2500)")});
         QCOMPARE(bench.logLines().count(QStringLiteral("L> Start sweep")), 1);
         QVERIFY(!bench.logLines().contains(QStringLiteral("L> Stop sweep")));
-        QCOMPARE(bench.controls.sweepState(), SweepControls::kSweeping);
+        QCOMPARE(bench.instrument.sweepState(), Instrument::kSweeping);
     }
 
     void threeClicksGoRoundTheModes()

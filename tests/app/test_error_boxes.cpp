@@ -77,7 +77,7 @@ private slots:
 void TestErrorBoxes::everyErrorIsShownOnce()
 {
     WindowBench bench(test::FakeServerControl::program(), settings(kInterfaceLpt));
-    auto *driver = bench.window->findChild<AcquisitionDriver *>();
+    auto *driver = bench.driver();
     calibrate(bench, kGenerator, [&](QWidget &dialog) {
         bench.desktop.whileBoxOpen = [&] {
             bench.desktop.whileBoxOpen = {};
@@ -96,7 +96,7 @@ void TestErrorBoxes::everyErrorIsShownOnce()
 void TestErrorBoxes::cancelDropsTheErrorsThatWait()
 {
     WindowBench bench(test::FakeServerControl::program(), settings(kInterfaceLpt));
-    auto *driver = bench.window->findChild<AcquisitionDriver *>();
+    auto *driver = bench.driver();
     calibrate(bench, kGenerator, [&](QWidget &dialog) {
         bench.desktop.whileBoxOpen = [&] {
             for (const char *text : {"first", "second", "third"})
@@ -130,7 +130,7 @@ void TestErrorBoxes::theEndTalksToNobody()
     QFETCH(QByteArray, entry);
     WindowBench bench(test::FakeServerControl::program(), settings(interfaceType));
     QVERIFY2(bench.desktop.boxes.isEmpty(), qPrintable(bench.desktop.lastText()));
-    auto *driver = bench.window->findChild<AcquisitionDriver *>();
+    auto *driver = bench.driver();
     // The calibration of a generator that follows at once shows the errors itself, and "Cancel" closes only that.
     const bool ownBox = entry == kGenerator && interfaceType != kInterfacePic;
     calibrate(bench, entry, [&](QWidget &dialog) {

@@ -43,7 +43,7 @@ struct Bench : WindowBench
     }
 
     SweepGraph *graph() const { return hands.graph(); }
-    const GraphLine &line(GraphItem item) const { return graph()->line(item); }
+    GraphLine line(GraphItem item) const { return graph()->line(item); }
     double position(GraphItem item) const { return isVertical(item) ? line(item).x1 : line(item).y1; }
     QImage image(const QWidget *widget) const
     {
@@ -74,9 +74,9 @@ struct Bench : WindowBench
     QRect paintedBy(GraphItem item) const
     {
         const QImage with = image(graph());
-        graph()->setLineVisible(item, false);
+        graph()->markers().setVisible(item, false);
         const QImage without = image(graph());
-        graph()->setLineVisible(item, true);
+        graph()->markers().setVisible(item, true);
         QRect changed;
         for (int y = 0; y < with.height(); ++y)
             for (int x = 0; x < with.width(); ++x)

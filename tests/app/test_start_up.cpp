@@ -338,7 +338,7 @@ void TestStartUp::aScaleThatIsNoneIsKept()
     for (const char *name : kActions)
         QVERIFY2(!action(name)->isChecked(), name);
     // As a scale of 1 V in dB, from 0 dB down.
-    emit bench.window->findChild<AcquisitionDriver *>()->aVettore(QVector<int>(kSweepPoints, 100));
+    emit bench.driver()->aVettore(QVector<int>(kSweepPoints, 100));
     QCOMPARE(bench.table()->text(0, 1), QStringLiteral("dB"));
     QCOMPARE(bench.table()->text(1, 1), test::inLocale(locale, QStringLiteral("-20.0"))); // 100 mV
     QVERIFY(bench.isShown("txtMaxDb"));
@@ -450,7 +450,7 @@ void TestStartUp::cancellingAnErrorClosesTheWindow()
 {
     WindowBench bench(test::FakeServerControl::program(), settings("2"));
     bench.desktop.answers.enqueue(kBoxCancel);
-    auto *driver = bench.window->findChild<AcquisitionDriver *>();
+    auto *driver = bench.driver();
     emit driver->aErrore(2, QStringLiteral("The port is gone."));
     QVERIFY(!bench.window->isVisible());
 }

@@ -48,7 +48,7 @@ struct Bench : WindowBench
     // The process of the server that serves this window.
     qint64 serverPid() const
     {
-        const auto processes = window->findChildren<QProcess *>();
+        const auto processes = station->instrument.server().findChildren<QProcess *>();
         return processes.isEmpty() ? 0 : processes.first()->processId();
     }
 };
@@ -250,7 +250,8 @@ void TestSweepOnSimulatedBoard::aFloodOfVectorsLeavesTheWindowResponsive()
     int vectors = 0;
     int redraws = 0;
     connect(bench.table(), &SweepTable::dataChanged, bench.window.get(), [&] { ++vectors; });
-    connect(bench.find<SweepGraph>("picSweep"), &SweepGraph::graphTimerFired, bench.window.get(), [&] { ++redraws; });
+    connect(&bench.find<SweepGraph>("picSweep")->redraws(), &RedrawTimer::fired, bench.window.get(),
+            [&] { ++redraws; });
     bench.click("cmdStart");
     QVERIFY(bench.waitForSweep());
     vectors = redraws = 0;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "display/sweep_picture.h"
+#include "display/plot/sweep_picture.h"
 #include "tests/support/fake_server_control.h"
 #include "tests/support/locales.h"
 #include "tests/support/window_bench.h"
@@ -35,7 +35,7 @@ struct Bench : WindowBench
         QVector<int> counts;
         for (int row = 1; row <= kSweepPoints; ++row)
             counts.append(static_cast<int>(800.0 / (1.0 + std::pow((row - 200) / 20.0, 2))));
-        emit window->findChild<AcquisitionDriver *>()->aVettore(counts);
+        emit driver()->aVettore(counts);
         QTest::qWait(50);
     }
 

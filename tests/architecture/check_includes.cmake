@@ -17,7 +17,8 @@ macro(check_file file prefix)
     endforeach()
 endmacro()
 
-foreach(folder translations platform core data display acquisition setup app server)
+foreach(folder translations platform protocol widgets core data analysis display instrument controls setup app
+        server)
     set(allowed ${folder} ${CALVORN_MAY_LINK_${folder}})
     file(GLOB_RECURSE files "${ROOT}/${folder}/*.h" "${ROOT}/${folder}/*.cpp")
     foreach(file IN LISTS files)
@@ -40,6 +41,15 @@ foreach(folder synthesiser links boards drivers)
         endif()
         check_file("${file}" "server/")
     endforeach()
+endforeach()
+
+# A plot is painted without a widget: nothing of the windows above it.
+file(GLOB files "${ROOT}/display/plot/*.h" "${ROOT}/display/plot/*.cpp")
+foreach(file IN LISTS files)
+    file(STRINGS "${file}" includes REGEX "^#include (\"display/[a-z_]+\\.h\"|<QWidget>|<QApplication>)")
+    if(includes)
+        list(APPEND wrong "${file}: ${includes}")
+    endif()
 endforeach()
 
 if(files_read LESS 50)

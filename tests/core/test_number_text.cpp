@@ -7,6 +7,10 @@
 #include <QRandomGenerator>
 #include <QTest>
 
+#include <cmath>
+#include <cstdlib>
+#include <random>
+
 using namespace calvorn;
 using calvorn::test::inLocale;
 
@@ -44,6 +48,7 @@ private slots:
     void reads();
     void readsWhatItWrote_data() { test::addLocaleRows(); }
     void readsWhatItWrote();
+    void decimalsAreReadToTheLastBit();
     void hexadecimalLiterals();
     void integersRoundHalfToEvenAndOverflow();
     void booleans();
@@ -148,6 +153,24 @@ void TestNumberText::readsWhatItWrote()
         QCOMPARE(numbers.toDouble(numbers.masked(thousandths, kMaskVolt)), thousandths);
         QCOMPARE(numbers.toDouble(numbers.fromDouble(thousandths)), thousandths);
     }
+}
+
+// Numbers of all lengths, those of a display mask and longer ones, beside the C library.
+void TestNumberText::decimalsAreReadToTheLastBit()
+{
+    const NumberText numbers(QLocale::c());
+    std::mt19937_64 random(20261122);
+    for (int i = 0; i < 200000; ++i) {
+        const auto length = static_cast<qsizetype>(1 + random() % 19);
+        QByteArray text = QByteArray::number(static_cast<qulonglong>(random())).left(length);
+        text.insert(static_cast<qsizetype>(random() % static_cast<quint64>(text.size() + 1)), '.');
+        if (random() % 3 == 0)
+            text.prepend('-');
+        const double expected = std::strtod(text.constData(), nullptr);
+        const double read = numbers.toDouble(QString::fromLatin1(text));
+        QVERIFY2(read == expected, text.constData());
+    }
+    QVERIFY(std::signbit(numbers.toDouble(QStringLiteral("-0.000"))));
 }
 
 void TestNumberText::hexadecimalLiterals()

@@ -23,8 +23,9 @@ struct DisplayBench
     ErrorBoundary boundary{messages, log};
     SweepTable table{configuration};
     QWidget window;
-    GraphPanel panel{configuration, table, desktop, boundary};
-    MarkerPanel markers{configuration, table, panel.graph(), desktop, boundary};
+    Markers lines;
+    GraphPanel panel{configuration, table, lines, desktop, boundary};
+    MarkerPanel markers{configuration, table, lines, panel.graph(), desktop, boundary};
     ScaleControl scales{configuration, table, panel, markers, boundary};
 
     explicit DisplayBench(std::int16_t scale = 0, float maxVolt = 2.0F, std::int32_t maxDb = -40)

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "display/graph_coordinates.h"
+#include "display/plot/graph_coordinates.h"
 
 #include <QTest>
 

@@ -64,7 +64,7 @@ private slots:
         QVERIFY(caption.bottom() <= plot.top());
         QVERIFY(caption.left() > m1.center().x());
         QCOMPARE(childNamed(spoken, QStringLiteral("LineCV"))->rect(), QRect());
-        graph.setLineVisible(GraphItem::CursorV, true);
+        graph.markers().setVisible(GraphItem::CursorV, true);
         QVERIFY(!childNamed(spoken, QStringLiteral("LineCV"))->rect().isEmpty());
     }
 };

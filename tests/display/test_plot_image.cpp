@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The kept picture of the plot: soft edges as wide as a line, and a new curve in place of the old one without a trace.
-#include "display/plot_image.h"
+#include "display/plot/plot_image.h"
 
 #include <QPolygonF>
 #include <QRandomGenerator>

@@ -131,7 +131,7 @@ private slots:
     {
         DisplayBench bench;
         bench.find(QStringLiteral("txtM3Y"))->setText(QStringLiteral("1"));
-        bench.markers.aggiornaPosMarkerY(QStringLiteral("M3"));
+        bench.markers.aggiornaPosMarkerY(GraphItem::M3);
         for (const char *text : {"rubbish", "", "1e999"}) {
             bench.find(QStringLiteral("txtM3Y"))->setText(QString::fromLatin1(text));
             bench.scaleAction(3)->trigger();

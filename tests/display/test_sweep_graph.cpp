@@ -66,11 +66,12 @@ private slots:
         Configuration configuration;
         configuration.maxScaleVolt = 2.0F;
         SweepTable table(configuration);
-        SweepGraph graph(configuration, table);
+        Markers markers;
+        SweepGraph graph(configuration, table, markers);
         graph.inizializzaGraph();
         graph.resize(401, 401);
         for (const GraphItem item : {GraphItem::M1, GraphItem::M2, GraphItem::M3, GraphItem::M4})
-            graph.setLineVisible(item, false);
+            graph.markers().setVisible(item, false);
         table.inizializzaGrid();
         fillVolts(table, QStringLiteral("1.096")); // 0.9 V below the top edge: row 180 of 400
         const QImage bare = grab(graph);
@@ -127,17 +128,17 @@ private slots:
     void aBurstOfVectorsIsOneRedraw()
     {
         DisplayBench bench;
-        QSignalSpy fired(&bench.panel.graph(), &SweepGraph::graphTimerFired);
+        QSignalSpy fired(&bench.panel.graph().redraws(), &RedrawTimer::fired);
         bench.table.setText(1, SweepTable::AmplitudeColumn, QStringLiteral("1.25"));
         for (int i = 0; i < 10; ++i)
-            bench.panel.graph().armGraphTimer();
+            bench.panel.graph().redraws().arm();
         QTRY_COMPARE(fired.size(), 1);
         QTest::qWait(50);
         QCOMPARE(fired.size(), 1);
         // One procedure has drawn the curve and read out the markers (both at row 1 here).
         QCOMPARE(bench.panel.graph().curve().first(), QPointF(1.0, 1250.0));
         QCOMPARE(bench.text(QStringLiteral("txtM1Y")), QStringLiteral("1.25"));
-        bench.panel.graph().armGraphTimer();
+        bench.panel.graph().redraws().arm();
         QTRY_COMPARE(fired.size(), 2);
     }
 
@@ -147,17 +148,17 @@ private slots:
     {
         DisplayBench bench;
         bench.show();
-        QSignalSpy fired(&bench.panel.graph(), &SweepGraph::graphTimerFired);
+        QSignalSpy fired(&bench.panel.graph().redraws(), &RedrawTimer::fired);
         for (int sweep = 1; sweep <= 5; ++sweep) {
-            QTest::qSleep(SweepGraph::kGraphTimerMs + 1);
-            bench.panel.graph().armGraphTimer();
+            QTest::qSleep(16);
+            bench.panel.graph().redraws().arm();
             QCOMPARE(fired.size(), sweep - 1); // never inside the procedure that stores the samples
-            QCoreApplication::sendPostedEvents(&bench.panel.graph(), QEvent::MetaCall);
+            QCoreApplication::sendPostedEvents(&bench.panel.graph().redraws(), QEvent::MetaCall);
             QCOMPARE(fired.size(), sweep);
         }
         // The next one comes too early: its redraw waits, and is not lost.
-        bench.panel.graph().armGraphTimer();
-        QCoreApplication::sendPostedEvents(&bench.panel.graph(), QEvent::MetaCall);
+        bench.panel.graph().redraws().arm();
+        QCoreApplication::sendPostedEvents(&bench.panel.graph().redraws(), QEvent::MetaCall);
         QTRY_COMPARE(fired.size(), 6);
     }
 
@@ -182,7 +183,8 @@ private slots:
         Configuration configuration;
         configuration.maxScaleVolt = 2.0F;
         SweepTable table(configuration);
-        WatchedGraph graph(configuration, table);
+        Markers markers;
+        WatchedGraph graph(configuration, table, markers);
         graph.inizializzaGraph();
         table.inizializzaGrid();
         graph.drawLine();
@@ -223,7 +225,7 @@ private slots:
         graph.moveLine(GraphItem::M4, 80000.0);
         QVERIFY(graph.labelRect(GraphItem::M4).isEmpty());
         QVERIFY(!graph.line(GraphItem::CursorV).visible);
-        graph.setLineVisible(GraphItem::CursorV, true);
+        graph.markers().setVisible(GraphItem::CursorV, true);
         QVERIFY(graph.line(GraphItem::CursorV).visible);
     }
 
@@ -298,9 +300,11 @@ private slots:
         QImage picture(graph.size(), QImage::Format_RGB32);
         QPainter painter(&picture);
         painter.setFont(graph.font());
-        graph.paintPicture(painter, {QSizeF(graph.size())}, GraphInk::Screen);
+        const PlotPainter::Surface surface{QSizeF(graph.size()), 1.0, 1.0, 1.0, true};
+        PlotPainter(graph.model(), surface).paint(painter);
         painter.end();
-        // But for the soft edges of the curve, which is a line of the painter's there.
+        QCOMPARE(picture, screen);
+        // Where the curve is, for what follows.
         QImage besideTheCurve(graph.size(), QImage::Format_RGB32);
         besideTheCurve.fill(Qt::white);
         QPainter pen(&besideTheCurve);
@@ -310,13 +314,9 @@ private slots:
             line.append(graph.coordinates().toPixel(point, graph.size()));
         pen.drawPolyline(line);
         pen.end();
-        for (int y = 0; y < screen.height(); ++y)
-            for (int x = 0; x < screen.width(); ++x)
-                if (besideTheCurve.pixelColor(x, y) == Qt::white)
-                    QCOMPARE(picture.pixel(x, y), screen.pixel(x, y));
         // Paper is another ink of the same drawing.
         QPainter paper(&picture);
-        graph.paintPicture(paper, {QSizeF(graph.size())}, GraphInk::Paper);
+        PlotPainter(graph.model(), surface, GraphInk::Paper).paint(paper);
         paper.end();
         int bare = 0;
         for (int y = 0; y < screen.height(); ++y) {
@@ -336,10 +336,11 @@ private slots:
         Configuration configuration;
         configuration.scaleType = 1;
         configuration.maxScaleDb = -40;
-        const GraphCoordinates coordinates(configuration);
-        const GraphPainter painter(coordinates, {QSizeF(400, 300)});
+        PlotModel model;
+        model.scale = GraphCoordinates(configuration);
+        const PlotPainter painter(model, {QSizeF(400, 300)});
         // Below the range, through it, and far above.
-        const std::vector<double> values{50000.0, 20000.0, 30000.0, -90000.0, -90000.0, 10000.0, 99000.0};
+        const std::vector<double> values{-50.0, -20.0, -30.0, 90.0, 90.0, -10.0, -99.0};
         const QList<QPolygonF> runs = painter.runsOf(painter.placedCurve(values));
         QCOMPARE(runs.size(), 2);
         for (const QPolygonF &run : runs)
@@ -354,7 +355,8 @@ private slots:
     {
         Configuration configuration;
         SweepTable table(configuration);
-        SweepGraph graph(configuration, table);
+        Markers markers;
+        SweepGraph graph(configuration, table, markers);
         graph.inizializzaGraph();
         QCOMPARE(graph.size(), QSize(534, 400));
         QCOMPARE(graph.sizeHint(), QSize(534, 400));

@@ -96,7 +96,7 @@ private slots:
     {
         Views views;
         views.views.selectView(3);
-        views.views.setParallelPortViews(false);
+        views.views.setOutputViews(false);
         views.verifyShown(0);
         for (const int i : {2, 3}) {
             QVERIFY(!views.element("cmdView", i)->isVisible());
@@ -104,7 +104,7 @@ private slots:
             views.views.selectView(i);
             views.verifyShown(0);
         }
-        views.views.setParallelPortViews(true);
+        views.views.setOutputViews(true);
         QVERIFY(views.element("cmdView", 2)->isVisible());
         views.views.selectView(2);
         views.verifyShown(2);

@@ -7,11 +7,11 @@
 // Two courses: as fast as board and window can, and at the pace of the real board with a clock that runs faster.
 // CALVORN_SOAK_SWEEPS and CALVORN_SOAK_PACED are the numbers of sweeps, 400 if not given; CALVORN_SOAK_SEED makes other
 // courses of events.
-#include "acquisition/acquisition_driver.h"
-#include "acquisition/range_entry.h"
+#include "controls/range_entry.h"
 #include "core/number_text.h"
 #include "data/sweep_csv.h"
 #include "display/sweep_graph.h"
+#include "instrument/acquisition_driver.h"
 #include "lpt_proxy.h"
 #include "tests/support/resident_memory.h"
 #include "tests/support/tally.h"
@@ -64,8 +64,8 @@ struct Soak : test::Tally, WindowBench
                       test::ProgramFolder::preparedSettings().replace("Pace=real", paced ? "Pace=real" : "Pace=none"))
         , random(static_cast<std::minstd_rand::result_type>(fromEnvironment("CALVORN_SOAK_SEED", 1)))
     {
-        auto *driver = window->findChild<AcquisitionDriver *>();
-        auto *proxy = window->findChild<LptProxy *>();
+        AcquisitionDriver *driver = WindowBench::driver();
+        auto *proxy = driver->findChild<LptProxy *>();
         graph = find<SweepGraph>("picSweep");
         // So that ranges change oftener than a hand could.
         window->findChild<QTimer *>(QStringLiteral("timerUpdateSweep"))->setInterval(kUpdateDelayMs);
@@ -84,9 +84,8 @@ struct Soak : test::Tally, WindowBench
         QObject::connect(proxy, &LptProxy::aErrore, window.get(), [this](short code, const QString &) {
             arrivals.append({"error " + QByteArray::number(code), true, {}});
         });
-        QObject::connect(window->findChild<RangeEntry *>(), &RangeEntry::curveStale, window.get(),
-                         [this] { curveCleared = true; });
-        QObject::connect(graph, &SweepGraph::graphTimerFired, window.get(), [this] { onRedraw(); });
+        QObject::connect(table(), &SweepTable::rebuilt, window.get(), [this] { curveCleared = true; });
+        QObject::connect(&graph->redraws(), &RedrawTimer::fired, window.get(), [this] { onRedraw(); });
     }
 
     void onVector(const QVector<int> &vector)
@@ -295,7 +294,7 @@ struct Soak : test::Tally, WindowBench
     Memory memory() const
     {
         return {test::memoryKilobytes(QCoreApplication::applicationPid()),
-                test::memoryKilobytes(window->findChildren<QProcess *>().first()->processId())};
+                test::memoryKilobytes(station->instrument.server().findChildren<QProcess *>().first()->processId())};
     }
 
     std::minstd_rand random;

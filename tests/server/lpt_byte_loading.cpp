@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Guards byte-wide loading: the chip decodes the same words as from serial loading, with 17 accesses for each.
-#include "platform/lpt_wiring_parser.h"
+#include "protocol/lpt_wiring_parser.h"
 #include "server/boards/ad985x_model.h"
 #include "tests/server/lpt_bench.h"
 #include "tests/server/recording_port.h"

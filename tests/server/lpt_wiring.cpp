@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Guards [LPT Wiring]: every pin is understood with its inversion, nonsense is refused by name, and a board wired
 // otherwise works as the standard one does.
-#include "platform/lpt_wiring_parser.h"
+#include "protocol/lpt_wiring_parser.h"
 #include "server/boards/ad985x_model.h"
 #include "server/drivers/parallel_opener.h"
 #include "tests/server/lpt_bench.h"

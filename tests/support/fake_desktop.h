@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/clock.h"
 #include "platform/desktop.h"
 
 #include <QCoreApplication>
@@ -15,7 +16,7 @@ namespace calvorn::test {
 
 // A desktop that nobody sits at: it records boxes, answers them from a queue, counts beeps, and its clock stands
 // still until it is moved.
-class FakeDesktop : public Desktop
+class FakeDesktop : public Desktop, public Clock
 {
 public:
     struct Box

@@ -31,7 +31,7 @@ struct SweepFileBench : WindowBench
         QRandomGenerator random(static_cast<quint32>(seed));
         for (int i = 0; i < kSweepPoints; ++i)
             counts.append(static_cast<int>(random.bounded(1024)));
-        emit window->findChild<AcquisitionDriver *>()->aVettore(counts);
+        emit driver()->aVettore(counts);
     }
 
     void trigger(const char *action) { window->findChild<QAction *>(QString::fromLatin1(action))->trigger(); }

@@ -154,7 +154,7 @@ protected:
         for (int i = 0; i < kSweepPoints; ++i)
             counts.append(static_cast<int>(random.bounded(1024)));
         m_bench.desktop.ticks += 1 + static_cast<std::uint32_t>(step.b % 500);
-        emit m_bench.window->findChild<AcquisitionDriver *>()->aVettore(counts);
+        emit m_bench.driver()->aVettore(counts);
         m_history.asFile = m_history.curveBehind = false;
         const bool inverted =
             m_bench.configuration.interfaceType == kInterfaceVna && m_bench.caption("cmdMisura") == u"DUT";

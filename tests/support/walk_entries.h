@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "acquisition/acquisition_driver.h"
+#include "instrument/acquisition_driver.h"
 #include "tests/support/fake_server_control.h"
 #include "tests/support/walk_hands.h"
 #include "tests/support/while_modal.h"

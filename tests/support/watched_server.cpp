@@ -2,7 +2,7 @@
 // The acquisition server with its own drivers and simulated boards, which writes down what the boards are made to do,
 // one event a line, into the file that CALVORN_WATCHED names: each frequency of a generator, each byte latched into the
 // outputs, each position of the potentiometers, and each command on a serial line.
-#include "platform/lpt_wiring.h"
+#include "protocol/lpt_wiring.h"
 #include "server/boards/pic_board.h"
 #include "server/boards/pty_board.h"
 #include "server/boards/simulated_parallel_port.h"

@@ -18,6 +18,7 @@ struct WindowBench : WidgetHands
     ProgramFolder folder;
     Configuration configuration;
     FakeDesktop desktop;
+    std::unique_ptr<SweepStation> station;
     std::unique_ptr<FrmSweep> window;
     bool started = false;
 
@@ -30,7 +31,10 @@ struct WindowBench : WidgetHands
     void open()
     {
         configuration = Configuration();
-        window = std::make_unique<FrmSweep>(ProgramFolders{folder.path(), folder.path()}, configuration, desktop);
+        window.reset();
+        station = std::make_unique<SweepStation>(ProgramFolders{folder.path(), folder.path()}, configuration, desktop,
+                                                 desktop);
+        window = std::make_unique<FrmSweep>(*station);
         started = window->start();
         if (!started)
             return;
@@ -40,6 +44,7 @@ struct WindowBench : WidgetHands
             qFatal("the window never became active");
     }
 
+    AcquisitionDriver *driver() const { return station->instrument.driver(); }
     QWidget *root() const override { return window.get(); }
     SweepTable *table() const { return qobject_cast<SweepTable *>(find<QAbstractItemView>("MSFlexGridV")->model()); }
 };

@@ -1,0 +1,221 @@
+// SPDX-License-Identifier: MIT
+#include "controls/aux_output.h"
+
+#include "core/common_functions.h"
+#include "core/number_text.h"
+#include "platform/profile_file.h"
+
+#include <QGridLayout>
+#include <QMouseEvent>
+#include <QScopedValueRollback>
+#include <QSignalBlocker>
+
+#include <utility>
+
+namespace calvorn {
+
+AuxOutput::AuxOutput(std::int16_t number, std::int16_t &value, Configuration &configuration, AuxHardware hardware,
+                     ErrorBoundary &boundary, QWidget *parent)
+    : QGroupBox(parent)
+    , m_number(number)
+    , m_value(value)
+    , m_configuration(configuration)
+    , m_hardware(std::move(hardware))
+    , m_boundary(boundary)
+    , m_total(new QLabel(QStringLiteral("0"), this))
+    , m_totalCaption(new QLabel(tr("Total"), this))
+    , m_disabledNote(new QLabel(tr("This output is not enabled in the configuration."), this))
+{
+    auto *grid = new QGridLayout(this);
+    grid->setContentsMargins(8, 2, 8, 2);
+    grid->setVerticalSpacing(2);
+    for (int i = 0; i < 8; ++i) {
+        auto *box = new QCheckBox(this);
+        box->setObjectName(QStringLiteral("chkAux%1_%2").arg(number).arg(i));
+        box->setTristate(true);
+        box->setToolTip(tr("Click: off, half, on"));
+        box->installEventFilter(this);
+        connect(box, &QCheckBox::stateChanged, this, [this, i] { boxChanged(i); });
+        grid->addWidget(box, i / 4, i % 4);
+        m_steps[static_cast<std::size_t>(i)].box = box;
+    }
+    m_total->setObjectName(QStringLiteral("lblAux%1").arg(number));
+    m_total->setToolTip(tr("Sum of the steps that are on"));
+    m_total->setAccessibleName(tr("Total of output %1").arg(number));
+    QFont font = m_total->font();
+    font.setPointSizeF(font.pointSizeF() * 1.5);
+    m_total->setFont(font);
+    m_totalCaption->setObjectName(QStringLiteral("lblTotalAux%1").arg(number));
+    m_totalCaption->setToolTip(m_total->toolTip());
+    grid->addWidget(m_totalCaption, 0, 4, Qt::AlignHCenter | Qt::AlignBottom);
+    grid->addWidget(m_total, 1, 4, Qt::AlignHCenter | Qt::AlignTop);
+    grid->addWidget(m_disabledNote, 2, 0, 1, 6);
+    grid->setRowStretch(3, 1);
+    if (number == 2)
+        buildPotentiometer();
+}
+
+void AuxOutput::buildPotentiometer()
+{
+    auto *grid = static_cast<QGridLayout *>(layout());
+    m_potentiometer = new QScrollBar(Qt::Vertical, this);
+    m_potentiometer->setObjectName(QStringLiteral("VScrollPot2"));
+    m_potentiometer->setToolTip(tr("Digital potentiometer"));
+    m_potentiometer->setAccessibleName(tr("Digital potentiometer"));
+    m_potentiometer->setFocusPolicy(Qt::StrongFocus);
+    m_potentiometer->setMinimumHeight(50);
+    m_potentiometerValue = new QLabel(QStringLiteral("0"), this);
+    m_potentiometerValue->setObjectName(QStringLiteral("lblPot2"));
+    m_potentiometerValue->setToolTip(tr("Position of the potentiometer"));
+    m_potentiometerValue->setAccessibleName(tr("Position of the potentiometer"));
+    m_potentiometerCaption = new QLabel(tr("Potentiometer"), this);
+    m_potentiometerCaption->setObjectName(QStringLiteral("lblCaptionPot2"));
+    m_potentiometerCaption->setToolTip(m_potentiometer->toolTip());
+    grid->addWidget(m_potentiometer, 0, 5, 4, 1, Qt::AlignRight);
+    grid->addWidget(m_potentiometerCaption, 0, 6, Qt::AlignLeft | Qt::AlignBottom);
+    grid->addWidget(m_potentiometerValue, 1, 6, Qt::AlignLeft | Qt::AlignTop);
+    m_boundary.connect(m_potentiometer, &QScrollBar::valueChanged, this, "VScrollPot2_Change",
+                       [this] { VScrollPot2_Change(); });
+}
+
+QString AuxOutput::readOwn(const char *key) const
+{
+    return readProfileString(m_configuration.iniPath, QStringLiteral("Aux%1").arg(m_number), QString::fromLatin1(key));
+}
+
+void AuxOutput::setUp()
+{
+    m_settings = readAuxSettings(m_configuration.iniPath, m_number);
+    const QString section = QStringLiteral("Aux%1").arg(m_number);
+    setTitle(
+        readSetting(section, QStringLiteral("Title"), m_configuration.iniPath, QStringLiteral("Aux %1").arg(m_number)));
+    m_disabledNote->setVisible(!m_settings.enabled);
+    m_total->setVisible(m_settings.enabled);
+    m_totalCaption->setVisible(m_settings.enabled);
+    setUpSteps();
+    if (m_potentiometer)
+        setUpPotentiometer();
+}
+
+void AuxOutput::setUpSteps()
+{
+    for (int i = 0; i < 8; ++i) {
+        if (m_settings.enabled)
+            setUpStep(i);
+        m_steps[static_cast<std::size_t>(i)].box->setVisible(m_settings.enabled);
+    }
+    showTotal();
+}
+
+// "caption;weight", or one text that is both.
+void AuxOutput::setUpStep(int index)
+{
+    const int decibels = (index + 1) * 10;
+    const QString fallback = QStringLiteral("%1dB;%1").arg(decibels);
+    const QString text = readSetting(QStringLiteral("Aux%1").arg(m_number), QStringLiteral("Step %1").arg(index),
+                                     m_configuration.iniPath, fallback);
+    const qsizetype separator = text.indexOf(u';');
+    const QString weight = separator < 0 ? text : text.sliced(separator + 1);
+    Step &step = m_steps[static_cast<std::size_t>(index)];
+    QString caption = separator < 0 ? text : text.first(separator);
+    // A step without a label is not wired.
+    step.box->setEnabled(!caption.trimmed().isEmpty());
+    // A caption has no mnemonics.
+    step.box->setText(caption.replace(u'&', QStringLiteral("&&")));
+    const NumberText numbers;
+    step.weight = 0;
+    m_boundary.run("setUpStep", [&] { step.weight = numbers.toInt16(weight); });
+    step.state = (m_value >> index) & 1 ? Qt::Checked : Qt::Unchecked;
+    showStep(step);
+}
+
+void AuxOutput::setUpPotentiometer()
+{
+    m_potSettings = readPotSettings(m_configuration.iniPath);
+    m_potentiometer->setVisible(m_potSettings.has_value());
+    m_potentiometerCaption->setVisible(m_potSettings.has_value());
+    m_potentiometerValue->setVisible(m_potSettings.has_value());
+    if (!m_potSettings)
+        return;
+    const QSignalBlocker quiet(m_potentiometer);
+    m_potentiometer->setRange(m_potSettings->lowest, m_potSettings->highest);
+    m_potentiometer->setValue(m_configuration.pot2);
+    m_configuration.pot2 = static_cast<std::int16_t>(m_potentiometer->value());
+    m_potentiometerValue->setText(NumberText::fromInteger(m_configuration.pot2));
+}
+
+// The mouse-down of any button drives the boxes, not the click: the box never sees the mouse.
+bool AuxOutput::eventFilter(QObject *watched, QEvent *event)
+{
+    const bool pressed = event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick;
+    for (int i = 0; pressed && i < 8; ++i)
+        if (m_steps[static_cast<std::size_t>(i)].box == watched)
+            advance(i);
+    return pressed || event->type() == QEvent::MouseButtonRelease || QGroupBox::eventFilter(watched, event);
+}
+
+// A key or a screen reader has changed the box: it goes on as after a mouse-down, from where it stood.
+void AuxOutput::boxChanged(int index)
+{
+    const Step &step = m_steps[static_cast<std::size_t>(index)];
+    if (step.box->checkState() == step.state)
+        return;
+    showStep(step);
+    advance(index);
+}
+
+void AuxOutput::showStep(const Step &step)
+{
+    const QSignalBlocker quiet(step.box);
+    step.box->setCheckState(step.state);
+}
+
+void AuxOutput::advance(int index)
+{
+    m_boundary.run("chkAux_MouseDown", [&] { mouseDown(index); });
+}
+
+void AuxOutput::mouseDown(int index)
+{
+    if (!m_hardware.isThere() || m_busy)
+        return;
+    const QScopedValueRollback guard(m_busy, true);
+    Step &step = m_steps[static_cast<std::size_t>(index)];
+    if (!step.box->isEnabled())
+        return;
+    // Unchecked, grayed, checked, and round again; grayed is still off.
+    step.state = step.state == Qt::Unchecked          ? Qt::PartiallyChecked
+                 : step.state == Qt::PartiallyChecked ? Qt::Checked
+                                                      : Qt::Unchecked;
+    showStep(step);
+    int value = 0;
+    for (int i = 0; i < 8; ++i)
+        if (m_steps[static_cast<std::size_t>(i)].state == Qt::Checked)
+            value |= 1 << i;
+    m_value = static_cast<std::int16_t>(value);
+    showTotal();
+    sendValue();
+}
+
+void AuxOutput::showTotal()
+{
+    int total = 0;
+    for (const Step &step : m_steps)
+        if (step.state == Qt::Checked)
+            total += step.weight;
+    m_total->setText(NumberText::fromInteger(total));
+}
+
+void AuxOutput::sendValue() const
+{
+    m_hardware.sendByte(m_settings.byteFor(m_value), m_number);
+}
+
+void AuxOutput::VScrollPot2_Change()
+{
+    m_configuration.pot2 = static_cast<std::int16_t>(m_potentiometer->value());
+    m_potentiometerValue->setText(NumberText::fromInteger(m_configuration.pot2));
+    m_hardware.sendPosition(m_potSettings->control, m_potSettings->command, m_configuration);
+}
+
+} // namespace calvorn

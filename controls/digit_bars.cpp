@@ -1,0 +1,147 @@
+// SPDX-License-Identifier: MIT
+#include "controls/digit_bars.h"
+
+#include "core/number_text.h"
+
+#include <QEvent>
+#include <QKeyEvent>
+#include <QWheelEvent>
+
+#include <algorithm>
+
+namespace calvorn {
+
+namespace {
+
+// Two arrows, one above the other.
+constexpr int kBarHeight = 26;
+
+} // namespace
+
+DigitBars::DigitBars(const QString &namePrefix, QLineEdit &box, QWidget *parent)
+    : QWidget(parent)
+    , m_box(box)
+{
+    for (int digit = 0; digit < kDigits; ++digit) {
+        auto *bar = new QScrollBar(Qt::Vertical, this);
+        bar->setObjectName(QStringLiteral("%1_%2").arg(namePrefix).arg(digit));
+        bar->setRange(kUp, kDown);
+        bar->setValue(kRest);
+        bar->setTracking(false); // dragging the handle is one step, at its release
+        bar->setFocusPolicy(Qt::NoFocus);
+        bar->setToolTip(tr("Step this digit"));
+        bar->setAccessibleName(tr("Digit %1").arg(digit + 1));
+        connect(bar, &QScrollBar::valueChanged, this, [this, digit] { emit changed(digit); });
+        m_bars[static_cast<std::size_t>(digit)] = bar;
+    }
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    m_box.installEventFilter(this);
+}
+
+QFont DigitBars::fontOfDigits(QFont font)
+{
+    const auto widthAt = [&font](int size) {
+        font.setPixelSize(size);
+        return QFontMetricsF(font).horizontalAdvance(u'8');
+    };
+    int size = kPitch / 2;
+    while (widthAt(size + 1) <= kPitch)
+        ++size;
+    font.setLetterSpacing(QFont::AbsoluteSpacing, kPitch - widthAt(size));
+    return font;
+}
+
+QString DigitBars::widestText()
+{
+    return NumberText().masked(888888888, kMaskHertz);
+}
+
+QSize DigitBars::sizeHint() const
+{
+    return {120, kBarHeight};
+}
+
+void DigitBars::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    place();
+}
+
+// In this widget, from the last digit of a text on the right to the first one on the left.
+std::array<int, DigitBars::kDigits> DigitBars::leftEdgesIn(const QString &text) const
+{
+    const QFontMetricsF metrics(m_box.font());
+    const int right =
+        m_box.mapTo(parentWidget(), m_box.rect().topRight()).x() - x() - m_box.textMargins().right() - kBoxPadding;
+    std::array<int, kDigits> edges{};
+    std::size_t digit = 0;
+    for (qsizetype i = text.size() - 1; i >= 0; --i)
+        if (text[i].isDigit())
+            edges[digit++] = right - qRound(metrics.horizontalAdvance(text.sliced(i + 1))) - digitWidth();
+    return edges;
+}
+
+int DigitBars::digitWidth() const
+{
+    return qRound(QFontMetricsF(m_box.font()).horizontalAdvance(u'8'));
+}
+
+// Over the digits as the box shows them, separators included.
+void DigitBars::place()
+{
+    const std::array<int, kDigits> edges = leftEdgesIn(widestText());
+    for (std::size_t digit = 0; digit < edges.size(); ++digit)
+        m_bars[digit]->setGeometry(edges[digit], 0, digitWidth() - 1, kBarHeight);
+}
+
+// While it is being edited a number has no separators.
+int DigitBars::digitAt(int xInBox) const
+{
+    const QString text = m_box.text();
+    const bool plain =
+        m_box.hasFocus() && std::ranges::all_of(text, [](QChar character) { return character.isDigit(); });
+    const std::array<int, kDigits> edges = leftEdgesIn(plain ? QString(kDigits, u'8') : widestText());
+    const int x = m_box.mapTo(parentWidget(), QPoint(xInBox, 0)).x() - this->x();
+    for (std::size_t digit = 0; digit < edges.size(); ++digit)
+        if (x >= edges[digit] && x <= edges[digit] + digitWidth())
+            return static_cast<int>(digit);
+    return -1;
+}
+
+bool DigitBars::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::Resize || event->type() == QEvent::Move || event->type() == QEvent::FontChange)
+        place();
+    if (event->type() == QEvent::Wheel) {
+        auto *wheel = static_cast<QWheelEvent *>(event);
+        const int digit = digitAt(static_cast<int>(wheel->position().x()));
+        const int turn = wheel->angleDelta().y();
+        if (digit >= 0 && turn != 0) {
+            m_bars[static_cast<std::size_t>(digit)]->setValue(turn > 0 ? kUp : kDown);
+            return true;
+        }
+    }
+    if (event->type() == QEvent::KeyPress && stepByKey(static_cast<QKeyEvent *>(event)))
+        return true;
+    return QWidget::eventFilter(watched, event);
+}
+
+bool DigitBars::stepByKey(const QKeyEvent *key)
+{
+    const bool up = key->key() == Qt::Key_Up;
+    if ((!up && key->key() != Qt::Key_Down) || key->modifiers() != Qt::NoModifier)
+        return false;
+    const auto toTheRight = [this] {
+        const QString text = m_box.text().sliced(m_box.cursorPosition());
+        return std::ranges::count_if(text, [](QChar character) { return character.isDigit(); });
+    };
+    const auto digit = std::min<std::ptrdiff_t>(toTheRight(), kDigits - 1);
+    m_bars[static_cast<std::size_t>(digit)]->setValue(up ? kUp : kDown);
+    // The separators may have come or gone; the caret stays at its digit.
+    m_box.end(false);
+    while (toTheRight() < digit && m_box.cursorPosition() > 0)
+        m_box.cursorBackward(false);
+    return true;
+}
+
+} // namespace calvorn

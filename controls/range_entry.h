@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "controls/digit_bars.h"
+#include "controls/frequency_readouts.h"
+#include "core/error_boundary.h"
+#include "data/sweep_table.h"
+#include "widgets/entry_box.h"
+
+#include <QLabel>
+#include <QWidget>
+
+namespace calvorn {
+
+class ReadOut;
+
+// The entry of the frequency range: txtStart and txtStop, the resulting step, and the read-outs of the plan.
+class RangeEntry : public QWidget
+{
+    Q_OBJECT
+
+public:
+    // readouts: the labels under the graph, which this widget keeps.
+    RangeEntry(Configuration &configuration, SweepTable &table, FrequencyReadouts &readouts, Messages &messages,
+               ErrorBoundary &boundary, QWidget *parent = nullptr);
+
+    // Puts the range of the record into the boxes.
+    void showRange();
+
+    // Takes a frequency from elsewhere (a marker) into the record and its box; applied like a typed one.
+    void setStart(std::int32_t hertz) { setFrequency(m_start, hertz); }
+    void setStop(std::int32_t hertz) { setFrequency(m_stop, hertz); }
+
+    // Corrects a range that is too small and tells the user, then derives stepFreq; shows all three.
+    void calcolaStep();
+
+    // Step and boxes for the range of the record, while the table stays as it is: the plan of a sweep from elsewhere.
+    void planWithoutTable();
+
+    // Plans anew: step, table, read-outs. The table is empty then.
+    void aggiornaLblFrequenza();
+
+    // Whether the range of the record is another one than the table and the read-outs were made for.
+    bool isPlanStale() const;
+
+    QLabel *sampleCountLabel() const { return m_sampleCount; }
+
+signals:
+    // An accepted change of the range, to be applied after the last one.
+    void rangeChanged();
+
+private:
+    // One of the two boxes with the field of the record that it edits.
+    struct Box
+    {
+        EntryBox *text;
+        DigitBars *bars;
+        std::int32_t *frequency; // Hz
+    };
+
+    Box makeBox(const char *suffix, const QString &frameTitle, const QString &toolTip, std::int32_t &frequency);
+    void txtStart_GotFocus() { enterBox(m_start); }
+    void txtStop_GotFocus() { enterBox(m_stop); }
+    void txtStart_LostFocus() { leaveBox(m_start); }
+    void txtStop_LostFocus() { leaveBox(m_stop); }
+    void VScrollStart_Change(int index) { stepDigit(m_start, index); }
+    void VScrollStop_Change(int index) { stepDigit(m_stop, index); }
+    void stepDigit(const Box &box, int index);
+    void setFrequency(const Box &box, std::int32_t hertz);
+    static void showFrequency(const Box &box);
+    void enterBox(const Box &box);
+    void leaveBox(const Box &box);
+
+    Configuration &m_configuration;
+    SweepTable &m_table;
+    FrequencyReadouts &m_readouts;
+    Messages &m_messages;
+    Box m_start{};
+    Box m_stop{};
+    bool m_scrollBusy = false;
+    ReadOut *m_step;
+    QLabel *m_sampleCount;
+    std::int32_t m_plannedStart = 0; // Hz
+    std::int32_t m_plannedStop = 0;  // Hz
+};
+
+} // namespace calvorn

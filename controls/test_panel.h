@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "controls/log_list.h"
+#include "instrument/acquisition_driver.h"
+
+#include <QElapsedTimer>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLineEdit>
+#include <QToolButton>
+
+#include <functional>
+
+namespace calvorn {
+
+// frameTest, shown while the log is on: the log list, the receive box, the error counter, and buttons that drive the
+// generator and the display by hand.
+class TestPanel : public QGroupBox
+{
+    Q_OBJECT
+
+public:
+    TestPanel(Configuration &configuration, SweepTable &table, Messages &messages, Log &log, ErrorBoundary &boundary,
+              QWidget *parent = nullptr);
+
+    // Null when the configured interface has no driver; the buttons for the generator then do nothing.
+    void setDriver(AcquisitionDriver *driver);
+
+    // Shows a sample as it arrives, painted at once: "index:value".
+    void echoSample(int index, int value);
+
+    // Raises txtErrori by one.
+    void countError();
+
+    // What other rooms do for the buttons. Their errors end the procedure that called them, so they are not signals.
+    struct Hooks
+    {
+        std::function<void()> drawScreen = [] {};
+        std::function<void()> refreshFrequencyLabels = [] {};
+        std::function<void()> refreshMarkerLabelsX = [] {};
+        std::function<void()> refreshMarkerLabelsY = [] {};
+    };
+    void setHooks(const Hooks &hooks) { m_hooks = hooks; }
+
+signals:
+    void forcedStop();
+
+private:
+    void buildReadouts(QGridLayout *grid);
+    void buildButtons(QGridLayout *grid);
+    QToolButton *addButton(const char *procedure, const QString &caption, const QString &toolTip,
+                           void (TestPanel::*handler)());
+    void cmdFreqDDS_Click();
+    void cmdFreqStart_Click();
+    void cmdFreqStep_Click();
+    void cmdReset_Click();
+    void cmdDraw_Click();
+    void cmdClear_Click();
+    void cmdMisura_Click();
+
+    Configuration &m_configuration;
+    SweepTable &m_table;
+    ErrorBoundary &m_boundary;
+    AcquisitionDriver *m_driver = nullptr;
+    Hooks m_hooks;
+    LogList *m_log;
+    QLineEdit *m_received = nullptr;
+    QElapsedTimer m_sinceEcho; // since a sample was painted
+    QLineEdit *m_errors = nullptr;
+    QToolButton *m_misura = nullptr;
+};
+
+} // namespace calvorn

@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QObject>
+
+#include <array>
+#include <cstddef>
+
+namespace calvorn {
+
+// What lies over the curve: the four markers and the two lines of the cursor.
+enum class GraphItem { M1, M2, M3, M4, CursorV, CursorH };
+inline constexpr int kGraphItems = 6;
+
+constexpr bool isVertical(GraphItem item)
+{
+    return item == GraphItem::M1 || item == GraphItem::M2 || item == GraphItem::CursorV;
+}
+
+// Where the markers and the cursor stand. M1, M2 and CursorV stand at a row of the sweep table, 1 to 400; M3, M4 and
+// CursorH at an amplitude in the units of the scale, volts or dB.
+struct MarkerSet
+{
+    struct Line
+    {
+        double position = 0.0;
+        bool isVisible = true;
+
+        bool operator==(const Line &) const = default;
+    };
+
+    MarkerSet();
+
+    Line &operator[](GraphItem item) { return lines[static_cast<std::size_t>(item)]; }
+    const Line &operator[](GraphItem item) const { return lines[static_cast<std::size_t>(item)]; }
+
+    // The row of a vertical one, as a whole number.
+    int row(GraphItem item) const;
+
+    bool operator==(const MarkerSet &) const = default;
+
+    std::array<Line, kGraphItems> lines;
+};
+
+// The markers of the window, moved by boxes, mouse and commands alike. Whoever shows them follows moved().
+class Markers : public QObject
+{
+    Q_OBJECT
+
+public:
+    using QObject::QObject;
+
+    const MarkerSet &set() const { return m_set; }
+    double position(GraphItem item) const { return m_set[item].position; }
+    int row(GraphItem item) const { return m_set.row(item); }
+
+    void move(GraphItem item, double position);
+    void setVisible(GraphItem item, bool visible);
+
+signals:
+    // It stands elsewhere, or is shown or hidden.
+    void moved(GraphItem item);
+
+private:
+    MarkerSet m_set;
+};
+
+} // namespace calvorn

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+#include "display/redraw_timer.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+#include <QWidget>
+
+namespace calvorn {
+
+RedrawTimer::RedrawTimer(QWidget &painted)
+    : QObject(&painted)
+    , m_painted(painted)
+    , m_timer(this)
+{
+    m_timer.setObjectName(QStringLiteral("timerGrafico"));
+    m_timer.setSingleShot(true);
+    connect(&m_timer, &QTimer::timeout, this, &RedrawTimer::fire);
+}
+
+void RedrawTimer::arm()
+{
+    if (m_isWanted)
+        return;
+    m_isWanted = true;
+    const qint64 sinceLast = m_last.isValid() ? m_last.elapsed() : kPeriodMs;
+    if (sinceLast < kPeriodMs)
+        m_timer.start(kPeriodMs - static_cast<int>(sinceLast));
+    else // queued, and therefore before the next painting: read-outs and curve are painted together
+        fireSoon();
+}
+
+// The painting that follows is asked for at once, so that it comes in the same round of the event loop.
+void RedrawTimer::fireSoon()
+{
+    QMetaObject::invokeMethod(this, &RedrawTimer::fire, Qt::QueuedConnection);
+    QCoreApplication::postEvent(m_painted.window(), new QEvent(QEvent::UpdateRequest), Qt::LowEventPriority);
+}
+
+void RedrawTimer::fire()
+{
+    m_isWanted = false;
+    m_last.start();
+    emit fired();
+}
+
+} // namespace calvorn

@@ -1,0 +1,288 @@
+// SPDX-License-Identifier: MIT
+#include "instrument/acquisition_driver.h"
+
+#include "core/runtime_error.h"
+
+#include <QAbstractEventDispatcher>
+#include <QScopedValueRollback>
+
+#include <utility>
+
+namespace calvorn {
+
+namespace {
+
+constexpr int kWatchMs = 1000;
+constexpr int kMostUnanswered = 3; // ticks
+// Until a server is killed that has been asked to end: a board that no longer answers takes 2 s. One that has been
+// silent for three seconds already is likely to hang.
+constexpr int kPatienceMs = 2000;
+constexpr int kLittlePatienceMs = 1000;
+// The fastest of the simulated boards sends some 17,000 vectors a second, and lets the window have its turn all the
+// time.
+constexpr int kLongestTurnMs = 2000;
+constexpr int kMostInLongTurn = 200;
+// A sweep takes some 40 ms at least, and tells of its end or of an error once.
+constexpr int kMostNewsInSecond = 200;
+
+} // namespace
+
+AcquisitionDriver::AcquisitionDriver(const DriverContext &context, QString path, QObject *parent)
+    : QObject(parent)
+    , m_context(context)
+    , m_path(std::move(path))
+{
+    connect(&m_context.server, &ServerProcess::ended, this, &AcquisitionDriver::serverEnded);
+    m_watch.setInterval(kWatchMs);
+    connect(&m_watch, &QTimer::timeout, this, &AcquisitionDriver::watchServer);
+    m_turn.start();
+    m_second.start();
+    connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::awake, this, [this] {
+        m_turn.start();
+        m_eventsInTurn = 0;
+    });
+}
+
+void AcquisitionDriver::startUp()
+{
+    const QScopedValueRollback guard(m_startingUp, true);
+    m_settingsSent = configureHardware();
+    if (m_settingsSent)
+        emit hardwareReady();
+}
+
+bool AcquisitionDriver::startSweep()
+{
+    ensureServer();
+    log().writeLog(logPrefix() + tr("Start sweep"));
+    const bool late = !m_settingsSent;
+    if (late)
+        sendSettings();
+    const bool accepted = runPlan();
+    sweepBegun();
+    // What needs an open port may have one by now.
+    if (late)
+        emit hardwareReady();
+    m_settingsSent = true;
+    return accepted;
+}
+
+void AcquisitionDriver::shutDown()
+{
+    m_closing = true;
+    // What still arrives concerns nobody any more.
+    disconnect();
+    releaseHardware();
+}
+
+void AcquisitionDriver::ensureServer()
+{
+    if (isServerUp() && m_attached)
+        return;
+    if (m_closing)
+        throw RuntimeError(RuntimeError::Kind::Closing);
+    m_context.server.connectToServer();
+    attach(m_context.server.connection(), m_path);
+    m_attached = true;
+    m_takenVectors = 0;
+    m_vectorPlan.reset();
+    // The first operation of a start-up comes here too; only any other one has to catch up on the start-up.
+    if (!m_startingUp)
+        startUp();
+}
+
+void AcquisitionDriver::callFailed(const QDBusError &error)
+{
+    if (error.type() == QDBusError::NoReply || error.type() == QDBusError::Timeout ||
+        error.type() == QDBusError::TimedOut) {
+        const QScopedValueRollback guard(m_endedByTimeout, true);
+        m_context.server.kill(kPatienceMs);
+        throw RuntimeError(RuntimeError::Kind::NoAnswer, tr("it did not answer in time and was ended"));
+    }
+    throw RuntimeError(RuntimeError::Kind::DriverCall, bounded(error.message()));
+}
+
+QString AcquisitionDriver::bounded(const QString &text)
+{
+    return text.size() <= kLongestText ? text : text.left(kLongestText) + u'…';
+}
+
+// False for what a server has left behind that is no longer there, and for what comes without end.
+bool AcquisitionDriver::takesEvents()
+{
+    ++m_eventsInTurn;
+    if (m_attached && m_eventsInTurn > kMostInLongTurn && m_turn.hasExpired(kLongestTurnMs))
+        serverFloods();
+    return m_attached;
+}
+
+// The same for ends, and for errors that the user is told of: nothing sends many, and each costs the log a line.
+bool AcquisitionDriver::takesNews()
+{
+    if (m_second.hasExpired(1000)) {
+        m_second.start();
+        m_newsInSecond = 0;
+    }
+    if (++m_newsInSecond > kMostNewsInSecond && m_attached)
+        serverFloods();
+    return takesEvents();
+}
+
+void AcquisitionDriver::serverEnded()
+{
+    m_attached = false;
+    m_settingsSent = false;
+    m_watch.stop();
+    m_question.reset();
+    if (!std::exchange(m_sweepRuns, false) && !m_endedByFlood)
+        return;
+    // Not from inside the call that failed: events arrive between window messages. Before the error, so that its box
+    // does not keep those waiting who wait for the end of the sweep.
+    QMetaObject::invokeMethod(this, &AcquisitionDriver::aComplete, Qt::QueuedConnection);
+    // After a time-out the failed call has its own message.
+    if (m_endedByTimeout)
+        return;
+    const QString what = m_endedByWatch   ? tr("The acquisition server did not answer and was ended.")
+                         : m_endedByFlood ? tr("The acquisition server sent events without end and was ended.")
+                                          : tr("The acquisition server has ended unexpectedly.");
+    emit aErrore(kErrorServerEnded, what + u'\r' + tr("\"Sweep ON\" starts it again."));
+}
+
+void AcquisitionDriver::serverCompleted()
+{
+    if (takesNews())
+        sweepEnded();
+}
+
+void AcquisitionDriver::serverFailed(std::int16_t code, const QString &text)
+{
+    if (code == kErrorTransfer ? takesEvents() : takesNews())
+        emit aErrore(code, bounded(text));
+}
+
+void AcquisitionDriver::serverPlanned(const VectorPlan &plan)
+{
+    if (takesEvents())
+        m_vectorPlan = plan;
+}
+
+bool AcquisitionDriver::takesVector(const QVector<int> &counts)
+{
+    if (!takesEvents())
+        return false;
+    if (isOfTablePlan())
+        emit aVettore(counts);
+    return true;
+}
+
+bool AcquisitionDriver::isAcknowledgementDue()
+{
+    if (++m_takenVectors < kVectorsAtOnce)
+        return false;
+    m_takenVectors = 0;
+    return true;
+}
+
+// The one rule that ties a vector to its plan. It compares what was measured with what stands in the table, so the
+// order of calls and events does not matter.
+bool AcquisitionDriver::isOfTablePlan() const
+{
+    const std::optional<SweepAxis> axis = m_context.table.axis();
+    return axis && m_vectorPlan == VectorPlan{*axis, mode()};
+}
+
+void AcquisitionDriver::sweepBegun()
+{
+    m_sweepRuns = true;
+    m_question.reset();
+    m_watch.start();
+}
+
+// Counts its own ticks and not the time, so that a program that was stopped does not blame the server.
+void AcquisitionDriver::watchServer()
+{
+    const bool answered = m_question && m_question->isFinished() && !m_question->isError();
+    m_unanswered = answered || !m_question ? 0 : m_unanswered + 1;
+    if (m_unanswered >= kMostUnanswered) {
+        serverHangs();
+        return;
+    }
+    if (m_question && !m_question->isFinished())
+        return;
+    m_question.reset(new QDBusPendingCallWatcher(askWhetherWorking()));
+    connect(m_question.get(), &QDBusPendingCallWatcher::finished, this,
+            [this](const QDBusPendingCallWatcher *question) {
+                const QDBusPendingReply<bool> reply = *question;
+                if (!reply.isError() && !reply.value())
+                    serverHangs();
+            });
+}
+
+void AcquisitionDriver::serverHangs()
+{
+    const QScopedValueRollback guard(m_endedByWatch, true);
+    m_context.server.kill(kLittlePatienceMs);
+}
+
+void AcquisitionDriver::serverFloods()
+{
+    const QScopedValueRollback guard(m_endedByFlood, true);
+    m_context.server.kill(kPatienceMs);
+}
+
+void AcquisitionDriver::sweepEnded()
+{
+    m_sweepRuns = false;
+    m_watch.stop();
+    m_question.reset();
+    emit aComplete();
+}
+
+AcquisitionDriver::ErrorReaction AcquisitionDriver::reactionTo(std::int16_t tipoErrore) const
+{
+    // A server that is gone concerns the user whatever the hardware is.
+    return tipoErrore == kErrorServerEnded ? ErrorReaction::LogAndAsk : hardwareReactionTo(tipoErrore);
+}
+
+void AcquisitionDriver::ignoringErrors(const std::function<void()> &step)
+{
+    if (!isServerUp())
+        return;
+    try {
+        step();
+    } catch (const RuntimeError &error) {
+        log().writeLog(logPrefix() + error.message());
+    }
+}
+
+bool AcquisitionDriver::tellWhetherOpen(const std::function<bool()> &openPort, const QString &refusal)
+{
+    bool open = false;
+    QString reason;
+    try {
+        open = openPort();
+    } catch (const RuntimeError &error) {
+        reason = error.message();
+        log().writeLog(logPrefix() + reason);
+    }
+    if (open) {
+        emit portOpened();
+        return true;
+    }
+    emit portRefused(reason);
+    emit refused(refusal, true);
+    return false;
+}
+
+QString AcquisitionDriver::serialPortRefusal() const
+{
+    return tr("Wrong serial port number (COM%1).").arg(configuration().commPort) + u'\r' +
+           tr("Please verify 'SetUp/Configuration/Ports'.");
+}
+
+AcquisitionDriver::ErrorReaction AcquisitionDriver::serialReactionTo(std::int16_t tipoErrore)
+{
+    return tipoErrore == 1 ? ErrorReaction::CountSilently : ErrorReaction::LogOnly;
+}
+
+} // namespace calvorn

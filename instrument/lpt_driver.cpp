@@ -1,0 +1,188 @@
+// SPDX-License-Identifier: MIT
+#include "instrument/lpt_driver.h"
+
+#include "lpt_proxy.h"
+
+namespace calvorn {
+
+namespace {
+
+// Raised for conditions that need no reaction, such as a stop without a sweep.
+constexpr std::int16_t kErrorIgnorable = 4;
+
+// Their mean is shown while the detector is calibrated.
+constexpr int kReadingsOfDetector = 3;
+
+} // namespace
+
+LptDriver::LptDriver(const DriverContext &context, QObject *parent)
+    : ProxyDriver(context, QStringLiteral("/aLPT"), parent)
+{
+}
+
+LptDriver::~LptDriver() = default;
+
+const InterfaceKind &LptDriver::kind() const
+{
+    return *interfaceKind(kInterfaceLpt);
+}
+
+QString LptDriver::caption() const
+{
+    return QString::fromLatin1(kApplicationTitle) + QStringLiteral(" - ") + configuration().ddsDevice;
+}
+
+AcquisitionDriver::ErrorReaction LptDriver::hardwareReactionTo(std::int16_t tipoErrore) const
+{
+    return tipoErrore == kErrorIgnorable ? ErrorReaction::Ignore : ErrorReaction::LogAndAsk;
+}
+
+bool LptDriver::configureHardware()
+{
+    const QString refusal = tr("Parallel port not initialized.") + u'\r' +
+                            tr("Driver not found or wrong LPT address.") + u'\r' +
+                            tr("Please verify 'SetUp/Configuration/Ports'.");
+    if (!tellWhetherOpen([this] { return openPort(configuration().lptAddress); }, refusal))
+        return false;
+    sendSettings();
+    return true;
+}
+
+void LptDriver::sendSettings()
+{
+    setDdsDevice(configuration().ddsDevice);
+    setAdcDevice(configuration().adcDevice);
+    setXtalFrequency(configuration().ddsXtalFreq);
+    setMultiplier(configuration().ddsMultiplier);
+    setOffset(configuration().ddsOffset);
+    setSpeed(configuration().sweepSpeed);
+    resetDevice();
+    setFrequency(configuration().startFreq);
+}
+
+bool LptDriver::runPlan()
+{
+    setSpeed(configuration().sweepSpeed);
+    prepareSweep(configuration().startFreq, configuration().stepFreq);
+    runSweep();
+    return true;
+}
+
+void LptDriver::replanSweep()
+{
+    prepareSweep(configuration().startFreq, configuration().stepFreq);
+    log().writeLog(logPrefix() + tr("Start/step sweep reinizializzati"));
+}
+
+void LptDriver::parkAtChangedStart()
+{
+    setFrequency(configuration().startFreq);
+}
+
+void LptDriver::sendFrequency()
+{
+    setFrequency(configuration().startFreq);
+}
+
+void LptDriver::resetGenerator()
+{
+    resetDevice();
+    setFrequency(kResetFrequency);
+}
+
+void LptDriver::sweepCompleted()
+{
+    if (isServerUp())
+        setFrequency(configuration().startFreq);
+}
+
+void LptDriver::tryOffset(double hertz)
+{
+    setOffset(hertz);
+    setFrequency(configuration().startFreq);
+}
+
+std::optional<double> LptDriver::detectorVolts(double triedOffset, const SweepTable &)
+{
+    double sum = 0.0;
+    for (int reading = 0; reading < kReadingsOfDetector; ++reading)
+        sum += readDetector();
+    return static_cast<double>(configuration().adcStep) * sum / kReadingsOfDetector + triedOffset;
+}
+
+void LptDriver::releaseHardware()
+{
+    if (!isServerUp())
+        return;
+    stopSweep(2);
+    closePort();
+}
+
+bool LptDriver::openPort(std::int16_t address)
+{
+    return finish(proxy().OpenPort(address));
+}
+
+void LptDriver::setDdsDevice(const QString &chip)
+{
+    finish(proxy().SetDdsDevice(chip));
+}
+
+void LptDriver::setAdcDevice(const QString &converter)
+{
+    finish(proxy().SetAdcDevice(converter));
+}
+
+void LptDriver::setMultiplier(std::int16_t multiplier)
+{
+    finish(proxy().SetMultiplier(multiplier));
+}
+
+void LptDriver::setXtalFrequency(double hertz)
+{
+    finish(proxy().SetXtalFrequency(hertz));
+}
+
+void LptDriver::setOffset(double hertz)
+{
+    finish(proxy().SetOffset(hertz));
+}
+
+void LptDriver::setSpeed(std::int16_t code)
+{
+    finish(proxy().SetSpeed(code));
+}
+
+void LptDriver::resetDevice()
+{
+    finish(proxy().ResetDevice());
+}
+
+void LptDriver::setFrequency(std::int32_t hertz)
+{
+    finish(proxy().SetFrequency(hertz));
+}
+
+void LptDriver::prepareSweep(std::int32_t start, std::int32_t step)
+{
+    finish(proxy().PrepareSweep(start, step));
+}
+
+std::int16_t LptDriver::readDetector()
+{
+    return static_cast<std::int16_t>(finish(proxy().ReadDetector()));
+}
+
+void LptDriver::setAux(std::uint8_t value, std::int16_t output)
+{
+    finish(proxy().SetAux(value, output));
+}
+
+bool LptDriver::writeI2c(std::uint8_t control, std::uint8_t command, std::uint8_t data)
+{
+    return finish(proxy().WriteI2c(control, command, data));
+}
+
+} // namespace calvorn
+
+template class calvorn::ProxyDriver<LptProxy>;

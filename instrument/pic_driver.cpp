@@ -1,0 +1,121 @@
+// SPDX-License-Identifier: MIT
+#include "instrument/pic_driver.h"
+
+#include "pic_proxy.h"
+
+namespace calvorn {
+
+namespace {
+
+constexpr int kResetMs = 1000; // what the board needs to start again
+
+} // namespace
+
+PicDriver::PicDriver(const DriverContext &context, QObject *parent)
+    : ProxyDriver(context, QStringLiteral("/aPIC"), parent)
+{
+}
+
+PicDriver::~PicDriver() = default;
+
+const InterfaceKind &PicDriver::kind() const
+{
+    return *interfaceKind(kInterfacePic);
+}
+
+QString PicDriver::caption() const
+{
+    return QString::fromLatin1(kApplicationTitle) + QStringLiteral(" - ") + configuration().ddsDevice;
+}
+
+AcquisitionDriver::ErrorReaction PicDriver::hardwareReactionTo(std::int16_t tipoErrore) const
+{
+    return serialReactionTo(tipoErrore);
+}
+
+bool PicDriver::configureHardware()
+{
+    if (!tellWhetherOpen([this] { return openPort(configuration().commPort, configuration().serialSettings); },
+                         serialPortRefusal()))
+        return false;
+    if (sendFrequency(QStringLiteral("A"), configuration().startFreq))
+        return true;
+    emit refused(tr("DDS not initialized") + u'\r' + tr("Verify the serial interface."), true);
+    return false;
+}
+
+// The board is told to run even when it refused the preparation: it then answers with the end of the sweep.
+bool PicDriver::runPlan()
+{
+    const bool accepted = prepareSweep(configuration().startFreq, configuration().stepFreq);
+    if (!accepted)
+        log().writeLog(logPrefix() + tr("Errore inizializza ciclo sweep"));
+    runSweep();
+    return accepted;
+}
+
+void PicDriver::parkAtChangedStart()
+{
+    sendOrWarn(QStringLiteral("B"), configuration().startFreq, tr("Frequency not iniatized."));
+}
+
+void PicDriver::sendFrequency()
+{
+    sendOrWarn(QStringLiteral("A"), configuration().startFreq, tr("DDS frequency not initialized"));
+}
+
+void PicDriver::sendStartFrequency()
+{
+    sendOrWarn(QStringLiteral("B"), configuration().startFreq, tr("Start frequency not initialized"));
+}
+
+void PicDriver::sendStepFrequency()
+{
+    sendOrWarn(QStringLiteral("D"), configuration().stepFreq, tr("Step frequency not initialized"));
+}
+
+void PicDriver::resetGenerator()
+{
+    sendAndNote(QStringLiteral("*"), 0);
+    emit sweepForgotten();
+    clock().sleep(kResetMs);
+    sendAndNote(QStringLiteral("A"), kResetFrequency);
+}
+
+void PicDriver::sendOrWarn(const QString &command, std::int32_t hertz, const QString &warning)
+{
+    if (!sendFrequency(command, hertz))
+        emit refused(warning, false);
+}
+
+// Whether the board took it stands in msgResult, and is not shown.
+void PicDriver::sendAndNote(const QString &command, std::int32_t hertz)
+{
+    configuration().msgResult = sendFrequency(command, hertz) ? -1 : 0;
+}
+
+void PicDriver::releaseHardware()
+{
+    ignoringErrors([this] { stopSweep(2); });
+    ignoringErrors([this] { sendAndNote(QStringLiteral("A"), configuration().startFreq); });
+    ignoringErrors([this] { closePort(); });
+}
+
+bool PicDriver::openPort(std::int16_t port, const QString &settings)
+{
+    return finish(proxy().OpenPort(port, settings));
+}
+
+bool PicDriver::prepareSweep(std::int32_t start, std::int32_t step)
+{
+    return finish(proxy().PrepareSweep(start, step));
+}
+
+bool PicDriver::sendFrequency(const QString &command, std::int32_t hertz)
+{
+    return finish(proxy().SendFrequency(command, hertz));
+}
+
+} // namespace calvorn
+
+template class calvorn::ProxyDriver<PicProxy>;

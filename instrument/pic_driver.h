@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "instrument/proxy_driver.h"
+
+class PicProxy;
+
+namespace calvorn {
+
+// aPIC: the PIC 16F877 board on a USB virtual COM port. The operations below the line are those of calvorn.Pic.
+class PicDriver : public ProxyDriver<PicProxy>
+{
+    Q_OBJECT
+
+public:
+    explicit PicDriver(const DriverContext &context, QObject *parent = nullptr);
+    ~PicDriver() override;
+
+    const InterfaceKind &kind() const override;
+    QString logPrefix() const override { return QStringLiteral("P> "); }
+    QString caption() const override;
+    Replanning replanning() const override { return Replanning::StopAndRestart; }
+    void parkAtChangedStart() override;
+    void sendFrequency() override;
+    void sendStartFrequency() override;
+    void sendStepFrequency() override;
+    void resetGenerator() override;
+
+    // ----
+
+    bool openPort(std::int16_t port, const QString &settings);
+    // True when the board accepted the sweep.
+    bool prepareSweep(std::int32_t start, std::int32_t step); // Hz
+    // command: "A" output frequency, "B" sweep start, "D" step, "*" reset. True when the board acknowledged.
+    bool sendFrequency(const QString &command, std::int32_t hertz);
+
+protected:
+    void releaseHardware() override;
+    ErrorReaction hardwareReactionTo(std::int16_t tipoErrore) const override;
+    bool configureHardware() override;
+    bool runPlan() override;
+
+private:
+    void sendOrWarn(const QString &command, std::int32_t hertz, const QString &warning);
+    void sendAndNote(const QString &command, std::int32_t hertz);
+};
+
+} // namespace calvorn
+
+extern template class calvorn::ProxyDriver<PicProxy>;

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#include "instrument/sample_conversion.h"
+
+#include "core/checked_arithmetic.h"
+#include "data/amplitude_writer.h"
+
+namespace calvorn {
+
+SampleConversion::SampleConversion(Configuration &configuration, SweepTable &table, QObject *parent)
+    : QObject(parent)
+    , m_configuration(configuration)
+    , m_table(table)
+{
+}
+
+void SampleConversion::datiDDS(const QVector<int> &vettore)
+{
+    const bool inverted = m_isInverted();
+    AmplitudeWriter amplitudes(m_configuration, m_table);
+    for (int row = 1; row <= kSweepPoints; ++row) {
+        if (row > vettore.size())
+            throw RuntimeError(RuntimeError::Kind::SubscriptOutOfRange, tr("sample %1 of a sweep").arg(row));
+        const int received = vettore[row - 1];
+        const int raw = inverted ? checkedSubtract(kDetectorFullScale, received) : received;
+        amplitudes.storeCount(row, raw);
+        if (m_configuration.logDebug)
+            emit sampleReceived(row, received);
+    }
+    m_table.sweepWritten(SweepOrigin::Measured, detectorOf(m_configuration));
+    emit vectorStored();
+}
+
+} // namespace calvorn

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "core/configuration.h"
+#include "data/sweep_table.h"
+
+#include <QObject>
+#include <QVector>
+
+#include <functional>
+
+namespace calvorn {
+
+// Of a detector whose counts are inverted.
+inline constexpr int kDetectorFullScale = 1024;
+
+// Turns the detector counts of a vector into rows of the sweep table.
+class SampleConversion : public QObject
+{
+    Q_OBJECT
+
+public:
+    SampleConversion(Configuration &configuration, SweepTable &table, QObject *parent = nullptr);
+
+    // Whether the detector's counts fall where its voltage rises, from kDetectorFullScale; asked for each vector.
+    void setInverted(std::function<bool()> isInverted) { m_isInverted = std::move(isInverted); }
+
+    // vettore: 400 counts in the order of the rows; RuntimeError(SubscriptOutOfRange) when it is shorter.
+    // Writes count and amplitude of all rows, then emits vectorStored().
+    void datiDDS(const QVector<int> &vettore);
+
+signals:
+    // With the log on, for each sample as it is converted: row (1 to 400) and received value.
+    void sampleReceived(int index, int value);
+    void vectorStored();
+
+private:
+    Configuration &m_configuration;
+    SweepTable &m_table;
+    std::function<bool()> m_isInverted = [] { return false; };
+};
+
+} // namespace calvorn

@@ -1,0 +1,179 @@
+// SPDX-License-Identifier: MIT
+#include "instrument/vna_driver.h"
+
+#include "vna_proxy.h"
+
+namespace calvorn {
+
+namespace {
+
+constexpr std::int16_t kModeDut = 3;
+
+} // namespace
+
+VnaDriver::VnaDriver(const DriverContext &context, QObject *parent)
+    : ProxyDriver(context, QStringLiteral("/aVNA"), parent)
+{
+}
+
+VnaDriver::~VnaDriver() = default;
+
+const InterfaceKind &VnaDriver::kind() const
+{
+    return *interfaceKind(kInterfaceVna);
+}
+
+QString VnaDriver::caption() const
+{
+    return QString::fromLatin1(kApplicationTitle) + QStringLiteral(" - MiniVNA");
+}
+
+AcquisitionDriver::ErrorReaction VnaDriver::hardwareReactionTo(std::int16_t tipoErrore) const
+{
+    return serialReactionTo(tipoErrore);
+}
+
+bool VnaDriver::configureHardware()
+{
+    if (!tellWhetherOpen([this] { return openPort(configuration().commPort, configuration().serialSettings); },
+                         serialPortRefusal()))
+        return false;
+    sendSettings();
+    return true;
+}
+
+void VnaDriver::sendSettings()
+{
+    setXtalFrequency(configuration().ddsXtalFreq);
+    setMultiplier(configuration().ddsMultiplier);
+    setOffset(configuration().ddsOffset);
+    setMode(settings().vnaMode);
+    setFrequency(configuration().startFreq);
+}
+
+bool VnaDriver::runPlan()
+{
+    setMode(settings().vnaMode);
+    prepareSweep(configuration().startFreq, configuration().stepFreq, kSweepPoints);
+    runSweep();
+    return true;
+}
+
+// A device under test is measured upside down.
+bool VnaDriver::countsAreInverted() const
+{
+    return settings().vnaMode == kModeDut;
+}
+
+// A mode that the instrument does not have leaves it in the first one.
+std::int16_t VnaDriver::mode() const
+{
+    const std::int16_t wanted = settings().vnaMode;
+    return wanted >= 1 && wanted <= modeCaptions().size() ? wanted : std::int16_t{1};
+}
+
+void VnaDriver::parkAtChangedStart()
+{
+    setMode(0);
+    setFrequency(configuration().startFreq);
+    setMode(settings().vnaMode);
+}
+
+void VnaDriver::sendFrequency()
+{
+    setFrequency(configuration().startFreq);
+}
+
+void VnaDriver::resetGenerator()
+{
+    setFrequency(kResetFrequency);
+}
+
+// Mode k at index k - 1.
+QStringList VnaDriver::modeCaptions() const
+{
+    return {tr("Angle"), tr("RetLoss"), tr("DUT")};
+}
+
+QString VnaDriver::modeCaption() const
+{
+    const QStringList captions = modeCaptions();
+    const int index = settings().vnaMode - 1;
+    return index >= 0 && index < captions.size() ? captions[index] : captions.last();
+}
+
+QString VnaDriver::nextMode(const QString &present)
+{
+    const QStringList captions = modeCaptions();
+    const qsizetype index = captions.indexOf(present);
+    const qsizetype next = (index + 1) % captions.size();
+    if (index < 0)
+        return present;
+    settings().vnaMode = static_cast<std::int16_t>(next + 1);
+    return captions[next];
+}
+
+void VnaDriver::sendMode()
+{
+    setMode(settings().vnaMode);
+}
+
+void VnaDriver::tryOffset(double hertz)
+{
+    setOffset(hertz);
+    setFrequency(configuration().startFreq);
+}
+
+// The instrument reads its detector only within a sweep: the count is that of the last one at the start frequency.
+// It is shown with the configured offset, which "Apply" changes.
+std::optional<double> VnaDriver::detectorVolts(double, const SweepTable &table)
+{
+    setFrequency(configuration().startFreq);
+    const double count = table.number(1, SweepTable::SampleColumn);
+    return count * static_cast<double>(configuration().adcStep) + static_cast<double>(configuration().adcOffset);
+}
+
+void VnaDriver::releaseHardware()
+{
+    ignoringErrors([this] { stopSweep(2); });
+    ignoringErrors([this] { closePort(); });
+}
+
+bool VnaDriver::openPort(std::int16_t port, const QString &settings)
+{
+    return finish(proxy().OpenPort(port, settings));
+}
+
+void VnaDriver::setMode(std::int16_t mode)
+{
+    finish(proxy().SetMode(mode));
+}
+
+void VnaDriver::setMultiplier(std::int16_t multiplier)
+{
+    finish(proxy().SetMultiplier(multiplier));
+}
+
+void VnaDriver::setXtalFrequency(double hertz)
+{
+    finish(proxy().SetXtalFrequency(hertz));
+}
+
+void VnaDriver::setOffset(double hertz)
+{
+    finish(proxy().SetOffset(hertz));
+}
+
+void VnaDriver::setFrequency(std::int32_t hertz)
+{
+    finish(proxy().SetFrequency(hertz));
+}
+
+void VnaDriver::prepareSweep(std::int32_t start, std::int32_t step, std::int32_t samples)
+{
+    finish(proxy().PrepareSweep(start, step, samples));
+}
+
+} // namespace calvorn
+
+template class calvorn::ProxyDriver<VnaProxy>;

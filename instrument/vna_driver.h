@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "instrument/proxy_driver.h"
+
+class VnaProxy;
+
+namespace calvorn {
+
+// aVNA: the MiniVNA on a USB virtual COM port. The operations below the line are those of calvorn.Vna.
+class VnaDriver : public ProxyDriver<VnaProxy>
+{
+    Q_OBJECT
+
+public:
+    explicit VnaDriver(const DriverContext &context, QObject *parent = nullptr);
+    ~VnaDriver() override;
+
+    const InterfaceKind &kind() const override;
+    QString logPrefix() const override { return QStringLiteral("V> "); }
+    QString caption() const override;
+    Replanning replanning() const override { return Replanning::StopAndRestart; }
+    bool countsAreInverted() const override;
+    void parkAtChangedStart() override;
+    void sendFrequency() override;
+    void resetGenerator() override;
+    QString modeCaption() const override;
+    QStringList modeCaptions() const override;
+    QString nextMode(const QString &present) override;
+    void sendMode() override;
+    bool triesOffsets() const override { return true; }
+    void tryOffset(double hertz) override;
+    std::optional<double> detectorVolts(double triedOffset, const SweepTable &table) override;
+
+    // ----
+
+    bool openPort(std::int16_t port, const QString &settings);
+    void setMode(std::int16_t mode); // 0 parked, 1 angle, 2 return loss, 3 device under test
+    void setMultiplier(std::int16_t multiplier);
+    void setXtalFrequency(double hertz);
+    void setOffset(double hertz);
+    void setFrequency(std::int32_t hertz);
+    void prepareSweep(std::int32_t start, std::int32_t step, std::int32_t samples); // Hz
+
+protected:
+    void releaseHardware() override;
+    ErrorReaction hardwareReactionTo(std::int16_t tipoErrore) const override;
+    bool configureHardware() override;
+    void sendSettings() override;
+    bool runPlan() override;
+    std::int16_t mode() const override;
+};
+
+} // namespace calvorn
+
+extern template class calvorn::ProxyDriver<VnaProxy>;

@@ -1,0 +1,313 @@
+// SPDX-License-Identifier: MIT
+#include "analysis/sweep_response.h"
+#include "analysis/text_plot.h"
+#include "core/number_text.h"
+#include "core/runtime_error.h"
+#include "core/scale_type.h"
+#include "data/amplitude_writer.h"
+#include "tests/support/locales.h"
+
+#include <QTest>
+
+#include <cmath>
+#include <functional>
+
+using namespace calvorn;
+
+namespace {
+
+// 1 MHz to 1.399 MHz in steps of 1 kHz, or the other way round.
+struct Bench
+{
+    Configuration configuration;
+    SweepTable table{configuration};
+
+    explicit Bench(std::int32_t step = 1000)
+    {
+        configuration.startFreq = step > 0 ? 1000000 : 1399000;
+        configuration.stepFreq = step;
+        table.inizializzaGrid();
+    }
+
+    // Amplitudes without counts, as a sweep keeps them that was imported from another calibration.
+    void fill(std::int16_t scale, const std::function<double(int)> &amplitude)
+    {
+        configuration.scaleType = scale;
+        const NumberText numbers;
+        for (int row = 1; row <= kSweepPoints; ++row)
+            table.setText(row, SweepTable::AmplitudeColumn,
+                          numbers.masked(amplitude(row), scale == kScaleLinear ? kMaskVolt : kMaskDb));
+        table.sweepWritten(SweepOrigin::Imported, std::nullopt);
+    }
+
+    // Counts of the detector, with their amplitudes on the scale.
+    void measure(std::int16_t scale, const std::function<int(int)> &count)
+    {
+        configuration.scaleType = scale;
+        configuration.adcStep = 0.00244F;
+        AmplitudeWriter column(configuration, table);
+        for (int row = 1; row <= kSweepPoints; ++row)
+            column.storeCount(row, count(row));
+        table.sweepWritten(SweepOrigin::Measured, detectorOf(configuration));
+    }
+
+    // As an import ends.
+    void imported()
+    {
+        const bool follow = amplitudesFollowFromCounts(table, configuration);
+        table.sweepWritten(SweepOrigin::Imported, follow ? std::optional(detectorOf(configuration)) : std::nullopt);
+    }
+
+    SweepResponse response() const { return responseOf(table, configuration); }
+};
+
+std::vector<ResponseSample> samples(const std::vector<double> &amplitudes, double start = 1000.0, double step = 10.0)
+{
+    std::vector<ResponseSample> made;
+    for (const double amplitude : amplitudes)
+        made.push_back({start + step * static_cast<double>(made.size()), amplitude});
+    return made;
+}
+
+double triangle(int row, double slope)
+{
+    return -std::abs(row - 201) * slope;
+}
+
+} // namespace
+
+class TestSweepResponse : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void cleanup() { QLocale::setDefault(QLocale::c()); }
+
+    void peakAndBandwidthInDecibels_data() { test::addLocaleRows(); }
+    void peakAndBandwidthInDecibels()
+    {
+        QFETCH(QLocale, locale);
+        QLocale::setDefault(locale);
+        Bench bench;
+        bench.fill(kScaleDb1V, [](int row) { return -6.0 + triangle(row, 0.5); });
+        const SweepResponse response = bench.response();
+        QCOMPARE(response.peak, -6.0);
+        QCOMPARE(response.peakFrequency, 1200000.0);
+        // 0.5 dB for each kHz: 3.01 dB are 6.02 kHz to either side.
+        QVERIFY(response.lower && response.upper && response.bandwidth());
+        QVERIFY(std::abs(*response.lower - 1193979.4) < 1.0);
+        QVERIFY(std::abs(*response.upper - 1206020.6) < 1.0);
+        QVERIFY(std::abs(*response.bandwidth() - 12041.2) < 1.0);
+    }
+
+    void halfThePowerInVolts()
+    {
+        Bench bench;
+        bench.fill(kScaleLinear, [](int row) { return 1.0 + triangle(row, 0.01); });
+        const SweepResponse response = bench.response();
+        QCOMPARE(response.peak, 1.0);
+        // 1 V falls to 0.7071 V over 29.29 rows.
+        QVERIFY(std::abs(*response.lower - 1170710.7) < 1.0);
+        QVERIFY(std::abs(*response.upper - 1229289.3) < 1.0);
+    }
+
+    void aFallingSweepHasTheSameEdges()
+    {
+        Bench bench(-1000);
+        bench.fill(kScaleLinear, [](int row) { return 1.0 + triangle(row, 0.01); });
+        const SweepResponse response = bench.response();
+        QVERIFY(response.lower && response.upper);
+        QVERIFY(*response.lower < response.peakFrequency);
+        QVERIFY(*response.upper > response.peakFrequency);
+        QVERIFY(*response.bandwidth() > 0.0);
+    }
+
+    void anEdgeOutsideTheRangeIsNotInvented()
+    {
+        Bench bench;
+        bench.fill(kScaleLinear, [](int row) { return row < 100 ? 1.0 : 1.0 - (row - 100) * 0.003; });
+        const SweepResponse lowpass = bench.response();
+        QVERIFY(!lowpass.lower);
+        QVERIFY(lowpass.upper);
+        QVERIFY(!lowpass.bandwidth());
+        bench.fill(kScaleLinear, [](int) { return 0.5; });
+        QVERIFY(!bench.response().lower && !bench.response().upper);
+        bench.fill(kScaleLinear, [](int) { return 0.0; });
+        QCOMPARE(bench.response().peak, 0.0);
+        QVERIFY(!bench.response().bandwidth());
+    }
+
+    void everyScaleGivesTheSameResponse_data() { test::addLocaleRows(); }
+    void everyScaleGivesTheSameResponse();
+    void everyScaleAgreesThatThereIsNoResponse();
+    void amplitudesThatAreNotOfTheirCountsAreKept();
+    void thePeakIsTheMiddleOfThePlateau_data();
+    void thePeakIsTheMiddleOfThePlateau();
+    void aPlateauOfSeveralSamplesHasBothEdges();
+    void noSamplesAreNoResponse();
+
+    void aCellThatIsNoNumberIsRefused()
+    {
+        Bench bench;
+        bench.table.setText(400, SweepTable::AmplitudeColumn, QStringLiteral("x"));
+        QVERIFY_THROWS_EXCEPTION(RuntimeError, bench.response());
+        QVERIFY_THROWS_EXCEPTION(RuntimeError, textPlot(bench.table, true));
+        bench.measure(kScaleLinear, [](int) { return 100; });
+        QCOMPARE(bench.response().peakFrequency, 1199500.0);
+        bench.table.setText(400, SweepTable::SampleColumn, QStringLiteral("x"));
+        QVERIFY_THROWS_EXCEPTION(RuntimeError, bench.response());
+    }
+
+    void thePlotIsEightyColumnsWide_data() { test::addLocaleRows(); }
+    void thePlotIsEightyColumnsWide()
+    {
+        QFETCH(QLocale, locale);
+        QLocale::setDefault(locale);
+        Bench bench;
+        bench.configuration.startFreq = 1999000000;
+        bench.configuration.stepFreq = 300000;
+        bench.table.inizializzaGrid();
+        bench.fill(kScaleDb1V, [](int row) { return triangle(row, 0.5); });
+        const QStringList lines = textPlot(bench.table, false);
+        QCOMPARE(lines.size(), 19);
+        for (const QString &line : lines)
+            QVERIFY2(line.size() <= 80, qPrintable(line));
+        QCOMPARE(lines[17].size(), 80);
+        QVERIFY(lines[0].startsWith(test::inLocale(locale, QStringLiteral("    0.0 |"))));
+        QVERIFY(lines[16].startsWith(test::inLocale(locale, QStringLiteral(" -100.0 |"))));
+        QVERIFY(lines[18].endsWith(bench.table.text(400, 0)));
+        QVERIFY(lines[18].contains(bench.table.text(200, 0)));
+        // The peak stands in the middle of the 71 columns, a letter being 6 dB high; the ends at the bottom.
+        QCOMPARE(lines[0].indexOf(u'*'), 9 + 34);
+        QCOMPARE(lines[0].lastIndexOf(u'*'), 9 + 36);
+        QCOMPARE(lines[16].indexOf(u'*'), 9);
+        QCOMPARE(lines[16].lastIndexOf(u'*'), 79);
+    }
+
+    void aFlatCurveIsOneLine()
+    {
+        Bench bench;
+        const QStringList lines = textPlot(bench.table, true);
+        QCOMPARE(lines[16].count(u'*'), 71);
+        QCOMPARE(lines.join(QString()).count(u'*'), 71);
+    }
+};
+
+void TestSweepResponse::everyScaleGivesTheSameResponse()
+{
+    QFETCH(QLocale, locale);
+    QLocale::setDefault(locale);
+    Bench bench;
+    // Rows 200 to 203 share the highest count: 0.244 V. One count less on either side is the same tenth of a dB.
+    const auto hill = [](int row) {
+        return row >= 200 && row <= 203 ? 100 : std::max(0, 100 - std::abs(row < 200 ? 200 - row : row - 203));
+    };
+    for (const std::int16_t scale : {kScaleLinear, kScaleDb1V, kScaleDb1VHeadroom, kScaleDb10V, kScaleDb10VHeadroom}) {
+        bench.measure(scale, hill);
+        const SweepResponse response = bench.response();
+        QCOMPARE(std::lround(response.peakFrequency), 1200500L);
+        QVERIFY(response.lower && response.upper && response.bandwidth());
+        // 100 counts fall to 70.711 over 29.289 rows.
+        QCOMPARE(std::lround(*response.lower), 1169711L);
+        QCOMPARE(std::lround(*response.upper), 1231289L);
+        QCOMPARE(std::lround(*response.bandwidth()), 61579L);
+        const double reference = scale == kScaleDb10V || scale == kScaleDb10VHeadroom ? 10.0 : 1.0;
+        const double volts = scale == kScaleLinear ? response.peak : reference * std::pow(10.0, response.peak / 20.0);
+        QVERIFY2(std::abs(volts - 0.244) < 1e-6, qPrintable(QString::number(volts, 'g', 12)));
+    }
+}
+
+void TestSweepResponse::everyScaleAgreesThatThereIsNoResponse()
+{
+    Bench bench;
+    bench.configuration.adcOffset = -1.0F;
+    for (const std::int16_t scale : {kScaleLinear, kScaleDb1V, kScaleDb10VHeadroom}) {
+        bench.measure(scale, [](int row) { return row == 10 ? 50 : 0; });
+        const SweepResponse response = bench.response();
+        QVERIFY(std::abs(response.peak - (scale == kScaleLinear ? -0.878 : -100.0)) < 1e-6);
+        QCOMPARE(response.peakFrequency, 1009000.0);
+        QVERIFY(!response.lower && !response.upper && !response.bandwidth());
+    }
+}
+
+void TestSweepResponse::amplitudesThatAreNotOfTheirCountsAreKept()
+{
+    Bench bench;
+    bench.measure(kScaleLinear, [](int row) { return row == 100 ? 200 : 100; });
+    QCOMPARE(bench.response().peakFrequency, 1099000.0);
+    // One amplitude of another calibration is enough.
+    bench.table.setText(300, SweepTable::AmplitudeColumn, NumberText().masked(0.9, kMaskVolt));
+    bench.imported();
+    QCOMPARE(bench.response().peak, 0.9);
+    QCOMPARE(bench.response().peakFrequency, 1299000.0);
+    // Written with more decimals it is the same amplitude.
+    bench.measure(kScaleDb1V, [](int row) { return row == 100 ? 200 : 199; });
+    const double peak = bench.response().peak;
+    for (int row = 1; row <= kSweepPoints; ++row)
+        bench.table.setText(row, SweepTable::AmplitudeColumn,
+                            bench.table.text(row, SweepTable::AmplitudeColumn) + QStringLiteral("00"));
+    bench.imported();
+    QCOMPARE(bench.response().peak, peak);
+    QCOMPARE(bench.response().peakFrequency, 1099000.0);
+}
+
+void TestSweepResponse::thePeakIsTheMiddleOfThePlateau_data()
+{
+    QTest::addColumn<std::vector<double>>("amplitudes");
+    QTest::addColumn<double>("rising");  // 1000 Hz, 1010 Hz, ...
+    QTest::addColumn<double>("falling"); // 1000 Hz, 990 Hz, ...
+    const auto row = [](const char *name, const std::vector<double> &amplitudes, double rising, double falling) {
+        QTest::newRow(name) << amplitudes << rising << falling;
+    };
+    row("one highest sample", {0.1, 0.5, 0.2}, 1010.0, 990.0);
+    row("in the middle", {0.1, 0.5, 0.5, 0.5, 0.2}, 1020.0, 980.0);
+    row("between two samples", {0.1, 0.5, 0.5, 0.2}, 1015.0, 985.0);
+    row("at the beginning", {0.5, 0.5, 0.5, 0.1, 0.1}, 1010.0, 990.0);
+    row("at the end", {0.1, 0.1, 0.5, 0.5, 0.5}, 1030.0, 970.0);
+    row("the longest of two", {0.5, 0.1, 0.1, 0.5, 0.5}, 1035.0, 965.0);
+    row("of equally long ones that of the lowest frequency", {0.5, 0.5, 0.1, 0.5, 0.5}, 1005.0, 965.0);
+    row("flat", {0.5, 0.5, 0.5, 0.5, 0.5}, 1020.0, 980.0);
+    row("one sample", {0.5}, 1000.0, 1000.0);
+}
+
+void TestSweepResponse::thePeakIsTheMiddleOfThePlateau()
+{
+    QFETCH(std::vector<double>, amplitudes);
+    QFETCH(double, rising);
+    QFETCH(double, falling);
+    for (const AmplitudeUnit unit : {AmplitudeUnit::Volt, AmplitudeUnit::Decibel}) {
+        QCOMPARE(responseOf(samples(amplitudes), unit).peakFrequency, rising);
+        QCOMPARE(responseOf(samples(amplitudes, 1000.0, -10.0), unit).peakFrequency, falling);
+        QCOMPARE(responseOf(samples(amplitudes), unit).peak, 0.5);
+    }
+    QVERIFY(!responseOf(samples(amplitudes), AmplitudeUnit::Decibel).bandwidth());
+}
+
+void TestSweepResponse::aPlateauOfSeveralSamplesHasBothEdges()
+{
+    // The dip between the two plateaus is an edge of the chosen one.
+    const std::vector<double> amplitudes{0.0, 1.0, 1.0, 0.0, 1.0, 1.0, 1.0, 0.0};
+    const SweepResponse rising = responseOf(samples(amplitudes), AmplitudeUnit::Volt);
+    QCOMPARE(rising.peakFrequency, 1050.0);
+    QVERIFY(rising.lower && rising.upper);
+    // 1 falls to 0.7071 over 0.2929 of 10 Hz.
+    QVERIFY(std::abs(*rising.lower - 1037.071) < 0.001);
+    QVERIFY(std::abs(*rising.upper - 1062.929) < 0.001);
+    const SweepResponse falling = responseOf(samples(amplitudes, 1000.0, -10.0), AmplitudeUnit::Volt);
+    QCOMPARE(falling.peakFrequency, 950.0);
+    QVERIFY(falling.lower && falling.upper);
+    QVERIFY(std::abs(*falling.lower - 937.071) < 0.001);
+    QVERIFY(std::abs(*falling.upper - 962.929) < 0.001);
+    const SweepResponse flat = responseOf(samples({1.0, 1.0, 1.0}), AmplitudeUnit::Volt);
+    QVERIFY(!flat.lower && !flat.upper);
+}
+
+void TestSweepResponse::noSamplesAreNoResponse()
+{
+    const SweepResponse response = responseOf(std::vector<ResponseSample>(), AmplitudeUnit::Volt);
+    QCOMPARE(response.peak, 0.0);
+    QVERIFY(!response.bandwidth());
+}
+
+QTEST_APPLESS_MAIN(TestSweepResponse)
+#include "test_sweep_response.moc"

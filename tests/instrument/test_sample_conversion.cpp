@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: MIT
+#include "instrument/instrument.h"
+
+#include "core/runtime_error.h"
+#include "tests/support/fake_desktop.h"
+#include "tests/support/locales.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace calvorn;
+using calvorn::test::inLocale;
+
+class TestSampleConversion : public QObject
+{
+    Q_OBJECT
+
+private:
+    Configuration m_configuration;
+    WindowSettings m_window;
+
+    static QVector<int> vector(int value) { return QVector<int>(kSweepPoints, value); }
+
+private slots:
+    void init()
+    {
+        m_configuration = Configuration();
+        m_configuration.adcStep = 0.0048F;
+        m_configuration.startFreq = 1000000;
+        m_configuration.stepFreq = 1000;
+        m_window = WindowSettings();
+    }
+    void cleanup() { QLocale::setDefault(QLocale::c()); }
+
+    void countsBecomeRows_data() { test::addLocaleRows(); }
+    void countsBecomeRows()
+    {
+        QFETCH(QLocale, locale);
+        QLocale::setDefault(locale);
+        SweepTable table(m_configuration);
+        table.inizializzaGrid();
+        SampleConversion conversion(m_configuration, table);
+        QSignalSpy stored(&conversion, &SampleConversion::vectorStored);
+        QVector<int> counts;
+        for (int i = 0; i < kSweepPoints; ++i)
+            counts.append(i * 2);
+        conversion.datiDDS(counts);
+        QCOMPARE(stored.count(), 1);
+        for (int row = 1; row <= kSweepPoints; ++row)
+            QCOMPARE(table.text(row, 2), QString::number((row - 1) * 2));
+        QCOMPARE(table.text(1, 1), inLocale(locale, QStringLiteral("0.000")));
+        QCOMPARE(table.text(400, 1), inLocale(locale, QStringLiteral("3.830"))); // 798 x 0.0048
+        m_configuration.scaleType = 1;
+        conversion.datiDDS(counts);
+        QCOMPARE(table.text(1, 1), inLocale(locale, QStringLiteral("-100.0")));
+        QCOMPARE(table.text(400, 1), inLocale(locale, QStringLiteral("11.7"))); // 20 lg 3.830 = 11.66
+    }
+
+    void theInvertedDetectorIsTurnedRound()
+    {
+        Log log(m_configuration);
+        test::FakeDesktop desktop;
+        Instrument instrument(m_configuration, m_window, log, desktop, QString(), QString());
+        const SweepTable &table = instrument.table();
+        m_configuration.interfaceType = kInterfaceVna;
+        m_window.vnaMode = 3;
+        QVERIFY(instrument.makeDriver());
+        instrument.store(vector(1000));
+        QCOMPARE(table.text(1, 2), QStringLiteral("24"));
+        m_window.vnaMode = 2;
+        instrument.store(vector(1000));
+        QCOMPARE(table.text(1, 2), QStringLiteral("1000"));
+        m_configuration.interfaceType = kInterfaceLpt;
+        m_window.vnaMode = 3;
+        QVERIFY(instrument.makeDriver());
+        instrument.store(vector(1000));
+        QCOMPARE(table.text(400, 2), QStringLiteral("1000"));
+    }
+
+    void samplesAreEchoedOnlyWithTheLogOn()
+    {
+        SweepTable table(m_configuration);
+        table.inizializzaGrid();
+        SampleConversion conversion(m_configuration, table);
+        QSignalSpy echoed(&conversion, &SampleConversion::sampleReceived);
+        conversion.datiDDS(vector(7));
+        QCOMPARE(echoed.count(), 0);
+        m_configuration.logDebug = true;
+        conversion.datiDDS(vector(7));
+        QCOMPARE(echoed.count(), 400);
+        QCOMPARE(echoed.last(), (QVariantList{400, 7}));
+    }
+
+    void aShortVectorIsAnError()
+    {
+        SweepTable table(m_configuration);
+        table.inizializzaGrid();
+        SampleConversion conversion(m_configuration, table);
+        QSignalSpy stored(&conversion, &SampleConversion::vectorStored);
+        QVERIFY_THROWS_EXCEPTION(RuntimeError, conversion.datiDDS(QVector<int>(399, 1)));
+        QCOMPARE(stored.count(), 0);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestSampleConversion)
+#include "test_sample_conversion.moc"

@@ -1,0 +1,177 @@
+// SPDX-License-Identifier: MIT
+#include "widgets/entry_box.h"
+
+#include <QApplication>
+#include <QFocusEvent>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMouseEvent>
+
+#include <utility>
+
+namespace calvorn {
+
+namespace {
+
+bool isChangeOfControl(Qt::FocusReason reason)
+{
+    return reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason;
+}
+
+// A click on this moves the focus, and leaving the box takes the entry.
+bool takesFocus(const QWidget *widget)
+{
+    for (; widget; widget = widget->parentWidget()) {
+        if (widget->isEnabled() && (widget->focusPolicy() & Qt::ClickFocus) == Qt::ClickFocus)
+            return true;
+        if (widget->isWindow())
+            return false;
+    }
+    return false;
+}
+
+// Escape and the arrow keys choose nothing.
+bool choosesInMenu(const QKeyEvent *key)
+{
+    switch (key->key()) {
+    case Qt::Key_Escape:
+    case Qt::Key_Left:
+    case Qt::Key_Right:
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+        return false;
+    default:
+        return true;
+    }
+}
+
+bool isMenu(const QObject *object)
+{
+    return qobject_cast<const QMenu *>(object) || qobject_cast<const QMenuBar *>(object);
+}
+
+} // namespace
+
+EntryBox::EntryBox(QWidget *parent)
+    : QLineEdit(parent)
+{
+    setAlignment(Qt::AlignRight);
+    connect(this, &QLineEdit::returnPressed, this, [this] {
+        setModified(false);
+        emit lostFocus();
+        emit gotFocus();
+        selectAll();
+    });
+}
+
+void EntryBox::commit()
+{
+    if (!isBeingTyped())
+        return;
+    setModified(false);
+    emit lostFocus();
+    emit gotFocus();
+}
+
+void EntryBox::commitPending()
+{
+    for (QWidget *widget : QApplication::allWidgets())
+        if (auto *box = qobject_cast<EntryBox *>(widget))
+            box->commit();
+}
+
+void EntryBox::focusInEvent(QFocusEvent *event)
+{
+    QLineEdit::focusInEvent(event);
+    m_entered = true;
+    qApp->installEventFilter(this);
+    if (!isChangeOfControl(event->reason()))
+        return;
+    emit gotFocus();
+    if (event->reason() == Qt::MouseFocusReason)
+        m_selectsOnRelease = true;
+    else if (event->reason() != Qt::MenuBarFocusReason)
+        selectAll();
+}
+
+void EntryBox::focusOutEvent(QFocusEvent *event)
+{
+    QLineEdit::focusOutEvent(event);
+    if (!isChangeOfControl(event->reason()))
+        return;
+    leave();
+    emit lostFocus();
+}
+
+// A window that closes forgets what was being typed.
+void EntryBox::hideEvent(QHideEvent *event)
+{
+    QLineEdit::hideEvent(event);
+    leave();
+}
+
+void EntryBox::leave()
+{
+    qApp->removeEventFilter(this);
+    m_entered = false;
+    m_selectsOnRelease = false;
+}
+
+void EntryBox::mousePressEvent(QMouseEvent *event)
+{
+    // Only the click that enters the box selects all of it.
+    m_selectsOnRelease = m_selectsOnRelease && event->button() == Qt::LeftButton;
+    QLineEdit::mousePressEvent(event);
+}
+
+// The press has put the caret somewhere; a part that was selected by dragging stays selected.
+void EntryBox::mouseReleaseEvent(QMouseEvent *event)
+{
+    QLineEdit::mouseReleaseEvent(event);
+    if (std::exchange(m_selectsOnRelease, false) && !hasSelectedText())
+        selectAll();
+}
+
+// The whole number: a line of text would end a word at its decimal separator.
+void EntryBox::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::LeftButton)
+        selectAll();
+}
+
+// Sees what is done elsewhere before it is done.
+bool EntryBox::eventFilter(QObject *watched, QEvent *event)
+{
+    bool actsElsewhere = false;
+    switch (event->type()) {
+    case QEvent::MouseButtonPress: {
+        const auto *widget = qobject_cast<QWidget *>(watched);
+        actsElsewhere = widget && !takesFocus(widget);
+        break;
+    }
+    case QEvent::MouseButtonRelease:
+        actsElsewhere = isMenu(watched);
+        break;
+    case QEvent::KeyPress:
+        actsElsewhere = isMenu(watched) && choosesInMenu(static_cast<QKeyEvent *>(event));
+        break;
+    case QEvent::Shortcut:
+        actsElsewhere = true;
+        break;
+    default:
+        return false;
+    }
+    if (actsElsewhere && !isPartOfThis(watched))
+        commit();
+    return false;
+}
+
+// Its own menu is one of its parts.
+bool EntryBox::isPartOfThis(const QObject *object) const
+{
+    while (object && object != this)
+        object = object->parent();
+    return object == this;
+}
+
+} // namespace calvorn
