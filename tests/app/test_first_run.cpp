@@ -58,6 +58,7 @@ private slots:
     void theFirstStartProposesTheSimulatedBoard_data();
     void theFirstStartProposesTheSimulatedBoard();
     void theFirstStartBringsThePreparedSections();
+    void theWholeFileOfTheFirstSession();
     void settingsWithoutADeviceStayAsTheyAre();
     void applyEndsTheProgramAndTheNextStartWorks();
     void unknownDevicesEndTheProgram_data();
@@ -149,6 +150,75 @@ void TestFirstRun::theFirstStartBringsThePreparedSections()
     });
     first.window->findChild<QAction *>(QStringLiteral("mnuConfig"))->trigger();
     QCOMPARE(first.desktop.boxes.size(), 0);
+}
+
+// As it is after the start, after a session that has changed something, and after Apply.
+void TestFirstRun::theWholeFileOfTheFirstSession()
+{
+    const QByteArray prepared =
+        "[Interface1]\r\nDDS Device=AD9850\r\nDDS Multiplier=1\r\nDDS Xtal freq=125000000\r\n"
+        "DDS Max freq=40000000\r\nDDS Min freq=1000\r\nDDS Offset=0\r\nADC Device=10bit\r\nADC Offset=0\r\n"
+        "ADC Step=0.00244\r\nADC Channel=1\r\n"
+        "[Interface2]\r\nDDS Device=AD9851\r\nDDS Multiplier=6\r\nDDS Xtal freq=30000000\r\n"
+        "DDS Max freq=70000000\r\nDDS Min freq=1000\r\nDDS Offset=0\r\nADC Device=10bit\r\nADC Offset=0\r\n"
+        "ADC Step=0.00244\r\nADC Channel=1\r\n"
+        "[Interface3]\r\nDDS Device=AD9951\r\nDDS Multiplier=20\r\nDDS Xtal freq=20000000\r\n"
+        "DDS Max freq=180000000\r\nDDS Min freq=100000\r\nDDS Offset=0\r\nADC Device=10bit\r\nADC Offset=0\r\n"
+        "ADC Step=0.00244\r\nADC Channel=3\r\n"
+        "[Simulator]\r\nDevice=bandpass\r\nPace=real\r\nSeed=1\r\nFault=none\r\n";
+    const QByteArray started =
+        "[Config]\r\nInterface=2\r\nDDS Device=AD9850\r\nDDS Multiplier=1\r\nDDS Xtal freq=80000000\r\n"
+        "DDS Max freq=60000000\r\nDDS Min freq=10\r\nDDS Offset=0\r\nADC Device=10bit\r\nADC Offset=5\r\n"
+        "ADC Step=0\r\nADC Channel=1\r\n" +
+        prepared +
+        "[Debug]\r\nLog=0\r\nUSB API=0\r\nSlow CPU=0\r\n[Parallel Port]\r\nLPT=&H378\r\n"
+        "[Serial Port]\r\nCommPort=6\r\nSettings=115200,N,8,1\r\n"
+        "[Calvorn]\r\nScale=0\r\nStart=1000000\r\nStop=10000000\r\nMarker 0=0\r\nMax scaleV=1.5\r\n"
+        "Max scaleDb=-40\r\nSweep mode=0\r\nCursor mode=0\r\nAux_1=0\r\nAux_2=0\r\nPot_2=0\r\nMarker 3=0\r\n"
+        "Marker 4=0\r\nMarker 1=1000000\r\nMarker 2=2000000\r\n"
+        "[Aux1]\r\nTitle=Aux 1\r\n[Aux2]\r\nTitle=Aux 2\r\n";
+    test::dismissNextDialog();
+    WindowBench first = bench({});
+    QCOMPARE(content(first.folder).split('\n'), started.split('\n'));
+
+    first.type("txtStart", QStringLiteral("2000000"));
+    first.type("txtStop", QStringLiteral("6000000"));
+    first.click("optSpeed_2");
+    first.click("cmdView_1");
+    QVERIFY(first.window->close());
+    const QByteArray closed = QByteArray(started)
+                                  .replace("\nStart=1000000", "\nStart=2000000")
+                                  .replace("\nStop=10000000", "\nStop=6000000")
+                                  .replace("Marker 0=0", "Marker 0=1")
+                                  .replace("Sweep mode=0", "Sweep mode=2")
+                                  .replace("Marker 2=2000000", "Marker 2=2012500")
+                                  .replace("Marker 3=0", "Marker 3=0.000")
+                                  .replace("Marker 4=0", "Marker 4=0.000");
+    QCOMPARE(content(first.folder).split('\n'), closed.split('\n'));
+
+    first.open();
+    inNextDialog([](const Hands &hands) {
+        hands.click("cmdDefault2");
+        hands.click("cmdPort");
+        hands.click("optParallelPort_0");
+        hands.click("cmdAux");
+        hands.click("chkBoxEnableAux1");
+        hands.click("cmdApply");
+    });
+    first.window->findChild<QAction *>(QStringLiteral("mnuConfig"))->trigger();
+    const QByteArray steps = "Step 0=10dB;10\r\nStep 1=20dB;20\r\nStep 2=30dB;30\r\nStep 3=40dB;40\r\n"
+                             "Step 4=50dB;50\r\nStep 5=60dB;60\r\nStep 6=70dB;70\r\nStep 7=80dB;80\r\n";
+    const QByteArray applied =
+        "[Config]\r\nInterface=2\r\nDDS Device=AD9851\r\nDDS Multiplier=6\r\nDDS Xtal freq=30000000\r\n"
+        "DDS Max freq=70000000\r\nDDS Min freq=1000\r\nDDS Offset=0\r\nADC Device=10bit\r\nADC Offset=0\r\n"
+        "ADC Step=0.00244\r\nADC Channel=1\r\n" +
+        QByteArray(closed)
+            .mid(closed.indexOf("[Interface1]"))
+            .replace("LPT=&H378", "LPT=&H0")
+            .replace("Title=Aux 1\r\n", "Title=Aux 1\r\nEnabled=1\r\n" + steps + "Inverse Logic=0\r\n")
+            .replace("Title=Aux 2\r\n",
+                     "Title=Aux 2\r\nEnabled=0\r\n" + steps + "Inverse Logic=0\r\nPotMax=\r\nPotMin=\r\n");
+    QCOMPARE(content(first.folder).split('\n'), applied.split('\n'));
 }
 
 void TestFirstRun::settingsWithoutADeviceStayAsTheyAre()

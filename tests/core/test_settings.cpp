@@ -70,6 +70,11 @@ private slots:
     void badTextsGetTheDefaultAndStay();
     void savedSettingsComeBack_data() { test::addLocaleRows(); }
     void savedSettingsComeBack();
+    void theWholeFileAfterAShutdown_data();
+    void theWholeFileAfterAShutdown();
+    void savingAddsWhatIsMissingInItsOrder();
+    void whatCannotBeReadStaysUntilItIsChanged();
+    void everyTextThatCannotBeReadIsNamed();
     void savingKeepsTheOtherKeys();
     void anUnwritableFileIsReportedToTheCallerOnly();
 };
@@ -261,6 +266,149 @@ void TestSettings::savedSettingsComeBack()
     QCOMPARE(m_window.marker3, test::inLocale(locale, QStringLiteral("-3.5")));
     QCOMPARE(m_window.marker4, QStringLiteral("0"));
     QVERIFY(m_faults.isEmpty());
+}
+
+void TestSettings::theWholeFileAfterAShutdown_data()
+{
+    QTest::addColumn<QLocale>("locale");
+    QTest::addColumn<QByteArray>("separator");
+    QTest::newRow("C") << QLocale::c() << QByteArray(".");
+    QTest::newRow("en_US") << QLocale(QStringLiteral("en_US")) << QByteArray(".");
+    QTest::newRow("it_IT") << QLocale(QStringLiteral("it_IT")) << QByteArray(",");
+    QTest::newRow("fr_FR") << QLocale(QStringLiteral("fr_FR")) << QByteArray(",");
+}
+
+// Every field has another value than in the file, and only some of them are saved.
+void TestSettings::theWholeFileAfterAShutdown()
+{
+    QFETCH(QLocale, locale);
+    QFETCH(QByteArray, separator);
+    QLocale::setDefault(locale);
+    load({});
+    Configuration &c = m_configuration;
+    c.interfaceType = 1;
+    c.serialSettings = QStringLiteral("9600,E,7,2");
+    c.lptAddress = 632;
+    c.commPort = 9;
+    c.ddsDevice = QStringLiteral("AD9951");
+    c.ddsMultiplier = 20;
+    c.ddsXtalFreq = 25000000;
+    c.ddsMaxFreq = 1;
+    c.ddsMinFreq = 2;
+    c.ddsOffset = -12.5;
+    c.adcDevice = QStringLiteral("8bit");
+    c.adcOffset = 0.125F;
+    c.adcStep = 0.25F;
+    c.maxScaleVolt = 2.25F;
+    c.maxScaleDb = -60;
+    c.aux1 = 5;
+    c.aux2 = 250;
+    c.pot2 = 77;
+    c.scaleType = 4;
+    c.startFreq = 2000000;
+    c.stopFreq = 3000000;
+    c.sweepSpeed = 2;
+    c.cursorMode = 1;
+    c.usbApi = c.logDebug = true;
+    c.slowCpu = 3;
+    m_window.markerIndex = 3;
+    m_window.marker1 = QStringLiteral("2100000");
+    m_window.marker2 = QStringLiteral("2200000");
+    m_window.marker3 = QStringLiteral("-3") + QString::fromLatin1(separator) + u'5';
+    m_window.marker4 = QStringLiteral("-4");
+    QVERIFY(saveSettings(m_configuration, m_window));
+    QByteArray expected("[Config]\r\nInterface=2\r\nDDS Device=AD9850\r\nDDS Multiplier=1\r\n"
+                        "DDS Xtal freq=80000000\r\nDDS Max freq=60000000\r\nDDS Min freq=10\r\nDDS Offset=-12.5\r\n"
+                        "ADC Device=10bit\r\nADC Offset=0.125\r\nADC Step=0\r\nADC Channel=1\r\n"
+                        "[Debug]\r\nLog=0\r\nUSB API=0\r\nSlow CPU=0\r\n"
+                        "[Parallel Port]\r\nLPT=&H378\r\n"
+                        "[Serial Port]\r\nCommPort=6\r\nSettings=115200,N,8,1\r\n"
+                        "[Calvorn]\r\nScale=4\r\nStart=2000000\r\nStop=3000000\r\nMarker 0=3\r\n"
+                        "Max scaleV=2.25\r\nMax scaleDb=-60\r\nSweep mode=2\r\nCursor mode=0\r\nAux_1=5\r\n"
+                        "Aux_2=250\r\nPot_2=77\r\nMarker 3=-3.5\r\nMarker 4=-4\r\nMarker 1=2100000\r\n"
+                        "Marker 2=2200000\r\n");
+    QCOMPARE(content(), expected.replace('.', separator));
+}
+
+void TestSettings::savingAddsWhatIsMissingInItsOrder()
+{
+    m_configuration = Configuration();
+    m_configuration.iniPath = m_folder.filePath(QStringLiteral("Calvorn.ini"));
+    m_window = WindowSettings();
+    QVERIFY(saveSettings(m_configuration, m_window));
+    QCOMPARE(content(), QByteArray("[Calvorn]\r\nStart=0\r\nStop=0\r\nMarker 0=0\r\nMarker 1=0\r\nMarker 2=0\r\n"
+                                   "Marker 3=0\r\nMarker 4=0\r\nMax scaleV=0\r\nMax scaleDb=0\r\nScale=0\r\n"
+                                   "Sweep mode=0\r\nAux_1=0\r\nAux_2=0\r\nPot_2=0\r\n"
+                                   "[Config]\r\nDDS Offset=0\r\nADC Offset=0\r\n"));
+}
+
+void TestSettings::whatCannotBeReadStaysUntilItIsChanged()
+{
+    const QByteArray file("[Config]\nDDS Device=AD9850\nDDS Offset=x\nADC Offset=y\n[Calvorn]\nScale=z\nStart=a\n"
+                          "Stop=b\nMarker 0=c\nMax scaleV=d\nMax scaleDb=e\nSweep mode=f\nAux_1=g\nAux_2=h\n"
+                          "Pot_2=i\nMarker 1=j\nMarker 2=k\nMarker 3=l\nMarker 4=m\n");
+    load(file);
+    SettingsLoader loader(m_configuration, m_window, SettingReader::Defaults::KeepOut);
+    QCOMPARE(loader.load(), LoadOutcome::Loaded);
+    loader.loadMarkers();
+    const QVector<ProfileEntry> unreadable = loader.unreadableEntries();
+    QCOMPARE(unreadable.size(), 16);
+    const QByteArray before = content();
+    QVERIFY(saveSettings(m_configuration, m_window, unreadable));
+    QCOMPARE(content(), before);
+    m_configuration.stopFreq = 3;
+    m_window.marker3 = QStringLiteral("4");
+    QVERIFY(saveSettings(m_configuration, m_window, unreadable));
+    QCOMPARE(content(), QByteArray(before).replace("Stop=b", "Stop=3").replace("Marker 3=l", "Marker 3=4"));
+}
+
+// In the order in which they are read.
+void TestSettings::everyTextThatCannotBeReadIsNamed()
+{
+    load("[Config]\nInterface=?\nDDS Device=AD9850\nDDS Multiplier=?\nDDS Xtal freq=?\nDDS Max freq=?\n"
+         "DDS Min freq=?\nDDS Offset=?\nADC Device=10bit\nADC Offset=?\nADC Step=?\nADC Channel=?\n"
+         "[Debug]\nLog=?\nUSB API=?\nSlow CPU=?\n[Parallel Port]\nLPT=?\n[Serial Port]\nCommPort=?\n"
+         "[Calvorn]\nScale=?\nStart=?\nStop=?\nMarker 0=?\nMax scaleV=?\nMax scaleDb=?\nSweep mode=?\n"
+         "Cursor mode=?\nAux_1=?\nAux_2=?\nPot_2=?\nMarker 3=?\nMarker 4=?\nMarker 1=?\nMarker 2=?\n");
+    const QString middle = QStringLiteral(": Type mismatch: \"?\". ");
+    const auto takes = [&](const char *key, const char *fallback) {
+        return QString::fromLatin1(key) + middle +
+               QStringLiteral("The default %1 is used.").arg(QString::fromLatin1(fallback));
+    };
+    QCOMPARE(m_faults,
+             (QStringList{takes("[Config] \"Interface\"", "2"),
+                          takes("[Debug] \"Log\"", "0"),
+                          takes("[Debug] \"USB API\"", "0"),
+                          takes("[Debug] \"Slow CPU\"", "0"),
+                          takes("[Config] \"DDS Multiplier\"", "1"),
+                          takes("[Config] \"DDS Xtal freq\"", "80000000"),
+                          takes("[Config] \"DDS Max freq\"", "60000000"),
+                          takes("[Config] \"DDS Min freq\"", "10"),
+                          takes("[Config] \"DDS Offset\"", "0"),
+                          takes("[Config] \"ADC Offset\"", "5"),
+                          takes("[Config] \"ADC Step\"", "0"),
+                          takes("[Config] \"ADC Channel\"", "1"),
+                          QStringLiteral("[Parallel Port] \"LPT\"") + middle + QStringLiteral("No port is opened."),
+                          takes("[Serial Port] \"CommPort\"", "6"),
+                          takes("[Calvorn] \"Scale\"", "0"),
+                          takes("[Calvorn] \"Start\"", "1000000"),
+                          takes("[Calvorn] \"Stop\"", "10000000"),
+                          takes("[Calvorn] \"Marker 0\"", "0"),
+                          takes("[Calvorn] \"Max scaleV\"", "1.5"),
+                          takes("[Calvorn] \"Max scaleDb\"", "-40"),
+                          takes("[Calvorn] \"Sweep mode\"", "0"),
+                          takes("[Calvorn] \"Cursor mode\"", "0"),
+                          takes("[Calvorn] \"Aux_1\"", "0"),
+                          takes("[Calvorn] \"Aux_2\"", "0"),
+                          takes("[Calvorn] \"Pot_2\"", "0"),
+                          takes("[Calvorn] \"Marker 3\"", "0"),
+                          takes("[Calvorn] \"Marker 4\"", "0"),
+                          takes("[Calvorn] \"Marker 1\"", "1000000"),
+                          takes("[Calvorn] \"Marker 2\"", "2000000")}));
+    QCOMPARE(m_configuration.lptAddress, std::int16_t{-1});
+    QCOMPARE(m_configuration.interfaceType, std::int16_t{2});
+    QCOMPARE(m_configuration.stopFreq, 10000000);
+    QCOMPARE(m_window.marker2, QStringLiteral("2000000"));
 }
 
 void TestSettings::savingKeepsTheOtherKeys()

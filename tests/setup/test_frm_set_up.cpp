@@ -73,6 +73,7 @@ private slots:
     void applyForTheParallelPort();
     void applyForTheMiniVna();
     void keysKeepTheirSpellingAndTheirPlace();
+    void theWholeFileWithADecimalComma();
     void whatIsAppliedIsReadBack_data() { test::addLocaleRows(); }
     void whatIsAppliedIsReadBack();
     void anEntryStillBeingTypedIsApplied();
@@ -372,6 +373,18 @@ void TestFrmSetUp::keysKeepTheirSpellingAndTheirPlace()
     QVERIFY(file.startsWith("; mine\r\n[Config]\r\nDDS Max freq=50000000\r\nOther=1\r\nDDS Device=AD9850\r\n"));
     QVERIFY(!file.contains("DDS Max Freq"));
     QVERIFY(file.contains("[Aux2]\r\ni2c_control=80\r\nEnabled=0\r\n"));
+}
+
+void TestFrmSetUp::theWholeFileWithADecimalComma()
+{
+    QLocale::setDefault(QLocale(QStringLiteral("it_IT")));
+    SetUpBench bench(kConfigured);
+    bench.click("cmdApply");
+    QCOMPARE(bench.file(), "[Config]\r\nInterface=2\r\nDDS Device=AD9851\r\nDDS Multiplier=6\r\n"
+                           "DDS Xtal freq=30000000\r\nDDS Max freq=70000000\r\nDDS Min freq=1000\r\n"
+                           "DDS Offset=1,25\r\nADC Device=8bit\r\nADC Offset=0,125\r\nADC Step=0,00244\r\n"
+                           "ADC Channel=3\r\n[Parallel Port]\r\nLPT=&H278\r\n[Serial Port]\r\nCommPort=4\r\n" +
+                               QByteArray(kPlainOutputs));
 }
 
 void TestFrmSetUp::whatIsAppliedIsReadBack()
