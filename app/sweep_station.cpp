@@ -17,7 +17,7 @@ SweepStation::SweepStation(const ProgramFolders &programFolders, Configuration &
     , log(record)
     , boundary(messages, log)
     , loader(record, window)
-    , instrument(record, window, log, time, folders.programs + QStringLiteral("/CalvornAsync"), folders.settingsFile())
+    , instrument(record, log, time, folders.programs + QStringLiteral("/CalvornAsync"), folders.settingsFile())
 {
     configuration.iniPath = folders.settingsFile();
 }

@@ -40,6 +40,7 @@ struct Configuration
     double dbReference = 1.0;       // volts, 1.0 or 10.0; set by voltsToDb
     float adcOffset = 0.0F;         // volts
     float adcStep = 0.0F;           // volts per count
+    std::int16_t measuringMode = 1; // of the MiniVNA: 1 angle, 2 return loss, 3 device under test
     float maxScaleVolt = 0.0F;      // volts, top of the linear scale
     std::int32_t maxScaleDb = 0;    // dB, bottom of the logarithmic scales, zero or negative
     std::int16_t aux1 = 0;          // bit i is check box i

@@ -83,7 +83,7 @@ LoadOutcome SettingsLoader::readAll()
         return LoadOutcome::UnknownAdcDevice;
     m_reader.single(c.adcOffset, kConfig, "ADC Offset", "5");
     m_reader.single(c.adcStep, kConfig, "ADC Step", "0");
-    m_reader.int16(m_window.vnaMode, kConfig, "ADC Channel", "1");
+    m_reader.int16(c.measuringMode, kConfig, "ADC Channel", "1");
 
     m_reader.int16OrNone(c.lptAddress, kParallelPort, "LPT", "&H378", kNoParallelAddress);
     m_reader.int16(c.commPort, kSerialPort, "CommPort", "6");

@@ -15,7 +15,6 @@ namespace calvorn {
 struct WindowSettings
 {
     std::int16_t markerIndex = 0; // the view shown under the graph, 0 to 3
-    std::int16_t vnaMode = 1;     // 1 angle, 2 return loss, 3 device under test
     QString marker1;              // Hz, the texts of the marker boxes
     QString marker2;
     QString marker3; // volts or dB

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "core/log.h"
-#include "core/settings.h"
 #include "data/sweep_table.h"
 #include "instrument/interface_kind.h"
 #include "instrument/server_process.h"
@@ -28,7 +27,6 @@ class AuxiliaryOutputs;
 struct DriverContext
 {
     Configuration &configuration;
-    WindowSettings &window;
     Log &log;
     ServerProcess &server;
     const SweepTable &table;
@@ -241,7 +239,6 @@ protected:
     static ErrorReaction serialReactionTo(std::int16_t tipoErrore);
 
     Configuration &configuration() const { return m_context.configuration; }
-    WindowSettings &settings() const { return m_context.window; }
     Log &log() const { return m_context.log; }
     Clock &clock() const { return m_context.clock; }
 

@@ -26,11 +26,10 @@ QString firstLine(const QString &text)
 
 } // namespace
 
-Instrument::Instrument(Configuration &configuration, WindowSettings &window, Log &log, Clock &clock,
-                       const QString &serverProgram, const QString &settingsFile, QObject *parent)
+Instrument::Instrument(Configuration &configuration, Log &log, Clock &clock, const QString &serverProgram,
+                       const QString &settingsFile, QObject *parent)
     : QObject(parent)
     , m_configuration(configuration)
-    , m_window(window)
     , m_log(log)
     , m_clock(clock)
     , m_server(serverProgram, settingsFile)
@@ -43,7 +42,7 @@ Instrument::~Instrument() = default;
 
 DriverContext Instrument::context()
 {
-    return {m_configuration, m_window, m_log, m_server, m_table, m_clock};
+    return {m_configuration, m_log, m_server, m_table, m_clock};
 }
 
 bool Instrument::makeDriver()

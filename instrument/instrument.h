@@ -2,7 +2,6 @@
 #pragma once
 
 #include "core/log.h"
-#include "core/settings.h"
 #include "data/sweep_table.h"
 #include "instrument/acquisition_driver.h"
 #include "instrument/sample_conversion.h"
@@ -52,8 +51,8 @@ public:
     static constexpr std::int16_t kSweeping = 4;
 
     // serverProgram: the acquisition server; it is told the settings file.
-    Instrument(Configuration &configuration, WindowSettings &window, Log &log, Clock &clock,
-               const QString &serverProgram, const QString &settingsFile, QObject *parent = nullptr);
+    Instrument(Configuration &configuration, Log &log, Clock &clock, const QString &serverProgram,
+               const QString &settingsFile, QObject *parent = nullptr);
     ~Instrument() override;
 
     SweepTable &table() { return m_table; }
@@ -134,7 +133,6 @@ private:
     void waitForSweeps(const int &taken, const std::function<bool()> &isInterrupted, QEventLoop &wait);
 
     Configuration &m_configuration;
-    WindowSettings &m_window;
     Log &m_log;
     Clock &m_clock;
     ServerProcess m_server;

@@ -47,13 +47,13 @@ void VnaDriver::sendSettings()
     setXtalFrequency(configuration().ddsXtalFreq);
     setMultiplier(configuration().ddsMultiplier);
     setOffset(configuration().ddsOffset);
-    setMode(settings().vnaMode);
+    setMode(configuration().measuringMode);
     setFrequency(configuration().startFreq);
 }
 
 bool VnaDriver::runPlan()
 {
-    setMode(settings().vnaMode);
+    setMode(configuration().measuringMode);
     prepareSweep(configuration().startFreq, configuration().stepFreq, kSweepPoints);
     runSweep();
     return true;
@@ -62,13 +62,13 @@ bool VnaDriver::runPlan()
 // A device under test is measured upside down.
 bool VnaDriver::countsAreInverted() const
 {
-    return settings().vnaMode == kModeDut;
+    return configuration().measuringMode == kModeDut;
 }
 
 // A mode that the instrument does not have leaves it in the first one.
 std::int16_t VnaDriver::mode() const
 {
-    const std::int16_t wanted = settings().vnaMode;
+    const std::int16_t wanted = configuration().measuringMode;
     return wanted >= 1 && wanted <= modeCaptions().size() ? wanted : std::int16_t{1};
 }
 
@@ -76,7 +76,7 @@ void VnaDriver::parkAtChangedStart()
 {
     setMode(0);
     setFrequency(configuration().startFreq);
-    setMode(settings().vnaMode);
+    setMode(configuration().measuringMode);
 }
 
 void VnaDriver::sendFrequency()
@@ -98,7 +98,7 @@ QStringList VnaDriver::modeCaptions() const
 QString VnaDriver::modeCaption() const
 {
     const QStringList captions = modeCaptions();
-    const int index = settings().vnaMode - 1;
+    const int index = configuration().measuringMode - 1;
     return index >= 0 && index < captions.size() ? captions[index] : captions.last();
 }
 
@@ -109,13 +109,13 @@ QString VnaDriver::nextMode(const QString &present)
     const qsizetype next = (index + 1) % captions.size();
     if (index < 0)
         return present;
-    settings().vnaMode = static_cast<std::int16_t>(next + 1);
+    configuration().measuringMode = static_cast<std::int16_t>(next + 1);
     return captions[next];
 }
 
 void VnaDriver::sendMode()
 {
-    setMode(settings().vnaMode);
+    setMode(configuration().measuringMode);
 }
 
 void VnaDriver::tryOffset(double hertz)

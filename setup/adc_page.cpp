@@ -82,11 +82,12 @@ void AdcPage::buildEntries()
         named(new EntryBox(this), QStringLiteral("txtADCchannel"),
               tr("MiniVNA: 1 angle, 2 return loss, 3 device under test. The other interfaces do not use it."),
               tr("Channel of the converter"));
-    m_channel = new NumberEntry(channel, NumberEntry::Kind::Whole,
-                                {[this] { return NumberText::fromInteger(values().adcChannel); },
-                                 [this](double number) { values().adcChannel = roundToInteger<std::int16_t>(number); },
-                                 [this] { return channelRange(values().interfaceType); }},
-                                messages(), boundary());
+    m_channel =
+        new NumberEntry(channel, NumberEntry::Kind::Whole,
+                        {[this] { return NumberText::fromInteger(values().measuringMode); },
+                         [this](double number) { values().measuringMode = roundToInteger<std::int16_t>(number); },
+                         [this] { return channelRange(values().interfaceType); }},
+                        messages(), boundary());
     fitToNumber(channel, QStringLiteral("0"));
     m_channelMeaning = named(new QLabel(this), QStringLiteral("lblADCchannel"), tr("What the number selects"));
     boundary().connect(channel, &QLineEdit::textChanged, this, "txtADCchannel_Change",

@@ -89,7 +89,7 @@ QStringList loadHardware(SetUpValues &values, const QString &path, const char *s
     reader.real(values.ddsOffset, section, "DDS Offset", "0");
     values.adcDevice = readDevice(reader, section, "ADC Device", "10bit", kAdcDevices, reportedDevice);
     reader.single(values.adcStep, section, "ADC Step", "0");
-    reader.int16(values.adcChannel, section, "ADC Channel", "1");
+    reader.int16(values.measuringMode, section, "ADC Channel", "1");
     reader.single(values.adcOffset, section, "ADC Offset", "5");
     for (std::size_t output = 0; output < values.aux.size(); ++output)
         readAux(reader, values.aux[output], output);
@@ -134,7 +134,7 @@ QVector<ProfileEntry> entriesOf(const SetUpValues &values)
     entries.put(kConfig, "ADC Device", values.adcDevice);
     entries.put(kConfig, "ADC Step", numbers.fromSingle(values.adcStep));
     entries.put(kConfig, "ADC Offset", numbers.fromSingle(values.adcOffset));
-    entries.put(kConfig, "ADC Channel", NumberText::fromInteger(values.adcChannel));
+    entries.put(kConfig, "ADC Channel", NumberText::fromInteger(values.measuringMode));
     entries.put("Serial Port", "CommPort", NumberText::fromInteger(values.commPort));
     entries.put("Parallel Port", "LPT", QStringLiteral("&H") + address);
     for (std::size_t output = 0; output < values.aux.size(); ++output)

@@ -28,14 +28,14 @@ struct SetUpValues
     std::int16_t interfaceType = kInterfaceLpt;
     QString ddsDevice; // one of kDdsDevices
     std::int16_t ddsMultiplier = 1;
-    std::int32_t ddsXtalFreq = 0; // Hz
-    std::int32_t ddsMaxFreq = 0;  // Hz
-    std::int32_t ddsMinFreq = 0;  // Hz
-    double ddsOffset = 0.0;       // Hz
-    QString adcDevice;            // one of kAdcDevices
-    float adcStep = 0.0F;         // volts per count
-    float adcOffset = 0.0F;       // volts
-    std::int16_t adcChannel = 1;
+    std::int32_t ddsXtalFreq = 0;   // Hz
+    std::int32_t ddsMaxFreq = 0;    // Hz
+    std::int32_t ddsMinFreq = 0;    // Hz
+    double ddsOffset = 0.0;         // Hz
+    QString adcDevice;              // one of kAdcDevices
+    float adcStep = 0.0F;           // volts per count
+    float adcOffset = 0.0F;         // volts
+    std::int16_t measuringMode = 1; // as in Configuration
     std::int16_t commPort = 0;
     std::int16_t lptAddress = 0; // an address above 32767 is kept as the negative number of the same 16 bits
     std::array<AuxValues, 2> aux;

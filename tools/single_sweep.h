@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "core/settings.h"
 #include "instrument/instrument.h"
 #include "tools/exit_code.h"
 

@@ -19,12 +19,11 @@ struct Bench
 {
     test::FakeServerControl control;
     Configuration configuration;
-    WindowSettings window;
     test::FakeDesktop desktop;
     Messages messages{configuration, desktop};
     Log log{configuration};
     ErrorBoundary boundary{messages, log};
-    Instrument instrument{configuration, window, log, desktop, test::FakeServerControl::program(), QString()};
+    Instrument instrument{configuration, log, desktop, test::FakeServerControl::program(), QString()};
     SweepTable &table{instrument.table()};
     ServerProcess &server{instrument.server()};
     Driver &driver{instrument.useDriver<Driver>()};
@@ -196,7 +195,7 @@ private slots:
                               QStringLiteral("aPIC.RunSweep()")}));
         QCOMPARE(pic.instrument.sweepState(), Instrument::kSweeping);
         Bench<VnaDriver> vna;
-        vna.window.vnaMode = 3;
+        vna.configuration.measuringMode = 3;
         vna.changeStartWhileSweeping();
         QTRY_COMPARE(vna.logLines().count(QStringLiteral("V> Start sweep")), 2);
         QCOMPARE(
@@ -220,7 +219,7 @@ private slots:
     void threeClicksGoRoundTheModes()
     {
         Bench<VnaDriver> bench;
-        bench.window.vnaMode = 3;
+        bench.configuration.measuringMode = 3;
         bench.testPanel.setDriver(&bench.driver);
         bench.testPanel.show();
         auto *button = bench.testPanel.findChild<QAbstractButton *>(QStringLiteral("cmdMisura"));
@@ -231,7 +230,7 @@ private slots:
             bench.control.takeCalls();
             QTest::mouseClick(button, Qt::LeftButton);
             QCOMPARE(button->text(), caption);
-            QCOMPARE(bench.window.vnaMode, mode);
+            QCOMPARE(bench.configuration.measuringMode, mode);
             QCOMPARE(bench.control.takeCalls().last(), QStringLiteral("aVNA.SetMode(%1)").arg(mode));
         }
     }

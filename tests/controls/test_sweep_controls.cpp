@@ -56,12 +56,11 @@ protected:
 struct Bench
 {
     Configuration configuration;
-    WindowSettings window;
     test::FakeDesktop desktop;
     Messages messages{configuration, desktop};
     Log log{configuration};
     ErrorBoundary boundary{messages, log};
-    Instrument instrument{configuration, window, log, desktop, QString(), QString()};
+    Instrument instrument{configuration, log, desktop, QString(), QString()};
     RecordingDriver &driver{instrument.useDriver<RecordingDriver>(QStringLiteral("/x"), nullptr)};
     SweepControls controls{configuration, instrument, messages, log, desktop, boundary};
     QSignalSpy enabled{&controls, &SweepControls::idleCommandsEnabled};

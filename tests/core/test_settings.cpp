@@ -106,7 +106,7 @@ void TestSettings::aMissingOrEmptyFileGivesTheDefaultsAndIsFilled()
     QCOMPARE(m_configuration.serialSettings, QStringLiteral("115200,N,8,1"));
     QCOMPARE(m_configuration.maxScaleVolt, 1.5F);
     QCOMPARE(m_configuration.maxScaleDb, -40);
-    QCOMPARE(m_window.vnaMode, std::int16_t{1});
+    QCOMPARE(m_configuration.measuringMode, std::int16_t{1});
     // Every key, in the order of the reads within its section.
     QCOMPARE(content(),
              QByteArray("[Config]\r\nInterface=2\r\nDDS Device=AD9850\r\nDDS Multiplier=1\r\n"

@@ -20,13 +20,12 @@ struct Bench
 {
     test::FakeServerControl control;
     Configuration configuration;
-    WindowSettings window;
     test::FakeDesktop desktop;
     Messages messages{configuration, desktop};
     Log log{configuration};
     ServerProcess server{test::FakeServerControl::program()};
     SweepTable table{configuration};
-    Driver driver{DriverContext{configuration, window, log, server, table, desktop}};
+    Driver driver{DriverContext{configuration, log, server, table, desktop}};
     QSignalSpy completed{&driver, &AcquisitionDriver::aComplete};
     QSignalSpy errors{&driver, &AcquisitionDriver::aErrore};
     QSignalSpy ready{&driver, &AcquisitionDriver::hardwareReady};
@@ -45,7 +44,7 @@ struct Bench
         configuration.stepFreq = 22500;
         configuration.commPort = 100;
         configuration.serialSettings = QStringLiteral("115200,N,8,1");
-        window.vnaMode = 2;
+        configuration.measuringMode = 2;
         table.inizializzaGrid();
         QObject::connect(&driver, &AcquisitionDriver::refused, &driver, [this](const QString &text, bool withBeep) {
             withBeep ? messages.beepAndWarn(text) : messages.warn(text);
@@ -172,10 +171,10 @@ private slots:
         bench.driver.startSweep();
         bench.vectors.clear();
         bench.completed.clear();
-        bench.window.vnaMode = 3;
+        bench.configuration.measuringMode = 3;
         QTRY_COMPARE(bench.completed.count(), 1);
         QCOMPARE(bench.vectors.size(), 0);
-        bench.window.vnaMode = 1;
+        bench.configuration.measuringMode = 1;
         QCOMPARE(arrived(), 2);
     }
 

@@ -16,10 +16,9 @@ struct Bench
 {
     test::FakeServerControl control;
     Configuration configuration;
-    WindowSettings window;
     test::FakeDesktop desktop; // for its clock: nothing could show a box
     Log log{configuration};
-    Instrument instrument{configuration, window, log, desktop, test::FakeServerControl::program(), QString()};
+    Instrument instrument{configuration, log, desktop, test::FakeServerControl::program(), QString()};
 
     explicit Bench(std::int16_t interfaceType = kInterfaceLpt)
     {

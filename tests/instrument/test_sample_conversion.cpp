@@ -17,7 +17,6 @@ class TestSampleConversion : public QObject
 
 private:
     Configuration m_configuration;
-    WindowSettings m_window;
 
     static QVector<int> vector(int value) { return QVector<int>(kSweepPoints, value); }
 
@@ -28,7 +27,6 @@ private slots:
         m_configuration.adcStep = 0.0048F;
         m_configuration.startFreq = 1000000;
         m_configuration.stepFreq = 1000;
-        m_window = WindowSettings();
     }
     void cleanup() { QLocale::setDefault(QLocale::c()); }
 
@@ -60,18 +58,18 @@ private slots:
     {
         Log log(m_configuration);
         test::FakeDesktop desktop;
-        Instrument instrument(m_configuration, m_window, log, desktop, QString(), QString());
+        Instrument instrument(m_configuration, log, desktop, QString(), QString());
         const SweepTable &table = instrument.table();
         m_configuration.interfaceType = kInterfaceVna;
-        m_window.vnaMode = 3;
+        m_configuration.measuringMode = 3;
         QVERIFY(instrument.makeDriver());
         instrument.store(vector(1000));
         QCOMPARE(table.text(1, 2), QStringLiteral("24"));
-        m_window.vnaMode = 2;
+        m_configuration.measuringMode = 2;
         instrument.store(vector(1000));
         QCOMPARE(table.text(1, 2), QStringLiteral("1000"));
         m_configuration.interfaceType = kInterfaceLpt;
-        m_window.vnaMode = 3;
+        m_configuration.measuringMode = 3;
         QVERIFY(instrument.makeDriver());
         instrument.store(vector(1000));
         QCOMPARE(table.text(400, 2), QStringLiteral("1000"));

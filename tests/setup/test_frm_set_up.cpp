@@ -417,7 +417,7 @@ void TestFrmSetUp::whatIsAppliedIsReadBack()
     QCOMPARE(read.adcOffset, 0.125F);
     QCOMPARE(static_cast<int>(static_cast<std::uint16_t>(read.lptAddress)), 57360);
     QCOMPARE(read.commPort, std::int16_t{4});
-    QCOMPARE(window.vnaMode, std::int16_t{3});
+    QCOMPARE(read.measuringMode, std::int16_t{3});
 }
 
 void TestFrmSetUp::anEntryStillBeingTypedIsApplied()
