@@ -4,6 +4,7 @@
 #include "core/common_functions.h"
 #include "core/number_text.h"
 #include "core/scale_type.h"
+#include "core/settings_table.h"
 #include "widgets/option_choice.h"
 
 #include <QGroupBox>
@@ -81,8 +82,7 @@ void FrmPreferences::load()
 
 void FrmPreferences::unload()
 {
-    writeSetting(QStringLiteral("Calvorn"), QStringLiteral("Cursor mode"),
-                 NumberText::fromInteger(m_configuration.cursorMode), m_configuration.iniPath);
+    writeSetting(kCursorMode, settingText(NumberText(), m_configuration.cursorMode), m_configuration.iniPath);
     emit cursorChosen(m_configuration.cursorMode != 0);
 }
 

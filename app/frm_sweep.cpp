@@ -277,8 +277,7 @@ bool FrmSweep::loadSettings()
         m_station.messages.beepAndWarn(m_configuration.adcDevice + tr(" : Unknow ADCdevice.") + u'\r' +
                                        tr("Supported ADC are: 8bit, 10bit"));
     if (outcome == LoadOutcome::UnknownDdsDevice || outcome == LoadOutcome::UnknownAdcDevice)
-        m_setUp->configure({false, outcome == LoadOutcome::UnknownDdsDevice ? QStringLiteral("DDS Device")
-                                                                            : QStringLiteral("ADC Device")});
+        m_setUp->configure({false, outcome == LoadOutcome::UnknownDdsDevice ? kDdsDevice : kAdcDevice});
     return outcome == LoadOutcome::Loaded;
 }
 

@@ -3,7 +3,6 @@
 
 #include "core/common_functions.h"
 #include "core/number_text.h"
-#include "platform/profile_file.h"
 
 #include <QGridLayout>
 #include <QMouseEvent>
@@ -78,17 +77,15 @@ void AuxOutput::buildPotentiometer()
                        [this] { VScrollPot2_Change(); });
 }
 
-QString AuxOutput::readOwn(const char *key) const
+const AuxKeys &AuxOutput::keys() const
 {
-    return readProfileString(m_configuration.iniPath, QStringLiteral("Aux%1").arg(m_number), QString::fromLatin1(key));
+    return kAuxKeys[static_cast<std::size_t>(m_number - 1)];
 }
 
 void AuxOutput::setUp()
 {
     m_settings = readAuxSettings(m_configuration.iniPath, m_number);
-    const QString section = QStringLiteral("Aux%1").arg(m_number);
-    setTitle(
-        readSetting(section, QStringLiteral("Title"), m_configuration.iniPath, QStringLiteral("Aux %1").arg(m_number)));
+    setTitle(readSetting(keys().title, m_configuration.iniPath));
     m_disabledNote->setVisible(!m_settings.enabled);
     m_total->setVisible(m_settings.enabled);
     m_totalCaption->setVisible(m_settings.enabled);
@@ -110,10 +107,7 @@ void AuxOutput::setUpSteps()
 // "caption;weight", or one text that is both.
 void AuxOutput::setUpStep(int index)
 {
-    const int decibels = (index + 1) * 10;
-    const QString fallback = QStringLiteral("%1dB;%1").arg(decibels);
-    const QString text = readSetting(QStringLiteral("Aux%1").arg(m_number), QStringLiteral("Step %1").arg(index),
-                                     m_configuration.iniPath, fallback);
+    const QString text = readSetting(keys().steps[static_cast<std::size_t>(index)], m_configuration.iniPath);
     const qsizetype separator = text.indexOf(u';');
     const QString weight = separator < 0 ? text : text.sliced(separator + 1);
     Step &step = m_steps[static_cast<std::size_t>(index)];

@@ -50,7 +50,7 @@ private:
     void showTotal();
     void sendValue() const;
     void VScrollPot2_Change();
-    QString readOwn(const char *key) const;
+    const AuxKeys &keys() const;
 
     std::int16_t m_number;
     std::int16_t &m_value;

@@ -66,6 +66,17 @@ void writeSetting(const QString &section, const QString &key, const QString &val
     writeProfileString(path, section, key, value);
 }
 
+QString readSetting(const SettingKey &key, const QString &path)
+{
+    return readSetting(QString::fromLatin1(key.section), QString::fromLatin1(key.name), path,
+                       QString::fromLatin1(key.fallback));
+}
+
+void writeSetting(const SettingKey &key, const QString &value, const QString &path)
+{
+    writeSetting(QString::fromLatin1(key.section), QString::fromLatin1(key.name), value, path);
+}
+
 QString normaliseDecimal(const QString &text)
 {
     return NumberText().normaliseDecimal(text);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/configuration.h"
+#include "protocol/setting_key.h"
 
 #include <QString>
 
@@ -30,7 +31,10 @@ double dbToVoltsBounded(const Configuration &configuration, double value);
 // rewritten.
 QString readSetting(const QString &section, const QString &key, const QString &path, const QString &fallback);
 
+QString readSetting(const SettingKey &key, const QString &path);
+
 // A failed write is not reported.
+void writeSetting(const SettingKey &key, const QString &value, const QString &path);
 void writeSetting(const QString &section, const QString &key, const QString &value, const QString &path);
 
 // See NumberText::normaliseDecimal; by the current locale.

@@ -21,14 +21,11 @@ inline constexpr std::int16_t kInterfaceVna = 3; // MiniVNA on a USB virtual COM
 // No parallel port stands at this address, 0xFFFF.
 inline constexpr std::int16_t kNoParallelAddress = -1;
 
-// The settings and a few run-time values; created in main() and handed by reference. Loaded and saved by
-// core/settings.h, which also gives the key of each field.
-struct Configuration
+// The hardware and how it is connected: what the set-up edits.
+struct HardwareSettings
 {
-    QString iniPath; // full path of the settings file
     std::int16_t interfaceType = kInterfaceLpt;
-    QString serialSettings;         // line parameters, "115200,N,8,1"
-    std::int16_t lptAddress = 0;    // base address of the parallel port; 0 is the simulated board
+    std::int16_t lptAddress = 0;    // base address of the parallel port as 16 bits; 0 is the simulated board
     std::int16_t commPort = 0;      // N of COM<N> (platform/serial_ports.h); 100 is the simulated board
     QString ddsDevice;              // "AD9850", "AD9851" or "AD9951"
     std::int16_t ddsMultiplier = 1; // system clock over crystal, where the chip can do it
@@ -37,13 +34,21 @@ struct Configuration
     std::int32_t ddsMinFreq = 0;    // Hz
     double ddsOffset = 0.0;         // Hz, added at the output
     QString adcDevice;              // "8bit" or "10bit"
-    double dbReference = 1.0;       // volts, 1.0 or 10.0; set by voltsToDb
     float adcOffset = 0.0F;         // volts
     float adcStep = 0.0F;           // volts per count
     std::int16_t measuringMode = 1; // of the MiniVNA: 1 angle, 2 return loss, 3 device under test
-    float maxScaleVolt = 0.0F;      // volts, top of the linear scale
-    std::int32_t maxScaleDb = 0;    // dB, bottom of the logarithmic scales, zero or negative
-    std::int16_t aux1 = 0;          // bit i is check box i
+};
+
+// The settings and a few run-time values; created in main() and handed by reference. Loaded and saved by
+// core/settings.h; core/settings_table.h gives the key of each field.
+struct Configuration : HardwareSettings
+{
+    QString iniPath;             // full path of the settings file
+    QString serialSettings;      // line parameters, "115200,N,8,1"
+    double dbReference = 1.0;    // volts, 1.0 or 10.0; set by voltsToDb
+    float maxScaleVolt = 0.0F;   // volts, top of the linear scale
+    std::int32_t maxScaleDb = 0; // dB, bottom of the logarithmic scales, zero or negative
+    std::int16_t aux1 = 0;       // bit i is check box i
     std::int16_t aux2 = 0;
     std::int16_t pot2 = 0;       // position of the potentiometer of output 2, 0 to 255
     std::int16_t scaleType = 0;  // core/scale_type.h says what it means
@@ -59,6 +64,16 @@ struct Configuration
     QString msgText;            // of the last message box
     QString startNotice;        // what the frequency plan corrected, for its message
     QString stopNotice;
+};
+
+// What the main window itself keeps between runs, beside the configuration record.
+struct WindowSettings
+{
+    std::int16_t markerIndex = 0; // the view shown under the graph, 0 to 3
+    QString marker1;              // Hz, the texts of the marker boxes
+    QString marker2;
+    QString marker3; // volts or dB
+    QString marker4;
 };
 
 } // namespace calvorn

@@ -15,15 +15,16 @@ SettingReader::SettingReader(const QString &path, Defaults defaults)
 {
 }
 
-QString SettingReader::text(const char *section, const char *key, const QString &fallback)
+QString SettingReader::text(const SettingKey &key)
 {
-    const QString sectionName = QString::fromLatin1(section);
-    const QString keyName = QString::fromLatin1(key);
-    QString value = m_profile.value(sectionName, keyName);
+    const QString section = QString::fromLatin1(key.section);
+    const QString name = QString::fromLatin1(key.name);
+    QString value = m_profile.value(section, name);
     if (!value.isEmpty())
         return value;
+    const QString fallback = QString::fromLatin1(key.fallback);
     if (m_defaults == Defaults::WriteBack)
-        m_missing.append({sectionName, keyName, fallback});
+        m_missing.append({section, name, fallback});
     return fallback;
 }
 
@@ -48,62 +49,60 @@ void SettingReader::save()
     m_missing.clear();
 }
 
-void SettingReader::converting(const char *section, const char *key, const char *fallback,
-                               const std::function<void()> &conversion)
+void SettingReader::converting(const SettingKey &key, const std::function<void()> &conversion)
 {
     try {
         conversion();
     } catch (const RuntimeError &error) {
-        addFault(section, key, error.message(), fallback);
+        addFault(key, error.message());
     }
 }
 
-void SettingReader::addFault(const char *section, const char *key, const QString &what, const char *fallback)
+void SettingReader::addFault(const SettingKey &key, const QString &what)
 {
-    m_unreadable.insert({QString::fromLatin1(section), QString::fromLatin1(key)});
-    m_faults.append(
-        QCoreApplication::translate("Settings", "[%1] \"%2\": %3 The default %4 is used.")
-            .arg(QString::fromLatin1(section), QString::fromLatin1(key), what + u'.', QString::fromLatin1(fallback)));
+    const QString section = QString::fromLatin1(key.section);
+    const QString name = QString::fromLatin1(key.name);
+    m_unreadable.insert({section, name});
+    m_faults.append(QCoreApplication::translate("Settings", "[%1] \"%2\": %3 The default %4 is used.")
+                        .arg(section, name, what + u'.', QString::fromLatin1(key.fallback)));
 }
 
-void SettingReader::int16(std::int16_t &value, const char *section, const char *key, const char *fallback)
+void SettingReader::read(std::int16_t &value, const SettingKey &key)
 {
-    number(value, section, key, fallback, [](const QString &text) { return NumberText().toInt16(text); });
+    number(value, key, [](const QString &text) { return NumberText().toInt16(text); });
 }
 
-void SettingReader::int16OrNone(std::int16_t &value, const char *section, const char *key, const char *fallback,
-                                std::int16_t none)
+void SettingReader::read(std::int32_t &value, const SettingKey &key)
 {
-    const QString read = text(section, key, fallback);
+    number(value, key, [](const QString &text) { return NumberText().toInt32(text); });
+}
+
+void SettingReader::read(float &value, const SettingKey &key)
+{
+    number(value, key, [](const QString &text) { return NumberText().toSingle(normaliseDecimal(text)); });
+}
+
+void SettingReader::read(double &value, const SettingKey &key)
+{
+    number(value, key, [](const QString &text) { return NumberText().toDouble(normaliseDecimal(text)); });
+}
+
+void SettingReader::read(bool &value, const SettingKey &key)
+{
+    number(value, key, [](const QString &text) { return NumberText().toBoolean(text); });
+}
+
+void SettingReader::int16OrNone(std::int16_t &value, const SettingKey &key, std::int16_t none)
+{
+    const QString found = text(key);
     try {
-        value = NumberText().toInt16(read);
+        value = NumberText().toInt16(found);
     } catch (const RuntimeError &error) {
         value = none;
-        m_faults.append(QCoreApplication::translate("Settings", "[%1] \"%2\": %3 No port is opened.")
-                            .arg(QString::fromLatin1(section), QString::fromLatin1(key), error.message() + u'.'));
+        m_faults.append(
+            QCoreApplication::translate("Settings", "[%1] \"%2\": %3 No port is opened.")
+                .arg(QString::fromLatin1(key.section), QString::fromLatin1(key.name), error.message() + u'.'));
     }
-}
-
-void SettingReader::int32(std::int32_t &value, const char *section, const char *key, const char *fallback)
-{
-    number(value, section, key, fallback, [](const QString &text) { return NumberText().toInt32(text); });
-}
-
-void SettingReader::single(float &value, const char *section, const char *key, const char *fallback)
-{
-    number(value, section, key, fallback,
-           [](const QString &text) { return NumberText().toSingle(normaliseDecimal(text)); });
-}
-
-void SettingReader::real(double &value, const char *section, const char *key, const char *fallback)
-{
-    number(value, section, key, fallback,
-           [](const QString &text) { return NumberText().toDouble(normaliseDecimal(text)); });
-}
-
-void SettingReader::boolean(bool &value, const char *section, const char *key, const char *fallback)
-{
-    number(value, section, key, fallback, [](const QString &text) { return NumberText().toBoolean(text); });
 }
 
 } // namespace calvorn

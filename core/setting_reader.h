@@ -3,6 +3,7 @@
 
 #include "core/number_text.h"
 #include "platform/profile_file.h"
+#include "protocol/setting_key.h"
 
 #include <QSet>
 #include <QString>
@@ -35,33 +36,29 @@ public:
     // refused, now or then.
     void save();
 
-    QString text(const char *section, const char *key, const QString &fallback);
-    QString text(const char *section, const char *key, const char *fallback)
-    {
-        return text(section, key, QString::fromLatin1(fallback));
-    }
+    QString text(const SettingKey &key);
 
     template <typename Value, typename Convert>
-    void number(Value &value, const char *section, const char *key, const char *fallback, Convert convert)
+    void number(Value &value, const SettingKey &key, Convert convert)
     {
-        const QString read = text(section, key, fallback);
-        value = convert(QString::fromLatin1(fallback));
-        converting(section, key, fallback, [&] { value = convert(read); });
+        const QString found = text(key);
+        value = convert(QString::fromLatin1(key.fallback));
+        converting(key, [&] { value = convert(found); });
     }
-    void int16(std::int16_t &value, const char *section, const char *key, const char *fallback);
+    void read(std::int16_t &value, const SettingKey &key);
+    void read(std::int32_t &value, const SettingKey &key);
+    // Reals pass the decimal-separator normaliser.
+    void read(float &value, const SettingKey &key);
+    void read(double &value, const SettingKey &key);
+    void read(bool &value, const SettingKey &key);
+    void read(QString &value, const SettingKey &key) { value = text(key); }
     // Of a text that does not convert this value is made in place of the default, because the default would be another
     // device than the one that was meant.
-    void int16OrNone(std::int16_t &value, const char *section, const char *key, const char *fallback,
-                     std::int16_t none);
-    void int32(std::int32_t &value, const char *section, const char *key, const char *fallback);
-    // Reals pass the decimal-separator normaliser.
-    void single(float &value, const char *section, const char *key, const char *fallback);
-    void real(double &value, const char *section, const char *key, const char *fallback);
-    void boolean(bool &value, const char *section, const char *key, const char *fallback);
+    void int16OrNone(std::int16_t &value, const SettingKey &key, std::int16_t none);
 
     // One sentence for each text that could not be used.
     const QStringList &faults() const { return m_faults; }
-    void addFault(const char *section, const char *key, const QString &what, const char *fallback);
+    void addFault(const SettingKey &key, const QString &what);
 
     // Whether the text of this key could not be used.
     bool isUnreadable(const QString &section, const QString &key) const
@@ -70,8 +67,7 @@ public:
     }
 
 private:
-    void converting(const char *section, const char *key, const char *fallback,
-                    const std::function<void()> &conversion);
+    void converting(const SettingKey &key, const std::function<void()> &conversion);
 
     QString m_path;
     Profile m_profile;

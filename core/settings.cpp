@@ -6,15 +6,17 @@
 #include "core/scale_type.h"
 #include "platform/profile_file.h"
 
+#include <type_traits>
+#include <variant>
+
 namespace calvorn {
 
 namespace {
 
-constexpr const char *kConfig = "Config";
-constexpr const char *kDebug = "Debug";
-constexpr const char *kParallelPort = "Parallel Port";
-constexpr const char *kSerialPort = "Serial Port";
-constexpr const char *kCalvorn = "Calvorn";
+// No setting is kept here any more; each start empties it.
+constexpr const char *kAttenuatorSection = "Attenuator";
+
+constexpr std::int16_t kOldScaleDb10V = 10; // in files of old versions
 
 // A name passes when it stands anywhere inside the list of names; so does an empty one.
 bool isKnownDdsDevice(const QString &name)
@@ -26,6 +28,81 @@ bool isKnownAdcDevice(const QString &name)
 {
     return QStringLiteral("8bit10bit").contains(name);
 }
+
+template <typename Value, typename Record>
+auto &fieldOf(auto &configuration, auto &window, Value Record::*field)
+{
+    if constexpr (std::is_same_v<Record, WindowSettings>)
+        return window.*field;
+    else
+        return configuration.*field;
+}
+
+// Takes a value from the file, by its kind.
+struct ReadValue
+{
+    SettingReader &reader;
+    const SettingRow &row;
+
+    template <typename Value>
+    void operator()(Value &value) const
+    {
+        reader.read(value, row.key);
+    }
+    void operator()(std::int16_t &value) const
+    {
+        if (row.kind == SettingKind::Address)
+            reader.int16OrNone(value, row.key, kNoParallelAddress);
+        else
+            reader.read(value, row.key);
+    }
+    void operator()(std::int32_t &value) const
+    {
+        if (row.kind == SettingKind::Decibels)
+            reader.number(value, row.key,
+                          [](const QString &text) { return NumberText().toInt32(normaliseDecimal(text)); });
+        else
+            reader.read(value, row.key);
+    }
+    // The text of a marker is kept as it is; one that does not convert gives way to the default.
+    void operator()(QString &value) const
+    {
+        if (row.kind == SettingKind::MarkerLevel)
+            reader.number(value, row.key, [](const QString &text) {
+                QString normalised = normaliseDecimal(text);
+                NumberText().toDouble(normalised);
+                return normalised;
+            });
+        else if (row.kind == SettingKind::MarkerFrequency)
+            reader.number(value, row.key, [](const QString &text) {
+                NumberText().toInt32(text);
+                return text;
+            });
+        else
+            reader.read(value, row.key);
+    }
+};
+
+// Makes the text that is saved.
+struct SaveValue
+{
+    const NumberText &numbers;
+    SettingKind kind;
+
+    template <typename Value>
+    QString operator()(const Value &value) const
+    {
+        return settingText(numbers, value);
+    }
+    QString operator()(const QString &value) const
+    {
+        if (kind == SettingKind::Text)
+            return value;
+        if (!numbers.isNumeric(value))
+            return QStringLiteral("0");
+        return kind == SettingKind::MarkerFrequency ? numbers.generalNumber(value) : value;
+    }
+};
 
 } // namespace
 
@@ -52,65 +129,54 @@ LoadOutcome SettingsLoader::load()
 LoadOutcome SettingsLoader::readAll()
 {
     Configuration &c = m_configuration;
-    m_reader.int16(c.interfaceType, kConfig, "Interface", "2");
+    readRows(kInterface, kInterface);
+    if (announceFirstRun() == LoadOutcome::Ended)
+        return LoadOutcome::Ended;
 
-    m_reader.clear(QStringLiteral("Attenuator"));
-    const bool configured = !profile().value(QString::fromLatin1(kConfig), QStringLiteral("DDS Device")).isEmpty();
-    c.msgResult = configured ? -1 : 0;
-    if (!configured && firstRun) {
-        m_reader.save(); // the configuration writes behind what has been read so far
-        if (!firstRun())
-            return LoadOutcome::Ended;
-    }
-
-    m_reader.boolean(c.logDebug, kDebug, "Log", "0");
-    m_reader.boolean(c.usbApi, kDebug, "USB API", "0");
-    m_reader.int32(c.slowCpu, kDebug, "Slow CPU", "0");
+    readRows(kLog, kDdsDevice);
     if (c.slowCpu > 0)
         c.usbApi = false;
-
-    c.ddsDevice = m_reader.text(kConfig, "DDS Device", "AD9850");
     if (!isKnownDdsDevice(c.ddsDevice))
         return LoadOutcome::UnknownDdsDevice;
-    m_reader.int16(c.ddsMultiplier, kConfig, "DDS Multiplier", "1");
-    m_reader.int32(c.ddsXtalFreq, kConfig, "DDS Xtal freq", "80000000");
-    m_reader.int32(c.ddsMaxFreq, kConfig, "DDS Max freq", "60000000");
-    m_reader.int32(c.ddsMinFreq, kConfig, "DDS Min freq", "10");
-    m_reader.real(c.ddsOffset, kConfig, "DDS Offset", "0");
 
-    c.adcDevice = m_reader.text(kConfig, "ADC Device", "10bit");
+    readRows(kDdsMultiplier, kAdcDevice);
     if (!isKnownAdcDevice(c.adcDevice))
         return LoadOutcome::UnknownAdcDevice;
-    m_reader.single(c.adcOffset, kConfig, "ADC Offset", "5");
-    m_reader.single(c.adcStep, kConfig, "ADC Step", "0");
-    m_reader.int16(c.measuringMode, kConfig, "ADC Channel", "1");
 
-    m_reader.int16OrNone(c.lptAddress, kParallelPort, "LPT", "&H378", kNoParallelAddress);
-    m_reader.int16(c.commPort, kSerialPort, "CommPort", "6");
-    c.serialSettings = m_reader.text(kSerialPort, "Settings", "115200,N,8,1");
-
-    readWindowSection();
+    readRows(kAdcOffset, kPot2);
+    if (c.scaleType == kOldScaleDb10V)
+        c.scaleType = kScaleDb10V;
+    clampFrequencies();
     return LoadOutcome::Loaded;
 }
 
-void SettingsLoader::readWindowSection()
+LoadOutcome SettingsLoader::announceFirstRun()
 {
-    Configuration &c = m_configuration;
-    m_reader.int16(c.scaleType, kCalvorn, "Scale", "0");
-    if (c.scaleType == 10)
-        c.scaleType = kScaleDb10V;
-    m_reader.int32(c.startFreq, kCalvorn, "Start", "1000000");
-    m_reader.int32(c.stopFreq, kCalvorn, "Stop", "10000000");
-    clampFrequencies();
-    m_reader.int16(m_window.markerIndex, kCalvorn, "Marker 0", "0");
-    m_reader.single(c.maxScaleVolt, kCalvorn, "Max scaleV", "1.5");
-    m_reader.number(c.maxScaleDb, kCalvorn, "Max scaleDb", "-40",
-                    [](const QString &text) { return NumberText().toInt32(normaliseDecimal(text)); });
-    m_reader.int16(c.sweepSpeed, kCalvorn, "Sweep mode", "0");
-    m_reader.int16(c.cursorMode, kCalvorn, "Cursor mode", "0");
-    m_reader.int16(c.aux1, kCalvorn, "Aux_1", "0");
-    m_reader.int16(c.aux2, kCalvorn, "Aux_2", "0");
-    m_reader.int16(c.pot2, kCalvorn, "Pot_2", "0");
+    m_reader.clear(QString::fromLatin1(kAttenuatorSection));
+    const bool configured =
+        !profile().value(QString::fromLatin1(kDdsDevice.section), QString::fromLatin1(kDdsDevice.name)).isEmpty();
+    m_configuration.msgResult = configured ? -1 : 0;
+    if (configured || !firstRun)
+        return LoadOutcome::Loaded;
+    m_reader.save(); // the configuration writes behind what has been read so far
+    return firstRun() ? LoadOutcome::Loaded : LoadOutcome::Ended;
+}
+
+void SettingsLoader::readRows(const SettingKey &first, const SettingKey &last)
+{
+    bool isIn = false;
+    for (const SettingRow &row : settingsTable()) {
+        isIn = isIn || row.key == first;
+        if (isIn)
+            read(row);
+        if (row.key == last)
+            return;
+    }
+}
+
+void SettingsLoader::read(const SettingRow &row)
+{
+    std::visit([&](auto field) { ReadValue{m_reader, row}(fieldOf(m_configuration, m_window, field)); }, row.field);
 }
 
 // A start above the maximum falls to the minimum, not to the maximum; a stop has no lower limit.
@@ -123,54 +189,26 @@ void SettingsLoader::clampFrequencies()
         c.stopFreq = c.ddsMaxFreq;
 }
 
-// The texts are kept as they are; a text that does not convert gives way to the default.
 void SettingsLoader::loadMarkers()
 {
-    const auto real = [](const QString &text) {
-        QString normalised = normaliseDecimal(text);
-        NumberText().toDouble(normalised);
-        return normalised;
-    };
-    const auto integer = [](const QString &text) {
-        NumberText().toInt32(text);
-        return text;
-    };
-    m_reader.number(m_window.marker3, kCalvorn, "Marker 3", "0", real);
-    m_reader.number(m_window.marker4, kCalvorn, "Marker 4", "0", real);
-    m_reader.number(m_window.marker1, kCalvorn, "Marker 1", "1000000", integer);
-    m_reader.number(m_window.marker2, kCalvorn, "Marker 2", "2000000", integer);
+    readRows(kMarker3, kMarker2);
     m_reader.save();
 }
 
 namespace {
 
-QVector<ProfileEntry> savedEntries(const Configuration &c, const WindowSettings &window)
+QVector<ProfileEntry> savedEntries(const Configuration &configuration, const WindowSettings &window)
 {
     const NumberText numbers;
-    const auto plainNumber = [&](const QString &text) {
-        return numbers.isNumeric(text) ? numbers.generalNumber(text) : QStringLiteral("0");
-    };
-    const auto markerText = [&](const QString &text) { return numbers.isNumeric(text) ? text : QStringLiteral("0"); };
     QVector<ProfileEntry> entries;
-    const auto put = [&](const char *section, const char *key, const QString &value) {
-        entries.append({QString::fromLatin1(section), QString::fromLatin1(key), value});
-    };
-    put(kCalvorn, "Start", NumberText::fromInteger(c.startFreq));
-    put(kCalvorn, "Stop", NumberText::fromInteger(c.stopFreq));
-    put(kCalvorn, "Marker 0", NumberText::fromInteger(window.markerIndex));
-    put(kCalvorn, "Marker 1", plainNumber(window.marker1));
-    put(kCalvorn, "Marker 2", plainNumber(window.marker2));
-    put(kCalvorn, "Marker 3", markerText(window.marker3));
-    put(kCalvorn, "Marker 4", markerText(window.marker4));
-    put(kCalvorn, "Max scaleV", numbers.fromSingle(c.maxScaleVolt));
-    put(kCalvorn, "Max scaleDb", NumberText::fromInteger(c.maxScaleDb));
-    put(kCalvorn, "Scale", NumberText::fromInteger(c.scaleType));
-    put(kCalvorn, "Sweep mode", NumberText::fromInteger(c.sweepSpeed));
-    put(kCalvorn, "Aux_1", NumberText::fromInteger(c.aux1));
-    put(kCalvorn, "Aux_2", NumberText::fromInteger(c.aux2));
-    put(kCalvorn, "Pot_2", NumberText::fromInteger(c.pot2));
-    put(kConfig, "DDS Offset", numbers.fromDouble(c.ddsOffset));
-    put(kConfig, "ADC Offset", numbers.fromSingle(c.adcOffset));
+    for (const SettingRow *row : settingsInOrder(&SettingPlaces::shutdown)) {
+        const QString text = std::visit(
+            [&](auto field) {
+                return SaveValue{numbers, row->kind}(fieldOf(configuration, window, field));
+            },
+            row->field);
+        entries.append({QString::fromLatin1(row->key.section), QString::fromLatin1(row->key.name), text});
+    }
     return entries;
 }
 

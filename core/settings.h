@@ -3,6 +3,7 @@
 
 #include "core/configuration.h"
 #include "core/setting_reader.h"
+#include "core/settings_table.h"
 #include "platform/profile_file.h"
 
 #include <QStringList>
@@ -11,21 +12,11 @@
 
 namespace calvorn {
 
-// What the main window itself keeps between runs, beside the configuration record.
-struct WindowSettings
-{
-    std::int16_t markerIndex = 0; // the view shown under the graph, 0 to 3
-    QString marker1;              // Hz, the texts of the marker boxes
-    QString marker2;
-    QString marker3; // volts or dB
-    QString marker4;
-};
-
 // Ended: the first run has ended the program.
 enum class LoadOutcome { Loaded, Ended, UnknownDdsDevice, UnknownAdcDevice };
 
-// Reads the settings file into the record, key by key in the order of the file; a key that is missing or empty
-// gets its default, which is written into the file unless the reader keeps it out.
+// Reads the settings file into the record, key by key in the order of the table (core/settings_table.h); a key that is
+// missing or empty gets its default, which is written into the file unless the reader keeps it out.
 //
 // A text that does not convert is a run-time error of that key alone: the key gets its default, the bad text stays
 // in the file, and faults() names section, key and text.
@@ -61,7 +52,9 @@ public:
 
 private:
     LoadOutcome readAll();
-    void readWindowSection();
+    void readRows(const SettingKey &first, const SettingKey &last);
+    void read(const SettingRow &row);
+    LoadOutcome announceFirstRun();
     void clampFrequencies();
 
     Configuration &m_configuration;

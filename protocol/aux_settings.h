@@ -1,12 +1,55 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QString>
+#include "protocol/setting_key.h"
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 
 namespace calvorn {
+
+inline constexpr std::size_t kAuxSteps = 8;
+
+inline constexpr const char *kAux1Section = "Aux1";
+inline constexpr const char *kAux2Section = "Aux2";
+
+// What the settings file says of an auxiliary output.
+struct AuxKeys
+{
+    SettingKey title;
+    SettingKey enabled; // greater than 0: it is used
+    SettingKey inverse;
+    std::array<SettingKey, kAuxSteps> steps; // "caption;weight", or one text that is both
+    SettingKey value;                        // of the last session, in the section of the window
+};
+
+constexpr AuxKeys auxKeysIn(const char *section, const char *title, const SettingKey &value)
+{
+    return {{section, "Title", title},
+            {section, "Enabled", "0"},
+            {section, "Inverse Logic", "0"},
+            {{{section, "Step 0", "10dB;10"},
+              {section, "Step 1", "20dB;20"},
+              {section, "Step 2", "30dB;30"},
+              {section, "Step 3", "40dB;40"},
+              {section, "Step 4", "50dB;50"},
+              {section, "Step 5", "60dB;60"},
+              {section, "Step 6", "70dB;70"},
+              {section, "Step 7", "80dB;80"}}},
+            value};
+}
+
+// Output n at index n - 1.
+inline constexpr std::array<AuxKeys, 2> kAuxKeys{auxKeysIn(kAux1Section, "Aux 1", kAux1Value),
+                                                 auxKeysIn(kAux2Section, "Aux 2", kAux2Value)};
+
+// The potentiometer of output 2. Without one of the first two there is none.
+inline constexpr SettingKey kPotMax{kAux2Section, "PotMax", ""};
+inline constexpr SettingKey kPotMin{kAux2Section, "PotMin", ""};
+inline constexpr SettingKey kI2cControl{kAux2Section, "i2c_control", "0"};
+inline constexpr SettingKey kI2cCommand{kAux2Section, "i2c_command", "0"};
 
 // An auxiliary output of the parallel-port board, as [Aux1] or [Aux2] of the settings file describes it.
 struct AuxSettings

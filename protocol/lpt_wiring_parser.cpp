@@ -45,7 +45,7 @@ struct WiringTexts
 
 [[noreturn]] void refuse(const QString &key, const QString &what)
 {
-    throw PortError(QStringLiteral("[LPT Wiring] %1: %2").arg(key, what).toStdString());
+    throw PortError(QStringLiteral("[%1] %2: %3").arg(QLatin1String(kLptWiringSection), key, what).toStdString());
 }
 
 [[noreturn]] void refuse(const char *key, const QString &what)
@@ -160,7 +160,7 @@ BoardWiring parseBoardWiring(const QVector<ProfileEntry> &entries)
 
 BoardWiring readBoardWiring(const QString &settingsPath)
 {
-    return parseBoardWiring(readProfileSection(settingsPath, QStringLiteral("LPT Wiring")));
+    return parseBoardWiring(readProfileSection(settingsPath, QString::fromLatin1(kLptWiringSection)));
 }
 
 } // namespace calvorn

@@ -9,6 +9,8 @@
 
 namespace calvorn {
 
+inline constexpr const char *kLptWiringSection = "LPT Wiring";
+
 // Reads the wiring of a board from the keys of the section [LPT Wiring]:
 //   Load     serial, byte; default serial
 //   <line>   a pin of the port: D0..D7, STROBE, AUTOFD, INIT, SELECTIN for an output, ACK, BUSY, PE, SELECT, ERROR

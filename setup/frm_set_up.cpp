@@ -136,7 +136,7 @@ void FrmSetUp::load()
     QStringList faults = loadPorts(m_values, opening.firstStart ? preparedSettings() : m_configuration.iniPath);
     faults += opening.firstStart && hasDefaults(m_configuration.iniPath, m_values.interfaceType)
                   ? loadDefaults(m_values, m_configuration.iniPath, m_values.interfaceType)
-                  : loadHardware(m_values, m_configuration.iniPath, "Config", opening.reportedDevice);
+                  : loadHardware(m_values, m_configuration.iniPath, opening.reportedDevice);
     for (SetUpPage *page : m_pages)
         page->forget();
     interfaceChosen();

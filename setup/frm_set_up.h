@@ -18,7 +18,7 @@ struct SetUpOpening
     // There are no settings yet: the dialog proposes the prepared simulated board.
     bool firstStart = false;
     // The key of a device whose name the caller has just reported as unknown; it is not reported a second time.
-    QString reportedDevice;
+    std::optional<SettingKey> reportedDevice;
 };
 
 // The configuration of the hardware: five pages over one set of working copies. Nothing but "Apply" writes; exec()

@@ -2,6 +2,8 @@
 #include "setup/prepared_settings.h"
 
 #include "platform/profile_file.h"
+#include "protocol/simulator_keys.h"
+#include "setup/set_up_values.h"
 
 // A resource of a static library has to be asked for, outside of any namespace.
 static void initialiseResource()
@@ -27,8 +29,9 @@ bool writePreparedSections(const QString &path)
 {
     const Profile prepared(preparedSettings());
     QVector<ProfileEntry> entries;
-    for (const char *section : {"Interface1", "Interface2", "Interface3", "Simulator"})
-        entries += prepared.entries(QString::fromLatin1(section));
+    for (const std::int16_t interfaceType : {kInterfacePic, kInterfaceLpt, kInterfaceVna})
+        entries += prepared.entries(QString::fromLatin1(preparedSection(interfaceType)));
+    entries += prepared.entries(QString::fromLatin1(kSimulatorSection));
     return writeProfileStrings(path, entries);
 }
 

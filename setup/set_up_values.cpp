@@ -3,34 +3,46 @@
 
 #include "core/number_text.h"
 #include "core/setting_reader.h"
+#include "core/settings_table.h"
 
 #include <QCoreApplication>
+
+#include <type_traits>
+#include <variant>
 
 namespace calvorn {
 
 namespace {
 
-constexpr const char *kConfig = "Config";
-constexpr std::array kAuxSections = {"Aux1", "Aux2"};
-
-QByteArray sectionOf(std::int16_t interfaceType)
-{
-    return "Interface" + QByteArray::number(interfaceType);
-}
-
 // A name in another spelling is meant for the device; any other name gives way to the default.
 template <std::size_t Count>
-QString readDevice(SettingReader &reader, const char *section, const char *key, const char *fallback,
-                   const std::array<const char *, Count> &known, const QString &reportedDevice)
+QString readDevice(SettingReader &reader, const SettingKey &key, const std::array<const char *, Count> &known,
+                   bool isReported)
 {
-    const QString name = reader.text(section, key, fallback);
+    const QString name = reader.text(key);
     for (const char *device : known)
         if (name.trimmed().compare(QLatin1String(device), Qt::CaseInsensitive) == 0)
             return QString::fromLatin1(device);
-    if (reportedDevice != QLatin1String(key))
-        reader.addFault(section, key, QCoreApplication::translate("SetUp", "The device \"%1\" is not known").arg(name),
-                        fallback);
-    return QString::fromLatin1(fallback);
+    if (!isReported)
+        reader.addFault(key, QCoreApplication::translate("SetUp", "The device \"%1\" is not known").arg(name));
+    return QString::fromLatin1(key.fallback);
+}
+
+// The value of a row among the working copies, which have those of the hardware.
+template <typename Action>
+void withValue(auto &values, const SettingRow &row, Action action)
+{
+    std::visit(
+        [&](auto field) {
+            if constexpr (std::is_invocable_v<decltype(field), decltype(values)>)
+                action(values.*field);
+        },
+        row.field);
+}
+
+void readValue(SettingReader &reader, SetUpValues &values, const SettingRow &row, const SettingKey &key)
+{
+    withValue(values, row, [&](auto &value) { reader.read(value, key); });
 }
 
 // "caption;weight", or one text that is both.
@@ -41,34 +53,54 @@ void readStep(AuxValues &aux, std::size_t index, const QString &text)
     aux.weights[index] = separator < 0 ? text : text.sliced(separator + 1);
 }
 
-void readAux(SettingReader &reader, AuxValues &aux, std::size_t output)
+void readAux(SettingReader &reader, AuxValues &aux, const AuxKeys &keys)
 {
-    const char *section = kAuxSections[output];
     double enabled = 0.0;
-    reader.real(enabled, section, "Enabled", "0");
+    reader.read(enabled, keys.enabled);
     aux.enabled = enabled > 0.0;
-    reader.boolean(aux.inverse, section, "Inverse Logic", "0");
-    aux.title = reader.text(section, "Title", QStringLiteral("Aux %1").arg(output + 1));
+    reader.read(aux.inverse, keys.inverse);
+    reader.read(aux.title, keys.title);
     for (std::size_t i = 0; i < kAuxSteps; ++i)
-        readStep(aux, i,
-                 reader.text(section, "Step " + QByteArray::number(static_cast<int>(i)),
-                             QStringLiteral("%1dB;%1").arg((i + 1) * 10)));
+        readStep(aux, i, reader.text(keys.steps[i]));
+}
+
+QStringList loadFrom(const char *section, SetUpValues &values, const QString &path,
+                     const std::optional<SettingKey> &reportedDevice)
+{
+    SettingReader reader(path, SettingReader::Defaults::KeepOut);
+    for (const SettingRow *row : settingsInOrder(&SettingPlaces::hardware)) {
+        const SettingKey key = row->key.in(section);
+        const bool isReported = reportedDevice == row->key;
+        if (row->key == kDdsDevice)
+            values.ddsDevice = readDevice(reader, key, kDdsDevices, isReported);
+        else if (row->key == kAdcDevice)
+            values.adcDevice = readDevice(reader, key, kAdcDevices, isReported);
+        else
+            readValue(reader, values, *row, key);
+    }
+    for (std::size_t output = 0; output < values.aux.size(); ++output)
+        readAux(reader, values.aux[output], kAuxKeys[output]);
+    reader.read(values.potMax, kPotMax);
+    reader.read(values.potMin, kPotMin);
+    return reader.faults();
 }
 
 class Entries
 {
 public:
-    void put(const char *section, const char *key, const QString &value)
+    void put(const SettingKey &key, const QString &value) { put(key, key.name, value); }
+    void put(const SettingKey &key, const char *name, const QString &value)
     {
-        m_entries.append({QString::fromLatin1(section), QString::fromLatin1(key), value});
+        m_entries.append({QString::fromLatin1(key.section), QString::fromLatin1(name), value});
     }
-    void putAux(const char *section, const AuxValues &aux)
+    void putAux(const AuxKeys &keys, const AuxValues &aux)
     {
-        put(section, "Enabled", aux.enabled ? QStringLiteral("1") : QStringLiteral("0"));
+        const NumberText numbers;
+        put(keys.enabled, settingText(numbers, aux.enabled));
         for (std::size_t i = 0; i < kAuxSteps; ++i)
-            put(section, "Step " + QByteArray::number(static_cast<int>(i)), aux.captions[i] + u';' + aux.weights[i]);
-        put(section, "Inverse Logic", aux.inverse ? QStringLiteral("1") : QStringLiteral("0"));
-        put(section, "Title", aux.title);
+            put(keys.steps[i], aux.captions[i] + u';' + aux.weights[i]);
+        put(keys.inverse, settingText(numbers, aux.inverse));
+        put(keys.title, aux.title);
     }
     const QVector<ProfileEntry> &all() const { return m_entries; }
 
@@ -76,71 +108,57 @@ private:
     QVector<ProfileEntry> m_entries;
 };
 
+QString hexadecimal(std::int16_t address)
+{
+    return QStringLiteral("&H") + QString::number(static_cast<std::uint16_t>(address), 16).toUpper();
+}
+
 } // namespace
 
-QStringList loadHardware(SetUpValues &values, const QString &path, const char *section, const QString &reportedDevice)
+QStringList loadHardware(SetUpValues &values, const QString &path, const std::optional<SettingKey> &reportedDevice)
 {
-    SettingReader reader(path, SettingReader::Defaults::KeepOut);
-    values.ddsDevice = readDevice(reader, section, "DDS Device", "AD9850", kDdsDevices, reportedDevice);
-    reader.int16(values.ddsMultiplier, section, "DDS Multiplier", "1");
-    reader.int32(values.ddsXtalFreq, section, "DDS Xtal freq", "80000000");
-    reader.int32(values.ddsMaxFreq, section, "DDS Max freq", "60000000");
-    reader.int32(values.ddsMinFreq, section, "DDS Min freq", "10");
-    reader.real(values.ddsOffset, section, "DDS Offset", "0");
-    values.adcDevice = readDevice(reader, section, "ADC Device", "10bit", kAdcDevices, reportedDevice);
-    reader.single(values.adcStep, section, "ADC Step", "0");
-    reader.int16(values.measuringMode, section, "ADC Channel", "1");
-    reader.single(values.adcOffset, section, "ADC Offset", "5");
-    for (std::size_t output = 0; output < values.aux.size(); ++output)
-        readAux(reader, values.aux[output], output);
-    values.potMax = reader.text(kAuxSections[1], "PotMax", "");
-    values.potMin = reader.text(kAuxSections[1], "PotMin", "");
-    return reader.faults();
+    return loadFrom(kConfigSection, values, path, reportedDevice);
 }
 
 QStringList loadPorts(SetUpValues &values, const QString &path)
 {
     SettingReader reader(path, SettingReader::Defaults::KeepOut);
-    reader.int16(values.interfaceType, kConfig, "Interface", "2");
-    reader.int16(values.lptAddress, "Parallel Port", "LPT", "&H378");
-    reader.int16(values.commPort, "Serial Port", "CommPort", "6");
+    for (const SettingRow *row : settingsInOrder(&SettingPlaces::port))
+        readValue(reader, values, *row, row->key);
     return reader.faults();
+}
+
+QByteArray preparedSection(std::int16_t interfaceType)
+{
+    return "Interface" + QByteArray::number(interfaceType);
 }
 
 bool hasDefaults(const QString &path, std::int16_t interfaceType)
 {
-    return !readProfileString(path, QString::fromLatin1(sectionOf(interfaceType)), QStringLiteral("DDS Device"))
-                .isEmpty();
+    return !readText(path, kDdsDevice.in(preparedSection(interfaceType).constData())).isEmpty();
 }
 
 QStringList loadDefaults(SetUpValues &values, const QString &path, std::int16_t interfaceType)
 {
-    return loadHardware(values, path, sectionOf(interfaceType).constData());
+    return loadFrom(preparedSection(interfaceType).constData(), values, path, {});
 }
 
 QVector<ProfileEntry> entriesOf(const SetUpValues &values)
 {
     const NumberText numbers;
-    const QString address = QString::number(static_cast<std::uint16_t>(values.lptAddress), 16).toUpper();
     Entries entries;
-    entries.put(kConfig, "Interface", NumberText::fromInteger(values.interfaceType));
-    entries.put(kConfig, "DDS Device", values.ddsDevice);
-    entries.put(kConfig, "DDS Xtal freq", NumberText::fromInteger(values.ddsXtalFreq));
-    entries.put(kConfig, "DDS Multiplier", NumberText::fromInteger(values.ddsMultiplier));
-    // A capital F here; keys are matched without regard to case.
-    entries.put(kConfig, "DDS Max Freq", NumberText::fromInteger(values.ddsMaxFreq));
-    entries.put(kConfig, "DDS Min Freq", NumberText::fromInteger(values.ddsMinFreq));
-    entries.put(kConfig, "DDS Offset", numbers.fromDouble(values.ddsOffset));
-    entries.put(kConfig, "ADC Device", values.adcDevice);
-    entries.put(kConfig, "ADC Step", numbers.fromSingle(values.adcStep));
-    entries.put(kConfig, "ADC Offset", numbers.fromSingle(values.adcOffset));
-    entries.put(kConfig, "ADC Channel", NumberText::fromInteger(values.measuringMode));
-    entries.put("Serial Port", "CommPort", NumberText::fromInteger(values.commPort));
-    entries.put("Parallel Port", "LPT", QStringLiteral("&H") + address);
+    for (const SettingRow *row : settingsInOrder(&SettingPlaces::apply)) {
+        QString text;
+        if (row->kind == SettingKind::Address)
+            text = hexadecimal(values.lptAddress);
+        else
+            withValue(values, *row, [&](const auto &value) { text = settingText(numbers, value); });
+        entries.put(row->key, row->appliedName ? row->appliedName : row->key.name, text);
+    }
     for (std::size_t output = 0; output < values.aux.size(); ++output)
-        entries.putAux(kAuxSections[output], values.aux[output]);
-    entries.put(kAuxSections[1], "PotMax", values.potMax);
-    entries.put(kAuxSections[1], "PotMin", values.potMin);
+        entries.putAux(kAuxKeys[output], values.aux[output]);
+    entries.put(kPotMax, values.potMax);
+    entries.put(kPotMin, values.potMin);
     return entries.all();
 }
 

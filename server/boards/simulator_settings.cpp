@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "server/boards/simulator_settings.h"
 
-#include "platform/profile_file.h"
+#include "protocol/simulator_keys.h"
 
 #include <array>
 
@@ -9,10 +9,10 @@ namespace calvorn {
 
 namespace {
 
-QString simulatorOrConfig(const QString &path, const char *key, const char *configKey)
+QString ownOrConfigured(const QString &path, const SettingKey &own, const SettingKey &configured)
 {
-    const QString own = readProfileString(path, QStringLiteral("Simulator"), QString::fromLatin1(key));
-    return own.isEmpty() ? readProfileString(path, QStringLiteral("Config"), QString::fromLatin1(configKey)) : own;
+    const QString text = readText(path, own);
+    return text.isEmpty() ? readTextOrDefault(path, configured) : text;
 }
 
 } // namespace
@@ -45,22 +45,19 @@ SimulatorFault simulatorFaultFromName(const QString &name)
 
 SimulatorSettings readSimulatorSettings(const QString &path)
 {
-    const QString section = QStringLiteral("Simulator");
     SimulatorSettings settings;
-    settings.device = deviceFromName(readProfileString(path, section, QStringLiteral("Device")));
-    settings.paced =
-        readProfileString(path, section, QStringLiteral("Pace")).compare(QLatin1String("none"), Qt::CaseInsensitive) !=
-        0;
+    settings.device = deviceFromName(readTextOrDefault(path, kSimulatedDevice));
+    settings.paced = readTextOrDefault(path, kSimulatorPace).compare(QLatin1String("none"), Qt::CaseInsensitive) != 0;
 
     bool ok = false;
-    const qulonglong seed = readProfileString(path, section, QStringLiteral("Seed")).toULongLong(&ok);
+    const qulonglong seed = readTextOrDefault(path, kSimulatorSeed).toULongLong(&ok);
     if (ok)
         settings.seed = seed;
 
-    settings.fault = simulatorFaultFromName(readProfileString(path, section, QStringLiteral("Fault")));
-    settings.chip = ddsChipFromName(simulatorOrConfig(path, "Chip", "DDS Device")).value_or(settings.chip);
-    settings.adc = serialAdcFromName(simulatorOrConfig(path, "ADC", "ADC Device")).value_or(settings.adc);
-    const double clock = simulatorOrConfig(path, "Clock", "DDS Xtal freq").toDouble(&ok);
+    settings.fault = simulatorFaultFromName(readTextOrDefault(path, kSimulatorFault));
+    settings.chip = ddsChipFromName(ownOrConfigured(path, kSimulatedChip, kDdsDevice)).value_or(settings.chip);
+    settings.adc = serialAdcFromName(ownOrConfigured(path, kSimulatedAdc, kAdcDevice)).value_or(settings.adc);
+    const double clock = ownOrConfigured(path, kSimulatedClock, kDdsXtalFreq).toDouble(&ok);
     if (ok && clock >= 1.0 && clock <= kHighestSimulatedClockHz)
         settings.clockHz = clock;
     return settings;

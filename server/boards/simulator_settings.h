@@ -33,12 +33,13 @@ SimulatorFault simulatorFaultFromName(const QString &name);
 inline constexpr double kHighestSimulatedClockHz = 1e12;
 
 // The simulated boards as [Simulator] of the settings file describes them:
-//   Device  bandpass, lowpass, notch, crystal, through; default bandpass
-//   Pace    none = as fast as it can; anything else, or nothing = at the pace of real hardware
-//   Seed    whole number that the noise starts from; default 1
-//   Fault   none, drop, corrupt, add, refuse, silence, half, unplug, chatter, garbage; default none
+//   Device  bandpass, lowpass, notch, crystal, through
+//   Pace    none = as fast as it can; anything else = at the pace of real hardware
+//   Seed    whole number that the noise starts from
+//   Fault   none, drop, corrupt, add, refuse, silence, half, unplug, chatter, garbage
 //   Chip, Clock, ADC  what is on the board: generator chip, its reference clock in Hz (1 to 1e12), converter (8bit,
-//           10bit); defaults are the program's own [Config] keys "DDS Device", "DDS Xtal freq" and "ADC Device"
+//           10bit); without them the chip, the crystal and the converter of the configuration
+// protocol/simulator_keys.h has the defaults; a text that cannot be read leaves the values below.
 struct SimulatorSettings
 {
     DeviceKind device = DeviceKind::Bandpass;

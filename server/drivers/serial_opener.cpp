@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "server/drivers/serial_opener.h"
 
-#include "platform/profile_file.h"
 #include "platform/serial_ports.h"
+#include "protocol/simulator_keys.h"
 #include "server/boards/pic_board.h"
 #include "server/boards/pty_board.h"
 #include "server/boards/vna_board.h"
@@ -40,11 +40,6 @@ std::unique_ptr<SerialBoard> makeBoard(const SimulatorSettings &settings)
     return std::make_unique<Board>(settings);
 }
 
-QString configValue(const QString &settingsPath, const char *key)
-{
-    return readProfileString(settingsPath, QStringLiteral("Config"), QString::fromLatin1(key));
-}
-
 } // namespace
 
 std::shared_ptr<ByteLink> SerialOpener::openPic(int port, const LineSettings &line)
@@ -77,8 +72,8 @@ std::shared_ptr<ByteLink> SerialOpener::open(int port, const LineSettings &line,
 SimulatorSettings readSerialSimulatorSettings(const QString &settingsPath)
 {
     SimulatorSettings settings = readSimulatorSettings(settingsPath);
-    if (readProfileString(settingsPath, QStringLiteral("Simulator"), QStringLiteral("Clock")).isEmpty())
-        settings.clockHz = std::min(settings.clockHz * std::max(configValue(settingsPath, "DDS Multiplier").toInt(), 1),
+    if (readText(settingsPath, kSimulatedClock).isEmpty())
+        settings.clockHz = std::min(settings.clockHz * std::max(readText(settingsPath, kDdsMultiplier).toInt(), 1),
                                     kHighestSimulatedClockHz);
     return settings;
 }
@@ -86,12 +81,12 @@ SimulatorSettings readSerialSimulatorSettings(const QString &settingsPath)
 DdsClock readConfiguredClock(const QString &settingsPath)
 {
     DdsClock clock;
-    clock.chip = ddsChipFromName(configValue(settingsPath, "DDS Device")).value_or(clock.chip);
+    clock.chip = ddsChipFromName(readText(settingsPath, kDdsDevice)).value_or(clock.chip);
     bool isNumber = false;
-    const double xtal = configValue(settingsPath, "DDS Xtal freq").toDouble(&isNumber);
+    const double xtal = readText(settingsPath, kDdsXtalFreq).toDouble(&isNumber);
     if (isNumber)
         clock.xtalHz = xtal;
-    clock.multiplier = configValue(settingsPath, "DDS Multiplier").toInt();
+    clock.multiplier = readText(settingsPath, kDdsMultiplier).toInt();
     return clock;
 }
 

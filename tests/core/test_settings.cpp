@@ -58,6 +58,7 @@ private slots:
 
     void aMissingOrEmptyFileGivesTheDefaultsAndIsFilled_data();
     void aMissingOrEmptyFileGivesTheDefaultsAndIsFilled();
+    void everyKeyIsReadIntoItsField();
     void theScaleTenReadsAsThree();
     void frequenciesAreClamped();
     void aSlowComputerHasNoUsbInterface();
@@ -120,6 +121,55 @@ void TestSettings::aMissingOrEmptyFileGivesTheDefaultsAndIsFilled()
                         "Aux_2=0\r\nPot_2=0\r\nMarker 3=0\r\nMarker 4=0\r\nMarker 1=1000000\r\n"
                         "Marker 2=2000000\r\n"));
     QVERIFY(m_faults.isEmpty());
+}
+
+void TestSettings::everyKeyIsReadIntoItsField()
+{
+    const QByteArray file(
+        "[Config]\r\nInterface=1\r\nDDS Device=AD9951\r\nDDS Multiplier=20\r\nDDS Xtal freq=25000000\r\n"
+        "DDS Max freq=180000000\r\nDDS Min freq=2000\r\nDDS Offset=-1.5\r\nADC Device=8bit\r\nADC Offset=0.25\r\n"
+        "ADC Step=0.5\r\nADC Channel=3\r\n[Debug]\r\nLog=1\r\nUSB API=1\r\nSlow CPU=-4\r\n"
+        "[Parallel Port]\r\nLPT=&H278\r\n[Serial Port]\r\nCommPort=7\r\nSettings=9600,E,7,2\r\n"
+        "[Calvorn]\r\nScale=2\r\nStart=3000000\r\nStop=4000000\r\nMarker 0=1\r\nMax scaleV=2.5\r\n"
+        "Max scaleDb=-70\r\nSweep mode=2\r\nCursor mode=1\r\nAux_1=11\r\nAux_2=12\r\nPot_2=13\r\n"
+        "Marker 3=-3.5\r\nMarker 4=-4.5\r\nMarker 1=3100000\r\nMarker 2=3200000\r\n");
+    QCOMPARE(load(file), LoadOutcome::Loaded);
+    const Configuration &c = m_configuration;
+    QCOMPARE(c.interfaceType, std::int16_t{1});
+    QCOMPARE(c.ddsDevice, QStringLiteral("AD9951"));
+    QCOMPARE(c.ddsMultiplier, std::int16_t{20});
+    QCOMPARE(c.ddsXtalFreq, 25000000);
+    QCOMPARE(c.ddsMaxFreq, 180000000);
+    QCOMPARE(c.ddsMinFreq, 2000);
+    QCOMPARE(c.ddsOffset, -1.5);
+    QCOMPARE(c.adcDevice, QStringLiteral("8bit"));
+    QCOMPARE(c.adcOffset, 0.25F);
+    QCOMPARE(c.adcStep, 0.5F);
+    QCOMPARE(c.measuringMode, std::int16_t{3});
+    QVERIFY(c.logDebug);
+    QVERIFY(c.usbApi);
+    QCOMPARE(c.slowCpu, -4);
+    QCOMPARE(c.lptAddress, std::int16_t{632});
+    QCOMPARE(c.commPort, std::int16_t{7});
+    QCOMPARE(c.serialSettings, QStringLiteral("9600,E,7,2"));
+    QCOMPARE(c.scaleType, std::int16_t{2});
+    QCOMPARE(c.startFreq, 3000000);
+    QCOMPARE(c.stopFreq, 4000000);
+    QCOMPARE(m_window.markerIndex, std::int16_t{1});
+    QCOMPARE(c.maxScaleVolt, 2.5F);
+    QCOMPARE(c.maxScaleDb, -70);
+    QCOMPARE(c.sweepSpeed, std::int16_t{2});
+    QCOMPARE(c.cursorMode, std::int16_t{1});
+    QCOMPARE(c.aux1, std::int16_t{11});
+    QCOMPARE(c.aux2, std::int16_t{12});
+    QCOMPARE(c.pot2, std::int16_t{13});
+    QCOMPARE(m_window.marker1, QStringLiteral("3100000"));
+    QCOMPARE(m_window.marker2, QStringLiteral("3200000"));
+    QCOMPARE(m_window.marker3, QStringLiteral("-3.5"));
+    QCOMPARE(m_window.marker4, QStringLiteral("-4.5"));
+    QVERIFY(m_faults.isEmpty());
+    // A key that is there is never rewritten by reading.
+    QCOMPARE(content(), file);
 }
 
 void TestSettings::theScaleTenReadsAsThree()

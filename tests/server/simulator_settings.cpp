@@ -18,6 +18,7 @@ class SimulatorSettingsTest : public QObject
 private slots:
     void missingFile();
     void everyKey();
+    void theDefaultsAreThoseOfTheirTexts();
     void configGivesTheDefaults();
     void impossibleClocks();
     void faultNames();
@@ -66,6 +67,30 @@ void SimulatorSettingsTest::everyKey()
     QFile file(path);
     QVERIFY(file.open(QIODevice::ReadOnly));
     QCOMPARE(file.readAll(), text);
+}
+
+void SimulatorSettingsTest::theDefaultsAreThoseOfTheirTexts()
+{
+    const SimulatorSettings missing = readSimulatorSettings(m_folder.filePath(QStringLiteral("nowhere.ini")));
+    const SimulatorSettings written = readSimulatorSettings(
+        write("[Simulator]\nDevice=bandpass\nPace=real\nSeed=1\nFault=none\nChip=AD9850\nClock=80000000\nADC=10bit\n"));
+    QCOMPARE(missing.device, written.device);
+    QCOMPARE(missing.paced, written.paced);
+    QCOMPARE(missing.seed, written.seed);
+    QCOMPARE(missing.fault, written.fault);
+    QCOMPARE(missing.chip, written.chip);
+    QCOMPARE(missing.clockHz, written.clockHz);
+    QCOMPARE(missing.adc.bits, written.adc.bits);
+    // What cannot be read gives the same.
+    const SimulatorSettings unreadable =
+        readSimulatorSettings(write("[Simulator]\nDevice=?\nPace=?\nSeed=?\nFault=?\nChip=?\nClock=?\nADC=?\n"));
+    QCOMPARE(unreadable.device, written.device);
+    QCOMPARE(unreadable.paced, written.paced);
+    QCOMPARE(unreadable.seed, written.seed);
+    QCOMPARE(unreadable.fault, written.fault);
+    QCOMPARE(unreadable.chip, written.chip);
+    QCOMPARE(unreadable.clockHz, written.clockHz);
+    QCOMPARE(unreadable.adc.bits, written.adc.bits);
 }
 
 void SimulatorSettingsTest::configGivesTheDefaults()

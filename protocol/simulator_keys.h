@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "protocol/setting_key.h"
+
+#include <array>
+
+namespace calvorn {
+
+// The simulated boards. The server reads these keys, the program brings the section into a new file.
+inline constexpr const char *kSimulatorSection = "Simulator";
+
+inline constexpr SettingKey kSimulatedDevice{kSimulatorSection, "Device", "bandpass"};
+inline constexpr SettingKey kSimulatorPace{kSimulatorSection, "Pace", "real"};
+inline constexpr SettingKey kSimulatorSeed{kSimulatorSection, "Seed", "1"};
+inline constexpr SettingKey kSimulatorFault{kSimulatorSection, "Fault", "none"};
+// Without a text of their own these three follow [Config].
+inline constexpr SettingKey kSimulatedChip{kSimulatorSection, "Chip", ""};
+inline constexpr SettingKey kSimulatedClock{kSimulatorSection, "Clock", ""}; // Hz
+inline constexpr SettingKey kSimulatedAdc{kSimulatorSection, "ADC", ""};
+
+inline constexpr std::array kSimulatorKeys{kSimulatedDevice, kSimulatorPace,  kSimulatorSeed, kSimulatorFault,
+                                           kSimulatedChip,   kSimulatedClock, kSimulatedAdc};
+
+} // namespace calvorn

@@ -1,0 +1,348 @@
+// SPDX-License-Identifier: MIT
+// The keys that the programs know, the page that explains them, and the file that comes with the program agree.
+#include "core/settings_table.h"
+#include "protocol/aux_settings.h"
+#include "protocol/lpt_wiring_parser.h"
+#include "protocol/port_error.h"
+#include "protocol/simulator_keys.h"
+
+#include <QDir>
+#include <QFile>
+#include <QRegularExpression>
+#include <QTest>
+
+#include <algorithm>
+
+using namespace calvorn;
+
+namespace {
+
+QString read(const QString &path)
+{
+    QFile file(QStringLiteral(CALVORN_SOURCE_DIR "/") + path);
+    if (!file.open(QIODevice::ReadOnly))
+        qFatal("cannot read %s", qPrintable(path));
+    return QString::fromUtf8(file.readAll());
+}
+
+struct PageRow
+{
+    QString key;
+    QString kind;
+    QString fallback;
+    QStringList written;
+};
+
+// docs/settings.md: the rows of a section, in their order.
+QVector<PageRow> rowsOfPage(const QString &section)
+{
+    QVector<PageRow> rows;
+    bool isHere = false;
+    for (const QString &line : read(QStringLiteral("docs/settings.md")).split(u'\n')) {
+        if (line.startsWith(u"## "))
+            isHere = line == QStringLiteral("## [%1]").arg(section);
+        if (!isHere || !line.startsWith(u"| ") || line.startsWith(u"| key |"))
+            continue;
+        const QStringList cells = line.split(u'|');
+        const auto cell = [&cells](qsizetype index) { return cells.value(index).trimmed(); };
+        rows.append({cell(1), cell(2), cell(3), cell(4).split(QStringLiteral(", "), Qt::SkipEmptyParts)});
+    }
+    return rows;
+}
+
+QStringList sectionsOfPage()
+{
+    static const QRegularExpression name(QStringLiteral(R"(\[([^\]]+)\])"));
+    QStringList sections;
+    for (const QString &line : read(QStringLiteral("docs/settings.md")).split(u'\n'))
+        if (line.startsWith(u"## "))
+            for (auto match = name.globalMatch(line); match.hasNext();)
+                sections.append(match.next().captured(1));
+    return sections;
+}
+
+QString nameOf(SettingKind kind)
+{
+    switch (kind) {
+    case SettingKind::Text:
+        return QStringLiteral("text");
+    case SettingKind::Int16:
+    case SettingKind::Int32:
+    case SettingKind::Decibels:
+    case SettingKind::MarkerFrequency:
+        return QStringLiteral("whole number");
+    case SettingKind::Real:
+    case SettingKind::MarkerLevel:
+        return QStringLiteral("number");
+    case SettingKind::Boolean:
+        return QStringLiteral("yes or no");
+    case SettingKind::Address:
+        return QStringLiteral("address");
+    }
+    return {};
+}
+
+QStringList tableSections()
+{
+    QStringList sections;
+    for (const SettingRow &row : settingsTable())
+        sections.append(QString::fromLatin1(row.key.section));
+    sections.removeDuplicates();
+    return sections;
+}
+
+// "key=default" of the keys of a section, in the order of the table.
+QStringList keysOfTable(const QString &section)
+{
+    QStringList keys;
+    for (const SettingRow &row : settingsTable())
+        if (section == QLatin1String(row.key.section))
+            keys.append(QString::fromLatin1(row.key.name) + u'=' + QString::fromLatin1(row.key.fallback));
+    return keys;
+}
+
+QStringList keysOf(const QVector<SettingKey> &settings)
+{
+    QStringList keys;
+    for (const SettingKey &key : settings)
+        keys.append(QString::fromLatin1(key.name) + u'=' + QString::fromLatin1(key.fallback));
+    return keys;
+}
+
+QVector<SettingKey> outputKeys(std::size_t index)
+{
+    const AuxKeys &keys = kAuxKeys[index];
+    QVector<SettingKey> all{keys.title, keys.enabled, keys.inverse};
+    for (const SettingKey &step : keys.steps)
+        all.append(step);
+    if (index == 1)
+        all += {kPotMax, kPotMin, kI2cControl, kI2cCommand};
+    return all;
+}
+
+QStringList keysOfPage(const QString &section)
+{
+    QStringList keys;
+    for (const PageRow &row : rowsOfPage(section))
+        keys.append(row.key + u'=' + row.fallback);
+    return keys;
+}
+
+QVector<ProfileEntry> preparedEntries(const QString &section)
+{
+    return readProfileSection(QStringLiteral(CALVORN_SOURCE_DIR "/packaging/Calvorn.ini"), section);
+}
+
+QStringList namesOf(const QVector<ProfileEntry> &entries)
+{
+    QStringList names;
+    for (const ProfileEntry &entry : entries)
+        names.append(entry.key);
+    return names;
+}
+
+QStringList withoutDefaults(QStringList keys)
+{
+    return keys.replaceInStrings(QRegularExpression(QStringLiteral("=.*")), QString());
+}
+
+} // namespace
+
+class TestSettingsTable : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void thePageHasEverySection();
+    void thePageHasEveryKeyAndDefault();
+    void thePageSaysWhatAValueIsAndWhoWritesIt();
+    void thePageHasTheOutputs();
+    void thePageHasTheSimulatedBoards();
+    void thePageHasTheWiring();
+    void thePreparedFileHasEveryKeyInItsPlace();
+    void thePreparedInterfacesHaveTheKeysOfTheHardware();
+    void thePreparedOutputsAndBoardsAreKnown();
+    void theDictionaryOfTheFuzzerIsKnown();
+    void everySectionThatIsMentionedExists_data();
+    void everySectionThatIsMentionedExists();
+};
+
+void TestSettingsTable::thePageHasEverySection()
+{
+    QStringList sections = tableSections();
+    sections += QStringList{"Aux1",      "Aux2",       "Interface1", "Interface2", "Interface3",
+                            "Simulator", "LPT Wiring", "Ports",      "Attenuator"};
+    QStringList documented = sectionsOfPage();
+    std::sort(sections.begin(), sections.end());
+    std::sort(documented.begin(), documented.end());
+    QCOMPARE(documented, sections);
+}
+
+void TestSettingsTable::thePageHasEveryKeyAndDefault()
+{
+    QCOMPARE(tableSections(), (QStringList{"Config", "Debug", "Parallel Port", "Serial Port", "Calvorn"}));
+    qsizetype keys = 0;
+    for (const QString &section : tableSections()) {
+        QCOMPARE(keysOfPage(section), keysOfTable(section));
+        keys += keysOfPage(section).size();
+    }
+    QCOMPARE(keys, 32);
+}
+
+void TestSettingsTable::thePageSaysWhatAValueIsAndWhoWritesIt()
+{
+    for (const SettingRow &row : settingsTable()) {
+        const QString key = QString::fromLatin1(row.key.name);
+        const QVector<PageRow> rows = rowsOfPage(QString::fromLatin1(row.key.section));
+        const auto found =
+            std::find_if(rows.begin(), rows.end(), [&](const PageRow &other) { return other.key == key; });
+        QVERIFY2(found != rows.end(), row.key.name);
+        QCOMPARE(key + u' ' + found->kind, key + u' ' + nameOf(row.kind));
+        QStringList writers;
+        if (row.places.shutdown > 0)
+            writers.append(QStringLiteral("close"));
+        if (row.places.apply > 0)
+            writers.append(QStringLiteral("Apply"));
+        if (key == u"Cursor mode")
+            writers.append(QStringLiteral("Preferences"));
+        QCOMPARE(key + u' ' + found->written.join(u' '), key + u' ' + writers.join(u' '));
+    }
+}
+
+void TestSettingsTable::thePageHasTheOutputs()
+{
+    QCOMPARE(keysOfPage(QStringLiteral("Aux1")), keysOf(outputKeys(0)));
+    QCOMPARE(keysOfPage(QStringLiteral("Aux2")), keysOf(outputKeys(1)));
+    for (const SettingKey &key : outputKeys(0))
+        QCOMPARE(QString::fromLatin1(key.section), QStringLiteral("Aux1"));
+    for (const SettingKey &key : outputKeys(1))
+        QCOMPARE(QString::fromLatin1(key.section), QStringLiteral("Aux2"));
+}
+
+void TestSettingsTable::thePageHasTheSimulatedBoards()
+{
+    QCOMPARE(keysOfPage(QStringLiteral("Simulator")), keysOf({kSimulatorKeys.begin(), kSimulatorKeys.end()}));
+    for (const SettingKey &key : kSimulatorKeys)
+        QCOMPARE(QString::fromLatin1(key.section), QStringLiteral("Simulator"));
+}
+
+// Each key of the page is one that the reader takes, and with its default it changes nothing.
+void TestSettingsTable::thePageHasTheWiring()
+{
+    const QVector<PageRow> rows = rowsOfPage(QStringLiteral("LPT Wiring"));
+    QCOMPARE(rows.size(), static_cast<qsizetype>(kLptLineCount) + 1);
+    QVector<ProfileEntry> entries;
+    for (const PageRow &row : rows)
+        entries.append({QStringLiteral("LPT Wiring"), row.key, row.fallback});
+    QStringList keys = namesOf(entries);
+    QCOMPARE(keys.removeDuplicates(), 0);
+    const BoardWiring wiring = parseBoardWiring(entries);
+    QVERIFY(wiring.loading == DdsLoading::Serial);
+    for (std::size_t i = 0; i < kLptLineCount; ++i) {
+        const LineWiring &line = wiring.lines[i];
+        const LineWiring &standard = kStandardLptWiring[i];
+        QVERIFY2(line.portRegister == standard.portRegister && line.mask == standard.mask &&
+                     line.inverted == standard.inverted,
+                 qPrintable(rows[static_cast<qsizetype>(i) + 1].key));
+    }
+    // Each row is for the line that it names.
+    for (const PageRow &row : rows)
+        QVERIFY_THROWS_EXCEPTION(PortError,
+                                 parseBoardWiring({{QStringLiteral("LPT Wiring"), row.key, QStringLiteral("D9")}}));
+}
+
+// So that a start has nothing to add.
+void TestSettingsTable::thePreparedFileHasEveryKeyInItsPlace()
+{
+    for (const QString &section : tableSections())
+        QCOMPARE(namesOf(preparedEntries(section)), withoutDefaults(keysOfTable(section)));
+}
+
+void TestSettingsTable::thePreparedInterfacesHaveTheKeysOfTheHardware()
+{
+    QStringList hardware = withoutDefaults(keysOfTable(QStringLiteral("Config")));
+    QCOMPARE(hardware.takeFirst(), QStringLiteral("Interface"));
+    for (int interfaceType = 1; interfaceType <= 3; ++interfaceType)
+        QCOMPARE(namesOf(preparedEntries(QStringLiteral("Interface%1").arg(interfaceType))), hardware);
+    // The set-up reads each of them.
+    QStringList setUp;
+    for (const SettingRow *row : settingsInOrder(&SettingPlaces::hardware))
+        setUp.append(QString::fromLatin1(row->key.name));
+    QCOMPARE(setUp, (QStringList{"DDS Device", "DDS Multiplier", "DDS Xtal freq", "DDS Max freq", "DDS Min freq",
+                                 "DDS Offset", "ADC Device", "ADC Step", "ADC Channel", "ADC Offset"}));
+    std::sort(setUp.begin(), setUp.end());
+    std::sort(hardware.begin(), hardware.end());
+    QCOMPARE(setUp, hardware);
+}
+
+void TestSettingsTable::thePreparedOutputsAndBoardsAreKnown()
+{
+    for (const char *section : {"Aux1", "Aux2", "Simulator"}) {
+        const QStringList known = withoutDefaults(keysOfPage(QString::fromLatin1(section)));
+        const QStringList prepared = namesOf(preparedEntries(QString::fromLatin1(section)));
+        QVERIFY(!prepared.isEmpty());
+        for (const QString &key : prepared)
+            QVERIFY2(known.contains(key), qPrintable(key));
+    }
+    // Nor does it hold a section that nobody knows.
+    static const QRegularExpression header(QStringLiteral(R"(^\[(.+)\]$)"), QRegularExpression::MultilineOption);
+    int sections = 0;
+    for (auto match = header.globalMatch(read(QStringLiteral("packaging/Calvorn.ini")).remove(u'\r')); match.hasNext();
+         ++sections) {
+        const QString section = match.next().captured(1);
+        QVERIFY2(sectionsOfPage().contains(section), qPrintable(section));
+    }
+    QCOMPARE(sections, 11);
+}
+
+void TestSettingsTable::theDictionaryOfTheFuzzerIsKnown()
+{
+    QStringList known;
+    for (const QString &section : sectionsOfPage())
+        known += withoutDefaults(keysOfPage(section));
+    static const QRegularExpression word(QStringLiteral(R"(\x22(?:\[([^\]]+)\]|([^\x22=]+)=)\x22)"));
+    int words = 0;
+    for (auto match = word.globalMatch(read(QStringLiteral("fuzz/settings_file_fuzz.dict"))); match.hasNext();
+         ++words) {
+        const QRegularExpressionMatch found = match.next();
+        if (!found.captured(1).isEmpty())
+            QVERIFY2(sectionsOfPage().contains(found.captured(1)), qPrintable(found.captured(1)));
+        else
+            QVERIFY2(known.contains(found.captured(2)), qPrintable(found.captured(2)));
+    }
+    QVERIFY(words > 30);
+}
+
+void TestSettingsTable::everySectionThatIsMentionedExists_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::newRow("README.md") << QStringLiteral("README.md");
+    const QDir root(QStringLiteral(CALVORN_SOURCE_DIR));
+    for (const char *folder : {"help", "docs/hardware"})
+        for (const QString &name : QDir(root.filePath(QString::fromLatin1(folder)))
+                                       .entryList({QStringLiteral("*.html"), QStringLiteral("*.md")}, QDir::Files)) {
+            const QString path = QString::fromLatin1(folder) + u'/' + name;
+            QTest::newRow(qPrintable(path)) << path;
+        }
+}
+
+// "[Section] Key" of a table, "[Section] "Key"" of a sentence, or a section alone.
+void TestSettingsTable::everySectionThatIsMentionedExists()
+{
+    QFETCH(QString, path);
+    // A link in Markdown has brackets, too.
+    static const QRegularExpression mention(QStringLiteral(
+        R"(\[([A-Z][A-Za-z0-9]+(?: [A-Z][a-z]+)?)\](?!\()(?: \x22([^\x22]+)\x22| ([A-Z][A-Za-z]+)</td>)?)"));
+    const QString text = read(path);
+    for (auto match = mention.globalMatch(text); match.hasNext();) {
+        const QRegularExpressionMatch found = match.next();
+        const QString section = found.captured(1);
+        QVERIFY2(sectionsOfPage().contains(section), qPrintable(section));
+        const QString key = found.captured(2) + found.captured(3);
+        if (!key.isEmpty())
+            QVERIFY2(withoutDefaults(keysOfPage(section)).contains(key), qPrintable(section + u' ' + key));
+    }
+}
+
+QTEST_APPLESS_MAIN(TestSettingsTable)
+#include "test_settings_table.moc"
