@@ -78,15 +78,23 @@ constexpr bool fits(SettingKind kind)
         return kind == Kind::Real;
 }
 
+struct FieldFits
+{
+    SettingKind kind;
+    bool isInSetUp;
+
+    template <typename Value, typename Record>
+    constexpr bool operator()(Value Record::*) const
+    {
+        return fits<Value>(kind) && (!isInSetUp || std::is_same_v<Record, HardwareSettings>);
+    }
+};
+
 // Only fields of the hardware are among the working copies of the set-up.
 constexpr bool isConsistent(const SettingRow &row)
 {
     const bool isInSetUp = row.places.port + row.places.hardware + row.places.apply > 0;
-    return std::visit(
-        [&]<typename Value, typename Record>(Value Record::*) {
-            return fits<Value>(row.kind) && (!isInSetUp || std::is_same_v<Record, HardwareSettings>);
-        },
-        row.field);
+    return std::visit(FieldFits{row.kind, isInSetUp}, row.field);
 }
 
 // From 1 on, without a gap and without a place that is given twice.
