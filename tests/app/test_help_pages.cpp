@@ -1,16 +1,13 @@
 // SPDX-License-Identifier: MIT
-// The pages of the manual: every link leads somewhere, every page can be found, and every message is explained.
+// The pages of the manual: every link leads somewhere, and every page can be found.
 #include <QDir>
-#include <QDirIterator>
 #include <QFile>
-#include <QRegularExpression>
 #include <QSet>
 #include <QTest>
 #include <QXmlStreamReader>
 
 namespace {
 
-const QRegularExpression kOpening(QStringLiteral("[({]"));
 constexpr qint64 kLargestPicture = 60'000; // bytes
 
 QString read(const QString &path)
@@ -75,62 +72,6 @@ QStringList helpFiles(const QString &pattern)
     return QDir(QStringLiteral(CALVORN_SOURCE_DIR "/help")).entryList({pattern});
 }
 
-// From the bracket at `open` to the one that closes it.
-QString bracketed(const QString &source, qsizetype open)
-{
-    int depth = 0;
-    for (qsizetype i = open; i < source.size(); ++i) {
-        const QChar c = source[i];
-        if (c == u'(' || c == u'{')
-            ++depth;
-        else if (c == u')' || c == u'}')
-            --depth;
-        if (depth == 0)
-            return source.mid(open, i - open + 1);
-    }
-    return {};
-}
-
-// Adjacent literals joined, escapes resolved, and cut where something is filled in or a new line begins.
-QStringList sentencesIn(const QString &code)
-{
-    static const QRegularExpression literals(QStringLiteral(R"re("(?:[^"\\]|\\.)*"(?:\s*"(?:[^"\\]|\\.)*")*)re"));
-    static const QRegularExpression seam(QStringLiteral(R"re((?<!\\)"\s*")re"));
-    static const QRegularExpression filledIn(QStringLiteral(R"(%[\ds]|\\r|\\n)"));
-    QStringList sentences;
-    for (auto match = literals.globalMatch(code); match.hasNext();) {
-        const QString literal = match.next().captured().remove(seam);
-        for (const QString &part : literal.mid(1, literal.size() - 2).split(filledIn)) {
-            const QString sentence = QString(part).replace(QStringLiteral("\\\""), QStringLiteral("\"")).simplified();
-            if (sentence.contains(u' ') && sentence.size() >= 8)
-                sentences.append(sentence);
-        }
-    }
-    return sentences;
-}
-
-// What the sources show in boxes or report as faults.
-QStringList messagesIn(const QString &path)
-{
-    // A quotation mark as a character, and what comments quote, would be taken for a literal.
-    static const QRegularExpression noise(QStringLiteral(R"('\x22'|/{2}[^\n]*)"));
-    const QString source = read(path).remove(noise);
-    // Here every sentence is told in a box or a line of the log, or is the reason of a failure.
-    static const QRegularExpression everySentence(QStringLiteral(
-        R"(^(server/(links|synthesiser)/.*|platform/lpt_wiring_parser\.cpp)"
-        R"(|acquisition/(acquisition_driver|lpt_driver|pic_driver|server_process|frequency_plan)\.cpp)$)"));
-    if (everySentence.match(path).hasMatch())
-        return sentencesIn(source);
-    static const QRegularExpression calls(QStringLiteral(
-        R"((?:\bwarn|\bbeepAndWarn|\bsendOrWarn|\bshow|\bRuntimeError|\breport|\bremark|\baErrore)"
-        R"(|\bPortError|\bruntime_error|\brefuse|\bappend|\bwriteLog|\btellWhetherOpen|\baddFault|\bChipTexts::tr)\()"
-        R"(|\btexts\{|translate\("RuntimeError")"));
-    QStringList found;
-    for (auto match = calls.globalMatch(source); match.hasNext();)
-        found += sentencesIn(bracketed(source, source.indexOf(kOpening, match.next().capturedStart())));
-    return found;
-}
-
 } // namespace
 
 class TestHelpPages : public QObject
@@ -143,8 +84,6 @@ private slots:
     void everyPageIsInTheContents();
     void theProjectPointsToWhatIsThere();
     void everyPictureIsUsedAndSmall();
-    void everyMessageIsExplained_data();
-    void everyMessageIsExplained();
     void everyKeyIsListed();
 };
 
@@ -210,34 +149,6 @@ void TestHelpPages::everyPictureIsUsedAndSmall()
         const QFile file(QStringLiteral(CALVORN_SOURCE_DIR "/help/") + picture);
         QVERIFY2(file.size() > 0 && file.size() < kLargestPicture, qPrintable(picture));
     }
-}
-
-void TestHelpPages::everyMessageIsExplained_data()
-{
-    QTest::addColumn<QString>("sentence");
-    const QDir root(QStringLiteral(CALVORN_SOURCE_DIR));
-    QSet<QString> seen;
-    for (const char *folder : {"acquisition", "app", "core", "data", "display", "platform", "setup", "server"}) {
-        QDirIterator files(root.filePath(QString::fromLatin1(folder)), {QStringLiteral("*.cpp")}, QDir::Files,
-                           QDirIterator::Subdirectories);
-        while (files.hasNext()) {
-            const QString path = root.relativeFilePath(files.next());
-            for (const QString &sentence : messagesIn(path)) {
-                if (seen.contains(sentence))
-                    continue;
-                seen.insert(sentence);
-                QTest::newRow(qPrintable(path + QStringLiteral(": ") + sentence)) << sentence;
-            }
-        }
-    }
-    QVERIFY(seen.size() > 80);
-}
-
-void TestHelpPages::everyMessageIsExplained()
-{
-    QFETCH(QString, sentence);
-    static const QString page = parse(QStringLiteral("messages.html")).text;
-    QVERIFY2(page.contains(sentence), qPrintable(sentence));
 }
 
 void TestHelpPages::everyKeyIsListed()

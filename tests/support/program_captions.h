@@ -1,0 +1,178 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <array>
+
+namespace calvorn::test {
+
+// A text as it is marked for translation.
+struct Text
+{
+    const char *context;
+    const char *source;
+};
+
+// Contexts with captions and tool tips. A text of theirs that ends in a full stop is a message, unless it is listed
+// below.
+inline constexpr std::array kCaptionContexts{
+    "PinUses",
+    "calvorn::AdcPage",
+    "calvorn::AmplitudeAxis",
+    "calvorn::AuxOutput",
+    "calvorn::AuxPage",
+    "calvorn::CalibrationDialog",
+    "calvorn::DdsPage",
+    "calvorn::DigitBars",
+    "calvorn::FrequencyReadouts",
+    "calvorn::FrmAbout",
+    "calvorn::FrmCalibraADC",
+    "calvorn::FrmCalibraDDS",
+    "calvorn::FrmPreferences",
+    "calvorn::HelpBrowser",
+    "calvorn::HelpDesk",
+    "calvorn::HelpResults",
+    "calvorn::HelpWindow",
+    "calvorn::InterfacePage",
+    "calvorn::LptPinDrawing",
+    "calvorn::LptPinWindow",
+    "calvorn::MarkerPanel",
+    "calvorn::PortPage",
+    "calvorn::ReadOut",
+    "calvorn::ScaleControl",
+    "calvorn::SetUpMenu",
+    "calvorn::SweepGraph",
+    "calvorn::SweepTableView",
+    "calvorn::TestPanel",
+    "calvorn::ViewSwitch",
+};
+
+// Texts that are seen in the windows, and are shown in no box, in no log and on no terminal as a message.
+inline constexpr std::array kCaptions{
+    // Sentences that explain a control where it stands.
+    Text{"calvorn::AdcPage",
+         "The step is the reference voltage of the converter divided by its counts: 2.5 V are 2.441 mV "
+         "per count with 10 bits, and 9.766 mV with 8 bits."},
+    Text{"calvorn::AdcPage",
+         "MiniVNA: 1 angle, 2 return loss, 3 device under test. The other interfaces do not use it."},
+    Text{"calvorn::AuxOutput", "This output is not enabled in the configuration."},
+    Text{"calvorn::FrmAbout", "Without any warranty. Check your wiring before you switch on."},
+    Text{"calvorn::FrmAbout", "Free to use, change and pass on under the terms of the MIT licence."},
+    Text{"calvorn::FrmAbout", "Calvorn %1, made by the Calvorn authors for radio amateurs."},
+    Text{"calvorn::FrmCalibraADC", "1. Select 'View/Table' and 'Scale/Linear'."},
+    Text{"calvorn::FrmCalibraADC", "2. Connect the input of the detector to a known voltage."},
+    Text{"calvorn::FrmCalibraADC", "3. Adjust the offset until the right voltage is presented."},
+    Text{"calvorn::FrmCalibraDDS", "1. Select any start frequency."},
+    Text{"calvorn::FrmCalibraDDS", "2. Connect the output of the generator to a frequency meter."},
+    Text{"calvorn::FrmCalibraDDS", "3. Adjust the offset until the meter shows the right start frequency."},
+    Text{"calvorn::FrmPreferences", "This box has no effect: the scales keep their full range."},
+    Text{"calvorn::HelpResults", "No page has these words."},
+    Text{"calvorn::InterfacePage", "Choosing it loads its prepared configuration."},
+    Text{"calvorn::InterfacePage",
+         "Without hardware: choose any interface, then a simulated board on the page \"Ports\": "
+         "LPT0 for the parallel port, COM100 for the two others."},
+    Text{"calvorn::LptPinWindow",
+         "The plug of the board's cable, seen from its pins. Green: to the board; blue: from the "
+         "board; \"!\": inverted by the board. The section [LPT Wiring] of the settings file "
+         "changes it."},
+    Text{"calvorn::PortPage",
+         "No device belongs to this number. The section [Ports] of the settings file can name one."},
+    Text{"calvorn::SweepGraph", "Click left: M1, right: M2, with Shift: M3 and M4. Markers can be dragged.\nKeyboard: "
+                                "arrow keys move, keys 1 to 4 put a marker."},
+    // Beside messages of the same context.
+    Text{"calvorn::FrmSetUp", "Configuration"},
+    Text{"calvorn::FrmSetUp", "&Interface"},
+    Text{"calvorn::FrmSetUp", "Which hardware is connected"},
+    Text{"calvorn::FrmSetUp", "Syn&thesiser"},
+    Text{"calvorn::FrmSetUp", "The generator chip, its clock and its limits"},
+    Text{"calvorn::FrmSetUp", "&Detector"},
+    Text{"calvorn::FrmSetUp", "The converter of the detector"},
+    Text{"calvorn::FrmSetUp", "Auxi&liary"},
+    Text{"calvorn::FrmSetUp", "The auxiliary outputs of the parallel-port board"},
+    Text{"calvorn::FrmSetUp", "&Ports"},
+    Text{"calvorn::FrmSetUp", "Which serial and which parallel port is used"},
+    Text{"calvorn::FrmSetUp", "&Apply"},
+    Text{"calvorn::FrmSetUp", "Write the configuration and end the program; it counts from the next start"},
+    Text{"calvorn::FrmSetUp", "&EXIT"},
+    Text{"calvorn::FrmSetUp", "Close without any change"},
+    Text{"calvorn::FrmSweep", "EXIT"},
+    Text{"calvorn::FrmSweep", "Save the settings and end the program"},
+    Text{"calvorn::FrmSweep", "&File"},
+    Text{"calvorn::FrmSweep", "E&xit"},
+    Text{"calvorn::FrmSweep", "&View"},
+    Text{"calvorn::FrmSweep", "S&cale"},
+    Text{"calvorn::FrmSweep", "&SetUp"},
+    Text{"calvorn::FrmSweep", "&Preferences"},
+    Text{"calvorn::FrmSweep", "&Help"},
+    Text{"calvorn::FrmSweep", "&About"},
+    Text{"calvorn::LogList", "&Copy"},
+    Text{"calvorn::LogList", "Select &all"},
+    Text{"calvorn::LogList", "&Save…"},
+    Text{"calvorn::LogList", "Text files (*.txt);;All files (*)"},
+    Text{"calvorn::LogList", "log"},
+    Text{"calvorn::RangeEntry", "Start Frequency - Hz"},
+    Text{"calvorn::RangeEntry", "Enter the start frequency in Hz"},
+    Text{"calvorn::RangeEntry", "Stop Frequency - Hz"},
+    Text{"calvorn::RangeEntry", "Enter the stop frequency in Hz"},
+    Text{"calvorn::RangeEntry", "Distance between two samples in Hz"},
+    Text{"calvorn::RangeEntry", "Step in Hz"},
+    Text{"calvorn::RangeEntry", "Step - Hz"},
+    Text{"calvorn::RangeEntry", "Number of samples in the range"},
+    Text{"calvorn::RangeEntry", "N.Campioni "},
+    Text{"calvorn::SweepControls", "Sweep speed"},
+    Text{"calvorn::SweepControls", "Standard"},
+    Text{"calvorn::SweepControls", "Slow"},
+    Text{"calvorn::SweepControls", "Very slow"},
+    Text{"calvorn::SweepControls", "Fastest sweep"},
+    Text{"calvorn::SweepControls", "More settling time at each frequency"},
+    Text{"calvorn::SweepControls", "Longest settling time, for very sharp filters"},
+    Text{"calvorn::SweepControls", "Time of one sweep in milliseconds"},
+    Text{"calvorn::SweepControls", "Sweeps per second"},
+    Text{"calvorn::SweepControls", "Sweep time - ms"},
+    Text{"calvorn::SweepControls", "Sweep ON"},
+    Text{"calvorn::SweepControls", "Start sweeping (F5)"},
+    Text{"calvorn::SweepControls", "Sweep OFF"},
+    Text{"calvorn::SweepControls", "Stop the sweep (F5)"},
+    Text{"calvorn::SweepFiles", "&Export (.csv)"},
+    Text{"calvorn::SweepFiles", "&Import"},
+    Text{"calvorn::SweepFiles", "Write the sweep into a file"},
+    Text{"calvorn::SweepFiles", "Show a sweep from a file"},
+    Text{"calvorn::SweepFiles", "Sweep files (*.csv)"},
+    Text{"calvorn::SweepPictures", "Save pict&ure…"},
+    Text{"calvorn::SweepPictures", "Write the graph with its read-outs as PNG or SVG"},
+    Text{"calvorn::SweepPictures", "&Copy picture"},
+    Text{"calvorn::SweepPictures", "Put the graph with its read-outs on the clipboard"},
+    Text{"calvorn::SweepPictures", "&Print…"},
+    Text{"calvorn::SweepPictures", "Print the graph with its read-outs, or make a PDF file of it"},
+    Text{"calvorn::SweepPictures", "PNG picture (*.png);;SVG drawing (*.svg)"},
+    Text{"calvorn::SweepPictures", "sweep"},
+    Text{"calvorn::SweepTable", "Frequency"},
+    Text{"calvorn::SweepTable", "Volt"},
+    Text{"calvorn::SweepTable", "dB"},
+    Text{"calvorn::SweepTable", "Sample"},
+    Text{"calvorn::VnaDriver", "Angle"},
+    Text{"calvorn::VnaDriver", "RetLoss"},
+    Text{"calvorn::VnaDriver", "DUT"},
+    // In a picture.
+    Text{"SweepPicture", "V"},
+    Text{"SweepPicture", "dB"},
+    Text{"SweepPicture", "Linear scale, 0 to %1 V"},
+    Text{"SweepPicture", "10 V"},
+    Text{"SweepPicture", "1 V"},
+    Text{"SweepPicture", "Logarithmic scale, %1 to %2 dB, 0 dB is %3"},
+    Text{"SweepPicture", "%1 Hz"},
+    Text{"SweepPicture", "M1"},
+    Text{"SweepPicture", "M2"},
+    Text{"SweepPicture", "M2 - M1"},
+    Text{"SweepPicture", "M3"},
+    Text{"SweepPicture", "M4"},
+    Text{"SweepPicture", "M4 - M3"},
+    // The answer to --help.
+    Text{"main", "Measures filters, antennas and other devices over a range of frequencies."},
+    // calvorn-sweep alone refuses a settings file that it can read.
+    Text{"Profile", "it is not there"},
+    Text{"Profile", "it is no text in UTF-8"},
+    Text{"Profile", "its lines end in a way that is not supported (CR alone)"},
+    Text{"Profile", "it holds no settings"},
+};
+
+} // namespace calvorn::test
