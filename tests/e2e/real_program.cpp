@@ -5,6 +5,7 @@
 #include "tests/support/start_as_a_shell.h"
 
 #include <QClipboard>
+#include <QDeadlineTimer>
 #include <QFile>
 #include <QGuiApplication>
 #include <QPixmap>
@@ -17,10 +18,26 @@ namespace calvorn::test {
 namespace {
 
 constexpr int kStartMs = 20'000; // on a loaded machine
+constexpr int kActiveMs = 3'000;
+constexpr int kActivations = 4;
+// Between two looks at a picture: longer than a button stays down that was pressed by its letter, and than a sweep of
+// the simulated board takes.
+constexpr int kLookMs = 200;
+constexpr int kStillMs = 10'000;
 
 bool isCurve(QRgb colour)
 {
     return qRed(colour) > 200 && qGreen(colour) > 200 && qBlue(colour) < 60;
+}
+
+// A window that was shown and not yet painted has one colour.
+bool isPainted(const QImage &picture)
+{
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x)
+            if (picture.pixel(x, y) != picture.pixel(0, 0))
+                return true;
+    return false;
 }
 
 } // namespace
@@ -102,9 +119,13 @@ bool RealProgram::start(const QStringList &environment, const QString &titlePatt
     m_window = waitForWindow(titlePattern, kStartMs);
     if (m_window.isEmpty())
         return false;
-    activate(m_window);
-    QTest::qWait(300);
-    return true;
+    // It is painted in the first turn of the event loop, which takes the keys as well. On another display than that of
+    // the test it cannot be looked at.
+    const auto isUp = [this] {
+        const QImage picture = screenshot();
+        return picture.isNull() || isPainted(picture);
+    };
+    return activate(m_window) && QTest::qWaitFor(isUp, kStartMs);
 }
 
 bool RealProgram::waitForEnd(int milliseconds)
@@ -135,12 +156,19 @@ void RealProgram::mouseAt(QPoint place, const QStringList &actions) const
         QStringList{QStringLiteral("mousemove"), QString::number(place.x()), QString::number(place.y())} + actions);
 }
 
-QString RealProgram::copied(const QStringList &keysyms) const
+bool RealProgram::keysChange(const QStringList &keysyms, const QString &window) const
+{
+    const QImage before = screenshot(window);
+    keys(keysyms);
+    return QTest::qWaitFor([&] { return screenshot(window) != before; }) && becomesStill(window);
+}
+
+QString RealProgram::copied(const QStringList &keysyms, int milliseconds) const
 {
     QClipboard *clipboard = QGuiApplication::clipboard();
     QSignalSpy changed(clipboard, &QClipboard::dataChanged);
     keys(keysyms);
-    return changed.count() > 0 || changed.wait(10000) ? clipboard->text() : QStringLiteral("nothing was copied");
+    return changed.count() > 0 || changed.wait(milliseconds) ? clipboard->text() : QStringLiteral("nothing was copied");
 }
 
 QPoint RealProgram::cornerOf(const QString &window) const
@@ -153,9 +181,22 @@ QPoint RealProgram::cornerOf(const QString &window) const
     return {number(0), number(1)};
 }
 
-void RealProgram::activate(const QString &window)
+QString RealProgram::activeWindow()
 {
-    run(QStringLiteral("xdotool"), {QStringLiteral("windowactivate"), QStringLiteral("--sync"), window});
+    return run(QStringLiteral("xdotool"), {QStringLiteral("getactivewindow")});
+}
+
+bool RealProgram::activate(const QString &window)
+{
+    // A window manager that is just giving the focus to a window that has opened or closed passes over the request.
+    for (int attempt = 0; attempt < kActivations; ++attempt) {
+        if (activeWindow() == window)
+            return true;
+        run(QStringLiteral("xdotool"), {QStringLiteral("windowactivate"), window});
+        if (QTest::qWaitFor([&] { return activeWindow() == window; }, kActiveMs))
+            return true;
+    }
+    return false;
 }
 
 QString RealProgram::waitForBox() const
@@ -187,9 +228,61 @@ QString RealProgram::waitForWindow(const QString &titlePattern, int milliseconds
     return found.section(u'\n', -1);
 }
 
-QImage RealProgram::screenshot() const
+bool RealProgram::waitUntilGone(const QString &titlePattern) const
 {
-    return QGuiApplication::primaryScreen()->grabWindow(m_window.toULongLong()).toImage();
+    return QTest::qWaitFor([&] { return waitForWindow(titlePattern, 0).isEmpty(); });
+}
+
+QString RealProgram::windowsShown() const
+{
+    QStringList titles;
+    const QString windows = run(QStringLiteral("xdotool"), {QStringLiteral("search"), QStringLiteral("--onlyvisible"),
+                                                            QStringLiteral("--name"), QStringLiteral(".")});
+    for (const QString &window : windows.split(u'\n', Qt::SkipEmptyParts))
+        titles.append(u'"' + run(QStringLiteral("xdotool"), {QStringLiteral("getwindowname"), window}) + u'"');
+    return QStringLiteral("windows ") + titles.join(QStringLiteral(", "));
+}
+
+QImage RealProgram::screenshot(const QString &window) const
+{
+    const QString shown = window.isEmpty() ? m_window : window;
+    return QGuiApplication::primaryScreen()->grabWindow(shown.toULongLong()).toImage();
+}
+
+bool RealProgram::becomesStill(const QString &window) const
+{
+    QImage before;
+    QImage now = screenshot(window);
+    QDeadlineTimer deadline(kStillMs);
+    do {
+        before = now;
+        // Ends early where something changes.
+        (void)QTest::qWaitFor(
+            [&] {
+                now = screenshot(window);
+                return now != before;
+            },
+            kLookMs);
+    } while (now != before && !deadline.hasExpired());
+    return now == before;
+}
+
+bool RealProgram::changes(int times) const
+{
+    QImage before = screenshot();
+    for (int time = 0; time < times; ++time) {
+        QImage now;
+        const bool isOther = QTest::qWaitFor(
+            [&] {
+                now = screenshot();
+                return now != before;
+            },
+            kStillMs);
+        if (!isOther)
+            return false;
+        before = now;
+    }
+    return true;
 }
 
 int RealProgram::serversRunning() const

@@ -49,23 +49,37 @@ public:
     void typeText(const QString &text) const;
     // Takes the mouse to a place on the screen and acts there, in the words of xdotool: {"click", "1"}.
     void mouseAt(QPoint place, const QStringList &actions) const;
+    // Keys that change what the window shows, for good: false when it stays as it was, or never comes to rest. Without
+    // a window it is the main one.
+    bool keysChange(const QStringList &keysyms, const QString &window = {}) const;
     // What these keys make the program put on the clipboard, as text.
-    QString copied(const QStringList &keysyms) const;
+    QString copied(const QStringList &keysyms, int milliseconds = 10'000) const;
     // Screen coordinates of the upper left corner of a window's contents.
     QPoint cornerOf(const QString &window) const;
 
     // Waits for a window whose title matches; its id, or empty.
     QString waitForWindow(const QString &titlePattern, int milliseconds = 5000) const;
+    // False when such a window stays.
+    bool waitUntilGone(const QString &titlePattern) const;
+    // The titles of all windows, for the report of a failure.
+    QString windowsShown() const;
     QString mainWindow() const { return m_window; }
     int exitCode() const { return m_process->exitCode(); }
     // Waits for a message box with the application's title and brings it to the front; empty when none comes.
     QString waitForBox() const;
     // The line of a box's text under the place, in pixels from the corner of its contents.
     QString lineOfBox(const QString &box, QPoint place = {120, 17}) const;
-    static void activate(const QString &window);
+    // Keys go to the active window. False when another one stays it.
+    static bool activate(const QString &window);
+    static QString activeWindow();
 
-    // The main window without its frame: the icon there has the yellow of the curve.
-    QImage screenshot() const;
+    // A window without its frame, by default the main one: the icon there has the yellow of the curve.
+    QImage screenshot(const QString &window = {}) const;
+    // Waits for two pictures that are the same: what was asked for is done, and no sweep runs, since its noise makes no
+    // two curves alike.
+    bool becomesStill(const QString &window = {}) const;
+    // Waits until the picture has changed that often.
+    bool changes(int times = 3) const;
 
     // Processes of the acquisition server that run out of this folder.
     int serversRunning() const;

@@ -28,18 +28,12 @@ class TestNewcomer : public QObject
 private:
     WindowManager m_windowManager;
 
-    static void press(const RealProgram &program, const QStringList &keys)
-    {
-        program.keys(keys);
-        QTest::qWait(300);
-    }
-
     // "Apply", and the question answered with Return; the program ends.
     static void apply(RealProgram &program)
     {
-        press(program, {QStringLiteral("alt+a")});
-        QVERIFY(!program.waitForWindow(QStringLiteral("^Brenik - Calvorn  v2.0$")).isEmpty());
-        press(program, {QStringLiteral("Return")});
+        program.keys({QStringLiteral("alt+a")});
+        QVERIFY(!program.waitForBox().isEmpty());
+        program.keys({QStringLiteral("Return")});
         QVERIFY(program.waitForEnd());
         QCOMPARE(program.serversRunning(), 0);
     }
@@ -49,9 +43,9 @@ private:
     {
         QVERIFY(program.start({}, kMainWindow));
         const int before = highestCurveRow(program.screenshot());
-        press(program, {QStringLiteral("F5")});
+        program.keys({QStringLiteral("F5")});
         QTRY_VERIFY_WITH_TIMEOUT(highestCurveRow(program.screenshot()) < before - 80, 10000);
-        press(program, {QStringLiteral("F5"), QStringLiteral("ctrl+q")});
+        program.keys({QStringLiteral("F5"), QStringLiteral("ctrl+q")});
         QVERIFY(program.waitForEnd());
         QCOMPARE(program.serversRunning(), 0);
     }
@@ -91,10 +85,10 @@ void TestNewcomer::serialBoards()
     QFETCH(QString, interfaceType);
     RealProgram program(defaultsOnly());
     QVERIFY(program.start({}, kConfiguration));
-    press(program, {option});
-    press(program, {QStringLiteral("alt+p")});
+    QVERIFY(program.keysChange({option}));
+    QVERIFY(program.keysChange({QStringLiteral("alt+p")}));
     // COM6 is the default; below it stands the free number, which offers the simulated board.
-    press(program, {QStringLiteral("Tab"), QStringLiteral("Down")});
+    QVERIFY(program.keysChange({QStringLiteral("Tab"), QStringLiteral("Down")}));
     apply(program);
     QCOMPARE(program.setting("Config", "Interface"), interfaceType);
     QCOMPARE(program.setting("Serial Port", "CommPort"), QStringLiteral("100"));

@@ -93,8 +93,7 @@ void TestOtherFolder::theUsersSettingsAreMadeAndWritten()
     QVERIFY(program.start(program.environment("me")));
     QCOMPARE(scale(), QStringLiteral("0"));
     // Scale menu, second entry.
-    program.keys({QStringLiteral("alt+c"), QStringLiteral("Down"), QStringLiteral("Return")});
-    QTest::qWait(300);
+    QVERIFY(program.keysChange({QStringLiteral("alt+c"), QStringLiteral("Down"), QStringLiteral("Return")}));
     program.keys({QStringLiteral("ctrl+q")});
     QVERIFY(program.waitForEnd());
     QCOMPARE(program.exitCode(), 0);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/e2e/real_program.h"
 #include "tests/support/program_folder.h"
+#include "tests/support/quiet_time.h"
 
 #include <QDateTime>
 #include <QFile>
@@ -53,11 +54,10 @@ void TestRealProgram::sweepsShowsAndComesUpAsItWasLeft()
     QTRY_VERIFY_WITH_TIMEOUT(highestCurveRow(program.screenshot()) < before - 100, 5000);
     QVERIFY(curvePixels(program.screenshot()) > kCurve);
     program.keys({QStringLiteral("F5")});
-    QTest::qWait(300);
+    QVERIFY(program.becomesStill());
 
     // Scale menu, second entry; then the end by the keyboard.
-    program.keys({QStringLiteral("alt+c"), QStringLiteral("Down"), QStringLiteral("Return")});
-    QTest::qWait(300);
+    QVERIFY(program.keysChange({QStringLiteral("alt+c"), QStringLiteral("Down"), QStringLiteral("Return")}));
     program.keys({QStringLiteral("ctrl+q")});
     QVERIFY(program.waitForEnd());
     QCOMPARE(program.setting("Calvorn", "Scale"), QStringLiteral("1"));
@@ -66,7 +66,7 @@ void TestRealProgram::sweepsShowsAndComesUpAsItWasLeft()
 
     QVERIFY(program.start());
     program.keys({QStringLiteral("F5")});
-    QTest::qWait(600);
+    QVERIFY(program.changes());
     program.keys({QStringLiteral("ctrl+q")});
     QVERIFY(program.waitForEnd());
     QCOMPARE(program.setting("Calvorn", "Scale"), QStringLiteral("1"));
@@ -110,13 +110,14 @@ void TestRealProgram::aKilledServerIsReplaced()
     RealProgram program(ProgramFolder::preparedSettings());
     QVERIFY(program.start());
     program.keys({QStringLiteral("F5")});
-    QTest::qWait(600);
+    QVERIFY(program.changes());
     const qint64 first = program.serverPid();
     QVERIFY(first > 0);
     kill(static_cast<pid_t>(first), SIGKILL);
     QVERIFY(!program.waitForBox().isEmpty());
     program.keys({QStringLiteral("Return")});
-    QTest::qWait(300);
+    QVERIFY(program.waitUntilGone(QStringLiteral("^Brenik - Calvorn  v2.0$")));
+    QVERIFY(RealProgram::activate(program.mainWindow()));
     QCOMPARE(program.serversRunning(), 0);
     program.keys({QStringLiteral("F5")});
     QTRY_COMPARE_WITH_TIMEOUT(program.serversRunning(), 1, 3000);
@@ -131,7 +132,7 @@ void TestRealProgram::noServerSurvivesItsProgram()
     RealProgram program(ProgramFolder::preparedSettings());
     QVERIFY(program.start());
     program.keys({QStringLiteral("F5")});
-    QTest::qWait(300);
+    QVERIFY(program.changes());
     program.killHard();
     QTRY_COMPARE_WITH_TIMEOUT(program.serversRunning(), 0, 3000);
 
@@ -203,7 +204,7 @@ void TestRealProgram::aStopIsNoTimeOut()
     };
     QCOMPARE(kill(-process, SIGTSTP), 0);
     QTRY_VERIFY(isStopped());
-    QTest::qWait(8000);
+    nothingHappensFor(8'000);
     QVERIFY(isStopped());
     QCOMPARE(kill(-process, SIGCONT), 0);
     QVERIFY(program.waitForWindow(QStringLiteral("^Brenik - Calvorn  v2.0$"), 4000).isEmpty());
@@ -215,31 +216,31 @@ void TestRealProgram::aStopIsNoTimeOut()
 
 void TestRealProgram::aSignalSavesTheSettings_data()
 {
-    QTest::addColumn<QStringList>("keys");
-    QTest::addColumn<QString>("dialog");
-    QTest::newRow("the window") << QStringList() << QString();
-    QTest::newRow("a file is being chosen") << QStringList{QStringLiteral("ctrl+s")} << QStringLiteral("^Save As$");
-    QTest::newRow("the configuration") << QStringList{QStringLiteral("alt+s"), QStringLiteral("c")}
-                                       << QStringLiteral("^Configuration$");
-    QTest::newRow("the question of the configuration")
-        << QStringList{QStringLiteral("alt+s"), QStringLiteral("c"), QStringLiteral("alt+a")}
-        << QStringLiteral("^Brenik - Calvorn  v2.0$");
+    // Keys, and the dialog that they open.
+    using Step = QPair<QStringList, QString>;
+    const Step file{{QStringLiteral("ctrl+s")}, QStringLiteral("^Save As$")};
+    const Step configuration{{QStringLiteral("alt+s"), QStringLiteral("c")}, QStringLiteral("^Configuration$")};
+    const Step question{{QStringLiteral("alt+a")}, QStringLiteral("^Brenik - Calvorn  v2.0$")};
+    QTest::addColumn<QList<Step>>("steps");
+    QTest::newRow("the window") << QList<Step>();
+    QTest::newRow("a file is being chosen") << QList<Step>{file};
+    QTest::newRow("the configuration") << QList<Step>{configuration};
+    QTest::newRow("the question of the configuration") << QList<Step>{configuration, question};
 }
 
 // Whatever shows is left, and means no.
 void TestRealProgram::aSignalSavesTheSettings()
 {
-    QFETCH(QStringList, keys);
-    QFETCH(QString, dialog);
+    using Steps = QList<QPair<QStringList, QString>>;
+    QFETCH(Steps, steps);
     RealProgram program(ProgramFolder::preparedSettings());
     QVERIFY(program.start());
-    program.keys({QStringLiteral("alt+c"), QStringLiteral("Down"), QStringLiteral("Return")});
-    QTest::qWait(300);
-    for (const QString &key : keys) {
-        program.keys({key});
-        QTest::qWait(300);
+    QVERIFY(program.keysChange({QStringLiteral("alt+c"), QStringLiteral("Down"), QStringLiteral("Return")}));
+    for (const auto &[keys, title] : steps) {
+        program.keys(keys);
+        const QString dialog = program.waitForWindow(title);
+        QVERIFY2(!dialog.isEmpty() && RealProgram::activate(dialog), qPrintable(program.windowsShown()));
     }
-    QVERIFY(dialog.isEmpty() || !program.waitForWindow(dialog).isEmpty());
     QCOMPARE(kill(static_cast<pid_t>(program.pid()), SIGTERM), 0);
     QVERIFY(program.waitForEnd());
     QCOMPARE(program.exitCode(), 0);

@@ -3,6 +3,7 @@
 #include "tests/e2e/real_program.h"
 #include "tests/support/interface_settings.h"
 #include "tests/support/program_folder.h"
+#include "tests/support/quiet_time.h"
 #include "tests/support/resident_memory.h"
 
 #include <QTest>
@@ -33,26 +34,27 @@ private slots:
         RealProgram program(crystalSettings(static_cast<std::int16_t>(interfaceType)));
         QVERIFY(program.start());
         program.keys({QStringLiteral("F5")});
-        QTest::qWait(2000);
+        // The caches of fonts and pictures fill first.
+        QVERIFY(program.changes(20));
         const qint64 server = program.serverPid();
         const qint64 windowBefore = memoryKilobytes(program.pid());
         const qint64 serverBefore = memoryKilobytes(server);
         QVERIFY(windowBefore > 0 && serverBefore > 0);
         kill(static_cast<pid_t>(program.pid()), SIGSTOP);
-        QTest::qWait(8000);
+        nothingHappensFor(8'000); // to the memory
         const qint64 serverAfter = memoryKilobytes(server);
         const qint64 windowAfter = memoryKilobytes(program.pid());
         kill(static_cast<pid_t>(program.pid()), SIGCONT);
         QVERIFY2(serverAfter - serverBefore < 2000, qPrintable(QString::number(serverAfter - serverBefore)));
         QVERIFY2(windowAfter - windowBefore < 2000, qPrintable(QString::number(windowAfter - windowBefore)));
-        QTest::qWait(1000);
+        QVERIFY(program.changes(10));
         QVERIFY(memoryKilobytes(program.pid()) - windowBefore < 4000);
         // The noise makes no two curves alike.
         const QImage shown = program.screenshot();
         QTRY_VERIFY(program.screenshot() != shown);
         // It listens, stops the sweep and ends.
         program.keys({QStringLiteral("F5")});
-        QTest::qWait(300);
+        QVERIFY(program.becomesStill());
         program.keys({QStringLiteral("ctrl+q")});
         QVERIFY(program.waitForEnd());
         QTRY_COMPARE(program.serversRunning(), 0);
