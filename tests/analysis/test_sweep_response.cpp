@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "analysis/sweep_response.h"
 #include "analysis/text_plot.h"
-#include "core/number_text.h"
 #include "core/runtime_error.h"
 #include "core/scale_type.h"
 #include "data/amplitude_writer.h"
 #include "tests/support/locales.h"
+#include "tests/support/walk_numbers.h"
 
 #include <QTest>
 
@@ -33,10 +33,9 @@ struct Bench
     void fill(std::int16_t scale, const std::function<double(int)> &amplitude)
     {
         configuration.scaleType = scale;
-        const NumberText numbers;
-        for (int row = 1; row <= kSweepPoints; ++row)
-            table.setText(row, SweepTable::AmplitudeColumn,
-                          numbers.masked(amplitude(row), scale == kScaleLinear ? kMaskVolt : kMaskDb));
+        const test::WalkNumbers numbers{QLocale()};
+        for (int row = 1; row <= 400; ++row)
+            table.setText(row, SweepTable::AmplitudeColumn, numbers.amplitude(scale == kScaleLinear, amplitude(row)));
         table.sweepWritten(SweepOrigin::Imported, std::nullopt);
     }
 
@@ -45,9 +44,18 @@ struct Bench
     {
         configuration.scaleType = scale;
         configuration.adcStep = 0.00244F;
-        AmplitudeWriter column(configuration, table);
-        for (int row = 1; row <= kSweepPoints; ++row)
-            column.storeCount(row, count(row));
+        const test::WalkNumbers numbers{QLocale()};
+        const double reference = scale == kScaleDb10V || scale == kScaleDb10VHeadroom ? 10.0 : 1.0;
+        for (int row = 1; row <= 400; ++row) {
+            // To millivolts; their decibels to hundredths, and then to tenths.
+            const double offset = static_cast<double>(configuration.adcOffset);
+            const double volts = std::nearbyint((count(row) * 0.00244 + offset) * 1000.0) / 1000.0;
+            const double hundredths = std::nearbyint(100.0 * test::walkDecibels(volts, reference));
+            table.setText(row, SweepTable::SampleColumn, QString::number(count(row)));
+            table.setText(row, SweepTable::AmplitudeColumn,
+                          scale == kScaleLinear ? numbers.amplitude(true, volts)
+                                                : numbers.amplitude(false, std::nearbyint(hundredths / 10.0) / 10.0));
+        }
         table.sweepWritten(SweepOrigin::Measured, detectorOf(configuration));
     }
 
@@ -236,14 +244,14 @@ void TestSweepResponse::amplitudesThatAreNotOfTheirCountsAreKept()
     bench.measure(kScaleLinear, [](int row) { return row == 100 ? 200 : 100; });
     QCOMPARE(bench.response().peakFrequency, 1099000.0);
     // One amplitude of another calibration is enough.
-    bench.table.setText(300, SweepTable::AmplitudeColumn, NumberText().masked(0.9, kMaskVolt));
+    bench.table.setText(300, SweepTable::AmplitudeColumn, QStringLiteral("0.900"));
     bench.imported();
     QCOMPARE(bench.response().peak, 0.9);
     QCOMPARE(bench.response().peakFrequency, 1299000.0);
     // Written with more decimals it is the same amplitude.
     bench.measure(kScaleDb1V, [](int row) { return row == 100 ? 200 : 199; });
     const double peak = bench.response().peak;
-    for (int row = 1; row <= kSweepPoints; ++row)
+    for (int row = 1; row <= 400; ++row)
         bench.table.setText(row, SweepTable::AmplitudeColumn,
                             bench.table.text(row, SweepTable::AmplitudeColumn) + QStringLiteral("00"));
     bench.imported();

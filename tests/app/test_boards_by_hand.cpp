@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The buttons of the test panel and the auxiliary outputs, up to what they make the simulated boards do.
 #include "tests/support/interface_settings.h"
+#include "tests/support/quiet_time.h"
 #include "tests/support/watched.h"
 #include "tests/support/window_bench.h"
 
@@ -14,6 +15,10 @@ using namespace calvorn;
 using calvorn::test::WindowBench;
 
 namespace {
+
+// States of a sweep.
+constexpr std::int16_t kIdle = 0;
+constexpr std::int16_t kSweeping = 4;
 
 // Settings of one interface, changed here and there: {"section", "key", "value"}.
 QByteArray settings(std::int16_t interfaceType, const QList<std::array<const char *, 3>> &changes = {})
@@ -46,7 +51,7 @@ struct Bench
         QStringList before;
         do {
             before = boards.events();
-            QTest::qWait(50);
+            test::nothingHappensFor(50);
         } while (boards.events() != before);
     }
 
@@ -104,7 +109,7 @@ void TestBoardsByHand::thePicIsSentItsCommands()
     QCOMPARE(bench.after("cmdReset"), (QStringList{QStringLiteral("said *"), QStringLiteral("said A1000000")}));
     QCOMPARE(bench.window.desktop.sleptMs, 1000);
     QCOMPARE(bench.window.configuration.msgResult, std::int16_t{-1});
-    QCOMPARE(bench.window.station->instrument.sweepState(), Instrument::kIdle);
+    QCOMPARE(bench.window.station->instrument.sweepState(), kIdle);
     QCOMPARE(bench.window.desktop.boxes.size(), 0);
 }
 
@@ -113,15 +118,15 @@ void TestBoardsByHand::thePicForgetsItsSweep()
     const Bench bench(settings(kInterfacePic));
     const Instrument &instrument = bench.window.station->instrument;
     bench.window.click("cmdStart");
-    QCOMPARE(instrument.sweepState(), Instrument::kSweeping);
+    QCOMPARE(instrument.sweepState(), kSweeping);
     QTRY_VERIFY(bench.boards.events(QStringLiteral("said")).contains(QStringLiteral("said G")));
     // The board hears the end of its sweep first.
     QCOMPARE(bench.after("cmdReset"),
              (QStringList{QStringLiteral("said !"), QStringLiteral("said *"), QStringLiteral("said A1000000")}));
     QCOMPARE(bench.window.configuration.msgResult, std::int16_t{-1});
-    QCOMPARE(instrument.sweepState(), Instrument::kIdle);
+    QCOMPARE(instrument.sweepState(), kIdle);
     QTRY_VERIFY(bench.window.isShown("cmdStart"));
-    QCOMPARE(instrument.sweepState(), Instrument::kIdle);
+    QCOMPARE(instrument.sweepState(), kIdle);
     QCOMPARE(bench.window.desktop.boxes.size(), 0);
 }
 
@@ -140,7 +145,7 @@ void TestBoardsByHand::thePicThatRefusesIsTold()
     QCOMPARE(desktop.boxes.size(), 3);
     for (const auto &box : desktop.boxes) {
         QCOMPARE(box.icon, BoxIcon::Warning);
-        QCOMPARE(box.title, QString::fromLatin1(kApplicationTitle));
+        QCOMPARE(box.title, QStringLiteral("Brenik - Calvorn  v2.0"));
     }
     bench.window.click("cmdReset");
     QCOMPARE(desktop.boxes.size(), 3);
@@ -246,7 +251,7 @@ void TestBoardsByHand::theForcedStopGivesTheButtonsBack()
     const Bench bench(settings(interfaceType));
     const Instrument &instrument = bench.window.station->instrument;
     bench.window.click("cmdStart");
-    QTRY_VERIFY(bench.window.table()->text(kSweepPoints, SweepTable::SampleColumn) != QStringLiteral("0"));
+    QTRY_VERIFY(bench.window.table()->text(400, SweepTable::SampleColumn) != QStringLiteral("0"));
     QVERIFY(bench.window.isShown("cmdStop"));
     bench.window.click("cmdSwStop");
     // At once, whatever the hardware does.
@@ -256,10 +261,10 @@ void TestBoardsByHand::theForcedStopGivesTheButtonsBack()
     const auto *log = bench.window.find<QListWidget>("lstLOG");
     QCOMPARE(log->findItems(QStringLiteral("Stop sweep forzato"), Qt::MatchExactly).size(), 1);
     // The board is told to stop, too, and stays still then.
-    QTRY_COMPARE(instrument.sweepState(), Instrument::kIdle);
+    QTRY_COMPARE(instrument.sweepState(), kIdle);
     bench.settle();
     bench.boards.forget();
-    QTest::qWait(100);
+    test::nothingHappensFor(100);
     QCOMPARE(bench.boards.events(), QStringList());
     QCOMPARE(bench.window.desktop.boxes.size(), 0);
 }
@@ -283,7 +288,7 @@ void TestBoardsByHand::drawAndClearTouchNoBoard()
     QCOMPARE(highest(), 0.0);
     QCOMPARE(bench.after("cmdDraw"), QStringList());
     QVERIFY(highest() > 0.5);
-    for (int row = 1; row <= kSweepPoints; ++row) {
+    for (int row = 1; row <= 400; ++row) {
         const int count = table->text(row, SweepTable::SampleColumn).toInt();
         QVERIFY2(count >= 0 && count <= 1023, qPrintable(QString::number(count)));
     }
@@ -296,7 +301,7 @@ void TestBoardsByHand::drawAndClearTouchNoBoard()
     QCOMPARE(highest(), 0.0);
     QCOMPARE(table->text(101, SweepTable::SampleColumn), QStringLiteral("0"));
     QCOMPARE(bench.window.text("txtM1Y"), table->text(101, SweepTable::AmplitudeColumn));
-    QTest::qWait(50);
+    test::nothingHappensFor(50);
     QCOMPARE(bench.boards.events(), QStringList());
     QCOMPARE(bench.window.desktop.boxes.size(), 0);
 }

@@ -2,6 +2,7 @@
 // The window with the real server and boards that were written from docs/hardware/ alone, behaving as good boards and
 // bad ones do. Every count of these boards tells where it was measured.
 #include "tests/support/page_scene.h"
+#include "tests/support/quiet_time.h"
 
 #include <QElapsedTimer>
 
@@ -32,6 +33,12 @@ struct SerialScene
     test::SerialPageBoard board;
     std::unique_ptr<Scene> scene;
 };
+
+// Waits until it has heard a command since it was last asked.
+bool owesAReply(test::SerialPageBoard &board)
+{
+    return QTest::qWaitFor([&board] { return board.tell("heard").trimmed() != "heard"; });
+}
 
 QByteArray parallelSettings(const QByteArray &more = {})
 {
@@ -108,7 +115,7 @@ void TestBoardsByThePage::healthyBoards()
     Scene scene(type, test::pageSettings(type, serial ? serial->link() : QString()));
     for (const auto &[start, stop] : {std::pair{1'000'000, 10'000'000}, {6'500'000, 7'700'000}, {20'000'000, 1'000}}) {
         scene.setRange(start, stop);
-        QTest::qWait(50);
+        QVERIFY(scene.rangeIsTaken());
         QVERIFY(scene.sweeps(5));
         QVERIFY(scene.stops());
     }
@@ -121,7 +128,7 @@ void TestBoardsByThePage::resetInMidSweep()
 {
     SerialScene scene(kInterfacePic);
     scene->setRange(6'000'000, 8'000'000);
-    QTest::qWait(50);
+    QVERIFY(scene->rangeIsTaken());
     QVERIFY(scene->sweeps());
     scene->click("cmdReset");
     // The board has ended its sweep, stands on 1 MHz, and the buttons are back.
@@ -129,7 +136,7 @@ void TestBoardsByThePage::resetInMidSweep()
     QTRY_VERIFY(scene->isIdle());
     const int before = scene->right;
     scene->setRange(7'000'000, 8'000'000);
-    QTest::qWait(200);
+    test::nothingHappensFor(200);
     QCOMPARE(scene->right, before);
     QVERIFY(scene->sweeps());
     QCOMPARE(scene->wrong, 0);
@@ -153,7 +160,7 @@ void TestBoardsByThePage::resetInMidSweepOfTheOthers()
     for (int round = 0; round < 5; ++round) {
         scene.click("cmdReset");
         scene.setRange(1'000'000 + round, 5'000'000);
-        QTest::qWait(50);
+        QVERIFY(scene.rangeIsTaken());
         QVERIFY(scene.sweeps());
     }
     QVERIFY(scene.stops());
@@ -166,7 +173,7 @@ void TestBoardsByThePage::modeChangeInMidSweep()
     SerialScene scene(kInterfaceVna);
     QVERIFY(scene->sweeps());
     for (int change = 0; change < 30; ++change) {
-        QTest::qWait(change % 7);
+        test::pauseOfAPerson(change % 7);
         scene->click("cmdMisura");
         if (change % 5 == 0)
             QVERIFY(scene->sweeps(1));
@@ -198,25 +205,25 @@ void TestBoardsByThePage::aRefusedStartFrequencyStartsNothing()
     SerialScene scene(kInterfacePic);
     scene.board.tell("keep on");
     scene->setRange(10'000'000, 20'000'000);
-    QTest::qWait(50);
+    QVERIFY(scene->rangeIsTaken());
     QVERIFY(scene->sweeps());
     if (!inMidSweep)
         QVERIFY(scene->stops());
     const int before = scene->right;
     scene->setRange(90'000'000, 100'000'000);
     if (!inMidSweep) {
-        QTest::qWait(50);
+        QVERIFY(scene->rangeIsTaken());
         scene->click("cmdStart");
     }
     QTRY_VERIFY(scene->isIdle());
-    QTest::qWait(100);
+    test::nothingHappensFor(100);
     QVERIFY(scene->isIdle());
     QVERIFY(scene.board.tell("state").contains("sweeping=0"));
     QVERIFY(scene->right - before <= (inMidSweep ? 30 : 0)); // what came before the range changed
     QCOMPARE(test::rowsOf(*scene->table(), kInterfacePic), Rows::Empty);
     QVERIFY(scene->logs(QStringLiteral("Errore inizializza ciclo sweep")));
     scene->setRange(1'000'000, 2'000'000);
-    QTest::qWait(50);
+    QVERIFY(scene->rangeIsTaken());
     QVERIFY(scene->sweeps());
     QCOMPARE(scene->wrong, 0);
 }
@@ -299,18 +306,20 @@ void TestBoardsByThePage::lateRepliesOfTheMiniVna()
     SerialScene scene(kInterfaceVna);
     QVERIFY(scene->sweeps());
     for (const int late : {1'650, 1'800, 2'200}) {
+        scene.board.tell("heard");
         scene.board.tell("latenext 1 " + QByteArray::number(late));
-        QTest::qWait(50); // the reply is owed now
+        QVERIFY(owesAReply(scene.board));
         scene->setRange(2'000'000 + late, 9'000'000);
         // Where the machine is so busy that three replies in a row are cut, the sweep ends and is started again.
         QVERIFY2(scene->sweeps(3) || (scene->isIdle() && scene->sweeps(3)), qPrintable(scene->log().join(u'\n')));
     }
+    scene.board.tell("heard");
     scene.board.tell("lateeach 1650 2200");
-    QTest::qWait(50);
+    QVERIFY(owesAReply(scene.board));
     scene->setRange(3'000'000, 9'000'000);
     QTRY_VERIFY_WITH_TIMEOUT(scene->isIdle(), 20'000); // given up
     scene.board.tell("lateeach 0 0");
-    QTest::qWait(2'500);
+    test::giveTheBoard(2'500); // for the last replies that it owes
     QVERIFY(scene->sweeps(3));
     QCOMPARE(scene->wrong, 0);
 }
@@ -320,7 +329,7 @@ void TestBoardsByThePage::aStrayByteWithTheFirstCommand()
     test::SerialPageBoard board("vna_board_by_the_page", kPaced);
     board.tell("strayonce 00");
     Scene scene(kInterfaceVna, test::pageSettings(kInterfaceVna, board.link()));
-    QTest::qWait(600);
+    test::nothingHappensFor(600);
     QVERIFY(!scene.logs(QStringLiteral("does not answer")));
     // The generator was set all the same: to 1 MHz, the last word of the last command.
     QVERIFY(board.tell("state").startsWith("state word=10737418 "));
@@ -353,7 +362,7 @@ void TestBoardsByThePage::wrongAnswersCostOneBudget()
         const int slept = std::exchange(scene->desktop.sleptMs, 0);
         QVERIFY2(clock.elapsed() + slept <= kBudgetMs, qPrintable(QString::number(clock.elapsed())));
         static_cast<void>(scene->stops());
-        QTest::qWait(1'600); // the next click is another one
+        test::pauseOfAPerson(1'600); // the next click is another one
     }
     QCOMPARE(scene->wrong, 0);
 }
@@ -463,7 +472,7 @@ void TestBoardsByThePage::settingsThatCannotWork()
     settings.replace(settings.indexOf(from), from.size(), to);
     Scene scene(kInterfaceLpt, settings);
     QTRY_COMPARE(scene.boxesWith(sentence), 1);
-    QTest::qWait(100);
+    test::nothingHappensFor(100);
     QCOMPARE(scene.desktop.boxes.size(), 1);
     scene.click("cmdStart");
     QTRY_COMPARE(scene.boxesWith(sentence), 2);

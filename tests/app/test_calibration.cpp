@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "core/number_text.h"
 #include "instrument/lpt_driver.h"
 #include "tests/support/calibration_hands.h"
 #include "tests/support/fake_server_control.h"
 #include "tests/support/locales.h"
+#include "tests/support/quiet_time.h"
+#include "tests/support/walk_numbers.h"
 #include "tests/support/watched.h"
 
 #include <QElapsedTimer>
@@ -25,7 +26,7 @@ namespace {
 void fillTable(const WindowBench &bench)
 {
     QVector<int> counts;
-    for (int i = 0; i < kSweepPoints; ++i)
+    for (int i = 0; i < 400; ++i)
         counts.append(i % 400);
     emit bench.driver()->aVettore(counts);
 }
@@ -306,7 +307,7 @@ void TestCalibration::theDetectorIsReadThreeTimes()
     for (const QString &call : calls)
         QCOMPARE(call, QStringLiteral("aLPT.ReadDetector()"));
     // No tick after the window has closed.
-    QTest::qWait(700);
+    test::nothingHappensFor(700);
     QCOMPARE(m_server.takeCalls(), QStringList());
     QCOMPARE(bench.configuration.adcOffset, 0.1F);
 }
@@ -368,7 +369,7 @@ void TestCalibration::aDeadDetectorIsToldOnce()
     const WindowBench bench = fake(2);
     calibrate(bench, kDetector, [&](const Hands &hands) {
         QTRY_COMPARE(bench.desktop.boxes.size(), 1);
-        QTest::qWait(1000);
+        test::nothingHappensFor(1'000);
         QCOMPARE(bench.desktop.boxes.size(), 1);
         QCOMPARE(hands.label("lblVolt"), QString());
     });
@@ -405,10 +406,10 @@ void TestCalibration::applyRewritesTheTable()
     const double step = static_cast<double>(0.00244F);
     const double offset = static_cast<double>(-0.012F);
     const double reference = scale == 3 ? 10.0 : 1.0;
-    for (int row = 1; row <= kSweepPoints; ++row) {
+    for (int row = 1; row <= 400; ++row) {
         const QString cell = bench.table()->text(row, SweepTable::AmplitudeColumn);
         const double volts = (row - 1) % 400 * step + offset;
-        const double value = NumberText().toDouble(cell);
+        const double value = test::readNumber(cell);
         QCOMPARE(cell.section(locale.decimalPoint(), 1).size(), scale == 0 ? 3 : 1);
         if (scale == 0)
             QVERIFY2(std::abs(value - volts) <= 0.0005000001, qPrintable(cell));
@@ -429,7 +430,7 @@ void TestCalibration::theReadOutFollowsTheVoltage()
                             calibrationSettings(2).replace("Device=through", "Device=bandpass"));
     QVERIFY2(bench.desktop.boxes.isEmpty(), qPrintable(bench.desktop.lastText()));
     auto *driver = qobject_cast<LptDriver *>(bench.driver());
-    const auto volts = [](const Hands &hands) { return NumberText().toDouble(hands.label("lblVolt")); };
+    const auto volts = [](const Hands &hands) { return test::readNumber(hands.label("lblVolt")); };
     calibrate(bench, kDetector, [&](const Hands &hands) {
         QTRY_VERIFY(!hands.label("lblVolt").isEmpty());
         // Far outside the filter: the offset alone.

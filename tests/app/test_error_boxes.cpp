@@ -3,6 +3,7 @@
 #include "tests/support/fake_server_control.h"
 #include "tests/support/page_boards.h"
 #include "tests/support/page_scene.h"
+#include "tests/support/quiet_time.h"
 #include "tests/support/while_modal.h"
 
 #include <QAction>
@@ -149,7 +150,7 @@ void TestErrorBoxes::theEndTalksToNobody()
         // Neither the readings of the detector nor an offset that is typed.
         QTest::keyClicks(dialog.findChild<QLineEdit *>(), QStringLiteral("7"));
         emit driver->aErrore(2, QStringLiteral("too late"));
-        QTest::qWait(400);
+        test::nothingHappensFor(400);
     });
     QCOMPARE(m_server.takeCalls(), QStringList());
     QCOMPARE(textsOf(bench), QStringList{QStringLiteral("The acquisition server has ended unexpectedly.")});
@@ -166,7 +167,7 @@ void TestErrorBoxes::theDetectorLosesItsPort()
         dialog.findChild<QTimer *>(QStringLiteral("TimerDetector"))->setInterval(0);
         QTRY_VERIFY_WITH_TIMEOUT(!scene.window->isVisible(), 30'000);
         QCOMPARE(scene.serverPid(), 0);
-        QTest::qWait(400);
+        test::nothingHappensFor(400);
     });
     QCOMPARE(scene.serverPid(), 0);
     QCOMPARE(textsOf(scene), QStringList{QStringLiteral("The parallel port is gone.")});

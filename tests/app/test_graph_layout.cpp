@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 // How the graph and what belongs to it lie in the window, and what the mouse does to its markers.
-#include "core/number_text.h"
 #include "tests/support/fake_server_control.h"
 #include "tests/support/locales.h"
+#include "tests/support/own_plot.h"
+#include "tests/support/quiet_time.h"
 #include "tests/support/walk_hands.h"
+#include "tests/support/walk_numbers.h"
 
 #include <algorithm>
 #include <cmath>
@@ -50,11 +52,8 @@ struct Bench : WindowBench
         return const_cast<QWidget *>(widget)->grab().toImage().convertToFormat(QImage::Format_RGB32);
     }
 
-    QPoint pixel(double x, double y) const
-    {
-        const QPointF at = graph()->coordinates().toPixel({x, y}, graph()->size());
-        return {static_cast<int>(at.x()), static_cast<int>(at.y())};
-    }
+    test::OwnPlot plot() const { return {configuration, graph()->size()}; }
+    QPoint pixel(double x, double y) const { return plot().pixel(x, y); }
     // On the line of a marker, away from the others.
     QPoint gripOf(GraphItem marker) const
     {
@@ -93,14 +92,14 @@ struct Bench : WindowBench
     void moveMouse(const QPoint &at)
     {
         WalkHands::moveMouse(graph(), at, Qt::NoButton);
-        mouseRow = static_cast<int>(std::lround(graph()->coordinates().toUser(QPointF(at), graph()->size()).x()));
+        mouseRow = static_cast<int>(std::lround(plot().rowAt(at.x())));
     }
     int mouseRow = 1;
     const QString &cell(SweepTable::Column column) const { return table()->text(cursorRow(), column); }
     bool crossRidesOnTheCurve() const
     {
-        const double amplitude = NumberText().toDouble(cell(SweepTable::AmplitudeColumn));
-        return line(GraphItem::CursorH).y1 == graph()->coordinates().yOfAmplitude(amplitude);
+        const double amplitude = test::readNumber(cell(SweepTable::AmplitudeColumn));
+        return line(GraphItem::CursorH).y1 == plot().yOf(amplitude);
     }
 };
 
@@ -192,7 +191,7 @@ void TestGraphLayout::theDigitBarsStandOverTheirDigits()
         }
         // The wheel over a digit of the box steps that digit.
         auto *box = bench.find<QLineEdit>(qPrintable(QStringLiteral("txt") + QString::fromLatin1(name)));
-        const double before = NumberText().toDouble(box->text());
+        const double before = test::readNumber(box->text());
         for (const int digit : {0, 3, 6}) {
             const QPoint over(box->mapFromGlobal(bar(digit)->mapToGlobal(bar(digit)->rect().center())).x(),
                               box->height() / 2);
@@ -200,7 +199,7 @@ void TestGraphLayout::theDigitBarsStandOverTheirDigits()
                              false);
             QApplication::sendEvent(box, &turn);
         }
-        QCOMPARE(NumberText().toDouble(box->text()), before + 1001001.0);
+        QCOMPARE(test::readNumber(box->text()), before + 1001001.0);
     }
 }
 
@@ -220,7 +219,7 @@ void TestGraphLayout::theCaptionsStandInTheStripAboveThePlot()
     for (const auto &[marker, other, far] :
          {std::tuple(GraphItem::M1, GraphItem::M2, 400), std::tuple(GraphItem::M2, GraphItem::M1, 400)}) {
         int beside = 0;
-        for (int row = 1; row <= kSweepPoints; ++row) {
+        for (int row = 1; row <= 400; ++row) {
             graph->moveLine(marker, row);
             graph->moveLine(other, row < 200 ? far : 1);
             const QRectF caption = graph->labelRect(marker);
@@ -228,12 +227,12 @@ void TestGraphLayout::theCaptionsStandInTheStripAboveThePlot()
             QVERIFY2(caption.left() >= 0.0 && caption.right() <= graph->width() && caption.bottom() <= 0.0 &&
                          caption.top() >= -strip->height(),
                      qPrintable(QString::number(row)));
-            const double wanted = graph->coordinates().toPixel({row + 2.0, 0.0}, graph->size()).x();
+            const double wanted = bench.plot().x(row + 2.0);
             if (wanted + caption.width() <= graph->width()) {
                 QVERIFY2(std::abs(caption.left() - wanted) < 0.01, qPrintable(QString::number(row)));
                 ++beside;
             } else {
-                const double line = graph->coordinates().toPixel({double(row), 0.0}, graph->size()).x();
+                const double line = bench.plot().x(row);
                 QVERIFY2(caption.right() <= line, qPrintable(QString::number(row)));
             }
         }
@@ -247,9 +246,9 @@ void TestGraphLayout::theCaptionsNeverCoverEachOther()
     SweepGraph *graph = bench.graph();
     const QRectF strip(0, -bench.find("frameCaptions")->height(), graph->width(),
                        bench.find("frameCaptions")->height());
-    for (int m1 = 1; m1 <= kSweepPoints; ++m1) {
+    for (int m1 = 1; m1 <= 400; ++m1) {
         graph->moveLine(GraphItem::M1, m1);
-        for (int m2 = 1; m2 <= kSweepPoints; ++m2) {
+        for (int m2 = 1; m2 <= 400; ++m2) {
             graph->moveLine(GraphItem::M2, m2);
             const QRectF first = graph->labelRect(GraphItem::M1);
             const QRectF second = graph->labelRect(GraphItem::M2);
@@ -311,11 +310,15 @@ void TestGraphLayout::theStripFollowsTheMarkers()
         }
     };
     const Bench bench(settings(kLinear));
-    QTest::qWait(50);
     Watcher watcher;
     bench.find("frameCaptions")->installEventFilter(&watcher);
-    QTest::qWait(50);
-    QCOMPARE(watcher.paintings, 0);
+    // Once the window has come up, it paints nothing by itself.
+    const auto isQuiet = [&] {
+        watcher.paintings = 0;
+        test::nothingHappensFor(50);
+        return watcher.paintings == 0;
+    };
+    QTRY_VERIFY(isQuiet());
     QTest::mouseClick(bench.graph(), Qt::LeftButton, {}, QPoint(300, 100));
     QTRY_VERIFY(watcher.paintings > 0);
     watcher.paintings = 0;
@@ -357,7 +360,7 @@ void TestGraphLayout::escapeCancelsADrag()
             for (std::size_t j = 0; j < 4; ++j)
                 if (bench.position(kMarkers[j]) != before[j])
                     return false;
-            return NumberText().toDouble(box->text()) == NumberText().toDouble(textBefore);
+            return test::readNumber(box->text()) == test::readNumber(textBefore);
         };
         QVERIFY(isAsBefore());
         WalkHands::moveMouse(bench.graph(), to + QPoint(9, 9), Qt::LeftButton);
@@ -398,8 +401,8 @@ void TestGraphLayout::aMarkerStopsAtTheEdge()
     QFETCH(QByteArray, scale);
     const Bench bench(settings(scale));
     const QRect plot = bench.graph()->rect();
-    const double low = std::min(bench.graph()->coordinates().top(), bench.graph()->coordinates().bottom());
-    const double high = std::max(bench.graph()->coordinates().top(), bench.graph()->coordinates().bottom());
+    const double low = std::min(bench.plot().top(), bench.plot().bottom());
+    const double high = std::max(bench.plot().top(), bench.plot().bottom());
     for (const GraphItem marker : kMarkers) {
         for (const bool farSide : {true, false}) {
             const QPoint grip = bench.gripOf(marker);
@@ -460,9 +463,8 @@ void TestGraphLayout::theCursorIsReadOutAnew()
             return;
         QVERIFY2(bench.crossRidesOnTheCurve(), after);
         // A file's amplitudes may be volts, whatever the scale is.
-        const double amplitude = NumberText().toDouble(bench.cell(SweepTable::AmplitudeColumn));
-        QCOMPARE(bench.text("txtY"),
-                 NumberText().masked(amplitude, bench.configuration.scaleType == 0 ? kMaskVolt : kMaskDb));
+        const double amplitude = test::readNumber(bench.cell(SweepTable::AmplitudeColumn));
+        QCOMPARE(bench.text("txtY"), test::shownAmplitude(bench.configuration.scaleType == 0, amplitude));
     };
     isReadOut("the mouse");
     former = bench.text("txtX");
@@ -474,7 +476,7 @@ void TestGraphLayout::theCursorIsReadOutAnew()
     // What is drawn is random: a single row may come out as it was, and all of them do not.
     const auto drawn = [&] {
         QStringList rows;
-        for (int drawnRow = 1; drawnRow <= kSweepPoints; ++drawnRow)
+        for (int drawnRow = 1; drawnRow <= 400; ++drawnRow)
             rows.append(bench.table()->text(drawnRow, SweepTable::AmplitudeColumn));
         return rows;
     };

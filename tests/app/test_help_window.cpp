@@ -3,6 +3,7 @@
 #include "app/help_window.h"
 #include "platform/qt_desktop.h"
 #include "tests/support/fake_server_control.h"
+#include "tests/support/quiet_time.h"
 #include "tests/support/while_modal.h"
 #include "tests/support/window_bench.h"
 
@@ -219,7 +220,7 @@ void TestHelpWindow::theSearchFindsAWord()
     const auto hits = [&] {
         query->setSearchInput(QStringLiteral("ModemManager"));
         emit query->search();
-        QTest::qWait(100);
+        (void)QTest::qWaitFor([engine] { return engine->searchResultCount() > 0; }, 200);
         return engine->searchResultCount();
     };
     QTRY_COMPARE_WITH_TIMEOUT(hits(), 2, 20000);
@@ -333,7 +334,7 @@ void TestHelpWindow::theIconsAreSeen()
     const auto isIndexed = [&] {
         query->setSearchInput(QStringLiteral("ModemManager"));
         emit query->search();
-        QTest::qWait(100);
+        (void)QTest::qWaitFor([engine] { return engine->searchResultCount() > 0; }, 200);
         return engine->searchResultCount() > 0;
     };
     QTRY_VERIFY_WITH_TIMEOUT(isIndexed(), 20000);
@@ -404,7 +405,7 @@ void TestHelpWindow::theProgramFolderStaysAsItIs()
     const QDir folder(main->folder.path());
     const QStringList before = folder.entryList(QDir::AllEntries | QDir::Hidden | QDir::System);
     choose(*main, "mnuHelpContent");
-    QTest::qWait(200);
+    test::nothingHappensFor(200);
     QCOMPARE(folder.entryList(QDir::AllEntries | QDir::Hidden | QDir::System), before);
 }
 

@@ -3,6 +3,7 @@
 // no code with it, driven at random. Every count of the board tells where it was measured, so each vector that is
 // stored is compared with the frequencies in its rows.
 #include "tests/support/page_rows.h"
+#include "tests/support/quiet_time.h"
 #include "tests/support/window_bench.h"
 
 #include <QListWidget>
@@ -99,7 +100,7 @@ public:
         for (int step = 0; step < kStepsOfASequence && wrong.isEmpty(); ++step) {
             act();
             m_did.append(QStringLiteral("pump"));
-            QTest::qWait(m_random.bounded(4) == 0 ? m_random.bounded(30) : m_random.bounded(3));
+            test::pauseOfAPerson(m_random.bounded(4) == 0 ? m_random.bounded(30) : m_random.bounded(3));
         }
         if (m_random.bounded(5) == 0 && m_board.isPlugged())
             letASweepCome();
@@ -116,7 +117,7 @@ public:
         for (int attempt = 0; attempt < 20 && right == before; ++attempt) {
             m_window.type("txtStart", QStringLiteral("1000000"));
             m_window.type("txtStop", QStringLiteral("7000000"));
-            QTest::qWait(50);
+            static_cast<void>(QTest::qWaitFor([&] { return !m_update->isActive(); }));
             if (m_window.isShown("cmdStart"))
                 m_window.click("cmdStart");
             static_cast<void>(QTest::qWaitFor([&] { return right > before; }, 1'500));

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The measuring pages of the manual, step by step on the simulated board: the numbers that they tell are those shown.
-#include "core/number_text.h"
+#include "tests/support/walk_numbers.h"
 #include "tests/support/window_bench.h"
 
 #include <QRegularExpression>
@@ -55,7 +55,7 @@ struct Bench : WindowBench
     {
         window->findChild<QAction *>(QString::fromLatin1(scale))->trigger();
         click("cmdStart");
-        if (!QTest::qWaitFor([this] { return table()->text(kSweepPoints, 2) != QStringLiteral("0"); }, 10000))
+        if (!QTest::qWaitFor([this] { return table()->text(400, 2) != QStringLiteral("0"); }, 10000))
             qFatal("no sweep came");
         click("cmdStop");
         if (!QTest::qWaitFor([this] { return isShown("cmdStart"); }, 10000))
@@ -69,15 +69,15 @@ struct Bench : WindowBench
         sweep(scale);
     }
 
-    double number(const char *box) const { return NumberText().toDouble(text(box)); }
-    double amplitude(int row) const { return NumberText().toDouble(table()->text(row, SweepTable::AmplitudeColumn)); }
-    double frequency(int row) const { return NumberText().toDouble(table()->text(row, SweepTable::FrequencyColumn)); }
+    double number(const char *box) const { return test::readNumber(text(box)); }
+    double amplitude(int row) const { return test::readNumber(table()->text(row, SweepTable::AmplitudeColumn)); }
+    double frequency(int row) const { return test::readNumber(table()->text(row, SweepTable::FrequencyColumn)); }
 
     template <typename Condition>
     std::vector<double> frequenciesWhere(Condition condition) const
     {
         std::vector<double> found;
-        for (int row = 1; row <= kSweepPoints; ++row)
+        for (int row = 1; row <= 400; ++row)
             if (condition(amplitude(row)))
                 found.push_back(frequency(row));
         if (found.empty())
@@ -145,7 +145,7 @@ void TestManualSteps::aLowPassFilter()
     QCOMPARE_NEAR(bench.number("txtM2Y"), told(page, R"(level beside M2 \((-[\d.]+) dB\))")[0], 3.0);
 
     std::vector<double> bottom;
-    for (int row = kSweepPoints - 50; row <= kSweepPoints; ++row)
+    for (int row = 350; row <= 400; ++row)
         bottom.push_back(bench.amplitude(row));
     std::nth_element(bottom.begin(), bottom.begin() + 25, bottom.end());
     QCOMPARE_NEAR(bottom[25], told(page, R"(ends at (-[\d.]+) dB)")[0], 1.0);

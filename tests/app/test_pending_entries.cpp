@@ -2,6 +2,7 @@
 // What is being typed counts before anything else that the user does, wherever the focus is by then.
 #include "tests/support/entry_bench.h"
 #include "tests/support/locales.h"
+#include "tests/support/walk_numbers.h"
 
 using namespace calvorn;
 using calvorn::test::kFrequencyBoxes;
@@ -111,7 +112,7 @@ void TestPendingEntries::aShiftClickReplacesItsOwnEntry()
     bench.clickGraph(at, Qt::LeftButton, Qt::ShiftModifier);
     const double clicked = bench.height(GraphItem::M3);
     QVERIFY2(std::abs(clicked - bench.userHeight(at)) <= 0.5001, qPrintable(QString::number(clicked)));
-    QCOMPARE(bench.shown(WalkBox::M3Y), NumberText().masked(clicked / 1000.0, kMaskVolt));
+    QCOMPARE(bench.shown(WalkBox::M3Y), test::shownAmplitude(true, clicked / 1000.0));
     bench.tab();
     QCOMPARE(bench.height(GraphItem::M3), clicked);
 }
@@ -296,7 +297,7 @@ void TestPendingEntries::closingTakesTheEntry()
         close(half);
         QVERIFY(!half.window->isVisible());
         const QString saved = half.folder.setting("Calvorn", "Marker 3");
-        QCOMPARE(NumberText().toDouble(saved), 0.75);
+        QCOMPARE(test::readNumber(saved), 0.75);
 
         const Bench typed;
         typed.hands.typeOver(WalkBox::Stop, QStringLiteral("6000000"));
@@ -306,12 +307,12 @@ void TestPendingEntries::closingTakesTheEntry()
         const Bench marker;
         marker.hands.typeOver(WalkBox::M2X, QStringLiteral("4000000"));
         close(marker);
-        QCOMPARE(NumberText().toDouble(marker.folder.setting("Calvorn", "Marker 2")), 4000000.0);
+        QCOMPARE(test::readNumber(marker.folder.setting("Calvorn", "Marker 2")), 4000000.0);
 
         const Bench top;
         top.hands.typeOver(WalkBox::MaxVolt, test::inLocale(locale, QStringLiteral("3.5")));
         close(top);
-        QCOMPARE(NumberText().toDouble(top.folder.setting("Calvorn", "Max scaleV")), 3.5);
+        QCOMPARE(test::readNumber(top.folder.setting("Calvorn", "Max scaleV")), 3.5);
     }
 }
 

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "core/number_text.h"
 #include "tests/support/locales.h"
+#include "tests/support/quiet_time.h"
 #include "tests/support/sweep_file_bench.h"
+#include "tests/support/walk_numbers.h"
 
 #include <QListWidget>
 
@@ -105,9 +106,9 @@ void TestSweepFiles::linesLandInTheRowsTheyName()
     bench.writeFile(wholeFile(order));
     bench.desktop.answers.enqueue(kBoxCancel);
     bench.trigger("mnuOpenCSV");
-    for (int row = 1; row <= kSweepPoints; ++row) {
+    for (int row = 1; row <= 400; ++row) {
         QCOMPARE(bench.table()->text(row, 2), QString::number(row));
-        QCOMPARE(NumberText().toInt32(bench.table()->text(row, 0)), 2000000 + row * 1000);
+        QCOMPARE(bench.table()->text(row, 0), test::shownHertz(2000000 + row * 1000));
     }
 }
 
@@ -144,19 +145,18 @@ void TestSweepFiles::decibelsComeBackWithTheQuestion()
     QLocale::setDefault(locale);
     Bench bench;
     bench.trigger("mnuScalaLogaritmica1");
-    const NumberText numbers;
     QList<double> decibels;
-    for (int row = 1; row <= kSweepPoints; ++row)
-        decibels.append(numbers.toDouble(bench.table()->text(row, 1)));
+    for (int row = 1; row <= 400; ++row)
+        decibels.append(test::readNumber(bench.table()->text(row, 1)));
     bench.trigger("mnuSaveCSV");
     const QList<QByteArray> lines = bench.file().split('\n');
     QVERIFY(lines[0].contains("\"milliVolt\""));
     bench.desktop.answers.enqueue(kBoxCancel);
     bench.trigger("mnuOpenCSV");
     QCOMPARE(bench.desktop.boxes.size(), 1);
-    for (int row = 1; row <= kSweepPoints; ++row) {
+    for (int row = 1; row <= 400; ++row) {
         QCOMPARE(lines[row].trimmed().split(',').last().toDouble(), decibels[row - 1] * 1000.0);
-        QCOMPARE(bench.table()->text(row, 1), numbers.masked(decibels[row - 1], kMaskVolt));
+        QCOMPARE(bench.table()->text(row, 1), test::shownAmplitude(true, decibels[row - 1]));
     }
     QCOMPARE(bench.table()->text(0, 1), QStringLiteral("dB"));
 }
@@ -182,10 +182,9 @@ void TestSweepFiles::aDifferentCalibrationIsAskedAbout()
     QCOMPARE(box.icon, BoxIcon::Warning);
     QCOMPARE(box.buttons, BoxButtons::OkCancel);
     bench.trigger("mnuOpenCSV");
-    const NumberText numbers;
-    for (int row = 1; row <= kSweepPoints; ++row) {
-        const double count = numbers.toDouble(bench.table()->text(row, 2));
-        QVERIFY(std::abs(numbers.toDouble(bench.table()->text(row, 1)) - (count * 0.00244 + 0.5)) < 0.0006);
+    for (int row = 1; row <= 400; ++row) {
+        const double count = test::readNumber(bench.table()->text(row, 2));
+        QVERIFY(std::abs(test::readNumber(bench.table()->text(row, 1)) - (count * 0.00244 + 0.5)) < 0.0006);
     }
 }
 
@@ -213,7 +212,7 @@ void TestSweepFiles::theWindowMovesToTheImportedSweep()
     QCOMPARE(bench.text("txtM2M1"), inLocale(locale, QStringLiteral("200,000")));
     QCOMPARE(bench.find<SweepGraph>("picSweep")->curve().last(), QPointF(400, 976));
     // The imported sweep stays, though its plan is another one than that of the last sweep.
-    QTest::qWait(700);
+    test::nothingHappensFor(700);
     QCOMPARE(bench.table()->text(400, 2), QStringLiteral("400"));
 }
 
@@ -229,10 +228,9 @@ void TestSweepFiles::okReplacesEveryRow()
     bench.writeFile(wholeFile({1, 400}));
     bench.trigger("mnuOpenCSV");
     QCOMPARE(bench.desktop.boxes.size(), 1);
-    const NumberText numbers;
-    for (int row = 1; row <= kSweepPoints; ++row) {
-        const double count = numbers.toDouble(bench.table()->text(row, 2));
-        QVERIFY(std::abs(numbers.toDouble(bench.table()->text(row, 1)) - (count * 0.00244 + 0.25)) < 0.0006);
+    for (int row = 1; row <= 400; ++row) {
+        const double count = test::readNumber(bench.table()->text(row, 2));
+        QVERIFY(std::abs(test::readNumber(bench.table()->text(row, 1)) - (count * 0.00244 + 0.25)) < 0.0006);
     }
     QCOMPARE(bench.table()->text(2, 2), QStringLiteral("2"));
 }

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "core/number_text.h"
 #include "tests/support/crystal_sweep.h"
 #include "tests/support/locales.h"
+#include "tests/support/quiet_time.h"
+#include "tests/support/walk_numbers.h"
 #include "tests/support/window_bench.h"
 
 #include <QElapsedTimer>
@@ -35,14 +36,14 @@ struct Bench : WindowBench
     {
     }
 
-    double amplitude(int row) const { return NumberText().toDouble(table()->text(row, 1)); }
+    double amplitude(int row) const { return test::readNumber(table()->text(row, 1)); }
 
     int peakRow() const { return test::peakRow(*table()); }
-    double frequency(int row) const { return NumberText().toDouble(table()->text(row, 0)); }
+    double frequency(int row) const { return test::readNumber(table()->text(row, 0)); }
 
     bool waitForSweep() const
     {
-        return QTest::qWaitFor([this] { return table()->text(kSweepPoints / 2, 2) != QStringLiteral("0"); }, 10000);
+        return QTest::qWaitFor([this] { return table()->text(200, 2) != QStringLiteral("0"); }, 10000);
     }
 
     // The process of the server that serves this window.
@@ -89,8 +90,8 @@ void TestSweepOnSimulatedBoard::theFilterAppearsInTheTable()
     QVERIFY(bench.amplitude(bench.peakRow()) > 0.8);
     QVERIFY(bench.amplitude(1) < 0.02);
     QVERIFY(bench.amplitude(400) < 0.1);
-    for (int row = 1; row <= kSweepPoints; ++row) {
-        const double count = NumberText().toDouble(bench.table()->text(row, 2));
+    for (int row = 1; row <= 400; ++row) {
+        const double count = test::readNumber(bench.table()->text(row, 2));
         QVERIFY(count >= 0 && count <= 1023);
         QVERIFY(std::abs(bench.amplitude(row) - count * 0.00244) < 0.0006);
     }
@@ -113,7 +114,7 @@ void TestSweepOnSimulatedBoard::sweepsRepeatUntilTheyAreStopped()
     QVERIFY(bench.window->findChild<QAction *>(QStringLiteral("mnuSetUp"))->isEnabled());
     QCoreApplication::processEvents();
     const int atTheEnd = sweeps;
-    QTest::qWait(200);
+    test::nothingHappensFor(200);
     QCOMPARE(sweeps, atTheEnd);
     QCOMPARE(bench.desktop.boxes.size(), 0);
     bench.click("cmdStart");
@@ -153,7 +154,7 @@ void TestSweepOnSimulatedBoard::aChangedRangeReplansTheRunningSweep()
     // Every sweep that reaches the table after the change belongs to the new plan: its peak is at 7.1 MHz.
     int checked = 0;
     connect(bench.table(), &SweepTable::dataChanged, bench.window.get(), [&] {
-        if (bench.table()->text(kSweepPoints / 2, 2) == QStringLiteral("0"))
+        if (bench.table()->text(200, 2) == QStringLiteral("0"))
             return;
         const double peak = bench.frequency(bench.peakRow());
         QVERIFY2(std::abs(peak - 7.1e6) < 400e3, qPrintable(QString::number(peak)));
@@ -192,7 +193,7 @@ void TestSweepOnSimulatedBoard::aKilledServerIsToldOnceAndReplaced()
     QVERIFY(first > 0);
     kill(static_cast<pid_t>(first), SIGKILL);
     QTRY_VERIFY(bench.isShown("cmdStart"));
-    QTest::qWait(100);
+    test::nothingHappensFor(100);
     QCOMPARE(bench.desktop.boxes.size(), 1);
     QCOMPARE(bench.desktop.boxes[0].icon, BoxIcon::Critical);
     QVERIFY(bench.desktop.lastText().startsWith(QStringLiteral("The acquisition server has ended unexpectedly.")));

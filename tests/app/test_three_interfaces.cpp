@@ -37,7 +37,7 @@ private slots:
         int sweeps = 0;
         QSet<int> peaks;
         connect(bench.table(), &SweepTable::dataChanged, bench.window.get(), [&] {
-            if (bench.table()->text(kSweepPoints / 2, SweepTable::SampleColumn) == QStringLiteral("0"))
+            if (bench.table()->text(200, SweepTable::SampleColumn) == QStringLiteral("0"))
                 return;
             ++sweeps;
             peaks.insert(test::peakRow(*bench.table()));
@@ -64,7 +64,7 @@ private slots:
                           test::crystalSettings(static_cast<std::int16_t>(interfaceType)));
         QVERIFY2(bench.desktop.boxes.isEmpty(), qPrintable(bench.desktop.lastText()));
         bench.click("cmdStart");
-        QTRY_VERIFY_WITH_TIMEOUT(bench.table()->text(kSweepPoints, SweepTable::SampleColumn) != u"0", 10000);
+        QTRY_VERIFY_WITH_TIMEOUT(bench.table()->text(400, SweepTable::SampleColumn) != u"0", 10000);
         bench.type("txtStop", QStringLiteral("8950100"));
         QTRY_COMPARE_WITH_TIMEOUT(bench.desktop.boxes.size(), 1, 3000);
         QVERIFY2(bench.desktop.lastText().startsWith(QStringLiteral("Minimum sweeping range is 400 Hz.\r")),
@@ -74,7 +74,7 @@ private slots:
         QCOMPARE(bench.configuration.stopFreq, 8950400);
         QCOMPARE(bench.text("txtStop"), QStringLiteral("8,950,400"));
         QCOMPARE(bench.text("txtStep"), QStringLiteral("1"));
-        QCOMPARE(bench.table()->text(kSweepPoints, SweepTable::FrequencyColumn), QStringLiteral("8,950,399"));
+        QCOMPARE(bench.table()->text(400, SweepTable::FrequencyColumn), QStringLiteral("8,950,399"));
         // New sweeps arrive without another press.
         int sweeps = 0;
         connect(bench.table(), &SweepTable::dataChanged, bench.window.get(), [&] { ++sweeps; });

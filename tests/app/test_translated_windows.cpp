@@ -8,6 +8,7 @@
 #include "tests/support/cut_off_texts.h"
 #include "tests/support/fake_server_control.h"
 #include "tests/support/set_up_bench.h"
+#include "tests/support/walk_numbers.h"
 #include "tests/support/while_modal.h"
 #include "tests/support/window_bench.h"
 
@@ -114,7 +115,7 @@ void TestTranslatedWindows::theProgramSpeaksTheLanguageOfTheDesktop()
     const QString ofItaly = QStringLiteral("Avvia sweep");
     QCOMPARE(bench.caption("cmdStart") == ofItaly, m_language->code() == u"it");
     // Numbers are those of the locale, whatever the texts are.
-    QCOMPARE(bench.text("txtStart"), NumberText().masked(1000000, kMaskHertz));
+    QCOMPARE(bench.text("txtStart"), test::shownHertz(1000000));
 }
 
 void TestTranslatedWindows::nothingIsCutOffInTheMainWindow()

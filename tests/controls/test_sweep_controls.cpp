@@ -11,6 +11,10 @@ using namespace calvorn;
 
 namespace {
 
+// States of a sweep.
+constexpr std::int16_t kIdle = 0;
+constexpr std::int16_t kSweeping = 4;
+
 // A driver that writes down what it is told.
 class RecordingDriver : public AcquisitionDriver
 {
@@ -118,7 +122,7 @@ private slots:
         QCOMPARE(bench.desktop.boxes.first().icon, BoxIcon::Warning);
         QVERIFY(bench.driver.calls.isEmpty());
         QVERIFY(bench.button("cmdStart")->isVisible());
-        QCOMPARE(bench.instrument.sweepState(), Instrument::kIdle);
+        QCOMPARE(bench.instrument.sweepState(), kIdle);
     }
 
     void startingSwitchesTheButtonsAndRefreshesTheLabels()
@@ -130,7 +134,7 @@ private slots:
         bench.click("cmdStart");
         QCOMPARE(order.join(QString()), QStringLiteral("fm"));
         QCOMPARE(bench.driver.calls, QStringList{QStringLiteral("start")});
-        QCOMPARE(bench.instrument.sweepState(), Instrument::kSweeping);
+        QCOMPARE(bench.instrument.sweepState(), kSweeping);
         QVERIFY(bench.button("cmdStop")->isVisible());
         QVERIFY(!bench.button("cmdStart")->isVisible());
         QCOMPARE(bench.enabled.last().first().toBool(), false);
@@ -141,7 +145,7 @@ private slots:
         QVERIFY(bench.button("cmdStart")->isVisible());
         QVERIFY(!bench.button("cmdStop")->isVisible());
         QCOMPARE(bench.enabled.last().first().toBool(), true);
-        QCOMPARE(bench.instrument.sweepState(), Instrument::kIdle);
+        QCOMPARE(bench.instrument.sweepState(), kIdle);
     }
 
     void theForcedStopRestoresOnlyTheButtons()
@@ -153,7 +157,7 @@ private slots:
         QVERIFY(bench.button("cmdStop")->isVisible());
         bench.controls.cmdSwStop_Click();
         QVERIFY(bench.button("cmdStart")->isVisible());
-        QCOMPARE(bench.instrument.sweepState(), Instrument::kSweeping);
+        QCOMPARE(bench.instrument.sweepState(), kSweeping);
         QCOMPARE(bench.log.takeEarlyLines(), QStringList{QStringLiteral("Stop sweep forzato")});
         QCOMPARE(bench.driver.calls.count(QStringLiteral("stop 2")), 2);
     }
@@ -173,7 +177,7 @@ private slots:
         bench.click("cmdStart");
         QCOMPARE(pumps, 3);
         QCOMPARE(bench.driver.calls.count(QStringLiteral("start")), 2);
-        QCOMPARE(bench.instrument.sweepState(), Instrument::kSweeping);
+        QCOMPARE(bench.instrument.sweepState(), kSweeping);
     }
 
     void aChangedRangeDuringAStartIsAppliedAfterIt()
@@ -228,7 +232,7 @@ private slots:
         Bench bench;
         bench.driver.accepts = false;
         bench.click("cmdStart");
-        QCOMPARE(bench.instrument.sweepState(), Instrument::kIdle);
+        QCOMPARE(bench.instrument.sweepState(), kIdle);
         QVERIFY(bench.button("cmdStop")->isVisible());
     }
 
@@ -239,11 +243,11 @@ private slots:
         bench.click("cmdStart");
         QCOMPARE(bench.desktop.boxes.size(), 1);
         QVERIFY(bench.desktop.lastText().contains(QStringLiteral("(in cmdStart_Click)")));
-        QCOMPARE(bench.instrument.sweepState(), Instrument::kIdle);
+        QCOMPARE(bench.instrument.sweepState(), kIdle);
         QVERIFY(bench.button("cmdStart")->isVisible());
         bench.driver.fails = false;
         bench.click("cmdStart");
-        QCOMPARE(bench.instrument.sweepState(), Instrument::kSweeping);
+        QCOMPARE(bench.instrument.sweepState(), kSweeping);
     }
 
     void anErrorInThePlanEndsTheStart()
@@ -253,7 +257,7 @@ private slots:
         bench.click("cmdStart");
         QCOMPARE(bench.desktop.lastText(), QStringLiteral("Overflow.\r(in cmdStart_Click)"));
         QVERIFY(bench.driver.calls.isEmpty());
-        QCOMPARE(bench.instrument.sweepState(), Instrument::kIdle);
+        QCOMPARE(bench.instrument.sweepState(), kIdle);
         QVERIFY(bench.button("cmdStart")->isVisible());
     }
 
@@ -265,7 +269,7 @@ private slots:
         bench.click("cmdStart");
         QVERIFY2(bench.desktop.lastText().startsWith(QStringLiteral("There is no driver for this interface: 7")),
                  qPrintable(bench.desktop.lastText()));
-        QCOMPARE(bench.instrument.sweepState(), Instrument::kIdle);
+        QCOMPARE(bench.instrument.sweepState(), kIdle);
         QVERIFY(bench.button("cmdStart")->isVisible());
         bench.click("optSpeed_1");
         bench.fireTimer();

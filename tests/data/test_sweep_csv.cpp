@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "data/sweep_csv.h"
 
-#include "core/number_text.h"
 #include "core/runtime_error.h"
 #include "tests/support/locales.h"
+#include "tests/support/walk_numbers.h"
 
 #include <QBuffer>
 #include <QRandomGenerator>
@@ -52,7 +52,7 @@ private slots:
         QFETCH(QLocale, locale);
         QLocale::setDefault(locale);
         QRandomGenerator random(4711);
-        const NumberText numbers;
+        const test::WalkNumbers numbers{QLocale()};
         Configuration configuration;
         SweepTable table(configuration);
         SweepTable again(configuration);
@@ -60,21 +60,21 @@ private slots:
             configuration.startFreq = random.bounded(1, 100000000);
             configuration.stepFreq = random.bounded(-200000, 2000000);
             table.inizializzaGrid();
-            for (int row = 1; row <= kSweepPoints; ++row) {
+            for (int row = 1; row <= 400; ++row) {
                 const int count = random.bounded(1024);
-                table.setText(row, SweepTable::SampleColumn, NumberText::fromInteger(count));
+                table.setText(row, SweepTable::SampleColumn, QString::number(count));
                 // Millivolts on either side of zero, and tenths of dB down to -100.
                 const double amplitude =
                     i % 2 == 0 ? random.bounded(-500, 30000) / 1000.0 : random.bounded(-1000, 200) / 10.0;
-                table.setText(row, SweepTable::AmplitudeColumn, numbers.masked(amplitude, kMaskVolt));
+                table.setText(row, SweepTable::AmplitudeColumn, numbers.amplitude(true, amplitude));
             }
             QByteArray csv = sweepAsCsv(table);
             QBuffer device(&csv);
             QVERIFY(device.open(QIODevice::ReadOnly));
             readSweepCsv(device, again);
             QVERIFY(!again.axis()); // no vector belongs to these rows
-            for (int row = 1; row <= kSweepPoints; ++row)
-                for (int column = 0; column < kTableColumns; ++column)
+            for (int row = 1; row <= 400; ++row)
+                for (int column = 0; column < 3; ++column)
                     QCOMPARE(again.text(row, column), table.text(row, column));
             QCOMPARE(sweepAsCsv(again), csv);
         }
@@ -83,7 +83,7 @@ private slots:
     void linesWithoutEndAreRefused()
     {
         QByteArray csv("a,b,c,d\r\n");
-        for (int line = 0; line <= kMostSweepLines; ++line)
+        for (int line = 0; line <= 100'000; ++line)
             csv += "7,1000000,5,12\r\n";
         csv += "400,1000000,5,12\r\n";
         QBuffer device(&csv);

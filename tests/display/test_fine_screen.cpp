@@ -77,7 +77,7 @@ private slots:
         graph.inizializzaGraph();
         graph.resize(401, 401);
         graph.markers().setVisible(GraphItem::M4, false); // at 0 V, just above
-        graph.moveLine(GraphItem::M3, graph.coordinates().bottom());
+        graph.moveLine(GraphItem::M3, -4.0);
         const QImage image = graph.grab().toImage();
         for (const int y : {800, 801})
             QCOMPARE(image.pixel(610, y), graph.line(GraphItem::M3).colour);

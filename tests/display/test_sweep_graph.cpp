@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "tests/display/display_bench.h"
+#include "tests/support/quiet_time.h"
 
 #include <QApplication>
 #include <QHelpEvent>
@@ -133,7 +134,7 @@ private slots:
         for (int i = 0; i < 10; ++i)
             bench.panel.graph().redraws().arm();
         QTRY_COMPARE(fired.size(), 1);
-        QTest::qWait(50);
+        test::nothingHappensFor(50);
         QCOMPARE(fired.size(), 1);
         // One procedure has drawn the curve and read out the markers (both at row 1 here).
         QCOMPARE(bench.panel.graph().curve().first(), QPointF(1.0, 1250.0));
@@ -150,7 +151,7 @@ private slots:
         bench.show();
         QSignalSpy fired(&bench.panel.graph().redraws(), &RedrawTimer::fired);
         for (int sweep = 1; sweep <= 5; ++sweep) {
-            QTest::qSleep(16);
+            QTest::qSleep(16); // a screen shows a picture in that time
             bench.panel.graph().redraws().arm();
             QCOMPARE(fired.size(), sweep - 1); // never inside the procedure that stores the samples
             QCoreApplication::sendPostedEvents(&bench.panel.graph().redraws(), QEvent::MetaCall);
@@ -191,8 +192,12 @@ private slots:
         graph.moveLine(GraphItem::M1, 100);
         graph.show();
         QVERIFY(QTest::qWaitForWindowExposed(&graph));
-        QTest::qWait(50);
-        graph.painted.clear();
+        const auto isQuiet = [&graph] {
+            graph.painted.clear();
+            test::nothingHappensFor(50);
+            return graph.painted.isEmpty();
+        };
+        QTRY_VERIFY(isQuiet());
         const QPolygonF curve = graph.curve();
         fillVolts(table, QStringLiteral("1"));
         graph.moveLine(GraphItem::M1, 110);
@@ -203,7 +208,7 @@ private slots:
         QCOMPARE(graph.line(GraphItem::M1).x1, 110.0);
         QCOMPARE(graph.line(GraphItem::M1).x2, 110.0);
         QCOMPARE(graph.label(GraphItem::M1).left, 112.0);
-        const int x = static_cast<int>(graph.coordinates().toPixel({110, 0}, graph.size()).x());
+        const int x = static_cast<int>(0.5 + 110.0 / 400.0 * (graph.width() - 1));
         QCOMPARE(grab(graph).pixel(x, 350), graph.line(GraphItem::M1).colour);
     }
 
@@ -213,7 +218,7 @@ private slots:
         SweepGraph &graph = bench.panel.graph();
         bench.show();
         graph.moveLine(GraphItem::M3, 20000.0);
-        const double y = graph.coordinates().toPixel({0, 20000}, graph.size()).y();
+        const double y = 0.5 + 20.0 / 40.0 * (graph.height() - 1);
         QVERIFY(std::abs(graph.labelRect(GraphItem::M3).center().y() - y) < 0.5);
         // At the edge there is no room to the right of the line: the caption stays readable to its left, above the
         // plot.
@@ -240,7 +245,7 @@ private slots:
         large.setPointSizeF(2.0 * large.pointSizeF());
         graph.setFont(large);
         QVERIFY(graph.labelRect(GraphItem::M3).height() > 1.5 * height);
-        const double y = graph.coordinates().toPixel({0, 20000}, graph.size()).y();
+        const double y = 0.5 + 20.0 / 40.0 * (graph.height() - 1);
         QVERIFY(std::abs(graph.labelRect(GraphItem::M3).center().y() - y) < 0.5);
     }
 
@@ -277,7 +282,7 @@ private slots:
         const QPointF middle = pressed(Qt::Key_Right);
         QCOMPARE(middle.x(), 201.0);
         QCOMPARE(pressed(Qt::Key_Left).x(), 200.0);
-        const double step = graph.coordinates().height() / graph.height();
+        const double step = -2000.0 / graph.height();
         QCOMPARE(pressed(Qt::Key_Down).y(), middle.y() + step);
         QCOMPARE(pressed(Qt::Key_Up).y(), middle.y());
         QCOMPARE(pressed(Qt::Key_Down, Qt::ControlModifier).y(), middle.y() + 10.0 * step);
@@ -311,7 +316,8 @@ private slots:
         pen.setPen(QPen(Qt::black, 4));
         QPolygonF line;
         for (const QPointF &point : graph.curve())
-            line.append(graph.coordinates().toPixel(point, graph.size()));
+            line.append(
+                {0.5 + point.x() / 400.0 * (graph.width() - 1), 0.5 + point.y() / 40000.0 * (graph.height() - 1)});
         pen.drawPolyline(line);
         pen.end();
         // Paper is another ink of the same drawing.
@@ -321,7 +327,7 @@ private slots:
         int bare = 0;
         for (int y = 0; y < screen.height(); ++y) {
             for (int x = 0; x < screen.width(); ++x) {
-                if (screen.pixel(x, y) != kGraphBackground || besideTheCurve.pixelColor(x, y) != Qt::white)
+                if (screen.pixel(x, y) != qRgb(0, 0, 0) || besideTheCurve.pixelColor(x, y) != Qt::white)
                     continue;
                 QCOMPARE(picture.pixel(x, y), qRgb(255, 255, 255));
                 ++bare;

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "core/number_text.h"
 #include "data/sweep_table.h"
 #include "tests/support/interface_settings.h"
+#include "tests/support/walk_numbers.h"
 
 namespace calvorn::test {
 
@@ -12,11 +12,11 @@ inline constexpr int kCrystalRow = 201;
 
 inline int peakRow(const SweepTable &table)
 {
-    const NumberText numbers;
+    const WalkNumbers numbers{QLocale()};
     int peak = 1;
     double highest = -1e9;
-    for (int row = 1; row <= kSweepPoints; ++row) {
-        const double amplitude = numbers.toDouble(table.text(row, SweepTable::AmplitudeColumn));
+    for (int row = 1; row <= 400; ++row) {
+        const double amplitude = numbers.number(table.text(row, SweepTable::AmplitudeColumn));
         if (amplitude > highest) {
             highest = amplitude;
             peak = row;

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "core/number_text.h"
 #include "tests/support/fake_server_control.h"
+#include "tests/support/own_plot.h"
 #include "tests/support/walk_hands.h"
+#include "tests/support/walk_numbers.h"
 
 namespace calvorn::test {
 
@@ -31,15 +32,8 @@ struct EntryBench : WindowBench
     double row(GraphItem marker) const { return graph()->line(marker).x1; }
     double height(GraphItem marker) const { return graph()->line(marker).y1; }
 
-    QPoint place(double row, double y) const
-    {
-        const QPointF at = graph()->coordinates().toPixel({row, y}, graph()->size());
-        return {static_cast<int>(at.x()), static_cast<int>(at.y())};
-    }
-    double userHeight(QPoint place) const
-    {
-        return graph()->coordinates().toUser(QPointF(place) + QPointF(0.5, 0.5), graph()->size()).y();
-    }
+    QPoint place(double row, double y) const { return OwnPlot(configuration, graph()->size()).pixel(row, y); }
+    double userHeight(QPoint place) const { return OwnPlot(configuration, graph()->size()).yAt(place.y() + 0.5); }
     void clickGraph(QPoint at, Qt::MouseButton button = Qt::LeftButton, Qt::KeyboardModifiers held = {}) const
     {
         QTest::mouseClick(graph(), button, held, at);
@@ -47,7 +41,7 @@ struct EntryBench : WindowBench
 
     const QString &cell(int row) const { return table()->text(row, SweepTable::FrequencyColumn); }
     QString shown(WalkBox box) const { return hands.box(box)->text(); }
-    double number(WalkBox box) const { return NumberText().toDouble(shown(box)); }
+    double number(WalkBox box) const { return readNumber(shown(box)); }
     void tab() const { hands.key(Qt::Key_Tab); }
 
     // Which boxes show plain digits although they do not have the focus.
@@ -56,7 +50,7 @@ struct EntryBench : WindowBench
         QStringList names;
         for (const WalkBox which : kFrequencyBoxes) {
             const QLineEdit *box = hands.box(which);
-            if (!box->hasFocus() && box->text() != NumberText().masked(number(which), kMaskHertz))
+            if (!box->hasFocus() && box->text() != shownHertz(number(which)))
                 names.append(box->objectName() + u' ' + box->text());
         }
         return names.join(u',');
@@ -65,7 +59,7 @@ struct EntryBench : WindowBench
 
 inline QString masked(double hertz)
 {
-    return NumberText().masked(hertz, kMaskHertz);
+    return shownHertz(hertz);
 }
 
 } // namespace calvorn::test

@@ -3,6 +3,7 @@
 
 #include "core/configuration.h"
 #include "tests/support/interface_settings.h"
+#include "tests/support/quiet_time.h"
 
 #include <QByteArray>
 #include <QDeadlineTimer>
@@ -116,7 +117,7 @@ public:
             next.close();
             next.rename(faultFile());
         }
-        QTest::qWait(25);
+        giveTheBoard(25); // it looks every five
     }
 
     // What the board has seen since the start: the events of the lines without their time stamps.

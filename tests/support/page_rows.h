@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "core/number_text.h"
 #include "data/sweep_table.h"
 #include "tests/support/page_boards.h"
 
@@ -19,9 +18,9 @@ inline int countAtRow(std::int16_t interfaceType, std::int16_t mode, std::int32_
         return countAt(wordAt(static_cast<double>(hertz), 80e6));
     // The MiniVNA sweeps upwards, in steps of a whole number of units.
     constexpr double kClockHz = 400e6;
-    const std::int64_t last = start + std::int64_t{step} * (kSweepPoints - 1);
+    const std::int64_t last = start + std::int64_t{step} * 399;
     const std::uint32_t first = wordAt(static_cast<double>(std::min<std::int64_t>(start, last)), kClockHz);
-    const int fromBelow = step < 0 ? kSweepPoints - row : row - 1;
+    const int fromBelow = step < 0 ? 400 - row : row - 1;
     const std::uint32_t word = first + static_cast<std::uint32_t>(fromBelow) * wordAt(std::abs(double(step)), kClockHz);
     if (mode == 1)
         return countAt(word);
@@ -31,15 +30,14 @@ inline int countAtRow(std::int16_t interfaceType, std::int16_t mode, std::int32_
 // Whether every count of the table was measured at the frequency in its row, and in this mode (MiniVNA).
 inline Rows rowsOf(const SweepTable &table, std::int16_t interfaceType, std::int16_t mode = 0)
 {
-    const NumberText numbers;
     const auto hertz = [&](int row) {
-        return numbers.toInt32(QString(table.text(row, SweepTable::FrequencyColumn)).remove(u',').remove(u'.'));
+        return QString(table.text(row, SweepTable::FrequencyColumn)).remove(u',').remove(u'.').toInt();
     };
     const std::int32_t start = hertz(1);
     const std::int32_t step = hertz(2) - start;
     bool isEmpty = true;
     bool isRight = true;
-    for (int row = 1; row <= kSweepPoints; ++row) {
+    for (int row = 1; row <= 400; ++row) {
         const int count = table.text(row, SweepTable::SampleColumn).toInt();
         isEmpty = isEmpty && count == 0;
         isRight = isRight && hertz(row) == start + step * (row - 1) &&

@@ -52,6 +52,12 @@ struct Scene : WindowBench
         WidgetHands::type("txtStart", QString::number(start));
         WidgetHands::type("txtStop", QString::number(stop));
     }
+    // Waits until the range that was typed is planned.
+    bool rangeIsTaken() const
+    {
+        const auto *timer = window->findChild<QTimer *>(QStringLiteral("timerUpdateSweep"));
+        return QTest::qWaitFor([timer] { return !timer->isActive(); });
+    }
     // Presses "Sweep ON" and waits for as many good sweeps.
     bool sweeps(int count = 2)
     {

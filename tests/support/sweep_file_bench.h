@@ -29,7 +29,7 @@ struct SweepFileBench : WindowBench
     {
         QVector<int> counts;
         QRandomGenerator random(static_cast<quint32>(seed));
-        for (int i = 0; i < kSweepPoints; ++i)
+        for (int i = 0; i < 400; ++i)
             counts.append(static_cast<int>(random.bounded(1024)));
         emit driver()->aVettore(counts);
     }
@@ -39,8 +39,8 @@ struct SweepFileBench : WindowBench
     QStringList cells() const
     {
         QStringList all;
-        for (int row = 0; row <= kSweepPoints; ++row)
-            for (int column = 0; column < kTableColumns; ++column)
+        for (int row = 0; row <= 400; ++row)
+            for (int column = 0; column < 3; ++column)
                 all.append(table()->text(row, column));
         return all;
     }

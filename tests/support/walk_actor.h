@@ -151,7 +151,7 @@ protected:
         allow({"table"});
         QRandomGenerator random(static_cast<quint32>(step.a));
         QVector<int> counts;
-        for (int i = 0; i < kSweepPoints; ++i)
+        for (int i = 0; i < 400; ++i)
             counts.append(static_cast<int>(random.bounded(1024)));
         m_bench.desktop.ticks += 1 + static_cast<std::uint32_t>(step.b % 500);
         emit m_bench.driver()->aVettore(counts);
@@ -159,7 +159,7 @@ protected:
         const bool inverted =
             m_bench.configuration.interfaceType == kInterfaceVna && m_bench.caption("cmdMisura") == u"DUT";
         afterwards([=, this] {
-            for (int row = 1; row <= kSweepPoints; ++row)
+            for (int row = 1; row <= 400; ++row)
                 if (m_state.cell(row, 2) != QString::number(inverted ? 1024 - counts[row - 1] : counts[row - 1]))
                     return expect(false, QStringLiteral("vector not stored"), QString::number(row));
             expect(!m_hands.graph()->curve().isEmpty(), QStringLiteral("vector not drawn"));
@@ -226,7 +226,7 @@ protected:
         if (corrected)
             return;
         const double first = m_numbers.number(m_state.cell(1, 0));
-        const double last = m_numbers.number(m_state.cell(kSweepPoints, 0));
+        const double last = m_numbers.number(m_state.cell(400, 0));
         const auto shows = [this](const char *name, double hertz) {
             const bool plain = m_bench.find(name)->hasFocus() && m_bench.text(name) == m_numbers.plain(hertz, 0);
             expect(plain || m_bench.text(name) == m_numbers.hertz(hertz),
@@ -256,9 +256,8 @@ protected:
             if (!file.open(QIODevice::ReadOnly))
                 return expect(false, QStringLiteral("no file after an export"));
             const QList<QByteArray> lines = file.readAll().split('\n');
-            expect(lines.size() == kSweepPoints + 2, QStringLiteral("lines of an export"),
-                   QString::number(lines.size()));
-            for (int row = 1; row <= kSweepPoints && row < lines.size(); ++row) {
+            expect(lines.size() == 402, QStringLiteral("lines of an export"), QString::number(lines.size()));
+            for (int row = 1; row <= 400 && row < lines.size(); ++row) {
                 const QList<QByteArray> fields = lines[row].trimmed().split(',');
                 if (fields.size() == 4 && fields[0].toInt() == row &&
                     fields[1].toDouble() == m_numbers.number(m_state.cell(row, 0)) &&
@@ -343,7 +342,7 @@ protected:
     // The program is closed and started again.
     void reopen(const WalkStep &)
     {
-        const bool falling = m_numbers.number(m_before.cell(1, 0)) > m_numbers.number(m_before.cell(kSweepPoints, 0));
+        const bool falling = m_numbers.number(m_before.cell(1, 0)) > m_numbers.number(m_before.cell(400, 0));
         const bool samePlan = !m_history.foreignPlan && !m_hands.updateTimer()->isActive();
         const std::optional<WalkStep> entry = m_entry;
         QMap<QString, QStringList> expected;

@@ -3,6 +3,7 @@
 
 #include "instrument/acquisition_driver.h"
 #include "tests/support/fake_server_control.h"
+#include "tests/support/own_plot.h"
 #include "tests/support/walk_hands.h"
 #include "tests/support/while_modal.h"
 
@@ -129,7 +130,7 @@ protected:
     QString rowOf(double hertz, const WalkState &state) const
     {
         int row = 1;
-        while (row < kSweepPoints && m_numbers.number(state.cell(row, 0)) < std::nearbyint(hertz))
+        while (row < 400 && m_numbers.number(state.cell(row, 0)) < std::nearbyint(hertz))
             ++row;
         return QString::number(row);
     }
@@ -306,10 +307,11 @@ protected:
     {
         return {step.b % graph->width(), step.c % graph->height()};
     }
+    OwnPlot plotOf(const SweepGraph *graph) const { return {m_bench.configuration, graph->size()}; }
     int rowAt(const SweepGraph *graph, QPoint place) const
     {
-        const double x = graph->coordinates().toUser(place, graph->size()).x();
-        return std::clamp(static_cast<int>(std::nearbyint(x)), 1, kSweepPoints);
+        const double row = plotOf(graph).rowAt(place.x());
+        return std::clamp(static_cast<int>(std::nearbyint(row)), 1, 400);
     }
 
     void clickGraph(const WalkStep &step)
@@ -322,8 +324,8 @@ protected:
         const bool shift = step.a / 7 % 3 == 0;
         const QPoint place = placeIn(graph, step);
         const int row = rowAt(graph, place);
-        const double y = graph->coordinates().toUser(place, graph->size()).y();
-        const double pixel = std::abs(graph->coordinates().height()) / 1000.0 / graph->height();
+        const double y = plotOf(graph).yAt(place.y());
+        const double pixel = std::abs(plotOf(graph).height()) / 1000.0 / graph->height();
         if (button < 2)
             replace(shift ? kShifted[button] : kPlain[button]);
         QTest::mouseClick(graph, kButtons[button], shift ? Qt::ShiftModifier : Qt::NoModifier, place);
@@ -350,7 +352,7 @@ protected:
         const GraphLine &line = graph->line(kWalkLines[static_cast<std::size_t>(step.a % 4)]);
         const bool vertical = step.a % 4 < 2;
         const QPoint to = placeIn(graph, step);
-        QPoint from = graph->coordinates().toPixel({line.x1, line.y1}, graph->size()).toPoint();
+        QPoint from = QPointF(plotOf(graph).x(line.x1), plotOf(graph).y(line.y1)).toPoint();
         (vertical ? from.ry() : from.rx()) = vertical ? to.y() : to.x();
         if (!graph->rect().contains(from) || (to - from).manhattanLength() < 40)
             return;
@@ -405,7 +407,7 @@ protected:
         afterwards([=, this] {
             const int row = rowAt(graph, place);
             int found = 0;
-            for (const int near : {row, std::max(1, row - 1), std::min(kSweepPoints, row + 1)})
+            for (const int near : {row, std::max(1, row - 1), std::min(400, row + 1)})
                 if (found == 0 && m_bench.text("txtX") == m_state.cell(near, 0))
                     found = near;
             expect(found > 0, QStringLiteral("txtX under the mouse"),
@@ -435,7 +437,9 @@ protected:
             m_hands.click(QString::fromLatin1(button));
         } else {
             m_hands.key(caption[mnemonic].toUpper().unicode(), Qt::AltModifier);
-            QTest::qWait(120); // the button is seen to go down
+            // The button is seen to go down.
+            const auto *pressed = m_bench.find<QAbstractButton>(button);
+            static_cast<void>(QTest::qWaitFor([pressed] { return !pressed->isDown(); }));
         }
         // A file that broke off has left the boxes as they were.
         if (m_history.curveBehind)

@@ -201,9 +201,9 @@ inline QByteArray content(int form, int seed, double step, double offset)
     if (form == Empty)
         return {};
     const int hertzStep = form == Narrow ? 0 : form == Descending ? -1500 : 1000 + seed % 5000;
-    for (int line = 1; line <= kSweepPoints; ++line) {
+    for (int line = 1; line <= 400; ++line) {
         // Row 400 ends the reading.
-        const int row = form == Reversed && line < kSweepPoints ? kSweepPoints - line : line;
+        const int row = form == Reversed && line < 400 ? 400 - line : line;
         const int count = (row * 7 + seed) % 1024;
         double milliVolts = std::nearbyint((count * step + offset) * 1000.0);
         if (form == OtherCalibration || form == KeepValues)

@@ -44,6 +44,20 @@ private:
     QLocale m_plain;
 };
 
+// In the locale of the test.
+inline double readNumber(const QString &text)
+{
+    return WalkNumbers(QLocale()).number(text);
+}
+inline QString shownHertz(double hertz)
+{
+    return WalkNumbers(QLocale()).hertz(hertz);
+}
+inline QString shownAmplitude(bool linear, double amplitude)
+{
+    return WalkNumbers(QLocale()).amplitude(linear, amplitude);
+}
+
 // As the scales have it: 0 is linear, 1 and 2 refer to 1 V, 3 and 4 to 10 V.
 inline double walkReference(int scale)
 {

@@ -20,7 +20,7 @@ struct WalkState
     QStringList cells; // row by row, with the header
 
     double number(const char *aspect) const { return aspects.value(QString::fromLatin1(aspect)).toDouble(); }
-    const QString &cell(int row, int column) const { return cells[row * kTableColumns + column]; }
+    const QString &cell(int row, int column) const { return cells[row * 3 + column]; }
 
     QSet<QString> changesTo(const WalkState &after) const
     {
@@ -64,9 +64,9 @@ inline WalkState stateOf(const WindowBench &bench)
         if (bench.isShown(qPrintable(QStringLiteral("frameView_%1").arg(view))))
             put("view", QString::number(view));
     const SweepTable *table = bench.table();
-    state.cells.reserve((kSweepPoints + 1) * kTableColumns);
-    for (int row = 0; row <= kSweepPoints; ++row)
-        for (int column = 0; column < kTableColumns; ++column)
+    state.cells.reserve(401 * 3);
+    for (int row = 0; row <= 400; ++row)
+        for (int column = 0; column < 3; ++column)
             state.cells.append(table->text(row, column));
     return state;
 }
@@ -187,7 +187,7 @@ private:
         expect(m_record.stepFreq == static_cast<std::int32_t>(step), "step",
                QStringLiteral("%1, not %2").arg(m_record.stepFreq).arg(step));
         same(text("txtStep"), m_numbers.hertz(step), "txtStep");
-        for (int row = 1; row <= kSweepPoints; ++row)
+        for (int row = 1; row <= 400; ++row)
             if (m_state->cell(row, 0) != m_numbers.hertz(m_record.startFreq + (row - 1) * step))
                 return expect(false, "row off the plan",
                               QStringLiteral("row %1 %2, start %3 step %4")
@@ -209,7 +209,7 @@ private:
         if (m_history.asFile)
             return;
         const bool rebuilt = m_state->cell(1, 1) == u"0";
-        for (int row = 1; row <= kSweepPoints; ++row) {
+        for (int row = 1; row <= 400; ++row) {
             const QString &amplitude = m_state->cell(row, 1);
             const QString &count = m_state->cell(row, 2);
             if (rebuilt ? amplitude == u"0" && count == u"0" : belongs(amplitude, count))
@@ -239,7 +239,7 @@ private:
         for (const int i : {0, 1}) {
             const double x = graph->line(kWalkLines[std::size_t(i)]).x1;
             expect(x >= 1.0 && x <= 400.0 && x == std::nearbyint(x), "marker beside the rows", QString::number(x));
-            const int row = std::clamp(static_cast<int>(x), 1, kSweepPoints);
+            const int row = std::clamp(static_cast<int>(x), 1, 400);
             hertz[std::size_t(i)] = hertzOfRow(row);
             showsHertz(i == 0 ? WalkBox::M1X : WalkBox::M2X, hertz[std::size_t(i)],
                        i == 0 ? "txtM1X shows another row" : "txtM2X shows another row");
@@ -362,7 +362,7 @@ private:
         const QPolygonF points = m_bench.find<SweepGraph>("picSweep")->curve();
         if (points.isEmpty())
             return expect(m_state->cell(1, 2) == u"0" || m_history.foreignPlan, "no curve for the samples", {});
-        expect(points.size() == kSweepPoints, "points of the curve", QString::number(points.size()));
+        expect(points.size() == 400, "points of the curve", QString::number(points.size()));
         for (int row = 1; row <= points.size(); ++row) {
             const double y = m_numbers.number(m_state->cell(row, 1)) * (m_linear ? 1000.0 : -1000.0);
             if (points[row - 1].x() != row || std::abs(points[row - 1].y() - y) > 1e-6)

@@ -3,6 +3,7 @@
 // not.
 #include "core/configuration.h"
 #include "tests/support/interface_settings.h"
+#include "tests/support/quiet_time.h"
 #include "tests/support/sweep_tool.h"
 
 #include <QElapsedTimer>
@@ -242,9 +243,15 @@ void TestSweepToolFiles::aStopIsNoTimeOut()
     QVERIFY(tool.sweepsTwice());
     const auto process = static_cast<pid_t>(tool.process.processId());
     QCOMPARE(kill(-process, signal), 0);
-    QTest::qWait(1'000);
-    tool.process.readAllStandardError();
-    QTest::qWait(32'000);
+    const auto isStopped = [process] {
+        QFile status(QStringLiteral("/proc/%1/stat").arg(process));
+        return status.open(QIODevice::ReadOnly) && status.readAll().contains(") T ");
+    };
+    QTRY_VERIFY(isStopped());
+    while (tool.process.waitForReadyRead(100))
+        tool.process.readAllStandardError();
+    test::nothingHappensFor(32'000);
+    QVERIFY(isStopped());
     QVERIFY(tool.process.readAllStandardError().isEmpty());
     QCOMPARE(kill(-process, SIGCONT), 0);
     QVERIFY(tool.process.waitForFinished(60'000));

@@ -92,8 +92,8 @@ void TestToolOnPageBoards::aPortThatGoesLeavesNoFile()
     const test::ParallelPageBoard board;
     Tool tool(test::pageSettings(kInterfaceLpt));
     tool.start(kToFile + QStringList{QStringLiteral("--sweeps=10000")});
-    QTRY_VERIFY(!board.events("modes").isEmpty());
-    QTest::qWait(300);
+    QVERIFY(tool.sweepsTwice());
+    QVERIFY(!board.events("modes").isEmpty());
     board.setFault("gone");
     QVERIFY(tool.process.state() == QProcess::NotRunning || tool.process.waitForFinished(20'000));
     QCOMPARE(tool.process.exitCode(), 3);
