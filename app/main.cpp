@@ -162,7 +162,8 @@ int runWithDisplay(int argc, char **argv)
 int main(int argc, char **argv)
 {
     calvorn::keepStandardDescriptors();
-    calvorn::blockTerminationSignals();
+    calvorn::holdTerminationBack();
+    calvorn::ignoreBrokenPipes();
     calvorn::holdStopBack();
     if (argc > 1)
         answerWithoutDisplay(argc, argv);

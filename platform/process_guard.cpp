@@ -63,10 +63,14 @@ bool isIgnored(int signal)
     return sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
 }
 
-void blockTerminationSignals()
+void holdTerminationBack()
 {
     const sigset_t set = termination();
     pthread_sigmask(SIG_BLOCK, &set, nullptr);
+}
+
+void ignoreBrokenPipes()
+{
     std::signal(SIGPIPE, SIG_IGN);
 }
 

@@ -15,10 +15,12 @@ void wakeWithParent();
 // Leaves the process group of the terminal: Ctrl+C and Ctrl+Z reach the parent alone, which ends or stops in order.
 void leaveTerminalGroup();
 
-// To be called in main() before the first thread starts: SIGTERM, SIGINT and SIGHUP no longer kill the process, but
-// wait until they are read from terminationSignals(). Every thread inherits the mask. SIGPIPE is ignored: a vanished
-// reader is seen as a failed write.
-void blockTerminationSignals();
+// SIGTERM, SIGINT and SIGHUP no longer kill the process, but wait until they are read from terminationSignals(). To be
+// called in main() before the first thread starts: every thread inherits the mask.
+void holdTerminationBack();
+
+// A vanished reader is seen as a failed write, and SIGPIPE does not kill the process.
+void ignoreBrokenPipes();
 
 // A descriptor that gets readable when one of those signals waits (signalfd(2)); it does not block. The caller closes
 // it. Negative where the system has none left. Signals that this process was started with as ignored stay so, as

@@ -17,7 +17,8 @@ int main(int argc, char *argv[])
     // A terminal's keys concern the program, which tells this one what to do. Started by hand, it hears them itself.
     if (isatty(STDIN_FILENO) == 0)
         calvorn::leaveTerminalGroup();
-    calvorn::blockTerminationSignals();
+    calvorn::holdTerminationBack();
+    calvorn::ignoreBrokenPipes();
 
     QCoreApplication application(argc, argv);
     // Its sentences are shown by the window, or printed by the tool.

@@ -11,7 +11,7 @@
 namespace calvorn {
 
 // Tells when this process is asked to end: standard input at its end (whoever started us is gone), or SIGTERM, SIGINT
-// or SIGHUP. One object for a process; blockTerminationSignals() must have run before.
+// or SIGHUP. One object for a process; holdTerminationBack() must have run before.
 //
 // It looks in a thread of its own, so that a server that waits for its hardware notices, too. Whoever is asked has
 // kLatestEndMs to end; a process that still lives then hangs in an access to its hardware, and is ended as it is.

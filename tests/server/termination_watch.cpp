@@ -27,7 +27,7 @@ void TerminationWatchTest::aHungProcessIsEndedLate()
     QCOMPARE(pipe(ends), 0);
     const pid_t process = fork();
     if (process == 0) {
-        blockTerminationSignals();
+        holdTerminationBack();
         const TerminationWatch watch;
         [[maybe_unused]] const ssize_t told = write(ends[1], "r", 1);
         for (;;)
