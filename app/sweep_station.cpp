@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "app/sweep_station.h"
 
+#include "protocol/server_start.h"
+#include "protocol/setting_key.h"
+
 namespace calvorn {
 
 QString ProgramFolders::settingsFile() const
@@ -17,7 +20,7 @@ SweepStation::SweepStation(const ProgramFolders &programFolders, Configuration &
     , log(record)
     , boundary(messages, log)
     , loader(record, window)
-    , instrument(record, log, time, folders.programs + QStringLiteral("/CalvornAsync"), folders.settingsFile())
+    , instrument(record, log, time, folders.programs + u'/' + QLatin1String(kServerName), folders.settingsFile())
 {
     configuration.iniPath = folders.settingsFile();
 }

@@ -3,6 +3,7 @@
 
 #include "core/number_text.h"
 #include "instrument/frequency_plan.h"
+#include "protocol/stop_reasons.h"
 #include "widgets/entry_box.h"
 #include "widgets/option_choice.h"
 #include "widgets/read_out.h"
@@ -250,7 +251,7 @@ void SweepControls::replanRunningSweep()
         driver->replanSweep();
         return;
     }
-    m_instrument.stopSweep(1);
+    m_instrument.stopSweep(kStopForNewRange);
     cmdStart_Click();
 }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "protocol/sweep_points.h"
+
 #include <QString>
 
 #include <cstdint>
@@ -9,9 +11,7 @@ namespace calvorn {
 
 // Every message box and the main window carry this title.
 inline constexpr const char *kApplicationTitle = "Brenik - Calvorn  v2.0";
-inline constexpr const char *kSettingsFileName = "Calvorn.ini";
 
-inline constexpr int kSweepPoints = 400;
 inline constexpr std::int32_t kMinSweepRange = 400; // Hz
 
 inline constexpr std::int16_t kInterfacePic = 1; // PIC 16F877 on a USB virtual COM port

@@ -5,6 +5,7 @@
 #include "core/number_text.h"
 #include "core/scale_type.h"
 #include "platform/profile_file.h"
+#include "protocol/devices.h"
 
 #include <type_traits>
 #include <variant>
@@ -21,12 +22,15 @@ constexpr std::int16_t kOldScaleDb10V = 10; // in files of old versions
 // A name passes when it stands anywhere inside the list of names; so does an empty one.
 bool isKnownDdsDevice(const QString &name)
 {
-    return QStringLiteral("AD9850AD9851AD9951").contains(name);
+    QString names;
+    for (const DdsChipFacts &chip : kDdsChips)
+        names += QLatin1String(chip.name);
+    return names.contains(name);
 }
 
 bool isKnownAdcDevice(const QString &name)
 {
-    return QStringLiteral("8bit10bit").contains(name);
+    return (QString::fromLatin1(kAdc8Bit) + QLatin1String(kAdc10Bit)).contains(name);
 }
 
 template <typename Value, typename Record>

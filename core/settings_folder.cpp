@@ -4,6 +4,7 @@
 #include "core/configuration.h"
 #include "platform/bounded_file.h"
 #include "platform/file_replacement.h"
+#include "protocol/setting_key.h"
 
 #include <QDir>
 #include <QFile>

@@ -3,6 +3,7 @@
 // whole frame, and the pieces make no difference to which sweeps are delivered.
 #include "fuzz/require.h"
 #include "server/drivers/pic_frames.h"
+#include "tests/support/pic_frame.h"
 
 #include <algorithm>
 #include <fuzzer/FuzzedDataProvider.h>
@@ -10,6 +11,7 @@
 
 using namespace calvorn;
 using fuzz::require;
+using test::picFrame;
 
 namespace {
 
@@ -26,7 +28,7 @@ QByteArray makeLine(FuzzedDataProvider &data)
         }
         std::minstd_rand random(data.ConsumeIntegral<std::uint8_t>() + 1U);
         QList<int> samples;
-        for (int index = 0; index < kPicSamples; ++index)
+        for (int index = 0; index < 400; ++index)
             samples.append(static_cast<int>(random() % 1024));
         QByteArray frame = picFrame(sequence++, samples);
         const auto damage = data.ConsumeIntegralInRange<int>(0, 5);
@@ -61,9 +63,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t siz
             atOnce.append(sweep->samples);
     }
     // One for each frame length without a good frame, and one for each gap beside a good frame.
-    require(damaged <= line.size() / kPicFrameBytes + atOnce.size() + 1);
+    require(damaged <= line.size() / 505 + atOnce.size() + 1);
     for (const QList<int> &samples : atOnce) {
-        require(samples.size() == kPicSamples);
+        require(samples.size() == 400);
         bool stood = false;
         for (int sequence = 0; sequence < 256 && !stood; ++sequence)
             stood = line.contains(picFrame(static_cast<std::uint8_t>(sequence), samples));

@@ -40,10 +40,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     }
     listen(pic, 600);
     pic.receive('!');
+    // A board that went on sweeping would never come to its end.
+    constexpr int kMostAnswers = 1'000'000;
     QByteArray last;
-    while (const auto byte = pic.nextByte())
+    auto byte = pic.nextByte();
+    for (int count = 0; byte && count < kMostAnswers; ++count, byte = pic.nextByte())
         last += static_cast<char>(*byte);
-    if (!last.endsWith("!+\r") || pic.isSweeping())
+    if (byte || !last.endsWith("!+\r"))
         std::abort();
     return 0;
 }

@@ -145,7 +145,7 @@ void AcquisitionDriver::serverEnded()
     const QString what = m_endedByWatch   ? tr("The acquisition server did not answer and was ended.")
                          : m_endedByFlood ? tr("The acquisition server sent events without end and was ended.")
                                           : tr("The acquisition server has ended unexpectedly.");
-    emit aErrore(kErrorServerEnded, what + u'\r' + tr("\"Sweep ON\" starts it again."));
+    emit aErrore(numberOf(ErrorCode::ServerEnded), what + u'\r' + tr("\"Sweep ON\" starts it again."));
 }
 
 void AcquisitionDriver::serverCompleted()
@@ -156,7 +156,7 @@ void AcquisitionDriver::serverCompleted()
 
 void AcquisitionDriver::serverFailed(std::int16_t code, const QString &text)
 {
-    if (code == kErrorTransfer ? takesEvents() : takesNews())
+    if (code == numberOf(ErrorCode::Transmission) ? takesEvents() : takesNews())
         emit aErrore(code, bounded(text));
 }
 
@@ -241,7 +241,7 @@ void AcquisitionDriver::sweepEnded()
 AcquisitionDriver::ErrorReaction AcquisitionDriver::reactionTo(std::int16_t tipoErrore) const
 {
     // A server that is gone concerns the user whatever the hardware is.
-    return tipoErrore == kErrorServerEnded ? ErrorReaction::LogAndAsk : hardwareReactionTo(tipoErrore);
+    return tipoErrore == numberOf(ErrorCode::ServerEnded) ? ErrorReaction::LogAndAsk : hardwareReactionTo(tipoErrore);
 }
 
 void AcquisitionDriver::ignoringErrors(const std::function<void()> &step)
@@ -282,7 +282,7 @@ QString AcquisitionDriver::serialPortRefusal() const
 
 AcquisitionDriver::ErrorReaction AcquisitionDriver::serialReactionTo(std::int16_t tipoErrore)
 {
-    return tipoErrore == 1 ? ErrorReaction::CountSilently : ErrorReaction::LogOnly;
+    return tipoErrore == numberOf(ErrorCode::Transmission) ? ErrorReaction::CountSilently : ErrorReaction::LogOnly;
 }
 
 } // namespace calvorn

@@ -6,6 +6,10 @@
 #include "instrument/interface_kind.h"
 #include "instrument/server_process.h"
 #include "platform/clock.h"
+#include "protocol/error_codes.h"
+#include "protocol/server_start.h"
+#include "protocol/stop_reasons.h"
+#include "protocol/vector_window.h"
 
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
@@ -69,7 +73,7 @@ public:
     // What happens to a running sweep when the range changes.
     enum class Replanning { InPlace, StopAndRestart };
 
-    // path: of the driver's object in the server, "/aLPT".
+    // path: of the driver's object in the server, kLptPath and its neighbours.
     AcquisitionDriver(const DriverContext &context, QString path, QObject *parent);
 
     // The description of its interface.
@@ -96,7 +100,7 @@ public:
     // start-up is configured now: the server opens the port with the sweep.
     virtual bool startSweep();
 
-    // reason: 1 = the range changed during a sweep, 2 = stop requested by the user.
+    // reason: kStopForNewRange or kStopForUser.
     virtual void stopSweep(std::int16_t reason) = 0;
 
     // Gives a running sweep the current plan. Only for Replanning::InPlace.
@@ -108,7 +112,7 @@ public:
     // After aComplete has been handled.
     virtual void sweepCompleted() {}
 
-    // code: 0 standard, 1 slow, 2 very slow, 3 detector calibration. Only the parallel port has speeds.
+    // code: the number of a SweepSpeed. Only the parallel port has speeds.
     virtual void setSpeed(std::int16_t code) { Q_UNUSED(code) }
 
     // --- generator and modes by hand, from the test panel ---
@@ -223,9 +227,8 @@ protected:
     // False for one that a server has left behind.
     bool takesVector(const QVector<int> &counts);
 
-    // The server is told of every fourth vector that it and the three before it have been taken. It may have eight that
-    // it was not told of, so it never waits for the fourth, and each of the two programs wakes up less often.
-    static constexpr short kVectorsAtOnce = 4;
+    // The server is told of every fourth vector that it and the three before it have been taken. It may have twice as
+    // many that it was not told of, so it never waits for the fourth, and each of the two programs wakes up less often.
     bool isAcknowledgementDue();
 
     // Opens the port, a call that fails counting as a refusal, which is told in these words.
@@ -235,7 +238,7 @@ protected:
     // One step of a shutdown whose errors do not matter; nothing where there is no server any more.
     void ignoringErrors(const std::function<void()> &step);
 
-    // Serial interfaces: code 1 is a transmission error that is only counted, any other goes to the log.
+    // Serial interfaces: a transmission error is only counted, any other goes to the log.
     static ErrorReaction serialReactionTo(std::int16_t tipoErrore);
 
     Configuration &configuration() const { return m_context.configuration; }
@@ -249,7 +252,6 @@ private:
         void operator()(QObject *object) const { object->deleteLater(); }
     };
 
-    static constexpr short kErrorTransfer = 1;      // which a bad line can bring with every sweep
     static constexpr qsizetype kLongestText = 1000; // characters of what the server says
     static QString bounded(const QString &text);
 
@@ -285,13 +287,7 @@ private:
     int m_unanswered = 0;                                             // ticks since it was asked
 };
 
-// The longest that one call may take; a server that needs longer hangs.
-inline constexpr int kCallTimeoutMs = 3000;
-
 // Where a reset leaves the generator, Hz.
 inline constexpr std::int32_t kResetFrequency = 1000000;
-
-// Code and text of the error event for a server that died in mid-sweep.
-inline constexpr std::int16_t kErrorServerEnded = 100;
 
 } // namespace calvorn

@@ -3,6 +3,7 @@
 
 #include "core/number_text.h"
 #include "platform/parallel_ports.h"
+#include "protocol/vna_instrument.h"
 
 #include <QCoreApplication>
 
@@ -40,12 +41,10 @@ public:
     static QString detector() { return tr(", step: "); }
 };
 
-constexpr double kHighestOfMiniVna = 180e6; // Hz
-
 constexpr auto kKinds = std::to_array<InterfaceKind>({
     {kInterfacePic, false, false, false, 0, 7, false, std::nullopt, AboutTexts::pic, AboutTexts::picDetector},
     {kInterfaceLpt, true, true, true, 0, 7, false, std::nullopt, AboutTexts::lpt, AboutTexts::detector},
-    {kInterfaceVna, false, false, false, 1, 3, true, kHighestOfMiniVna, AboutTexts::vna, AboutTexts::detector},
+    {kInterfaceVna, false, false, false, 1, 3, true, kVnaHighestHz, AboutTexts::vna, AboutTexts::detector},
 });
 
 } // namespace

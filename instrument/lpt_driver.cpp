@@ -2,13 +2,11 @@
 #include "instrument/lpt_driver.h"
 
 #include "lpt_proxy.h"
+#include "protocol/object_paths.h"
 
 namespace calvorn {
 
 namespace {
-
-// Raised for conditions that need no reaction, such as a stop without a sweep.
-constexpr std::int16_t kErrorIgnorable = 4;
 
 // Their mean is shown while the detector is calibrated.
 constexpr int kReadingsOfDetector = 3;
@@ -16,7 +14,7 @@ constexpr int kReadingsOfDetector = 3;
 } // namespace
 
 LptDriver::LptDriver(const DriverContext &context, QObject *parent)
-    : ProxyDriver(context, QStringLiteral("/aLPT"), parent)
+    : ProxyDriver(context, kLptPath, parent)
 {
 }
 
@@ -34,7 +32,7 @@ QString LptDriver::caption() const
 
 AcquisitionDriver::ErrorReaction LptDriver::hardwareReactionTo(std::int16_t tipoErrore) const
 {
-    return tipoErrore == kErrorIgnorable ? ErrorReaction::Ignore : ErrorReaction::LogAndAsk;
+    return tipoErrore == numberOf(ErrorCode::Ignorable) ? ErrorReaction::Ignore : ErrorReaction::LogAndAsk;
 }
 
 bool LptDriver::configureHardware()
@@ -114,7 +112,7 @@ void LptDriver::releaseHardware()
 {
     if (!isServerUp())
         return;
-    stopSweep(2);
+    stopSweep(kStopForUser);
     closePort();
 }
 

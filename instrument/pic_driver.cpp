@@ -2,6 +2,8 @@
 #include "instrument/pic_driver.h"
 
 #include "pic_proxy.h"
+#include "protocol/object_paths.h"
+#include "protocol/pic_commands.h"
 
 namespace calvorn {
 
@@ -12,7 +14,7 @@ constexpr int kResetMs = 1000; // what the board needs to start again
 } // namespace
 
 PicDriver::PicDriver(const DriverContext &context, QObject *parent)
-    : ProxyDriver(context, QStringLiteral("/aPIC"), parent)
+    : ProxyDriver(context, kPicPath, parent)
 {
 }
 
@@ -38,7 +40,7 @@ bool PicDriver::configureHardware()
     if (!tellWhetherOpen([this] { return openPort(configuration().commPort, configuration().serialSettings); },
                          serialPortRefusal()))
         return false;
-    if (sendFrequency(QStringLiteral("A"), configuration().startFreq))
+    if (sendFrequency(kPicOutput, configuration().startFreq))
         return true;
     emit refused(tr("DDS not initialized") + u'\r' + tr("Verify the serial interface."), true);
     return false;
@@ -56,30 +58,30 @@ bool PicDriver::runPlan()
 
 void PicDriver::parkAtChangedStart()
 {
-    sendOrWarn(QStringLiteral("B"), configuration().startFreq, tr("Frequency not iniatized."));
+    sendOrWarn(kPicStart, configuration().startFreq, tr("Frequency not iniatized."));
 }
 
 void PicDriver::sendFrequency()
 {
-    sendOrWarn(QStringLiteral("A"), configuration().startFreq, tr("DDS frequency not initialized"));
+    sendOrWarn(kPicOutput, configuration().startFreq, tr("DDS frequency not initialized"));
 }
 
 void PicDriver::sendStartFrequency()
 {
-    sendOrWarn(QStringLiteral("B"), configuration().startFreq, tr("Start frequency not initialized"));
+    sendOrWarn(kPicStart, configuration().startFreq, tr("Start frequency not initialized"));
 }
 
 void PicDriver::sendStepFrequency()
 {
-    sendOrWarn(QStringLiteral("D"), configuration().stepFreq, tr("Step frequency not initialized"));
+    sendOrWarn(kPicStep, configuration().stepFreq, tr("Step frequency not initialized"));
 }
 
 void PicDriver::resetGenerator()
 {
-    sendAndNote(QStringLiteral("*"), 0);
+    sendAndNote(kPicReset, 0);
     emit sweepForgotten();
     clock().sleep(kResetMs);
-    sendAndNote(QStringLiteral("A"), kResetFrequency);
+    sendAndNote(kPicOutput, kResetFrequency);
 }
 
 void PicDriver::sendOrWarn(const QString &command, std::int32_t hertz, const QString &warning)
@@ -96,8 +98,8 @@ void PicDriver::sendAndNote(const QString &command, std::int32_t hertz)
 
 void PicDriver::releaseHardware()
 {
-    ignoringErrors([this] { stopSweep(2); });
-    ignoringErrors([this] { sendAndNote(QStringLiteral("A"), configuration().startFreq); });
+    ignoringErrors([this] { stopSweep(kStopForUser); });
+    ignoringErrors([this] { sendAndNote(kPicOutput, configuration().startFreq); });
     ignoringErrors([this] { closePort(); });
 }
 

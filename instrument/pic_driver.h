@@ -31,7 +31,8 @@ public:
     bool openPort(std::int16_t port, const QString &settings);
     // True when the board accepted the sweep.
     bool prepareSweep(std::int32_t start, std::int32_t step); // Hz
-    // command: "A" output frequency, "B" sweep start, "D" step, "*" reset. True when the board acknowledged.
+    // command: kPicOutput, kPicStart, kPicStep or kPicReset (protocol/pic_commands.h). True when the board
+    // acknowledged.
     bool sendFrequency(const QString &command, std::int32_t hertz);
 
 protected:

@@ -3,6 +3,7 @@
 
 #include "core/checked_arithmetic.h"
 #include "data/amplitude_writer.h"
+#include "protocol/vna_instrument.h"
 
 namespace calvorn {
 
@@ -21,7 +22,7 @@ void SampleConversion::datiDDS(const QVector<int> &vettore)
         if (row > vettore.size())
             throw RuntimeError(RuntimeError::Kind::SubscriptOutOfRange, tr("sample %1 of a sweep").arg(row));
         const int received = vettore[row - 1];
-        const int raw = inverted ? checkedSubtract(kDetectorFullScale, received) : received;
+        const int raw = inverted ? checkedSubtract(kVnaFullScale, received) : received;
         amplitudes.storeCount(row, raw);
         if (m_configuration.logDebug)
             emit sampleReceived(row, received);

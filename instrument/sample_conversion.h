@@ -11,9 +11,6 @@
 
 namespace calvorn {
 
-// Of a detector whose counts are inverted.
-inline constexpr int kDetectorFullScale = 1024;
-
 // Turns the detector counts of a vector into rows of the sweep table.
 class SampleConversion : public QObject
 {
@@ -22,7 +19,7 @@ class SampleConversion : public QObject
 public:
     SampleConversion(Configuration &configuration, SweepTable &table, QObject *parent = nullptr);
 
-    // Whether the detector's counts fall where its voltage rises, from kDetectorFullScale; asked for each vector.
+    // Whether the detector's counts fall where its voltage rises, from kVnaFullScale; asked for each vector.
     void setInverted(std::function<bool()> isInverted) { m_isInverted = std::move(isInverted); }
 
     // vettore: 400 counts in the order of the rows; RuntimeError(SubscriptOutOfRange) when it is shorter.

@@ -2,6 +2,7 @@
 #include "instrument/server_process.h"
 
 #include "core/runtime_error.h"
+#include "protocol/server_start.h"
 
 #include <QDBusError>
 #include <QDeadlineTimer>
@@ -19,8 +20,6 @@ constexpr int kOrderlyEndMs = 5000;
 // Before it opens a port.
 constexpr int kEarlyEndMs = 700;
 constexpr int kKilledMs = 1000;
-// In the place of the address: why there is none.
-const QByteArray kRefusal("! ");
 
 } // namespace
 
@@ -70,8 +69,8 @@ QByteArray ServerProcess::readAddress()
         if (!m_process.waitForReadyRead(static_cast<int>(deadline.remainingTime())))
             notStarted(m_process.error() == QProcess::UnknownError ? tr("it has ended") : m_process.errorString());
     const QByteArray line = m_process.readLine().trimmed();
-    if (line.startsWith(kRefusal))
-        notStarted(QString::fromLocal8Bit(line.mid(kRefusal.size())));
+    if (line.startsWith(kServerRefusal))
+        notStarted(QString::fromLocal8Bit(line.mid(QByteArrayView(kServerRefusal).size())));
     return line;
 }
 

@@ -1,18 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "instrument/vna_driver.h"
 
+#include "protocol/object_paths.h"
+#include "protocol/vna_instrument.h"
 #include "vna_proxy.h"
 
 namespace calvorn {
 
-namespace {
-
-constexpr std::int16_t kModeDut = 3;
-
-} // namespace
-
 VnaDriver::VnaDriver(const DriverContext &context, QObject *parent)
-    : ProxyDriver(context, QStringLiteral("/aVNA"), parent)
+    : ProxyDriver(context, kVnaPath, parent)
 {
 }
 
@@ -62,19 +58,20 @@ bool VnaDriver::runPlan()
 // A device under test is measured upside down.
 bool VnaDriver::countsAreInverted() const
 {
-    return configuration().measuringMode == kModeDut;
+    return configuration().measuringMode == numberOf(VnaMode::Device);
 }
 
 // A mode that the instrument does not have leaves it in the first one.
 std::int16_t VnaDriver::mode() const
 {
     const std::int16_t wanted = configuration().measuringMode;
-    return wanted >= 1 && wanted <= modeCaptions().size() ? wanted : std::int16_t{1};
+    const bool isMeasuring = wanted >= numberOf(VnaMode::Angle) && wanted <= numberOf(VnaMode::Device);
+    return isMeasuring ? wanted : numberOf(VnaMode::Angle);
 }
 
 void VnaDriver::parkAtChangedStart()
 {
-    setMode(0);
+    setMode(numberOf(VnaMode::Parked));
     setFrequency(configuration().startFreq);
     setMode(configuration().measuringMode);
 }
@@ -135,7 +132,7 @@ std::optional<double> VnaDriver::detectorVolts(double, const SweepTable &table)
 
 void VnaDriver::releaseHardware()
 {
-    ignoringErrors([this] { stopSweep(2); });
+    ignoringErrors([this] { stopSweep(kStopForUser); });
     ignoringErrors([this] { closePort(); });
 }
 

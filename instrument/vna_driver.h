@@ -35,7 +35,7 @@ public:
     // ----
 
     bool openPort(std::int16_t port, const QString &settings);
-    void setMode(std::int16_t mode); // 0 parked, 1 angle, 2 return loss, 3 device under test
+    void setMode(std::int16_t mode); // the number of a VnaMode
     void setMultiplier(std::int16_t multiplier);
     void setXtalFrequency(double hertz);
     void setOffset(double hertz);

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "protocol/devices.h"
+
 #include <QString>
 
+#include <cstdint>
 #include <string_view>
 
 namespace calvorn {
@@ -27,14 +30,17 @@ struct SettingKey
 QString readText(const QString &path, const SettingKey &key);
 QString readTextOrDefault(const QString &path, const SettingKey &key);
 
+// The settings file itself, in the folder that core/settings_folder.h chooses.
+inline constexpr const char *kSettingsFileName = "Calvorn.ini";
+
 inline constexpr const char *kConfigSection = "Config";
 inline constexpr const char *kCalvornSection = "Calvorn";
 
 // Keys of the program that the server reads, too. core/settings_table.h has all keys of the program.
-inline constexpr SettingKey kDdsDevice{kConfigSection, "DDS Device", "AD9850"};
+inline constexpr SettingKey kDdsDevice{kConfigSection, "DDS Device", factsOf(kDefaultDdsChip).name};
 inline constexpr SettingKey kDdsMultiplier{kConfigSection, "DDS Multiplier", "1"};
-inline constexpr SettingKey kDdsXtalFreq{kConfigSection, "DDS Xtal freq", "80000000"}; // Hz
-inline constexpr SettingKey kAdcDevice{kConfigSection, "ADC Device", "10bit"};
+inline constexpr SettingKey kDdsXtalFreq{kConfigSection, "DDS Xtal freq", kDefaultXtalText}; // Hz
+inline constexpr SettingKey kAdcDevice{kConfigSection, "ADC Device", kAdc10Bit};
 inline constexpr SettingKey kAux1Value{kCalvornSection, "Aux_1", "0"}; // bit i is step i
 inline constexpr SettingKey kAux2Value{kCalvornSection, "Aux_2", "0"};
 

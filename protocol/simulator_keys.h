@@ -10,6 +10,10 @@ namespace calvorn {
 // The simulated boards. The server reads these keys, the program brings the section into a new file.
 inline constexpr const char *kSimulatorSection = "Simulator";
 
+// The base address in [Parallel Port] "LPT" at which the simulated board answers; kSimulatedComPort is that of the
+// serial boards.
+inline constexpr int kSimulatedLptAddress = 0;
+
 inline constexpr SettingKey kSimulatedDevice{kSimulatorSection, "Device", "bandpass"};
 inline constexpr SettingKey kSimulatorPace{kSimulatorSection, "Pace", "real"};
 inline constexpr SettingKey kSimulatorSeed{kSimulatorSection, "Seed", "1"};

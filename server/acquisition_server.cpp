@@ -3,6 +3,7 @@
 
 #include "lpt_adaptor.h"
 #include "pic_adaptor.h"
+#include "protocol/object_paths.h"
 #include "vna_adaptor.h"
 
 #include <QDBusError>
@@ -17,10 +18,6 @@ namespace calvorn {
 namespace {
 
 constexpr int kPatienceMs = 10'000;
-
-const QString kLptPath = QStringLiteral("/aLPT");
-const QString kPicPath = QStringLiteral("/aPIC");
-const QString kVnaPath = QStringLiteral("/aVNA");
 
 constexpr qsizetype kLongestSocket = 99; // bytes of its path; the bus library refuses more
 

@@ -2,6 +2,8 @@
 #include "server/acquisition_server.h"
 
 #include "platform/process_guard.h"
+#include "protocol/server_start.h"
+#include "protocol/setting_key.h"
 #include "server/links/termination_watch.h"
 #include "translations/language.h"
 
@@ -23,10 +25,11 @@ int main(int argc, char *argv[])
     QCoreApplication application(argc, argv);
     // Its sentences are shown by the window, or printed by the tool.
     const calvorn::Language language(QLocale::system());
-    QCoreApplication::setApplicationName(QStringLiteral("CalvornAsync"));
+    QCoreApplication::setApplicationName(QString::fromLatin1(calvorn::kServerName));
 
     // The settings file may be named; otherwise it is the one beside the program.
-    const QString beside = QCoreApplication::applicationDirPath() + QStringLiteral("/Calvorn.ini");
+    const QString beside =
+        QCoreApplication::applicationDirPath() + u'/' + QString::fromLatin1(calvorn::kSettingsFileName);
     calvorn::AcquisitionServer server(QCoreApplication::arguments().value(1, beside));
     calvorn::TerminationWatch watch;
     QObject::connect(&server, &calvorn::AcquisitionServer::finished, &application, &QCoreApplication::quit);
@@ -34,7 +37,8 @@ int main(int argc, char *argv[])
 
     // What stands in the place of the address is the reason why there is none.
     if (!watch.isWatching() || !server.listen()) {
-        std::printf("! %s\n", watch.isWatching() ? qPrintable(server.errorText()) : "it cannot start a thread");
+        std::printf("%s%s\n", calvorn::kServerRefusal,
+                    watch.isWatching() ? qPrintable(server.errorText()) : "it cannot start a thread");
         calvorn::endAtOnce(1);
     }
     std::printf("%s\n", qPrintable(server.address()));

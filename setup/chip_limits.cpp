@@ -12,22 +12,6 @@ namespace calvorn {
 
 namespace {
 
-struct Chip
-{
-    const char *name;
-    double highestClock;        // Hz, after the multiplier
-    double highestOutput;       // Hz, behind an ordinary low-pass filter
-    double outputOfClock;       // the same as a part of the system clock
-    double highestPllInput;     // Hz, where the multiplier is used; 0: no limit
-    std::int16_t multiplierLow; // of the multiplier, beside 1; 0: the chip has none
-    std::int16_t multiplierHigh;
-};
-
-constexpr std::array<Chip, 3> kChips = {{
-    {"AD9850", 125e6, 40e6, 0.325, 0.0, 0, 0},
-    {"AD9851", 180e6, 70e6, 0.4, 30e6, 6, 6},
-    {"AD9951", 400e6, 160e6, 0.4, 0.0, 4, 20},
-}};
 constexpr double kLowestClock = 1e6; // Hz
 
 struct ChipTexts
@@ -40,7 +24,7 @@ QString hertz(double value)
     return NumberText().masked(value, kMaskHertz);
 }
 
-QStringList clockProblems(const Chip &chip, const SetUpValues &values, double clock)
+QStringList clockProblems(const DdsChipFacts &chip, const SetUpValues &values, double clock)
 {
     QStringList problems;
     const bool multiplies = values.ddsMultiplier > 1;
@@ -60,7 +44,7 @@ QStringList clockProblems(const Chip &chip, const SetUpValues &values, double cl
     return problems;
 }
 
-QStringList frequencyProblems(const Chip &chip, const SetUpValues &values, double clock)
+QStringList frequencyProblems(const DdsChipFacts &chip, const SetUpValues &values, double clock)
 {
     const InterfaceKind *kind = interfaceKind(values.interfaceType);
     const double useful = kind && kind->highestFrequency ? *kind->highestFrequency
@@ -77,10 +61,10 @@ QStringList frequencyProblems(const Chip &chip, const SetUpValues &values, doubl
 
 QString chipVerdict(const SetUpValues &values)
 {
-    const auto chip = std::find_if(kChips.begin(), kChips.end(), [&values](const Chip &candidate) {
+    const auto chip = std::find_if(kDdsChips.begin(), kDdsChips.end(), [&values](const DdsChipFacts &candidate) {
         return values.ddsDevice == QLatin1String(candidate.name);
     });
-    if (chip == kChips.end())
+    if (chip == kDdsChips.end())
         return {};
     const double clock = static_cast<double>(values.ddsXtalFreq) * values.ddsMultiplier;
     const QStringList problems = clockProblems(*chip, values, clock) + frequencyProblems(*chip, values, clock);

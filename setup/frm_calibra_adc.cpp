@@ -4,6 +4,7 @@
 #include "core/common_functions.h"
 #include "core/number_text.h"
 #include "core/scale_type.h"
+#include "protocol/sweep_speed.h"
 
 #include <QKeyEvent>
 
@@ -11,9 +12,8 @@ namespace calvorn {
 
 namespace {
 
-constexpr double kStep = 0.001;                 // volts
-constexpr int kPeriodMs = 300;                  // of the readings
-constexpr std::int16_t kSpeedOfCalibration = 3; // the slowest: the detector settles fully
+constexpr double kStep = 0.001; // volts
+constexpr int kPeriodMs = 300;  // of the readings
 
 } // namespace
 
@@ -56,7 +56,7 @@ void FrmCalibraADC::load()
     m_hint->clear();
     if (!driver())
         return;
-    driver()->setSpeed(kSpeedOfCalibration);
+    driver()->setSpeed(numberOf(SweepSpeed::Calibration)); // the detector settles fully
     m_timer.start();
 }
 

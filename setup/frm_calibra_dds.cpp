@@ -8,7 +8,6 @@ namespace calvorn {
 namespace {
 
 constexpr double kStep = 0.01; // Hz
-constexpr std::int16_t kErrorIgnorable = 4;
 
 } // namespace
 
@@ -77,7 +76,7 @@ void FrmCalibraDDS::cmdApply_Click()
 
 void FrmCalibraDDS::aErrore(std::int16_t tipoErrore, const QString &descrizione)
 {
-    if (tipoErrore == kErrorIgnorable)
+    if (tipoErrore == numberOf(ErrorCode::Ignorable))
         return;
     m_log.writeLog(descrizione + u' ' + NumberText::fromInteger(tipoErrore));
     m_alerts.show(descrizione, [this](const QString &text) {

@@ -4,6 +4,7 @@
 #include "core/number_text.h"
 #include "platform/parallel_ports.h"
 #include "platform/serial_ports.h"
+#include "protocol/simulator_keys.h"
 #include "setup/lpt_pin_window.h"
 
 #include <QFileInfo>
@@ -21,7 +22,7 @@ namespace calvorn {
 namespace {
 
 constexpr int kRefreshMs = 1000;
-constexpr std::array kPresetAddresses{0x000, 0x378, 0x278, 0x3BC}; // as the captions of the options say
+constexpr std::array kPresetAddresses{kSimulatedLptAddress, 0x378, 0x278, 0x3BC}; // as the captions of the options say
 constexpr int kDefaultAddress = 0x378;
 constexpr int kHighestAddress = std::numeric_limits<std::uint16_t>::max();
 constexpr int kLongestNumber = 5; // digits

@@ -4,6 +4,7 @@
 #include "core/configuration.h"
 #include "platform/profile_file.h"
 #include "protocol/aux_settings.h"
+#include "protocol/devices.h"
 
 #include <QStringList>
 
@@ -30,8 +31,8 @@ struct SetUpValues : HardwareSettings
     QString potMin;
 };
 
-inline constexpr std::array<const char *, 3> kDdsDevices = {"AD9850", "AD9851", "AD9951"};
-inline constexpr std::array<const char *, 2> kAdcDevices = {"8bit", "10bit"};
+inline constexpr std::array<const char *, 3> kDdsDevices = {kDdsChips[0].name, kDdsChips[1].name, kDdsChips[2].name};
+inline constexpr std::array<const char *, 2> kAdcDevices = {kAdc8Bit, kAdc10Bit};
 
 // Synthesiser and detector from [Config], the auxiliary outputs from their sections; a key that is missing gives its
 // default and stays missing. Returns a sentence for each value that could not be used, except for the device of the

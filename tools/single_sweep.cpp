@@ -47,7 +47,7 @@ SingleSweep::SingleSweep(const QString &programFolder, const SweepRequest &reque
     , m_log(m_configuration)
     , m_settingsFile(QFileInfo(request.settingsFile.isEmpty() ? settingsToRead(programFolder) : request.settingsFile)
                          .absoluteFilePath())
-    , m_instrument(m_configuration, m_log, clock, programFolder + QStringLiteral("/CalvornAsync"), m_settingsFile)
+    , m_instrument(m_configuration, m_log, clock, programFolder + u'/' + QLatin1String(kServerName), m_settingsFile)
 {
     int taken = 0;
     QObject::connect(&m_instrument.conversion(), &SampleConversion::vectorStored, &m_instrument,

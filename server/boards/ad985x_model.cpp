@@ -26,7 +26,6 @@ void Ad985xModel::onReset()
     m_count = 0;
     m_shift = 0;
     m_bytes = {};
-    m_control = 0;
     m_word = 0;
     generate(0, m_referenceHz, true);
 }
@@ -78,7 +77,6 @@ void Ad985xModel::updateSerial()
 
 void Ad985xModel::activate(std::uint8_t control, std::uint32_t word)
 {
-    m_control = control;
     m_word = word;
     if (control & kForbidden)
         flag(DdsViolation::ForbiddenControl);

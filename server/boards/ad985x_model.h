@@ -17,9 +17,10 @@ public:
     // referenceHz: the clock at the chip's pin. chip: Ad9850 or Ad9851.
     Ad985xModel(DdsChip chip, double referenceHz);
 
+    // The chip takes bits, not bytes.
     bool isSerial() const { return m_serial; }
+    // The tuning word in effect, which output() shows folded at half the clock; 0 after a reset.
     std::uint32_t word() const { return m_word; }
-    std::uint8_t control() const { return m_control; }
 
 protected:
     void onReset() override;
@@ -37,7 +38,6 @@ private:
     int m_count = 0; // bits or bytes since the last update
     std::uint64_t m_shift = 0;
     std::array<std::uint8_t, 5> m_bytes{};
-    std::uint8_t m_control = 0;
     std::uint32_t m_word = 0;
 };
 

@@ -46,6 +46,9 @@ public:
     void drive(const DdsLines &lines);
 
     const DdsOutput &output() const { return m_output; }
+
+    // What has been done to the chip that a real one would not forgive, since it was made: an "or" of DdsViolation, and
+    // one of them.
     std::uint32_t violations() const { return m_violations; }
     bool violated(DdsViolation violation) const;
 

@@ -18,12 +18,12 @@ public:
     // The data line as it stands on the bus.
     bool sda() const { return m_masterSda && !m_pullingLow; }
 
-    // pot: 0 or 1.
+    // The position of potentiometer 0 or 1.
     std::uint8_t wiper(std::size_t pot) const { return m_wipers[pot]; }
 
-    // The bytes of the latest transfer, acknowledged or not.
+    // What has passed on the bus: the bytes of the latest transfer, acknowledged or not, its complete clock pulses
+    // between START and STOP, and the STOPs since the chip was made.
     const std::vector<std::uint8_t> &bytes() const { return m_bytes; }
-    // Complete clock pulses of the latest transfer, between START and STOP.
     int pulses() const { return m_pulses; }
     int stops() const { return m_stops; }
 

@@ -16,7 +16,7 @@ constexpr int kLongestLine = 12; // letter, sign, ten digits
 constexpr char kAbort = '!';
 constexpr char kLineFeed = '\n';      // ignored
 const QByteArray kUnprepares("BDP*"); // accepted or not
-constexpr int kSamples = 400;
+constexpr int kSamples = 400;         // its firmware knows nothing of the program
 constexpr int kCounts = 1024;
 constexpr char kSyncFirst = '\xA5';
 constexpr char kSyncSecond = '\x5A';
@@ -85,13 +85,6 @@ std::optional<std::uint8_t> PicBoard::nextByte()
     return static_cast<std::uint8_t>(m_out.at(m_sent++));
 }
 
-void PicBoard::recordWords(std::size_t atMost)
-{
-    m_recordAtMost = atMost;
-    m_words.clear();
-    m_words.reserve(atMost);
-}
-
 void PicBoard::execute()
 {
     if (m_line.isEmpty())
@@ -119,7 +112,7 @@ bool PicBoard::accept(char letter, std::int64_t value, bool hasValue)
     case 'A':
         if (!inRange || value < 0)
             return false;
-        m_word = static_cast<std::uint32_t>((product(value) + (1U << (kFractionBits - 1))) >> kFractionBits);
+        generatorSet(rounded(product(value)));
         return true;
     case 'B':
     case 'D':
@@ -132,7 +125,7 @@ bool PicBoard::accept(char letter, std::int64_t value, bool hasValue)
     case 'G':
         return !hasValue && m_prepared;
     case '*':
-        m_word = 0;
+        generatorSet(0);
         m_startHz = m_stepHz = 0;
         return true;
     default:
@@ -151,6 +144,11 @@ bool PicBoard::prepare()
 std::uint64_t PicBoard::product(std::int64_t hertz) const
 {
     return static_cast<std::uint64_t>(hertz) * m_factor;
+}
+
+std::uint32_t PicBoard::rounded(std::uint64_t phase)
+{
+    return static_cast<std::uint32_t>((phase + (1U << (kFractionBits - 1))) >> kFractionBits);
 }
 
 void PicBoard::answer(char letter, bool accepted)
@@ -190,11 +188,10 @@ void PicBoard::refill()
 
 int PicBoard::measure()
 {
-    m_word = static_cast<std::uint32_t>((m_phase + (1U << (kFractionBits - 1))) >> kFractionBits);
+    const std::uint32_t word = rounded(m_phase);
     m_phase += product(m_stepHz);
-    if (m_words.size() < m_recordAtMost)
-        m_words.push_back(m_word);
-    const DdsOutput output = ddsOutput(m_word, m_settings.clockHz);
+    generatorSet(word);
+    const DdsOutput output = ddsOutput(word, m_settings.clockHz);
     m_detector.setLevel(detectorVolts(output.amplitude * responseOf(m_settings.device, output.hertz)), m_now);
     m_now += kSampleTime;
     return convertedCount(m_detector.read(m_now), kConverterReferenceVolts, kCounts);

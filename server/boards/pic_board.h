@@ -7,9 +7,7 @@
 
 #include <QByteArray>
 
-#include <cstddef>
 #include <cstdint>
-#include <vector>
 
 namespace calvorn {
 
@@ -24,18 +22,16 @@ public:
     void receive(std::uint8_t byte) override;
     std::optional<std::uint8_t> nextByte() override;
 
-    // For tests; the board must not be in another thread's hands.
-    bool isSweeping() const { return m_sweeping; }
-    std::uint32_t word() const { return m_word; }
-    // Keeps the words of the sweep's points from now on, at most this many.
-    void recordWords(std::size_t atMost);
-    const std::vector<std::uint32_t> &words() const { return m_words; }
+protected:
+    // The generator has got this tuning word, 0: off; a derived board may put a probe here.
+    virtual void generatorSet(std::uint32_t /*word*/) {}
 
 private:
     void execute();
     bool accept(char letter, std::int64_t value, bool hasValue);
     bool prepare();
     std::uint64_t product(std::int64_t hertz) const;
+    static std::uint32_t rounded(std::uint64_t phase);
     void answer(char letter, bool accepted);
     void startFrame();
     void refill();
@@ -57,9 +53,6 @@ private:
     std::uint8_t m_sequence = 0;
     std::uint16_t m_crc = 0;
     std::uint64_t m_phase = 0; // the point's word with 26 more bits
-    std::uint32_t m_word = 0;  // 0: off
-    std::size_t m_recordAtMost = 0;
-    std::vector<std::uint32_t> m_words;
 };
 
 } // namespace calvorn

@@ -51,12 +51,6 @@ PtyBoard::~PtyBoard()
     closeTerminal();
 }
 
-void PtyBoard::unplug()
-{
-    m_unplugged = true;
-    eventfd_write(m_wake, 1);
-}
-
 void PtyBoard::openTerminal()
 {
     std::array<char, 64> name{};
@@ -171,7 +165,7 @@ void PtyBoard::makeFault(std::uint8_t byte)
         m_pending += static_cast<char>(m_random() >> 8);
     if (m_settings.fault != SimulatorFault::Unplug || 2 * m_made <= 3 * m_sweepBytes)
         return;
-    if (!m_unplugged.exchange(true) && m_onUnplugged)
+    if (!std::exchange(m_unplugged, true) && m_onUnplugged)
         m_onUnplugged();
 }
 

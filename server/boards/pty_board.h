@@ -35,9 +35,6 @@ public:
     // The device that the host opens.
     QString devicePath() const { return m_path; }
 
-    // The port goes away, as if its cable were pulled. From any thread.
-    void unplug();
-
 private:
     using Clock = std::chrono::steady_clock;
 
@@ -65,7 +62,7 @@ private:
     Clock::time_point m_lineFree;
     std::minstd_rand m_random;
     std::atomic<bool> m_quit{false};
-    std::atomic<bool> m_unplugged{false};
+    bool m_unplugged = false; // by the fault; of the board's thread
     std::thread m_thread;
 };
 

@@ -21,12 +21,13 @@ public:
     void drive(bool select, bool clock, Time now);
     bool dataOut() const;
 
+    // Conversions since the converter was made.
     std::uint64_t conversions() const { return m_conversions; }
     // The count that the latest conversion gives, whether it has been read or not.
     int latestCount() const { return m_pending; }
-    // Frames that began while a conversion ran; they show the result before.
+    // Misuse that a real converter would answer with wrong counts: frames that began while a conversion ran, which show
+    // the result before, and conversions that such a frame destroyed.
     std::uint64_t earlyFrames() const { return m_earlyFrames; }
-    // Conversions that such a frame destroyed.
     std::uint64_t aborted() const { return m_aborted; }
 
 private:

@@ -12,8 +12,10 @@ public:
     // Levels at the pins; clock and latch act on their rising edges.
     void drive(bool data, bool clock, bool latch);
 
+    // The output pins; bit 0 is Q0.
     std::uint8_t aux1() const { return static_cast<std::uint8_t>(m_outputs); }
     std::uint8_t aux2() const { return static_cast<std::uint8_t>(m_outputs >> 8); }
+    // Rising edges of the two lines since the chips were made.
     std::uint64_t latches() const { return m_latches; }
     std::uint64_t clocks() const { return m_clocks; }
 

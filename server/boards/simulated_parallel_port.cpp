@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "server/boards/simulated_parallel_port.h"
 
+#include "protocol/sweep_points.h"
 #include "server/boards/ad985x_model.h"
 #include "server/boards/ad9951_model.h"
 
@@ -19,8 +20,8 @@ constexpr unsigned kInputPins = 0xF8; // of the status register; open inputs are
 constexpr unsigned kBusyInversion = 0x80;
 constexpr unsigned kHighestBusPin = 0x80;
 
-// A point of a sweep takes two conversions, a sweep 400 points.
-constexpr std::uint64_t kConversionsInSweep = 800;
+// A point of a sweep takes two conversions.
+constexpr std::uint64_t kConversionsInSweep = 2 * kSweepPoints;
 constexpr std::uint64_t kSilentAfter = 2 * kConversionsInSweep;
 constexpr std::uint64_t kHalfAfter = kConversionsInSweep / 2;
 constexpr std::uint64_t kUnpluggedAfter = kConversionsInSweep + kConversionsInSweep / 2;
@@ -114,16 +115,8 @@ void SimulatedParallelPort::wait(std::chrono::nanoseconds duration)
     m_pace.advance(duration);
 }
 
-void SimulatedParallelPort::recordConversions(std::size_t atMost)
-{
-    m_recordAtMost = atMost;
-    m_records.clear();
-    m_records.reserve(atMost);
-}
-
 void SimulatedParallelPort::access()
 {
-    ++m_accesses;
     m_pace.advance(kAccessTime);
     if (m_settings.fault != SimulatorFault::Unplug || m_adc.conversions() < kUnpluggedAfter)
         return;
@@ -179,10 +172,7 @@ bool SimulatedParallelPort::loseClockEdge(bool clock)
 
 void SimulatedParallelPort::driveAdc()
 {
-    const std::uint64_t before = m_adc.conversions();
     m_adc.drive(level(LptLine::AdcSelect), level(LptLine::AdcClock), m_pace.now());
-    if (m_adc.conversions() != before && m_records.size() < m_recordAtMost)
-        m_records.push_back({m_dds->output().hertz, m_adc.latestCount()});
 }
 
 } // namespace calvorn

@@ -14,19 +14,11 @@
 #include <array>
 #include <functional>
 #include <memory>
-#include <vector>
 
 namespace calvorn {
 
-// One conversion of the board's detector.
-struct ConversionRecord
-{
-    double hertz; // what the generator made at the instant of hold
-    int count;
-};
-
 // The generator and detector board of docs/hardware/lpt-board.md behind a parallel port. It sees nothing but the
-// levels of the pins, and decodes them as the chips do. Used by one thread at a time; the accessors are for tests.
+// levels of the pins, and decodes them as the chips do. Used by one thread at a time.
 //
 // Of the faults it knows refuse (the constructor throws PortError), silence and half (the converter's data line
 // stays low from the third sweep on, or from the middle of the first), unplug (every access throws PortError from
@@ -45,16 +37,15 @@ public:
     void confirmPresent() override {} // every access to a port that is gone throws
     void wait(std::chrono::nanoseconds duration) override;
 
+    // The chips on the board, for whoever puts a probe to their pins.
     const DdsChipModel &dds() const { return *m_dds; }
     const SerialAdcModel &adc() const { return m_adc; }
     const ShiftLatchModel &latches() const { return m_latches; }
     const I2cPotModel &pot() const { return m_pot; }
-    std::chrono::nanoseconds boardTime() const { return m_pace.now(); }
-    std::uint64_t accesses() const { return m_accesses; }
 
-    // Keeps a record of every conversion from now on, at most this many. 0 ends it.
-    void recordConversions(std::size_t atMost);
-    const std::vector<ConversionRecord> &conversions() const { return m_records; }
+    // The board's own clock: 1.25 us for each access of a register, and all that was waited. Without pace it runs ahead
+    // of the real one.
+    std::chrono::nanoseconds boardTime() const { return m_pace.now(); }
 
 private:
     using Levels = std::uint16_t; // one bit for each LptLine
@@ -87,14 +78,11 @@ private:
     std::uint8_t m_data = 0;
     std::uint8_t m_control = 0;
     std::uint64_t m_updatesSeen = 0;
-    std::uint64_t m_accesses = 0;
     std::uint64_t m_clockEdges = 0;
     bool m_clockWas = false;
     bool m_edgeLost = false;
     bool m_unplugged = false;
     std::function<void()> m_onUnplugged;
-    std::size_t m_recordAtMost = 0;
-    std::vector<ConversionRecord> m_records;
 };
 
 } // namespace calvorn

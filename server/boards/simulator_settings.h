@@ -47,8 +47,8 @@ struct SimulatorSettings
     int haste = 1; // how many times faster a paced parallel-port board is than the real one; not in the file
     std::uint64_t seed = 1;
     SimulatorFault fault = SimulatorFault::None;
-    DdsChip chip = DdsChip::Ad9850;
-    double clockHz = 80'000'000.0;
+    DdsChip chip = kDefaultDdsChip;
+    double clockHz = kDefaultXtalHz;
     SerialAdcType adc = kTlc1549;
 };
 

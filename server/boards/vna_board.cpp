@@ -9,8 +9,7 @@ namespace calvorn {
 
 namespace {
 
-constexpr std::uint32_t kLongestCheck = 24; // samples
-constexpr int kCounts = 1024;
+constexpr int kCounts = 1024; // of its converters
 
 // The phase detector gives 10 mV for each degree, 0..180, and does not know the sign.
 constexpr double kVoltsPerDegree = 10e-3;
@@ -43,10 +42,8 @@ VnaBoard::VnaBoard(const SimulatorSettings &settings)
 
 void VnaBoard::receive(std::uint8_t byte)
 {
-    if (isReplying()) {
-        ++m_bytesWhileReplying;
+    if (isReplying())
         return;
-    }
     if (byte == '\r') {
         endNumber();
     } else if (byte >= '0' && byte <= '9' && m_digits < kMostDigits) {
@@ -66,13 +63,6 @@ std::optional<std::uint8_t> VnaBoard::nextByte()
         measure();
     }
     return m_bytes[m_position++];
-}
-
-void VnaBoard::recordSamples(std::size_t atMost)
-{
-    m_recordAtMost = atMost;
-    m_records.clear();
-    m_records.reserve(atMost);
 }
 
 void VnaBoard::endNumber()
@@ -100,7 +90,6 @@ void VnaBoard::forgetCommand()
 // No samples: no reply, and the generator stays as it is. The instrument has no words for a refusal either.
 void VnaBoard::execute()
 {
-    ++m_commands;
     const auto [path, start, samples, step] = m_numbers;
     if (path > 1 || m_settings.fault == SimulatorFault::Refuse)
         return;
@@ -108,17 +97,16 @@ void VnaBoard::execute()
     m_word = start;
     m_step = step;
     m_samplesDue = samples;
-    m_isSweep = samples > kLongestCheck;
 }
 
 // In transmission the instrument counts downwards: the stronger the signal, the smaller the number.
 void VnaBoard::measure()
 {
-    m_output = ddsOutput(m_word, m_settings.clockHz);
-    const double passed = responseOf(m_settings.device, m_output.hertz);
+    const DdsOutput output = ddsOutput(m_word, m_settings.clockHz);
+    const double passed = responseOf(m_settings.device, output.hertz);
     const double ratio = m_transmission ? passed : std::sqrt(std::max(0.0, 1.0 - passed * passed));
-    m_levelDetector.setLevel(detectorVolts(m_output.amplitude * ratio), m_now);
-    m_phaseDetector.setLevel(kVoltsPerDegree * degreesOfCable(m_output.hertz), m_now);
+    m_levelDetector.setLevel(detectorVolts(output.amplitude * ratio), m_now);
+    m_phaseDetector.setLevel(kVoltsPerDegree * degreesOfCable(output.hertz), m_now);
     m_now += kSampleTime;
 
     const int level = countOf(m_levelDetector.read(m_now));
@@ -127,8 +115,7 @@ void VnaBoard::measure()
     m_bytes = {static_cast<std::uint8_t>(phase & 0xFF), static_cast<std::uint8_t>(phase >> 8),
                static_cast<std::uint8_t>(magnitude & 0xFF), static_cast<std::uint8_t>(magnitude >> 8)};
     m_position = 0;
-    if (m_isSweep && m_records.size() < m_recordAtMost)
-        m_records.push_back({m_word, m_output.hertz, phase, magnitude});
+    sampled({m_word, output.hertz, phase, magnitude});
     m_word += m_step;
 }
 

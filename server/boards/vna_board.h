@@ -9,7 +9,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <vector>
 
 namespace calvorn {
 
@@ -17,7 +16,7 @@ namespace calvorn {
 struct VnaBoardSample
 {
     std::uint32_t word; // tuning word in the generator
-    double hertz;       // what the generator made of it
+    double hertz;       // what the generator made of it; 0: off
     int phase;          // counts as sent
     int magnitude;
 };
@@ -37,16 +36,12 @@ public:
     void receive(std::uint8_t byte) override;
     std::optional<std::uint8_t> nextByte() override;
 
-    // For tests.
+    // Bytes of a reply are still to come, and what the host says is lost.
     bool isReplying() const { return m_samplesDue > 0 || m_position < m_bytes.size(); }
-    double generatorHz() const { return m_output.hertz; } // 0: off
-    std::uint64_t commands() const { return m_commands; }
-    std::uint64_t bytesWhileReplying() const { return m_bytesWhileReplying; }
 
-    // Keeps a record of every sample of the sweeps from now on, at most this many. Commands of up to 24 samples are not
-    // sweeps: they set the generator or check the line.
-    void recordSamples(std::size_t atMost);
-    const std::vector<VnaBoardSample> &samples() const { return m_records; }
+protected:
+    // A sample has been measured, at what the generator makes from now on; a derived board may put a probe here.
+    virtual void sampled(const VnaBoardSample & /*sample*/) {}
 
 private:
     void endNumber();
@@ -58,7 +53,6 @@ private:
     DetectorModel m_phaseDetector;
     DetectorModel m_levelDetector;
     DetectorModel::Time m_now{};
-    DdsOutput m_output;
 
     std::array<std::uint32_t, 4> m_numbers{}; // path, start, samples, step
     std::size_t m_numberCount = 0;
@@ -69,14 +63,8 @@ private:
     std::uint32_t m_word = 0;
     std::uint32_t m_step = 0;
     std::uint32_t m_samplesDue = 0;
-    bool m_isSweep = false; // the command under way
     std::array<std::uint8_t, 4> m_bytes{};
     std::size_t m_position = m_bytes.size();
-
-    std::uint64_t m_commands = 0;
-    std::uint64_t m_bytesWhileReplying = 0;
-    std::size_t m_recordAtMost = 0;
-    std::vector<VnaBoardSample> m_records;
 };
 
 } // namespace calvorn

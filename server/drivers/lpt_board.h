@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "protocol/sweep_speed.h"
 #include "server/drivers/adc_reader.h"
 #include "server/drivers/dds_loader.h"
 #include "server/drivers/fair_mutex.h"
@@ -19,8 +20,6 @@
 #include <optional>
 
 namespace calvorn {
-
-enum class SweepSpeed { Standard = 0, Slow = 1, VerySlow = 2, Calibration = 3 };
 
 // How long a new frequency is left to settle before the detector is sampled. With the loads and frames of
 // 400 points on a port with 1.25 us an access this makes sweeps of about 0.1, 0.4 and 2 s. Never shorter than a

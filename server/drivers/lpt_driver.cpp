@@ -67,7 +67,7 @@ void LptDriver::SetOffset(double hertz)
 
 void LptDriver::SetSpeed(short speed)
 {
-    if (speed >= static_cast<short>(SweepSpeed::Standard) && speed <= static_cast<short>(SweepSpeed::Calibration))
+    if (speed >= numberOf(SweepSpeed::Standard) && speed <= numberOf(SweepSpeed::Calibration))
         m_board.setSpeed(static_cast<SweepSpeed>(speed));
     else
         report(ErrorCode::Setting, tr("Unknown sweep speed: %1").arg(speed));
@@ -179,7 +179,7 @@ bool LptDriver::WriteI2c(uchar control, uchar command, uchar data)
 
 void LptDriver::report(ErrorCode code, const QString &sentence)
 {
-    emit aErrore(static_cast<short>(code), sentence);
+    emit aErrore(numberOf(code), sentence);
 }
 
 // False when it failed.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "protocol/simulator_keys.h"
 #include "server/links/opened_port.h"
 
 #include <QString>
@@ -9,8 +10,6 @@
 #include <utility>
 
 namespace calvorn {
-
-inline constexpr int kSimulatedLptAddress = 0;
 
 // Decides which port an address means. Lives as long as the server, and longer than the ports that it has opened.
 class ParallelOpener
@@ -21,10 +20,10 @@ public:
     {
     }
 
-    // Opens the parallel port at this base address; address 0 is the simulated board, as [Simulator] of the settings
-    // file describes it at this moment. [LPT Wiring] tells how the board is wired, and the simulated one follows it.
-    // Throws PortError when there is no such port, or a value of [LPT Wiring] makes no sense. The simulated fault
-    // "unplug" happens once in the life of this object. Main thread only.
+    // Opens the parallel port at this base address; kSimulatedLptAddress is the simulated board, as [Simulator] of the
+    // settings file describes it at this moment. [LPT Wiring] tells how the board is wired, and the simulated one
+    // follows it. Throws PortError when there is no such port, or a value of [LPT Wiring] makes no sense. The simulated
+    // fault "unplug" happens once in the life of this object. Main thread only.
     OpenedPort open(int address);
 
 private:

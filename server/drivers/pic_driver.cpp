@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "server/drivers/pic_driver.h"
 
+#include "protocol/pic_commands.h"
+#include "protocol/server_start.h"
+#include "protocol/sweep_points.h"
 #include "server/links/byte_link.h"
 #include "server/synthesiser/frequency_remark.h"
 
@@ -13,7 +16,8 @@ namespace calvorn {
 
 namespace {
 
-constexpr qint64 kOperationMs = 1900; // of one operation, which the program waits 3 s for
+constexpr qint64 kOperationMs = 1900; // of one operation
+static_assert(kOperationMs < kCallTimeoutMs);
 constexpr qint64 kSameClickMs = 1500; // a reset waits for one second between its two commands
 constexpr qint64 kAnswerMs = 500;
 constexpr qint64 kFreeMs = 1200;   // ten thousand bytes at 115,200 baud take 0.87 s
@@ -82,16 +86,16 @@ bool PicDriver::PrepareSweep(int start, int step)
         m_plan.reset();
         return false;
     }
-    const std::int64_t last = start + (kPicSamples - 1) * static_cast<std::int64_t>(step);
+    const std::int64_t last = start + (kSweepPoints - 1) * static_cast<std::int64_t>(step);
     remarkOnce(std::max<std::int64_t>(start, last));
     return true;
 }
 
 bool PicDriver::SendFrequency(const QString &letter, int frequency)
 {
-    const bool isReset = letter == QLatin1String("*");
-    const bool isOutput = letter == QLatin1String("A");
-    if (!isReset && !isOutput && letter != QLatin1String("B") && letter != QLatin1String("D")) {
+    const bool isReset = letter == kPicReset;
+    const bool isOutput = letter == kPicOutput;
+    if (!isReset && !isOutput && letter != kPicStart && letter != kPicStep) {
         report(ErrorCode::Setting, tr("The board has no command \"%1\".").arg(letter));
         return false;
     }
@@ -159,7 +163,7 @@ PicDriver::Answer PicDriver::prepare()
 
 PicDriver::Answer PicDriver::sendLetter(const QString &letter, int frequency)
 {
-    const QByteArray hertz = letter == QLatin1String("*") ? QByteArray() : QByteArray::number(frequency);
+    const QByteArray hertz = letter == kPicReset ? QByteArray() : QByteArray::number(frequency);
     const Answer answer = ready();
     return answer == Answer::Accepted ? command(letter.toLatin1() + hertz + '\r') : answer;
 }
@@ -191,11 +195,16 @@ PicDriver::Answer PicDriver::ready()
     return !m_plan || m_boardHasPlan ? Answer::Accepted : sendPlan();
 }
 
+PicDriver::Answer PicDriver::sendNumber(QLatin1String letter, int hertz)
+{
+    return command(QByteArray(letter.data(), letter.size()) + QByteArray::number(hertz) + '\r');
+}
+
 PicDriver::Answer PicDriver::sendPlan()
 {
-    Answer answer = command("B" + QByteArray::number(m_plan->start) + '\r');
+    Answer answer = sendNumber(kPicStart, m_plan->start);
     if (answer == Answer::Accepted)
-        answer = command("D" + QByteArray::number(m_plan->step) + '\r');
+        answer = sendNumber(kPicStep, m_plan->step);
     if (answer == Answer::Accepted)
         answer = command("P\r");
     m_boardHasPlan = answer == Answer::Accepted;

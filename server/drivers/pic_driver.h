@@ -47,8 +47,8 @@ public slots:
     // Start (Hz) and step (Hz). False when the board refuses or does not answer, and while a sweep runs.
     bool PrepareSweep(int start, int step);
 
-    // "A", "B", "D" with hertz, "*" without. False like PrepareSweep; "*" ends a sweep that runs, with its aComplete.
-    // After "B", "D" and "*", accepted or not, a sweep needs a new PrepareSweep.
+    // A letter of protocol/pic_commands.h with hertz, the reset without. False like PrepareSweep; the reset ends a
+    // sweep that runs, with its aComplete. After all but kPicOutput, accepted or not, a sweep needs a new PrepareSweep.
     bool SendFrequency(const QString &letter, int frequency);
 
 private:
@@ -81,6 +81,7 @@ private:
     bool awaitAborted(qint64 patience);
     bool hearEnd(const QByteArray &bytes);
     Answer sendPlan();
+    Answer sendNumber(QLatin1String letter, int hertz);
     void remarkOnce(std::int64_t hertz);
     void onBytes();
     void takeSweeps();

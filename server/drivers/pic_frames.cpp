@@ -1,14 +1,32 @@
 // SPDX-License-Identifier: MIT
 #include "server/drivers/pic_frames.h"
 
+#include "protocol/sweep_points.h"
+
 namespace calvorn {
 
 namespace {
 
-constexpr std::uint16_t kPolynomial = 0x1021;
-constexpr qsizetype kHeaderBytes = 3;
+constexpr std::uint8_t kSyncFirst = 0xA5;
+constexpr std::uint8_t kSyncSecond = 0x5A;
 constexpr qsizetype kSyncBytes = 2;
+constexpr qsizetype kHeaderBytes = 3;
 constexpr int kSampleBits = 10;
+constexpr qsizetype kDataBytes = kSweepPoints * kSampleBits / 8;
+constexpr qsizetype kCheckSumBytes = 2;
+static_assert(kHeaderBytes + kDataBytes + kCheckSumBytes == kPicFrameBytes);
+
+// CRC-16/CCITT-FALSE: most significant bit first, nothing inverted; 0x29B1 for the nine characters "123456789".
+constexpr std::uint16_t kCrcPolynomial = 0x1021;
+constexpr std::uint16_t kCrcStart = 0xFFFF;
+
+std::uint16_t crcWith(std::uint16_t crc, std::uint8_t byte)
+{
+    std::uint32_t value = crc ^ static_cast<std::uint32_t>(byte) << 8;
+    for (int bit = 0; bit < 8; ++bit)
+        value = (value & 0x8000U) != 0 ? value << 1 ^ kCrcPolynomial : value << 1;
+    return static_cast<std::uint16_t>(value & 0xFFFFU);
+}
 
 std::uint8_t byteAt(const QByteArray &bytes, qsizetype index)
 {
@@ -18,10 +36,10 @@ std::uint8_t byteAt(const QByteArray &bytes, qsizetype index)
 QList<int> samplesOf(const QByteArray &frame)
 {
     QList<int> samples;
-    samples.reserve(kPicSamples);
+    samples.reserve(kSweepPoints);
     std::uint32_t held = 0;
     int bits = 0;
-    for (qsizetype index = kHeaderBytes; index < kHeaderBytes + kPicDataBytes; ++index) {
+    for (qsizetype index = kHeaderBytes; index < kHeaderBytes + kDataBytes; ++index) {
         held = (held << 8 | byteAt(frame, index)) & 0xFFFFFU;
         bits += 8;
         if (bits < kSampleBits)
@@ -33,35 +51,6 @@ QList<int> samplesOf(const QByteArray &frame)
 }
 
 } // namespace
-
-std::uint16_t picCrc(std::uint16_t crc, std::uint8_t byte)
-{
-    std::uint32_t value = crc ^ static_cast<std::uint32_t>(byte) << 8;
-    for (int bit = 0; bit < 8; ++bit)
-        value = (value & 0x8000U) != 0 ? value << 1 ^ kPolynomial : value << 1;
-    return static_cast<std::uint16_t>(value & 0xFFFFU);
-}
-
-QByteArray picFrame(std::uint8_t sequence, const QList<int> &samples)
-{
-    QByteArray frame;
-    frame += static_cast<char>(kPicSyncFirst);
-    frame += static_cast<char>(kPicSyncSecond);
-    frame += static_cast<char>(sequence);
-    std::uint32_t held = 0;
-    int bits = 0;
-    for (const int sample : samples) {
-        held = (held << kSampleBits | static_cast<std::uint32_t>(sample)) & 0x3FFFFU;
-        for (bits += kSampleBits; bits >= 8; bits -= 8)
-            frame += static_cast<char>(held >> (bits - 8) & 0xFFU);
-    }
-    std::uint16_t crc = kPicCrcStart;
-    for (qsizetype index = kSyncBytes; index < frame.size(); ++index)
-        crc = picCrc(crc, byteAt(frame, index));
-    frame += static_cast<char>(crc >> 8);
-    frame += static_cast<char>(crc & 0xFF);
-    return frame;
-}
 
 void PicDecoder::reset()
 {
@@ -114,9 +103,9 @@ bool PicDecoder::alignToSync()
 
 bool PicDecoder::isWhole() const
 {
-    std::uint16_t crc = kPicCrcStart;
+    std::uint16_t crc = kCrcStart;
     for (qsizetype index = kSyncBytes; index < kPicFrameBytes; ++index)
-        crc = picCrc(crc, byteAt(m_bytes, index));
+        crc = crcWith(crc, byteAt(m_bytes, index));
     return crc == 0; // over the data and their own check sum
 }
 
@@ -128,8 +117,8 @@ bool PicDecoder::isFollowed() const
     const std::uint8_t last = byteAt(m_bytes, kPicFrameBytes - 1);
     const std::uint8_t first = byteAt(m_bytes, kPicFrameBytes);
     const std::uint8_t second = byteAt(m_bytes, kPicFrameBytes + 1);
-    const bool firstIsLost = first == kPicSyncSecond && last != kPicSyncFirst;
-    return first == kPicSyncFirst || second == kPicSyncSecond || firstIsLost;
+    const bool firstIsLost = first == kSyncSecond && last != kSyncFirst;
+    return first == kSyncFirst || second == kSyncSecond || firstIsLost;
 }
 
 // The bytes skipped so far may have been damaged frames of this sweep: each has left at least half of its length.

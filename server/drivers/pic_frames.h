@@ -10,19 +10,7 @@
 namespace calvorn {
 
 // A sweep of the PIC board on the line: A5 5A, sequence number, 400 samples of ten bits in 500 bytes, check sum.
-inline constexpr int kPicSamples = 400;
-inline constexpr int kPicDataBytes = 500;
 inline constexpr int kPicFrameBytes = 505;
-inline constexpr std::uint8_t kPicSyncFirst = 0xA5;
-inline constexpr std::uint8_t kPicSyncSecond = 0x5A;
-
-// CRC-16/CCITT-FALSE: polynomial 0x1021, start value 0xFFFF, most significant bit first, nothing inverted; 0x29B1 for
-// the nine characters "123456789".
-inline constexpr std::uint16_t kPicCrcStart = 0xFFFF;
-std::uint16_t picCrc(std::uint16_t crc, std::uint8_t byte);
-
-// samples: kPicSamples counts of 0..1023.
-QByteArray picFrame(std::uint8_t sequence, const QList<int> &samples);
 
 // Finds the frames in what arrives. After bytes that were lost, added or damaged it looks for the next frame within
 // all that it has kept, so that only the frames that were hit are lost.

@@ -44,7 +44,7 @@ void SerialDriver::ClosePort()
 
 void SerialDriver::report(ErrorCode code, const QString &sentence)
 {
-    emit aErrore(static_cast<short>(code), sentence);
+    emit aErrore(numberOf(code), sentence);
 }
 
 void SerialDriver::remark(const QString &sentence)

@@ -3,10 +3,12 @@
 
 #include "platform/serial_ports.h"
 #include "protocol/simulator_keys.h"
+#include "protocol/sweep_points.h"
 #include "server/boards/pic_board.h"
 #include "server/boards/pty_board.h"
 #include "server/boards/vna_board.h"
 #include "server/drivers/pic_frames.h"
+#include "server/drivers/vna_protocol.h"
 #include "server/links/serial_link.h"
 
 #include <QCoreApplication>
@@ -19,7 +21,7 @@ namespace calvorn {
 
 namespace {
 
-constexpr int kVnaSweepBytes = 1'600;
+constexpr int kVnaSweepBytes = kSweepPoints * VnaReply::kSampleBytes;
 
 struct SimulatedLine
 {

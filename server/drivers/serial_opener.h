@@ -45,7 +45,7 @@ private:
 // crystal times the multiplier that the program believes in.
 SimulatorSettings readSerialSimulatorSettings(const QString &settingsPath);
 
-// The generator that the program believes in: "DDS Device", "DDS Xtal freq" and "DDS Multiplier" of [Config].
+// The generator that the program believes in: chip, crystal and multiplier of [Config].
 DdsClock readConfiguredClock(const QString &settingsPath);
 
 } // namespace calvorn

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "protocol/error_codes.h"
+#include "protocol/sweep_points.h"
 #include "server/links/wake_up.h"
 
 #include <QList>
@@ -17,8 +18,6 @@
 #include <vector>
 
 namespace calvorn {
-
-inline constexpr int kSweepPoints = 400;
 
 // What a sweep measures: kSweepPoints frequencies from startHz in steps of stepHz. Before the first plan is made:
 // 1 to 10 MHz.

@@ -8,7 +8,7 @@ namespace calvorn {
 
 std::optional<VectorGate::Vector> VectorGate::offer(Vector vector)
 {
-    if (m_outstanding < kMostOutstanding) {
+    if (m_outstanding < kVectorWindow) {
         ++m_outstanding;
         return vector;
     }
@@ -20,7 +20,7 @@ std::optional<VectorGate::Vector> VectorGate::offer(Vector vector)
 std::optional<VectorGate::Vector> VectorGate::taken(int count)
 {
     m_outstanding -= std::clamp(count, 0, m_outstanding);
-    if (!m_waiting || m_outstanding == kMostOutstanding)
+    if (!m_waiting || m_outstanding == kVectorWindow)
         return std::nullopt;
     ++m_outstanding;
     return std::exchange(m_waiting, std::nullopt);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "protocol/vector_window.h"
+
 #include <QList>
 
 #include <cstdint>
@@ -8,13 +10,11 @@
 
 namespace calvorn {
 
-// Keeps a slow program from drowning in vectors. At most kMostOutstanding have been sent and not been taken; of
+// Keeps a slow program from drowning in vectors. At most kVectorWindow have been sent and not been taken; of
 // what comes beyond that only the newest waits, to go out with the next acknowledgement. Main thread only.
 class VectorGate
 {
 public:
-    static constexpr int kMostOutstanding = 8;
-
     using Vector = QList<int>;
 
     // A new vector. Returns it when it is to be sent now.
@@ -27,7 +27,6 @@ public:
     // The vector that waits belongs to a plan or sweep that is over.
     void discardWaiting();
 
-    int outstanding() const { return m_outstanding; }
     // Vectors that will never be sent.
     std::uint64_t dropped() const { return m_dropped; }
 

@@ -16,7 +16,7 @@ struct VectorPlan
 {
     std::int32_t startHz = 0; // of the first count
     std::int32_t stepHz = 0;  // from count to count
-    std::int16_t mode = 0;    // MiniVNA: 1 angle, 2 return loss, 3 device under test; 0 elsewhere
+    std::int16_t mode = 0;    // MiniVNA: the number of a VnaMode; 0 elsewhere
 
     bool operator==(const VectorPlan &) const = default;
 };

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "server/drivers/vna_driver.h"
 
+#include "protocol/sweep_points.h"
 #include "server/links/byte_link.h"
 #include "server/synthesiser/tuning_word.h"
 #include "server/synthesiser/vna_word.h"
@@ -12,14 +13,9 @@ namespace calvorn {
 
 namespace {
 
-constexpr int kSamples = 400;
 constexpr int kMostFailures = 3;
 constexpr int kGeneratorOff = 0;
 constexpr std::chrono::milliseconds kStopPatience{150};
-
-// What the instrument is made for.
-constexpr std::int64_t kLowestHz = 100'000;
-constexpr std::int64_t kHighestHz = 180'000'000;
 
 } // namespace
 
@@ -47,21 +43,22 @@ void VnaDriver::StopSweep(short /*reason*/)
 
 void VnaDriver::SetMode(short mode)
 {
-    switch (mode) {
-    case 0:
+    const auto wanted = static_cast<VnaMode>(mode);
+    switch (wanted) {
+    case VnaMode::Parked:
         SetFrequency(kGeneratorOff);
         return;
-    case static_cast<short>(Mode::Angle):
-    case static_cast<short>(Mode::ReturnLoss):
-    case static_cast<short>(Mode::Device):
+    case VnaMode::Angle:
+    case VnaMode::ReturnLoss:
+    case VnaMode::Device:
         break;
     default:
         report(ErrorCode::Setting, tr("Unknown measurement mode: %1").arg(mode));
         return;
     }
-    if (m_mode == static_cast<Mode>(mode))
+    if (m_mode == wanted)
         return;
-    m_mode = static_cast<Mode>(mode);
+    m_mode = wanted;
     discardWaiting();
 }
 
@@ -109,7 +106,7 @@ void VnaDriver::SetFrequency(int hertz)
 
 void VnaDriver::PrepareSweep(int start, int step, int samples)
 {
-    if (samples != kSamples) {
+    if (samples != kSweepPoints) {
         report(ErrorCode::Setting, tr("A sweep has 400 samples, not %1.").arg(samples));
         return;
     }
@@ -118,9 +115,9 @@ void VnaDriver::PrepareSweep(int start, int step, int samples)
     discardWaiting();
 }
 
-VnaCommand::Path VnaDriver::pathOf(Mode mode)
+VnaCommand::Path VnaDriver::pathOf(VnaMode mode)
 {
-    return mode == Mode::Device ? VnaCommand::Path::Transmission : VnaCommand::Path::Reflection;
+    return mode == VnaMode::Device ? VnaCommand::Path::Transmission : VnaCommand::Path::Reflection;
 }
 
 void VnaDriver::linkOpened(const LineSettings & /*line*/)
@@ -161,12 +158,13 @@ void VnaDriver::next()
 void VnaDriver::sendSweep()
 {
     try {
-        const VnaSweepWords words = vnaSweepWords(m_startHz, m_stepHz, kSamples, m_offsetHz, systemClockHz(m_clock));
-        const std::int64_t endHz = m_startHz + std::int64_t{m_stepHz} * (kSamples - 1);
+        const VnaSweepWords words =
+            vnaSweepWords(m_startHz, m_stepHz, kSweepPoints, m_offsetHz, systemClockHz(m_clock));
+        const std::int64_t endHz = m_startHz + std::int64_t{m_stepHz} * (kSweepPoints - 1);
         noteRange(std::min<std::int64_t>(m_startHz, endHz), std::max<std::int64_t>(m_startHz, endHz));
         m_sent = {m_runNumber, m_tuning, m_startHz, m_stepHz, pathOf(m_mode), words.descending};
         if (m_exchange.isInStep())
-            m_exchange.send({m_sent.path, words.start, kSamples, words.step});
+            m_exchange.send({m_sent.path, words.start, kSweepPoints, words.step});
         else
             m_exchange.check(m_sent.path, words.start);
     } catch (const FrequencyError &error) {
@@ -194,7 +192,7 @@ void VnaDriver::sendGenerator()
 
 void VnaDriver::noteRange(std::int64_t lowest, std::int64_t highest)
 {
-    if (m_rangeNoted || (lowest >= kLowestHz && highest <= kHighestHz))
+    if (m_rangeNoted || (lowest >= kVnaLowestHz && highest <= kVnaHighestHz))
         return;
     m_rangeNoted = true;
     remark(tr("The MiniVNA is made for 0.1 to 180 MHz; the frequency is set as asked for."));
@@ -209,10 +207,10 @@ void VnaDriver::deliverSamples(const QList<VnaSample> &samples)
     QList<int> counts;
     counts.reserve(samples.size());
     for (const VnaSample &sample : samples)
-        counts.append(m_mode == Mode::Angle ? sample.phase : sample.magnitude);
+        counts.append(m_mode == VnaMode::Angle ? sample.phase : sample.magnitude);
     if (m_sent.descending)
         std::reverse(counts.begin(), counts.end());
-    deliver({m_sent.startHz, m_sent.stepHz, static_cast<std::int16_t>(m_mode)}, std::move(counts));
+    deliver({m_sent.startHz, m_sent.stepHz, numberOf(m_mode)}, std::move(counts));
 }
 
 void VnaDriver::onAnswered(const QList<VnaSample> &samples)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "protocol/vna_instrument.h"
 #include "server/drivers/serial_driver.h"
 #include "server/drivers/vna_exchange.h"
 #include "server/synthesiser/dds_clock.h"
@@ -31,8 +32,8 @@ public slots:
     // The running reply is awaited, at most 0.15 s, and thrown away; then aComplete. Nothing when no sweep runs.
     void StopSweep(short reason);
 
-    // 0 switches the generator off (until the next frequency or sweep) and keeps the kind of measurement. A sweep
-    // that runs goes on with the new kind, and delivers no vector of the former one.
+    // The number of a VnaMode. Parked switches the generator off (until the next frequency or sweep) and keeps the kind
+    // of measurement. A sweep that runs goes on with the new kind, and delivers no vector of the former one.
     void SetMode(short mode);
     void SetMultiplier(short multiplier);
     void SetXtalFrequency(double hertz);
@@ -46,11 +47,10 @@ public slots:
     void SetFrequency(int hertz);
 
     // For the next sweep, or the running one: no vector of the former plan is emitted after this has returned.
-    // samples: 400, everything else is ErrorCode::Setting.
+    // samples: kSweepPoints, everything else is ErrorCode::Setting.
     void PrepareSweep(int start, int step, int samples);
 
 private:
-    enum class Mode { Angle = 1, ReturnLoss = 2, Device = 3 };
     // What a command in progress was sent for.
     struct Sent
     {
@@ -62,7 +62,7 @@ private:
         bool descending = false;
     };
 
-    static VnaCommand::Path pathOf(Mode mode);
+    static VnaCommand::Path pathOf(VnaMode mode);
 
     void linkOpened(const LineSettings &line) override;
     void linkGone() override;
@@ -86,7 +86,7 @@ private:
     DdsClock m_clock;
     double m_offsetHz = 0.0;
     quint64 m_tuning = 0; // counts the changes of clock and offset
-    Mode m_mode = Mode::Angle;
+    VnaMode m_mode = VnaMode::Angle;
     int m_startHz = 1'000'000;
     int m_stepHz = 22'500;
     std::optional<int> m_generatorHz; // still to be sent

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "server/drivers/vna_protocol.h"
 
+#include "protocol/vna_instrument.h"
+
 namespace calvorn {
 
 namespace {
 
-constexpr int kHighestCount = 1023;
+constexpr int kHighestCount = kVnaFullScale - 1;
 
 int littleEndian(const QByteArray &bytes, qsizetype at)
 {

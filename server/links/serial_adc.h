@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "protocol/devices.h"
+
 #include <QString>
 
 #include <chrono>
@@ -27,13 +29,13 @@ inline constexpr SerialAdcType kTlc549 = {8, std::chrono::microseconds(17), std:
 inline constexpr SerialAdcType kTlc1549 = {10, std::chrono::microseconds(21), std::chrono::nanoseconds(1425),
                                            std::chrono::microseconds(9)};
 
-// The converter of that name ("8bit" or "10bit", in any case), or nothing.
+// The converter of that name (kAdc8Bit or kAdc10Bit, in any case), or nothing.
 inline std::optional<SerialAdcType> serialAdcFromName(const QString &name)
 {
     const QString wanted = name.trimmed().toLower();
-    if (wanted == QLatin1String("8bit"))
+    if (wanted == QLatin1String(kAdc8Bit))
         return kTlc549;
-    if (wanted == QLatin1String("10bit"))
+    if (wanted == QLatin1String(kAdc10Bit))
         return kTlc1549;
     return std::nullopt;
 }

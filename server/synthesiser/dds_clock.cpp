@@ -10,8 +10,6 @@ namespace calvorn {
 
 namespace {
 constexpr double kHighestXtalHz = 1e12;
-constexpr int kAd9951LowestPll = 4;
-constexpr int kAd9951HighestPll = 20;
 
 struct ClockTexts
 {
@@ -22,26 +20,18 @@ struct ClockTexts
 std::optional<DdsChip> ddsChipFromName(const QString &name)
 {
     const QString wanted = name.trimmed().toUpper();
-    if (wanted == QLatin1String("AD9850"))
-        return DdsChip::Ad9850;
-    if (wanted == QLatin1String("AD9851"))
-        return DdsChip::Ad9851;
-    if (wanted == QLatin1String("AD9951"))
-        return DdsChip::Ad9951;
+    for (const DdsChip chip : {DdsChip::Ad9850, DdsChip::Ad9851, DdsChip::Ad9951})
+        if (wanted == QLatin1String(factsOf(chip).name))
+            return chip;
     return std::nullopt;
 }
 
 int effectiveMultiplier(const DdsClock &clock)
 {
-    switch (clock.chip) {
-    case DdsChip::Ad9850:
+    const DdsChipFacts &facts = factsOf(clock.chip);
+    if (facts.multiplierLow == 0)
         return std::max(clock.multiplier, 1);
-    case DdsChip::Ad9851:
-        return clock.multiplier == 6 ? 6 : 1;
-    case DdsChip::Ad9951:
-        return clock.multiplier >= kAd9951LowestPll && clock.multiplier <= kAd9951HighestPll ? clock.multiplier : 1;
-    }
-    return 1;
+    return clock.multiplier >= facts.multiplierLow && clock.multiplier <= facts.multiplierHigh ? clock.multiplier : 1;
 }
 
 void checkMultiplier(const DdsClock &clock)
@@ -78,16 +68,8 @@ std::uint64_t systemClockHz(const DdsClock &clock)
 
 double usefulMaximumHz(const DdsClock &clock)
 {
-    const auto systemClock = static_cast<double>(systemClockHz(clock));
-    switch (clock.chip) {
-    case DdsChip::Ad9850:
-        return std::min(40e6, 0.325 * systemClock);
-    case DdsChip::Ad9851:
-        return std::min(70e6, 0.4 * systemClock);
-    case DdsChip::Ad9951:
-        return std::min(160e6, 0.4 * systemClock);
-    }
-    return 0.0;
+    const DdsChipFacts &facts = factsOf(clock.chip);
+    return std::min(facts.highestOutput, facts.outputOfClock * static_cast<double>(systemClockHz(clock)));
 }
 
 } // namespace calvorn

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "protocol/devices.h"
+
 #include <QString>
 
 #include <cstdint>
@@ -9,9 +11,7 @@
 
 namespace calvorn {
 
-enum class DdsChip { Ad9850, Ad9851, Ad9951 };
-
-// The chip of that name ("AD9850", "AD9851", "AD9951", in any case), or nothing.
+// The chip of that name in kDdsChips, in any case, or nothing.
 std::optional<DdsChip> ddsChipFromName(const QString &name);
 
 // A frequency, or a clock, that no tuning word can express. what() is one sentence for the user.
@@ -31,8 +31,8 @@ public:
 // The reference clock of a synthesiser board and what is made of it.
 struct DdsClock
 {
-    DdsChip chip = DdsChip::Ad9850;
-    double xtalHz = 80'000'000.0; // whole hertz; a fraction is rounded to the nearest
+    DdsChip chip = kDefaultDdsChip;
+    double xtalHz = kDefaultXtalHz; // whole hertz; a fraction is rounded to the nearest
     int multiplier = 1;
 
     bool operator==(const DdsClock &) const = default;

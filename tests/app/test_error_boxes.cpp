@@ -142,7 +142,7 @@ void TestErrorBoxes::theEndTalksToNobody()
                 bench.window->close();
         };
         bench.desktop.answers.enqueue(kBoxCancel);
-        emit driver->aErrore(kErrorServerEnded, QStringLiteral("The acquisition server has ended unexpectedly."));
+        emit driver->aErrore(std::int16_t{100}, QStringLiteral("The acquisition server has ended unexpectedly."));
         QVERIFY(!bench.window->isVisible());
         QCOMPARE(dialog.isVisible(), !ownBox);
         const QStringList calls = m_server.takeCalls();

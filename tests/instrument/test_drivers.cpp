@@ -310,7 +310,7 @@ private slots:
              {static_cast<AcquisitionDriver *>(&pic.driver), static_cast<AcquisitionDriver *>(&vna.driver)}) {
             QCOMPARE(driver->reactionTo(1), AcquisitionDriver::ErrorReaction::CountSilently);
             QCOMPARE(driver->reactionTo(4), AcquisitionDriver::ErrorReaction::LogOnly);
-            QCOMPARE(driver->reactionTo(kErrorServerEnded), AcquisitionDriver::ErrorReaction::LogAndAsk);
+            QCOMPARE(driver->reactionTo(100), AcquisitionDriver::ErrorReaction::LogAndAsk);
             QCOMPARE(driver->replanning(), AcquisitionDriver::Replanning::StopAndRestart);
         }
     }

@@ -55,7 +55,7 @@ void BoardLinesTest::unknownAuxOutputIsRefused()
     QVERIFY(bench.driver.OpenPort(0));
     bench.driver.SetAux(0xFF, 3);
     QCOMPARE(bench.errors.count(), 1);
-    QCOMPARE(bench.errorCode(0), static_cast<int>(ErrorCode::Setting));
+    QCOMPARE(bench.errorCode(0), code::kSetting);
     QCOMPARE(bench.board->latches().aux2(), std::uint8_t{0});
 }
 

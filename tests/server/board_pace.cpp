@@ -24,7 +24,7 @@ namespace {
 
 void sweep(LptBoard &board)
 {
-    for (int point = 0; point < kSweepPoints; ++point)
+    for (int point = 0; point < LptBench::kPoints; ++point)
         board.measure(1'000'000 + 20'000 * point);
 }
 

@@ -1,19 +1,27 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "protocol/error_codes.h"
-
 #include <QSignalSpy>
 
 #include <algorithm>
 
 namespace calvorn {
 
+// The codes of aErrore as docs/hardware/errors.md has them.
+namespace code {
+inline constexpr int kTransfer = 1;
+inline constexpr int kPort = 2;
+inline constexpr int kBoard = 3;
+inline constexpr int kNoAction = 4;
+inline constexpr int kFrequency = 5;
+inline constexpr int kSetting = 6;
+} // namespace code
+
 // How many of a driver's aErrore have this code.
-inline int errorsWithCode(const QSignalSpy &errors, ErrorCode code)
+inline int errorsWithCode(const QSignalSpy &errors, int wanted)
 {
-    return static_cast<int>(std::count_if(errors.begin(), errors.end(), [code](const QList<QVariant> &error) {
-        return error.at(0).value<short>() == static_cast<short>(code);
+    return static_cast<int>(std::count_if(errors.begin(), errors.end(), [wanted](const QList<QVariant> &error) {
+        return error.at(0).toInt() == wanted;
     }));
 }
 

@@ -3,8 +3,11 @@
 
 #include "server/boards/simulated_parallel_port.h"
 #include "server/drivers/lpt_driver.h"
+#include "tests/server/error_count.h"
 
 #include <QSignalSpy>
+
+#include <vector>
 
 namespace calvorn {
 
@@ -15,9 +18,72 @@ inline SimulatorSettings unpacedSettings()
     return settings;
 }
 
+// One conversion of the board's detector.
+struct ConversionRecord
+{
+    double hertz; // what the generator made at the instant of hold
+    int count;
+};
+
+// The simulated board with a counter on its bus, and a record of its converter.
+class ProbedPort : public SimulatedParallelPort
+{
+public:
+    using SimulatedParallelPort::SimulatedParallelPort;
+
+    void writeData(std::uint8_t value) override
+    {
+        ++m_accesses;
+        SimulatedParallelPort::writeData(value);
+        look();
+    }
+
+    void writeControl(std::uint8_t value) override
+    {
+        ++m_accesses;
+        SimulatedParallelPort::writeControl(value);
+        look();
+    }
+
+    std::uint8_t readStatus() override
+    {
+        ++m_accesses;
+        return SimulatedParallelPort::readStatus();
+    }
+
+    std::uint64_t accesses() const { return m_accesses; }
+
+    // Keeps a record of every conversion from now on, at most this many.
+    void recordConversions(std::size_t atMost)
+    {
+        m_recordAtMost = atMost;
+        m_records.clear();
+        m_records.reserve(atMost);
+    }
+    const std::vector<ConversionRecord> &conversions() const { return m_records; }
+
+private:
+    void look()
+    {
+        if (adc().conversions() == m_seen)
+            return;
+        m_seen = adc().conversions();
+        if (m_records.size() < m_recordAtMost)
+            m_records.push_back({dds().output().hertz, adc().latestCount()});
+    }
+
+    std::uint64_t m_accesses = 0;
+    std::uint64_t m_seen = 0;
+    std::size_t m_recordAtMost = 0;
+    std::vector<ConversionRecord> m_records;
+};
+
 // The driver with a simulated board of this make behind address 0, and its signals.
 struct LptBench
 {
+    static constexpr int kPoints = 400;
+    static constexpr int kWindow = 8; // vectors that are sent before the first has been taken
+
     explicit LptBench(const SimulatorSettings &made = unpacedSettings())
         : settings(made)
     {
@@ -35,12 +101,12 @@ struct LptBench
 
     SimulatorSettings settings;
     BoardWiring wiring;
-    SimulatedParallelPort *board = nullptr; // while the port is open
+    ProbedPort *board = nullptr; // while the port is open
     std::size_t recordAtMost = 0;
     LptDriver driver{[this](int address) -> OpenedPort {
         if (address != 0)
             throw PortError("No such port.");
-        auto port = std::make_unique<SimulatedParallelPort>(settings, wiring);
+        auto port = std::make_unique<ProbedPort>(settings, wiring);
         board = port.get();
         board->recordConversions(recordAtMost);
         return {std::move(port), wiring};

@@ -64,7 +64,7 @@ void LptByteLoadingTest::sameWordsAsSerial()
         bench->driver.SetXtalFrequency(xtal);
         bench->driver.SetMultiplier(static_cast<short>(multiplier));
     }
-    for (int point = 0; point < kSweepPoints; ++point) {
+    for (int point = 0; point < LptBench::kPoints; ++point) {
         const int hertz = 100'000 + point * 98'765;
         serial.driver.SetFrequency(hertz);
         bytes.driver.SetFrequency(hertz);
@@ -83,7 +83,7 @@ void LptByteLoadingTest::sweepIsRight()
     LptBench bench;
     bench.settings.device = DeviceKind::Crystal;
     bench.wiring = byteWide();
-    bench.recordAtMost = 2 * kSweepPoints;
+    bench.recordAtMost = 2 * LptBench::kPoints;
     bench.takeVectors();
     QVERIFY(bench.driver.OpenPort(0));
     bench.driver.PrepareSweep(9'000'000 - 250 * 100, 250);
@@ -92,7 +92,7 @@ void LptByteLoadingTest::sweepIsRight()
     bench.driver.StopSweep(2);
     QTRY_COMPARE(bench.completes.count(), 1);
     int peak = 0;
-    for (int point = 0; point < kSweepPoints; ++point) {
+    for (int point = 0; point < LptBench::kPoints; ++point) {
         const ConversionRecord &record = bench.board->conversions()[static_cast<std::size_t>(2 * point)];
         QVERIFY(std::fabs(record.hertz - (8'975'000.0 + 250.0 * point)) <= 80e6 / 8'589'934'592.0);
         QCOMPARE(bench.vector(0).at(point), record.count);

@@ -78,8 +78,8 @@ void LptFaultsTest::silenceReadsAsZeros()
     QTRY_COMPARE(bench.completes.count(), 1);
     QCOMPARE(zerosOf(bench.vector(0)), 0);
     QCOMPARE(zerosOf(bench.vector(1)), 0);
-    QCOMPARE(zerosOf(bench.vector(2)), kSweepPoints);
-    QCOMPARE(zerosOf(bench.vector(3)), kSweepPoints);
+    QCOMPARE(zerosOf(bench.vector(2)), LptBench::kPoints);
+    QCOMPARE(zerosOf(bench.vector(3)), LptBench::kPoints);
     QCOMPARE(bench.driver.ReadDetector(), short{0});
     QCOMPARE(bench.errors.count(), 0); // a line that stays low is a reading like any other
 }
@@ -95,7 +95,7 @@ void LptFaultsTest::halfASweepThenZeros()
     const int zeros = zerosOf(bench.vector(0));
     QVERIFY2(zeros >= 199 && zeros <= 201, qPrintable(QString::number(zeros)));
     QVERIFY(bench.vector(0).first() > 0);
-    QCOMPARE(zerosOf(bench.vector(1)), kSweepPoints);
+    QCOMPARE(zerosOf(bench.vector(1)), LptBench::kPoints);
 }
 
 void LptFaultsTest::unpluggedInMidSweep()
@@ -203,7 +203,7 @@ void LptFaultsTest::unpluggedOnceInTheLifeOfTheServer()
 void LptFaultsTest::lostEdgeOfTheGenerator()
 {
     LptBench bench(withFault(SimulatorFault::Drop));
-    bench.recordAtMost = 2 * kSweepPoints;
+    bench.recordAtMost = 2 * LptBench::kPoints;
     QVERIFY(bench.driver.OpenPort(0));
     bench.driver.PrepareSweep(1'000'000, 1'000);
     bench.driver.RunSweep();
@@ -212,7 +212,7 @@ void LptFaultsTest::lostEdgeOfTheGenerator()
     QTRY_COMPARE(bench.completes.count(), 1);
     QVERIFY(bench.board->dds().violated(DdsViolation::WrongBitCount));
     int wrong = 0;
-    for (int point = 0; point < kSweepPoints; ++point) {
+    for (int point = 0; point < LptBench::kPoints; ++point) {
         const double planned = 1'000'000.0 + 1'000.0 * point;
         wrong += std::fabs(bench.board->conversions()[static_cast<std::size_t>(2 * point)].hertz - planned) > 0.0094;
     }

@@ -12,7 +12,7 @@ using namespace calvorn;
 namespace {
 
 constexpr int kSweeps = 200;
-constexpr std::size_t kConversionsInSweep = 2 * kSweepPoints;
+constexpr std::size_t kConversionsInSweep = 2 * LptBench::kPoints;
 
 } // namespace
 
@@ -59,9 +59,9 @@ void LptManySweepsTest::everyFrequencyAndEveryRow()
     std::size_t sweep = 0;
     for (int index = 0; index < kSweeps; ++index) {
         const QList<int> vector = bench.vector(index);
-        QCOMPARE(vector.size(), kSweepPoints);
+        QCOMPARE(vector.size(), LptBench::kPoints);
         const auto isSweep = [&](std::size_t candidate) {
-            for (int point = 0; point < kSweepPoints; ++point) {
+            for (int point = 0; point < LptBench::kPoints; ++point) {
                 if (records[candidate * kConversionsInSweep + 2 * static_cast<std::size_t>(point)].count !=
                     vector.at(point))
                     return false;

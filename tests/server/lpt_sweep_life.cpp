@@ -148,11 +148,11 @@ void LptSweepLifeTest::waitingVectorOfTheFormerPlanIsGone()
     bench.driver.PrepareSweep(kHighHz, 0);
     bench.driver.RunSweep();
     QTRY_VERIFY(bench.driver.droppedVectors() > 3);
-    QCOMPARE(bench.vectors.count(), VectorGate::kMostOutstanding);
+    QCOMPARE(bench.vectors.count(), LptBench::kWindow);
     bench.driver.PrepareSweep(kLowHz, 0);
     bench.driver.VectorsTaken(1);
-    QTRY_COMPARE(bench.vectors.count(), VectorGate::kMostOutstanding + 1);
-    for (const int count : bench.vector(VectorGate::kMostOutstanding))
+    QTRY_COMPARE(bench.vectors.count(), LptBench::kWindow + 1);
+    for (const int count : bench.vector(LptBench::kWindow))
         QVERIFY(count < kLimit);
 }
 
@@ -162,14 +162,14 @@ void LptSweepLifeTest::slowProgramGetsTheNewest()
     QVERIFY(bench.driver.OpenPort(0));
     bench.driver.RunSweep();
     QTRY_VERIFY(bench.driver.droppedVectors() > 10);
-    QCOMPARE(bench.vectors.count(), VectorGate::kMostOutstanding);
+    QCOMPARE(bench.vectors.count(), LptBench::kWindow);
     bench.driver.VectorsTaken(1);
-    QCOMPARE(bench.vectors.count(), VectorGate::kMostOutstanding + 1);
+    QCOMPARE(bench.vectors.count(), LptBench::kWindow + 1);
     bench.driver.StopSweep(2);
     QTRY_COMPARE(bench.completes.count(), 1);
     for (int index = 0; index < 20; ++index)
         bench.driver.VectorsTaken(1);
-    QCOMPARE(bench.vectors.count(), VectorGate::kMostOutstanding + 1); // nothing after aComplete
+    QCOMPARE(bench.vectors.count(), LptBench::kWindow + 1); // nothing after aComplete
 }
 
 void LptSweepLifeTest::closedPortRefusesASweep()
@@ -177,7 +177,7 @@ void LptSweepLifeTest::closedPortRefusesASweep()
     LptBench bench;
     bench.driver.RunSweep();
     QCOMPARE(bench.errors.count(), 1);
-    QCOMPARE(bench.errorCode(0), static_cast<int>(ErrorCode::Port));
+    QCOMPARE(bench.errorCode(0), code::kPort);
     QCOMPARE(bench.errors.at(0).at(1).toString(), QStringLiteral("The parallel port is not open."));
     QCOMPARE(bench.completes.count(), 1);
 }
@@ -191,7 +191,7 @@ void LptSweepLifeTest::otherOperationsWithoutAPort()
     bench.driver.ClosePort();
     QCOMPARE(bench.errors.count(), 0);
     QCOMPARE(bench.driver.ReadDetector(), short{0});
-    QCOMPARE(bench.errorCode(0), static_cast<int>(ErrorCode::Ignorable));
+    QCOMPARE(bench.errorCode(0), code::kNoAction);
     QVERIFY(bench.driver.OpenPort(0));
     bench.driver.ResetDevice();
     QVERIFY(std::fabs(bench.board->dds().output().hertz - 7e6) < 0.01);
@@ -218,9 +218,9 @@ void LptSweepLifeTest::failedOpenLeavesThePortClosed()
     LptBench bench;
     QVERIFY(bench.driver.OpenPort(0));
     QVERIFY(!bench.driver.OpenPort(888));
-    QCOMPARE(bench.errorCode(0), static_cast<int>(ErrorCode::Ignorable));
+    QCOMPARE(bench.errorCode(0), code::kNoAction);
     bench.driver.RunSweep();
-    QCOMPARE(bench.errorCode(1), static_cast<int>(ErrorCode::Port));
+    QCOMPARE(bench.errorCode(1), code::kPort);
     QCOMPARE(bench.completes.count(), 1);
 }
 
@@ -302,7 +302,7 @@ void LptSweepLifeTest::unknownSettingsAreRefused()
     bench.driver.SetSpeed(-1);
     QCOMPARE(bench.errors.count(), 4);
     for (int index = 0; index < 4; ++index)
-        QCOMPARE(bench.errorCode(index), static_cast<int>(ErrorCode::Setting));
+        QCOMPARE(bench.errorCode(index), code::kSetting);
 }
 
 void LptSweepLifeTest::lostPortEndsTheSweep()
@@ -329,7 +329,7 @@ void LptSweepLifeTest::lostPortEndsTheSweep()
     driver.RunSweep();
     QTRY_COMPARE(completes.count(), 1);
     QCOMPARE(errors.count(), 1);
-    QCOMPARE(errors.at(0).at(0).toInt(), static_cast<int>(ErrorCode::Port));
+    QCOMPARE(errors.at(0).at(0).toInt(), code::kPort);
     QCOMPARE(driver.ReadDetector(), short{0});
     QCOMPARE(errors.count(), 2);
 }

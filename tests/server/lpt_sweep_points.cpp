@@ -63,7 +63,7 @@ void LptSweepPointsTest::frequencies()
     settings.chip = ddsChipFromName(chip).value();
     settings.clockHz = xtal;
     LptBench bench(settings);
-    bench.recordAtMost = 2 * kSweepPoints;
+    bench.recordAtMost = 2 * LptBench::kPoints;
     QVERIFY(bench.driver.OpenPort(0));
     bench.driver.SetDdsDevice(chip);
     bench.driver.SetXtalFrequency(xtal);
@@ -75,10 +75,10 @@ void LptSweepPointsTest::frequencies()
     QCOMPARE(bench.errors.count(), 0);
     QCOMPARE(bench.board->dds().violations(), 0U);
     QCOMPARE(bench.board->adc().earlyFrames(), std::uint64_t{0});
-    QCOMPARE(bench.board->conversions().size(), std::size_t{2 * kSweepPoints});
-    QCOMPARE(bench.vector(0).size(), kSweepPoints);
+    QCOMPARE(bench.board->conversions().size(), std::size_t{2 * LptBench::kPoints});
+    QCOMPARE(bench.vector(0).size(), LptBench::kPoints);
     const double halfResolution = systemClock / 8'589'934'592.0;
-    for (int point = 0; point < kSweepPoints; ++point) {
+    for (int point = 0; point < LptBench::kPoints; ++point) {
         // The first frame of a point samples; the second one shows that sample, and starts one nobody reads.
         const ConversionRecord &record = bench.board->conversions()[static_cast<std::size_t>(2 * point)];
         const double planned = kStart + static_cast<double>(point) * kStep;
@@ -121,11 +121,11 @@ void LptSweepPointsTest::resonanceLandsInItsRow()
 void LptSweepPointsTest::offsetShiftsEveryPoint()
 {
     LptBench bench;
-    bench.recordAtMost = 2 * kSweepPoints;
+    bench.recordAtMost = 2 * LptBench::kPoints;
     QVERIFY(bench.driver.OpenPort(0));
     bench.driver.SetOffset(-123.5);
     sweepOnce(bench, 5'000'000, 1'000);
-    for (std::size_t point = 0; point < kSweepPoints; ++point) {
+    for (std::size_t point = 0; point < LptBench::kPoints; ++point) {
         const double wanted = 5'000'000.0 + 1'000.0 * static_cast<double>(point) - 123.5;
         QVERIFY(std::fabs(bench.board->conversions()[2 * point].hertz - wanted) < 0.0094);
     }
@@ -141,7 +141,7 @@ void LptSweepPointsTest::speedsDiffer()
         board.setSpeed(speed);
         board.measure(1'000'000);
         const auto before = simulated.boardTime();
-        for (int point = 0; point < kSweepPoints; ++point)
+        for (int point = 0; point < LptBench::kPoints; ++point)
             board.measure(1'000'000 + point);
         return std::chrono::duration<double, std::milli>(simulated.boardTime() - before).count();
     };

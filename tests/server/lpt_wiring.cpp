@@ -70,10 +70,29 @@ void LptWiringTest::nothingSaidIsTheStandard()
 {
     const BoardWiring wiring = parse({});
     QCOMPARE(wiring.loading, DdsLoading::Serial);
-    for (std::size_t index = 0; index < kLptLineCount; ++index) {
-        QCOMPARE(wiring.lines[index].portRegister, kStandardLptWiring[index].portRegister);
-        QCOMPARE(wiring.lines[index].mask, kStandardLptWiring[index].mask);
-        QCOMPARE(wiring.lines[index].inverted, kStandardLptWiring[index].inverted);
+    // The table of docs/hardware/lpt-board.md.
+    constexpr LineWiring kStandard[] = {
+        {LptLine::DdsClock, PortRegister::Data, 0x01, false},
+        {LptLine::DdsUpdate, PortRegister::Data, 0x02, false},
+        {LptLine::DdsData, PortRegister::Data, 0x04, false},
+        {LptLine::DdsReset, PortRegister::Data, 0x08, false},
+        {LptLine::AdcClock, PortRegister::Data, 0x10, false},
+        {LptLine::AdcSelect, PortRegister::Data, 0x20, false},
+        {LptLine::I2cClock, PortRegister::Data, 0x40, false},
+        {LptLine::I2cData, PortRegister::Data, 0x80, false},
+        {LptLine::AuxData, PortRegister::Control, 0x01, true},
+        {LptLine::AuxClock, PortRegister::Control, 0x02, true},
+        {LptLine::AuxLatch, PortRegister::Control, 0x04, false},
+        {LptLine::AdcOut, PortRegister::Status, 0x40, false},
+        {LptLine::I2cDataBack, PortRegister::Status, 0x10, false},
+    };
+    QCOMPARE(wiring.lines.size(), std::size(kStandard));
+    for (const LineWiring &wanted : kStandard) {
+        const LineWiring wired = lineOf(wiring, wanted.line);
+        QCOMPARE(wired.line, wanted.line);
+        QCOMPARE(wired.portRegister, wanted.portRegister);
+        QCOMPARE(wired.mask, wanted.mask);
+        QCOMPARE(wired.inverted, wanted.inverted);
     }
     QCOMPARE(parse({{"Load", "BYTE"}}).loading, DdsLoading::Bytes);
     QCOMPARE(parse({{"Load", " Serial "}}).loading, DdsLoading::Serial);
@@ -245,7 +264,7 @@ void LptWiringTest::readFromTheSettingsFile()
     };
     QVERIFY(write("[Simulator]\nPace=none\n[LPT Wiring]\nDdsClock=!D5\nAdcSelect=D0\n"));
     ParallelOpener opener(path);
-    const OpenedPort opened = opener.open(kSimulatedLptAddress);
+    const OpenedPort opened = opener.open(0);
     QCOMPARE(lineOf(opened.wiring, LptLine::DdsClock).mask, std::uint8_t{0x20});
     QVERIFY(lineOf(opened.wiring, LptLine::DdsClock).inverted);
 
@@ -254,7 +273,7 @@ void LptWiringTest::readFromTheSettingsFile()
     QSignalSpy errors(&driver, &LptDriver::aErrore);
     QVERIFY(!driver.OpenPort(0));
     QCOMPARE(errors.count(), 1);
-    QCOMPARE(errors.at(0).at(0).toInt(), static_cast<int>(ErrorCode::Ignorable));
+    QCOMPARE(errors.at(0).at(0).toInt(), code::kNoAction);
     QCOMPARE(errors.at(0).at(1).toString(), QStringLiteral("[LPT Wiring] DdsClock: there is no pin \"D9\"."));
 }
 

@@ -1,20 +1,27 @@
 // SPDX-License-Identifier: MIT
 #include "server/drivers/pic_frames.h"
 
+#include "tests/support/pic_frame.h"
+
 #include <QTest>
 
 #include <algorithm>
 #include <random>
 
 using namespace calvorn;
+using calvorn::test::crcOf;
+using calvorn::test::picFrame;
 
 namespace {
+
+constexpr int kPoints = 400;
+constexpr int kFrameBytes = 505;
 
 QList<int> someSamples(unsigned seed)
 {
     std::minstd_rand random(seed);
     QList<int> samples;
-    for (int index = 0; index < kPicSamples; ++index)
+    for (int index = 0; index < kPoints; ++index)
         samples.append(static_cast<int>(random() % 1024));
     return samples;
 }
@@ -46,22 +53,36 @@ private slots:
 
 void PicFrames::checkValueOfTheCrc()
 {
-    std::uint16_t crc = kPicCrcStart;
-    for (const char character : QByteArray("123456789"))
-        crc = picCrc(crc, static_cast<std::uint8_t>(character));
-    QCOMPARE(crc, std::uint16_t(0x29B1));
+    QCOMPARE(crcOf("123456789"), std::uint16_t(0x29B1));
+    // What the decoder takes has this check sum and no other.
+    const QByteArray frame = picFrame(0, someSamples(1));
+    const int right = crcOf(frame.mid(2, 501));
+    for (int flipped = 0; flipped <= 0xFFFF; flipped += 51) {
+        const int sum = right ^ flipped;
+        QByteArray other = frame;
+        other[503] = static_cast<char>(sum >> 8);
+        other[504] = static_cast<char>(sum & 0xFF);
+        PicDecoder decoder;
+        decoder.take(other + kFollowing);
+        const auto sweep = decoder.next();
+        QVERIFY(sweep);
+        QCOMPARE(!sweep->isDamaged(), flipped == 0);
+    }
 }
 
 void PicFrames::samplesArePackedFromTheTop()
 {
-    QList<int> samples(kPicSamples, 0);
+    QList<int> samples(kPoints, 0);
     samples[0] = 0x3FF;
     samples[1] = 0x001;
     samples[2] = 0x155;
     samples[3] = 0x2AA;
     const QByteArray frame = picFrame(7, samples);
-    QCOMPARE(frame.size(), kPicFrameBytes);
+    QCOMPARE(frame.size(), kFrameBytes);
     QCOMPARE(frame.left(8).toHex(), QByteArray("a55a07ffc01556aa"));
+    PicDecoder decoder;
+    decoder.take(picFrame(0, samples) + kFollowing);
+    QCOMPARE(decoder.next()->samples, samples);
 }
 
 void PicFrames::framesArriveInPieces()
@@ -148,7 +169,7 @@ void PicFrames::oneByteDamage()
     for (int index = 0; index < 4; ++index)
         line += picFrame(static_cast<std::uint8_t>(index), sent[index]);
     line += kFollowing;
-    for (int position = 0; position < 2 * kPicFrameBytes; ++position) {
+    for (int position = 0; position < 2 * kFrameBytes; ++position) {
         for (int bit = 0; bit < 8; ++bit) {
             QByteArray bad = line;
             if (kind == 0)
@@ -165,11 +186,11 @@ void PicFrames::oneByteDamage()
                     good.append(sweep->samples);
             }
             QList<QList<int>> spared = sent;
-            spared.removeAt(position / kPicFrameBytes);
+            spared.removeAt(position / kFrameBytes);
             // A byte between two frames costs one of them at most.
             QList<QList<int>> former = sent;
-            former.removeAt(std::max(0, position / kPicFrameBytes - 1));
-            const bool isBetween = kind == 1 && position % kPicFrameBytes == 0;
+            former.removeAt(std::max(0, position / kFrameBytes - 1));
+            const bool isBetween = kind == 1 && position % kFrameBytes == 0;
             QVERIFY2(good == spared || (isBetween && (good == former || good == sent)),
                      qPrintable(QString::number(position)));
             if (kind == 0)
@@ -196,7 +217,7 @@ void PicFrames::onlyAFollowedFrameIsGood()
     QFETCH(QByteArray, behind);
     QFETCH(bool, good);
     const QByteArray frame = picFrame(0, someSamples(1));
-    QVERIFY(!frame.endsWith(static_cast<char>(kPicSyncFirst)));
+    QVERIFY(!frame.endsWith('\xA5'));
     PicDecoder decoder;
     decoder.take(frame);
     QVERIFY(!decoder.next()); // it waits for what follows
@@ -225,7 +246,7 @@ void PicFrames::randomBytesAreNoFrame()
             good.append(sweep->samples);
     }
     QCOMPARE(good, QList<QList<int>>{someSamples(1)});
-    QVERIFY2(damaged <= 10'000 / kPicFrameBytes + 1, qPrintable(QString::number(damaged)));
+    QVERIFY2(damaged <= 10'000 / kFrameBytes + 1, qPrintable(QString::number(damaged)));
 }
 
 QTEST_GUILESS_MAIN(PicFrames)

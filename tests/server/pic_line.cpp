@@ -117,7 +117,7 @@ struct Bench
         driver.OpenPort(5, QStringLiteral("115200,N,8,1"));
     }
 
-    int errorsWith(ErrorCode code) const { return errorsWithCode(errors, code); }
+    int errorsWith(int wanted) const { return errorsWithCode(errors, wanted); }
 
     std::shared_ptr<ScriptedLink> link;
     PicDriver driver;
@@ -221,7 +221,7 @@ void PicLine::silenceThatComesBack()
     });
     QVERIFY(bench.driver.SendFrequency("A", 7'000'000));
     QCOMPARE(bench.link->written, (QList<QByteArray>{"!", "A7000000\r", "!", "!", "A7000000\r"}));
-    QCOMPARE(bench.errorsWith(ErrorCode::Board), 0);
+    QCOMPARE(bench.errorsWith(code::kBoard), 0);
 }
 
 void PicLine::refusalIsNoError()
@@ -234,7 +234,7 @@ void PicLine::refusalIsNoError()
     QCOMPARE(bench.errors.size(), 0);
     bench.driver.RunSweep();
     QCOMPARE(bench.completes.size(), 1);
-    QCOMPARE(bench.errorsWith(ErrorCode::Board), 1);
+    QCOMPARE(bench.errorsWith(code::kBoard), 1);
 }
 
 // No sweep comes, and what is to end it finds that the device is gone: an error for each, and one end.
@@ -246,8 +246,8 @@ void PicLine::lossThatTheAbortFinds()
     QCOMPARE(bench.completes.size(), 0);
     bench.link->fatal = "!";
     QTRY_COMPARE(bench.completes.size(), 1);
-    QCOMPARE(bench.errorsWith(ErrorCode::Board), 1);
-    QCOMPARE(bench.errorsWith(ErrorCode::Port), 1);
+    QCOMPARE(bench.errorsWith(code::kBoard), 1);
+    QCOMPARE(bench.errorsWith(code::kPort), 1);
     QCOMPARE(bench.errors.size(), 2);
 }
 
@@ -287,8 +287,8 @@ void PicLine::everyOperationEnds()
     QVERIFY(sendMs < kProgramWaitsMs);
     QVERIFY(runMs < kProgramWaitsMs);
     QCOMPARE(bench.completes.size(), 1);
-    QVERIFY(bench.errorsWith(ErrorCode::Board) >= 2);
-    QCOMPARE(bench.errorsWith(ErrorCode::Board), bench.errors.size());
+    QVERIFY(bench.errorsWith(code::kBoard) >= 2);
+    QCOMPARE(bench.errorsWith(code::kBoard), bench.errors.size());
 }
 
 QTEST_GUILESS_MAIN(PicLine)

@@ -449,7 +449,7 @@ void ServerProcessTest::noFolderIsLeftForGood()
         if (start % 4 == 0)
             QVERIFY(server.readAddress()); // and nobody has come
         else
-            QTest::qSleep(2 * start);
+            QTest::qSleep(2 * start); // somewhere in its start, each time a bit later
         server.process.kill();
         QVERIFY(server.process.waitForFinished());
         left = std::max(left, server.socketFolders());

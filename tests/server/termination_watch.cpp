@@ -42,7 +42,8 @@ void TerminationWatchTest::aHungProcessIsEndedLate()
     QCOMPARE(kill(process, SIGTERM), 0);
     int status = 0;
     QCOMPARE(waitpid(process, &status, 0), process);
-    QVERIFY(clock.elapsed() >= TerminationWatch::kLatestEndMs - 100);
+    QVERIFY(clock.elapsed() >= 9'900);
+    QVERIFY(clock.elapsed() < 20'000);
     QVERIFY(WIFEXITED(status));
     QCOMPARE(WEXITSTATUS(status), 1);
     close(ends[0]);

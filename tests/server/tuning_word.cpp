@@ -64,8 +64,8 @@ void TuningWordTest::words()
 void TuningWordTest::offsetCountsInMicrohertz()
 {
     // With this clock one step of the word is 1e-6 Hz * 1e-1, so a microhertz moves it by exactly ten.
-    constexpr quint64 kClock = 430; // resolution 1.0012e-7 Hz
-    const quint32 base = tuningWord(100, 0.0, kClock);
+    constexpr quint64 kClock = 430;       // resolution 1.0012e-7 Hz
+    constexpr quint32 base = 998'829'604; // 100 * 2^32 / 430 is 998,829,603.72
     QCOMPARE(tuningWord(100, 1e-6, kClock), base + 10);
     QCOMPARE(tuningWord(100, -1e-6, kClock), base - 10);
     QCOMPARE(tuningWord(9'999'000, 1'000.0, 125'000'000), 0x147AE148U);

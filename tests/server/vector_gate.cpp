@@ -13,6 +13,15 @@ std::optional<QList<int>> single(int value)
     return QList<int>{value};
 }
 
+// How many more would go out at once.
+int roomOf(VectorGate gate)
+{
+    int room = 0;
+    while (room < 100 && gate.offer({}))
+        ++room;
+    return room;
+}
+
 } // namespace
 
 class VectorGateTest : public QObject
@@ -31,9 +40,9 @@ private slots:
 void VectorGateTest::eightGoOut()
 {
     VectorGate gate;
-    for (int index = 0; index < VectorGate::kMostOutstanding; ++index)
+    for (int index = 0; index < 8; ++index)
         QCOMPARE(gate.offer(QList<int>{index}), single(index));
-    QCOMPARE(gate.outstanding(), 8);
+    QCOMPARE(roomOf(gate), 0);
     QVERIFY(!gate.offer(QList<int>{8}).has_value());
     QCOMPARE(gate.dropped(), std::uint64_t{0});
 }
@@ -45,9 +54,9 @@ void VectorGateTest::newestWaits()
         gate.offer(QList<int>{index});
     QCOMPARE(gate.dropped(), std::uint64_t{11}); // 8 sent, 1 waits
     QCOMPARE(gate.taken(1), single(19));
-    QCOMPARE(gate.outstanding(), 8);
+    QCOMPARE(roomOf(gate), 0);
     QVERIFY(!gate.taken(1).has_value());
-    QCOMPARE(gate.outstanding(), 7);
+    QCOMPARE(roomOf(gate), 1);
     QCOMPARE(gate.offer(QList<int>{20}), single(20));
 }
 
@@ -60,14 +69,14 @@ void VectorGateTest::waitingCanBeDiscarded()
     gate.discardWaiting();
     QCOMPARE(gate.dropped(), std::uint64_t{1});
     QVERIFY(!gate.taken(1).has_value());
-    QCOMPARE(gate.outstanding(), 7);
+    QCOMPARE(roomOf(gate), 1);
 }
 
 void VectorGateTest::takenWithoutVectors()
 {
     VectorGate gate;
     QVERIFY(!gate.taken(1).has_value());
-    QCOMPARE(gate.outstanding(), 0);
+    QCOMPARE(roomOf(gate), 8);
 }
 
 void VectorGateTest::severalTakenAtOnce()
@@ -76,9 +85,9 @@ void VectorGateTest::severalTakenAtOnce()
     for (int index = 0; index < 12; ++index)
         gate.offer(QList<int>{index});
     QCOMPARE(gate.taken(4), single(11));
-    QCOMPARE(gate.outstanding(), 5);
+    QCOMPARE(roomOf(gate), 3);
     QVERIFY(!gate.taken(4).has_value());
-    QCOMPARE(gate.outstanding(), 1);
+    QCOMPARE(roomOf(gate), 7);
 }
 
 void VectorGateTest::countOutOfRange()
@@ -88,9 +97,9 @@ void VectorGateTest::countOutOfRange()
         gate.offer(QList<int>{index});
     QVERIFY(!gate.taken(0).has_value());
     QVERIFY(!gate.taken(-32768).has_value());
-    QCOMPARE(gate.outstanding(), 8);
+    QCOMPARE(roomOf(gate), 0);
     QCOMPARE(gate.taken(32767), single(8));
-    QCOMPARE(gate.outstanding(), 1);
+    QCOMPARE(roomOf(gate), 7);
 }
 
 QTEST_APPLESS_MAIN(VectorGateTest)

@@ -15,6 +15,7 @@
 #include <optional>
 #include <stdexcept>
 #include <utility>
+#include <vector>
 
 namespace calvorn {
 
@@ -153,6 +154,61 @@ private:
     quint64 m_index = 0;
 };
 
+// The simulated instrument with a probe in it.
+class ProbedVna : public VnaBoard
+{
+public:
+    using VnaBoard::VnaBoard;
+
+    void receive(std::uint8_t byte) override
+    {
+        if (isReplying())
+            ++m_bytesWhileReplying;
+        else
+            hear(static_cast<char>(byte));
+        VnaBoard::receive(byte);
+    }
+
+    double generatorHz() const { return m_hertz; } // 0: off
+    // Bytes of the host that came while it replied.
+    std::uint64_t bytesWhileReplying() const { return m_bytesWhileReplying; }
+
+    // Keeps a record of every sample of the sweeps from now on, at most this many. Other commands have less than 400
+    // samples: they set the generator or check the line.
+    void recordSamples(std::size_t atMost)
+    {
+        m_recordAtMost = atMost;
+        m_records.clear();
+        m_records.reserve(atMost);
+    }
+    const std::vector<VnaBoardSample> &samples() const { return m_records; }
+
+private:
+    // Four numbers make a command, and the third one says how many samples it asks for.
+    void hear(char byte)
+    {
+        m_command += byte;
+        if (m_command.count('\r') < 4)
+            return;
+        m_isSweep = m_command.split('\r').at(2) == "400";
+        m_command.clear();
+    }
+
+    void sampled(const VnaBoardSample &sample) override
+    {
+        m_hertz = sample.hertz;
+        if (m_isSweep && m_records.size() < m_recordAtMost)
+            m_records.push_back(sample);
+    }
+
+    QByteArray m_command;
+    bool m_isSweep = false;
+    double m_hertz = 0.0;
+    std::uint64_t m_bytesWhileReplying = 0;
+    std::size_t m_recordAtMost = 0;
+    std::vector<VnaBoardSample> m_records;
+};
+
 inline SimulatorSettings vnaSettings(DeviceKind device = DeviceKind::Bandpass)
 {
     SimulatorSettings settings;
@@ -167,6 +223,7 @@ struct VnaBench
 {
     static constexpr int kPort = 100;
     static constexpr int kPoints = 400;
+    static constexpr int kWindow = 8; // vectors that are sent before the first has been taken
 
     explicit VnaBench(const SimulatorSettings &made = vnaSettings(), MemoryLink::Tamper tamper = {})
         : board(made)
@@ -197,9 +254,9 @@ struct VnaBench
 
     QList<int> vector(qsizetype index) { return vectors.at(index).at(0).value<QList<int>>(); }
 
-    int errorsWith(ErrorCode code) const { return errorsWithCode(errors, code); }
+    int errorsWith(int wanted) const { return errorsWithCode(errors, wanted); }
 
-    VnaBoard board;
+    ProbedVna board;
     MemoryLink *link = nullptr; // while the port is open
     VnaDriver driver;
     QSignalSpy vectors{&driver, &VnaDriver::aVettore};

@@ -107,7 +107,7 @@ void VnaFaultsTest::damagedOnce()
     bench.driver.StopSweep(2);
     QTRY_COMPARE(bench.completes.count(), 1);
     QCOMPARE(bench.errors.count(), 1);
-    QCOMPARE(bench.errorsWith(ErrorCode::Transmission), 1);
+    QCOMPARE(bench.errorsWith(code::kTransfer), 1);
     QCOMPARE(wrongVectors(bench), 0);
     QCOMPARE(bench.board.bytesWhileReplying(), std::uint64_t{0});
 }
@@ -116,7 +116,7 @@ void VnaFaultsTest::damagedOnce()
 void VnaFaultsTest::everyByteOfASweepLost()
 {
     VnaBoard board(vnaSettings());
-    for (const char byte : vnaCommandText({VnaCommand::Path::Transmission, 10'737'418, 400, 241'592}))
+    for (const char byte : QByteArray("1\r10737418\r400\r241592\r"))
         board.receive(static_cast<std::uint8_t>(byte));
     QByteArray whole;
     while (const auto byte = board.nextByte())
@@ -150,8 +150,8 @@ void VnaFaultsTest::damagedAgainAndAgain()
     bench.start(1'000'000, 22'500);
     QTRY_COMPARE_WITH_TIMEOUT(bench.completes.count(), 1, 8'000);
     QCOMPARE(bench.vectors.count(), 0);
-    QCOMPARE(bench.errorsWith(ErrorCode::Transmission), 3);
-    QCOMPARE(bench.errorsWith(ErrorCode::Board), 1);
+    QCOMPARE(bench.errorsWith(code::kTransfer), 3);
+    QCOMPARE(bench.errorsWith(code::kBoard), 1);
     bench.driver.StopSweep(2);
     QCOMPARE(bench.completes.count(), 1);
 }
@@ -165,8 +165,8 @@ void VnaFaultsTest::silenceAfterTwoSweeps()
     bench.start(1'000'000, 22'500);
     QTRY_COMPARE_WITH_TIMEOUT(bench.completes.count(), 1, 10'000);
     QCOMPARE(bench.vectors.count(), 2);
-    QCOMPARE(bench.errorsWith(ErrorCode::Transmission), 3);
-    QCOMPARE(bench.errorsWith(ErrorCode::Board), 1);
+    QCOMPARE(bench.errorsWith(code::kTransfer), 3);
+    QCOMPARE(bench.errorsWith(code::kBoard), 1);
 }
 
 void VnaFaultsTest::halfAReplyThenSilence()
@@ -180,7 +180,7 @@ void VnaFaultsTest::halfAReplyThenSilence()
     bench.start(1'000'000, 22'500);
     QTRY_VERIFY_WITH_TIMEOUT(bench.vectors.count() >= 3, 5'000);
     QCOMPARE(bench.errors.count(), 1);
-    QCOMPARE(bench.errorsWith(ErrorCode::Transmission), 1);
+    QCOMPARE(bench.errorsWith(code::kTransfer), 1);
     QCOMPARE(wrongVectors(bench), 0);
 }
 
@@ -211,9 +211,9 @@ void VnaFaultsTest::refusal()
     QVERIFY(bench.open());
     bench.start(1'000'000, 22'500);
     QTRY_COMPARE_WITH_TIMEOUT(bench.completes.count(), 1, 10'000);
-    QCOMPARE(bench.board.commands(), std::uint64_t{3});
+    QCOMPARE(bench.link->written().size(), 3);
     QCOMPARE(bench.vectors.count(), 0);
-    QCOMPARE(bench.errorsWith(ErrorCode::Board), 1);
+    QCOMPARE(bench.errorsWith(code::kBoard), 1);
 }
 
 void VnaFaultsTest::generatorCommandWithoutAnAnswer()
@@ -224,7 +224,7 @@ void VnaFaultsTest::generatorCommandWithoutAnAnswer()
     QVERIFY(bench.open());
     bench.driver.SetFrequency(10'000'000);
     QTRY_COMPARE(bench.errors.count(), 1);
-    QCOMPARE(bench.errorsWith(ErrorCode::Board), 1);
+    QCOMPARE(bench.errorsWith(code::kBoard), 1);
 }
 
 void VnaFaultsTest::unplugInMidSweep()
@@ -236,7 +236,7 @@ void VnaFaultsTest::unplugInMidSweep()
     bench.link->unplug();
     QCOMPARE(bench.completes.count(), 1);
     QCOMPARE(bench.errors.count(), 1);
-    QCOMPARE(bench.errorsWith(ErrorCode::Port), 1);
+    QCOMPARE(bench.errorsWith(code::kPort), 1);
     bench.driver.StopSweep(2);
     bench.driver.SetFrequency(10'000'000);
     QCOMPARE(bench.completes.count(), 1);
@@ -269,7 +269,7 @@ void VnaFaultsTest::lossThatACommandFinds()
     bench.start(1'000'000, 22'500);
     QCOMPARE(bench.completes.count(), 1);
     QCOMPARE(bench.errors.count(), 1);
-    QCOMPARE(bench.errorsWith(ErrorCode::Port), 1);
+    QCOMPARE(bench.errorsWith(code::kPort), 1);
     QVERIFY(bench.link->written().isEmpty());
 
     bench.start(1'000'000, 22'500); // it is back
@@ -285,7 +285,7 @@ void VnaFaultsTest::chatterWhenIdle()
     QVERIFY(bench.open());
     for (int round = 0; round < 50; ++round) {
         bench.link->inject("AT\r\n");
-        QTest::qWait(1);
+        QCoreApplication::processEvents();
     }
     bench.start(1'000'000, 22'500);
     QTRY_VERIFY(bench.vectors.count() >= 3);
@@ -303,7 +303,7 @@ void VnaFaultsTest::chatterInFrontOfAReply()
     bench.link->inject(QByteArray::fromHex("FF012C03"));
     QTRY_VERIFY(bench.vectors.count() >= 3);
     QCOMPARE(bench.errors.count(), 1);
-    QCOMPARE(bench.errorsWith(ErrorCode::Transmission), 1);
+    QCOMPARE(bench.errorsWith(code::kTransfer), 1);
     QCOMPARE(wrongVectors(bench), 0);
 }
 
@@ -317,8 +317,8 @@ void VnaFaultsTest::endlessChatter()
     bench.start(1'000'000, 22'500);
     QTRY_COMPARE_WITH_TIMEOUT(bench.completes.count(), 1, 15'000);
     QCOMPARE(bench.vectors.count(), 0);
-    QCOMPARE(bench.errorsWith(ErrorCode::Transmission), 3);
-    QCOMPARE(bench.errorsWith(ErrorCode::Board), 1);
+    QCOMPARE(bench.errorsWith(code::kTransfer), 3);
+    QCOMPARE(bench.errorsWith(code::kBoard), 1);
     chatter.stop();
     bench.start(1'000'000, 22'500);
     QTRY_VERIFY(bench.vectors.count() >= 1);
@@ -341,7 +341,7 @@ void VnaFaultsTest::garbageBeforeTheFirstAnswer()
     }
     QTRY_VERIFY(bench.vectors.count() >= 3);
     QCOMPARE(bench.errors.count(), 1);
-    QCOMPARE(bench.errorsWith(ErrorCode::Transmission), 1);
+    QCOMPARE(bench.errorsWith(code::kTransfer), 1);
     QCOMPARE(wrongVectors(bench), 0);
     QCOMPARE(bench.completes.count(), 0);
 }

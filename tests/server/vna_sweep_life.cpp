@@ -72,14 +72,14 @@ void VnaSweepLifeTest::wrongPort()
     VnaBench bench;
     QVERIFY(!bench.driver.OpenPort(7, QStringLiteral("115200,N,8,1")));
     QCOMPARE(bench.errors.count(), 1);
-    QCOMPARE(bench.errorsWith(ErrorCode::Port), 1);
+    QCOMPARE(bench.errorsWith(code::kPort), 1);
 }
 
 void VnaSweepLifeTest::runWithoutAPort()
 {
     VnaBench bench;
     bench.start(1'000'000, 22'500);
-    QCOMPARE(bench.errorsWith(ErrorCode::Port), 1);
+    QCOMPARE(bench.errorsWith(code::kPort), 1);
     QCOMPARE(bench.completes.count(), 1);
     bench.driver.SetFrequency(10'000'000);
     QVERIFY(bench.open());
@@ -294,9 +294,9 @@ void VnaSweepLifeTest::slowProgramGetsTheNewest()
     QVERIFY(bench.open());
     bench.start(1'000'000, 22'500);
     QTRY_VERIFY(bench.driver.droppedVectors() >= 20);
-    QCOMPARE(bench.vectors.count(), VectorGate::kMostOutstanding);
+    QCOMPARE(bench.vectors.count(), VnaBench::kWindow);
     bench.driver.VectorsTaken(1);
-    QCOMPARE(bench.vectors.count(), VectorGate::kMostOutstanding + 1);
+    QCOMPARE(bench.vectors.count(), VnaBench::kWindow + 1);
 }
 
 void VnaSweepLifeTest::unknownValues()
@@ -307,7 +307,7 @@ void VnaSweepLifeTest::unknownValues()
     bench.driver.SetMode(-1);
     bench.driver.PrepareSweep(1'000'000, 1'000, 100);
     QCOMPARE(bench.errors.count(), 3);
-    QCOMPARE(bench.errorsWith(ErrorCode::Setting), 3);
+    QCOMPARE(bench.errorsWith(code::kSetting), 3);
 }
 
 void VnaSweepLifeTest::frequencyThatDoesNotFit()
@@ -315,9 +315,9 @@ void VnaSweepLifeTest::frequencyThatDoesNotFit()
     VnaBench bench;
     QVERIFY(bench.open());
     bench.driver.SetFrequency(401'000'000);
-    QCOMPARE(bench.errorsWith(ErrorCode::Frequency), 1);
+    QCOMPARE(bench.errorsWith(code::kFrequency), 1);
     bench.start(399'999'000, 1'000);
-    QCOMPARE(bench.errorsWith(ErrorCode::Frequency), 2);
+    QCOMPARE(bench.errorsWith(code::kFrequency), 2);
     QCOMPARE(bench.completes.count(), 1);
     QVERIFY(bench.link->written().isEmpty());
 }
@@ -329,7 +329,7 @@ void VnaSweepLifeTest::rangeIsNotedOnce()
     bench.start(170'000'000, 100'000);
     QTRY_VERIFY(bench.vectors.count() >= 3);
     QCOMPARE(bench.errors.count(), 1);
-    QCOMPARE(bench.errorsWith(ErrorCode::Ignorable), 1);
+    QCOMPARE(bench.errorsWith(code::kNoAction), 1);
 }
 
 void VnaSweepLifeTest::keepsTheLineBusy()

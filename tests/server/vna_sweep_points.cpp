@@ -119,7 +119,7 @@ void VnaSweepPointsTest::imageOfTheResonance()
     const QList<int> samples = bench.vector(2);
     QCOMPARE(static_cast<int>(std::min_element(samples.begin(), samples.end()) - samples.begin()), 137);
     QCOMPARE(bench.errors.count(), 1);
-    QCOMPARE(bench.errorsWith(ErrorCode::Ignorable), 1);
+    QCOMPARE(bench.errorsWith(code::kNoAction), 1);
 }
 
 void VnaSweepPointsTest::descendingSweep()

@@ -110,14 +110,9 @@ class WatchedVna : public ListeningBoard<VnaBoard>
 public:
     using ListeningBoard::ListeningBoard;
 
-    std::optional<std::uint8_t> nextByte() override
-    {
-        const auto byte = VnaBoard::nextByte();
-        m_watch.see(generatorHz());
-        return byte;
-    }
-
 private:
+    void sampled(const VnaBoardSample &sample) override { m_watch.see(sample.hertz); }
+
     Watch m_watch;
 };
 

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+
+namespace calvorn {
+
+// What the MiniVNA measures: the argument of SetMode and the mode of PlanOfVectors.
+enum class VnaMode : std::int16_t {
+    Parked = 0, // SetMode only: the generator is off
+    Angle = 1,
+    ReturnLoss = 2,
+    Device = 3, // device under test: the counts fall as the signal rises
+};
+
+constexpr std::int16_t numberOf(VnaMode mode)
+{
+    return static_cast<std::int16_t>(mode);
+}
+
+// Steps of the instrument's 10-bit converters: counts are 0 to kVnaFullScale - 1.
+inline constexpr int kVnaFullScale = 1024;
+
+// What the instrument is made for, Hz.
+inline constexpr std::int32_t kVnaLowestHz = 100'000;
+inline constexpr std::int32_t kVnaHighestHz = 180'000'000;
+
+} // namespace calvorn
