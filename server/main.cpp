@@ -37,8 +37,8 @@ int main(int argc, char *argv[])
 
     // What stands in the place of the address is the reason why there is none.
     if (!watch.isWatching() || !server.listen()) {
-        std::printf("%s%s\n", calvorn::kServerRefusal,
-                    watch.isWatching() ? qPrintable(server.errorText()) : "it cannot start a thread");
+        const QString reason = watch.isWatching() ? server.errorText() : calvorn::TerminationWatch::refusal();
+        std::printf("%s%s\n", calvorn::kServerRefusal, qPrintable(reason));
         calvorn::endAtOnce(1);
     }
     std::printf("%s\n", qPrintable(server.address()));

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "server/boards/pty_board.h"
 
+#include "server/links/thread_start.h"
+
 #include <QCoreApplication>
 
 #include <algorithm>
@@ -40,7 +42,12 @@ PtyBoard::PtyBoard(std::unique_ptr<SerialBoard> board, const SimulatorSettings &
     , m_random(static_cast<std::minstd_rand::result_type>(settings.seed))
 {
     openTerminal();
-    m_thread = std::thread(&PtyBoard::run, this);
+    try {
+        m_thread = startThread([this] { run(); });
+    } catch (...) {
+        closeTerminal();
+        throw;
+    }
 }
 
 PtyBoard::~PtyBoard()

@@ -24,7 +24,7 @@ class PtyBoard
 public:
     // sweepBytes: how many bytes a sweep of this board has; the faults Silence, Half and Unplug count by it.
     // onUnplugged: called in the board's thread when the fault Unplug takes the port away.
-    // Throws std::runtime_error when the system gives no pseudo-terminal.
+    // Throws std::runtime_error with one sentence for the user when the system gives no pseudo-terminal or no thread.
     PtyBoard(std::unique_ptr<SerialBoard> board, const SimulatorSettings &settings, int sweepBytes,
              std::function<void()> onUnplugged = {});
     ~PtyBoard();

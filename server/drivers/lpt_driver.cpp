@@ -95,7 +95,12 @@ void LptDriver::RunSweep()
     }
     remarkOnce(m_highestHz);
     m_vectors.beginRun();
-    m_run = m_sweep.start();
+    try {
+        m_run = m_sweep.start();
+    } catch (const ThreadError &error) {
+        report(ErrorCode::Board, QString::fromUtf8(error.what()));
+        emit aComplete();
+    }
 }
 
 bool LptDriver::OpenPort(short address)

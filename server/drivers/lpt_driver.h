@@ -51,7 +51,8 @@ public slots:
     void SetSpeed(short speed);
 
     // Vectors follow until the sweep is stopped. Harmless while a sweep runs. A port that was lost, or could not be
-    // opened, is opened, and the board told again all that it knew.
+    // opened, is opened, and the board told again all that it knew. ErrorCode::Board and aComplete when the system has
+    // no thread left for the sweep.
     void RunSweep();
 
     // Closes the former port first. False when there is no such port; the reason comes as ErrorCode::Ignorable,

@@ -41,7 +41,7 @@ quint64 SweepThread::start()
     m_stop = false;
     noteProgress();
     const quint64 run = ++m_run;
-    m_thread = std::thread([this, run] { sweep(run); });
+    m_thread = startThread([this, run] { sweep(run); });
     return run;
 }
 

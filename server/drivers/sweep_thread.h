@@ -3,6 +3,7 @@
 
 #include "protocol/error_codes.h"
 #include "protocol/sweep_points.h"
+#include "server/links/thread_start.h"
 #include "server/links/wake_up.h"
 
 #include <QList>
@@ -50,7 +51,7 @@ public:
     // No point has been finished for two seconds: an access to the hardware hangs.
     bool isStuck() const;
 
-    // Returns the number of the run. The thread must not be running.
+    // Returns the number of the run. The thread must not be running. Throws ThreadError when the system has none left.
     quint64 start();
 
     // From now on. A pass under the former plan is given up and begun anew. Returns the number of the plan.

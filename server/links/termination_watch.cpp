@@ -2,6 +2,7 @@
 #include "server/links/termination_watch.h"
 
 #include "platform/process_guard.h"
+#include "server/links/thread_start.h"
 
 #include <array>
 #include <cerrno>
@@ -45,6 +46,11 @@ TerminationWatch::~TerminationWatch()
     for (const int descriptor : {m_signals, m_done})
         if (descriptor >= 0)
             close(descriptor);
+}
+
+QString TerminationWatch::refusal()
+{
+    return ThreadError::sentence();
 }
 
 void TerminationWatch::watch() const

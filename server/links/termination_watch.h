@@ -25,8 +25,9 @@ public:
     explicit TerminationWatch(QObject *parent = nullptr);
     ~TerminationWatch() override;
 
-    // False where the system has no thread left.
+    // False where the system has no thread left; refusal() then says so, in one sentence for the user.
     bool isWatching() const { return m_thread->isRunning(); }
+    static QString refusal();
 
 signals:
     void asked();

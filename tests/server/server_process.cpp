@@ -170,6 +170,7 @@ private slots:
     void foldersOfAnyName();
     void aFolderThatIsTooDeepIsPassedOver();
     void noFolderIsLeftForGood();
+    void aSystemWithoutAThread();
 };
 
 void ServerProcessTest::folderIsPrivate()
@@ -459,6 +460,25 @@ void ServerProcessTest::noFolderIsLeftForGood()
     QCOMPARE(server.socketFolders(), 1);
     server.process.closeWriteChannel();
     QVERIFY(server.process.waitForFinished(5'000));
+    QCOMPARE(server.socketFolders(), 0);
+}
+
+// The size of a stack is that of a thread, too: with this one no thread finds room.
+void ServerProcessTest::aSystemWithoutAThread()
+{
+#ifdef __SANITIZE_THREAD__
+    QSKIP("the sanitizer needs a thread of its own");
+#endif
+    Server server;
+    server.process.start(
+        QStringLiteral("/bin/sh"),
+        {QStringLiteral("-c"), QStringLiteral("ulimit -s 137438953472 && exec \"$0\""), server.path()});
+    QVERIFY(server.readAddress());
+    QCOMPARE(server.address,
+             QStringLiteral("! The computer cannot start another thread; end other programs and try again."));
+    QVERIFY(server.process.waitForFinished(5'000));
+    QCOMPARE(server.process.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(server.process.exitCode(), 1);
     QCOMPARE(server.socketFolders(), 0);
 }
 
