@@ -664,6 +664,13 @@
     </message>
 </context>
 <context>
+    <name>ThreadStart</name>
+    <message>
+        <source>The computer cannot start another thread; end other programs and try again.</source>
+        <translation>Der Computer kann keinen weiteren Thread starten; bitte andere Programme beenden und noch einmal versuchen.</translation>
+    </message>
+</context>
+<context>
     <name>calvorn::AcquisitionDriver</name>
     <message>
         <source>it did not answer in time and was ended</source>

@@ -664,6 +664,13 @@
     </message>
 </context>
 <context>
+    <name>ThreadStart</name>
+    <message>
+        <source>The computer cannot start another thread; end other programs and try again.</source>
+        <translation>Il computer non può avviare un altro thread; chiudere altri programmi e riprovare.</translation>
+    </message>
+</context>
+<context>
     <name>calvorn::AcquisitionDriver</name>
     <message>
         <source>it did not answer in time and was ended</source>

@@ -15,6 +15,7 @@ struct Text
 // Contexts with captions and tool tips. A text of theirs that ends in a full stop is a message, unless it is listed
 // below.
 inline constexpr std::array kCaptionContexts{
+    "AmplitudeLadder",
     "InterfaceKind",
     "PinUses",
     "calvorn::AdcPage",
