@@ -85,6 +85,8 @@ struct Crossings
 // To either side of the peak, where the curve is that many dB (above 0) below it.
 // For the -3 dB points: kHalfPowerDb. Missing also: NoSweep.
 Crossings crossings(const Response &response, double belowPeakDb);
+// The same from a plateau that is above the floor.
+Crossings crossingsBelow(const Response &response, const Plateau &peak, double belowPeakDb);
 
 // The next local maximum from sample `from` on towards higher (direction 1) or lower frequencies (-1), which rises at
 // least that many dB (0 or more) above the lowest points that part it from higher ground, a gap or the end of the range

@@ -41,11 +41,11 @@ Results notchResults(const Response &response);
 // fs, fp, rm, lm, cm, c0, q of a crystal between a source and a load of `ohms` each (above 0); relative to the fixture
 // with a short in place of the crystal.
 //
-// fs: frequency of the peak. fp: frequency of the minimum above it, which must not be the last sample. With the
-// loss a at fs and the bandwidth B at half power:
-// rm = 2 ohms (10^(a/20) - 1), lm = (2 ohms + rm) / (2 pi B), cm = 1 / ((2 pi fs)^2 lm), c0 = cm / ((fp/fs)^2 - 1),
-// q = 2 pi fs lm / rm.
-// Peak and minimum that are one sample wide are refined by a parabola in dB through it and its neighbours.
+// fs: frequency of the peak. fp: frequency of the minimum above it, after which the curve must rise again; where the
+// dip goes below the detector's floor, the middle of what is hidden. With the loss a at fs and the bandwidth B at half
+// power: rm = 2 ohms (10^(a/20) - 1), lm = (2 ohms + rm) / (2 pi B), cm = 1 / ((2 pi fs)^2 lm), c0 = cm / ((fp/fs)^2 -
+// 1), q = 2 pi fs lm / rm. Peak and minimum that are one sample wide are refined by a parabola in dB through it and its
+// neighbours.
 Results crystalResults(const Response &response, double ohms);
 
 // returnLoss (dB), rho, swr, freq, bw15, bw20 with a bridge, relative to an open or a short: return loss, reflection

@@ -1,64 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "analysis/sweep_response.h"
 
+#include "analysis/response.h"
 #include "core/common_functions.h"
 #include "core/scale_type.h"
 
 #include <algorithm>
 #include <cmath>
-#include <cstddef>
-#include <numbers>
+#include <limits>
 
 namespace calvorn {
 
 namespace {
-
-// Neighbouring samples of the same amplitude, by their indices.
-struct Plateau
-{
-    std::size_t first = 0;
-    std::size_t last = 0;
-
-    std::size_t size() const { return last - first + 1; }
-};
-
-double middleOf(const std::vector<ResponseSample> &samples, const Plateau &plateau)
-{
-    return (samples[plateau.first].frequency + samples[plateau.last].frequency) / 2.0;
-}
-
-Plateau highestPlateau(const std::vector<ResponseSample> &samples)
-{
-    const double highest = std::ranges::max(samples, {}, &ResponseSample::amplitude).amplitude;
-    std::optional<Plateau> best;
-    for (std::size_t i = 0; i < samples.size(); ++i) {
-        if (samples[i].amplitude != highest)
-            continue;
-        Plateau plateau{i, i};
-        while (i + 1 < samples.size() && samples[i + 1].amplitude == highest)
-            plateau.last = ++i;
-        if (!best || plateau.size() > best->size() ||
-            (plateau.size() == best->size() && middleOf(samples, plateau) < middleOf(samples, *best)))
-            best = plateau;
-    }
-    return best.value_or(Plateau{});
-}
-
-// From a sample outwards, the first place where the curve has fallen to the level.
-std::optional<double> crossing(const std::vector<ResponseSample> &samples, std::size_t from, int direction,
-                               double level)
-{
-    const auto last = static_cast<std::ptrdiff_t>(samples.size()) - 1;
-    for (auto i = static_cast<std::ptrdiff_t>(from); i + direction >= 0 && i + direction <= last; i += direction) {
-        const ResponseSample &inner = samples[static_cast<std::size_t>(i)];
-        const ResponseSample &outer = samples[static_cast<std::size_t>(i + direction)];
-        if (outer.amplitude > level)
-            continue;
-        const double part = (inner.amplitude - level) / (inner.amplitude - outer.amplitude);
-        return inner.frequency + part * (outer.frequency - inner.frequency);
-    }
-    return std::nullopt;
-}
 
 std::vector<ResponseSample> samplesOfAmplitudes(const SweepTable &table)
 {
@@ -69,12 +22,12 @@ std::vector<ResponseSample> samplesOfAmplitudes(const SweepTable &table)
     return samples;
 }
 
-// In volts.
+// In volts. Every count must be a number.
 std::vector<ResponseSample> samplesOfCounts(const SweepTable &table, const Sweep &sweep)
 {
     std::vector<ResponseSample> samples;
     for (int row = 1; row <= kSweepPoints; ++row) {
-        table.number(row, SweepTable::SampleColumn); // must be one
+        table.number(row, SweepTable::SampleColumn);
         samples.push_back({table.number(row, SweepTable::FrequencyColumn), sweep.volts(row)});
     }
     return samples;
@@ -87,6 +40,34 @@ double decibelsOf(double volts, std::int16_t scale)
     return std::max(kFloorDb, 20.0 * std::log10(volts / (scaleRefersTo10V(scale) ? 10.0 : 1.0)));
 }
 
+// floor: volts or dB; at or below it the detector has seen nothing.
+SweepResponse responseAbove(double floor, const std::vector<ResponseSample> &samples, AmplitudeUnit unit)
+{
+    std::vector<double> frequencies;
+    std::vector<double> amplitudes;
+    std::vector<double> decibels;
+    for (const ResponseSample &sample : samples) {
+        frequencies.push_back(sample.frequency);
+        amplitudes.push_back(sample.amplitude);
+        if (sample.amplitude <= floor)
+            decibels.push_back(-std::numeric_limits<double>::infinity());
+        else
+            decibels.push_back(unit == AmplitudeUnit::Volt ? 20.0 * std::log10(sample.amplitude) : sample.amplitude);
+    }
+    const std::optional<Plateau> peak = highestPlateau(frequencies, amplitudes);
+    if (!peak)
+        return {};
+    SweepResponse response{amplitudes[peak->first], middleOf(frequencies, *peak), {}, {}};
+    if (response.peak <= floor)
+        return response;
+    const double level = decibels[peak->first] - kHalfPowerDb;
+    response.lower = fallingCrossing(frequencies, decibels, peak->first, -1, level).frequency;
+    response.upper = fallingCrossing(frequencies, decibels, peak->last, 1, level).frequency;
+    if (frequencies.front() > frequencies.back())
+        std::swap(response.lower, response.upper);
+    return response;
+}
+
 } // namespace
 
 std::optional<double> SweepResponse::bandwidth() const
@@ -96,21 +77,7 @@ std::optional<double> SweepResponse::bandwidth() const
 
 SweepResponse responseOf(const std::vector<ResponseSample> &samples, AmplitudeUnit unit)
 {
-    if (samples.empty())
-        return {};
-    const bool volts = unit == AmplitudeUnit::Volt;
-    const Plateau plateau = highestPlateau(samples);
-    SweepResponse response{samples[plateau.first].amplitude, middleOf(samples, plateau), {}, {}};
-    if (volts && response.peak <= 0.0)
-        return response;
-    // Half the power: 1 / sqrt 2 of the voltage, 3 dB to two digits.
-    const double level =
-        volts ? response.peak / std::numbers::sqrt2 : response.peak - 20.0 * std::log10(std::numbers::sqrt2);
-    response.lower = crossing(samples, plateau.first, -1, level);
-    response.upper = crossing(samples, plateau.last, 1, level);
-    if (samples.front().frequency > samples.back().frequency)
-        std::swap(response.lower, response.upper);
-    return response;
+    return responseAbove(unit == AmplitudeUnit::Volt ? 0.0 : kFloorDb, samples, unit);
 }
 
 SweepResponse responseOf(const SweepTable &table, const Configuration &configuration)
@@ -119,7 +86,8 @@ SweepResponse responseOf(const SweepTable &table, const Configuration &configura
     const Sweep &sweep = table.sweep();
     if (!sweep.detector)
         return responseOf(samplesOfAmplitudes(table), linear ? AmplitudeUnit::Volt : AmplitudeUnit::Decibel);
-    SweepResponse response = responseOf(samplesOfCounts(table, sweep), AmplitudeUnit::Volt);
+    SweepResponse response =
+        responseAbove(floorOf(sweep, configuration.scaleType), samplesOfCounts(table, sweep), AmplitudeUnit::Volt);
     if (!linear)
         response.peak = decibelsOf(response.peak, configuration.scaleType);
     return response;

@@ -23,9 +23,9 @@ struct SweepResponse
     // Hz; the middle of the plateau, which is the run of neighbouring samples that all have the highest amplitude. Of
     // several plateaus it is the one with most samples, and of equally long ones that of the lowest frequency.
     double peakFrequency = 0.0;
-    // Where the curve is 3 dB below the peak, on either side of the plateau, Hz; interpolated between samples. Empty
-    // where it does not fall that far inside the range, and where there is no voltage above zero. The lower one is that
-    // of the lower frequency.
+    // Where the curve is 3 dB below the peak, on either side of the plateau, Hz; interpolated linearly in dB between
+    // samples. Empty where it does not fall that far inside the range, where the next sample is below the detector's
+    // floor, and where there is no voltage above zero. The lower one is that of the lower frequency.
     std::optional<double> lower;
     std::optional<double> upper;
 

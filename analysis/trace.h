@@ -34,12 +34,15 @@ struct Trace
 // it. False where a frequency is no number. traceOf() is meant for such sweeps.
 bool isEquallySpaced(const Sweep &sweep);
 
+// Volts; at or below, the detector has seen nothing. Half a count where the sweep has a detector; otherwise half a
+// millivolt on the linear scale and kFloorDb on the others.
+double floorOf(const Sweep &sweep, std::int16_t scale);
+
 // The samples of a sweep, with the axis from its first to its last row and no name. Empty where there is no sweep yet,
 // or where the first or last frequency is no number.
 //
-// Volts come from the counts where the sweep has a detector; the floor is then half a count. Otherwise they come from
-// the amplitudes, which are in the units of the scale (core/scale_type.h); the floor is then half a millivolt on the
-// linear scale and kFloorDb on the others. A cell that is no number becomes a gap.
+// Volts come from the counts where the sweep has a detector. Otherwise they come from the amplitudes, which are in the
+// units of the scale (core/scale_type.h). A cell that is no number becomes a gap.
 Trace traceOf(const Sweep &sweep, std::int16_t scale);
 
 // A trace divided by another one.
@@ -48,7 +51,7 @@ struct RelativeTrace
     double start = 0.0;         // Hz, of the first sample
     double step = 0.0;          // Hz
     std::vector<double> ratios; // 1 where both are equal; not a number where there is a gap
-    // Why there are gaps, besides those of the trace itself.
+    // Why there are gaps, besides those of the two traces.
     bool isOutsideReference = false;    // some samples lie outside the range of the reference
     bool isReferenceBelowFloor = false; // at some samples the reference is at or below its floor
 

@@ -77,6 +77,12 @@ std::vector<ResponseSample> samples(const std::vector<double> &amplitudes, doubl
     return made;
 }
 
+// How far the -3 dB point of a peak lies from one voltage to the next lower one, 0 to 1, on a straight line in dB.
+double partToHalfPower(double peak, double inner, double outer)
+{
+    return std::log(inner * std::sqrt(2.0) / peak) / std::log(inner / outer);
+}
+
 double triangle(int row, double slope)
 {
     return -std::abs(row - 201) * slope;
@@ -114,9 +120,10 @@ private slots:
         bench.fill(kScaleLinear, [](int row) { return 1.0 + triangle(row, 0.01); });
         const SweepResponse response = bench.response();
         QCOMPARE(response.peak, 1.0);
-        // 1 V falls to 0.7071 V over 29.29 rows.
-        QVERIFY(std::abs(*response.lower - 1170710.7) < 1.0);
-        QVERIFY(std::abs(*response.upper - 1229289.3) < 1.0);
+        // 1 V falls to 0.7071 V over 29 rows and a part of the step from 0.71 V to 0.70 V.
+        const double distance = 1000.0 * (29.0 + partToHalfPower(1.0, 0.71, 0.70));
+        QVERIFY(std::abs(*response.lower - (1200000.0 - distance)) < 0.1);
+        QVERIFY(std::abs(*response.upper - (1200000.0 + distance)) < 0.1);
     }
 
     void aFallingSweepHasTheSameEdges()
@@ -152,6 +159,7 @@ private slots:
     void thePeakIsTheMiddleOfThePlateau_data();
     void thePeakIsTheMiddleOfThePlateau();
     void aPlateauOfSeveralSamplesHasBothEdges();
+    void anEdgeBelowTheFloorIsNotInvented();
     void noSamplesAreNoResponse();
 
     void aCellThatIsNoNumberIsRefused()
@@ -206,6 +214,8 @@ void TestSweepResponse::everyScaleGivesTheSameResponse()
     QFETCH(QLocale, locale);
     QLocale::setDefault(locale);
     Bench bench;
+    // 100 counts fall to 70.711 over 29 rows and a part of the step from 71 to 70.
+    const double distance = 1000.0 * (29.0 + partToHalfPower(100.0, 71.0, 70.0));
     // Rows 200 to 203 share the highest count: 0.244 V. One count less on either side is the same tenth of a dB.
     const auto hill = [](int row) {
         return row >= 200 && row <= 203 ? 100 : std::max(0, 100 - std::abs(row < 200 ? 200 - row : row - 203));
@@ -215,10 +225,9 @@ void TestSweepResponse::everyScaleGivesTheSameResponse()
         const SweepResponse response = bench.response();
         QCOMPARE(std::lround(response.peakFrequency), 1200500L);
         QVERIFY(response.lower && response.upper && response.bandwidth());
-        // 100 counts fall to 70.711 over 29.289 rows.
-        QCOMPARE(std::lround(*response.lower), 1169711L);
-        QCOMPARE(std::lround(*response.upper), 1231289L);
-        QCOMPARE(std::lround(*response.bandwidth()), 61579L);
+        QVERIFY(std::abs(*response.lower - (1199000.0 - distance)) < 0.1);
+        QVERIFY(std::abs(*response.upper - (1202000.0 + distance)) < 0.1);
+        QVERIFY(std::abs(*response.bandwidth() - (3000.0 + 2.0 * distance)) < 0.1);
         const double reference = scale == kScaleDb10V || scale == kScaleDb10VHeadroom ? 10.0 : 1.0;
         const double volts = scale == kScaleLinear ? response.peak : reference * std::pow(10.0, response.peak / 20.0);
         QVERIFY2(std::abs(volts - 0.244) < 1e-6, qPrintable(QString::number(volts, 'g', 12)));
@@ -294,20 +303,37 @@ void TestSweepResponse::thePeakIsTheMiddleOfThePlateau()
 void TestSweepResponse::aPlateauOfSeveralSamplesHasBothEdges()
 {
     // The dip between the two plateaus is an edge of the chosen one.
-    const std::vector<double> amplitudes{0.0, 1.0, 1.0, 0.0, 1.0, 1.0, 1.0, 0.0};
+    const std::vector<double> amplitudes{0.1, 1.0, 1.0, 0.1, 1.0, 1.0, 1.0, 0.1};
     const SweepResponse rising = responseOf(samples(amplitudes), AmplitudeUnit::Volt);
     QCOMPARE(rising.peakFrequency, 1050.0);
     QVERIFY(rising.lower && rising.upper);
-    // 1 falls to 0.7071 over 0.2929 of 10 Hz.
-    QVERIFY(std::abs(*rising.lower - 1037.071) < 0.001);
-    QVERIFY(std::abs(*rising.upper - 1062.929) < 0.001);
+    // 3.01 of the 20 dB that the curve falls over 10 Hz.
+    const double distance = 10.0 * 20.0 * std::log10(std::sqrt(2.0)) / 20.0;
+    QVERIFY(std::abs(*rising.lower - (1040.0 - distance)) < 0.001);
+    QVERIFY(std::abs(*rising.upper - (1060.0 + distance)) < 0.001);
     const SweepResponse falling = responseOf(samples(amplitudes, 1000.0, -10.0), AmplitudeUnit::Volt);
     QCOMPARE(falling.peakFrequency, 950.0);
     QVERIFY(falling.lower && falling.upper);
-    QVERIFY(std::abs(*falling.lower - 937.071) < 0.001);
-    QVERIFY(std::abs(*falling.upper - 962.929) < 0.001);
+    QVERIFY(std::abs(*falling.lower - (940.0 - distance)) < 0.001);
+    QVERIFY(std::abs(*falling.upper - (960.0 + distance)) < 0.001);
     const SweepResponse flat = responseOf(samples({1.0, 1.0, 1.0}), AmplitudeUnit::Volt);
     QVERIFY(!flat.lower && !flat.upper);
+}
+
+void TestSweepResponse::anEdgeBelowTheFloorIsNotInvented()
+{
+    // Between a sample and one where the detector saw nothing, nobody knows the curve.
+    const SweepResponse volts = responseOf(samples({0.1, 1.0, 0.0}), AmplitudeUnit::Volt);
+    QVERIFY(volts.lower && !volts.upper && !volts.bandwidth());
+    const SweepResponse decibels = responseOf(samples({-100.0, -1.0, -21.0}), AmplitudeUnit::Decibel);
+    QVERIFY(!decibels.lower && decibels.upper);
+    // Count 0 is an offset above zero volts here.
+    Bench bench;
+    bench.configuration.adcOffset = 0.2F;
+    bench.measure(kScaleLinear, [](int row) { return row == 200 ? 100 : row > 200 ? 0 : 1; });
+    const SweepResponse measured = bench.response();
+    QVERIFY(!measured.upper);
+    QVERIFY(measured.lower);
 }
 
 void TestSweepResponse::noSamplesAreNoResponse()
