@@ -131,6 +131,7 @@ void SweepTable::sweepWritten(SweepOrigin origin, const std::optional<DetectorCa
 {
     m_sweep.origin = origin;
     m_sweep.detector = detector;
+    ++m_sweepCount;
     cellsWritten();
     emit changed();
 }

@@ -8,6 +8,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 
 namespace calvorn {
@@ -44,6 +45,8 @@ public:
 
     SweepOrigin origin() const { return m_sweep.origin; }
     bool hasSweep() const { return m_sweep.origin != SweepOrigin::None; }
+    // Sweeps written so far. It tells another sweep from the same one on another scale.
+    std::uint64_t sweepCount() const { return m_sweepCount; }
 
     // Cells by table row (0 to 400) and column; RuntimeError(SubscriptOutOfRange) elsewhere.
     const QString &text(int row, int column) const;
@@ -87,6 +90,7 @@ private:
 
     const Configuration &m_configuration;
     std::array<QString, std::size_t{kSweepPoints + 1} * kTableColumns> m_cells;
+    std::uint64_t m_sweepCount = 0;
     mutable Sweep m_sweep;                              // its columns as far as they have been read
     mutable std::array<bool, kTableColumns> m_isRead{}; // since they were last written
     std::array<QString, kTableColumns> m_toldHeader;    // as the views know it

@@ -160,6 +160,25 @@ void AmplitudeAxis::drawLogarithmic()
     m_maxDb->setText(numbers.masked(bottom, kMaskDb));
 }
 
+void AmplitudeAxis::setUnit(const QString &unit)
+{
+    m_unitText = unit;
+    showUnit();
+}
+
+void AmplitudeAxis::setRelative(bool relative)
+{
+    m_isRelative = relative;
+    showUnit();
+}
+
+void AmplitudeAxis::showUnit()
+{
+    m_unit->setText(!m_isRelative                              ? m_unitText
+                    : isLinearScale(m_configuration.scaleType) ? tr("Ratio")
+                                                               : tr("%1, relative").arg(m_unitText));
+}
+
 void AmplitudeAxis::setSurface(int top, int height)
 {
     m_surfaceTop = top;

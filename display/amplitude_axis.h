@@ -34,7 +34,9 @@ public:
     void drawScreen();
 
     // "Volt" or "dB".
-    void setUnit(const QString &unit) { m_unit->setText(unit); }
+    void setUnit(const QString &unit);
+    // The curve is shown relative to another one: dB of difference, or a ratio.
+    void setRelative(bool relative);
 
     // The caption of the unit, which the panel lays to the right of the boxes, above the graph.
     QLabel *unitLabel() const { return m_unit; }
@@ -63,6 +65,7 @@ private:
     void txtMaxVolt_LostFocus();
     void acceptMaxDb();
     void acceptMaxVolt();
+    void showUnit();
     void drawLinear();
     void drawLogarithmic();
     void place();
@@ -76,6 +79,8 @@ private:
     EntryBox *m_maxVolt;
     EntryBox *m_maxDb;
     QLabel *m_unit;
+    QString m_unitText;
+    bool m_isRelative = false;
     int m_surfaceTop = 0;
     int m_surfaceHeight = 0;
 };

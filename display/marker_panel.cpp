@@ -254,6 +254,15 @@ double MarkerPanel::amplitude(GraphItem marker)
     return amplitudeOfEntry(boxOf(marker)->text()).value_or(0.0);
 }
 
+void MarkerPanel::enterFrequencyOf(GraphItem marker, double hertz)
+{
+    const Sweep::Column &rows = m_table.numbers(SweepTable::FrequencyColumn);
+    const auto nearest =
+        std::ranges::min_element(rows, {}, [hertz](double frequency) { return std::abs(frequency - hertz); });
+    boxOf(marker)->setText(NumberText().fromDouble(*nearest));
+    leaveFrequency(marker);
+}
+
 void MarkerPanel::aggiornaPosMarkerY(GraphItem marker)
 {
     m_markers.move(marker, amplitude(marker));

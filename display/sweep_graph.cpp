@@ -71,6 +71,7 @@ void SweepGraph::drawScreen()
     m_plot.clear();
     placeLabels();
     update();
+    emit scaleDrawn();
 }
 
 // A burst of vectors is read once, when its redraw comes. A table without a sweep has nothing to be drawn, unless its
@@ -90,6 +91,7 @@ void SweepGraph::drawLine()
 {
     m_curveStale = false;
     m_model.showSweep(m_table);
+    m_complete(m_model);
     showCurve();
 }
 
@@ -97,6 +99,7 @@ void SweepGraph::clearCurve()
 {
     m_curveStale = false;
     m_model.showNoSweep(m_table);
+    m_complete(m_model);
     showCurve();
 }
 
@@ -105,7 +108,45 @@ void SweepGraph::setOverlays(std::vector<PlotTrace> traces, std::vector<LimitLin
     m_model.traces = std::move(traces);
     m_model.limits = std::move(limits);
     m_plot.clear();
+    showLegend();
     update();
+}
+
+void SweepGraph::setCompletion(std::function<void(PlotModel &)> complete)
+{
+    m_complete = std::move(complete);
+}
+
+void SweepGraph::complete()
+{
+    if (m_model.live)
+        drawLine();
+    else
+        clearCurve();
+}
+
+// Kept as a picture: most sweeps pass below it.
+void SweepGraph::showLegend()
+{
+    std::vector<LegendEntry> entries = m_model.legend();
+    if (entries == m_entries)
+        return;
+    update(m_legendPlace.toAlignedRect());
+    m_entries = std::move(entries);
+    const double ratio = devicePixelRatioF();
+    const PlotPainter painter = screenPainter();
+    m_legendPlace = painter.legendRect(font());
+    m_legend = QPixmap((m_legendPlace.size() * ratio).toSize());
+    m_legend.setDevicePixelRatio(ratio);
+    m_legend.fill(Qt::transparent);
+    if (m_legend.isNull())
+        return;
+    QPainter inside(&m_legend);
+    inside.setFont(font());
+    inside.translate(-m_legendPlace.topLeft());
+    painter.paintLegend(inside);
+    inside.end();
+    update(m_legendPlace.toAlignedRect());
 }
 
 void SweepGraph::moveLine(GraphItem item, double position)
@@ -201,12 +242,14 @@ QRect SweepGraph::itemRegion(GraphItem item) const
 // Only what has changed is painted anew.
 void SweepGraph::showCurve()
 {
+    showLegend();
+    if (m_model.axis != m_gridAxis && !(m_model.traces.empty() && m_model.limits.empty()))
+        m_plot.clear();
     if (m_plot.isNull()) // it comes with the next painting
         return update();
     const double ratio = devicePixelRatioF();
-    const QPolygonF placed = m_model.live ? devicePainter().curveInPixels(m_model.live->amplitudes) : QPolygonF();
     QRegion changed;
-    for (const QRect &area : m_plot.setCurve(placed))
+    for (const QRect &area : m_plot.setCurves(devicePainter().curvesInPixels()))
         changed +=
             QRectF(area.x() / ratio, area.y() / ratio, area.width() / ratio, area.height() / ratio).toAlignedRect();
     update(changed);
@@ -219,9 +262,9 @@ void SweepGraph::paintPlot()
     QPainter gridPainter(&grid);
     painter.paintBackground(gridPainter);
     gridPainter.end();
-    m_plot.setGrid(grid, std::max(1.0, std::floor(devicePixelRatioF())), painter.liveColour());
-    if (m_model.live)
-        m_plot.setCurve(painter.curveInPixels(m_model.live->amplitudes));
+    m_gridAxis = m_model.axis;
+    m_plot.setGrid(grid, std::max(1.0, std::floor(devicePixelRatioF())));
+    m_plot.setCurves(painter.curvesInPixels());
 }
 
 void SweepGraph::paintEvent(QPaintEvent *event)
@@ -249,6 +292,8 @@ void SweepGraph::picSweep_Paint(QPainter &painter, const QRegion &exposed)
         painter.scale(ratio, ratio);
     }
     painter.restore();
+    if (!m_legend.isNull() && exposed.intersects(m_legendPlace.toAlignedRect()))
+        painter.drawPixmap(m_legendPlace.topLeft(), m_legend);
     const PlotPainter screen = screenPainter();
     for (int i = 0; i < kGraphItems; ++i)
         screen.paintLine(painter, screen.line(static_cast<GraphItem>(i)));
@@ -275,6 +320,8 @@ void SweepGraph::resizeEvent(QResizeEvent *event)
 {
     QWidget::resizeEvent(event);
     m_plot.clear();
+    m_entries.clear();
+    showLegend();
     placeLabels();
     emit captionsAboveChanged();
 }
@@ -404,6 +451,8 @@ bool SweepGraph::event(QEvent *event)
     // Another screen may have another number of device pixels; another font other captions.
     if (event->type() == QEvent::ScreenChangeInternal || event->type() == QEvent::FontChange) {
         m_plot.clear();
+        m_entries.clear();
+        showLegend();
         measureLabels();
         placeLabels();
         update();

@@ -12,6 +12,7 @@
 #include <QWidget>
 
 #include <array>
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -48,8 +49,13 @@ public:
     // Takes the curve away until the next drawLine(); the grid stays.
     void clearCurve();
 
-    // Further curves and limits, below the curve of the sweep.
+    // Further curves and limits that stay, below the curve of the sweep.
     void setOverlays(std::vector<PlotTrace> traces, std::vector<LimitLine> limits);
+
+    // Completes the plot after the sweep in it has changed: curves that move with it, or another curve in its place.
+    void setCompletion(std::function<void(PlotModel &)> complete);
+    // Draws the plot anew as it is completed now.
+    void complete();
 
     // The pace of redraws. Whoever shows something of the same sweep hangs on it, too.
     RedrawTimer &redraws() const { return *m_redraws; }
@@ -88,6 +94,8 @@ public:
     QSize minimumSizeHint() const override { return {320, 300}; }
 
 signals:
+    // By drawScreen(): the amplitudes of another scale or range are shown.
+    void scaleDrawn();
     // What paintCaptionsAbove() paints.
     void captionsAboveChanged();
     // The mouse over the plot, in user units: x from 0 to 400, y inside the range shown.
@@ -113,6 +121,7 @@ private:
     void showToolTipBelow();
     void picSweep_Paint(QPainter &painter, const QRegion &exposed);
     void showCurve();
+    void showLegend();
     void paintPlot();
     void paintPointer(QPainter &painter) const;
     void followTable();
@@ -129,7 +138,12 @@ private:
     Markers &m_markers;
     RedrawTimer *m_redraws;
     PlotModel m_model;
-    PlotImage m_plot;          // null when its grid is out of date
+    PlotImage m_plot; // null when its grid is out of date
+    std::function<void(PlotModel &)> m_complete = [](PlotModel &) {};
+    PlotAxis m_gridAxis;                // the overlays in the grid stand at its frequencies
+    std::vector<LegendEntry> m_entries; // of the legend as it is kept
+    QPixmap m_legend;
+    QRectF m_legendPlace;      // logical pixels
     bool m_curveStale = false; // the table has another one by now
     // Where the mouse or the arrow keys were last: a row, and a part of the height from the top.
     QPointF m_pointer{200.0, 0.5};

@@ -23,22 +23,38 @@ QRgb blended(QRgb ink, QRgb ground, int cover)
 
 } // namespace
 
-void PlotImage::setGrid(const QImage &grid, double thickness, QRgb curveColour)
+void PlotImage::setGrid(const QImage &grid, double thickness)
 {
     m_image = grid.convertToFormat(QImage::Format_RGB32);
     m_thickness = thickness;
-    m_colour = curveColour;
-    m_strips.assign(static_cast<std::size_t>(m_image.width()), Strip());
+    m_layers.clear();
 }
 
-QRegion PlotImage::setCurve(std::span<const QPointF> points)
+// Each layer remembers what lies below it, so they go from the top down and come from the bottom up.
+QRegion PlotImage::setCurves(std::span<const Curve> curves)
 {
-    placeStrips(points);
+    const auto columns = static_cast<std::size_t>(m_image.width());
+    while (m_layers.size() < curves.size())
+        m_layers.push_back({std::vector<Strip>(columns), {}, 0, {}, 0});
+    for (std::size_t i = 0; i < m_layers.size(); ++i) {
+        placeStrips(i < curves.size() ? curves[i].points : QPolygonF(), m_layers[i].placed);
+        m_layers[i].nextColour = i < curves.size() ? curves[i].colour : 0;
+    }
     QRegion changed = changedArea();
-    takeCurveAway();
-    m_strips.swap(m_placed);
-    paintCurve();
+    for (auto layer = m_layers.rbegin(); layer != m_layers.rend(); ++layer)
+        takeAway(*layer);
+    m_layers.resize(curves.size());
+    for (Layer &layer : m_layers) {
+        layer.strips.swap(layer.placed);
+        layer.colour = layer.nextColour;
+        paint(layer);
+    }
     return changed;
+}
+
+bool PlotImage::Layer::isSameAt(std::size_t column) const
+{
+    return strips[column] == placed[column] && (colour == nextColour || strips[column].isEmpty());
 }
 
 void PlotImage::Band::clear()
@@ -64,20 +80,10 @@ QRegion PlotImage::changedArea()
     m_bands.resize(static_cast<std::size_t>((m_image.height() + kBandHeight - 1) / kBandHeight));
     for (Band &band : m_bands)
         band.clear();
-    for (int column = 0; column < m_image.width(); ++column) {
-        const Strip &shown = m_strips[static_cast<std::size_t>(column)];
-        const Strip &placed = m_placed[static_cast<std::size_t>(column)];
-        if (shown == placed)
-            continue;
-        for (const Strip *strip : {&shown, &placed}) {
-            for (int row = strip->first; row < strip->end;) {
-                Band &band = m_bands[static_cast<std::size_t>(row / kBandHeight)];
-                const int below = std::min(strip->end, (row / kBandHeight + 1) * kBandHeight);
-                band.add(column, row, below);
-                row = below;
-            }
-        }
-    }
+    for (int column = 0; column < m_image.width(); ++column)
+        for (const Layer &layer : m_layers)
+            if (!layer.isSameAt(static_cast<std::size_t>(column)))
+                addChange(column, layer);
     std::vector<QRect> areas;
     for (const Band &band : m_bands)
         for (const Run &run : band.runs)
@@ -87,20 +93,35 @@ QRegion PlotImage::changedArea()
     return changed;
 }
 
+void PlotImage::addChange(int column, const Layer &layer)
+{
+    const auto index = static_cast<std::size_t>(column);
+    for (const Strip *strip : {&layer.strips[index], &layer.placed[index]}) {
+        for (int row = strip->first; row < strip->end;) {
+            Band &band = m_bands[static_cast<std::size_t>(row / kBandHeight)];
+            const int below = std::min(strip->end, (row / kBandHeight + 1) * kBandHeight);
+            band.add(column, row, below);
+            row = below;
+        }
+    }
+}
+
 // Along x a pixel sees as much of the curve as a line is thick.
-void PlotImage::placeStrips(std::span<const QPointF> points)
+void PlotImage::placeStrips(std::span<const QPointF> points, std::vector<Strip> &placed) const
 {
     struct Reach
     {
         double highest = std::numeric_limits<double>::infinity();
         double lowest = -std::numeric_limits<double>::infinity();
     };
-    std::vector<Reach> reaches(m_strips.size());
+    std::vector<Reach> reaches(static_cast<std::size_t>(m_image.width()));
     const double half = m_thickness / 2.0;
     const int lastColumn = static_cast<int>(reaches.size()) - 1;
     for (std::size_t i = 1; i < points.size(); ++i) {
         const QPointF from = points[i - 1];
         const QPointF to = points[i];
+        if (std::isnan(from.y()) || std::isnan(to.y()))
+            continue;
         const double slope = (to.y() - from.y()) / (to.x() - from.x());
         const int first = std::max(static_cast<int>(from.x() - half + 1.0), 0);
         const int last = std::min(static_cast<int>(to.x() + half), lastColumn);
@@ -112,9 +133,9 @@ void PlotImage::placeStrips(std::span<const QPointF> points)
             reach.lowest = std::max(reach.lowest, std::max(y1, y2));
         }
     }
-    m_placed.clear();
+    placed.clear();
     for (const Reach &reach : reaches)
-        m_placed.push_back(reach.highest <= reach.lowest ? stripOf(reach.highest, reach.lowest) : Strip());
+        placed.push_back(reach.highest <= reach.lowest ? stripOf(reach.highest, reach.lowest) : Strip());
 }
 
 // A slanted line is higher, seen along a column, than it is thick: for a straight one this is exact.
@@ -136,31 +157,31 @@ PlotImage::Strip PlotImage::stripOf(double highest, double lowest) const
     return strip;
 }
 
-void PlotImage::takeCurveAway()
+void PlotImage::takeAway(const Layer &layer)
 {
     const qsizetype pitch = pixelsOfARow();
     QRgb *top = reinterpret_cast<QRgb *>(m_image.bits());
-    const QRgb *under = m_underTheCurve.data();
-    for (const Strip &strip : m_strips) {
+    const QRgb *under = layer.under.data();
+    for (const Strip &strip : layer.strips) {
         for (int row = strip.first; row < strip.end; ++row)
             top[row * pitch] = *under++;
         ++top;
     }
 }
 
-void PlotImage::paintCurve()
+void PlotImage::paint(Layer &layer)
 {
     const qsizetype pitch = pixelsOfARow();
     QRgb *top = reinterpret_cast<QRgb *>(m_image.bits());
-    m_underTheCurve.clear();
-    for (const Strip &strip : m_strips) {
+    layer.under.clear();
+    for (const Strip &strip : layer.strips) {
         for (int row = strip.first; row < strip.end; ++row) {
             QRgb &pixel = top[row * pitch];
-            m_underTheCurve.push_back(pixel);
+            layer.under.push_back(pixel);
             const int cover = row == strip.first     ? strip.firstCover
                               : row == strip.end - 1 ? strip.lastCover
                                                      : kFullCover;
-            pixel = cover == kFullCover ? m_colour : blended(m_colour, pixel, cover);
+            pixel = cover == kFullCover ? layer.colour : blended(layer.colour, pixel, cover);
         }
         ++top;
     }

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <QImage>
-#include <QPointF>
+#include <QPolygonF>
 #include <QRegion>
 
 #include <span>
@@ -10,7 +10,7 @@
 
 namespace calvorn {
 
-// The plot as the screen shows it, in device pixels: a grid, and a curve over it with soft edges.
+// The plot as the screen shows it, in device pixels: a grid, and curves over it with soft edges.
 //
 // A new curve takes the place of the one before without painting the rest again: each column of pixels remembers from
 // where to where the curve covers it. So a sweep costs what has moved, on a large window as on a small one.
@@ -21,12 +21,20 @@ public:
     bool isNull() const { return m_image.isNull(); }
     void clear() { m_image = QImage(); }
 
-    // thickness: of the curve, pixels, at least 1. The curve is gone. The grid is taken as Format_RGB32.
-    void setGrid(const QImage &grid, double thickness, QRgb curveColour);
+    struct Curve
+    {
+        // Pixels, with (0, 0) in the middle of the upper left one; x rises from point to point, y may lie outside. A y
+        // that is not a number makes a gap.
+        QPolygonF points;
+        QRgb colour = 0;
+    };
 
-    // Pixels, with (0, 0) in the middle of the upper left one; x rises from point to point, y may lie outside. No
-    // points: no curve. Returns what looks different now, as rectangles that stand side by side.
-    QRegion setCurve(std::span<const QPointF> points);
+    // thickness: of the curves, pixels, at least 1. The curves are gone. The grid is taken as Format_RGB32.
+    void setGrid(const QImage &grid, double thickness);
+
+    // The curves from the lowest to the one on top. Returns what looks different now, as rectangles that stand side by
+    // side.
+    QRegion setCurves(std::span<const Curve> curves);
 
     const QImage &image() const { return m_image; }
 
@@ -59,20 +67,30 @@ private:
         void add(int column, int first, int end);
     };
 
-    void placeStrips(std::span<const QPointF> points);
+    // A curve as it is shown, and as the next one will be.
+    struct Layer
+    {
+        std::vector<Strip> strips; // one for each column
+        std::vector<QRgb> under;   // the pixels below the strips, column after column
+        QRgb colour = 0;
+        std::vector<Strip> placed;
+        QRgb nextColour = 0;
+
+        bool isSameAt(std::size_t column) const;
+    };
+
+    void placeStrips(std::span<const QPointF> points, std::vector<Strip> &placed) const;
     Strip stripOf(double highest, double lowest) const;
     QRegion changedArea();
-    void takeCurveAway();
-    void paintCurve();
+    void addChange(int column, const Layer &layer);
+    void takeAway(const Layer &layer);
+    void paint(Layer &layer);
     qsizetype pixelsOfARow() const;
 
     QImage m_image;
     double m_thickness = 1.0;
-    QRgb m_colour = 0;
-    std::vector<Strip> m_strips; // of the curve that is shown, one for each column
-    std::vector<Strip> m_placed; // of the next one
+    std::vector<Layer> m_layers;
     std::vector<Band> m_bands;
-    std::vector<QRgb> m_underTheCurve; // the grid's pixels in the strips, column after column
 };
 
 } // namespace calvorn

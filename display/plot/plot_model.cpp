@@ -30,6 +30,22 @@ void PlotModel::showSweep(const SweepTable &table)
             amplitude = 0.0;
 }
 
+std::vector<LegendEntry> PlotModel::legend() const
+{
+    std::vector<LegendEntry> entries;
+    if (!hasLegend || (traces.empty() && moving.empty() && limits.empty() && relation.isEmpty()))
+        return entries;
+    if (live)
+        entries.push_back({live->name, live->style});
+    for (const std::vector<PlotTrace> *list : {&moving, &traces})
+        for (const PlotTrace &trace : *list)
+            entries.push_back({trace.name, trace.style});
+    for (const LimitLine &limit : limits)
+        if (!limit.name.isEmpty())
+            entries.push_back({limit.name, limit.style});
+    return entries;
+}
+
 void PlotModel::showNoSweep(const SweepTable &table)
 {
     axis = axisOf(table);

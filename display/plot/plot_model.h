@@ -28,6 +28,8 @@ struct TraceStyle
 {
     QRgb colour = kCurveColour;
     Qt::PenStyle line = Qt::SolidLine;
+
+    bool operator==(const TraceStyle &) const = default;
 };
 
 // A curve: an amplitude at each frequency of its own axis.
@@ -37,6 +39,15 @@ struct PlotTrace
     TraceStyle style;
     PlotAxis axis;
     std::vector<double> amplitudes; // volts or dB, as the scale has it; not a number where the curve has a gap
+};
+
+// What a legend says of a line.
+struct LegendEntry
+{
+    QString name;
+    TraceStyle style;
+
+    bool operator==(const LegendEntry &) const = default;
 };
 
 // A line through points of any frequency, such as a limit.
@@ -60,13 +71,20 @@ struct PlotModel
     PlotAxis axis;                 // of the plot: of the rows 1, 2, ... of the sweep table
     std::optional<PlotTrace> live; // the last sweep; nothing while there is none. Sample i is row i + 1 of the plot.
     std::vector<PlotTrace> traces; // below the live one
+    std::vector<PlotTrace> moving; // between the two: traces that change with every sweep
     std::vector<LimitLine> limits;
     MarkerSet markers;
+    // What the amplitudes are relative to, in words: "relative to Cable". Empty where they are volts or dB as measured.
+    QString relation;
+    bool hasLegend = true; // where more than the live sweep is shown
 
     // Takes live curve and axis from the table; an amplitude that is no number counts as 0.
     void showSweep(const SweepTable &table);
     // Takes the axis alone: there is no curve.
     void showNoSweep(const SweepTable &table);
+
+    // The lines by name; empty while the live sweep is the only one, or without a legend.
+    std::vector<LegendEntry> legend() const;
 
     // The x of a frequency, in user units of the graph. The axis must have a step.
     double xOf(double frequency) const { return 1.0 + (frequency - axis.start) / axis.step; }

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "display/plot/plot_painter.h"
 
-#include "display/plot/plot_image.h"
-
 #include <QFontMetricsF>
 #include <QImage>
 #include <QPainter>
@@ -19,6 +17,11 @@ constexpr double kCaptionOffset = 2.0;  // user units between a frequency marker
 constexpr double kCaptionMargin = 3.0;  // painter's units between a caption and the line to its right
 constexpr double kCaptionPadding = 2.0; // painter's units
 constexpr int kCaptionShade = 200;      // of 255: the curve shines through
+
+// Of the legend, painter's units.
+constexpr double kLegendDistance = 6.0; // from the edges of the plot
+constexpr double kLegendMargin = 4.0;   // between its edge and its texts
+constexpr double kLegendLine = 26.0;    // the sample of a line
 
 // Device pixels. Far outside any screen, and inside what the rasteriser's fixed-point coordinates hold.
 constexpr double kFarAway = 16000.0;
@@ -61,6 +64,24 @@ std::optional<QLineF> insideOf(QSizeF extent, QPointF from, QPointF to)
         return QPointF(std::clamp(point.x(), 0.0, extent.width()), std::clamp(point.y(), 0.0, extent.height()));
     };
     return QLineF(enters > 0.0 ? at(enters) : from, leaves < 1.0 ? at(leaves) : to);
+}
+
+// The pieces of a line between its gaps.
+QList<QPolygonF> piecesOf(const QPolygonF &line)
+{
+    QList<QPolygonF> pieces;
+    QPolygonF piece;
+    for (const QPointF &point : line) {
+        if (!std::isnan(point.y())) {
+            piece.append(point);
+        } else if (!piece.isEmpty()) {
+            pieces.append(piece);
+            piece.clear();
+        }
+    }
+    if (!piece.isEmpty())
+        pieces.append(piece);
+    return pieces;
 }
 
 } // namespace
@@ -113,8 +134,10 @@ void PlotPainter::paint(QPainter &painter) const
         paintInPixels(painter);
     } else {
         paintBackground(painter);
+        paintTraces(painter, m_model.moving);
         paintLive(painter);
     }
+    paintLegend(painter);
     for (const GraphItem item : {GraphItem::M1, GraphItem::M2, GraphItem::M3, GraphItem::M4})
         paintLine(painter, line(item));
     paintCaptions(painter);
@@ -125,7 +148,12 @@ void PlotPainter::paintBackground(QPainter &painter) const
     paintGrid(painter);
     for (const LimitLine &limit : m_model.limits)
         paintPlaced(painter, placedLimit(limit), limit.style);
-    for (const PlotTrace &trace : m_model.traces)
+    paintTraces(painter, m_model.traces);
+}
+
+void PlotPainter::paintTraces(QPainter &painter, const std::vector<PlotTrace> &traces) const
+{
+    for (const PlotTrace &trace : traces)
         for (const QPolygonF &piece : placedTrace(trace))
             paintPlaced(painter, piece, trace.style);
 }
@@ -149,8 +177,10 @@ void PlotPainter::paintPlaced(QPainter &painter, const QPolygonF &placed, const 
 
 void PlotPainter::paintLive(QPainter &painter) const
 {
-    if (m_model.live)
-        paintPlaced(painter, placedCurve(m_model.live->amplitudes), m_model.live->style);
+    if (!m_model.live)
+        return;
+    for (const QPolygonF &piece : piecesOf(placedCurve(m_model.live->amplitudes)))
+        paintPlaced(painter, piece, m_model.live->style);
 }
 
 void PlotPainter::paintInPixels(QPainter &painter) const
@@ -160,15 +190,26 @@ void PlotPainter::paintInPixels(QPainter &painter) const
     paintBackground(inside);
     inside.end();
     PlotImage plot;
-    plot.setGrid(background, m_surface.curveWidth, inked(liveColour(), m_ink).rgb());
-    if (m_model.live)
-        plot.setCurve(curveInPixels(m_model.live->amplitudes));
+    plot.setGrid(background, m_surface.curveWidth);
+    plot.setCurves(curvesInPixels());
     painter.drawImage(0, 0, plot.image());
 }
 
-QRgb PlotPainter::liveColour() const
+// PlotImage counts from the middle of a pixel.
+std::vector<PlotImage::Curve> PlotPainter::curvesInPixels() const
 {
-    return m_model.live ? m_model.live->style.colour : kCurveColour;
+    std::vector<PlotImage::Curve> curves;
+    for (const PlotTrace &trace : m_model.moving) {
+        QPolygonF points = placedAtFrequencies(trace);
+        if (points.size() > 1 && points.first().x() > points.last().x())
+            std::ranges::reverse(points);
+        points.translate(-0.5, -0.5);
+        curves.push_back({std::move(points), inked(trace.style.colour, m_ink).rgb()});
+    }
+    if (m_model.live)
+        curves.push_back({placedCurve(m_model.live->amplitudes).translated(-0.5, -0.5),
+                          inked(m_model.live->style.colour, m_ink).rgb()});
+    return curves;
 }
 
 QPointF PlotPainter::placed(QPointF user) const
@@ -193,30 +234,23 @@ QPolygonF PlotPainter::placedCurve(std::span<const double> amplitudes) const
     return placed;
 }
 
-QPolygonF PlotPainter::curveInPixels(std::span<const double> amplitudes) const
+QPolygonF PlotPainter::placedAtFrequencies(const PlotTrace &trace) const
 {
-    return placedCurve(amplitudes).translated(-0.5, -0.5);
+    QPolygonF points;
+    if (m_model.axis.step == 0.0)
+        return points;
+    points.reserve(static_cast<qsizetype>(trace.amplitudes.size()));
+    double frequency = trace.axis.start;
+    for (const double amplitude : trace.amplitudes) {
+        points.append(placed({m_model.xOf(frequency), m_model.scale.yOfAmplitude(amplitude)}));
+        frequency += trace.axis.step;
+    }
+    return points;
 }
 
 QList<QPolygonF> PlotPainter::placedTrace(const PlotTrace &trace) const
 {
-    QList<QPolygonF> pieces;
-    if (m_model.axis.step == 0.0)
-        return pieces;
-    QPolygonF piece;
-    double frequency = trace.axis.start;
-    for (const double amplitude : trace.amplitudes) {
-        if (std::isfinite(amplitude)) {
-            piece.append(placed({m_model.xOf(frequency), m_model.scale.yOfAmplitude(amplitude)}));
-        } else if (!piece.isEmpty()) {
-            pieces.append(piece);
-            piece.clear();
-        }
-        frequency += trace.axis.step;
-    }
-    if (!piece.isEmpty())
-        pieces.append(piece);
-    return pieces;
+    return piecesOf(placedAtFrequencies(trace));
 }
 
 QPolygonF PlotPainter::placedLimit(const LimitLine &limit) const
@@ -281,6 +315,46 @@ void PlotPainter::measureCaption(GraphLabel &caption, const QFont &font)
     caption.layout.prepare(QTransform(), font);
     caption.size = {std::ceil(metrics.horizontalAdvance(caption.text)) + 2.0 * kCaptionPadding,
                     std::ceil(metrics.height())};
+}
+
+QRectF PlotPainter::legendRect(const QFont &font) const
+{
+    const QFontMetricsF metrics(font);
+    double width = 0.0;
+    const std::vector<LegendEntry> entries = m_model.legend();
+    for (const LegendEntry &entry : entries)
+        width = std::max(width, metrics.horizontalAdvance(entry.name));
+    if (entries.empty())
+        return {};
+    const QSizeF size(std::min(std::ceil(width) + kLegendLine + 3.0 * kLegendMargin, m_surface.size.width() / 2.0),
+                      std::ceil(metrics.height()) * static_cast<double>(entries.size()) + 2.0 * kLegendMargin);
+    return {{std::floor(m_surface.size.width() - size.width() - kLegendDistance), kLegendDistance}, size};
+}
+
+void PlotPainter::paintLegend(QPainter &painter) const
+{
+    const QRectF place = legendRect(painter.font());
+    if (place.isEmpty())
+        return;
+    QColor shade = inked(kGraphBackground, m_ink);
+    shade.setAlpha(kCaptionShade);
+    painter.fillRect(place, shade);
+    const QFontMetricsF metrics(painter.font());
+    const double height = std::ceil(metrics.height());
+    double top = place.top() + kLegendMargin;
+    for (const LegendEntry &entry : m_model.legend()) {
+        const QRectF row(place.left() + kLegendMargin, top, place.width() - 2.0 * kLegendMargin, height);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(QPen(inked(entry.style.colour, m_ink), 2.0 * m_surface.thickness, entry.style.line));
+        const double middle = row.center().y();
+        painter.drawLine(QLineF(row.left(), middle, row.left() + kLegendLine, middle));
+        painter.setRenderHint(QPainter::Antialiasing, false);
+        painter.setPen(inked(entry.style.colour, m_ink));
+        const QRectF text = row.adjusted(kLegendLine + kLegendMargin, 0.0, 0.0, 0.0);
+        painter.drawText(text, Qt::AlignLeft | Qt::AlignVCenter,
+                         metrics.elidedText(entry.name, Qt::ElideRight, text.width()));
+        top += height;
+    }
 }
 
 // Those of M1 and M2 stand above the plot, where they hide nothing. Those of M3 and M4 stand apart from each other, so

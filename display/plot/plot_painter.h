@@ -2,6 +2,7 @@
 #pragma once
 
 #include "display/plot/graph_line.h"
+#include "display/plot/plot_image.h"
 #include "display/plot/plot_model.h"
 
 #include <QColor>
@@ -23,9 +24,9 @@ enum class GraphInk { Screen, Paper };
 // The colour that stands for one of the screen's.
 QColor inked(QRgb screenColour, GraphInk ink);
 
-// Paints a plot: grid, limits, curves, marker lines and their captions. The screen, a picture and a printer all go
-// through this class; only surface and ink differ. Where the surface is made of pixels, the live curve is set in them
-// by PlotImage, as on the screen.
+// Paints a plot: grid, limits, curves, legend, marker lines and their captions. The screen, a picture and a printer all
+// go through this class; only surface and ink differ. Where the surface is made of pixels, the live curve and those
+// that move with it are set in them by PlotImage, as on the screen.
 class PlotPainter
 {
 public:
@@ -48,14 +49,17 @@ public:
 
     // --- the parts, for a screen that keeps some of them ---
 
-    // Grid, limits and every curve but the live one.
+    // Grid, limits and the curves that stay.
     void paintBackground(QPainter &painter) const;
-    QRgb liveColour() const;
+    // The live curve and those that move with it, for PlotImage. Where the painter's units are pixels.
+    std::vector<PlotImage::Curve> curvesInPixels() const;
+
+    // In the upper right corner; empty without entries.
+    QRectF legendRect(const QFont &font) const;
+    void paintLegend(QPainter &painter) const;
 
     // Amplitudes of the rows 1, 2, ... One point for each, also where it lies outside the surface.
     QPolygonF placedCurve(std::span<const double> amplitudes) const;
-    // The same for PlotImage, which counts from the middle of a pixel. Where the painter's units are pixels.
-    QPolygonF curveInPixels(std::span<const double> amplitudes) const;
     // A curve or a limit at its own frequencies; one polygon for each piece between gaps.
     QList<QPolygonF> placedTrace(const PlotTrace &trace) const;
     QPolygonF placedLimit(const LimitLine &limit) const;
@@ -92,6 +96,8 @@ private:
     QPointF placed(QPointF user) const;
     void paintGrid(QPainter &painter) const;
     void paintPlaced(QPainter &painter, const QPolygonF &placed, const TraceStyle &style) const;
+    QPolygonF placedAtFrequencies(const PlotTrace &trace) const;
+    void paintTraces(QPainter &painter, const std::vector<PlotTrace> &traces) const;
     void paintLive(QPainter &painter) const;
     void paintInPixels(QPainter &painter) const;
     void paintCaptions(QPainter &painter) const;

@@ -57,13 +57,23 @@ QString SweepPicture::unit() const
     return isLinearScale(m_configuration.scaleType) ? tr("V") : tr("dB");
 }
 
+QString SweepPicture::unitOfAxis() const
+{
+    const bool isRatio = isLinearScale(m_configuration.scaleType) && !m_plot.relation.isEmpty();
+    return isRatio ? QString() : unit();
+}
+
 QString SweepPicture::scaleText() const
 {
     const NumberText numbers;
     const QString top = ladderText(m_configuration, 0);
-    if (isLinearScale(m_configuration.scaleType))
-        return tr("Linear scale, 0 to %1 V").arg(top);
     const QString bottom = numbers.masked(m_configuration.maxScaleDb, kMaskDb);
+    const QString &relation = m_plot.relation;
+    if (isLinearScale(m_configuration.scaleType))
+        return relation.isEmpty() ? tr("Linear scale, 0 to %1 V").arg(top)
+                                  : tr("Linear scale, 0 to %1, %2").arg(top, relation);
+    if (!relation.isEmpty())
+        return tr("Logarithmic scale, %1 to %2 dB, %3").arg(top, bottom, relation);
     const QString reference = scaleRefersTo10V(m_configuration.scaleType) ? tr("10 V") : tr("1 V");
     return tr("Logarithmic scale, %1 to %2 dB, 0 dB is %3").arg(top, bottom, reference);
 }
@@ -107,7 +117,7 @@ void SweepPicture::paintAxis(QPainter &painter, GraphInk ink) const
         const QRectF place(0, kPlot.top() + i * pitch - half, right, kLineHeight);
         painter.drawText(place, Qt::AlignRight | Qt::AlignVCenter, ladderText(m_configuration, i));
     }
-    painter.drawText(QRectF(0, kPlot.top() - 50, right, kLineHeight), Qt::AlignRight | Qt::AlignVCenter, unit());
+    painter.drawText(QRectF(0, kPlot.top() - 50, right, kLineHeight), Qt::AlignRight | Qt::AlignVCenter, unitOfAxis());
 }
 
 void SweepPicture::paintFrequencies(QPainter &painter, GraphInk ink) const
@@ -128,14 +138,15 @@ void SweepPicture::paintMarkers(QPainter &painter, GraphInk ink) const
         QString name;
         QString frequency; // empty for the markers at an amplitude
         QString amplitude;
+        QString unit;
     };
     const MarkerTexts &m = m_texts.markers;
-    const auto left = std::to_array<Entry>({{kFrequencyMarkerColour, tr("M1"), m.m1x, m.m1y},
-                                            {kFrequencyMarkerColour, tr("M2"), m.m2x, m.m2y},
-                                            {kFrequencyMarkerColour, tr("M2 - M1"), m.m2m1, QString()}});
-    const auto right = std::to_array<Entry>({{kAmplitudeMarkerColour, tr("M3"), QString(), m.m3y},
-                                             {kAmplitudeMarkerColour, tr("M4"), QString(), m.m4y},
-                                             {kAmplitudeMarkerColour, tr("M4 - M3"), QString(), m.m4m3}});
+    const auto left = std::to_array<Entry>({{kFrequencyMarkerColour, tr("M1"), m.m1x, m.m1y, unit()},
+                                            {kFrequencyMarkerColour, tr("M2"), m.m2x, m.m2y, unit()},
+                                            {kFrequencyMarkerColour, tr("M2 - M1"), m.m2m1, QString(), QString()}});
+    const auto right = std::to_array<Entry>({{kAmplitudeMarkerColour, tr("M3"), QString(), m.m3y, unitOfAxis()},
+                                             {kAmplitudeMarkerColour, tr("M4"), QString(), m.m4y, unitOfAxis()},
+                                             {kAmplitudeMarkerColour, tr("M4 - M3"), QString(), m.m4m3, unitOfAxis()}});
     const auto paintRow = [&](const Entry &entry, double x, int row) {
         const double y = kPlot.bottom() + 62 + row * kLineHeight;
         painter.setPen(inked(entry.colour, ink));
@@ -147,7 +158,7 @@ void SweepPicture::paintMarkers(QPainter &painter, GraphInk ink) const
         const double offset = entry.frequency.isEmpty() ? 100 : 290;
         if (!entry.amplitude.isEmpty())
             painter.drawText(QRectF(x + offset, y, 150, kLineHeight), Qt::AlignRight | Qt::AlignVCenter,
-                             entry.amplitude + u' ' + unit());
+                             (entry.amplitude + u' ' + entry.unit).trimmed());
     };
     for (std::size_t row = 0; row < left.size(); ++row) {
         paintRow(left[row], kPlot.left(), static_cast<int>(row));

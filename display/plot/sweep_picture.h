@@ -62,7 +62,8 @@ private:
     void paintFrequencies(QPainter &painter, GraphInk ink) const;
     void paintMarkers(QPainter &painter, GraphInk ink) const;
     QString scaleText() const;
-    QString unit() const;
+    QString unit() const;       // of what was measured
+    QString unitOfAxis() const; // of what is shown
 
     const Configuration &m_configuration;
     const PlotModel &m_plot;

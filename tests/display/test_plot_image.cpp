@@ -6,7 +6,10 @@
 #include <QRandomGenerator>
 #include <QTest>
 
+#include <array>
 #include <cmath>
+#include <limits>
+#include <vector>
 
 using namespace calvorn;
 
@@ -42,6 +45,11 @@ double coverOf(const QImage &image, int column)
     return sum;
 }
 
+QRegion show(PlotImage &plot, const QPolygonF &points)
+{
+    return plot.setCurves(std::array{PlotImage::Curve{points, kInk}});
+}
+
 QPolygonF randomCurve(QRandomGenerator &random)
 {
     QPolygonF points;
@@ -62,9 +70,9 @@ private slots:
     {
         PlotImage plot;
         QVERIFY(plot.isNull());
-        plot.setGrid(blackGrid(), 1, kInk);
+        plot.setGrid(blackGrid(), 1);
         QVERIFY(!plot.isNull());
-        plot.setCurve(QPolygonF{{10.0, 5.0}, {20.0, 5.0}});
+        show(plot, QPolygonF{{10.0, 5.0}, {20.0, 5.0}});
         for (int x = 0; x < kWidth; ++x)
             for (int y = 0; y < kHeight; ++y)
                 QCOMPARE(plot.image().pixel(x, y), y == 5 && x >= 10 && x <= 20 ? kInk : qRgb(0, 0, 0));
@@ -73,8 +81,8 @@ private slots:
     void betweenTwoRowsItIsShared()
     {
         PlotImage plot;
-        plot.setGrid(blackGrid(), 1, kInk);
-        plot.setCurve(QPolygonF{{10.0, 5.25}, {20.0, 5.25}});
+        plot.setGrid(blackGrid(), 1);
+        show(plot, QPolygonF{{10.0, 5.25}, {20.0, 5.25}});
         QCOMPARE(plot.image().pixel(15, 4), qRgb(0, 0, 0));
         QCOMPARE(plot.image().pixel(15, 5), qRgb(191, 191, 0));
         QCOMPARE(plot.image().pixel(15, 6), qRgb(63, 63, 0));
@@ -94,8 +102,8 @@ private slots:
         QFETCH(int, thickness);
         QFETCH(double, slope);
         PlotImage plot;
-        plot.setGrid(blackGrid(), thickness, kInk);
-        plot.setCurve(QPolygonF{{10.0, 20.0 - 10.0 * slope}, {30.0, 20.0 + 10.0 * slope}});
+        plot.setGrid(blackGrid(), thickness);
+        show(plot, QPolygonF{{10.0, 20.0 - 10.0 * slope}, {30.0, 20.0 + 10.0 * slope}});
         // Cut along a column, a slanted line is longer than it is thick.
         const double expected = thickness * std::sqrt(1.0 + slope * slope);
         for (int x = 13; x < 28; ++x)
@@ -113,8 +121,8 @@ private slots:
     {
         QFETCH(int, thickness);
         PlotImage plot;
-        plot.setGrid(blackGrid(), thickness, kInk);
-        plot.setCurve(QPolygonF{{10.0, 5.0}, {20.0, 5.0}, {20.5, 35.0}, {30.0, 35.0}});
+        plot.setGrid(blackGrid(), thickness);
+        show(plot, QPolygonF{{10.0, 5.0}, {20.0, 5.0}, {20.5, 35.0}, {30.0, 35.0}});
         for (int y = 6; y < 35; ++y) {
             double across = 0.0;
             for (int x = 15; x < 26; ++x)
@@ -126,12 +134,12 @@ private slots:
     void whatLiesOutsideIsCutOff()
     {
         PlotImage plot;
-        plot.setGrid(blackGrid(), 1, kInk);
-        plot.setCurve(QPolygonF{{0.0, -16000.0}, {9.75, -16000.0}, {10.25, 16000.0}, {60.0, 16000.0}});
+        plot.setGrid(blackGrid(), 1);
+        show(plot, QPolygonF{{0.0, -16000.0}, {9.75, -16000.0}, {10.25, 16000.0}, {60.0, 16000.0}});
         for (int x = 0; x < kWidth; ++x)
             QCOMPARE(coverOf(plot.image(), x), x == 10 ? static_cast<double>(kHeight) : 0.0);
         // On the edges a line is whole.
-        plot.setCurve(QPolygonF{{0.0, 0.0}, {30.0, 0.0}, {31.0, kHeight - 1.0}, {60.0, kHeight - 1.0}});
+        show(plot, QPolygonF{{0.0, 0.0}, {30.0, 0.0}, {31.0, kHeight - 1.0}, {60.0, kHeight - 1.0}});
         QCOMPARE(plot.image().pixel(0, 0), kInk);
         QCOMPARE(plot.image().pixel(60, kHeight - 1), kInk);
     }
@@ -141,16 +149,16 @@ private slots:
         QRandomGenerator random(1);
         for (const int thickness : {1, 2}) {
             PlotImage plot;
-            plot.setGrid(colourfulGrid(), thickness, kInk);
+            plot.setGrid(colourfulGrid(), thickness);
             for (int i = 0; i < 50; ++i) {
                 const QPolygonF curve = randomCurve(random);
-                plot.setCurve(curve);
+                show(plot, curve);
                 PlotImage fresh;
-                fresh.setGrid(colourfulGrid(), thickness, kInk);
-                fresh.setCurve(curve);
+                fresh.setGrid(colourfulGrid(), thickness);
+                show(fresh, curve);
                 QCOMPARE(plot.image(), fresh.image());
             }
-            plot.setCurve({});
+            show(plot, {});
             QCOMPARE(plot.image(), colourfulGrid());
         }
     }
@@ -159,24 +167,88 @@ private slots:
     {
         QRandomGenerator random(2);
         PlotImage plot;
-        plot.setGrid(colourfulGrid(), 1, kInk);
-        QVERIFY(plot.setCurve({}).isEmpty());
+        plot.setGrid(colourfulGrid(), 1);
+        QVERIFY(show(plot, {}).isEmpty());
         for (int i = 0; i < 50; ++i) {
             const QImage before = plot.image().copy();
             const QPolygonF curve = i % 5 == 4 ? QPolygonF() : randomCurve(random);
-            const QRegion changed = plot.setCurve(curve);
+            const QRegion changed = show(plot, curve);
             QVERIFY(QRegion(plot.image().rect()).subtracted(changed).united(changed) == QRegion(plot.image().rect()));
             for (int y = 0; y < kHeight; ++y)
                 for (int x = 0; x < kWidth; ++x)
                     if (before.pixel(x, y) != plot.image().pixel(x, y))
                         QVERIFY(changed.contains(QPoint(x, y)));
-            QVERIFY(plot.setCurve(curve).isEmpty());
+            QVERIFY(show(plot, curve).isEmpty());
         }
         // A small change is told as a small one.
-        plot.setCurve(QPolygonF{{0.0, 20.0}, {60.0, 20.0}});
-        const QRegion changed = plot.setCurve(QPolygonF{{0.0, 20.0}, {40.0, 20.0}, {42.0, 22.0}, {60.0, 20.0}});
+        show(plot, QPolygonF{{0.0, 20.0}, {60.0, 20.0}});
+        const QRegion changed = show(plot, QPolygonF{{0.0, 20.0}, {40.0, 20.0}, {42.0, 22.0}, {60.0, 20.0}});
         QVERIFY(changed.boundingRect().left() >= 30 && changed.boundingRect().top() >= 19);
         QVERIFY(changed.boundingRect().bottom() <= 24);
+    }
+
+    void aGapIsNotBridged()
+    {
+        const double gap = std::numeric_limits<double>::quiet_NaN();
+        PlotImage plot;
+        plot.setGrid(blackGrid(), 1);
+        show(plot, QPolygonF{{10.0, 5.0}, {20.0, 5.0}, {25.0, gap}, {30.0, 5.0}, {40.0, 5.0}});
+        for (int x = 0; x < kWidth; ++x) {
+            const bool isOnCurve = (x >= 10 && x <= 20) || (x >= 30 && x <= 40);
+            QCOMPARE(plot.image().pixel(x, 5), isOnCurve ? kInk : qRgb(0, 0, 0));
+        }
+    }
+
+    void theLastCurveLiesOnTop()
+    {
+        constexpr QRgb below = qRgb(0, 255, 255);
+        PlotImage plot;
+        plot.setGrid(blackGrid(), 1);
+        const QPolygonF flat{{0.0, 20.0}, {60.0, 20.0}};
+        const QPolygonF slanted{{0.0, 0.0}, {60.0, 39.0}};
+        plot.setCurves(std::array{PlotImage::Curve{flat, below}, PlotImage::Curve{slanted, kInk}});
+        QCOMPARE(plot.image().pixel(5, 20), below);
+        QCOMPARE(plot.image().pixel(31, 20), kInk);
+        plot.setCurves(std::array{PlotImage::Curve{slanted, kInk}, PlotImage::Curve{flat, below}});
+        QCOMPARE(plot.image().pixel(31, 20), below);
+    }
+
+    // Curves cross, come and go; what is left is what a fresh plot shows, and the grid is whole in the end.
+    void severalCurvesLeaveNoTrace()
+    {
+        constexpr std::array inks{qRgb(0, 255, 255), qRgb(255, 0, 255), kInk};
+        QRandomGenerator random(3);
+        PlotImage plot;
+        plot.setGrid(colourfulGrid(), 2);
+        for (int i = 0; i < 60; ++i) {
+            std::vector<PlotImage::Curve> curves;
+            for (int number = 0; number < i % 4; ++number)
+                curves.push_back({randomCurve(random), inks[static_cast<std::size_t>(random.bounded(3))]});
+            const QImage before = plot.image().copy();
+            const QRegion changed = plot.setCurves(curves);
+            PlotImage fresh;
+            fresh.setGrid(colourfulGrid(), 2);
+            fresh.setCurves(curves);
+            QCOMPARE(plot.image(), fresh.image());
+            for (int y = 0; y < kHeight; ++y)
+                for (int x = 0; x < kWidth; ++x)
+                    if (before.pixel(x, y) != plot.image().pixel(x, y))
+                        QVERIFY(changed.contains(QPoint(x, y)));
+        }
+        plot.setCurves({});
+        QCOMPARE(plot.image(), colourfulGrid());
+    }
+
+    // The same line in another ink looks different.
+    void aChangedColourIsTold()
+    {
+        PlotImage plot;
+        plot.setGrid(blackGrid(), 1);
+        const QPolygonF flat{{0.0, 20.0}, {60.0, 20.0}};
+        show(plot, flat);
+        const QRegion changed = plot.setCurves(std::array{PlotImage::Curve{flat, qRgb(0, 255, 255)}});
+        QVERIFY(changed.contains(QPoint(30, 20)));
+        QCOMPARE(plot.image().pixel(30, 20), qRgb(0, 255, 255));
     }
 
     void steepFlanksAreToldNarrowly()
@@ -190,9 +262,9 @@ private slots:
         QImage grid(300, 200, QImage::Format_RGB32);
         grid.fill(Qt::black);
         PlotImage plot;
-        plot.setGrid(grid, 1, kInk);
-        plot.setCurve(peaksAt(50.0, 240.0));
-        const QRegion changed = plot.setCurve(peaksAt(52.0, 242.0));
+        plot.setGrid(grid, 1);
+        show(plot, peaksAt(50.0, 240.0));
+        const QRegion changed = show(plot, peaksAt(52.0, 242.0));
         QVERIFY(changed.contains(QPoint(52, 15)));
         QVERIFY(changed.contains(QPoint(242, 15)));
         // Neither what lies between the peaks nor the ground beside them.
