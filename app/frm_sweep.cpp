@@ -58,6 +58,9 @@ void FrmSweep::compose()
     composeControlColumn(right);
     composeGraphColumn(left);
     setCentralWidget(central);
+    m_measure = new MeasureDock(m_configuration, m_table, *m_graphPanel, *m_markerPanel, m_station.desktop,
+                                m_station.boundary, this);
+    addDockWidget(Qt::RightDockWidgetArea, m_measure);
 }
 
 void FrmSweep::composeControlColumn(QVBoxLayout *column)
@@ -169,7 +172,10 @@ void FrmSweep::buildMenus()
     exit->setObjectName(QStringLiteral("mnuExit"));
     exit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
 
-    addMenu(tr("&View"))->addActions(m_views->actions());
+    QMenu *view = addMenu(tr("&View"));
+    view->addActions(m_views->actions());
+    view->addSeparator();
+    view->addAction(m_measure->action());
     addMenu(tr("S&cale"))->addActions(m_scales->actions());
 
     m_setUpMenu = addMenu(tr("&SetUp"));
@@ -238,6 +244,7 @@ bool FrmSweep::start()
     fitControlColumn();
     prepareDisplay();
     prepare("restoreMarkers", [this] { restoreMarkers(); });
+    prepare("restoreMeasure", [this] { m_measure->restore(); });
     prepare("prepareInterface", [this] { prepareInterface(); });
     prepare("selectView", [this] { m_views->selectView(m_station.window.markerIndex); });
     // A box of the start-up can already have ended the program.
@@ -370,7 +377,8 @@ void FrmSweep::shutDown()
 void FrmSweep::saveWhatChanged()
 {
     m_markerPanel->save(m_station.window);
-    if (!saveSettings(m_configuration, m_station.window, m_unreadable))
+    const bool saved = saveSettings(m_configuration, m_station.window, m_unreadable);
+    if (!m_measure->save() || !saved)
         m_station.log.writeLog(tr("The settings could not be saved in %1").arg(m_configuration.iniPath));
 }
 

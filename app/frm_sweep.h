@@ -16,6 +16,7 @@
 #include "display/scale_control.h"
 #include "display/table_view.h"
 #include "display/view_switch.h"
+#include "measure/measure_dock.h"
 
 #include <QMainWindow>
 
@@ -94,6 +95,7 @@ private:
     RangeEntry *m_range = nullptr;
     SweepControls *m_controls = nullptr;
     TestPanel *m_testPanel = nullptr;
+    MeasureDock *m_measure = nullptr;
     DriverEvents *m_events = nullptr;
     SweepFiles *m_files = nullptr;
     SweepPictures *m_pictures = nullptr;

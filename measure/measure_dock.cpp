@@ -1,0 +1,137 @@
+// SPDX-License-Identifier: MIT
+#include "measure/measure_dock.h"
+
+#include <QScrollArea>
+#include <QVBoxLayout>
+
+namespace calvorn {
+
+namespace {
+
+// A page that is higher than the screen has room for is scrolled.
+QScrollArea *scrolled(QWidget *page)
+{
+    auto *area = new QScrollArea;
+    area->setWidget(page);
+    area->setWidgetResizable(true);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    area->setMinimumWidth(page->minimumSizeHint().width());
+    return area;
+}
+
+} // namespace
+
+MeasureDock::MeasureDock(const Configuration &configuration, const SweepTable &table, GraphPanel &graph,
+                         MarkerPanel &markers, Desktop &desktop, ErrorBoundary &boundary, QWidget *parent)
+    : QDockWidget(tr("Measure"), parent)
+    , m_configuration(configuration)
+    , m_measurement(configuration, table, graph.graph())
+    , m_action(toggleViewAction())
+{
+    setObjectName(QStringLiteral("dockMeasure"));
+    setAllowedAreas(Qt::RightDockWidgetArea | Qt::LeftDockWidgetArea);
+    m_action->setObjectName(QStringLiteral("mnuMeasure"));
+    m_action->setText(tr("&Measure"));
+    m_action->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_M));
+    m_action->setToolTip(tr("Traces to compare with, results, limits"));
+
+    auto *content = new QWidget(this);
+    auto *layout = new QVBoxLayout(content);
+    layout->setContentsMargins(4, 4, 4, 4);
+    layout->addWidget(makeHead());
+    m_pages = new QTabWidget(content);
+    m_pages->setObjectName(QStringLiteral("tabMeasure"));
+    m_traces = new TracesPage(m_measurement, configuration, desktop, boundary);
+    m_results = new ResultsPage(m_measurement, graph.graph().markers(), markers, desktop);
+    m_limits = new LimitsPage(m_measurement, graph.graph(), desktop, boundary);
+    m_pages->addTab(scrolled(m_traces), tr("Traces"));
+    m_pages->addTab(scrolled(m_results), tr("Results"));
+    m_pages->addTab(scrolled(m_limits), tr("Limits"));
+    m_pages->setCurrentIndex(1);
+    layout->addWidget(m_pages);
+    setWidget(content);
+    hide();
+
+    connect(&m_measurement, &Measurement::refreshed, this, &MeasureDock::showReference);
+    connect(&m_measurement, &Measurement::relationChanged, &graph.axis(), &AmplitudeAxis::setRelative);
+    showReference();
+}
+
+QWidget *MeasureDock::makeHead()
+{
+    auto *head = new QWidget(this);
+    auto *layout = new QVBoxLayout(head);
+    layout->setContentsMargins(0, 0, 0, 0);
+    m_normalise = new QPushButton(tr("&Normalise"), this);
+    m_normalise->setObjectName(QStringLiteral("cmdNormalise"));
+    m_normalise->setCheckable(true);
+    m_normalise->setToolTip(
+        tr("The sweep that is shown becomes the reference, and the curves are shown relative to it. The table keeps "
+           "what was measured."));
+    connect(m_normalise, &QPushButton::clicked, this, &MeasureDock::cmdNormalise_Click);
+    m_reference = new QLabel(this);
+    m_reference->setObjectName(QStringLiteral("lblReference"));
+    m_reference->setWordWrap(true);
+    layout->addWidget(m_normalise);
+    layout->addWidget(m_reference);
+    return head;
+}
+
+void MeasureDock::cmdNormalise_Click(bool on)
+{
+    m_measurement.traces().normalise(on);
+    m_measurement.tracesEdited();
+}
+
+void MeasureDock::showReference()
+{
+    const TraceSet &traces = m_measurement.traces();
+    m_normalise->setChecked(traces.isNormalised());
+    m_normalise->setEnabled(traces.isNormalised() || !traces.shown(TraceSet::Source::Live).isEmpty());
+    const QString text = m_measurement.gapReason();
+    m_reference->setText(text);
+    m_reference->setVisible(!text.isEmpty());
+}
+
+void MeasureDock::showEvent(QShowEvent *event)
+{
+    QDockWidget::showEvent(event);
+    m_measurement.setWatched(true);
+}
+
+void MeasureDock::hideEvent(QHideEvent *event)
+{
+    QDockWidget::hideEvent(event);
+    m_measurement.setWatched(false);
+}
+
+void MeasureDock::restore()
+{
+    const MeasureChoices choices = readMeasureChoices(m_configuration.iniPath);
+    m_pages->setCurrentIndex(choices.page);
+    m_traces->restore(choices);
+    m_results->restore(choices);
+    m_limits->restore(choices);
+    const QStringList place = choices.place.split(u' ');
+    setFloating(choices.isFloating);
+    if (choices.isFloating && place.size() == 4)
+        setGeometry(place[0].toInt(), place[1].toInt(), place[2].toInt(), place[3].toInt());
+    setVisible(choices.isOpen);
+}
+
+bool MeasureDock::save() const
+{
+    MeasureChoices choices;
+    choices.isOpen = !isHidden();
+    choices.isFloating = isFloating();
+    if (isFloating())
+        choices.place = QStringLiteral("%1 %2 %3 %4").arg(x()).arg(y()).arg(width()).arg(height());
+    choices.page = static_cast<std::int16_t>(m_pages->currentIndex());
+    m_traces->save(choices);
+    m_results->save(choices);
+    m_limits->save(choices);
+    return saveMeasureChoices(choices, m_configuration.iniPath);
+}
+
+} // namespace calvorn

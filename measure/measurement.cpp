@@ -1,0 +1,359 @@
+// SPDX-License-Identifier: MIT
+#include "measure/measurement.h"
+
+#include "core/common_functions.h"
+#include "core/scale_type.h"
+#include "measure/trace_styles.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+#include <utility>
+
+namespace calvorn {
+
+namespace {
+
+constexpr double kGap = std::numeric_limits<double>::quiet_NaN();
+
+struct MovingTrace
+{
+    TraceSet::Source source;
+    TraceStyle style;
+};
+
+constexpr std::array<MovingTrace, 3> kMoving{{{TraceSet::Source::MaxHold, kMaxHoldStyle},
+                                              {TraceSet::Source::MinHold, kMinHoldStyle},
+                                              {TraceSet::Source::Average, kAverageStyle}}};
+
+} // namespace
+
+Measurement::Measurement(const Configuration &configuration, const SweepTable &table, SweepGraph &graph,
+                         QObject *parent)
+    : QObject(parent)
+    , m_configuration(configuration)
+    , m_table(table)
+    , m_graph(graph)
+    , m_results(resultsOf(m_kind, {}))
+{
+    connect(&table, &SweepTable::changed, this, &Measurement::followTable);
+    connect(&graph.redraws(), &RedrawTimer::fired, this, [this] {
+        if (m_isStale)
+            refresh();
+    });
+    // Another scale has other amplitudes.
+    connect(&graph, &SweepGraph::scaleDrawn, this, [this] {
+        if (!isInUse())
+            return;
+        showOverlays();
+        refresh();
+    });
+    graph.setCompletion([this](PlotModel &model) { complete(model); });
+}
+
+bool Measurement::hasOverlays() const
+{
+    for (int slot = 0; slot < TraceSet::kStored; ++slot)
+        if (m_traces.stored(slot).isShown && !m_traces.stored(slot).trace.isEmpty())
+            return true;
+    return std::ranges::any_of(kMoving, [this](const MovingTrace &each) { return m_traces.isOn(each.source); });
+}
+
+bool Measurement::isInUse() const
+{
+    return m_isWatched || m_tracksPeak || m_limitsOn || m_traces.isNormalised() || hasOverlays();
+}
+
+void Measurement::setWatched(bool watched)
+{
+    m_isWatched = watched;
+    if (!isInUse())
+        return;
+    feed();
+    refresh();
+}
+
+void Measurement::setLegendShown(bool shown)
+{
+    m_hasLegend = shown;
+    m_graph.complete();
+}
+
+void Measurement::followTable()
+{
+    if (!isInUse())
+        return;
+    feed();
+    m_isStale = true;
+    // A measured sweep is drawn at the pace of the screen, and so are its results.
+    if (m_table.origin() != SweepOrigin::Measured)
+        refresh();
+    else
+        m_graph.redraws().arm();
+}
+
+void Measurement::feed()
+{
+    if (!m_table.hasSweep()) {
+        m_traces.forgetSweep();
+        m_verdict = {};
+        return;
+    }
+    const Sweep &sweep = m_table.sweep();
+    const bool isAnother = m_table.sweepCount() != m_taken;
+    if (!isAnother && sweep.detector == m_takenDetector)
+        return;
+    // What was measured in another mode is another quantity.
+    if (std::exchange(m_takenMode, m_configuration.measuringMode) != m_configuration.measuringMode)
+        m_traces.startAnew();
+    m_taken = m_table.sweepCount();
+    m_takenDetector = sweep.detector;
+    const Trace trace = traceOf(sweep, m_configuration.scaleType);
+    if (isAnother && m_table.origin() == SweepOrigin::Measured)
+        m_traces.takeSweep(trace);
+    else
+        m_traces.showSweep(trace);
+    if (isAnother && m_limitsOn)
+        judgeSweep();
+}
+
+void Measurement::tracesEdited()
+{
+    feed();
+    showOverlays();
+    m_graph.complete();
+    refresh();
+    if (std::exchange(m_wasRelative, m_traces.isNormalised()) != m_traces.isNormalised())
+        emit relationChanged(m_traces.isNormalised());
+}
+
+void Measurement::choose(ResultKind kind, TraceSet::Source source, double fixtureOhms)
+{
+    m_kind = kind;
+    m_source = source;
+    m_fixtureOhms = fixtureOhms;
+    refresh();
+}
+
+void Measurement::setTracksPeak(bool tracks)
+{
+    m_tracksPeak = tracks;
+    if (!isInUse())
+        return;
+    feed();
+    refresh();
+}
+
+void Measurement::refresh()
+{
+    m_isStale = false;
+    const Trace &trace = m_traces.shown(m_source);
+    if (trace.isEmpty())
+        m_response = {};
+    else if (m_traces.isNormalised())
+        m_response = relativeResponse(trace, m_traces.reference());
+    else
+        m_response = responseIn(trace, scaleRefersTo10V(m_configuration.scaleType) ? 10.0 : 1.0);
+    if (m_isWatched)
+        m_results = resultsOf(m_kind, m_response, m_fixtureOhms);
+    if (m_tracksPeak)
+        if (const auto peak = highestPlateau(m_response.frequencies, m_response.decibels))
+            emit peakFound(middleOf(m_response.frequencies, *peak));
+    emit refreshed();
+}
+
+QString Measurement::gapReason() const
+{
+    const Trace &live = m_traces.shown(TraceSet::Source::Live);
+    if (!m_traces.isNormalised() || live.isEmpty())
+        return {};
+    const RelativeTrace relative = relativeTo(live, m_traces.reference());
+    if (relative.isOutsideReference && relative.isReferenceBelowFloor)
+        return tr("Gaps: the reference does not reach there, or is below the detector's floor.");
+    if (relative.isOutsideReference)
+        return tr("Gaps: the reference does not reach there.");
+    return relative.isReferenceBelowFloor ? tr("Gaps: the reference is below the detector's floor.") : QString();
+}
+
+// --- limits ---
+
+void Measurement::setLimits(const LimitLines &limits)
+{
+    m_limits = limits;
+    resetCounts();
+    if (m_limitsOn)
+        judgeSweep();
+    resetCounts();
+    showOverlays();
+    emit refreshed();
+}
+
+void Measurement::setLimitsOn(bool on)
+{
+    m_limitsOn = on;
+    resetCounts();
+    m_verdict = {};
+    if (on) {
+        feed();
+        judgeSweep();
+        resetCounts();
+    }
+    showOverlays();
+    emit refreshed();
+}
+
+void Measurement::resetCounts()
+{
+    m_passed = 0;
+    m_failed = 0;
+}
+
+std::optional<LimitUnit> Measurement::shownUnit() const
+{
+    const bool linear = isLinearScale(m_configuration.scaleType);
+    if (m_traces.isNormalised())
+        return linear ? std::nullopt : std::optional(LimitUnit::RelativeDecibel);
+    return linear ? LimitUnit::Volt : LimitUnit::Decibel;
+}
+
+QString Measurement::limitProblem() const
+{
+    if (m_limits.isEmpty())
+        return tr("There are no limits.");
+    if (shownUnit() != m_limits.unit) {
+        switch (m_limits.unit) {
+        case LimitUnit::Volt:
+            return tr("These limits are volts: choose the linear scale, without a reference.");
+        case LimitUnit::Decibel:
+            return tr("These limits are dB: choose a scale in dB, without a reference.");
+        case LimitUnit::RelativeDecibel:
+            return tr("These limits are dB relative to a reference: choose a scale in dB, and normalise.");
+        }
+    }
+    if (m_traces.shown(TraceSet::Source::Live).isEmpty())
+        return tr("There is no sweep yet.");
+    return m_verdict.hasVerdict() ? QString() : tr("No sample lies at a limit.");
+}
+
+void Measurement::judgeSweep()
+{
+    m_verdict = {};
+    if (shownUnit() != m_limits.unit)
+        return;
+    const PlotTrace sweep = shownSweep();
+    std::vector<double> frequencies;
+    frequencies.reserve(sweep.amplitudes.size());
+    for (std::size_t i = 0; i < sweep.amplitudes.size(); ++i)
+        frequencies.push_back(sweep.axis.start + static_cast<double>(i) * sweep.axis.step);
+    m_verdict = judge(m_limits, frequencies, sweep.amplitudes);
+    if (!m_verdict.hasVerdict())
+        return;
+    const bool hasPassed = m_verdict.hasPassed();
+    ++(hasPassed ? m_passed : m_failed);
+    const std::optional<bool> before = std::exchange(m_lastPassed, hasPassed);
+    if (before && *before != hasPassed)
+        emit verdictTurned(hasPassed);
+}
+
+// --- the plot ---
+
+double Measurement::amplitudeOf(double value) const
+{
+    if (isLinearScale(m_configuration.scaleType) || std::isnan(value))
+        return value;
+    if (value <= 0.0)
+        return kFloorDb;
+    const bool refersTo10V = !m_traces.isNormalised() && scaleRefersTo10V(m_configuration.scaleType);
+    return std::max(kFloorDb, 20.0 * std::log10(refersTo10V ? value / 10.0 : value));
+}
+
+PlotTrace Measurement::plotted(const Trace &trace, const QString &name, const TraceStyle &style) const
+{
+    PlotTrace made{name, style, {trace.start, trace.step}, {}};
+    if (m_traces.isNormalised())
+        made.amplitudes = relativeTo(trace, m_traces.reference()).ratios;
+    else
+        made.amplitudes = trace.volts;
+    for (double &value : made.amplitudes)
+        value = amplitudeOf(value);
+    return made;
+}
+
+PlotTrace Measurement::shownSweep() const
+{
+    const Trace &live = m_traces.shown(TraceSet::Source::Live);
+    return live.isEmpty() ? PlotTrace() : plotted(live, QString(), {});
+}
+
+QString Measurement::nameOf(TraceSet::Source source) const
+{
+    switch (source) {
+    case TraceSet::Source::Live:
+        return tr("Live");
+    case TraceSet::Source::Average:
+        return tr("Average of %1").arg(std::min<std::int64_t>(m_traces.averaged(), m_traces.averageOver()));
+    case TraceSet::Source::MaxHold:
+        return tr("Max hold");
+    case TraceSet::Source::MinHold:
+        return tr("Min hold");
+    }
+    return {};
+}
+
+void Measurement::complete(PlotModel &model)
+{
+    model.moving.clear();
+    model.relation.clear();
+    model.hasLegend = m_hasLegend;
+    if (!isInUse())
+        return;
+    feed();
+    if (m_traces.isNormalised())
+        model.relation = tr("relative to the reference");
+    const Trace &live = m_traces.shown(TraceSet::Source::Live);
+    if (model.live) {
+        model.live->name = m_traces.isNormalised() ? tr("Live, relative") : nameOf(TraceSet::Source::Live);
+        if (m_traces.isNormalised() && !live.isEmpty())
+            model.live->amplitudes = shownSweep().amplitudes;
+    }
+    for (const MovingTrace &each : kMoving)
+        if (const Trace &trace = m_traces.shown(each.source); !trace.isEmpty())
+            model.moving.push_back(plotted(trace, nameOf(each.source), each.style));
+}
+
+void Measurement::showOverlays()
+{
+    std::vector<PlotTrace> traces;
+    for (int slot = 0; slot < TraceSet::kStored; ++slot) {
+        const StoredTrace &stored = m_traces.stored(slot);
+        if (stored.isShown && !stored.trace.isEmpty())
+            traces.push_back(plotted(stored.trace, stored.trace.name, kStoredStyles[static_cast<std::size_t>(slot)]));
+    }
+    m_graph.setOverlays(std::move(traces), drawnLimits());
+}
+
+// One line for each run of points that have the value.
+std::vector<LimitLine> Measurement::drawnLimits() const
+{
+    std::vector<LimitLine> lines;
+    if (!m_limitsOn || shownUnit() != m_limits.unit)
+        return lines;
+    for (const bool isUpper : {true, false}) {
+        LimitLine line{isUpper ? tr("Upper limit") : tr("Lower limit"), kLimitStyle, {}};
+        const auto endLine = [&] {
+            if (!line.points.empty())
+                lines.push_back(std::exchange(line, {QString(), kLimitStyle, {}}));
+        };
+        for (const LimitPoint &point : m_limits.points()) {
+            if (const auto &value = isUpper ? point.upper : point.lower)
+                line.points.push_back({point.frequency, *value});
+            else
+                endLine();
+        }
+        endLine();
+    }
+    return lines;
+}
+
+} // namespace calvorn
