@@ -155,7 +155,7 @@ void AmplitudeAxis::drawLogarithmic()
         label->setText(ladderText(m_configuration, i));
         label->show();
     }
-    m_labels[kReferenceCaption]->setText(referenceText(m_configuration));
+    m_labels[kReferenceCaption]->setText(m_isRelative ? QString() : referenceText(m_configuration));
     const double bottom = enteredReal(m_maxDb->text()).value_or(m_configuration.maxScaleDb);
     m_maxDb->setText(numbers.masked(bottom, kMaskDb));
 }
@@ -170,6 +170,7 @@ void AmplitudeAxis::setRelative(bool relative)
 {
     m_isRelative = relative;
     showUnit();
+    drawScreen();
 }
 
 void AmplitudeAxis::showUnit()

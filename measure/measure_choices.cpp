@@ -16,7 +16,7 @@ constexpr const char *kSection = "Measure";
 
 // Calls the visitor with each key and its field.
 template <typename Choices, typename Visitor>
-void visitChoices(Choices &choices, Visitor visit)
+void visitChoices(Choices &&choices, Visitor visit)
 {
     visit(SettingKey{kSection, "Open", "0"}, choices.isOpen);
     visit(SettingKey{kSection, "Floating", "0"}, choices.isFloating);
@@ -39,6 +39,13 @@ void visitChoices(Choices &choices, Visitor visit)
 }
 
 } // namespace
+
+std::vector<SettingKey> measureKeys()
+{
+    std::vector<SettingKey> keys;
+    visitChoices(MeasureChoices(), [&keys](const SettingKey &key, const auto &) { keys.push_back(key); });
+    return keys;
+}
 
 MeasureChoices readMeasureChoices(const QString &settingsFile)
 {

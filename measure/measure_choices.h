@@ -3,11 +3,12 @@
 
 #include "analysis/results.h"
 #include "analysis/trace_set.h"
+#include "protocol/setting_key.h"
 
-#include <QByteArray>
 #include <QString>
 
 #include <cstdint>
+#include <vector>
 
 namespace calvorn {
 
@@ -35,6 +36,9 @@ struct MeasureChoices
 
     bool operator==(const MeasureChoices &) const = default;
 };
+
+// All of them, in the order of the section.
+std::vector<SettingKey> measureKeys();
 
 // A key that is missing or cannot be read gives its default; nothing is written.
 MeasureChoices readMeasureChoices(const QString &settingsFile);

@@ -171,7 +171,7 @@ void TestSettingsTable::thePageHasEverySection()
 {
     QStringList sections = tableSections();
     sections += QStringList{"Aux1",      "Aux2",       "Interface1", "Interface2", "Interface3",
-                            "Simulator", "LPT Wiring", "Ports",      "Attenuator"};
+                            "Simulator", "LPT Wiring", "Ports",      "Attenuator", "Measure"};
     QStringList documented = sectionsOfPage();
     std::sort(sections.begin(), sections.end());
     std::sort(documented.begin(), documented.end());

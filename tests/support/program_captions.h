@@ -18,6 +18,7 @@ inline constexpr std::array kCaptionContexts{
     "AmplitudeLadder",
     "InterfaceKind",
     "PinUses",
+    "ResultText",
     "calvorn::AdcPage",
     "calvorn::AmplitudeAxis",
     "calvorn::AuxOutput",
@@ -37,14 +38,19 @@ inline constexpr std::array kCaptionContexts{
     "calvorn::InterfacePage",
     "calvorn::LptPinDrawing",
     "calvorn::LptPinWindow",
+    "calvorn::LimitsPage",
     "calvorn::MarkerPanel",
+    "calvorn::MeasureDock",
+    "calvorn::Measurement",
     "calvorn::PortPage",
     "calvorn::ReadOut",
+    "calvorn::ResultsPage",
     "calvorn::ScaleControl",
     "calvorn::SetUpMenu",
     "calvorn::SweepGraph",
     "calvorn::SweepTableView",
     "calvorn::TestPanel",
+    "calvorn::TracesPage",
     "calvorn::ViewSwitch",
 };
 
@@ -80,6 +86,9 @@ inline constexpr std::array kCaptions{
          "No device belongs to this number. The section [Ports] of the settings file can name one."},
     Text{"calvorn::SweepGraph", "Click left: M1, right: M2, with Shift: M3 and M4. Markers can be dragged.\nKeyboard: "
                                 "arrow keys move, keys 1 to 4 put a marker."},
+    Text{"calvorn::MeasureDock",
+         "The sweep that is shown becomes the reference, and the curves are shown relative to it. The table keeps what was "
+         "measured."},
     // Beside messages of the same context.
     Text{"calvorn::FrmSetUp", "Configuration"},
     Text{"calvorn::FrmSetUp", "&Interface"},
