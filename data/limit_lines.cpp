@@ -131,7 +131,9 @@ std::size_t LimitLines::add(const LimitPoint &point)
     if (m_points.size() >= kMostPoints)
         return kMostPoints;
     const auto place = std::ranges::upper_bound(m_points, point.frequency, {}, &LimitPoint::frequency);
-    return static_cast<std::size_t>(m_points.insert(place, point) - m_points.begin());
+    const auto index = static_cast<std::size_t>(place - m_points.begin());
+    m_points.insert(place, point);
+    return index;
 }
 
 std::size_t LimitLines::replace(std::size_t index, const LimitPoint &point)
