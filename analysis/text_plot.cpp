@@ -5,7 +5,9 @@
 
 #include <algorithm>
 #include <cmath>
-#include <vector>
+#include <cstddef>
+#include <optional>
+#include <span>
 
 namespace calvorn {
 
@@ -30,20 +32,28 @@ std::vector<double> amplitudesOf(const SweepTable &table)
     return values;
 }
 
-// What the curve covers in one column of letters.
-Band bandOf(const std::vector<double> &values, int column)
+// What the values cover, gaps left out; nothing where all are gaps.
+std::optional<Band> bandOf(std::span<const double> values)
 {
-    const int first = column * kSweepPoints / kWidth;
-    const int last = std::max(first + 1, (column + 1) * kSweepPoints / kWidth);
-    const auto [low, high] = std::minmax_element(values.begin() + first, values.begin() + last);
-    return {*low, *high};
+    std::optional<Band> band;
+    for (const double value : values)
+        if (!std::isnan(value))
+            band = band ? Band{std::min(band->low, value), std::max(band->high, value)} : Band{value, value};
+    return band;
 }
 
-QString frequencyLine(const SweepTable &table)
+// In one column of letters.
+std::optional<Band> bandOf(std::span<const double> values, int column)
 {
-    const QString &start = table.text(1, SweepTable::FrequencyColumn);
-    const QString &centre = table.text(kSweepPoints / 2, SweepTable::FrequencyColumn);
-    const QString &stop = table.text(kSweepPoints, SweepTable::FrequencyColumn);
+    const auto count = static_cast<int>(values.size());
+    const int first = column * count / kWidth;
+    const int last = std::max(first + 1, (column + 1) * count / kWidth);
+    return bandOf(values.subspan(static_cast<std::size_t>(first), static_cast<std::size_t>(last - first)));
+}
+
+QString frequencyLine(const std::array<QString, 3> &frequencies)
+{
+    const auto &[start, centre, stop] = frequencies;
     QString line(kTextPlotColumns, u' ');
     const auto put = [&line](qsizetype from, const QString &text) {
         line.replace(std::clamp(from, qsizetype{0}, line.size() - text.size()), text.size(), text);
@@ -58,11 +68,16 @@ QString frequencyLine(const SweepTable &table)
 
 QStringList textPlot(const SweepTable &table, bool linear)
 {
-    const std::vector<double> values = amplitudesOf(table);
-    const auto [least, most] = std::minmax_element(values.begin(), values.end());
-    const double bottom = linear ? std::min(0.0, *least) : *least;
+    const auto frequency = [&table](int row) { return table.text(row, SweepTable::FrequencyColumn); };
+    return textPlot({frequency(1), frequency(kSweepPoints / 2), frequency(kSweepPoints)}, amplitudesOf(table), linear);
+}
+
+QStringList textPlot(const std::array<QString, 3> &frequencies, const std::vector<double> &amplitudes, bool linear)
+{
+    const Band all = bandOf(amplitudes).value_or(Band{0.0, 0.0});
+    const double bottom = linear ? std::min(0.0, all.low) : all.low;
     // A flat curve needs a height all the same.
-    const double height = std::max(*most - bottom, linear ? 0.001 : 0.1);
+    const double height = std::max(all.high - bottom, linear ? 0.001 : 0.1);
     const auto rowOf = [&](double value) {
         return static_cast<int>(std::lround((bottom + height - value) / height * (kRows - 1)));
     };
@@ -74,15 +89,15 @@ QStringList textPlot(const SweepTable &table, bool linear)
             row % kRowPitch == 0 ? numbers.masked(amplitude, linear ? kMaskVolt : kMaskDb) : QString();
         QString line = label.rightJustified(kAxisWidth - 2) + QStringLiteral(" |");
         for (int column = 0; column < kWidth; ++column) {
-            const Band band = bandOf(values, column);
-            line += row >= rowOf(band.high) && row <= rowOf(band.low) ? u'*' : u' ';
+            const std::optional<Band> band = bandOf(amplitudes, column);
+            line += band && row >= rowOf(band->high) && row <= rowOf(band->low) ? u'*' : u' ';
         }
         while (line.endsWith(u' '))
             line.chop(1);
         lines.append(line);
     }
     lines.append(QString(kAxisWidth - 1, u' ') + u'+' + QString(kWidth, u'-'));
-    lines.append(frequencyLine(table));
+    lines.append(frequencyLine(frequencies));
     return lines;
 }
 

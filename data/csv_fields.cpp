@@ -67,7 +67,10 @@ QString CsvFields::next()
             append(field, c);
     }
     // One separator: a comma or one line end.
-    if (take() == '\r' && peek() == '\n')
+    const int separator = take();
+    if (isLineEnd(separator))
+        ++m_line;
+    if (separator == '\r' && peek() == '\n')
         take();
     return QString::fromUtf8(quoted ? field : field.trimmed());
 }

@@ -24,6 +24,9 @@ public:
     // RuntimeError(File) at the end of the text, or when a field is too long to be one.
     QString next();
 
+    // The line in which the next field begins, counted from 1.
+    int line() const { return m_line; }
+
 private:
     int peek();
     int take();
@@ -32,6 +35,7 @@ private:
     QIODevice &m_device;
     QByteArray m_buffer;
     qsizetype m_position = 0;
+    int m_line = 1;
 };
 
 } // namespace calvorn

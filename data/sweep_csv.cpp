@@ -41,9 +41,14 @@ QByteArray sweepAsCsv(const SweepTable &table)
     return csv;
 }
 
-void readSweepCsv(QIODevice &device, SweepTable &table)
+void readSweepCsv(QIODevice &device, SweepTable &table, int *line)
 {
     CsvFields fields(device);
+    const auto noteLine = [&] {
+        if (line)
+            *line = fields.line();
+    };
+    noteLine();
     for (int heading = 0; heading < 4; ++heading)
         fields.next();
     const NumberText numbers;
@@ -51,6 +56,7 @@ void readSweepCsv(QIODevice &device, SweepTable &table)
     int lines = 0;
     table.forgetAxis();
     while (row <= kSweepPoints) {
+        noteLine();
         if (++lines > kMostSweepLines)
             throw RuntimeError(RuntimeError::Kind::File, QCoreApplication::translate("SweepCsv", "too many lines"));
         const QString number = fields.next();

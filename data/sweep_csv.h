@@ -20,6 +20,7 @@ inline constexpr int kMostSweepLines = 100000;
 // line that names row 400 is the last. Numbers are read by the current locale.
 // RuntimeError where the text ends too early, a field is no number, a row lies outside 0 to 400 or the lines do not
 // end; the lines read so far are then in the table. The caller announces them.
-void readSweepCsv(QIODevice &device, SweepTable &table);
+// line: becomes the number of the line that is being read.
+void readSweepCsv(QIODevice &device, SweepTable &table, int *line = nullptr);
 
 } // namespace calvorn

@@ -9,6 +9,8 @@
 
 #include <QTest>
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <functional>
 
@@ -206,6 +208,23 @@ private slots:
         const QStringList lines = textPlot(bench.table, true);
         QCOMPARE(lines[16].count(u'*'), 71);
         QCOMPARE(lines.join(QString()).count(u'*'), 71);
+    }
+
+    void gapsStayBlankInThePlot()
+    {
+        const std::array<QString, 3> frequencies{QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("3")};
+        std::vector<double> ratios(kSweepPoints, 0.5);
+        std::fill(ratios.begin() + 200, ratios.end(), Sweep::kNoNumber);
+        QString stars = textPlot(frequencies, ratios, true).join(QString());
+        QCOMPARE(stars.count(u'*'), 36); // the columns that begin before sample 200
+        ratios[300] = 1.0;
+        const QStringList lines = textPlot(frequencies, ratios, true);
+        QCOMPARE(lines[0].indexOf(u'*'), 9 + 300 * 71 / 400);
+        QCOMPARE(lines[0].count(u'*'), 1);
+        std::fill(ratios.begin(), ratios.end(), Sweep::kNoNumber);
+        stars = textPlot(frequencies, ratios, false).join(QString());
+        QCOMPARE(stars.count(u'*'), 0);
+        QVERIFY(stars.endsWith(u'3'));
     }
 };
 

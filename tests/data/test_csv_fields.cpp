@@ -67,6 +67,26 @@ private slots:
         QVERIFY(device.pos() < 200000);
     }
 
+    void linesAreCounted_data()
+    {
+        QTest::addColumn<QByteArray>("end");
+        QTest::newRow("CR LF") << QByteArray("\r\n");
+        QTest::newRow("LF") << QByteArray("\n");
+        QTest::newRow("CR") << QByteArray("\r");
+    }
+    void linesAreCounted()
+    {
+        QFETCH(QByteArray, end);
+        QByteArray text = "a,b" + end + "c" + end + end + "\"d\",e";
+        QBuffer device(&text);
+        device.open(QIODevice::ReadOnly);
+        CsvFields fields(device);
+        for (const int line : {1, 1, 2, 3, 4, 4}) {
+            QCOMPARE(fields.line(), line);
+            fields.next();
+        }
+    }
+
     void fieldsAcrossPieces()
     {
         QByteArray text;

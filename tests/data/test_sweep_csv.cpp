@@ -80,6 +80,29 @@ private slots:
         }
     }
 
+    void theLineOfAnErrorIsKnown_data()
+    {
+        QTest::addColumn<QByteArray>("csv");
+        QTest::addColumn<int>("expected");
+        QTest::newRow("empty") << QByteArray() << 1;
+        QTest::newRow("the heading alone") << QByteArray("a,b,c,d\r\n") << 2;
+        QTest::newRow("no number") << QByteArray("a,b,c,d\r\n1,2,3,4\r\n2,x,3,4\r\n") << 3;
+        QTest::newRow("no number at the end of a line") << QByteArray("a,b,c,d\n1,2,3,x\n") << 2;
+        QTest::newRow("row 401") << QByteArray("a,b,c,d\r1,2,3,4\r2,2,3,4\r401,2,3,4\r") << 4;
+    }
+    void theLineOfAnErrorIsKnown()
+    {
+        QFETCH(QByteArray, csv);
+        QFETCH(int, expected);
+        QBuffer device(&csv);
+        QVERIFY(device.open(QIODevice::ReadOnly));
+        Configuration configuration;
+        SweepTable table(configuration);
+        int line = 0;
+        QVERIFY_THROWS_EXCEPTION(RuntimeError, readSweepCsv(device, table, &line));
+        QCOMPARE(line, expected);
+    }
+
     void linesWithoutEndAreRefused()
     {
         QByteArray csv("a,b,c,d\r\n");
@@ -90,7 +113,9 @@ private slots:
         QVERIFY(device.open(QIODevice::ReadOnly));
         Configuration configuration;
         SweepTable table(configuration);
-        QVERIFY_THROWS_EXCEPTION(RuntimeError, readSweepCsv(device, table));
+        int line = 0;
+        QVERIFY_THROWS_EXCEPTION(RuntimeError, readSweepCsv(device, table, &line));
+        QCOMPARE(line, 100'002);
         QCOMPARE(table.text(7, SweepTable::SampleColumn), QStringLiteral("5"));
         QCOMPARE(table.text(400, SweepTable::SampleColumn), QStringLiteral("0"));
     }
