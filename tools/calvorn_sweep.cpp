@@ -1,21 +1,20 @@
 // SPDX-License-Identifier: MIT
 // calvorn-sweep: sweeps without a window.
 #include "tools/console.h"
+#include "tools/curve_picture.h"
 #include "tools/interruption.h"
 #include "tools/output.h"
+#include "tools/report.h"
 #include "tools/single_sweep.h"
+#include "tools/sweep_file.h"
+#include "tools/sweep_options.h"
+#include "tools/sweep_tool.h"
 
-#include "analysis/sweep_response.h"
-#include "analysis/text_plot.h"
-#include "core/number_text.h"
 #include "core/runtime_error.h"
-#include "core/scale_type.h"
 #include "data/sweep_csv.h"
-#include "display/plot/sweep_picture.h"
 #include "platform/process_guard.h"
 #include "translations/language.h"
 
-#include <QCommandLineParser>
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QLoggingCategory>
@@ -26,172 +25,124 @@ using namespace calvorn;
 
 const QString kStandardOutput = QStringLiteral("-");
 
-// By the number of the scale.
-QStringList scaleNames()
-{
-    return {QStringLiteral("linear"), QStringLiteral("1V"), QStringLiteral("1V+10dB"), QStringLiteral("10V"),
-            QStringLiteral("10V+10dB")};
-}
-
-class Options
-{
-    Q_DECLARE_TR_FUNCTIONS(SweepTool)
-
-public:
-    QCommandLineOption settings{QStringLiteral("settings"), tr("Settings file; that of the window if not given."),
-                                QStringLiteral("FILE")};
-    QCommandLineOption start{QStringLiteral("start"), tr("First frequency in Hz, in place of that of the settings."),
-                             QStringLiteral("HZ")};
-    QCommandLineOption stop{QStringLiteral("stop"), tr("Last frequency in Hz, in place of that of the settings."),
-                            QStringLiteral("HZ")};
-    QCommandLineOption sweeps{QStringLiteral("sweeps"), tr("Take this many sweeps and keep the last; 1 if not given."),
-                              QStringLiteral("N")};
-    QCommandLineOption scale{QStringLiteral("scale"),
-                             tr("Scale of the amplitudes, in place of that of the settings: %1; the numbers 0 to 4 "
-                                "mean the same.")
-                                 .arg(scaleNames().join(QStringLiteral(", "))),
-                             QStringLiteral("SCALE")};
-    QCommandLineOption output{QStringLiteral("output"), tr("Write the sweep as CSV; - is standard output."),
-                              QStringLiteral("FILE.csv")};
-    QCommandLineOption picture{QStringLiteral("picture"), tr("Write the curve as PNG or SVG."),
-                               QStringLiteral("FILE.png")};
-};
-
 int fail(int code, const QString &sentence)
 {
     note(QStringLiteral("calvorn-sweep: ") + sentence);
     return code;
 }
 
-// A whole positive number; an empty text when the option has one or is not given, otherwise what is wrong.
-template <typename Value>
-QString readNumber(const QCommandLineParser &arguments, const QCommandLineOption &option, Value &value)
+// What the scale and the reference must be for limits of this unit.
+QString conditionOf(LimitUnit unit, const QString &path)
 {
-    if (!arguments.isSet(option))
-        return {};
-    bool ok = false;
-    const int number = arguments.value(option).toInt(&ok);
-    if (!ok || number < 1)
-        return Options::tr("--%1 takes a whole number from 1 on, not \"%2\".")
-            .arg(option.names().constFirst(), arguments.value(option));
-    value = number;
-    return {};
+    switch (unit) {
+    case LimitUnit::Volt:
+        return SweepTool::tr("The limits of %1 are volts: they need --scale linear, and no --reference.").arg(path);
+    case LimitUnit::Decibel:
+        return SweepTool::tr("The limits of %1 are dB: they need a --scale in dB, and no --reference.").arg(path);
+    case LimitUnit::RelativeDecibel:
+        break;
+    }
+    return SweepTool::tr("The limits of %1 are relative dB: they need a --scale in dB, and a --reference.").arg(path);
 }
 
-// As readNumber(), of the scale's name or number.
-QString readScale(const QCommandLineParser &arguments, const QCommandLineOption &option,
-                  std::optional<std::int16_t> &scale)
+// Before anything is measured. UnusableFile.
+Companions readCompanions(const ToolRequest &request, const Configuration &configuration)
 {
-    if (!arguments.isSet(option))
-        return {};
-    const QString value = arguments.value(option);
-    const QStringList names = scaleNames();
-    for (std::int16_t number = 0; number < kScales; ++number)
-        if (value.compare(names[number], Qt::CaseInsensitive) == 0 || value == QString::number(number))
-            scale = number;
-    return scale ? QString()
-                 : Options::tr("--%1 takes one of %2, not \"%3\".")
-                       .arg(option.names().constFirst(), names.join(QStringLiteral(", ")), value);
+    Companions companions;
+    if (!request.reference.isEmpty())
+        companions.reference = traceOfFile(request.reference, configuration);
+    for (const QString &path : request.traces)
+        companions.traces.push_back(traceOfFile(path, configuration));
+    if (request.limits.isEmpty())
+        return companions;
+    companions.limits = readLimitFile(request.limits);
+    const bool isRelative = !companions.reference.isEmpty();
+    if (shownUnit(configuration.scaleType, isRelative) != companions.limits->unit)
+        throw UnusableFile{conditionOf(companions.limits->unit, request.limits)};
+    return companions;
 }
 
-QString readRequest(const QCommandLineParser &arguments, const Options &options, SweepRequest &request)
+void noteGaps(const ShownCurve &curve)
 {
-    if (!arguments.positionalArguments().isEmpty())
-        return Options::tr("\"%1\" is not an option; see --help.").arg(arguments.positionalArguments().constFirst());
-    request.settingsFile = arguments.value(options.settings);
-    for (const QString &wrong :
-         {readNumber(arguments, options.start, request.start), readNumber(arguments, options.stop, request.stop),
-          readNumber(arguments, options.sweeps, request.sweeps), readScale(arguments, options.scale, request.scale)})
-        if (!wrong.isEmpty())
-            return wrong;
-    for (const QCommandLineOption &file : {options.settings, options.output, options.picture})
-        if (arguments.isSet(file) && arguments.value(file).isEmpty())
-            return Options::tr("--%1 takes the name of a file.").arg(file.names().constFirst());
-    if (arguments.isSet(options.picture) && !SweepPicture::isPictureName(arguments.value(options.picture)))
-        return Options::tr("The name of a picture ends in .png or .svg, unlike \"%1\".")
-            .arg(arguments.value(options.picture));
-    if (arguments.isSet(options.output) && arguments.isSet(options.picture) &&
-        isSameFile(arguments.value(options.output), arguments.value(options.picture)))
-        return Options::tr("--output and --picture name the same file.");
-    return {};
+    if (!curve.isRelative())
+        return;
+    const RelativeTrace relative = relativeTo(curve.trace(), curve.reference());
+    if (relative.isOutsideReference)
+        note(SweepTool::tr("The reference does not cover the whole range: there are gaps."));
+    if (relative.isReferenceBelowFloor)
+        note(SweepTool::tr("The reference is partly below the detector's floor: there are gaps."));
 }
 
-// An output that would replace the settings.
-QString readOutputs(const QCommandLineParser &arguments, const Options &options, const QString &settingsFile)
+// The names of the files that were written. Standard output takes them unless it has taken something for a program.
+void printNames(const ToolRequest &request)
 {
-    for (const QCommandLineOption &file : {options.output, options.picture})
-        if (arguments.isSet(file) && isSameFile(arguments.value(file), settingsFile))
-            return Options::tr("--%1 names the settings file.").arg(file.names().constFirst());
-    return {};
-}
-
-void writePicture(SingleSweep &sweep, const QString &path)
-{
-    const SweepTable &table = sweep.table();
-    const bool linear = isLinearScale(sweep.configuration().scaleType);
-    PlotModel plot;
-    plot.scale = GraphCoordinates(sweep.configuration());
-    plot.showSweep(table);
-    plot.markers = markersOf(sweep.window(), table);
-    const auto frequency = [&table](int row) { return table.text(row, SweepTable::FrequencyColumn); };
-    const PictureTexts texts{frequency(1), frequency(kSweepPoints / 2), frequency(kSweepPoints),
-                             markerTexts(table, plot.markers, linear), QDateTime::currentDateTime()};
-    SweepPicture(sweep.configuration(), plot, texts).save(path);
-}
-
-void printResponse(SingleSweep &sweep)
-{
-    const bool linear = isLinearScale(sweep.configuration().scaleType);
-    const SweepResponse response = responseOf(sweep.table(), sweep.configuration());
-    const NumberText numbers;
-    const auto hertz = [&numbers](const std::optional<double> &value) {
-        return value ? numbers.masked(*value, kMaskHertz) + QStringLiteral(" Hz") : Options::tr("outside the range");
-    };
-    const QString peak = linear ? numbers.masked(response.peak, kMaskVolt) + QStringLiteral(" V")
-                                : numbers.masked(response.peak, kMaskDb) + QStringLiteral(" dB");
-    QString text;
-    const auto row = [&text](const QString &name, const QString &value) {
-        text += name.leftJustified(18) + value.rightJustified(18) + u'\n';
-    };
-    row(Options::tr("Peak"), peak);
-    row(Options::tr("Peak at"), hertz(response.peakFrequency));
-    row(Options::tr("-3 dB from"), hertz(response.lower));
-    row(Options::tr("-3 dB to"), hertz(response.upper));
-    row(Options::tr("-3 dB bandwidth"), hertz(response.bandwidth()));
-    text += u'\n' + textPlot(sweep.table(), linear).join(u'\n') + u'\n';
-    writeResult(kStandardOutput, text.toLocal8Bit());
-}
-
-// The names of the files that were written. Standard output takes them unless it has taken the sweep.
-void printNames(const QCommandLineParser &arguments, const Options &options)
-{
-    const QString output = arguments.value(options.output);
-    for (const QCommandLineOption &file : {options.output, options.picture}) {
-        const QString path = arguments.value(file);
-        if (!arguments.isSet(file) || isDescriptor(path))
+    for (const QString &path : {request.output, request.picture}) {
+        if (path.isEmpty() || isDescriptor(path))
             continue;
         const QString name = QFileInfo(path).absoluteFilePath();
-        if (isStandardOutput(output))
+        if (isStandardOutput(request.output) || request.isJson)
             note(name);
         else
             writeResult(kStandardOutput, (name + u'\n').toLocal8Bit());
     }
 }
 
-int deliver(SingleSweep &sweep, const QCommandLineParser &arguments, const Options &options)
+// Response, results and verdict, as far as they are wanted.
+void print(const ToolRequest &request, const SingleSweep &sweep, const ShownCurve &curve,
+           const std::optional<LimitVerdict> &verdict)
 {
+    if (request.isJson) {
+        const ResultKind kind = request.results.value_or(ResultKind::Filter);
+        const Results results = resultsOf(kind, curve.response(), request.fixtureOhms);
+        writeResult(kStandardOutput, reportAsJson(kind, results, curve, verdict));
+        return;
+    }
+    QStringList parts;
+    if (request.hasResponse())
+        parts.append(responseText(sweep, curve));
+    if (request.results)
+        parts.append(resultsText(resultsOf(*request.results, curve.response(), request.fixtureOhms)));
+    if (verdict)
+        parts.append(verdictText(*verdict, curve));
+    if (!parts.isEmpty())
+        writeResult(kStandardOutput, parts.join(u'\n').toLocal8Bit());
+}
+
+int deliver(const SingleSweep &sweep, const ToolRequest &request, const Companions &companions)
+{
+    const ShownCurve curve(sweep.trace(), companions.reference, sweep.configuration().scaleType, sweep.averaged());
+    noteGaps(curve);
     try {
-        if (arguments.isSet(options.output))
-            writeResult(arguments.value(options.output), sweepAsCsv(sweep.table()));
-        if (arguments.isSet(options.picture))
-            writePicture(sweep, arguments.value(options.picture));
-        if (!arguments.isSet(options.output) && !arguments.isSet(options.picture))
-            printResponse(sweep);
-        printNames(arguments, options);
+        if (!request.output.isEmpty())
+            writeResult(request.output, sweepAsCsv(sweep.table()));
+        if (!request.picture.isEmpty())
+            savePicture(request.picture, sweep, curve, companions);
+        std::optional<LimitVerdict> verdict;
+        if (companions.limits)
+            verdict = curve.judgedBy(*companions.limits);
+        const bool isUnjudged = verdict && !verdict->hasVerdict();
+        if (!isUnjudged)
+            print(request, sweep, curve, verdict);
+        printNames(request);
+        if (isUnjudged)
+            return fail(kFileNotUsable, SweepTool::tr("No sample lies under a limit of %1.").arg(request.limits));
+        return verdict && !verdict->hasPassed() ? kLimitsBroken : kDone;
     } catch (const RuntimeError &error) {
         return fail(kFileNotWritable, error.message());
     }
-    return kDone;
+}
+
+int run(const ToolRequest &request, SingleSweep &sweep)
+{
+    try {
+        if (const int code = sweep.prepare(); code != kDone)
+            return fail(code, sweep.sentence());
+        const Companions companions = readCompanions(request, sweep.configuration());
+        const int code = sweep.run();
+        return code == kDone ? deliver(sweep, request, companions) : fail(code, sweep.sentence());
+    } catch (const UnusableFile &file) {
+        return fail(kFileNotUsable, file.sentence);
+    }
 }
 
 } // namespace
@@ -212,31 +163,16 @@ int main(int argc, char **argv)
     QGuiApplication::setApplicationName(QStringLiteral("calvorn-sweep"));
     QGuiApplication::setApplicationVersion(QStringLiteral(CALVORN_VERSION));
 
-    const Options options;
-    QCommandLineParser arguments;
-    arguments.setApplicationDescription(
-        Options::tr("Takes a sweep without a window. Without --output and --picture it prints "
-                    "the response in figures and as a plot."));
-    arguments.addOptions({options.settings, options.start, options.stop, options.sweeps, options.scale, options.output,
-                          options.picture});
-    const QCommandLineOption help = arguments.addHelpOption();
-    const QCommandLineOption version = arguments.addVersionOption();
-    if (!arguments.parse(QCoreApplication::arguments()))
-        return fail(kBadArguments, arguments.errorText());
-    if (arguments.isSet(help))
-        arguments.showHelp(kDone);
-    if (arguments.isSet(version))
-        arguments.showVersion();
-    SweepRequest request;
-    const QString wrong = readRequest(arguments, options, request);
+    SweepOptions options;
+    ToolRequest request;
+    const QString wrong = options.read(QCoreApplication::arguments(), request);
     if (!wrong.isEmpty())
         return fail(kBadArguments, wrong);
 
     ConsoleClock clock;
-    SingleSweep sweep(QCoreApplication::applicationDirPath(), request, clock);
-    const QString clash = readOutputs(arguments, options, sweep.settingsFile());
+    SingleSweep sweep(QCoreApplication::applicationDirPath(), request.sweep, clock);
+    const QString clash = options.clashWithSettings(sweep.settingsFile());
     if (!clash.isEmpty())
         return fail(kBadArguments, clash);
-    const int code = sweep.run();
-    endAtOnce(code == kDone ? deliver(sweep, arguments, options) : fail(code, sweep.sentence()));
+    endAtOnce(run(request, sweep));
 }

@@ -12,6 +12,8 @@ enum ExitCode {
     kRefused = 4,         // the hardware or the server does not do what it was told
     kNoAnswer = 5,        // nothing came in time
     kFileNotWritable = 6, // the sweep was taken, and could not be kept
+    kFileNotUsable = 7,   // a sweep or limits cannot be read from the file that was named, or do not fit
+    kLimitsBroken = 8,    // the sweep was taken, and lies outside the limits
     kSignalled = 128
 };
 

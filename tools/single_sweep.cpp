@@ -9,6 +9,7 @@
 #include "platform/process_guard.h"
 #include "tools/console.h"
 #include "tools/interruption.h"
+#include "tools/sweep_file.h"
 
 #include <QFileInfo>
 
@@ -49,27 +50,60 @@ SingleSweep::SingleSweep(const QString &programFolder, const SweepRequest &reque
                          .absoluteFilePath())
     , m_instrument(m_configuration, m_log, clock, programFolder + u'/' + QLatin1String(kServerName), m_settingsFile)
 {
+    m_traces.setAverageOver(request.sweeps);
+    m_traces.switchOn(TraceSet::Source::Average, request.isAveraged);
     int taken = 0;
     QObject::connect(&m_instrument.conversion(), &SampleConversion::vectorStored, &m_instrument,
-                     [this, taken]() mutable { note(tr("Sweep %1 of %2").arg(++taken).arg(m_request.sweeps)); });
+                     [this, taken]() mutable {
+                         note(tr("Sweep %1 of %2").arg(++taken).arg(m_request.sweeps));
+                         m_traces.takeSweep(traceOf(table().sweep(), m_configuration.scaleType));
+                     });
     QObject::connect(&m_instrument, &Instrument::told, &m_instrument, [](const QString &text) { note(text); });
+}
+
+ExitCode SingleSweep::prepare()
+{
+    return guarded([this] {
+        loadSettings();
+        applyScale();
+    });
 }
 
 ExitCode SingleSweep::run()
 {
+    return guarded([this] {
+        if (m_request.input.isEmpty()) {
+            applyRange();
+            takeSweeps();
+        } else {
+            readSweepFile(m_request.input, m_configuration, m_instrument.table());
+            Trace trace = traceOf(table().sweep(), m_configuration.scaleType);
+            trace.name = traceName(m_request.input);
+            m_traces.showSweep(trace);
+        }
+    });
+}
+
+ExitCode SingleSweep::guarded(const std::function<void()> &act)
+{
     try {
-        loadSettings();
-        applyScale();
-        applyRange();
-        takeSweeps();
+        act();
         return kDone;
     } catch (const Failure &failure) {
         m_sentence = failure.sentence;
         return failure.code;
+    } catch (const UnusableFile &file) {
+        m_sentence = file.sentence;
+        return kFileNotUsable;
     } catch (const RuntimeError &error) {
         m_sentence = error.message();
         return kRefused;
     }
+}
+
+const Trace &SingleSweep::trace() const
+{
+    return m_traces.shown(m_request.isAveraged ? TraceSet::Source::Average : TraceSet::Source::Live);
 }
 
 // What a window would ask the user about is refused: nobody is there to see what is measured instead.

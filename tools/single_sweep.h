@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "analysis/trace_set.h"
 #include "core/settings.h"
 #include "instrument/instrument.h"
 #include "tools/exit_code.h"
 
 #include <QCoreApplication>
 
+#include <functional>
 #include <optional>
 
 namespace calvorn {
@@ -17,7 +19,9 @@ struct SweepRequest
     std::optional<std::int32_t> start; // Hz; without it that of the settings
     std::optional<std::int32_t> stop;
     std::optional<std::int16_t> scale; // core/scale_type.h; without it that of the settings
+    QString input;                     // a sweep file, in place of the hardware; empty: none
     int sweeps = 1;                    // taken one after the other; the last is kept
+    bool isAveraged = false;           // their mean is shown
 };
 
 // Sweeps without a window, with settings that it only reads.
@@ -29,16 +33,21 @@ public:
     // programFolder: holds the server, and the settings unless the request names others.
     SingleSweep(const QString &programFolder, const SweepRequest &request, Clock &clock);
 
-    // Fills the table. kDone, or what went wrong, with sentence() for the user.
-    ExitCode run();
+    // Both: kDone, or what went wrong, with sentence() for the user.
+    ExitCode prepare(); // reads the settings
+    ExitCode run();     // fills the table
     QString sentence() const { return m_sentence; }
     QString settingsFile() const { return m_settingsFile; }
 
-    Configuration &configuration() { return m_configuration; }
+    const Configuration &configuration() const { return m_configuration; }
     const WindowSettings &window() const { return m_window; }
     const SweepTable &table() const { return m_instrument.table(); }
+    // In volts: the sweep of the table, or the mean of all of them.
+    const Trace &trace() const;
+    int averaged() const { return m_request.isAveraged ? m_request.sweeps : 1; }
 
 private:
+    ExitCode guarded(const std::function<void()> &act);
     void loadSettings();
     void applyScale();
     void applyRange();
@@ -52,6 +61,7 @@ private:
     Log m_log;
     QString m_settingsFile;
     Instrument m_instrument;
+    TraceSet m_traces;
     QString m_sentence;
 };
 

@@ -4,6 +4,7 @@
 #include "tests/support/program_folder.h"
 #include "tests/support/start_as_a_shell.h"
 
+#include <QLocale>
 #include <QProcess>
 #include <QTest>
 
@@ -37,6 +38,22 @@ struct Tool
 
     QString inFolder(const char *name) const { return folder.path() + u'/' + QString::fromLatin1(name); }
 
+    void write(const char *name, const QByteArray &content) const
+    {
+        QFile file(inFolder(name));
+        if (!file.open(QIODevice::WriteOnly) || file.write(content) < content.size())
+            qFatal("cannot write %s", name);
+    }
+
+    // Numbers of this locale; the language stays English.
+    void setLocale(const QLocale &locale)
+    {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("LC_ALL"), locale == QLocale::c() ? QStringLiteral("C.UTF-8")
+                                                                            : locale.name() + QStringLiteral(".UTF-8"));
+        process.setProcessEnvironment(environment);
+    }
+
     void start(const QStringList &arguments)
     {
         process.setWorkingDirectory(folder.path());
@@ -52,6 +69,8 @@ struct Tool
         errors = QString::fromUtf8(process.readAllStandardError()).split(u'\n', Qt::SkipEmptyParts);
         return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
     }
+    // The same of words that are parted by blanks.
+    int run(const char *arguments) { return run(QString::fromLatin1(arguments).split(u' ')); }
     // Waits for the second sweep of a tool that was started with several.
     bool sweepsTwice()
     {

@@ -48,6 +48,8 @@ private slots:
     void itsSweepIsThatOfTheWindow_data() { addInterfaceRows(); }
     void itsSweepIsThatOfTheWindow();
     void theResponseIsPrinted();
+    void theResponseIsThisText_data();
+    void theResponseIsThisText();
     void theResponseIsTheSameOnEveryScale();
     void theScaleIsTaken_data();
     void theScaleIsTaken();
@@ -124,6 +126,78 @@ void TestCalvornSweep::theResponseIsPrinted()
         QVERIFY2(line.size() <= 80, qPrintable(line));
 }
 
+void TestCalvornSweep::theResponseIsThisText_data()
+{
+    QTest::addColumn<QString>("scale");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("linear")
+        << QStringLiteral("linear")
+        << QString::fromLatin1("Peak                         0.839 V\n"
+                               "Peak at                 7,072,500 Hz\n"
+                               "-3 dB from              6,806,530 Hz\n"
+                               "-3 dB to                7,406,374 Hz\n"
+                               "-3 dB bandwidth           599,844 Hz\n"
+                               "\n"
+                               "  0.839 |                              **\n"
+                               "        |                             *  *\n"
+                               "        |                             *  *\n"
+                               "        |                             *  *\n"
+                               "  0.629 |                             *  *\n"
+                               "        |                             *  *\n"
+                               "        |                             *  *\n"
+                               "        |                             *  *\n"
+                               "  0.420 |                             *   *\n"
+                               "        |                             *   *\n"
+                               "        |                             *   *\n"
+                               "        |                            *    *\n"
+                               "  0.210 |                            *    *\n"
+                               "        |                            *    *\n"
+                               "        |                            *     *\n"
+                               "        |                          **      ***\n"
+                               "  0.000 |***************************         ***********************************\n"
+                               "        +-----------------------------------------------------------------------\n"
+                               "         1,000,000                      7,965,000                     14,965,000\n");
+    QTest::newRow("1V") << QStringLiteral("1V")
+                        << QString::fromLatin1(
+                               "Peak                         -1.5 dB\n"
+                               "Peak at                 7,072,500 Hz\n"
+                               "-3 dB from              6,806,530 Hz\n"
+                               "-3 dB to                7,406,374 Hz\n"
+                               "-3 dB bandwidth           599,844 Hz\n"
+                               "\n"
+                               "   -1.5 |                             ****\n"
+                               "        |                             *  *\n"
+                               "        |                             *   *\n"
+                               "        |                            **   *\n"
+                               "  -14.6 |                            *    *\n"
+                               "        |                            *    **\n"
+                               "        |                           **     *\n"
+                               "        |                           *      **\n"
+                               "  -27.8 |                           *       *\n"
+                               "        |                          *        **\n"
+                               "        |                         **         **\n"
+                               "        |                         *           ***\n"
+                               "  -40.9 |                        **            ***\n"
+                               "        |  *** ***** *** ***** ***              *******  ****  *********  *** *\n"
+                               "        |************************                 ******************************\n"
+                               "        | **** *      **** **                     * **   **   * **   **   *  ***\n"
+                               "  -54.0 | **** *      **** **                     * **   **   * **   **   *  ***\n"
+                               "        +-----------------------------------------------------------------------\n"
+                               "         1,000,000                      7,965,000                     14,965,000\n");
+}
+
+// The noise of the prepared board is the same each time.
+void TestCalvornSweep::theResponseIsThisText()
+{
+    QFETCH(QString, scale);
+    QFETCH(QString, text);
+    Tool tool(ProgramFolder::preparedSettings());
+    QCOMPARE(tool.run({QStringLiteral("--scale"), scale}), 0);
+    QCOMPARE(tool.out, text);
+    QCOMPARE(tool.errors,
+             (QStringList{QStringLiteral("Sweeping from 1,000,000 to 15,000,000 Hz"), QStringLiteral("Sweep 1 of 1")}));
+}
+
 void TestCalvornSweep::theResponseIsTheSameOnEveryScale()
 {
     QStringList volts;
@@ -178,10 +252,7 @@ void TestCalvornSweep::theMarkersOfAPictureFollowTheScale()
     QFETCH(QLocale, locale);
     // M3 and M4 stand at 0.5 V and 0.8 V.
     Tool tool(ProgramFolder::preparedSettings());
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("LC_ALL"),
-                       locale == QLocale::c() ? QStringLiteral("C.UTF-8") : locale.name() + QStringLiteral(".UTF-8"));
-    tool.process.setProcessEnvironment(environment);
+    tool.setLocale(locale);
     const auto shows = [&](const char *scale, const char *m3, const char *m4) {
         const QString option = QStringLiteral("--scale=") + QString::fromLatin1(scale);
         if (tool.run({QStringLiteral("--picture=sweep.svg"), option}) != 0)
@@ -446,7 +517,8 @@ void TestCalvornSweep::helpAndManualNameEveryOption()
     // In roff a hyphen that is to stay one is written with a backslash.
     manual.remove(u'\\');
     for (const char *option :
-         {"settings", "start", "stop", "sweeps", "scale", "output", "picture", "help", "version"}) {
+         {"settings", "start", "stop", "sweeps", "average", "scale", "input", "reference", "results", "fixture",
+          "limits", "format", "output", "picture", "traces", "help", "version"}) {
         const QString name = QStringLiteral("--") + QString::fromLatin1(option);
         QVERIFY2(help.contains(name), option);
         QVERIFY2(manual.contains(name), option);
@@ -455,7 +527,7 @@ void TestCalvornSweep::helpAndManualNameEveryOption()
         QVERIFY2(help.contains(QString::fromLatin1(scale)), scale);
         QVERIFY2(manual.contains(QStringLiteral(".B %1\n").arg(QString::fromLatin1(scale))), scale);
     }
-    for (int code = 0; code <= 6; ++code)
+    for (int code = 0; code <= 8; ++code)
         QVERIFY2(manual.contains(QStringLiteral(".B %1\n").arg(code)), qPrintable(QString::number(code)));
 }
 

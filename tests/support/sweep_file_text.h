@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "core/configuration.h"
+#include "tests/support/interface_settings.h"
+
+#include <QByteArray>
+
+#include <cmath>
+#include <functional>
+
+namespace calvorn::test {
+
+// Volts for each count: what a curve is rounded to in a file.
+inline constexpr double kFineStep = 1e-6;
+
+// Settings with the detector that makeSweepFile() writes for.
+inline QByteArray fineSettings()
+{
+    const QByteArray settings = crystalSettings(kInterfaceLpt);
+    if (!settings.contains("ADC Step=0.00244"))
+        qFatal("the settings have another detector");
+    return QByteArray(settings).replace("ADC Step=0.00244", "ADC Step=0.000001").replace("Scale=0", "Scale=1");
+}
+
+// A sweep file of the linear scale with 400 samples of a curve in volts over hertz.
+inline QByteArray makeSweepFile(int start, int step, const std::function<double(double hertz)> &curve)
+{
+    QByteArray csv("\"Sample N\",\"Frequency\",\"DAC sample\",\"milliVolt\"\r\n");
+    for (int row = 1; row <= kSweepPoints; ++row) {
+        const int hertz = start + (row - 1) * step;
+        const double volts = curve(hertz);
+        const auto count = std::llround(volts / kFineStep);
+        // The program keeps the step as a single.
+        const double shown = static_cast<double>(count) * static_cast<double>(static_cast<float>(kFineStep));
+        csv += QByteArray::number(row) + ',' + QByteArray::number(hertz) + ',' + QByteArray::number(count) + ',' +
+               QByteArray::number(std::llround(shown * 1000.0)) + "\r\n";
+    }
+    return csv;
+}
+
+} // namespace calvorn::test

@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: MIT
+#include "tools/curve_picture.h"
+
+#include "core/scale_type.h"
+#include "display/plot/sweep_picture.h"
+#include "tools/single_sweep.h"
+#include "tools/sweep_tool.h"
+
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <utility>
+
+namespace calvorn {
+
+namespace {
+
+// Colour-blind eyes tell them apart; on paper the line styles do.
+constexpr std::array<TraceStyle, 4> kTraceStyles{{{0xFF56B4E9, Qt::DashLine},
+                                                  {0xFFE69F00, Qt::DotLine},
+                                                  {0xFFCC79A7, Qt::DashDotLine},
+                                                  {0xFF9AA0FF, Qt::DashDotDotLine}}};
+constexpr TraceStyle kLimitStyle{0xFFFF5050, Qt::SolidLine};
+
+// One line for each run of points that have the value; the first one has a name.
+void addLimit(std::vector<LimitLine> &lines, const LimitLines &limits, std::optional<double> LimitPoint::*value,
+              const QString &name)
+{
+    LimitLine line{name, kLimitStyle, {}};
+    const auto endLine = [&] {
+        if (!line.points.empty())
+            lines.push_back(std::exchange(line, {QString(), kLimitStyle, {}}));
+    };
+    for (const LimitPoint &point : limits.points()) {
+        if (point.*value)
+            line.points.push_back({point.frequency, *(point.*value)});
+        else
+            endLine();
+    }
+    endLine();
+}
+
+QString nameOf(const SingleSweep &sweep, const ShownCurve &curve)
+{
+    if (curve.isAveraged())
+        return SweepTool::tr("Mean of %1 sweeps").arg(curve.averaged());
+    return sweep.trace().name.isEmpty() ? SweepTool::tr("Sweep") : sweep.trace().name;
+}
+
+PlotModel plotOf(const SingleSweep &sweep, const ShownCurve &curve, const Companions &companions)
+{
+    PlotModel plot;
+    plot.scale = GraphCoordinates(sweep.configuration());
+    plot.showSweep(sweep.table());
+    plot.markers = markersOf(sweep.window(), sweep.table());
+    plot.live->name = nameOf(sweep, curve);
+    if (curve.isRelative() || curve.isAveraged())
+        plot.live->amplitudes = curve.amplitudes();
+    for (std::size_t i = 0; i < companions.traces.size(); ++i) {
+        const Trace &trace = companions.traces[i];
+        plot.traces.push_back(
+            {trace.name, kTraceStyles[i % kTraceStyles.size()], {trace.start, trace.step}, curve.amplitudesOf(trace)});
+    }
+    if (companions.limits) {
+        addLimit(plot.limits, *companions.limits, &LimitPoint::upper, SweepTool::tr("Upper limit"));
+        addLimit(plot.limits, *companions.limits, &LimitPoint::lower, SweepTool::tr("Lower limit"));
+    }
+    return plot;
+}
+
+// Markers read what was measured, not what is relative.
+MarkerTexts textsOf(const PlotModel &plot, const SingleSweep &sweep, const ShownCurve &curve)
+{
+    const bool linear = isLinearScale(curve.scale());
+    MarkerTexts texts = markerTexts(sweep.table(), plot.markers, linear);
+    if (!curve.isAveraged())
+        return texts;
+    const std::vector<double> mean = ShownCurve(curve.trace(), {}, curve.scale(), curve.averaged()).amplitudes();
+    const auto at = [&](GraphItem item) {
+        return markerText(linear, mean[static_cast<std::size_t>(plot.markers.row(item) - 1)]);
+    };
+    texts.m1y = at(GraphItem::M1);
+    texts.m2y = at(GraphItem::M2);
+    return texts;
+}
+
+} // namespace
+
+void savePicture(const QString &path, const SingleSweep &sweep, const ShownCurve &curve, const Companions &companions)
+{
+    const SweepTable &table = sweep.table();
+    const PlotModel plot = plotOf(sweep, curve, companions);
+    const auto frequency = [&table](int row) { return table.text(row, SweepTable::FrequencyColumn); };
+    const PictureTexts texts{frequency(1), frequency(kSweepPoints / 2), frequency(kSweepPoints),
+                             textsOf(plot, sweep, curve), QDateTime::currentDateTime()};
+    SweepPicture(sweep.configuration(), plot, texts).save(path);
+}
+
+} // namespace calvorn

@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QCoreApplication>
+
+namespace calvorn {
+
+// The texts of calvorn-sweep.
+class SweepTool
+{
+    Q_DECLARE_TR_FUNCTIONS(SweepTool)
+};
+
+} // namespace calvorn
