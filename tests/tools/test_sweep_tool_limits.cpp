@@ -229,7 +229,7 @@ void TestSweepToolLimits::noSampleIsNoVerdict()
     Bench bench("frequency/Hz,upper/V,lower/V\n6000000,0.1,\n7000000,0.1,\n");
     for (const char *format : {"text", "json"}) {
         QCOMPARE(bench.judge(QByteArray("--scale linear --format ") + format), 7);
-        QCOMPARE(bench.sentence(), QStringLiteral("No sample lies under a limit of limits.csv."));
+        QCOMPARE(bench.sentence(), QStringLiteral("The limits of limits.csv cover no point of the sweep."));
         QVERIFY(bench.out.isEmpty());
     }
     bench.write("limits.csv", "frequency/Hz,upper/V,lower/V\n");
