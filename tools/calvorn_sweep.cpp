@@ -125,7 +125,8 @@ int deliver(const SingleSweep &sweep, const ToolRequest &request, const Companio
             print(request, sweep, curve, verdict);
         printNames(request);
         if (isUnjudged)
-            return fail(kFileNotUsable, SweepTool::tr("The limits of %1 cover no point of the sweep.").arg(request.limits));
+            return fail(kFileNotUsable,
+                        SweepTool::tr("The limits of %1 cover no point of the sweep.").arg(request.limits));
         return verdict && !verdict->hasPassed() ? kLimitsBroken : kDone;
     } catch (const RuntimeError &error) {
         return fail(kFileNotWritable, error.message());
