@@ -7,6 +7,7 @@
 #include "app/frm_sweep.h"
 #include "lpt_proxy.h"
 #include "platform/qt_desktop.h"
+#include "protocol/vector_window.h"
 
 #include <QAbstractButton>
 #include <QApplication>

@@ -3,7 +3,8 @@
 
 #include "core/common_functions.h"
 #include "core/scale_type.h"
-#include "measure/trace_styles.h"
+#include "display/plot/limit_curves.h"
+#include "display/plot/trace_styles.h"
 
 #include <algorithm>
 #include <array>
@@ -333,27 +334,11 @@ void Measurement::showOverlays()
     m_graph.setOverlays(std::move(traces), drawnLimits());
 }
 
-// One line for each run of points that have the value.
 std::vector<LimitLine> Measurement::drawnLimits() const
 {
-    std::vector<LimitLine> lines;
     if (!m_limitsOn || shownUnit() != m_limits.unit)
-        return lines;
-    for (const bool isUpper : {true, false}) {
-        LimitLine line{isUpper ? tr("Upper limit") : tr("Lower limit"), kLimitStyle, {}};
-        const auto endLine = [&] {
-            if (!line.points.empty())
-                lines.push_back(std::exchange(line, {QString(), kLimitStyle, {}}));
-        };
-        for (const LimitPoint &point : m_limits.points()) {
-            if (const auto &value = isUpper ? point.upper : point.lower)
-                line.points.push_back({point.frequency, *value});
-            else
-                endLine();
-        }
-        endLine();
-    }
-    return lines;
+        return {};
+    return limitCurves(m_limits, tr("Upper limit"), tr("Lower limit"));
 }
 
 } // namespace calvorn

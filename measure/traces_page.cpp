@@ -3,7 +3,7 @@
 
 #include "analysis/trace_file.h"
 #include "core/whole_file.h"
-#include "measure/trace_styles.h"
+#include "display/plot/trace_styles.h"
 
 #include <QFileInfo>
 #include <QGridLayout>

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "display/plot/plot_painter.h"
 
+#include "display/plot/trace_styles.h"
+
 #include <QFontMetricsF>
 #include <QImage>
 #include <QPainter>
@@ -39,7 +41,15 @@ constexpr auto kInks = std::to_array<InkPair>({{kGraphBackground, 0xFFFFFFFF},
                                                {kCurveColour, 0xFF0B3D91},
                                                {kFrequencyMarkerColour, 0xFF00796B},
                                                {kCursorColour, 0xFF000000},
-                                               {kAmplitudeMarkerColour, 0xFFAD1457}});
+                                               {kAmplitudeMarkerColour, 0xFFAD1457},
+                                               {kStoredStyles[0].colour, 0xFF1565C0},
+                                               {kStoredStyles[1].colour, 0xFFB26A00},
+                                               {kStoredStyles[2].colour, 0xFFA8487E},
+                                               {kStoredStyles[3].colour, 0xFF3030A8},
+                                               {kAverageStyle.colour, 0xFF404040},
+                                               {kMaxHoldStyle.colour, 0xFF8A3A00},
+                                               {kMinHoldStyle.colour, 0xFF00695C},
+                                               {kLimitStyle.colour, 0xFFC62828}});
 
 // The part of a segment inside a rectangle with its corner at the origin; none when it lies wholly outside.
 std::optional<QLineF> insideOf(QSizeF extent, QPointF from, QPointF to)
