@@ -61,21 +61,21 @@ constexpr auto kNotchKeys = keysOf(kNotch);
 constexpr auto kCrystalKeys = keysOf(kCrystal);
 constexpr auto kMatchKeys = keysOf(kMatch);
 
-// A number, or why there is none.
+// A number, or why there is none. Made from either.
 struct Value
 {
     std::optional<double> number;
     Missing missing = Missing::Nothing;
 
-    Value(double known) // NOLINT(google-explicit-constructor): a number is a value
+    Value(double known)
         : number(known)
     {
     }
-    Value(Missing why) // NOLINT(google-explicit-constructor): and so is a reason
+    Value(Missing why)
         : missing(why)
     {
     }
-    Value(const Crossing &crossing) // NOLINT(google-explicit-constructor)
+    Value(const Crossing &crossing)
         : number(crossing.frequency)
         , missing(crossing.missing)
     {

@@ -110,7 +110,8 @@ std::optional<double> strictest(std::span<const LimitPoint> points, Member membe
 
 std::optional<double> limitAt(const std::vector<LimitPoint> &points, double hertz, Member member)
 {
-    const auto [first, last] = std::ranges::equal_range(points, hertz, {}, &LimitPoint::frequency);
+    const auto first = std::ranges::lower_bound(points, hertz, {}, &LimitPoint::frequency);
+    const auto last = std::ranges::upper_bound(points, hertz, {}, &LimitPoint::frequency);
     if (first != last)
         return strictest(std::span(first, last), member);
     if (first == points.begin() || last == points.end())
