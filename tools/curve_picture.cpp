@@ -3,10 +3,10 @@
 
 #include "core/scale_type.h"
 #include "display/plot/sweep_picture.h"
+#include "measure/trace_styles.h"
 #include "tools/single_sweep.h"
 #include "tools/sweep_tool.h"
 
-#include <array>
 #include <cmath>
 #include <cstddef>
 #include <utility>
@@ -14,13 +14,6 @@
 namespace calvorn {
 
 namespace {
-
-// Colour-blind eyes tell them apart; on paper the line styles do.
-constexpr std::array<TraceStyle, 4> kTraceStyles{{{0xFF56B4E9, Qt::DashLine},
-                                                  {0xFFE69F00, Qt::DotLine},
-                                                  {0xFFCC79A7, Qt::DashDotLine},
-                                                  {0xFF9AA0FF, Qt::DashDotDotLine}}};
-constexpr TraceStyle kLimitStyle{0xFFFF5050, Qt::SolidLine};
 
 // One line for each run of points that have the value; the first one has a name.
 void addLimit(std::vector<LimitLine> &lines, const LimitLines &limits, std::optional<double> LimitPoint::*value,
@@ -56,10 +49,14 @@ PlotModel plotOf(const SingleSweep &sweep, const ShownCurve &curve, const Compan
     plot.live->name = nameOf(sweep, curve);
     if (curve.isRelative() || curve.isAveraged())
         plot.live->amplitudes = curve.amplitudes();
+    if (curve.isRelative())
+        plot.relation = SweepTool::tr("relative to %1").arg(companions.reference.name);
     for (std::size_t i = 0; i < companions.traces.size(); ++i) {
         const Trace &trace = companions.traces[i];
-        plot.traces.push_back(
-            {trace.name, kTraceStyles[i % kTraceStyles.size()], {trace.start, trace.step}, curve.amplitudesOf(trace)});
+        plot.traces.push_back({trace.name,
+                               kStoredStyles[i % kStoredStyles.size()],
+                               {trace.start, trace.step},
+                               curve.amplitudesOf(trace)});
     }
     if (companions.limits) {
         addLimit(plot.limits, *companions.limits, &LimitPoint::upper, SweepTool::tr("Upper limit"));

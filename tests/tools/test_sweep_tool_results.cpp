@@ -406,6 +406,10 @@ void TestSweepToolResults::theMeanIsPrintedAndDrawn()
     QVERIFY(last.size() > 1000);
     QCOMPARE(tool.run("--average 8 --scale 1V --picture curve.svg"), 0);
     QVERIFY(curveOf() != last);
+    QCOMPARE(tool.run("--sweeps 1 --scale 1V --output one.csv"), 0);
+    QCOMPARE(tool.run("--average 8 --scale 1V --picture curve.svg --traces one.csv"), 0);
+    for (const char *name : {">Mean of 8 sweeps<", ">one<"})
+        QVERIFY2(contents(tool.inFolder("curve.svg")).contains(name), name);
 }
 
 void TestSweepToolResults::aCurveRelativeToItselfIsFlat()
@@ -466,6 +470,7 @@ void TestSweepToolResults::aPictureShowsTheReference()
             least = std::min(least, point.split(',').value(1).toDouble());
         return least;
     };
+    QVERIFY(contents(tool.inFolder("relative.svg")).contains("relative to cable"));
     const double height = 480.0 * 20.0 * std::log10(2.0) / 70.0;
     QVERIFY2(std::abs(highest("plain.svg") - highest("relative.svg") - height) < 1.5,
              qPrintable(QString::number(highest("plain.svg") - highest("relative.svg"))));
@@ -484,6 +489,9 @@ void TestSweepToolResults::aPictureShowsTheTraces()
     for (const char *colour : {"#56b4e9", "#e69f00", "#cc79a7"})
         QVERIFY2(picture.contains(colour), colour);
     QVERIFY(!picture.contains("#9aa0ff"));
+    for (const char *name : {">filter<", ">before<", ">a,b<"})
+        QVERIFY2(picture.contains(name), name);
+    QCOMPARE(picture.count(">filter<"), 2); // the sweep and the trace
     QCOMPARE(tool.run("--input filter.csv --picture five.svg --traces filter.csv,filter.csv,filter.csv "
                       "--traces filter.csv,filter.csv"),
              1);
