@@ -6,13 +6,14 @@
 #include "core/runtime_error.h"
 #include "core/scale_type.h"
 #include "data/amplitude_writer.h"
+#include "data/readable_file.h"
 #include "data/sweep_csv.h"
 
 #include <QCoreApplication>
-#include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace calvorn {
@@ -27,53 +28,61 @@ struct TraceFileTexts
     Q_DECLARE_TR_FUNCTIONS(TraceFile)
 };
 
-[[noreturn]] void refuse(const QString &path, const QString &reason)
+// The file does not say which scale it was written on.
+bool followsFromCounts(const SweepTable &table, Configuration configuration)
 {
-    throw RuntimeError(RuntimeError::Kind::File, path + QStringLiteral(": ") + reason);
-}
-
-void readInto(SweepTable &table, const QString &path)
-{
-    // Opening a pipe would wait for its other end.
-    if (QFileInfo::exists(path) && !QFileInfo(path).isFile())
-        refuse(path, TraceFileTexts::tr("it is not a file"));
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        refuse(path, file.errorString());
-    try {
-        readSweepCsv(file, table);
-    } catch (const RuntimeError &error) {
-        refuse(path, error.message());
-    }
+    const std::array scales{configuration.scaleType, kScaleLinear, kScaleDb1V, kScaleDb10V};
+    return std::ranges::any_of(scales, [&](std::int16_t scale) {
+        configuration.scaleType = scale;
+        return amplitudesFollowFromCounts(table, configuration);
+    });
 }
 
 } // namespace
 
-Trace readTraceFile(const QString &path, const Configuration &configuration)
+bool readSweepFile(const QString &path, Configuration &configuration, SweepTable &table)
 {
-    Configuration record = configuration;
-    SweepTable table(record);
-    table.inizializzaGrid();
-    table.forgetAxis();
-    readInto(table, path);
-    const bool follow = amplitudesFollowFromCounts(table, record);
-    table.sweepWritten(SweepOrigin::Imported, follow ? std::optional(detectorOf(record)) : std::nullopt);
-    if (!isEquallySpaced(table.sweep()))
-        refuse(path, TraceFileTexts::tr("its frequencies are not at equal distances"));
-    Trace trace = traceOf(table.sweep(), record.scaleType);
-    trace.name = QFileInfo(path).completeBaseName();
+    QFile file(path);
+    openToRead(file);
+    int line = 1;
+    try {
+        readSweepCsv(file, table, &line);
+    } catch (const RuntimeError &error) {
+        throw RuntimeError(RuntimeError::Kind::File,
+                           TraceFileTexts::tr("%1, line %2: %3").arg(path, QString::number(line), error.message()));
+    }
+    const Sweep::Column &frequencies = table.numbers(SweepTable::FrequencyColumn);
+    if (!isEquallySpaced(table.sweep()) || frequencies.front() == frequencies.back())
+        throw RuntimeError(RuntimeError::Kind::File,
+                           TraceFileTexts::tr("%1: the frequencies do not lie at equal distances.").arg(path));
+    if (!followsFromCounts(table, configuration)) {
+        table.sweepWritten(SweepOrigin::Imported, std::nullopt);
+        return false;
+    }
+    AmplitudeWriter(configuration, table).convertAllRows();
+    table.sweepWritten(SweepOrigin::Imported, detectorOf(configuration));
+    return true;
+}
+
+Trace readTraceFile(const QString &path, Configuration configuration, bool *follows)
+{
+    SweepTable table(configuration);
+    const bool followed = readSweepFile(path, configuration, table);
+    if (follows)
+        *follows = followed;
+    Trace trace = traceOf(table.sweep(), configuration.scaleType);
+    trace.name = traceName(path);
     return trace;
 }
 
-QByteArray traceAsCsv(const Trace &trace, const Configuration &configuration)
+QByteArray traceAsCsv(const Trace &trace, Configuration configuration)
 {
-    Configuration record = configuration;
-    SweepTable table(record);
+    SweepTable table(configuration);
     const NumberText numbers;
-    AmplitudeWriter writer(record, table);
-    const bool linear = isLinearScale(record.scaleType);
-    const double step = static_cast<double>(record.adcStep);
-    const double offset = static_cast<double>(record.adcOffset);
+    AmplitudeWriter writer(configuration, table);
+    const bool linear = isLinearScale(configuration.scaleType);
+    const double step = static_cast<double>(configuration.adcStep);
+    const double offset = static_cast<double>(configuration.adcOffset);
     for (int row = 1; row <= kSweepPoints; ++row) {
         const auto index = static_cast<std::size_t>(row - 1);
         const double volts = std::isnan(trace.volts[index]) ? 0.0 : trace.volts[index];
@@ -84,10 +93,15 @@ QByteArray traceAsCsv(const Trace &trace, const Configuration &configuration)
         if (std::abs(volts - (count * step + offset)) > kSameVolts)
             table.setText(row, SweepTable::AmplitudeColumn,
                           linear ? numbers.masked(volts, kMaskVolt)
-                                 : numbers.masked(voltsToDb(record, volts), kMaskDb));
+                                 : numbers.masked(voltsToDb(configuration, volts), kMaskDb));
     }
     table.sweepWritten(SweepOrigin::Imported, std::nullopt);
     return sweepAsCsv(table);
+}
+
+QString traceName(const QString &path)
+{
+    return QFileInfo(path).completeBaseName();
 }
 
 } // namespace calvorn

@@ -33,6 +33,7 @@ QString nameOf(RuntimeError::Kind kind)
 
 RuntimeError::RuntimeError(Kind kind, const QString &detail)
     : m_kind(kind)
+    , m_detail(detail)
     , m_message(detail.isEmpty() ? nameOf(kind) + u'.' : nameOf(kind) + QStringLiteral(": ") + detail)
     , m_what(m_message.toUtf8())
 {

@@ -19,12 +19,15 @@ public:
     explicit RuntimeError(Kind kind, const QString &detail = {});
 
     Kind kind() const { return m_kind; }
+    // What exactly failed, as it was given.
+    const QString &detail() const { return m_detail; }
     // One sentence for the user.
     const QString &message() const { return m_message; }
     const char *what() const noexcept override { return m_what.constData(); }
 
 private:
     Kind m_kind;
+    QString m_detail;
     QString m_message;
     QByteArray m_what;
 };

@@ -2,9 +2,10 @@
 #include "data/limit_lines.h"
 
 #include "core/runtime_error.h"
+#include "data/readable_file.h"
 
 #include <QCoreApplication>
-#include <QIODevice>
+#include <QFile>
 #include <QList>
 
 #include <algorithm>
@@ -197,6 +198,17 @@ LimitLines readLimitLinesCsv(QIODevice &device)
         limits.add(readPoint(lines[i], i + 1));
     }
     return limits;
+}
+
+LimitLines readLimitFile(const QString &path)
+{
+    QFile file(path);
+    openToRead(file);
+    try {
+        return readLimitLinesCsv(file);
+    } catch (const RuntimeError &error) {
+        throw RuntimeError(RuntimeError::Kind::File, path + QStringLiteral(": ") + error.detail());
+    }
 }
 
 } // namespace calvorn

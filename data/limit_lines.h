@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QString>
 
 #include <cstddef>
 #include <optional>
@@ -61,5 +62,8 @@ QByteArray limitLinesAsCsv(const LimitLines &limits);
 
 // RuntimeError(File) names line and reason.
 LimitLines readLimitLinesCsv(QIODevice &device);
+
+// The same of a file by its path, which the sentence then names.
+LimitLines readLimitFile(const QString &path);
 
 } // namespace calvorn

@@ -3,11 +3,8 @@
 
 #include "core/common_functions.h"
 #include "core/number_text.h"
-#include "core/runtime_error.h"
 #include "core/whole_file.h"
 
-#include <QFile>
-#include <QFileInfo>
 #include <QGridLayout>
 #include <QHeaderView>
 #include <QMouseEvent>
@@ -312,17 +309,7 @@ void LimitsPage::loadLimits()
 
 void LimitsPage::takeFile(const QString &path)
 {
-    if (QFileInfo::exists(path) && !QFileInfo(path).isFile())
-        throw RuntimeError(RuntimeError::Kind::File, path + QStringLiteral(": ") + tr("it is not a file"));
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        throw RuntimeError(RuntimeError::Kind::File, path + QStringLiteral(": ") + file.errorString());
-    LimitLines limits;
-    try {
-        limits = readLimitLinesCsv(file);
-    } catch (const RuntimeError &error) {
-        throw RuntimeError(RuntimeError::Kind::File, path + QStringLiteral(": ") + error.message());
-    }
+    const LimitLines limits = readLimitFile(path);
     m_file = path;
     edit(limits);
 }

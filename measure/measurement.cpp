@@ -1,22 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "measure/measurement.h"
 
-#include "core/common_functions.h"
-#include "core/scale_type.h"
 #include "display/plot/limit_curves.h"
 #include "display/plot/trace_styles.h"
 
 #include <algorithm>
 #include <array>
-#include <cmath>
-#include <limits>
 #include <utility>
 
 namespace calvorn {
 
 namespace {
-
-constexpr double kGap = std::numeric_limits<double>::quiet_NaN();
 
 struct MovingTrace
 {
@@ -150,12 +144,7 @@ void Measurement::refresh()
 {
     m_isStale = false;
     const Trace &trace = m_traces.shown(m_source);
-    if (trace.isEmpty())
-        m_response = {};
-    else if (m_traces.isNormalised())
-        m_response = relativeResponse(trace, m_traces.reference());
-    else
-        m_response = responseIn(trace, scaleRefersTo10V(m_configuration.scaleType) ? 10.0 : 1.0);
+    m_response = trace.isEmpty() ? Response() : shownResponse(trace, referenceInUse(), m_configuration.scaleType);
     if (m_isWatched)
         m_results = resultsOf(m_kind, m_response, m_fixtureOhms);
     if (m_tracksPeak)
@@ -212,10 +201,7 @@ void Measurement::resetCounts()
 
 std::optional<LimitUnit> Measurement::shownUnit() const
 {
-    const bool linear = isLinearScale(m_configuration.scaleType);
-    if (m_traces.isNormalised())
-        return linear ? std::nullopt : std::optional(LimitUnit::RelativeDecibel);
-    return linear ? LimitUnit::Volt : LimitUnit::Decibel;
+    return calvorn::shownUnit(m_configuration.scaleType, m_traces.isNormalised());
 }
 
 QString Measurement::limitProblem() const
@@ -242,12 +228,7 @@ void Measurement::judgeSweep()
     m_verdict = {};
     if (shownUnit() != m_limits.unit)
         return;
-    const PlotTrace sweep = shownSweep();
-    std::vector<double> frequencies;
-    frequencies.reserve(sweep.amplitudes.size());
-    for (std::size_t i = 0; i < sweep.amplitudes.size(); ++i)
-        frequencies.push_back(sweep.axis.start + static_cast<double>(i) * sweep.axis.step);
-    m_verdict = judge(m_limits, frequencies, sweep.amplitudes);
+    m_verdict = judgeTrace(m_limits, m_traces.shown(TraceSet::Source::Live), shownSweep().amplitudes);
     if (!m_verdict.hasVerdict())
         return;
     const bool hasPassed = m_verdict.hasPassed();
@@ -259,26 +240,16 @@ void Measurement::judgeSweep()
 
 // --- the plot ---
 
-double Measurement::amplitudeOf(double value) const
+const Trace &Measurement::referenceInUse() const
 {
-    if (isLinearScale(m_configuration.scaleType) || std::isnan(value))
-        return value;
-    if (value <= 0.0)
-        return kFloorDb;
-    const bool refersTo10V = !m_traces.isNormalised() && scaleRefersTo10V(m_configuration.scaleType);
-    return std::max(kFloorDb, 20.0 * std::log10(refersTo10V ? value / 10.0 : value));
+    static const Trace none;
+    return m_traces.isNormalised() ? m_traces.reference() : none;
 }
 
 PlotTrace Measurement::plotted(const Trace &trace, const QString &name, const TraceStyle &style) const
 {
-    PlotTrace made{name, style, {trace.start, trace.step}, {}};
-    if (m_traces.isNormalised())
-        made.amplitudes = relativeTo(trace, m_traces.reference()).ratios;
-    else
-        made.amplitudes = trace.volts;
-    for (double &value : made.amplitudes)
-        value = amplitudeOf(value);
-    return made;
+    return {
+        name, style, {trace.start, trace.step}, shownAmplitudes(trace, referenceInUse(), m_configuration.scaleType)};
 }
 
 PlotTrace Measurement::shownSweep() const

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "analysis/limit_check.h"
 #include "analysis/results.h"
+#include "analysis/shown_curve.h"
 #include "analysis/trace_set.h"
 #include "data/limit_lines.h"
 #include "display/sweep_graph.h"
@@ -68,8 +68,6 @@ public:
     int failed() const { return m_failed; }
     void resetCounts();
 
-    // Volts, or a ratio while the traces are normalised, in the units of the scale.
-    double amplitudeOf(double value) const;
     // The last sweep as the plot shows it: the frequencies of its samples, and its amplitudes in the units of the
     // scale. Not a number where there is a gap. Empty without a sweep.
     PlotTrace shownSweep() const;
@@ -86,6 +84,7 @@ signals:
 
 private:
     bool isInUse() const;
+    const Trace &referenceInUse() const; // empty: none
     bool hasOverlays() const;
     void followTable();
     void feed();

@@ -55,7 +55,7 @@ Companions readCompanions(const ToolRequest &request, const Configuration &confi
         companions.traces.push_back(traceOfFile(path, configuration));
     if (request.limits.isEmpty())
         return companions;
-    companions.limits = readLimitFile(request.limits);
+    companions.limits = limitsOfFile(request.limits);
     const bool isRelative = !companions.reference.isEmpty();
     if (shownUnit(configuration.scaleType, isRelative) != companions.limits->unit)
         throw UnusableFile{conditionOf(companions.limits->unit, request.limits)};

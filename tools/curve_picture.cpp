@@ -2,36 +2,17 @@
 #include "tools/curve_picture.h"
 
 #include "core/scale_type.h"
+#include "display/plot/limit_curves.h"
 #include "display/plot/sweep_picture.h"
-#include "measure/trace_styles.h"
+#include "display/plot/trace_styles.h"
 #include "tools/single_sweep.h"
 #include "tools/sweep_tool.h"
 
-#include <cmath>
 #include <cstddef>
-#include <utility>
 
 namespace calvorn {
 
 namespace {
-
-// One line for each run of points that have the value; the first one has a name.
-void addLimit(std::vector<LimitLine> &lines, const LimitLines &limits, std::optional<double> LimitPoint::*value,
-              const QString &name)
-{
-    LimitLine line{name, kLimitStyle, {}};
-    const auto endLine = [&] {
-        if (!line.points.empty())
-            lines.push_back(std::exchange(line, {QString(), kLimitStyle, {}}));
-    };
-    for (const LimitPoint &point : limits.points()) {
-        if (point.*value)
-            line.points.push_back({point.frequency, *(point.*value)});
-        else
-            endLine();
-    }
-    endLine();
-}
 
 QString nameOf(const SingleSweep &sweep, const ShownCurve &curve)
 {
@@ -58,10 +39,8 @@ PlotModel plotOf(const SingleSweep &sweep, const ShownCurve &curve, const Compan
                                {trace.start, trace.step},
                                curve.amplitudesOf(trace)});
     }
-    if (companions.limits) {
-        addLimit(plot.limits, *companions.limits, &LimitPoint::upper, SweepTool::tr("Upper limit"));
-        addLimit(plot.limits, *companions.limits, &LimitPoint::lower, SweepTool::tr("Lower limit"));
-    }
+    if (companions.limits)
+        plot.limits = limitCurves(*companions.limits, SweepTool::tr("Upper limit"), SweepTool::tr("Lower limit"));
     return plot;
 }
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "analysis/shown_curve.h"
 #include "analysis/trace.h"
 #include "data/limit_lines.h"
-#include "tools/shown_curve.h"
 
 #include <QString>
 

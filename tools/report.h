@@ -2,8 +2,8 @@
 #pragma once
 
 #include "analysis/results.h"
+#include "analysis/shown_curve.h"
 #include "analysis/sweep_response.h"
-#include "tools/shown_curve.h"
 
 #include <QByteArray>
 #include <QString>

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tools/single_sweep.h"
 
+#include "analysis/trace_file.h"
 #include "core/common_functions.h"
 #include "core/number_text.h"
 #include "core/runtime_error.h"
@@ -76,7 +77,7 @@ ExitCode SingleSweep::run()
             applyRange();
             takeSweeps();
         } else {
-            readSweepFile(m_request.input, m_configuration, m_instrument.table());
+            takeSweepFile(m_request.input, m_configuration, m_instrument.table());
             Trace trace = traceOf(table().sweep(), m_configuration.scaleType);
             trace.name = traceName(m_request.input);
             m_traces.showSweep(trace);

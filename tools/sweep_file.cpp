@@ -1,93 +1,51 @@
 // SPDX-License-Identifier: MIT
 #include "tools/sweep_file.h"
 
+#include "analysis/trace_file.h"
 #include "core/runtime_error.h"
 #include "core/scale_type.h"
-#include "data/amplitude_writer.h"
-#include "data/sweep_csv.h"
 #include "tools/console.h"
 #include "tools/sweep_tool.h"
-
-#include <QFile>
-#include <QFileInfo>
-
-#include <algorithm>
-#include <array>
 
 namespace calvorn {
 
 namespace {
 
-void open(QFile &file)
+template <typename Reading>
+auto reading(Reading read)
 {
-    const auto refuse = [&file](const QString &reason) {
-        throw UnusableFile{SweepTool::tr("%1 cannot be read: %2.").arg(file.fileName(), reason)};
-    };
-    // Opening a pipe would wait for its other end.
-    if (QFileInfo::exists(file.fileName()) && !QFileInfo(file.fileName()).isFile())
-        refuse(SweepTool::tr("it is not a file"));
-    if (!file.open(QIODevice::ReadOnly))
-        refuse(file.errorString());
+    try {
+        return read();
+    } catch (const RuntimeError &error) {
+        throw UnusableFile{error.detail()};
+    }
 }
 
-// The file does not say which scale it was written on.
-bool followsFromCounts(const SweepTable &table, Configuration configuration)
+void noteUnlessFollowed(bool followed, const QString &path, const Configuration &configuration)
 {
-    const std::array scales{configuration.scaleType, kScaleLinear, kScaleDb1V, kScaleDb10V};
-    return std::ranges::any_of(scales, [&](std::int16_t scale) {
-        configuration.scaleType = scale;
-        return amplitudesFollowFromCounts(table, configuration);
-    });
+    if (!followed)
+        note(SweepTool::tr("%1: the amplitudes do not follow from the counts; they are taken as %2.")
+                 .arg(path, isLinearScale(configuration.scaleType) ? SweepTool::tr("volts") : SweepTool::tr("dB")));
 }
 
 } // namespace
 
-void readSweepFile(const QString &path, Configuration &configuration, SweepTable &table)
+void takeSweepFile(const QString &path, Configuration &configuration, SweepTable &table)
 {
-    QFile file(path);
-    open(file);
-    int line = 1;
-    try {
-        readSweepCsv(file, table, &line);
-    } catch (const RuntimeError &error) {
-        throw UnusableFile{SweepTool::tr("%1, line %2: %3").arg(path, QString::number(line), error.message())};
-    }
-    const Sweep::Column &frequencies = table.numbers(SweepTable::FrequencyColumn);
-    if (!isEquallySpaced(table.sweep()) || frequencies.front() == frequencies.back())
-        throw UnusableFile{SweepTool::tr("%1: the frequencies do not lie at equal distances.").arg(path)};
-    if (!followsFromCounts(table, configuration)) {
-        note(SweepTool::tr("%1: the amplitudes do not follow from the counts; they are taken as %2.")
-                 .arg(path, isLinearScale(configuration.scaleType) ? SweepTool::tr("volts") : SweepTool::tr("dB")));
-        table.sweepWritten(SweepOrigin::Imported, std::nullopt);
-        return;
-    }
-    AmplitudeWriter(configuration, table).convertAllRows();
-    table.sweepWritten(SweepOrigin::Imported, detectorOf(configuration));
+    noteUnlessFollowed(reading([&] { return readSweepFile(path, configuration, table); }), path, configuration);
 }
 
-Trace traceOfFile(const QString &path, Configuration configuration)
+Trace traceOfFile(const QString &path, const Configuration &configuration)
 {
-    SweepTable table(configuration);
-    readSweepFile(path, configuration, table);
-    Trace trace = traceOf(table.sweep(), configuration.scaleType);
-    trace.name = traceName(path);
+    bool followed = false;
+    Trace trace = reading([&] { return readTraceFile(path, configuration, &followed); });
+    noteUnlessFollowed(followed, path, configuration);
     return trace;
 }
 
-LimitLines readLimitFile(const QString &path)
+LimitLines limitsOfFile(const QString &path)
 {
-    QFile file(path);
-    open(file);
-    try {
-        return readLimitLinesCsv(file);
-    } catch (const RuntimeError &error) {
-        throw UnusableFile{SweepTool::tr("%1: %2").arg(path, error.message())};
-    }
-}
-
-QString traceName(const QString &path)
-{
-    return QFileInfo(path).completeBaseName();
+    return reading([&] { return readLimitFile(path); });
 }
 
 } // namespace calvorn

@@ -205,12 +205,12 @@ private slots:
         PlotImage plot;
         plot.setGrid(blackGrid(), 1);
         const QPolygonF flat{{0.0, 20.0}, {60.0, 20.0}};
-        const QPolygonF slanted{{0.0, 0.0}, {60.0, 39.0}};
-        plot.setCurves(std::array{PlotImage::Curve{flat, below}, PlotImage::Curve{slanted, kInk}});
+        const QPolygonF step{{0.0, 0.0}, {29.0, 0.0}, {31.0, 20.0}, {60.0, 20.0}};
+        plot.setCurves(std::array{PlotImage::Curve{flat, below}, PlotImage::Curve{step, kInk}});
         QCOMPARE(plot.image().pixel(5, 20), below);
-        QCOMPARE(plot.image().pixel(31, 20), kInk);
-        plot.setCurves(std::array{PlotImage::Curve{slanted, kInk}, PlotImage::Curve{flat, below}});
-        QCOMPARE(plot.image().pixel(31, 20), below);
+        QCOMPARE(plot.image().pixel(50, 20), kInk);
+        plot.setCurves(std::array{PlotImage::Curve{step, kInk}, PlotImage::Curve{flat, below}});
+        QCOMPARE(plot.image().pixel(50, 20), below);
     }
 
     // Curves cross, come and go; what is left is what a fresh plot shows, and the grid is whole in the end.

@@ -167,6 +167,8 @@ inline constexpr std::array kCaptions{
     Text{"SweepPicture", "V"},
     Text{"SweepPicture", "dB"},
     Text{"SweepPicture", "Linear scale, 0 to %1 V"},
+    Text{"SweepPicture", "Linear scale, 0 to %1, %2"},
+    Text{"SweepPicture", "Logarithmic scale, %1 to %2 dB, %3"},
     Text{"SweepPicture", "10 V"},
     Text{"SweepPicture", "1 V"},
     Text{"SweepPicture", "Logarithmic scale, %1 to %2 dB, 0 dB is %3"},

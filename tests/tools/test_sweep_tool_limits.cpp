@@ -187,11 +187,11 @@ void TestSweepToolLimits::limitsAreDrawn()
 {
     Bench bench("frequency/Hz,upper/V,lower/V\n1000000,1.1,\n2000000,1.1,0.2\n3000000,,0.2\n");
     QCOMPARE(bench.judge("--scale linear --picture limits.svg"), 0);
-    QVERIFY(contents(bench.inFolder("limits.svg")).contains("#ff5050"));
+    QVERIFY(contents(bench.inFolder("limits.svg")).contains("#ff6a5a"));
     for (const char *name : {">ramp<", ">Upper limit<", ">Lower limit<"})
         QVERIFY2(contents(bench.inFolder("limits.svg")).contains(name), name);
     QCOMPARE(bench.run("--input ramp.csv --scale linear --picture plain.svg"), 0);
-    QVERIFY(!contents(bench.inFolder("plain.svg")).contains("#ff5050"));
+    QVERIFY(!contents(bench.inFolder("plain.svg")).contains("#ff6a5a"));
 }
 
 void TestSweepToolLimits::limitsOfAnotherUnitAreRefused_data()

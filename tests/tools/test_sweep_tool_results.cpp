@@ -483,12 +483,12 @@ void TestSweepToolResults::aPictureShowsTheTraces()
     tool.write("before.csv", makeSweepFile(5'900'000, 6'000, [](double) { return 0.5; }));
     tool.write("a,b.csv", makeSweepFile(5'900'000, 6'000, [](double) { return 0.3; }));
     QCOMPARE(tool.run("--input filter.csv --picture plain.svg"), 0);
-    QVERIFY(!contents(tool.inFolder("plain.svg")).contains("#56b4e9"));
+    QVERIFY(!contents(tool.inFolder("plain.svg")).contains("#8fd3ff"));
     QCOMPARE(tool.run("--input filter.csv --picture two.svg --traces before.csv,filter.csv --traces a,b.csv"), 0);
     const QByteArray picture = contents(tool.inFolder("two.svg"));
-    for (const char *colour : {"#56b4e9", "#e69f00", "#cc79a7"})
+    for (const char *colour : {"#8fd3ff", "#f0a020", "#e8b4d0"})
         QVERIFY2(picture.contains(colour), colour);
-    QVERIFY(!picture.contains("#9aa0ff"));
+    QVERIFY(!picture.contains("#4f6bff"));
     for (const char *name : {">filter<", ">before<", ">a,b<"})
         QVERIFY2(picture.contains(name), name);
     QCOMPARE(picture.count(">filter<"), 2); // the sweep and the trace

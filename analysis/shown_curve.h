@@ -14,6 +14,15 @@ namespace calvorn {
 // The unit of amplitudes on a scale; nothing where limits have none such, as for a ratio of volts.
 std::optional<LimitUnit> shownUnit(std::int16_t scale, bool isRelative);
 
+// What results are computed from: relative to the reference, or to 0 dB of the scale where the reference is empty.
+Response shownResponse(const Trace &trace, const Trace &reference, std::int16_t scale);
+
+// In the units of the scale, or relative: dB or a ratio. In the order of the samples; not a number in a gap.
+std::vector<double> shownAmplitudes(const Trace &trace, const Trace &reference, std::int16_t scale);
+
+// amplitudes: of the samples of the trace, in the unit of the limits.
+LimitVerdict judgeTrace(const LimitLines &limits, const Trace &trace, const std::vector<double> &amplitudes);
+
 // A sweep or the mean of several, as results, plot and picture show it.
 class ShownCurve
 {
