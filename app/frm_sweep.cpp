@@ -177,6 +177,7 @@ void FrmSweep::buildMenus()
     view->addSeparator();
     view->addAction(m_measure->action());
     addMenu(tr("S&cale"))->addActions(m_scales->actions());
+    addMenu(tr("S&weep"))->addAction(m_controls->singleAction());
 
     m_setUpMenu = addMenu(tr("&SetUp"));
     m_setUpMenu->menuAction()->setObjectName(QStringLiteral("mnuSetUp"));

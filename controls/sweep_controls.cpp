@@ -42,6 +42,7 @@ SweepControls::SweepControls(Configuration &configuration, Instrument &instrumen
     buildSpeedFrame();
     buildReadouts();
     buildButtons();
+    buildSingleAction();
 
     m_timerUpdateSweep.setObjectName(QStringLiteral("timerUpdateSweep"));
     m_timerUpdateSweep.setParent(this);
@@ -130,6 +131,15 @@ void SweepControls::buildButtons()
     m_boundary.connect(m_stop, &QPushButton::clicked, this, "cmdStop_Click", [this] { cmdStop_Click(); });
 }
 
+void SweepControls::buildSingleAction()
+{
+    m_single = new QAction(tr("&Single sweep"), this);
+    m_single->setObjectName(QStringLiteral("mnuSingle"));
+    m_single->setShortcut(QKeySequence(Qt::SHIFT | Qt::Key_F5));
+    m_single->setToolTip(tr("Sweep once, then stop; a running sweep stops after the next curve"));
+    m_boundary.connect(m_single, &QAction::triggered, this, "mnuSingle_Click", [this] { mnuSingle_Click(); });
+}
+
 // The focus comes along, so that a frequency that is still being typed is taken.
 void SweepControls::toggleByKey()
 {
@@ -152,14 +162,14 @@ void SweepControls::showSpeed(bool visible)
         chooseOption(m_optSpeed[static_cast<std::size_t>(speed)]);
 }
 
-void SweepControls::cmdStart_Click()
+void SweepControls::start(SweepRun run)
 {
     if (sweepRange(m_configuration) < kMinSweepRange) {
         m_messages.beepAndWarn(tr("The minimum sweep range is ") + NumberText::fromInteger(kMinSweepRange) +
                                QStringLiteral(" Hz"));
         return;
     }
-    if (!startSweep())
+    if (!startSweep(run))
         return;
     showButtons(true);
     m_stop->setFocus();
@@ -167,7 +177,7 @@ void SweepControls::cmdStart_Click()
 }
 
 // False: a start is already under way, or the window closed while this one waited.
-bool SweepControls::startSweep()
+bool SweepControls::startSweep(SweepRun run)
 {
     if (m_starting)
         return false;
@@ -177,7 +187,7 @@ bool SweepControls::startSweep()
     m_instrument.requiredDriver();
     m_hooks.refreshFrequencyLabels();
     m_hooks.refreshMarkerLabels();
-    m_instrument.startSweep();
+    m_instrument.startSweep(run);
     return true;
 }
 
@@ -187,6 +197,16 @@ bool SweepControls::waitForIdle()
     while (m_instrument.isSweeping() && !m_abandoned)
         m_clock.pumpMessages(kPumpMs);
     return !m_abandoned;
+}
+
+void SweepControls::mnuSingle_Click()
+{
+    // A desktop that shows the menus itself lets no click precede.
+    EntryBox::commitPending();
+    if (m_stop->isHidden())
+        start(SweepRun::Once);
+    else
+        m_instrument.endAfterNextVector();
 }
 
 void SweepControls::cmdStop_Click()
@@ -227,8 +247,9 @@ void SweepControls::optSpeed_Click(std::int16_t index)
 
 void SweepControls::timerUpdateSweep_Timer()
 {
-    if (m_starting) {
-        // A start that waits, or that has to tell something first, would never end under this one.
+    if (m_starting || m_instrument.isEnding()) {
+        // A start that waits, or that has to tell something first, would never end under this one; and a new plan would
+        // empty the table of the single sweep that has just filled it.
         m_timerUpdateSweep.start();
         return;
     }
@@ -251,8 +272,9 @@ void SweepControls::replanRunningSweep()
         driver->replanSweep();
         return;
     }
+    const SweepRun run = m_instrument.run();
     m_instrument.stopSweep(kStopForNewRange);
-    cmdStart_Click();
+    start(run);
 }
 
 void SweepControls::aggiornaTimer()

@@ -4,6 +4,7 @@
 #include "core/error_boundary.h"
 #include "instrument/instrument.h"
 
+#include <QAction>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QPushButton>
@@ -39,7 +40,10 @@ public:
     // Puts another button beside cmdStart and cmdStop.
     void addButton(QPushButton *button) { m_buttonRow->addWidget(button); }
 
-    void cmdStart_Click();
+    // Sweeps once; for the menu.
+    QAction *singleAction() const { return m_single; }
+
+    void cmdStart_Click() { start(SweepRun::UntilStopped); }
     void cmdStop_Click();
     // The forced stop, for a driver that never completes: resets the controls only.
     void cmdSwStop_Click();
@@ -75,7 +79,10 @@ private:
     void buildSpeedFrame();
     void buildReadouts();
     void buildButtons();
-    bool startSweep();
+    void buildSingleAction();
+    void start(SweepRun run);
+    bool startSweep(SweepRun run);
+    void mnuSingle_Click();
     bool waitForIdle();
     void optSpeed_Click(std::int16_t index);
     void timerUpdateSweep_Timer();
@@ -101,6 +108,7 @@ private:
     ReadOut *m_sweepRate = nullptr;
     QPushButton *m_start = nullptr;
     QPushButton *m_stop = nullptr;
+    QAction *m_single = nullptr;
     QHBoxLayout *m_buttonRow = nullptr;
 };
 

@@ -96,10 +96,12 @@ bool Instrument::planRange(std::int32_t start, std::int32_t stop)
     return corrected;
 }
 
-bool Instrument::startSweep()
+bool Instrument::startSweep(SweepRun run)
 {
     AcquisitionDriver &driver = requiredDriver();
     m_sweepState = kSweeping;
+    m_run = run;
+    m_singleStored = false;
     try {
         const bool accepted = driver.startSweep();
         if (!accepted)
@@ -116,6 +118,23 @@ void Instrument::stopSweep(std::int16_t reason)
 {
     if (m_driver)
         m_driver->stopSweep(reason);
+}
+
+void Instrument::endAfterNextVector()
+{
+    m_run = SweepRun::Once;
+    m_singleStored = false;
+}
+
+void Instrument::store(const QVector<int> &vector)
+{
+    if (isSingleDone())
+        return;
+    m_conversion.datiDDS(vector);
+    if (m_run != SweepRun::Once)
+        return;
+    m_singleStored = true;
+    stopSweep();
 }
 
 void Instrument::shutDown()

@@ -18,6 +18,9 @@
 
 namespace calvorn {
 
+// How long a sweep goes on: again and again until it is stopped, or until one vector is stored.
+enum class SweepRun { UntilStopped, Once };
+
 // How takeSweeps() ended, with the reason in words where there is one.
 struct SweepOutcome
 {
@@ -96,15 +99,25 @@ public:
     std::int16_t sweepState() const { return m_sweepState; }
     bool isSweeping() const { return m_sweepState != kIdle; }
 
-    // Starts a sweep of the current plan, again and again until it is stopped. False: the hardware refused to prepare
-    // it. RuntimeError when it could not be started; it is idle then. It must have been idle.
-    bool startSweep();
+    // Starts a sweep of the current plan. False: the hardware refused to prepare it. RuntimeError when it could not be
+    // started; it is idle then. It must have been idle.
+    bool startSweep(SweepRun run = SweepRun::UntilStopped);
+
+    // How the last sweep was started, or has been told to go on since.
+    SweepRun run() const { return m_run; }
+
+    // Lets a running sweep end after the next vector.
+    void endAfterNextVector();
+
+    // The one vector of a single sweep is stored, and the hardware has still to say that it has stopped.
+    bool isEnding() const { return isSweeping() && isSingleDone(); }
 
     // reason: 1 = the range changed during a sweep, 2 = stop requested by the user. The sweep ends with aComplete.
     void stopSweep(std::int16_t reason = 2);
 
-    // A vector of the driver into the table. RuntimeError when it cannot be converted.
-    void store(const QVector<int> &vector) { m_conversion.datiDDS(vector); }
+    // A vector of the driver into the table. The vector of a single sweep stops the sweep; vectors that were still on
+    // their way are dropped. RuntimeError when it cannot be converted, or when the sweep cannot be stopped.
+    void store(const QVector<int> &vector);
 
     // Connects, takes this many sweeps, and shuts the hardware down. For callers without a window: it waits, in an
     // event loop of its own. isInterrupted is asked every 50 ms. vectorStored() tells of each sweep, told() what else a
@@ -125,6 +138,7 @@ signals:
 private:
     DriverContext context();
     void adopt(std::unique_ptr<AcquisitionDriver> driver);
+    bool isSingleDone() const { return m_run == SweepRun::Once && m_singleStored; }
     void becomeIdle();
     void restoreStoredOutputs();
     SweepOutcome take(int count, const std::function<bool()> &isInterrupted);
@@ -140,6 +154,8 @@ private:
     SampleConversion m_conversion;
     std::unique_ptr<AcquisitionDriver> m_driver;
     std::int16_t m_sweepState = kIdle;
+    SweepRun m_run = SweepRun::UntilStopped;
+    bool m_singleStored = false;
 };
 
 } // namespace calvorn

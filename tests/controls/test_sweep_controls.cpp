@@ -227,6 +227,67 @@ private slots:
         QVERIFY(bench.button("cmdStart")->isVisible());
     }
 
+    void aSingleSweepStopsAfterItsVector()
+    {
+        Bench bench;
+        bench.configuration.stepFreq = 22500;
+        bench.instrument.table().inizializzaGrid();
+        bench.controls.singleAction()->trigger();
+        QCOMPARE(bench.driver.calls, QStringList{QStringLiteral("start")});
+        QVERIFY(bench.button("cmdStop")->isVisible());
+        bench.instrument.store(QVector<int>(400, 700));
+        QCOMPARE(bench.driver.calls.last(), QStringLiteral("stop 2"));
+        // Those that are still on their way are dropped, before the end and after it.
+        QSignalSpy changed(&bench.instrument.table(), &SweepTable::changed);
+        bench.instrument.store(QVector<int>(400, 600));
+        bench.complete();
+        bench.instrument.store(QVector<int>(400, 500));
+        QCOMPARE(changed.count(), 0);
+        QCOMPARE(bench.instrument.table().text(1, SweepTable::SampleColumn), QStringLiteral("700"));
+        QCOMPARE(bench.driver.calls.size(), 2);
+        QVERIFY(bench.button("cmdStart")->isVisible());
+        // The next sweep is an ordinary one.
+        bench.click("cmdStart");
+        bench.instrument.store(QVector<int>(400, 600));
+        bench.instrument.store(QVector<int>(400, 500));
+        QCOMPARE(bench.driver.calls.size(), 3);
+        QCOMPARE(bench.instrument.table().text(1, SweepTable::SampleColumn), QStringLiteral("500"));
+    }
+
+    void aNewRangeInASingleSweepRestartsItAsASingleOne()
+    {
+        Bench bench;
+        bench.configuration.stepFreq = 22500;
+        bench.instrument.table().inizializzaGrid();
+        bench.driver.how = AcquisitionDriver::Replanning::StopAndRestart;
+        bench.desktop.whilePumping = [&] { bench.complete(); };
+        bench.controls.singleAction()->trigger();
+        bench.fireTimer();
+        const QStringList replanned{QStringLiteral("start"), QStringLiteral("stop 1"), QStringLiteral("start")};
+        QCOMPARE(bench.driver.calls, replanned);
+        bench.instrument.store(QVector<int>(400, 700));
+        QCOMPARE(bench.driver.calls.mid(3), QStringList{QStringLiteral("stop 2")});
+    }
+
+    void aNewRangeWaitsForTheEndOfASingleSweepThatIsDone()
+    {
+        Bench bench;
+        bench.configuration.stepFreq = 22500;
+        bench.instrument.table().inizializzaGrid();
+        auto *timer = bench.controls.findChild<QTimer *>(QStringLiteral("timerUpdateSweep"));
+        timer->setInterval(0);
+        bench.controls.singleAction()->trigger();
+        bench.instrument.store(QVector<int>(400, 700));
+        QSignalSpy fired(timer, &QTimer::timeout);
+        bench.controls.restartTimerUpdateSweep();
+        QTRY_VERIFY(fired.count() > 2);
+        QVERIFY(timer->isActive());
+        QCOMPARE(bench.driver.calls.last(), QStringLiteral("stop 2"));
+        bench.complete();
+        QTRY_VERIFY(!timer->isActive());
+        QCOMPARE(bench.driver.calls.last(), QStringLiteral("park"));
+    }
+
     void aRefusedPreparationLeavesTheWindowIdle()
     {
         Bench bench;
