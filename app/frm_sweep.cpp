@@ -4,6 +4,7 @@
 #include "app/frm_about.h"
 #include "app/frm_preferences.h"
 #include "app/help_desk.h"
+#include "display/span_mouse.h"
 #include "instrument/aux_hardware.h"
 #include "setup/prepared_settings.h"
 
@@ -41,6 +42,7 @@ FrmSweep::FrmSweep(SweepStation &station)
     compose();
     buildMenus();
     connectRooms();
+    connectSpans();
 }
 
 FrmSweep::~FrmSweep() = default;
@@ -119,6 +121,7 @@ void FrmSweep::composeGraphColumn(QVBoxLayout *column)
     m_setUp = new SetUpMenu(
         {m_configuration, m_table, *m_events, m_station.messages, m_station.log, m_station.boundary}, this);
     m_scales = new ScaleControl(m_configuration, m_table, *m_graphPanel, *m_markerPanel, m_station.boundary, this);
+    m_spans = new SpanCommands(m_configuration, *m_range, m_station.desktop, m_station.boundary, this);
 
     column->addWidget(m_graphPanel, 1);
     column->addWidget(m_views);
@@ -154,6 +157,15 @@ void FrmSweep::connectRooms()
     connect(m_setUp, &SetUpMenu::configured, this, &FrmSweep::endAtOnce);
 }
 
+void FrmSweep::connectSpans()
+{
+    const auto *mouse = new SpanMouse(m_graphPanel->graph());
+    m_station.boundary.connect(mouse, &SpanMouse::zoomed, m_spans, "zoomed",
+                               [this](double around, int notches) { m_spans->zoom(around, notches); });
+    m_station.boundary.connect(mouse, &SpanMouse::spanDragged, m_spans, "spanDragged",
+                               [this](double left, double right) { m_spans->take(left, right); });
+}
+
 void FrmSweep::buildMenus()
 {
     // The tips of the entries are seen here or nowhere: the window has no status bar.
@@ -177,7 +189,10 @@ void FrmSweep::buildMenus()
     view->addSeparator();
     view->addAction(m_measure->action());
     addMenu(tr("S&cale"))->addActions(m_scales->actions());
-    addMenu(tr("S&weep"))->addAction(m_controls->singleAction());
+    QMenu *sweep = addMenu(tr("S&weep"));
+    sweep->addAction(m_controls->singleAction());
+    sweep->addSeparator();
+    sweep->addActions(m_spans->actions());
 
     m_setUpMenu = addMenu(tr("&SetUp"));
     m_setUpMenu->menuAction()->setObjectName(QStringLiteral("mnuSetUp"));

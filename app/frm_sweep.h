@@ -9,6 +9,7 @@
 #include "controls/aux_output.h"
 #include "controls/frequency_readouts.h"
 #include "controls/range_entry.h"
+#include "controls/span_commands.h"
 #include "controls/sweep_controls.h"
 #include "controls/test_panel.h"
 #include "display/graph_panel.h"
@@ -58,6 +59,7 @@ private:
     void composeGraphColumn(QVBoxLayout *column);
     void composeControlColumn(QVBoxLayout *column);
     void connectRooms();
+    void connectSpans();
     void buildMenus();
     bool loadSettings();
     void tellFaults(const QStringList &faults);
@@ -93,6 +95,7 @@ private:
     ViewSwitch *m_views = nullptr;
     ScaleControl *m_scales = nullptr;
     RangeEntry *m_range = nullptr;
+    SpanCommands *m_spans = nullptr;
     SweepControls *m_controls = nullptr;
     TestPanel *m_testPanel = nullptr;
     MeasureDock *m_measure = nullptr;

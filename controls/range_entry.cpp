@@ -128,6 +128,7 @@ void RangeEntry::aggiornaLblFrequenza()
     // A step of zero, which no valid plan has, would have no count.
     const double samples = m_configuration.stepFreq != 0 ? roundHalfEven(shownRange / m_configuration.stepFreq) : 0.0;
     m_sampleCount->setText(tr("N.Campioni ") + numbers.fromDouble(samples));
+    emit planned();
 }
 
 bool RangeEntry::isPlanStale() const
@@ -141,6 +142,12 @@ void RangeEntry::setFrequency(const Box &box, std::int32_t hertz)
     box.text->setModified(false);
     showFrequency(box);
     emit rangeChanged();
+}
+
+void RangeEntry::setRange(std::int32_t start, std::int32_t stop)
+{
+    setStart(start);
+    setStop(stop);
 }
 
 void RangeEntry::enterBox(const Box &box)

@@ -31,6 +31,9 @@ public:
     void setStart(std::int32_t hertz) { setFrequency(m_start, hertz); }
     void setStop(std::int32_t hertz) { setFrequency(m_stop, hertz); }
 
+    // Both at once.
+    void setRange(std::int32_t start, std::int32_t stop);
+
     // Corrects a range that is too small and tells the user, then derives stepFreq; shows all three.
     void calcolaStep();
 
@@ -48,6 +51,9 @@ public:
 signals:
     // An accepted change of the range, to be applied after the last one.
     void rangeChanged();
+
+    // The table stands for the range of the record, which was corrected where it was too small.
+    void planned();
 
 private:
     // One of the two boxes with the field of the record that it edits.

@@ -35,6 +35,7 @@ SweepGraph::SweepGraph(const Configuration &configuration, const SweepTable &tab
     addParts(*this); // before anything makes an accessible interface of the graph
     setObjectName(QStringLiteral("picSweep"));
     setToolTip(tr("Click left: M1, right: M2, with Shift: M3 and M4. Markers can be dragged.\n"
+                  "With Ctrl: the wheel zooms, a drag takes the span.\n"
                   "Keyboard: arrow keys move, keys 1 to 4 put a marker."));
     setAccessibleName(tr("Sweep graph"));
     setAccessibleDescription(toolTip());

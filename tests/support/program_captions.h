@@ -31,6 +31,7 @@ inline constexpr std::array kCaptionContexts{
     "calvorn::FrmCalibraADC",
     "calvorn::FrmCalibraDDS",
     "calvorn::FrmPreferences",
+    "calvorn::FrmSpan",
     "calvorn::HelpBrowser",
     "calvorn::HelpDesk",
     "calvorn::HelpResults",
@@ -47,6 +48,7 @@ inline constexpr std::array kCaptionContexts{
     "calvorn::ResultsPage",
     "calvorn::ScaleControl",
     "calvorn::SetUpMenu",
+    "calvorn::SpanCommands",
     "calvorn::SweepGraph",
     "calvorn::SweepTableView",
     "calvorn::TestPanel",
@@ -84,8 +86,9 @@ inline constexpr std::array kCaptions{
          "changes it."},
     Text{"calvorn::PortPage",
          "No device belongs to this number. The section [Ports] of the settings file can name one."},
-    Text{"calvorn::SweepGraph", "Click left: M1, right: M2, with Shift: M3 and M4. Markers can be dragged.\nKeyboard: "
-                                "arrow keys move, keys 1 to 4 put a marker."},
+    Text{"calvorn::SweepGraph", "Click left: M1, right: M2, with Shift: M3 and M4. Markers can be dragged.\n"
+                                "With Ctrl: the wheel zooms, a drag takes the span.\n"
+                                "Keyboard: arrow keys move, keys 1 to 4 put a marker."},
     Text{"calvorn::MeasureDock",
          "The sweep that is shown becomes the reference, and the curves are shown relative to it. The table keeps what was "
          "measured."},

@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "controls/range_entry.h"
+#include "controls/span.h"
+#include "controls/span_history.h"
+#include "core/error_boundary.h"
+#include "platform/desktop.h"
+
+#include <QAction>
+#include <QList>
+#include <QObject>
+
+namespace calvorn {
+
+class FrmSpan;
+
+// The range as a whole: zoomed and taken with the mouse, entered as centre and span, and back and forth through the
+// spans that the user has had. Each becomes the range as if start and stop had been typed.
+class SpanCommands : public QObject
+{
+    Q_OBJECT
+
+public:
+    // window: the parent of the dialog.
+    SpanCommands(const Configuration &configuration, RangeEntry &range, Desktop &desktop, ErrorBoundary &boundary,
+                 QWidget *window);
+
+    // For menus: centre and span, back, forth, the whole range of the generator. Back and forth beep where there is
+    // nothing: whether there is something can depend on a number that is still being typed.
+    QList<QAction *> actions() const { return m_actions; }
+
+    // Twice as narrow for each notch, or twice as wide for each negative one; the frequency (Hz) keeps its place.
+    void zoom(double around, int notches);
+
+    // From the frequency at the left to that at the right, Hz.
+    void take(double left, double right);
+
+private:
+    void addAction(const char *name, const QString &caption, const QKeySequence &key, const QString &toolTip,
+                   void (SpanCommands::*handler)());
+    void mnuSpan_Click();
+    void mnuSpanBack_Click();
+    void mnuSpanForth_Click();
+    void mnuFullRange_Click();
+    Span current() const;
+    bool isAhead() const;
+    bool isElsewhere() const;
+    void settle();
+    void notePlan();
+    void setSpan(const Span &span);
+    void setSpanOrBeep(const std::optional<Span> &span);
+
+    const Configuration &m_configuration;
+    RangeEntry &m_range;
+    Desktop &m_desktop;
+    ErrorBoundary &m_boundary;
+    QWidget *m_window;
+    SpanHistory m_history;
+    bool m_changed = false; // by the user, since the last plan
+    QList<QAction *> m_actions;
+    FrmSpan *m_dialog = nullptr;
+};
+
+} // namespace calvorn
