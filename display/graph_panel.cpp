@@ -2,6 +2,7 @@
 #include "display/graph_panel.h"
 
 #include "display/frequency_captions.h"
+#include "display/frequency_labels.h"
 
 #include <QEvent>
 
@@ -14,6 +15,7 @@ GraphPanel::GraphPanel(Configuration &configuration, const SweepTable &table, Ma
     : QWidget(parent)
     , m_axis(new AmplitudeAxis(configuration, desktop, boundary, this))
     , m_graph(new SweepGraph(configuration, table, markers, this))
+    , m_table(table)
     , m_grid(new QGridLayout(this))
 {
     m_grid->setContentsMargins(0, 0, 0, 0);
@@ -49,6 +51,7 @@ void GraphPanel::widenTop(int by)
 void GraphPanel::setFooter(QWidget *footer)
 {
     m_grid->addWidget(footer, 2, 1);
+    m_grid->addWidget(new FrequencyLabels(*m_graph, m_table, *footer, this), 2, 1);
 }
 
 bool GraphPanel::eventFilter(QObject *watched, QEvent *event)

@@ -23,7 +23,8 @@ public:
     // Grid, axis labels and full-scale boxes for the scale and range of the record. The curve is not read again.
     void drawScreen();
 
-    // Lays the widget under the plot, exactly as wide; the panel takes it over. Once.
+    // Lays the widget under the plot, exactly as wide; the panel takes it over. Once. The frequencies of the grid stand
+    // beside its labels.
     void setFooter(QWidget *footer);
 
     // Adds logical pixels to the space above the graph; a lower window takes them back.
@@ -35,6 +36,7 @@ protected:
 private:
     AmplitudeAxis *m_axis;
     SweepGraph *m_graph;
+    const SweepTable &m_table;
     QGridLayout *m_grid;
 };
 

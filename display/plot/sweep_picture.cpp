@@ -6,6 +6,7 @@
 #include "core/scale_type.h"
 #include "core/whole_file.h"
 #include "display/plot/amplitude_ladder.h"
+#include "display/plot/frequency_ticks.h"
 
 #include <QBuffer>
 #include <QPageLayout>
@@ -26,6 +27,7 @@ constexpr QRectF kPlot(112, 112, 1056, 480);
 constexpr double kMargin = 32.0;
 constexpr int kTitlePixels = 24;
 constexpr int kTextPixels = 18;
+constexpr int kTickPixels = 14;
 constexpr int kLineHeight = 30;
 constexpr double kCurveWidth = 1.5;
 constexpr QRgb kScreenText = 0xFFE6E6E6;
@@ -128,6 +130,24 @@ void SweepPicture::paintFrequencies(QPainter &painter, GraphInk ink) const
     painter.drawText(line, Qt::AlignLeft | Qt::AlignVCenter, hertz.arg(m_texts.start));
     painter.drawText(line, Qt::AlignHCenter | Qt::AlignVCenter, hertz.arg(m_texts.centre));
     painter.drawText(line, Qt::AlignRight | Qt::AlignVCenter, hertz.arg(m_texts.stop));
+
+    const auto widthOf = [&painter](const QString &text) {
+        return QFontMetricsF(painter.font()).horizontalAdvance(text);
+    };
+    const double half = widthOf(hertz.arg(m_texts.centre)) / 2.0;
+    const double middle = line.center().x();
+    TickStrip strip{widthOf, {}, {}, kTickPixels};
+    strip.placeOf = [this](double x) { return kPlot.left() + m_plot.scale.toPixel({x, 0.0}, kPlot.size()).x(); };
+    strip.taken = {{line.left(), line.left() + widthOf(hertz.arg(m_texts.start))},
+                   {middle - half, middle + half},
+                   {line.right() - widthOf(hertz.arg(m_texts.stop)), line.right()}};
+    setFont(painter, kTickPixels);
+    for (const FrequencyTick &tick : fittingTicks(m_plot.axis, strip)) {
+        const double width = widthOf(tick.text) + 2.0;
+        painter.drawText(QRectF(strip.placeOf(tick.x) - width / 2.0, line.top(), width, line.height()),
+                         Qt::AlignHCenter | Qt::AlignVCenter, tick.text);
+    }
+    setFont(painter, kTextPixels);
 }
 
 void SweepPicture::paintMarkers(QPainter &painter, GraphInk ink) const

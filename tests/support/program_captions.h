@@ -16,6 +16,7 @@ struct Text
 // below.
 inline constexpr std::array kCaptionContexts{
     "AmplitudeLadder",
+    "FrequencyTicks",
     "InterfaceKind",
     "PinUses",
     "ResultText",
@@ -26,6 +27,7 @@ inline constexpr std::array kCaptionContexts{
     "calvorn::CalibrationDialog",
     "calvorn::DdsPage",
     "calvorn::DigitBars",
+    "calvorn::FrequencyLabels",
     "calvorn::FrequencyReadouts",
     "calvorn::FrmAbout",
     "calvorn::FrmCalibraADC",
