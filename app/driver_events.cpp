@@ -24,9 +24,9 @@ void DriverEvents::connectDriver()
 {
     AcquisitionDriver *driver = m_instrument.driver();
     m_boundary.connect(driver, &AcquisitionDriver::refused, this, "refused",
-                       [this](const QString &text, bool withBeep) {
-                           withBeep ? m_messages.beepAndWarn(text) : m_messages.warn(text);
-                       });
+                       [this](const QString &text, bool withBeep) { refused(text, withBeep); });
+    connect(driver, &AcquisitionDriver::modeChanged, this,
+            [this](const QString &caption) { emit reported(tr("Mode: %1").arg(caption)); });
     if (auto *pic = qobject_cast<PicDriver *>(driver))
         connectHandlers(pic, {"aPIC_aComplete", &DriverEvents::aPIC_aComplete, "aPIC_aErrore",
                               &DriverEvents::aPIC_aErrore, "aPIC_aVettore", &DriverEvents::aPIC_aVettore});
@@ -98,6 +98,12 @@ void DriverEvents::aVNA_aVettore(const QVector<int> &vettore)
     stored(vettore);
 }
 
+void DriverEvents::refused(const QString &text, bool withBeep)
+{
+    emit reported(text);
+    withBeep ? m_messages.beepAndWarn(text) : m_messages.warn(text);
+}
+
 void DriverEvents::completed(AcquisitionDriver *driver)
 {
     m_log.writeLog(driver->logPrefix() + tr("Stop sweep"));
@@ -124,6 +130,7 @@ void DriverEvents::failed(const AcquisitionDriver *driver, std::int16_t tipoErro
     if (m_reportedElsewhere || reaction == Reaction::CountSilently || reaction == Reaction::Ignore)
         return;
     m_log.writeLog(NumberText::fromInteger(tipoErrore) + u' ' + descrizione);
+    emit reported(descrizione);
     if (reaction != Reaction::LogAndAsk)
         return;
     m_alerts.show(descrizione, [this](const QString &text) {

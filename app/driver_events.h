@@ -33,6 +33,9 @@ signals:
     // The user answered an error of the hardware with Cancel: the main window closes.
     void cancelled();
 
+    // What the driver reports and the user may want to know, in words; nothing that is only counted.
+    void reported(const QString &text);
+
 private:
     template <typename Driver>
     struct Handlers
@@ -57,6 +60,7 @@ private:
     void aVNA_aErrore(VnaDriver *driver, std::int16_t tipoErrore, const QString &descrizione);
     void aVNA_aVettore(const QVector<int> &vettore);
 
+    void refused(const QString &text, bool withBeep);
     void completed(AcquisitionDriver *driver);
     void stored(const QVector<int> &vettore);
     void failed(const AcquisitionDriver *driver, std::int16_t tipoErrore, const QString &descrizione);

@@ -121,10 +121,21 @@ void FrmSweep::composeGraphColumn(QVBoxLayout *column)
     m_setUp = new SetUpMenu(
         {m_configuration, m_table, *m_events, m_station.messages, m_station.log, m_station.boundary}, this);
     m_scales = new ScaleControl(m_configuration, m_table, *m_graphPanel, *m_markerPanel, m_station.boundary, this);
+    composeStatusLine();
     m_spans = new SpanCommands(m_configuration, *m_range, m_station.desktop, m_station.boundary, this);
 
     column->addWidget(m_graphPanel, 1);
     column->addWidget(m_views);
+}
+
+void FrmSweep::composeStatusLine()
+{
+    m_status = new StatusLine(this);
+    m_status->setObjectName(QStringLiteral("lblStatus"));
+    m_status->setAccessibleName(tr("Last message"));
+    m_views->setBetween(m_status);
+    connect(m_events, &DriverEvents::reported, m_status, &StatusLine::showMessage);
+    connect(m_files, &SweepFiles::reported, m_status, &StatusLine::showMessage);
 }
 
 void FrmSweep::connectRooms()

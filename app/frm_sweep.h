@@ -18,6 +18,7 @@
 #include "display/table_view.h"
 #include "display/view_switch.h"
 #include "measure/measure_dock.h"
+#include "widgets/status_line.h"
 
 #include <QMainWindow>
 
@@ -60,6 +61,7 @@ private:
     void composeControlColumn(QVBoxLayout *column);
     void connectRooms();
     void connectSpans();
+    void composeStatusLine();
     void buildMenus();
     bool loadSettings();
     void tellFaults(const QStringList &faults);
@@ -93,6 +95,7 @@ private:
     AuxOutput *m_aux1 = nullptr;
     AuxOutput *m_aux2 = nullptr;
     ViewSwitch *m_views = nullptr;
+    StatusLine *m_status = nullptr;
     ScaleControl *m_scales = nullptr;
     RangeEntry *m_range = nullptr;
     SpanCommands *m_spans = nullptr;

@@ -37,21 +37,24 @@ SweepFiles::SweepFiles(const SweepFilesRooms &rooms, Messages &messages, Log &lo
 
 void SweepFiles::mnuSaveCSV_Click()
 {
-    try {
-        exportSweep();
-    } catch (const RuntimeError &error) {
-        m_log.writeLog(tr("Export: ") + error.message());
-    }
-}
-
-void SweepFiles::exportSweep()
-{
     // The folder is offered again, the name is not.
     const QString folder = QFileInfo(m_lastFile).path();
     const QString path =
         m_messages.desktop().chooseFileToSave(tr("Sweep files (*.csv)"), m_lastFile.isEmpty() ? QString() : folder);
     if (path.isEmpty())
         return;
+    const QString name = QFileInfo(path).fileName();
+    try {
+        exportSweep(path);
+        emit reported(tr("%1 rows written to %2").arg(NumberText::fromInteger(kSweepPoints), name));
+    } catch (const RuntimeError &error) {
+        m_log.writeLog(tr("Export: ") + error.message());
+        emit reported(tr("%1 not exported: %2").arg(name, error.message()));
+    }
+}
+
+void SweepFiles::exportSweep(const QString &path)
+{
     writeWholeFile(path, sweepAsCsv(m_rooms.table));
     m_lastFile = path;
 }
@@ -60,21 +63,24 @@ void SweepFiles::mnuOpenCSV_Click()
 {
     // A desktop that shows the menus itself lets no click precede.
     EntryBox::commitPending();
-    try {
-        importSweep();
-    } catch (const RuntimeError &error) {
-        // What was read before the error stays, and is seen.
-        m_rooms.table.cellsWritten();
-        m_log.writeLog(tr("Import: ") + error.message());
-    }
-}
-
-void SweepFiles::importSweep()
-{
     const QString path = m_messages.desktop().chooseFileToOpen(tr("Sweep files (*.csv)"), m_lastFile);
     if (path.isEmpty())
         return;
     m_lastFile = path;
+    const QString name = QFileInfo(path).fileName();
+    try {
+        importSweep(path);
+        emit reported(tr("%1 rows from %2").arg(NumberText::fromInteger(kSweepPoints), name));
+    } catch (const RuntimeError &error) {
+        // What was read before the error stays, and is seen.
+        m_rooms.table.cellsWritten();
+        m_log.writeLog(tr("Import: ") + error.message());
+        emit reported(tr("%1 not imported: %2").arg(name, error.message()));
+    }
+}
+
+void SweepFiles::importSweep(const QString &path)
+{
     // Opening a pipe would wait for its other end.
     if (QFileInfo::exists(path) && !QFileInfo(path).isFile())
         throw RuntimeError(RuntimeError::Kind::File, path + tr(": it is not a file"));

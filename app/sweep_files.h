@@ -21,7 +21,8 @@ struct SweepFilesRooms
     FrequencyReadouts &readouts;
 };
 
-// The commands "Export (.csv)" and "Import" of the File menu. Either ends silently on any error; only the log tells.
+// The commands "Export (.csv)" and "Import" of the File menu. Neither shows a box on an error: the log and reported()
+// tell.
 // An export replaces the file whole or not at all; an import that fails half-way leaves the rows read so far.
 class SweepFiles : public QObject
 {
@@ -36,9 +37,13 @@ public:
     void mnuSaveCSV_Click();
     void mnuOpenCSV_Click();
 
+signals:
+    // What has become of an export or an import, in words.
+    void reported(const QString &text);
+
 private:
-    void exportSweep();
-    void importSweep();
+    void exportSweep(const QString &path);
+    void importSweep(const QString &path);
     double voltsOf(int row) const;
     bool firstRowIsInVolts() const;
     void noteUnit();

@@ -2,7 +2,6 @@
 #include "display/view_switch.h"
 
 #include <QActionGroup>
-#include <QHBoxLayout>
 #include <QVBoxLayout>
 
 namespace calvorn {
@@ -91,6 +90,12 @@ void ViewSwitch::makeFrame(int index, QWidget *content)
     inside->addWidget(content);
     m_stack->addWidget(frame);
     m_frames[i] = frame;
+}
+
+void ViewSwitch::setBetween(QWidget *widget)
+{
+    delete m_buttonRow->takeAt(kViews); // the stretch
+    m_buttonRow->insertWidget(kViews, widget, 1);
 }
 
 void ViewSwitch::selectView(int index)

@@ -6,6 +6,7 @@
 
 #include <QAction>
 #include <QFrame>
+#include <QHBoxLayout>
 #include <QList>
 #include <QPushButton>
 #include <QStackedLayout>
@@ -40,6 +41,9 @@ public:
     // Puts a widget to the right of the buttons.
     void addBesideButtons(QWidget *widget) { m_buttonRow->addWidget(widget); }
 
+    // Puts a widget into the room that the buttons and what stands beside them leave.
+    void setBetween(QWidget *widget);
+
 private:
     void cmdView_Click(int index) { selectView(index); }
     void mnuView_Click(int index) { selectView(index); }
@@ -51,7 +55,7 @@ private:
     std::array<QPushButton *, kViews> m_buttons{};
     std::array<QFrame *, kViews> m_frames{};
     std::array<QAction *, kViews> m_actions{};
-    QLayout *m_buttonRow = nullptr;
+    QHBoxLayout *m_buttonRow = nullptr;
     QStackedLayout *m_stack = nullptr;
     bool m_parallelPortViews = true;
 };

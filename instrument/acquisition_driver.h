@@ -177,6 +177,9 @@ signals:
     // What the hardware refused, for the user. withBeep: how a fault at the start-up is told.
     void refused(const QString &text, bool withBeep);
 
+    // The instrument measures something else now: modeCaption().
+    void modeChanged(const QString &caption);
+
     // The hardware has just been configured: outputs that the user set are to be restored.
     void hardwareReady();
 

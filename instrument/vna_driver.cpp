@@ -107,6 +107,7 @@ QString VnaDriver::nextMode(const QString &present)
     if (index < 0)
         return present;
     configuration().measuringMode = static_cast<std::int16_t>(next + 1);
+    emit modeChanged(captions[next]);
     return captions[next];
 }
 

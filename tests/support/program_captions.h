@@ -112,6 +112,7 @@ inline constexpr std::array kCaptions{
     Text{"calvorn::FrmSetUp", "Close without any change"},
     Text{"calvorn::FrmSweep", "EXIT"},
     Text{"calvorn::FrmSweep", "Save the settings and end the program"},
+    Text{"calvorn::FrmSweep", "Last message"},
     Text{"calvorn::FrmSweep", "&File"},
     Text{"calvorn::FrmSweep", "E&xit"},
     Text{"calvorn::FrmSweep", "&View"},
