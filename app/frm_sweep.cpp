@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/frm_sweep.h"
 
+#include "app/axis_menus.h"
 #include "app/frm_about.h"
 #include "app/frm_preferences.h"
 #include "app/help_desk.h"
@@ -175,6 +176,7 @@ void FrmSweep::connectSpans()
                                [this](double around, int notches) { m_spans->zoom(around, notches); });
     m_station.boundary.connect(mouse, &SpanMouse::spanDragged, m_spans, "spanDragged",
                                [this](double left, double right) { m_spans->take(left, right); });
+    new AxisMenus({*m_graphPanel, *m_readouts, *m_scales, *m_spans, *m_markerPanel}, m_station.boundary, this);
 }
 
 void FrmSweep::buildMenus()

@@ -56,6 +56,10 @@ public:
     // Both boxes and their difference, as the texts of the given kind of scale. The lines stay.
     void showAmplitudes(bool linear, double m3, double m4);
 
+    // Asks for the frequency of a marker as an end of the range, see the signals.
+    void cmdCopyM1_Click();
+    void cmdCopyM2_Click();
+
     // --- all ---
 
     void clearCursorReadout();
@@ -95,8 +99,6 @@ private:
     void picSweep_MouseDown(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, double x, double y);
     void picSweep_MouseMove(double x, double y);
     void picSweep_MouseUp(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, double x, double y);
-    void cmdCopyM1_Click();
-    void cmdCopyM2_Click();
     void putMarker(GraphItem marker, double x, double y);
     double insideAtPrecisionOfBox(double y) const;
     void cancelDrag();

@@ -24,6 +24,7 @@ inline constexpr std::array kCaptionContexts{
     "calvorn::AmplitudeAxis",
     "calvorn::AuxOutput",
     "calvorn::AuxPage",
+    "calvorn::AxisMenus",
     "calvorn::CalibrationDialog",
     "calvorn::DdsPage",
     "calvorn::DigitBars",

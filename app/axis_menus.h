@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "controls/span_commands.h"
+#include "display/graph_panel.h"
+#include "display/marker_panel.h"
+#include "display/scale_control.h"
+
+#include <QMenu>
+#include <QObject>
+
+namespace calvorn {
+
+// What the two axes of the graph have to do with.
+struct AxisMenuRooms
+{
+    GraphPanel &graph;
+    QWidget &frequencies; // the strip below the plot
+    const ScaleControl &scales;
+    const SpanCommands &spans;
+    MarkerPanel &markers;
+};
+
+// The context menus of the two axes: the scales at the amplitudes, the spans at the frequencies.
+class AxisMenus : public QObject
+{
+    Q_OBJECT
+
+public:
+    AxisMenus(const AxisMenuRooms &rooms, ErrorBoundary &boundary, QWidget *window);
+
+private:
+    static void open(QMenu *menu, QWidget &axis);
+    QAction *makeAction(const char *name, const QString &caption, const QString &toolTip);
+};
+
+} // namespace calvorn
