@@ -187,11 +187,17 @@ PlotPainter SweepGraph::screenPainter(GraphInk ink) const
     return {m_model, {QSizeF(size()), pixel, std::max(1.0, std::floor(devicePixelRatioF())) * pixel}, ink};
 }
 
+// Soft edges need no whole pixels, so the curve looks alike at every scaling of the screen.
+double SweepGraph::curveThickness() const
+{
+    return std::max(1.0, devicePixelRatioF());
+}
+
 PlotPainter SweepGraph::devicePainter() const
 {
     const double ratio = devicePixelRatioF();
     const double thickness = std::max(1.0, std::floor(ratio));
-    return {m_model, {QSizeF((QSizeF(size()) * ratio).toSize()), 1.0, thickness, thickness}};
+    return {m_model, {QSizeF((QSizeF(size()) * ratio).toSize()), 1.0, thickness, curveThickness()}};
 }
 
 void SweepGraph::placeLabel(GraphItem item)
@@ -264,7 +270,7 @@ void SweepGraph::paintPlot()
     painter.paintBackground(gridPainter);
     gridPainter.end();
     m_gridAxis = m_model.axis;
-    m_plot.setGrid(grid, std::max(1.0, std::floor(devicePixelRatioF())));
+    m_plot.setGrid(grid, curveThickness());
     m_plot.setCurves(painter.curvesInPixels());
 }
 

@@ -132,6 +132,7 @@ private:
     void placeLabels();
     PlotPainter screenPainter(GraphInk ink = GraphInk::Screen) const; // in logical pixels
     PlotPainter devicePainter() const;                                // in device pixels
+    double curveThickness() const;                                    // device pixels
 
     const Configuration &m_configuration;
     const SweepTable &m_table;
