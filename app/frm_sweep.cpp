@@ -137,6 +137,8 @@ void FrmSweep::composeStatusLine()
     m_views->setBetween(m_status);
     connect(m_events, &DriverEvents::reported, m_status, &StatusLine::showMessage);
     connect(m_files, &SweepFiles::reported, m_status, &StatusLine::showMessage);
+    m_boards = new BoardMenus(m_configuration, m_instrument, m_station.boundary, this);
+    connect(m_boards, &BoardMenus::reported, m_status, &StatusLine::showMessage);
 }
 
 void FrmSweep::connectRooms()
@@ -164,6 +166,7 @@ void FrmSweep::connectRooms()
         m_setUpMenu->menuAction()->setEnabled(enabled);
         m_files->exportAction()->setEnabled(enabled);
         m_files->importAction()->setEnabled(enabled);
+        m_boards->setIdle(enabled);
     });
     connect(m_events, &DriverEvents::cancelled, this, &QWidget::close);
     connect(m_setUp, &SetUpMenu::configured, this, &FrmSweep::endAtOnce);
@@ -199,6 +202,7 @@ void FrmSweep::buildMenus()
 
     QMenu *view = addMenu(tr("&View"));
     view->addActions(m_views->actions());
+    m_boards->addTo(*view);
     view->addSeparator();
     view->addAction(m_measure->action());
     addMenu(tr("S&cale"))->addActions(m_scales->actions());
@@ -366,6 +370,7 @@ void FrmSweep::connectHardware()
     if (!driver)
         return;
     setWindowTitle(driver->caption());
+    m_boards->followDriver();
     m_testPanel->setDriver(driver);
     fitControlColumn();
     m_setUp->setDriver(driver);

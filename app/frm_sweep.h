@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "app/board_menus.h"
 #include "app/driver_events.h"
 #include "app/set_up_menu.h"
 #include "app/sweep_files.h"
@@ -96,6 +97,7 @@ private:
     AuxOutput *m_aux2 = nullptr;
     ViewSwitch *m_views = nullptr;
     StatusLine *m_status = nullptr;
+    BoardMenus *m_boards = nullptr;
     ScaleControl *m_scales = nullptr;
     RangeEntry *m_range = nullptr;
     SpanCommands *m_spans = nullptr;

@@ -127,6 +127,7 @@ void TestPanel::setDriver(AcquisitionDriver *driver)
         m_misura->setMinimumWidth(std::max(m_misura->minimumWidth(), m_misura->sizeHint().width()));
     }
     m_misura->setText(driver->modeCaption());
+    connect(driver, &AcquisitionDriver::modeChanged, m_misura, &QToolButton::setText);
 }
 
 void TestPanel::cmdFreqDDS_Click()

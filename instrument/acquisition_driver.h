@@ -136,6 +136,8 @@ public:
     // Goes from the mode of this caption to the next one, whose caption is returned; any other caption comes back and
     // changes nothing. The instrument hears of it by sendMode().
     virtual QString nextMode(const QString &present) { return present; }
+    // Takes the mode at this place of modeCaptions(); the instrument hears of it in the same way.
+    virtual void chooseMode(int index) { Q_UNUSED(index) }
     virtual void sendMode() {}
 
     // --- calibration, while no sweep runs ---

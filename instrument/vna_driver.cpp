@@ -106,9 +106,14 @@ QString VnaDriver::nextMode(const QString &present)
     const qsizetype next = (index + 1) % captions.size();
     if (index < 0)
         return present;
-    configuration().measuringMode = static_cast<std::int16_t>(next + 1);
-    emit modeChanged(captions[next]);
+    chooseMode(static_cast<int>(next));
     return captions[next];
+}
+
+void VnaDriver::chooseMode(int index)
+{
+    configuration().measuringMode = static_cast<std::int16_t>(index + 1);
+    emit modeChanged(modeCaption());
 }
 
 void VnaDriver::sendMode()

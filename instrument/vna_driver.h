@@ -27,6 +27,7 @@ public:
     QString modeCaption() const override;
     QStringList modeCaptions() const override;
     QString nextMode(const QString &present) override;
+    void chooseMode(int index) override;
     void sendMode() override;
     bool triesOffsets() const override { return true; }
     void tryOffset(double hertz) override;

@@ -23,6 +23,9 @@ inline constexpr SettingKey kSimulatedChip{kSimulatorSection, "Chip", ""};
 inline constexpr SettingKey kSimulatedClock{kSimulatorSection, "Clock", ""}; // Hz
 inline constexpr SettingKey kSimulatedAdc{kSimulatorSection, "ADC", ""};
 
+// What "Device" can be, the default first.
+inline constexpr std::array kSimulatedDevices{"bandpass", "lowpass", "notch", "crystal", "through"};
+
 inline constexpr std::array kSimulatorKeys{kSimulatedDevice, kSimulatorPace,  kSimulatorSeed, kSimulatorFault,
                                            kSimulatedChip,   kSimulatedClock, kSimulatedAdc};
 
