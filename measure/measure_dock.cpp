@@ -32,7 +32,7 @@ MeasureDock::MeasureDock(const Configuration &configuration, const SweepTable &t
     setObjectName(QStringLiteral("dockMeasure"));
     setAllowedAreas(Qt::RightDockWidgetArea | Qt::LeftDockWidgetArea);
     m_action->setObjectName(QStringLiteral("mnuMeasure"));
-    m_action->setText(tr("&Measure"));
+    m_action->setText(tr("M&easure"));
     m_action->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_M));
     m_action->setToolTip(tr("Traces to compare with, results, limits"));
 

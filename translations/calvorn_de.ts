@@ -130,6 +130,21 @@
     </message>
 </context>
 <context>
+    <name>FrequencyTicks</name>
+    <message>
+        <source>%1 MHz</source>
+        <translation>%1 MHz</translation>
+    </message>
+    <message>
+        <source>%1 kHz</source>
+        <translation>%1 kHz</translation>
+    </message>
+    <message>
+        <source>%1 Hz</source>
+        <translation>%1 Hz</translation>
+    </message>
+</context>
+<context>
     <name>InterfaceKind</name>
     <message>
         <source>PIC connected to the USB port COM%1</source>
@@ -178,6 +193,37 @@
     <message>
         <source>serial port COM%1</source>
         <translation>serieller Port COM%1</translation>
+    </message>
+</context>
+<context>
+    <name>LimitLines</name>
+    <message>
+        <source>line %1: %2</source>
+        <translation>Zeile %1: %2</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a number with a decimal point</source>
+        <translation>&quot;%1&quot; ist keine Zahl mit Dezimalpunkt</translation>
+    </message>
+    <message>
+        <source>three fields are needed: frequency, upper, lower</source>
+        <translation>drei Felder sind nötig: Frequenz, obere, untere Grenze</translation>
+    </message>
+    <message>
+        <source>the frequency is below zero</source>
+        <translation>die Frequenz ist negativ</translation>
+    </message>
+    <message>
+        <source>the file must begin with &quot;%1&quot;, or the same with V or &quot;dB relative&quot; in place of dB</source>
+        <translation>die Datei muss mit &quot;%1&quot; beginnen oder mit V oder &quot;dB relative&quot; anstelle von dB</translation>
+    </message>
+    <message>
+        <source>this is too large for a file of limits</source>
+        <translation>das ist zu groß für eine Datei mit Grenzwerten</translation>
+    </message>
+    <message>
+        <source>there are more than %1 points</source>
+        <translation>es sind mehr als %1 Punkte</translation>
     </message>
 </context>
 <context>
@@ -384,6 +430,160 @@
     </message>
 </context>
 <context>
+    <name>ReadableFile</name>
+    <message>
+        <source>%1 cannot be read: %2.</source>
+        <translation>%1 kann nicht gelesen werden: %2.</translation>
+    </message>
+    <message>
+        <source>it is not a file</source>
+        <translation>es ist keine Datei</translation>
+    </message>
+</context>
+<context>
+    <name>ResultText</name>
+    <message>
+        <source>Peak</source>
+        <translation>Höchstwert</translation>
+    </message>
+    <message>
+        <source>Peak frequency</source>
+        <translation>Frequenz des Höchstwerts</translation>
+    </message>
+    <message>
+        <source>Insertion loss</source>
+        <translation>Einfügedämpfung</translation>
+    </message>
+    <message>
+        <source>−3 dB bandwidth</source>
+        <translation>Bandbreite bei −3 dB</translation>
+    </message>
+    <message>
+        <source>−6 dB bandwidth</source>
+        <translation>Bandbreite bei −6 dB</translation>
+    </message>
+    <message>
+        <source>−60 dB bandwidth</source>
+        <translation>Bandbreite bei −60 dB</translation>
+    </message>
+    <message>
+        <source>Centre frequency</source>
+        <translation>Mittenfrequenz</translation>
+    </message>
+    <message>
+        <source>Quality factor Q</source>
+        <translation>Güte Q</translation>
+    </message>
+    <message>
+        <source>Shape factor</source>
+        <translation>Formfaktor</translation>
+    </message>
+    <message>
+        <source>Ripple</source>
+        <translation>Welligkeit</translation>
+    </message>
+    <message>
+        <source>Lower slope</source>
+        <translation>Untere Flankensteilheit</translation>
+    </message>
+    <message>
+        <source>Upper slope</source>
+        <translation>Obere Flankensteilheit</translation>
+    </message>
+    <message>
+        <source>Notch depth</source>
+        <translation>Kerbtiefe</translation>
+    </message>
+    <message>
+        <source>Notch frequency</source>
+        <translation>Kerbfrequenz</translation>
+    </message>
+    <message>
+        <source>Series resonance</source>
+        <translation>Serienresonanz</translation>
+    </message>
+    <message>
+        <source>Parallel resonance</source>
+        <translation>Parallelresonanz</translation>
+    </message>
+    <message>
+        <source>Motional resistance Rm</source>
+        <translation>Dynamischer Widerstand Rm</translation>
+    </message>
+    <message>
+        <source>Motional inductance Lm</source>
+        <translation>Dynamische Induktivität Lm</translation>
+    </message>
+    <message>
+        <source>Motional capacitance Cm</source>
+        <translation>Dynamische Kapazität Cm</translation>
+    </message>
+    <message>
+        <source>Parallel capacitance C0</source>
+        <translation>Parallelkapazität C0</translation>
+    </message>
+    <message>
+        <source>Return loss</source>
+        <translation>Rückflussdämpfung</translation>
+    </message>
+    <message>
+        <source>Reflection |ρ|</source>
+        <translation>Reflexion |ρ|</translation>
+    </message>
+    <message>
+        <source>Lowest SWR</source>
+        <translation>Kleinstes SWR</translation>
+    </message>
+    <message>
+        <source>Frequency of the lowest SWR</source>
+        <translation>Frequenz des kleinsten SWR</translation>
+    </message>
+    <message>
+        <source>Bandwidth for SWR ≤ 1.5</source>
+        <translation>Bandbreite für SWR ≤ 1,5</translation>
+    </message>
+    <message>
+        <source>Bandwidth for SWR ≤ 2</source>
+        <translation>Bandbreite für SWR ≤ 2</translation>
+    </message>
+    <message>
+        <source>%1 dB/octave</source>
+        <translation>%1 dB/Oktave</translation>
+    </message>
+    <message>
+        <source>no sweep yet</source>
+        <translation>noch kein Sweep</translation>
+    </message>
+    <message>
+        <source>not inside the range</source>
+        <translation>nicht im Bereich</translation>
+    </message>
+    <message>
+        <source>below the detector&apos;s floor</source>
+        <translation>unter der Schwelle des Detektors</translation>
+    </message>
+    <message>
+        <source>no reference</source>
+        <translation>keine Referenz</translation>
+    </message>
+    <message>
+        <source>no parallel resonance inside the range</source>
+        <translation>keine Parallelresonanz im Bereich</translation>
+    </message>
+    <message>
+        <source>a gap in the curve</source>
+        <translation>eine Lücke in der Kurve</translation>
+    </message>
+    <message>
+        <source>the curve does not go that low</source>
+        <translation>die Kurve reicht nicht so tief</translation>
+    </message>
+    <message>
+        <source>not below the reference</source>
+        <translation>nicht unter der Referenz</translation>
+    </message>
+</context>
+<context>
     <name>RuntimeError</name>
     <message>
         <source>Overflow</source>
@@ -571,6 +771,14 @@
         <source>the name of a picture ends in .png or .svg</source>
         <translation>der Name eines Bildes endet auf .png oder .svg</translation>
     </message>
+    <message>
+        <source>Linear scale, 0 to %1, %2</source>
+        <translation>Lineare Skala, 0 bis %1, %2</translation>
+    </message>
+    <message>
+        <source>Logarithmic scale, %1 to %2 dB, %3</source>
+        <translation>Logarithmische Skala, %1 bis %2 dB, %3</translation>
+    </message>
 </context>
 <context>
     <name>SweepTool</name>
@@ -662,12 +870,171 @@
         <source>standard output</source>
         <translation>Standardausgabe</translation>
     </message>
+    <message>
+        <source>The limits of %1 are volts: they need --scale linear, and no --reference.</source>
+        <translation>Die Grenzen in %1 sind Volt: Sie brauchen --scale linear und keine --reference.</translation>
+    </message>
+    <message>
+        <source>The limits of %1 are dB: they need a --scale in dB, and no --reference.</source>
+        <translation>Die Grenzen in %1 sind dB: Sie brauchen eine --scale in dB und keine --reference.</translation>
+    </message>
+    <message>
+        <source>The limits of %1 are relative dB: they need a --scale in dB, and a --reference.</source>
+        <translation>Die Grenzen in %1 sind relative dB: Sie brauchen eine --scale in dB und eine --reference.</translation>
+    </message>
+    <message>
+        <source>The reference does not cover the whole range: there are gaps.</source>
+        <translation>Die Referenz deckt nicht den ganzen Bereich ab: Es gibt Lücken.</translation>
+    </message>
+    <message>
+        <source>The reference is partly below the detector&apos;s floor: there are gaps.</source>
+        <translation>Die Referenz liegt zum Teil unter der Schwelle des Detektors: Es gibt Lücken.</translation>
+    </message>
+    <message>
+        <source>The limits of %1 cover no point of the sweep.</source>
+        <translation>Die Grenzen in %1 betreffen keinen Punkt des Durchlaufs.</translation>
+    </message>
+    <message>
+        <source>Mean of %1 sweeps</source>
+        <translation>Mittel aus %1 Durchläufen</translation>
+    </message>
+    <message>
+        <source>Sweep</source>
+        <translation>Durchlauf</translation>
+    </message>
+    <message>
+        <source>relative to %1</source>
+        <translation>bezogen auf %1</translation>
+    </message>
+    <message>
+        <source>Upper limit</source>
+        <translation>Obere Grenze</translation>
+    </message>
+    <message>
+        <source>Lower limit</source>
+        <translation>Untere Grenze</translation>
+    </message>
+    <message>
+        <source>Limits</source>
+        <translation>Grenzen</translation>
+    </message>
+    <message>
+        <source>passed</source>
+        <translation>bestanden</translation>
+    </message>
+    <message>
+        <source>failed</source>
+        <translation>nicht bestanden</translation>
+    </message>
+    <message>
+        <source>Worst at</source>
+        <translation>Schlechteste bei</translation>
+    </message>
+    <message>
+        <source>Amplitude</source>
+        <translation>Amplitude</translation>
+    </message>
+    <message>
+        <source>Margin</source>
+        <translation>Abstand</translation>
+    </message>
+    <message>
+        <source>Outside</source>
+        <translation>Außerhalb</translation>
+    </message>
+    <message>
+        <source>%1 of %2 points</source>
+        <translation>%1 von %2 Punkten</translation>
+    </message>
+    <message>
+        <source>%1: the amplitudes do not follow from the counts; they are taken as %2.</source>
+        <translation>%1: Die Amplituden ergeben sich nicht aus den Zählwerten; sie gelten als %2.</translation>
+    </message>
+    <message>
+        <source>volts</source>
+        <translation>Volt</translation>
+    </message>
+    <message>
+        <source>dB</source>
+        <translation>dB</translation>
+    </message>
+    <message>
+        <source>Take this many sweeps, %1 to %2, and show their mean.</source>
+        <translation>So viele Durchläufe machen, %1 bis %2, und ihr Mittel zeigen.</translation>
+    </message>
+    <message>
+        <source>Read the sweep from a file, and measure nothing.</source>
+        <translation>Liest den Durchlauf aus einer Datei und misst nichts.</translation>
+    </message>
+    <message>
+        <source>Show everything relative to the sweep of this file.</source>
+        <translation>Zeigt alles bezogen auf den Durchlauf dieser Datei.</translation>
+    </message>
+    <message>
+        <source>Print the results of a kind of device: %1.</source>
+        <translation>Gibt die Ergebnisse einer Art von Messobjekt aus: %1.</translation>
+    </message>
+    <message>
+        <source>Source and load of a crystal&apos;s fixture in ohms each; %1 if not given.</source>
+        <translation>Quelle und Last der Fassung eines Quarzes, je in Ohm; ohne Angabe %1.</translation>
+    </message>
+    <message>
+        <source>Judge the sweep by the limits of this file.</source>
+        <translation>Beurteilt den Durchlauf nach den Grenzen dieser Datei.</translation>
+    </message>
+    <message>
+        <source>Form of what is printed: %1.</source>
+        <translation>Form der Ausgabe: %1.</translation>
+    </message>
+    <message>
+        <source>Draw the sweeps of these files in the picture, too; at most %1.</source>
+        <translation>Zeichnet auch die Durchläufe dieser Dateien in das Bild; höchstens %1.</translation>
+    </message>
+    <message>
+        <source>--%1 takes a whole number from %2 to %3, not &quot;%4&quot;.</source>
+        <translation>--%1 erwartet eine ganze Zahl von %2 bis %3, nicht „%4“.</translation>
+    </message>
+    <message>
+        <source>--%1 takes a number of ohms above 0, not &quot;%2&quot;.</source>
+        <translation>--%1 erwartet eine Zahl von Ohm über 0, nicht „%2“.</translation>
+    </message>
+    <message>
+        <source>--%1 takes at most %2 files.</source>
+        <translation>--%1 nimmt höchstens %2 Dateien.</translation>
+    </message>
+    <message>
+        <source>--%1 and --%2 cannot be given together.</source>
+        <translation>--%1 und --%2 schließen einander aus.</translation>
+    </message>
+    <message>
+        <source>--%1 needs %2.</source>
+        <translation>--%1 braucht %2.</translation>
+    </message>
+    <message>
+        <source>--%1 leaves no room on standard output for --%2.</source>
+        <translation>--%1 lässt auf der Standardausgabe keinen Platz für --%2.</translation>
+    </message>
+    <message>
+        <source>--%1 and --%2 name the same file.</source>
+        <translation>--%1 und --%2 nennen dieselbe Datei.</translation>
+    </message>
 </context>
 <context>
     <name>ThreadStart</name>
     <message>
         <source>The computer cannot start another thread; end other programs and try again.</source>
         <translation>Der Computer kann keinen weiteren Thread starten; bitte andere Programme beenden und noch einmal versuchen.</translation>
+    </message>
+</context>
+<context>
+    <name>TraceFile</name>
+    <message>
+        <source>%1, line %2: %3</source>
+        <translation>%1, Zeile %2: %3</translation>
+    </message>
+    <message>
+        <source>%1: the frequencies do not lie at equal distances.</source>
+        <translation>%1: Die Frequenzen haben keine gleichen Abstände.</translation>
     </message>
 </context>
 <context>
@@ -837,6 +1204,14 @@
         <source>(Vref 10V)</source>
         <translation>(Vref 10V)</translation>
     </message>
+    <message>
+        <source>Ratio</source>
+        <translation>Verhältnis</translation>
+    </message>
+    <message>
+        <source>%1, relative</source>
+        <translation>%1, relativ</translation>
+    </message>
 </context>
 <context>
     <name>calvorn::AuxOutput</name>
@@ -974,6 +1349,60 @@
     <message>
         <source>Minimum</source>
         <translation>Minimum</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::AxisMenus</name>
+    <message>
+        <source>M1 -&gt; &amp;Start</source>
+        <translation>M1 -&gt; &amp;Start</translation>
+    </message>
+    <message>
+        <source>Start the range at M1</source>
+        <translation>Der Bereich beginnt bei M1</translation>
+    </message>
+    <message>
+        <source>M2 -&gt; S&amp;top</source>
+        <translation>M2 -&gt; S&amp;top</translation>
+    </message>
+    <message>
+        <source>Stop the range at M2</source>
+        <translation>Der Bereich endet bei M2</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::BoardMenus</name>
+    <message>
+        <source>&amp;Simulated board</source>
+        <translation>&amp;Simulierte Platine</translation>
+    </message>
+    <message>
+        <source>M&amp;iniVNA mode</source>
+        <translation>M&amp;iniVNA-Messart</translation>
+    </message>
+    <message>
+        <source>&amp;Band-pass filter, 7.1 MHz</source>
+        <translation>&amp;Bandpass, 7,1 MHz</translation>
+    </message>
+    <message>
+        <source>&amp;Low-pass filter, 7 MHz</source>
+        <translation>&amp;Tiefpass, 7 MHz</translation>
+    </message>
+    <message>
+        <source>&amp;Notch, 7 MHz</source>
+        <translation>&amp;Kerbfilter, 7 MHz</translation>
+    </message>
+    <message>
+        <source>&amp;Crystal, 9 MHz</source>
+        <translation>&amp;Quarz, 9 MHz</translation>
+    </message>
+    <message>
+        <source>&amp;Through, a piece of cable</source>
+        <translation>&amp;Durchgang, ein Stück Kabel</translation>
+    </message>
+    <message>
+        <source>Simulated board: %1</source>
+        <translation>Simulierte Platine: %1</translation>
     </message>
 </context>
 <context>
@@ -1146,6 +1575,17 @@
     <message>
         <source>Stop sweep</source>
         <translation>Wobbeln gestoppt</translation>
+    </message>
+    <message>
+        <source>Mode: %1</source>
+        <translation>Messart: %1</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::FrequencyLabels</name>
+    <message>
+        <source>Frequencies of the grid</source>
+        <translation>Frequenzen des Rasters</translation>
     </message>
 </context>
 <context>
@@ -1439,6 +1879,45 @@
     </message>
 </context>
 <context>
+    <name>calvorn::FrmSpan</name>
+    <message>
+        <source>Centre and span</source>
+        <translation>Mitte und Spanne</translation>
+    </message>
+    <message>
+        <source>&amp;Centre - Hz</source>
+        <translation>&amp;Mitte - Hz</translation>
+    </message>
+    <message>
+        <source>Enter the middle of the range in Hz</source>
+        <translation>Mitte des Bereichs in Hz eingeben</translation>
+    </message>
+    <message>
+        <source>&amp;Span - Hz</source>
+        <translation>&amp;Spanne - Hz</translation>
+    </message>
+    <message>
+        <source>Enter the width of the range in Hz</source>
+        <translation>Breite des Bereichs in Hz eingeben</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Sweep this range</source>
+        <translation>Diesen Bereich wobbeln</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Close without any change</source>
+        <translation>Ohne Änderung schließen</translation>
+    </message>
+</context>
+<context>
     <name>calvorn::FrmSweep</name>
     <message>
         <source>EXIT</source>
@@ -1507,6 +1986,14 @@
     <message>
         <source>The settings file %1 is not used: %2.</source>
         <translation>Die Datei mit den Einstellungen %1 wird nicht verwendet: %2.</translation>
+    </message>
+    <message>
+        <source>Last message</source>
+        <translation>Letzte Meldung</translation>
+    </message>
+    <message>
+        <source>S&amp;weep</source>
+        <translation>&amp;Wobbeln</translation>
     </message>
 </context>
 <context>
@@ -1678,6 +2165,157 @@
     <message>
         <source>Some settings could not be read.</source>
         <translation>Einige Einstellungen waren nicht lesbar.</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::LimitsPage</name>
+    <message>
+        <source>&amp;Judge every sweep</source>
+        <translation>Jeden Durchlauf be&amp;urteilen</translation>
+    </message>
+    <message>
+        <source>Draw the limits, and say whether each sweep keeps them</source>
+        <translation>Zeichnet die Grenzen und sagt, ob jeder Durchlauf sie einhält</translation>
+    </message>
+    <message>
+        <source>&amp;Beep on a change</source>
+        <translation>&amp;Ton beim Wechsel</translation>
+    </message>
+    <message>
+        <source>Beep when sweeps begin to pass or to fail</source>
+        <translation>Ton, wenn die Durchläufe zu bestehen oder nicht zu bestehen beginnen</translation>
+    </message>
+    <message>
+        <source>Verdict on the last sweep</source>
+        <translation>Urteil über den letzten Durchlauf</translation>
+    </message>
+    <message>
+        <source>&amp;Zero</source>
+        <translation>&amp;Null</translation>
+    </message>
+    <message>
+        <source>Count from zero</source>
+        <translation>Von null an zählen</translation>
+    </message>
+    <message>
+        <source>Points of the limits</source>
+        <translation>Punkte der Grenzen</translation>
+    </message>
+    <message>
+        <source>Hz</source>
+        <translation>Hz</translation>
+    </message>
+    <message>
+        <source>Upper</source>
+        <translation>Obere</translation>
+    </message>
+    <message>
+        <source>Lower</source>
+        <translation>Untere</translation>
+    </message>
+    <message>
+        <source>&amp;Add</source>
+        <translation>Hinzu&amp;fügen</translation>
+    </message>
+    <message>
+        <source>Add a point at M1, on the level of M3</source>
+        <translation>Fügt einen Punkt bei M1 auf der Höhe von M3 hinzu</translation>
+    </message>
+    <message>
+        <source>&amp;Remove</source>
+        <translation>&amp;Entfernen</translation>
+    </message>
+    <message>
+        <source>Remove the points that are selected</source>
+        <translation>Entfernt die gewählten Punkte</translation>
+    </message>
+    <message>
+        <source>By &amp;click</source>
+        <translation>Mit &amp;Klick</translation>
+    </message>
+    <message>
+        <source>Each click into the graph adds a point to this limit</source>
+        <translation>Jeder Klick in den Graphen fügt dieser Grenze einen Punkt hinzu</translation>
+    </message>
+    <message>
+        <source>upper</source>
+        <translation>obere</translation>
+    </message>
+    <message>
+        <source>lower</source>
+        <translation>untere</translation>
+    </message>
+    <message>
+        <source>The limit that gets the new points</source>
+        <translation>Die Grenze, die die neuen Punkte bekommt</translation>
+    </message>
+    <message>
+        <source>Li&amp;ve ±</source>
+        <translation>Aktuell &amp;±</translation>
+    </message>
+    <message>
+        <source>Make both limits from the sweep that is shown</source>
+        <translation>Macht beide Grenzen aus dem gezeigten Durchlauf</translation>
+    </message>
+    <message>
+        <source> dB</source>
+        <translation> dB</translation>
+    </message>
+    <message>
+        <source>Distance of the limits from the sweep</source>
+        <translation>Abstand der Grenzen vom Durchlauf</translation>
+    </message>
+    <message>
+        <source>&amp;Load…</source>
+        <translation>&amp;Laden…</translation>
+    </message>
+    <message>
+        <source>Take the limits of a file</source>
+        <translation>Nimmt die Grenzen aus einer Datei</translation>
+    </message>
+    <message>
+        <source>Sa&amp;ve…</source>
+        <translation>Sp&amp;eichern…</translation>
+    </message>
+    <message>
+        <source>Write the limits into a file</source>
+        <translation>Schreibt die Grenzen in eine Datei</translation>
+    </message>
+    <message>
+        <source>PASS</source>
+        <translation>BESTANDEN</translation>
+    </message>
+    <message>
+        <source>FAIL</source>
+        <translation>NICHT BESTANDEN</translation>
+    </message>
+    <message>
+        <source>V</source>
+        <translation>V</translation>
+    </message>
+    <message>
+        <source>dB</source>
+        <translation>dB</translation>
+    </message>
+    <message>
+        <source>Below the detector&apos;s floor at %1 Hz</source>
+        <translation>Unter der Schwelle des Detektors bei %1 Hz</translation>
+    </message>
+    <message>
+        <source>Nearest: %1 %2 inside, at %3 Hz</source>
+        <translation>Nächster Punkt: %1 %2 innerhalb, bei %3 Hz</translation>
+    </message>
+    <message>
+        <source>Worst: %1 %2 outside, at %3 Hz</source>
+        <translation>Schlechtester Punkt: %1 %2 außerhalb, bei %3 Hz</translation>
+    </message>
+    <message>
+        <source>%1 passed, %2 failed</source>
+        <translation>%1 bestanden, %2 nicht</translation>
+    </message>
+    <message>
+        <source>Limits (*.csv)</source>
+        <translation>Grenzen (*.csv)</translation>
     </message>
 </context>
 <context>
@@ -1920,6 +2558,112 @@
     </message>
 </context>
 <context>
+    <name>calvorn::MeasureDock</name>
+    <message>
+        <source>Measure</source>
+        <translation>Messen</translation>
+    </message>
+    <message>
+        <source>M&amp;easure</source>
+        <translation>M&amp;essen</translation>
+    </message>
+    <message>
+        <source>Traces to compare with, results, limits</source>
+        <translation>Kurven zum Vergleich, Ergebnisse, Grenzen</translation>
+    </message>
+    <message>
+        <source>Traces</source>
+        <translation>Kurven</translation>
+    </message>
+    <message>
+        <source>Results</source>
+        <translation>Ergebnisse</translation>
+    </message>
+    <message>
+        <source>Limits</source>
+        <translation>Grenzen</translation>
+    </message>
+    <message>
+        <source>&amp;Normalise</source>
+        <translation>&amp;Normalisieren</translation>
+    </message>
+    <message>
+        <source>The sweep that is shown becomes the reference, and the curves are shown relative to it. The table keeps what was measured.</source>
+        <translation>Der gezeigte Durchlauf wird die Referenz, und die Kurven werden auf ihn bezogen gezeigt. Die Tabelle behält, was gemessen wurde.</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::Measurement</name>
+    <message>
+        <source>Gaps: the reference does not reach there, or is below the detector&apos;s floor.</source>
+        <translation>Lücken: Die Referenz reicht nicht bis dorthin oder liegt unter der Schwelle des Detektors.</translation>
+    </message>
+    <message>
+        <source>Gaps: the reference does not reach there.</source>
+        <translation>Lücken: Die Referenz reicht nicht bis dorthin.</translation>
+    </message>
+    <message>
+        <source>Gaps: the reference is below the detector&apos;s floor.</source>
+        <translation>Lücken: Die Referenz liegt unter der Schwelle des Detektors.</translation>
+    </message>
+    <message>
+        <source>There are no limits.</source>
+        <translation>Es gibt keine Grenzen.</translation>
+    </message>
+    <message>
+        <source>These limits are volts: choose the linear scale, without a reference.</source>
+        <translation>Diese Grenzen sind Volt: die lineare Skala wählen, ohne Referenz.</translation>
+    </message>
+    <message>
+        <source>These limits are dB: choose a scale in dB, without a reference.</source>
+        <translation>Diese Grenzen sind dB: eine Skala in dB wählen, ohne Referenz.</translation>
+    </message>
+    <message>
+        <source>These limits are dB relative to a reference: choose a scale in dB, and normalise.</source>
+        <translation>Diese Grenzen sind dB gegenüber einer Referenz: eine Skala in dB wählen und normalisieren.</translation>
+    </message>
+    <message>
+        <source>There is no sweep yet.</source>
+        <translation>Es gibt noch keinen Durchlauf.</translation>
+    </message>
+    <message>
+        <source>No sample lies at a limit.</source>
+        <translation>Kein Messpunkt liegt bei einer Grenze.</translation>
+    </message>
+    <message>
+        <source>Live</source>
+        <translation>Aktuell</translation>
+    </message>
+    <message>
+        <source>Average of %1</source>
+        <translation>Mittel aus %1</translation>
+    </message>
+    <message>
+        <source>Max hold</source>
+        <translation>Maximum</translation>
+    </message>
+    <message>
+        <source>Min hold</source>
+        <translation>Minimum</translation>
+    </message>
+    <message>
+        <source>relative to the reference</source>
+        <translation>bezogen auf die Referenz</translation>
+    </message>
+    <message>
+        <source>Live, relative</source>
+        <translation>Aktuell, relativ</translation>
+    </message>
+    <message>
+        <source>Upper limit</source>
+        <translation>Obere Grenze</translation>
+    </message>
+    <message>
+        <source>Lower limit</source>
+        <translation>Untere Grenze</translation>
+    </message>
+</context>
+<context>
     <name>calvorn::PicDriver</name>
     <message>
         <source>DDS not initialized</source>
@@ -2136,6 +2880,145 @@
     </message>
 </context>
 <context>
+    <name>calvorn::ResultsPage</name>
+    <message>
+        <source>Filter</source>
+        <translation>Filter</translation>
+    </message>
+    <message>
+        <source>Notch</source>
+        <translation>Kerbfilter</translation>
+    </message>
+    <message>
+        <source>Crystal</source>
+        <translation>Quarz</translation>
+    </message>
+    <message>
+        <source>Match with a bridge</source>
+        <translation>Anpassung mit Brücke</translation>
+    </message>
+    <message>
+        <source>What is measured</source>
+        <translation>Was gemessen wird</translation>
+    </message>
+    <message>
+        <source>&amp;Results of</source>
+        <translation>&amp;Ergebnisse für</translation>
+    </message>
+    <message>
+        <source>Live sweep</source>
+        <translation>Aktueller Durchlauf</translation>
+    </message>
+    <message>
+        <source>Average</source>
+        <translation>Mittel</translation>
+    </message>
+    <message>
+        <source>The curve that the results are computed from</source>
+        <translation>Die Kurve, aus der die Ergebnisse berechnet werden</translation>
+    </message>
+    <message>
+        <source>&amp;From</source>
+        <translation>&amp;Aus</translation>
+    </message>
+    <message>
+        <source> Ω</source>
+        <translation> Ω</translation>
+    </message>
+    <message>
+        <source>Resistance of source and load of the fixture, each</source>
+        <translation>Widerstand von Quelle und Last der Fassung, je für sich</translation>
+    </message>
+    <message>
+        <source>Fi&amp;xture</source>
+        <translation>&amp;Fassung</translation>
+    </message>
+    <message>
+        <source>&amp;Peak</source>
+        <translation>&amp;Spitze</translation>
+    </message>
+    <message>
+        <source>Put M1 onto the highest point</source>
+        <translation>Setzt M1 auf den höchsten Punkt</translation>
+    </message>
+    <message>
+        <source>Mini&amp;mum</source>
+        <translation>Mini&amp;mum</translation>
+    </message>
+    <message>
+        <source>Put M1 onto the lowest point</source>
+        <translation>Setzt M1 auf den tiefsten Punkt</translation>
+    </message>
+    <message>
+        <source>◀ Pea&amp;k</source>
+        <translation>◀ Spit&amp;ze</translation>
+    </message>
+    <message>
+        <source>Put M1 onto the next peak to the left</source>
+        <translation>Setzt M1 auf die nächste Spitze links</translation>
+    </message>
+    <message>
+        <source>Peak ▶</source>
+        <translation>Spitze ▶</translation>
+    </message>
+    <message>
+        <source>Put M1 onto the next peak to the right</source>
+        <translation>Setzt M1 auf die nächste Spitze rechts</translation>
+    </message>
+    <message>
+        <source>−&amp;3 dB</source>
+        <translation>−&amp;3 dB</translation>
+    </message>
+    <message>
+        <source>Put M1 and M2 onto the −3 dB points</source>
+        <translation>Setzt M1 und M2 auf die −3-dB-Punkte</translation>
+    </message>
+    <message>
+        <source>−&amp;6 dB</source>
+        <translation>−&amp;6 dB</translation>
+    </message>
+    <message>
+        <source>Put M1 and M2 onto the −6 dB points</source>
+        <translation>Setzt M1 und M2 auf die −6-dB-Punkte</translation>
+    </message>
+    <message>
+        <source> dB</source>
+        <translation> dB</translation>
+    </message>
+    <message>
+        <source>How far a peak must rise above the valleys on both sides</source>
+        <translation>Wie weit eine Spitze über die Täler zu beiden Seiten ragen muss</translation>
+    </message>
+    <message>
+        <source>M1 &amp;tracks the peak</source>
+        <translation>M1 &amp;folgt der Spitze</translation>
+    </message>
+    <message>
+        <source>After each sweep M1 stands on the highest point</source>
+        <translation>Nach jedem Durchlauf steht M1 auf dem höchsten Punkt</translation>
+    </message>
+    <message>
+        <source>Peaks of at &amp;least</source>
+        <translation>Spitzen ab</translation>
+    </message>
+    <message>
+        <source>At M1</source>
+        <translation>Bei M1</translation>
+    </message>
+    <message>
+        <source>At M2</source>
+        <translation>Bei M2</translation>
+    </message>
+    <message>
+        <source>%1 V</source>
+        <translation>%1 V</translation>
+    </message>
+    <message>
+        <source>%1 dB</source>
+        <translation>%1 dB</translation>
+    </message>
+</context>
+<context>
     <name>calvorn::SampleConversion</name>
     <message>
         <source>sample %1 of a sweep</source>
@@ -2254,6 +3137,41 @@
     </message>
 </context>
 <context>
+    <name>calvorn::SpanCommands</name>
+    <message>
+        <source>&amp;Centre and span…</source>
+        <translation>&amp;Mitte und Spanne…</translation>
+    </message>
+    <message>
+        <source>Enter the range as centre and span</source>
+        <translation>Bereich als Mitte und Spanne eingeben</translation>
+    </message>
+    <message>
+        <source>&amp;Previous span</source>
+        <translation>&amp;Vorheriger Bereich</translation>
+    </message>
+    <message>
+        <source>Go back to the range before this one</source>
+        <translation>Zurück zum Bereich davor</translation>
+    </message>
+    <message>
+        <source>&amp;Next span</source>
+        <translation>&amp;Nächster Bereich</translation>
+    </message>
+    <message>
+        <source>Go forth to the range after this one</source>
+        <translation>Weiter zum Bereich danach</translation>
+    </message>
+    <message>
+        <source>&amp;Full range</source>
+        <translation>&amp;Ganzer Bereich</translation>
+    </message>
+    <message>
+        <source>Sweep all that the generator can do</source>
+        <translation>Alles, was der Generator kann</translation>
+    </message>
+</context>
+<context>
     <name>calvorn::SweepControls</name>
     <message>
         <source>Sweep speed</source>
@@ -2319,6 +3237,14 @@
         <source>Stop sweep forzato</source>
         <translation>Wobbeln zwangsweise gestoppt</translation>
     </message>
+    <message>
+        <source>&amp;Single sweep</source>
+        <translation>&amp;Einzeldurchlauf</translation>
+    </message>
+    <message>
+        <source>Sweep once, then stop; a running sweep stops after the next curve</source>
+        <translation>Einmal wobbeln, dann anhalten; ein laufendes Wobbeln hält nach der nächsten Kurve an</translation>
+    </message>
 </context>
 <context>
     <name>calvorn::SweepFiles</name>
@@ -2370,18 +3296,36 @@
         <source>the amplitudes are volts, and the scale is in dB</source>
         <translation>die Amplituden sind Volt, und die Skala ist in dB</translation>
     </message>
+    <message>
+        <source>%1 rows written to %2</source>
+        <translation>%1 Zeilen in %2 geschrieben</translation>
+    </message>
+    <message>
+        <source>%1 not exported: %2</source>
+        <translation>%1 nicht exportiert: %2</translation>
+    </message>
+    <message>
+        <source>%1 rows from %2</source>
+        <translation>%1 Zeilen aus %2</translation>
+    </message>
+    <message>
+        <source>%1 not imported: %2</source>
+        <translation>%1 nicht importiert: %2</translation>
+    </message>
 </context>
 <context>
     <name>calvorn::SweepGraph</name>
     <message>
-        <source>Click left: M1, right: M2, with Shift: M3 and M4. Markers can be dragged.
-Keyboard: arrow keys move, keys 1 to 4 put a marker.</source>
-        <translation>Klick links: M1, rechts: M2, mit Umschalt: M3 und M4. Marker lassen sich ziehen.
-Tastatur: Pfeiltasten bewegen, die Tasten 1 bis 4 setzen einen Marker.</translation>
-    </message>
-    <message>
         <source>Sweep graph</source>
         <translation>Wobbelkurve</translation>
+    </message>
+    <message>
+        <source>Click left: M1, right: M2, with Shift: M3 and M4. Markers can be dragged.
+With Ctrl: the wheel zooms, a drag takes the span.
+Keyboard: arrow keys move, keys 1 to 4 put a marker.</source>
+        <translation>Klick links: M1, rechts: M2, mit Umschalt: M3 und M4. Marker lassen sich ziehen.
+Mit Strg: das Rad zoomt, Ziehen wählt den Bereich.
+Tastatur: Pfeiltasten bewegen, die Tasten 1 bis 4 setzen einen Marker.</translation>
     </message>
 </context>
 <context>
@@ -2554,6 +3498,117 @@ Tastatur: Pfeiltasten bewegen, die Tasten 1 bis 4 setzen einen Marker.</translat
     <message>
         <source>Empty the receive box, the curve and the table</source>
         <translation>Empfangsfeld, Kurve und Tabelle leeren</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::TracesPage</name>
+    <message>
+        <source>&amp;Legend in the graph</source>
+        <translation>&amp;Legende im Graphen</translation>
+    </message>
+    <message>
+        <source>Names the curves where more than the live one is shown</source>
+        <translation>Benennt die Kurven, wenn mehr als eine gezeigt wird</translation>
+    </message>
+    <message>
+        <source>Stored traces</source>
+        <translation>Gespeicherte Kurven</translation>
+    </message>
+    <message>
+        <source>Show this trace in the graph</source>
+        <translation>Zeigt diese Kurve im Graphen</translation>
+    </message>
+    <message>
+        <source>Show trace %1</source>
+        <translation>Kurve %1 zeigen</translation>
+    </message>
+    <message>
+        <source>Name of the trace in the legend</source>
+        <translation>Name der Kurve in der Legende</translation>
+    </message>
+    <message>
+        <source>Name of trace %1</source>
+        <translation>Name der Kurve %1</translation>
+    </message>
+    <message>
+        <source>Store &amp;%1</source>
+        <translation>Speicher &amp;%1</translation>
+    </message>
+    <message>
+        <source>Keep the sweep that is shown as trace %1</source>
+        <translation>Bewahrt den gezeigten Durchlauf als Kurve %1 auf</translation>
+    </message>
+    <message>
+        <source>Load, save or remove trace %1</source>
+        <translation>Kurve %1 laden, speichern oder entfernen</translation>
+    </message>
+    <message>
+        <source>&amp;Load…</source>
+        <translation>&amp;Laden…</translation>
+    </message>
+    <message>
+        <source>&amp;Save…</source>
+        <translation>&amp;Speichern…</translation>
+    </message>
+    <message>
+        <source>&amp;Remove</source>
+        <translation>&amp;Entfernen</translation>
+    </message>
+    <message>
+        <source>Of the sweeps to come</source>
+        <translation>Aus den nächsten Durchläufen</translation>
+    </message>
+    <message>
+        <source>Ma&amp;x hold</source>
+        <translation>Ma&amp;ximum</translation>
+    </message>
+    <message>
+        <source>Keep the highest amplitude at each frequency</source>
+        <translation>Behält die höchste Amplitude jeder Frequenz</translation>
+    </message>
+    <message>
+        <source>M&amp;in hold</source>
+        <translation>M&amp;inimum</translation>
+    </message>
+    <message>
+        <source>Keep the lowest amplitude at each frequency</source>
+        <translation>Behält die niedrigste Amplitude jeder Frequenz</translation>
+    </message>
+    <message>
+        <source>&amp;Average over</source>
+        <translation>&amp;Mittel über</translation>
+    </message>
+    <message>
+        <source>The mean of this many sweeps; after them each new one counts as one of so many</source>
+        <translation>Das Mittel so vieler Durchläufe; danach zählt jeder neue wie einer von so vielen</translation>
+    </message>
+    <message>
+        <source>Sweeps in the average</source>
+        <translation>Durchläufe im Mittel</translation>
+    </message>
+    <message>
+        <source>Sweeps averaged so far</source>
+        <translation>Bisher gemittelte Durchläufe</translation>
+    </message>
+    <message>
+        <source>Start a&amp;new</source>
+        <translation>&amp;Neu beginnen</translation>
+    </message>
+    <message>
+        <source>Begin holds and average again with the next sweep; another range does so, too</source>
+        <translation>Maximum, Minimum und Mittel beginnen mit dem nächsten Durchlauf neu; ein anderer Bereich bewirkt es auch</translation>
+    </message>
+    <message>
+        <source>Trace %1</source>
+        <translation>Kurve %1</translation>
+    </message>
+    <message>
+        <source>Sweep files (*.csv)</source>
+        <translation>Wobbeldateien (*.csv)</translation>
+    </message>
+    <message>
+        <source>%1 so far</source>
+        <translation>%1 bisher</translation>
     </message>
 </context>
 <context>

@@ -130,6 +130,21 @@
     </message>
 </context>
 <context>
+    <name>FrequencyTicks</name>
+    <message>
+        <source>%1 MHz</source>
+        <translation>%1 MHz</translation>
+    </message>
+    <message>
+        <source>%1 kHz</source>
+        <translation>%1 kHz</translation>
+    </message>
+    <message>
+        <source>%1 Hz</source>
+        <translation>%1 Hz</translation>
+    </message>
+</context>
+<context>
     <name>InterfaceKind</name>
     <message>
         <source>PIC connected to the USB port COM%1</source>
@@ -178,6 +193,37 @@
     <message>
         <source>serial port COM%1</source>
         <translation>porta seriale COM%1</translation>
+    </message>
+</context>
+<context>
+    <name>LimitLines</name>
+    <message>
+        <source>line %1: %2</source>
+        <translation>riga %1: %2</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a number with a decimal point</source>
+        <translation>&quot;%1&quot; non è un numero con il punto decimale</translation>
+    </message>
+    <message>
+        <source>three fields are needed: frequency, upper, lower</source>
+        <translation>servono tre campi: frequenza, limite superiore, limite inferiore</translation>
+    </message>
+    <message>
+        <source>the frequency is below zero</source>
+        <translation>la frequenza è negativa</translation>
+    </message>
+    <message>
+        <source>the file must begin with &quot;%1&quot;, or the same with V or &quot;dB relative&quot; in place of dB</source>
+        <translation>il file deve cominciare con &quot;%1&quot;, oppure con V o &quot;dB relative&quot; al posto di dB</translation>
+    </message>
+    <message>
+        <source>this is too large for a file of limits</source>
+        <translation>è troppo grande per un file di limiti</translation>
+    </message>
+    <message>
+        <source>there are more than %1 points</source>
+        <translation>ci sono più di %1 punti</translation>
     </message>
 </context>
 <context>
@@ -384,6 +430,160 @@
     </message>
 </context>
 <context>
+    <name>ReadableFile</name>
+    <message>
+        <source>%1 cannot be read: %2.</source>
+        <translation>Impossibile leggere %1: %2.</translation>
+    </message>
+    <message>
+        <source>it is not a file</source>
+        <translation>non è un file</translation>
+    </message>
+</context>
+<context>
+    <name>ResultText</name>
+    <message>
+        <source>Peak</source>
+        <translation>Massimo</translation>
+    </message>
+    <message>
+        <source>Peak frequency</source>
+        <translation>Frequenza del massimo</translation>
+    </message>
+    <message>
+        <source>Insertion loss</source>
+        <translation>Perdita d&apos;inserzione</translation>
+    </message>
+    <message>
+        <source>−3 dB bandwidth</source>
+        <translation>Banda a −3 dB</translation>
+    </message>
+    <message>
+        <source>−6 dB bandwidth</source>
+        <translation>Banda a −6 dB</translation>
+    </message>
+    <message>
+        <source>−60 dB bandwidth</source>
+        <translation>Banda a −60 dB</translation>
+    </message>
+    <message>
+        <source>Centre frequency</source>
+        <translation>Frequenza centrale</translation>
+    </message>
+    <message>
+        <source>Quality factor Q</source>
+        <translation>Fattore di merito Q</translation>
+    </message>
+    <message>
+        <source>Shape factor</source>
+        <translation>Fattore di forma</translation>
+    </message>
+    <message>
+        <source>Ripple</source>
+        <translation>Ondulazione</translation>
+    </message>
+    <message>
+        <source>Lower slope</source>
+        <translation>Pendenza inferiore</translation>
+    </message>
+    <message>
+        <source>Upper slope</source>
+        <translation>Pendenza superiore</translation>
+    </message>
+    <message>
+        <source>Notch depth</source>
+        <translation>Profondità della tacca</translation>
+    </message>
+    <message>
+        <source>Notch frequency</source>
+        <translation>Frequenza della tacca</translation>
+    </message>
+    <message>
+        <source>Series resonance</source>
+        <translation>Risonanza serie</translation>
+    </message>
+    <message>
+        <source>Parallel resonance</source>
+        <translation>Risonanza parallelo</translation>
+    </message>
+    <message>
+        <source>Motional resistance Rm</source>
+        <translation>Resistenza dinamica Rm</translation>
+    </message>
+    <message>
+        <source>Motional inductance Lm</source>
+        <translation>Induttanza dinamica Lm</translation>
+    </message>
+    <message>
+        <source>Motional capacitance Cm</source>
+        <translation>Capacità dinamica Cm</translation>
+    </message>
+    <message>
+        <source>Parallel capacitance C0</source>
+        <translation>Capacità in parallelo C0</translation>
+    </message>
+    <message>
+        <source>Return loss</source>
+        <translation>Perdita di ritorno</translation>
+    </message>
+    <message>
+        <source>Reflection |ρ|</source>
+        <translation>Riflessione |ρ|</translation>
+    </message>
+    <message>
+        <source>Lowest SWR</source>
+        <translation>ROS minimo</translation>
+    </message>
+    <message>
+        <source>Frequency of the lowest SWR</source>
+        <translation>Frequenza del ROS minimo</translation>
+    </message>
+    <message>
+        <source>Bandwidth for SWR ≤ 1.5</source>
+        <translation>Banda con ROS ≤ 1,5</translation>
+    </message>
+    <message>
+        <source>Bandwidth for SWR ≤ 2</source>
+        <translation>Banda con ROS ≤ 2</translation>
+    </message>
+    <message>
+        <source>%1 dB/octave</source>
+        <translation>%1 dB/ottava</translation>
+    </message>
+    <message>
+        <source>no sweep yet</source>
+        <translation>ancora nessuno sweep</translation>
+    </message>
+    <message>
+        <source>not inside the range</source>
+        <translation>non dentro l&apos;intervallo</translation>
+    </message>
+    <message>
+        <source>below the detector&apos;s floor</source>
+        <translation>sotto la soglia del rivelatore</translation>
+    </message>
+    <message>
+        <source>no reference</source>
+        <translation>nessun riferimento</translation>
+    </message>
+    <message>
+        <source>no parallel resonance inside the range</source>
+        <translation>nessuna risonanza parallelo nell&apos;intervallo</translation>
+    </message>
+    <message>
+        <source>a gap in the curve</source>
+        <translation>una lacuna nella curva</translation>
+    </message>
+    <message>
+        <source>the curve does not go that low</source>
+        <translation>la curva non scende così in basso</translation>
+    </message>
+    <message>
+        <source>not below the reference</source>
+        <translation>non sotto il riferimento</translation>
+    </message>
+</context>
+<context>
     <name>RuntimeError</name>
     <message>
         <source>Overflow</source>
@@ -571,6 +771,14 @@
         <source>the name of a picture ends in .png or .svg</source>
         <translation>il nome di un&apos;immagine finisce in .png o .svg</translation>
     </message>
+    <message>
+        <source>Linear scale, 0 to %1, %2</source>
+        <translation>Scala lineare, da 0 a %1, %2</translation>
+    </message>
+    <message>
+        <source>Logarithmic scale, %1 to %2 dB, %3</source>
+        <translation>Scala logaritmica, da %1 a %2 dB, %3</translation>
+    </message>
 </context>
 <context>
     <name>SweepTool</name>
@@ -662,12 +870,171 @@
         <source>standard output</source>
         <translation>standard output</translation>
     </message>
+    <message>
+        <source>The limits of %1 are volts: they need --scale linear, and no --reference.</source>
+        <translation>I limiti di %1 sono in volt: serve --scale linear e nessun --reference.</translation>
+    </message>
+    <message>
+        <source>The limits of %1 are dB: they need a --scale in dB, and no --reference.</source>
+        <translation>I limiti di %1 sono in dB: serve una --scale in dB e nessun --reference.</translation>
+    </message>
+    <message>
+        <source>The limits of %1 are relative dB: they need a --scale in dB, and a --reference.</source>
+        <translation>I limiti di %1 sono in dB relativi: servono una --scale in dB e un --reference.</translation>
+    </message>
+    <message>
+        <source>The reference does not cover the whole range: there are gaps.</source>
+        <translation>Il riferimento non copre l&apos;intero intervallo: ci sono lacune.</translation>
+    </message>
+    <message>
+        <source>The reference is partly below the detector&apos;s floor: there are gaps.</source>
+        <translation>Il riferimento è in parte sotto la soglia del rivelatore: ci sono lacune.</translation>
+    </message>
+    <message>
+        <source>The limits of %1 cover no point of the sweep.</source>
+        <translation>I limiti di %1 non riguardano alcun punto dello sweep.</translation>
+    </message>
+    <message>
+        <source>Mean of %1 sweeps</source>
+        <translation>Media di %1 sweep</translation>
+    </message>
+    <message>
+        <source>Sweep</source>
+        <translation>Sweep</translation>
+    </message>
+    <message>
+        <source>relative to %1</source>
+        <translation>rispetto a %1</translation>
+    </message>
+    <message>
+        <source>Upper limit</source>
+        <translation>Limite superiore</translation>
+    </message>
+    <message>
+        <source>Lower limit</source>
+        <translation>Limite inferiore</translation>
+    </message>
+    <message>
+        <source>Limits</source>
+        <translation>Limiti</translation>
+    </message>
+    <message>
+        <source>passed</source>
+        <translation>superati</translation>
+    </message>
+    <message>
+        <source>failed</source>
+        <translation>non superati</translation>
+    </message>
+    <message>
+        <source>Worst at</source>
+        <translation>Peggiore a</translation>
+    </message>
+    <message>
+        <source>Amplitude</source>
+        <translation>Ampiezza</translation>
+    </message>
+    <message>
+        <source>Margin</source>
+        <translation>Margine</translation>
+    </message>
+    <message>
+        <source>Outside</source>
+        <translation>Fuori</translation>
+    </message>
+    <message>
+        <source>%1 of %2 points</source>
+        <translation>%1 punti su %2</translation>
+    </message>
+    <message>
+        <source>%1: the amplitudes do not follow from the counts; they are taken as %2.</source>
+        <translation>%1: le ampiezze non derivano dai conteggi; valgono come %2.</translation>
+    </message>
+    <message>
+        <source>volts</source>
+        <translation>volt</translation>
+    </message>
+    <message>
+        <source>dB</source>
+        <translation>dB</translation>
+    </message>
+    <message>
+        <source>Take this many sweeps, %1 to %2, and show their mean.</source>
+        <translation>Esegue questo numero di sweep, da %1 a %2, e ne mostra la media.</translation>
+    </message>
+    <message>
+        <source>Read the sweep from a file, and measure nothing.</source>
+        <translation>Legge lo sweep da un file e non misura nulla.</translation>
+    </message>
+    <message>
+        <source>Show everything relative to the sweep of this file.</source>
+        <translation>Mostra tutto rispetto allo sweep di questo file.</translation>
+    </message>
+    <message>
+        <source>Print the results of a kind of device: %1.</source>
+        <translation>Stampa i risultati di un tipo di dispositivo: %1.</translation>
+    </message>
+    <message>
+        <source>Source and load of a crystal&apos;s fixture in ohms each; %1 if not given.</source>
+        <translation>Sorgente e carico del supporto di un quarzo, ciascuno in ohm; %1 se manca.</translation>
+    </message>
+    <message>
+        <source>Judge the sweep by the limits of this file.</source>
+        <translation>Giudica lo sweep secondo i limiti di questo file.</translation>
+    </message>
+    <message>
+        <source>Form of what is printed: %1.</source>
+        <translation>Forma di ciò che si stampa: %1.</translation>
+    </message>
+    <message>
+        <source>Draw the sweeps of these files in the picture, too; at most %1.</source>
+        <translation>Disegna nell&apos;immagine anche gli sweep di questi file; al massimo %1.</translation>
+    </message>
+    <message>
+        <source>--%1 takes a whole number from %2 to %3, not &quot;%4&quot;.</source>
+        <translation>--%1 vuole un numero intero da %2 a %3, non &quot;%4&quot;.</translation>
+    </message>
+    <message>
+        <source>--%1 takes a number of ohms above 0, not &quot;%2&quot;.</source>
+        <translation>--%1 vuole un numero di ohm maggiore di 0, non &quot;%2&quot;.</translation>
+    </message>
+    <message>
+        <source>--%1 takes at most %2 files.</source>
+        <translation>--%1 accetta al massimo %2 file.</translation>
+    </message>
+    <message>
+        <source>--%1 and --%2 cannot be given together.</source>
+        <translation>--%1 e --%2 non si possono indicare insieme.</translation>
+    </message>
+    <message>
+        <source>--%1 needs %2.</source>
+        <translation>--%1 richiede %2.</translation>
+    </message>
+    <message>
+        <source>--%1 leaves no room on standard output for --%2.</source>
+        <translation>--%1 non lascia posto sullo standard output per --%2.</translation>
+    </message>
+    <message>
+        <source>--%1 and --%2 name the same file.</source>
+        <translation>--%1 e --%2 indicano lo stesso file.</translation>
+    </message>
 </context>
 <context>
     <name>ThreadStart</name>
     <message>
         <source>The computer cannot start another thread; end other programs and try again.</source>
         <translation>Il computer non può avviare un altro thread; chiudere altri programmi e riprovare.</translation>
+    </message>
+</context>
+<context>
+    <name>TraceFile</name>
+    <message>
+        <source>%1, line %2: %3</source>
+        <translation>%1, riga %2: %3</translation>
+    </message>
+    <message>
+        <source>%1: the frequencies do not lie at equal distances.</source>
+        <translation>%1: le frequenze non sono equidistanti.</translation>
     </message>
 </context>
 <context>
@@ -837,6 +1204,14 @@
         <source>(Vref 10V)</source>
         <translation>(Vref 10V)</translation>
     </message>
+    <message>
+        <source>Ratio</source>
+        <translation>Rapporto</translation>
+    </message>
+    <message>
+        <source>%1, relative</source>
+        <translation>%1, relativi</translation>
+    </message>
 </context>
 <context>
     <name>calvorn::AuxOutput</name>
@@ -974,6 +1349,60 @@
     <message>
         <source>Minimum</source>
         <translation>Minimo</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::AxisMenus</name>
+    <message>
+        <source>M1 -&gt; &amp;Start</source>
+        <translation>M1 -&gt; &amp;Start</translation>
+    </message>
+    <message>
+        <source>Start the range at M1</source>
+        <translation>L&apos;intervallo comincia da M1</translation>
+    </message>
+    <message>
+        <source>M2 -&gt; S&amp;top</source>
+        <translation>M2 -&gt; S&amp;top</translation>
+    </message>
+    <message>
+        <source>Stop the range at M2</source>
+        <translation>L&apos;intervallo finisce a M2</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::BoardMenus</name>
+    <message>
+        <source>&amp;Simulated board</source>
+        <translation>&amp;Scheda simulata</translation>
+    </message>
+    <message>
+        <source>M&amp;iniVNA mode</source>
+        <translation>Modo M&amp;iniVNA</translation>
+    </message>
+    <message>
+        <source>&amp;Band-pass filter, 7.1 MHz</source>
+        <translation>Filtro passa &amp;banda, 7,1 MHz</translation>
+    </message>
+    <message>
+        <source>&amp;Low-pass filter, 7 MHz</source>
+        <translation>Filtro passa b&amp;asso, 7 MHz</translation>
+    </message>
+    <message>
+        <source>&amp;Notch, 7 MHz</source>
+        <translation>&amp;Notch, 7 MHz</translation>
+    </message>
+    <message>
+        <source>&amp;Crystal, 9 MHz</source>
+        <translation>&amp;Quarzo, 9 MHz</translation>
+    </message>
+    <message>
+        <source>&amp;Through, a piece of cable</source>
+        <translation>&amp;Collegamento diretto, un pezzo di cavo</translation>
+    </message>
+    <message>
+        <source>Simulated board: %1</source>
+        <translation>Scheda simulata: %1</translation>
     </message>
 </context>
 <context>
@@ -1146,6 +1575,17 @@
     <message>
         <source>Stop sweep</source>
         <translation>Stop sweep</translation>
+    </message>
+    <message>
+        <source>Mode: %1</source>
+        <translation>Modo: %1</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::FrequencyLabels</name>
+    <message>
+        <source>Frequencies of the grid</source>
+        <translation>Frequenze della griglia</translation>
     </message>
 </context>
 <context>
@@ -1439,6 +1879,45 @@
     </message>
 </context>
 <context>
+    <name>calvorn::FrmSpan</name>
+    <message>
+        <source>Centre and span</source>
+        <translation>Centro e ampiezza</translation>
+    </message>
+    <message>
+        <source>&amp;Centre - Hz</source>
+        <translation>&amp;Centro - Hz</translation>
+    </message>
+    <message>
+        <source>Enter the middle of the range in Hz</source>
+        <translation>Inserire il centro dell&apos;intervallo in Hz</translation>
+    </message>
+    <message>
+        <source>&amp;Span - Hz</source>
+        <translation>&amp;Ampiezza - Hz</translation>
+    </message>
+    <message>
+        <source>Enter the width of the range in Hz</source>
+        <translation>Inserire l&apos;ampiezza dell&apos;intervallo in Hz</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Sweep this range</source>
+        <translation>Usa questo intervallo</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Annulla</translation>
+    </message>
+    <message>
+        <source>Close without any change</source>
+        <translation>Chiude senza modifiche</translation>
+    </message>
+</context>
+<context>
     <name>calvorn::FrmSweep</name>
     <message>
         <source>EXIT</source>
@@ -1507,6 +1986,14 @@
     <message>
         <source>The settings file %1 is not used: %2.</source>
         <translation>Il file delle impostazioni %1 non viene usato: %2.</translation>
+    </message>
+    <message>
+        <source>Last message</source>
+        <translation>Ultimo messaggio</translation>
+    </message>
+    <message>
+        <source>S&amp;weep</source>
+        <translation>S&amp;weep</translation>
     </message>
 </context>
 <context>
@@ -1678,6 +2165,157 @@
     <message>
         <source>Some settings could not be read.</source>
         <translation>Alcune impostazioni non sono leggibili.</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::LimitsPage</name>
+    <message>
+        <source>&amp;Judge every sweep</source>
+        <translation>&amp;Giudica ogni sweep</translation>
+    </message>
+    <message>
+        <source>Draw the limits, and say whether each sweep keeps them</source>
+        <translation>Disegna i limiti e dice se ogni sweep li rispetta</translation>
+    </message>
+    <message>
+        <source>&amp;Beep on a change</source>
+        <translation>&amp;Suono al cambiamento</translation>
+    </message>
+    <message>
+        <source>Beep when sweeps begin to pass or to fail</source>
+        <translation>Suona quando gli sweep cominciano a superare i limiti o a non superarli</translation>
+    </message>
+    <message>
+        <source>Verdict on the last sweep</source>
+        <translation>Giudizio sull&apos;ultimo sweep</translation>
+    </message>
+    <message>
+        <source>&amp;Zero</source>
+        <translation>A&amp;zzera</translation>
+    </message>
+    <message>
+        <source>Count from zero</source>
+        <translation>Conta da zero</translation>
+    </message>
+    <message>
+        <source>Points of the limits</source>
+        <translation>Punti dei limiti</translation>
+    </message>
+    <message>
+        <source>Hz</source>
+        <translation>Hz</translation>
+    </message>
+    <message>
+        <source>Upper</source>
+        <translation>Superiore</translation>
+    </message>
+    <message>
+        <source>Lower</source>
+        <translation>Inferiore</translation>
+    </message>
+    <message>
+        <source>&amp;Add</source>
+        <translation>&amp;Aggiungi</translation>
+    </message>
+    <message>
+        <source>Add a point at M1, on the level of M3</source>
+        <translation>Aggiunge un punto a M1, al livello di M3</translation>
+    </message>
+    <message>
+        <source>&amp;Remove</source>
+        <translation>&amp;Togli</translation>
+    </message>
+    <message>
+        <source>Remove the points that are selected</source>
+        <translation>Toglie i punti scelti</translation>
+    </message>
+    <message>
+        <source>By &amp;click</source>
+        <translation>Con un &amp;clic</translation>
+    </message>
+    <message>
+        <source>Each click into the graph adds a point to this limit</source>
+        <translation>Ogni clic nel grafico aggiunge un punto a questo limite</translation>
+    </message>
+    <message>
+        <source>upper</source>
+        <translation>superiore</translation>
+    </message>
+    <message>
+        <source>lower</source>
+        <translation>inferiore</translation>
+    </message>
+    <message>
+        <source>The limit that gets the new points</source>
+        <translation>Il limite che riceve i nuovi punti</translation>
+    </message>
+    <message>
+        <source>Li&amp;ve ±</source>
+        <translation>Atti&amp;vo ±</translation>
+    </message>
+    <message>
+        <source>Make both limits from the sweep that is shown</source>
+        <translation>Ricava i due limiti dallo sweep mostrato</translation>
+    </message>
+    <message>
+        <source> dB</source>
+        <translation> dB</translation>
+    </message>
+    <message>
+        <source>Distance of the limits from the sweep</source>
+        <translation>Distanza dei limiti dallo sweep</translation>
+    </message>
+    <message>
+        <source>&amp;Load…</source>
+        <translation>&amp;Carica…</translation>
+    </message>
+    <message>
+        <source>Take the limits of a file</source>
+        <translation>Prende i limiti da un file</translation>
+    </message>
+    <message>
+        <source>Sa&amp;ve…</source>
+        <translation>Sa&amp;lva…</translation>
+    </message>
+    <message>
+        <source>Write the limits into a file</source>
+        <translation>Scrive i limiti in un file</translation>
+    </message>
+    <message>
+        <source>PASS</source>
+        <translation>SUPERATO</translation>
+    </message>
+    <message>
+        <source>FAIL</source>
+        <translation>NO</translation>
+    </message>
+    <message>
+        <source>V</source>
+        <translation>V</translation>
+    </message>
+    <message>
+        <source>dB</source>
+        <translation>dB</translation>
+    </message>
+    <message>
+        <source>Below the detector&apos;s floor at %1 Hz</source>
+        <translation>Sotto la soglia del rivelatore a %1 Hz</translation>
+    </message>
+    <message>
+        <source>Nearest: %1 %2 inside, at %3 Hz</source>
+        <translation>Più vicino: %1 %2 dentro, a %3 Hz</translation>
+    </message>
+    <message>
+        <source>Worst: %1 %2 outside, at %3 Hz</source>
+        <translation>Peggiore: %1 %2 fuori, a %3 Hz</translation>
+    </message>
+    <message>
+        <source>%1 passed, %2 failed</source>
+        <translation>%1 superati, %2 no</translation>
+    </message>
+    <message>
+        <source>Limits (*.csv)</source>
+        <translation>Limiti (*.csv)</translation>
     </message>
 </context>
 <context>
@@ -1920,6 +2558,112 @@
     </message>
 </context>
 <context>
+    <name>calvorn::MeasureDock</name>
+    <message>
+        <source>Measure</source>
+        <translation>Misura</translation>
+    </message>
+    <message>
+        <source>M&amp;easure</source>
+        <translation>Mis&amp;ura</translation>
+    </message>
+    <message>
+        <source>Traces to compare with, results, limits</source>
+        <translation>Tracce di confronto, risultati, limiti</translation>
+    </message>
+    <message>
+        <source>Traces</source>
+        <translation>Tracce</translation>
+    </message>
+    <message>
+        <source>Results</source>
+        <translation>Risultati</translation>
+    </message>
+    <message>
+        <source>Limits</source>
+        <translation>Limiti</translation>
+    </message>
+    <message>
+        <source>&amp;Normalise</source>
+        <translation>&amp;Normalizza</translation>
+    </message>
+    <message>
+        <source>The sweep that is shown becomes the reference, and the curves are shown relative to it. The table keeps what was measured.</source>
+        <translation>Lo sweep mostrato diventa il riferimento e le curve si mostrano rispetto a esso. La tabella tiene ciò che è stato misurato.</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::Measurement</name>
+    <message>
+        <source>Gaps: the reference does not reach there, or is below the detector&apos;s floor.</source>
+        <translation>Lacune: il riferimento non arriva fin lì o è sotto la soglia del rivelatore.</translation>
+    </message>
+    <message>
+        <source>Gaps: the reference does not reach there.</source>
+        <translation>Lacune: il riferimento non arriva fin lì.</translation>
+    </message>
+    <message>
+        <source>Gaps: the reference is below the detector&apos;s floor.</source>
+        <translation>Lacune: il riferimento è sotto la soglia del rivelatore.</translation>
+    </message>
+    <message>
+        <source>There are no limits.</source>
+        <translation>Non ci sono limiti.</translation>
+    </message>
+    <message>
+        <source>These limits are volts: choose the linear scale, without a reference.</source>
+        <translation>Questi limiti sono volt: scegliere la scala lineare, senza riferimento.</translation>
+    </message>
+    <message>
+        <source>These limits are dB: choose a scale in dB, without a reference.</source>
+        <translation>Questi limiti sono dB: scegliere una scala in dB, senza riferimento.</translation>
+    </message>
+    <message>
+        <source>These limits are dB relative to a reference: choose a scale in dB, and normalise.</source>
+        <translation>Questi limiti sono dB rispetto a un riferimento: scegliere una scala in dB e normalizzare.</translation>
+    </message>
+    <message>
+        <source>There is no sweep yet.</source>
+        <translation>Non c&apos;è ancora uno sweep.</translation>
+    </message>
+    <message>
+        <source>No sample lies at a limit.</source>
+        <translation>Nessun campione ha un limite.</translation>
+    </message>
+    <message>
+        <source>Live</source>
+        <translation>Attuale</translation>
+    </message>
+    <message>
+        <source>Average of %1</source>
+        <translation>Media di %1</translation>
+    </message>
+    <message>
+        <source>Max hold</source>
+        <translation>Massimi</translation>
+    </message>
+    <message>
+        <source>Min hold</source>
+        <translation>Minimi</translation>
+    </message>
+    <message>
+        <source>relative to the reference</source>
+        <translation>rispetto al riferimento</translation>
+    </message>
+    <message>
+        <source>Live, relative</source>
+        <translation>Attuale, relativo</translation>
+    </message>
+    <message>
+        <source>Upper limit</source>
+        <translation>Limite superiore</translation>
+    </message>
+    <message>
+        <source>Lower limit</source>
+        <translation>Limite inferiore</translation>
+    </message>
+</context>
+<context>
     <name>calvorn::PicDriver</name>
     <message>
         <source>DDS not initialized</source>
@@ -2136,6 +2880,145 @@
     </message>
 </context>
 <context>
+    <name>calvorn::ResultsPage</name>
+    <message>
+        <source>Filter</source>
+        <translation>Filtro</translation>
+    </message>
+    <message>
+        <source>Notch</source>
+        <translation>Notch</translation>
+    </message>
+    <message>
+        <source>Crystal</source>
+        <translation>Quarzo</translation>
+    </message>
+    <message>
+        <source>Match with a bridge</source>
+        <translation>Adattamento con un ponte</translation>
+    </message>
+    <message>
+        <source>What is measured</source>
+        <translation>Che cosa si misura</translation>
+    </message>
+    <message>
+        <source>&amp;Results of</source>
+        <translation>&amp;Risultati di</translation>
+    </message>
+    <message>
+        <source>Live sweep</source>
+        <translation>Sweep attuale</translation>
+    </message>
+    <message>
+        <source>Average</source>
+        <translation>Media</translation>
+    </message>
+    <message>
+        <source>The curve that the results are computed from</source>
+        <translation>La curva da cui si calcolano i risultati</translation>
+    </message>
+    <message>
+        <source>&amp;From</source>
+        <translation>&amp;Da</translation>
+    </message>
+    <message>
+        <source> Ω</source>
+        <translation> Ω</translation>
+    </message>
+    <message>
+        <source>Resistance of source and load of the fixture, each</source>
+        <translation>Resistenza della sorgente e del carico del supporto, ciascuna</translation>
+    </message>
+    <message>
+        <source>Fi&amp;xture</source>
+        <translation>&amp;Supporto</translation>
+    </message>
+    <message>
+        <source>&amp;Peak</source>
+        <translation>&amp;Picco</translation>
+    </message>
+    <message>
+        <source>Put M1 onto the highest point</source>
+        <translation>Mette M1 sul punto più alto</translation>
+    </message>
+    <message>
+        <source>Mini&amp;mum</source>
+        <translation>Mini&amp;mo</translation>
+    </message>
+    <message>
+        <source>Put M1 onto the lowest point</source>
+        <translation>Mette M1 sul punto più basso</translation>
+    </message>
+    <message>
+        <source>◀ Pea&amp;k</source>
+        <translation>◀ Pi&amp;cco</translation>
+    </message>
+    <message>
+        <source>Put M1 onto the next peak to the left</source>
+        <translation>Mette M1 sul picco seguente a sinistra</translation>
+    </message>
+    <message>
+        <source>Peak ▶</source>
+        <translation>Picco ▶</translation>
+    </message>
+    <message>
+        <source>Put M1 onto the next peak to the right</source>
+        <translation>Mette M1 sul picco seguente a destra</translation>
+    </message>
+    <message>
+        <source>−&amp;3 dB</source>
+        <translation>−&amp;3 dB</translation>
+    </message>
+    <message>
+        <source>Put M1 and M2 onto the −3 dB points</source>
+        <translation>Mette M1 e M2 sui punti a −3 dB</translation>
+    </message>
+    <message>
+        <source>−&amp;6 dB</source>
+        <translation>−&amp;6 dB</translation>
+    </message>
+    <message>
+        <source>Put M1 and M2 onto the −6 dB points</source>
+        <translation>Mette M1 e M2 sui punti a −6 dB</translation>
+    </message>
+    <message>
+        <source> dB</source>
+        <translation> dB</translation>
+    </message>
+    <message>
+        <source>How far a peak must rise above the valleys on both sides</source>
+        <translation>Di quanto un picco deve superare le valli ai due lati</translation>
+    </message>
+    <message>
+        <source>M1 &amp;tracks the peak</source>
+        <translation>M1 &amp;segue il picco</translation>
+    </message>
+    <message>
+        <source>After each sweep M1 stands on the highest point</source>
+        <translation>Dopo ogni sweep M1 sta sul punto più alto</translation>
+    </message>
+    <message>
+        <source>Peaks of at &amp;least</source>
+        <translation>Picchi di a&amp;lmeno</translation>
+    </message>
+    <message>
+        <source>At M1</source>
+        <translation>A M1</translation>
+    </message>
+    <message>
+        <source>At M2</source>
+        <translation>A M2</translation>
+    </message>
+    <message>
+        <source>%1 V</source>
+        <translation>%1 V</translation>
+    </message>
+    <message>
+        <source>%1 dB</source>
+        <translation>%1 dB</translation>
+    </message>
+</context>
+<context>
     <name>calvorn::SampleConversion</name>
     <message>
         <source>sample %1 of a sweep</source>
@@ -2254,6 +3137,41 @@
     </message>
 </context>
 <context>
+    <name>calvorn::SpanCommands</name>
+    <message>
+        <source>&amp;Centre and span…</source>
+        <translation>&amp;Centro e ampiezza…</translation>
+    </message>
+    <message>
+        <source>Enter the range as centre and span</source>
+        <translation>Inserire l&apos;intervallo come centro e ampiezza</translation>
+    </message>
+    <message>
+        <source>&amp;Previous span</source>
+        <translation>Intervallo &amp;precedente</translation>
+    </message>
+    <message>
+        <source>Go back to the range before this one</source>
+        <translation>Torna all&apos;intervallo precedente</translation>
+    </message>
+    <message>
+        <source>&amp;Next span</source>
+        <translation>Intervallo s&amp;uccessivo</translation>
+    </message>
+    <message>
+        <source>Go forth to the range after this one</source>
+        <translation>Va all&apos;intervallo successivo</translation>
+    </message>
+    <message>
+        <source>&amp;Full range</source>
+        <translation>&amp;Intervallo completo</translation>
+    </message>
+    <message>
+        <source>Sweep all that the generator can do</source>
+        <translation>Tutto ciò che il generatore può fare</translation>
+    </message>
+</context>
+<context>
     <name>calvorn::SweepControls</name>
     <message>
         <source>Sweep speed</source>
@@ -2319,6 +3237,14 @@
         <source>Stop sweep forzato</source>
         <translation>Stop sweep forzato</translation>
     </message>
+    <message>
+        <source>&amp;Single sweep</source>
+        <translation>Sweep &amp;singolo</translation>
+    </message>
+    <message>
+        <source>Sweep once, then stop; a running sweep stops after the next curve</source>
+        <translation>Un solo sweep, poi stop; uno sweep in corso si ferma dopo la prossima curva</translation>
+    </message>
 </context>
 <context>
     <name>calvorn::SweepFiles</name>
@@ -2370,18 +3296,36 @@
         <source>the amplitudes are volts, and the scale is in dB</source>
         <translation>le ampiezze sono in volt e la scala è in dB</translation>
     </message>
+    <message>
+        <source>%1 rows written to %2</source>
+        <translation>%1 righe scritte in %2</translation>
+    </message>
+    <message>
+        <source>%1 not exported: %2</source>
+        <translation>%1 non esportato: %2</translation>
+    </message>
+    <message>
+        <source>%1 rows from %2</source>
+        <translation>%1 righe da %2</translation>
+    </message>
+    <message>
+        <source>%1 not imported: %2</source>
+        <translation>%1 non importato: %2</translation>
+    </message>
 </context>
 <context>
     <name>calvorn::SweepGraph</name>
     <message>
-        <source>Click left: M1, right: M2, with Shift: M3 and M4. Markers can be dragged.
-Keyboard: arrow keys move, keys 1 to 4 put a marker.</source>
-        <translation>Clic sinistro: M1, destro: M2, con Maiusc: M3 e M4. I marcatori si possono trascinare.
-Tastiera: le frecce spostano, i tasti da 1 a 4 mettono un marcatore.</translation>
-    </message>
-    <message>
         <source>Sweep graph</source>
         <translation>Grafico dello sweep</translation>
+    </message>
+    <message>
+        <source>Click left: M1, right: M2, with Shift: M3 and M4. Markers can be dragged.
+With Ctrl: the wheel zooms, a drag takes the span.
+Keyboard: arrow keys move, keys 1 to 4 put a marker.</source>
+        <translation>Clic sinistro: M1, destro: M2, con Maiusc: M3 e M4. I marcatori si possono trascinare.
+Con Ctrl: la rotella ingrandisce, trascinando si sceglie l&apos;intervallo.
+Tastiera: le frecce spostano, i tasti da 1 a 4 mettono un marcatore.</translation>
     </message>
 </context>
 <context>
@@ -2554,6 +3498,117 @@ Tastiera: le frecce spostano, i tasti da 1 a 4 mettono un marcatore.</translatio
     <message>
         <source>Empty the receive box, the curve and the table</source>
         <translation>Svuota la casella di ricezione, la curva e la tabella</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::TracesPage</name>
+    <message>
+        <source>&amp;Legend in the graph</source>
+        <translation>&amp;Legenda nel grafico</translation>
+    </message>
+    <message>
+        <source>Names the curves where more than the live one is shown</source>
+        <translation>Dà un nome alle curve se ce n&apos;è più di una</translation>
+    </message>
+    <message>
+        <source>Stored traces</source>
+        <translation>Tracce conservate</translation>
+    </message>
+    <message>
+        <source>Show this trace in the graph</source>
+        <translation>Mostra questa traccia nel grafico</translation>
+    </message>
+    <message>
+        <source>Show trace %1</source>
+        <translation>Mostra la traccia %1</translation>
+    </message>
+    <message>
+        <source>Name of the trace in the legend</source>
+        <translation>Nome della traccia nella legenda</translation>
+    </message>
+    <message>
+        <source>Name of trace %1</source>
+        <translation>Nome della traccia %1</translation>
+    </message>
+    <message>
+        <source>Store &amp;%1</source>
+        <translation>Conserva &amp;%1</translation>
+    </message>
+    <message>
+        <source>Keep the sweep that is shown as trace %1</source>
+        <translation>Conserva lo sweep mostrato come traccia %1</translation>
+    </message>
+    <message>
+        <source>Load, save or remove trace %1</source>
+        <translation>Carica, salva o toglie la traccia %1</translation>
+    </message>
+    <message>
+        <source>&amp;Load…</source>
+        <translation>&amp;Carica…</translation>
+    </message>
+    <message>
+        <source>&amp;Save…</source>
+        <translation>&amp;Salva…</translation>
+    </message>
+    <message>
+        <source>&amp;Remove</source>
+        <translation>&amp;Togli</translation>
+    </message>
+    <message>
+        <source>Of the sweeps to come</source>
+        <translation>Degli sweep che verranno</translation>
+    </message>
+    <message>
+        <source>Ma&amp;x hold</source>
+        <translation>Ma&amp;ssimi</translation>
+    </message>
+    <message>
+        <source>Keep the highest amplitude at each frequency</source>
+        <translation>Tiene l&apos;ampiezza più alta a ogni frequenza</translation>
+    </message>
+    <message>
+        <source>M&amp;in hold</source>
+        <translation>M&amp;inimi</translation>
+    </message>
+    <message>
+        <source>Keep the lowest amplitude at each frequency</source>
+        <translation>Tiene l&apos;ampiezza più bassa a ogni frequenza</translation>
+    </message>
+    <message>
+        <source>&amp;Average over</source>
+        <translation>M&amp;edia su</translation>
+    </message>
+    <message>
+        <source>The mean of this many sweeps; after them each new one counts as one of so many</source>
+        <translation>La media di questo numero di sweep; dopo, ognuno nuovo conta come uno di tanti</translation>
+    </message>
+    <message>
+        <source>Sweeps in the average</source>
+        <translation>Sweep nella media</translation>
+    </message>
+    <message>
+        <source>Sweeps averaged so far</source>
+        <translation>Sweep mediati finora</translation>
+    </message>
+    <message>
+        <source>Start a&amp;new</source>
+        <translation>&amp;Ricomincia</translation>
+    </message>
+    <message>
+        <source>Begin holds and average again with the next sweep; another range does so, too</source>
+        <translation>Massimi, minimi e media ricominciano con lo sweep seguente; lo fa anche un altro intervallo</translation>
+    </message>
+    <message>
+        <source>Trace %1</source>
+        <translation>Traccia %1</translation>
+    </message>
+    <message>
+        <source>Sweep files (*.csv)</source>
+        <translation>File di sweep (*.csv)</translation>
+    </message>
+    <message>
+        <source>%1 so far</source>
+        <translation>%1 finora</translation>
     </message>
 </context>
 <context>
