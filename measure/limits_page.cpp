@@ -38,6 +38,7 @@ LimitsPage::LimitsPage(Measurement &measurement, SweepGraph &graph, Desktop &des
     , m_boundary(boundary)
 {
     auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(5, 5, 5, 5);
     layout->addWidget(makeVerdict());
     layout->addWidget(makeEditor(boundary), 1);
     connect(&measurement, &Measurement::refreshed, this, &LimitsPage::showVerdict);
@@ -103,6 +104,7 @@ QWidget *LimitsPage::makeEditor(ErrorBoundary &boundary)
     m_table = new QTableWidget(0, kColumns, this);
     m_table->setObjectName(QStringLiteral("tblLimits"));
     m_table->setAccessibleName(tr("Points of the limits"));
+    m_table->setToolTip(tr("Points of the limits"));
     m_table->setHorizontalHeaderLabels({tr("Hz"), tr("Upper"), tr("Lower")});
     m_table->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     m_table->verticalHeader()->hide();

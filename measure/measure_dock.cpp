@@ -2,6 +2,8 @@
 #include "measure/measure_dock.h"
 
 #include <QScrollArea>
+#include <QTabBar>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 namespace calvorn {
@@ -38,7 +40,7 @@ MeasureDock::MeasureDock(const Configuration &configuration, const SweepTable &t
 
     auto *content = new QWidget(this);
     auto *layout = new QVBoxLayout(content);
-    layout->setContentsMargins(4, 4, 4, 4);
+    layout->setContentsMargins(2, 2, 2, 2);
     layout->addWidget(makeHead());
     m_pages = new QTabWidget(content);
     m_pages->setObjectName(QStringLiteral("tabMeasure"));
@@ -49,6 +51,9 @@ MeasureDock::MeasureDock(const Configuration &configuration, const SweepTable &t
     m_pages->addTab(scrolled(m_results), tr("Results"));
     m_pages->addTab(scrolled(m_limits), tr("Limits"));
     m_pages->setCurrentIndex(1);
+    // They show where the panel is too narrow for three titles.
+    for (QToolButton *button : m_pages->tabBar()->findChildren<QToolButton *>())
+        button->setToolTip(tr("More pages"));
     layout->addWidget(m_pages);
     setWidget(content);
     hide();

@@ -30,11 +30,13 @@ ResultsPage::ResultsPage(Measurement &measurement, const Markers &markers, Marke
     , m_desktop(desktop)
 {
     auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(5, 5, 5, 5);
     layout->addWidget(makeChoices());
     auto *frame = new QFrame(this);
     frame->setFrameShape(QFrame::StyledPanel);
     m_grid = new QGridLayout(frame);
     m_grid->setVerticalSpacing(2);
+    m_grid->setContentsMargins(6, 6, 6, 6);
     m_grid->setColumnStretch(1, 1);
     layout->addWidget(frame);
     layout->addWidget(makeButtons());

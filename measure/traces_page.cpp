@@ -40,6 +40,7 @@ TracesPage::TracesPage(Measurement &measurement, const Configuration &configurat
     , m_desktop(desktop)
 {
     auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(5, 5, 5, 5);
     layout->addWidget(makeStored(boundary));
     layout->addWidget(makeMoving());
     m_legend = new QCheckBox(tr("&Legend in the graph"), this);

@@ -444,11 +444,11 @@
     <name>ResultText</name>
     <message>
         <source>Peak</source>
-        <translation>Höchstwert</translation>
+        <translation>Spitze</translation>
     </message>
     <message>
         <source>Peak frequency</source>
-        <translation>Frequenz des Höchstwerts</translation>
+        <translation>Spitzenfrequenz</translation>
     </message>
     <message>
         <source>Insertion loss</source>
@@ -456,15 +456,15 @@
     </message>
     <message>
         <source>−3 dB bandwidth</source>
-        <translation>Bandbreite bei −3 dB</translation>
+        <translation>−3-dB-Bandbreite</translation>
     </message>
     <message>
         <source>−6 dB bandwidth</source>
-        <translation>Bandbreite bei −6 dB</translation>
+        <translation>−6-dB-Bandbreite</translation>
     </message>
     <message>
         <source>−60 dB bandwidth</source>
-        <translation>Bandbreite bei −60 dB</translation>
+        <translation>−60-dB-Bandbreite</translation>
     </message>
     <message>
         <source>Centre frequency</source>
@@ -484,11 +484,11 @@
     </message>
     <message>
         <source>Lower slope</source>
-        <translation>Untere Flankensteilheit</translation>
+        <translation>Untere Flanke</translation>
     </message>
     <message>
         <source>Upper slope</source>
-        <translation>Obere Flankensteilheit</translation>
+        <translation>Obere Flanke</translation>
     </message>
     <message>
         <source>Notch depth</source>
@@ -508,15 +508,15 @@
     </message>
     <message>
         <source>Motional resistance Rm</source>
-        <translation>Dynamischer Widerstand Rm</translation>
+        <translation>Widerstand Rm</translation>
     </message>
     <message>
         <source>Motional inductance Lm</source>
-        <translation>Dynamische Induktivität Lm</translation>
+        <translation>Induktivität Lm</translation>
     </message>
     <message>
         <source>Motional capacitance Cm</source>
-        <translation>Dynamische Kapazität Cm</translation>
+        <translation>Kapazität Cm</translation>
     </message>
     <message>
         <source>Parallel capacitance C0</source>
@@ -536,19 +536,19 @@
     </message>
     <message>
         <source>Frequency of the lowest SWR</source>
-        <translation>Frequenz des kleinsten SWR</translation>
+        <translation>Bei der Frequenz</translation>
     </message>
     <message>
         <source>Bandwidth for SWR ≤ 1.5</source>
-        <translation>Bandbreite für SWR ≤ 1,5</translation>
+        <translation>Breite, SWR ≤ 1,5</translation>
     </message>
     <message>
         <source>Bandwidth for SWR ≤ 2</source>
-        <translation>Bandbreite für SWR ≤ 2</translation>
+        <translation>Breite, SWR ≤ 2</translation>
     </message>
     <message>
         <source>%1 dB/octave</source>
-        <translation>%1 dB/Oktave</translation>
+        <translation>%1 dB/Okt.</translation>
     </message>
     <message>
         <source>no sweep yet</source>
@@ -2251,7 +2251,7 @@
     </message>
     <message>
         <source>Li&amp;ve ±</source>
-        <translation>Aktuell &amp;±</translation>
+        <translation>Ak&amp;tuell ±</translation>
     </message>
     <message>
         <source>Make both limits from the sweep that is shown</source>
@@ -2590,6 +2590,10 @@
     <message>
         <source>The sweep that is shown becomes the reference, and the curves are shown relative to it. The table keeps what was measured.</source>
         <translation>Der gezeigte Durchlauf wird die Referenz, und die Kurven werden auf ihn bezogen gezeigt. Die Tabelle behält, was gemessen wurde.</translation>
+    </message>
+    <message>
+        <source>More pages</source>
+        <translation>Weitere Seiten</translation>
     </message>
 </context>
 <context>
@@ -2999,7 +3003,7 @@
     </message>
     <message>
         <source>Peaks of at &amp;least</source>
-        <translation>Spitzen ab</translation>
+        <translation>Sp&amp;itzen ab</translation>
     </message>
     <message>
         <source>At M1</source>

@@ -508,15 +508,15 @@
     </message>
     <message>
         <source>Motional resistance Rm</source>
-        <translation>Resistenza dinamica Rm</translation>
+        <translation>Resistenza Rm</translation>
     </message>
     <message>
         <source>Motional inductance Lm</source>
-        <translation>Induttanza dinamica Lm</translation>
+        <translation>Induttanza Lm</translation>
     </message>
     <message>
         <source>Motional capacitance Cm</source>
-        <translation>Capacità dinamica Cm</translation>
+        <translation>Capacità Cm</translation>
     </message>
     <message>
         <source>Parallel capacitance C0</source>
@@ -536,19 +536,19 @@
     </message>
     <message>
         <source>Frequency of the lowest SWR</source>
-        <translation>Frequenza del ROS minimo</translation>
+        <translation>Alla frequenza</translation>
     </message>
     <message>
         <source>Bandwidth for SWR ≤ 1.5</source>
-        <translation>Banda con ROS ≤ 1,5</translation>
+        <translation>Banda, ROS ≤ 1,5</translation>
     </message>
     <message>
         <source>Bandwidth for SWR ≤ 2</source>
-        <translation>Banda con ROS ≤ 2</translation>
+        <translation>Banda, ROS ≤ 2</translation>
     </message>
     <message>
         <source>%1 dB/octave</source>
-        <translation>%1 dB/ottava</translation>
+        <translation>%1 dB/ott.</translation>
     </message>
     <message>
         <source>no sweep yet</source>
@@ -2590,6 +2590,10 @@
     <message>
         <source>The sweep that is shown becomes the reference, and the curves are shown relative to it. The table keeps what was measured.</source>
         <translation>Lo sweep mostrato diventa il riferimento e le curve si mostrano rispetto a esso. La tabella tiene ciò che è stato misurato.</translation>
+    </message>
+    <message>
+        <source>More pages</source>
+        <translation>Altre pagine</translation>
     </message>
 </context>
 <context>

@@ -32,6 +32,7 @@ struct Bench
         model.axis = {1e6, 10e3};
         for (const GraphItem item : {GraphItem::M1, GraphItem::M2, GraphItem::M3, GraphItem::M4})
             model.markers[item].isVisible = false;
+        model.hasLegend = false;
     }
 
     QImage painted(GraphInk ink = GraphInk::Screen) const
@@ -140,6 +141,31 @@ private slots:
             bench.model.traces = {traceOf(bench.model.axis, samples, qRgb(0, 160, 255))};
             QCOMPARE(bench.painted(), bare);
         }
+    }
+
+    // Nothing to name: no legend. Otherwise it stands in the upper right corner, with a sample of each line.
+    void theLegendNamesTheCurves()
+    {
+        Bench bench;
+        bench.model.hasLegend = true;
+        bench.model.live = traceOf(bench.model.axis, std::vector<double>(400, -35.0), kCurveColour);
+        const QFont font = QGuiApplication::font();
+        QVERIFY(PlotPainter(bench.model, bench.surface).legendRect(font).isEmpty());
+        bench.model.traces.push_back(traceOf(bench.model.axis, std::vector<double>(400, -38.0), qRgb(0, 160, 255)));
+        const QRectF place = PlotPainter(bench.model, bench.surface).legendRect(font);
+        QVERIFY(place.right() < 401.0 && place.right() > 380.0 && place.top() < 20.0);
+        const auto pixelsOf = [&](QRgb colour) {
+            qsizetype pixels = 0;
+            const QImage image = bench.painted();
+            for (int row = static_cast<int>(place.top()); row < static_cast<int>(place.bottom()); ++row)
+                pixels += columnsOf(image, row, colour).size();
+            return pixels;
+        };
+        // The sample of a line is 26 pixels long.
+        QVERIFY(pixelsOf(kCurveColour) >= 26);
+        QVERIFY(pixelsOf(qRgb(0, 160, 255)) >= 26);
+        bench.model.hasLegend = false;
+        QCOMPARE(pixelsOf(qRgb(0, 160, 255)), 0);
     }
 
     void aLimitIsALineThroughItsPoints()
