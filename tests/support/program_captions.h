@@ -99,9 +99,9 @@ inline constexpr std::array kCaptions{
     Text{"calvorn::SweepGraph", "Click left: M1, right: M2, with Shift: M3 and M4. Markers can be dragged.\n"
                                 "With Ctrl: the wheel zooms, a drag takes the span.\n"
                                 "Keyboard: arrow keys move, keys 1 to 4 put a marker."},
-    Text{"calvorn::MeasureDock",
-         "The sweep that is shown becomes the reference, and the curves are shown relative to it. The table keeps what was "
-         "measured."},
+    Text{"calvorn::MeasureDock", "The sweep that is shown becomes the reference, and the curves are shown relative to "
+                                 "it. The table keeps what was "
+                                 "measured."},
     // Beside messages of the same context.
     Text{"calvorn::FrmSetUp", "Configuration"},
     Text{"calvorn::FrmSetUp", "&Interface"},
