@@ -41,6 +41,7 @@ Measurement::Measurement(const Configuration &configuration, const SweepTable &t
     connect(&graph, &SweepGraph::scaleDrawn, this, [this] {
         if (!isInUse())
             return;
+        judgeSweep(false);
         showOverlays();
         refresh();
     });
@@ -109,13 +110,14 @@ void Measurement::feed()
         m_traces.takeSweep(trace);
     else
         m_traces.showSweep(trace);
-    if (isAnother && m_limitsOn)
-        judgeSweep();
+    if (isAnother)
+        judgeSweep(true);
 }
 
 void Measurement::tracesEdited()
 {
     feed();
+    judgeSweep(false);
     showOverlays();
     m_graph.complete();
     refresh();
@@ -172,9 +174,7 @@ void Measurement::setLimits(const LimitLines &limits)
 {
     m_limits = limits;
     resetCounts();
-    if (m_limitsOn)
-        judgeSweep();
-    resetCounts();
+    judgeSweep(false);
     showOverlays();
     emit refreshed();
 }
@@ -182,13 +182,10 @@ void Measurement::setLimits(const LimitLines &limits)
 void Measurement::setLimitsOn(bool on)
 {
     m_limitsOn = on;
-    resetCounts();
-    m_verdict = {};
-    if (on) {
+    if (on)
         feed();
-        judgeSweep();
-        resetCounts();
-    }
+    resetCounts();
+    judgeSweep(false);
     showOverlays();
     emit refreshed();
 }
@@ -223,17 +220,19 @@ QString Measurement::limitProblem() const
     return m_verdict.hasVerdict() ? QString() : tr("No sample lies at a limit.");
 }
 
-void Measurement::judgeSweep()
+void Measurement::judgeSweep(bool counts)
 {
     m_verdict = {};
-    if (shownUnit() != m_limits.unit)
+    if (!m_limitsOn || shownUnit() != m_limits.unit || m_traces.shown(TraceSet::Source::Live).isEmpty())
         return;
     m_verdict = judgeTrace(m_limits, m_traces.shown(TraceSet::Source::Live), shownSweep().amplitudes);
     if (!m_verdict.hasVerdict())
         return;
     const bool hasPassed = m_verdict.hasPassed();
-    ++(hasPassed ? m_passed : m_failed);
     const std::optional<bool> before = std::exchange(m_lastPassed, hasPassed);
+    if (!counts)
+        return;
+    ++(hasPassed ? m_passed : m_failed);
     if (before && *before != hasPassed)
         emit verdictTurned(hasPassed);
 }

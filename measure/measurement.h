@@ -88,7 +88,8 @@ private:
     bool hasOverlays() const;
     void followTable();
     void feed();
-    void judgeSweep();
+    // Counts: this sweep has not been judged before.
+    void judgeSweep(bool counts);
     void refresh();
     void complete(PlotModel &model);
     void showOverlays();

@@ -222,7 +222,7 @@ void TracesPage::showTraces()
         const QSignalBlocker quiet(row.shown);
         row.shown->setChecked(isThere && stored.isShown);
         row.shown->setEnabled(isThere);
-        if (!row.name->hasFocus())
+        if (!row.name->hasFocus() && row.name->text() != stored.trace.name)
             row.name->setText(stored.trace.name);
         row.store->setEnabled(hasSweep);
         row.save->setEnabled(isThere);

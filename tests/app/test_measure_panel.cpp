@@ -426,6 +426,12 @@ void TestMeasurePanel::limitsOfAnotherUnitAreNotJudged()
     QVERIFY(!bench.isShown("lblVerdict"));
     QVERIFY(bench.label("lblWorst").contains(QStringLiteral("choose a scale in dB")));
     QVERIFY(bench.plot().limits.empty());
+    // On a scale of 10 V the same sweep lies 20 dB lower.
+    bench.trigger("mnuScalaLogaritmica10");
+    QCOMPARE(bench.label("lblVerdict"), QStringLiteral("FAIL"));
+    bench.trigger("mnuScalaLogaritmica1");
+    QCOMPARE(bench.label("lblVerdict"), QStringLiteral("PASS"));
+    QCOMPARE(bench.label("lblLimitCounts"), QStringLiteral("0 passed, 0 failed"));
 }
 
 void TestMeasurePanel::limitsAreSavedAndLoaded()
