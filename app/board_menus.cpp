@@ -32,9 +32,13 @@ BoardMenus::BoardMenus(const Configuration &configuration, Instrument &instrumen
 
 void BoardMenus::buildDevices()
 {
-    const std::array<QString, kSimulatedDevices.size()> captions{
-        tr("&Band-pass filter, 7.1 MHz"), tr("&Low-pass filter, 7 MHz"), tr("&Notch, 7 MHz"), tr("&Crystal, 9 MHz"),
-        tr("&Through, a piece of cable")};
+    const std::array<QString, kSimulatedDevices.size()> captions{tr("&Band-pass filter, 7.1 MHz"),
+                                                                 tr("&Low-pass filter, 7 MHz"),
+                                                                 tr("&Notch, 7 MHz"),
+                                                                 tr("&Crystal, 9 MHz"),
+                                                                 tr("&Antenna at a bridge, 7.05 MHz"),
+                                                                 tr("&Through, a piece of cable"),
+                                                                 tr("As a &file says")};
     for (std::size_t i = 0; i < captions.size(); ++i) {
         const QString name = QString::fromLatin1(kSimulatedDevices[i]);
         QAction *action = m_devices->addAction(captions[i]);
@@ -91,12 +95,13 @@ bool BoardMenus::isSimulated() const
                                            : m_configuration.commPort == kSimulatedComPort;
 }
 
-// Of a name that the server does not know it makes the first one.
+// Of a name that the server does not know it makes the first one. A file is named in the settings only.
 void BoardMenus::checkDevice()
 {
     const QString name = readTextOrDefault(m_configuration.iniPath, kSimulatedDevice).trimmed().toLower();
     const QList<QAction *> devices = m_devices->actions();
     devices.first()->setChecked(true);
+    devices.last()->setVisible(!readText(m_configuration.iniPath, kSimulatedCurve).isEmpty());
     for (QAction *device : devices)
         if (device->data().toString() == name)
             device->setChecked(true);

@@ -15,6 +15,8 @@ inline constexpr const char *kSimulatorSection = "Simulator";
 inline constexpr int kSimulatedLptAddress = 0;
 
 inline constexpr SettingKey kSimulatedDevice{kSimulatorSection, "Device", "bandpass"};
+// The file of the device "curve".
+inline constexpr SettingKey kSimulatedCurve{kSimulatorSection, "Curve", ""};
 inline constexpr SettingKey kSimulatorPace{kSimulatorSection, "Pace", "real"};
 inline constexpr SettingKey kSimulatorSeed{kSimulatorSection, "Seed", "1"};
 inline constexpr SettingKey kSimulatorFault{kSimulatorSection, "Fault", "none"};
@@ -24,9 +26,9 @@ inline constexpr SettingKey kSimulatedClock{kSimulatorSection, "Clock", ""}; // 
 inline constexpr SettingKey kSimulatedAdc{kSimulatorSection, "ADC", ""};
 
 // What "Device" can be, the default first.
-inline constexpr std::array kSimulatedDevices{"bandpass", "lowpass", "notch", "crystal", "through"};
+inline constexpr std::array kSimulatedDevices{"bandpass", "lowpass", "notch", "crystal", "antenna", "through", "curve"};
 
-inline constexpr std::array kSimulatorKeys{kSimulatedDevice, kSimulatorPace,  kSimulatorSeed, kSimulatorFault,
-                                           kSimulatedChip,   kSimulatedClock, kSimulatedAdc};
+inline constexpr std::array kSimulatorKeys{kSimulatedDevice, kSimulatedCurve, kSimulatorPace,  kSimulatorSeed,
+                                           kSimulatorFault,  kSimulatedChip,  kSimulatedClock, kSimulatedAdc};
 
 } // namespace calvorn

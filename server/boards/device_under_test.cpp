@@ -1,8 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "server/boards/device_under_test.h"
 
+#include "protocol/simulator_keys.h"
+
+#include <QFile>
+
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <complex>
+#include <limits>
 #include <numbers>
 
 namespace calvorn {
@@ -56,19 +63,39 @@ double crystal(double hertz)
     return std::abs(kLoadOhm / (kLoadOhm + 1.0 / admittance));
 }
 
+double antenna(double hertz)
+{
+    constexpr double kOhm = 60.0;
+    constexpr double kLineOhm = 50.0;
+    const std::complex<double> impedance(kOhm, kOhm * detuning(hertz, 7.05e6, 12.0));
+    return std::abs((impedance - kLineOhm) / (impedance + kLineOhm));
+}
+
+// What does not convert is not a number.
+std::pair<double, double> pointOf(const QByteArray &line)
+{
+    constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
+    const QList<QByteArray> fields = line.split(',');
+    bool isFrequency = false;
+    bool isRatio = false;
+    const double hertz = fields.value(0).trimmed().toDouble(&isFrequency);
+    const double ratio = fields.value(1).trimmed().toDouble(&isRatio);
+    return {isFrequency ? hertz : kNone, isRatio && fields.size() == 2 ? ratio : kNone};
+}
+
 } // namespace
 
 DeviceKind deviceFromName(const QString &name)
 {
+    static constexpr std::array kKinds{DeviceKind::Bandpass, DeviceKind::Lowpass, DeviceKind::Notch,
+                                       DeviceKind::Crystal,  DeviceKind::Antenna, DeviceKind::Through,
+                                       DeviceKind::Curve};
+    static_assert(kKinds.size() == kSimulatedDevices.size());
     const QString wanted = name.trimmed().toLower();
-    if (wanted == QLatin1String("lowpass"))
-        return DeviceKind::Lowpass;
-    if (wanted == QLatin1String("notch"))
-        return DeviceKind::Notch;
-    if (wanted == QLatin1String("crystal"))
-        return DeviceKind::Crystal;
-    if (wanted == QLatin1String("through"))
-        return DeviceKind::Through;
+    for (std::size_t i = 0; i < kKinds.size(); ++i) {
+        if (wanted == QLatin1String(kSimulatedDevices[i]))
+            return kKinds[i];
+    }
     return DeviceKind::Bandpass;
 }
 
@@ -85,10 +112,54 @@ double responseOf(DeviceKind device, double hertz)
         return notch(hertz);
     case DeviceKind::Crystal:
         return crystal(hertz);
+    case DeviceKind::Antenna:
+        return antenna(hertz);
     case DeviceKind::Through:
         return 1.0;
+    case DeviceKind::Curve:
+        break;
     }
     return 0.0;
+}
+
+DeviceUnderTest DeviceUnderTest::fromFile(const QString &path)
+{
+    DeviceUnderTest device(DeviceKind::Curve);
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return device;
+    while (!file.atEnd()) {
+        const QByteArray line = file.readLine().trimmed();
+        if (line.isEmpty() || line.startsWith('#'))
+            continue;
+        const auto [hertz, ratio] = pointOf(line);
+        if (!std::isfinite(hertz) || !std::isfinite(ratio))
+            return DeviceKind::Curve;
+        device.m_curve.emplace_back(hertz, std::clamp(ratio, 0.0, 1.0));
+    }
+    std::ranges::stable_sort(device.m_curve, {}, &std::pair<double, double>::first);
+    return device;
+}
+
+double DeviceUnderTest::responseAt(double hertz) const
+{
+    if (m_kind != DeviceKind::Curve)
+        return responseOf(m_kind, hertz);
+    const auto above = std::ranges::lower_bound(m_curve, hertz, {}, &std::pair<double, double>::first);
+    if (above == m_curve.end())
+        return 0.0;
+    if (above->first == hertz)
+        return above->second;
+    if (above == m_curve.begin())
+        return 0.0;
+    const auto below = std::prev(above);
+    return std::lerp(below->second, above->second, (hertz - below->first) / (above->first - below->first));
+}
+
+double DeviceUnderTest::reflectionAt(double hertz) const
+{
+    const double response = responseAt(hertz);
+    return m_kind == DeviceKind::Antenna ? response : std::sqrt(std::max(0.0, 1.0 - response * response));
 }
 
 } // namespace calvorn

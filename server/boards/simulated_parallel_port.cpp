@@ -155,7 +155,7 @@ void SimulatedParallelPort::driveDds()
         return;
     m_updatesSeen = m_dds->updates();
     const DdsOutput &output = m_dds->output();
-    const double signal = output.amplitude * responseOf(m_settings.device, output.hertz);
+    const double signal = output.amplitude * m_settings.device.responseAt(output.hertz);
     m_detector.setLevel(detectorVolts(signal), m_pace.now());
 }
 

@@ -47,6 +47,8 @@ SimulatorSettings readSimulatorSettings(const QString &path)
 {
     SimulatorSettings settings;
     settings.device = deviceFromName(readTextOrDefault(path, kSimulatedDevice));
+    if (settings.device.kind() == DeviceKind::Curve)
+        settings.device = DeviceUnderTest::fromFile(readText(path, kSimulatedCurve));
     settings.paced = readTextOrDefault(path, kSimulatorPace).compare(QLatin1String("none"), Qt::CaseInsensitive) != 0;
 
     bool ok = false;

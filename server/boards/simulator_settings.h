@@ -33,7 +33,8 @@ SimulatorFault simulatorFaultFromName(const QString &name);
 inline constexpr double kHighestSimulatedClockHz = 1e12;
 
 // The simulated boards as [Simulator] of the settings file describes them:
-//   Device  bandpass, lowpass, notch, crystal, through
+//   Device  bandpass, lowpass, notch, crystal, antenna, through; curve = as a file says
+//   Curve   this file: lines of a frequency in Hz, a comma and a voltage ratio
 //   Pace    none = as fast as it can; anything else = at the pace of real hardware
 //   Seed    whole number that the noise starts from
 //   Fault   none, drop, corrupt, add, refuse, silence, half, unplug, chatter, garbage
@@ -42,7 +43,7 @@ inline constexpr double kHighestSimulatedClockHz = 1e12;
 // protocol/simulator_keys.h has the defaults; a text that cannot be read leaves the values below.
 struct SimulatorSettings
 {
-    DeviceKind device = DeviceKind::Bandpass;
+    DeviceUnderTest device = DeviceKind::Bandpass;
     bool paced = true;
     int haste = 1; // how many times faster a paced parallel-port board is than the real one; not in the file
     std::uint64_t seed = 1;

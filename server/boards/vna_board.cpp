@@ -103,8 +103,8 @@ void VnaBoard::execute()
 void VnaBoard::measure()
 {
     const DdsOutput output = ddsOutput(m_word, m_settings.clockHz);
-    const double passed = responseOf(m_settings.device, output.hertz);
-    const double ratio = m_transmission ? passed : std::sqrt(std::max(0.0, 1.0 - passed * passed));
+    const DeviceUnderTest &device = m_settings.device;
+    const double ratio = m_transmission ? device.responseAt(output.hertz) : device.reflectionAt(output.hertz);
     m_levelDetector.setLevel(detectorVolts(output.amplitude * ratio), m_now);
     m_phaseDetector.setLevel(kVoltsPerDegree * degreesOfCable(output.hertz), m_now);
     m_now += kSampleTime;

@@ -128,7 +128,7 @@ void TestBoardMenus::everyDeviceCanBeChosen()
 {
     const Bench bench(m_server.program(), settings("2", "[Parallel Port]\r\nLPT=0\r\n"));
     QCOMPARE(bench.marked("mnuSimulated"), QStringLiteral("mnuSimulated_bandpass"));
-    for (const char *name : {"lowpass", "notch", "crystal", "through", "bandpass"}) {
+    for (const char *name : {"lowpass", "notch", "crystal", "antenna", "through", "bandpass"}) {
         m_server.takeCalls();
         const QByteArray entry = QByteArray("mnuSimulated_") + name;
         bench.choose("mnuSimulated", entry.constData());

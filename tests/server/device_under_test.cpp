@@ -3,6 +3,8 @@
 #include "server/boards/device_under_test.h"
 #include "server/boards/detector_model.h"
 
+#include <QFile>
+#include <QTemporaryDir>
 #include <QTest>
 
 #include <algorithm>
@@ -34,6 +36,10 @@ private slots:
     void lowpassRipplesAndFalls();
     void notchIsDeepAtItsCentre();
     void crystalHasBothResonances();
+    void antennaSendsLeastBackAtItsResonance();
+    void aCurveComesFromAFile();
+    void aBadCurvePassesNothing_data();
+    void aBadCurvePassesNothing();
     void namesAreKnown();
     void detectorSettles();
     void noiseIsReproducibleAndSmall();
@@ -92,8 +98,70 @@ void DeviceUnderTestTest::crystalHasBothResonances()
     QVERIFY(responseOf(DeviceKind::Crystal, 9e6 - 750.0) < best / std::sqrt(2.0));
 }
 
+// A dipole of 60 ohms: SWR 1.2.
+void DeviceUnderTestTest::antennaSendsLeastBackAtItsResonance()
+{
+    const DeviceUnderTest antenna(DeviceKind::Antenna);
+    QVERIFY(near(antenna.responseAt(7.05e6), 10.0 / 110.0, 1e-9));
+    for (const double away : {50e3, 200e3, 1e6, 5e6}) {
+        QVERIFY(antenna.responseAt(7.05e6 - away) > antenna.responseAt(7.05e6 - away / 2.0));
+        QVERIFY(antenna.responseAt(7.05e6 + away) > antenna.responseAt(7.05e6 + away / 2.0));
+        QVERIFY(antenna.responseAt(7.05e6 + away) < 1.0);
+        QCOMPARE(antenna.reflectionAt(7.05e6 + away), antenna.responseAt(7.05e6 + away));
+    }
+    // Of everything else comes back what does not pass.
+    QVERIFY(near(DeviceUnderTest(DeviceKind::Through).reflectionAt(1e6), 0.0, 1e-9));
+    QVERIFY(near(DeviceUnderTest(DeviceKind::Notch).reflectionAt(7e6), 1.0, 1e-6));
+}
+
+void DeviceUnderTestTest::aCurveComesFromAFile()
+{
+    QTemporaryDir folder;
+    QFile file(folder.filePath(QStringLiteral("curve.csv")));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    // In any order, with spaces; more than everything does not pass.
+    QVERIFY(file.write("# a filter\n\n3e6 , 0.5\r\n1000000,0.1\n2000000, 0.9\n4000000,7\n") > 0);
+    file.close();
+    const DeviceUnderTest device = DeviceUnderTest::fromFile(file.fileName());
+    QCOMPARE(device.kind(), DeviceKind::Curve);
+    QCOMPARE(device.responseAt(1e6), 0.1);
+    QVERIFY(near(device.responseAt(1.25e6), 0.3, 1e-12));
+    QCOMPARE(device.responseAt(2e6), 0.9);
+    QVERIFY(near(device.responseAt(2.5e6), 0.7, 1e-12));
+    QCOMPARE(device.responseAt(4e6), 1.0);
+    QCOMPARE(device.responseAt(0.99e6), 0.0);
+    QCOMPARE(device.responseAt(4.01e6), 0.0);
+    QVERIFY(near(device.reflectionAt(2e6), std::sqrt(1.0 - 0.81), 1e-12));
+}
+
+void DeviceUnderTestTest::aBadCurvePassesNothing_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::newRow("empty") << QByteArray();
+    QTest::newRow("no number") << QByteArray("1000000,0.5\n2000000,half\n3000000,0.5\n");
+    QTest::newRow("three fields") << QByteArray("1000000,0.5\n2000000,0.5,1\n3000000,0.5\n");
+    QTest::newRow("one field") << QByteArray("1000000,0.5\n2000000\n3000000,0.5\n");
+    QTest::newRow("not finite") << QByteArray("1000000,0.5\ninf,0.5\n3000000,0.5\n");
+}
+
+void DeviceUnderTestTest::aBadCurvePassesNothing()
+{
+    QFETCH(QByteArray, text);
+    QTemporaryDir folder;
+    QFile file(folder.filePath(QStringLiteral("curve.csv")));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QCOMPARE(file.write(text), text.size());
+    file.close();
+    for (const double hertz : {1e6, 2e6, 3e6}) {
+        QCOMPARE(DeviceUnderTest::fromFile(file.fileName()).responseAt(hertz), 0.0);
+        QCOMPARE(DeviceUnderTest::fromFile(folder.filePath(QStringLiteral("nowhere"))).responseAt(hertz), 0.0);
+    }
+}
+
 void DeviceUnderTestTest::namesAreKnown()
 {
+    QCOMPARE(deviceFromName(QStringLiteral("Antenna")), DeviceKind::Antenna);
+    QCOMPARE(deviceFromName(QStringLiteral("curve")), DeviceKind::Curve);
     QCOMPARE(deviceFromName(QStringLiteral("LowPass")), DeviceKind::Lowpass);
     QCOMPARE(deviceFromName(QStringLiteral("notch")), DeviceKind::Notch);
     QCOMPARE(deviceFromName(QStringLiteral(" crystal ")), DeviceKind::Crystal);

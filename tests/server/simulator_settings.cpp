@@ -42,7 +42,7 @@ void SimulatorSettingsTest::missingFile()
 {
     const QString path = m_folder.filePath(QStringLiteral("nowhere.ini"));
     const SimulatorSettings settings = readSimulatorSettings(path);
-    QCOMPARE(settings.device, DeviceKind::Bandpass);
+    QCOMPARE(settings.device.kind(), DeviceKind::Bandpass);
     QVERIFY(settings.paced);
     QCOMPARE(settings.seed, std::uint64_t{1});
     QCOMPARE(settings.chip, DdsChip::Ad9850);
@@ -57,7 +57,7 @@ void SimulatorSettingsTest::everyKey()
                             "Fault=none\r\nChip=AD9951\r\nClock=25000000\r\nADC=8bit\r\n";
     const QString path = write(text);
     const SimulatorSettings settings = readSimulatorSettings(path);
-    QCOMPARE(settings.device, DeviceKind::Crystal);
+    QCOMPARE(settings.device.kind(), DeviceKind::Crystal);
     QVERIFY(!settings.paced);
     QCOMPARE(settings.seed, std::uint64_t{99});
     QCOMPARE(settings.fault, SimulatorFault::None);
@@ -74,7 +74,7 @@ void SimulatorSettingsTest::theDefaultsAreThoseOfTheirTexts()
     const SimulatorSettings missing = readSimulatorSettings(m_folder.filePath(QStringLiteral("nowhere.ini")));
     const SimulatorSettings written = readSimulatorSettings(
         write("[Simulator]\nDevice=bandpass\nPace=real\nSeed=1\nFault=none\nChip=AD9850\nClock=80000000\nADC=10bit\n"));
-    QCOMPARE(missing.device, written.device);
+    QCOMPARE(missing.device.kind(), written.device.kind());
     QCOMPARE(missing.paced, written.paced);
     QCOMPARE(missing.seed, written.seed);
     QCOMPARE(missing.fault, written.fault);
@@ -84,7 +84,7 @@ void SimulatorSettingsTest::theDefaultsAreThoseOfTheirTexts()
     // What cannot be read gives the same.
     const SimulatorSettings unreadable =
         readSimulatorSettings(write("[Simulator]\nDevice=?\nPace=?\nSeed=?\nFault=?\nChip=?\nClock=?\nADC=?\n"));
-    QCOMPARE(unreadable.device, written.device);
+    QCOMPARE(unreadable.device.kind(), written.device.kind());
     QCOMPARE(unreadable.paced, written.paced);
     QCOMPARE(unreadable.seed, written.seed);
     QCOMPARE(unreadable.fault, written.fault);
