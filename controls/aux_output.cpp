@@ -3,6 +3,7 @@
 
 #include "core/common_functions.h"
 #include "core/number_text.h"
+#include "platform/profile_file.h"
 
 #include <QGridLayout>
 #include <QMouseEvent>
@@ -85,29 +86,29 @@ const AuxKeys &AuxOutput::keys() const
 void AuxOutput::setUp()
 {
     m_settings = readAuxSettings(m_configuration.iniPath, m_number);
-    setTitle(readSetting(keys().title, m_configuration.iniPath));
+    const Profile profile(m_configuration.iniPath);
+    setTitle(readSetting(keys().title, profile, m_configuration.iniPath));
     m_disabledNote->setVisible(!m_settings.enabled);
     m_total->setVisible(m_settings.enabled);
     m_totalCaption->setVisible(m_settings.enabled);
-    setUpSteps();
+    setUpSteps(profile);
     if (m_potentiometer)
         setUpPotentiometer();
 }
 
-void AuxOutput::setUpSteps()
+void AuxOutput::setUpSteps(const Profile &profile)
 {
     for (int i = 0; i < 8; ++i) {
         if (m_settings.enabled)
-            setUpStep(i);
+            setUpStep(i, readSetting(keys().steps[static_cast<std::size_t>(i)], profile, m_configuration.iniPath));
         m_steps[static_cast<std::size_t>(i)].box->setVisible(m_settings.enabled);
     }
     showTotal();
 }
 
 // "caption;weight", or one text that is both.
-void AuxOutput::setUpStep(int index)
+void AuxOutput::setUpStep(int index, const QString &text)
 {
-    const QString text = readSetting(keys().steps[static_cast<std::size_t>(index)], m_configuration.iniPath);
     const qsizetype separator = text.indexOf(u';');
     const QString weight = separator < 0 ? text : text.sliced(separator + 1);
     Step &step = m_steps[static_cast<std::size_t>(index)];

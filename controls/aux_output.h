@@ -15,6 +15,8 @@
 
 namespace calvorn {
 
+class Profile;
+
 // One auxiliary 8-bit output of the parallel-port board: eight boxes, their total and, on Aux2, a potentiometer.
 class AuxOutput : public QGroupBox
 {
@@ -40,9 +42,9 @@ private:
     };
 
     void buildPotentiometer();
-    void setUpSteps();
+    void setUpSteps(const Profile &profile);
     void setUpPotentiometer();
-    void setUpStep(int index);
+    void setUpStep(int index, const QString &text);
     void boxChanged(int index);
     static void showStep(const Step &step);
     void advance(int index);

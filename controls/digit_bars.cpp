@@ -44,7 +44,11 @@ QFont DigitBars::fontOfDigits(QFont font)
         font.setPixelSize(size);
         return QFontMetricsF(font).horizontalAdvance(u'8');
     };
-    int size = kPitch / 2;
+    // Each size that is tried is a font that is loaded: the first one is right but for its rounding.
+    const double perPixel = QFontMetricsF(font).horizontalAdvance(u'8') / QFontInfo(font).pixelSize();
+    int size = std::max(1, static_cast<int>(kPitch / perPixel));
+    while (size > 1 && widthAt(size) > kPitch)
+        --size;
     while (widthAt(size + 1) <= kPitch)
         ++size;
     font.setLetterSpacing(QFont::AbsoluteSpacing, kPitch - widthAt(size));

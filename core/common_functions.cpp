@@ -72,6 +72,12 @@ QString readSetting(const SettingKey &key, const QString &path)
                        QString::fromLatin1(key.fallback));
 }
 
+QString readSetting(const SettingKey &key, const Profile &profile, const QString &path)
+{
+    const QString value = profile.value(QString::fromLatin1(key.section), QString::fromLatin1(key.name));
+    return value.isEmpty() ? readSetting(key, path) : value;
+}
+
 void writeSetting(const SettingKey &key, const QString &value, const QString &path)
 {
     writeSetting(QString::fromLatin1(key.section), QString::fromLatin1(key.name), value, path);

@@ -10,6 +10,8 @@
 
 namespace calvorn {
 
+class Profile;
+
 // The lowest value of the logarithmic scales, in dB: that of zero volts.
 inline constexpr double kFloorDb = -100.0;
 
@@ -32,6 +34,9 @@ double dbToVoltsBounded(const Configuration &configuration, double value);
 QString readSetting(const QString &section, const QString &key, const QString &path, const QString &fallback);
 
 QString readSetting(const SettingKey &key, const QString &path);
+
+// The same from the settings as they were read a moment ago; only what is missing there reads the file again.
+QString readSetting(const SettingKey &key, const Profile &profile, const QString &path);
 
 // A failed write is not reported.
 void writeSetting(const SettingKey &key, const QString &value, const QString &path);

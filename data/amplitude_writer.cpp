@@ -8,6 +8,8 @@ namespace calvorn {
 
 namespace {
 
+constexpr int kConverterCounts = 1024; // of the finest converter, 10 bits
+
 void assignAmplitude(QString &text, Configuration &configuration, const NumberText &numbers, double volts)
 {
     if (isLinearScale(configuration.scaleType))
@@ -35,16 +37,47 @@ bool amplitudesFollowFromCounts(const SweepTable &table, Configuration configura
     return true;
 }
 
-AmplitudeWriter::AmplitudeWriter(Configuration &configuration, SweepTable &table)
+void KnownAmplitudes::follow(const Configuration &configuration, const NumberText &numbers)
+{
+    if (!m_cells.empty() && m_step == configuration.adcStep && m_offset == configuration.adcOffset &&
+        m_scale == configuration.scaleType && m_decimal == numbers.decimalSeparator())
+        return;
+    m_cells.assign(kConverterCounts, Cells());
+    m_step = configuration.adcStep;
+    m_offset = configuration.adcOffset;
+    m_scale = configuration.scaleType;
+    m_decimal = numbers.decimalSeparator();
+}
+
+KnownAmplitudes::Cells *KnownAmplitudes::of(int count)
+{
+    return count >= 0 && count < kConverterCounts ? &m_cells[static_cast<std::size_t>(count)] : nullptr;
+}
+
+AmplitudeWriter::AmplitudeWriter(Configuration &configuration, SweepTable &table, KnownAmplitudes *known)
     : m_configuration(configuration)
     , m_table(table)
+    , m_known(known)
 {
+    if (!m_known)
+        return;
+    m_known->follow(configuration, m_numbers);
+    voltsToDb(configuration, 1.0); // sets the reference, as each amplitude does that is not known
 }
 
 void AmplitudeWriter::storeCount(int row, int count)
 {
-    NumberText::assignInteger(m_table.cell(row, SweepTable::SampleColumn), count);
+    QString &countCell = m_table.cell(row, SweepTable::SampleColumn);
+    KnownAmplitudes::Cells *known = m_known ? m_known->of(count) : nullptr;
+    if (known && !known->count.isEmpty()) {
+        countCell = known->count;
+        m_table.cell(row, SweepTable::AmplitudeColumn) = known->amplitude;
+        return;
+    }
+    NumberText::assignInteger(countCell, count);
     writeAmplitude(row, count);
+    if (known)
+        *known = {countCell, m_table.cell(row, SweepTable::AmplitudeColumn)};
 }
 
 float AmplitudeWriter::convertRow(int row)

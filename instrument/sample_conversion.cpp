@@ -2,7 +2,6 @@
 #include "instrument/sample_conversion.h"
 
 #include "core/checked_arithmetic.h"
-#include "data/amplitude_writer.h"
 #include "protocol/vna_instrument.h"
 
 namespace calvorn {
@@ -17,7 +16,7 @@ SampleConversion::SampleConversion(Configuration &configuration, SweepTable &tab
 void SampleConversion::datiDDS(const QVector<int> &vettore)
 {
     const bool inverted = m_isInverted();
-    AmplitudeWriter amplitudes(m_configuration, m_table);
+    AmplitudeWriter amplitudes(m_configuration, m_table, &m_known);
     for (int row = 1; row <= kSweepPoints; ++row) {
         if (row > vettore.size())
             throw RuntimeError(RuntimeError::Kind::SubscriptOutOfRange, tr("sample %1 of a sweep").arg(row));

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/configuration.h"
+#include "data/amplitude_writer.h"
 #include "data/sweep_table.h"
 
 #include <QObject>
@@ -34,6 +35,7 @@ signals:
 private:
     Configuration &m_configuration;
     SweepTable &m_table;
+    KnownAmplitudes m_known;
     std::function<bool()> m_isInverted = [] { return false; };
 };
 

@@ -58,7 +58,7 @@ BoundedFile readBounded(const QString &path)
         return refused(translated(QT_TRANSLATE_NOOP("BoundedFile", "it is not a file")));
     if (before.st_size > kLargestFile)
         return refused(translated(QT_TRANSLATE_NOOP("BoundedFile", "it is larger than %1 MB")).arg(kLargestFile >> 20));
-    QByteArray content = file.read(kLargestFile + 1);
+    QByteArray content = file.read(before.st_size + 1); // one more: the file may have grown
     if (file.error() != QFileDevice::NoError)
         return refused(file.errorString());
     if (fstat(descriptor, &after) != 0 || !isSame(before, after) || content.size() != after.st_size)

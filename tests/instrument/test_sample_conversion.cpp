@@ -54,6 +54,49 @@ private slots:
         QCOMPARE(table.text(400, 1), inLocale(locale, QStringLiteral("11.7"))); // 20 lg 3.830 = 11.66
     }
 
+    // Whatever changes between two sweeps: the cells are those of a conversion that has not seen any.
+    void nothingIsKeptBeyondItsTime_data() { test::addLocaleRows(); }
+    void nothingIsKeptBeyondItsTime()
+    {
+        QFETCH(QLocale, locale);
+        SweepTable table(m_configuration);
+        table.inizializzaGrid();
+        SampleConversion conversion(m_configuration, table);
+        QVector<int> counts;
+        for (int i = 0; i < kSweepPoints; ++i)
+            counts.append(i < 10 ? i - 5 : i * 3); // with some that no converter gives
+        const auto isAsIfNew = [&] {
+            conversion.datiDDS(counts);
+            const double reference = m_configuration.dbReference;
+            m_configuration.dbReference = 0.0;
+            SweepTable other(m_configuration);
+            other.inizializzaGrid();
+            SampleConversion(m_configuration, other).datiDDS(counts);
+            for (int row = 1; row <= kSweepPoints; ++row)
+                for (const int column : {SweepTable::SampleColumn, SweepTable::AmplitudeColumn})
+                    if (table.text(row, column) != other.text(row, column))
+                        return false;
+            return m_configuration.scaleType == 0 || m_configuration.dbReference == reference;
+        };
+        QVERIFY(isAsIfNew());
+        for (const int scale : {1, 2, 3, 4, 0, 3}) {
+            m_configuration.scaleType = static_cast<std::int16_t>(scale);
+            QVERIFY(isAsIfNew());
+            QVERIFY(isAsIfNew());
+            m_configuration.adcStep += 0.001F;
+            QVERIFY(isAsIfNew());
+            m_configuration.adcOffset -= 0.25F;
+            QVERIFY(isAsIfNew());
+            QLocale::setDefault(QLocale() == locale ? QLocale::c() : locale);
+            QVERIFY(isAsIfNew());
+            // The cells of the table are not those that are kept.
+            table.setText(7, SweepTable::AmplitudeColumn, QStringLiteral("spoilt"));
+            AmplitudeWriter(m_configuration, table).convertAllRows();
+            QVERIFY(isAsIfNew());
+        }
+        QLocale::setDefault(QLocale::c());
+    }
+
     void theInvertedDetectorIsTurnedRound()
     {
         Log log(m_configuration);
