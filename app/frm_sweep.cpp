@@ -2,9 +2,11 @@
 #include "app/frm_sweep.h"
 
 #include "app/axis_menus.h"
+#include "app/control_place.h"
 #include "app/frm_about.h"
 #include "app/frm_preferences.h"
 #include "app/help_desk.h"
+#include "display/height_handle.h"
 #include "display/span_mouse.h"
 #include "instrument/aux_hardware.h"
 #include "setup/prepared_settings.h"
@@ -55,15 +57,19 @@ void FrmSweep::compose()
     columns->setContentsMargins(6, 2, 6, 4);
     columns->setSpacing(6);
     auto *left = new QVBoxLayout;
-    auto *right = new QVBoxLayout;
+    auto *controls = new QWidget(central);
+    auto *right = new QVBoxLayout(controls);
+    right->setContentsMargins(0, 0, 0, 0);
     columns->addLayout(left, 1);
-    columns->addLayout(right);
+    columns->addWidget(controls);
     composeControlColumn(right);
     composeGraphColumn(left);
     setCentralWidget(central);
     m_measure = new MeasureDock(m_configuration, m_table, *m_graphPanel, *m_markerPanel, m_station.desktop,
                                 m_station.boundary, this);
     addDockWidget(Qt::RightDockWidgetArea, m_measure);
+    m_controlPlace = new ControlPlace(*this, *columns, *controls, *m_measure);
+    connect(m_controlPlace, &ControlPlace::moved, this, &FrmSweep::fitControlColumn);
 }
 
 void FrmSweep::composeControlColumn(QVBoxLayout *column)
@@ -98,7 +104,11 @@ void FrmSweep::fitControlColumn()
         if (!widget->isHidden())
             width = std::max(width, widget->minimumSizeHint().width());
     for (QWidget *widget : widgets)
-        widget->setFixedWidth(std::max(width, m_leastControlColumn));
+        widget->setFixedWidth(std::max({width, m_leastControlColumn, m_controlPlace->leastWidth()}));
+    // At once: the first painting should find the graph in its place.
+    for (const QWidget *parent = m_range->parentWidget(); parent != this; parent = parent->parentWidget())
+        if (parent->layout())
+            parent->layout()->activate();
 }
 
 void FrmSweep::composeGraphColumn(QVBoxLayout *column)
@@ -127,6 +137,8 @@ void FrmSweep::composeGraphColumn(QVBoxLayout *column)
 
     column->addWidget(m_graphPanel, 1);
     column->addWidget(m_views);
+    const auto *handle = new HeightHandle(*m_graphPanel, *m_views);
+    connect(handle, &HeightHandle::heightWanted, m_views, &ViewSwitch::setGivenHeight);
 }
 
 void FrmSweep::composeStatusLine()
@@ -278,6 +290,7 @@ bool FrmSweep::start()
     prepareDisplay();
     prepare("restoreMarkers", [this] { restoreMarkers(); });
     prepare("restoreMeasure", [this] { m_measure->restore(); });
+    prepare("restoreHeight", [this] { m_views->restoreHeight(m_configuration.iniPath); });
     prepare("prepareInterface", [this] { prepareInterface(); });
     prepare("selectView", [this] { m_views->selectView(m_station.window.markerIndex); });
     // A box of the start-up can already have ended the program.
@@ -412,7 +425,8 @@ void FrmSweep::saveWhatChanged()
 {
     m_markerPanel->save(m_station.window);
     const bool saved = saveSettings(m_configuration, m_station.window, m_unreadable);
-    if (!m_measure->save() || !saved)
+    const bool viewSaved = m_views->saveHeight(m_configuration.iniPath);
+    if (!m_measure->save() || !viewSaved || !saved)
         m_station.log.writeLog(tr("The settings could not be saved in %1").arg(m_configuration.iniPath));
 }
 

@@ -29,6 +29,7 @@ class QVBoxLayout;
 
 namespace calvorn {
 
+class ControlPlace;
 class FrmAbout;
 class FrmPreferences;
 class HelpDesk;
@@ -104,6 +105,7 @@ private:
     SweepControls *m_controls = nullptr;
     TestPanel *m_testPanel = nullptr;
     MeasureDock *m_measure = nullptr;
+    ControlPlace *m_controlPlace = nullptr;
     DriverEvents *m_events = nullptr;
     SweepFiles *m_files = nullptr;
     SweepPictures *m_pictures = nullptr;

@@ -45,6 +45,21 @@ function(calvorn_program name)
     target_link_libraries(${name} PRIVATE calvorn_compiler calvorn_hardening calvorn_counting ${ARG_LINK})
 endfunction()
 
+# calvorn_test_headers(LINK <library> HEADERS <header>...)
+# Headers of Qt and the language, compiled once for all tests of this folder that link the library: reading them is most of
+# a test's compilation.
+function(calvorn_test_headers)
+    cmake_parse_arguments(ARG "" "LINK" "HEADERS" ${ARGN})
+    set(name headers_of_${ARG_LINK})
+    file(GENERATE OUTPUT "${CMAKE_CURRENT_BINARY_DIR}/${name}.cpp" CONTENT "")
+    add_library(${name} STATIC "${CMAKE_CURRENT_BINARY_DIR}/${name}.cpp")
+    set_target_properties(${name} PROPERTIES AUTOMOC OFF AUTOUIC OFF)
+    target_link_libraries(${name} PRIVATE calvorn_compiler Qt6::Test ${ARG_LINK})
+    target_compile_definitions(${name} PRIVATE CALVORN_SOURCE_DIR="${CMAKE_SOURCE_DIR}")
+    target_precompile_headers(${name} PRIVATE ${ARG_HEADERS})
+    set(headers_of_tests ${ARG_LINK} PARENT_SCOPE)
+endfunction()
+
 # calvorn_test(<name> SOURCES <file>... [LINK <library>...] [LABELS <label>...] [ENVIRONMENT <VAR=value>...])
 # A Qt Test program named <name>, run as the test <name>; it finds the built programs by CALVORN_BIN. One that links
 # windows runs on a display of its own. The programs speak English to it, whatever the desktop's language is.
@@ -55,6 +70,9 @@ function(calvorn_test name)
     set_target_properties(${name} PROPERTIES AUTOMOC ON RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/tests")
     target_link_libraries(${name} PRIVATE calvorn_compiler Qt6::Test ${ARG_LINK})
     target_compile_definitions(${name} PRIVATE CALVORN_SOURCE_DIR="${CMAKE_SOURCE_DIR}")
+    if(DEFINED headers_of_tests AND headers_of_tests IN_LIST ARG_LINK)
+        target_precompile_headers(${name} REUSE_FROM headers_of_${headers_of_tests})
+    endif()
     set(display "")
     if(ARG_LINK MATCHES "Qt6::Gui|Qt6::Widgets|calvorn_(platform_desktop|widgets|display|measure|controls|setup|app)")
         set(display "${CMAKE_SOURCE_DIR}/tests/with-display")

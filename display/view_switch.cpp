@@ -1,14 +1,23 @@
 // SPDX-License-Identifier: MIT
 #include "display/view_switch.h"
 
+#include "core/setting_reader.h"
+
 #include <QActionGroup>
+#include <QEvent>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace calvorn {
 
 namespace {
 
+constexpr int kMarkerView = 0;
+constexpr int kTableView = 1;
 constexpr int kFirstParallelPortView = 2;
+constexpr int kLeastTableWidth = 360; // logical pixels, with the markers beside it
+constexpr SettingKey kViewHeight{"View", "Height", "0"};
 
 // The button of the view that is shown is disabled; the bold caption says that it is the chosen one.
 void markChosen(QPushButton *button, bool chosen)
@@ -37,8 +46,17 @@ ViewSwitch::ViewSwitch(WindowSettings &settings, MarkerPanel &markers, QWidget *
     row->setSpacing(2);
     m_buttonRow = row;
     column->addLayout(row);
+    auto *views = new QHBoxLayout;
+    column->addLayout(views, 1);
     m_stack = new QStackedLayout;
-    column->addLayout(m_stack, 1);
+    views->addLayout(m_stack, 1);
+    m_beside = new QFrame(this);
+    m_beside->setFrameStyle(QFrame::StyledPanel | QFrame::Plain);
+    (new QVBoxLayout(m_beside))->setContentsMargins(0, 0, 0, 0);
+    // It gives way to a narrower window.
+    m_beside->setMinimumWidth(1);
+    m_beside->hide();
+    views->addWidget(m_beside);
     const std::array<QString, kViews> captions{tr("&Marker"), tr("&Table"), tr("Aux &1"), tr("Aux &2")};
     const std::array<QWidget *, kViews> contents{&markers, table, aux1, aux2};
     // The buttons first: the Tab key goes through them before it enters the view.
@@ -112,8 +130,77 @@ void ViewSwitch::selectView(int index)
     // A number that is no view, or none of this interface, stays until the user chooses one.
     if (isView)
         m_settings.markerIndex = static_cast<std::int16_t>(shown);
+    placeMarkers();
     m_markers.aggiornaLblMarkerX();
     m_markers.aggiornaLblMarkerY();
+}
+
+void ViewSwitch::setGivenHeight(int height)
+{
+    m_givenHeight = std::max(0, height);
+    updateGeometry();
+    placeMarkers();
+}
+
+void ViewSwitch::restoreHeight(const QString &settingsFile)
+{
+    SettingReader reader(settingsFile, SettingReader::Defaults::KeepOut);
+    std::int16_t height = 0;
+    reader.read(height, kViewHeight);
+    setGivenHeight(height);
+}
+
+bool ViewSwitch::saveHeight(const QString &settingsFile) const
+{
+    SettingReader reader(settingsFile, SettingReader::Defaults::KeepOut);
+    std::int16_t before = 0;
+    reader.read(before, kViewHeight);
+    return before == m_givenHeight ||
+           writeProfileString(settingsFile, QString::fromLatin1(kViewHeight.section),
+                              QString::fromLatin1(kViewHeight.name), QString::number(m_givenHeight));
+}
+
+QSize ViewSwitch::sizeHint() const
+{
+    const QSize needed = QWidget::sizeHint();
+    const int most = parentWidget() ? parentWidget()->height() / 2 : m_givenHeight;
+    return {needed.width(),
+            m_givenHeight > 0 ? std::max(minimumSizeHint().height(), std::min(m_givenHeight, most)) : needed.height()};
+}
+
+// Of another parent another half is the most.
+bool ViewSwitch::event(QEvent *event)
+{
+    if (event->type() == QEvent::ParentAboutToChange && parentWidget())
+        parentWidget()->removeEventFilter(this);
+    else if (event->type() == QEvent::ParentChange && parentWidget())
+        parentWidget()->installEventFilter(this);
+    else if (event->type() == QEvent::Resize)
+        placeMarkers();
+    return QWidget::event(event);
+}
+
+bool ViewSwitch::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::Resize && m_givenHeight > 0)
+        updateGeometry();
+    return QWidget::eventFilter(watched, event);
+}
+
+bool ViewSwitch::isHigherThanNeeded() const
+{
+    return m_givenHeight > 0 && sizeHint().height() > QWidget::sizeHint().height();
+}
+
+void ViewSwitch::placeMarkers()
+{
+    const int wanted = m_markers.minimumSizeHint().width() + kLeastTableWidth;
+    const bool beside = isHigherThanNeeded() && m_stack->currentIndex() == kTableView && width() >= wanted;
+    QWidget *home = beside ? m_beside : m_frames[kMarkerView];
+    if (m_markers.parentWidget() != home)
+        home->layout()->addWidget(&m_markers);
+    m_markers.show();
+    m_beside->setVisible(beside);
 }
 
 void ViewSwitch::setOutputViews(bool available)

@@ -44,11 +44,29 @@ public:
     // Puts a widget into the room that the buttons and what stands beside them leave.
     void setBetween(QWidget *widget);
 
+    // The height that the user gave the views, in logical pixels; 0 is what they need. Never more than half of the
+    // parent. While they are higher than they need, and wide enough, the markers stand beside the table.
+    void setGivenHeight(int height);
+    int givenHeight() const { return m_givenHeight; }
+
+    // Start-up and shutdown: the key "Height" of the section [View]. A file without it gets it only with a height that
+    // was given. False when it cannot be written.
+    void restoreHeight(const QString &settingsFile);
+    bool saveHeight(const QString &settingsFile) const;
+
+    QSize sizeHint() const override;
+
+protected:
+    bool event(QEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
     void cmdView_Click(int index) { selectView(index); }
     void mnuView_Click(int index) { selectView(index); }
     void makeButton(int index, const QString &caption, ErrorBoundary &boundary);
     void makeFrame(int index, QWidget *content);
+    bool isHigherThanNeeded() const;
+    void placeMarkers();
 
     WindowSettings &m_settings;
     MarkerPanel &m_markers;
@@ -57,6 +75,8 @@ private:
     std::array<QAction *, kViews> m_actions{};
     QHBoxLayout *m_buttonRow = nullptr;
     QStackedLayout *m_stack = nullptr;
+    QFrame *m_beside = nullptr; // the markers beside the table
+    int m_givenHeight = 0;
     bool m_parallelPortViews = true;
 };
 

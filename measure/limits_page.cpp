@@ -113,13 +113,13 @@ QWidget *LimitsPage::makeEditor(ErrorBoundary &boundary)
     connect(m_table, &QTableWidget::cellChanged, this, &LimitsPage::takeCell);
     QPushButton *add = makeButton("cmdAddPoint", tr("&Add"), tr("Add a point at M1, on the level of M3"));
     QPushButton *remove = makeButton("cmdRemovePoint", tr("&Remove"), tr("Remove the points that are selected"));
-    m_click = makeButton("cmdClickPoint", tr("By &click"), tr("Each click into the graph adds a point to this limit"));
+    m_click = makeButton("cmdClickPoint", tr("By clic&k"), tr("Each click into the graph adds a point to this limit"));
     m_click->setCheckable(true);
     m_clickSide = new QComboBox(this);
     m_clickSide->setObjectName(QStringLiteral("cboLimitSide"));
     m_clickSide->addItems({tr("upper"), tr("lower")});
     m_clickSide->setToolTip(tr("The limit that gets the new points"));
-    QPushButton *live = makeButton("cmdFromLive", tr("Li&ve ±"), tr("Make both limits from the sweep that is shown"));
+    QPushButton *live = makeButton("cmdFromLive", tr("L&ive ±"), tr("Make both limits from the sweep that is shown"));
     m_margin = new RealSpinBox(this);
     m_margin->setObjectName(QStringLiteral("txtLimitMargin"));
     m_margin->setRange(0.1, 60.0);
@@ -128,7 +128,7 @@ QWidget *LimitsPage::makeEditor(ErrorBoundary &boundary)
     m_margin->setValue(3.0);
     m_margin->setToolTip(tr("Distance of the limits from the sweep"));
     QPushButton *load = makeButton("cmdLoadLimits", tr("&Load…"), tr("Take the limits of a file"));
-    QPushButton *save = makeButton("cmdSaveLimits", tr("Sa&ve…"), tr("Write the limits into a file"));
+    QPushButton *save = makeButton("cmdSaveLimits", tr("Sav&e…"), tr("Write the limits into a file"));
     connect(add, &QPushButton::clicked, this, &LimitsPage::addRow);
     connect(remove, &QPushButton::clicked, this, &LimitsPage::removeRow);
     connect(live, &QPushButton::clicked, this, &LimitsPage::fromLive);

@@ -29,6 +29,10 @@ MeasureDock::MeasureDock(const Configuration &configuration, const SweepTable &t
     : QDockWidget(tr("Measure"), parent)
     , m_configuration(configuration)
     , m_measurement(configuration, table, graph.graph())
+    , m_graph(graph)
+    , m_markers(markers)
+    , m_desktop(desktop)
+    , m_boundary(boundary)
     , m_action(toggleViewAction())
 {
     setObjectName(QStringLiteral("dockMeasure"));
@@ -37,29 +41,34 @@ MeasureDock::MeasureDock(const Configuration &configuration, const SweepTable &t
     m_action->setText(tr("M&easure"));
     m_action->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_M));
     m_action->setToolTip(tr("Traces to compare with, results, limits"));
+    hide();
+}
 
+void MeasureDock::build()
+{
+    if (m_pages)
+        return;
     auto *content = new QWidget(this);
     auto *layout = new QVBoxLayout(content);
     layout->setContentsMargins(2, 2, 2, 2);
     layout->addWidget(makeHead());
     m_pages = new QTabWidget(content);
     m_pages->setObjectName(QStringLiteral("tabMeasure"));
-    m_traces = new TracesPage(m_measurement, configuration, desktop, boundary);
-    m_results = new ResultsPage(m_measurement, graph.graph().markers(), markers, desktop);
-    m_limits = new LimitsPage(m_measurement, graph.graph(), desktop, boundary);
+    m_traces = new TracesPage(m_measurement, m_configuration, m_desktop, m_boundary);
+    m_results = new ResultsPage(m_measurement, m_graph.graph().markers(), m_markers, m_desktop);
+    m_limits = new LimitsPage(m_measurement, m_graph.graph(), m_desktop, m_boundary);
     m_pages->addTab(scrolled(m_traces), tr("Traces"));
     m_pages->addTab(scrolled(m_results), tr("Results"));
     m_pages->addTab(scrolled(m_limits), tr("Limits"));
-    m_pages->setCurrentIndex(1);
     // They show where the panel is too narrow for three titles.
     for (QToolButton *button : m_pages->tabBar()->findChildren<QToolButton *>())
         button->setToolTip(tr("More pages"));
     layout->addWidget(m_pages);
     setWidget(content);
-    hide();
 
     connect(&m_measurement, &Measurement::refreshed, this, &MeasureDock::showReference);
-    connect(&m_measurement, &Measurement::relationChanged, &graph.axis(), &AmplitudeAxis::setRelative);
+    connect(&m_measurement, &Measurement::relationChanged, &m_graph.axis(), &AmplitudeAxis::setRelative);
+    restorePages();
     showReference();
 }
 
@@ -99,6 +108,14 @@ void MeasureDock::showReference()
     m_reference->setVisible(!text.isEmpty());
 }
 
+// Its pages have a size before it is placed.
+void MeasureDock::setVisible(bool visible)
+{
+    if (visible)
+        build();
+    QDockWidget::setVisible(visible);
+}
+
 void MeasureDock::showEvent(QShowEvent *event)
 {
     QDockWidget::showEvent(event);
@@ -111,31 +128,43 @@ void MeasureDock::hideEvent(QHideEvent *event)
     m_measurement.setWatched(false);
 }
 
+void MeasureDock::restorePages()
+{
+    m_pages->setCurrentIndex(m_choices.page);
+    m_traces->restore(m_choices);
+    m_results->restore(m_choices);
+    m_limits->restore(m_choices);
+}
+
 void MeasureDock::restore()
 {
-    const MeasureChoices choices = readMeasureChoices(m_configuration.iniPath);
-    m_pages->setCurrentIndex(choices.page);
-    m_traces->restore(choices);
-    m_results->restore(choices);
-    m_limits->restore(choices);
-    const QStringList place = choices.place.split(u' ');
-    setFloating(choices.isFloating);
-    if (choices.isFloating && place.size() == 4)
+    m_choices = readMeasureChoices(m_configuration.iniPath);
+    const bool worksClosed = m_choices.maxHold || m_choices.minHold || m_choices.average || m_choices.limits ||
+                             m_choices.tracksPeak || !m_choices.limitsFile.isEmpty();
+    if (m_pages)
+        restorePages();
+    else if (m_choices.isOpen || worksClosed)
+        build();
+    const QStringList place = m_choices.place.split(u' ');
+    setFloating(m_choices.isFloating);
+    if (m_choices.isFloating && place.size() == 4)
         setGeometry(place[0].toInt(), place[1].toInt(), place[2].toInt(), place[3].toInt());
-    setVisible(choices.isOpen);
+    setVisible(m_choices.isOpen);
 }
 
 bool MeasureDock::save() const
 {
-    MeasureChoices choices;
+    MeasureChoices choices = m_choices;
     choices.isOpen = !isHidden();
     choices.isFloating = isFloating();
-    if (isFloating())
-        choices.place = QStringLiteral("%1 %2 %3 %4").arg(x()).arg(y()).arg(width()).arg(height());
-    choices.page = static_cast<std::int16_t>(m_pages->currentIndex());
-    m_traces->save(choices);
-    m_results->save(choices);
-    m_limits->save(choices);
+    choices.place =
+        isFloating() ? QStringLiteral("%1 %2 %3 %4").arg(x()).arg(y()).arg(width()).arg(height()) : QString();
+    if (m_pages) {
+        choices.page = static_cast<std::int16_t>(m_pages->currentIndex());
+        m_traces->save(choices);
+        m_results->save(choices);
+        m_limits->save(choices);
+    }
     return saveMeasureChoices(choices, m_configuration.iniPath);
 }
 

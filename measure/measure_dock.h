@@ -27,6 +27,8 @@ public:
 
     Measurement &measurement() { return m_measurement; }
 
+    void setVisible(bool visible) override;
+
     // Start-up and shutdown: the choices in the settings file. False when they cannot be written.
     void restore();
     bool save() const;
@@ -36,12 +38,21 @@ protected:
     void hideEvent(QHideEvent *event) override;
 
 private:
+    // The pages come when they are needed first: the panel is shown, or it has to do something while it is closed.
+    void build();
     QWidget *makeHead();
     void cmdNormalise_Click(bool on);
     void showReference();
 
+    void restorePages();
+
     const Configuration &m_configuration;
     Measurement m_measurement;
+    GraphPanel &m_graph;
+    MarkerPanel &m_markers;
+    Desktop &m_desktop;
+    ErrorBoundary &m_boundary;
+    MeasureChoices m_choices; // until there are pages
     QAction *m_action;
     QPushButton *m_normalise = nullptr;
     QLabel *m_reference = nullptr;

@@ -4,6 +4,7 @@
 #include "analysis/result_text.h"
 #include "core/number_text.h"
 #include "core/scale_type.h"
+#include "widgets/button_key.h"
 
 #include <QFormLayout>
 #include <QFrame>
@@ -65,7 +66,7 @@ QWidget *ResultsPage::makeChoices()
     m_source->setObjectName(QStringLiteral("cboSource"));
     m_source->addItems({tr("Live sweep"), tr("Average")});
     m_source->setToolTip(tr("The curve that the results are computed from"));
-    form->addRow(tr("&From"), m_source);
+    form->addRow(tr("Fr&om"), m_source);
     m_fixture = new RealSpinBox(this);
     m_fixture->setObjectName(QStringLiteral("txtFixture"));
     m_fixture->setRange(0.1, kMostOhms);
@@ -98,9 +99,11 @@ QWidget *ResultsPage::makeButtons()
     auto *grid = new QGridLayout(box);
     grid->setContentsMargins(0, 0, 0, 0);
     QPushButton *peak = makeButton("cmdPeak", tr("&Peak"), tr("Put M1 onto the highest point"));
-    QPushButton *minimum = makeButton("cmdMinimum", tr("Mini&mum"), tr("Put M1 onto the lowest point"));
-    QPushButton *left = makeButton("cmdPeakLeft", tr("◀ Pea&k"), tr("Put M1 onto the next peak to the left"));
+    QPushButton *minimum = makeButton("cmdMinimum", tr("M&inimum"), tr("Put M1 onto the lowest point"));
+    QPushButton *left = makeButton("cmdPeakLeft", tr("◀ Peak"), tr("Put M1 onto the next peak to the left"));
     QPushButton *right = makeButton("cmdPeakRight", tr("Peak ▶"), tr("Put M1 onto the next peak to the right"));
+    giveKey(*left, QKeySequence(Qt::CTRL | Qt::Key_PageUp));
+    giveKey(*right, QKeySequence(Qt::CTRL | Qt::Key_PageDown));
     QPushButton *points3 = makeButton("cmdPoints3", tr("−&3 dB"), tr("Put M1 and M2 onto the −3 dB points"));
     QPushButton *points6 = makeButton("cmdPoints6", tr("−&6 dB"), tr("Put M1 and M2 onto the −6 dB points"));
     m_prominence = new RealSpinBox(this);
@@ -110,7 +113,7 @@ QWidget *ResultsPage::makeButtons()
     m_prominence->setSuffix(tr(" dB"));
     m_prominence->setValue(3.0);
     m_prominence->setToolTip(tr("How far a peak must rise above the valleys on both sides"));
-    m_tracksPeak = new QCheckBox(tr("M1 &tracks the peak"), this);
+    m_tracksPeak = new QCheckBox(tr("M1 tr&acks the peak"), this);
     m_tracksPeak->setObjectName(QStringLiteral("chkTrackPeak"));
     m_tracksPeak->setToolTip(tr("After each sweep M1 stands on the highest point"));
     connect(peak, &QPushButton::clicked, this, [this] {

@@ -4,6 +4,7 @@
 #include "analysis/trace_file.h"
 #include "core/whole_file.h"
 #include "display/plot/trace_styles.h"
+#include "widgets/button_key.h"
 
 #include <QFileInfo>
 #include <QGridLayout>
@@ -88,9 +89,10 @@ void TracesPage::makeRow(int slot, QGridLayout *grid, ErrorBoundary &boundary)
         m_measurement.traces().rename(slot, m_rows[static_cast<std::size_t>(slot)].name->text());
         m_measurement.tracesEdited();
     });
-    row.store = new QPushButton(tr("Store &%1").arg(slot + 1), this);
+    row.store = new QPushButton(tr("Store %1").arg(slot + 1), this);
     row.store->setObjectName(named("cmdStore_"));
     row.store->setToolTip(tr("Keep the sweep that is shown as trace %1").arg(slot + 1));
+    giveKey(*row.store, QKeySequence(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_1 + slot)));
     connect(row.store, &QPushButton::clicked, this, [this, slot] { cmdStore_Click(slot); });
 
     auto *more = new QToolButton(this);
@@ -162,7 +164,7 @@ QWidget *TracesPage::makeMoving()
     m_averaged = new QLabel(this);
     m_averaged->setObjectName(QStringLiteral("lblAveraged"));
     m_averaged->setToolTip(tr("Sweeps averaged so far"));
-    auto *anew = new QPushButton(tr("Start a&new"), this);
+    auto *anew = new QPushButton(tr("Sta&rt anew"), this);
     anew->setObjectName(QStringLiteral("cmdStartAnew"));
     anew->setToolTip(tr("Begin holds and average again with the next sweep; another range does so, too"));
     connect(anew, &QPushButton::clicked, this, [this] {

@@ -1404,6 +1404,14 @@
         <source>Simulated board: %1</source>
         <translation>Simulierte Platine: %1</translation>
     </message>
+    <message>
+        <source>&amp;Antenna at a bridge, 7.05 MHz</source>
+        <translation>&amp;Antenne an einer Brücke, 7,05 MHz</translation>
+    </message>
+    <message>
+        <source>As a &amp;file says</source>
+        <translation>Wie eine &amp;Datei es sagt</translation>
+    </message>
 </context>
 <context>
     <name>calvorn::CalibrationDialog</name>
@@ -1997,6 +2005,17 @@
     </message>
 </context>
 <context>
+    <name>calvorn::HeightHandle</name>
+    <message>
+        <source>Height of the view</source>
+        <translation>Höhe der Ansicht</translation>
+    </message>
+    <message>
+        <source>Drag to make the view higher or lower; a double click makes it as high as it was</source>
+        <translation>Ziehen macht die Ansicht höher oder niedriger; ein Doppelklick macht sie so hoch wie zuvor</translation>
+    </message>
+</context>
+<context>
     <name>calvorn::HelpBrowser</name>
     <message>
         <source>Page of the help</source>
@@ -2171,7 +2190,7 @@
     <name>calvorn::LimitsPage</name>
     <message>
         <source>&amp;Judge every sweep</source>
-        <translation>Jeden Durchlauf be&amp;urteilen</translation>
+        <translation>&amp;Jeden Durchlauf beurteilen</translation>
     </message>
     <message>
         <source>Draw the limits, and say whether each sweep keeps them</source>
@@ -2179,7 +2198,7 @@
     </message>
     <message>
         <source>&amp;Beep on a change</source>
-        <translation>&amp;Ton beim Wechsel</translation>
+        <translation>T&amp;on beim Wechsel</translation>
     </message>
     <message>
         <source>Beep when sweeps begin to pass or to fail</source>
@@ -2191,7 +2210,7 @@
     </message>
     <message>
         <source>&amp;Zero</source>
-        <translation>&amp;Null</translation>
+        <translation>N&amp;ull</translation>
     </message>
     <message>
         <source>Count from zero</source>
@@ -2223,15 +2242,15 @@
     </message>
     <message>
         <source>&amp;Remove</source>
-        <translation>&amp;Entfernen</translation>
+        <translation>Entfe&amp;rnen</translation>
     </message>
     <message>
         <source>Remove the points that are selected</source>
         <translation>Entfernt die gewählten Punkte</translation>
     </message>
     <message>
-        <source>By &amp;click</source>
-        <translation>Mit &amp;Klick</translation>
+        <source>By clic&amp;k</source>
+        <translation>M&amp;it Klick</translation>
     </message>
     <message>
         <source>Each click into the graph adds a point to this limit</source>
@@ -2250,8 +2269,8 @@
         <translation>Die Grenze, die die neuen Punkte bekommt</translation>
     </message>
     <message>
-        <source>Li&amp;ve ±</source>
-        <translation>Ak&amp;tuell ±</translation>
+        <source>L&amp;ive ±</source>
+        <translation>A&amp;ktuell ±</translation>
     </message>
     <message>
         <source>Make both limits from the sweep that is shown</source>
@@ -2274,8 +2293,8 @@
         <translation>Nimmt die Grenzen aus einer Datei</translation>
     </message>
     <message>
-        <source>Sa&amp;ve…</source>
-        <translation>Sp&amp;eichern…</translation>
+        <source>Sav&amp;e…</source>
+        <translation>Spei&amp;chern…</translation>
     </message>
     <message>
         <source>Write the limits into a file</source>
@@ -2907,7 +2926,7 @@
     </message>
     <message>
         <source>&amp;Results of</source>
-        <translation>&amp;Ergebnisse für</translation>
+        <translation>E&amp;rgebnisse für</translation>
     </message>
     <message>
         <source>Live sweep</source>
@@ -2922,8 +2941,8 @@
         <translation>Die Kurve, aus der die Ergebnisse berechnet werden</translation>
     </message>
     <message>
-        <source>&amp;From</source>
-        <translation>&amp;Aus</translation>
+        <source>Fr&amp;om</source>
+        <translation>A&amp;us</translation>
     </message>
     <message>
         <source> Ω</source>
@@ -2939,23 +2958,23 @@
     </message>
     <message>
         <source>&amp;Peak</source>
-        <translation>&amp;Spitze</translation>
+        <translation>S&amp;pitze</translation>
     </message>
     <message>
         <source>Put M1 onto the highest point</source>
         <translation>Setzt M1 auf den höchsten Punkt</translation>
     </message>
     <message>
-        <source>Mini&amp;mum</source>
-        <translation>Mini&amp;mum</translation>
+        <source>M&amp;inimum</source>
+        <translation>Min&amp;imum</translation>
     </message>
     <message>
         <source>Put M1 onto the lowest point</source>
         <translation>Setzt M1 auf den tiefsten Punkt</translation>
     </message>
     <message>
-        <source>◀ Pea&amp;k</source>
-        <translation>◀ Spit&amp;ze</translation>
+        <source>◀ Peak</source>
+        <translation>◀ Spitze</translation>
     </message>
     <message>
         <source>Put M1 onto the next peak to the left</source>
@@ -2994,8 +3013,8 @@
         <translation>Wie weit eine Spitze über die Täler zu beiden Seiten ragen muss</translation>
     </message>
     <message>
-        <source>M1 &amp;tracks the peak</source>
-        <translation>M1 &amp;folgt der Spitze</translation>
+        <source>M1 tr&amp;acks the peak</source>
+        <translation>M1 fol&amp;gt der Spitze</translation>
     </message>
     <message>
         <source>After each sweep M1 stands on the highest point</source>
@@ -3003,7 +3022,7 @@
     </message>
     <message>
         <source>Peaks of at &amp;least</source>
-        <translation>Sp&amp;itzen ab</translation>
+        <translation>Spit&amp;zen ab</translation>
     </message>
     <message>
         <source>At M1</source>
@@ -3535,8 +3554,8 @@ Tastatur: Pfeiltasten bewegen, die Tasten 1 bis 4 setzen einen Marker.</translat
         <translation>Name der Kurve %1</translation>
     </message>
     <message>
-        <source>Store &amp;%1</source>
-        <translation>Speicher &amp;%1</translation>
+        <source>Store %1</source>
+        <translation>Speicher %1</translation>
     </message>
     <message>
         <source>Keep the sweep that is shown as trace %1</source>
@@ -3580,7 +3599,7 @@ Tastatur: Pfeiltasten bewegen, die Tasten 1 bis 4 setzen einen Marker.</translat
     </message>
     <message>
         <source>&amp;Average over</source>
-        <translation>&amp;Mittel über</translation>
+        <translation>Mittel ü&amp;ber</translation>
     </message>
     <message>
         <source>The mean of this many sweeps; after them each new one counts as one of so many</source>
@@ -3595,8 +3614,8 @@ Tastatur: Pfeiltasten bewegen, die Tasten 1 bis 4 setzen einen Marker.</translat
         <translation>Bisher gemittelte Durchläufe</translation>
     </message>
     <message>
-        <source>Start a&amp;new</source>
-        <translation>&amp;Neu beginnen</translation>
+        <source>Sta&amp;rt anew</source>
+        <translation>Neu be&amp;ginnen</translation>
     </message>
     <message>
         <source>Begin holds and average again with the next sweep; another range does so, too</source>

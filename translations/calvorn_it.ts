@@ -1404,6 +1404,14 @@
         <source>Simulated board: %1</source>
         <translation>Scheda simulata: %1</translation>
     </message>
+    <message>
+        <source>&amp;Antenna at a bridge, 7.05 MHz</source>
+        <translation>&amp;Antenna su un ponte, 7,05 MHz</translation>
+    </message>
+    <message>
+        <source>As a &amp;file says</source>
+        <translation>Come dice un &amp;file</translation>
+    </message>
 </context>
 <context>
     <name>calvorn::CalibrationDialog</name>
@@ -1997,6 +2005,17 @@
     </message>
 </context>
 <context>
+    <name>calvorn::HeightHandle</name>
+    <message>
+        <source>Height of the view</source>
+        <translation>Altezza della vista</translation>
+    </message>
+    <message>
+        <source>Drag to make the view higher or lower; a double click makes it as high as it was</source>
+        <translation>Trascinare per rendere la vista più alta o più bassa; un doppio clic la riporta com&apos;era</translation>
+    </message>
+</context>
+<context>
     <name>calvorn::HelpBrowser</name>
     <message>
         <source>Page of the help</source>
@@ -2171,7 +2190,7 @@
     <name>calvorn::LimitsPage</name>
     <message>
         <source>&amp;Judge every sweep</source>
-        <translation>&amp;Giudica ogni sweep</translation>
+        <translation>Giu&amp;dica ogni sweep</translation>
     </message>
     <message>
         <source>Draw the limits, and say whether each sweep keeps them</source>
@@ -2179,7 +2198,7 @@
     </message>
     <message>
         <source>&amp;Beep on a change</source>
-        <translation>&amp;Suono al cambiamento</translation>
+        <translation>S&amp;uono al cambiamento</translation>
     </message>
     <message>
         <source>Beep when sweeps begin to pass or to fail</source>
@@ -2215,7 +2234,7 @@
     </message>
     <message>
         <source>&amp;Add</source>
-        <translation>&amp;Aggiungi</translation>
+        <translation>A&amp;ggiungi</translation>
     </message>
     <message>
         <source>Add a point at M1, on the level of M3</source>
@@ -2223,15 +2242,15 @@
     </message>
     <message>
         <source>&amp;Remove</source>
-        <translation>&amp;Togli</translation>
+        <translation>T&amp;ogli</translation>
     </message>
     <message>
         <source>Remove the points that are selected</source>
         <translation>Toglie i punti scelti</translation>
     </message>
     <message>
-        <source>By &amp;click</source>
-        <translation>Con un &amp;clic</translation>
+        <source>By clic&amp;k</source>
+        <translation>&amp;Con un clic</translation>
     </message>
     <message>
         <source>Each click into the graph adds a point to this limit</source>
@@ -2250,8 +2269,8 @@
         <translation>Il limite che riceve i nuovi punti</translation>
     </message>
     <message>
-        <source>Li&amp;ve ±</source>
-        <translation>Atti&amp;vo ±</translation>
+        <source>L&amp;ive ±</source>
+        <translation>Attual&amp;e ±</translation>
     </message>
     <message>
         <source>Make both limits from the sweep that is shown</source>
@@ -2267,14 +2286,14 @@
     </message>
     <message>
         <source>&amp;Load…</source>
-        <translation>&amp;Carica…</translation>
+        <translation>Ca&amp;rica…</translation>
     </message>
     <message>
         <source>Take the limits of a file</source>
         <translation>Prende i limiti da un file</translation>
     </message>
     <message>
-        <source>Sa&amp;ve…</source>
+        <source>Sav&amp;e…</source>
         <translation>Sa&amp;lva…</translation>
     </message>
     <message>
@@ -2922,7 +2941,7 @@
         <translation>La curva da cui si calcolano i risultati</translation>
     </message>
     <message>
-        <source>&amp;From</source>
+        <source>Fr&amp;om</source>
         <translation>&amp;Da</translation>
     </message>
     <message>
@@ -2935,7 +2954,7 @@
     </message>
     <message>
         <source>Fi&amp;xture</source>
-        <translation>&amp;Supporto</translation>
+        <translation>S&amp;upporto</translation>
     </message>
     <message>
         <source>&amp;Peak</source>
@@ -2946,16 +2965,16 @@
         <translation>Mette M1 sul punto più alto</translation>
     </message>
     <message>
-        <source>Mini&amp;mum</source>
-        <translation>Mini&amp;mo</translation>
+        <source>M&amp;inimum</source>
+        <translation>Minim&amp;o</translation>
     </message>
     <message>
         <source>Put M1 onto the lowest point</source>
         <translation>Mette M1 sul punto più basso</translation>
     </message>
     <message>
-        <source>◀ Pea&amp;k</source>
-        <translation>◀ Pi&amp;cco</translation>
+        <source>◀ Peak</source>
+        <translation>◀ Picco</translation>
     </message>
     <message>
         <source>Put M1 onto the next peak to the left</source>
@@ -2994,8 +3013,8 @@
         <translation>Di quanto un picco deve superare le valli ai due lati</translation>
     </message>
     <message>
-        <source>M1 &amp;tracks the peak</source>
-        <translation>M1 &amp;segue il picco</translation>
+        <source>M1 tr&amp;acks the peak</source>
+        <translation>M1 se&amp;gue il picco</translation>
     </message>
     <message>
         <source>After each sweep M1 stands on the highest point</source>
@@ -3535,8 +3554,8 @@ Tastiera: le frecce spostano, i tasti da 1 a 4 mettono un marcatore.</translatio
         <translation>Nome della traccia %1</translation>
     </message>
     <message>
-        <source>Store &amp;%1</source>
-        <translation>Conserva &amp;%1</translation>
+        <source>Store %1</source>
+        <translation>Conserva %1</translation>
     </message>
     <message>
         <source>Keep the sweep that is shown as trace %1</source>
@@ -3564,7 +3583,7 @@ Tastiera: le frecce spostano, i tasti da 1 a 4 mettono un marcatore.</translatio
     </message>
     <message>
         <source>Ma&amp;x hold</source>
-        <translation>Ma&amp;ssimi</translation>
+        <translation>Valori ma&amp;x</translation>
     </message>
     <message>
         <source>Keep the highest amplitude at each frequency</source>
@@ -3572,7 +3591,7 @@ Tastiera: le frecce spostano, i tasti da 1 a 4 mettono un marcatore.</translatio
     </message>
     <message>
         <source>M&amp;in hold</source>
-        <translation>M&amp;inimi</translation>
+        <translation>Val&amp;ori min</translation>
     </message>
     <message>
         <source>Keep the lowest amplitude at each frequency</source>
@@ -3595,7 +3614,7 @@ Tastiera: le frecce spostano, i tasti da 1 a 4 mettono un marcatore.</translatio
         <translation>Sweep mediati finora</translation>
     </message>
     <message>
-        <source>Start a&amp;new</source>
+        <source>Sta&amp;rt anew</source>
         <translation>&amp;Ricomincia</translation>
     </message>
     <message>

@@ -443,6 +443,7 @@ void TestHelpWindow::theHelpClosesWithTheProgram()
 void TestHelpWindow::everyShortcutIsInTheManual()
 {
     const auto main = bench();
+    choose(*main, "mnuMeasure"); // its keys come with it
     choose(*main, "mnuHelpContent");
     helpWindow()->showPage(QStringLiteral("keys.html"));
     const QString page = inHelp<QTextBrowser>("txtHelp")->toPlainText();
@@ -450,10 +451,12 @@ void TestHelpWindow::everyShortcutIsInTheManual()
     for (const QWidget *window : {static_cast<QWidget *>(main->window.get()), static_cast<QWidget *>(helpWindow())}) {
         for (const QAction *action : window->findChildren<QAction *>())
             shortcuts.insert(action->shortcut().toString());
+        for (const QAbstractButton *button : window->findChildren<QAbstractButton *>())
+            shortcuts.insert(button->shortcut().toString());
         for (const QShortcut *shortcut : window->findChildren<QShortcut *>())
             shortcuts.insert(shortcut->key().toString());
     }
-    // A letter with Alt is underlined in its caption; an action without a key has an empty one.
+    // A letter with Alt is underlined in its caption; what has no key has an empty one.
     static const QRegularExpression mnemonic(QStringLiteral("^(Alt\\+.)?$"));
     shortcuts.removeIf([](const QString &keys) { return keys.contains(mnemonic); });
     QVERIFY(shortcuts.size() > 10);

@@ -10,6 +10,7 @@
 #include <QMenu>
 #include <QSignalSpy>
 #include <QSpinBox>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QTableWidget>
 
@@ -126,6 +127,7 @@ private slots:
     void limitsAreSavedAndLoaded();
     void choicesAreKept();
     void aPictureShowsTracesAndLegend();
+    void theWaysAreShort();
 };
 
 void TestMeasurePanel::closedItLeavesEverythingAsItWas()
@@ -517,6 +519,36 @@ void TestMeasurePanel::aPictureShowsTracesAndLegend()
     const int alone = blue(bench.folder.path() + QStringLiteral("/alone.png"));
     const int both = blue(bench.folder.path() + QStringLiteral("/both.png"));
     QVERIFY2(both > alone + 200, qPrintable(QStringLiteral("%1, %2").arg(alone).arg(both)));
+}
+
+// What the manual promises: so many clicks and keys after the sweep.
+void TestMeasurePanel::theWaysAreShort()
+{
+    {
+        Bench bench;
+        bench.deliver(resonance);
+        bench.openPanel();
+        QTRY_VERIFY(std::abs(bench.number("lblResult_bw3") - 400'000.0) < 4'000.0);
+    }
+    {
+        Bench bench;
+        bench.deliver(resonance);
+        bench.openPanel();
+        auto *pages = bench.find<QTabWidget>("tabMeasure");
+        QTest::mouseClick(pages->tabBar(), Qt::LeftButton, {}, pages->tabBar()->tabRect(0).center());
+        bench.click("cmdStore_0");
+        bench.deliver([](int row) { return resonance(row - 30); });
+        QCOMPARE(bench.plot().legend().size(), std::size_t{2});
+        QCOMPARE(bench.plot().traces.size(), std::size_t{1});
+    }
+    {
+        Bench bench;
+        bench.deliver([](int) { return 800.0; });
+        bench.openPanel();
+        bench.click("cmdNormalise");
+        bench.deliver([](int row) { return resonance(row) / 2.0; });
+        QTRY_VERIFY(std::abs(bench.number("lblResult_loss") - 20.0 * std::log10(800.0 / 500.0)) < 0.1);
+    }
 }
 
 QTEST_MAIN(TestMeasurePanel)

@@ -14,6 +14,7 @@
 
 #include <QListWidget>
 #include <QMenu>
+#include <QTabWidget>
 
 using namespace calvorn;
 using calvorn::test::cutOffTexts;
@@ -99,6 +100,8 @@ private slots:
     void nothingIsCutOffInTheMainWindow();
     void everyMenuEntryHasALetterOfItsOwn_data() { addLanguages(); }
     void everyMenuEntryHasALetterOfItsOwn();
+    void theMeasurePanelHasRoomAndLetters_data() { addLanguages(); }
+    void theMeasurePanelHasRoomAndLetters();
     void theSetUpHasRoomForItsTexts_data() { addLanguages(); }
     void theSetUpHasRoomForItsTexts();
     void theOtherDialogsHaveRoomForTheirTexts_data() { addLanguages(); }
@@ -171,6 +174,31 @@ void TestTranslatedWindows::everyMenuEntryHasALetterOfItsOwn()
     for (const QAction *entry : bench.find<QListWidget>("lstLOG")->actions())
         log.add(entry->text());
     QCOMPARE(log.clashes(), QString());
+}
+
+void TestTranslatedWindows::theMeasurePanelHasRoomAndLetters()
+{
+    speak();
+    const WindowBench bench(m_server.program(), settings(2).replace("Log=1", "Log=0"));
+    bench.window->findChild<QAction *>(QStringLiteral("mnuMeasure"))->trigger();
+    auto *pages = bench.find<QTabWidget>("tabMeasure");
+    QStringList clashes;
+    for (const QSize size : {QSize(1024, 570), QSize(1900, 1050)}) {
+        bench.window->resize(size);
+        QTRY_COMPARE(bench.window->size(), size);
+        for (int page = 0; page < pages->count(); ++page) {
+            pages->setCurrentIndex(page);
+            QTest::qWait(0);
+            QCOMPARE(cutOffTexts(*bench.window), QString());
+            Mnemonics letters;
+            letters.addVisibleIn(*bench.window);
+            for (const QAction *title : bench.window->menuBar()->actions())
+                letters.add(title->text());
+            clashes.append(letters.clashes());
+        }
+    }
+    clashes.removeAll(QString());
+    QCOMPARE(clashes.join(u'\n'), QString());
 }
 
 void TestTranslatedWindows::theSetUpHasRoomForItsTexts()

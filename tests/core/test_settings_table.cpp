@@ -170,8 +170,8 @@ private slots:
 void TestSettingsTable::thePageHasEverySection()
 {
     QStringList sections = tableSections();
-    sections += QStringList{"Aux1",      "Aux2",       "Interface1", "Interface2", "Interface3",
-                            "Simulator", "LPT Wiring", "Ports",      "Attenuator", "Measure"};
+    sections += QStringList{"Aux1",       "Aux2",  "Interface1", "Interface2", "Interface3", "Simulator",
+                            "LPT Wiring", "Ports", "Attenuator", "Measure",    "View"};
     QStringList documented = sectionsOfPage();
     std::sort(sections.begin(), sections.end());
     std::sort(documented.begin(), documented.end());
