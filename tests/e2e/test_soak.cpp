@@ -47,6 +47,9 @@ int fromEnvironment(const char *name, int fallback)
     return value > 0 ? value : fallback;
 }
 
+// The Measure panel with all that works on a sweep.
+constexpr const char *kMeasuring = "[Measure]\r\nOpen=1\r\nMax hold=1\r\nMin hold=1\r\nAverage=1\r\nTrack peak=1\r\n";
+
 // What has come from the server, as its tally has it, and what became of it.
 struct Arrival
 {
@@ -58,10 +61,11 @@ struct Arrival
 // The tally comes first: the server finds it when the window opens.
 struct Soak : test::Tally, WindowBench
 {
-    explicit Soak(bool paced)
+    Soak(bool paced, bool measuring)
         : Tally(kHaste)
         , WindowBench(Tally::program(),
-                      test::ProgramFolder::preparedSettings().replace("Pace=real", paced ? "Pace=real" : "Pace=none"))
+                      test::ProgramFolder::preparedSettings().replace("Pace=real", paced ? "Pace=real" : "Pace=none") +
+                          (measuring ? kMeasuring : ""))
         , random(static_cast<std::minstd_rand::result_type>(fromEnvironment("CALVORN_SOAK_SEED", 1)))
     {
         AcquisitionDriver *driver = WindowBench::driver();
@@ -86,6 +90,13 @@ struct Soak : test::Tally, WindowBench
         });
         QObject::connect(table(), &SweepTable::rebuilt, window.get(), [this] { curveCleared = true; });
         QObject::connect(&graph->redraws(), &RedrawTimer::fired, window.get(), [this] { onRedraw(); });
+    }
+
+    // Four stored traces, and limits from the sweep that is shown.
+    void storeAndLimit() const
+    {
+        for (const char *name : {"cmdStore_0", "cmdStore_1", "cmdStore_2", "cmdStore_3", "cmdFromLive"})
+            find<QAbstractButton>(name)->click();
     }
 
     void onVector(const QVector<int> &vector)
@@ -352,17 +363,26 @@ private slots:
 void TestSoak::manySweeps_data()
 {
     QTest::addColumn<bool>("paced");
+    QTest::addColumn<bool>("measuring");
     QTest::addColumn<int>("wanted");
-    QTest::newRow("as fast as they can") << false << fromEnvironment("CALVORN_SOAK_SWEEPS", 400);
-    QTest::newRow("paced, by a faster clock") << true << fromEnvironment("CALVORN_SOAK_PACED", 400);
+    QTest::newRow("as fast as they can") << false << false << fromEnvironment("CALVORN_SOAK_SWEEPS", 400);
+    QTest::newRow("paced, by a faster clock") << true << false << fromEnvironment("CALVORN_SOAK_PACED", 400);
+    QTest::newRow("with everything on") << false << true << fromEnvironment("CALVORN_SOAK_MEASURING", 400);
 }
 
 void TestSoak::manySweeps()
 {
     QFETCH(bool, paced);
+    QFETCH(bool, measuring);
     QFETCH(int, wanted);
-    Soak soak(paced);
+    Soak soak(paced, measuring);
     soak.start();
+    if (measuring) {
+        QVERIFY(soak.awaitVectors(2));
+        soak.storeAndLimit();
+        QVERIFY(soak.graph->model().legend().size() > 7);
+        QVERIFY(!soak.graph->model().limits.empty());
+    }
     QElapsedTimer clock;
     clock.start();
     // The caches of fonts and pictures fill first.
