@@ -15,8 +15,7 @@ constexpr QMargins kMargins(2, 2, 4, 2);
 } // namespace
 
 ControlPlace::ControlPlace(QMainWindow &window, QHBoxLayout &contents, QWidget &column, QDockWidget &panel)
-    : QObject(&window)
-    , m_window(window)
+    : m_window(window)
     , m_contents(contents)
     , m_column(column)
     , m_panel(panel)

@@ -9,7 +9,7 @@ namespace calvorn {
 
 // Where the column of the controls stands. Its place is the right end of the window's contents. While a panel is docked
 // at the right of a window that is high enough, the column stands above it: the panel takes the empty space below the
-// buttons, and the graph keeps its width.
+// buttons, and the graph keeps its width. It dies before the window: the panel tells of its hiding to the end.
 class ControlPlace : public QObject
 {
     Q_OBJECT

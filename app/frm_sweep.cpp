@@ -68,8 +68,8 @@ void FrmSweep::compose()
     m_measure = new MeasureDock(m_configuration, m_table, *m_graphPanel, *m_markerPanel, m_station.desktop,
                                 m_station.boundary, this);
     addDockWidget(Qt::RightDockWidgetArea, m_measure);
-    m_controlPlace = new ControlPlace(*this, *columns, *controls, *m_measure);
-    connect(m_controlPlace, &ControlPlace::moved, this, &FrmSweep::fitControlColumn);
+    m_controlPlace = std::make_unique<ControlPlace>(*this, *columns, *controls, *m_measure);
+    connect(m_controlPlace.get(), &ControlPlace::moved, this, &FrmSweep::fitControlColumn);
 }
 
 void FrmSweep::composeControlColumn(QVBoxLayout *column)

@@ -24,6 +24,7 @@
 #include <QMainWindow>
 
 #include <functional>
+#include <memory>
 
 class QVBoxLayout;
 
@@ -105,7 +106,7 @@ private:
     SweepControls *m_controls = nullptr;
     TestPanel *m_testPanel = nullptr;
     MeasureDock *m_measure = nullptr;
-    ControlPlace *m_controlPlace = nullptr;
+    std::unique_ptr<ControlPlace> m_controlPlace;
     DriverEvents *m_events = nullptr;
     SweepFiles *m_files = nullptr;
     SweepPictures *m_pictures = nullptr;

@@ -30,3 +30,8 @@ target_link_options(calvorn_hardening INTERFACE "$<$<CONFIG:Release>:LINKER:-z,r
 add_library(calvorn_counting INTERFACE)
 target_compile_options(calvorn_counting INTERFACE "$<$<CONFIG:Coverage>:-O0;--coverage;-fprofile-update=atomic>")
 target_link_options(calvorn_counting INTERFACE "$<$<CONFIG:Coverage>:--coverage>")
+
+# What is fuzzed counts where it passes; the sanitizers are the preset's. All of the program does, to share its headers.
+if(CALVORN_BUILD_FUZZERS)
+    target_compile_options(calvorn_counting INTERFACE -fsanitize=fuzzer-no-link)
+endif()

@@ -16,11 +16,11 @@ namespace calvorn {
 
 namespace {
 
-sigset_t setOf(std::initializer_list<int> signals)
+sigset_t setOf(std::initializer_list<int> members)
 {
     sigset_t set;
     sigemptyset(&set);
-    for (const int signal : signals)
+    for (const int signal : members)
         sigaddset(&set, signal);
     return set;
 }

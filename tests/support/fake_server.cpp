@@ -77,7 +77,7 @@ private:
     QStringList rules() const
     {
         QFile file(m_controlFile);
-        if (!file.open(QIODevice::ReadOnly))
+        if (m_controlFile.isEmpty() || !file.open(QIODevice::ReadOnly))
             return {};
         return QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts);
     }
@@ -89,6 +89,8 @@ private:
 
     void write(const QDBusMessage &message) const
     {
+        if (m_controlFile.isEmpty())
+            return;
         QStringList arguments;
         for (const QVariant &argument : message.arguments())
             arguments.append(argument.typeId() == QMetaType::QString ? argument.toString()
