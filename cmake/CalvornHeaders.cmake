@@ -43,8 +43,8 @@ function(calvorn_headers_of_tests)
     calvorn_headers(calvorn_headers_tests HEADERS ${calvorn_headers_plain} ${calvorn_headers_tests}
         LINK Qt6::Core Qt6::Test)
     calvorn_headers(calvorn_headers_window_tests
-        HEADERS ${calvorn_headers_plain} ${calvorn_headers_windows} ${calvorn_headers_bus} ${calvorn_headers_tests}
-        LINK Qt6::DBus Qt6::Test Qt6::Widgets)
+        HEADERS ${calvorn_headers_plain} ${calvorn_headers_windows} ${calvorn_headers_tests}
+        LINK Qt6::Test Qt6::Widgets)
 endfunction()
 
 # calvorn_take_headers(<target> <library it links>...): those of the program that fit what the target links.
