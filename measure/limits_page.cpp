@@ -22,6 +22,10 @@ enum Column { FrequencyColumn, UpperColumn, LowerColumn, kColumns };
 
 constexpr int kLimitPoints = 21; // of limits made from the live trace
 
+// Behind white text.
+constexpr QRgb kPassed = qRgb(0x1b, 0x6e, 0x3c);
+constexpr QRgb kFailed = qRgb(0xa0, 0x18, 0x18);
+
 QString textOf(const std::optional<double> &value)
 {
     return value ? NumberText().fromDouble(*value) : QString();
@@ -41,7 +45,10 @@ LimitsPage::LimitsPage(Measurement &measurement, SweepGraph &graph, Desktop &des
     layout->setContentsMargins(5, 5, 5, 5);
     layout->addWidget(makeVerdict());
     layout->addWidget(makeEditor(boundary), 1);
-    connect(&measurement, &Measurement::refreshed, this, &LimitsPage::showVerdict);
+    connect(&measurement, &Measurement::refreshed, this, [this] {
+        if (isVisible())
+            showVerdict();
+    });
     connect(&measurement, &Measurement::verdictTurned, this, [this] {
         if (m_beeps->isChecked())
             m_desktop.beep();
@@ -68,6 +75,10 @@ QWidget *LimitsPage::makeVerdict()
     m_verdict->setAccessibleName(tr("Verdict on the last sweep"));
     m_verdict->setAlignment(Qt::AlignCenter);
     m_verdict->setMargin(4);
+    m_verdict->setAutoFillBackground(true);
+    QFont bold = m_verdict->font();
+    bold.setBold(true);
+    m_verdict->setFont(bold);
     m_worst = new QLabel(this);
     m_worst->setObjectName(QStringLiteral("lblWorst"));
     m_worst->setWordWrap(true);
@@ -277,6 +288,23 @@ void LimitsPage::showTable()
     }
 }
 
+void LimitsPage::showEvent(QShowEvent *event)
+{
+    showVerdict();
+    QWidget::showEvent(event);
+}
+
+void LimitsPage::showVerdict(const QString &text, QColor colour)
+{
+    if (m_verdict->text() == text)
+        return;
+    m_verdict->setText(text);
+    QPalette palette = m_verdict->palette();
+    palette.setColor(QPalette::Window, colour);
+    palette.setColor(QPalette::WindowText, Qt::white);
+    m_verdict->setPalette(palette);
+}
+
 // In colour and in words.
 void LimitsPage::showVerdict()
 {
@@ -286,10 +314,7 @@ void LimitsPage::showVerdict()
     const bool isJudged = m_on->isChecked() && problem.isEmpty();
     m_verdict->setVisible(isJudged);
     if (isJudged) {
-        m_verdict->setText(verdict.hasPassed() ? tr("PASS") : tr("FAIL"));
-        m_verdict->setStyleSheet(verdict.hasPassed()
-                                     ? QStringLiteral("background: #1b6e3c; color: white; font-weight: bold")
-                                     : QStringLiteral("background: #a01818; color: white; font-weight: bold"));
+        showVerdict(verdict.hasPassed() ? tr("PASS") : tr("FAIL"), verdict.hasPassed() ? kPassed : kFailed);
         const QString margin = numbers.masked(std::abs(verdict.margin), kMaskFixed);
         const QString unit = m_measurement.limits().unit == LimitUnit::Volt ? tr("V") : tr("dB");
         const QString place = numbers.masked(verdict.frequency, kMaskHertz);

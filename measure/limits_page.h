@@ -30,6 +30,8 @@ public:
     void save(MeasureChoices &choices) const;
 
 protected:
+    // The verdict follows the sweeps while it can be seen.
+    void showEvent(QShowEvent *event) override;
     // A click into the graph adds a point while the page waits for one.
     bool eventFilter(QObject *watched, QEvent *event) override;
 
@@ -47,6 +49,7 @@ private:
     void takeCell(int row, int column);
     void showTable();
     void showVerdict();
+    void showVerdict(const QString &text, QColor colour);
     LimitLines editable() const;
     void edit(const LimitLines &limits);
 

@@ -30,7 +30,6 @@ Measurement::Measurement(const Configuration &configuration, const SweepTable &t
     , m_configuration(configuration)
     , m_table(table)
     , m_graph(graph)
-    , m_results(resultsOf(m_kind, {}))
 {
     connect(&table, &SweepTable::changed, this, &Measurement::followTable);
     connect(&graph.redraws(), &RedrawTimer::fired, this, [this] {
@@ -145,14 +144,28 @@ void Measurement::setTracksPeak(bool tracks)
 void Measurement::refresh()
 {
     m_isStale = false;
-    const Trace &trace = m_traces.shown(m_source);
-    m_response = trace.isEmpty() ? Response() : shownResponse(trace, referenceInUse(), m_configuration.scaleType);
-    if (m_isWatched)
-        m_results = resultsOf(m_kind, m_response, m_fixtureOhms);
+    m_response.reset();
+    m_results.reset();
     if (m_tracksPeak)
-        if (const auto peak = highestPlateau(m_response.frequencies, m_response.decibels))
-            emit peakFound(middleOf(m_response.frequencies, *peak));
+        if (const auto peak = highestPlateau(response().frequencies, response().decibels))
+            emit peakFound(middleOf(response().frequencies, *peak));
     emit refreshed();
+}
+
+const Response &Measurement::response() const
+{
+    if (!m_response) {
+        const Trace &trace = m_traces.shown(m_source);
+        m_response = trace.isEmpty() ? Response() : shownResponse(trace, referenceInUse(), m_configuration.scaleType);
+    }
+    return *m_response;
+}
+
+const Results &Measurement::results() const
+{
+    if (!m_results)
+        m_results = resultsOf(m_kind, response(), m_fixtureOhms);
+    return *m_results;
 }
 
 QString Measurement::gapReason() const

@@ -47,9 +47,10 @@ public:
     void choose(ResultKind kind, TraceSet::Source source, double fixtureOhms); // ohms above 0
     ResultKind kind() const { return m_kind; }
     TraceSet::Source source() const { return m_source; }
-    const Results &results() const { return m_results; }
+    // Computed once somebody asks, so they cost nothing while nobody looks.
+    const Results &results() const;
     // What they are computed from; relative to the reference while the traces are normalised.
-    const Response &response() const { return m_response; }
+    const Response &response() const;
     // M1 follows the peak of the response.
     void setTracksPeak(bool tracks);
 
@@ -112,8 +113,8 @@ private:
     TraceSet::Source m_source = TraceSet::Source::Live;
     double m_fixtureOhms = kDefaultFixtureOhms;
     bool m_tracksPeak = false;
-    Response m_response;
-    Results m_results;
+    mutable std::optional<Response> m_response; // since the last refresh
+    mutable std::optional<Results> m_results;
     LimitLines m_limits;
     bool m_limitsOn = false;
     LimitVerdict m_verdict;

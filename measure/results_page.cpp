@@ -43,7 +43,10 @@ ResultsPage::ResultsPage(Measurement &measurement, const Markers &markers, Marke
     layout->addWidget(makeButtons());
     layout->addStretch();
     makeLines();
-    connect(&measurement, &Measurement::refreshed, this, &ResultsPage::showResults);
+    connect(&measurement, &Measurement::refreshed, this, [this] {
+        if (isVisible())
+            showResults();
+    });
     connect(&markers, &Markers::moved, this, [this](GraphItem item) {
         if (isVisible() && (item == GraphItem::M1 || item == GraphItem::M2))
             showResults();
@@ -186,6 +189,12 @@ void ResultsPage::makeLines()
     showResults();
 }
 
+void ResultsPage::showEvent(QShowEvent *event)
+{
+    showResults();
+    QWidget::showEvent(event);
+}
+
 void ResultsPage::showResults()
 {
     const Results &results = m_measurement.results();
@@ -195,21 +204,23 @@ void ResultsPage::showResults()
         const QString reason = ResultText::missing(results[i].missing);
         const QString value = ResultText::value(results[i]);
         m_lines[i].value->setText(reason.isEmpty() ? value : value + u' ' + reason);
+        if (m_lines[i].value->toolTip() == reason)
+            continue;
         m_lines[i].value->setToolTip(reason);
         m_lines[i].value->setAccessibleDescription(reason);
     }
-    m_lines[results.size()].value->setText(levelAt(GraphItem::M1));
-    m_lines[results.size() + 1].value->setText(levelAt(GraphItem::M2));
+    const std::vector<double> amplitudes = m_measurement.shownSweep().amplitudes;
+    m_lines[results.size()].value->setText(levelAt(GraphItem::M1, amplitudes));
+    m_lines[results.size() + 1].value->setText(levelAt(GraphItem::M2, amplitudes));
 }
 
-QString ResultsPage::levelAt(GraphItem marker) const
+QString ResultsPage::levelAt(GraphItem marker, const std::vector<double> &amplitudes) const
 {
-    const PlotTrace sweep = m_measurement.shownSweep();
     const auto index = static_cast<std::size_t>(std::max(m_markers.row(marker) - 1, 0));
-    if (index >= sweep.amplitudes.size() || std::isnan(sweep.amplitudes[index]))
+    if (index >= amplitudes.size() || std::isnan(amplitudes[index]))
         return QStringLiteral("–");
     const NumberText numbers;
-    const double amplitude = sweep.amplitudes[index];
+    const double amplitude = amplitudes[index];
     const auto unit = m_measurement.shownUnit();
     if (!unit) // a ratio
         return numbers.masked(amplitude, kMaskVolt);

@@ -33,6 +33,10 @@ public:
     void restore(const MeasureChoices &choices);
     void save(MeasureChoices &choices) const;
 
+protected:
+    // The results follow the sweeps while they can be seen.
+    void showEvent(QShowEvent *event) override;
+
 private:
     struct Line
     {
@@ -50,7 +54,7 @@ private:
     void goToPeak(int direction);
     void goToPoints(double belowPeakDb);
     std::size_t sampleUnderM1() const;
-    QString levelAt(GraphItem marker) const;
+    QString levelAt(GraphItem marker, const std::vector<double> &amplitudes) const;
 
     Measurement &m_measurement;
     const Markers &m_markers;

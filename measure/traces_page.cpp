@@ -15,6 +15,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <utility>
 
 namespace calvorn {
 
@@ -230,9 +231,10 @@ void TracesPage::showTraces()
         row.save->setEnabled(isThere);
         row.clear->setEnabled(isThere);
     }
-    m_averaged->setText(m_average->isChecked()
-                            ? tr("%1 so far").arg(std::min<std::int64_t>(traces.averaged(), traces.averageOver()))
-                            : QString());
+    const std::int64_t averaged =
+        m_average->isChecked() ? std::min<std::int64_t>(traces.averaged(), traces.averageOver()) : kNotAveraged;
+    if (std::exchange(m_shownAveraged, averaged) != averaged)
+        m_averaged->setText(averaged == kNotAveraged ? QString() : tr("%1 so far").arg(averaged));
 }
 
 void TracesPage::restore(const MeasureChoices &choices)

@@ -15,6 +15,7 @@
 #include <QWidget>
 
 #include <array>
+#include <cstdint>
 
 class QGridLayout;
 
@@ -33,6 +34,8 @@ public:
     void save(MeasureChoices &choices) const;
 
 private:
+    static constexpr std::int64_t kNotAveraged = -1;
+
     struct Row
     {
         QCheckBox *shown = nullptr;
@@ -61,6 +64,7 @@ private:
     QCheckBox *m_average = nullptr;
     QSpinBox *m_averageOver = nullptr;
     QLabel *m_averaged = nullptr;
+    std::int64_t m_shownAveraged = kNotAveraged; // what it says
     QCheckBox *m_legend = nullptr;
     QString m_lastFile; // offered again
 };

@@ -30,26 +30,39 @@ void PlotImage::setGrid(const QImage &grid, double thickness)
     m_layers.clear();
 }
 
-// Each layer remembers what lies below it, so they go from the top down and come from the bottom up.
+// Each layer remembers what lies below it, so they go from the top down and come from the bottom up. Those below the
+// lowest that moves stay.
 QRegion PlotImage::setCurves(std::span<const Curve> curves)
 {
     const auto columns = static_cast<std::size_t>(m_image.width());
     while (m_layers.size() < curves.size())
-        m_layers.push_back({std::vector<Strip>(columns), {}, 0, {}, 0});
-    for (std::size_t i = 0; i < m_layers.size(); ++i) {
-        placeStrips(i < curves.size() ? curves[i].points : QPolygonF(), m_layers[i].placed);
-        m_layers[i].nextColour = i < curves.size() ? curves[i].colour : 0;
-    }
+        m_layers.push_back({{}, std::vector<Strip>(columns), {}, 0, std::vector<Strip>(columns), 0, false});
+    for (std::size_t i = 0; i < m_layers.size(); ++i)
+        place(i < curves.size() ? curves[i] : Curve(), m_layers[i]);
     QRegion changed = changedArea();
-    for (auto layer = m_layers.rbegin(); layer != m_layers.rend(); ++layer)
+    const auto lowest = std::ranges::find(m_layers, true, &Layer::hasMoved) - m_layers.begin();
+    const auto moving = std::span(m_layers).subspan(static_cast<std::size_t>(lowest));
+    for (auto layer = moving.rbegin(); layer != moving.rend(); ++layer)
         takeAway(*layer);
-    m_layers.resize(curves.size());
-    for (Layer &layer : m_layers) {
-        layer.strips.swap(layer.placed);
+    for (Layer &layer : moving) {
+        layer.strips = layer.placed;
         layer.colour = layer.nextColour;
+        layer.hasMoved = false;
         paint(layer);
     }
+    m_layers.resize(curves.size());
     return changed;
+}
+
+void PlotImage::place(const Curve &curve, Layer &layer)
+{
+    layer.nextColour = curve.colour;
+    layer.hasMoved = layer.colour != curve.colour;
+    if (layer.points == curve.points)
+        return;
+    layer.points = curve.points;
+    placeStrips(curve.points, layer.placed);
+    layer.hasMoved = layer.hasMoved || layer.strips != layer.placed;
 }
 
 bool PlotImage::Layer::isSameAt(std::size_t column) const
@@ -80,10 +93,14 @@ QRegion PlotImage::changedArea()
     m_bands.resize(static_cast<std::size_t>((m_image.height() + kBandHeight - 1) / kBandHeight));
     for (Band &band : m_bands)
         band.clear();
+    m_moving.clear();
+    for (const Layer &layer : m_layers)
+        if (layer.hasMoved)
+            m_moving.push_back(&layer);
     for (int column = 0; column < m_image.width(); ++column)
-        for (const Layer &layer : m_layers)
-            if (!layer.isSameAt(static_cast<std::size_t>(column)))
-                addChange(column, layer);
+        for (const Layer *layer : m_moving)
+            if (!layer->isSameAt(static_cast<std::size_t>(column)))
+                addChange(column, *layer);
     std::vector<QRect> areas;
     for (const Band &band : m_bands)
         for (const Run &run : band.runs)
@@ -96,25 +113,32 @@ QRegion PlotImage::changedArea()
 void PlotImage::addChange(int column, const Layer &layer)
 {
     const auto index = static_cast<std::size_t>(column);
-    for (const Strip *strip : {&layer.strips[index], &layer.placed[index]}) {
-        for (int row = strip->first; row < strip->end;) {
-            Band &band = m_bands[static_cast<std::size_t>(row / kBandHeight)];
-            const int below = std::min(strip->end, (row / kBandHeight + 1) * kBandHeight);
-            band.add(column, row, below);
-            row = below;
-        }
+    const Strip &before = layer.strips[index];
+    const Strip &after = layer.placed[index];
+    // A curve that has moved by little is one stretch of the column.
+    if (!before.isEmpty() && !after.isEmpty() && before.first <= after.end && after.first <= before.end) {
+        addChange(column, std::min(before.first, after.first), std::max(before.end, after.end));
+        return;
+    }
+    addChange(column, before.first, before.end);
+    addChange(column, after.first, after.end);
+}
+
+void PlotImage::addChange(int column, int first, int end)
+{
+    while (first < end) {
+        const int band = first / kBandHeight;
+        const int below = std::min(end, (band + 1) * kBandHeight);
+        m_bands[static_cast<std::size_t>(band)].add(column, first, below);
+        first = below;
     }
 }
 
 // Along x a pixel sees as much of the curve as a line is thick.
-void PlotImage::placeStrips(std::span<const QPointF> points, std::vector<Strip> &placed) const
+void PlotImage::placeStrips(std::span<const QPointF> points, std::vector<Strip> &placed)
 {
-    struct Reach
-    {
-        double highest = std::numeric_limits<double>::infinity();
-        double lowest = -std::numeric_limits<double>::infinity();
-    };
-    std::vector<Reach> reaches(static_cast<std::size_t>(m_image.width()));
+    std::vector<Reach> &reaches = m_reaches;
+    reaches.assign(static_cast<std::size_t>(m_image.width()), Reach());
     const double half = m_thickness / 2.0;
     const int lastColumn = static_cast<int>(reaches.size()) - 1;
     for (std::size_t i = 1; i < points.size(); ++i) {
@@ -151,7 +175,9 @@ PlotImage::Strip PlotImage::stripOf(double highest, double lowest) const
         return {};
     Strip strip;
     strip.first = static_cast<int>(top);
-    strip.end = static_cast<int>(std::ceil(bottom));
+    strip.end = static_cast<int>(bottom);
+    if (strip.end < bottom)
+        ++strip.end;
     strip.firstCover = static_cast<int>((std::min(bottom, strip.first + 1.0) - top) * kFullCover);
     strip.lastCover = static_cast<int>((bottom - std::max(top, strip.end - 1.0)) * kFullCover);
     return strip;
@@ -173,15 +199,19 @@ void PlotImage::paint(Layer &layer)
 {
     const qsizetype pitch = pixelsOfARow();
     QRgb *top = reinterpret_cast<QRgb *>(m_image.bits());
-    layer.under.clear();
+    std::size_t covered = 0;
+    for (const Strip &strip : layer.strips)
+        covered += static_cast<std::size_t>(strip.end - strip.first);
+    layer.under.resize(covered);
+    QRgb *under = layer.under.data();
     for (const Strip &strip : layer.strips) {
-        for (int row = strip.first; row < strip.end; ++row) {
-            QRgb &pixel = top[row * pitch];
-            layer.under.push_back(pixel);
+        QRgb *pixel = top + strip.first * pitch;
+        for (int row = strip.first; row < strip.end; ++row, pixel += pitch) {
+            *under++ = *pixel;
             const int cover = row == strip.first     ? strip.firstCover
                               : row == strip.end - 1 ? strip.lastCover
                                                      : kFullCover;
-            pixel = cover == kFullCover ? layer.colour : blended(layer.colour, pixel, cover);
+            *pixel = cover == kFullCover ? layer.colour : blended(layer.colour, *pixel, cover);
         }
         ++top;
     }

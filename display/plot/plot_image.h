@@ -5,6 +5,7 @@
 #include <QPolygonF>
 #include <QRegion>
 
+#include <limits>
 #include <span>
 #include <vector>
 
@@ -51,6 +52,13 @@ private:
         bool operator==(const Strip &) const = default;
     };
 
+    // How far a curve goes in a column of pixels; highest above lowest while it does not come there.
+    struct Reach
+    {
+        double highest = std::numeric_limits<double>::infinity();
+        double lowest = -std::numeric_limits<double>::infinity();
+    };
+
     struct Run
     {
         int left = 0;
@@ -70,19 +78,23 @@ private:
     // A curve as it is shown, and as the next one will be.
     struct Layer
     {
+        QPolygonF points;
         std::vector<Strip> strips; // one for each column
         std::vector<QRgb> under;   // the pixels below the strips, column after column
         QRgb colour = 0;
         std::vector<Strip> placed;
         QRgb nextColour = 0;
+        bool hasMoved = false; // or is of another colour
 
         bool isSameAt(std::size_t column) const;
     };
 
-    void placeStrips(std::span<const QPointF> points, std::vector<Strip> &placed) const;
+    void place(const Curve &curve, Layer &layer);
+    void placeStrips(std::span<const QPointF> points, std::vector<Strip> &placed);
     Strip stripOf(double highest, double lowest) const;
     QRegion changedArea();
     void addChange(int column, const Layer &layer);
+    void addChange(int column, int first, int end);
     void takeAway(const Layer &layer);
     void paint(Layer &layer);
     qsizetype pixelsOfARow() const;
@@ -90,7 +102,10 @@ private:
     QImage m_image;
     double m_thickness = 1.0;
     std::vector<Layer> m_layers;
+    // Kept for their memory.
     std::vector<Band> m_bands;
+    std::vector<const Layer *> m_moving;
+    std::vector<Reach> m_reaches;
 };
 
 } // namespace calvorn

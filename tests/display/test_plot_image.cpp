@@ -220,10 +220,17 @@ private slots:
         QRandomGenerator random(3);
         PlotImage plot;
         plot.setGrid(colourfulGrid(), 2);
-        for (int i = 0; i < 60; ++i) {
+        std::vector<PlotImage::Curve> last;
+        for (int i = 0; i < 300; ++i) {
             std::vector<PlotImage::Curve> curves;
-            for (int number = 0; number < i % 4; ++number)
-                curves.push_back({randomCurve(random), inks[static_cast<std::size_t>(random.bounded(3))]});
+            for (std::size_t number = 0; number < random.bounded(4U); ++number) {
+                // Some stay as they are, or where they are.
+                const bool stays = number < last.size() && random.bounded(2) == 0;
+                curves.push_back({stays ? last[number].points : randomCurve(random),
+                                  stays && random.bounded(3) > 0 ? last[number].colour
+                                                                 : inks[static_cast<std::size_t>(random.bounded(3))]});
+            }
+            last = curves;
             const QImage before = plot.image().copy();
             const QRegion changed = plot.setCurves(curves);
             PlotImage fresh;
