@@ -69,11 +69,8 @@ std::optional<double> Trace::voltsAt(double hertz) const
 
 double floorOf(const Sweep &sweep, std::int16_t scale)
 {
-    if (sweep.detector) {
-        const auto step = static_cast<double>(sweep.detector->step);
-        const auto offset = static_cast<double>(sweep.detector->offset);
-        return step > 0.0 ? std::max(offset, 0.0) + step / 2.0 : 0.0;
-    }
+    if (sweep.detector)
+        return sweep.detector->floor();
     return isLinearScale(scale) ? kHalfMillivolt : voltsOfDecibels(kFloorDb, scale);
 }
 

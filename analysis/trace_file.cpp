@@ -2,6 +2,7 @@
 #include "analysis/trace_file.h"
 
 #include "core/common_functions.h"
+#include "core/detector_calibration.h"
 #include "core/number_text.h"
 #include "core/runtime_error.h"
 #include "core/scale_type.h"
@@ -81,16 +82,15 @@ QByteArray traceAsCsv(const Trace &trace, Configuration configuration)
     const NumberText numbers;
     AmplitudeWriter writer(configuration, table);
     const bool linear = isLinearScale(configuration.scaleType);
-    const double step = static_cast<double>(configuration.adcStep);
-    const double offset = static_cast<double>(configuration.adcOffset);
+    const DetectorCalibration detector = detectorOf(configuration);
     for (int row = 1; row <= kSweepPoints; ++row) {
         const auto index = static_cast<std::size_t>(row - 1);
         const double volts = std::isnan(trace.volts[index]) ? 0.0 : trace.volts[index];
-        const double count = step > 0.0 ? std::clamp(std::nearbyint((volts - offset) / step), 0.0, kHighestCount) : 0.0;
+        const double count = std::min(detector.countOf(volts), kHighestCount);
         table.setText(row, SweepTable::FrequencyColumn, numbers.masked(trace.frequencyAt(index), kMaskHertz));
         // Amplitude and count as a sweep has them; those of an average lie between two counts.
         writer.storeCount(row, static_cast<int>(count));
-        if (std::abs(volts - (count * step + offset)) > kSameVolts)
+        if (std::abs(volts - detector.volts(count)) > kSameVolts)
             table.setText(row, SweepTable::AmplitudeColumn,
                           linear ? numbers.masked(volts, kMaskVolt)
                                  : numbers.masked(voltsToDb(configuration, volts), kMaskDb));

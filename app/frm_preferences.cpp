@@ -2,6 +2,7 @@
 #include "app/frm_preferences.h"
 
 #include "core/common_functions.h"
+#include "core/detector_calibration.h"
 #include "core/number_text.h"
 #include "core/scale_type.h"
 #include "core/settings_table.h"
@@ -75,7 +76,8 @@ void FrmPreferences::load()
         chooseOption(m_optCursor[static_cast<std::size_t>(mode)]);
     // In dB referred to 1 V, whatever the scale of the display is.
     const QScopedValueRollback scale(m_configuration.scaleType, kScaleDb1VHeadroom);
-    const double lowest = static_cast<double>(m_configuration.adcOffset) + static_cast<double>(m_configuration.adcStep);
+    const DetectorCalibration detector = detectorOf(m_configuration);
+    const double lowest = detector.law.isRising() ? detector.volts(1.0) : detector.volts(detector.highestCount - 1);
     m_limitScales->setText(tr("Limit the Logaritmic Scales to the range of the ADC (%1)")
                                .arg(NumberText().fromDouble(voltsToDb(m_configuration, lowest))));
 }

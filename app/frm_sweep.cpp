@@ -67,6 +67,7 @@ void FrmSweep::compose()
     setCentralWidget(central);
     m_measure = new MeasureDock(m_configuration, m_table, *m_graphPanel, *m_markerPanel, m_station.desktop,
                                 m_station.boundary, this);
+    m_measure->setFurtherPage(tr("Level"), [this] { return makeLevelPage(); });
     addDockWidget(Qt::RightDockWidgetArea, m_measure);
     m_controlPlace = std::make_unique<ControlPlace>(*this, *columns, *controls, *m_measure);
     connect(m_controlPlace.get(), &ControlPlace::moved, this, &FrmSweep::fitControlColumn);
@@ -130,7 +131,7 @@ void FrmSweep::composeGraphColumn(QVBoxLayout *column)
     m_pictures = new SweepPictures({m_configuration, m_graphPanel->graph(), *m_markerPanel, *m_readouts},
                                    m_station.messages, m_station.boundary, this);
     m_setUp = new SetUpMenu(
-        {m_configuration, m_table, *m_events, m_station.messages, m_station.log, m_station.boundary}, this);
+        {m_configuration, m_instrument, *m_events, m_station.messages, m_station.log, m_station.boundary}, this);
     m_scales = new ScaleControl(m_configuration, m_table, *m_graphPanel, *m_markerPanel, m_station.boundary, this);
     composeStatusLine();
     m_spans = new SpanCommands(m_configuration, *m_range, m_station.desktop, m_station.boundary, this);
@@ -139,6 +140,14 @@ void FrmSweep::composeGraphColumn(QVBoxLayout *column)
     column->addWidget(m_views);
     const auto *handle = new HeightHandle(*m_graphPanel, *m_views);
     connect(handle, &HeightHandle::heightWanted, m_views, &ViewSwitch::setGivenHeight);
+}
+
+QWidget *FrmSweep::makeLevelPage()
+{
+    m_level = new LevelPage(m_configuration, m_instrument, m_station.messages, m_station.boundary);
+    m_level->restore(m_configuration.iniPath);
+    connect(m_controls, &SweepControls::parked, m_level, &LevelPage::generatorParked);
+    return m_level;
 }
 
 void FrmSweep::composeStatusLine()
@@ -151,6 +160,17 @@ void FrmSweep::composeStatusLine()
     connect(m_files, &SweepFiles::reported, m_status, &StatusLine::showMessage);
     m_boards = new BoardMenus(m_configuration, m_instrument, m_station.boundary, this);
     connect(m_boards, &BoardMenus::reported, m_status, &StatusLine::showMessage);
+    connect(&m_table, &SweepTable::changed, this, [this] { markDetector(); });
+}
+
+// A level that the law does not reach is shown as that of its end.
+void FrmSweep::markDetector()
+{
+    const bool isLinear = m_configuration.detectorLaw.kind == DetectorLaw::Kind::Linear;
+    const int beyond = isLinear ? 0 : m_table.sweep().samplesBeyondDetector();
+    m_status->setMark(beyond > 0
+                          ? tr("%1 of %2 samples are beyond the law of the detector").arg(beyond).arg(kSweepPoints)
+                          : QString());
 }
 
 void FrmSweep::connectRooms()
@@ -426,7 +446,8 @@ void FrmSweep::saveWhatChanged()
     m_markerPanel->save(m_station.window);
     const bool saved = saveSettings(m_configuration, m_station.window, m_unreadable);
     const bool viewSaved = m_views->saveHeight(m_configuration.iniPath);
-    if (!m_measure->save() || !viewSaved || !saved)
+    const bool levelSaved = !m_level || m_level->save(m_configuration.iniPath);
+    if (!m_measure->save() || !viewSaved || !levelSaved || !saved)
         m_station.log.writeLog(tr("The settings could not be saved in %1").arg(m_configuration.iniPath));
 }
 
@@ -442,6 +463,8 @@ void FrmSweep::endAtOnce()
 
 void FrmSweep::releaseHardware()
 {
+    if (m_level)
+        m_level->shutDown();
     m_station.boundary.run("shutDown", [this] { m_instrument.shutDown(); });
     m_instrument.server().stop();
     m_help->closeAll();

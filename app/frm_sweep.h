@@ -9,6 +9,7 @@
 #include "app/sweep_station.h"
 #include "controls/aux_output.h"
 #include "controls/frequency_readouts.h"
+#include "controls/level_page.h"
 #include "controls/range_entry.h"
 #include "controls/span_commands.h"
 #include "controls/sweep_controls.h"
@@ -64,7 +65,9 @@ private:
     void composeControlColumn(QVBoxLayout *column);
     void connectRooms();
     void connectSpans();
+    QWidget *makeLevelPage();
     void composeStatusLine();
+    void markDetector();
     void buildMenus();
     bool loadSettings();
     void tellFaults(const QStringList &faults);
@@ -106,6 +109,7 @@ private:
     SweepControls *m_controls = nullptr;
     TestPanel *m_testPanel = nullptr;
     MeasureDock *m_measure = nullptr;
+    LevelPage *m_level = nullptr; // once the panel was open
     std::unique_ptr<ControlPlace> m_controlPlace;
     DriverEvents *m_events = nullptr;
     SweepFiles *m_files = nullptr;

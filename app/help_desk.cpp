@@ -26,6 +26,7 @@ constexpr std::array kPages{
     PageOfWindow{"frmLPTpin", "lpt-board.html#pins"},
     PageOfWindow{"frmCalibraDDS", "calibration.html#generator"},
     PageOfWindow{"frmCalibraADC", "calibration.html#detector"},
+    PageOfWindow{"frmCalibraLevel", "calibration.html#level"},
     PageOfWindow{"frmPreferences", "preferences.html"},
     PageOfWindow{"frmAbout", "about.html"},
     PageOfWindow{"messageBox", "messages.html"},

@@ -3,6 +3,7 @@
 
 #include "setup/frm_calibra_adc.h"
 #include "setup/frm_calibra_dds.h"
+#include "setup/frm_calibra_level.h"
 #include "setup/prepared_settings.h"
 
 #include <QScreen>
@@ -20,6 +21,8 @@ SetUpMenu::SetUpMenu(const Rooms &rooms, QWidget *window)
               &SetUpMenu::mnuCalibraDDS_Click);
     addAction("mnuCalibraDetector", tr("Calibrate &detector"), tr("Trim the voltage against a known one"),
               &SetUpMenu::mnuCalibraDetector_Click);
+    addAction("mnuCalibraLevel", tr("Calibrate &level"), tr("Find the law of the detector with known levels"),
+              &SetUpMenu::mnuCalibraLevel_Click);
 }
 
 void SetUpMenu::addAction(const char *name, const QString &text, const QString &toolTip, void (SetUpMenu::*handler)())
@@ -71,11 +74,18 @@ void SetUpMenu::mnuCalibraDDS_Click()
 void SetUpMenu::mnuCalibraDetector_Click()
 {
     if (!m_calibraAdc) {
-        m_calibraAdc =
-            new FrmCalibraADC(m_rooms.configuration, m_rooms.table, m_rooms.messages, m_rooms.boundary, m_window);
+        m_calibraAdc = new FrmCalibraADC(m_rooms.configuration, m_rooms.instrument.table(), m_rooms.messages,
+                                         m_rooms.boundary, m_window);
     }
     m_calibraAdc->setDriver(m_driver);
     m_calibraAdc->exec();
+}
+
+void SetUpMenu::mnuCalibraLevel_Click()
+{
+    if (!m_calibraLevel)
+        m_calibraLevel = new FrmCalibraLevel(m_rooms.configuration, m_rooms.instrument, m_rooms.boundary, m_window);
+    m_calibraLevel->exec();
 }
 
 } // namespace calvorn

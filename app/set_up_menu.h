@@ -3,7 +3,7 @@
 
 #include "app/driver_events.h"
 #include "core/log.h"
-#include "data/sweep_table.h"
+#include "instrument/instrument.h"
 #include "setup/frm_set_up.h"
 
 #include <QAction>
@@ -13,6 +13,7 @@ namespace calvorn {
 
 class FrmCalibraADC;
 class FrmCalibraDDS;
+class FrmCalibraLevel;
 
 // The entries of the menu "SetUp" that open the configuration and the two calibrations. Each dialog is made on first
 // use and kept.
@@ -24,7 +25,7 @@ public:
     struct Rooms
     {
         Configuration &configuration;
-        SweepTable &table;
+        Instrument &instrument;
         DriverEvents &events;
         Messages &messages;
         Log &log;
@@ -49,6 +50,7 @@ private:
     void mnuConfig_Click();
     void mnuCalibraDDS_Click();
     void mnuCalibraDetector_Click();
+    void mnuCalibraLevel_Click();
 
     Rooms m_rooms;
     QWidget *m_window;
@@ -57,6 +59,7 @@ private:
     FrmSetUp *m_setUp = nullptr;
     FrmCalibraDDS *m_calibraDds = nullptr;
     FrmCalibraADC *m_calibraAdc = nullptr;
+    FrmCalibraLevel *m_calibraLevel = nullptr;
 };
 
 } // namespace calvorn

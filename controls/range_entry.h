@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "controls/digit_bars.h"
+#include "controls/frequency_box.h"
 #include "controls/frequency_readouts.h"
 #include "core/error_boundary.h"
 #include "data/sweep_table.h"
-#include "widgets/entry_box.h"
 
 #include <QLabel>
 #include <QWidget>
@@ -28,8 +27,8 @@ public:
     void showRange();
 
     // Takes a frequency from elsewhere (a marker) into the record and its box; applied like a typed one.
-    void setStart(std::int32_t hertz) { setFrequency(m_start, hertz); }
-    void setStop(std::int32_t hertz) { setFrequency(m_stop, hertz); }
+    void setStart(std::int32_t hertz) { m_start->setFrequency(hertz); }
+    void setStop(std::int32_t hertz) { m_stop->setFrequency(hertz); }
 
     // Both at once.
     void setRange(std::int32_t start, std::int32_t stop);
@@ -56,34 +55,19 @@ signals:
     void planned();
 
 private:
-    // One of the two boxes with the field of the record that it edits.
-    struct Box
-    {
-        EntryBox *text;
-        DigitBars *bars;
-        std::int32_t *frequency; // Hz
-    };
-
-    Box makeBox(const char *suffix, const QString &frameTitle, const QString &toolTip, std::int32_t &frequency);
-    void txtStart_GotFocus() { enterBox(m_start); }
-    void txtStop_GotFocus() { enterBox(m_stop); }
-    void txtStart_LostFocus() { leaveBox(m_start); }
-    void txtStop_LostFocus() { leaveBox(m_stop); }
-    void VScrollStart_Change(int index) { stepDigit(m_start, index); }
-    void VScrollStop_Change(int index) { stepDigit(m_stop, index); }
-    void stepDigit(const Box &box, int index);
-    void setFrequency(const Box &box, std::int32_t hertz);
-    static void showFrequency(const Box &box);
-    void enterBox(const Box &box);
-    void leaveBox(const Box &box);
+    void txtStart_GotFocus() { m_start->enter(); }
+    void txtStop_GotFocus() { m_stop->enter(); }
+    void txtStart_LostFocus() { m_start->leave(); }
+    void txtStop_LostFocus() { m_stop->leave(); }
+    void VScrollStart_Change(int index) { m_start->stepDigit(index); }
+    void VScrollStop_Change(int index) { m_stop->stepDigit(index); }
 
     Configuration &m_configuration;
     SweepTable &m_table;
     FrequencyReadouts &m_readouts;
     Messages &m_messages;
-    Box m_start{};
-    Box m_stop{};
-    bool m_scrollBusy = false;
+    FrequencyBox *m_start;
+    FrequencyBox *m_stop;
     ReadOut *m_step;
     QLabel *m_sampleCount;
     std::int32_t m_plannedStart = 0; // Hz

@@ -257,6 +257,7 @@ void SweepControls::timerUpdateSweep_Timer()
         m_hooks.idleRangeChanged();
         if (AcquisitionDriver *driver = m_instrument.driver())
             driver->parkAtChangedStart();
+        emit parked();
     } else {
         // A range that is too small is corrected first.
         m_hooks.refreshFrequencyLabels();

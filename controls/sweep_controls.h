@@ -74,6 +74,8 @@ public:
 signals:
     // What needs an idle generator is to be enabled or disabled.
     void idleCommandsEnabled(bool enabled);
+    // The idle generator was put on a changed start frequency.
+    void parked();
 
 private:
     void buildSpeedFrame();

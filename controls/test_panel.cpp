@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "controls/test_panel.h"
 
+#include "core/detector_calibration.h"
 #include "core/number_text.h"
 #include "data/amplitude_writer.h"
 

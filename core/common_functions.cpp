@@ -18,6 +18,14 @@ float countToVolts(const Configuration &configuration, double count)
     return static_cast<float>(roundToDecimals(volts, 3));
 }
 
+float countToInputVolts(const Configuration &configuration, double count)
+{
+    const float volts = countToVolts(configuration, count);
+    const DetectorLaw &law = configuration.detectorLaw;
+    return law.kind == DetectorLaw::Kind::Linear ? volts
+                                                 : static_cast<float>(law.inputVolts(static_cast<double>(volts)));
+}
+
 double voltsToDb(Configuration &configuration, double volts)
 {
     if (isLinearScale(configuration.scaleType))

@@ -18,6 +18,9 @@ inline constexpr double kFloorDb = -100.0;
 // Detector volts of a converter count: count x adcStep + adcOffset, rounded to 3 decimals, kept as a single.
 float countToVolts(const Configuration &configuration, double count);
 
+// Volts RMS at the input of the detector, by its law; those of countToVolts() where the law is linear.
+float countToInputVolts(const Configuration &configuration, double count);
+
 // Volts into the units of the current scale. On a logarithmic scale the result is in dB with 2 decimals, at least
 // kFloorDb, and dbReference becomes 10 (scales 3, 4) or 1 (any other); the linear scale gives the volts back.
 double voltsToDb(Configuration &configuration, double volts);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "core/detector_law.h"
 #include "protocol/sweep_points.h"
 
 #include <QString>
@@ -36,6 +37,7 @@ struct HardwareSettings
     QString adcDevice;              // "8bit" or "10bit"
     float adcOffset = 0.0F;         // volts
     float adcStep = 0.0F;           // volts per count
+    DetectorLaw detectorLaw{};      // from these volts to the level at the detector's input
     std::int16_t measuringMode = 1; // of the MiniVNA: 1 angle, 2 return loss, 3 device under test
 };
 

@@ -59,6 +59,7 @@ public:
     // One sentence for each text that could not be used.
     const QStringList &faults() const { return m_faults; }
     void addFault(const SettingKey &key, const QString &what);
+    void addFaults(const QStringList &sentences) { m_faults += sentences; }
 
     // Whether the text of this key could not be used.
     bool isUnreadable(const QString &section, const QString &key) const

@@ -2,6 +2,7 @@
 #include "core/settings.h"
 
 #include "core/common_functions.h"
+#include "core/detector_settings.h"
 #include "core/number_text.h"
 #include "core/scale_type.h"
 #include "platform/profile_file.h"
@@ -124,6 +125,9 @@ LoadOutcome SettingsLoader::load()
     if (refused && wasRefused())
         refused(m_reader.profile().reason());
     const LoadOutcome outcome = readAll();
+    QStringList faults;
+    m_configuration.detectorLaw = readDetectorLaw(profile(), faults);
+    m_reader.addFaults(faults);
     // The first run may have been cut short.
     if (outcome != LoadOutcome::Ended)
         m_reader.save();

@@ -2,13 +2,15 @@
 #include "data/amplitude_writer.h"
 
 #include "core/common_functions.h"
+#include "core/detector_calibration.h"
 #include "core/scale_type.h"
+#include "protocol/devices.h"
 
 namespace calvorn {
 
 namespace {
 
-constexpr int kConverterCounts = 1024; // of the finest converter, 10 bits
+constexpr int kConverterCounts = kHighestCount10Bit + 1; // of the finest converter
 
 void assignAmplitude(QString &text, Configuration &configuration, const NumberText &numbers, double volts)
 {
@@ -30,21 +32,34 @@ bool amplitudesFollowFromCounts(const SweepTable &table, Configuration configura
         const double amplitude = table.numbers(SweepTable::AmplitudeColumn)[index];
         if (!Sweep::isNumber(count) || !Sweep::isNumber(amplitude))
             return false;
-        assignAmplitude(shown, configuration, numbers, static_cast<double>(countToVolts(configuration, count)));
+        assignAmplitude(shown, configuration, numbers, static_cast<double>(countToInputVolts(configuration, count)));
         if (numbers.toDouble(shown) != amplitude)
             return false;
     }
     return true;
 }
 
+void rewriteAmplitudes(Configuration &configuration, SweepTable &table)
+{
+    const NumberText numbers;
+    const DetectorCalibration detector = detectorOf(configuration);
+    for (int row = 1; row <= kSweepPoints; ++row)
+        assignAmplitude(table.cell(row, SweepTable::AmplitudeColumn), configuration, numbers,
+                        detector.volts(table.number(row, SweepTable::SampleColumn)));
+    table.amplitudesRewritten(detector);
+}
+
 void KnownAmplitudes::follow(const Configuration &configuration, const NumberText &numbers)
 {
-    if (!m_cells.empty() && m_step == configuration.adcStep && m_offset == configuration.adcOffset &&
-        m_scale == configuration.scaleType && m_decimal == numbers.decimalSeparator())
+    const bool isSameDetector =
+        m_step == configuration.adcStep && m_offset == configuration.adcOffset && m_law == configuration.detectorLaw;
+    if (!m_cells.empty() && isSameDetector && m_scale == configuration.scaleType &&
+        m_decimal == numbers.decimalSeparator())
         return;
     m_cells.assign(kConverterCounts, Cells());
     m_step = configuration.adcStep;
     m_offset = configuration.adcOffset;
+    m_law = configuration.detectorLaw;
     m_scale = configuration.scaleType;
     m_decimal = numbers.decimalSeparator();
 }
@@ -87,7 +102,7 @@ float AmplitudeWriter::convertRow(int row)
 
 float AmplitudeWriter::writeAmplitude(int row, double count)
 {
-    const float volts = countToVolts(m_configuration, count);
+    const float volts = countToInputVolts(m_configuration, count);
     assignAmplitude(m_table.cell(row, SweepTable::AmplitudeColumn), m_configuration, m_numbers,
                     static_cast<double>(volts));
     return volts;

@@ -15,6 +15,10 @@ namespace calvorn {
 // Whether the amplitudes of all rows are what their counts convert to with this configuration.
 bool amplitudesFollowFromCounts(const SweepTable &table, Configuration configuration);
 
+// All amplitudes anew from the counts, for another detector. The volts are not rounded before they become dB.
+// Announces it. RuntimeError(TypeMismatch) when a count is no number.
+void rewriteAmplitudes(Configuration &configuration, SweepTable &table);
+
 // The cells that counts have got, so that a converter's few numbers are turned into text once and not with every sweep.
 class KnownAmplitudes
 {
@@ -35,6 +39,7 @@ private:
     std::vector<Cells> m_cells;
     float m_step = 0.0F;
     float m_offset = 0.0F;
+    DetectorLaw m_law{};
     std::int16_t m_scale = 0;
     QChar m_decimal;
 };

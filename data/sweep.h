@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "core/configuration.h"
+#include "core/detector_calibration.h"
 
 #include <array>
 #include <cmath>
@@ -20,20 +20,6 @@ struct SweepAxis
 
     bool operator==(const SweepAxis &) const = default;
 };
-
-// The detector: volts = count × step + offset.
-struct DetectorCalibration
-{
-    float step = 0.0F;   // volts per count
-    float offset = 0.0F; // volts
-
-    bool operator==(const DetectorCalibration &) const = default;
-};
-
-inline DetectorCalibration detectorOf(const Configuration &configuration)
-{
-    return {configuration.adcStep, configuration.adcOffset};
-}
 
 // Where the samples of a sweep come from. None: there is no sweep yet, and every amplitude is zero.
 enum class SweepOrigin { None, Measured, Imported, Drawn };
@@ -58,11 +44,10 @@ struct Sweep
     Column counts{};      // of the detector
 
     // Volts of a row at full resolution, not rounded as the cells are. Only with a detector.
-    double volts(int row) const
-    {
-        return counts[static_cast<std::size_t>(row - 1)] * static_cast<double>(detector->step) +
-               static_cast<double>(detector->offset);
-    }
+    double volts(int row) const { return detector->volts(counts[static_cast<std::size_t>(row - 1)]); }
+
+    // How many samples lie where the law of the detector ends; 0 without a detector and with a linear one.
+    int samplesBeyondDetector() const;
 };
 
 } // namespace calvorn

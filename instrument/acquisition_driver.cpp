@@ -6,6 +6,7 @@
 #include <QAbstractEventDispatcher>
 #include <QScopedValueRollback>
 
+#include <algorithm>
 #include <utility>
 
 namespace calvorn {
@@ -53,18 +54,43 @@ void AcquisitionDriver::startUp()
 
 bool AcquisitionDriver::startSweep()
 {
+    endReading();
     ensureServer();
     log().writeLog(logPrefix() + tr("Start sweep"));
     const bool late = !m_settingsSent;
     if (late)
         sendSettings();
-    const bool accepted = runPlan();
+    const bool accepted = runPlan({configuration().startFreq, configuration().stepFreq});
     sweepBegun();
     // What needs an open port may have one by now.
     if (late)
         emit hardwareReady();
     m_settingsSent = true;
     return accepted;
+}
+
+void AcquisitionDriver::startReading(std::int32_t hertz)
+{
+    endReading();
+    ensureServer();
+    if (!std::exchange(m_settingsSent, true))
+        sendSettings();
+    const SweepAxis plan{std::max(hertz - kReadingSpan / 2, 0), 1};
+    const QScopedValueRollback guard(m_startsReading, true);
+    m_reading = VectorPlan{plan, mode()};
+    m_readingCompletes = true;
+    runPlan(plan);
+    sweepBegun();
+}
+
+// Its aComplete is still to come, and the vectors that are on their way belong to no plan of the table.
+void AcquisitionDriver::endReading()
+{
+    if (!m_reading || m_startsReading)
+        return;
+    m_reading.reset();
+    watchEnds();
+    stopSweep(kStopForUser);
 }
 
 void AcquisitionDriver::shutDown()
@@ -134,11 +160,15 @@ void AcquisitionDriver::serverEnded()
     m_settingsSent = false;
     m_watch.stop();
     m_question.reset();
+    const bool isReading = m_reading.has_value();
+    m_reading.reset();
+    m_readingCompletes = false;
     if (!std::exchange(m_sweepRuns, false) && !m_endedByFlood)
         return;
     // Not from inside the call that failed: events arrive between window messages. Before the error, so that its box
     // does not keep those waiting who wait for the end of the sweep.
-    QMetaObject::invokeMethod(this, &AcquisitionDriver::aComplete, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(this, isReading ? &AcquisitionDriver::readingEnded : &AcquisitionDriver::aComplete,
+                              Qt::QueuedConnection);
     // After a time-out the failed call has its own message.
     if (m_endedByTimeout)
         return;
@@ -150,8 +180,17 @@ void AcquisitionDriver::serverEnded()
 
 void AcquisitionDriver::serverCompleted()
 {
-    if (takesNews())
+    if (!takesNews())
+        return;
+    if (!std::exchange(m_readingCompletes, false)) {
         sweepEnded();
+        return;
+    }
+    // A sweep may have begun behind it.
+    if (m_reading)
+        watchEnds();
+    m_reading.reset();
+    emit readingEnded();
 }
 
 void AcquisitionDriver::serverFailed(std::int16_t code, const QString &text)
@@ -170,7 +209,9 @@ bool AcquisitionDriver::takesVector(const QVector<int> &counts)
 {
     if (!takesEvents())
         return false;
-    if (isOfTablePlan())
+    if (m_reading && m_vectorPlan == m_reading)
+        emit readingTaken(counts);
+    else if (isOfTablePlan())
         emit aVettore(counts);
     return true;
 }
@@ -232,10 +273,15 @@ void AcquisitionDriver::serverFloods()
 
 void AcquisitionDriver::sweepEnded()
 {
+    watchEnds();
+    emit aComplete();
+}
+
+void AcquisitionDriver::watchEnds()
+{
     m_sweepRuns = false;
     m_watch.stop();
     m_question.reset();
-    emit aComplete();
 }
 
 AcquisitionDriver::ErrorReaction AcquisitionDriver::reactionTo(std::int16_t tipoErrore) const

@@ -95,6 +95,9 @@ public:
     // success.
     void startUp();
 
+    // The hardware was configured and its server is there: a detector that is read now says something.
+    bool isConfigured() const { return m_settingsSent && isServerUp(); }
+
     // The sequence that starts a sweep of the current plan. False: the hardware refused to prepare it.
     // A server that has died is started and configured anew first. Hardware whose port could not be opened at the
     // start-up is configured now: the server opens the port with the sweep.
@@ -140,6 +143,21 @@ public:
     virtual void chooseMode(int index) { Q_UNUSED(index) }
     virtual void sendMode() {}
 
+    // --- generator and detector as instruments of their own, while no sweep runs ---
+
+    // Puts the generator on this frequency (Hz), and switches it off until the next frequency or sweep. What the board
+    // refuses is told by refused().
+    virtual void generate(std::int32_t hertz) = 0;
+    virtual void silence() = 0;
+
+    // What the converter reads now; nothing where the detector is read in sweeps only.
+    virtual std::optional<int> readDetectorCount() { return std::nullopt; }
+
+    // For those: sweeps over 400 Hz around this frequency. readingTaken() brings the counts of each, until
+    // stopReading() or until any other operation needs the hardware; then comes readingEnded().
+    void startReading(std::int32_t hertz);
+    void stopReading() { endReading(); }
+
     // --- calibration, while no sweep runs ---
 
     // Whether tryOffset() acts on the hardware at once.
@@ -169,6 +187,10 @@ signals:
     // 400 detector counts for the 400 rows of the table, in their order.
     void aVettore(const QVector<int> &vettore);
 
+    // See startReading(): counts as the converter delivers them.
+    void readingTaken(const QVector<int> &counts);
+    void readingEnded();
+
     // A reset has made the board forget its sweep: no aComplete is to be waited for.
     void sweepForgotten();
 
@@ -196,7 +218,7 @@ protected:
     virtual void sendSettings() {}
 
     // Prepares and runs; false when the preparation was refused.
-    virtual bool runPlan() = 0;
+    virtual bool runPlan(const SweepAxis &plan) = 0;
 
     // The mode that the program converts with.
     virtual std::int16_t mode() const { return 0; }
@@ -212,6 +234,9 @@ protected:
 
     // Brings up a server where there is none and configures the hardware as at start-up.
     void ensureServer();
+
+    // The hardware is wanted for something else.
+    void endReading();
     bool isServerUp() const { return m_context.server.isConnected(); }
 
     // Waits for the answer of a call, at most for the proxy's time-out; the first value written back, if any.
@@ -267,6 +292,7 @@ private:
     void serverEnded();
     void sweepBegun();
     void sweepEnded();
+    void watchEnds();
     void watchServer();
     void serverHangs();
     void serverFloods();
@@ -274,7 +300,10 @@ private:
     DriverContext m_context;
     QString m_path;
     std::optional<VectorPlan> m_vectorPlan; // as announced by the server
-    int m_takenVectors = 0;                 // since the server was told
+    std::optional<VectorPlan> m_reading;    // of startReading()
+    bool m_readingCompletes = false;        // the next aComplete is that of a reading
+    bool m_startsReading = false;
+    int m_takenVectors = 0; // since the server was told
     bool m_attached = false;
     bool m_sweepRuns = false;
     bool m_startingUp = false;
@@ -291,6 +320,9 @@ private:
     std::unique_ptr<QDBusPendingCallWatcher, DeleteLater> m_question; // IsWorking
     int m_unanswered = 0;                                             // ticks since it was asked
 };
+
+// Around the frequency at which the detector is read in sweeps, Hz.
+inline constexpr std::int32_t kReadingSpan = kSweepPoints;
 
 // Where a reset leaves the generator, Hz.
 inline constexpr std::int32_t kResetFrequency = 1000000;

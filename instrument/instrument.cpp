@@ -99,6 +99,7 @@ bool Instrument::planRange(std::int32_t start, std::int32_t stop)
 bool Instrument::startSweep(SweepRun run)
 {
     AcquisitionDriver &driver = requiredDriver();
+    emit sweepStarts();
     m_sweepState = kSweeping;
     m_run = run;
     m_singleStored = false;

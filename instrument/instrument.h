@@ -130,6 +130,8 @@ public:
 signals:
     // takeSweeps() has connected the hardware, and starts to sweep.
     void connected();
+    // A sweep is about to start.
+    void sweepStarts();
     // The sweep has ended, or was forgotten by the board.
     void becameIdle();
     // One of the sweeps of takeSweeps() was damaged; the next one comes.

@@ -58,10 +58,10 @@ void LptDriver::sendSettings()
     setFrequency(configuration().startFreq);
 }
 
-bool LptDriver::runPlan()
+bool LptDriver::runPlan(const SweepAxis &plan)
 {
     setSpeed(configuration().sweepSpeed);
-    prepareSweep(configuration().startFreq, configuration().stepFreq);
+    prepareSweep(plan.start, plan.step);
     runSweep();
     return true;
 }
@@ -86,6 +86,16 @@ void LptDriver::resetGenerator()
 {
     resetDevice();
     setFrequency(kResetFrequency);
+}
+
+void LptDriver::generate(std::int32_t hertz)
+{
+    setFrequency(hertz);
+}
+
+void LptDriver::silence()
+{
+    resetDevice();
 }
 
 void LptDriver::sweepCompleted()

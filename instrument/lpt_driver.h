@@ -26,6 +26,9 @@ public:
     void parkAtChangedStart() override;
     void sendFrequency() override;
     void resetGenerator() override;
+    void generate(std::int32_t hertz) override;
+    void silence() override;
+    std::optional<int> readDetectorCount() override { return readDetector(); }
     void sweepCompleted() override;
     void setSpeed(std::int16_t code) override;
     bool triesOffsets() const override { return true; }
@@ -52,7 +55,7 @@ protected:
     ErrorReaction hardwareReactionTo(std::int16_t tipoErrore) const override;
     bool configureHardware() override;
     void sendSettings() override;
-    bool runPlan() override;
+    bool runPlan(const SweepAxis &plan) override;
 };
 
 } // namespace calvorn

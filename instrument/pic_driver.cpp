@@ -47,9 +47,9 @@ bool PicDriver::configureHardware()
 }
 
 // The board is told to run even when it refused the preparation: it then answers with the end of the sweep.
-bool PicDriver::runPlan()
+bool PicDriver::runPlan(const SweepAxis &plan)
 {
-    const bool accepted = prepareSweep(configuration().startFreq, configuration().stepFreq);
+    const bool accepted = prepareSweep(plan.start, plan.step);
     if (!accepted)
         log().writeLog(logPrefix() + tr("Errore inizializza ciclo sweep"));
     runSweep();
@@ -82,6 +82,16 @@ void PicDriver::resetGenerator()
     emit sweepForgotten();
     clock().sleep(kResetMs);
     sendAndNote(kPicOutput, kResetFrequency);
+}
+
+void PicDriver::generate(std::int32_t hertz)
+{
+    sendOrWarn(kPicOutput, hertz, tr("DDS frequency not initialized"));
+}
+
+void PicDriver::silence()
+{
+    sendAndNote(kPicReset, 0);
 }
 
 void PicDriver::sendOrWarn(const QString &command, std::int32_t hertz, const QString &warning)

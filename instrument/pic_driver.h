@@ -25,6 +25,8 @@ public:
     void sendStartFrequency() override;
     void sendStepFrequency() override;
     void resetGenerator() override;
+    void generate(std::int32_t hertz) override;
+    void silence() override;
 
     // ----
 
@@ -39,7 +41,7 @@ protected:
     void releaseHardware() override;
     ErrorReaction hardwareReactionTo(std::int16_t tipoErrore) const override;
     bool configureHardware() override;
-    bool runPlan() override;
+    bool runPlan(const SweepAxis &plan) override;
 
 private:
     void sendOrWarn(const QString &command, std::int32_t hertz, const QString &warning);

@@ -68,6 +68,7 @@ QDBusPendingReply<bool> ProxyDriver<Proxy>::askWhetherWorking()
 template <typename Proxy>
 Proxy &ProxyDriver<Proxy>::proxy()
 {
+    endReading();
     ensureServer();
     return *m_proxy;
 }

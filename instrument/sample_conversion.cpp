@@ -2,9 +2,19 @@
 #include "instrument/sample_conversion.h"
 
 #include "core/checked_arithmetic.h"
+#include "core/detector_calibration.h"
 #include "protocol/vna_instrument.h"
 
 namespace calvorn {
+
+namespace {
+
+int rising(int received, bool inverted)
+{
+    return inverted ? checkedSubtract(kVnaFullScale, received) : received;
+}
+
+} // namespace
 
 SampleConversion::SampleConversion(Configuration &configuration, SweepTable &table, QObject *parent)
     : QObject(parent)
@@ -21,13 +31,18 @@ void SampleConversion::datiDDS(const QVector<int> &vettore)
         if (row > vettore.size())
             throw RuntimeError(RuntimeError::Kind::SubscriptOutOfRange, tr("sample %1 of a sweep").arg(row));
         const int received = vettore[row - 1];
-        const int raw = inverted ? checkedSubtract(kVnaFullScale, received) : received;
+        const int raw = rising(received, inverted);
         amplitudes.storeCount(row, raw);
         if (m_configuration.logDebug)
             emit sampleReceived(row, received);
     }
     m_table.sweepWritten(SweepOrigin::Measured, detectorOf(m_configuration));
     emit vectorStored();
+}
+
+int SampleConversion::risingCount(int received) const
+{
+    return rising(received, m_isInverted());
 }
 
 } // namespace calvorn

@@ -27,6 +27,9 @@ public:
     // Writes count and amplitude of all rows, then emits vectorStored().
     void datiDDS(const QVector<int> &vettore);
 
+    // A count as the table has it: rising with the detector's voltage.
+    int risingCount(int received) const;
+
 signals:
     // With the log on, for each sample as it is converted: row (1 to 400) and received value.
     void sampleReceived(int index, int value);

@@ -47,10 +47,10 @@ void VnaDriver::sendSettings()
     setFrequency(configuration().startFreq);
 }
 
-bool VnaDriver::runPlan()
+bool VnaDriver::runPlan(const SweepAxis &plan)
 {
     setMode(configuration().measuringMode);
-    prepareSweep(configuration().startFreq, configuration().stepFreq, kSweepPoints);
+    prepareSweep(plan.start, plan.step, kSweepPoints);
     runSweep();
     return true;
 }
@@ -84,6 +84,16 @@ void VnaDriver::sendFrequency()
 void VnaDriver::resetGenerator()
 {
     setFrequency(kResetFrequency);
+}
+
+void VnaDriver::generate(std::int32_t hertz)
+{
+    setFrequency(hertz);
+}
+
+void VnaDriver::silence()
+{
+    setMode(numberOf(VnaMode::Parked));
 }
 
 // Mode k at index k - 1.

@@ -24,6 +24,8 @@ public:
     void parkAtChangedStart() override;
     void sendFrequency() override;
     void resetGenerator() override;
+    void generate(std::int32_t hertz) override;
+    void silence() override;
     QString modeCaption() const override;
     QStringList modeCaptions() const override;
     QString nextMode(const QString &present) override;
@@ -48,7 +50,7 @@ protected:
     ErrorReaction hardwareReactionTo(std::int16_t tipoErrore) const override;
     bool configureHardware() override;
     void sendSettings() override;
-    bool runPlan() override;
+    bool runPlan(const SweepAxis &plan) override;
     std::int16_t mode() const override;
 };
 

@@ -40,9 +40,9 @@ void visitChoices(Choices &&choices, Visitor visit)
 
 } // namespace
 
-std::vector<SettingKey> measureKeys()
+QVector<SettingKey> measureKeys()
 {
-    std::vector<SettingKey> keys;
+    QVector<SettingKey> keys;
     visitChoices(MeasureChoices(), [&keys](const SettingKey &key, const auto &) { keys.push_back(key); });
     return keys;
 }
@@ -52,7 +52,7 @@ MeasureChoices readMeasureChoices(const QString &settingsFile)
     MeasureChoices choices;
     SettingReader reader(settingsFile, SettingReader::Defaults::KeepOut);
     visitChoices(choices, [&reader](const SettingKey &key, auto &value) { reader.read(value, key); });
-    choices.page = std::clamp<std::int16_t>(choices.page, 0, 2);
+    choices.page = std::clamp<std::int16_t>(choices.page, 0, 3);
     choices.averageOver =
         std::clamp<std::int16_t>(choices.averageOver, TraceSet::kFewestAveraged, TraceSet::kMostAveraged);
     choices.kind = std::clamp<std::int16_t>(choices.kind, 0, 3);

@@ -6,9 +6,9 @@
 #include "protocol/setting_key.h"
 
 #include <QString>
+#include <QVector>
 
 #include <cstdint>
-#include <vector>
 
 namespace calvorn {
 
@@ -18,7 +18,7 @@ struct MeasureChoices
     bool isOpen = false;
     bool isFloating = false;
     QString place;         // of the floating panel: left, top, width, height in logical pixels
-    std::int16_t page = 1; // 0 traces, 1 results, 2 limits
+    std::int16_t page = 1; // 0 traces, 1 results, 2 limits, 3 level
     bool maxHold = false;  // the same for the next three
     bool minHold = false;
     bool average = false;
@@ -38,7 +38,7 @@ struct MeasureChoices
 };
 
 // All of them, in the order of the section.
-std::vector<SettingKey> measureKeys();
+QVector<SettingKey> measureKeys();
 
 // A key that is missing or cannot be read gives its default; nothing is written.
 MeasureChoices readMeasureChoices(const QString &settingsFile);

@@ -6,6 +6,8 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include <utility>
+
 namespace calvorn {
 
 namespace {
@@ -60,6 +62,8 @@ void MeasureDock::build()
     m_pages->addTab(scrolled(m_traces), tr("Traces"));
     m_pages->addTab(scrolled(m_results), tr("Results"));
     m_pages->addTab(scrolled(m_limits), tr("Limits"));
+    if (m_makeFurther)
+        m_pages->addTab(scrolled(m_makeFurther()), m_furtherTitle);
     // They show where the panel is too narrow for three titles.
     for (QToolButton *button : m_pages->tabBar()->findChildren<QToolButton *>())
         button->setToolTip(tr("More pages"));
@@ -126,6 +130,12 @@ void MeasureDock::hideEvent(QHideEvent *event)
 {
     QDockWidget::hideEvent(event);
     m_measurement.setWatched(false);
+}
+
+void MeasureDock::setFurtherPage(const QString &title, std::function<QWidget *()> make)
+{
+    m_furtherTitle = title;
+    m_makeFurther = std::move(make);
 }
 
 void MeasureDock::restorePages()

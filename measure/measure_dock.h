@@ -10,6 +10,8 @@
 #include <QDockWidget>
 #include <QTabWidget>
 
+#include <functional>
+
 namespace calvorn {
 
 // The Measure panel, "dockMeasure": closed at first, at the right edge of the window or floating. Its pages are traces,
@@ -28,6 +30,9 @@ public:
     Measurement &measurement() { return m_measurement; }
 
     void setVisible(bool visible) override;
+
+    // A page behind those of its own; it is made when they are.
+    void setFurtherPage(const QString &title, std::function<QWidget *()> make);
 
     // Start-up and shutdown: the choices in the settings file. False when they cannot be written.
     void restore();
@@ -60,6 +65,8 @@ private:
     TracesPage *m_traces = nullptr;
     ResultsPage *m_results = nullptr;
     LimitsPage *m_limits = nullptr;
+    QString m_furtherTitle;
+    std::function<QWidget *()> m_makeFurther;
 };
 
 } // namespace calvorn

@@ -46,5 +46,7 @@ inline constexpr std::int32_t kDefaultXtalHz = [] {
 // The detector converters: the argument of SetAdcDevice, and the value of the key "ADC Device".
 inline constexpr const char *kAdc8Bit = "8bit";
 inline constexpr const char *kAdc10Bit = "10bit"; // where the settings do not say otherwise
+inline constexpr int kHighestCount8Bit = 255;
+inline constexpr int kHighestCount10Bit = 1023;
 
 } // namespace calvorn

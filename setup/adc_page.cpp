@@ -28,6 +28,8 @@ AdcPage::AdcPage(const SetUpContext &context)
 {
     QWidget *converters = buildConverters();
     buildEntries();
+    m_law = new DetectorLawBox(context);
+    m_law->setObjectName(QStringLiteral("frameLaw"));
     m_offset = named(new QLabel(this), QStringLiteral("lblOffset"),
                      tr("Set with \"SetUp/Calibrate detector\", added to every voltage"));
     auto *form = new QFormLayout;
@@ -46,6 +48,7 @@ AdcPage::AdcPage(const SetUpContext &context)
     auto *right = new QVBoxLayout;
     right->addLayout(form);
     right->addWidget(hint);
+    right->addWidget(m_law);
     right->addStretch();
     auto *columns = new QHBoxLayout(this);
     columns->addWidget(converters, 0, Qt::AlignTop);
@@ -127,6 +130,7 @@ void AdcPage::fill()
     m_step->show();
     m_channel->show();
     txtADCchannel_Change();
+    m_law->fill();
     m_offset->setText(tr("Offset: ") + NumberText().masked(static_cast<double>(values().adcOffset), kMaskVolt) +
                       QStringLiteral(" Volt"));
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "setup/detector_law_box.h"
 #include "setup/number_entry.h"
 #include "setup/set_up_page.h"
 
@@ -31,6 +32,7 @@ private:
     NumberEntry *m_channel = nullptr;
     QLabel *m_channelMeaning = nullptr;
     QLabel *m_offset = nullptr;
+    DetectorLawBox *m_law = nullptr;
 };
 
 } // namespace calvorn

@@ -3,7 +3,7 @@
 
 #include "core/common_functions.h"
 #include "core/number_text.h"
-#include "core/scale_type.h"
+#include "data/amplitude_writer.h"
 #include "protocol/sweep_speed.h"
 
 #include <QKeyEvent>
@@ -120,22 +120,7 @@ bool FrmCalibraADC::eventFilter(QObject *watched, QEvent *event)
 void FrmCalibraADC::cmdApply_Click()
 {
     configuration().adcOffset = NumberText().toSingle(normaliseDecimal(box()->text()));
-    rewriteTable();
-}
-
-// The volts are not rounded before they become dB, as those of a sweep are.
-void FrmCalibraADC::rewriteTable()
-{
-    const NumberText numbers;
-    Configuration &c = configuration();
-    const bool linear = isLinearScale(c.scaleType);
-    for (int row = 1; row <= kSweepPoints; ++row) {
-        const double count = m_table.number(row, SweepTable::SampleColumn);
-        const double volts = count * static_cast<double>(c.adcStep) + static_cast<double>(c.adcOffset);
-        numbers.assignMasked(m_table.cell(row, SweepTable::AmplitudeColumn), linear ? volts : voltsToDb(c, volts),
-                             linear ? kMaskVolt : kMaskDb);
-    }
-    m_table.amplitudesRewritten(detectorOf(c));
+    rewriteAmplitudes(configuration(), m_table);
 }
 
 } // namespace calvorn

@@ -28,7 +28,6 @@ protected:
 
 private:
     void TimerDetector_Timer();
-    void rewriteTable();
     void showOffset(double volts);
 
     SweepTable &m_table;

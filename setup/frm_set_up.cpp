@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "setup/frm_set_up.h"
 
+#include "core/detector_settings.h"
 #include "core/runtime_error.h"
 #include "instrument/interface_kind.h"
 #include "setup/adc_page.h"
@@ -178,7 +179,8 @@ void FrmSetUp::cmdApply_Click()
     if (m_messages.show(BoxIcon::Warning, BoxButtons::OkCancel,
                         tr("Please confirm, now program will exit.") + u'\r' + tr("Please restart.")) != kBoxOk)
         return;
-    if (!writeProfileStrings(m_configuration.iniPath, entriesOf(m_values)))
+    const QVector<ProfileEntry> law = detectorLawEntries(m_values.detectorLaw, Profile(m_configuration.iniPath));
+    if (!writeProfileStrings(m_configuration.iniPath, entriesOf(m_values) + law))
         throw RuntimeError(RuntimeError::Kind::File,
                            tr("the configuration could not be written into %1").arg(m_configuration.iniPath));
     accept();

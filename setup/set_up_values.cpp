@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "setup/set_up_values.h"
 
+#include "core/detector_settings.h"
 #include "core/number_text.h"
 #include "core/setting_reader.h"
 #include "core/settings_table.h"
@@ -82,7 +83,9 @@ QStringList loadFrom(const char *section, SetUpValues &values, const QString &pa
         readAux(reader, values.aux[output], kAuxKeys[output]);
     reader.read(values.potMax, kPotMax);
     reader.read(values.potMin, kPotMin);
-    return reader.faults();
+    QStringList faults = reader.faults();
+    values.detectorLaw = readDetectorLaw(reader.profile(), faults);
+    return faults;
 }
 
 class Entries

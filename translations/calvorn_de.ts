@@ -658,6 +658,38 @@
         <source>[%1] &quot;%2&quot;: %3 No port is opened.</source>
         <translation>[%1] &quot;%2&quot;: %3 Es wird kein Port geöffnet.</translation>
     </message>
+    <message>
+        <source>[%1] &quot;%2&quot;: %3 The detector counts as linear.</source>
+        <translation>[%1] „%2“: %3 Der Detektor gilt als linear.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no slope.</source>
+        <translation>„%1“ ist keine Steilheit.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no level.</source>
+        <translation>„%1“ ist kein Pegel.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not &quot;volts;dBm&quot;.</source>
+        <translation>„%1“ ist nicht „Volt;dBm“.</translation>
+    </message>
+    <message>
+        <source>A table needs at least two points.</source>
+        <translation>Eine Tabelle braucht mindestens zwei Punkte.</translation>
+    </message>
+    <message>
+        <source>The table goes neither up nor down all the way.</source>
+        <translation>Die Tabelle steigt oder fällt nicht durchgehend.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no law.</source>
+        <translation>„%1“ ist keine Kennlinie.</translation>
+    </message>
+    <message>
+        <source>the law could not be written into %1</source>
+        <translation>die Kennlinie konnte nicht in %1 geschrieben werden</translation>
+    </message>
 </context>
 <context>
     <name>SingleSweep</name>
@@ -1568,6 +1600,89 @@
     </message>
 </context>
 <context>
+    <name>calvorn::DetectorLawBox</name>
+    <message>
+        <source>Law</source>
+        <translation>Kennlinie</translation>
+    </message>
+    <message>
+        <source>How the voltage of the detector follows the level at its input</source>
+        <translation>Wie die Spannung des Detektors dem Pegel an seinem Eingang folgt</translation>
+    </message>
+    <message>
+        <source>Linear</source>
+        <translation>Linear</translation>
+    </message>
+    <message>
+        <source>Logarithmic</source>
+        <translation>Logarithmisch</translation>
+    </message>
+    <message>
+        <source>Table</source>
+        <translation>Tabelle</translation>
+    </message>
+    <message>
+        <source>Slope and intercept from the data sheet of a detector</source>
+        <translation>Steilheit und Schnittpunkt aus dem Datenblatt eines Detektors</translation>
+    </message>
+    <message>
+        <source>Another</source>
+        <translation>Ein anderer</translation>
+    </message>
+    <message>
+        <source>What the law says</source>
+        <translation>Was die Kennlinie besagt</translation>
+    </message>
+    <message>
+        <source>La&amp;w</source>
+        <translation>Kenn&amp;linie</translation>
+    </message>
+    <message>
+        <source>Detecto&amp;r</source>
+        <translation>Detekto&amp;r</translation>
+    </message>
+    <message>
+        <source>Slope - &amp;mV per dB</source>
+        <translation>Steilheit - &amp;mV je dB</translation>
+    </message>
+    <message>
+        <source>I&amp;ntercept - dBm</source>
+        <translation>Sch&amp;nittpunkt - dBm</translation>
+    </message>
+    <message>
+        <source>Millivolts of the detector for one dB; below 0 where they fall with the level</source>
+        <translation>Millivolt des Detektors für ein dB; unter 0, wenn sie mit dem Pegel fallen</translation>
+    </message>
+    <message>
+        <source>The level at which the line of the detector meets 0 V</source>
+        <translation>Der Pegel, bei dem die Gerade des Detektors 0 V erreicht</translation>
+    </message>
+    <message>
+        <source>There is no table yet: &quot;SetUp/Calibrate level&quot; makes one.</source>
+        <translation>Es gibt noch keine Tabelle: „Einstellungen/Pegel kalibrieren“ macht eine.</translation>
+    </message>
+    <message>
+        <source>The volts are those of the detector.</source>
+        <translation>Die Volt sind die des Detektors.</translation>
+    </message>
+    <message>
+        <source>The volts are RMS at the input, into 50 ohms.</source>
+        <translation>Die Volt sind Effektivwerte am Eingang, an 50 Ohm.</translation>
+    </message>
+    <message>
+        <source>%1 points from %2 to %3 dBm, of &quot;SetUp/Calibrate level&quot;</source>
+        <translation>%1 Punkte von %2 bis %3 dBm, aus „Einstellungen/Pegel kalibrieren“</translation>
+    </message>
+    <message>
+        <source>Slope in mV per dB</source>
+        <translation>Steilheit in mV je dB</translation>
+    </message>
+    <message>
+        <source>Intercept in dBm</source>
+        <translation>Schnittpunkt in dBm</translation>
+    </message>
+</context>
+<context>
     <name>calvorn::DigitBars</name>
     <message>
         <source>Step this digit</source>
@@ -1758,6 +1873,161 @@
     <message>
         <source>Start frequency - Hz</source>
         <translation>Startfrequenz - Hz</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::FrmCalibraLevel</name>
+    <message>
+        <source>The level that the source gives, in dBm into 50 ohms</source>
+        <translation>Der Pegel der Quelle, in dBm an 50 Ohm</translation>
+    </message>
+    <message>
+        <source>What an attenuator in between takes away, in dB</source>
+        <translation>Was ein Dämpfungsglied dazwischen wegnimmt, in dB</translation>
+    </message>
+    <message>
+        <source>&amp;Measure</source>
+        <translation>&amp;Messen</translation>
+    </message>
+    <message>
+        <source>Reads the detector %1 times at this level</source>
+        <translation>Liest den Detektor bei diesem Pegel %1-mal</translation>
+    </message>
+    <message>
+        <source>Level calibration</source>
+        <translation>Pegelkalibrierung</translation>
+    </message>
+    <message>
+        <source>1. Connect a source of known level to the detector, through a step attenuator.</source>
+        <translation>1. Eine Quelle mit bekanntem Pegel über ein schaltbares Dämpfungsglied an den Detektor anschließen.</translation>
+    </message>
+    <message>
+        <source>2. Enter its level and what the attenuator takes away, and press &quot;Measure&quot;.</source>
+        <translation>2. Ihren Pegel und die Dämpfung eingeben und „Messen“ drücken.</translation>
+    </message>
+    <message>
+        <source>3. Go on with the next step. Two points make a logarithmic law, three or more a table.</source>
+        <translation>3. Mit der nächsten Stufe weitermachen. Zwei Punkte ergeben eine logarithmische Kennlinie, drei oder mehr eine Tabelle.</translation>
+    </message>
+    <message>
+        <source>The generator of the board is a source, too: it stands on the start frequency.</source>
+        <translation>Auch der Generator der Platine ist eine Quelle: Er steht auf der Startfrequenz.</translation>
+    </message>
+    <message>
+        <source>What the last measurement said</source>
+        <translation>Was die letzte Messung ergab</translation>
+    </message>
+    <message>
+        <source>A sweep is running: stop it first.</source>
+        <translation>Ein Durchlauf läuft: zuerst anhalten.</translation>
+    </message>
+    <message>
+        <source>The hardware is not connected.</source>
+        <translation>Die Hardware ist nicht verbunden.</translation>
+    </message>
+    <message>
+        <source>&amp;Source - dBm</source>
+        <translation>&amp;Quelle - dBm</translation>
+    </message>
+    <message>
+        <source>A&amp;ttenuator - dB</source>
+        <translation>&amp;Dämpfung - dB</translation>
+    </message>
+    <message>
+        <source>&amp;Logarithmic</source>
+        <translation>&amp;Logarithmisch</translation>
+    </message>
+    <message>
+        <source>Slope and intercept that fit the points best</source>
+        <translation>Steilheit und Schnittpunkt, die am besten zu den Punkten passen</translation>
+    </message>
+    <message>
+        <source>Ta&amp;ble</source>
+        <translation>&amp;Tabelle</translation>
+    </message>
+    <message>
+        <source>The points themselves, interpolated in dB</source>
+        <translation>Die Punkte selbst, in dB interpoliert</translation>
+    </message>
+    <message>
+        <source>What was measured, and what the law is off at each point</source>
+        <translation>Was gemessen wurde und um wie viel die Kennlinie an jedem Punkt abweicht</translation>
+    </message>
+    <message>
+        <source>dBm</source>
+        <translation>dBm</translation>
+    </message>
+    <message>
+        <source>Spread - mV</source>
+        <translation>Streuung - mV</translation>
+    </message>
+    <message>
+        <source>Off - dB</source>
+        <translation>Abweichung - dB</translation>
+    </message>
+    <message>
+        <source>&amp;Remove</source>
+        <translation>&amp;Entfernen</translation>
+    </message>
+    <message>
+        <source>Removes the points that are selected</source>
+        <translation>Entfernt die markierten Punkte</translation>
+    </message>
+    <message>
+        <source>The law that the points make</source>
+        <translation>Die Kennlinie, die sich aus den Punkten ergibt</translation>
+    </message>
+    <message>
+        <source>&amp;Apply</source>
+        <translation>Ü&amp;bernehmen</translation>
+    </message>
+    <message>
+        <source>Takes the law, and writes it into the settings</source>
+        <translation>Übernimmt die Kennlinie und schreibt sie in die Einstellungen</translation>
+    </message>
+    <message>
+        <source>&amp;Cancel</source>
+        <translation>&amp;Abbrechen</translation>
+    </message>
+    <message>
+        <source>Reading the detector ...</source>
+        <translation>Der Detektor wird gelesen ...</translation>
+    </message>
+    <message>
+        <source>A table holds %1 points.</source>
+        <translation>Eine Tabelle fasst %1 Punkte.</translation>
+    </message>
+    <message>
+        <source>The volts do not rise or fall all the way with the level: no law.</source>
+        <translation>Die Volt steigen oder fallen nicht durchgehend mit dem Pegel: keine Kennlinie.</translation>
+    </message>
+    <message>
+        <source>off by %1 dB at most</source>
+        <translation>höchstens %1 dB daneben</translation>
+    </message>
+    <message>
+        <source>%1 points</source>
+        <translation>%1 Punkte</translation>
+    </message>
+    <message>
+        <source>%1 mV per dB, intercept %2 dBm, %3</source>
+        <translation>%1 mV je dB, Schnittpunkt %2 dBm, %3</translation>
+    </message>
+    <message>
+        <source>Closes without any change</source>
+        <translation>Schließt, ohne etwas zu ändern</translation>
+    </message>
+    <message>
+        <source>Points still needed: %1</source>
+        <translation>Noch nötige Punkte: %1</translation>
+    </message>
+    <message>
+        <source>mV</source>
+        <translation>mV</translation>
+    </message>
+    <message>
+        <source>%1 readings: %2 mV</source>
+        <translation>%1 Messwerte: %2 mV</translation>
     </message>
 </context>
 <context>
@@ -2003,6 +2273,93 @@
         <source>S&amp;weep</source>
         <translation>&amp;Wobbeln</translation>
     </message>
+    <message>
+        <source>Level</source>
+        <translation>Pegel</translation>
+    </message>
+    <message>
+        <source>%1 of %2 samples are beyond the law of the detector</source>
+        <translation>%1 von %2 Messwerten liegen außerhalb der Kennlinie des Detektors</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::GeneratorBox</name>
+    <message>
+        <source>Generator</source>
+        <translation>Generator</translation>
+    </message>
+    <message>
+        <source>What the generator does</source>
+        <translation>Was der Generator tut</translation>
+    </message>
+    <message>
+        <source>Frequency - Hz</source>
+        <translation>Frequenz - Hz</translation>
+    </message>
+    <message>
+        <source>The frequency of the generator in Hz</source>
+        <translation>Die Frequenz des Generators in Hz</translation>
+    </message>
+    <message>
+        <source>&amp;Generator ON</source>
+        <translation>&amp;Generator EIN</translation>
+    </message>
+    <message>
+        <source>Switches the generator on and off</source>
+        <translation>Schaltet den Generator ein und aus</translation>
+    </message>
+    <message>
+        <source>&amp;Down</source>
+        <translation>T&amp;iefer</translation>
+    </message>
+    <message>
+        <source>One step down</source>
+        <translation>Einen Schritt tiefer</translation>
+    </message>
+    <message>
+        <source>U&amp;p</source>
+        <translation>Höhe&amp;r</translation>
+    </message>
+    <message>
+        <source>One step up</source>
+        <translation>Einen Schritt höher</translation>
+    </message>
+    <message>
+        <source>What &quot;Up&quot; and &quot;Down&quot; change, in Hz</source>
+        <translation>Was „Höher“ und „Tiefer“ ändern, in Hz</translation>
+    </message>
+    <message>
+        <source>Frequencies that are kept: choose one to use it; type a name and press &quot;Keep&quot; for another</source>
+        <translation>Gemerkte Frequenzen: eine wählen, um sie zu benutzen; für eine andere einen Namen eingeben und „Merken“ drücken</translation>
+    </message>
+    <message>
+        <source>&amp;Keep</source>
+        <translation>Mer&amp;ken</translation>
+    </message>
+    <message>
+        <source>Keeps the frequency in the memory that is chosen, under the name that stands there</source>
+        <translation>Merkt sich die Frequenz im gewählten Speicher, unter dem Namen, der dort steht</translation>
+    </message>
+    <message>
+        <source>Memory %1</source>
+        <translation>Speicher %1</translation>
+    </message>
+    <message>
+        <source>&amp;Generator OFF</source>
+        <translation>&amp;Generator AUS</translation>
+    </message>
+    <message>
+        <source>The generator is on.</source>
+        <translation>Der Generator ist eingeschaltet.</translation>
+    </message>
+    <message>
+        <source>The generator is off.</source>
+        <translation>Der Generator ist ausgeschaltet.</translation>
+    </message>
+    <message>
+        <source>St&amp;ep - Hz</source>
+        <translation>S&amp;chritt - Hz</translation>
+    </message>
 </context>
 <context>
     <name>calvorn::HeightHandle</name>
@@ -2184,6 +2541,107 @@
     <message>
         <source>Some settings could not be read.</source>
         <translation>Einige Einstellungen waren nicht lesbar.</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::LevelBox</name>
+    <message>
+        <source>Level</source>
+        <translation>Pegel</translation>
+    </message>
+    <message>
+        <source>Atten&amp;uator - dB</source>
+        <translation>Dämpf&amp;ung - dB</translation>
+    </message>
+    <message>
+        <source>The level at the input, into 50 ohms</source>
+        <translation>Der Pegel am Eingang, an 50 Ohm</translation>
+    </message>
+    <message>
+        <source>Volts RMS at the input</source>
+        <translation>Volt effektiv am Eingang</translation>
+    </message>
+    <message>
+        <source>Power into 50 ohms</source>
+        <translation>Leistung an 50 Ohm</translation>
+    </message>
+    <message>
+        <source>Against the level at which &quot;Zero&quot; was pressed</source>
+        <translation>Gegen den Pegel, bei dem „Null“ gedrückt wurde</translation>
+    </message>
+    <message>
+        <source>The lowest and the highest level so far</source>
+        <translation>Der bisher niedrigste und höchste Pegel</translation>
+    </message>
+    <message>
+        <source>From -80 to 20 dBm</source>
+        <translation>Von -80 bis 20 dBm</translation>
+    </message>
+    <message>
+        <source>&amp;Zero</source>
+        <translation>Nu&amp;ll</translation>
+    </message>
+    <message>
+        <source>What stands between the source and the detector; it is added to the level</source>
+        <translation>Was zwischen Quelle und Detektor liegt; wird zum Pegel addiert</translation>
+    </message>
+    <message>
+        <source>%1 to %2</source>
+        <translation>%1 bis %2</translation>
+    </message>
+    <message>
+        <source>Beyond the law of the detector.</source>
+        <translation>Außerhalb der Kennlinie des Detektors.</translation>
+    </message>
+    <message>
+        <source>Below the floor of the detector.</source>
+        <translation>Unter der Schwelle des Detektors.</translation>
+    </message>
+    <message>
+        <source>At full scale: the level may be higher.</source>
+        <translation>Am Vollausschlag: Der Pegel kann höher sein.</translation>
+    </message>
+    <message>
+        <source>&amp;Anew</source>
+        <translation>Neu &amp;beginnen</translation>
+    </message>
+    <message>
+        <source>Starts minimum and maximum anew</source>
+        <translation>Beginnt Minimum und Maximum neu</translation>
+    </message>
+    <message>
+        <source>Why the number may be wrong</source>
+        <translation>Warum die Zahl falsch sein kann</translation>
+    </message>
+    <message>
+        <source>H&amp;old</source>
+        <translation>&amp;Festhalten</translation>
+    </message>
+    <message>
+        <source>Keeps the numbers as they are</source>
+        <translation>Lässt die Zahlen stehen</translation>
+    </message>
+    <message>
+        <source>Makes the level of this moment 0 dB</source>
+        <translation>Macht den Pegel dieses Augenblicks zu 0 dB</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::LevelCurve</name>
+    <message>
+        <source>Volts of the detector over the level, and below what the law is off at each point</source>
+        <translation>Spannung des Detektors über dem Pegel, darunter die Abweichung der Kennlinie an jedem Punkt</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::LevelPage</name>
+    <message>
+        <source>A sweep is running: the meter goes on when it has ended.</source>
+        <translation>Ein Durchlauf läuft: Danach misst der Pegelmesser weiter.</translation>
+    </message>
+    <message>
+        <source>The hardware is not connected.</source>
+        <translation>Die Hardware ist nicht verbunden.</translation>
     </message>
 </context>
 <context>
@@ -3157,6 +3615,21 @@
     <message>
         <source>Trim the voltage against a known one</source>
         <translation>Spannung nach einer bekannten abgleichen</translation>
+    </message>
+    <message>
+        <source>Calibrate &amp;level</source>
+        <translation>&amp;Pegel kalibrieren</translation>
+    </message>
+    <message>
+        <source>Find the law of the detector with known levels</source>
+        <translation>Die Kennlinie des Detektors mit bekannten Pegeln finden</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::SignalGenerator</name>
+    <message>
+        <source>A sweep is running: stop it first.</source>
+        <translation>Ein Durchlauf läuft: zuerst anhalten.</translation>
     </message>
 </context>
 <context>

@@ -658,6 +658,38 @@
         <source>[%1] &quot;%2&quot;: %3 No port is opened.</source>
         <translation>[%1] &quot;%2&quot;: %3 Non viene aperta nessuna porta.</translation>
     </message>
+    <message>
+        <source>[%1] &quot;%2&quot;: %3 The detector counts as linear.</source>
+        <translation>[%1] &quot;%2&quot;: %3 Il rivelatore è considerato lineare.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no slope.</source>
+        <translation>&quot;%1&quot; non è una pendenza.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no level.</source>
+        <translation>&quot;%1&quot; non è un livello.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not &quot;volts;dBm&quot;.</source>
+        <translation>&quot;%1&quot; non è &quot;volt;dBm&quot;.</translation>
+    </message>
+    <message>
+        <source>A table needs at least two points.</source>
+        <translation>Una tabella richiede almeno due punti.</translation>
+    </message>
+    <message>
+        <source>The table goes neither up nor down all the way.</source>
+        <translation>La tabella non sale né scende in modo costante.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no law.</source>
+        <translation>&quot;%1&quot; non è una legge.</translation>
+    </message>
+    <message>
+        <source>the law could not be written into %1</source>
+        <translation>non è stato possibile scrivere la legge in %1</translation>
+    </message>
 </context>
 <context>
     <name>SingleSweep</name>
@@ -1568,6 +1600,89 @@
     </message>
 </context>
 <context>
+    <name>calvorn::DetectorLawBox</name>
+    <message>
+        <source>Law</source>
+        <translation>Legge</translation>
+    </message>
+    <message>
+        <source>How the voltage of the detector follows the level at its input</source>
+        <translation>Come la tensione del rivelatore segue il livello al suo ingresso</translation>
+    </message>
+    <message>
+        <source>Linear</source>
+        <translation>Lineare</translation>
+    </message>
+    <message>
+        <source>Logarithmic</source>
+        <translation>Logaritmica</translation>
+    </message>
+    <message>
+        <source>Table</source>
+        <translation>Tabella</translation>
+    </message>
+    <message>
+        <source>Slope and intercept from the data sheet of a detector</source>
+        <translation>Pendenza e intercetta dal foglio tecnico di un rivelatore</translation>
+    </message>
+    <message>
+        <source>Another</source>
+        <translation>Un altro</translation>
+    </message>
+    <message>
+        <source>What the law says</source>
+        <translation>Che cosa dice la legge</translation>
+    </message>
+    <message>
+        <source>La&amp;w</source>
+        <translation>Le&amp;gge</translation>
+    </message>
+    <message>
+        <source>Detecto&amp;r</source>
+        <translation>Ri&amp;velatore</translation>
+    </message>
+    <message>
+        <source>Slope - &amp;mV per dB</source>
+        <translation>Pendenza - &amp;mV per dB</translation>
+    </message>
+    <message>
+        <source>I&amp;ntercept - dBm</source>
+        <translation>I&amp;ntercetta - dBm</translation>
+    </message>
+    <message>
+        <source>Millivolts of the detector for one dB; below 0 where they fall with the level</source>
+        <translation>Millivolt del rivelatore per un dB; sotto 0 se calano con il livello</translation>
+    </message>
+    <message>
+        <source>The level at which the line of the detector meets 0 V</source>
+        <translation>Il livello al quale la retta del rivelatore incontra 0 V</translation>
+    </message>
+    <message>
+        <source>There is no table yet: &quot;SetUp/Calibrate level&quot; makes one.</source>
+        <translation>Non c&apos;è ancora una tabella: la crea &quot;Impostazioni/Taratura livello&quot;.</translation>
+    </message>
+    <message>
+        <source>The volts are those of the detector.</source>
+        <translation>I volt sono quelli del rivelatore.</translation>
+    </message>
+    <message>
+        <source>The volts are RMS at the input, into 50 ohms.</source>
+        <translation>I volt sono efficaci all&apos;ingresso, su 50 ohm.</translation>
+    </message>
+    <message>
+        <source>%1 points from %2 to %3 dBm, of &quot;SetUp/Calibrate level&quot;</source>
+        <translation>%1 punti da %2 a %3 dBm, da &quot;Impostazioni/Taratura livello&quot;</translation>
+    </message>
+    <message>
+        <source>Slope in mV per dB</source>
+        <translation>Pendenza in mV per dB</translation>
+    </message>
+    <message>
+        <source>Intercept in dBm</source>
+        <translation>Intercetta in dBm</translation>
+    </message>
+</context>
+<context>
     <name>calvorn::DigitBars</name>
     <message>
         <source>Step this digit</source>
@@ -1758,6 +1873,161 @@
     <message>
         <source>Start frequency - Hz</source>
         <translation>Frequenza iniziale - Hz</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::FrmCalibraLevel</name>
+    <message>
+        <source>The level that the source gives, in dBm into 50 ohms</source>
+        <translation>Il livello della sorgente, in dBm su 50 ohm</translation>
+    </message>
+    <message>
+        <source>What an attenuator in between takes away, in dB</source>
+        <translation>Quanto toglie un attenuatore in mezzo, in dB</translation>
+    </message>
+    <message>
+        <source>&amp;Measure</source>
+        <translation>&amp;Misura</translation>
+    </message>
+    <message>
+        <source>Reads the detector %1 times at this level</source>
+        <translation>Legge il rivelatore %1 volte a questo livello</translation>
+    </message>
+    <message>
+        <source>Level calibration</source>
+        <translation>Taratura del livello</translation>
+    </message>
+    <message>
+        <source>1. Connect a source of known level to the detector, through a step attenuator.</source>
+        <translation>1. Collegare al rivelatore una sorgente di livello noto, attraverso un attenuatore a scatti.</translation>
+    </message>
+    <message>
+        <source>2. Enter its level and what the attenuator takes away, and press &quot;Measure&quot;.</source>
+        <translation>2. Scrivere il suo livello e l&apos;attenuazione, poi premere &quot;Misura&quot;.</translation>
+    </message>
+    <message>
+        <source>3. Go on with the next step. Two points make a logarithmic law, three or more a table.</source>
+        <translation>3. Proseguire con lo scatto seguente. Due punti danno una legge logaritmica, tre o più una tabella.</translation>
+    </message>
+    <message>
+        <source>The generator of the board is a source, too: it stands on the start frequency.</source>
+        <translation>Anche il generatore della scheda è una sorgente: è fermo sulla frequenza iniziale.</translation>
+    </message>
+    <message>
+        <source>What the last measurement said</source>
+        <translation>Che cosa ha detto l&apos;ultima misura</translation>
+    </message>
+    <message>
+        <source>A sweep is running: stop it first.</source>
+        <translation>Uno sweep è in corso: fermarlo prima.</translation>
+    </message>
+    <message>
+        <source>The hardware is not connected.</source>
+        <translation>L&apos;hardware non è collegato.</translation>
+    </message>
+    <message>
+        <source>&amp;Source - dBm</source>
+        <translation>&amp;Sorgente - dBm</translation>
+    </message>
+    <message>
+        <source>A&amp;ttenuator - dB</source>
+        <translation>A&amp;ttenuatore - dB</translation>
+    </message>
+    <message>
+        <source>&amp;Logarithmic</source>
+        <translation>&amp;Logaritmica</translation>
+    </message>
+    <message>
+        <source>Slope and intercept that fit the points best</source>
+        <translation>Pendenza e intercetta che meglio si adattano ai punti</translation>
+    </message>
+    <message>
+        <source>Ta&amp;ble</source>
+        <translation>Ta&amp;bella</translation>
+    </message>
+    <message>
+        <source>The points themselves, interpolated in dB</source>
+        <translation>I punti stessi, interpolati in dB</translation>
+    </message>
+    <message>
+        <source>What was measured, and what the law is off at each point</source>
+        <translation>Che cosa è stato misurato, e di quanto la legge si scosta in ogni punto</translation>
+    </message>
+    <message>
+        <source>dBm</source>
+        <translation>dBm</translation>
+    </message>
+    <message>
+        <source>Spread - mV</source>
+        <translation>Dispersione - mV</translation>
+    </message>
+    <message>
+        <source>Off - dB</source>
+        <translation>Scarto - dB</translation>
+    </message>
+    <message>
+        <source>&amp;Remove</source>
+        <translation>T&amp;ogli</translation>
+    </message>
+    <message>
+        <source>Removes the points that are selected</source>
+        <translation>Toglie i punti selezionati</translation>
+    </message>
+    <message>
+        <source>The law that the points make</source>
+        <translation>La legge che risulta dai punti</translation>
+    </message>
+    <message>
+        <source>&amp;Apply</source>
+        <translation>&amp;Applica</translation>
+    </message>
+    <message>
+        <source>Takes the law, and writes it into the settings</source>
+        <translation>Adotta la legge e la scrive nelle impostazioni</translation>
+    </message>
+    <message>
+        <source>&amp;Cancel</source>
+        <translation>A&amp;nnulla</translation>
+    </message>
+    <message>
+        <source>Reading the detector ...</source>
+        <translation>Lettura del rivelatore ...</translation>
+    </message>
+    <message>
+        <source>A table holds %1 points.</source>
+        <translation>Una tabella contiene %1 punti.</translation>
+    </message>
+    <message>
+        <source>The volts do not rise or fall all the way with the level: no law.</source>
+        <translation>I volt non salgono né scendono sempre con il livello: nessuna legge.</translation>
+    </message>
+    <message>
+        <source>off by %1 dB at most</source>
+        <translation>scarto massimo %1 dB</translation>
+    </message>
+    <message>
+        <source>%1 points</source>
+        <translation>%1 punti</translation>
+    </message>
+    <message>
+        <source>%1 mV per dB, intercept %2 dBm, %3</source>
+        <translation>%1 mV per dB, intercetta %2 dBm, %3</translation>
+    </message>
+    <message>
+        <source>Closes without any change</source>
+        <translation>Chiude senza cambiare nulla</translation>
+    </message>
+    <message>
+        <source>Points still needed: %1</source>
+        <translation>Punti ancora necessari: %1</translation>
+    </message>
+    <message>
+        <source>mV</source>
+        <translation>mV</translation>
+    </message>
+    <message>
+        <source>%1 readings: %2 mV</source>
+        <translation>%1 letture: %2 mV</translation>
     </message>
 </context>
 <context>
@@ -2003,6 +2273,93 @@
         <source>S&amp;weep</source>
         <translation>S&amp;weep</translation>
     </message>
+    <message>
+        <source>Level</source>
+        <translation>Livello</translation>
+    </message>
+    <message>
+        <source>%1 of %2 samples are beyond the law of the detector</source>
+        <translation>%1 di %2 campioni sono oltre la legge del rivelatore</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::GeneratorBox</name>
+    <message>
+        <source>Generator</source>
+        <translation>Generatore</translation>
+    </message>
+    <message>
+        <source>What the generator does</source>
+        <translation>Che cosa fa il generatore</translation>
+    </message>
+    <message>
+        <source>Frequency - Hz</source>
+        <translation>Frequenza - Hz</translation>
+    </message>
+    <message>
+        <source>The frequency of the generator in Hz</source>
+        <translation>La frequenza del generatore in Hz</translation>
+    </message>
+    <message>
+        <source>&amp;Generator ON</source>
+        <translation>&amp;Generatore ON</translation>
+    </message>
+    <message>
+        <source>Switches the generator on and off</source>
+        <translation>Accende e spegne il generatore</translation>
+    </message>
+    <message>
+        <source>&amp;Down</source>
+        <translation>S&amp;cendi</translation>
+    </message>
+    <message>
+        <source>One step down</source>
+        <translation>Un passo in giù</translation>
+    </message>
+    <message>
+        <source>U&amp;p</source>
+        <translation>Sa&amp;li</translation>
+    </message>
+    <message>
+        <source>One step up</source>
+        <translation>Un passo in su</translation>
+    </message>
+    <message>
+        <source>What &quot;Up&quot; and &quot;Down&quot; change, in Hz</source>
+        <translation>Di quanto cambiano &quot;Sali&quot; e &quot;Scendi&quot;, in Hz</translation>
+    </message>
+    <message>
+        <source>Frequencies that are kept: choose one to use it; type a name and press &quot;Keep&quot; for another</source>
+        <translation>Frequenze memorizzate: sceglierne una per usarla; per un&apos;altra scrivere un nome e premere &quot;Memorizza&quot;</translation>
+    </message>
+    <message>
+        <source>&amp;Keep</source>
+        <translation>Mem&amp;orizza</translation>
+    </message>
+    <message>
+        <source>Keeps the frequency in the memory that is chosen, under the name that stands there</source>
+        <translation>Memorizza la frequenza nella memoria scelta, con il nome che vi sta scritto</translation>
+    </message>
+    <message>
+        <source>Memory %1</source>
+        <translation>Memoria %1</translation>
+    </message>
+    <message>
+        <source>&amp;Generator OFF</source>
+        <translation>&amp;Generatore OFF</translation>
+    </message>
+    <message>
+        <source>The generator is on.</source>
+        <translation>Il generatore è acceso.</translation>
+    </message>
+    <message>
+        <source>The generator is off.</source>
+        <translation>Il generatore è spento.</translation>
+    </message>
+    <message>
+        <source>St&amp;ep - Hz</source>
+        <translation>&amp;Passo - Hz</translation>
+    </message>
 </context>
 <context>
     <name>calvorn::HeightHandle</name>
@@ -2184,6 +2541,107 @@
     <message>
         <source>Some settings could not be read.</source>
         <translation>Alcune impostazioni non sono leggibili.</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::LevelBox</name>
+    <message>
+        <source>Level</source>
+        <translation>Livello</translation>
+    </message>
+    <message>
+        <source>Atten&amp;uator - dB</source>
+        <translation>Attenuatore - &amp;dB</translation>
+    </message>
+    <message>
+        <source>The level at the input, into 50 ohms</source>
+        <translation>Il livello all&apos;ingresso, su 50 ohm</translation>
+    </message>
+    <message>
+        <source>Volts RMS at the input</source>
+        <translation>Volt efficaci all&apos;ingresso</translation>
+    </message>
+    <message>
+        <source>Power into 50 ohms</source>
+        <translation>Potenza su 50 ohm</translation>
+    </message>
+    <message>
+        <source>Against the level at which &quot;Zero&quot; was pressed</source>
+        <translation>Rispetto al livello al quale si è premuto &quot;Azzera&quot;</translation>
+    </message>
+    <message>
+        <source>The lowest and the highest level so far</source>
+        <translation>Il livello più basso e il più alto finora</translation>
+    </message>
+    <message>
+        <source>From -80 to 20 dBm</source>
+        <translation>Da -80 a 20 dBm</translation>
+    </message>
+    <message>
+        <source>&amp;Zero</source>
+        <translation>A&amp;zzera</translation>
+    </message>
+    <message>
+        <source>What stands between the source and the detector; it is added to the level</source>
+        <translation>Che cosa sta fra sorgente e rivelatore; si somma al livello</translation>
+    </message>
+    <message>
+        <source>%1 to %2</source>
+        <translation>da %1 a %2</translation>
+    </message>
+    <message>
+        <source>Beyond the law of the detector.</source>
+        <translation>Oltre la legge del rivelatore.</translation>
+    </message>
+    <message>
+        <source>Below the floor of the detector.</source>
+        <translation>Sotto la soglia del rivelatore.</translation>
+    </message>
+    <message>
+        <source>At full scale: the level may be higher.</source>
+        <translation>A fondo scala: il livello può essere più alto.</translation>
+    </message>
+    <message>
+        <source>&amp;Anew</source>
+        <translation>&amp;Ricomincia</translation>
+    </message>
+    <message>
+        <source>Starts minimum and maximum anew</source>
+        <translation>Ricomincia minimo e massimo</translation>
+    </message>
+    <message>
+        <source>Why the number may be wrong</source>
+        <translation>Perché il numero può essere sbagliato</translation>
+    </message>
+    <message>
+        <source>H&amp;old</source>
+        <translation>&amp;Blocca</translation>
+    </message>
+    <message>
+        <source>Keeps the numbers as they are</source>
+        <translation>Lascia i numeri come sono</translation>
+    </message>
+    <message>
+        <source>Makes the level of this moment 0 dB</source>
+        <translation>Fa del livello di questo momento 0 dB</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::LevelCurve</name>
+    <message>
+        <source>Volts of the detector over the level, and below what the law is off at each point</source>
+        <translation>Volt del rivelatore in funzione del livello, e sotto lo scarto della legge in ogni punto</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::LevelPage</name>
+    <message>
+        <source>A sweep is running: the meter goes on when it has ended.</source>
+        <translation>Uno sweep è in corso: il misuratore riprende quando è finito.</translation>
+    </message>
+    <message>
+        <source>The hardware is not connected.</source>
+        <translation>L&apos;hardware non è collegato.</translation>
     </message>
 </context>
 <context>
@@ -3157,6 +3615,21 @@
     <message>
         <source>Trim the voltage against a known one</source>
         <translation>Regola la tensione con una nota</translation>
+    </message>
+    <message>
+        <source>Calibrate &amp;level</source>
+        <translation>Taratura &amp;livello</translation>
+    </message>
+    <message>
+        <source>Find the law of the detector with known levels</source>
+        <translation>Trovare la legge del rivelatore con livelli noti</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::SignalGenerator</name>
+    <message>
+        <source>A sweep is running: stop it first.</source>
+        <translation>Uno sweep è in corso: fermarlo prima.</translation>
     </message>
 </context>
 <context>

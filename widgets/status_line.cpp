@@ -16,7 +16,22 @@ StatusLine::StatusLine(QWidget *parent)
 
 void StatusLine::showMessage(const QString &text)
 {
-    const QString line = text.simplified();
+    m_message = text.simplified();
+    showBoth();
+}
+
+void StatusLine::setMark(const QString &text)
+{
+    if (text == m_mark)
+        return;
+    m_mark = text;
+    showBoth();
+}
+
+void StatusLine::showBoth()
+{
+    const QString between = m_mark.isEmpty() || m_message.isEmpty() ? QString() : QStringLiteral(" - ");
+    const QString line = m_mark + between + m_message;
     setText(line);
     // A tip is plain text unless it looks like something else.
     setToolTip(Qt::mightBeRichText(line) ? Qt::convertFromPlainText(line) : line);

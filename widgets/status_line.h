@@ -17,10 +17,19 @@ public:
     // A text of several lines becomes one.
     void showMessage(const QString &text);
 
+    // What goes on, ahead of the message, until it is over: an empty text.
+    void setMark(const QString &text);
+
     QSize minimumSizeHint() const override { return {0, fontMetrics().height()}; }
 
 protected:
     void paintEvent(QPaintEvent *event) override;
+
+private:
+    void showBoth();
+
+    QString m_mark;
+    QString m_message;
 };
 
 } // namespace calvorn

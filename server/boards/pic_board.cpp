@@ -192,7 +192,8 @@ int PicBoard::measure()
     m_phase += product(m_stepHz);
     generatorSet(word);
     const DdsOutput output = ddsOutput(word, m_settings.clockHz);
-    m_detector.setLevel(detectorVolts(output.amplitude * m_settings.device.responseAt(output.hertz)), m_now);
+    m_detector.setLevel(m_settings.detector.volts(output.amplitude * m_settings.device.responseAt(output.hertz)),
+                        m_now);
     m_now += kSampleTime;
     return convertedCount(m_detector.read(m_now), kConverterReferenceVolts, kCounts);
 }

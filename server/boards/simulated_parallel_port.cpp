@@ -63,7 +63,7 @@ SimulatedParallelPort::SimulatedParallelPort(const SimulatorSettings &settings, 
         throw PortError(
             QCoreApplication::translate("ParallelPort", "The simulated parallel port has been told to refuse.")
                 .toStdString());
-    m_detector.setLevel(detectorVolts(0.0), m_pace.now());
+    m_detector.setLevel(m_settings.detector.volts(0.0), m_pace.now());
 }
 
 SimulatedParallelPort::LevelTable SimulatedParallelPort::levelTable(const LptWiring &lines, PortRegister portRegister)
@@ -156,7 +156,7 @@ void SimulatedParallelPort::driveDds()
     m_updatesSeen = m_dds->updates();
     const DdsOutput &output = m_dds->output();
     const double signal = output.amplitude * m_settings.device.responseAt(output.hertz);
-    m_detector.setLevel(detectorVolts(signal), m_pace.now());
+    m_detector.setLevel(m_settings.detector.volts(signal), m_pace.now());
 }
 
 // True while the clock is high after an edge that does not reach the chip.

@@ -9,6 +9,9 @@ namespace calvorn {
 
 namespace {
 
+constexpr double kLowestSimulatedDbm = -100.0;
+constexpr double kHighestSimulatedDbm = 40.0;
+
 QString ownOrConfigured(const QString &path, const SettingKey &own, const SettingKey &configured)
 {
     const QString text = readText(path, own);
@@ -57,6 +60,10 @@ SimulatorSettings readSimulatorSettings(const QString &path)
         settings.seed = seed;
 
     settings.fault = simulatorFaultFromName(readTextOrDefault(path, kSimulatorFault));
+    settings.detector.kind = detectorFromName(readTextOrDefault(path, kSimulatedDetector));
+    const double level = readTextOrDefault(path, kSimulatedLevel).toDouble(&ok);
+    if (ok && level >= kLowestSimulatedDbm && level <= kHighestSimulatedDbm)
+        settings.detector.level = level;
     settings.chip = ddsChipFromName(ownOrConfigured(path, kSimulatedChip, kDdsDevice)).value_or(settings.chip);
     settings.adc = serialAdcFromName(ownOrConfigured(path, kSimulatedAdc, kAdcDevice)).value_or(settings.adc);
     const double clock = ownOrConfigured(path, kSimulatedClock, kDdsXtalFreq).toDouble(&ok);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "server/boards/detector_model.h"
 #include "server/boards/device_under_test.h"
 #include "server/links/serial_adc.h"
 #include "server/synthesiser/dds_clock.h"
@@ -38,6 +39,8 @@ inline constexpr double kHighestSimulatedClockHz = 1e12;
 //   Pace    none = as fast as it can; anything else = at the pace of real hardware
 //   Seed    whole number that the noise starts from
 //   Fault   none, drop, corrupt, add, refuse, silence, half, unplug, chatter, garbage
+//   Detector  linear, log, diode
+//   Level   dBm at the detector when nothing is lost on the way, -100 to 40
 //   Chip, Clock, ADC  what is on the board: generator chip, its reference clock in Hz (1 to 1e12), converter (8bit,
 //           10bit); without them the chip, the crystal and the converter of the configuration
 // protocol/simulator_keys.h has the defaults; a text that cannot be read leaves the values below.
@@ -48,6 +51,7 @@ struct SimulatorSettings
     int haste = 1; // how many times faster a paced parallel-port board is than the real one; not in the file
     std::uint64_t seed = 1;
     SimulatorFault fault = SimulatorFault::None;
+    DetectorCircuit detector{};
     DdsChip chip = kDefaultDdsChip;
     double clockHz = kDefaultXtalHz;
     SerialAdcType adc = kTlc1549;

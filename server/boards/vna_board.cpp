@@ -105,7 +105,7 @@ void VnaBoard::measure()
     const DdsOutput output = ddsOutput(m_word, m_settings.clockHz);
     const DeviceUnderTest &device = m_settings.device;
     const double ratio = m_transmission ? device.responseAt(output.hertz) : device.reflectionAt(output.hertz);
-    m_levelDetector.setLevel(detectorVolts(output.amplitude * ratio), m_now);
+    m_levelDetector.setLevel(m_settings.detector.volts(output.amplitude * ratio), m_now);
     m_phaseDetector.setLevel(kVoltsPerDegree * degreesOfCable(output.hertz), m_now);
     m_now += kSampleTime;
 

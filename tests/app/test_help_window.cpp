@@ -132,6 +132,7 @@ void TestHelpWindow::f1OpensThePageOfADialog_data()
     QTest::newRow("configuration") << QStringLiteral("mnuConfig") << QStringLiteral("setup.html");
     QTest::newRow("generator") << QStringLiteral("mnuCalibraDDS") << QStringLiteral("calibration.html#generator");
     QTest::newRow("detector") << QStringLiteral("mnuCalibraDetector") << QStringLiteral("calibration.html#detector");
+    QTest::newRow("level") << QStringLiteral("mnuCalibraLevel") << QStringLiteral("calibration.html#level");
     QTest::newRow("preferences") << QStringLiteral("mnuPreferences") << QStringLiteral("preferences.html");
     QTest::newRow("about") << QStringLiteral("mnuAbout") << QStringLiteral("about.html");
 }

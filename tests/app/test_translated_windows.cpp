@@ -236,7 +236,8 @@ void TestTranslatedWindows::theOtherDialogsHaveRoomForTheirTexts()
     speak();
     for (const int interfaceType : {1, 2, 3}) {
         const WindowBench bench(m_server.program(), settings(interfaceType));
-        for (const char *entry : {"mnuCalibraDDS", "mnuCalibraDetector", "mnuPreferences", "mnuAbout"}) {
+        for (const char *entry :
+             {"mnuCalibraDDS", "mnuCalibraDetector", "mnuCalibraLevel", "mnuPreferences", "mnuAbout"}) {
             QSize size;
             test::whileModal([&size](QWidget &dialog) {
                 checkDialog(dialog);

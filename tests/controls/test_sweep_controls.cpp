@@ -44,6 +44,8 @@ public:
     void parkAtChangedStart() override { calls.append(QStringLiteral("park")); }
     void sendFrequency() override { calls.append(QStringLiteral("frequency")); }
     void resetGenerator() override { calls.append(QStringLiteral("reset")); }
+    void generate(std::int32_t hertz) override { calls.append(QStringLiteral("generate %1").arg(hertz)); }
+    void silence() override { calls.append(QStringLiteral("silence")); }
     void setSpeed(std::int16_t code) override { calls.append(QStringLiteral("speed %1").arg(code)); }
 
     std::function<void()> whileStarting;
@@ -52,7 +54,7 @@ protected:
     ErrorReaction hardwareReactionTo(std::int16_t) const override { return ErrorReaction::Ignore; }
     void attach(const QDBusConnection &, const QString &) override {}
     bool configureHardware() override { return true; }
-    bool runPlan() override { return true; }
+    bool runPlan(const SweepAxis &) override { return true; }
     void releaseHardware() override {}
     QDBusPendingReply<bool> askWhetherWorking() override { return {}; }
 };

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 // The keys that the programs know, the page that explains them, and the file that comes with the program agree.
+#include "core/detector_settings.h"
 #include "core/settings_table.h"
 #include "protocol/aux_settings.h"
 #include "protocol/lpt_wiring_parser.h"
 #include "protocol/port_error.h"
 #include "protocol/simulator_keys.h"
+#include "tests/support/settings_page.h"
 
 #include <QDir>
 #include <QFile>
@@ -16,50 +18,6 @@
 using namespace calvorn;
 
 namespace {
-
-QString read(const QString &path)
-{
-    QFile file(QStringLiteral(CALVORN_SOURCE_DIR "/") + path);
-    if (!file.open(QIODevice::ReadOnly))
-        qFatal("cannot read %s", qPrintable(path));
-    return QString::fromUtf8(file.readAll());
-}
-
-struct PageRow
-{
-    QString key;
-    QString kind;
-    QString fallback;
-    QStringList written;
-};
-
-// docs/settings.md: the rows of a section, in their order.
-QVector<PageRow> rowsOfPage(const QString &section)
-{
-    QVector<PageRow> rows;
-    bool isHere = false;
-    for (const QString &line : read(QStringLiteral("docs/settings.md")).split(u'\n')) {
-        if (line.startsWith(u"## "))
-            isHere = line == QStringLiteral("## [%1]").arg(section);
-        if (!isHere || !line.startsWith(u"| ") || line.startsWith(u"| key |"))
-            continue;
-        const QStringList cells = line.split(u'|');
-        const auto cell = [&cells](qsizetype index) { return cells.value(index).trimmed(); };
-        rows.append({cell(1), cell(2), cell(3), cell(4).split(QStringLiteral(", "), Qt::SkipEmptyParts)});
-    }
-    return rows;
-}
-
-QStringList sectionsOfPage()
-{
-    static const QRegularExpression name(QStringLiteral(R"(\[([^\]]+)\])"));
-    QStringList sections;
-    for (const QString &line : read(QStringLiteral("docs/settings.md")).split(u'\n'))
-        if (line.startsWith(u"## "))
-            for (auto match = name.globalMatch(line); match.hasNext();)
-                sections.append(match.next().captured(1));
-    return sections;
-}
 
 QString nameOf(SettingKind kind)
 {
@@ -101,14 +59,6 @@ QStringList keysOfTable(const QString &section)
     return keys;
 }
 
-QStringList keysOf(const QVector<SettingKey> &settings)
-{
-    QStringList keys;
-    for (const SettingKey &key : settings)
-        keys.append(QString::fromLatin1(key.name) + u'=' + QString::fromLatin1(key.fallback));
-    return keys;
-}
-
 QVector<SettingKey> outputKeys(std::size_t index)
 {
     const AuxKeys &keys = kAuxKeys[index];
@@ -118,14 +68,6 @@ QVector<SettingKey> outputKeys(std::size_t index)
     if (index == 1)
         all += {kPotMax, kPotMin, kI2cControl, kI2cCommand};
     return all;
-}
-
-QStringList keysOfPage(const QString &section)
-{
-    QStringList keys;
-    for (const PageRow &row : rowsOfPage(section))
-        keys.append(row.key + u'=' + row.fallback);
-    return keys;
 }
 
 QVector<ProfileEntry> preparedEntries(const QString &section)
@@ -156,6 +98,7 @@ private slots:
     void thePageHasEverySection();
     void thePageHasEveryKeyAndDefault();
     void thePageSaysWhatAValueIsAndWhoWritesIt();
+    void thePageHasTheLawsOfTheDetector();
     void thePageHasTheOutputs();
     void thePageHasTheSimulatedBoards();
     void thePageHasTheWiring();
@@ -170,9 +113,9 @@ private slots:
 void TestSettingsTable::thePageHasEverySection()
 {
     QStringList sections = tableSections();
-    sections += QStringList{"Aux1",       "Aux2",  "Interface1", "Interface2", "Interface3", "Simulator",
-                            "LPT Wiring", "Ports", "Attenuator", "Measure",    "View"};
-    QStringList documented = sectionsOfPage();
+    sections += QStringList{"Aux1",  "Aux2",       "Interface1", "Interface2", "Interface3", "Simulator", "LPT Wiring",
+                            "Ports", "Attenuator", "Measure",    "View",       "Detector",   "Level",     "Generator"};
+    QStringList documented = test::sectionsOfPage();
     std::sort(sections.begin(), sections.end());
     std::sort(documented.begin(), documented.end());
     QCOMPARE(documented, sections);
@@ -183,19 +126,22 @@ void TestSettingsTable::thePageHasEveryKeyAndDefault()
     QCOMPARE(tableSections(), (QStringList{"Config", "Debug", "Parallel Port", "Serial Port", "Calvorn"}));
     qsizetype keys = 0;
     for (const QString &section : tableSections()) {
-        QCOMPARE(keysOfPage(section), keysOfTable(section));
-        keys += keysOfPage(section).size();
+        QStringList known = keysOfTable(section);
+        if (section == QLatin1String(kAdcLaw.section))
+            known += test::keysOf({kAdcLaw});
+        QCOMPARE(test::keysOfPage(section), known);
+        keys += test::keysOfPage(section).size();
     }
-    QCOMPARE(keys, 32);
+    QCOMPARE(keys, 33);
 }
 
 void TestSettingsTable::thePageSaysWhatAValueIsAndWhoWritesIt()
 {
     for (const SettingRow &row : settingsTable()) {
         const QString key = QString::fromLatin1(row.key.name);
-        const QVector<PageRow> rows = rowsOfPage(QString::fromLatin1(row.key.section));
+        const QVector<test::SettingsRow> rows = test::rowsOfPage(QString::fromLatin1(row.key.section));
         const auto found =
-            std::find_if(rows.begin(), rows.end(), [&](const PageRow &other) { return other.key == key; });
+            std::find_if(rows.begin(), rows.end(), [&](const test::SettingsRow &other) { return other.key == key; });
         QVERIFY2(found != rows.end(), row.key.name);
         QCOMPARE(key + u' ' + found->kind, key + u' ' + nameOf(row.kind));
         QStringList writers;
@@ -209,10 +155,22 @@ void TestSettingsTable::thePageSaysWhatAValueIsAndWhoWritesIt()
     }
 }
 
+void TestSettingsTable::thePageHasTheLawsOfTheDetector()
+{
+    QStringList known = test::keysOf({kDetectorSlope, kDetectorIntercept});
+    known.append(QStringLiteral("Point 1="));
+    QCOMPARE(test::keysOfPage(QString::fromLatin1(kDetectorSection)), known);
+    // The file that comes with the program says nothing of them.
+    QStringList faults;
+    QCOMPARE(readDetectorLaw(Profile(QStringLiteral(CALVORN_SOURCE_DIR "/packaging/Calvorn.ini")), faults),
+             DetectorLaw());
+    QVERIFY(faults.isEmpty());
+}
+
 void TestSettingsTable::thePageHasTheOutputs()
 {
-    QCOMPARE(keysOfPage(QStringLiteral("Aux1")), keysOf(outputKeys(0)));
-    QCOMPARE(keysOfPage(QStringLiteral("Aux2")), keysOf(outputKeys(1)));
+    QCOMPARE(test::keysOfPage(QStringLiteral("Aux1")), test::keysOf(outputKeys(0)));
+    QCOMPARE(test::keysOfPage(QStringLiteral("Aux2")), test::keysOf(outputKeys(1)));
     for (const SettingKey &key : outputKeys(0))
         QCOMPARE(QString::fromLatin1(key.section), QStringLiteral("Aux1"));
     for (const SettingKey &key : outputKeys(1))
@@ -221,7 +179,8 @@ void TestSettingsTable::thePageHasTheOutputs()
 
 void TestSettingsTable::thePageHasTheSimulatedBoards()
 {
-    QCOMPARE(keysOfPage(QStringLiteral("Simulator")), keysOf({kSimulatorKeys.begin(), kSimulatorKeys.end()}));
+    QCOMPARE(test::keysOfPage(QStringLiteral("Simulator")),
+             test::keysOf({kSimulatorKeys.begin(), kSimulatorKeys.end()}));
     for (const SettingKey &key : kSimulatorKeys)
         QCOMPARE(QString::fromLatin1(key.section), QStringLiteral("Simulator"));
 }
@@ -229,10 +188,10 @@ void TestSettingsTable::thePageHasTheSimulatedBoards()
 // Each key of the page is one that the reader takes, and with its default it changes nothing.
 void TestSettingsTable::thePageHasTheWiring()
 {
-    const QVector<PageRow> rows = rowsOfPage(QStringLiteral("LPT Wiring"));
+    const QVector<test::SettingsRow> rows = test::rowsOfPage(QStringLiteral("LPT Wiring"));
     QCOMPARE(rows.size(), static_cast<qsizetype>(kLptLineCount) + 1);
     QVector<ProfileEntry> entries;
-    for (const PageRow &row : rows)
+    for (const test::SettingsRow &row : rows)
         entries.append({QStringLiteral("LPT Wiring"), row.key, row.fallback});
     QStringList keys = namesOf(entries);
     QCOMPARE(keys.removeDuplicates(), 0);
@@ -246,7 +205,7 @@ void TestSettingsTable::thePageHasTheWiring()
                  qPrintable(rows[static_cast<qsizetype>(i) + 1].key));
     }
     // Each row is for the line that it names.
-    for (const PageRow &row : rows)
+    for (const test::SettingsRow &row : rows)
         QVERIFY_THROWS_EXCEPTION(PortError,
                                  parseBoardWiring({{QStringLiteral("LPT Wiring"), row.key, QStringLiteral("D9")}}));
 }
@@ -278,7 +237,7 @@ void TestSettingsTable::thePreparedInterfacesHaveTheKeysOfTheHardware()
 void TestSettingsTable::thePreparedOutputsAndBoardsAreKnown()
 {
     for (const char *section : {"Aux1", "Aux2", "Simulator"}) {
-        const QStringList known = withoutDefaults(keysOfPage(QString::fromLatin1(section)));
+        const QStringList known = withoutDefaults(test::keysOfPage(QString::fromLatin1(section)));
         const QStringList prepared = namesOf(preparedEntries(QString::fromLatin1(section)));
         QVERIFY(!prepared.isEmpty());
         for (const QString &key : prepared)
@@ -287,10 +246,10 @@ void TestSettingsTable::thePreparedOutputsAndBoardsAreKnown()
     // Nor does it hold a section that nobody knows.
     static const QRegularExpression header(QStringLiteral(R"(^\[(.+)\]$)"), QRegularExpression::MultilineOption);
     int sections = 0;
-    for (auto match = header.globalMatch(read(QStringLiteral("packaging/Calvorn.ini")).remove(u'\r')); match.hasNext();
-         ++sections) {
+    for (auto match = header.globalMatch(test::sourceText(QStringLiteral("packaging/Calvorn.ini")).remove(u'\r'));
+         match.hasNext(); ++sections) {
         const QString section = match.next().captured(1);
-        QVERIFY2(sectionsOfPage().contains(section), qPrintable(section));
+        QVERIFY2(test::sectionsOfPage().contains(section), qPrintable(section));
     }
     QCOMPARE(sections, 11);
 }
@@ -298,15 +257,15 @@ void TestSettingsTable::thePreparedOutputsAndBoardsAreKnown()
 void TestSettingsTable::theDictionaryOfTheFuzzerIsKnown()
 {
     QStringList known;
-    for (const QString &section : sectionsOfPage())
-        known += withoutDefaults(keysOfPage(section));
+    for (const QString &section : test::sectionsOfPage())
+        known += withoutDefaults(test::keysOfPage(section));
     static const QRegularExpression word(QStringLiteral(R"(\x22(?:\[([^\]]+)\]|([^\x22=]+)=)\x22)"));
     int words = 0;
-    for (auto match = word.globalMatch(read(QStringLiteral("fuzz/settings_file_fuzz.dict"))); match.hasNext();
-         ++words) {
+    for (auto match = word.globalMatch(test::sourceText(QStringLiteral("fuzz/settings_file_fuzz.dict")));
+         match.hasNext(); ++words) {
         const QRegularExpressionMatch found = match.next();
         if (!found.captured(1).isEmpty())
-            QVERIFY2(sectionsOfPage().contains(found.captured(1)), qPrintable(found.captured(1)));
+            QVERIFY2(test::sectionsOfPage().contains(found.captured(1)), qPrintable(found.captured(1)));
         else
             QVERIFY2(known.contains(found.captured(2)), qPrintable(found.captured(2)));
     }
@@ -333,14 +292,14 @@ void TestSettingsTable::everySectionThatIsMentionedExists()
     // A link in Markdown has brackets, too.
     static const QRegularExpression mention(QStringLiteral(
         R"(\[([A-Z][A-Za-z0-9]+(?: [A-Z][a-z]+)?)\](?!\()(?: \x22([^\x22]+)\x22| ([A-Z][A-Za-z]+)</td>)?)"));
-    const QString text = read(path);
+    const QString text = test::sourceText(path);
     for (auto match = mention.globalMatch(text); match.hasNext();) {
         const QRegularExpressionMatch found = match.next();
         const QString section = found.captured(1);
-        QVERIFY2(sectionsOfPage().contains(section), qPrintable(section));
+        QVERIFY2(test::sectionsOfPage().contains(section), qPrintable(section));
         const QString key = found.captured(2) + found.captured(3);
         if (!key.isEmpty())
-            QVERIFY2(withoutDefaults(keysOfPage(section)).contains(key), qPrintable(section + u' ' + key));
+            QVERIFY2(withoutDefaults(test::keysOfPage(section)).contains(key), qPrintable(section + u' ' + key));
     }
 }
 

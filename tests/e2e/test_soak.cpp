@@ -379,6 +379,8 @@ void TestSoak::manySweeps()
     soak.start();
     if (measuring) {
         QVERIFY(soak.awaitVectors(2));
+        // With the first picture of a sweep.
+        QTRY_VERIFY(soak.find<QAbstractButton>("cmdStore_0")->isEnabled());
         soak.storeAndLimit();
         QVERIFY(soak.graph->model().legend().size() > 7);
         QVERIFY(!soak.graph->model().limits.empty());

@@ -43,6 +43,10 @@ private slots:
     void namesAreKnown();
     void detectorSettles();
     void noiseIsReproducibleAndSmall();
+    void aLinearDetector();
+    void aLogarithmicDetector_data();
+    void aLogarithmicDetector();
+    void aDiode();
 };
 
 void DeviceUnderTestTest::bandpassIs600KilohertzWide()
@@ -178,6 +182,48 @@ void DeviceUnderTestTest::detectorSettles()
     QVERIFY(near(detector.read(400us), 1.0, 0.006));
     detector.setLevel(0.0, 400us);
     QVERIFY(near(detector.read(420us), std::exp(-1.0), 0.006));
+}
+
+// The level of the simulated source does not count: the linear detector is as it always was.
+void DeviceUnderTestTest::aLinearDetector()
+{
+    for (const double level : {-50.0, 10.0}) {
+        const DetectorCircuit detector{DetectorKind::Linear, level};
+        QVERIFY(near(detector.volts(1.0), 1.0000125, 1e-7));
+        QVERIFY(near(detector.volts(0.1), 0.100125, 1e-6));
+        QVERIFY(near(detector.volts(0.0), 0.005, 1e-12));
+    }
+}
+
+void DeviceUnderTestTest::aLogarithmicDetector_data()
+{
+    QTest::addColumn<double>("level");
+    QTest::addColumn<double>("lossDb");
+    QTest::addColumn<double>("volts");
+    QTest::newRow("10 dBm") << 10.0 << 0.0 << 2.35;
+    QTest::newRow("-10 dBm by loss") << 10.0 << 20.0 << 1.85;
+    QTest::newRow("-10 dBm by level") << -10.0 << 0.0 << 1.85;
+    QTest::newRow("-70 dBm and noise") << -10.0 << 60.0 << 0.35108;
+    QTest::newRow("below the noise") << -10.0 << 200.0 << 0.0;
+}
+
+void DeviceUnderTestTest::aLogarithmicDetector()
+{
+    QFETCH(double, level);
+    QFETCH(double, lossDb);
+    QFETCH(double, volts);
+    const DetectorCircuit detector{DetectorKind::Log, level};
+    QVERIFY(near(detector.volts(std::pow(10.0, -lossDb / 20.0)), volts, 1e-5));
+}
+
+void DeviceUnderTestTest::aDiode()
+{
+    // 10 dBm are 1 V at the peak into 50 ohms; far above the knee the volts follow it, far below its square.
+    const DetectorCircuit detector{DetectorKind::Diode, 10.0};
+    QVERIFY(near(detector.volts(1.0), 2.4 * (std::sqrt(1.0004) - 0.02), 1e-9));
+    QVERIFY(near(detector.volts(1.0) - detector.volts(0.5), 2.4 * 0.4998, 1e-3));
+    QVERIFY(near(detector.volts(0.002) / detector.volts(0.001), 4.0, 0.02));
+    QVERIFY(near(detector.volts(0.0), 0.0, 1e-12));
 }
 
 void DeviceUnderTestTest::noiseIsReproducibleAndSmall()

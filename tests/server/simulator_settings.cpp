@@ -22,6 +22,7 @@ private slots:
     void configGivesTheDefaults();
     void impossibleClocks();
     void faultNames();
+    void detectors();
 
 private:
     QString write(const QByteArray &text);
@@ -54,7 +55,8 @@ void SimulatorSettingsTest::missingFile()
 void SimulatorSettingsTest::everyKey()
 {
     const QByteArray text = "[Config]\r\nDDS Device=AD9850\r\n[Simulator]\r\nDevice=crystal\r\nPace=None\r\nSeed=99\r\n"
-                            "Fault=none\r\nChip=AD9951\r\nClock=25000000\r\nADC=8bit\r\n";
+                            "Fault=none\r\nChip=AD9951\r\nClock=25000000\r\nADC=8bit\r\n"
+                            "Detector=Log\r\nLevel=-12.5\r\n";
     const QString path = write(text);
     const SimulatorSettings settings = readSimulatorSettings(path);
     QCOMPARE(settings.device.kind(), DeviceKind::Crystal);
@@ -64,6 +66,8 @@ void SimulatorSettingsTest::everyKey()
     QCOMPARE(settings.chip, DdsChip::Ad9951);
     QCOMPARE(settings.clockHz, 25e6);
     QCOMPARE(settings.adc.bits, 8);
+    QCOMPARE(settings.detector.kind, DetectorKind::Log);
+    QCOMPARE(settings.detector.level, -12.5);
     QFile file(path);
     QVERIFY(file.open(QIODevice::ReadOnly));
     QCOMPARE(file.readAll(), text);
@@ -101,6 +105,19 @@ void SimulatorSettingsTest::configGivesTheDefaults()
     QCOMPARE(settings.clockHz, 80e6); // a value that is no number leaves the built-in default
     QCOMPARE(settings.adc.bits, 8);
     QCOMPARE(readSimulatorSettings(write("[Config]\nDDS Xtal freq=30000000\n")).clockHz, 30e6);
+}
+
+void SimulatorSettingsTest::detectors()
+{
+    const SimulatorSettings missing = readSimulatorSettings(m_folder.filePath(QStringLiteral("nowhere.ini")));
+    QCOMPARE(missing.detector.kind, DetectorKind::Linear);
+    QCOMPARE(missing.detector.level, 10.0);
+    QCOMPARE(readSimulatorSettings(write("[Simulator]\nDetector=diode\n")).detector.kind, DetectorKind::Diode);
+    for (const char *level : {"", "loud", "nan", "inf", "-101", "41"}) {
+        const QByteArray text = QByteArray("[Simulator]\nDetector=?\nLevel=") + level + '\n';
+        QCOMPARE(readSimulatorSettings(write(text)).detector.kind, DetectorKind::Linear);
+        QCOMPARE(readSimulatorSettings(write(text)).detector.level, 10.0);
+    }
 }
 
 // A clock beyond all whole numbers was undefined behaviour in the PIC board's comparison.

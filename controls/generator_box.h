@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "controls/frequency_box.h"
+#include "core/error_boundary.h"
+#include "instrument/signal_generator.h"
+
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QPushButton>
+
+#include <array>
+
+namespace calvorn {
+
+// The generator as a signal source: its frequency, on and off, steps up and down, ten memories with names.
+class GeneratorBox : public QGroupBox
+{
+    Q_OBJECT
+
+public:
+    static constexpr int kMemories = 10;
+
+    struct Memory
+    {
+        QString name; // empty: nothing is kept here
+        std::int32_t hertz = 0;
+
+        bool operator==(const Memory &) const = default;
+    };
+
+    // What it keeps between runs.
+    struct Choices
+    {
+        std::int32_t hertz = 7'000'000;
+        std::int32_t step = 1000; // Hz
+        std::array<Memory, kMemories> memories;
+
+        bool operator==(const Choices &) const = default;
+    };
+
+    GeneratorBox(const Configuration &configuration, SignalGenerator &generator, Messages &messages,
+                 ErrorBoundary &boundary, QWidget *parent = nullptr);
+
+    Choices choices() const;
+    void restore(const Choices &choices);
+
+    std::int32_t frequency() const { return m_hertz; } // Hz
+
+signals:
+    void frequencyChanged();
+
+private:
+    void buildFrequency();
+    void buildButtons();
+    void buildMemories();
+    void txtGeneratorStep_LostFocus();
+    void cmdGenerator_Click(bool on);
+    void cmdStep_Click(int direction);
+    void cboMemory_Click(int index);
+    void cmdMemory_Click();
+    void showState();
+    void showMemories();
+
+    const Configuration &m_configuration;
+    SignalGenerator &m_generator;
+    Messages &m_messages;
+    ErrorBoundary &m_boundary;
+    std::int32_t m_hertz = 0;
+    std::int32_t m_step = 0;
+    std::array<Memory, kMemories> m_memories;
+    FrequencyBox *m_frequency = nullptr;
+    EntryBox *m_stepBox = nullptr;
+    QPushButton *m_on = nullptr;
+    QComboBox *m_memory = nullptr;
+    QLabel *m_state = nullptr;
+};
+
+} // namespace calvorn

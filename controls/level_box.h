@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "instrument/level_reader.h"
+#include "widgets/real_spin_box.h"
+
+#include <QCheckBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+
+#include <deque>
+#include <optional>
+
+namespace calvorn {
+
+// The level meter: what the detector sees now, in dBm, volts and watts into 50 ohms, with what an attenuator in front
+// of it takes away added. Minimum and maximum since they were begun anew.
+class LevelBox : public QGroupBox
+{
+    Q_OBJECT
+
+public:
+    explicit LevelBox(const Configuration &configuration, QWidget *parent = nullptr);
+
+    void show(const LevelReading &reading);
+
+    // Why there is nothing to read at the moment; an empty text when there is.
+    void showPause(const QString &reason);
+
+    double attenuator() const { return m_attenuator->value(); } // dB
+    void setAttenuator(double decibels) { m_attenuator->setValue(decibels); }
+
+private:
+    void buildNumbers();
+    void buildButtons();
+    void showLevel(double dBm);
+    void showExtremes();
+    // The mean of the last readings, until the level is another one.
+    double smoothed(const LevelReading &reading);
+    QString warningOf(double count) const;
+    void cmdRelative_Click(bool on);
+    void cmdExtremes_Click();
+
+    const Configuration &m_configuration;
+    QLabel *m_level;
+    QLabel *m_volts;
+    QLabel *m_watts;
+    QLabel *m_relative;
+    QLabel *m_extremes;
+    QLabel *m_warning;
+    QProgressBar *m_bar;
+    QPushButton *m_hold;
+    QPushButton *m_zero;
+    RealSpinBox *m_attenuator;
+    std::deque<double> m_recent;       // counts
+    std::optional<double> m_last;      // dBm
+    std::optional<double> m_reference; // dBm
+    std::optional<double> m_lowest;    // dBm
+    std::optional<double> m_highest;   // dBm
+};
+
+} // namespace calvorn

@@ -1,0 +1,183 @@
+// SPDX-License-Identifier: MIT
+#include "controls/level_page.h"
+
+#include "core/number_text.h"
+#include "core/runtime_error.h"
+#include "core/setting_reader.h"
+#include "core/settings_table.h"
+
+#include <QHideEvent>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace calvorn {
+
+namespace {
+
+constexpr SettingKey kAttenuator{"Level", "Attenuator", "0"};         // dB
+constexpr SettingKey kFrequency{"Generator", "Frequency", "7000000"}; // Hz
+constexpr SettingKey kStep{"Generator", "Step", "1000"};              // Hz
+// "name;Hz"
+constexpr std::array<const char *, GeneratorBox::kMemories> kMemoryKeys{"Memory 1", "Memory 2", "Memory 3", "Memory 4",
+                                                                        "Memory 5", "Memory 6", "Memory 7", "Memory 8",
+                                                                        "Memory 9", "Memory 10"};
+
+struct LevelChoices
+{
+    double attenuator = 0.0;
+    GeneratorBox::Choices generator;
+
+    bool operator==(const LevelChoices &) const = default;
+};
+
+LevelChoices readChoices(const QString &settingsFile)
+{
+    SettingReader reader(settingsFile, SettingReader::Defaults::KeepOut);
+    LevelChoices choices;
+    reader.read(choices.attenuator, kAttenuator);
+    reader.read(choices.generator.hertz, kFrequency);
+    reader.read(choices.generator.step, kStep);
+    choices.generator.step = std::max(choices.generator.step, 1);
+    for (std::size_t i = 0; i < kMemoryKeys.size(); ++i) {
+        const QString both = reader.text({"Generator", kMemoryKeys[i], ""});
+        bool isNumber = false;
+        const std::int32_t hertz = both.section(u';', 1).toInt(&isNumber);
+        if (isNumber)
+            choices.generator.memories[i] = {both.section(u';', 0, 0), hertz};
+    }
+    return choices;
+}
+
+QVector<ProfileEntry> entriesOf(const LevelChoices &choices)
+{
+    const NumberText numbers;
+    const auto entry = [](const SettingKey &key, const QString &value) {
+        return ProfileEntry{QString::fromLatin1(key.section), QString::fromLatin1(key.name), value};
+    };
+    QVector<ProfileEntry> entries{entry(kAttenuator, settingText(numbers, choices.attenuator)),
+                                  entry(kFrequency, settingText(numbers, choices.generator.hertz)),
+                                  entry(kStep, settingText(numbers, choices.generator.step))};
+    for (std::size_t i = 0; i < kMemoryKeys.size(); ++i) {
+        const GeneratorBox::Memory &memory = choices.generator.memories[i];
+        if (!memory.name.isEmpty())
+            entries.append(
+                entry({"Generator", kMemoryKeys[i], ""}, memory.name + u';' + QString::number(memory.hertz)));
+    }
+    return entries;
+}
+
+} // namespace
+
+QVector<SettingKey> levelKeys()
+{
+    QVector<SettingKey> keys{kAttenuator, kFrequency, kStep};
+    for (const char *name : kMemoryKeys)
+        keys.push_back({"Generator", name, ""});
+    return keys;
+}
+
+LevelPage::LevelPage(const Configuration &configuration, Instrument &instrument, Messages &messages,
+                     ErrorBoundary &boundary, QWidget *parent)
+    : QWidget(parent)
+    , m_boundary(boundary)
+    , m_generator(configuration, instrument)
+    , m_reader(instrument, this)
+    , m_level(new LevelBox(configuration, this))
+    , m_source(new GeneratorBox(configuration, m_generator, messages, boundary, this))
+{
+    setObjectName(QStringLiteral("pageLevel"));
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins(2, 2, 2, 2);
+    column->addWidget(m_level);
+    column->addWidget(m_source);
+    column->addStretch();
+    connect(&m_reader, &LevelReader::taken, m_level, &LevelBox::show);
+    connect(&m_reader, &LevelReader::paused, this, &LevelPage::showPause);
+    connect(&m_reader, &LevelReader::failed, m_level, &LevelBox::showPause);
+    connect(m_source, &GeneratorBox::frequencyChanged, this, [this] {
+        if (m_reader.isRunning())
+            startReading();
+    });
+}
+
+void LevelPage::restore(const QString &settingsFile)
+{
+    const LevelChoices choices = readChoices(settingsFile);
+    m_level->setAttenuator(choices.attenuator);
+    m_source->restore(choices.generator);
+}
+
+bool LevelPage::save(const QString &settingsFile) const
+{
+    const LevelChoices choices{m_level->attenuator(), m_source->choices()};
+    return choices == readChoices(settingsFile) || writeProfileStrings(settingsFile, entriesOf(choices));
+}
+
+void LevelPage::showPause(LevelReader::Pause why)
+{
+    switch (why) {
+    case LevelReader::Pause::None:
+        m_level->showPause({});
+        break;
+    case LevelReader::Pause::Sweep:
+        m_level->showPause(tr("A sweep is running: the meter goes on when it has ended."));
+        break;
+    case LevelReader::Pause::NotConnected:
+        m_level->showPause(tr("The hardware is not connected."));
+        break;
+    }
+}
+
+void LevelPage::startReading()
+{
+    m_reader.start(m_generator.frequency());
+}
+
+void LevelPage::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    if (event->spontaneous())
+        return;
+    if (m_window)
+        m_window->removeEventFilter(this);
+    m_window = window();
+    m_window->installEventFilter(this);
+    startReading();
+}
+
+bool LevelPage::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::WindowBlocked)
+        m_reader.stop();
+    else if (event->type() == QEvent::WindowUnblocked && isVisible())
+        startReading();
+    return QWidget::eventFilter(watched, event);
+}
+
+void LevelPage::hideEvent(QHideEvent *event)
+{
+    QWidget::hideEvent(event);
+    if (!event->spontaneous())
+        m_boundary.run("Level_Hide", [this] {
+            m_reader.stop();
+            m_generator.switchOff();
+        });
+}
+
+void LevelPage::shutDown()
+{
+    m_reader.stop();
+    try {
+        m_generator.switchOff();
+    } catch (const RuntimeError &) {
+        // The hardware is closed next, whatever it says.
+    }
+}
+
+void LevelPage::generatorParked()
+{
+    m_boundary.run("Level_Resume", [this] { m_generator.resume(); });
+}
+
+} // namespace calvorn

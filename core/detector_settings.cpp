@@ -1,0 +1,172 @@
+// SPDX-License-Identifier: MIT
+#include "core/detector_settings.h"
+
+#include "core/common_functions.h"
+#include "core/number_text.h"
+#include "core/runtime_error.h"
+
+#include <QCoreApplication>
+
+#include <array>
+#include <cmath>
+#include <optional>
+
+namespace calvorn {
+
+namespace {
+
+struct DetectorSettingsTexts
+{
+    Q_DECLARE_TR_FUNCTIONS(Settings)
+};
+
+struct NamedLaw
+{
+    DetectorLaw::Kind kind;
+    const char *name;
+};
+
+constexpr std::array kLaws{NamedLaw{DetectorLaw::Kind::Linear, "linear"}, NamedLaw{DetectorLaw::Kind::Log, "log"},
+                           NamedLaw{DetectorLaw::Kind::Table, "table"}};
+
+QString text(const Profile &profile, const SettingKey &key)
+{
+    return profile.value(QString::fromLatin1(key.section), QString::fromLatin1(key.name));
+}
+
+ProfileEntry entry(const SettingKey &key, const QString &value)
+{
+    return {QString::fromLatin1(key.section), QString::fromLatin1(key.name), value};
+}
+
+QString pointKey(std::size_t number)
+{
+    return QStringLiteral("Point %1").arg(number);
+}
+
+QString pointText(const Profile &profile, std::size_t number)
+{
+    return profile.value(QString::fromLatin1(kDetectorSection), pointKey(number));
+}
+
+QString linearInstead(const char *section, const QString &key, const QString &what)
+{
+    return DetectorSettingsTexts::tr("[%1] \"%2\": %3 The detector counts as linear.")
+        .arg(QString::fromLatin1(section), key, what);
+}
+
+// What does not convert leaves a law that cannot be used.
+double realOf(const Profile &profile, const SettingKey &key)
+{
+    const QString found = text(profile, key);
+    return enteredReal(found.isEmpty() ? QString::fromLatin1(key.fallback) : found).value_or(std::nan(""));
+}
+
+// The points up to the first that is missing or none; its number is then in `bad`.
+std::vector<DetectorLaw::Point> pointsOf(const Profile &profile, std::optional<std::size_t> &bad)
+{
+    std::vector<DetectorLaw::Point> points;
+    for (std::size_t number = 1; number <= DetectorLaw::kMostPoints; ++number) {
+        const QString both = pointText(profile, number);
+        if (both.isEmpty())
+            break;
+        const std::optional<double> volts = enteredReal(both.section(u';', 0, 0));
+        const std::optional<double> dBm = enteredReal(both.section(u';', 1));
+        if (!volts || !dBm) {
+            bad = number;
+            break;
+        }
+        points.push_back({*volts, *dBm});
+    }
+    return points;
+}
+
+QString faultOf(const DetectorLaw &law, const Profile &profile, const std::optional<std::size_t> &badPoint)
+{
+    if (law.kind == DetectorLaw::Kind::Log && !law.isUsable()) {
+        const bool isSlope = !std::isfinite(law.slope) || law.slope == 0.0;
+        const SettingKey &key = isSlope ? kDetectorSlope : kDetectorIntercept;
+        return linearInstead(key.section, QString::fromLatin1(key.name),
+                             isSlope ? DetectorSettingsTexts::tr("\"%1\" is no slope.").arg(text(profile, key))
+                                     : DetectorSettingsTexts::tr("\"%1\" is no level.").arg(text(profile, key)));
+    }
+    if (law.kind != DetectorLaw::Kind::Table)
+        return {};
+    if (badPoint)
+        return linearInstead(
+            kDetectorSection, pointKey(*badPoint),
+            DetectorSettingsTexts::tr("\"%1\" is not \"volts;dBm\".").arg(pointText(profile, *badPoint)));
+    if (law.points.size() < DetectorLaw::kFewestPoints)
+        return linearInstead(kDetectorSection, pointKey(law.points.size() + 1),
+                             DetectorSettingsTexts::tr("A table needs at least two points."));
+    if (const std::size_t turning = law.turningPoint(); turning > 0)
+        return linearInstead(kDetectorSection, pointKey(turning),
+                             DetectorSettingsTexts::tr("The table goes neither up nor down all the way."));
+    return {};
+}
+
+} // namespace
+
+DetectorLaw readDetectorLaw(const Profile &profile, QStringList &faults)
+{
+    DetectorLaw law;
+    std::optional<std::size_t> badPoint;
+    law.slope = realOf(profile, kDetectorSlope);
+    law.intercept = realOf(profile, kDetectorIntercept);
+    law.points = pointsOf(profile, badPoint);
+    const QString name = text(profile, kAdcLaw).trimmed();
+    bool isKnown = name.isEmpty();
+    for (const NamedLaw &known : kLaws) {
+        if (name.compare(QLatin1String(known.name), Qt::CaseInsensitive) != 0)
+            continue;
+        law.kind = known.kind;
+        isKnown = true;
+    }
+    const QString fault = isKnown ? faultOf(law, profile, badPoint)
+                                  : linearInstead(kAdcLaw.section, QString::fromLatin1(kAdcLaw.name),
+                                                  DetectorSettingsTexts::tr("\"%1\" is no law.").arg(name));
+    if (!fault.isEmpty()) {
+        faults.append(fault);
+        law.kind = DetectorLaw::Kind::Linear;
+    }
+    // What the set-up shows while another law is in force.
+    if (!std::isfinite(law.slope))
+        law.slope = DetectorLaw().slope;
+    if (!std::isfinite(law.intercept))
+        law.intercept = DetectorLaw().intercept;
+    return law;
+}
+
+QVector<ProfileEntry> detectorLawEntries(const DetectorLaw &law, const Profile &profile)
+{
+    QStringList faults;
+    if (readDetectorLaw(profile, faults) == law && faults.isEmpty())
+        return {};
+    const NumberText numbers;
+    QVector<ProfileEntry> entries;
+    for (const NamedLaw &known : kLaws)
+        if (known.kind == law.kind)
+            entries.append(entry(kAdcLaw, QString::fromLatin1(known.name)));
+    entries.append(entry(kDetectorSlope, numbers.fromDouble(law.slope)));
+    entries.append(entry(kDetectorIntercept, numbers.fromDouble(law.intercept)));
+    for (std::size_t number = 1; number <= DetectorLaw::kMostPoints; ++number) {
+        QString both;
+        if (number <= law.points.size()) {
+            const DetectorLaw::Point &point = law.points[number - 1];
+            both = numbers.fromDouble(point.volts) + u';' + numbers.fromDouble(point.dBm);
+        }
+        // A point that is no longer there is emptied.
+        if (!both.isEmpty() || !pointText(profile, number).isEmpty())
+            entries.append({QString::fromLatin1(kDetectorSection), pointKey(number), both});
+    }
+    return entries;
+}
+
+void writeDetectorLaw(const DetectorLaw &law, const QString &settingsFile)
+{
+    if (!writeProfileStrings(settingsFile, detectorLawEntries(law, Profile(settingsFile))))
+        throw RuntimeError(RuntimeError::Kind::File,
+                           DetectorSettingsTexts::tr("the law could not be written into %1").arg(settingsFile));
+}
+
+} // namespace calvorn

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "setup/number_entry.h"
+#include "setup/set_up_page.h"
+
+#include <QComboBox>
+#include <QLabel>
+
+namespace calvorn {
+
+// From the volts of the detector to the level at its input: linear, logarithmic with slope and intercept, or the table
+// that a calibration has made. A part of the detector's page.
+class DetectorLawBox : public SetUpPage
+{
+    Q_OBJECT
+
+public:
+    explicit DetectorLawBox(const SetUpContext &context);
+
+    void fill() override;
+
+private:
+    void buildEntries();
+    void cboLaw_Click(int index);
+    void cboPreset_Click(int index);
+    void showLaw();
+    void showPreset();
+
+    QComboBox *m_law = nullptr;
+    QComboBox *m_preset = nullptr;
+    NumberEntry *m_slope = nullptr;
+    NumberEntry *m_intercept = nullptr;
+    QLabel *m_meaning = nullptr;
+};
+
+} // namespace calvorn

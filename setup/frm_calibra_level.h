@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "core/error_boundary.h"
+#include "core/level_calibration.h"
+#include "instrument/level_reader.h"
+#include "setup/level_curve.h"
+#include "widgets/real_spin_box.h"
+
+#include <QDialog>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTableWidget>
+
+namespace calvorn {
+
+// The level calibration: known levels one after the other, each measured, and the law of the detector that they make.
+// "Apply" takes the law into the record and the settings file, and computes the amplitudes of the table anew. Until
+// then nothing is changed.
+class FrmCalibraLevel : public QDialog
+{
+    Q_OBJECT
+
+public:
+    // How many readings make a point.
+    static constexpr int kReadings = 64;
+
+    FrmCalibraLevel(Configuration &configuration, Instrument &instrument, ErrorBoundary &boundary,
+                    QWidget *parent = nullptr);
+
+protected:
+    void showEvent(QShowEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
+
+private:
+    QLayout *buildEntries();
+    QLayout *buildPoints();
+    QLayout *buildButtons();
+    void load();
+    void cmdMeasure_Click();
+    void cmdRemove_Click();
+    void cmdApply_Click();
+    void take(const LevelReading &reading);
+    void measuringEnded(const QString &told);
+    void showPoints();
+    std::optional<DetectorLaw> law() const;
+    QString lawText(const std::optional<DetectorLaw> &law) const;
+
+    Configuration &m_configuration;
+    Instrument &m_instrument;
+    ErrorBoundary &m_boundary;
+    LevelReader m_reader;
+    std::vector<CalibrationPoint> m_points; // by falling level
+    RealSpinBox *m_known;
+    RealSpinBox *m_attenuator;
+    QPushButton *m_measure;
+    QPushButton *m_remove = nullptr;
+    QPushButton *m_apply = nullptr;
+    QTableWidget *m_list = nullptr;
+    QRadioButton *m_log = nullptr;
+    QRadioButton *m_table = nullptr;
+    LevelCurve *m_curve = nullptr;
+    QLabel *m_result = nullptr;
+    QLabel *m_told = nullptr;
+};
+
+} // namespace calvorn

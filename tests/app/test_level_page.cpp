@@ -1,0 +1,258 @@
+// SPDX-License-Identifier: MIT
+// Level meter and generator on the last page of the panel, on the three simulated boards, with the hands of a person.
+#include "tests/support/interface_settings.h"
+#include "tests/support/quiet_time.h"
+#include "tests/support/settings_page.h"
+#include "tests/support/window_bench.h"
+
+#include <QComboBox>
+#include <QDoubleSpinBox>
+#include <QLabel>
+#include <QProgressBar>
+#include <QTabWidget>
+
+#include <cmath>
+
+using namespace calvorn;
+
+namespace {
+
+// A logarithmic detector of 25 mV per dB behind a piece of cable, with this level at it. A count is 0.1 dB.
+QByteArray logSettings(int interfaceType, double dBm)
+{
+    const test::ProgramFolder scratch({}, test::crystalSettings(static_cast<std::int16_t>(interfaceType)));
+    scratch.set("Config", "ADC Step", QString::number(2.5 / 1024.0, 'g', 17));
+    scratch.set("Config", "ADC Offset", QStringLiteral("0"));
+    scratch.set("Config", "ADC Law", QStringLiteral("log"));
+    scratch.set("Simulator", "Device", QStringLiteral("through"));
+    scratch.set("Simulator", "Detector", QStringLiteral("log"));
+    scratch.set("Simulator", "Level", QString::number(dBm));
+    QFile file(scratch.iniPath());
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+struct Bench : test::WindowBench
+{
+    explicit Bench(int interfaceType, double dBm = -20.0)
+        : WindowBench(test::ProgramFolder::builtFile(QStringLiteral("CalvornAsync")), logSettings(interfaceType, dBm))
+    {
+    }
+
+    void openPage() const
+    {
+        QTest::keyClick(window.get(), Qt::Key_M, Qt::ControlModifier);
+        find<QTabWidget>("tabMeasure")->setCurrentIndex(3);
+    }
+
+    // dBm; not a number while none is shown.
+    double level() const
+    {
+        const QString text = label("lblLevel");
+        bool isNumber = false;
+        const double value = text.section(u' ', 0, 0).toDouble(&isNumber);
+        return isNumber && text.endsWith(QLatin1String(" dBm")) ? value : std::nan("");
+    }
+    bool reads(double dBm, double off = 0.15) const
+    {
+        return QTest::qWaitFor([&] { return std::abs(level() - dBm) <= off; }, 5'000);
+    }
+};
+
+void addInterfaces()
+{
+    QTest::addColumn<int>("interfaceType");
+    QTest::newRow("PIC") << int{kInterfacePic};
+    QTest::newRow("parallel port") << int{kInterfaceLpt};
+    QTest::newRow("MiniVNA") << int{kInterfaceVna};
+}
+
+} // namespace
+
+class TestLevelPage : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void theLevelIsRead_data() { addInterfaces(); }
+    void theLevelIsRead();
+    void aSweepComesFirst_data() { addInterfaces(); }
+    void aSweepComesFirst();
+    void holdZeroAndAttenuator();
+    void warnings();
+    void theGenerator_data() { addInterfaces(); }
+    void theGenerator();
+    void memoriesAndStepsAreKept();
+    void theSettingsAreExplained();
+    void nothingRunsWhileItIsClosed_data() { addInterfaces(); }
+    void nothingRunsWhileItIsClosed();
+};
+
+void TestLevelPage::theLevelIsRead()
+{
+    QFETCH(int, interfaceType);
+    Bench bench(interfaceType);
+    QVERIFY(bench.started);
+    bench.openPage();
+    // On the parallel port the generator stands on the start frequency, elsewhere the meter sweeps around its own.
+    QVERIFY2(bench.reads(-20.0), qPrintable(bench.label("lblLevel")));
+    QCOMPARE(bench.label("lblLevelWarning"), QString());
+    // Within a count, 0.1 dB, however long one looks; the number has one decimal.
+    test::pauseOfAPerson(1'000);
+    for (int look = 0; look < 20; ++look) {
+        test::pauseOfAPerson(100);
+        QVERIFY2(std::abs(bench.level() + 20.0) < 0.15, qPrintable(bench.label("lblLevel")));
+    }
+    // -20 dBm are 22.4 mV and 10 µW.
+    QVERIFY2(bench.label("lblLevelVolts").endsWith(QLatin1String(" mV")), qPrintable(bench.label("lblLevelVolts")));
+    QVERIFY(std::abs(bench.label("lblLevelVolts").section(u' ', 0, 0).toDouble() - 22.36) < 0.6);
+    QVERIFY2(bench.label("lblLevelWatts").endsWith(QStringLiteral(" µW")), qPrintable(bench.label("lblLevelWatts")));
+    QVERIFY(std::abs(bench.find<QProgressBar>("barLevel")->value() + 200) <= 3);
+    // The table knows nothing of it.
+    QVERIFY(!bench.table()->hasSweep());
+    QVERIFY(bench.desktop.boxes.isEmpty());
+}
+
+void TestLevelPage::aSweepComesFirst()
+{
+    QFETCH(int, interfaceType);
+    Bench bench(interfaceType);
+    bench.openPage();
+    QVERIFY(bench.reads(-20.0));
+    QSignalSpy stored(&bench.station->instrument.conversion(), &SampleConversion::vectorStored);
+    bench.click("cmdStart");
+    QVERIFY(QTest::qWaitFor([&] { return stored.count() >= 3; }, 10'000));
+    QVERIFY(
+        QTest::qWaitFor([&] { return bench.label("lblLevelWarning").contains(QLatin1String("sweep is running")); }));
+    QCOMPARE(bench.table()->axis()->start, 8'950'000);
+    QCOMPARE(bench.table()->frequency(1), 8'950'000);
+    bench.click("cmdStop");
+    QVERIFY(QTest::qWaitFor([&] { return !bench.station->instrument.isSweeping(); }, 5'000));
+    QVERIFY(QTest::qWaitFor([&] { return bench.label("lblLevelWarning").isEmpty(); }, 5'000));
+    QVERIFY(bench.reads(-20.0));
+    QVERIFY(bench.desktop.boxes.isEmpty());
+}
+
+void TestLevelPage::holdZeroAndAttenuator()
+{
+    Bench bench(kInterfaceLpt);
+    bench.openPage();
+    QVERIFY(bench.reads(-20.0));
+    bench.click("cmdZero");
+    QVERIFY(QTest::qWaitFor([&] { return bench.label("lblLevelRelative").endsWith(QLatin1String(" dB")); }));
+    bench.find<QDoubleSpinBox>("spinAttenuator")->setValue(30.0);
+    QVERIFY(bench.reads(10.0));
+    QVERIFY(std::abs(bench.label("lblLevelRelative").section(u' ', 0, 0).toDouble() - 30.0) < 0.4);
+    bench.click("cmdHold");
+    bench.find<QDoubleSpinBox>("spinAttenuator")->setValue(0.0);
+    test::pauseOfAPerson(500);
+    QVERIFY(std::abs(bench.level() - 10.0) <= 0.2);
+    bench.click("cmdHold");
+    QVERIFY(bench.reads(-20.0));
+    // The extremes remember both.
+    QVERIFY2(bench.label("lblLevelExtremes").contains(QLatin1String("-20.")) ||
+                 bench.label("lblLevelExtremes").contains(QLatin1String("-19.")),
+             qPrintable(bench.label("lblLevelExtremes")));
+    bench.click("cmdExtremes");
+    QVERIFY(QTest::qWaitFor([&] { return !bench.label("lblLevelExtremes").contains(QLatin1String("10.")); }));
+}
+
+void TestLevelPage::warnings()
+{
+    {
+        Bench low(kInterfaceLpt, -100.0);
+        low.openPage();
+        QVERIFY(QTest::qWaitFor([&] { return low.label("lblLevelWarning").contains(QLatin1String("floor")); }, 5'000));
+    }
+    Bench high(kInterfaceLpt, 40.0);
+    high.openPage();
+    QVERIFY(
+        QTest::qWaitFor([&] { return high.label("lblLevelWarning").contains(QLatin1String("full scale")); }, 5'000));
+}
+
+void TestLevelPage::theGenerator()
+{
+    QFETCH(int, interfaceType);
+    Bench bench(interfaceType);
+    bench.openPage();
+    QCOMPARE(bench.label("lblGenerator"), QStringLiteral("The generator is off."));
+    bench.type("txtGenerator", QStringLiteral("5000000"));
+    bench.click("cmdGenerator");
+    QCOMPARE(bench.label("lblGenerator"), QStringLiteral("The generator is on."));
+    QVERIFY(bench.reads(-20.0));
+    bench.click("cmdGeneratorUp");
+    QCOMPARE(bench.text("txtGenerator"), QStringLiteral("5,001,000"));
+    bench.click("cmdGeneratorDown");
+    bench.click("cmdGeneratorDown");
+    QCOMPARE(bench.text("txtGenerator"), QStringLiteral("4,999,000"));
+    // A sweep takes it, and while it runs the generator cannot be switched on.
+    bench.click("cmdStart");
+    QVERIFY(QTest::qWaitFor([&] { return bench.station->instrument.isSweeping(); }));
+    QCOMPARE(bench.label("lblGenerator"), QStringLiteral("The generator is off."));
+    bench.click("cmdGenerator");
+    QVERIFY2(bench.label("lblGenerator").contains(QLatin1String("stop it first")),
+             qPrintable(bench.label("lblGenerator")));
+    bench.click("cmdStop");
+    QVERIFY(QTest::qWaitFor([&] { return !bench.station->instrument.isSweeping(); }, 5'000));
+    bench.click("cmdGenerator");
+    QCOMPARE(bench.label("lblGenerator"), QStringLiteral("The generator is on."));
+    bench.click("cmdGenerator");
+    QCOMPARE(bench.label("lblGenerator"), QStringLiteral("The generator is off."));
+    QVERIFY(bench.desktop.boxes.isEmpty());
+}
+
+void TestLevelPage::memoriesAndStepsAreKept()
+{
+    Bench bench(kInterfaceLpt);
+    bench.openPage();
+    bench.type("txtGenerator", QStringLiteral("14060000"));
+    bench.type("txtGeneratorStep", QStringLiteral("500"));
+    auto *memory = bench.find<QComboBox>("cboMemory");
+    QCOMPARE(memory->count(), 10);
+    memory->setCurrentIndex(2);
+    memory->setEditText(QStringLiteral("QRP 20 m"));
+    bench.click("cmdMemory");
+    QCOMPARE(memory->itemText(2), QStringLiteral("QRP 20 m"));
+    bench.type("txtGenerator", QStringLiteral("7000000"));
+    bench.window->close();
+    bench.open();
+    QTest::keyClick(bench.window.get(), Qt::Key_M, Qt::ControlModifier);
+    if (!bench.find<QTabWidget>("tabMeasure")->isVisible())
+        QTest::keyClick(bench.window.get(), Qt::Key_M, Qt::ControlModifier);
+    memory = bench.find<QComboBox>("cboMemory");
+    QCOMPARE(memory->itemText(2), QStringLiteral("QRP 20 m"));
+    QCOMPARE(bench.text("txtGeneratorStep"), QStringLiteral("500"));
+    QCOMPARE(bench.text("txtGenerator"), QStringLiteral("7,000,000"));
+    memory->setCurrentIndex(2);
+    emit memory->activated(2);
+    QCOMPARE(bench.text("txtGenerator"), QStringLiteral("14,060,000"));
+}
+
+void TestLevelPage::theSettingsAreExplained()
+{
+    const QStringList documented =
+        test::keysOfPage(QStringLiteral("Level")) + test::keysOfPage(QStringLiteral("Generator"));
+    QCOMPARE(documented, test::keysOf(levelKeys()));
+    QCOMPARE(documented.size(), 13);
+}
+
+void TestLevelPage::nothingRunsWhileItIsClosed()
+{
+    QFETCH(int, interfaceType);
+    Bench bench(interfaceType);
+    bench.openPage();
+    QVERIFY(bench.reads(-20.0));
+    bench.click("cmdGenerator");
+    bench.find<QTabWidget>("tabMeasure")->setCurrentIndex(0);
+    auto *level = bench.find<QLabel>("lblLevel");
+    level->setText(QStringLiteral("untouched"));
+    QSignalSpy taken(bench.driver(), &AcquisitionDriver::readingTaken);
+    test::pauseOfAPerson(600); // nothing may come
+    QCOMPARE(level->text(), QStringLiteral("untouched"));
+    QCOMPARE(taken.count(), 0);
+    QCOMPARE(bench.find<QLabel>("lblGenerator")->text(), QStringLiteral("The generator is off."));
+    bench.find<QTabWidget>("tabMeasure")->setCurrentIndex(3);
+    QVERIFY(bench.reads(-20.0));
+}
+
+QTEST_MAIN(TestLevelPage)
+#include "test_level_page.moc"

@@ -1,0 +1,214 @@
+// SPDX-License-Identifier: MIT
+// Levels from the volts of detectors that are not linear, against the numbers of their data sheets.
+#include "core/detector_law.h"
+
+#include "core/common_functions.h"
+#include "core/detector_calibration.h"
+
+#include <QTest>
+
+#include <cmath>
+#include <limits>
+
+using namespace calvorn;
+
+namespace {
+
+bool isNear(double value, double expected, double bound)
+{
+    if (std::abs(value - expected) <= bound)
+        return true;
+    qWarning("%.12g, expected %.12g within %.3g", value, expected, bound);
+    return false;
+}
+
+DetectorLaw logarithmic(double slope, double intercept)
+{
+    DetectorLaw law;
+    law.kind = DetectorLaw::Kind::Log;
+    law.slope = slope;
+    law.intercept = intercept;
+    return law;
+}
+
+DetectorLaw table(std::vector<DetectorLaw::Point> points)
+{
+    DetectorLaw law;
+    law.kind = DetectorLaw::Kind::Table;
+    law.points = std::move(points);
+    return law;
+}
+
+} // namespace
+
+class TestDetectorLaw : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void levelsAndVolts();
+    void aLinearDetectorGivesItsVolts();
+    void aLogarithmicDetector_data();
+    void aLogarithmicDetector();
+    void aTableIsInterpolatedInDecibels();
+    void aTableMayFall();
+    void beyondATableItsEndsHold();
+    void theWayBack();
+    void calibrationsFromCounts();
+    void whatCannotBeUsed();
+};
+
+void TestDetectorLaw::levelsAndVolts()
+{
+    // 1 mW into 50 ohms, 1 W, and 1 V RMS.
+    QVERIFY(isNear(voltsOfDbm(0.0), 0.2236068, 1e-7));
+    QVERIFY(isNear(voltsOfDbm(30.0), 7.0710678, 1e-7));
+    QVERIFY(isNear(dBmOfVolts(1.0), 13.0103, 1e-4));
+    for (double level = -120.0; level <= 40.0; level += 7.3)
+        QVERIFY(isNear(dBmOfVolts(voltsOfDbm(level)), level, 1e-9));
+    QCOMPARE(dBmOfVolts(0.0), -std::numeric_limits<double>::infinity());
+    QCOMPARE(dBmOfVolts(-1.0), -std::numeric_limits<double>::infinity());
+}
+
+void TestDetectorLaw::aLinearDetectorGivesItsVolts()
+{
+    const DetectorLaw law;
+    QVERIFY(law.isUsable());
+    for (const double volts : {-0.1, 0.0, 0.123456789, 2.5}) {
+        QCOMPARE(law.inputVolts(volts), volts);
+        QVERIFY(!law.isBeyondEnds(volts));
+    }
+}
+
+void TestDetectorLaw::aLogarithmicDetector_data()
+{
+    QTest::addColumn<int>("preset");
+    QTest::addColumn<double>("volts");
+    QTest::addColumn<double>("level"); // dBm
+    // 25 mV for each dB above -84 dBm.
+    QTest::newRow("AD8307, 0 V") << 0 << 0.0 << -84.0;
+    QTest::newRow("AD8307, -70 dBm") << 0 << 0.35 << -70.0;
+    QTest::newRow("AD8307, 10 dBm") << 0 << 2.35 << 10.0;
+    // 25 mV less for each dB, none left at 20 dBm.
+    QTest::newRow("AD8318, -60 dBm") << 1 << 2.0 << -60.0;
+    QTest::newRow("AD8318, 0 dBm") << 1 << 0.5 << 0.0;
+}
+
+void TestDetectorLaw::aLogarithmicDetector()
+{
+    QFETCH(int, preset);
+    QFETCH(double, volts);
+    QFETCH(double, level);
+    const DetectorPreset &known = kDetectorPresets[preset];
+    const DetectorLaw law = logarithmic(known.slope, known.intercept);
+    QVERIFY(law.isUsable());
+    QVERIFY(isNear(dBmOfVolts(law.inputVolts(volts)), level, 1e-9));
+    QVERIFY(!law.isBeyondEnds(volts));
+}
+
+void TestDetectorLaw::aTableIsInterpolatedInDecibels()
+{
+    const DetectorLaw law = table({{0.01, -30.0}, {0.05, -20.0}, {0.3, -5.0}, {1.2, 10.0}});
+    QVERIFY(law.isUsable());
+    for (const auto &point : law.points)
+        QVERIFY(isNear(dBmOfVolts(law.inputVolts(point.volts)), point.dBm, 1e-9));
+    // Half-way in decibels: the square roots of 0.01 x 0.05 and of 0.05 x 0.3.
+    QVERIFY(isNear(dBmOfVolts(law.inputVolts(0.0223606798)), -25.0, 1e-6));
+    QVERIFY(isNear(dBmOfVolts(law.inputVolts(0.1224744871)), -12.5, 1e-6));
+    // 0 V have no decibels.
+    const DetectorLaw fromZero = table({{0.0, -84.0}, {0.5, -64.0}});
+    QVERIFY(isNear(dBmOfVolts(fromZero.inputVolts(0.25)), -74.0, 1e-9));
+    QVERIFY(isNear(fromZero.detectorVolts(voltsOfDbm(-74.0)), 0.25, 1e-12));
+}
+
+void TestDetectorLaw::aTableMayFall()
+{
+    const DetectorLaw law = table({{0.5, 0.0}, {1.0, -20.0}, {2.0, -60.0}});
+    QVERIFY(law.isUsable());
+    QVERIFY(isNear(dBmOfVolts(law.inputVolts(1.4142135624)), -40.0, 1e-6));
+    QVERIFY(isNear(dBmOfVolts(law.inputVolts(0.4)), 0.0, 1e-9));
+}
+
+void TestDetectorLaw::beyondATableItsEndsHold()
+{
+    const DetectorLaw law = table({{0.1, -30.0}, {0.5, -10.0}});
+    QVERIFY(isNear(dBmOfVolts(law.inputVolts(0.0)), -30.0, 1e-9));
+    QVERIFY(isNear(dBmOfVolts(law.inputVolts(9.0)), -10.0, 1e-9));
+    QVERIFY(law.isBeyondEnds(0.099) && law.isBeyondEnds(0.501));
+    QVERIFY(!law.isBeyondEnds(0.1) && !law.isBeyondEnds(0.3) && !law.isBeyondEnds(0.5));
+}
+
+void TestDetectorLaw::theWayBack()
+{
+    const DetectorLaw rising = table({{0.01, -30.0}, {0.05, -20.0}, {0.3, -5.0}, {1.2, 10.0}});
+    const DetectorLaw falling = table({{0.5, 0.0}, {1.0, -20.0}, {2.0, -60.0}});
+    QVERIFY(rising.isRising() && !falling.isRising());
+    QVERIFY(logarithmic(25.0, -84.0).isRising() && !logarithmic(-25.0, 20.0).isRising());
+    for (const DetectorLaw &law : {DetectorLaw(), logarithmic(25.0, -84.0), logarithmic(-25.0, 20.0), rising, falling})
+        for (const double volts : {0.5, 0.77, 1.2})
+            QVERIFY(isNear(law.detectorVolts(law.inputVolts(volts)), volts, 1e-12));
+    QVERIFY(isNear(rising.detectorVolts(0.0), 0.01, 1e-12));
+    QVERIFY(isNear(rising.detectorVolts(1000.0), 1.2, 1e-12));
+    QVERIFY(isNear(falling.detectorVolts(0.0), 2.0, 1e-12));
+    QVERIFY(isNear(falling.detectorVolts(1000.0), 0.5, 1e-12));
+    QCOMPARE(logarithmic(25.0, -84.0).detectorVolts(0.0), 0.0);
+}
+
+void TestDetectorLaw::calibrationsFromCounts()
+{
+    DetectorCalibration linear{0.0025F, 0.1F, {}, 1023};
+    QVERIFY(isNear(linear.volts(100.0), 0.35, 1e-6));
+    QVERIFY(isNear(linear.countOf(0.3511), 100.0, 0.0));
+    QVERIFY(isNear(linear.countOf(0.0), 0.0, 0.0));
+    QVERIFY(isNear(linear.floor(), 0.10125, 1e-6));
+    // 2.5 mV are 0.1 dB; the floor is half of that above what 0 V say.
+    DetectorCalibration log{0.0025F, 0.0F, logarithmic(25.0, -84.0), 1023};
+    QVERIFY(isNear(dBmOfVolts(log.volts(840.0)), 0.0, 1e-5));
+    QVERIFY(isNear(log.countOf(voltsOfDbm(-70.02)), 140.0, 0.0));
+    QVERIFY(isNear(dBmOfVolts(log.floor()), -83.95, 1e-5));
+    // Silence is 2.55 V with 8 bits of 10 mV: -82 dBm.
+    DetectorCalibration falling{0.01F, 0.0F, logarithmic(-25.0, 20.0), 255};
+    QVERIFY(isNear(dBmOfVolts(falling.floor()), -81.8, 1e-4));
+    DetectorCalibration ends{0.0025F, 0.0F, table({{0.1, -30.0}, {0.5, -10.0}}), 1023};
+    QVERIFY(isNear(dBmOfVolts(ends.floor()), -30.0, 1e-9));
+    QCOMPARE(DetectorCalibration().floor(), 0.0);
+
+    Configuration configuration;
+    configuration.adcStep = 0.01F;
+    configuration.adcDevice = QStringLiteral("8bit");
+    QCOMPARE(detectorOf(configuration).highestCount, 255);
+    configuration.adcDevice = QStringLiteral("10bit");
+    configuration.detectorLaw = logarithmic(25.0, -84.0);
+    QCOMPARE(detectorOf(configuration).highestCount, 1023);
+    QVERIFY(detectorOf(configuration).law == configuration.detectorLaw);
+    // Of cells: the volts of the detector are rounded first, those at the input are not.
+    QVERIFY(isNear(dBmOfVolts(static_cast<double>(countToInputVolts(configuration, 84.0))), -50.4, 1e-4));
+    configuration.detectorLaw = {};
+    QCOMPARE(countToInputVolts(configuration, 84.0), 0.84F);
+}
+
+void TestDetectorLaw::whatCannotBeUsed()
+{
+    constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
+    QVERIFY(!logarithmic(0.0, -84.0).isUsable());
+    QVERIFY(!logarithmic(kNone, -84.0).isUsable());
+    QVERIFY(isNear(dBmOfVolts(logarithmic(25.0, -84.0).inputVolts(-0.3)), -84.0, 1e-9));
+    QVERIFY(logarithmic(25.0, -84.0).isBeyondEnds(-0.001));
+    QVERIFY(!logarithmic(25.0, kNone).isUsable());
+    QVERIFY(!table({}).isUsable());
+    QVERIFY(!table({{0.1, -30.0}}).isUsable());
+    QVERIFY(!table({{0.1, -30.0}, {0.1, -20.0}}).isUsable());
+    QVERIFY(!table({{0.2, -30.0}, {0.1, -20.0}}).isUsable());
+    QVERIFY(!table({{0.1, -30.0}, {0.2, -30.0}}).isUsable());
+    QVERIFY(!table({{0.1, -30.0}, {0.2, -20.0}, {0.3, -25.0}}).isUsable());
+    QVERIFY(!table({{0.1, -30.0}, {0.2, kNone}}).isUsable());
+    std::vector<DetectorLaw::Point> many;
+    for (int i = 0; i < 32; ++i)
+        many.push_back({0.01 * i, -40.0 + i});
+    QVERIFY(table(many).isUsable());
+    many.push_back({1.0, 20.0});
+    QVERIFY(!table(many).isUsable());
+}
+
+QTEST_APPLESS_MAIN(TestDetectorLaw)
+#include "test_detector_law.moc"

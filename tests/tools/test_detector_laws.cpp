@@ -1,0 +1,221 @@
+// SPDX-License-Identifier: MIT
+// Levels through detectors that are not linear, from the generator's words to the number in the table, on the three
+// simulated boards. What is allowed beside the law is one count of the converter.
+#include "core/configuration.h"
+#include "core/detector_settings.h"
+#include "core/level_calibration.h"
+#include "tests/support/interface_settings.h"
+#include "tests/support/sweep_tool.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+using namespace calvorn;
+using calvorn::test::Tool;
+
+namespace {
+
+constexpr double kVoltsPerCount = 2.5 / 1024.0;
+constexpr double kCentre = 1e6;       // Hz; so low that the generators lose nothing
+constexpr int kSweeps = 8;            // whose mean is taken: the noise is half a count
+constexpr double kFor1Volt = 13.0103; // dBm of 0 dB on the scale
+constexpr int kPoints = 400;
+
+// Third order, 100 kHz wide: 60 dB down at half and at twice the centre.
+double bandPass(double hertz)
+{
+    const double x = (hertz / kCentre - kCentre / hertz) * kCentre / 100e3;
+    return 1.0 / std::sqrt(1.0 + x * x * x * x * x * x);
+}
+
+QByteArray bandPassFile()
+{
+    QByteArray text;
+    constexpr int kLines = 20'000;
+    for (int i = 0; i <= kLines; ++i) {
+        const double hertz = std::lerp(0.4e6, 2.2e6, static_cast<double>(i) / kLines);
+        text += QByteArray::number(hertz, 'f', 3) + ',' + QByteArray::number(bandPass(hertz), 'g', 12) + '\n';
+    }
+    return text;
+}
+
+void addInterfaces()
+{
+    QTest::addColumn<int>("interfaceType");
+    QTest::newRow("PIC") << int{kInterfacePic};
+    QTest::newRow("parallel port") << int{kInterfaceLpt};
+    QTest::newRow("MiniVNA") << int{kInterfaceVna};
+}
+
+struct Sample
+{
+    double hertz = 0.0;
+    double count = 0.0;
+    double decibels = 0.0; // of 1 V
+};
+
+struct Bench
+{
+    Tool tool;
+
+    explicit Bench(int interfaceType, const char *detector)
+        : tool(test::crystalSettings(static_cast<std::int16_t>(interfaceType)))
+    {
+        tool.folder.set("Config", "ADC Step", QString::number(kVoltsPerCount, 'g', 17));
+        tool.folder.set("Config", "ADC Offset", QStringLiteral("0"));
+        tool.folder.set("Config", "ADC Device", QStringLiteral("10bit"));
+        tool.folder.set("Calvorn", "Scale", QStringLiteral("2"));
+        tool.folder.set("Simulator", "Detector", QString::fromLatin1(detector));
+        tool.write("device.csv", bandPassFile());
+        tool.folder.set("Simulator", "Curve", tool.inFolder("device.csv"));
+    }
+    void setLaw(const char *law) { tool.folder.set("Config", "ADC Law", QString::fromLatin1(law)); }
+    void setLevel(double dBm) { tool.folder.set("Simulator", "Level", QString::number(dBm)); }
+    void connectCable() { tool.folder.set("Simulator", "Device", QStringLiteral("through")); }
+    void connectBandPass() { tool.folder.set("Simulator", "Device", QStringLiteral("curve")); }
+
+    std::array<Sample, kPoints> sweep()
+    {
+        if (tool.run("--start 500000 --stop 2000000 --output sweep.csv") != 0)
+            qFatal("calvorn-sweep: %s", qPrintable(tool.errors.join(u'\n')));
+        std::array<Sample, kPoints> samples;
+        const QList<QByteArray> lines = test::contents(tool.inFolder("sweep.csv")).split('\n');
+        for (std::size_t i = 0; i < samples.size(); ++i) {
+            const QList<QByteArray> fields = lines.value(static_cast<qsizetype>(i) + 1).trimmed().split(',');
+            samples[i] = {fields.value(1).toDouble(), fields.value(2).toDouble(), fields.value(3).toDouble() / 1000.0};
+        }
+        return samples;
+    }
+
+    // Of several sweeps with other noise.
+    std::array<Sample, kPoints> meanSweep()
+    {
+        std::array<Sample, kPoints> mean{};
+        for (int seed = 1; seed <= kSweeps; ++seed) {
+            tool.folder.set("Simulator", "Seed", QString::number(seed));
+            const std::array<Sample, kPoints> samples = sweep();
+            for (std::size_t i = 0; i < samples.size(); ++i) {
+                mean[i].hertz = samples[i].hertz;
+                mean[i].count += samples[i].count / kSweeps;
+                mean[i].decibels += samples[i].decibels / kSweeps;
+            }
+        }
+        return mean;
+    }
+
+    double meanCountAt(double dBm)
+    {
+        setLevel(dBm);
+        const std::array<Sample, kPoints> samples = sweep();
+        double sum = 0.0;
+        for (const Sample &sample : samples)
+            sum += sample.count;
+        return sum / kPoints;
+    }
+};
+
+} // namespace
+
+class TestDetectorLaws : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void aLogarithmicDetector_data();
+    void aLogarithmicDetector();
+    void aCalibratedDiode_data() { addInterfaces(); }
+    void aCalibratedDiode();
+    void aDamagedTableIsLinear();
+};
+
+void TestDetectorLaws::aLogarithmicDetector_data()
+{
+    QTest::addColumn<int>("interfaceType");
+    QTest::addColumn<double>("level"); // dBm at 0 dB
+    for (const double level : {10.0, -10.0}) {
+        QTest::addRow("PIC, %g dBm", level) << int{kInterfacePic} << level;
+        QTest::addRow("parallel port, %g dBm", level) << int{kInterfaceLpt} << level;
+        QTest::addRow("MiniVNA, %g dBm", level) << int{kInterfaceVna} << level;
+    }
+}
+
+// From 10 down to -70 dBm.
+void TestDetectorLaws::aLogarithmicDetector()
+{
+    QFETCH(int, interfaceType);
+    QFETCH(double, level);
+    Bench bench(interfaceType, "log");
+    bench.setLaw("log");
+    bench.setLevel(level);
+    bench.connectBandPass();
+    constexpr double kOneCount = kVoltsPerCount / 25e-3; // dB
+    double worst = 0.0;
+    double lowest = level;
+    for (const Sample &sample : bench.meanSweep()) {
+        const double expected = level + 20.0 * std::log10(bandPass(sample.hertz));
+        if (expected < level - 60.0)
+            continue;
+        lowest = std::min(lowest, expected);
+        worst = std::max(worst, std::abs(sample.decibels + kFor1Volt - expected));
+    }
+    QVERIFY2(lowest < level - 59.0, qPrintable(QString::number(lowest)));
+    QVERIFY2(worst <= 0.15 + kOneCount, qPrintable(QStringLiteral("off by %1 dB").arg(worst)));
+}
+
+void TestDetectorLaws::aCalibratedDiode()
+{
+    QFETCH(int, interfaceType);
+    Bench bench(interfaceType, "diode");
+    bench.connectCable();
+    // Eight steps of 5 dB, measured with a converter that knows no law.
+    std::vector<CalibrationPoint> points;
+    for (int step = 0; step <= 8; ++step) {
+        const double dBm = 10.0 - 5.0 * step;
+        points.push_back({dBm, bench.meanCountAt(dBm) * kVoltsPerCount, 0.0});
+    }
+    const std::optional<DetectorLaw> law = tableLawOf(points);
+    QVERIFY(law);
+    // In the middle between the steps and elsewhere.
+    for (double dBm = 9.0; dBm >= -30.0; dBm -= 3.5) {
+        const double found = dBmOfVolts(law->inputVolts(bench.meanCountAt(dBm) * kVoltsPerCount));
+        QVERIFY2(std::abs(found - dBm) <= 0.3, qPrintable(QStringLiteral("%1 dBm, not %2").arg(found).arg(dBm)));
+    }
+    // In a sweep each sample is a whole count, and its volts are rounded as those of a linear detector.
+    const QString settings = bench.tool.folder.iniPath();
+    QVERIFY(writeProfileStrings(settings, detectorLawEntries(*law, Profile(settings))));
+    bench.setLevel(10.0);
+    bench.connectBandPass();
+    for (const Sample &sample : bench.sweep()) {
+        const double expected = 10.0 + 20.0 * std::log10(bandPass(sample.hertz));
+        if (expected < -30.0)
+            continue;
+        const double found = sample.decibels + kFor1Volt;
+        const double volts = law->detectorVolts(voltsOfDbm(expected));
+        const double least = dBmOfVolts(law->inputVolts(volts - 2.2 * kVoltsPerCount)) - 0.35;
+        const double most = dBmOfVolts(law->inputVolts(volts + 2.2 * kVoltsPerCount)) + 0.35;
+        QVERIFY2(found >= least && found <= most,
+                 qPrintable(QStringLiteral("%1 dBm, not %2").arg(found).arg(expected)));
+    }
+}
+
+void TestDetectorLaws::aDamagedTableIsLinear()
+{
+    Bench bench(kInterfaceLpt, "linear");
+    bench.connectCable();
+    bench.setLaw("linear");
+    const std::array<Sample, kPoints> linear = bench.sweep();
+    bench.setLaw("table");
+    bench.tool.folder.set("Detector", "Point 1", QStringLiteral("0.1;-30"));
+    bench.tool.folder.set("Detector", "Point 2", QStringLiteral("0.2;-10"));
+    bench.tool.folder.set("Detector", "Point 3", QStringLiteral("0.3;-20"));
+    const std::array<Sample, kPoints> damaged = bench.sweep();
+    const QString told = bench.tool.errors.join(u'\n');
+    QVERIFY2(told.contains(QLatin1String("[Detector] \"Point 3\"")), qPrintable(told));
+    QCOMPARE(told.count(QLatin1String("counts as linear")), 1);
+    for (std::size_t i = 0; i < linear.size(); ++i)
+        QVERIFY(std::abs(damaged[i].decibels - linear[i].decibels) < 0.2);
+}
+
+QTEST_GUILESS_MAIN(TestDetectorLaws)
+#include "test_detector_laws.moc"
