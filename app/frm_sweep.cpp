@@ -166,11 +166,11 @@ void FrmSweep::composeStatusLine()
 // A level that the law does not reach is shown as that of its end.
 void FrmSweep::markDetector()
 {
-    const bool isLinear = m_configuration.detectorLaw.kind == DetectorLaw::Kind::Linear;
+    const bool isLinear = lawInForce(m_configuration).kind == DetectorLaw::Kind::Linear;
     const int beyond = isLinear ? 0 : m_table.sweep().samplesBeyondDetector();
-    m_status->setMark(beyond > 0
-                          ? tr("%1 of %2 samples are beyond the law of the detector").arg(beyond).arg(kSweepPoints)
-                          : QString());
+    m_status->setMark(
+        beyond > 0 ? tr("%1 of %2 samples are outside the detector's calibrated range").arg(beyond).arg(kSweepPoints)
+                   : QString());
 }
 
 void FrmSweep::connectRooms()

@@ -99,8 +99,8 @@ double SweepFiles::voltsOf(int row) const
     const double count = m_rooms.table.number(row, SweepTable::SampleColumn);
     const Configuration &c = m_rooms.configuration;
     const double volts = roundToDecimals(count * static_cast<double>(c.adcStep) + static_cast<double>(c.adcOffset), 3);
-    return c.detectorLaw.kind == DetectorLaw::Kind::Linear ? volts
-                                                           : roundToDecimals(c.detectorLaw.inputVolts(volts), 3);
+    const DetectorLaw &law = lawInForce(c);
+    return law.kind == DetectorLaw::Kind::Linear ? volts : roundToDecimals(law.inputVolts(volts), 3);
 }
 
 bool SweepFiles::firstRowIsInVolts() const

@@ -7,6 +7,7 @@
 
 #include <QFormLayout>
 #include <QHBoxLayout>
+#include <QScopeGuard>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -32,7 +33,8 @@ GeneratorBox::GeneratorBox(const Configuration &configuration, SignalGenerator &
     column->addWidget(m_frequency);
     buildButtons();
     buildMemories();
-    m_state = named(new QLabel(this), "lblGenerator", tr("What the generator does"));
+    m_state = named(new QLabel(this), "lblGenerator",
+                    tr("Whether the generator is on; not in use here: a sweep, the meter or a setting has moved it"));
     m_state->setWordWrap(true);
     column->addWidget(m_state);
     connect(&m_generator, &SignalGenerator::changed, this, &GeneratorBox::showState);
@@ -109,9 +111,16 @@ void GeneratorBox::restore(const Choices &choices)
     m_step = choices.step;
     m_stepBox->setText(NumberText().masked(m_step, kMaskHertz));
     showMemories();
-    m_hertz = choices.hertz;
+    m_hertz = m_generator.withinLimits(choices.hertz);
     m_frequency->showFrequency();
-    m_generator.setFrequency(m_generator.withinLimits(m_hertz));
+    m_generator.setFrequency(m_hertz);
+}
+
+void GeneratorBox::followLimits()
+{
+    const std::int32_t limited = m_generator.withinLimits(m_hertz);
+    if (limited != m_hertz)
+        m_frequency->setFrequency(limited);
 }
 
 void GeneratorBox::txtGeneratorStep_LostFocus()
@@ -128,14 +137,8 @@ void GeneratorBox::txtGeneratorStep_LostFocus()
 
 void GeneratorBox::cmdGenerator_Click(bool on)
 {
-    QString refusal;
-    if (on)
-        refusal = m_generator.switchOn();
-    else
-        m_generator.switchOff();
-    showState();
-    if (!refusal.isEmpty())
-        m_state->setText(refusal);
+    const auto show = qScopeGuard([this] { showState(); }); // the button has been turned over by the click
+    on ? m_generator.switchOn() : m_generator.switchOff();
 }
 
 void GeneratorBox::cmdStep_Click(int direction)
@@ -183,7 +186,21 @@ void GeneratorBox::showState()
 {
     m_on->setChecked(m_generator.isOn());
     m_on->setText(m_generator.isOn() ? tr("&Generator OFF") : tr("&Generator ON"));
-    m_state->setText(m_generator.isOn() ? tr("The generator is on.") : tr("The generator is off."));
+    if (!m_generator.fault().isEmpty()) {
+        m_state->setText(m_generator.fault());
+        return;
+    }
+    switch (m_generator.state()) {
+    case SignalGenerator::State::On:
+        m_state->setText(tr("The generator is on."));
+        break;
+    case SignalGenerator::State::Off:
+        m_state->setText(tr("The generator is off."));
+        break;
+    case SignalGenerator::State::Elsewhere:
+        m_state->setText(tr("The generator is not in use here."));
+        break;
+    }
 }
 
 } // namespace calvorn

@@ -48,6 +48,9 @@ public:
 
     std::int32_t frequency() const { return m_hertz; } // Hz
 
+    // The limits of the configuration may be others now.
+    void followLimits();
+
 signals:
     void frequencyChanged();
 

@@ -64,7 +64,7 @@ LevelBox::LevelBox(const Configuration &configuration, QWidget *parent)
     numbers->addWidget(m_volts, 1);
     numbers->addWidget(m_watts, 1);
     numbers->addWidget(m_relative, 1);
-    auto *anew = named(new QPushButton(tr("&Anew"), this), "cmdExtremes", tr("Starts minimum and maximum anew"));
+    auto *anew = named(new QPushButton(tr("&Reset"), this), "cmdExtremes", tr("Starts minimum and maximum afresh"));
     connect(anew, &QPushButton::clicked, this, &LevelBox::cmdExtremes_Click);
     auto *buttons = new QHBoxLayout;
     for (QPushButton *button : {m_hold, m_zero, anew})
@@ -91,7 +91,7 @@ void LevelBox::buildNumbers()
     m_level->setAlignment(Qt::AlignRight);
     m_volts = named(new QLabel(this), "lblLevelVolts", tr("Volts RMS at the input"));
     m_watts = named(new QLabel(this), "lblLevelWatts", tr("Power into 50 ohms"));
-    m_relative = named(new QLabel(this), "lblLevelRelative", tr("Against the level at which \"Zero\" was pressed"));
+    m_relative = named(new QLabel(this), "lblLevelRelative", tr("Relative to the level at which \"Zero\" was pressed"));
     m_relative->setAlignment(Qt::AlignRight);
     m_extremes = named(new QLabel(this), "lblLevelExtremes", tr("The lowest and the highest level so far"));
     m_bar = named(new QProgressBar(this), "barLevel", tr("From -80 to 20 dBm"));
@@ -104,21 +104,22 @@ void LevelBox::buildNumbers()
 
 void LevelBox::buildButtons()
 {
-    m_hold = named(new QPushButton(tr("H&old"), this), "cmdHold", tr("Keeps the numbers as they are"));
+    m_hold = named(new QPushButton(tr("H&old"), this), "cmdHold", tr("Stops the meter; the numbers stay as they are"));
     m_hold->setCheckable(true);
-    m_zero = named(new QPushButton(tr("&Zero"), this), "cmdZero", tr("Makes the level of this moment 0 dB"));
+    m_zero = named(new QPushButton(tr("&Zero"), this), "cmdZero", tr("Makes the level shown 0 dB"));
     m_zero->setCheckable(true);
     m_zero->setEnabled(false);
     connect(m_zero, &QPushButton::clicked, this, &LevelBox::cmdRelative_Click);
+    connect(m_hold, &QPushButton::toggled, this, &LevelBox::held);
     m_attenuator = named(new RealSpinBox(this), "spinAttenuator",
-                         tr("What stands between the source and the detector; it is added to the level"));
+                         tr("Loss of an attenuator in front of the detector; it is added to the level"));
     m_attenuator->setRange(0.0, kHighestAttenuator);
     m_attenuator->setDecimals(1);
 }
 
 void LevelBox::show(const LevelReading &reading)
 {
-    if (m_hold->isChecked())
+    if (isHeld())
         return;
     const double count = smoothed(reading);
     m_warning->setText(warningOf(count));
@@ -168,16 +169,20 @@ void LevelBox::showExtremes()
 void LevelBox::showPause(const QString &reason)
 {
     m_warning->setText(reason);
+    m_recent.clear();
+    if (!reason.isEmpty() && !isHeld())
+        showLevel(std::nan(""));
 }
 
 QString LevelBox::warningOf(double count) const
 {
     const DetectorCalibration detector = detectorOf(m_configuration);
     if (detector.law.isBeyondEnds(detector.detectorVolts(count)))
-        return tr("Beyond the law of the detector.");
+        return tr("Outside the detector's calibrated range.");
     if (detector.volts(count) <= detector.floor())
-        return tr("Below the floor of the detector.");
-    if (count >= detector.highestCount - kHalfCount || (!detector.law.isRising() && count <= kHalfCount))
+        return tr("Below the detector's floor.");
+    const double loudest = detector.law.isRising() ? detector.highestCount : detector.lowestCount;
+    if (std::abs(count - loudest) <= kHalfCount)
         return tr("At full scale: the level may be higher.");
     return {};
 }

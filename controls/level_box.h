@@ -26,11 +26,17 @@ public:
 
     void show(const LevelReading &reading);
 
-    // Why there is nothing to read at the moment; an empty text when there is.
+    // Why there is nothing to read at the moment; an empty text when there is. No number is shown then that is not
+    // held.
     void showPause(const QString &reason);
+
+    bool isHeld() const { return m_hold->isChecked(); }
 
     double attenuator() const { return m_attenuator->value(); } // dB
     void setAttenuator(double decibels) { m_attenuator->setValue(decibels); }
+
+signals:
+    void held(bool on);
 
 private:
     void buildNumbers();

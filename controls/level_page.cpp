@@ -27,8 +27,6 @@ struct LevelChoices
 {
     double attenuator = 0.0;
     GeneratorBox::Choices generator;
-
-    bool operator==(const LevelChoices &) const = default;
 };
 
 LevelChoices readChoices(const QString &settingsFile)
@@ -82,7 +80,7 @@ LevelPage::LevelPage(const Configuration &configuration, Instrument &instrument,
     : QWidget(parent)
     , m_boundary(boundary)
     , m_generator(configuration, instrument)
-    , m_reader(instrument, this)
+    , m_reader(instrument, &m_generator, this)
     , m_level(new LevelBox(configuration, this))
     , m_source(new GeneratorBox(configuration, m_generator, messages, boundary, this))
 {
@@ -99,6 +97,8 @@ LevelPage::LevelPage(const Configuration &configuration, Instrument &instrument,
         if (m_reader.isRunning())
             startReading();
     });
+    m_boundary.connect(m_level, &LevelBox::held, this, "cmdHold_Click",
+                       [this](bool on) { on ? stopReading() : startReading(); });
 }
 
 void LevelPage::restore(const QString &settingsFile)
@@ -106,12 +106,20 @@ void LevelPage::restore(const QString &settingsFile)
     const LevelChoices choices = readChoices(settingsFile);
     m_level->setAttenuator(choices.attenuator);
     m_source->restore(choices.generator);
+    m_restored = entriesOf({m_level->attenuator(), m_source->choices()});
 }
 
-bool LevelPage::save(const QString &settingsFile) const
+// What the boxes round or the limits change does not count as the user's choice.
+bool LevelPage::save(const QString &settingsFile)
 {
-    const LevelChoices choices{m_level->attenuator(), m_source->choices()};
-    return choices == readChoices(settingsFile) || writeProfileStrings(settingsFile, entriesOf(choices));
+    const QVector<ProfileEntry> entries = entriesOf({m_level->attenuator(), m_source->choices()});
+    QVector<ProfileEntry> changed;
+    std::ranges::copy_if(entries, std::back_inserter(changed),
+                         [this](const ProfileEntry &entry) { return !m_restored.contains(entry); });
+    if (!changed.isEmpty() && !writeProfileStrings(settingsFile, changed))
+        return false;
+    m_restored = entries;
+    return true;
 }
 
 void LevelPage::showPause(LevelReader::Pause why)
@@ -126,12 +134,27 @@ void LevelPage::showPause(LevelReader::Pause why)
     case LevelReader::Pause::NotConnected:
         m_level->showPause(tr("The hardware is not connected."));
         break;
+    case LevelReader::Pause::NoLevel:
+        m_level->showPause(tr("The instrument measures the phase: choose RetLoss or DUT."));
+        break;
+    case LevelReader::Pause::Generator:
+        m_level->showPause(tr("The generator is on: this interface can read the detector in sweeps only."));
+        break;
     }
 }
 
 void LevelPage::startReading()
 {
-    m_reader.start(m_generator.frequency());
+    if (!m_level->isHeld())
+        m_reader.start(m_generator.frequency());
+}
+
+void LevelPage::stopReading()
+{
+    const bool isSweeping = m_reader.isSweeping();
+    m_reader.stop();
+    if (isSweeping)
+        m_generator.switchOff();
 }
 
 void LevelPage::showEvent(QShowEvent *event)
@@ -150,8 +173,12 @@ bool LevelPage::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::WindowBlocked)
         m_reader.stop();
-    else if (event->type() == QEvent::WindowUnblocked && isVisible())
-        startReading();
+    else if (event->type() == QEvent::WindowUnblocked)
+        m_boundary.run("Level_Unblocked", [this] {
+            m_source->followLimits();
+            if (isVisible())
+                startReading();
+        });
     return QWidget::eventFilter(watched, event);
 }
 
@@ -160,18 +187,20 @@ void LevelPage::hideEvent(QHideEvent *event)
     QWidget::hideEvent(event);
     if (!event->spontaneous())
         m_boundary.run("Level_Hide", [this] {
-            m_reader.stop();
-            m_generator.switchOff();
+            stopReading();
+            if (m_generator.isOn())
+                m_generator.switchOff();
         });
 }
 
 void LevelPage::shutDown()
 {
-    m_reader.stop();
     try {
-        m_generator.switchOff();
+        stopReading();
+        if (m_generator.isOn())
+            m_generator.switchOff();
     } catch (const RuntimeError &) {
-        // The hardware is closed next, whatever it says.
+        // It is closed next.
     }
 }
 

@@ -3,6 +3,7 @@
 
 #include "controls/generator_box.h"
 #include "controls/level_box.h"
+#include "platform/profile_file.h"
 #include "protocol/setting_key.h"
 
 #include <QVector>
@@ -22,9 +23,9 @@ public:
 
     // The choices in the settings file; nothing is written that has not changed. False when it cannot be written.
     void restore(const QString &settingsFile);
-    bool save(const QString &settingsFile) const;
+    bool save(const QString &settingsFile);
 
-    // Ends both, whatever the hardware says to it.
+    // Ends both. A hardware that does not answer is closed next, and says nothing.
     void shutDown();
 
     // The start frequency was put on the generator.
@@ -38,6 +39,8 @@ protected:
 
 private:
     void startReading();
+    // A reading in sweeps would leave the generator somewhere in its range.
+    void stopReading();
     void showPause(LevelReader::Pause why);
 
     ErrorBoundary &m_boundary;
@@ -46,6 +49,7 @@ private:
     QPointer<QWidget> m_window; // that is watched
     LevelBox *m_level;
     GeneratorBox *m_source;
+    QVector<ProfileEntry> m_restored; // what save() would have written after restore()
 };
 
 // The keys of the settings that restore() and save() use.

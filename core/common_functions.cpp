@@ -2,6 +2,7 @@
 #include "core/common_functions.h"
 
 #include "core/checked_arithmetic.h"
+#include "core/detector_calibration.h"
 #include "core/number_text.h"
 #include "core/scale_type.h"
 #include "platform/profile_file.h"
@@ -21,7 +22,7 @@ float countToVolts(const Configuration &configuration, double count)
 float countToInputVolts(const Configuration &configuration, double count)
 {
     const float volts = countToVolts(configuration, count);
-    const DetectorLaw &law = configuration.detectorLaw;
+    const DetectorLaw &law = lawInForce(configuration);
     return law.kind == DetectorLaw::Kind::Linear ? volts
                                                  : static_cast<float>(law.inputVolts(static_cast<double>(volts)));
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "core/detector_calibration.h"
 
+#include "protocol/vna_instrument.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -20,15 +22,29 @@ double DetectorCalibration::floor() const
         return 0.0;
     const double half = static_cast<double>(step) / 2.0;
     if (law.isRising())
-        return law.inputVolts(std::max(static_cast<double>(offset), 0.0) + half);
+        return law.inputVolts(std::max(detectorVolts(lowestCount), 0.0) + half);
     return law.inputVolts(detectorVolts(highestCount) - half);
+}
+
+const DetectorLaw &lawInForce(const Configuration &configuration)
+{
+    static const DetectorLaw kLinear;
+    const bool isLevel = configuration.interfaceType != kInterfaceVna ||
+                         configuration.measuringMode == numberOf(VnaMode::ReturnLoss) ||
+                         configuration.measuringMode == numberOf(VnaMode::Device);
+    return isLevel ? configuration.detectorLaw : kLinear;
 }
 
 DetectorCalibration detectorOf(const Configuration &configuration)
 {
-    const bool is8Bit = configuration.adcDevice == QLatin1String(kAdc8Bit);
-    return {configuration.adcStep, configuration.adcOffset, configuration.detectorLaw,
-            is8Bit ? kHighestCount8Bit : kHighestCount10Bit};
+    DetectorCalibration detector{configuration.adcStep, configuration.adcOffset, lawInForce(configuration)};
+    if (configuration.interfaceType == kInterfaceLpt && configuration.adcDevice == QLatin1String(kAdc8Bit))
+        detector.highestCount = kHighestCount8Bit;
+    if (configuration.interfaceType == kInterfaceVna && configuration.measuringMode == numberOf(VnaMode::Device)) {
+        detector.lowestCount = 1;
+        detector.highestCount = kVnaFullScale;
+    }
+    return detector;
 }
 
 } // namespace calvorn

@@ -14,7 +14,8 @@ struct DetectorCalibration
     float step = 0.0F;   // volts of the detector per count
     float offset = 0.0F; // volts of the detector
     DetectorLaw law{};
-    int highestCount = kHighestCount10Bit; // of the converter
+    int highestCount = kHighestCount10Bit; // as the table has it
+    int lowestCount = 0;                   // the same
 
     double detectorVolts(double count) const { return count * static_cast<double>(step) + static_cast<double>(offset); }
 
@@ -31,6 +32,11 @@ struct DetectorCalibration
     bool operator==(const DetectorCalibration &) const = default;
 };
 
+// The configured law, or the linear one where the counts are no level: a MiniVNA that measures the phase.
+const DetectorLaw &lawInForce(const Configuration &configuration);
+
+// Of the interface that is configured, with the law in force. Only the parallel port has a choice of converters. The
+// counts that a MiniVNA takes of a device under test are turned over, from 1 to kVnaFullScale.
 DetectorCalibration detectorOf(const Configuration &configuration);
 
 } // namespace calvorn

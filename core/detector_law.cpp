@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace calvorn {
 
@@ -14,43 +15,38 @@ constexpr double kMillivolts = 1000.0; // in a volt
 
 using Points = std::vector<DetectorLaw::Point>;
 
-// Between two points the levels are a straight line over the decibels of the detector's volts, so that any power of the
-// input comes out right; over the volts themselves where they are not above 0.
-double dBmBetween(const DetectorLaw::Point &below, const DetectorLaw::Point &above, double volts)
+double itself(double volts)
 {
-    const double part = below.volts > 0.0 ? std::log(volts / below.volts) / std::log(above.volts / below.volts)
-                                          : (volts - below.volts) / (above.volts - below.volts);
-    return std::lerp(below.dBm, above.dBm, part);
+    return volts;
 }
 
-double voltsBetween(const DetectorLaw::Point &below, const DetectorLaw::Point &above, double dBm)
+double logarithm(double volts)
 {
-    const double part = (dBm - below.dBm) / (above.dBm - below.dBm);
-    return below.volts > 0.0 ? below.volts * std::pow(above.volts / below.volts, part)
-                             : std::lerp(below.volts, above.volts, part);
+    return std::log(volts);
 }
 
-double dBmOfTable(const Points &points, double volts)
+double onLine(double x, double x0, double x1, double y0, double y1)
 {
-    if (volts <= points.front().volts)
-        return points.front().dBm;
-    if (volts >= points.back().volts)
-        return points.back().dBm;
-    const auto above = std::ranges::lower_bound(points, volts, {}, &DetectorLaw::Point::volts);
-    return dBmBetween(*std::prev(above), *above, volts);
+    return x1 > x0 ? std::lerp(y0, y1, (x - x0) / (x1 - x0)) : y1;
 }
 
-double voltsOfTable(const Points &points, double dBm, bool rises)
+// The sum of the squared errors, dB², of the inner points, each interpolated from its neighbours.
+double errorOf(const Points &points, double (*abscissa)(double volts))
 {
-    const DetectorLaw::Point &lowest = rises ? points.front() : points.back();
-    const DetectorLaw::Point &highest = rises ? points.back() : points.front();
-    if (dBm <= lowest.dBm)
-        return lowest.volts;
-    if (dBm >= highest.dBm)
-        return highest.volts;
-    const auto isBefore = [rises](double a, double b) { return rises ? a < b : a > b; };
-    const auto above = std::ranges::lower_bound(points, dBm, isBefore, &DetectorLaw::Point::dBm);
-    return voltsBetween(*std::prev(above), *above, dBm);
+    double sum = 0.0;
+    for (std::size_t i = 1; i + 1 < points.size(); ++i) {
+        const DetectorLaw::Point &below = points[i - 1];
+        const DetectorLaw::Point &above = points[i + 1];
+        const double predicted =
+            onLine(abscissa(points[i].volts), abscissa(below.volts), abscissa(above.volts), below.dBm, above.dBm);
+        sum += (predicted - points[i].dBm) * (predicted - points[i].dBm);
+    }
+    return sum;
+}
+
+double clampedLevel(double dBm)
+{
+    return std::clamp(dBm, -DetectorLaw::kFarthestDbm, DetectorLaw::kFarthestDbm);
 }
 
 } // namespace
@@ -71,25 +67,78 @@ bool DetectorLaw::isUsable() const
     case Kind::Linear:
         return true;
     case Kind::Log:
-        return std::isfinite(slope) && slope != 0.0 && std::isfinite(intercept);
+        return isSlope(slope) && isLevel(intercept);
     case Kind::Table:
         break;
     }
-    if (points.size() < kFewestPoints || points.size() > kMostPoints)
-        return false;
-    const auto isNumber = [](const Point &point) { return std::isfinite(point.volts) && std::isfinite(point.dBm); };
-    return std::ranges::all_of(points, isNumber) && turningPoint() == 0;
+    return m_points.size() >= kFewestPoints && m_points.size() <= kMostPoints &&
+           std::ranges::all_of(m_points, isPoint) && turningPoint() == 0;
+}
+
+bool DetectorLaw::isSlope(double millivolts)
+{
+    return std::abs(millivolts) >= kLeastSlope && std::abs(millivolts) <= kMostSlope;
+}
+
+bool DetectorLaw::isLevel(double dBm)
+{
+    return std::abs(dBm) <= kFarthestDbm;
+}
+
+bool DetectorLaw::isPoint(const Point &point)
+{
+    return std::abs(point.volts) <= kFarthestVolts && isLevel(point.dBm);
+}
+
+void DetectorLaw::setPoints(std::vector<Point> points)
+{
+    m_points = std::move(points);
+    const bool hasLogarithms = std::ranges::all_of(m_points, [](const Point &point) { return point.volts > 0.0; });
+    m_isOverLogarithm = hasLogarithms && errorOf(m_points, logarithm) < errorOf(m_points, itself);
 }
 
 std::size_t DetectorLaw::turningPoint() const
 {
-    for (std::size_t i = 1; i < points.size(); ++i) {
-        const bool rises = points[1].dBm > points[0].dBm;
-        const double change = points[i].dBm - points[i - 1].dBm;
-        if (points[i].volts <= points[i - 1].volts || change == 0.0 || (change > 0.0) != rises)
+    for (std::size_t i = 1; i < m_points.size(); ++i) {
+        const bool rises = m_points[1].dBm > m_points[0].dBm;
+        const double change = m_points[i].dBm - m_points[i - 1].dBm;
+        if (m_points[i].volts <= m_points[i - 1].volts || change == 0.0 || (change > 0.0) != rises)
             return i + 1;
     }
     return 0;
+}
+
+double DetectorLaw::abscissa(double volts) const
+{
+    return m_isOverLogarithm ? std::log(volts) : volts;
+}
+
+double DetectorLaw::dBmOfTable(double volts) const
+{
+    if (volts <= m_points.front().volts)
+        return m_points.front().dBm;
+    if (volts >= m_points.back().volts)
+        return m_points.back().dBm;
+    const auto above = std::ranges::lower_bound(m_points, volts, {}, &Point::volts);
+    const auto below = std::prev(above);
+    return onLine(abscissa(volts), abscissa(below->volts), abscissa(above->volts), below->dBm, above->dBm);
+}
+
+double DetectorLaw::voltsOfTable(double dBm) const
+{
+    const bool rises = isRising();
+    const Point &lowest = rises ? m_points.front() : m_points.back();
+    const Point &highest = rises ? m_points.back() : m_points.front();
+    if (dBm <= lowest.dBm)
+        return lowest.volts;
+    if (dBm >= highest.dBm)
+        return highest.volts;
+    const auto isBefore = [rises](double a, double b) { return rises ? a < b : a > b; };
+    const auto above = std::ranges::lower_bound(m_points, dBm, isBefore, &Point::dBm);
+    const auto below = std::prev(above);
+    const double part = (dBm - below->dBm) / (above->dBm - below->dBm);
+    const double place = std::lerp(abscissa(below->volts), abscissa(above->volts), part);
+    return m_isOverLogarithm ? std::exp(place) : place;
 }
 
 double DetectorLaw::inputVolts(double detectorVolts) const
@@ -98,9 +147,9 @@ double DetectorLaw::inputVolts(double detectorVolts) const
     case Kind::Linear:
         return detectorVolts;
     case Kind::Log:
-        return voltsOfDbm(std::max(detectorVolts, 0.0) * kMillivolts / slope + intercept);
+        return voltsOfDbm(clampedLevel(std::max(detectorVolts, 0.0) * kMillivolts / slope + intercept));
     case Kind::Table:
-        return voltsOfDbm(dBmOfTable(points, detectorVolts));
+        return voltsOfDbm(clampedLevel(dBmOfTable(detectorVolts)));
     }
     return detectorVolts;
 }
@@ -109,7 +158,7 @@ bool DetectorLaw::isBeyondEnds(double detectorVolts) const
 {
     if (kind == Kind::Log)
         return detectorVolts < 0.0;
-    return kind == Kind::Table && (detectorVolts < points.front().volts || detectorVolts > points.back().volts);
+    return kind == Kind::Table && (detectorVolts < m_points.front().volts || detectorVolts > m_points.back().volts);
 }
 
 double DetectorLaw::detectorVolts(double inputVolts) const
@@ -118,9 +167,9 @@ double DetectorLaw::detectorVolts(double inputVolts) const
     case Kind::Linear:
         break;
     case Kind::Log:
-        return std::max((dBmOfVolts(inputVolts) - intercept) * slope / kMillivolts, 0.0);
+        return std::max((clampedLevel(dBmOfVolts(inputVolts)) - intercept) * slope / kMillivolts, 0.0);
     case Kind::Table:
-        return voltsOfTable(points, dBmOfVolts(inputVolts), isRising());
+        return voltsOfTable(dBmOfVolts(inputVolts));
     }
     return inputVolts;
 }
@@ -133,7 +182,7 @@ bool DetectorLaw::isRising() const
     case Kind::Log:
         return slope > 0.0;
     case Kind::Table:
-        return points.back().dBm > points.front().dBm;
+        return m_points.back().dBm > m_points.front().dBm;
     }
     return true;
 }

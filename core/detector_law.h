@@ -18,7 +18,7 @@ struct DetectorLaw
     enum class Kind {
         Linear,
         Log,   // volts = slope x (level - intercept), as the data sheets of logarithmic detectors have it
-        Table, // measured points, and between them straight lines of dBm over the decibels of the detector's volts
+        Table, // measured points; straight lines of dBm over the detector's volts or over their logarithm between them
     };
 
     struct Point
@@ -31,33 +31,55 @@ struct DetectorLaw
 
     static constexpr std::size_t kFewestPoints = 2;
     static constexpr std::size_t kMostPoints = 32;
+    static constexpr double kLeastSlope = 1.0;    // mV per dB, either sign
+    static constexpr double kMostSlope = 1000.0;  // mV per dB, either sign
+    static constexpr double kFarthestDbm = 200.0; // either sign: of an intercept, of a point, and of what a law returns
+    static constexpr double kFarthestVolts = 1e3; // either sign, of a point
 
     Kind kind = Kind::Linear;
-    double slope = 25.0;       // mV per dB; below 0 where the volts fall with the level
-    double intercept = -84.0;  // dBm, where the line meets 0 V
-    std::vector<Point> points; // of a table that isUsable(), the volts rising
+    double slope = 25.0;      // mV per dB; below 0 where the volts fall with the level
+    double intercept = -84.0; // dBm, where the line meets 0 V
+
+    // The points of a table, the volts rising. Levels are interpolated over the volts, which suits a logarithmic
+    // detector, or over their logarithm, which suits a diode: whichever predicts the inner points better from their
+    // neighbours. With two points, or with one at or below 0 V, over the volts.
+    const std::vector<Point> &points() const { return m_points; }
+    void setPoints(std::vector<Point> points);
+
+    static bool isSlope(double millivolts);
+    static bool isLevel(double dBm);
+    static bool isPoint(const Point &point);
 
     // The number, from 1 on, of the first point of a table that does not go on as those before it: the volts rise, and
     // the levels all rise or all fall. 0: there is none.
     std::size_t turningPoint() const;
 
-    // Whether the law says one level for each voltage: a slope that is not 0; points whose volts rise and whose levels
-    // all rise or all fall.
+    // Whether the law says one level for each voltage: slope and intercept within their limits; points whose volts rise
+    // and whose levels all rise or all fall.
     bool isUsable() const;
 
-    // Volts RMS at the input for volts of the detector. Beyond the ends of the law it is that of the end.
+    // Volts RMS at the input for volts of the detector. Outside the law it is the level at its end. Unless the detector
+    // is linear, the level is from -200 to 200 dBm.
     double inputVolts(double detectorVolts) const;
 
     // Where the law ends: beyond the points of a table, and below 0 V, which no logarithmic detector gives.
     bool isBeyondEnds(double detectorVolts) const;
 
-    // The way back: volts of the detector for volts RMS at its input. Above 0 V for all but the linear one.
+    // The way back: volts of the detector for volts RMS at its input.
     double detectorVolts(double inputVolts) const;
 
     // Whether the volts of the detector rise with the level.
     bool isRising() const;
 
     bool operator==(const DetectorLaw &) const = default;
+
+private:
+    double abscissa(double volts) const;
+    double dBmOfTable(double volts) const;
+    double voltsOfTable(double dBm) const;
+
+    std::vector<Point> m_points;
+    bool m_isOverLogarithm = false; // follows from the points
 };
 
 // A detector that is known by its data sheet.

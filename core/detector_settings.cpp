@@ -51,7 +51,7 @@ QString pointText(const Profile &profile, std::size_t number)
 
 QString linearInstead(const char *section, const QString &key, const QString &what)
 {
-    return DetectorSettingsTexts::tr("[%1] \"%2\": %3 The detector counts as linear.")
+    return DetectorSettingsTexts::tr("[%1] \"%2\": %3 The detector is treated as linear.")
         .arg(QString::fromLatin1(section), key, what);
 }
 
@@ -62,17 +62,18 @@ double realOf(const Profile &profile, const SettingKey &key)
     return enteredReal(found.isEmpty() ? QString::fromLatin1(key.fallback) : found).value_or(std::nan(""));
 }
 
-// The points up to the first that is missing or none; its number is then in `bad`.
+// The points, or those before the first that is missing or unreadable; its number is then in `bad`.
 std::vector<DetectorLaw::Point> pointsOf(const Profile &profile, std::optional<std::size_t> &bad)
 {
+    std::size_t last = DetectorLaw::kMostPoints;
+    while (last > 0 && pointText(profile, last).isEmpty())
+        --last;
     std::vector<DetectorLaw::Point> points;
-    for (std::size_t number = 1; number <= DetectorLaw::kMostPoints; ++number) {
+    for (std::size_t number = 1; number <= last; ++number) {
         const QString both = pointText(profile, number);
-        if (both.isEmpty())
-            break;
         const std::optional<double> volts = enteredReal(both.section(u';', 0, 0));
         const std::optional<double> dBm = enteredReal(both.section(u';', 1));
-        if (!volts || !dBm) {
+        if (!volts || !dBm || !DetectorLaw::isPoint({*volts, *dBm})) {
             bad = number;
             break;
         }
@@ -81,10 +82,34 @@ std::vector<DetectorLaw::Point> pointsOf(const Profile &profile, std::optional<s
     return points;
 }
 
+QString pointFault(const Profile &profile, std::size_t number)
+{
+    const QString both = pointText(profile, number);
+    return both.isEmpty() ? DetectorSettingsTexts::tr("This point is missing, but later ones exist.")
+                          : DetectorSettingsTexts::tr("\"%1\" is not \"volts;dBm\".").arg(both);
+}
+
+QVector<ProfileEntry> pointEntries(const std::vector<DetectorLaw::Point> &points, const Profile &profile)
+{
+    const NumberText numbers;
+    QVector<ProfileEntry> entries;
+    for (std::size_t number = 1; number <= DetectorLaw::kMostPoints; ++number) {
+        QString both;
+        if (number <= points.size()) {
+            const DetectorLaw::Point &point = points[number - 1];
+            both = numbers.fromDouble(point.volts) + u';' + numbers.fromDouble(point.dBm);
+        }
+        // A point that is no longer there is emptied.
+        if (!both.isEmpty() || !pointText(profile, number).isEmpty())
+            entries.append({QString::fromLatin1(kDetectorSection), pointKey(number), both});
+    }
+    return entries;
+}
+
 QString faultOf(const DetectorLaw &law, const Profile &profile, const std::optional<std::size_t> &badPoint)
 {
     if (law.kind == DetectorLaw::Kind::Log && !law.isUsable()) {
-        const bool isSlope = !std::isfinite(law.slope) || law.slope == 0.0;
+        const bool isSlope = !DetectorLaw::isSlope(law.slope);
         const SettingKey &key = isSlope ? kDetectorSlope : kDetectorIntercept;
         return linearInstead(key.section, QString::fromLatin1(key.name),
                              isSlope ? DetectorSettingsTexts::tr("\"%1\" is no slope.").arg(text(profile, key))
@@ -93,11 +118,9 @@ QString faultOf(const DetectorLaw &law, const Profile &profile, const std::optio
     if (law.kind != DetectorLaw::Kind::Table)
         return {};
     if (badPoint)
-        return linearInstead(
-            kDetectorSection, pointKey(*badPoint),
-            DetectorSettingsTexts::tr("\"%1\" is not \"volts;dBm\".").arg(pointText(profile, *badPoint)));
-    if (law.points.size() < DetectorLaw::kFewestPoints)
-        return linearInstead(kDetectorSection, pointKey(law.points.size() + 1),
+        return linearInstead(kDetectorSection, pointKey(*badPoint), pointFault(profile, *badPoint));
+    if (law.points().size() < DetectorLaw::kFewestPoints)
+        return linearInstead(kDetectorSection, pointKey(law.points().size() + 1),
                              DetectorSettingsTexts::tr("A table needs at least two points."));
     if (const std::size_t turning = law.turningPoint(); turning > 0)
         return linearInstead(kDetectorSection, pointKey(turning),
@@ -113,7 +136,7 @@ DetectorLaw readDetectorLaw(const Profile &profile, QStringList &faults)
     std::optional<std::size_t> badPoint;
     law.slope = realOf(profile, kDetectorSlope);
     law.intercept = realOf(profile, kDetectorIntercept);
-    law.points = pointsOf(profile, badPoint);
+    law.setPoints(pointsOf(profile, badPoint));
     const QString name = text(profile, kAdcLaw).trimmed();
     bool isKnown = name.isEmpty();
     for (const NamedLaw &known : kLaws) {
@@ -129,36 +152,35 @@ DetectorLaw readDetectorLaw(const Profile &profile, QStringList &faults)
         faults.append(fault);
         law.kind = DetectorLaw::Kind::Linear;
     }
-    // What the set-up shows while another law is in force.
-    if (!std::isfinite(law.slope))
+    // What the set-up offers while another law is in force can be used.
+    if (!DetectorLaw::isSlope(law.slope))
         law.slope = DetectorLaw().slope;
-    if (!std::isfinite(law.intercept))
+    if (!DetectorLaw::isLevel(law.intercept))
         law.intercept = DetectorLaw().intercept;
+    DetectorLaw table = law;
+    table.kind = DetectorLaw::Kind::Table;
+    if (badPoint || !table.isUsable())
+        law.setPoints({});
     return law;
 }
 
 QVector<ProfileEntry> detectorLawEntries(const DetectorLaw &law, const Profile &profile)
 {
     QStringList faults;
-    if (readDetectorLaw(profile, faults) == law && faults.isEmpty())
+    const DetectorLaw known = readDetectorLaw(profile, faults);
+    if (known == law && faults.isEmpty())
         return {};
     const NumberText numbers;
     QVector<ProfileEntry> entries;
-    for (const NamedLaw &known : kLaws)
-        if (known.kind == law.kind)
-            entries.append(entry(kAdcLaw, QString::fromLatin1(known.name)));
-    entries.append(entry(kDetectorSlope, numbers.fromDouble(law.slope)));
-    entries.append(entry(kDetectorIntercept, numbers.fromDouble(law.intercept)));
-    for (std::size_t number = 1; number <= DetectorLaw::kMostPoints; ++number) {
-        QString both;
-        if (number <= law.points.size()) {
-            const DetectorLaw::Point &point = law.points[number - 1];
-            both = numbers.fromDouble(point.volts) + u';' + numbers.fromDouble(point.dBm);
-        }
-        // A point that is no longer there is emptied.
-        if (!both.isEmpty() || !pointText(profile, number).isEmpty())
-            entries.append({QString::fromLatin1(kDetectorSection), pointKey(number), both});
-    }
+    for (const NamedLaw &named : kLaws)
+        if (named.kind == law.kind)
+            entries.append(entry(kAdcLaw, QString::fromLatin1(named.name)));
+    if (law.kind == DetectorLaw::Kind::Log || law.slope != known.slope)
+        entries.append(entry(kDetectorSlope, numbers.fromDouble(law.slope)));
+    if (law.kind == DetectorLaw::Kind::Log || law.intercept != known.intercept)
+        entries.append(entry(kDetectorIntercept, numbers.fromDouble(law.intercept)));
+    if (law.kind == DetectorLaw::Kind::Table || law.points() != known.points())
+        entries += pointEntries(law.points(), profile);
     return entries;
 }
 

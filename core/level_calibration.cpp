@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
+#include <utility>
 
 namespace calvorn {
 
@@ -46,8 +48,11 @@ std::optional<DetectorLaw> tableLawOf(std::vector<CalibrationPoint> points)
     std::ranges::sort(points, {}, &CalibrationPoint::volts);
     DetectorLaw law;
     law.kind = DetectorLaw::Kind::Table;
-    for (const CalibrationPoint &point : points)
-        law.points.push_back({point.volts, point.dBm});
+    std::vector<DetectorLaw::Point> table;
+    std::ranges::transform(points, std::back_inserter(table), [](const CalibrationPoint &point) {
+        return DetectorLaw::Point{point.volts, point.dBm};
+    });
+    law.setPoints(std::move(table));
     return law.isUsable() ? std::optional(law) : std::nullopt;
 }
 

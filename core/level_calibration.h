@@ -20,8 +20,8 @@ struct CalibrationPoint
 inline constexpr std::size_t kFewestLogPoints = 2;
 inline constexpr std::size_t kFewestTablePoints = 3;
 
-// The logarithmic law that fits the points best, by least squares of the volts; nothing with fewer than two, or where
-// their levels or their volts do not differ.
+// The logarithmic law that fits the points best, by least squares of the volts; nothing with fewer than two, where
+// their levels do not differ, or where slope or intercept would be outside the limits of a law.
 std::optional<DetectorLaw> logLawOf(const std::vector<CalibrationPoint> &points);
 
 // The table of the points, by rising volts; nothing with fewer than three or more than a table holds, or where the

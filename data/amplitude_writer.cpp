@@ -52,14 +52,14 @@ void rewriteAmplitudes(Configuration &configuration, SweepTable &table)
 void KnownAmplitudes::follow(const Configuration &configuration, const NumberText &numbers)
 {
     const bool isSameDetector =
-        m_step == configuration.adcStep && m_offset == configuration.adcOffset && m_law == configuration.detectorLaw;
+        m_step == configuration.adcStep && m_offset == configuration.adcOffset && m_law == lawInForce(configuration);
     if (!m_cells.empty() && isSameDetector && m_scale == configuration.scaleType &&
         m_decimal == numbers.decimalSeparator())
         return;
     m_cells.assign(kConverterCounts, Cells());
     m_step = configuration.adcStep;
     m_offset = configuration.adcOffset;
-    m_law = configuration.detectorLaw;
+    m_law = lawInForce(configuration);
     m_scale = configuration.scaleType;
     m_decimal = numbers.decimalSeparator();
 }

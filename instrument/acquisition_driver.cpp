@@ -60,6 +60,7 @@ bool AcquisitionDriver::startSweep()
     const bool late = !m_settingsSent;
     if (late)
         sendSettings();
+    generatorCommanded();
     const bool accepted = runPlan({configuration().startFreq, configuration().stepFreq});
     sweepBegun();
     // What needs an open port may have one by now.
@@ -69,24 +70,51 @@ bool AcquisitionDriver::startSweep()
     return accepted;
 }
 
-void AcquisitionDriver::startReading(std::int32_t hertz)
+bool AcquisitionDriver::startReading(std::int32_t hertz)
 {
     endReading();
     ensureServer();
-    if (!std::exchange(m_settingsSent, true))
-        sendSettings();
-    const SweepAxis plan{std::max(hertz - kReadingSpan / 2, 0), 1};
-    const QScopedValueRollback guard(m_startsReading, true);
+    if (!isConfigured() || m_readingCompletes)
+        return false;
+    const std::int32_t lowest = std::max(configuration().ddsMinFreq, 0);
+    const std::int32_t highest = std::max(configuration().ddsMaxFreq - (kReadingSpan - 1), lowest);
+    const SweepAxis plan{std::clamp(hertz - kReadingSpan / 2, lowest, highest), 1};
+    generatorCommanded();
+    runPlan(plan);
     m_reading = VectorPlan{plan, mode()};
     m_readingCompletes = true;
-    runPlan(plan);
     sweepBegun();
+    return true;
+}
+
+void AcquisitionDriver::parkAtChangedStart()
+{
+    const QScopedValueRollback guard(m_commandsGenerator, true);
+    park();
+}
+
+bool AcquisitionDriver::generate(std::int32_t hertz)
+{
+    const QScopedValueRollback guard(m_commandsGenerator, true);
+    return putGeneratorOn(hertz);
+}
+
+void AcquisitionDriver::silence()
+{
+    const QScopedValueRollback guard(m_commandsGenerator, true);
+    putGeneratorOff();
+}
+
+void AcquisitionDriver::generatorCommanded()
+{
+    if (!m_commandsGenerator)
+        emit generatorTaken();
 }
 
 // Its aComplete is still to come, and the vectors that are on their way belong to no plan of the table.
 void AcquisitionDriver::endReading()
 {
-    if (!m_reading || m_startsReading)
+    if (!m_reading)
         return;
     m_reading.reset();
     watchEnds();
@@ -163,12 +191,14 @@ void AcquisitionDriver::serverEnded()
     const bool isReading = m_reading.has_value();
     m_reading.reset();
     m_readingCompletes = false;
+    m_portLost = false;
+    emit generatorTaken();
     if (!std::exchange(m_sweepRuns, false) && !m_endedByFlood)
         return;
     // Not from inside the call that failed: events arrive between window messages. Before the error, so that its box
     // does not keep those waiting who wait for the end of the sweep.
-    QMetaObject::invokeMethod(this, isReading ? &AcquisitionDriver::readingEnded : &AcquisitionDriver::aComplete,
-                              Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        this, [this, isReading] { isReading ? emit readingEnded(true) : emit aComplete(); }, Qt::QueuedConnection);
     // After a time-out the failed call has its own message.
     if (m_endedByTimeout)
         return;
@@ -187,16 +217,20 @@ void AcquisitionDriver::serverCompleted()
         return;
     }
     // A sweep may have begun behind it.
-    if (m_reading)
+    const bool byItself = m_reading.has_value();
+    if (byItself)
         watchEnds();
     m_reading.reset();
-    emit readingEnded();
+    emit readingEnded(byItself);
 }
 
 void AcquisitionDriver::serverFailed(std::int16_t code, const QString &text)
 {
-    if (code == numberOf(ErrorCode::Transmission) ? takesEvents() : takesNews())
-        emit aErrore(code, bounded(text));
+    if (!(code == numberOf(ErrorCode::Transmission) ? takesEvents() : takesNews()))
+        return;
+    if (code == numberOf(ErrorCode::Port))
+        m_portLost = true;
+    emit aErrore(code, bounded(text));
 }
 
 void AcquisitionDriver::serverPlanned(const VectorPlan &plan)
@@ -209,6 +243,7 @@ bool AcquisitionDriver::takesVector(const QVector<int> &counts)
 {
     if (!takesEvents())
         return false;
+    m_portLost = false;
     if (m_reading && m_vectorPlan == m_reading)
         emit readingTaken(counts);
     else if (isOfTablePlan())
@@ -312,6 +347,7 @@ bool AcquisitionDriver::tellWhetherOpen(const std::function<bool()> &openPort, c
         log().writeLog(logPrefix() + reason);
     }
     if (open) {
+        m_portLost = false;
         emit portOpened();
         return true;
     }

@@ -95,8 +95,9 @@ public:
     // success.
     void startUp();
 
-    // The hardware was configured and its server is there: a detector that is read now says something.
-    bool isConfigured() const { return m_settingsSent && isServerUp(); }
+    // The hardware was configured, its server is there, and its port has not been lost since: a detector that is read
+    // now says something.
+    bool isConfigured() const { return m_settingsSent && !m_portLost && isServerUp(); }
 
     // The sequence that starts a sweep of the current plan. False: the hardware refused to prepare it.
     // A server that has died is started and configured anew first. Hardware whose port could not be opened at the
@@ -109,8 +110,8 @@ public:
     // Gives a running sweep the current plan. Only for Replanning::InPlace.
     virtual void replanSweep() {}
 
-    // Puts the idle generator on a changed start frequency.
-    virtual void parkAtChangedStart() = 0;
+    // Puts the idle generator on a changed start frequency. Not told by generatorTaken().
+    void parkAtChangedStart();
 
     // After aComplete has been handled.
     virtual void sweepCompleted() {}
@@ -145,18 +146,29 @@ public:
 
     // --- generator and detector as instruments of their own, while no sweep runs ---
 
-    // Puts the generator on this frequency (Hz), and switches it off until the next frequency or sweep. What the board
-    // refuses is told by refused().
-    virtual void generate(std::int32_t hertz) = 0;
-    virtual void silence() = 0;
+    // Puts the generator on this frequency (Hz). False: the board refused it. A frequency that the hardware cannot
+    // give, or a board that does not answer, may be told later, by aErrore().
+    bool generate(std::int32_t hertz);
+    // Switches the generator's output off, until the next frequency or sweep.
+    void silence();
 
-    // What the converter reads now; nothing where the detector is read in sweeps only.
-    virtual std::optional<int> readDetectorCount() { return std::nullopt; }
+    // Whether the counts say what level there is at the detector.
+    virtual bool measuresLevel() const { return true; }
 
-    // For those: sweeps over 400 Hz around this frequency. readingTaken() brings the counts of each, until
-    // stopReading() or until any other operation needs the hardware; then comes readingEnded().
-    void startReading(std::int32_t hertz);
+    // Whether the detector can be read while the generator stands still; elsewhere it is read in sweeps only.
+    virtual bool readsWithoutSweep() const { return false; }
+
+    // What the converter reads now; for hardware that readsWithoutSweep(). 0 where the port was lost: aErrore() says
+    // so.
+    virtual int readDetectorCount() { return 0; }
+
+    // For all other hardware: sweeps over 400 Hz around this frequency, or beside it where the limits of the
+    // configuration want it so. readingTaken() brings the counts of each, until stopReading() or until any other
+    // operation needs the hardware; then comes readingEnded().
+    // False: not now. The hardware is not configured, or has not said yet that the last reading has ended.
+    bool startReading(std::int32_t hertz);
     void stopReading() { endReading(); }
+    bool isReading() const { return m_reading.has_value(); }
 
     // --- calibration, while no sweep runs ---
 
@@ -189,7 +201,12 @@ signals:
 
     // See startReading(): counts as the converter delivers them.
     void readingTaken(const QVector<int> &counts);
-    void readingEnded();
+    // byItself: nobody had stopped it.
+    void readingEnded(bool byItself);
+
+    // Something other than generate() and silence() has put the generator where it is now: a sweep, a reading, a
+    // frequency by hand, a reset, a start of the hardware. Or its server has gone.
+    void generatorTaken();
 
     // A reset has made the board forget its sweep: no aComplete is to be waited for.
     void sweepForgotten();
@@ -219,6 +236,14 @@ protected:
 
     // Prepares and runs; false when the preparation was refused.
     virtual bool runPlan(const SweepAxis &plan) = 0;
+
+    // parkAtChangedStart(), generate() and silence() of this interface.
+    virtual void park() = 0;
+    virtual bool putGeneratorOn(std::int32_t hertz) = 0;
+    virtual void putGeneratorOff() = 0;
+
+    // For each command that moves the generator.
+    void generatorCommanded();
 
     // The mode that the program converts with.
     virtual std::int16_t mode() const { return 0; }
@@ -301,8 +326,9 @@ private:
     QString m_path;
     std::optional<VectorPlan> m_vectorPlan; // as announced by the server
     std::optional<VectorPlan> m_reading;    // of startReading()
-    bool m_readingCompletes = false;        // the next aComplete is that of a reading
-    bool m_startsReading = false;
+    bool m_readingCompletes = false;        // the next aComplete is that of a reading, which may have been stopped
+    bool m_commandsGenerator = false;       // by parkAtChangedStart(), generate() or silence()
+    bool m_portLost = false;
     int m_takenVectors = 0; // since the server was told
     bool m_attached = false;
     bool m_sweepRuns = false;

@@ -60,6 +60,7 @@ void Instrument::adopt(std::unique_ptr<AcquisitionDriver> driver)
     connect(m_driver.get(), &AcquisitionDriver::aComplete, this, &Instrument::becomeIdle);
     connect(m_driver.get(), &AcquisitionDriver::sweepForgotten, this, &Instrument::becomeIdle);
     connect(m_driver.get(), &AcquisitionDriver::hardwareReady, this, &Instrument::restoreStoredOutputs);
+    emit driverMade();
 }
 
 void Instrument::becomeIdle()

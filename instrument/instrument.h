@@ -128,6 +128,8 @@ public:
     void shutDown();
 
 signals:
+    // driver() is another one now, or the first.
+    void driverMade();
     // takeSweeps() has connected the hardware, and starts to sweep.
     void connected();
     // A sweep is about to start.

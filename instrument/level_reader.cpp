@@ -2,7 +2,9 @@
 #include "instrument/level_reader.h"
 
 #include "core/runtime_error.h"
+#include "instrument/signal_generator.h"
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -14,6 +16,9 @@ namespace {
 constexpr int kBusyMs = 40;
 // What else needed the hardware may have more to do.
 constexpr int kPauseMs = 500;
+// After a failure. A server lets a board that does not answer be for up to 1.9 s.
+constexpr int kFirstRetryMs = 3'000;
+constexpr int kLastRetryMs = 60'000;
 
 LevelReading readingOf(const QVector<int> &counts)
 {
@@ -31,9 +36,11 @@ LevelReading readingOf(const QVector<int> &counts)
 
 } // namespace
 
-LevelReader::LevelReader(Instrument &instrument, QObject *parent)
+LevelReader::LevelReader(Instrument &instrument, const SignalGenerator *generator, QObject *parent)
     : QObject(parent)
     , m_instrument(instrument)
+    , m_generator(generator)
+    , m_retryMs(kFirstRetryMs)
 {
     m_timer.setObjectName(QStringLiteral("timerLevel"));
     m_timer.setParent(this);
@@ -46,15 +53,24 @@ void LevelReader::start(std::int32_t hertz, int readings)
     stop();
     m_hertz = hertz;
     m_readings = readings;
-    m_sinceEnd.invalidate();
+    m_rest.invalidate();
+    m_retryMs = kFirstRetryMs;
     m_timer.start();
 }
 
 void LevelReader::stop()
 {
     m_timer.stop();
-    m_counts.clear();
     m_pause = Pause::None;
+    endReading();
+}
+
+// What is on its way still is of a reading that nobody wants any more.
+void LevelReader::endReading()
+{
+    ++m_run;
+    m_counts.clear();
+    m_error.clear();
     if (!std::exchange(m_isReading, false) || !m_followed)
         return;
     try {
@@ -69,24 +85,33 @@ LevelReader::Pause LevelReader::pauseNow() const
     const AcquisitionDriver *driver = m_instrument.driver();
     if (!driver || !driver->isConfigured())
         return Pause::NotConnected;
-    return m_instrument.isSweeping() ? Pause::Sweep : Pause::None;
+    if (m_instrument.isSweeping())
+        return Pause::Sweep;
+    if (!driver->measuresLevel())
+        return Pause::NoLevel;
+    const bool isNeeded = m_generator && m_generator->isOn();
+    return isNeeded && !driver->readsWithoutSweep() ? Pause::Generator : Pause::None;
 }
 
 void LevelReader::tick()
 {
     const Pause pause = pauseNow();
+    if (pause != Pause::None)
+        endReading();
     if (std::exchange(m_pause, pause) != pause)
         emit paused(pause);
-    if (pause != Pause::None) {
-        m_counts.clear();
+    if (pause != Pause::None || !isRunning() || (m_rest.isValid() && !m_rest.hasExpired(m_restMs)))
         return;
-    }
+    m_rest.invalidate();
     try {
-        follow(*m_instrument.driver());
-        readAlone(*m_instrument.driver());
+        AcquisitionDriver &driver = *m_instrument.driver();
+        follow(driver);
+        if (driver.readsWithoutSweep())
+            readAlone(driver);
+        else
+            readInSweeps(driver);
     } catch (const RuntimeError &error) {
-        stop();
-        emit failed(error.message());
+        fail(error.message());
     }
 }
 
@@ -95,14 +120,48 @@ void LevelReader::follow(AcquisitionDriver &driver)
     if (m_followed == &driver)
         return;
     m_followed = &driver;
+    m_isReading = false;
     connect(&driver, &AcquisitionDriver::readingTaken, this, [this](const QVector<int> &counts) {
-        if (m_isReading)
+        if (!m_isReading)
+            return;
+        m_hasRead = true;
+        try {
             add(counts);
+        } catch (const RuntimeError &error) {
+            fail(error.message());
+        }
     });
-    connect(&driver, &AcquisitionDriver::readingEnded, this, [this] {
-        m_isReading = false;
-        m_sinceEnd.start();
-    });
+    connect(&driver, &AcquisitionDriver::readingEnded, this, &LevelReader::readingEnded);
+    connect(&driver, &AcquisitionDriver::aErrore, this,
+            [this, &driver](std::int16_t code, const QString &text) { noteError(driver, code, text); });
+}
+
+void LevelReader::noteError(const AcquisitionDriver &driver, std::int16_t code, const QString &text)
+{
+    using Reaction = AcquisitionDriver::ErrorReaction;
+    const Reaction reaction = driver.reactionTo(code);
+    if (reaction != Reaction::Ignore && reaction != Reaction::CountSilently)
+        m_error = text.section(u'\r', 0, 0);
+}
+
+void LevelReader::readingEnded(bool byItself)
+{
+    if (!std::exchange(m_isReading, false))
+        return;
+    m_counts.clear();
+    m_rest.start();
+    m_restMs = kPauseMs;
+    if (byItself && !m_hasRead)
+        fail(m_error.isEmpty() ? tr("The board does not deliver a reading.") : m_error);
+}
+
+void LevelReader::fail(const QString &reason)
+{
+    const QString why = reason; // endReading() empties m_error
+    endReading();
+    m_rest.start();
+    m_restMs = std::exchange(m_retryMs, std::min(2 * m_retryMs, kLastRetryMs));
+    emit failed(why);
 }
 
 void LevelReader::readAlone(AcquisitionDriver &driver)
@@ -110,32 +169,47 @@ void LevelReader::readAlone(AcquisitionDriver &driver)
     QElapsedTimer busy;
     busy.start();
     do {
-        const std::optional<int> count = driver.readDetectorCount();
-        if (!count) {
-            readInSweeps(driver);
-            return;
-        }
-        add({*count});
+        add({driver.readDetectorCount()});
     } while (!m_counts.isEmpty() && !busy.hasExpired(kBusyMs));
 }
 
 void LevelReader::readInSweeps(AcquisitionDriver &driver)
 {
-    if (m_isReading || (m_sinceEnd.isValid() && !m_sinceEnd.hasExpired(kPauseMs)))
+    if (m_isReading || !driver.startReading(m_hertz))
         return;
     m_isReading = true;
-    driver.startReading(m_hertz);
+    m_hasRead = false;
+    m_error.clear();
 }
 
+// Of a sweep, those that lie nearest to the frequency.
 void LevelReader::add(const QVector<int> &counts)
 {
-    if (!isRunning())
-        return;
     for (const int count : counts)
         m_counts.append(m_instrument.conversion().risingCount(count));
     if (m_counts.size() < m_readings)
         return;
-    const LevelReading reading = readingOf(std::exchange(m_counts, {}));
+    const qsizetype surplus = m_readings > 0 ? m_counts.size() - m_readings : 0;
+    const LevelReading reading = readingOf(std::exchange(m_counts, {}).mid(surplus / 2, surplus > 0 ? m_readings : -1));
+    // An error of the port that happened meanwhile is told before this.
+    QMetaObject::invokeMethod(
+        this,
+        [this, reading, run = m_run] {
+            if (run == m_run)
+                tell(reading);
+        },
+        Qt::QueuedConnection);
+}
+
+void LevelReader::tell(const LevelReading &reading)
+{
+    if (!m_error.isEmpty()) {
+        fail(m_error);
+        return;
+    }
+    if (pauseNow() != Pause::None)
+        return;
+    m_retryMs = kFirstRetryMs;
     emit taken(reading);
 }
 

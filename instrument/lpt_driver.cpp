@@ -72,7 +72,7 @@ void LptDriver::replanSweep()
     log().writeLog(logPrefix() + tr("Start/step sweep reinizializzati"));
 }
 
-void LptDriver::parkAtChangedStart()
+void LptDriver::park()
 {
     setFrequency(configuration().startFreq);
 }
@@ -88,14 +88,18 @@ void LptDriver::resetGenerator()
     setFrequency(kResetFrequency);
 }
 
-void LptDriver::generate(std::int32_t hertz)
+bool LptDriver::putGeneratorOn(std::int32_t hertz)
 {
     setFrequency(hertz);
+    return true;
 }
 
-void LptDriver::silence()
+// At 0 Hz the output stands still. A reset would not do: the server puts the chip on its last frequency after it.
+void LptDriver::putGeneratorOff()
 {
-    resetDevice();
+    setOffset(0.0);
+    setFrequency(0);
+    setOffset(configuration().ddsOffset);
 }
 
 void LptDriver::sweepCompleted()
@@ -163,11 +167,13 @@ void LptDriver::setSpeed(std::int16_t code)
 
 void LptDriver::resetDevice()
 {
+    generatorCommanded();
     finish(proxy().ResetDevice());
 }
 
 void LptDriver::setFrequency(std::int32_t hertz)
 {
+    generatorCommanded();
     finish(proxy().SetFrequency(hertz));
 }
 

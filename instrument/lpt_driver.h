@@ -23,12 +23,10 @@ public:
     Replanning replanning() const override { return Replanning::InPlace; }
     void replanSweep() override;
     AuxiliaryOutputs *outputs() override { return this; }
-    void parkAtChangedStart() override;
     void sendFrequency() override;
     void resetGenerator() override;
-    void generate(std::int32_t hertz) override;
-    void silence() override;
-    std::optional<int> readDetectorCount() override { return readDetector(); }
+    bool readsWithoutSweep() const override { return true; }
+    int readDetectorCount() override { return readDetector(); }
     void sweepCompleted() override;
     void setSpeed(std::int16_t code) override;
     bool triesOffsets() const override { return true; }
@@ -56,6 +54,9 @@ protected:
     bool configureHardware() override;
     void sendSettings() override;
     bool runPlan(const SweepAxis &plan) override;
+    void park() override;
+    bool putGeneratorOn(std::int32_t hertz) override;
+    void putGeneratorOff() override;
 };
 
 } // namespace calvorn

@@ -56,7 +56,7 @@ bool PicDriver::runPlan(const SweepAxis &plan)
     return accepted;
 }
 
-void PicDriver::parkAtChangedStart()
+void PicDriver::park()
 {
     sendOrWarn(kPicStart, configuration().startFreq, tr("Frequency not iniatized."));
 }
@@ -84,12 +84,13 @@ void PicDriver::resetGenerator()
     sendAndNote(kPicOutput, kResetFrequency);
 }
 
-void PicDriver::generate(std::int32_t hertz)
+bool PicDriver::putGeneratorOn(std::int32_t hertz)
 {
-    sendOrWarn(kPicOutput, hertz, tr("DDS frequency not initialized"));
+    return sendFrequency(kPicOutput, hertz);
 }
 
-void PicDriver::silence()
+// The generator of a board that was reset is off.
+void PicDriver::putGeneratorOff()
 {
     sendAndNote(kPicReset, 0);
 }
@@ -125,6 +126,8 @@ bool PicDriver::prepareSweep(std::int32_t start, std::int32_t step)
 
 bool PicDriver::sendFrequency(const QString &command, std::int32_t hertz)
 {
+    if (command == kPicOutput || command == kPicReset)
+        generatorCommanded();
     return finish(proxy().SendFrequency(command, hertz));
 }
 

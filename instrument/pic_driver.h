@@ -20,13 +20,10 @@ public:
     QString logPrefix() const override { return QStringLiteral("P> "); }
     QString caption() const override;
     Replanning replanning() const override { return Replanning::StopAndRestart; }
-    void parkAtChangedStart() override;
     void sendFrequency() override;
     void sendStartFrequency() override;
     void sendStepFrequency() override;
     void resetGenerator() override;
-    void generate(std::int32_t hertz) override;
-    void silence() override;
 
     // ----
 
@@ -42,6 +39,9 @@ protected:
     ErrorReaction hardwareReactionTo(std::int16_t tipoErrore) const override;
     bool configureHardware() override;
     bool runPlan(const SweepAxis &plan) override;
+    void park() override;
+    bool putGeneratorOn(std::int32_t hertz) override;
+    void putGeneratorOff() override;
 
 private:
     void sendOrWarn(const QString &command, std::int32_t hertz, const QString &warning);

@@ -2,6 +2,7 @@
 #include "instrument/signal_generator.h"
 
 #include "core/checked_arithmetic.h"
+#include "core/runtime_error.h"
 
 #include <algorithm>
 
@@ -12,7 +13,32 @@ SignalGenerator::SignalGenerator(const Configuration &configuration, Instrument 
     , m_configuration(configuration)
     , m_instrument(instrument)
 {
-    connect(&instrument, &Instrument::sweepStarts, this, [this] { setOn(false); });
+    connect(&instrument, &Instrument::sweepStarts, this, [this] { become(State::Elsewhere); });
+    connect(&instrument, &Instrument::driverMade, this, [this] { follow(m_instrument.driver()); });
+    follow(instrument.driver());
+}
+
+void SignalGenerator::follow(AcquisitionDriver *driver)
+{
+    if (!driver)
+        return;
+    connect(driver, &AcquisitionDriver::generatorTaken, this, [this] {
+        if (m_state != State::Elsewhere)
+            become(State::Elsewhere);
+    });
+    connect(driver, &AcquisitionDriver::aErrore, this,
+            [this, driver](std::int16_t code, const QString &text) { failed(*driver, code, text); });
+    become(State::Elsewhere);
+}
+
+// What the hardware says against a frequency comes some time after it.
+void SignalGenerator::failed(const AcquisitionDriver &driver, std::int16_t code, const QString &text)
+{
+    using Reaction = AcquisitionDriver::ErrorReaction;
+    const Reaction reaction = driver.reactionTo(code);
+    const bool isSilent = reaction == Reaction::Ignore || reaction == Reaction::CountSilently;
+    if (isOn() && !isSilent)
+        become(State::Elsewhere, text.section(u'\r', 0, 0));
 }
 
 std::int32_t SignalGenerator::withinLimits(double hertz) const
@@ -31,34 +57,57 @@ void SignalGenerator::setFrequency(std::int32_t hertz)
     emit changed();
 }
 
-QString SignalGenerator::switchOn()
+void SignalGenerator::switchOn()
 {
     if (m_instrument.isSweeping())
-        return tr("A sweep is running: stop it first.");
-    m_instrument.requiredDriver().generate(m_frequency);
-    setOn(true);
-    return {};
+        become(m_state, tr("A sweep is running: stop it first."));
+    else if (!m_instrument.requiredDriver().isConfigured())
+        become(m_state, tr("The hardware is not connected."));
+    else
+        generate();
 }
 
 void SignalGenerator::switchOff()
 {
-    if (!m_isOn)
+    AcquisitionDriver *driver = m_instrument.driver();
+    if (!driver)
         return;
-    setOn(false);
-    m_instrument.requiredDriver().silence();
+    command(State::Off, [driver] {
+        driver->silence();
+        return true;
+    });
 }
 
 void SignalGenerator::resume()
 {
-    if (m_isOn && !m_instrument.isSweeping())
-        m_instrument.requiredDriver().generate(m_frequency);
+    if (isOn() && !m_instrument.isSweeping())
+        generate();
 }
 
-void SignalGenerator::setOn(bool on)
+void SignalGenerator::generate()
 {
-    if (m_isOn == on)
+    command(State::On, [this] { return m_instrument.requiredDriver().generate(m_frequency); });
+}
+
+void SignalGenerator::command(State wanted, const std::function<bool()> &tell)
+{
+    try {
+        if (tell())
+            become(wanted);
+        else
+            become(State::Elsewhere, tr("The board did not take the frequency."));
+    } catch (const RuntimeError &) {
+        become(State::Elsewhere);
+        throw;
+    }
+}
+
+void SignalGenerator::become(State state, const QString &fault)
+{
+    if (m_state == state && m_fault == fault)
         return;
-    m_isOn = on;
+    m_state = state;
+    m_fault = fault;
     emit changed();
 }
 

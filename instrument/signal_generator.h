@@ -5,19 +5,28 @@
 
 #include <QObject>
 
+#include <functional>
+
 namespace calvorn {
 
-// The generator as a signal source: on at one frequency, or off. A sweep takes it, and leaves it off. The calibration
-// of the generator and its limits hold as in a sweep.
+// The generator as a signal source: on at one frequency, or off. The calibration of the generator and its limits hold
+// as in a sweep. Whatever else commands the generator takes it: it is then neither on nor off, and stands where the
+// other put it.
 class SignalGenerator : public QObject
 {
     Q_OBJECT
 
 public:
+    enum class State { On, Off, Elsewhere };
+
     SignalGenerator(const Configuration &configuration, Instrument &instrument, QObject *parent = nullptr);
 
-    bool isOn() const { return m_isOn; }
+    State state() const { return m_state; }
+    bool isOn() const { return m_state == State::On; }
     std::int32_t frequency() const { return m_frequency; } // Hz
+
+    // What went wrong since it was switched on last, in one sentence, or nothing.
+    const QString &fault() const { return m_fault; }
 
     // The frequency in hertz that lies nearest within the limits of the configuration.
     std::int32_t withinLimits(double hertz) const;
@@ -25,23 +34,29 @@ public:
     // Takes the frequency, and puts it on the generator where that is on. hertz: within the limits.
     void setFrequency(std::int32_t hertz);
 
-    // Empty, or why it stays off, in one sentence. RuntimeError where the hardware does not answer.
-    QString switchOn();
+    // Where it stays off, fault() says why. RuntimeError where the hardware does not answer.
+    void switchOn();
+    // Nothing without a driver.
     void switchOff();
 
-    // The generator was put somewhere else; where it is on it comes back.
+    // The generator was parked on the start of the sweep; where it is on it comes back.
     void resume();
 
 signals:
     void changed();
 
 private:
-    void setOn(bool on);
+    void follow(AcquisitionDriver *driver);
+    void generate();
+    void command(State wanted, const std::function<bool()> &tell);
+    void failed(const AcquisitionDriver &driver, std::int16_t code, const QString &text);
+    void become(State state, const QString &fault = {});
 
     const Configuration &m_configuration;
     Instrument &m_instrument;
     std::int32_t m_frequency = 0;
-    bool m_isOn = false;
+    State m_state = State::Elsewhere;
+    QString m_fault;
 };
 
 } // namespace calvorn

@@ -69,11 +69,17 @@ std::int16_t VnaDriver::mode() const
     return isMeasuring ? wanted : numberOf(VnaMode::Angle);
 }
 
-void VnaDriver::parkAtChangedStart()
+void VnaDriver::park()
 {
     setMode(numberOf(VnaMode::Parked));
     setFrequency(configuration().startFreq);
     setMode(configuration().measuringMode);
+}
+
+// The other modes show the magnitude; this one the phase.
+bool VnaDriver::measuresLevel() const
+{
+    return mode() != numberOf(VnaMode::Angle);
 }
 
 void VnaDriver::sendFrequency()
@@ -86,12 +92,13 @@ void VnaDriver::resetGenerator()
     setFrequency(kResetFrequency);
 }
 
-void VnaDriver::generate(std::int32_t hertz)
+bool VnaDriver::putGeneratorOn(std::int32_t hertz)
 {
     setFrequency(hertz);
+    return true;
 }
 
-void VnaDriver::silence()
+void VnaDriver::putGeneratorOff()
 {
     setMode(numberOf(VnaMode::Parked));
 }
@@ -159,6 +166,8 @@ bool VnaDriver::openPort(std::int16_t port, const QString &settings)
 
 void VnaDriver::setMode(std::int16_t mode)
 {
+    if (mode == numberOf(VnaMode::Parked))
+        generatorCommanded();
     finish(proxy().SetMode(mode));
 }
 
@@ -179,6 +188,7 @@ void VnaDriver::setOffset(double hertz)
 
 void VnaDriver::setFrequency(std::int32_t hertz)
 {
+    generatorCommanded();
     finish(proxy().SetFrequency(hertz));
 }
 

@@ -21,11 +21,9 @@ public:
     QString caption() const override;
     Replanning replanning() const override { return Replanning::StopAndRestart; }
     bool countsAreInverted() const override;
-    void parkAtChangedStart() override;
     void sendFrequency() override;
     void resetGenerator() override;
-    void generate(std::int32_t hertz) override;
-    void silence() override;
+    bool measuresLevel() const override;
     QString modeCaption() const override;
     QStringList modeCaptions() const override;
     QString nextMode(const QString &present) override;
@@ -51,6 +49,9 @@ protected:
     bool configureHardware() override;
     void sendSettings() override;
     bool runPlan(const SweepAxis &plan) override;
+    void park() override;
+    bool putGeneratorOn(std::int32_t hertz) override;
+    void putGeneratorOff() override;
     std::int16_t mode() const override;
 };
 

@@ -42,7 +42,7 @@ MeasureDock::MeasureDock(const Configuration &configuration, const SweepTable &t
     m_action->setObjectName(QStringLiteral("mnuMeasure"));
     m_action->setText(tr("M&easure"));
     m_action->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_M));
-    m_action->setToolTip(tr("Traces to compare with, results, limits"));
+    m_action->setToolTip(tr("Traces to compare with, results, limits, level meter and generator"));
     hide();
 }
 

@@ -7,15 +7,9 @@
 
 #include <algorithm>
 #include <iterator>
+#include <limits>
 
 namespace calvorn {
-
-namespace {
-
-constexpr double kSteepest = 1000.0;   // mV per dB
-constexpr double kFarthestDbm = 200.0; // of an intercept, above and below 0
-
-} // namespace
 
 DetectorLawBox::DetectorLawBox(const SetUpContext &context)
     : SetUpPage(context, tr("Law"))
@@ -29,7 +23,7 @@ DetectorLawBox::DetectorLawBox(const SetUpContext &context)
         m_preset->addItem(QString::fromLatin1(preset.name));
     m_preset->addItem(tr("Another"));
     buildEntries();
-    m_meaning = named(wrapping(new QLabel(this)), QStringLiteral("lblLaw"), tr("What the law says"));
+    m_meaning = named(wrapping(new QLabel(this)), QStringLiteral("lblLaw"), tr("About the chosen law"));
     auto *form = new QFormLayout(this);
     form->addRow(tr("La&w"), m_law);
     form->addRow(tr("Detecto&r"), m_preset);
@@ -44,37 +38,49 @@ DetectorLawBox::DetectorLawBox(const SetUpContext &context)
 void DetectorLawBox::buildEntries()
 {
     auto *slope = named(new EntryBox(this), QStringLiteral("txtSlope"),
-                        tr("Millivolts of the detector for one dB; below 0 where they fall with the level"),
+                        tr("Millivolts per dB, from 1 to 1000; negative where the voltage falls with the level"),
                         tr("Slope in mV per dB"));
-    m_slope = new NumberEntry(slope, NumberEntry::Kind::Real,
-                              {[this] { return NumberText().masked(values().detectorLaw.slope, kMaskVolt); },
-                               [this](double millivolts) {
-                                   if (millivolts != 0.0)
-                                       values().detectorLaw.slope = millivolts;
-                                   showPreset();
-                               },
-                               [] { return std::pair(-kSteepest, kSteepest); }},
-                              messages(), boundary());
+    m_slope = new NumberEntry(
+        slope, NumberEntry::Kind::Real,
+        {[this] { return NumberText().masked(values().detectorLaw.slope, kMaskVolt); },
+         [this](double millivolts) {
+             if (DetectorLaw::isSlope(millivolts))
+                 takeTyped(values().detectorLaw.slope, millivolts);
+             else
+                 messages().desktop().beep();
+         },
+         [] { return std::pair(std::numeric_limits<double>::lowest(), std::numeric_limits<double>::max()); }},
+        messages(), boundary());
     auto *intercept = named(new EntryBox(this), QStringLiteral("txtIntercept"),
                             tr("The level at which the line of the detector meets 0 V"), tr("Intercept in dBm"));
     m_intercept = new NumberEntry(intercept, NumberEntry::Kind::Real,
                                   {[this] { return NumberText().masked(values().detectorLaw.intercept, kMaskVolt); },
-                                   [this](double dBm) {
-                                       values().detectorLaw.intercept = dBm;
-                                       showPreset();
-                                   },
-                                   [] { return std::pair(-kFarthestDbm, kFarthestDbm); }},
+                                   [this](double dBm) { takeTyped(values().detectorLaw.intercept, dBm); },
+                                   [] { return std::pair(-DetectorLaw::kFarthestDbm, DetectorLaw::kFarthestDbm); }},
                                   messages(), boundary());
     for (EntryBox *box : {slope, intercept})
-        fitToNumber(box, NumberText().masked(-kSteepest, kMaskVolt));
+        fitToNumber(box, NumberText().masked(-DetectorLaw::kMostSlope, kMaskVolt));
+}
+
+// A box that is left as it was rounds nothing: it shows fewer decimals than the number may have.
+void DetectorLawBox::takeTyped(double &number, double typed)
+{
+    const NumberText numbers;
+    if (typed != numbers.toDouble(numbers.masked(number, kMaskVolt))) {
+        number = typed;
+        values().isLawChosen = true;
+    }
+    showPreset();
 }
 
 void DetectorLawBox::cboLaw_Click(int index)
 {
     DetectorLaw wanted = values().detectorLaw;
     wanted.kind = static_cast<DetectorLaw::Kind>(index);
-    if (wanted.isUsable())
+    if (wanted.isUsable()) {
         values().detectorLaw = wanted;
+        values().isLawChosen = true;
+    }
     showLaw();
     if (!wanted.isUsable())
         m_meaning->setText(tr("There is no table yet: \"SetUp/Calibrate level\" makes one."));
@@ -86,6 +92,7 @@ void DetectorLawBox::cboPreset_Click(int index)
         const DetectorPreset &preset = kDetectorPresets[index];
         values().detectorLaw.slope = preset.slope;
         values().detectorLaw.intercept = preset.intercept;
+        values().isLawChosen = true;
     }
     showLaw();
 }
@@ -123,10 +130,10 @@ void DetectorLawBox::showLaw()
         meaning = tr("The volts are RMS at the input, into 50 ohms.");
         break;
     case DetectorLaw::Kind::Table:
-        meaning = tr("%1 points from %2 to %3 dBm, of \"SetUp/Calibrate level\"")
-                      .arg(NumberText::fromInteger(static_cast<std::int32_t>(law.points.size())),
-                           numbers.masked(std::min(law.points.front().dBm, law.points.back().dBm), kMaskDb),
-                           numbers.masked(std::max(law.points.front().dBm, law.points.back().dBm), kMaskDb));
+        meaning = tr("%1 points from %2 to %3 dBm, made with \"SetUp/Calibrate level\"")
+                      .arg(NumberText::fromInteger(static_cast<std::int32_t>(law.points().size())),
+                           numbers.masked(std::min(law.points().front().dBm, law.points().back().dBm), kMaskDb),
+                           numbers.masked(std::max(law.points().front().dBm, law.points().back().dBm), kMaskDb));
         break;
     }
     m_meaning->setText(meaning);

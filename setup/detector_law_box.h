@@ -26,6 +26,7 @@ private:
     void cboPreset_Click(int index);
     void showLaw();
     void showPreset();
+    void takeTyped(double &number, double typed);
 
     QComboBox *m_law = nullptr;
     QComboBox *m_preset = nullptr;

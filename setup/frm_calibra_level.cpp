@@ -47,7 +47,7 @@ FrmCalibraLevel::FrmCalibraLevel(Configuration &configuration, Instrument &instr
     , m_known(levelBox("spinKnownLevel", tr("The level that the source gives, in dBm into 50 ohms"), kLowestDbm,
                        kHighestDbm, this))
     , m_attenuator(
-          levelBox("spinStep", tr("What an attenuator in between takes away, in dB"), 0.0, kMostAttenuation, this))
+          levelBox("spinStep", tr("Attenuation between source and detector, in dB"), 0.0, kMostAttenuation, this))
     , m_measure(named(new QPushButton(tr("&Measure"), this), "cmdMeasure",
                       tr("Reads the detector %1 times at this level").arg(kReadings)))
 {
@@ -55,9 +55,9 @@ FrmCalibraLevel::FrmCalibraLevel(Configuration &configuration, Instrument &instr
     setWindowTitle(tr("Level calibration"));
     auto *instructions =
         new QLabel(tr("1. Connect a source of known level to the detector, through a step attenuator.") + u'\n' +
-                       tr("2. Enter its level and what the attenuator takes away, and press \"Measure\".") + u'\n' +
-                       tr("3. Go on with the next step. Two points make a logarithmic law, three or more a table.") +
-                       u'\n' + tr("The generator of the board is a source, too: it stands on the start frequency."),
+                       tr("2. Enter its level and the attenuation, and press \"Measure\".") + u'\n' +
+                       tr("3. Repeat this with the next step. A logarithmic law needs two points, a table three.") +
+                       u'\n' + tr("The generator of the board can be the source: it is set to the start frequency."),
                    this);
     instructions->setWordWrap(true);
     auto *grid = new QGridLayout(this);
@@ -67,7 +67,7 @@ FrmCalibraLevel::FrmCalibraLevel(Configuration &configuration, Instrument &instr
     m_curve = new LevelCurve(this);
     m_curve->setObjectName(QStringLiteral("picLevel"));
     grid->addWidget(m_curve, 2, 0);
-    m_told = named(new QLabel(this), "lblTold", tr("What the last measurement said"));
+    m_told = named(new QLabel(this), "lblTold", tr("Result of the last measurement"));
     m_told->setWordWrap(true);
     grid->addWidget(m_told, 3, 0, 1, 2);
     grid->addLayout(buildButtons(), 4, 0, 1, 2);
@@ -82,6 +82,8 @@ FrmCalibraLevel::FrmCalibraLevel(Configuration &configuration, Instrument &instr
             measuringEnded(tr("A sweep is running: stop it first."));
         else if (why == LevelReader::Pause::NotConnected)
             measuringEnded(tr("The hardware is not connected."));
+        else if (why == LevelReader::Pause::NoLevel)
+            measuringEnded(tr("The instrument measures the phase: choose RetLoss or DUT."));
     });
 }
 
@@ -94,7 +96,8 @@ QLayout *FrmCalibraLevel::buildEntries()
     m_measure->setAutoDefault(false);
     m_log =
         named(new QRadioButton(tr("&Logarithmic"), this), "optLog", tr("Slope and intercept that fit the points best"));
-    m_table = named(new QRadioButton(tr("Ta&ble"), this), "optTable", tr("The points themselves, interpolated in dB"));
+    m_table = named(new QRadioButton(tr("Ta&ble"), this), "optTable",
+                    tr("The points themselves, with interpolation between them"));
     for (QRadioButton *option : {m_log, m_table}) {
         form->addRow(option);
         m_boundary.connect(option, &QRadioButton::clicked, this, "optLaw_Click", [this] { showPoints(); });
@@ -106,8 +109,8 @@ QLayout *FrmCalibraLevel::buildPoints()
 {
     auto *column = new QVBoxLayout;
     m_list = named(new QTableWidget(0, 4, this), "lstPoints",
-                   tr("What was measured, and what the law is off at each point"));
-    m_list->setHorizontalHeaderLabels({tr("dBm"), tr("mV"), tr("Spread - mV"), tr("Off - dB")});
+                   tr("The measured points, and the error of the law at each of them"));
+    m_list->setHorizontalHeaderLabels({tr("dBm"), tr("mV"), tr("Spread - mV"), tr("Error - dB")});
     m_list->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_list->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_list->verticalHeader()->hide();
@@ -118,10 +121,10 @@ QLayout *FrmCalibraLevel::buildPoints()
         widest = std::max(widest, header->sectionSizeHint(section));
     m_list->setMinimumWidth(header->count() * widest + 2 * m_list->frameWidth() +
                             m_list->verticalScrollBar()->sizeHint().width());
-    m_remove = named(new QPushButton(tr("&Remove"), this), "cmdRemove", tr("Removes the points that are selected"));
+    m_remove = named(new QPushButton(tr("&Remove"), this), "cmdRemove", tr("Remove the selected points"));
     m_remove->setAutoDefault(false);
     m_boundary.connect(m_remove, &QPushButton::clicked, this, "cmdRemove_Click", [this] { cmdRemove_Click(); });
-    m_result = named(new QLabel(this), "lblResult", tr("The law that the points make"));
+    m_result = named(new QLabel(this), "lblResult", tr("The law calculated from the points"));
     m_result->setWordWrap(true);
     column->addWidget(m_list, 1);
     column->addWidget(m_remove);
@@ -131,9 +134,8 @@ QLayout *FrmCalibraLevel::buildPoints()
 
 QLayout *FrmCalibraLevel::buildButtons()
 {
-    m_apply =
-        named(new QPushButton(tr("&Apply"), this), "cmdApply", tr("Takes the law, and writes it into the settings"));
-    auto *cancel = named(new QPushButton(tr("&Cancel"), this), "cmdCancel", tr("Closes without any change"));
+    m_apply = named(new QPushButton(tr("&Apply"), this), "cmdApply", tr("Use this law and save it in the settings"));
+    auto *cancel = named(new QPushButton(tr("&Cancel"), this), "cmdCancel", tr("Close without any change"));
     for (QPushButton *button : {m_apply, cancel})
         button->setAutoDefault(false);
     m_boundary.connect(m_apply, &QPushButton::clicked, this, "cmdApply_Click", [this] { cmdApply_Click(); });
@@ -170,6 +172,7 @@ void FrmCalibraLevel::load()
 
 void FrmCalibraLevel::cmdMeasure_Click()
 {
+    m_measured = m_known->value() - m_attenuator->value();
     m_measure->setEnabled(false);
     m_told->setText(tr("Reading the detector ..."));
     m_reader.start(m_configuration.startFreq, kReadings);
@@ -182,11 +185,11 @@ void FrmCalibraLevel::measuringEnded(const QString &told)
     m_told->setText(told);
 }
 
-// A level that was measured before is measured anew.
+// A level that was measured before gets a new point.
 void FrmCalibraLevel::take(const LevelReading &reading)
 {
     const DetectorCalibration detector = detectorOf(m_configuration);
-    const CalibrationPoint point{m_known->value() - m_attenuator->value(), detector.detectorVolts(reading.count),
+    const CalibrationPoint point{m_measured, detector.detectorVolts(reading.count),
                                  reading.spread * static_cast<double>(detector.step)};
     measuringEnded(
         tr("%1 readings: %2 mV").arg(reading.readings).arg(NumberText().masked(point.volts * kMillivolts, kMaskDb)));
@@ -218,17 +221,19 @@ QString FrmCalibraLevel::lawText(const std::optional<DetectorLaw> &law) const
         return tr("Points still needed: %1").arg(needed - m_points.size());
     if (m_points.size() > DetectorLaw::kMostPoints && !m_log->isChecked())
         return tr("A table holds %1 points.").arg(DetectorLaw::kMostPoints);
+    if (!law && m_log->isChecked())
+        return tr("The best line has a slope outside 1 to 1000 mV per dB, or an intercept beyond 200 dBm: no law.");
     if (!law)
         return tr("The volts do not rise or fall all the way with the level: no law.");
     double worst = 0.0;
     for (const CalibrationPoint &point : m_points)
         worst = std::max(worst, std::abs(residualOf(*law, point)));
     const NumberText numbers;
-    const QString off = tr("off by %1 dB at most").arg(numbers.masked(worst, kMaskFixed));
+    const QString error = tr("largest error %1 dB").arg(numbers.masked(worst, kMaskFixed));
     if (law->kind == DetectorLaw::Kind::Table)
-        return tr("%1 points").arg(law->points.size());
+        return tr("%1 points").arg(law->points().size());
     return tr("%1 mV per dB, intercept %2 dBm, %3")
-        .arg(numbers.masked(law->slope, kMaskVolt), numbers.masked(law->intercept, kMaskVolt), off);
+        .arg(numbers.masked(law->slope, kMaskVolt), numbers.masked(law->intercept, kMaskVolt), error);
 }
 
 void FrmCalibraLevel::showPoints()
@@ -265,7 +270,7 @@ void FrmCalibraLevel::cmdApply_Click()
         wanted.slope = made->slope;
         wanted.intercept = made->intercept;
     } else {
-        wanted.points = made->points;
+        wanted.setPoints(made->points());
     }
     writeDetectorLaw(wanted, m_configuration.iniPath);
     m_configuration.detectorLaw = wanted;

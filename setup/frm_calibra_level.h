@@ -52,6 +52,7 @@ private:
     ErrorBoundary &m_boundary;
     LevelReader m_reader;
     std::vector<CalibrationPoint> m_points; // by falling level
+    double m_measured = 0.0;                // dBm, the level that is being measured
     RealSpinBox *m_known;
     RealSpinBox *m_attenuator;
     QPushButton *m_measure;

@@ -179,8 +179,10 @@ void FrmSetUp::cmdApply_Click()
     if (m_messages.show(BoxIcon::Warning, BoxButtons::OkCancel,
                         tr("Please confirm, now program will exit.") + u'\r' + tr("Please restart.")) != kBoxOk)
         return;
-    const QVector<ProfileEntry> law = detectorLawEntries(m_values.detectorLaw, Profile(m_configuration.iniPath));
-    if (!writeProfileStrings(m_configuration.iniPath, entriesOf(m_values) + law))
+    QVector<ProfileEntry> entries = entriesOf(m_values);
+    if (m_values.isLawChosen)
+        entries += detectorLawEntries(m_values.detectorLaw, Profile(m_configuration.iniPath));
+    if (!writeProfileStrings(m_configuration.iniPath, entries))
         throw RuntimeError(RuntimeError::Kind::File,
                            tr("the configuration could not be written into %1").arg(m_configuration.iniPath));
     accept();

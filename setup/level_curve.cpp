@@ -28,7 +28,7 @@ QString number(double value, const DisplayMask &mask)
 LevelCurve::LevelCurve(QWidget *parent)
     : QWidget(parent)
 {
-    setToolTip(tr("Volts of the detector over the level, and below what the law is off at each point"));
+    setToolTip(tr("The detector's voltage against the level; below it, the error of the law at each point"));
 }
 
 QSize LevelCurve::sizeHint() const

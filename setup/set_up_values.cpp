@@ -85,6 +85,7 @@ QStringList loadFrom(const char *section, SetUpValues &values, const QString &pa
     reader.read(values.potMin, kPotMin);
     QStringList faults = reader.faults();
     values.detectorLaw = readDetectorLaw(reader.profile(), faults);
+    values.isLawChosen = false;
     return faults;
 }
 

@@ -29,6 +29,7 @@ struct SetUpValues : HardwareSettings
     std::array<AuxValues, 2> aux;
     QString potMax; // 0 to 255; either empty: there is no potentiometer
     QString potMin;
+    bool isLawChosen = false; // by the user; otherwise "Apply" leaves the law in the file as it is, damaged or not
 };
 
 inline constexpr std::array<const char *, 3> kDdsDevices = {kDdsChips[0].name, kDdsChips[1].name, kDdsChips[2].name};

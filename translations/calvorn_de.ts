@@ -659,10 +659,6 @@
         <translation>[%1] &quot;%2&quot;: %3 Es wird kein Port geöffnet.</translation>
     </message>
     <message>
-        <source>[%1] &quot;%2&quot;: %3 The detector counts as linear.</source>
-        <translation>[%1] „%2“: %3 Der Detektor gilt als linear.</translation>
-    </message>
-    <message>
         <source>&quot;%1&quot; is no slope.</source>
         <translation>„%1“ ist keine Steilheit.</translation>
     </message>
@@ -689,6 +685,14 @@
     <message>
         <source>the law could not be written into %1</source>
         <translation>die Kennlinie konnte nicht in %1 geschrieben werden</translation>
+    </message>
+    <message>
+        <source>[%1] &quot;%2&quot;: %3 The detector is treated as linear.</source>
+        <translation>[%1] „%2“: %3 Der Detektor wird als linear behandelt.</translation>
+    </message>
+    <message>
+        <source>This point is missing, but later ones exist.</source>
+        <translation>Dieser Punkt fehlt, es gibt aber spätere.</translation>
     </message>
 </context>
 <context>
@@ -1630,10 +1634,6 @@
         <translation>Ein anderer</translation>
     </message>
     <message>
-        <source>What the law says</source>
-        <translation>Was die Kennlinie besagt</translation>
-    </message>
-    <message>
         <source>La&amp;w</source>
         <translation>Kenn&amp;linie</translation>
     </message>
@@ -1648,10 +1648,6 @@
     <message>
         <source>I&amp;ntercept - dBm</source>
         <translation>Sch&amp;nittpunkt - dBm</translation>
-    </message>
-    <message>
-        <source>Millivolts of the detector for one dB; below 0 where they fall with the level</source>
-        <translation>Millivolt des Detektors für ein dB; unter 0, wenn sie mit dem Pegel fallen</translation>
     </message>
     <message>
         <source>The level at which the line of the detector meets 0 V</source>
@@ -1670,16 +1666,24 @@
         <translation>Die Volt sind Effektivwerte am Eingang, an 50 Ohm.</translation>
     </message>
     <message>
-        <source>%1 points from %2 to %3 dBm, of &quot;SetUp/Calibrate level&quot;</source>
-        <translation>%1 Punkte von %2 bis %3 dBm, aus „Einstellungen/Pegel kalibrieren“</translation>
-    </message>
-    <message>
         <source>Slope in mV per dB</source>
         <translation>Steilheit in mV je dB</translation>
     </message>
     <message>
         <source>Intercept in dBm</source>
         <translation>Schnittpunkt in dBm</translation>
+    </message>
+    <message>
+        <source>About the chosen law</source>
+        <translation>Zur gewählten Kennlinie</translation>
+    </message>
+    <message>
+        <source>Millivolts per dB, from 1 to 1000; negative where the voltage falls with the level</source>
+        <translation>Millivolt pro dB, von 1 bis 1000; negativ, wenn die Spannung mit steigendem Pegel fällt</translation>
+    </message>
+    <message>
+        <source>%1 points from %2 to %3 dBm, made with &quot;SetUp/Calibrate level&quot;</source>
+        <translation>%1 Punkte von %2 bis %3 dBm, erstellt mit „Einstellungen/Pegel kalibrieren“</translation>
     </message>
 </context>
 <context>
@@ -1882,10 +1886,6 @@
         <translation>Der Pegel der Quelle, in dBm an 50 Ohm</translation>
     </message>
     <message>
-        <source>What an attenuator in between takes away, in dB</source>
-        <translation>Was ein Dämpfungsglied dazwischen wegnimmt, in dB</translation>
-    </message>
-    <message>
         <source>&amp;Measure</source>
         <translation>&amp;Messen</translation>
     </message>
@@ -1900,22 +1900,6 @@
     <message>
         <source>1. Connect a source of known level to the detector, through a step attenuator.</source>
         <translation>1. Eine Quelle mit bekanntem Pegel über ein schaltbares Dämpfungsglied an den Detektor anschließen.</translation>
-    </message>
-    <message>
-        <source>2. Enter its level and what the attenuator takes away, and press &quot;Measure&quot;.</source>
-        <translation>2. Ihren Pegel und die Dämpfung eingeben und „Messen“ drücken.</translation>
-    </message>
-    <message>
-        <source>3. Go on with the next step. Two points make a logarithmic law, three or more a table.</source>
-        <translation>3. Mit der nächsten Stufe weitermachen. Zwei Punkte ergeben eine logarithmische Kennlinie, drei oder mehr eine Tabelle.</translation>
-    </message>
-    <message>
-        <source>The generator of the board is a source, too: it stands on the start frequency.</source>
-        <translation>Auch der Generator der Platine ist eine Quelle: Er steht auf der Startfrequenz.</translation>
-    </message>
-    <message>
-        <source>What the last measurement said</source>
-        <translation>Was die letzte Messung ergab</translation>
     </message>
     <message>
         <source>A sweep is running: stop it first.</source>
@@ -1946,14 +1930,6 @@
         <translation>&amp;Tabelle</translation>
     </message>
     <message>
-        <source>The points themselves, interpolated in dB</source>
-        <translation>Die Punkte selbst, in dB interpoliert</translation>
-    </message>
-    <message>
-        <source>What was measured, and what the law is off at each point</source>
-        <translation>Was gemessen wurde und um wie viel die Kennlinie an jedem Punkt abweicht</translation>
-    </message>
-    <message>
         <source>dBm</source>
         <translation>dBm</translation>
     </message>
@@ -1962,28 +1938,12 @@
         <translation>Streuung - mV</translation>
     </message>
     <message>
-        <source>Off - dB</source>
-        <translation>Abweichung - dB</translation>
-    </message>
-    <message>
         <source>&amp;Remove</source>
         <translation>&amp;Entfernen</translation>
     </message>
     <message>
-        <source>Removes the points that are selected</source>
-        <translation>Entfernt die markierten Punkte</translation>
-    </message>
-    <message>
-        <source>The law that the points make</source>
-        <translation>Die Kennlinie, die sich aus den Punkten ergibt</translation>
-    </message>
-    <message>
         <source>&amp;Apply</source>
         <translation>Ü&amp;bernehmen</translation>
-    </message>
-    <message>
-        <source>Takes the law, and writes it into the settings</source>
-        <translation>Übernimmt die Kennlinie und schreibt sie in die Einstellungen</translation>
     </message>
     <message>
         <source>&amp;Cancel</source>
@@ -2002,20 +1962,12 @@
         <translation>Die Volt steigen oder fallen nicht durchgehend mit dem Pegel: keine Kennlinie.</translation>
     </message>
     <message>
-        <source>off by %1 dB at most</source>
-        <translation>höchstens %1 dB daneben</translation>
-    </message>
-    <message>
         <source>%1 points</source>
         <translation>%1 Punkte</translation>
     </message>
     <message>
         <source>%1 mV per dB, intercept %2 dBm, %3</source>
         <translation>%1 mV je dB, Schnittpunkt %2 dBm, %3</translation>
-    </message>
-    <message>
-        <source>Closes without any change</source>
-        <translation>Schließt, ohne etwas zu ändern</translation>
     </message>
     <message>
         <source>Points still needed: %1</source>
@@ -2028,6 +1980,66 @@
     <message>
         <source>%1 readings: %2 mV</source>
         <translation>%1 Messwerte: %2 mV</translation>
+    </message>
+    <message>
+        <source>Attenuation between source and detector, in dB</source>
+        <translation>Dämpfung zwischen Quelle und Detektor, in dB</translation>
+    </message>
+    <message>
+        <source>2. Enter its level and the attenuation, and press &quot;Measure&quot;.</source>
+        <translation>2. Ihren Pegel und die Dämpfung eingeben und „Messen“ drücken.</translation>
+    </message>
+    <message>
+        <source>3. Repeat this with the next step. A logarithmic law needs two points, a table three.</source>
+        <translation>3. Mit der nächsten Stufe wiederholen. Eine logarithmische Kennlinie braucht zwei Punkte, eine Tabelle drei.</translation>
+    </message>
+    <message>
+        <source>The generator of the board can be the source: it is set to the start frequency.</source>
+        <translation>Der Generator der Platine kann die Quelle sein: Er wird auf die Startfrequenz gesetzt.</translation>
+    </message>
+    <message>
+        <source>Result of the last measurement</source>
+        <translation>Ergebnis der letzten Messung</translation>
+    </message>
+    <message>
+        <source>The instrument measures the phase: choose RetLoss or DUT.</source>
+        <translation>Das Gerät misst die Phase: RetLoss oder DUT wählen.</translation>
+    </message>
+    <message>
+        <source>The points themselves, with interpolation between them</source>
+        <translation>Die Punkte selbst, dazwischen interpoliert</translation>
+    </message>
+    <message>
+        <source>The measured points, and the error of the law at each of them</source>
+        <translation>Die gemessenen Punkte und der Fehler der Kennlinie an jedem</translation>
+    </message>
+    <message>
+        <source>Error - dB</source>
+        <translation>Fehler - dB</translation>
+    </message>
+    <message>
+        <source>Remove the selected points</source>
+        <translation>Entfernt die markierten Punkte</translation>
+    </message>
+    <message>
+        <source>The law calculated from the points</source>
+        <translation>Die aus den Punkten berechnete Kennlinie</translation>
+    </message>
+    <message>
+        <source>Use this law and save it in the settings</source>
+        <translation>Diese Kennlinie verwenden und in den Einstellungen speichern</translation>
+    </message>
+    <message>
+        <source>Close without any change</source>
+        <translation>Ohne Änderung schließen</translation>
+    </message>
+    <message>
+        <source>The best line has a slope outside 1 to 1000 mV per dB, or an intercept beyond 200 dBm: no law.</source>
+        <translation>Die beste Gerade hat eine Steilheit außerhalb von 1 bis 1000 mV pro dB oder einen Achsenabschnitt jenseits von 200 dBm: keine Kennlinie.</translation>
+    </message>
+    <message>
+        <source>largest error %1 dB</source>
+        <translation>größter Fehler %1 dB</translation>
     </message>
 </context>
 <context>
@@ -2278,8 +2290,8 @@
         <translation>Pegel</translation>
     </message>
     <message>
-        <source>%1 of %2 samples are beyond the law of the detector</source>
-        <translation>%1 von %2 Messwerten liegen außerhalb der Kennlinie des Detektors</translation>
+        <source>%1 of %2 samples are outside the detector&apos;s calibrated range</source>
+        <translation>%1 von %2 Proben liegen außerhalb des kalibrierten Bereichs des Detektors</translation>
     </message>
 </context>
 <context>
@@ -2287,10 +2299,6 @@
     <message>
         <source>Generator</source>
         <translation>Generator</translation>
-    </message>
-    <message>
-        <source>What the generator does</source>
-        <translation>Was der Generator tut</translation>
     </message>
     <message>
         <source>Frequency - Hz</source>
@@ -2359,6 +2367,14 @@
     <message>
         <source>St&amp;ep - Hz</source>
         <translation>S&amp;chritt - Hz</translation>
+    </message>
+    <message>
+        <source>Whether the generator is on; not in use here: a sweep, the meter or a setting has moved it</source>
+        <translation>Ob der Generator eingeschaltet ist; hier nicht in Gebrauch: ein Durchlauf, die Pegelmessung oder eine Einstellung hat ihn verstellt</translation>
+    </message>
+    <message>
+        <source>The generator is not in use here.</source>
+        <translation>Der Generator ist hier nicht in Gebrauch.</translation>
     </message>
 </context>
 <context>
@@ -2566,10 +2582,6 @@
         <translation>Leistung an 50 Ohm</translation>
     </message>
     <message>
-        <source>Against the level at which &quot;Zero&quot; was pressed</source>
-        <translation>Gegen den Pegel, bei dem „Null“ gedrückt wurde</translation>
-    </message>
-    <message>
         <source>The lowest and the highest level so far</source>
         <translation>Der bisher niedrigste und höchste Pegel</translation>
     </message>
@@ -2582,32 +2594,12 @@
         <translation>Nu&amp;ll</translation>
     </message>
     <message>
-        <source>What stands between the source and the detector; it is added to the level</source>
-        <translation>Was zwischen Quelle und Detektor liegt; wird zum Pegel addiert</translation>
-    </message>
-    <message>
         <source>%1 to %2</source>
         <translation>%1 bis %2</translation>
     </message>
     <message>
-        <source>Beyond the law of the detector.</source>
-        <translation>Außerhalb der Kennlinie des Detektors.</translation>
-    </message>
-    <message>
-        <source>Below the floor of the detector.</source>
-        <translation>Unter der Schwelle des Detektors.</translation>
-    </message>
-    <message>
         <source>At full scale: the level may be higher.</source>
         <translation>Am Vollausschlag: Der Pegel kann höher sein.</translation>
-    </message>
-    <message>
-        <source>&amp;Anew</source>
-        <translation>Neu &amp;beginnen</translation>
-    </message>
-    <message>
-        <source>Starts minimum and maximum anew</source>
-        <translation>Beginnt Minimum und Maximum neu</translation>
     </message>
     <message>
         <source>Why the number may be wrong</source>
@@ -2618,19 +2610,43 @@
         <translation>&amp;Festhalten</translation>
     </message>
     <message>
-        <source>Keeps the numbers as they are</source>
-        <translation>Lässt die Zahlen stehen</translation>
+        <source>&amp;Reset</source>
+        <translation>Neu &amp;beginnen</translation>
     </message>
     <message>
-        <source>Makes the level of this moment 0 dB</source>
-        <translation>Macht den Pegel dieses Augenblicks zu 0 dB</translation>
+        <source>Starts minimum and maximum afresh</source>
+        <translation>Minimum und Maximum beginnen neu</translation>
+    </message>
+    <message>
+        <source>Relative to the level at which &quot;Zero&quot; was pressed</source>
+        <translation>Bezogen auf den Pegel, bei dem „Null“ gedrückt wurde</translation>
+    </message>
+    <message>
+        <source>Stops the meter; the numbers stay as they are</source>
+        <translation>Hält die Messung an; die Zahlen bleiben stehen</translation>
+    </message>
+    <message>
+        <source>Makes the level shown 0 dB</source>
+        <translation>Macht den angezeigten Pegel zu 0 dB</translation>
+    </message>
+    <message>
+        <source>Loss of an attenuator in front of the detector; it is added to the level</source>
+        <translation>Dämpfung vor dem Detektor; sie wird zum Pegel addiert</translation>
+    </message>
+    <message>
+        <source>Outside the detector&apos;s calibrated range.</source>
+        <translation>Außerhalb des kalibrierten Bereichs des Detektors.</translation>
+    </message>
+    <message>
+        <source>Below the detector&apos;s floor.</source>
+        <translation>Unter der Grenze des Detektors.</translation>
     </message>
 </context>
 <context>
     <name>calvorn::LevelCurve</name>
     <message>
-        <source>Volts of the detector over the level, and below what the law is off at each point</source>
-        <translation>Spannung des Detektors über dem Pegel, darunter die Abweichung der Kennlinie an jedem Punkt</translation>
+        <source>The detector&apos;s voltage against the level; below it, the error of the law at each point</source>
+        <translation>Spannung des Detektors über dem Pegel, darunter der Fehler der Kennlinie an jedem Punkt</translation>
     </message>
 </context>
 <context>
@@ -2642,6 +2658,21 @@
     <message>
         <source>The hardware is not connected.</source>
         <translation>Die Hardware ist nicht verbunden.</translation>
+    </message>
+    <message>
+        <source>The instrument measures the phase: choose RetLoss or DUT.</source>
+        <translation>Das Gerät misst die Phase: RetLoss oder DUT wählen.</translation>
+    </message>
+    <message>
+        <source>The generator is on: this interface can read the detector in sweeps only.</source>
+        <translation>Der Generator ist eingeschaltet: Diese Schnittstelle kann den Detektor nur in Durchläufen lesen.</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::LevelReader</name>
+    <message>
+        <source>The board does not deliver a reading.</source>
+        <translation>Die Platine liefert keinen Messwert.</translation>
     </message>
 </context>
 <context>
@@ -3045,8 +3076,8 @@
         <translation>M&amp;essen</translation>
     </message>
     <message>
-        <source>Traces to compare with, results, limits</source>
-        <translation>Kurven zum Vergleich, Ergebnisse, Grenzen</translation>
+        <source>Traces to compare with, results, limits, level meter and generator</source>
+        <translation>Kurven zum Vergleich, Ergebnisse, Grenzen, Pegelmesser und Generator</translation>
     </message>
     <message>
         <source>Traces</source>
@@ -3630,6 +3661,14 @@
     <message>
         <source>A sweep is running: stop it first.</source>
         <translation>Ein Durchlauf läuft: zuerst anhalten.</translation>
+    </message>
+    <message>
+        <source>The hardware is not connected.</source>
+        <translation>Die Hardware ist nicht verbunden.</translation>
+    </message>
+    <message>
+        <source>The board did not take the frequency.</source>
+        <translation>Die Platine hat die Frequenz nicht angenommen.</translation>
     </message>
 </context>
 <context>

@@ -659,10 +659,6 @@
         <translation>[%1] &quot;%2&quot;: %3 Non viene aperta nessuna porta.</translation>
     </message>
     <message>
-        <source>[%1] &quot;%2&quot;: %3 The detector counts as linear.</source>
-        <translation>[%1] &quot;%2&quot;: %3 Il rivelatore è considerato lineare.</translation>
-    </message>
-    <message>
         <source>&quot;%1&quot; is no slope.</source>
         <translation>&quot;%1&quot; non è una pendenza.</translation>
     </message>
@@ -689,6 +685,14 @@
     <message>
         <source>the law could not be written into %1</source>
         <translation>non è stato possibile scrivere la legge in %1</translation>
+    </message>
+    <message>
+        <source>[%1] &quot;%2&quot;: %3 The detector is treated as linear.</source>
+        <translation>[%1] &quot;%2&quot;: %3 Il rivelatore è considerato lineare.</translation>
+    </message>
+    <message>
+        <source>This point is missing, but later ones exist.</source>
+        <translation>Questo punto manca, ma ce ne sono di successivi.</translation>
     </message>
 </context>
 <context>
@@ -1630,10 +1634,6 @@
         <translation>Un altro</translation>
     </message>
     <message>
-        <source>What the law says</source>
-        <translation>Che cosa dice la legge</translation>
-    </message>
-    <message>
         <source>La&amp;w</source>
         <translation>Le&amp;gge</translation>
     </message>
@@ -1648,10 +1648,6 @@
     <message>
         <source>I&amp;ntercept - dBm</source>
         <translation>I&amp;ntercetta - dBm</translation>
-    </message>
-    <message>
-        <source>Millivolts of the detector for one dB; below 0 where they fall with the level</source>
-        <translation>Millivolt del rivelatore per un dB; sotto 0 se calano con il livello</translation>
     </message>
     <message>
         <source>The level at which the line of the detector meets 0 V</source>
@@ -1670,16 +1666,24 @@
         <translation>I volt sono efficaci all&apos;ingresso, su 50 ohm.</translation>
     </message>
     <message>
-        <source>%1 points from %2 to %3 dBm, of &quot;SetUp/Calibrate level&quot;</source>
-        <translation>%1 punti da %2 a %3 dBm, da &quot;Impostazioni/Taratura livello&quot;</translation>
-    </message>
-    <message>
         <source>Slope in mV per dB</source>
         <translation>Pendenza in mV per dB</translation>
     </message>
     <message>
         <source>Intercept in dBm</source>
         <translation>Intercetta in dBm</translation>
+    </message>
+    <message>
+        <source>About the chosen law</source>
+        <translation>Informazioni sulla legge scelta</translation>
+    </message>
+    <message>
+        <source>Millivolts per dB, from 1 to 1000; negative where the voltage falls with the level</source>
+        <translation>Millivolt per dB, da 1 a 1000; negativi se la tensione cala al crescere del livello</translation>
+    </message>
+    <message>
+        <source>%1 points from %2 to %3 dBm, made with &quot;SetUp/Calibrate level&quot;</source>
+        <translation>%1 punti da %2 a %3 dBm, ottenuti con &quot;Impostazioni/Taratura livello&quot;</translation>
     </message>
 </context>
 <context>
@@ -1882,10 +1886,6 @@
         <translation>Il livello della sorgente, in dBm su 50 ohm</translation>
     </message>
     <message>
-        <source>What an attenuator in between takes away, in dB</source>
-        <translation>Quanto toglie un attenuatore in mezzo, in dB</translation>
-    </message>
-    <message>
         <source>&amp;Measure</source>
         <translation>&amp;Misura</translation>
     </message>
@@ -1900,22 +1900,6 @@
     <message>
         <source>1. Connect a source of known level to the detector, through a step attenuator.</source>
         <translation>1. Collegare al rivelatore una sorgente di livello noto, attraverso un attenuatore a scatti.</translation>
-    </message>
-    <message>
-        <source>2. Enter its level and what the attenuator takes away, and press &quot;Measure&quot;.</source>
-        <translation>2. Scrivere il suo livello e l&apos;attenuazione, poi premere &quot;Misura&quot;.</translation>
-    </message>
-    <message>
-        <source>3. Go on with the next step. Two points make a logarithmic law, three or more a table.</source>
-        <translation>3. Proseguire con lo scatto seguente. Due punti danno una legge logaritmica, tre o più una tabella.</translation>
-    </message>
-    <message>
-        <source>The generator of the board is a source, too: it stands on the start frequency.</source>
-        <translation>Anche il generatore della scheda è una sorgente: è fermo sulla frequenza iniziale.</translation>
-    </message>
-    <message>
-        <source>What the last measurement said</source>
-        <translation>Che cosa ha detto l&apos;ultima misura</translation>
     </message>
     <message>
         <source>A sweep is running: stop it first.</source>
@@ -1946,14 +1930,6 @@
         <translation>Ta&amp;bella</translation>
     </message>
     <message>
-        <source>The points themselves, interpolated in dB</source>
-        <translation>I punti stessi, interpolati in dB</translation>
-    </message>
-    <message>
-        <source>What was measured, and what the law is off at each point</source>
-        <translation>Che cosa è stato misurato, e di quanto la legge si scosta in ogni punto</translation>
-    </message>
-    <message>
         <source>dBm</source>
         <translation>dBm</translation>
     </message>
@@ -1962,28 +1938,12 @@
         <translation>Dispersione - mV</translation>
     </message>
     <message>
-        <source>Off - dB</source>
-        <translation>Scarto - dB</translation>
-    </message>
-    <message>
         <source>&amp;Remove</source>
         <translation>T&amp;ogli</translation>
     </message>
     <message>
-        <source>Removes the points that are selected</source>
-        <translation>Toglie i punti selezionati</translation>
-    </message>
-    <message>
-        <source>The law that the points make</source>
-        <translation>La legge che risulta dai punti</translation>
-    </message>
-    <message>
         <source>&amp;Apply</source>
         <translation>&amp;Applica</translation>
-    </message>
-    <message>
-        <source>Takes the law, and writes it into the settings</source>
-        <translation>Adotta la legge e la scrive nelle impostazioni</translation>
     </message>
     <message>
         <source>&amp;Cancel</source>
@@ -2002,20 +1962,12 @@
         <translation>I volt non salgono né scendono sempre con il livello: nessuna legge.</translation>
     </message>
     <message>
-        <source>off by %1 dB at most</source>
-        <translation>scarto massimo %1 dB</translation>
-    </message>
-    <message>
         <source>%1 points</source>
         <translation>%1 punti</translation>
     </message>
     <message>
         <source>%1 mV per dB, intercept %2 dBm, %3</source>
         <translation>%1 mV per dB, intercetta %2 dBm, %3</translation>
-    </message>
-    <message>
-        <source>Closes without any change</source>
-        <translation>Chiude senza cambiare nulla</translation>
     </message>
     <message>
         <source>Points still needed: %1</source>
@@ -2028,6 +1980,66 @@
     <message>
         <source>%1 readings: %2 mV</source>
         <translation>%1 letture: %2 mV</translation>
+    </message>
+    <message>
+        <source>Attenuation between source and detector, in dB</source>
+        <translation>Attenuazione tra sorgente e rivelatore, in dB</translation>
+    </message>
+    <message>
+        <source>2. Enter its level and the attenuation, and press &quot;Measure&quot;.</source>
+        <translation>2. Scrivere il suo livello e l&apos;attenuazione, poi premere &quot;Misura&quot;.</translation>
+    </message>
+    <message>
+        <source>3. Repeat this with the next step. A logarithmic law needs two points, a table three.</source>
+        <translation>3. Ripetere con lo scatto seguente. Una legge logaritmica richiede due punti, una tabella tre.</translation>
+    </message>
+    <message>
+        <source>The generator of the board can be the source: it is set to the start frequency.</source>
+        <translation>La sorgente può essere il generatore della scheda: viene messo sulla frequenza iniziale.</translation>
+    </message>
+    <message>
+        <source>Result of the last measurement</source>
+        <translation>Risultato dell&apos;ultima misura</translation>
+    </message>
+    <message>
+        <source>The instrument measures the phase: choose RetLoss or DUT.</source>
+        <translation>Lo strumento misura la fase: scegliere RetLoss o DUT.</translation>
+    </message>
+    <message>
+        <source>The points themselves, with interpolation between them</source>
+        <translation>I punti stessi, con interpolazione tra l&apos;uno e l&apos;altro</translation>
+    </message>
+    <message>
+        <source>The measured points, and the error of the law at each of them</source>
+        <translation>I punti misurati e l&apos;errore della legge in ciascuno</translation>
+    </message>
+    <message>
+        <source>Error - dB</source>
+        <translation>Errore - dB</translation>
+    </message>
+    <message>
+        <source>Remove the selected points</source>
+        <translation>Rimuove i punti selezionati</translation>
+    </message>
+    <message>
+        <source>The law calculated from the points</source>
+        <translation>La legge calcolata dai punti</translation>
+    </message>
+    <message>
+        <source>Use this law and save it in the settings</source>
+        <translation>Usa questa legge e la salva nelle impostazioni</translation>
+    </message>
+    <message>
+        <source>Close without any change</source>
+        <translation>Chiude senza modifiche</translation>
+    </message>
+    <message>
+        <source>The best line has a slope outside 1 to 1000 mV per dB, or an intercept beyond 200 dBm: no law.</source>
+        <translation>La retta migliore ha una pendenza fuori da 1…1000 mV per dB o un&apos;intercetta oltre 200 dBm: nessuna legge.</translation>
+    </message>
+    <message>
+        <source>largest error %1 dB</source>
+        <translation>errore massimo %1 dB</translation>
     </message>
 </context>
 <context>
@@ -2278,8 +2290,8 @@
         <translation>Livello</translation>
     </message>
     <message>
-        <source>%1 of %2 samples are beyond the law of the detector</source>
-        <translation>%1 di %2 campioni sono oltre la legge del rivelatore</translation>
+        <source>%1 of %2 samples are outside the detector&apos;s calibrated range</source>
+        <translation>%1 campioni su %2 sono fuori dal campo tarato del rivelatore</translation>
     </message>
 </context>
 <context>
@@ -2287,10 +2299,6 @@
     <message>
         <source>Generator</source>
         <translation>Generatore</translation>
-    </message>
-    <message>
-        <source>What the generator does</source>
-        <translation>Che cosa fa il generatore</translation>
     </message>
     <message>
         <source>Frequency - Hz</source>
@@ -2359,6 +2367,14 @@
     <message>
         <source>St&amp;ep - Hz</source>
         <translation>&amp;Passo - Hz</translation>
+    </message>
+    <message>
+        <source>Whether the generator is on; not in use here: a sweep, the meter or a setting has moved it</source>
+        <translation>Se il generatore è acceso; qui non in uso: l&apos;ha spostato una scansione, il misuratore o un&apos;impostazione</translation>
+    </message>
+    <message>
+        <source>The generator is not in use here.</source>
+        <translation>Qui il generatore non è in uso.</translation>
     </message>
 </context>
 <context>
@@ -2566,10 +2582,6 @@
         <translation>Potenza su 50 ohm</translation>
     </message>
     <message>
-        <source>Against the level at which &quot;Zero&quot; was pressed</source>
-        <translation>Rispetto al livello al quale si è premuto &quot;Azzera&quot;</translation>
-    </message>
-    <message>
         <source>The lowest and the highest level so far</source>
         <translation>Il livello più basso e il più alto finora</translation>
     </message>
@@ -2582,32 +2594,12 @@
         <translation>A&amp;zzera</translation>
     </message>
     <message>
-        <source>What stands between the source and the detector; it is added to the level</source>
-        <translation>Che cosa sta fra sorgente e rivelatore; si somma al livello</translation>
-    </message>
-    <message>
         <source>%1 to %2</source>
         <translation>da %1 a %2</translation>
     </message>
     <message>
-        <source>Beyond the law of the detector.</source>
-        <translation>Oltre la legge del rivelatore.</translation>
-    </message>
-    <message>
-        <source>Below the floor of the detector.</source>
-        <translation>Sotto la soglia del rivelatore.</translation>
-    </message>
-    <message>
         <source>At full scale: the level may be higher.</source>
         <translation>A fondo scala: il livello può essere più alto.</translation>
-    </message>
-    <message>
-        <source>&amp;Anew</source>
-        <translation>&amp;Ricomincia</translation>
-    </message>
-    <message>
-        <source>Starts minimum and maximum anew</source>
-        <translation>Ricomincia minimo e massimo</translation>
     </message>
     <message>
         <source>Why the number may be wrong</source>
@@ -2618,19 +2610,43 @@
         <translation>&amp;Blocca</translation>
     </message>
     <message>
-        <source>Keeps the numbers as they are</source>
-        <translation>Lascia i numeri come sono</translation>
+        <source>&amp;Reset</source>
+        <translation>&amp;Ricomincia</translation>
     </message>
     <message>
-        <source>Makes the level of this moment 0 dB</source>
-        <translation>Fa del livello di questo momento 0 dB</translation>
+        <source>Starts minimum and maximum afresh</source>
+        <translation>Fa ripartire minimo e massimo</translation>
+    </message>
+    <message>
+        <source>Relative to the level at which &quot;Zero&quot; was pressed</source>
+        <translation>Rispetto al livello al quale si è premuto &quot;Azzera&quot;</translation>
+    </message>
+    <message>
+        <source>Stops the meter; the numbers stay as they are</source>
+        <translation>Ferma il misuratore; i numeri restano come sono</translation>
+    </message>
+    <message>
+        <source>Makes the level shown 0 dB</source>
+        <translation>Fa del livello mostrato lo 0 dB</translation>
+    </message>
+    <message>
+        <source>Loss of an attenuator in front of the detector; it is added to the level</source>
+        <translation>Attenuazione davanti al rivelatore; viene sommata al livello</translation>
+    </message>
+    <message>
+        <source>Outside the detector&apos;s calibrated range.</source>
+        <translation>Fuori dal campo tarato del rivelatore.</translation>
+    </message>
+    <message>
+        <source>Below the detector&apos;s floor.</source>
+        <translation>Sotto il minimo del rivelatore.</translation>
     </message>
 </context>
 <context>
     <name>calvorn::LevelCurve</name>
     <message>
-        <source>Volts of the detector over the level, and below what the law is off at each point</source>
-        <translation>Volt del rivelatore in funzione del livello, e sotto lo scarto della legge in ogni punto</translation>
+        <source>The detector&apos;s voltage against the level; below it, the error of the law at each point</source>
+        <translation>La tensione del rivelatore in funzione del livello; sotto, l&apos;errore della legge in ogni punto</translation>
     </message>
 </context>
 <context>
@@ -2642,6 +2658,21 @@
     <message>
         <source>The hardware is not connected.</source>
         <translation>L&apos;hardware non è collegato.</translation>
+    </message>
+    <message>
+        <source>The instrument measures the phase: choose RetLoss or DUT.</source>
+        <translation>Lo strumento misura la fase: scegliere RetLoss o DUT.</translation>
+    </message>
+    <message>
+        <source>The generator is on: this interface can read the detector in sweeps only.</source>
+        <translation>Il generatore è acceso: questa interfaccia può leggere il rivelatore solo con scansioni.</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::LevelReader</name>
+    <message>
+        <source>The board does not deliver a reading.</source>
+        <translation>La scheda non fornisce letture.</translation>
     </message>
 </context>
 <context>
@@ -3045,8 +3076,8 @@
         <translation>Mis&amp;ura</translation>
     </message>
     <message>
-        <source>Traces to compare with, results, limits</source>
-        <translation>Tracce di confronto, risultati, limiti</translation>
+        <source>Traces to compare with, results, limits, level meter and generator</source>
+        <translation>Tracce di confronto, risultati, limiti, misuratore di livello e generatore</translation>
     </message>
     <message>
         <source>Traces</source>
@@ -3630,6 +3661,14 @@
     <message>
         <source>A sweep is running: stop it first.</source>
         <translation>Uno sweep è in corso: fermarlo prima.</translation>
+    </message>
+    <message>
+        <source>The hardware is not connected.</source>
+        <translation>L&apos;hardware non è collegato.</translation>
+    </message>
+    <message>
+        <source>The board did not take the frequency.</source>
+        <translation>La scheda non ha accettato la frequenza.</translation>
     </message>
 </context>
 <context>

@@ -197,7 +197,9 @@ int LptBoard::measure(std::int64_t hertz)
 int LptBoard::readDetector()
 {
     const std::lock_guard guard(m_lock);
-    return settleAndRead();
+    const int count = settleAndRead();
+    m_hardware->port->confirmPresent();
+    return count;
 }
 
 void LptBoard::setAux(std::uint8_t value, int output)

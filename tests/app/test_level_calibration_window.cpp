@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 // The level calibration on the three simulated boards: known levels in, the law of the detector out.
 #include "core/detector_settings.h"
+#include "tests/support/detector_laws.h"
+#include "tests/support/interface_rows.h"
 #include "tests/support/interface_settings.h"
 #include "tests/support/sweep_tool.h"
 #include "tests/support/while_modal.h"
@@ -16,18 +18,22 @@ using namespace calvorn;
 
 namespace {
 
-constexpr double kFullDbm = 10.0; // of the simulated source
-constexpr int kMegahertz = 1'000'000;
+constexpr double kFullDbm = 10.0;   // of the simulated source
+constexpr int kStepHertz = 100'000; // so low that the generators lose nothing
 
-// The device is the attenuator: 5 dB more with each megahertz above the first.
+int hertzOf(int step)
+{
+    return (step + 2) * kStepHertz;
+}
+
+// The device is the attenuator: 5 dB more with each step of the frequency.
 QByteArray attenuatorFile()
 {
     QByteArray text;
     for (int step = 0; step <= 8; ++step) {
         const double ratio = std::pow(10.0, -5.0 * step / 20.0);
         for (const int side : {-1000, 1000})
-            text +=
-                QByteArray::number((step + 1) * kMegahertz + side) + ',' + QByteArray::number(ratio, 'g', 12) + '\n';
+            text += QByteArray::number(hertzOf(step) + side) + ',' + QByteArray::number(ratio, 'g', 12) + '\n';
     }
     return text;
 }
@@ -75,7 +81,7 @@ struct Bench : CurveFolder, test::WindowBench
     // A step of the attenuator is a frequency of the generator.
     void measure(QWidget &dialog, int step)
     {
-        configuration.startFreq = (step + 1) * kMegahertz;
+        configuration.startFreq = hertzOf(step);
         driver()->generate(configuration.startFreq);
         dialog.findChild<QDoubleSpinBox *>(QStringLiteral("spinKnownLevel"))->setValue(kFullDbm);
         dialog.findChild<QDoubleSpinBox *>(QStringLiteral("spinStep"))->setValue(5.0 * step);
@@ -100,14 +106,6 @@ void click(const QWidget &dialog, const char *name)
     QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(10, button->height() / 2));
 }
 
-void addInterfaces()
-{
-    QTest::addColumn<int>("interfaceType");
-    QTest::newRow("PIC") << int{kInterfacePic};
-    QTest::newRow("parallel port") << int{kInterfaceLpt};
-    QTest::newRow("MiniVNA") << int{kInterfaceVna};
-}
-
 } // namespace
 
 class TestLevelCalibrationWindow : public QObject
@@ -115,10 +113,11 @@ class TestLevelCalibrationWindow : public QObject
     Q_OBJECT
 
 private slots:
-    void twoPointsOfALogarithmicDetector_data() { addInterfaces(); }
+    void twoPointsOfALogarithmicDetector_data() { test::addInterfaceRows(); }
     void twoPointsOfALogarithmicDetector();
-    void eightStepsOfADiode_data() { addInterfaces(); }
+    void eightStepsOfADiode_data() { test::addInterfaceRows(); }
     void eightStepsOfADiode();
+    void aSlopeOfNothingIsRefused();
     void cancelLeavesEverything();
     void pointsAreReplacedAndRemoved();
     void aSweepIsToldAndNothingIsWrittenWhereItCannotBe();
@@ -162,14 +161,28 @@ void TestLevelCalibrationWindow::eightStepsOfADiode()
     });
     const DetectorLaw &law = bench.configuration.detectorLaw;
     QCOMPARE(law.kind, DetectorLaw::Kind::Table);
-    QCOMPARE(law.points.size(), std::size_t{9});
-    // A diode, square below 20 mV and linear above, with an amplifier of 2.4.
+    QCOMPARE(law.points().size(), std::size_t{9});
     for (double dBm = -30.0; dBm <= 10.0; dBm += 1.3) {
-        const double peak = std::sqrt(0.1 * std::pow(10.0, dBm / 10.0));
-        const double volts = 2.4 * (std::sqrt(peak * peak + 0.0004) - 0.02);
-        const double found = dBmOfVolts(law.inputVolts(volts));
+        const double found = dBmOfVolts(law.inputVolts(test::diodeVolts(dBm)));
         QVERIFY2(std::abs(found - dBm) <= 0.3, qPrintable(QStringLiteral("%1 dBm, not %2").arg(found).arg(dBm)));
     }
+}
+
+// The same level twice, though entered as two.
+void TestLevelCalibrationWindow::aSlopeOfNothingIsRefused()
+{
+    Bench bench(kInterfaceLpt, "log");
+    bench.calibrate([&](QWidget &dialog) {
+        bench.measure(dialog, 4);
+        dialog.findChild<QDoubleSpinBox *>(QStringLiteral("spinStep"))->setValue(60.0);
+        auto *button = dialog.findChild<QPushButton *>(QStringLiteral("cmdMeasure"));
+        click(dialog, "cmdMeasure");
+        QVERIFY(QTest::qWaitFor([&] { return button->isEnabled(); }, 10'000));
+        QCOMPARE(dialog.findChild<QTableWidget *>(QStringLiteral("lstPoints"))->rowCount(), 2);
+        QVERIFY2(textOf(dialog, "lblResult").contains(QLatin1String("slope outside 1 to 1000 mV per dB")),
+                 qPrintable(textOf(dialog, "lblResult")));
+        QVERIFY(!dialog.findChild<QPushButton *>(QStringLiteral("cmdApply"))->isEnabled());
+    });
 }
 
 void TestLevelCalibrationWindow::cancelLeavesEverything()

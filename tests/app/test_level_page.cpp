@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 // Level meter and generator on the last page of the panel, on the three simulated boards, with the hands of a person.
+#include "core/number_text.h"
+#include "tests/support/interface_rows.h"
 #include "tests/support/interface_settings.h"
 #include "tests/support/quiet_time.h"
 #include "tests/support/settings_page.h"
 #include "tests/support/window_bench.h"
 
 #include <QComboBox>
+#include <QDialog>
 #include <QDoubleSpinBox>
 #include <QLabel>
 #include <QProgressBar>
@@ -58,14 +61,6 @@ struct Bench : test::WindowBench
     }
 };
 
-void addInterfaces()
-{
-    QTest::addColumn<int>("interfaceType");
-    QTest::newRow("PIC") << int{kInterfacePic};
-    QTest::newRow("parallel port") << int{kInterfaceLpt};
-    QTest::newRow("MiniVNA") << int{kInterfaceVna};
-}
-
 } // namespace
 
 class TestLevelPage : public QObject
@@ -73,17 +68,20 @@ class TestLevelPage : public QObject
     Q_OBJECT
 
 private slots:
-    void theLevelIsRead_data() { addInterfaces(); }
+    void theLevelIsRead_data() { test::addInterfaceRows(); }
     void theLevelIsRead();
-    void aSweepComesFirst_data() { addInterfaces(); }
+    void aSweepComesFirst_data() { test::addInterfaceRows(); }
     void aSweepComesFirst();
     void holdZeroAndAttenuator();
     void warnings();
-    void theGenerator_data() { addInterfaces(); }
+    void theGenerator_data() { test::addInterfaceRows(); }
     void theGenerator();
     void memoriesAndStepsAreKept();
+    void theLimitsHold();
+    void whatIsNotChangedIsNotWritten();
+    void aDialogHasTheHardware();
     void theSettingsAreExplained();
-    void nothingRunsWhileItIsClosed_data() { addInterfaces(); }
+    void nothingRunsWhileItIsClosed_data() { test::addInterfaceRows(); }
     void nothingRunsWhileItIsClosed();
 };
 
@@ -174,11 +172,12 @@ void TestLevelPage::theGenerator()
     QFETCH(int, interfaceType);
     Bench bench(interfaceType);
     bench.openPage();
-    QCOMPARE(bench.label("lblGenerator"), QStringLiteral("The generator is off."));
+    QVERIFY(bench.label("lblGenerator").contains(QLatin1String("not in use here")));
     bench.type("txtGenerator", QStringLiteral("5000000"));
     bench.click("cmdGenerator");
     QCOMPARE(bench.label("lblGenerator"), QStringLiteral("The generator is on."));
-    QVERIFY(bench.reads(-20.0));
+    if (interfaceType == kInterfaceLpt)
+        QVERIFY(bench.reads(-20.0));
     bench.click("cmdGeneratorUp");
     QCOMPARE(bench.text("txtGenerator"), QStringLiteral("5,001,000"));
     bench.click("cmdGeneratorDown");
@@ -187,7 +186,7 @@ void TestLevelPage::theGenerator()
     // A sweep takes it, and while it runs the generator cannot be switched on.
     bench.click("cmdStart");
     QVERIFY(QTest::qWaitFor([&] { return bench.station->instrument.isSweeping(); }));
-    QCOMPARE(bench.label("lblGenerator"), QStringLiteral("The generator is off."));
+    QVERIFY(bench.label("lblGenerator").contains(QLatin1String("not in use here")));
     bench.click("cmdGenerator");
     QVERIFY2(bench.label("lblGenerator").contains(QLatin1String("stop it first")),
              qPrintable(bench.label("lblGenerator")));
@@ -197,6 +196,8 @@ void TestLevelPage::theGenerator()
     QCOMPARE(bench.label("lblGenerator"), QStringLiteral("The generator is on."));
     bench.click("cmdGenerator");
     QCOMPARE(bench.label("lblGenerator"), QStringLiteral("The generator is off."));
+    // And the meter is back.
+    QVERIFY(bench.reads(-20.0));
     QVERIFY(bench.desktop.boxes.isEmpty());
 }
 
@@ -225,6 +226,67 @@ void TestLevelPage::memoriesAndStepsAreKept()
     memory->setCurrentIndex(2);
     emit memory->activated(2);
     QCOMPARE(bench.text("txtGenerator"), QStringLiteral("14,060,000"));
+}
+
+void TestLevelPage::theLimitsHold()
+{
+    Bench bench(kInterfaceLpt);
+    bench.window->close();
+    bench.folder.set("Generator", "Frequency", QStringLiteral("2000000000"));
+    bench.open();
+    bench.openPage();
+    const QString highest = NumberText().masked(bench.configuration.ddsMaxFreq, kMaskHertz);
+    QCOMPARE(bench.text("txtGenerator"), highest);
+    // The limits are changed while a dialog is open, and hold when it is closed.
+    bench.configuration.ddsMaxFreq /= 2;
+    QDialog dialog(bench.window.get());
+    dialog.open();
+    dialog.reject();
+    QCOMPARE(bench.text("txtGenerator"), NumberText().masked(bench.configuration.ddsMaxFreq, kMaskHertz));
+}
+
+void TestLevelPage::whatIsNotChangedIsNotWritten()
+{
+    Bench bench(kInterfaceLpt);
+    bench.window->close();
+    // The boxes show 12.3 dB, and a frequency within the limits.
+    bench.folder.set("Level", "Attenuator", QStringLiteral("12.3456"));
+    bench.folder.set("Generator", "Frequency", QStringLiteral("2000000000"));
+    bench.folder.set("Generator", "Step", QStringLiteral("0"));
+    bench.open();
+    bench.openPage();
+    bench.window->close();
+    QCOMPARE(bench.folder.setting("Level", "Attenuator"), QStringLiteral("12.3456"));
+    QCOMPARE(bench.folder.setting("Generator", "Frequency"), QStringLiteral("2000000000"));
+    QCOMPARE(bench.folder.setting("Generator", "Step"), QStringLiteral("0"));
+    bench.open();
+    bench.openPage();
+    bench.type("txtGeneratorStep", QStringLiteral("250"));
+    bench.window->close();
+    QCOMPARE(bench.folder.setting("Generator", "Step"), QStringLiteral("250"));
+    QCOMPARE(bench.folder.setting("Level", "Attenuator"), QStringLiteral("12.3456"));
+    QCOMPARE(bench.folder.setting("Generator", "Frequency"), QStringLiteral("2000000000"));
+}
+
+void TestLevelPage::aDialogHasTheHardware()
+{
+    Bench bench(kInterfacePic);
+    bench.openPage();
+    QVERIFY(bench.reads(-20.0));
+    const auto *reader = bench.window->findChild<LevelReader *>();
+    QVERIFY(reader->isRunning());
+    QDialog dialog(bench.window.get());
+    dialog.open();
+    QVERIFY(!reader->isRunning());
+    QVERIFY(!bench.driver()->isReading());
+    dialog.reject();
+    QVERIFY(reader->isRunning());
+    // What is held stays so.
+    bench.click("cmdHold");
+    QVERIFY(!reader->isRunning());
+    dialog.open();
+    dialog.reject();
+    QVERIFY(!reader->isRunning());
 }
 
 void TestLevelPage::theSettingsAreExplained()

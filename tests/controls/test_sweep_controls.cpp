@@ -41,11 +41,8 @@ public:
     }
     void stopSweep(std::int16_t reason) override { calls.append(QStringLiteral("stop %1").arg(reason)); }
     void replanSweep() override { calls.append(QStringLiteral("replan")); }
-    void parkAtChangedStart() override { calls.append(QStringLiteral("park")); }
     void sendFrequency() override { calls.append(QStringLiteral("frequency")); }
     void resetGenerator() override { calls.append(QStringLiteral("reset")); }
-    void generate(std::int32_t hertz) override { calls.append(QStringLiteral("generate %1").arg(hertz)); }
-    void silence() override { calls.append(QStringLiteral("silence")); }
     void setSpeed(std::int16_t code) override { calls.append(QStringLiteral("speed %1").arg(code)); }
 
     std::function<void()> whileStarting;
@@ -55,6 +52,9 @@ protected:
     void attach(const QDBusConnection &, const QString &) override {}
     bool configureHardware() override { return true; }
     bool runPlan(const SweepAxis &) override { return true; }
+    void park() override { calls.append(QStringLiteral("park")); }
+    bool putGeneratorOn(std::int32_t) override { return true; }
+    void putGeneratorOff() override {}
     void releaseHardware() override {}
     QDBusPendingReply<bool> askWhetherWorking() override { return {}; }
 };

@@ -4,6 +4,7 @@
 
 #include "core/common_functions.h"
 #include "core/detector_calibration.h"
+#include "tests/support/detector_laws.h"
 
 #include <QTest>
 
@@ -11,35 +12,9 @@
 #include <limits>
 
 using namespace calvorn;
-
-namespace {
-
-bool isNear(double value, double expected, double bound)
-{
-    if (std::abs(value - expected) <= bound)
-        return true;
-    qWarning("%.12g, expected %.12g within %.3g", value, expected, bound);
-    return false;
-}
-
-DetectorLaw logarithmic(double slope, double intercept)
-{
-    DetectorLaw law;
-    law.kind = DetectorLaw::Kind::Log;
-    law.slope = slope;
-    law.intercept = intercept;
-    return law;
-}
-
-DetectorLaw table(std::vector<DetectorLaw::Point> points)
-{
-    DetectorLaw law;
-    law.kind = DetectorLaw::Kind::Table;
-    law.points = std::move(points);
-    return law;
-}
-
-} // namespace
+using calvorn::test::isNear;
+using calvorn::test::logLaw;
+using calvorn::test::tableLaw;
 
 class TestDetectorLaw : public QObject
 {
@@ -54,6 +29,8 @@ private slots:
     void aTableMayFall();
     void beyondATableItsEndsHold();
     void theWayBack();
+    void everyLevelIsANumber();
+    void twoPointsOrNoVoltsAreInterpolatedOverVolts();
     void calibrationsFromCounts();
     void whatCannotBeUsed();
 };
@@ -100,7 +77,7 @@ void TestDetectorLaw::aLogarithmicDetector()
     QFETCH(double, volts);
     QFETCH(double, level);
     const DetectorPreset &known = kDetectorPresets[preset];
-    const DetectorLaw law = logarithmic(known.slope, known.intercept);
+    const DetectorLaw law = logLaw(known.slope, known.intercept);
     QVERIFY(law.isUsable());
     QVERIFY(isNear(dBmOfVolts(law.inputVolts(volts)), level, 1e-9));
     QVERIFY(!law.isBeyondEnds(volts));
@@ -108,30 +85,32 @@ void TestDetectorLaw::aLogarithmicDetector()
 
 void TestDetectorLaw::aTableIsInterpolatedInDecibels()
 {
-    const DetectorLaw law = table({{0.01, -30.0}, {0.05, -20.0}, {0.3, -5.0}, {1.2, 10.0}});
+    const DetectorLaw law = tableLaw({{0.01, -30.0}, {0.05, -20.0}, {0.3, -5.0}, {1.2, 10.0}});
     QVERIFY(law.isUsable());
-    for (const auto &point : law.points)
+    for (const auto &point : law.points())
         QVERIFY(isNear(dBmOfVolts(law.inputVolts(point.volts)), point.dBm, 1e-9));
     // Half-way in decibels: the square roots of 0.01 x 0.05 and of 0.05 x 0.3.
     QVERIFY(isNear(dBmOfVolts(law.inputVolts(0.0223606798)), -25.0, 1e-6));
     QVERIFY(isNear(dBmOfVolts(law.inputVolts(0.1224744871)), -12.5, 1e-6));
     // 0 V have no decibels.
-    const DetectorLaw fromZero = table({{0.0, -84.0}, {0.5, -64.0}});
+    const DetectorLaw fromZero = tableLaw({{0.0, -84.0}, {0.5, -64.0}});
     QVERIFY(isNear(dBmOfVolts(fromZero.inputVolts(0.25)), -74.0, 1e-9));
     QVERIFY(isNear(fromZero.detectorVolts(voltsOfDbm(-74.0)), 0.25, 1e-12));
 }
 
 void TestDetectorLaw::aTableMayFall()
 {
-    const DetectorLaw law = table({{0.5, 0.0}, {1.0, -20.0}, {2.0, -60.0}});
+    const DetectorLaw law = tableLaw({{0.5, 0.0}, {1.0, -20.0}, {2.0, -60.0}});
     QVERIFY(law.isUsable());
-    QVERIFY(isNear(dBmOfVolts(law.inputVolts(1.4142135624)), -40.0, 1e-6));
+    // These volts are proportional to the decibels.
+    QVERIFY(isNear(dBmOfVolts(law.inputVolts(0.75)), -10.0, 1e-9));
+    QVERIFY(isNear(dBmOfVolts(law.inputVolts(1.5)), -40.0, 1e-9));
     QVERIFY(isNear(dBmOfVolts(law.inputVolts(0.4)), 0.0, 1e-9));
 }
 
 void TestDetectorLaw::beyondATableItsEndsHold()
 {
-    const DetectorLaw law = table({{0.1, -30.0}, {0.5, -10.0}});
+    const DetectorLaw law = tableLaw({{0.1, -30.0}, {0.5, -10.0}});
     QVERIFY(isNear(dBmOfVolts(law.inputVolts(0.0)), -30.0, 1e-9));
     QVERIFY(isNear(dBmOfVolts(law.inputVolts(9.0)), -10.0, 1e-9));
     QVERIFY(law.isBeyondEnds(0.099) && law.isBeyondEnds(0.501));
@@ -140,18 +119,52 @@ void TestDetectorLaw::beyondATableItsEndsHold()
 
 void TestDetectorLaw::theWayBack()
 {
-    const DetectorLaw rising = table({{0.01, -30.0}, {0.05, -20.0}, {0.3, -5.0}, {1.2, 10.0}});
-    const DetectorLaw falling = table({{0.5, 0.0}, {1.0, -20.0}, {2.0, -60.0}});
+    const DetectorLaw rising = tableLaw({{0.01, -30.0}, {0.05, -20.0}, {0.3, -5.0}, {1.2, 10.0}});
+    const DetectorLaw falling = tableLaw({{0.5, 0.0}, {1.0, -20.0}, {2.0, -60.0}});
     QVERIFY(rising.isRising() && !falling.isRising());
-    QVERIFY(logarithmic(25.0, -84.0).isRising() && !logarithmic(-25.0, 20.0).isRising());
-    for (const DetectorLaw &law : {DetectorLaw(), logarithmic(25.0, -84.0), logarithmic(-25.0, 20.0), rising, falling})
+    QVERIFY(logLaw(25.0, -84.0).isRising() && !logLaw(-25.0, 20.0).isRising());
+    for (const DetectorLaw &law : {DetectorLaw(), logLaw(25.0, -84.0), logLaw(-25.0, 20.0), rising, falling})
         for (const double volts : {0.5, 0.77, 1.2})
             QVERIFY(isNear(law.detectorVolts(law.inputVolts(volts)), volts, 1e-12));
     QVERIFY(isNear(rising.detectorVolts(0.0), 0.01, 1e-12));
     QVERIFY(isNear(rising.detectorVolts(1000.0), 1.2, 1e-12));
     QVERIFY(isNear(falling.detectorVolts(0.0), 2.0, 1e-12));
     QVERIFY(isNear(falling.detectorVolts(1000.0), 0.5, 1e-12));
-    QCOMPARE(logarithmic(25.0, -84.0).detectorVolts(0.0), 0.0);
+    QCOMPARE(logLaw(25.0, -84.0).detectorVolts(0.0), 0.0);
+}
+
+void TestDetectorLaw::everyLevelIsANumber()
+{
+    // 1 mV per dB and -200 dBm: a supply of 5 V would say 4800 dBm. Levels end at 200 dBm, 2.236 GV.
+    const DetectorLaw steep = logLaw(1.0, -200.0);
+    QVERIFY(isNear(dBmOfVolts(steep.inputVolts(5.0)), 200.0, 1e-9));
+    QVERIFY(isNear(dBmOfVolts(steep.inputVolts(1e300)), 200.0, 1e-9));
+    QVERIFY(isNear(dBmOfVolts(logLaw(-1.0, 200.0).inputVolts(5.0)), -200.0, 1e-9));
+    // The way back of no volts at all.
+    QVERIFY(isNear(logLaw(-25.0, 20.0).detectorVolts(0.0), 5.5, 1e-12));
+    const DetectorLaw close = tableLaw({{0.1, -30.0}, {std::nextafter(0.1, 1.0), -20.0}, {0.2, -10.0}});
+    QVERIFY(close.isUsable());
+    const DetectorLaw tiny = tableLaw({{5e-324, -30.0}, {0.1, -20.0}, {1000.0, 10.0}});
+    for (const DetectorLaw &law : {steep, logLaw(-1.0, 200.0), logLaw(1000.0, 0.0), close, tiny})
+        for (const double volts : {-1e300, -1.0, 0.0, 1e-300, 0.1, std::nextafter(0.1, 1.0), 0.15, 2.5, 1e300}) {
+            QVERIFY(std::isfinite(law.inputVolts(volts)) && law.inputVolts(volts) > 0.0);
+            QVERIFY(std::isfinite(law.detectorVolts(volts)));
+        }
+}
+
+void TestDetectorLaw::twoPointsOrNoVoltsAreInterpolatedOverVolts()
+{
+    QVERIFY(isNear(dBmOfVolts(tableLaw({{0.1, -30.0}, {0.4, 0.0}}).inputVolts(0.2)), -20.0, 1e-9));
+    // A square law, but for the point at 0 V.
+    const DetectorLaw square = tableLaw({{0.001, -40.0}, {0.01, -30.0}, {0.1, -20.0}, {1.0, -10.0}});
+    QVERIFY(isNear(dBmOfVolts(square.inputVolts(0.03162277660)), -25.0, 1e-6));
+    const DetectorLaw fromZero = tableLaw({{0.0, -50.0}, {0.01, -30.0}, {0.1, -20.0}, {1.0, -10.0}});
+    QVERIFY(isNear(dBmOfVolts(fromZero.inputVolts(0.055)), -25.0, 1e-9));
+    // The points alone make the choice.
+    DetectorLaw again = tableLaw({{0.1, -30.0}, {0.4, 0.0}});
+    again.setPoints(square.points());
+    QVERIFY(again == square);
+    QCOMPARE(again.inputVolts(0.02), square.inputVolts(0.02));
 }
 
 void TestDetectorLaw::calibrationsFromCounts()
@@ -162,14 +175,14 @@ void TestDetectorLaw::calibrationsFromCounts()
     QVERIFY(isNear(linear.countOf(0.0), 0.0, 0.0));
     QVERIFY(isNear(linear.floor(), 0.10125, 1e-6));
     // 2.5 mV are 0.1 dB; the floor is half of that above what 0 V say.
-    DetectorCalibration log{0.0025F, 0.0F, logarithmic(25.0, -84.0), 1023};
+    DetectorCalibration log{0.0025F, 0.0F, logLaw(25.0, -84.0), 1023};
     QVERIFY(isNear(dBmOfVolts(log.volts(840.0)), 0.0, 1e-5));
     QVERIFY(isNear(log.countOf(voltsOfDbm(-70.02)), 140.0, 0.0));
     QVERIFY(isNear(dBmOfVolts(log.floor()), -83.95, 1e-5));
     // Silence is 2.55 V with 8 bits of 10 mV: -82 dBm.
-    DetectorCalibration falling{0.01F, 0.0F, logarithmic(-25.0, 20.0), 255};
+    DetectorCalibration falling{0.01F, 0.0F, logLaw(-25.0, 20.0), 255};
     QVERIFY(isNear(dBmOfVolts(falling.floor()), -81.8, 1e-4));
-    DetectorCalibration ends{0.0025F, 0.0F, table({{0.1, -30.0}, {0.5, -10.0}}), 1023};
+    DetectorCalibration ends{0.0025F, 0.0F, tableLaw({{0.1, -30.0}, {0.5, -10.0}}), 1023};
     QVERIFY(isNear(dBmOfVolts(ends.floor()), -30.0, 1e-9));
     QCOMPARE(DetectorCalibration().floor(), 0.0);
 
@@ -178,7 +191,7 @@ void TestDetectorLaw::calibrationsFromCounts()
     configuration.adcDevice = QStringLiteral("8bit");
     QCOMPARE(detectorOf(configuration).highestCount, 255);
     configuration.adcDevice = QStringLiteral("10bit");
-    configuration.detectorLaw = logarithmic(25.0, -84.0);
+    configuration.detectorLaw = logLaw(25.0, -84.0);
     QCOMPARE(detectorOf(configuration).highestCount, 1023);
     QVERIFY(detectorOf(configuration).law == configuration.detectorLaw);
     // Of cells: the volts of the detector are rounded first, those at the input are not.
@@ -190,24 +203,29 @@ void TestDetectorLaw::calibrationsFromCounts()
 void TestDetectorLaw::whatCannotBeUsed()
 {
     constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
-    QVERIFY(!logarithmic(0.0, -84.0).isUsable());
-    QVERIFY(!logarithmic(kNone, -84.0).isUsable());
-    QVERIFY(isNear(dBmOfVolts(logarithmic(25.0, -84.0).inputVolts(-0.3)), -84.0, 1e-9));
-    QVERIFY(logarithmic(25.0, -84.0).isBeyondEnds(-0.001));
-    QVERIFY(!logarithmic(25.0, kNone).isUsable());
-    QVERIFY(!table({}).isUsable());
-    QVERIFY(!table({{0.1, -30.0}}).isUsable());
-    QVERIFY(!table({{0.1, -30.0}, {0.1, -20.0}}).isUsable());
-    QVERIFY(!table({{0.2, -30.0}, {0.1, -20.0}}).isUsable());
-    QVERIFY(!table({{0.1, -30.0}, {0.2, -30.0}}).isUsable());
-    QVERIFY(!table({{0.1, -30.0}, {0.2, -20.0}, {0.3, -25.0}}).isUsable());
-    QVERIFY(!table({{0.1, -30.0}, {0.2, kNone}}).isUsable());
+    QVERIFY(!logLaw(0.0, -84.0).isUsable());
+    QVERIFY(!logLaw(kNone, -84.0).isUsable());
+    for (const double sign : {-1.0, 1.0}) {
+        QVERIFY(logLaw(sign * 1.0, -84.0).isUsable() && logLaw(sign * 1000.0, -84.0).isUsable());
+        QVERIFY(!logLaw(sign * 0.999, -84.0).isUsable() && !logLaw(sign * 1000.1, -84.0).isUsable());
+        QVERIFY(logLaw(25.0, sign * 200.0).isUsable() && !logLaw(25.0, sign * 200.1).isUsable());
+    }
+    QVERIFY(isNear(dBmOfVolts(logLaw(25.0, -84.0).inputVolts(-0.3)), -84.0, 1e-9));
+    QVERIFY(logLaw(25.0, -84.0).isBeyondEnds(-0.001));
+    QVERIFY(!logLaw(25.0, kNone).isUsable());
+    QVERIFY(!tableLaw({}).isUsable());
+    QVERIFY(!tableLaw({{0.1, -30.0}}).isUsable());
+    QVERIFY(!tableLaw({{0.1, -30.0}, {0.1, -20.0}}).isUsable());
+    QVERIFY(!tableLaw({{0.2, -30.0}, {0.1, -20.0}}).isUsable());
+    QVERIFY(!tableLaw({{0.1, -30.0}, {0.2, -30.0}}).isUsable());
+    QVERIFY(!tableLaw({{0.1, -30.0}, {0.2, -20.0}, {0.3, -25.0}}).isUsable());
+    QVERIFY(!tableLaw({{0.1, -30.0}, {0.2, kNone}}).isUsable());
     std::vector<DetectorLaw::Point> many;
     for (int i = 0; i < 32; ++i)
         many.push_back({0.01 * i, -40.0 + i});
-    QVERIFY(table(many).isUsable());
+    QVERIFY(tableLaw(many).isUsable());
     many.push_back({1.0, 20.0});
-    QVERIFY(!table(many).isUsable());
+    QVERIFY(!tableLaw(many).isUsable());
 }
 
 QTEST_APPLESS_MAIN(TestDetectorLaw)

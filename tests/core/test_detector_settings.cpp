@@ -3,6 +3,7 @@
 #include "core/detector_settings.h"
 
 #include "core/settings.h"
+#include "tests/support/detector_laws.h"
 #include "tests/support/locales.h"
 
 #include <QFile>
@@ -10,18 +11,11 @@
 #include <QTest>
 
 using namespace calvorn;
+using calvorn::test::tableLaw;
 
 namespace {
 
 constexpr const char *kPlain = "[Config]\r\nDDS Device=AD9850\r\nADC Device=10bit\r\n";
-
-DetectorLaw tableOf(std::vector<DetectorLaw::Point> points)
-{
-    DetectorLaw law;
-    law.kind = DetectorLaw::Kind::Table;
-    law.points = std::move(points);
-    return law;
-}
 
 } // namespace
 
@@ -41,6 +35,9 @@ private slots:
     void writtenAndReadAgain_data() { test::addLocaleRows(); }
     void writtenAndReadAgain();
     void fewerPointsEmptyTheOthers();
+    void aDamagedTableStaysInTheFile();
+    void slopesAtTheirEnds_data();
+    void slopesAtTheirEnds();
     void theSettingsLoaderReadsIt();
 
 private:
@@ -89,10 +86,10 @@ void TestDetectorSettings::aTableIsRead()
     QStringList faults;
     const DetectorLaw law =
         readDetectorLaw(write("[Config]\r\nADC Law=table\r\n[Detector]\r\nPoint 1=0.01;-30\r\nPoint 2=0,2;-10.5\r\n"
-                              "Point 3=1;5\r\nPoint 5=2;9\r\n"),
+                              "Point 3=1;5\r\nPoint 33=x\r\n"),
                         faults);
     QVERIFY2(faults.isEmpty(), qPrintable(faults.join(u'\n')));
-    QVERIFY(law == tableOf({{0.01, -30.0}, {0.2, -10.5}, {1.0, 5.0}}));
+    QVERIFY(law == tableLaw({{0.01, -30.0}, {0.2, -10.5}, {1.0, 5.0}}));
 }
 
 void TestDetectorSettings::damageIsToldOnceAndLinear_data()
@@ -120,6 +117,24 @@ void TestDetectorSettings::damageIsToldOnceAndLinear_data()
                                        << "[Detector] \"Point 2\"";
     QTest::newRow("volts that turn") << table + "Point 1=0.2;-30\r\nPoint 2=0.1;-20\r\n"
                                      << "[Detector] \"Point 2\"";
+    QTest::newRow("a hole") << table + "Point 1=0.1;-30\r\nPoint 2=0.2;-20\r\nPoint 4=0.4;-10\r\n"
+                            << "[Detector] \"Point 3\"";
+    QTest::newRow("a hole before the last of all points")
+        << table + "Point 1=0.1;-30\r\nPoint 2=0.2;-20\r\nPoint 32=0.4;-10\r\n"
+        << "[Detector] \"Point 3\"";
+    QTest::newRow("no first point") << table + "Point 2=0.2;-20\r\nPoint 3=0.4;-10\r\n"
+                                    << "[Detector] \"Point 1\"";
+    QTest::newRow("a level that is none") << table + "Point 1=0.1;-30\r\nPoint 2=0.2;201\r\n"
+                                          << "[Detector] \"Point 2\"";
+    QTest::newRow("volts that are none") << table + "Point 1=0.1;-30\r\nPoint 2=1001;20\r\n"
+                                         << "[Detector] \"Point 2\"";
+    const QByteArray log = "[Config]\r\nADC Law=log\r\n[Detector]\r\n";
+    for (const char *slope : {"0.99", "-0.99", "1e-300", "1000.1", "-1000.1"})
+        QTest::addRow("a slope of %s", slope) << log + "Slope=" + slope + "\r\n"
+                                              << "[Detector] \"Slope\"";
+    for (const char *intercept : {"200.1", "-200.1", "1e300"})
+        QTest::addRow("an intercept of %s", intercept) << log + "Intercept=" + intercept + "\r\n"
+                                                       << "[Detector] \"Intercept\"";
 }
 
 void TestDetectorSettings::damageIsToldOnceAndLinear()
@@ -131,7 +146,11 @@ void TestDetectorSettings::damageIsToldOnceAndLinear()
     QCOMPARE(law.kind, DetectorLaw::Kind::Linear);
     QCOMPARE(faults.size(), 1);
     QVERIFY2(faults.first().startsWith(place + u':'), qPrintable(faults.first()));
-    QVERIFY2(faults.first().endsWith(QLatin1String("The detector counts as linear.")), qPrintable(faults.first()));
+    // What the set-up shows of it can be used.
+    DetectorLaw log = law;
+    log.kind = DetectorLaw::Kind::Log;
+    QVERIFY(log.isUsable());
+    QVERIFY2(faults.first().endsWith(QLatin1String("The detector is treated as linear.")), qPrintable(faults.first()));
 }
 
 void TestDetectorSettings::aLawThatIsNotInForceHarmsNobody()
@@ -146,7 +165,7 @@ void TestDetectorSettings::writtenAndReadAgain()
 {
     QFETCH(QLocale, locale);
     QLocale::setDefault(locale);
-    DetectorLaw law = tableOf({{0.0125, -40.25}, {0.5, -10.0}, {1.75, 3.5}});
+    DetectorLaw law = tableLaw({{0.0125, -40.25}, {0.5, -10.0}, {1.75, 3.5}});
     law.slope = -24.375;
     law.intercept = 21.125;
     for (const DetectorLaw::Kind kind : {DetectorLaw::Kind::Table, DetectorLaw::Kind::Log, DetectorLaw::Kind::Linear}) {
@@ -164,13 +183,58 @@ void TestDetectorSettings::writtenAndReadAgain()
 void TestDetectorSettings::fewerPointsEmptyTheOthers()
 {
     write(kPlain);
-    const DetectorLaw three = tableOf({{0.1, -30.0}, {0.2, -20.0}, {0.3, -10.0}});
-    const DetectorLaw two = tableOf({{0.1, -30.0}, {0.4, 0.0}});
+    const DetectorLaw three = tableLaw({{0.1, -30.0}, {0.2, -20.0}, {0.3, -10.0}});
+    const DetectorLaw two = tableLaw({{0.1, -30.0}, {0.4, 0.0}});
     for (const DetectorLaw &law : {three, two}) {
         QVERIFY(writeProfileStrings(path(), detectorLawEntries(law, Profile(path()))));
         QStringList faults;
         QVERIFY(readDetectorLaw(Profile(path()), faults) == law);
     }
+}
+
+// Another law is chosen, and the table can still be mended by hand.
+void TestDetectorSettings::aDamagedTableStaysInTheFile()
+{
+    QStringList faults;
+    const Profile damaged =
+        write("[Config]\r\nADC Law=table\r\n[Detector]\r\nPoint 1=0.1;-30\r\nPoint 2=0.2;x\r\nPoint 3=0.3;-10\r\n");
+    DetectorLaw law = readDetectorLaw(damaged, faults);
+    QCOMPARE(faults.size(), 1);
+    law.kind = DetectorLaw::Kind::Table;
+    QVERIFY(!law.isUsable());
+    law.kind = DetectorLaw::Kind::Log;
+    QVERIFY(writeProfileStrings(path(), detectorLawEntries(law, damaged)));
+    faults.clear();
+    const Profile after(path());
+    QVERIFY(readDetectorLaw(after, faults) == law);
+    QVERIFY(faults.isEmpty());
+    const QString section = QStringLiteral("Detector");
+    QCOMPARE(after.value(section, QStringLiteral("Point 2")), QStringLiteral("0.2;x"));
+    QCOMPARE(after.value(section, QStringLiteral("Point 3")), QStringLiteral("0.3;-10"));
+    // A new table takes its place.
+    const DetectorLaw table = tableLaw({{0.1, -30.0}, {0.4, 0.0}});
+    QVERIFY(writeProfileStrings(path(), detectorLawEntries(table, Profile(path()))));
+    QVERIFY(readDetectorLaw(Profile(path()), faults) == table);
+    QVERIFY(faults.isEmpty());
+}
+
+void TestDetectorSettings::slopesAtTheirEnds_data()
+{
+    QTest::addColumn<double>("slope");
+    for (const double slope : {1.0, -1.0, 1000.0, -1000.0})
+        QTest::addRow("%g", slope) << slope;
+}
+
+void TestDetectorSettings::slopesAtTheirEnds()
+{
+    QFETCH(double, slope);
+    QStringList faults;
+    const DetectorLaw law = readDetectorLaw(
+        write("[Config]\r\nADC Law=log\r\n[Detector]\r\nIntercept=-200\r\nSlope=" + QByteArray::number(slope)), faults);
+    QVERIFY2(faults.isEmpty(), qPrintable(faults.join(u'\n')));
+    QCOMPARE(law.kind, DetectorLaw::Kind::Log);
+    QCOMPARE(law.slope, slope);
+    QCOMPARE(law.intercept, -200.0);
 }
 
 void TestDetectorSettings::theSettingsLoaderReadsIt()

@@ -2,24 +2,37 @@
 // Laws of detectors from levels that are known.
 #include "core/level_calibration.h"
 
+#include "tests/support/detector_laws.h"
+
 #include <QTest>
 
 #include <cmath>
 
 using namespace calvorn;
+using calvorn::test::diodeVolts;
+using calvorn::test::fallingLogVolts;
+using calvorn::test::isNear;
+using calvorn::test::logDetectorVolts;
 
 namespace {
 
-bool isNear(double value, double expected, double bound)
+using DetectorVolts = double (*)(double dBm);
+
+DetectorLaw calibrated(DetectorVolts volts, double lowest, double highest, double step)
 {
-    return std::abs(value - expected) <= bound;
+    std::vector<CalibrationPoint> points;
+    for (double dBm = highest; dBm >= lowest; dBm -= step)
+        points.push_back({dBm, volts(dBm), 0.0});
+    return tableLawOf(points).value();
 }
 
-// A diode, square below 20 mV and linear above.
-double diodeVolts(double dBm)
+// Of the law, in dB, from one end of its points to the other.
+double worstError(const DetectorLaw &law, DetectorVolts volts, double lowest, double highest)
 {
-    const double peak = std::sqrt(0.1 * std::pow(10.0, dBm / 10.0));
-    return 2.4 * (std::sqrt(peak * peak + 0.0004) - 0.02);
+    double worst = 0.0;
+    for (double dBm = lowest; dBm <= highest; dBm += 0.01)
+        worst = std::max(worst, std::abs(dBmOfVolts(law.inputVolts(volts(dBm))) - dBm));
+    return worst;
 }
 
 } // namespace
@@ -32,7 +45,10 @@ private slots:
     void twoPointsMakeALine();
     void manyPointsMakeTheBestLine();
     void whatMakesNoLine();
+    void slopesAndInterceptsHaveEnds();
     void eightStepsMakeATableOfADiode();
+    void aTableFollowsItsDetectorBetweenThePoints_data();
+    void aTableFollowsItsDetectorBetweenThePoints();
     void whatMakesNoTable();
 };
 
@@ -70,6 +86,18 @@ void TestLevelCalibration::whatMakesNoLine()
     QVERIFY(!logLawOf({{-10.0, 1.0, 0.0}, {-20.0, 1.0, 0.0}}));
 }
 
+void TestLevelCalibration::slopesAndInterceptsHaveEnds()
+{
+    const auto through = [](double slope, double intercept) { // mV per dB, dBm
+        const auto volts = [&](double dBm) { return (dBm - intercept) * slope / 1000.0; };
+        return logLawOf({{0.0, volts(0.0), 0.0}, {-20.0, volts(-20.0), 0.0}});
+    };
+    QVERIFY(through(1.01, -80.0) && through(-1.01, 20.0) && through(999.0, -80.0) && through(-999.0, 20.0));
+    QVERIFY(!through(0.99, -80.0) && !through(-0.99, 20.0) && !through(1001.0, -80.0) && !through(-1001.0, 20.0));
+    QVERIFY(through(5.0, -199.0) && through(-5.0, 199.0));
+    QVERIFY(!through(5.0, -201.0) && !through(-5.0, 201.0));
+}
+
 void TestLevelCalibration::eightStepsMakeATableOfADiode()
 {
     std::vector<CalibrationPoint> points;
@@ -77,13 +105,41 @@ void TestLevelCalibration::eightStepsMakeATableOfADiode()
         points.push_back({10.0 - 5.0 * step, diodeVolts(10.0 - 5.0 * step), 0.0});
     const std::optional<DetectorLaw> law = tableLawOf(points);
     QVERIFY(law);
-    QCOMPARE(law->points.size(), std::size_t{9});
+    QCOMPARE(law->points().size(), std::size_t{9});
     for (const CalibrationPoint &point : points)
         QVERIFY(isNear(residualOf(*law, point), 0.0, 1e-9));
-    double worst = 0.0;
-    for (double dBm = -30.0; dBm <= 10.0; dBm += 0.01)
-        worst = std::max(worst, std::abs(dBmOfVolts(law->inputVolts(diodeVolts(dBm))) - dBm));
-    QVERIFY2(worst < 0.1, qPrintable(QString::number(worst)));
+}
+
+void TestLevelCalibration::aTableFollowsItsDetectorBetweenThePoints_data()
+{
+    QTest::addColumn<DetectorVolts>("volts");
+    QTest::addColumn<double>("lowest"); // dBm
+    QTest::addColumn<double>("highest");
+    QTest::addColumn<double>("step");  // dB
+    QTest::addColumn<double>("bound"); // dB
+    QTest::newRow("logarithmic, 5 dB") << &logDetectorVolts << -80.0 << 10.0 << 5.0 << 0.01;
+    QTest::newRow("logarithmic, 10 dB") << &logDetectorVolts << -80.0 << 10.0 << 10.0 << 0.01;
+    QTest::newRow("falling, 5 dB") << &fallingLogVolts << -60.0 << 0.0 << 5.0 << 0.01;
+    QTest::newRow("falling, 10 dB") << &fallingLogVolts << -60.0 << 0.0 << 10.0 << 0.01;
+    QTest::newRow("diode, 5 dB") << &diodeVolts << -30.0 << 10.0 << 5.0 << 0.088;
+    QTest::newRow("diode, 10 dB") << &diodeVolts << -30.0 << 10.0 << 10.0 << 0.318;
+    QTest::newRow("diode down to its square law, 5 dB") << &diodeVolts << -60.0 << 10.0 << 5.0 << 0.088;
+}
+
+void TestLevelCalibration::aTableFollowsItsDetectorBetweenThePoints()
+{
+    QFETCH(DetectorVolts, volts);
+    QFETCH(double, lowest);
+    QFETCH(double, highest);
+    QFETCH(double, step);
+    QFETCH(double, bound);
+    const DetectorLaw law = calibrated(volts, lowest, highest, step);
+    const double worst = worstError(law, volts, lowest, highest);
+    QVERIFY2(worst <= bound, qPrintable(QString::number(worst)));
+    for (double dBm = lowest; dBm <= highest; dBm += 0.37) {
+        const double detector = volts(dBm);
+        QVERIFY(isNear(law.detectorVolts(law.inputVolts(detector)), detector, 1e-12));
+    }
 }
 
 void TestLevelCalibration::whatMakesNoTable()

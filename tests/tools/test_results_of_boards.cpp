@@ -3,6 +3,8 @@
 // allows is what 10 bits, the noise of the board and the step of 400 samples can take: a sample is off by up to half a
 // count of rounding and 1.7 counts of noise, a mean of 64 by less than half a count.
 #include "tests/analysis/curve_models.h"
+#include "tests/support/curve_file.h"
+#include "tests/support/interface_rows.h"
 #include "tests/support/interface_settings.h"
 #include "tests/support/sweep_tool.h"
 
@@ -63,27 +65,6 @@ Between widthOf(const Curve &curve, const Range &range, double middle, double de
     return {least - 2.0 * range.step(), most + 2.0 * range.step()};
 }
 
-// The curve in a file for the board, in steps much finer than those of the sweep.
-QByteArray fileOf(const Curve &curve, const Range &range)
-{
-    QByteArray text("# Hz, voltage ratio\n");
-    constexpr int kLines = 40'000;
-    for (int i = 0; i <= kLines; ++i) {
-        const double hertz =
-            std::lerp(range.start - range.step(), range.stop + range.step(), static_cast<double>(i) / kLines);
-        text += QByteArray::number(hertz, 'f', 3) + ',' + QByteArray::number(curve(hertz), 'g', 12) + '\n';
-    }
-    return text;
-}
-
-void addInterfaces()
-{
-    QTest::addColumn<int>("interfaceType");
-    QTest::newRow("PIC") << int{kInterfacePic};
-    QTest::newRow("parallel port") << int{kInterfaceLpt};
-    QTest::newRow("MiniVNA") << int{kInterfaceVna};
-}
-
 // The tool, its board with a device, and what it reports.
 struct Bench
 {
@@ -97,7 +78,8 @@ struct Bench
 
     void connect(const Curve &curve, const Range &range)
     {
-        tool.write("device.csv", fileOf(curve, range));
+        // In steps much finer than those of the sweep.
+        tool.write("device.csv", test::curveFile(curve, range.start - range.step(), range.stop + range.step(), 40'000));
         tool.folder.set("Simulator", "Device", QStringLiteral("curve"));
         tool.folder.set("Simulator", "Curve", tool.inFolder("device.csv"));
     }
@@ -151,11 +133,11 @@ class TestResultsOfBoards : public QObject
 private slots:
     void aFilter_data();
     void aFilter();
-    void aCrystal_data() { addInterfaces(); }
+    void aCrystal_data() { test::addInterfaceRows(); }
     void aCrystal();
-    void anAntenna_data() { addInterfaces(); }
+    void anAntenna_data() { test::addInterfaceRows(); }
     void anAntenna();
-    void theAntennaOfTheBoard_data() { addInterfaces(); }
+    void theAntennaOfTheBoard_data() { test::addInterfaceRows(); }
     void theAntennaOfTheBoard();
 };
 

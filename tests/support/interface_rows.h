@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "core/configuration.h"
+
+#include <QTest>
+
+namespace calvorn::test {
+
+// For tests of every interface: one row each.
+inline void addInterfaceRows()
+{
+    QTest::addColumn<int>("interfaceType");
+    QTest::newRow("PIC") << int{kInterfacePic};
+    QTest::newRow("parallel port") << int{kInterfaceLpt};
+    QTest::newRow("MiniVNA") << int{kInterfaceVna};
+}
+
+} // namespace calvorn::test
