@@ -86,7 +86,7 @@ struct Bench
             return hertz > 0 ? QByteArray::number(hertz) : QByteArray("off");
         const bool isLpt = interface == kInterfaceLpt;
         const std::uint32_t word = hertz > 0 ? test::wordAt(hertz + m_offset, isLpt ? kLptClock : kVnaClock) : 0;
-        return QByteArray::number(isLpt ? test::countAt(word) : word);
+        return QByteArray::number(isLpt ? static_cast<std::uint32_t>(test::countAt(word)) : word);
     }
     bool gives(int hertz) const
     {
