@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/frm_preferences.h"
 
+#include "app/remote_control.h"
 #include "core/common_functions.h"
 #include "core/detector_calibration.h"
 #include "core/number_text.h"
@@ -8,17 +9,21 @@
 #include "core/settings_table.h"
 #include "widgets/option_choice.h"
 
+#include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
 #include <QPushButton>
 #include <QScopedValueRollback>
 #include <QVBoxLayout>
 
+#include <limits>
+
 namespace calvorn {
 
-FrmPreferences::FrmPreferences(Configuration &configuration, QWidget *parent)
+FrmPreferences::FrmPreferences(Configuration &configuration, RemoteControl *remote, QWidget *parent)
     : QDialog(parent)
     , m_configuration(configuration)
+    , m_remote(remote)
 {
     setObjectName(QStringLiteral("frmPreferences"));
     setWindowTitle(tr("Preferences"));
@@ -56,9 +61,61 @@ FrmPreferences::FrmPreferences(Configuration &configuration, QWidget *parent)
     exit->setDefault(true);
     column->addWidget(cursorFrame);
     column->addWidget(scaleFrame);
+    if (m_remote)
+        column->addWidget(makeRemoteFrame());
     column->addWidget(exit, 0, Qt::AlignRight);
     connect(exit, &QPushButton::clicked, this, &QDialog::accept);
     connect(this, &QDialog::finished, this, &FrmPreferences::unload);
+}
+
+QWidget *FrmPreferences::makeRemoteFrame()
+{
+    auto *frame = new QGroupBox(tr("Remote control"), this);
+    m_remoteOn = new QCheckBox(tr("&SCPI clients of this computer"), frame);
+    m_remoteOn->setObjectName(QStringLiteral("chkRemote"));
+    m_remoteOn->setToolTip(tr("Lets your own programs on this computer control the window"));
+    m_remotePort = new QSpinBox(frame);
+    m_remotePort->setObjectName(QStringLiteral("spinRemotePort"));
+    m_remotePort->setToolTip(tr("The TCP port that they connect to"));
+    m_remotePort->setAccessibleName(tr("TCP port"));
+    m_remotePort->setRange(1, std::numeric_limits<quint16>::max());
+    auto *port = new QLabel(tr("&Port"), frame);
+    port->setBuddy(m_remotePort);
+    m_remoteState = new QLabel(frame);
+    m_remoteState->setObjectName(QStringLiteral("lblRemote"));
+    m_remoteState->setWordWrap(true);
+    m_remoteState->hide();
+    auto *grid = new QGridLayout(frame);
+    grid->addWidget(m_remoteOn, 0, 0, 1, 2);
+    grid->addWidget(port, 1, 0);
+    grid->addWidget(m_remotePort, 1, 1);
+    grid->addWidget(m_remoteState, 2, 0, 1, 2);
+    connect(m_remoteOn, &QCheckBox::clicked, this, &FrmPreferences::followRemote);
+    connect(m_remotePort, &QSpinBox::editingFinished, this, &FrmPreferences::followRemote);
+    return frame;
+}
+
+void FrmPreferences::loadRemote()
+{
+    m_remoteOn->setChecked(!m_remote->state().isEmpty());
+    m_remotePort->setValue(RemoteControl::choiceIn(m_configuration.iniPath).port);
+    m_remoteState->hide();
+}
+
+// A port that is taken closes the door, and says so.
+void FrmPreferences::followRemote()
+{
+    const RemoteControl::Choice choice{m_remoteOn->isChecked(), static_cast<quint16>(m_remotePort->value())};
+    if (choice == RemoteControl::choiceIn(m_configuration.iniPath) && choice.isOn == !m_remote->state().isEmpty())
+        return;
+    const QString refusal = m_remote->follow(choice);
+    m_remoteState->setText(refusal);
+    m_remoteState->setVisible(!refusal.isEmpty());
+    m_remoteOn->setChecked(choice.isOn && refusal.isEmpty());
+    if (!refusal.isEmpty())
+        return;
+    writeSetting(kRemoteOn, QString::number(choice.isOn ? 1 : 0), m_configuration.iniPath);
+    writeSetting(kRemotePort, QString::number(choice.port), m_configuration.iniPath);
 }
 
 void FrmPreferences::showEvent(QShowEvent *event)
@@ -74,6 +131,8 @@ void FrmPreferences::load()
     const std::int16_t mode = m_configuration.cursorMode;
     if (mode >= 0 && mode < static_cast<std::int16_t>(m_optCursor.size()))
         chooseOption(m_optCursor[static_cast<std::size_t>(mode)]);
+    if (m_remote)
+        loadRemote();
     // In dB referred to 1 V, whatever the scale of the display is.
     const QScopedValueRollback scale(m_configuration.scaleType, kScaleDb1VHeadroom);
     const DetectorCalibration detector = detectorOf(m_configuration);

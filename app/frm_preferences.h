@@ -5,19 +5,25 @@
 
 #include <QCheckBox>
 #include <QDialog>
+#include <QLabel>
 #include <QRadioButton>
+#include <QSpinBox>
 
 #include <array>
 
 namespace calvorn {
 
-// The preferences: the type of cursor. A choice counts at once and is written when the window closes.
+class RemoteControl;
+
+// The preferences: the type of cursor, and the door for remote control. A choice counts at once; the cursor is written
+// when the window closes.
 class FrmPreferences : public QDialog
 {
     Q_OBJECT
 
 public:
-    explicit FrmPreferences(Configuration &configuration, QWidget *parent = nullptr);
+    // remote: outlives it; null: there is none to choose.
+    explicit FrmPreferences(Configuration &configuration, RemoteControl *remote = nullptr, QWidget *parent = nullptr);
 
 signals:
     // The window has closed; whether the cursor lines are to be seen.
@@ -29,10 +35,17 @@ protected:
 private:
     void load();
     void unload();
+    QWidget *makeRemoteFrame();
+    void loadRemote();
+    void followRemote();
 
     Configuration &m_configuration;
+    RemoteControl *m_remote;
     std::array<QRadioButton *, 2> m_optCursor{};
     QCheckBox *m_limitScales = nullptr;
+    QCheckBox *m_remoteOn = nullptr;
+    QSpinBox *m_remotePort = nullptr;
+    QLabel *m_remoteState = nullptr;
 };
 
 } // namespace calvorn

@@ -6,6 +6,7 @@
 #include "app/frm_about.h"
 #include "app/frm_preferences.h"
 #include "app/help_desk.h"
+#include "app/remote_control.h"
 #include "display/height_handle.h"
 #include "display/span_mouse.h"
 #include "instrument/aux_hardware.h"
@@ -46,6 +47,12 @@ FrmSweep::FrmSweep(SweepStation &station)
     buildMenus();
     connectRooms();
     connectSpans();
+    m_remote = std::make_unique<RemoteControl>(
+        WindowRooms{m_configuration, m_instrument, m_station.unattended, m_station.markers, m_station.generator,
+                    *m_range, *m_controls, *m_scales, *m_graphPanel, *m_markerPanel, m_measure->measurement(), *m_aux1,
+                    *m_aux2, *m_files, *m_pictures},
+        m_station.log);
+    connect(m_remote.get(), &RemoteControl::stateChanged, this, &FrmSweep::showMarks);
 }
 
 FrmSweep::~FrmSweep() = default;
@@ -144,7 +151,7 @@ void FrmSweep::composeGraphColumn(QVBoxLayout *column)
 
 QWidget *FrmSweep::makeLevelPage()
 {
-    m_level = new LevelPage(m_configuration, m_instrument, m_station.messages, m_station.boundary);
+    m_level = new LevelPage(m_configuration, m_instrument, m_station.generator, m_station.messages, m_station.boundary);
     m_level->restore(m_configuration.iniPath);
     connect(m_controls, &SweepControls::parked, m_level, &LevelPage::generatorParked);
     return m_level;
@@ -160,17 +167,28 @@ void FrmSweep::composeStatusLine()
     connect(m_files, &SweepFiles::reported, m_status, &StatusLine::showMessage);
     m_boards = new BoardMenus(m_configuration, m_instrument, m_station.boundary, this);
     connect(m_boards, &BoardMenus::reported, m_status, &StatusLine::showMessage);
-    connect(&m_table, &SweepTable::changed, this, [this] { markDetector(); });
+    connect(&m_table, &SweepTable::changed, this, [this] { showMarks(); });
 }
 
 // A level that the law does not reach is shown as that of its end.
-void FrmSweep::markDetector()
+void FrmSweep::showMarks()
 {
     const bool isLinear = lawInForce(m_configuration).kind == DetectorLaw::Kind::Linear;
     const int beyond = isLinear ? 0 : m_table.sweep().samplesBeyondDetector();
-    m_status->setMark(
-        beyond > 0 ? tr("%1 of %2 samples are outside the detector's calibrated range").arg(beyond).arg(kSweepPoints)
-                   : QString());
+    QStringList marks;
+    if (m_remote && !m_remote->state().isEmpty())
+        marks.append(m_remote->state());
+    if (beyond > 0)
+        marks.append(tr("%1 of %2 samples are outside the detector's calibrated range").arg(beyond).arg(kSweepPoints));
+    m_status->setMark(marks.join(QStringLiteral(" · ")));
+}
+
+// For clients that control the window from afar, where the user wants it.
+void FrmSweep::openDoor()
+{
+    const QString refusal = m_remote->follow(RemoteControl::choiceIn(m_configuration.iniPath));
+    if (!refusal.isEmpty())
+        m_status->showMessage(refusal);
 }
 
 void FrmSweep::connectRooms()
@@ -270,7 +288,7 @@ void FrmSweep::mnuAbout_Click()
 void FrmSweep::mnuPreferences_Click()
 {
     if (!m_preferences) {
-        m_preferences = new FrmPreferences(m_configuration, this);
+        m_preferences = new FrmPreferences(m_configuration, m_remote.get(), this);
         connect(m_preferences, &FrmPreferences::cursorChosen, this, &FrmSweep::showCursorLines);
     }
     m_preferences->exec();
@@ -325,6 +343,8 @@ bool FrmSweep::start()
     tellFaults(m_station.loader.faults());
     if (!m_closed)
         connectHardware();
+    if (!m_closed)
+        openDoor();
     return !m_closed;
 }
 
@@ -433,6 +453,7 @@ void FrmSweep::end()
 void FrmSweep::shutDown()
 {
     m_closed = true;
+    m_remote->close();
     EntryBox::commitPending();
     m_controls->abandonWaiting();
     // Of a file that was refused nothing is known: defaults would take the place of what it holds.
@@ -455,6 +476,7 @@ void FrmSweep::saveWhatChanged()
 void FrmSweep::endAtOnce()
 {
     m_closed = true;
+    m_remote->close();
     m_controls->abandonWaiting();
     releaseHardware();
     hide();

@@ -35,6 +35,7 @@ class ControlPlace;
 class FrmAbout;
 class FrmPreferences;
 class HelpDesk;
+class RemoteControl;
 
 // The main window: composes the rooms, and holds the order of start-up and shutdown.
 class FrmSweep : public QMainWindow
@@ -67,7 +68,8 @@ private:
     void connectSpans();
     QWidget *makeLevelPage();
     void composeStatusLine();
-    void markDetector();
+    void showMarks();
+    void openDoor();
     void buildMenus();
     bool loadSettings();
     void tellFaults(const QStringList &faults);
@@ -119,6 +121,7 @@ private:
     FrmAbout *m_about = nullptr;
     FrmPreferences *m_preferences = nullptr;
     HelpDesk *m_help = nullptr;
+    std::unique_ptr<RemoteControl> m_remote; // before the rooms that it refers to
 };
 
 } // namespace calvorn

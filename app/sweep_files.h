@@ -37,13 +37,15 @@ public:
     void mnuSaveCSV_Click();
     void mnuOpenCSV_Click();
 
+    // What the commands do with the file. RuntimeError where it cannot be done.
+    void exportSweep(const QString &path);
+    void importSweep(const QString &path);
+
 signals:
     // What has become of an export or an import, in words.
     void reported(const QString &text);
 
 private:
-    void exportSweep(const QString &path);
-    void importSweep(const QString &path);
     double voltsOf(int row) const;
     bool firstRowIsInVolts() const;
     void noteUnit();

@@ -66,8 +66,18 @@ void SweepPictures::mnuSavePicture_Click()
         m_messages.desktop().chooseFileToSave(tr("PNG picture (*.png);;SVG drawing (*.svg)"), suggested);
     if (path.isEmpty())
         return;
-    picture().save(path);
+    savePicture(path);
     m_lastFile = path;
+}
+
+void SweepPictures::savePicture(const QString &path) const
+{
+    picture().save(path);
+}
+
+QByteArray SweepPictures::pictureAsPng() const
+{
+    return picture().asPng();
 }
 
 void SweepPictures::mnuCopyPicture_Click()

@@ -42,6 +42,10 @@ public:
     void mnuCopyPicture_Click();
     void mnuPrint_Click();
 
+    // RuntimeError(File) where it cannot be written.
+    void savePicture(const QString &path) const;
+    QByteArray pictureAsPng() const;
+
     // Ctrl+C in the lists below this widget keeps copying their text.
     void keepTextCopyIn(const QWidget &window);
 

@@ -14,13 +14,15 @@ QString ProgramFolders::settingsFile() const
 SweepStation::SweepStation(const ProgramFolders &programFolders, Configuration &record, Desktop &person, Clock &time)
     : folders(programFolders)
     , configuration(record)
-    , desktop(person)
+    , unattended(person)
+    , desktop(unattended)
     , clock(time)
-    , messages(record, person)
+    , messages(record, desktop)
     , log(record)
     , boundary(messages, log)
     , loader(record, window)
     , instrument(record, log, time, folders.programs + u'/' + QLatin1String(kServerName), folders.settingsFile())
+    , generator(record, instrument)
 {
     configuration.iniPath = folders.settingsFile();
 }

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "app/unattended_desktop.h"
 #include "core/error_boundary.h"
 #include "core/settings.h"
 #include "display/plot/markers.h"
 #include "instrument/instrument.h"
+#include "instrument/signal_generator.h"
 #include "platform/desktop.h"
 
 #include <QString>
@@ -28,6 +30,7 @@ struct SweepStation
 
     ProgramFolders folders;
     Configuration &configuration;
+    UnattendedDesktop unattended; // what the person sees of it
     Desktop &desktop;
     Clock &clock;
     WindowSettings window;
@@ -36,6 +39,7 @@ struct SweepStation
     ErrorBoundary boundary;
     SettingsLoader loader;
     Instrument instrument;
+    SignalGenerator generator;
     Markers markers;
 };
 

@@ -62,6 +62,9 @@ function(calvorn_take_headers target)
 endfunction()
 
 function(calvorn_take_test_headers target)
+    if("${ARGN}" MATCHES "Qt6::Network")
+        return() # they would not fit
+    endif()
     if("${ARGN}" MATCHES "Qt6::Widgets|calvorn_(widgets|display|measure|controls|setup|app)")
         target_precompile_headers(${target} REUSE_FROM calvorn_headers_window_tests)
     elseif(NOT "${ARGN}" MATCHES "Qt6::Gui|calvorn_(plot|platform_desktop)")

@@ -12,11 +12,12 @@ set(CALVORN_MAY_LINK_analysis data core protocol platform)
 set(CALVORN_MAY_LINK_plot data core protocol platform)
 set(CALVORN_MAY_LINK_display plot analysis widgets data core protocol platform)
 set(CALVORN_MAY_LINK_instrument data core protocol platform)
+set(CALVORN_MAY_LINK_remote plot instrument analysis data core protocol platform)
 set(CALVORN_MAY_LINK_controls instrument widgets data core protocol platform)
 set(CALVORN_MAY_LINK_setup instrument widgets data core protocol platform)
 set(CALVORN_MAY_LINK_measure display plot analysis widgets data core protocol platform)
 set(CALVORN_MAY_LINK_app
-    translations setup controls measure display plot instrument analysis widgets data core protocol platform platform_desktop)
+    translations remote setup controls measure display plot instrument analysis widgets data core protocol platform platform_desktop)
 set(CALVORN_MAY_LINK_server translations protocol platform)
 
 # calvorn_library(<folder> SOURCES <file>... [FOLDERS <folder>...] [LINK <external library>...])

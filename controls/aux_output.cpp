@@ -170,6 +170,28 @@ void AuxOutput::advance(int index)
     m_boundary.run("chkAux_MouseDown", [&] { mouseDown(index); });
 }
 
+bool AuxOutput::setValue(std::uint8_t value)
+{
+    if (!m_settings.enabled || !m_hardware.isThere())
+        return false;
+    for (std::size_t i = 0; i < m_steps.size(); ++i) {
+        m_steps[i].state = (value >> i & 1) != 0 ? Qt::Checked : Qt::Unchecked;
+        showStep(m_steps[i]);
+    }
+    m_value = value;
+    showTotal();
+    sendValue();
+    return true;
+}
+
+bool AuxOutput::setPosition(std::uint8_t position)
+{
+    if (!m_potSettings || !m_hardware.isThere())
+        return false;
+    m_potentiometer->setValue(position);
+    return true;
+}
+
 void AuxOutput::mouseDown(int index)
 {
     if (!m_hardware.isThere() || m_busy)

@@ -27,6 +27,11 @@ public:
     AuxOutput(std::int16_t number, std::int16_t &value, Configuration &configuration, AuxHardware hardware,
               ErrorBoundary &boundary, QWidget *parent = nullptr);
 
+    // The byte of the output, as if its boxes had been clicked; the position of the potentiometer. False: there is
+    // none.
+    bool setValue(std::uint8_t value);
+    bool setPosition(std::uint8_t position);
+
     // Reads captions, weights and ranges from the section "Aux1" or "Aux2" and shows what is enabled.
     void setUp();
 

@@ -37,7 +37,10 @@ GeneratorBox::GeneratorBox(const Configuration &configuration, SignalGenerator &
                     tr("Whether the generator is on; not in use here: a sweep, the meter or a setting has moved it"));
     m_state->setWordWrap(true);
     column->addWidget(m_state);
-    connect(&m_generator, &SignalGenerator::changed, this, &GeneratorBox::showState);
+    connect(&m_generator, &SignalGenerator::changed, this, [this] {
+        showState();
+        followGenerator();
+    });
     restore({});
     showState();
 }
@@ -171,6 +174,15 @@ void GeneratorBox::cmdMemory_Click()
     memory.hertz = m_hertz;
     showMemories();
     m_memory->setCurrentIndex(index);
+}
+
+// Somebody else may have chosen its frequency.
+void GeneratorBox::followGenerator()
+{
+    if (m_hertz == m_generator.frequency())
+        return;
+    m_hertz = m_generator.frequency();
+    m_frequency->showFrequency();
 }
 
 void GeneratorBox::showMemories()

@@ -64,6 +64,7 @@ private:
     void cboMemory_Click(int index);
     void cmdMemory_Click();
     void showState();
+    void followGenerator();
     void showMemories();
 
     const Configuration &m_configuration;

@@ -75,11 +75,11 @@ QVector<SettingKey> levelKeys()
     return keys;
 }
 
-LevelPage::LevelPage(const Configuration &configuration, Instrument &instrument, Messages &messages,
-                     ErrorBoundary &boundary, QWidget *parent)
+LevelPage::LevelPage(const Configuration &configuration, Instrument &instrument, SignalGenerator &generator,
+                     Messages &messages, ErrorBoundary &boundary, QWidget *parent)
     : QWidget(parent)
     , m_boundary(boundary)
-    , m_generator(configuration, instrument)
+    , m_generator(generator)
     , m_reader(instrument, &m_generator, this)
     , m_level(new LevelBox(configuration, this))
     , m_source(new GeneratorBox(configuration, m_generator, messages, boundary, this))

@@ -18,8 +18,9 @@ class LevelPage : public QWidget
     Q_OBJECT
 
 public:
-    LevelPage(const Configuration &configuration, Instrument &instrument, Messages &messages, ErrorBoundary &boundary,
-              QWidget *parent = nullptr);
+    // generator: outlives the page, which switches it off when it is closed.
+    LevelPage(const Configuration &configuration, Instrument &instrument, SignalGenerator &generator,
+              Messages &messages, ErrorBoundary &boundary, QWidget *parent = nullptr);
 
     // The choices in the settings file; nothing is written that has not changed. False when it cannot be written.
     void restore(const QString &settingsFile);
@@ -44,7 +45,7 @@ private:
     void showPause(LevelReader::Pause why);
 
     ErrorBoundary &m_boundary;
-    SignalGenerator m_generator;
+    SignalGenerator &m_generator;
     LevelReader m_reader;
     QPointer<QWidget> m_window; // that is watched
     LevelBox *m_level;

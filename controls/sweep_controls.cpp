@@ -245,6 +245,21 @@ void SweepControls::optSpeed_Click(std::int16_t index)
         driver->setSpeed(index);
 }
 
+void SweepControls::setSpeed(std::int16_t speed)
+{
+    m_configuration.sweepSpeed = speed;
+    showSpeed(!m_speedFrame->isHidden());
+    optSpeed_Click(speed);
+}
+
+void SweepControls::applyRange()
+{
+    if (!m_timerUpdateSweep.isActive())
+        return;
+    m_timerUpdateSweep.stop();
+    timerUpdateSweep_Timer();
+}
+
 void SweepControls::timerUpdateSweep_Timer()
 {
     if (m_starting || m_instrument.isEnding()) {

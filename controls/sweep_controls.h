@@ -43,6 +43,8 @@ public:
     // Sweeps once; for the menu.
     QAction *singleAction() const { return m_single; }
 
+    // As the buttons and the menu do. Nothing where a start is already under way.
+    void start(SweepRun run);
     void cmdStart_Click() { start(SweepRun::UntilStopped); }
     void cmdStop_Click();
     // The forced stop, for a driver that never completes: resets the controls only.
@@ -50,6 +52,11 @@ public:
 
     // An accepted change of the range: applied when no further one follows.
     void restartTimerUpdateSweep() { m_timerUpdateSweep.start(); }
+    // The same at once, where one waits.
+    void applyRange();
+
+    // The number of a SweepSpeed, as if it had been chosen.
+    void setSpeed(std::int16_t speed);
 
     // After every processed vector: shows period and rate.
     void aggiornaTimer();
@@ -82,7 +89,6 @@ private:
     void buildReadouts();
     void buildButtons();
     void buildSingleAction();
-    void start(SweepRun run);
     bool startSweep(SweepRun run);
     void mnuSingle_Click();
     bool waitForIdle();

@@ -69,6 +69,18 @@ void AmplitudeAxis::showFullScale()
     m_maxDb->setText(NumberText::fromInteger(m_configuration.maxScaleDb));
 }
 
+void AmplitudeAxis::enterTop(double volts)
+{
+    m_maxVolt->setText(NumberText().fromDouble(volts));
+    txtMaxVolt_LostFocus();
+}
+
+void AmplitudeAxis::enterBottom(int decibels)
+{
+    m_maxDb->setText(NumberText::fromInteger(decibels));
+    txtMaxDb_LostFocus();
+}
+
 void AmplitudeAxis::readFullScale()
 {
     const bool linear = isLinearScale(m_configuration.scaleType);

@@ -26,6 +26,10 @@ public:
     // Puts the full-scale values of the record into the boxes; once the settings are loaded.
     void showFullScale();
 
+    // As if they had been typed: volts at the top of the linear scale, dB at the bottom of the others.
+    void enterTop(double volts);
+    void enterBottom(int decibels);
+
     // For a change of scale: an entry that is still being typed into the box of the record's scale counts as left; a
     // text that is not a number is put back from the record.
     void readFullScale();

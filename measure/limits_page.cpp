@@ -67,6 +67,13 @@ QWidget *LimitsPage::makeVerdict()
     m_on->setObjectName(QStringLiteral("chkLimits"));
     m_on->setToolTip(tr("Draw the limits, and say whether each sweep keeps them"));
     connect(m_on, &QCheckBox::toggled, &m_measurement, &Measurement::setLimitsOn);
+    // Others may switch them, too.
+    connect(&m_measurement, &Measurement::refreshed, this, [this] {
+        const QSignalBlocker quiet(m_on);
+        m_on->setChecked(m_measurement.areLimitsOn());
+        if (m_measurement.limits() != m_shown)
+            showTable();
+    });
     m_beeps = new QCheckBox(tr("&Beep on a change"), this);
     m_beeps->setObjectName(QStringLiteral("chkLimitBeep"));
     m_beeps->setToolTip(tr("Beep when sweeps begin to pass or to fail"));
@@ -274,7 +281,8 @@ void LimitsPage::takeCell(int row, int column)
 void LimitsPage::showTable()
 {
     const QSignalBlocker quiet(m_table);
-    const std::vector<LimitPoint> &points = m_measurement.limits().points();
+    m_shown = m_measurement.limits();
+    const std::vector<LimitPoint> &points = m_shown.points();
     m_table->setRowCount(static_cast<int>(points.size()));
     for (int row = 0; row < m_table->rowCount(); ++row) {
         const LimitPoint &point = points[static_cast<std::size_t>(row)];

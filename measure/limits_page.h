@@ -57,6 +57,7 @@ private:
     SweepGraph &m_graph;
     Desktop &m_desktop;
     ErrorBoundary &m_boundary;
+    LimitLines m_shown; // in the table
     QCheckBox *m_on = nullptr;
     QLabel *m_verdict = nullptr;
     QLabel *m_worst = nullptr;

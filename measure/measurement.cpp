@@ -57,7 +57,7 @@ bool Measurement::hasOverlays() const
 
 bool Measurement::isInUse() const
 {
-    return m_isWatched || m_tracksPeak || m_limitsOn || m_traces.isNormalised() || hasOverlays();
+    return m_isWatched || m_isFollowed || m_tracksPeak || m_limitsOn || m_traces.isNormalised() || hasOverlays();
 }
 
 void Measurement::setWatched(bool watched)
@@ -67,6 +67,13 @@ void Measurement::setWatched(bool watched)
         return;
     feed();
     refresh();
+}
+
+void Measurement::setFollowed(bool followed)
+{
+    m_isFollowed = followed;
+    if (isInUse())
+        feed();
 }
 
 void Measurement::setLegendShown(bool shown)

@@ -36,6 +36,8 @@ public:
 
     // Whether somebody looks at the results.
     void setWatched(bool watched);
+    // Whether somebody takes the traces, however little of them is shown.
+    void setFollowed(bool followed);
     void setLegendShown(bool shown);
     bool isLegendShown() const { return m_hasLegend; }
 
@@ -106,6 +108,7 @@ private:
     std::optional<DetectorCalibration> m_takenDetector;
     std::int16_t m_takenMode = 0; // of the MiniVNA
     bool m_isWatched = false;
+    bool m_isFollowed = false;
     bool m_hasLegend = true;
     bool m_isStale = false; // the results are of an earlier sweep
     bool m_wasRelative = false;

@@ -3,6 +3,7 @@
 #include "tools/console.h"
 #include "tools/curve_picture.h"
 #include "tools/interruption.h"
+#include "tools/listening.h"
 #include "tools/output.h"
 #include "tools/report.h"
 #include "tools/single_sweep.h"
@@ -138,6 +139,8 @@ int run(const ToolRequest &request, SingleSweep &sweep)
     try {
         if (const int code = sweep.prepare(); code != kDone)
             return fail(code, sweep.sentence());
+        if (request.port)
+            return listenForClients(sweep, *request.port);
         const Companions companions = readCompanions(request, sweep.configuration());
         const int code = sweep.run();
         return code == kDone ? deliver(sweep, request, companions) : fail(code, sweep.sentence());

@@ -21,13 +21,17 @@ QString nameOf(const SingleSweep &sweep, const ShownCurve &curve)
     return sweep.trace().name.isEmpty() ? SweepTool::tr("Sweep") : sweep.trace().name;
 }
 
-PlotModel plotOf(const SingleSweep &sweep, const ShownCurve &curve, const Companions &companions)
+PlotModel plotOf(const PictureRooms &rooms, const ShownCurve &curve, const Companions &companions)
 {
     PlotModel plot;
-    plot.scale = GraphCoordinates(sweep.configuration());
-    plot.showSweep(sweep.table());
-    plot.markers = markersOf(sweep.window(), sweep.table());
-    plot.live->name = nameOf(sweep, curve);
+    plot.scale = GraphCoordinates(rooms.configuration);
+    plot.markers = rooms.markers;
+    if (curve.trace().isEmpty()) {
+        plot.showNoSweep(rooms.table);
+        return plot;
+    }
+    plot.showSweep(rooms.table);
+    plot.live->name = rooms.name;
     if (curve.isRelative() || curve.isAveraged())
         plot.live->amplitudes = curve.amplitudes();
     if (curve.isRelative())
@@ -45,10 +49,10 @@ PlotModel plotOf(const SingleSweep &sweep, const ShownCurve &curve, const Compan
 }
 
 // Markers read what was measured, not what is relative.
-MarkerTexts textsOf(const PlotModel &plot, const SingleSweep &sweep, const ShownCurve &curve)
+MarkerTexts textsOf(const PlotModel &plot, const PictureRooms &rooms, const ShownCurve &curve)
 {
     const bool linear = isLinearScale(curve.scale());
-    MarkerTexts texts = markerTexts(sweep.table(), plot.markers, linear);
+    MarkerTexts texts = markerTexts(rooms.table, plot.markers, linear);
     if (!curve.isAveraged())
         return texts;
     const std::vector<double> mean = ShownCurve(curve.trace(), {}, curve.scale(), curve.averaged()).amplitudes();
@@ -60,16 +64,32 @@ MarkerTexts textsOf(const PlotModel &plot, const SingleSweep &sweep, const Shown
     return texts;
 }
 
+PictureTexts pictureTexts(const PlotModel &plot, const PictureRooms &rooms, const ShownCurve &curve)
+{
+    const auto frequency = [&rooms](int row) { return rooms.table.text(row, SweepTable::FrequencyColumn); };
+    return {frequency(1), frequency(kSweepPoints / 2), frequency(kSweepPoints), textsOf(plot, rooms, curve),
+            QDateTime::currentDateTime()};
+}
+
 } // namespace
 
 void savePicture(const QString &path, const SingleSweep &sweep, const ShownCurve &curve, const Companions &companions)
 {
-    const SweepTable &table = sweep.table();
-    const PlotModel plot = plotOf(sweep, curve, companions);
-    const auto frequency = [&table](int row) { return table.text(row, SweepTable::FrequencyColumn); };
-    const PictureTexts texts{frequency(1), frequency(kSweepPoints / 2), frequency(kSweepPoints),
-                             textsOf(plot, sweep, curve), QDateTime::currentDateTime()};
-    SweepPicture(sweep.configuration(), plot, texts).save(path);
+    const PictureRooms rooms{sweep.configuration(), sweep.table(), markersOf(sweep.window(), sweep.table()),
+                             nameOf(sweep, curve)};
+    savePicture(path, rooms, curve, companions);
+}
+
+void savePicture(const QString &path, const PictureRooms &rooms, const ShownCurve &curve, const Companions &companions)
+{
+    const PlotModel plot = plotOf(rooms, curve, companions);
+    SweepPicture(rooms.configuration, plot, pictureTexts(plot, rooms, curve)).save(path);
+}
+
+QByteArray pictureAsPng(const PictureRooms &rooms, const ShownCurve &curve, const Companions &companions)
+{
+    const PlotModel plot = plotOf(rooms, curve, companions);
+    return SweepPicture(rooms.configuration, plot, pictureTexts(plot, rooms, curve)).asPng();
 }
 
 } // namespace calvorn

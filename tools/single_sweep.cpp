@@ -53,13 +53,6 @@ SingleSweep::SingleSweep(const QString &programFolder, const SweepRequest &reque
 {
     m_traces.setAverageOver(request.sweeps);
     m_traces.switchOn(TraceSet::Source::Average, request.isAveraged);
-    int taken = 0;
-    QObject::connect(&m_instrument.conversion(), &SampleConversion::vectorStored, &m_instrument,
-                     [this, taken]() mutable {
-                         note(tr("Sweep %1 of %2").arg(++taken).arg(m_request.sweeps));
-                         m_traces.takeSweep(traceOf(table().sweep(), m_configuration.scaleType));
-                     });
-    QObject::connect(&m_instrument, &Instrument::told, &m_instrument, [](const QString &text) { note(text); });
 }
 
 ExitCode SingleSweep::prepare()
@@ -170,6 +163,13 @@ void SingleSweep::takeSweeps()
 {
     const NumberText numbers;
     const Configuration &c = m_configuration;
+    int taken = 0;
+    QObject::connect(&m_instrument.conversion(), &SampleConversion::vectorStored, &m_instrument,
+                     [this, taken]() mutable {
+                         note(tr("Sweep %1 of %2").arg(++taken).arg(m_request.sweeps));
+                         m_traces.takeSweep(traceOf(table().sweep(), m_configuration.scaleType));
+                     });
+    QObject::connect(&m_instrument, &Instrument::told, &m_instrument, [](const QString &text) { note(text); });
     QObject::connect(&m_instrument, &Instrument::connected, &m_instrument, [&] {
         note(tr("Sweeping from %1 to %2 Hz")
                  .arg(numbers.masked(c.startFreq, kMaskHertz), numbers.masked(c.stopFreq, kMaskHertz)));

@@ -40,6 +40,11 @@ public:
     QString settingsFile() const { return m_settingsFile; }
 
     const Configuration &configuration() const { return m_configuration; }
+    // For whoever sweeps by himself, after prepare().
+    Configuration &record() { return m_configuration; }
+    Instrument &instrument() { return m_instrument; }
+    TraceSet &traces() { return m_traces; }
+    Log &log() { return m_log; }
     const WindowSettings &window() const { return m_window; }
     const SweepTable &table() const { return m_instrument.table(); }
     // In volts: the sweep of the table, or the mean of all of them.

@@ -10,6 +10,7 @@
 
 #include <cmath>
 #include <initializer_list>
+#include <limits>
 
 namespace calvorn {
 
@@ -92,11 +93,13 @@ SweepOptions::SweepOptions()
     , m_picture(option("picture", tr("Write the curve as PNG or SVG."), "FILE.png"))
     , m_traces(option("traces", tr("Draw the sweeps of these files in the picture, too; at most %1.").arg(kMostTraces),
                       "FILE[,FILE...]"))
+    , m_listen(
+          option("listen", tr("Take SCPI commands at this TCP port of this computer until a signal ends it."), "PORT"))
 {
     m_parser.setApplicationDescription(tr("Takes a sweep without a window. Without --output and --picture it prints "
                                           "the response in figures and as a plot."));
     m_parser.addOptions({m_settings, m_start, m_stop, m_sweeps, m_average, m_scale, m_input, m_reference, m_results,
-                         m_fixture, m_limits, m_format, m_output, m_picture, m_traces});
+                         m_fixture, m_limits, m_format, m_output, m_picture, m_traces, m_listen});
 }
 
 QString SweepOptions::read(const QStringList &arguments, ToolRequest &request)
@@ -129,7 +132,8 @@ QString SweepOptions::read(const QStringList &arguments, ToolRequest &request)
     request.limits = value(m_limits);
     if (isSet(m_picture) && !SweepPicture::isPictureName(request.picture))
         return tr("The name of a picture ends in .png or .svg, unlike \"%1\".").arg(request.picture);
-    return firstOf({readTraces(request.traces), readReport(request), misplacedOption(request), clashOfFiles(request)});
+    return firstOf({readTraces(request.traces), readReport(request), readPort(request.port), misplacedOption(request),
+                    clashOfFiles(request)});
 }
 
 // Stays without a value where the option is not given.
@@ -219,6 +223,18 @@ QString SweepOptions::readTraces(QStringList &traces) const
                                        : QString();
 }
 
+QString SweepOptions::readPort(std::optional<quint16> &port) const
+{
+    if (!isSet(m_listen))
+        return {};
+    bool ok = false;
+    const int number = value(m_listen).toInt(&ok);
+    if (!ok || number < 1 || number > std::numeric_limits<quint16>::max())
+        return tr("--%1 takes a port from 1 to 65535, not \"%2\".").arg(nameOf(m_listen), value(m_listen));
+    port = static_cast<quint16>(number);
+    return {};
+}
+
 // Options that have no meaning beside or without each other.
 QString SweepOptions::misplacedOption(const ToolRequest &request) const
 {
@@ -228,6 +244,10 @@ QString SweepOptions::misplacedOption(const ToolRequest &request) const
     for (const QCommandLineOption &measuring : {m_start, m_stop, m_sweeps, m_average})
         if (isSet(m_input) && isSet(measuring))
             return exclude(m_input, measuring);
+    for (const QCommandLineOption &other : {m_start, m_stop, m_sweeps, m_average, m_input, m_reference, m_results,
+                                            m_fixture, m_limits, m_format, m_output, m_picture, m_traces})
+        if (isSet(m_listen) && isSet(other))
+            return exclude(m_listen, other);
     if (isSet(m_average) && isSet(m_sweeps))
         return exclude(m_average, m_sweeps);
     if (isSet(m_fixture) && request.results != ResultKind::Crystal)

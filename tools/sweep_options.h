@@ -24,6 +24,7 @@ struct ToolRequest
     std::optional<ResultKind> results;
     double fixtureOhms = kDefaultFixtureOhms;
     bool isJson = false;
+    std::optional<quint16> port; // waits for SCPI clients in place of all that
 
     // Whether standard output gets results or a verdict, also where files are written.
     bool hasReport() const { return isJson || results || !limits.isEmpty(); }
@@ -56,6 +57,7 @@ private:
     QString readScale(SweepRequest &request) const;
     QString readReport(ToolRequest &request) const;
     QString readTraces(QStringList &traces) const;
+    QString readPort(std::optional<quint16> &port) const;
     QString misplacedOption(const ToolRequest &request) const;
     QString clashOfFiles(const ToolRequest &request) const;
     bool isSet(const QCommandLineOption &option) const { return m_parser.isSet(option); }
@@ -77,6 +79,7 @@ private:
     QCommandLineOption m_output;
     QCommandLineOption m_picture;
     QCommandLineOption m_traces;
+    QCommandLineOption m_listen;
 };
 
 } // namespace calvorn

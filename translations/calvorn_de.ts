@@ -1054,6 +1054,22 @@
         <source>--%1 and --%2 name the same file.</source>
         <translation>--%1 und --%2 nennen dieselbe Datei.</translation>
     </message>
+    <message>
+        <source>the reference</source>
+        <translation>die Referenz</translation>
+    </message>
+    <message>
+        <source>Waiting for SCPI clients at port %1</source>
+        <translation>Warte auf SCPI-Clients an Port %1</translation>
+    </message>
+    <message>
+        <source>Take SCPI commands at this TCP port of this computer until a signal ends it.</source>
+        <translation>Nimmt SCPI-Befehle an diesem TCP-Port dieses Rechners an, bis ein Signal es beendet.</translation>
+    </message>
+    <message>
+        <source>--%1 takes a port from 1 to 65535, not &quot;%2&quot;.</source>
+        <translation>--%1 braucht einen Port von 1 bis 65535, nicht „%2“.</translation>
+    </message>
 </context>
 <context>
     <name>ThreadStart</name>
@@ -2087,6 +2103,30 @@
     <message>
         <source>This box has no effect: the scales keep their full range.</source>
         <translation>Dieses Kästchen hat keine Wirkung: Die Skalen behalten ihren vollen Bereich.</translation>
+    </message>
+    <message>
+        <source>Remote control</source>
+        <translation>Fernsteuerung</translation>
+    </message>
+    <message>
+        <source>&amp;SCPI clients of this computer</source>
+        <translation>&amp;SCPI-Clients dieses Rechners</translation>
+    </message>
+    <message>
+        <source>Lets your own programs on this computer control the window</source>
+        <translation>Lässt Ihre eigenen Programme auf diesem Rechner das Fenster steuern</translation>
+    </message>
+    <message>
+        <source>The TCP port that they connect to</source>
+        <translation>Der TCP-Port, mit dem sie sich verbinden</translation>
+    </message>
+    <message>
+        <source>TCP port</source>
+        <translation>TCP-Port</translation>
+    </message>
+    <message>
+        <source>&amp;Port</source>
+        <translation>&amp;Port</translation>
     </message>
 </context>
 <context>
@@ -3392,6 +3432,17 @@
     </message>
 </context>
 <context>
+    <name>calvorn::RemoteControl</name>
+    <message>
+        <source>SCPI: port %1, clients: %2</source>
+        <translation>SCPI: Port %1, Clients: %2</translation>
+    </message>
+    <message>
+        <source>SCPI: port %1</source>
+        <translation>SCPI: Port %1</translation>
+    </message>
+</context>
+<context>
     <name>calvorn::ResultsPage</name>
     <message>
         <source>Filter</source>
@@ -3586,6 +3637,41 @@
     <message>
         <source>dB</source>
         <translation>dB</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::ScpiDoor</name>
+    <message>
+        <source>Remote control cannot use the port %1 (%2).</source>
+        <translation>Die Fernsteuerung kann den Port %1 nicht benutzen (%2).</translation>
+    </message>
+    <message>
+        <source>Remote control has no Unix socket (%1).</source>
+        <translation>Die Fernsteuerung hat keinen Unix-Socket (%1).</translation>
+    </message>
+    <message>
+        <source>port %1</source>
+        <translation>Port %1</translation>
+    </message>
+    <message>
+        <source>the Unix socket</source>
+        <translation>dem Unix-Socket</translation>
+    </message>
+    <message>
+        <source>Remote control: the user %1 at %2 was turned away.</source>
+        <translation>Fernsteuerung: Der Benutzer %1 (%2) wurde abgewiesen.</translation>
+    </message>
+    <message>
+        <source>Remote control: an unknown user at %1 was turned away.</source>
+        <translation>Fernsteuerung: Ein unbekannter Benutzer (%1) wurde abgewiesen.</translation>
+    </message>
+    <message>
+        <source>Remote control: there are %1 clients already.</source>
+        <translation>Fernsteuerung: Es gibt schon %1 Clients.</translation>
+    </message>
+    <message>
+        <source>Remote control: the client at %1 does not read and was dropped.</source>
+        <translation>Fernsteuerung: Der Client (%1) liest nicht und wurde getrennt.</translation>
     </message>
 </context>
 <context>

@@ -1054,6 +1054,22 @@
         <source>--%1 and --%2 name the same file.</source>
         <translation>--%1 e --%2 indicano lo stesso file.</translation>
     </message>
+    <message>
+        <source>the reference</source>
+        <translation>il riferimento</translation>
+    </message>
+    <message>
+        <source>Waiting for SCPI clients at port %1</source>
+        <translation>In attesa di client SCPI sulla porta %1</translation>
+    </message>
+    <message>
+        <source>Take SCPI commands at this TCP port of this computer until a signal ends it.</source>
+        <translation>Accetta comandi SCPI su questa porta TCP di questo computer finché un segnale non lo termina.</translation>
+    </message>
+    <message>
+        <source>--%1 takes a port from 1 to 65535, not &quot;%2&quot;.</source>
+        <translation>--%1 richiede una porta da 1 a 65535, non &quot;%2&quot;.</translation>
+    </message>
 </context>
 <context>
     <name>ThreadStart</name>
@@ -2087,6 +2103,30 @@
     <message>
         <source>This box has no effect: the scales keep their full range.</source>
         <translation>Questa casella non ha effetto: le scale mantengono tutta la loro estensione.</translation>
+    </message>
+    <message>
+        <source>Remote control</source>
+        <translation>Controllo remoto</translation>
+    </message>
+    <message>
+        <source>&amp;SCPI clients of this computer</source>
+        <translation>Client &amp;SCPI di questo computer</translation>
+    </message>
+    <message>
+        <source>Lets your own programs on this computer control the window</source>
+        <translation>Permette ai propri programmi su questo computer di controllare la finestra</translation>
+    </message>
+    <message>
+        <source>The TCP port that they connect to</source>
+        <translation>La porta TCP alla quale si collegano</translation>
+    </message>
+    <message>
+        <source>TCP port</source>
+        <translation>Porta TCP</translation>
+    </message>
+    <message>
+        <source>&amp;Port</source>
+        <translation>&amp;Porta</translation>
     </message>
 </context>
 <context>
@@ -3392,6 +3432,17 @@
     </message>
 </context>
 <context>
+    <name>calvorn::RemoteControl</name>
+    <message>
+        <source>SCPI: port %1, clients: %2</source>
+        <translation>SCPI: porta %1, client: %2</translation>
+    </message>
+    <message>
+        <source>SCPI: port %1</source>
+        <translation>SCPI: porta %1</translation>
+    </message>
+</context>
+<context>
     <name>calvorn::ResultsPage</name>
     <message>
         <source>Filter</source>
@@ -3586,6 +3637,41 @@
     <message>
         <source>dB</source>
         <translation>dB</translation>
+    </message>
+</context>
+<context>
+    <name>calvorn::ScpiDoor</name>
+    <message>
+        <source>Remote control cannot use the port %1 (%2).</source>
+        <translation>Il controllo remoto non può usare la porta %1 (%2).</translation>
+    </message>
+    <message>
+        <source>Remote control has no Unix socket (%1).</source>
+        <translation>Il controllo remoto non ha un socket Unix (%1).</translation>
+    </message>
+    <message>
+        <source>port %1</source>
+        <translation>porta %1</translation>
+    </message>
+    <message>
+        <source>the Unix socket</source>
+        <translation>il socket Unix</translation>
+    </message>
+    <message>
+        <source>Remote control: the user %1 at %2 was turned away.</source>
+        <translation>Controllo remoto: l&apos;utente %1 (%2) è stato respinto.</translation>
+    </message>
+    <message>
+        <source>Remote control: an unknown user at %1 was turned away.</source>
+        <translation>Controllo remoto: un utente sconosciuto (%1) è stato respinto.</translation>
+    </message>
+    <message>
+        <source>Remote control: there are %1 clients already.</source>
+        <translation>Controllo remoto: ci sono già %1 client.</translation>
+    </message>
+    <message>
+        <source>Remote control: the client at %1 does not read and was dropped.</source>
+        <translation>Controllo remoto: il client (%1) non legge ed è stato scollegato.</translation>
     </message>
 </context>
 <context>

@@ -11,13 +11,16 @@ macro(check_file file prefix)
     file(STRINGS "${file}" includes REGEX "^#include \"${prefix}[a-z]+/")
     foreach(line IN LISTS includes)
         string(REGEX REPLACE "^#include \"${prefix}([a-z]+)/.*" "\\1" from "${line}")
+        if(line MATCHES "\"display/plot/")
+            set(from plot)
+        endif()
         if(NOT from IN_LIST allowed)
             list(APPEND wrong "${file}: ${line}")
         endif()
     endforeach()
 endmacro()
 
-foreach(folder translations platform protocol widgets core data analysis display instrument controls setup app
+foreach(folder translations platform protocol widgets core data analysis display instrument remote controls setup app
         server)
     set(allowed ${folder} ${CALVORN_MAY_LINK_${folder}})
     file(GLOB_RECURSE files "${ROOT}/${folder}/*.h" "${ROOT}/${folder}/*.cpp")

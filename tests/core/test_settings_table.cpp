@@ -113,8 +113,9 @@ private slots:
 void TestSettingsTable::thePageHasEverySection()
 {
     QStringList sections = tableSections();
-    sections += QStringList{"Aux1",  "Aux2",       "Interface1", "Interface2", "Interface3", "Simulator", "LPT Wiring",
-                            "Ports", "Attenuator", "Measure",    "View",       "Detector",   "Level",     "Generator"};
+    sections += QStringList{"Aux1",      "Aux2",       "Interface1", "Interface2", "Interface3",
+                            "Simulator", "LPT Wiring", "Ports",      "Attenuator", "Measure",
+                            "View",      "Detector",   "Level",      "Generator",  "Remote"};
     QStringList documented = test::sectionsOfPage();
     std::sort(sections.begin(), sections.end());
     std::sort(documented.begin(), documented.end());

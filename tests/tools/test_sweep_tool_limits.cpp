@@ -322,6 +322,11 @@ void TestSweepToolLimits::badArgumentsAreRefused_data()
     row("--reference=", "--reference takes the name of a file.");
     row("--limits=", "--limits takes the name of a file.");
     row("--picture=a.png --traces=ramp.csv,", "--traces takes the name of a file.");
+    row("--listen 5025 --start 2000000", "--listen and --start cannot be given together.");
+    row("--listen 5025 --output a.csv", "--listen and --output cannot be given together.");
+    row("--listen 0", "--listen takes a port from 1 to 65535, not \"0\".");
+    row("--listen 65536", "--listen takes a port from 1 to 65535, not \"65536\".");
+    row("--listen scpi", "--listen takes a port from 1 to 65535, not \"scpi\".");
     row("--input ramp.csv --start 2000000", "--input and --start cannot be given together.");
     row("--input ramp.csv --stop 2000000", "--input and --stop cannot be given together.");
     row("--input ramp.csv --sweeps 1", "--input and --sweeps cannot be given together.");

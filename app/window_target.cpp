@@ -1,0 +1,166 @@
+// SPDX-License-Identifier: MIT
+#include "app/window_target.h"
+
+#include "app/sweep_files.h"
+#include "app/sweep_pictures.h"
+#include "controls/aux_output.h"
+#include "controls/range_entry.h"
+#include "controls/sweep_controls.h"
+#include "core/checked_arithmetic.h"
+#include "core/runtime_error.h"
+#include "display/graph_panel.h"
+#include "display/marker_panel.h"
+#include "display/plot/sweep_picture.h"
+#include "display/scale_control.h"
+#include "measure/measurement.h"
+
+#include <QApplication>
+
+namespace calvorn {
+
+WindowTarget::WindowTarget(const WindowRooms &rooms, QObject *parent)
+    : RemoteTarget(rooms.configuration, rooms.instrument, rooms.measurement.traces(), rooms.markers, rooms.generator,
+                   parent)
+    , m_rooms(rooms)
+{
+    m_rooms.measurement.setFollowed(true);
+    // A sweep that a command has started is nobody's in front of the window.
+    connect(&rooms.instrument, &Instrument::becameIdle, this, [this] { m_rooms.desktop.setStandIn({}); });
+}
+
+WindowTarget::~WindowTarget()
+{
+    m_rooms.desktop.setStandIn({});
+    m_rooms.measurement.setFollowed(false);
+}
+
+UnattendedDesktop::Told WindowTarget::teller()
+{
+    return [this](const QString &text) { emit errorTold({kScpiExecutionError, text.section(u'\r', 0, 0).toUtf8()}); };
+}
+
+QString WindowTarget::busyReason() const
+{
+    const QWidget *dialog = QApplication::activeModalWidget();
+    if (!dialog)
+        return {};
+    const QString title = dialog->windowTitle();
+    return title.isEmpty() ? QStringLiteral("a box is open") : title + QStringLiteral(" is open");
+}
+
+void WindowTarget::setRange(double start, double stop)
+{
+    const UnattendedDesktop::Guard guard(m_rooms.desktop, teller());
+    m_rooms.range.setRange(roundToInteger<std::int32_t>(start), roundToInteger<std::int32_t>(stop));
+    m_rooms.controls.applyRange();
+}
+
+void WindowTarget::setSpeed(std::int16_t speed)
+{
+    m_rooms.controls.setSpeed(speed);
+}
+
+void WindowTarget::start(SweepRun run)
+{
+    const UnattendedDesktop::Guard guard(m_rooms.desktop, teller());
+    m_rooms.controls.start(run);
+    if (!instrument().isSweeping())
+        throw ScpiError{kScpiHardwareError, "the hardware refused the sweep"};
+    m_rooms.desktop.setStandIn(teller());
+}
+
+void WindowTarget::stop()
+{
+    m_rooms.controls.cmdStop_Click();
+}
+
+void WindowTarget::setScale(std::int16_t scale)
+{
+    const UnattendedDesktop::Guard guard(m_rooms.desktop, teller());
+    m_rooms.scales.actions().at(scale)->trigger();
+}
+
+void WindowTarget::setTopOfLinearScale(double volts)
+{
+    const UnattendedDesktop::Guard guard(m_rooms.desktop, teller());
+    m_rooms.graph.axis().enterTop(volts);
+}
+
+void WindowTarget::setBottomOfDbScales(int decibels)
+{
+    const UnattendedDesktop::Guard guard(m_rooms.desktop, teller());
+    m_rooms.graph.axis().enterBottom(decibels);
+}
+
+void WindowTarget::placeMarker(GraphItem marker, double hertz)
+{
+    m_rooms.markerPanel.enterFrequencyOf(marker, hertz);
+}
+
+const LimitLines &WindowTarget::limits() const
+{
+    return m_rooms.measurement.limits();
+}
+
+bool WindowTarget::areLimitsOn() const
+{
+    return m_rooms.measurement.areLimitsOn();
+}
+
+void WindowTarget::setLimits(const LimitLines &limits)
+{
+    m_rooms.measurement.setLimits(limits);
+}
+
+void WindowTarget::setLimitsOn(bool on)
+{
+    m_rooms.measurement.setLimitsOn(on);
+}
+
+void WindowTarget::tracesEdited()
+{
+    m_rooms.measurement.tracesEdited();
+}
+
+void WindowTarget::setOutput(int number, std::uint8_t value)
+{
+    if (!(number == 2 ? m_rooms.aux2 : m_rooms.aux1).setValue(value))
+        throw ScpiError{kScpiSettingsConflict, "the output is not enabled in the settings"};
+}
+
+void WindowTarget::setPotentiometer(std::uint8_t position)
+{
+    if (!m_rooms.aux2.setPosition(position))
+        throw ScpiError{kScpiSettingsConflict, "the settings have no potentiometer"};
+}
+
+void WindowTarget::storeSweep(const QString &path)
+{
+    m_rooms.files.exportSweep(path);
+}
+
+void WindowTarget::loadSweep(const QString &path)
+{
+    const UnattendedDesktop::Guard guard(m_rooms.desktop, teller());
+    try {
+        m_rooms.files.importSweep(path);
+    } catch (const RuntimeError &) {
+        // What was read before the error stays, and is seen.
+        instrument().table().cellsWritten();
+        throw;
+    }
+}
+
+void WindowTarget::storePicture(const QString &path)
+{
+    if (!SweepPicture::isPictureName(path))
+        throw ScpiError{kScpiFileNameError, "the name must end in .png or .svg"};
+    m_rooms.pictures.savePicture(path);
+}
+
+QByteArray WindowTarget::picture() const
+{
+    return m_rooms.pictures.pictureAsPng();
+}
+
+} // namespace calvorn

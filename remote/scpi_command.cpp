@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: MIT
+#include "remote/scpi_command.h"
+
+#include "remote/scpi_pattern.h"
+
+#include <QFileInfo>
+
+namespace calvorn {
+
+void ScpiClient::note(const ScpiError &error)
+{
+    errors.add(error);
+    status.raiseError(error.number);
+}
+
+namespace {
+
+template <typename Value>
+Value taken(const std::optional<Value> &value, const ScpiError &error)
+{
+    if (!value)
+        throw error;
+    return *value;
+}
+
+} // namespace
+
+const ScpiParameter &ScpiCall::parameter(int index) const
+{
+    if (index >= count())
+        throw ScpiError{kScpiMissingParameter, m_unit.header};
+    return m_unit.parameters[index];
+}
+
+double ScpiCall::number(int index, ScpiQuantity quantity, const ScpiRange &range) const
+{
+    ScpiError error;
+    return taken(readNumber(parameter(index), quantity, range, error), error);
+}
+
+int ScpiCall::whole(int index, const ScpiRange &range) const
+{
+    ScpiError error;
+    return static_cast<int>(taken(readWhole(parameter(index), range, error), error));
+}
+
+bool ScpiCall::boolean(int index) const
+{
+    ScpiError error;
+    return taken(readBoolean(parameter(index), error), error);
+}
+
+int ScpiCall::choice(int index, std::initializer_list<const char *> words) const
+{
+    ScpiError error;
+    return taken(readChoice(parameter(index), std::span(words.begin(), words.size()), error), error);
+}
+
+QString ScpiCall::text(int index) const
+{
+    ScpiError error;
+    return QString::fromUtf8(taken(readText(parameter(index), error), error));
+}
+
+QString ScpiCall::file(int index) const
+{
+    const QString path = text(index);
+    const QFileInfo info(path);
+    // A client's folder is not the program's.
+    if (!info.isAbsolute())
+        throw ScpiError{kScpiFileNameError, "the path must begin with a slash"};
+    // A folder, a pipe or a device is neither read nor replaced.
+    if (info.exists() && !info.isFile())
+        throw ScpiError{kScpiFileNameError, "it is not a file"};
+    return path;
+}
+
+void ScpiCall::answer(std::span<const double> numbers)
+{
+    if (client.isBinary) {
+        m_answer = realBlock(numbers);
+        return;
+    }
+    m_answer.clear();
+    for (const double number : numbers) {
+        if (!m_answer.isEmpty())
+            m_answer += ',';
+        m_answer += nr3(number);
+    }
+}
+
+void ScpiCall::wait(std::function<bool(ScpiCall &)> isDone, int patience)
+{
+    m_isDone = std::move(isDone);
+    m_patience = patience;
+}
+
+std::span<const ScpiCommand> scpiCommands()
+{
+    static const std::vector<ScpiCommand> all = [] {
+        std::vector<ScpiCommand> commands;
+        for (const auto &part : {commonCommands(), systemCommands(), sweepCommands(), traceCommands(), resultCommands(),
+                                 outputCommands(), fileCommands()})
+            commands.insert(commands.end(), part.begin(), part.end());
+        return commands;
+    }();
+    return all;
+}
+
+} // namespace calvorn

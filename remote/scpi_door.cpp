@@ -1,0 +1,156 @@
+// SPDX-License-Identifier: MIT
+#include "remote/scpi_door.h"
+
+#include "remote/peer_user.h"
+#include "remote/scpi_session.h"
+
+#include <QLocalServer>
+#include <QLocalSocket>
+#include <QPointer>
+#include <QStandardPaths>
+#include <QTcpServer>
+#include <QTcpSocket>
+
+#include <unistd.h>
+
+namespace calvorn {
+
+namespace {
+
+constexpr qint64 kChunk = 4096; // bytes that a client gets carried out before others have their turn
+constexpr qint64 kReadBuffer = 65'536;
+
+} // namespace
+
+ScpiDoor::ScpiDoor(RemoteTarget &target, QObject *parent)
+    : QObject(parent)
+    , m_target(target)
+{
+}
+
+ScpiDoor::~ScpiDoor()
+{
+    close();
+}
+
+QString ScpiDoor::open(quint16 port)
+{
+    close();
+    auto ipv4 = std::make_unique<QTcpServer>();
+    if (!ipv4->listen(QHostAddress::LocalHost, port))
+        return tr("Remote control cannot use the port %1 (%2).").arg(port).arg(ipv4->errorString());
+    auto ipv6 = std::make_unique<QTcpServer>();
+    if (!ipv6->listen(QHostAddress::LocalHostIPv6, ipv4->serverPort()))
+        ipv6.reset();
+    m_port = ipv4->serverPort();
+    m_ipv4 = std::move(ipv4);
+    m_ipv6 = std::move(ipv6);
+    for (QTcpServer *server : {m_ipv4.get(), m_ipv6.get()})
+        if (server)
+            connect(server, &QTcpServer::newConnection, this, [this, server] { acceptTcp(*server); });
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
+    auto local = std::make_unique<QLocalServer>();
+    local->setSocketOptions(QLocalServer::UserAccessOption);
+    const QString path = folder + QStringLiteral("/calvorn-%1.scpi").arg(m_port);
+    // The port is ours, so nobody listens at what an earlier process left.
+    QLocalServer::removeServer(path);
+    if (folder.isEmpty() || !local->listen(path)) {
+        emit logged(tr("Remote control has no Unix socket (%1).").arg(local->errorString()));
+        return {};
+    }
+    m_local = std::move(local);
+    connect(m_local.get(), &QLocalServer::newConnection, this, &ScpiDoor::acceptLocal);
+    return {};
+}
+
+void ScpiDoor::close()
+{
+    m_ipv4.reset();
+    m_ipv6.reset();
+    m_local.reset();
+    m_port = 0;
+    // Their sockets are children of the servers no more.
+    for (auto *session : findChildren<ScpiSession *>())
+        delete session->parent();
+}
+
+QString ScpiDoor::socketPath() const
+{
+    return m_local ? m_local->fullServerName() : QString();
+}
+
+void ScpiDoor::acceptTcp(QTcpServer &server)
+{
+    while (QTcpSocket *socket = server.nextPendingConnection()) {
+        const QString from = tr("port %1").arg(socket->peerPort());
+        const auto user =
+            userOfTcpPeer(socket->peerAddress(), socket->peerPort(), socket->localAddress(), socket->localPort());
+        if (!admits(user, from)) {
+            socket->abort();
+            socket->deleteLater();
+            continue;
+        }
+        socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
+        serve(socket, from);
+    }
+}
+
+void ScpiDoor::acceptLocal()
+{
+    while (QLocalSocket *socket = m_local->nextPendingConnection()) {
+        const QString from = tr("the Unix socket");
+        if (!admits(userOfUnixPeer(socket->socketDescriptor()), from)) {
+            socket->abort();
+            socket->deleteLater();
+            continue;
+        }
+        serve(socket, from);
+    }
+}
+
+bool ScpiDoor::admits(const std::optional<uid_t> &user, const QString &from)
+{
+    if (!user || *user != getuid()) {
+        emit logged(user ? tr("Remote control: the user %1 at %2 was turned away.").arg(*user).arg(from)
+                         : tr("Remote control: an unknown user at %1 was turned away.").arg(from));
+        return false;
+    }
+    if (m_clients < kMostClients)
+        return true;
+    emit logged(tr("Remote control: there are %1 clients already.").arg(kMostClients));
+    return false;
+}
+
+template <typename Socket>
+void ScpiDoor::serve(Socket *socket, const QString &from)
+{
+    socket->setParent(this);
+    socket->setReadBufferSize(kReadBuffer);
+    auto *session = new ScpiSession(m_target, socket);
+    emit clientsChanged(++m_clients);
+    // Both may be gone after any command.
+    const auto read = [socket = QPointer<Socket>(socket), session] {
+        if (socket && !session->isBusy() && socket->bytesAvailable() > 0)
+            session->take(socket->read(kChunk));
+    };
+    const auto drop = [this, socket, from] {
+        emit logged(tr("Remote control: the client at %1 does not read and was dropped.").arg(from));
+        socket->abort();
+    };
+    connect(socket, &Socket::readyRead, session, read);
+    // The rest of the program has its turn between two chunks.
+    connect(session, &ScpiSession::ready, session, read, Qt::QueuedConnection);
+    connect(session, &ScpiSession::overflowed, socket, drop, Qt::QueuedConnection);
+    connect(session, &ScpiSession::answered, socket, [socket, drop](const QByteArray &bytes) {
+        socket->write(bytes);
+        if (socket->bytesToWrite() > kMostUnread)
+            drop();
+    });
+    connect(socket, &Socket::disconnected, this, [this, socket] {
+        emit clientsChanged(--m_clients);
+        socket->deleteLater();
+    });
+    read();
+}
+
+} // namespace calvorn

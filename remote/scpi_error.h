@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QByteArray>
+#include <QByteArrayView>
+#include <QList>
+
+namespace calvorn {
+
+// Error numbers of SCPI-99, volume 2, chapter 21. The names follow the texts of the standard.
+inline constexpr int kScpiNoError = 0;
+inline constexpr int kScpiCommandError = -100;
+inline constexpr int kScpiInvalidCharacter = -101;
+inline constexpr int kScpiSyntaxError = -102;
+inline constexpr int kScpiInvalidSeparator = -103;
+inline constexpr int kScpiDataTypeError = -104;
+inline constexpr int kScpiParameterNotAllowed = -108;
+inline constexpr int kScpiMissingParameter = -109;
+inline constexpr int kScpiHeaderSeparatorError = -111;
+inline constexpr int kScpiMnemonicTooLong = -112;
+inline constexpr int kScpiUndefinedHeader = -113;
+inline constexpr int kScpiHeaderSuffixOutOfRange = -114;
+inline constexpr int kScpiNumericDataError = -120;
+inline constexpr int kScpiInvalidCharacterInNumber = -121;
+inline constexpr int kScpiExponentTooLarge = -123;
+inline constexpr int kScpiTooManyDigits = -124;
+inline constexpr int kScpiNumericDataNotAllowed = -128;
+inline constexpr int kScpiInvalidSuffix = -131;
+inline constexpr int kScpiSuffixTooLong = -134;
+inline constexpr int kScpiSuffixNotAllowed = -138;
+inline constexpr int kScpiInvalidCharacterData = -141;
+inline constexpr int kScpiCharacterDataTooLong = -144;
+inline constexpr int kScpiCharacterDataNotAllowed = -148;
+inline constexpr int kScpiStringDataError = -150;
+inline constexpr int kScpiInvalidStringData = -151;
+inline constexpr int kScpiStringDataNotAllowed = -158;
+inline constexpr int kScpiInvalidBlockData = -161;
+inline constexpr int kScpiBlockDataNotAllowed = -168;
+inline constexpr int kScpiExpressionDataNotAllowed = -178;
+inline constexpr int kScpiExecutionError = -200;
+inline constexpr int kScpiInitIgnored = -213;
+inline constexpr int kScpiSettingsConflict = -221;
+inline constexpr int kScpiDataOutOfRange = -222;
+inline constexpr int kScpiIllegalParameterValue = -224;
+inline constexpr int kScpiDataCorruptOrStale = -230;
+inline constexpr int kScpiHardwareError = -240;
+inline constexpr int kScpiHardwareMissing = -241;
+inline constexpr int kScpiMassStorageError = -250;
+inline constexpr int kScpiFileNameNotFound = -256;
+inline constexpr int kScpiFileNameError = -257;
+inline constexpr int kScpiDeviceSpecificError = -300;
+inline constexpr int kScpiSystemError = -310;
+inline constexpr int kScpiQueueOverflow = -350;
+inline constexpr int kScpiInputBufferOverrun = -363;
+inline constexpr int kScpiQueryError = -400;
+inline constexpr int kScpiQueryInterrupted = -410;
+inline constexpr int kScpiQueryUnterminated = -420;
+inline constexpr int kScpiQueryDeadlocked = -430;
+
+// The text of an error in an answer has at most this many characters; both quotes around it do not count.
+inline constexpr qsizetype kLongestErrorText = 255;
+
+struct ScpiError
+{
+    int number = kScpiNoError;
+    QByteArray detail; // what the client sent, or where the error is; any bytes, may be empty
+
+    bool isError() const { return number != kScpiNoError; }
+    bool operator==(const ScpiError &) const = default;
+};
+
+// The text of the standard. Another number gets the text of its class (-100, -200, -300 or -400); a positive number and
+// any other one get that of -300.
+QByteArrayView textOf(int number);
+
+// `-113,"Undefined header;FREK"`. Of the detail, printable ASCII stays and any other byte becomes "?"; quotes are
+// doubled. A text that is too long loses its end, never half of a doubled quote.
+QByteArray answerOf(const ScpiError &error);
+
+// The bit of the standard event status register (0 to 7) that an error sets: command errors 5, execution errors 4,
+// device-specific ones (-300 to -399 and positive numbers) 3, query errors 2. -1: no error, or outside these classes.
+int esrBitOf(int number);
+
+// The errors of one client, oldest first.
+class ScpiErrorQueue
+{
+public:
+    static constexpr int kMostErrors = 30;
+
+    // Ignores number 0. When the queue is full, its latest error becomes -350 and this one is dropped. Keeps at most
+    // kLongestErrorText bytes of the detail.
+    void add(const ScpiError &error);
+    // Removes the oldest error; number 0 when there is none.
+    ScpiError take();
+    int count() const { return static_cast<int>(m_errors.size()); }
+    bool isEmpty() const { return m_errors.isEmpty(); }
+    void clear() { m_errors.clear(); }
+
+private:
+    QList<ScpiError> m_errors;
+};
+
+} // namespace calvorn

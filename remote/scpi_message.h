@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "remote/scpi_error.h"
+
+#include <QByteArray>
+#include <QByteArrayView>
+#include <QList>
+
+namespace calvorn {
+
+// Limits of IEEE 488.2 and of this parser. Characters.
+inline constexpr qsizetype kLongestMnemonic = 13; // IEEE 488.2 says 12; POTENTIOMETER has one more
+inline constexpr qsizetype kLongestWord = 12;
+inline constexpr qsizetype kLongestSuffix = 12;
+inline constexpr int kMostHeaderSuffixDigits = 5;
+inline constexpr int kMostMantissaDigits = 255; // without leading zeros
+inline constexpr int kLargestExponent = 32000;  // either sign
+
+// One mnemonic of a header. "MARKer2" is {"MARKer", 2}. Common commands have no suffix: "*ABC1" is {"ABC1", -1}.
+struct ScpiNode
+{
+    QByteArray name; // as written, without the suffix
+    int suffix = -1; // 0 to 99999; -1: none
+
+    bool operator==(const ScpiNode &) const = default;
+};
+
+// One program data element.
+struct ScpiParameter
+{
+    enum class Kind { Number, Word, Text, Block };
+
+    Kind kind = Kind::Number;
+    double number = 0.0; // of a Number: finite, in the unit of the suffix
+    QByteArray suffix;   // of a Number: upper case, may be empty
+    QByteArray text;     // Word: upper case; Text: without its quotes, doubled ones undone; Block: its bytes
+    QByteArray written;  // as the client wrote it, at most 40 bytes, for the detail of an error
+
+    bool operator==(const ScpiParameter &) const = default;
+};
+
+// One command or query.
+struct ScpiUnit
+{
+    QByteArray header; // as written with ":", "*" and "?", for the detail of an error
+    bool isCommon = false;
+    bool isQuery = false;
+    bool isAbsolute = false; // written with a leading colon
+    QList<ScpiNode> path;    // from the root: the memory of the tree is applied. At least one node.
+    QList<ScpiParameter> parameters;
+
+    bool operator==(const ScpiUnit &) const = default;
+};
+
+// Splits one program message of IEEE 488.2 into its units.
+//
+// A header without a leading colon continues at the level of the compound header before it in the same message, as
+// SCPI-99 says; common commands leave that level alone. Empty units are skipped. The locale makes no difference.
+//
+// The first error ends the message; the units before it are delivered first. Errors: -101, -102, -103, -111, -112, -114
+// for the form of the message; -121, -123 (also for a number that no double can hold), -124, -131, -134, -138, -141,
+// -144, -151, -161 and -178 for data. A number below the smallest double is read as 0.
+class ScpiMessage
+{
+public:
+    enum class Step { Unit, End, Error };
+
+    // message: without LF at its end, see ScpiLines. It is copied.
+    explicit ScpiMessage(QByteArrayView message);
+
+    // Sets the unit with Step::Unit and the error with Step::Error, and leaves the other one alone. End stays End, and
+    // after an Error comes End.
+    Step next(ScpiUnit &unit, ScpiError &error);
+
+    // How many bytes of the message have been read: 0 to its length. After an error: up to where it was found.
+    qsizetype position() const { return m_at; }
+
+private:
+    bool readUnit(ScpiUnit &unit, ScpiError &error);
+
+    QByteArray m_message;
+    qsizetype m_at = 0;
+    QList<ScpiNode> m_level; // the nodes that a header without a leading colon continues
+    bool m_hasFailed = false;
+};
+
+} // namespace calvorn

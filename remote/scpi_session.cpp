@@ -1,0 +1,245 @@
+// SPDX-License-Identifier: MIT
+#include "remote/scpi_session.h"
+
+#include "core/runtime_error.h"
+#include "remote/scpi_pattern.h"
+
+#include <QElapsedTimer>
+#include <QPointer>
+#include <QScopedValueRollback>
+
+#include <utility>
+#include <vector>
+
+namespace calvorn {
+
+namespace {
+
+constexpr qint64 kTurnMs = 10; // until the rest of the program has its turn
+
+const std::vector<ScpiPattern> &patterns()
+{
+    static const std::vector<ScpiPattern> all = [] {
+        std::vector<ScpiPattern> made;
+        for (const ScpiCommand &command : scpiCommands())
+            made.emplace_back(command.pattern);
+        return made;
+    }();
+    return all;
+}
+
+ScpiError errorOf(const RuntimeError &error)
+{
+    const QByteArray text = error.message().toUtf8();
+    switch (error.kind()) {
+    case RuntimeError::Kind::File:
+        return {kScpiMassStorageError, text};
+    case RuntimeError::Kind::DriverCall:
+    case RuntimeError::Kind::NoAnswer:
+        return {kScpiHardwareError, text};
+    case RuntimeError::Kind::NoDriver:
+        return {kScpiHardwareMissing, text};
+    default:
+        return {kScpiExecutionError, text};
+    }
+}
+
+} // namespace
+
+ScpiSession::ScpiSession(RemoteTarget &target, QObject *parent)
+    : QObject(parent)
+    , m_target(target)
+{
+    m_patience.setSingleShot(true);
+    connect(&m_patience, &QTimer::timeout, this, [this] {
+        m_client.note({kScpiExecutionError, "it did not happen in time"});
+        endWaiting();
+        run();
+    });
+    connect(&target, &RemoteTarget::errorTold, this, [this](const ScpiError &error) {
+        if (m_isActing || m_ownsSweep)
+            m_client.note(error);
+    });
+    watchSweeps();
+}
+
+ScpiSession::~ScpiSession() = default;
+
+void ScpiSession::watchSweeps()
+{
+    Instrument &instrument = m_target.instrument();
+    const auto show = [this](bool isSweeping) {
+        m_client.status.operation().setConditionBits(kOperationSweeping, isSweeping);
+    };
+    show(instrument.isSweeping());
+    connect(&instrument, &Instrument::sweepStarts, this, [this, show] {
+        show(true);
+        m_ownsSweep = m_isActing;
+    });
+    connect(&instrument, &Instrument::becameIdle, this, [show] { show(false); });
+    connect(&m_target, &RemoteTarget::sweepDone, this, [this] {
+        if (m_client.completes && m_target.isSweepDone()) {
+            m_client.completes = false;
+            m_client.status.raise(kEsrOperationComplete);
+        }
+        lookAgain();
+        if (!m_target.instrument().isSweeping())
+            m_ownsSweep = false;
+    });
+}
+
+void ScpiSession::take(QByteArrayView bytes)
+{
+    m_lines.add(bytes);
+    run();
+}
+
+void ScpiSession::run()
+{
+    if (m_waiting || m_isActing)
+        return;
+    const QPointer<ScpiSession> alive(this);
+    QElapsedTimer turn;
+    turn.start();
+    while (!turn.hasExpired(kTurnMs)) {
+        if (!m_message) {
+            const std::optional<ScpiLines::Line> line = m_lines.next();
+            if (!line) {
+                emit ready();
+                return;
+            }
+            if (line->isError()) {
+                m_client.note(line->error);
+                continue;
+            }
+            m_message.emplace(line->message);
+        }
+        const bool goesOn = runMessage();
+        if (!alive || !goesOn)
+            return;
+    }
+    QMetaObject::invokeMethod(this, &ScpiSession::run, Qt::QueuedConnection);
+}
+
+// One unit of it. False: it waits.
+bool ScpiSession::runMessage()
+{
+    ScpiError error;
+    switch (m_message->next(m_unit, error)) {
+    case ScpiMessage::Step::Unit: {
+        const QPointer<ScpiSession> alive(this);
+        execute();
+        return alive && !m_waiting;
+    }
+    case ScpiMessage::Step::Error:
+        m_client.note(error);
+        return true;
+    case ScpiMessage::Step::End:
+        break;
+    }
+    m_message.reset();
+    sendAnswer();
+    return true;
+}
+
+void ScpiSession::sendAnswer()
+{
+    if (!std::exchange(m_isAnswering, false))
+        return;
+    emit answered(std::exchange(m_answer, {}) + '\n');
+}
+
+void ScpiSession::execute()
+{
+    act([this] { executeChecked(); });
+}
+
+// Whatever it throws goes into the queue.
+void ScpiSession::act(const std::function<void()> &step)
+{
+    const QPointer<ScpiSession> alive(this);
+    m_isActing = true;
+    std::optional<ScpiError> failure;
+    try {
+        step();
+    } catch (const ScpiError &error) {
+        failure = error;
+    } catch (const RuntimeError &error) {
+        failure = errorOf(error);
+    }
+    if (!alive)
+        return;
+    m_isActing = false;
+    if (!failure)
+        return;
+    endWaiting();
+    m_client.note(*failure);
+}
+
+void ScpiSession::executeChecked()
+{
+    const std::span<const ScpiCommand> commands = scpiCommands();
+    bool isSuffixWrong = false;
+    for (std::size_t i = 0; i < commands.size(); ++i) {
+        QList<int> suffixes;
+        const ScpiMatch match = patterns()[i].match(m_unit, &suffixes);
+        isSuffixWrong = isSuffixWrong || match == ScpiMatch::SuffixOutOfRange;
+        if (match != ScpiMatch::Yes || !(m_unit.isQuery ? commands[i].query : commands[i].set))
+            continue;
+        call(commands[i], suffixes);
+        return;
+    }
+    throw ScpiError{isSuffixWrong ? kScpiHeaderSuffixOutOfRange : kScpiUndefinedHeader, m_unit.header};
+}
+
+void ScpiSession::call(const ScpiCommand &command, const QList<int> &suffixes)
+{
+    const int most = m_unit.isQuery ? command.mostQueryParameters : command.mostParameters;
+    if (m_unit.parameters.size() > most)
+        throw ScpiError{kScpiParameterNotAllowed, m_unit.header};
+    if (!m_unit.isQuery && !command.isQuiet) {
+        const QString reason = m_target.busyReason();
+        if (!reason.isEmpty())
+            throw ScpiError{kScpiExecutionError, reason.toUtf8()};
+    }
+    auto call = std::make_unique<ScpiCall>(m_target, m_client, m_unit, suffixes);
+    (m_unit.isQuery ? command.query : command.set)(*call);
+    if (call->waitsFor()) {
+        m_waiting = std::move(call);
+        if (m_waiting->patience() > 0)
+            m_patience.start(m_waiting->patience());
+        QMetaObject::invokeMethod(this, &ScpiSession::lookAgain, Qt::QueuedConnection);
+        return;
+    }
+    if (!m_unit.isQuery)
+        return;
+    m_answer += (std::exchange(m_isAnswering, true) ? ";" : "") + call->answer();
+    if (m_answer.size() > kLongestAnswer)
+        emit overflowed();
+}
+
+// Something has happened: perhaps what the command waits for.
+void ScpiSession::lookAgain()
+{
+    if (!m_waiting || m_isActing)
+        return;
+    const QPointer<ScpiSession> alive(this);
+    bool isDone = false;
+    act([this, &isDone] {
+        isDone = m_waiting->waitsFor()(*m_waiting);
+        if (isDone && m_unit.isQuery)
+            m_answer += (std::exchange(m_isAnswering, true) ? ";" : "") + m_waiting->answer();
+    });
+    if (!alive || (m_waiting && !isDone))
+        return;
+    endWaiting();
+    run();
+}
+
+void ScpiSession::endWaiting()
+{
+    m_patience.stop();
+    m_waiting.reset();
+}
+
+} // namespace calvorn

@@ -1,0 +1,278 @@
+// SPDX-License-Identifier: MIT
+// The window under remote control: what a command does is what its control does, and nobody is asked anything.
+#include "app/frm_preferences.h"
+#include "app/remote_control.h"
+#include "core/number_text.h"
+#include "core/scale_type.h"
+#include "remote/scpi_door.h"
+#include "tests/support/interface_rows.h"
+#include "tests/support/interface_settings.h"
+#include "tests/support/settings_page.h"
+#include "tests/support/window_bench.h"
+
+#include <QAction>
+#include <QDialog>
+#include <QElapsedTimer>
+#include <QSpinBox>
+#include <QTcpServer>
+#include <QTcpSocket>
+#include <QTimer>
+
+#include <memory>
+
+using namespace calvorn;
+
+namespace {
+
+quint16 freePort()
+{
+    QTcpServer probe;
+    return probe.listen(QHostAddress::LocalHost) ? probe.serverPort() : quint16{0};
+}
+
+struct Bench : test::WindowBench
+{
+    explicit Bench(int interfaceType = kInterfaceLpt)
+        : WindowBench(test::ProgramFolder::builtFile(QStringLiteral("CalvornAsync")),
+                      test::crystalSettings(static_cast<std::int16_t>(interfaceType)))
+        , port(freePort())
+    {
+    }
+
+    // As the next start of the program with the door open.
+    void openDoor()
+    {
+        window->close();
+        folder.set("Remote", "On", QStringLiteral("1"));
+        folder.set("Remote", "Port", QString::number(port));
+        open();
+        enter();
+    }
+    void enter()
+    {
+        client = std::make_unique<QTcpSocket>();
+        client->connectToHost(QHostAddress::LocalHost, port);
+        if (!client->waitForConnected(3'000))
+            qFatal("nobody opens the door: %s", qPrintable(client->errorString()));
+    }
+
+    void tell(const QByteArray &command) const { client->write(command + '\n'); }
+    // Window messages are delivered meanwhile.
+    QByteArray ask(const QByteArray &query) const
+    {
+        tell(query);
+        if (!QTest::qWaitFor([this] { return client->canReadLine(); }, 10'000))
+            return "no answer";
+        return client->readLine().trimmed();
+    }
+    QByteArray error() const { return ask("SYST:ERR?"); }
+
+    quint16 port;
+    std::unique_ptr<QTcpSocket> client;
+};
+
+const QByteArray kNoError("0,\"No error\"");
+
+} // namespace
+
+class TestRemoteWindow : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void closedAtFirst();
+    void thePreferencesOpenAndCloseIt();
+    void aPortThatIsTaken();
+    void commandsMoveTheControls();
+    void sweeps_data() { test::addInterfaceRows(); }
+    void sweeps();
+    void boxesBecomeErrors();
+    void aDialogComesFirst();
+    void thePersonIsStillAsked();
+    void theDoorClosesWithTheWindow();
+    void theSettingsAreExplained();
+};
+
+void TestRemoteWindow::closedAtFirst()
+{
+    Bench bench;
+    QVERIFY(bench.started);
+    QVERIFY(bench.window->findChildren<ScpiDoor *>().isEmpty());
+    QTcpSocket nobody;
+    nobody.connectToHost(QHostAddress::LocalHost, ScpiDoor::kUsualPort);
+    QVERIFY(!nobody.waitForConnected(500));
+    bench.window->close();
+    QCOMPARE(bench.folder.setting("Remote", "On"), QString());
+    QCOMPARE(bench.folder.setting("Remote", "Port"), QString());
+}
+
+void TestRemoteWindow::thePreferencesOpenAndCloseIt()
+{
+    Bench bench;
+    QVERIFY(!bench.label("lblStatus").contains(QLatin1String("SCPI")));
+    // What a person does while the dialog is open; then it is closed.
+    const auto inPreferences = [&bench](const std::function<void(FrmPreferences &)> &act) {
+        QTimer::singleShot(0, bench.window.get(), [&] {
+            auto *preferences = bench.window->findChild<FrmPreferences *>();
+            act(*preferences);
+            preferences->accept();
+        });
+        bench.window->findChild<QAction *>(QStringLiteral("mnuPreferences"))->trigger();
+    };
+    inPreferences([&bench](FrmPreferences &preferences) {
+        preferences.findChild<QSpinBox *>(QStringLiteral("spinRemotePort"))->setValue(bench.port);
+        preferences.findChild<QAbstractButton *>(QStringLiteral("chkRemote"))->click();
+    });
+    QVERIFY(bench.label("lblStatus").contains(QStringLiteral("SCPI: port %1").arg(bench.port)));
+    bench.enter();
+    QVERIFY(bench.ask("*IDN?").startsWith("Brenik,Calvorn,0,"));
+    QVERIFY(QTest::qWaitFor([&] { return bench.label("lblStatus").contains(QLatin1String("clients: 1")); }));
+    QCOMPARE(bench.folder.setting("Remote", "On"), QStringLiteral("1"));
+    QCOMPARE(bench.folder.setting("Remote", "Port"), QString::number(bench.port));
+    inPreferences([](FrmPreferences &preferences) {
+        preferences.findChild<QAbstractButton *>(QStringLiteral("chkRemote"))->click();
+    });
+    QVERIFY(QTest::qWaitFor([&] { return bench.client->state() == QAbstractSocket::UnconnectedState; }));
+    QVERIFY(!bench.label("lblStatus").contains(QLatin1String("SCPI")));
+    QCOMPARE(bench.folder.setting("Remote", "On"), QStringLiteral("0"));
+}
+
+void TestRemoteWindow::aPortThatIsTaken()
+{
+    Bench bench;
+    QTcpServer other;
+    QVERIFY(other.listen(QHostAddress::LocalHost));
+    bench.window->close();
+    bench.folder.set("Remote", "On", QStringLiteral("1"));
+    bench.folder.set("Remote", "Port", QString::number(other.serverPort()));
+    bench.open();
+    QVERIFY(bench.started);
+    QVERIFY2(bench.label("lblStatus").contains(QStringLiteral("cannot use the port %1").arg(other.serverPort())),
+             qPrintable(bench.label("lblStatus")));
+    QVERIFY(bench.desktop.boxes.isEmpty());
+}
+
+void TestRemoteWindow::commandsMoveTheControls()
+{
+    Bench bench;
+    bench.openDoor();
+    bench.tell("FREQ:STAR 8.97 MHZ;STOP 9030000");
+    QCOMPARE(bench.ask("FREQ:STEP?"), QByteArray("150"));
+    QCOMPARE(bench.text("txtStart"), QStringLiteral("8,970,000"));
+    QCOMPARE(bench.text("txtStop"), QStringLiteral("9,030,000"));
+    QCOMPARE(bench.table()->frequency(1), 8'970'000);
+    QCOMPARE(bench.ask("DISP:SCAL DB10V;SCAL?"), QByteArray("DB10V"));
+    QVERIFY(bench.window->findChild<QAction *>(QStringLiteral("mnuScalaLogaritmica10"))->isChecked());
+    QCOMPARE(bench.ask("DISP:BOTT -70;BOTT?"), QByteArray("-70"));
+    QCOMPARE(bench.configuration.maxScaleDb, -70);
+    QCOMPARE(bench.ask("SWE:SPE SLOW;SPE?"), QByteArray("SLOW"));
+    QVERIFY(bench.isChecked("optSpeed_1"));
+    QCOMPARE(bench.ask("CALC:MARK1:X 9 MHZ;X?"), QByteArray("9.0E+06"));
+    QCOMPARE(bench.text("txtM1X"), QStringLiteral("9,000,000"));
+    QCOMPARE(bench.ask("OUTP:AUX1 129;AUX1?"), QByteArray("129"));
+    QCOMPARE(bench.configuration.aux1, std::int16_t{129});
+    QCOMPARE(bench.error(), kNoError);
+    // A limit is taken, and told.
+    QCOMPARE(bench.ask("FREQ:STOP 1 GHZ;STOP?"), QByteArray::number(bench.configuration.ddsMaxFreq));
+    QVERIFY(bench.error().startsWith("-222,"));
+    QCOMPARE(bench.desktop.beeps, 0);
+    QVERIFY(bench.desktop.boxes.isEmpty());
+}
+
+void TestRemoteWindow::sweeps()
+{
+    QFETCH(int, interfaceType);
+    Bench bench(interfaceType);
+    bench.openDoor();
+    QCOMPARE(bench.ask("INST:SEL?"), QByteArray(interfaceType == kInterfacePic   ? "\"PIC\""
+                                                : interfaceType == kInterfaceLpt ? "\"LPT\""
+                                                                                 : "\"VNA\""));
+    bench.tell("CALC:DATA?");
+    QVERIFY(bench.error().startsWith("-230,"));
+    for (int sweep = 0; sweep < 3; ++sweep) {
+        bench.tell("INIT");
+        QCOMPARE(bench.ask("*OPC?"), QByteArray("1"));
+        QVERIFY(bench.table()->hasSweep());
+    }
+    QCOMPARE(bench.ask("CALC:DATA?").count(','), 399);
+    QCOMPARE(bench.ask("CALC:COUN?").count(','), 399);
+    // The peak of the crystal.
+    const double peak = bench.ask("CALC:MARK1:MAX;X?").toDouble();
+    QVERIFY2(std::abs(peak - 9e6) < 5'000, qPrintable(QString::number(peak)));
+    QCOMPARE(NumberText().toDouble(bench.text("txtM1X")), peak);
+    // Continuously, with the buttons of a running sweep; a person may end it.
+    QCOMPARE(bench.ask("INIT:CONT ON;CONT?"), QByteArray("1"));
+    QVERIFY(bench.isShown("cmdStop"));
+    QVERIFY(QTest::qWaitFor([&] { return bench.ask("SWE:COUN?").toInt() >= 3; }, 10'000));
+    bench.tell("INIT");
+    QVERIFY(bench.error().startsWith("-213,"));
+    bench.click("cmdStop");
+    QVERIFY(QTest::qWaitFor([&] { return bench.ask("INIT:CONT?") == "0"; }, 5'000));
+    QCOMPARE(bench.ask("*TST?"), QByteArray("0"));
+    QCOMPARE(bench.error(), kNoError);
+    QVERIFY(bench.desktop.boxes.isEmpty());
+}
+
+void TestRemoteWindow::boxesBecomeErrors()
+{
+    Bench bench;
+    bench.openDoor();
+    bench.tell("FREQ:STAR 9 MHZ;STOP 9000100");
+    const QByteArray error = bench.error();
+    QVERIFY2(error.startsWith("-200,") && error.contains("400 Hz"), error.constData());
+    QCOMPARE(bench.ask("FREQ:SPAN?"), QByteArray("400"));
+    QCOMPARE(bench.error(), kNoError);
+    QVERIFY(bench.desktop.boxes.isEmpty());
+}
+
+void TestRemoteWindow::aDialogComesFirst()
+{
+    Bench bench;
+    bench.openDoor();
+    QDialog dialog(bench.window.get());
+    dialog.setWindowTitle(QStringLiteral("Something"));
+    dialog.open();
+    QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+    bench.tell("FREQ:STAR 5 MHZ");
+    QCOMPARE(bench.error(), QByteArray("-200,\"Execution error;Something is open\""));
+    QCOMPARE(bench.ask("FREQ:STAR?"), QByteArray("8950000"));
+    bench.tell("INIT");
+    QVERIFY(bench.error().startsWith("-200,"));
+    dialog.reject();
+    QCOMPARE(bench.ask("FREQ:STAR 5 MHZ;STAR?"), QByteArray("5000000"));
+    QCOMPARE(bench.error(), kNoError);
+}
+
+// What a person does himself is told to him.
+void TestRemoteWindow::thePersonIsStillAsked()
+{
+    Bench bench;
+    bench.openDoor();
+    QCOMPARE(bench.error(), kNoError);
+    bench.type("txtStart", QStringLiteral("9000000"));
+    bench.type("txtStop", QStringLiteral("9000001"));
+    QVERIFY(QTest::qWaitFor([&] { return !bench.desktop.boxes.isEmpty(); }, 5'000));
+    QVERIFY(bench.desktop.lastText().contains(QLatin1String("400 Hz")));
+    QCOMPARE(bench.error(), kNoError);
+}
+
+void TestRemoteWindow::theDoorClosesWithTheWindow()
+{
+    Bench bench;
+    bench.openDoor();
+    bench.tell("INIT:CONT ON");
+    QVERIFY(QTest::qWaitFor([&] { return bench.station->instrument.isSweeping(); }, 5'000));
+    bench.window->close();
+    QVERIFY(QTest::qWaitFor([&] { return bench.client->state() == QAbstractSocket::UnconnectedState; }));
+    QTcpSocket nobody;
+    nobody.connectToHost(QHostAddress::LocalHost, bench.port);
+    QVERIFY(!nobody.waitForConnected(500));
+}
+
+void TestRemoteWindow::theSettingsAreExplained()
+{
+    QCOMPARE(test::keysOfPage(QStringLiteral("Remote")), test::keysOf({kRemoteOn, kRemotePort}));
+}
+
+QTEST_MAIN(TestRemoteWindow)
+#include "test_remote_window.moc"

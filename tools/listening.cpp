@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+#include "tools/listening.h"
+
+#include "core/runtime_error.h"
+#include "platform/process_guard.h"
+#include "remote/scpi_door.h"
+#include "tools/console.h"
+#include "tools/console_target.h"
+#include "tools/interruption.h"
+#include "tools/single_sweep.h"
+#include "tools/sweep_tool.h"
+
+#include <QTimer>
+
+namespace calvorn {
+
+namespace {
+
+constexpr int kPollMs = 50;
+
+} // namespace
+
+int listenForClients(SingleSweep &sweep, quint16 port)
+{
+    Markers markers;
+    SignalGenerator generator(sweep.configuration(), sweep.instrument());
+    ConsoleTarget target({sweep.record(), sweep.instrument(), sweep.traces(), sweep.log(), sweep.window()}, markers,
+                         generator);
+    ScpiDoor door(target);
+    QObject::connect(&door, &ScpiDoor::logged, &target, [](const QString &text) { note(text); });
+    const QString wrong = door.open(port);
+    if (!wrong.isEmpty()) {
+        note(wrong);
+        return kNoPort;
+    }
+    const QString unconnected = target.connectHardware();
+    if (!unconnected.isEmpty())
+        note(unconnected);
+    note(SweepTool::tr("Waiting for SCPI clients at port %1").arg(door.port()));
+    QTimer poll;
+    QObject::connect(&poll, &QTimer::timeout, &target, [] {
+        letStop();
+        if (interruption() != 0)
+            QCoreApplication::quit();
+    });
+    poll.start(kPollMs);
+    QCoreApplication::exec();
+    door.close();
+    try {
+        sweep.instrument().shutDown();
+    } catch (const RuntimeError &error) {
+        note(error.message());
+    }
+    sweep.instrument().server().stop();
+    return kDone;
+}
+
+} // namespace calvorn
