@@ -122,7 +122,8 @@ bool ScpiPattern::readNode(QByteArrayView &rest, Node &node)
     qsizetype length = 0;
     while (length < rest.size() && isMnemonicByte(rest[length]))
         ++length;
-    QByteArrayView name = rest.first(length);
+    const QByteArrayView whole = rest.first(length);
+    QByteArrayView name = whole;
     rest = rest.sliced(length);
     while (!m_isCommon && !name.isEmpty() && isDigit(name.back()))
         name.chop(1);
@@ -134,7 +135,7 @@ bool ScpiPattern::readNode(QByteArrayView &rest, Node &node)
     if (!m_isCommon && isDigit(node.shortForm.back()))
         return false;
 
-    QByteArrayView digits = QByteArrayView(name.end(), rest.begin() - name.end());
+    QByteArrayView digits = whole.sliced(name.size());
     if (!digits.isEmpty()) {
         Range range;
         if (!takeNumber(digits, range.lowest))
