@@ -15,7 +15,12 @@ RemoteControl::RemoteControl(const WindowRooms &rooms, Log &log, QObject *parent
 {
 }
 
-RemoteControl::~RemoteControl() = default;
+// Nobody is told any more.
+RemoteControl::~RemoteControl()
+{
+    disconnect();
+    close();
+}
 
 RemoteControl::Choice RemoteControl::choiceIn(const QString &settingsFile)
 {
