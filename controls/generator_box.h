@@ -33,7 +33,7 @@ public:
     // What it keeps between runs.
     struct Choices
     {
-        std::int32_t hertz = 7'000'000;
+        std::int32_t hertz = SignalGenerator::kUsualFrequency;
         std::int32_t step = 1000; // Hz
         std::array<Memory, kMemories> memories;
 

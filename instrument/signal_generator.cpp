@@ -59,12 +59,15 @@ void SignalGenerator::setFrequency(std::int32_t hertz)
 
 void SignalGenerator::switchOn()
 {
-    if (m_instrument.isSweeping())
+    if (m_instrument.isSweeping()) {
         become(m_state, tr("A sweep is running: stop it first."));
-    else if (!m_instrument.requiredDriver().isConfigured())
+    } else if (!m_instrument.requiredDriver().isConfigured()) {
         become(m_state, tr("The hardware is not connected."));
-    else
+    } else {
+        // The usual one may lie outside.
+        m_frequency = withinLimits(m_frequency);
         generate();
+    }
 }
 
 void SignalGenerator::switchOff()

@@ -19,6 +19,8 @@ class SignalGenerator : public QObject
 public:
     enum class State { On, Off, Elsewhere };
 
+    static constexpr std::int32_t kUsualFrequency = 7'000'000; // Hz, until another one is chosen
+
     SignalGenerator(const Configuration &configuration, Instrument &instrument, QObject *parent = nullptr);
 
     State state() const { return m_state; }
@@ -54,7 +56,7 @@ private:
 
     const Configuration &m_configuration;
     Instrument &m_instrument;
-    std::int32_t m_frequency = 0;
+    std::int32_t m_frequency = kUsualFrequency;
     State m_state = State::Elsewhere;
     QString m_fault;
 };

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
 #include <memory>
 #include <optional>
 
@@ -15,7 +16,7 @@ namespace calvorn {
 namespace {
 
 constexpr ScpiRange kByte{0.0, 255.0, 0.0};
-constexpr double kAnyHertz = 1e12;
+constexpr double kAnyHertz = std::numeric_limits<double>::max();
 constexpr int kReadings = 16;
 constexpr int kReadingPatience = 15'000; // ms
 
@@ -156,7 +157,7 @@ std::vector<ScpiCommand> outputCommands()
          askFrequency, 1},
         {"OUTPut[:STATe]", "<boolean>", "", "the generator as a signal source; a sweep takes it", setOutput, askOutput,
          1},
-        {"MEASure:LEVel", nullptr, "", "level at the detector, dBm", nullptr, askLevel},
+        {"MEASure:LEVel", nullptr, "", "level at the detector, dBm", nullptr, askLevel, 0, 0, false, true},
         {"OUTPut:AUX<1|2>", "<0 to 255>", "", "byte of an auxiliary output", setAux, askAux, 1},
         {"OUTPut:POTentiometer", "<0 to 255>", "", "position of the potentiometer", setPotentiometer, askPotentiometer,
          1},

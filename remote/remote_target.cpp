@@ -17,6 +17,7 @@ RemoteTarget::RemoteTarget(const Configuration &configuration, Instrument &instr
 {
     connect(&instrument, &Instrument::sweepStarts, this, [this] {
         m_sweepCount = 0;
+        m_sweepTime = std::numeric_limits<double>::quiet_NaN();
         m_sinceSweep.invalidate();
     });
     connect(&instrument.conversion(), &SampleConversion::vectorStored, this, [this] {
@@ -32,7 +33,12 @@ RemoteTarget::RemoteTarget(const Configuration &configuration, Instrument &instr
 
 bool RemoteTarget::isSweepDone() const
 {
-    return !m_instrument.isSweeping() || m_instrument.isEnding();
+    return !isMeasuring() || m_instrument.run() == SweepRun::UntilStopped;
+}
+
+bool RemoteTarget::isMeasuring() const
+{
+    return m_instrument.isSweeping() && !m_instrument.isEnding();
 }
 
 void RemoteTarget::editTraces(const std::function<void(TraceSet &)> &edit)

@@ -49,11 +49,13 @@ public:
     virtual void start(SweepRun run) = 0;
     virtual void stop() = 0;
 
-    // The one sweep is stored, or none runs.
+    // Nothing is to be waited for: the one sweep is stored, or none runs, or they go on until they are stopped.
     bool isSweepDone() const;
+    // A sweep runs whose samples are wanted.
+    bool isMeasuring() const;
     // Since the last start.
     int sweepCount() const { return m_sweepCount; }
-    // Seconds from the last sweep but one to the last; not a number where there was none.
+    // Seconds from the last sweep but one to the last; not a number before the second one since the start.
     double sweepTime() const { return m_sweepTime; }
 
     // --- what is shown ---

@@ -22,10 +22,17 @@ ResultKind kindOf(const ScpiCall &call)
     return static_cast<ResultKind>(call.choice(0, {"FILTer", "NOTCh", "CRYStal", "MATCh"}));
 }
 
+// Of the live trace or the average.
+Response measured(const ScpiCall &call, int index)
+{
+    const bool isAverage = index < call.count() && call.choice(index, {"LIVE", "AVERage"}) == 1;
+    return responseOf(call, isAverage ? TraceSet::Source::Average : TraceSet::Source::Live);
+}
+
 void askResults(ScpiCall &call)
 {
     const ResultKind kind = kindOf(call);
-    const Response response = responseOf(call, sourceOf(call, 1));
+    const Response response = measured(call, 1);
     const double ohms = call.count() > 2 ? call.number(2, ScpiQuantity::Plain, kOhms) : kDefaultFixtureOhms;
     QByteArrayList values;
     for (const Result &result : resultsOf(kind, response, ohms))
@@ -44,7 +51,7 @@ void askKeys(ScpiCall &call)
 void askBandwidth(ScpiCall &call)
 {
     const double below = call.number(0, ScpiQuantity::Decibels, kBelowPeak);
-    const Response response = responseOf(call, sourceOf(call, 1));
+    const Response response = measured(call, 1);
     const Crossings ends = crossings(response, below == kMinusThree ? kHalfPowerDb : below);
     const bool isThere = ends.lower.frequency && ends.upper.frequency;
     call.answer(nr3(isThere ? *ends.upper.frequency - *ends.lower.frequency : std::nan("")));

@@ -93,6 +93,7 @@ void ScpiCall::wait(std::function<bool(ScpiCall &)> isDone, int patience)
 {
     m_isDone = std::move(isDone);
     m_patience = patience;
+    ++m_waits;
 }
 
 std::span<const ScpiCommand> scpiCommands()

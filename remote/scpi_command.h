@@ -74,6 +74,7 @@ public:
     // the answer, and may throw. Milliseconds: when it has not become true by then, -200 is told.
     void wait(std::function<bool(ScpiCall &)> isDone, int patience);
     const std::function<bool(ScpiCall &)> &waitsFor() const { return m_isDone; }
+    int waits() const { return m_waits; } // how often it has begun to wait
     int patience() const { return m_patience; }
 
 private:
@@ -82,6 +83,7 @@ private:
     QByteArray m_answer;
     std::function<bool(ScpiCall &)> m_isDone;
     int m_patience = 0;
+    int m_waits = 0;
 };
 
 // An entry of the table of commands.
@@ -98,6 +100,7 @@ struct ScpiCommand
     int mostParameters = 0;      // of the command
     int mostQueryParameters = 0; // of the query
     bool isQuiet = false;        // the command changes nothing that a dialog of the window could be about
+    bool queryNeedsHardware = false;
 };
 
 // All of them, in the order of the manual.

@@ -4,6 +4,7 @@
 #include "remote/peer_user.h"
 #include "remote/scpi_session.h"
 
+#include <QFile>
 #include <QLocalServer>
 #include <QLocalSocket>
 #include <QPointer>
@@ -58,6 +59,8 @@ QString ScpiDoor::open(quint16 port)
         emit logged(tr("Remote control has no Unix socket (%1).").arg(local->errorString()));
         return {};
     }
+    // Nobody needs to execute it.
+    QFile::setPermissions(path, QFileDevice::ReadOwner | QFileDevice::WriteOwner);
     m_local = std::move(local);
     connect(m_local.get(), &QLocalServer::newConnection, this, &ScpiDoor::acceptLocal);
     return {};

@@ -16,6 +16,7 @@ namespace calvorn {
 namespace {
 
 constexpr qint64 kTurnMs = 10; // until the rest of the program has its turn
+constexpr int kEndPatienceMs = 10'000;
 
 const std::vector<ScpiPattern> &patterns()
 {
@@ -71,13 +72,13 @@ void ScpiSession::watchSweeps()
     const auto show = [this](bool isSweeping) {
         m_client.status.operation().setConditionBits(kOperationSweeping, isSweeping);
     };
-    show(instrument.isSweeping());
+    show(m_target.isMeasuring());
     connect(&instrument, &Instrument::sweepStarts, this, [this, show] {
         show(true);
         m_ownsSweep = m_isActing;
     });
-    connect(&instrument, &Instrument::becameIdle, this, [show] { show(false); });
-    connect(&m_target, &RemoteTarget::sweepDone, this, [this] {
+    connect(&m_target, &RemoteTarget::sweepDone, this, [this, show] {
+        show(m_target.isMeasuring());
         if (m_client.completes && m_target.isSweepDone()) {
             m_client.completes = false;
             m_client.status.raise(kEsrOperationComplete);
@@ -128,7 +129,7 @@ bool ScpiSession::runMessage()
     switch (m_message->next(m_unit, error)) {
     case ScpiMessage::Step::Unit: {
         const QPointer<ScpiSession> alive(this);
-        execute();
+        act([this] { executeChecked(); });
         return alive && !m_waiting;
     }
     case ScpiMessage::Step::Error:
@@ -147,11 +148,6 @@ void ScpiSession::sendAnswer()
     if (!std::exchange(m_isAnswering, false))
         return;
     emit answered(std::exchange(m_answer, {}) + '\n');
-}
-
-void ScpiSession::execute()
-{
-    act([this] { executeChecked(); });
 }
 
 // Whatever it throws goes into the queue.
@@ -174,6 +170,12 @@ void ScpiSession::act(const std::function<void()> &step)
         return;
     endWaiting();
     m_client.note(*failure);
+    // A message that is not understood is not carried out any further.
+    const bool isCommandError = failure->number <= kScpiCommandError && failure->number > kScpiExecutionError;
+    if (!isCommandError)
+        return;
+    m_message.reset();
+    sendAnswer();
 }
 
 void ScpiSession::executeChecked()
@@ -203,7 +205,21 @@ void ScpiSession::call(const ScpiCommand &command, const QList<int> &suffixes)
             throw ScpiError{kScpiExecutionError, reason.toUtf8()};
     }
     auto call = std::make_unique<ScpiCall>(m_target, m_client, m_unit, suffixes);
-    (m_unit.isQuery ? command.query : command.set)(*call);
+    auto *act = m_unit.isQuery ? command.query : command.set;
+    const bool needsHardware = m_unit.isQuery ? command.queryNeedsHardware : !command.isQuiet;
+    if (needsHardware && m_target.instrument().isEnding()) {
+        // The single sweep is there, and the hardware has still to say that it has stopped.
+        call->wait(
+            [act](ScpiCall &waiting) {
+                if (waiting.target.instrument().isSweeping())
+                    return false;
+                act(waiting);
+                return true;
+            },
+            kEndPatienceMs);
+    } else {
+        act(*call);
+    }
     if (call->waitsFor()) {
         m_waiting = std::move(call);
         if (m_waiting->patience() > 0)
@@ -226,7 +242,12 @@ void ScpiSession::lookAgain()
     const QPointer<ScpiSession> alive(this);
     bool isDone = false;
     act([this, &isDone] {
-        isDone = m_waiting->waitsFor()(*m_waiting);
+        // It may begin to wait for something else.
+        const auto waitsFor = m_waiting->waitsFor();
+        const int waits = m_waiting->waits();
+        isDone = waitsFor(*m_waiting) && m_waiting->waits() == waits;
+        if (m_waiting->waits() != waits && m_waiting->patience() > 0)
+            m_patience.start(m_waiting->patience());
         if (isDone && m_unit.isQuery)
             m_answer += (std::exchange(m_isAnswering, true) ? ";" : "") + m_waiting->answer();
     });

@@ -43,7 +43,6 @@ signals:
 private:
     void run();
     bool runMessage();
-    void execute();
     void executeChecked();
     void call(const ScpiCommand &command, const QList<int> &suffixes);
     void lookAgain();

@@ -7,13 +7,14 @@
 #include <array>
 #include <cmath>
 #include <cstdlib>
+#include <limits>
 
 namespace calvorn {
 
 namespace {
 
 constexpr int kStopPatience = 10'000; // ms
-constexpr double kAnyHertz = 1e12;
+constexpr double kAnyHertz = std::numeric_limits<double>::max();
 
 // The word, its short form, and the speed.
 constexpr std::array<const char *, 3> kSpeeds{"STANdard", "SLOW", "VSLow"};
@@ -165,22 +166,9 @@ void askCount(ScpiCall &call)
 
 void initiate(ScpiCall &call)
 {
-    const Instrument &instrument = call.target.instrument();
-    if (instrument.isSweeping() && !instrument.isEnding())
+    if (call.target.instrument().isSweeping())
         throw ScpiError{kScpiInitIgnored, {}};
-    if (!instrument.isSweeping()) {
-        call.target.start(SweepRun::Once);
-        return;
-    }
-    // The hardware has still to say that the last one has stopped.
-    call.wait(
-        [](ScpiCall &waiting) {
-            if (waiting.target.instrument().isSweeping())
-                return false;
-            waiting.target.start(SweepRun::Once);
-            return true;
-        },
-        kStopPatience);
+    call.target.start(SweepRun::Once);
 }
 
 bool isContinuous(const ScpiCall &call)

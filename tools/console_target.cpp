@@ -151,6 +151,9 @@ void ConsoleTarget::start(SweepRun run)
 {
     m_refusal.clear();
     instrument().requiredDriver();
+    // After a sweep from a file the rows stand for no plan.
+    if (!instrument().table().axis())
+        instrument().planRange(configuration().startFreq, configuration().stopFreq);
     if (!instrument().startSweep(run) && m_refusal.isEmpty())
         throw ScpiError{kScpiHardwareError, "the hardware refused the sweep"};
 }

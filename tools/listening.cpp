@@ -17,11 +17,13 @@ namespace calvorn {
 namespace {
 
 constexpr int kPollMs = 50;
+constexpr int kUsualAverage = 10; // sweeps
 
 } // namespace
 
 int listenForClients(SingleSweep &sweep, quint16 port)
 {
+    sweep.traces().setAverageOver(kUsualAverage);
     Markers markers;
     SignalGenerator generator(sweep.configuration(), sweep.instrument());
     ConsoleTarget target({sweep.record(), sweep.instrument(), sweep.traces(), sweep.log(), sweep.window()}, markers,

@@ -1,0 +1,287 @@
+# SPDX-License-Identifier: MIT
+"""Starts calvorn-sweep with a simulated board in a folder of its own, and talks to it through PyVISA."""
+
+import os
+import pathlib
+import re
+import select
+import shutil
+import signal
+import socket
+import subprocess
+import tempfile
+import time
+import unittest
+
+import pyvisa
+
+BOARDS = ("PIC", "LPT", "VNA")
+INTERFACE = {"PIC": 1, "LPT": 2, "VNA": 3}
+# Lowest and highest frequency of the prepared settings, Hz.
+LIMITS = {"PIC": (1_000, 40_000_000), "LPT": (1_000, 70_000_000), "VNA": (100_000, 180_000_000)}
+NOTHING = 9.91e37
+STARTS = 60  # s
+WAIT = 15  # s
+
+manager = pyvisa.ResourceManager("@py")
+
+
+def board():
+    """The board of this run."""
+    return os.environ.get("CALVORN_BOARD", "LPT")
+
+
+def binaries():
+    """The folder of the programs."""
+    default = pathlib.Path(__file__).resolve().parents[3] / "build" / "release" / "bin"
+    return pathlib.Path(os.environ.get("CALVORN_BIN", default))
+
+
+def prepared_settings():
+    """The settings file that comes with the program."""
+    return pathlib.Path(__file__).resolve().parents[3] / "packaging" / "Calvorn.ini"
+
+
+def free_port():
+    """A TCP port that nobody uses at the moment."""
+    with socket.socket() as probe:
+        probe.bind(("127.0.0.1", 0))
+        return probe.getsockname()[1]
+
+
+def with_key(text, section, key, value):
+    """The settings with one key set."""
+    head = re.search(rf"^\[{re.escape(section)}\]$", text, re.MULTILINE | re.IGNORECASE)
+    if not head:
+        return f"{text.rstrip()}\n[{section}]\n{key}={value}\n"
+    tail = re.search(r"^\[", text[head.end():], re.MULTILINE)
+    end = head.end() + tail.start() if tail else len(text)
+    body = text[head.end():end]
+    line = re.compile(rf"^{re.escape(key)}=.*$", re.MULTILINE | re.IGNORECASE)
+    new = f"{key}={value}"
+    body = line.sub(lambda _: new, body) if line.search(body) else f"\n{new}{body}"
+    return text[:head.end()] + body + text[end:]
+
+
+def settings_for(name, changes):
+    """The prepared settings with a simulated board that is as fast as it can."""
+    text = prepared_settings().read_text(encoding="utf-8")
+    own = re.search(rf"^\[Interface{INTERFACE[name]}\]\n((?:[^\[].*\n)*)", text, re.MULTILINE).group(1)
+    for line in own.splitlines():
+        key, value = line.split("=", 1)
+        text = with_key(text, "Config", key, value)
+    fixed = {("Config", "Interface"): INTERFACE[name], ("Config", "ADC Channel"): 3,
+             ("Serial Port", "CommPort"): 100, ("Parallel Port", "LPT"): 0, ("Simulator", "Pace"): "none"}
+    for (section, key), value in {**fixed, **changes}.items():
+        text = with_key(text, section, key, value)
+    return text
+
+
+class Program:
+    """calvorn-sweep --listen, until stop()."""
+
+    def __init__(self, changes=None, environment=None):
+        self.board = board()
+        self.folder = pathlib.Path(tempfile.mkdtemp(prefix="calvorn-client-"))
+        self.folder.chmod(0o711)
+        self.runtime = self.folder / "run"
+        self.runtime.mkdir(mode=0o700)
+        for name in ("calvorn-sweep", "CalvornAsync"):
+            shutil.copy2(binaries() / name, self.folder / name)
+        settings = settings_for(self.board, changes or {})
+        (self.folder / "Calvorn.ini").write_text(settings, encoding="utf-8")
+        self.settings = settings
+        self.port = free_port()
+        self.log = open(self.folder / "log", "wb")
+        own = {**os.environ, "LC_ALL": "C.UTF-8", "XDG_RUNTIME_DIR": str(self.runtime), **(environment or {})}
+        self.process = subprocess.Popen([str(self.folder / "calvorn-sweep"), "--listen", str(self.port)],
+                                        cwd=self.folder, env=own, stdin=subprocess.DEVNULL,
+                                        stdout=self.log, stderr=subprocess.STDOUT)
+        self.wait_until_it_listens()
+
+    def wait_until_it_listens(self):
+        end = time.monotonic() + STARTS
+        while time.monotonic() < end:
+            if self.process.poll() is not None:
+                raise AssertionError(f"calvorn-sweep has ended with {self.process.returncode}: {self.said()}")
+            try:
+                with self.raw() as probe:
+                    probe.sendall(b"*IDN?\n")
+                    if probe.recv(1):
+                        return
+            except OSError:
+                pass
+            time.sleep(0.02)
+        self.stop()
+        raise AssertionError(f"calvorn-sweep does not listen: {self.said()}")
+
+    def said(self):
+        """What it has written to the terminal."""
+        return (self.folder / "log").read_text(encoding="utf-8", errors="replace")
+
+    def unix_socket(self):
+        return self.runtime / f"calvorn-{self.port}.scpi"
+
+    def memory(self):
+        """Resident memory, bytes."""
+        status = pathlib.Path(f"/proc/{self.process.pid}/status").read_text(encoding="ascii", errors="replace")
+        return int(re.search(r"^VmRSS:\s+(\d+) kB", status, re.MULTILINE).group(1)) * 1024
+
+    def client(self, seconds=10):
+        """A PyVISA client. Places of clients that have just closed may take a moment to be free."""
+        end = time.monotonic() + seconds
+        while True:
+            client = Client(self.port)
+            try:
+                client.ask("*IDN?")
+                return client
+            except OSError:
+                client.close()
+                if time.monotonic() > end:
+                    raise
+            time.sleep(0.02)
+
+    def raw(self, host="127.0.0.1", timeout=WAIT):
+        return socket.create_connection((host, self.port), timeout=timeout)
+
+    def stop(self):
+        """Ends it by SIGTERM; the exit code."""
+        if self.process.poll() is None:
+            self.process.send_signal(signal.SIGTERM)
+            try:
+                self.process.wait(WAIT)
+            except subprocess.TimeoutExpired:
+                self.process.kill()
+                self.process.wait()
+        self.log.close()
+        return self.process.returncode
+
+    def remove(self):
+        self.stop()
+        shutil.rmtree(self.folder, ignore_errors=True)
+
+
+class Client:
+    """One PyVISA connection."""
+
+    def __init__(self, port):
+        self.visa = manager.open_resource(f"TCPIP0::127.0.0.1::{port}::SOCKET")
+        self.visa.read_termination = self.visa.write_termination = "\n"
+        self.visa.timeout = WAIT * 1000
+
+    def close(self):
+        self.visa.close()
+
+    def write(self, message):
+        self.visa.write(message)
+
+    def ask(self, message):
+        return self.visa.query(message)
+
+    def number(self, message):
+        return float(self.ask(message))
+
+    def numbers(self, message):
+        """A row of numbers as text; None for one that cannot be had."""
+        return [None if value == NOTHING else value for value in map(float, self.ask(message).split(","))]
+
+    def block(self, message):
+        return bytes(self.visa.query_binary_values(message, datatype="B", container=bytes))
+
+    def doubles(self, message):
+        return self.visa.query_binary_values(message, datatype="d", is_big_endian=True)
+
+    def error(self):
+        """Number and text of the oldest error."""
+        number, text = self.ask("SYST:ERR?").split(",", 1)
+        return int(number), text
+
+    def errors(self):
+        """The numbers of all errors; the queue is empty then."""
+        numbers = []
+        while True:
+            number = self.error()[0]
+            if number == 0:
+                return numbers
+            numbers.append(number)
+            if len(numbers) > 100:
+                raise AssertionError("the error queue has no end")
+
+    def sweep(self, times=1):
+        for _ in range(times):
+            self.write("INIT")
+            if self.ask("*OPC?") != "1":
+                raise AssertionError("*OPC? does not answer 1")
+
+    def wait_for(self, message, wanted, seconds=WAIT):
+        """Asks until the answer fits."""
+        end = time.monotonic() + seconds
+        while time.monotonic() < end:
+            answer = self.ask(message)
+            if wanted(answer):
+                return answer
+            time.sleep(0.01)
+        raise AssertionError(f"{message}: still {answer}")
+
+
+class ProgramCase(unittest.TestCase):
+    """Tests that share a program; each begins with *RST and an empty error queue."""
+
+    changes = {}
+    environment = {}
+
+    @classmethod
+    def setUpClass(cls):
+        cls.program = Program(cls.changes, cls.environment)
+        cls.addClassCleanup(cls.program.remove)
+        cls.low, cls.high = LIMITS[board()]
+
+    def setUp(self):
+        self.c = self.program.client()
+        self.addCleanup(self.c.close)
+        self.c.write("*RST;*CLS")
+        self.c.write("TRAC:DEL 1;DEL 2;DEL 3;DEL 4")
+        self.c.ask("*OPC?")
+        self.c.write("*CLS")
+
+    def range(self, start, stop):
+        """Sets the range; no step on the way is below 400 Hz."""
+        self.c.write(f"FREQ:STAR MIN;STOP {stop};STAR {start}")
+
+    def fine(self, client=None):
+        """No error waits."""
+        self.assertEqual((client or self.c).errors(), [])
+
+    def complains(self, message, number):
+        """The message leads to exactly this error, and the program still answers."""
+        self.c.write("*CLS")
+        self.c.write(message)
+        found = self.c.errors()
+        self.assertEqual(found, [number], message)
+        self.assertEqual(self.c.ask("SYST:VERS?"), "1999.0")
+
+    def same(self, found, wanted, delta):
+        """Two rows of numbers are alike; None stands for one that cannot be had."""
+        self.assertEqual(len(found), len(wanted))
+        for index, (one, other) in enumerate(zip(found, wanted)):
+            if one is None or other is None:
+                self.assertEqual(one, other, f"number {index}")
+            else:
+                self.assertAlmostEqual(one, other, delta=delta, msg=f"number {index}")
+
+
+def received(connection, seconds):
+    """What comes within the time; and whether the other side has closed."""
+    data = b""
+    end = time.monotonic() + seconds
+    while (left := end - time.monotonic()) > 0:
+        if not select.select([connection], [], [], left)[0]:
+            break
+        try:
+            piece = connection.recv(65536)
+        except OSError:
+            return data, True
+        if not piece:
+            return data, True
+        data += piece
+    return data, False
