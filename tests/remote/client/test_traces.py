@@ -115,18 +115,6 @@ class Average(ProgramCase):
         self.fine()
 
 
-class Holds(ProgramCase):
-    """Holds are switched on in the settings of the window."""
-
-    changes = {("Measure", "Max hold"): 1, ("Measure", "Min hold"): 1, ("Measure", "Average"): 1,
-               ("Measure", "Average over"): 7, ("Generator", "Frequency"): 3_456_000}
-
-    def setUp(self):  # without *RST, which switches them off
-        self.c = self.program.client()
-        self.addCleanup(self.c.close)
-
-
-
 class UsualSettings(ProgramCase):
     def setUp(self):  # without *RST
         self.c = self.program.client()
