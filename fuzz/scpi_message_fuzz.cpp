@@ -42,7 +42,7 @@ void checkParameter(const ScpiParameter &parameter)
     const bool isNumber = parameter.kind == ScpiParameter::Kind::Number;
     require(isNumber ? parameter.text.isEmpty() : parameter.suffix.isEmpty() && parameter.number == 0.0);
     if (parameter.kind == ScpiParameter::Kind::Word)
-        require(isMnemonic(parameter.text) && parameter.text.size() <= 12 &&
+        require(isMnemonic(parameter.text) && parameter.text.size() <= kLongestWord &&
                 parameter.text == parameter.text.toUpper());
     require(parameter.kind != ScpiParameter::Kind::Text || !parameter.text.contains('\n'));
 }
@@ -55,7 +55,7 @@ void checkUnit(const ScpiUnit &unit)
     require(unit.isAbsolute == unit.header.startsWith(':'));
     require(!unit.isCommon || (unit.path.size() == 1 && unit.path.first().suffix == -1));
     for (const ScpiNode &node : unit.path) {
-        require(isMnemonic(node.name) && node.name.size() <= 12);
+        require(isMnemonic(node.name) && node.name.size() <= kLongestMnemonic);
         require(node.suffix >= -1 && node.suffix <= 99999);
     }
     for (const ScpiParameter &parameter : unit.parameters)
