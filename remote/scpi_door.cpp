@@ -11,6 +11,7 @@
 #include <QStandardPaths>
 #include <QTcpServer>
 #include <QTcpSocket>
+#include <QTimer>
 
 #include <unistd.h>
 
@@ -20,6 +21,8 @@ namespace {
 
 constexpr qint64 kChunk = 4096; // bytes that a client gets carried out before others have their turn
 constexpr qint64 kReadBuffer = 65'536;
+// A client that comes in while others leave may be seen before they are.
+constexpr int kPatience = 200; // ms
 
 } // namespace
 
@@ -94,7 +97,7 @@ void ScpiDoor::acceptTcp(QTcpServer &server)
             continue;
         }
         socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
-        serve(socket, from);
+        welcome(socket, from);
     }
 }
 
@@ -107,21 +110,36 @@ void ScpiDoor::acceptLocal()
             socket->deleteLater();
             continue;
         }
-        serve(socket, from);
+        welcome(socket, from);
     }
 }
 
 bool ScpiDoor::admits(const std::optional<uid_t> &user, const QString &from)
 {
-    if (!user || *user != getuid()) {
-        emit logged(user ? tr("Remote control: the user %1 at %2 was turned away.").arg(*user).arg(from)
-                         : tr("Remote control: an unknown user at %1 was turned away.").arg(from));
-        return false;
-    }
-    if (m_clients < kMostClients)
+    if (user && *user == getuid())
         return true;
-    emit logged(tr("Remote control: there are %1 clients already.").arg(kMostClients));
+    emit logged(user ? tr("Remote control: the user %1 at %2 was turned away.").arg(*user).arg(from)
+                     : tr("Remote control: an unknown user at %1 was turned away.").arg(from));
     return false;
+}
+
+template <typename Socket>
+void ScpiDoor::welcome(Socket *socket, const QString &from)
+{
+    if (m_clients < kMostClients) {
+        serve(socket, from);
+        return;
+    }
+    QTimer::singleShot(kPatience, socket, [this, socket, from] {
+        if (socket->state() == Socket::ConnectedState && m_clients < kMostClients) {
+            serve(socket, from);
+            return;
+        }
+        if (m_clients >= kMostClients)
+            emit logged(tr("Remote control: there are %1 clients already.").arg(kMostClients));
+        socket->abort();
+        socket->deleteLater();
+    });
 }
 
 template <typename Socket>

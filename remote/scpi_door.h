@@ -50,8 +50,11 @@ signals:
 private:
     void acceptTcp(QTcpServer &server);
     void acceptLocal();
-    // True: the client may stay.
+    // True: it is the user of this process.
     bool admits(const std::optional<uid_t> &user, const QString &from);
+    // Serves the client now or when a place has become free, or sends it away.
+    template <typename Socket>
+    void welcome(Socket *socket, const QString &from);
     template <typename Socket>
     void serve(Socket *socket, const QString &from);
 

@@ -105,6 +105,20 @@ double asScpiNumber(double value)
     return value;
 }
 
+template <typename Number>
+QByteArray scientific(Number value)
+{
+    std::array<char, 32> buffer{};
+    const auto written =
+        std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::scientific);
+    QByteArray text(buffer.data(), written.ptr - buffer.data());
+    const qsizetype exponent = text.indexOf('e');
+    text[exponent] = 'E';
+    if (!text.contains('.'))
+        text.insert(exponent, ".0");
+    return text;
+}
+
 } // namespace
 
 ScpiError notAllowed(const ScpiParameter &parameter)
@@ -191,15 +205,12 @@ QByteArray nr1(qint64 value)
 
 QByteArray nr3(double value)
 {
-    std::array<char, 32> buffer{};
-    const auto written =
-        std::to_chars(buffer.data(), buffer.data() + buffer.size(), asScpiNumber(value), std::chars_format::scientific);
-    QByteArray text(buffer.data(), written.ptr - buffer.data());
-    const qsizetype exponent = text.indexOf('e');
-    text[exponent] = 'E';
-    if (!text.contains('.'))
-        text.insert(exponent, ".0");
-    return text;
+    return scientific(asScpiNumber(value));
+}
+
+QByteArray nr3(float value)
+{
+    return std::isfinite(value) ? scientific(value) : nr3(static_cast<double>(value));
 }
 
 QByteArray boolean(bool value)

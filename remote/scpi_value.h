@@ -63,6 +63,7 @@ QByteArray nr1(qint64 value);
 // `d.dddE+dd`, with as few digits as read back to the same double: "7.1E+06", "-1.0E-300". NaN and infinities become
 // the numbers above.
 QByteArray nr3(double value);
+QByteArray nr3(float value);    // with as few digits as read back to the same float
 QByteArray boolean(bool value); // "1" or "0"
 // In double quotes, those inside doubled. LF, which would end the answer, becomes a blank.
 QByteArray quoted(QByteArrayView text);

@@ -203,17 +203,19 @@ void abortSweep(ScpiCall &call)
     call.wait([](ScpiCall &waiting) { return !waiting.target.instrument().isSweeping(); }, kStopPatience);
 }
 
-// --- average ---
+// --- average and holds ---
 
-void setAverage(ScpiCall &call)
+template <TraceSet::Source source>
+void switchHold(ScpiCall &call)
 {
     const bool on = call.boolean(0);
-    call.target.editTraces([on](TraceSet &traces) { traces.switchOn(TraceSet::Source::Average, on); });
+    call.target.editTraces([on](TraceSet &traces) { traces.switchOn(source, on); });
 }
 
-void askAverage(ScpiCall &call)
+template <TraceSet::Source source>
+void askHold(ScpiCall &call)
 {
-    call.answer(boolean(call.target.traces().isOn(TraceSet::Source::Average)));
+    call.answer(boolean(call.target.traces().isOn(source)));
 }
 
 constexpr ScpiRange kAveraged{static_cast<double>(TraceSet::kFewestAveraged),
@@ -291,10 +293,15 @@ std::vector<ScpiCommand> sweepCommands()
          "sweeps until it is switched off, and then to the end of the sweep that runs", setContinuous, askContinuous,
          1},
         {"ABORt", "", nullptr, "stops the sweep, and waits for the hardware to say so", abortSweep, nullptr},
-        {"[SENSe:]AVERage[:STATe]", "<boolean>", "", "averages the sweeps", setAverage, askAverage, 1},
+        {"[SENSe:]AVERage[:STATe]", "<boolean>", "", "averages the sweeps", switchHold<TraceSet::Source::Average>,
+         askHold<TraceSet::Source::Average>, 1},
         {"[SENSe:]AVERage:COUNt", "<2 to 999>|MIN|MAX|DEF", which, "sweeps in the average", setAverageCount,
          askAverageCount, 1, 1},
         {"[SENSe:]AVERage:CLEar", "", nullptr, "average and holds start again", clearAverage, nullptr},
+        {"[SENSe:]HOLD:MAXimum", "<boolean>", "", "keeps the highest amplitude at each frequency",
+         switchHold<TraceSet::Source::MaxHold>, askHold<TraceSet::Source::MaxHold>, 1},
+        {"[SENSe:]HOLD:MINimum", "<boolean>", "", "keeps the lowest amplitude at each frequency",
+         switchHold<TraceSet::Source::MinHold>, askHold<TraceSet::Source::MinHold>, 1},
         {"[SENSe:]CORRection:COLLect[:ACQuire]", "THRough", nullptr,
          "the last sweep becomes the reference, and what is shown is relative to it", collect, nullptr, 1},
         {"[SENSe:]CORRection[:STATe]", "<boolean>", "", "whether curves are relative to the reference", setCorrection,

@@ -139,7 +139,7 @@ void askLevel(ScpiCall &call)
 {
     const std::int16_t scale = scaleOf(call);
     if (isLinearScale(scale))
-        call.answer(nr3(static_cast<double>(call.target.configuration().maxScaleVolt)));
+        call.answer(nr3(call.target.configuration().maxScaleVolt));
     else
         call.answer(nr3(scaleHasHeadroom(scale) ? kHeadroomDb : 0.0));
 }

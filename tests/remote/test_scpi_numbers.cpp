@@ -259,6 +259,8 @@ void TestScpiNumbers::writesUnderEveryLocale()
 {
     useLocale();
     QCOMPARE(nr3(1234567.5), QByteArray("1.2345675E+06"));
+    QCOMPARE(nr3(1e-3F), QByteArray("1.0E-03"));
+    QCOMPARE(nr3(std::numeric_limits<float>::infinity()), QByteArray("9.9E+37"));
     QCOMPARE(nr1(-1234567), QByteArray("-1234567"));
 }
 

@@ -3,6 +3,7 @@
 
 import os
 import shutil
+import signal
 import socket
 import stat
 import subprocess
@@ -107,6 +108,22 @@ class Clients(ProgramCase):
         self.addCleanup(another.close)
         self.assertIn("Calvorn", another.ask("*IDN?"))
 
+    def test_who_comes_while_four_leave_gets_in(self):
+        self.c.close()
+        for _ in range(10):
+            four = [self.program.client().visa for _ in range(4)]
+            # The program sees them leave and the fifth come at one and the same moment.
+            self.program.process.send_signal(signal.SIGSTOP)
+            try:
+                for client in four:
+                    client.close()
+                fifth = self.program.raw()
+            finally:
+                self.program.process.send_signal(signal.SIGCONT)
+            with fifth:
+                fifth.sendall(b"*IDN?\n")
+                self.assertIn(b"Calvorn", fifth.recv(1000))
+
     def test_ten_thousand_queries(self):
         self.c.write("FREQ:STAR 6.5 MHZ")
         before = self.program.memory()
@@ -182,6 +199,8 @@ class Doors(ProgramCase):
 
 
 class End(ProgramCase):
+    targets = ("tool",)
+
     def test_terminate(self):
         self.c.write("INIT:CONT ON")
         self.c.wait_for("SWE:COUN?", lambda answer: int(answer) >= 1)
@@ -197,7 +216,8 @@ class Languages:
 
         @classmethod
         def setUpClass(cls):
-            cls.environment = {"LC_ALL": f"{cls.language}.UTF-8", "LANG": f"{cls.language}.UTF-8"}
+            cls.environment = {"LC_ALL": f"{cls.language}.UTF-8", "LANG": f"{cls.language}.UTF-8",
+                               "LANGUAGE": cls.language}
             if os.path.exists(f"/usr/share/i18n/locales/{cls.language}"):
                 # Where the system lacks the locale, the program gets one of its own.
                 folder = tempfile.mkdtemp(prefix="calvorn-locale-")

@@ -122,7 +122,9 @@ class Scales(ProgramCase):
         self.c.write("DISP:SCAL LIN")
         for text, wanted in (("2", 2), ("500 MV", 0.5), ("1.5 V", 1.5), ("250000 UV", 0.25)):
             self.c.write(f"DISP:RLEV {text}")
-            self.assertAlmostEqual(self.c.number("DISPlay:RLEVel?"), wanted, delta=1e-6)
+            self.assertEqual(self.c.number("DISPlay:RLEVel?"), wanted)
+        self.c.write("DISP:RLEV MIN")
+        self.assertEqual(self.c.ask("DISP:RLEV?"), "1.0E-03")
         ends = []
         for which in ("MIN", "DEF", "MAX"):
             self.c.write(f"DISP:RLEV {which}")

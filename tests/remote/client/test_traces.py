@@ -106,6 +106,28 @@ class Average(ProgramCase):
         self.c.write("AVER OFF")
         self.complains("CALC:DATA? AVER", -230)
 
+    def test_holds(self):
+        for header in ("HOLD:MAX", "SENSe:HOLD:MAXimum", "hold:min", "SENS:HOLD:MINimum"):
+            self.assertEqual(self.c.ask(f"{header}?"), "0")
+            self.c.write(f"{header} ON")
+            self.assertEqual(self.c.ask(f"{header}?"), "1")
+            self.c.write(f"{header} 0")
+        self.complains("CALC:DATA? MAXH", -230)
+        self.c.write("HOLD:MAX ON;MIN ON")
+        sweeps = []
+        for _ in range(4):
+            self.c.sweep()
+            sweeps.append(self.c.numbers("CALC:DATA? LIVE"))
+        self.same(self.c.numbers("CALC:DATA? MAXH"), [max(row) for row in zip(*sweeps)], 1e-7)
+        self.same(self.c.numbers("CALC:DATA? MINHold"), [min(row) for row in zip(*sweeps)], 1e-7)
+        self.assertNotEqual(self.c.ask("CALC:DATA? MAXH"), self.c.ask("CALC:DATA? MINH"), "the board has noise")
+        self.c.write("AVER:CLE")
+        self.c.sweep()
+        self.assertEqual(self.c.ask("CALC:DATA? MAXH"), self.c.ask("CALC:DATA?"))
+        self.c.write("*RST")
+        self.assertEqual(self.c.ask("HOLD:MAX?;MIN?"), "0;0")
+        self.fine()
+
     def test_results_of_the_average(self):
         self.c.write("AVER:COUN 4;:AVER ON;:CALC:UNIT DB")
         self.c.sweep(4)
@@ -127,16 +149,20 @@ class UsualSettings(ProgramCase):
         self.assertEqual(self.c.ask("AVER:COUN?"), "10")
         self.assertEqual(self.c.number("SOUR:FREQ?"), 7_000_000)
 
+    def key(self, name):
+        section = self.program.settings.split("[Calvorn]")[1]
+        return next(line.split("=")[1] for line in section.splitlines() if line.startswith(f"{name}="))
+
+
+class ToolLeavesSettings(ProgramCase):
+    targets = ("tool",)
+
     def test_nothing_is_written(self):
         self.c.write("FREQ:STAR 6 MHZ;STOP 8 MHZ;:DISP:SCAL DBV;:AVER ON;:SOUR:FREQ 5 MHZ")
         self.c.sweep()
         self.assertEqual(self.program.stop(), 0)
         self.assertEqual((self.program.folder / "Calvorn.ini").read_text(encoding="utf-8"), self.program.settings)
         self.assertFalse(self.program.unix_socket().exists())
-
-    def key(self, name):
-        section = self.program.settings.split("[Calvorn]")[1]
-        return next(line.split("=")[1] for line in section.splitlines() if line.startswith(f"{name}="))
 
 
 class Reference(ProgramCase):
