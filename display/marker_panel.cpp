@@ -259,8 +259,10 @@ void MarkerPanel::enterFrequencyOf(GraphItem marker, double hertz)
     const Sweep::Column &rows = m_table.numbers(SweepTable::FrequencyColumn);
     const auto nearest =
         std::ranges::min_element(rows, {}, [hertz](double frequency) { return std::abs(frequency - hertz); });
+    // By its row: a box takes the first one that is not below its frequency, which in a falling sweep is another.
     boxOf(marker)->setText(NumberText().fromDouble(*nearest));
-    leaveFrequency(marker);
+    m_markers.move(marker, static_cast<double>(nearest - rows.begin() + 1));
+    aggiornaLblMarkerX();
 }
 
 void MarkerPanel::aggiornaPosMarkerY(GraphItem marker)

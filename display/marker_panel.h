@@ -36,7 +36,7 @@ public:
     void aggiornaPosMarkerX(GraphItem marker);
     // Their amplitude boxes alone.
     void aggiornaAmpiezzaX();
-    // As if the frequency (Hz) had been typed into the box of M1 or M2: it goes to the nearest row.
+    // Puts M1 or M2 on the row nearest to the frequency (Hz), whichever way the sweep goes.
     void enterFrequencyOf(GraphItem marker, double hertz);
     // The boxes of both from their rows, and the cursor from its row. RuntimeError when the table's frequencies cannot
     // be read.
