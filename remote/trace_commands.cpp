@@ -18,8 +18,9 @@ constexpr std::array<const char *, 3> kUnits{"V", "DB", "DBM"};
 constexpr std::array<const char *, kScales> kScaleWords{"LINear", "DBV", "DBVHead", "DB10V", "DB10VHead"};
 constexpr std::array<const char *, kScales> kShortScales{"LIN", "DBV", "DBVH", "DB10V", "DB10VH"};
 constexpr double kHeadroomDb = 10.0;
-constexpr ScpiRange kTopVolts{1e-3, 1000.0, 2.5};
-constexpr ScpiRange kBottomDb{-200.0, -1.0, -60.0};
+// The boxes beside the graph take no more.
+constexpr ScpiRange kTopVolts{1e-3, 10.0, 2.5};
+constexpr ScpiRange kBottomDb{-90.0, -1.0, -60.0};
 constexpr ScpiRange kProminence{0.0, 200.0, 3.0};
 
 void askData(ScpiCall &call)

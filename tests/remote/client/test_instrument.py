@@ -129,16 +129,16 @@ class Scales(ProgramCase):
         for which in ("MIN", "DEF", "MAX"):
             self.c.write(f"DISP:RLEV {which}")
             ends.append(self.c.number("DISP:RLEV?"))
-        self.assertTrue(0 < ends[0] <= ends[1] <= ends[2], ends)
+        self.assertTrue(0 < ends[0] <= ends[1] <= ends[2] == 10, ends)
         self.c.write("DISP:RLEV 1")
         self.fine()
-        for message, number in (("DISP:RLEV 1E9", -222), ("DISP:RLEV -1", -222), ("DISP:RLEV 3 HZ", -131),
-                                ("DISP:RLEV 3 DB", -131), ("DISP:RLEV", -109)):
+        for message, number in (("DISP:RLEV 1E9", -222), ("DISP:RLEV 10.1", -222), ("DISP:RLEV -1", -222),
+                                ("DISP:RLEV 3 HZ", -131), ("DISP:RLEV 3 DB", -131), ("DISP:RLEV", -109)):
             self.complains(message, number)
             self.assertEqual(self.c.number("DISP:RLEV?"), 1)
 
     def test_bottom(self):
-        for text in ("-40", "-100", "-75 DB"):
+        for text in ("-40", "-90", "-75 DB"):
             self.c.write(f"DISPlay:BOTTom {text}")
             self.assertEqual(self.c.number("DISP:BOTT?"), float(text.split()[0]))
         ends = []
@@ -146,9 +146,11 @@ class Scales(ProgramCase):
             self.c.write(f"DISP:BOTT {which}")
             ends.append(self.c.number("DISPlay:BOTTom?"))
         self.assertTrue(ends[0] <= ends[1] <= ends[2] < 0, ends)
+        self.assertEqual(ends[0], -90)
         self.c.write("DISP:BOTT -60")
         self.fine()
-        for message, number in (("DISP:BOTT 5", -222), ("DISP:BOTT -1000", -222), ("DISP:BOTT 3 V", -131)):
+        for message, number in (("DISP:BOTT 5", -222), ("DISP:BOTT -91", -222), ("DISP:BOTT -1000", -222),
+                                ("DISP:BOTT 3 V", -131)):
             self.complains(message, number)
             self.assertEqual(self.c.number("DISP:BOTT?"), -60)
 
