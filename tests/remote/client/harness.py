@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Starts calvorn-sweep with a simulated board in a folder of its own, and talks to it through PyVISA."""
+"""Starts calvorn-sweep or the window with a simulated board, in a folder of its own, and talks to it through PyVISA."""
 
 import os
 import pathlib
@@ -8,6 +8,7 @@ import select
 import shutil
 import signal
 import socket
+import struct
 import subprocess
 import tempfile
 import time
@@ -16,6 +17,7 @@ import unittest
 import pyvisa
 
 BOARDS = ("PIC", "LPT", "VNA")
+TARGETS = ("tool", "window")
 INTERFACE = {"PIC": 1, "LPT": 2, "VNA": 3}
 # Lowest and highest frequency of the prepared settings, Hz.
 LIMITS = {"PIC": (1_000, 40_000_000), "LPT": (1_000, 70_000_000), "VNA": (100_000, 180_000_000)}
@@ -29,6 +31,11 @@ manager = pyvisa.ResourceManager("@py")
 def board():
     """The board of this run."""
     return os.environ.get("CALVORN_BOARD", "LPT")
+
+
+def target():
+    """What this run controls: calvorn-sweep --listen, or the window."""
+    return os.environ.get("CALVORN_TARGET", "tool")
 
 
 def binaries():
@@ -78,7 +85,10 @@ def settings_for(name, changes):
 
 
 class Program:
-    """calvorn-sweep --listen, until stop()."""
+    """A program that listens, until stop()."""
+
+    files = ()  # that it is started from
+    wanted = {}  # environment
 
     def __init__(self, changes=None, environment=None):
         self.board = board()
@@ -86,24 +96,30 @@ class Program:
         self.folder.chmod(0o711)
         self.runtime = self.folder / "run"
         self.runtime.mkdir(mode=0o700)
-        for name in ("calvorn-sweep", "CalvornAsync"):
+        for name in self.files:
             shutil.copy2(binaries() / name, self.folder / name)
-        settings = settings_for(self.board, changes or {})
+        self.port = free_port()
+        settings = settings_for(self.board, {**self.settings_of_target(), **(changes or {})})
         (self.folder / "Calvorn.ini").write_text(settings, encoding="utf-8")
         self.settings = settings
-        self.port = free_port()
         self.log = open(self.folder / "log", "wb")
-        own = {**os.environ, "LC_ALL": "C.UTF-8", "XDG_RUNTIME_DIR": str(self.runtime), **(environment or {})}
-        self.process = subprocess.Popen([str(self.folder / "calvorn-sweep"), "--listen", str(self.port)],
-                                        cwd=self.folder, env=own, stdin=subprocess.DEVNULL,
-                                        stdout=self.log, stderr=subprocess.STDOUT)
+        own = {**os.environ, "LC_ALL": "C.UTF-8", **self.wanted, "XDG_RUNTIME_DIR": str(self.runtime),
+               "XDG_CONFIG_HOME": str(self.folder), **(environment or {})}
+        self.process = subprocess.Popen([str(part) for part in self.command()], cwd=self.folder, env=own,
+                                        stdin=subprocess.DEVNULL, stdout=self.log, stderr=subprocess.STDOUT)
         self.wait_until_it_listens()
+
+    def settings_of_target(self):
+        return {}
+
+    def command(self):
+        raise NotImplementedError
 
     def wait_until_it_listens(self):
         end = time.monotonic() + STARTS
         while time.monotonic() < end:
             if self.process.poll() is not None:
-                raise AssertionError(f"calvorn-sweep has ended with {self.process.returncode}: {self.said()}")
+                raise AssertionError(f"{self.files[0]} has ended with {self.process.returncode}: {self.said()}")
             try:
                 with self.raw() as probe:
                     probe.sendall(b"*IDN?\n")
@@ -113,7 +129,7 @@ class Program:
                 pass
             time.sleep(0.02)
         self.stop()
-        raise AssertionError(f"calvorn-sweep does not listen: {self.said()}")
+        raise AssertionError(f"{self.files[0]} does not listen: {self.said()}")
 
     def said(self):
         """What it has written to the terminal."""
@@ -161,6 +177,34 @@ class Program:
         shutil.rmtree(self.folder, ignore_errors=True)
 
 
+class Tool(Program):
+    """calvorn-sweep --listen."""
+
+    files = ("calvorn-sweep", "CalvornAsync")
+
+    def command(self):
+        return self.folder / self.files[0], "--listen", self.port
+
+
+class Window(Program):
+    """The window, with remote control switched on in the settings."""
+
+    files = ("Calvorn", "CalvornAsync")
+    # No desktop decides about languages, sizes and dialogs.
+    wanted = {"LANGUAGE": "en", "QT_QPA_PLATFORM": "xcb", "QT_QPA_PLATFORMTHEME": "", "QT_SCALE_FACTOR": "1"}
+
+    def command(self):
+        return (self.folder / self.files[0],)
+
+    def settings_of_target(self):
+        return {("Remote", "On"): 1, ("Remote", "Port"): self.port}
+
+
+def program(changes=None, environment=None):
+    """Starts the program of this run."""
+    return {"tool": Tool, "window": Window}[target()](changes, environment)
+
+
 class Client:
     """One PyVISA connection."""
 
@@ -190,6 +234,25 @@ class Client:
 
     def doubles(self, message):
         return self.visa.query_binary_values(message, datatype="d", is_big_endian=True)
+
+    def last_levels(self, is_block=False):
+        """The levels of the last sweep, or None where there is none."""
+        self.write("CALC:DATA?;*ESE?")
+        first = self.visa.read_bytes(1)
+        if not is_block:
+            row, _, tail = (first.decode("ascii") + self.visa.read()).rpartition(";")
+            if not tail.isdecimal():
+                raise AssertionError(f"*ESE? answers {tail}")
+            return [float(value) for value in row.split(",")] if row else None
+        if first != b"#":
+            self.visa.read()
+            return None
+        digits = int(self.visa.read_bytes(1))
+        length = int(self.visa.read_bytes(digits))
+        data = self.visa.read_bytes(length)
+        if not self.visa.read().startswith(";"):
+            raise AssertionError("a block is longer than its header says")
+        return list(struct.unpack(f">{length // 8}d", data))
 
     def error(self):
         """Number and text of the oldest error."""
@@ -227,12 +290,13 @@ class Client:
 class ProgramCase(unittest.TestCase):
     """Tests that share a program; each begins with *RST and an empty error queue."""
 
+    targets = TARGETS  # that these tests are for
     changes = {}
     environment = {}
 
     @classmethod
     def setUpClass(cls):
-        cls.program = Program(cls.changes, cls.environment)
+        cls.program = program(cls.changes, cls.environment)
         cls.addClassCleanup(cls.program.remove)
         cls.low, cls.high = LIMITS[board()]
 

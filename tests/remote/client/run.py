@@ -2,6 +2,8 @@
 # SPDX-License-Identifier: MIT
 """Runs the tests for the board of CALVORN_BOARD (PIC, LPT or VNA), or for all three one after the other.
 
+With CALVORN_TARGET=window they are those for the window, which needs a display (../../with-display), in place of those
+for calvorn-sweep.
 Arguments are names of tests, as in test_range or test_range.Range.test_span; without them all run.
 """
 
@@ -17,10 +19,20 @@ sys.path.insert(0, str(HERE))
 import harness  # noqa: E402
 
 
+def each(found):
+    for test in found:
+        if isinstance(test, unittest.TestSuite):
+            yield from each(test)
+        else:
+            yield test
+
+
 def suite(names):
-    if names:
-        return unittest.defaultTestLoader.loadTestsFromNames(names)
-    return unittest.defaultTestLoader.discover(str(HERE), "test_*.py", str(HERE))
+    """The tests whose class is for the target, and what could not be loaded."""
+    loader = unittest.defaultTestLoader
+    found = loader.loadTestsFromNames(names) if names else loader.discover(str(HERE), "test_*.py", str(HERE))
+    return unittest.TestSuite(test for test in each(found)
+                              if harness.target() in getattr(test, "targets", harness.TARGETS))
 
 
 def main():
@@ -28,13 +40,15 @@ def main():
     boards = [chosen] if chosen else harness.BOARDS
     if not set(boards) <= set(harness.BOARDS):
         sys.exit(f"CALVORN_BOARD={chosen}: it must be one of {', '.join(harness.BOARDS)}")
+    if harness.target() not in harness.TARGETS:
+        sys.exit(f"CALVORN_TARGET={harness.target()}: it must be one of {', '.join(harness.TARGETS)}")
     good = True
     for board in boards:
         os.environ["CALVORN_BOARD"] = board
-        print(f"== {board}", file=sys.stderr, flush=True)
+        print(f"== {harness.target()} {board}", file=sys.stderr, flush=True)
         began = time.monotonic()
         result = unittest.TextTestRunner(verbosity=2).run(suite(sys.argv[1:]))
-        print(f"== {board}: {time.monotonic() - began:.1f} s", file=sys.stderr, flush=True)
+        print(f"== {harness.target()} {board}: {time.monotonic() - began:.1f} s", file=sys.stderr, flush=True)
         good = good and result.wasSuccessful() and result.testsRun > 0
     return 0 if good else 1
 
