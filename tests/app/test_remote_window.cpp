@@ -12,12 +12,15 @@
 
 #include <QAction>
 #include <QDialog>
+#include <QDir>
 #include <QElapsedTimer>
 #include <QSpinBox>
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QTimer>
 
+#include <algorithm>
+#include <filesystem>
 #include <memory>
 
 using namespace calvorn;
@@ -28,6 +31,22 @@ quint16 freePort()
 {
     QTcpServer probe;
     return probe.listen(QHostAddress::LocalHost) ? probe.serverPort() : quint16{0};
+}
+
+int openSockets()
+{
+    const QDir folder(QStringLiteral("/proc/self/fd"));
+    const QStringList names = folder.entryList(QDir::NoDotAndDotDot | QDir::AllEntries | QDir::System);
+    return static_cast<int>(std::ranges::count_if(names, [&folder](const QString &name) {
+        std::error_code gone;
+        return std::filesystem::read_symlink(folder.filePath(name).toStdString(), gone).string().starts_with("socket:");
+    }));
+}
+
+int runningThreads()
+{
+    return static_cast<int>(
+        QDir(QStringLiteral("/proc/self/task")).entryList(QDir::NoDotAndDotDot | QDir::Dirs).size());
 }
 
 struct Bench : test::WindowBench
@@ -56,6 +75,17 @@ struct Bench : test::WindowBench
             qFatal("nobody opens the door: %s", qPrintable(client->errorString()));
     }
 
+    // What a person does while the dialog is open; then it is closed.
+    void inPreferences(const std::function<void(FrmPreferences &)> &act) const
+    {
+        QTimer::singleShot(0, window.get(), [&] {
+            auto *preferences = window->findChild<FrmPreferences *>();
+            act(*preferences);
+            preferences->accept();
+        });
+        window->findChild<QAction *>(QStringLiteral("mnuPreferences"))->trigger();
+    }
+
     void tell(const QByteArray &command) const { client->write(command + '\n'); }
     // Window messages are delivered meanwhile.
     QByteArray ask(const QByteArray &query) const
@@ -82,6 +112,7 @@ class TestRemoteWindow : public QObject
 private slots:
     void closedAtFirst();
     void thePreferencesOpenAndCloseIt();
+    void closedItCostsNothing();
     void aPortThatIsTaken();
     void commandsMoveTheControls();
     void sweeps_data() { test::addInterfaceRows(); }
@@ -110,16 +141,7 @@ void TestRemoteWindow::thePreferencesOpenAndCloseIt()
 {
     Bench bench;
     QVERIFY(!bench.label("lblStatus").contains(QLatin1String("SCPI")));
-    // What a person does while the dialog is open; then it is closed.
-    const auto inPreferences = [&bench](const std::function<void(FrmPreferences &)> &act) {
-        QTimer::singleShot(0, bench.window.get(), [&] {
-            auto *preferences = bench.window->findChild<FrmPreferences *>();
-            act(*preferences);
-            preferences->accept();
-        });
-        bench.window->findChild<QAction *>(QStringLiteral("mnuPreferences"))->trigger();
-    };
-    inPreferences([&bench](FrmPreferences &preferences) {
+    bench.inPreferences([&bench](FrmPreferences &preferences) {
         preferences.findChild<QSpinBox *>(QStringLiteral("spinRemotePort"))->setValue(bench.port);
         preferences.findChild<QAbstractButton *>(QStringLiteral("chkRemote"))->click();
     });
@@ -129,12 +151,32 @@ void TestRemoteWindow::thePreferencesOpenAndCloseIt()
     QVERIFY(QTest::qWaitFor([&] { return bench.label("lblStatus").contains(QLatin1String("clients: 1")); }));
     QCOMPARE(bench.folder.setting("Remote", "On"), QStringLiteral("1"));
     QCOMPARE(bench.folder.setting("Remote", "Port"), QString::number(bench.port));
-    inPreferences([](FrmPreferences &preferences) {
+    bench.inPreferences([](FrmPreferences &preferences) {
         preferences.findChild<QAbstractButton *>(QStringLiteral("chkRemote"))->click();
     });
     QVERIFY(QTest::qWaitFor([&] { return bench.client->state() == QAbstractSocket::UnconnectedState; }));
     QVERIFY(!bench.label("lblStatus").contains(QLatin1String("SCPI")));
     QCOMPARE(bench.folder.setting("Remote", "On"), QStringLiteral("0"));
+}
+
+// No socket and no thread is there for it before it is opened, nor afterwards.
+void TestRemoteWindow::closedItCostsNothing()
+{
+    Bench bench;
+    const auto click = [&bench](FrmPreferences &preferences) {
+        preferences.findChild<QSpinBox *>(QStringLiteral("spinRemotePort"))->setValue(bench.port);
+        preferences.findChild<QAbstractButton *>(QStringLiteral("chkRemote"))->click();
+    };
+    // Whatever the first dialog brings for good is there before the count.
+    bench.inPreferences([](FrmPreferences &) {});
+    const int sockets = openSockets();
+    const int threads = runningThreads();
+    bench.inPreferences(click);
+    QVERIFY(openSockets() >= sockets + 2);
+    QCOMPARE(runningThreads(), threads);
+    bench.inPreferences(click);
+    QCOMPARE(openSockets(), sockets);
+    QCOMPARE(runningThreads(), threads);
 }
 
 void TestRemoteWindow::aPortThatIsTaken()
