@@ -68,25 +68,32 @@ ScpiSession::~ScpiSession() = default;
 
 void ScpiSession::watchSweeps()
 {
-    Instrument &instrument = m_target.instrument();
-    const auto show = [this](bool isSweeping) {
-        m_client.status.operation().setConditionBits(kOperationSweeping, isSweeping);
-    };
-    show(m_target.isMeasuring());
-    connect(&instrument, &Instrument::sweepStarts, this, [this, show] {
-        show(true);
+    showSweeping(m_target.isMeasuring());
+    connect(&m_target.instrument(), &Instrument::sweepStarts, this, [this] {
+        showSweeping(true);
         m_ownsSweep = m_isActing;
     });
-    connect(&m_target, &RemoteTarget::sweepDone, this, [this, show] {
-        show(m_target.isMeasuring());
-        if (m_client.completes && m_target.isSweepDone()) {
-            m_client.completes = false;
-            m_client.status.raise(kEsrOperationComplete);
-        }
+    connect(&m_target, &RemoteTarget::sweepDone, this, [this] {
+        followSweep();
         lookAgain();
         if (!m_target.instrument().isSweeping())
             m_ownsSweep = false;
     });
+}
+
+void ScpiSession::showSweeping(bool isSweeping)
+{
+    m_client.status.operation().setConditionBits(kOperationSweeping, isSweeping);
+}
+
+// A command may come between the end of a sweep and the signal that tells it.
+void ScpiSession::followSweep()
+{
+    showSweeping(m_target.isMeasuring());
+    if (m_client.completes && m_target.isSweepDone()) {
+        m_client.completes = false;
+        m_client.status.raise(kEsrOperationComplete);
+    }
 }
 
 void ScpiSession::take(QByteArrayView bytes)
@@ -154,6 +161,7 @@ void ScpiSession::sendAnswer()
 void ScpiSession::act(const std::function<void()> &step)
 {
     const QPointer<ScpiSession> alive(this);
+    followSweep();
     m_isActing = true;
     std::optional<ScpiError> failure;
     try {

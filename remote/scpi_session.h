@@ -50,6 +50,8 @@ private:
     void act(const std::function<void()> &step);
     void sendAnswer();
     void watchSweeps();
+    void showSweeping(bool isSweeping);
+    void followSweep();
 
     RemoteTarget &m_target;
     ScpiClient m_client;
