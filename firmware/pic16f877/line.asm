@@ -1,0 +1,282 @@
+; SPDX-License-Identifier: MIT
+; The serial line: the USART, its interrupts, the buffers of both directions.
+;
+; The interrupt takes every byte from the receiver at once. A `!` is counted and empties the receive buffer; during
+; a sweep it also clears SWEEPING, which ends the sweep. All other bytes go to the receive buffer, or are dropped
+; during a sweep. A framing error, an overrun and a full buffer leave LINE_SPOILT in the buffer: no byte of that value
+; ever gets there, since it is `!` itself.
+;
+; line_start      set up USART and buffers; the caller enables interrupts.                             uses W
+; line_next       next event of the receiver in W: LINE_NOTHING, LINE_BYTE, LINE_ABORT.                uses W, FSR
+; line_watch      restart a receiver that an overrun has stopped.                                      uses W, FSR
+; line_send       queue the byte in W; wait while the buffer is full. 22 cycles without waiting.       uses W, FSR
+; line_drain      wait until the transmit buffer is empty; the USART still holds up to two bytes.      uses W
+; line_discard    drop all bytes in the transmit buffer.                                               uses W
+; line_listen     begin a sweep: set SWEEPING and drop received bytes; C = 0 and nothing done if a
+;                 `!` is waiting.                                                                      uses W
+
+        include "board.inc"
+
+        global  line_start, line_next, line_watch, line_send, line_drain, line_discard, line_listen
+        global  line_flags, line_byte, line_waiting
+
+TX_SIZE         equ 16                 ; both sizes are powers of two, and each buffer starts where
+RX_SIZE         equ 32                 ; that bit of the address is 0: clearing the bit wraps the pointer
+TX_WRAP         equ 4
+RX_WRAP         equ 5
+
+line_shared     udata_shr
+saved_w         res 1
+line_flags      res 1
+
+line_data       udata
+saved_status    res 1
+saved_fsr       res 1
+received        res 1                   ; interrupt: the byte at hand
+rx_in           res 1                   ; address of the next byte to store
+rx_out          res 1                   ; address of the next byte to take
+rx_count        res 1
+tx_in           res 1
+tx_out          res 1
+line_waiting    res 1                   ; bytes in the transmit buffer
+aborts          res 1                   ; `!` not yet reported by line_next
+line_byte       res 1
+sending         res 1
+
+tx_section      udata 0xA0
+tx_buffer       res TX_SIZE
+rx_section      udata 0xC0
+rx_buffer       res RX_SIZE
+
+; Keep the interrupt out. It may strike during bcf itself and return with GIE set, hence the test.
+hold    macro
+        bcf     INTCON, GIE
+        btfsc   INTCON, GIE
+        goto    $-2
+        endm
+
+release macro
+        bsf     INTCON, GIE
+        endm
+
+; --- interrupt ---
+; 38 cycles to send a byte, 52 to receive one.
+
+line_vector     code 0x004
+        movwf   saved_w
+        swapf   STATUS, W
+        clrf    STATUS                  ; bank 0
+        movwf   saved_status
+        movf    FSR, W
+        movwf   saved_fsr
+        btfsc   PIR1, RCIF
+        goto    receive
+
+transmit:
+        btfss   PIR1, TXIF
+        goto    restore
+        movf    line_waiting, F
+        skpnz
+        goto    transmit_rest
+        movf    tx_out, W
+        movwf   FSR
+        movf    INDF, W
+        movwf   TXREG
+        incf    tx_out, F
+        bcf     tx_out, TX_WRAP
+        decfsz  line_waiting, F
+        goto    restore
+transmit_rest:
+        banksel PIE1
+        bcf     PIE1, TXIE
+        banksel PIR1
+restore:
+        movf    saved_fsr, W
+        movwf   FSR
+        swapf   saved_status, W
+        movwf   STATUS
+        swapf   saved_w, F
+        swapf   saved_w, W
+        retfie
+
+receive:
+        btfsc   RCSTA, FERR             ; belongs to the byte that the next read takes
+        goto    damaged
+        movf    RCREG, W
+        movwf   received
+        xorlw   '!'
+        skpnz
+        goto    aborted
+        goto    keep
+damaged:
+        movf    RCREG, W
+        movlw   LINE_SPOILT
+        movwf   received
+keep:
+        btfsc   line_flags, SWEEPING
+        goto    receive_more
+        movf    rx_count, W
+        sublw   RX_SIZE - 1
+        skpc
+        goto    receive_more            ; full, and the last place already says so
+        movlw   LINE_SPOILT
+        skpnz                           ; the last free place
+        movwf   received
+        movf    rx_in, W
+        movwf   FSR
+        movf    received, W
+        movwf   INDF
+        incf    rx_in, F
+        bcf     rx_in, RX_WRAP
+        incf    rx_count, F
+receive_more:
+        btfsc   PIR1, RCIF
+        goto    receive
+        btfss   RCSTA, OERR             ; the two bytes before the lost one have been read
+        goto    transmit
+        bcf     RCSTA, CREN
+        bsf     RCSTA, CREN
+        movlw   LINE_SPOILT
+        movwf   received
+        goto    keep
+
+aborted:
+        incf    aborts, F
+        skpnz
+        decf    aborts, F               ; 255 at most
+        clrf    rx_count
+        movf    rx_in, W
+        movwf   rx_out
+        bcf     line_flags, SWEEPING
+        goto    receive_more
+
+; --- the rest runs outside the interrupt ---
+
+line_code       code
+line_start:
+        clrf    line_flags
+        clrf    aborts
+        clrf    rx_count
+        clrf    line_waiting
+        movlw   tx_buffer
+        movwf   tx_in
+        movwf   tx_out
+        movlw   rx_buffer
+        movwf   rx_in
+        movwf   rx_out
+        banksel SPBRG
+        movlw   BAUD_DIVISOR
+        movwf   SPBRG
+        movlw   (1 << TXEN) | (1 << BRGH)
+        movwf   TXSTA
+        movlw   1 << RCIE
+        movwf   PIE1
+        banksel RCSTA
+        movlw   (1 << SPEN) | (1 << CREN)
+        movwf   RCSTA
+        movlw   1 << PEIE               ; GIE comes later
+        movwf   INTCON
+        return
+
+line_next:
+        hold
+        movf    aborts, F
+        skpz
+        goto    next_abort
+        movf    rx_count, F
+        skpnz
+        goto    next_nothing
+        movf    rx_out, W
+        movwf   FSR
+        movf    INDF, W
+        movwf   line_byte
+        incf    rx_out, F
+        bcf     rx_out, RX_WRAP
+        decf    rx_count, F
+        release
+        retlw   LINE_BYTE
+next_abort:
+        decf    aborts, F
+        release
+        retlw   LINE_ABORT
+next_nothing:
+        release
+        retlw   LINE_NOTHING
+
+; The interrupt sees an overrun itself, unless it comes just after the last look at OERR: then the receiver
+; stands still with nothing to read, and no further interrupt comes.
+line_watch:
+        btfss   RCSTA, OERR
+        return
+        hold
+        btfsc   PIR1, RCIF
+        goto    watch_end               ; bytes wait: the interrupt follows at once
+        bcf     RCSTA, CREN
+        bsf     RCSTA, CREN
+        btfsc   line_flags, SWEEPING
+        goto    watch_end
+        movf    rx_count, W
+        xorlw   RX_SIZE
+        skpnz
+        goto    watch_end               ; full, and the last place is spoilt already
+        movf    rx_in, W
+        movwf   FSR
+        movlw   LINE_SPOILT
+        movwf   INDF
+        incf    rx_in, F
+        bcf     rx_in, RX_WRAP
+        incf    rx_count, F
+watch_end:
+        release
+        return
+
+; Needs no hold: one instruction counts the byte, and the interrupt tests the count before it sends.
+line_send:
+        movwf   sending
+send_wait:
+        movf    line_waiting, W
+        xorlw   TX_SIZE
+        skpnz
+        goto    send_wait
+        movf    tx_in, W
+        movwf   FSR
+        movf    sending, W
+        movwf   INDF
+        incf    tx_in, F
+        bcf     tx_in, TX_WRAP
+        incf    line_waiting, F
+        banksel PIE1
+        bsf     PIE1, TXIE
+        banksel PIR1
+        return
+
+line_drain:
+        movf    line_waiting, F
+        skpz
+        goto    line_drain
+        return
+
+line_discard:
+        hold
+        clrf    line_waiting
+        movf    tx_in, W
+        movwf   tx_out
+        release
+        return
+
+line_listen:
+        hold
+        clrc
+        movf    aborts, F
+        skpz
+        goto    listen_end
+        bsf     line_flags, SWEEPING
+        clrf    rx_count
+        movf    rx_in, W
+        movwf   rx_out
+        setc
+listen_end:
+        release
+        return
+
+        end

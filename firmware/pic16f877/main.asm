@@ -1,0 +1,69 @@
+; SPDX-License-Identifier: MIT
+; Reset, configuration, and the loop that waits for commands.
+;
+; The watchdog resets the board after 0.1 to 0.5 s. The loop below and each point of a sweep clear it; the longest way
+; between is an answer of 48 bytes or the settling time of a point, about 10 ms.
+
+        include "board.inc"
+
+        extern  line_start, line_next, line_watch
+        extern  commands_start, commands_byte, commands_abort
+        extern  plan_reset
+        extern  synth_start
+        extern  converter_start
+        extern  frames_start
+
+        __config _HS_OSC & _WDT_ON & _PWRTE_ON & _BODEN_ON & _LVP_OFF & _CP_OFF & _CPD_OFF & _WRT_ENABLE_OFF & _DEBUG_OFF
+
+reset_vector    code 0x000
+        clrf    PCLATH
+        goto    main
+
+main_code       code
+main:
+        clrwdt
+        clrf    STATUS                  ; bank 0
+        clrf    INTCON
+        clrf    PORTA
+        clrf    PORTB
+        clrf    PORTC
+        clrf    PORTD
+        clrf    PORTE
+        banksel TRISA
+        movlw   B'00001001'             ; RA0 detector, RA3 reference
+        movwf   TRISA
+        movlw   B'11111111'             ; jumpers, programmer and open pins, all with pull-ups
+        movwf   TRISB
+        movlw   B'11000000'             ; RC6 and RC7 belong to the USART
+        movwf   TRISC
+        clrf    TRISD
+        clrf    TRISE
+        movlw   B'00001100'             ; pull-ups on, the watchdog waits 16 times its 7 to 33 ms
+        movwf   OPTION_REG
+        banksel PORTA
+
+        call    line_start
+        call    frames_start
+        call    converter_start         ; the pull-ups have lifted the jumpers meanwhile
+        call    synth_start
+        call    plan_reset
+        call    commands_start
+        bsf     INTCON, GIE
+
+wait:
+        clrwdt
+        call    line_watch
+        call    line_next
+        xorlw   LINE_BYTE
+        skpnz
+        goto    take_byte
+        xorlw   LINE_BYTE ^ LINE_ABORT
+        skpz
+        goto    wait
+        call    commands_abort
+        goto    wait
+take_byte:
+        call    commands_byte
+        goto    wait
+
+        end

@@ -1,0 +1,234 @@
+; SPDX-License-Identifier: MIT
+; Arithmetic: decimal numbers in and out, comparison, the product of 32 and 40 bits.
+;
+; number  (4 bytes)  the operand and result of most routines
+; factor  (5 bytes)  what number is multiplied with
+; product (8 bytes)  behind factor
+;
+; numbers_clear      number = 0.                                                  7 cycles
+; numbers_digit      number = number * 10 + W, at most FFFFFFFF.                  350 cycles at most     uses W
+; numbers_divide     number = number / 10, remainder in W.                        520 cycles at most     uses W
+; numbers_load       number = the four bytes at FSR.                              15 cycles              uses W, FSR
+; numbers_store      the four bytes at FSR = number.                              15 cycles              uses W, FSR
+; numbers_factor     factor = the five bytes at FSR.                              18 cycles              uses W, FSR
+; numbers_below      C = 0: number is below the four bytes at FSR.                25 cycles              uses W, FSR
+; numbers_negate     number = -number.                                            18 cycles
+; numbers_multiply   product = number * factor, 64 bits; number is lost.          1,700 cycles at most   uses W
+
+        include "board.inc"
+
+        global  number, factor, product
+        global  numbers_clear, numbers_digit, numbers_divide, numbers_load, numbers_store, numbers_factor
+        global  numbers_below, numbers_negate, numbers_multiply
+
+numbers_data    udata
+number          res 4
+factor          res 5
+product         res 8
+tens            res 4                   ; numbers_digit: the number before the new digit
+rounds          res 1
+remainder       res 1
+
+; number += W + carry of the byte below: the last step of an addition that ripples upwards.
+; (incfsz skips the addition of 256, which leaves both the byte and the carry as they must be.)
+add_up  macro   from, to
+        movf    from, W
+        skpnc
+        incfsz  from, W
+        addwf   to, F
+        endm
+
+numbers_code    code
+numbers_clear:
+        clrf    number
+        clrf    number + 1
+        clrf    number + 2
+        clrf    number + 3
+        return
+
+; The digit and ten times the former number. A carry means more than 32 bits.
+numbers_digit:
+        movwf   remainder
+        movf    number, W
+        movwf   tens
+        movf    number + 1, W
+        movwf   tens + 1
+        movf    number + 2, W
+        movwf   tens + 2
+        movf    number + 3, W
+        movwf   tens + 3
+        call    numbers_clear
+        movf    remainder, W
+        movwf   number
+        movlw   10
+        movwf   rounds
+digit_add:
+        movf    tens, W
+        addwf   number, F
+        add_up  tens + 1, number + 1
+        add_up  tens + 2, number + 2
+        add_up  tens + 3, number + 3
+        skpnc
+        goto    digit_saturate
+        decfsz  rounds, F
+        goto    digit_add
+        return
+digit_saturate:
+        movlw   0xFF
+        movwf   number
+        movwf   number + 1
+        movwf   number + 2
+        movwf   number + 3
+        return
+
+; One bit of the quotient a round: it takes the place that the dividend leaves.
+numbers_divide:
+        clrf    remainder
+        movlw   32
+        movwf   rounds
+divide_bit:
+        clrc
+        rlf     number, F
+        rlf     number + 1, F
+        rlf     number + 2, F
+        rlf     number + 3, F
+        rlf     remainder, F
+        movlw   10
+        subwf   remainder, W
+        skpc
+        goto    divide_next
+        movwf   remainder
+        bsf     number, 0
+divide_next:
+        decfsz  rounds, F
+        goto    divide_bit
+        movf    remainder, W
+        return
+
+numbers_load:
+        movf    INDF, W
+        movwf   number
+        incf    FSR, F
+        movf    INDF, W
+        movwf   number + 1
+        incf    FSR, F
+        movf    INDF, W
+        movwf   number + 2
+        incf    FSR, F
+        movf    INDF, W
+        movwf   number + 3
+        return
+
+numbers_store:
+        movf    number, W
+        movwf   INDF
+        incf    FSR, F
+        movf    number + 1, W
+        movwf   INDF
+        incf    FSR, F
+        movf    number + 2, W
+        movwf   INDF
+        incf    FSR, F
+        movf    number + 3, W
+        movwf   INDF
+        return
+
+numbers_factor:
+        movf    INDF, W
+        movwf   factor
+        incf    FSR, F
+        movf    INDF, W
+        movwf   factor + 1
+        incf    FSR, F
+        movf    INDF, W
+        movwf   factor + 2
+        incf    FSR, F
+        movf    INDF, W
+        movwf   factor + 3
+        incf    FSR, F
+        movf    INDF, W
+        movwf   factor + 4
+        return
+
+; number - limit, of which only the borrow (C = 0) is kept.
+numbers_below:
+        movf    INDF, W
+        subwf   number, W
+        incf    FSR, F
+        movf    INDF, W
+        skpc
+        incfsz  INDF, W
+        subwf   number + 1, W
+        incf    FSR, F
+        movf    INDF, W
+        skpc
+        incfsz  INDF, W
+        subwf   number + 2, W
+        incf    FSR, F
+        movf    INDF, W
+        skpc
+        incfsz  INDF, W
+        subwf   number + 3, W
+        return
+
+numbers_negate:
+        comf    number, F
+        comf    number + 1, F
+        comf    number + 2, F
+        comf    number + 3, F
+        incfsz  number, F
+        return
+        incfsz  number + 1, F
+        return
+        incfsz  number + 2, F
+        return
+        incf    number + 3, F
+        return
+
+; The highest bit of number first: double the product, add the factor for a 1.
+numbers_multiply:
+        clrf    product
+        clrf    product + 1
+        clrf    product + 2
+        clrf    product + 3
+        clrf    product + 4
+        clrf    product + 5
+        clrf    product + 6
+        clrf    product + 7
+        movlw   32
+        movwf   rounds
+multiply_bit:
+        clrc
+        rlf     product, F
+        rlf     product + 1, F
+        rlf     product + 2, F
+        rlf     product + 3, F
+        rlf     product + 4, F
+        rlf     product + 5, F
+        rlf     product + 6, F
+        rlf     product + 7, F
+        rlf     number, F
+        rlf     number + 1, F
+        rlf     number + 2, F
+        rlf     number + 3, F
+        skpc
+        goto    multiply_next
+        movf    factor, W
+        addwf   product, F
+        add_up  factor + 1, product + 1
+        add_up  factor + 2, product + 2
+        add_up  factor + 3, product + 3
+        add_up  factor + 4, product + 4
+        skpc
+        goto    multiply_next
+        incfsz  product + 5, F
+        goto    multiply_next
+        incfsz  product + 6, F
+        goto    multiply_next
+        incf    product + 7, F
+multiply_next:
+        decfsz  rounds, F
+        goto    multiply_bit
+        return
+
+        end
