@@ -63,7 +63,7 @@ void WindowTarget::setSpeed(std::int16_t speed)
 void WindowTarget::start(SweepRun run)
 {
     const UnattendedDesktop::Guard guard(m_rooms.desktop, teller());
-    m_rooms.controls.start(run);
+    m_rooms.controls.start(run, SweepControls::Starter::Client);
     if (!instrument().isSweeping())
         throw ScpiError{kScpiHardwareError, "the hardware refused the sweep"};
     m_rooms.desktop.setStandIn(teller());
@@ -77,7 +77,7 @@ void WindowTarget::stop()
 void WindowTarget::setScale(std::int16_t scale)
 {
     const UnattendedDesktop::Guard guard(m_rooms.desktop, teller());
-    m_rooms.scales.actions().at(scale)->trigger();
+    m_rooms.scales.choose(scale);
 }
 
 void WindowTarget::setTopOfLinearScale(double volts)

@@ -56,7 +56,6 @@ void FrequencyBox::showFrequency()
 void FrequencyBox::setFrequency(std::int32_t hertz)
 {
     m_frequency = hertz;
-    m_text->setModified(false);
     showFrequency();
     emit accepted();
 }

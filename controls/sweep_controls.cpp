@@ -162,7 +162,7 @@ void SweepControls::showSpeed(bool visible)
         chooseOption(m_optSpeed[static_cast<std::size_t>(speed)]);
 }
 
-void SweepControls::start(SweepRun run)
+void SweepControls::start(SweepRun run, Starter starter)
 {
     if (sweepRange(m_configuration) < kMinSweepRange) {
         m_messages.beepAndWarn(tr("The minimum sweep range is ") + NumberText::fromInteger(kMinSweepRange) +
@@ -171,8 +171,8 @@ void SweepControls::start(SweepRun run)
     }
     if (!startSweep(run))
         return;
-    showButtons(true);
-    m_stop->setFocus();
+    m_starter = starter;
+    changeButtons(true);
     emit idleCommandsEnabled(false);
 }
 
@@ -226,9 +226,18 @@ void SweepControls::cmdSwStop_Click()
 
 void SweepControls::sweepCompleted()
 {
-    showButtons(false);
+    changeButtons(false);
     emit idleCommandsEnabled(true);
-    m_start->setFocus();
+}
+
+// The focus goes along, but a sweep of a client takes it from nothing that the user is at.
+void SweepControls::changeButtons(bool sweeping)
+{
+    const QWidget *focus = window()->focusWidget();
+    const bool takesFocus = m_starter == Starter::User || !focus || focus == m_start || focus == m_stop;
+    showButtons(sweeping);
+    if (takesFocus)
+        (sweeping ? m_stop : m_start)->setFocus();
 }
 
 void SweepControls::showButtons(bool sweeping)
@@ -290,7 +299,7 @@ void SweepControls::replanRunningSweep()
     }
     const SweepRun run = m_instrument.run();
     m_instrument.stopSweep(kStopForNewRange);
-    start(run);
+    start(run, m_starter);
 }
 
 void SweepControls::aggiornaTimer()

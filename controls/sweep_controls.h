@@ -43,8 +43,12 @@ public:
     // Sweeps once; for the menu.
     QAction *singleAction() const { return m_single; }
 
+    enum class Starter {
+        User,
+        Client, // of the remote control
+    };
     // As the buttons and the menu do. Nothing where a start is already under way.
-    void start(SweepRun run);
+    void start(SweepRun run, Starter starter = Starter::User);
     void cmdStart_Click() { start(SweepRun::UntilStopped); }
     void cmdStop_Click();
     // The forced stop, for a driver that never completes: resets the controls only.
@@ -96,6 +100,7 @@ private:
     void timerUpdateSweep_Timer();
     void replanRunningSweep();
     void showButtons(bool sweeping);
+    void changeButtons(bool sweeping);
     void toggleByKey();
 
     Configuration &m_configuration;
@@ -106,6 +111,7 @@ private:
     ErrorBoundary &m_boundary;
     Hooks m_hooks;
     std::uint32_t m_sweepStartTick = 0; // ms
+    Starter m_starter = Starter::User;  // of the last sweep
     bool m_starting = false;
     bool m_abandoned = false;
     int m_widthOfLines = 0; // logical pixels

@@ -260,7 +260,6 @@ void MarkerPanel::enterFrequencyOf(GraphItem marker, double hertz)
     const auto nearest =
         std::ranges::min_element(rows, {}, [hertz](double frequency) { return std::abs(frequency - hertz); });
     // By its row: a box takes the first one that is not below its frequency, which in a falling sweep is another.
-    boxOf(marker)->setText(NumberText().fromDouble(*nearest));
     m_markers.move(marker, static_cast<double>(nearest - rows.begin() + 1));
     aggiornaLblMarkerX();
 }

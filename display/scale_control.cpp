@@ -84,10 +84,20 @@ void ScaleControl::redrawRange()
     m_markers.aggiornaPosMarkerY(GraphItem::M4);
 }
 
-void ScaleControl::mnuScalaLineare_Click()
+void ScaleControl::clicked(std::int16_t scale)
 {
     // A desktop that shows the menus itself lets no click precede.
     EntryBox::commitPending();
+    choose(scale);
+}
+
+void ScaleControl::choose(std::int16_t scale)
+{
+    isLinearScale(scale) ? changeToLinear() : changeToLogarithmic(scale);
+}
+
+void ScaleControl::changeToLinear()
+{
     // On the linear scale the conversion gives its argument back.
     const double m3 = dbToVoltsBounded(m_configuration, m_markers.amplitude(GraphItem::M3));
     const double m4 = dbToVoltsBounded(m_configuration, m_markers.amplitude(GraphItem::M4));
@@ -97,7 +107,6 @@ void ScaleControl::mnuScalaLineare_Click()
 
 void ScaleControl::changeToLogarithmic(std::int16_t mode)
 {
-    EntryBox::commitPending();
     const std::int16_t old = m_configuration.scaleType;
     double m3 = m_markers.amplitude(GraphItem::M3);
     double m4 = m_markers.amplitude(GraphItem::M4);

@@ -29,12 +29,17 @@ public:
     // scale (a damaged settings file) counts as the linear one.
     void aggiornaScala(std::int16_t mode);
 
+    // As the menu does, except that what is being typed in a box stays there.
+    void choose(std::int16_t scale);
+
 private:
-    void mnuScalaLineare_Click();
-    void mnuScalaLogaritmica1_Click() { changeToLogarithmic(kScaleDb1V); }
-    void mnuScalaLogaritmica1dB_Click() { changeToLogarithmic(kScaleDb1VHeadroom); }
-    void mnuScalaLogaritmica10_Click() { changeToLogarithmic(kScaleDb10V); }
-    void mnuScalaLogaritmica10dB_Click() { changeToLogarithmic(kScaleDb10VHeadroom); }
+    void mnuScalaLineare_Click() { clicked(kScaleLinear); }
+    void mnuScalaLogaritmica1_Click() { clicked(kScaleDb1V); }
+    void mnuScalaLogaritmica1dB_Click() { clicked(kScaleDb1VHeadroom); }
+    void mnuScalaLogaritmica10_Click() { clicked(kScaleDb10V); }
+    void mnuScalaLogaritmica10dB_Click() { clicked(kScaleDb10VHeadroom); }
+    void clicked(std::int16_t scale);
+    void changeToLinear();
     void changeToLogarithmic(std::int16_t mode);
     void checkAction();
     void redrawRange();
