@@ -214,6 +214,9 @@ void FrmSweep::connectRooms()
     // What rewrites the configuration needs an idle generator.
     connect(m_controls, &SweepControls::idleCommandsEnabled, this, [this](bool enabled) {
         m_setUpMenu->menuAction()->setEnabled(enabled);
+        // It may be open when a client starts a sweep.
+        for (QAction *action : m_setUpMenu->actions())
+            action->setEnabled(enabled);
         m_files->exportAction()->setEnabled(enabled);
         m_files->importAction()->setEnabled(enabled);
         m_boards->setIdle(enabled);
