@@ -1,0 +1,109 @@
+# SPDX-License-Identifier: MIT
+"""Somebody in front of the window: keys and mouse by xdotool, under a window manager."""
+
+import pathlib
+import re
+import subprocess
+import tempfile
+import time
+
+MAIN = r"^Brenik - Calvorn"
+ACTIVATION = 3  # s
+LONG = 60  # s; a loaded machine
+
+
+def run(*words):
+    """What xdotool says; it fails where it finds nothing."""
+    done = subprocess.run(["xdotool", *map(str, words)], capture_output=True, text=True, timeout=LONG, check=False)
+    return done.stdout.strip()
+
+
+def until(wanted, what, seconds=LONG):
+    """Looks again and again; what it found at last."""
+    end = time.monotonic() + seconds
+    while True:
+        found = wanted()
+        if found:
+            return found
+        if time.monotonic() > end:
+            raise AssertionError(f"{what}: not within {seconds} s")
+        time.sleep(0.02)
+
+
+class Manager:
+    """openbox: without a window manager nothing brings a window to the front."""
+
+    def __init__(self):
+        # A window that is there before its manager vanishes for a moment while it gets its frame.
+        with tempfile.TemporaryDirectory() as folder:
+            sign = pathlib.Path(folder) / "up"
+            self.process = subprocess.Popen(["openbox", "--startup", f"touch {sign}"], stdin=subprocess.DEVNULL,
+                                            stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+            until(sign.exists, "a window manager")
+
+    def stop(self):
+        self.process.terminate()
+        self.process.wait(LONG)
+
+
+class Person:
+    def __init__(self):
+        self.window = self.appears(MAIN)
+        self.activate()
+
+    @staticmethod
+    def find(title):
+        """The last visible window with such a title, or nothing."""
+        found = run("search", "--onlyvisible", "--name", title).split()
+        return found[-1] if found else ""
+
+    def appears(self, title, seconds=LONG):
+        return until(lambda: self.find(title), f"the window {title}", seconds)
+
+    @staticmethod
+    def titles():
+        """Those of all visible windows, for the report of a failure."""
+        return [run("getwindowname", window) for window in run("search", "--onlyvisible", "--name", ".").split()]
+
+    def vanishes(self, title):
+        until(lambda: not self.find(title), f"the end of the window {title}")
+
+    def activate(self, window=None):
+        """Keys go to the active window."""
+        window = window or self.window
+
+        def is_active():
+            return run("getactivewindow") == window
+
+        # A manager that is just giving the focus to another window passes over the request.
+        for _ in range(LONG // ACTIVATION):
+            if is_active():
+                return
+            run("windowactivate", window)
+            try:
+                until(is_active, "the active window", ACTIVATION)
+            except AssertionError:
+                continue
+        raise AssertionError(f"{window} does not become the active window")
+
+    @staticmethod
+    def keys(*keys):
+        run("key", "--delay", 40, *keys)
+
+    @staticmethod
+    def write(text):
+        run("type", "--delay", 40, text)
+
+    def size(self):
+        """Width and height of the window without its frame."""
+        shown = dict(re.findall(r"^(\w+)=(-?\d+)$", run("getwindowgeometry", "--shell", self.window), re.MULTILINE))
+        return int(shown["WIDTH"]), int(shown["HEIGHT"])
+
+    def click(self, x, y, times=1):
+        """Pixels from the upper left corner; those below 0 from the right and the lower edge."""
+        self.move(x, y)
+        run("click", "--repeat", times, "--delay", 60, 1)
+
+    def move(self, x, y):
+        width, height = self.size()
+        run("mousemove", "--window", self.window, x if x >= 0 else width + x, y if y >= 0 else height + y)
