@@ -88,11 +88,11 @@ class Person:
 
     @staticmethod
     def keys(*keys):
-        run("key", "--delay", 40, *keys)
+        run("key", "--delay", 20, *keys)
 
     @staticmethod
     def write(text):
-        run("type", "--delay", 40, text)
+        run("type", "--delay", 20, text)
 
     def size(self):
         """Width and height of the window without its frame."""
