@@ -14,7 +14,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t siz
     settings.fault = data.PickValueInArray({SimulatorFault::None, SimulatorFault::Refuse});
     PicBoard board(settings);
     fuzz::LinkSource source(board);
-    PicDriver driver([&](int port, const LineSettings &) { return source.open(port); }, [] { return DdsClock{}; });
+    PicDriver driver([&](int port, const LineSettings &) { return source.open(port); }, [] { return PicSettings{}; });
     fuzz::playSerial(driver, source, data);
     return 0;
 }

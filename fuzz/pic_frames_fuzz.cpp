@@ -54,7 +54,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t siz
 
     QList<QList<int>> atOnce;
     qsizetype damaged = 0;
-    PicDecoder whole;
+    PicDecoder whole({8'980'000, 100});
     whole.take(line);
     while (const auto sweep = whole.next()) {
         if (sweep->isDamaged())
@@ -73,7 +73,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t siz
     }
 
     QList<QList<int>> inPieces;
-    PicDecoder decoder;
+    PicDecoder decoder({8'980'000, 100});
     for (qsizetype at = 0; at < line.size(); at += piece) {
         decoder.take(line.mid(at, piece));
         while (const auto sweep = decoder.next()) {

@@ -75,7 +75,7 @@ void checkServer(const QString &path)
         pic.nextByte();
         vna.nextByte();
     }
-    remarkOnFrequency(10'000'000, 0.0, readConfiguredClock(path));
+    remarkOnFrequency(10'000'000, 0.0, readPicSettings(path).clock);
 }
 
 } // namespace

@@ -12,4 +12,7 @@ inline constexpr QLatin1String kPicStart("B");  // first frequency of a sweep, H
 inline constexpr QLatin1String kPicStep("D");   // step of a sweep, Hz; negative for a descending one
 inline constexpr QLatin1String kPicReset("*");  // reset; takes no frequency
 
+// Those that the server sends by itself.
+inline constexpr QLatin1String kPicSettle("S"); // time for the detector to settle, microseconds
+
 } // namespace calvorn

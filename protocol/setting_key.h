@@ -40,6 +40,8 @@ inline constexpr const char *kCalvornSection = "Calvorn";
 inline constexpr SettingKey kDdsDevice{kConfigSection, "DDS Device", factsOf(kDefaultDdsChip).name};
 inline constexpr SettingKey kDdsMultiplier{kConfigSection, "DDS Multiplier", "1"};
 inline constexpr SettingKey kDdsXtalFreq{kConfigSection, "DDS Xtal freq", kDefaultXtalText}; // Hz
+// Microseconds that the PIC board lets the detector settle at each point; 0: as the board does by itself.
+inline constexpr SettingKey kPicSettling{"Serial Port", "Settling", "0"};
 inline constexpr SettingKey kAdcDevice{kConfigSection, "ADC Device", kAdc10Bit};
 inline constexpr SettingKey kAux1Value{kCalvornSection, "Aux_1", "0"}; // bit i is step i
 inline constexpr SettingKey kAux2Value{kCalvornSection, "Aux_2", "0"};

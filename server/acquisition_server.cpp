@@ -46,7 +46,7 @@ AcquisitionServer::AcquisitionServer(const QString &settingsPath, QObject *paren
     , m_lpt([this](int address) { return m_parallel.open(address); })
     , m_vna([this](int port, const LineSettings &line) { return m_serial.openVna(port, line); })
     , m_pic([this](int port, const LineSettings &line) { return m_serial.openPic(port, line); },
-            [settingsPath] { return readConfiguredClock(settingsPath); })
+            [settingsPath] { return readPicSettings(settingsPath); })
 {
     new LptAdaptor(&m_lpt);
     new VnaAdaptor(&m_vna);

@@ -341,6 +341,13 @@
     </message>
 </context>
 <context>
+    <name>PicBoard</name>
+    <message>
+        <source>The board has an %1 with a clock of %2 Hz; the settings say %3, %4 Hz.</source>
+        <translation>Auf der Platine ist ein %1 mit einem Takt von %2 Hz; die Einstellungen sagen %3, %4 Hz.</translation>
+    </message>
+</context>
+<context>
     <name>PinUses</name>
     <message>
         <source>DDS clock</source>
@@ -3264,6 +3271,14 @@
     <message>
         <source>The board delivers no good sweep any more; the sweep ends.</source>
         <translation>Die Platine liefert keinen brauchbaren Durchlauf mehr; das Wobbeln endet.</translation>
+    </message>
+    <message>
+        <source>The board does not say who it is: &quot;%1&quot;.</source>
+        <translation>Die Platine sagt nicht, wer sie ist: „%1“.</translation>
+    </message>
+    <message>
+        <source>The board cannot let the detector settle for %1 µs.</source>
+        <translation>Die Platine kann dem Detektor keine %1 µs zum Einschwingen geben.</translation>
     </message>
 </context>
 <context>

@@ -341,6 +341,13 @@
     </message>
 </context>
 <context>
+    <name>PicBoard</name>
+    <message>
+        <source>The board has an %1 with a clock of %2 Hz; the settings say %3, %4 Hz.</source>
+        <translation>La scheda ha un %1 con un clock di %2 Hz; le impostazioni dicono %3, %4 Hz.</translation>
+    </message>
+</context>
+<context>
     <name>PinUses</name>
     <message>
         <source>DDS clock</source>
@@ -3264,6 +3271,14 @@
     <message>
         <source>The board delivers no good sweep any more; the sweep ends.</source>
         <translation>La scheda non fornisce più sweep validi; lo sweep finisce.</translation>
+    </message>
+    <message>
+        <source>The board does not say who it is: &quot;%1&quot;.</source>
+        <translation>La scheda non dice chi è: &quot;%1&quot;.</translation>
+    </message>
+    <message>
+        <source>The board cannot let the detector settle for %1 µs.</source>
+        <translation>La scheda non può aspettare %1 µs che il rivelatore si assesti.</translation>
     </message>
 </context>
 <context>

@@ -14,14 +14,20 @@ namespace {
 constexpr int kFractionBits = 26;
 constexpr int kLongestLine = 12; // letter, sign, ten digits
 constexpr char kAbort = '!';
-constexpr char kLineFeed = '\n';      // ignored
-const QByteArray kUnprepares("BDP*"); // accepted or not
-constexpr int kSamples = 400;         // its firmware knows nothing of the program
+constexpr char kLineFeed = '\n';     // ignored
+const QByteArray kUnprepares("BDP"); // accepted or not
+constexpr std::int64_t kUsualSettlingUs = 50;
+constexpr std::int64_t kLeastSettlingUs = 20;
+constexpr std::int64_t kMostSettlingUs = 10'000;
+constexpr int kSamples = 400; // its firmware knows nothing of the program
+constexpr int kGroup = 4;     // of samples in five bytes
 constexpr int kCounts = 1024;
 constexpr char kSyncFirst = '\xA5';
 constexpr char kSyncSecond = '\x5A';
 constexpr std::uint16_t kCrcStart = 0xFFFF;
-constexpr DetectorModel::Time kSampleTime{108'507}; // one and a quarter bytes at 115,200 baud
+constexpr std::chrono::nanoseconds kLineTime{108'507}; // of a sample: one and a quarter bytes at 115,200 baud
+// Of a sample, beside the time to settle: with the usual one there is no gap.
+constexpr std::chrono::nanoseconds kPointTime = kLineTime - std::chrono::microseconds(kUsualSettlingUs);
 
 // CRC-16/CCITT-FALSE without a loop, as firmware computes it between two samples.
 std::uint16_t crcWith(std::uint16_t crc, std::uint8_t byte)
@@ -35,10 +41,10 @@ std::uint16_t crcWith(std::uint16_t crc, std::uint8_t byte)
     return static_cast<std::uint16_t>(value);
 }
 
-// Digits, with a minus sign at most.
-bool isWholeNumber(const QByteArray &text)
+// Digits, behind a minus sign where there may be one.
+bool isWholeNumber(const QByteArray &text, bool mayBeNegative)
 {
-    const QByteArray digits = text.startsWith('-') ? text.mid(1) : text;
+    const QByteArray digits = mayBeNegative && text.startsWith('-') ? text.mid(1) : text;
     return !digits.isEmpty() &&
            std::all_of(digits.begin(), digits.end(), [](char digit) { return digit >= '0' && digit <= '9'; });
 }
@@ -49,6 +55,7 @@ PicBoard::PicBoard(const SimulatorSettings &settings)
     : m_settings(settings)
     , m_detector(settings.seed)
     , m_factor(static_cast<std::uint64_t>(std::llround(std::ldexp(1.0, 32 + kFractionBits) / settings.clockHz)))
+    , m_settlingUs(kUsualSettlingUs)
 {
 }
 
@@ -85,20 +92,32 @@ std::optional<std::uint8_t> PicBoard::nextByte()
     return static_cast<std::uint8_t>(m_out.at(m_sent++));
 }
 
+// A sample that takes longer than its part of the line keeps the line waiting; told with the first byte of each group.
+std::chrono::nanoseconds PicBoard::idleTime() const
+{
+    const std::chrono::nanoseconds late = sampleTime() - kLineTime;
+    return m_sweeping && m_sent == 1 && late.count() > 0 ? kGroup * late : std::chrono::nanoseconds();
+}
+
+std::chrono::nanoseconds PicBoard::sampleTime() const
+{
+    return std::max<std::chrono::nanoseconds>(kLineTime, std::chrono::microseconds(m_settlingUs) + kPointTime);
+}
+
 void PicBoard::execute()
 {
     if (m_line.isEmpty())
         return;
     const QByteArray digits = m_line.mid(1);
-    const bool isNumber = isWholeNumber(digits);
+    const char letter = m_line.at(0);
+    const bool isNumber = isWholeNumber(digits, letter == 'D');
     const std::int64_t value = digits.toLongLong();
     const bool understood = m_line.size() <= kLongestLine && (isNumber || digits.isEmpty());
-    if (kUnprepares.contains(m_line.at(0)))
+    if (kUnprepares.contains(letter))
         m_prepared = false;
-    const bool accepted =
-        understood && m_settings.fault != SimulatorFault::Refuse && accept(m_line.at(0), value, isNumber);
-    answer(m_line.at(0), accepted);
-    if (accepted && m_line.at(0) == 'G') {
+    const bool accepted = understood && m_settings.fault != SimulatorFault::Refuse && accept(letter, value, isNumber);
+    answer(letter, accepted, accepted && letter == '?' ? identity() : QByteArray());
+    if (accepted && letter == 'G') {
         m_sweeping = true;
         m_sequence = 0;
         m_point = 0;
@@ -110,24 +129,36 @@ bool PicBoard::accept(char letter, std::int64_t value, bool hasValue)
     const bool inRange = hasValue && std::llabs(value) < static_cast<std::int64_t>(m_settings.clockHz);
     switch (letter) {
     case 'A':
-        if (!inRange || value < 0)
+        if (!inRange)
             return false;
         generatorSet(rounded(product(value)));
         return true;
     case 'B':
     case 'D':
-        if (!inRange || (letter == 'B' && value < 0))
+        if (!inRange)
             return false;
-        (letter == 'B' ? m_startHz : m_stepHz) = value;
+        if (!m_isStale)
+            (letter == 'B' ? m_startHz : m_stepHz) = value;
         return true;
     case 'P':
         return !hasValue && prepare();
+    case 'S':
+        if (!hasValue || value < kLeastSettlingUs || value > kMostSettlingUs)
+            return false;
+        m_settlingUs = value;
+        return true;
     case 'G':
         return !hasValue && m_prepared;
     case '*':
+        if (hasValue)
+            return false;
         generatorSet(0);
         m_startHz = m_stepHz = 0;
+        m_prepared = false;
+        m_isStale = false;
         return true;
+    case '?':
+        return !hasValue;
     default:
         return false;
     }
@@ -136,8 +167,29 @@ bool PicBoard::accept(char letter, std::int64_t value, bool hasValue)
 bool PicBoard::prepare()
 {
     const std::int64_t endHz = m_startHz + (kSamples - 1) * m_stepHz;
-    m_prepared = endHz >= 0 && endHz < static_cast<std::int64_t>(m_settings.clockHz);
-    return m_prepared;
+    if (endHz < 0 || endHz >= static_cast<std::int64_t>(m_settings.clockHz))
+        return false;
+    m_crcOfPlan = planCrc();
+    m_isStale = m_settings.fault == SimulatorFault::Stale;
+    m_prepared = true;
+    return true;
+}
+
+QByteArray PicBoard::identity() const
+{
+    return "CALVORN-SIM 1.0 " + QByteArray(factsOf(m_settings.chip).name) + ' ' +
+           QByteArray::number(std::llround(m_settings.clockHz)) + ' ' + QByteArray::number(qint64{m_settlingUs});
+}
+
+// Start and step, each as four bytes.
+std::uint16_t PicBoard::planCrc() const
+{
+    const std::uint64_t plan =
+        static_cast<std::uint64_t>(m_startHz) << 32 | (static_cast<std::uint64_t>(m_stepHz) & 0xFFFFFFFFU);
+    std::uint16_t crc = kCrcStart;
+    for (int shift = 56; shift >= 0; shift -= 8)
+        crc = crcWith(crc, static_cast<std::uint8_t>(plan >> shift & 0xFFU));
+    return crc;
 }
 
 // Modulo 2^64, so that a negative step is added as its complement.
@@ -151,10 +203,11 @@ std::uint32_t PicBoard::rounded(std::uint64_t phase)
     return static_cast<std::uint32_t>((phase + (1U << (kFractionBits - 1))) >> kFractionBits);
 }
 
-void PicBoard::answer(char letter, bool accepted)
+void PicBoard::answer(char letter, bool accepted, const QByteArray &text)
 {
     m_out += letter;
     m_out += accepted ? '+' : '-';
+    m_out += text;
     m_out += '\r';
 }
 
@@ -163,7 +216,7 @@ void PicBoard::startFrame()
     m_out += kSyncFirst;
     m_out += kSyncSecond;
     m_out += static_cast<char>(m_sequence);
-    m_crc = crcWith(kCrcStart, m_sequence++);
+    m_crc = crcWith(m_crcOfPlan, m_sequence++);
     m_phase = product(m_startHz);
 }
 
@@ -172,7 +225,7 @@ void PicBoard::refill()
     if (m_point == 0)
         startFrame();
     std::uint64_t packed = 0;
-    for (int sample = 0; sample < 4; ++sample, ++m_point)
+    for (int sample = 0; sample < kGroup; ++sample, ++m_point)
         packed = packed << 10 | static_cast<std::uint64_t>(measure());
     for (int shift = 32; shift >= 0; shift -= 8) {
         const auto byte = static_cast<std::uint8_t>(packed >> shift & 0xFFU);
@@ -194,7 +247,7 @@ int PicBoard::measure()
     const DdsOutput output = ddsOutput(word, m_settings.clockHz);
     m_detector.setLevel(m_settings.detector.volts(output.amplitude * m_settings.device.responseAt(output.hertz)),
                         m_now);
-    m_now += kSampleTime;
+    m_now += sampleTime();
     return convertedCount(m_detector.read(m_now), kConverterReferenceVolts, kCounts);
 }
 

@@ -16,11 +16,12 @@ namespace calvorn {
 class PicBoard : public SerialBoard
 {
 public:
-    // settings.clockHz: the generator's system clock. settings.fault: only Refuse concerns the board itself.
+    // settings.clockHz: the generator's system clock. settings.fault: only Refuse and Stale concern the board itself.
     explicit PicBoard(const SimulatorSettings &settings);
 
     void receive(std::uint8_t byte) override;
     std::optional<std::uint8_t> nextByte() override;
+    std::chrono::nanoseconds idleTime() const override;
 
 protected:
     // The generator has got this tuning word, 0: off; a derived board may put a probe here.
@@ -30,12 +31,15 @@ private:
     void execute();
     bool accept(char letter, std::int64_t value, bool hasValue);
     bool prepare();
+    QByteArray identity() const;
+    std::uint16_t planCrc() const;
     std::uint64_t product(std::int64_t hertz) const;
     static std::uint32_t rounded(std::uint64_t phase);
-    void answer(char letter, bool accepted);
+    void answer(char letter, bool accepted, const QByteArray &text = {});
     void startFrame();
     void refill();
     int measure();
+    std::chrono::nanoseconds sampleTime() const;
 
     SimulatorSettings m_settings;
     DetectorModel m_detector;
@@ -47,7 +51,10 @@ private:
 
     std::int64_t m_startHz = 0;
     std::int64_t m_stepHz = 0;
+    std::int64_t m_settlingUs;
     bool m_prepared = false;
+    bool m_isStale = false; // has a plan that it does not change any more
+    std::uint16_t m_crcOfPlan = 0;
     bool m_sweeping = false;
     int m_point = 0;
     std::uint8_t m_sequence = 0;

@@ -146,7 +146,7 @@ void PtyBoard::produce(Clock::time_point now)
             return;
         }
         makeFault(*byte);
-        m_lineFree += kByteTime;
+        m_lineFree += kByteTime + m_board->idleTime();
     }
 }
 

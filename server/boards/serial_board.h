@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <optional>
 
@@ -19,6 +20,9 @@ public:
     // The line is free: the next byte to the host, or nothing when the board has none to send now. Each byte then
     // takes the time of ten bits on the line.
     virtual std::optional<std::uint8_t> nextByte() = 0;
+
+    // How long the line has to be idle beside the byte that nextByte() has given: the board was not ready earlier.
+    virtual std::chrono::nanoseconds idleTime() const { return {}; }
 };
 
 } // namespace calvorn

@@ -37,6 +37,7 @@ SimulatorFault simulatorFaultFromName(const QString &name)
         {"unplug", SimulatorFault::Unplug},
         {"chatter", SimulatorFault::Chatter},
         {"garbage", SimulatorFault::Garbage},
+        {"stale", SimulatorFault::Stale},
     });
     const QString wanted = name.trimmed().toLower();
     for (const Named &known : kFaults) {

@@ -25,6 +25,7 @@ enum class SimulatorFault {
     Unplug,  // the port goes away in mid-sweep, once
     Chatter, // the board talks without being asked
     Garbage, // 10,000 random bytes come before the first answer
+    Stale,   // PIC: the first plan is kept, later ones are accepted only
 };
 
 // By the name in the settings file, in any case; anything else is None.
@@ -38,7 +39,7 @@ inline constexpr double kHighestSimulatedClockHz = 1e12;
 //   Curve   this file: lines of a frequency in Hz, a comma and a voltage ratio
 //   Pace    none = as fast as it can; anything else = at the pace of real hardware
 //   Seed    whole number that the noise starts from
-//   Fault   none, drop, corrupt, add, refuse, silence, half, unplug, chatter, garbage
+//   Fault   none, drop, corrupt, add, refuse, silence, half, unplug, chatter, garbage, stale
 //   Detector  linear, log, diode
 //   Level   dBm at the detector when nothing is lost on the way, -100 to 40
 //   Chip, Clock, ADC  what is on the board: generator chip, its reference clock in Hz (1 to 1e12), converter (8bit,

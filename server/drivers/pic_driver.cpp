@@ -24,14 +24,15 @@ constexpr qint64 kFreeMs = 1200;   // ten thousand bytes at 115,200 baud take 0.
 constexpr qint64 kChatterMs = 200; // a board that never falls silent is tried again nevertheless
 constexpr qint64 kSilenceMs = 30;  // more than an FTDI bridge holds bytes back
 constexpr int kFrameBits = kPicFrameBytes * 10;
+constexpr int kPointUs = 60; // of a point, beside the time to settle
 const QByteArray kAbort("!");
 const QByteArray kAborted("!+\r");
 
 } // namespace
 
-PicDriver::PicDriver(LinkOpener opener, ClockReader readClock, QObject *parent)
+PicDriver::PicDriver(LinkOpener opener, SettingsReader readSettings, QObject *parent)
     : SerialDriver(std::move(opener), parent)
-    , m_readClock(std::move(readClock))
+    , m_readSettings(std::move(readSettings))
 {
     for (QTimer *timer : {&m_start, &m_late, &m_silence})
         timer->setSingleShot(true);
@@ -79,7 +80,7 @@ bool PicDriver::PrepareSweep(int start, int step)
         m_planless = Planless::PortReported;
         return false;
     }
-    m_plan = Plan{start, step};
+    m_plan = PicPlan{start, step};
     const Answer answer = prepare();
     endOperation(answer);
     if (answer != Answer::Accepted) {
@@ -115,10 +116,12 @@ bool PicDriver::SendFrequency(const QString &letter, int frequency)
 // The board may still be sweeping for somebody who went without a word.
 void PicDriver::linkOpened(const LineSettings &line)
 {
-    m_sweepMs = 1000 + 3 * 1000 * kFrameBits / line.baud;
+    m_baud = line.baud;
     m_outOfStep = true;
     m_boardHasPlan = false;
-    m_clock = m_readClock();
+    m_configured = m_readSettings();
+    m_asked = false;
+    m_settlingUs = kUsualPicSettling;
     m_remarked = false;
     connect(&link(), &ByteLink::bytesArrived, this, &PicDriver::onBytes);
 }
@@ -181,9 +184,9 @@ void PicDriver::startRun()
         finishRun();
         return;
     }
-    m_decoder.reset();
+    m_decoder = PicDecoder(*m_plan);
     m_decoder.take(std::exchange(m_afterAnswer, QByteArray()));
-    m_late.start(m_sweepMs);
+    m_late.start(sweepPatienceMs());
     takeSweeps();
 }
 
@@ -202,6 +205,7 @@ PicDriver::Answer PicDriver::sendNumber(QLatin1String letter, int hertz)
 
 PicDriver::Answer PicDriver::sendPlan()
 {
+    askToSettle();
     Answer answer = sendNumber(kPicStart, m_plan->start);
     if (answer == Answer::Accepted)
         answer = sendNumber(kPicStep, m_plan->step);
@@ -215,7 +219,7 @@ PicDriver::Answer PicDriver::sendPlan()
 
 void PicDriver::remarkOnce(std::int64_t hertz)
 {
-    const QString sentence = m_remarked ? QString() : remarkOnFrequency(hertz, 0.0, m_clock);
+    const QString sentence = m_remarked ? QString() : remarkOnFrequency(hertz, 0.0, m_configured.clock);
     if (sentence.isEmpty())
         return;
     m_remarked = true;
@@ -237,6 +241,8 @@ PicDriver::Answer PicDriver::command(const QByteArray &text)
             silences += m_heard.isEmpty() ? 1 : 0;
             continue;
         }
+        if (!std::exchange(m_asked, true) && !ask(within(kAnswerMs)))
+            continue;
         answer = exchange(text, exchanges++ == 0 ? within(kAnswerMs) : m_deadline.remainingTime());
         m_outOfStep = answer == Answer::Missing;
     }
@@ -246,18 +252,23 @@ PicDriver::Answer PicDriver::command(const QByteArray &text)
 }
 
 // The answer may stand among bytes that nobody asked for.
-PicDriver::Answer PicDriver::exchange(const QByteArray &text, qint64 patience)
+PicDriver::Answer PicDriver::exchange(const QByteArray &text, qint64 patience, QByteArray *told)
 {
-    const QByteArray accepted = text.left(1) + "+\r";
+    const QByteArray accepted = text.left(1) + '+';
     const QByteArray refused = text.left(1) + "-\r";
+    const qsizetype longest = told ? kLongestPicIdentity : accepted.size() + 1;
     const QDeadlineTimer deadline(patience);
     QByteArray bytes;
     link().write(text);
     while (link().waitForBytes(static_cast<int>(deadline.remainingTime()))) {
         bytes += link().read();
-        const qsizetype found = bytes.indexOf(accepted);
-        if (found >= 0) {
-            m_afterAnswer = bytes.mid(found + accepted.size());
+        for (qsizetype found = bytes.indexOf(accepted); found >= 0; found = bytes.indexOf(accepted, found + 1)) {
+            const qsizetype end = bytes.indexOf('\r', found);
+            if (end < 0 || end - found >= longest)
+                continue;
+            if (told)
+                *told = bytes.mid(found + accepted.size(), end - found - accepted.size());
+            m_afterAnswer = bytes.mid(end + 1);
             return Answer::Accepted;
         }
         if (bytes.contains(refused))
@@ -266,6 +277,51 @@ PicDriver::Answer PicDriver::exchange(const QByteArray &text, qint64 patience)
             break;
     }
     return Answer::Missing;
+}
+
+// Who the board is. False when it has not answered, and may be out of step.
+bool PicDriver::ask(qint64 patience)
+{
+    QByteArray told;
+    const Answer answer = exchange("?\r", patience, &told);
+    if (answer == Answer::Missing) {
+        m_outOfStep = true;
+        return false;
+    }
+    if (answer == Answer::Refused)
+        return true;
+    const std::optional<PicIdentity> board = picIdentityFrom(told);
+    if (!board) {
+        remark(tr("The board does not say who it is: \"%1\".").arg(QString::fromLatin1(told)));
+        return true;
+    }
+    qInfo("The board: %s %s", qPrintable(board->name), qPrintable(board->version));
+    m_settlingUs = board->settlingUs;
+    const QString sentence = remarkOnGenerator(*board, m_configured.clock);
+    if (!sentence.isEmpty())
+        remark(sentence);
+    return true;
+}
+
+// Said before each plan, for a board that was reset in the meantime.
+void PicDriver::askToSettle()
+{
+    const int wanted = m_configured.settlingUs;
+    if (wanted == 0)
+        return;
+    const Answer answer = sendNumber(kPicSettle, wanted);
+    if (answer == Answer::Accepted)
+        m_settlingUs = wanted;
+    else if (answer == Answer::Refused)
+        report(ErrorCode::Setting, tr("The board cannot let the detector settle for %1 µs.").arg(wanted));
+}
+
+// For one sweep: a second, and three times what a frame takes on the line or at the detector.
+int PicDriver::sweepPatienceMs() const
+{
+    const int line = 1000 * kFrameBits / m_baud;
+    const int points = kSweepPoints * (m_settlingUs + kPointUs) / 1000;
+    return 1000 + 3 * std::max(line, points);
 }
 
 // Tells the board to end its sweep; onBytes() or awaitAborted() see it do so.
@@ -347,7 +403,7 @@ void PicDriver::takeSweeps()
             report(ErrorCode::Transmission, tr("A sweep of the board was damaged on the line."));
             continue;
         }
-        m_late.start(m_sweepMs);
+        m_late.start(sweepPatienceMs());
         deliver({m_plan->start, m_plan->step}, sweep->samples);
     }
 }

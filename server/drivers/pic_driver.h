@@ -2,8 +2,8 @@
 #pragma once
 
 #include "server/drivers/pic_frames.h"
+#include "server/drivers/pic_identity.h"
 #include "server/drivers/serial_driver.h"
-#include "server/synthesiser/dds_clock.h"
 
 #include <QByteArray>
 #include <QDeadlineTimer>
@@ -20,21 +20,25 @@ namespace calvorn {
 // and once more after the line was made free; every operation returns within 1.9 s. What one click asks of a board that
 // does not answer takes 1.9 s in all. Sweeps are started and driven by events.
 //
-// A sweep runs only with a plan that the board has accepted, and its vectors carry that plan.
+// A sweep runs only with a plan that the board has accepted, and its vectors carry that plan: frames that the board has
+// swept with another one are damaged.
+//
+// The board is asked who it is before its first command, and told before each plan how long the detector has to settle
+// where the settings say so.
 //
 // Errors: Transmission for a damaged sweep (not shown; the sweep goes on), Board when a command gets no answer, no
 // good sweep comes any more or the board refuses to sweep, Port when the port cannot be opened, is not open or was
-// lost, Setting for an unknown command, Ignorable once when a frequency is more than the generator is good for.
+// lost, Setting for an unknown command or a settling time that the board refuses, Ignorable once when a frequency is
+// more than the generator is good for, or when the board has another generator than the settings.
 class PicDriver : public SerialDriver
 {
     Q_OBJECT
 
 public:
-    // The generator on the board, as the program believes in it. The board computes its own words; this serves the
-    // remark on a frequency that is too high. Asked when the port is opened.
-    using ClockReader = std::function<DdsClock()>;
+    // Asked when the port is opened.
+    using SettingsReader = std::function<PicSettings()>;
 
-    PicDriver(LinkOpener opener, ClockReader readClock, QObject *parent = nullptr);
+    PicDriver(LinkOpener opener, SettingsReader readSettings, QObject *parent = nullptr);
 
 public slots:
     // aComplete follows when the board has fallen silent. Nothing when no sweep runs.
@@ -57,12 +61,6 @@ private:
     // Why there is no plan; a port that cannot be opened has been reported already.
     enum class Planless { Refused, PortReported };
 
-    struct Plan
-    {
-        int start = 0;
-        int step = 0;
-    };
-
     void linkOpened(const LineSettings &line) override;
     void beforeClosing() override;
     void runEnded() override;
@@ -74,7 +72,11 @@ private:
     void startRun();
     Answer ready();
     Answer command(const QByteArray &text);
-    Answer exchange(const QByteArray &text, qint64 patience);
+    // told: what stands between the acceptance and the carriage return; without it nothing may stand there.
+    Answer exchange(const QByteArray &text, qint64 patience, QByteArray *told = nullptr);
+    bool ask(qint64 patience);
+    void askToSettle();
+    int sweepPatienceMs() const;
     void abortRun();
     void endRunNow();
     bool resynchronise(qint64 patience);
@@ -88,13 +90,16 @@ private:
     void awaitSilence(const QByteArray &bytes);
     void onLate();
 
-    ClockReader m_readClock;
-    DdsClock m_clock;
-    bool m_remarked = false;    // since the port was opened
-    std::optional<Plan> m_plan; // accepted, or to be repeated to a board that was plugged in again
+    SettingsReader m_readSettings;
+    PicSettings m_configured;
+    int m_baud = 0;
+    bool m_asked = false;                 // who the board is, since the port was opened
+    int m_settlingUs = kUsualPicSettling; // of the board
+    bool m_remarked = false;              // since the port was opened
+    std::optional<PicPlan> m_plan;        // accepted, or to be repeated to a board that was plugged in again
     bool m_boardHasPlan = false;
     Planless m_planless = Planless::Refused;
-    PicDecoder m_decoder;
+    PicDecoder m_decoder{PicPlan()};
     bool m_exchanging = false;
     bool m_outOfStep = true;         // nobody knows what the board is doing
     bool m_ended = false;            // after an abort: the board has said so
@@ -106,7 +111,6 @@ private:
     QTimer m_start; // G is still to be sent
     QTimer m_late;  // no good sweep, or no end of one
     QTimer m_silence;
-    int m_sweepMs = 0; // patience for one sweep
 };
 
 } // namespace calvorn

@@ -28,6 +28,16 @@ std::uint16_t crcWith(std::uint16_t crc, std::uint8_t byte)
     return static_cast<std::uint16_t>(value & 0xFFFFU);
 }
 
+// Start and step as 32 bits in two's complement, highest byte first.
+std::uint16_t crcOf(const PicPlan &plan)
+{
+    std::uint16_t crc = kCrcStart;
+    for (const std::int32_t hertz : {plan.start, plan.step})
+        for (int shift = 24; shift >= 0; shift -= 8)
+            crc = crcWith(crc, static_cast<std::uint8_t>(static_cast<std::uint32_t>(hertz) >> shift & 0xFFU));
+    return crc;
+}
+
 std::uint8_t byteAt(const QByteArray &bytes, qsizetype index)
 {
     return static_cast<std::uint8_t>(bytes.at(index));
@@ -52,9 +62,9 @@ QList<int> samplesOf(const QByteArray &frame)
 
 } // namespace
 
-void PicDecoder::reset()
+PicDecoder::PicDecoder(const PicPlan &plan)
+    : m_crcOfPlan(crcOf(plan))
 {
-    *this = PicDecoder();
 }
 
 std::optional<PicDecoder::Sweep> PicDecoder::next()
@@ -103,7 +113,7 @@ bool PicDecoder::alignToSync()
 
 bool PicDecoder::isWhole() const
 {
-    std::uint16_t crc = kCrcStart;
+    std::uint16_t crc = m_crcOfPlan;
     for (qsizetype index = kSyncBytes; index < kPicFrameBytes; ++index)
         crc = crcWith(crc, byteAt(m_bytes, index));
     return crc == 0; // over the data and their own check sum

@@ -12,6 +12,13 @@ namespace calvorn {
 // A sweep of the PIC board on the line: A5 5A, sequence number, 400 samples of ten bits in 500 bytes, check sum.
 inline constexpr int kPicFrameBytes = 505;
 
+// What a sweep of the board is made of. The check sums of its frames begin with it.
+struct PicPlan
+{
+    std::int32_t start = 0; // Hz
+    std::int32_t step = 0;  // Hz
+};
+
 // Finds the frames in what arrives. After bytes that were lost, added or damaged it looks for the next frame within
 // all that it has kept, so that only the frames that were hit are lost.
 class PicDecoder
@@ -23,8 +30,8 @@ public:
         bool isDamaged() const { return samples.isEmpty(); }
     };
 
-    // Forgets everything: a new sweep begins.
-    void reset();
+    // A sweep with this plan begins. Frames of any other one are damaged.
+    explicit PicDecoder(const PicPlan &plan);
 
     // Bytes in pieces of any length.
     void take(const QByteArray &bytes) { m_bytes += bytes; }
@@ -42,6 +49,7 @@ private:
     bool isRemnant(std::uint8_t sequence) const;
     std::optional<Sweep> skip(qsizetype bytes);
 
+    std::uint16_t m_crcOfPlan;
     QByteArray m_bytes;
     qsizetype m_skipped = 0;                // since the last good frame
     int m_told = 0;                         // damaged sweeps told since the last good frame

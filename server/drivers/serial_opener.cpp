@@ -80,16 +80,18 @@ SimulatorSettings readSerialSimulatorSettings(const QString &settingsPath)
     return settings;
 }
 
-DdsClock readConfiguredClock(const QString &settingsPath)
+PicSettings readPicSettings(const QString &settingsPath)
 {
-    DdsClock clock;
+    PicSettings settings;
+    DdsClock &clock = settings.clock;
     clock.chip = ddsChipFromName(readText(settingsPath, kDdsDevice)).value_or(clock.chip);
     bool isNumber = false;
     const double xtal = readText(settingsPath, kDdsXtalFreq).toDouble(&isNumber);
     if (isNumber)
         clock.xtalHz = xtal;
     clock.multiplier = readText(settingsPath, kDdsMultiplier).toInt();
-    return clock;
+    settings.settlingUs = readTextOrDefault(settingsPath, kPicSettling).toInt();
+    return settings;
 }
 
 } // namespace calvorn

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "server/boards/simulator_settings.h"
+#include "server/drivers/pic_identity.h"
 #include "server/links/line_settings.h"
-#include "server/synthesiser/dds_clock.h"
 
 #include <QString>
 
@@ -45,7 +45,7 @@ private:
 // crystal times the multiplier that the program believes in.
 SimulatorSettings readSerialSimulatorSettings(const QString &settingsPath);
 
-// The generator that the program believes in: chip, crystal and multiplier of [Config].
-DdsClock readConfiguredClock(const QString &settingsPath);
+// The PIC board as the program believes in it: chip, crystal and multiplier of [Config], and the settling time.
+PicSettings readPicSettings(const QString &settingsPath);
 
 } // namespace calvorn

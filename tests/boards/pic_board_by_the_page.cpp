@@ -34,7 +34,7 @@ using namespace boards::pic;
 
 using Nanos = std::int64_t;
 
-constexpr Nanos kMs = 1'000'000;
+constexpr Nanos kMicrosecond = 1'000, kMs = 1'000'000;
 constexpr Nanos kLongestWait = 1000 * kMs;
 constexpr Nanos kByteTime = ByteTime.count();
 constexpr Nanos kCatchUp = 50 * kMs;   // a paced board that got no processor makes up for this much
@@ -104,7 +104,8 @@ private:
         if (faults_.chatter == 0 || time < nextChatter)
             return;
         nextChatter = std::max(nextChatter + faults_.chatter * kMs, time);
-        if (queues.wire.empty() && queues.urgent.empty() && queues.out.empty() && !board_.memory.sweeping)
+        const bool quiet = queues.wire.empty() && queues.urgent.empty() && queues.out.empty();
+        if (quiet && !board_.memory.sweeping && !board_.memory.talking)
             queues.out = "HELLO\r";
     }
 
@@ -125,23 +126,36 @@ private:
     bool fill(Nanos time)
     {
         for (std::size_t i = 0; i < kChunk; ++i) {
-            if (paced_ && lineFree_ > time)
+            if (isPaced() && lineFree_ > time)
                 return !queues.wire.empty();
             const std::optional<char> byte = nextByte(time);
             lineFree_ = std::max(lineFree_, busy_ ? time - kCatchUp : time);
             busy_ = byte.has_value();
             if (!busy_)
                 return !queues.wire.empty();
-            lineFree_ += kByteTime;
+            lineFree_ += isPaced() ? byteTime_ : 0;
             if (faults_.mute == 0 && (faults_.drop == 0 || ++dropCount % faults_.drop != 0))
                 queues.wire += *byte;
         }
         return true;
     }
 
+    // An answer without an end would flood the terminal.
+    bool isPaced() const { return paced_ || board_.memory.talking; }
+
+    // Four points make five bytes; the detector may be slower than the line.
+    Nanos frameByteTime() const
+    {
+        const Nanos frame = kPoints * (board_.memory.settling + kPointWork) * kMicrosecond;
+        return std::max(kByteTime, frame / static_cast<Nanos>(kFrameSize));
+    }
+
     std::optional<char> nextByte(Nanos time)
     {
+        byteTime_ = kByteTime;
         std::string &queue = queues.urgent.empty() ? queues.out : queues.urgent;
+        if (queue.empty() && queues.held.empty() && board_.memory.talking)
+            return 'X';
         if (queue.empty())
             return board_.memory.sweeping && queues.held.empty() ? nextFrameByte(time) : std::nullopt;
         const char byte = queue.front();
@@ -163,7 +177,9 @@ private:
         const Plan &plan = *board_.memory.plan;
         if (position_ == kFrameSize) {
             const bool remnant = std::exchange(remnant_, false);
-            frame_ = buildFrame(plan, remnant ? static_cast<unsigned>(faults_.firstNumber) : number_++, remnant);
+            const unsigned number = remnant ? static_cast<unsigned>(faults_.firstNumber) : number_++;
+            const bool old = number < faults_.oldFrames;
+            frame_ = buildFrame(old ? board_.memory.former.value_or(plan) : plan, number, remnant, faults_.oldCrc != 0);
             position_ = 0;
             whole_ = true;
         }
@@ -172,6 +188,7 @@ private:
         board_.memory.generator = plan.at(std::min(group * 4 + 3, kPoints - 1));
         whole_ = whole_ && faults_.mute == 0;
         const auto byte = static_cast<char>(frame_[position_++]);
+        byteTime_ = frameByteTime();
         if (position_ == kFrameMiddle)
             restUntil_ = time + faults_.gap * kMs;
         if (position_ == kFrameSize) {
@@ -188,8 +205,9 @@ private:
             next = std::min(next, queues.held.front().first);
         if (faults_.chatter > 0)
             next = std::min(next, nextChatter);
-        const Nanos lineReady = paced_ ? lineFree_ + kMs : time; // a batch of one millisecond
-        if (!queues.urgent.empty() || !queues.out.empty())
+        const Nanos lineReady = isPaced() ? lineFree_ + kMs : time; // a batch of one millisecond
+        const bool talks = board_.memory.talking && queues.held.empty();
+        if (!queues.urgent.empty() || !queues.out.empty() || talks)
             next = std::min(next, lineReady);
         else if (board_.memory.sweeping && queues.held.empty())
             next = std::min(next, std::max(lineReady, restUntil_));
@@ -203,7 +221,7 @@ private:
     std::size_t position_ = kFrameSize;
     unsigned number_ = 0, begun_ = 0; // of the next frame, and the sweep to which the frame belongs
     bool remnant_ = false, whole_ = true, busy_ = false;
-    Nanos restUntil_ = 0, lineFree_ = 0;
+    Nanos restUntil_ = 0, lineFree_ = 0, byteTime_ = kByteTime; // the last is that of the byte that comes next
 };
 
 // The board with its pseudo-terminal, as the control sees it.
@@ -226,13 +244,19 @@ public:
 
     bool power(bool on)
     {
-        board.memory = Memory();
-        sender.queues = Queues();
+        restart();
         lastByte_.reset();
         if (on)
             return terminal_.open();
         terminal_.close();
         return true;
+    }
+
+    // A reset that the terminal outlives.
+    void restart()
+    {
+        board.memory = Memory();
+        sender.queues = Queues();
     }
 
     // Reads what the host has sent; false when the terminal has failed.
@@ -265,7 +289,7 @@ public:
         return "state gen=" + (memory.generator ? std::to_string(*memory.generator) : "off") +
                " start=" + std::to_string(memory.wanted.start) + " step=" + std::to_string(memory.wanted.step) +
                " prepared=" + (memory.prepared ? '1' : '0') + " sweeping=" + (memory.sweeping ? '1' : '0') +
-               " frames=" + std::to_string(sender.frames);
+               " frames=" + std::to_string(sender.frames) + " settling=" + std::to_string(memory.settling);
     }
 
 private:
@@ -311,8 +335,12 @@ public:
             good = set(settings_.at(name), words);
         else if (name == "refuse")
             good = refuse(words);
-        else if (name == "stray" || name == "strayopen")
-            good = stray(words);
+        else if (name == "stray" || name == "strayopen" || name == "told")
+            good = bytes(words);
+        else if (name == "toldname" || name == "toldchip")
+            good = word(words);
+        else if (name == "break" || name == "restart")
+            good = event(words);
         else if (name == "plug" || name == "unplug")
             good = device_.plugged() != (name == "plug") && device_.power(name == "plug");
         return good ? "ok" : "? cannot do this: " + line;
@@ -354,33 +382,68 @@ private:
         return count.has_value();
     }
 
-    bool stray(const Words &words)
+    bool word(const Words &words)
     {
-        std::string bytes;
+        if (words.size() == 2)
+            (words[0] == "toldname" ? faults_.toldName : faults_.toldChip) = words[1];
+        return words.size() == 2;
+    }
+
+    // What happens to the board at once.
+    bool event(const Words &words)
+    {
+        if (words.size() != 1 || !device_.plugged())
+            return false;
+        if (words[0] == "break")
+            device_.board.spoil();
+        else
+            device_.restart();
+        return true;
+    }
+
+    // Bytes in hexadecimal. None: no strays at the opening, or the usual answer to a query.
+    bool bytes(const Words &words)
+    {
+        std::string given;
         const std::string hex = words.size() == 2 ? words[1] : "";
         for (std::size_t i = 0; i < hex.size(); i += 2) {
             const auto value = parseInt(i + 1 < hex.size() ? hex.substr(i, 2) : "", 0, 255, 16);
             if (!value)
                 return false;
-            bytes += static_cast<char>(*value);
+            given += static_cast<char>(*value);
         }
-        const bool atOnce = words[0] == "stray";
-        (atOnce ? device_.sender.queues.urgent : faults_.strayOpen.erase()) += bytes;
+        if (words[0] != "stray") {
+            (words[0] == "told" ? faults_.told : faults_.strayOpen) = given;
+            return true;
+        }
+        device_.sender.queues.urgent += given;
         device_.pump();
-        return !atOnce || (device_.plugged() && !bytes.empty());
+        return device_.plugged() && !given.empty();
     }
 
     Device &device_;
     Faults &faults_;
-    const std::map<std::string, Setting> settings_ = {{"keep", {faults_.keep}},
-                                                      {"mute", {faults_.mute}},
-                                                      {"wrong", {faults_.wrong}},
-                                                      {"noabort", {faults_.noAbort}},
-                                                      {"late", {faults_.late, 0, INT32_MAX}},
-                                                      {"chatter", {faults_.chatter, 0, INT32_MAX}},
-                                                      {"gap", {faults_.gap, 0, INT32_MAX}},
-                                                      {"drop", {faults_.drop, 0, INT32_MAX}},
-                                                      {"firstnumber", {faults_.firstNumber, -1, 255}}};
+    const std::map<std::string, Setting> settings_ = {
+        {"keep", {faults_.keep}},
+        {"mute", {faults_.mute}},
+        {"wrong", {faults_.wrong}},
+        {"noabort", {faults_.noAbort}},
+        {"stale", {faults_.stale}},
+        {"stalestart", {faults_.staleStart}},
+        {"stalestep", {faults_.staleStep}},
+        {"oldcrc", {faults_.oldCrc}},
+        {"oldframes", {faults_.oldFrames, 0, 255}},
+        {"noquery", {faults_.noQuery}},
+        {"endless", {faults_.endless}},
+        {"spoil", {faults_.spoil, 0, INT32_MAX}},
+        {"lose", {faults_.lose, 0, INT32_MAX}},
+        {"toldclock", {faults_.toldClock, 0, 9'999'999'999}},
+        {"settling", {device_.board.memory.settling, kLeastSettling, kMostSettling}},
+        {"late", {faults_.late, 0, INT32_MAX}},
+        {"chatter", {faults_.chatter, 0, INT32_MAX}},
+        {"gap", {faults_.gap, 0, INT32_MAX}},
+        {"drop", {faults_.drop, 0, INT32_MAX}},
+        {"firstnumber", {faults_.firstNumber, -1, 255}}};
 };
 
 int serve(Device &device)

@@ -50,7 +50,7 @@ public:
 
     LptDriver lpt{[this](int address) { return m_parallel.open(address); }};
     PicDriver pic{[this](int port, const LineSettings &line) { return m_serial.openPic(port, line); },
-                  [this] { return readConfiguredClock(m_path); }};
+                  [this] { return readPicSettings(m_path); }};
     VnaDriver vna{[this](int port, const LineSettings &line) { return m_serial.openVna(port, line); }};
     int latestCode = 0;
     QString latestSentence;
@@ -99,6 +99,17 @@ const QList<Fault> kFaults = {
     {"", 2, "\"fast\" does not describe a serial line; it should look like 115200,N,8,1.",
      [](Drivers &d) { d.vna.OpenPort(100, "fast"); }},
     {"", 6, "The board has no command \"Z\".", [](Drivers &d) { d.pic.SendFrequency("Z", 1); }},
+    {"[Simulator]\nPace=none\nChip=AD9851\nClock=180000000\n", 4,
+     "The board has an AD9851 with a clock of 180000000 Hz; the settings say AD9850, 80000000 Hz.",
+     [](Drivers &d) {
+         d.pic.OpenPort(100, kLine);
+         d.pic.SendFrequency("A", 7'000'000);
+     }},
+    {"[Simulator]\nPace=none\n[Serial Port]\nSettling=5\n", 6, "The board cannot let the detector settle for 5 µs.",
+     [](Drivers &d) {
+         d.pic.OpenPort(100, kLine);
+         d.pic.PrepareSweep(1'000'000, 1'000);
+     }},
     {"[Simulator]\nPace=none\n", 3, "The board does not start the sweep.",
      [](Drivers &d) {
          d.pic.OpenPort(100, kLine);
@@ -146,7 +157,7 @@ void DriverSentences::theyAreSaid()
     const Fault &fault = kFaults[index];
     Drivers drivers(fault.settings);
     fault.cause(drivers);
-    QCOMPARE(drivers.latestSentence, QString::fromLatin1(fault.sentence));
+    QCOMPARE(drivers.latestSentence, QString::fromUtf8(fault.sentence));
     QCOMPARE(drivers.latestCode, fault.code);
 }
 

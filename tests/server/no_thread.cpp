@@ -121,7 +121,9 @@ void NoThreadTest::simulatedBoardOnASerialPort()
     QFETCH(bool, isPic);
     SerialOpener opener(m_settings);
     PicDriver pic([&opener](int port, const LineSettings &line) { return opener.openPic(port, line); },
-                  [] { return DdsClock{}; });
+                  [] {
+                      return PicSettings{{DdsChip::Ad9850, 400e6, 1}};
+                  });
     VnaDriver vna([&opener](int port, const LineSettings &line) { return opener.openVna(port, line); });
     SerialDriver &driver = isPic ? static_cast<SerialDriver &>(pic) : vna;
     QSignalSpy errors(&driver, &SerialDriver::aErrore);

@@ -72,6 +72,8 @@ private slots:
     void abortEndsASweep();
     void sequenceNumbers();
     void theHostTakesItsFrames();
+    void aStaleBoardIsFoundOut();
+    void slowSettlingKeepsTheLineWaiting();
     void wordsAreWithinOneUnit();
     void lastWordOfADescendingSweep();
 };
@@ -99,6 +101,21 @@ void PicBoardTest::answers_data()
     row("A124999999", "A+\r");
     row("A125000000", "A-\r");
     row("A-1", "A-\r");
+    row("A-0", "A-\r");
+    row("D-0", "D+\r");
+    row("D", "D-\r");
+    row("D-", "D-\r");
+    row("D--1", "D-\r");
+    row("?", "?+CALVORN-SIM 1.0 AD9850 125000000 50\r");
+    row("?1", "?-\r");
+    row("S20", "S+\r");
+    row("S10000\r?", "S+\r?+CALVORN-SIM 1.0 AD9850 125000000 10000\r");
+    row("S19", "S-\r");
+    row("S10001", "S-\r");
+    row("S", "S-\r");
+    row("S-50", "S-\r");
+    row("S200\r*\r?", "S+\r*+\r?+CALVORN-SIM 1.0 AD9850 125000000 200\r");
+    row("*5", "*-\r");
     row("A", "A-\r");
     row("Aseven", "A-\r");
     row("B124999999", "B+\r");
@@ -116,6 +133,8 @@ void PicBoardTest::answers_data()
     row("B124999000\rD10\rP", "B+\rD+\rP-\r");
     row("B1000\rD10\rP\r*\rG", "B+\rD+\rP+\r*+\rG-\r");
     row("B1000\rD10\rP\rD11\rG", "B+\rD+\rP+\rD+\rG-\r");
+    row("B1000\rD10\rP\rB-1\rG", "B+\rD+\rP+\rB-\rG-\r");
+    row("B1000\rD10\rP\rP1\rG", "B+\rD+\rP+\rP-\rG-\r");
 }
 
 void PicBoardTest::answers()
@@ -167,13 +186,49 @@ void PicBoardTest::theHostTakesItsFrames()
     PicBoard board(settings());
     say(board, "B8980000\rD100\rP\r");
     QCOMPARE(say(board, "G\r", 3), QByteArray("G+\r"));
-    PicDecoder host;
+    PicDecoder host({8'980'000, 100});
     host.take(say(board, {}, 2 * kFrameBytes + 2)); // and the sync bytes of a third
     for (int frame = 0; frame < 2; ++frame) {
         const auto sweep = host.next();
         QVERIFY(sweep);
         QVERIFY(!sweep->isDamaged());
     }
+}
+
+// It says yes to the second plan, and sweeps the first one.
+void PicBoardTest::aStaleBoardIsFoundOut()
+{
+    SimulatorSettings stale = settings();
+    stale.fault = SimulatorFault::Stale;
+    PicBoard board(stale);
+    QCOMPARE(say(board, "B8980000\rD100\rP\rB9000000\rD200\rP\r"), QByteArray("B+\rD+\rP+\rB+\rD+\rP+\r"));
+    QCOMPARE(say(board, "G\r", 3), QByteArray("G+\r"));
+    const QByteArray line = say(board, {}, kFrameBytes + 2);
+    PicDecoder wanted({9'000'000, 200});
+    wanted.take(line);
+    QVERIFY(wanted.next().value().isDamaged());
+    PicDecoder kept({8'980'000, 100});
+    kept.take(line);
+    QVERIFY(!kept.next().value().isDamaged());
+}
+
+// Four samples come in five bytes: 0.43 ms of the line at 115,200 baud.
+void PicBoardTest::slowSettlingKeepsTheLineWaiting()
+{
+    const auto idleTime = [](const QByteArray &settling) {
+        PicBoard board(settings());
+        say(board, settling + "B8980000\rD100\rP\r");
+        say(board, "G\r", 3);
+        std::chrono::nanoseconds sum{};
+        for (int byte = 0; byte < kFrameBytes; ++byte) {
+            board.nextByte();
+            sum += board.idleTime();
+        }
+        return std::chrono::duration<double, std::milli>(sum).count();
+    };
+    QCOMPARE(idleTime({}), 0.0);
+    QCOMPARE(idleTime("S20\r"), 0.0);
+    QCOMPARE(idleTime("S1000\r"), 400 * 0.950); // beside the 50 us that the line leaves
 }
 
 void PicBoardTest::wordsAreWithinOneUnit()

@@ -78,6 +78,7 @@ public:
 
     void receive(std::uint8_t byte) override { m_board->receive(byte); }
     std::optional<std::uint8_t> nextByte() override { return m_board->nextByte(); }
+    std::chrono::nanoseconds idleTime() const override { return m_board->idleTime(); }
 
 private:
     std::shared_ptr<ProbedPic> m_board;
@@ -97,8 +98,8 @@ struct Bench
                   QObject::connect(link.get(), &ByteLink::bytesArrived, &driver, [this] { ++arrivals; });
                   return link;
               },
-              [settings] {
-                  return DdsClock{DdsChip::Ad9850, settings.clockHz, 1};
+              [this, settings] {
+                  return PicSettings{{DdsChip::Ad9850, settings.clockHz, 1}, settlingUs};
               })
     {
         QObject::connect(
@@ -127,7 +128,8 @@ struct Bench
 
     std::size_t recordAtMost = 0;
     bool isPluggedIn = true;
-    int arrivals = 0; // pieces of any length, on all links
+    int settlingUs = 0; // as the settings say
+    int arrivals = 0;   // pieces of any length, on all links
     std::shared_ptr<ProbedPic> board;
     std::unique_ptr<PtyBoard> pty;
     PicDriver driver;
@@ -165,6 +167,8 @@ private slots:
     void talkativeBoards_data();
     void talkativeBoards();
     void neverFasterThanTheLine();
+    void aStaleBoardShowsNothing();
+    void slowDetectorsAreWaitedFor();
 };
 
 void PicDriverOnBoard::twoHundredSweeps()
@@ -384,6 +388,39 @@ void PicDriverOnBoard::neverFasterThanTheLine()
     QTRY_VERIFY_WITH_TIMEOUT(bench.vectors.size() >= kSweeps, 30'000);
     const double seconds = 1e-9 * static_cast<double>(timer.nsecsElapsed());
     QVERIFY(static_cast<double>(bench.vectors.size()) / seconds <= 11'520.0 / kFrameBytes);
+    QCOMPARE(bench.errors.size(), 0);
+}
+
+// It accepts the second plan and goes on with the first one: no row of its sweeps would be right.
+void PicDriverOnBoard::aStaleBoardShowsNothing()
+{
+    Bench bench(settingsWith(SimulatorFault::Stale));
+    QVERIFY(bench.start());
+    QTRY_VERIFY(bench.vectors.size() >= 3);
+    bench.driver.StopSweep(2);
+    QTRY_COMPARE(bench.completes.size(), 1);
+    bench.vectors.clear();
+    QVERIFY(bench.driver.PrepareSweep(8'970'000, 100));
+    bench.driver.RunSweep();
+    QTRY_COMPARE(bench.completes.size(), 2);
+    QCOMPARE(bench.vectors.size(), 0);
+    QVERIFY(bench.errorsWith(code::kTransfer) >= 3);
+    QCOMPARE(bench.errorsWith(code::kBoard), 1);
+    QCOMPARE(bench.errors.last().at(1).toString(),
+             QStringLiteral("The board delivers no good sweep any more; the sweep ends."));
+}
+
+// 5 ms for each of 400 points: longer than a board may be silent that settles as usual.
+void PicDriverOnBoard::slowDetectorsAreWaitedFor()
+{
+    Bench bench(settingsWith(SimulatorFault::None, true));
+    bench.settlingUs = 5'000;
+    QElapsedTimer timer;
+    timer.start();
+    QVERIFY(bench.start());
+    QTRY_VERIFY_WITH_TIMEOUT(!bench.vectors.isEmpty(), 10'000);
+    QVERIFY(timer.elapsed() >= 1'980);
+    QVERIFY(peaksInRow200(bench.vectors.at(0).at(0)));
     QCOMPARE(bench.errors.size(), 0);
 }
 

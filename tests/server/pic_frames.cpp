@@ -10,12 +10,14 @@
 
 using namespace calvorn;
 using calvorn::test::crcOf;
+using calvorn::test::kPicFramePlan;
 using calvorn::test::picFrame;
 
 namespace {
 
 constexpr int kPoints = 400;
 constexpr int kFrameBytes = 505;
+constexpr PicPlan kPlan{8'980'000, 100}; // as the frames of picFrame() have it
 
 QList<int> someSamples(unsigned seed)
 {
@@ -38,6 +40,7 @@ class PicFrames : public QObject
 
 private slots:
     void checkValueOfTheCrc();
+    void anotherPlanIsDamage();
     void samplesArePackedFromTheTop();
     void framesArriveInPieces();
     void anEarlierSyncIsNoTrap();
@@ -56,17 +59,34 @@ void PicFrames::checkValueOfTheCrc()
     QCOMPARE(crcOf("123456789"), std::uint16_t(0x29B1));
     // What the decoder takes has this check sum and no other.
     const QByteArray frame = picFrame(0, someSamples(1));
-    const int right = crcOf(frame.mid(2, 501));
+    const int right = crcOf(kPicFramePlan + frame.mid(2, 501));
     for (int flipped = 0; flipped <= 0xFFFF; flipped += 51) {
         const int sum = right ^ flipped;
         QByteArray other = frame;
         other[503] = static_cast<char>(sum >> 8);
         other[504] = static_cast<char>(sum & 0xFF);
-        PicDecoder decoder;
+        PicDecoder decoder(kPlan);
         decoder.take(other + kFollowing);
         const auto sweep = decoder.next();
         QVERIFY(sweep);
         QCOMPARE(!sweep->isDamaged(), flipped == 0);
+    }
+}
+
+// The examples of docs/hardware/pic-board.md, and a board that sweeps something else than it was told.
+void PicFrames::anotherPlanIsDamage()
+{
+    QCOMPARE(crcOf(kPicFramePlan), std::uint16_t(0x187C));
+    QCOMPARE(crcOf(QByteArray::fromHex("00989680 fffff63c")), std::uint16_t(0x95FC));
+    const QByteArray falling = picFrame(0, someSamples(1), QByteArray::fromHex("00989680 fffff63c")) + kFollowing;
+    PicDecoder same({10'000'000, -2'500});
+    same.take(falling);
+    QCOMPARE(same.next().value().samples, someSamples(1));
+    for (const PicPlan &plan : {PicPlan{10'000'000, 2'500}, PicPlan{10'000'001, -2'500}, PicPlan{0, 0}, kPlan}) {
+        PicDecoder other(plan);
+        other.take(falling);
+        QVERIFY(other.next().value().isDamaged());
+        QVERIFY(!other.next());
     }
 }
 
@@ -80,7 +100,7 @@ void PicFrames::samplesArePackedFromTheTop()
     const QByteArray frame = picFrame(7, samples);
     QCOMPARE(frame.size(), kFrameBytes);
     QCOMPARE(frame.left(8).toHex(), QByteArray("a55a07ffc01556aa"));
-    PicDecoder decoder;
+    PicDecoder decoder(kPlan);
     decoder.take(picFrame(0, samples) + kFollowing);
     QCOMPARE(decoder.next()->samples, samples);
 }
@@ -88,7 +108,7 @@ void PicFrames::samplesArePackedFromTheTop()
 void PicFrames::framesArriveInPieces()
 {
     const QByteArray line = picFrame(0, someSamples(1)) + picFrame(1, someSamples(2)) + kFollowing;
-    PicDecoder decoder;
+    PicDecoder decoder(kPlan);
     QList<QList<int>> sweeps;
     for (const char byte : line) {
         decoder.take(QByteArray(1, byte));
@@ -100,7 +120,7 @@ void PicFrames::framesArriveInPieces()
 
 void PicFrames::anEarlierSyncIsNoTrap()
 {
-    PicDecoder decoder;
+    PicDecoder decoder(kPlan);
     decoder.take(QByteArray::fromHex("a55aa5") + picFrame(0, someSamples(1)) + picFrame(1, someSamples(2)) +
                  kFollowing);
     QVERIFY(decoder.next()->isDamaged());
@@ -111,7 +131,7 @@ void PicFrames::anEarlierSyncIsNoTrap()
 
 void PicFrames::missingFramesAreTold()
 {
-    PicDecoder decoder;
+    PicDecoder decoder(kPlan);
     for (unsigned number = 0; number <= 256; ++number)
         decoder.take(picFrame(static_cast<std::uint8_t>(number), someSamples(number)));
     decoder.take(picFrame(2, someSamples(258)) + kFollowing);
@@ -124,7 +144,7 @@ void PicFrames::missingFramesAreTold()
 // A whole frame of the sweep before must not pass as one of this sweep.
 void PicFrames::remnantsAreNotShown()
 {
-    PicDecoder decoder;
+    PicDecoder decoder(kPlan);
     decoder.take(picFrame(57, someSamples(1)).right(200) + picFrame(58, someSamples(2)) + picFrame(1, someSamples(3)) +
                  picFrame(0, someSamples(4)) + picFrame(1, someSamples(5)) + kFollowing);
     QVERIFY(decoder.next()->isDamaged());
@@ -138,7 +158,7 @@ void PicFrames::remnantsAreNotShown()
 void PicFrames::damagedFirstFrames()
 {
     for (unsigned damaged = 1; damaged <= 3; ++damaged) {
-        PicDecoder decoder;
+        PicDecoder decoder(kPlan);
         for (unsigned number = 0; number < damaged; ++number)
             decoder.take(
                 picFrame(static_cast<std::uint8_t>(number), someSamples(number)).remove(qsizetype{100} + number, 1));
@@ -178,7 +198,7 @@ void PicFrames::oneByteDamage()
                 bad.insert(position, static_cast<char>(1 << bit));
             else
                 bad[position] = static_cast<char>(bad[position] ^ (1 << bit));
-            PicDecoder decoder;
+            PicDecoder decoder(kPlan);
             decoder.take(bad);
             QList<QList<int>> good;
             while (const auto sweep = decoder.next()) {
@@ -218,7 +238,7 @@ void PicFrames::onlyAFollowedFrameIsGood()
     QFETCH(bool, good);
     const QByteArray frame = picFrame(0, someSamples(1));
     QVERIFY(!frame.endsWith('\xA5'));
-    PicDecoder decoder;
+    PicDecoder decoder(kPlan);
     decoder.take(frame);
     QVERIFY(!decoder.next()); // it waits for what follows
     decoder.take(behind.left(1));
@@ -235,7 +255,7 @@ void PicFrames::randomBytesAreNoFrame()
     QByteArray noise;
     for (int count = 0; count < 10'000; ++count)
         noise += static_cast<char>(random());
-    PicDecoder decoder;
+    PicDecoder decoder(kPlan);
     decoder.take(noise + picFrame(0, someSamples(1)) + kFollowing);
     int damaged = 0;
     QList<QList<int>> good;

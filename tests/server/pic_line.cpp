@@ -102,17 +102,26 @@ private:
     QByteArray m_arrived;
 };
 
+// Accepts this. The board has the generator of the settings that the bench goes by.
+QByteArray accepting(const QByteArray &command)
+{
+    return command == "?\r" ? QByteArray("?+TEST 1.0 AD9850 80000000 50\r") : command.left(1) + "+\r";
+}
+
 // A board that does as it is told, after so many milliseconds.
 ScriptedLink::Script obedient(int afterMs = 0)
 {
-    return [afterMs](const QByteArray &bytes) { return ScriptedLink::Reply{bytes.left(1) + "+\r", afterMs}; };
+    return [afterMs](const QByteArray &bytes) { return ScriptedLink::Reply{accepting(bytes), afterMs}; };
 }
 
 struct Bench
 {
-    explicit Bench(ScriptedLink::Script script)
+    explicit Bench(ScriptedLink::Script script, int settlingUs = 0)
         : link(std::make_shared<ScriptedLink>(std::move(script)))
-        , driver([this](int, const LineSettings &) { return link; }, [] { return DdsClock{}; })
+        , driver([this](int, const LineSettings &) { return link; },
+                 [settlingUs] {
+                     return PicSettings{{}, settlingUs};
+                 })
     {
         driver.OpenPort(5, QStringLiteral("115200,N,8,1"));
     }
@@ -140,6 +149,12 @@ private slots:
     void silenceThatComesBack();
     void refusalIsNoError();
     void lossThatTheAbortFinds();
+    void whoTheBoardIs_data();
+    void whoTheBoardIs();
+    void theAnswerThatNeverEnds();
+    void anotherGeneratorIsTold();
+    void timeToSettle();
+    void refusedTimeToSettle();
     void everyOperationEnds_data();
     void everyOperationEnds();
 };
@@ -152,7 +167,7 @@ void PicLine::whatIsSaid()
     QVERIFY(bench.driver.PrepareSweep(8'980'000, -100));
     QVERIFY(bench.driver.SendFrequency("*", 0));
     // The line is made free first: the board may still be sweeping for somebody else.
-    const QList<QByteArray> wanted{"!", "A7000000\r", "B8980000\r", "D-100\r", "P\r", "*\r"};
+    const QList<QByteArray> wanted{"!", "?\r", "A7000000\r", "B8980000\r", "D-100\r", "P\r", "*\r"};
     QCOMPARE(bench.link->written, wanted);
     QCOMPARE(bench.link->overtaken, 0);
     QCOMPARE(bench.errors.size(), 0);
@@ -161,7 +176,7 @@ void PicLine::whatIsSaid()
 void PicLine::answersAmongOtherBytes()
 {
     Bench bench([](const QByteArray &bytes) {
-        return ScriptedLink::Reply{"HELLO\r" + bytes.left(1) + "+\rHELLO\r", 0};
+        return ScriptedLink::Reply{"HELLO\r" + accepting(bytes) + "HELLO\r", 0};
     });
     QVERIFY(bench.driver.SendFrequency("A", 7'000'000));
     QVERIFY(bench.driver.PrepareSweep(8'980'000, 100));
@@ -175,10 +190,10 @@ void PicLine::halfAnAnswer()
     Bench bench([&isFirst](const QByteArray &bytes) {
         if (bytes.startsWith('A') && std::exchange(isFirst, false))
             return ScriptedLink::Reply{"A", 0};
-        return ScriptedLink::Reply{bytes.left(1) + "+\r", 0};
+        return ScriptedLink::Reply{accepting(bytes), 0};
     });
     QVERIFY(bench.driver.SendFrequency("A", 7'000'000));
-    const QList<QByteArray> wanted{"!", "A7000000\r", "!", "A7000000\r"};
+    const QList<QByteArray> wanted{"!", "?\r", "A7000000\r", "!", "A7000000\r"};
     QCOMPARE(bench.link->written, wanted);
     QCOMPARE(bench.errors.size(), 0);
 }
@@ -201,10 +216,10 @@ void PicLine::answerThatComesLate()
     bool isFirst = true;
     Bench bench([&isFirst](const QByteArray &bytes) {
         const bool isLate = bytes.startsWith('B') && std::exchange(isFirst, false);
-        return ScriptedLink::Reply{bytes.left(1) + "+\r", isLate ? 10'000 : 0};
+        return ScriptedLink::Reply{accepting(bytes), isLate ? 10'000 : 0};
     });
     QVERIFY(bench.driver.PrepareSweep(8'980'000, 100));
-    const QList<QByteArray> wanted{"!", "B8980000\r", "!", "B8980000\r", "D100\r", "P\r"};
+    const QList<QByteArray> wanted{"!", "?\r", "B8980000\r", "!", "B8980000\r", "D100\r", "P\r"};
     QCOMPARE(bench.link->written, wanted);
     QCOMPARE(bench.link->overtaken, 1);
 }
@@ -217,10 +232,10 @@ void PicLine::silenceThatComesBack()
         started = started || bytes != "!";
         if (started && unheard.removeOne(bytes))
             return ScriptedLink::Reply{};
-        return ScriptedLink::Reply{bytes.left(1) + "+\r", 0};
+        return ScriptedLink::Reply{accepting(bytes), 0};
     });
     QVERIFY(bench.driver.SendFrequency("A", 7'000'000));
-    QCOMPARE(bench.link->written, (QList<QByteArray>{"!", "A7000000\r", "!", "!", "A7000000\r"}));
+    QCOMPARE(bench.link->written, (QList<QByteArray>{"!", "?\r", "A7000000\r", "!", "!", "A7000000\r"}));
     QCOMPARE(bench.errorsWith(code::kBoard), 0);
 }
 
@@ -251,6 +266,94 @@ void PicLine::lossThatTheAbortFinds()
     QCOMPARE(bench.errors.size(), 2);
 }
 
+// Whatever the board says of itself, it is asked once, and its commands work.
+void PicLine::whoTheBoardIs_data()
+{
+    QTest::addColumn<QByteArray>("answer");
+    QTest::addColumn<QString>("remark");
+    const QString nobody = QStringLiteral("The board does not say who it is: \"%1\".");
+    QTest::newRow("as usual") << QByteArray("?+CALVORN-PIC 1.0 AD9850 80000000 50\r") << QString();
+    QTest::newRow("refused") << QByteArray("?-\r") << QString();
+    QTest::newRow("a trimmed crystal") << QByteArray("?+X 1 ad9850 80001600 10000\r") << QString();
+    QTest::newRow("nothing") << QByteArray("?+\r") << nobody.arg(QString());
+    QTest::newRow("four words") << QByteArray("?+X 1 AD9850 80000000\r")
+                                << nobody.arg(QStringLiteral("X 1 AD9850 80000000"));
+    QTest::newRow("no clock") << QByteArray("?+X 1 AD9850 0 50\r") << nobody.arg(QStringLiteral("X 1 AD9850 0 50"));
+    QTest::newRow("no time") << QByteArray("?+X 1 AD9850 1 10001\r")
+                             << nobody.arg(QStringLiteral("X 1 AD9850 1 10001"));
+    QTest::newRow("another chip")
+        << QByteArray("?+X 1 AD9851 80000000 50\r")
+        << QStringLiteral("The board has an AD9851 with a clock of 80000000 Hz; the settings say AD9850, 80000000 Hz.");
+    QTest::newRow("another clock")
+        << QByteArray("?+X 1 AD9850 125000000 50\r")
+        << QStringLiteral(
+               "The board has an AD9850 with a clock of 125000000 Hz; the settings say AD9850, 80000000 Hz.");
+}
+
+void PicLine::whoTheBoardIs()
+{
+    QFETCH(QByteArray, answer);
+    QFETCH(QString, remark);
+    Bench bench([answer](const QByteArray &bytes) {
+        return ScriptedLink::Reply{bytes == "?\r" ? answer : accepting(bytes), 0};
+    });
+    QVERIFY(bench.driver.SendFrequency("A", 7'000'000));
+    QVERIFY(bench.driver.PrepareSweep(8'980'000, 100));
+    QCOMPARE(bench.link->written.count("?\r"), 1);
+    QCOMPARE(bench.errors.size(), remark.isEmpty() ? 0 : 1);
+    QCOMPARE(bench.errorsWith(code::kNoAction), bench.errors.size());
+    if (!remark.isEmpty())
+        QCOMPARE(bench.errors.at(0).at(1).toString(), remark);
+}
+
+// Then the line is made free, and the command goes on.
+void PicLine::theAnswerThatNeverEnds()
+{
+    Bench bench([](const QByteArray &bytes) {
+        return ScriptedLink::Reply{bytes == "?\r" ? "?+" + QByteArray(1'000, 'x') : accepting(bytes), 0};
+    });
+    QVERIFY(bench.driver.SendFrequency("A", 7'000'000));
+    QCOMPARE(bench.link->written, (QList<QByteArray>{"!", "?\r", "!", "A7000000\r"}));
+    QCOMPARE(bench.errors.size(), 0);
+}
+
+void PicLine::anotherGeneratorIsTold()
+{
+    Bench bench([](const QByteArray &bytes) {
+        return ScriptedLink::Reply{bytes == "?\r" ? "?+X 1 AD9851 180000000 50\r" : accepting(bytes), 0};
+    });
+    for (int round = 0; round < 3; ++round)
+        QVERIFY(bench.driver.SendFrequency("A", 7'000'000));
+    QCOMPARE(bench.errors.size(), 1);
+}
+
+// With each plan: the board may have been reset since the last one.
+void PicLine::timeToSettle()
+{
+    Bench bench(obedient(), 400);
+    QVERIFY(bench.driver.SendFrequency("A", 7'000'000));
+    QVERIFY(bench.driver.PrepareSweep(8'980'000, 100));
+    QVERIFY(bench.driver.PrepareSweep(8'980'000, 200));
+    const QList<QByteArray> wanted{"!",   "?\r",    "A7000000\r", "S400\r", "B8980000\r", "D100\r",
+                                   "P\r", "S400\r", "B8980000\r", "D200\r", "P\r"};
+    QCOMPARE(bench.link->written, wanted);
+    QCOMPARE(bench.errors.size(), 0);
+}
+
+void PicLine::refusedTimeToSettle()
+{
+    Bench bench(
+        [](const QByteArray &bytes) {
+            return ScriptedLink::Reply{bytes.startsWith('S') ? QByteArray("S-\r") : accepting(bytes), 0};
+        },
+        20'000);
+    QVERIFY(bench.driver.PrepareSweep(8'980'000, 100));
+    QCOMPARE(bench.errors.size(), 1);
+    QCOMPARE(bench.errors.at(0).at(0).toInt(), code::kSetting);
+    QCOMPARE(bench.errors.at(0).at(1).toString(),
+             QStringLiteral("The board cannot let the detector settle for 20000 µs."));
+}
+
 void PicLine::everyOperationEnds_data()
 {
     QTest::addColumn<QByteArray>("answered"); // these letters, after this long
@@ -269,8 +372,7 @@ void PicLine::everyOperationEnds()
     QFETCH(int, afterMs);
     QFETCH(QByteArray, babble);
     Bench bench([answered, afterMs](const QByteArray &bytes) {
-        return answered.contains(bytes.at(0)) ? ScriptedLink::Reply{bytes.left(1) + "+\r", afterMs}
-                                              : ScriptedLink::Reply{};
+        return answered.contains(bytes.at(0)) ? ScriptedLink::Reply{accepting(bytes), afterMs} : ScriptedLink::Reply{};
     });
     bench.link->babble = babble;
     const auto takesMs = [](const auto &operation) {

@@ -139,8 +139,8 @@ void SimulatorSettingsTest::impossibleClocks()
 
 void SimulatorSettingsTest::faultNames()
 {
-    const QStringList names = {"none",    "drop", "corrupt", "add",     "refuse",
-                               "silence", "half", "unplug",  "chatter", "garbage"};
+    const QStringList names = {"none", "drop",   "corrupt", "add",     "refuse", "silence",
+                               "half", "unplug", "chatter", "garbage", "stale"};
     for (int index = 0; index < names.size(); ++index) {
         QCOMPARE(static_cast<int>(simulatorFaultFromName(names.at(index))), index);
         QCOMPARE(static_cast<int>(simulatorFaultFromName(names.at(index).toUpper() + QLatin1Char(' '))), index);

@@ -9,9 +9,8 @@
 namespace calvorn::test {
 
 // CRC-16/CCITT-FALSE bit by bit, as its definition has it: each bit of the message goes through the register.
-inline std::uint16_t crcOf(const QByteArray &bytes)
+inline std::uint16_t crcOf(const QByteArray &bytes, unsigned crc = 0xFFFF)
 {
-    unsigned crc = 0xFFFF;
     for (const char byte : bytes) {
         for (int bit = 7; bit >= 0; --bit) {
             const unsigned in = static_cast<unsigned char>(byte) >> bit & 1U;
@@ -24,9 +23,12 @@ inline std::uint16_t crcOf(const QByteArray &bytes)
     return static_cast<std::uint16_t>(crc);
 }
 
+// Start and step (Hz) of a sweep, as the check sums of its frames begin with them: 8.98 MHz in steps of 100 Hz.
+inline const QByteArray kPicFramePlan = QByteArray::fromHex("00890620 00000064");
+
 // A frame of docs/hardware/pic-board.md: A5 5A, the sequence number, the samples as one string of ten bits each, and
-// the check sum over all behind the sync bytes.
-inline QByteArray picFrame(std::uint8_t sequence, const QList<int> &samples)
+// the check sum over the plan and all behind the sync bytes.
+inline QByteArray picFrame(std::uint8_t sequence, const QList<int> &samples, const QByteArray &plan = kPicFramePlan)
 {
     QByteArray bits;
     for (const int sample : samples)
@@ -35,7 +37,7 @@ inline QByteArray picFrame(std::uint8_t sequence, const QList<int> &samples)
     QByteArray body(1, static_cast<char>(sequence));
     for (qsizetype at = 0; at < bits.size(); at += 8)
         body += static_cast<char>(bits.mid(at, 8).toInt(nullptr, 2));
-    const std::uint16_t crc = crcOf(body);
+    const std::uint16_t crc = crcOf(plan + body);
     return QByteArray::fromHex("A55A") + body + static_cast<char>(crc >> 8) + static_cast<char>(crc & 0xFF);
 }
 

@@ -146,7 +146,7 @@ int main(int argc, char **argv)
     LptDriver lpt([&](int) { return OpenedPort(std::make_unique<WatchedPort>(readSimulatorSettings(iniPath))); });
     VnaDriver vna([&](int, const auto &) { return openWatched<WatchedVna>(iniPath, kVnaSweepBytes); });
     PicDriver pic([&](int, const auto &) { return openWatched<ListeningBoard<PicBoard>>(iniPath, kPicFrameBytes); },
-                  [&] { return readConfiguredClock(iniPath); });
+                  [&] { return readPicSettings(iniPath); });
     new LptAdaptor(&lpt);
     new PicAdaptor(&pic);
     new VnaAdaptor(&vna);
