@@ -1,0 +1,152 @@
+// SPDX-License-Identifier: MIT
+// What the simulated PIC board answers to commands at random, as a record that other boards can be held against.
+// Usage: pic_session <seed> <number of commands>. Writes a line for each command: bytes sent, bytes answered, the
+// generator's word at the end of the answer (0: off), each in hexadecimal; "-" for no bytes, and for a word that a
+// sweep has left. A sweep is told by its first frame, and ended by "!", whose answer follows the frame.
+#include "server/boards/pic_board.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <optional>
+#include <random>
+
+using namespace calvorn;
+
+namespace {
+
+constexpr double kClockHz = 125e6;
+constexpr int kFrameBytes = 505;
+constexpr int kLongestAnswer = 100;
+
+class Board : public PicBoard
+{
+public:
+    using PicBoard::PicBoard;
+
+    std::optional<std::uint32_t> word = 0;
+
+private:
+    void generatorSet(std::uint32_t value) override { word = value; }
+};
+
+QByteArray answerOf(PicBoard &board, const QByteArray &sent, int atMost = kLongestAnswer)
+{
+    for (const char byte : sent)
+        board.receive(static_cast<std::uint8_t>(byte));
+    QByteArray answer;
+    while (answer.size() < atMost) {
+        const auto byte = board.nextByte();
+        if (!byte)
+            break;
+        answer += static_cast<char>(*byte);
+    }
+    return answer;
+}
+
+class Speaker
+{
+public:
+    explicit Speaker(std::uint32_t seed)
+        : m_random(seed)
+    {
+    }
+
+    // A command, with its carriage return; some of them make no sense.
+    QByteArray command()
+    {
+        switch (below(16)) {
+        case 0:
+        case 1:
+        case 2:
+            return 'A' + hertz() + '\r';
+        case 3:
+        case 4:
+            return 'B' + hertz() + '\r';
+        case 5:
+        case 6:
+            return 'D' + step() + '\r';
+        case 7:
+        case 8:
+        case 9:
+            return "P\r";
+        case 10:
+            return "G\r";
+        case 11:
+            return 'S' + QByteArray::number(below(11'000)) + '\r';
+        case 12:
+            return below(3) == 0 ? "*\r" : "?\r";
+        case 13:
+            return "!";
+        case 14:
+            return spoken() + "!"; // a command that is voided
+        default:
+            return spoken() + '\r';
+        }
+    }
+
+private:
+    std::uint32_t below(std::uint32_t limit) { return static_cast<std::uint32_t>(m_random() % limit); }
+
+    QByteArray hertz()
+    {
+        switch (below(8)) {
+        case 0:
+            return QByteArray::number(124'999'990 + below(20));
+        case 1:
+            return QByteArray::number(qulonglong{below(1'000'000'000)} * (1 + below(10)));
+        case 2:
+            return QByteArray(static_cast<qsizetype>(below(5)), '0') + QByteArray::number(below(1'000'000));
+        default:
+            return QByteArray::number(below(125'000'000));
+        }
+    }
+
+    QByteArray step()
+    {
+        const auto limit = below(4) == 0 ? 130'000'000U : 200'000U;
+        return (below(2) == 0 ? "-" : "") + QByteArray::number(below(limit));
+    }
+
+    // Anything that a terminal can send, line feeds among it, but no "!" and no end of the line.
+    QByteArray spoken()
+    {
+        static const QByteArray kKeys("ABDPGS*?abz0123456789-+. \nZ\x7f");
+        QByteArray text;
+        for (auto count = below(16); count > 0; --count)
+            text += kKeys.at(static_cast<qsizetype>(below(static_cast<std::uint32_t>(kKeys.size()))));
+        return text;
+    }
+
+    std::mt19937 m_random;
+};
+
+QByteArray written(const QByteArray &bytes)
+{
+    return bytes.isEmpty() ? QByteArray("-") : bytes.toHex();
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    if (argc != 3)
+        return 2;
+    SimulatorSettings settings;
+    settings.clockHz = kClockHz;
+    Board board(settings);
+    Speaker speaker(static_cast<std::uint32_t>(std::strtoul(argv[1], nullptr, 10)));
+    for (long count = std::strtol(argv[2], nullptr, 10); count > 0; --count) {
+        const QByteArray sent = speaker.command();
+        const bool sweeps = QByteArray(sent).replace('\n', "") == "G\r";
+        QByteArray answer = answerOf(board, sent, sweeps ? 3 + kFrameBytes : kLongestAnswer);
+        const bool hasFrame = answer.size() > kLongestAnswer;
+        if (hasFrame) {
+            answer += answerOf(board, "!");
+            board.word.reset(); // how far a board has got by then is its own affair
+        }
+        const QByteArray word = board.word ? QByteArray::number(*board.word, 16) : QByteArray("-");
+        std::printf("%s %s %s\n", written(hasFrame ? sent + '!' : sent).constData(), written(answer).constData(),
+                    word.constData());
+    }
+    return 0;
+}
