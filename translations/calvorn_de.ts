@@ -3450,7 +3450,7 @@
     <name>calvorn::RemoteControl</name>
     <message>
         <source>SCPI: port %1, clients: %2</source>
-        <translation>SCPI: Port %1, Clients: %2</translation>
+        <translation>SCPI %1, Clients: %2</translation>
     </message>
     <message>
         <source>SCPI: port %1</source>

@@ -26,7 +26,8 @@ main:
         clrf    INTCON
         clrf    PORTA
         clrf    PORTB
-        clrf    PORTC
+        movlw   B'01000000'             ; RC6 at 1, the level of an idle line, until the USART takes it over
+        movwf   PORTC
         clrf    PORTD
         clrf    PORTE
         banksel TRISA
@@ -34,7 +35,7 @@ main:
         movwf   TRISA
         movlw   B'11111111'             ; jumpers, programmer and open pins, all with pull-ups
         movwf   TRISB
-        movlw   B'11000000'             ; RC6 and RC7 belong to the USART
+        movlw   B'10000000'             ; RC7 receives
         movwf   TRISC
         clrf    TRISD
         clrf    TRISE
@@ -42,12 +43,12 @@ main:
         movwf   OPTION_REG
         banksel PORTA
 
-        call    line_start
         call    frames_start
-        call    converter_start         ; the pull-ups have lifted the jumpers meanwhile
+        call    converter_start         ; takes long enough for the pull-ups to lift the jumpers
         call    synth_start
         call    plan_reset
         call    commands_start
+        call    line_start              ; last, so that nothing is received before interrupts are on
         bsf     INTCON, GIE
 
 wait:
