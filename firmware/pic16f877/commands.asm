@@ -18,8 +18,8 @@
         extern  plan_start, plan_step, plan_ready, plan_reset, plan_word, plan_prepare
         extern  converter_settle, frames_sweep, identity_send
 
-LONGEST         equ 12                 ; characters before the carriage return
-SHORTEST_SETTLE equ 20                 ; us
+LONGEST         equ 12                  ; characters before the carriage return
+SHORTEST_SETTLE equ 20                  ; us
 LONGEST_SETTLE  equ 10000
 
 ; bits of seen

@@ -1,16 +1,16 @@
 ; SPDX-License-Identifier: MIT
 ; The converter on AN0, and the timer of the settling time.
 ;
-; Timer 1 runs from the FQ_UD pulse and sets TMR1IF when SETTLE_LEAD cycles of the settling time are left: so long
-; frames.asm is busy, at the least, between the timer and the start of the conversion.
+; Timer 1 starts at the FQ_UD pulse and sets TMR1IF when SETTLE_LEAD cycles of the settling time are left: frames.asm
+; spends them, or more, before it starts the conversion.
 ;
 ; sample (2 bytes)                 the last result, low byte first
 ; converter_settling (2 bytes, bank 1)   the settling time in microseconds
 ;
-; converter_start    set up; the settling time is 50 us.                             uses W, FSR
-; converter_settle   take the settling time from number, 20 to 10,000 us.            uses W, FSR
-; converter_arm      prepare the timer; setting TMR1ON starts it. 11 cycles          uses W
-; converter_read     wait for the end of the conversion; result to sample.           uses W
+; converter_start    set up; the settling time is 50 us. 743 cycles                             uses W, FSR
+; converter_settle   take the settling time from number, 20 to 10,000 us. 904 cycles at most    uses W, FSR
+; converter_arm      prepare the timer; setting TMR1ON starts it. 10 cycles                     uses W
+; converter_read     wait for the end of the conversion; result to sample. 14 cycles or more    uses W
 
         include "board.inc"
 

@@ -55,7 +55,7 @@ measure macro   work
         call    converter_read
         endm
 
-; Send W and add it to the CRC. 50 cycles.
+; Send W and add it to the CRC. 47 cycles.
 emit    macro
         movwf   outgoing
         call    crc_add

@@ -1,7 +1,7 @@
 ; SPDX-License-Identifier: MIT
 ; Who is there: the answer to `?`, without the carriage return.
 ;
-; identity_send   send "?+CALVORN-PIC 1.0 AD9850 125000000 50". Waits for the line; computes 7,000 cycles.  uses W, FSR
+; identity_send   send "?+CALVORN-PIC 1.0 AD9850 125000000 50". It waits for the line.     uses W, FSR
 
         include "board.inc"
 
@@ -12,7 +12,7 @@
         extern  synth_chip, synth_clock
         extern  converter_settling
 
-DIGITS          equ 9                   ; of the longest number; they lie in factor and product, which no division touches
+DIGITS          equ 9                   ; of the longest number; they lie in factor and product, free during divisions
 
 identity_data   udata
 place           res 1                   ; index in the text, or address of a digit

@@ -1,8 +1,8 @@
 ; SPDX-License-Identifier: MIT
 ; Reset, configuration, and the loop that waits for commands.
 ;
-; The watchdog resets the board after 0.1 to 0.5 s. The loop below and each point of a sweep clear it; the longest way
-; between is an answer of 48 bytes or the settling time of a point, about 10 ms.
+; The watchdog resets the board after 0.1 to 0.5 s. The loop below and each point of a sweep clear it. The longest
+; time between is a settling time of 10 ms.
 
         include "board.inc"
 

@@ -5,15 +5,15 @@
 ; factor  (5 bytes)  what number is multiplied with
 ; product (8 bytes)  behind factor
 ;
-; numbers_clear      number = 0.                                                  7 cycles
-; numbers_digit      number = number * 10 + W, at most FFFFFFFF.                  350 cycles at most     uses W
-; numbers_divide     number = number / 10, remainder in W.                        520 cycles at most     uses W
+; numbers_clear      number = 0.                                                  8 cycles
+; numbers_digit      number = number * 10 + W, at most FFFFFFFF.                  218 cycles at most     uses W
+; numbers_divide     number = number / 10, remainder in W.                        477 cycles at most     uses W
 ; numbers_load       number = the four bytes at FSR.                              15 cycles              uses W, FSR
 ; numbers_store      the four bytes at FSR = number.                              15 cycles              uses W, FSR
 ; numbers_factor     factor = the five bytes at FSR.                              18 cycles              uses W, FSR
-; numbers_below      C = 0: number is below the four bytes at FSR.                25 cycles              uses W, FSR
-; numbers_negate     number = -number.                                            18 cycles
-; numbers_multiply   product = number * factor, 64 bits; number is lost.          1,700 cycles at most   uses W
+; numbers_below      C = 0: number is below the four bytes at FSR.                21 cycles              uses W, FSR
+; numbers_negate     number = -number.                                            15 cycles at most
+; numbers_multiply   product = number * factor, 64 bits; number is lost.          1,325 cycles at most   uses W
 
         include "board.inc"
 
@@ -28,15 +28,6 @@ product         res 8
 tens            res 4                   ; numbers_digit: the number before the new digit
 rounds          res 1
 remainder       res 1
-
-; number += W + carry of the byte below: the last step of an addition that ripples upwards.
-; (incfsz skips the addition of 256, which leaves both the byte and the carry as they must be.)
-add_up  macro   from, to
-        movf    from, W
-        skpnc
-        incfsz  from, W
-        addwf   to, F
-        endm
 
 numbers_code    code
 numbers_clear:

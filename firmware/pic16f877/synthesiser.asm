@@ -6,10 +6,10 @@
 ; synth_scale (5 bytes, bank 1)   K * 64, K = round(2^58 / clock)
 ; synth_chip              last digit of the chip's name, '0' or '1'
 ;
-; synth_start    choose chip and clock by the jumpers, enter serial mode, switch the generator off.     uses W
+; synth_start    choose chip and clock by the jumpers, enter serial mode, switch off. 319 cycles        uses W
 ; synth_load     shift synth_word and the control byte in; the output does not change. 192 cycles       uses W
 ; synth_update   FQ_UD: what was loaded takes effect. 7 cycles, the edge in the fourth                  uses W
-; synth_off      load and update: word 0, powered down.                                                 uses W
+; synth_off      load and update: word 0, powered down. 205 cycles                                      uses W
 
         include "board.inc"
         include "clocks.inc"
