@@ -77,6 +77,8 @@ frames_sweep:
         clrf    state
         clrf    sequence
         call    line_drain              ; from here on, what waits to be sent is part of a frame
+        btfss   line_flags, SWEEPING
+        goto    halted                  ; over before the first point: the generator stays as it is
         call    plan_first
         call    synth_load
         call    plan_next
