@@ -15,7 +15,7 @@ constexpr int kFractionBits = 26;
 constexpr int kLongestLine = 12; // letter, sign, ten digits
 constexpr char kAbort = '!';
 constexpr char kLineFeed = '\n';     // ignored
-const QByteArray kUnprepares("BDP"); // accepted or not
+const QByteArray kUnprepares("BDP*"); // accepted or not
 constexpr std::int64_t kUsualSettlingUs = 50;
 constexpr std::int64_t kLeastSettlingUs = 20;
 constexpr std::int64_t kMostSettlingUs = 10'000;
@@ -154,7 +154,6 @@ bool PicBoard::accept(char letter, std::int64_t value, bool hasValue)
             return false;
         generatorSet(0);
         m_startHz = m_stepHz = 0;
-        m_prepared = false;
         m_isStale = false;
         return true;
     case '?':
@@ -244,6 +243,11 @@ int PicBoard::measure()
     const std::uint32_t word = rounded(m_phase);
     m_phase += product(m_stepHz);
     generatorSet(word);
+    return countAt(word);
+}
+
+int PicBoard::countAt(std::uint32_t word)
+{
     const DdsOutput output = ddsOutput(word, m_settings.clockHz);
     m_detector.setLevel(m_settings.detector.volts(output.amplitude * m_settings.device.responseAt(output.hertz)),
                         m_now);

@@ -27,6 +27,9 @@ protected:
     // The generator has got this tuning word, 0: off; a derived board may put a probe here.
     virtual void generatorSet(std::uint32_t /*word*/) {}
 
+    // What the converter delivers when the generator has settled on this word.
+    virtual int countAt(std::uint32_t word);
+
 private:
     void execute();
     bool accept(char letter, std::int64_t value, bool hasValue);

@@ -134,6 +134,7 @@ void PicBoardTest::answers_data()
     row("B1000\rD10\rP\r*\rG", "B+\rD+\rP+\r*+\rG-\r");
     row("B1000\rD10\rP\rD11\rG", "B+\rD+\rP+\rD+\rG-\r");
     row("B1000\rD10\rP\rB-1\rG", "B+\rD+\rP+\rB-\rG-\r");
+    row("B1000\rD10\rP\r*1\rG", "B+\rD+\rP+\r*-\rG-\r");
     row("B1000\rD10\rP\rP1\rG", "B+\rD+\rP+\rP-\rG-\r");
 }
 

@@ -2,7 +2,8 @@
 // What the simulated PIC board answers to commands at random, as a record that other boards can be held against.
 // Usage: pic_session <seed> <number of commands>. Writes a line for each command: bytes sent, bytes answered, the
 // generator's word at the end of the answer (0: off), each in hexadecimal; "-" for no bytes, and for a word that a
-// sweep has left. A sweep is told by its first frame, and ended by "!", whose answer follows the frame.
+// sweep has left. A sweep is told by its first frame, and ended by "!", whose answer follows the frame. A count in it
+// is no signal: it is the upper ten bits of the word times 2654435761, modulo 2^32.
 #include "server/boards/pic_board.h"
 
 #include <cstdio>
@@ -27,6 +28,7 @@ public:
 
 private:
     void generatorSet(std::uint32_t value) override { word = value; }
+    int countAt(std::uint32_t value) override { return static_cast<int>(value * 2'654'435'761U >> 22); }
 };
 
 QByteArray answerOf(PicBoard &board, const QByteArray &sent, int atMost = kLongestAnswer)
