@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <iosfwd>
+#include <map>
+#include <string>
+
+#include <gpsim/trigger.h>
+
+#include "circuit.h"
+#include "terminal.h"
+
+namespace bench {
+
+// Takes commands from the other end of a socket, a line each, and answers each with a line: "ok" and what was asked
+// for, or "error". In virtual time the simulator stands still until a command lets it run; in real time it runs by the
+// clock of the wall, and the serial line is a pseudo-terminal.
+class Script : public TriggerObject
+{
+public:
+    Script(Circuit &circuit, int socket);
+
+    void callback() override;
+
+private:
+    using Command = std::function<std::string(std::istringstream &)>;
+
+    void addMotion();
+    void addCircuit();
+    void addReports();
+    void serve();
+    bool takeLine(std::string &line);
+    void answer(const std::string &line);
+    bool carryOut(const std::string &line);
+    void received();
+
+    std::string startRun(std::istringstream &words);
+    std::string startExpecting(std::istringstream &words);
+    std::string sendLine(std::istringstream &words);
+    std::string poke(std::istringstream &words);
+    std::string stretches();
+
+    void moveUntil(std::uint64_t cycle);
+    void callAt(std::uint64_t cycle);
+    void stop();
+    void realTimeSlice();
+
+    Circuit &circuit_;
+    int socket_;
+    std::string input_;
+    std::map<std::string, Command> commands_;
+    bool isMoving_ = false; // a command waits for its answer
+    std::uint64_t wantedBytes_ = 0;
+    std::uint64_t deadline_ = 0;
+
+    Terminal terminal_;
+    bool isRealTime_ = false;
+    std::chrono::steady_clock::time_point wallStart_;
+    std::uint64_t cycleStart_ = 0;
+    std::chrono::nanoseconds largestLag_{0};
+};
+
+} // namespace bench

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace bench {
+
+// A pseudo-terminal with a symbolic link to it; the program under test opens the link as a serial port.
+class Terminal
+{
+public:
+    Terminal() = default;
+    ~Terminal() { unplug(); }
+    Terminal(const Terminal &) = delete;
+    Terminal &operator=(const Terminal &) = delete;
+
+    bool plug(const std::string &link);
+    void unplug();
+    bool isPlugged() const { return master_ >= 0; }
+
+    std::vector<std::uint8_t> read();
+    void write(std::uint8_t byte); // lost if nobody reads
+
+private:
+    int master_ = -1;
+    int slave_ = -1; // keeps the terminal alive while the program has it closed
+    std::string link_;
+};
+
+} // namespace bench
