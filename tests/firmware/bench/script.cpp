@@ -66,6 +66,10 @@ void Script::addMotion()
         terminal_.unplug();
         return "ok";
     };
+    commands_["damage"] = [this](auto &words) {
+        words >> damageEvery_; // bytes on their way to the program; 0: none
+        return "ok";
+    };
     commands_["realtime"] = [this](auto &) {
         isRealTime_ = true;
         wallStart_ = std::chrono::steady_clock::now();
@@ -263,8 +267,10 @@ void Script::callAt(std::uint64_t cycle)
 void Script::received()
 {
     circuit_.sender.countReceived(circuit_.receiver.bytes().size());
-    if (terminal_.isPlugged())
-        terminal_.write(circuit_.receiver.bytes().back().value);
+    if (terminal_.isPlugged()) {
+        const bool isHit = damageEvery_ > 0 && circuit_.receiver.bytes().size() % damageEvery_ == 0;
+        terminal_.write(circuit_.receiver.bytes().back().value ^ (isHit ? 0x10 : 0));
+    }
     if (!isRealTime_ && isMoving_ && circuit_.receiver.bytes().size() >= wantedBytes_)
         stop();
 }

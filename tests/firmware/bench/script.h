@@ -57,6 +57,7 @@ private:
     std::uint64_t deadline_ = 0;
 
     Terminal terminal_;
+    std::size_t damageEvery_ = 0;
     bool isRealTime_ = false;
     std::chrono::steady_clock::time_point wallStart_;
     std::uint64_t cycleStart_ = 0;
