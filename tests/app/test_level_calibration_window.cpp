@@ -226,18 +226,18 @@ void TestLevelCalibrationWindow::pointsAreReplacedAndRemoved()
 void TestLevelCalibrationWindow::aSweepIsToldAndNothingIsWrittenWhereItCannotBe()
 {
     Bench bench(kInterfaceLpt, "log");
-    bench.click("cmdStart");
-    QVERIFY(QTest::qWaitFor([&] { return bench.station->instrument.isSweeping(); }, 5'000));
     bench.calibrate([&](QWidget &dialog) {
+        bench.click("cmdStart"); // the menu is closed to a person while a sweep runs
+        QVERIFY(QTest::qWaitFor([&] { return bench.station->instrument.isSweeping(); }, 5'000));
         auto *button = dialog.findChild<QPushButton *>(QStringLiteral("cmdMeasure"));
         QTest::mouseClick(button, Qt::LeftButton);
         QVERIFY(QTest::qWaitFor([&] { return button->isEnabled(); }, 5'000));
         QVERIFY2(textOf(dialog, "lblTold").contains(QLatin1String("A sweep is running")),
                  qPrintable(textOf(dialog, "lblTold")));
         QCOMPARE(dialog.findChild<QTableWidget *>(QStringLiteral("lstPoints"))->rowCount(), 0);
+        bench.click("cmdStop");
+        QVERIFY(QTest::qWaitFor([&] { return !bench.station->instrument.isSweeping(); }, 5'000));
     });
-    bench.click("cmdStop");
-    QVERIFY(QTest::qWaitFor([&] { return !bench.station->instrument.isSweeping(); }, 5'000));
 
     bench.configuration.iniPath = QStringLiteral("/proc/nowhere/Calvorn.ini");
     bench.calibrate([&](QWidget &dialog) {
