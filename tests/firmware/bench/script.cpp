@@ -168,14 +168,6 @@ void Script::addReports()
         return "ok " + std::to_string(circuit_.chip.registers[address]->get_value());
     };
     commands_["stretches"] = [this](auto &) { return stretches(); };
-    commands_["unused"] = [this](auto &) {
-        std::string text = "ok"; // addresses that were never carried out
-        for (unsigned int address = 0; address < circuit_.chip.program_memory_size(); ++address)
-            if (circuit_.chip.program_memory[address]->isa() != instruction::INVALID_INSTRUCTION &&
-                circuit_.chip.cycles_used(address) == 0)
-                text += ' ' + std::to_string(address);
-        return text;
-    };
 }
 
 std::string Script::stretches()
