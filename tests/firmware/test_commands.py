@@ -114,11 +114,12 @@ class Answers(case.FirmwareCase):
         widest = (clock - 1) // 399
         wrapped = round((1 << 32) / 399)  # 399 steps end near where they began, counted in 32 bits
         for start, step in ((0, widest), (clock - 1, -widest), (clock - 1, 0), (0, 0), (clock - 1 - 399, 1), (399, -1),
-                            (399 * 1_000, -1_000), (clock - 1 - 399_000, 1_000)):
+                            (399 * 1_000, -1_000), (clock - 1 - 399_000, 1_000), (399 * 65_536, -65_536)):
             self.assertEqual(self.c.prepare(start, step), b"B+\rD+\rP+\r", (start, step))
         for start, step in ((1, -1), (398, -1), (clock - 399, 1), (clock - 1, 1), (0, -1), (0, widest + 1),
                             (clock - 1, -widest - 1), (399_000 - 1, -1_000), (clock - 399_000, 1_000),
-                            (0, clock - 1), (clock - 1, 1 - clock), (1_000, wrapped), (1_000, -wrapped)):
+                            (0, clock - 1), (clock - 1, 1 - clock), (1_000, wrapped), (1_000, -wrapped),
+                            (399 * 65_536 - 1, -65_536), (clock - 1, -16_777_216)):
             if abs(step) < clock:
                 self.assertEqual(self.c.prepare(start, step), b"B+\rD+\rP-\r", (start, step))
 

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""The words that the generator gets: single frequencies and the 400 points of 20 plans."""
+"""The words that the generator gets: single frequencies and the 400 points of 23 plans."""
 
 import case
 import page
@@ -44,7 +44,8 @@ class Words(case.FirmwareCase):
         return ((0, widest), (top, -widest), (top - 399 * widest, widest), (399 * widest, -widest), (top, 0), (0, 0),
                 (1, 1), (399, -1), (8_980_000, 100), (10_000_000, -2_500), (7_000_000, 0), (top - 399, 1), (top, -1),
                 (1_000, 65_537), (16_777_216, 257), (20_000_000, -50_125), (3_333_333, 33_333), (29_999_999, -7_001),
-                (65_536, 255), (12_345_678, -12_345))
+                (65_536, 255), (12_345_678, -12_345), (29_000_000, -65_536), (12_000_000, -256),
+                (28_000_000, -32_768))
 
     def sweep_all(self, wiring, which):
         self.c.wire(wiring)
