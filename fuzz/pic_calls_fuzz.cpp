@@ -11,10 +11,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t siz
     fuzz::startApplication();
     FuzzedDataProvider data(bytes, size);
     SimulatorSettings settings;
-    settings.fault = data.PickValueInArray({SimulatorFault::None, SimulatorFault::Refuse});
+    settings.fault = data.PickValueInArray({SimulatorFault::None, SimulatorFault::Refuse, SimulatorFault::Stale});
+    const PicSettings configured{{}, data.ConsumeIntegralInRange<int>(-1, 10'001)};
     PicBoard board(settings);
     fuzz::LinkSource source(board);
-    PicDriver driver([&](int port, const LineSettings &) { return source.open(port); }, [] { return PicSettings{}; });
+    PicDriver driver([&](int port, const LineSettings &) { return source.open(port); },
+                     [configured] { return configured; });
     fuzz::playSerial(driver, source, data);
     return 0;
 }

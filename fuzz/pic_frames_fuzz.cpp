@@ -30,8 +30,10 @@ QByteArray makeLine(FuzzedDataProvider &data)
         QList<int> samples;
         for (int index = 0; index < 400; ++index)
             samples.append(static_cast<int>(random() % 1024));
-        QByteArray frame = picFrame(sequence++, samples);
         const auto damage = data.ConsumeIntegralInRange<int>(0, 5);
+        // A frame of another plan is none of this sweep.
+        QByteArray frame = damage == 4 ? picFrame(sequence++, samples, QByteArray::fromHex("0089062000000065"))
+                                       : picFrame(sequence++, samples);
         const auto position = data.ConsumeIntegralInRange<qsizetype>(0, frame.size() - 1);
         if (damage == 1)
             frame.remove(position, 1);

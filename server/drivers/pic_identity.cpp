@@ -52,7 +52,7 @@ QString remarkOnGenerator(const PicIdentity &board, const DdsClock &configured)
         .arg(board.chip)
         .arg(board.clockHz)
         .arg(QLatin1String(factsOf(configured.chip).name))
-        .arg(std::llround(configured.xtalHz * effectiveMultiplier(configured)));
+        .arg(configured.xtalHz * effectiveMultiplier(configured), 0, 'f', 0);
 }
 
 } // namespace calvorn
