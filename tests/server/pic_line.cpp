@@ -284,6 +284,9 @@ void PicLine::whoTheBoardIs_data()
     QTest::newRow("another chip")
         << QByteArray("?+X 1 AD9851 80000000 50\r")
         << QStringLiteral("The board has an AD9851 with a clock of 80000000 Hz; the settings say AD9850, 80000000 Hz.");
+    QTest::newRow("a chip called %2")
+        << QByteArray("?+X 1 %2 80000000 50\r")
+        << QStringLiteral("The board has an %2 with a clock of 80000000 Hz; the settings say AD9850, 80000000 Hz.");
     QTest::newRow("another clock")
         << QByteArray("?+X 1 AD9850 125000000 50\r")
         << QStringLiteral(
