@@ -76,7 +76,7 @@ Source::Source(Processor &chip, int pin, const std::string &name, double volts, 
     updateNode();
 }
 
-void Source::set(double volts)
+void Source::setVolts(double volts)
 {
     set_Vth(volts);
     updateNode();
@@ -133,7 +133,7 @@ void Circuit::wire()
     usart.drive = [this](bool level) { receiver.set(level); };
     usart.failed = [this](const char *what) { faults.push_back({now(), what}); };
     sender.drive = [this](bool level) {
-        line_->set(level ? 5 : 0);
+        line_->setVolts(level ? 5 : 0);
         usart.set(level);
     };
     sender.overrun = [this] { usart.overrun(); };
@@ -228,7 +228,7 @@ void Circuit::convert(unsigned int before, unsigned int after)
     if (!(after & Go) || before & Go)
         return;
     conversions.push_back({now(), after, chip.registers[Adcon1]->get_value(), generator.words().size()});
-    detector_->set(device.counts(now()) / Device::FullScale * ReferenceVolts);
+    detector_->setVolts(device.counts(now()) / Device::FullScale * ReferenceVolts);
 }
 
 // Direction, level and voltage of each pin, as o1:5.0.

@@ -26,7 +26,7 @@ class Source : public stimulus
 public:
     Source(Processor &chip, int pin, const std::string &name, double volts, double ohms);
 
-    void set(double volts);
+    void setVolts(double volts);
     void setOpen(bool isOpen);
 
 private:

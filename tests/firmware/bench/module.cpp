@@ -3,6 +3,7 @@
 // The library that gpsim loads: "module library", then "module load bench bench". The processor and its program must
 // have been loaded before. The number of the socket with the script stands in CALVORN_BENCH_SOCKET.
 
+#include <array>
 #include <cstdlib>
 #include <iostream>
 #include <memory>
@@ -40,11 +41,11 @@ private:
     bench::Script script_;
 };
 
-Module_Types types[] = {{{"bench", "bench"}, BenchModule::construct}, {{nullptr, nullptr}, nullptr}};
+std::array<Module_Types, 2> types{{{{"bench", "bench"}, BenchModule::construct}, {{nullptr, nullptr}, nullptr}}};
 
 } // namespace
 
 extern "C" Module_Types *get_mod_list()
 {
-    return types;
+    return types.data();
 }

@@ -356,7 +356,7 @@ bool Script::carryOut(const std::string &line)
     return result != "error";
 }
 
-void Script::answer(const std::string &line)
+void Script::answer(const std::string &line) const
 {
     const std::string text = line + '\n';
     for (std::size_t sent = 0; sent < text.size();) {

@@ -33,7 +33,7 @@ private:
     void addReports();
     void serve();
     bool takeLine(std::string &line);
-    void answer(const std::string &line);
+    void answer(const std::string &line) const;
     bool carryOut(const std::string &line);
     void received();
 

@@ -38,14 +38,14 @@ void Terminal::unplug()
     link_.clear();
 }
 
-std::vector<std::uint8_t> Terminal::read()
+std::vector<std::uint8_t> Terminal::read() const
 {
     std::array<std::uint8_t, 256> bytes{};
     const ssize_t count = master_ < 0 ? 0 : ::read(master_, bytes.data(), bytes.size());
     return {bytes.begin(), bytes.begin() + (count > 0 ? count : 0)};
 }
 
-void Terminal::write(std::uint8_t byte)
+void Terminal::write(std::uint8_t byte) const
 {
     if (master_ >= 0 && ::write(master_, &byte, 1) != 1)
         ::tcflush(master_, TCIOFLUSH); // nobody reads; a host that opens the port begins with an empty one

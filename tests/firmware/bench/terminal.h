@@ -20,8 +20,8 @@ public:
     void unplug();
     bool isPlugged() const { return master_ >= 0; }
 
-    std::vector<std::uint8_t> read();
-    void write(std::uint8_t byte); // lost if nobody reads
+    std::vector<std::uint8_t> read() const;
+    void write(std::uint8_t byte) const; // lost if nobody reads
 
 private:
     int master_ = -1;

@@ -49,7 +49,7 @@ void Usart::spy()
         rcsta_ = value & ~(Oerr | Ferr);
         control();
     };
-    rcstaSpy_->wasReset = [this] { clear(); };
+    rcstaSpy_->wasReset = [this] { startAnew(); };
     rcreg_->takes = [this] { return next(); };
     txreg_->replaces = [this](unsigned int value) { load(static_cast<std::uint8_t>(value)); };
     txstaSpy_->readAs = [this](unsigned int) { return txsta_ | (isSending_ ? 0 : Trmt); };
@@ -63,7 +63,7 @@ void Usart::spy()
 
 std::uint64_t Usart::bitCycles() const
 {
-    return (spbrg_ + 1) * (txsta_ & Brgh ? 4 : 16);
+    return std::uint64_t{spbrg_ + 1} * (txsta_ & Brgh ? 4 : 16);
 }
 
 void Usart::set(bool level)
@@ -175,7 +175,7 @@ void Usart::control()
         flags_.set_txif();
 }
 
-void Usart::clear()
+void Usart::startAnew()
 {
     rcsta_ = txsta_ = spbrg_ = 0;
     fifo_.clear();

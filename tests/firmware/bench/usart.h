@@ -49,7 +49,7 @@ private:
     void callAt(std::uint64_t cycle);
     bool canSend() const;
     void control();
-    void clear();
+    void startAnew();
     void stopSending();
 
     PIR &flags_; // RCIF and TXIF, and their interrupts
