@@ -1,8 +1,8 @@
 ; SPDX-License-Identifier: MIT
 ; The plan of a sweep: start, step, and the words of its 400 points.
 ;
-; A 64-bit accumulator holds hertz * K * 64 + 2^31. Its upper half is the rounded tuning word,
-; (hertz * K + 2^25) >> 26. The accumulator is exact at every point, so no error adds up.
+; A 64-bit accumulator holds hertz * K + 2^31. Its upper half is the rounded tuning word. The accumulator is exact at
+; every point, so no error adds up.
 ;
 ; plan_start, plan_step (4 bytes each, bank 1)   hertz; the step in two's complement
 ; plan_crc (2 bytes)   CRC of start and step, high byte first
@@ -28,7 +28,7 @@
 plan_data       udata
 low_half        res 4                   ; accumulator below synth_word
 first           res 8                   ; accumulator of the first point
-step            res 8                   ; step * K * 64
+step            res 8                   ; step * K
 left            res 2                   ; calls of plan_next up to the first point, as decfsz counts
 plan_crc        res 2
 plan_ready      res 1
@@ -62,7 +62,7 @@ plan_reset:
         banksel plan_ready
         return
 
-; product = number * K * 64 + 2^31. The sum stays below 2^64 for every number below the clock.
+; product = number * K + 2^31. The sum stays below 2^64 for every number below the clock.
 scale_up:
         movlw   synth_scale
         movwf   FSR

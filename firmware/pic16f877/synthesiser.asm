@@ -3,7 +3,7 @@
 ;
 ; synth_word (4 bytes)    the tuning word, W4 first. It is also the upper half of the accumulator of the plan.
 ; synth_clock (4 bytes, bank 1)   hertz, after a multiplier
-; synth_scale (5 bytes, bank 1)   K * 64, K = round(2^58 / clock)
+; synth_scale (5 bytes, bank 1)   K = round(2^64 / clock)
 ; synth_chip              last digit of the chip's name, '0' or '1'
 ;
 ; synth_start    choose chip and clock by the jumpers, enter serial mode, switch off. 319 cycles        uses W

@@ -11,10 +11,10 @@ namespace calvorn {
 
 namespace {
 
-constexpr int kFractionBits = 26;
+constexpr int kFractionBits = 32;
 constexpr int kLongestLine = 12; // letter, sign, ten digits
 constexpr char kAbort = '!';
-constexpr char kLineFeed = '\n';     // ignored
+constexpr char kLineFeed = '\n';      // ignored
 const QByteArray kUnprepares("BDP*"); // accepted or not
 constexpr std::int64_t kUsualSettlingUs = 50;
 constexpr std::int64_t kLeastSettlingUs = 20;
@@ -41,6 +41,15 @@ std::uint16_t crcWith(std::uint16_t crc, std::uint8_t byte)
     return static_cast<std::uint16_t>(value);
 }
 
+// 2^64 / clock, rounded. Below a clock of 2 Hz, where it would not fit, there is no word but 0.
+std::uint64_t factorOf(double clockHz)
+{
+    constexpr double kLowestClock = 2.0;
+    if (clockHz < kLowestClock)
+        return 0;
+    return static_cast<std::uint64_t>(std::round(std::ldexp(1.0L, 32 + kFractionBits) / clockHz));
+}
+
 // Digits, behind a minus sign where there may be one.
 bool isWholeNumber(const QByteArray &text, bool mayBeNegative)
 {
@@ -54,7 +63,7 @@ bool isWholeNumber(const QByteArray &text, bool mayBeNegative)
 PicBoard::PicBoard(const SimulatorSettings &settings)
     : m_settings(settings)
     , m_detector(settings.seed)
-    , m_factor(static_cast<std::uint64_t>(std::llround(std::ldexp(1.0, 32 + kFractionBits) / settings.clockHz)))
+    , m_factor(factorOf(settings.clockHz))
     , m_settlingUs(kUsualSettlingUs)
 {
 }
@@ -199,7 +208,7 @@ std::uint64_t PicBoard::product(std::int64_t hertz) const
 
 std::uint32_t PicBoard::rounded(std::uint64_t phase)
 {
-    return static_cast<std::uint32_t>((phase + (1U << (kFractionBits - 1))) >> kFractionBits);
+    return static_cast<std::uint32_t>((phase + (std::uint64_t{1} << (kFractionBits - 1))) >> kFractionBits);
 }
 
 void PicBoard::answer(char letter, bool accepted, const QByteArray &text)

@@ -47,7 +47,7 @@ private:
     SimulatorSettings m_settings;
     DetectorModel m_detector;
     DetectorModel::Time m_now{};
-    std::uint64_t m_factor; // K: 2^58 / clock
+    std::uint64_t m_factor; // K: 2^64 / clock
     QByteArray m_line;
     QByteArray m_out;
     qsizetype m_sent = 0;
@@ -62,7 +62,7 @@ private:
     int m_point = 0;
     std::uint8_t m_sequence = 0;
     std::uint16_t m_crc = 0;
-    std::uint64_t m_phase = 0; // the point's word with 26 more bits
+    std::uint64_t m_phase = 0; // the point's word with 32 more bits
 };
 
 } // namespace calvorn

@@ -23,12 +23,12 @@ POWER_DOWN = 4
 
 
 def constant(clock):
-    return ((1 << 59) // clock + 1) // 2
+    return ((1 << 65) // clock + 1) // 2
 
 
 def tuning_word(hertz, clock):
     """The word by the page's formula."""
-    return (hertz * constant(clock) + (1 << 25)) >> 26
+    return (hertz * constant(clock) + (1 << 31)) >> 32
 
 
 def exact_word(hertz, clock):
