@@ -82,6 +82,7 @@ class Faults(host.HostCase):
 
     def works(self):
         self.c.write("INIT:CONT OFF")
+        self.c.wait_for("STAT:OPER:COND?", lambda answer: int(answer) & 8 == 0)
         self.sweep()
         self.stands(self.counts_at)
 
