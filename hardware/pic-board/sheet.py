@@ -41,7 +41,7 @@ class Sheet:
         path = " ".join(f"{number(x * CELL)},{number(y * CELL)}" for x, y in points)
         self.shapes.append(f'<polyline points="{path}" fill="none" stroke="#000" stroke-width="{width}"/>')
 
-    def stub(self, one, other):
+    def lead(self, one, other):
         self.stubs.append((one, other))
         self.line(one, other)
 

@@ -11,7 +11,7 @@ class Symbols:
 
     # --- boxes ---
 
-    def box(self, reference, left, top, right, bottom, on_left=(), on_right=(), numbers=True, stub=2, title=None):
+    def box(self, reference, left, top, right, bottom, on_left=(), on_right=(), numbers=True, lead=2, title=None):
         """A box with a pin number at each (number, y); open pins get their cross."""
         part = self.board.parts[reference]
         sheet = self.sheet
@@ -20,8 +20,8 @@ class Symbols:
         sheet.text((left + right) / 2, top - 0.6, title or f"{reference} {part.value}", "middle", 12, True)
         for pins, edge, sign, anchor in ((on_left, left, -1, "end"), (on_right, right, 1, "start")):
             for number, y in pins:
-                tip = (edge + sign * stub, y)
-                sheet.stub((edge, y), tip)
+                tip = (edge + sign * lead, y)
+                sheet.lead((edge, y), tip)
                 sheet.pins[(reference, number)] = tip
                 sheet.text(edge - sign * 0.5, y + 0.33, part.pins[number], "start" if sign < 0 else "end")
                 if numbers:
@@ -46,8 +46,8 @@ class Symbols:
             return (x + along * dx - across * dy, y + along * dy + across * dx)
 
         half, wide = draw(place)
-        self.sheet.stub(first, place(-half, 0))
-        self.sheet.stub(place(half, 0), second)
+        self.sheet.lead(first, place(-half, 0))
+        self.sheet.lead(place(half, 0), second)
         across, along = (wide, half) if dx == 0 else (half, wide)
         self.sheet.solid.append((x - across, y - along, x + across, y + along, reference))
         self.caption(x, y, across, along, label, [reference, readable(part.value) if text is None else text])
