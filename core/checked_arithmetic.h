@@ -11,7 +11,7 @@
 
 namespace calvorn {
 
-// Integer arithmetic that throws RuntimeError(Overflow) where it would wrap.
+// Integer arithmetic that throws RuntimeError(Overflow) instead of wrapping.
 
 template <std::signed_integral T>
 T checkedAdd(T a, T b)
@@ -46,7 +46,7 @@ T checkedMagnitude(T a)
     return a < 0 ? checkedSubtract(T{0}, a) : a;
 }
 
-// Rounds half to even; the processor's rounding mode is never changed from its default.
+// Rounds half to even; relies on the default rounding mode, which the program never changes.
 inline double roundHalfEven(double value)
 {
     return std::nearbyint(value);
@@ -60,7 +60,7 @@ inline double powerOfTen(int exponent)
     return kPowers[static_cast<std::size_t>(exponent)];
 }
 
-// Rounds half to even at the given number of decimals (0 to 15), on the decimal value: 2.665 counts as a tie.
+// Rounds half to even at the given number of decimals (0 to 15). The decimal value decides: 2.665 is a tie.
 inline double roundToDecimals(double value, int decimals)
 {
     const double power = powerOfTen(decimals);
@@ -69,12 +69,12 @@ inline double roundToDecimals(double value, int decimals)
     return std::abs(scaled) < 9007199254740992.0 ? roundHalfEven(scaled) / power : value;
 }
 
-// Rounds half to even into an integer type; RuntimeError(Overflow) when it does not fit or is not a number.
+// Rounds half to even to an integer type. Throws RuntimeError(Overflow) for a value out of range or NaN.
 template <std::signed_integral T>
 T roundToInteger(double value)
 {
     const double rounded = roundHalfEven(value);
-    // max() + 1 is a power of two and so exact, which max() itself is not for 64 bits.
+    // max() + 1 is a power of two and therefore exact as a double; max() itself is not exact for 64 bits.
     const double limit = -static_cast<double>(std::numeric_limits<T>::min());
     if (!(rounded >= -limit && rounded < limit))
         throw RuntimeError(RuntimeError::Kind::Overflow);

@@ -12,43 +12,44 @@ namespace calvorn {
 
 class Profile;
 
-// The lowest value of the logarithmic scales, in dB: that of zero volts.
+// The dB value of zero volts, the lowest on the logarithmic scales.
 inline constexpr double kFloorDb = -100.0;
 
-// Detector volts of a converter count: count x adcStep + adcOffset, rounded to 3 decimals, kept as a single.
+// Converts a converter count to detector volts: count x adcStep + adcOffset, rounded to 3 decimals, as a float.
 float countToVolts(const Configuration &configuration, double count);
 
-// Volts RMS at the input of the detector, by its law; those of countToVolts() where the law is linear.
+// Converts a count to volts RMS at the detector's input by the law in force; a linear law returns countToVolts().
 float countToInputVolts(const Configuration &configuration, double count);
 
-// Volts into the units of the current scale. On a logarithmic scale the result is in dB with 2 decimals, at least
-// kFloorDb, and dbReference becomes 10 (scales 3, 4) or 1 (any other); the linear scale gives the volts back.
+// Converts volts to the units of the current scale. A logarithmic scale returns dB with 2 decimals, at least
+// kFloorDb, and sets dbReference to 10 (scales 3 and 4) or 1 (any other). The linear scale returns the volts
+// unchanged.
 double voltsToDb(Configuration &configuration, double volts);
 
-// A value of the current scale into volts with 3 decimals; 0 for a code that is not a scale. RuntimeError(Overflow)
-// where the volts do not fit into a double, which is above 6165 dB of 1 V.
+// Converts a value of the current scale to volts with 3 decimals; returns 0 if the current scale is unknown. Throws
+// RuntimeError(Overflow) if the volts do not fit into a double, which happens above 6165 dB relative to 1 V.
 double dbToVolts(const Configuration &configuration, double value);
 
-// The same for a level from a box, which may be absurd: where the volts do not fit, the largest double.
+// Like dbToVolts(), for a level that the user typed: returns the largest double instead of throwing.
 double dbToVoltsBounded(const Configuration &configuration, double value);
 
-// The value of a key, or `fallback`, which is then written into the file at once. Keys that are there are never
-// rewritten.
+// Returns the value of a key. If the key is missing or empty, writes `fallback` to the file at once and returns it;
+// an existing value is never rewritten.
 QString readSetting(const QString &section, const QString &key, const QString &path, const QString &fallback);
 
 QString readSetting(const SettingKey &key, const QString &path);
 
-// The same from the settings as they were read a moment ago; only what is missing there reads the file again.
+// Takes the value from settings that were read before; reads the file again only if the value is missing there.
 QString readSetting(const SettingKey &key, const Profile &profile, const QString &path);
 
-// A failed write is not reported.
+// Failed writes are not reported.
 void writeSetting(const SettingKey &key, const QString &value, const QString &path);
 void writeSetting(const QString &section, const QString &key, const QString &value, const QString &path);
 
-// See NumberText::normaliseDecimal; by the current locale.
+// See NumberText::normaliseDecimal; uses the current locale.
 QString normaliseDecimal(const QString &text);
 
-// The number that a text box for real numbers holds, typed with either decimal separator; nothing when it is none.
+// Returns the number typed into a text box, with either decimal separator; nullopt if the text is not a number.
 std::optional<double> enteredReal(const QString &text);
 
 } // namespace calvorn

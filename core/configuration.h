@@ -10,7 +10,7 @@
 
 namespace calvorn {
 
-// Every message box and the main window carry this title.
+// The title of every message box and of the main window.
 inline constexpr const char *kApplicationTitle = "Brenik - Calvorn  v2.0";
 
 inline constexpr std::int32_t kMinSweepRange = 400; // Hz
@@ -19,17 +19,17 @@ inline constexpr std::int16_t kInterfacePic = 1; // PIC 16F877 on a USB virtual 
 inline constexpr std::int16_t kInterfaceLpt = 2; // DDS/DAC board on the parallel port
 inline constexpr std::int16_t kInterfaceVna = 3; // MiniVNA on a USB virtual COM port
 
-// No parallel port stands at this address, 0xFFFF.
+// 0xFFFF, an address at which no parallel port exists.
 inline constexpr std::int16_t kNoParallelAddress = -1;
 
-// The hardware and how it is connected: what the set-up edits.
+// The hardware and its connection, as edited in the set-up.
 struct HardwareSettings
 {
     std::int16_t interfaceType = kInterfaceLpt;
-    std::int16_t lptAddress = 0;    // base address of the parallel port as 16 bits; 0 is the simulated board
-    std::int16_t commPort = 0;      // N of COM<N> (platform/serial_ports.h); 100 is the simulated board
+    std::int16_t lptAddress = 0;    // base address of the parallel port, 16 bits; 0 selects the simulated board
+    std::int16_t commPort = 0;      // N of COM<N> (platform/serial_ports.h); 100 selects the simulated board
     QString ddsDevice;              // "AD9850", "AD9851" or "AD9951"
-    std::int16_t ddsMultiplier = 1; // system clock over crystal, where the chip can do it
+    std::int16_t ddsMultiplier = 1; // system clock divided by crystal frequency, for chips that have a multiplier
     std::int32_t ddsXtalFreq = 0;   // Hz
     std::int32_t ddsMaxFreq = 0;    // Hz
     std::int32_t ddsMinFreq = 0;    // Hz
@@ -37,12 +37,12 @@ struct HardwareSettings
     QString adcDevice;              // "8bit" or "10bit"
     float adcOffset = 0.0F;         // volts
     float adcStep = 0.0F;           // volts per count
-    DetectorLaw detectorLaw{};      // from these volts to the level at the detector's input
-    std::int16_t measuringMode = 1; // of the MiniVNA: 1 angle, 2 return loss, 3 device under test
+    DetectorLaw detectorLaw{};      // converts the detector's volts to the level at its input
+    std::int16_t measuringMode = 1; // MiniVNA only: 1 angle, 2 return loss, 3 device under test
 };
 
-// The settings and a few run-time values; created in main() and handed by reference. Loaded and saved by
-// core/settings.h; core/settings_table.h gives the key of each field.
+// The settings and some run-time values; main() creates the record and passes it by reference. core/settings.h
+// loads and saves it; core/settings_table.h maps each field to its key.
 struct Configuration : HardwareSettings
 {
     QString iniPath;             // full path of the settings file
@@ -52,27 +52,27 @@ struct Configuration : HardwareSettings
     std::int32_t maxScaleDb = 0; // dB, bottom of the logarithmic scales, zero or negative
     std::int16_t aux1 = 0;       // bit i is check box i
     std::int16_t aux2 = 0;
-    std::int16_t pot2 = 0;       // position of the potentiometer of output 2, 0 to 255
-    std::int16_t scaleType = 0;  // core/scale_type.h says what it means
+    std::int16_t pot2 = 0;       // potentiometer position of output 2, 0 to 255
+    std::int16_t scaleType = 0;  // see core/scale_type.h
     std::int32_t startFreq = 0;  // Hz
     std::int32_t stopFreq = 0;   // Hz
     std::int32_t stepFreq = 0;   // Hz, negative for a descending sweep
     std::int16_t sweepSpeed = 0; // 0 standard, 1 slow, 2 very slow
     std::int16_t cursorMode = 0; // 0 linked, 1 floating cross
-    bool usbApi = false;         // of the section [Debug], like slowCpu; nothing depends on the two
-    bool logDebug = false;       // diagnostic lines go to the log list
+    bool usbApi = false;         // [Debug]; read together with slowCpu, has no further effect
+    bool logDebug = false;       // writes diagnostic lines to the log list
     std::int32_t slowCpu = 0;
-    std::int16_t msgResult = 0; // answer of the last message box; -1 or 0 after a command that went well or not
-    QString msgText;            // of the last message box
-    QString startNotice;        // what the frequency plan corrected, for its message
+    std::int16_t msgResult = 0; // answer of the last message box; after a command, -1 for success and 0 for failure
+    QString msgText;            // text of the last message box
+    QString startNotice;        // corrections made by the frequency plan, for its message
     QString stopNotice;
 };
 
-// What the main window itself keeps between runs, beside the configuration record.
+// Settings that belong to the main window, in addition to the configuration record.
 struct WindowSettings
 {
-    std::int16_t markerIndex = 0; // the view shown under the graph, 0 to 3
-    QString marker1;              // Hz, the texts of the marker boxes
+    std::int16_t markerIndex = 0; // selected view below the graph, 0 to 3
+    QString marker1;              // Hz, text of the marker box
     QString marker2;
     QString marker3; // volts or dB
     QString marker4;

@@ -7,36 +7,36 @@
 
 namespace calvorn {
 
-// From counts of the converter to volts at the detector's input: count × step + offset are the volts of the detector,
-// and its law makes the level of them.
+// Converts converter counts to volts at the detector's input: detector volts = count × step + offset; the law
+// converts detector volts to the input level.
 struct DetectorCalibration
 {
-    float step = 0.0F;   // volts of the detector per count
-    float offset = 0.0F; // volts of the detector
+    float step = 0.0F;   // detector volts per count
+    float offset = 0.0F; // detector volts
     DetectorLaw law{};
-    int highestCount = kHighestCount10Bit; // as the table has it
-    int lowestCount = 0;                   // the same
+    int highestCount = kHighestCount10Bit; // as stored in the table
+    int lowestCount = 0;                   // as stored in the table
 
     double detectorVolts(double count) const { return count * static_cast<double>(step) + static_cast<double>(offset); }
 
-    // Volts RMS at the input, not rounded as cells are.
+    // Returns volts RMS at the input, without the rounding applied to table cells.
     double volts(double count) const { return law.inputVolts(detectorVolts(count)); }
 
-    // The count that comes next to these volts at the input, 0 or more; it may be above any that the converter gives.
+    // Returns the count nearest to these input volts. It is never negative but may exceed the converter's range.
     double countOf(double volts) const;
 
-    // At or below these volts the detector has seen nothing: those of half a count above the end where it is silent, or
-    // of the lowest level in a table.
+    // Returns the volts at or below which the detector cannot see a signal: half a count from the silent end of the
+    // range, or the lowest level of a table.
     double floor() const;
 
     bool operator==(const DetectorCalibration &) const = default;
 };
 
-// The configured law, or the linear one where the counts are no level: a MiniVNA that measures the phase.
+// Returns the configured law, or the linear law for a MiniVNA that measures phase, whose counts are not a level.
 const DetectorLaw &lawInForce(const Configuration &configuration);
 
-// Of the interface that is configured, with the law in force. Only the parallel port has a choice of converters. The
-// counts that a MiniVNA takes of a device under test are turned over, from 1 to kVnaFullScale.
+// Returns the calibration of the configured interface, with the law in force. Only the parallel port supports several
+// converters. In the mode "device under test" the counts of a MiniVNA are inverted and range from 1 to kVnaFullScale.
 DetectorCalibration detectorOf(const Configuration &configuration);
 
 } // namespace calvorn

@@ -6,24 +6,25 @@
 
 namespace calvorn {
 
-// Levels are RMS into 50 ohms: 0 dBm are 1 mW, 0.2236 V.
+// Levels are RMS into 50 ohms: 0 dBm is 1 mW or 0.2236 V.
 double voltsOfDbm(double dBm);
 
-// Minus infinity at 0 V and below.
+// Returns minus infinity at 0 V and below.
 double dBmOfVolts(double volts);
 
-// What a detector makes of a level at its input. A linear detector gives the level itself.
+// The relation between the level at a detector's input and its output volts. A linear detector returns the level
+// itself.
 struct DetectorLaw
 {
     enum class Kind {
         Linear,
-        Log,   // volts = slope x (level - intercept), as the data sheets of logarithmic detectors have it
-        Table, // measured points; straight lines of dBm over the detector's volts or over their logarithm between them
+        Log,   // volts = slope x (level - intercept), as in the data sheets of logarithmic detectors
+        Table, // measured points, joined by straight lines of dBm over the detector's volts or over their logarithm
     };
 
     struct Point
     {
-        double volts = 0.0; // of the detector
+        double volts = 0.0; // detector volts
         double dBm = 0.0;
 
         bool operator==(const Point &) const = default;
@@ -33,16 +34,16 @@ struct DetectorLaw
     static constexpr std::size_t kMostPoints = 32;
     static constexpr double kLeastSlope = 1.0;    // mV per dB, either sign
     static constexpr double kMostSlope = 1000.0;  // mV per dB, either sign
-    static constexpr double kFarthestDbm = 200.0; // either sign: of an intercept, of a point, and of what a law returns
-    static constexpr double kFarthestVolts = 1e3; // either sign, of a point
+    static constexpr double kFarthestDbm = 200.0; // either sign; limits intercepts, points and returned levels
+    static constexpr double kFarthestVolts = 1e3; // either sign; limits the points
 
     Kind kind = Kind::Linear;
-    double slope = 25.0;      // mV per dB; below 0 where the volts fall with the level
-    double intercept = -84.0; // dBm, where the line meets 0 V
+    double slope = 25.0;      // mV per dB; negative if the volts fall as the level rises
+    double intercept = -84.0; // dBm; the level at which the line reaches 0 V
 
-    // The points of a table, the volts rising. Levels are interpolated over the volts, which suits a logarithmic
-    // detector, or over their logarithm, which suits a diode: whichever predicts the inner points better from their
-    // neighbours. With two points, or with one at or below 0 V, over the volts.
+    // The points of a table, sorted by rising volts. Levels are interpolated over the volts, which suits a
+    // logarithmic detector, or over their logarithm, which suits a diode. The axis that predicts the inner points
+    // better from their neighbours is used; with two points, or with any point at or below 0 V, it is the volts.
     const std::vector<Point> &points() const { return m_points; }
     void setPoints(std::vector<Point> points);
 
@@ -50,25 +51,26 @@ struct DetectorLaw
     static bool isLevel(double dBm);
     static bool isPoint(const Point &point);
 
-    // The number, from 1 on, of the first point of a table that does not go on as those before it: the volts rise, and
-    // the levels all rise or all fall. 0: there is none.
+    // Returns the number, from 1, of the first table point that breaks the order (volts rise; levels all rise or all
+    // fall), or 0 if all points keep it.
     std::size_t turningPoint() const;
 
-    // Whether the law says one level for each voltage: slope and intercept within their limits; points whose volts rise
-    // and whose levels all rise or all fall.
+    // Returns whether the law yields exactly one level for each voltage: slope and intercept are within their limits;
+    // the points are in order (see turningPoint()).
     bool isUsable() const;
 
-    // Volts RMS at the input for volts of the detector. Outside the law it is the level at its end. Unless the detector
-    // is linear, the level is from -200 to 200 dBm.
+    // Converts detector volts to volts RMS at the input. Beyond the ends of the law it returns the level at the end.
+    // Unless the law is linear, the level stays within -200 to 200 dBm.
     double inputVolts(double detectorVolts) const;
 
-    // Where the law ends: beyond the points of a table, and below 0 V, which no logarithmic detector gives.
+    // Returns whether the volts lie outside the law: beyond the points of a table, or below 0 V with a logarithmic
+    // law, as no logarithmic detector outputs negative volts.
     bool isBeyondEnds(double detectorVolts) const;
 
-    // The way back: volts of the detector for volts RMS at its input.
+    // The inverse of inputVolts(): converts volts RMS at the input to detector volts.
     double detectorVolts(double inputVolts) const;
 
-    // Whether the volts of the detector rise with the level.
+    // Returns whether the detector volts rise with the level.
     bool isRising() const;
 
     bool operator==(const DetectorLaw &) const = default;
@@ -79,10 +81,10 @@ private:
     double voltsOfTable(double dBm) const;
 
     std::vector<Point> m_points;
-    bool m_isOverLogarithm = false; // follows from the points
+    bool m_isOverLogarithm = false; // derived from the points
 };
 
-// A detector that is known by its data sheet.
+// The data-sheet values of a detector.
 struct DetectorPreset
 {
     const char *name;

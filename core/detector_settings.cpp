@@ -55,14 +55,14 @@ QString linearInstead(const char *section, const QString &key, const QString &wh
         .arg(QString::fromLatin1(section), key, what);
 }
 
-// What does not convert leaves a law that cannot be used.
+// Returns NaN for a text that does not convert, which makes the law unusable.
 double realOf(const Profile &profile, const SettingKey &key)
 {
     const QString found = text(profile, key);
     return enteredReal(found.isEmpty() ? QString::fromLatin1(key.fallback) : found).value_or(std::nan(""));
 }
 
-// The points, or those before the first that is missing or unreadable; its number is then in `bad`.
+// Returns all points, or those before the first missing or unreadable one, whose number goes to `bad`.
 std::vector<DetectorLaw::Point> pointsOf(const Profile &profile, std::optional<std::size_t> &bad)
 {
     std::size_t last = DetectorLaw::kMostPoints;
@@ -99,7 +99,7 @@ QVector<ProfileEntry> pointEntries(const std::vector<DetectorLaw::Point> &points
             const DetectorLaw::Point &point = points[number - 1];
             both = numbers.fromDouble(point.volts) + u';' + numbers.fromDouble(point.dBm);
         }
-        // A point that is no longer there is emptied.
+        // Empties the keys of removed points.
         if (!both.isEmpty() || !pointText(profile, number).isEmpty())
             entries.append({QString::fromLatin1(kDetectorSection), pointKey(number), both});
     }
@@ -152,7 +152,7 @@ DetectorLaw readDetectorLaw(const Profile &profile, QStringList &faults)
         faults.append(fault);
         law.kind = DetectorLaw::Kind::Linear;
     }
-    // What the set-up offers while another law is in force can be used.
+    // The set-up offers these values while another law is in force, so they must be usable.
     if (!DetectorLaw::isSlope(law.slope))
         law.slope = DetectorLaw().slope;
     if (!DetectorLaw::isLevel(law.intercept))

@@ -5,12 +5,12 @@
 
 namespace calvorn {
 
-// A numeric display mask such as "###,###,##0" or "#0.000": each 0 is a digit that is always shown, each # one
-// that is shown when needed, a comma groups the thousands, the digits after the point are the decimals.
-// The separators shown are those of the locale.
+// A numeric display mask such as "###,###,##0" or "#0.000": 0 is a digit that is always shown, # a digit that is
+// shown when needed, and a comma groups the thousands. The digits after the point are decimals. The output uses the
+// separators of the locale.
 struct DisplayMask
 {
-    int integerDigits = 0; // shown at least
+    int integerDigits = 0; // minimum number shown
     int decimals = 0;
     bool grouped = false;
 

@@ -8,27 +8,27 @@
 
 namespace calvorn {
 
-// A level that is known, and what the detector made of it.
+// A known level and the detector's reading of it.
 struct CalibrationPoint
 {
     double dBm = 0.0;
-    double volts = 0.0;  // of the detector, the mean of the readings
-    double spread = 0.0; // volts, the standard deviation of the readings
+    double volts = 0.0;  // detector volts, mean of the readings
+    double spread = 0.0; // volts, standard deviation of the readings
 };
 
-// What is needed at least.
+// Minimum numbers of points.
 inline constexpr std::size_t kFewestLogPoints = 2;
 inline constexpr std::size_t kFewestTablePoints = 3;
 
-// The logarithmic law that fits the points best, by least squares of the volts; nothing with fewer than two, where
-// their levels do not differ, or where slope or intercept would be outside the limits of a law.
+// Returns the logarithmic law with the least squared error in volts. Returns nullopt for fewer than two points, for
+// points of equal level or equal volts, and if slope or intercept exceeds the limits of a law.
 std::optional<DetectorLaw> logLawOf(const std::vector<CalibrationPoint> &points);
 
-// The table of the points, by rising volts; nothing with fewer than three or more than a table holds, or where the
-// levels turn.
+// Returns a table of the points, sorted by rising volts. Returns nullopt for fewer than three points, for more than a
+// table can hold, and if the levels do not all rise or all fall.
 std::optional<DetectorLaw> tableLawOf(std::vector<CalibrationPoint> points);
 
-// What the law makes of a point, less its level, dB.
+// Returns the level that the law computes for a point, minus its known level, in dB.
 double residualOf(const DetectorLaw &law, const CalibrationPoint &point);
 
 } // namespace calvorn

@@ -8,8 +8,8 @@
 
 namespace calvorn {
 
-// The diagnostic log. Its lines are shown by the list lstLOG of the test panel; those written before the panel
-// is there are kept for it.
+// The diagnostic log. The list lstLOG of the test panel shows its lines; lines written before the panel exists are
+// kept for it.
 class Log : public QObject
 {
     Q_OBJECT
@@ -17,11 +17,10 @@ class Log : public QObject
 public:
     explicit Log(const Configuration &configuration, QObject *parent = nullptr);
 
-    // Appends a line when the log is on, otherwise does nothing. Callers put their own prefix ("P> ", "L> ",
-    // "V> ") into the text.
+    // Appends a line if the log is on. Callers include their own prefix in the text ("P> ", "L> ", "V> ").
     void writeLog(const QString &text);
 
-    // The lines that came before anybody listened; they are handed out once.
+    // Returns the lines written before this call and stops keeping them; later calls return nothing.
     QStringList takeEarlyLines();
 
 signals:

@@ -38,7 +38,7 @@ void AlertQueue::show(const QString &text, const Ask &ask)
         return;
     m_texts.append(text);
     if (m_texts.size() > 1)
-        return; // after those before it
+        return; // the first call shows it after the earlier texts
     while (!m_texts.isEmpty()) {
         if (ask(m_texts.first()))
             m_texts.removeFirst();

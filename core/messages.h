@@ -10,7 +10,7 @@
 
 namespace calvorn {
 
-// Message boxes under the application title. The text passes through msgText, the answer through msgResult.
+// Shows message boxes under the application title, and stores the text in msgText and the answer in msgResult.
 class Messages
 {
 public:
@@ -19,13 +19,13 @@ public:
     // Returns kBoxOk or kBoxCancel.
     std::int16_t show(BoxIcon icon, BoxButtons buttons, const QString &text);
 
-    // The same under a title of its own.
+    // Uses another title.
     std::int16_t show(BoxIcon icon, BoxButtons buttons, const QString &text, const QString &title);
 
     // A warning with an OK button.
     void warn(const QString &text);
 
-    // A beep, then the warning: how a fault of the hardware is told.
+    // Beeps, then warns. Used for hardware faults.
     void beepAndWarn(const QString &text);
 
     Desktop &desktop() const { return m_desktop; }
@@ -35,18 +35,18 @@ private:
     Desktop &m_desktop;
 };
 
-// Boxes about events that arrive while one is still open: each different text is shown, one after the other. A text
-// that shows or waits already is not shown again.
+// Queues texts that arrive while a box is open and shows them one after the other. A text that is already shown or
+// queued is not added again.
 class AlertQueue
 {
 public:
-    // Shows a text. False: the user has cancelled, and what waits is dropped.
+    // Shows a text. Returns false if the user cancels, which drops the queued texts.
     using Ask = std::function<bool(const QString &text)>;
 
     void show(const QString &text, const Ask &ask);
 
 private:
-    QStringList m_texts; // the first one shows
+    QStringList m_texts; // the first one is being shown
 };
 
 } // namespace calvorn

@@ -46,7 +46,7 @@ QStringView trimmedBlanks(QStringView text)
     return text;
 }
 
-// The bits of an "&H" literal, or nothing when the text is not one. More than 32 bits do not fit anywhere.
+// Returns the bits of an "&H" literal, or nullopt if the text is not one. Throws Overflow above 32 bits.
 std::optional<std::uint64_t> hexLiteral(QStringView text)
 {
     text = trimmedBlanks(text);
@@ -67,10 +67,10 @@ std::optional<std::uint64_t> hexLiteral(QStringView text)
     return bits;
 }
 
-// The digits of a number before they are grouped: rounded, without sign.
+// The digits of a rounded number, without grouping and sign.
 struct Digits
 {
-    std::array<char, 352> text{}; // the longest double in fixed notation, with decimals
+    std::array<char, 352> text{}; // room for the longest double in fixed notation with its decimals
     int length = 0;
     bool negative = false;
 };
@@ -125,7 +125,7 @@ void NumberText::assignMasked(QString &target, double value, DisplayMask mask) c
     QChar *out = target.data();
     if (digits.negative)
         *out++ = u'-';
-    // Position 0 is the first integer digit; those before the significant ones are zeros.
+    // Position 0 is the first integer digit; positions before the significant digits are zeros.
     const auto digitAt = [&](int position) {
         const int index = position - (integers - significantIntegers);
         return QChar(index < 0 ? '0' : digits.text[static_cast<std::size_t>(index)]);
@@ -189,21 +189,21 @@ bool NumberText::isGroup(QChar c) const
 {
     if (c == m_group)
         return true;
-    // Where thousands are grouped by a narrow space, a typed plain one is meant for it.
+    // In locales that group by a narrow space, users type a plain one.
     if (isSpaceLike(m_group))
         return isSpaceLike(c);
     return m_group == u'\u2019' && c == u'\'';
 }
 
-// What the masks write, and little else. An integer of 15 digits and a power of ten are exact as doubles, and so their
-// quotient is the nearest double of the decimal number.
+// Fast path for the texts that the masks write. Integers of up to 15 digits and the powers of ten are exact as
+// doubles, so their quotient is the double nearest to the decimal number.
 bool NumberText::readShort(QStringView text, double &value) const
 {
     constexpr int kMostDigits = 15;
     const bool isNegative = text.startsWith(u'-');
     std::int64_t digits = 0;
     int count = 0;
-    int decimals = -1; // none while the separator has not come
+    int decimals = -1; // -1 until the decimal separator is found
     for (const QChar c : text.sliced(isNegative ? 1 : 0)) {
         if (isDigit(c)) {
             if (++count > kMostDigits)
@@ -267,7 +267,7 @@ NumberText::Parse NumberText::parse(QStringView text, double &value) const
     if (read.ptr != end)
         return Parse::NotANumber;
     if (read.ec == std::errc::result_out_of_range) {
-        // A number too small to be told from zero is zero; one too large is not a number that we can keep.
+        // A number below the range of a double becomes zero; one above it is an overflow.
         if (!QByteArrayView(plain.data(), plain.size()).contains("e-"))
             return Parse::TooLarge;
         value = 0.0;

@@ -10,10 +10,10 @@
 
 namespace calvorn {
 
-// Numbers as text and text as numbers, by the separators of one locale.
+// Converts numbers to text and text to numbers with the separators of one locale.
 //
-// Making one looks the separators up, so a loop makes it once outside. Digits are always 0 to 9 and the sign is
-// always "-", so that what one locale writes another can be told to read.
+// The constructor looks up the separators, so create the object outside loops. Digits are always 0 to 9 and the sign
+// is always "-", so text written under one locale can be converted to another.
 class NumberText
 {
 public:
@@ -23,38 +23,38 @@ public:
 
     // --- numbers to text ---
 
-    // By a display mask, rounded half to even. Zero never carries a sign.
+    // Formats by a display mask, rounded half to even. Zero never has a sign.
     QString masked(double value, DisplayMask mask) const;
-    // The same into an existing text, whose memory is used again.
+    // Writes into an existing text and reuses its memory.
     void assignMasked(QString &target, double value, DisplayMask mask) const;
 
-    // The ordinary conversion: at most 15 significant digits (single: 7), the locale's decimal separator, no
-    // grouping; an exponent ("1E-05", "1E+15") below 0.0001 and from 10^15 (single: 10^7) on.
+    // The ordinary conversion: at most 15 significant digits (float: 7), the locale's decimal separator and no
+    // grouping. Numbers below 0.0001 or from 10^15 (float: 10^7) have an exponent ("1E-05", "1E+15").
     QString fromDouble(double value) const;
     QString fromSingle(float value) const;
     static QString fromInteger(std::int64_t value);
     static void assignInteger(QString &target, std::int64_t value);
 
-    // The named format "General Number": the ordinary conversion of the number that the text holds.
+    // The named format "General Number": converts the text to a number and back by the ordinary conversion.
     QString generalNumber(QStringView text) const { return fromDouble(toDouble(text)); }
 
     // --- text to numbers ---
     //
-    // Accepted: blanks around, a sign, digits with thousands separators anywhere among those before the decimal
-    // separator, an exponent (E or D), and "&H" hexadecimal literals, which fill their type ("&HFFFF" is -1 as 16
-    // bits and 65535 as 32 bits). Anything else is RuntimeError(TypeMismatch); a number that does not fit is
-    // RuntimeError(Overflow). The conversions to integers round half to even.
+    // Accepts surrounding blanks, a sign, digits with thousands separators at any place before the decimal separator,
+    // an exponent (E or D), and "&H" hexadecimal literals, which fill their type ("&HFFFF" is -1 in 16 bits and 65535
+    // in 32 bits). Throws RuntimeError(TypeMismatch) for any other text and RuntimeError(Overflow) for a number that
+    // does not fit. Conversions to integers round half to even.
 
     double toDouble(QStringView text) const;
     float toSingle(QStringView text) const;
     std::int16_t toInt16(QStringView text) const;
     std::int32_t toInt32(QStringView text) const;
-    // "True" and "False" without regard to case, otherwise whether the number differs from 0.
+    // Returns the value of "True" or "False" in any case; for other texts, whether the number differs from 0.
     bool toBoolean(QStringView text) const;
     bool isNumeric(QStringView text) const;
 
-    // Text with a decimal separator of another locale, made readable in this one: where this locale's separator
-    // is not ".", every "." becomes it; otherwise every "," becomes ".". Thousands separators are not protected.
+    // Replaces the decimal separator of another locale by this one's: if this locale's separator is not ".", every
+    // "." becomes it; otherwise every "," becomes ".". Thousands separators are replaced as well.
     QString normaliseDecimal(const QString &text) const;
 
 private:

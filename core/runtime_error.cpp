@@ -24,7 +24,7 @@ QString nameOf(RuntimeError::Kind kind)
     case RuntimeError::Kind::NoDriver:
         return QCoreApplication::translate("RuntimeError", "There is no driver for this interface");
     case RuntimeError::Kind::Closing:
-        return QStringLiteral("The program is closing"); // nobody is shown this
+        return QStringLiteral("The program is closing"); // never shown
     }
     return {};
 }

@@ -7,19 +7,19 @@
 
 namespace calvorn {
 
-// A run-time error ends the procedure in which it happens. One that no procedure handles ends at the boundary of
-// the control's handler (ErrorBoundary), is shown once, and the program goes on. Closing is not shown: the program
-// ends.
+// A run-time error ends the procedure in which it occurs. If no procedure handles it, the boundary of the control's
+// handler (ErrorBoundary) shows it once and the program continues. Closing is not shown because the program is
+// ending.
 class RuntimeError : public std::exception
 {
 public:
     enum class Kind { Overflow, TypeMismatch, SubscriptOutOfRange, File, DriverCall, NoAnswer, NoDriver, Closing };
 
-    // detail: what exactly failed, for the reader of the message; may be empty.
+    // detail: the exact failure, included in the message; may be empty.
     explicit RuntimeError(Kind kind, const QString &detail = {});
 
     Kind kind() const { return m_kind; }
-    // What exactly failed, as it was given.
+    // The detail passed to the constructor.
     const QString &detail() const { return m_detail; }
     // One sentence for the user.
     const QString &message() const { return m_message; }

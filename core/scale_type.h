@@ -5,8 +5,8 @@
 
 namespace calvorn {
 
-// What the number of a scale (Configuration::scaleType) means. Any number that is no scale is logarithmic, of 1 V and
-// without headroom.
+// The scale numbers of Configuration::scaleType. Any other number is treated as logarithmic, relative to 1 V, without
+// headroom.
 inline constexpr int kScales = 5;
 inline constexpr std::int16_t kScaleLinear = 0;
 inline constexpr std::int16_t kScaleDb1V = 1;
@@ -24,13 +24,13 @@ constexpr bool isLinearScale(std::int16_t scale)
     return scale == kScaleLinear;
 }
 
-// Whether 0 dB is 10 V; otherwise it is 1 V.
+// Returns whether 0 dB is 10 V; otherwise it is 1 V.
 constexpr bool scaleRefersTo10V(std::int16_t scale)
 {
     return scale == kScaleDb10V || scale == kScaleDb10VHeadroom;
 }
 
-// Whether the scale reaches from +10 dB; otherwise from 0 dB.
+// Returns whether the scale starts at +10 dB; otherwise it starts at 0 dB.
 constexpr bool scaleHasHeadroom(std::int16_t scale)
 {
     return scale == kScaleDb1VHeadroom || scale == kScaleDb10VHeadroom;

@@ -14,26 +14,26 @@
 
 namespace calvorn {
 
-// Reads the settings file once and takes values from it, each with a default for a key that is missing or empty.
+// Reads the settings file once and returns its values. A missing or empty key yields its default.
 //
-// A text that does not convert is a run-time error of that key alone: the value becomes its default, the bad text
-// stays in the file, and faults() names section, key and text.
+// A text that does not convert affects only its own key: the value becomes the default, the bad text stays in the
+// file, and faults() names section, key and text.
 class SettingReader
 {
 public:
-    // What happens to a default that was used because there was nothing: it goes into the file with save(), or not.
+    // Whether save() writes the defaults of missing keys to the file.
     enum class Defaults { WriteBack, KeepOut };
 
     SettingReader(const QString &path, Defaults defaults);
 
-    // The file as it was read.
+    // The file as read by the constructor.
     const Profile &profile() const { return m_profile; }
 
-    // Removes the keys of a section from the file with save().
+    // Removes the keys of a section; save() applies this to the file.
     void clear(const QString &section);
 
-    // Brings what is missing into the file as it is by then. Nothing with Defaults::KeepOut, and when the file was
-    // refused, now or then.
+    // Reads the file again and adds the missing keys to it. Does nothing with Defaults::KeepOut, or if the file was
+    // refused at either reading.
     void save();
 
     QString text(const SettingKey &key);
@@ -47,13 +47,12 @@ public:
     }
     void read(std::int16_t &value, const SettingKey &key);
     void read(std::int32_t &value, const SettingKey &key);
-    // Reals pass the decimal-separator normaliser.
+    // Real numbers are read with either decimal separator.
     void read(float &value, const SettingKey &key);
     void read(double &value, const SettingKey &key);
     void read(bool &value, const SettingKey &key);
     void read(QString &value, const SettingKey &key) { value = text(key); }
-    // Of a text that does not convert this value is made in place of the default, because the default would be another
-    // device than the one that was meant.
+    // Uses `none` for a text that does not convert. The default would select a device that the user did not mean.
     void int16OrNone(std::int16_t &value, const SettingKey &key, std::int16_t none);
 
     // One sentence for each text that could not be used.
@@ -61,7 +60,7 @@ public:
     void addFault(const SettingKey &key, const QString &what);
     void addFaults(const QStringList &sentences) { m_faults += sentences; }
 
-    // Whether the text of this key could not be used.
+    // Returns whether the text of this key could not be used.
     bool isUnreadable(const QString &section, const QString &key) const
     {
         return m_unreadable.contains({section, key});

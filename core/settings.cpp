@@ -15,12 +15,12 @@ namespace calvorn {
 
 namespace {
 
-// No setting is kept here any more; each start empties it.
+// Obsolete section, emptied at each start.
 constexpr const char *kAttenuatorSection = "Attenuator";
 
 constexpr std::int16_t kOldScaleDb10V = 10; // in files of old versions
 
-// A name passes when it stands anywhere inside the list of names; so does an empty one.
+// Accepts any substring of the joined device names, including an empty name.
 bool isKnownDdsDevice(const QString &name)
 {
     QString names;
@@ -43,7 +43,7 @@ auto &fieldOf(auto &configuration, auto &window, Value Record::*field)
         return configuration.*field;
 }
 
-// Takes a value from the file, by its kind.
+// Reads one value according to its kind.
 struct ReadValue
 {
     SettingReader &reader;
@@ -69,7 +69,7 @@ struct ReadValue
         else
             reader.read(value, row.key);
     }
-    // The text of a marker is kept as it is; one that does not convert gives way to the default.
+    // Markers are kept as text. A text that does not convert is replaced by the default.
     void operator()(QString &value) const
     {
         if (row.kind == SettingKind::MarkerLevel)
@@ -88,7 +88,7 @@ struct ReadValue
     }
 };
 
-// Makes the text that is saved.
+// Returns the text to save.
 struct SaveValue
 {
     const NumberText &numbers;
@@ -128,7 +128,7 @@ LoadOutcome SettingsLoader::load()
     QStringList faults;
     m_configuration.detectorLaw = readDetectorLaw(profile(), faults);
     m_reader.addFaults(faults);
-    // The first run may have been cut short.
+    // A cancelled first run writes no defaults.
     if (outcome != LoadOutcome::Ended)
         m_reader.save();
     return outcome;
@@ -166,7 +166,7 @@ LoadOutcome SettingsLoader::announceFirstRun()
     m_configuration.msgResult = configured ? -1 : 0;
     if (configured || !firstRun)
         return LoadOutcome::Loaded;
-    m_reader.save(); // the configuration writes behind what has been read so far
+    m_reader.save(); // the first-run configuration writes to the file after this
     return firstRun() ? LoadOutcome::Loaded : LoadOutcome::Ended;
 }
 
@@ -187,7 +187,7 @@ void SettingsLoader::read(const SettingRow &row)
     std::visit([&](auto field) { ReadValue{m_reader, row}(fieldOf(m_configuration, m_window, field)); }, row.field);
 }
 
-// A start above the maximum falls to the minimum, not to the maximum; a stop has no lower limit.
+// A start above the maximum becomes the minimum, not the maximum; a stop has no lower limit.
 void SettingsLoader::clampFrequencies()
 {
     Configuration &c = m_configuration;

@@ -12,42 +12,43 @@
 
 namespace calvorn {
 
-// Ended: the first run has ended the program.
+// Ended: the program ends during the first run.
 enum class LoadOutcome { Loaded, Ended, UnknownDdsDevice, UnknownAdcDevice };
 
-// Reads the settings file into the record, key by key in the order of the table (core/settings_table.h); a key that is
-// missing or empty gets its default, which is written into the file unless the reader keeps it out.
+// Reads the settings file into the configuration record in the order of the settings table (core/settings_table.h). A
+// missing or empty key gets its default, which is also written to the file unless `defaults` is KeepOut.
 //
-// A text that does not convert is a run-time error of that key alone: the key gets its default, the bad text stays
-// in the file, and faults() names section, key and text.
+// A text that does not convert affects only its own key: the key gets its default, the bad text stays in the file,
+// and faults() names section, key and text.
 class SettingsLoader
 {
 public:
     SettingsLoader(Configuration &configuration, WindowSettings &window,
                    SettingReader::Defaults defaults = SettingReader::Defaults::WriteBack);
 
-    // Called first when the file cannot be used, with the reason as a part of a sentence; all values are defaults then,
-    // and nothing is written.
+    // Called first if the file cannot be used, with the reason as a clause. All values are then defaults and nothing
+    // is written.
     std::function<void(const QString &reason)> refused;
 
-    // Called once, before the device keys are read, when the file holds no DDS device (the very first start).
-    // False: the program ends, and nothing more is read.
+    // Called once, before the device keys are read, if the file names no DDS device (the very first start). Returns
+    // false to end the program; nothing more is then read.
     std::function<bool()> firstRun;
 
-    // Everything but the markers; iniPath must be set. Stops at a device that is not supported.
+    // Reads everything except the markers; iniPath must be set. Stops at an unsupported device.
     LoadOutcome load();
 
-    // The marker keys, read later in start-up: 3 and 4 before 1 and 2.
+    // Reads the marker keys, later during start-up: 3 and 4 before 1 and 2.
     void loadMarkers();
 
     // One sentence for each text that did not convert.
     const QStringList &faults() const { return m_reader.faults(); }
 
-    // The file as it was read.
+    // The file as read by load().
     const Profile &profile() const { return m_reader.profile(); }
     bool wasRefused() const { return profile().isRefused(); }
 
-    // Of what saveSettings() writes: the entries whose text in the file could not be read, as they stand in the record.
+    // Returns, of the entries that saveSettings() writes, those whose text could not be read, with their current
+    // values.
     QVector<ProfileEntry> unreadableEntries() const;
 
 private:
@@ -63,11 +64,11 @@ private:
     SettingReader m_reader;
 };
 
-// Writes what the user can have changed, with one replacement of the file; reals carry the locale's decimal
-// separator. Marker texts that are not numbers are written as "0". False when the file could not be written.
+// Writes the settings that the user can change, in one replacement of the file. Real numbers use the locale's decimal
+// separator; marker texts that are not numbers are written as "0". Returns false if the file cannot be written.
 //
-// untouched: entries that are left out as long as they have this very value. What could not be read stays in the file
-// until the user has changed it.
+// untouched: entries to leave out as long as they still have this value. An unreadable text thus stays in the file
+// until the user changes the setting.
 bool saveSettings(const Configuration &configuration, const WindowSettings &window,
                   const QVector<ProfileEntry> &untouched = {});
 

@@ -90,14 +90,14 @@ struct FieldFits
     }
 };
 
-// Only fields of the hardware are among the working copies of the set-up.
+// The set-up's working copies contain only fields of HardwareSettings.
 constexpr bool isConsistent(const SettingRow &row)
 {
     const bool isInSetUp = row.places.port + row.places.hardware + row.places.apply > 0;
     return std::visit(FieldFits{row.kind, isInSetUp}, row.field);
 }
 
-// From 1 on, without a gap and without a place that is given twice.
+// Checks that the places run from 1 without gaps or duplicates.
 constexpr bool isGapless(int SettingPlaces::*order)
 {
     const auto isAt = [order](int place) {

@@ -13,34 +13,34 @@
 
 namespace calvorn {
 
-// How a text becomes a value and back.
+// How a value is converted from and to text.
 enum class SettingKind {
     Text,
     Int16,
     Int32,
     Real,            // float or double; written with the locale's decimal separator, read with either
-    Boolean,         // "False" or a number that is 0, "True" or any other number
-    Address,         // Int16, which the set-up writes as "&H" and hexadecimal digits
+    Boolean,         // "False" or "True", or a number, which is false if 0
+    Address,         // Int16; the set-up writes it as "&H" and hexadecimal digits
     Decibels,        // Int32, read with either decimal separator
     MarkerFrequency, // a whole number, kept as text
     MarkerLevel,     // a real number, kept as text
 };
 
-// Where the value is in the records.
+// The record member that holds the value.
 using SettingField =
     std::variant<std::int16_t HardwareSettings::*, std::int32_t HardwareSettings::*, float HardwareSettings::*,
                  double HardwareSettings::*, QString HardwareSettings::*, std::int16_t Configuration::*,
                  std::int32_t Configuration::*, float Configuration::*, bool Configuration::*, QString Configuration::*,
                  std::int16_t WindowSettings::*, QString WindowSettings::*>;
 
-// The place of a setting in each order that is not that of the table: 1 is the first, 0 means that it is not part of
-// it.
+// The place of a setting in each order that differs from the order of the table: 1 is the first, 0 means not
+// included.
 struct SettingPlaces
 {
-    int shutdown = 0; // what the program writes when it ends
-    int port = 0;     // what the set-up reads from the section in the table
-    int hardware = 0; // what the set-up reads from [Config], or from the prepared section of an interface
-    int apply = 0;    // what the set-up writes
+    int shutdown = 0; // written by the program at shutdown
+    int port = 0;     // read by the set-up from the section in the table
+    int hardware = 0; // read by the set-up from [Config] or from the prepared section of an interface
+    int apply = 0;    // written by the set-up
 };
 
 struct SettingRow
@@ -49,10 +49,10 @@ struct SettingRow
     SettingKind kind;
     SettingField field;
     SettingPlaces places = {};
-    const char *appliedName = nullptr; // how the set-up spells the key where the file does not have it
+    const char *appliedName = nullptr; // the set-up's spelling of the key, used if the file does not have the key
 };
 
-// The keys that are named outside the table, besides those in protocol/setting_key.h.
+// The keys used outside the table, in addition to those in protocol/setting_key.h.
 inline constexpr SettingKey kInterface{kConfigSection, "Interface", "2"};
 inline constexpr SettingKey kLog{"Debug", "Log", "0"};
 inline constexpr SettingKey kAdcOffset{kConfigSection, "ADC Offset", "5"}; // volts
@@ -61,15 +61,15 @@ inline constexpr SettingKey kPot2{kCalvornSection, "Pot_2", "0"};
 inline constexpr SettingKey kMarker3{kCalvornSection, "Marker 3", "0"};       // volts or dB
 inline constexpr SettingKey kMarker2{kCalvornSection, "Marker 2", "2000000"}; // Hz
 
-// Every setting that has a field in a record, in the order in which the start of the program reads them and writes the
-// missing defaults. The other sections have their keys in protocol/: aux_settings.h, lpt_wiring_parser.h and
-// simulator_keys.h; [Ports] is in platform/serial_ports.h. docs/settings.md explains all of them.
+// Every setting that has a field in a record, in the order in which start-up reads the settings and writes missing
+// defaults. The keys of the other sections are in protocol/ (aux_settings.h, lpt_wiring_parser.h and
+// simulator_keys.h) and, for [Ports], in platform/serial_ports.h. docs/settings.md explains all of them.
 std::span<const SettingRow> settingsTable();
 
-// The rows that have a place in this order, sorted by it.
+// Returns the rows that have a place in this order, sorted by it.
 QVector<const SettingRow *> settingsInOrder(int SettingPlaces::*order);
 
-// A value as it is written into the file.
+// Returns the text of a value as written to the file.
 inline QString settingText(const NumberText &, std::int16_t value)
 {
     return NumberText::fromInteger(value);

@@ -6,7 +6,8 @@
 
 namespace calvorn {
 
-// Replaces a file whole or not at all (platform/file_replacement.h). RuntimeError(File) says which file and why.
+// Replaces a file completely or not at all (platform/file_replacement.h). Throws RuntimeError(File) with the file and
+// the reason.
 void writeWholeFile(const QString &path, const QByteArray &content);
 
 } // namespace calvorn
