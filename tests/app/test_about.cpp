@@ -100,7 +100,7 @@ private slots:
         QFETCH(QString, page);
         const QStringList lines = FrmAbout::interfaceText(defaults(interfaceType)).split(u'\r');
         QCOMPARE(lines.size(), 3);
-        // F1 opens the page about this window, which leads on to the page named.
+        // F1 opens the page about this window, which links to the named page.
         const auto read = [](const QString &name) {
             QFile file(QStringLiteral(CALVORN_SOURCE_DIR "/help/") + name);
             return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();

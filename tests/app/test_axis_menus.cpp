@@ -13,7 +13,7 @@ using calvorn::test::WalkHands;
 
 namespace {
 
-// Row r at 1 MHz + (r - 1) x 10 kHz.
+// Row r is at 1 MHz + (r - 1) x 10 kHz.
 const QByteArray kSettings = "[Config]\r\nInterface=2\r\nDDS Device=AD9851\r\nADC Step=0.00244\r\nADC Offset=0\r\n"
                              "[Parallel Port]\r\nLPT=0\r\n[Calvorn]\r\nStart=1000000\r\nStop=5000000\r\n"
                              "Marker 1=1500000\r\nMarker 2=3000000\r\nScale=0\r\nMax scaleV=2.5\r\n";
@@ -29,7 +29,8 @@ struct Bench : test::WindowBench
         hands.updateTimer()->setInterval(0);
     }
 
-    // The right button over the middle of a widget, as the screen delivers it.
+    // Presses the right button over the middle of a widget and sends the context menu event that the system would
+    // send.
     void rightClick(const char *name) const
     {
         QWidget *widget = find(name);
@@ -76,7 +77,7 @@ void TestAxisMenus::theAmplitudesOfferTheScales()
     const Bench bench;
     bench.choose("lblVolt_2", "mnuScalaLogaritmica1dB");
     QCOMPARE(bench.configuration.scaleType, std::int16_t{2});
-    // Where no label stands, too; the present scale is marked.
+    // The menu also opens where there is no label, and marks the current scale.
     QWidget *axis = bench.find("lblVolt_2")->parentWidget();
     QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(3, axis->height() / 2 + 20),
                             axis->mapToGlobal(QPoint(3, axis->height() / 2 + 20)));

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // What the user sees when a board misbehaves: every simulated fault on every interface, through the real server. A
-// sweep that cannot be trusted is not shown, the window is never left sweeping without a board, and it starts again.
+// sweep that cannot be trusted is not shown, the window never claims to be sweeping without a board, and the next
+// sweep starts normally.
 #include "tests/support/crystal_sweep.h"
 #include "tests/support/window_bench.h"
 
@@ -11,7 +12,7 @@ using calvorn::test::WindowBench;
 
 namespace {
 
-// The window with a board that has this fault.
+// The window with a simulated board that has the given fault.
 struct FaultBench : WindowBench
 {
     FaultBench(std::int16_t interfaceType, const QString &fault)
@@ -39,7 +40,7 @@ struct FaultBench : WindowBench
     bool isIdle() const { return isShown("cmdStart") && !isShown("cmdStop"); }
 
     int sweeps = 0;
-    int wrongSweeps = 0; // the resonance stood in another row
+    int wrongSweeps = 0; // the resonance was in another row
 };
 
 } // namespace
@@ -97,7 +98,7 @@ void TestBoardFaults::failureEndsTheSweep_data()
     QTest::addColumn<QString>("logged");
     const auto late = QStringLiteral("3 The board delivers no good sweep any more; the sweep ends.");
     const auto failed = QStringLiteral("3 The MiniVNA failed to deliver three sweeps in a row; the sweep ends.");
-    // A frame is shown when the next one begins.
+    // The server delivers a frame only when the next one begins.
     QTest::newRow("PIC, silence") << int{kInterfacePic} << "silence" << 1 << 0 << late;
     QTest::newRow("PIC, half") << int{kInterfacePic} << "half" << 1 << 0 << late;
     QTest::newRow("MiniVNA, silence") << int{kInterfaceVna} << "silence" << 1 << 3 << failed;
@@ -212,7 +213,7 @@ void TestBoardFaults::refusingBoard()
     QCOMPARE(bench.sweeps, 0);
 }
 
-// A changed count shows only where one of the six unused bits was hit. What is shown has 400 possible counts, and
+// A changed count shows only where one of the six unused bits was hit. A displayed sweep has 400 possible counts and
 // perhaps a spike.
 void TestBoardFaults::flippedBitsOfTheMiniVna()
 {
@@ -237,7 +238,7 @@ void TestBoardFaults::silentConverterOfTheParallelPort_data()
     QTest::newRow("half") << QStringLiteral("half");
 }
 
-// A line that stays low is a reading like any other.
+// A data line that stays low is a valid reading.
 void TestBoardFaults::silentConverterOfTheParallelPort()
 {
     QFETCH(QString, fault);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the View menu chooses at the board: the device of a simulated one, and the mode of the MiniVNA.
+// The View menu entries that act on the board: the device of a simulated board and the mode of the MiniVNA.
 #include "tests/support/crystal_sweep.h"
 #include "tests/support/fake_server_control.h"
 #include "tests/support/window_bench.h"
@@ -28,7 +28,7 @@ struct Bench : test::WindowBench
 
     QAction *action(const char *name) const { return window->findChild<QAction *>(QString::fromLatin1(name)); }
 
-    // Opens the menu "View" and in it the one below this entry.
+    // Opens the View menu and the given submenu.
     QMenu *open(const char *submenu) const
     {
         QMenuBar *bar = window->menuBar();
@@ -52,7 +52,7 @@ struct Bench : test::WindowBench
         QMenu *menu = open(submenu);
         QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action(name)).center());
     }
-    // The name of what is marked.
+    // Returns the object names of the checked entries.
     QString marked(const char *submenu) const
     {
         QMenu *menu = open(submenu);
@@ -65,7 +65,7 @@ struct Bench : test::WindowBench
         return names.join(u' ');
     }
 
-    // Of the curve of one sweep, in volts or dB.
+    // Takes one sweep and returns the difference between its highest and lowest count.
     double spread() const
     {
         QSignalSpy stored(&station->instrument.conversion(), &SampleConversion::vectorStored);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The buttons of the test panel and the auxiliary outputs, up to what they make the simulated boards do.
+// The test panel's buttons and the auxiliary outputs, down to what the simulated boards do.
 #include "tests/support/interface_settings.h"
 #include "tests/support/quiet_time.h"
 #include "tests/support/watched.h"
@@ -16,11 +16,11 @@ using calvorn::test::WindowBench;
 
 namespace {
 
-// States of a sweep.
+// Values of Instrument::sweepState().
 constexpr std::int16_t kIdle = 0;
 constexpr std::int16_t kSweeping = 4;
 
-// Settings of one interface, changed here and there: {"section", "key", "value"}.
+// Returns the settings of one interface with some values changed, each as {"section", "key", "value"}.
 QByteArray settings(std::int16_t interfaceType, const QList<std::array<const char *, 3>> &changes = {})
 {
     const test::ProgramFolder scratch({}, test::crystalSettings(interfaceType));
@@ -30,13 +30,13 @@ QByteArray settings(std::int16_t interfaceType, const QList<std::array<const cha
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-// The window with the real drivers behind it; what the boards did at the start is forgotten.
+// The window with the real drivers. Discards what the boards did during start-up.
 struct Bench
 {
     explicit Bench(const QByteArray &ini)
         : window(test::Watched::program(), ini)
     {
-        // A MiniVNA listens in a thread of its own and acknowledges nothing: its first frequency may be late.
+        // A MiniVNA reads in its own thread and acknowledges nothing, so its first frequency may be late.
         if (window.configuration.interfaceType == kInterfaceVna)
             (void)QTest::qWaitFor(
                 [this] { return boards.events(QStringLiteral("said")).size() >= 4 && boards.last() > 0.0; });
@@ -45,7 +45,7 @@ struct Bench
         boards.forget();
     }
 
-    // Until the boards have been quiet for a while.
+    // Waits until the boards have been quiet for a while.
     void settle() const
     {
         QStringList before;
@@ -55,7 +55,7 @@ struct Bench
         } while (boards.events() != before);
     }
 
-    // What the boards have been made to do by this button.
+    // Clicks the button and returns what the boards did.
     QStringList after(const char *button, const QString &kind = {}) const
     {
         boards.forget();
@@ -156,7 +156,7 @@ void TestBoardsByHand::thePicThatRefusesIsTold()
 void TestBoardsByHand::theParallelPortFollows()
 {
     const Bench bench(settings(kInterfaceLpt));
-    // The reset line stops the generator before it comes up again.
+    // The reset line stops the generator before the driver sets it to 1 MHz.
     const QStringList reset = bench.after("cmdReset");
     QCOMPARE(reset.first(), QStringLiteral("Hz 0.000000"));
     QVERIFY(std::abs(bench.boards.last() - 1e6) < 0.05);
@@ -185,7 +185,7 @@ void TestBoardsByHand::theMiniVnaFollows()
         QTRY_COMPARE(bench.boards.events(said), vnaCommand("10737418"));
         QTRY_VERIFY(std::abs(bench.boards.last() - 1e6) < 0.05);
     }
-    // The board listens in a thread of its own: what the step made it do would come before what is known to come.
+    // The board reads in its own thread: anything caused by the step would arrive before the command that follows.
     bench.boards.forget();
     bench.window.click("cmdFreqStep");
     bench.window.click("cmdFreqDDS");
@@ -210,7 +210,7 @@ void TestBoardsByHand::theMiniVnaChangesItsMode()
         bench.boards.forget();
         bench.window.click("cmdMisura");
         QCOMPARE(bench.window.caption("cmdMisura"), QString::fromLatin1(expected.caption));
-        // The server keeps the mode for the next sweep: the instrument is told with it.
+        // The server keeps the mode and sends it to the instrument with the next sweep.
         QCOMPARE(bench.boards.events(), QStringList());
         bench.boards.forget();
         bench.window.click("cmdStart");
@@ -260,7 +260,7 @@ void TestBoardsByHand::theForcedStopGivesTheButtonsBack()
     QVERIFY(bench.window.find<QAction>("mnuSaveCSV")->isEnabled());
     const auto *log = bench.window.find<QListWidget>("lstLOG");
     QCOMPARE(log->findItems(QStringLiteral("Stop sweep forzato"), Qt::MatchExactly).size(), 1);
-    // The board is told to stop, too, and stays still then.
+    // The board is stopped, too, and then stays still.
     QTRY_COMPARE(instrument.sweepState(), kIdle);
     bench.settle();
     bench.boards.forget();
@@ -292,7 +292,7 @@ void TestBoardsByHand::drawAndClearTouchNoBoard()
         const int count = table->text(row, SweepTable::SampleColumn).toInt();
         QVERIFY2(count >= 0 && count <= 1023, qPrintable(QString::number(count)));
     }
-    // Row 101 stands at 8,975,000 Hz.
+    // Row 101 is at 8,975,000 Hz.
     QCOMPARE(bench.window.text("txtM1Y"), table->text(101, SweepTable::AmplitudeColumn));
 
     bench.window.find<QLineEdit>("txtRX")->setText(QStringLiteral("400:1"));
@@ -328,7 +328,7 @@ void TestBoardsByHand::everyBoxReachesItsLatch()
         int total = 0;
         for (int i = 0; i < 8; ++i) {
             const QByteArray box = QStringLiteral("chkAux%1_%2").arg(output).arg(i).toLatin1();
-            // Half on is still off.
+            // The first click checks the box half, which is still off.
             QCOMPARE(bench.after(box.constData()), latched());
             values[static_cast<std::size_t>(output - 1)] |= 1 << i;
             total += (i + 1) * 10;

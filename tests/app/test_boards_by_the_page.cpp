@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The window with the real server and boards that were written from docs/hardware/ alone, behaving as good boards and
-// bad ones do. Every count of these boards tells where it was measured.
+// The window with the real server and boards written from docs/hardware/ alone, both healthy and faulty. Each count
+// of these boards encodes the frequency at which it was measured.
 #include "tests/support/page_scene.h"
 #include "tests/support/quiet_time.h"
 
@@ -15,7 +15,7 @@ using calvorn::test::Scene;
 
 namespace {
 
-constexpr int kBudgetMs = 3'000;                     // of everything that one click does
+constexpr int kBudgetMs = 3'000;                     // for everything that one click does
 const QStringList kPaced{QStringLiteral("--paced")}; // as slow as the real line
 
 struct SerialScene
@@ -34,7 +34,7 @@ struct SerialScene
     std::unique_ptr<Scene> scene;
 };
 
-// Waits until it has heard a command since it was last asked.
+// Waits until the board has received a command since "heard" was last read.
 bool owesAReply(test::SerialPageBoard &board)
 {
     return QTest::qWaitFor([&board] { return board.tell("heard").trimmed() != "heard"; });
@@ -131,7 +131,7 @@ void TestBoardsByThePage::resetInMidSweep()
     QVERIFY(scene->rangeIsTaken());
     QVERIFY(scene->sweeps());
     scene->click("cmdReset");
-    // The board has ended its sweep, stands on 1 MHz, and the buttons are back.
+    // The board has ended its sweep and stands at 1 MHz, and the buttons are enabled again.
     QVERIFY(scene.board.tell("state").startsWith("state gen=1000000 start=0 step=0 prepared=0 sweeping=0"));
     QTRY_VERIFY(scene->isIdle());
     const int before = scene->right;
@@ -148,7 +148,7 @@ void TestBoardsByThePage::resetInMidSweepOfTheOthers_data()
     addInterfaces({kInterfaceLpt, kInterfaceVna});
 }
 
-// These go on sweeping after a reset; every sweep is still right.
+// These boards continue sweeping after a reset, and every sweep remains right.
 void TestBoardsByThePage::resetInMidSweepOfTheOthers()
 {
     QFETCH(int, interfaceType);
@@ -167,7 +167,7 @@ void TestBoardsByThePage::resetInMidSweepOfTheOthers()
     QCOMPARE(scene.wrong, 0);
 }
 
-// A sweep that was under way in the mode before is not converted in the new one.
+// A sweep that began in the previous mode is not converted as one of the new mode.
 void TestBoardsByThePage::modeChangeInMidSweep()
 {
     SerialScene scene(kInterfaceVna);
@@ -198,7 +198,7 @@ void TestBoardsByThePage::aRefusedStartFrequencyStartsNothing_data()
     QTest::newRow("in mid-sweep") << true;
 }
 
-// The board keeps its former preparation, as firmware may that differs from the page.
+// The board keeps its previous preparation, which firmware that differs from the page may do.
 void TestBoardsByThePage::aRefusedStartFrequencyStartsNothing()
 {
     QFETCH(bool, inMidSweep);
@@ -264,7 +264,7 @@ void TestBoardsByThePage::aBoardThatComesLaterIsFound()
     QCOMPARE(scene->boxesWith(QStringLiteral("Wrong serial port number (COM5).")), 1);
     scene->click("cmdStart");
     QTRY_VERIFY(scene->isIdle());
-    // What it says is true now.
+    // The log states the actual reason.
     QVERIFY(scene->logs(QStringLiteral("2 There is no device ") + scene.board.link()));
     QVERIFY(!scene->logs(QStringLiteral("is not open")));
     scene.board.tell("plug");
@@ -310,16 +310,16 @@ void TestBoardsByThePage::lateRepliesOfTheMiniVna()
         scene.board.tell("latenext 1 " + QByteArray::number(late));
         QVERIFY(owesAReply(scene.board));
         scene->setRange(2'000'000 + late, 9'000'000);
-        // Where the machine is so busy that three replies in a row are cut, the sweep ends and is started again.
+        // On a machine so busy that three replies in a row are cut, the sweep ends and the test starts it again.
         QVERIFY2(scene->sweeps(3) || (scene->isIdle() && scene->sweeps(3)), qPrintable(scene->log().join(u'\n')));
     }
     scene.board.tell("heard");
     scene.board.tell("lateeach 1650 2200");
     QVERIFY(owesAReply(scene.board));
     scene->setRange(3'000'000, 9'000'000);
-    QTRY_VERIFY_WITH_TIMEOUT(scene->isIdle(), 20'000); // given up
+    QTRY_VERIFY_WITH_TIMEOUT(scene->isIdle(), 20'000); // gave up
     scene.board.tell("lateeach 0 0");
-    test::giveTheBoard(2'500); // for the last replies that it owes
+    test::giveTheBoard(2'500); // to send the last replies that it owes
     QVERIFY(scene->sweeps(3));
     QCOMPARE(scene->wrong, 0);
 }
@@ -331,7 +331,7 @@ void TestBoardsByThePage::aStrayByteWithTheFirstCommand()
     Scene scene(kInterfaceVna, test::pageSettings(kInterfaceVna, board.link()));
     test::nothingHappensFor(600);
     QVERIFY(!scene.logs(QStringLiteral("does not answer")));
-    // The generator was set all the same: to 1 MHz, the last word of the last command.
+    // The generator is set nevertheless: to 1 MHz, the last word of the last command.
     QVERIFY(board.tell("state").startsWith("state word=10737418 "));
     QVERIFY(scene.sweeps());
     QCOMPARE(scene.wrong, 0);
@@ -358,21 +358,21 @@ void TestBoardsByThePage::wrongAnswersCostOneBudget()
         clock.start();
         if (scene->isShown(button))
             scene->click(button);
-        // The desktop of the test does not sleep through the second of a reset.
+        // FakeDesktop does not sleep through the second that a reset takes.
         const int slept = std::exchange(scene->desktop.sleptMs, 0);
         QVERIFY2(clock.elapsed() + slept <= kBudgetMs, qPrintable(QString::number(clock.elapsed())));
         static_cast<void>(scene->stops());
-        test::pauseOfAPerson(1'600); // the next click is another one
+        test::pauseOfAPerson(1'600); // so that the next click is separate
     }
     QCOMPARE(scene->wrong, 0);
 }
 
-// The answer to an abort is awaited before another one is sent, at closing too.
+// The driver waits for the answer to an abort before it sends another one, also while closing.
 void TestBoardsByThePage::oneAbortAtATime()
 {
     SerialScene scene(kInterfacePic);
     QVERIFY(scene->sweeps());
-    scene.board.tell("late 120"); // far from the half second after which an abort is repeated
+    scene.board.tell("late 120"); // far below the half second after which an abort is repeated
     scene.board.tell("heard");
     scene->window->close();
     const QByteArray heard = scene.board.tell("heard");
@@ -401,7 +401,7 @@ void TestBoardsByThePage::aParallelPortThatGoesIsTold()
     QTRY_VERIFY(scene.isIdle());
     QCOMPARE(scene.boxesWith(QStringLiteral("The parallel port /dev/parport0 is gone.")), 1);
     QCOMPARE(scene.wrong, 0);
-    QCOMPARE(test::rowsOf(*scene.table(), kInterfaceLpt), Rows::Right); // the last good sweep stays
+    QCOMPARE(test::rowsOf(*scene.table(), kInterfaceLpt), Rows::Right); // the last good sweep remains
     board.setFault({});
     QVERIFY(scene.sweeps());
     QCOMPARE(scene.wrong, 0);
@@ -422,7 +422,7 @@ void TestBoardsByThePage::outputsAreSetWithOneShift_data()
         << QByteArray("FF F6");
 }
 
-// No other byte stands on the outputs between the opening and the end.
+// The outputs carry no other byte between the opening of the port and the end.
 void TestBoardsByThePage::outputsAreSetWithOneShift()
 {
     QFETCH(QByteArray, settings);
@@ -460,7 +460,7 @@ void TestBoardsByThePage::settingsThatCannotWork_data()
                           "to 20 or 1.");
 }
 
-// Told at the start and with every sweep; nothing is loaded.
+// Reported at the start and at every sweep; no tuning word is loaded.
 void TestBoardsByThePage::settingsThatCannotWork()
 {
     QFETCH(QByteArray, from);
@@ -481,7 +481,7 @@ void TestBoardsByThePage::settingsThatCannotWork()
     QVERIFY(board.events("word").isEmpty());
 }
 
-// Another port than the one that was meant is not opened in its place.
+// The server does not open another port instead of the intended one.
 void TestBoardsByThePage::anAddressThatDoesNotFit()
 {
     const test::ParallelPageBoard board;
@@ -514,7 +514,7 @@ void TestBoardsByThePage::aFrozenServerIsTold()
                               1, 5'000);
     qInfo("told after %lld ms", clock.elapsed());
     QTRY_VERIFY(scene.isIdle());
-    QVERIFY(scene.sweeps()); // by a new one
+    QVERIFY(scene.sweeps()); // with a new server
     QCOMPARE(scene.wrong, 0);
 }
 

@@ -108,12 +108,12 @@ void TestCalibration::theGeneratorIsSentEveryOffset()
         hands.clickUpper();
         QCOMPARE(m_server.takeCalls(), calls(QStringLiteral("12.01")));
     });
-    // Without "Apply" the former offset acts again.
+    // Without "Apply" the previous offset is in force again.
     QCOMPARE(bench.configuration.ddsOffset, 1.5);
     QCOMPARE(m_server.takeCalls(), calls(QStringLiteral("1.5")));
 }
 
-// The text of the box is the same each time.
+// The box shows the same text each time.
 void TestCalibration::openingParksTheGeneratorEveryTime()
 {
     QFETCH(int, interfaceType);
@@ -149,7 +149,7 @@ void TestCalibration::theNudgeStepsByOneHundredth()
         hands.nudge()->setFocus();
         QTest::keyClick(hands.nudge(), Qt::Key_Up);
         QCOMPARE(hands.text("txtOffset"), shown("1.5"));
-        // No dust from adding hundredths.
+        // Adding hundredths leaves no rounding residue.
         hands.enter("txtOffset", QStringLiteral("0"));
         for (int i = 0; i < 100; ++i)
             hands.clickUpper();
@@ -166,7 +166,7 @@ void TestCalibration::applyTakesTheOffset()
     QLocale::setDefault(locale);
     WindowBench bench = fake(2);
     calibrate(bench, kGenerator, [&](const Hands &hands) {
-        // Either separator will do.
+        // The decimal point is accepted in every locale.
         hands.enter("txtOffset", QStringLiteral("2.25"));
         QTest::keyClick(hands.find("txtOffset"), Qt::Key_Home);
         QTest::keyClicks(hands.find<QLineEdit>("txtOffset"), QStringLiteral("-"));
@@ -208,7 +208,7 @@ void TestCalibration::errorsAskInTheWindow()
         QCOMPARE(bench.desktop.boxes[0].icon, BoxIcon::Critical);
         QCOMPARE(bench.desktop.boxes[0].buttons, BoxButtons::OkCancel);
         QVERIFY(hands.dialog->isVisible());
-        // The main window goes on counting the errors that it counts.
+        // The main window still counts transmission errors.
         emit driver->aErrore(1, QStringLiteral("A byte was lost."));
         QCOMPARE(bench.text("txtErrori"), QStringLiteral("1"));
         QCOMPARE(bench.desktop.boxes.size(), 2);
@@ -217,7 +217,7 @@ void TestCalibration::errorsAskInTheWindow()
     const auto *list = bench.find<QListWidget>("lstLOG");
     QCOMPARE(list->item(list->count() - 2)->text(), QStringLiteral("The MiniVNA does not answer. 3"));
     QCOMPARE(list->item(list->count() - 1)->text(), QStringLiteral("A byte was lost. 1"));
-    // Afterwards the main window has them again, and only logs those of this interface.
+    // Afterwards the main window handles errors again, and only logs those of this interface.
     emit driver->aErrore(3, QStringLiteral("Again."));
     QCOMPARE(bench.desktop.boxes.size(), 1);
     QCOMPARE(list->item(list->count() - 1)->text(), QStringLiteral("3 Again."));
@@ -260,7 +260,7 @@ void TestCalibration::theSimulatedGeneratorFollows()
         return made;
     };
     QVERIFY(makes(1000001.5));
-    // Wherever the generator was left, opening the window puts it on the start frequency.
+    // Opening the window sets the generator to the start frequency, wherever it was left.
     bench.configuration.startFreq = 5000000;
     calibrate(bench, kGenerator, [&](const Hands &) { QVERIFY(makes(5000001.5)); });
     bench.configuration.startFreq = 1000000;
@@ -274,7 +274,7 @@ void TestCalibration::theSimulatedGeneratorFollows()
         QTest::keyClicks(hands.find<QLineEdit>("txtOffset"), QStringLiteral("-"));
         QVERIFY(makes(999966.7));
     });
-    // Closed without "Apply": as before.
+    // Closed without "Apply", the window restores the previous offset.
     QVERIFY(makes(1000001.5));
     calibrate(bench, kGenerator, [&](const Hands &hands) {
         hands.enter("txtOffset", QStringLiteral("80"));
@@ -306,7 +306,7 @@ void TestCalibration::theDetectorIsReadThreeTimes()
     QVERIFY(calls.size() >= 6 && calls.size() % 3 == 0);
     for (const QString &call : calls)
         QCOMPARE(call, QStringLiteral("aLPT.ReadDetector()"));
-    // No tick after the window has closed.
+    // No timer tick after the window has closed.
     test::nothingHappensFor(700);
     QCOMPARE(m_server.takeCalls(), QStringList());
     QCOMPARE(bench.configuration.adcOffset, 0.1F);
@@ -340,7 +340,7 @@ void TestCalibration::theMiniVnaShowsTheCountOfTheTable()
     bench.table()->setText(1, SweepTable::SampleColumn, QStringLiteral("500"));
     m_server.takeCalls();
     calibrate(bench, kDetector, [&](const Hands &hands) {
-        // 500 counts x 0.00244 V + 0.1 V, whatever offset is being tried
+        // 500 counts x 0.00244 V + 0.1 V: the offset being tried does not change the read-out.
         hands.enter("txtOffsetVolt", QStringLiteral("3"));
         QTRY_COMPARE(hands.label("lblVolt"), QStringLiteral("1.320"));
         hands.click("cmdApply");
@@ -419,11 +419,10 @@ void TestCalibration::applyRewritesTheTable()
             QVERIFY2(std::abs(value - 20 * std::log10(volts / reference)) <= 0.0551, qPrintable(cell));
     }
     QCOMPARE(bench.table()->text(1, SweepTable::SampleColumn), QStringLiteral("0"));
-    // The curve and the markers show the new amplitudes.
     QVERIFY(!bench.find<SweepGraph>("picSweep")->curve().isEmpty());
 }
 
-// The bench's own generator changes what the detector of the simulated board sees.
+// Changing the generator's frequency changes the voltage that the simulated detector sees.
 void TestCalibration::theReadOutFollowsTheVoltage()
 {
     const WindowBench bench(test::ProgramFolder::builtFile(QStringLiteral("CalvornAsync")),
@@ -433,7 +432,7 @@ void TestCalibration::theReadOutFollowsTheVoltage()
     const auto volts = [](const Hands &hands) { return test::readNumber(hands.label("lblVolt")); };
     calibrate(bench, kDetector, [&](const Hands &hands) {
         QTRY_VERIFY(!hands.label("lblVolt").isEmpty());
-        // Far outside the filter: the offset alone.
+        // Far outside the filter only the offset remains.
         QVERIFY(std::abs(volts(hands) - 0.1) < 0.02);
         QElapsedTimer clock;
         clock.start();

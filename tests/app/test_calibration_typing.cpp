@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What is typed into the boxes of the two calibrations.
+// Typing into the boxes of the generator and detector calibrations.
 #include "core/number_text.h"
 #include "tests/support/calibration_hands.h"
 #include "tests/support/fake_server_control.h"
@@ -55,7 +55,7 @@ void TestCalibrationTyping::aLetterBecomesZero()
         hands.enter("txtOffset", QStringLiteral("x"));
         QCOMPARE(hands.text("txtOffset"), QStringLiteral("0"));
         QCOMPARE(m_server.takeCalls(), (QStringList{"aLPT.SetOffset(0)", "aLPT.SetFrequency(1000000)"}));
-        // The next key begins anew.
+        // The next key starts a new number.
         QTest::keyClicks(hands.find<QLineEdit>("txtOffset"), QStringLiteral("25"));
         QCOMPARE(hands.text("txtOffset"), QStringLiteral("25"));
         QTest::keyClick(hands.find("txtOffset"), Qt::Key_Home);
@@ -90,7 +90,7 @@ void TestCalibrationTyping::aSignWaitsForItsNumber()
         for (const char *keys : {"-.5", "-,5", "-0.5", "--.5"})
             QCOMPARE(typed(keys), -0.5);
         QCOMPARE(bench.desktop.beeps, 0);
-        // No beginning of a number, with or without a sign.
+        // Keys that begin no number, with or without a sign.
         QCOMPARE(typed("x5"), 5.0);
         QCOMPARE(typed("-x5"), 5.0);
         QCOMPARE(bench.desktop.beeps, 2);
@@ -117,19 +117,19 @@ void TestCalibrationTyping::anotherWayToEditForgetsTheSign()
         QTest::mouseClick(box, Qt::LeftButton);
         QTest::keyClicks(box, QStringLiteral("6"));
         QCOMPARE(box->text().remove(u'0'), QStringLiteral("6"));
-        // Shift, which some keyboards need for a digit, is no entry of its own.
+        // Shift, which some keyboards need for a digit, does not cancel the pending sign.
         hands.enter("txtOffset", QStringLiteral("-"));
         QTest::keyClick(box, Qt::Key_Shift, Qt::ShiftModifier);
         QTest::keyClicks(box, QStringLiteral("7"));
         QCOMPARE(box->text(), QStringLiteral("-7"));
-        // What a deletion leaves over is a sign like a typed one.
+        // A sign that remains after a deletion is pending like a typed one.
         QTest::keyClick(box, Qt::Key_Backspace);
         QCOMPARE(box->text(), QStringLiteral("0"));
         QTest::keyClicks(box, QStringLiteral("8"));
         QCOMPARE(box->text(), QStringLiteral("-8"));
         hands.enter("txtOffset", QStringLiteral("-"));
     });
-    // Nor does it wait until the window opens again.
+    // A pending sign is also forgotten when the window closes.
     calibrate(bench, kGenerator, [&](const Hands &hands) {
         QTest::keyClicks(hands.find<QLineEdit>("txtOffset"), QStringLiteral("9"));
         QCOMPARE(hands.text("txtOffset"), QStringLiteral("9"));
@@ -153,7 +153,7 @@ void TestCalibrationTyping::theDetectorsSignWaitsForItsNumber()
             QCOMPARE(typed(keys), shown("-12.500"));
         for (const char *keys : {".5", ",5"})
             QCOMPARE(typed(keys), shown("0.500"));
-        // "-0" and "-0.0" are shown without their sign.
+        // "-0" and "-0.0" are shown without the sign, which stays pending.
         for (const char *keys : {"-.05", "-,05", "-0.05", "-0,05"})
             QCOMPARE(typed(keys), shown("-0.050"));
         QCOMPARE(typed(".125"), shown("0.125"));
@@ -168,7 +168,7 @@ void TestCalibrationTyping::theDetectorOffsetIsTyped()
     const WindowBench bench = fake(2);
     const auto shown = [&](const char *text) { return test::inLocale(locale, QString::fromLatin1(text)); };
     calibrate(bench, kDetector, [&](const Hands &hands) {
-        // The form with three decimals is kept at every key, and typing goes on where it was.
+        // The box reformats to three decimals at every key, and the caret keeps its place.
         hands.enter("txtOffsetVolt", QStringLiteral("12.345"));
         QCOMPARE(hands.text("txtOffsetVolt"), shown("12.345"));
         hands.enter("txtOffsetVolt", QStringLiteral("0,25"));

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What every control of the main window owes to those who use it: a tip, a name, a place in the order of the Tab key,
-// and room for its text.
+// Every control of the main window has a tool tip, an accessible name, a place in the tab order and room for its
+// text.
 #include "tests/support/cut_off_texts.h"
 #include "tests/support/fake_server_control.h"
 #include "tests/support/window_bench.h"
@@ -21,7 +21,7 @@ const QByteArray kSettings = "[Config]\r\nInterface=2\r\nDDS Device=AD9851\r\nAD
                              "[Calvorn]\r\nStart=1000000\r\nStop=60000000\r\nScale=0\r\nMax scaleV=1.5\r\n"
                              "[Aux1]\r\nEnabled=1\r\n[Aux2]\r\nEnabled=1\r\nPotMax=255\r\nPotMin=0\r\n";
 
-// Of ours; a control's own parts have names of the toolkit, or none.
+// Whether the widget is ours: the parts of a control have names of the toolkit, or none.
 bool isNamed(const QWidget *widget)
 {
     return !widget->objectName().isEmpty() && !widget->objectName().startsWith(u"qt_");
@@ -88,7 +88,7 @@ void TestControls::menuEntriesTellWhatTheyDo()
         QCOMPARE(inside.removeDuplicates(), 0);
     }
     QCOMPARE(mnemonics.removeDuplicates(), 0);
-    // Without a tip of its own, an entry gives its caption.
+    // Without its own tip, QAction::toolTip() returns the caption.
     for (const char *name : {"mnuConfig", "mnuCalibraDDS", "mnuCalibraDetector", "mnuView_0", "mnuScalaLogaritmica1"}) {
         const auto *entry = bench.window->findChild<QAction *>(QString::fromLatin1(name));
         QVERIFY2(entry && entry->toolTip().size() > entry->text().size(), name);
@@ -118,7 +118,7 @@ void TestControls::theTabKeyFollowsTheEye()
         QStringLiteral("cmdView_3"),  QStringLiteral("txtM1X"),       QStringLiteral("txtM2X"),
         QStringLiteral("txtM3Y"),     QStringLiteral("txtM4Y"),       QStringLiteral("cmdCopyM1"),
         QStringLiteral("cmdCopyM2")};
-    // Controls between these are welcome; their order is what counts.
+    // Other controls may lie between these; only their relative order counts.
     QStringList found;
     for (const QString &name : order) {
         if (expected.contains(name))
@@ -130,7 +130,7 @@ void TestControls::theTabKeyFollowsTheEye()
 void TestControls::nothingIsCutOff_data()
 {
     QTest::addColumn<QSize>("size");
-    QTest::addColumn<int>("points"); // 0: the font of the desktop as it is
+    QTest::addColumn<int>("points"); // 0: the desktop's font unchanged
     QTest::newRow("at the start") << QSize(800, 600) << 0;
     QTest::newRow("a small screen") << QSize(1024, 570) << 0;
     QTest::newRow("a netbook") << QSize(1024, 600) << 0;
@@ -159,7 +159,7 @@ void TestControls::nothingIsCutOff()
     WindowBench bench(m_server.program(), settings);
     bench.window->resize(size);
     QCoreApplication::processEvents();
-    // The layout fits: it does not make the window larger than asked for.
+    // The layout fits: it does not enlarge the window beyond the requested size.
     QCOMPARE(bench.window->size(), size);
     for (int view = 0; view < 4; ++view) {
         auto *button = bench.find<QAbstractButton>(qPrintable(QStringLiteral("cmdView_%1").arg(view)));

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A sweep through a simulated board with a logarithmic detector, in the window: the mark in the status line, the files,
-// and the modes of an instrument that do not measure a level.
+// Sweeps through a simulated board with a logarithmic detector, in the window: the mark in the status line, the sweep
+// files, and the modes of an instrument that do not measure a level.
 #include "core/common_functions.h"
 #include "core/detector_calibration.h"
 #include "core/scale_type.h"
@@ -19,7 +19,7 @@ namespace {
 constexpr double kLevel = -20.0; // dBm, through a piece of cable
 const QString kOutside = QStringLiteral("400 of 400 samples are outside the detector's calibrated range");
 
-// 25 mV per dB from -84 dBm on: -20 dBm are 1.6 V. A count is 0.1 dB.
+// 25 mV per dB, starting at -84 dBm: -20 dBm gives 1.6 V. One count is 0.1 dB.
 QByteArray settings(int interfaceType, const QList<QByteArray> &law)
 {
     const test::ProgramFolder scratch({}, test::crystalSettings(static_cast<std::int16_t>(interfaceType)));
@@ -58,7 +58,7 @@ struct Bench : test::WindowBench
         return came && QTest::qWaitFor([&] { return !station->instrument.isSweeping(); }, 5'000);
     }
 
-    // dBm of a row, from its dB on the scale that refers to 1 V.
+    // Returns the dBm of a row, computed from its dB on the scale that refers to 1 V.
     double level(int row) const
     {
         const double decibels = table()->number(row, SweepTable::AmplitudeColumn);
@@ -88,7 +88,7 @@ void TestDetectorLawWindow::theTableOfPointsIsFollowed()
     QVERIFY(bench.started);
     bench.configuration.scaleType = kScaleDb1VHeadroom;
     QVERIFY(bench.sweeps());
-    // -20 dBm lies in the middle between two points; a count is 0.1 dB, and the noise some counts.
+    // -20 dBm lies in the middle between two points; one count is 0.1 dB, and the noise is a few counts.
     for (int row = 1; row <= kSweepPoints; ++row)
         QVERIFY2(std::abs(bench.level(row) - kLevel) < 0.4, qPrintable(QString::number(bench.level(row))));
     QVERIFY(!bench.label("lblStatus").contains(QLatin1String("outside")));
@@ -102,7 +102,7 @@ void TestDetectorLawWindow::samplesOutsideAreMarked()
     bench.configuration.scaleType = kScaleDb1VHeadroom;
     QVERIFY(bench.sweeps());
     QVERIFY2(bench.label("lblStatus").contains(kOutside), qPrintable(bench.label("lblStatus")));
-    // They are shown as the end of the table.
+    // They are shown at the level of the last point of the table.
     for (int row = 1; row <= kSweepPoints; ++row)
         QVERIFY2(std::abs(bench.level(row) + 40.0) < 0.06, qPrintable(QString::number(bench.level(row))));
 }

@@ -52,7 +52,7 @@ struct Bench
             lines.append(list->item(i)->text());
         return lines;
     }
-    // The range is planned again a moment after it was changed.
+    // The program plans the new range shortly after the change.
     void changeStartWhileSweeping()
     {
         controls.cmdStart_Click();
@@ -96,7 +96,7 @@ private slots:
         QCOMPARE(bench.cancelled.count(), 1);
     }
 
-    // With the log off a box is all that the user learns of an error.
+    // With the log off, a box is the only report of an error.
     void everyErrorIsShownOnce()
     {
         Bench<LptDriver> bench;
@@ -117,7 +117,7 @@ private slots:
         QCOMPARE(shown.first(), QStringLiteral("The port is gone."));
         QCOMPARE(shown.mid(1, 2),
                  (QStringList{QStringLiteral("The plan was refused."), QStringLiteral("The board is silent.")}));
-        // What was answered and happens again is news.
+        // An answered error that happens again is shown again.
         QCOMPARE(shown.mid(3), QStringList{QStringLiteral("The port is gone.")});
         QCOMPARE(bench.cancelled.count(), 0);
     }
@@ -135,7 +135,7 @@ private slots:
         QCOMPARE(bench.desktop.boxes.size(), 2);
         QCOMPARE(bench.desktop.lastText(), QStringLiteral("second"));
         QCOMPARE(bench.cancelled.count(), 1);
-        // The next one is shown again.
+        // The next error is shown again.
         bench.desktop.whileBoxOpen = {};
         emit bench.driver.aErrore(2, QStringLiteral("third"));
         QCOMPARE(bench.desktop.boxes.size(), 3);
@@ -279,7 +279,7 @@ private slots:
         emit bench.driver.aVettore(QVector<int>(10, 500));
         QCOMPARE(bench.desktop.boxes.size(), 1);
         QVERIFY(bench.desktop.lastText().endsWith(QStringLiteral("(in aLPT_aVettore)")));
-        // The next one would fail too: the sweep is stopped.
+        // The next vector would fail too, so the program stops the sweep.
         bench.controls.cmdStart_Click();
         bench.control.takeCalls();
         emit bench.driver.aVettore(QVector<int>(10, 500));

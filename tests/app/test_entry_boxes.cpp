@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// How the number boxes of the main window are entered, stepped, read and corrected.
+// Typing, stepping, reading and correction of numbers in the main window's boxes.
 #include "display/marker_panel.h"
 #include "tests/support/entry_bench.h"
 #include "tests/support/locales.h"
@@ -85,7 +85,7 @@ void TestEntryBoxes::bothDecimalSeparatorsCount()
     QCOMPARE(bench.desktop.beeps, 0);
 }
 
-// The record takes what its box shows at that moment, which may have fewer digits or another sign.
+// The configuration takes the value shown in the box, which may have fewer digits or another sign than before.
 void TestEntryBoxes::aChangeOfScaleReadsTheFullScale()
 {
     QByteArray settings = kEntrySettings;
@@ -131,7 +131,7 @@ void TestEntryBoxes::theFullScaleBoxesCorrectWhatIsTyped()
     leaves(WalkBox::MaxDb, "-30", "-30.0", false);
     leaves(WalkBox::MaxDb, "120", "-90.0", true);
     QCOMPARE(bench.configuration.maxScaleDb, -90);
-    // The value counts as it is typed, not as it was rounded for the box.
+    // The typed value counts, not the value rounded for the box.
     leaves(WalkBox::MaxDb, "90.04", "-90.0", true);
 }
 
@@ -152,15 +152,15 @@ void TestEntryBoxes::theFirstClickSelectsTheNumber()
     QTest::mouseClick(box, Qt::LeftButton, {}, inside);
     QVERIFY(box->hasFocus());
     QCOMPARE(box->selectedText(), box->text());
-    QVERIFY(!box->text().contains(u',')); // plain digits to edit
-    // The second one puts the caret there.
+    QVERIFY(!box->text().contains(u',')); // digits without separators, for editing
+    // The second click puts the caret there.
     test::pauseOfAPerson(QApplication::doubleClickInterval() + 50);
     QTest::mouseClick(box, Qt::LeftButton, {}, inside);
     QVERIFY(!box->hasSelectedText());
     QVERIFY(box->cursorPosition() > 0);
     QTest::keyClick(box, Qt::Key_Backspace);
     QTest::keyClick(box, Qt::Key_Escape);
-    // Dragging selects a part, also when it enters the box.
+    // Dragging selects a part of the text, also when the drag gives the box the focus.
     bench.find("cmdStart")->setFocus();
     const int digit = box->fontMetrics().horizontalAdvance(u'8');
     const QPoint further(box->width() - 8 - 3 * digit / 2, box->height() / 2);
@@ -192,27 +192,27 @@ void TestEntryBoxes::digitsAreSteppedInPlainDigits()
     QCOMPARE(box->text(), QStringLiteral("2000991"));
     QVERIFY(box->hasFocus());
     QVERIFY(!box->isModified());
-    // A digit of what is being typed.
+    // Steps a digit of a number that is still being typed.
     bench.hands.typeOver(WalkBox::Start, QStringLiteral("1500000"));
     bench.hands.wheel(QStringLiteral("txtStart"), true);
     QCOMPARE(box->text().size(), 7);
     bench.hands.typeOver(WalkBox::Start, QStringLiteral("1500000"));
     bench.hands.arrow(QStringLiteral("VScrollStart_0"), true);
     QCOMPARE(box->text(), QStringLiteral("1500001"));
-    // The plan comes while the box is open.
+    // The range is planned while the box is being edited.
     bench.hands.letTimePass();
     QCOMPARE(box->text(), QStringLiteral("1500001"));
     QCOMPARE(bench.cell(1), masked(1500001));
     bench.tab();
     QCOMPARE(box->text(), masked(1500001));
-    // Without the focus the mask stays.
+    // Without the focus the box keeps its separators.
     bench.hands.wheel(QStringLiteral("VScrollStart_0"), true);
     QCOMPARE(box->text(), masked(1500002));
     QCOMPARE(bench.configuration.startFreq, 1500002);
     QCOMPARE(bench.desktop.beeps, 0);
 }
 
-// The first row that is not below a frequency is row 1 of them all.
+// In a descending sweep a search for the first row not below a frequency would always end at row 1.
 void TestEntryBoxes::aDescendingSweepKeepsItsMarkers()
 {
     const Bench bench;
@@ -250,7 +250,7 @@ void TestEntryBoxes::theDifferenceFollowsTheBoxesAtZero()
     const int zero = bench.place(200, 0.0).y();
     int zeros = 0;
     for (int y = zero - 12; y <= zero + 12; ++y) {
-        // Moved there while the button is held, and put there by the release.
+        // The line is dragged there first and then released there.
         const int from = bench.place(200, bench.height(GraphItem::M3)).y();
         QTest::mousePress(bench.graph(), Qt::LeftButton, {}, QPoint(300, from));
         WalkHands::moveMouse(bench.graph(), QPoint(300, from + 40), Qt::LeftButton);
@@ -262,7 +262,7 @@ void TestEntryBoxes::theDifferenceFollowsTheBoxesAtZero()
             const double m3 = bench.number(WalkBox::M3Y);
             const double m4 = bench.number(WalkBox::M4Y);
             zeros += m3 == 0.0 ? 1 : 0;
-            // M4 stands at -5 dB: above 0 dB the two distances from it add up.
+            // M4 is at -5 dB: for M3 above 0 dB the box shows the sum of both distances.
             QCOMPARE(m4, -5.0);
             QCOMPARE(bench.text("txtM4M3"), test::shownAmplitude(false, m3 < 0.0 ? m4 - m3 : m3 + 5.0));
         }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Boxes of errors over an open calibration: what they show, and what the end of the program leaves alone.
+// Error boxes over an open calibration: their content, and that the end of the program sends nothing more to the
+// server.
 #include "tests/support/fake_server_control.h"
 #include "tests/support/page_boards.h"
 #include "tests/support/page_scene.h"
@@ -28,7 +29,7 @@ QByteArray settings(int interfaceType)
            "[Serial Port]\r\nCommPort=100\r\n[Calvorn]\r\nStart=1000000\r\nStop=10000000\r\n";
 }
 
-// Opens a calibration, acts in it, and closes it where it is still open.
+// Opens a calibration, performs the action in it, and closes it if it is still open.
 void calibrate(const WindowBench &bench, const QByteArray &entry, const std::function<void(QWidget &)> &action)
 {
     bool done = false;
@@ -74,7 +75,7 @@ private slots:
     void theGeneratorLosesItsPort();
 };
 
-// With the log off a box is all that the user learns of an error.
+// With the log off, a box is the only report of an error.
 void TestErrorBoxes::everyErrorIsShownOnce()
 {
     WindowBench bench(test::FakeServerControl::program(), settings(kInterfaceLpt));
@@ -124,7 +125,7 @@ void TestErrorBoxes::theEndTalksToNobody_data()
     }
 }
 
-// The calibration closes after the program has let go of the hardware.
+// The calibration closes after the program has released the hardware.
 void TestErrorBoxes::theEndTalksToNobody()
 {
     QFETCH(int, interfaceType);
@@ -132,7 +133,7 @@ void TestErrorBoxes::theEndTalksToNobody()
     WindowBench bench(test::FakeServerControl::program(), settings(interfaceType));
     QVERIFY2(bench.desktop.boxes.isEmpty(), qPrintable(bench.desktop.lastText()));
     auto *driver = bench.driver();
-    // The calibration of a generator that follows at once shows the errors itself, and "Cancel" closes only that.
+    // A generator calibration with immediate effect shows the errors itself, and "Cancel" closes only that dialog.
     const bool ownBox = entry == kGenerator && interfaceType != kInterfacePic;
     calibrate(bench, entry, [&](QWidget &dialog) {
         m_server.takeCalls();
@@ -147,7 +148,7 @@ void TestErrorBoxes::theEndTalksToNobody()
         QCOMPARE(dialog.isVisible(), !ownBox);
         const QStringList calls = m_server.takeCalls();
         QVERIFY2(calls.last().endsWith(QStringLiteral(".ClosePort()")), qPrintable(calls.join(u' ')));
-        // Neither the readings of the detector nor an offset that is typed.
+        // Neither detector readings nor a typed offset reach the server.
         QTest::keyClicks(dialog.findChild<QLineEdit *>(), QStringLiteral("7"));
         emit driver->aErrore(2, QStringLiteral("too late"));
         test::nothingHappensFor(400);
@@ -156,14 +157,14 @@ void TestErrorBoxes::theEndTalksToNobody()
     QCOMPARE(textsOf(bench), QStringList{QStringLiteral("The acquisition server has ended unexpectedly.")});
 }
 
-// The server finds the port gone in the middle of the calibration.
+// The server finds the port gone during the calibration.
 void TestErrorBoxes::theDetectorLosesItsPort()
 {
     Scene scene(kInterfaceLpt, test::crystalSettings(kInterfaceLpt, QStringLiteral("unplug")));
     QVERIFY2(scene.desktop.boxes.isEmpty(), qPrintable(scene.desktop.lastText()));
     calibrate(scene, kDetector, [&](QWidget &dialog) {
         scene.desktop.answers.enqueue(kBoxCancel);
-        // The simulated port goes after one and a half sweeps, a minute of readings.
+        // The simulated port disappears after one and a half sweeps, which is a minute of readings.
         dialog.findChild<QTimer *>(QStringLiteral("TimerDetector"))->setInterval(0);
         QTRY_VERIFY_WITH_TIMEOUT(!scene.window->isVisible(), 30'000);
         QCOMPARE(scene.serverPid(), 0);

@@ -25,7 +25,7 @@ struct Hands : test::WidgetHands
     QWidget *dialog;
 };
 
-// In the next configuration, which is closed afterwards, also when the action has failed half way.
+// Performs the action in the next configuration dialog, which is closed afterwards even if the action fails half way.
 void inNextDialog(const std::function<void(const Hands &)> &action)
 {
     test::whileModal([action](QWidget &dialog) {
@@ -37,7 +37,8 @@ void inNextDialog(const std::function<void(const Hands &)> &action)
 
 } // namespace
 
-// Starts with no settings, with settings that no dialog could have written, and the configuration in between.
+// Starts without settings, starts with settings that no dialog could have written, and the configuration dialog in
+// between.
 class TestFirstRun : public QObject
 {
     Q_OBJECT
@@ -114,12 +115,12 @@ void TestFirstRun::theFirstStartProposesTheSimulatedBoard()
     const WindowBench first = bench(settings);
     QVERIFY(first.started);
     QCOMPARE(first.desktop.boxes.size(), 0);
-    // Only "Apply" makes it real.
+    // Only "Apply" puts the proposal into effect.
     QCOMPARE(first.configuration.ddsDevice, QStringLiteral("AD9850"));
     QCOMPARE(first.configuration.lptAddress, static_cast<std::int16_t>(888));
     QCOMPARE(first.configuration.adcOffset, 5.0F);
     QCOMPARE(m_server.takeCalls().first(), QStringLiteral("aLPT.OpenPort(888)"));
-    // The second time it shows what there is.
+    // The second time the dialog shows the actual configuration.
     inNextDialog([](const Hands &hands) {
         hands.click("cmdPort");
         QVERIFY(hands.isChecked("optParallelPort_1"));
@@ -141,7 +142,7 @@ void TestFirstRun::theFirstStartBringsThePreparedSections()
         for (qsizetype i = 0; i < wanted.size(); ++i)
             QCOMPARE(found[i].key + u'=' + found[i].value, wanted[i].key + u'=' + wanted[i].value);
     }
-    // All three defaults are there.
+    // All three "Default" buttons have their settings.
     inNextDialog([](const Hands &hands) {
         for (const char *button : {"cmdDefault1", "cmdDefault3", "cmdDefault2"})
             hands.click(button);
@@ -152,7 +153,7 @@ void TestFirstRun::theFirstStartBringsThePreparedSections()
     QCOMPARE(first.desktop.boxes.size(), 0);
 }
 
-// As it is after the start, after a session that has changed something, and after Apply.
+// The file after the start, after a session that changed some values, and after "Apply".
 void TestFirstRun::theWholeFileOfTheFirstSession()
 {
     const QByteArray prepared =
@@ -240,7 +241,7 @@ void TestFirstRun::applyEndsTheProgramAndTheNextStartWorks()
     QVERIFY(!first.window->isVisible());
     QCOMPARE(first.desktop.boxes.size(), 1);
     QCOMPARE(m_server.takeCalls(), QStringList());
-    // Nothing that the dialog did not write.
+    // The file holds nothing that the dialog did not write.
     QCOMPARE(first.folder.setting("Calvorn", "Start"), QString());
     QVERIFY(content(first.folder).startsWith("[Config]\r\nInterface=2\r\nDDS Device=AD9851\r\n"));
 
@@ -311,11 +312,11 @@ void TestFirstRun::applyFromTheMenuEndsTheProgramAtOnce()
     running.window->findChild<QAction *>(QStringLiteral("mnuConfig"))->trigger();
     QVERIFY(!running.window->isVisible());
     QCOMPARE(running.desktop.boxes.size(), 1);
-    // The hardware is left in order, and the running values are not saved over the new ones.
+    // The hardware is left in order, and the running values do not overwrite the new ones.
     QCOMPARE(m_server.takeCalls().last(), QStringLiteral("aLPT.ClosePort()"));
     QCOMPARE(running.folder.setting("Config", "DDS Offset"), QStringLiteral("1"));
     QCOMPARE(running.folder.setting("Calvorn", "Start"), QStringLiteral("1000000"));
-    // Nothing more happens when the hidden window is destroyed.
+    // Destroying the hidden window has no further effect.
     running.window.reset();
     QCOMPARE(running.folder.setting("Config", "DDS Offset"), QStringLiteral("1"));
 }
@@ -370,7 +371,7 @@ void TestFirstRun::aValueThatNoDialogWritesStaysInTheFile()
 
 void TestFirstRun::aHugeFileDoesNotPreventAStart()
 {
-    // 10 MB of what is nobody's, before what is ours.
+    // 10 MB of another program's section before our section.
     QByteArray settings("[Elsewhere]\r\n");
     settings.reserve(11 * 1024 * 1024);
     while (settings.size() < 10 * 1024 * 1024)
@@ -399,7 +400,7 @@ void TestFirstRun::aFolderInPlaceOfTheFileDoesNotPreventAStart()
     QCOMPARE(started.desktop.boxes.size(), 1);
     QCOMPARE(started.desktop.lastText(),
              QStringLiteral("The settings file %1 is not used: it is not a file.").arg(started.folder.iniPath()));
-    // By the end the file may be one again; its values are not those of the window.
+    // When the program ends, the path may be a file again; its values are not those of the window.
     QVERIFY(QDir(started.folder.iniPath()).removeRecursively());
     const QByteArray mine("[Config]\r\nDDS Device=AD9951\r\n");
     QFile file(started.folder.iniPath());

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The frequencies below the lines of the grid, in the window and in pictures.
+// The frequency labels below the grid lines, in the window and in pictures.
 #include "display/frequency_labels.h"
 #include "display/plot/sweep_picture.h"
 #include "tests/support/fake_server_control.h"
@@ -16,7 +16,7 @@ using namespace calvorn;
 
 namespace {
 
-// Row r at 1 MHz + (r - 1) x 10 kHz.
+// Row r is at 1 MHz + (r - 1) x 10 kHz.
 const QByteArray kSettings = "[Config]\r\nInterface=2\r\nDDS Device=AD9851\r\nADC Step=0.00244\r\nADC Offset=0\r\n"
                              "[Parallel Port]\r\nLPT=0\r\n[Calvorn]\r\nStart=1000000\r\nStop=5000000\r\n"
                              "Scale=0\r\nMax scaleV=2.5\r\n";
@@ -37,7 +37,7 @@ struct Bench : test::WindowBench
     SweepGraph *graph() const { return find<SweepGraph>("picSweep"); }
     QRect inWindow(const QWidget *widget) const { return {widget->mapTo(window.get(), QPoint()), widget->size()}; }
 
-    // Where the window shows letters in the strip: columns from left to right of the window.
+    // Returns the column ranges of the words that the window shows in the strip, from left to right.
     QList<QPair<int, int>> words() const
     {
         const QRect place = inWindow(strip());
@@ -122,7 +122,7 @@ void TestFrequencyLabels::theyAreSeen()
 {
     const Bench bench;
     bench.resize({1900, 1050});
-    // Start, centre and stop, and the six between them.
+    // Start, centre and stop, and the six labels between them.
     const auto words = bench.words();
     QCOMPARE(words.size(), 9);
     const test::OwnPlot plot(bench.configuration, bench.graph()->size());

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// How the graph and what belongs to it lie in the window, and what the mouse does to its markers.
+// Layout of the graph and its surroundings in the window, and dragging of the markers.
 #include "tests/support/fake_server_control.h"
 #include "tests/support/locales.h"
 #include "tests/support/own_plot.h"
@@ -21,7 +21,7 @@ namespace {
 constexpr std::array kMarkers{GraphItem::M1, GraphItem::M2, GraphItem::M3, GraphItem::M4};
 constexpr std::array kMarkerBoxes{WalkBox::M1X, WalkBox::M2X, WalkBox::M3Y, WalkBox::M4Y};
 
-// Row r at 1 MHz + (r - 1) x 10 kHz.
+// Row r is at 1 MHz + (r - 1) x 10 kHz.
 QByteArray settings(const QByteArray &more, const char *interfaceType = "2", bool log = true)
 {
     return QByteArray("[Config]\r\nInterface=") + interfaceType +
@@ -54,7 +54,7 @@ struct Bench : WindowBench
 
     test::OwnPlot plot() const { return {configuration, graph()->size()}; }
     QPoint pixel(double x, double y) const { return plot().pixel(x, y); }
-    // On the line of a marker, away from the others.
+    // Returns a point on a marker's line, away from the other markers.
     QPoint gripOf(GraphItem marker) const
     {
         const QPoint at = pixel(line(marker).x1, line(marker).y1);
@@ -69,7 +69,7 @@ struct Bench : WindowBench
     }
     void drop(QPoint at) const { QTest::mouseRelease(graph(), Qt::LeftButton, {}, at); }
 
-    // The pixels of the graph that a line changes.
+    // Returns the area of the graph that a line changes.
     QRect paintedBy(GraphItem item) const
     {
         const QImage with = image(graph());
@@ -84,7 +84,7 @@ struct Bench : WindowBench
         return changed;
     }
 
-    // That of the cross, or of the place that the mouse was moved to.
+    // Returns the row of the cross or, without a cross, of the place where the mouse is.
     int cursorRow() const
     {
         return configuration.cursorMode != 0 ? static_cast<int>(line(GraphItem::CursorV).x1) : mouseRow;
@@ -161,7 +161,7 @@ void TestGraphLayout::theGraphStartsInItsOwnSize()
     const Bench bench(settings(kLinear, interfaceType.constData(), log));
     QCOMPARE(bench.window->size(), QSize(800, 600));
     QCOMPARE(bench.graph()->size(), QSize(534, 400));
-    // Room that the user makes goes to the graph.
+    // The graph takes the room that the user adds.
     bench.window->resize(1000, 700);
     QCoreApplication::processEvents();
     QCOMPARE(bench.graph()->size(), QSize(734, 500));
@@ -215,7 +215,7 @@ void TestGraphLayout::theCaptionsStandInTheStripAboveThePlot()
     QCOMPARE(place.top() + place.height(), plot.y());
     const QWidget *unit = bench.find("Label5");
     QVERIFY(!place.intersects(QRect(unit->mapTo(bench.window.get(), QPoint()), unit->size())));
-    // M2 stands where it is not in the way.
+    // The other marker is moved out of the way.
     for (const auto &[marker, other, far] :
          {std::tuple(GraphItem::M1, GraphItem::M2, 400), std::tuple(GraphItem::M2, GraphItem::M1, 400)}) {
         int beside = 0;
@@ -256,7 +256,7 @@ void TestGraphLayout::theCaptionsNeverCoverEachOther()
                                !first.isEmpty() && !second.isEmpty();
             if (!right)
                 QFAIL(qPrintable(QStringLiteral("rows %1 and %2").arg(m1).arg(m2)));
-            // The left one is that of the left line.
+            // The caption on the left belongs to the line on the left.
             if (m1 != m2)
                 QCOMPARE(first.left() < second.left(), m1 < m2);
         }
@@ -271,7 +271,7 @@ void TestGraphLayout::theCaptionsArePaintedAboveThePlotOnly()
     for (const auto &[m1, m2] : {std::pair(51, 201), std::pair(399, 400), std::pair(1, 2), std::pair(200, 200)}) {
         graph->moveLine(GraphItem::M1, m1);
         graph->moveLine(GraphItem::M2, m2);
-        // Inside the plot there are their lines alone, without their captions.
+        // Inside the plot there are only the lines, without captions.
         for (const GraphItem marker : {GraphItem::M1, GraphItem::M2}) {
             if (m1 == m2)
                 continue;
@@ -280,7 +280,7 @@ void TestGraphLayout::theCaptionsArePaintedAboveThePlotOnly()
             QCOMPARE(painted.height(), graph->height());
             QCOMPARE(painted.left(), bench.pixel(graph->line(marker).x1, 0.0).x());
         }
-        // In the strip there are the captions alone.
+        // In the strip there are only the captions.
         const QImage image = bench.image(strip);
         const QRgb background = strip->palette().color(QPalette::Window).rgb();
         std::array<int, 2> inked{};
@@ -312,7 +312,7 @@ void TestGraphLayout::theStripFollowsTheMarkers()
     const Bench bench(settings(kLinear));
     Watcher watcher;
     bench.find("frameCaptions")->installEventFilter(&watcher);
-    // Once the window has come up, it paints nothing by itself.
+    // Once the window has been shown, the strip paints nothing without a change.
     const auto isQuiet = [&] {
         watcher.paintings = 0;
         test::nothingHappensFor(50);
@@ -369,11 +369,11 @@ void TestGraphLayout::escapeCancelsADrag()
         QVERIFY(isAsBefore());
         bench.hands.key(Qt::Key_Tab);
         QVERIFY(isAsBefore());
-        // The next one is not cancelled.
+        // The next drag is not cancelled.
         bench.grab(marker, to);
         bench.drop(to);
         QVERIFY(bench.position(marker) != before[i]);
-        // Escape does nothing to what was dropped.
+        // Escape does not move a dropped marker.
         const double dropped = bench.position(marker);
         bench.hands.key(Qt::Key_Escape);
         QCOMPARE(bench.position(marker), dropped);
@@ -419,7 +419,7 @@ void TestGraphLayout::aMarkerStopsAtTheEdge()
                     QVERIFY2(at >= low && at <= high, qPrintable(QString::number(at)));
                 const QRect painted = bench.paintedBy(marker);
                 QVERIFY2(!painted.isEmpty(), "the line is not seen");
-                // Within a step of its box from the edge.
+                // The line ends within one step of its box from the edge.
                 const double unit = bench.configuration.scaleType == 0 ? 1.0 : 100.0;
                 const double pixels = 2.0 + unit / std::abs(high - low) * plot.height();
                 const int gap = isVertical(marker) ? (farSide ? plot.right() - painted.right() : painted.left())
@@ -428,7 +428,7 @@ void TestGraphLayout::aMarkerStopsAtTheEdge()
             }
             QVERIFY(bench.graph()->markerNear(bench.line(marker).x1, bench.line(marker).y1).has_value());
         }
-        // Out of the way of the next one.
+        // Moves the marker out of the way of the next one.
         bench.graph()->moveLine(marker, isVertical(marker) ? 150.0 : (low + high) / 2.0);
     }
 }
@@ -462,7 +462,7 @@ void TestGraphLayout::theCursorIsReadOutAnew()
         if (cursorMode == 0)
             return;
         QVERIFY2(bench.crossRidesOnTheCurve(), after);
-        // A file's amplitudes may be volts, whatever the scale is.
+        // The amplitudes of a file may be volts on any scale.
         const double amplitude = test::readNumber(bench.cell(SweepTable::AmplitudeColumn));
         QCOMPARE(bench.text("txtY"), test::shownAmplitude(bench.configuration.scaleType == 0, amplitude));
     };
@@ -473,7 +473,7 @@ void TestGraphLayout::theCursorIsReadOutAnew()
     bench.hands.letTimePass();
     QVERIFY(bench.text("txtX") != former);
     isReadOut("a change of the range");
-    // What is drawn is random: a single row may come out as it was, and all of them do not.
+    // "Draw" makes random rows: one row may stay the same, but not all of them.
     const auto drawn = [&] {
         QStringList rows;
         for (int drawnRow = 1; drawnRow <= 400; ++drawnRow)
@@ -514,7 +514,7 @@ void TestGraphLayout::theButtonOfTheShownViewIsBold()
     const auto darkest = [&](int view) {
         const QImage image = bench.image(button(view));
         int lightness = 255;
-        // The caption, without the frame.
+        // Looks only at the caption, not at the frame.
         for (int y = 6; y < image.height() - 6; ++y)
             for (int x = 6; x < image.width() - 6; ++x)
                 lightness = std::min(lightness, qGray(image.pixel(x, y)));

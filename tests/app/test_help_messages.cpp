@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// messages.html explains every message of the program, and nothing that the program does not say. The messages are what
-// lupdate finds in the sources, whatever state the catalogues are in.
+// messages.html explains every message of the program and nothing else. The messages come from lupdate's reading of
+// the sources, independent of the catalogues.
 #include "tests/support/program_captions.h"
 
 #include <QDir>
@@ -22,14 +22,14 @@ namespace {
 const QString kSources = QStringLiteral(CALVORN_SOURCE_DIR);
 const QString kPage = kSources + QStringLiteral("/help/messages.html");
 
-// The server writes this to standard error. Nobody translates it, so lupdate does not know it.
+// The server writes this to standard error. It is not translated, so lupdate does not find it.
 constexpr Text kUntranslated{"server/links/ppdev_port.cpp",
                              "%s is shared with another driver (%s): printing would disturb a sweep."};
 
-// The introduction of the page explains it, since it stands below any message.
+// Explained in the introduction of the page, because it can follow any message.
 constexpr const char *kInTheIntroduction = "(in %1)";
 
-// What entries say that is no part of a message: values that the program fills in, and names from the settings file.
+// Words in entries that belong to no message: values that the program fills in, and names from the settings file.
 constexpr const char *kFilledIn[] = {"400 Hz",     "Parallel Port",         "LPT",
                                      "LPT Wiring", "LPT Wiring Load",       "16",
                                      "L>",         "Config DDS Multiplier", "a box with the title Sweep by Brenik"};
@@ -70,8 +70,8 @@ QString read(const QString &path)
     return QString::fromUtf8(file.readAll());
 }
 
-// Every folder with sources of the window and its server, also one that was made a minute ago. calvorn-sweep is
-// explained in its manual page.
+// Returns every folder with sources of the window and its server, including new ones. The manual page of
+// calvorn-sweep explains that tool.
 QStringList sourceFolders()
 {
     const QStringList others{QStringLiteral("bench"), QStringLiteral("build"), QStringLiteral("fuzz"),
@@ -103,7 +103,7 @@ QList<Message> readCatalogue(const QString &path)
     return messages;
 }
 
-// Everything that is marked for translation.
+// Returns every text that is marked for translation.
 QList<Message> textsOfTheSources()
 {
     const QTemporaryDir folder;
@@ -130,7 +130,7 @@ const QList<Message> &texts()
     return all;
 }
 
-// Three dots are those of a button that opens a window.
+// Three dots mark a button that opens a window.
 bool isSentence(const QString &text)
 {
     return text.endsWith(u'.') && !text.endsWith(QStringLiteral("..."));
@@ -140,7 +140,7 @@ bool isCaption(const Message &text)
 {
     if (std::any_of(kCaptions.begin(), kCaptions.end(), [&](const Text &caption) { return text.isIn(caption); }))
         return true;
-    // Where there are only captions, a sentence is a message all the same, unless it is named.
+    // In a context of captions only, a sentence still counts as a message unless kCaptions names it.
     return !isSentence(text.source) &&
            std::any_of(kCaptionContexts.begin(), kCaptionContexts.end(),
                        [&](const char *context) { return text.context == QLatin1String(context); });
@@ -166,7 +166,7 @@ Page readPage()
 {
     Page page;
     QXmlStreamReader xml(read(kPage));
-    int cell = 0; // of the row
+    int cell = 0; // of the current row
     while (!xml.atEnd()) {
         xml.readNext();
         if (xml.isStartElement() && xml.name() == u"tr") {
@@ -192,15 +192,15 @@ const Page &page()
     return read;
 }
 
-// The words of a message in an entry, with something, or three dots, where the program fills something in. Each run of
-// words is a group of its own.
+// Returns the pattern of a message in an entry: each run of words is one group, and any text (or three dots) may
+// stand where the program fills in a value.
 QRegularExpression patternOf(const QString &source)
 {
     static const QRegularExpression filledIn(QStringLiteral(R"(%L?\d+|%[sn]|\\r|[\r\n])"));
     static const QRegularExpression ends(QStringLiteral(R"(^[\s:.,]+|[\s:.,]+$)"));
     QStringList groups;
     for (const QString &run : source.split(filledIn)) {
-        // The punctuation marks around a message are those of the sentence that it becomes a part of.
+        // Punctuation around a message belongs to the sentence that includes the message.
         const QString words = source.contains(filledIn) ? run.simplified() : run.simplified().remove(ends);
         if (!QString(words).remove(ends).isEmpty())
             groups.append(u'(' + QRegularExpression::escape(words) + u')');
@@ -208,7 +208,7 @@ QRegularExpression patternOf(const QString &source)
     return QRegularExpression(groups.join(QStringLiteral(R"(\s*\S.*?\s*?)")));
 }
 
-// Where the words of a message stand in an entry, one span for each run of words.
+// Returns where the words of a message appear in an entry, one span for each run of words.
 QList<Span> spansIn(const Entry &entry, const Message &message)
 {
     QList<Span> spans;
@@ -220,7 +220,7 @@ QList<Span> spansIn(const Entry &entry, const Message &message)
     return spans;
 }
 
-// "Stop sweep" is not explained by the entry of "Stop sweep forzato".
+// The entry of "Stop sweep forzato" does not explain "Stop sweep".
 bool isExplainedBy(const Entry &entry, const Message &message, const QList<Message> &messages)
 {
     const QList<Span> own = spansIn(entry, message);
@@ -244,7 +244,7 @@ bool isExplained(const Message &message, const QList<Message> &messages, const Q
                        [&](const Entry &entry) { return isExplainedBy(entry, message, messages); });
 }
 
-// What an entry says that no message does; the words of different places are apart in the list.
+// Returns the words of an entry that belong to no message, one item for each contiguous part.
 QStringList unsaid(const Entry &entry, const QList<Message> &messages)
 {
     static const QRegularExpression marks(QStringLiteral("[….,:;()\\[\\]\"'=]+"));
@@ -330,7 +330,7 @@ void TestHelpMessages::everyEntryIsAMessage()
     QVERIFY(!advice.isEmpty());
 }
 
-// What is gone from the sources or from the page must not stay in the lists, where it would hide its successor.
+// An item that has gone from the sources or from the page must leave the lists, or it would hide a later text.
 void TestHelpMessages::theListsNameWhatIsThere()
 {
     const QList<Message> &all = texts();

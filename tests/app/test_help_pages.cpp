@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The pages of the manual: every link leads somewhere, and every page can be found.
+// The pages of the manual: every link has a target, and every page is in the contents.
 #include <QDir>
 #include <QFile>
 #include <QSet>
@@ -24,7 +24,7 @@ struct Page
     QStringList pictures;
     QSet<QString> anchors;
     QString text;
-    QString error; // of the markup
+    QString error; // from the XML reader
 };
 
 Page parse(const QString &name)
@@ -54,7 +54,7 @@ Page parse(const QString &name)
     return page;
 }
 
-// The attribute "ref" of the sections or keywords in the project of the manual.
+// Returns the "ref" attributes of the sections or keywords in the help project.
 QStringList projectReferences(const QString &element)
 {
     QStringList references;
@@ -100,7 +100,7 @@ void TestHelpPages::everyLinkLeadsSomewhere()
     const Page page = parse(name);
     QCOMPARE(page.error, QString());
     for (const QString &link : page.links) {
-        // Nothing leads out of the manual.
+        // No link leads out of the manual.
         QVERIFY2(!link.contains(u':'), qPrintable(link));
         const QString file = link.section(u'#', 0, 0).isEmpty() ? name : link.section(u'#', 0, 0);
         QVERIFY2(helpFiles(file).size() == 1, qPrintable(link));
@@ -122,7 +122,7 @@ void TestHelpPages::everyPageIsInTheContents()
 
 void TestHelpPages::theProjectPointsToWhatIsThere()
 {
-    // A heading of the contents without a page would show an empty one.
+    // A section without a page would show an empty one.
     QCOMPARE(projectReferences(QStringLiteral("section")).size(),
              read(QStringLiteral("help/calvorn.qhp")).count(QStringLiteral("<section ")));
     for (const char *element : {"section", "keyword"}) {

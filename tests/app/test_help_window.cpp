@@ -39,7 +39,7 @@ Widget *inHelp(const char *name)
     return helpWindow()->findChild<Widget *>(QString::fromLatin1(name));
 }
 
-// "setup.html#ports"; empty while no help is open.
+// Returns, for example, "setup.html#ports"; empty while the help window is closed.
 QString shownPage()
 {
     if (!helpWindow() || !helpWindow()->isVisible())
@@ -118,7 +118,7 @@ void TestHelpWindow::f1OpensThePageOfTheMainWindow()
     const auto main = bench();
     QTest::keyClick(main->window.get(), Qt::Key_F1);
     QCOMPARE(shownPage(), QStringLiteral("main-window.html"));
-    // Pictures come along.
+    // The browser finds the pictures of the page.
     const auto *browser = inHelp<QTextBrowser>("txtHelp");
     const QVariant picture =
         browser->document()->resource(QTextDocument::ImageResource, QUrl(QStringLiteral("main-window.png")));
@@ -147,14 +147,14 @@ void TestHelpWindow::f1OpensThePageOfADialog()
     test::whileModal([&](QWidget &dialog) {
         QTest::keyClick(&dialog, Qt::Key_F1);
         shown = shownPage();
-        // Only so can it be used while the dialog waits.
+        // A help window above the dialog remains usable while the dialog is open.
         above = helpWindow() && helpWindow()->parentWidget() == &dialog;
         QTest::keyClick(&dialog, Qt::Key_Escape);
     });
     choose(*main, entry.toLatin1().constData());
     QCOMPARE(shown, page);
     QVERIFY(above);
-    // It stays when the dialog goes.
+    // The help window stays open when the dialog closes.
     QCOMPARE(shownPage(), page);
     QCOMPARE(helpWindow()->parentWidget(), main->window.get());
 }
@@ -189,7 +189,7 @@ void TestHelpWindow::f1OpensTheMessages()
              kBoxOk);
     QCOMPARE(shown, QStringLiteral("messages.html"));
     QVERIFY(above);
-    // The box belongs to the program's window, and the manual goes back to it.
+    // The box belongs to the main window, and so does the manual after the box closes.
     QCOMPARE(owner, main->window.get());
     QCOMPARE(shownPage(), shown);
     QCOMPARE(helpWindow()->parentWidget(), main->window.get());
@@ -216,7 +216,7 @@ void TestHelpWindow::theSearchFindsAWord()
     inHelp<QTabWidget>("tabHelp")->setCurrentIndex(2);
     auto *engine = helpWindow()->findChild<QHelpSearchEngine *>();
     auto *query = inHelp<QHelpSearchQueryWidget>("frameHelpQuery");
-    // Whoever turns to the search can type at once.
+    // The user can type as soon as the search tab opens.
     QVERIFY(query->isAncestorOf(helpWindow()->focusWidget()));
     const auto hits = [&] {
         query->setSearchInput(QStringLiteral("ModemManager"));
@@ -239,19 +239,19 @@ void TestHelpWindow::aFoundPageIsOpened()
     QVERIFY(QTest::qWaitForWindowActive(helpWindow()));
     inHelp<QTabWidget>("tabHelp")->setCurrentIndex(2);
     auto *results = inHelp<QTextBrowser>("lstHelpResults");
-    // Typed at once, before the index of the search is there.
+    // Types immediately, before the search index exists.
     QTest::keyClicks(helpWindow()->focusWidget(), QStringLiteral("start"));
     QTest::keyClick(helpWindow()->focusWidget(), Qt::Key_Return);
     QTRY_VERIFY_WITH_TIMEOUT(results->toPlainText().contains(QStringLiteral("First sweep in five minutes")), 20000);
     const QString found = results->toPlainText();
     QVERIFY2(found.contains(QStringLiteral("\"Apply\", and start")), qPrintable(found));
-    // No entity is left, whole or cut.
+    // No entity remains, whole or cut.
     static const QRegularExpression entity(QStringLiteral("&(quot|amp|lt|gt)|\\b(quot|amp|lt|gt);"));
     QVERIFY2(!found.contains(entity), qPrintable(found));
     QVERIFY2(!found.contains(QChar::ObjectReplacementCharacter), qPrintable(found));
     results->moveCursor(QTextCursor::Start);
     results->setFocus();
-    // Tab goes to the first link, Enter follows it.
+    // Tab selects the first link, Return follows it.
     QTest::keyClick(results, Qt::Key_Tab);
     const QUrl link(results->textCursor().charFormat().anchorHref());
     QVERIFY(!link.isEmpty());
@@ -295,10 +295,10 @@ void TestHelpWindow::theContentsFollowThePage()
     QTest::keyClick(main->window.get(), Qt::Key_F1);
     auto *contents = inHelp<QHelpContentWidget>("lstHelpContents");
     const auto entry = [contents] { return contents->currentIndex().data().toString(); };
-    // The contents may come later than the page.
+    // The contents may load later than the page.
     QTRY_COMPARE(entry(), QStringLiteral("The main window"));
     auto *browser = inHelp<QTextBrowser>("txtHelp");
-    // A link of the page, by the keyboard.
+    // Follows a link of the page with the keyboard.
     browser->setFocus();
     QTest::keyClick(browser, Qt::Key_Tab);
     QTest::keyClick(browser, Qt::Key_Return);
@@ -306,7 +306,7 @@ void TestHelpWindow::theContentsFollowThePage()
     QCOMPARE(entry(), QStringLiteral("Keyboard and mouse"));
     helpWindow()->showPage(QStringLiteral("files.html#settings"));
     QCOMPARE(entry(), QStringLiteral("The settings file"));
-    // A place that has no entry belongs to its page.
+    // An anchor without its own entry belongs to its page.
     helpWindow()->showPage(QStringLiteral("files.html#pictures"));
     QCOMPARE(entry(), QStringLiteral("Files, pictures and printing"));
     QVERIFY(QTest::qWaitForWindowActive(helpWindow()));
@@ -329,7 +329,7 @@ void TestHelpWindow::theIconsAreSeen()
     QFETCH(QPalette, colours);
     const auto main = bench();
     choose(*main, "mnuHelpContent");
-    // Qt's indexing reads the palette in a thread of its own; it is over when a search finds something.
+    // Qt's indexer reads the palette in its own thread; once a search finds something, the indexing has ended.
     auto *query = inHelp<QHelpSearchQueryWidget>("frameHelpQuery");
     const auto *engine = helpWindow()->findChild<QHelpSearchEngine *>();
     const auto isIndexed = [&] {
@@ -339,7 +339,7 @@ void TestHelpWindow::theIconsAreSeen()
         return engine->searchResultCount() > 0;
     };
     QTRY_VERIFY_WITH_TIMEOUT(isIndexed(), 20000);
-    // The desktop changes its colours while the help is open.
+    // The desktop changes its colours while the help window is open.
     const QPalette usual = QApplication::palette();
     const auto back = qScopeGuard([usual] { QApplication::setPalette(usual); });
     QApplication::setPalette(colours);
@@ -381,7 +381,7 @@ void TestHelpWindow::backAndForward()
     QVERIFY(!back->isEnabled());
     helpWindow()->showPage(QStringLiteral("keys.html"));
     QVERIFY(QTest::qWaitForWindowActive(helpWindow()));
-    // The main window's own activation may still be under way.
+    // The main window's activation may still be pending.
     QCoreApplication::processEvents();
     helpWindow()->activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(helpWindow()));
@@ -391,7 +391,7 @@ void TestHelpWindow::backAndForward()
     QCOMPARE(shownPage(), QStringLiteral("keys.html"));
     QTest::keyClick(helpWindow()->focusWidget(), Qt::Key_Home, Qt::AltModifier);
     QCOMPARE(shownPage(), QStringLiteral("index.html"));
-    // F1 in the manual itself leaves the page as it is.
+    // F1 in the manual itself does not change the page.
     QTest::keyClick(helpWindow(), Qt::Key_F1);
     QCOMPARE(shownPage(), QStringLiteral("index.html"));
     QTest::keyClick(helpWindow(), Qt::Key_Escape);
@@ -440,11 +440,11 @@ void TestHelpWindow::theHelpClosesWithTheProgram()
     QVERIFY(!helpWindow());
 }
 
-// And nothing that is none.
+// The manual also names no key that does not exist.
 void TestHelpWindow::everyShortcutIsInTheManual()
 {
     const auto main = bench();
-    choose(*main, "mnuMeasure"); // its keys come with it
+    choose(*main, "mnuMeasure"); // the panel adds its keys
     choose(*main, "mnuHelpContent");
     helpWindow()->showPage(QStringLiteral("keys.html"));
     const QString page = inHelp<QTextBrowser>("txtHelp")->toPlainText();
@@ -457,7 +457,7 @@ void TestHelpWindow::everyShortcutIsInTheManual()
         for (const QShortcut *shortcut : window->findChildren<QShortcut *>())
             shortcuts.insert(shortcut->key().toString());
     }
-    // A letter with Alt is underlined in its caption; what has no key has an empty one.
+    // Alt and a letter are underlined in the caption; a control without a shortcut has an empty one.
     static const QRegularExpression mnemonic(QStringLiteral("^(Alt\\+.)?$"));
     shortcuts.removeIf([](const QString &keys) { return keys.contains(mnemonic); });
     QVERIFY(shortcuts.size() > 10);
@@ -467,7 +467,7 @@ void TestHelpWindow::everyShortcutIsInTheManual()
         QStringLiteral(R"(\b(?:(?:Ctrl|Alt|Shift)\+(?:Shift\+)?(?:[A-Z]|\w{4,5})|F\d+)\b)"));
     for (auto match = named.globalMatch(page); match.hasNext();) {
         const QString keys = match.next().captured();
-        // The Tab key is the toolkit's own.
+        // The toolkit handles the Tab key itself.
         QVERIFY2(shortcuts.contains(keys) || keys == u"Shift+Tab", qPrintable(keys));
     }
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// No row of another plan, whatever the order of events: the whole window with the real server and a board that shares
-// no code with it, driven at random. Every count of the board tells where it was measured, so each vector that is
-// stored is compared with the frequencies in its rows.
+// No sweep may contain rows of another plan, whatever the order of events: random actions drive the whole window with
+// the real server and a board that shares no code with them. Each count of the board encodes the frequency at which
+// it was measured, so the test compares each stored vector with the frequencies in its rows.
 #include "tests/support/page_rows.h"
 #include "tests/support/quiet_time.h"
 #include "tests/support/window_bench.h"
@@ -18,17 +18,17 @@ using calvorn::test::WindowBench;
 namespace {
 
 #ifdef CALVORN_SANITIZED
-constexpr int kSequences = 100; // the others run without
+constexpr int kSequences = 100; // builds without sanitizers run all
 #else
 constexpr int kSequences = 1'000;
 #endif
 constexpr int kStepsOfASequence = 5;
-// Of the frequencies that the generators take; the one that the PIC board refuses comes last.
+// All generators accept these frequencies.
 constexpr std::array kStarts{1'000'000, 2'500'000, 6'500'000, 12'000'000, 3'210'987};
 constexpr std::array kStops{3'000'000, 7'700'000, 10'000'000, 20'000'000, 8'000'600};
 constexpr int kRefusedStop = 90'000'000; // at or above the clock of the PIC and the parallel-port board
 
-// A board that can be told to misbehave, on one of the three interfaces.
+// A board on one of the three interfaces that misbehaves on request.
 class Board
 {
 public:
@@ -52,7 +52,7 @@ public:
             m_serial->tell("mute 1");
     }
 
-    // What an old firmware does after a refusal.
+    // What old firmware does after a refusal.
     void keepPreparation(bool keeps) const
     {
         if (m_interface == kInterfacePic)
@@ -107,7 +107,7 @@ public:
         m_did = m_did.mid(std::max<qsizetype>(0, m_did.size() - 60));
     }
 
-    // Everything healthy again, and a plan that the board takes: sweeps come.
+    // Restores the board, sets a plan that the board accepts, and returns whether sweeps arrive.
     bool recovers()
     {
         if (!m_board.isPlugged())
@@ -125,12 +125,12 @@ public:
         return right > before;
     }
 
-    int right = 0; // vectors that were stored
-    QString wrong; // what led to the first that was not right
+    int right = 0; // stored vectors
+    QString wrong; // the actions that led to the first wrong vector
 
 private:
-    // On a busy machine the parallel port takes a second for one. A port that was gone is noticed first, and ends a
-    // sweep.
+    // On a busy machine one sweep of the parallel port takes a second. The first attempt after a lost port may only
+    // report the loss and end.
     void letASweepCome()
     {
         const int before = right;
@@ -248,7 +248,7 @@ void TestInterleavings::noRowOfAnotherPlan_data()
 void TestInterleavings::noRowOfAnotherPlan()
 {
     QFETCH(int, interfaceType);
-    // CALVORN_SEED repeats a run, or makes another one.
+    // CALVORN_SEED repeats a run or selects another one.
     const auto seed = static_cast<quint32>(qEnvironmentVariableIntValue("CALVORN_SEED"));
     Scene scene(static_cast<std::int16_t>(interfaceType), seed);
     QVERIFY(scene.isStarted());

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The level calibration on the three simulated boards: known levels in, the law of the detector out.
+// The level calibration on the three simulated boards: known levels go in, the detector law comes out.
 #include "core/detector_settings.h"
 #include "tests/support/detector_laws.h"
 #include "tests/support/interface_rows.h"
@@ -19,14 +19,14 @@ using namespace calvorn;
 namespace {
 
 constexpr double kFullDbm = 10.0;   // of the simulated source
-constexpr int kStepHertz = 100'000; // so low that the generators lose nothing
+constexpr int kStepHertz = 100'000; // so low that the generators lose no amplitude
 
 int hertzOf(int step)
 {
     return (step + 2) * kStepHertz;
 }
 
-// The device is the attenuator: 5 dB more with each step of the frequency.
+// The simulated device is the attenuator: each step of the frequency adds 5 dB.
 QByteArray attenuatorFile()
 {
     QByteArray text;
@@ -38,7 +38,7 @@ QByteArray attenuatorFile()
     return text;
 }
 
-// Comes before the window, whose settings name a file in it.
+// A base class, so that the folder exists before the window, whose settings name a file in it.
 struct CurveFolder
 {
     QTemporaryDir curve;
@@ -78,7 +78,7 @@ struct Bench : CurveFolder, test::WindowBench
         QVERIFY(done);
     }
 
-    // A step of the attenuator is a frequency of the generator.
+    // The frequency of the generator selects the attenuator step.
     void measure(QWidget &dialog, int step)
     {
         configuration.startFreq = hertzOf(step);
@@ -168,7 +168,7 @@ void TestLevelCalibrationWindow::eightStepsOfADiode()
     }
 }
 
-// The same level twice, though entered as two.
+// The same level is measured twice but entered as two levels.
 void TestLevelCalibrationWindow::aSlopeOfNothingIsRefused()
 {
     Bench bench(kInterfaceLpt, "log");
@@ -206,14 +206,14 @@ void TestLevelCalibrationWindow::pointsAreReplacedAndRemoved()
         bench.measure(dialog, 2);
         bench.measure(dialog, 0);
         bench.measure(dialog, 4);
-        // By falling level, whatever the order.
+        // The list is sorted by falling level, whatever the order of measurement.
         QCOMPARE(list->item(0, 0)->text(), QStringLiteral("10.00"));
         QCOMPARE(list->item(2, 0)->text(), QStringLiteral("-10.00"));
         list->selectRow(1);
         click(dialog, "cmdRemove");
         QCOMPARE(list->rowCount(), 2);
         QCOMPARE(list->item(1, 0)->text(), QStringLiteral("-10.00"));
-        // The same level once more takes the place of the former point.
+        // Measuring the same level again replaces the previous point.
         auto *button = dialog.findChild<QPushButton *>(QStringLiteral("cmdMeasure"));
         QTest::mouseClick(button, Qt::LeftButton);
         QVERIFY(QTest::qWaitFor([&] { return button->isEnabled(); }, 10'000));
@@ -227,7 +227,7 @@ void TestLevelCalibrationWindow::aSweepIsToldAndNothingIsWrittenWhereItCannotBe(
 {
     Bench bench(kInterfaceLpt, "log");
     bench.calibrate([&](QWidget &dialog) {
-        bench.click("cmdStart"); // the menu is closed to a person while a sweep runs
+        bench.click("cmdStart"); // the menu is disabled for a user while a sweep runs
         QVERIFY(QTest::qWaitFor([&] { return bench.station->instrument.isSweeping(); }, 5'000));
         auto *button = dialog.findChild<QPushButton *>(QStringLiteral("cmdMeasure"));
         QTest::mouseClick(button, Qt::LeftButton);

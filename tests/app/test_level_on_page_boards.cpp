@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Level meter and generator with the real server and boards that were written from docs/hardware/ alone: what stands on
-// the generator, and what a board that fails does to the meter.
+// Level meter and generator with the real server and boards written from docs/hardware/ alone: the generator's actual
+// frequency, and what a failing board does to the meter.
 #include "instrument/level_reader.h"
 #include "tests/support/interface_rows.h"
 #include "tests/support/page_scene.h"
@@ -15,14 +15,14 @@ using calvorn::test::Scene;
 
 namespace {
 
-constexpr double kLptClock = 80e6;    // of test::pageSettings()
-constexpr double kVnaClock = 400e6;   // the same
-constexpr int kNotCalled = 5'000'000; // Hz, where nothing else puts the generator
+constexpr double kLptClock = 80e6;    // as in test::pageSettings()
+constexpr double kVnaClock = 400e6;   // as above
+constexpr int kNotCalled = 5'000'000; // Hz; nothing else sets the generator to this frequency
 const QString kNoNumber = QStringLiteral("– dBm");
 
 struct Bench
 {
-    // offset: of the generator's calibration, Hz.
+    // offset: the generator's calibration offset, in Hz.
     explicit Bench(int interfaceType, double offset = 0.0)
         : interface(static_cast<std::int16_t>(interfaceType))
         , m_offset(offset)
@@ -41,7 +41,7 @@ struct Bench
         if (!settings.open(QIODevice::ReadOnly))
             qFatal("the settings cannot be read");
         scene = std::make_unique<Scene>(interface, settings.readAll());
-        // The start-up is over when the range is planned, too.
+        // The start-up also includes the delayed planning of the range.
         if (!scene->rangeIsTaken())
             qFatal("the range is never planned");
     }
@@ -57,7 +57,7 @@ struct Bench
             qFatal("the page has no reader");
         return *reader;
     }
-    // A box of the range that is left would park the generator on the start frequency.
+    // Changes the focus first: leaving a range box sets the generator to the start frequency.
     void page(int index) const
     {
         auto *pages = scene->find<QTabWidget>("tabMeasure");
@@ -69,17 +69,17 @@ struct Bench
     void type(const char *box, const QString &text) const { scene->WidgetHands::type(box, text); }
     bool isSerial() const { return serial != nullptr; }
 
-    // What stands on the board's generator.
+    // Returns what the board's generator is set to: Hz for the PIC board, a count or a tuning word for the others.
     QByteArray generator() const
     {
-        if (interface == kInterfaceLpt) // its count tells the word
+        if (interface == kInterfaceLpt) // the count encodes the tuning word
             return QByteArray::number(scene->driver()->readDetectorCount());
         const QByteArray state = serial->tell("state");
         const char *key = interface == kInterfacePic ? "gen=" : "word=";
         const QByteArray rest = state.mid(state.indexOf(key) + static_cast<qsizetype>(qstrlen(key)));
         return rest.left(rest.indexOf(' '));
     }
-    // What has to stand there; 0 Hz: nothing. The PIC board knows nothing of an offset.
+    // Returns what generator() must report at this frequency; 0 Hz means off. The PIC board has no offset.
     QByteArray generatorAt(int hertz) const
     {
         if (interface == kInterfacePic)
@@ -148,7 +148,7 @@ void TestLevelOnPageBoards::onAndOff()
     QFETCH(int, interfaceType);
     const Bench bench(interfaceType, 150.0);
     bench.openPage();
-    bench->click("cmdHold"); // no meter that sweeps
+    bench->click("cmdHold"); // stops the meter, which would sweep
     bench.type("txtGenerator", QString::number(kNotCalled));
     bench->click("cmdGenerator");
     QCOMPARE(bench->label("lblGenerator"), QStringLiteral("The generator is on."));
@@ -158,7 +158,7 @@ void TestLevelOnPageBoards::onAndOff()
     bench->click("cmdGenerator");
     QCOMPARE(bench->label("lblGenerator"), QStringLiteral("The generator is off."));
     QVERIFY(bench.gives(0));
-    // The offset is back for whatever comes next.
+    // Switching on again applies the offset again.
     bench->click("cmdGenerator");
     QVERIFY(bench.gives(kNotCalled + 1000));
     QVERIFY(bench->desktop.boxes.isEmpty());
@@ -185,7 +185,7 @@ void TestLevelOnPageBoards::nothingMovesAGeneratorThatIsOn()
     }
     QVERIFY(bench.gives(kNotCalled));
     QCOMPARE(bench->label("lblGenerator"), QStringLiteral("The generator is on."));
-    // Then the meter goes on.
+    // Switched off, the generator lets the meter continue.
     bench->click("cmdGenerator");
     QVERIFY(QTest::qWaitFor([&] { return bench->label("lblLevel") != kNoNumber; }, 5'000));
 }
@@ -201,7 +201,7 @@ void TestLevelOnPageBoards::theClosedPageIsSilent()
     QVERIFY(bench.gives(0));
     if (!bench.isSerial())
         return;
-    // While it sweeps for the meter.
+    // The page closes during a sweep for the meter.
     bench.page(3);
     QVERIFY(QTest::qWaitFor([&] { return bench->label("lblLevel") != kNoNumber; }, 5'000));
     bench.page(0);
@@ -260,7 +260,7 @@ void TestLevelOnPageBoards::readingsStayWithinTheLimits()
     QSignalSpy planned(bench->driver(), &AcquisitionDriver::readingTaken);
     bench.type("txtGenerator", QStringLiteral("1000"));
     QVERIFY(QTest::qWaitFor([&] { return planned.count() > 2; }, 5'000));
-    // The lowest frequency that the configuration allows is 1000 Hz, and that is where the sweep starts.
+    // The lowest configured frequency is 1000 Hz, so the sweep starts there.
     const QByteArray heard = bench.serial->tell("heard") + bench.serial->tell("state");
     if (interfaceType == kInterfacePic)
         QVERIFY2(heard.contains("start=1000 "), heard.constData());
@@ -281,7 +281,7 @@ void TestLevelOnPageBoards::aBoardThatFallsSilent()
     QVERIFY2(!bench->label("lblLevelWarning").isEmpty(), "it says why");
     const qsizetype lines = bench->log().size();
     test::giveTheBoard(8'000);
-    // It tries again, and not all the time.
+    // The meter tries again, but not continuously.
     QVERIFY(failed.count() >= 2);
     QVERIFY(failed.count() <= 4);
     QVERIFY(bench->log().size() - lines <= 12);
@@ -304,7 +304,7 @@ void TestLevelOnPageBoards::aPortThatIsLost()
         bench.parallel->setFault("gone");
     QVERIFY(bench.tells("lblLevelWarning", QStringLiteral("The hardware is not connected."), 10'000));
     QCOMPARE(bench->label("lblLevel"), kNoNumber);
-    // Switching on says so, too.
+    // Switching the generator on reports the same.
     bench->click("cmdGenerator");
     QCOMPARE(bench->label("lblGenerator"), QStringLiteral("The hardware is not connected."));
     QVERIFY(!bench->isChecked("cmdGenerator"));
@@ -312,7 +312,7 @@ void TestLevelOnPageBoards::aPortThatIsLost()
         bench.serial->tell("plug");
     else
         bench.parallel->setFault({});
-    // "Sweep ON" opens the port again, and the meter goes on after it.
+    // "Sweep ON" reopens the port, and then the meter continues.
     QVERIFY((*bench.scene).sweeps());
     QVERIFY(bench->stops());
     QVERIFY(QTest::qWaitFor([&] { return bench->label("lblLevel") != kNoNumber; }, 10'000));
@@ -327,13 +327,13 @@ void TestLevelOnPageBoards::aLostPortIsNoReading()
     QSignalSpy failed(&reader, &LevelReader::failed);
     QSignalSpy paused(&reader, &LevelReader::paused);
     reader.start(1'000'000, 64);
-    // Whichever is noticed first: that the reading failed, or that nothing is connected any more.
+    // Either the failed reading or the lost connection may be reported first.
     QVERIFY(QTest::qWaitFor([&] { return failed.count() + paused.count() > 0; }, 10'000));
     test::giveTheBoard(500);
     QCOMPARE(taken.count(), 0);
 }
 
-// The end of a reading that was stopped comes some time after the next one was asked for.
+// The end of a stopped reading arrives some time after the next one was requested.
 void TestLevelOnPageBoards::lateEndsOfReadings()
 {
     QFETCH(int, interfaceType);
@@ -349,7 +349,7 @@ void TestLevelOnPageBoards::lateEndsOfReadings()
     const qsizetype before = taken.count();
     QVERIFY(QTest::qWaitFor([&] { return taken.count() >= before + 5; }, 5'000));
     QCOMPARE(failed.count(), 0);
-    // A sweep of the table begins behind a stopped reading, and only its own end ends it.
+    // A sweep for the table begins after a stopped reading, and only its own end stops it.
     bench->click("cmdGeneratorUp");
     QVERIFY((*bench.scene).sweeps(5));
     QVERIFY(!bench->isIdle());

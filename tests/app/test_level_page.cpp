@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Level meter and generator on the last page of the panel, on the three simulated boards, with the hands of a person.
+// Level meter and generator on the last page of the Measure panel, used like a person would on the three simulated
+// boards.
 #include "core/number_text.h"
 #include "tests/support/interface_rows.h"
 #include "tests/support/interface_settings.h"
@@ -20,7 +21,7 @@ using namespace calvorn;
 
 namespace {
 
-// A logarithmic detector of 25 mV per dB behind a piece of cable, with this level at it. A count is 0.1 dB.
+// A logarithmic detector with 25 mV per dB behind a piece of cable, at this level. One count is 0.1 dB.
 QByteArray logSettings(int interfaceType, double dBm)
 {
     const test::ProgramFolder scratch({}, test::crystalSettings(static_cast<std::int16_t>(interfaceType)));
@@ -47,7 +48,7 @@ struct Bench : test::WindowBench
         find<QTabWidget>("tabMeasure")->setCurrentIndex(3);
     }
 
-    // dBm; not a number while none is shown.
+    // Returns the displayed level in dBm, or NaN if none is shown.
     double level() const
     {
         const QString text = label("lblLevel");
@@ -91,21 +92,22 @@ void TestLevelPage::theLevelIsRead()
     Bench bench(interfaceType);
     QVERIFY(bench.started);
     bench.openPage();
-    // On the parallel port the generator stands on the start frequency, elsewhere the meter sweeps around its own.
+    // On the parallel port the generator is at the start frequency; on the other boards the meter sweeps around its
+    // own frequency.
     QVERIFY2(bench.reads(-20.0), qPrintable(bench.label("lblLevel")));
     QCOMPARE(bench.label("lblLevelWarning"), QString());
-    // Within a count, 0.1 dB, however long one looks; the number has one decimal.
+    // The level stays within one count (0.1 dB); the display has one decimal.
     test::pauseOfAPerson(1'000);
     for (int look = 0; look < 20; ++look) {
         test::pauseOfAPerson(100);
         QVERIFY2(std::abs(bench.level() + 20.0) < 0.15, qPrintable(bench.label("lblLevel")));
     }
-    // -20 dBm are 22.4 mV and 10 µW.
+    // -20 dBm is 22.4 mV and 10 µW.
     QVERIFY2(bench.label("lblLevelVolts").endsWith(QLatin1String(" mV")), qPrintable(bench.label("lblLevelVolts")));
     QVERIFY(std::abs(bench.label("lblLevelVolts").section(u' ', 0, 0).toDouble() - 22.36) < 0.6);
     QVERIFY2(bench.label("lblLevelWatts").endsWith(QStringLiteral(" µW")), qPrintable(bench.label("lblLevelWatts")));
     QVERIFY(std::abs(bench.find<QProgressBar>("barLevel")->value() + 200) <= 3);
-    // The table knows nothing of it.
+    // Readings do not reach the table.
     QVERIFY(!bench.table()->hasSweep());
     QVERIFY(bench.desktop.boxes.isEmpty());
 }
@@ -146,7 +148,7 @@ void TestLevelPage::holdZeroAndAttenuator()
     QVERIFY(std::abs(bench.level() - 10.0) <= 0.2);
     bench.click("cmdHold");
     QVERIFY(bench.reads(-20.0));
-    // The extremes remember both.
+    // The extremes include both levels.
     QVERIFY2(bench.label("lblLevelExtremes").contains(QLatin1String("-20.")) ||
                  bench.label("lblLevelExtremes").contains(QLatin1String("-19.")),
              qPrintable(bench.label("lblLevelExtremes")));
@@ -183,7 +185,7 @@ void TestLevelPage::theGenerator()
     bench.click("cmdGeneratorDown");
     bench.click("cmdGeneratorDown");
     QCOMPARE(bench.text("txtGenerator"), QStringLiteral("4,999,000"));
-    // A sweep takes it, and while it runs the generator cannot be switched on.
+    // A sweep takes the generator, which cannot be switched on until the sweep ends.
     bench.click("cmdStart");
     QVERIFY(QTest::qWaitFor([&] { return bench.station->instrument.isSweeping(); }));
     QVERIFY(bench.label("lblGenerator").contains(QLatin1String("not in use here")));
@@ -196,7 +198,7 @@ void TestLevelPage::theGenerator()
     QCOMPARE(bench.label("lblGenerator"), QStringLiteral("The generator is on."));
     bench.click("cmdGenerator");
     QCOMPARE(bench.label("lblGenerator"), QStringLiteral("The generator is off."));
-    // And the meter is back.
+    // The meter works again.
     QVERIFY(bench.reads(-20.0));
     QVERIFY(bench.desktop.boxes.isEmpty());
 }
@@ -237,7 +239,7 @@ void TestLevelPage::theLimitsHold()
     bench.openPage();
     const QString highest = NumberText().masked(bench.configuration.ddsMaxFreq, kMaskHertz);
     QCOMPARE(bench.text("txtGenerator"), highest);
-    // The limits are changed while a dialog is open, and hold when it is closed.
+    // The new limits take effect when the dialog closes.
     bench.configuration.ddsMaxFreq /= 2;
     QDialog dialog(bench.window.get());
     dialog.open();
@@ -249,7 +251,7 @@ void TestLevelPage::whatIsNotChangedIsNotWritten()
 {
     Bench bench(kInterfaceLpt);
     bench.window->close();
-    // The boxes show 12.3 dB, and a frequency within the limits.
+    // The boxes show 12.3 dB and a frequency within the limits.
     bench.folder.set("Level", "Attenuator", QStringLiteral("12.3456"));
     bench.folder.set("Generator", "Frequency", QStringLiteral("2000000000"));
     bench.folder.set("Generator", "Step", QStringLiteral("0"));
@@ -281,7 +283,7 @@ void TestLevelPage::aDialogHasTheHardware()
     QVERIFY(!bench.driver()->isReading());
     dialog.reject();
     QVERIFY(reader->isRunning());
-    // What is held stays so.
+    // A held reading stays held.
     bench.click("cmdHold");
     QVERIFY(!reader->isRunning());
     dialog.open();
@@ -308,7 +310,7 @@ void TestLevelPage::nothingRunsWhileItIsClosed()
     auto *level = bench.find<QLabel>("lblLevel");
     level->setText(QStringLiteral("untouched"));
     QSignalSpy taken(bench.driver(), &AcquisitionDriver::readingTaken);
-    test::pauseOfAPerson(600); // nothing may come
+    test::pauseOfAPerson(600); // nothing may arrive
     QCOMPARE(level->text(), QStringLiteral("untouched"));
     QCOMPARE(taken.count(), 0);
     QCOMPARE(bench.find<QLabel>("lblGenerator")->text(), QStringLiteral("The generator is off."));

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A detector without a law of its own: the window's table holds the frequencies, counts and amplitudes of the files
-// that calvorn-sweep of the version before there were laws has made.
+// Without a configured detector law, the table holds the frequencies, counts and amplitudes of files made with
+// calvorn-sweep before detector laws existed.
 #include "tests/support/sweep_tool.h"
 #include "tests/support/walk_numbers.h"
 #include "tests/support/window_bench.h"
@@ -11,7 +11,7 @@ using namespace calvorn;
 
 namespace {
 
-// The prepared settings on this interface, as fast as the board can.
+// The prepared settings for this interface, with the board at full speed.
 QByteArray settings(int interfaceType, int scale)
 {
     const test::ProgramFolder scratch({}, test::ProgramFolder::preparedSettings());

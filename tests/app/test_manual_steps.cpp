@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The measuring pages of the manual, step by step on the simulated board: the numbers that they tell are those shown.
+// The measuring pages of the manual, followed step by step on the simulated boards: their numbers match the display.
 #include "tests/support/walk_numbers.h"
 #include "tests/support/window_bench.h"
 
@@ -14,7 +14,7 @@ using calvorn::test::WindowBench;
 
 namespace {
 
-// A page as one line without markup.
+// Returns a page as one line without markup.
 QString textOf(const char *page)
 {
     QFile file(QStringLiteral(CALVORN_SOURCE_DIR "/help/") + QString::fromLatin1(page));
@@ -24,7 +24,7 @@ QString textOf(const char *page)
     return QString::fromUtf8(file.readAll()).replace(markup, QStringLiteral(" ")).simplified();
 }
 
-// The numbers that the pattern catches in a page, which must be there.
+// Returns the numbers that the pattern captures in a page. The pattern must match.
 std::vector<double> told(const char *page, const char *pattern)
 {
     const auto match = QRegularExpression(QString::fromLatin1(pattern)).match(textOf(page));
@@ -85,7 +85,7 @@ struct Bench : WindowBench
         return found;
     }
 
-    // The level that the box beside M1 shows at this frequency (Hz).
+    // Returns the level that the box beside M1 shows at this frequency (Hz).
     double levelAtM1(double hertz) const
     {
         type("txtM1X", whole(hertz));
@@ -174,7 +174,7 @@ void TestManualSteps::aSingleCrystal()
     bench.sweep(numbers[0], numbers[1], kLog1V);
     const auto dip = bench.frequenciesWhere([](double level) { return level < -45.0; });
     const auto peak = bench.frequenciesWhere([](double level) { return level > -2.0; });
-    // The dip is deeper than the detector can tell, and less steep above than below.
+    // The dip is deeper than the detector can measure, and less steep above than below.
     QCOMPARE_NEAR((dip.front() + dip.back()) / 2.0 - peak.front(), numbers[2], 3000.0);
 }
 

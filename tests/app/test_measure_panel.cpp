@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The Measure panel in the whole window: opened, used and remembered as a person does it.
+// The Measure panel in the whole window: opened, used and remembered as a person would.
 #include "analysis/trace_file.h"
 #include "tests/support/fake_server_control.h"
 #include "tests/support/quiet_time.h"
@@ -26,7 +26,7 @@ namespace {
 
 constexpr double kVoltsPerCount = 0.00244;
 
-// 1 to 5 MHz in steps of 10 kHz; a scale in dB of 1 V.
+// 1 to 5 MHz in steps of 10 kHz; a scale in dB relative to 1 V.
 constexpr char kSettings[] = "[Config]\r\nInterface=2\r\nDDS Device=AD9851\r\nADC Step=0.00244\r\nADC Offset=0\r\n"
                              "[Parallel Port]\r\nLPT=0\r\n"
                              "[Calvorn]\r\nScale=1\r\nStart=1000000\r\nStop=5000000\r\nMax scaleDb=-60\r\n"
@@ -40,7 +40,7 @@ QVector<int> counts(const std::function<double(int)> &countOfRow)
     return made;
 }
 
-// A resonance at row 201, 3 MHz. Half the power lies 20 rows, 200 kHz, to either side.
+// A resonance at row 201, 3 MHz. The half-power points are 20 rows (200 kHz) to either side.
 double resonance(int row)
 {
     return 1000.0 / std::sqrt(1.0 + std::pow((row - 201) / 20.0, 2));
@@ -64,7 +64,7 @@ struct Bench : WindowBench
             qFatal("the sweep is not drawn");
     }
 
-    // Until the plan of the range has come, which takes a moment after the last key.
+    // Waits until the range is planned, which happens shortly after the last key.
     void waitForRange(std::int32_t start, std::int32_t stop) const
     {
         const SweepAxis wanted{start, (stop - start) / 400};
@@ -82,7 +82,7 @@ struct Bench : WindowBench
         action->trigger();
     }
 
-    // The number at the beginning of a read-out.
+    // Returns the number at the beginning of a read-out.
     double number(const char *name) const
     {
         QString digits;
@@ -165,12 +165,12 @@ void TestMeasurePanel::theBandwidthIsShown()
     bench.deliver(resonance);
     bench.openPanel();
     QCOMPARE(bench.number("lblResult_peakFreq"), 3000000.0);
-    // A count of 1000 moves it by less than a thousandth; so does a step of 10 kHz.
+    // Rounding to whole counts and the step of 10 kHz move it by less than a thousandth each.
     QVERIFY2(std::abs(bench.number("lblResult_bw3") - 400000.0) < 800.0, qPrintable(bench.label("lblResult_bw3")));
     QVERIFY2(std::abs(bench.number("lblResult_q") - 7.5) < 0.02, qPrintable(bench.label("lblResult_q")));
-    // 2.44 V are 7.75 dB.
+    // 2.44 V is 7.75 dB.
     QCOMPARE(bench.label("lblResult_peak"), QStringLiteral("7.7 dB"));
-    // The next sweep is shown at once.
+    // The results show the next sweep immediately.
     bench.deliver([](int row) { return resonance(row + 50); });
     QCOMPARE(bench.number("lblResult_peakFreq"), 2500000.0);
 }
@@ -197,7 +197,7 @@ void TestMeasurePanel::theCurveIsShownRelativeToTheReference()
     // Half and a quarter of the reference.
     QVERIFY(std::abs(bench.plot().live->amplitudes[0] + 6.0206) < 1e-3);
     QVERIFY(std::abs(bench.plot().live->amplitudes[399] + 12.0412) < 1e-3);
-    // The table keeps what was measured: 400 counts of 2.44 mV are -0.2 dB of 1 V.
+    // The table keeps the measured values: 400 counts of 2.44 mV are -0.2 dB relative to 1 V.
     QCOMPARE(bench.table()->text(1, SweepTable::AmplitudeColumn), QStringLiteral("-0.2"));
     QVERIFY2(std::abs(bench.number("lblResult_loss") - 6.0) < 0.05, qPrintable(bench.label("lblResult_loss")));
     bench.click("cmdNormalise");
@@ -253,7 +253,7 @@ void TestMeasurePanel::aStoredTraceStaysWhereItBelongs()
     // 1000 counts at row 201.
     const double peak = 20.0 * std::log10(1000.0 * kVoltsPerCount);
     QVERIFY(std::abs(bench.plot().traces[0].amplitudes[200] - peak) < 1e-6);
-    // In another range it stands at its own frequencies.
+    // In another range the trace remains at its own frequencies.
     bench.type("txtStart", QStringLiteral("2000000"));
     bench.waitForRange(2000000, 5000000);
     QCOMPARE(bench.plot().traces[0].axis.start, 1000000.0);
@@ -283,7 +283,7 @@ void TestMeasurePanel::aTraceIsSavedAndLoadedWithoutTheTable()
     const double peak = 20.0 * std::log10(1000.0 * kVoltsPerCount);
     QVERIFY(std::abs(bench.plot().traces[1].amplitudes[200] - peak) < 1e-6);
     QCOMPARE(bench.table()->text(201, SweepTable::AmplitudeColumn), cell);
-    // A file that is no sweep is told, and nothing changes.
+    // A file that is not a sweep is reported and changes nothing.
     QFile file(bench.desktop.fileChoice);
     QVERIFY(file.open(QIODevice::WriteOnly) && file.write("frequency\r\nnothing\r\n") > 0);
     file.close();
@@ -303,13 +303,13 @@ void TestMeasurePanel::holdsAndAverageFollowTheSweeps()
     for (const double count : {100.0, 500.0, 300.0})
         bench.deliver([count](int) { return count; });
     const auto decibels = [](double count) { return 20.0 * std::log10(count * kVoltsPerCount); };
-    // From the lowest to the one on top.
+    // In painting order, the lowest curve first.
     QCOMPARE(bench.plot().moving.size(), std::size_t{3});
     QVERIFY(std::abs(bench.plot().moving[0].amplitudes[9] - decibels(500.0)) < 1e-6);
     QVERIFY(std::abs(bench.plot().moving[1].amplitudes[9] - decibels(100.0)) < 1e-6);
     QVERIFY(std::abs(bench.plot().moving[2].amplitudes[9] - decibels(300.0)) < 1e-6);
     QCOMPARE(bench.label("lblAveraged"), QStringLiteral("3 so far"));
-    // Another scale shows the same sweeps, and none of them counts again.
+    // Another scale shows the same sweeps and does not count them again.
     bench.trigger("mnuScalaLineare");
     QTRY_VERIFY(std::abs(bench.plot().moving[2].amplitudes[9] - 300.0 * kVoltsPerCount) < 1e-6);
     QCOMPARE(bench.label("lblAveraged"), QStringLiteral("3 so far"));
@@ -345,7 +345,7 @@ void TestMeasurePanel::buttonsMoveTheMarkers()
     QCOMPARE(bench.text("txtM1X"), QStringLiteral("2,000,000"));
     bench.click("cmdPeakRight");
     QCOMPARE(bench.text("txtM1X"), QStringLiteral("3,000,000"));
-    // The nearest rows to 2.8 and 3.2 MHz.
+    // The rows nearest to 2.8 and 3.2 MHz.
     bench.click("cmdPoints3");
     QCOMPARE(bench.text("txtM1X"), QStringLiteral("2,800,000"));
     QCOMPARE(bench.text("txtM2X"), QStringLiteral("3,200,000"));
@@ -383,7 +383,7 @@ void TestMeasurePanel::limitsAreJudged()
     bench.deliver([](int) { return 400.0; });
     QCOMPARE(bench.label("lblLimitCounts"), QStringLiteral("1 passed, 0 failed"));
     QVERIFY2(bench.label("lblWorst").contains(QStringLiteral("3.00 dB inside")), qPrintable(bench.label("lblWorst")));
-    // Twice as much at row 101, 2 MHz: 6 dB above, 3 dB outside.
+    // Twice the amplitude at row 101 (2 MHz): 6 dB above the others, 3 dB outside the limit.
     bench.deliver([](int row) { return row == 101 ? 800.0 : 400.0; });
     QCOMPARE(bench.label("lblVerdict"), QStringLiteral("FAIL"));
     QVERIFY2(bench.label("lblWorst").contains(QStringLiteral("3.02 dB outside, at 2,000,000 Hz")),
@@ -428,7 +428,7 @@ void TestMeasurePanel::limitsOfAnotherUnitAreNotJudged()
     QVERIFY(!bench.isShown("lblVerdict"));
     QVERIFY(bench.label("lblWorst").contains(QStringLiteral("choose a scale in dB")));
     QVERIFY(bench.plot().limits.empty());
-    // On a scale of 10 V the same sweep lies 20 dB lower.
+    // On a scale relative to 10 V, the same sweep is 20 dB lower.
     bench.trigger("mnuScalaLogaritmica10");
     QCOMPARE(bench.label("lblVerdict"), QStringLiteral("FAIL"));
     bench.trigger("mnuScalaLogaritmica1");
@@ -454,7 +454,7 @@ void TestMeasurePanel::limitsAreSavedAndLoaded()
     bench.click("cmdLoadLimits");
     QCOMPARE(points->rowCount(), rows);
     QCOMPARE(points->item(3, 1)->text(), upper);
-    // They come back with the program.
+    // The limits return with the next start.
     bench.window->close();
     bench.open();
     QCOMPARE(bench.find<QTableWidget>("tblLimits")->rowCount(), rows);
@@ -491,7 +491,7 @@ void TestMeasurePanel::choicesAreKept()
     QCOMPARE(bench.find<QComboBox>("cboResults")->currentIndex(), 2);
     QCOMPARE(bench.find<QDoubleSpinBox>("txtFixture")->value(), 12.5);
     QVERIFY(bench.root()->findChild<QLabel *>(QStringLiteral("lblResult_rm")));
-    // What the rest of the program keeps is untouched.
+    // Settings of other components are unchanged.
     QCOMPARE(bench.folder.setting("Calvorn", "Start"), QStringLiteral("1000000"));
 }
 
@@ -513,7 +513,7 @@ void TestMeasurePanel::aPictureShowsTracesAndLegend()
         for (int y = 0; y < image.height(); ++y)
             for (int x = 0; x < image.width(); ++x)
                 if (const QColor c = image.pixelColor(x, y); c.blue() > 180 && c.red() < 130 && c.green() > 130)
-                    pixels += c == QColor(0x4F, 0xC3, 0xF7) ? 0 : 1; // the markers are blue, too
+                    pixels += c == QColor(0x4F, 0xC3, 0xF7) ? 0 : 1; // excludes the markers, which are blue, too
         return pixels;
     };
     const int alone = blue(bench.folder.path() + QStringLiteral("/alone.png"));
@@ -521,7 +521,7 @@ void TestMeasurePanel::aPictureShowsTracesAndLegend()
     QVERIFY2(both > alone + 200, qPrintable(QStringLiteral("%1, %2").arg(alone).arg(both)));
 }
 
-// What the manual promises: so many clicks and keys after the sweep.
+// The manual promises these numbers of clicks and keys after the sweep.
 void TestMeasurePanel::theWaysAreShort()
 {
     {

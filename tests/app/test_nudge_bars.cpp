@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The bars that step a number: each way to turn one is one step.
+// The bars that step a number: each kind of input makes exactly one step.
 #include "tests/support/fake_server_control.h"
 #include "tests/support/while_modal.h"
 #include "tests/support/window_bench.h"
@@ -22,7 +22,7 @@ constexpr char kSettings[] = "[Config]\r\nInterface=2\r\nDDS Device=AD9851\r\nDD
                              "DDS Xtal freq=30000000\r\nDDS Offset=1.5\r\nADC Step=0.001\r\nADC Offset=0.1\r\n"
                              "[Parallel Port]\r\nLPT=0\r\n[Calvorn]\r\nStart=1000000\r\nStop=10000000\r\n";
 
-constexpr int kHeight = 200; // gives every style room for a handle between the arrows
+constexpr int kHeight = 200; // leaves every style room for a handle between the arrows
 constexpr int kRest = 2;
 
 QRect partOf(const QScrollBar &bar, QStyle::SubControl part)
@@ -53,7 +53,7 @@ void turnWheel(QWidget &widget, int angle)
     QCoreApplication::sendEvent(&widget, &wheel);
 }
 
-// Drags the handle of a bar that rests past its end, and back to the middle where it is to come back.
+// Drags the handle of a resting bar past its end and, on request, back to the middle.
 void drag(QScrollBar &bar, int direction, bool back, const std::function<void()> &whileHeld)
 {
     const QRect handle = partOf(bar, QStyle::SC_ScrollBarSlider);
@@ -87,7 +87,7 @@ private slots:
     void theOffsetsOfTheCalibrations();
 };
 
-// Every way up and down again.
+// Steps up and down with every kind of input.
 void TestNudgeBars::oneStepEach(QScrollBar &bar, const std::function<double()> &value, double step) const
 {
     const double before = value();
@@ -106,7 +106,7 @@ void TestNudgeBars::oneStepEach(QScrollBar &bar, const std::function<double()> &
     for (const auto &[part, steps] : {std::pair(QStyle::SC_ScrollBarSubLine, 1), {QStyle::SC_ScrollBarAddLine, 0}}) {
         const QPoint arrow = partOf(bar, part).center();
         QTest::mousePress(&bar, Qt::LeftButton, {}, arrow);
-        isAt(steps); // at the press
+        isAt(steps); // on the press
         QTest::mouseRelease(&bar, Qt::LeftButton, {}, arrow);
         isAt(steps);
     }

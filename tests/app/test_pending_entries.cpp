@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What is being typed counts before anything else that the user does, wherever the focus is by then.
+// A number that is being typed takes effect before the user's next action, wherever the focus is by then.
 #include "tests/support/entry_bench.h"
 #include "tests/support/locales.h"
 #include "tests/support/walk_numbers.h"
@@ -46,7 +46,7 @@ void TestPendingEntries::aClickOnTheGraphComesAfterTheEntry()
     QFETCH(QLocale, locale);
     QLocale::setDefault(locale);
     const Bench bench;
-    // The clicked marker is that of the box.
+    // The click moves the marker of the edited box.
     bench.hands.typeOver(WalkBox::M1X, QStringLiteral("4000000"));
     bench.clickGraph(bench.place(51, 500));
     QCOMPARE(bench.row(GraphItem::M1), 51.0);
@@ -54,15 +54,15 @@ void TestPendingEntries::aClickOnTheGraphComesAfterTheEntry()
     bench.tab();
     QCOMPARE(bench.row(GraphItem::M1), 51.0);
     QCOMPARE(bench.shown(WalkBox::M1X), masked(1500000));
-    // That of another box.
+    // The click moves another marker.
     bench.hands.typeOver(WalkBox::M1X, QStringLiteral("4000000"));
     bench.clickGraph(bench.place(101, 500), Qt::RightButton);
     QCOMPARE(bench.row(GraphItem::M1), 301.0);
     QCOMPARE(bench.row(GraphItem::M2), 101.0);
     bench.tab();
     QCOMPARE(bench.shown(WalkBox::M1X), masked(4000000));
-    QCOMPARE(bench.number(WalkBox::M2X), 2000000.0); // which has the focus by now
-    // A frequency of the range, with a button that puts no marker.
+    QCOMPARE(bench.number(WalkBox::M2X), 2000000.0); // this box has the focus now
+    // A frequency of the range, and a button that moves no marker.
     bench.hands.typeOver(WalkBox::Stop, QStringLiteral("6000000"));
     bench.clickGraph(bench.place(101, 500), Qt::MiddleButton);
     QCOMPARE(bench.configuration.stopFreq, 6000000);
@@ -78,7 +78,7 @@ void TestPendingEntries::theClickedFrequencyBecomesTheStart()
     bench.click("cmdCopyM1");
     QCOMPARE(bench.configuration.startFreq, 1500000);
     QCOMPARE(bench.shown(WalkBox::Start), masked(1500000));
-    // What is still being typed is copied, too.
+    // A number that is still being typed is copied, too.
     bench.hands.typeOver(WalkBox::M2X, QStringLiteral("4200000"));
     bench.click("cmdCopyM2");
     QCOMPARE(bench.configuration.stopFreq, 4200000);
@@ -162,7 +162,7 @@ void TestPendingEntries::anImportComesAfterTheEntry()
         }
         QVERIFY(!bench.hands.box(which)->hasFocus());
         bench.hands.letTimePass();
-        QCOMPARE(bench.cell(1), masked(3001000)); // nothing has planned the table anew
+        QCOMPARE(bench.cell(1), masked(3001000)); // the table has not been planned again
         QCOMPARE(bench.table()->text(7, SweepTable::SampleColumn), QStringLiteral("49"));
     }
 }
@@ -188,7 +188,7 @@ void TestPendingEntries::aChoiceInAMenuComesAfterTheEntry()
     QCOMPARE(bench.desktop.beeps, 0);
 }
 
-// Some desktops show the menus of a program in their own bar, and the program sees neither click nor key.
+// Some desktops show a program's menus in their own bar, so the program sees neither the click nor the key.
 void TestPendingEntries::aMenuOfTheDesktopComesAfterTheEntry()
 {
     Bench bench;
@@ -280,7 +280,7 @@ void TestPendingEntries::closingTakesTheEntry()
 {
     QFETCH(QLocale, locale);
     QLocale::setDefault(locale);
-    // By the window's own button, by key and by its button.
+    // By the title bar's button, by a key and by the Exit button.
     for (int way = 0; way < 3; ++way) {
         const auto close = [way](const Bench &bench) {
             if (way == 0)
@@ -316,7 +316,7 @@ void TestPendingEntries::closingTakesTheEntry()
     }
 }
 
-// The user goes on typing when the window comes back.
+// The user continues typing when the window is active again.
 void TestPendingEntries::anotherWindowTakesNothing()
 {
     const Bench bench;

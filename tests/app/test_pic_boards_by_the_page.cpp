@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The window with the real server and a PIC board that was written from docs/hardware/ alone: plans that the board does
-// not take, lines that lose a byte on their way, and what it says of itself.
+// The window with the real server and a PIC board written from docs/hardware/ alone: plans that the board does not
+// apply, lines that lose or change a byte, and what the board reports about itself.
 #include "tests/support/page_scene.h"
 #include "tests/support/quiet_time.h"
 
@@ -17,7 +17,7 @@ namespace {
 constexpr int kOperationMs = 2'000;
 const auto kEnds = QStringLiteral("The board delivers no good sweep any more; the sweep ends.");
 
-// The window on a board that has been told how to behave.
+// The window with a board that is first set to these faults.
 struct PicScene
 {
     explicit PicScene(const QList<QByteArray> &faults = {})
@@ -74,7 +74,7 @@ void TestPicBoardsByThePage::aPlanThatIsNotTakenShowsNothing_data()
     }
 }
 
-// The board answers that it takes the second plan, and sweeps the first one.
+// The board acknowledges the second plan but sweeps the first one.
 void TestPicBoardsByThePage::aPlanThatIsNotTakenShowsNothing()
 {
     QFETCH(QByteArray, fault);
@@ -105,7 +105,7 @@ void TestPicBoardsByThePage::aPlanThatIsNotTakenShowsNothing()
     QCOMPARE(scene->wrong, 0);
 }
 
-// As of a firmware that knows nothing of plans in its CRC.
+// Old firmware did not include the plan in the CRC.
 void TestPicBoardsByThePage::framesWithoutAPlanShowNothing()
 {
     PicScene scene({"oldcrc on"});
@@ -115,7 +115,7 @@ void TestPicBoardsByThePage::framesWithoutAPlanShowNothing()
     QVERIFY(scene->text("txtErrori") != u"0");
 }
 
-// They stayed in a buffer on the way, and look like the first ones of the new plan.
+// Delayed frames of the previous plan look like the first ones of the new plan.
 void TestPicBoardsByThePage::framesOfTheFormerPlanAreNotShown()
 {
     PicScene scene;
@@ -135,7 +135,7 @@ void TestPicBoardsByThePage::framesOfTheFormerPlanAreNotShown()
     }
 }
 
-// Its supply fails for a moment, and the port stays.
+// The board's supply fails briefly, and the port remains open.
 void TestPicBoardsByThePage::aRestartEndsTheSweep()
 {
     PicScene scene;
@@ -161,7 +161,7 @@ void TestPicBoardsByThePage::aSpoiltLineIsSentAgain()
     QVERIFY(scene->desktop.boxes.isEmpty());
 }
 
-// Nobody misses it, so that a number may be another one.
+// The lost byte has no acknowledgement, so the board may read a different number.
 void TestPicBoardsByThePage::aLostByteShowsNoWrongRow()
 {
     PicScene scene;
@@ -179,7 +179,7 @@ void TestPicBoardsByThePage::aLostByteShowsNoWrongRow()
     QCOMPARE(scene->wrong, 0);
 }
 
-// A frame takes 1.2 s, more than is waited for one of a quick board.
+// A frame takes 1.2 s, which is longer than the timeout for a fast board.
 void TestPicBoardsByThePage::aSlowDetectorIsWaitedFor()
 {
     PicScene scene({"settling 3000"});
@@ -223,13 +223,13 @@ void TestPicBoardsByThePage::queriesWithoutAGoodAnswer_data()
     told("another answer", "A+\r");
 }
 
-// Neither the start nor a click waits longer than for a board that says nothing, and the board is used afterwards.
+// Neither the start nor a click takes longer than with a silent board, and the board works afterwards.
 void TestPicBoardsByThePage::queriesWithoutAGoodAnswer()
 {
     QFETCH(QByteArray, fault);
     QFETCH(QByteArray, good);
     PicScene scene({fault});
-    QVERIFY2(scene.startMs <= 2 * kOperationMs, // the port, and the frequency
+    QVERIFY2(scene.startMs <= 2 * kOperationMs, // opening the port, and setting the frequency
              qPrintable(QStringLiteral("the start took %1 ms").arg(scene.startMs)));
     QVERIFY(scene.board.tell("heard").contains("?;"));
     QElapsedTimer clock;

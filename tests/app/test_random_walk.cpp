@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-// A random walk over every control of the main window, under several locales and with each interface. After each step
-// everything that the window shows has to be true, and nothing may have changed that the step does not touch.
+// A random walk over every control of the main window, under several locales and with each interface. After each
+// step, everything that the window shows must be true, and nothing else than what the step affects may have changed.
 //
-// CALVORN_SEED makes another walk, CALVORN_STEPS a longer or shorter one, CALVORN_RESTARTS one that closes and opens
-// the window every so many steps. A walk that fails is shortened to the steps that lead to the fault, and those are
-// printed with their numbers: with the same seed CALVORN_ONLY=3,17,18 walks these alone. CALVORN_SHORTEN is the number
-// of faults that are shortened.
+// CALVORN_SEED selects another walk, CALVORN_STEPS sets its length, and CALVORN_RESTARTS the number of steps after
+// which the window closes and opens again. A failed walk is shortened to the steps that lead to the fault, which are
+// printed with their numbers: CALVORN_ONLY=3,17,18 with the same seed repeats only those. CALVORN_SHORTEN is the
+// number of faults to shorten.
 #include "tests/support/walk_scene.h"
 
 #include <QElapsedTimer>
@@ -22,7 +22,7 @@ constexpr int kSteps = 2'000;
 constexpr int kStepsBetweenRestarts = 400;
 constexpr qint64 kShorteningMs = 15'000;
 
-// Faults that are known, by a part of their names; the walk goes on over them. Meant to be empty.
+// Known faults, by a part of their names; the walk continues after them. This list should be empty.
 const QStringList kTolerated;
 
 struct Walk
@@ -32,11 +32,10 @@ struct Walk
 
     struct Result
     {
-        QList<std::pair<int, WalkFault>> faults; // each at the step where it came up
+        QList<std::pair<int, WalkFault>> faults; // each with the step where it first appeared
     };
 
-    // Up to the fault of this name, if there is one.
-
+    // Walks the steps, and stops at the fault with the id "until" if it occurs.
     Result go(const QList<WalkStep> &steps, const QString &until) const
     {
         WalkScene scene(locale, interfaceType);
@@ -64,7 +63,7 @@ struct Walk
         return false;
     }
 
-    // Leaves out what is not needed for the fault: larger parts first, then single steps.
+    // Removes steps that the fault does not need: larger parts first, then single steps.
     QList<WalkStep> shortened(QList<WalkStep> steps, const QString &id) const
     {
         QElapsedTimer watch;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The window under remote control: what a command does is what its control does, and nobody is asked anything.
+// The window under remote control: a command does what the matching control does, and no box is shown.
 #include "app/frm_preferences.h"
 #include "app/remote_control.h"
 #include "core/number_text.h"
@@ -58,7 +58,7 @@ struct Bench : test::WindowBench
     {
     }
 
-    // As the next start of the program with the door open.
+    // Restarts the program with remote control switched on and connects to it.
     void openDoor()
     {
         window->close();
@@ -75,7 +75,7 @@ struct Bench : test::WindowBench
             qFatal("nobody opens the door: %s", qPrintable(client->errorString()));
     }
 
-    // What a person does while the dialog is open; then it is closed.
+    // Performs an action in the Preferences dialog and closes the dialog.
     void inPreferences(const std::function<void(FrmPreferences &)> &act) const
     {
         QTimer::singleShot(0, window.get(), [&] {
@@ -87,7 +87,7 @@ struct Bench : test::WindowBench
     }
 
     void tell(const QByteArray &command) const { client->write(command + '\n'); }
-    // Window messages are delivered meanwhile.
+    // Waits for the reply while the window processes its events.
     QByteArray ask(const QByteArray &query) const
     {
         tell(query);
@@ -159,7 +159,7 @@ void TestRemoteWindow::thePreferencesOpenAndCloseIt()
     QCOMPARE(bench.folder.setting("Remote", "On"), QStringLiteral("0"));
 }
 
-// No socket and no thread is there for it before it is opened, nor afterwards.
+// Remote control uses no socket and no thread before it is switched on or after it is switched off.
 void TestRemoteWindow::closedItCostsNothing()
 {
     Bench bench;
@@ -167,7 +167,7 @@ void TestRemoteWindow::closedItCostsNothing()
         preferences.findChild<QSpinBox *>(QStringLiteral("spinRemotePort"))->setValue(bench.port);
         preferences.findChild<QAbstractButton *>(QStringLiteral("chkRemote"))->click();
     };
-    // Whatever the first dialog brings for good is there before the count.
+    // Excludes whatever the first dialog allocates permanently.
     bench.inPreferences([](FrmPreferences &) {});
     const int sockets = openSockets();
     const int threads = runningThreads();
@@ -214,7 +214,7 @@ void TestRemoteWindow::commandsMoveTheControls()
     QCOMPARE(bench.ask("OUTP:AUX1 129;AUX1?"), QByteArray("129"));
     QCOMPARE(bench.configuration.aux1, std::int16_t{129});
     QCOMPARE(bench.error(), kNoError);
-    // A limit is taken, and told.
+    // A value beyond a limit is clamped and reported.
     QCOMPARE(bench.ask("FREQ:STOP 1 GHZ;STOP?"), QByteArray::number(bench.configuration.ddsMaxFreq));
     QVERIFY(bench.error().startsWith("-222,"));
     QCOMPARE(bench.desktop.beeps, 0);
@@ -242,7 +242,7 @@ void TestRemoteWindow::sweeps()
     const double peak = bench.ask("CALC:MARK1:MAX;X?").toDouble();
     QVERIFY2(std::abs(peak - 9e6) < 5'000, qPrintable(QString::number(peak)));
     QCOMPARE(NumberText().toDouble(bench.text("txtM1X")), peak);
-    // Continuously, with the buttons of a running sweep; a person may end it.
+    // Continuous sweeps show the buttons of a running sweep, and the user can stop them.
     QCOMPARE(bench.ask("INIT:CONT ON;CONT?"), QByteArray("1"));
     QVERIFY(bench.isShown("cmdStop"));
     QVERIFY(QTest::qWaitFor([&] { return bench.ask("SWE:COUN?").toInt() >= 3; }, 10'000));
@@ -285,7 +285,7 @@ void TestRemoteWindow::aDialogComesFirst()
     QCOMPARE(bench.error(), kNoError);
 }
 
-// What a person does himself is told to him.
+// Errors of the user's own actions are shown to the user.
 void TestRemoteWindow::thePersonIsStillAsked()
 {
     Bench bench;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The law of the detector in the configuration: which entries count, and what "Apply" leaves alone.
+// The detector law in the configuration dialog: which entries are accepted, and what "Apply" leaves unchanged.
 #include "core/detector_settings.h"
 #include "tests/support/locales.h"
 #include "tests/support/set_up_bench.h"
@@ -13,7 +13,7 @@ namespace {
 constexpr const char *kPlain =
     "[Config]\r\nInterface=2\r\nDDS Device=AD9850\r\nADC Device=10bit\r\nADC Step=0.00244\r\n"
     "ADC Offset=0\r\n";
-// Point 3 of five cannot be read.
+// The third of five points cannot be read.
 constexpr const char *kDamaged = "ADC Law=table\r\n[Detector]\r\nPoint 1=0.1;-30\r\nPoint 2=0.2;-25\r\n"
                                  "Point 3=0.3;about -20\r\nPoint 4=0.4;-15\r\nPoint 5=0.5;-10\r\n";
 constexpr const char *kLog = "ADC Law=log\r\n[Detector]\r\nSlope=24.98765\r\nIntercept=-84.01234\r\n";
@@ -26,7 +26,7 @@ struct Bench : test::SetUpBench
         click("cmdADC");
     }
 
-    // As by keys.
+    // Chooses with the keyboard.
     void choose(const char *name, int index) const
     {
         auto *box = find<QComboBox>(name);
@@ -110,14 +110,14 @@ void TestSetupLaw::aChosenLawIsWritten()
     QVERIFY(faults.isEmpty());
 }
 
-// The sentence about the table comes no more, and its points can still be mended by hand.
+// The message about the table no longer appears, and its points can still be repaired by hand.
 void TestSetupLaw::linearIsChosenInPlaceOfADamagedTable()
 {
     Bench bench(kDamaged);
     QVERIFY2(bench.desktop.lastText().contains(QLatin1String("[Detector] \"Point 3\"")),
              qPrintable(bench.desktop.lastText()));
     const QMap<QString, QString> before = bench.section("Detector");
-    // The points before the damage are no table.
+    // The list offers no table: the points before the damage do not make one.
     auto *law = bench.find<QComboBox>("cboLaw");
     law->setFocus();
     QTest::keyClick(law, Qt::Key_End);
@@ -152,7 +152,7 @@ void TestSetupLaw::slopesAndIntercepts()
     QCOMPARE(law.intercept, 21.5);
 }
 
-// The boxes show three decimals; the numbers keep all of theirs.
+// The boxes show three decimals, but the numbers keep their full precision.
 void TestSetupLaw::aVisitToTheBoxesChangesNothing()
 {
     Bench bench(kLog);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// One sweep by the command "Single sweep", on each of the three simulated boards.
+// The command "Single sweep" on each of the three simulated boards.
 #include "tests/support/crystal_sweep.h"
 #include "tests/support/quiet_time.h"
 #include "tests/support/window_bench.h"
@@ -107,7 +107,7 @@ void TestSingleSweep::aRunningSweepStopsAfterTheNextVector()
     QCOMPARE(bench.stored.count(), before + 1);
 }
 
-// The new range is planned by the start; the delayed plan, which comes later, does not empty the table.
+// The start plans the new range at once; the delayed planning must not empty the table afterwards.
 void TestSingleSweep::aRangeTypedJustBeforeIsMeasuredAndKept()
 {
     QFETCH(int, interfaceType);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The range by the mouse over the graph, as centre and span, and back and forth through the ranges before.
+// Choosing the range with the mouse over the graph, as centre and span, and back and forth through previous ranges.
 #include "tests/support/fake_server_control.h"
 #include "tests/support/interface_settings.h"
 #include "tests/support/locales.h"
@@ -19,13 +19,13 @@ using calvorn::test::whileModal;
 
 namespace {
 
-// Row r at 1 MHz + (r - 1) x 10 kHz; M1 stands in row 51, M2 in row 201.
+// Row r is at 1 MHz + (r - 1) x 10 kHz; M1 is in row 51, M2 in row 201.
 const QByteArray kSettings = "[Config]\r\nInterface=2\r\nDDS Device=AD9851\r\nADC Step=0.00244\r\nADC Offset=0\r\n"
                              "[Parallel Port]\r\nLPT=0\r\n[Calvorn]\r\nStart=1000000\r\nStop=5000000\r\n"
                              "Marker 1=1500000\r\nMarker 2=3000000\r\nScale=0\r\nMax scaleV=2.5\r\n";
 
 constexpr int kRowHz = 10000;
-constexpr int kPixelHz = 7520; // what a pixel of 534 is worth
+constexpr int kPixelHz = 7520; // of one pixel, in a graph 534 pixels wide
 
 struct Bench : test::WindowBench
 {
@@ -45,7 +45,7 @@ struct Bench : test::WindowBench
     int width() const { return configuration.stopFreq - configuration.startFreq; }
     QString range() const { return QStringLiteral("%1 %2").arg(configuration.startFreq).arg(configuration.stopFreq); }
     QString boxes() const { return text("txtStart") + u' ' + text("txtStop"); }
-    // The plan of the table is that of the record.
+    // Returns whether the table's plan matches the configuration.
     bool isPlanned() const
     {
         return !updateTimer()->isActive() &&
@@ -101,7 +101,7 @@ struct Bench : test::WindowBench
         });
         action("mnuSpan")->trigger();
         QVERIFY(opened);
-        // No window manager does it.
+        // Without a window manager the test must activate the window.
         window->activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(window.get()));
     }
@@ -292,7 +292,7 @@ void TestSpanCommands::escapeCancelsADrag()
     QCOMPARE(bench.range(), QStringLiteral("1000000 5000000"));
     QVERIFY(!bench.updateTimer()->isActive());
     QCOMPARE(bench.row(GraphItem::M1), 51.0);
-    // The next one is whole again.
+    // The next drag works normally.
     bench.drag(101, 301);
     QVERIFY2(std::abs(bench.configuration.startFreq - 2000000) < kPixelHz, qPrintable(bench.range()));
 }
@@ -310,7 +310,7 @@ void TestSpanCommands::aClickWithCtrlPutsM1()
     const Bench bench;
     QTest::mouseClick(bench.graph(), Qt::LeftButton, Qt::ControlModifier, bench.pixel(301));
     QCOMPARE(bench.row(GraphItem::M1), 301.0);
-    // A hand that trembles clicks all the same.
+    // A trembling hand still clicks.
     bench.press(101);
     bench.move(102);
     bench.release(102);
@@ -375,7 +375,7 @@ void TestSpanCommands::backAndForthThroughTheSpans()
     QCOMPARE(bench.range(), dragged);
     bench.forth();
     QCOMPARE(bench.desktop.beeps, 4);
-    // A box that is left without a change is no new span.
+    // Leaving a box unchanged adds no span to the history.
     bench.back();
     QTRY_VERIFY(bench.isPlanned());
     bench.type("txtStop", QStringLiteral("7000000"));
@@ -384,7 +384,7 @@ void TestSpanCommands::backAndForthThroughTheSpans()
     QCOMPARE(bench.range(), dragged);
 }
 
-// Nothing is planned between the steps.
+// The delayed planning does not run between the steps.
 void TestSpanCommands::quickStepsLeaveNothingOut()
 {
     const Bench bench;
@@ -407,7 +407,7 @@ void TestSpanCommands::aBoxThatIsEditedTakesItsTextFirst()
 {
     const Bench bench;
     bench.hands.typeOver(WalkBox::Stop, QStringLiteral("7000000"));
-    // The caret alone moves.
+    // Moves only the caret.
     bench.hands.key(Qt::Key_Left);
     bench.hands.key(Qt::Key_Left, Qt::ControlModifier);
     QCOMPARE(bench.text("txtStop"), QStringLiteral("7000000"));
@@ -474,7 +474,7 @@ void TestSpanCommands::centreAndSpanAreTyped()
     QCOMPARE(bench.range(), QStringLiteral("7000000 7200001"));
     QCOMPARE(bench.boxes(), test::shownHertz(7000000) + u' ' + test::shownHertz(7200001));
     QCOMPARE(bench.desktop.beeps, 0);
-    // Looked at and taken without a change, it stays to the hertz.
+    // Confirmed without a change, the range stays exact to the hertz.
     bench.inDialog([](QWidget &dialog) {
         QTest::mouseClick(dialog.findChild<QWidget *>(QStringLiteral("cmdOk")), Qt::LeftButton);
     });

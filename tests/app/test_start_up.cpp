@@ -25,7 +25,7 @@ QByteArray settings(const char *interfaceType, const QByteArray &more = {})
            more;
 }
 
-// What the user changes by hand.
+// A change that the user makes by hand.
 using Change = std::function<void(WindowBench &)>;
 
 void calibrate(const WindowBench &bench, const char *entry, const char *offset)
@@ -125,7 +125,7 @@ void TestStartUp::theSerialWindows()
             QVERIFY(!bench.window->findChild<QAction *>(QString::fromLatin1(name))->isVisible());
         for (const char *name : {"frameView_2", "frameView_3"})
             QVERIFY(!bench.isShown(name));
-        // The stored view does not exist here.
+        // This interface does not have the stored view.
         QVERIFY(bench.isShown("frameView_0"));
         QVERIFY(bench.window->windowTitle().endsWith(*type == '1' ? QStringLiteral(" - AD9851")
                                                                   : QStringLiteral(" - MiniVNA")));
@@ -236,7 +236,7 @@ void TestStartUp::anOverflowOfThePlanIsOneBox()
     const auto *log = bench.find<QListWidget>("lstLOG");
     for (const char *consequence : {"(in aggiornaScala)", "(in restoreMarkers)", "(in selectView)"})
         QVERIFY2(!log->findItems(QString::fromLatin1(consequence), Qt::MatchEndsWith).isEmpty(), consequence);
-    // The next error of the user's own doing has its box.
+    // An error caused by the user's next action shows its own box.
     bench.click("cmdStart");
     QCOMPARE(bench.desktop.boxes.size(), 2);
 }
@@ -288,7 +288,7 @@ void TestStartUp::unreadableTextsStayUntilTheyAreChanged()
     file.replace("ADC Offset=0\r\n", "");
     file.replace('[' + section + "]\r\n", '[' + section + "]\r\n" + key + '=' + text + "\r\n");
     WindowBench bench(test::FakeServerControl::program(), file);
-    // Two starts that change nothing leave the text, each with a box that names it.
+    // Two starts without a change keep the text, and each shows a box that names it.
     for (int start = 0; start < 2; ++start) {
         if (start > 0)
             bench.open();
@@ -337,7 +337,7 @@ void TestStartUp::aScaleThatIsNoneIsKept()
     QCOMPARE(bench.configuration.scaleType, stored.toShort());
     for (const char *name : kActions)
         QVERIFY2(!action(name)->isChecked(), name);
-    // As a scale of 1 V in dB, from 0 dB down.
+    // Treated as a scale in dB relative to 1 V, from 0 dB down.
     emit bench.driver()->aVettore(QVector<int>(400, 100));
     QCOMPARE(bench.table()->text(0, 1), QStringLiteral("dB"));
     QCOMPARE(bench.table()->text(1, 1), test::inLocale(locale, QStringLiteral("-20.0"))); // 100 mV
@@ -352,7 +352,7 @@ void TestStartUp::aScaleThatIsNoneIsKept()
     QCOMPARE(bench.folder.setting("Calvorn", "Scale").toLatin1(), stored);
     bench.open();
     QCOMPARE(bench.configuration.scaleType, stored.toShort());
-    // Until the user chooses another.
+    // Until the user chooses another scale.
     action("mnuScalaLogaritmica1")->trigger();
     QVERIFY(action("mnuScalaLogaritmica1")->isChecked());
     QCOMPARE(bench.text("txtM3Y"), test::inLocale(locale, QStringLiteral("-10.0")));

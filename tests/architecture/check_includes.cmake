@@ -1,12 +1,12 @@
 # SPDX-License-Identifier: MIT
-# A folder may include headers of its own and of the folders that it may link, and no others.
+# A folder may include only its own headers and those of the folders that it may link.
 cmake_minimum_required(VERSION 3.25)
 include("${ROOT}/cmake/CalvornTargets.cmake")
 
 set(wrong "")
 set(files_read 0)
 
-# Of the headers whose name begins with this prefix, the file may include those in the folders "allowed" behind it.
+# Checks that the headers with this prefix which the file includes come from the folders in "allowed".
 macro(check_file file prefix)
     file(STRINGS "${file}" includes REGEX "^#include \"${prefix}[a-z]+/")
     foreach(line IN LISTS includes)
@@ -30,7 +30,8 @@ foreach(folder translations platform protocol widgets core data analysis display
     endforeach()
 endforeach()
 
-# The same for the folders inside server/, as its README tells. Of the drivers only the openers know the boards.
+# The same for the folders inside server/, as server/README.md states. Among the drivers only the openers know the
+# boards.
 set(inside_synthesiser synthesiser)
 set(inside_links links)
 set(inside_boards boards links synthesiser)
@@ -46,7 +47,7 @@ foreach(folder synthesiser links boards drivers)
     endforeach()
 endforeach()
 
-# A plot is painted without a widget: nothing of the windows above it.
+# The plot is painted without widgets, so it includes nothing from the windows above it.
 file(GLOB files "${ROOT}/display/plot/*.h" "${ROOT}/display/plot/*.cpp")
 foreach(file IN LISTS files)
     file(STRINGS "${file}" includes REGEX "^#include (\"display/[a-z_]+\\.h\"|<QWidget>|<QApplication>)")

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The catalogues of translations/, read as translators write them.
+// Checks the catalogues in translations/ as the translators write them.
 #include <QFile>
 #include <QProcess>
 #include <QRegularExpression>
@@ -17,7 +17,7 @@ struct Message
     QString context;
     QString source;
     QString translation;
-    QString state; // empty when the translator is done with it
+    QString state; // empty when the translation is finished
 };
 
 QString catalogue(const QString &language)
@@ -52,7 +52,7 @@ QList<Message> readCatalogue(const QString &path)
     return messages;
 }
 
-// Everything in a text that matches, in alphabetical order: a translation may say it in another one.
+// Returns every match of the pattern, sorted, because a translation may use another order.
 QStringList found(const QString &text, const QString &pattern)
 {
     QStringList all;
@@ -101,17 +101,17 @@ private slots:
     {
         QFETCH(QString, language);
         const QStringList kept{
-            QStringLiteral("%L?\\d+|%n"),         // filled in
+            QStringLiteral("%L?\\d+|%n"),         // placeholders
             QStringLiteral("[\\r\\n]"),           // lines
-            QStringLiteral("\\*(\\.\\w+)?\\)"),   // files that a dialog shows
-            QStringLiteral("(?<!\\S)--[a-z]+"),   // options
+            QStringLiteral("\\*(\\.\\w+)?\\)"),   // file patterns of a dialog
+            QStringLiteral("(?<!\\S)--[a-z]+"),   // command-line options
             QStringLiteral("\\(0x[0-9A-F]{3}\\)") // addresses
         };
         for (const Message &message : readCatalogue(catalogue(language))) {
             const QString where = message.context + QStringLiteral(": ") + message.source;
             for (const QString &pattern : kept)
                 QVERIFY2(found(message.source, pattern) == found(message.translation, pattern), qPrintable(where));
-            // A number or a name follows.
+            // The program appends a number or a name.
             QVERIFY2(message.source.endsWith(u' ') == message.translation.endsWith(u' '), qPrintable(where));
             QVERIFY2(!message.source.startsWith(u' ') || message.translation.startsWith(u' '), qPrintable(where));
             const QString mnemonic = QStringLiteral("&\\w");
@@ -120,7 +120,8 @@ private slots:
         }
     }
 
-    // A text that is marked in a way that the catalogues' tool does not understand would stay English for ever.
+    // lupdate skips a text that is marked in a way that it does not understand, so the text would always stay
+    // English.
     void everyTextOfTheSourcesIsThereAndNoOther_data() { addLanguages(); }
     void everyTextOfTheSourcesIsThereAndNoOther()
     {
