@@ -10,7 +10,7 @@ namespace calvorn {
 
 namespace {
 
-constexpr int kConverterCounts = kHighestCount10Bit + 1; // of the finest converter
+constexpr int kConverterCounts = kHighestCount10Bit + 1; // of the converter with the highest resolution
 
 void assignAmplitude(QString &text, Configuration &configuration, const NumberText &numbers, double volts)
 {
@@ -77,7 +77,7 @@ AmplitudeWriter::AmplitudeWriter(Configuration &configuration, SweepTable &table
     if (!m_known)
         return;
     m_known->follow(configuration, m_numbers);
-    voltsToDb(configuration, 1.0); // sets the reference, as each amplitude does that is not known
+    voltsToDb(configuration, 1.0); // sets dbReference, which storing a known cell does not
 }
 
 void AmplitudeWriter::storeCount(int row, int count)

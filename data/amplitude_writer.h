@@ -12,27 +12,27 @@
 
 namespace calvorn {
 
-// Whether the amplitudes of all rows are what their counts convert to with this configuration.
+// Returns whether the amplitude of every row equals the conversion of its count under this configuration.
 bool amplitudesFollowFromCounts(const SweepTable &table, Configuration configuration);
 
-// All amplitudes anew from the counts, for another detector. The volts are not rounded before they become dB.
-// Announces it. RuntimeError(TypeMismatch) when a count is no number.
+// Recomputes all amplitudes from the counts, for another detector, and announces the change. The volts are converted
+// to dB without rounding. Throws RuntimeError(TypeMismatch) if a count is not a number.
 void rewriteAmplitudes(Configuration &configuration, SweepTable &table);
 
-// The cells that counts have got, so that a converter's few numbers are turned into text once and not with every sweep.
+// Caches the cell texts of each count, so that a count is formatted once and not in every sweep.
 class KnownAmplitudes
 {
 public:
     struct Cells
     {
-        QString count; // empty: not known yet
+        QString count; // empty: not cached yet
         QString amplitude;
     };
 
-    // Forgets everything when calibration, scale or decimal separator are not those for which it was kept.
+    // Clears the cache if calibration, scale or decimal separator differ from those it was filled with.
     void follow(const Configuration &configuration, const NumberText &numbers);
 
-    // Null for counts that no converter gives; below 0 and from 1024 on.
+    // Returns null for counts that no converter produces: below 0, or 1024 and above.
     Cells *of(int count);
 
 private:
@@ -44,23 +44,23 @@ private:
     QChar m_decimal;
 };
 
-// Writes amplitude cells from detector counts: volts with "#0.000" on the linear scale, otherwise dB with "#0.0".
-// One is made for a whole pass over the table, so that the locale is looked up once.
-// Nobody is told; SweepTable has the announcements.
+// Writes amplitude cells from detector counts: volts with "#0.000" on the linear scale, otherwise dB with "#0.0". One
+// writer serves a whole pass over the table, so the locale is looked up once. The writer emits no signal; the caller
+// makes one of SweepTable's announcements.
 class AmplitudeWriter
 {
 public:
-    // known: outlives the writer; null where nothing is kept for the next pass.
+    // known: must outlive the writer; null disables caching.
     AmplitudeWriter(Configuration &configuration, SweepTable &table, KnownAmplitudes *known = nullptr);
 
-    // Writes a count into its cell, and the amplitude beside it.
+    // Writes a count and its amplitude into the row's cells.
     void storeCount(int row, int count);
 
-    // Takes the count from the row's own count cell, as every reader does.
-    // Returns the volts. RuntimeError(TypeMismatch) when the cell holds no number.
+    // Converts the count in the row's count cell and returns the volts. Throws RuntimeError(TypeMismatch) if the cell
+    // holds no number.
     float convertRow(int row);
 
-    // All 400 rows. The caller announces it.
+    // Converts all 400 rows. The caller announces the change.
     void convertAllRows();
 
 private:

@@ -60,13 +60,13 @@ QString CsvFields::next()
             append(field, take());
         take();
     }
-    // Whatever follows a closing quote up to the separator is dropped.
+    // Text between a closing quote and the separator is dropped.
     while (peek() != kEnd && peek() != ',' && !isLineEnd(peek())) {
         const int c = take();
         if (!quoted)
             append(field, c);
     }
-    // One separator: a comma or one line end.
+    // Skip one separator: a comma or one line end.
     const int separator = take();
     if (isLineEnd(separator))
         ++m_line;

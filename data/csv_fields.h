@@ -7,13 +7,13 @@
 
 namespace calvorn {
 
-// Reads the fields of a comma-separated text one after the other, across line ends (CR LF, LF or CR). A field in
-// double quotes is what stands between them; around any other, blanks are dropped. The device is read in pieces, so
-// that the size of a file does not matter.
+// Reads the fields of a comma-separated text one by one, across line ends (CR LF, LF or CR). Quoted fields keep the
+// text between the double quotes; unquoted ones lose surrounding blanks. The device is read in pieces, so the file
+// may have any size.
 class CsvFields
 {
 public:
-    // The longest field that is read, in bytes. No number or heading of a sweep file comes near it.
+    // The longest accepted field, in bytes; far more than any number or heading of a sweep file needs.
     static constexpr qsizetype kLongestField = 1024;
 
     explicit CsvFields(QIODevice &device)
@@ -21,10 +21,10 @@ public:
     {
     }
 
-    // RuntimeError(File) at the end of the text, or when a field is too long to be one.
+    // Returns the next field. Throws RuntimeError(File) at the end of the text and for a field that is too long.
     QString next();
 
-    // The line in which the next field begins, counted from 1.
+    // The line in which the next field starts, from 1.
     int line() const { return m_line; }
 
 private:

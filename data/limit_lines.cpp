@@ -18,7 +18,7 @@ namespace calvorn {
 
 namespace {
 
-constexpr qint64 kLargestFile = 262'144; // bytes; a file of kMostPoints is far smaller
+constexpr qint64 kLargestFile = 262'144; // bytes; a file with kMostPoints points is far smaller
 constexpr std::array kUnits{LimitUnit::Volt, LimitUnit::Decibel, LimitUnit::RelativeDecibel};
 
 const char *nameOf(LimitUnit unit)
@@ -41,7 +41,7 @@ QByteArray headingOf(LimitUnit unit)
 
 void appendNumber(QByteArray &csv, double value)
 {
-    // As short as it can be read back exactly, without an exponent.
+    // The shortest form without an exponent that reads back exactly.
     std::array<char, 512> buffer{};
     const auto written = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value == 0.0 ? 0.0 : value,
                                        std::chars_format::fixed);
@@ -94,7 +94,7 @@ LimitUnit readHeading(const QByteArray &text)
 
 using Member = std::optional<double> LimitPoint::*;
 
-// Of the values at one frequency, the one that allows less.
+// Returns the stricter of the values at one frequency.
 std::optional<double> strictest(std::span<const LimitPoint> points, Member member)
 {
     std::optional<double> strict;

@@ -14,8 +14,8 @@ namespace calvorn {
 
 enum class LimitUnit {
     Volt,
-    Decibel,        // to the reference of the scale in use, 1 V or 10 V
-    RelativeDecibel // to a reference sweep
+    Decibel,        // relative to the reference of the scale in use, 1 V or 10 V
+    RelativeDecibel // relative to a reference sweep
 };
 
 struct LimitPoint
@@ -27,8 +27,8 @@ struct LimitPoint
     bool operator==(const LimitPoint &) const = default;
 };
 
-// An upper and a lower limit over frequency: straight lines between neighbouring points that both have the value.
-// Two points of one frequency make a step.
+// An upper and a lower limit over frequency, drawn as straight lines between neighbouring points that both have the
+// value. Two points at one frequency form a step.
 class LimitLines
 {
 public:
@@ -36,18 +36,19 @@ public:
 
     LimitUnit unit = LimitUnit::Decibel;
 
-    // By frequency; those of one frequency in the order in which they were added.
+    // Sorted by frequency; points at one frequency keep the order in which they were added.
     const std::vector<LimitPoint> &points() const { return m_points; }
     bool isEmpty() const { return m_points.empty(); }
 
-    // Returns the index it has got. Nothing happens when there are kMostPoints already; the result is then kMostPoints.
+    // Inserts a point and returns its index. If there are already kMostPoints, changes nothing and returns
+    // kMostPoints.
     std::size_t add(const LimitPoint &point);
-    // Puts another point in place of one; returns the index it has got.
+    // Replaces a point and returns the index of the new one.
     std::size_t replace(std::size_t index, const LimitPoint &point);
     void remove(std::size_t index);
     void clear() { m_points.clear(); }
 
-    // Nothing where there is no limit. On a step the stricter value.
+    // Return nullopt where there is no limit, and the stricter value at a step.
     std::optional<double> upperAt(double hertz) const;
     std::optional<double> lowerAt(double hertz) const;
 
@@ -57,13 +58,13 @@ private:
     std::vector<LimitPoint> m_points;
 };
 
-// The file of the limits (docs/limit-lines.md), the same in every locale.
+// Writes the limit file (docs/limit-lines.md), which is the same in every locale.
 QByteArray limitLinesAsCsv(const LimitLines &limits);
 
-// RuntimeError(File) names line and reason.
+// Throws RuntimeError(File) with the line and the reason.
 LimitLines readLimitLinesCsv(QIODevice &device);
 
-// The same of a file by its path, which the sentence then names.
+// Reads the file at a path; errors also name the path.
 LimitLines readLimitFile(const QString &path);
 
 } // namespace calvorn

@@ -23,7 +23,7 @@ void openToRead(QFile &file)
         throw RuntimeError(RuntimeError::Kind::File,
                            FileTexts::tr("%1 cannot be read: %2.").arg(file.fileName(), reason));
     };
-    // Opening a pipe would wait for its other end.
+    // Opening a pipe would block until its other end is opened.
     if (QFileInfo::exists(file.fileName()) && !QFileInfo(file.fileName()).isFile())
         refuse(FileTexts::tr("it is not a file"));
     if (!file.open(QIODevice::ReadOnly))

@@ -5,7 +5,7 @@
 
 namespace calvorn {
 
-// Opens an ordinary file for reading. RuntimeError(File) with a sentence that names it and the reason.
+// Opens a regular file for reading. Throws RuntimeError(File) with a sentence that names the file and the reason.
 void openToRead(QFile &file);
 
 } // namespace calvorn

@@ -12,41 +12,41 @@
 
 namespace calvorn {
 
-// The plan of a sweep: the frequency of row 1 and the distance from row to row.
+// The plan of a sweep: the frequency of row 1 and the step between rows.
 struct SweepAxis
 {
     std::int32_t start = 0; // Hz
-    std::int32_t step = 0;  // Hz; negative where the sweep falls
+    std::int32_t step = 0;  // Hz; negative for a descending sweep
 
     bool operator==(const SweepAxis &) const = default;
 };
 
-// Where the samples of a sweep come from. None: there is no sweep yet, and every amplitude is zero.
+// The origin of a sweep's samples. None: no sweep yet, all amplitudes are zero.
 enum class SweepOrigin { None, Measured, Imported, Drawn };
 
-// A sweep as numbers, as the cells of the sweep table say them.
+// A sweep as numbers, parsed from the cells of the sweep table.
 struct Sweep
 {
     // Index i holds row i + 1.
     using Column = std::array<double, kSweepPoints>;
 
-    // Stands for a cell that holds no number.
+    // Represents a cell without a number.
     static constexpr double kNoNumber = std::numeric_limits<double>::quiet_NaN();
     static bool isNumber(double value) { return !std::isnan(value); }
 
     SweepOrigin origin = SweepOrigin::None;
-    std::optional<SweepAxis> plan; // nothing where the rows came from elsewhere
-    // By which the amplitudes follow from the counts; nothing where they do not, as in a sweep that was imported from
-    // another calibration.
+    std::optional<SweepAxis> plan; // nullopt if the rows came from elsewhere
+    // The calibration that converts the counts to the amplitudes. Nullopt if none does, as in a sweep imported from a
+    // detector with another calibration.
     std::optional<DetectorCalibration> detector;
     Column frequencies{}; // Hz
-    Column amplitudes{};  // volts or dB, as the scale has it
-    Column counts{};      // of the detector
+    Column amplitudes{};  // volts or dB, depending on the scale
+    Column counts{};      // detector counts
 
-    // Volts of a row at full resolution, not rounded as the cells are. Only with a detector.
+    // Returns the volts of a row at full resolution, without the rounding of the cells. Requires a detector.
     double volts(int row) const { return detector->volts(counts[static_cast<std::size_t>(row - 1)]); }
 
-    // How many samples lie where the law of the detector ends; 0 without a detector and with a linear one.
+    // Returns how many samples lie beyond the ends of the detector's law; 0 without a detector or with a linear law.
     int samplesBeyondDetector() const;
 };
 

@@ -83,7 +83,7 @@ Sweep::Column &SweepTable::columnOf(Column column) const
     return m_sweep.counts;
 }
 
-// The one place where cells become numbers.
+// The only place that converts cells to numbers.
 const Sweep::Column &SweepTable::numbers(Column column) const
 {
     Sweep::Column &values = columnOf(column);
@@ -115,7 +115,7 @@ double SweepTable::number(int row, Column column) const
 {
     const QString &shown = text(row, column);
     const double value = row > 0 ? numbers(column)[static_cast<std::size_t>(row - 1)] : Sweep::kNoNumber;
-    // The conversion knows what is wrong with the text.
+    // For a cell without a number, the conversion throws the matching error.
     return Sweep::isNumber(value) ? value : NumberText().toDouble(shown);
 }
 
@@ -146,7 +146,7 @@ void SweepTable::amplitudesRewritten(const DetectorCalibration &detector)
 void SweepTable::cellsWritten()
 {
     emit dataChanged(index(0, 0), index(kSweepPoints - 1, kTableColumns - 1), {Qt::DisplayRole});
-    // A header that is told anew is laid out anew, which costs more than a sweep's cells.
+    // Views lay out their header again on headerDataChanged(), which costs more than the cells of a sweep.
     const std::array header{m_cells[0], m_cells[1], m_cells[2]};
     if (header == m_toldHeader)
         return;
