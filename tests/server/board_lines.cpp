@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Guards the auxiliary outputs and the I2C potentiometer, from the driver's operations to the simulated chips.
+// Tests the auxiliary outputs and the I2C potentiometer, from the driver's operations to the simulated chips.
 #include "tests/server/lpt_bench.h"
 
 #include <QTest>
@@ -94,7 +94,7 @@ void BoardLinesTest::nobodyAtTheAddress()
     QVERIFY(bench.driver.WriteI2c(0x50, 0xA9, 0x33));
     for (const uchar address : {uchar{0x52}, uchar{0x5E}, uchar{0x00}, uchar{0xFF}, uchar{0x51}})
         QVERIFY(!bench.driver.WriteI2c(address, 0xA9, 0x80));
-    QVERIFY(!bench.driver.WriteI2c(0x50, 0x12, 0x80)); // a command that the chip does not know
+    QVERIFY(!bench.driver.WriteI2c(0x50, 0x12, 0x80)); // unknown command
     QCOMPARE(bench.board->pot().stops(), 7);
     QCOMPARE(bench.board->pot().wiper(0), std::uint8_t{0x33});
     QCOMPARE(bench.errors.count(), 0);
@@ -113,7 +113,7 @@ void BoardLinesTest::edgesAreFiveMicroseconds()
     QVERIFY(bench.driver.OpenPort(0));
     const auto before = bench.board->boardTime();
     QVERIFY(bench.driver.WriteI2c(0x50, 0xA9, 0x80));
-    // 27 bits of three edges, 5 us each at least.
+    // 27 bits with three edges each; an edge takes at least 5 us.
     QVERIFY(bench.board->boardTime() - before >= std::chrono::microseconds(27 * 3 * 5));
 }
 

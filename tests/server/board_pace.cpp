@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Guards the pace of the simulated board: real time, without burning a processor.
+// Tests that the simulated board runs in real time and sleeps while it waits.
 #include "tests/server/lpt_bench.h"
 
 #include <QElapsedTimer>
@@ -33,7 +33,7 @@ double processorMs()
     return 1'000.0 * static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
 }
 
-// What a sweep takes of the processor without any pace: the pins' work alone.
+// Returns the processor time in ms of a sweep that never waits: the cost of simulating the pins.
 double processorOfUnpacedSweep(SweepSpeed speed)
 {
     LptBoard board;
@@ -52,7 +52,7 @@ void BoardPaceTest::sweepsTakeRealTime_data()
     QTest::addColumn<int>("speed");
     QTest::addColumn<int>("haste");
     QTest::addColumn<int>("least");
-    QTest::addColumn<int>("most"); // generous, for a busy machine
+    QTest::addColumn<int>("most"); // generous, because the machine may be busy
     QTest::newRow("standard") << 0 << 1 << 95 << 1'000;
     QTest::newRow("slow") << 1 << 1 << 400 << 3'000;
     QTest::newRow("very slow") << 2 << 1 << 1'900 << 10'000;
@@ -81,7 +81,7 @@ void BoardPaceTest::sweepsTakeRealTime()
     qInfo("paced sweep: %.1f ms, %.1f ms of them on the processor; unpaced %.1f ms", took, burnt, work);
     QVERIFY(took >= least);
     QVERIFY(took < most);
-    // Who waits by turning in a circle burns all of it.
+    // A busy-waiting board would use the processor all the time.
     QVERIFY(burnt - work < took / 2);
 }
 
@@ -97,7 +97,7 @@ void BoardPaceTest::idleTimeIsNotCaughtUp()
     QVERIFY(clock.elapsed() >= 80);
 }
 
-// What takes the paced board two seconds is a matter of computing.
+// Without pacing, only the computing takes time; a paced board needs two seconds for this sweep.
 void BoardPaceTest::unpacedDoesNotWait()
 {
     LptBoard board;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Guards the simulated generator chips: they decode what the loader sends, and complain as they should.
+// Tests that the simulated generator chips decode the loader's bits and report violations of the data sheet.
 #include "server/boards/ad985x_model.h"
 #include "server/boards/ad9951_model.h"
 #include "server/boards/simulated_parallel_port.h"
@@ -175,7 +175,7 @@ void DdsModelsTest::ad9850NeverSeesAFactoryBit()
     SimulatedParallelPort board(settings);
     ParallelPins pins(board);
     DdsLoader loader(pins);
-    const DdsClock clock{DdsChip::Ad9850, 80e6, 6}; // a multiplier that another chip would be told
+    const DdsClock clock{DdsChip::Ad9850, 80e6, 6}; // the AD9850 has no multiplier and must ignore the 6
     loader.startUp(clock, 0xFFFFFFFFU);
     for (int index = 0; index < 20'000; ++index) {
         const auto word = static_cast<std::uint32_t>(index) * 2654435761U;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Guards the simulated devices and the detector: plausible curves, reproducible noise.
+// Tests the simulated devices and the simulated detector: plausible curves, reproducible noise.
 #include "server/boards/device_under_test.h"
 #include "server/boards/detector_model.h"
 
@@ -97,12 +97,12 @@ void DeviceUnderTestTest::crystalHasBothResonances()
     QVERIFY(near(bestHz, 9e6, 30.0));
     QVERIFY(near(best, 100.0 / 120.0, 0.01));
     QVERIFY(near(worstHz, 9.018e6, 500.0));
-    // Between the points 3 dB below the peak there are several of a 100 kHz sweep (250 Hz each).
+    // The 3 dB bandwidth spans several points of a 100 kHz sweep (250 Hz each).
     QVERIFY(responseOf(DeviceKind::Crystal, 9e6 - 500.0) > best / std::sqrt(2.0));
     QVERIFY(responseOf(DeviceKind::Crystal, 9e6 - 750.0) < best / std::sqrt(2.0));
 }
 
-// A dipole of 60 ohms: SWR 1.2.
+// The antenna is a dipole of 60 ohms: SWR 1.2.
 void DeviceUnderTestTest::antennaSendsLeastBackAtItsResonance()
 {
     const DeviceUnderTest antenna(DeviceKind::Antenna);
@@ -113,7 +113,7 @@ void DeviceUnderTestTest::antennaSendsLeastBackAtItsResonance()
         QVERIFY(antenna.responseAt(7.05e6 + away) < 1.0);
         QCOMPARE(antenna.reflectionAt(7.05e6 + away), antenna.responseAt(7.05e6 + away));
     }
-    // Of everything else comes back what does not pass.
+    // The other devices have no loss: they reflect everything that does not pass.
     QVERIFY(near(DeviceUnderTest(DeviceKind::Through).reflectionAt(1e6), 0.0, 1e-9));
     QVERIFY(near(DeviceUnderTest(DeviceKind::Notch).reflectionAt(7e6), 1.0, 1e-6));
 }
@@ -123,7 +123,7 @@ void DeviceUnderTestTest::aCurveComesFromAFile()
     QTemporaryDir folder;
     QFile file(folder.filePath(QStringLiteral("curve.csv")));
     QVERIFY(file.open(QIODevice::WriteOnly));
-    // In any order, with spaces; more than everything does not pass.
+    // Points may be in any order and contain spaces; a response above 1 is limited to 1.
     QVERIFY(file.write("# a filter\n\n3e6 , 0.5\r\n1000000,0.1\n2000000, 0.9\n4000000,7\n") > 0);
     file.close();
     const DeviceUnderTest device = DeviceUnderTest::fromFile(file.fileName());
@@ -184,7 +184,7 @@ void DeviceUnderTestTest::detectorSettles()
     QVERIFY(near(detector.read(420us), std::exp(-1.0), 0.006));
 }
 
-// The level of the simulated source does not count: the linear detector is as it always was.
+// A linear detector ignores the level of the simulated source.
 void DeviceUnderTestTest::aLinearDetector()
 {
     for (const double level : {-50.0, 10.0}) {
@@ -218,7 +218,7 @@ void DeviceUnderTestTest::aLogarithmicDetector()
 
 void DeviceUnderTestTest::aDiode()
 {
-    // 10 dBm are 1 V at the peak into 50 ohms; far above the knee the volts follow it, far below its square.
+    // 10 dBm into 50 ohms are 1 V peak. Far above the knee the output follows the amplitude, far below it the square.
     const DetectorCircuit detector{DetectorKind::Diode, 10.0};
     QVERIFY(near(detector.volts(1.0), 2.4 * (std::sqrt(1.0004) - 0.02), 1e-9));
     QVERIFY(near(detector.volts(1.0) - detector.volts(0.5), 2.4 * 0.4998, 1e-3));

@@ -19,7 +19,7 @@ namespace {
 
 const QString kLine = QStringLiteral("115200,N,8,1");
 
-// The three drivers as the server has them, beside one settings file.
+// The server's three drivers, which read one settings file.
 class Drivers
 {
     QTemporaryDir m_folder;
@@ -134,7 +134,7 @@ const QList<Fault> kFaults = {
 
 } // namespace
 
-// What the drivers say, word for word, when something real causes it.
+// Compares each error sentence of the drivers word for word, after causing the error.
 class DriverSentences : public QObject
 {
     Q_OBJECT

@@ -7,7 +7,7 @@
 
 using namespace calvorn;
 
-// The text that describes a serial line.
+// Tests the parsing of texts that describe a serial line.
 class LineSettingsTexts : public QObject
 {
     Q_OBJECT

@@ -21,11 +21,11 @@ inline SimulatorSettings unpacedSettings()
 // One conversion of the board's detector.
 struct ConversionRecord
 {
-    double hertz; // what the generator made at the instant of hold
+    double hertz; // the generator's output when the converter sampled
     int count;
 };
 
-// The simulated board with a counter on its bus, and a record of its converter.
+// A simulated board that counts the accesses to its bus and records the conversions of its detector.
 class ProbedPort : public SimulatedParallelPort
 {
 public:
@@ -53,7 +53,7 @@ public:
 
     std::uint64_t accesses() const { return m_accesses; }
 
-    // Keeps a record of every conversion from now on, at most this many.
+    // Discards the records, then records the next `atMost` conversions.
     void recordConversions(std::size_t atMost)
     {
         m_recordAtMost = atMost;
@@ -78,18 +78,18 @@ private:
     std::vector<ConversionRecord> m_records;
 };
 
-// The driver with a simulated board of this make behind address 0, and its signals.
+// The driver, its signals, and a simulated board at address 0.
 struct LptBench
 {
     static constexpr int kPoints = 400;
-    static constexpr int kWindow = 8; // vectors that are sent before the first has been taken
+    static constexpr int kWindow = 8; // vectors that the driver sends before the first is acknowledged
 
     explicit LptBench(const SimulatorSettings &made = unpacedSettings())
         : settings(made)
     {
     }
 
-    // Takes every vector as the program does.
+    // Acknowledges every vector, as the program does.
     void takeVectors()
     {
         QObject::connect(
@@ -101,7 +101,7 @@ struct LptBench
 
     SimulatorSettings settings;
     BoardWiring wiring;
-    ProbedPort *board = nullptr; // while the port is open
+    ProbedPort *board = nullptr; // valid while the port is open
     std::size_t recordAtMost = 0;
     LptDriver driver{[this](int address) -> OpenedPort {
         if (address != 0)

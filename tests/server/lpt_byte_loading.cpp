@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Guards byte-wide loading: the chip decodes the same words as from serial loading, with 17 accesses for each.
+// Tests byte-wide loading: the chip receives the same words as with serial loading, in 17 port accesses per word.
 #include "protocol/lpt_wiring_parser.h"
 #include "server/boards/ad985x_model.h"
 #include "tests/server/lpt_bench.h"
@@ -115,7 +115,7 @@ void LptByteLoadingTest::accessesOfALoad()
     QCOMPARE(bench.board->accesses() - before, std::uint64_t{17});
 }
 
-// 10 MHz at 125 MHz is 00 14 7A E1 48; each byte stands on D0..D7 while STROBE makes a pulse, then AUTOFD does.
+// 10 MHz at 125 MHz is 00 14 7A E1 48. STROBE pulses once per byte on D0..D7, then AUTOFD pulses.
 void LptByteLoadingTest::bytesOnTheBus()
 {
     RecordingPort port;
@@ -124,7 +124,7 @@ void LptByteLoadingTest::bytesOnTheBus()
     loader.load({DdsChip::Ad9850, 125e6, 1}, 0x147AE148U);
     const std::vector<std::uint8_t> bytes = {0x00, 0x14, 0x7A, 0xE1, 0x48};
     QCOMPARE(port.data, bytes);
-    // Both lines are inverted by the port: the bit is 0 while the pin is high. Nothing has set AUTOFD's bit before.
+    // The port inverts both lines: a bit of 0 drives the pin high. AUTOFD's bit is still 0 during the first writes.
     const std::vector<std::uint8_t> control = {0, 1, 0, 1, 0, 1, 0, 1, 0, 1, 1, 3};
     QCOMPARE(port.control, control);
 }
@@ -148,7 +148,7 @@ void LptByteLoadingTest::ad9951IsLoadedSeriallyAllTheSame()
     QCOMPARE(bench.errors.count(), 0);
 }
 
-// The bytes clock the shift registers of auxiliary outputs that share the bus; without the latch nothing comes of it.
+// Loading bytes also clocks the shift registers of auxiliary outputs on the same bus, but never latches them.
 void LptByteLoadingTest::auxOutputsOnTheBus()
 {
     LptBench bench;

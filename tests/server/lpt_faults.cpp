@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Guards what a failing parallel-port board, and a frequency beyond the generator, lead to: one report, one end, and
-// a port that can be opened again.
+// Tests a failing parallel-port board and frequencies beyond the generator: the driver reports one error, ends the
+// sweep once, and can open the port again.
 #include "server/drivers/parallel_opener.h"
 #include "tests/server/lpt_bench.h"
 
@@ -81,7 +81,7 @@ void LptFaultsTest::silenceReadsAsZeros()
     QCOMPARE(zerosOf(bench.vector(2)), LptBench::kPoints);
     QCOMPARE(zerosOf(bench.vector(3)), LptBench::kPoints);
     QCOMPARE(bench.driver.ReadDetector(), short{0});
-    QCOMPARE(bench.errors.count(), 0); // a line that stays low is a reading like any other
+    QCOMPARE(bench.errors.count(), 0); // a line that stays low is a valid reading of 0
 }
 
 void LptFaultsTest::halfASweepThenZeros()
@@ -104,17 +104,17 @@ void LptFaultsTest::unpluggedInMidSweep()
     QVERIFY(bench.driver.OpenPort(0));
     bench.driver.RunSweep();
     QTRY_COMPARE(bench.completes.count(), 1);
-    QCOMPARE(bench.vectors.count(), 1); // the second sweep was not whole
+    QCOMPARE(bench.vectors.count(), 1); // the second sweep was incomplete
     QCOMPARE(bench.errors.count(), 1);
     QCOMPARE(bench.errorCode(0), 2);
     QCOMPARE(bench.errors.at(0).at(1).toString(), QStringLiteral("The parallel port is gone."));
-    bench.driver.SetFrequency(1'000'000); // as the program does at the end of a sweep
+    bench.driver.SetFrequency(1'000'000); // the program does this at the end of a sweep
     bench.driver.SetAux(5, 1);
     QTest::qWait(50);
     QCOMPARE(bench.completes.count(), 1);
     QCOMPARE(bench.errors.count(), 1);
 
-    bench.settings.fault = SimulatorFault::Refuse; // still out
+    bench.settings.fault = SimulatorFault::Refuse; // still unplugged
     QTest::ignoreMessage(QtWarningMsg, "The simulated parallel port has been told to refuse.");
     bench.driver.RunSweep();
     QCOMPARE(bench.completes.count(), 2);
@@ -122,7 +122,7 @@ void LptFaultsTest::unpluggedInMidSweep()
     QCOMPARE(bench.errors.at(1).at(1).toString(),
              QStringLiteral("The parallel port is not open. The simulated parallel port has been told to refuse."));
 
-    bench.settings.fault = SimulatorFault::None; // back again
+    bench.settings.fault = SimulatorFault::None; // plugged in again
     bench.driver.PrepareSweep(5'000'000, 1'000);
     bench.driver.RunSweep();
     QTRY_VERIFY(bench.vectors.count() >= 4);
@@ -133,7 +133,7 @@ void LptFaultsTest::unpluggedInMidSweep()
         QVERIFY(count > 384 && count < 424);
 }
 
-// The command and the sweep meet the same loss: one report.
+// The loss is reported once, even if a command and the sweep both notice it.
 void LptFaultsTest::lostWithACommandInMidSweep()
 {
     for (int round = 0; round < 20; ++round) {
@@ -199,7 +199,7 @@ void LptFaultsTest::unpluggedOnceInTheLifeOfTheServer()
     QCOMPARE(errors.count(), 1);
 }
 
-// One edge of 997 is missing, so every 25th load is a bit short. The chip model sees it; the driver cannot.
+// One edge in 997 is lost, so about every 25th load lacks a bit. The chip model detects this; the driver cannot.
 void LptFaultsTest::lostEdgeOfTheGenerator()
 {
     LptBench bench(withFault(SimulatorFault::Drop));
@@ -255,7 +255,7 @@ void LptFaultsTest::imageIsMadeAndSaidOnce()
     QCOMPARE(bench.errors.count(), 1);
 }
 
-// 80 MHz less 9 MHz.
+// The image of the 9 MHz resonance lies at 80 MHz - 9 MHz = 71 MHz.
 void LptFaultsTest::imageOfTheResonance()
 {
     SimulatorSettings settings = unpacedSettings();
@@ -282,7 +282,7 @@ void LptFaultsTest::moreThan32Bits()
     bench.driver.SetFrequency(80'000'000);
     QCOMPARE(bench.errors.count(), 1);
     QCOMPARE(bench.errorCode(0), 5);
-    QVERIFY(std::fabs(bench.board->dds().output().hertz - 7e6) < 0.01); // the former one stays
+    QVERIFY(std::fabs(bench.board->dds().output().hertz - 7e6) < 0.01); // unchanged
     bench.driver.PrepareSweep(79'900'000, 1'000);
     bench.driver.RunSweep();
     QTRY_COMPARE(bench.completes.count(), 1);
@@ -303,7 +303,7 @@ void LptFaultsTest::uselessFrequencyIsMadeAndSaidOnce()
     QCOMPARE(bench.errorCode(0), 4);
     QCOMPARE(bench.errors.at(0).at(1).toString(), said);
     QVERIFY(std::fabs(bench.board->dds().output().hertz - 26'000'001.0) < 0.01);
-    bench.driver.SetXtalFrequency(125e6); // another clock, another limit
+    bench.driver.SetXtalFrequency(125e6); // a higher clock has a higher limit
     bench.driver.SetFrequency(39'000'000);
     QCOMPARE(bench.errors.count(), 1);
 }

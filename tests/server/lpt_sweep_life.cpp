@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Guards how sweeps start, are re-planned, fail and end: one aComplete each, and no vector of a former plan.
+// Tests how sweeps start, change their plan, fail and end: each sends one aComplete and no vector of an earlier plan.
 #include "server/boards/ad985x_model.h"
 #include "tests/server/lpt_bench.h"
 
@@ -12,7 +12,7 @@ using namespace calvorn;
 
 namespace {
 
-// In the pass band of the default device every count is high, far below it every count is low.
+// In the pass band of the default device every count is above kLimit; far below the band every count is under it.
 constexpr int kHighHz = 7'100'000;
 constexpr int kLowHz = 1'000'000;
 constexpr int kLimit = 100;
@@ -49,7 +49,7 @@ void LptSweepLifeTest::stopInMidVectorCompletesOnce()
     settings.paced = true;
     LptBench bench(settings);
     QVERIFY(bench.driver.OpenPort(0));
-    bench.driver.SetSpeed(2); // 2 s a vector: any stop is in the middle
+    bench.driver.SetSpeed(2); // 2 s per vector, so every stop interrupts one
     bench.driver.RunSweep();
     QElapsedTimer clock;
     clock.start();
@@ -98,7 +98,7 @@ void LptSweepLifeTest::runWhileStopping()
     for (int round = 1; round <= 20; ++round) {
         bench.driver.RunSweep();
         bench.driver.StopSweep(2);
-        bench.driver.RunSweep(); // the former sweep completes first
+        bench.driver.RunSweep(); // the previous sweep completes first
         QCOMPARE(bench.completes.count(), 2 * round - 1);
         const auto before = bench.vectors.count();
         QTRY_VERIFY(bench.vectors.count() > before);
@@ -124,7 +124,7 @@ void LptSweepLifeTest::replanNeverShowsTheFormerPlan()
     bench.driver.PrepareSweep(kHighHz, 0);
     bench.driver.RunSweep();
     for (int round = 0; round < 300; ++round) {
-        // Vectors pile up, unreceived, for a while that is different each time.
+        // Lets vectors queue up for a different time in each round.
         QElapsedTimer clock;
         clock.start();
         while (clock.nsecsElapsed() < 20'000 * (round % 250)) {
@@ -252,7 +252,7 @@ void LptSweepLifeTest::parkedFrequency()
     bench.takeVectors();
     QVERIFY(bench.driver.OpenPort(0));
     bench.driver.ResetDevice();
-    QCOMPARE(bench.board->dds().output().amplitude, 0.0); // no frequency has been asked for
+    QCOMPARE(bench.board->dds().output().amplitude, 0.0); // no frequency has been set yet
     bench.driver.RunSweep();
     QTRY_VERIFY(!bench.vectors.isEmpty());
     bench.driver.StopSweep(2);
@@ -273,7 +273,7 @@ void LptSweepLifeTest::chipStartsByItself()
     QVERIFY(std::fabs(bench.board->dds().output().hertz - 3e6) < 0.01);
     const auto updates = bench.board->dds().updates();
     bench.driver.SetFrequency(4'000'000);
-    QCOMPARE(bench.board->dds().updates(), updates + 1); // started once, not with every frequency
+    QCOMPARE(bench.board->dds().updates(), updates + 1); // a new frequency does not start the chip again
 }
 
 void LptSweepLifeTest::changedClockStartsTheChipAgain()
@@ -307,7 +307,7 @@ void LptSweepLifeTest::unknownSettingsAreRefused()
 
 void LptSweepLifeTest::lostPortEndsTheSweep()
 {
-    // A port that is pulled out after a while.
+    // A port that fails after 500 reads.
     class DyingPort : public SimulatedParallelPort
     {
     public:

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Guards the heart of a sweep: each of the 400 frequencies is the planned one, and sample k belongs to it.
+// Tests that the generator makes each of the 400 planned frequencies and that sample k was measured at frequency k.
 #include "tests/server/lpt_bench.h"
 
 #include <QTest>
@@ -11,7 +11,7 @@ using namespace calvorn;
 
 namespace {
 
-// Runs one sweep of at least one vector with this plan.
+// Sweeps with this plan until at least one vector has arrived.
 void sweepOnce(LptBench &bench, int start, int step)
 {
     bench.takeVectors();
@@ -79,7 +79,8 @@ void LptSweepPointsTest::frequencies()
     QCOMPARE(bench.vector(0).size(), LptBench::kPoints);
     const double halfResolution = systemClock / 8'589'934'592.0;
     for (int point = 0; point < LptBench::kPoints; ++point) {
-        // The first frame of a point samples; the second one shows that sample, and starts one nobody reads.
+        // The first frame of a point takes the sample. The second frame returns it and starts a conversion that the
+        // driver never reads.
         const ConversionRecord &record = bench.board->conversions()[static_cast<std::size_t>(2 * point)];
         const double planned = kStart + static_cast<double>(point) * kStep;
         const double made = record.hertz;
@@ -112,7 +113,7 @@ void LptSweepPointsTest::resonanceLandsInItsRow()
     const QList<int> samples = bench.vector(0);
     const auto peak = std::max_element(samples.begin(), samples.end());
     QCOMPARE(static_cast<int>(peak - samples.begin()), 137);
-    // 1 V of 2.5 V, 100 of 120 ohms, and a few per cent for the roll-off of the generator.
+    // 1 V of 2.5 V through 100 of 120 ohms; the generator's roll-off accounts for a few per cent.
     const double expected = 0.4 * counts * 100.0 / 120.0;
     QVERIFY(*peak > 0.95 * expected && *peak < 1.01 * expected);
     QVERIFY(samples.first() < counts / 20);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Guards [LPT Wiring]: every pin is understood with its inversion, nonsense is refused by name, and a board wired
-// otherwise works as the standard one does.
+// Tests [LPT Wiring]: the parser knows every pin and its inversion and names the key of a wrong entry, and a board with
+// a different wiring works.
 #include "protocol/lpt_wiring_parser.h"
 #include "server/boards/ad985x_model.h"
 #include "server/drivers/parallel_opener.h"
@@ -42,7 +42,7 @@ LineWiring lineOf(const BoardWiring &wiring, LptLine line)
     return wiring.lines[static_cast<std::size_t>(line)];
 }
 
-// Nothing where the standard has it, and half of the lines inverted on the board.
+// Every line is on a different pin than in the standard wiring, and some are inverted.
 const Section kOtherBoard = {
     {"DdsClock", "D7"},      {"DdsUpdate", "!D6"}, {"DdsData", "SELECTIN"}, {"DdsReset", "!D4"}, {"AdcClock", "D3"},
     {"AdcSelect", "!INIT"},  {"I2cClock", "D1"},   {"I2cData", "!D0"},      {"AuxData", "D2"},   {"AuxClock", "!D5"},
@@ -134,7 +134,7 @@ void LptWiringTest::pins()
     QFETCH(QString, key);
     QFETCH(int, line);
     QFETCH(QString, pin);
-    // The other lines go where they do not meet the one in question.
+    // Connects the other lines to pins that do not collide with the tested one.
     Section section = {{"I2cClock", "none"}, {"I2cData", "none"},     {"AuxData", "none"}, {"AuxClock", "none"},
                        {"AuxLatch", "none"}, {"I2cDataBack", "none"}, {"DdsClock", "D0"},  {"DdsUpdate", "D1"}};
     const QStringList spare = {"D2", "D3", "D4", "D5", "D6"};
@@ -226,7 +226,7 @@ void LptWiringTest::unconnectedLines()
     QVERIFY(bench.driver.OpenPort(0));
     const auto before = bench.board->accesses();
     bench.driver.SetAux(0xFF, 1);
-    QCOMPARE(bench.board->accesses(), before); // there is nothing to write
+    QCOMPARE(bench.board->accesses(), before); // the outputs are not connected
     QVERIFY(!bench.driver.WriteI2c(0x50, 0xA9, 1));
     bench.driver.SetFrequency(7'000'000);
     QVERIFY(std::fabs(bench.board->dds().output().hertz - 7e6) < 0.01);

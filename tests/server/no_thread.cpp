@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Guards the server on a computer that gives it no further thread: the operation that needs one is refused in words,
-// nothing is left behind, and the same operation works when there are threads again.
+// Tests the server when the computer cannot start another thread: the operation that needs one fails with a message,
+// leaks nothing, and succeeds once threads are available again.
 #include "server/drivers/pic_driver.h"
 #include "server/drivers/serial_opener.h"
 #include "server/drivers/vna_driver.h"
@@ -21,7 +21,7 @@ namespace {
 const QString kLine = QStringLiteral("115200,N,8,1");
 const QString kNoThread = QStringLiteral("The computer cannot start another thread; end other programs and try again.");
 
-// While it lives, a thread is to get a stack that is larger than all addresses, so none can be started.
+// While an instance exists, the default stack of a new thread exceeds the address space, so no thread can start.
 class NoThreads
 {
 public:
@@ -96,7 +96,7 @@ void NoThreadTest::sweepOfTheParallelPort()
     QCOMPARE(bench.errors.at(0).at(1).toString(), kNoThread);
     QCOMPARE(bench.completes.count(), 1);
     QVERIFY(bench.driver.IsWorking());
-    bench.driver.StopSweep(2); // none runs
+    bench.driver.StopSweep(2); // no sweep is running
     QCOMPARE(bench.errors.count(), 2);
     QCOMPARE(bench.errorCode(1), 4);
     bench.driver.SetFrequency(7'000'000);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Guards the wiring table and the cost of a load in port writes.
+// Tests the wiring table and the number of port writes that loading a tuning word takes.
 #include "server/links/parallel_pins.h"
 #include "server/drivers/dds_loader.h"
 #include "tests/server/recording_port.h"
@@ -46,7 +46,7 @@ void ParallelPinsTest::invertedOutputs()
     ParallelPins pins(port);
     pins.set({{LptLine::AuxData, false}, {LptLine::AuxClock, false}, {LptLine::AuxLatch, false}});
     pins.set({{LptLine::AuxData, true}, {LptLine::AuxLatch, true}});
-    // Levels at the pins are the register bits with STROBE and AUTOFD turned over.
+    // The port inverts STROBE and AUTOFD: XOR 03 converts register bits to pin levels.
     QCOMPARE(port.control.at(0) ^ 0x03, 0x00);
     QCOMPARE(port.control.at(1) ^ 0x03, 0x05);
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Guards the simulated PIC board's word: every line of docs/hardware/pic-board.md that a firmware has to keep.
+// Tests the simulated PIC board against the rules for firmware in docs/hardware/pic-board.md.
 #include "server/boards/pic_board.h"
 
 #include "server/drivers/pic_frames.h"
@@ -31,13 +31,13 @@ std::int64_t exactWord(std::int64_t hertz)
     return std::llround(std::ldexp(static_cast<long double>(hertz), 32) / static_cast<long double>(kClockHz));
 }
 
-// The board with a probe at its generator.
+// A board that records the words that its generator receives.
 class ProbedPic : public PicBoard
 {
 public:
     using PicBoard::PicBoard;
 
-    std::vector<std::uint32_t> words; // that the generator has got
+    std::vector<std::uint32_t> words;
 
 private:
     void generatorSet(std::uint32_t word) override { words.push_back(word); }
@@ -154,14 +154,14 @@ void PicBoardTest::abortVoidsACommand()
     QCOMPARE(say(board, "A7\r"), QByteArray("A+\r"));
 }
 
-// In the middle of a frame, and nothing follows; other bytes do nothing.
+// `!` ends the sweep, even inside a frame, and the board sends nothing afterwards. The board ignores other bytes.
 void PicBoardTest::abortEndsASweep()
 {
     PicBoard board(settings());
     QCOMPARE(say(board, "B1000\rD10\rP\r"), QByteArray("B+\rD+\rP+\r"));
     QCOMPARE(say(board, "G\r", 250).size(), 250);
     QVERIFY(!say(board, "A7\r", 100).contains("A+\r"));
-    QCOMPARE(say(board, {}, 1'000).size(), 1'000); // it sweeps on
+    QCOMPARE(say(board, {}, 1'000).size(), 1'000); // still sweeping
     QCOMPARE(say(board, "!"), QByteArray("!+\r"));
     QCOMPARE(say(board, {}), QByteArray());
 }
@@ -181,14 +181,14 @@ void PicBoardTest::sequenceNumbers()
     }
 }
 
-// Board and host have check sums of their own.
+// The simulated board and the decoder compute the checksum independently.
 void PicBoardTest::theHostTakesItsFrames()
 {
     PicBoard board(settings());
     say(board, "B8980000\rD100\rP\r");
     QCOMPARE(say(board, "G\r", 3), QByteArray("G+\r"));
     PicDecoder host({8'980'000, 100});
-    host.take(say(board, {}, 2 * kFrameBytes + 2)); // and the sync bytes of a third
+    host.take(say(board, {}, 2 * kFrameBytes + 2)); // two frames and the sync bytes of the third
     for (int frame = 0; frame < 2; ++frame) {
         const auto sweep = host.next();
         QVERIFY(sweep);
@@ -196,7 +196,7 @@ void PicBoardTest::theHostTakesItsFrames()
     }
 }
 
-// It says yes to the second plan, and sweeps the first one.
+// The stale board accepts the second plan but keeps sweeping the first.
 void PicBoardTest::aStaleBoardIsFoundOut()
 {
     SimulatorSettings stale = settings();
@@ -213,7 +213,7 @@ void PicBoardTest::aStaleBoardIsFoundOut()
     QVERIFY(!kept.next().value().isDamaged());
 }
 
-// Four samples come in five bytes: 0.43 ms of the line at 115,200 baud.
+// Four samples take five bytes, which the line transfers in 0.43 ms at 115,200 baud.
 void PicBoardTest::slowSettlingKeepsTheLineWaiting()
 {
     const auto idleTime = [](const QByteArray &settling) {
@@ -229,7 +229,7 @@ void PicBoardTest::slowSettlingKeepsTheLineWaiting()
     };
     QCOMPARE(idleTime({}), 0.0);
     QCOMPARE(idleTime("S20\r"), 0.0);
-    QCOMPARE(idleTime("S1000\r"), 400 * 0.950); // beside the 50 us that the line leaves
+    QCOMPARE(idleTime("S1000\r"), 400 * 0.950); // 50 us of settling pass while the line transfers the sample
 }
 
 void PicBoardTest::wordsAreWithinOneUnit()

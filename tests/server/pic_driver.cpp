@@ -37,20 +37,20 @@ SimulatorSettings settingsWith(SimulatorFault fault, bool paced = false)
     return settings;
 }
 
-// The word of this frequency, rounded from a number that has room for it.
+// Returns the exact tuning word of `hertz`, rounded to an integer, at a clock of 125 MHz.
 std::int64_t exactWord(std::int64_t hertz)
 {
     return std::llround(std::ldexp(static_cast<long double>(hertz), 32) / 125e6L);
 }
 
-// The simulated board with a probe at its generator.
+// A simulated board that records the words that its generator receives.
 class ProbedPic : public PicBoard
 {
 public:
     using PicBoard::PicBoard;
 
     std::uint32_t word() const { return m_word; } // 0: off
-    // Keeps the words that the generator gets from now on, at most this many.
+    // Records the next words that the generator receives, until `atMost` are stored.
     void recordWords(std::size_t atMost) { m_recordAtMost = atMost; }
     const std::vector<std::uint32_t> &words() const { return m_words; }
 
@@ -67,7 +67,7 @@ private:
     std::vector<std::uint32_t> m_words;
 };
 
-// Lets a board outlive the thread that serves it, so that a test can look at it then.
+// Keeps a board alive after the end of the thread that serves it, so that the test can examine the board.
 class SharedBoard : public SerialBoard
 {
 public:
@@ -118,7 +118,7 @@ struct Bench
 
     int errorsWith(int wanted) const { return errorsWithCode(errors, wanted); }
 
-    // The board, when nothing runs in it any more.
+    // Ends the board's thread and returns the board.
     const ProbedPic &boardAtRest()
     {
         driver.ClosePort();
@@ -128,8 +128,8 @@ struct Bench
 
     std::size_t recordAtMost = 0;
     bool isPluggedIn = true;
-    int settlingUs = 0; // as the settings say
-    int arrivals = 0;   // pieces of any length, on all links
+    int settlingUs = 0; // the settling time in the settings
+    int arrivals = 0;   // bytesArrived() signals of all links
     std::shared_ptr<ProbedPic> board;
     std::unique_ptr<PtyBoard> pty;
     PicDriver driver;
@@ -138,7 +138,7 @@ struct Bench
     QSignalSpy completes{&driver, &PicDriver::aComplete};
 };
 
-// The crystal's series resonance at 9.000 MHz: row 200 of a sweep from 8.98 MHz in steps of 100 Hz.
+// The crystal's series resonance at 9.000 MHz is row 200 of a sweep from 8.98 MHz in steps of 100 Hz.
 bool peaksInRow200(const QVariant &vector)
 {
     const auto counts = vector.value<QList<int>>();
@@ -147,7 +147,7 @@ bool peaksInRow200(const QVariant &vector)
 
 } // namespace
 
-// The driver and the simulated board, with a real pseudo-terminal between them.
+// Tests the driver with a simulated board behind a real pseudo-terminal.
 class PicDriverOnBoard : public QObject
 {
     Q_OBJECT
@@ -204,7 +204,7 @@ void PicDriverOnBoard::singleFrequencies()
     QCOMPARE(bench.errors.size(), 0);
 }
 
-// 125 MHz less 9 MHz: what comes out is the image, and the crystal sees it, in the mirrored row.
+// Around 125 MHz - 9 MHz the generator makes the image, so the crystal resonates in the mirrored row.
 void PicDriverOnBoard::imageAndUselessFrequencies()
 {
     Bench bench(settingsWith(SimulatorFault::None));
@@ -225,10 +225,10 @@ void PicDriverOnBoard::imageAndUselessFrequencies()
         QVERIFY(peaksInRow200(vector.at(0)));
     bench.driver.StopSweep(2);
     QTRY_COMPARE(bench.completes.size(), 1);
-    QCOMPARE(bench.errorsWith(code::kNoAction), 2); // a fresh port, a fresh remark
+    QCOMPARE(bench.errorsWith(code::kNoAction), 2); // opening the port enables the remark again
     QCOMPARE(bench.errors.size(), 2);
 
-    // More than 32 bits.
+    // These frequencies need a tuning word of more than 32 bits.
     QVERIFY(!bench.driver.SendFrequency("A", 125'000'000));
     QVERIFY(!bench.driver.PrepareSweep(124'999'000, 10));
     bench.driver.RunSweep();
@@ -319,7 +319,7 @@ void PicDriverOnBoard::unplugIsOneErrorAndMayComeBack()
     QVERIFY(bench.start());
     QTRY_VERIFY(!bench.vectors.isEmpty());
     bench.isPluggedIn = false;
-    bench.pty.reset(); // the terminal goes
+    bench.pty.reset(); // removes the terminal
     QTRY_COMPARE(bench.completes.size(), 1);
     const std::clock_t before = std::clock();
     QTest::qWait(1'000);
@@ -328,11 +328,11 @@ void PicDriverOnBoard::unplugIsOneErrorAndMayComeBack()
     QCOMPARE(bench.errors.size(), 1);
     QCOMPARE(bench.completes.size(), 1);
 
-    bench.driver.RunSweep(); // still out
+    bench.driver.RunSweep(); // still unplugged
     QCOMPARE(bench.errorsWith(code::kPort), 2);
     QCOMPARE(bench.completes.size(), 2);
 
-    // Back again: a new board, which is told the plan that the lost one knew.
+    // Plugged in again: the driver sends the plan of the lost board to the new one.
     bench.isPluggedIn = true;
     const auto shown = bench.vectors.size();
     bench.driver.RunSweep();
@@ -377,7 +377,7 @@ void PicDriverOnBoard::talkativeBoards()
     QCOMPARE(bench.errors.size(), 0);
 }
 
-// As slow as the real line; how fast it gets is a matter of the machine.
+// Checks an upper limit only: a slow machine may sweep more slowly than the real line.
 void PicDriverOnBoard::neverFasterThanTheLine()
 {
     constexpr int kSweeps = 46;
@@ -391,7 +391,7 @@ void PicDriverOnBoard::neverFasterThanTheLine()
     QCOMPARE(bench.errors.size(), 0);
 }
 
-// It accepts the second plan and goes on with the first one: no row of its sweeps would be right.
+// The board accepts the second plan but keeps sweeping the first, so none of its sweeps may be shown.
 void PicDriverOnBoard::aStaleBoardShowsNothing()
 {
     Bench bench(settingsWith(SimulatorFault::Stale));
@@ -410,7 +410,7 @@ void PicDriverOnBoard::aStaleBoardShowsNothing()
              QStringLiteral("The board delivers no good sweep any more; the sweep ends."));
 }
 
-// 5 ms for each of 400 points: longer than a board may be silent that settles as usual.
+// With 5 ms for each of 400 points, the board is silent for longer than the driver allows at the default settling time.
 void PicDriverOnBoard::slowDetectorsAreWaitedFor()
 {
     Bench bench(settingsWith(SimulatorFault::None, true));

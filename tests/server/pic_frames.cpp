@@ -17,7 +17,7 @@ namespace {
 
 constexpr int kPoints = 400;
 constexpr int kFrameBytes = 505;
-constexpr PicPlan kPlan{8'980'000, 100}; // as the frames of picFrame() have it
+constexpr PicPlan kPlan{8'980'000, 100}; // the plan of the frames that picFrame() makes
 
 QList<int> someSamples(unsigned seed)
 {
@@ -28,12 +28,12 @@ QList<int> someSamples(unsigned seed)
     return samples;
 }
 
-// A frame is proved by the sync bytes behind it.
+// The decoder accepts a frame only if sync bytes follow.
 const QByteArray kFollowing = QByteArray::fromHex("a55a");
 
 } // namespace
 
-// Frames survive a bad line: what was hit is lost, nothing else, and nothing wrong is taken for good.
+// Tests decoding on a bad line: only damaged frames are lost, and no damaged frame passes as good.
 class PicFrames : public QObject
 {
     Q_OBJECT
@@ -57,7 +57,7 @@ private slots:
 void PicFrames::checkValueOfTheCrc()
 {
     QCOMPARE(crcOf("123456789"), std::uint16_t(0x29B1));
-    // What the decoder takes has this check sum and no other.
+    // The decoder accepts only the right checksum.
     const QByteArray frame = picFrame(0, someSamples(1));
     const int right = crcOf(kPicFramePlan + frame.mid(2, 501));
     for (int flipped = 0; flipped <= 0xFFFF; flipped += 51) {
@@ -73,7 +73,7 @@ void PicFrames::checkValueOfTheCrc()
     }
 }
 
-// The examples of docs/hardware/pic-board.md, and a board that sweeps something else than it was told.
+// Checks the examples of docs/hardware/pic-board.md and frames of a board that sweeps the wrong plan.
 void PicFrames::anotherPlanIsDamage()
 {
     QCOMPARE(crcOf(kPicFramePlan), std::uint16_t(0x187C));
@@ -141,7 +141,7 @@ void PicFrames::missingFramesAreTold()
     QCOMPARE(decoder.next()->samples, someSamples(258));
 }
 
-// A whole frame of the sweep before must not pass as one of this sweep.
+// A complete frame of the previous sweep must not pass as one of this sweep.
 void PicFrames::remnantsAreNotShown()
 {
     PicDecoder decoder(kPlan);
@@ -154,7 +154,7 @@ void PicFrames::remnantsAreNotShown()
     QVERIFY(!decoder.next());
 }
 
-// The first frames of a sweep may be hit like any other.
+// The first frames of a sweep may be damaged, too.
 void PicFrames::damagedFirstFrames()
 {
     for (unsigned damaged = 1; damaged <= 3; ++damaged) {
@@ -207,7 +207,7 @@ void PicFrames::oneByteDamage()
             }
             QList<QList<int>> spared = sent;
             spared.removeAt(position / kFrameBytes);
-            // A byte between two frames costs one of them at most.
+            // A byte inserted between two frames damages at most one of them.
             QList<QList<int>> former = sent;
             former.removeAt(std::max(0, position / kFrameBytes - 1));
             const bool isBetween = kind == 1 && position % kFrameBytes == 0;
@@ -231,7 +231,7 @@ void PicFrames::onlyAFollowedFrameIsGood_data()
     QTest::newRow("one place too late") << QByteArray::fromHex("00a5") << false;
 }
 
-// A right check sum is not enough: it is right by chance once in 65,536 times.
+// A right checksum does not suffice: a damaged frame has one by chance once in 65,536 times.
 void PicFrames::onlyAFollowedFrameIsGood()
 {
     QFETCH(QByteArray, behind);
@@ -240,7 +240,7 @@ void PicFrames::onlyAFollowedFrameIsGood()
     QVERIFY(!frame.endsWith('\xA5'));
     PicDecoder decoder(kPlan);
     decoder.take(frame);
-    QVERIFY(!decoder.next()); // it waits for what follows
+    QVERIFY(!decoder.next()); // waits for the following bytes
     decoder.take(behind.left(1));
     QVERIFY(!decoder.next());
     decoder.take(behind.mid(1));

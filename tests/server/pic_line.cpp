@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Guards what the PIC driver says on the line, and when: nothing before the last answer has come, and no operation
-// that takes longer than the program is ready to wait, whatever the board does.
+// Tests what the PIC driver sends and when: no command before the previous answer, and no operation that takes longer
+// than the program waits, whatever the board does.
 #include "server/drivers/pic_driver.h"
 #include "server/links/byte_link.h"
 #include "tests/server/error_count.h"
@@ -19,13 +19,13 @@ namespace {
 
 constexpr int kOperationMs = 2'400;
 constexpr int kProgramWaitsMs = 3'000;
-constexpr int kTurnMs = 5; // what waitForBytes() sleeps between two looks
+constexpr int kTurnMs = 5; // polling interval of waitForBytes()
 
-// A line at whose end a script sits. Nothing is delivered by signals.
+// A line whose far end is a script. The driver must poll: bytesArrived() is never emitted.
 class ScriptedLink : public ByteLink
 {
 public:
-    // The answer to what has been written, and after how many milliseconds it comes; empty: none.
+    // The answer to a command and its delay in milliseconds. Empty bytes mean no answer.
     struct Reply
     {
         QByteArray bytes;
@@ -79,10 +79,10 @@ public:
     void discard() override { m_arrived.clear(); }
     void close() override {}
 
-    QByteArray babble; // comes at every look
-    QByteArray fatal;  // writing this finds that the device is gone
+    QByteArray babble; // arrives at every poll
+    QByteArray fatal;  // writing these bytes fails because the device is gone
     QList<QByteArray> written;
-    int overtaken = 0; // writes while an answer was still to come
+    int overtaken = 0; // writes before the previous answer has arrived
 
 private:
     void look()
@@ -102,13 +102,13 @@ private:
     QByteArray m_arrived;
 };
 
-// Accepts this. The board has the generator of the settings that the bench goes by.
+// Returns the answer that accepts `command`. The answer to `?` matches the bench's settings.
 QByteArray accepting(const QByteArray &command)
 {
     return command == "?\r" ? QByteArray("?+TEST 1.0 AD9850 80000000 50\r") : command.left(1) + "+\r";
 }
 
-// A board that does as it is told, after so many milliseconds.
+// A board that accepts every command after `afterMs` milliseconds.
 ScriptedLink::Script obedient(int afterMs = 0)
 {
     return [afterMs](const QByteArray &bytes) { return ScriptedLink::Reply{accepting(bytes), afterMs}; };
@@ -166,7 +166,7 @@ void PicLine::whatIsSaid()
     QVERIFY(bench.driver.SendFrequency("A", 7'000'000));
     QVERIFY(bench.driver.PrepareSweep(8'980'000, -100));
     QVERIFY(bench.driver.SendFrequency("*", 0));
-    // The line is made free first: the board may still be sweeping for somebody else.
+    // `!` frees the line first: the board may still be sweeping for an earlier program.
     const QList<QByteArray> wanted{"!", "?\r", "A7000000\r", "B8980000\r", "D-100\r", "P\r", "*\r"};
     QCOMPARE(bench.link->written, wanted);
     QCOMPARE(bench.link->overtaken, 0);
@@ -183,7 +183,7 @@ void PicLine::answersAmongOtherBytes()
     QCOMPARE(bench.errors.size(), 0);
 }
 
-// The line is freed, and the command said again.
+// The driver frees the line and repeats the command.
 void PicLine::halfAnAnswer()
 {
     bool isFirst = true;
@@ -210,7 +210,7 @@ void PicLine::noAnswerToTheFirstCommand()
     QCOMPARE(bench.errors.last().at(1).toString(), QStringLiteral("The board does not start the sweep."));
 }
 
-// More than 0.5 s: what answers the first saying must not be taken for the answer to another command.
+// An answer later than 0.5 s must not be taken for the answer to another command.
 void PicLine::answerThatComesLate()
 {
     bool isFirst = true;
@@ -224,7 +224,7 @@ void PicLine::answerThatComesLate()
     QCOMPARE(bench.link->overtaken, 1);
 }
 
-// A board that falls silent twice, once after the command and once after the abort that follows.
+// The board does not answer the command, nor the abort that follows.
 void PicLine::silenceThatComesBack()
 {
     QList<QByteArray> unheard{"A7000000\r", "!"};
@@ -252,7 +252,7 @@ void PicLine::refusalIsNoError()
     QCOMPARE(bench.errorsWith(code::kBoard), 1);
 }
 
-// No sweep comes, and what is to end it finds that the device is gone: an error for each, and one end.
+// No sweep arrives, and the `!` that should end it finds that the device is gone: two errors, one aComplete.
 void PicLine::lossThatTheAbortFinds()
 {
     Bench bench(obedient());
@@ -266,7 +266,7 @@ void PicLine::lossThatTheAbortFinds()
     QCOMPARE(bench.errors.size(), 2);
 }
 
-// Whatever the board says of itself, it is asked once, and its commands work.
+// Whatever the board answers to `?`, the driver asks once, and commands still work.
 void PicLine::whoTheBoardIs_data()
 {
     QTest::addColumn<QByteArray>("answer");
@@ -309,7 +309,7 @@ void PicLine::whoTheBoardIs()
         QCOMPARE(bench.errors.at(0).at(1).toString(), remark);
 }
 
-// Then the line is made free, and the command goes on.
+// The driver frees the line and sends the pending command.
 void PicLine::theAnswerThatNeverEnds()
 {
     Bench bench([](const QByteArray &bytes) {
@@ -330,7 +330,7 @@ void PicLine::anotherGeneratorIsTold()
     QCOMPARE(bench.errors.size(), 1);
 }
 
-// With each plan: the board may have been reset since the last one.
+// The driver sends the settling time with each plan, because the board may have been reset in the meantime.
 void PicLine::timeToSettle()
 {
     Bench bench(obedient(), 400);
@@ -359,7 +359,7 @@ void PicLine::refusedTimeToSettle()
 
 void PicLine::everyOperationEnds_data()
 {
-    QTest::addColumn<QByteArray>("answered"); // these letters, after this long
+    QTest::addColumn<QByteArray>("answered"); // letters of the commands that the board answers, after afterMs
     QTest::addColumn<int>("afterMs");
     QTest::addColumn<QByteArray>("babble");
     QTest::newRow("silent") << QByteArray() << 0 << QByteArray();
