@@ -8,19 +8,20 @@
 
 namespace calvorn {
 
-// What several commands take from the traces. All throw a ScpiError where there is no such trace.
+// Helpers for commands that read traces. Each throws a ScpiError if the trace does not exist.
 
-// The source that a parameter names; the live one where there is no such parameter.
+// Returns the source that the parameter names, or the live one if the parameter is missing.
 TraceSet::Source sourceOf(const ScpiCall &call, int index);
 
-// The trace that a parameter names, stored ones and the reference included.
+// Returns the trace that the parameter names, or the live one if the parameter is missing. Stored traces and the
+// reference can be named, too.
 const Trace &traceOf(const ScpiCall &call, int index);
 const Trace &liveTrace(const ScpiCall &call);
 
-// In the unit of the client, relative to the reference where the traces are; not a number in a gap.
+// Returns the amplitudes in the client's unit, relative to the reference if curves are relative; NaN in a gap.
 std::vector<double> amplitudesOf(const ScpiCall &call, const Trace &trace);
 
-// What results are computed from.
+// Returns the response that results are computed from.
 Response responseOf(const ScpiCall &call, TraceSet::Source source);
 
 } // namespace calvorn

@@ -14,7 +14,7 @@ namespace {
 
 constexpr ScpiRange kRegister{0.0, 255.0, 0.0};
 constexpr ScpiRange kWideRegister{0.0, 32767.0, 0.0};
-constexpr int kNoPatience = 0;        // as long as it takes
+constexpr int kNoPatience = 0;        // no time limit
 constexpr int kStopPatience = 10'000; // ms
 
 void askIdentity(ScpiCall &call)
@@ -22,7 +22,7 @@ void askIdentity(ScpiCall &call)
     call.answer("Brenik,Calvorn,0," + QCoreApplication::applicationVersion().toLatin1());
 }
 
-// The hardware's outputs stay: they may hold relays. No file is touched.
+// Leaves the hardware's outputs alone: they may hold relays. Touches no file.
 void reset(ScpiCall &call)
 {
     RemoteTarget &target = call.target;
@@ -109,7 +109,7 @@ void askServiceEnable(ScpiCall &call)
     call.answer(nr1(call.client.status.serviceEnable()));
 }
 
-// Nothing waits to be read: answers are sent at once.
+// Bit 4 (message available) is always 0: answers are sent at once.
 void askStatusByte(ScpiCall &call)
 {
     call.answer(nr1(call.client.status.statusByte(!call.client.errors.isEmpty(), false)));
@@ -121,7 +121,7 @@ void askTest(ScpiCall &call)
     call.answer(nr1(driver && driver->isConfigured() ? 0 : 1));
 }
 
-// --- STATus, once for each of the two groups ---
+// --- STATus, for both groups ---
 
 using Group = ScpiRegisterGroup &(ScpiStatus::*)();
 constexpr Group kOperation = &ScpiStatus::operation;

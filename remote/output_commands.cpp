@@ -56,7 +56,7 @@ void askOutput(ScpiCall &call)
     call.answer(boolean(call.target.generator().isOn()));
 }
 
-// A reading that is under way, and what has come of it.
+// A reading in progress, and its result.
 struct Reading
 {
     explicit Reading(RemoteTarget &target)
@@ -95,7 +95,7 @@ struct Reading
     void end(RemoteTarget &target)
     {
         reader.stop();
-        emit target.sweepDone(); // whoever waits looks again
+        emit target.sweepDone(); // makes a waiting session check its condition
     }
 
     LevelReader reader;

@@ -14,8 +14,8 @@ namespace calvorn {
 
 namespace {
 
-// An address and a port as /proc/net/tcp and /proc/net/tcp6 have them: the 32-bit words of the address as the processor
-// reads them.
+// Formats an address and a port like /proc/net/tcp and /proc/net/tcp6: each 32-bit word of the address in the byte
+// order of the processor.
 QByteArray place(const QHostAddress &address, quint16 port)
 {
     QByteArray words;
@@ -39,7 +39,7 @@ QByteArray place(const QHostAddress &address, quint16 port)
 
 std::optional<uid_t> userOfTcpPeer(const QHostAddress &peer, quint16 peerPort, const QHostAddress &own, quint16 ownPort)
 {
-    // Columns: number, local place, remote place, state, queues, timer, retransmissions, user, time-out, inode.
+    // Columns: number, local address, remote address, state, queues, timer, retransmissions, user, time-out, inode.
     enum Column { Local = 1, Remote = 2, User = 7, Inode = 9 };
     QFile table(peer.protocol() == QAbstractSocket::IPv4Protocol ? QStringLiteral("/proc/net/tcp")
                                                                  : QStringLiteral("/proc/net/tcp6"));
@@ -49,7 +49,7 @@ std::optional<uid_t> userOfTcpPeer(const QHostAddress &peer, quint16 peerPort, c
     const QByteArray remote = place(own, ownPort);
     for (const QByteArray &line : table.readAll().split('\n')) {
         const QByteArrayList columns = line.simplified().split(' ');
-        // A socket that nobody holds any more has no inode.
+        // A socket that no process holds any more has inode 0.
         if (columns.size() <= Inode || columns[Local] != local || columns[Remote] != remote || columns[Inode] == "0")
             continue;
         bool isNumber = false;

@@ -9,14 +9,14 @@
 
 namespace calvorn {
 
-// Who holds the other end of a connection of this computer with itself, as the kernel reports it.
+// Find the user at the other end of a local connection, as the kernel reports it.
 
-// Of a TCP connection that was accepted here: the owner of the socket at the other end. Nothing where the kernel knows
-// no such socket any more.
+// Returns the owner of the socket at the other end of an accepted TCP connection, or nothing if the kernel no longer
+// knows such a socket.
 std::optional<uid_t> userOfTcpPeer(const QHostAddress &peer, quint16 peerPort, const QHostAddress &own,
                                    quint16 ownPort);
 
-// Of a Unix socket: who connected it.
+// Returns the user who connected the Unix socket.
 std::optional<uid_t> userOfUnixPeer(qintptr socket);
 
 } // namespace calvorn

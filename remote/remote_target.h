@@ -17,8 +17,8 @@
 
 namespace calvorn {
 
-// What is controlled from afar: the window, or calvorn-sweep without one. Each command does what the control of the
-// window does, and shows no box: what would be told in one goes to errorTold(), from wherever it comes.
+// The object under remote control: the window, or calvorn-sweep without one. Each command has the same effect as the
+// corresponding control of the window but shows no box: errorTold() reports the text of any box instead.
 //
 // A command that cannot be carried out throws a ScpiError.
 class RemoteTarget : public QObject
@@ -26,7 +26,7 @@ class RemoteTarget : public QObject
     Q_OBJECT
 
 public:
-    // All of them must outlive it.
+    // All references must outlive this object.
     RemoteTarget(const Configuration &configuration, Instrument &instrument, TraceSet &traces, const Markers &markers,
                  SignalGenerator &generator, QObject *parent = nullptr);
 
@@ -37,25 +37,26 @@ public:
     const Markers &markers() const { return m_markers; }
     const TraceSet &traces() const { return m_traces; }
 
-    // Why nothing can be changed at the moment, in words: a box or a dialog is open. Empty: it can.
+    // Why nothing can be changed now, in words: a box or a dialog is open. Empty if changes are possible.
     virtual QString busyReason() const { return {}; }
 
     // --- range and sweep ---
 
-    // Hz; what lies beyond the limits of the generator is moved there. A range that is too small is corrected and told.
+    // Hz. Frequencies beyond the limits of the generator are moved to the limit. A range that is too small is corrected
+    // and reported.
     virtual void setRange(double start, double stop) = 0;
     virtual void setSpeed(std::int16_t speed) = 0; // the number of a SweepSpeed
-    // Starts a sweep. It must be idle.
+    // Starts a sweep. No sweep may be running.
     virtual void start(SweepRun run) = 0;
     virtual void stop() = 0;
 
-    // Nothing is to be waited for: the one sweep is stored, or none runs, or they go on until they are stopped.
+    // True if there is nothing to wait for: the single sweep is stored, no sweep runs, or sweeps repeat until stopped.
     bool isSweepDone() const;
-    // A sweep runs whose samples are wanted.
+    // True while a sweep runs and its samples are still wanted.
     bool isMeasuring() const;
-    // Since the last start.
+    // The number of sweeps since the last start.
     int sweepCount() const { return m_sweepCount; }
-    // Seconds from the last sweep but one to the last; not a number before the second one since the start.
+    // Seconds between the last two sweeps; NaN until the second sweep after a start.
     double sweepTime() const { return m_sweepTime; }
 
     // --- what is shown ---
@@ -67,7 +68,7 @@ public:
 
     // --- traces ---
 
-    // For a change; whoever shows them follows.
+    // Changes the traces through "edit" and updates their display.
     void editTraces(const std::function<void(TraceSet &)> &edit);
 
     // --- limits ---
@@ -86,13 +87,13 @@ public:
 
     virtual void storeSweep(const QString &path) = 0;
     virtual void loadSweep(const QString &path) = 0;
-    virtual void storePicture(const QString &path) = 0; // PNG or SVG, by its name
+    virtual void storePicture(const QString &path) = 0; // PNG or SVG, by the file's extension
     virtual QByteArray picture() const = 0;             // PNG
 
 signals:
-    // A sweep was stored, or the hardware has become idle.
+    // A sweep was stored, or the hardware became idle.
     void sweepDone();
-    // What would have been told in a box.
+    // Replaces an error box.
     void errorTold(const calvorn::ScpiError &error);
 
 protected:

@@ -22,7 +22,7 @@ ResultKind kindOf(const ScpiCall &call)
     return static_cast<ResultKind>(call.choice(0, {"FILTer", "NOTCh", "CRYStal", "MATCh"}));
 }
 
-// Of the live trace or the average.
+// Returns the response of the live trace or of the average.
 Response measured(const ScpiCall &call, int index)
 {
     const bool isAverage = index < call.count() && call.choice(index, {"LIVE", "AVERage"}) == 1;

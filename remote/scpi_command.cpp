@@ -66,10 +66,10 @@ QString ScpiCall::file(int index) const
 {
     const QString path = text(index);
     const QFileInfo info(path);
-    // A client's folder is not the program's.
+    // A relative path would depend on the program's folder, not the client's.
     if (!info.isAbsolute())
         throw ScpiError{kScpiFileNameError, "the path must begin with a slash"};
-    // A folder, a pipe or a device is neither read nor replaced.
+    // Refuse folders, pipes and devices.
     if (info.exists() && !info.isFile())
         throw ScpiError{kScpiFileNameError, "it is not a file"};
     return path;

@@ -16,23 +16,23 @@
 
 namespace calvorn {
 
-// What a client has chosen for itself, and what it is told.
+// The settings and the status of one client.
 struct ScpiClient
 {
-    // In what its amplitudes are: the units of the linear scale, dB as the scale in use has it, or dBm.
+    // The unit of amplitudes: volts as on the linear scale, dB as on the dB scale in use, or dBm.
     enum class Unit { Volt, Decibel, DecibelMilliwatt };
 
     ScpiErrorQueue errors;
     ScpiStatus status;
     Unit unit = Unit::Decibel;
-    bool isBinary = false;  // rows of numbers come as a block of REAL,64
+    bool isBinary = false;  // rows of numbers are sent as a block of REAL,64
     bool completes = false; // *OPC waits for the end of the sweep
 
-    // Keeps the error, and marks its class in the event register.
+    // Queues the error and sets the bit of its class in the event register.
     void note(const ScpiError &error);
 };
 
-// A command or a query that is being carried out: its parameters, and where its answer goes.
+// A command or query during its execution: its parameters and its answer.
 class ScpiCall
 {
 public:
@@ -47,34 +47,35 @@ public:
     RemoteTarget &target;
     ScpiClient &client;
 
-    // Of the mnemonics that have one in the pattern, in their order.
+    // The numeric suffix of the mnemonic number "index" among those that have one in the pattern.
     int suffix(int index = 0) const { return m_suffixes.value(index, 1); }
 
-    // --- parameters, from 0 on; each throws a ScpiError where there is none, or another one ---
+    // --- parameters, numbered from 0; each function throws a ScpiError if the parameter is missing or unsuitable ---
 
     int count() const { return static_cast<int>(m_unit.parameters.size()); }
     double number(int index, ScpiQuantity quantity, const ScpiRange &range) const;
     int whole(int index, const ScpiRange &range) const;
     bool boolean(int index) const;
-    // The index of the word in the list, as "FILTer".
+    // Returns the index of the word in a list such as {"FILTer", "NOTCh"}.
     int choice(int index, std::initializer_list<const char *> words) const;
     QString text(int index) const; // a string
-    // A string that names a file by its whole path; what is there already must be an ordinary file.
+    // A string with the absolute path of a file; an existing file must be an ordinary file.
     QString file(int index) const;
     const ScpiParameter &parameter(int index) const;
 
     // --- answers ---
 
     void answer(const QByteArray &text) { m_answer = text; }
-    // In the format of the client.
+    // Answers in the client's format.
     void answer(std::span<const double> numbers);
     const QByteArray &answer() const { return m_answer; }
 
-    // The client gets nothing more carried out until this is true; asked whenever something has happened. It may give
-    // the answer, and may throw. Milliseconds: when it has not become true by then, -200 is told.
+    // Holds up the client's next commands until isDone returns true. isDone is called at once and at each
+    // RemoteTarget::sweepDone(); it may set the answer and may throw. Error -200 after "patience" milliseconds; 0 waits
+    // without limit.
     void wait(std::function<bool(ScpiCall &)> isDone, int patience);
     const std::function<bool(ScpiCall &)> &waitsFor() const { return m_isDone; }
-    int waits() const { return m_waits; } // how often it has begun to wait
+    int waits() const { return m_waits; } // how often wait() was called
     int patience() const { return m_patience; }
 
 private:
@@ -90,20 +91,20 @@ private:
 struct ScpiCommand
 {
     const char *pattern; // of the header, see ScpiPattern
-    // Of the command, as the manual shows them: "<frequency>|MIN|MAX|DEF"; null: it is a query only.
+    // Parameters of the command, as the manual shows them: "<frequency>|MIN|MAX|DEF"; null if there is only a query.
     const char *parameters;
-    // Of the query, "" for none; null: there is no query.
+    // Parameters of the query, "" if it has none; null if there is no query.
     const char *queryParameters;
     const char *summary;
     void (*set)(ScpiCall &);
     void (*query)(ScpiCall &);
     int mostParameters = 0;      // of the command
     int mostQueryParameters = 0; // of the query
-    bool isQuiet = false;        // the command changes nothing that a dialog of the window could be about
+    bool isQuiet = false;        // the command affects neither window nor hardware: allowed while a dialog is open
     bool queryNeedsHardware = false;
 };
 
-// All of them, in the order of the manual.
+// All commands, in the order of the manual.
 std::span<const ScpiCommand> scpiCommands();
 
 // The parts of the table.

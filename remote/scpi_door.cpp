@@ -19,9 +19,9 @@ namespace calvorn {
 
 namespace {
 
-constexpr qint64 kChunk = 4096; // bytes that a client gets carried out before others have their turn
+constexpr qint64 kChunk = 4096; // bytes of one client to process before the others have their turn
 constexpr qint64 kReadBuffer = 65'536;
-// A client that comes in while others leave may be seen before they are.
+// A new client may be seen before the end of the previous one.
 constexpr int kPatience = 200; // ms
 
 } // namespace
@@ -56,13 +56,13 @@ QString ScpiDoor::open(quint16 port)
     auto local = std::make_unique<QLocalServer>();
     local->setSocketOptions(QLocalServer::UserAccessOption);
     const QString path = folder + QStringLiteral("/calvorn-%1.scpi").arg(m_port);
-    // The port is ours, so nobody listens at what an earlier process left.
+    // This process owns the port, so nobody listens at a socket left by an earlier process.
     QLocalServer::removeServer(path);
     if (folder.isEmpty() || !local->listen(path)) {
         emit logged(tr("Remote control has no Unix socket (%1).").arg(local->errorString()));
         return {};
     }
-    // Nobody needs to execute it.
+    // Remove the execute permission.
     QFile::setPermissions(path, QFileDevice::ReadOwner | QFileDevice::WriteOwner);
     m_local = std::move(local);
     connect(m_local.get(), &QLocalServer::newConnection, this, &ScpiDoor::acceptLocal);
@@ -75,7 +75,7 @@ void ScpiDoor::close()
     m_ipv6.reset();
     m_local.reset();
     m_port = 0;
-    // Their sockets are children of the servers no more.
+    // serve() has moved the sockets from the servers to this object.
     for (auto *session : findChildren<ScpiSession *>())
         delete session->parent();
 }
@@ -149,7 +149,7 @@ void ScpiDoor::serve(Socket *socket, const QString &from)
     socket->setReadBufferSize(kReadBuffer);
     auto *session = new ScpiSession(m_target, socket);
     emit clientsChanged(++m_clients);
-    // Both may be gone after any command.
+    // Any command may delete both.
     const auto read = [socket = QPointer<Socket>(socket), session] {
         if (socket && !session->isBusy() && socket->bytesAvailable() > 0)
             session->take(socket->read(kChunk));
@@ -159,7 +159,7 @@ void ScpiDoor::serve(Socket *socket, const QString &from)
         socket->abort();
     };
     connect(socket, &Socket::readyRead, session, read);
-    // The rest of the program has its turn between two chunks.
+    // Queued, so that the rest of the program runs between two chunks.
     connect(session, &ScpiSession::ready, session, read, Qt::QueuedConnection);
     connect(session, &ScpiSession::overflowed, socket, drop, Qt::QueuedConnection);
     connect(session, &ScpiSession::answered, socket, [socket, drop](const QByteArray &bytes) {

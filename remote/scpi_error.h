@@ -57,28 +57,29 @@ inline constexpr int kScpiQueryInterrupted = -410;
 inline constexpr int kScpiQueryUnterminated = -420;
 inline constexpr int kScpiQueryDeadlocked = -430;
 
-// The text of an error in an answer has at most this many characters; both quotes around it do not count.
+// The maximum length of an error's text in an answer, in characters, without the quotes around the text.
 inline constexpr qsizetype kLongestErrorText = 255;
 
 struct ScpiError
 {
     int number = kScpiNoError;
-    QByteArray detail; // what the client sent, or where the error is; any bytes, may be empty
+    QByteArray detail; // what the client sent or where the error is; any bytes, may be empty
 
     bool isError() const { return number != kScpiNoError; }
     bool operator==(const ScpiError &) const = default;
 };
 
-// The text of the standard. Another number gets the text of its class (-100, -200, -300 or -400); a positive number and
-// any other one get that of -300.
+// Returns the text of the standard. An unknown number gets the text of its class (-100, -200, -300 or -400); positive
+// numbers and numbers outside these classes get the text of -300.
 QByteArrayView textOf(int number);
 
-// `-113,"Undefined header;FREK"`. Of the detail, printable ASCII stays and any other byte becomes "?"; quotes are
-// doubled. A text that is too long loses its end, never half of a doubled quote.
+// Formats an error as `-113,"Undefined header;FREK"`. Non-printable and non-ASCII bytes of the detail become "?";
+// quotes are doubled. A text that is too long is cut, but never within a doubled quote.
 QByteArray answerOf(const ScpiError &error);
 
-// The bit of the standard event status register (0 to 7) that an error sets: command errors 5, execution errors 4,
-// device-specific ones (-300 to -399 and positive numbers) 3, query errors 2. -1: no error, or outside these classes.
+// Returns the bit of the standard event status register (0 to 7) that an error sets: command errors 5, execution errors
+// 4, device-specific errors (-300 to -399 and positive numbers) 3, query errors 2. -1: no error, or a number outside
+// these classes.
 int esrBitOf(int number);
 
 // The errors of one client, oldest first.
@@ -87,10 +88,10 @@ class ScpiErrorQueue
 public:
     static constexpr int kMostErrors = 30;
 
-    // Ignores number 0. When the queue is full, its latest error becomes -350 and this one is dropped. Keeps at most
+    // Ignores number 0. If the queue is full, its latest error becomes -350 and the new error is dropped. Keeps at most
     // kLongestErrorText bytes of the detail.
     void add(const ScpiError &error);
-    // Removes the oldest error; number 0 when there is none.
+    // Removes and returns the oldest error; number 0 if there is none.
     ScpiError take();
     int count() const { return static_cast<int>(m_errors.size()); }
     bool isEmpty() const { return m_errors.isEmpty(); }

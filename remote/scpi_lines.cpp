@@ -7,7 +7,7 @@ namespace calvorn {
 
 namespace {
 
-// IEEE 488.2 white space: any byte up to the blank but LF.
+// IEEE 488.2 white space: any byte up to the blank except LF.
 bool isWhite(char byte)
 {
     return byte >= '\0' && byte <= ' ' && byte != '\n';
@@ -37,7 +37,7 @@ void ScpiLines::addByte(char byte)
 {
     switch (m_place) {
     case Place::BlockStart:
-        // "#0" is an indefinite-length block, which is not taken and ends with the message.
+        // "#0" starts an indefinite-length block, which is not supported and ends with the message.
         if (isDigit(byte) && byte != '0') {
             m_lengthDigits = byte - '0';
             m_blockBytes = 0;
@@ -65,7 +65,7 @@ void ScpiLines::addByte(char byte)
         addText(byte);
         return;
     }
-    // What looked like a block is none.
+    // This is not a block after all.
     m_place = Place::Text;
     addText(byte);
 }
@@ -109,7 +109,7 @@ void ScpiLines::keep(char byte)
     m_endsWithCr = false;
     if (m_isDropped)
         return;
-    // One CR more may belong to the end of the message.
+    // One additional CR may belong to the end of the message.
     const bool mayBeEnd = byte == '\r' && m_place != Place::BlockBytes && m_message.size() == kLongestLine;
     if (m_message.size() < kLongestLine || mayBeEnd) {
         m_message += byte;

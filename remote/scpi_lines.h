@@ -11,17 +11,17 @@
 
 namespace calvorn {
 
-// The longest program message, in bytes, without the LF or CR LF at its end. Blocks count.
+// The maximum length of a program message in bytes, including blocks, without the LF or CR LF at its end.
 inline constexpr qsizetype kLongestLine = 4096;
 
 // Turns arriving bytes into program messages.
 //
-// LF ends a message; one CR before it is dropped. LF does not end a message inside a definite-length block
-// `#<digit><length><bytes>` where a parameter can start: after white space or a comma, and outside quotes. A string
-// without its closing quote ends with the message. Empty messages are left out.
+// LF ends a message; one CR before LF is dropped. Inside a definite-length block `#<digit><length><bytes>`, LF does not
+// end the message. A block can start only where a parameter can: after white space or a comma, and outside quotes. A
+// string without closing quote ends with the message. Empty messages are skipped.
 //
-// A message that is too long yields one kScpiInputBufferOverrun, and its bytes are dropped up to its LF; the announced
-// bytes of a block are skipped here, too. Memory stays bounded if next() empties this after each add().
+// A message that is too long yields one kScpiInputBufferOverrun, and its bytes are dropped up to its LF, including the
+// announced bytes of a block. Memory stays bounded if the caller calls next() until it is empty after each add().
 class ScpiLines
 {
 public:
@@ -34,15 +34,15 @@ public:
         bool operator==(const Line &) const = default;
     };
 
-    // The chunks that the bytes arrive in make no difference.
+    // The bytes may arrive in chunks of any size.
     void add(QByteArrayView bytes);
-    // The next message or error, in the order of arrival; nothing when more bytes are needed.
+    // Returns the next message or error in the order of arrival, or nothing if more bytes are needed.
     std::optional<Line> next();
-    // Forgets an unfinished message and all lines that wait.
+    // Discards the unfinished message and all waiting lines.
     void clear() { *this = ScpiLines(); }
 
 private:
-    // Where in a message the next byte stands.
+    // The context of the next byte in a message.
     enum class Place { Text, Quoted, BlockStart, BlockLength, BlockBytes };
 
     void addByte(char byte);
@@ -55,7 +55,7 @@ private:
     Place m_place = Place::Text;
     char m_quote = '\0';
     bool m_isParameterStart = false; // a block may start here
-    bool m_endsWithCr = false;       // the last byte kept is a CR outside blocks
+    bool m_endsWithCr = false;       // the last byte kept is a CR outside a block
     bool m_isDropped = false;        // the message is too long
     int m_lengthDigits = 0;          // of a block, still to come
     qint64 m_blockBytes = 0;         // of a block, still to come

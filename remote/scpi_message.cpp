@@ -14,7 +14,7 @@ namespace {
 
 constexpr qsizetype kLongestDetail = 40; // bytes
 
-// IEEE 488.2 white space: any byte up to the blank but LF.
+// IEEE 488.2 white space: any byte up to the blank except LF.
 bool isWhite(char byte)
 {
     return byte >= '\0' && byte <= ' ' && byte != '\n';
@@ -35,14 +35,14 @@ bool isMnemonicByte(char byte)
     return isLetter(byte) || isDigit(byte) || byte == '_';
 }
 
-// The first byte of a data element, of whatever kind.
+// Returns whether a data element of any kind can start with this byte.
 bool isDataStart(char byte)
 {
     return isLetter(byte) || isDigit(byte) || QByteArrayView("+-.\"'#(").contains(byte);
 }
 
-// Reads the bytes of a message from a position on. '\n' stands for its end: ScpiLines leaves none outside of blocks,
-// and nothing that is read here may contain one.
+// Reads the bytes of a message from a position on. '\n' stands for the end of the message: ScpiLines leaves no LF
+// outside blocks, and nothing read byte by byte here may contain one.
 class Reader
 {
 public:
@@ -74,7 +74,7 @@ public:
 
     void skipWhite() { skip(pastWhite(0)); }
 
-    // Past white space from "ahead" on.
+    // Returns the offset of the first byte after the white space that starts at "ahead".
     qsizetype pastWhite(qsizetype ahead) const
     {
         while (m_at + ahead < m_message.size() && isWhite(peek(ahead)))
@@ -85,7 +85,8 @@ public:
     // Whether a data element may end here.
     bool isAtSeparator() const { return isAtEnd() || isWhite(peek()) || peek() == ',' || peek() == ';'; }
 
-    // Puts the bytes since "start" and the one here into the detail. False, for the caller to return.
+    // Sets the error, with the bytes from "start" up to and including the current one as its detail. Returns false, for
+    // the caller to return.
     bool fail(int number, qsizetype start, ScpiError &error) const
     {
         const qsizetype length = std::min(m_at + 1, m_message.size()) - start;
@@ -93,7 +94,8 @@ public:
         return false;
     }
 
-    // The same for a byte right behind a data element: one that begins something else lacks its separator.
+    // Like fail(), for a byte directly after a data element: reports a missing separator if the byte starts another
+    // element.
     bool failBehind(int number, qsizetype start, ScpiError &error) const
     {
         return fail(QByteArrayView(":\"'#(").contains(peek()) ? kScpiInvalidSeparator : number, start, error);
@@ -106,7 +108,7 @@ private:
 
 // --- numbers ---
 
-// A decimal number in parts, before it is one.
+// The parts of a decimal number, before conversion.
 struct Decimal
 {
     QByteArray mantissa; // sign, digits and point, as std::from_chars takes them
@@ -141,7 +143,7 @@ void readMantissa(Reader &reader, Decimal &decimal)
     }
 }
 
-// An exponent, if there is one: with blanks around the E, as IEEE 488.2 allows. An E before a letter begins a suffix.
+// Reads an optional exponent, with blanks around the E, as IEEE 488.2 allows. An E before a letter begins a suffix.
 bool readExponent(Reader &reader, qsizetype start, Decimal &decimal, ScpiError &error)
 {
     qsizetype ahead = reader.pastWhite(0);
@@ -168,7 +170,7 @@ bool readExponent(Reader &reader, qsizetype start, Decimal &decimal, ScpiError &
     return true;
 }
 
-// The nearest double; nothing when it is too large for one. Too small a number becomes 0.
+// Returns the nearest double, or nothing if the number is too large. A number that is too small becomes 0.
 std::optional<double> valueOf(const Decimal &decimal)
 {
     const QByteArray text = decimal.mantissa + 'e' + QByteArray::number(decimal.exponent);
@@ -181,7 +183,7 @@ std::optional<double> valueOf(const Decimal &decimal)
     return text.startsWith('-') ? -0.0 : 0.0;
 }
 
-// `[/]unit{(/|.)unit}`, a unit being letters and perhaps a digit with or without "-".
+// Format: `[/]unit{(/|.)unit}`; a unit consists of letters and an optional digit with or without "-".
 bool isSuffix(QByteArrayView text)
 {
     qsizetype at = text.startsWith('/') ? 1 : 0;
@@ -250,7 +252,8 @@ int valueOfDigit(char byte)
     return upper >= 'A' && upper <= 'F' ? upper - 'A' + 10 : 16;
 }
 
-// bitsOfDigit: 4, 3 or 1. The "#" and the letter have been read. At most 64 bits; a number beyond 2^53 is rounded.
+// Reads the digits of a hexadecimal, octal or binary number (bitsOfDigit 4, 3 or 1) after "#" and the letter. Allows 64
+// bits at most and rounds numbers beyond 2^53.
 bool readBits(Reader &reader, qsizetype start, unsigned bitsOfDigit, ScpiParameter &parameter, ScpiError &error)
 {
     std::uint64_t bits = 0;
@@ -368,7 +371,7 @@ bool readElement(Reader &reader, ScpiParameter &parameter, ScpiError &error)
     return reader.fail(isPrintable ? kScpiSyntaxError : kScpiInvalidCharacter, reader.at(), error);
 }
 
-// All data of a unit, up to its ";" or the end of the message.
+// Reads all parameters of a unit, up to its ";" or the end of the message.
 bool readParameters(Reader &reader, QList<ScpiParameter> &parameters, ScpiError &error)
 {
     for (;;) {
@@ -389,7 +392,7 @@ bool readParameters(Reader &reader, QList<ScpiParameter> &parameters, ScpiError 
 
 // --- headers ---
 
-// start: of the header, for the detail of an error.
+// start: the start of the header, for the detail of an error.
 bool readMnemonic(Reader &reader, qsizetype start, QByteArray &mnemonic, ScpiError &error)
 {
     const char first = reader.peek();
@@ -411,7 +414,7 @@ bool readCommonHeader(Reader &reader, qsizetype start, ScpiNode &node, ScpiError
     return node.name.size() <= kLongestMnemonic || reader.fail(kScpiMnemonicTooLong, start, error);
 }
 
-// One mnemonic of a compound header, with the digits at its end as the suffix.
+// Reads one mnemonic of a compound header. Digits at its end are the suffix.
 bool readNode(Reader &reader, qsizetype start, ScpiNode &node, ScpiError &error)
 {
     if (!readMnemonic(reader, start, node.name, error))

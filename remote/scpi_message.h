@@ -9,7 +9,7 @@
 
 namespace calvorn {
 
-// Limits of IEEE 488.2 and of this parser. Characters.
+// Limits of IEEE 488.2 and of this parser, in characters.
 inline constexpr qsizetype kLongestMnemonic = 13; // IEEE 488.2 says 12; POTENTIOMETER has one more
 inline constexpr qsizetype kLongestWord = 12;
 inline constexpr qsizetype kLongestSuffix = 12;
@@ -34,7 +34,7 @@ struct ScpiParameter
     Kind kind = Kind::Number;
     double number = 0.0; // of a Number: finite, in the unit of the suffix
     QByteArray suffix;   // of a Number: upper case, may be empty
-    QByteArray text;     // Word: upper case; Text: without its quotes, doubled ones undone; Block: its bytes
+    QByteArray text;     // Word: upper case; Text: without outer quotes, doubled ones single; Block: its bytes
     QByteArray written;  // as the client wrote it, at most 40 bytes, for the detail of an error
 
     bool operator==(const ScpiParameter &) const = default;
@@ -47,7 +47,7 @@ struct ScpiUnit
     bool isCommon = false;
     bool isQuery = false;
     bool isAbsolute = false; // written with a leading colon
-    QList<ScpiNode> path;    // from the root: the memory of the tree is applied. At least one node.
+    QList<ScpiNode> path;    // from the root, with the omitted nodes filled in; at least one node
     QList<ScpiParameter> parameters;
 
     bool operator==(const ScpiUnit &) const = default;
@@ -55,25 +55,24 @@ struct ScpiUnit
 
 // Splits one program message of IEEE 488.2 into its units.
 //
-// A header without a leading colon continues at the level of the compound header before it in the same message, as
-// SCPI-99 says; common commands leave that level alone. Empty units are skipped. The locale makes no difference.
+// A header without a leading colon continues at the level of the previous compound header in the same message, as
+// SCPI-99 specifies; common commands do not change that level. Empty units are skipped. The locale has no effect.
 //
 // The first error ends the message; the units before it are delivered first. Errors: -101, -102, -103, -111, -112, -114
-// for the form of the message; -121, -123 (also for a number that no double can hold), -124, -131, -134, -138, -141,
-// -144, -151, -161 and -178 for data. A number below the smallest double is read as 0.
+// for the form of the message; -121, -123 (also for numbers too large for a double), -124, -131, -134, -138, -141,
+// -144, -151, -161 and -178 for data. A number too small for a double is read as 0.
 class ScpiMessage
 {
 public:
     enum class Step { Unit, End, Error };
 
-    // message: without LF at its end, see ScpiLines. It is copied.
+    // message: without the final LF, see ScpiLines. The message is copied.
     explicit ScpiMessage(QByteArrayView message);
 
-    // Sets the unit with Step::Unit and the error with Step::Error, and leaves the other one alone. End stays End, and
-    // after an Error comes End.
+    // Sets only "unit" with Step::Unit and only "error" with Step::Error. After End or Error, each call returns End.
     Step next(ScpiUnit &unit, ScpiError &error);
 
-    // How many bytes of the message have been read: 0 to its length. After an error: up to where it was found.
+    // The number of bytes read, 0 to the length of the message. After an error: the position where it was found.
     qsizetype position() const { return m_at; }
 
 private:
@@ -81,7 +80,7 @@ private:
 
     QByteArray m_message;
     qsizetype m_at = 0;
-    QList<ScpiNode> m_level; // the nodes that a header without a leading colon continues
+    QList<ScpiNode> m_level; // the nodes that a header without leading colon continues
     bool m_hasFailed = false;
 };
 

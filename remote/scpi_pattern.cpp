@@ -41,7 +41,7 @@ bool take(QByteArrayView &text, char byte)
     return true;
 }
 
-// At most five digits, as in a header.
+// Reads at most five digits, as in a header.
 bool takeNumber(QByteArrayView &text, int &number)
 {
     int digits = 0;
@@ -88,8 +88,8 @@ ScpiPattern::ScpiPattern(const char *pattern)
         m_variants.clear();
 }
 
-// Reads nodes and groups in brackets up to the end or to the bracket that closes this group, and appends them to each
-// of the variants.
+// Reads nodes and bracketed groups up to the end or to the closing bracket of this group, and appends them to each
+// variant.
 bool ScpiPattern::readNodes(QByteArrayView &rest, int depth, QList<QList<int>> &variants)
 {
     constexpr int kDeepest = 4;
@@ -131,7 +131,7 @@ bool ScpiPattern::readNode(QByteArrayView &rest, Node &node)
         return false;
     node.longForm = name.toByteArray().toUpper();
     node.shortForm = shortFormOf(name);
-    // Digits at the end of a header are its suffix.
+    // A name may not end in a digit: digits at the end of a header are its suffix.
     if (!m_isCommon && isDigit(node.shortForm.back()))
         return false;
 

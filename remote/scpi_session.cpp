@@ -15,7 +15,7 @@ namespace calvorn {
 
 namespace {
 
-constexpr qint64 kTurnMs = 10; // until the rest of the program has its turn
+constexpr qint64 kTurnMs = 10; // then the rest of the program has its turn
 constexpr int kEndPatienceMs = 10'000;
 
 const std::vector<ScpiPattern> &patterns()
@@ -86,7 +86,7 @@ void ScpiSession::showSweeping(bool isSweeping)
     m_client.status.operation().setConditionBits(kOperationSweeping, isSweeping);
 }
 
-// A command may come between the end of a sweep and the signal that tells it.
+// Commands call this too: one may arrive between the end of a sweep and its signal.
 void ScpiSession::followSweep()
 {
     showSweeping(m_target.isMeasuring());
@@ -129,7 +129,7 @@ void ScpiSession::run()
     QMetaObject::invokeMethod(this, &ScpiSession::run, Qt::QueuedConnection);
 }
 
-// One unit of it. False: it waits.
+// Carries out one unit of the message. Returns false if it waits.
 bool ScpiSession::runMessage()
 {
     ScpiError error;
@@ -157,7 +157,7 @@ void ScpiSession::sendAnswer()
     emit answered(std::exchange(m_answer, {}) + '\n');
 }
 
-// Whatever it throws goes into the queue.
+// Queues the error that the step throws.
 void ScpiSession::act(const std::function<void()> &step)
 {
     const QPointer<ScpiSession> alive(this);
@@ -178,7 +178,7 @@ void ScpiSession::act(const std::function<void()> &step)
         return;
     endWaiting();
     m_client.note(*failure);
-    // A message that is not understood is not carried out any further.
+    // Skip the rest of a message after a command error.
     const bool isCommandError = failure->number <= kScpiCommandError && failure->number > kScpiExecutionError;
     if (!isCommandError)
         return;
@@ -216,7 +216,7 @@ void ScpiSession::call(const ScpiCommand &command, const QList<int> &suffixes)
     auto *act = m_unit.isQuery ? command.query : command.set;
     const bool needsHardware = m_unit.isQuery ? command.queryNeedsHardware : !command.isQuiet;
     if (needsHardware && m_target.instrument().isEnding()) {
-        // The single sweep is there, and the hardware has still to say that it has stopped.
+        // The single sweep is stored, but the hardware has not yet reported that it stopped.
         call->wait(
             [act](ScpiCall &waiting) {
                 if (waiting.target.instrument().isSweeping())
@@ -242,7 +242,7 @@ void ScpiSession::call(const ScpiCommand &command, const QList<int> &suffixes)
         emit overflowed();
 }
 
-// Something has happened: perhaps what the command waits for.
+// Checks whether the condition of the waiting command is now true.
 void ScpiSession::lookAgain()
 {
     if (!m_waiting || m_isActing)
@@ -250,7 +250,7 @@ void ScpiSession::lookAgain()
     const QPointer<ScpiSession> alive(this);
     bool isDone = false;
     act([this, &isDone] {
-        // It may begin to wait for something else.
+        // The command may start to wait for something else.
         const auto waitsFor = m_waiting->waitsFor();
         const int waits = m_waiting->waits();
         isDone = waitsFor(*m_waiting) && m_waiting->waits() == waits;

@@ -12,32 +12,32 @@
 
 namespace calvorn {
 
-// What one client says, and what it is answered. It knows nothing of the line between them.
+// Carries out the messages of one client and answers them. Does not know how the client is connected.
 //
-// Messages are carried out one after the other. A long one makes way for the rest of the program now and then; a
-// command that waits, such as *OPC?, holds up what follows.
+// Messages are carried out one after the other. A long message lets the rest of the program run now and then; a waiting
+// command, such as *OPC?, holds up all later ones.
 class ScpiSession : public QObject
 {
     Q_OBJECT
 
 public:
-    // What an answer may grow to, bytes: whoever does not read is no client.
+    // Maximum size of an answer, bytes: a longer one suggests that the client never reads.
     static constexpr qsizetype kLongestAnswer = 1 << 20;
 
     explicit ScpiSession(RemoteTarget &target, QObject *parent = nullptr);
     ~ScpiSession() override;
 
-    // Bytes from the client, some thousands at once. While it is busy the caller keeps them.
+    // Takes bytes from the client, some thousands at a time. The caller keeps further bytes while isBusy().
     void take(QByteArrayView bytes);
 
-    // It has something to do before it can take more.
+    // Whether the session must finish a message before it can take more bytes.
     bool isBusy() const { return m_message.has_value(); }
 
 signals:
     void answered(const QByteArray &bytes);
-    // It can take more bytes.
+    // The session can take more bytes.
     void ready();
-    // The answer to one message would be longer than is sensible.
+    // The answer to one message exceeds kLongestAnswer.
     void overflowed();
 
 private:
@@ -56,14 +56,14 @@ private:
     RemoteTarget &m_target;
     ScpiClient m_client;
     ScpiLines m_lines;
-    std::optional<ScpiMessage> m_message; // that is being carried out
-    ScpiUnit m_unit;                      // of it
-    std::unique_ptr<ScpiCall> m_waiting;  // for what m_unit asks
+    std::optional<ScpiMessage> m_message; // the one in progress
+    ScpiUnit m_unit;                      // the current one of m_message
+    std::unique_ptr<ScpiCall> m_waiting;  // the call of m_unit, while it waits
     QTimer m_patience;
-    QByteArray m_answer;        // to the message
-    bool m_isAnswering = false; // it has an answer, which may be empty
+    QByteArray m_answer;        // to m_message
+    bool m_isAnswering = false; // m_message has an answer, which may be empty
     bool m_isActing = false;
-    bool m_ownsSweep = false; // the sweep that runs was started by this client
+    bool m_ownsSweep = false; // this client started the running sweep
 };
 
 } // namespace calvorn

@@ -34,19 +34,19 @@ inline constexpr int kQuestionablePower = 1 << 3;
 inline constexpr int kQuestionableFrequency = 1 << 5;
 inline constexpr int kQuestionableCalibration = 1 << 8;
 
-// One register group of SCPI-99: 15 bits, 0 to 32767; bit 15 of a value is dropped and always reads 0.
+// A register group of SCPI-99: 15 bits, 0 to 32767; bit 15 of a value is ignored and always reads 0.
 class ScpiRegisterGroup
 {
 public:
     static constexpr int kAllBits = 0x7FFF;
 
     int condition() const { return m_condition; }
-    // A bit that rises sets its event where the positive filter has it, a bit that falls where the negative one has it.
+    // A rising bit sets its event if the positive filter contains the bit, a falling bit if the negative filter does.
     void setCondition(int bits);
-    void setConditionBits(int bits, bool on); // those alone
+    void setConditionBits(int bits, bool on); // leaves the other bits
 
     int event() const { return m_event; }
-    int takeEvent(); // and clears it
+    int takeEvent(); // reads and clears
     int enable() const { return m_enable; }
     void setEnable(int bits) { m_enable = bits & kAllBits; }
     int positiveTransition() const { return m_positive; }
@@ -55,9 +55,9 @@ public:
     void setNegativeTransition(int bits) { m_negative = bits & kAllBits; }
 
     bool hasSummary() const { return (m_event & m_enable) != 0; }
-    // STATus:PRESet: nothing is enabled, and events come from rising bits. Condition and events stay.
+    // STATus:PRESet: disables all events and selects rising bits. Condition and events stay.
     void preset();
-    // *CLS: clears the events alone.
+    // *CLS: clears only the events.
     void clear() { m_event = 0; }
 
 private:
@@ -68,24 +68,24 @@ private:
     int m_negative = 0;
 };
 
-// The status registers of one client. Register values of IEEE 488.2 have 8 bits, 0 to 255; more bits are dropped. At
-// first the power-on bit is set and nothing is enabled.
+// The status registers of one client. Registers of IEEE 488.2 have 8 bits, 0 to 255; higher bits are dropped. Initially
+// the power-on bit is set and nothing is enabled.
 class ScpiStatus
 {
 public:
     // Sets bits of the standard event status register, such as kEsrOperationComplete.
     void raise(int esrBits);
-    // Sets the bit for the class of an error; a number without class sets none.
+    // Sets the bit for the class of an error; numbers without a class set none.
     void raiseError(int number);
     int esr() const { return m_esr; }
     int takeEsr(); // *ESR?: reads and clears
     int esrEnable() const { return m_esrEnable; }
     void setEsrEnable(int bits);
     int serviceEnable() const { return m_serviceEnable; }
-    // Bit 6 cannot be enabled: it is dropped.
+    // Bit 6 cannot be enabled and is dropped.
     void setServiceEnable(int bits);
 
-    // *STB?: reads and clears nothing. hasErrors: the error queue is not empty; hasMessage: an answer waits.
+    // *STB?: reads without clearing. hasErrors: the error queue is not empty; hasMessage: an answer waits.
     int statusByte(bool hasErrors, bool hasMessage) const;
 
     ScpiRegisterGroup &operation() { return m_operation; }
@@ -93,7 +93,7 @@ public:
     ScpiRegisterGroup &questionable() { return m_questionable; }
     const ScpiRegisterGroup &questionable() const { return m_questionable; }
 
-    // *CLS without the error queue: clears the events of all registers. What is enabled stays.
+    // *CLS without the error queue: clears the events of all registers. The enable registers stay.
     void clear();
     // STATus:PRESet of both groups. The registers of IEEE 488.2 stay.
     void preset();

@@ -15,7 +15,7 @@ namespace calvorn {
 
 namespace {
 
-// A suffix and what it means: the number is multiplied and divided by powers of ten, which are exact.
+// A suffix and its factor: the number is multiplied by "times" and divided by "parts", powers of ten that are exact.
 struct Unit
 {
     ScpiQuantity quantity = ScpiQuantity::Plain;
@@ -41,7 +41,7 @@ void fail(int number, const ScpiParameter &parameter, ScpiError &error)
     error = {number, parameter.written};
 }
 
-// The number in its base unit.
+// Returns the number in its base unit.
 std::optional<double> inBaseUnit(const ScpiParameter &parameter, ScpiQuantity quantity, ScpiError &error)
 {
     if (parameter.suffix.isEmpty())
@@ -60,7 +60,7 @@ std::optional<double> inBaseUnit(const ScpiParameter &parameter, ScpiQuantity qu
     return parameter.number * unit->times / unit->parts;
 }
 
-// MINimum, MAXimum or DEFault.
+// Returns the value of MINimum, MAXimum or DEFault.
 std::optional<double> namedValue(const ScpiParameter &parameter, const ScpiRange &range, ScpiError &error)
 {
     if (matchesMnemonic("MINimum", parameter.text))
@@ -74,7 +74,7 @@ std::optional<double> namedValue(const ScpiParameter &parameter, const ScpiRange
     return std::nullopt;
 }
 
-// A number or one of the three words; rounded: to the next integer before the range is looked at.
+// Reads a number or one of the three words. rounded: round to the nearest integer before the range check.
 std::optional<double> readInRange(const ScpiParameter &parameter, ScpiQuantity quantity, const ScpiRange &range,
                                   bool rounded, ScpiError &error)
 {

@@ -15,10 +15,10 @@ namespace calvorn {
 
 // --- reading parameters ---
 //
-// Each function returns nothing and sets the error when the parameter does not fit, and leaves the error alone
-// otherwise. A parameter of the wrong kind is -128 (Number), -148 (Word), -158 (Text) or -168 (Block).
+// If the parameter does not fit, each function returns nothing and sets the error; otherwise the error stays unchanged.
+// Error for a parameter of the wrong kind: -128 (Number), -148 (Word), -158 (Text) or -168 (Block).
 
-// What a number measures, with the suffixes that are taken, in any case. Without a suffix: the first one.
+// The quantity of a number, with the suffixes accepted in any case. Without a suffix, the first one applies.
 enum class ScpiQuantity {
     Plain,             // no suffix; one is -138
     Hertz,             // HZ, KHZ, MHZ (10^6, as SCPI-99 says), MAHZ (the same), GHZ
@@ -28,8 +28,8 @@ enum class ScpiQuantity {
     Seconds,           // S, MS, US, NS
 };
 
-// In the base unit of the quantity, both ends allowed. MINimum, MAXimum and DEFault stand for these values; without a
-// default (NaN), DEFault is -224.
+// Both ends are allowed, in the base unit of the quantity. MINimum, MAXimum and DEFault stand for these values; without
+// a default (NaN), DEFault is error -224.
 struct ScpiRange
 {
     double min = std::numeric_limits<double>::lowest();
@@ -37,40 +37,41 @@ struct ScpiRange
     double def = std::numeric_limits<double>::quiet_NaN();
 };
 
-// In the base unit: Hz, V, dB, dBm or s. -131: another suffix; -141: another word than the three; -222: out of range.
+// Returns the number in the base unit: Hz, V, dB, dBm or s. -131: an unknown suffix; -141: an unknown word; -222: out
+// of range.
 std::optional<double> readNumber(const ScpiParameter &parameter, ScpiQuantity quantity, const ScpiRange &range,
                                  ScpiError &error);
-// Without suffix, rounded half away from zero before the range is looked at. Beyond +-2^53: -222.
+// Accepts no suffix; rounds half away from zero before the range check. Beyond +-2^53: -222.
 std::optional<qint64> readWhole(const ScpiParameter &parameter, const ScpiRange &range, ScpiError &error);
-// ON, OFF, or a number: true unless it rounds to 0. -138: a suffix; -141: another word.
+// Accepts ON, OFF, or a number: true unless it rounds to 0. -138: a suffix; -141: another word.
 std::optional<bool> readBoolean(const ScpiParameter &parameter, ScpiError &error);
-// The index of the choice, such as "FILTer", whose short or long form the word is. -224: none.
+// Returns the index of the choice, such as "FILTer", whose short or long form matches the word. -224: no match.
 std::optional<int> readChoice(const ScpiParameter &parameter, std::span<const char *const> choices, ScpiError &error);
-// A string in quotes, or the bytes of a block.
+// Return the content of a quoted string or of a block.
 std::optional<QByteArray> readText(const ScpiParameter &parameter, ScpiError &error);
 std::optional<QByteArray> readBlock(const ScpiParameter &parameter, ScpiError &error);
 
-// The error for a parameter of a kind that is not allowed, with the parameter as its detail.
+// Returns the error for a parameter of the wrong kind, with the parameter as its detail.
 ScpiError notAllowed(const ScpiParameter &parameter);
 
 // --- writing answers ---
 
-// What SCPI-99 says instead of numbers that are none. Not a number, and either infinity with its sign.
+// The values that SCPI-99 uses for NaN and infinity.
 inline constexpr double kScpiNotANumber = 9.91e37;
 inline constexpr double kScpiInfinity = 9.9e37;
 
 QByteArray nr1(qint64 value);
-// `d.dddE+dd`, with as few digits as read back to the same double: "7.1E+06", "-1.0E-300". NaN and infinities become
-// the numbers above.
+// `d.dddE+dd`, with as few digits as needed to read back the same double: "7.1E+06", "-1.0E-300". NaN and infinities
+// become the values above.
 QByteArray nr3(double value);
-QByteArray nr3(float value);    // with as few digits as read back to the same float
+QByteArray nr3(float value);    // likewise, for a float
 QByteArray boolean(bool value); // "1" or "0"
-// In double quotes, those inside doubled. LF, which would end the answer, becomes a blank.
+// Puts the text in double quotes and doubles the quotes inside. LF, which would end the answer, becomes a blank.
 QByteArray quoted(QByteArrayView text);
-// `#<digit><length><bytes>`, of at most 999,999,999 bytes: of more, only the first ones.
+// `#<digit><length><bytes>`; contains at most the first 999,999,999 bytes.
 QByteArray block(QByteArrayView bytes);
-// A block of IEEE 754 numbers of 64 bits, most significant byte first (REAL,64 with FORMat:BORDer NORMal). NaN and
-// infinities as nr3() writes them.
+// A block of 64-bit IEEE 754 numbers, most significant byte first (REAL,64 with FORMat:BORDer NORMal). NaN and
+// infinities as in nr3().
 QByteArray realBlock(std::span<const double> values);
 
 } // namespace calvorn

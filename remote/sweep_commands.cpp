@@ -16,7 +16,7 @@ namespace {
 constexpr int kStopPatience = 10'000; // ms
 constexpr double kAnyHertz = std::numeric_limits<double>::max();
 
-// The word, its short form, and the speed.
+// The index is the speed.
 constexpr std::array<const char *, 3> kSpeeds{"STANdard", "SLOW", "VSLow"};
 constexpr std::array<const char *, 3> kShortSpeeds{"STAN", "SLOW", "VSL"};
 
@@ -30,7 +30,7 @@ double highest(const ScpiCall &call)
     return std::max(lowest(call), static_cast<double>(call.target.configuration().ddsMaxFreq));
 }
 
-// A frequency that is moved to a limit, which the error queue then says.
+// Moves a frequency within the limits; a change adds an error to the queue.
 double limited(ScpiCall &call, double hertz)
 {
     const double taken = std::clamp(hertz, lowest(call), highest(call));
@@ -41,7 +41,7 @@ double limited(ScpiCall &call, double hertz)
 
 double hertzOf(const ScpiCall &call, double least, double most, double standard)
 {
-    // A number beyond the limits is known as one; MIN and MAX are the limits.
+    // Accept any number, which limited() corrects; the words stand for least, most and standard.
     const ScpiParameter &parameter = call.parameter(0);
     const bool isWord = parameter.kind == ScpiParameter::Kind::Word;
     return call.number(0, ScpiQuantity::Hertz,
@@ -68,7 +68,7 @@ double centre(const ScpiCall &call)
     return (static_cast<double>(c.startFreq) + static_cast<double>(c.stopFreq)) / 2.0;
 }
 
-// As wide as the limits allow around the centre; a range that falls goes on falling.
+// Sets the range around the centre, as wide as the limits allow. A negative span stays negative.
 void setAround(ScpiCall &call, double middle, double span)
 {
     const double widest = 2.0 * std::min(middle - lowest(call), highest(call) - middle);
@@ -96,7 +96,7 @@ void setSpan(ScpiCall &call)
     setAround(call, centre(call), hertzOf(call, kMinSweepRange, widest, widest));
 }
 
-// MIN, MAX and DEF may be asked for, too.
+// Answers the value, or the meaning of MIN, MAX or DEF as a parameter.
 void answerHertz(ScpiCall &call, double value, double least, double most, double standard)
 {
     call.answer(nr1(std::llround(call.count() > 0 ? hertzOf(call, least, most, standard) : value)));
