@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Guards the way to a real port: the address is found, the port is claimed in the right order, every failure of the
-// system has its sentence, and nothing stays open.
+// Tests opening a real parallel port: finding the port by its address, claiming it in the right order, reporting every
+// system error with a sentence, and leaving nothing open.
 #include "server/links/ppdev_port.h"
 
 #include <QDir>
@@ -156,7 +156,7 @@ void PpdevPortTest::addUser(int number, const QString &name)
     QVERIFY(QDir().mkpath(QStringLiteral("%1/parport%2/devices/%3").arg(m_places.ports).arg(number).arg(name)));
 }
 
-// What opening the port says, or "opened".
+// Returns the error message of opening the port, or "opened".
 QString PpdevPortTest::sentence(int base)
 {
     try {
@@ -190,7 +190,7 @@ void PpdevPortTest::opensByAddress()
         QCOMPARE(m_system.requests, wanted);
         QCOMPARE(m_system.direction, 0);
         QCOMPARE(m_system.descriptors.size(), std::size_t{1});
-        QVERIFY(m_system.longest <= std::chrono::seconds(1)); // of waiting for somebody else
+        QVERIFY(m_system.longest <= std::chrono::seconds(1)); // longest wait for another user of the port
     }
     QCOMPARE(m_system.requests.back(), static_cast<unsigned long>(PPRELEASE));
     QVERIFY(m_system.descriptors.empty());
@@ -216,7 +216,7 @@ void PpdevPortTest::sharedWhenOthersAreThere()
     {
         QTest::ignoreMessage(QtInfoMsg, QRegularExpression(QStringLiteral("shared with another driver \\(lp\\)")));
         const auto port = PpdevPort::open(888, m_places, m_system);
-        // The second claim comes without the wish to be alone, on a descriptor that never had it.
+        // The second claim is not exclusive: it uses a new descriptor without PPEXCL.
         const std::vector<unsigned long> wanted = {PPGETMODES, PPEXCL, PPCLAIM, PPCLAIM, PPDATADIR};
         QCOMPARE(m_system.requests, wanted);
         QCOMPARE(m_system.paths.size(), 2);
@@ -350,7 +350,7 @@ void PpdevPortTest::lostPort()
     QVERIFY(said(PPRSTATUS, [&] { port->readStatus(); }).endsWith(words));
 }
 
-// Never shorter than asked; the usual excess is printed, not judged: it belongs to the machine.
+// A wait is never shorter than requested. The excess depends on the machine, so the test only prints the median.
 void PpdevPortTest::waits()
 {
     const auto port = PpdevPort::open(888, m_places, m_system);
@@ -380,12 +380,12 @@ void PpdevPortTest::blockedCallIsInterrupted()
     char byte = 0;
     {
         const CallLimit limit(std::chrono::milliseconds(100));
-        QCOMPARE(::read(ends[0], &byte, 1), ssize_t{-1}); // nobody ever writes
+        QCOMPARE(::read(ends[0], &byte, 1), ssize_t{-1}); // blocks: nothing writes to the pipe
         QCOMPARE(errno, EINTR);
     }
     QVERIFY(clock.elapsed() >= 99);
     QVERIFY(clock.elapsed() < 3'000);
-    // The limit is gone with its object.
+    // Destroying the CallLimit removes the limit.
     QCOMPARE(::write(ends[1], "x", 1), ssize_t{1});
     QTest::qSleep(150);
     QCOMPARE(::read(ends[0], &byte, 1), ssize_t{1});

@@ -7,7 +7,7 @@
 
 namespace calvorn {
 
-// A port that keeps what was written and answers a fixed status.
+// A port that records all writes and returns a fixed status.
 class RecordingPort : public ParallelPort
 {
 public:

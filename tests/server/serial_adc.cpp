@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Guards the converter's pipeline of one frame, in the model and in the driver that reads it.
+// Tests the converter's delay of one frame, in the model and in the driver that reads the converter.
 #include "server/boards/serial_adc_model.h"
 #include "server/drivers/adc_reader.h"
 #include "tests/server/recording_port.h"
@@ -11,7 +11,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// A converter with a reference of one volt a count, so that volts are counts.
+// A converter whose reference makes one count equal to one volt.
 struct Bench
 {
     explicit Bench(const SerialAdcType &made)
@@ -39,7 +39,7 @@ struct Bench
     SerialAdcModel model{type, type.bits == 8 ? 256.0 : 1024.0, [this](auto) { return input; }};
 };
 
-// The model behind the port lines that the reader uses, 1.25 us an access.
+// Connects the model to the port lines that the reader uses. An access takes 1.25 us.
 class AdcPort : public ParallelPort
 {
 public:
@@ -123,13 +123,13 @@ void SerialAdcTest::conversionTakesItsTime()
     bench.now += conversionTime;
     bench.input = 50;
     QCOMPARE(bench.frame(), 100);
-    QCOMPARE(bench.frame(), 100); // no pause: the result before is still there
+    QCOMPARE(bench.frame(), 100); // without a pause the frame returns the previous result
     QCOMPARE(bench.model.earlyFrames(), std::uint64_t{1});
 
     Bench justInTime(type);
     justInTime.input = 77;
     justInTime.frame();
-    justInTime.now += conversionTime - 2us; // a frame begins 2 us after its call
+    justInTime.now += conversionTime - 2us; // frame() waits 2 us before it selects the converter
     QCOMPARE(justInTime.frame(), 77);
 }
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Guards the serial line on a real terminal of the system: bytes pass unchanged, a port that goes away is one error
-// and costs nothing afterwards, and one that cannot be opened says why.
+// Tests the serial link on a pseudo-terminal: bytes pass unchanged, a lost port is reported once and then uses no
+// processor time, and a port that cannot be opened reports why.
 #include "server/links/serial_link.h"
 
 #include "server/drivers/serial_opener.h"
@@ -18,7 +18,7 @@ using calvorn::test::TerminalPair;
 
 namespace {
 
-// What the user is told when the device cannot be opened; empty when it can.
+// Returns the message shown when the device cannot be opened, or an empty string.
 QString failureOf(const QString &device, const LineSettings &line = {})
 {
     try {
@@ -84,7 +84,7 @@ void SerialLinkTest::waitsForBytes()
     QVERIFY(link.isOpen());
     QVERIFY(terminal.send("x"));
     QVERIFY(link.waitForBytes(1'000));
-    QVERIFY(link.waitForBytes(0)); // it is still there
+    QVERIFY(link.waitForBytes(0)); // waiting does not consume the byte
     QCOMPARE(link.read(), QByteArray("x"));
 }
 
@@ -101,7 +101,7 @@ void SerialLinkTest::discards()
     QCOMPARE(link.read(), QByteArray("new"));
 }
 
-// A pseudo-terminal has no DTR and RTS. The port is used all the same.
+// A pseudo-terminal has no DTR and RTS; the link works without them.
 void SerialLinkTest::missingModemLinesAreNoError()
 {
     const TerminalPair terminal;
@@ -163,7 +163,7 @@ void SerialLinkTest::writingAfterTheHangUp()
     QCOMPARE(lost.count(), 1);
 }
 
-// Before the call returns: whoever discards has to be ready for it.
+// discard() emits lost() before it returns, so its caller must expect the signal.
 void SerialLinkTest::discardingAfterTheHangUp()
 {
     TerminalPair terminal;
@@ -227,7 +227,7 @@ void SerialLinkTest::lineSettingsThatItCannotDo()
     QCOMPARE(failureOf(terminal.path), QString());
 }
 
-// Some causes cannot be made on every machine: an administrator may open anything.
+// Calls the function directly, because some errors cannot be provoked everywhere: root may open any device.
 void SerialLinkTest::everyFailureHasItsSentence()
 {
     const QString device = QStringLiteral("/dev/ttyUSB0");

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Guards the real CalvornAsync from outside: it serves one program, and is never left running.
+// Tests the real CalvornAsync from outside: it serves one program and always ends.
 #include "lpt_proxy.h"
 
 #include "tests/server/terminal_pair.h"
@@ -26,7 +26,7 @@
 
 namespace {
 
-// A program folder of its own, with an unpaced board, and the server running in it.
+// A server that runs in a temporary program folder with an unpaced simulated board.
 class Server
 {
 public:
@@ -40,7 +40,7 @@ public:
             qFatal("cannot write the settings");
         settings.write("[Config]\r\nDDS Device=AD9850\r\nDDS Xtal freq=80000000\r\n"
                        "[Simulator]\r\nPace=none\r\nDevice=bandpass\r\n");
-        // The sockets of this test go where nobody else's are.
+        // Keeps the sockets of this test apart from all others.
         QDir(m_folder.path()).mkdir(QStringLiteral("run"));
         setRunPath(runPath());
     }
@@ -90,13 +90,13 @@ public:
         if (!connection.isConnected())
             return false;
         lpt = std::make_unique<LptProxy>(QString(), QStringLiteral("/aLPT"), connection);
-        // A round trip: the server knows of its program by the time that this one is answered.
+        // When the server answers this call, it has registered its program.
         QDBusPendingReply<> answered = lpt->SetSpeed(0);
         answered.waitForFinished();
         return !answered.isError();
     }
 
-    // A MiniVNA on the terminal at this path, which the settings call COM5 from now on.
+    // Maps COM5 to `device` in the settings and opens it as a MiniVNA.
     bool openVna(const QString &device)
     {
         QFile settings(m_folder.filePath(QStringLiteral("Calvorn.ini")));
@@ -136,7 +136,7 @@ private:
     QString m_name;
 };
 
-// Gone, or dead and only waiting for whoever inherited it.
+// Returns whether the process has ended; a zombie counts as ended.
 bool isGone(qint64 pid)
 {
     QFile status(QStringLiteral("/proc/%1/stat").arg(pid));
@@ -215,7 +215,7 @@ void ServerProcessTest::sweepsAndEndsWithTheConnection()
 
     server.lpt->PrepareSweep(1'000'000, 22'556).waitForFinished();
     server.lpt->RunSweep().waitForFinished();
-    QTRY_VERIFY(vectors.count() > 30); // more than may be outstanding: the acknowledgements arrive
+    QTRY_VERIFY(vectors.count() > 30); // more than the window of 8, so acknowledgements arrive
     server.lpt->StopSweep(2).waitForFinished();
     QTRY_COMPARE(completes.count(), 1);
     const QList<int> vector = vectors.at(0).at(0).value<QList<int>>();
@@ -223,7 +223,7 @@ void ServerProcessTest::sweepsAndEndsWithTheConnection()
     QVERIFY(vector.at(270) > 320); // 7.09 MHz
     QVERIFY(vector.first() < 10);
     server.lpt->StopSweep(2).waitForFinished();
-    QTRY_COMPARE(errors.count(), 2); // the wrong port, and a stop when idle: both to be ignored
+    QTRY_COMPARE(errors.count(), 2); // the wrong port and the stop without a sweep: both only a remark
     for (const QList<QVariant> &error : errors)
         QCOMPARE(error.at(0).value<short>(), short{4});
 
@@ -316,7 +316,7 @@ void ServerProcessTest::everyOrderlyEndSwitchesTheGeneratorOff_data()
     row("connection", [](Server &server) { server.leave(); });
     row("standard input", [](Server &server) { server.process.closeWriteChannel(); });
     row("SIGTERM", signal(SIGTERM));
-    row("SIGINT", signal(SIGINT)); // a Ctrl+C in a terminal reaches the server, too
+    row("SIGINT", signal(SIGINT)); // Ctrl+C in a terminal also reaches the server
     row("SIGHUP", signal(SIGHUP));
 }
 
@@ -358,7 +358,7 @@ void ServerProcessTest::endsWithAKilledParent()
 {
     QFETCH(bool, stopped);
     Server server;
-    // The shell is the server's parent. Its own standard input stays open, so that only its death can end the
+    // The shell is the server's parent. The server's standard input stays open, so only the shell's death ends the
     // server.
     server.process.start(
         QStringLiteral("/bin/sh"),
@@ -378,7 +378,7 @@ void ServerProcessTest::endsWithAKilledParent()
     QCOMPARE(server.socketFolders(), 0);
 }
 
-// The thread of the bus still works when the process ends.
+// Ends the process while the D-Bus thread is still busy.
 void ServerProcessTest::endsAfterABurstOfRefusedPorts()
 {
     const QString settings(100'000, u'x');
@@ -427,7 +427,7 @@ void ServerProcessTest::foldersOfAnyName()
     QVERIFY(QDir(folder).isEmpty());
 }
 
-// A socket's path has room for some hundred bytes.
+// The path of a socket is limited to about 100 bytes.
 void ServerProcessTest::aFolderThatIsTooDeepIsPassedOver()
 {
     Server server;
@@ -439,7 +439,7 @@ void ServerProcessTest::aFolderThatIsTooDeepIsPassedOver()
     QVERIFY(QDir(folder).isEmpty());
 }
 
-// However a server is killed while it starts, the next one clears up.
+// The next server removes the folders of servers that were killed while starting.
 void ServerProcessTest::noFolderIsLeftForGood()
 {
     Server server;
@@ -448,9 +448,9 @@ void ServerProcessTest::noFolderIsLeftForGood()
         server.process.start(server.path(), QStringList());
         QVERIFY(server.process.waitForStarted());
         if (start % 4 == 0)
-            QVERIFY(server.readAddress()); // and nobody has come
+            QVERIFY(server.readAddress()); // started, but without a program
         else
-            QTest::qSleep(2 * start); // somewhere in its start, each time a bit later
+            QTest::qSleep(2 * start); // interrupts the start a bit later each time
         server.process.kill();
         QVERIFY(server.process.waitForFinished());
         left = std::max(left, server.socketFolders());
@@ -463,7 +463,7 @@ void ServerProcessTest::noFolderIsLeftForGood()
     QCOMPARE(server.socketFolders(), 0);
 }
 
-// The size of a stack is that of a thread, too: with this one no thread finds room.
+// The stack limit also sets the stack size of threads. With this limit no thread can start.
 void ServerProcessTest::aSystemWithoutAThread()
 {
     Server server;
@@ -471,7 +471,7 @@ void ServerProcessTest::aSystemWithoutAThread()
         QStringLiteral("/bin/sh"),
         {QStringLiteral("-c"), QStringLiteral("ulimit -s 137438953472 && exec \"$0\""), server.path()});
 #ifdef __SANITIZE_THREAD__
-    // The sanitizer has a thread of its own, which finds no room either.
+    // The sanitizer's own thread cannot start either.
     QVERIFY(server.process.waitForFinished(5'000));
     QVERIFY(server.process.exitCode() != 0);
     QCOMPARE(server.socketFolders(), 0);

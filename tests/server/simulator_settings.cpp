@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Guards the keys of [Simulator], their defaults, and that the file is only read.
+// Tests the keys of [Simulator] and their defaults, and that reading leaves the file unchanged.
 #include "server/boards/simulator_settings.h"
 
 #include "server/boards/pic_board.h"
@@ -85,7 +85,7 @@ void SimulatorSettingsTest::theDefaultsAreThoseOfTheirTexts()
     QCOMPARE(missing.chip, written.chip);
     QCOMPARE(missing.clockHz, written.clockHz);
     QCOMPARE(missing.adc.bits, written.adc.bits);
-    // What cannot be read gives the same.
+    // Invalid values give the same defaults.
     const SimulatorSettings unreadable =
         readSimulatorSettings(write("[Simulator]\nDevice=?\nPace=?\nSeed=?\nFault=?\nChip=?\nClock=?\nADC=?\n"));
     QCOMPARE(unreadable.device.kind(), written.device.kind());
@@ -102,7 +102,7 @@ void SimulatorSettingsTest::configGivesTheDefaults()
     const SimulatorSettings settings = readSimulatorSettings(
         write("[Config]\nDDS Device=AD9851\nDDS Xtal freq=30000000\nADC Device=8bit\n[Simulator]\nClock=rubbish\n"));
     QCOMPARE(settings.chip, DdsChip::Ad9851);
-    QCOMPARE(settings.clockHz, 80e6); // a value that is no number leaves the built-in default
+    QCOMPARE(settings.clockHz, 80e6); // an invalid Clock gives the built-in default, not the clock of [Config]
     QCOMPARE(settings.adc.bits, 8);
     QCOMPARE(readSimulatorSettings(write("[Config]\nDDS Xtal freq=30000000\n")).clockHz, 30e6);
 }
@@ -120,7 +120,7 @@ void SimulatorSettingsTest::detectors()
     }
 }
 
-// A clock beyond all whole numbers was undefined behaviour in the PIC board's comparison.
+// A clock beyond the range of integers once caused undefined behaviour in the PIC board.
 void SimulatorSettingsTest::impossibleClocks()
 {
     for (const char *clock : {"1e30", "inf", "nan", "-1", "0", "1000000000001"})

@@ -14,7 +14,7 @@
 
 namespace calvorn::test {
 
-// A pseudo-terminal in raw mode; the test holds the end at which the board would be.
+// A pseudo-terminal in raw mode. The test holds the board's end.
 class TerminalPair
 {
 public:
@@ -34,7 +34,7 @@ public:
     TerminalPair(const TerminalPair &) = delete;
     TerminalPair &operator=(const TerminalPair &) = delete;
 
-    // As when the cable is pulled.
+    // Acts like pulling the cable.
     void hangUp()
     {
         for (int *descriptor : {&m_master, &m_slave}) {
@@ -48,7 +48,7 @@ public:
         return write(m_master, bytes.constData(), static_cast<std::size_t>(bytes.size())) == bytes.size();
     }
 
-    // Waits for this many bytes from the host, at most a second.
+    // Returns `count` bytes from the host, or fewer if nothing arrives for a second.
     QByteArray receive(qsizetype count) const
     {
         QByteArray bytes;

@@ -20,7 +20,7 @@ private slots:
     void aHungProcessIsEndedLate();
 };
 
-// As with an access to the hardware that never returns: nobody looks after the signal.
+// The process hangs, as in a hardware access that never returns, and never handles the signal.
 void TerminationWatchTest::aHungProcessIsEndedLate()
 {
     int ends[2] = {-1, -1};

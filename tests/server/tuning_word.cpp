@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Guards the tuning words: rounded to nearest, exact to the last bit, refused only when they do not fit.
+// Tests the tuning words: rounded to nearest, exact to the last bit, and refused only if they exceed 32 bits.
 #include "server/synthesiser/tuning_word.h"
 
 #include <QTest>
@@ -63,7 +63,7 @@ void TuningWordTest::words()
 
 void TuningWordTest::offsetCountsInMicrohertz()
 {
-    // With this clock one step of the word is 1e-6 Hz * 1e-1, so a microhertz moves it by exactly ten.
+    // With this clock the word changes by one per 1e-7 Hz, so a microhertz changes it by ten.
     constexpr quint64 kClock = 430;       // resolution 1.0012e-7 Hz
     constexpr quint32 base = 998'829'604; // 100 * 2^32 / 430 is 998,829,603.72
     QCOMPARE(tuningWord(100, 1e-6, kClock), base + 10);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Guards the limit on vectors that the program has not taken yet.
+// Tests the limit on vectors that the program has not acknowledged yet.
 #include "server/drivers/vector_gate.h"
 
 #include <QTest>
@@ -13,7 +13,7 @@ std::optional<QList<int>> single(int value)
     return QList<int>{value};
 }
 
-// How many more would go out at once.
+// Returns how many more vectors the gate would send at once.
 int roomOf(VectorGate gate)
 {
     int room = 0;

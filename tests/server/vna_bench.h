@@ -19,12 +19,12 @@
 
 namespace calvorn {
 
-// A line in memory with a board at its end. It passes a piece of the board's bytes at each turn of the event loop, and
-// can do to them what a bad line does.
+// An in-memory line to a board. It delivers some of the board's bytes in each turn of the event loop, and can damage
+// them.
 class MemoryLink : public ByteLink
 {
 public:
-    // What becomes of a byte; index counts the bytes of this link's life.
+    // Returns the bytes to deliver instead of `byte`; `index` counts the bytes since the link was created.
     using Tamper = std::function<QByteArray(quint64 index, char byte)>;
 
     MemoryLink(VnaBoard &board, Tamper tamper)
@@ -81,22 +81,22 @@ public:
         emit lost(QStringLiteral("The device is gone."));
     }
 
-    // The device goes, and nobody notices before the next call of this kind.
+    // Unplugs the device so that only the next call of this kind notices the loss.
     enum class Call { Write, Discard };
     void unplugUnnoticedUntil(Call call) { m_fatal = call; }
 
-    // Bytes that the board was not asked for.
+    // Delivers unsolicited bytes.
     void inject(const QByteArray &bytes)
     {
         m_arrived += bytes;
         emit bytesArrived();
     }
 
-    // The line stands still after this many bytes of its life.
+    // Delivers nothing beyond this many bytes since the link was created.
     void holdAfter(quint64 bytes) { m_hold = bytes; }
     void release() { m_hold = std::numeric_limits<quint64>::max(); }
 
-    // From now on a byte takes the time of ten bits at 115,200 baud, in both directions.
+    // Makes each byte take the time of ten bits at 115,200 baud, in both directions.
     void setPaced()
     {
         m_paced = true;
@@ -105,12 +105,12 @@ public:
     }
 
     const QList<QByteArray> &written() const { return m_written; }
-    // Commands written while bytes of a reply were on their way or unread.
+    // Commands written while bytes of a reply were still undelivered or unread.
     int interruptions() const { return m_interruptions; }
     quint64 passed() const { return m_index; }
 
 private:
-    static constexpr int kPiece = 173; // no multiple of a sample
+    static constexpr int kPiece = 173; // not a multiple of the size of a sample
 
     void pass()
     {
@@ -150,11 +150,11 @@ private:
     int m_interruptions = 0;
     bool m_paced = false;
     QElapsedTimer m_lineTime;
-    qint64 m_lineBytes = 0; // of the command and its reply, in the line time
+    qint64 m_lineBytes = 0; // bytes of the command and its reply since m_lineTime started
     quint64 m_index = 0;
 };
 
-// The simulated instrument with a probe in it.
+// A simulated MiniVNA that records its samples.
 class ProbedVna : public VnaBoard
 {
 public:
@@ -170,11 +170,11 @@ public:
     }
 
     double generatorHz() const { return m_hertz; } // 0: off
-    // Bytes of the host that came while it replied.
+    // Bytes that the board received while it was replying.
     std::uint64_t bytesWhileReplying() const { return m_bytesWhileReplying; }
 
-    // Keeps a record of every sample of the sweeps from now on, at most this many. Other commands have less than 400
-    // samples: they set the generator or check the line.
+    // Discards the records, then records the next `atMost` samples of sweeps. Commands with fewer than 400 samples
+    // set the generator or check the line and are not recorded.
     void recordSamples(std::size_t atMost)
     {
         m_recordAtMost = atMost;
@@ -184,7 +184,7 @@ public:
     const std::vector<VnaBoardSample> &samples() const { return m_records; }
 
 private:
-    // Four numbers make a command, and the third one says how many samples it asks for.
+    // A command consists of four numbers; the third is the number of samples.
     void hear(char byte)
     {
         m_command += byte;
@@ -218,12 +218,12 @@ inline SimulatorSettings vnaSettings(DeviceKind device = DeviceKind::Bandpass)
     return settings;
 }
 
-// The driver with a simulated MiniVNA behind COM100, and its signals.
+// The driver, its signals, and a simulated MiniVNA at COM100.
 struct VnaBench
 {
     static constexpr int kPort = 100;
     static constexpr int kPoints = 400;
-    static constexpr int kWindow = 8; // vectors that are sent before the first has been taken
+    static constexpr int kWindow = 8; // vectors that the driver sends before the first is acknowledged
 
     explicit VnaBench(const SimulatorSettings &made = vnaSettings(), MemoryLink::Tamper tamper = {})
         : board(made)
@@ -237,14 +237,14 @@ struct VnaBench
     {
         driver.SetXtalFrequency(20e6);
         driver.SetMultiplier(20);
-        // As the program does; queued, because its answer comes later.
+        // Acknowledges every vector, as the program does. The queued connection makes the answer arrive later.
         QObject::connect(
             &driver, &VnaDriver::aVettore, &driver, [this] { driver.VectorsTaken(1); }, Qt::QueuedConnection);
     }
 
     bool open() { return driver.OpenPort(kPort, QStringLiteral("115200,N,8,1")); }
 
-    // In the order of the program. mode: 1 angle, 2 return loss, 3 device under test.
+    // Makes the calls in the program's order. Modes: 1 angle, 2 return loss, 3 device under test.
     void start(int startHz, int stepHz, short mode = 3)
     {
         driver.SetMode(mode);
@@ -257,7 +257,7 @@ struct VnaBench
     int errorsWith(int wanted) const { return errorsWithCode(errors, wanted); }
 
     ProbedVna board;
-    MemoryLink *link = nullptr; // while the port is open
+    MemoryLink *link = nullptr; // valid while the port is open
     VnaDriver driver;
     QSignalSpy vectors{&driver, &VnaDriver::aVettore};
     QSignalSpy errors{&driver, &VnaDriver::aErrore};
