@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The line beside the buttons of the views: what it tells, and that it takes no room from others.
+// The status line beside the view buttons: its messages, and that it takes no room from other widgets.
 #include "tests/support/fake_server_control.h"
 #include "tests/support/walk_hands.h"
 #include "widgets/status_line.h"
@@ -74,7 +74,7 @@ void TestStatusLine::itIsEmptyAtFirst()
     QVERIFY(!bench.line()->accessibleName().isEmpty());
     bench.click("cmdStart");
     QTRY_VERIFY(bench.isShown("cmdStop"));
-    // What only the log is told.
+    // Starting a sweep is reported only in the log.
     QCOMPARE(bench.line()->text(), QString());
 }
 
@@ -93,7 +93,7 @@ void TestStatusLine::itTellsOfImportsAndExports()
     bench.trigger("mnuSaveCSV", QStringLiteral("missing/other.csv"));
     QVERIFY2(bench.line()->text().startsWith(QStringLiteral("other.csv not exported: File error: ")),
              qPrintable(bench.line()->text()));
-    // A choice that is cancelled says nothing.
+    // Cancelling the file dialog shows no message.
     const QString before = bench.line()->text();
     bench.trigger("mnuOpenCSV", QString());
     bench.trigger("mnuSaveCSV", QString());
@@ -121,7 +121,7 @@ void TestStatusLine::itTellsWhatTheDriverReports()
     QCOMPARE(bench.line()->text(), QStringLiteral("The board is hot. Let it cool."));
     if (!bench.desktop.boxes.isEmpty())
         QCOMPARE(whileOpen, bench.line()->text());
-    // What is only counted, or ignored.
+    // These errors are only counted or ignored.
     bench.fail(interfaceType == "2" ? ErrorCode::Ignorable : ErrorCode::Transmission,
                QStringLiteral("A byte is lost."));
     QCOMPARE(bench.line()->text(), QStringLiteral("The board is hot. Let it cool."));
@@ -158,7 +158,7 @@ void TestStatusLine::aLongMessageWidensNothing()
         QCOMPARE(bench.line()->text(), text);
         QCOMPARE(bench.line()->toolTip(), text);
         QVERIFY(bench.line()->geometry().right() < count.left());
-        // All that is not needed by the others is its own.
+        // The line takes all the room that the others do not need.
         QVERIFY2(bench.line()->width() > bench.find("picSweep")->width() - 520,
                  qPrintable(QString::number(bench.line()->width())));
     }
@@ -174,7 +174,7 @@ void TestStatusLine::aPartCanBeSelectedAndCopied()
     WalkHands::moveMouse(line, QPoint(line->width() - 4, line->height() / 2), Qt::LeftButton);
     QTest::mouseRelease(line, Qt::LeftButton, {}, QPoint(line->width() - 4, line->height() / 2));
     QVERIFY2(line->selectedText().endsWith(QStringLiteral("ijklmnop")), qPrintable(line->selectedText()));
-    // The text under the mouse is the one that is painted.
+    // The painted text is the one under the mouse.
     const QImage image = line->grab().toImage();
     QSet<QRgb> colours;
     for (int x = 0; x < image.width(); ++x)

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Sweep files that nobody would write, and places where nothing can be written.
+// Damaged or unusual sweep files, and places where nothing can be written.
 #include "tests/support/full_disk.h"
 #include "tests/support/null_device.h"
 #include "tests/support/resident_memory.h"
@@ -23,7 +23,7 @@ namespace {
 constexpr qint64 kHundredMegabytes = 100'000'000;
 constexpr uid_t kNobody = 65534;
 
-// What a refused import must leave alone.
+// What a refused import must not change.
 struct Shown
 {
     QStringList texts;
@@ -63,7 +63,7 @@ QByteArray utf16(const QByteArray &text)
     return wide;
 }
 
-// A folder in which this process may not write while it lives, also where the tests run as root.
+// Makes a folder read-only for this process during its lifetime, even if the tests run as root.
 class ReadOnlyFolder
 {
 public:
@@ -87,7 +87,7 @@ private:
     bool m_changed = false;
 };
 
-// Makes a thing of this kind; false where only root may.
+// Creates an object of this kind; returns false where only root may.
 bool makeThing(const QByteArray &kind, const QString &path)
 {
     const QByteArray name = path.toLocal8Bit();
@@ -277,7 +277,7 @@ void TestSweepFileFaults::aPipeIsNotWaitedFor()
     QVERIFY(Shown(bench) == before);
 }
 
-// The old file is whole, nothing lies beside it, nobody was disturbed, and the log says why.
+// The old file is complete, no other file remains beside it, no box was shown, and the log gives the reason.
 void TestSweepFileFaults::exportFails(Bench &bench, const QByteArray &before, const QString &path) const
 {
     QCOMPARE(bench.file(), before);
@@ -295,7 +295,7 @@ void TestSweepFileFaults::whatIsNoFileIsNotReplaced_data()
     QTest::addColumn<QByteArray>("kind");
     for (const char *kind : {"pipe", "folder", "link to a device", "link to a pipe", "socket"})
         QTest::newRow(kind) << QByteArray(kind);
-    // Where one can be made at all; elsewhere the row "link to a device" has the one of the system.
+    // Only where a device can be made; elsewhere the row "link to a device" covers the system's own.
     const QTemporaryDir folder;
     if (test::nullDevice(folder.path()).startsWith(folder.path()))
         QTest::newRow("device") << QByteArray("device");
@@ -326,7 +326,7 @@ void TestSweepFileFaults::whatIsNoFileIsNotReplaced()
         QCOMPARE(modeOf(path, false), before);
         QCOMPARE(modeOf(path, true), behind);
         QCOMPARE(QDir(folder.path()).entryList(QDir::AllEntries | QDir::System | QDir::Hidden), files);
-        // Export tells its log, the others a box.
+        // Export reports to the log, the others in a box.
         const bool isExport = QByteArray(action) == "mnuSaveCSV";
         QCOMPARE(bench.desktop.boxes.size(), isExport ? 0 : 1);
         const QString told = isExport ? lastLogLine(bench) : bench.desktop.lastText();
@@ -396,7 +396,7 @@ void TestSweepFileFaults::aVanishedFolder()
     QVERIFY(folder.remove());
     bench.trigger("mnuSaveCSV");
     exportFails(bench, "(no file)", bench.desktop.fileChoice);
-    // The folder that is gone is offered all the same; the dialog then shows another one.
+    // The dialog still suggests the missing folder, and then shows another one.
     QCOMPARE(bench.desktop.suggestions.last(), folder.path());
 }
 

@@ -71,10 +71,10 @@ void TestSweepFiles::whatIsExportedComesBack()
 void TestSweepFiles::aPointIsReadByTheLocale_data()
 {
     QTest::addColumn<QLocale>("locale");
-    QTest::addColumn<QString>("amplitude"); // of a field 1234.5; empty where it is no number
+    QTest::addColumn<QString>("amplitude"); // of a field 1234.5; empty where this is not a number
     QTest::newRow("en_US") << QLocale(QLocale::English, QLocale::UnitedStates) << QStringLiteral("1.234");
     QTest::newRow("C") << QLocale::c() << QStringLiteral("1.234");
-    // The point groups here: 12345 thousandths.
+    // The point is a group separator here: 12345 thousandths.
     QTest::newRow("it_IT") << QLocale(QLocale::Italian, QLocale::Italy) << QStringLiteral("12,345");
     QTest::newRow("fr_FR") << QLocale(QLocale::French, QLocale::France) << QString();
 }
@@ -204,14 +204,14 @@ void TestSweepFiles::theWindowMovesToTheImportedSweep()
     QCOMPARE(bench.label("lblStart"), inLocale(locale, QStringLiteral("2,001,000")));
     QCOMPARE(bench.label("lblCentro"), inLocale(locale, QStringLiteral("2,200,500")));
     QCOMPARE(bench.label("lblStop"), inLocale(locale, QStringLiteral("2,400,000")));
-    // The markers stay in their rows, and say what stands there now.
+    // The markers stay in their rows and show the new values there.
     QCOMPARE(bench.text("txtM1X"), inLocale(locale, QStringLiteral("2,001,000")));
     QCOMPARE(bench.text("txtM1Y"), bench.table()->text(1, 1));
     QCOMPARE(bench.text("txtM2X"), inLocale(locale, QStringLiteral("2,201,000")));
     QCOMPARE(bench.text("txtM2Y"), bench.table()->text(201, 1));
     QCOMPARE(bench.text("txtM2M1"), inLocale(locale, QStringLiteral("200,000")));
     QCOMPARE(bench.find<SweepGraph>("picSweep")->curve().last(), QPointF(400, 976));
-    // The imported sweep stays, though its plan is another one than that of the last sweep.
+    // The imported sweep remains, although its plan differs from that of the last sweep.
     test::nothingHappensFor(700);
     QCOMPARE(bench.table()->text(400, 2), QStringLiteral("400"));
 }
@@ -221,7 +221,7 @@ void TestSweepFiles::okReplacesEveryRow()
     QFETCH(QLocale, locale);
     QLocale::setDefault(locale);
     Bench bench;
-    // A first import fails after two rows; the second has only the first and the last.
+    // A first import fails after two rows; the second has only the first and the last row.
     bench.writeFile(wholeFile({1, 2}));
     bench.trigger("mnuOpenCSV");
     bench.configuration.adcOffset = 0.25F;
@@ -257,14 +257,14 @@ void TestSweepFiles::voltsOnAScaleInDecibelsAreNoted()
         QVERIFY2(decibels.desktop.boxes.isEmpty(), qPrintable(decibels.desktop.lastText()));
         QCOMPARE(decibels.table()->text(0, 1), QStringLiteral("dB"));
 
-        // A file in dB that stays as it is.
+        // A file in dB, imported without conversion.
         Bench other;
         other.trigger(scale);
         other.trigger("mnuSaveCSV");
         other.desktop.answers.enqueue(kBoxCancel);
         other.trigger("mnuOpenCSV");
         QCOMPARE(notes(other), 0);
-        // "OK" makes volts of it.
+        // "OK" converts it to volts.
         other.trigger("mnuOpenCSV");
         QCOMPARE(notes(other), 1);
     }

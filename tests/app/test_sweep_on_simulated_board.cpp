@@ -18,7 +18,7 @@ using calvorn::test::WindowBench;
 
 namespace {
 
-// The prepared settings, with the board as fast as it can.
+// The prepared settings, with the board at full speed.
 QByteArray fastSettings()
 {
     return test::ProgramFolder::preparedSettings().replace("Pace=real", "Pace=none");
@@ -46,7 +46,7 @@ struct Bench : WindowBench
         return QTest::qWaitFor([this] { return table()->text(200, 2) != QStringLiteral("0"); }, 10000);
     }
 
-    // The process of the server that serves this window.
+    // Returns the process id of this window's server, or 0.
     qint64 serverPid() const
     {
         const auto processes = station->instrument.server().findChildren<QProcess *>();
@@ -256,7 +256,7 @@ void TestSweepOnSimulatedBoard::aFloodOfVectorsLeavesTheWindowResponsive()
     bench.click("cmdStart");
     QVERIFY(bench.waitForSweep());
     vectors = redraws = 0;
-    // A timer of 10 ms stands for a person: it must come through, and never wait long.
+    // A timer of 10 ms stands for the user: its timeouts must arrive, and never after a long delay.
     int turns = 0;
     qint64 longest = 0;
     QElapsedTimer sinceLast;
@@ -269,7 +269,7 @@ void TestSweepOnSimulatedBoard::aFloodOfVectorsLeavesTheWindowResponsive()
     person.start(10);
     QTRY_VERIFY_WITH_TIMEOUT(vectors > 100 && redraws > 20 && turns > 30, 30000);
     QVERIFY2(longest < 1000, qPrintable(QString::number(longest)));
-    // Where vectors come slowly each has a redraw of its own, and one was under way when the counting began.
+    // Slow vectors each cause one redraw, and one redraw may have been pending when the counting began.
     QVERIFY2(redraws <= vectors + 1, qPrintable(QStringLiteral("%1 of %2").arg(redraws).arg(vectors)));
     bench.click("cmdStop");
     QTRY_VERIFY(bench.isShown("cmdStart"));

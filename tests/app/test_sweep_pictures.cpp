@@ -64,7 +64,7 @@ bool isYellow(QColor colour)
     return colour.red() > 200 && colour.green() > 200 && colour.blue() < 60;
 }
 
-// The uppermost row of the picture that the curve reaches.
+// Returns the uppermost row of the picture that the curve reaches, or -1.
 int topOfCurve(const QImage &image)
 {
     for (int y = 0; y < image.height(); ++y)
@@ -108,10 +108,10 @@ void TestSweepPictures::aPngShowsTheSweep()
     QVERIFY2(bench.desktop.boxes.isEmpty(), qPrintable(bench.desktop.lastText()));
     const QImage picture(bench.desktop.fileChoice);
     QCOMPARE(picture.size(), QSize(SweepPicture::kWidth, SweepPicture::kHeight));
-    // 800 counts of 2.44 mV are 1.952 V of 2.5 V, the plot reaching from row 112 to row 592.
+    // 800 counts of 2.44 mV are 1.952 V of 2.5 V; the plot extends from row 112 to row 592.
     const double peak = 112 + 480 * (1.0 - (1.952 + 0.005) / 2.5);
     QVERIFY2(std::abs(topOfCurve(picture) - peak) < 4.0, qPrintable(QString::number(topOfCurve(picture))));
-    // A frame of the background's colour: nothing is cut off.
+    // A border in the background colour shows that nothing is cut off.
     for (int x = 0; x < picture.width(); ++x)
         for (const int y : {0, 1, picture.height() - 2, picture.height() - 1})
             QCOMPARE(picture.pixel(x, y), qRgb(0, 0, 0));
@@ -140,7 +140,7 @@ void TestSweepPictures::anSvgShowsTheSame()
             const QColor b = drawn.pixelColor(x, y);
             different += std::abs(a.red() - b.red()) < 40 && std::abs(a.green() - b.green()) < 40 ? 0 : 1;
         }
-    // Letters and the slanted curve are smoothed a little differently.
+    // Letters and the slanted curve are smoothed slightly differently.
     QVERIFY2(different < png.width() * png.height() / 100, qPrintable(QString::number(different)));
 }
 
@@ -157,7 +157,7 @@ void TestSweepPictures::theCaptionsStandAboveThePlot()
             const QColor colour = picture.pixelColor(x, y);
             if (colour.blue() <= colour.red() + 50 || colour.blue() <= 100)
                 continue;
-            // Light blue: M1 at row 151, M2 at row 251.
+            // Light blue pixels: M1 is at row 151, M2 at row 251.
             const bool second = x > columnOf(200);
             const double line = columnOf(second ? 251 : 151);
             if (y >= plot.top()) {
@@ -252,7 +252,7 @@ void TestSweepPictures::aRefusedPictureKeepsTheOldFile()
     bench.saveAs("missing/sweep.png");
     QCOMPARE(bench.desktop.boxes.size(), 1);
     QVERIFY(bench.desktop.lastText().contains(QStringLiteral("missing/sweep.png")));
-    // A format that is not ours is refused, and not written under a wrong name.
+    // A format that is not offered is refused, not written with the wrong extension.
     bench.saveAs("sweep.jpg");
     QCOMPARE(bench.desktop.boxes.size(), 2);
     QVERIFY(!QFile::exists(bench.inFolder("sweep.jpg")));
@@ -277,7 +277,7 @@ void TestSweepPictures::theLastNameIsOfferedAgain()
     QCOMPARE(bench.desktop.suggestions, (QStringList{QStringLiteral("sweep %1 1000000-5000000 Hz.png").arg(today),
                                                      QStringLiteral("sweep %1 1000000-7250000 Hz.png").arg(today),
                                                      bench.inFolder("first.png"), bench.inFolder("second.svg")}));
-    // The page has the same name.
+    // The printed page suggests the same name.
     QString page;
     bench.desktop.whenPrinting = [&page, &bench](QPrinter &printer) {
         page = printer.docName();

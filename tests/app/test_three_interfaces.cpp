@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The same device behind each of the three simulated boards: a crystal with one sharp resonance.
+// The same simulated device, a crystal with one sharp resonance, on each of the three simulated boards.
 #include "tests/support/crystal_sweep.h"
 #include "tests/support/window_bench.h"
 
@@ -48,7 +48,7 @@ private slots:
         QTRY_VERIFY(bench.isShown("cmdStart"));
         QCOMPARE(peaks, QSet<int>{test::kCrystalRow});
         QVERIFY2(bench.desktop.boxes.isEmpty(), qPrintable(bench.desktop.lastText()));
-        // It comes up again.
+        // Sweeping starts again.
         const int before = sweeps;
         bench.click("cmdStart");
         QTRY_VERIFY_WITH_TIMEOUT(sweeps > before, 10000);
@@ -56,7 +56,7 @@ private slots:
 
     void aRangeMadeTooSmallIsCorrectedInTheSweep_data() { addRows(); }
 
-    // The sweep goes on in the range that the message names.
+    // The sweep continues in the range that the message names.
     void aRangeMadeTooSmallIsCorrectedInTheSweep()
     {
         QFETCH(int, interfaceType);
@@ -75,7 +75,7 @@ private slots:
         QCOMPARE(bench.text("txtStop"), QStringLiteral("8,950,400"));
         QCOMPARE(bench.text("txtStep"), QStringLiteral("1"));
         QCOMPARE(bench.table()->text(400, SweepTable::FrequencyColumn), QStringLiteral("8,950,399"));
-        // New sweeps arrive without another press.
+        // New sweeps arrive without another click.
         int sweeps = 0;
         connect(bench.table(), &SweepTable::dataChanged, bench.window.get(), [&] { ++sweeps; });
         QTRY_VERIFY_WITH_TIMEOUT(sweeps >= 3, 10000);

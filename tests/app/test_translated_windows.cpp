@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The windows in each language that the program speaks.
+// The windows in each language of the program.
 #include "translations/language.h"
 
 #include "app/frm_about.h"
@@ -32,9 +32,9 @@ QByteArray settings(int interfaceType)
            "[Aux1]\r\nEnabled=1\r\n[Aux2]\r\nEnabled=1\r\nPotMax=255\r\nPotMin=0\r\n";
 }
 
-constexpr QSize kRoom(1000, 560); // for a dialog on a screen of 1024 x 600
+constexpr QSize kRoom(1000, 560); // of a dialog on a screen of 1024 x 600
 
-// The letters behind "&" that can be reached at the same time; those that stand there twice.
+// Collects the mnemonic letters that are available at the same time, and reports those used twice.
 class Mnemonics
 {
 public:
@@ -79,7 +79,7 @@ class TestTranslatedWindows : public QObject
     static void addLanguages()
     {
         QTest::addColumn<QLocale>("desktop");
-        QTest::addColumn<QString>("file"); // the first menu
+        QTest::addColumn<QString>("file"); // title of the first menu
         QTest::newRow("English") << QLocale(QLocale::English) << QStringLiteral("&File");
         QTest::newRow("Italian") << QLocale(QLocale::Italian, QLocale::Switzerland) << QStringLiteral("&File");
         QTest::newRow("German") << QLocale(QLocale::German, QLocale::Austria) << QStringLiteral("&Datei");
@@ -117,7 +117,7 @@ void TestTranslatedWindows::theProgramSpeaksTheLanguageOfTheDesktop()
     QCOMPARE(bench.window->menuBar()->actions().first()->text(), file);
     const QString ofItaly = QStringLiteral("Avvia sweep");
     QCOMPARE(bench.caption("cmdStart") == ofItaly, m_language->code() == u"it");
-    // Numbers are those of the locale, whatever the texts are.
+    // Numbers follow the locale, not the language of the texts.
     QCOMPARE(bench.text("txtStart"), test::shownHertz(1000000));
 }
 
@@ -138,14 +138,14 @@ void TestTranslatedWindows::nothingIsCutOffInTheMainWindow()
                 QCOMPARE(cutOffTexts(*bench.window), QString());
             }
         }
-        // What the MiniVNA measures.
+        // The three modes of the MiniVNA.
         for (int mode = 0; mode < 3; ++mode) {
             bench.click("cmdMisura");
             QCoreApplication::processEvents();
             QCOMPARE(cutOffTexts(*bench.window), QString());
             QCOMPARE(bench.window->width(), 1900);
         }
-        // The two buttons take turns.
+        // The "Sweep ON" and "Sweep OFF" buttons share one place.
         bench.click("cmdStart");
         QCoreApplication::processEvents();
         QVERIFY(bench.isShown("cmdStop"));
@@ -210,7 +210,7 @@ void TestTranslatedWindows::theSetUpHasRoomForItsTexts()
         checkDialog(*bench.dialog);
         QCOMPARE(bench.dialog->size().boundedTo(kRoom), bench.dialog->size());
     }
-    // The caption of a port carries its address.
+    // The caption of a port includes its address.
     QVERIFY(bench.caption("optParallelPort_3").contains(QStringLiteral("(0x3BC)")));
     QVERIFY(bench.isChecked("optParallelPort_2"));
     bench.click("optParallelPort_3");

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// How a large window shares out its room: the height of the views under the graph, the markers beside the table, and
+// How a large window distributes its room: the height of the views below the graph, the markers beside the table, and
 // the controls above the Measure panel.
 #include "tests/support/fake_server_control.h"
 #include "tests/support/walk_hands.h"
@@ -25,7 +25,7 @@ struct Bench : WindowBench
     }
 
     QWidget *widget(const char *name) const { return find<QWidget>(name); }
-    // In the window.
+    // The geometry in window coordinates.
     QRect place(const char *name) const
     {
         const QWidget *found = widget(name);
@@ -33,7 +33,7 @@ struct Bench : WindowBench
     }
     bool becomes(QSize size) const
     {
-        // What was closed a moment ago still asks for its room.
+        // A widget that was just closed still claims its room.
         return QTest::qWaitFor([&] {
             window->resize(size);
             return window->size() == size;
@@ -89,7 +89,7 @@ void TestWindowRoom::theTableBecomesHigher()
     bench.dragBar(-150);
     QCOMPARE(bench.place("MSFlexGridV").height(), table.height() + 150);
     QCOMPARE(bench.place("picSweep").height(), graph.height() - 150);
-    // Not beyond what the graph can give away, nor beyond half of the window.
+    // The table takes neither more than the graph can give nor more than half of the window.
     bench.dragBar(-800);
     QVERIFY(bench.place("MSFlexGridV").height() <= 450);
     QVERIFY(bench.place("picSweep").height() >= 200);
@@ -111,7 +111,7 @@ void TestWindowRoom::theMarkersStandBesideAHighTable()
     QVERIFY(bench.isShown("MSFlexGridV"));
     QVERIFY(!bench.isShown("frameView_0"));
     QVERIFY(bench.place("txtM1X").left() > bench.place("MSFlexGridV").right());
-    // They work there.
+    // The markers work there.
     bench.type("txtM1X", QStringLiteral("3000000"));
     QTRY_COMPARE(bench.find<SweepGraph>("picSweep")->line(GraphItem::M1).x1, 201.0);
     bench.click("cmdView_0");
@@ -168,7 +168,7 @@ void TestWindowRoom::thePanelGoesBelowTheControls()
     bench.openPanel();
     QTRY_VERIFY(bench.isPanelBelowControls());
     QCOMPARE(bench.place("cmdStart").top(), start.top());
-    // The graph gives what the panel is wider than the controls were.
+    // The graph gives only the width by which the panel exceeds the controls.
     QTRY_VERIFY(bench.place("picSweep").width() > graph.width() - 130);
     QCOMPARE(bench.place("picSweep").height(), graph.height());
     bench.openPanel();
@@ -206,7 +206,7 @@ void TestWindowRoom::floatingItLeavesTheControlsAlone()
     QTRY_VERIFY(bench.isPanelBelowControls());
 }
 
-// The Tab key visits the same controls in the same order, wherever they stand.
+// The Tab key visits the same controls in the same order, wherever they are.
 void TestWindowRoom::theKeysGoTheSameWay()
 {
     const Bench bench;

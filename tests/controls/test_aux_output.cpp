@@ -14,7 +14,7 @@ using namespace calvorn;
 
 namespace {
 
-// A desktop whose Return key presses buttons, too. Has to be known before the application starts.
+// A desktop whose Return key also presses buttons. Must be set before the application starts.
 [[maybe_unused]] const bool kOnGnome = qputenv("QT_QPA_PLATFORMTHEME", "gnome");
 
 struct Bench
@@ -69,21 +69,21 @@ struct Bench
 
     QCheckBox *box(int index) { return aux1.findChild<QCheckBox *>(QStringLiteral("chkAux1_%1").arg(index)); }
     QString total() { return aux1.findChild<QLabel *>(QStringLiteral("lblAux1"))->text(); }
-    // The mouse-down alone: where the button comes up again does not matter.
+    // Only presses the button: the place of the release does not matter.
     void press(int index) { QTest::mousePress(box(index), Qt::LeftButton); }
 
-    // The actions of a screen reader on a box.
+    // Performs a screen reader's action on a box.
     void reader(int index, const QString &action)
     {
         QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(box(index));
         QVERIFY(accessible && accessible->actionInterface());
         accessible->actionInterface()->doAction(action);
-        // A press lasts a moment.
+        // A press takes a moment.
         QTRY_VERIFY(!box(index)->isDown());
     }
 };
 
-// Every way to press a box: mouse buttons, keys and a screen reader.
+// One way to press a box: a mouse button, a key or a screen reader.
 using Press = std::function<void(Bench &, int)>;
 
 void addPressRows()
@@ -153,7 +153,7 @@ private slots:
             QCOMPARE(bench.box(5)->checkState(), state);
             QCOMPARE(bench.configuration.aux1, static_cast<std::int16_t>(value));
             QCOMPARE(bench.total(), total);
-            // Sent once.
+            // The value is sent once.
             QCOMPARE(bench.sent, QStringList{QStringLiteral("aux1 %1").arg(255 - value)});
             bench.sent.clear();
         };
@@ -205,7 +205,7 @@ private slots:
         QVERIFY(!total1->isVisible());
         QVERIFY(total2->isVisible());
         QVERIFY(pot->isVisible());
-        // Each caption stands over its own number.
+        // Each caption is above its own number.
         const auto *number = other.aux2.findChild<QLabel *>(QStringLiteral("lblAux2"));
         const auto *position = other.aux2.findChild<QLabel *>(QStringLiteral("lblPot2"));
         QVERIFY(total2->geometry().bottom() < number->geometry().top());
@@ -232,7 +232,7 @@ private slots:
         bench.box(3)->setFocus();
         QTest::keyClick(bench.box(3), Qt::Key_Space);
         QCOMPARE(bench.box(3)->checkState(), Qt::PartiallyChecked);
-        // A key that is held down does not switch on and off.
+        // Holding a key down does not switch the output repeatedly.
         QKeyEvent held(QEvent::KeyPress, Qt::Key_Space, Qt::NoModifier, QStringLiteral(" "), true);
         QCoreApplication::sendEvent(bench.box(3), &held);
         QCOMPARE(bench.box(3)->checkState(), Qt::PartiallyChecked);
@@ -270,7 +270,7 @@ private slots:
         QCOMPARE(bench.desktop.boxes.size(), 0);
         QCOMPARE(bench.reasons.size(), 3);
         QVERIFY(bench.reasons.first().contains(QStringLiteral("as told")));
-        // The next press is served as ever.
+        // The next press works normally.
         bench.fails = false;
         bench.press(1);
         QCOMPARE(bench.sent, QStringList{QStringLiteral("aux1 1")});
@@ -299,7 +299,7 @@ private slots:
         for (const int index : {3, 3})
             bench.press(index);
         QCOMPARE(bench.total(), QStringLiteral("21"));
-        // A weight that is no number is told and counts as none.
+        // A weight that is not a number is reported and counts as 0.
         QCOMPARE(bench.box(2)->text(), QStringLiteral("fine"));
         QCOMPARE(bench.desktop.boxes.size(), 1);
         QVERIFY(bench.desktop.lastText().contains(QStringLiteral("3;x")));
@@ -364,7 +364,7 @@ private slots:
         restoreOutputs(bench.configuration, bench.hardware());
         QCOMPARE(bench.box(2)->checkState(), Qt::Checked);
         QCOMPARE(bench.box(1)->checkState(), Qt::Unchecked);
-        // "True" is as good as a number that is not zero.
+        // "True" counts like any number other than 0.
         QCOMPARE(bench.sent,
                  (QStringList{QStringLiteral("aux1 250"), QStringLiteral("aux2 0"), QStringLiteral("i2c 80 169 255")}));
         QCOMPARE(bench.configuration.pot2, std::int16_t{255});

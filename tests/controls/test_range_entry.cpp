@@ -17,7 +17,7 @@ class TestRangeEntry : public QObject
     Q_OBJECT
 
 private:
-    // The widget with everything it stands on.
+    // The widget with the objects that it needs.
     struct Bench
     {
         Configuration configuration;
@@ -46,7 +46,7 @@ private:
             return entry.findChild<QScrollBar *>(QStringLiteral("%1_%2").arg(QString::fromLatin1(prefix)).arg(index));
         }
 
-        // A click on one of the two arrows of a digit.
+        // Clicks one of the two arrows of a digit.
         void arrow(const char *prefix, int index, QStyle::SubControl which)
         {
             QScrollBar *target = bar(prefix, index);
@@ -76,7 +76,7 @@ private:
             QLineEdit *edit = box(name);
             edit->setFocus();
             edit->selectAll();
-            // Nobody has a key for a narrow space; a plain one is typed.
+            // No keyboard has a key for a narrow space; users type a plain one.
             QTest::keyClicks(edit, QString(text).replace(u'\u202F', u' '));
             QTest::keyClick(edit, Qt::Key_Tab);
         }
@@ -159,7 +159,7 @@ private slots:
         QCOMPARE(bench.box("txtStop")->text(), QStringLiteral("10,000,000"));
     }
 
-    // The plan comes a moment after the first box was left, when the second may be half typed.
+    // The plan is updated shortly after the user leaves the first box, and may find the second half typed.
     void aPlanDoesNotOverwriteWhatIsBeingTyped()
     {
         Bench bench;
@@ -198,21 +198,21 @@ private slots:
         QLineEdit *box = bench.box("txtStart");
         box->setFocus();
         box->setText(QStringLiteral("1000000"));
-        box->setCursorPosition(4); // behind the thousands
+        box->setCursorPosition(4); // after the thousands digit
         QTest::keyClick(box, Qt::Key_Up);
         QCOMPARE(bench.configuration.startFreq, 1001000);
         QTest::keyClick(box, Qt::Key_Up);
         QCOMPARE(bench.configuration.startFreq, 1002000);
         QTest::keyClick(box, Qt::Key_Down);
         QCOMPARE(bench.configuration.startFreq, 1001000);
-        QCOMPARE(box->text(), QStringLiteral("1001000")); // plain, as long as the box has the focus
+        QCOMPARE(box->text(), QStringLiteral("1001000")); // without separators while the box has the focus
         box->end(false);
         QTest::keyClick(box, Qt::Key_Down);
         QCOMPARE(bench.configuration.startFreq, 1000999);
-        box->home(false); // no digit stands there yet
+        box->home(false); // there is no digit yet
         QTest::keyClick(box, Qt::Key_Up);
         QCOMPARE(bench.configuration.startFreq, 11000999);
-        // What is being typed counts first.
+        // The step applies to the number that is being typed.
         box->selectAll();
         QTest::keyClicks(box, QStringLiteral("2000000"));
         QTest::keyClick(box, Qt::Key_Up);
@@ -292,10 +292,10 @@ private slots:
         turn(tens, QPointF(tens->rect().center()), 120);
         QCOMPARE(bench.configuration.startFreq, 1000010);
 
-        // While the box has the focus its number has no separators, and the digits stand closer together.
+        // A focused box shows its number without separators, so the digits are closer together.
         bench.entry.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&bench.entry));
-        // Half a digit to the left of the caret behind it.
+        // Half a digit to the left of the caret that follows the digit.
         const auto digitOf = [&](int digit) {
             box->setCursorPosition(static_cast<int>(box->text().size()) - digit);
             box->repaint(); // aligns the text
@@ -305,7 +305,7 @@ private slots:
         };
         int expected = 1000010;
         for (int digit = 0, weight = 1; digit < 7; ++digit, weight *= 10) {
-            bench.box("txtStop")->setFocus(); // a step brings the separators back
+            bench.box("txtStop")->setFocus(); // a step restores the separators
             box->setFocus();
             QTRY_COMPARE(box->text(), QString::number(expected));
             turn(box, digitOf(digit), 120);

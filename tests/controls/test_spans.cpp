@@ -10,7 +10,7 @@ using namespace calvorn;
 
 namespace {
 
-// The span between two frequencies, as a test prints it.
+// The start and stop of a span, for comparisons and messages.
 QString shown(const Span &span)
 {
     return QStringLiteral("%1 %2").arg(span.start).arg(span.stop);
@@ -109,7 +109,7 @@ private slots:
         QCOMPARE(shown(history.back()), QStringLiteral("1 500"));
         QVERIFY(!history.back());
         QCOMPARE(shown(history.forth()), QStringLiteral("2 600"));
-        // Applying a span of the history changes nothing in it.
+        // Applying a span from the history does not change the history.
         history.visit({2, 600});
         QVERIFY(history.canGoForth());
         history.visit({4, 800});

@@ -11,11 +11,11 @@ using namespace calvorn;
 
 namespace {
 
-// States of a sweep.
+// Values of Instrument::sweepState().
 constexpr std::int16_t kIdle = 0;
 constexpr std::int16_t kSweeping = 4;
 
-// A driver that writes down what it is told.
+// A driver that records its calls.
 class RecordingDriver : public AcquisitionDriver
 {
 public:
@@ -78,7 +78,7 @@ struct Bench
         controls.show();
     }
 
-    // The end of a sweep, as the window hears of it.
+    // Ends a sweep as the driver reports it to the window.
     void complete()
     {
         emit driver.aComplete();
@@ -95,7 +95,7 @@ struct Bench
     }
     void click(const char *name)
     {
-        // Near the left edge: an option is hit at its mark, not beyond its text.
+        // Near the left edge: an option reacts at its mark, not beyond its text.
         QTest::mouseClick(button(name), Qt::LeftButton, {}, QPoint(10, button(name)->height() / 2));
     }
     void fireTimer()
@@ -171,7 +171,7 @@ private slots:
         bench.controls.cmdSwStop_Click();
         int pumps = 0;
         bench.desktop.whilePumping = [&] {
-            // A second click while the first waits changes nothing.
+            // A second click during the wait has no effect.
             bench.controls.cmdStart_Click();
             if (++pumps == 3)
                 bench.complete();
@@ -188,7 +188,7 @@ private slots:
         bench.driver.how = AcquisitionDriver::Replanning::StopAndRestart;
         auto *timer = bench.controls.findChild<QTimer *>(QStringLiteral("timerUpdateSweep"));
         timer->setInterval(0);
-        // A box inside the start delivers messages, the timer's among them.
+        // A box shown during the start processes events, including the timer's.
         bench.driver.whileStarting = [&] {
             bench.driver.whileStarting = {};
             QSignalSpy fired(timer, &QTimer::timeout);
@@ -239,7 +239,7 @@ private slots:
         QVERIFY(bench.button("cmdStop")->isVisible());
         bench.instrument.store(QVector<int>(400, 700));
         QCOMPARE(bench.driver.calls.last(), QStringLiteral("stop 2"));
-        // Those that are still on their way are dropped, before the end and after it.
+        // Vectors still on their way are dropped, before the end of the sweep and after it.
         QSignalSpy changed(&bench.instrument.table(), &SweepTable::changed);
         bench.instrument.store(QVector<int>(400, 600));
         bench.complete();
@@ -413,7 +413,7 @@ private slots:
         bench.controls.aggiornaTimer();
         QCOMPARE(bench.label("lblSweepTime"), QStringLiteral("1000"));
         QCOMPARE(bench.label("lblSweepRate"), QStringLiteral("1.00"));
-        // Two vectors within one tick change nothing.
+        // Two vectors within one tick do not change the display.
         bench.controls.aggiornaTimer();
         QCOMPARE(bench.label("lblSweepTime"), QStringLiteral("1000"));
         bench.desktop.ticks = 6120;

@@ -31,7 +31,7 @@ struct Bench
     ErrorBoundary boundary{messages, log};
     SweepTable table{configuration};
     QStringList calls;
-    // Made last, after what was logged early.
+    // Created last, after the early log lines.
     std::unique_ptr<TestPanel> panel;
 
     explicit Bench(bool logging = true)
@@ -120,7 +120,7 @@ void TestTestPanel::selectedLinesAreCopied()
     QTest::keyClick(bench.list(), Qt::Key_C, Qt::ControlModifier);
     QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("three"));
     QTest::keyClick(bench.list(), Qt::Key_A, Qt::ControlModifier);
-    // A line that comes now does not take the selection away.
+    // A new line does not change the selection.
     bench.log.writeLog(QStringLiteral("four"));
     QCOMPARE(bench.list()->currentRow(), 3);
     QTest::keyClick(bench.list(), Qt::Key_C, Qt::ControlModifier);
@@ -161,7 +161,7 @@ void TestTestPanel::theMenuOfTheLog()
     for (const char *line : {"P> Start sweep", "P> Stop sweep"})
         bench.log.writeLog(QString::fromLatin1(line));
     bench.desktop.fileChoice = folder.filePath(QStringLiteral("log.txt"));
-    // Opens the menu as the right button does, and chooses the entry of this letter.
+    // Opens the context menu and chooses the entry with this letter.
     const auto choose = [&](char letter) {
         bool opened = false;
         QTimer::singleShot(0, qApp, [&] {
@@ -182,7 +182,7 @@ void TestTestPanel::theMenuOfTheLog()
     QGuiApplication::clipboard()->setText(QStringLiteral("before"));
     QVERIFY(choose('c'));
     QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("P> Start sweep\nP> Stop sweep"));
-    // Nothing selected is nothing to copy, and takes nothing away.
+    // Without a selection, "Copy" leaves the clipboard unchanged.
     bench.list()->clearSelection();
     QVERIFY(choose('c'));
     QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("P> Start sweep\nP> Stop sweep"));

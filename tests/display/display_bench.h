@@ -13,7 +13,7 @@
 
 namespace calvorn::test {
 
-// The display on its own, as the main window puts it together: 1 MHz to 10.975 MHz in steps of 25 kHz, 5 mV a count.
+// The display alone, assembled as in the main window: 1 MHz to 10.975 MHz in steps of 25 kHz, 5 mV per count.
 struct DisplayBench
 {
     Configuration configuration;
@@ -47,7 +47,7 @@ struct DisplayBench
     }
     ~DisplayBench()
     {
-        // Members of this struct, not children of the window.
+        // These widgets are members of this struct, so the window must not delete them.
         panel.setParent(nullptr);
         markers.setParent(nullptr);
     }
@@ -72,7 +72,7 @@ struct DisplayBench
         QLineEdit *box = find(name);
         box->setFocus(Qt::TabFocusReason);
         box->selectAll();
-        // Nobody has a key for a narrow space; a plain one is typed.
+        // No keyboard has a key for a narrow space; users type a plain one.
         QTest::keyClicks(box, QString(text).replace(u'\u202F', u' '));
         QTest::keyClick(box, Qt::Key_Tab);
     }

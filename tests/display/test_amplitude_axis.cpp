@@ -75,7 +75,7 @@ private slots:
                 bench.window.resize(size);
                 QCoreApplication::processEvents();
                 SweepGraph &graph = bench.panel.graph();
-                // Of the height: a quarter, or 10 of 40 or 50 dB.
+                // The fraction of the height: a quarter, or 10 of 40 or 50 dB.
                 const double step = scale == 2 || scale == 4 ? 0.2 : 0.25;
                 for (int i = 1; i <= 4; ++i) {
                     const double y = 0.5 + i * step * (graph.height() - 1);
@@ -203,7 +203,8 @@ private slots:
         QCOMPARE(bench.text(QStringLiteral("txtMaxVolt")), QStringLiteral("0.12"));
     }
 
-    // The graph is drawn for 1 V then; the record and its box agree, and no entry makes it worse.
+    // With a damaged full scale the graph is drawn for 1 V, and an invalid entry does not make the configuration
+    // worse.
     void aDamagedFullScaleIsKeptUntilAnEntry()
     {
         for (const float damaged : {0.0F, -3.0F}) {

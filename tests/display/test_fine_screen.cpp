@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The graph on a screen with two device pixels to the logical one: sharp lines, a curve two pixels wide.
+// The graph on a screen with two device pixels per logical pixel: sharp lines, and a curve two pixels wide.
 #include "display/sweep_graph.h"
 
 #include <QApplication>
@@ -33,7 +33,7 @@ private slots:
         graph.drawLine();
         const QImage image = graph.grab().toImage();
         QCOMPARE(image.size(), QSize(802, 802));
-        // Two device pixels of it in each column, shared among three where it lies between two.
+        // The curve covers two device pixels in each column, spread over three where it lies between two rows.
         const auto isCurve = [&image](int x, int y) { return image.pixel(x, y) == qRgb(255, 255, 0); };
         for (int x = 4; x < 798; ++x) {
             double cover = 0.0;
@@ -54,12 +54,12 @@ private slots:
             double cover = 0.0;
             for (int x = 395; x < 410; ++x) {
                 across += isCurve(x, y) ? 1 : 0;
-                // Of the grid beneath nothing is red and green.
+                // No grid colour is both red and green.
                 cover += std::min(qRed(image.pixel(x, y)), qGreen(image.pixel(x, y))) / 255.0;
             }
             QVERIFY2(across >= 1 && cover >= 1.9, qPrintable(QStringLiteral("row %1: %2").arg(y).arg(cover)));
         }
-        // The grid: x = 60 covers two whole device pixels.
+        // The grid line at x = 60 covers two whole device pixels.
         const int x = 60 * 801 / 400;
         QCOMPARE(image.pixel(x, 71), qRgb(0, 100, 0));
         QCOMPARE(image.pixel(x + 1, 71), qRgb(0, 100, 0));

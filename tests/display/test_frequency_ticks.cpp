@@ -16,7 +16,7 @@ QStringList texts(const std::vector<FrequencyTick> &ticks)
     return found;
 }
 
-// Each character is 10 wide, and user units are the painter's.
+// Each character is 10 units wide, and user units equal painter units.
 TickStrip strip(std::vector<TickInterval> taken = {})
 {
     return {[](const QString &text) { return 10.0 * static_cast<double>(text.size()); }, [](double x) { return x; },
@@ -81,7 +81,7 @@ private slots:
         TickStrip wide = strip();
         wide.placeOf = [](double x) { return 2.0 * x; };
         QCOMPARE(fittingTicks(axis, wide).size(), std::size_t{6});
-        // The gap counts.
+        // The gap between labels counts, too.
         wide.placeOf = [](double x) { return 1.29 * x; };
         QCOMPARE(fittingTicks(axis, wide).size(), std::size_t{2});
         wide.placeOf = [](double x) { return 1.31 * x; };

@@ -52,7 +52,7 @@ private slots:
         QTEST(graph.top(), "top");
         QTEST(graph.height(), "height");
         QTEST(graph.labelPitch(400.0), "pitch");
-        // The corners lie in the middle of the outermost pixels, and the way back is exact.
+        // The corners are the centres of the outermost pixels, and the conversion back is exact.
         QCOMPARE(graph.toPixel({0, graph.top()}, {534, 400}), QPointF(0.5, 0.5));
         QCOMPARE(graph.toPixel({400, graph.bottom()}, {534, 400}), QPointF(533.5, 399.5));
         const QPointF there = graph.toPixel({123.0, 4567.0}, {800, 600}, 0.5);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Guards that the lines and captions of the graph are found by their names, where they are painted.
+// Accessibility clients find the lines and captions of the graph by their names, at their painted positions.
 #include "tests/display/display_bench.h"
 
 #include <QAccessible>
@@ -42,7 +42,7 @@ private slots:
         QVERIFY(part);
         QCOMPARE(part->parent(), spoken);
         QCOMPARE(spoken->child(spoken->indexOfChild(part)), part);
-        // The cross is hidden until it is chosen.
+        // The cross is hidden unless it is chosen as the cursor.
         QCOMPARE(part->state().invisible != 0, name.startsWith(QStringLiteral("LineC")));
     }
 

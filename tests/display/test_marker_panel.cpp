@@ -33,7 +33,7 @@ private slots:
         QCOMPARE(graph.line(GraphItem::M2).x1, 400.0);
         QCOMPARE(bench.text(QStringLiteral("txtM2X")), inLocale(locale, QStringLiteral("10,975,000")));
         QCOMPARE(bench.text(QStringLiteral("txtM2M1")), inLocale(locale, QStringLiteral("9,975,000")));
-        // A frequency between two rows snaps to the upper one; grouping may be typed.
+        // A frequency between two rows snaps to the upper one; the user may type group separators.
         bench.type(QStringLiteral("txtM1X"), inLocale(locale, QStringLiteral("2,000,001")));
         QCOMPARE(graph.line(GraphItem::M1).x1, 42.0);
         QCOMPARE(bench.text(QStringLiteral("txtM1X")), inLocale(locale, QStringLiteral("2,025,000")));
@@ -54,7 +54,7 @@ private slots:
         QTest::mouseMove(&graph, QPoint(graph.width() - 1, 0));
         QTRY_COMPARE(bench.text(QStringLiteral("txtX")), QStringLiteral("10,975,000"));
         QCOMPARE(bench.text(QStringLiteral("txtY")), QStringLiteral("0.0"));
-        // The floating cross rides on the curve.
+        // The floating cross follows the curve.
         bench.configuration.cursorMode = 1;
         QTest::mouseMove(&graph, QPoint(0, graph.height() / 2));
         QTRY_COMPARE(bench.text(QStringLiteral("txtY")), QStringLiteral("-3.0"));
@@ -77,7 +77,7 @@ private slots:
         QTest::mouseClick(&graph, Qt::LeftButton, {}, QPoint(graph.width() - 1, 50));
         QCOMPARE(graph.line(GraphItem::M1).x1, 400.0);
         QCOMPARE(bench.text(QStringLiteral("txtM1X")), QStringLiteral("10,975,000"));
-        // The distance has no sign, whichever lies to the left.
+        // The distance has no sign, whichever marker is on the left.
         QCOMPARE(bench.text(QStringLiteral("txtM2M1")), QStringLiteral("9,975,000"));
         QTest::mouseClick(&graph, Qt::LeftButton, Qt::ShiftModifier, QPoint(100, graph.height() / 2));
         const double m3 = test::readNumber(bench.text(QStringLiteral("txtM3Y")));
@@ -160,7 +160,7 @@ private slots:
         QTest::mousePress(&graph, Qt::LeftButton, {}, QPoint(from + 2, 100));
         QTest::mouseMove(&graph, QPoint(from + 40, 100));
         QTRY_VERIFY(graph.line(GraphItem::M2).x1 > 220.0);
-        // The read-outs follow while the mouse moves.
+        // The read-outs follow the mouse during the drag.
         QVERIFY(bench.text(QStringLiteral("txtM2X")) != QStringLiteral("6,000,000"));
         QTest::mouseRelease(&graph, Qt::LeftButton, {}, QPoint(graph.width() - 1, 100));
         QCOMPARE(graph.line(GraphItem::M2).x1, 400.0);
@@ -168,7 +168,7 @@ private slots:
         // A click on a line without moving is still a click.
         QTest::mouseClick(&graph, Qt::LeftButton, {}, QPoint(graph.width() - 1, 100));
         QCOMPARE(graph.line(GraphItem::M1).x1, 400.0);
-        // Afterwards a click far from every line puts M1 as ever.
+        // Afterwards, a click far from every line sets M1 as usual.
         QTest::mouseClick(&graph, Qt::LeftButton, {}, QPoint(graph.width() / 2, 100));
         QVERIFY(std::abs(graph.line(GraphItem::M1).x1 - 200.0) <= 1.0);
     }
@@ -218,7 +218,7 @@ private slots:
         QLineEdit *box = bench.find(QStringLiteral("txtM2X"));
         box->setFocus(Qt::TabFocusReason);
         QCOMPARE(box->text(), QStringLiteral("3000000"));
-        // Return acts as leaving, and the box is ready for the next entry.
+        // Return takes the entry like leaving the box, and the box is ready for the next entry.
         box->selectAll();
         QTest::keyClicks(box, QStringLiteral("4000000"));
         QTest::keyClick(box, Qt::Key_Return);
@@ -316,7 +316,7 @@ private slots:
         bench.markers.save(kept);
         QCOMPARE(kept.marker1, QStringLiteral("2,000,000"));
         QCOMPARE(kept.marker4, QStringLiteral("-7.5"));
-        // Texts of a damaged file leave the markers where they stand.
+        // Damaged settings leave the markers in place.
         WindowSettings damaged;
         damaged.marker1 = QStringLiteral("?");
         damaged.marker3 = QStringLiteral("?");

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The kept picture of the plot: soft edges as wide as a line, and a new curve in place of the old one without a trace.
+// The stored image of the plot: edges as wide as a line, and a new curve that leaves no trace of the old one.
 #include "display/plot/plot_image.h"
 
 #include <QPolygonF>
@@ -26,7 +26,7 @@ QImage blackGrid()
     return grid;
 }
 
-// Every pixel another, so that one that is put back wrongly is seen.
+// Every pixel has a different colour, so a wrongly restored pixel is detected.
 QImage colourfulGrid()
 {
     QImage grid(kWidth, kHeight, QImage::Format_RGB32);
@@ -36,7 +36,7 @@ QImage colourfulGrid()
     return grid;
 }
 
-// How much of each pixel of a column the curve covers, added up, in pixels.
+// Returns the total coverage of a column by the curve, in pixels.
 double coverOf(const QImage &image, int column)
 {
     double sum = 0.0;
@@ -53,7 +53,7 @@ QRegion show(PlotImage &plot, const QPolygonF &points)
 QPolygonF randomCurve(QRandomGenerator &random)
 {
     QPolygonF points;
-    // Some of it lies outside.
+    // Some points lie outside the image.
     for (int x = 1; x < kWidth; x += 2)
         points.append({static_cast<double>(x), random.bounded(60.0) - 10.0});
     return points;
@@ -104,7 +104,7 @@ private slots:
         PlotImage plot;
         plot.setGrid(blackGrid(), thickness);
         show(plot, QPolygonF{{10.0, 20.0 - 10.0 * slope}, {30.0, 20.0 + 10.0 * slope}});
-        // Cut along a column, a slanted line is longer than it is thick.
+        // A column cuts a slanted line at an angle, so the cut is longer than the line is thick.
         const double expected = thickness * std::sqrt(1.0 + slope * slope);
         for (int x = 13; x < 28; ++x)
             QVERIFY2(std::abs(coverOf(plot.image(), x) - expected) < 0.03,
@@ -138,7 +138,7 @@ private slots:
         show(plot, QPolygonF{{0.0, -16000.0}, {9.75, -16000.0}, {10.25, 16000.0}, {60.0, 16000.0}});
         for (int x = 0; x < kWidth; ++x)
             QCOMPARE(coverOf(plot.image(), x), x == 10 ? static_cast<double>(kHeight) : 0.0);
-        // On the edges a line is whole.
+        // At the edges a line keeps its full thickness.
         show(plot, QPolygonF{{0.0, 0.0}, {30.0, 0.0}, {31.0, kHeight - 1.0}, {60.0, kHeight - 1.0}});
         QCOMPARE(plot.image().pixel(0, 0), kInk);
         QCOMPARE(plot.image().pixel(60, kHeight - 1), kInk);
@@ -180,7 +180,7 @@ private slots:
                         QVERIFY(changed.contains(QPoint(x, y)));
             QVERIFY(show(plot, curve).isEmpty());
         }
-        // A small change is told as a small one.
+        // A small change is reported as a small region.
         show(plot, QPolygonF{{0.0, 20.0}, {60.0, 20.0}});
         const QRegion changed = show(plot, QPolygonF{{0.0, 20.0}, {40.0, 20.0}, {42.0, 22.0}, {60.0, 20.0}});
         QVERIFY(changed.boundingRect().left() >= 30 && changed.boundingRect().top() >= 19);
@@ -213,7 +213,8 @@ private slots:
         QCOMPARE(plot.image().pixel(50, 20), below);
     }
 
-    // Curves cross, come and go; what is left is what a fresh plot shows, and the grid is whole in the end.
+    // Curves cross, appear and disappear; the image always equals that of a new plot, and the grid is restored in the
+    // end.
     void severalCurvesLeaveNoTrace()
     {
         constexpr std::array inks{qRgb(0, 255, 255), qRgb(255, 0, 255), kInk};
@@ -224,7 +225,7 @@ private slots:
         for (int i = 0; i < 300; ++i) {
             std::vector<PlotImage::Curve> curves;
             for (std::size_t number = 0; number < random.bounded(4U); ++number) {
-                // Some stay as they are, or where they are.
+                // Some curves keep both points and colour, some only the points.
                 const bool stays = number < last.size() && random.bounded(2) == 0;
                 curves.push_back({stays ? last[number].points : randomCurve(random),
                                   stays && random.bounded(3) > 0 ? last[number].colour
@@ -246,7 +247,7 @@ private slots:
         QCOMPARE(plot.image(), colourfulGrid());
     }
 
-    // The same line in another ink looks different.
+    // A change of colour alone is a change, too.
     void aChangedColourIsTold()
     {
         PlotImage plot;
@@ -274,7 +275,7 @@ private slots:
         const QRegion changed = show(plot, peaksAt(52.0, 242.0));
         QVERIFY(changed.contains(QPoint(52, 15)));
         QVERIFY(changed.contains(QPoint(242, 15)));
-        // Neither what lies between the peaks nor the ground beside them.
+        // The region includes neither the space between the peaks nor the background beside them.
         QVERIFY(!changed.intersects(QRect(60, 0, 172, 200)));
         QVERIFY(!changed.intersects(QRect(0, 0, 44, 200)));
         QVERIFY(!changed.intersects(QRect(0, 182, 300, 18)));

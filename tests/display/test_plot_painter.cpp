@@ -49,7 +49,7 @@ PlotTrace traceOf(PlotAxis axis, std::vector<double> amplitudes, QRgb colour, Qt
     return {QStringLiteral("a trace"), {colour, line}, axis, std::move(amplitudes)};
 }
 
-// Columns of a row of pixels that have this colour, but for what soft edges take.
+// Returns the columns of a pixel row that have this colour, except for soft edges.
 QList<int> columnsOf(const QImage &image, int row, QRgb colour)
 {
     const auto isNear = [](int a, int b) { return std::abs(a - b) < 70; };
@@ -72,7 +72,7 @@ class TestPlotPainter : public QObject
 private slots:
     void cleanup() { QLocale::setDefault(QLocale::c()); }
 
-    // Frequencies decide where a trace lies, not the numbers of its samples.
+    // The frequencies of a trace decide its place, not the numbers of its samples.
     void aTraceLiesAtItsOwnFrequencies()
     {
         Bench bench;
@@ -82,7 +82,7 @@ private slots:
         const QList<QPolygonF> pieces = painter.placedTrace(bench.model.traces[0]);
         QCOMPARE(pieces.size(), 1);
         QCOMPARE(pieces[0].size(), 200);
-        // Row r stands at the middle of pixel r, a hundredth of the range at four pixels.
+        // Row r is at the middle of pixel r, and one dB is ten pixels.
         QCOMPARE(pieces[0].first(), QPointF(101.5, 203.5));
         QCOMPARE(pieces[0].last(), QPointF(201.0, 203.5));
         const QImage image = bench.painted();
@@ -94,7 +94,7 @@ private slots:
     void aTraceOfAnotherRangeIsCutAtTheEdges()
     {
         Bench bench;
-        // 0.5 to 6.49 MHz: from left of the plot to right of it, through both edges.
+        // 0.5 to 6.49 MHz: beyond both edges of the plot.
         std::vector<double> amplitudes;
         for (int i = 0; i < 600; ++i)
             amplitudes.push_back(-10.0 - i / 60.0);
@@ -103,14 +103,15 @@ private slots:
         for (const QPolygonF &run : painter.runsOf(painter.placedTrace(bench.model.traces[0])[0])) {
             QCOMPARE(run.first().x(), 0.0);
             QCOMPARE(run.last().x(), 401.0);
-            // Where it enters it has already fallen: 51 samples of 1/60 dB, at ten pixels for a dB.
+            // The left edge is at sample 48.5, where the trace has fallen by 48.5 steps of 1/60 dB; one dB is ten
+            // pixels.
             QVERIFY(std::abs(run.first().y() - (100.5 + 10.0 * 48.5 / 60.0)) < 0.1);
         }
-        // Wholly elsewhere there is nothing.
+        // A trace entirely outside the range is not painted.
         bench.model.traces = {traceOf({50e6, 10e3}, amplitudes, qRgb(255, 0, 255))};
         const Bench empty;
         QCOMPARE(bench.painted(), empty.painted());
-        // A falling sweep is the same curve.
+        // A descending sweep gives the same curve.
         bench.model.traces = {traceOf({4.99e6, -10e3}, std::vector<double>(400, -5.0), qRgb(255, 0, 255))};
         const QImage falling = bench.painted();
         bench.model.traces = {traceOf({1e6, 10e3}, std::vector<double>(400, -5.0), qRgb(255, 0, 255))};
@@ -136,14 +137,15 @@ private slots:
         for (int x = 103; x < 199; ++x)
             QCOMPARE(image.pixel(x, 200), bare.pixel(x, 200));
         QVERIFY(image.pixel(250, 200) != bare.pixel(250, 200));
-        // Nothing but gaps, and no samples at all.
+        // Only gaps, and no samples.
         for (const auto &samples : {std::vector<double>(400, kGap), std::vector<double>()}) {
             bench.model.traces = {traceOf(bench.model.axis, samples, qRgb(0, 160, 255))};
             QCOMPARE(bench.painted(), bare);
         }
     }
 
-    // Nothing to name: no legend. Otherwise it stands in the upper right corner, with a sample of each line.
+    // Without a trace there is no legend. Otherwise the legend is in the upper right corner and shows a sample of
+    // each line.
     void theLegendNamesTheCurves()
     {
         Bench bench;
@@ -178,7 +180,7 @@ private slots:
         QVERIFY2(columns.size() > 195, qPrintable(QString::number(columns.size())));
         QVERIFY(std::abs(columns.last() - 201) <= 1);
         QVERIFY(columnsOf(image, 150, qRgb(255, 80, 0)).contains(201));
-        // Dashes are gaps for the eye, on paper as well.
+        // Dashes leave gaps, on paper, too.
         bench.model.limits[0].style.line = Qt::DashLine;
         QVERIFY(columnsOf(bench.painted(), 302, qRgb(255, 80, 0)).size() < columns.size() * 9 / 10);
         QVERIFY(bench.painted(GraphInk::Paper) != bench.painted());
@@ -194,7 +196,7 @@ private slots:
         QVERIFY(columnsOf(bench.painted(), 200, kCurveColour).isEmpty());
     }
 
-    // An axis without a step, as of a file whose rows all name one frequency, has no place for another trace.
+    // An axis without a step (a file whose rows all have the same frequency) has no place for another trace.
     void anAxisWithoutAStepShowsTheLiveCurveAlone()
     {
         Bench bench;

@@ -14,7 +14,7 @@ class TestScaleChange : public QObject
     Q_OBJECT
 
 private:
-    // What the markers must show, worked out here from the electrical definitions alone.
+    // The expected marker values, computed here from the electrical definitions only.
     static double reference(int scale) { return scale >= 3 ? 10.0 : 1.0; }
     static double rounded(double value, int decimals)
     {
@@ -178,7 +178,7 @@ private slots:
                 QCOMPARE(bench.configuration.scaleType, static_cast<std::int16_t>(to));
                 QVERIFY(bench.scaleAction(to)->isChecked());
                 QVERIFY(bench.desktop.boxes.isEmpty());
-                // As many volts as a box shows; in dB as many as fit at all.
+                // The box shows at most a million volts; in dB it shows the largest level that fits.
                 if (to == 0)
                     QCOMPARE(box->text(), inLocale(locale, QStringLiteral("1000000.000")));
                 else
@@ -189,7 +189,7 @@ private slots:
         }
     }
 
-    // It is one of 1 V in dB, and none of the menu's.
+    // It acts as a scale in dB relative to 1 V, and no menu entry is checked.
     void aDamagedScaleIsKept()
     {
         for (const std::int16_t damaged : {std::int16_t{-1}, std::int16_t{5}, std::int16_t{32767}}) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The graph on a screen that is scaled to 150 %: the curve is half as thick again as on an ordinary one.
+// The graph on a screen scaled to 150 %: the curve is 1.5 device pixels thick.
 #include "display/sweep_graph.h"
 
 #include <QApplication>
@@ -36,12 +36,12 @@ private slots:
             double cover = 0.0;
             for (int y = 0; y < image.height(); ++y) {
                 const QRgb colour = image.pixel(x, y);
-                // Of the grid beneath nothing is red and green.
+                // No grid colour is both red and green.
                 cover += std::min(qRed(colour), qGreen(colour)) / 255.0;
             }
             QVERIFY2(std::abs(cover - 1.5) < 0.1, qPrintable(QStringLiteral("column %1: %2").arg(x).arg(cover)));
         }
-        // The lines of the grid stay sharp: one device pixel.
+        // The grid lines stay sharp: one device pixel.
         const int x = static_cast<int>(0.5 + 60.0 * 602.0 / 400.0);
         QCOMPARE(image.pixel(x, 71), qRgb(0, 100, 0));
         QCOMPARE(image.pixel(x + 1, 71), qRgb(0, 0, 0));

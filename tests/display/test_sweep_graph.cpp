@@ -19,7 +19,7 @@ class TestSweepGraph : public QObject
     Q_OBJECT
 
 private:
-    // A graph of its own, whose repaints can be watched.
+    // A graph that records its repaints.
     class WatchedGraph : public SweepGraph
     {
     public:
@@ -90,7 +90,7 @@ private slots:
         for (int x = 2; x < 400; ++x)
             QVERIFY2(isYellowish(drawn.pixel(x, 180)), qPrintable(QString::number(x)));
         QVERIFY(!isYellowish(drawn.pixel(0, 180))); // point 1 stands at x = 1
-        // The grid has survived beside the curve, and comes back when the curve goes.
+        // The grid is intact beside the curve and restored when the curve is cleared.
         QCOMPARE(drawn.pixel(60, 37), qRgb(0, 100, 0));
         graph.clearCurve();
         QVERIFY(graph.curve().isEmpty());
@@ -110,7 +110,7 @@ private slots:
         QCOMPARE(grab(bench.panel.graph()), before);
     }
 
-    // Whatever the cells hold by then: what the graph shows changes only when it is drawn.
+    // The graph changes only when it is drawn, even if the cells have changed since.
     void uncoveringTheWindowShowsTheCurveAgain()
     {
         DisplayBench bench;
@@ -136,28 +136,27 @@ private slots:
         QTRY_COMPARE(fired.size(), 1);
         test::nothingHappensFor(50);
         QCOMPARE(fired.size(), 1);
-        // One procedure has drawn the curve and read out the markers (both at row 1 here).
+        // One redraw draws the curve and updates the marker read-outs (both markers are at row 1 here).
         QCOMPARE(bench.panel.graph().curve().first(), QPointF(1.0, 1250.0));
         QCOMPARE(bench.text(QStringLiteral("txtM1Y")), QStringLiteral("1.25"));
         bench.panel.graph().redraws().arm();
         QTRY_COMPARE(fired.size(), 2);
     }
 
-    // Sweeps further apart than a screen's pictures each have their own, together with the read-outs that change
-    // with it.
+    // Sweeps further apart than one frame of a screen each get their own redraw, together with their read-outs.
     void aVectorIsDrawnBeforeTheNextPainting()
     {
         DisplayBench bench;
         bench.show();
         QSignalSpy fired(&bench.panel.graph().redraws(), &RedrawTimer::fired);
         for (int sweep = 1; sweep <= 5; ++sweep) {
-            QTest::qSleep(16); // a screen shows a picture in that time
+            QTest::qSleep(16); // about one frame at 60 Hz
             bench.panel.graph().redraws().arm();
             QCOMPARE(fired.size(), sweep - 1); // never inside the procedure that stores the samples
             QCoreApplication::sendPostedEvents(&bench.panel.graph().redraws(), QEvent::MetaCall);
             QCOMPARE(fired.size(), sweep);
         }
-        // The next one comes too early: its redraw waits, and is not lost.
+        // The next sweep comes too early: its redraw is delayed, not lost.
         bench.panel.graph().redraws().arm();
         QCoreApplication::sendPostedEvents(&bench.panel.graph().redraws(), QEvent::MetaCall);
         QTRY_COMPARE(fired.size(), 6);
@@ -220,13 +219,13 @@ private slots:
         graph.moveLine(GraphItem::M3, 20000.0);
         const double y = 0.5 + 20.0 / 40.0 * (graph.height() - 1);
         QVERIFY(std::abs(graph.labelRect(GraphItem::M3).center().y() - y) < 0.5);
-        // At the edge there is no room to the right of the line: the caption stays readable to its left, above the
+        // At the right edge there is no room right of the line: the caption stays readable on the left, above the
         // plot.
         graph.moveLine(GraphItem::M2, 400);
         QCOMPARE(graph.label(GraphItem::M2).left, 402.0);
         QVERIFY(QRectF(0, -graph.heightOfCaptions(), graph.width(), graph.heightOfCaptions())
                     .contains(graph.labelRect(GraphItem::M2)));
-        // Below the range there is nothing to name.
+        // A line below the range has no caption.
         graph.moveLine(GraphItem::M4, 80000.0);
         QVERIFY(graph.labelRect(GraphItem::M4).isEmpty());
         QVERIFY(!graph.line(GraphItem::CursorV).visible);
@@ -309,7 +308,7 @@ private slots:
         PlotPainter(graph.model(), surface).paint(painter);
         painter.end();
         QCOMPARE(picture, screen);
-        // Where the curve is, for what follows.
+        // Where the curve is, for the comparison below.
         QImage besideTheCurve(graph.size(), QImage::Format_RGB32);
         besideTheCurve.fill(Qt::white);
         QPainter pen(&besideTheCurve);
@@ -320,7 +319,7 @@ private slots:
                 {0.5 + point.x() / 400.0 * (graph.width() - 1), 0.5 + point.y() / 40000.0 * (graph.height() - 1)});
         pen.drawPolyline(line);
         pen.end();
-        // Paper is another ink of the same drawing.
+        // On paper the same drawing uses another ink.
         QPainter paper(&picture);
         PlotPainter(graph.model(), surface, GraphInk::Paper).paint(paper);
         paper.end();

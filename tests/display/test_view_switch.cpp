@@ -59,7 +59,7 @@ private slots:
         }
         views.views.actions().at(1)->trigger();
         views.verifyShown(1);
-        // The view already shown stays shown.
+        // Choosing the current view again has no effect.
         views.views.actions().at(1)->trigger();
         views.verifyShown(1);
         QCOMPARE(views.views.actions().at(1)->objectName(), QStringLiteral("mnuView_1"));
@@ -78,7 +78,7 @@ private slots:
         QCOMPARE(text("txtM3Y"), QStringLiteral("0.500"));
     }
 
-    // The number is kept until a view is chosen.
+    // The damaged number is kept until the user chooses a view.
     void damagedIndexFallsToTheFirst()
     {
         Views views;

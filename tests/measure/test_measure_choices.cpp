@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The choices of the Measure panel in the settings file, and the page that explains them.
+// The choices of the Measure panel in the settings file, and their documentation in settings.md.
 #include "core/common_functions.h"
 #include "measure/measure_choices.h"
 #include "platform/profile_file.h"
@@ -58,7 +58,7 @@ private slots:
         QVERIFY(choices.legend);
         QCOMPARE(choices.averageOver, std::int16_t{10});
         QCOMPARE(choices.fixtureOhms, 50.0);
-        // Nothing to tell: nothing is written.
+        // Saving the defaults writes nothing.
         QVERIFY(saveMeasureChoices(choices, settings.path));
         QCOMPARE(settings.content(), before);
     }
@@ -85,7 +85,7 @@ private slots:
         QVERIFY(saveMeasureChoices(choices, settings.path));
         QVERIFY(readMeasureChoices(settings.path) == choices);
         QLocale::setDefault(before);
-        // What one locale writes another reads.
+        // Settings written in one locale are read in another.
         QVERIFY(readMeasureChoices(settings.path) == choices);
         QVERIFY(settings.content().startsWith("[Calvorn]\r\nStart=1000\r\n"));
     }

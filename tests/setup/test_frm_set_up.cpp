@@ -24,7 +24,7 @@ constexpr char kDefaultVna[] = "[Interface3]\r\nDDS Device=AD9951\r\nDDS Multipl
                                "DDS Max freq=180000000\r\nDDS Min freq=100000\r\nDDS Offset=0\r\nADC Device=10bit\r\n"
                                "ADC Offset=0\r\nADC Step=0.001\r\nADC Channel=3\r\n";
 
-// The auxiliary outputs as "Apply" writes them where the file has said nothing of them.
+// The auxiliary outputs as "Apply" writes them for a file that does not mention them.
 constexpr char kPlainOutputs[] =
     "[Aux1]\r\nEnabled=0\r\nStep 0=10dB;10\r\nStep 1=20dB;20\r\nStep 2=30dB;30\r\nStep 3=40dB;40\r\n"
     "Step 4=50dB;50\r\nStep 5=60dB;60\r\nStep 6=70dB;70\r\nStep 7=80dB;80\r\nInverse Logic=0\r\nTitle=Aux 1\r\n"
@@ -32,7 +32,7 @@ constexpr char kPlainOutputs[] =
     "Step 4=50dB;50\r\nStep 5=60dB;60\r\nStep 6=70dB;70\r\nStep 7=80dB;80\r\nInverse Logic=0\r\nTitle=Aux 2\r\n"
     "PotMax=\r\nPotMin=\r\n";
 
-// What every page shows after it was opened, one "name value" for each control.
+// Opens every page and returns one "name value" for each control.
 QStringList everyField(const SetUpBench &bench)
 {
     QStringList fields;
@@ -124,7 +124,7 @@ void TestFrmSetUp::thePressedPageButtonIsSeen()
     const auto back = qScopeGuard([usual] { QApplication::setPalette(usual); });
     QApplication::setPalette(colours);
     const SetUpBench bench(kConfigured);
-    // The middle of the left end, where a button has no letters.
+    // The middle of the left end, where a button has no text.
     const auto face = [&bench](const char *name) {
         QWidget *button = bench.find(name);
         return button->grab().toImage().pixelColor(4, button->height() / 2);
@@ -205,7 +205,7 @@ void TestFrmSetUp::exitWritesNothing()
     QCOMPARE(bench.dialog->result(), static_cast<int>(QDialog::Rejected));
     QCOMPARE(bench.file(), QByteArray(kConfigured));
     QCOMPARE(bench.desktop.boxes.size(), 0);
-    // The next time it shows the file again.
+    // The next time, the dialog shows the file again.
     bench.open();
     bench.click("cmdDDS");
     QCOMPARE(bench.text("txtMaxFreq"), QStringLiteral("70,000,000"));
@@ -218,7 +218,7 @@ void TestFrmSetUp::exitForgetsWhatWasTyped_data()
     QTest::newRow("Escape") << true;
 }
 
-// With the cursor still in the box.
+// The entry is still being edited.
 void TestFrmSetUp::exitForgetsWhatWasTyped()
 {
     QFETCH(bool, byKey);
@@ -265,7 +265,7 @@ void TestFrmSetUp::exitForgetsAChoice()
     QVERIFY(!bench.isChecked("optInterface_1"));
     bench.click("cmdPort");
     QVERIFY(!bench.isChecked("optSerialPort_3"));
-    // One at a time as before.
+    // As before, only one option is checked at a time.
     bench.click("optSerialPort_3");
     bench.click("optSerialPort_4");
     QVERIFY(!bench.isChecked("optSerialPort_3"));
@@ -363,7 +363,7 @@ void TestFrmSetUp::applyForTheMiniVna()
                                kPlainOutputs);
 }
 
-// "DDS Max Freq" and "DDS Max freq" are one key.
+// "DDS Max Freq" and "DDS Max freq" are the same key.
 void TestFrmSetUp::keysKeepTheirSpellingAndTheirPlace()
 {
     SetUpBench bench("; mine\r\n[Config]\r\nDDS Max freq=50000000\r\nOther=1\r\nDDS Device=AD9850\r\n"
@@ -532,7 +532,7 @@ void TestFrmSetUp::badValuesAreNamed()
     for (const char *part : {"[Config] \"DDS Max freq\"", "\"1e400\"", "[Config] \"ADC Device\"", "\"12bit\"",
                              "[Config] \"ADC Step\"", "\"much\""})
         QVERIFY2(text.contains(QLatin1String(part)), part);
-    // A device in another spelling is known.
+    // The spelling of a device may use other letter cases.
     QVERIFY(!text.contains(QStringLiteral("DDS Device")));
     bench.click("cmdDDS");
     QVERIFY(bench.isChecked("optDDSselect_2"));

@@ -11,7 +11,7 @@ using calvorn::test::SetUpBench;
 
 namespace {
 
-// A folder that stands for /dev, and the section of the settings file that has the COM numbers lead there.
+// A folder in place of /dev, and the section of the settings file that maps COM numbers to it.
 class Devices
 {
 public:
@@ -168,14 +168,14 @@ void TestPorts::theDevicesStandBesideTheOptions()
         QVERIFY(std::abs(option->geometry().center().y() - device->geometry().center().y()) <= 1);
         QCOMPARE(option->accessibleDescription(), device->toolTip());
     }
-    // A link that leads elsewhere is noticed while the page is open.
+    // A changed link target is noticed while the page is open.
     devices.plug(4);
     QVERIFY(QFile::remove(link));
     QVERIFY(QFile::link(devices.path(4), link));
     const QString other = QFileInfo(devices.path(4)).canonicalFilePath();
     const int place = bench.find("lblComDevice_6")->x();
     QTRY_COMPARE(bench.label("lblComDevice_6"), link + QStringLiteral(" → ") + other);
-    // A missing device moves nothing.
+    // Devices that appear do not move the labels.
     for (const int number : {1, 2, 5})
         devices.plug(number);
     QTRY_COMPARE(bench.caption("optSerialPort_5"), QStringLiteral("COM5"));
@@ -205,7 +205,7 @@ void TestPorts::aLongDeviceIsElidedInTheMiddle()
     const QString device = QStringLiteral("/dev/serial/by-id/usb-") + QString(120, u'x') + QStringLiteral("-port0");
     const QByteArray other = QByteArray(device.toUtf8()).replace("x-port0", "y-port0");
     const QByteArray start = "[Config]\r\nDDS Device=AD9850\r\n[Ports]\r\nCOM1=" + device.toUtf8() + "\r\nCOM2=";
-    // The last two are equal but for one letter in the middle.
+    // The third device differs from the first in only one letter in the middle.
     const QByteArray twin = QByteArray(device.toUtf8()).replace(60, 1, "W");
     Bench bench(start + other + "\r\nCOM3=" + twin + "\r\n");
     const Bench plain("[Config]\r\nDDS Device=AD9850\r\n");
@@ -264,7 +264,7 @@ void TestPorts::anotherAddressIsFree()
     QVERIFY(bench.caption("optParallelPort_4").startsWith(QStringLiteral("LPTx")));
     QCOMPARE(bench.text("txtAddressLPT"), QStringLiteral("1000"));
     QCOMPARE(bench.label("txtLPTHex"), QStringLiteral("(0x3E8)"));
-    // A card in a slot lies above what 16 bits with a sign count.
+    // An expansion card's address exceeds the range of a signed 16-bit number.
     const Bench card(address("&HE010"));
     QCOMPARE(card.text("txtAddressLPT"), QStringLiteral("57360"));
     QCOMPARE(card.label("txtLPTHex"), QStringLiteral("(0xE010)"));
@@ -372,7 +372,7 @@ void TestPorts::theFreePortFollowsTheTyping()
     nonsense.type("txtAddressRS232", QStringLiteral("x7"));
     QCOMPARE(nonsense.label("lblAddressRS232"), QStringLiteral(" NOT available"));
     QCOMPARE(nonsense.applied("Serial Port", "CommPort"), QStringLiteral("0"));
-    QCOMPARE(nonsense.desktop.boxes.size(), 1); // the question
+    QCOMPARE(nonsense.desktop.boxes.size(), 1); // the confirmation
 }
 
 void TestPorts::theSimulatedBoardIsOffered()

@@ -22,7 +22,7 @@ struct Bench : SetUpBench
         click(page);
     }
 
-    // What the box shows, and how often the system beeped, after this was typed.
+    // Types an entry, and checks the resulting text of the box and the number of beeps.
     void typed(const char *box, const QString &entry, const QString &shown, int beeps)
     {
         desktop.beeps = 0;
@@ -34,7 +34,7 @@ struct Bench : SetUpBench
 
 } // namespace
 
-// What the text boxes and options of the set-up make of what is entered.
+// How the boxes and options of the configuration dialog handle entries.
 class TestSetUpEntries : public QObject
 {
     Q_OBJECT
@@ -71,12 +71,12 @@ void TestSetUpEntries::clocks()
     const auto shown = [&](const char *text) { return test::inLocale(locale, QString::fromLatin1(text)); };
     bench.typed("txtClk9850", QStringLiteral("125000000"), shown("125,000,000"), 0);
     QCOMPARE(bench.label("Label4"), shown("125,000,000"));
-    // Grouped as the locale groups; a narrow space is typed as a plain one.
+    // Grouped as in the locale; a narrow space is typed as a plain one.
     QString grouped = shown("100,000,000");
     for (QChar &c : grouped)
         c = c.unicode() > 127 ? QChar(u' ') : c;
     bench.typed("txtClk9850", grouped, shown("100,000,000"), 0);
-    // The mask shows six digits at least.
+    // The mask shows at least six digits.
     bench.typed("txtClk9850", QStringLiteral("1000000"), shown("1,000,000"), 0);
     bench.typed("txtClk9850", QStringLiteral("5"), shown("1,000,000"), 1);
     bench.typed("txtClk9850", QStringLiteral("2000000000"), shown("1,000,000,000"), 1);
@@ -109,7 +109,7 @@ void TestSetUpEntries::limits()
     bench.typed("txtMaxFreq", QStringLiteral("26000001"), QStringLiteral("26,000,001"), 0);
     QVERIFY(bench.label("Label10").contains(QStringLiteral("Above 26,000,000 Hz")));
     bench.typed("txtMaxFreq", QStringLiteral("3000000000"), QStringLiteral("2,147,483,647"), 1);
-    // There is room for a sweep between the two.
+    // The dialog keeps room for a sweep between both limits.
     bench.typed("txtMaxFreq", QStringLiteral("1399"), QStringLiteral("001,400"), 1);
     bench.typed("txtMinFreq", QStringLiteral("1001"), QStringLiteral("1,000"), 1);
     bench.typed("txtMinFreq", QStringLiteral("0"), QStringLiteral("1"), 1);
@@ -161,7 +161,7 @@ void TestSetUpEntries::theMultiplierOfTheAd9951()
     QCOMPARE(bench.label("Label4"), QStringLiteral("400,000,000"));
     bench.click("optMultiplier_0");
     QCOMPARE(bench.label("Label4"), QStringLiteral("20,000,000"));
-    // Moving the bar is choosing it.
+    // Moving the bar selects its option.
     QTest::keyClick(factor, Qt::Key_Left);
     QVERIFY(bench.isChecked("optMultiplier_1"));
     bench.click("cmdApply");
@@ -188,7 +188,7 @@ void TestSetUpEntries::aFactorOffTheBarIsShown()
     QCOMPARE(bench.label("lblMultiplier"), QStringLiteral("× ") + QString::fromLatin1(factor));
     QCOMPARE(bench.label("Label4"), clock);
     QVERIFY(!bench.label("Label10").contains(QStringLiteral("within")));
-    // It stays until another one is chosen.
+    // The factor stays until the user chooses another one.
     bench.click("cmdApply");
     QCOMPARE(bench.folder.setting("Config", "DDS Multiplier"), QString::fromLatin1(factor));
     auto *bar = bench.find<QScrollBar>("HScroll1");
@@ -218,7 +218,7 @@ void TestSetUpEntries::theStepInMillivolts()
     Bench bench("cmdADC");
     const auto shown = [&](const char *text) { return test::inLocale(locale, QString::fromLatin1(text)); };
     QCOMPARE(bench.text("txtADCstep"), shown("2.440"));
-    // Either separator will do.
+    // Both separators are accepted.
     bench.typed("txtADCstep", QStringLiteral("4.883"), shown("4.883"), 0);
     bench.typed("txtADCstep", QStringLiteral("9,766"), shown("9.766"), 0);
     bench.typed("txtADCstep", QStringLiteral("-1"), shown("0.000"), 1);
@@ -252,7 +252,7 @@ void TestSetUpEntries::theMeaningOfTheChannel()
         QTest::keyClicks(box, QString::fromLatin1(entry));
         return bench.label("lblADCchannel");
     };
-    // With each key, not only when the box is left.
+    // The label changes with each key, not only when the user leaves the box.
     QCOMPARE(typedOver("1"), QStringLiteral("angle"));
     QCOMPARE(typedOver("2"), QStringLiteral("return loss"));
     QCOMPARE(box->accessibleDescription(), QStringLiteral("return loss"));
@@ -267,7 +267,7 @@ void TestSetUpEntries::theMeaningOfTheChannel()
     QCOMPARE(typedOver("2"), QStringLiteral("not used by this interface"));
 }
 
-// No narrower than the widest number, and not much wider.
+// A box is at least as wide as its widest number, but not much wider.
 void TestSetUpEntries::boxesAreAsWideAsTheirNumbers()
 {
     Bench bench("cmdDDS");
@@ -307,7 +307,7 @@ void TestSetUpEntries::thePotentiometerRange()
     bench.typed("txtVscrollMax", QStringLiteral("256"), QStringLiteral("255"), 1);
     bench.typed("txtVScrollMin", QStringLiteral("9"), QStringLiteral("9"), 0);
     QCOMPARE(bar->minimum(), 9);
-    // At every key, not only when the box is left.
+    // The range changes with every key, not only when the user leaves the box.
     auto *box = bench.find<QLineEdit>("txtVscrollMax");
     box->setFocus();
     box->selectAll();
@@ -328,7 +328,7 @@ void TestSetUpEntries::aPositionIsReplacedByItsValueOnly()
     bench.typed("txtVScrollMin", QStringLiteral("0012"), QStringLiteral("0012"), 0);
     QCOMPARE(bench.find<QScrollBar>("VScroll1")->minimum(), 12);
     bench.typed("txtVscrollMax", QStringLiteral("00256"), QStringLiteral("255"), 1);
-    // Beyond 32 bits
+    // A number beyond 32 bits
     bench.typed("txtVscrollMax", QStringLiteral("0"), QStringLiteral("0"), 0);
     auto *box = bench.find<QLineEdit>("txtVscrollMax");
     QGuiApplication::clipboard()->setText(QStringLiteral("99999999999999999999"));
@@ -356,7 +356,7 @@ void TestSetUpEntries::stepsOfAnOutput()
     QCOMPARE(bench.find("txtAux1_3")->toolTip(),
              QStringLiteral("Enter the label or leave 'blank' to disable this button"));
     QCOMPARE(bench.find("txtAux2Val_3")->toolTip(), QStringLiteral("Enter the value to be sent to the attenuator"));
-    // A ";" would divide the line of the file elsewhere.
+    // A ";" would split the line of the file at the wrong place.
     bench.typed("txtAux1_3", QStringLiteral("a;b"), QStringLiteral("ab"), 0);
     bench.typed("txtAux1Val_3", QStringLiteral("12"), QStringLiteral("12"), 0);
     bench.typed("txtAux1Val_3", QStringLiteral("x"), QStringLiteral("12"), 1);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The sentences about settings that the configuration cannot read.
+// The messages about settings that the configuration dialog cannot read.
 #include "tests/support/set_up_bench.h"
 
 using namespace calvorn;

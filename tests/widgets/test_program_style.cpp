@@ -20,7 +20,7 @@ using namespace calvorn;
 namespace {
 
 const QColor kWindow(42, 46, 50);
-constexpr int kLowest = 20; // pixels, of an empty group
+constexpr int kLowest = 20; // pixels; the height of an empty group
 
 QPalette darkColours()
 {
@@ -79,7 +79,7 @@ void TestProgramStyle::framesShowOnADarkDesktop()
     QFETCH(QWidget *, widget);
     const std::unique_ptr<QWidget> owner(widget);
     const QImage picture = pictureOf(*widget);
-    // The frame is the first thing from the left.
+    // From the left, the frame comes first.
     const int y = picture.height() / 2;
     int x = 0;
     while (x < 20 && picture.pixelColor(x, y) == kWindow)
@@ -103,7 +103,7 @@ void TestProgramStyle::aGroupHasOneFrameBelowItsTitle()
     QGroupBox group(QStringLiteral("Title"));
     group.resize(120, 80);
     const QImage picture = group.grab().toImage();
-    // Right of the title
+    // To the right of the title
     QList<int> lines;
     for (int y = 0; y < picture.height(); ++y)
         if (picture.pixelColor(100, y) != kWindow)

@@ -21,7 +21,8 @@ class TestReadOut : public QObject
     Q_OBJECT
 
 private slots:
-    // A new text paints the inside alone; frame, old digits and the ground between must come out as if all were new.
+    // A new text repaints only the inside; frame, old digits and background must look as if everything were
+    // repainted.
     void aNewTextLeavesNothingOfTheOldOne_data()
     {
         QTest::addColumn<bool>("framed");
