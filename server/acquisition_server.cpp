@@ -21,7 +21,7 @@ constexpr int kPatienceMs = 10'000;
 
 constexpr qsizetype kLongestSocket = 99; // bytes of its path; the bus library refuses more
 
-// In an address of D-Bus every other byte is written as % and two digits.
+// In a D-Bus address every other byte is written as % and two hexadecimal digits.
 bool standsForItself(char byte)
 {
     return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') || (byte >= '0' && byte <= '9') ||
@@ -61,8 +61,8 @@ AcquisitionServer::~AcquisitionServer()
     close();
 }
 
-// However the server has been asked to end: no generator stays on and no board sweeps for nobody. The program is told
-// nothing more; it sees the process go.
+// However the server ends, it switches the generators off and stops the boards. It sends the program no further events:
+// the program sees the process end.
 void AcquisitionServer::close()
 {
     for (QObject *driver : std::initializer_list<QObject *>{&m_lpt, &m_vna, &m_pic})
@@ -85,7 +85,7 @@ bool AcquisitionServer::listen()
     return false;
 }
 
-// The reason of the first refusal is kept: it concerns the folder that was meant.
+// Keeps the reason of the first failure, because that is the preferred folder.
 bool AcquisitionServer::listenIn(const QByteArray &parent)
 {
     const QString reason = tryFolder(parent);
@@ -94,7 +94,7 @@ bool AcquisitionServer::listenIn(const QByteArray &parent)
     return reason.isEmpty();
 }
 
-// Empty when the server listens.
+// Returns the reason for a failure; empty when the server listens.
 QString AcquisitionServer::tryFolder(const QByteArray &parent)
 {
     if (!m_folder.make(parent))
@@ -130,8 +130,8 @@ void AcquisitionServer::onConnection(const QDBusConnection &connection)
     m_connection.registerObject(kLptPath, &m_lpt, QDBusConnection::ExportAdaptors);
     m_connection.registerObject(kPicPath, &m_pic, QDBusConnection::ExportAdaptors);
     m_connection.registerObject(kVnaPath, &m_vna, QDBusConnection::ExportAdaptors);
-    // One program, one connection: nobody else can find the socket, and nothing stays behind even if this
-    // process is killed.
+    // The program is connected, so the socket is no longer needed. Removing it now keeps others out and leaves nothing
+    // behind if this process is killed.
     m_folder.remove();
 }
 

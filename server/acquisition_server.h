@@ -19,41 +19,41 @@ class QDBusServer;
 
 namespace calvorn {
 
-// One program's acquisition server: a private D-Bus socket in a directory that only this user can enter, one
-// connection, and behind it one object for each driver (/aLPT, /aPIC, /aVNA).
+// The acquisition server of one program: a private D-Bus socket in a folder that only this user can enter, one
+// connection, and one object for each driver (/aLPT, /aPIC, /aVNA).
 class AcquisitionServer : public QObject
 {
     Q_OBJECT
 
 public:
-    // settingsPath: the program's settings file, read when a port is opened.
+    // settingsPath: the program's settings file, which is read whenever a port is opened.
     explicit AcquisitionServer(const QString &settingsPath, QObject *parent = nullptr);
     ~AcquisitionServer() override;
 
-    // Opens the socket. False, with the reason in errorText(), when that cannot be done.
+    // Opens the socket. Returns false, with the reason in errorText(), on failure.
     bool listen();
     QString errorText() const { return m_errorText; }
 
-    // Closes the ports, which switches the generators off, and removes what lies in a folder. Takes 0.3 s, and
-    // with a board that no longer answers 2 s.
+    // Closes the ports, which switches the generators off, and removes the socket's folder. Takes 0.3 s, or 2 s with a
+    // board that no longer answers.
     void close();
 
-    // What the program passes to QDBusConnection::connectToPeer().
+    // The address that the program passes to QDBusConnection::connectToPeer().
     QString address() const;
 
 signals:
-    // The program has gone, or did not come within 10 s.
+    // The program has disconnected, or did not connect within 10 s.
     void finished();
 
 private slots:
-    void onDisconnected(); // by name: QtDBus delivers the bus library's own signals only to slots
+    void onDisconnected(); // connected by name: QtDBus delivers the bus library's own signals only to slots
 
 private:
     void onConnection(const QDBusConnection &connection);
     bool listenIn(const QByteArray &parent);
     QString tryFolder(const QByteArray &parent);
 
-    SweptFolder m_folder; // of the socket
+    SweptFolder m_folder; // contains the socket
     std::unique_ptr<QDBusServer> m_server;
     QDBusConnection m_connection;
     QTimer m_patience;

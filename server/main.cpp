@@ -16,18 +16,19 @@ int main(int argc, char *argv[])
 {
     if (!calvorn::endWithParent())
         return 0;
-    // A terminal's keys concern the program, which tells this one what to do. Started by hand, it hears them itself.
+    // The program handles Ctrl+C and Ctrl+Z for the server, so the server leaves the terminal's process group. Started
+    // by hand, it stays in it.
     if (isatty(STDIN_FILENO) == 0)
         calvorn::leaveTerminalGroup();
     calvorn::holdTerminationBack();
     calvorn::ignoreBrokenPipes();
 
     QCoreApplication application(argc, argv);
-    // Its sentences are shown by the window, or printed by the tool.
+    // The window shows the server's messages, and calvorn-sweep prints them.
     const calvorn::Language language(QLocale::system());
     QCoreApplication::setApplicationName(QString::fromLatin1(calvorn::kServerName));
 
-    // The settings file may be named; otherwise it is the one beside the program.
+    // The first argument can name the settings file; the default is the one beside the server.
     const QString beside =
         QCoreApplication::applicationDirPath() + u'/' + QString::fromLatin1(calvorn::kSettingsFileName);
     calvorn::AcquisitionServer server(QCoreApplication::arguments().value(1, beside));
@@ -35,7 +36,7 @@ int main(int argc, char *argv[])
     QObject::connect(&server, &calvorn::AcquisitionServer::finished, &application, &QCoreApplication::quit);
     QObject::connect(&watch, &calvorn::TerminationWatch::asked, &application, &QCoreApplication::quit);
 
-    // What stands in the place of the address is the reason why there is none.
+    // On failure, the line holds the reason in place of the address.
     if (!watch.isWatching() || !server.listen()) {
         const QString reason = watch.isWatching() ? server.errorText() : calvorn::TerminationWatch::refusal();
         std::printf("%s%s\n", calvorn::kServerRefusal, qPrintable(reason));

@@ -6,8 +6,8 @@
 
 namespace calvorn {
 
-// Reads the serial converter. The caller must have let the previous conversion finish (SerialAdcType's
-// conversionTime since the previous call); the settling time of a point is longer than that.
+// Reads the serial converter. The caller must let the previous conversion finish first (wait for SerialAdcType's
+// conversionTime after the previous call); the settling time of a point is longer than that.
 class AdcReader
 {
 public:
@@ -17,8 +17,8 @@ public:
     {
     }
 
-    // The count of the input as it is now: the first frame only samples, the second one, a conversion time
-    // later, shows what it sampled. 0..type.counts() - 1.
+    // Returns the count of the current input, 0..type.counts() - 1. The first frame only samples the input; the second
+    // one, a conversion time later, returns that sample.
     int read(const SerialAdcType &type);
 
 private:

@@ -11,9 +11,9 @@
 
 namespace calvorn {
 
-// Brings words into the generator chip over the four DDS lines. One load costs 82 port writes: two for each of
-// 40 bits, two for the update pulse; 17 when an AD985x gets five bytes. The port is slower than any of the chips
-// by a factor of 100, so no waits stand between the edges.
+// Loads words into the generator chip over the four DDS lines. One load costs 82 port writes: two for each of 40 bits,
+// two for the update pulse; 17 when an AD985x gets five bytes. The port is 100 times slower than any of the chips, so
+// the edges need no waits between them.
 class DdsLoader
 {
 public:
@@ -24,11 +24,11 @@ public:
     {
     }
 
-    // Reset, the chip's start-up sequence, then this tuning word. Must come before the first load() and again
-    // when chip, crystal or multiplier change. Takes 10 ms more when the PLL of an AD9951 has to lock.
+    // Resets the chip, runs its start-up sequence and loads this tuning word. Must be called before the first load(),
+    // and again when chip, crystal or multiplier change. Takes 10 ms longer when the PLL of an AD9951 has to lock.
     void startUp(const DdsClock &clock, std::uint32_t word);
 
-    // Makes this tuning word the output frequency.
+    // Sets the output to the frequency of this tuning word.
     void load(const DdsClock &clock, std::uint32_t word);
 
     // Switches the output off until the next startUp(); the chip keeps this tuning word.

@@ -7,8 +7,8 @@
 
 namespace calvorn {
 
-// A mutex that serves in the order of asking. A sweep takes the port again the instant it has let go of it; with
-// std::mutex the other thread could wait for a whole sweep.
+// A mutex that serves waiting threads in the order of their requests. A sweep locks the port again immediately after
+// unlocking it; with std::mutex another thread could wait for a whole sweep.
 class FairMutex
 {
 public:

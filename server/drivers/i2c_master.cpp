@@ -6,7 +6,7 @@
 namespace calvorn {
 
 namespace {
-// Standard mode asks for 4.7 us low and 4.0 us high.
+// Standard mode requires 4.7 us low and 4.0 us high.
 constexpr std::chrono::microseconds kEdge{5};
 } // namespace
 

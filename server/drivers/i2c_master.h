@@ -8,8 +8,8 @@
 
 namespace calvorn {
 
-// I2C in standard mode (100 kHz) over two open-collector lines, for a single master. A slave that stretches the
-// clock is not waited for: the clock line cannot be read back.
+// I2C in standard mode (100 kHz) over two open-collector lines, for a single master. Does not support clock stretching,
+// because the clock line cannot be read back.
 class I2cMaster
 {
 public:
@@ -19,7 +19,7 @@ public:
     {
     }
 
-    // START, the bytes, STOP. False when a byte was not acknowledged; the transfer then ends with a STOP at once.
+    // Sends START, the bytes, STOP. If a byte is not acknowledged, sends STOP at once and returns false.
     bool write(std::span<const std::uint8_t> bytes);
 
 private:

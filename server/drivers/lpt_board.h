@@ -21,28 +21,28 @@
 
 namespace calvorn {
 
-// How long a new frequency is left to settle before the detector is sampled. With the loads and frames of
-// 400 points on a port with 1.25 us an access this makes sweeps of about 0.1, 0.4 and 2 s. Never shorter than a
+// Returns the time that a new frequency settles before the detector is sampled. Together with the loads and frames of
+// 400 points, on a port with 1.25 us per access, this results in sweeps of about 0.1, 0.4 and 2 s. Never shorter than a
 // conversion of the slowest converter.
 std::chrono::nanoseconds settlingTime(SweepSpeed speed);
 
-// The generator and detector board on a parallel port, with all that it has been told. Thread-safe: each call is
-// one undivided use of the port, in the order of asking, so a sweep's points and the window's commands alternate.
-// Without a port the values are kept for the time when there is one. Calls that reach the port may throw
-// PortError, those that make a tuning word FrequencyError or SettingError.
+// The generator and detector board on a parallel port, with all its settings. Thread-safe: each call locks the port,
+// and waiting calls are served in order, so the points of a sweep and the window's commands alternate. Without a port,
+// the settings are stored until a port is attached. Calls that access the port may throw PortError; calls that compute
+// a tuning word may throw FrequencyError or SettingError.
 class LptBoard
 {
 public:
     LptBoard();
     ~LptBoard();
 
-    // Takes the port over, brings every line to rest and puts the remembered bytes on the auxiliary outputs with one
-    // shift; those that come with the port where none have been set.
+    // Takes over the port, sets every line to its idle level and shifts the stored bytes into the auxiliary outputs
+    // once. An output that was never set gets its byte from OpenedPort.
     void attach(OpenedPort opened);
     void detach();
     bool isOpen() const;
 
-    // The chip is started again with its next frequency when one of these changes.
+    // When one of these values changes, the chip is restarted with the next frequency.
     void setChip(DdsChip chip);
     void setXtal(double hertz);
     void setMultiplier(int multiplier);
@@ -51,35 +51,36 @@ public:
     void setOffset(double hertz);
     void setSpeed(SweepSpeed speed);
 
-    // Reset and start-up of the chip; it then makes the last frequency again, or nothing when that one cannot be
-    // expressed any more.
+    // Resets and starts the chip, which then generates the last frequency again, or nothing if no word can express that
+    // frequency any more.
     void reset();
 
     void setFrequency(std::int64_t hertz);
 
-    // One sentence when this frequency has a tuning word, but is more than the chip is good for: its image, or a
-    // weak and impure signal, is what comes out. Empty otherwise.
+    // Returns one sentence for the user when the frequency has a tuning word but is too high for the chip, which then
+    // outputs an image or a weak and impure signal. Empty otherwise.
     QString remarkOn(std::int64_t hertz) const;
 
-    // Switches the generator's output off, for the end; nothing when it was never started.
+    // Switches the generator's output off before the port closes. Does nothing if the generator was never started.
     void powerDown();
 
-    // Throws PortError when what was measured since the last call is void, because the port has gone. Needs a port.
+    // Throws PortError when the port has gone, which makes the data since the last call invalid. Needs a port.
     void confirmPresent();
 
-    // Throws SettingError when the chip cannot multiply its clock as it was told. Nothing is loaded then.
+    // Throws SettingError when the chip does not support the configured multiplier. Loads nothing.
     void checkClock() const;
 
-    // One point of a sweep: frequency, settling, detector count. Needs a port.
+    // Measures one point of a sweep: sets the frequency, waits for the settling time and returns the detector count.
+    // Needs a port.
     int measure(std::int64_t hertz);
 
-    // The detector count after a settling time, at whatever frequency there is. Needs a port.
+    // Returns the detector count after a settling time, at the present frequency. Needs a port.
     int readDetector();
 
-    // output: 1 or 2. Both outputs are shifted and latched once.
+    // output: 1 or 2. Shifts and latches both outputs once.
     void setAux(std::uint8_t value, int output);
 
-    // False when a byte was not acknowledged. Needs a port.
+    // Returns false when a byte was not acknowledged. Needs a port.
     bool writeI2c(std::uint8_t control, std::uint8_t command, std::uint8_t data);
 
 private:
@@ -99,9 +100,9 @@ private:
     double m_offsetHz = 0.0;
     std::int64_t m_hertz = 0;
     SweepSpeed m_speed = SweepSpeed::Standard;
-    std::int64_t m_parkedHz = 0; // set outside a sweep
+    std::int64_t m_parkedHz = 0; // set outside of a sweep
     std::array<std::optional<std::uint8_t>, 2> m_aux;
-    std::array<std::uint8_t, 2> m_firstAux{}; // where none has been set
+    std::array<std::uint8_t, 2> m_firstAux{}; // for outputs that were never set
 };
 
 } // namespace calvorn

@@ -88,7 +88,7 @@ void LptDriver::RunSweep()
         emit aComplete();
         return;
     }
-    m_clockFault.clear(); // said again with every sweep
+    m_clockFault.clear(); // reported again with every sweep
     if (!reportFailure([this] { m_board.checkClock(); })) {
         emit aComplete();
         return;
@@ -127,7 +127,7 @@ void LptDriver::ClosePort()
     try {
         m_board.powerDown();
     } catch (const PortError &error) {
-        qWarning("%s", error.what()); // nobody can do anything about it any more
+        qWarning("%s", error.what()); // nothing more can be done about it
     }
     m_board.detach();
     m_address.reset();
@@ -187,7 +187,7 @@ void LptDriver::report(ErrorCode code, const QString &sentence)
     emit aErrore(numberOf(code), sentence);
 }
 
-// False when it failed.
+// Runs the work and reports its error. Returns false if it failed.
 bool LptDriver::reportFailure(const std::function<void()> &work)
 {
     try {
@@ -205,21 +205,21 @@ bool LptDriver::reportFailure(const std::function<void()> &work)
     return false;
 }
 
-// Everything that the start-up asks of the generator fails for the same reason.
+// Reports the same sentence only once: at start-up several settings fail for the same reason.
 void LptDriver::reportClock(const QString &sentence)
 {
     if (std::exchange(m_clockFault, sentence) != sentence)
         report(ErrorCode::Setting, sentence);
 }
 
-// One loss is one report, although every later access fails too.
+// Reports a loss only once, although every later access fails, too.
 void LptDriver::reportLoss(const QString &sentence)
 {
     if (!std::exchange(m_lost, true))
         report(ErrorCode::Port, sentence);
 }
 
-// The former port must be free before it can be claimed again.
+// Detaches the former port first: it must be free before it can be claimed again.
 bool LptDriver::attachPort()
 {
     m_board.detach();
@@ -235,7 +235,7 @@ bool LptDriver::attachPort()
     return m_board.isOpen();
 }
 
-// A frequency beyond what the chip is good for is a legal wish (amateurs use the image), and worth a line.
+// Frequencies above the useful maximum are allowed (amateurs use the image) and reported once.
 void LptDriver::remarkOnce(std::int64_t hertz)
 {
     if (m_remarked)
@@ -248,8 +248,8 @@ void LptDriver::remarkOnce(std::int64_t hertz)
     report(ErrorCode::Ignorable, remark);
 }
 
-// Ends the running sweep at once. What its thread has posted and nobody has received yet is void: it
-// carries the number of a run that is over.
+// Ends the running sweep at once. Events that its thread has posted but that have not been delivered are ignored,
+// because they carry the number of a run that has ended.
 void LptDriver::finishSweep()
 {
     m_sweep.requestStop();

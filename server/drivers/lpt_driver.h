@@ -15,13 +15,12 @@
 
 namespace calvorn {
 
-// The parallel-port board as the interface calvorn.Lpt offers it (protocol/calvorn.Lpt.xml). The operations arrive
-// on the main thread, through the generated adaptor; none waits longer than one point of a sweep, or one start of
-// the chip.
+// Implements the interface calvorn.Lpt (protocol/calvorn.Lpt.xml) for the parallel-port board. The operations arrive on
+// the main thread, through the generated adaptor; none waits longer than one point of a sweep or one start of the chip.
 //
-// Without an open port the settings, the frequency and the auxiliary bytes are remembered and reach the board when
-// there is one; a sweep fails with ErrorCode::Port and completes; ReadDetector gives 0 with ErrorCode::Ignorable;
-// WriteI2c gives false.
+// Without an open port, the settings, the frequency and the auxiliary bytes are stored and sent to the board as soon as
+// a port is open; a sweep fails with ErrorCode::Port and completes; ReadDetector returns 0 with ErrorCode::Ignorable;
+// WriteI2c returns false.
 class LptDriver : public QObject
 {
     Q_OBJECT
@@ -33,16 +32,17 @@ public:
     explicit LptDriver(PortOpener opener, QObject *parent = nullptr);
     ~LptDriver() override;
 
-    // Vectors that the program was too slow for.
+    // Returns the number of vectors that were dropped because the program was too slow.
     std::uint64_t droppedVectors() const { return m_vectors.dropped(); }
 
 public slots:
-    // The sweep ends at its next point and aComplete follows. The reason makes no difference to the board.
-    // When nothing runs: ErrorCode::Ignorable, and no aComplete.
+    // Ends the sweep at its next point; aComplete follows. The driver ignores the reason. When no sweep runs, reports
+    // ErrorCode::Ignorable without an aComplete.
     void StopSweep(short reason);
 
-    // Names and numbers that the interface does not know: ErrorCode::Setting, and the former value stays. A multiplier
-    // that the chip does not have: ErrorCode::Setting, and nothing is loaded or swept until it is corrected.
+    // A name or number that the interface does not define is reported as ErrorCode::Setting and changes nothing. A
+    // multiplier that the chip does not have is also reported as ErrorCode::Setting; loads and sweeps are refused until
+    // it is corrected.
     void SetDdsDevice(const QString &chip);
     void SetAdcDevice(const QString &converter);
     void SetMultiplier(short multiplier);
@@ -50,33 +50,33 @@ public slots:
     void SetOffset(double hertz);
     void SetSpeed(short speed);
 
-    // Vectors follow until the sweep is stopped. Harmless while a sweep runs. A port that was lost, or could not be
-    // opened, is opened, and the board told again all that it knew. ErrorCode::Board and aComplete when the system has
-    // no thread left for the sweep.
+    // Vectors follow until the sweep is stopped. Does nothing while a sweep runs. Reopens a port that was lost or could
+    // not be opened, and sends all settings to the board again. Reports ErrorCode::Board and aComplete when the system
+    // cannot start a thread for the sweep.
     void RunSweep();
 
-    // Closes the former port first. False when there is no such port; the reason comes as ErrorCode::Ignorable,
-    // because the caller has the answer already, and again with the error of a sweep that is tried all the same.
+    // Closes the former port first. Returns false when the port cannot be opened; the reason is reported as
+    // ErrorCode::Ignorable, because the caller already has the result, and again with the error of each later sweep.
     bool OpenPort(short address);
     void ResetDevice();
 
-    // Ends a sweep, with its aComplete, and switches the generator's output off before the port goes.
+    // Ends a sweep, with its aComplete, and switches the generator's output off before the port is closed.
     void ClosePort();
 
-    // For the next sweep, or the running one: no vector of the former plan is emitted after this has returned.
-    // Frequencies above the generator's useful maximum, or above half its clock, are swept as they are; that is
-    // said once, in the log and as ErrorCode::Ignorable.
+    // Sets the plan of the next sweep, and of a running one: no vector of the former plan is emitted after the return.
+    // Frequencies above the generator's useful maximum or above half its clock are swept without a change; this is
+    // reported once, in the log and as ErrorCode::Ignorable.
     void PrepareSweep(int start, int step);
 
-    // ErrorCode::Frequency when the generator cannot make it; the former frequency then stays.
+    // Reports ErrorCode::Frequency and keeps the former frequency when the generator cannot make the new one.
     void SetFrequency(int hertz);
     short ReadDetector();
     void SetAux(uchar value, short output);
     bool WriteI2c(uchar control, uchar command, uchar data);
-    // The program has taken this many vectors, and has room for as many more.
+    // The program has processed this many vectors and has room for as many more.
     void VectorsTaken(short count) { m_vectors.taken(count); }
 
-    // False while an access of the running sweep hangs.
+    // Returns false while an access of the running sweep hangs.
     bool IsWorking() const { return !m_sweep.isStuck(); }
 
 signals:
@@ -100,14 +100,14 @@ private:
     PortOpener m_opener;
     LptBoard m_board;
     VectorSender m_vectors;
-    std::optional<int> m_address; // what the program wants to be open
+    std::optional<int> m_address; // the port that the program wants open
     QString m_whyClosed;          // why the latest attempt to open the port failed
     bool m_lost = false;          // an access has failed since the port was opened
-    QString m_clockFault;         // as reported last
+    QString m_clockFault;         // the fault reported last
     quint64 m_run = 0;
     std::int64_t m_highestHz = 0; // of the plan
-    bool m_remarked = false;      // on a frequency that is too high, since the port was opened or the clock changed
-    SweepThread m_sweep;          // uses the board, so it goes first
+    bool m_remarked = false;      // a too high frequency was reported, since the port was opened or the clock changed
+    SweepThread m_sweep;          // uses the board, so it is destroyed first
 };
 
 } // namespace calvorn

@@ -11,7 +11,7 @@
 
 namespace calvorn {
 
-// Decides which port an address means. Lives as long as the server, and longer than the ports that it has opened.
+// Opens the port that belongs to an address. Must outlive the ports that it has opened.
 class ParallelOpener
 {
 public:
@@ -20,17 +20,17 @@ public:
     {
     }
 
-    // Opens the parallel port at this base address; kSimulatedLptAddress is the simulated board, as [Simulator] of the
-    // settings file describes it at this moment. [LPT Wiring] tells how the board is wired, and the simulated one
-    // follows it. Throws PortError when there is no such port, or a value of [LPT Wiring] makes no sense. The simulated
-    // fault "unplug" happens once in the life of this object. Main thread only.
+    // Opens the parallel port at this base address; at kSimulatedLptAddress, opens a simulated board with the current
+    // values of [Simulator] in the settings file. [LPT Wiring] describes the wiring of the board, real or simulated.
+    // Throws PortError when there is no such port, or when a value of [LPT Wiring] makes no sense. The simulated fault
+    // "unplug" happens only once in the lifetime of this object. Main thread only.
     OpenedPort open(int address);
 
 private:
     OpenedPort openSimulated(const BoardWiring &wiring);
 
     QString m_settingsPath;
-    std::atomic<bool> m_unplugged = false; // set by the thread that sweeps
+    std::atomic<bool> m_unplugged = false; // set by the sweeping thread
 };
 
 } // namespace calvorn

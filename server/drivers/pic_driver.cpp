@@ -16,15 +16,15 @@ namespace calvorn {
 
 namespace {
 
-constexpr qint64 kOperationMs = 1900; // of one operation
+constexpr qint64 kOperationMs = 1900; // for one operation
 static_assert(kOperationMs < kCallTimeoutMs);
-constexpr qint64 kSameClickMs = 1500; // a reset waits for one second between its two commands
+constexpr qint64 kSameClickMs = 1500; // a reset waits one second between its two commands
 constexpr qint64 kAnswerMs = 500;
 constexpr qint64 kFreeMs = 1200;   // ten thousand bytes at 115,200 baud take 0.87 s
-constexpr qint64 kChatterMs = 200; // a board that never falls silent is tried again nevertheless
-constexpr qint64 kSilenceMs = 30;  // more than an FTDI bridge holds bytes back
+constexpr qint64 kChatterMs = 200; // a board that keeps sending is tried again after this time
+constexpr qint64 kSilenceMs = 30;  // longer than an FTDI bridge holds bytes back
 constexpr int kFrameBits = kPicFrameBytes * 10;
-constexpr int kPointUs = 60; // of a point, beside the time to settle
+constexpr int kPointUs = 60; // time for a point besides its settling
 const QByteArray kAbort("!");
 const QByteArray kAborted("!+\r");
 
@@ -66,7 +66,7 @@ void PicDriver::RunSweep()
         return;
     }
     beginRun();
-    m_start.start(); // the program does not wait for the board to start
+    m_start.start(); // return first: the program does not wait for the board to start
 }
 
 bool PicDriver::PrepareSweep(int start, int step)
@@ -113,7 +113,7 @@ bool PicDriver::SendFrequency(const QString &letter, int frequency)
     return answer == Answer::Accepted;
 }
 
-// The board may still be sweeping for somebody who went without a word.
+// The board may still be sweeping for a program that ended without stopping it.
 void PicDriver::linkOpened(const LineSettings &line)
 {
     m_baud = line.baud;
@@ -157,7 +157,7 @@ void PicDriver::endOperation(Answer answer)
     m_sinceUnanswered.start();
 }
 
-// With a port that is open.
+// Needs an open port.
 PicDriver::Answer PicDriver::prepare()
 {
     endRunNow();
@@ -190,7 +190,7 @@ void PicDriver::startRun()
     takeSweeps();
 }
 
-// A board that was plugged in again has to hear the plan once more.
+// A board that was plugged in again does not know the plan, so send it again.
 PicDriver::Answer PicDriver::ready()
 {
     if (!ensureOpen())
@@ -226,8 +226,9 @@ void PicDriver::remarkOnce(std::int64_t hertz)
     remark(sentence);
 }
 
-// One repetition is safe: every command sets a state, and the line is freed of what the first one may still cause. The
-// repetition may take the rest of the operation's time, and a board that was heard is waited for as long.
+// Sends a command and repeats it once, which is safe: every command sets a state, and resynchronise() removes a late
+// answer to the first attempt. The repetition may use the rest of the operation's time. A silent board is given up
+// after two attempts to resynchronise; a board that sends anything is tried until the time is over.
 PicDriver::Answer PicDriver::command(const QByteArray &text)
 {
     const QScopedValueRollback<bool> exchanging(m_exchanging, true);
@@ -251,7 +252,7 @@ PicDriver::Answer PicDriver::command(const QByteArray &text)
     return answer;
 }
 
-// The answer may stand among bytes that nobody asked for.
+// Finds the answer among unrelated bytes.
 PicDriver::Answer PicDriver::exchange(const QByteArray &text, qint64 patience, QByteArray *told)
 {
     const QByteArray accepted = text.left(1) + '+';
@@ -279,7 +280,7 @@ PicDriver::Answer PicDriver::exchange(const QByteArray &text, qint64 patience, Q
     return Answer::Missing;
 }
 
-// Who the board is. False when it has not answered, and may be out of step.
+// Asks the board for its identity. Returns false without an answer; the board may then be out of step.
 bool PicDriver::ask(qint64 patience)
 {
     QByteArray told;
@@ -303,7 +304,7 @@ bool PicDriver::ask(qint64 patience)
     return true;
 }
 
-// Said before each plan, for a board that was reset in the meantime.
+// Repeats the settling time before each plan, in case the board was reset in the meantime.
 void PicDriver::askToSettle()
 {
     const int wanted = m_configured.settlingUs;
@@ -316,7 +317,8 @@ void PicDriver::askToSettle()
         report(ErrorCode::Setting, tr("The board cannot let the detector settle for %1 µs.").arg(wanted));
 }
 
-// For one sweep: a second, and three times what a frame takes on the line or at the detector.
+// Time limit for one sweep: one second, plus three times the duration of a frame on the line or at the detector,
+// whichever is longer.
 int PicDriver::sweepPatienceMs() const
 {
     const int line = 1000 * kFrameBits / m_baud;
@@ -324,7 +326,7 @@ int PicDriver::sweepPatienceMs() const
     return 1000 + 3 * std::max(line, points);
 }
 
-// Tells the board to end its sweep; onBytes() or awaitAborted() see it do so.
+// Tells the board to end its sweep; onBytes() or awaitAborted() detects the end.
 void PicDriver::abortRun()
 {
     beginStopping();
@@ -335,7 +337,7 @@ void PicDriver::abortRun()
     link().write(kAbort);
 }
 
-// What follows a run waits for its end, which the program hears of.
+// Ends the run, with its aComplete, and waits until the board has stopped.
 void PicDriver::endRunNow()
 {
     if (run() == Run::None)
@@ -347,7 +349,7 @@ void PicDriver::endRunNow()
     finishRun();
 }
 
-// Ends whatever the board does, and waits until it has said so and nothing follows.
+// Aborts any activity of the board. Waits until the board has confirmed this and sends nothing more.
 bool PicDriver::resynchronise(qint64 patience)
 {
     m_ended = false;
@@ -356,7 +358,7 @@ bool PicDriver::resynchronise(qint64 patience)
     return awaitAborted(patience);
 }
 
-// Blocks; nothing is delivered. False when the board has not said that it ended.
+// Blocks without delivering events. Returns false when the board has not confirmed the abort.
 bool PicDriver::awaitAborted(qint64 patience)
 {
     const QScopedValueRollback<bool> exchanging(m_exchanging, true);
@@ -371,7 +373,7 @@ bool PicDriver::awaitAborted(qint64 patience)
     return m_ended && isOpen();
 }
 
-// True with the bytes that complete the answer to an abort.
+// Returns true if these bytes complete the answer to an abort.
 bool PicDriver::hearEnd(const QByteArray &bytes)
 {
     m_heard = m_heard.right(kAborted.size() - 1) + bytes;

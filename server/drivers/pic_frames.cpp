@@ -28,7 +28,7 @@ std::uint16_t crcWith(std::uint16_t crc, std::uint8_t byte)
     return static_cast<std::uint16_t>(value & 0xFFFFU);
 }
 
-// Start and step as 32 bits in two's complement, highest byte first.
+// The check sum covers start and step as 32-bit two's complement numbers, highest byte first.
 std::uint16_t crcOf(const PicPlan &plan)
 {
     std::uint16_t crc = kCrcStart;
@@ -83,7 +83,7 @@ std::optional<PicDecoder::Sweep> PicDecoder::next()
             m_bytes.remove(0, kPicFrameBytes);
             return Sweep{};
         }
-        // A gap in the numbers without any other trace: whole frames have vanished.
+        // A gap in the sequence numbers without damaged bytes: whole frames were lost.
         if (m_told == 0 && m_expected && *m_expected != sequence) {
             m_told = 1;
             return Sweep{};
@@ -98,7 +98,7 @@ std::optional<PicDecoder::Sweep> PicDecoder::next()
     return std::nullopt;
 }
 
-// False while the sync bytes have not come.
+// Removes the bytes before the sync bytes. Returns false if the sync bytes have not arrived yet.
 bool PicDecoder::alignToSync()
 {
     static const QByteArray kSync("\xA5\x5A", kSyncBytes);
@@ -116,12 +116,12 @@ bool PicDecoder::isWhole() const
     std::uint16_t crc = m_crcOfPlan;
     for (qsizetype index = kSyncBytes; index < kPicFrameBytes; ++index)
         crc = crcWith(crc, byteAt(m_bytes, index));
-    return crc == 0; // over the data and their own check sum
+    return crc == 0; // over the data and the check sum
 }
 
-// A check sum of 16 bits alone would pass one in 65,536 of the frames whose bytes have moved. Where one byte was lost
-// or added, the next frame's sync bytes stand one place beside where they should; one of them may be damaged
-// themselves.
+// Checks the sync bytes of the next frame. A 16-bit check sum alone would accept one in 65,536 frames with shifted
+// bytes. After the loss or addition of one byte, the next sync bytes are one position off. One of the two sync bytes
+// may itself be damaged.
 bool PicDecoder::isFollowed() const
 {
     const std::uint8_t last = byteAt(m_bytes, kPicFrameBytes - 1);
@@ -131,7 +131,8 @@ bool PicDecoder::isFollowed() const
     return first == kSyncFirst || second == kSyncSecond || firstIsLost;
 }
 
-// The bytes skipped so far may have been damaged frames of this sweep: each has left at least half of its length.
+// Returns true for a frame of an earlier sweep: its number is higher than the number of damaged frames of this sweep in
+// the skipped bytes can explain. A damaged frame leaves at least half of its length.
 bool PicDecoder::isRemnant(std::uint8_t sequence) const
 {
     return !m_expected && sequence > (m_skipped + kPicFrameBytes / 2) / kPicFrameBytes;

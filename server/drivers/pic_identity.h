@@ -11,22 +11,22 @@
 
 namespace calvorn {
 
-// Microseconds that the detector has to settle at each point (docs/hardware/pic-board.md).
+// Settling time of the detector at each point, in microseconds (docs/hardware/pic-board.md).
 inline constexpr int kShortestPicSettling = 20;
 inline constexpr int kLongestPicSettling = 10'000;
-inline constexpr int kUsualPicSettling = 50; // after a reset, and of a board that does not tell
+inline constexpr int kUsualPicSettling = 50; // after a reset, and for boards that do not report it
 
-// The longest answer to "?", with its carriage return.
+// The longest answer to "?", including its carriage return.
 inline constexpr qsizetype kLongestPicIdentity = 48;
 
-// What the settings say of the board.
+// The board as the settings describe it.
 struct PicSettings
 {
-    DdsClock clock;     // of its generator; the board computes its own words, this serves the remarks
-    int settlingUs = 0; // 0: as the board does by itself
+    DdsClock clock;     // for the remarks only; the board computes its own words
+    int settlingUs = 0; // 0: the board's default
 };
 
-// What a PIC board tells about itself.
+// The identity that a PIC board reports.
 struct PicIdentity
 {
     QString name;             // of the firmware
@@ -38,12 +38,12 @@ struct PicIdentity
     bool operator==(const PicIdentity &) const = default;
 };
 
-// text: what stands between "?+" and the carriage return. Nothing unless it is five words with a clock above 0 and a
-// settling time that there is.
+// Parses the text between "?+" and the carriage return. Returns nothing unless it has five words with a clock above 0
+// and a settling time within its range.
 std::optional<PicIdentity> picIdentityFrom(const QByteArray &text);
 
-// A sentence for the user when the board's generator is another one than that of the settings: another chip, or a clock
-// that differs by more than a crystal can. Empty otherwise.
+// Returns a sentence for the user when the board's generator differs from the settings: in the chip, or in the clock by
+// more than the tolerance of a crystal. Empty otherwise.
 QString remarkOnGenerator(const PicIdentity &board, const DdsClock &configured);
 
 } // namespace calvorn

@@ -32,7 +32,7 @@ bool SerialDriver::OpenPort(short port, const QString &settings)
 void SerialDriver::ClosePort()
 {
     if (m_link) {
-        m_link->disconnect(this); // what happens to the link from here on is nobody's error
+        m_link->disconnect(this); // ignore later errors of this link
         beforeClosing();
         linkGone();
         m_link->close();

@@ -18,8 +18,8 @@ namespace calvorn {
 
 class ByteLink;
 
-// What the drivers of boards on a serial line have in common: the port that the program wants, the course of a run of
-// sweeps, and the way of a vector to the program. Main thread only.
+// Base class of the drivers for boards on a serial line: manages the port, the state of a run of sweeps and the
+// delivery of vectors to the program. Main thread only.
 class SerialDriver : public QObject
 {
     Q_OBJECT
@@ -30,21 +30,21 @@ public:
 
     ~SerialDriver() override;
 
-    // Vectors that the program was too slow for.
+    // Returns the number of vectors that were dropped because the program was too slow.
     std::uint64_t droppedVectors() const { return m_vectors.dropped(); }
 
 public slots:
-    // settings: such as "115200,N,8,1". Closes the former port first. False when the port cannot be opened; the reason
-    // comes as ErrorCode::Port. Every sweep then tries to open it again.
+    // settings: such as "115200,N,8,1". Closes the former port first. Returns false when the port cannot be opened; the
+    // reason is reported as ErrorCode::Port. Every sweep then tries to open the port again.
     bool OpenPort(short port, const QString &settings);
 
-    // Ends a sweep, with its aComplete, before the port goes.
+    // Ends a sweep, with its aComplete, before the port is closed.
     void ClosePort();
 
-    // The program has taken this many vectors, and has room for as many more.
+    // The program has processed this many vectors and has room for as many more.
     void VectorsTaken(short count) { m_vectors.taken(count); }
 
-    // Nothing here waits for a device without a time limit.
+    // Always true: every wait for a device has a time limit.
     bool IsWorking() const { return true; }
 
 signals:
@@ -58,34 +58,35 @@ protected:
 
     SerialDriver(LinkOpener opener, QObject *parent);
 
-    // There is a fresh link, with these line settings.
+    // Called when a link with these line settings has been opened.
     virtual void linkOpened(const LineSettings &line) = 0;
-    // The link is of no use any more: it was lost, or is about to be replaced.
+    // Called when the link was lost or is about to be replaced.
     virtual void linkGone() {}
-    // The program closes the port: the last chance to tell the board something. The link may be lost already.
+    // Called before the program closes the port, to send the board its last commands. The link may already be lost.
     virtual void beforeClosing() = 0;
-    // The run is over; aComplete follows.
+    // Called when the run has ended; aComplete follows.
     virtual void runEnded() = 0;
 
     void report(ErrorCode code, const QString &sentence);
-    // A condition that calls for no action: also on standard error output.
+    // Reports a condition that requires no action; also writes it to standard error.
     void remark(const QString &sentence);
 
     ByteLink &link() { return *m_link; }
     bool isOpen() const;
-    // Opens the port that the program wants, if it is not open. False, and reported, when that fails. Never called from
-    // within a signal of the link.
+    // Opens the port that the program wants, if it is not open. On failure, reports the error and returns false. Must
+    // not be called from a signal of the link.
     bool ensureOpen();
 
     Run run() const { return m_run; }
     void beginRun();
     void beginStopping();
-    // One aComplete for each run: nothing when none is under way, as after a loss that came to light in a write.
+    // Emits one aComplete for each run. Does nothing when no run is active, for example after a write has detected a
+    // loss.
     void finishRun();
 
-    // Sends a vector on, or keeps it while the program has no room.
+    // Sends a vector, or stores it while the program has no room.
     void deliver(const VectorPlan &plan, QList<int> counts) { m_vectors.send(plan, std::move(counts)); }
-    // Vectors that wait are of no use any more.
+    // Drops waiting vectors, which are out of date.
     void discardWaiting() { m_vectors.discardWaiting(); }
 
 private:
@@ -99,7 +100,7 @@ private:
     void onLost(const QString &reason);
 
     LinkOpener m_opener;
-    std::optional<Port> m_port; // what the program wants to be open
+    std::optional<Port> m_port; // the port that the program wants open
     std::shared_ptr<ByteLink> m_link;
     VectorSender m_vectors;
     Run m_run = Run::None;

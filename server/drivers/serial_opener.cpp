@@ -33,7 +33,7 @@ struct SimulatedLine
     }
 
     PtyBoard board;
-    SerialLink link; // goes first
+    SerialLink link; // uses the board, so it is destroyed first
 };
 
 template <typename Board>

@@ -16,9 +16,9 @@ namespace calvorn {
 class ByteLink;
 class SerialBoard;
 
-// Decides which line a COM number means. At COM100 a simulated board runs behind a pseudo-terminal for as long as the
-// link lives, as [Simulator] of the settings file describes it at the moment of opening; the fault "unplug" happens
-// once in the life of this object. Lives as long as the server, and longer than the links. Main thread only.
+// Opens the line that belongs to a COM number. At COM100, runs a simulated board behind a pseudo-terminal until the
+// link is destroyed, with the values of [Simulator] at the time of opening; the fault "unplug" happens only once in the
+// lifetime of this object. Must outlive the links. Main thread only.
 class SerialOpener
 {
 public:
@@ -34,18 +34,18 @@ public:
 private:
     using MakeBoard = std::unique_ptr<SerialBoard> (*)(const SimulatorSettings &);
 
-    // sweepBytes: of one sweep of the board on the line.
+    // sweepBytes: the size of one sweep of this board on the line.
     std::shared_ptr<ByteLink> open(int port, const LineSettings &line, int sweepBytes, MakeBoard make);
 
     QString m_settingsPath;
     std::atomic<bool> m_unplugged = false; // set by the board's thread
 };
 
-// [Simulator] for the serial boards, which know a system clock only: without a "Clock" of its own the board has the
-// crystal times the multiplier that the program believes in.
+// Reads [Simulator] for the serial boards, which have a system clock only: if "Clock" is missing, the simulated board
+// uses the configured crystal times the configured multiplier.
 SimulatorSettings readSerialSimulatorSettings(const QString &settingsPath);
 
-// The PIC board as the program believes in it: chip, crystal and multiplier of [Config], and the settling time.
+// Reads the configured PIC board: chip, crystal and multiplier from [Config], and the settling time.
 PicSettings readPicSettings(const QString &settingsPath);
 
 } // namespace calvorn

@@ -20,8 +20,8 @@
 
 namespace calvorn {
 
-// What a sweep measures: kSweepPoints frequencies from startHz in steps of stepHz. Before the first plan is made:
-// 1 to 10 MHz.
+// The plan of a sweep: kSweepPoints frequencies from startHz in steps of stepHz. The default, before the first plan is
+// set, is 1 to 10 MHz.
 struct SweepPlan
 {
     std::int32_t startHz = 1'000'000;
@@ -30,17 +30,17 @@ struct SweepPlan
     std::int64_t pointHz(int index) const { return startHz + std::int64_t{index} * stepHz; }
 };
 
-// Runs sweeps in a thread of its own, one vector after the other, until it is told to stop or a point fails. All
-// members are for the thread that owns the object, and the signals are emitted there, from its event loop: compare
-// their numbers with what is wanted by then.
+// Runs sweeps in its own thread, one vector after the other, until the owner stops it or a point fails. All members
+// must be called in the owner's thread. Its event loop emits the signals, so the receiver must compare their run and
+// plan numbers with the current ones.
 class SweepThread : public QObject
 {
     Q_OBJECT
 
 public:
-    // One point: the count at this frequency (Hz). Called in the sweeping thread; may throw.
+    // Returns the count of one point at this frequency (Hz). Called in the sweeping thread; may throw.
     using Measure = std::function<int(std::int64_t)>;
-    // All points of a vector have been measured: throws when they are void. Called in the sweeping thread.
+    // Called in the sweeping thread when all points of a vector have been measured. Throws when the points are invalid.
     using Confirm = std::function<void()>;
 
     SweepThread(Measure measure, Confirm confirm, QObject *parent = nullptr);
@@ -48,17 +48,18 @@ public:
 
     bool isRunning() const { return m_thread.joinable(); }
 
-    // No point has been finished for two seconds: an access to the hardware hangs.
+    // Returns true if no point was finished for two seconds: an access to the hardware hangs.
     bool isStuck() const;
 
-    // Returns the number of the run. The thread must not be running. Throws ThreadError when the system has none left.
+    // Returns the number of the run. The thread must not be running. Throws ThreadError when the system cannot start a
+    // thread.
     quint64 start();
 
-    // From now on. A pass under the former plan is given up and begun anew. Returns the number of the plan.
+    // Takes effect at once: a pass with the former plan is abandoned and restarted. Returns the number of the plan.
     quint64 setPlan(const SweepPlan &plan);
     quint64 planNumber() const { return m_planNumber; }
 
-    // The sweep ends at the next point.
+    // Ends the sweep at the next point.
     void requestStop() { m_stop = true; }
     bool isStopping() const { return m_stop; }
 
@@ -90,12 +91,12 @@ private:
     };
     using News = std::variant<Measured, Failed, Ended>;
 
-    // In the sweeping thread.
+    // Run in the sweeping thread.
     void sweep(quint64 run);
     void onePass(quint64 run);
     void post(News news);
 
-    // In the owner's thread.
+    // Runs in the owner's thread.
     void deliver();
 
     void noteProgress();
@@ -106,7 +107,7 @@ private:
     std::thread m_thread;
     std::atomic<bool> m_stop{false};
     quint64 m_run = 0;
-    std::mutex m_planLock; // for m_plan together with m_planNumber
+    std::mutex m_planLock; // protects m_plan together with m_planNumber
     SweepPlan m_plan;
     std::atomic<quint64> m_planNumber{0};
     std::mutex m_newsLock;

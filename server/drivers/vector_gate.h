@@ -10,24 +10,24 @@
 
 namespace calvorn {
 
-// Keeps a slow program from drowning in vectors. At most kVectorWindow have been sent and not been taken; of
-// what comes beyond that only the newest waits, to go out with the next acknowledgement. Main thread only.
+// Limits the vectors sent to a slow program: at most kVectorWindow are sent without an acknowledgement. Of the later
+// ones, only the newest is stored, to be sent after the next acknowledgement. Main thread only.
 class VectorGate
 {
 public:
     using Vector = QList<int>;
 
-    // A new vector. Returns it when it is to be sent now.
+    // Takes a new vector. Returns the vector if it should be sent now.
     std::optional<Vector> offer(Vector vector);
 
-    // The program has taken this many; more than are outstanding count as all of them, fewer than one as none. Returns
-    // the vector that is to be sent now, if one waits.
+    // The program has processed this many vectors; values below 0 count as 0, values above the number outstanding as
+    // that number. Returns the vector to send now, if one waits.
     std::optional<Vector> taken(int count);
 
-    // The vector that waits belongs to a plan or sweep that is over.
+    // Drops the waiting vector, which belongs to a plan or sweep that has ended.
     void discardWaiting();
 
-    // Vectors that will never be sent.
+    // The number of vectors that will never be sent.
     std::uint64_t dropped() const { return m_dropped; }
 
 private:

@@ -11,18 +11,18 @@
 
 namespace calvorn {
 
-// Where the counts of a vector were measured.
+// The plan with which a vector was measured.
 struct VectorPlan
 {
-    std::int32_t startHz = 0; // of the first count
-    std::int32_t stepHz = 0;  // from count to count
+    std::int32_t startHz = 0; // frequency of the first count
+    std::int32_t stepHz = 0;  // from one count to the next
     std::int16_t mode = 0;    // MiniVNA: the number of a VnaMode; 0 elsewhere
 
     bool operator==(const VectorPlan &) const = default;
 };
 
-// The only way of a vector to the program: it goes out behind the plan that it was measured with, so the program can
-// tell whether it belongs to its table. Main thread only.
+// Sends every vector to the program, preceded by its plan when the plan has changed, so that the program can tell
+// whether a vector belongs to its table. Main thread only.
 class VectorSender
 {
 public:
@@ -31,19 +31,19 @@ public:
 
     VectorSender(EmitPlan emitPlan, EmitVector emitVector);
 
-    // The plan is announced again before the next vector.
+    // Announces the plan again before the next vector.
     void beginRun() { m_announced.reset(); }
 
-    // Sends the vector, or keeps it while the program has no room.
+    // Sends the vector, or stores it while the program has no room.
     void send(const VectorPlan &plan, QList<int> counts);
 
-    // The program has taken this many vectors, and has room for as many more.
+    // The program has processed this many vectors and has room for as many more.
     void taken(int count);
 
-    // Vectors that wait belong to a plan or a run that is over.
+    // Drops waiting vectors, which belong to a plan or run that has ended.
     void discardWaiting() { m_gate.discardWaiting(); }
 
-    // Vectors that the program was too slow for.
+    // Returns the number of vectors that were dropped because the program was too slow.
     std::uint64_t dropped() const { return m_gate.dropped(); }
 
 private:
@@ -52,7 +52,7 @@ private:
     EmitPlan m_emitPlan;
     EmitVector m_emitVector;
     VectorGate m_gate;
-    VectorPlan m_newest; // plan of the newest vector, which is the one that waits
+    VectorPlan m_newest; // plan of the newest vector, which is the one that may wait
     std::optional<VectorPlan> m_announced;
 };
 

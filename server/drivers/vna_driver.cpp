@@ -143,7 +143,7 @@ void VnaDriver::runEnded()
     next();
 }
 
-// Sends what is to be sent, when the line is free for it.
+// Sends the next sweep or generator command if the line is free.
 void VnaDriver::next()
 {
     if (!isOpen() || !m_exchange.isFree())
@@ -154,7 +154,7 @@ void VnaDriver::next()
         sendGenerator();
 }
 
-// A check comes first where the line is out of step.
+// Sends a check first if the line is out of step.
 void VnaDriver::sendSweep()
 {
     try {
@@ -198,7 +198,7 @@ void VnaDriver::noteRange(std::int64_t lowest, std::int64_t highest)
     remark(tr("The MiniVNA is made for 0.1 to 180 MHz; the frequency is set as asked for."));
 }
 
-// A reply to a command of a former plan, with a former clock or offset, or over the other path is of no use any more.
+// Drops a reply that was measured with a former plan, clock or offset, or over the other path.
 void VnaDriver::deliverSamples(const QList<VnaSample> &samples)
 {
     if (m_sent.tuning != m_tuning || m_sent.startHz != m_startHz || m_sent.stepHz != m_stepHz ||
@@ -235,7 +235,8 @@ void VnaDriver::onFailed()
         sweepFailed();
 }
 
-// A stray byte is enough to spoil one reply; freed() sends the repetition, unless a newer frequency waits already.
+// Repeats the command once: one stray byte can spoil a reply. freed() sends the repetition, unless a newer frequency is
+// waiting.
 void VnaDriver::generatorFailed()
 {
     if (m_generatorHz || run() != Run::None)

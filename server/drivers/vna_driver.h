@@ -12,15 +12,15 @@
 
 namespace calvorn {
 
-// The MiniVNA as the interface calvorn.Vna offers it (protocol/calvorn.Vna.xml). The operations arrive on the main
-// thread, through the generated adaptor, and return at once; only ClosePort, which switches the generator off, waits,
-// for at most 1.6 s. One command is one sweep of 400 samples; the driver repeats it until the sweep is stopped. A sweep
-// is believed only while the line is in step (VnaExchange).
+// Implements the interface calvorn.Vna (protocol/calvorn.Vna.xml) for the MiniVNA. The operations arrive on the main
+// thread, through the generated adaptor, and return at once; only ClosePort waits, for at most 1.6 s, to switch the
+// generator off. One command is one sweep of 400 samples; the driver repeats the command until the sweep is stopped. A
+// sweep is accepted only while the line is in step (VnaExchange).
 //
-// Errors: Transmission for a sweep that was damaged or did not come (it is not shown, and the sweep goes on), Board
-// when that happened three times in a row or the generator's command got no answer, not even when repeated, Port when
-// the port cannot be opened or was lost, Frequency and Setting as everywhere, Ignorable once when a frequency is beyond
-// the instrument's range.
+// Errors: Transmission for a sweep that was damaged or did not arrive (not shown; the sweep goes on), Board after three
+// such sweeps in a row or when the generator's command and its repetition got no answer, Port when the port cannot be
+// opened or was lost, Frequency and Setting as for all boards, Ignorable once when a frequency is outside the
+// instrument's range.
 class VnaDriver : public SerialDriver
 {
     Q_OBJECT
@@ -29,29 +29,30 @@ public:
     explicit VnaDriver(LinkOpener opener, QObject *parent = nullptr);
 
 public slots:
-    // The running reply is awaited, at most 0.15 s, and thrown away; then aComplete. Nothing when no sweep runs.
+    // Waits at most 0.15 s for the current reply, discards it and emits aComplete. Does nothing when no sweep runs.
     void StopSweep(short reason);
 
-    // The number of a VnaMode. Parked switches the generator off (until the next frequency or sweep) and keeps the kind
-    // of measurement. A sweep that runs goes on with the new kind, and delivers no vector of the former one.
+    // mode: the number of a VnaMode. Parked switches the generator off (until the next frequency or sweep) and keeps
+    // the measured quantity. A running sweep continues with the new mode and delivers no more vectors of the former
+    // one.
     void SetMode(short mode);
     void SetMultiplier(short multiplier);
     void SetXtalFrequency(double hertz);
     void SetOffset(double hertz);
 
-    // Vectors follow until the sweep is stopped. Harmless while a sweep runs. A port that was lost is opened again.
+    // Vectors follow until the sweep is stopped. Does nothing while a sweep runs. Reopens a port that was lost.
     void RunSweep();
 
-    // 0 switches the generator off. While a sweep runs the frequency is remembered and set at its end, and without
-    // a port when there is one.
+    // 0 switches the generator off. During a sweep the frequency is stored and set when the sweep ends; without a port
+    // it is set when a port is opened.
     void SetFrequency(int hertz);
 
-    // For the next sweep, or the running one: no vector of the former plan is emitted after this has returned.
-    // samples: kSweepPoints, everything else is ErrorCode::Setting.
+    // Sets the plan of the next sweep, and of a running one: no vector of the former plan is emitted after the return.
+    // samples: kSweepPoints; any other number is reported as ErrorCode::Setting.
     void PrepareSweep(int start, int step, int samples);
 
 private:
-    // What a command in progress was sent for.
+    // The purpose of the command in progress.
     struct Sent
     {
         quint64 run = 0; // 0: a generator command
@@ -85,17 +86,17 @@ private:
 
     DdsClock m_clock;
     double m_offsetHz = 0.0;
-    quint64 m_tuning = 0; // counts the changes of clock and offset
+    quint64 m_tuning = 0; // number of changes of clock and offset
     VnaMode m_mode = VnaMode::Angle;
     int m_startHz = 1'000'000;
     int m_stepHz = 22'500;
-    std::optional<int> m_generatorHz; // still to be sent
-    int m_sentHz = 0;                 // the generator's frequency under way
-    bool m_repeated = false;          // it was not answered, and is sent for the second time
+    std::optional<int> m_generatorHz; // not sent yet
+    int m_sentHz = 0;                 // frequency of the generator command in progress
+    bool m_repeated = false;          // the command got no answer and is being sent for the second time
     bool m_rangeNoted = false;
 
     quint64 m_runNumber = 0;
-    int m_failures = 0; // in a row
+    int m_failures = 0; // consecutive failures
     Sent m_sent;
 };
 

@@ -15,9 +15,9 @@ namespace {
 
 using std::chrono::milliseconds;
 
-// Ten byte times and more, and a small part of a sweep's 139 ms.
+// More than ten byte times, and little compared with the 139 ms of a sweep.
 constexpr milliseconds kProofTime{1};
-// After a check: an FTDI bridge holds bytes back for 16 ms.
+// After a check, wait longer: an FTDI bridge holds bytes back for 16 ms.
 constexpr milliseconds kCheckProofTime{20};
 constexpr int kShortestCheck = 5; // samples
 constexpr int kCheckLengths = 20;
@@ -26,7 +26,7 @@ constexpr milliseconds kLongestSilencing{2'000};
 constexpr int kLastReplyMs = 1'500;
 constexpr int kOffReplyMs = 100;
 
-// 0.35 ms: four bytes of ten bits at 115,200 baud.
+// A sample takes 0.35 ms: four bytes of ten bits at 115,200 baud.
 milliseconds patienceFor(int samples)
 {
     return milliseconds{1'000 + samples * 3 * 35 / 100};
@@ -74,7 +74,7 @@ void VnaExchange::transmit(const VnaCommand &command)
     m_reply = VnaReply(command.samples);
     m_phase = Phase::Reply;
     m_replyTimer.start(patienceFor(command.samples));
-    // The link may find out only now that its device is gone; its owner then takes it away from here.
+    // The link may detect here that its device is gone; its owner then calls setLink(nullptr).
     // cppcheck-suppress nullPointerRedundantCheck
     m_link->discard();
     if (m_link)
@@ -99,7 +99,7 @@ void VnaExchange::switchOff()
     m_link = nullptr;
 }
 
-// isBroken: the reply is not waited for any more, only silence.
+// isBroken: wait for silence only, because no complete reply can arrive.
 void VnaExchange::awaitQuiet(bool isBroken)
 {
     QElapsedTimer clock;
@@ -111,7 +111,7 @@ void VnaExchange::awaitQuiet(bool isBroken)
         const int left = kLastReplyMs - static_cast<int>(clock.elapsed());
         if ((state == VnaReply::State::Complete && !isBroken) || left <= 0)
             return;
-        // A reply that has begun goes on without a gap.
+        // The bytes of a reply follow each other without a gap.
         if (!m_link->waitForBytes(isHeard ? std::min(left, static_cast<int>(kSilence.count())) : left))
             return;
         isHeard = true;
@@ -153,7 +153,7 @@ void VnaExchange::onProofTimer()
         free();
         return;
     }
-    // Bytes that have arrived but whose signal waits behind this timer count too.
+    // Also read bytes that have arrived but whose signal has not been delivered yet.
     if (m_reply.take(m_link->read()) == VnaReply::State::Broken) {
         fail();
         return;
@@ -185,7 +185,7 @@ void VnaExchange::fail()
     emit failed();
 }
 
-// Blocks until the reply has come, or nothing more.
+// Blocks until the reply has arrived or the time is over.
 void VnaExchange::awaitReply(int milliseconds)
 {
     QElapsedTimer clock;

@@ -8,7 +8,7 @@
 
 namespace calvorn {
 
-// What the MiniVNA is told: four decimal numbers, each ended by a carriage return.
+// A command of the MiniVNA: four decimal numbers, each ended by a carriage return.
 struct VnaCommand
 {
     enum class Path {
@@ -18,15 +18,15 @@ struct VnaCommand
 
     Path path = Path::Reflection;
     std::uint32_t start = 0; // tuning word of the first sample; 0 switches the generator off
-    int samples = 1;         // at least 1: with 0 there is no reply to wait for
-    std::uint32_t step = 0;  // added to the word from sample to sample
+    int samples = 1;         // at least 1: a command with 0 gets no reply
+    std::uint32_t step = 0;  // added to the word after each sample
 
     bool operator==(const VnaCommand &) const = default;
 };
 
 QByteArray vnaCommandText(const VnaCommand &command);
 
-// Generator at this tuning word, or off when it is 0. The reply is one sample.
+// The command that sets the generator to this tuning word, or switches it off for 0. The reply is one sample.
 VnaCommand vnaGeneratorCommand(std::uint32_t word);
 
 // One sample: two counts of the 10-bit converters, 0..1023.
@@ -38,23 +38,23 @@ struct VnaSample
     bool operator==(const VnaSample &) const = default;
 };
 
-// Collects the reply to one command: four bytes for each sample, phase first, low byte first. There is no header, no
-// check sum and no end mark; the only redundancy is the six bits above each count, which are always 0.
+// Collects the reply to one command: four bytes for each sample, phase first, low byte first. A reply has no header,
+// check sum or end mark; the only redundancy is the six bits above each count, which are always 0.
 class VnaReply
 {
 public:
     enum class State {
         Incomplete,
         Complete,
-        Broken, // a count above 1023 or more bytes than were asked for: bytes were lost, added or damaged
+        Broken, // a count above 1023 or too many bytes: bytes were lost, added or damaged
     };
 
     static constexpr int kSampleBytes = 4;
 
-    // samples: how many were asked for.
+    // samples: the number of samples requested.
     explicit VnaReply(int samples = 0);
 
-    // Takes bytes in pieces of any length. A broken reply stays broken.
+    // Takes bytes in pieces of any length. A broken reply remains broken.
     State take(const QByteArray &bytes);
     State state() const { return m_state; }
 
@@ -62,7 +62,7 @@ public:
 
 private:
     int m_wanted;
-    QByteArray m_rest; // the begun sample
+    QByteArray m_rest; // bytes of an incomplete sample
     QList<VnaSample> m_samples;
     State m_state = State::Incomplete;
 };

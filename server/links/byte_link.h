@@ -7,9 +7,9 @@
 
 namespace calvorn {
 
-// A serial line as a driver sees it: bytes out, bytes in, and one clean end when the port is lost. When that comes to
-// light in write(), waitForBytes() or discard(), lost() is emitted before the call returns. Used on the server's main
-// thread only.
+// A serial line as a driver sees it: bytes out, bytes in, and one signal when the port is lost. If write(),
+// waitForBytes() or discard() detects the loss, it emits lost() before it returns. Used only on the server's main
+// thread.
 class ByteLink : public QObject
 {
     Q_OBJECT
@@ -19,23 +19,23 @@ public:
 
     virtual bool isOpen() const = 0;
 
-    // Queues the bytes; they leave as fast as the line takes them.
+    // Queues the bytes; they are sent as fast as the line allows.
     virtual void write(const QByteArray &bytes) = 0;
 
-    // Takes all bytes that have arrived.
+    // Returns all bytes that have arrived.
     virtual QByteArray read() = 0;
 
-    // Waits, delivering no events, until bytes can be read. False when the time runs out or the line is lost.
+    // Waits until bytes can be read, without delivering events. Returns false on a timeout or when the line is lost.
     virtual bool waitForBytes(int milliseconds) = 0;
 
-    // Throws away what has arrived and what has not left yet.
+    // Discards the bytes that have arrived and those that have not been sent yet.
     virtual void discard() = 0;
 
     virtual void close() = 0;
 
 signals:
     void bytesArrived();
-    // The device is gone or refuses to work; the line is closed. Emitted once. reason: one sentence for the user.
+    // The device is gone or does not work, and the line is closed. Emitted once. reason: one sentence for the user.
     void lost(const QString &reason);
 };
 

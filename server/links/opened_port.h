@@ -12,10 +12,10 @@
 
 namespace calvorn {
 
-// A port together with the wiring of the board behind it, and what its outputs are to show first.
+// An open port, the wiring of the board behind it, and the first values of the board's outputs.
 struct OpenedPort
 {
-    // A port alone has a board with the standard wiring.
+    // The default is a board with the standard wiring.
     template <std::derived_from<ParallelPort> Port>
     OpenedPort(std::unique_ptr<Port> opened, const BoardWiring &wired = {})
         : port(std::move(opened))
@@ -25,7 +25,7 @@ struct OpenedPort
 
     std::unique_ptr<ParallelPort> port;
     BoardWiring wiring;
-    std::array<std::uint8_t, 2> outputs{}; // of Aux1 and Aux2, until the program sets others
+    std::array<std::uint8_t, 2> outputs{}; // Aux1 and Aux2, until the program sets other values
 };
 
 } // namespace calvorn

@@ -14,18 +14,18 @@ struct LineLevel
     bool high;
 };
 
-// Sets and reads lines by name. Keeps a copy of what was last written to the two output registers, so that a line
-// changes alone; several lines of one register change in the same write.
+// Sets and reads lines by name. Keeps a copy of the two output registers, so that a line can change without affecting
+// the others; several lines of one register change in the same write.
 class ParallelPins
 {
 public:
     // The port must outlive this object. Nothing is written before the first set().
     explicit ParallelPins(ParallelPort &port, const LptWiring &wiring = kStandardLptWiring);
 
-    // One write for each register that has a line in the list, data register first.
+    // Writes each register that has a line in the list once, data register first.
     void set(std::initializer_list<LineLevel> levels);
 
-    // Puts a byte on D0..D7; whatever shares them takes the level of its bit.
+    // Writes a byte to D0..D7; every line wired to one of these pins takes the level of its bit.
     void setBus(std::uint8_t value);
 
     bool read(LptLine line);

@@ -11,7 +11,7 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
-// The member is in the kernel's interface (timer_create(2)); older C libraries leave out its name.
+// The kernel's interface has this member (timer_create(2)); older C libraries do not define its name.
 #ifndef sigev_notify_thread_id
 #define sigev_notify_thread_id _sigev_un._tid
 #endif
@@ -21,7 +21,7 @@ namespace calvorn {
 namespace {
 
 constexpr long kNanosInSecond = 1'000'000'000;
-constexpr long kRepeatNanos = 50'000'000; // a signal that arrives just before the call would else be lost
+constexpr long kRepeatNanos = 50'000'000; // otherwise a signal just before the call would be lost
 
 int orErrno(int result)
 {
@@ -69,7 +69,7 @@ CallLimit::CallLimit(std::chrono::milliseconds limit)
     struct sigaction action = {};
     action.sa_handler = [](int) {};
     sigemptyset(&action.sa_mask);
-    sigaction(SIGUSR1, &action, nullptr); // without SA_RESTART
+    sigaction(SIGUSR1, &action, nullptr); // without SA_RESTART, so that the call returns EINTR
 
     sigevent event = {};
     event.sigev_notify = SIGEV_THREAD_ID;

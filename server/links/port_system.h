@@ -7,29 +7,29 @@
 
 namespace calvorn {
 
-// The calls of the operating system that a parallel port needs. Each returns a value >= 0, or the negative errno.
-// May be called from any thread, by one thread at a time for one descriptor.
+// The system calls that a parallel port needs. Each returns a value >= 0, or the negative errno. Can be called from any
+// thread, but by only one thread at a time for one descriptor.
 class PortSystem
 {
 public:
     virtual ~PortSystem() = default;
 
-    // Reading and writing, closed on exec.
+    // Opens the file for reading and writing, with close-on-exec.
     virtual int open(const QString &path) = 0;
 
     virtual int ioctl(int descriptor, unsigned long request, void *argument) = 0;
 
-    // Like ioctl(), for a request that may block: -EINTR when it has not returned in time.
+    // Like ioctl(), for a request that may block: returns -EINTR when it exceeds the time limit.
     virtual int ioctlWithin(std::chrono::milliseconds limit, int descriptor, unsigned long request, void *argument) = 0;
 
     virtual void close(int descriptor) = 0;
 };
 
-// The kernel.
+// The implementation that calls the kernel.
 PortSystem &kernelPortSystem();
 
-// While it lives, a blocking system call of this thread is interrupted (EINTR) once the time is over, and again
-// every 50 ms until the object goes. Uses SIGUSR1, which must not be blocked in the thread.
+// During its lifetime, interrupts a blocking system call of this thread (EINTR) once the time is over, and then every
+// 50 ms. Uses SIGUSR1, which must not be blocked in the thread.
 class CallLimit
 {
 public:

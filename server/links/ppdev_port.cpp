@@ -50,7 +50,7 @@ bool isGone(int error)
     return error == ENODEV || error == ENXIO || error == EIO;
 }
 
-// Said after "there is no such port" when a printer hangs on USB, because that is what people plug in.
+// Added to "there is no such port" if a USB printer is connected: users try USB printer cables.
 QString usbHint(const ParportPlaces &places)
 {
     const QDir usb(places.devices + QStringLiteral("/usb"));
@@ -79,7 +79,7 @@ QStringList otherParportUsers(const ParportPlaces &places, int number)
 {
     const QDir users(QStringLiteral("%1/%2%3/devices").arg(places.ports, kPortPrefix).arg(number));
     QStringList names = users.entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
-    names.removeAll(QStringLiteral("ppdev%1").arg(number)); // ourselves
+    names.removeAll(QStringLiteral("ppdev%1").arg(number)); // this program
     return names;
 }
 
@@ -138,7 +138,7 @@ void PpdevPort::wait(std::chrono::nanoseconds duration)
 {
     const auto due = std::chrono::steady_clock::now() + duration;
     if (duration >= kShortestSleep) {
-        // A property of the thread; the port is used by the one that opened it and by the one that sweeps.
+        // Timer slack is set for each thread, and two threads use the port: the one that opened it and the sweep.
         thread_local const int sharpened = ::prctl(PR_SET_TIMERSLACK, kTimerSlackNs, 0, 0, 0);
         static_cast<void>(sharpened);
         std::this_thread::sleep_until(due);
@@ -185,8 +185,8 @@ void PpdevPort::claim()
     if (result >= 0)
         result = m_system.ioctlWithin(kClaimPatience, m_descriptor, PPCLAIM, nullptr);
     if (result == -ENXIO) {
-        // Somebody else has registered on the port, even if it is idle. The wish to be alone sticks to the
-        // descriptor, hence a new one.
+        // Another driver has registered on the port, even if it is idle. PPEXCL stays set on this descriptor, so open a
+        // new one.
         closeDevice();
         openDevice();
         result = m_system.ioctlWithin(kClaimPatience, m_descriptor, PPCLAIM, nullptr);

@@ -12,17 +12,18 @@
 
 namespace calvorn {
 
-// Other drivers that have registered on the port ("lp" is the printer driver).
+// Returns the names of other drivers that have registered on the port ("lp" is the printer driver).
 QStringList otherParportUsers(const ParportPlaces &places, int number);
 
-// A PC port through the kernel's user-space driver (ppdev): one system call for each access to a register.
-// The kernel serialises the users of a port, so the port is claimed when it is opened and kept until the end.
+// A PC parallel port, accessed through the kernel's user-space driver (ppdev): one system call for each register
+// access. The kernel lets only one user claim a port at a time; this class claims it on opening and keeps it until it
+// closes.
 class PpdevPort : public ParallelPort
 {
 public:
-    // Finds the port at this base address, claims it and makes its data lines outputs. Exclusively when nobody
-    // else has registered on it, otherwise shared with that driver, which is noted in the log. Waits at most 1 s
-    // for another program to let go. Throws PortError. The system must outlive the port.
+    // Finds the port at this base address, claims it and makes its data lines outputs. The claim is exclusive if no
+    // other driver has registered on the port; otherwise the port is shared with that driver, and the log says so.
+    // Waits at most 1 s for another program to release the port. Throws PortError. The system must outlive the port.
     static std::unique_ptr<PpdevPort> open(int base, const ParportPlaces &places = {},
                                            PortSystem &system = kernelPortSystem());
 
@@ -33,7 +34,7 @@ public:
     std::uint8_t readStatus() override;
     void confirmPresent() override { checkModes(); }
 
-    // Below 50 us the thread spins: the kernel cannot wake it up so soon. Anything longer is slept.
+    // Sleeps for 50 us and more. Spins for shorter times, because the kernel cannot wake the thread up that soon.
     void wait(std::chrono::nanoseconds duration) override;
 
 private:

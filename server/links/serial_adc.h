@@ -10,26 +10,26 @@
 
 namespace calvorn {
 
-// Facts of a three-wire serial converter, from its data sheet. Such a converter has a pipeline of one frame: the
-// bits that are clocked out belong to the conversion that the previous frame started.
+// Data sheet facts of a three-wire serial converter. Such a converter has a pipeline of one frame: each frame clocks
+// out the result of the conversion that the previous frame started.
 struct SerialAdcType
 {
     int bits;
     std::chrono::nanoseconds conversionTime; // from the falling edge of the last clock
     std::chrono::nanoseconds selectToClock;  // from chip select low to the first clock
-    std::chrono::nanoseconds abortWindow;    // chip select falling this soon after the last clock aborts
+    std::chrono::nanoseconds abortWindow;    // a fall of chip select this soon after the last clock aborts
 
     int counts() const { return 1 << bits; }
 };
 
-// TLC549: 8 bits, 36 internal clocks of conversion.
+// TLC549: 8 bits; a conversion takes 36 internal clocks.
 inline constexpr SerialAdcType kTlc549 = {8, std::chrono::microseconds(17), std::chrono::nanoseconds(1400),
                                           std::chrono::nanoseconds(0)};
 // TLC1549: 10 bits.
 inline constexpr SerialAdcType kTlc1549 = {10, std::chrono::microseconds(21), std::chrono::nanoseconds(1425),
                                            std::chrono::microseconds(9)};
 
-// The converter of that name (kAdc8Bit or kAdc10Bit, in any case), or nothing.
+// Returns the converter with that name (kAdc8Bit or kAdc10Bit, ignoring case), or nothing.
 inline std::optional<SerialAdcType> serialAdcFromName(const QString &name)
 {
     const QString wanted = name.trimmed().toLower();

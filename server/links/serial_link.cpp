@@ -17,7 +17,7 @@ namespace calvorn {
 
 namespace {
 
-// An FTDI bridge holds bytes back for 16 ms unless it is told otherwise; other devices do not know the request.
+// An FTDI bridge holds bytes back for 16 ms by default. Devices that do not know this request ignore it.
 void askForLowLatency(int descriptor)
 {
     serial_struct serial{};
@@ -65,7 +65,8 @@ QSerialPort::StopBits stopBitsOf(LineStop stop)
     return QSerialPort::OneStop;
 }
 
-// In a row, without a byte between them. A device that is always ready to read and has nothing is not a serial line.
+// Read errors in a row, without a byte between them. A device that is always ready to read but delivers nothing is not
+// a serial line.
 constexpr int kMostFalseAlarms = 1'000;
 
 } // namespace
@@ -112,7 +113,7 @@ void SerialLink::open(const LineSettings &settings)
         m_port.close();
         throw std::runtime_error(tr("The port %1 cannot do these line settings.").arg(m_device).toStdString());
     }
-    // Many boards are powered from these lines. A pseudo-terminal has none.
+    // Many boards draw their power from these lines. A pseudo-terminal does not have them.
     m_port.setDataTerminalReady(true);
     m_port.setRequestToSend(true);
     m_port.clearError();
@@ -150,7 +151,7 @@ void SerialLink::discard()
     if (!isOpen())
         return;
     m_port.clear();
-    read(); // unless the port was found to be gone
+    read(); // empties Qt's buffer, unless clear() found that the port is gone
 }
 
 void SerialLink::close()
@@ -160,8 +161,8 @@ void SerialLink::close()
         m_port.close();
 }
 
-// The port is closed here and now: Qt 6.4 goes on reporting the error of a device that is gone for as long as the port
-// is open, and keeps a processor busy with it.
+// Closes the port at once: while the port of a missing device is open, Qt 6.4 keeps reporting the error and occupies a
+// processor.
 void SerialLink::onError(QSerialPort::SerialPortError error)
 {
     switch (error) {
@@ -180,8 +181,8 @@ void SerialLink::onError(QSerialPort::SerialPortError error)
     emit lost(tr("The connection to %1 was lost.").arg(m_device));
 }
 
-// Qt 6.4 also reports a read error when a read finds nothing: the bytes that woke it up were read by waitForBytes()
-// meanwhile. Only the descriptor knows whether the line has hung up.
+// Qt 6.4 also reports a read error when a read finds no bytes because waitForBytes() has already read them. Only the
+// descriptor shows whether the line has hung up.
 bool SerialLink::isGone() const
 {
     pollfd descriptor{m_port.handle(), 0, 0};
@@ -189,7 +190,7 @@ bool SerialLink::isGone() const
            !QFileInfo::exists(m_device);
 }
 
-// With some of its errors Qt stops watching the descriptor; setting the buffer size makes it watch again.
+// After some errors Qt stops watching the descriptor; setting the buffer size makes it watch again.
 void SerialLink::keepReading()
 {
     m_port.clearError();

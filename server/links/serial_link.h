@@ -10,21 +10,21 @@
 
 namespace calvorn {
 
-// What the system lets this user do with a device file.
+// The access that this user has to a device file.
 enum class DeviceAccess { Absent, Forbidden, Allowed };
 
-// One sentence for the user: why a device could not be opened, and what helps.
+// Returns one sentence for the user: why a device could not be opened, and what to do.
 std::string serialOpeningFailure(const QString &device, QSerialPort::SerialPortError error, DeviceAccess access);
 
-// A serial device of the system, held exclusively, without flow control. It is lost when the descriptor reports a
-// hang-up or the device file is gone, and for no other error.
+// A serial device of the system, opened exclusively, without flow control. The link is lost when the descriptor reports
+// a hang-up or the device file is gone; other errors do not close it, unless they repeat without end.
 class SerialLink final : public ByteLink
 {
     Q_OBJECT
 
 public:
-    // Opens the device file. Throws std::runtime_error with one sentence for the user: there is no such device, no
-    // permission, in use by another program, not a serial port, or a parameter that the device cannot do.
+    // Opens the device file. Throws std::runtime_error with one sentence for the user: no such device, no permission,
+    // in use by another program, not a serial port, or a parameter that the device does not support.
     SerialLink(QString device, const LineSettings &settings, QObject *parent = nullptr);
     ~SerialLink() override;
 

@@ -18,7 +18,7 @@ namespace {
 constexpr int kForEver = -1;
 constexpr int kEndedByWatch = 1;
 
-// What waits on standard input is thrown away: only its end counts.
+// Discards the bytes on standard input; only its end matters.
 bool isAtEnd()
 {
     std::array<char, 256> unused{};
@@ -56,7 +56,7 @@ QString TerminationWatch::refusal()
 void TerminationWatch::watch() const
 {
     wakeWithParent();
-    // A negative descriptor is passed over.
+    // poll() ignores a negative descriptor.
     std::array<pollfd, 3> watched{{{m_done, POLLIN, 0}, {m_signals, POLLIN, 0}, {STDIN_FILENO, POLLIN, 0}}};
     pollfd &done = watched[0];
     bool asked = false;

@@ -10,11 +10,11 @@
 
 namespace calvorn {
 
-// Tells when this process is asked to end: standard input at its end (whoever started us is gone), or SIGTERM, SIGINT
-// or SIGHUP. One object for a process; holdTerminationBack() must have run before.
+// Emits a signal when this process is asked to end: by the end of standard input (the parent is gone), or by SIGTERM,
+// SIGINT or SIGHUP. Only one object in a process; call holdTerminationBack() first.
 //
-// It looks in a thread of its own, so that a server that waits for its hardware notices, too. Whoever is asked has
-// kLatestEndMs to end; a process that still lives then hangs in an access to its hardware, and is ended as it is.
+// Watches in its own thread, so that it also works while the server waits for its hardware. If the process still lives
+// kLatestEndMs after the request, an access to its hardware hangs, and the watch ends the process.
 class TerminationWatch : public QObject
 {
     Q_OBJECT
@@ -25,7 +25,7 @@ public:
     explicit TerminationWatch(QObject *parent = nullptr);
     ~TerminationWatch() override;
 
-    // False where the system has no thread left; refusal() then says so, in one sentence for the user.
+    // False if the system could not start another thread; refusal() is the sentence for the user.
     bool isWatching() const { return m_thread->isRunning(); }
     static QString refusal();
 
@@ -33,7 +33,7 @@ signals:
     void asked();
 
 private:
-    void watch() const; // in the thread
+    void watch() const; // runs in the thread
 
     WakeUp m_asked;
     int m_signals = -1;

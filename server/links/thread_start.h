@@ -9,7 +9,7 @@
 
 namespace calvorn {
 
-// The system has no thread left. what() is sentence() in UTF-8.
+// The system cannot start another thread. what() is sentence() in UTF-8.
 class ThreadError : public std::runtime_error
 {
 public:
@@ -19,7 +19,7 @@ public:
     static QString sentence();
 };
 
-// A thread that runs this function. Throws ThreadError where std::thread throws std::system_error.
+// Starts a thread that runs this function. Throws ThreadError where std::thread throws std::system_error.
 std::thread startThread(std::function<void()> body);
 
 } // namespace calvorn

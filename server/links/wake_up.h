@@ -5,8 +5,8 @@
 
 namespace calvorn {
 
-// Lets any thread call the owner's attention: knocks made before the owner looks become one. A descriptor of the
-// kernel (eventfd(2)), so the knocking thread needs no Qt.
+// Lets any thread wake the owner; several knocks before the owner reacts become one signal. Uses a kernel descriptor
+// (eventfd(2)), so the knocking thread needs no Qt.
 class WakeUp : public QObject
 {
     Q_OBJECT
@@ -15,11 +15,11 @@ public:
     explicit WakeUp(QObject *parent = nullptr);
     ~WakeUp() override;
 
-    // Any thread.
+    // Can be called from any thread.
     void knock() const;
 
 signals:
-    void knocked(); // in the owner's thread
+    void knocked(); // emitted in the owner's thread
 
 private:
     void clear();

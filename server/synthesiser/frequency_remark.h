@@ -5,9 +5,9 @@
 
 namespace calvorn {
 
-// A frequency above what the generator is good for, or above half its clock, is a legal wish (amateurs use the image)
-// and worth one sentence for the user. Empty for all others, and for those that the generator cannot make at all.
-// hertz: as the user asked for it; offsetHz is added to it.
+// Returns one sentence for the user when the frequency is above the generator's useful maximum or above half its clock.
+// Such a frequency is allowed, because amateurs use the image. Returns an empty text for all others, including those
+// that the generator cannot make at all. hertz: the frequency that the user asked for; offsetHz is added to it.
 QString remarkOnFrequency(std::int64_t hertz, double offsetHz, const DdsClock &clock);
 
 } // namespace calvorn

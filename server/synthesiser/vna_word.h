@@ -5,8 +5,8 @@
 
 namespace calvorn {
 
-// A sweep as the MiniVNA computes it: sample k has the tuning word start + k * step. The instrument takes both as
-// unsigned numbers, so a descending sweep is measured upwards and its samples are turned round.
+// A sweep as the MiniVNA computes it: sample k has the tuning word start + k * step. The instrument reads both as
+// unsigned numbers, so a descending sweep is measured upwards and its samples are reversed.
 struct VnaSweepWords
 {
     std::uint32_t start = 0;
@@ -16,9 +16,9 @@ struct VnaSweepWords
     bool operator==(const VnaSweepWords &) const = default;
 };
 
-// The words of a sweep from startHz in steps of stepHz (negative: downwards), at this system clock (Hz). The offset
-// belongs to every frequency, and so to the start only. Both words are rounded to the nearest; because the step's
-// rounding adds up, sample k may be (k + 1) / 2 units of the word away from the plan.
+// Returns the words of a sweep from startHz in steps of stepHz (negative: downwards), at this system clock (Hz). The
+// offset shifts every frequency, so only the start word contains it. Both words are rounded to the nearest; the
+// rounding error of the step accumulates, so sample k may be (k + 1) / 2 units of the word away from the plan.
 // samples: at least 1. Throws FrequencyError when a word of the sweep is negative or needs more than 32 bits.
 VnaSweepWords vnaSweepWords(std::int64_t startHz, std::int64_t stepHz, int samples, double offsetHz,
                             std::uint64_t systemClockHz);
