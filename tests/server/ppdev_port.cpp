@@ -27,9 +27,9 @@ using namespace calvorn;
 
 namespace {
 
-constexpr unsigned long kOpen = 0; // beside the requests
+constexpr unsigned long kOpen = 0; // stands for open() among the ioctl requests
 
-// A kernel that answers as told: a request fails with the errno given for it, as often as given.
+// A fake kernel: a request fails with the configured errno, as often as configured.
 class PlayedSystem : public PortSystem
 {
 public:

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Guards the MiniVNA driver against bad lines and bad boards: no sweep that can be seen to be wrong is shown, the sweep
-// goes on when it can, ends with one aComplete when it cannot, and the port can be lost.
+// Tests the MiniVNA driver with bad lines and bad boards: the driver drops every sweep with detectable damage, continues
+// sweeping if possible, otherwise ends with one aComplete, and survives the loss of the port.
 #include "tests/server/vna_bench.h"
 
 #include <QElapsedTimer>
@@ -14,10 +14,10 @@ using namespace calvorn;
 namespace {
 
 constexpr quint64 kReplyBytes = 1'600;
-constexpr quint64 kCheckBytes = 20; // of the reply to the first command of a link, a check of the line
+constexpr quint64 kCheckBytes = 20; // the reply to the check of the line, the first command on a link
 constexpr quint64 kFaultyByte = 997;
 
-// Every vector must be one that the board has sent, sample for sample. Returns how many are not.
+// Returns the number of vectors that do not equal a sweep of the board, sample for sample.
 int wrongVectors(VnaBench &bench)
 {
     int wrong = 0;
@@ -36,7 +36,7 @@ int wrongVectors(VnaBench &bench)
 
 enum class Damage { Lost, Added, Flipped };
 
-// Damages one byte of the line's life.
+// Damages the byte with the index `at`.
 MemoryLink::Tamper damageOnce(Damage damage, quint64 at)
 {
     return [damage, at](quint64 index, char byte) {
@@ -88,12 +88,12 @@ void VnaFaultsTest::damagedOnce_data()
     for (const int at : positions) {
         QTest::addRow("lost %d", at) << static_cast<int>(Damage::Lost) << at;
         QTest::addRow("added %d", at) << static_cast<int>(Damage::Added) << at;
-        if (at % 2 != 0) // in the low byte of a count no damage can be seen
+        if (at % 2 != 0) // the driver cannot detect damage in the low byte of a count
             QTest::addRow("flipped %d", at) << static_cast<int>(Damage::Flipped) << at;
     }
 }
 
-// In the second sweep of four: one is counted and not shown, the others come.
+// The damage is in the second of several sweeps: the driver reports that sweep, does not show it, and shows the others.
 void VnaFaultsTest::damagedOnce()
 {
     QFETCH(int, damage);
@@ -112,7 +112,7 @@ void VnaFaultsTest::damagedOnce()
     QCOMPARE(bench.board.bytesWhileReplying(), std::uint64_t{0});
 }
 
-// The reply as such: wherever a byte is lost or added, it is never taken for a whole one.
+// Tests VnaReply directly: with a byte lost or added anywhere, the reply never counts as complete.
 void VnaFaultsTest::everyByteOfASweepLost()
 {
     VnaBoard board(vnaSettings());
@@ -137,7 +137,7 @@ void VnaFaultsTest::damagedAgainAndAgain_data()
     QTest::newRow("added") << static_cast<int>(Damage::Added);
 }
 
-// Every 997th byte: no sweep of 1600 bytes is whole.
+// Every 997th byte is damaged, so every sweep of 1600 bytes is.
 void VnaFaultsTest::damagedAgainAndAgain()
 {
     QFETCH(int, damage);
@@ -241,7 +241,7 @@ void VnaFaultsTest::unplugInMidSweep()
     bench.driver.SetFrequency(10'000'000);
     QCOMPARE(bench.completes.count(), 1);
 
-    // It is back: the next sweep opens the port again.
+    // The device is plugged in again: the next sweep reopens the port.
     while (bench.board.nextByte()) {
     }
     const auto before = bench.vectors.count();
@@ -259,7 +259,7 @@ void VnaFaultsTest::lossThatACommandFinds_data()
     QTest::newRow("writing") << static_cast<int>(MemoryLink::Call::Write);
 }
 
-// The device goes between two sweeps, and the next command is the first to notice.
+// The device is unplugged while idle, and the next command notices the loss.
 void VnaFaultsTest::lossThatACommandFinds()
 {
     QFETCH(int, call);
@@ -272,7 +272,7 @@ void VnaFaultsTest::lossThatACommandFinds()
     QCOMPARE(bench.errorsWith(code::kPort), 1);
     QVERIFY(bench.link->written().isEmpty());
 
-    bench.start(1'000'000, 22'500); // it is back
+    bench.start(1'000'000, 22'500); // plugged in again
     QTRY_VERIFY(bench.vectors.count() >= 2);
     QCOMPARE(bench.completes.count(), 1);
     QCOMPARE(bench.errors.count(), 1);
@@ -293,7 +293,7 @@ void VnaFaultsTest::chatterWhenIdle()
     QCOMPARE(wrongVectors(bench), 0);
 }
 
-// Four bytes that look like a sample: only what follows the reply gives them away.
+// The four extra bytes look like a sample; only the surplus at the end of the reply reveals them.
 void VnaFaultsTest::chatterInFrontOfAReply()
 {
     VnaBench bench;

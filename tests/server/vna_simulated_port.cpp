@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Guards COM100 of the MiniVNA whole: driver, serial port, pseudo-terminal and simulated instrument, with every fault
-// that [Simulator] can name.
+// Tests COM100 of the MiniVNA as a whole: driver, serial port, pseudo-terminal and simulated instrument, with the faults
+// that can be set in [Simulator].
 #include "server/drivers/serial_opener.h"
 #include "server/drivers/vna_driver.h"
 #include "server/links/byte_link.h"
@@ -19,7 +19,7 @@ using namespace calvorn;
 
 namespace {
 
-// The driver as the server makes it, with a settings file of its own.
+// Creates the driver like the server does, with a temporary settings file.
 struct Bench
 {
     explicit Bench(const QByteArray &simulator)
@@ -35,7 +35,7 @@ struct Bench
 
     QString path() const { return folder.filePath(QStringLiteral("Calvorn.ini")); }
 
-    // The program's start-up.
+    // Makes the calls of the program's start-up.
     bool open()
     {
         const bool opened = driver.OpenPort(100, QStringLiteral("115200,N,8,1"));
@@ -54,7 +54,7 @@ struct Bench
         driver.RunSweep();
     }
 
-    // The crystal's resonance is in row 137 of every vector.
+    // Returns whether the crystal's resonance is in row 137 of the vector.
     bool isRight(qsizetype index)
     {
         const QList<int> samples = vectors.at(index).at(0).value<QList<int>>();
@@ -65,7 +65,7 @@ struct Bench
 
     QTemporaryDir folder;
     SerialOpener opener{path()};
-    int arrivals = 0; // pieces of any length, from the instrument
+    int arrivals = 0; // bytesArrived() signals
     VnaDriver driver{[this](int port, const LineSettings &line) {
         auto link = opener.openVna(port, line);
         QObject::connect(link.get(), &ByteLink::bytesArrived, &driver, [this] { ++arrivals; });
@@ -126,7 +126,7 @@ void VnaSimulatedPortTest::twoHundredSweeps()
         QVERIFY(bench.isRight(index));
 }
 
-// As slow as the real line; how fast it gets is a matter of the machine.
+// Checks an upper limit only: a slow machine may sweep more slowly than the real line.
 void VnaSimulatedPortTest::neverFasterThanTheLine()
 {
     constexpr int kSweeps = 14;
@@ -147,7 +147,7 @@ void VnaSimulatedPortTest::idleCostsNothing()
 {
     Bench bench("Device=crystal\r\n");
     QVERIFY(bench.open());
-    QTRY_VERIFY(bench.arrivals >= 1); // the answer to the start-up's frequency
+    QTRY_VERIFY(bench.arrivals >= 1); // the answer to SetFrequency() in open()
     const std::clock_t before = std::clock();
     QTest::qWait(1'000);
     const double seconds = static_cast<double>(std::clock() - before) / CLOCKS_PER_SEC;
@@ -207,13 +207,13 @@ void VnaSimulatedPortTest::chatter()
     QTRY_COMPARE(bench.completes.count(), 1);
 }
 
-// Flips a bit of a count, which the protocol cannot show: the values may be wrong, their number may not.
+// The protocol cannot reveal a flipped bit in a count, so values may be wrong; their number must be right.
 void VnaSimulatedPortTest::corruptedBytes()
 {
     Bench bench("Device=crystal\r\nFault=corrupt\r\n");
     QVERIFY(bench.open());
     bench.start();
-    // Three damaged ones in a row end the sweep by themselves.
+    // Three damaged sweeps in a row end sweeping.
     const auto sweeps = [&bench] { return bench.vectors.count() + bench.errorsWith(code::kTransfer); };
     QTRY_VERIFY_WITH_TIMEOUT(!bench.completes.isEmpty() || sweeps() >= 8, 15'000);
     bench.driver.StopSweep(2);

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Guards the course of a MiniVNA sweep: its beginning and end, one aComplete for each, and a line on which nothing is
-// sent while a reply is due.
+// Tests how MiniVNA sweeps start and end: each sends one aComplete, and the driver sends no command while a reply is due.
 #include "tests/server/vna_bench.h"
 
 #include <QElapsedTimer>
@@ -43,7 +42,7 @@ namespace {
 const QByteArray kOff = "0\r0\r1\r0\r";
 const QByteArray kTenMegahertz = "0\r107374182\r1\r0\r";
 
-// Half of the sweep's reply has come, and the line stands still.
+// Starts a sweep and stops the line after half of the reply.
 void holdInMidSweep(VnaBench &bench)
 {
     const quint64 half = bench.link->passed() + 800;
@@ -103,7 +102,7 @@ void VnaSweepLifeTest::stopInMidSweep()
     QCOMPARE(bench.vectors.count(), before);
     QCOMPARE(bench.link->written().size(), written);
     QCOMPARE(bench.errors.count(), 0);
-    // And the next one is whole.
+    // The next sweep is complete.
     bench.start(1'000'000, 22'500);
     QTRY_VERIFY(bench.vectors.count() > before);
     QCOMPARE(bench.board.bytesWhileReplying(), std::uint64_t{0});
@@ -119,7 +118,7 @@ void VnaSweepLifeTest::stopWhileTheLineStandsStill()
     bench.driver.StopSweep(2);
     QTRY_COMPARE(bench.completes.count(), 1);
     QVERIFY(clock.elapsed() < 400);
-    // The reply is still due: the next sweep waits for its rest.
+    // The next sweep waits for the rest of the old reply.
     const auto written = bench.link->written().size();
     bench.start(2'000'000, 22'500);
     QTest::qWait(100);
@@ -158,7 +157,7 @@ void VnaSweepLifeTest::runAgainWhileStopping()
     bench.driver.StopSweep(2);
     QTRY_COMPARE(bench.completes.count(), 2);
     QCOMPARE(bench.board.bytesWhileReplying(), std::uint64_t{0});
-    // The first vector is of the new sweep, whole: it ends where the new plan ends.
+    // The first vector is a complete sweep of the new plan.
     const auto &made = bench.board.samples();
     const auto first = std::find_if(made.begin(), made.end(),
                                     [](const VnaBoardSample &sample) { return std::abs(sample.hertz - 5e6) < 0.1; });
@@ -191,7 +190,7 @@ void VnaSweepLifeTest::frequencyWhileSweeping()
         bench.driver.SetFrequency(9'000'000 + round);
     bench.driver.SetFrequency(10'000'000);
     QTRY_VERIFY(bench.vectors.count() >= 4);
-    for (const QByteArray &command : bench.link->written().mid(1)) // behind the check of the line
+    for (const QByteArray &command : bench.link->written().mid(1)) // skips the check of the line
         QVERIFY(command.contains("\r400\r"));
     bench.driver.StopSweep(2);
     QTRY_COMPARE(bench.link->written().last(), kTenMegahertz);
@@ -209,7 +208,7 @@ void VnaSweepLifeTest::modeZeroSwitchesOff()
     bench.driver.SetMode(0);
     QTRY_COMPARE(bench.board.generatorHz(), 0.0);
     QCOMPARE(bench.link->written().last(), kOff);
-    // How the program parks the generator.
+    // The program parks the generator with these calls.
     bench.driver.SetMode(0);
     bench.driver.SetFrequency(10'000'000);
     bench.driver.SetMode(3);
@@ -241,7 +240,7 @@ void VnaSweepLifeTest::newModeLetsNoOldVectorThrough()
     QVERIFY(bench.open());
     bench.start(1'000'000, 1'000);
     for (int round = 0; round < 20; ++round) {
-        // A piece of cable: 1024 - 410 in transmission, next to nothing comes back in reflection.
+        // A cable gives 1024 - 410 counts in transmission and almost 0 in reflection.
         const bool transmission = round % 2 != 0;
         bench.driver.SetMode(transmission ? 3 : 2);
         const auto before = bench.vectors.count();
@@ -272,7 +271,7 @@ void VnaSweepLifeTest::closeSwitchesOff()
     QCOMPARE(bench.board.bytesWhileReplying(), std::uint64_t{0});
 }
 
-// The reply never gets whole, so the line is not free for a second and more.
+// The reply never becomes complete, so the line stays busy for more than a second.
 void VnaSweepLifeTest::closeSwitchesOffAfterALostByte()
 {
     VnaBench bench(vnaSettings(),
@@ -339,7 +338,7 @@ void VnaSweepLifeTest::keepsTheLineBusy()
     QVERIFY(bench.open());
     bench.link->setPaced();
     bench.start(1'000'000, 22'500);
-    QElapsedTimer clock; // from the first vector
+    QElapsedTimer clock; // starts at the first vector
     QEventLoop loop;
     connect(&bench.driver, &VnaDriver::aVettore, &loop, [&bench, &clock, &loop] {
         if (!clock.isValid())
@@ -351,7 +350,7 @@ void VnaSweepLifeTest::keepsTheLineBusy()
     const double rate = kSweeps / (static_cast<double>(clock.nsecsElapsed()) * 1e-9);
     const double limit = 11'520.0 / static_cast<double>(1'600 + bench.link->written().last().size());
     qInfo("%.3f sweeps/s, the line allows %.3f: %.1f %%", rate, limit, 100.0 * rate / limit);
-    QVERIFY(rate >= 0.5 * limit); // a busy machine is not the driver's fault
+    QVERIFY(rate >= 0.5 * limit); // allows for a busy machine
     QVERIFY(rate <= 1.01 * limit);
     QCOMPARE(bench.errors.count(), 0);
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Guards the heart of a MiniVNA sweep: each of the 400 frequencies is the planned one, and sample k belongs to it.
+// Tests that the MiniVNA makes each of the 400 planned frequencies and that sample k was measured at frequency k.
 #include "tests/server/vna_bench.h"
 
 #include <QTest>
@@ -46,7 +46,7 @@ void VnaSweepPointsTest::twoHundredSweeps_data()
 {
     QTest::addColumn<int>("start");
     QTest::addColumn<int>("step");
-    QTest::addColumn<double>("units"); // away from the plan at the last sample, in units of the word
+    QTest::addColumn<double>("units"); // allowed error at the last sample, in units of the tuning word
     // 390,625 Hz is exactly 4,194,304 units.
     QTest::newRow("whole range, exact step") << 100'000 << 390'625 << 0.5;
     QTest::newRow("rounded step") << 1'000'000 << 22'557 << 200.0;
@@ -99,7 +99,7 @@ void VnaSweepPointsTest::resonanceLandsInItsRow()
     VnaBench bench(vnaSettings(DeviceKind::Crystal));
     sweepOnce(bench, 9'000'000 - row * 250, 250, 3);
     const QList<int> samples = bench.vector(0);
-    // The program shows 1024 less the count: the resonance is the smallest count.
+    // The program shows 1024 - count, so the resonance is the smallest count.
     const auto peak = std::min_element(samples.begin(), samples.end());
     QCOMPARE(static_cast<int>(peak - samples.begin()), row);
     const double shown = 1024 - *peak;
@@ -107,7 +107,7 @@ void VnaSweepPointsTest::resonanceLandsInItsRow()
     QVERIFY(shown > 0.98 * expected && shown < 1.02 * expected);
 }
 
-// 400 MHz less 9 MHz: legal words, and what comes out is the image. It is noted once.
+// Around 400 MHz - 9 MHz the words are legal, but the generator makes the image. The driver remarks on this once.
 void VnaSweepPointsTest::imageOfTheResonance()
 {
     VnaBench bench(vnaSettings(DeviceKind::Crystal));
@@ -159,7 +159,7 @@ void VnaSweepPointsTest::modesChooseTheValue()
     }
 }
 
-// A piece of cable gives the volts that it gives on the parallel-port board: 1 V of 2.5 V at the lowest frequencies.
+// A cable gives the same voltage as on the parallel-port board: 1 V of 2.5 V at the lowest frequencies.
 void VnaSweepPointsTest::parallelBoardsCounts()
 {
     VnaBench bench(vnaSettings(DeviceKind::Through));

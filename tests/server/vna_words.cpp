@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Guards what the MiniVNA is sent and how its bytes are read, byte for byte.
+// Tests the bytes sent to the MiniVNA and the decoding of its replies.
 #include "server/drivers/vna_protocol.h"
 #include "server/synthesiser/dds_clock.h"
 #include "server/synthesiser/tuning_word.h"
@@ -54,7 +54,7 @@ void VnaWordsTest::words()
 
 void VnaWordsTest::sweepCommand()
 {
-    // 450,877.19 Hz a step: in whole hertz the step's word is 4841255, and 2 units more for the fraction.
+    // The step is 450,877.19 Hz. Its word is 4841255 for the whole hertz, and the fraction adds 2 units.
     const QByteArray bytes = vnaCommandText({VnaCommand::Path::Reflection, 1'073'742, 400, 4'841'257});
     QCOMPARE(bytes, QByteArray::fromHex("300D313037333734320D3430300D343834313235370D"));
     QCOMPARE(bytes.size(), 22);
@@ -62,14 +62,14 @@ void VnaWordsTest::sweepCommand()
     const double lastHz = (1'073'742.0 + 399.0 * 4'841'257.0) * kClockHz / 4'294'967'296.0;
     QVERIFY(std::fabs(lastHz - 180'000'000.168) < 0.001);
     QCOMPARE(vnaSweepWords(100'000, 450'877, 400, 0.0, kClockHz), (VnaSweepWords{1'073'742, 4'841'255, false}));
-    // The offset belongs to the start alone.
+    // The offset changes the start only.
     QCOMPARE(vnaSweepWords(99'000, 450'877, 400, 1'000.0, kClockHz), (VnaSweepWords{1'073'742, 4'841'255, false}));
 }
 
 void VnaWordsTest::descendingSweep()
 {
     const VnaSweepWords down = vnaSweepWords(10'000'000, -20'000, 400, 0.0, kClockHz);
-    // 2,020,000 Hz and 20,000 Hz.
+    // The words of 2,020,000 Hz and 20,000 Hz.
     QCOMPARE(down, (VnaSweepWords{21'689'585, 214'748, true}));
 }
 

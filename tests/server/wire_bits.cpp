@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Guards what goes over the parallel port's wires, bit for bit: the generator's loads and the I2C transfers, as they
-// are written down in the makers' data sheets.
+// Compares the bits on the parallel port's wires with the data sheets: the loading of the generator and the I2C
+// transfers.
 #include "server/drivers/dds_loader.h"
 #include "server/drivers/i2c_master.h"
 #include "server/links/parallel_pins.h"
@@ -12,15 +12,15 @@ using namespace calvorn;
 
 namespace {
 
-// Of the standard wiring.
+// The bits of the standard wiring.
 constexpr unsigned kDdsClock = 0x01;
 constexpr unsigned kDdsUpdate = 0x02;
 constexpr unsigned kDdsData = 0x04;
 constexpr unsigned kScl = 0x40;
 constexpr unsigned kSda = 0x80;
-constexpr std::uint8_t kNobodyAcknowledges = 0x10; // SDA reads high on SELECT
+constexpr std::uint8_t kNobodyAcknowledges = 0x10; // SELECT reads SDA as high
 
-// The data line at each rising clock edge; "|" for a pulse on the update line.
+// Returns the data line at each rising clock edge, and "|" for each pulse on the update line.
 QByteArray loadedBits(const std::vector<std::uint8_t> &writes)
 {
     QByteArray bits;
@@ -36,7 +36,8 @@ QByteArray loadedBits(const std::vector<std::uint8_t> &writes)
     return bits;
 }
 
-// "S" and "P" are START and STOP; a bit is what the master lets SDA be while SCL is high, so "1" in the ninth place.
+// Decodes an I2C transfer. "S" and "P" are START and STOP; a digit is the level to which the master sets SDA while SCL
+// is high. The ninth digit is "1", because the master releases SDA for the acknowledge bit.
 QByteArray busBits(const std::vector<std::uint8_t> &writes)
 {
     QByteArray bits;
@@ -46,7 +47,7 @@ QByteArray busBits(const std::vector<std::uint8_t> &writes)
         if (clockStays && (before & ~now & kSda) != 0)
             bits += 'S';
         else if (clockStays && (now & ~before & kSda) != 0)
-            bits.back() = 'P'; // the clock rose for it
+            bits.back() = 'P'; // replaces the bit that the rising clock added
         else if ((now & ~before & kScl) != 0)
             bits += (now & kSda) != 0 ? '1' : '0';
         before = now;
