@@ -16,9 +16,9 @@ namespace calvorn {
 
 namespace {
 
-constexpr int kReferenceCaption = 10; // the label that names the reference of a logarithmic scale
+constexpr int kReferenceCaption = 10; // index of the label that names the reference of a logarithmic scale
 constexpr int kLinearLabels = 4;
-constexpr double kLowestDb = 90.0; // magnitude that the box accepts
+constexpr double kLowestDb = 90.0; // largest magnitude that the box accepts
 constexpr double kHighestVolt = 10.0;
 constexpr int kLabelMargin = 4; // logical pixels between a label and the graph
 
@@ -105,7 +105,7 @@ void AmplitudeAxis::txtMaxVolt_LostFocus()
     emit fullScaleChanged();
 }
 
-// The sign that is typed does not count: the bottom of the scale lies below 0 dB.
+// Ignores the sign of the entry: the bottom of the scale always lies below 0 dB.
 void AmplitudeAxis::acceptMaxDb()
 {
     std::optional<double> value = enteredReal(m_maxDb->text());
@@ -199,7 +199,7 @@ void AmplitudeAxis::setSurface(int top, int height)
     place();
 }
 
-// Odd, so that a label has a middle row.
+// Returns an odd height, so that a label has a middle row.
 int AmplitudeAxis::labelHeight() const
 {
     return fontMetrics().height() | 1;
@@ -213,7 +213,7 @@ int AmplitudeAxis::boxWidth() const
 
 int AmplitudeAxis::spaceAbove() const
 {
-    // The box stands on the upper half of the topmost label.
+    // The box sits directly above the topmost label, which is centred on the upper edge of the graph.
     return m_maxDb->sizeHint().height() + labelHeight() / 2 + 1;
 }
 
@@ -237,15 +237,15 @@ QFont AmplitudeAxis::captionFont() const
     return smaller;
 }
 
-// The boxes stand above the topmost label, flush with the left edge of the graph; the caption of the reference
-// stands under that label.
+// Places the boxes above the topmost label, flush with the left edge of the graph, and the reference caption below that
+// label.
 void AmplitudeAxis::place()
 {
     const int labelRight = width() - kLabelMargin;
     const int rows = labelHeight();
     const double pitch = GraphCoordinates(m_configuration).labelPitch(m_surfaceHeight - 1);
     const auto topOf = [&](int i) {
-        // Beyond this nothing is seen, and positions stay inside what a widget can have.
+        // Labels further down are invisible; the limit keeps positions in the range that a widget allows.
         const double row = std::min(std::floor(i * pitch + 0.5), 15000.0);
         return m_surfaceTop + static_cast<int>(row) - rows / 2;
     };

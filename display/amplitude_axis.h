@@ -13,7 +13,7 @@
 
 namespace calvorn {
 
-// The axis to the left of the graph: its labels, its unit, and the boxes for the full-scale value.
+// The amplitude axis at the left of the graph: labels, unit and the boxes for the full-scale value.
 class AmplitudeAxis : public QWidget
 {
     Q_OBJECT
@@ -23,32 +23,32 @@ public:
 
     AmplitudeAxis(Configuration &configuration, Desktop &desktop, ErrorBoundary &boundary, QWidget *parent = nullptr);
 
-    // Puts the full-scale values of the record into the boxes; once the settings are loaded.
+    // Shows the configured full-scale values in the boxes. Called once the settings are loaded.
     void showFullScale();
 
-    // As if they had been typed: volts at the top of the linear scale, dB at the bottom of the others.
+    // Act as if the user had typed the value: volts at the top of the linear scale, dB at the bottom of the others.
     void enterTop(double volts);
     void enterBottom(int decibels);
 
-    // For a change of scale: an entry that is still being typed into the box of the record's scale counts as left; a
-    // text that is not a number is put back from the record.
+    // Stores the value in the box of the current scale in the configuration, even if the user is still typing. Called
+    // when the scale changes. Ignores text that is not a number; drawScreen() replaces it.
     void readFullScale();
 
-    // Labels, caption of the reference, and the box of the record's scale.
+    // Redraws the labels, the reference caption and the box of the current scale.
     void drawScreen();
 
     // "Volt" or "dB".
     void setUnit(const QString &unit);
-    // The curve is shown relative to another one: dB of difference, or a ratio.
+    // Whether the curve is shown relative to a reference: as a difference in dB or, on the linear scale, as a ratio.
     void setRelative(bool relative);
 
-    // The caption of the unit, which the panel lays to the right of the boxes, above the graph.
+    // The unit label. The graph panel places it to the right of the boxes, above the graph.
     QLabel *unitLabel() const { return m_unit; }
 
-    // Where the graph lies beside the axis, in logical pixels from the top of the axis. Labels are placed anew.
+    // Sets where the graph lies, in logical pixels from the top of the axis, and moves the labels accordingly.
     void setSurface(int top, int height);
 
-    // What the axis needs above the graph's upper edge, and below its lower one, for boxes and labels.
+    // Height that boxes and labels need above the upper and below the lower edge of the graph, in logical pixels.
     int spaceAbove() const;
     int spaceBelow() const;
 
@@ -56,7 +56,7 @@ public:
     QSize minimumSizeHint() const override { return sizeHint(); }
 
 signals:
-    // The record has a new full-scale value from a box: grid and amplitude markers are to be drawn anew.
+    // A box has changed the full-scale value: grid and amplitude markers must be redrawn.
     void fullScaleChanged();
 
 protected:

@@ -7,8 +7,8 @@
 
 namespace calvorn {
 
-// The strip above the graph, exactly as wide, with the captions of M1 and M2: inside the plot they would cover the
-// passband that they mark.
+// The strip above the graph, exactly as wide as the graph, with the captions of M1 and M2. Inside the plot, the
+// captions would cover the passband that the markers delimit.
 class FrequencyCaptions : public QWidget
 {
     Q_OBJECT

@@ -19,16 +19,16 @@ FrequencyLabels::FrequencyLabels(SweepGraph &graph, const SweepTable &table, QWi
     setAccessibleName(tr("Frequencies of the grid"));
     setAttribute(Qt::WA_TransparentForMouseEvents);
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
-    // Whichever of them is laid out last.
+    // Graph and read-outs may be laid out in any order, so follow both.
     graph.installEventFilter(this);
     for (QLabel *label : readouts.findChildren<QLabel *>())
         label->installEventFilter(this);
-    // The graph, which was connected first, has the new axis by then.
+    // The graph connected first, so it already has the new axis.
     connect(&table, &SweepTable::rebuilt, this, &FrequencyLabels::followAxis);
     connect(&table, &SweepTable::changed, this, &FrequencyLabels::followAxis);
 }
 
-// Comes with every sweep, and mostly finds the same axis.
+// Called for every sweep; usually the axis has not changed.
 void FrequencyLabels::followAxis()
 {
     if (m_axis == m_graph.model().axis)

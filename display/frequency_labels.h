@@ -10,17 +10,17 @@
 
 namespace calvorn {
 
-// The frequencies of the major lines of the grid, in the strip below the plot that start, centre and stop stand in:
-// between these, and only where there is room.
+// The frequencies of the major grid lines, in the strip below the plot. They fill the space between start, centre and
+// stop, where there is room.
 class FrequencyLabels : public QWidget
 {
     Q_OBJECT
 
 public:
-    // readouts: what stands in the same place; its labels are left free.
+    // readouts: the widget that shares the strip; its labels are not painted over.
     FrequencyLabels(SweepGraph &graph, const SweepTable &table, QWidget &readouts, QWidget *parent = nullptr);
 
-    // What is painted.
+    // The frequencies that are painted.
     const std::vector<FrequencyTick> &ticks() const { return m_ticks; }
 
 protected:

@@ -8,7 +8,7 @@
 
 namespace calvorn {
 
-// The graph with its axis, aligned to the pixel at every size, and what stands under the plot.
+// The graph with its amplitude axis, aligned to the pixel at every size, and the strip below the plot.
 class GraphPanel : public QWidget
 {
     Q_OBJECT
@@ -20,14 +20,14 @@ public:
     SweepGraph &graph() { return *m_graph; }
     AmplitudeAxis &axis() { return *m_axis; }
 
-    // Grid, axis labels and full-scale boxes for the scale and range of the record. The curve is not read again.
+    // Redraws grid, axis labels and full-scale boxes for the configured scale and range. Does not read the curve again.
     void drawScreen();
 
-    // Lays the widget under the plot, exactly as wide; the panel takes it over. Once. The frequencies of the grid stand
-    // beside its labels.
+    // Places a widget below the plot, exactly as wide as the plot, and takes ownership of it. The grid's frequencies
+    // appear between the labels of the widget. Call once.
     void setFooter(QWidget *footer);
 
-    // Adds logical pixels to the space above the graph; a lower window takes them back.
+    // Adds logical pixels to the space above the graph; a lower window gives them up again.
     void widenTop(int by);
 
 protected:

@@ -10,8 +10,8 @@ namespace calvorn {
 
 class SweepGraph;
 
-// A line or a caption of the graph, which paints them itself: an object that is found by its name ("lineM1", "lblM1",
-// "LineCV") and an accessible child of the graph, for scripts and assistive programs.
+// A line or caption that the graph paints itself, made available to scripts and assistive programs: an object with a
+// name ("lineM1", "lblM1", "LineCV") and an accessible child of the graph.
 class GraphPart : public QObject
 {
     Q_OBJECT
@@ -25,7 +25,7 @@ public:
     GraphItem item() const { return m_item; }
     Kind kind() const { return m_kind; }
     bool isShown() const;
-    QRect place() const; // on the screen; empty when it is not shown
+    QRect place() const; // in screen coordinates; empty while hidden
 
 private:
     SweepGraph &m_graph;
@@ -33,7 +33,7 @@ private:
     Kind m_kind;
 };
 
-// Makes the parts of a graph, which owns them. Once.
+// Creates the parts of a graph as its children. Call once per graph.
 void addParts(SweepGraph &graph);
 
 } // namespace calvorn

@@ -5,19 +5,18 @@
 
 namespace calvorn {
 
-// A bar between a widget and the one below it in the same layout, in the space that the layout leaves there. Dragging
-// it asks for another height of the lower one; a double click asks for the usual height. It is seen under the mouse
-// only.
+// A bar between two widgets, one above the other, in the spacing of their layout. Dragging the bar requests a new
+// height for the lower widget, a double click the default height. The bar is visible only under the mouse.
 class HeightHandle : public QWidget
 {
     Q_OBJECT
 
 public:
-    // Both must be in the layout of the same parent, which becomes that of the handle.
+    // Both widgets must be in the layout of one parent, which also becomes the parent of the handle.
     HeightHandle(QWidget &upper, QWidget &lower);
 
 signals:
-    // Logical pixels, within what the upper widget can give away; 0 is the usual height.
+    // height: logical pixels, at most what the upper widget can give up; 0 requests the default height.
     void heightWanted(int height);
 
 protected:
@@ -34,7 +33,7 @@ private:
 
     QWidget &m_upper;
     QWidget &m_lower;
-    int m_grip = 0; // from the mouse to the upper edge of the lower widget
+    int m_grip = 0; // distance from the mouse to the upper edge of the lower widget
 };
 
 } // namespace calvorn

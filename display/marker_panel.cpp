@@ -22,7 +22,7 @@ namespace {
 constexpr double kDragDistance = 3.0; // logical pixels
 constexpr int kWidest = 760;          // logical pixels
 
-// A place on the left edge belongs to row 1.
+// A position on the left edge belongs to row 1.
 int rowAt(double x)
 {
     return std::max(1, roundToInteger<std::int32_t>(x));
@@ -92,10 +92,10 @@ void MarkerPanel::makeBoxes()
     m_unit->setAccessibleName(tr("Unit of the amplitudes"));
 }
 
-// Three rows, markers at a frequency to the left and at an amplitude to the right; the cursor ends the right half.
+// Three rows: frequency markers on the left, amplitude markers in the middle, the cursor on the right.
 void MarkerPanel::layOut()
 {
-    // In a wide window the boxes stay together.
+    // Keep the boxes together in a wide window.
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     auto *inside = new QWidget(this);
@@ -177,7 +177,7 @@ void MarkerPanel::connectBoxes(ErrorBoundary &boundary)
     connect(&m_table, &SweepTable::changed, this, &MarkerPanel::followTable);
 }
 
-// A vector has the frequencies of the one before, and its amplitudes are shown when the curve is.
+// A measured sweep keeps the frequencies of the previous one; the redraw timer updates its amplitudes with the curve.
 void MarkerPanel::followTable()
 {
     if (m_table.origin() == SweepOrigin::Measured)
@@ -185,7 +185,7 @@ void MarkerPanel::followTable()
     try {
         aggiornaLblMarkerX();
     } catch (const RuntimeError &) {
-        // Of two absurd frequencies there is no distance to be shown.
+        // The frequencies cannot be read or subtracted, so there is no difference to show.
         m_m2m1->clear();
     }
 }
@@ -259,7 +259,8 @@ void MarkerPanel::enterFrequencyOf(GraphItem marker, double hertz)
     const Sweep::Column &rows = m_table.numbers(SweepTable::FrequencyColumn);
     const auto nearest =
         std::ranges::min_element(rows, {}, [hertz](double frequency) { return std::abs(frequency - hertz); });
-    // By its row: a box takes the first one that is not below its frequency, which in a falling sweep is another.
+    // Move by row, not through the box: the box selects the first row not below its frequency, which is a different one
+    // in a falling sweep.
     m_markers.move(marker, static_cast<double>(nearest - rows.begin() + 1));
     aggiornaLblMarkerX();
 }
@@ -294,7 +295,7 @@ void MarkerPanel::leaveFrequency(GraphItem marker)
 {
     if (restoreFrequency(marker))
         m_desktop.beep();
-    // A box that was entered and left leaves its marker alone, wherever the first row of that frequency is.
+    // Entering and leaving a box unchanged must not move its marker, even if its text would select a different row.
     if (NumberText().toDouble(boxOf(marker)->text()) != frequencyUnder(marker))
         aggiornaPosMarkerX(marker);
     aggiornaLblMarkerX();
@@ -315,7 +316,7 @@ void MarkerPanel::aggiornaAmpiezzaX()
     m_m2y->setText(cellUnder(GraphItem::M2, SweepTable::AmplitudeColumn));
 }
 
-// Taking hold of a line moves it with the mouse; the release puts it there as a click would.
+// Grabbing a line lets it follow the mouse; the release places it as a click would.
 void MarkerPanel::picSweep_MouseDown(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, double x, double y)
 {
     m_grabbed.reset();
@@ -360,7 +361,7 @@ void MarkerPanel::picSweep_MouseUp(Qt::MouseButton button, Qt::KeyboardModifiers
     } else if (!modifiers.testFlag(Qt::ShiftModifier)) {
         putMarker(left ? GraphItem::M1 : GraphItem::M2, x, y);
     } else {
-        // The floating cross is what the user aims with.
+        // With the floating cross, the user aims with its horizontal line.
         const double height = m_configuration.cursorMode != 0 ? m_graph.line(GraphItem::CursorH).y1 : y;
         putMarker(left ? GraphItem::M3 : GraphItem::M4, x, height);
     }
@@ -373,13 +374,13 @@ void MarkerPanel::putMarker(GraphItem marker, double x, double y)
         aggiornaLblMarkerX();
         return;
     }
-    // The line stands where its box says, at the precision of the box.
+    // Place the line at the value that its box shows, at the precision of the box.
     m_graph.moveLine(marker, insideAtPrecisionOfBox(y));
     aggiornaLblMarkerY();
     aggiornaPosMarkerY(marker);
 }
 
-// What the mouse points at inside the plot is not rounded out of it.
+// Keeps rounding to the precision of the box from moving a position inside the plot out of it.
 double MarkerPanel::insideAtPrecisionOfBox(double y) const
 {
     const GraphCoordinates &coordinates = m_graph.coordinates();
@@ -404,11 +405,11 @@ void MarkerPanel::cmdCopyM2_Click()
     emit stopCopied(numbers.toInt32(numbers.generalNumber(m_m2x->text())));
 }
 
-// The floating cross rides on the curve; without it the read-out is that of the mouse itself.
+// The floating cross follows the curve; without it, the read-out shows the mouse position itself.
 void MarkerPanel::picSweep_MouseMove(double x, double y)
 {
     if (m_grabbed) {
-        // A click near a line is still a click.
+        // A slight movement near a line still counts as a click.
         m_dragging = m_dragging || m_graph.pixelsBetween(m_grabbedAt, {x, y}) > kDragDistance;
         if (m_dragging)
             putMarker(*m_grabbed, x, y);
@@ -419,7 +420,7 @@ void MarkerPanel::picSweep_MouseMove(double x, double y)
     showCursor();
 }
 
-// From the cells that the table has now.
+// Shows the current table cells under the cursor.
 void MarkerPanel::showCursor()
 {
     const int row = m_cursor ? rowAt(m_cursor->x()) : m_markers.row(GraphItem::CursorV);

@@ -19,8 +19,8 @@ class QGridLayout;
 
 namespace calvorn {
 
-// The markers' boxes under the graph: M1 and M2 at a frequency, M3 and M4 at an amplitude, their differences and the
-// read-out under the mouse. The positions themselves are those of the markers, which the boxes move and follow.
+// The marker boxes under the graph: M1 and M2 at a frequency, M3 and M4 at an amplitude, their differences and the
+// read-out under the mouse. The positions are stored in Markers; the boxes change and follow them.
 class MarkerPanel : public QWidget
 {
     Q_OBJECT
@@ -31,32 +31,32 @@ public:
 
     // --- frequency markers ---
 
-    // Puts M1 or M2 at the first row whose frequency is not below that of the box, at most row 400. A box that holds no
-    // whole number gets the frequency of its marker back.
+    // Moves M1 or M2 to the first row whose frequency is not below that of the box, at most row 400. Restores a box
+    // that does not hold a 32-bit number from the row of its marker first.
     void aggiornaPosMarkerX(GraphItem marker);
-    // Their amplitude boxes alone.
+    // Refreshes only the amplitude boxes of M1 and M2.
     void aggiornaAmpiezzaX();
-    // Puts M1 or M2 on the row nearest to the frequency (Hz), whichever way the sweep goes.
+    // Moves M1 or M2 to the row nearest to the frequency (Hz), in rising and falling sweeps alike.
     void enterFrequencyOf(GraphItem marker, double hertz);
-    // The boxes of both from their rows, and the cursor from its row. RuntimeError when the table's frequencies cannot
-    // be read.
+    // Refreshes the boxes of M1 and M2, their difference and the cursor from their rows. Throws RuntimeError when the
+    // table's frequencies cannot be read.
     void aggiornaLblMarkerX();
 
     // --- amplitude markers ---
 
-    // Puts M3 or M4 at the amplitude of its box, in the units of the current scale. A box that holds no number gets the
-    // amplitude of its marker back.
+    // Moves M3 or M4 to the amplitude in its box, in the units of the current scale. Restores a box that does not hold
+    // a number from its marker first.
     void aggiornaPosMarkerY(GraphItem marker);
-    // The boxes of both from their markers.
+    // Refreshes the boxes of M3 and M4 from their markers.
     void aggiornaLblMarkerY();
 
-    // The amplitudes of M3 and M4 in the units of the current scale, from the boxes; a text that is no number is put
-    // back from its line first.
+    // Returns the amplitude in the box of M3 or M4, in the units of the current scale. Restores a box that does not
+    // hold a number from its marker first.
     double amplitude(GraphItem marker);
-    // Both boxes and their difference, as the texts of the given kind of scale. The lines stay.
+    // Shows both amplitudes and their difference, formatted for the given kind of scale. Does not move the lines.
     void showAmplitudes(bool linear, double m3, double m4);
 
-    // Asks for the frequency of a marker as an end of the range, see the signals.
+    // Request the frequency of a marker as an end of the range; see the signals.
     void cmdCopyM1_Click();
     void cmdCopyM2_Click();
 
@@ -66,15 +66,16 @@ public:
     // "Volt" or "dB".
     void setUnit(const QString &unit);
 
-    // For whoever shows them elsewhere.
+    // The texts of all boxes, for display elsewhere.
     MarkerTexts texts() const;
 
-    // Start-up and shutdown: the texts of the boxes. After restore() every line stands where its box says.
+    // Load and store the texts of the boxes at start-up and shutdown. restore() also moves each line to its box's
+    // value.
     void restore(const WindowSettings &settings);
     void save(WindowSettings &settings) const;
 
 signals:
-    // The frequency of M1 is wanted as the start of the range, that of M2 as its stop. Hz.
+    // The user wants the frequency of M1 as the start of the range, or that of M2 as its stop. Hz.
     void startCopied(std::int32_t hertz);
     void stopCopied(std::int32_t hertz);
 
@@ -133,12 +134,12 @@ private:
     QLabel *m_unit = nullptr;
     QPushButton *m_copyM1 = nullptr;
     QPushButton *m_copyM2 = nullptr;
-    std::optional<GraphItem> m_grabbed; // the marker that the mouse holds
-    QPointF m_grabbedAt;                // where it took hold, user units
-    double m_grabbedFrom = 0.0;         // where its line stood
-    bool m_dragging = false;            // it has moved since
-    bool m_dragCancelled = false;       // by Escape, and the button is still held
-    std::optional<QPointF> m_cursor;    // place of the read-out, user units
+    std::optional<GraphItem> m_grabbed; // the marker that the mouse grabbed
+    QPointF m_grabbedAt;                // mouse position at the grab, user units
+    double m_grabbedFrom = 0.0;         // position of the marker's line at the grab
+    bool m_dragging = false;            // the mouse has moved far enough since
+    bool m_dragCancelled = false;       // Escape was pressed while the button is still down
+    std::optional<QPointF> m_cursor;    // position of the read-out, user units; empty while the read-out is
 };
 
 } // namespace calvorn

@@ -25,11 +25,11 @@ void RedrawTimer::arm()
     const qint64 sinceLast = m_last.isValid() ? m_last.elapsed() : kPeriodMs;
     if (sinceLast < kPeriodMs)
         m_timer.start(kPeriodMs - static_cast<int>(sinceLast));
-    else // queued, and therefore before the next painting: read-outs and curve are painted together
+    else // queued, hence before the next paint event, which paints read-outs and curve together
         fireSoon();
 }
 
-// The painting that follows is asked for at once, so that it comes in the same round of the event loop.
+// Requests the repaint right away, so that it follows in the same round of the event loop.
 void RedrawTimer::fireSoon()
 {
     QMetaObject::invokeMethod(this, &RedrawTimer::fire, Qt::QueuedConnection);

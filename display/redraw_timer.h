@@ -9,18 +9,19 @@ class QWidget;
 
 namespace calvorn {
 
-// "timerGrafico": the one throttle of redraws. A burst of vectors leads to one redraw at its start and one at its end.
+// The timer "timerGrafico", which throttles all redraws. A burst of vectors causes one redraw at its start, then at
+// most one per period.
 class RedrawTimer : public QObject
 {
     Q_OBJECT
 
 public:
-    static constexpr int kPeriodMs = 15; // no screen shows more than one picture in that time
+    static constexpr int kPeriodMs = 15; // shorter than one frame of a 60 Hz screen
 
-    // painted: the widget that is drawn; the timer is its child.
+    // painted: the widget to redraw, which becomes the parent.
     explicit RedrawTimer(QWidget &painted);
 
-    // Asks for one fired(), as soon as the calling procedure is done and at most once in kPeriodMs.
+    // Requests one fired(), as soon as the caller has returned to the event loop, but at most once per kPeriodMs.
     void arm();
 
 signals:

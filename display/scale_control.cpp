@@ -69,14 +69,14 @@ void ScaleControl::aggiornaScala(std::int16_t mode)
     m_panel.graph().drawLine();
 }
 
-// None for a number that is no scale.
+// Checks no action if the number is not a scale.
 void ScaleControl::checkAction()
 {
     for (std::size_t i = 0; i < m_actions.size(); ++i)
         m_actions[i]->setChecked(static_cast<int>(i) == m_configuration.scaleType);
 }
 
-// Grid and amplitude markers; the curve keeps the cells that it has read.
+// Redraws grid and amplitude markers; the curve keeps the cells that it has read.
 void ScaleControl::redrawRange()
 {
     m_panel.drawScreen();
@@ -86,7 +86,7 @@ void ScaleControl::redrawRange()
 
 void ScaleControl::clicked(std::int16_t scale)
 {
-    // A desktop that shows the menus itself lets no click precede.
+    // If the desktop shows the menu bar, no click in the window has committed the entry yet.
     EntryBox::commitPending();
     choose(scale);
 }
@@ -98,7 +98,7 @@ void ScaleControl::choose(std::int16_t scale)
 
 void ScaleControl::changeToLinear()
 {
-    // On the linear scale the conversion gives its argument back.
+    // On the linear scale, the conversion returns its argument unchanged.
     const double m3 = dbToVoltsBounded(m_configuration, m_markers.amplitude(GraphItem::M3));
     const double m4 = dbToVoltsBounded(m_configuration, m_markers.amplitude(GraphItem::M4));
     m_markers.showAmplitudes(true, m3, m4);
@@ -114,7 +114,7 @@ void ScaleControl::changeToLogarithmic(std::int16_t mode)
     if (isLinearScale(old) || otherReference) {
         const double volts3 = dbToVoltsBounded(m_configuration, m3);
         const double volts4 = dbToVoltsBounded(m_configuration, m4);
-        // To the scale of 10 V + 10 dB, and to no other, volts come with the reference of 1 V.
+        // Only the change from linear to 10 V + 10 dB converts volts with the reference of 1 V.
         const bool takesOneVolt = isLinearScale(old) && mode == kScaleDb10VHeadroom;
         m_configuration.scaleType = takesOneVolt ? kScaleDb1V : mode;
         m3 = voltsToDb(m_configuration, volts3);

@@ -12,7 +12,7 @@
 
 namespace calvorn {
 
-// The five amplitude scales: the actions of the menu "Scale", and what a change of scale does.
+// The five amplitude scales: the actions of the "Scale" menu, and the change from one scale to another.
 class ScaleControl : public QObject
 {
     Q_OBJECT
@@ -21,15 +21,15 @@ public:
     ScaleControl(Configuration &configuration, SweepTable &table, GraphPanel &panel, MarkerPanel &markers,
                  ErrorBoundary &boundary, QObject *parent = nullptr);
 
-    // In the order of scaleType; for the menu.
+    // In the order of scaleType, for the menu.
     QList<QAction *> actions() const { return {m_actions.begin(), m_actions.end()}; }
 
-    // Switches the whole display to a scale: table, axis, grid, markers, curve. The boxes of M3 and M4 must already be
-    // in its units. At start-up with the saved scale, and after whatever has rewritten the table. A value that is no
-    // scale (a damaged settings file) counts as the linear one.
+    // Switches table, axis, grid, markers and curve to a scale. The boxes of M3 and M4 must already be in its units.
+    // Called at start-up with the saved scale, and after the table has been rewritten. A value that is not a scale (a
+    // damaged settings file) is treated as logarithmic, referred to 1 V.
     void aggiornaScala(std::int16_t mode);
 
-    // As the menu does, except that what is being typed in a box stays there.
+    // Does the same as the menu, but does not commit an entry that is still being typed.
     void choose(std::int16_t scale);
 
 private:

@@ -35,7 +35,7 @@ SpanMouse::SpanMouse(SweepGraph &graph)
 
 SpanMouse::~SpanMouse() = default;
 
-// Escape comes from the application, wherever the focus is.
+// Receives Escape from the application, wherever the focus is.
 bool SpanMouse::eventFilter(QObject *watched, QEvent *event)
 {
     const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride;
@@ -48,7 +48,7 @@ bool SpanMouse::eventFilter(QObject *watched, QEvent *event)
     return watched == &m_graph && !m_replaying && graphEvent(event);
 }
 
-// True: the graph does not get it.
+// Returns true to hide the event from the graph.
 bool SpanMouse::graphEvent(QEvent *event)
 {
     switch (event->type()) {
@@ -92,7 +92,7 @@ bool SpanMouse::pressed(QMouseEvent *event)
     return true;
 }
 
-// The read-outs under the mouse follow a drag, too.
+// Returns false, so that the mouse read-outs follow a drag, too.
 bool SpanMouse::moved(const QMouseEvent *event)
 {
     if (!m_press)
@@ -148,7 +148,7 @@ void SpanMouse::endDrag()
         m_band->hide();
 }
 
-// The mouse points at the middle of its pixel.
+// Uses the centre of the pixel under the mouse.
 double SpanMouse::frequencyAt(double x) const
 {
     const double pixel = 1.0 / m_graph.devicePixelRatioF();

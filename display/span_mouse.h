@@ -13,8 +13,8 @@ class QWheelEvent;
 
 namespace calvorn {
 
-// What the mouse does to the span of a graph while Ctrl is held: the wheel zooms around the pointer, a drag with the
-// left button takes the span between its ends. Escape cancels a drag. A click without a drag goes on to the graph.
+// Mouse control of the graph's span while Ctrl is held: the wheel zooms around the pointer, and a drag with the left
+// button selects the span between its ends. Escape cancels a drag. A click without a drag is passed on to the graph.
 class SpanMouse : public QObject
 {
     Q_OBJECT
@@ -24,9 +24,9 @@ public:
     ~SpanMouse() override;
 
 signals:
-    // notches: away from the user, to zoom in; negative towards the user.
+    // notches: positive away from the user, to zoom in; negative towards the user.
     void zoomed(double hertz, int notches);
-    // Frequencies at the left and the right end, Hz.
+    // Frequencies at the left and the right end of the drag, Hz.
     void spanDragged(double left, double right);
 
 protected:
@@ -43,13 +43,13 @@ private:
     double frequencyAt(double x) const;
 
     SweepGraph &m_graph;
-    std::unique_ptr<QMouseEvent> m_press; // held back until it turns out to be a click
+    std::unique_ptr<QMouseEvent> m_press; // held back until it turns out to be a click or a drag
     QRubberBand *m_band = nullptr;
     double m_from = 0.0; // x of the press, logical pixels
     bool m_dragging = false;
-    bool m_cancelled = false; // by Escape, and the button is still held
-    bool m_replaying = false; // the press that was held back
-    int m_turned = 0;         // of a notch, eighths of a degree
+    bool m_cancelled = false; // Escape was pressed while the button is still down
+    bool m_replaying = false; // sending the press that was held back
+    int m_turned = 0;         // fraction of a notch so far, eighths of a degree
 };
 
 } // namespace calvorn

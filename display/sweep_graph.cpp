@@ -18,9 +18,9 @@ namespace calvorn {
 
 namespace {
 
-constexpr double kGrabDistance = 4.0; // logical pixels from a line within which the mouse takes hold of it
+constexpr double kGrabDistance = 4.0; // logical pixels within which the mouse grabs a line
 
-// Device pixels. Far outside any screen, and inside what the rasteriser's fixed-point coordinates hold.
+// Device pixels. Far outside any screen, but within the range of the rasteriser's fixed-point coordinates.
 constexpr double kFarAway = 16000.0;
 
 } // namespace
@@ -32,14 +32,14 @@ SweepGraph::SweepGraph(const Configuration &configuration, const SweepTable &tab
     , m_markers(markers)
     , m_redraws(new RedrawTimer(*this))
 {
-    addParts(*this); // before anything makes an accessible interface of the graph
+    addParts(*this); // before anything creates an accessible interface for the graph
     setObjectName(QStringLiteral("picSweep"));
     setToolTip(tr("Click left: M1, right: M2, with Shift: M3 and M4. Markers can be dragged.\n"
                   "With Ctrl: the wheel zooms, a drag takes the span.\n"
                   "Keyboard: arrow keys move, keys 1 to 4 put a marker."));
     setAccessibleName(tr("Sweep graph"));
     setAccessibleDescription(toolTip());
-    // By Tab alone: a click into the plot leaves the focus where one was typing.
+    // Tab only: a click into the plot must not take the focus from the box that the user is typing into.
     setFocusPolicy(Qt::TabFocus);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     setAttribute(Qt::WA_OpaquePaintEvent);
@@ -75,8 +75,8 @@ void SweepGraph::drawScreen()
     emit scaleDrawn();
 }
 
-// A burst of vectors is read once, when its redraw comes. A table without a sweep has nothing to be drawn, unless its
-// empty rows are shown already.
+// A burst of vectors is read once, at its redraw. A table without a sweep is drawn only if the graph already shows a
+// curve.
 void SweepGraph::followTable()
 {
     if (!m_table.hasSweep() && !m_model.live)
@@ -126,7 +126,7 @@ void SweepGraph::complete()
         clearCurve();
 }
 
-// Kept as a picture: most sweeps pass below it.
+// Caches the legend as a pixmap: most sweeps do not change it.
 void SweepGraph::showLegend()
 {
     std::vector<LegendEntry> entries = m_model.legend();
@@ -187,7 +187,7 @@ PlotPainter SweepGraph::screenPainter(GraphInk ink) const
     return {m_model, {QSizeF(size()), pixel, std::max(1.0, std::floor(devicePixelRatioF())) * pixel}, ink};
 }
 
-// Soft edges need no whole pixels, so the curve looks alike at every scaling of the screen.
+// An antialiased curve needs no whole number of pixels, so it looks the same at every screen scale.
 double SweepGraph::curveThickness() const
 {
     return std::max(1.0, devicePixelRatioF());
@@ -246,13 +246,13 @@ QRect SweepGraph::itemRegion(GraphItem item) const
     return lineRect(item).toRect().united(labelRect(item).toAlignedRect());
 }
 
-// Only what has changed is painted anew.
+// Repaints only the area that has changed.
 void SweepGraph::showCurve()
 {
     showLegend();
     if (m_model.axis != m_gridAxis && !(m_model.traces.empty() && m_model.limits.empty()))
         m_plot.clear();
-    if (m_plot.isNull()) // it comes with the next painting
+    if (m_plot.isNull()) // the next paint event draws the curve
         return update();
     const double ratio = devicePixelRatioF();
     QRegion changed;
@@ -282,14 +282,14 @@ void SweepGraph::paintEvent(QPaintEvent *event)
         paintPointer(painter);
 }
 
-// The curve is kept: where the window is uncovered it is painted again without reading a cell, idle or sweeping.
+// The curve is cached: uncovering the window repaints it without reading a cell, idle or sweeping.
 void SweepGraph::picSweep_Paint(QPainter &painter, const QRegion &exposed)
 {
-    if (m_curveStale) // a scale or a sweep that is not shown in part
+    if (m_curveStale) // so that a new scale or sweep never appears in part
         drawLine();
     if (m_plot.isNull())
         paintPlot();
-    // Copied without any scaling, and one rectangle at a time, which is quicker than through a clip of many.
+    // Copy unscaled, one rectangle at a time: faster than one copy through a clip of many rectangles.
     const double ratio = devicePixelRatioF();
     painter.save();
     for (const QRect &area : exposed) {
@@ -335,7 +335,7 @@ void SweepGraph::resizeEvent(QResizeEvent *event)
 
 QPointF SweepGraph::userPosition(const QMouseEvent *event) const
 {
-    // The mouse points at the middle of its pixel.
+    // Use the centre of the pixel under the mouse.
     const double pixel = 1.0 / devicePixelRatioF();
     const double half = pixel / 2.0;
     const auto inside = [half](double at, int extent) {
@@ -422,7 +422,7 @@ void SweepGraph::focusOutEvent(QFocusEvent *event)
     update();
 }
 
-// Over the plot it would hide the curve.
+// Shows the tool tip below the plot, where it does not hide the curve.
 void SweepGraph::showToolTipBelow()
 {
     QToolTip::showText(mapToGlobal(rect().bottomLeft()), toolTip(), this);
@@ -455,7 +455,7 @@ bool SweepGraph::event(QEvent *event)
         showToolTipBelow();
         return true;
     }
-    // Another screen may have another number of device pixels; another font other captions.
+    // Another screen may have another device pixel ratio; another font changes the captions.
     if (event->type() == QEvent::ScreenChangeInternal || event->type() == QEvent::FontChange) {
         m_plot.clear();
         m_entries.clear();

@@ -18,13 +18,13 @@
 
 namespace calvorn {
 
-// The graph "picSweep": it shows a PlotModel, which it keeps up to date from the table, the record and the markers.
+// The graph "picSweep". Shows a PlotModel and keeps it up to date with table, configuration and markers.
 //
-// Without a mouse: with the focus, the arrow keys move a pointer row by row and up and down (Ctrl: ten times as far),
-// Home and End take it to the edges, and the keys 1 to 4 put M1 to M4 there, as a click would.
+// Keyboard control while focused: the arrow keys move a pointer by one row or one pixel (ten with Ctrl), Home and End
+// move it to the edges, and the keys 1 to 4 place M1 to M4 at the pointer, as a click would.
 //
-// The grid is painted again only when scale, range or size change. The curve is read from the table when that has
-// changed, at the pace of the redraw timer; moving a marker or uncovering the window reads no cell.
+// The grid is repainted only when scale, range, size, screen or overlays change. The curve is read from the table after
+// a change, at the pace of the redraw timer; moving a marker or uncovering the window reads no cell.
 class SweepGraph : public QWidget
 {
     Q_OBJECT
@@ -37,54 +37,55 @@ public:
     SweepGraph(const Configuration &configuration, const SweepTable &table, Markers &markers,
                QWidget *parent = nullptr);
 
-    // Once at start-up: colours, size, and the coordinates of the record's scale.
+    // Sets colours, size and the coordinates of the configured scale. Called once at start-up.
     void inizializzaGraph();
 
-    // The grid for the scale and range of the record. Called after either has changed; reads no cell.
+    // Draws the grid for the configured scale and range. Called after either has changed; reads no cell.
     void drawScreen();
 
     // Reads the amplitude cells of all 400 rows and shows them. A cell that is not a number counts as 0.
     void drawLine();
 
-    // Takes the curve away until the next drawLine(); the grid stays.
+    // Removes the curve until the next drawLine(); the grid stays.
     void clearCurve();
 
-    // Further curves and limits that stay, below the curve of the sweep.
+    // Sets further curves and limits, which stay below the curve of the sweep.
     void setOverlays(std::vector<PlotTrace> traces, std::vector<LimitLine> limits);
 
-    // Completes the plot after the sweep in it has changed: curves that move with it, or another curve in its place.
+    // Sets the function that completes the plot after its sweep has changed: it adds curves that change with the sweep,
+    // or replaces the curve.
     void setCompletion(std::function<void(PlotModel &)> complete);
-    // Draws the plot anew as it is completed now.
+    // Completes and redraws the plot.
     void complete();
 
-    // The pace of redraws. Whoever shows something of the same sweep hangs on it, too.
+    // The timer that paces redraws. Other views of the same sweep use it, too.
     RedrawTimer &redraws() const { return *m_redraws; }
 
-    // What the graph shows, for pictures.
+    // The plot that the graph shows, for pictures.
     const PlotModel &model() const { return m_model; }
     const GraphCoordinates &coordinates() const { return m_model.scale; }
     Markers &markers() const { return m_markers; }
 
-    // Moves a line to a row (vertical lines) or to a y in user units (horizontal ones), its caption with it.
+    // Moves a line with its caption to a row (vertical lines) or to a y in user units (horizontal lines).
     void moveLine(GraphItem item, double position);
     GraphLine line(GraphItem item) const { return screenPainter().line(item); }
-    // Empty text for the lines of the cursor, which have no caption.
+    // The text is empty for the lines of the cursor, which have no caption.
     const GraphLabel &label(GraphItem item) const { return m_labels[static_cast<std::size_t>(item)]; }
-    // Where the caption is painted, in logical pixels: at its place, or moved inside where that is cut off. Those of M1
-    // and M2 stand above the plot, at negative heights. Empty when its line is hidden or outside the range.
+    // Returns the area of a caption in logical pixels: beside its line, moved inside where it would be cut off. The
+    // captions of M1 and M2 stand above the plot, at negative y. Empty if the line is hidden or outside the range.
     QRectF labelRect(GraphItem item) const;
 
-    // Paints the captions of M1 and M2 above the plot, whose upper left corner is at the painter's origin.
+    // Paints the captions of M1 and M2 above the plot. The painter's origin is the upper left corner of the plot.
     void paintCaptionsAbove(QPainter &painter, GraphInk ink) const;
     int heightOfCaptions() const; // logical pixels
 
-    // Where a line is painted, in logical pixels.
+    // Returns the area that a line is painted in, in logical pixels.
     QRectF lineRect(GraphItem item) const;
 
-    // The marker whose line lies within a few pixels of this place (user units), the nearest if there are several.
+    // Returns the marker whose line is nearest to this position (user units), if one lies within a few pixels.
     std::optional<GraphItem> markerNear(double x, double y) const;
 
-    // Distance of two places (user units) on the screen, in logical pixels.
+    // Returns the distance between two positions (user units) on the screen, in logical pixels.
     double pixelsBetween(QPointF from, QPointF to) const;
 
     // The points of the curve in user units; empty after clearCurve().
@@ -94,11 +95,11 @@ public:
     QSize minimumSizeHint() const override { return {320, 300}; }
 
 signals:
-    // By drawScreen(): the amplitudes of another scale or range are shown.
+    // Emitted by drawScreen(): the amplitudes of another scale or range are shown.
     void scaleDrawn();
-    // What paintCaptionsAbove() paints.
+    // paintCaptionsAbove() would paint something different now.
     void captionsAboveChanged();
-    // The mouse over the plot, in user units: x from 0 to 400, y inside the range shown.
+    // Mouse events over the plot, in user units: x from 0 to 400, y inside the range shown.
     void mouseMoved(double x, double y);
     void mousePressed(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, double x, double y);
     void mouseReleased(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, double x, double y);
@@ -141,12 +142,12 @@ private:
     PlotModel m_model;
     PlotImage m_plot; // null when its grid is out of date
     std::function<void(PlotModel &)> m_complete = [](PlotModel &) {};
-    PlotAxis m_gridAxis;                // the overlays in the grid stand at its frequencies
-    std::vector<LegendEntry> m_entries; // of the legend as it is kept
+    PlotAxis m_gridAxis;                // axis for which the overlays in the grid were painted
+    std::vector<LegendEntry> m_entries; // entries of the cached legend
     QPixmap m_legend;
     QRectF m_legendPlace;      // logical pixels
-    bool m_curveStale = false; // the table has another one by now
-    // Where the mouse or the arrow keys were last: a row, and a part of the height from the top.
+    bool m_curveStale = false; // the table has changed since the curve was read
+    // Last position of mouse or arrow keys: a row, and a fraction of the height from the top.
     QPointF m_pointer{200.0, 0.5};
     std::array<GraphLabel, kGraphItems> m_labels;
 };

@@ -43,7 +43,7 @@ SweepTableView::SweepTableView(const Configuration &configuration, SweepTable &t
     connect(&table, &SweepTable::rebuilt, this, &SweepTableView::setColumnWidths);
 }
 
-// The diagnostic layout makes room for the raw counts; the normal one leaves their column as it is.
+// The diagnostic layout makes room for the raw counts; the normal layout leaves their column unchanged.
 void SweepTableView::setColumnWidths()
 {
     const auto part = [this](int numerator, int denominator) {
@@ -70,8 +70,8 @@ void SweepTableView::keyPressEvent(QKeyEvent *event)
         QTableView::keyPressEvent(event);
 }
 
-// Where none is selected, the one with the focus. A line for each row, its columns parted by tabulators, as
-// spreadsheets take it.
+// Copies the selected rows, or the current row if none is selected, as lines with tab-separated columns, which
+// spreadsheets accept.
 void SweepTableView::copySelectedRows() const
 {
     const bool any = selectionModel()->hasSelection();

@@ -7,8 +7,8 @@
 
 namespace calvorn {
 
-// The view "MSFlexGridV" of the sweep table: 400 compact rows under a fixed header. The columns take their widths
-// from that of the view whenever the table is rebuilt or the view becomes wider or narrower.
+// The view "MSFlexGridV" of the sweep table: 400 compact rows under a fixed header. The column widths follow the width
+// of the view whenever the table is rebuilt or that width changes.
 class SweepTableView : public QTableView
 {
     Q_OBJECT
@@ -19,7 +19,7 @@ public:
     QSize minimumSizeHint() const override { return {200, 60}; }
     QSize sizeHint() const override { return {400, 90}; }
 
-    // Every sweep changes all cells. What nobody sees is not told on; it is painted anew when it is shown.
+    // Every sweep changes all cells. A hidden view ignores changes and repaints when shown.
     void dataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight, const QList<int> &roles) override;
 
 protected:

@@ -16,10 +16,10 @@ namespace {
 constexpr int kMarkerView = 0;
 constexpr int kTableView = 1;
 constexpr int kFirstParallelPortView = 2;
-constexpr int kLeastTableWidth = 360; // logical pixels, with the markers beside it
+constexpr int kLeastTableWidth = 360; // logical pixels, next to the markers
 constexpr SettingKey kViewHeight{"View", "Height", "0"};
 
-// The button of the view that is shown is disabled; the bold caption says that it is the chosen one.
+// Disables the button of the current view, whose bold caption marks the choice.
 void markChosen(QPushButton *button, bool chosen)
 {
     button->setEnabled(!chosen);
@@ -53,13 +53,13 @@ ViewSwitch::ViewSwitch(WindowSettings &settings, MarkerPanel &markers, QWidget *
     m_beside = new QFrame(this);
     m_beside->setFrameStyle(QFrame::StyledPanel | QFrame::Plain);
     (new QVBoxLayout(m_beside))->setContentsMargins(0, 0, 0, 0);
-    // It gives way to a narrower window.
+    // Let the window become narrower than the markers.
     m_beside->setMinimumWidth(1);
     m_beside->hide();
     views->addWidget(m_beside);
     const std::array<QString, kViews> captions{tr("&Marker"), tr("&Table"), tr("Aux &1"), tr("Aux &2")};
     const std::array<QWidget *, kViews> contents{&markers, table, aux1, aux2};
-    // The buttons first: the Tab key goes through them before it enters the view.
+    // Create the buttons first, so that the Tab key visits them before the view.
     for (int index = 0; index < kViews; ++index)
         makeButton(index, captions[static_cast<std::size_t>(index)], boundary);
     for (int index = 0; index < kViews; ++index)
@@ -79,7 +79,7 @@ void ViewSwitch::makeButton(int index, const QString &caption, ErrorBoundary &bo
     button->setToolTip(tr("Show the view \"%1\"").arg(plain));
     button->setAccessibleName(tr("View %1").arg(plain));
     button->setAutoDefault(false);
-    // Room for the bold caption that it has while its view is shown.
+    // Leave room for the bold caption of the current view.
     QFont bold = button->font();
     bold.setBold(true);
     button->setMinimumWidth(button->sizeHint().width() + QFontMetrics(bold).horizontalAdvance(plain) -
@@ -127,7 +127,7 @@ void ViewSwitch::selectView(int index)
     m_stack->setCurrentIndex(shown);
     m_actions[static_cast<std::size_t>(shown)]->setChecked(true);
     markChosen(m_buttons[static_cast<std::size_t>(shown)], true);
-    // A number that is no view, or none of this interface, stays until the user chooses one.
+    // Keep an invalid view number, or one of another interface, until the user chooses a view.
     if (isView)
         m_settings.markerIndex = static_cast<std::int16_t>(shown);
     placeMarkers();
@@ -168,7 +168,7 @@ QSize ViewSwitch::sizeHint() const
             m_givenHeight > 0 ? std::max(minimumSizeHint().height(), std::min(m_givenHeight, most)) : needed.height()};
 }
 
-// Of another parent another half is the most.
+// Follows the parent, whose height limits the views to one half of it.
 bool ViewSwitch::event(QEvent *event)
 {
     if (event->type() == QEvent::ParentAboutToChange && parentWidget())

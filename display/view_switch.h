@@ -15,7 +15,7 @@
 
 namespace calvorn {
 
-// The four views under the graph with their buttons, and the actions of the menu "View".
+// The four views under the graph with their buttons, and the actions of the "View" menu.
 class ViewSwitch : public QWidget
 {
     Q_OBJECT
@@ -23,34 +23,34 @@ class ViewSwitch : public QWidget
 public:
     static constexpr int kViews = 4;
 
-    // table, aux1 and aux2 are the contents of frameView_1 to frameView_3, markers that of frameView_0; the switch
-    // takes them over. markerIndex of the settings holds the view shown.
+    // table, aux1 and aux2 become the contents of frameView_1 to frameView_3, markers that of frameView_0; the switch
+    // takes ownership. settings.markerIndex holds the current view.
     ViewSwitch(WindowSettings &settings, MarkerPanel &markers, QWidget *table, QWidget *aux1, QWidget *aux2,
                ErrorBoundary &boundary, QWidget *parent = nullptr);
 
     // For the menu.
     QList<QAction *> actions() const { return {m_actions.begin(), m_actions.end()}; }
 
-    // Shows a view, greys its button, and refreshes the read-outs of the markers. A view that does not exist (a
-    // damaged settings file, or one of another hardware interface) gives way to view 0.
+    // Shows a view, disables its button, and refreshes the marker read-outs. A view that does not exist (a damaged
+    // settings file, or one of another hardware interface) is replaced by view 0.
     void selectView(int index);
 
-    // Whether the two views of the parallel-port interface exist; they do at first.
+    // Sets whether the two views of the parallel-port interface exist; initially they do.
     void setOutputViews(bool available);
 
-    // Puts a widget to the right of the buttons.
+    // Adds a widget to the right of the buttons.
     void addBesideButtons(QWidget *widget) { m_buttonRow->addWidget(widget); }
 
-    // Puts a widget into the room that the buttons and what stands beside them leave.
+    // Puts a widget into the space between the buttons and the widgets beside them.
     void setBetween(QWidget *widget);
 
-    // The height that the user gave the views, in logical pixels; 0 is what they need. Never more than half of the
-    // parent. While they are higher than they need, and wide enough, the markers stand beside the table.
+    // Sets the height that the user chose for the views, in logical pixels, at most half of the parent; 0 is the height
+    // that they need. While the views are higher than needed and wide enough, the markers stand beside the table.
     void setGivenHeight(int height);
     int givenHeight() const { return m_givenHeight; }
 
-    // Start-up and shutdown: the key "Height" of the section [View]. A file without it gets it only with a height that
-    // was given. False when it cannot be written.
+    // Load and store the key "Height" in section [View] at start-up and shutdown. The key is written only if the height
+    // differs from the file's. saveHeight() returns false if it cannot be written.
     void restoreHeight(const QString &settingsFile);
     bool saveHeight(const QString &settingsFile) const;
 

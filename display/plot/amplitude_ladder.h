@@ -7,13 +7,13 @@
 
 namespace calvorn {
 
-inline constexpr int kLadderLines = 11; // that a label can stand at
+inline constexpr int kLadderLines = 11; // lines that can have a label
 
-// The text at a line of the ladder of amplitudes beside a plot: quarters of the full scale in volts, 0 to 4, or steps
-// of 10 dB, 0 to 9, both counted from the top of the scale.
+// Returns the text of a line of the amplitude ladder beside a plot, counted from the top of the scale: quarters of the
+// full scale in volts (i = 0 to 4) or steps of 10 dB (i = 0 to 10).
 QString ladderText(const Configuration &configuration, int i);
 
-// What 0 dB is, "(Vref 1V)" or "(Vref 10V)".
+// Returns the meaning of 0 dB: "(Vref 1V)" or "(Vref 10V)".
 QString referenceText(const Configuration &configuration);
 
 } // namespace calvorn

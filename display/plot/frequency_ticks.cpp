@@ -12,14 +12,14 @@ namespace calvorn {
 
 namespace {
 
-constexpr int kMajorLines = 8; // from the left edge of the plot to the right one
+constexpr int kMajorLines = 8; // intervals from the left edge of the plot to the right one
 constexpr double kMajorDistance = GraphCoordinates::kWidth / kMajorLines;
-constexpr double kFineness = 50.0; // parts of the distance between two major lines that the decimals tell
+constexpr double kFineness = 50.0; // parts of the distance between two major lines that the decimals resolve
 
 struct Unit
 {
     double hertz;
-    int mostDecimals; // a hertz
+    int mostDecimals; // number of decimals that resolves 1 Hz
     QString (*text)(const QString &number);
 };
 

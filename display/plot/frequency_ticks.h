@@ -10,7 +10,7 @@
 
 namespace calvorn {
 
-// The frequency of a major vertical line of the grid, below the plot.
+// The label of a major vertical grid line: its frequency, shown below the plot.
 struct FrequencyTick
 {
     double x = 0.0; // user units of the graph
@@ -26,21 +26,21 @@ struct TickInterval
     double right = 0.0;
 };
 
-// What the strip is like. All lengths in the painter's units.
+// The layout of the strip below the plot. All lengths are in the painter's units.
 struct TickStrip
 {
-    std::function<double(const QString &)> widthOf; // of a text
-    std::function<double(double)> placeOf;          // of an x in user units
-    std::vector<TickInterval> taken;                // by the frequencies of start, centre and stop
-    double gap = 0.0;                               // between two texts, at least
+    std::function<double(const QString &)> widthOf; // width of a text
+    std::function<double(double)> placeOf;          // position of an x in user units
+    std::vector<TickInterval> taken;                // occupied by start, centre and stop
+    double gap = 0.0;                               // smallest distance between two texts
 };
 
-// The frequencies of every nth major line to either side of the centre. The outermost lines and the centre are left
-// out: start, centre and stop are shown there. With as many decimals as tell a fiftieth of the distance between two
-// major lines. Empty for an axis without a step.
+// Returns the frequencies of every nth major line on both sides of the centre, without the outermost lines and the
+// centre, where start, centre and stop are shown. The decimals resolve a fiftieth of the distance between two major
+// lines, but at most 1 Hz. Empty for an axis without a step.
 std::vector<FrequencyTick> frequencyTicks(const PlotAxis &axis, int every);
 
-// Those of every line, or else of every second one, for which there is room. Otherwise none.
+// Returns the labels of every line if they all fit, else of every second line if those fit, else none.
 std::vector<FrequencyTick> fittingTicks(const PlotAxis &axis, const TickStrip &strip);
 
 } // namespace calvorn

@@ -14,8 +14,8 @@ constexpr double kHeadroomDb = 10.0; // scales 2 and 4 reach above 0 dB
 constexpr double kSmallestRangeDb = 1.0;
 constexpr double kUnitsPerDb = 1000.0;
 
-// A range that would need more lines than this (a damaged settings file) shows none of that kind: they would fill
-// the surface with one colour.
+// If a range needs more lines of one kind (a damaged settings file), none of that kind are drawn: they would fill the
+// plot with one colour.
 constexpr double kMostLinesOfAKind = 200.0;
 
 } // namespace

@@ -29,11 +29,11 @@ struct GridLine
     bool operator==(const GridLine &) const = default;
 };
 
-// The user coordinates of the graph for one scale and full-scale value, and their way to pixels.
+// The user coordinates of the graph for one scale and full-scale value, and their conversion to pixels.
 //
-// x is the table row, 0 to 400. y is the amplitude x 1000: volts upwards on the linear scale, -dB (so downwards) on
-// the logarithmic ones. Every value of the record gives usable coordinates: a top that is not a positive number
-// counts as 1 V, a range that spans less than 1 dB as one of 1 dB, an unknown scale as scale 1.
+// x is the table row, 0 to 400. y is the amplitude x 1000: volts upwards on the linear scale, -dB (so downwards) on the
+// logarithmic ones. Every configuration yields usable coordinates: a full scale that is not a positive number is
+// replaced by 1 V, a range of less than 1 dB by 1 dB, and an unknown scale by scale 1.
 class GraphCoordinates
 {
 public:
@@ -45,22 +45,22 @@ public:
     double top() const { return m_top; }       // y of the upper edge
     double height() const { return m_height; } // negative on the linear scale, where y grows upwards
     double bottom() const { return m_top + m_height; }
-    double fullScaleVolt() const { return m_fullScaleVolt; } // what the linear scale is drawn for, V
+    double fullScaleVolt() const { return m_fullScaleVolt; } // range of the linear scale, V
 
-    // y of an amplitude in volts or dB, and back.
+    // Convert an amplitude in volts or dB to y, and y back to an amplitude.
     double factor() const { return m_linear ? 1000.0 : -1000.0; }
     double yOfAmplitude(double amplitude) const { return amplitude * factor(); }
     double amplitudeOfY(double y) const { return y / factor(); }
 
-    // The height of 10 dB, or of a quarter of the linear scale, in the unit of outerHeight.
+    // The height of 10 dB or of a quarter of the linear scale, in the unit of outerHeight.
     double labelPitch(double outerHeight) const;
 
-    // User units 0 and 400, top and bottom, lie in the middle of the outermost pixels, so that the frame of the grid
-    // is seen. surface: logical pixels; pixel: the size of a device pixel in them.
+    // x = 0 and 400, top and bottom map to the centres of the outermost pixels, so that the frame of the grid is
+    // visible. surface: logical pixels; pixel: the size of a device pixel in logical pixels.
     QPointF toPixel(QPointF user, QSizeF surface, double pixel = 1.0) const;
     QPointF toUser(QPointF position, QSizeF surface, double pixel = 1.0) const;
 
-    // The lines in the order of painting: later ones lie on top.
+    // The lines in painting order: later lines lie on top.
     std::vector<GridLine> gridLines() const;
 
     bool operator==(const GraphCoordinates &) const = default;

@@ -26,15 +26,15 @@ struct GraphLine
     QRgb colour = 0;
 };
 
-// The caption of a marker. left and top are in user units; the caption of a vertical line stands to its right, that
-// of a horizontal one is centred on it.
+// The caption of a marker. left and top are in user units. The caption of a vertical line stands to the right of the
+// line; that of a horizontal line is vertically centred on it.
 struct GraphLabel
 {
     double left = 0.0;
     double top = 0.0;
     QString text;
-    QStaticText layout; // of the text, kept: it is painted with every sweep
-    QSizeF size;        // with its margin, logical pixels
+    QStaticText layout; // cached layout of the text, which is painted with every sweep
+    QSizeF size;        // including the margin, logical pixels
 };
 
 } // namespace calvorn

@@ -10,7 +10,8 @@
 
 namespace calvorn {
 
-// The limits as lines of a plot: one for each run of points that have the value. The first of each side has its name.
+// Converts limits to plot lines: one line for each run of points that have the limit. Only the first line of each side
+// has its name.
 std::vector<LimitLine> limitCurves(const LimitLines &limits, const QString &upperName, const QString &lowerName);
 
 } // namespace calvorn

@@ -9,50 +9,50 @@
 
 namespace calvorn {
 
-// Volts or dB: beyond it a marker means nothing, and a power of ten of it might not be a number any more.
+// Volts or dB. Larger marker amplitudes make no sense; the bound keeps arithmetic with them finite.
 inline constexpr double kLargestAmplitude = 1e6;
 
-// The read-outs of the markers as they are shown: frequencies in Hz, amplitudes in the units of the scale.
+// The marker read-outs as shown: frequencies in Hz, amplitudes in the units of the scale.
 struct MarkerTexts
 {
     QString m1x, m1y, m2x, m2y, m2m1;
     QString m3y, m4y, m4m3;
 };
 
-// The first row whose frequency is not below this one (Hz), at most row 400.
-// RuntimeError when a frequency on the way cannot be read.
+// Returns the first row whose frequency is not below this one (Hz), at most row 400. Throws RuntimeError when a
+// frequency before that row cannot be read.
 int rowOfFrequency(const SweepTable &table, std::int32_t frequency);
 
-// The row of a typed frequency; nothing where the text is no whole number of Hz.
+// Returns the row of a typed frequency in Hz; nothing if the text is not a number in 32-bit range.
 std::optional<int> rowOfEntry(const SweepTable &table, const QString &text);
 
-// The amplitude of a typed text, volts or dB, bounded; nothing where it is no number.
+// Returns the amplitude of a typed text in volts or dB, bounded by kLargestAmplitude; nothing if it is not a number.
 std::optional<double> amplitudeOfEntry(const QString &text);
 
-// An amplitude as a marker shows it.
+// Formats an amplitude as a marker shows it.
 QString markerText(bool linear, double amplitude);
 
-// |M2 - M1| in Hz as it is shown. RuntimeError(Overflow) when it does not fit.
+// Returns |M2 - M1| in Hz as shown. Throws RuntimeError(Overflow) if the difference does not fit into 32 bits.
 QString frequencyDifference(const SweepTable &table, const MarkerSet &markers);
 
-// M4 - M3 as it is shown: on the linear scale the distance; on a logarithmic one the signed difference when both lie
-// on the same side of 0 dB, otherwise the sum of the magnitudes.
+// Returns M4 - M3 as shown: on the linear scale the distance; on a logarithmic one the signed difference if both lie on
+// the same side of 0 dB, otherwise the sum of the magnitudes.
 double markerDifference(bool linear, double m3, double m4);
 
-// M3, M4 and their difference for these amplitudes, as shown.
+// The texts of M3, M4 and their difference.
 struct AmplitudeTexts
 {
     QString m3y, m4y, m4m3;
 };
 AmplitudeTexts amplitudeTexts(bool linear, double m3, double m4);
 
-// The amplitude of M3 or M4 at the precision of its box: 0.0 is on neither side of zero, whatever it stands at.
+// Rounds the amplitude of M3 or M4 to the precision of its box: a marker that shows 0.0 lies on neither side of zero.
 double shownAmplitude(bool linear, double amplitude);
 
-// All of them, for a picture. RuntimeError when the table's frequencies cannot be read.
+// Returns all read-outs, for a picture. Throws RuntimeError when the table's frequencies cannot be read.
 MarkerTexts markerTexts(const SweepTable &table, const MarkerSet &markers, bool linear);
 
-// The markers of the settings. What cannot be read stands at row 1 or at zero.
+// Returns the markers of the settings. An unreadable frequency gives row 1, an unreadable amplitude zero.
 MarkerSet markersOf(const WindowSettings &settings, const SweepTable &table);
 
 } // namespace calvorn

@@ -8,7 +8,7 @@
 
 namespace calvorn {
 
-// What lies over the curve: the four markers and the two lines of the cursor.
+// The items over the curve: four markers and the two lines of the cursor.
 enum class GraphItem { M1, M2, M3, M4, CursorV, CursorH };
 inline constexpr int kGraphItems = 6;
 
@@ -17,8 +17,8 @@ constexpr bool isVertical(GraphItem item)
     return item == GraphItem::M1 || item == GraphItem::M2 || item == GraphItem::CursorV;
 }
 
-// Where the markers and the cursor stand. M1, M2 and CursorV stand at a row of the sweep table, 1 to 400; M3, M4 and
-// CursorH at an amplitude in the units of the scale, volts or dB.
+// The positions of markers and cursor: a row of the sweep table (1 to 400) for M1, M2 and CursorV; an amplitude in the
+// units of the scale (volts or dB) for M3, M4 and CursorH.
 struct MarkerSet
 {
     struct Line
@@ -34,7 +34,7 @@ struct MarkerSet
     Line &operator[](GraphItem item) { return lines[static_cast<std::size_t>(item)]; }
     const Line &operator[](GraphItem item) const { return lines[static_cast<std::size_t>(item)]; }
 
-    // The row of a vertical one, as a whole number.
+    // Returns the row of a vertical item as an integer.
     int row(GraphItem item) const;
 
     bool operator==(const MarkerSet &) const = default;
@@ -42,7 +42,7 @@ struct MarkerSet
     std::array<Line, kGraphItems> lines;
 };
 
-// The markers of the window, moved by boxes, mouse and commands alike. Whoever shows them follows moved().
+// The markers of the window. Boxes, mouse and commands move them; views follow moved().
 class Markers : public QObject
 {
     Q_OBJECT
@@ -58,7 +58,7 @@ public:
     void setVisible(GraphItem item, bool visible);
 
 signals:
-    // It stands elsewhere, or is shown or hidden.
+    // The item was moved, shown or hidden.
     void moved(GraphItem item);
 
 private:

@@ -9,11 +9,11 @@ namespace calvorn {
 
 namespace {
 
-constexpr int kBandHeight = 32;      // of the bands into which what has changed is parted
-constexpr int kWorthARectangle = 32; // columns without a change that are left out
+constexpr int kBandHeight = 32;      // pixels; changes are collected in bands of this height
+constexpr int kWorthARectangle = 32; // unchanged columns; a wider gap starts a new rectangle
 constexpr int kFullCover = 256;
 
-// cover: of kFullCover.
+// cover: 0 to kFullCover.
 QRgb blended(QRgb ink, QRgb ground, int cover)
 {
     const auto channel = [cover](int above, int below) { return below + (above - below) * cover / kFullCover; };
@@ -30,8 +30,8 @@ void PlotImage::setGrid(const QImage &grid, double thickness)
     m_layers.clear();
 }
 
-// Each layer remembers what lies below it, so they go from the top down and come from the bottom up. Those below the
-// lowest that moves stay.
+// Each layer stores the pixels below it, so layers are removed from the top down and painted from the bottom up. Layers
+// below the lowest one that moves stay untouched.
 QRegion PlotImage::setCurves(std::span<const Curve> curves)
 {
     const auto columns = static_cast<std::size_t>(m_image.width());
@@ -87,7 +87,7 @@ void PlotImage::Band::add(int column, int first, int end)
         runs.back().end = column + 1;
 }
 
-// A region keeps its rectangles in bands, one below the other: what has changed is gathered in such from the beginning.
+// QRegion stores its rectangles in horizontal bands, so changes are collected in bands from the start.
 QRegion PlotImage::changedArea()
 {
     m_bands.resize(static_cast<std::size_t>((m_image.height() + kBandHeight - 1) / kBandHeight));
@@ -115,7 +115,7 @@ void PlotImage::addChange(int column, const Layer &layer)
     const auto index = static_cast<std::size_t>(column);
     const Strip &before = layer.strips[index];
     const Strip &after = layer.placed[index];
-    // A curve that has moved by little is one stretch of the column.
+    // A curve that moved only slightly changes one contiguous stretch of the column.
     if (!before.isEmpty() && !after.isEmpty() && before.first <= after.end && after.first <= before.end) {
         addChange(column, std::min(before.first, after.first), std::max(before.end, after.end));
         return;
@@ -134,7 +134,7 @@ void PlotImage::addChange(int column, int first, int end)
     }
 }
 
-// Along x a pixel sees as much of the curve as a line is thick.
+// A pixel column covers the part of the curve within half a line thickness of its centre.
 void PlotImage::placeStrips(std::span<const QPointF> points, std::vector<Strip> &placed)
 {
     std::vector<Reach> &reaches = m_reaches;
@@ -162,7 +162,7 @@ void PlotImage::placeStrips(std::span<const QPointF> points, std::vector<Strip> 
         placed.push_back(reach.highest <= reach.lowest ? stripOf(reach.highest, reach.lowest) : Strip());
 }
 
-// A slanted line is higher, seen along a column, than it is thick: for a straight one this is exact.
+// Along a column, a slanted line is higher than it is thick. The formula is exact for a straight line.
 PlotImage::Strip PlotImage::stripOf(double highest, double lowest) const
 {
     const double middle = (highest + lowest) / 2.0 + 0.5;

@@ -11,48 +11,48 @@
 
 namespace calvorn {
 
-// The plot as the screen shows it, in device pixels: a grid, and curves over it with soft edges.
+// The plot as shown on the screen, in device pixels: a grid with antialiased curves over it.
 //
-// A new curve takes the place of the one before without painting the rest again: each column of pixels remembers from
-// where to where the curve covers it. So a sweep costs what has moved, on a large window as on a small one.
+// A new curve replaces the previous one without repainting the rest: each pixel column stores which rows the curve
+// covers. The cost of a sweep therefore depends on how much the curve moves, not on the size of the window.
 class PlotImage
 {
 public:
-    // Null until there is a grid.
+    // True until setGrid() is called.
     bool isNull() const { return m_image.isNull(); }
     void clear() { m_image = QImage(); }
 
     struct Curve
     {
-        // Pixels, with (0, 0) in the middle of the upper left one; x rises from point to point, y may lie outside. A y
-        // that is not a number makes a gap.
+        // Pixels, with (0, 0) at the centre of the upper left one. x rises from point to point, y may lie outside the
+        // image. A y that is NaN makes a gap.
         QPolygonF points;
         QRgb colour = 0;
     };
 
-    // thickness: of the curves, pixels, at least 1. The curves are gone. The grid is taken as Format_RGB32.
+    // Sets a new grid, converted to Format_RGB32, and removes all curves. thickness: of the curves, pixels, at least 1.
     void setGrid(const QImage &grid, double thickness);
 
-    // The curves from the lowest to the one on top. Returns what looks different now, as rectangles that stand side by
-    // side.
+    // Draws the curves in this order, the last one on top. Returns the area that changed, as rectangles that do not
+    // overlap.
     QRegion setCurves(std::span<const Curve> curves);
 
     const QImage &image() const { return m_image; }
 
 private:
-    // What the curve covers of a column: these rows, of the first and the last of them only a part.
+    // The rows of a column that the curve covers; the first and the last one may be covered only in part.
     struct Strip
     {
         int first = 0;
-        int end = 0;        // behind the last one
-        int firstCover = 0; // of kFullCover
+        int end = 0;        // one past the last row
+        int firstCover = 0; // 0 to kFullCover
         int lastCover = 0;
 
         bool isEmpty() const { return first >= end; }
         bool operator==(const Strip &) const = default;
     };
 
-    // How far a curve goes in a column of pixels; highest above lowest while it does not come there.
+    // The vertical extent of a curve in a pixel column; highest > lowest if the curve does not reach the column.
     struct Reach
     {
         double highest = std::numeric_limits<double>::infinity();
@@ -62,9 +62,9 @@ private:
     struct Run
     {
         int left = 0;
-        int end = 0; // right of the last column
+        int end = 0; // one past the last column
     };
-    // Rows from top to above bottom, with the columns that have changed in one of them.
+    // The rows from top up to, but not including, bottom, and the columns that changed in at least one of these rows.
     struct Band
     {
         int top = 0;
@@ -75,7 +75,7 @@ private:
         void add(int column, int first, int end);
     };
 
-    // A curve as it is shown, and as the next one will be.
+    // A curve as it is shown now (strips, colour), and as it will be shown next (placed, nextColour).
     struct Layer
     {
         QPolygonF points;
@@ -84,7 +84,7 @@ private:
         QRgb colour = 0;
         std::vector<Strip> placed;
         QRgb nextColour = 0;
-        bool hasMoved = false; // or is of another colour
+        bool hasMoved = false; // or changes its colour
 
         bool isSameAt(std::size_t column) const;
     };
@@ -102,7 +102,7 @@ private:
     QImage m_image;
     double m_thickness = 1.0;
     std::vector<Layer> m_layers;
-    // Kept for their memory.
+    // Members only so that their memory is reused.
     std::vector<Band> m_bands;
     std::vector<const Layer *> m_moving;
     std::vector<Reach> m_reaches;

@@ -7,7 +7,7 @@ namespace calvorn {
 
 namespace {
 
-// From the first and the last row. Without a step where they are no numbers.
+// Derives the axis from the first and the last row. The step is 0 if these frequencies are not numbers.
 PlotAxis axisOf(const SweepTable &table)
 {
     const Sweep::Column &frequencies = table.numbers(SweepTable::FrequencyColumn);

@@ -14,16 +14,16 @@
 
 namespace calvorn {
 
-// Frequencies of samples that lie at equal distances.
+// Frequencies of equally spaced samples.
 struct PlotAxis
 {
     double start = 0.0; // Hz, of the first sample
-    double step = 0.0;  // Hz, from sample to sample; negative where the sweep falls
+    double step = 0.0;  // Hz, between samples; negative for a falling sweep
 
     bool operator==(const PlotAxis &) const = default;
 };
 
-// How a line is drawn. The line style tells lines apart on paper.
+// How a line is drawn. The line style distinguishes lines on paper.
 struct TraceStyle
 {
     QRgb colour = kCurveColour;
@@ -38,10 +38,10 @@ struct PlotTrace
     QString name;
     TraceStyle style;
     PlotAxis axis;
-    std::vector<double> amplitudes; // volts or dB, as the scale has it; not a number where the curve has a gap
+    std::vector<double> amplitudes; // volts or dB, in the unit of the scale; NaN in a gap
 };
 
-// What a legend says of a line.
+// A line's entry in the legend.
 struct LegendEntry
 {
     QString name;
@@ -50,7 +50,7 @@ struct LegendEntry
     bool operator==(const LegendEntry &) const = default;
 };
 
-// A line through points of any frequency, such as a limit.
+// A line through points at arbitrary frequencies, such as a limit.
 struct LimitLine
 {
     struct Point
@@ -64,29 +64,29 @@ struct LimitLine
     std::vector<Point> points;
 };
 
-// All that a plot shows, as a value: the screen and every picture paint one of these.
+// Everything that a plot shows, as a value. The screen and every picture paint a PlotModel.
 struct PlotModel
 {
     GraphCoordinates scale;
-    PlotAxis axis;                 // of the plot: of the rows 1, 2, ... of the sweep table
-    std::optional<PlotTrace> live; // the last sweep; nothing while there is none. Sample i is row i + 1 of the plot.
-    std::vector<PlotTrace> traces; // below the live one
-    std::vector<PlotTrace> moving; // between the two: traces that change with every sweep
+    PlotAxis axis;                 // of the plot: the frequencies of rows 1, 2, ... of the sweep table
+    std::optional<PlotTrace> live; // the last sweep, if there is one; sample i is row i + 1 of the plot
+    std::vector<PlotTrace> traces; // drawn below the live curve
+    std::vector<PlotTrace> moving; // drawn between the two; they change with every sweep
     std::vector<LimitLine> limits;
     MarkerSet markers;
-    // What the amplitudes are relative to, in words: "relative to Cable". Empty where they are volts or dB as measured.
+    // The reference of the amplitudes in words, such as "relative to the reference". Empty for volts or dB as measured.
     QString relation;
-    bool hasLegend = true; // where more than the live sweep is shown
+    bool hasLegend = true; // if there is more than the live sweep to show
 
-    // Takes live curve and axis from the table; an amplitude that is no number counts as 0.
+    // Takes the live curve and the axis from the table. An amplitude that is not a number becomes 0.
     void showSweep(const SweepTable &table);
-    // Takes the axis alone: there is no curve.
+    // Takes only the axis from the table and removes the live curve.
     void showNoSweep(const SweepTable &table);
 
-    // The lines by name; empty while the live sweep is the only one, or without a legend.
+    // Returns the lines with their names; empty if only the live sweep is shown as measured, or without a legend.
     std::vector<LegendEntry> legend() const;
 
-    // The x of a frequency, in user units of the graph. The axis must have a step.
+    // Returns the x of a frequency in user units of the graph. The axis must have a step.
     double xOf(double frequency) const { return 1.0 + (frequency - axis.start) / axis.step; }
 };
 

@@ -18,14 +18,14 @@ namespace {
 constexpr double kCaptionOffset = 2.0;  // user units between a frequency marker and its caption
 constexpr double kCaptionMargin = 3.0;  // painter's units between a caption and the line to its right
 constexpr double kCaptionPadding = 2.0; // painter's units
-constexpr int kCaptionShade = 200;      // of 255: the curve shines through
+constexpr int kCaptionShade = 200;      // alpha of 255: the curve shows through
 
-// Of the legend, painter's units.
+// Legend, painter's units.
 constexpr double kLegendDistance = 6.0; // from the edges of the plot
-constexpr double kLegendMargin = 4.0;   // between its edge and its texts
-constexpr double kLegendLine = 26.0;    // the sample of a line
+constexpr double kLegendMargin = 4.0;   // between the edge of the legend and its texts
+constexpr double kLegendLine = 26.0;    // length of the line sample
 
-// Device pixels. Far outside any screen, and inside what the rasteriser's fixed-point coordinates hold.
+// Device pixels. Far outside any screen, but within the range of the rasteriser's fixed-point coordinates.
 constexpr double kFarAway = 16000.0;
 
 struct InkPair
@@ -51,10 +51,10 @@ constexpr auto kInks = std::to_array<InkPair>({{kGraphBackground, 0xFFFFFFFF},
                                                {kMinHoldStyle.colour, 0xFF00695C},
                                                {kLimitStyle.colour, 0xFFC62828}});
 
-// The part of a segment inside a rectangle with its corner at the origin; none when it lies wholly outside.
+// Returns the part of a segment inside a rectangle with its corner at the origin; nothing if all of it lies outside.
 std::optional<QLineF> insideOf(QSizeF extent, QPointF from, QPointF to)
 {
-    // Liang and Barsky: the parts of the way at which it enters and leaves.
+    // Liang-Barsky clipping: the fractions of the segment at which it enters and leaves.
     double enters = 0.0;
     double leaves = 1.0;
     const auto cut = [&](double start, double way, double limit) {
@@ -68,7 +68,7 @@ std::optional<QLineF> insideOf(QSizeF extent, QPointF from, QPointF to)
     const QPointF way = to - from;
     if (!cut(from.x(), way.x(), extent.width()) || !cut(from.y(), way.y(), extent.height()))
         return std::nullopt;
-    // On the edge to the last digit.
+    // Clamp the point, so that rounding errors do not move it off the edge.
     const auto at = [&](double part) {
         const QPointF point = from + part * way;
         return QPointF(std::clamp(point.x(), 0.0, extent.width()), std::clamp(point.y(), 0.0, extent.height()));
@@ -76,7 +76,7 @@ std::optional<QLineF> insideOf(QSizeF extent, QPointF from, QPointF to)
     return QLineF(enters > 0.0 ? at(enters) : from, leaves < 1.0 ? at(leaves) : to);
 }
 
-// The pieces of a line between its gaps.
+// Splits a line at its gaps.
 QList<QPolygonF> piecesOf(const QPolygonF &line)
 {
     QList<QPolygonF> pieces;
@@ -101,7 +101,7 @@ QColor inked(QRgb screenColour, GraphInk ink)
     if (ink == GraphInk::Screen)
         return QColor::fromRgb(screenColour);
     const auto known = std::ranges::find(kInks, screenColour, &InkPair::screen);
-    // A light colour without a pair of its own has to be seen on white.
+    // A light colour without an entry must still be visible on white.
     return known != kInks.end() ? QColor::fromRgb(known->paper) : QColor::fromRgb(screenColour).darker(250);
 }
 
@@ -122,8 +122,8 @@ bool PlotPainter::isOnSurface(double position, double extent) const
     return position >= 0.0 && position < extent;
 }
 
-// A line across the whole plot, on whole grains: sharp at any screen scale. One outside the range is not seen; one on
-// the edge keeps its thickness.
+// Returns a line across the whole plot, snapped to the pixel grid so that it is sharp at any screen scale. Returns
+// nothing for a horizontal line outside the range. A line at the edge keeps its full thickness.
 std::optional<QRectF> PlotPainter::stripeAt(QPointF user, bool upright) const
 {
     const double width = m_surface.size.width();
@@ -205,7 +205,7 @@ void PlotPainter::paintInPixels(QPainter &painter) const
     painter.drawImage(0, 0, plot.image());
 }
 
-// PlotImage counts from the middle of a pixel.
+// Shifts by half a pixel, because the origin of PlotImage is the centre of a pixel.
 std::vector<PlotImage::Curve> PlotPainter::curvesInPixels() const
 {
     std::vector<PlotImage::Curve> curves;
@@ -230,7 +230,7 @@ QPointF PlotPainter::placed(QPointF user) const
 
 QPolygonF PlotPainter::placedCurve(std::span<const double> amplitudes) const
 {
-    // The way from user units to the surface is a straight line in both directions: two points give all.
+    // The mapping from user units to the surface is linear in x and y, so two points define it.
     const QPointF origin = m_model.scale.toPixel({0.0, 0.0}, m_surface.size, m_surface.pixel);
     const QPointF unit = m_model.scale.toPixel({1.0, 1.0}, m_surface.size, m_surface.pixel) - origin;
     const double height = unit.y() * m_model.scale.factor(); // of 1 V or 1 dB
@@ -367,8 +367,8 @@ void PlotPainter::paintLegend(QPainter &painter) const
     }
 }
 
-// Those of M1 and M2 stand above the plot, where they hide nothing. Those of M3 and M4 stand apart from each other, so
-// that both are read where the markers coincide.
+// The captions of M1 and M2 stand above the plot, where they hide nothing. Those of M3 and M4 stand side by side, so
+// that both are readable when the markers coincide.
 void PlotPainter::placeCaption(GraphItem item, const GraphLine &line, GraphLabel &caption) const
 {
     if (caption.text.isEmpty())
@@ -412,7 +412,7 @@ std::pair<QRectF, QRectF> PlotPainter::placesAbove(const GraphLabel &m1, const G
     const bool firstIsLeft = firstLine.x1 <= secondLine.x1;
     QRectF &left = firstIsLeft ? places.first : places.second;
     QRectF &right = firstIsLeft ? places.second : places.first;
-    // The left one belongs to the left line.
+    // "left" and "right" refer to the lines, whichever way their captions lie.
     if (left.isEmpty() || right.isEmpty() || left.right() <= right.left())
         return places;
     const GraphLine &leftLine = firstIsLeft ? firstLine : secondLine;

@@ -18,20 +18,20 @@ class QPainter;
 
 namespace calvorn {
 
-// Light lines on black, as on the screen, or dark ones on white paper.
+// Light lines on black, as on the screen, or dark lines on white paper.
 enum class GraphInk { Screen, Paper };
 
-// The colour that stands for one of the screen's.
+// Returns the colour that replaces a screen colour in this ink.
 QColor inked(QRgb screenColour, GraphInk ink);
 
-// Paints a plot: grid, limits, curves, legend, marker lines and their captions. The screen, a picture and a printer all
-// go through this class; only surface and ink differ. Where the surface is made of pixels, the live curve and those
-// that move with it are set in them by PlotImage, as on the screen.
+// Paints a plot: grid, limits, curves, legend, marker lines and their captions. Screen, pictures and printer all use
+// this class; only surface and ink differ. On a raster surface, PlotImage draws the live curve and the moving curves,
+// as on the screen.
 class PlotPainter
 {
 public:
-    // All in the painter's units. size: extent of the plot, its upper left corner at the origin; pixel: grain on which
-    // lines are set, so that they are sharp; thickness: of a line, a whole number of grains.
+    // All in the painter's units. size: extent of the plot, with its upper left corner at the origin; pixel: grid to
+    // which lines are snapped, so that they are sharp; thickness: of a line, a whole number of pixels.
     struct Surface
     {
         QSizeF size;
@@ -44,48 +44,49 @@ public:
     // The model must outlive the painter.
     PlotPainter(const PlotModel &model, const Surface &surface, GraphInk ink = GraphInk::Screen);
 
-    // Everything but the cursor; captions in the painter's font.
+    // Paints everything except the cursor, with captions in the painter's font.
     void paint(QPainter &painter) const;
 
-    // --- the parts, for a screen that keeps some of them ---
+    // --- parts, for a screen that caches some of them ---
 
-    // Grid, limits and the curves that stay.
+    // Paints grid, limits and the curves that do not change with every sweep.
     void paintBackground(QPainter &painter) const;
-    // The live curve and those that move with it, for PlotImage. Where the painter's units are pixels.
+    // Returns the live curve and the moving curves for PlotImage. The painter's units must be pixels.
     std::vector<PlotImage::Curve> curvesInPixels() const;
 
-    // In the upper right corner; empty without entries.
+    // The area of the legend in the upper right corner; empty without entries.
     QRectF legendRect(const QFont &font) const;
     void paintLegend(QPainter &painter) const;
 
-    // Amplitudes of the rows 1, 2, ... One point for each, also where it lies outside the surface.
+    // Returns one point for each of the amplitudes of rows 1, 2, ..., including points outside the surface.
     QPolygonF placedCurve(std::span<const double> amplitudes) const;
-    // A curve or a limit at its own frequencies; one polygon for each piece between gaps.
+    // Place a curve or a limit at its own frequencies; a curve yields one polygon for each piece between gaps.
     QList<QPolygonF> placedTrace(const PlotTrace &trace) const;
     QPolygonF placedLimit(const LimitLine &limit) const;
-    // What of a placed curve lies inside the surface: more than one line where it leaves and comes back.
+    // Returns the parts of a placed curve inside the surface: several if the curve leaves the surface and returns.
     QList<QPolygonF> runsOf(const QPolygonF &placed) const;
 
     // The line of a marker or of the cursor.
     GraphLine line(GraphItem item) const;
-    // Nothing when the line is hidden.
+    // Paints nothing if the line is hidden.
     void paintLine(QPainter &painter, const GraphLine &line) const;
 
-    // "M1" to "M4"; the lines of the cursor have none.
+    // "M1" to "M4"; empty for the lines of the cursor.
     static QString captionOf(GraphItem item);
 
-    // Lays a caption out in a font, and gives it its place beside its line.
+    // Lay out a caption in a font and place it beside its line.
     static void measureCaption(GraphLabel &caption, const QFont &font);
     void placeCaption(GraphItem item, const GraphLine &line, GraphLabel &caption) const;
-    // At its place, or moved inside where that is cut off; above the plot for M1 and M2. Empty when its line is hidden
-    // or outside the range.
+    // Returns the area of a caption: beside its line, moved inside where it would be cut off; above the plot for M1 and
+    // M2. Empty if the line is hidden or outside the range.
     QRectF captionRect(GraphItem item, const GraphLine &line, const GraphLabel &caption) const;
     void paintCaption(QPainter &painter, GraphItem item, const GraphLine &line, const GraphLabel &caption) const;
 
-    // The places of the captions of M1 and M2. Where they would overlap, the one of the left line goes to its left.
+    // Returns the areas of the captions of M1 and M2. If they would overlap, the caption of the left line moves to its
+    // left.
     std::pair<QRectF, QRectF> placesAbove(const GraphLabel &m1, const GraphLabel &m2) const;
 
-    // A caption at this place, with or without a shade behind it.
+    // Paints a caption in this area, with or without a shaded background.
     void paintCaption(QPainter &painter, const QRectF &place, const GraphLine &line, const GraphLabel &caption,
                       bool shaded) const;
 

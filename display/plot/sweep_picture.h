@@ -16,7 +16,7 @@ class QPagedPaintDevice;
 
 namespace calvorn {
 
-// What stands beside the plot, as the window shows it.
+// The texts around the plot, as the window shows them.
 struct PictureTexts
 {
     QString start; // Hz
@@ -26,19 +26,19 @@ struct PictureTexts
     QDateTime date;
 };
 
-// A sweep as a picture: the plot with its axis, frequencies, scale, date and marker read-outs. The plot is painted as
-// on the screen, by the same class. Made for one picture; record and model must outlive it.
+// A sweep as a picture: the plot with axis, frequencies, scale, date and marker read-outs. PlotPainter paints the plot,
+// as on the screen. Use one object per picture; configuration and model must outlive it.
 class SweepPicture
 {
     Q_DECLARE_TR_FUNCTIONS(SweepPicture)
 
 public:
-    static constexpr int kWidth = 1200; // the picture's own units: pixels of an image, scaled on a page
+    static constexpr int kWidth = 1200; // units of the picture: pixels in an image, scaled on a page
     static constexpr int kHeight = 800;
 
     SweepPicture(const Configuration &configuration, const PlotModel &plot, PictureTexts texts);
 
-    enum class Device { Pixels, Lines }; // an image, or what draws lines by itself: an SVG drawing, a page
+    enum class Device { Pixels, Lines }; // an image, or vector output such as SVG or a page
 
     void paint(QPainter &painter, GraphInk ink, Device device) const;
 
@@ -46,14 +46,14 @@ public:
     QByteArray asPng() const;
     QByteArray asSvg() const;
 
-    // On light paper, as large as the page allows. False when the device refuses.
+    // Paints on light paper, as large as the page allows. Returns false if the device fails.
     bool paintPage(QPagedPaintDevice &page) const;
-    // A page of its own as PDF.
+    // Writes a PDF of one page. Returns false if that fails.
     bool paintPdf(QIODevice &device, const QPageLayout &layout) const;
 
-    // Whether the name ends in .png or .svg, whatever the case.
+    // Whether the name ends in .png or .svg, in upper or lower case.
     static bool isPictureName(const QString &path);
-    // Writes the file whole, as PNG or SVG by its name. RuntimeError(File) when it cannot.
+    // Writes the whole file, as PNG or SVG depending on its name. Throws RuntimeError(File) on failure.
     void save(const QString &path) const;
 
 private:
@@ -62,8 +62,8 @@ private:
     void paintFrequencies(QPainter &painter, GraphInk ink) const;
     void paintMarkers(QPainter &painter, GraphInk ink) const;
     QString scaleText() const;
-    QString unit() const;       // of what was measured
-    QString unitOfAxis() const; // of what is shown
+    QString unit() const;       // of the measured values
+    QString unitOfAxis() const; // of the values shown; empty for a ratio
 
     const Configuration &m_configuration;
     const PlotModel &m_plot;

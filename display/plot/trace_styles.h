@@ -8,8 +8,8 @@
 
 namespace calvorn {
 
-// Told apart by eyes that see no red or no green, too: by lightness where not by hue. On paper the styles of the lines
-// tell them apart.
+// Chosen to be distinguishable with red or green colour blindness: colours of similar hue differ in lightness. On
+// paper, the line styles distinguish the curves.
 inline constexpr std::array<TraceStyle, 4> kStoredStyles{{
     {0xFF8FD3FF, Qt::DashLine},
     {0xFFF0A020, Qt::DotLine},
