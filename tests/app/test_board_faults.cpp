@@ -213,8 +213,8 @@ void TestBoardFaults::refusingBoard()
     QCOMPARE(bench.sweeps, 0);
 }
 
-// A changed count shows only where one of the six unused bits was hit. A displayed sweep has 400 possible counts and
-// perhaps a spike.
+// A changed count shows only where one of the six unused bits was hit. The displayed sweep has 400 valid counts, of
+// which some may be spikes.
 void TestBoardFaults::flippedBitsOfTheMiniVna()
 {
     FaultBench bench(kInterfaceVna, QStringLiteral("corrupt"));

@@ -254,13 +254,13 @@ void TestBoardsByHand::theForcedStopGivesTheButtonsBack()
     QTRY_VERIFY(bench.window.table()->text(400, SweepTable::SampleColumn) != QStringLiteral("0"));
     QVERIFY(bench.window.isShown("cmdStop"));
     bench.window.click("cmdSwStop");
-    // At once, whatever the hardware does.
+    // The buttons change immediately, whatever the hardware does.
     QVERIFY(bench.window.isShown("cmdStart"));
     QVERIFY(!bench.window.isShown("cmdStop"));
     QVERIFY(bench.window.find<QAction>("mnuSaveCSV")->isEnabled());
     const auto *log = bench.window.find<QListWidget>("lstLOG");
     QCOMPARE(log->findItems(QStringLiteral("Stop sweep forzato"), Qt::MatchExactly).size(), 1);
-    // The board is stopped, too, and then stays still.
+    // The board stops, too, and then stays idle.
     QTRY_COMPARE(instrument.sweepState(), kIdle);
     bench.settle();
     bench.boards.forget();
@@ -328,7 +328,7 @@ void TestBoardsByHand::everyBoxReachesItsLatch()
         int total = 0;
         for (int i = 0; i < 8; ++i) {
             const QByteArray box = QStringLiteral("chkAux%1_%2").arg(output).arg(i).toLatin1();
-            // The first click checks the box half, which is still off.
+            // The first click leaves the box partially checked, which still means off.
             QCOMPARE(bench.after(box.constData()), latched());
             values[static_cast<std::size_t>(output - 1)] |= 1 << i;
             total += (i + 1) * 10;

@@ -131,7 +131,7 @@ void TestBoardsByThePage::resetInMidSweep()
     QVERIFY(scene->rangeIsTaken());
     QVERIFY(scene->sweeps());
     scene->click("cmdReset");
-    // The board has ended its sweep and stands at 1 MHz, and the buttons are enabled again.
+    // The board has ended its sweep, its generator is at 1 MHz, and the buttons are enabled again.
     QVERIFY(scene.board.tell("state").startsWith("state gen=1000000 start=0 step=0 prepared=0 sweeping=0"));
     QTRY_VERIFY(scene->isIdle());
     const int before = scene->right;
@@ -167,7 +167,7 @@ void TestBoardsByThePage::resetInMidSweepOfTheOthers()
     QCOMPARE(scene.wrong, 0);
 }
 
-// A sweep that began in the previous mode is not converted as one of the new mode.
+// A sweep that began in the previous mode is not converted according to the new mode.
 void TestBoardsByThePage::modeChangeInMidSweep()
 {
     SerialScene scene(kInterfaceVna);
@@ -198,7 +198,7 @@ void TestBoardsByThePage::aRefusedStartFrequencyStartsNothing_data()
     QTest::newRow("in mid-sweep") << true;
 }
 
-// The board keeps its previous preparation, which firmware that differs from the page may do.
+// The board keeps its previous preparation, which firmware other than the documented one may do.
 void TestBoardsByThePage::aRefusedStartFrequencyStartsNothing()
 {
     QFETCH(bool, inMidSweep);
@@ -422,7 +422,7 @@ void TestBoardsByThePage::outputsAreSetWithOneShift_data()
         << QByteArray("FF F6");
 }
 
-// The outputs carry no other byte between the opening of the port and the end.
+// Between the opening of the port and the end, the outputs carry no other byte.
 void TestBoardsByThePage::outputsAreSetWithOneShift()
 {
     QFETCH(QByteArray, settings);

@@ -306,7 +306,7 @@ void TestCalibration::theDetectorIsReadThreeTimes()
     QVERIFY(calls.size() >= 6 && calls.size() % 3 == 0);
     for (const QString &call : calls)
         QCOMPARE(call, QStringLiteral("aLPT.ReadDetector()"));
-    // No timer tick after the window has closed.
+    // The timer does not fire after the window has closed.
     test::nothingHappensFor(700);
     QCOMPARE(m_server.takeCalls(), QStringList());
     QCOMPARE(bench.configuration.adcOffset, 0.1F);

@@ -90,7 +90,7 @@ void TestCalibrationTyping::aSignWaitsForItsNumber()
         for (const char *keys : {"-.5", "-,5", "-0.5", "--.5"})
             QCOMPARE(typed(keys), -0.5);
         QCOMPARE(bench.desktop.beeps, 0);
-        // Keys that begin no number, with or without a sign.
+        // "x" and "-x" cannot begin a number.
         QCOMPARE(typed("x5"), 5.0);
         QCOMPARE(typed("-x5"), 5.0);
         QCOMPARE(bench.desktop.beeps, 2);

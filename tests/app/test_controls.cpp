@@ -21,7 +21,7 @@ const QByteArray kSettings = "[Config]\r\nInterface=2\r\nDDS Device=AD9851\r\nAD
                              "[Calvorn]\r\nStart=1000000\r\nStop=60000000\r\nScale=0\r\nMax scaleV=1.5\r\n"
                              "[Aux1]\r\nEnabled=1\r\n[Aux2]\r\nEnabled=1\r\nPotMax=255\r\nPotMin=0\r\n";
 
-// Whether the widget is ours: the parts of a control have names of the toolkit, or none.
+// Returns whether the widget is the program's own: a control's internal parts have toolkit names, or none.
 bool isNamed(const QWidget *widget)
 {
     return !widget->objectName().isEmpty() && !widget->objectName().startsWith(u"qt_");
@@ -118,7 +118,7 @@ void TestControls::theTabKeyFollowsTheEye()
         QStringLiteral("cmdView_3"),  QStringLiteral("txtM1X"),       QStringLiteral("txtM2X"),
         QStringLiteral("txtM3Y"),     QStringLiteral("txtM4Y"),       QStringLiteral("cmdCopyM1"),
         QStringLiteral("cmdCopyM2")};
-    // Other controls may lie between these; only their relative order counts.
+    // Other controls may lie between these; the test checks only the order.
     QStringList found;
     for (const QString &name : order) {
         if (expected.contains(name))

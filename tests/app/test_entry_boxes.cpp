@@ -250,7 +250,7 @@ void TestEntryBoxes::theDifferenceFollowsTheBoxesAtZero()
     const int zero = bench.place(200, 0.0).y();
     int zeros = 0;
     for (int y = zero - 12; y <= zero + 12; ++y) {
-        // The line is dragged there first and then released there.
+        // The line is first dragged there and then released there.
         const int from = bench.place(200, bench.height(GraphItem::M3)).y();
         QTest::mousePress(bench.graph(), Qt::LeftButton, {}, QPoint(300, from));
         WalkHands::moveMouse(bench.graph(), QPoint(300, from + 40), Qt::LeftButton);

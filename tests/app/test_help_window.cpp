@@ -440,7 +440,7 @@ void TestHelpWindow::theHelpClosesWithTheProgram()
     QVERIFY(!helpWindow());
 }
 
-// The manual also names no key that does not exist.
+// Also checks that the manual names no shortcut that does not exist.
 void TestHelpWindow::everyShortcutIsInTheManual()
 {
     const auto main = bench();
@@ -457,7 +457,7 @@ void TestHelpWindow::everyShortcutIsInTheManual()
         for (const QShortcut *shortcut : window->findChildren<QShortcut *>())
             shortcuts.insert(shortcut->key().toString());
     }
-    // Alt and a letter are underlined in the caption; a control without a shortcut has an empty one.
+    // Letters used with Alt are underlined in the captions; a control without a shortcut has an empty one.
     static const QRegularExpression mnemonic(QStringLiteral("^(Alt\\+.)?$"));
     shortcuts.removeIf([](const QString &keys) { return keys.contains(mnemonic); });
     QVERIFY(shortcuts.size() > 10);

@@ -18,7 +18,7 @@ using calvorn::test::WindowBench;
 namespace {
 
 #ifdef CALVORN_SANITIZED
-constexpr int kSequences = 100; // builds without sanitizers run all
+constexpr int kSequences = 100; // builds without sanitizers run all of them
 #else
 constexpr int kSequences = 1'000;
 #endif

@@ -349,7 +349,7 @@ void TestLevelOnPageBoards::lateEndsOfReadings()
     const qsizetype before = taken.count();
     QVERIFY(QTest::qWaitFor([&] { return taken.count() >= before + 5; }, 5'000));
     QCOMPARE(failed.count(), 0);
-    // A sweep for the table begins after a stopped reading, and only its own end stops it.
+    // A sweep for the table starts after a stopped reading; the late end of that reading must not end the sweep.
     bench->click("cmdGeneratorUp");
     QVERIFY((*bench.scene).sweeps(5));
     QVERIFY(!bench->isIdle());

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Level meter and generator on the last page of the Measure panel, used like a person would on the three simulated
-// boards.
+// Operates the level meter and generator on the last page of the Measure panel, as a user would, on the three
+// simulated boards.
 #include "core/number_text.h"
 #include "tests/support/interface_rows.h"
 #include "tests/support/interface_settings.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The Measure panel in the whole window: opened, used and remembered as a person would.
+// Opens, uses and reopens the Measure panel in the whole window, as a user would.
 #include "analysis/trace_file.h"
 #include "tests/support/fake_server_control.h"
 #include "tests/support/quiet_time.h"
@@ -165,7 +165,7 @@ void TestMeasurePanel::theBandwidthIsShown()
     bench.deliver(resonance);
     bench.openPanel();
     QCOMPARE(bench.number("lblResult_peakFreq"), 3000000.0);
-    // Rounding to whole counts and the step of 10 kHz move it by less than a thousandth each.
+    // Rounding to whole counts and the 10 kHz step each change the bandwidth by less than a thousandth.
     QVERIFY2(std::abs(bench.number("lblResult_bw3") - 400000.0) < 800.0, qPrintable(bench.label("lblResult_bw3")));
     QVERIFY2(std::abs(bench.number("lblResult_q") - 7.5) < 0.02, qPrintable(bench.label("lblResult_q")));
     // 2.44 V is 7.75 dB.

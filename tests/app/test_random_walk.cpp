@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // A random walk over every control of the main window, under several locales and with each interface. After each
-// step, everything that the window shows must be true, and nothing else than what the step affects may have changed.
+// step, everything that the window shows must be true, and nothing may have changed that the step does not affect.
 //
 // CALVORN_SEED selects another walk, CALVORN_STEPS sets its length, and CALVORN_RESTARTS the number of steps after
 // which the window closes and opens again. A failed walk is shortened to the steps that lead to the fault, which are

@@ -117,7 +117,7 @@ void TestSetupLaw::linearIsChosenInPlaceOfADamagedTable()
     QVERIFY2(bench.desktop.lastText().contains(QLatin1String("[Detector] \"Point 3\"")),
              qPrintable(bench.desktop.lastText()));
     const QMap<QString, QString> before = bench.section("Detector");
-    // The list offers no table: the points before the damage do not make one.
+    // The list offers no table, because the points before the damaged one do not make a table.
     auto *law = bench.find<QComboBox>("cboLaw");
     law->setFocus();
     QTest::keyClick(law, Qt::Key_End);

@@ -337,7 +337,7 @@ void TestStartUp::aScaleThatIsNoneIsKept()
     QCOMPARE(bench.configuration.scaleType, stored.toShort());
     for (const char *name : kActions)
         QVERIFY2(!action(name)->isChecked(), name);
-    // Treated as a scale in dB relative to 1 V, from 0 dB down.
+    // An unknown scale acts as dB relative to 1 V, from 0 dB down.
     emit bench.driver()->aVettore(QVector<int>(400, 100));
     QCOMPARE(bench.table()->text(0, 1), QStringLiteral("dB"));
     QCOMPARE(bench.table()->text(1, 1), test::inLocale(locale, QStringLiteral("-20.0"))); // 100 mV
@@ -352,7 +352,7 @@ void TestStartUp::aScaleThatIsNoneIsKept()
     QCOMPARE(bench.folder.setting("Calvorn", "Scale").toLatin1(), stored);
     bench.open();
     QCOMPARE(bench.configuration.scaleType, stored.toShort());
-    // Until the user chooses another scale.
+    // The user chooses another scale.
     action("mnuScalaLogaritmica1")->trigger();
     QVERIFY(action("mnuScalaLogaritmica1")->isChecked());
     QCOMPARE(bench.text("txtM3Y"), test::inLocale(locale, QStringLiteral("-10.0")));

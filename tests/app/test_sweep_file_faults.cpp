@@ -295,7 +295,7 @@ void TestSweepFileFaults::whatIsNoFileIsNotReplaced_data()
     QTest::addColumn<QByteArray>("kind");
     for (const char *kind : {"pipe", "folder", "link to a device", "link to a pipe", "socket"})
         QTest::newRow(kind) << QByteArray(kind);
-    // Only where a device can be made; elsewhere the row "link to a device" covers the system's own.
+    // Only where a device can be created; otherwise the row "link to a device" uses the system's own.
     const QTemporaryDir folder;
     if (test::nullDevice(folder.path()).startsWith(folder.path()))
         QTest::newRow("device") << QByteArray("device");

@@ -25,7 +25,7 @@ struct Bench : WindowBench
     }
 
     QWidget *widget(const char *name) const { return find<QWidget>(name); }
-    // The geometry in window coordinates.
+    // Returns the geometry in window coordinates.
     QRect place(const char *name) const
     {
         const QWidget *found = widget(name);
@@ -168,7 +168,7 @@ void TestWindowRoom::thePanelGoesBelowTheControls()
     bench.openPanel();
     QTRY_VERIFY(bench.isPanelBelowControls());
     QCOMPARE(bench.place("cmdStart").top(), start.top());
-    // The graph gives only the width by which the panel exceeds the controls.
+    // The graph gives up only the width by which the panel exceeds the controls.
     QTRY_VERIFY(bench.place("picSweep").width() > graph.width() - 130);
     QCOMPARE(bench.place("picSweep").height(), graph.height());
     bench.openPanel();

@@ -6,7 +6,7 @@ include("${ROOT}/cmake/CalvornTargets.cmake")
 set(wrong "")
 set(files_read 0)
 
-# Checks that the headers with this prefix which the file includes come from the folders in "allowed".
+# Checks that the file includes headers with this prefix only from the folders in "allowed".
 macro(check_file file prefix)
     file(STRINGS "${file}" includes REGEX "^#include \"${prefix}[a-z]+/")
     foreach(line IN LISTS includes)
@@ -30,7 +30,7 @@ foreach(folder translations platform protocol widgets core data analysis display
     endforeach()
 endforeach()
 
-# The same for the folders inside server/, as server/README.md states. Among the drivers only the openers know the
+# Checks the folders inside server/ likewise, as server/README.md states. Among the drivers only the openers know the
 # boards.
 set(inside_synthesiser synthesiser)
 set(inside_links links)

@@ -10,7 +10,7 @@ using namespace calvorn;
 
 namespace {
 
-// The start and stop of a span, for comparisons and messages.
+// Returns the start and stop of a span as text.
 QString shown(const Span &span)
 {
     return QStringLiteral("%1 %2").arg(span.start).arg(span.stop);

@@ -104,7 +104,7 @@ private slots:
         PlotImage plot;
         plot.setGrid(blackGrid(), thickness);
         show(plot, QPolygonF{{10.0, 20.0 - 10.0 * slope}, {30.0, 20.0 + 10.0 * slope}});
-        // A column cuts a slanted line at an angle, so the cut is longer than the line is thick.
+        // In a column, a slanted line covers more pixels than its thickness.
         const double expected = thickness * std::sqrt(1.0 + slope * slope);
         for (int x = 13; x < 28; ++x)
             QVERIFY2(std::abs(coverOf(plot.image(), x) - expected) < 0.03,

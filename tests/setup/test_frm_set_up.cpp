@@ -32,7 +32,7 @@ constexpr char kPlainOutputs[] =
     "Step 4=50dB;50\r\nStep 5=60dB;60\r\nStep 6=70dB;70\r\nStep 7=80dB;80\r\nInverse Logic=0\r\nTitle=Aux 2\r\n"
     "PotMax=\r\nPotMin=\r\n";
 
-// Opens every page and returns one "name value" for each control.
+// Opens every page and returns "name value" for each control.
 QStringList everyField(const SetUpBench &bench)
 {
     QStringList fields;
@@ -124,7 +124,7 @@ void TestFrmSetUp::thePressedPageButtonIsSeen()
     const auto back = qScopeGuard([usual] { QApplication::setPalette(usual); });
     QApplication::setPalette(colours);
     const SetUpBench bench(kConfigured);
-    // The middle of the left end, where a button has no text.
+    // Samples the middle of the left end, where a button has no text.
     const auto face = [&bench](const char *name) {
         QWidget *button = bench.find(name);
         return button->grab().toImage().pixelColor(4, button->height() / 2);
@@ -218,7 +218,7 @@ void TestFrmSetUp::exitForgetsWhatWasTyped_data()
     QTest::newRow("Escape") << true;
 }
 
-// The entry is still being edited.
+// The box still has the focus.
 void TestFrmSetUp::exitForgetsWhatWasTyped()
 {
     QFETCH(bool, byKey);
@@ -458,7 +458,7 @@ void TestFrmSetUp::aMissingDefaultChangesNothing()
 {
     QFETCH(QByteArray, button);
     QFETCH(QString, message);
-    // A section without a device does not count.
+    // A section without a device does not count as a default.
     SetUpBench bench(QByteArray(kConfigured) + "[Interface1]\r\nDDS Max freq=1\r\n[Interface2]\r\n[Interface3]\r\n");
     bench.click("cmdDDS");
     bench.type("txtMaxFreq", QStringLiteral("55000000"));
@@ -532,7 +532,7 @@ void TestFrmSetUp::badValuesAreNamed()
     for (const char *part : {"[Config] \"DDS Max freq\"", "\"1e400\"", "[Config] \"ADC Device\"", "\"12bit\"",
                              "[Config] \"ADC Step\"", "\"much\""})
         QVERIFY2(text.contains(QLatin1String(part)), part);
-    // The spelling of a device may use other letter cases.
+    // The dialog accepts a device name in any letter case.
     QVERIFY(!text.contains(QStringLiteral("DDS Device")));
     bench.click("cmdDDS");
     QVERIFY(bench.isChecked("optDDSselect_2"));

@@ -20,7 +20,7 @@ private slots:
         QCOMPARE(strobe.number, 1);
         QCOMPARE(strobe.line, QStringLiteral("STROBE"));
         QCOMPARE(strobe.signal, QStringLiteral("Aux data"));
-        // The inversion by the port itself is not one by the board.
+        // An inversion by the port itself does not count as one by the board.
         QVERIFY(!strobe.invertedByBoard);
         QCOMPARE(uses[1].signal, QStringLiteral("DDS clock"));
         QCOMPARE(uses[6].signal, QStringLiteral("ADC select"));

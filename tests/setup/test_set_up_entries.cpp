@@ -328,7 +328,7 @@ void TestSetUpEntries::aPositionIsReplacedByItsValueOnly()
     bench.typed("txtVScrollMin", QStringLiteral("0012"), QStringLiteral("0012"), 0);
     QCOMPARE(bench.find<QScrollBar>("VScroll1")->minimum(), 12);
     bench.typed("txtVscrollMax", QStringLiteral("00256"), QStringLiteral("255"), 1);
-    // A number beyond 32 bits
+    // A number that exceeds 32 bits.
     bench.typed("txtVscrollMax", QStringLiteral("0"), QStringLiteral("0"), 0);
     auto *box = bench.find<QLineEdit>("txtVscrollMax");
     QGuiApplication::clipboard()->setText(QStringLiteral("99999999999999999999"));
