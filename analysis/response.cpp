@@ -12,7 +12,7 @@ namespace {
 
 constexpr double kBelowFloor = -std::numeric_limits<double>::infinity();
 
-// Curve over the frequencies of the trace, turned round where the sweep falls.
+// Combines decibels with the frequencies of the trace, reversed for a descending sweep.
 Response responseOver(const Trace &trace, std::vector<double> decibels, bool isRelative)
 {
     Response response{{}, std::move(decibels), isRelative};
@@ -31,7 +31,7 @@ double decibelsOf(double ratio)
     return ratio > 0.0 ? 20.0 * std::log10(ratio) : kBelowFloor;
 }
 
-// isBetter: whether the first value is to be preferred to the second.
+// isBetter: returns whether the first value is preferred to the second.
 template <typename Better>
 std::optional<Plateau> bestPlateau(std::span<const double> frequencies, std::span<const double> values, Better isBetter)
 {
@@ -54,7 +54,7 @@ std::optional<Plateau> bestPlateau(std::span<const double> frequencies, std::spa
     return best;
 }
 
-// hasReached: whether the first value has got to the second, the level.
+// hasReached: returns whether the first value has reached the level given by the second.
 template <typename Reached>
 Crossing crossing(std::span<const double> frequencies, std::span<const double> decibels, std::size_t from,
                   int direction, double level, Reached hasReached)
@@ -77,7 +77,7 @@ Crossing crossing(std::span<const double> frequencies, std::span<const double> d
     return {std::nullopt, Missing::NoCrossing};
 }
 
-// The lowest value between a summit and the next higher sample, gap or end in that direction.
+// Returns the lowest value between a summit and the next higher sample, gap or end in that direction.
 double valleyBeside(std::span<const double> decibels, std::size_t summit, int direction)
 {
     const double height = decibels[summit];

@@ -10,38 +10,38 @@
 
 namespace calvorn {
 
-// Half the power in dB: 1 / sqrt 2 of the voltage, the "-3 dB" of every bandwidth here.
+// Half power in dB: 1 / sqrt 2 of the voltage. Every "-3 dB" bandwidth in this library uses it.
 inline constexpr double kHalfPowerDb = 3.0102999566398120;
 
-// Why a result cannot be had.
+// The reason for a missing result.
 enum class Missing {
-    Nothing, // it is there
+    Nothing, // the result is present
     NoSweep,
     NoCrossing,          // the curve does not cross the level inside the range
-    BelowFloor,          // the detector sees nothing there
+    BelowFloor,          // the detector cannot see a signal there
     NoReference,         // the response is not relative
     NoParallelResonance, // no minimum above the series resonance inside the range
-    Gap,                 // samples are missing there
-    NotReached,          // the curve never gets as low as the level
-    NotBelowReference    // the level is not below the reference, so nothing is lost or absorbed
+    Gap,                 // a sample is missing there
+    NotReached,          // the curve does not fall to the level
+    NotBelowReference    // the level is not below the reference, so there is no loss or absorption
 };
 
-// What results are computed from: a curve in decibels over rising frequencies.
+// A curve in decibels over rising frequencies, from which results are computed.
 struct Response
 {
     std::vector<double> frequencies; // Hz, rising
-    std::vector<double> decibels;    // not a number: a gap; -infinity: at or below the floor
-    bool isRelative = false;         // to a reference; otherwise to a fixed voltage
+    std::vector<double> decibels;    // NaN: a gap; -infinity: at or below the floor
+    bool isRelative = false;         // relative to a reference; otherwise to a fixed voltage
 
     bool isEmpty() const { return frequencies.empty(); }
 };
 
-// referenceVolts: what 0 dB is, 1 V or 10 V.
+// referenceVolts: the voltage of 0 dB, 1 V or 10 V.
 Response responseIn(const Trace &trace, double referenceVolts);
-// Gaps where the trace lies outside the reference or the reference is below its floor.
+// The result has gaps where the trace is outside the reference or the reference is at or below its floor.
 Response relativeResponse(const Trace &trace, const Trace &reference);
 
-// Neighbouring samples of the same value, by their indices.
+// Adjacent samples of equal value, by index.
 struct Plateau
 {
     std::size_t first = 0;
@@ -51,26 +51,25 @@ struct Plateau
     std::size_t middle() const { return first + (last - first) / 2; }
 };
 
-// The run of neighbouring samples that all have the highest or lowest value: of several the longest, and of equally
-// long ones that of the lowest frequency. Gaps are passed over. Nothing where there are no values.
-// frequencies: Hz, may rise or fall; as many as values.
+// Return the run of adjacent samples with the highest or lowest value. The longest run is preferred, then the one at
+// the lowest frequency. Gaps are skipped; the result is nullopt if there are no values.
+// frequencies: Hz, rising or falling, one for each value.
 std::optional<Plateau> highestPlateau(std::span<const double> frequencies, std::span<const double> values);
 std::optional<Plateau> lowestPlateau(std::span<const double> frequencies, std::span<const double> values);
 
-// Hz; the middle of the plateau, which may lie between two samples.
+// Returns the middle of the plateau in Hz, which may be between two samples.
 double middleOf(std::span<const double> frequencies, const Plateau &plateau);
 
-// A frequency, or why there is none.
+// A frequency, or the reason for its absence.
 struct Crossing
 {
     std::optional<double> frequency; // Hz
     Missing missing = Missing::Nothing;
 };
 
-// From sample `from` towards higher (direction 1) or lower indices (-1), the first place where the curve has fallen to
-// the level or risen to it; interpolated linearly in dB.
-// Missing: NoCrossing, BelowFloor (a neighbour of the crossing is below the floor), Gap (one comes before the
-// crossing).
+// Search from sample `from` towards higher (direction 1) or lower indices (-1) for the first place where the curve
+// has fallen or risen to the level; interpolate linearly in dB. Missing is NoCrossing, BelowFloor (a sample beside
+// the crossing is below the floor) or Gap (there is a gap before the crossing).
 Crossing fallingCrossing(std::span<const double> frequencies, std::span<const double> decibels, std::size_t from,
                          int direction, double level);
 Crossing risingCrossing(std::span<const double> frequencies, std::span<const double> decibels, std::size_t from,
@@ -82,16 +81,16 @@ struct Crossings
     Crossing upper;
 };
 
-// To either side of the peak, where the curve is that many dB (above 0) below it.
-// For the -3 dB points: kHalfPowerDb. Missing also: NoSweep.
+// Returns the crossings on both sides of the peak at which the curve is belowPeakDb (above 0) lower. Pass
+// kHalfPowerDb for the -3 dB points. Missing can also be NoSweep.
 Crossings crossings(const Response &response, double belowPeakDb);
-// The same from a plateau that is above the floor.
+// Starts from a given plateau, which must be above the floor.
 Crossings crossingsBelow(const Response &response, const Plateau &peak, double belowPeakDb);
 
-// The next local maximum from sample `from` on towards higher (direction 1) or lower frequencies (-1), which rises at
-// least that many dB (0 or more) above the lowest points that part it from higher ground, a gap or the end of the range
-// on both sides. The first and the last sample are none. Index of the sample; of a plateau the middle one. Nothing when
-// there is none.
+// Returns the index of the next local maximum after sample `from` towards higher (direction 1) or lower frequencies
+// (-1), or nullopt. A maximum counts if it rises at least prominenceDb (0 or more) above the lowest point on each
+// side between it and the next higher sample, gap or end of the range. The first and the last sample never count. For
+// a plateau, returns the middle sample.
 std::optional<std::size_t> nextPeak(const Response &response, std::size_t from, int direction, double prominenceDb);
 
 } // namespace calvorn

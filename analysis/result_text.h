@@ -8,19 +8,19 @@
 
 namespace calvorn {
 
-// Results in words, in the current language and locale.
+// Results as text, in the current language and locale.
 class ResultText
 {
     Q_DECLARE_TR_FUNCTIONS(ResultText)
 
 public:
-    // What a key (results.h) is called, for instance "−3 dB bandwidth"; the key itself where it is none.
+    // Returns the caption of a key (results.h), for example "−3 dB bandwidth"; returns an unknown key unchanged.
     static QString caption(const char *key);
 
-    // The number with its unit: "12,041 Hz", "-6.0 dB", "15.92 mH", "1.25"; "–" where there is none.
+    // Returns the number with its unit: "12,041 Hz", "-6.0 dB", "15.92 mH", "1.25"; or "–" if there is no value.
     static QString value(const Result &result);
 
-    // The reason, for instance "below the detector's floor"; empty for Missing::Nothing.
+    // Returns the reason, for example "below the detector's floor"; empty for Missing::Nothing.
     static QString missing(Missing missing);
 };
 

@@ -11,7 +11,7 @@ namespace calvorn {
 
 namespace {
 
-// One place of each key; the arrays below give the order.
+// The arrays below are the only list of the keys and define their order.
 struct Entry
 {
     const char *key;
@@ -61,7 +61,7 @@ constexpr auto kNotchKeys = keysOf(kNotch);
 constexpr auto kCrystalKeys = keysOf(kCrystal);
 constexpr auto kMatchKeys = keysOf(kMatch);
 
-// A number, or why there is none. Made from either.
+// A number, or the reason for its absence. Converts from either.
 struct Value
 {
     std::optional<double> number;
@@ -82,7 +82,7 @@ struct Value
     }
 };
 
-// What follows from two values; the reason of the first one that is missing.
+// Computes a value from two others; if one is missing, returns the first reason.
 template <typename Function>
 Value from(const Value &first, const Value &second, Function function)
 {
@@ -99,7 +99,7 @@ Value from(const Value &value, Function function)
     return value.number ? Value(function(*value.number)) : value;
 }
 
-// The results of one kind, all missing for the same reason until they are set.
+// The results of one kind. Each is missing for the given reason until it is set.
 class Table
 {
 public:
@@ -131,7 +131,7 @@ Value distanceOf(const Crossings &points)
     return from(points.lower, points.upper, [](double lower, double upper) { return Value(upper - lower); });
 }
 
-// Why a curve says nothing at all; Nothing where it does.
+// Returns the reason that the whole curve yields no result, or Nothing.
 Missing whyNothing(const Response &response, const std::optional<Plateau> &highest)
 {
     if (response.isEmpty())
@@ -153,7 +153,7 @@ Value rippleBetween(const Response &response, const Plateau &peak, const Crossin
     });
 }
 
-// inner and outer: the -6 dB and the -20 dB point of one side.
+// inner, outer: the -6 dB and -20 dB points on one side.
 Value slopeBetween(const Crossing &inner, const Crossing &outer)
 {
     return from(inner, outer, [](double near, double far) {
@@ -168,7 +168,7 @@ Value quotient(const Value &dividend, const Value &divisor)
                 [](double a, double b) { return b > 0.0 ? Value(a / b) : Value(Missing::NoCrossing); });
 }
 
-// To either side of a minimum, where the curve has risen to a level.
+// Returns the distance between the points on both sides of a minimum at which the curve has risen to a level.
 Value widthAt(const Response &response, const Plateau &minimum, double level)
 {
     if (response.decibels[minimum.first] >= level)
@@ -184,7 +184,7 @@ struct Extremum
     double decibels;
 };
 
-// Between samples, by the parabola through the sample and its neighbours, where the plateau is one sample wide.
+// Refines a plateau of one sample by the parabola through that sample and its neighbours.
 Extremum refined(const Response &response, const Plateau &plateau)
 {
     const std::size_t at = plateau.first;
@@ -216,7 +216,7 @@ Value parallelResonance(const Response &response, const Plateau &peak)
     return refined(response, {first + minimum->first, first + minimum->last}).frequency;
 }
 
-// The elements of a crystal, each missing where one that it follows from is.
+// Sets the elements of a crystal; an element is missing if a value that it depends on is missing.
 void setElements(Table &table, const Extremum &peak, const Value &bandwidth, const Value &parallel, double ohms)
 {
     constexpr double kTurn = 2.0 * std::numbers::pi;
@@ -334,7 +334,7 @@ Results matchResults(const Response &response)
         table.set("rho", rho);
         table.set("swr", rho < 1.0 ? Value((1.0 + rho) / (1.0 - rho)) : Value(Missing::NotBelowReference));
     }
-    // An SWR s has a reflection coefficient of (s - 1) / (s + 1).
+    // A reflection coefficient of (s - 1) / (s + 1) corresponds to SWR s.
     table.set("freq", middleOf(response.frequencies, *lowest));
     table.set("bw15", widthAt(response, *lowest, 20.0 * std::log10(0.5 / 2.5)));
     table.set("bw20", widthAt(response, *lowest, 20.0 * std::log10(1.0 / 3.0)));

@@ -11,23 +11,24 @@
 
 namespace calvorn {
 
-// The unit of amplitudes on a scale; nothing where limits have none such, as for a ratio of volts.
+// Returns the unit of amplitudes on a scale; nullopt if no limit unit matches, as for a ratio of volts.
 std::optional<LimitUnit> shownUnit(std::int16_t scale, bool isRelative);
 
-// What results are computed from: relative to the reference, or to 0 dB of the scale where the reference is empty.
+// Returns the response used for results: relative to the reference, or to the scale's 0 dB if the reference is empty.
 Response shownResponse(const Trace &trace, const Trace &reference, std::int16_t scale);
 
-// In the units of the scale, or relative: dB or a ratio. In the order of the samples; not a number in a gap.
+// Returns amplitudes in the unit of the scale or, if relative, in dB or as a ratio; in sample order, with NaN for
+// gaps.
 std::vector<double> shownAmplitudes(const Trace &trace, const Trace &reference, std::int16_t scale);
 
-// amplitudes: of the samples of the trace, in the unit of the limits.
+// amplitudes: those of the samples of the trace, in the unit of the limits.
 LimitVerdict judgeTrace(const LimitLines &limits, const Trace &trace, const std::vector<double> &amplitudes);
 
-// A sweep or the mean of several, as results, plot and picture show it.
+// A sweep or the mean of several, as shown by results, plot and picture.
 class ShownCurve
 {
 public:
-    // reference: empty, or what the curve is relative to.
+    // reference: the trace that the curve is relative to, or empty.
     ShownCurve(Trace trace, Trace reference, std::int16_t scale, int averaged);
 
     const Trace &trace() const { return m_trace; }
@@ -37,12 +38,12 @@ public:
     bool isAveraged() const { return m_averaged > 1; }
     int averaged() const { return m_averaged; } // sweeps
 
-    // In dB, for results.
+    // The curve in dB, for results.
     const Response &response() const { return m_response; }
 
-    // In the units of the scale, or relative: dB or a ratio. In the order of the samples; not a number in a gap.
+    // See shownAmplitudes().
     const std::vector<double> &amplitudes() const { return m_amplitudes; }
-    // The same of another trace that is shown beside it.
+    // The amplitudes of another trace shown beside this curve.
     std::vector<double> amplitudesOf(const Trace &trace) const;
 
     LimitVerdict judgedBy(const LimitLines &limits) const;

@@ -22,7 +22,7 @@ std::vector<ResponseSample> samplesOfAmplitudes(const SweepTable &table)
     return samples;
 }
 
-// In volts. Every count must be a number.
+// Returns volts. Throws if a count is not a number.
 std::vector<ResponseSample> samplesOfCounts(const SweepTable &table, const Sweep &sweep)
 {
     std::vector<ResponseSample> samples;
@@ -40,7 +40,7 @@ double decibelsOf(double volts, std::int16_t scale)
     return std::max(kFloorDb, 20.0 * std::log10(volts / (scaleRefersTo10V(scale) ? 10.0 : 1.0)));
 }
 
-// floor: volts or dB; at or below it the detector has seen nothing.
+// floor: volts or dB at or below which the detector cannot see a signal.
 SweepResponse responseAbove(double floor, const std::vector<ResponseSample> &samples, AmplitudeUnit unit)
 {
     std::vector<double> frequencies;

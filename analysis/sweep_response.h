@@ -16,31 +16,30 @@ struct ResponseSample
     double amplitude; // volts or dB
 };
 
-// What a sweep says about the device that was measured.
+// Peak and -3 dB points of a sweep.
 struct SweepResponse
 {
     double peak = 0.0; // volts or dB
-    // Hz; the middle of the plateau, which is the run of neighbouring samples that all have the highest amplitude. Of
-    // several plateaus it is the one with most samples, and of equally long ones that of the lowest frequency.
+    // Hz; the middle of the plateau, the run of adjacent samples with the highest amplitude. The longest plateau is
+    // used, or of equally long ones the one at the lowest frequency.
     double peakFrequency = 0.0;
-    // Where the curve is 3 dB below the peak, on either side of the plateau, Hz; interpolated linearly in dB between
-    // samples. Empty where it does not fall that far inside the range, where the next sample is below the detector's
-    // floor, and where there is no voltage above zero. The lower one is that of the lower frequency.
+    // The frequencies in Hz at which the curve is 3 dB below the peak, on both sides of the plateau, interpolated
+    // linearly in dB between samples. Nullopt if the curve does not fall that far inside the range, if the next
+    // sample is below the detector's floor, or if no voltage is above zero. `lower` is the lower frequency.
     std::optional<double> lower;
     std::optional<double> upper;
 
     std::optional<double> bandwidth() const; // Hz
 };
 
-// samples: in the order of the sweep, which may rise or fall. Without samples everything is 0 and empty.
+// samples: in sweep order, rising or falling. Without samples all members are 0 or nullopt.
 SweepResponse responseOf(const std::vector<ResponseSample> &samples, AmplitudeUnit unit);
 
-// The response in the units of the configuration's scale.
+// Returns the response in the units of the configuration's scale.
 //
-// It is computed from the counts at full resolution, so that every scale gives the same frequencies. Only where the
-// amplitudes do not follow from the counts, as in a sweep imported from another calibration, it is computed from the
-// amplitudes of the table.
-// RuntimeError(TypeMismatch) when a cell holds no number.
+// It is computed from the counts at full resolution, so every scale gives the same frequencies. If the amplitudes do
+// not follow from the counts, as in a sweep imported from another calibration, it is computed from the amplitudes in
+// the table. Throws RuntimeError(TypeMismatch) if a cell holds no number.
 SweepResponse responseOf(const SweepTable &table, const Configuration &configuration);
 
 } // namespace calvorn

@@ -13,9 +13,9 @@ namespace calvorn {
 
 namespace {
 
-constexpr int kRows = 17;     // of the curve
-constexpr int kRowPitch = 4;  // rows between two amplitudes
-constexpr int kAxisWidth = 9; // an amplitude, a blank and the axis
+constexpr int kRows = 17;     // rows of the curve
+constexpr int kRowPitch = 4;  // rows between two amplitude labels
+constexpr int kAxisWidth = 9; // an amplitude label, a blank and the axis
 constexpr int kWidth = kTextPlotColumns - kAxisWidth;
 
 struct Band
@@ -32,7 +32,7 @@ std::vector<double> amplitudesOf(const SweepTable &table)
     return values;
 }
 
-// What the values cover, gaps left out; nothing where all are gaps.
+// Returns the range of the values, ignoring gaps; nullopt if all are gaps.
 std::optional<Band> bandOf(std::span<const double> values)
 {
     std::optional<Band> band;
@@ -42,7 +42,7 @@ std::optional<Band> bandOf(std::span<const double> values)
     return band;
 }
 
-// In one column of letters.
+// Returns the range of the values that belong to one character column.
 std::optional<Band> bandOf(std::span<const double> values, int column)
 {
     const auto count = static_cast<int>(values.size());
@@ -76,7 +76,7 @@ QStringList textPlot(const std::array<QString, 3> &frequencies, const std::vecto
 {
     const Band all = bandOf(amplitudes).value_or(Band{0.0, 0.0});
     const double bottom = linear ? std::min(0.0, all.low) : all.low;
-    // A flat curve needs a height all the same.
+    // A flat curve still needs a height.
     const double height = std::max(all.high - bottom, linear ? 0.001 : 0.1);
     const auto rowOf = [&](double value) {
         return static_cast<int>(std::lround((bottom + height - value) / height * (kRows - 1)));

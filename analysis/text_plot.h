@@ -12,13 +12,13 @@ namespace calvorn {
 
 inline constexpr int kTextPlotColumns = 80;
 
-// The curve in letters, for a terminal: the lines of a plot that is 80 columns wide, with its amplitudes to the left
-// and the first, middle and last frequency below. Volts begin at 0; dB reach from the lowest to the highest value.
-// linear: the table holds volts, otherwise dB. RuntimeError(TypeMismatch) when an amplitude is no number.
+// Draws the curve as lines of characters for a terminal, 80 columns wide, with amplitudes on the left and the first,
+// middle and last frequency below. Volts start at 0; dB range from the lowest to the highest value.
+// linear: the table holds volts, otherwise dB. Throws RuntimeError(TypeMismatch) if an amplitude is not a number.
 QStringList textPlot(const SweepTable &table, bool linear);
 
-// The same of any amplitudes, one for each row; a gap (not a number) stays blank.
-// frequencies: the first, middle and last one, as they are shown.
+// Draws any amplitudes, one for each row; gaps (NaN) stay blank.
+// frequencies: the first, middle and last one, as displayed.
 QStringList textPlot(const std::array<QString, 3> &frequencies, const std::vector<double> &amplitudes, bool linear);
 
 } // namespace calvorn

@@ -12,7 +12,7 @@ namespace calvorn {
 namespace {
 
 constexpr double kHalfMillivolt = 0.0005;
-// Part of a step by which rounding may move a frequency off a sample.
+// The part of a step by which rounding may shift a frequency from a sample.
 constexpr double kRounding = 1e-6;
 
 double voltsOfDecibels(double decibels, std::int16_t scale)
@@ -25,7 +25,8 @@ double stepOf(const Sweep &sweep)
     return (sweep.frequencies.back() - sweep.frequencies.front()) / (kSweepPoints - 1);
 }
 
-// The place of a frequency between the samples, whole where it meets one; nothing outside.
+// Returns the position of a frequency between the samples, an integer if it is on a sample; nullopt outside the
+// trace.
 std::optional<double> positionOf(const Trace &trace, double hertz)
 {
     if (trace.isEmpty())
@@ -81,7 +82,7 @@ bool isEquallySpaced(const Sweep &sweep)
     const double tolerance = 1.0 + std::abs(step) / 100.0;
     for (std::size_t i = 0; i < sweep.frequencies.size(); ++i) {
         const double expected = start + static_cast<double>(i) * step;
-        if (!(std::abs(sweep.frequencies[i] - expected) <= tolerance)) // also where one is no number
+        if (!(std::abs(sweep.frequencies[i] - expected) <= tolerance)) // also true for NaN
             return false;
     }
     return true;

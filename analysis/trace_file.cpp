@@ -22,14 +22,14 @@ namespace calvorn {
 namespace {
 
 constexpr double kSameVolts = 1e-9;
-constexpr double kHighestCount = 1e6; // far above any converter
+constexpr double kHighestCount = 1e6; // far above the counts of any converter
 
 struct TraceFileTexts
 {
     Q_DECLARE_TR_FUNCTIONS(TraceFile)
 };
 
-// The file does not say which scale it was written on.
+// The file does not name the scale it was written on, so all scales are tried.
 bool followsFromCounts(const SweepTable &table, Configuration configuration)
 {
     const std::array scales{configuration.scaleType, kScaleLinear, kScaleDb1V, kScaleDb10V};
@@ -88,7 +88,7 @@ QByteArray traceAsCsv(const Trace &trace, Configuration configuration)
         const double volts = std::isnan(trace.volts[index]) ? 0.0 : trace.volts[index];
         const double count = std::min(detector.countOf(volts), kHighestCount);
         table.setText(row, SweepTable::FrequencyColumn, numbers.masked(trace.frequencyAt(index), kMaskHertz));
-        // Amplitude and count as a sweep has them; those of an average lie between two counts.
+        // Write amplitude and count as in a measured sweep; an average may lie between two counts.
         writer.storeCount(row, static_cast<int>(count));
         if (std::abs(volts - detector.volts(count)) > kSameVolts)
             table.setText(row, SweepTable::AmplitudeColumn,

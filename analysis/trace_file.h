@@ -9,20 +9,20 @@
 
 namespace calvorn {
 
-// Reads a sweep file (data/sweep_csv.h) into a table, as the window imports it. Amplitudes that follow from the counts,
-// on whatever scale the file was written, become those of the scale in use; others stay as they are. Returns whether
-// they followed.
-// RuntimeError(File) with a sentence where it cannot be read, is no sweep, or has frequencies at unequal distances; the
-// table then holds what was read so far.
+// Reads a sweep file (data/sweep_csv.h) into a table, like an import in the window. Amplitudes that follow from the
+// counts, whatever scale the file was written on, are converted to the scale in use; others stay unchanged. Returns
+// whether they follow. Throws RuntimeError(File) with a sentence if the file cannot be read, is not a sweep, or has
+// unequally spaced frequencies; the table then contains what was read so far.
 bool readSweepFile(const QString &path, Configuration &configuration, SweepTable &table);
 
-// The same as a trace with the name of the file. follows: as above, where that is wanted.
+// Reads a sweep file as a trace named after the file. follows: receives the result of readSweepFile(); may be null.
 Trace readTraceFile(const QString &path, Configuration configuration, bool *follows = nullptr);
 
-// The same trace as a sweep file, in the units of the record's scale. A gap becomes 0. The trace must have 400 samples.
+// Writes a trace as a sweep file, in the units of the configuration's scale. Gaps become 0. The trace must have 400
+// samples.
 QByteArray traceAsCsv(const Trace &trace, Configuration configuration);
 
-// How the sweep of a file is called: its name without folder and extension.
+// Returns the name for a sweep from a file: the file name without folder and extension.
 QString traceName(const QString &path);
 
 } // namespace calvorn

@@ -9,7 +9,7 @@ namespace calvorn {
 
 namespace {
 
-// Gaps of either value are kept, which std::max and std::min do not do.
+// Keep a gap in either value, unlike std::max and std::min.
 double higherOf(double held, double value)
 {
     return std::isnan(held) || held > value ? held : value;

@@ -10,15 +10,15 @@
 
 namespace calvorn {
 
-// A trace that the user keeps.
+// A trace that the user stores.
 struct StoredTrace
 {
-    Trace trace; // empty while nothing is stored; its name is what the user calls it
+    Trace trace; // empty if nothing is stored; the user chooses its name
     bool isShown = true;
 };
 
-// The traces beside the table: the last sweep, four stored ones, holds, average, and the reference. Everything is in
-// volts; a gap in one sweep is a gap in hold and average until they start again.
+// The traces in addition to the table: the last sweep, four stored traces, holds, average and reference. All are in
+// volts. A gap in one sweep remains a gap in holds and average until they restart.
 class TraceSet : public QObject
 {
     Q_OBJECT
@@ -34,59 +34,59 @@ public:
 
     // --- sweeps ---
 
-    // A measured sweep: becomes the live trace and goes into holds and average. If its axis differs from that of the
-    // sweep before, holds and average start again with it.
+    // Takes a measured sweep: it becomes the live trace and enters holds and average. If its axis differs from
+    // theirs, holds and average restart with it.
     void takeSweep(const Trace &sweep);
-    // An imported or drawn sweep: becomes the live trace only.
+    // Takes an imported or drawn sweep, which becomes only the live trace.
     void showSweep(const Trace &sweep);
-    // There is no live trace any more, as with a new plan.
+    // Removes the live trace, for example for a new plan.
     void forgetSweep();
 
-    // Empty while there is nothing, which includes holds and average that are off.
+    // Returns the trace of a source; empty if there is none, as for holds and average that are off.
     const Trace &shown(Source source) const;
 
     // --- holds and average ---
 
-    // Live is always on. A source starts empty when it is switched on.
+    // Switches holds or average; Live is always on. A source is empty after it is switched on.
     void switchOn(Source source, bool on);
     bool isOn(Source source) const;
 
-    // How many sweeps are averaged: their arithmetic mean first, and once there are that many, a new sweep counts
-    // 1 / sweeps. 2 to 999; a number outside is moved into the range.
+    // Sets the number of sweeps to average, clamped to 2 to 999. The average is the arithmetic mean until it contains
+    // that many sweeps; then each new sweep has the weight 1 / sweeps.
     void setAverageOver(int sweeps);
     int averageOver() const { return m_averageOver; }
-    // Sweeps in the average since it started; may exceed averageOver().
+    // Number of sweeps in the average since it started; may exceed averageOver().
     std::int64_t averaged() const { return m_averaged; }
 
-    // Empties holds and average; they go on with the next measured sweep.
+    // Empties holds and average; they restart with the next measured sweep.
     void startAnew();
 
     // --- stored traces; slot: 0 to kStored - 1 ---
 
     const StoredTrace &stored(int slot) const;
-    // Keeps what a source shows under the name of the slot. False, and nothing happens, where there is nothing.
+    // Stores the trace of a source under the slot's name. Does nothing and returns false if that trace is empty.
     bool store(int slot, Source source = Source::Live);
-    // Keeps a trace from elsewhere. The slot takes its name unless that is empty.
+    // Stores a trace from elsewhere. Its name becomes the slot's name unless it is empty.
     void load(int slot, const Trace &trace);
-    // Also names an empty slot.
+    // Can also name an empty slot.
     void rename(int slot, const QString &name);
     void show(int slot, bool isShown);
-    // Removes trace and name; the slot is shown again.
+    // Removes trace and name and makes the slot visible again.
     void clear(int slot);
 
     // --- reference ---
 
-    // On: the live trace becomes the reference. False, and nothing happens, where there is none.
-    // Off: the reference is kept.
+    // On: the live trace becomes the reference; does nothing and returns false if there is none. Off: the reference
+    // is kept.
     bool normalise(bool on);
-    // Takes a reference from elsewhere and normalises. An empty trace removes the reference.
+    // Sets a reference from elsewhere and normalises. An empty trace removes the reference.
     void setReference(const Trace &reference);
-    // Whether live trace and average are to be shown relative to the reference.
+    // Returns whether live trace and average are to be shown relative to the reference.
     bool isNormalised() const { return m_isNormalised; }
     const Trace &reference() const { return m_reference; } // empty: none
 
 signals:
-    // Once for each call that changed something.
+    // Emitted once by each call that changes something.
     void changed();
 
 private:
