@@ -29,7 +29,7 @@ bool isSame(const struct stat &before, const struct stat &after)
            before.st_mtim.tv_nsec == after.st_mtim.tv_nsec;
 }
 
-// Of the program itself; the system knows nothing of it.
+// Resources are part of the program and unknown to the operating system.
 BoundedFile readResource(const QString &path)
 {
     QFile file(path);
@@ -44,7 +44,7 @@ BoundedFile readBounded(const QString &path)
 {
     if (path.startsWith(u':'))
         return readResource(path);
-    // Without O_NONBLOCK, opening a pipe waits for its writer.
+    // Without O_NONBLOCK, opening a pipe blocks until it has a writer.
     const int descriptor = open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
     if (descriptor < 0 && (errno == ENOENT || errno == ENOTDIR))
         return {};
@@ -58,7 +58,7 @@ BoundedFile readBounded(const QString &path)
         return refused(translated(QT_TRANSLATE_NOOP("BoundedFile", "it is not a file")));
     if (before.st_size > kLargestFile)
         return refused(translated(QT_TRANSLATE_NOOP("BoundedFile", "it is larger than %1 MB")).arg(kLargestFile >> 20));
-    QByteArray content = file.read(before.st_size + 1); // one more: the file may have grown
+    QByteArray content = file.read(before.st_size + 1); // one byte more, to detect a file that has grown
     if (file.error() != QFileDevice::NoError)
         return refused(file.errorString());
     if (fstat(descriptor, &after) != 0 || !isSame(before, after) || content.size() != after.st_size)

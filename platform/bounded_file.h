@@ -6,21 +6,21 @@
 
 namespace calvorn {
 
-// The largest file that is read whole, in bytes.
+// The size in bytes up to which a file is read.
 inline constexpr qint64 kLargestFile = 16 << 20;
 
-// What reading a file whole has come to.
+// The result of reading a whole file.
 struct BoundedFile
 {
     enum class State { Read, Missing, Refused };
 
     State state = State::Missing;
-    QByteArray content; // when it was read
-    QString reason;     // when it was refused: why, as a part of a sentence
+    QByteArray content; // if read
+    QString reason;     // if refused: the reason as a clause
 };
 
-// Reads a file at once, and never waits: a pipe, a device or a folder is refused, and so is what is larger than
-// kLargestFile or changes while it is read. A name that begins with ":" is that of a resource of the program.
+// Reads a whole file without blocking. Refuses pipes, devices, folders, files larger than kLargestFile and files that
+// change while being read. A name that starts with ":" refers to a resource of the program.
 BoundedFile readBounded(const QString &path);
 
 } // namespace calvorn

@@ -5,19 +5,19 @@
 
 namespace calvorn {
 
-// Time, as the program sees it; a test advances its own.
+// The program's source of time; tests use one that they advance themselves.
 class Clock
 {
 public:
     virtual ~Clock() = default;
 
-    // Milliseconds of a monotonic clock; wraps around after 2^32 ms.
+    // Returns milliseconds of a monotonic clock; wraps around after 2^32 ms.
     virtual std::uint32_t tickCount() = 0;
 
-    // Sleeps the calling thread. The window does not repaint meanwhile.
+    // Sleeps the calling thread; the window does not repaint during this time.
     virtual void sleep(int milliseconds) = 0;
 
-    // Waits for window messages, at most this long, and delivers them.
+    // Waits at most this long for window messages and delivers them.
     virtual void pumpMessages(int milliseconds) = 0;
 };
 

@@ -13,7 +13,7 @@ namespace calvorn {
 
 namespace {
 
-// Why the name cannot be that of an ordinary file; empty when it can.
+// Returns the reason why the path cannot name a regular file; empty if it can.
 QString refusalOf(const QString &path)
 {
     struct stat status = {};
@@ -35,7 +35,7 @@ bool replaceFile(const QString &path, const QByteArray &content, QString *reason
     QSaveFile file(path);
     const bool opened = file.open(QIODevice::WriteOnly);
     errno = 0;
-    // A disk that fills up takes the first part and reports a short write; the commit alone would let that pass.
+    // A nearly full disk accepts the first part and reports a short write, which commit() alone would not detect.
     const bool whole = opened && file.write(content) == content.size() && file.flush() && file.size() == content.size();
     const int error = errno;
     if (whole && file.commit())

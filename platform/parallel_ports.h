@@ -6,27 +6,27 @@
 
 namespace calvorn {
 
-// Where the kernel shows its parallel ports. Another place is for tests.
+// Where the kernel lists its parallel ports. Tests use other places.
 struct ParportPlaces
 {
     QString ports = QStringLiteral("/proc/sys/dev/parport");
     QString devices = QStringLiteral("/dev");
 };
 
-// One port that the kernel's driver has found.
+// A port found by the kernel's driver.
 struct ParportEntry
 {
     int number; // N of /dev/parportN
-    int base;   // address of the data register; 0 for a port that has none, such as one behind USB
+    int base;   // address of the data register; 0 for a port without one, for example behind USB
 };
 
-// "parportN" is the name of port N in both places.
+// Port N is called "parportN" in both places.
 inline constexpr const char *kParportPrefix = "parport";
 
-// "0x3BC": a base address as the documents write it. Addresses are 16 bits without a sign.
+// Formats a base address as in the documents: "0x3BC". Addresses are unsigned 16-bit numbers.
 QString hexAddress(int base);
 
-// By number. Empty when no driver is loaded or none has found a port.
+// Lists the ports by number. Empty if no driver is loaded or no driver has found a port.
 QVector<ParportEntry> listParports(const ParportPlaces &places);
 
 } // namespace calvorn

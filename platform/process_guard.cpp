@@ -9,7 +9,7 @@
 #include <sys/signalfd.h>
 #include <unistd.h>
 
-// Writes what a build that counts lines has counted (tools/coverage); not there in any other.
+// Writes the counts of a coverage build (tools/coverage); undefined in other builds.
 extern "C" void __gcov_dump() __attribute__((weak)); // NOLINT(bugprone-reserved-identifier)
 
 namespace calvorn {
@@ -41,7 +41,7 @@ bool endWithParent()
 {
     const pid_t parent = getppid();
     prctl(PR_SET_PDEATHSIG, SIGTERM);
-    // A parent that died between the two calls would never be noticed.
+    // If the parent died between the two calls, the kernel would send no signal.
     return getppid() == parent;
 }
 
@@ -53,7 +53,7 @@ void wakeWithParent()
 void leaveTerminalGroup()
 {
     setpgid(0, 0);
-    // A terminal may stop whoever writes to it from behind.
+    // A terminal may stop a background process that writes to it.
     std::signal(SIGTTOU, SIG_IGN);
 }
 
@@ -89,7 +89,7 @@ void holdStopBack()
     pthread_sigmask(SIG_BLOCK, &set, nullptr);
 }
 
-// A signal that waits is delivered before the mask is set again.
+// A pending signal is delivered before the mask is restored.
 void letStop()
 {
     const sigset_t set = setOf({SIGTSTP});
@@ -106,7 +106,7 @@ void keepStandardDescriptors()
 {
     for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
         if (fcntl(descriptor, F_GETFD) < 0)
-            // The lowest free number is this one. Not to be written to, except for messages, which may get lost.
+            // open() returns the lowest free number, which is this one. Only standard error may be written to.
             [[maybe_unused]]
             const int taken = open("/dev/null", descriptor == STDERR_FILENO ? O_WRONLY : O_RDONLY);
 }

@@ -3,48 +3,49 @@
 
 namespace calvorn {
 
-// Has the kernel send SIGTERM to this process when its parent dies, however that happens (prctl(2),
-// PR_SET_PDEATHSIG). To be called first thing in main(). Returns false when the parent died just before the kernel was
-// told, in which case the caller ends by itself.
+// Makes the kernel send SIGTERM to this process when its parent dies for any reason (prctl(2), PR_SET_PDEATHSIG).
+// Call it first in main(). Returns false if the parent died just before the call; the caller must then end the
+// process.
 bool endWithParent();
 
-// Has the kernel wake this process when its parent dies, if it has been stopped: it would not come to that SIGTERM. A
-// thread has one such signal, so this is for another thread than the one that called endWithParent().
+// Makes the kernel resume this process when its parent dies; a stopped process would not handle that SIGTERM. A
+// thread has only one such signal, so call this from a thread other than that of endWithParent().
 void wakeWithParent();
 
-// Leaves the process group of the terminal: Ctrl+C and Ctrl+Z reach the parent alone, which ends or stops in order.
+// Leaves the process group of the terminal, so that Ctrl+C and Ctrl+Z reach only the parent, which ends or stops this
+// process in order.
 void leaveTerminalGroup();
 
-// SIGTERM, SIGINT and SIGHUP no longer kill the process, but wait until they are read from terminationSignals(). To be
-// called in main() before the first thread starts: every thread inherits the mask.
+// Blocks SIGTERM, SIGINT and SIGHUP until they are read from terminationSignals(), so that they no longer kill the
+// process. Call it in main() before the first thread starts, because threads inherit the mask.
 void holdTerminationBack();
 
-// A vanished reader is seen as a failed write, and SIGPIPE does not kill the process.
+// Ignores SIGPIPE, so that a closed pipe is reported as a failed write.
 void ignoreBrokenPipes();
 
-// A descriptor that gets readable when one of those signals waits (signalfd(2)); it does not block. The caller closes
-// it. Negative where the system has none left. Signals that this process was started with as ignored stay so, as
-// nohup(1) wants it.
+// Returns a non-blocking descriptor that becomes readable when one of those signals is pending (signalfd(2)); the
+// caller closes it. Returns a negative number if the system is out of descriptors. Signals that were ignored when the
+// process started stay ignored, as nohup(1) requires.
 int terminationSignals();
 
-// Whether the process was started with this signal ignored.
+// Returns whether the process was started with this signal ignored.
 bool isIgnored(int signal);
 
-// Ctrl+Z stops a program at once, also in the middle of a call whose time limit runs on. Once held back, such a stop
-// waits until letStop() is called, which returns when the program has been told to go on. To be called in main() before
-// the first thread starts.
+// Ctrl+Z stops a process immediately, even during a call whose time limit keeps running. holdStopBack() blocks such a
+// stop until letStop(), which returns after the process has been resumed. Call holdStopBack() in main() before the
+// first thread starts.
 void holdStopBack();
 void letStop();
 
-// A descriptor that gets readable when a stop waits; as terminationSignals().
+// Like terminationSignals(), for a pending stop.
 int heldStop();
 
-// A program that was started without standard input, output or error would find another file of its own under their
-// numbers. To be called first thing in main(): they become /dev/null, and writing to the output then fails.
+// Opens /dev/null for a standard input, output or error that was closed when the program started; otherwise another
+// file could get its number. Writing to such an output fails. Call it first in main().
 void keepStandardDescriptors();
 
-// Ends the process as it is. For a process that uses the bus: the exit handlers of the libraries run beside the thread
-// of the bus, and can wait for it for ever. What stands in the streams is written.
+// Flushes the streams and ends the process without exit handlers. Required in a process that uses the bus: the exit
+// handlers of the libraries run in parallel with the bus thread and can wait for it forever.
 [[noreturn]] void endAtOnce(int code);
 
 } // namespace calvorn

@@ -21,14 +21,14 @@ QString decode(QByteArrayView bytes)
     return utf8.hasError() ? QString::fromLatin1(bytes) : text;
 }
 
-// A line as it stands in the file, its end not included.
+// A line of the file without its line end.
 struct Line
 {
     enum class Kind { Section, Key, Other };
 
     QByteArrayView text;
     Kind kind = Kind::Other;
-    QByteArrayView name;  // of the section or the key
+    QByteArrayView name;  // of the section or key
     QByteArrayView value; // of the key
 };
 
@@ -57,7 +57,7 @@ bool sameName(QByteArrayView stored, const QString &wanted)
     return decode(stored).compare(wanted.trimmed(), Qt::CaseInsensitive) == 0;
 }
 
-// Walks over the lines of a file without copying them.
+// Iterates over the lines of a file without copying them.
 class LineReader
 {
 public:
@@ -94,14 +94,14 @@ QByteArrayView withoutQuotes(QByteArrayView value)
 QByteArrayView withinBuffer(QByteArrayView value)
 {
     qsizetype length = std::min<qsizetype>(value.size(), kProfileBufferSize - 1);
-    // Do not cut a UTF-8 sequence in two.
+    // Do not split a UTF-8 sequence.
     if (length < value.size())
         while (length > 0 && (static_cast<unsigned char>(value[length]) & 0xC0) == 0x80)
             --length;
     return value.first(length);
 }
 
-// A value lives on one line: a line break inside it would become a line of its own.
+// A line break inside a value would start a new line of the file, so it is replaced by a blank.
 QByteArray encodeValue(QString value)
 {
     for (QChar &c : value)
@@ -236,7 +236,7 @@ bool Profile::clear(const QString &section)
 
 bool Profile::save()
 {
-    // What could not be read would be lost.
+    // Saving would destroy the content that could not be read.
     if (isRefused())
         return false;
     if (!m_isChanged)

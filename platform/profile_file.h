@@ -12,18 +12,18 @@ namespace calvorn {
 
 // Access to a sectioned settings file: "[Section]" headers, one "key=value" per line, ";" comments.
 //
-// Reading: sections and keys are matched without regard to case; the first section and the first key of a name
-// count. Blanks around key and value are dropped, and so is one pair of equal quotes (' or ") around the value,
-// which keeps the blanks inside it. A value is at most kProfileBufferSize - 1 bytes long; the rest is cut off.
+// Reading: the names of sections and keys are case-insensitive; the first section and the first key of a name are
+// used. Blanks around key and value are dropped, as is one pair of equal quotes (' or ") around the value, inside
+// which blanks are kept. Values are truncated to kProfileBufferSize - 1 bytes.
 //
-// Writing: the file is replaced whole (written beside it, then renamed), so it is never seen half written.
-// Comments, unknown keys, the spelling of existing keys, the order and the line ends (CR LF or LF) stay; a new
-// file is written with CR LF. Text is UTF-8; bytes of another encoding are read as Latin-1 and left alone.
+// Writing: the whole file is replaced (written beside the old one, then renamed), so readers never see a partial
+// file. Comments, unknown keys, the spelling of existing keys, the order and the line ends (CR LF or LF) are kept; a
+// new file has CR LF. Text is UTF-8; bytes in another encoding are read as Latin-1 and left unchanged.
 
-// The buffer that a value is read into, in bytes, the terminating zero included.
+// The size in bytes of the buffer for a value, including the terminating zero.
 inline constexpr int kProfileBufferSize = 255;
 
-// One value to be written.
+// A value to write.
 struct ProfileEntry
 {
     QString section;
@@ -33,36 +33,34 @@ struct ProfileEntry
     bool operator==(const ProfileEntry &) const = default;
 };
 
-// A settings file as it was when it was read, once; changes are kept until save().
+// A settings file, read once by the constructor. Changes take effect with save().
 class Profile
 {
 public:
-    // A file that is not there is an empty one. One that is refused (platform/bounded_file.h) has no values either, and
-    // is never written.
+    // A missing file counts as empty. A refused file (platform/bounded_file.h) has no values and is never written.
     explicit Profile(const QString &path);
 
     bool isRefused() const { return m_file.state == BoundedFile::State::Refused; }
-    QString reason() const { return m_file.reason; } // of the refusal, as a part of a sentence
+    QString reason() const { return m_file.reason; } // for the refusal, as a clause
 
-    // Why a reader that must not guess does not take the file, as a part of a sentence; empty when it can be taken.
-    // Besides the refusals these are a missing file, one without any value, and text whose encoding or line ends cannot
-    // be read.
+    // Returns, as a clause, why a reader that must not guess should reject the file; empty if it is usable. Such
+    // reasons are a refusal, a missing file, a file without values, and unreadable encoding or line ends.
     QString doubt() const;
 
-    // Empty when section, key or value is missing.
+    // Empty if section, key or value is missing.
     QString value(const QString &section, const QString &key) const;
 
-    // Every "key=value" of the section, in the order of the file.
+    // Returns every "key=value" of the section in file order.
     QVector<ProfileEntry> entries(const QString &section) const;
 
     void set(const ProfileEntry &entry);
 
-    // Removes every key of the section; its header and its comments stay. A section that is not there stays away. False
-    // when there was nothing to remove.
+    // Removes all keys of the section but keeps its header and comments; does not create a missing section. Returns
+    // false if there was nothing to remove.
     bool clear(const QString &section);
 
-    // Replaces the file, if anything has changed. False when that fails, or when the file was refused; it is then as it
-    // was.
+    // Replaces the file if anything has changed. Returns false and leaves the file unchanged if that fails or if the
+    // file was refused.
     bool save();
 
 private:
@@ -70,23 +68,23 @@ private:
     bool hasValues() const;
 
     QString m_path;
-    BoundedFile m_file; // its content is in the lines
+    BoundedFile m_file; // without the content, which is in m_lines
     QByteArray m_lineEnd;
     QList<QByteArray> m_lines;
-    bool m_isCarriageReturned = false; // a line ends with CR alone
+    bool m_isCarriageReturned = false; // a line ends with a single CR
     bool m_isOddlyEncoded = false;
     bool m_isChanged = false;
 };
 
-// One value of the file, read anew; empty when the file, the section, the key or its value is missing, or when the file
-// is refused.
+// Reads the file and returns one value; empty if the file, the section, the key or its value is missing, or if the
+// file is refused.
 QString readProfileString(const QString &path, const QString &section, const QString &key);
 
-// The same of Profile::entries().
+// Reads the file and returns Profile::entries().
 QVector<ProfileEntry> readProfileSection(const QString &path, const QString &section);
 
-// Writes all entries with one replacement of the file: either all of them arrive or none. Returns false when the file
-// could not be replaced, or is refused; it is then as it was.
+// Writes all entries in one replacement of the file. Returns false and leaves the file unchanged if it is refused or
+// cannot be replaced.
 bool writeProfileStrings(const QString &path, const QVector<ProfileEntry> &entries);
 bool writeProfileString(const QString &path, const QString &section, const QString &key, const QString &value);
 

@@ -18,15 +18,15 @@ namespace calvorn {
 namespace {
 
 constexpr char kFile[] = "/.Calvorn.lock";
-constexpr int kAttempts = 10; // against instances that end meanwhile
+constexpr int kAttempts = 10; // retries if other instances end at the same time
 
-// The process that holds a lock on this file, from the kernel's list (proc(5)); nothing where it is not listed.
+// Returns the process that holds a lock on this file according to the kernel's list (proc(5)); nullopt if not listed.
 std::optional<pid_t> holderOf(const struct stat &file)
 {
     QFile locks(QStringLiteral("/proc/locks"));
     if (!locks.open(QIODevice::ReadOnly))
         return std::nullopt;
-    // "1: FLOCK  ADVISORY  WRITE 708 08:01:2359475 0 EOF"; one that only waits has an arrow behind the number.
+    // "1: FLOCK  ADVISORY  WRITE 708 08:01:2359475 0 EOF"; a waiting process has an arrow after the number.
     const QByteArray device = QByteArray::number(major(file.st_dev), 16).rightJustified(2, '0') + ':' +
                               QByteArray::number(minor(file.st_dev), 16).rightJustified(2, '0') + ':';
     const QByteArray node = ':' + QByteArray::number(qulonglong{file.st_ino});
@@ -37,7 +37,7 @@ std::optional<pid_t> holderOf(const struct stat &file)
             continue;
         if (fields[5].startsWith(device))
             return fields[4].toInt();
-        // Some file systems are listed with another device than stat(2) names.
+        // Some file systems are listed under a device that differs from the result of stat(2).
         elsewhere = fields[4].toInt();
     }
     return elsewhere;
@@ -68,7 +68,7 @@ ProgramLock::~ProgramLock()
 {
     if (m_file < 0)
         return;
-    // Before the lock goes: whoever gets it then sees that the file is another one.
+    // Unlink before releasing the lock, so that the next holder sees that the file has been replaced.
     if (m_ours)
         unlink(m_path.constData());
     close(m_file);
@@ -95,8 +95,8 @@ ProgramLock::Attempt ProgramLock::take()
     return Attempt::Again;
 }
 
-// The file cannot be opened: nothing can be written here, or it belongs to another user. One that nobody holds is left
-// over from an instance that was killed.
+// Called if the file cannot be opened because the folder is not writable or the file belongs to another user. A file
+// that no process has locked was left by a killed instance.
 ProgramLock::Attempt ProgramLock::takeFromOther()
 {
     struct stat file = {};

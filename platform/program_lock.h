@@ -5,9 +5,9 @@
 
 namespace calvorn {
 
-// Held by the one running instance of a folder: a lock (flock(2)) on a file in it that nobody but its owner can open,
-// so no other user can take it. The kernel releases it with the process; the file goes with the object, and one that a
-// killed process has left does no harm.
+// The lock of the one running instance in a folder: flock(2) on a file that only its owner can open, so other users
+// cannot take it. The kernel releases the lock when the process ends. The destructor removes the file; a file left by
+// a killed process is harmless.
 class ProgramLock
 {
 public:
@@ -16,12 +16,13 @@ public:
     ProgramLock(const ProgramLock &) = delete;
     ProgramLock &operator=(const ProgramLock &) = delete;
 
-    // False when another instance of the same folder holds the lock. A folder that cannot be locked at all
-    // (no right to write, a file system without locks) counts as ours: better two instances than none.
+    // Returns false if another instance in the same folder holds the lock. Returns true if the folder cannot be
+    // locked at all (no write permission, a file system without locks): two instances are better than none.
     bool isOurs() const { return m_ours; }
 
-    // Who holds it, when that is another user: a sentence; empty otherwise. Only a folder that several users can write
-    // has such holders. One on another computer, or in another container, is not seen.
+    // Returns a sentence that names the holder if it belongs to another user; otherwise empty. This is possible only
+    // in a folder that several users can write to. A holder on another computer or in another container is not
+    // detected.
     QString holder() const { return m_holder; }
 
 private:

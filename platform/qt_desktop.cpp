@@ -29,8 +29,8 @@ QMessageBox::Icon toQt(BoxIcon icon)
     return QMessageBox::NoIcon;
 }
 
-// The window that the program waits in: the one in front or, where that only accompanies another as the manual does,
-// the one that it belongs to.
+// Returns the parent for dialogs: the active window or, if that is an accessory such as the manual, the window it
+// belongs to.
 QWidget *ownerOfDialogs()
 {
     QWidget *window = QApplication::activeWindow();
@@ -53,7 +53,7 @@ std::int16_t QtDesktop::messageBox(BoxIcon icon, BoxButtons buttons, const QStri
     box.setIcon(toQt(icon));
     box.setWindowTitle(title);
     box.setTextFormat(Qt::PlainText);
-    // The texts separate their lines by single carriage returns.
+    // Texts use single carriage returns as line separators.
     box.setText(QString(text).replace(u'\r', u'\n'));
     box.setStandardButtons(buttons == BoxButtons::Ok ? QMessageBox::Ok : QMessageBox::Ok | QMessageBox::Cancel);
     box.setDefaultButton(QMessageBox::Ok);
@@ -105,7 +105,7 @@ void QtDesktop::sleep(int milliseconds)
 
 void QtDesktop::pumpMessages(int milliseconds)
 {
-    // The timer ends the wait: without it an idle queue would be waited on for ever.
+    // The timer ends the wait, which could otherwise last forever.
     QTimer wake;
     wake.setSingleShot(true);
     wake.start(milliseconds);

@@ -20,9 +20,9 @@ namespace {
 
 constexpr char kName[] = "calvorn-run-";
 constexpr char kPattern[] = "calvorn-run-XXXXXX";
-constexpr int kAttempts = 20; // against a sweep that comes between making and locking
+constexpr int kAttempts = 20; // in case another process sweeps the folder before it is locked
 
-// Negative, with errno, when it is not a folder of this user that nobody holds.
+// Returns a negative number and sets errno if the path is not an unlocked folder of this user.
 int lockUnused(const QByteArray &path)
 {
     const int folder = open(path.constData(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
@@ -43,7 +43,7 @@ int lockUnused(const QByteArray &path)
 
 void removeFolder(const QByteArray &path)
 {
-    // The bus library may be removing its socket at the same time, which ends the first attempt.
+    // The bus library may remove its socket at the same time, which makes the first attempt fail.
     std::error_code error;
     for (int attempt = 0; attempt == 0 || (error && attempt < kAttempts); ++attempt)
         std::filesystem::remove_all(path.toStdString(), error);
@@ -87,7 +87,7 @@ bool SweptFolder::make(const QByteArray &parent)
     return false;
 }
 
-// False without an error when the sweep of another process has taken the folder away again.
+// Returns false without an error if another process has swept the new folder.
 bool SweptFolder::makeLocked(const QByteArray &parent)
 {
     QByteArray path = parent + '/' + kPattern;

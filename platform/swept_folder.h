@@ -6,11 +6,10 @@
 
 namespace calvorn {
 
-// A folder for what a process needs while it runs, which only this user can enter. It is locked while it is in use
-// (flock(2)), so that the next one that is made beside it knows a folder that a killed process has left behind, and
-// removes it.
+// A temporary folder of a running process, accessible only to this user. It is locked while in use (flock(2)); when
+// another folder is made beside it, an unlocked one left by a killed process is recognised and removed.
 //
-// Paths are the bytes of the system: nothing says that they are text.
+// Paths are raw bytes, as the system does not require them to be text.
 class SweptFolder
 {
 public:
@@ -19,22 +18,22 @@ public:
     SweptFolder(const SweptFolder &) = delete;
     SweptFolder &operator=(const SweptFolder &) = delete;
 
-    // Where to make one, in this order: the user's own run-time folder, which is in memory and emptied at log-out, the
-    // folder for temporary files, and those of the system.
+    // Returns the places for such a folder, in this order: the user's run-time folder (in memory, emptied at logout),
+    // the folder for temporary files, and the system's temporary folders.
     static QByteArrayList parents();
 
-    // Removes what killed processes left in that folder, and makes this one there. False when that cannot be done, with
-    // the system's errno in error().
+    // Removes the folders that killed processes left in `parent`, then makes this one there. On failure, returns
+    // false and sets error() to errno.
     bool make(const QByteArray &parent);
 
-    // In the first of parents() where that is possible.
+    // Makes the folder in the first of parents() that allows it.
     bool makeAnywhere();
 
     int error() const { return m_error; }
 
     const QByteArray &path() const { return m_path; }
 
-    // With all that is in it. Harmless where there is none.
+    // Removes the folder with its contents. Does nothing if there is none.
     void remove();
 
 private:
