@@ -10,13 +10,13 @@
 
 namespace calvorn {
 
-// A line for the user, on standard error.
+// Writes a line for the user to standard error.
 inline void note(const QString &line)
 {
     QTextStream(stderr) << line << Qt::endl;
 }
 
-// The time of a program without a window.
+// Clock of a program without a window.
 class ConsoleClock : public Clock
 {
 public:

@@ -9,13 +9,13 @@
 
 namespace calvorn {
 
-// calvorn-sweep under remote control: what a window does for the commands, without one.
+// calvorn-sweep under remote control: carries out the commands without a window.
 class ConsoleTarget : public RemoteTarget
 {
     Q_OBJECT
 
 public:
-    // What it works on; all of it must outlive it. window: where the markers stand at first.
+    // The objects that commands act on; all must outlive the target. window: the initial positions of the markers.
     struct Station
     {
         Configuration &configuration;
@@ -28,8 +28,8 @@ public:
     explicit ConsoleTarget(const Station &station, Markers &markers, SignalGenerator &generator,
                            QObject *parent = nullptr);
 
-    // Plans the range of the settings and connects the hardware. Empty, or why it is not connected; clients are then
-    // told so by their commands, and the next sweep tries again.
+    // Plans the range of the settings and connects the hardware. Returns an empty text, or why the hardware is not
+    // connected; commands of clients then report this, and the next sweep tries to connect again.
     QString connectHardware();
 
     void setRange(double start, double stop) override;
@@ -65,8 +65,8 @@ private:
     Markers &m_placed;
     LimitLines m_limits;
     bool m_limitsOn = false;
-    std::optional<SweepRun> m_restart; // once the hardware has stopped
-    QString m_refusal;                 // what the hardware last refused
+    std::optional<SweepRun> m_restart; // start this after the hardware has stopped
+    QString m_refusal;                 // the last refusal of the hardware
 };
 
 } // namespace calvorn

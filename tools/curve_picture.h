@@ -17,7 +17,7 @@ namespace calvorn {
 
 class SingleSweep;
 
-// What the sweep of a picture is part of.
+// Data for a picture of the sweep.
 struct PictureRooms
 {
     const Configuration &configuration;
@@ -26,7 +26,7 @@ struct PictureRooms
     QString name; // of the live curve
 };
 
-// What calvorn-sweep reads beside the sweep itself.
+// Files that calvorn-sweep reads in addition to the sweep.
 struct Companions
 {
     Trace reference; // empty: none
@@ -34,7 +34,7 @@ struct Companions
     std::optional<LimitLines> limits;
 };
 
-// Writes the curve with the traces and the limits. RuntimeError(File) where it cannot.
+// Writes the curve with the traces and the limits. Throws RuntimeError(File) on failure.
 void savePicture(const QString &path, const SingleSweep &sweep, const ShownCurve &curve, const Companions &companions);
 void savePicture(const QString &path, const PictureRooms &rooms, const ShownCurve &curve, const Companions &companions);
 QByteArray pictureAsPng(const PictureRooms &rooms, const ShownCurve &curve, const Companions &companions);

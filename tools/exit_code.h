@@ -3,17 +3,17 @@
 
 namespace calvorn {
 
-// How calvorn-sweep ends. After a signal it is 128 plus the signal's number.
+// Exit codes of calvorn-sweep. After a signal: 128 plus the number of the signal.
 enum ExitCode {
     kDone = 0,
     kBadArguments = 1,
-    kBadSettings = 2,     // the settings file cannot be read, or names a device that is not supported
+    kBadSettings = 2,     // the settings file cannot be read, or names an unsupported device
     kNoPort = 3,          // the port cannot be opened, or was lost
-    kRefused = 4,         // the hardware or the server does not do what it was told
-    kNoAnswer = 5,        // nothing came in time
-    kFileNotWritable = 6, // the sweep was taken, and could not be kept
-    kFileNotUsable = 7,   // a sweep or limits cannot be read from the file that was named, or do not fit
-    kLimitsBroken = 8,    // the sweep was taken, and lies outside the limits
+    kRefused = 4,         // the hardware or the server refused a command
+    kNoAnswer = 5,        // no sweep arrived in time
+    kFileNotWritable = 6, // the sweep was taken but could not be written
+    kFileNotUsable = 7,   // a sweep or limits cannot be read from a named file, or do not fit
+    kLimitsBroken = 8,    // the sweep was taken but breaks the limits
     kSignalled = 128
 };
 

@@ -5,10 +5,10 @@
 
 namespace calvorn {
 
-// SIGINT, SIGTERM and SIGHUP ask for an orderly end. To be called first thing in main().
+// Makes SIGINT, SIGTERM and SIGHUP request an orderly end. Call this first in main().
 void watchForInterruption();
 
-// The signal that came last, 0 when none did.
+// Returns the last of these signals, or 0.
 int interruption();
 
 } // namespace calvorn

@@ -7,8 +7,8 @@ namespace calvorn {
 
 class SingleSweep;
 
-// Lets SCPI clients of this computer sweep, at this TCP port, until a signal ends the program. The settings must have
-// been prepared. An exit code; what went wrong has been said.
+// Serves SCPI clients of this computer at this TCP port until a signal ends the program. prepare() must have been
+// called. Returns an exit code; errors have been printed.
 int listenForClients(SingleSweep &sweep, quint16 port);
 
 } // namespace calvorn

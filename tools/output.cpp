@@ -38,11 +38,11 @@ std::optional<int> descriptorOf(const QString &path)
     return std::nullopt;
 }
 
-// The error, or 0.
+// Returns 0 or the errno value.
 int writeAll(int descriptor, QByteArrayView content)
 {
     while (!content.isEmpty()) {
-        // A reader may take its time, and the user change his mind.
+        // The reader may be slow, and the user may interrupt meanwhile.
         pollfd room{descriptor, POLLOUT, 0};
         while (poll(&room, 1, kPollMs) == 0) {
             letStop();

@@ -6,16 +6,16 @@
 
 namespace calvorn {
 
-// Whether the name stands for standard output, or for another open descriptor of this process: "-", "/dev/stdout",
-// "/dev/fd/63", as a shell makes of >(command).
+// Whether the name stands for standard output or another open descriptor of this process: "-", "/dev/stdout", or
+// "/dev/fd/63", which a shell passes for >(command).
 bool isDescriptor(const QString &path);
 bool isStandardOutput(const QString &path);
 
-// Writes a result where the user wants it: into a descriptor as it is, otherwise into an ordinary file, whole or not at
-// all. RuntimeError(File) says where and why.
+// Writes a result directly to a descriptor, or replaces an ordinary file as a whole. Throws RuntimeError(File) with the
+// file and the reason.
 void writeResult(const QString &path, const QByteArray &content);
 
-// Whether both names lead to the same file, also where it does not exist yet.
+// Whether both names stand for the same file, even if the file does not exist yet.
 bool isSameFile(const QString &one, const QString &other);
 
 } // namespace calvorn

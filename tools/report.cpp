@@ -32,7 +32,7 @@ struct Row
     QString remark;
 };
 
-// Captions to the left, values to the right, remarks behind.
+// Aligns captions left and values right, with the remarks after them.
 QString aligned(const std::vector<Row> &rows)
 {
     qsizetype captions = 0;
@@ -56,7 +56,7 @@ QString hertzText(double hertz)
     return NumberText().masked(hertz, kMaskHertz) + QStringLiteral(" Hz");
 }
 
-// An amplitude with its unit; a ratio has none.
+// Returns an amplitude with its unit; ratios have none.
 QString amplitudeText(double amplitude, const ShownCurve &curve, DisplayMask volts, DisplayMask decibels)
 {
     const bool linear = isLinearScale(curve.scale());
@@ -66,7 +66,7 @@ QString amplitudeText(double amplitude, const ShownCurve &curve, DisplayMask vol
     return number + (linear ? QStringLiteral(" V") : QStringLiteral(" dB"));
 }
 
-// Of a mean or a relative curve, which the table does not hold.
+// Returns the response of a mean or relative curve, which is not in the table.
 SweepResponse responseOf(const ShownCurve &curve)
 {
     const Response &in = curve.response();
@@ -81,7 +81,7 @@ SweepResponse responseOf(const ShownCurve &curve)
     return {peak, middleOf(in.frequencies, *highest), points.lower.frequency, points.upper.frequency};
 }
 
-// What a script reads is the same in every language.
+// JSON is not translated: scripts read it.
 QString reasonInJson(Missing missing)
 {
     switch (missing) {

@@ -14,18 +14,18 @@ namespace calvorn {
 
 class SingleSweep;
 
-// What calvorn-sweep prints: lines that end with a line feed, in the current language and locale.
+// The output of calvorn-sweep: lines that end with a line feed, in the current language and locale.
 
-// Peak and -3 dB points, an empty line and the plot.
+// Returns peak and -3 dB points, an empty line and the plot.
 QString responseText(const SingleSweep &sweep, const ShownCurve &curve);
 
-// A caption and a value in each line; where there is none, the reason.
+// Returns a line with caption and value for each result; the reason replaces a missing value.
 QString resultsText(const Results &results);
 
-// verdict: has one.
+// The verdict must not be empty (hasVerdict()).
 QString verdictText(const LimitVerdict &verdict, const ShownCurve &curve);
 
-// One object, the same in every language and locale.
+// Returns one JSON object, identical in every language and locale.
 QByteArray reportAsJson(ResultKind kind, const Results &results, const ShownCurve &curve,
                         const std::optional<LimitVerdict> &verdict);
 

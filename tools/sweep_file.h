@@ -9,20 +9,20 @@
 
 namespace calvorn {
 
-// Why a file that the user named cannot be used, in a sentence.
+// Thrown with a sentence that says why a file named by the user cannot be used.
 struct UnusableFile
 {
     QString sentence;
 };
 
-// As readSweepFile(), with a line on standard error where the amplitudes do not follow from the counts. UnusableFile
-// where it cannot.
+// Like readSweepFile(), but notes on standard error if the amplitudes do not follow from the counts. Throws
+// UnusableFile on failure.
 void takeSweepFile(const QString &path, Configuration &configuration, SweepTable &table);
 
-// The same as a trace with the name of the file.
+// Likewise, but returns a trace with the name of the file.
 Trace traceOfFile(const QString &path, const Configuration &configuration);
 
-// UnusableFile where the file holds no limits.
+// Throws UnusableFile if the file contains no limits.
 LimitLines limitsOfFile(const QString &path);
 
 } // namespace calvorn

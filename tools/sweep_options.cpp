@@ -18,14 +18,14 @@ namespace {
 
 constexpr int kMostTraces = TraceSet::kStored;
 
-// By the number of the scale.
+// The index is the number of the scale.
 QStringList scaleNames()
 {
     return {QStringLiteral("linear"), QStringLiteral("1V"), QStringLiteral("1V+10dB"), QStringLiteral("10V"),
             QStringLiteral("10V+10dB")};
 }
 
-// By the number of the kind.
+// The index is the number of the kind.
 QStringList kindNames()
 {
     return {QStringLiteral("filter"), QStringLiteral("notch"), QStringLiteral("crystal"), QStringLiteral("match")};
@@ -136,7 +136,7 @@ QString SweepOptions::read(const QStringList &arguments, ToolRequest &request)
                     clashOfFiles(request)});
 }
 
-// Stays without a value where the option is not given.
+// Leaves the number empty if the option is missing.
 QString SweepOptions::readWholeNumber(const QCommandLineOption &option, std::optional<std::int32_t> &number) const
 {
     if (!isSet(option))
@@ -148,7 +148,7 @@ QString SweepOptions::readWholeNumber(const QCommandLineOption &option, std::opt
                : tr("--%1 takes a whole number from 1 on, not \"%2\".").arg(nameOf(option), value(option));
 }
 
-// Upper and lower case mean the same.
+// Ignores case.
 QString SweepOptions::readChoice(const QCommandLineOption &option, const QStringList &names,
                                  std::optional<int> &index) const
 {
@@ -177,7 +177,7 @@ QString SweepOptions::readAverage(SweepRequest &request) const
                      .arg(value(m_average));
 }
 
-// By name or number.
+// Accepts the name or the number of a scale.
 QString SweepOptions::readScale(SweepRequest &request) const
 {
     for (std::int16_t number = 0; number < kScales; ++number)
@@ -206,13 +206,13 @@ QString SweepOptions::readReport(ToolRequest &request) const
     if (!isSet(m_fixture))
         return {};
     bool ok = false;
-    request.fixtureOhms = value(m_fixture).toDouble(&ok); // with a point whatever the locale
+    request.fixtureOhms = value(m_fixture).toDouble(&ok); // decimal point in every locale
     return ok && std::isfinite(request.fixtureOhms) && request.fixtureOhms > 0.0
                ? QString()
                : tr("--%1 takes a number of ohms above 0, not \"%2\".").arg(nameOf(m_fixture), value(m_fixture));
 }
 
-// Names that are joined by commas, unless a file has them all for its own name.
+// Splits names at commas, unless the whole text is the name of an existing file.
 QString SweepOptions::readTraces(QStringList &traces) const
 {
     for (const QString &given : m_parser.values(m_traces))
@@ -235,7 +235,7 @@ QString SweepOptions::readPort(std::optional<quint16> &port) const
     return {};
 }
 
-// Options that have no meaning beside or without each other.
+// Reports options that exclude or require each other.
 QString SweepOptions::misplacedOption(const ToolRequest &request) const
 {
     const auto exclude = [](const QCommandLineOption &one, const QCommandLineOption &other) {
@@ -261,7 +261,7 @@ QString SweepOptions::misplacedOption(const ToolRequest &request) const
     return {};
 }
 
-// An output that would replace another one, or what it comes from.
+// Reports an output that would replace another output or an input.
 QString SweepOptions::clashOfFiles(const ToolRequest &request) const
 {
     if (isSet(m_output) && isSet(m_picture) && isSameFile(request.output, request.picture))

@@ -12,27 +12,27 @@
 
 namespace calvorn {
 
-// What a user wants of calvorn-sweep. The name of a file that is not wanted is empty.
+// A request to calvorn-sweep. Unused file names are empty.
 struct ToolRequest
 {
     SweepRequest sweep;
     QString output;
     QString picture;
     QString reference;  // results and picture are relative to this sweep
-    QStringList traces; // drawn in the picture, too
+    QStringList traces; // additional curves of the picture
     QString limits;
     std::optional<ResultKind> results;
     double fixtureOhms = kDefaultFixtureOhms;
     bool isJson = false;
-    std::optional<quint16> port; // waits for SCPI clients in place of all that
+    std::optional<quint16> port; // wait for SCPI clients instead
 
-    // Whether standard output gets results or a verdict, also where files are written.
+    // Whether standard output gets results or a verdict, even if files are written as well.
     bool hasReport() const { return isJson || results || !limits.isEmpty(); }
-    // Whether it gets the response and the plot.
+    // Whether standard output gets the response and the plot.
     bool hasResponse() const { return output.isEmpty() && picture.isEmpty() && !isJson && !results; }
 };
 
-// The name of a kind of results, as an option and JSON have it.
+// The name of a kind of results in options and JSON.
 QString nameOf(ResultKind kind);
 
 // The options of the command line.
@@ -43,11 +43,11 @@ class SweepOptions
 public:
     SweepOptions();
 
-    // Returns what is wrong with the arguments, in a sentence; an empty text when nothing is. Prints help or version
-    // and ends the program where it is asked to.
+    // Returns a sentence about wrong arguments, or an empty text. For --help and --version, prints the text and ends
+    // the program.
     QString read(const QStringList &arguments, ToolRequest &request);
 
-    // An output that would replace the settings: a sentence, otherwise an empty text.
+    // Returns a sentence if an output would replace the settings, otherwise an empty text.
     QString clashWithSettings(const QString &settingsFile) const;
 
 private:
