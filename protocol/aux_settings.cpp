@@ -9,8 +9,8 @@ namespace calvorn {
 
 namespace {
 
-// "&H" and hexadecimal digits, or a number with either decimal separator, because the file may come from another
-// country; 0 for any other text.
+// Accepts "&H" with hexadecimal digits, or a number with either decimal separator because the file may come from
+// another locale. Returns 0 for other texts.
 double numberIn(const QString &path, const SettingKey &key)
 {
     QString text = readTextOrDefault(path, key).trimmed();

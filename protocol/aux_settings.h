@@ -15,14 +15,14 @@ inline constexpr std::size_t kAuxSteps = 8;
 inline constexpr const char *kAux1Section = "Aux1";
 inline constexpr const char *kAux2Section = "Aux2";
 
-// What the settings file says of an auxiliary output.
+// The settings-file keys of an auxiliary output.
 struct AuxKeys
 {
     SettingKey title;
-    SettingKey enabled; // greater than 0: it is used
+    SettingKey enabled; // the output is used if greater than 0
     SettingKey inverse;
-    std::array<SettingKey, kAuxSteps> steps; // "caption;weight", or one text that is both
-    SettingKey value;                        // of the last session, in the section of the window
+    std::array<SettingKey, kAuxSteps> steps; // "caption;weight", or one text for both
+    SettingKey value;                        // from the last session, in the section of the window
 };
 
 constexpr AuxKeys auxKeysIn(const char *section, const char *title, const SettingKey &value)
@@ -41,23 +41,23 @@ constexpr AuxKeys auxKeysIn(const char *section, const char *title, const Settin
             value};
 }
 
-// Output n at index n - 1.
+// Output n has index n - 1.
 inline constexpr std::array<AuxKeys, 2> kAuxKeys{auxKeysIn(kAux1Section, "Aux 1", kAux1Value),
                                                  auxKeysIn(kAux2Section, "Aux 2", kAux2Value)};
 
-// The potentiometer of output 2. Without one of the first two there is none.
+// The potentiometer of output 2, which exists only if PotMax and PotMin are both set.
 inline constexpr SettingKey kPotMax{kAux2Section, "PotMax", ""};
 inline constexpr SettingKey kPotMin{kAux2Section, "PotMin", ""};
 inline constexpr SettingKey kI2cControl{kAux2Section, "i2c_control", "0"};
 inline constexpr SettingKey kI2cCommand{kAux2Section, "i2c_command", "0"};
 
-// An auxiliary output of the parallel-port board, as [Aux1] or [Aux2] of the settings file describes it.
+// An auxiliary output of the parallel-port board, from [Aux1] or [Aux2] of the settings file.
 struct AuxSettings
 {
     bool enabled = false;
-    bool inverse = false; // every bit of the byte is inverted on its way to the board
+    bool inverse = false; // inverts every bit of the byte sent to the board
 
-    // What the board is sent for a value of the output; bit i is step i.
+    // Returns the byte to send for a value of the output; bit i is step i.
     std::uint8_t byteFor(int value) const
     {
         return static_cast<std::uint8_t>(inverse ? ~static_cast<unsigned>(value) : static_cast<unsigned>(value));
@@ -67,20 +67,21 @@ struct AuxSettings
 // The potentiometer of output 2.
 struct PotSettings
 {
-    std::uint8_t lowest = 0; // positions
+    std::uint8_t lowest = 0; // position
     std::uint8_t highest = 0;
-    std::uint8_t control = 0; // the bytes before each position
+    std::uint8_t control = 0; // the first two bytes of each transfer, before the position
     std::uint8_t command = 0;
 };
 
-// Nothing where "PotMin" or "PotMax" is missing. The two may stand in either order; all values are clamped to a byte.
+// Returns nullopt if "PotMin" or "PotMax" is missing. The two may be in either order; all values are clamped to a
+// byte.
 std::optional<PotSettings> readPotSettings(const QString &path);
 
-// output: 1 or 2. A missing file or key leaves the default.
+// output: 1 or 2. A missing file or key yields the default.
 AuxSettings readAuxSettings(const QString &path, int output);
 
-// What the output shows before the program has sent anything: its stored value when it is enabled, otherwise its
-// inactive level.
+// Returns the byte on the output before the program sends one: the stored value if the output is enabled, otherwise
+// its inactive level.
 std::uint8_t firstAuxByte(const QString &path, int output);
 
 } // namespace calvorn

@@ -9,15 +9,16 @@ namespace calvorn {
 // The generator chips, in the order of kDdsChips.
 enum class DdsChip { Ad9850, Ad9851, Ad9951 };
 
-// Facts of a generator chip, from the front page of its data sheet and the promises of the makers of modules. Hz.
+// Data of a generator chip, from the front page of its data sheet and from the specifications of module makers.
+// Frequencies in Hz.
 struct DdsChipFacts
 {
-    const char *name;           // the argument of SetDdsDevice, and the value of the key "DDS Device"
-    double highestClock;        // system clock, after the multiplier
-    double highestOutput;       // behind an ordinary low-pass filter
-    double outputOfClock;       // the same as a part of the system clock
-    double highestPllInput;     // reference clock where the multiplier is used; 0: no limit
-    std::int16_t multiplierLow; // of the multiplier, beside 1; 0: the chip has none
+    const char *name;           // the argument of SetDdsDevice and the value of the key "DDS Device"
+    double highestClock;        // system clock after the multiplier
+    double highestOutput;       // with an ordinary low-pass filter
+    double outputOfClock;       // the same, as a fraction of the system clock
+    double highestPllInput;     // reference clock if the multiplier is used; 0: no limit
+    std::int16_t multiplierLow; // range of the multiplier, in addition to 1; 0: the chip has none
     std::int16_t multiplierHigh;
 };
 
@@ -32,10 +33,9 @@ constexpr const DdsChipFacts &factsOf(DdsChip chip)
     return kDdsChips[static_cast<std::size_t>(chip)];
 }
 
-// What a settings file that does not say otherwise stands for: the program tells the board so, and the simulated one is
-// made so.
+// The defaults of the settings file, sent to the board by the program and used to set up the simulated one.
 inline constexpr DdsChip kDefaultDdsChip = DdsChip::Ad9850;
-inline constexpr const char *kDefaultXtalText = "80000000"; // as the settings file has it
+inline constexpr const char *kDefaultXtalText = "80000000"; // as written in the settings file
 inline constexpr std::int32_t kDefaultXtalHz = [] {
     std::int32_t hertz = 0;
     for (const char *digit = kDefaultXtalText; *digit != '\0'; ++digit)
@@ -43,9 +43,9 @@ inline constexpr std::int32_t kDefaultXtalHz = [] {
     return hertz;
 }();
 
-// The detector converters: the argument of SetAdcDevice, and the value of the key "ADC Device".
+// The detector converters: the argument of SetAdcDevice and the value of the key "ADC Device".
 inline constexpr const char *kAdc8Bit = "8bit";
-inline constexpr const char *kAdc10Bit = "10bit"; // where the settings do not say otherwise
+inline constexpr const char *kAdc10Bit = "10bit"; // default of the settings
 inline constexpr int kHighestCount8Bit = 255;
 inline constexpr int kHighestCount10Bit = 1023;
 

@@ -16,7 +16,7 @@ struct PortPin
     int number; // on the connector
     PortRegister portRegister;
     std::uint8_t mask;
-    bool inverted; // by the port, between the register bit and the pin
+    bool inverted; // by the port, between register bit and pin
 };
 
 inline constexpr std::array<PortPin, 17> kPortPins = {{
@@ -39,8 +39,8 @@ inline constexpr std::array<PortPin, 17> kPortPins = {{
     {"BUSY", 11, PortRegister::Status, 0x80, true},
 }};
 
-// The lines of the generator and detector board. A level always means the level at the chip: AdcSelect is low
-// while the converter is selected, an I2C line is high when it is released.
+// The lines of the generator and detector board. A level always means the level at the chip: AdcSelect is low while
+// the converter is selected; a released I2C line is high.
 enum class LptLine : std::uint8_t {
     DdsClock,  // W_CLK of an AD985x, SCLK of an AD9951
     DdsUpdate, // FQ_UD, I/O UPDATE
@@ -63,11 +63,11 @@ struct LineWiring
 {
     LptLine line;
     PortRegister portRegister;
-    std::uint8_t mask; // 0 = not connected: an output goes nowhere, an input reads high
-    bool inverted;     // the register bit is the opposite of the level
+    std::uint8_t mask; // 0 = not connected: an output has no effect, an input reads high
+    bool inverted;     // the register bit is the inverse of the level
 };
 
-// Which pin does what; one entry for each LptLine, in its order.
+// The pin of each line; one entry for each LptLine, in the same order.
 using LptWiring = std::array<LineWiring, kLptLineCount>;
 
 // The wiring of docs/hardware/lpt-board.md.
@@ -87,10 +87,10 @@ inline constexpr LptWiring kStandardLptWiring = {{
     {LptLine::I2cDataBack, PortRegister::Status, 0x10, false}, // SELECT, pin 13
 }};
 
-// How the words come into an AD985x.
+// How words are loaded into an AD985x.
 enum class DdsLoading : std::uint8_t {
     Serial, // bit by bit on DdsData
-    Bytes,  // five bytes on D0..D7 of the port; the lines AdcClock, AuxData, AuxClock and DdsData may share them
+    Bytes,  // five bytes on D0..D7 of the port, which AdcClock, AuxData, AuxClock and DdsData may share
 };
 
 struct BoardWiring
@@ -99,12 +99,12 @@ struct BoardWiring
     DdsLoading loading = DdsLoading::Serial;
 };
 
-// The usual wiring of a board with byte-wide loading: what must rest while the bytes pass is on the control
-// register, which leaves no line for the auxiliary outputs and the potentiometer.
+// The usual wiring of a board with byte-wide loading. Lines that must not change during loading are on the control
+// register, which leaves no lines for the auxiliary outputs and the potentiometer.
 inline constexpr LptWiring kByteWideLptWiring = {{
     {LptLine::DdsClock, PortRegister::Control, 0x01, true},  // STROBE, pin 1, inverted by the port
     {LptLine::DdsUpdate, PortRegister::Control, 0x02, true}, // AUTOFD, pin 14, inverted by the port
-    {LptLine::DdsData, PortRegister::Data, 0x80, false},     // D7, pin 9: only an AD9951 is loaded through it
+    {LptLine::DdsData, PortRegister::Data, 0x80, false},     // D7, pin 9; used only to load an AD9951
     {LptLine::DdsReset, PortRegister::Control, 0x04, false}, // INIT, pin 16
     {LptLine::AdcClock, PortRegister::Data, 0x01, false},    // D0, pin 2
     {LptLine::AdcSelect, PortRegister::Control, 0x08, true}, // SELECTIN, pin 17, inverted by the port

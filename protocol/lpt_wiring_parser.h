@@ -12,18 +12,18 @@ namespace calvorn {
 inline constexpr const char *kLptWiringSection = "LPT Wiring";
 
 // Reads the wiring of a board from the keys of the section [LPT Wiring]:
-//   Load     serial, byte; default serial
+//   Load     serial (default) or byte
 //   <line>   a pin of the port: D0..D7, STROBE, AUTOFD, INIT, SELECTIN for an output, ACK, BUSY, PE, SELECT, ERROR
-//            for an input; "!" in front when the board inverts the line. The inversions of the port itself are
-//            known here. The lines are named as in LptLine; case does not matter.
-//            "none" for one of I2cClock, I2cData, I2cDataBack, AuxData, AuxClock, AuxLatch: not connected.
-// A key without a value leaves the line where the standard wiring of this kind of loading has it.
+//            for an input; a leading "!" if the board inverts the line. Do not add the inversions of the port, which
+//            are known here. The lines have the names of LptLine; case does not matter.
+//            "none" for I2cClock, I2cData, I2cDataBack, AuxData, AuxClock or AuxLatch: not connected.
+// A line without a value keeps the standard wiring for the selected way of loading.
 //
-// entries: those of the section; the first of a key counts. Throws PortError, naming the key, for a key that is none of
-// the above, for a pin that does not exist or does not fit, and for two lines on one pin.
+// entries: the entries of the section; the first entry of a key is used. Throws PortError with the name of the key
+// for an unknown key, for a pin that does not exist or cannot be used, and for two lines on one pin.
 BoardWiring parseBoardWiring(const QVector<ProfileEntry> &entries);
 
-// The same from the settings file.
+// Reads the section from the settings file and parses it.
 BoardWiring readBoardWiring(const QString &settingsPath);
 
 } // namespace calvorn

@@ -5,7 +5,7 @@
 
 namespace calvorn {
 
-// The port is gone, refused an access, or is wired in a way that makes no sense. what() is one sentence for the user.
+// The port has disappeared, refused an access or has unusable wiring. what() is one sentence for the user.
 class PortError : public std::runtime_error
 {
 public:

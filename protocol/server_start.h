@@ -6,12 +6,12 @@ namespace calvorn {
 // File name of the server, in the folder of the program.
 inline constexpr const char *kServerName = "CalvornAsync";
 
-// The server's first line on its standard output is the address of its socket, or this mark and the reason why there is
-// none.
+// The server's first line on its standard output is the address of its socket, or this mark followed by the reason
+// why it could not open one.
 inline constexpr const char *kServerRefusal = "! ";
 
-// How long the program waits for the answer to an operation, in ms. Every operation of the server returns sooner,
-// whatever its hardware does; a server that needs longer hangs.
+// The time in ms that the program waits for the reply to an operation. Every operation of the server returns sooner,
+// whatever its hardware does; a server that takes longer has hung.
 inline constexpr int kCallTimeoutMs = 3'000;
 
 } // namespace calvorn

@@ -3,7 +3,7 @@
 
 namespace calvorn {
 
-// Points of a sweep on every interface: the counts of one aVettore, and the rows of the program's table.
+// The number of points in a sweep on every interface: counts in an aVettore, rows in the program's table.
 inline constexpr int kSweepPoints = 400;
 
 } // namespace calvorn

@@ -5,13 +5,13 @@
 
 namespace calvorn {
 
-// How long the parallel-port board lets a frequency settle: the argument of SetSpeed. The settings keep the first
-// three.
+// The settling time per frequency on the parallel-port board: the argument of SetSpeed. The settings store only the
+// first three.
 enum class SweepSpeed : std::int16_t {
     Standard = 0,
     Slow = 1,
     VerySlow = 2,
-    Calibration = 3, // the slowest, for the calibration of the detector
+    Calibration = 3, // the slowest, for detector calibration
 };
 
 constexpr std::int16_t numberOf(SweepSpeed speed)

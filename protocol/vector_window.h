@@ -5,10 +5,10 @@
 
 namespace calvorn {
 
-// Vectors that the server sends before it has to hear VectorsTaken; of what comes beyond that only the newest waits.
+// The number of vectors that the server sends without a VectorsTaken; beyond that only the newest vector is kept.
 inline constexpr int kVectorWindow = 8;
 
-// Vectors that the program takes before it says so.
+// The number of vectors that the program acknowledges at once.
 inline constexpr std::int16_t kVectorsAtOnce = 4;
 
 static_assert(kVectorsAtOnce < kVectorWindow, "the server would wait for an answer that the program does not owe yet");

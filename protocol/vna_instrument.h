@@ -5,12 +5,12 @@
 
 namespace calvorn {
 
-// What the MiniVNA measures: the argument of SetMode and the mode of PlanOfVectors.
+// The quantity measured by the MiniVNA: the argument of SetMode and the mode of PlanOfVectors.
 enum class VnaMode : std::int16_t {
     Parked = 0, // SetMode only: the generator is off
     Angle = 1,
     ReturnLoss = 2,
-    Device = 3, // device under test: the counts fall as the signal rises
+    Device = 3, // device under test: counts fall as the signal rises
 };
 
 constexpr std::int16_t numberOf(VnaMode mode)
@@ -21,7 +21,7 @@ constexpr std::int16_t numberOf(VnaMode mode)
 // Steps of the instrument's 10-bit converters: counts are 0 to kVnaFullScale - 1.
 inline constexpr int kVnaFullScale = 1024;
 
-// What the instrument is made for, Hz.
+// The frequency range of the instrument, Hz.
 inline constexpr std::int32_t kVnaLowestHz = 100'000;
 inline constexpr std::int32_t kVnaHighestHz = 180'000'000;
 
