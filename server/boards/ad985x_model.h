@@ -9,17 +9,17 @@
 
 namespace calvorn {
 
-// AD9850 or AD9851. Takes five bytes from the bus until a W_CLK and an FQ_UD pulse with xxxxx011 on it bring it into
-// serial mode, which a board wired for serial loading does right after the reset.
+// An AD9850 or AD9851. Takes five bytes from the bus until a W_CLK and an FQ_UD pulse with xxxxx011 on the bus switch
+// the chip to serial mode; a board wired for serial loading does this right after the reset.
 class Ad985xModel : public DdsChipModel
 {
 public:
     // referenceHz: the clock at the chip's pin. chip: Ad9850 or Ad9851.
     Ad985xModel(DdsChip chip, double referenceHz);
 
-    // The chip takes bits, not bytes.
+    // True in serial mode: the chip takes bits, not bytes.
     bool isSerial() const { return m_serial; }
-    // The tuning word in effect, which output() shows folded at half the clock; 0 after a reset.
+    // The active tuning word, 0 after a reset. output() returns its frequency folded at half the clock.
     std::uint32_t word() const { return m_word; }
 
 protected:

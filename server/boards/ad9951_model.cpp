@@ -50,7 +50,7 @@ void Ad9951Model::onClock(const DdsLines &lines)
         takeInstruction(static_cast<std::uint8_t>(m_shift));
     } else {
         m_buffers[m_address] = m_shift;
-        // The two serial-port bits of CFR1 act without an update.
+        // The two serial-port bits of CFR1 take effect without an update.
         if (m_address == kCfr1 && (m_shift & kLsbFirst))
             flag(DdsViolation::Unsupported);
         m_inRegister = false;

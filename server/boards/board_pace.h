@@ -5,15 +5,15 @@
 
 namespace calvorn {
 
-// The board's own clock, and its tie to the real one. When paced, the calling thread sleeps as soon as the board is
-// ahead of real time by 2 ms. A board that fell behind by less than 20 ms (a late wake-up, a busy machine) catches up;
-// one that fell behind by more was idle and starts afresh.
+// The board's own clock, which can be paced to follow real time. When paced, the calling thread sleeps as soon as the
+// board is 2 ms ahead of real time. A board that is less than 20 ms late (a late wake-up, a busy machine) catches up; a
+// board that is later than that was idle, and its pace restarts from the present.
 class BoardPace
 {
 public:
     using Time = std::chrono::nanoseconds;
 
-    // haste: how many times faster than the real clock a paced board runs; at least 1.
+    // haste: the speed of a paced board as a multiple of real time; at least 1.
     explicit BoardPace(bool paced, int haste = 1)
         : m_paced(paced)
         , m_haste(haste)
@@ -30,7 +30,7 @@ private:
     int m_haste;
     Time m_now{};
     Time m_checked{};
-    std::chrono::steady_clock::time_point m_due{}; // the real time at which the board's clock is right
+    std::chrono::steady_clock::time_point m_due{}; // the real time that corresponds to the board's time
 };
 
 } // namespace calvorn

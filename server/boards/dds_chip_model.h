@@ -5,7 +5,7 @@
 
 namespace calvorn {
 
-// Levels at the pins of a generator chip on this board.
+// Levels at the pins of the generator chip on this board.
 struct DdsLines
 {
     bool clock = false;  // W_CLK, SCLK
@@ -17,42 +17,42 @@ struct DdsLines
     bool operator==(const DdsLines &) const = default;
 };
 
-// What leaves the chip through its reconstruction filter.
+// The chip's output after its reconstruction filter.
 struct DdsOutput
 {
-    double hertz = 0.0;     // 0..half the system clock: a word above the middle comes out as its image
-    double amplitude = 0.0; // 1 at the lowest frequencies, falling as sin(x)/x; 0 when there is no output
+    double hertz = 0.0;     // 0..half the system clock: a word above half the range gives its image
+    double amplitude = 0.0; // 1 at the lowest frequencies, falling as sin(x)/x; 0 without an output
 };
 
-// The output for a tuning word at this system clock (Hz).
+// Returns the output for a tuning word at this system clock (Hz).
 DdsOutput ddsOutput(std::uint32_t word, double systemClockHz);
 
-// What a driver must never do, and what a real chip would not report.
+// Errors that a driver must never make and that a real chip would not report.
 enum class DdsViolation : std::uint32_t {
-    WrongBitCount = 1,    // update with an incomplete load, or one that is too long
+    WrongBitCount = 1,    // update with an incomplete load, or with too many bits
     FactoryBit = 2,       // a 1 in the factory test bits of an AD9850
     ForbiddenControl = 4, // control bit D1 of an AD985x
-    LostSync = 8,         // AD9951: update, unknown register or read in the middle of things
-    Unsupported = 16,     // AD9951: a legal setting that this model does not follow (LSB first)
+    LostSync = 8,         // AD9951: update in the middle of a transfer, unknown register or read
+    Unsupported = 16,     // AD9951: a legal setting that this model does not support (LSB first)
 };
 
-// A generator chip, seen from its pins.
+// A generator chip as seen from its pins.
 class DdsChipModel
 {
 public:
     virtual ~DdsChipModel() = default;
 
-    // New levels of the lines; the clock and update lines act on their rising edges.
+    // Sets new levels of the lines; the clock and update lines act on their rising edges.
     void drive(const DdsLines &lines);
 
     const DdsOutput &output() const { return m_output; }
 
-    // What has been done to the chip that a real one would not forgive, since it was made: an "or" of DdsViolation, and
-    // one of them.
+    // Returns all violations since the model was made, as an "or" of DdsViolation values. violated() checks for one of
+    // them.
     std::uint32_t violations() const { return m_violations; }
     bool violated(DdsViolation violation) const;
 
-    // Rising edges of the update line since the start.
+    // Rising edges of the update line since the model was made.
     std::uint64_t updates() const { return m_updates; }
 
 protected:
@@ -62,7 +62,7 @@ protected:
 
     void flag(DdsViolation violation);
 
-    // From now on the output is that of this word at this system clock (Hz). enabled: not powered down.
+    // Sets the output to this word at this system clock (Hz). enabled: not powered down.
     void generate(std::uint32_t word, double systemClockHz, bool enabled);
 
 private:

@@ -96,8 +96,8 @@ double DetectorModel::settled(Time now) const
     return m_target + (m_start - m_target) * std::exp(-age / kTimeConstantNs);
 }
 
-// The sum of four uniform numbers is close to normal, and unlike std::normal_distribution it is the same with
-// every library.
+// The sum of four uniform numbers has nearly a normal distribution and, unlike std::normal_distribution, gives the same
+// values with every library.
 double DetectorModel::noise()
 {
     const std::uint64_t bits = m_random();

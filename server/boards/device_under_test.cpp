@@ -16,7 +16,7 @@ namespace calvorn {
 
 namespace {
 
-// 0 dB at the centre, x = the detuning in bandwidths.
+// Returns the detuning in bandwidths, 0 at the centre frequency.
 double detuning(double hertz, double centreHz, double q)
 {
     return q * (hertz / centreHz - centreHz / hertz);
@@ -48,7 +48,7 @@ double notch(double hertz)
     return x / std::sqrt(1.0 + x * x);
 }
 
-// The usual four-element equivalent of a quartz, in series between 50 ohms and 50 ohms.
+// The usual four-element equivalent circuit of a quartz crystal, in series between 50 ohms and 50 ohms.
 double crystal(double hertz)
 {
     constexpr double kSeriesHz = 9e6;
@@ -71,7 +71,7 @@ double antenna(double hertz)
     return std::abs((impedance - kLineOhm) / (impedance + kLineOhm));
 }
 
-// What does not convert is not a number.
+// Returns NaN for a number that cannot be converted.
 std::pair<double, double> pointOf(const QByteArray &line)
 {
     constexpr double kNone = std::numeric_limits<double>::quiet_NaN();

@@ -8,7 +8,7 @@
 
 namespace calvorn {
 
-// What hangs between the generator and the detector of a simulated board.
+// The device between the generator and the detector of a simulated board.
 enum class DeviceKind {
     Bandpass, // 7.1 MHz, 600 kHz wide, third order Butterworth, 1.5 dB insertion loss
     Lowpass,  // 7 MHz, fifth order Chebyshev, 0.2 dB ripple
@@ -16,34 +16,35 @@ enum class DeviceKind {
     Crystal,  // series resonance 9.000 MHz, 1.2 kHz wide in 50 ohms, parallel resonance 18 kHz above
     Antenna,  // at a bridge for 50 ohms: a dipole, 60 ohms at its resonance of 7.050 MHz, Q 12
     Through,  // a piece of cable
-    Curve,    // as a file says
+    Curve,    // as described in a file
 };
 
-// By the name in the settings file, in any case; anything else is the bandpass.
+// Returns the device with this name in the settings file, ignoring case; Bandpass for any other name.
 DeviceKind deviceFromName(const QString &name);
 
-// Voltage ratio |H|, 0..1, at this frequency (Hz); of an antenna |rho|, of a curve nothing.
+// Returns the voltage ratio |H|, 0..1, at this frequency (Hz); |rho| for an antenna, 0 for a curve.
 double responseOf(DeviceKind device, double hertz);
 
 class DeviceUnderTest
 {
 public:
-    DeviceUnderTest(DeviceKind kind) // NOLINT(google-explicit-constructor): every kind but a curve is all of it
+    DeviceUnderTest(DeviceKind kind) // NOLINT(google-explicit-constructor): complete for every kind but a curve
         : m_kind(kind)
     {
     }
 
-    // Lines of a frequency in Hz, a comma and a voltage ratio; empty lines and those that begin with '#' do not count.
-    // Nothing passes when the file cannot be read or a line is not of this form.
+    // Reads lines of a frequency in Hz, a comma and a voltage ratio; ignores empty lines and lines that begin with '#'.
+    // If the file cannot be read or a line has another form, the device passes nothing.
     static DeviceUnderTest fromFile(const QString &path);
 
     DeviceKind kind() const { return m_kind; }
 
-    // As the detector sees it: the voltage ratio, 0..1. Between the points of a curve it is interpolated, and outside
-    // them nothing passes.
+    // Returns the voltage ratio at the detector, 0..1. Interpolates between the points of a curve; outside of its
+    // points nothing passes.
     double responseAt(double hertz) const;
 
-    // Through a bridge: what an antenna sends back, and of everything else what it does not pass.
+    // Returns the reflection seen by a bridge: that of the antenna, or, for any other device, the part that does not
+    // pass it.
     double reflectionAt(double hertz) const;
 
 private:

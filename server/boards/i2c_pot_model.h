@@ -7,22 +7,22 @@
 
 namespace calvorn {
 
-// DS1803, the dual potentiometer with 256 steps, at address 0x50 (A2..A0 low); powers up at 0. Write transfers
-// only: a read address is not acknowledged.
+// A DS1803, the dual potentiometer with 256 steps, at address 0x50 (A2..A0 low); powers up at 0. Supports write
+// transfers only: does not acknowledge a read address.
 class I2cPotModel
 {
 public:
-    // Levels that the master gives the two lines; high means released.
+    // Sets the levels that the master drives; high means released.
     void drive(bool scl, bool sda);
 
-    // The data line as it stands on the bus.
+    // The level of the data line on the bus.
     bool sda() const { return m_masterSda && !m_pullingLow; }
 
     // The position of potentiometer 0 or 1.
     std::uint8_t wiper(std::size_t pot) const { return m_wipers[pot]; }
 
-    // What has passed on the bus: the bytes of the latest transfer, acknowledged or not, its complete clock pulses
-    // between START and STOP, and the STOPs since the chip was made.
+    // The traffic on the bus: the bytes of the latest transfer, acknowledged or not, its complete clock pulses between
+    // START and STOP, and the STOPs since the model was made.
     const std::vector<std::uint8_t> &bytes() const { return m_bytes; }
     int pulses() const { return m_pulses; }
     int stops() const { return m_stops; }
@@ -37,7 +37,7 @@ private:
     bool m_masterSda = true;
     bool m_pullingLow = false;
     bool m_active = false;    // between START and STOP
-    bool m_addressed = false; // this chip is meant
+    bool m_addressed = false; // the transfer addresses this chip
     int m_bit = 0;            // 0..7 data, 8 acknowledge
     bool m_roseInTransfer = false;
     unsigned m_shift = 0;

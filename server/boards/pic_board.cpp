@@ -15,21 +15,21 @@ constexpr int kFractionBits = 32;
 constexpr int kLongestLine = 12; // letter, sign, ten digits
 constexpr char kAbort = '!';
 constexpr char kLineFeed = '\n';      // ignored
-const QByteArray kUnprepares("BDP*"); // accepted or not
+const QByteArray kUnprepares("BDP*"); // these letters void the plan, accepted or not
 constexpr std::int64_t kUsualSettlingUs = 50;
 constexpr std::int64_t kLeastSettlingUs = 20;
 constexpr std::int64_t kMostSettlingUs = 10'000;
-constexpr int kSamples = 400; // its firmware knows nothing of the program
-constexpr int kGroup = 4;     // of samples in five bytes
+constexpr int kSamples = 400; // independent of the program's constant, like real firmware
+constexpr int kGroup = 4;     // samples in five bytes
 constexpr int kCounts = 1024;
 constexpr char kSyncFirst = '\xA5';
 constexpr char kSyncSecond = '\x5A';
 constexpr std::uint16_t kCrcStart = 0xFFFF;
-constexpr std::chrono::nanoseconds kLineTime{108'507}; // of a sample: one and a quarter bytes at 115,200 baud
-// Of a sample, beside the time to settle: with the usual one there is no gap.
+constexpr std::chrono::nanoseconds kLineTime{108'507}; // line time of a sample: one and a quarter bytes at 115,200 baud
+// Time of a sample besides its settling; with the usual settling time the line has no gaps.
 constexpr std::chrono::nanoseconds kPointTime = kLineTime - std::chrono::microseconds(kUsualSettlingUs);
 
-// CRC-16/CCITT-FALSE without a loop, as firmware computes it between two samples.
+// CRC-16/CCITT-FALSE without a loop, as the firmware could compute it between two samples.
 std::uint16_t crcWith(std::uint16_t crc, std::uint8_t byte)
 {
     const unsigned before = crc;
@@ -41,7 +41,7 @@ std::uint16_t crcWith(std::uint16_t crc, std::uint8_t byte)
     return static_cast<std::uint16_t>(value);
 }
 
-// 2^64 / clock, rounded. Below a clock of 2 Hz, where it would not fit, there is no word but 0.
+// Returns 2^64 / clock, rounded. Below a clock of 2 Hz the factor would not fit, so every word is 0.
 std::uint64_t factorOf(double clockHz)
 {
     constexpr double kLowestClock = 2.0;
@@ -50,7 +50,7 @@ std::uint64_t factorOf(double clockHz)
     return static_cast<std::uint64_t>(std::round(std::ldexp(1.0L, 32 + kFractionBits) / clockHz));
 }
 
-// Digits, behind a minus sign where there may be one.
+// True for digits, after a minus sign if one is allowed.
 bool isWholeNumber(const QByteArray &text, bool mayBeNegative)
 {
     const QByteArray digits = mayBeNegative && text.startsWith('-') ? text.mid(1) : text;
@@ -101,7 +101,7 @@ std::optional<std::uint8_t> PicBoard::nextByte()
     return static_cast<std::uint8_t>(m_out.at(m_sent++));
 }
 
-// A sample that takes longer than its part of the line keeps the line waiting; told with the first byte of each group.
+// A sample that takes longer than its bytes on the line leaves a gap; reported with the first byte of each group.
 std::chrono::nanoseconds PicBoard::idleTime() const
 {
     const std::chrono::nanoseconds late = sampleTime() - kLineTime;
@@ -189,7 +189,7 @@ QByteArray PicBoard::identity() const
            QByteArray::number(std::llround(m_settings.clockHz)) + ' ' + QByteArray::number(qint64{m_settlingUs});
 }
 
-// Start and step, each as four bytes.
+// The check sum covers start and step, four bytes each.
 std::uint16_t PicBoard::planCrc() const
 {
     const std::uint64_t plan =
@@ -200,7 +200,7 @@ std::uint16_t PicBoard::planCrc() const
     return crc;
 }
 
-// Modulo 2^64, so that a negative step is added as its complement.
+// Computes modulo 2^64, so that adding a negative step works as subtraction.
 std::uint64_t PicBoard::product(std::int64_t hertz) const
 {
     return static_cast<std::uint64_t>(hertz) * m_factor;

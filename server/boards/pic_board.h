@@ -11,12 +11,12 @@
 
 namespace calvorn {
 
-// The PIC board of docs/hardware/pic-board.md. Like the real one it computes its tuning words from hertz and keeps no
-// sweep: four samples at a time become five bytes.
+// The PIC board of docs/hardware/pic-board.md. Like the real board, it computes its tuning words from hertz and does
+// not store a sweep: it packs every four samples into five bytes.
 class PicBoard : public SerialBoard
 {
 public:
-    // settings.clockHz: the generator's system clock. settings.fault: only Refuse and Stale concern the board itself.
+    // settings.clockHz: the generator's system clock. settings.fault: the board itself handles only Refuse and Stale.
     explicit PicBoard(const SimulatorSettings &settings);
 
     void receive(std::uint8_t byte) override;
@@ -24,10 +24,10 @@ public:
     std::chrono::nanoseconds idleTime() const override;
 
 protected:
-    // The generator has got this tuning word, 0: off; a derived board may put a probe here.
+    // Called when the generator has loaded this tuning word (0: off); tests override it to observe the generator.
     virtual void generatorSet(std::uint32_t /*word*/) {}
 
-    // What the converter delivers when the generator has settled on this word.
+    // Returns the count of the converter after the generator has settled on this word.
     virtual int countAt(std::uint32_t word);
 
 private:
@@ -56,13 +56,13 @@ private:
     std::int64_t m_stepHz = 0;
     std::int64_t m_settlingUs;
     bool m_prepared = false;
-    bool m_isStale = false; // has a plan that it does not change any more
+    bool m_isStale = false; // keeps its plan even if it accepts another one
     std::uint16_t m_crcOfPlan = 0;
     bool m_sweeping = false;
     int m_point = 0;
     std::uint8_t m_sequence = 0;
     std::uint16_t m_crc = 0;
-    std::uint64_t m_phase = 0; // the point's word with 32 more bits
+    std::uint64_t m_phase = 0; // the word of the point with 32 fraction bits
 };
 
 } // namespace calvorn

@@ -73,7 +73,7 @@ void PtyBoard::openTerminal()
             QCoreApplication::translate("SerialPort", "The system gives no pseudo-terminal for the simulated board.")
                 .toStdString());
     }
-    // A fresh terminal echoes, and would answer the board with its own words.
+    // A new terminal echoes, which would send the board's own bytes back to it.
     cfmakeraw(&attributes);
     tcsetattr(m_slave, TCSANOW, &attributes);
     m_path = QString::fromLocal8Bit(name.data());
@@ -108,7 +108,7 @@ void PtyBoard::run()
         close(std::exchange(m_master, -1));
 }
 
-// For ever while the board has nothing to say.
+// Returns -1 (no time limit) while the board has nothing to send.
 int PtyBoard::sleepTime() const
 {
     if (!m_pending.empty())
@@ -124,13 +124,13 @@ bool PtyBoard::takeFromHost()
     const ssize_t count = ::read(m_master, bytes.data(), bytes.size());
     for (ssize_t index = 0; index < count; ++index)
         m_board->receive(static_cast<std::uint8_t>(bytes[static_cast<std::size_t>(index)]));
-    // What the board says now comes when the last bit of the command has reached it.
+    // The board's answer starts when the last bit of the command has arrived.
     if (!m_talking && count > 0)
         m_lineFree = std::max(m_lineFree, Clock::now()) + count * kByteTime;
     return count > 0;
 }
 
-// All bytes whose last bit has left by now.
+// Sends all bytes whose last bit has left the board by now.
 void PtyBoard::produce(Clock::time_point now)
 {
     const bool chatters = !m_talking && m_settings.fault == SimulatorFault::Chatter;
@@ -182,7 +182,7 @@ bool PtyBoard::isMute() const
            (m_settings.fault == SimulatorFault::Half && 2 * m_made > 3 * m_sweepBytes);
 }
 
-// False while the terminal takes no more: the host does not read.
+// Returns false if the terminal takes no more bytes because the host does not read.
 bool PtyBoard::flush()
 {
     while (!m_pending.empty()) {

@@ -16,15 +16,16 @@
 
 namespace calvorn {
 
-// Puts a simulated board behind a pseudo-terminal in raw mode, in a thread of its own that sleeps while there is
-// nothing to do. Paced, a byte takes ten bits at 115,200 baud in either direction, on average: bytes arrive in batches
-// of about 1 ms. The faults that concern bytes are made here.
+// Runs a simulated board behind a pseudo-terminal in raw mode, in its own thread, which sleeps while there is nothing
+// to do. When paced, a byte takes ten bits at 115,200 baud in either direction, on average: bytes arrive in batches of
+// about 1 ms. Also simulates the faults that concern bytes.
 class PtyBoard
 {
 public:
-    // sweepBytes: how many bytes a sweep of this board has; the faults Silence, Half and Unplug count by it.
-    // onUnplugged: called in the board's thread when the fault Unplug takes the port away.
-    // Throws std::runtime_error with one sentence for the user when the system gives no pseudo-terminal or no thread.
+    // sweepBytes: the size of one sweep of this board; the faults Silence, Half and Unplug depend on it.
+    // onUnplugged: called in the board's thread when the fault Unplug removes the port.
+    // Throws std::runtime_error with one sentence for the user when the system cannot provide a pseudo-terminal or a
+    // thread.
     PtyBoard(std::unique_ptr<SerialBoard> board, const SimulatorSettings &settings, int sweepBytes,
              std::function<void()> onUnplugged = {});
     ~PtyBoard();
@@ -32,7 +33,7 @@ public:
     PtyBoard(const PtyBoard &) = delete;
     PtyBoard &operator=(const PtyBoard &) = delete;
 
-    // The device that the host opens.
+    // Path of the device that the host opens.
     QString devicePath() const { return m_path; }
 
 private:
@@ -53,16 +54,16 @@ private:
     std::uint64_t m_sweepBytes;
     std::function<void()> m_onUnplugged;
     int m_master = -1;
-    int m_slave = -1; // kept open, so that the terminal outlives a host that goes and comes back
+    int m_slave = -1; // stays open, so that the terminal survives a host that closes and reopens it
     int m_wake = -1;
     QString m_path;
-    std::string m_pending;    // made, and not yet taken by the terminal
-    std::uint64_t m_made = 0; // bytes of the board so far
-    bool m_talking = false;   // the board had a byte when it was asked last
+    std::string m_pending;    // produced, but not yet taken by the terminal
+    std::uint64_t m_made = 0; // number of bytes from the board so far
+    bool m_talking = false;   // the board had a byte at the last request
     Clock::time_point m_lineFree;
     std::minstd_rand m_random;
     std::atomic<bool> m_quit{false};
-    bool m_unplugged = false; // by the fault; of the board's thread
+    bool m_unplugged = false; // by the fault; used only by the board's thread
     std::thread m_thread;
 };
 

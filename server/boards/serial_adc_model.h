@@ -8,12 +8,12 @@
 
 namespace calvorn {
 
-// TLC549 or TLC1549, seen from its three pins, with the pipeline of one frame. Times are the board's own.
+// A TLC549 or TLC1549 as seen from its three pins, with the pipeline of one frame. All times are board times.
 class SerialAdcModel
 {
 public:
     using Time = std::chrono::nanoseconds;
-    // The input in volts at this moment; asked once for each conversion, at the instant of hold.
+    // Returns the input in volts at this time; called once for each conversion, at the instant of hold.
     using Input = std::function<double(Time)>;
 
     SerialAdcModel(const SerialAdcType &type, double referenceVolts, Input input);
@@ -21,12 +21,12 @@ public:
     void drive(bool select, bool clock, Time now);
     bool dataOut() const;
 
-    // Conversions since the converter was made.
+    // Number of conversions since the model was made.
     std::uint64_t conversions() const { return m_conversions; }
-    // The count that the latest conversion gives, whether it has been read or not.
+    // The count of the latest conversion, even if it has not been read.
     int latestCount() const { return m_pending; }
-    // Misuse that a real converter would answer with wrong counts: frames that began while a conversion ran, which show
-    // the result before, and conversions that such a frame destroyed.
+    // Errors that make a real converter return wrong counts: frames that began during a conversion and therefore return
+    // the previous result, and conversions that such a frame aborted.
     std::uint64_t earlyFrames() const { return m_earlyFrames; }
     std::uint64_t aborted() const { return m_aborted; }
 

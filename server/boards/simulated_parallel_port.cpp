@@ -13,7 +13,7 @@ namespace calvorn {
 
 namespace {
 
-// One access of a port on the chipset's bus, through the kernel.
+// The duration of one port access on the chipset's bus, through the kernel.
 constexpr std::chrono::nanoseconds kAccessTime{1250};
 
 constexpr unsigned kInputPins = 0xF8; // of the status register; open inputs are pulled up
@@ -159,7 +159,7 @@ void SimulatedParallelPort::driveDds()
     m_detector.setLevel(m_settings.detector.volts(signal), m_pace.now());
 }
 
-// True while the clock is high after an edge that does not reach the chip.
+// Returns true while the clock is high after an edge that does not reach the chip.
 bool SimulatedParallelPort::loseClockEdge(bool clock)
 {
     if (m_settings.fault != SimulatorFault::Drop)

@@ -17,34 +17,35 @@
 
 namespace calvorn {
 
-// The generator and detector board of docs/hardware/lpt-board.md behind a parallel port. It sees nothing but the
-// levels of the pins, and decodes them as the chips do. Used by one thread at a time.
+// The generator and detector board of docs/hardware/lpt-board.md behind a parallel port. The model uses only the levels
+// of the pins and decodes them as the chips do. Used by one thread at a time.
 //
-// Of the faults it knows refuse (the constructor throws PortError), silence and half (the converter's data line
-// stays low from the third sweep on, or from the middle of the first), unplug (every access throws PortError from
-// the middle of the second sweep on) and drop (every 997th clock edge does not reach the generator).
+// Supports these faults: refuse (the constructor throws PortError), silence and half (the converter's data line stays
+// low after two sweeps, or from the middle of the first), unplug (every access throws PortError from the middle of the
+// second sweep on) and drop (every 997th clock edge does not reach the generator).
 class SimulatedParallelPort : public ParallelPort
 {
 public:
     explicit SimulatedParallelPort(const SimulatorSettings &settings, const BoardWiring &wiring = {});
 
-    // Called once, in the thread that uses the port, when the port goes away (fault unplug).
+    // Sets a callback for the moment when the port disappears (fault unplug): called once, in the thread that uses the
+    // port.
     void onUnplugged(std::function<void()> callback) { m_onUnplugged = std::move(callback); }
 
     void writeData(std::uint8_t value) override;
     void writeControl(std::uint8_t value) override;
     std::uint8_t readStatus() override;
-    void confirmPresent() override {} // every access to a port that is gone throws
+    void confirmPresent() override {} // every access to a missing port throws
     void wait(std::chrono::nanoseconds duration) override;
 
-    // The chips on the board, for whoever puts a probe to their pins.
+    // The chips on the board, for tests that check their pins.
     const DdsChipModel &dds() const { return *m_dds; }
     const SerialAdcModel &adc() const { return m_adc; }
     const ShiftLatchModel &latches() const { return m_latches; }
     const I2cPotModel &pot() const { return m_pot; }
 
-    // The board's own clock: 1.25 us for each access of a register, and all that was waited. Without pace it runs ahead
-    // of the real one.
+    // The board's own clock: 1.25 us for each register access, plus all waiting times. Without pacing, it runs ahead of
+    // real time.
     std::chrono::nanoseconds boardTime() const { return m_pace.now(); }
 
 private:
@@ -66,9 +67,9 @@ private:
 
     SimulatorSettings m_settings;
     BoardWiring m_wiring;
-    LevelTable m_levelsOfData; // of the lines on that register, for each of its values
+    LevelTable m_levelsOfData; // levels of this register's lines, for each value of the register
     LevelTable m_levelsOfControl;
-    Levels m_levels; // at the pins now
+    Levels m_levels; // present levels at the pins
     BoardPace m_pace;
     std::unique_ptr<DdsChipModel> m_dds;
     DetectorModel m_detector;

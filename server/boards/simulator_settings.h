@@ -12,44 +12,44 @@
 
 namespace calvorn {
 
-// Misbehaviour that a simulated board can be told to show. What is said of bytes holds for the boards on a serial
-// line; docs/hardware/ says what each board makes of each name.
+// Faults that a simulated board can show. Those that concern bytes apply to the boards on a serial line; docs/hardware/
+// describes the effect of each name on each board.
 enum class SimulatorFault {
     None,
     Drop,    // every 997th byte to the host is lost; parallel port: every 997th clock edge of the generator
     Corrupt, // every 997th byte has a bit flipped
-    Add,     // after every 997th byte comes one that nobody sent
-    Refuse,  // every command is refused; parallel port: it cannot be opened
-    Silence, // after two sweeps the board says nothing any more
-    Half,    // in the middle of a sweep the board stops for ever
-    Unplug,  // the port goes away in mid-sweep, once
-    Chatter, // the board talks without being asked
-    Garbage, // 10,000 random bytes come before the first answer
-    Stale,   // PIC: the first plan is kept, later ones are accepted only
+    Add,     // a random byte follows every 997th byte
+    Refuse,  // every command is refused; parallel port: opening fails
+    Silence, // the board sends nothing more after two sweeps
+    Half,    // the board stops for ever in the middle of a sweep
+    Unplug,  // the port disappears during a sweep, once
+    Chatter, // the board sends text without being asked
+    Garbage, // 10,000 random bytes precede the first answer
+    Stale,   // PIC: later plans are accepted, but the first one remains in use
 };
 
-// By the name in the settings file, in any case; anything else is None.
+// Returns the fault with this name in the settings file, ignoring case; None for any other name.
 SimulatorFault simulatorFaultFromName(const QString &name);
 
-// No simulated clock is faster, so that every frequency below it is a whole number of 64 bits.
+// The highest simulated clock; every frequency below it, as a whole number, fits into 64 bits.
 inline constexpr double kHighestSimulatedClockHz = 1e12;
 
-// The simulated boards as [Simulator] of the settings file describes them:
-//   Device  bandpass, lowpass, notch, crystal, antenna, through; curve = as a file says
-//   Curve   this file: lines of a frequency in Hz, a comma and a voltage ratio
-//   Pace    none = as fast as it can; anything else = at the pace of real hardware
-//   Seed    whole number that the noise starts from
+// The settings of the simulated boards, from [Simulator] in the settings file:
+//   Device  bandpass, lowpass, notch, crystal, antenna, through; curve = read from the file "Curve"
+//   Curve   path of that file: lines of a frequency in Hz, a comma and a voltage ratio
+//   Pace    none = as fast as possible; anything else = at the pace of real hardware
+//   Seed    whole number that initialises the noise
 //   Fault   none, drop, corrupt, add, refuse, silence, half, unplug, chatter, garbage, stale
 //   Detector  linear, log, diode
-//   Level   dBm at the detector when nothing is lost on the way, -100 to 40
-//   Chip, Clock, ADC  what is on the board: generator chip, its reference clock in Hz (1 to 1e12), converter (8bit,
-//           10bit); without them the chip, the crystal and the converter of the configuration
-// protocol/simulator_keys.h has the defaults; a text that cannot be read leaves the values below.
+//   Level   dBm at the detector for a device without loss, -100 to 40
+//   Chip, Clock, ADC  the board's parts: generator chip, its reference clock in Hz (1 to 1e12), converter (8bit,
+//           10bit); the defaults are the chip, the crystal and the converter of the configuration
+// protocol/simulator_keys.h contains the defaults; the values below apply if a text cannot be converted.
 struct SimulatorSettings
 {
     DeviceUnderTest device = DeviceKind::Bandpass;
     bool paced = true;
-    int haste = 1; // how many times faster a paced parallel-port board is than the real one; not in the file
+    int haste = 1; // speed of a paced parallel-port board as a multiple of real time; not in the file
     std::uint64_t seed = 1;
     SimulatorFault fault = SimulatorFault::None;
     DetectorCircuit detector{};
@@ -58,7 +58,7 @@ struct SimulatorSettings
     SerialAdcType adc = kTlc1549;
 };
 
-// path: the settings file; a missing file or key leaves the default. Never writes.
+// path: the settings file; a missing file or key results in the default. Never writes.
 SimulatorSettings readSimulatorSettings(const QString &path);
 
 } // namespace calvorn

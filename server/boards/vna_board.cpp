@@ -11,11 +11,11 @@ namespace {
 
 constexpr int kCounts = 1024; // of its converters
 
-// The phase detector gives 10 mV for each degree, 0..180, and does not know the sign.
+// The phase detector gives 10 mV for each degree, 0..180, without the sign of the phase.
 constexpr double kVoltsPerDegree = 10e-3;
 constexpr double kCableSeconds = 10e-9; // to the device under test and back
 
-// Four bytes of ten bits at 115,200 baud: the generator moves on when the sample has gone.
+// Four bytes of ten bits at 115,200 baud: the generator goes on to the next frequency when the sample has been sent.
 constexpr DetectorModel::Time kSampleTime{347'222};
 
 constexpr int kMostDigits = 10;
@@ -87,7 +87,7 @@ void VnaBoard::forgetCommand()
     m_digits = 0;
 }
 
-// No samples: no reply, and the generator stays as it is. The instrument has no words for a refusal either.
+// A command for 0 samples gets no reply and does not change the generator. The instrument cannot report a refusal.
 void VnaBoard::execute()
 {
     const auto [path, start, samples, step] = m_numbers;
@@ -99,7 +99,7 @@ void VnaBoard::execute()
     m_samplesDue = samples;
 }
 
-// In transmission the instrument counts downwards: the stronger the signal, the smaller the number.
+// In transmission the count decreases with the signal: the stronger the signal, the smaller the count.
 void VnaBoard::measure()
 {
     const DdsOutput output = ddsOutput(m_word, m_settings.clockHz);

@@ -12,35 +12,37 @@
 
 namespace calvorn {
 
-// One sample as the board made it.
+// One sample with the values behind it.
 struct VnaBoardSample
 {
-    std::uint32_t word; // tuning word in the generator
-    double hertz;       // what the generator made of it; 0: off
-    int phase;          // counts as sent
+    std::uint32_t word; // tuning word of the generator
+    double hertz;       // the generator's output; 0: off
+    int phase;          // count as sent
     int magnitude;
 };
 
-// The MiniVNA of docs/hardware/minivna.md: it reads four numbers and sends four bytes for each sample. The device
-// under test hangs between DUT and DET; in reflection what it does not pass comes back to the bridge.
+// The MiniVNA of docs/hardware/minivna.md: reads four numbers and sends four bytes for each sample. The device under
+// test is connected between DUT and DET; in reflection mode, the part of the signal that does not pass it returns to
+// the bridge.
 //
-// Where the instrument's behaviour is not known, the board is chosen to be the strict one: bytes that come while it
-// replies are lost, a byte that is neither a digit nor a carriage return voids the command begun, and the generator
-// stays on the last frequency when a sweep has ended.
+// Where the instrument's behaviour is not known, this board implements the strictest one: it loses bytes that arrive
+// during a reply, drops the current command on any byte other than a digit or a carriage return, and keeps the last
+// frequency when a sweep has ended.
 class VnaBoard : public SerialBoard
 {
 public:
-    // settings.clockHz: the generator's system clock. settings.fault: only Refuse concerns the board itself.
+    // settings.clockHz: the generator's system clock. settings.fault: the board itself handles only Refuse.
     explicit VnaBoard(const SimulatorSettings &settings);
 
     void receive(std::uint8_t byte) override;
     std::optional<std::uint8_t> nextByte() override;
 
-    // Bytes of a reply are still to come, and what the host says is lost.
+    // Returns true while bytes of a reply remain to be sent; bytes from the host are then lost.
     bool isReplying() const { return m_samplesDue > 0 || m_position < m_bytes.size(); }
 
 protected:
-    // A sample has been measured, at what the generator makes from now on; a derived board may put a probe here.
+    // Called after each measured sample, which includes the generator's present output; tests override it to observe
+    // both.
     virtual void sampled(const VnaBoardSample & /*sample*/) {}
 
 private:

@@ -131,8 +131,8 @@ bool PicDecoder::isFollowed() const
     return first == kSyncFirst || second == kSyncSecond || firstIsLost;
 }
 
-// Returns true for a frame of an earlier sweep: its number is higher than the number of damaged frames of this sweep in
-// the skipped bytes can explain. A damaged frame leaves at least half of its length.
+// Returns true if the frame belongs to an earlier sweep: its number is higher than the number of damaged frames that
+// the skipped bytes can contain. Each damaged frame leaves at least half of its length.
 bool PicDecoder::isRemnant(std::uint8_t sequence) const
 {
     return !m_expected && sequence > (m_skipped + kPicFrameBytes / 2) / kPicFrameBytes;

@@ -41,8 +41,8 @@ public:
     // True if the reply to the last command may still arrive.
     bool isReplyDue() const { return m_phase == Phase::Reply || m_phase == Phase::Proof; }
 
-    // Sends a command. Needs isFree(). answered() or failed() follows, unless the link is lost; failed() comes after 1
-    // s plus three times the duration of the samples on the line.
+    // Sends a command. Needs isFree(). answered() or failed() follows, unless the link is lost; failed() comes after
+    // 1 s plus three times the duration of the samples on the line.
     void send(const VnaCommand &command);
 
     // Sends a check instead of a command, at this tuning word. Needs isFree(). If the reply is right, freed() follows

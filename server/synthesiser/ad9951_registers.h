@@ -14,8 +14,8 @@ namespace calvorn {
 // Control function register 1: uses SDIO as an input only (three-wire bus). powerDown switches the DAC off.
 std::array<std::uint8_t, 5> ad9951Cfr1(bool powerDown = false);
 
-// Control function register 2: clock multiplier, VCO range (upper range above 250 MHz) and a charge pump current of 75
-// uA, which suits the usual loop filter. All zero when the multiplier is bypassed.
+// Control function register 2: clock multiplier, VCO range (upper range above 250 MHz) and a charge pump current of
+// 75 uA, which suits the usual loop filter. All zero when the multiplier is bypassed.
 std::array<std::uint8_t, 4> ad9951Cfr2(const DdsClock &clock);
 
 // Frequency tuning word.
