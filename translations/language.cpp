@@ -19,7 +19,7 @@ Language::Language(const QLocale &desktop)
 {
     for (const QString &wanted : desktop.uiLanguages()) {
         const QString code = wanted.section(u'-', 0, 0);
-        // The texts are English as they are: whoever prefers it to another language has it.
+        // The source texts are English, so stop searching when English comes before a translated language.
         if (code == u"en" || code == u"C")
             return;
         if (!m_ofProgram.load(QStringLiteral("calvorn_") + code, QStringLiteral(":/i18n")))
@@ -28,7 +28,7 @@ Language::Language(const QLocale &desktop)
         const QString qtFolder = QLibraryInfo::path(QLibraryInfo::TranslationsPath);
         install(m_ofQt, QStringLiteral("qtbase_") + code, qtFolder);
         install(m_ofQtHelp, QStringLiteral("qt_help_") + code, qtFolder);
-        // The one that is installed last is asked first.
+        // The translator installed last is searched first.
         QCoreApplication::installTranslator(&m_ofProgram);
         return;
     }

@@ -7,20 +7,20 @@
 
 namespace calvorn {
 
-// The language of the texts, for as long as it lives: the first one the desktop asks for that the program speaks,
-// otherwise English. Numbers, files and settings know nothing of it.
+// Installs the translations for its lifetime: those of the first language in the desktop's list that the program
+// supports, otherwise none (English). Numbers, files and settings do not depend on the language.
 class Language
 {
 public:
-    // After the application object, and before the first text is made.
+    // Construct after the application object and before the first text is created.
     explicit Language(const QLocale &desktop);
 
-    // "it", "de"; empty for English.
+    // "it" or "de"; empty for English.
     QString code() const { return m_code; }
 
 private:
     QString m_code;
-    QTranslator m_ofQt; // the buttons and dialogs that Qt brings, where its translations are installed
+    QTranslator m_ofQt; // Qt's own buttons and dialogs, if Qt's translations are installed
     QTranslator m_ofQtHelp;
     QTranslator m_ofProgram;
 };

@@ -5,7 +5,8 @@
 
 namespace calvorn {
 
-// A key for a button whose caption has no letter to spare; the tool tip, which must be there already, names it.
+// Assigns a shortcut to a button whose caption has no free letter, and appends it to the tool tip, which must be set
+// before.
 inline void giveKey(QAbstractButton &button, const QKeySequence &key)
 {
     button.setShortcut(key);

@@ -8,7 +8,7 @@ namespace calvorn {
 
 namespace {
 
-constexpr int kShortest = 16; // characters that there is always room for
+constexpr int kShortest = 16; // minimum width in characters
 
 } // namespace
 

@@ -5,8 +5,8 @@
 
 namespace calvorn {
 
-// One line of text that never widens its window: what does not fit is left out in the middle, so that both ends of a
-// path stay readable. text() is the whole text.
+// One line of text that never widens its window: long texts are shortened in the middle, so that both ends of a path
+// stay readable. text() returns the whole text.
 class ElidedLabel : public QLabel
 {
     Q_OBJECT

@@ -18,7 +18,7 @@ bool isChangeOfControl(Qt::FocusReason reason)
     return reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason;
 }
 
-// A click on this moves the focus, and leaving the box takes the entry.
+// Returns whether a click on the widget moves the focus. Leaving the box then commits the entry.
 bool takesFocus(const QWidget *widget)
 {
     for (; widget; widget = widget->parentWidget()) {
@@ -30,7 +30,7 @@ bool takesFocus(const QWidget *widget)
     return false;
 }
 
-// Escape and the arrow keys choose nothing.
+// Escape and the arrow keys do not activate a menu entry.
 bool choosesInMenu(const QKeyEvent *key)
 {
     switch (key->key()) {
@@ -103,7 +103,7 @@ void EntryBox::focusOutEvent(QFocusEvent *event)
     emit lostFocus();
 }
 
-// A window that closes forgets what was being typed.
+// Closing the window discards a pending entry.
 void EntryBox::hideEvent(QHideEvent *event)
 {
     QLineEdit::hideEvent(event);
@@ -119,12 +119,12 @@ void EntryBox::leave()
 
 void EntryBox::mousePressEvent(QMouseEvent *event)
 {
-    // Only the click that enters the box selects all of it.
+    // Only the click that enters the box selects its whole text.
     m_selectsOnRelease = m_selectsOnRelease && event->button() == Qt::LeftButton;
     QLineEdit::mousePressEvent(event);
 }
 
-// The press has put the caret somewhere; a part that was selected by dragging stays selected.
+// The press has moved the caret; text selected by dragging stays selected.
 void EntryBox::mouseReleaseEvent(QMouseEvent *event)
 {
     QLineEdit::mouseReleaseEvent(event);
@@ -132,14 +132,14 @@ void EntryBox::mouseReleaseEvent(QMouseEvent *event)
         selectAll();
 }
 
-// The whole number: a line of text would end a word at its decimal separator.
+// Selects the whole number; QLineEdit would stop at the decimal separator.
 void EntryBox::mouseDoubleClickEvent(QMouseEvent *event)
 {
     if (event->button() == Qt::LeftButton)
         selectAll();
 }
 
-// Sees what is done elsewhere before it is done.
+// Commits the entry before an event elsewhere takes effect.
 bool EntryBox::eventFilter(QObject *watched, QEvent *event)
 {
     bool actsElsewhere = false;
@@ -166,7 +166,7 @@ bool EntryBox::eventFilter(QObject *watched, QEvent *event)
     return false;
 }
 
-// Its own menu is one of its parts.
+// Returns whether the object belongs to the box, as its context menu does.
 bool EntryBox::isPartOfThis(const QObject *object) const
 {
     while (object && object != this)

@@ -5,11 +5,11 @@
 
 namespace calvorn {
 
-// A text box that reports when the user enters and leaves it. Return counts as leaving and entering again, and so does
-// the keyboard's way into the menu bar; another window or a menu that comes to the front does not count.
+// A text box that reports when the user enters and leaves it. Return counts as leaving and re-entering; moving to the
+// menu bar by keyboard counts as leaving. Another window or a menu in front of the box does not count.
 //
-// One rule holds for what is being typed: it is taken, as leaving the box would take it, before the user does anything
-// else. A click elsewhere, a shortcut and a choice in a menu do that by themselves, even when the focus stays here.
+// A pending entry is always committed, as by leaving the box, before the user does anything else. Clicks elsewhere,
+// shortcuts and menu commands commit it even if the focus stays in the box.
 class EntryBox : public QLineEdit
 {
     Q_OBJECT
@@ -17,13 +17,13 @@ class EntryBox : public QLineEdit
 public:
     explicit EntryBox(QWidget *parent = nullptr);
 
-    // The user is in the middle of an entry, which no update may overwrite.
+    // Returns whether an entry is pending, which updates must not overwrite.
     bool isBeingTyped() const { return m_entered && isModified(); }
 
-    // Takes what is being typed: lostFocus() and gotFocus(), while the focus stays. Nothing without such an entry.
+    // Commits a pending entry: emits lostFocus() and gotFocus() and keeps the focus. Does nothing without one.
     void commit();
 
-    // The same for the box that is being typed into, if there is one: for commands that no click or key precedes.
+    // Commits the pending entry of any box. For commands that are not preceded by a click or key.
     static void commitPending();
 
 signals:
@@ -43,8 +43,8 @@ private:
     bool isPartOfThis(const QObject *object) const;
     void leave();
 
-    bool m_entered = false;          // has the focus of its window, whatever window is in front
-    bool m_selectsOnRelease = false; // the click that entered the box is still held
+    bool m_entered = false;          // has the focus within its window, even if another window is in front
+    bool m_selectsOnRelease = false; // the mouse button of the click that entered the box is still pressed
 };
 
 } // namespace calvorn

@@ -5,7 +5,7 @@
 
 namespace calvorn {
 
-// Gives a control its name, for scripts and assistive programs, and its tool tip.
+// Sets the object name of a control, for scripts and assistive technology, and its tool tip.
 template <typename Control>
 Control *named(Control *control, const char *name, const QString &toolTip)
 {

@@ -6,8 +6,8 @@
 
 namespace calvorn {
 
-// Checks one of the options below a frame. The Tab key comes to the checked one from either side; left to itself, the
-// toolkit lets it in at the first or the last until one of them has had the focus.
+// Checks one of the options in a frame and makes it the only one that the Tab key reaches. By default, Qt lets Tab
+// enter a group at its first or last button until one of them has had the focus.
 inline void chooseOption(QRadioButton *option)
 {
     option->setChecked(true);
@@ -15,7 +15,7 @@ inline void chooseOption(QRadioButton *option)
         other->setFocusPolicy(other == option ? Qt::StrongFocus : Qt::ClickFocus);
 }
 
-// Checks none of the options below a frame, of which this is one.
+// Unchecks all options in the frame of `option`.
 inline void chooseNoOption(const QRadioButton *option)
 {
     for (QRadioButton *each : option->parentWidget()->findChildren<QRadioButton *>(Qt::FindDirectChildrenOnly)) {

@@ -12,14 +12,14 @@ namespace calvorn {
 
 namespace {
 
-constexpr int kDark = 128; // lightness of a window, of 255
+constexpr int kDark = 128; // window lightness below which a palette is dark, of 255
 constexpr float kFrameAlpha = 0.35F;
-constexpr double kRadius = 2.0;    // logical pixels, of Fusion's frames
-constexpr int kGroupTopMargin = 3; // Fusion's, between the title of a group and its frame
+constexpr double kRadius = 2.0;    // logical pixels; corner radius of Fusion's frames
+constexpr int kGroupTopMargin = 3; // logical pixels between group title and frame, as in Fusion
 
 enum class Shape { None, Square, Rounded, Round };
 
-// The shape that Fusion gives to the frame.
+// Returns the shape in which Fusion draws the frame.
 Shape shapeOf(QStyle::PrimitiveElement element)
 {
     switch (element) {
@@ -41,7 +41,7 @@ bool isDark(const QPalette &palette)
     return palette.color(QPalette::Window).lightness() < kDark;
 }
 
-// Fusion gives these frames the colour of the selection, which is visible already.
+// Fusion draws these frames in the selection colour, which is already visible.
 bool showsFocus(QStyle::PrimitiveElement element, QStyle::State state)
 {
     if (!(state & QStyle::State_HasFocus))
@@ -95,7 +95,8 @@ void ProgramStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *o
         drawFrame(shape, option->rect, option->palette, painter);
 }
 
-// Below the title, as Fusion does. Its picture of a frame would show beside the bright one.
+// Draws the frame below the title, like Fusion, and replaces Fusion's frame image, which would show beside this
+// frame.
 void ProgramStyle::drawGroup(const QStyleOption *option, QPainter *painter, const QWidget *widget) const
 {
     const auto *group = qobject_cast<const QGroupBox *>(widget);

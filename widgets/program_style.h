@@ -6,12 +6,12 @@
 
 namespace calvorn {
 
-// The colour of a line around something, for a style or widget that draws its own. Translucent, and fainter for a
-// disabled widget.
+// Returns the colour of frames, for styles and widgets that draw their own. On a dark palette it is translucent and
+// fainter for a disabled widget.
 QColor frameColour(const QPalette &palette);
 
-// The style of the program on every desktop: Fusion. On a dark desktop it brightens the frames, which Fusion draws
-// darker than the window, so that they would hardly be visible.
+// The program's style on every desktop: Fusion. On dark desktops it brightens the frames, which Fusion draws darker
+// than the window and thus almost invisible.
 class ProgramStyle : public QProxyStyle
 {
     Q_OBJECT

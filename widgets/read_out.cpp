@@ -20,9 +20,9 @@ namespace calvorn {
 
 namespace {
 
-constexpr int kMargin = 5; // logical pixels between the text and a frame
+constexpr int kMargin = 5; // logical pixels between text and frame
 
-// Says the text after the name. The text is asked for, since telling it with each change costs what nobody may hear.
+// Provides the text as description. Screen readers query it; building it on each change would waste time.
 class SpokenReadOut : public QAccessibleWidget
 {
 public:
@@ -51,7 +51,7 @@ ReadOut::ReadOut(QWidget *parent, Frame frame)
 {
     [[maybe_unused]] static const bool installed = (QAccessible::installFactory(makeSpoken), true);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    // So that what is behind it need not be painted with each new number.
+    // The background need not be repainted with each new number.
     setAttribute(Qt::WA_OpaquePaintEvent);
     measure();
 }
@@ -84,7 +84,7 @@ void ReadOut::placeGlyphs()
 {
     m_glyphs.clear();
     const QList<quint32> indexes = m_face.glyphIndexesForString(m_text);
-    if (indexes.contains(0)) // another font has the character
+    if (indexes.contains(0)) // the character comes from another font
         return;
     QList<QPointF> positions;
     positions.reserve(indexes.size());
@@ -98,7 +98,7 @@ void ReadOut::placeGlyphs()
     m_glyphs.setPositions(positions);
 }
 
-// Within the frame, whole logical pixels of which are enough at any screen scaling.
+// Returns the area inside the frame. Whole logical pixels suffice at any screen scaling.
 QRect ReadOut::inside() const
 {
     return m_frame == Frame::Shown ? rect().adjusted(1, 1, -1, -1) : rect();
@@ -120,7 +120,7 @@ void ReadOut::paintEvent(QPaintEvent *event)
     painter.drawGlyphRun({std::floor(width() - margin - m_advance), static_cast<double>(baseline)}, m_glyphs);
 }
 
-// Filled, not drawn: so it is equally wide on all sides at any screen scaling.
+// Fills rectangles instead of drawing lines, so that all sides have equal width at any screen scaling.
 void ReadOut::paintFrame(QPainter &painter) const
 {
     painter.fillRect(rect(), palette().window());

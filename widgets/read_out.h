@@ -8,9 +8,9 @@
 
 namespace calvorn {
 
-// A number that nobody types into, framed or bare. It stands beside text boxes and is as high as they are, but costs a
-// tenth of one where the number changes with every sweep: it lays nothing out, and a text is one glyph after the other.
-// Its context menu copies the text.
+// A read-only number, with or without a frame, of the same height as a text box. It costs a tenth of a text box when
+// the number changes with every sweep, because it needs no text layout: the text is a row of glyphs. Its context menu
+// copies the text.
 class ReadOut : public QWidget
 {
     Q_OBJECT
@@ -43,10 +43,10 @@ private:
     QString m_text;
     QSize m_sizeHint;
     int m_ascent = 0;     // logical pixels
-    int m_lineHeight = 0; // the same
+    int m_lineHeight = 0; // logical pixels
     QRawFont m_face;
-    QGlyphRun m_glyphs;     // empty where the face has no glyph for a character
-    double m_advance = 0.0; // of all glyphs, logical pixels
+    QGlyphRun m_glyphs;     // empty if the font has no glyph for a character
+    double m_advance = 0.0; // total width of the glyphs, logical pixels
 };
 
 } // namespace calvorn

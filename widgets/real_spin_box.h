@@ -5,7 +5,7 @@
 
 namespace calvorn {
 
-// A box for a real number with arrows. It takes "0.5" and "0,5" alike, whatever the locale.
+// A spin box for real numbers that accepts both "0.5" and "0,5" in every locale.
 class RealSpinBox : public QDoubleSpinBox
 {
     Q_OBJECT

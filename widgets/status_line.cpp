@@ -9,7 +9,7 @@ StatusLine::StatusLine(QWidget *parent)
     : ElidedLabel(parent)
 {
     setTextInteractionFlags(Qt::TextSelectableByMouse);
-    // A click selects, and leaves the focus where one was typing.
+    // A click selects text but must not take the focus from a text box.
     setFocusPolicy(Qt::NoFocus);
     setContentsMargins(6, 0, 6, 0);
 }
@@ -33,7 +33,7 @@ void StatusLine::showBoth()
     const QString between = m_mark.isEmpty() || m_message.isEmpty() ? QString() : QStringLiteral(" - ");
     const QString line = m_mark + between + m_message;
     setText(line);
-    // A tip is plain text unless it looks like something else.
+    // Convert texts that Qt would treat as rich text.
     setToolTip(Qt::mightBeRichText(line) ? Qt::convertFromPlainText(line) : line);
 }
 

@@ -5,8 +5,8 @@
 
 namespace calvorn {
 
-// The last message, on one line that takes what room there is and asks for none. The tip has the whole text. It can be
-// selected with the mouse: while a part of it is, it is shown from its beginning.
+// The last message on one line, which uses the available width but requires none. The tool tip has the whole text.
+// The user can select the text with the mouse; while part of it is selected, the line is shown from its beginning.
 class StatusLine : public ElidedLabel
 {
     Q_OBJECT
@@ -14,10 +14,10 @@ class StatusLine : public ElidedLabel
 public:
     explicit StatusLine(QWidget *parent = nullptr);
 
-    // A text of several lines becomes one.
+    // Shows a message; several lines become one.
     void showMessage(const QString &text);
 
-    // What goes on, ahead of the message, until it is over: an empty text.
+    // Shows an ongoing activity before the message; an empty text ends it.
     void setMark(const QString &text);
 
     QSize minimumSizeHint() const override { return {0, fontMetrics().height()}; }
