@@ -22,7 +22,7 @@ enum Column { FrequencyColumn, UpperColumn, LowerColumn, kColumns };
 
 constexpr int kLimitPoints = 21; // of limits made from the live trace
 
-// Behind white text.
+// Backgrounds for white text.
 constexpr QRgb kPassed = qRgb(0x1b, 0x6e, 0x3c);
 constexpr QRgb kFailed = qRgb(0xa0, 0x18, 0x18);
 
@@ -67,7 +67,7 @@ QWidget *LimitsPage::makeVerdict()
     m_on->setObjectName(QStringLiteral("chkLimits"));
     m_on->setToolTip(tr("Draw the limits, and say whether each sweep keeps them"));
     connect(m_on, &QCheckBox::toggled, &m_measurement, &Measurement::setLimitsOn);
-    // Others may switch them, too.
+    // Remote commands can change the limits, too.
     connect(&m_measurement, &Measurement::refreshed, this, [this] {
         const QSignalBlocker quiet(m_on);
         m_on->setChecked(m_measurement.areLimitsOn());
@@ -165,7 +165,8 @@ QWidget *LimitsPage::makeEditor(ErrorBoundary &boundary)
     return box;
 }
 
-// Limits of another unit cannot be mixed with points of what is shown: they start anew.
+// Returns the limits to edit. Limits in a unit other than the plot's cannot be extended, so editing restarts without
+// points.
 LimitLines LimitsPage::editable() const
 {
     LimitLines limits = m_measurement.limits();
@@ -230,7 +231,7 @@ bool LimitsPage::eventFilter(QObject *watched, QEvent *event)
     return true;
 }
 
-// As many points as a hand would set: enough to follow the curve, few enough to edit.
+// Samples the curve at about as many points as one would set by hand: enough to follow it, few enough to edit.
 void LimitsPage::fromLive()
 {
     const PlotTrace sweep = m_measurement.shownSweep();
@@ -255,7 +256,7 @@ void LimitsPage::fromLive()
     edit(limits);
 }
 
-// A text that is no number gives way to the former value.
+// Restores the previous value if the text is not a usable number.
 void LimitsPage::takeCell(int row, int column)
 {
     LimitLines limits = m_measurement.limits();
@@ -313,7 +314,7 @@ void LimitsPage::showVerdict(const QString &text, QColor colour)
     m_verdict->setPalette(palette);
 }
 
-// In colour and in words.
+// Shows the verdict in colour and in words.
 void LimitsPage::showVerdict()
 {
     const LimitVerdict &verdict = m_measurement.verdict();

@@ -16,7 +16,8 @@
 
 namespace calvorn {
 
-// The page "Limits" of the Measure panel: an upper and a lower limit over frequency, and whether the sweeps keep them.
+// The "Limits" page of the Measure panel: edits an upper and a lower limit over frequency, and shows whether the sweeps
+// keep them.
 class LimitsPage : public QWidget
 {
     Q_OBJECT
@@ -25,14 +26,14 @@ public:
     LimitsPage(Measurement &measurement, SweepGraph &graph, Desktop &desktop, ErrorBoundary &boundary,
                QWidget *parent = nullptr);
 
-    // A file of limits that cannot be read any more is told by the error boundary, and the page is empty.
+    // If the file of limits can no longer be read, the error boundary reports that and the page stays empty.
     void restore(const MeasureChoices &choices);
     void save(MeasureChoices &choices) const;
 
 protected:
-    // The verdict follows the sweeps while it can be seen.
+    // Catches up with the last sweep: a hidden page does not update its verdict.
     void showEvent(QShowEvent *event) override;
-    // A click into the graph adds a point while the page waits for one.
+    // A click into the graph adds a point while "By click" is switched on.
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
@@ -57,7 +58,7 @@ private:
     SweepGraph &m_graph;
     Desktop &m_desktop;
     ErrorBoundary &m_boundary;
-    LimitLines m_shown; // in the table
+    LimitLines m_shown; // the limits shown in the table
     QCheckBox *m_on = nullptr;
     QLabel *m_verdict = nullptr;
     QLabel *m_worst = nullptr;

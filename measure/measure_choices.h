@@ -12,39 +12,39 @@
 
 namespace calvorn {
 
-// What the Measure panel keeps between runs, in the section [Measure] of the settings file.
+// The state of the Measure panel that is kept between runs, in section [Measure] of the settings file.
 struct MeasureChoices
 {
     bool isOpen = false;
     bool isFloating = false;
-    QString place;         // of the floating panel: left, top, width, height in logical pixels
+    QString place;         // floating panel: left, top, width, height in logical pixels
     std::int16_t page = 1; // 0 traces, 1 results, 2 limits, 3 level
-    bool maxHold = false;  // the same for the next three
+    bool maxHold = false;
     bool minHold = false;
     bool average = false;
     std::int16_t averageOver = 10; // sweeps, 2 to 999
     bool legend = true;
     std::int16_t kind = 0;                    // a ResultKind: filter, notch, crystal, match
     std::int16_t source = 0;                  // 0 live, 1 average
-    double fixtureOhms = kDefaultFixtureOhms; // of source and load of a crystal's fixture
-    double prominence = 3.0;                  // dB, of the next peak
+    double fixtureOhms = kDefaultFixtureOhms; // source and load resistance of a crystal's fixture
+    double prominence = 3.0;                  // dB, required of the next peak
     bool tracksPeak = false;
     bool limits = false;      // sweeps are judged
     bool beeps = false;       // on a change of the verdict
-    double limitMargin = 3.0; // dB, of limits made from the live trace
-    QString limitsFile;       // loaded at the start
+    double limitMargin = 3.0; // dB, between the live trace and limits made from it
+    QString limitsFile;       // loaded at start-up
 
     bool operator==(const MeasureChoices &) const = default;
 };
 
-// All of them, in the order of the section.
+// All keys, in the order of the section.
 QVector<SettingKey> measureKeys();
 
-// A key that is missing or cannot be read gives its default; nothing is written.
+// A key that is missing or unreadable yields its default. Writes nothing.
 MeasureChoices readMeasureChoices(const QString &settingsFile);
 
-// Writes the keys that differ from the file's; a file without the section gets it only when a choice is not the
-// default. False when the file cannot be written.
+// Writes all keys if any choice differs from the file. A file without the section therefore gets it only once a choice
+// is not the default. Returns false when the file cannot be written.
 bool saveMeasureChoices(const MeasureChoices &choices, const QString &settingsFile);
 
 } // namespace calvorn

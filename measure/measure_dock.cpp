@@ -12,7 +12,7 @@ namespace calvorn {
 
 namespace {
 
-// A page that is higher than the screen has room for is scrolled.
+// Makes a page scrollable when it is higher than the space on the screen.
 QScrollArea *scrolled(QWidget *page)
 {
     auto *area = new QScrollArea;
@@ -64,7 +64,7 @@ void MeasureDock::build()
     m_pages->addTab(scrolled(m_limits), tr("Limits"));
     if (m_makeFurther)
         m_pages->addTab(scrolled(m_makeFurther()), m_furtherTitle);
-    // They show where the panel is too narrow for three titles.
+    // The tab bar shows these buttons when the panel is too narrow for all titles.
     for (QToolButton *button : m_pages->tabBar()->findChildren<QToolButton *>())
         button->setToolTip(tr("More pages"));
     layout->addWidget(m_pages);
@@ -112,7 +112,7 @@ void MeasureDock::showReference()
     m_reference->setVisible(!text.isEmpty());
 }
 
-// Its pages have a size before it is placed.
+// Builds the pages first, so that the panel has its size before it is placed.
 void MeasureDock::setVisible(bool visible)
 {
     if (visible)

@@ -14,8 +14,8 @@
 
 namespace calvorn {
 
-// The Measure panel, "dockMeasure": closed at first, at the right edge of the window or floating. Its pages are traces,
-// results and limits; above them stands the button that makes the last sweep the reference.
+// The Measure panel "dockMeasure", initially closed, docked at an edge of the window or floating. It has pages for
+// traces, results and limits, below the button that makes the last sweep the reference.
 class MeasureDock : public QDockWidget
 {
     Q_OBJECT
@@ -31,10 +31,10 @@ public:
 
     void setVisible(bool visible) override;
 
-    // A page behind those of its own; it is made when they are.
+    // Adds a page after the panel's own pages. make is called when those are built.
     void setFurtherPage(const QString &title, std::function<QWidget *()> make);
 
-    // Start-up and shutdown: the choices in the settings file. False when they cannot be written.
+    // Load and save the choices in the settings file at start-up and shutdown. save() returns false if that fails.
     void restore();
     bool save() const;
 
@@ -43,7 +43,7 @@ protected:
     void hideEvent(QHideEvent *event) override;
 
 private:
-    // The pages come when they are needed first: the panel is shown, or it has to do something while it is closed.
+    // Builds the pages when they are first needed: the panel is shown, or must work while it is closed.
     void build();
     QWidget *makeHead();
     void cmdNormalise_Click(bool on);
@@ -57,7 +57,7 @@ private:
     MarkerPanel &m_markers;
     Desktop &m_desktop;
     ErrorBoundary &m_boundary;
-    MeasureChoices m_choices; // until there are pages
+    MeasureChoices m_choices; // as loaded; the pages hold the current ones
     QAction *m_action;
     QPushButton *m_normalise = nullptr;
     QLabel *m_reference = nullptr;

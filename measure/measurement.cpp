@@ -36,7 +36,7 @@ Measurement::Measurement(const Configuration &configuration, const SweepTable &t
         if (m_isStale)
             refresh();
     });
-    // Another scale has other amplitudes.
+    // Another scale shows other amplitudes.
     connect(&graph, &SweepGraph::scaleDrawn, this, [this] {
         if (!isInUse())
             return;
@@ -88,7 +88,7 @@ void Measurement::followTable()
         return;
     feed();
     m_isStale = true;
-    // A measured sweep is drawn at the pace of the screen, and so are its results.
+    // A measured sweep and its results are drawn at the pace of the screen.
     if (m_table.origin() != SweepOrigin::Measured)
         refresh();
     else
@@ -106,7 +106,7 @@ void Measurement::feed()
     const bool isAnother = m_table.sweepCount() != m_taken;
     if (!isAnother && sweep.detector == m_takenDetector)
         return;
-    // What was measured in another mode is another quantity.
+    // Another measuring mode measures a different quantity.
     if (std::exchange(m_takenMode, m_configuration.measuringMode) != m_configuration.measuringMode)
         m_traces.startAnew();
     m_taken = m_table.sweepCount();

@@ -15,45 +15,45 @@
 
 namespace calvorn {
 
-// What the Measure panel works on. It follows the table, feeds the traces, completes the plot of the graph, computes
-// the results and judges the limits. While nothing of it is in use it does not look at a sweep.
+// The model of the Measure panel. Follows the table, feeds the traces, completes the plot of the graph, computes the
+// results and judges the limits. Ignores sweeps while none of this is in use.
 //
-// Whatever the plot shows is relative to the reference while the traces are normalised: live sweep, average, holds and
-// stored traces alike.
+// While the traces are normalised, every curve in the plot is relative to the reference: live sweep, average, holds and
+// stored traces.
 class Measurement : public QObject
 {
     Q_OBJECT
 
 public:
-    // All three must outlive it.
+    // All three must outlive this object.
     Measurement(const Configuration &configuration, const SweepTable &table, SweepGraph &graph,
                 QObject *parent = nullptr);
 
-    // Whoever changes them calls tracesEdited().
+    // A caller that changes the traces must call tracesEdited() afterwards.
     TraceSet &traces() { return m_traces; }
     const TraceSet &traces() const { return m_traces; }
     void tracesEdited();
 
-    // Whether somebody looks at the results.
+    // Whether the results are being displayed.
     void setWatched(bool watched);
-    // Whether somebody takes the traces, however little of them is shown.
+    // Whether a client reads the traces, even if the panel shows none of them.
     void setFollowed(bool followed);
     void setLegendShown(bool shown);
     bool isLegendShown() const { return m_hasLegend; }
 
-    // Why the relative curve has gaps; empty where it has none, and without a reference.
+    // Returns why the relative curve has gaps; empty if it has none, and without a reference.
     QString gapReason() const;
 
     // --- results ---
 
-    void choose(ResultKind kind, TraceSet::Source source, double fixtureOhms); // ohms above 0
+    void choose(ResultKind kind, TraceSet::Source source, double fixtureOhms); // fixtureOhms: above 0
     ResultKind kind() const { return m_kind; }
     TraceSet::Source source() const { return m_source; }
-    // Computed once somebody asks, so they cost nothing while nobody looks.
+    // Computed when first read, so unused results cost nothing.
     const Results &results() const;
-    // What they are computed from; relative to the reference while the traces are normalised.
+    // The response behind the results; relative to the reference while the traces are normalised.
     const Response &response() const;
-    // M1 follows the peak of the response.
+    // Whether M1 follows the peak of the response.
     void setTracksPeak(bool tracks);
 
     // --- limits ---
@@ -62,27 +62,27 @@ public:
     void setLimits(const LimitLines &limits);
     void setLimitsOn(bool on);
     bool areLimitsOn() const { return m_limitsOn; }
-    // Of the last sweep; without a verdict where limitProblem() says why.
+    // The verdict on the last sweep; limitProblem() returns the reason if there is none.
     const LimitVerdict &verdict() const { return m_verdict; }
     QString limitProblem() const;
-    // The unit in which the plot shows its amplitudes; nothing where no limit has it, as for a ratio of volts.
+    // The unit of the amplitudes in the plot; nothing if limits cannot have this unit, as for a ratio of volts.
     std::optional<LimitUnit> shownUnit() const;
     int passed() const { return m_passed; } // sweeps, since the counts were reset
     int failed() const { return m_failed; }
     void resetCounts();
 
-    // The last sweep as the plot shows it: the frequencies of its samples, and its amplitudes in the units of the
-    // scale. Not a number where there is a gap. Empty without a sweep.
+    // Returns the last sweep as the plot shows it: the frequencies of its samples, and amplitudes in the units of the
+    // scale, NaN in a gap. Empty without a sweep.
     PlotTrace shownSweep() const;
 
 signals:
-    // Results and verdict are those of another sweep or another choice; not more often than the screen shows one.
+    // Results and verdict have changed. During sweeps, emitted at most once per redraw.
     void refreshed();
-    // The curves are relative to a reference, or not any more.
+    // The curves are now relative to a reference, or no longer.
     void relationChanged(bool relative);
-    // The response has its peak there, Hz; while M1 follows it.
+    // The response has its peak at this frequency. Emitted only while M1 follows the peak.
     void peakFound(double hertz);
-    // The sweeps pass where they failed, or the other way round.
+    // Sweeps now pass after failing, or fail after passing.
     void verdictTurned(bool passed);
 
 private:
@@ -91,7 +91,7 @@ private:
     bool hasOverlays() const;
     void followTable();
     void feed();
-    // Counts: this sweep has not been judged before.
+    // counts: whether this sweep is judged for the first time and counts as passed or failed.
     void judgeSweep(bool counts);
     void refresh();
     void complete(PlotModel &model);
@@ -104,19 +104,19 @@ private:
     const SweepTable &m_table;
     SweepGraph &m_graph;
     TraceSet m_traces;
-    std::uint64_t m_taken = 0; // sweeps of the table
+    std::uint64_t m_taken = 0; // the table's sweepCount() when its last sweep was taken
     std::optional<DetectorCalibration> m_takenDetector;
-    std::int16_t m_takenMode = 0; // of the MiniVNA
+    std::int16_t m_takenMode = 0; // measuring mode of the MiniVNA at that time
     bool m_isWatched = false;
     bool m_isFollowed = false;
     bool m_hasLegend = true;
-    bool m_isStale = false; // the results are of an earlier sweep
+    bool m_isStale = false; // the results belong to an earlier sweep
     bool m_wasRelative = false;
     ResultKind m_kind = ResultKind::Filter;
     TraceSet::Source m_source = TraceSet::Source::Live;
     double m_fixtureOhms = kDefaultFixtureOhms;
     bool m_tracksPeak = false;
-    mutable std::optional<Response> m_response; // since the last refresh
+    mutable std::optional<Response> m_response; // computed since the last refresh
     mutable std::optional<Results> m_results;
     LimitLines m_limits;
     bool m_limitsOn = false;

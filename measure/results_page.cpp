@@ -91,7 +91,7 @@ QPushButton *ResultsPage::makeButton(const char *name, const QString &caption, c
     auto *button = new QPushButton(caption, this);
     button->setObjectName(QString::fromLatin1(name));
     button->setToolTip(toolTip);
-    // As wide as its text: six of them stand in two rows of a narrow panel.
+    // Let the button be as narrow as its text: the narrow panel has two rows of three buttons.
     button->setMinimumWidth(40);
     return button;
 }
@@ -161,7 +161,7 @@ void ResultsPage::choose()
     showResults();
 }
 
-// A line for each key of the kind, and the levels under the two markers.
+// Creates a line for each key of the result kind, and for the levels at the two markers.
 void ResultsPage::makeLines()
 {
     for (const Line &line : m_lines) {
@@ -244,7 +244,7 @@ std::size_t ResultsPage::sampleUnderM1() const
     return std::min(static_cast<std::size_t>(nearest - frequencies.begin()), frequencies.size() - 1);
 }
 
-// Left and right on the screen, where a falling sweep has its higher frequencies to the left.
+// direction is the one on the screen, where a falling sweep has its higher frequencies on the left.
 void ResultsPage::goToPeak(int direction)
 {
     const Response &response = m_measurement.response();

@@ -20,8 +20,8 @@ class QGridLayout;
 
 namespace calvorn {
 
-// The page "Results" of the Measure panel: what the sweep says about a filter, a notch, a crystal or a match, and the
-// buttons that put M1 and M2 onto places of the curve.
+// The "Results" page of the Measure panel: shows the properties of a filter, notch, crystal or match that follow from
+// the sweep, and has buttons that move M1 and M2 to points of the curve.
 class ResultsPage : public QWidget
 {
     Q_OBJECT
@@ -34,7 +34,7 @@ public:
     void save(MeasureChoices &choices) const;
 
 protected:
-    // The results follow the sweeps while they can be seen.
+    // Catches up with the last sweep: a hidden page does not update its results.
     void showEvent(QShowEvent *event) override;
 
 private:

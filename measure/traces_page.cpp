@@ -21,7 +21,7 @@ namespace calvorn {
 
 namespace {
 
-// The sample of a line beside its name.
+// Returns a sample of the line, to show beside the trace's name.
 QIcon sampleOf(const TraceStyle &style)
 {
     QPixmap picture(26, 14);

@@ -21,7 +21,7 @@ class QGridLayout;
 
 namespace calvorn {
 
-// The page "Traces" of the Measure panel: four stored traces, holds, average.
+// The "Traces" page of the Measure panel: four stored traces, holds and average.
 class TracesPage : public QWidget
 {
     Q_OBJECT
@@ -64,9 +64,9 @@ private:
     QCheckBox *m_average = nullptr;
     QSpinBox *m_averageOver = nullptr;
     QLabel *m_averaged = nullptr;
-    std::int64_t m_shownAveraged = kNotAveraged; // what it says
+    std::int64_t m_shownAveraged = kNotAveraged; // the number shown in m_averaged
     QCheckBox *m_legend = nullptr;
-    QString m_lastFile; // offered again
+    QString m_lastFile; // proposed in the next file dialog
 };
 
 } // namespace calvorn
