@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 // Error boxes over an open calibration: their content, and that closing the program sends nothing more to the server.
-// server.
 #include "tests/support/fake_server_control.h"
 #include "tests/support/page_boards.h"
 #include "tests/support/page_scene.h"

@@ -62,7 +62,7 @@ void TestPendingEntries::aClickOnTheGraphComesAfterTheEntry()
     bench.tab();
     QCOMPARE(bench.shown(WalkBox::M1X), masked(4000000));
     QCOMPARE(bench.number(WalkBox::M2X), 2000000.0); // this box has the focus now
-    // A frequency of the range, and a button that moves no marker.
+    // Types a frequency of the range, and presses a button that moves no marker.
     bench.hands.typeOver(WalkBox::Stop, QStringLiteral("6000000"));
     bench.clickGraph(bench.place(101, 500), Qt::MiddleButton);
     QCOMPARE(bench.configuration.stopFreq, 6000000);

@@ -189,7 +189,7 @@ private slots:
         }
     }
 
-    // It acts as a scale in dB relative to 1 V, and no menu entry is checked.
+    // A damaged scale acts as dB relative to 1 V, and no menu entry is checked.
     void aDamagedScaleIsKept()
     {
         for (const std::int16_t damaged : {std::int16_t{-1}, std::int16_t{5}, std::int16_t{32767}}) {
