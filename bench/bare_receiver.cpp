@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// The least that a window for sweeps can be: it takes the vectors from the program's own socket and paints each of them
-// as a polyline over a kept picture. No table, no read-outs, no hardware: the floor of the program under load.
-// Usage: bare_receiver <server>. Sweeps until it is ended.
+// The baseline for the program under load: a minimal sweep window that takes vectors from the program's socket and
+// paints each one as a polyline over a cached picture, without table, read-outs or hardware.
+// Usage: bare_receiver <server>. Sweeps until it is killed.
 #include "instrument/server_process.h"
 #include "lpt_proxy.h"
 
@@ -23,7 +23,7 @@ public:
     Plot()
     {
         setAttribute(Qt::WA_OpaquePaintEvent);
-        resize(539, 405); // as large as the program's own at start
+        resize(539, 405); // initial size of the program's own graph
     }
 
     void showVector(const QList<int> &counts)

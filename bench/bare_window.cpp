@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The least that a program with a window and a menu can be: the floor of the program's start-up and memory.
+// A minimal program with a window and a menu: the baseline for start-up time and memory.
 #include <QApplication>
 #include <QMainWindow>
 #include <QMenuBar>

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// One vector on its way into the table and back out, each beside the least that any program would have to do.
+// Measures storing a vector in the table and reading it back, each with the least work that any program must do as
+// baseline.
 #include "instrument/sample_conversion.h"
 
 #include <benchmark/benchmark.h>
@@ -31,7 +32,7 @@ struct Room
     }
 };
 
-// The amplitudes of the sweep above, as numbers.
+// The amplitudes of the sweep above as numbers.
 std::array<double, kSweepPoints> values()
 {
     std::array<double, kSweepPoints> result{};
@@ -79,7 +80,7 @@ void readingFromTable(benchmark::State &state)
 {
     Room room(static_cast<std::int16_t>(state.range(0)));
     for (auto _ : state) {
-        room.table.cell(1, SweepTable::AmplitudeColumn); // as if it had been written
+        room.table.cell(1, SweepTable::AmplitudeColumn); // marks the column as changed
         benchmark::DoNotOptimize(room.table.numbers(SweepTable::AmplitudeColumn).data());
         benchmark::ClobberMemory();
     }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// How much of a parallel-port sweep goes into port accesses and prescribed waits: what the driver itself takes is
-// measured on this machine with a port that takes no time, and put beside the time of the simulated board, which counts
-// 1.25 us an access. Writes one line for each way of loading: name,board ms,driver ms,share.
+// Computes which share of a parallel-port sweep consists of port accesses and prescribed waits. The driver's own time
+// is measured on this machine with a port that takes no time; the time for the board comes from the simulated one,
+// which counts 1.25 us per access. Writes one line for each way of loading: name,board ms,driver ms,share.
 #include "server/boards/simulated_parallel_port.h"
 #include "server/drivers/lpt_board.h"
 #include "server/drivers/sweep_thread.h"
@@ -35,7 +35,7 @@ void sweepOnce(LptBoard &board)
         board.measure(1'000'000 + 22'557 * point);
 }
 
-// The fastest of many rounds: another process on this core is not the driver's time.
+// Uses the fastest of many rounds, because time taken by other processes does not belong to the driver.
 double driverMs(const BoardWiring &wiring)
 {
     LptBoard board;

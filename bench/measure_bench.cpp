@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-// What the Measure panel costs: a full redraw with four stored traces, an average, limits and the panel open, beside
-// the floor of redraw_bench (a kept pixmap and a ready polyline of 400 points), and the results of one sweep.
+// Measures the cost of the Measure panel: a full redraw with four stored traces, an average, limits and the panel
+// open, with the baseline of redraw_bench (a cached pixmap and a ready polyline of 400 points), and the results of
+// one sweep.
 #include "data/amplitude_writer.h"
 #include "measure/measure_dock.h"
 #include "platform/qt_desktop.h"
@@ -19,7 +20,7 @@ using namespace calvorn;
 
 namespace {
 
-// A filter's pass band and noise, in counts.
+// Returns a filter's pass band with noise, in counts.
 QVector<int> counts(double phase)
 {
     QVector<int> made;
@@ -71,7 +72,7 @@ struct Setting
             writer.storeCount(row, sweeps[sweep][row - 1]);
     }
 
-    // What follows a sweep that stands in the table: it is announced, and after a moment the timer has it drawn.
+    // Announces the sweep in the table and draws it at once, instead of after the delay of the redraw timer.
     void draw()
     {
         table.sweepWritten(SweepOrigin::Measured, detectorOf(configuration));
@@ -96,7 +97,7 @@ struct Setting
     }
 };
 
-// Seconds.
+// Returns seconds.
 template <typename Work>
 double timeOf(Work work)
 {
@@ -146,7 +147,7 @@ void floorOfRedraw(benchmark::State &state)
     }
 }
 
-// The index of the kind.
+// The argument is the index of the ResultKind.
 void resultsOfASweep(benchmark::State &state)
 {
     Setting setting;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// A full redraw of the graph (400 cells read, another curve each time, grid, markers, all of it copied to the device)
-// beside the bare floor: the same kept pixmap and a ready polyline of 400 points. QT_SCALE_FACTOR gives the screen
-// scale (1, 1.5, 2); the names show it in percent.
+// Measures a full redraw of the graph: 400 cells are read, a different curve is drawn each time with grid and
+// markers, and everything is copied to the device. Baseline: the same cached pixmap and a ready polyline of 400
+// points. QT_SCALE_FACTOR sets the screen scale (1, 1.5, 2); the benchmark names contain it in percent.
 #include "display/marker_panel.h"
 #include "display/sweep_graph.h"
 #include "platform/qt_desktop.h"
@@ -20,7 +20,7 @@ using namespace calvorn;
 
 namespace {
 
-// A filter's pass band and noise, in dB, as the cells of a table have it.
+// Returns a filter's pass band with noise, in dB, formatted like table cells.
 QStringList levels(double phase)
 {
     QStringList texts;
@@ -83,7 +83,7 @@ void redraw(benchmark::State &state)
     }
 }
 
-// Markers across the plot and the floating cross, as at their busiest.
+// The worst case: markers across the plot and the floating cross.
 void redrawWithMarkersAndCross(benchmark::State &state)
 {
     Setting setting;
@@ -96,7 +96,7 @@ void redrawWithMarkersAndCross(benchmark::State &state)
     }
 }
 
-// The mouse moves by a pixel: read-outs, cross, and the whole graph painted again.
+// Moves the mouse by one pixel, which updates the read-outs and the cross and repaints the whole graph.
 void mouseMove(benchmark::State &state)
 {
     Setting setting;

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
-// A client of the whole window: how long the 400 numbers of CALCulate:DATA? take as a block of REAL,64, beside as many
-// ready bytes from a bare server in the same event loop; and how long after its vector a single sweep is told as ended.
-// Usage: remote_speed <folder with CalvornAsync> <settings file to begin with>. Writes a line for each:
-// name,median ms,95 of 100 within ms,median ms of the floor.
+// Measures a remote client of the whole window: how long the 400 numbers of CALCulate:DATA? take as a REAL,64 block,
+// with the same number of ready bytes from a bare server in the same event loop as baseline; and the delay between
+// the vector of a single sweep and the reply that the sweep has ended.
+// Usage: remote_speed <folder with CalvornAsync> <initial settings file>. Writes one line for each:
+// name,median ms,95th percentile ms,median ms of the baseline.
 #include "app/frm_sweep.h"
 #include "platform/profile_file.h"
 #include "platform/qt_desktop.h"
@@ -40,7 +41,7 @@ double milliseconds(Clock::duration time)
     return std::chrono::duration<double, std::milli>(time).count();
 }
 
-// A client that waits for each answer.
+// A client that waits for each reply.
 class Client
 {
 public:
@@ -63,7 +64,7 @@ public:
         return m_isIn && send(m_socket, message.data(), static_cast<std::size_t>(message.size()), 0) == message.size();
     }
 
-    // False unless the answer has just as many bytes.
+    // Returns false unless the reply has exactly this many bytes and ends with a line feed.
     bool ask(const QByteArray &message, std::size_t bytes)
     {
         std::vector<char> answer(bytes);
@@ -76,7 +77,7 @@ private:
     bool m_isIn = false;
 };
 
-// What the client's thread has found, in ms; empty lists where an answer was not what it should be.
+// The results of the client's thread; a list is empty if a reply was wrong.
 struct Found
 {
     std::vector<double> floor;
@@ -152,7 +153,7 @@ int run(const QString &programs, const QString &settings)
     if (!window.start())
         return 1;
 
-    // The least that can answer: ready bytes for each line.
+    // The minimal server: sends ready bytes for each line.
     QTcpServer bare;
     bare.listen(QHostAddress::LocalHost);
     QObject::connect(&bare, &QTcpServer::newConnection, &bare, [&bare] {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-// How long a program takes from the start of its process until its window stands painted on the screen, and how much
-// memory it and its children have then. The programs take turns, so that a busy machine troubles all alike.
-// Usage: start_up <rounds> <program>... on a display of its own, without a window manager and with a black root.
-// Writes one line for each program: path,median milliseconds,median milliseconds on a processor,window kB,children kB.
+// Measures the time from the start of a process until its window is painted on the screen, and the memory that it and
+// its children use then. The programs alternate, so that other load on the machine affects all alike.
+// Usage: start_up <rounds> <program>... on a separate display without a window manager and with a black root window.
+// Writes one line for each program: path,median milliseconds,median CPU milliseconds,window kB,children kB.
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
 
@@ -30,24 +30,24 @@ using Milliseconds = std::chrono::duration<double, std::milli>;
 
 constexpr std::chrono::seconds kPatience{20};
 constexpr std::chrono::microseconds kBetweenLooks{500};
-constexpr std::chrono::milliseconds kUntilAtRest{400}; // what is put off until the window stands is done by then
+constexpr std::chrono::milliseconds kUntilAtRest{400}; // enough for work postponed until the window is shown
 constexpr int kSmallestWindow = 400;                   // pixels; helper windows are smaller
 
 struct Program
 {
     std::string path;
     std::vector<double> milliseconds;
-    std::vector<double> onProcessor; // milliseconds of the process itself, until it is at rest
+    std::vector<double> onProcessor; // CPU milliseconds of the process itself, until it is idle
     long windowKb = 0;
     long childrenKb = 0;
 };
 
 int ignoreError(Display *, XErrorEvent *)
 {
-    return 0; // a window may go between two looks at it
+    return 0; // a window may vanish between two queries
 }
 
-// Looked at in its corners: what is left black has not been painted.
+// Checks the corners of the window: unpainted areas are black.
 bool isPainted(Display *display, Window window, const XWindowAttributes &size)
 {
     const std::array<std::array<int, 2>, 4> places{
@@ -84,7 +84,7 @@ bool hasPaintedWindow(Display *display)
     return painted;
 }
 
-// VmRSS of /proc/<pid>/status.
+// Returns VmRSS of /proc/<pid>/status.
 long residentKb(pid_t process)
 {
     std::ifstream status("/proc/" + std::to_string(process) + "/status");
@@ -109,7 +109,7 @@ double milliseconds(const timeval &time)
     return 1e3 * static_cast<double>(time.tv_sec) + 1e-3 * static_cast<double>(time.tv_usec);
 }
 
-// The first round fills the caches of the disk and does not count.
+// Ignores the first round, which fills the disk caches.
 double medianOfRest(std::vector<double> values)
 {
     values.erase(values.begin());

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Export and import of a sweep as the menu does them, from and to a file on the disk, each beside the least that any
-// program would have to do: write these bytes to a new file and rename it, read them and convert the numbers.
+// Measures exporting and importing a sweep as the menu commands do, with a file on disk. Baseline: the least work
+// that any program must do, which is to write these bytes to a new file and rename it, or to read them and convert
+// the numbers.
 #include "core/whole_file.h"
 #include "data/amplitude_writer.h"
 #include "data/sweep_csv.h"

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
-// The whole program on the simulated serial boards at the pace of the real line: sweeps per second beside what
-// 115,200 baud allow for the bytes that the protocol must carry, and how much of a core the window's thread takes.
-// Usage: sweep_rates <folder with CalvornAsync> <settings file to begin with>. Writes one line for each interface:
+// Runs the whole program on the simulated serial boards at the speed of the real line. Measures sweeps per second,
+// compares them with the limit of 115,200 baud for the bytes that the protocol must carry, and measures the share of
+// a core that the window thread uses.
+// Usage: sweep_rates <folder with CalvornAsync> <initial settings file>. Writes one line for each interface:
 // name,sweeps per second,limit,ratio,share of a core.
 #include "app/frm_sweep.h"
 #include "platform/profile_file.h"
@@ -22,16 +23,16 @@ using namespace calvorn;
 
 namespace {
 
-constexpr double kBytesPerSecond = 11'520.0; // 115,200 baud, ten bits to the byte
+constexpr double kBytesPerSecond = 11'520.0; // 115,200 baud, ten bits per byte
 constexpr int kPatienceMs = 60'000;
 
 struct Line
 {
     const char *name;
     std::int16_t interfaceType;
-    double sweepBytes; // in both directions, one after the other
+    double sweepBytes; // in both directions, not at the same time
     int sweeps;
-    bool log; // the test panel echoes each sample
+    bool log; // the test panel shows each sample
 };
 
 constexpr Line kLines[] = {{"PIC", kInterfacePic, 505.0, 100, false},
@@ -59,13 +60,13 @@ bool prepare(const QTemporaryDir &folder, const QString &programs, const QString
         const QString key = QString::fromLatin1(name);
         writeProfileString(path, config, key, readProfileString(path, own, key));
     }
-    // Both ends and the step have as many digits as the worked example of the longest command.
+    // Start, stop and step have the digits for which sweepBytes was computed.
     writeProfileString(path, QStringLiteral("Calvorn"), QStringLiteral("Start"), QStringLiteral("100000"));
     writeProfileString(path, QStringLiteral("Calvorn"), QStringLiteral("Stop"), QStringLiteral("39000000"));
     return true;
 }
 
-// False when the sweeps do not come.
+// Returns false if the sweeps do not arrive.
 bool measure(const Line &line, const QString &programs, const QString &settings)
 {
     const QTemporaryDir folder;
@@ -78,7 +79,7 @@ bool measure(const Line &line, const QString &programs, const QString &settings)
     if (!window.start())
         return false;
 
-    int sweeps = -1; // the first one starts the clock
+    int sweeps = -1; // the first sweep starts the clock
     QElapsedTimer clock;
     double used = 0.0;
     QEventLoop loop;

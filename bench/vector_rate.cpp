@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-// Vectors a second from a server that sends ready ones as fast as they are taken, over the program's own socket, into
-// the table of the whole program, beside a receiver that does nothing but take them.
-// The two take turns, so that a busy machine troubles them alike, and medians are told.
-// Usage: vector_rate <server that floods> <settings file>. Writes one line for each view under the graph:
-// name,vectors per second,those of the bare receiver,ratio,vectors that came.
+// Measures how many vectors per second a server that sends ready vectors as fast as they are taken can deliver
+// through the program's socket into the table of the whole program. Baseline: a receiver that only takes them. The
+// two alternate, so that other load on the machine affects both alike; prints medians.
+// Usage: vector_rate <flooding server> <initial settings file>. Writes one line for each view under the graph:
+// name,vectors per second,those of the bare receiver,ratio,vectors received.
 #include "app/frm_sweep.h"
 #include "lpt_proxy.h"
 #include "platform/qt_desktop.h"
@@ -28,11 +28,11 @@ namespace {
 
 constexpr int kVectors = 10'000;
 constexpr int kRounds = 5;
-constexpr short kVectorsAtOnce = 4; // that the bare receiver acknowledges, as the program does
-constexpr int kFirstSamples = 600;  // the server's vectors begin with 0 to 599, and then again
+constexpr short kVectorsAtOnce = 4; // acknowledged at once by the bare receiver, as by the program
+constexpr int kFirstSamples = 600;  // the vectors of the server begin with 0 to 599, repeatedly
 constexpr int kPatienceMs = 60'000;
 
-// Counts the vectors, from the first of which on it takes the time.
+// Counts vectors and measures the time from the first one.
 class Count
 {
 public:
@@ -45,7 +45,7 @@ public:
             m_loop.exit(0);
     }
 
-    // False when they do not come.
+    // Returns false if the vectors do not arrive in time.
     bool await()
     {
         QTimer::singleShot(kPatienceMs, &m_loop, [this] { m_loop.exit(1); });
@@ -79,7 +79,7 @@ public:
         qputenv("CALVORN_FAKE_CONTROL", QFile::encodeName(rules.fileName()));
     }
 
-    // One round; false when a vector is missing.
+    // Runs one round; returns false if a vector is missing.
     bool round() { return bare() && window("cmdView_0", m_markers) && window("cmdView_1", m_table); }
 
     void tell()
@@ -116,7 +116,7 @@ private:
         return count.faults() == 0;
     }
 
-    // What is looked at is the table, behind the program's own storing of the vector.
+    // Checks the table, after the program has stored the vector.
     bool window(const char *view, std::vector<double> &rates)
     {
         const QTemporaryDir folder;
