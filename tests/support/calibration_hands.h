@@ -21,7 +21,7 @@ inline QByteArray calibrationSettings(int interfaceType, const QByteArray &more 
            more;
 }
 
-// An open calibration window and the main window behind it.
+// Mouse and keyboard actions in an open calibration window.
 struct CalibrationHands : WidgetHands
 {
     explicit CalibrationHands(QWidget &opened)

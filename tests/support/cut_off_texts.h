@@ -10,7 +10,7 @@
 
 namespace calvorn::test {
 
-// What a label, a button or the title of a frame says; empty for other widgets.
+// Returns the text of a label, a button or a group box; empty for other widgets.
 inline QString textOf(const QWidget *widget)
 {
     if (const auto *label = qobject_cast<const QLabel *>(widget))
@@ -31,8 +31,8 @@ inline bool hasRoom(const QWidget *widget)
     return widget->width() >= needed.width() && widget->height() >= needed.height();
 }
 
-// The visible texts of a window that have less room than they need, one in a line with the name of its widget. The axis
-// leaves labels out of sight on purpose.
+// Returns the visible texts of a window that have too little space, one per line with the name of the widget. Ignores
+// the labels of the axis, which hides some on purpose.
 inline QString cutOffTexts(const QWidget &window)
 {
     QStringList cut;

@@ -42,13 +42,13 @@ inline double logDetectorVolts(double dBm)
     return 0.025 * (dBm + 84.0);
 }
 
-// One whose volts fall: 25 mV less for each dB, none left at 20 dBm.
+// An inverted logarithmic detector: 25 mV less for each dB, 0 V at 20 dBm.
 inline double fallingLogVolts(double dBm)
 {
     return 0.025 * (20.0 - dBm);
 }
 
-// A diode behind an amplifier of 2.4: square below peaks of 20 mV, linear above.
+// A diode followed by an amplifier of gain 2.4: square law for peaks below 20 mV, linear above.
 inline double diodeVolts(double dBm)
 {
     const double peak = std::sqrt(0.1 * std::pow(10.0, dBm / 10.0));

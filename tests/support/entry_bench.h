@@ -8,7 +8,7 @@
 
 namespace calvorn::test {
 
-// Row r at 1 MHz + (r - 1) x 10 kHz.
+// Row r of the table is at 1 MHz + (r - 1) x 10 kHz.
 inline const QByteArray kEntrySettings =
     "[Config]\r\nInterface=2\r\nDDS Device=AD9851\r\nADC Step=0.00244\r\nADC Offset=0\r\n"
     "[Debug]\r\nLog=1\r\n[Parallel Port]\r\nLPT=0\r\n"
@@ -17,7 +17,7 @@ inline const QByteArray kEntrySettings =
 
 inline constexpr std::array kFrequencyBoxes{WalkBox::Start, WalkBox::Stop, WalkBox::M1X, WalkBox::M2X};
 
-// The window, for entries into its boxes and clicks on its graph.
+// The main window, for entries into its boxes and clicks on its graph.
 struct EntryBench : WindowBench
 {
     WalkHands hands{*this};
@@ -44,7 +44,7 @@ struct EntryBench : WindowBench
     double number(WalkBox box) const { return readNumber(shown(box)); }
     void tab() const { hands.key(Qt::Key_Tab); }
 
-    // Which boxes show plain digits although they do not have the focus.
+    // Lists the boxes that show plain digits without having the focus.
     QString unmasked() const
     {
         QStringList names;

@@ -14,8 +14,8 @@
 
 namespace calvorn::test {
 
-// A desktop that nobody sits at: it records boxes, answers them from a queue, counts beeps, and its clock stands
-// still until it is moved.
+// A desktop without a user: records boxes, answers them from a queue and counts beeps. Its clock advances only on
+// request.
 class FakeDesktop : public Desktop, public Clock
 {
 public:
@@ -28,14 +28,14 @@ public:
     };
 
     QList<Box> boxes;
-    QQueue<std::int16_t> answers; // OK when there are none left
-    QString fileChoice;           // what the file dialogs answer
+    QQueue<std::int16_t> answers; // OK if empty
+    QString fileChoice;           // answer of the file dialogs
     QStringList suggestions;
-    std::function<void(QPrinter &)> whenPrinting; // sets the printer up; without it nothing is chosen
+    std::function<void(QPrinter &)> whenPrinting; // sets up the printer; if empty, the dialog is cancelled
     int beeps = 0;
     int sleptMs = 0;
     std::uint32_t ticks = 0;            // ms
-    std::function<void()> whilePumping; // called before messages are delivered
+    std::function<void()> whilePumping; // called before messages are processed
     std::function<void()> whileBoxOpen; // called before a box is answered
 
     std::int16_t messageBox(BoxIcon icon, BoxButtons buttons, const QString &text, const QString &title) override

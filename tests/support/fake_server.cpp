@@ -1,18 +1,18 @@
 // SPDX-License-Identifier: MIT
-// Stands in for the acquisition server: answers every call of the three interfaces, writes each into a log, and
-// does what the control file says. One rule per line:
+// Replaces the acquisition server: answers and logs every call of the three interfaces and obeys the rules in the
+// control file. One rule per line:
 //   refuse <operation>    its ok flag is false
 //   fail <operation>      the call ends with an error
 //   hang <operation>      the call is never answered and the process stops listening
 //   die <operation>       the process ends in the middle of the call
 //   endless               StopSweep does not end the sweep
-//   vectors <count>       RunSweep sends this many vectors, sample k of vector v being v * 1000 + k
-//   complete              RunSweep ends the sweep after them
+//   vectors <count>       RunSweep sends this many vectors; sample k of vector v is v * 1000 + k
+//   complete              RunSweep then ends the sweep
 //   rate <per second>     RunSweep sends noisy vectors of a filter at this rate until StopSweep
-//   flood <count>         RunSweep sends this many vectors as fast as they are taken, at most kMostOutstanding of them
-//                         not taken yet; sample k of vector v is v % 600 + k
+//   flood <count>         RunSweep sends this many vectors as fast as possible, at most kMostOutstanding of them
+//                         unacknowledged; sample k of vector v is v % 600 + k
 //   shout <kilobytes>     RunSweep sends an error of code 2 with a text of this length
-//   spout <signal>        RunSweep sends this signal without end, and hears nothing any more
+//   spout <signal>        RunSweep sends this signal endlessly and ignores all calls
 #include "tests/support/serve.h"
 
 #include <QDBusMessage>
@@ -29,7 +29,7 @@
 
 namespace {
 
-constexpr int kMostOutstanding = 8; // as the server's own flow control has it
+constexpr int kMostOutstanding = 8; // same as in the real server
 constexpr int kReadyVectors = 64;
 
 class FakeObject : public QDBusVirtualObject
@@ -101,7 +101,7 @@ private:
                               << ")\n";
     }
 
-    // What the vectors of the next sweep are said to be measured with.
+    // Stores the plan that the server will announce for the vectors of the next sweep.
     void notePlan(const QDBusMessage &message)
     {
         if (message.member() == u"PrepareSweep") {

@@ -8,7 +8,7 @@
 
 namespace calvorn::test {
 
-// Tells the fake acquisition server (fake_server.cpp) what to do, and reads which calls it has had.
+// Controls the fake acquisition server (fake_server.cpp) and reads its log of calls.
 class FakeServerControl
 {
 public:
@@ -24,7 +24,7 @@ public:
         file.write(rules.join(u'\n').toUtf8());
     }
 
-    // The calls since the last time, as "aLPT.SetSpeed(0)".
+    // Returns the calls since the last takeCalls(), such as "aLPT.SetSpeed(0)".
     QStringList takeCalls() const
     {
         QFile file(controlFile() + QStringLiteral(".log"));

@@ -6,7 +6,7 @@
 
 namespace calvorn::test {
 
-// No file of this process may grow beyond this many bytes while it lives: a disk that is full.
+// Simulates a full disk: while an object exists, no file of this process can grow beyond this many bytes.
 class FullDisk
 {
 public:

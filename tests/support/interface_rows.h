@@ -7,7 +7,7 @@
 
 namespace calvorn::test {
 
-// For tests of every interface: one row each.
+// Adds a row for each interface.
 inline void addInterfaceRows()
 {
     QTest::addColumn<int>("interfaceType");

@@ -6,7 +6,7 @@
 
 namespace calvorn::test {
 
-// The locales that every test about numbers runs under: point and comma decimals, three kinds of grouping.
+// The locales for all tests of numbers: decimal point and comma, three kinds of grouping.
 inline void addLocaleRows()
 {
     QTest::addColumn<QLocale>("locale");
@@ -16,7 +16,7 @@ inline void addLocaleRows()
     QTest::newRow("C") << QLocale::c();
 }
 
-// A text written with "," for groups and "." for decimals, as the locale shows it.
+// Converts a text with "," for groups and "." for decimals to the separators of the locale.
 inline QString inLocale(const QLocale &locale, QString text)
 {
     const QString group = locale.groupSeparator();

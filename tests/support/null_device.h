@@ -8,7 +8,8 @@
 
 namespace calvorn::test {
 
-// A device that swallows what it gets: one of the test's own where it runs as root, which could replace /dev/null.
+// Returns a device that discards its input. As root, the test gets a device of its own, because root could replace
+// /dev/null.
 inline QString nullDevice(const QString &folder)
 {
     const QString own = folder + QStringLiteral("/null");

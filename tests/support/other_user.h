@@ -13,7 +13,7 @@
 
 namespace calvorn::test {
 
-// What concerns several users can only be tried by root. Says so where it is somebody else.
+// Returns whether this process is root, as tests with several users require; otherwise prints a message.
 inline bool isRoot()
 {
     if (getuid() == 0)
@@ -22,7 +22,8 @@ inline bool isRoot()
     return false;
 }
 
-// A process of the user nobody that opens a file or a folder and locks it (flock(2)), as long as this object lives.
+// Runs a process of the user "nobody" that opens a file or folder and holds a lock on it (flock(2)) while this object
+// exists.
 class ForeignLock
 {
 public:
@@ -40,7 +41,7 @@ public:
             for (;;)
                 pause();
         }
-        // A child that dies before it answers ends the pipe.
+        // If the child dies before it answers, read() returns end of file.
         close(ends[1]);
         char answer = 'n';
         m_holds = read(ends[0], &answer, 1) == 1 && answer == 'y';

@@ -12,9 +12,9 @@
 
 namespace calvorn::test {
 
-// Where the graph has to show something, computed here and not by the graph. Rows 0 and 400, and the top and the bottom
-// of the scale, lie in the middle of the outermost pixels. y is millivolts on the linear scale, which leaves 0.2 % of
-// its range above the top out; on the others it is the distance below 0 dB, in thousandths.
+// Computes positions on the graph independently of the graph. Rows 0 and 400 and the top and bottom of the scale are in
+// the middle of the outermost pixels. y is in millivolts on the linear scale, which omits the top 0.2 % of its range;
+// on dB scales, y is the distance below 0 dB, in thousandths of a dB.
 class OwnPlot
 {
 public:
@@ -32,10 +32,10 @@ public:
 
     double top() const { return m_top; }
     double bottom() const { return m_bottom; }
-    double height() const { return m_bottom - m_top; } // negative where y grows upwards
+    double height() const { return m_bottom - m_top; } // negative if y grows upwards
     double yOf(double amplitude) const { return amplitude * (m_linear ? 1000.0 : -1000.0); }
 
-    // Logical pixels on a screen of one device pixel to each.
+    // Logical pixels, for a screen with one device pixel per logical pixel.
     double x(double row) const { return 0.5 + row / 400.0 * (m_size.width() - 1.0); }
     double y(double y) const { return 0.5 + (y - m_top) / height() * (m_size.height() - 1.0); }
     QPoint pixel(double row, double y) const { return {static_cast<int>(x(row)), static_cast<int>(this->y(y))}; }

@@ -19,9 +19,9 @@
 namespace calvorn::test {
 
 // The boards of tests/boards/, which were written from docs/hardware/ and share no code with the program. Their counts
-// are no signal: each tells where it was measured.
+// are not a signal: each count identifies the frequency of its measurement.
 
-// The count of a board at a frequency in hertz (PIC) or at a tuning word (the others). 0 to 1023.
+// Returns the count of a board, 0 to 1023, at a frequency in Hz (PIC) or a tuning word (other boards).
 inline int countAt(std::uint32_t place)
 {
     return static_cast<int>(static_cast<std::uint32_t>(std::uint64_t{place} * 2'654'435'761U) >> 22);
@@ -37,7 +37,7 @@ inline QString boardFile(const char *name)
     return qEnvironmentVariable("CALVORN_BOARDS") + u'/' + QString::fromLatin1(name);
 }
 
-// A PIC board or a MiniVNA behind a pseudo-terminal, in a process of its own.
+// A PIC board or a MiniVNA on a pseudo-terminal, in its own process.
 class SerialPageBoard
 {
 public:
@@ -56,10 +56,10 @@ public:
         m_process.waitForFinished(1'000);
     }
 
-    // The device that a host opens; not there while the board is unplugged.
+    // The device that a host opens; does not exist while the board is unplugged.
     QString link() const { return m_folder.filePath(QStringLiteral("tty")); }
 
-    // Tells the board how to behave, or asks it something.
+    // Sends a command or a question to the board and returns its answer.
     QByteArray tell(const QByteArray &line)
     {
         m_process.write(line + '\n');
@@ -84,7 +84,7 @@ private:
     QProcess m_process;
 };
 
-// While it lives, processes that are started find a parallel port at 0x378 with a board behind it.
+// While an object exists, new child processes find a parallel port at 0x378 with a board.
 class ParallelPageBoard
 {
 public:
@@ -93,7 +93,7 @@ public:
         qputenv("LD_PRELOAD", boardFile("liblpt_board_by_the_page.so").toLocal8Bit());
         qputenv("CALVORN_BOARD_LOG", logFile().toLocal8Bit());
         qputenv("CALVORN_BOARD_FAULT", faultFile().toLocal8Bit());
-        // The board's library comes before that of a sanitizer.
+        // The board's library is loaded before that of a sanitizer.
         m_asan = qgetenv("ASAN_OPTIONS");
         qputenv("ASAN_OPTIONS", m_asan + ":verify_asan_link_order=0");
     }
@@ -106,7 +106,8 @@ public:
     ParallelPageBoard(const ParallelPageBoard &) = delete;
     ParallelPageBoard &operator=(const ParallelPageBoard &) = delete;
 
-    // "busy", "absent", "gone", "hang <ms>", or nothing for a healthy port; known to the port when this returns.
+    // fault: "busy", "absent", "gone", "hang <ms>", or empty for a healthy port. Returns after the port has read the
+    // fault.
     void setFault(const QByteArray &fault) const
     {
         QFile::remove(faultFile());
@@ -117,10 +118,10 @@ public:
             next.close();
             next.rename(faultFile());
         }
-        giveTheBoard(25); // it looks every five
+        giveTheBoard(25); // the board checks every 5 ms
     }
 
-    // What the board has seen since the start: the events of the lines without their time stamps.
+    // Returns the events that the board has logged since the start, without time stamps.
     QList<QByteArray> events() const
     {
         QFile file(logFile());
@@ -148,7 +149,7 @@ private:
     QByteArray m_asan;
 };
 
-// Settings with which the program opens the real port that such a board is at.
+// Settings that make the program open the real port of such a board.
 inline QByteArray pageSettings(std::int16_t interfaceType, const QString &serialDevice = {})
 {
     const ProgramFolder scratch({}, ProgramFolder::preparedSettings());

@@ -6,7 +6,7 @@
 
 namespace calvorn::test {
 
-// What a row of the table holds.
+// The state of the table's rows.
 enum class Rows { Empty, Right, Wrong };
 
 inline int countAtRow(std::int16_t interfaceType, std::int16_t mode, std::int32_t start, std::int32_t step, int row)
@@ -16,7 +16,7 @@ inline int countAtRow(std::int16_t interfaceType, std::int16_t mode, std::int32_
         return countAt(static_cast<std::uint32_t>(hertz));
     if (interfaceType == kInterfaceLpt)
         return countAt(wordAt(static_cast<double>(hertz), 80e6));
-    // The MiniVNA sweeps upwards, in steps of a whole number of units.
+    // The MiniVNA sweeps upwards in integer steps of its tuning word.
     constexpr double kClockHz = 400e6;
     const std::int64_t last = start + std::int64_t{step} * 399;
     const std::uint32_t first = wordAt(static_cast<double>(std::min<std::int64_t>(start, last)), kClockHz);
@@ -27,7 +27,7 @@ inline int countAtRow(std::int16_t interfaceType, std::int16_t mode, std::int32_
     return mode == 2 ? countAt(word ^ 0x5A5A5A5AU) : 1024 - countAt(word ^ 0x33333333U);
 }
 
-// Whether every count of the table was measured at the frequency in its row, and in this mode (MiniVNA).
+// Checks that every count of the table was measured at the frequency of its row and, for the MiniVNA, in this mode.
 inline Rows rowsOf(const SweepTable &table, std::int16_t interfaceType, std::int16_t mode = 0)
 {
     const auto hertz = [&](int row) {

@@ -12,7 +12,7 @@
 
 namespace calvorn::test {
 
-// The window, and what it stored.
+// The main window, with counters of correct and wrong sweeps.
 struct Scene : WindowBench
 {
     Scene(std::int16_t interfaceType, const QByteArray &settings)
@@ -52,13 +52,13 @@ struct Scene : WindowBench
         WidgetHands::type("txtStart", QString::number(start));
         WidgetHands::type("txtStop", QString::number(stop));
     }
-    // Waits until the range that was typed is planned.
+    // Waits until the typed range is planned.
     bool rangeIsTaken() const
     {
         const auto *timer = window->findChild<QTimer *>(QStringLiteral("timerUpdateSweep"));
         return QTest::qWaitFor([timer] { return !timer->isActive(); });
     }
-    // Presses "Sweep ON" and waits for as many good sweeps.
+    // Starts a sweep if necessary and waits for this many correct sweeps.
     bool sweeps(int count = 2)
     {
         const int before = right;
@@ -81,7 +81,7 @@ struct Scene : WindowBench
     }
 
     std::int16_t type;
-    int right = 0; // sweeps that were stored
+    int right = 0; // stored sweeps with correct counts
     int wrong = 0;
 };
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-// What the simulated PIC board answers to commands at random, as a record that other boards can be held against.
-// Usage: pic_session <seed> <number of commands>. Writes a line for each command: bytes sent, bytes answered, the
-// generator's word at the end of the answer (0: off), each in hexadecimal; "-" for no bytes, and for a word that a
-// sweep has left. A sweep is told by its first frame, and ended by "!", whose answer follows the frame. A count in it
-// is no signal: it is the upper ten bits of the word times 2654435761, modulo 2^32.
+// Records how the simulated PIC board answers random commands, to compare other boards with. Usage: pic_session <seed>
+// <number of commands>. Writes a line for each command, in hexadecimal: bytes sent, bytes answered, and the generator's
+// word at the end of the answer (0: off). "-" stands for no bytes, and for a word left by a sweep. A sweep is recorded
+// as its first frame, followed by the answer to "!", which ends the sweep. Its counts are not a signal: each is the
+// upper ten bits of the word times 2654435761, modulo 2^32.
 #include "server/boards/pic_board.h"
 
 #include <cstdio>
@@ -53,7 +53,7 @@ public:
     {
     }
 
-    // A command, with its carriage return; some of them make no sense.
+    // Returns a command with its carriage return; some commands are invalid.
     QByteArray command()
     {
         switch (below(16)) {
@@ -80,7 +80,7 @@ public:
         case 13:
             return "!";
         case 14:
-            return spoken() + "!"; // a command that is voided
+            return spoken() + "!"; // voids the command
         default:
             return spoken() + '\r';
         }
@@ -109,7 +109,7 @@ private:
         return (below(2) == 0 ? "-" : "") + QByteArray::number(below(limit));
     }
 
-    // Anything that a terminal can send, line feeds among it, but no "!" and no end of the line.
+    // Returns any text that a terminal can send, including line feeds, but without "!" and carriage return.
     QByteArray spoken()
     {
         static const QByteArray kKeys("ABDPGS*?abz0123456789-+. \nZ\x7f");
@@ -144,7 +144,7 @@ int main(int argc, char **argv)
         const bool hasFrame = answer.size() > kLongestAnswer;
         if (hasFrame) {
             answer += answerOf(board, "!");
-            board.word.reset(); // how far a board has got by then is its own affair
+            board.word.reset(); // the progress of a sweep at that time is undefined
         }
         const QByteArray word = board.word ? QByteArray::number(*board.word, 16) : QByteArray("-");
         std::printf("%s %s %s\n", written(hasFrame ? sent + '!' : sent).constData(), written(answer).constData(),

@@ -5,15 +5,14 @@
 
 namespace calvorn::test {
 
-// A text as it is marked for translation.
+// A text as marked for translation.
 struct Text
 {
     const char *context;
     const char *source;
 };
 
-// Contexts with captions and tool tips. A text of theirs that ends in a full stop is a message, unless it is listed
-// below.
+// Contexts of captions and tool tips. Their texts that end in a full stop are messages unless listed below.
 inline constexpr std::array kCaptionContexts{
     "AmplitudeLadder",
     "FrequencyTicks",
@@ -67,9 +66,9 @@ inline constexpr std::array kCaptionContexts{
     "calvorn::ViewSwitch",
 };
 
-// Texts that are seen in the windows, and are shown in no box, in no log and on no terminal as a message.
+// Texts that appear in windows, but never as a message in a box, in the log or in a terminal.
 inline constexpr std::array kCaptions{
-    // Sentences that explain a control where it stands.
+    // Sentences that explain a control, next to it.
     Text{"calvorn::AdcPage",
          "The step is the reference voltage of the converter divided by its counts: 2.5 V are 2.441 mV "
          "per count with 10 bits, and 9.766 mV with 8 bits."},
@@ -123,7 +122,7 @@ inline constexpr std::array kCaptions{
     Text{"calvorn::MeasureDock", "The sweep that is shown becomes the reference, and the curves are shown relative to "
                                  "it. The table keeps what was "
                                  "measured."},
-    // Beside messages of the same context.
+    // Captions in contexts that also contain messages.
     Text{"calvorn::FrmSetUp", "Configuration"},
     Text{"calvorn::FrmSetUp", "&Interface"},
     Text{"calvorn::FrmSetUp", "Which hardware is connected"},
@@ -202,7 +201,7 @@ inline constexpr std::array kCaptions{
     Text{"calvorn::VnaDriver", "Angle"},
     Text{"calvorn::VnaDriver", "RetLoss"},
     Text{"calvorn::VnaDriver", "DUT"},
-    // In a picture.
+    // Texts in pictures.
     Text{"SweepPicture", "V"},
     Text{"SweepPicture", "dB"},
     Text{"SweepPicture", "Linear scale, 0 to %1 V"},
@@ -218,9 +217,9 @@ inline constexpr std::array kCaptions{
     Text{"SweepPicture", "M3"},
     Text{"SweepPicture", "M4"},
     Text{"SweepPicture", "M4 - M3"},
-    // The answer to --help.
+    // The text of --help.
     Text{"main", "Measures filters, antennas and other devices over a range of frequencies."},
-    // calvorn-sweep alone refuses a settings file that it can read.
+    // Only calvorn-sweep reports such settings files.
     Text{"Profile", "it is not there"},
     Text{"Profile", "it is no text in UTF-8"},
     Text{"Profile", "its lines end in a way that is not supported (CR alone)"},

@@ -9,14 +9,14 @@
 
 namespace calvorn::test {
 
-// A program folder of its own for one test: settings, and a server under the name that the program looks for.
+// A temporary program folder: settings, and a server under its usual name.
 class ProgramFolder
 {
 public:
-    // server: executable to stand there as CalvornAsync; none when empty.
+    // server: executable to copy as CalvornAsync; none if empty.
     explicit ProgramFolder(const QString &server, const QByteArray &settings = {})
     {
-        // Copied, not linked: the server looks for its settings beside its own file.
+        // Copied, not linked: the server looks for its settings in the folder of its executable.
         if (!server.isEmpty() && !QFile::copy(server, m_folder.filePath(QStringLiteral("CalvornAsync"))))
             qFatal("cannot copy %s", qPrintable(server));
         if (settings.isEmpty())
@@ -27,7 +27,7 @@ public:
         file.write(settings);
     }
 
-    // The folder that the build made.
+    // The path of a built file.
     static QString builtFile(const QString &name) { return qEnvironmentVariable("CALVORN_BIN") + u'/' + name; }
 
     static QByteArray preparedSettings()

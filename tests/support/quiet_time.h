@@ -5,21 +5,21 @@
 
 namespace calvorn::test {
 
-// The fixed waits of the tests. Everything else waits for something to happen.
+// The only fixed waits of the tests. All other waits end with a condition.
 
-// What must not happen has this long to happen; the caller looks afterwards.
+// Leaves time for something that must not happen; the caller checks afterwards.
 inline void nothingHappensFor(int milliseconds)
 {
     QTest::qWait(milliseconds);
 }
 
-// Between two acts of a person, where the pause is what is tested.
+// A pause between two actions of a person, if the test is about the pause.
 inline void pauseOfAPerson(int milliseconds)
 {
     QTest::qWait(milliseconds);
 }
 
-// What a board of tests/boards/ needs by its own clock, and tells nobody of.
+// Time that a board of tests/boards/ needs without reporting its end.
 inline void giveTheBoard(int milliseconds)
 {
     QTest::qWait(milliseconds);

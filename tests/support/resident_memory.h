@@ -6,8 +6,8 @@
 
 namespace calvorn::test {
 
-// A line of /proc/<pid>/status in kB (proc(5)): "VmRSS" is the memory in use, "VmHWM" its highest value. -1 when
-// there is no such process.
+// Returns a line of /proc/<pid>/status in kB (proc(5)): "VmRSS" is the memory in use, "VmHWM" its peak. -1 if there is
+// no such process.
 inline qint64 memoryKilobytes(qint64 pid, const QByteArray &line = "VmRSS")
 {
     QFile file(QStringLiteral("/proc/%1/status").arg(pid));

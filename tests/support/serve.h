@@ -14,8 +14,8 @@
 
 namespace calvorn::test {
 
-// What CalvornAsync does around its drivers: tells the address of its socket, lets one program after the other
-// connect, and ends with its standard input. welcome registers the objects on a connection. Returns the exit code.
+// Does the work of CalvornAsync around its drivers: prints the address of its socket, accepts one program after the
+// other, and ends when standard input ends. "welcome" registers the objects on a connection. Returns the exit code.
 inline int serve(const QCoreApplication &application, const std::function<void(QDBusConnection &)> &welcome)
 {
     const QTemporaryDir folder;

@@ -10,7 +10,7 @@
 
 namespace calvorn::test {
 
-// The configuration dialog, open over a settings file of its own.
+// The open configuration dialog with its own settings file.
 struct SetUpBench : WidgetHands
 {
     ProgramFolder folder;

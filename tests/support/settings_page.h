@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// docs/settings.md, as a table of keys.
+// Reads docs/settings.md as a table of keys.
 #pragma once
 
 #include "protocol/setting_key.h"
@@ -11,7 +11,7 @@
 
 namespace calvorn::test {
 
-// A file of the source tree.
+// Returns the content of a file in the source tree.
 inline QString sourceText(const QString &path)
 {
     QFile file(QStringLiteral(CALVORN_SOURCE_DIR "/") + path);
@@ -20,7 +20,7 @@ inline QString sourceText(const QString &path)
     return QString::fromUtf8(file.readAll());
 }
 
-// A row of one of the tables.
+// A row of a table.
 struct SettingsRow
 {
     QString key;
@@ -29,7 +29,7 @@ struct SettingsRow
     QStringList written;
 };
 
-// docs/settings.md: the rows of a section, in their order.
+// Returns the rows of a section of docs/settings.md, in order.
 inline QVector<SettingsRow> rowsOfPage(const QString &section)
 {
     QVector<SettingsRow> rows;
@@ -57,7 +57,7 @@ inline QStringList sectionsOfPage()
     return sections;
 }
 
-// "key=default" of each, in their order.
+// Returns "key=default" for each key, in order.
 inline QStringList keysOf(const QVector<SettingKey> &settings)
 {
     QStringList keys;

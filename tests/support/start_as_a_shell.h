@@ -7,8 +7,8 @@
 
 namespace calvorn::test {
 
-// For QProcess::setChildProcessModifier(): as a shell starts a program. It has a group of its own and ignores no
-// signal, also where the tests were started in the background or with nohup.
+// For QProcess::setChildProcessModifier(): starts a program like a shell does, in its own process group and with no
+// signal ignored, even if the tests run in the background or under nohup.
 inline void startAsAShell()
 {
     setpgid(0, 0);

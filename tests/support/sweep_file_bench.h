@@ -15,7 +15,7 @@ inline constexpr char kSweepFileSettings[] =
     "[Config]\r\nInterface=2\r\nDDS Device=AD9851\r\nADC Step=0.00244\r\nADC Offset=0\r\n[Debug]\r\nLog=1\r\n"
     "[Parallel Port]\r\nLPT=0\r\n[Calvorn]\r\nStart=1000000\r\nStop=5000000\r\n";
 
-// The window with a sweep in its table.
+// The main window with a sweep in its table.
 struct SweepFileBench : WindowBench
 {
     SweepFileBench()
@@ -58,7 +58,7 @@ struct SweepFileBench : WindowBench
     }
 };
 
-// A complete file: row r at 2 MHz + r kHz with the count r.
+// A complete sweep file: row r is at 2 MHz + r kHz with the count r.
 inline QByteArray wholeFile(const QList<int> &order)
 {
     QByteArray text("\"Sample N\",\"Frequency\",\"DAC sample\",\"milliVolt\"\r\n");

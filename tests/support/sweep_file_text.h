@@ -11,10 +11,10 @@
 
 namespace calvorn::test {
 
-// Volts for each count: what a curve is rounded to in a file.
+// Volts per count, the resolution of a curve in a file.
 inline constexpr double kFineStep = 1e-6;
 
-// Settings with the detector that makeSweepFile() writes for.
+// Settings with the detector for which makeSweepFile() writes.
 inline QByteArray fineSettings()
 {
     const QByteArray settings = crystalSettings(kInterfaceLpt);
@@ -23,7 +23,7 @@ inline QByteArray fineSettings()
     return QByteArray(settings).replace("ADC Step=0.00244", "ADC Step=0.000001").replace("Scale=0", "Scale=1");
 }
 
-// A sweep file of the linear scale with 400 samples of a curve in volts over hertz.
+// Returns a sweep file of the linear scale with 400 samples of a curve, in volts over Hz.
 inline QByteArray makeSweepFile(int start, int step, const std::function<double(double hertz)> &curve)
 {
     QByteArray csv("\"Sample N\",\"Frequency\",\"DAC sample\",\"milliVolt\"\r\n");
@@ -31,7 +31,7 @@ inline QByteArray makeSweepFile(int start, int step, const std::function<double(
         const int hertz = start + (row - 1) * step;
         const double volts = curve(hertz);
         const auto count = std::llround(volts / kFineStep);
-        // The program keeps the step as a single.
+        // The program stores the step in single precision.
         const double shown = static_cast<double>(count) * static_cast<double>(static_cast<float>(kFineStep));
         csv += QByteArray::number(row) + ',' + QByteArray::number(hertz) + ',' + QByteArray::number(count) + ',' +
                QByteArray::number(std::llround(shown * 1000.0)) + "\r\n";

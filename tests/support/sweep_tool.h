@@ -21,7 +21,7 @@ inline QByteArray contents(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
 }
 
-// The tool in a program folder, and what came of one run.
+// calvorn-sweep in a program folder, with the result of a run.
 struct Tool
 {
     ProgramFolder folder;
@@ -45,7 +45,7 @@ struct Tool
             qFatal("cannot write %s", name);
     }
 
-    // Numbers of this locale; the language stays English.
+    // Selects the number format of this locale; the language stays English.
     void setLocale(const QLocale &locale)
     {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
@@ -69,9 +69,9 @@ struct Tool
         errors = QString::fromUtf8(process.readAllStandardError()).split(u'\n', Qt::SkipEmptyParts);
         return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
     }
-    // The same of words that are parted by blanks.
+    // Likewise, with arguments separated by blanks.
     int run(const char *arguments) { return run(QString::fromLatin1(arguments).split(u' ')); }
-    // Waits for the second sweep of a tool that was started with several.
+    // Waits for the second sweep of a tool started with several sweeps.
     bool sweepsTwice()
     {
         QByteArray progress;
@@ -83,7 +83,7 @@ struct Tool
             },
             20'000);
     }
-    // The sentence with which the tool gave up; a server that is ended may have its own last words.
+    // Returns the final error message of the tool, without messages of its server.
     QString sentence() const
     {
         const QString prefix = QStringLiteral("calvorn-sweep: ");

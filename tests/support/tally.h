@@ -9,7 +9,7 @@
 
 namespace calvorn::test {
 
-// FNV-1a. With the detector's noise no two vectors have the same.
+// FNV-1a. With the detector's noise, no two vectors have the same sum.
 inline quint64 vectorSum(const QList<int> &vector)
 {
     quint64 sum = 0xcbf29ce484222325U;
@@ -18,15 +18,15 @@ inline quint64 vectorSum(const QList<int> &vector)
     return sum;
 }
 
-// What the tallying server (tally_server.cpp) has done, in order, one line each:
+// The log of the tallying server (tally_server.cpp), one event per line:
 //   plan <start> <step>    PrepareSweep, Hz
-//   vector <sum>           its driver has emitted a vector; sum: vectorSum()
-//   complete               the end of a sweep
+//   vector <sum>           the driver has emitted a vector; sum: vectorSum()
+//   complete               a sweep has ended
 //   error <code>
 class Tally
 {
 public:
-    // haste: how many times faster than the real one the clock of a paced board runs.
+    // haste: factor by which the clock of a paced board runs faster than real time.
     explicit Tally(int haste)
         : m_file(m_folder.filePath(QStringLiteral("tally")))
     {
@@ -38,7 +38,7 @@ public:
 
     static QString program() { return QCoreApplication::applicationDirPath() + QStringLiteral("/tally_server"); }
 
-    // The lines since the last call.
+    // Returns the lines since the last call.
     QList<QByteArray> news()
     {
         QList<QByteArray> lines = m_file.readAll().split('\n');

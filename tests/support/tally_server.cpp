@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The acquisition server with its own parallel-port driver and simulated board, which writes down what it tells the
-// program, for whoever wants to know whether all of it arrived: see tally.h.
+// The acquisition server with the real parallel-port driver and its simulated board. Logs all events sent to the
+// program, so that tests can check their arrival; see tally.h.
 #include "tests/support/tally_server.h"
 
 #include "server/boards/simulated_parallel_port.h"
@@ -31,7 +31,7 @@ int main(int argc, char **argv)
     QObject::connect(&driver, &LptDriver::aComplete, &application, [&] { tell("complete"); });
     QObject::connect(&driver, &LptDriver::aErrore, &application,
                      [&](short code, const QString &) { tell("error " + QByteArray::number(code)); });
-    // Made behind these connections: what it relays has been written down before it goes out.
+    // Created after these connections, so that each event is logged before the adaptor sends it.
     new test::TallyAdaptor(&driver, [&](int start, int step) {
         tell("plan " + QByteArray::number(start) + ' ' + QByteArray::number(step));
     });

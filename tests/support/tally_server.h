@@ -8,7 +8,7 @@
 
 namespace calvorn::test {
 
-// Tells of every plan, at its place among the vectors.
+// Reports every plan, in order with the vectors.
 class TallyAdaptor : public LptAdaptor
 {
     Q_OBJECT

@@ -7,7 +7,7 @@
 
 namespace calvorn::test {
 
-// While it lives, permissions apply to this process, also where the tests run as root.
+// While an object exists, file permissions apply to this process even if the tests run as root.
 class Unprivileged
 {
 public:

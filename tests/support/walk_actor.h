@@ -5,7 +5,7 @@
 
 namespace calvorn::test {
 
-// Does every step.
+// Executes all kinds of steps.
 class WalkActor : public WalkEntriesAndGraph
 {
 public:
@@ -28,7 +28,7 @@ protected:
 
     // --- scales and views ---
 
-    // An amplitude marker after a change of scale.
+    // Returns the value of an amplitude marker after a change of scale.
     static double converted(double value, int from, int to)
     {
         if (from == 0)
@@ -110,7 +110,7 @@ protected:
         if (button == u"cmdReset" || button == u"cmdSwStop")
             allow({"sweep"});
         m_hands.click(button);
-        // After a reset the server tells of the end of the sweep; the fake one does not.
+        // The real server reports the end of the sweep after a reset, too; the fake one does not.
         if (button == u"cmdSwStop")
             expectTheEndOfTheSweep(button);
     }
@@ -143,7 +143,7 @@ protected:
         });
     }
 
-    // Only vectors of the plan of the table are passed on.
+    // Sends a vector only if it fits the plan of the table: others would be dropped.
     void vectorArrives(const WalkStep &step)
     {
         if (!isSweeping() || m_hands.updateTimer()->isActive() || m_history.foreignPlan)
@@ -170,7 +170,7 @@ protected:
     {
         if (m_history.rangeDue)
             allow({"table", "start", "stop", "sweep"});
-        // A running sweep is planned anew when a box of the range is left, changed or not.
+        // Leaving a box of the range replans a running sweep even without a change.
         if (isSweeping() && m_hands.updateTimer()->isActive())
             allow({"table"});
         m_history.rangeDue = false;
@@ -339,7 +339,7 @@ protected:
         });
     }
 
-    // The program is closed and started again.
+    // Closes the program and starts it again.
     void reopen(const WalkStep &)
     {
         const bool falling = m_numbers.number(m_before.cell(1, 0)) > m_numbers.number(m_before.cell(400, 0));
@@ -353,7 +353,7 @@ protected:
         if (!samePlan)
             for (const char *aspect : {"m1", "m2", "start", "stop"})
                 expected.remove(QString::fromLatin1(aspect));
-        // There the first row that is not below a frequency is row 1.
+        // In a falling sweep, row 1 is the first one not below a marker's frequency.
         for (const char *aspect : {"m1", "m2"})
             if (falling && expected.contains(QString::fromLatin1(aspect)))
                 expected[QString::fromLatin1(aspect)].append(QStringLiteral("1"));

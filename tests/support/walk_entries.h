@@ -26,8 +26,8 @@ inline QString walkAspect(const WalkStep &entry)
     return QString::fromLatin1(kWalkAspects[static_cast<std::size_t>(entry.a)]);
 }
 
-// Does the steps on the number boxes and the graph. With each it notes what may change in the window, and what is to be
-// looked at once all is done.
+// Executes the steps on number boxes and the graph. Each step notes which aspects of the window it may change, and adds
+// checks for later.
 class WalkEntriesAndGraph
 {
 public:
@@ -66,7 +66,7 @@ protected:
         for (const char *aspect : aspects)
             m_allowed.insert(QString::fromLatin1(aspect));
     }
-    // The step sets it itself; an entry for it is void.
+    // The step sets this aspect itself and voids any entry for it.
     void replace(const char *aspect)
     {
         allow({aspect});
@@ -81,7 +81,7 @@ protected:
     bool isLpt() const { return m_bench.configuration.interfaceType == kInterfaceLpt; }
     bool isSweeping() const { return m_before.number("sweep") > 0; }
 
-    // What a taken entry may leave in the state, as it was when the entry was taken.
+    // Returns the values that an entry may produce, given the state when it was taken.
     QStringList taken(const WalkStep &entry, const WalkState &state) const
     {
         const QString old = state.aspects.value(walkAspect(entry));
@@ -100,7 +100,7 @@ protected:
         case WalkBox::M4Y: {
             const bool linear = state.number("scale") == 0.0;
             const WalkNumbers plain(QLocale::c());
-            // The graph has an end.
+            // The graph limits the value.
             const double value = entry.huge ? 1e6 : entry.value;
             return {plain.amplitude(linear, value - 1e-6), plain.amplitude(linear, value + 1e-6)};
         }
@@ -111,7 +111,7 @@ protected:
         }
     }
 
-    // Whether a taken entry stays as it was typed.
+    // Whether the program corrects an entry instead of taking it as typed.
     bool isCorrected(const WalkStep &entry) const
     {
         switch (entry.box()) {
@@ -135,7 +135,7 @@ protected:
         return QString::number(row);
     }
 
-    // The values of an aspect before the step: with an entry for it that has not been left, those it comes to.
+    // Returns the possible values of an aspect before the step, including the effect of an entry that was not yet left.
     QStringList basesOf(const char *aspect) const
     {
         const QString name = QString::fromLatin1(aspect);
@@ -144,7 +144,7 @@ protected:
         return {m_before.aspects.value(name)};
     }
 
-    // Where the fault may come from: an entry for the aspect that had not been left.
+    // Returns a hint at the unfinished entry for the aspect, a possible cause of the fault.
     QString fromEntry(const QString &aspect) const
     {
         return m_entry && walkAspect(*m_entry) == aspect ? QStringLiteral(" from the entry ") + kindOf(*m_entry)
@@ -224,7 +224,7 @@ protected:
                         step.b % 2 == 0 ? Qt::NoModifier : Qt::ShiftModifier);
     }
 
-    // In and out again: nothing has been entered.
+    // Enters a box and leaves it without typing.
     void intoBox(const WalkStep &step)
     {
         const auto which = static_cast<WalkBox>(step.a % int(kWalkBoxes.size()));
@@ -278,7 +278,7 @@ protected:
             m_hands.arrow(bar, up);
     }
 
-    // The digit to the left of the caret, wherever that is.
+    // Steps the digit to the left of the caret.
     void stepDigitByKey(const WalkStep &step)
     {
         const bool start = step.a % 2 == 0;
@@ -293,9 +293,9 @@ protected:
             m_hands.key(Qt::Key_Left);
         const bool pending = m_entry && m_entry->box() == which;
         expectStepped(start ? "start" : "stop", bases, step.c % 2 == 0, pending ? 0 : std::max(0, back - 2),
-                      pending ? 8 : back); // separators may stand between
+                      pending ? 8 : back); // there may be separators
         if (!pending && back >= box->text().size()) {
-            m_later.clear(); // there is no digit
+            m_later.clear(); // no digit there
             m_replaced.clear();
         }
         m_hands.key(step.c % 2 == 0 ? Qt::Key_Up : Qt::Key_Down);
@@ -361,7 +361,7 @@ protected:
         m_hands.moveMouse(graph, (from + to) / 2, Qt::LeftButton);
         m_hands.moveMouse(graph, to, Qt::LeftButton);
         QTest::mouseRelease(graph, Qt::LeftButton, {}, to);
-        // Where lines cross, either of them.
+        // Where lines cross, either of them may have moved.
         const QSet<QString> changed = m_before.changesTo(stateOf(m_bench));
         const char *moved = kMarkers[static_cast<std::size_t>(step.a % 4)];
         for (const char *marker : kMarkers)
@@ -437,11 +437,11 @@ protected:
             m_hands.click(QString::fromLatin1(button));
         } else {
             m_hands.key(caption[mnemonic].toUpper().unicode(), Qt::AltModifier);
-            // The button is seen to go down.
+            // Wait until the button is released.
             const auto *pressed = m_bench.find<QAbstractButton>(button);
             static_cast<void>(QTest::qWaitFor([pressed] { return !pressed->isDown(); }));
         }
-        // A file that broke off has left the boxes as they were.
+        // After a truncated file, the boxes still show the previous data.
         if (m_history.curveBehind)
             return;
         afterwards([=, this] {
@@ -461,8 +461,8 @@ protected:
     WalkHistory m_history;
     WalkState m_before;
     WalkState m_state;
-    std::optional<WalkStep> m_entry; // that the user has not left
-    std::optional<WalkStep> m_typed; // in this step
+    std::optional<WalkStep> m_entry; // the one that the user has not left
+    std::optional<WalkStep> m_typed; // the one typed in this step
     QSet<QString> m_allowed;
     QSet<QString> m_replaced;
     QSet<QString> m_mustCommit;

@@ -12,7 +12,7 @@
 
 namespace calvorn::test {
 
-// What a person does with mouse and keys in the main window.
+// The actions of a person with mouse and keyboard in the main window.
 class WalkHands
 {
 public:
@@ -31,7 +31,7 @@ public:
         QTest::keyClick(focused ? focused : m_bench.window.get(), static_cast<Qt::Key>(code), modifiers);
     }
 
-    // What is clicked lies before everything else; a control of a hidden view does not.
+    // Clicks a control unless it is in a hidden view.
     bool click(const QString &name) const
     {
         if (!m_bench.isShown(qPrintable(name)))
@@ -67,7 +67,7 @@ public:
         closeMenus(menu);
     }
 
-    // Escape closes the menu, and may leave the keyboard in the bar; a second one gives it back.
+    // Opens a menu and closes it with Escape. A second Escape may be needed to return the focus from the menu bar.
     void lookIntoAMenu(bool leavesTheBar) const
     {
         closeMenus(openMenuOf(m_bench.window->findChild<QAction *>(QStringLiteral("mnuScalaLineare"))));
@@ -90,14 +90,14 @@ public:
         QTest::mouseClick(target, Qt::LeftButton, {}, place.center());
     }
 
-    // Sent to the widget: the pointer of the screen comes later than the next step.
+    // Sends the event to the widget: the pointer of the screen would move after the next step.
     static void moveMouse(QWidget *widget, QPoint place, Qt::MouseButton held)
     {
         QMouseEvent event(QEvent::MouseMove, place, widget->mapToGlobal(place), Qt::NoButton, held, {});
         QApplication::sendEvent(widget, &event);
     }
 
-    // The menu bar takes the keyboard for a while, and gives it back.
+    // The box keeps its entry while the menu bar has the focus.
     bool isBeingTyped(WalkBox which) const
     {
         return box(which)->isModified() && (box(which)->hasFocus() || m_bench.window->menuBar()->hasFocus());
@@ -112,7 +112,7 @@ public:
         QApplication::sendEvent(target, &event);
     }
 
-    // Until nothing more comes by itself: redraws are done, a sweep that was stopped has ended.
+    // Processes all events and waits until the graph is redrawn.
     void settle() const
     {
         QCoreApplication::processEvents();
@@ -127,7 +127,7 @@ public:
         return QTest::qWaitFor([this] { return m_bench.isShown("cmdStart"); }, 5'000);
     }
 
-    // The delay of the range entry goes by.
+    // Lets the delay of the range entry expire.
     void letTimePass() const
     {
         QTimer *update = updateTimer();
@@ -140,7 +140,7 @@ public:
         holdTime();
     }
 
-    // Time stands still until a step lets it pass.
+    // Keeps the timer of the range from expiring before letTimePass().
     void holdTime() const { updateTimer()->setInterval(24 * 3600 * 1000); }
 
 private:
@@ -171,8 +171,7 @@ private:
     const WindowBench &m_bench;
 };
 
-// Sweep files for the import, good and broken. The numbers in them have no decimals, so that every locale reads them
-// alike.
+// Valid and damaged sweep files for the import. Their numbers have no decimals, so that every locale reads them alike.
 namespace walk_files {
 
 enum Form {
@@ -202,7 +201,7 @@ inline QByteArray content(int form, int seed, double step, double offset)
         return {};
     const int hertzStep = form == Narrow ? 0 : form == Descending ? -1500 : 1000 + seed % 5000;
     for (int line = 1; line <= 400; ++line) {
-        // Row 400 ends the reading.
+        // Row 400 must be the last line: it ends the reading.
         const int row = form == Reversed && line < 400 ? 400 - line : line;
         const int count = (row * 7 + seed) % 1024;
         double milliVolts = std::nearbyint((count * step + offset) * 1000.0);

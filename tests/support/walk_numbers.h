@@ -9,14 +9,14 @@
 
 namespace calvorn::test {
 
-// Numbers as a person of one locale reads and writes them; by the toolkit, not by the program's own conversions.
+// Reads and writes numbers in a locale with Qt's functions, not with the program's.
 class WalkNumbers
 {
 public:
     explicit WalkNumbers(const QLocale &locale)
         : m_locale(locale)
     {
-        m_locale.setNumberOptions(QLocale::DefaultNumberOptions); // C would leave the groups out
+        m_locale.setNumberOptions(QLocale::DefaultNumberOptions); // the C locale omits the groups by default
         m_plain = m_locale;
         m_plain.setNumberOptions(QLocale::OmitGroupSeparator);
     }
@@ -44,7 +44,7 @@ private:
     QLocale m_plain;
 };
 
-// In the locale of the test.
+// In the default locale.
 inline double readNumber(const QString &text)
 {
     return WalkNumbers(QLocale()).number(text);
@@ -58,7 +58,7 @@ inline QString shownAmplitude(bool linear, double amplitude)
     return WalkNumbers(QLocale()).amplitude(linear, amplitude);
 }
 
-// As the scales have it: 0 is linear, 1 and 2 refer to 1 V, 3 and 4 to 10 V.
+// References of the scales: scale 0 is linear, 1 and 2 refer to 1 V, 3 and 4 to 10 V.
 inline double walkReference(int scale)
 {
     return scale >= 3 ? 10.0 : 1.0;

@@ -5,8 +5,8 @@
 
 namespace calvorn::test {
 
-// The window, walked through step by step: what a step may not change has to stay, an entry that is being typed is
-// neither lost nor forgotten, no box comes that was not to be expected, and everything shown is true.
+// Walks through the window step by step and checks: aspects outside the step stay the same, no unfinished entry is lost
+// or overwritten, no unexpected box opens, and everything shown is correct.
 class WalkScene : public WalkActor
 {
 public:
@@ -53,7 +53,7 @@ private:
     }
     bool isBeingTyped(const WalkStep &entry) const { return m_hands.isBeingTyped(entry.box()); }
 
-    // A range that the user has entered is planned when the delay is over.
+    // Notes a range entry, which is planned after a delay.
     void noteRangeEntry(const WalkStep &step)
     {
         if (step.kind == WalkKind::Import || step.kind == WalkKind::Reopen || step.kind == WalkKind::Time)
@@ -68,10 +68,10 @@ private:
         QSet<QString> changed = m_before.changesTo(m_state) - m_allowed;
         if (entry)
             changed.remove(walkAspect(*entry));
-        // A range that is too small is put right whenever it is planned.
+        // Planning corrects a range that is too small.
         if (step.kind == WalkKind::Time && std::abs(m_before.number("stop") - m_before.number("start")) < 400.0)
             changed -= {QStringLiteral("start"), QStringLiteral("stop"), QStringLiteral("table")};
-        // Where frequencies of a file and of the plan stand side by side, a marker has no one place.
+        // If the table mixes frequencies of a file and of the plan, the row of a marker is ambiguous.
         if (m_history.mixedTable)
             changed -= {QStringLiteral("m1"), QStringLiteral("m2")};
         const bool falling = m_numbers.number(m_before.cell(1, 0)) > m_numbers.number(m_before.cell(400, 0));
@@ -85,7 +85,7 @@ private:
                    QStringLiteral("%1, then %2").arg(m_before.aspects.value(aspect), m_state.aspects.value(aspect)));
     }
 
-    // What has become of an entry that was being typed when another step came.
+    // Checks an entry that was unfinished when this step came.
     void judgeEntry(const WalkStep &entry, const WalkStep &step, bool told)
     {
         const QString aspect = walkAspect(entry);
@@ -106,7 +106,7 @@ private:
                QStringLiteral("%1 is %2, not %3").arg(aspect, found, taken(entry, m_before).join(u'|')));
     }
 
-    // What has become of the entry of this step.
+    // Checks the entry of this step.
     void judgeTyped(const WalkStep &entry)
     {
         const QString name = QString::fromLatin1(kWalkBoxes[static_cast<std::size_t>(entry.a)]);
@@ -133,7 +133,7 @@ private:
             m_entry.reset();
     }
 
-    // Boxes come only where they belong.
+    // Checks that only expected boxes have opened.
     void judgeBoxes(WalkKind kind, qsizetype first)
     {
         const bool plans = kind == WalkKind::Time || kind == WalkKind::TestButton || kind == WalkKind::SweepButton ||

@@ -13,11 +13,11 @@
 
 namespace calvorn::test {
 
-// What the window holds between two steps.
+// The state of the window between two steps.
 struct WalkState
 {
     QMap<QString, QString> aspects;
-    QStringList cells; // row by row, with the header
+    QStringList cells; // row by row, including the header
 
     double number(const char *aspect) const { return aspects.value(QString::fromLatin1(aspect)).toDouble(); }
     const QString &cell(int row, int column) const { return cells[row * 3 + column]; }
@@ -71,25 +71,25 @@ inline WalkState stateOf(const WindowBench &bench)
     return state;
 }
 
-// What the window is known to have been through, where its state alone does not tell.
+// Events that the state of the window does not show.
 struct WalkHistory
 {
     bool foreignPlan = false; // the frequencies come from a file
-    bool asFile = false;      // the amplitudes, too
+    bool asFile = false;      // so do the amplitudes
     bool headerFromFile = false;
-    bool curveBehind = false; // a file that broke off is in the table alone
-    bool mixedTable = false;  // its frequencies need not rise or fall
+    bool curveBehind = false; // a truncated file is only in the table
+    bool mixedTable = false;  // the frequencies may be out of order
     bool rangeDue = false;    // the range was changed since it was last planned
 };
 
-// One violation: what it is about, and the particulars.
+// A violation: the broken rule, and details.
 struct WalkFault
 {
     QString id;
     QString detail;
 };
 
-// Everything that must hold between two steps.
+// Checks the rules that hold between any two steps.
 class WalkInvariants
 {
 public:
@@ -121,7 +121,7 @@ public:
     }
 
 private:
-    // Of the box that has the focus and an entry of the user; no rule applies to it yet.
+    // Whether the box has the focus and an unfinished entry, to which no rule applies yet.
     bool isPending(const QLineEdit *box) const
     {
         return box->isModified() && (box->hasFocus() || m_bench.window->menuBar()->hasFocus());
@@ -268,7 +268,7 @@ private:
             if (isPending(entry))
                 return;
             const double shown = m_numbers.number(entry->text());
-            // A tie may be rounded either way by the last bit.
+            // A tie may round either way.
             expect(std::abs(shown - value) <= unit * 0.5001 + 1e-9 * std::abs(value) &&
                        entry->text() == m_numbers.amplitude(m_linear, shown),
                    id, QStringLiteral("\"%1\", line at %2").arg(entry->text()).arg(value));

@@ -12,11 +12,11 @@
 
 namespace calvorn::test {
 
-// The boxes that numbers are typed into.
+// The boxes for numbers.
 enum class WalkBox { Start, Stop, M1X, M2X, M3Y, M4Y, MaxVolt, MaxDb };
 inline constexpr std::array kWalkBoxes{"txtStart", "txtStop", "txtM1X",     "txtM2X",
                                        "txtM3Y",   "txtM4Y",  "txtMaxVolt", "txtMaxDb"};
-// What of the state each of them sets.
+// The aspect of the state that each box sets.
 inline constexpr std::array kWalkAspects{"start", "stop", "m1", "m2", "m3", "m4", "maxVolt", "maxDb"};
 
 inline bool isFrequency(WalkBox box)
@@ -24,7 +24,7 @@ inline bool isFrequency(WalkBox box)
     return box <= WalkBox::M2X;
 }
 
-// How an entry is left. The last three do not leave it.
+// How an entry ends. The last three do not leave the box.
 enum class WalkLeave { Tab, Return, OtherBox, GraphMiddle, GraphLeft, GraphShift, MenuSeen, Export, Stay };
 inline constexpr int kWalkLeaves = 9;
 
@@ -60,21 +60,21 @@ inline constexpr std::array kWalkKindNames{"Type",        "DigitBar",   "Wheel",
                                            "View",        "TestButton", "SweepButton", "F5",         "Vector",
                                            "Import",      "Export",     "Aux",         "Pot",        "Speed",
                                            "Preferences", "Time",       "TabKey",      "IntoBox",    "Reopen"};
-// How often each comes, in the same order.
+// The relative frequency of each kind, in the same order.
 inline constexpr std::array kWalkWeights{22, 6, 3, 4, 9, 4, 4, 2, 4, 7, 5, 7, 4, 3, 8, 4, 2, 3, 2, 2, 1, 12, 3, 3, 0};
 
-// One step, drawn without a look at the window, so that any part of a walk can be walked again.
+// A step, chosen without regard to the window, so that any part of a walk can be repeated.
 struct WalkStep
 {
     WalkKind kind = WalkKind::Time;
     int a = 0; // meaning by kind
     int b = 0;
     int c = 0;
-    QString text;                                            // to be typed
-    double value = std::numeric_limits<double>::quiet_NaN(); // what it means; not a number where it means nothing
+    QString text;                                            // the text to type
+    double value = std::numeric_limits<double>::quiet_NaN(); // the value of the text; NaN if it is not a number
     bool huge = false;                                       // a number beyond every range
 
-    int number = 0; // in the walk
+    int number = 0; // index in the walk
 
     WalkBox box() const { return static_cast<WalkBox>(a); }
     WalkLeave leave() const { return static_cast<WalkLeave>(b); }
@@ -123,7 +123,7 @@ public:
         step.c = m_random.bounded(1 << 16);
         if (step.kind == WalkKind::Type) {
             step.a %= static_cast<int>(kWalkBoxes.size());
-            // Half of all entries are simply taken.
+            // Half of all entries end with Tab or Return.
             step.b = m_random.bounded(2) == 0 ? m_random.bounded(2) : m_random.bounded(kWalkLeaves);
             isFrequency(step.box()) ? frequency(step) : amplitude(step);
         }
@@ -151,7 +151,7 @@ private:
         }
         int hertz = 100'000 + m_random.bounded(60'000'000);
         if (form < 8)
-            hertz = 5'000'000 + m_random.bounded(1'000); // near each other
+            hertz = 5'000'000 + m_random.bounded(1'000); // close to each other
         if (form == 8)
             hertz = m_random.bounded(3) == 0 ? 0 : m_random.bounded(600);
         if (form == 9)
@@ -169,7 +169,7 @@ private:
             step.text = grouped;
         }
         if (form == 14) {
-            // The other separator groups the digits of a frequency.
+            // Append a fraction; the group separator would not start one.
             step.text += m_group == u'.' ? QStringLiteral(",4") : QStringLiteral(".4");
             step.value += 0.4;
         }

@@ -8,7 +8,7 @@
 
 namespace calvorn::test {
 
-// What the boards of the watched server (watched_server.cpp) have been made to do.
+// Reads the log of the boards in the watched server (watched_server.cpp).
 class Watched
 {
 public:
@@ -16,7 +16,7 @@ public:
 
     static QString program() { return QCoreApplication::applicationDirPath() + QStringLiteral("/watched_server"); }
 
-    // All events since the last forget(), or those of one kind: "Hz", "outputs", "pot" or "said".
+    // Returns the events since the last forget(), all or of one kind: "Hz", "outputs", "pot" or "said".
     QStringList events(const QString &kind = {}) const
     {
         QFile file(path());
@@ -28,7 +28,7 @@ public:
 
     void forget() const { QFile::remove(path()); }
 
-    // The frequency that the generator makes now, Hz.
+    // The current frequency of the generator, Hz.
     double last() const
     {
         const QStringList made = events(QStringLiteral("Hz"));

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// The acquisition server with its own drivers and simulated boards, which writes down what the boards are made to do,
-// one event a line, into the file that CALVORN_WATCHED names: each frequency of a generator, each byte latched into the
-// outputs, each position of the potentiometers, and each command on a serial line.
+// The acquisition server with the real drivers and simulated boards. Logs the actions of the boards, one event per
+// line, to the file named by CALVORN_WATCHED: each frequency of a generator, each byte latched into the outputs, each
+// position of the potentiometers, and each command on a serial line.
 #include "protocol/lpt_wiring.h"
 #include "server/boards/pic_board.h"
 #include "server/boards/pty_board.h"
@@ -30,7 +30,7 @@ namespace {
 
 constexpr int kVnaSweepBytes = 1600;
 
-// Appends one event to the record: "Hz 1000000.000000", "outputs 5 0", "pot 128 0" or "said A1000000".
+// Appends an event to the log: "Hz 1000000.000000", "outputs 5 0", "pot 128 0" or "said A1000000".
 void record(const QByteArray &event)
 {
     QFile file(qEnvironmentVariable("CALVORN_WATCHED"));
@@ -85,7 +85,7 @@ private:
     int m_stops = 0;
 };
 
-// What the host says is recorded line by line; "!" needs no end of a line.
+// Logs the host's commands line by line; "!" needs no end of line.
 template <typename Board>
 class ListeningBoard : public Board
 {
@@ -116,7 +116,7 @@ private:
     Watch m_watch;
 };
 
-// The board goes with its line.
+// Keeps the board as long as its line.
 struct WatchedLine
 {
     WatchedLine(std::unique_ptr<SerialBoard> made, const SimulatorSettings &settings, int sweepBytes)

@@ -9,7 +9,7 @@
 
 namespace calvorn::test {
 
-// Does something in the next modal dialog, once it is open, as a person would while its procedure waits.
+// Runs the action in the next modal dialog as soon as the dialog is open and active.
 inline void whileModal(const std::function<void(QWidget &dialog)> &action)
 {
     QTimer::singleShot(0, qApp, [action] {
@@ -17,14 +17,14 @@ inline void whileModal(const std::function<void(QWidget &dialog)> &action)
             qFatal("no dialog has opened");
         QWidget *dialog = QApplication::activeModalWidget();
         dialog->activateWindow();
-        // Shortcuts go to the active window alone.
+        // Only the active window receives shortcuts.
         if (!QTest::qWaitFor([dialog] { return dialog->isActiveWindow(); }))
             qFatal("the dialog never became active");
         action(*dialog);
     });
 }
 
-// A dialog that is closed with Escape, unread.
+// Closes the next dialog with Escape.
 inline void dismissNextDialog()
 {
     whileModal([](QWidget &dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });

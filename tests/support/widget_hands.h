@@ -8,7 +8,7 @@
 
 namespace calvorn::test {
 
-// Finds the controls below a window by their names, and does to them what a person would.
+// Finds the controls of a window by name and operates them like a person.
 class WidgetHands
 {
 public:
@@ -33,7 +33,7 @@ public:
     void click(const char *name) const
     {
         auto *button = find<QAbstractButton>(name);
-        // An option is hit at its mark; the middle of its row may lie beyond its text.
+        // Click the mark of an option: the middle of its row may be beyond its text.
         const QPoint at = button->isCheckable() ? QPoint(10, button->height() / 2) : button->rect().center();
         QTest::mouseClick(button, Qt::LeftButton, {}, at);
     }
