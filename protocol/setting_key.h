@@ -10,7 +10,7 @@
 
 namespace calvorn {
 
-// A key of the settings file and its default, which takes the place of a text that is missing or empty.
+// A key of the settings file and its default, used if the text is missing or empty.
 struct SettingKey
 {
     const char *section;
@@ -19,28 +19,28 @@ struct SettingKey
 
     constexpr SettingKey in(const char *otherSection) const { return {otherSection, name, fallback}; }
 
-    // The same place in the file.
+    // Compares the place in the file, not the default.
     constexpr bool operator==(const SettingKey &other) const
     {
         return std::string_view(section) == other.section && std::string_view(name) == other.name;
     }
 };
 
-// The text in the file; empty when it is missing. Neither of the two writes.
+// Return the text in the file; readText() returns an empty text for a missing key. Neither function writes.
 QString readText(const QString &path, const SettingKey &key);
 QString readTextOrDefault(const QString &path, const SettingKey &key);
 
-// The settings file itself, in the folder that core/settings_folder.h chooses.
+// The settings file itself, in the folder that core/program_folders.h chooses.
 inline constexpr const char *kSettingsFileName = "Calvorn.ini";
 
 inline constexpr const char *kConfigSection = "Config";
 inline constexpr const char *kCalvornSection = "Calvorn";
 
-// Keys of the program that the server reads, too. core/settings_table.h has all keys of the program.
+// Keys of the program that the server also reads. core/settings_table.h contains all keys of the program.
 inline constexpr SettingKey kDdsDevice{kConfigSection, "DDS Device", factsOf(kDefaultDdsChip).name};
 inline constexpr SettingKey kDdsMultiplier{kConfigSection, "DDS Multiplier", "1"};
 inline constexpr SettingKey kDdsXtalFreq{kConfigSection, "DDS Xtal freq", kDefaultXtalText}; // Hz
-// Microseconds that the PIC board lets the detector settle at each point; 0: as the board does by itself.
+// Time in microseconds that the PIC board lets the detector settle at each point; 0 selects the board's own default.
 inline constexpr SettingKey kPicSettling{"Serial Port", "Settling", "0"};
 inline constexpr SettingKey kAdcDevice{kConfigSection, "ADC Device", kAdc10Bit};
 inline constexpr SettingKey kAux1Value{kCalvornSection, "Aux_1", "0"}; // bit i is step i
