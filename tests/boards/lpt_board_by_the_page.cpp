@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 //
-// A PC parallel port with the measuring board behind it, for tests without hardware.
+// Simulates a PC parallel port with the measuring board, for tests without hardware.
 //
 // Preload this library (LD_PRELOAD). The program then finds port 0 at address 888 (0x378): /dev/parport0 answers the
-// ioctls of ppdev, and /proc/sys/dev/parport lists the port. The board sees nothing but the levels of the pins.
-// The converter samples a count that belongs to the tuning word in the generator, see Generator::count().
+// ioctls of ppdev, and /proc/sys/dev/parport lists the port. The board's only input is the levels of the pins.
+// The converter returns a count computed from the generator's tuning word, see Generator::count().
 //
-//   CALVORN_BOARD_LOG    file that gets one line for each event
-//   CALVORN_BOARD_FAULT  file with one word: busy, absent, gone, or hang and a number of milliseconds
+//   CALVORN_BOARD_LOG    log file, one line per event
+//   CALVORN_BOARD_FAULT  file that contains busy, absent, gone, or hang with a number of milliseconds
 
 #undef _FORTIFY_SOURCE
 #undef _FILE_OFFSET_BITS
@@ -46,7 +46,7 @@ namespace {
 
 using namespace lpt;
 
-// The function of libc behind one of ours.
+// The libc function that one of ours replaces.
 #define REAL(name)                                                                                                     \
     reinterpret_cast<decltype(&::name)>([] {                                                                           \
         static void *f = dlsym(RTLD_NEXT, #name);                                                                      \
@@ -55,10 +55,10 @@ using namespace lpt;
 
 constinit Port port;
 constinit FaultFile faults;
-constinit std::mutex portMutex; // all ioctls of all descriptors stand in one line, also behind one that blocks
+constinit std::mutex portMutex; // serializes the ioctls of all descriptors, even if one blocks
 
 // ---- Open descriptors
-// A session lives until its descriptor is closed and the last ioctl has come back.
+// A session ends when its descriptor is closed and the last ioctl has returned.
 struct Session
 {
     std::atomic<int> users{0};
@@ -95,7 +95,7 @@ Session *enter(int fd)
     return nullptr;
 }
 
-// Makes a descriptor of the port out of a real one.
+// Turns a real descriptor into one of the simulated port.
 int adopt(int fd)
 {
     for (size_t i = 0; fd >= 0 && i < std::size(sessions) && fd < static_cast<int>(std::size(table)); ++i) {
@@ -117,13 +117,13 @@ int adopt(int fd)
 int lookAtFault()
 {
     return faults.look([](Fault now) {
-        for (Session &s : sessions) // a descriptor that has lost its port does not find it again
+        for (Session &s : sessions) // a descriptor that has lost its port stays dead
             s.dead = s.dead || (now == Gone && s.registered);
     });
 }
 
 // ---- The ioctls: 0 or a negative error number
-// Signals come in only inside ppoll, so that none is missed between two looks.
+// Unblocks signals only inside ppoll, so that every signal interrupts the wait.
 int waitForPort(const Session &s)
 {
     const auto holds = [&](const Session &other) { return &other != &s && other.claimed; };
@@ -187,7 +187,7 @@ int access(bool dead, uint32_t request, uint8_t *bytes)
     return 0;
 }
 
-// The requests that take a whole number or more. The first ones need no claim.
+// Handles the requests with an int argument or larger. Those in the first switch need no claim.
 int setting(const Session &s, uint32_t request, int *number)
 {
     switch (request) {
@@ -211,7 +211,7 @@ int setting(const Session &s, uint32_t request, int *number)
         return -EINVAL;
     switch (request) {
     case PPNEGOT:
-        return *number == IEEE1284_MODE_COMPAT ? 0 : -EIO; // nobody answers on this cable
+        return *number == IEEE1284_MODE_COMPAT ? 0 : -EIO; // the board does not negotiate
     case PPCLRIRQ:
         *number = 0;
         return 0;
@@ -267,14 +267,14 @@ constinit Tree tree;
     tree.remove();
 }
 
-// The rest of the path behind the prefix, or null.
+// Returns the rest of the path after the prefix, or null if the path does not begin with the prefix.
 const char *behind(const char *path, const char *prefix)
 {
     const size_t length = strlen(prefix);
     return strncmp(path, prefix, length) == 0 && (!path[length] || path[length] == '/') ? path + length : nullptr;
 }
 
-// Where a path leads. An empty path does not exist.
+// Maps a path of the program to the real path. An empty path does not exist.
 struct Place
 {
     const char *path;
@@ -303,7 +303,7 @@ int openPath(int at, const char *path, int flags, mode_t mode = 0)
     return adopt(REAL(openat)(at, place, flags & ~(O_CREAT | O_EXCL | O_TRUNC)));
 }
 
-// A forked child has copies of the sessions. It may close them; the user that never leaves keeps them out of the log.
+// A forked child has copies of the sessions and may close them. The extra user keeps these closes out of the log.
 void inChild()
 {
     new (&portMutex) std::mutex;
@@ -322,7 +322,7 @@ void inChild()
 
 } // namespace
 
-// ---- What the program calls
+// ---- Functions that the program calls
 extern "C" {
 
 #define OPEN(declaration, at)                                                                                          \
@@ -355,7 +355,7 @@ int __openat64_2(int at, const char *path, int flags)
     return openPath(at, path, flags);
 }
 
-// The child of a vfork shares our memory: its close must not change anything here.
+// The child of a vfork shares our memory, so its close() must not change our state.
 int close(int fd)
 {
     Session *s = enter(fd);

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-// The measuring board of lpt_board_by_the_page: the chips behind the pins of the port, the log of what happens to them
-// and the file of faults. Nothing here calls a function that the library replaces.
+// The measuring board of lpt_board_by_the_page: the chips on the port's pins, the log and the file of faults.
+// Nothing here calls a function that the library replaces.
 
 #include <algorithm>
 #include <atomic>
@@ -35,7 +35,7 @@ inline int64_t milliseconds(clockid_t clock)
     return now.tv_sec * int64_t{1000} + now.tv_nsec / 1000000;
 }
 
-// Appends a line to the log. The file is opened for each line, so that nobody can close the descriptor under us.
+// Appends a line to the log. Opens the file for each line, because the program might close an open descriptor.
 [[gnu::format(printf, 1, 2)]] inline void report(const char *format, ...)
 {
     const char *file = getenv("CALVORN_BOARD_LOG");
@@ -67,7 +67,7 @@ enum Pin : unsigned {
     AuxLatch = 0x400,
 };
 
-// A data input counts as it was before a clock edge: a level that changes together with the edge comes too late.
+// A clock edge reads data inputs as they were before it: a level that changes together with the edge is too late.
 struct Edges
 {
     unsigned before, now;
@@ -75,7 +75,7 @@ struct Edges
     unsigned fell() const { return before & ~now; }
 };
 
-// AD9850, D0 and D1 high, D2..D6 low, D7 on the data line.
+// An AD9850 with D0 and D1 high, D2 to D6 low, and D7 on the data line.
 class Generator
 {
 public:
@@ -90,7 +90,7 @@ public:
         if (e.rose() & DdsUpdate)
             update();
         if (e.rose() & DdsClock) {
-            m_latched = true; // in parallel mode the byte x0000011, which is the code for serial mode
+            m_latched = true; // in parallel mode this latches x0000011, the code for serial mode
             if (m_serial) {
                 m_shift = (m_shift >> 1) | (uint64_t{(e.before & DdsData) != 0} << 39);
                 ++m_bits;
@@ -98,7 +98,7 @@ public:
         }
     }
 
-    // Ten bits that tell the words apart; 0 without a signal.
+    // Returns a 10-bit hash of the word, or 0 without a signal.
     uint32_t count() const { return m_silent ? 0 : static_cast<uint32_t>(uint64_t{m_word} * 2654435761u) >> 22; }
 
 private:
@@ -116,7 +116,7 @@ private:
         const int64_t now = milliseconds(CLOCK_MONOTONIC);
         m_word = static_cast<uint32_t>(m_shift);
         m_silent = control & 7;
-        if (control & 3) // the factory tests: no signal, and perhaps no chip any more
+        if (control & 3) // factory tests: no signal, and they may damage the chip
             report("test-code %02X", control);
         if (control & 4)
             report("power-down");
@@ -125,7 +125,7 @@ private:
         m_lastLoad = now;
     }
 
-    bool m_started = false; // nothing is known about the chip before the first reset
+    bool m_started = false; // the chip's state is unknown before the first reset
     bool m_silent = true, m_serial = false, m_latched = false;
     unsigned m_bits = 0;
     uint32_t m_word = 0;
@@ -133,7 +133,7 @@ private:
     int64_t m_lastLoad = 0;
 };
 
-// TLC1549. A frame shows what the frame before has sampled. The output is pulled up while the chip is not selected.
+// A TLC1549. A frame returns the sample of the previous frame. The output is pulled up while the chip is deselected.
 class Converter
 {
 public:
@@ -154,12 +154,12 @@ public:
     bool level() const { return m_level; }
 
 private:
-    uint32_t m_result = 0x3FF; // there was no conversion yet
+    uint32_t m_result = 0x3FF; // no conversion yet
     unsigned m_clocks = 10;
     bool m_level = true;
 };
 
-// DS1803, A2..A0 low, for writing only.
+// A DS1803 with A2 to A0 low; write-only.
 class Potentiometer
 {
 public:
@@ -176,7 +176,7 @@ public:
             m_bits = m_bits >= 9 ? 0 : m_bits;
         } else if ((e.now & Scl) && before != now) {
             finish();
-            m_listening = before; // the line fell: START, or it rose: STOP
+            m_listening = before; // a falling line is START, a rising line is STOP
             m_bits = 0;
         }
     }
@@ -205,14 +205,14 @@ private:
     uint8_t m_byte = 0, m_bytes[16] = {};
 };
 
-// The registers of the port, with the board on its pins.
+// The registers of the port and the board on its pins.
 class Port
 {
 public:
     uint8_t data() const { return m_input ? 0xFF : m_data; }
     uint8_t control() const { return m_control; }
 
-    // An open input reads high, and BUSY is inverted; the three lowest bits have no line and read 1.
+    // Open inputs read high, and BUSY is inverted. The three lowest bits have no line and read 1.
     uint8_t status() const
     {
         return static_cast<uint8_t>(PARPORT_STATUS_PAPEROUT | PARPORT_STATUS_ERROR | 0x07 |
@@ -234,7 +234,7 @@ public:
             m_converter.pins(e, m_generator);
         if (changed & (Scl | Sda))
             m_potentiometer.pins(e);
-        // Two 74HC595 in a row. If both clocks rise together, the latch takes what stood in the register before.
+        // Two cascaded 74HC595. If both clocks rise together, the latch takes the old contents of the register.
         if (e.rose() & AuxLatch)
             report("aux %02X %02X", m_aux & 0xFFu, m_aux >> 8 & 0xFFu);
         if (e.rose() & AuxClock)
@@ -246,7 +246,7 @@ public:
     void claimed() { set(m_data, PARPORT_CONTROL_INIT | PARPORT_CONTROL_SELECT, false); }
 
 private:
-    uint8_t m_data = 0x55; // whatever somebody has left there
+    uint8_t m_data = 0x55; // an arbitrary leftover
     uint8_t m_control = PARPORT_CONTROL_INIT | PARPORT_CONTROL_SELECT;
     bool m_input = false;
     unsigned m_pins = 0x755;
@@ -260,11 +260,11 @@ private:
 enum Fault { None, Busy, Absent, Gone, Hang };
 constexpr const char *faultNames[] = {"", "busy", "absent", "gone", "hang"};
 
-// The file with the fault of the day.
+// The file that contains the current fault.
 class FaultFile
 {
 public:
-    // Reads the file if the last look was some time ago, and hands a fault that it has read to seen().
+    // Reads the file at most every 5 ms, passes the fault to seen(), and returns the current fault.
     template <typename Seen>
     int look(const Seen &seen)
     {
@@ -281,7 +281,7 @@ public:
         return m_fault;
     }
 
-    // For how many milliseconds the port hangs, once.
+    // Returns for how many milliseconds the port hangs, and resets the number to 0.
     int takeHang() { return m_hang > 0 ? m_hang.exchange(0) : 0; }
 
     void inChild() { new (&m_mutex) std::mutex; }
@@ -312,7 +312,7 @@ private:
     std::mutex m_mutex;
     std::atomic<int> m_fault{None}, m_hang{0};
     int64_t m_lastLook = -1000;
-    int64_t m_hangSeen = 0; // tells one appearance of the file from the next
+    int64_t m_hangSeen = 0; // identifies the version of the file, so that each causes one hang
 };
 
 } // namespace lpt

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-// The directories and the file that stand for /proc/sys/dev/parport, with one port and with none. Nothing here calls a
-// function that the library replaces.
+// The directories and the file that replace /proc/sys/dev/parport, with one port and without a port. Nothing here calls
+// a function that the library replaces.
 
 #include <cerrno>
 #include <climits>
@@ -26,11 +26,11 @@ namespace lpt {
 constexpr const char *treeParts[] = {"", "/none", "/one", "/one/parport0", "/one/parport0/devices"};
 constexpr const char *addressPart = "/one/parport0/base-addr";
 
-// Each process that looks has a tree of its own, so that a parent can end before its child.
+// Each process creates a separate tree, so a parent may end before its child.
 class Tree
 {
 public:
-    // Where the tree stands; makes it if this process has none.
+    // Returns the root of the tree, which is created on first use in each process.
     const char *root()
     {
         const std::lock_guard lock(m_mutex);

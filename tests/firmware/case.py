@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""What the tests of the firmware share: a chip in its circuit, asked as a host would."""
+"""The base of the firmware tests: a chip in its circuit, and a host that sends commands to it."""
 
 import os
 import unittest
@@ -8,13 +8,13 @@ import chip
 import page
 
 ANSWER = 0.5  # s
-POWER_UP = 0.05  # s, more than the chip takes
-PAUSE = 0.001  # s, in which a board that has answered must be quiet
+POWER_UP = 0.05  # s, longer than the chip needs to start
+PAUSE = 0.001  # s, the board must be silent this long after an answer
 BREATH = 0.000_1  # s
 
 
 class Chip(chip.Chip):
-    """A chip that has started, with the ways of a host."""
+    """A chip that has started, with the operations of a host."""
 
     def __init__(self, crystal="20mhz", wiring="AD9850"):
         super().__init__(crystal)
@@ -23,7 +23,7 @@ class Chip(chip.Chip):
         self.wire(wiring)
 
     def wire(self, name):
-        """Sets the jumpers and switches the supply on; what is in the RAM then is up to chance."""
+        """Sets the jumpers and switches the supply on, with random RAM contents."""
         self.wiring = page.WIRINGS[name]
         self.ask(f"jumpers {int(self.wiring.j1)} {int(self.wiring.j2)}")
         self.power_up()
@@ -35,11 +35,11 @@ class Chip(chip.Chip):
         self.run(POWER_UP)
 
     def heard(self, first):
-        """The bytes since the given number."""
+        """Returns the bytes from the index `first` on."""
         return bytes(byte.value for byte in self.bytes(first))
 
     def answer(self, first, seconds=ANSWER):
-        """Waits for an answer up to its carriage return; empty if none comes in time."""
+        """Waits for an answer up to its carriage return and returns it, or the bytes so far on a timeout."""
         end = self.time() + self.cycles(seconds)
         count = first + 3
         while self.expect(count, max(1, end - self.time()) / self.hertz) >= count:
@@ -50,7 +50,7 @@ class Chip(chip.Chip):
         return self.heard(first)
 
     def tell(self, data):
-        """Sends bytes, one right after the other, and waits for what comes until the line is quiet again."""
+        """Sends bytes without gaps and returns everything the board sends until the line is silent again."""
         first = self.counts().bytes
         self.send(data)
         self.run(10 * len(data) / chip.BAUD)
@@ -62,26 +62,26 @@ class Chip(chip.Chip):
         return self.heard(first)
 
     def command(self, text):
-        """A command without its carriage return; the answer."""
+        """Sends a command, adding the carriage return, and returns the answer."""
         return self.tell(text.encode("latin-1") + b"\r")
 
     def silence(self, seconds):
-        """What comes although nothing was asked."""
+        """Waits and returns the bytes that the board sends unasked."""
         first = self.counts().bytes
         self.run(seconds)
         return self.heard(first)
 
     def word(self):
-        """Tuning word and control byte that the generator has."""
+        """Returns the generator's tuning word and control byte."""
         last = self.words(self.counts().words - 1)[0]
         return last.tuning, last.control
 
     def prepare(self, start, step):
-        """The answers to start, step and P."""
+        """Sends start, step and P, and returns their answers."""
         return self.command(f"B{start}") + self.command(f"D{step}") + self.command("P")
 
     def frames(self, count):
-        """Starts a sweep, takes so many whole frames, stops it: the stamped bytes of the frames."""
+        """Sweeps until `count` frames are complete and returns the frames as bytes with time stamps."""
         first = self.counts().bytes
         self.send(b"G\r")
         wanted = first + 3 + count * page.FRAME
@@ -95,7 +95,7 @@ class Chip(chip.Chip):
         return [data[at:at + page.FRAME] for at in range(3, len(data), page.FRAME)]
 
     def answer_of_abort(self, first):
-        """Waits until what has come since the given number ends as the answer to ! does."""
+        """Waits until the bytes from the index `first` on end with the answer to !."""
         end = self.time() + self.cycles(ANSWER)
         while True:
             count = self.counts().bytes
@@ -106,7 +106,7 @@ class Chip(chip.Chip):
             self.expect(count + 1, BREATH * 10)
 
     def stop(self):
-        """Sends one !; the bytes up to its answer, which must be the last."""
+        """Sends ! and returns the bytes up to its answer and any that follow."""
         first = self.counts().bytes
         self.send(b"!")
         self.answer_of_abort(first)
@@ -119,7 +119,7 @@ def bytes_of(frame):
 
 
 class FirmwareCase(unittest.TestCase):
-    """Tests that share a chip; each begins with a supply that is switched on."""
+    """Tests that share a chip; each test starts by switching the supply on."""
 
     crystal = "20mhz"
     wiring = "AD9850"
@@ -143,7 +143,7 @@ class FirmwareCase(unittest.TestCase):
         self.assertLess(self.c.slowest, ANSWER)
 
     def says(self, text, answer):
-        """The command has this answer, and nothing follows."""
+        """Checks that the board answers the command with `answer` and sends nothing more."""
         self.assertEqual(self.c.command(text), answer.encode("latin-1"), repr(text))
 
     def accepts(self, *texts):
@@ -161,7 +161,7 @@ class FirmwareCase(unittest.TestCase):
         self.assertEqual(self.c.word(), (0, page.POWER_DOWN | self.c.wiring.control))
 
     def sweeps(self, start, step, count=1):
-        """A sweep gives good frames of this plan, with the words of this plan; the frames."""
+        """Sweeps, checks the frames and the tuning words against the plan, and returns the frames."""
         words = self.c.counts().words
         frames = self.c.frames(count)
         for number, frame in enumerate(frames):
@@ -176,12 +176,12 @@ class FirmwareCase(unittest.TestCase):
         return frames
 
     def settling(self):
-        """The settling time that the board tells."""
+        """Returns the settling time that the board reports."""
         return int(self.c.command("?").split()[-1])
 
 
 def note(text):
-    """A measured value, for the log."""
+    """Prints a measured value, and appends it to the file CALVORN_NOTES if that is set."""
     path = os.environ.get("CALVORN_NOTES")
     print(f"-- {text}", flush=True)
     if path:

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Starts gpsim with a firmware and the bench around it, and speaks with the bench."""
+"""Starts gpsim with a firmware and the bench around it, and sends commands to the bench."""
 
 import collections
 import os
@@ -24,23 +24,23 @@ Stretches = collections.namedtuple("Stretches", "line watchdog deepest shallowes
 
 
 def firmware():
-    """The folder of the firmware to be tested."""
+    """Returns the folder of the firmware under test."""
     default = pathlib.Path(__file__).resolve().parents[2] / "build" / "release" / "firmware"
     return pathlib.Path(os.environ.get("CALVORN_FIRMWARE", default))
 
 
 def library():
-    """The bench that gpsim loads."""
+    """Returns the path of the bench library that gpsim loads."""
     default = pathlib.Path(__file__).resolve().parents[2] / "build" / "release" / "tests" / "firmware"
     return pathlib.Path(os.environ.get("CALVORN_BENCH", default)) / "libcalvorn_bench.so"
 
 
 class BenchError(Exception):
-    """The bench refused a command, or has gone."""
+    """The bench refused a command or has ended."""
 
 
 class Chip:
-    """A PIC 16F877 in its circuit. In virtual time it stands still but for run() and expect()."""
+    """A PIC 16F877 in its circuit. In virtual time it runs only during run() and expect()."""
 
     def __init__(self, crystal="20mhz", program=None):
         self.crystal = CRYSTALS[crystal]
@@ -89,11 +89,11 @@ class Chip:
         self.close()
 
     def said(self):
-        """What gpsim has written."""
+        """Returns the output of gpsim."""
         return (self.folder / "log").read_text(encoding="utf-8", errors="replace")
 
     def ask(self, command):
-        """One command to the bench; what stands behind the "ok"."""
+        """Sends one command to the bench and returns the text after "ok"."""
         self.socket.sendall(command.encode("ascii") + b"\n")
         while b"\n" not in self.pending:
             piece = self.socket.recv(1 << 20)
@@ -116,7 +116,7 @@ class Chip:
         self.ask(f"run {self.cycles(seconds)}")
 
     def expect(self, count, seconds):
-        """Runs until so many bytes have come since the start, at most so long; how many there are."""
+        """Runs until the chip has sent `count` bytes in total, or for `seconds`; returns the number of bytes."""
         return int(self.ask(f"expect {count} {self.cycles(seconds)}"))
 
     def items(self, command, kind):
@@ -142,7 +142,7 @@ class Chip:
         return Stretches(*map(int, self.ask("stretches").split()))
 
     def line(self, *items):
-        """Puts bytes, damaged bytes, levels and waits on the line to the chip; see bench/script.cpp."""
+        """Queues bytes, damaged bytes, levels and waits on the line to the chip; see bench/script.cpp."""
         self.ask("line " + " ".join(items))
 
     def send(self, data):

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""The real program, and in place of its board the simulated chip: in real time, behind a pseudo-terminal."""
+"""Runs the real program with the simulated chip as its board, in real time, behind a pseudo-terminal."""
 
 import os
 import pathlib
@@ -21,7 +21,7 @@ FRAME = 0.045  # s
 
 
 class LiveChip(chip.Chip):
-    """A chip that runs by the clock of the wall, at the end of a port."""
+    """A chip that runs in real time behind a port."""
 
     def __init__(self, link, crystal="20mhz"):
         super().__init__(crystal)
@@ -36,12 +36,12 @@ class LiveChip(chip.Chip):
         self.ask("unplug")
 
     def lag(self):
-        """The largest, in seconds; real time ends."""
+        """Ends real time and returns the largest lag, in seconds."""
         return float(self.ask("virtual"))
 
 
 class HostCase(unittest.TestCase):
-    """Each test has a chip and a program of its own."""
+    """Each test starts a separate chip and program."""
 
     crystal = "20mhz"
 
@@ -52,7 +52,7 @@ class HostCase(unittest.TestCase):
         self.addCleanup(self.chip.close)
 
     def begin(self, changes=None, plugged=True):
-        """Starts the program; the client."""
+        """Starts the program and returns a client connected to it."""
         if plugged:
             self.chip.plug()
         wanted = {("Serial Port", "CommPort"): PORT, ("Ports", f"COM{PORT}"): self.chip.link, **(changes or {})}
@@ -68,14 +68,14 @@ class HostCase(unittest.TestCase):
         self.assertEqual(self.c.errors(), [])
 
     def band(self, hertz, width, peak=900):
-        """A band-pass as device under test; its counts at a frequency."""
+        """Makes the device under test a band-pass and returns a function from frequency to expected counts."""
         clock = page.WIRINGS["AD9850"].clock
         centre, wide = page.tuning_word(hertz, clock), page.tuning_word(width, clock)
         self.chip.ask(f"device band {centre} {wide} {peak}")
         return lambda at: peak / (1 + (2 * (page.tuning_word(round(at), clock) - centre) / wide) ** 2) ** 0.5
 
     def stands(self, counts_at):
-        """The last sweep has the right count in each of its rows."""
+        """Checks the count in each row of the last sweep."""
         frequencies = self.c.numbers("CALC:FREQ?")
         counts = self.c.numbers("CALC:COUN?")
         self.assertEqual(len(frequencies), page.POINTS)
@@ -84,13 +84,13 @@ class HostCase(unittest.TestCase):
             self.assertAlmostEqual(count, counts_at(frequency), delta=1.01, msg=f"at {frequency} Hz")
 
     def sweep(self):
-        """One sweep that succeeds."""
+        """Runs one sweep and checks that it succeeds."""
         self.c.write("*CLS;INIT")
         self.assertEqual(self.c.ask("*OPC?"), "1")
         self.assertEqual(self.c.errors(), [])
 
     def fails(self, seconds=10):
-        """Waits for the end of a sweep that goes wrong; its errors."""
+        """Waits for the end of a failing sweep and returns its errors."""
         self.c.wait_for("STAT:OPER:COND?", lambda answer: int(answer) & 8 == 0, seconds)
         found = []
         while (error := self.c.error())[0]:

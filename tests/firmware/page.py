@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""What docs/hardware/pic-board.md says, as numbers: tuning words, frames, and a board that follows every rule of it."""
+"""The rules of docs/hardware/pic-board.md: tuning words, frames, and a model board that follows every rule."""
 
 import collections
 
@@ -27,12 +27,12 @@ def constant(clock):
 
 
 def tuning_word(hertz, clock):
-    """The word by the page's formula."""
+    """Returns the tuning word by the page's formula."""
     return (hertz * constant(clock) + (1 << 31)) >> 32
 
 
 def exact_word(hertz, clock):
-    """The nearest word to the frequency, without the page's constant."""
+    """Returns the tuning word nearest to the frequency, without using the page's constant."""
     return ((hertz << 33) // clock + 1) // 2
 
 
@@ -49,7 +49,7 @@ def plan_bytes(start, step):
 
 
 def samples_of(frame):
-    """The 400 samples of a frame."""
+    """Returns the 400 samples of a frame."""
     found = []
     for at in range(3, 503, 5):
         four = int.from_bytes(frame[at:at + 5], "big")
@@ -66,7 +66,7 @@ def can_be_swept(start, step, clock):
 
 
 class Board:
-    """Takes bytes and gives answers as the page has it. A sweep is only started and ended."""
+    """Takes bytes and returns the answers that the page prescribes. Sweeps start and end but send no frames."""
 
     def __init__(self, wiring):
         self.wiring = wiring
@@ -79,7 +79,7 @@ class Board:
         self.word = (0, POWER_DOWN | wiring.control)
 
     def take(self, byte, is_whole=True):
-        """The answer to one byte, mostly empty."""
+        """Returns the answer to one byte, usually empty."""
         if byte == ABORT and is_whole:
             self.line.clear()
             self.is_spoilt = self.is_sweeping = False

@@ -1,7 +1,7 @@
 ; SPDX-License-Identifier: MIT
-; A program for the bench itself: it lets a test move the generator's lines and see what the USART gives.
-; A byte of 80h or more goes to port D; W waits 15 ms and tells RCSTA; C converts and sends the result; R makes the
-; receiver ready again. Any other byte comes back, with RCSTA as it was before the byte was read.
+; A program that tests the bench itself: it lets a test drive the generator's lines and check the USART.
+; A byte of 80h or more goes to port D. W waits 15 ms and sends RCSTA. C converts and sends the result. R re-enables
+; the receiver. Any other byte is echoed, followed by the value that RCSTA had before the byte was read.
         list    p=16f877, r=dec
         include "p16f877.inc"
         __config _HS_OSC & _WDT_OFF & _PWRTE_ON & _BODEN_ON & _LVP_OFF & _CP_OFF
@@ -69,7 +69,7 @@ inner   decfsz  byte, f
         goto    outer
         movf    RCSTA, w
         call    send
-        bcf     RCSTA, CREN     ; two bytes wait all the same
+        bcf     RCSTA, CREN     ; clears OERR; two bytes stay in the buffer
         bsf     RCSTA, CREN
         goto    loop
 

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
-"""Runs tests of the firmware. Arguments are names of tests, as in test_words or test_words.Words.test_plans; without
-them all run."""
+"""Runs tests of the firmware. The arguments are names of tests, for example test_words or test_words.Words.test_plans;
+the default is all tests."""
 
 import pathlib
 import sys

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""The ! at every place where it may come: its answer is the last that the board sends, and then everything works."""
+"""Tests ! wherever it may occur: its answer is the last thing the board sends, and the board works afterwards."""
 
 import random
 
@@ -20,7 +20,7 @@ class Abort(case.FirmwareCase):
     def test_alone(self):
         for _ in range(5):
             self.assertEqual(self.c.tell(b"!"), b"!+\r")
-        # Each has its own answer; an answer takes three times as long as a !.
+        # Each ! has its own answer. An answer takes three times as long as a !.
         first = self.c.counts().bytes
         self.c.send(b"!!")
         self.c.run(QUIET)
@@ -30,7 +30,7 @@ class Abort(case.FirmwareCase):
         self.assertEqual(self.c.tell(b"!"), b"!+\r")
 
     def test_in_a_line(self):
-        """After each character of each command."""
+        """Sends ! after each character of each command."""
         self.prepare()
         for line in LINES:
             for length in range(len(line) + 1):
@@ -40,7 +40,7 @@ class Abort(case.FirmwareCase):
                 self.c.run(0.002 + QUIET / 10)
                 self.assertEqual(self.c.heard(first), b"!+\r", line[:length])
                 self.assertEqual(self.c.counts().words, words)
-                # What came before it is void: the carriage return ends an empty line.
+                # ! discards the characters before it, so the carriage return ends an empty line.
                 self.assertEqual(self.c.tell(b"\r"), b"")
         self.assertEqual(self.settling(), page.SETTLING)
         self.sweeps(START, STEP)
@@ -51,7 +51,7 @@ class Abort(case.FirmwareCase):
             self.assertEqual(self.c.tell(b"A7000000\r"), b"A+\r")
 
     def test_while_a_command_is_carried_out(self):
-        """At every tenth of a millisecond from the carriage return until long after the answer."""
+        """Sends ! in steps of 0.1 ms from the carriage return until long after the answer."""
         self.prepare()
         for line in ("A7000000", "A8000000", "B8980000", "D100", "P", "S50", "?", "*"):
             for delay in range(0, 30):
@@ -72,7 +72,7 @@ class Abort(case.FirmwareCase):
         self.assertLess(self.c.words()[-1].cycle, self.c.bytes(first)[-3].cycle)
         before = heard[:-3]
         if own != b"?":
-            # The whole answer, its beginning, or none of it.
+            # The complete answer, its beginning, or nothing.
             self.assertTrue((own + b"+\r").startswith(before), (line, delay, heard))
         else:
             self.assertTrue(before == b"" or before.startswith(b"?"), heard)
@@ -82,7 +82,7 @@ class Abort(case.FirmwareCase):
                                               for hertz in (7_000_000, 8_000_000)] + [(0, page.POWER_DOWN)])
 
     def test_ignored_in_a_sweep(self):
-        """All other bytes, with time between them, and what they leave behind."""
+        """Sends other bytes during a sweep, with pauses, and checks that they have no effect."""
         self.prepare()
         first = self.c.counts().bytes
         self.c.send(b"G\r")
@@ -104,7 +104,7 @@ class Abort(case.FirmwareCase):
 
 
 class AbortInAFrame(case.FirmwareCase):
-    """After each byte of a frame, at any part of a bit; the next G works each time."""
+    """Sends ! after each byte of a frame, at a random time within a bit; each time the next G works."""
 
     def test_after_each_byte(self):
         self.c.ask("device hash")
@@ -114,7 +114,7 @@ class AbortInAFrame(case.FirmwareCase):
         slowest = 0
         for count in range(page.FRAME + 3):
             first = self.c.counts().bytes
-            # Counted from the G itself: its answer is three bytes, too.
+            # The count starts at G, so it includes the three bytes of its answer.
             self.c.line("b47", "b0d", f"n{first + count}", f"h{chance.uniform(1, 450)}", "b21")
             slowest = max(slowest, self.check(first, count, whole))
         case.note(f"!: answered within {slowest * 1e3:.2f} ms of the byte before it")

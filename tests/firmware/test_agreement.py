@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""The chip and the simulated board of the acquisition server, asked the same."""
+"""Sends the same commands to the chip and to the simulated board of the acquisition server."""
 
 import os
 import pathlib
@@ -13,7 +13,7 @@ SEED = 1
 
 
 def record():
-    """What the simulated board answers: bytes sent, bytes answered, word or None."""
+    """Yields the simulated board's session: bytes sent, bytes answered, tuning word or None."""
     default = pathlib.Path(__file__).resolve().parents[2] / "build" / "release" / "tests" / "pic_session"
     program = os.environ.get("CALVORN_PIC_SESSION", default)
     text = subprocess.run([program, str(SEED), str(COMMANDS)], check=True, capture_output=True, text=True).stdout
@@ -25,7 +25,7 @@ def record():
 
 class Agreement(FirmwareCase):
     def sweep(self, answer):
-        """One whole frame, then the end."""
+        """Sweeps one complete frame and stops; returns whether the bytes equal `answer`."""
         first = self.c.counts().bytes
         self.c.send(b"G\r")
         self.c.expect(first + 3 + page.FRAME, 4.1)
@@ -33,7 +33,7 @@ class Agreement(FirmwareCase):
         return found + self.c.stop()[-3:] == answer
 
     def test_ten_thousand_commands(self):
-        """Byte for byte; only the name and the version in the answer to ? are each board's own."""
+        """Compares the answers byte for byte, except for the name and the version in the answer to ?."""
         self.c.ask("device hash")
         asked = swept = 0
         for number, (sent, answer, word) in enumerate(record(), 1):

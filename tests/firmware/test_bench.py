@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""The bench itself, with a small program in place of the firmware: it sees what is wrong."""
+"""Tests that the bench detects faults, with a small program instead of the firmware."""
 
 import pathlib
 import shutil
@@ -31,13 +31,13 @@ class Bench(unittest.TestCase):
         self.c.run(GO_ON)
 
     def lines(self, *levels):
-        """Port D takes these levels, one after the other."""
+        """Sets port D to these levels, one after the other."""
         for level in levels:
             self.c.send(bytes([0x80 | level]))
             self.c.run(0.0002)
 
     def enter(self):
-        """The serial mode."""
+        """Puts the generator into serial mode."""
         self.lines(RESET, 0, CLOCK, 0, UPDATE, 0)
 
     def shift(self, bits):
@@ -100,7 +100,7 @@ class Bench(unittest.TestCase):
     def test_edges_that_fall_together(self):
         self.enter()
         self.lines(DATA | CLOCK, CLOCK, 0, CLOCK, CLOCK | UPDATE, 0)
-        # gpsim lets the pins of one write change one after the other, W_CLK first.
+        # In gpsim the pins of one write change one after the other, W_CLK first.
         self.complains("D7 changes while W_CLK is high", "D7 changes while W_CLK is high",
                        "FQ_UD rises while W_CLK is high", "FQ_UD after 2 bits")
 
@@ -130,7 +130,7 @@ class Bench(unittest.TestCase):
             self.assertEqual(answer, bytes([0x90 | wanted[0], 0x41, 0x90 | wanted[0], 0x42, 0x90 | wanted[1]]))
 
     def test_overruns(self):
-        """Two bytes wait, the third is lost, and none comes until the receiver is made ready again."""
+        """Two bytes wait, the third is lost, and no more arrive until the receiver is enabled again."""
         self.c.line("b57")
         self.c.run(0.0005)
         answer = self.told("b41", "b42", "b44", "b45", "b46", seconds=0.1)
@@ -145,7 +145,7 @@ class Bench(unittest.TestCase):
         self.assertEqual(self.told("l10", "h500", "b41"), bytes([0x41, 0x90]))
 
     def test_transmitter(self):
-        """A byte is sent in ten bits of 44 cycles."""
+        """A byte takes ten bits of 44 cycles."""
         self.told("b41", "b42")
         cycles = [byte.cycle for byte in self.c.bytes()]
         self.assertEqual(cycles[1] - cycles[0], 440)

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Every command, every refusal, and what the board remembers."""
+"""Tests every command, every refusal, and the state that the board keeps."""
 
 import random
 
@@ -8,13 +8,13 @@ import page
 
 MHZ7 = 7_000_000
 COMMANDS = "?ABDPSG*"
-# Beyond 32 bits, and above the clock by much or only by what is beyond.
+# Numbers above the clock. Some exceed 32 bits, and some of these are below the clock when truncated to 32 bits.
 HUGE = (1 << 32, (1 << 32) + MHZ7, (1 << 33) + 1, (1 << 36) + MHZ7, 4_294_967_295, 99_999_999_999, 68_719_476_736,
         (1 << 31) + MHZ7, (1 << 31), 99_999_999, 10_000_000_000)
 
 
 class Answers(case.FirmwareCase):
-    """What is taken and what is refused."""
+    """Checks which lines the board accepts and which it refuses."""
 
     def test_who_is_there(self):
         for name, wiring in page.WIRINGS.items():
@@ -71,7 +71,7 @@ class Answers(case.FirmwareCase):
         self.assertEqual(self.settling(), 50)
 
     def test_lines_of_any_length(self):
-        # A count of eight bits that goes round must not make a good line of a long one.
+        # An 8-bit length counter that wraps must not turn a long line into a valid one.
         for length in (14, 20, 50, 100, 127, 128, 129, 254, 255, 256, 257, 258, 263, 264, 265, 268, 269, 300, 520):
             with self.subTest(length):
                 self.refuses("A" + "8000000".rjust(length - 1, "0"), "P" + "x" * (length - 1), "z" * length)
@@ -112,7 +112,7 @@ class Answers(case.FirmwareCase):
 
     def limits_of_plans(self, clock):
         widest = (clock - 1) // 399
-        wrapped = round((1 << 32) / 399)  # 399 steps end near where they began, counted in 32 bits
+        wrapped = round((1 << 32) / 399)  # in 32-bit arithmetic, 399 such steps wrap back to the start
         for start, step in ((0, widest), (clock - 1, -widest), (clock - 1, 0), (0, 0), (clock - 1 - 399, 1), (399, -1),
                             (399 * 1_000, -1_000), (clock - 1 - 399_000, 1_000), (399 * 65_536, -65_536)):
             self.assertEqual(self.c.prepare(start, step), b"B+\rD+\rP+\r", (start, step))
@@ -131,7 +131,7 @@ class Answers(case.FirmwareCase):
         self.sweeps(8_980_000, 100)
 
     def test_random_lines(self):
-        """A board of the page's rules says the same."""
+        """Compares the answers to random lines with those of the model board."""
         chance = random.Random(7)
         reference = page.Board(self.c.wiring)
         version = self.c.command("?").split()[1].decode("ascii")
@@ -158,7 +158,7 @@ class Answers(case.FirmwareCase):
 
 
 class Memory(case.FirmwareCase):
-    """The table of what the board remembers."""
+    """Checks the page's table of the state that the board keeps."""
 
     def prepared(self):
         self.accepts("A7000000")
@@ -166,7 +166,7 @@ class Memory(case.FirmwareCase):
         self.accepts("S60")
 
     def keeps(self, hertz=MHZ7, start=8_980_000, step=100, prepared=True, settling=60):
-        """What the board has, read from its words and frames."""
+        """Checks the board's state by its tuning words and frames."""
         if hertz is None:
             self.is_off()
         else:
@@ -242,7 +242,7 @@ class Memory(case.FirmwareCase):
         self.prepared()
         self.assertEqual(self.c.tell(b"!"), b"!+\r")
         self.keeps()
-        # The frequency that a sweep had last stays.
+        # The generator stays on the last frequency of the sweep.
         last = self.c.words()[-1]
         self.c.run(0.1)
         self.assertEqual(self.c.words()[-1], last)

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Frames: their bytes, which sample belongs to which frequency, and when it was taken."""
+"""Tests the bytes of frames, the order of the samples, and the time of each conversion."""
 
 import math
 
@@ -13,12 +13,12 @@ MULTIPLIER = 2_654_435_761
 FOSC_32 = 0x80  # in ADCON0
 REFERENCE_ON_AN3 = {1, 3, 5, 10}  # PCFG, with AN0 analogue
 ACQUISITION = 20e-6  # s
-PER_POINT = 60e-6  # s that a point may take beside its settling time
+PER_POINT = 60e-6  # s that a point may take in addition to its settling time
 SMALLEST_FRAME = page.FRAME * 10 / 113_636  # s
 
 
 def hashed(word):
-    """The counts that the bench gives for a word."""
+    """Returns the counts of the bench's model "hash" for a word."""
     return (word * MULTIPLIER & 0xFFFFFFFF) >> 22
 
 
@@ -54,7 +54,7 @@ class Frames(case.FirmwareCase):
                 self.assertAlmostEqual(sample, 1023 * index / 399, delta=1.1)
 
     def test_every_count(self):
-        """A step per point that goes through all 1024 counts, packed and unpacked."""
+        """Checks that counts with every kind of bit pattern survive the packing of samples."""
         self.prepare(0, 0)
         for count in (0, 1, 2, 0x155, 0x2AA, 511, 512, 513, 1022, 1023):
             self.c.ask(f"device constant {count}")
@@ -62,7 +62,7 @@ class Frames(case.FirmwareCase):
             self.assertEqual(page.samples_of(case.bytes_of(frame)), [count] * page.POINTS)
 
     def test_sync_bytes_among_the_samples(self):
-        # Ten bits 1010010101 10.. make A5 and the beginning of 5A.
+        # The ten bits of 662, 1010010110, begin with A5.
         self.c.ask("device constant 662")
         self.prepare()
         frame = case.bytes_of(self.sweeps(START, STEP, 2)[1])
@@ -91,7 +91,7 @@ class Frames(case.FirmwareCase):
                 self.assertLess(gap, 1)
 
     def conversions(self, first):
-        """Seconds from FQ_UD to the start of each conversion, and the conversions."""
+        """Returns the seconds from FQ_UD to the start of each conversion, and the conversions."""
         words = self.c.words()
         found = self.c.conversions(first)
         return [(item.cycle - words[item.word - 1].cycle) / self.c.hertz for item in found], found
@@ -113,14 +113,14 @@ class Frames(case.FirmwareCase):
             self.assertGreaterEqual(len(delays), 10)
             self.assertGreaterEqual(min(delays) * 1e6, microseconds)
             shortest[microseconds] = min(delays) * 1e6
-            # One conversion for each word, none left out.
+            # There is one conversion for each word.
             self.assertEqual([item.word for item in found], list(range(found[0].word, found[0].word + len(found))))
             self.assertGreater(self.c.counts().bytes, count)
         case.note(f"{self.crystal}: settling asked and shortest, us: " +
                   ", ".join(f"{asked} {found:.1f}" for asked, found in shortest.items()))
 
     def test_a_frame_takes_no_longer_than_told(self):
-        """400 times the settling time and 60 us, or what the line takes."""
+        """The limit is 400 times the settling time plus 60 us, or the time of the line if that is longer."""
         for microseconds in (20, 50, 51, 60, 100, 500, 10_000):
             self.accepts(f"S{microseconds}")
             self.prepare()
@@ -132,7 +132,7 @@ class Frames(case.FirmwareCase):
             self.assertGreater(took, page.POINTS * microseconds * 1e-6 * 0.98)
 
     def test_a_slow_detector(self):
-        """With the settling time its samples come near to the level, and with too little they do not."""
+        """With a sufficient settling time the samples reach the level, and with a short one they do not."""
         words = self.words(START, STEP)
         self.c.ask("device hash")
         self.c.ask(f"settle {self.c.cycles(40e-6)}")
@@ -147,7 +147,7 @@ class Frames(case.FirmwareCase):
         self.assertLess(worst[50], 1023 * math.exp(-50 / 40) + 2)
 
     def test_converter(self):
-        """Channel 0 at Fosc/32, right-justified, reference at AN3; never begun before it is ready."""
+        """Channel 0 at Fosc/32, right-justified, reference at AN3, and no conversion before the acquisition ends."""
         for microseconds in (20, 50, 300):
             self.accepts(f"S{microseconds}")
             self.prepare()
@@ -178,10 +178,10 @@ class Frames(case.FirmwareCase):
 
 class ManyFrames(case.FirmwareCase):
     def test_numbers_from_255_to_0(self):
-        """The CRC holds in each of 259 frames."""
+        """Checks numbers and CRCs of 259 frames."""
         self.assertEqual(self.c.prepare(START, STEP), b"B+\rD+\rP+\r")
         self.sweeps(START, STEP, 259)
-        # A new G begins at 0.
+        # After a new G the numbers start at 0.
         self.sweeps(START, STEP)
 
 

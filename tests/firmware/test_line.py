@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""A line that loses and damages bytes: no wrong frequency is ever taken, and one ! sets everything right."""
+"""Tests a line that loses and damages bytes: the board never accepts a wrong frequency, and one ! frees the line."""
 
 import random
 
@@ -7,7 +7,7 @@ import case
 import chip
 import page
 
-QUIET = 0.02  # s, long after any answer
+QUIET = 0.02  # s, much longer than any answer takes
 START = 8_980_000
 STEP = 100
 LINES = ("A7000000", "B1234567", "D-100", "P", "S70", "?", "*", "z")
@@ -24,7 +24,7 @@ class Damage(case.FirmwareCase):
         self.assertEqual(self.c.prepare(START, STEP), b"B+\rD+\rP+\r")
 
     def put(self, *what, seconds=QUIET):
-        """Puts this on the line, and gives what comes until long after it."""
+        """Puts items on the line, waits and returns the bytes that the board sends."""
         first = self.c.counts().bytes
         self.c.line(*what)
         self.c.run(seconds + 12 * len(what) / chip.BAUD)
@@ -37,11 +37,11 @@ class Damage(case.FirmwareCase):
         self.accepts("A9000000")
 
     def lives(self):
-        """One ! frees the line, whatever was on it."""
+        """Checks that one ! frees the line."""
         self.assertEqual(self.c.tell(b"!"), b"!+\r")
 
     def test_a_byte_without_a_stop_bit(self):
-        """At each place of each command: nothing is done and nothing said; the next line is taken."""
+        """Damages each byte of each command: the board ignores the line, sends nothing, and accepts the next line."""
         for line in LINES:
             data = line.encode("ascii") + b"\r"
             for at in range(len(line)):
@@ -90,7 +90,7 @@ class Damage(case.FirmwareCase):
         self.lives()
 
     def test_damage_in_a_sweep(self):
-        """It is ignored as every other byte, and so is a damaged !."""
+        """During a sweep the board ignores damaged bytes, including a damaged !."""
         first = self.c.counts().bytes
         self.c.send(b"G\r")
         self.c.line("h5000", "f21", "h5000", "f0d", "h5000", "f41", "h5000", "l20000", "h5000", "l600", "h5000", "f21")
@@ -113,7 +113,7 @@ class Damage(case.FirmwareCase):
         self.unchanged()
 
     def test_overrun_at_each_place(self):
-        """The receiver has lost a byte and takes no other until the board lets it."""
+        """The receiver loses a byte and receives no more until the board re-enables it."""
         for line in LINES:
             data = line.encode("ascii") + b"\r"
             for at in range(1, len(data)):
@@ -124,7 +124,7 @@ class Damage(case.FirmwareCase):
         self.unchanged()
 
     def test_overrun_without_a_pause(self):
-        """Where the board makes the receiver ready again in the middle of a byte, it may hear anything."""
+        """If the board re-enables the receiver in the middle of a byte, the receiver may read anything."""
         for line in LINES:
             data = line.encode("ascii") + b"\r"
             for at in range(1, len(data)):
@@ -154,7 +154,7 @@ class Damage(case.FirmwareCase):
         self.unchanged()
 
     def test_a_host_that_does_not_wait(self):
-        """Lines without a pause, while the board is busy: it may lose some, but takes none that was not sent."""
+        """Sends lines without pauses to a busy board, which may lose some, but must not accept a line never sent."""
         chance = random.Random(11)
         for _ in range(40):
             lines = [chance.choice(("P", "B8980000", "D100", "?", f"A{chance.randrange(1_000_000, 9_999_999)}", "S50",
@@ -175,7 +175,7 @@ class Damage(case.FirmwareCase):
         self.sweeps(START, STEP)
 
     def test_noise(self):
-        """Levels of any length: nothing that they spell is a command, and one ! ends it."""
+        """Sends levels of random lengths: the board accepts no command, and one ! frees the line."""
         chance = random.Random(5)
         for _ in range(60):
             self.put(*(f"{'lh'[at % 2]}{chance.choice((3, 20, 40, 90, 200, 450, 900)) * chance.random():.1f}"
@@ -185,7 +185,7 @@ class Damage(case.FirmwareCase):
         self.unchanged()
 
     def test_damaged_lines_at_random(self):
-        """A board of the page's rules says the same, byte by byte."""
+        """Compares the answers to randomly damaged lines with those of the model board."""
         chance = random.Random(17)
         reference = page.Board(self.c.wiring)
         version = self.c.command("?").split()[1]

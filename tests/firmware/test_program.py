@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""The program sweeps with the simulated chip: through calvorn-sweep, or through the window (CALVORN_TARGET)."""
+"""Sweeps with the simulated chip through calvorn-sweep or through the window, as CALVORN_TARGET says."""
 
 import re
 
@@ -34,7 +34,7 @@ class Sweeps(host.HostCase):
         self.assertGreater(frequencies[0], frequencies[-1])
 
     def test_many_sweeps(self):
-        """200 in a row: each frame of the board is one sweep of the program."""
+        """Takes 200 sweeps in a row: each frame of the board becomes one sweep of the program."""
         self.begin()
         counts_at = self.band(RESONANCE, WIDTH)
         self.span(START, STOP)
@@ -48,12 +48,12 @@ class Sweeps(host.HostCase):
         self.stands(counts_at)
         self.assertEqual(self.c.errors(), [])
         self.assertEqual(self.chip.faults(), [])
-        # The last frame has no successor; another may have begun before the ! came.
+        # The last frame has no successor, and another may have started before the ! arrived.
         self.assertLessEqual(sent - shown, 3)
         print(f"-- {shown} sweeps of {sent} frames, lag {self.chip.lag() * 1e3:.1f} ms", flush=True)
 
     def test_device_that_changes(self):
-        """Each sweep shows what is there now."""
+        """Each sweep shows the current device."""
         self.begin()
         self.span(START, STOP)
         for hertz in (6_700_000, 7_000_000, 7_500_000):
@@ -63,7 +63,7 @@ class Sweeps(host.HostCase):
 
 
 class Faults(host.HostCase):
-    """The port and the board go away and come back: docs/hardware/errors.md."""
+    """The port or the board fails and returns; see docs/hardware/errors.md."""
 
     def start(self):
         self.begin()
@@ -74,7 +74,7 @@ class Faults(host.HostCase):
         self.c.wait_for("SWE:COUN?", lambda answer: int(answer) >= 3)
 
     def ends_with(self, sentence):
-        """The sweep ends. The window has the sentence in its log alone, which no client sees."""
+        """Waits for the end of the sweep and checks the error. The window shows it only in its log, not to clients."""
         found = self.fails()
         if host.harness.target() == "tool":
             self.assertTrue(any(re.search(sentence, text) for _, text in found), found)
@@ -121,7 +121,7 @@ class Faults(host.HostCase):
             self.stands(counts_at)
 
     def test_damaged_frames_are_never_shown(self):
-        """A bit of every 1,500th byte is turned, so of each third frame: the others come, and all are right."""
+        """Flips a bit in every 1,500th byte, so in about every third frame: only the good frames are shown."""
         self.start()
         self.chip.ask("damage 1500")
         shown = int(self.c.ask("SWE:COUN?"))
@@ -138,7 +138,7 @@ class Faults(host.HostCase):
 
 
 class Absent(host.HostCase):
-    """For calvorn-sweep: the window asks in a box first."""
+    """Only for calvorn-sweep, because the window asks in a message box first."""
 
     def test_not_there_at_the_start(self):
         self.begin(plugged=False)
@@ -157,7 +157,7 @@ class SweepsOfTheOtherCrystal(Sweeps):
 
 class Identity(host.HostCase):
     def test_board_is_asked_once(self):
-        """! first, then ?; the answer is that of the chip."""
+        """The program sends ! and then ? once, and the chip answers both."""
         self.begin()
         self.span(START, STOP)
         self.sweep()

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Resets of every kind, the watchdog, the pins, and what the program takes of the chip."""
+"""Tests all kinds of reset, the watchdog, the pins, and the firmware's use of stack and memory."""
 
 import random
 
@@ -9,17 +9,17 @@ import page
 
 KINDS = ("power", "mclr", "watchdog", "brownout")
 SILENCE = 0.3  # s
-RESTART = 1.0  # s within which a board that restarts must answer
+RESTART = 1.0  # s, a restarting board must answer within this time
 START = 8_980_000
 STEP = 100
-SHORTEST_WATCHDOG = 7e-3  # s without a prescaler, the shortest that the data sheet of the chip allows
+SHORTEST_WATCHDOG = 7e-3  # s, the minimum in the chip's data sheet, without prescaler
 PLACES_OF_STACK = 8
 GOTO = 0x2800
 OPTION = 0x81
 CONFIGURATION = 0x2007
 PROGRAM_WORDS = 8192
 
-# Pins that are open, and what each of them may be.
+# Pin numbers: unconnected pins, the jumpers, the programmer, and the generator.
 OPEN = (3, 4, 6, 7, 8, 9, 10, 15, 16, 17, 18, 23, 24, 27, 28, 29, 30, 35, 36, 37, 38)
 JUMPERS = (33, 34)
 PROGRAMMER = (39, 40)
@@ -39,7 +39,7 @@ class Resets(case.FirmwareCase):
         return (self.c.words(words)[0].cycle - began) / self.c.hertz
 
     def is_new(self):
-        """Nothing is remembered."""
+        """Checks that the board has its power-up state."""
         self.assertEqual(self.c.tell(b"!"), b"!+\r")
         self.refuses("G")
         self.assertEqual(self.settling(), page.SETTLING)
@@ -60,7 +60,7 @@ class Resets(case.FirmwareCase):
         case.note(f"{self.crystal}: off {slowest * 1e3:.2f} ms after a reset")
 
     def test_in_a_sweep(self):
-        """At any time, so in the middle of a word and of a byte, too."""
+        """Resets the chip at random times, also in the middle of a word or a byte."""
         chance = random.Random(23)
         for number in range(24):
             kind = KINDS[number % len(KINDS)]
@@ -68,7 +68,7 @@ class Resets(case.FirmwareCase):
                 self.assertEqual(self.c.prepare(START, STEP), b"B+\rD+\rP+\r")
                 self.c.send(b"G\r")
                 self.c.run(0.002 + chance.random() * 0.005)
-                # What is cut off on its way may look like anything.
+                # The reset may cut off a byte, so bytes up to here are ignored.
                 self.c.ask(f"reset {kind}")
                 self.c.run(0.002)
                 self.bytes_before = self.c.counts().bytes
@@ -93,7 +93,7 @@ class Resets(case.FirmwareCase):
                 self.has_frequency(5_000_000)
 
     def test_generator_in_an_unknown_state(self):
-        """And a memory full of anything: the supply was short."""
+        """A short supply failure leaves generator and RAM in an undefined state."""
         for seed in range(2, 12):
             self.c.power_up(seed)
             self.is_off()
@@ -102,7 +102,7 @@ class Resets(case.FirmwareCase):
             self.has_frequency(7_000_000)
 
     def test_answers_soon(self):
-        """The host that has opened the port sends ! at once, and again after 0.5 s."""
+        """A host that opens the port sends ! at once, and again after 0.5 s without an answer."""
         for delay in (0.0005, 0.005, 0.05, 0.5):
             first = self.c.counts().bytes
             self.c.ask("reset mclr")
@@ -126,7 +126,7 @@ class Resets(case.FirmwareCase):
         self.assertIn(b"AD9851 180000000", self.c.command("?"))
 
     def test_pins(self):
-        """Open pins are outputs at 0, or inputs with their pull-up."""
+        """Unconnected pins are outputs at 0, or inputs with pull-up."""
         for moment in ("idle", "sweep"):
             if moment == "sweep":
                 self.accepts("P")
@@ -150,15 +150,15 @@ class ResetsOfTheOtherCrystal(Resets):
 
 
 class Program(case.FirmwareCase):
-    """Watchdog, stack, memory and configuration."""
+    """Tests the watchdog and the stack."""
 
     def prescaler(self):
-        """Of the watchdog."""
+        """Returns the prescaler of the watchdog."""
         option = int(self.c.ask(f"register {OPTION}"))
         return 1 << (option & 7) if option & 8 else 1
 
     def hang(self):
-        """Puts an endless loop where the program is, until the next reset; the place."""
+        """Puts an endless loop at the program counter until the next reset and returns its address."""
         for attempt in range(100):
             self.c.ask(f"run {1 + 37 * attempt}")
             place = int(self.c.ask("pc"))
@@ -172,7 +172,7 @@ class Program(case.FirmwareCase):
         raise AssertionError("the program cannot be stopped")
 
     def test_watchdog_bites(self):
-        """A program that hangs, wherever it is: the chip starts again, off and silent."""
+        """A firmware that hangs anywhere is restarted by the watchdog, with the generator off and the line silent."""
         for sweeping in (False, True, False, True):
             self.accepts("A7000000")
             self.assertEqual(self.c.prepare(START, STEP), b"B+\rD+\rP+\r")
@@ -193,7 +193,7 @@ class Program(case.FirmwareCase):
             self.refuses("G")
 
     def test_longest_stretch_and_stack(self):
-        """The program looks at the line and clears the watchdog often enough, whatever it does."""
+        """The firmware checks the line and clears the watchdog often enough, whatever it does."""
         self.c.stretches()
         self.c.run(1)
         idle = self.c.stretches()
@@ -217,10 +217,10 @@ class Program(case.FirmwareCase):
 
 
 class Image(case.unittest.TestCase):
-    """The .hex files."""
+    """Tests the .hex files."""
 
     def words(self, crystal):
-        """Address and content of each word."""
+        """Returns the words by their addresses."""
         found = {}
         base = 0
         for line in (chip.firmware() / f"{chip.PROCESSOR}-{crystal}.hex").read_text("ascii").split():

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""The words that the generator gets: single frequencies and the 400 points of 23 plans."""
+"""Tests the generator's tuning words: single frequencies and the 400 points of 23 plans."""
 
 import case
 import page
@@ -9,10 +9,10 @@ EDGES = (0, 1, 2, 3, 999, 1_000, 65_535, 65_536, 65_537, 7_000_000, 8_980_000, 9
 
 
 class Words(case.FirmwareCase):
-    """Both crystals and all four positions of the jumpers."""
+    """Covers all four jumper settings, and both crystals through a subclass."""
 
     def exact(self, hertz, word):
-        """At most one unit from the exact word."""
+        """Checks that the word is at most one unit from the exact one."""
         clock = self.c.wiring.clock
         self.assertLessEqual(abs(word - page.exact_word(hertz, clock)), 1, hertz)
 
@@ -38,7 +38,7 @@ class Words(case.FirmwareCase):
         self.assertEqual(self.c.word(), (0x147AE148, 0))
 
     def plans(self, clock):
-        """Start and step: rising, falling, standing still, and both ends at the limits."""
+        """Returns pairs of start and step: rising, falling, constant, and with both ends at the limits."""
         widest = (clock - 1) // (page.POINTS - 1)
         top = clock - 1
         return ((0, widest), (top, -widest), (top - 399 * widest, widest), (399 * widest, -widest), (top, 0), (0, 0),

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Tests the MiniVNA driver with bad lines and bad boards: the driver drops every sweep with detectable damage, continues
-// sweeping if possible, otherwise ends with one aComplete, and survives the loss of the port.
+// Tests the MiniVNA driver with bad lines and bad boards: the driver drops every sweep with detectable damage,
+// continues sweeping if possible, otherwise ends with one aComplete, and survives the loss of the port.
 #include "tests/server/vna_bench.h"
 
 #include <QElapsedTimer>

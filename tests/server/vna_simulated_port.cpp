@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Tests COM100 of the MiniVNA as a whole: driver, serial port, pseudo-terminal and simulated instrument, with the faults
-// that can be set in [Simulator].
+// Tests COM100 of the MiniVNA as a whole: driver, serial port, pseudo-terminal and simulated instrument, with the
+// faults that can be set in [Simulator].
 #include "server/drivers/serial_opener.h"
 #include "server/drivers/vna_driver.h"
 #include "server/links/byte_link.h"

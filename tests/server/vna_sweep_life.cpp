@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Tests how MiniVNA sweeps start and end: each sends one aComplete, and the driver sends no command while a reply is due.
+// Tests how MiniVNA sweeps start and end: each sends one aComplete, and the driver sends no command while a reply is
+// due.
 #include "tests/server/vna_bench.h"
 
 #include <QElapsedTimer>

@@ -28,12 +28,12 @@ constexpr unsigned int Adcon0 = 0x1F;
 constexpr unsigned int Adcon1 = 0x9F;
 constexpr unsigned int Go = 4;
 constexpr unsigned int ClearWatchdog = 0x0064; // opcode
-constexpr unsigned int PowerDown = 4;          // in W0
+constexpr unsigned int PowerDown = 4;          // bit of W0
 
 constexpr double ReferenceVolts = 2.5;
 constexpr double Open = 1e9; // ohms
 
-// The general purpose registers; the last 16 of each bank are the same memory.
+// The general purpose registers. All banks share their last 16 registers.
 constexpr std::array<std::pair<unsigned int, unsigned int>, 4> Ram{
     {{0x20, 0x7F}, {0xA0, 0xEF}, {0x110, 0x16F}, {0x190, 0x1EF}}};
 
@@ -41,7 +41,7 @@ void connect(Processor &chip, int pin, stimulus *other, const std::string &name)
 {
     IOPIN *own = chip.get_pin(static_cast<unsigned int>(pin));
     if (!own->snode) {
-        auto *node = new Stimulus_Node(("node_" + name).c_str()); // lives as long as the simulator
+        auto *node = new Stimulus_Node(("node_" + name).c_str()); // never deleted: exists until gpsim ends
         node->attach_stimulus(own);
     }
     own->snode->attach_stimulus(other);
@@ -105,7 +105,7 @@ Circuit::Circuit(pic_processor &itsChip)
     : chip(itsChip)
     , usart(itsChip)
 {
-    // A reset shall not stop the simulator.
+    // Keeps the simulator running after a reset.
     chip.setBreakOnReset(false);
     wire();
     spy();
@@ -146,14 +146,14 @@ void Circuit::spy()
     spies_.back()->written = [this](unsigned int before, unsigned int after) { convert(before, after); };
     spies_.push_back(std::make_unique<RegisterSpy>(&chip, PortD));
     spies_.back()->wasReset = [this] { wasReset(); };
-    stack_ = new StackSpy(&chip); // in place of the chip's own, which nobody needs any more
+    stack_ = new StackSpy(&chip); // replaces the chip's own stack
     chip.stack = stack_;
 }
 
 void Circuit::wasReset()
 {
     resetCycle_ = now();
-    // gpsim forgets that a reset ends an interrupt, too, and would never begin another.
+    // gpsim does not end the interrupt on a reset and would never start another one.
     dynamic_cast<_14bit_processor &>(chip).intcon->in_interrupt = false;
     for (const auto &[address, opcode] : atReset_)
         chip.pma->put_opcode(address, opcode);
@@ -184,7 +184,7 @@ void Circuit::setJumpers(bool isJ1Closed, bool isJ2Closed)
     generator.setTestBits(isJ1Closed ? 2 : 3);
 }
 
-// gpsim has no pin for MCLR on this chip; the reset that the pin makes is there, without a length.
+// gpsim has no MCLR pin on this chip, so an MCLR reset has no duration.
 void Circuit::reset(RESET_TYPE kind)
 {
     usart.looks.restart();
@@ -202,7 +202,8 @@ void Circuit::fillRam(std::uint32_t seed)
             chip.registers[address]->put_value(random() & 0xFF);
 }
 
-// With a reset the chip lets go of its pins; gpsim sets the port first, and then its direction.
+// A reset makes the chip release its pins, but gpsim first changes the port and then its direction. Level changes in
+// the cycle of a reset are therefore not edges.
 void Circuit::setLine(Generator::Line line, bool level)
 {
     if (now() == resetCycle_)
@@ -222,7 +223,7 @@ void Circuit::showWord()
         device.setWord(generator.words().back().tuning, now());
 }
 
-// The converter's capacitor keeps the voltage that it has when GO is set.
+// The converter's capacitor holds the voltage of the cycle in which GO is set.
 void Circuit::convert(unsigned int before, unsigned int after)
 {
     if (!(after & Go) || before & Go)
@@ -231,7 +232,7 @@ void Circuit::convert(unsigned int before, unsigned int after)
     detector_->setVolts(device.counts(now()) / Device::FullScale * ReferenceVolts);
 }
 
-// Direction, level and voltage of each pin, as o1:5.0.
+// Returns direction, level, voltage and resistance of each pin, for example o1:5:250.
 std::string Circuit::pinStates()
 {
     std::ostringstream text;

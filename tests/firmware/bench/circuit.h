@@ -20,7 +20,7 @@
 
 namespace bench {
 
-// A voltage with an inner resistance, on a node of its own with a pin of the chip.
+// A voltage source with an internal resistance, connected to a pin of the chip.
 class Source : public stimulus
 {
 public:
@@ -33,7 +33,7 @@ private:
     double ohms_;
 };
 
-// Hears a pin of the chip.
+// Reports the level of a pin of the chip.
 class Probe : public IOPIN
 {
 public:
@@ -51,7 +51,7 @@ class Circuit
 public:
     struct Conversion
     {
-        std::uint64_t cycle = 0; // at which GO was set
+        std::uint64_t cycle = 0; // in which GO was set
         unsigned int adcon0 = 0;
         unsigned int adcon1 = 0;
         std::size_t word = 0; // words latched so far
@@ -66,13 +66,13 @@ public:
     Sender sender;
     Usart usart;
     std::vector<Conversion> conversions;
-    std::vector<Generator::Fault> faults; // of the program, beside those that the generator noticed
+    std::vector<Generator::Fault> faults; // faults of the firmware that the generator cannot detect
     Stretch clearsWatchdog;
 
     void setJumpers(bool isJ1Closed, bool isJ2Closed);
     void reset(RESET_TYPE kind);
     void fillRam(std::uint32_t seed);
-    unsigned int poke(unsigned int address, unsigned int opcode, bool isUntilReset); // the former opcode
+    unsigned int poke(unsigned int address, unsigned int opcode, bool isUntilReset); // returns the previous opcode
     const StackSpy &stack() const { return *stack_; }
     std::string pinStates();
 
@@ -89,10 +89,10 @@ private:
     std::vector<std::unique_ptr<Probe>> probes_;
     std::vector<std::unique_ptr<Source>> pulls_;
     std::vector<std::unique_ptr<RegisterSpy>> spies_;
-    StackSpy *stack_ = nullptr; // belongs to the chip
+    StackSpy *stack_ = nullptr; // owned by the chip
     std::unique_ptr<TriggerObject> watchdogEvent_;
     std::size_t shownWords_ = 0;
-    std::vector<std::pair<unsigned int, unsigned int>> atReset_; // addresses and their former opcodes
+    std::vector<std::pair<unsigned int, unsigned int>> atReset_; // addresses and opcodes to restore at a reset
     std::uint64_t resetCycle_ = std::numeric_limits<std::uint64_t>::max();
 };
 

@@ -32,7 +32,7 @@ void Device::setWord(std::optional<std::uint32_t> word, std::uint64_t cycle)
 double Device::counts(std::uint64_t cycle) const
 {
     const auto passed = static_cast<double>(cycle - since_);
-    if (model_ == "clock") // rises in time: counts at first, cycles for each further one, period in cycles
+    if (model_ == "clock") // rises with time; numbers: initial counts, cycles per count, period in cycles
         return std::min(FullScale, numbers_[0] + std::floor(std::fmod(passed, numbers_[2]) / numbers_[1]));
     if (timeConstant_ <= 0)
         return target();
@@ -50,7 +50,7 @@ double Device::target() const
         return *word_ * Multiplier >> 22;
     if (model_ == "ramp")
         return std::clamp((word - numbers_[0]) / (numbers_[1] - numbers_[0]), 0.0, 1.0) * FullScale;
-    const double offset = 2 * (word - numbers_[0]) / numbers_[1]; // band: centre, width, peak
+    const double offset = 2 * (word - numbers_[0]) / numbers_[1]; // model "band"; numbers: centre, width, peak
     return numbers_[2] / std::sqrt(1 + offset * offset);
 }
 

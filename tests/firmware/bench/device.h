@@ -8,19 +8,19 @@
 
 namespace bench {
 
-// What is being measured, and its detector: counts of the converter for the word that the generator has.
+// The device under test with its detector: returns the counts of the converter for the generator's tuning word.
 class Device
 {
 public:
     static constexpr double FullScale = 1023;
 
-    // The name of the model and its numbers; false if there is no such model.
+    // Selects a model and its parameters. Returns false if the name or the number of parameters is wrong.
     bool choose(const std::string &model, const std::vector<double> &numbers);
 
-    // The detector follows a new level with this time constant.
+    // Sets the detector's time constant; 0 means that it follows at once.
     void setTimeConstant(double cycles) { timeConstant_ = cycles; }
 
-    // The generator has another word, or none when it is off.
+    // Reports the generator's new word, or nullopt when it is off.
     void setWord(std::optional<std::uint32_t> word, std::uint64_t cycle);
 
     double counts(std::uint64_t cycle) const;
@@ -33,7 +33,7 @@ private:
     double timeConstant_ = 0;
     std::optional<std::uint32_t> word_;
     std::uint64_t since_ = 0;
-    double before_ = 0; // counts when the word came
+    double before_ = 0; // counts when the word changed
 };
 
 } // namespace bench

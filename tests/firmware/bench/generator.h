@@ -7,8 +7,8 @@
 
 namespace bench {
 
-// An AD9850 or AD9851 whose D0 and D1 are wired to + and D2 to ground, so that it can enter the serial mode.
-// It takes edges with the cycle at which they come, and notes everything that a real chip would not forgive.
+// An AD9850 or AD9851 with D0 and D1 wired to + and D2 to ground, so that it can enter serial mode.
+// It receives each edge with its cycle and records everything that a real chip would not tolerate.
 class Generator
 {
 public:
@@ -27,15 +27,15 @@ public:
         std::string what;
     };
 
-    // An AD9850 must never see the two lowest bits of W0, an AD9851 never the second.
+    // Sets the bits of W0 that must be 0: the two lowest for an AD9850, the second for an AD9851.
     void setTestBits(std::uint8_t mask) { testBits_ = mask; }
 
     void set(Line line, bool level, std::uint64_t cycle);
 
-    // A line that is no longer driven.
+    // Changes the level of a line that is no longer driven, without an edge.
     void release(Line line, bool level) { levelOf(line) = level; }
 
-    // What a supply that comes and goes, or a floating wire, may do: the chip is in no known mode.
+    // Puts the chip into an unknown mode, as a supply failure or a floating wire may do.
     void disturb();
 
     const std::vector<Word> &words() const { return words_; }
@@ -60,7 +60,7 @@ private:
     bool reset_ = false;
     std::uint64_t dataChanged_ = 0;
     std::uint64_t resetRose_ = 0;
-    std::uint64_t bits_ = 0; // the newest at the top
+    std::uint64_t bits_ = 0; // the newest is the highest bit
     unsigned clocks_ = 0;    // since the last FQ_UD
     std::uint64_t resets_ = 0;
     std::vector<Word> words_;

@@ -115,7 +115,7 @@ void Sender::callback()
     next();
 }
 
-// Goes on until something has to be waited for.
+// Executes items until one has to wait.
 void Sender::next()
 {
     while (!items_.empty()) {

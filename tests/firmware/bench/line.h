@@ -11,20 +11,20 @@
 
 namespace bench {
 
-// Hears the bits of RC6 and makes bytes of them.
+// Assembles bytes from the bits on RC6.
 class Receiver : public TriggerObject
 {
 public:
     struct Byte
     {
-        std::uint64_t began = 0; // the cycle at which the start bit falls
+        std::uint64_t began = 0; // the cycle of the falling edge of the start bit
         std::uint8_t value = 0;
         bool isFramed = true; // the stop bit was high
     };
 
     void setBit(double cycles) { bit_ = cycles; }
     void set(bool level);
-    void forget(); // the byte that is coming in
+    void forget(); // discards the byte being received
     void callback() override;
 
     std::function<void()> received; // called after each byte
@@ -44,7 +44,7 @@ private:
     bool level_ = true;
     bool isBusy_ = false;
     std::uint64_t began_ = 0;
-    std::uint64_t due_ = 0;   // a call at another cycle is of a byte that was given up
+    std::uint64_t due_ = 0;   // callback() in any other cycle belongs to a discarded byte
     std::vector<Edge> edges_; // since the start bit
     std::vector<Byte> bytes_;
 };
@@ -58,8 +58,8 @@ public:
         enum class Kind { Level, UntilCycle, UntilBytes, Overrun };
         Kind kind = Kind::Level;
         bool level = true;
-        double cycles = 0;        // of a level
-        std::uint64_t target = 0; // cycle, or bytes received
+        double cycles = 0;        // duration of a level
+        std::uint64_t target = 0; // a cycle or a number of received bytes
     };
 
     void setBit(double cycles) { bit_ = cycles; }
@@ -67,14 +67,14 @@ public:
     void sendLevel(bool level, double cycles);
     void waitForCycle(std::uint64_t cycle);
     void waitForBytes(std::uint64_t count);
-    void sendOverrun(); // a byte that the chip loses because two are waiting
+    void sendOverrun(); // acts like a byte that the chip loses because two are waiting
     bool isIdle() const { return items_.empty() && !isArmed_; }
 
-    // The receiver has taken so many bytes.
+    // Reports how many bytes the receiver has received.
     void countReceived(std::uint64_t count);
     void callback() override;
 
-    std::function<void(bool)> drive; // the level of the line
+    std::function<void(bool)> drive; // sets the level of the line
     std::function<void()> overrun;
 
 private:
@@ -83,7 +83,7 @@ private:
     void arm();
 
     double bit_ = 1;
-    double time_ = 0; // when the level that is driven ends
+    double time_ = 0; // end of the current level, in cycles
     bool isArmed_ = false;
     std::uint64_t received_ = 0;
     std::deque<Item> items_;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 
-// The library that gpsim loads: "module library", then "module load bench bench". The processor and its program must
-// have been loaded before. The number of the socket with the script stands in CALVORN_BENCH_SOCKET.
+// The entry point of the library, which gpsim loads with "module library" and "module load bench bench" after the
+// processor and its program. CALVORN_BENCH_SOCKET is the file descriptor of the socket for script commands.
 
 #include <array>
 #include <cstdlib>

@@ -16,14 +16,14 @@ namespace {
 
 constexpr std::uint64_t Never = std::numeric_limits<std::uint64_t>::max();
 constexpr double SlicesPerSecond = 5000;
-constexpr std::chrono::milliseconds Hopeless{50}; // a lag that is not made up for
+constexpr std::chrono::milliseconds Hopeless{50}; // after a longer lag the clock is adjusted
 
 std::uint64_t now()
 {
     return get_cycles().get();
 }
 
-// The items from the given number on.
+// Lists the items from the index in `words` on.
 template <typename List, typename Show>
 std::string listFrom(std::istringstream &words, const List &list, Show show)
 {
@@ -67,7 +67,7 @@ void Script::addMotion()
         return "ok";
     };
     commands_["damage"] = [this](auto &words) {
-        words >> damageEvery_; // bytes on their way to the program; 0: none
+        words >> damageEvery_; // damages every n-th byte to the program; 0: none
         return "ok";
     };
     commands_["realtime"] = [this](auto &) {
@@ -85,7 +85,7 @@ void Script::addMotion()
 void Script::addCircuit()
 {
     commands_["baud"] = [this](auto &words) {
-        double cycles = 0; // of a bit
+        double cycles = 0; // per bit
         words >> cycles;
         circuit_.receiver.setBit(cycles);
         circuit_.sender.setBit(cycles);
@@ -180,7 +180,7 @@ std::string Script::stretches()
     return text.str();
 }
 
-// The empty answer stands for one that comes later.
+// Returns an empty string: stop() sends the answer later.
 std::string Script::startRun(std::istringstream &words)
 {
     std::uint64_t cycles = 0;
@@ -202,8 +202,9 @@ std::string Script::startExpecting(std::istringstream &words)
     return {};
 }
 
-// b41 a byte, f41 a byte whose stop bit is low, o a byte that is lost in an overrun, l100 and h100 a level for so many
-// cycles, @100 wait for this cycle, n3 wait for the third byte of the chip.
+// Queues items for the line to the chip. b41: the byte 41; f41: the byte 41 with a low stop bit; o: a byte lost in an
+// overrun; l100 and h100: a low or high level for 100 cycles; @100: wait for cycle 100; n3: wait for the chip's third
+// byte.
 std::string Script::sendLine(std::istringstream &words)
 {
     for (std::string word; words >> word;) {
@@ -233,7 +234,7 @@ std::string Script::sendLine(std::istringstream &words)
     return "ok";
 }
 
-// Another instruction at an address, for good or until the next reset; tells the former one.
+// Replaces the instruction at an address, permanently or until the next reset, and returns the previous one.
 std::string Script::poke(std::istringstream &words)
 {
     unsigned int address = 0;
@@ -270,7 +271,7 @@ void Script::received()
 void Script::callback()
 {
     if (now() != deadline_)
-        return; // of a command that has had its answer
+        return; // the deadline of a command that has already been answered
     if (isRealTime_)
         realTimeSlice();
     else if (isMoving_)
@@ -286,7 +287,7 @@ void Script::stop()
     serve();
 }
 
-// Carries out commands until one lets time pass.
+// Executes commands until one lets time pass.
 void Script::serve()
 {
     std::string line;
@@ -317,7 +318,7 @@ void Script::realTimeSlice()
         serve();
 }
 
-// Waits for a line in virtual time; in real time false when there is none.
+// In virtual time, waits for a line. In real time, returns false if there is none.
 bool Script::takeLine(std::string &line)
 {
     std::size_t end = input_.find('\n');

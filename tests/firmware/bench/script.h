@@ -15,9 +15,9 @@
 
 namespace bench {
 
-// Takes commands from the other end of a socket, a line each, and answers each with a line: "ok" and what was asked
-// for, or "error". In virtual time the simulator stands still until a command lets it run; in real time it runs by the
-// clock of the wall, and the serial line is a pseudo-terminal.
+// Executes commands from a socket. Each command is a line and is answered with a line: "ok" and the result, or "error".
+// In virtual time the simulator runs only when a command lets it. In real time it follows the wall clock, and the
+// serial line is a pseudo-terminal.
 class Script : public TriggerObject
 {
 public:
@@ -52,7 +52,7 @@ private:
     int socket_;
     std::string input_;
     std::map<std::string, Command> commands_;
-    bool isMoving_ = false; // a command waits for its answer
+    bool isMoving_ = false; // time passes, and a command waits for its answer
     std::uint64_t wantedBytes_ = 0;
     std::uint64_t deadline_ = 0;
 

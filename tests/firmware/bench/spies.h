@@ -9,24 +9,24 @@
 
 namespace bench {
 
-// Stands in the place of a register of the chip, passes every access on, and tells of it.
+// Replaces a register of the chip, forwards every access to it, and reports the access.
 class RegisterSpy : public Register
 {
 public:
     RegisterSpy(Processor *chip, unsigned int place);
 
     std::function<void(unsigned int before, unsigned int after)> written; // after the register has the value
-    std::function<void(unsigned int)> replaces; // takes what is written in place of the register
+    std::function<void(unsigned int)> replaces; // receives written values instead of the register
     std::function<void()> aboutToRead;
     std::function<void()> wasReset;
-    std::function<unsigned int(unsigned int)> readAs; // what the program sees in place of the value
-    std::function<unsigned int()> takes;              // the same, when reading it has consequences
+    std::function<unsigned int(unsigned int)> readAs; // returns the value that the firmware reads
+    std::function<unsigned int()> takes;              // the same, for a read with side effects
 
     Register *spied() { return spied_; }
 
     unsigned int get() override;
     void put(unsigned int content) override;
-    unsigned int get_value() override; // BCF and BSF read in this way
+    unsigned int get_value() override; // called by BCF and BSF
     void put_value(unsigned int content) override { spied_->put_value(content); }
     RegisterValue getRV() override;
     void putRV(RegisterValue content) override;
@@ -42,7 +42,7 @@ private:
     Register *spied_;
 };
 
-// The chip's stack of eight places, with a mark at the deepest that was in use.
+// The chip's stack of eight levels, which records the deepest and the shallowest level in use.
 class StackSpy : public Stack
 {
 public:
@@ -78,7 +78,7 @@ private:
     int shallowest_ = 0;
 };
 
-// The longest time between two events.
+// Measures the longest time between two events, in cycles.
 class Stretch
 {
 public:

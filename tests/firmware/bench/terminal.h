@@ -7,7 +7,7 @@
 
 namespace bench {
 
-// A pseudo-terminal with a symbolic link to it; the program under test opens the link as a serial port.
+// A pseudo-terminal and a symbolic link to it, which the program under test opens as a serial port.
 class Terminal
 {
 public:
@@ -21,11 +21,11 @@ public:
     bool isPlugged() const { return master_ >= 0; }
 
     std::vector<std::uint8_t> read() const;
-    void write(std::uint8_t byte) const; // lost if nobody reads
+    void write(std::uint8_t byte) const; // the byte is lost if nobody reads
 
 private:
     int master_ = -1;
-    int slave_ = -1; // keeps the terminal alive while the program has it closed
+    int slave_ = -1; // keeps the terminal open while the program has not opened it
     std::string link_;
 };
 

@@ -119,7 +119,7 @@ void Usart::load(std::uint8_t value)
     flags_.clear_txif();
     if (isSending_ || !canSend())
         return;
-    // The clock of the bits runs on while nothing is sent.
+    // The bit clock keeps running while nothing is sent.
     begin(now() + bitCycles() - (now() - bitClock_) % bitCycles());
 }
 
@@ -139,7 +139,7 @@ void Usart::callAt(std::uint64_t cycle)
     get_cycles().set_break(cycle, this);
 }
 
-// A bit begins.
+// Starts the next bit.
 void Usart::callback()
 {
     if (!isSending_ || now() != due_)

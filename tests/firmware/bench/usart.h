@@ -13,21 +13,20 @@
 
 namespace bench {
 
-// The chip's USART, in place of gpsim's, which never gets to know that there is one. There FERR belongs to no byte, the
-// second of two waiting bytes reads as the first, bytes come in after an overrun, and after some resets nothing is ever
-// sent. It has no interrupts.
+// Replaces gpsim's USART, which has these faults: it never sets FERR, returns the second of two waiting bytes first,
+// receives after an overrun, sends nothing after some resets, and has no interrupts.
 class Usart : public TriggerObject
 {
 public:
     explicit Usart(Processor &chip);
 
-    void set(bool level); // of RC7
+    void set(bool level); // the level of RC7
     void callback() override;
     void overrun();
 
-    std::function<void(bool)> drive;          // the level of RC6
-    std::function<void(const char *)> failed; // something is done to it that cannot be meant
-    Stretch looks;                            // reads of RCSTA, where OERR shows
+    std::function<void(bool)> drive;          // sets the level of RC6
+    std::function<void(const char *)> failed; // reports misuse by the firmware
+    Stretch looks;                            // reads of RCSTA, which contains OERR
     std::uint64_t overruns() const { return overruns_; }
 
 private:
@@ -52,24 +51,24 @@ private:
     void startAnew();
     void stopSending();
 
-    PIR &flags_; // RCIF and TXIF, and their interrupts
+    PIR &flags_; // RCIF, TXIF and their interrupts
     unsigned int rcsta_ = 0;
     unsigned int txsta_ = 0;
     unsigned int spbrg_ = 0;
 
     Receiver receiver_;
     std::deque<Waiting> fifo_;
-    std::uint8_t last_ = 0; // what an empty RCREG still shows
+    std::uint8_t last_ = 0; // an empty RCREG still returns this byte
     bool isOverrun_ = false;
     std::uint64_t overruns_ = 0;
 
     std::uint8_t waiting_ = 0; // in TXREG
     bool isWaiting_ = false;
-    unsigned int shifted_ = 0; // the bits still to be sent
+    unsigned int shifted_ = 0; // bits left to send
     int bitsLeft_ = 0;
     bool isSending_ = false;
-    std::uint64_t bitClock_ = 0; // a cycle at which a bit may begin
-    std::uint64_t due_ = 0;      // the next bit; a call at another cycle is of a byte that was given up
+    std::uint64_t bitClock_ = 0; // a cycle in which a bit may start
+    std::uint64_t due_ = 0;      // cycle of the next bit; callback() in any other cycle belongs to a discarded byte
 
     std::unique_ptr<RegisterSpy> rcstaSpy_, txreg_, rcreg_, txstaSpy_, spbrgSpy_;
 };
