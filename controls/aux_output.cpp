@@ -106,16 +106,16 @@ void AuxOutput::setUpSteps(const Profile &profile)
     showTotal();
 }
 
-// "caption;weight", or one text that is both.
+// text: "caption;weight", or one text that is both.
 void AuxOutput::setUpStep(int index, const QString &text)
 {
     const qsizetype separator = text.indexOf(u';');
     const QString weight = separator < 0 ? text : text.sliced(separator + 1);
     Step &step = m_steps[static_cast<std::size_t>(index)];
     QString caption = separator < 0 ? text : text.first(separator);
-    // A step without a label is not wired.
+    // A step without a caption is not wired.
     step.box->setEnabled(!caption.trimmed().isEmpty());
-    // A caption has no mnemonics.
+    // Escape "&": a mnemonic would bypass the event filter and toggle the box.
     step.box->setText(caption.replace(u'&', QStringLiteral("&&")));
     const NumberText numbers;
     step.weight = 0;
@@ -139,7 +139,7 @@ void AuxOutput::setUpPotentiometer()
     m_potentiometerValue->setText(NumberText::fromInteger(m_configuration.pot2));
 }
 
-// The mouse-down of any button drives the boxes, not the click: the box never sees the mouse.
+// The press of any mouse button advances a step, and the box itself never receives mouse events.
 bool AuxOutput::eventFilter(QObject *watched, QEvent *event)
 {
     const bool pressed = event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick;
@@ -149,7 +149,7 @@ bool AuxOutput::eventFilter(QObject *watched, QEvent *event)
     return pressed || event->type() == QEvent::MouseButtonRelease || QGroupBox::eventFilter(watched, event);
 }
 
-// A key or a screen reader has changed the box: it goes on as after a mouse-down, from where it stood.
+// A key or a screen reader has changed the box: undo that and advance from the previous state, as after a mouse press.
 void AuxOutput::boxChanged(int index)
 {
     const Step &step = m_steps[static_cast<std::size_t>(index)];
@@ -200,7 +200,7 @@ void AuxOutput::mouseDown(int index)
     Step &step = m_steps[static_cast<std::size_t>(index)];
     if (!step.box->isEnabled())
         return;
-    // Unchecked, grayed, checked, and round again; grayed is still off.
+    // Cycle through unchecked, grayed and checked; grayed still counts as off.
     step.state = step.state == Qt::Unchecked          ? Qt::PartiallyChecked
                  : step.state == Qt::PartiallyChecked ? Qt::Checked
                                                       : Qt::Unchecked;

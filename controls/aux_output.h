@@ -23,12 +23,12 @@ class AuxOutput : public QGroupBox
     Q_OBJECT
 
 public:
-    // number: 1 or 2. value: the record's field of this output; bit i is box i.
+    // number: 1 or 2. value: the configuration's field for this output; bit i belongs to box i.
     AuxOutput(std::int16_t number, std::int16_t &value, Configuration &configuration, AuxHardware hardware,
               ErrorBoundary &boundary, QWidget *parent = nullptr);
 
-    // The byte of the output, as if its boxes had been clicked; the position of the potentiometer. False: there is
-    // none.
+    // Set the byte of the output, as if its boxes had been clicked, or the position of the potentiometer. Return false
+    // if output or potentiometer is disabled, or if there is no hardware.
     bool setValue(std::uint8_t value);
     bool setPosition(std::uint8_t position);
 
@@ -43,7 +43,7 @@ private:
     {
         QCheckBox *box = nullptr;
         std::int16_t weight = 0;
-        Qt::CheckState state = Qt::Unchecked; // what the box shows, and the output has
+        Qt::CheckState state = Qt::Unchecked; // of the box and of the output
     };
 
     void buildPotentiometer();

@@ -27,7 +27,7 @@ DigitBars::DigitBars(const QString &namePrefix, QLineEdit &box, QWidget *parent)
         bar->setObjectName(QStringLiteral("%1_%2").arg(namePrefix).arg(digit));
         bar->setRange(kUp, kDown);
         bar->setValue(kRest);
-        bar->setTracking(false); // dragging the handle is one step, at its release
+        bar->setTracking(false); // dragging the handle counts as one step, on release
         bar->setFocusPolicy(Qt::NoFocus);
         bar->setToolTip(tr("Step this digit"));
         bar->setAccessibleName(tr("Digit %1").arg(digit + 1));
@@ -44,7 +44,7 @@ QFont DigitBars::fontOfDigits(QFont font)
         font.setPixelSize(size);
         return QFontMetricsF(font).horizontalAdvance(u'8');
     };
-    // Each size that is tried is a font that is loaded: the first one is right but for its rounding.
+    // Every size that is tried loads a font, so start with an estimate that is off by rounding only.
     const double perPixel = QFontMetricsF(font).horizontalAdvance(u'8') / QFontInfo(font).pixelSize();
     int size = std::max(1, static_cast<int>(kPitch / perPixel));
     while (size > 1 && widthAt(size) > kPitch)
@@ -71,7 +71,7 @@ void DigitBars::resizeEvent(QResizeEvent *event)
     place();
 }
 
-// In this widget, from the last digit of a text on the right to the first one on the left.
+// Returns the left edges of the digits of a text in this widget, from the last digit to the first.
 std::array<int, DigitBars::kDigits> DigitBars::leftEdgesIn(const QString &text) const
 {
     const QFontMetricsF metrics(m_box.font());
@@ -90,7 +90,7 @@ int DigitBars::digitWidth() const
     return qRound(QFontMetricsF(m_box.font()).horizontalAdvance(u'8'));
 }
 
-// Over the digits as the box shows them, separators included.
+// Places the bars over the digits as the box shows them, including separators.
 void DigitBars::place()
 {
     const std::array<int, kDigits> edges = leftEdgesIn(widestText());
@@ -98,7 +98,7 @@ void DigitBars::place()
         m_bars[digit]->setGeometry(edges[digit], 0, digitWidth() - 1, kBarHeight);
 }
 
-// While it is being edited a number has no separators.
+// Returns the digit at this x, or -1. A number has no separators while it is being edited.
 int DigitBars::digitAt(int xInBox) const
 {
     const QString text = m_box.text();
@@ -141,7 +141,7 @@ bool DigitBars::stepByKey(const QKeyEvent *key)
     };
     const auto digit = std::min<std::ptrdiff_t>(toTheRight(), kDigits - 1);
     m_bars[static_cast<std::size_t>(digit)]->setValue(up ? kUp : kDown);
-    // The separators may have come or gone; the caret stays at its digit.
+    // Separators may have appeared or disappeared; keep the caret at its digit.
     m_box.end(false);
     while (toTheRight() < digit && m_box.cursorPosition() > 0)
         m_box.cursorBackward(false);

@@ -9,9 +9,9 @@
 
 namespace calvorn {
 
-// Nine small scroll bars, one over each decimal digit of a right-aligned box; bar k steps the digit of 10^k Hz.
-// Each rests at kRest; the wheel over a bar, or over its digit in the box, is a step too, and so are the keys Up and
-// Down in the box, for the digit to the left of the caret.
+// Nine small scroll bars, one over each decimal digit of a right-aligned box; bar k steps the digit of 10^k Hz. Each
+// bar rests at kRest. The wheel over a bar or over its digit in the box steps the digit, too, and so do the keys Up and
+// Down in the box for the digit to the left of the caret.
 class DigitBars : public QWidget
 {
     Q_OBJECT
@@ -24,19 +24,19 @@ public:
 
     static constexpr int kBoxPadding = 5; // logical pixels that a line edit keeps free on either side of its text
 
-    // The font of the box: its digits are kPitch wide, so that a bar has room over each. In the usual fonts a separator
+    // Returns the font of the box, with digits kPitch wide so that a bar fits over each. In common fonts, a separator
     // is half as wide.
     static QFont fontOfDigits(QFont font);
     static constexpr int kPitch = 16; // logical pixels from digit to digit
 
-    // As many digits as there are bars, with their separators, as wide as they can be.
+    // The widest possible text: as many digits as there are bars, with separators.
     static QString widestText();
 
-    // namePrefix: "VScrollStart" makes "VScrollStart_0" (units) to "VScrollStart_8".
+    // namePrefix: "VScrollStart" names the bars "VScrollStart_0" (units) to "VScrollStart_8".
     DigitBars(const QString &namePrefix, QLineEdit &box, QWidget *parent = nullptr);
 
     int position(int digit) const { return m_bars[static_cast<std::size_t>(digit)]->value(); }
-    // Puts a bar back; this raises changed() again.
+    // Returns a bar to its rest position, which emits changed() again.
     void rest(int digit) { m_bars[static_cast<std::size_t>(digit)]->setValue(kRest); }
 
     QSize sizeHint() const override;

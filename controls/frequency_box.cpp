@@ -31,7 +31,7 @@ FrequencyBox::FrequencyBox(const char *suffix, const QString &title, const QStri
     m_text->setToolTip(toolTip);
     m_text->setAccessibleName(title);
     m_text->setFont(DigitBars::fontOfDigits(m_text->font()));
-    // Digits have no descenders: the box needs no more than they do.
+    // Digits have no descenders, so the box needs no height for them.
     m_text->setFixedHeight(m_text->fontMetrics().ascent() + kDigitMargins);
     m_text->setMinimumWidth(m_text->fontMetrics().horizontalAdvance(DigitBars::widestText()) +
                             2 * DigitBars::kBoxPadding);
@@ -67,7 +67,7 @@ void FrequencyBox::enter()
         m_text->setText(numbers.generalNumber(m_text->text()));
 }
 
-// The box shows the mask even while it still has the focus: it is being left.
+// Shows the masked number even while the box still has the focus, because the user is leaving it.
 void FrequencyBox::leave()
 {
     const NumberText numbers;
@@ -89,7 +89,7 @@ void FrequencyBox::leave()
 
 void FrequencyBox::stepDigit(int digit)
 {
-    // Putting the bar back raises the event again.
+    // Returning the bar to rest emits changed() again.
     if (m_scrollBusy)
         return;
     m_text->commit();

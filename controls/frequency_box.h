@@ -12,33 +12,34 @@
 
 namespace calvorn {
 
-// The entry of a frequency within the limits of the generator: a box with a bar over each digit. Whoever owns it
-// connects its events, each handler by its own name, to enter(), leave() and stepDigit().
+// Entry of a frequency within the limits of the generator: a box with a bar over each digit. The owner connects the
+// events to enter(), leave() and stepDigit(), each through a handler with its own name.
 class FrequencyBox : public QGroupBox
 {
     Q_OBJECT
 
 public:
-    // suffix: "Start" names the box txtStart and its bars VScrollStart_0 to _8. frequency: Hz, outlives the box.
+    // suffix: "Start" names the box txtStart and its bars VScrollStart_0 to _8. frequency: Hz, must outlive the box.
     FrequencyBox(const char *suffix, const QString &title, const QString &toolTip, const Configuration &configuration,
                  std::int32_t &frequency, Messages &messages, QWidget *parent = nullptr);
 
     EntryBox *text() const { return m_text; }
     DigitBars *bars() const { return m_bars; }
 
-    // A frequency from elsewhere; accepted like a typed one.
+    // Accepts a frequency from elsewhere like a typed one.
     void setFrequency(std::int32_t hertz);
 
-    // A box that has the focus keeps its plain digits, and what is being typed into it.
+    // Shows the frequency. A focused box keeps plain digits, and an entry that is still being typed.
     void showFrequency();
 
     void enter();
-    // What is no number gives way to the former frequency; what is beyond a limit to the limit, with a beep.
+    // Replaces text that is not a number by the previous frequency, and a number beyond a limit by that limit, with a
+    // beep.
     void leave();
     void stepDigit(int digit);
 
 signals:
-    // The frequency was entered anew, by whatever way.
+    // A frequency was accepted, however it was entered.
     void accepted();
 
 private:

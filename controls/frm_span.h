@@ -11,8 +11,8 @@ class QGridLayout;
 
 namespace calvorn {
 
-// The dialog frmSpan: the range as centre and span. As in the boxes of the range, an entry that does not do is
-// corrected in place, with a beep: the span becomes what the limits of the generator leave about the centre.
+// The dialog frmSpan for entering the range as centre and span. As in the boxes for start and stop, an invalid entry is
+// corrected in place with a beep: the span is reduced to what the generator's limits allow around the centre.
 class FrmSpan : public QDialog
 {
     Q_OBJECT
@@ -20,11 +20,11 @@ class FrmSpan : public QDialog
 public:
     FrmSpan(const Configuration &configuration, Desktop &desktop, QWidget *parent = nullptr);
 
-    // Shows the range of the record. Before each opening.
+    // Shows the configured range. Called before each opening.
     void load();
 
 signals:
-    // The user has changed centre or span and taken them.
+    // The user has changed centre or span and pressed OK.
     void spanEntered(const Span &span);
 
 protected:

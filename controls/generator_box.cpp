@@ -140,7 +140,7 @@ void GeneratorBox::txtGeneratorStep_LostFocus()
 
 void GeneratorBox::cmdGenerator_Click(bool on)
 {
-    const auto show = qScopeGuard([this] { showState(); }); // the button has been turned over by the click
+    const auto show = qScopeGuard([this] { showState(); }); // the click has already toggled the button
     on ? m_generator.switchOn() : m_generator.switchOff();
 }
 
@@ -176,7 +176,7 @@ void GeneratorBox::cmdMemory_Click()
     m_memory->setCurrentIndex(index);
 }
 
-// Somebody else may have chosen its frequency.
+// A remote client may have changed the frequency.
 void GeneratorBox::followGenerator()
 {
     if (m_hertz == m_generator.frequency())

@@ -14,7 +14,7 @@
 
 namespace calvorn {
 
-// The generator as a signal source: its frequency, on and off, steps up and down, ten memories with names.
+// The generator as a signal source: frequency, on and off, steps up and down, and ten named memories.
 class GeneratorBox : public QGroupBox
 {
     Q_OBJECT
@@ -24,13 +24,13 @@ public:
 
     struct Memory
     {
-        QString name; // empty: nothing is kept here
+        QString name; // empty if the memory is unused
         std::int32_t hertz = 0;
 
         bool operator==(const Memory &) const = default;
     };
 
-    // What it keeps between runs.
+    // The state that is kept between runs.
     struct Choices
     {
         std::int32_t hertz = SignalGenerator::kUsualFrequency;
@@ -48,7 +48,7 @@ public:
 
     std::int32_t frequency() const { return m_hertz; } // Hz
 
-    // The limits of the configuration may be others now.
+    // Applies the configured limits, which may have changed.
     void followLimits();
 
 signals:

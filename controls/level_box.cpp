@@ -21,15 +21,15 @@ namespace {
 constexpr double kLargeDigits = 2.4; // times the font of the window
 constexpr double kHighestAttenuator = 100.0;
 constexpr double kHalfCount = 0.5;
-constexpr std::size_t kSmoothedReadings = 8; // their mean has an eighth of a count of noise
-constexpr double kAnotherLevel = 4.0;        // counts; the noise is below
-// Of the bar, tenths of a dBm.
+constexpr std::size_t kSmoothedReadings = 8; // their mean has a noise of an eighth of a count
+constexpr double kAnotherLevel = 4.0;        // counts; more than the noise
+// Ends of the bar, tenths of a dBm.
 constexpr int kBarBottom = -800;
 constexpr int kBarTop = 200;
 constexpr double kTenths = 10.0;
 constexpr double kOhms = 50.0;
 
-// With the prefix that leaves one to three digits before the separator.
+// Formats a value with the unit prefix that leaves one to three digits before the separator.
 QString withPrefix(double value, const QString &unit)
 {
     struct Prefix

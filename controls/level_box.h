@@ -15,8 +15,8 @@
 
 namespace calvorn {
 
-// The level meter: what the detector sees now, in dBm, volts and watts into 50 ohms, with what an attenuator in front
-// of it takes away added. Minimum and maximum since they were begun anew.
+// The level meter: shows the detector's current level in dBm, volts and watts into 50 ohms, with the loss of an
+// attenuator in front of the detector added, and minimum and maximum since the last reset.
 class LevelBox : public QGroupBox
 {
     Q_OBJECT
@@ -26,8 +26,7 @@ public:
 
     void show(const LevelReading &reading);
 
-    // Why there is nothing to read at the moment; an empty text when there is. No number is shown then that is not
-    // held.
+    // Shows why there is currently nothing to read; an empty text if there is. Clears numbers that are not held.
     void showPause(const QString &reason);
 
     bool isHeld() const { return m_hold->isChecked(); }
@@ -43,7 +42,7 @@ private:
     void buildButtons();
     void showLevel(double dBm);
     void showExtremes();
-    // The mean of the last readings, until the level is another one.
+    // Returns the mean of the last readings, restarted when the level changes.
     double smoothed(const LevelReading &reading);
     QString warningOf(double count) const;
     void cmdRelative_Click(bool on);

@@ -109,7 +109,7 @@ void LevelPage::restore(const QString &settingsFile)
     m_restored = entriesOf({m_level->attenuator(), m_source->choices()});
 }
 
-// What the boxes round or the limits change does not count as the user's choice.
+// Changes by rounding in the boxes or by the limits are not the user's choice and are not saved.
 bool LevelPage::save(const QString &settingsFile)
 {
     const QVector<ProfileEntry> entries = entriesOf({m_level->attenuator(), m_source->choices()});
@@ -200,7 +200,7 @@ void LevelPage::shutDown()
         if (m_generator.isOn())
             m_generator.switchOff();
     } catch (const RuntimeError &) {
-        // It is closed next.
+        // The hardware is closed next anyway.
     }
 }
 

@@ -11,49 +11,49 @@
 
 namespace calvorn {
 
-// Level meter and generator, side by side in one page. Nothing of it runs while it is not seen: the meter stops with
-// the page, and the generator is switched off.
+// The page with level meter and generator. Hiding the page stops the meter and switches the generator off.
 class LevelPage : public QWidget
 {
     Q_OBJECT
 
 public:
-    // generator: outlives the page, which switches it off when it is closed.
+    // generator: must outlive the page, which switches it off when hidden.
     LevelPage(const Configuration &configuration, Instrument &instrument, SignalGenerator &generator,
               Messages &messages, ErrorBoundary &boundary, QWidget *parent = nullptr);
 
-    // The choices in the settings file; nothing is written that has not changed. False when it cannot be written.
+    // Load and save the choices in the settings file. save() writes only what has changed and returns false if that
+    // fails.
     void restore(const QString &settingsFile);
     bool save(const QString &settingsFile);
 
-    // Ends both. A hardware that does not answer is closed next, and says nothing.
+    // Stops meter and generator. Ignores errors, because the hardware is closed next.
     void shutDown();
 
-    // The start frequency was put on the generator.
+    // Called after the start frequency was sent to the generator: restores the page's own frequency.
     void generatorParked();
 
 protected:
     void showEvent(QShowEvent *event) override;
     void hideEvent(QHideEvent *event) override;
-    // A dialog has the hardware for itself.
+    // Stops the meter while a dialog uses the hardware.
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void startReading();
-    // A reading in sweeps would leave the generator somewhere in its range.
+    // Also switches the generator off if the reading used sweeps, which leave it at some frequency of their range.
     void stopReading();
     void showPause(LevelReader::Pause why);
 
     ErrorBoundary &m_boundary;
     SignalGenerator &m_generator;
     LevelReader m_reader;
-    QPointer<QWidget> m_window; // that is watched
+    QPointer<QWidget> m_window; // the window that has the event filter
     LevelBox *m_level;
     GeneratorBox *m_source;
-    QVector<ProfileEntry> m_restored; // what save() would have written after restore()
+    QVector<ProfileEntry> m_restored; // the entries after restore() or the last save()
 };
 
-// The keys of the settings that restore() and save() use.
+// The settings keys that restore() and save() use.
 QVector<SettingKey> levelKeys();
 
 } // namespace calvorn

@@ -47,7 +47,7 @@ void LogList::appendLine(const QString &text)
     scrollToBottom();
 }
 
-// The key goes to the list that has the focus, not to the menu entry of the same key.
+// Sends the key to the focused list instead of the menu entry with the same shortcut.
 bool LogList::event(QEvent *event)
 {
     if (event->type() == QEvent::ShortcutOverride && static_cast<QKeyEvent *>(event)->matches(QKeySequence::Copy))

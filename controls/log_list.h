@@ -7,7 +7,8 @@
 
 namespace calvorn {
 
-// lstLOG: the lines of the log, the newest one current. Lines can be copied, and the whole log saved as a text file.
+// lstLOG: the lines of the log, with the newest one current. Lines can be copied, and the whole log saved as a text
+// file.
 class LogList : public QListWidget
 {
     Q_OBJECT
@@ -15,8 +16,8 @@ class LogList : public QListWidget
 public:
     LogList(Messages &messages, ErrorBoundary &boundary, QWidget *parent = nullptr);
 
-    // Several selected lines stay selected, for whoever is about to copy them; the list follows all the same.
-    // RuntimeError(Overflow) when there would be more lines than a 16-bit number counts.
+    // Appends a line and scrolls to it. Keeps a selection of several lines, so that the user can copy it. Throws
+    // RuntimeError(Overflow) if the number of lines would not fit into 16 bits.
     void appendLine(const QString &text);
 
 protected:

@@ -13,45 +13,46 @@ namespace calvorn {
 
 class ReadOut;
 
-// The entry of the frequency range: txtStart and txtStop, the resulting step, and the read-outs of the plan.
+// Entry of the frequency range: txtStart and txtStop, the resulting step, and the read-outs of the plan.
 class RangeEntry : public QWidget
 {
     Q_OBJECT
 
 public:
-    // readouts: the labels under the graph, which this widget keeps.
+    // readouts: the labels under the graph, which this widget updates.
     RangeEntry(Configuration &configuration, SweepTable &table, FrequencyReadouts &readouts, Messages &messages,
                ErrorBoundary &boundary, QWidget *parent = nullptr);
 
-    // Puts the range of the record into the boxes.
+    // Shows the configured range in the boxes.
     void showRange();
 
-    // Takes a frequency from elsewhere (a marker) into the record and its box; applied like a typed one.
+    // Store a frequency from elsewhere (a marker) in the configuration and show it, accepted like a typed one.
     void setStart(std::int32_t hertz) { m_start->setFrequency(hertz); }
     void setStop(std::int32_t hertz) { m_stop->setFrequency(hertz); }
 
-    // Both at once.
+    // Sets both ends.
     void setRange(std::int32_t start, std::int32_t stop);
 
-    // Corrects a range that is too small and tells the user, then derives stepFreq; shows all three.
+    // Corrects a range that is too small and reports that to the user, then computes stepFreq. Shows start, stop and
+    // step.
     void calcolaStep();
 
-    // Step and boxes for the range of the record, while the table stays as it is: the plan of a sweep from elsewhere.
+    // Computes the step and shows the boxes for the configured range without changing the table, for an imported sweep.
     void planWithoutTable();
 
-    // Plans anew: step, table, read-outs. The table is empty then.
+    // Computes the plan again: step, table and read-outs. Empties the table.
     void aggiornaLblFrequenza();
 
-    // Whether the range of the record is another one than the table and the read-outs were made for.
+    // Whether the configured range differs from the one of the table and the read-outs.
     bool isPlanStale() const;
 
     QLabel *sampleCountLabel() const { return m_sampleCount; }
 
 signals:
-    // An accepted change of the range, to be applied after the last one.
+    // A change of the range was accepted. Receivers apply it once no further change follows.
     void rangeChanged();
 
-    // The table stands for the range of the record, which was corrected where it was too small.
+    // The table now has the configured range, which was corrected if it was too small.
     void planned();
 
 private:

@@ -38,7 +38,7 @@ void SpanCommands::addAction(const char *name, const QString &caption, const QKe
     action->setShortcut(key);
     action->setToolTip(toolTip);
     m_boundary.connect(action, &QAction::triggered, this, name, [this, handler] {
-        // What is being typed comes first, whatever way the command came.
+        // Commit a pending entry first, however the command was triggered.
         EntryBox::commitPending();
         (this->*handler)();
     });
@@ -106,7 +106,7 @@ void SpanCommands::setSpanOrBeep(const std::optional<Span> &span)
         m_desktop.beep();
 }
 
-// A range that the plan would correct is no span yet.
+// Whether the range is a new span of the user. A range that the plan would correct is not one yet.
 bool SpanCommands::isAhead() const
 {
     const Span span = current();
@@ -114,13 +114,13 @@ bool SpanCommands::isAhead() const
            m_history.current() != span;
 }
 
-// The range came from a file: behind it lies the last one of the user.
+// Whether the range came from a file, in which case "back" returns to the user's last span.
 bool SpanCommands::isElsewhere() const
 {
     return !m_changed && !m_history.isEmpty() && m_history.current() != current();
 }
 
-// The user may be quicker than the plan.
+// Adds the range to the history now, because the user may be quicker than the plan.
 void SpanCommands::settle()
 {
     if (isAhead())
@@ -128,7 +128,7 @@ void SpanCommands::settle()
     m_changed = false;
 }
 
-// A range that came from a file is measured without becoming one of the user's spans.
+// A range from a file is measured without becoming one of the user's spans.
 void SpanCommands::notePlan()
 {
     if (std::exchange(m_changed, false) || m_history.isEmpty())

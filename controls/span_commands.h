@@ -15,8 +15,8 @@ namespace calvorn {
 
 class FrmSpan;
 
-// The range as a whole: zoomed and taken with the mouse, entered as centre and span, and back and forth through the
-// spans that the user has had. Each becomes the range as if start and stop had been typed.
+// Commands for the range as a whole: zoom and selection with the mouse, entry as centre and span, and back and forth
+// through the user's previous spans. Each result is applied as if start and stop had been typed.
 class SpanCommands : public QObject
 {
     Q_OBJECT
@@ -26,14 +26,14 @@ public:
     SpanCommands(const Configuration &configuration, RangeEntry &range, Desktop &desktop, ErrorBoundary &boundary,
                  QWidget *window);
 
-    // For menus: centre and span, back, forth, the whole range of the generator. Back and forth beep where there is
-    // nothing: whether there is something can depend on a number that is still being typed.
+    // For menus: centre and span, back, forth, full range of the generator. Back and forth beep if there is nothing to
+    // go to; they are never disabled, because that can depend on a number that is still being typed.
     QList<QAction *> actions() const { return m_actions; }
 
-    // Twice as narrow for each notch, or twice as wide for each negative one; the frequency (Hz) keeps its place.
+    // Halves the span for each notch, or doubles it for each negative one. The frequency "around" (Hz) keeps its place.
     void zoom(double around, int notches);
 
-    // From the frequency at the left to that at the right, Hz.
+    // Sets the span from the left to the right frequency, Hz.
     void take(double left, double right);
 
 private:

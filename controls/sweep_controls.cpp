@@ -20,9 +20,9 @@ namespace calvorn {
 
 namespace {
 
-// Long enough that a digit held down plans once, after its last step.
+// Long enough to plan only once, after the last step, while the user holds a digit's arrow down.
 constexpr int kUpdateDelayMs = 500;
-// How long the waiting start sleeps at most between two looks at the sweep's state.
+// Longest sleep of a waiting start between two checks of the sweep's state.
 constexpr int kPumpMs = 50;
 
 } // namespace
@@ -92,7 +92,7 @@ void SweepControls::buildReadouts()
         grid->addWidget(readOut, row, 1, Qt::AlignRight);
         const int line = caption->sizeHint().width() + grid->horizontalSpacing() + readOut->width();
         m_widthOfLines = std::max(m_widthOfLines, line);
-        // Where the column cannot be as wide as a large font asks for, a second line is better than a cut word.
+        // With a large font, the column may be too narrow: wrap the caption instead of cutting it.
         caption->setWordWrap(true);
     };
     m_sweepTime = makeReadOut("lblSweepTime", tr("Time of one sweep in milliseconds"));
@@ -140,7 +140,7 @@ void SweepControls::buildSingleAction()
     m_boundary.connect(m_single, &QAction::triggered, this, "mnuSingle_Click", [this] { mnuSingle_Click(); });
 }
 
-// The focus comes along, so that a frequency that is still being typed is taken.
+// Moves the focus, so that a frequency that is still being typed is accepted.
 void SweepControls::toggleByKey()
 {
     QPushButton *button = m_start->isVisible() ? m_start : m_stop;
@@ -176,7 +176,7 @@ void SweepControls::start(SweepRun run, Starter starter)
     emit idleCommandsEnabled(false);
 }
 
-// False: a start is already under way, or the window closed while this one waited.
+// Returns false if a start is already under way, or if the window closed during the wait.
 bool SweepControls::startSweep(SweepRun run)
 {
     if (m_starting)
@@ -191,7 +191,7 @@ bool SweepControls::startSweep(SweepRun run)
     return true;
 }
 
-// Waits, delivering window messages, for the aComplete of a sweep that still runs.
+// Waits for the aComplete of a sweep that still runs, while processing window messages.
 bool SweepControls::waitForIdle()
 {
     while (m_instrument.isSweeping() && !m_abandoned)
@@ -201,7 +201,7 @@ bool SweepControls::waitForIdle()
 
 void SweepControls::mnuSingle_Click()
 {
-    // A desktop that shows the menus itself lets no click precede.
+    // If the desktop shows the menu bar, no click in the window has committed the entry yet.
     EntryBox::commitPending();
     if (m_stop->isHidden())
         start(SweepRun::Once);
@@ -230,7 +230,7 @@ void SweepControls::sweepCompleted()
     emit idleCommandsEnabled(true);
 }
 
-// The focus goes along, but a sweep of a client takes it from nothing that the user is at.
+// Moves the focus between the buttons, but a client's sweep does not take it from another control.
 void SweepControls::changeButtons(bool sweeping)
 {
     const QWidget *focus = window()->focusWidget();
@@ -242,7 +242,7 @@ void SweepControls::changeButtons(bool sweeping)
 
 void SweepControls::showButtons(bool sweeping)
 {
-    // The one that appears comes first: for a moment without both, the focus would wander off.
+    // Show one button before hiding the other: with both hidden, the focus would move elsewhere.
     (sweeping ? m_stop : m_start)->show();
     (sweeping ? m_start : m_stop)->hide();
 }
@@ -272,8 +272,8 @@ void SweepControls::applyRange()
 void SweepControls::timerUpdateSweep_Timer()
 {
     if (m_starting || m_instrument.isEnding()) {
-        // A start that waits, or that has to tell something first, would never end under this one; and a new plan would
-        // empty the table of the single sweep that has just filled it.
+        // Try again later: a start that waits or reports something would never end beneath this one, and a new plan
+        // would empty the table that a single sweep has just filled.
         m_timerUpdateSweep.start();
         return;
     }
@@ -283,7 +283,7 @@ void SweepControls::timerUpdateSweep_Timer()
             driver->parkAtChangedStart();
         emit parked();
     } else {
-        // A range that is too small is corrected first.
+        // Correct a range that is too small first.
         m_hooks.refreshFrequencyLabels();
         m_hooks.refreshMarkerLabels();
         replanRunningSweep();

@@ -19,7 +19,7 @@ namespace calvorn {
 
 class ReadOut;
 
-// Starts and stops sweeps, one at a time; re-plans a running one; measures its period; holds the speed choice.
+// Starts and stops sweeps, one at a time; re-plans a running sweep, measures its period, and holds the speed choice.
 class SweepControls : public QWidget
 {
     Q_OBJECT
@@ -31,61 +31,61 @@ public:
     // Shows the speed frame, with the stored speed selected, or hides it.
     void showSpeed(bool visible);
 
-    // Where the keyboard is at start-up: the button that is wanted first, and no box that leaving would re-plan.
+    // Sets the initial focus to the button that is needed first, not to a box that re-plans when it is left.
     void focusStart() { m_start->setFocus(); }
 
-    // Logical pixels in which no caption needs a second line.
+    // Width in logical pixels at which no caption needs a second line.
     int widthOfLines() const { return m_widthOfLines; }
 
     // Puts another button beside cmdStart and cmdStop.
     void addButton(QPushButton *button) { m_buttonRow->addWidget(button); }
 
-    // Sweeps once; for the menu.
+    // The menu action that sweeps once.
     QAction *singleAction() const { return m_single; }
 
     enum class Starter {
         User,
-        Client, // of the remote control
+        Client, // of remote control
     };
-    // As the buttons and the menu do. Nothing where a start is already under way.
+    // Starts a sweep like the buttons and the menu. Does nothing if a start is already under way.
     void start(SweepRun run, Starter starter = Starter::User);
     void cmdStart_Click() { start(SweepRun::UntilStopped); }
     void cmdStop_Click();
-    // The forced stop, for a driver that never completes: resets the controls only.
+    // Forced stop, for a driver that never completes: tries to stop the sweep, then resets the controls in any case.
     void cmdSwStop_Click();
 
-    // An accepted change of the range: applied when no further one follows.
+    // A change of the range was accepted; it is applied once no further change follows.
     void restartTimerUpdateSweep() { m_timerUpdateSweep.start(); }
-    // The same at once, where one waits.
+    // Applies a pending change of the range at once.
     void applyRange();
 
-    // The number of a SweepSpeed, as if it had been chosen.
+    // Selects a speed, as if the user had chosen it. speed: the number of a SweepSpeed.
     void setSpeed(std::int16_t speed);
 
-    // After every processed vector: shows period and rate.
+    // Shows period and rate. Called after every processed vector.
     void aggiornaTimer();
 
-    // What aComplete of every driver does to the controls.
+    // Resets the controls. Called on aComplete of every driver.
     void sweepCompleted();
 
-    // The window closes: a start that waits for the end of an earlier sweep gives up, and no plan follows.
+    // Cancels a start that waits for the previous sweep to end, and a pending plan. Called when the window closes.
     void abandonWaiting();
 
-    // What other rooms do for a sweep. Their errors end the procedure that called them, so they are not signals.
+    // What other components do for a sweep. Their errors end the calling procedure, so they are not signals.
     struct Hooks
     {
-        // The first two in this order whenever the plan has to be shown anew.
+        // Both are called in this order whenever the plan must be shown again.
         std::function<void()> refreshFrequencyLabels = [] {};
         std::function<void()> refreshMarkerLabels = [] {};
-        // The range has changed while no sweep runs, before the generator is parked on it.
+        // The range has changed while no sweep runs. Called before the generator is parked on it.
         std::function<void()> idleRangeChanged = [] {};
     };
     void setHooks(const Hooks &hooks) { m_hooks = hooks; }
 
 signals:
-    // What needs an idle generator is to be enabled or disabled.
+    // Commands that need an idle generator must be enabled or disabled.
     void idleCommandsEnabled(bool enabled);
-    // The idle generator was put on a changed start frequency.
+    // The idle generator was moved to a changed start frequency.
     void parked();
 
 private:

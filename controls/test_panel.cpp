@@ -15,9 +15,9 @@ namespace calvorn {
 
 namespace {
 
-constexpr int kMostCounts = 1024; // one more than a 10-bit converter delivers
+constexpr int kMostCounts = 1024; // one more than the highest count of a 10-bit converter
 constexpr int kButtonsInARow = 3;
-constexpr int kPictureMs = 16; // a screen shows 60 pictures a second
+constexpr int kPictureMs = 16; // about one frame at 60 Hz
 
 void name(QWidget *widget, const char *objectName, const QString &toolTip)
 {
@@ -101,7 +101,7 @@ void TestPanel::buildButtons(QGridLayout *grid)
     }
 }
 
-// Tool buttons, because push buttons of this style are too wide for three in a row.
+// Uses tool buttons, because push buttons of this style are too wide for three in a row.
 QToolButton *TestPanel::addButton(const char *procedure, const QString &caption, const QString &toolTip,
                                   void (TestPanel::*handler)())
 {
@@ -122,7 +122,7 @@ void TestPanel::setDriver(AcquisitionDriver *driver)
     m_driver = driver;
     if (!driver || driver->modeCaption().isEmpty())
         return;
-    // Room for each caption from the start: the buttons keep their places.
+    // Reserve room for every caption, so that the buttons keep their places.
     for (const QString &caption : driver->modeCaptions()) {
         m_misura->setText(caption);
         m_misura->setMinimumWidth(std::max(m_misura->minimumWidth(), m_misura->sizeHint().width()));
@@ -184,8 +184,8 @@ void TestPanel::cmdMisura_Click()
     m_driver->sendMode();
 }
 
-// The samples of a vector arrive together. Nobody can see more of them than the screen shows pictures, so only the
-// first in each picture is painted, and the last, which stays.
+// The samples of a vector arrive faster than the screen shows frames. Only the first sample in each frame is painted,
+// and the last one of the sweep, which remains visible.
 void TestPanel::echoSample(int index, int value)
 {
     const bool isSeen = !m_sinceEcho.isValid() || m_sinceEcho.elapsed() >= kPictureMs || index == kSweepPoints;

@@ -14,8 +14,8 @@
 
 namespace calvorn {
 
-// frameTest, shown while the log is on: the log list, the receive box, the error counter, and buttons that drive the
-// generator and the display by hand.
+// frameTest, shown while the log is on: log list, receive box, error counter, and buttons that control generator and
+// display by hand.
 class TestPanel : public QGroupBox
 {
     Q_OBJECT
@@ -24,16 +24,16 @@ public:
     TestPanel(Configuration &configuration, SweepTable &table, Messages &messages, Log &log, ErrorBoundary &boundary,
               QWidget *parent = nullptr);
 
-    // Null when the configured interface has no driver; the buttons for the generator then do nothing.
+    // driver: null if the configured interface has none; the generator's buttons then do nothing.
     void setDriver(AcquisitionDriver *driver);
 
-    // Shows a sample as it arrives, painted at once: "index:value".
+    // Shows a sample as "index:value" and paints it at once, at most one sample per frame of the screen.
     void echoSample(int index, int value);
 
-    // Raises txtErrori by one.
+    // Increments the error counter txtErrori.
     void countError();
 
-    // What other rooms do for the buttons. Their errors end the procedure that called them, so they are not signals.
+    // What other components do for the buttons. Their errors end the calling procedure, so they are not signals.
     struct Hooks
     {
         std::function<void()> drawScreen = [] {};
@@ -66,7 +66,7 @@ private:
     Hooks m_hooks;
     LogList *m_log;
     QLineEdit *m_received = nullptr;
-    QElapsedTimer m_sinceEcho; // since a sample was painted
+    QElapsedTimer m_sinceEcho; // since the last painted sample
     QLineEdit *m_errors = nullptr;
     QToolButton *m_misura = nullptr;
 };
