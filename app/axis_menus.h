@@ -11,7 +11,7 @@
 
 namespace calvorn {
 
-// What the two axes of the graph have to do with.
+// The components that the menus of the two axes act on.
 struct AxisMenuRooms
 {
     GraphPanel &graph;
@@ -21,7 +21,7 @@ struct AxisMenuRooms
     MarkerPanel &markers;
 };
 
-// The context menus of the two axes: the scales at the amplitudes, the spans at the frequencies.
+// The context menus of the two axes: scales on the amplitude axis, spans on the frequency axis.
 class AxisMenus : public QObject
 {
     Q_OBJECT

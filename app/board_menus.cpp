@@ -95,7 +95,8 @@ bool BoardMenus::isSimulated() const
                                            : m_configuration.commPort == kSimulatedComPort;
 }
 
-// Of a name that the server does not know it makes the first one. A file is named in the settings only.
+// Checks the configured device. Like the server, treats an unknown name as the first device. The device from a file is
+// offered only if the settings name a file.
 void BoardMenus::checkDevice()
 {
     const QString name = readTextOrDefault(m_configuration.iniPath, kSimulatedDevice).trimmed().toLower();
@@ -123,7 +124,7 @@ void BoardMenus::mnuSimulated_Click(const QString &name, const QString &caption)
                             QString::fromLatin1(kSimulatedDevice.name), name))
         throw RuntimeError(RuntimeError::Kind::File, m_configuration.iniPath);
     emit reported(tr("Simulated board: %1").arg(caption));
-    // After a forced stop a sweep may still be under way; the device counts from the next opening then.
+    // After a forced stop, a sweep may still be running; the device then takes effect when the port is next opened.
     if (!m_instrument.isSweeping())
         m_instrument.connectHardware();
 }

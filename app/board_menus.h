@@ -10,8 +10,8 @@
 
 namespace calvorn {
 
-// What is chosen at the board itself: the device that a simulated one measures, and the mode of the MiniVNA. Each is a
-// menu inside another, and hidden where the configured hardware has no such choice.
+// Choices about the board itself: the device that a simulated board measures, and the mode of the MiniVNA. Each is a
+// submenu, hidden if the configured hardware has no such choice.
 class BoardMenus : public QObject
 {
     Q_OBJECT
@@ -21,14 +21,14 @@ public:
 
     void addTo(QMenu &menu) const;
 
-    // Shows what the instrument's driver has a choice of.
+    // Shows the menus for which the instrument's driver has a choice.
     void followDriver();
 
-    // The port of a simulated board is opened again with the next device, which needs an idle board.
+    // Enables the choice of a simulated device, which reopens the port and therefore needs an idle board.
     void setIdle(bool idle);
 
 signals:
-    // What has been chosen, in words.
+    // The user's choice, in words.
     void reported(const QString &text);
 
 private:

@@ -9,7 +9,7 @@ namespace calvorn {
 
 namespace {
 
-constexpr int kLeastPanelHeight = 430; // logical pixels; the longest page scrolls a little then
+constexpr int kLeastPanelHeight = 430; // logical pixels; the longest page then scrolls a little
 constexpr QMargins kMargins(2, 2, 4, 2);
 
 } // namespace
@@ -33,7 +33,7 @@ bool ControlPlace::eventFilter(QObject *watched, QEvent *event)
     return QObject::eventFilter(watched, event);
 }
 
-// Not within the event: the layout that has just sent it would be changed under its hands.
+// Deferred, because the layout that sent the event must not be changed while it handles that event.
 void ControlPlace::placeSoon()
 {
     if (m_isPending || hasRoomAbove() == m_isAbovePanel)

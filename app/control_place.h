@@ -7,24 +7,25 @@
 
 namespace calvorn {
 
-// Where the column of the controls stands. Its place is the right end of the window's contents. While a panel is docked
-// at the right of a window that is high enough, the column stands above it: the panel takes the empty space below the
-// buttons, and the graph keeps its width. It dies before the window: the panel tells of its hiding to the end.
+// Chooses the place of the control column. The default is the right end of the window's contents. While a panel is
+// docked at the right of a window that is high enough, the column stands above the panel: the panel uses the empty
+// space below the buttons, and the graph keeps its width. Must be destroyed before the window, because the panel emits
+// signals until its own end.
 class ControlPlace : public QObject
 {
     Q_OBJECT
 
 public:
-    // contents: the layout at whose end the column is.
+    // contents: the layout with the column at its end.
     ControlPlace(QMainWindow &window, QHBoxLayout &contents, QWidget &column, QDockWidget &panel);
 
     bool isAbovePanel() const { return m_isAbovePanel; }
 
-    // What the panel below leaves to the column, in logical pixels; 0 in its usual place.
+    // The minimum width that the panel below gives the column, in logical pixels; 0 in the default place.
     int leastWidth() const;
 
 signals:
-    // The column has another place.
+    // The column has changed its place.
     void moved();
 
 protected:
@@ -40,7 +41,7 @@ private:
     QHBoxLayout &m_contents;
     QWidget &m_column;
     QDockWidget &m_panel;
-    QDockWidget *m_frame = nullptr; // of the column above the panel
+    QDockWidget *m_frame = nullptr; // holds the column above the panel
     bool m_isAbovePanel = false;
     bool m_isPending = false;
 };

@@ -5,13 +5,13 @@
 
 namespace calvorn {
 
-// How Calvorn ends where no display can be opened.
+// Exit code of Calvorn if no display can be opened.
 inline constexpr int kNoDisplay = 2;
 
-// While it lives, an application object that cannot open the display ends the program with kNoDisplay and one sentence
-// on standard error, where Qt would abort. What Qt tells meanwhile comes when the display is open.
+// While a guard exists, an application object that cannot open the display ends the program with kNoDisplay and one
+// sentence on standard error, where Qt would abort. Other messages of Qt are held back until the guard is destroyed.
 //
-// Whether a display can be opened is known only by opening it: DISPLAY can name a server that is gone or refuses, and
+// Only opening a display shows whether that is possible: DISPLAY can name a server that is gone or refuses, and
 // QT_QPA_PLATFORM a platform that needs none.
 class DisplayGuard
 {

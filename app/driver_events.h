@@ -33,7 +33,7 @@ signals:
     // The user answered an error of the hardware with Cancel: the main window closes.
     void cancelled();
 
-    // What the driver reports and the user may want to know, in words; nothing that is only counted.
+    // A report of the driver for the user, in words. Not emitted for errors that are only counted.
     void reported(const QString &text);
 
 private:

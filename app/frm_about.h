@@ -16,7 +16,7 @@ class FrmAbout : public QDialog
 public:
     explicit FrmAbout(const Configuration &configuration, QWidget *parent = nullptr);
 
-    // The three descriptions, empty where the interface has none.
+    // Return the three descriptions, empty if the interface has none.
     static QString interfaceText(const Configuration &configuration);
     static QString generatorText(const Configuration &configuration);
     static QString detectorText(const Configuration &configuration);

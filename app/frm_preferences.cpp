@@ -102,7 +102,7 @@ void FrmPreferences::loadRemote()
     m_remoteState->hide();
 }
 
-// A port that is taken closes the door, and says so.
+// If the port is already in use, remote control stays off and the dialog shows the reason.
 void FrmPreferences::followRemote()
 {
     const RemoteControl::Choice choice{m_remoteOn->isChecked(), static_cast<quint16>(m_remotePort->value())};
@@ -121,7 +121,7 @@ void FrmPreferences::followRemote()
 void FrmPreferences::showEvent(QShowEvent *event)
 {
     load();
-    // The note may need a second line.
+    // The note may wrap to a second line.
     resize(sizeHint().width(), layout()->totalHeightForWidth(sizeHint().width()));
     QDialog::showEvent(event);
 }
@@ -133,7 +133,7 @@ void FrmPreferences::load()
         chooseOption(m_optCursor[static_cast<std::size_t>(mode)]);
     if (m_remote)
         loadRemote();
-    // In dB referred to 1 V, whatever the scale of the display is.
+    // Use dB referred to 1 V, whatever the scale of the display.
     const QScopedValueRollback scale(m_configuration.scaleType, kScaleDb1VHeadroom);
     const DetectorCalibration detector = detectorOf(m_configuration);
     const double lowest = detector.law.isRising() ? detector.volts(1.0) : detector.volts(detector.highestCount - 1);

@@ -15,18 +15,18 @@ namespace calvorn {
 
 class RemoteControl;
 
-// The preferences: the type of cursor, and the door for remote control. A choice counts at once; the cursor is written
-// when the window closes.
+// The preferences: cursor type and remote control. A choice takes effect at once; the cursor type is saved when the
+// window closes.
 class FrmPreferences : public QDialog
 {
     Q_OBJECT
 
 public:
-    // remote: outlives it; null: there is none to choose.
+    // remote: must outlive the window; null if there is no remote control.
     explicit FrmPreferences(Configuration &configuration, RemoteControl *remote = nullptr, QWidget *parent = nullptr);
 
 signals:
-    // The window has closed; whether the cursor lines are to be seen.
+    // The window has closed. visible: whether the cursor lines are shown from now on.
     void cursorChosen(bool visible);
 
 protected:

@@ -37,7 +37,7 @@ QString pageOf(const QWidget *window)
     for (const auto &[name, page] : kPages)
         if (window->objectName() == QLatin1String(name))
             return QString::fromLatin1(page);
-    // The dialogs of the system choose files and printers.
+    // All other windows are system dialogs that choose a file or a printer.
     return QStringLiteral("files.html");
 }
 
@@ -105,7 +105,7 @@ void HelpDesk::openPageOf(QWidget *inFront)
         help->showPage(pageOf(inFront));
 }
 
-// Null when there is no help to show, which has then been told.
+// Returns null if there is no help to show, and reports that to the user.
 HelpWindow *HelpDesk::openWindow(QWidget *inFront)
 {
     if (!m_help && QFileInfo(m_helpFile).isFile())
@@ -124,7 +124,7 @@ HelpWindow *HelpDesk::openWindow(QWidget *inFront)
     return help;
 }
 
-// A dialog that waits locks every window but those above it.
+// A modal dialog blocks all windows except its own children, so the help window becomes one of them.
 void HelpDesk::liftAbove(QWidget *owner)
 {
     const bool visible = m_help->isVisible();

@@ -10,21 +10,21 @@ namespace calvorn {
 
 class HelpWindow;
 
-// Opens the help: its contents from the menu, and with F1 the page about the window in front, be it a dialog or a
-// message box. There is one help window; it can be read while a dialog waits.
+// Opens the help: the contents from the menu, and with F1 the page about the active window, dialog or message box.
+// There is only one help window; it stays readable while a dialog is open.
 class HelpDesk : public QObject
 {
     Q_OBJECT
 
 public:
-    // helpFile: the compiled help; told to be missing when it is asked for.
+    // helpFile: the compiled help; a missing file is reported when help is opened.
     HelpDesk(QString helpFile, Messages &messages, ErrorBoundary &boundary, QWidget *window);
     ~HelpDesk() override;
 
     // mnuHelpContent, mnuHelpWindow.
     const QList<QAction *> &actions() const { return m_actions; }
 
-    // Closes the help window, if there is one; at shutdown.
+    // Closes the help window, if there is one. Called at shutdown.
     void closeAll();
 
 protected:
@@ -42,7 +42,7 @@ private:
     ErrorBoundary &m_boundary;
     QWidget *m_window;
     QList<QAction *> m_actions;
-    QPointer<QWidget> m_help; // a HelpWindow, or what is left of one while it is destroyed
+    QPointer<QWidget> m_help; // a HelpWindow, or the QWidget left of one during its destruction
 };
 
 } // namespace calvorn

@@ -7,8 +7,8 @@ namespace calvorn {
 
 enum class HelpIcon { Back, Forward, FirstPage, Close };
 
-// An icon for the tool bar of the help. It is drawn in the colour that the desktop has for the text of buttons, so that
-// it is seen on dark desktops, too, and changes with the desktop's colours.
+// Returns an icon for the tool bar of the help. It is drawn in the desktop's colour of button text, so that it is
+// visible on dark desktops, too, and follows changes of the desktop's colours.
 QIcon helpIcon(HelpIcon icon);
 
 } // namespace calvorn

@@ -7,9 +7,9 @@ namespace calvorn {
 
 QString mendedExcerpt(QString excerpt)
 {
-    // Pictures leave a mark in the text.
+    // Pictures leave a replacement character in the text.
     excerpt.remove(QChar::ObjectReplacementCharacter);
-    // The word looked for is set in bold, and can be such a name.
+    // The search term is set in bold and can be the name of an entity.
     static const QRegularExpression bold(QStringLiteral("&<b>(quot|amp|lt|gt)</b>;"));
     excerpt.replace(bold, QStringLiteral("&\\1;"));
     static const QRegularExpression cutBegin(QStringLiteral(R"(^(\.\.\.)?(quot|amp|lt|gt);)"));

@@ -6,8 +6,8 @@
 
 namespace calvorn {
 
-// The search cuts its excerpts between words, and takes the names of HTML's entities for words: "M1 -&gt" and
-// "quot;Apply" are halves of a ">" and of a quotation mark. Returns the excerpt with whole entities.
+// The search engine cuts excerpts between words, and treats the names of HTML entities as words: "M1 -&gt" and
+// "quot;Apply" end or begin with half a ">" and half a quotation mark. Returns the excerpt with whole entities.
 QString mendedExcerpt(QString excerpt);
 
 // The pages that a search of the help has found, as links with an excerpt each.

@@ -28,7 +28,7 @@ constexpr const char *kFirstPage = "index.html";
 constexpr QSize kStartSize(940, 620);
 constexpr QSize kFrame(8, 40); // what a window manager adds
 
-// Of a file that cannot be made where there is no folder.
+// Returns the path of the collection file; empty if the folder cannot be created.
 QString collectionIn(SweptFolder &folder)
 {
     return folder.makeAnywhere() ? QFile::decodeName(folder.path()) + QStringLiteral("/help.qhc") : QString();
@@ -66,7 +66,7 @@ HelpWindow::HelpWindow(const QString &helpFile, QWidget *parent)
     setWindowTitle(tr("Calvorn Help"));
     m_engine->setReadOnly(false);
     m_engine->setUsesFilterEngine(true);
-    // Contents and index are read by the set-up that follows the registration.
+    // The second setupData() reads contents and index after the registration.
     m_usable = !m_folder.path().isEmpty() && m_engine->setupData() && m_engine->registerDocumentation(helpFile) &&
                m_engine->setupData();
     build();
@@ -75,7 +75,7 @@ HelpWindow::HelpWindow(const QString &helpFile, QWidget *parent)
 
 HelpWindow::~HelpWindow()
 {
-    // Its views ask the engine until the very end.
+    // The views in the tabs use the engine until they are destroyed.
     delete m_tabs;
 }
 
@@ -97,7 +97,7 @@ void HelpWindow::build()
     });
     connect(m_browser, &QTextBrowser::historyChanged, this, &HelpWindow::selectInContents);
 
-    // Whoever turns to a page wants to type or choose there.
+    // Move the focus to a tab's page, where the user wants to type or choose.
     connect(m_tabs, &QTabWidget::currentChanged, this, [this] { m_tabs->currentWidget()->setFocus(); });
 
     auto *splitter = new QSplitter(this);
@@ -113,7 +113,7 @@ void HelpWindow::build()
 
 namespace {
 
-// The entry of the contents that leads to the address; invalid when none does.
+// Returns the contents entry of the address; invalid if there is none.
 QModelIndex entryOf(const QHelpContentModel &contents, const QUrl &address, const QModelIndex &parent = {})
 {
     for (int row = 0; row < contents.rowCount(parent); ++row) {
@@ -130,7 +130,7 @@ QModelIndex entryOf(const QHelpContentModel &contents, const QUrl &address, cons
 
 } // namespace
 
-// A place in a page that is no entry of its own belongs to that of its page.
+// A place within a page that has no entry of its own belongs to the entry of the page.
 void HelpWindow::selectInContents()
 {
     const QHelpContentModel &contents = *m_engine->contentModel();
@@ -189,7 +189,7 @@ QWidget *HelpWindow::buildIndex()
     return page;
 }
 
-// Of several pages with one keyword the first is shown.
+// If several pages have the keyword, shows the first one.
 void HelpWindow::openDocuments(const QList<QHelpLink> &documents)
 {
     if (!documents.isEmpty())
@@ -210,7 +210,7 @@ QWidget *HelpWindow::buildSearch()
     connect(search->queryWidget(), &QHelpSearchQueryWidget::search, search, look);
     connect(search, &QHelpSearchEngine::searchingFinished, results,
             [search, results](int hits) { results->showPages(search->searchResults(0, hits)); });
-    // What is looked for before the index is there would find nothing.
+    // A search before the index exists finds nothing, so repeat it afterwards.
     connect(search, &QHelpSearchEngine::indexingFinished, search, [search, look] {
         if (!search->searchInput().isEmpty())
             look();

@@ -13,7 +13,7 @@ class QToolBar;
 
 namespace calvorn {
 
-// Shows the pages of a help file, and nothing from anywhere else.
+// Shows the pages of a help file, and nothing from elsewhere.
 class HelpBrowser : public QTextBrowser
 {
     Q_OBJECT
@@ -24,7 +24,7 @@ public:
     QVariant loadResource(int type, const QUrl &name) override;
 
 protected:
-    // Links that lead out of the help do nothing.
+    // Ignores links that lead out of the help.
     void doSetSource(const QUrl &url, QTextDocument::ResourceType type) override;
 
 private:
@@ -33,14 +33,14 @@ private:
 
 // The help: contents, index and search on the left, the page on the right.
 //
-// What the library has to keep beside a help file, among it the index of the search, stands in a temporary folder: the
-// program folder may be one that nobody can write into.
+// Qt Help needs files besides the help file, such as the search index. They are kept in a temporary folder, because the
+// program folder may be write-protected.
 class HelpWindow : public QWidget
 {
     Q_OBJECT
 
 public:
-    // helpFile: the compiled help, which must be there.
+    // helpFile: the compiled help, which must exist.
     explicit HelpWindow(const QString &helpFile, QWidget *parent = nullptr);
     ~HelpWindow() override;
 
@@ -49,7 +49,7 @@ public:
 
     // page: "setup.html" or "setup.html#ports".
     void showPage(const QString &page);
-    // The first page, with the contents in front.
+    // Shows the first page, with the contents tab in front.
     void showContents();
 
 private:
@@ -60,7 +60,7 @@ private:
     void selectInContents();
     void openDocuments(const QList<QHelpLink> &documents);
 
-    SweptFolder m_folder; // of the collection that Qt Help makes
+    SweptFolder m_folder; // for the collection that Qt Help creates
     QHelpEngine *m_engine;
     HelpBrowser *m_browser = nullptr;
     QTabWidget *m_tabs = nullptr;

@@ -15,7 +15,7 @@ RemoteControl::RemoteControl(const WindowRooms &rooms, Log &log, QObject *parent
 {
 }
 
-// Nobody is told any more.
+// Emits no more signals, because receivers may already be gone.
 RemoteControl::~RemoteControl()
 {
     disconnect();

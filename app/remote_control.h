@@ -13,7 +13,7 @@ namespace calvorn {
 
 class ScpiDoor;
 
-// The window's door for SCPI clients, closed unless the user has opened it in the preferences.
+// Remote control of the window by SCPI clients; off unless the user has switched it on in the preferences.
 class RemoteControl : public QObject
 {
     Q_OBJECT
@@ -30,14 +30,14 @@ public:
     RemoteControl(const WindowRooms &rooms, Log &log, QObject *parent = nullptr);
     ~RemoteControl() override;
 
-    // The choice of the settings file, or the usual one.
+    // Returns the choice in the settings file, or the default.
     static Choice choiceIn(const QString &settingsFile);
 
-    // Opens or closes the door. Empty, or why it stays closed, in a sentence.
+    // Opens or closes the TCP port. Returns an empty text, or one sentence on why the port could not be opened.
     QString follow(const Choice &choice);
     void close();
 
-    // "SCPI: port 5025, 2 clients"; empty while the door is closed.
+    // "SCPI: port 5025, clients: 2"; empty while remote control is off.
     QString state() const;
 
 signals:
@@ -46,7 +46,7 @@ signals:
 private:
     WindowRooms m_rooms;
     Log &m_log;
-    std::unique_ptr<WindowTarget> m_target; // both null while it is closed
+    std::unique_ptr<WindowTarget> m_target; // both null while remote control is off
     std::unique_ptr<ScpiDoor> m_door;
 };
 

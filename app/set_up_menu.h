@@ -15,8 +15,8 @@ class FrmCalibraADC;
 class FrmCalibraDDS;
 class FrmCalibraLevel;
 
-// The entries of the menu "SetUp" that open the configuration and the two calibrations. Each dialog is made on first
-// use and kept.
+// The entries of the "SetUp" menu that open the configuration and the three calibrations. Each dialog is created on
+// first use and kept.
 class SetUpMenu : public QObject
 {
     Q_OBJECT
@@ -37,9 +37,10 @@ public:
     const QList<QAction *> &actions() const { return m_actions; }
     void setDriver(AcquisitionDriver *driver) { m_driver = driver; }
 
-    // Opens the configuration. True when it was written, and the program has to end.
+    // Opens the configuration. Returns true if it was written, in which case the program must end.
     bool configure(const SetUpOpening &opening = {});
-    // The same before anything was configured; where there is no settings file, it gets the prepared sections first.
+    // The same before anything has been configured. If there is no settings file, first creates one with the prepared
+    // sections.
     bool configureAtFirstStart(bool noSettings);
 
 signals:

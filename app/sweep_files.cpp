@@ -37,7 +37,7 @@ SweepFiles::SweepFiles(const SweepFilesRooms &rooms, Messages &messages, Log &lo
 
 void SweepFiles::mnuSaveCSV_Click()
 {
-    // The folder is offered again, the name is not.
+    // Propose the last folder again, but not the last name.
     const QString folder = QFileInfo(m_lastFile).path();
     const QString path =
         m_messages.desktop().chooseFileToSave(tr("Sweep files (*.csv)"), m_lastFile.isEmpty() ? QString() : folder);
@@ -61,7 +61,7 @@ void SweepFiles::exportSweep(const QString &path)
 
 void SweepFiles::mnuOpenCSV_Click()
 {
-    // A desktop that shows the menus itself lets no click precede.
+    // If the desktop shows the menu bar, no click in the window has committed the entry yet.
     EntryBox::commitPending();
     const QString path = m_messages.desktop().chooseFileToOpen(tr("Sweep files (*.csv)"), m_lastFile);
     if (path.isEmpty())
@@ -72,7 +72,7 @@ void SweepFiles::mnuOpenCSV_Click()
         importSweep(path);
         emit reported(tr("%1 rows from %2").arg(NumberText::fromInteger(kSweepPoints), name));
     } catch (const RuntimeError &error) {
-        // What was read before the error stays, and is seen.
+        // Keep and show the rows that were read before the error.
         m_rooms.table.cellsWritten();
         m_log.writeLog(tr("Import: ") + error.message());
         emit reported(tr("%1 not imported: %2").arg(name, error.message()));
@@ -108,14 +108,14 @@ bool SweepFiles::firstRowIsInVolts() const
     return voltsOf(1) == m_rooms.table.number(1, SweepTable::AmplitudeColumn);
 }
 
-// The file does not say which scale it was written on, and its import changes none.
+// The file does not contain its scale, and importing does not change the current one.
 void SweepFiles::noteUnit()
 {
     if (!isLinearScale(m_rooms.configuration.scaleType) && firstRowIsInVolts())
         m_log.writeLog(tr("Import: ") + tr("the amplitudes are volts, and the scale is in dB"));
 }
 
-// Row 1 tells whether the file was made with the detector calibration that is in force now.
+// Row 1 shows whether the file was made with the current detector calibration.
 void SweepFiles::offerAdjustment(const QString &path)
 {
     const NumberText numbers;
@@ -133,8 +133,8 @@ void SweepFiles::offerAdjustment(const QString &path)
     }
 }
 
-// The plan of the imported sweep is that of its first and last row; the table stays as it was read. A plan that cannot
-// be made leaves the former one.
+// Plans the range from the first to the last row of the imported sweep, without changing the table. If planning fails,
+// restores the previous range.
 void SweepFiles::moveToImportedSweep()
 {
     const NumberText numbers;
@@ -154,7 +154,7 @@ void SweepFiles::moveToImportedSweep()
     const double centre = roundHalfEven(checkedSubtract(c.stopFreq, c.startFreq) / 2.0 + c.startFreq);
     m_rooms.readouts.show(numbers.masked(c.startFreq, kMaskHertz), numbers.masked(centre, kMaskHertz),
                           numbers.masked(c.stopFreq, kMaskHertz));
-    // Last: whoever follows the table finds its plan.
+    // Last, so that receivers of the table's signal find the new plan.
     const bool follows = amplitudesFollowFromCounts(table, c);
     table.sweepWritten(SweepOrigin::Imported, follows ? std::optional(detectorOf(c)) : std::nullopt);
 }

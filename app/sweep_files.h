@@ -12,7 +12,7 @@
 
 namespace calvorn {
 
-// The rooms that an imported sweep moves.
+// The components that an imported sweep changes.
 struct SweepFilesRooms
 {
     Configuration &configuration;
@@ -21,9 +21,9 @@ struct SweepFilesRooms
     FrequencyReadouts &readouts;
 };
 
-// The commands "Export (.csv)" and "Import" of the File menu. Neither shows a box on an error: the log and reported()
-// tell.
-// An export replaces the file whole or not at all; an import that fails half-way leaves the rows read so far.
+// The commands "Export (.csv)" and "Import" of the File menu. Errors are written to the log and sent by reported(), not
+// shown in a box. An export replaces the whole file or nothing; an import that fails half-way leaves the rows read so
+// far.
 class SweepFiles : public QObject
 {
     Q_OBJECT
@@ -37,12 +37,12 @@ public:
     void mnuSaveCSV_Click();
     void mnuOpenCSV_Click();
 
-    // What the commands do with the file. RuntimeError where it cannot be done.
+    // Do the work of the commands. Throw RuntimeError on failure.
     void exportSweep(const QString &path);
     void importSweep(const QString &path);
 
 signals:
-    // What has become of an export or an import, in words.
+    // The outcome of an export or import, in words.
     void reported(const QString &text);
 
 private:
@@ -57,7 +57,7 @@ private:
     Log &m_log;
     QAction *m_export;
     QAction *m_import;
-    QString m_lastFile; // offered again
+    QString m_lastFile; // proposed in the next file dialog
 };
 
 } // namespace calvorn

@@ -88,7 +88,7 @@ void SweepPictures::mnuCopyPicture_Click()
 void SweepPictures::mnuPrint_Click()
 {
     QPrinter printer(QPrinter::HighResolution);
-    // The dialog makes the name of a PDF file of it.
+    // The print dialog derives the name of a PDF file from this.
     printer.setDocName(sweepName());
     printer.setPageOrientation(QPageLayout::Landscape);
     if (!m_messages.desktop().choosePrinter(printer))
@@ -99,7 +99,7 @@ void SweepPictures::mnuPrint_Click()
         refuse(printer.printerName(), tr("the printer does not take the page"));
 }
 
-// Made in memory first, so that the file is replaced whole.
+// Renders in memory first, so that the file is replaced as a whole.
 void SweepPictures::printPdf(const QPrinter &printer)
 {
     QByteArray pdf;
@@ -123,7 +123,7 @@ void SweepPictures::keepTextCopyIn(const QWidget &window)
 
 bool SweepPictures::eventFilter(QObject *watched, QEvent *event)
 {
-    // Accepted here, the key goes to the view in place of the menu.
+    // Accepting the event here sends the key to the view instead of the menu.
     if (event->type() == QEvent::ShortcutOverride && static_cast<QKeyEvent *>(event)->matches(QKeySequence::Copy))
         event->accept();
     return QObject::eventFilter(watched, event);

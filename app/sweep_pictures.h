@@ -16,7 +16,7 @@ namespace calvorn {
 
 class SweepPicture;
 
-// What a picture is made of.
+// The components that a picture is made from.
 struct SweepPictureRooms
 {
     const Configuration &configuration;
@@ -25,8 +25,8 @@ struct SweepPictureRooms
     const FrequencyReadouts &readouts;
 };
 
-// The commands of the File menu that make a picture of the sweep: save, copy and print it. A failure is told in a box;
-// a file that was there before is then still whole.
+// The commands of the File menu that make a picture of the sweep: save, copy and print. A failure is shown in a box and
+// leaves an existing file unchanged.
 class SweepPictures : public QObject
 {
     Q_OBJECT
@@ -42,11 +42,11 @@ public:
     void mnuCopyPicture_Click();
     void mnuPrint_Click();
 
-    // RuntimeError(File) where it cannot be written.
+    // Throws RuntimeError(File) if the picture cannot be written.
     void savePicture(const QString &path) const;
     QByteArray pictureAsPng() const;
 
-    // Ctrl+C in the lists below this widget keeps copying their text.
+    // Lets Ctrl+C in the lists of the window keep copying their text.
     void keepTextCopyIn(const QWidget &window);
 
 protected:
@@ -64,7 +64,7 @@ private:
     QAction *m_save;
     QAction *m_copy;
     QAction *m_print;
-    QString m_lastFile; // offered again
+    QString m_lastFile; // proposed in the next file dialog
 };
 
 } // namespace calvorn

@@ -5,12 +5,12 @@ namespace calvorn {
 
 std::int16_t UnattendedDesktop::messageBox(BoxIcon icon, BoxButtons buttons, const QString &text, const QString &title)
 {
-    // It may end the sweep, and with it what stands in.
+    // Copy the function: the call may end the sweep, which resets m_standIn.
     const Told told = m_told ? m_told : m_standIn;
     if (!told)
         return m_person.messageBox(icon, buttons, text, title);
     told(text);
-    // Cancel in the box about an error of the hardware would close the program.
+    // Cancel in a box about a hardware error would close the program.
     return buttons == BoxButtons::OkCancel && icon != BoxIcon::Critical ? kBoxCancel : kBoxOk;
 }
 

@@ -8,9 +8,9 @@
 
 namespace calvorn {
 
-// The desktop of the person, except while a command from afar is carried out, or a sweep runs that one has started:
-// then no box shows and nothing beeps. What a box would say goes to whoever asked, and is answered with Cancel where it
-// asks for something, and with OK where it tells an error; the file is the one that the command names.
+// Passes everything on to the user's desktop, except during a remote command or a sweep started by one: then no box is
+// shown and nothing beeps. The client receives the text of a box instead; a question is answered with Cancel, an error
+// with OK. During a command, a file dialog returns the file that the command names.
 class UnattendedDesktop : public Desktop
 {
 public:
@@ -21,7 +21,7 @@ public:
     {
     }
 
-    // While it lives, the person is not asked. Can be nested.
+    // While a guard exists, the user is not asked anything. Guards can be nested.
     class Guard
     {
     public:
@@ -45,7 +45,7 @@ public:
         QString m_file;
     };
 
-    // The same until it is ended by an empty function, for what comes by itself.
+    // Does the same for boxes between commands, until it is called with an empty function.
     void setStandIn(Told told) { m_standIn = std::move(told); }
 
     std::int16_t messageBox(BoxIcon icon, BoxButtons buttons, const QString &text, const QString &title) override;

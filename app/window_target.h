@@ -16,7 +16,7 @@ class SweepControls;
 class SweepFiles;
 class SweepPictures;
 
-// The rooms of the window that commands from afar act on.
+// The components of the window that remote commands act on.
 struct WindowRooms
 {
     Configuration &configuration;
@@ -36,7 +36,7 @@ struct WindowRooms
     SweepPictures &pictures;
 };
 
-// The window under remote control: each command is what its control would do, and nobody is asked anything.
+// The window under remote control: each command does the same as its control, without asking the user anything.
 class WindowTarget : public RemoteTarget
 {
     Q_OBJECT
