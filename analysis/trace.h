@@ -12,7 +12,7 @@
 
 namespace calvorn {
 
-// A sweep for storing, comparing and computing: volts at equally spaced frequencies.
+// A sweep that can be stored and compared: volts at equally spaced frequencies.
 struct Trace
 {
     QString name;

@@ -64,7 +64,7 @@ struct Configuration : HardwareSettings
     std::int32_t slowCpu = 0;
     std::int16_t msgResult = 0; // answer of the last message box; after a command, -1 for success and 0 for failure
     QString msgText;            // text of the last message box
-    QString startNotice;        // corrections made by the frequency plan, for its message
+    QString startNotice;        // corrections by the frequency plan, shown to the user
     QString stopNotice;
 };
 

@@ -47,8 +47,7 @@ public:
     const Profile &profile() const { return m_reader.profile(); }
     bool wasRefused() const { return profile().isRefused(); }
 
-    // Returns, of the entries that saveSettings() writes, those whose text could not be read, with their current
-    // values.
+    // Returns the entries of saveSettings() whose text in the file could not be read, with their current values.
     QVector<ProfileEntry> unreadableEntries() const;
 
 private:

@@ -27,7 +27,7 @@ struct LimitPoint
     bool operator==(const LimitPoint &) const = default;
 };
 
-// An upper and a lower limit over frequency, drawn as straight lines between neighbouring points that both have the
+// An upper and a lower limit over frequency, formed by straight lines between neighbouring points that both have the
 // value. Two points at one frequency form a step.
 class LimitLines
 {

@@ -22,7 +22,7 @@ namespace {
 
 constexpr int kMargin = 5; // logical pixels between text and frame
 
-// Provides the text as description. Screen readers query it; building it on each change would waste time.
+// Provides the text as the accessible description, which screen readers query only when they need it.
 class SpokenReadOut : public QAccessibleWidget
 {
 public:
