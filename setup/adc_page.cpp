@@ -12,7 +12,7 @@ namespace calvorn {
 
 namespace {
 
-constexpr double kMillivolts = 1000.0;  // in a volt
+constexpr double kMillivolts = 1000.0;  // per volt
 constexpr double kHighestStep = 1000.0; // mV per count
 
 std::pair<double, double> channelRange(std::int16_t interfaceType)
@@ -97,7 +97,7 @@ void AdcPage::buildEntries()
                        [this] { txtADCchannel_Change(); });
 }
 
-// Follows the typing. A number that selects nothing is corrected when the box is left.
+// Updates while the user types. A number that selects nothing is corrected when the user leaves the box.
 void AdcPage::txtADCchannel_Change()
 {
     static constexpr std::int16_t kAngle = 1;

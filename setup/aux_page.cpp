@@ -69,7 +69,7 @@ QWidget *AuxPage::buildOutput(std::size_t output)
 
 void AuxPage::buildSteps(std::size_t output, QGridLayout *grid)
 {
-    // The ";" divides label and value in the file.
+    // A ";" separates label and value in the file.
     auto *noSemicolon = new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[^;]*")), this);
     grid->addWidget(new QLabel(tr("Label"), this), 2, 1);
     grid->addWidget(new QLabel(tr("Value - dB"), this), 2, 2);
@@ -154,7 +154,7 @@ void AuxPage::fill()
     showPotRange();
 }
 
-// Digits alone; a number above the highest position becomes it. Leading zeros stay.
+// Accepts digits only, and limits the number to the highest position. Leading zeros stay.
 void AuxPage::txtPot_Change(QLineEdit *box, QString &value)
 {
     QString text = box->text();

@@ -15,7 +15,7 @@ namespace calvorn {
 
 namespace {
 
-// A character, or a key that only changes the next one.
+// Whether the key continues an entry: a character, or a key that only modifies the next one.
 bool typesOn(const QKeyEvent &key)
 {
     switch (key.key()) {
@@ -83,7 +83,7 @@ void CalibrationDialog::buildEntry(const Texts &texts)
     m_nudge->setRange(Up, Down);
     m_nudge->setPageStep(1);
     m_nudge->setValue(Rest);
-    m_nudge->setTracking(false); // dragging the handle is one step, at its release
+    m_nudge->setTracking(false); // dragging the handle counts as one step, on release
     m_nudge->setFocusPolicy(Qt::StrongFocus);
     m_nudge->setMinimumHeight(44);
     m_nudge->setToolTip(texts.nudgeToolTip);
@@ -129,7 +129,7 @@ void CalibrationDialog::showEvent(QShowEvent *event)
             const QScopedValueRollback guard(m_busy, true);
             load();
         });
-        // The offset of the last time raises no signal when it is set once more, and acts on the hardware all the same.
+        // Setting the same offset as last time raises no signal, but must act on the hardware all the same.
         m_boundary.run(m_changeName.constData(), [this] { changed(); });
         m_box->setFocus();
         m_box->selectAll();
@@ -145,8 +145,8 @@ void CalibrationDialog::changed()
     offsetChanged();
 }
 
-// A text that is no number is shown as "0", and the next key begins a new number. A sign or a decimal separator would
-// be lost that way, so it waits for that key. A zero waits with its sign: it is shown without one.
+// Text that is not a number is shown as "0", and the next key starts a new number. A sign or a decimal separator would
+// be lost that way, so it is kept for that key. The sign of a zero is kept, too, because it is not shown.
 bool CalibrationDialog::completeEntry()
 {
     static const QRegularExpression beginning(QStringLiteral("^[+-]?[.,]?$"));
@@ -172,7 +172,7 @@ bool CalibrationDialog::completeEntry()
     return false;
 }
 
-// Any other way to edit than typing on begins a new entry.
+// Any edit other than typing on starts a new entry.
 bool CalibrationDialog::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == m_box) {
@@ -184,7 +184,7 @@ bool CalibrationDialog::eventFilter(QObject *watched, QEvent *event)
     return QDialog::eventFilter(watched, event);
 }
 
-// Putting the bar back raises the event again.
+// Returning the bar to rest raises the event again.
 void CalibrationDialog::VScrollOffset_Change()
 {
     if (m_busy)

@@ -13,13 +13,14 @@
 
 namespace calvorn {
 
-// What the two calibrations share: instructions, the offset being tried with its nudge control, Apply and Exit.
+// Base of the generator and detector calibrations: instructions, the tried offset with its nudge control, Apply and
+// Exit.
 class CalibrationDialog : public QDialog
 {
     Q_OBJECT
 
 public:
-    // Null when the configured interface has no driver.
+    // driver: null if the configured interface has none.
     void setDriver(AcquisitionDriver *driver) { m_driver = driver; }
 
 protected:
@@ -41,18 +42,18 @@ protected:
 
     virtual void load() = 0;
     virtual void unload() = 0;
-    // The text of the box is a number that was typed, and may be shown in another form.
+    // Called after a number was typed, which may be reformatted.
     virtual void numberTyped() {}
-    // Called after load(), too.
+    // Called when the tried offset has changed, and after load().
     virtual void offsetChanged() {}
     // direction: 1 up, -1 down.
     virtual void nudged(int direction) = 0;
     virtual void cmdApply_Click() = 0;
 
-    // The tried offset; a text that is no number counts as 0.
+    // The tried offset; 0 if the text is not a number.
     double offset() const;
 
-    // Below the box, in the order of the calls: a read-out with its caption, or a text as wide as the dialog.
+    // Add a read-out with its caption, or a note as wide as the dialog, below the box in the order of the calls.
     void addRow(const QString &caption, QWidget *readOut);
     void addNote(QWidget *note);
     QLineEdit *box() const { return m_box; }
@@ -80,9 +81,9 @@ private:
     QGridLayout *m_grid;
     QLineEdit *m_box;
     QScrollBar *m_nudge;
-    QByteArray m_changeName; // of the text box's handler, for the error boundary
-    QString m_pending;       // what was typed of a number that the box cannot show yet: "-", "." or "-."
-    bool m_busy = false;     // keeps the two change handlers from entering each other
+    QByteArray m_changeName; // name of the text box's handler, for the error boundary
+    QString m_pending;       // start of a number that the box cannot show yet: "-", "." or "-."
+    bool m_busy = false;     // prevents recursion between the two change handlers
 };
 
 } // namespace calvorn

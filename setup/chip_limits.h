@@ -5,9 +5,9 @@
 
 namespace calvorn {
 
-// Whether the clock and the highest frequency lie within the limits of the chosen chip (or, for the MiniVNA, of the
-// instrument): one sentence for each that does not, or one that says that all is well. Limits from the data sheets;
-// see docs/hardware/lpt-board.md.
+// Checks clock and highest frequency against the limits of the chosen chip (for the MiniVNA, of the instrument).
+// Returns one sentence for each violation, or one that everything is within the limits. The limits are from the data
+// sheets; see docs/hardware/lpt-board.md.
 QString chipVerdict(const SetUpValues &values);
 
 } // namespace calvorn

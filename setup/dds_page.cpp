@@ -20,7 +20,7 @@ constexpr double kHighestClock = 1e9; // Hz
 constexpr int kLowestMultiplier = 4;  // of the AD9951
 constexpr int kHighestMultiplier = 20;
 constexpr std::int16_t kTimesSix = 6;
-constexpr int kTextMargin = 5; // logical pixels, of a text box
+constexpr int kTextMargin = 5; // logical pixels, around the text of a box
 constexpr DisplayMask kMaskOffset{"##0.000"};
 
 // The widest number that a box of this page shows.
@@ -136,7 +136,7 @@ QWidget *DdsPage::buildMultiplier9951()
                          tr("Factor of the multiplier, 4 to 20"), tr("Factor of the multiplier"));
     m_multiplier->setRange(kLowestMultiplier, kHighestMultiplier);
     m_multiplier->setPageStep(4);
-    // The right arrow key is more, as the right arrow of the bar is.
+    // The right arrow key must increase the factor, like the right arrow of the bar.
     m_multiplier->setInvertedControls(false);
     m_multiplier->setFocusPolicy(Qt::StrongFocus);
     m_multiplierText = named(new QLabel(place), QStringLiteral("lblMultiplier"), tr("Factor of the multiplier"));
@@ -160,7 +160,7 @@ NumberEntry *DdsPage::addLimit(const char *name, const QString &toolTip, const Q
     return new NumberEntry(box, NumberEntry::Kind::Whole, binding, messages(), boundary());
 }
 
-// The range that is left between the two has room for a sweep.
+// The limits always leave room for a sweep between them.
 QWidget *DdsPage::buildLimits()
 {
     m_maximum =
@@ -195,7 +195,7 @@ QWidget *DdsPage::buildLimits()
     form->addRow(tr("Minimum frequenc&y - Hz"), m_minimum->box());
     form->addRow(m_offset);
     form->addRow(m_verdict);
-    // Its digits stand above those of the boxes.
+    // Align its digits with those of the boxes below.
     m_systemClock->setAlignment(Qt::AlignRight);
     m_systemClock->setFixedWidth(m_maximum->box()->width());
     m_systemClock->setIndent(kTextMargin);
@@ -248,7 +248,7 @@ void DdsPage::multiplierChosen()
     showClock();
 }
 
-// What the chosen chip can do; the AD9850 has no multiplier.
+// Returns the multiplier in use; always 1 for the AD9850, which has none.
 std::int16_t DdsPage::chosenMultiplier() const
 {
     if (m_optChip[Ad9851]->isChecked() && m_timesSix->isChecked())
@@ -264,7 +264,7 @@ void DdsPage::showChipFrame()
         m_chipFrames[chip]->setVisible(m_optChip[chip]->isChecked());
 }
 
-// A settings file can name a factor that is off the bar.
+// A settings file can contain a factor outside the range of the bar.
 void DdsPage::showMultiplier()
 {
     const bool multiplies = m_optChip[Ad9951]->isChecked() && m_optMultiplier[1]->isChecked();
@@ -279,7 +279,7 @@ void DdsPage::showClock()
             checkedMultiply(values().ddsXtalFreq, static_cast<std::int32_t>(values().ddsMultiplier));
         m_systemClock->setText(NumberText().masked(clock, kMaskMegahertz));
     } catch (const RuntimeError &error) {
-        // Told in place: a box for each step of the scroll bar would be in the way.
+        // Show the error in place: a box for each step of the scroll bar would be in the way.
         m_systemClock->setText(error.message());
     }
 }

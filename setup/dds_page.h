@@ -13,7 +13,7 @@
 
 namespace calvorn {
 
-// The synthesiser: chip, reference clock, multiplier and the limits of the frequency.
+// The synthesiser: chip, reference clock, multiplier and frequency limits.
 class DdsPage : public SetUpPage
 {
     Q_OBJECT

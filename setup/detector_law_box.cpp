@@ -62,7 +62,7 @@ void DetectorLawBox::buildEntries()
         fitToNumber(box, NumberText().masked(-DetectorLaw::kMostSlope, kMaskVolt));
 }
 
-// A box that is left as it was rounds nothing: it shows fewer decimals than the number may have.
+// Keeps the number if the box was left unchanged, because the box may show fewer decimals than the number has.
 void DetectorLawBox::takeTyped(double &number, double typed)
 {
     const NumberText numbers;

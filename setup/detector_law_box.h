@@ -9,8 +9,8 @@
 
 namespace calvorn {
 
-// From the volts of the detector to the level at its input: linear, logarithmic with slope and intercept, or the table
-// that a calibration has made. A part of the detector's page.
+// The law that converts the detector's volts to the level at its input: linear, logarithmic with slope and intercept,
+// or a table made by a calibration. Part of the detector page.
 class DetectorLawBox : public SetUpPage
 {
     Q_OBJECT

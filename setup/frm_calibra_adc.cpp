@@ -13,7 +13,7 @@ namespace calvorn {
 namespace {
 
 constexpr double kStep = 0.001; // volts
-constexpr int kPeriodMs = 300;  // of the readings
+constexpr int kPeriodMs = 300;  // between readings
 
 } // namespace
 
@@ -56,7 +56,7 @@ void FrmCalibraADC::load()
     m_hint->clear();
     if (!driver())
         return;
-    driver()->setSpeed(numberOf(SweepSpeed::Calibration)); // the detector settles fully
+    driver()->setSpeed(numberOf(SweepSpeed::Calibration)); // so that the detector settles fully
     m_timer.start();
 }
 
@@ -67,7 +67,7 @@ void FrmCalibraADC::unload()
         driver()->setSpeed(configuration().sweepSpeed);
 }
 
-// Hardware that does not answer is told once, not at every tick.
+// Reports hardware that does not answer once, not at every tick.
 void FrmCalibraADC::TimerDetector_Timer()
 {
     try {
@@ -83,7 +83,7 @@ void FrmCalibraADC::TimerDetector_Timer()
     }
 }
 
-// The cursor keeps its place beside the decimal separator.
+// Reformats the number and keeps the cursor's distance from the decimal separator.
 void FrmCalibraADC::numberTyped()
 {
     const QChar separator = NumberText().decimalSeparator();

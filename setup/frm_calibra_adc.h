@@ -7,8 +7,8 @@
 
 namespace calvorn {
 
-// The calibration of the detector: the offset (volts) that makes it show a voltage that is known. "Apply" takes it
-// into the record and computes the amplitudes of the table anew from their counts.
+// Calibrates the detector: the user finds the offset (volts) that makes it show a known voltage. "Apply" stores the
+// offset in the configuration and recomputes the amplitudes of the table from their counts.
 class FrmCalibraADC : public CalibrationDialog
 {
     Q_OBJECT
@@ -23,7 +23,7 @@ protected:
     void numberTyped() override;
     void nudged(int direction) override;
     void cmdApply_Click() override;
-    // A decimal separator typed in front of the one that is there steps over it.
+    // A decimal separator typed in front of the existing one steps over it.
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:

@@ -42,7 +42,7 @@ void FrmCalibraDDS::load()
     box()->setText(NumberText().fromDouble(configuration().ddsOffset));
 }
 
-// An offset that was tried but not applied stops acting on the hardware.
+// Restores the configured offset on the hardware, where another one may have been tried.
 void FrmCalibraDDS::unload()
 {
     if (!driver())

@@ -6,8 +6,8 @@
 
 namespace calvorn {
 
-// The calibration of the generator: the offset (Hz) that makes a frequency meter show the start frequency. It acts on
-// the hardware at once where that can be; the record takes it on "Apply".
+// Calibrates the generator: the user finds the offset (Hz) that makes a frequency meter show the start frequency. If
+// the interface supports that, a tried offset acts on the hardware at once. "Apply" stores it in the configuration.
 class FrmCalibraDDS : public CalibrationDialog
 {
     Q_OBJECT
@@ -17,7 +17,7 @@ public:
                   QWidget *parent = nullptr);
 
 signals:
-    // From now on this window tells the errors of the driver, or not any more.
+    // This window starts (true) or stops (false) reporting the driver's errors.
     void takesErrors(bool takes);
 
 protected:

@@ -25,7 +25,7 @@ constexpr double kLowestDbm = -120.0;
 constexpr double kHighestDbm = 60.0;
 constexpr double kMostAttenuation = 150.0; // dB
 constexpr double kSameLevel = 0.005;       // dB
-constexpr double kMillivolts = 1000.0;     // in a volt
+constexpr double kMillivolts = 1000.0;     // per volt
 
 RealSpinBox *levelBox(const char *name, const QString &toolTip, double lowest, double highest, QWidget *parent)
 {
@@ -185,7 +185,7 @@ void FrmCalibraLevel::measuringEnded(const QString &told)
     m_told->setText(told);
 }
 
-// A level that was measured before gets a new point.
+// A new point replaces an earlier one at the same level.
 void FrmCalibraLevel::take(const LevelReading &reading)
 {
     const DetectorCalibration detector = detectorOf(m_configuration);

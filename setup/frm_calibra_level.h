@@ -15,15 +15,15 @@
 
 namespace calvorn {
 
-// The level calibration: known levels one after the other, each measured, and the law of the detector that they make.
-// "Apply" takes the law into the record and the settings file, and computes the amplitudes of the table anew. Until
-// then nothing is changed.
+// Calibrates the level: the user sets known levels one after the other, and the dialog measures each one and computes
+// the law of the detector. "Apply" stores the law in configuration and settings file, and recomputes the amplitudes of
+// the table. Until then, nothing changes.
 class FrmCalibraLevel : public QDialog
 {
     Q_OBJECT
 
 public:
-    // How many readings make a point.
+    // Number of readings for each point.
     static constexpr int kReadings = 64;
 
     FrmCalibraLevel(Configuration &configuration, Instrument &instrument, ErrorBoundary &boundary,
@@ -51,8 +51,8 @@ private:
     Instrument &m_instrument;
     ErrorBoundary &m_boundary;
     LevelReader m_reader;
-    std::vector<CalibrationPoint> m_points; // by falling level
-    double m_measured = 0.0;                // dBm, the level that is being measured
+    std::vector<CalibrationPoint> m_points; // sorted by falling level
+    double m_measured = 0.0;                // dBm, the level being measured
     RealSpinBox *m_known;
     RealSpinBox *m_attenuator;
     QPushButton *m_measure;

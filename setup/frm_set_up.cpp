@@ -21,7 +21,7 @@ namespace calvorn {
 
 namespace {
 
-// A pressed button is only a little darker, which nobody sees among dark colours.
+// Highlights a pressed button: by default it is only slightly darker, which is invisible among dark colours.
 void markPressed(QPushButton *button, bool pressed)
 {
     QPalette colours = button->parentWidget()->palette();
@@ -45,7 +45,7 @@ FrmSetUp::FrmSetUp(const Configuration &configuration, Messages &messages, Error
     auto *grid = new QGridLayout(this);
     grid->addLayout(buildPageButtons(), 0, 0);
     grid->setColumnStretch(1, 1);
-    // In the order in which the keyboard goes through them.
+    // Create the widgets in the order in which Tab visits them.
     buildPages({m_values, configuration, messages, boundary});
     grid->addLayout(buildButtons(), 1, 0, 1, 2);
 }
@@ -66,7 +66,7 @@ QLayout *FrmSetUp::buildPageButtons()
         {"cmdPort", tr("&Ports"), tr("Which serial and which parallel port is used")},
     }};
     auto *column = new QVBoxLayout;
-    // Exclusive by a group: without one, the options of the pages below would be taken for members.
+    // Use a group: auto-exclusive buttons would include the options of the pages below.
     auto *group = new QButtonGroup(this);
     for (std::size_t page = 0; page < kPages; ++page) {
         auto *button = new QPushButton(buttons[page].caption, this);
@@ -93,7 +93,7 @@ QLayout *FrmSetUp::buildButtons()
     auto *exit = new QPushButton(tr("&EXIT"), this);
     exit->setObjectName(QStringLiteral("cmdExit"));
     exit->setToolTip(tr("Close without any change"));
-    // Return in a text box takes the entry, and nothing more.
+    // Return in a text box must accept the entry and nothing more.
     m_apply->setAutoDefault(false);
     exit->setAutoDefault(false);
     m_boundary.connect(m_apply, &QPushButton::clicked, this, "cmdApply_Click", [this] { cmdApply_Click(); });
@@ -105,7 +105,7 @@ QLayout *FrmSetUp::buildButtons()
     return row;
 }
 
-// All pages lie on one another; one of them shows.
+// Puts all pages on top of each other; only one is visible at a time.
 void FrmSetUp::buildPages(const SetUpContext &context)
 {
     auto *interfacePage = new InterfacePage(context);
@@ -160,7 +160,7 @@ void FrmSetUp::showPage(std::size_t page)
     m_pageButtons[page]->setChecked(true);
 }
 
-// Chip, converter and outputs are those of an interface: as long as none is chosen they have nothing to show.
+// Chip, converter and outputs belong to an interface: without an interface these pages are empty.
 void FrmSetUp::enablePageButtons(bool enabled)
 {
     for (const std::size_t page : {Dds, Adc, Aux})
@@ -174,7 +174,7 @@ void FrmSetUp::interfaceChosen()
 
 void FrmSetUp::cmdApply_Click()
 {
-    // What is still being typed counts, however the button was pressed.
+    // Commit an entry that is still being typed, however the button was pressed.
     m_apply->setFocus();
     if (m_messages.show(BoxIcon::Warning, BoxButtons::OkCancel,
                         tr("Please confirm, now program will exit.") + u'\r' + tr("Please restart.")) != kBoxOk)

@@ -12,31 +12,31 @@ namespace calvorn {
 
 class InterfacePage;
 
-// What the caller knows when it opens the configuration.
+// What the caller knows when opening the configuration.
 struct SetUpOpening
 {
     // There are no settings yet: the dialog proposes the prepared simulated board.
     bool firstStart = false;
-    // The key of a device whose name the caller has just reported as unknown; it is not reported a second time.
+    // The key of a device whose unknown name the caller has just reported; the dialog does not report it again.
     std::optional<SettingKey> reportedDevice;
 };
 
-// The configuration of the hardware: five pages over one set of working copies. Nothing but "Apply" writes; exec()
-// then returns Accepted and the program has to end, because the new configuration is read at its next start.
+// The configuration of the hardware: five pages over one set of working copies. Only "Apply" writes; exec() then
+// returns Accepted and the program must end, because the new configuration is read at the next start.
 class FrmSetUp : public QDialog
 {
     Q_OBJECT
 
 public:
-    // configuration: for the path of the settings file.
+    // configuration: supplies the path of the settings file.
     FrmSetUp(const Configuration &configuration, Messages &messages, ErrorBoundary &boundary,
              QWidget *parent = nullptr);
 
-    // For the next time that the dialog opens.
+    // Applies to the next time the dialog opens.
     void setOpening(const SetUpOpening &opening) { m_opening = opening; }
 
 protected:
-    // Reads the file afresh whenever the dialog is opened.
+    // Reads the file again whenever the dialog opens.
     void showEvent(QShowEvent *event) override;
 
 private:

@@ -49,7 +49,7 @@ InterfacePage::InterfacePage(const SetUpContext &context)
 
 void InterfacePage::fill()
 {
-    // None where the file names an interface that there is not.
+    // Choose no option if the file names an unknown interface.
     for (std::size_t i = 0; i < m_optInterface.size(); ++i)
         if (values().interfaceType == interfaceKinds()[i].number)
             chooseOption(m_optInterface[i]);
@@ -60,7 +60,7 @@ void InterfacePage::forget()
     chooseNoOption(m_optInterface.front());
 }
 
-// A click on the option that is chosen already changes nothing: it would undo what was edited on the other pages.
+// Ignores a click on the current option, which would undo changes made on the other pages.
 void InterfacePage::optInterface_Click(std::int16_t index)
 {
     if (values().interfaceType == index)

@@ -9,7 +9,7 @@
 
 namespace calvorn {
 
-// The interface, and the prepared configuration of each.
+// The interface, and the prepared configuration for each interface.
 class InterfacePage : public SetUpPage
 {
     Q_OBJECT
@@ -21,7 +21,7 @@ public:
     void forget() override;
 
 signals:
-    // The other pages show other values, or are to be shown for the first time.
+    // The other pages have new values, or can be shown for the first time.
     void interfaceChosen();
 
 private:

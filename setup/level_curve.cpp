@@ -12,11 +12,11 @@ namespace calvorn {
 
 namespace {
 
-constexpr int kLines = 14; // of text, high
+constexpr int kLines = 14; // height in lines of text
 constexpr double kPointRadius = 3.0;
-constexpr double kResidualShare = 0.28; // of the height
-constexpr int kSteps = 200;             // of the law's line
-constexpr double kLeastResidual = 0.5;  // dB, half of the scale at least
+constexpr double kResidualShare = 0.28; // fraction of the height
+constexpr int kSteps = 200;             // segments of the law's line
+constexpr double kLeastResidual = 0.5;  // dB, smallest value at the ends of the scale
 
 QString number(double value, const DisplayMask &mask)
 {

@@ -7,8 +7,8 @@
 
 namespace calvorn {
 
-// The points of a level calibration with the law that goes through them, and below them what is left: the law's level
-// less the known one, in dB.
+// The points of a level calibration and the law fitted to them, and below that the residuals: the law's level minus the
+// known level, in dB.
 class LevelCurve : public QWidget
 {
     Q_OBJECT
@@ -16,7 +16,7 @@ class LevelCurve : public QWidget
 public:
     explicit LevelCurve(QWidget *parent = nullptr);
 
-    // law: nothing where the points make none.
+    // law: nothing if the points yield none.
     void show(const std::vector<CalibrationPoint> &points, const std::optional<DetectorLaw> &law);
 
     QSize sizeHint() const override;

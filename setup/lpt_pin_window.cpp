@@ -19,7 +19,7 @@ namespace calvorn {
 
 namespace {
 
-constexpr int kPinsAbove = 13; // of the 25
+constexpr int kPinsAbove = 13; // pins in the upper row, of 25
 constexpr int kMargin = 10;    // pixels
 constexpr int kPinRadius = 11;
 constexpr int kShellHeight = 84;
@@ -77,7 +77,7 @@ QSize LptPinDrawing::sizeHint() const
     return {kPinsAbove * pitch() + 2 * kMargin, kShellHeight + 2 * labelLength() + 2 * kMargin};
 }
 
-// The lower row stands between the pins of the upper one.
+// The pins of the lower row stand between those of the upper one.
 QPointF LptPinDrawing::centreOf(int number) const
 {
     const bool above = number <= kPinsAbove;

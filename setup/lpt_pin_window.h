@@ -10,7 +10,7 @@
 
 namespace calvorn {
 
-// The connector of the parallel port with the signal at each pin, as a drawing.
+// A drawing of the parallel port's connector with the signal at each pin.
 class LptPinDrawing : public QWidget
 {
     Q_OBJECT
@@ -25,7 +25,7 @@ public:
 
 protected:
     void paintEvent(QPaintEvent *event) override;
-    // A tool tip for the pin under the mouse.
+    // Shows a tool tip for the pin nearest to the mouse.
     bool event(QEvent *event) override;
 
 private:
@@ -39,7 +39,7 @@ private:
     std::array<PinUse, kConnectorPins> m_uses;
 };
 
-// The wiring in force, from [LPT Wiring] of the settings file or the standard one.
+// Shows the wiring in force: section [LPT Wiring] of the settings file, or the standard wiring.
 class LptPinWindow : public QDialog
 {
     Q_OBJECT

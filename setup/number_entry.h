@@ -12,24 +12,24 @@
 
 namespace calvorn {
 
-// What a text box of the set-up does to the number it edits. A bad entry is corrected in place with a beep and no
-// message: what is no number gives way to the former one, what is out of range to the nearest in it.
+// Connects a text box of the set-up to the number that it edits. A bad entry is corrected in place with a beep and no
+// message: text that is not a number is replaced by the previous number, a number out of range by the nearest limit.
 class NumberEntry : public QObject
 {
     Q_OBJECT
 
 public:
-    // Whole: thousands may be grouped, and are not while the box is edited. Real: either decimal separator will do.
+    // Whole: thousands are grouped, except while the box is edited. Real: accepts either decimal separator.
     enum class Kind { Whole, Real };
 
     struct Binding
     {
         std::function<QString()> shown;                   // the number as the box shows it
-        std::function<void(double)> take;                 // in range
+        std::function<void(double)> take;                 // stores a number that is in range
         std::function<std::pair<double, double>()> range; // lowest and highest
     };
 
-    // Belongs to the box.
+    // The box becomes the parent.
     NumberEntry(EntryBox *box, Kind kind, Binding binding, Messages &messages, ErrorBoundary &boundary);
 
     EntryBox *box() const { return m_box; }
@@ -43,7 +43,7 @@ private:
     Kind m_kind;
     Binding m_binding;
     Messages &m_messages;
-    QByteArray m_enterName; // of the handlers, for the error boundary
+    QByteArray m_enterName; // names of the handlers, for the error boundary
     QByteArray m_leaveName;
 };
 

@@ -11,19 +11,19 @@ namespace calvorn {
 
 inline constexpr int kConnectorPins = 25;
 
-// What a pin of the parallel port's connector does for the board.
+// The function of a pin of the parallel port's connector.
 struct PinUse
 {
     enum class Kind { Unused, Output, Input, Ground };
 
     int number = 0; // 1 to 25
-    QString line;   // of the port: "D0", "STROBE"; empty for ground
-    QString signal; // for the user; empty when unused
+    QString line;   // line of the port: "D0", "STROBE"; empty for ground
+    QString signal; // text for the user; empty if unused
     Kind kind = Kind::Unused;
     bool invertedByBoard = false;
 };
 
-// By pin, the first is pin 1.
+// Returns the pins in order, starting with pin 1.
 std::array<PinUse, kConnectorPins> pinUses(const BoardWiring &wiring);
 
 } // namespace calvorn

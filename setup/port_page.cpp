@@ -22,12 +22,12 @@ namespace calvorn {
 namespace {
 
 constexpr int kRefreshMs = 1000;
-constexpr std::array kPresetAddresses{kSimulatedLptAddress, 0x378, 0x278, 0x3BC}; // as the captions of the options say
+constexpr std::array kPresetAddresses{kSimulatedLptAddress, 0x378, 0x278, 0x3BC}; // in the order of the options
 constexpr int kDefaultAddress = 0x378;
 constexpr int kHighestAddress = std::numeric_limits<std::uint16_t>::max();
 constexpr int kLongestNumber = 5; // digits
 
-// The number that the leading digits make; at most kLongestNumber of them fit into the boxes.
+// Returns the number formed by the leading digits; the boxes hold at most kLongestNumber digits.
 int leadingNumber(const QString &text)
 {
     int number = 0;
@@ -39,7 +39,7 @@ int leadingNumber(const QString &text)
     return number;
 }
 
-// Below an option, where its text begins.
+// Indents a widget to the position where the text of an option begins.
 QHBoxLayout *indented(QWidget *widget)
 {
     const QStyle *style = widget->style();
@@ -67,7 +67,7 @@ PortPage::PortPage(const SetUpContext &context)
     boundary().connect(&m_refresh, &QTimer::timeout, this, "timerPorts_Timer", [this] { IsComPortAvailable(); });
 }
 
-// The device of each option stands beside it, that of the free number below, where there is more room.
+// The device of each option is shown beside the option, that of the free number below it, where there is more room.
 QWidget *PortPage::buildSerialPorts()
 {
     auto *frame = new QGroupBox(tr("Serial port (PIC, MiniVNA)"), this);
@@ -84,7 +84,7 @@ QWidget *PortPage::buildSerialPorts()
             grid->addWidget(m_comDevice[i], static_cast<int>(i), 1);
         }
     }
-    // The devices keep their place when a port comes or goes.
+    // Reserve the width of the longer text, so that the devices do not move when a port appears or disappears.
     m_optSerial.front()->setText(tr("COM%1").arg(kFixedComPorts) + tr(" NOT available"));
     grid->setColumnMinimumWidth(0, m_optSerial.front()->sizeHint().width());
     m_optSerial.back()->setText(tr("COMx"));
@@ -155,7 +155,7 @@ bool PortPage::ComPortExists(int comPort) const
     return comPortExists(comPort, iniPath());
 }
 
-// The text is the only mark: a port that is not there yet can be chosen.
+// Marks unavailable ports only in the text, because they can be chosen all the same.
 void PortPage::IsComPortAvailable()
 {
     for (int number = 1; number <= kFixedComPorts; ++number) {
@@ -168,7 +168,7 @@ void PortPage::IsComPortAvailable()
     nameDevices();
 }
 
-// The whole story of a number, for a tool tip.
+// Returns the full description of a COM number, for a tool tip.
 QString PortPage::describeComPort(int number) const
 {
     if (number == kSimulatedComPort)
@@ -176,7 +176,7 @@ QString PortPage::describeComPort(int number) const
     const QString device = serialDeviceOf(number, iniPath());
     if (device.isEmpty())
         return tr("No device belongs to this number. The section [Ports] of the settings file can name one.");
-    // A name that udev made leads to the device itself.
+    // A name made by udev is a link to the actual device.
     const QString target = QFileInfo(device).canonicalFilePath();
     return target.isEmpty() || target == device ? device : device + QStringLiteral(" → ") + target;
 }

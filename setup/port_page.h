@@ -13,8 +13,8 @@
 
 namespace calvorn {
 
-// The ports: which COM numbers there are, which one is used, and the address of the parallel port. While the page is
-// shown it follows adapters that are plugged in or pulled out.
+// The ports: the available COM numbers, the chosen one, and the address of the parallel port. While visible, the page
+// follows adapters that are plugged in or removed.
 class PortPage : public SetUpPage
 {
     Q_OBJECT
@@ -50,7 +50,7 @@ private:
     void cmdLPTpin_Click();
 
     QTimer m_refresh;
-    std::array<QRadioButton *, kFixedComPorts + 1> m_optSerial{}; // item n stands for COMn, the last for any other
+    std::array<QRadioButton *, kFixedComPorts + 1> m_optSerial{}; // COM1 to COM6, then the free number
     std::array<ElidedLabel *, kFixedComPorts + 1> m_comDevice{};
     QLineEdit *m_comNumber = nullptr;
     QLabel *m_comState = nullptr;

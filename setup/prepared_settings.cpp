@@ -5,7 +5,7 @@
 #include "protocol/simulator_keys.h"
 #include "setup/set_up_values.h"
 
-// A resource of a static library has to be asked for, outside of any namespace.
+// The resource of a static library must be initialised explicitly, outside of any namespace.
 static void initialiseResource()
 {
     Q_INIT_RESOURCE(prepared_settings);

@@ -5,15 +5,15 @@
 
 namespace calvorn {
 
-// The settings that come with the program, embedded in it: a simulated board on the parallel port, and a default
-// configuration of each interface. Readable with platform/profile_file.h.
+// Returns the path of the settings embedded in the program: a simulated board on the parallel port, and a default
+// configuration for each interface. Readable with platform/profile_file.h.
 QString preparedSettings();
 
-// Whether there is no settings file at this path, or a blank one. Not so where it cannot be read.
+// Whether the settings file at this path is missing or blank. False if it cannot be read.
 bool isFirstStart(const QString &path);
 
 // Writes the default configurations [Interface1] to [Interface3] and the section [Simulator] of the prepared settings
-// into the file. False when it cannot be written.
+// into the file. Returns false if that fails.
 bool writePreparedSections(const QString &path);
 
 } // namespace calvorn

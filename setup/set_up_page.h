@@ -13,11 +13,11 @@
 
 namespace calvorn {
 
-// What the pages of the set-up share.
+// What all pages of the set-up share.
 struct SetUpContext
 {
     SetUpValues &values;
-    const Configuration &configuration; // for iniPath; nothing here changes the record
+    const Configuration &configuration; // for iniPath; the pages do not change it
     Messages &messages;
     ErrorBoundary &boundary;
 };
@@ -32,16 +32,16 @@ public:
         : QGroupBox(title)
         , m_context(context)
     {
-        // The dialog keeps its size whichever page it shows.
+        // Keep the size of the dialog, whichever page it shows.
         QSizePolicy policy = sizePolicy();
         policy.setRetainSizeWhenHidden(true);
         setSizePolicy(policy);
     }
 
-    // Shows the working copies; called before the page is shown.
+    // Shows the working copies. Called before the page is shown.
     virtual void fill() = 0;
 
-    // Clears what fill() leaves as it is; called when the dialog opens.
+    // Clears what fill() does not overwrite. Called when the dialog opens.
     virtual void forget() {}
 
 protected:
@@ -56,7 +56,7 @@ protected:
         box->setFixedWidth(box->fontMetrics().horizontalAdvance(widest + QStringLiteral("00")));
     }
 
-    // A text that takes the width there is, and asks for none.
+    // Makes a label wrap its text in the available width, without requesting any width.
     static QLabel *wrapping(QLabel *label)
     {
         label->setWordWrap(true);
@@ -64,7 +64,7 @@ protected:
         return label;
     }
 
-    // Name, tool tip and accessible name of a control.
+    // Sets name, tool tip and accessible name of a control.
     template <typename Control>
     static Control *named(Control *control, const QString &name, const QString &toolTip,
                           const QString &accessibleName = {})

@@ -19,41 +19,41 @@ struct AuxValues
     bool enabled = false;
     bool inverse = false;
     QString title;
-    std::array<QString, kAuxSteps> captions; // blank: the step is not used
+    std::array<QString, kAuxSteps> captions; // blank if the step is not used
     std::array<QString, kAuxSteps> weights;  // whole numbers
 };
 
-// The working copies of the set-up: what its pages edit and "Apply" writes.
+// The working copies of the set-up, which its pages edit and "Apply" writes.
 struct SetUpValues : HardwareSettings
 {
     std::array<AuxValues, 2> aux;
-    QString potMax; // 0 to 255; either empty: there is no potentiometer
+    QString potMax; // 0 to 255; if either is empty, there is no potentiometer
     QString potMin;
-    bool isLawChosen = false; // by the user; otherwise "Apply" leaves the law in the file as it is, damaged or not
+    bool isLawChosen = false; // by the user; otherwise "Apply" leaves the law in the file unchanged, even a damaged one
 };
 
 inline constexpr std::array<const char *, 3> kDdsDevices = {kDdsChips[0].name, kDdsChips[1].name, kDdsChips[2].name};
 inline constexpr std::array<const char *, 2> kAdcDevices = {kAdc8Bit, kAdc10Bit};
 
-// Synthesiser and detector from [Config], the auxiliary outputs from their sections; a key that is missing gives its
-// default and stays missing. Returns a sentence for each value that could not be used, except for the device of the
-// key reportedDevice.
+// Loads synthesiser and detector from [Config], and the auxiliary outputs from their sections. A missing key yields its
+// default and is not written. Returns a sentence for each value that cannot be used, except the device of the key
+// reportedDevice.
 QStringList loadHardware(SetUpValues &values, const QString &path,
                          const std::optional<SettingKey> &reportedDevice = {});
 
-// Interface and ports; they have one place each.
+// Loads interface and ports, which are stored in one place only.
 QStringList loadPorts(SetUpValues &values, const QString &path);
 
 // The section of the prepared configuration of an interface (1 to 3): "Interface1" to "Interface3".
 QByteArray preparedSection(std::int16_t interfaceType);
 
-// Whether the file holds such a configuration.
+// Whether the file has the prepared configuration of this interface.
 bool hasDefaults(const QString &path, std::int16_t interfaceType);
 
-// As loadHardware(), with synthesiser and detector from that section.
+// Like loadHardware(), but takes synthesiser and detector from the prepared section.
 QStringList loadDefaults(SetUpValues &values, const QString &path, std::int16_t interfaceType);
 
-// What "Apply" writes, in this order. Reals carry the locale's decimal separator.
+// Returns what "Apply" writes, in this order. Real numbers have the locale's decimal separator.
 QVector<ProfileEntry> entriesOf(const SetUpValues &values);
 
 } // namespace calvorn
