@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// The table of commands in docs/scpi.md.
-//   scpi_manual FILE          says whether the file has it as the program knows it (0), or not (1)
-//   scpi_manual --write FILE  puts it there
+// Checks or writes the table of commands in docs/scpi.md.
+//   scpi_manual FILE          returns 0 if the file contains the program's table, otherwise 1
+//   scpi_manual --write FILE  writes the table to the file
 #include "remote/scpi_command.h"
 
 #include <QFile>
@@ -57,11 +57,11 @@ int main(int argc, char **argv)
     const qsizetype begin = before.indexOf(kBegin);
     const qsizetype end = before.indexOf(kEnd);
     if (begin < 0 || end < begin)
-        return fail(QStringLiteral("the marks of the table are missing"));
+        return fail(QStringLiteral("the markers around the table are missing"));
     const QByteArray after = before.left(begin + kBegin.size()) + table() + before.mid(end);
     if (!writes)
         return after == before ? 0
-                               : fail(QStringLiteral("the table is not that of the program: tools/update-scpi-manual"));
+                               : fail(QStringLiteral("the table is out of date: run tools/update-scpi-manual"));
     if (!file.open(QIODevice::WriteOnly) || file.write(after) != after.size())
         return fail(file.fileName() + QStringLiteral(": ") + file.errorString());
     return 0;

@@ -125,7 +125,7 @@ void TestScpiError::longDetailsLoseTheirEnd()
     QCOMPARE(textIn(QByteArray(239, 'x')).size(), 255);
     QCOMPARE(textIn(QByteArray(10'000, 'x')).size(), 255);
     QCOMPARE(textIn(QByteArray(10'000, '"')), "Undefined header;" + QByteArray(238, '"'));
-    // A doubled quote has no room for its second half.
+    // There is no space for the second half of a doubled quote.
     QCOMPARE(textIn(QByteArray(237, 'x') + "\"y"), "Undefined header;" + QByteArray(237, 'x'));
 }
 
@@ -196,7 +196,7 @@ void TestScpiError::queueOverflows()
         QCOMPARE(queue.take(), (ScpiError{-113, QByteArray::number(index)}));
     QCOMPARE(queue.take(), (ScpiError{-350, {}}));
     QCOMPARE(queue.take().number, 0);
-    // There is room again.
+    // The queue has space again.
     queue.add({-222, "later"});
     QCOMPARE(queue.take(), (ScpiError{-222, "later"}));
 }

@@ -29,7 +29,7 @@ qint64 residentKilobytes()
     return test::memoryKilobytes(QCoreApplication::applicationPid());
 }
 
-// All lines of the bytes, arriving in chunks of this size.
+// Returns all lines of bytes that arrive in chunks of this size.
 QList<Line> linesOf(QByteArrayView bytes, qsizetype chunk)
 {
     QList<Line> all;

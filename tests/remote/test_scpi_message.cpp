@@ -7,7 +7,7 @@ using namespace calvorn;
 
 namespace {
 
-// The header of a unit with the memory of the tree applied: "A:B2?", "*IDN?".
+// Returns the full header of a unit, with omitted nodes filled in: "A:B2?", "*IDN?".
 QByteArray pathOf(const ScpiUnit &unit)
 {
     QByteArray text;
@@ -19,7 +19,7 @@ QByteArray pathOf(const ScpiUnit &unit)
     return (unit.isCommon ? "*" : "") + text + (unit.isQuery ? "?" : "");
 }
 
-// A parameter by its kind: `5 HZ`, `ON`, `"text"`, `{bytes}`.
+// Formats a parameter by its kind: `5 HZ`, `ON`, `"text"`, `{bytes}`.
 QByteArray asText(const ScpiParameter &parameter)
 {
     switch (parameter.kind) {
@@ -36,7 +36,7 @@ QByteArray asText(const ScpiParameter &parameter)
     return '{' + parameter.text + '}';
 }
 
-// All units: headers with the memory applied, parameters joined by "|", units by "; "; "!-113 detail" for an error.
+// Formats all units: full headers, parameters joined by "|", units by "; "; "!-113 detail" for an error.
 QByteArray unitsOf(const QByteArray &message)
 {
     ScpiMessage parser(message);
@@ -367,7 +367,7 @@ void TestScpiMessage::everyPrefixIsReadSafely()
             ++units;
         QVERIFY(units <= 3);
         QVERIFY(parser.position() <= length);
-        // Either all of it is read or there is an error.
+        // Either everything is read or there is an error.
         QVERIFY(parser.position() == length || error.number < -100);
     }
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Numbers as text in both directions, under locales with a decimal comma.
+// Tests reading and writing of numbers under locales with a decimal comma.
 #include "remote/scpi_message.h"
 #include "remote/scpi_value.h"
 
@@ -19,7 +19,7 @@ using namespace calvorn;
 
 namespace {
 
-// The only parameter of a message, or nothing.
+// Returns the only parameter of a message, or nothing.
 std::optional<ScpiParameter> parameterOf(const QByteArray &text)
 {
     ScpiMessage parser("A " + text);
@@ -38,7 +38,7 @@ std::optional<double> numberOf(const QByteArray &text)
     return parameter->number;
 }
 
-// The number of the error that a parameter ends with; 0 without one.
+// Returns the number of the error of a parameter; 0 if there is none.
 int errorOf(const QByteArray &text)
 {
     ScpiMessage parser("A " + text);
@@ -82,7 +82,7 @@ private:
     QTemporaryDir m_locales;
 };
 
-// Makes a locale with a decimal comma for the C library, which tests run without.
+// Makes a locale with a decimal comma for the C library: the test must not depend on installed locales.
 void TestScpiNumbers::initTestCase()
 {
     QFile source(m_locales.filePath("comma.txt"));
@@ -92,7 +92,7 @@ void TestScpiNumbers::initTestCase()
     source.close();
     QProcess compiler;
     compiler.setStandardErrorFile(QProcess::nullDevice());
-    // -c: although the other categories are missing.
+    // -c: ignore the missing categories.
     compiler.start("/usr/bin/localedef", {"-c", "-i", source.fileName(), m_locales.filePath("comma")});
     QVERIFY(compiler.waitForFinished());
     qputenv("LOCPATH", m_locales.path().toLocal8Bit());
@@ -106,7 +106,7 @@ void TestScpiNumbers::addLocaleRows()
     QTest::newRow("it_IT") << QLocale(QLocale::Italian, QLocale::Italy);
 }
 
-// Qt's locale of the row, and in the C library one with the same decimal separator.
+// Sets Qt's locale of the row, and one with the same decimal separator in the C library.
 void TestScpiNumbers::useLocale()
 {
     QFETCH(QLocale, locale);
@@ -158,7 +158,7 @@ void TestScpiNumbers::reads_data()
     row("1.7976931348623157E308", std::numeric_limits<double>::max());
     row("4.9406564584124654E-324", std::numeric_limits<double>::denorm_min());
     row("2.2250738585072014E-308", std::numeric_limits<double>::min());
-    // Just below the middle between the largest double and the next power of two.
+    // Just below the midpoint between the largest double and the next power of two.
     row("1.797693134862315807E308", std::numeric_limits<double>::max());
     row("#H0", 0.0);
     row("#H1F", 31.0);
@@ -185,7 +185,7 @@ void TestScpiNumbers::everyFormUnderEveryLocale()
     QCOMPARE(numberOf(".5"), std::optional(0.5));
     QCOMPARE(numberOf("1234567.5"), std::optional(1234567.5));
     QCOMPARE(numberOf("#H1F"), std::optional(31.0));
-    // A comma separates parameters, a thousands separator is none of a number.
+    // A comma separates parameters; thousands separators are not allowed.
     QVERIFY(!numberOf("1,5"));
     QCOMPARE(errorOf("1.234.567"), -121);
     const auto withUnit = parameterOf("10.7 mHz");
@@ -281,7 +281,7 @@ void TestScpiNumbers::everyDoubleReadsBack()
     }
 }
 
-// A digit, a point, digits, E, a sign, and two or three digits.
+// Format: a digit, a point, digits, E, a sign, and two or three digits.
 void TestScpiNumbers::everyClientReadsTheForm()
 {
     std::mt19937_64 random(7);

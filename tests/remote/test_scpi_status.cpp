@@ -100,7 +100,7 @@ void TestScpiStatus::statusByte()
     QCOMPARE(status.statusByte(false, false), 0);
     status.raiseError(-100);
     QCOMPARE(status.statusByte(false, false), 32);
-    // Reading the byte clears nothing.
+    // Reading the status byte clears nothing.
     QCOMPARE(status.statusByte(false, false), 32);
     status.takeEsr();
     QCOMPARE(status.statusByte(false, false), 0);
@@ -141,7 +141,7 @@ void TestScpiStatus::conditionMakesEvents()
     QCOMPARE(group.condition(), 16);
     QCOMPARE(group.event(), 8 + 16);
     group.takeEvent();
-    // A bit that stays makes no event.
+    // A bit that stays set causes no event.
     group.setCondition(16);
     QCOMPARE(group.event(), 0);
     group.setConditionBits(2, true);
@@ -198,7 +198,7 @@ void TestScpiStatus::summaryOfGroups()
     QVERIFY(!group.hasSummary());
     group.setCondition(8);
     QVERIFY(group.hasSummary());
-    // The summary is about the event, not about the condition.
+    // The summary depends on the event, not on the condition.
     group.setCondition(0);
     QVERIFY(group.hasSummary());
     group.takeEvent();

@@ -13,7 +13,7 @@ namespace {
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
-// The only parameter of a command.
+// Returns the only parameter of a command.
 ScpiParameter parameterOf(const QByteArray &text)
 {
     ScpiMessage parser("A " + text);
@@ -23,7 +23,7 @@ ScpiParameter parameterOf(const QByteArray &text)
     return unit.parameters.value(0);
 }
 
-// A value as text, or "!-222 detail".
+// Formats a value, or an error as "!-222 detail".
 template <typename Value>
 QByteArray asText(const std::optional<Value> &value, const ScpiError &error)
 {
@@ -112,7 +112,7 @@ void TestScpiValue::numbers()
     QCOMPARE(asText(value, error), expected);
 }
 
-// 5 MV is the double that 0.005 is, and so on.
+// 5 MS must be the same double as 5e-3, and so on.
 void TestScpiValue::smallUnitsAreExact()
 {
     for (int number = 1; number < 1000; ++number) {
@@ -164,7 +164,7 @@ void TestScpiValue::ranges()
     ScpiError error;
     const auto value = readNumber(parameterOf(text), ScpiQuantity::Hertz, {1000, 10'000, defaultValue}, error);
     QCOMPARE(asText(value, error), expected);
-    // Not even an endless range has an infinite number in it.
+    // Even an infinite range contains no infinite number.
     ScpiError tooLarge;
     QVERIFY(!readNumber(parameterOf("1E308 GHZ"), ScpiQuantity::Hertz, {-kInfinity, kInfinity, 0.0}, tooLarge));
     QCOMPARE(tooLarge.number, -222);
@@ -201,7 +201,7 @@ void TestScpiValue::wholeNumbers()
     QFETCH(QByteArray, expected);
     ScpiError error;
     QCOMPARE(asText(readWhole(parameterOf(text), {-10, 20, 7}, error), error), expected);
-    // Without a range, only numbers that a double holds exactly.
+    // Without a range, only numbers that a double holds exactly are accepted.
     ScpiError none;
     QCOMPARE(readWhole(parameterOf("9007199254740992"), {}, none), std::optional(Q_INT64_C(9007199254740992)));
     QCOMPARE(readWhole(parameterOf("MIN"), {}, none), std::optional(Q_INT64_C(-9007199254740992)));

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// calvorn-sweep as a person or a script starts it, in a program folder of its own.
+// Runs calvorn-sweep in its own program folder, as a person or a script would.
 #include "tests/support/fake_server_control.h"
 #include "tests/support/interface_settings.h"
 #include "tests/support/locales.h"
@@ -87,7 +87,7 @@ void TestCalvornSweep::itsSweepIsThatOfTheWindow()
     QCOMPARE(QImage(tool.inFolder("sweep.png")).size(), QSize(1200, 800));
     QTRY_COMPARE(tool.serversRunning(), 0);
 
-    // Shown by the window, it is the same curve; exported again, the same file.
+    // Imported by the window, the file shows the same curve; exported again, it is the same file.
     test::WindowBench window(test::FakeServerControl::program(), contents(tool.folder.iniPath()));
     window.desktop.fileChoice = tool.inFolder("sweep.csv");
     window.window->findChild<QAction *>(QStringLiteral("mnuOpenCSV"))->trigger();
@@ -102,7 +102,7 @@ void TestCalvornSweep::itsSweepIsThatOfTheWindow()
         QVERIFY(std::abs(curve[row - 1].y() - fields[3].toDouble()) < 1e-6);
         highest = std::max(highest, fields[3].toDouble());
     }
-    QVERIFY2(highest > 200.0, "a crystal lets its resonance through");
+    QVERIFY2(highest > 200.0, "the crystal must transmit its resonance");
     window.desktop.fileChoice = tool.inFolder("again.csv");
     window.window->findChild<QAction *>(QStringLiteral("mnuSaveCSV"))->trigger();
     QCOMPARE(contents(tool.inFolder("again.csv")), csv);
@@ -186,7 +186,7 @@ void TestCalvornSweep::theResponseIsThisText_data()
                                "         1,000,000                      7,965,000                     14,965,000\n");
 }
 
-// The noise of the prepared board is the same each time.
+// The noise of the prepared board is reproducible.
 void TestCalvornSweep::theResponseIsThisText()
 {
     QFETCH(QString, scale);
@@ -205,7 +205,7 @@ void TestCalvornSweep::theResponseIsTheSameOnEveryScale()
     for (const char *scale : {"linear", "1V", "1V+10dB", "10V", "10V+10dB"}) {
         QCOMPARE(tool.run({QStringLiteral("--scale"), QString::fromLatin1(scale)}), 0);
         QVERIFY(tool.out.section(u'\n', 0, 0).endsWith(volts.isEmpty() ? QStringLiteral(" V") : QStringLiteral(" dB")));
-        // All but the level, which has the units of the scale.
+        // All lines except the level, whose unit depends on the scale.
         const QStringList response = tool.out.split(u'\n').mid(1, 4);
         QVERIFY2(response[3].endsWith(QStringLiteral(" Hz")), qPrintable(response[3]));
         if (volts.isEmpty())
@@ -232,7 +232,7 @@ void TestCalvornSweep::theScaleIsTaken()
 {
     QFETCH(QString, option);
     QFETCH(int, scale);
-    // The window was closed on another scale; the files are those of a window that was closed on this one.
+    // The stored scale differs from the option; the file must be as if the window had been closed with this scale.
     const QByteArray stored = "Scale=" + QByteArray::number((scale + 1) % 5);
     Tool tool(ProgramFolder::preparedSettings().replace("Scale=0", stored));
     QCOMPARE(tool.run({QStringLiteral("--output=sweep.csv"), QStringLiteral("--scale"), option}), 0);
@@ -250,7 +250,7 @@ void TestCalvornSweep::theMarkersOfAPictureFollowTheScale_data()
 void TestCalvornSweep::theMarkersOfAPictureFollowTheScale()
 {
     QFETCH(QLocale, locale);
-    // M3 and M4 stand at 0.5 V and 0.8 V.
+    // M3 and M4 are at 0.5 V and 0.8 V.
     Tool tool(ProgramFolder::preparedSettings());
     tool.setLocale(locale);
     const auto shows = [&](const char *scale, const char *m3, const char *m4) {
@@ -264,7 +264,7 @@ void TestCalvornSweep::theMarkersOfAPictureFollowTheScale()
     QVERIFY(shows("linear", "0.500", "0.800"));
     QVERIFY(shows("1V", "-6.0", "-1.9"));
     QVERIFY(shows("10V+10dB", "-26.0", "-21.9"));
-    // More dB than a double has volts.
+    // 100,000 dB are too many volts for a double.
     tool.folder.set("Calvorn", "Scale", QStringLiteral("3"));
     tool.folder.set("Calvorn", "Marker 3", QStringLiteral("100000"));
     tool.folder.set("Calvorn", "Marker 4", QStringLiteral("-14"));
@@ -282,7 +282,7 @@ void TestCalvornSweep::rangeAndSweepsAreTaken()
     QVERIFY(lines[1].startsWith("1,2000000,"));
     QVERIFY(lines[400].startsWith("400,2798000,"));
     QCOMPARE(tool.errors.filter(QStringLiteral(" of 3")).size(), 3);
-    // A range that is too small is widened, as in the window, and told.
+    // A range that is too small is widened and reported, as in the window.
     QCOMPARE(tool.run({QStringLiteral("--start=2000000"), QStringLiteral("--stop=2000001"),
                        QStringLiteral("--output=sweep.csv")}),
              0);
@@ -311,7 +311,7 @@ void TestCalvornSweep::otherSettingsReachTheServerToo()
 
 void TestCalvornSweep::theSettingsAreNeverWritten()
 {
-    // Most keys are missing and would be written by the window.
+    // Most keys are missing; the window would write them.
     Tool tool("[Config]\r\nInterface=2\r\nDDS Device=AD9851\r\n[Parallel Port]\r\nLPT=0\r\n");
     const QByteArray before = contents(tool.folder.iniPath());
     const QDateTime written = QFileInfo(tool.folder.iniPath()).lastModified();
@@ -388,7 +388,7 @@ void TestCalvornSweep::aPortThatDoesNotOpen()
     Tool serial(test::crystalSettings(kInterfacePic).replace("CommPort=100", "CommPort=77"));
     QCOMPARE(serial.run(), 3);
     QVERIFY2(serial.sentence().contains(QStringLiteral("COM77")), qPrintable(serial.sentence()));
-    // Without a server there is no port either, and the sentence names it.
+    // Without a server the port cannot be opened either, and the message names the server.
     QFile::remove(tool.inFolder("CalvornAsync"));
     QCOMPARE(tool.run(), 3);
     QVERIFY2(tool.sentence().contains(QStringLiteral("CalvornAsync")), qPrintable(tool.sentence()));
@@ -433,7 +433,7 @@ void TestCalvornSweep::aBoardThatFails()
     QFETCH(QString, fault);
     QFETCH(int, code);
     Tool tool(test::crystalSettings(interfaceType, fault));
-    // The first sweeps may still be good.
+    // The first sweeps may succeed.
     QCOMPARE(tool.run({QStringLiteral("--sweeps=2000"), QStringLiteral("--output=sweep.csv")}), code);
     QVERIFY2(!tool.sentence().isEmpty(), qPrintable(tool.errors.join(u'\n')));
     QVERIFY(!QFile::exists(tool.inFolder("sweep.csv")));
@@ -514,7 +514,7 @@ void TestCalvornSweep::helpAndManualNameEveryOption()
     QCOMPARE(tool.run({QStringLiteral("--help")}), 0);
     const QString help = tool.out;
     QString manual = QString::fromUtf8(contents(QStringLiteral(CALVORN_SOURCE_DIR "/docs/man/calvorn-sweep.1")));
-    // In roff a hyphen that is to stay one is written with a backslash.
+    // roff writes a literal hyphen with a backslash.
     manual.remove(u'\\');
     for (const char *option :
          {"settings", "start", "stop", "sweeps", "average", "scale", "input", "reference", "results", "fixture",

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Levels through detectors that are not linear, from the generator's words to the number in the table, on the three
-// simulated boards. What is allowed beside the law is one count of the converter.
+// Tests levels measured with non-linear detectors, from the generator's words to the numbers in the table, on the three
+// simulated boards. The tolerance includes one count of the converter.
 #include "core/configuration.h"
 #include "core/detector_settings.h"
 #include "core/level_calibration.h"
@@ -20,20 +20,20 @@ using calvorn::test::Tool;
 namespace {
 
 constexpr double kVoltsPerCount = 2.5 / 1024.0;
-constexpr double kCentre = 1e6;       // Hz; so low that the generators lose nothing
-constexpr int kSweeps = 8;            // whose mean is taken: the noise is half a count
-constexpr double kFor1Volt = 13.0103; // dBm of 0 dB on the scale
+constexpr double kCentre = 1e6;       // Hz; low enough for the generators to have no loss
+constexpr int kSweeps = 8;            // to average: the noise is half a count
+constexpr double kFor1Volt = 13.0103; // dBm at 0 dB on the scale
 constexpr int kPoints = 400;
-constexpr double kLowestDbm = -30.0; // of the calibrated diode, 40 dB below the highest
+constexpr double kLowestDbm = -30.0; // lowest level of the calibrated diode, 40 dB below the highest
 
-// Third order, 100 kHz wide: 60 dB down at half and at twice the centre.
+// Third order, 100 kHz wide; attenuates by 60 dB at half and at twice the centre.
 double bandPass(double hertz)
 {
     const double x = (hertz / kCentre - kCentre / hertz) * kCentre / 100e3;
     return 1.0 / std::sqrt(1.0 + x * x * x * x * x * x);
 }
 
-// What one count of the converter is worth at a level, dB.
+// Returns the width of one count of the converter at a level, dB.
 double diodeResolution(double dBm)
 {
     constexpr double kSmall = 0.001; // dB
@@ -45,7 +45,7 @@ struct Sample
 {
     double hertz = 0.0;
     double count = 0.0;
-    double decibels = 0.0; // of 1 V
+    double decibels = 0.0; // relative to 1 V
 };
 
 struct Bench
@@ -81,7 +81,7 @@ struct Bench
         return samples;
     }
 
-    // Of several sweeps with other noise.
+    // Returns the mean of several sweeps with different noise.
     std::array<Sample, kPoints> meanSweep()
     {
         std::array<Sample, kPoints> mean{};
@@ -133,7 +133,7 @@ void TestDetectorLaws::aLogarithmicDetector_data()
     }
 }
 
-// From 10 down to -70 dBm.
+// Covers 10 dBm to -70 dBm.
 void TestDetectorLaws::aLogarithmicDetector()
 {
     QFETCH(int, interfaceType);
@@ -156,14 +156,14 @@ void TestDetectorLaws::aLogarithmicDetector()
     QVERIFY2(worst <= 0.15 + kOneCount, qPrintable(QStringLiteral("off by %1 dB").arg(worst)));
 }
 
-// At each level 0.3 dB for the mean of a sweep of a cable; for a row of a filter's curve, the mean of eight samples,
-// what one count of the converter is worth there beside that.
+// Tolerance: 0.3 dB for the mean of a sweep of a cable at each level; for a row of a filter's curve (mean of eight
+// samples), 0.3 dB plus one count of the converter.
 void TestDetectorLaws::aCalibratedDiode()
 {
     QFETCH(int, interfaceType);
     Bench bench(interfaceType, "diode");
     bench.connectCable();
-    // Eight steps of 5 dB, measured with a converter that knows no law.
+    // Nine levels in steps of 5 dB, measured without a law.
     std::vector<CalibrationPoint> points;
     for (int step = 0; step <= 8; ++step) {
         const double dBm = 10.0 - 5.0 * step;
@@ -171,12 +171,12 @@ void TestDetectorLaws::aCalibratedDiode()
     }
     const std::optional<DetectorLaw> law = tableLawOf(points);
     QVERIFY(law);
-    // In the middle between the steps and elsewhere.
+    // Between the calibrated levels.
     for (double dBm = 9.0; dBm >= kLowestDbm; dBm -= 3.5) {
         const double found = dBmOfVolts(law->inputVolts(bench.meanCountAt(dBm) * kVoltsPerCount));
         QVERIFY2(std::abs(found - dBm) <= 0.3, qPrintable(QStringLiteral("%1 dBm, not %2").arg(found).arg(dBm)));
     }
-    // Row by row of a filter's curve.
+    // Each row of a filter's curve.
     const QString settings = bench.tool.folder.iniPath();
     QVERIFY(writeProfileStrings(settings, detectorLawEntries(*law, Profile(settings))));
     bench.setLevel(10.0);

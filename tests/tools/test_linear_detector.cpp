@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A detector without a law of its own: files and picture are, byte for byte, those of the version before there were
-// laws, which made the ones in the folder "linear".
+// Tests that files and picture for a detector without a law equal, byte for byte, those in the folder "linear", made by
+// the last version without detector laws.
 #include "tests/support/sweep_tool.h"
 
 #include "core/configuration.h"
@@ -12,7 +12,7 @@ using calvorn::test::Tool;
 
 namespace {
 
-// The prepared settings on this interface, as fast as the board can.
+// The prepared settings for this interface, with the simulated board at full speed.
 QByteArray settings(int interfaceType)
 {
     const test::ProgramFolder scratch({}, test::ProgramFolder::preparedSettings());
@@ -71,7 +71,7 @@ void TestLinearDetector::theFileIsAsItWas()
     QCOMPARE(test::contents(tool.folder.iniPath()), file);
 }
 
-// Of the picture the part that has no text: the grid and the curve.
+// Compares the part of the picture without text: grid and curve.
 void TestLinearDetector::thePictureIsAsItWas()
 {
     Tool tool(settings(kInterfaceLpt));

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Results of known devices behind the simulated boards, from the generator's words to the printed number. What the test
-// allows is what 10 bits, the noise of the board and the step of 400 samples can take: a sample is off by up to half a
-// count of rounding and 1.7 counts of noise, a mean of 64 by less than half a count.
+// Tests results of known devices on the simulated boards, from the generator's words to the printed number. The
+// tolerances cover 10 bits, the noise of the board and the step of 400 samples: rounding changes a sample by up to half
+// a count and noise by up to 1.7 counts; the mean of 64 is less than half a count off.
 #include "tests/analysis/curve_models.h"
 #include "tests/support/curve_file.h"
 #include "tests/support/interface_rows.h"
@@ -20,7 +20,7 @@ using calvorn::test::Tool;
 
 namespace {
 
-constexpr double kFullCounts = 409.6; // 1 V of 2.5 V in 10 bits: what a piece of cable gives
+constexpr double kFullCounts = 409.6; // 1 V of 2.5 V in 10 bits: the level through a cable
 constexpr double kOneSweep = 2.3;     // counts
 constexpr double kMeanOf64 = 0.5;     // counts
 constexpr double kHalfPower = 3.0102999566;
@@ -40,7 +40,7 @@ struct Between
     double most;
 };
 
-// Where the curve first fulfils the condition on the way from one frequency to the other.
+// Returns the first frequency between "from" and "to" that fulfils the condition.
 double firstPlace(double from, double to, const std::function<bool(double hertz)> &condition)
 {
     constexpr int kParts = 200'000;
@@ -52,7 +52,8 @@ double firstPlace(double from, double to, const std::function<bool(double hertz)
     qFatal("nothing between %.0f and %.0f Hz", from, to);
 }
 
-// Between the edges of a filter so many dB below its peak of 1, each sample and the peak off by so many counts.
+// Returns the tolerance of a filter's width at a level below its peak of 1, if each sample and the peak are off by up
+// to "counts".
 Between widthOf(const Curve &curve, const Range &range, double middle, double decibels, double counts)
 {
     const double ratio = std::pow(10.0, -decibels / 20.0);
@@ -65,7 +66,7 @@ Between widthOf(const Curve &curve, const Range &range, double middle, double de
     return {least - 2.0 * range.step(), most + 2.0 * range.step()};
 }
 
-// The tool, its board with a device, and what it reports.
+// calvorn-sweep, its board with a device, and its report.
 struct Bench
 {
     Tool tool;
@@ -78,12 +79,12 @@ struct Bench
 
     void connect(const Curve &curve, const Range &range)
     {
-        // In steps much finer than those of the sweep.
+        // Use much finer steps than the sweep.
         tool.write("device.csv", test::curveFile(curve, range.start - range.step(), range.stop + range.step(), 40'000));
         tool.folder.set("Simulator", "Device", QStringLiteral("curve"));
         tool.folder.set("Simulator", "Curve", tool.inFolder("device.csv"));
     }
-    // What the MiniVNA sends out in reflection comes back whole.
+    // The MiniVNA receives its full signal in reflection.
     void connectOpen()
     {
         tool.folder.set("Config", "ADC Channel", QStringLiteral("2"));
@@ -165,7 +166,7 @@ void TestResultsOfBoards::aFilter()
 
     const Between half = widthOf(curve, range, filter.middle, kHalfPower, kOneSweep);
     const Between six = widthOf(curve, range, filter.middle, 6.0, kOneSweep);
-    // The closed form lies in the middle of what is allowed, and that is at most a twelfth of it to either side.
+    // The closed form is inside the tolerance, which is at most a twelfth of the width to either side.
     QVERIFY(half.least < filter.bandwidth(kHalfPower) && half.most > filter.bandwidth(kHalfPower));
     QVERIFY(half.most - half.least < filter.bandwidth(kHalfPower) / 6.0);
     QVERIFY(six.most - six.least < filter.bandwidth(6.0) / 6.0);
@@ -175,17 +176,17 @@ void TestResultsOfBoards::aFilter()
     const double off = (half.most - half.least) / 2.0;
     QVERIFY(bench.isWithin("centre", {centre - off, centre + off}));
     QVERIFY(bench.isWithin("q", {(centre - off) / half.most, (centre + off) / half.least}));
-    // 0 dB are 1 V; the parallel port's generator falls by a few thousandths up to here.
+    // 0 dB is 1 V; the parallel port's generator loses a few thousandths up to this frequency.
     const double peak = 20.0 * std::log10(1.0 + kOneSweep / kFullCounts);
     QVERIFY(bench.isWithin("peak", {-1.5 * peak - 0.15, peak}));
-    // 10 bits do not reach 60 dB down.
+    // 10 bits do not resolve 60 dB.
     QVERIFY(bench.report[QLatin1String("bw60")].isNull());
 }
 
 void TestResultsOfBoards::aCrystal()
 {
     QFETCH(int, interfaceType);
-    // As a ceramic resonator is: both resonances lie far apart and can be told in 10 bits.
+    // Like a ceramic resonator: the resonances are far enough apart to distinguish them with 10 bits.
     constexpr double kOhms = 10.0;
     constexpr double kFarads = 100e-15;
     const double henries = 1.0 / (std::pow(2.0 * test::kPi * 9e6, 2.0) * kFarads);
@@ -198,12 +199,12 @@ void TestResultsOfBoards::aCrystal()
     bench.connect(curve, range);
     QCOMPARE(bench.sweep(range, relative("crystal")), 0);
 
-    // Near the peak the curve may be anywhere that it is less than two counts lower.
+    // Near the peak, noise hides differences below two counts.
     const double top = curve(crystal.series()) - 2.0 * kMeanOf64 / kFullCounts;
     const Between fs{firstPlace(range.start, crystal.series(), [&](double f) { return curve(f) >= top; }),
                      firstPlace(range.stop, crystal.series(), [&](double f) { return curve(f) >= top; })};
     QVERIFY(bench.isWithin("fs", {fs.least - range.step(), fs.most + range.step()}));
-    // The reference was taken once: 2.3 counts of it count as well.
+    // The reference is a single sweep, whose 2.3 counts add to the error.
     const double ratio = 100.0 / (100.0 + kOhms);
     const double part = kMeanOf64 / (ratio * kFullCounts) + kOneSweep / kFullCounts;
     const double ohmsOff = 100.0 / ratio * part;
@@ -215,7 +216,7 @@ void TestResultsOfBoards::aCrystal()
     QVERIFY(bench.isNear("lm", henries, widthOff));
     QVERIFY(bench.isNear("cm", kFarads, widthOff));
     QVERIFY(bench.isNear("q", 2.0 * test::kPi * 9e6 * henries / kOhms, widthOff + ohmsOff / kOhms));
-    // The dip: as deep as the detector sees, or hidden below its floor.
+    // The dip is within the detector's range or below its floor.
     const double seen = 5.0 / kFullCounts;
     const Between fp{firstPlace(crystal.series(), range.stop, [&](double f) { return curve(f) <= seen; }),
                      firstPlace(range.stop, crystal.series(), [&](double f) { return curve(f) <= seen; })};
@@ -231,13 +232,13 @@ void TestResultsOfBoards::anAntenna()
     const Range range{6.45e6, 7.65e6};
     const auto curve = [&](double hertz) { return antenna.reflectionAt(hertz); };
     Bench bench(interfaceType);
-    bench.connectCable(); // an open bridge gives as much
+    bench.connectCable(); // an open bridge has the same level
     QCOMPARE(bench.sweep(range, {QStringLiteral("--output=cable.csv")}), 0);
     bench.connect(curve, range);
     QCOMPARE(bench.sweep(range, relative("match")), 0);
 
     const double lowest = 10.0 / 90.0;
-    // The detector gives 5 mV without any signal, which adds a thousandth here.
+    // The detector reads 5 mV without a signal, which adds a thousandth here.
     const double off = (kMeanOf64 + lowest * kOneSweep + 0.1) / kFullCounts;
     QVERIFY(off < 0.03 * lowest);
     const Between rho{lowest - off, lowest + off};
@@ -257,7 +258,8 @@ void TestResultsOfBoards::anAntenna()
     }
 }
 
-// What the menu offers: 60 ohms at 7.05 MHz, Q 12. The MiniVNA sees it in reflection, the others at a bridge.
+// The antenna of the menu: 60 ohms at 7.05 MHz, Q 12. The MiniVNA measures it in reflection, the others through a
+// bridge.
 void TestResultsOfBoards::theAntennaOfTheBoard()
 {
     QFETCH(int, interfaceType);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What calvorn-sweep reads and writes: settings are heard or refused, results arrive or the code says that they did
-// not.
+// Tests the inputs and outputs of calvorn-sweep: it uses or refuses settings, and its results arrive or the exit code
+// reports the failure.
 #include "core/configuration.h"
 #include "tests/support/interface_settings.h"
 #include "tests/support/quiet_time.h"
@@ -34,7 +34,7 @@ void write(const QString &path, const QByteArray &content)
         qFatal("cannot write %s", qPrintable(path));
 }
 
-// In the shell, where $tool is the program; its code.
+// Runs a command in the shell, where $tool is the program; returns the exit code.
 int inShell(Tool &tool, const QString &command)
 {
     tool.process.setWorkingDirectory(tool.folder.path());
@@ -82,7 +82,7 @@ void TestSweepToolFiles::settingsAreHeardWithoutATemporaryFolder_data()
     QTest::newRow("a device") << QStringLiteral("/dev/full");
 }
 
-// Without its settings it would address a real port.
+// Without its settings, the server would address a real port.
 void TestSweepToolFiles::settingsAreHeardWithoutATemporaryFolder()
 {
     QFETCH(QString, folder);
@@ -138,7 +138,7 @@ void TestSweepToolFiles::doubtfulSettingsAreRefused()
         QElapsedTimer clock;
         clock.start();
         QCOMPARE(tool.run(named ? QStringList{QStringLiteral("--settings=named.ini")} : QStringList()), 2);
-        QVERIFY(clock.elapsed() < 10'000); // and not the minutes that 3 GB took
+        QVERIFY(clock.elapsed() < 10'000); // reading 3 GB would take minutes
         QCOMPARE(tool.sentence(), QStringLiteral("The settings file %1 cannot be read: %2.").arg(path, reason));
         QVERIFY(tool.out.isEmpty());
     }
@@ -234,7 +234,7 @@ void TestSweepToolFiles::aStopIsNoTimeOut_data()
     QTest::newRow("SIGSTOP") << SIGSTOP;
 }
 
-// For longer than a sweep may take.
+// The stop takes longer than the time limit of a sweep.
 void TestSweepToolFiles::aStopIsNoTimeOut()
 {
     QFETCH(int, signal);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// calvorn-sweep as a judge: limits that hold or do not, and what it refuses to work with.
+// Tests the verdicts of calvorn-sweep on limits, and which inputs it refuses.
 #include "tests/support/locales.h"
 #include "tests/support/sweep_file_text.h"
 #include "tests/support/sweep_tool.h"
@@ -21,7 +21,7 @@ namespace {
 constexpr int kStart = 1'000'000;
 constexpr int kStep = 10'000;
 
-// Falls from 1 V by 1 mV a sample.
+// Falls from 1 V by 1 mV per sample.
 double ramp(double hertz)
 {
     return 1.0 - (hertz - kStart) / kStep * 0.001;
@@ -32,7 +32,7 @@ double decibels(double volts)
     return 20.0 * std::log10(volts);
 }
 
-// A tool with a ramp, half a ramp, and limits.
+// calvorn-sweep with files of a ramp, half the ramp, and limits.
 struct Bench : Tool
 {
     explicit Bench(const QByteArray &limits)
@@ -85,7 +85,7 @@ private slots:
 void TestSweepToolLimits::volts()
 {
     QFETCH(QLocale, locale);
-    // At 2 MHz the ramp is at 0.9 V, at 3 MHz at 0.8 V.
+    // The ramp is at 0.9 V at 2 MHz, at 0.8 V at 3 MHz.
     Bench bench("frequency/Hz,upper/V,lower/V\r\n2000000,0.95,0.7\r\n3000000,0.95,0.7\r\n");
     bench.setLocale(locale);
     QCOMPARE(bench.judge("--scale linear --format json"), 0);
@@ -96,7 +96,7 @@ void TestSweepToolLimits::volts()
     QVERIFY(isNear(verdict[QLatin1String("limit")], 0.95));
     QVERIFY(isNear(verdict[QLatin1String("margin")], 0.05));
     QCOMPARE(verdict[QLatin1String("outside")].toInt(-1), 0);
-    // Samples from 2.51 MHz on lie below 0.85 V.
+    // Samples from 2.51 MHz on are below 0.85 V.
     bench.write("limits.csv", "frequency/Hz,upper/V,lower/V\r\n2000000,,0.8495\r\n3000000,,0.8495\r\n");
     QCOMPARE(bench.judge("--scale linear --format json"), 8);
     verdict = verdictOf(bench);
@@ -149,7 +149,7 @@ void TestSweepToolLimits::theVerdictIsPrinted()
     Bench bench("frequency/Hz,upper/dB,lower/dB\n1995000,,-1\n2505000,,-1\n");
     bench.setLocale(locale);
     QCOMPARE(bench.judge("--scale 1V --results notch"), 8);
-    // From 2.09 MHz on the ramp is below 0.8913 V.
+    // From 2.09 MHz on, the ramp is below 0.8913 V.
     const QString verdict = bench.out.section(QStringLiteral("\n\n"), 1);
     const QStringList lines = verdict.split(u'\n');
     const auto valueOf = [&lines](int line, const char *caption) {
@@ -165,7 +165,7 @@ void TestSweepToolLimits::theVerdictIsPrinted()
     QCOMPARE(valueOf(4, "Margin"), local("-0.41 dB"));
     QCOMPARE(valueOf(5, "Outside"), QStringLiteral("42 of 51 points"));
     QCOMPARE(lines.size(), 7);
-    // Beside the response it comes last.
+    // The verdict follows the response.
     QCOMPARE(bench.judge("--scale 1V"), 8);
     QVERIFY(bench.out.startsWith(QStringLiteral("Peak ")));
     QVERIFY(bench.out.endsWith(verdict));
@@ -178,7 +178,7 @@ void TestSweepToolLimits::filesAreWrittenWhateverTheVerdict()
     QCOMPARE(contents(bench.inFolder("again.csv")), contents(bench.inFolder("ramp.csv")));
     QVERIFY(bench.out.startsWith(QStringLiteral("Limits ")));
     QVERIFY(bench.out.endsWith(bench.inFolder("again.csv") + u'\n' + bench.inFolder("again.svg") + u'\n'));
-    // A verdict that cannot be printed is none.
+    // If the verdict cannot be printed, the exit code must not report one.
     bench.process.setStandardOutputFile(QStringLiteral("/dev/full"));
     QCOMPARE(bench.judge("--scale linear"), 6);
 }
@@ -236,7 +236,7 @@ void TestSweepToolLimits::noSampleIsNoVerdict()
     }
     bench.write("limits.csv", "frequency/Hz,upper/V,lower/V\n");
     QCOMPARE(bench.judge("--scale linear"), 7);
-    // A sweep that was taken is kept.
+    // The sweep is written anyway.
     QCOMPARE(bench.judge("--scale linear --output again.csv"), 7);
     QCOMPARE(contents(bench.inFolder("again.csv")), contents(bench.inFolder("ramp.csv")));
 }
@@ -367,7 +367,7 @@ void TestSweepToolLimits::badArgumentsAreRefused()
     QCOMPARE(bench.files(), files);
 }
 
-// Its sweep would be for nothing.
+// The limits and the reference are checked before the measurement.
 void TestSweepToolLimits::nothingIsMeasuredForARefusal()
 {
     Tool tool(test::crystalSettings(kInterfaceLpt));
@@ -377,7 +377,7 @@ void TestSweepToolLimits::nothingIsMeasuredForARefusal()
     QCOMPARE(tool.run("--reference missing.csv"), 7);
     QCOMPARE(tool.errors.size(), 1);
     QCOMPARE(tool.run("--scale linear --limits limits.csv"), 0);
-    QCOMPARE(tool.errors.size(), 2); // its progress
+    QCOMPARE(tool.errors.size(), 2); // progress messages
 }
 
 QTEST_GUILESS_MAIN(TestSweepToolLimits)

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What calvorn-sweep computes: results, means and relative curves, of sweeps whose answer is known.
+// Tests the results, means and relative curves that calvorn-sweep computes from sweeps with known results.
 #include "tests/support/locales.h"
 #include "tests/support/sweep_file_text.h"
 #include "tests/support/sweep_tool.h"
@@ -23,7 +23,7 @@ namespace {
 
 constexpr double kTurn = 2.0 * std::numbers::pi;
 
-// A Butterworth band-pass of five resonators and 0 dB; its width at any level follows from the order.
+// A Butterworth band-pass of five resonators with 0 dB loss; the order determines its width at any level.
 constexpr double kCentre = 7.1e6;
 constexpr double kWidth = 600e3;
 constexpr double kOrder = 5.0;
@@ -39,7 +39,7 @@ double widthAt(double decibels)
     return kWidth * std::pow(std::pow(10.0, decibels / 10.0) - 1.0, 0.5 / kOrder);
 }
 
-// dB per octave from -6 to -20 dB.
+// Slope between -6 and -20 dB, in dB per octave.
 double slopeOf(int side)
 {
     const auto edge = [side](double decibels) {
@@ -54,7 +54,7 @@ QByteArray bandpassFile()
     return makeSweepFile(5'800'000, 7'000, bandpass);
 }
 
-// A crystal in series between 50 ohms and 50 ohms.
+// A crystal in series between source and load of 50 ohms.
 constexpr double kSeries = 9e6;
 constexpr double kMotionalOhms = 25.0;
 constexpr double kMotionalFarads = 20e-15;
@@ -67,7 +67,7 @@ double crystal(double hertz)
     return std::abs(100.0 / (100.0 + std::complex<double>(kMotionalOhms, reactance)));
 }
 
-// An antenna of 40 ohms in series with a resonance at 14.2 MHz, seen through a bridge.
+// An antenna of 40 ohms in series with a resonance at 14.2 MHz, measured through a bridge.
 constexpr double kResonance = 14.2e6;
 constexpr double kAntennaOhms = 40.0;
 constexpr double kAntennaHenries = 4e-6;
@@ -79,7 +79,7 @@ double reflection(double hertz)
     return std::abs((antenna - 50.0) / (antenna + 50.0));
 }
 
-// Where |rho| is that high, the reactance is this; between both frequencies lies reactance / (pi L).
+// Returns the distance of the two frequencies at which |rho| has this value: their reactance divided by 2 pi L.
 double matchWidth(double rho)
 {
     const double squared = rho * rho;
@@ -107,7 +107,7 @@ QString noteOf(const QJsonObject &report, const char *key)
     return report[QLatin1String("notes")].toObject()[QLatin1String(key)].toString();
 }
 
-// The value that stands behind a caption.
+// Returns the value after a caption.
 QString valueOf(const QString &text, const QString &caption)
 {
     for (const QString &line : text.split(u'\n'))
@@ -180,7 +180,7 @@ void TestSweepToolResults::aFilterIsComputed()
     QCOMPARE(report[QLatin1String("averaged")].toInt(), 1);
     QCOMPARE(report[QLatin1String("relative")], QJsonValue(false));
     QCOMPARE(report[QLatin1String("decibelReference")].toString(), QStringLiteral("1 V"));
-    // The same text in every locale.
+    // JSON is identical in every locale.
     const QString out = tool.out;
     tool.setLocale(QLocale::c());
     QCOMPARE(tool.run("--input filter.csv --scale 1V --results filter --format json"), 0);
@@ -210,7 +210,7 @@ void TestSweepToolResults::aFilterIsPrinted()
 void TestSweepToolResults::aNotchIsComputed()
 {
     Tool tool(test::fineSettings());
-    // 0.8 V outside, 40 dB less at the bottom of a single resonance.
+    // 0.8 V outside, 40 dB less at the minimum of a single resonance.
     const auto notch = [](double hertz) {
         const double x = 35.5 * (hertz / 7.1e6 - 7.1e6 / hertz);
         return 0.8 * std::sqrt((1e-4 + x * x) / (1.0 + x * x));
@@ -219,7 +219,7 @@ void TestSweepToolResults::aNotchIsComputed()
     QCOMPARE(tool.run("--input notch.csv --results notch --format json"), 0);
     const QJsonObject report = reportOf(tool);
     const double outside = notch(6'102'500);
-    // Where 2 (1e-4 + x^2) / (1 + x^2) is the outside's.
+    // x is where 2 (1e-4 + x^2) / (1 + x^2) = (outside / 0.8)^2, 3 dB below the level outside.
     const double squared = outside * outside / 0.64 / 2.0;
     const double x = std::sqrt((squared - 1e-4) / (1.0 - squared));
     QVERIFY(isNear(report, "bw3", x * 200e3));
@@ -241,12 +241,12 @@ void TestSweepToolResults::aCrystalIsComputed()
     QVERIFY(isNear(report, "cm", kMotionalFarads));
     QVERIFY(isNear(report, "lm", 1.0 / (std::pow(kTurn * kSeries, 2.0) * kMotionalFarads)));
     QVERIFY(isNear(report, "q", 1.0 / (kTurn * kSeries * kMotionalFarads * kMotionalOhms)));
-    // Nothing holds it in parallel.
+    // This crystal has no parallel capacitance.
     QVERIFY(report[QLatin1String("fp")].isNull() && report[QLatin1String("c0")].isNull());
     QCOMPARE(noteOf(report, "fp"), QStringLiteral("no parallel resonance inside the range"));
     QCOMPARE(report[QLatin1String("relative")], QJsonValue(true));
     QCOMPARE(report[QLatin1String("decibelReference")].toString(), QStringLiteral("reference"));
-    // Half the fixture: half of every resistance, twice the capacitance.
+    // With half the fixture's resistance, all resistances halve and the capacitance doubles.
     QStringList other = QString::fromLatin1(arguments).split(u' ');
     other.append(QStringLiteral("--fixture=25.0"));
     QCOMPARE(tool.run(other), 0);
@@ -280,7 +280,7 @@ void TestSweepToolResults::whatIsMissingHasAReason()
     }
     QCOMPARE(tool.run("--input filter.csv --results match"), 0);
     QCOMPARE(tool.out.count(QStringLiteral("–  no reference\n")), 6);
-    // A low-pass has no lower edge.
+    // A low-pass filter has no lower edge.
     tool.write("lowpass.csv", makeSweepFile(1'000'000, 10'000, [](double hertz) { return 1e6 / hertz; }));
     QCOMPARE(tool.run("--input lowpass.csv --format json"), 0);
     QVERIFY(reportOf(tool)[QLatin1String("bw3")].isNull());
@@ -342,7 +342,7 @@ void TestSweepToolResults::aFileOfAnotherDetectorKeepsItsAmplitudes()
     tool.write("filter.csv", bandpassFile());
     QCOMPARE(tool.run("--input filter.csv --scale linear --format json"), 0);
     QVERIFY(isNear(reportOf(tool), "peak", 20.0 * std::log10(0.9)));
-    QVERIFY(isNear(reportOf(tool), "bw3", kWidth, 0.002)); // of whole millivolts
+    QVERIFY(isNear(reportOf(tool), "bw3", kWidth, 0.002)); // the file has whole millivolts
     QCOMPARE(tool.errors, QStringList(QStringLiteral(
                               "filter.csv: the amplitudes do not follow from the counts; they are taken as volts.")));
     QCOMPARE(tool.run("--input filter.csv --scale 1V --format json"), 0);
@@ -363,7 +363,7 @@ void TestSweepToolResults::aFallingSweepIsTheSame()
     QCOMPARE(valueOf(tool.out, QStringLiteral("Peak ")), QStringLiteral("0.0 dB"));
 }
 
-// The noise of a simulated board is the same each time, so the sweeps of the mean can be taken one by one.
+// The noise of a simulated board is reproducible, so the sweeps of a mean can be taken individually.
 void TestSweepToolResults::theMeanIsThatOfTheSweeps()
 {
     const QByteArray settings = test::crystalSettings(kInterfaceLpt);
@@ -377,13 +377,13 @@ void TestSweepToolResults::theMeanIsThatOfTheSweeps()
         for (std::size_t i = 0; i < mean.size(); ++i)
             mean[i] += counts[i] / kSweeps;
     }
-    QVERIFY(mean != counts); // the noise moves some
+    QVERIFY(mean != counts); // noise changes some samples
     QCOMPARE(tool.run("--average 4 --scale 1V --results filter --format json --output last.csv"), 0);
     const double volts = *std::max_element(mean.begin(), mean.end()) * static_cast<double>(0.00244F);
     QVERIFY(isNear(reportOf(tool), "peak", 20.0 * std::log10(volts), 1e-9));
     QCOMPARE(reportOf(tool)[QLatin1String("averaged")].toInt(), kSweeps);
     QCOMPARE(tool.errors.filter(QStringLiteral(" of 4")).size(), kSweeps);
-    // The file has whole counts: those of the last sweep.
+    // The file contains the integer counts of the last sweep.
     QCOMPARE(columnOf(contents(tool.inFolder("last.csv")), 2), counts);
 }
 
@@ -425,7 +425,7 @@ void TestSweepToolResults::aCurveRelativeToItselfIsFlat()
     QVERIFY(tool.errors.isEmpty());
     QCOMPARE(tool.run("--input half.csv --reference filter.csv --scale 10V"), 0);
     QCOMPARE(valueOf(tool.out, QStringLiteral("Peak ")), QStringLiteral("-6.0 dB"));
-    // A ratio has no unit.
+    // Ratios have no unit.
     QCOMPARE(tool.run("--input half.csv --reference filter.csv --scale linear"), 0);
     QVERIFY2(valueOf(tool.out, QStringLiteral("Peak ")).contains(QRegularExpression(QStringLiteral("^0\\.50\\d$"))),
              qPrintable(tool.out.section(u'\n', 0, 0)));
@@ -442,7 +442,7 @@ void TestSweepToolResults::aReferenceOfAnotherRangeLeavesGaps()
     QCOMPARE(tool.errors, QStringList(QStringLiteral("The reference does not cover the whole range: there are gaps.")));
     QCOMPARE(valueOf(tool.out, QStringLiteral("-3 dB from")).right(3), QStringLiteral(" Hz"));
     QCOMPARE(valueOf(tool.out, QStringLiteral("-3 dB to")), QStringLiteral("outside the range"));
-    // To the right of the gap stand no letters.
+    // The plot is empty to the right of the gap.
     for (const QString &line : tool.out.split(u'\n').mid(6, 17))
         QVERIFY2(line.lastIndexOf(u'*') <= 9 + 71 * 171 / 400, qPrintable(line));
     tool.write("dead.csv", makeSweepFile(5'800'000, 7'000, half));
@@ -460,7 +460,7 @@ void TestSweepToolResults::aPictureShowsTheReference()
     tool.write("cable.csv", makeSweepFile(5'800'000, 7'000, [](double) { return 0.5; }));
     QCOMPARE(tool.run("--input filter.csv --scale 1V+10dB --picture plain.svg"), 0);
     QCOMPARE(tool.run("--input filter.csv --scale 1V+10dB --reference cable.csv --picture relative.svg"), 0);
-    // The curve is 6 dB higher: 1/12 of a plot of 480 for 70 dB.
+    // The curve is 6 dB higher, about 1/12 of the plot, which is 480 high for 70 dB.
     const auto highest = [&tool](const char *name) {
         const QByteArray svg = contents(tool.inFolder(name));
         const qsizetype from =

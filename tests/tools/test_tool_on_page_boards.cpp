@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// calvorn-sweep with boards that were written from docs/hardware/ alone: right rows from good boards, and from bad ones
-// the right end.
+// Tests calvorn-sweep with boards that were written from docs/hardware/ alone: correct rows from good boards, and the
+// correct exit code for faulty ones.
 #include "tests/support/page_rows.h"
 #include "tests/support/sweep_tool.h"
 
@@ -13,7 +13,7 @@ namespace {
 
 const QStringList kToFile{QStringLiteral("--output=sweep.csv")};
 
-// Whether each count of the file was measured at the frequency in its line.
+// Checks that each count of the file was measured at the frequency in its line.
 bool isRight(const Tool &tool, std::int16_t interfaceType)
 {
     const QList<QByteArray> lines = test::contents(tool.inFolder("sweep.csv")).split('\n');

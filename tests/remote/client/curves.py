@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Results of a curve, computed from its frequencies in Hz and its amplitudes in dB."""
+"""Computes results of a curve from its frequencies in Hz and its amplitudes in dB."""
 
 import math
 
@@ -7,7 +7,7 @@ HALF_POWER = 10 * math.log10(2)
 
 
 def crossing(freqs, levels, level, start, step):
-    """Where the curve first falls below the level on one side; a straight line between two samples. None: never."""
+    """Returns where the curve first falls below the level on one side, with linear interpolation; None if never."""
     index = start
     while 0 <= index + step < len(levels):
         one, other = levels[index], levels[index + step]
@@ -20,7 +20,7 @@ def crossing(freqs, levels, level, start, step):
 
 
 def edges(freqs, levels, below, start=None):
-    """Lower and upper frequency so many dB below the peak."""
+    """Returns the lower and upper frequency at this many dB below the peak."""
     start = levels.index(max(levels)) if start is None else start
     level = levels[start] - below
     return crossing(freqs, levels, level, start, -1), crossing(freqs, levels, level, start, 1)
@@ -31,7 +31,7 @@ def width(pair):
 
 
 def middles(freqs, levels, extreme):
-    """The middle frequency of each run of neighbouring samples that are as high, or as low, as the extreme."""
+    """Returns the middle frequency of each run of neighbouring samples that equal the extreme."""
     found, index = [], 0
     while index < len(levels):
         last = index
@@ -44,7 +44,7 @@ def middles(freqs, levels, extreme):
 
 
 def filter_results(freqs, levels):
-    """The results of a filter without its loss, for a curve with one hump."""
+    """Returns the results of a filter except its loss, for a curve with one hump."""
     bw3, bw6, bw20, bw60 = (edges(freqs, levels, below) for below in (HALF_POWER, 6, 20, 60))
     inside = [level for freq, level in zip(freqs, levels) if bw3[0] <= freq <= bw3[1]]
     centre = (bw3[0] + bw3[1]) / 2
@@ -55,7 +55,7 @@ def filter_results(freqs, levels):
 
 
 def band_below(freqs, levels, level):
-    """Width of the band around the lowest sample in which the curve is below a level."""
+    """Returns the width of the band around the lowest sample in which the curve is below a level."""
     lowest = levels.index(min(levels))
     upside_down = [-value for value in levels]
     return width((crossing(freqs, upside_down, -level, lowest, -1), crossing(freqs, upside_down, -level, lowest, 1)))

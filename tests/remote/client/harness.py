@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Starts calvorn-sweep or the window with a simulated board, in a folder of its own, and talks to it through PyVISA."""
+"""Starts calvorn-sweep or the window with a simulated board in a temporary folder, and controls it through PyVISA."""
 
 import os
 import pathlib
@@ -29,35 +29,35 @@ manager = pyvisa.ResourceManager("@py")
 
 
 def board():
-    """The board of this run."""
+    """Returns the board of this run."""
     return os.environ.get("CALVORN_BOARD", "LPT")
 
 
 def target():
-    """What this run controls: calvorn-sweep --listen, or the window."""
+    """Returns the program under test: "tool" is calvorn-sweep --listen, "window" the window."""
     return os.environ.get("CALVORN_TARGET", "tool")
 
 
 def binaries():
-    """The folder of the programs."""
+    """Returns the folder of the programs."""
     default = pathlib.Path(__file__).resolve().parents[3] / "build" / "release" / "bin"
     return pathlib.Path(os.environ.get("CALVORN_BIN", default))
 
 
 def prepared_settings():
-    """The settings file that comes with the program."""
+    """Returns the path of the settings file that comes with the program."""
     return pathlib.Path(__file__).resolve().parents[3] / "packaging" / "Calvorn.ini"
 
 
 def free_port():
-    """A TCP port that nobody uses at the moment."""
+    """Returns a TCP port that is currently unused."""
     with socket.socket() as probe:
         probe.bind(("127.0.0.1", 0))
         return probe.getsockname()[1]
 
 
 def with_key(text, section, key, value):
-    """The settings with one key set."""
+    """Returns the settings with one key set."""
     head = re.search(rf"^\[{re.escape(section)}\]$", text, re.MULTILINE | re.IGNORECASE)
     if not head:
         return f"{text.rstrip()}\n[{section}]\n{key}={value}\n"
@@ -71,7 +71,7 @@ def with_key(text, section, key, value):
 
 
 def settings_for(name, changes):
-    """The prepared settings with a simulated board that is as fast as it can."""
+    """Returns the prepared settings with a simulated board at full speed."""
     text = prepared_settings().read_text(encoding="utf-8")
     own = re.search(rf"^\[Interface{INTERFACE[name]}\]\n((?:[^\[].*\n)*)", text, re.MULTILINE).group(1)
     for line in own.splitlines():
@@ -85,10 +85,10 @@ def settings_for(name, changes):
 
 
 class Program:
-    """A program that listens, until stop()."""
+    """A program that accepts clients until stop()."""
 
-    files = ()  # that it is started from
-    wanted = {}  # environment
+    files = ()  # copied to the folder; the first one is started
+    wanted = {}  # additional environment
 
     def __init__(self, changes=None, environment=None):
         self.board = board()
@@ -132,19 +132,19 @@ class Program:
         raise AssertionError(f"{self.files[0]} does not listen: {self.said()}")
 
     def said(self):
-        """What it has written to the terminal."""
+        """Returns the program's output."""
         return (self.folder / "log").read_text(encoding="utf-8", errors="replace")
 
     def unix_socket(self):
         return self.runtime / f"calvorn-{self.port}.scpi"
 
     def memory(self):
-        """Resident memory, bytes."""
+        """Returns the resident memory, bytes."""
         status = pathlib.Path(f"/proc/{self.process.pid}/status").read_text(encoding="ascii", errors="replace")
         return int(re.search(r"^VmRSS:\s+(\d+) kB", status, re.MULTILINE).group(1)) * 1024
 
     def client(self, seconds=10):
-        """A PyVISA client. Places of clients that have just closed may take a moment to be free."""
+        """Connects a PyVISA client. Retries, because the places of closed clients may take a moment to become free."""
         end = time.monotonic() + seconds
         while True:
             client = Client(self.port)
@@ -161,7 +161,7 @@ class Program:
         return socket.create_connection((host, self.port), timeout=timeout)
 
     def stop(self):
-        """Ends it by SIGTERM; the exit code."""
+        """Ends the program with SIGTERM and returns its exit code."""
         if self.process.poll() is None:
             self.process.send_signal(signal.SIGTERM)
             try:
@@ -187,10 +187,10 @@ class Tool(Program):
 
 
 class Window(Program):
-    """The window, with remote control switched on in the settings."""
+    """The window, with remote control enabled in the settings."""
 
     files = ("Calvorn", "CalvornAsync")
-    # No desktop decides about languages, sizes and dialogs.
+    # Keep desktop settings from changing languages, sizes and dialogs.
     wanted = {"LANGUAGE": "en", "QT_QPA_PLATFORM": "xcb", "QT_QPA_PLATFORMTHEME": "", "QT_SCALE_FACTOR": "1"}
 
     def command(self):
@@ -201,7 +201,7 @@ class Window(Program):
 
 
 def program(changes=None, environment=None):
-    """Starts the program of this run."""
+    """Starts the program under test."""
     return {"tool": Tool, "window": Window}[target()](changes, environment)
 
 
@@ -226,7 +226,7 @@ class Client:
         return float(self.ask(message))
 
     def numbers(self, message):
-        """A row of numbers as text; None for one that cannot be had."""
+        """Returns a row of numbers that is sent as text; None stands for a missing number."""
         return [None if value == NOTHING else value for value in map(float, self.ask(message).split(","))]
 
     def block(self, message):
@@ -236,7 +236,7 @@ class Client:
         return self.visa.query_binary_values(message, datatype="d", is_big_endian=True)
 
     def last_levels(self, is_block=False):
-        """The levels of the last sweep, or None where there is none."""
+        """Returns the levels of the last sweep, or None if there is no sweep."""
         self.write("CALC:DATA?;*ESE?")
         first = self.visa.read_bytes(1)
         if not is_block:
@@ -251,16 +251,16 @@ class Client:
         length = int(self.visa.read_bytes(digits))
         data = self.visa.read_bytes(length)
         if not self.visa.read().startswith(";"):
-            raise AssertionError("a block is longer than its header says")
+            raise AssertionError("the block is longer than its header says")
         return list(struct.unpack(f">{length // 8}d", data))
 
     def error(self):
-        """Number and text of the oldest error."""
+        """Returns number and text of the oldest error."""
         number, text = self.ask("SYST:ERR?").split(",", 1)
         return int(number), text
 
     def errors(self):
-        """The numbers of all errors; the queue is empty then."""
+        """Returns the numbers of all errors and empties the queue."""
         numbers = []
         while True:
             number = self.error()[0]
@@ -268,7 +268,7 @@ class Client:
                 return numbers
             numbers.append(number)
             if len(numbers) > 100:
-                raise AssertionError("the error queue has no end")
+                raise AssertionError("the error queue does not become empty")
 
     def sweep(self, times=1):
         for _ in range(times):
@@ -277,7 +277,7 @@ class Client:
                 raise AssertionError("*OPC? does not answer 1")
 
     def wait_for(self, message, wanted, seconds=WAIT):
-        """Asks until the answer fits."""
+        """Repeats the query until the answer fits, and returns the answer."""
         end = time.monotonic() + seconds
         while time.monotonic() < end:
             answer = self.ask(message)
@@ -288,9 +288,9 @@ class Client:
 
 
 class ProgramCase(unittest.TestCase):
-    """Tests that share a program; each begins with *RST and an empty error queue."""
+    """Tests that share a program; each starts with *RST and an empty error queue."""
 
-    targets = TARGETS  # that these tests are for
+    targets = TARGETS  # programs that these tests can run with
     changes = {}
     environment = {}
 
@@ -309,15 +309,15 @@ class ProgramCase(unittest.TestCase):
         self.c.write("*CLS")
 
     def range(self, start, stop):
-        """Sets the range; no step on the way is below 400 Hz."""
+        """Sets the range without an intermediate range below 400 Hz."""
         self.c.write(f"FREQ:STAR MIN;STOP {stop};STAR {start}")
 
     def fine(self, client=None):
-        """No error waits."""
+        """Checks that the error queue is empty."""
         self.assertEqual((client or self.c).errors(), [])
 
     def complains(self, message, number):
-        """The message leads to exactly this error, and the program still answers."""
+        """Checks that the message causes exactly this error, and that the program still answers."""
         self.c.write("*CLS")
         self.c.write(message)
         found = self.c.errors()
@@ -325,7 +325,7 @@ class ProgramCase(unittest.TestCase):
         self.assertEqual(self.c.ask("SYST:VERS?"), "1999.0")
 
     def same(self, found, wanted, delta):
-        """Two rows of numbers are alike; None stands for one that cannot be had."""
+        """Checks that two rows of numbers are equal within delta; None stands for a missing number."""
         self.assertEqual(len(found), len(wanted))
         for index, (one, other) in enumerate(zip(found, wanted)):
             if one is None or other is None:
@@ -335,7 +335,7 @@ class ProgramCase(unittest.TestCase):
 
 
 def received(connection, seconds):
-    """What comes within the time; and whether the other side has closed."""
+    """Returns the data received within the time, and whether the other side has closed the connection."""
     data = b""
     end = time.monotonic() + seconds
     while (left := end - time.monotonic()) > 0:

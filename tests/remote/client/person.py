@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Somebody in front of the window: keys and mouse by xdotool, under a window manager."""
+"""Simulates a person at the window: keys and mouse through xdotool, under a window manager."""
 
 import pathlib
 import re
@@ -13,13 +13,13 @@ LONG = 60  # s; a loaded machine
 
 
 def run(*words):
-    """What xdotool says; it fails where it finds nothing."""
+    """Runs xdotool and returns its output. Ignores its exit code: xdotool fails if it finds nothing."""
     done = subprocess.run(["xdotool", *map(str, words)], capture_output=True, text=True, timeout=LONG, check=False)
     return done.stdout.strip()
 
 
 def until(wanted, what, seconds=LONG):
-    """Looks again and again; what it found at last."""
+    """Calls wanted() until it returns a true value, and returns this value."""
     end = time.monotonic() + seconds
     while True:
         found = wanted()
@@ -31,10 +31,11 @@ def until(wanted, what, seconds=LONG):
 
 
 class Manager:
-    """openbox: without a window manager nothing brings a window to the front."""
+    """Runs openbox: without a window manager, windows cannot be activated."""
 
     def __init__(self):
-        # A window that is there before its manager vanishes for a moment while it gets its frame.
+        # Wait until openbox is ready: a window that exists before its manager vanishes for a moment while it gets a
+        # frame.
         with tempfile.TemporaryDirectory() as folder:
             sign = pathlib.Path(folder) / "up"
             self.process = subprocess.Popen(["openbox", "--startup", f"touch {sign}"], stdin=subprocess.DEVNULL,
@@ -53,7 +54,7 @@ class Person:
 
     @staticmethod
     def find(title):
-        """The last visible window with such a title, or nothing."""
+        """Returns the last visible window with a matching title, or an empty string."""
         found = run("search", "--onlyvisible", "--name", title).split()
         return found[-1] if found else ""
 
@@ -62,20 +63,20 @@ class Person:
 
     @staticmethod
     def titles():
-        """Those of all visible windows, for the report of a failure."""
+        """Returns the titles of all visible windows, for the report of a failure."""
         return [run("getwindowname", window) for window in run("search", "--onlyvisible", "--name", ".").split()]
 
     def vanishes(self, title):
         until(lambda: not self.find(title), f"the end of the window {title}")
 
     def activate(self, window=None):
-        """Keys go to the active window."""
+        """Activates the window, so that it receives keys."""
         window = window or self.window
 
         def is_active():
             return run("getactivewindow") == window
 
-        # A manager that is just giving the focus to another window passes over the request.
+        # The manager ignores requests while it gives the focus to another window.
         for _ in range(LONG // ACTIVATION):
             if is_active():
                 return
@@ -95,12 +96,12 @@ class Person:
         run("type", "--delay", 20, text)
 
     def size(self):
-        """Width and height of the window without its frame."""
+        """Returns width and height of the window without its frame."""
         shown = dict(re.findall(r"^(\w+)=(-?\d+)$", run("getwindowgeometry", "--shell", self.window), re.MULTILINE))
         return int(shown["WIDTH"]), int(shown["HEIGHT"])
 
     def click(self, x, y, times=1):
-        """Pixels from the upper left corner; those below 0 from the right and the lower edge."""
+        """Clicks at a position in pixels from the upper left corner; negative values count from the opposite edge."""
         self.move(x, y)
         run("click", "--repeat", times, "--delay", 60, 1)
 

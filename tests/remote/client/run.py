@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
-"""Runs the tests for the board of CALVORN_BOARD (PIC, LPT or VNA), or for all three one after the other.
+"""Runs the tests for the board of CALVORN_BOARD (PIC, LPT or VNA), or for all three boards one after the other.
 
-With CALVORN_TARGET=window they are those for the window, which needs a display (../../with-display), in place of those
-for calvorn-sweep.
-Arguments are names of tests, as in test_range or test_range.Range.test_span; without them all run.
+Runs the tests of calvorn-sweep or, with CALVORN_TARGET=window, those of the window, which needs a display
+(../../with-display).
+Arguments are names of tests, such as test_range or test_range.Range.test_span; without arguments, all tests run.
 """
 
 import os
@@ -28,7 +28,7 @@ def each(found):
 
 
 def suite(names):
-    """The tests whose class is for the target, and what could not be loaded."""
+    """Returns the tests whose class supports the target, and those that could not be loaded."""
     loader = unittest.defaultTestLoader
     found = loader.loadTestsFromNames(names) if names else loader.discover(str(HERE), "test_*.py", str(HERE))
     return unittest.TestSuite(test for test in each(found)

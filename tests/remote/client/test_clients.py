@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Several clients, who gets in, languages, and speed."""
+"""Several clients, access control, languages, and speed."""
 
 import os
 import shutil
@@ -15,7 +15,7 @@ import time
 from harness import ProgramCase, received, target
 
 STRANGER = 65534
-# Connects to a TCP address or a Unix socket, asks, and writes what it got as one word.
+# Connects to a TCP address or a Unix socket, sends a query, and prints the outcome as one word.
 ASK = """
 import socket, sys
 try:
@@ -50,7 +50,7 @@ class Clients(ProgramCase):
         self.assertEqual(len(self.c.numbers("CALC:DATA?")), 400)
         self.c.write("FREQ:STAR 6.6 MHZ;:DISP:SCAL DBV")
         self.c.ask("*OPC?")
-        self.assertEqual(other.ask("FREQ:STAR?;:DISP:SCAL?"), "6600000;DBV", "the sweep is one and the same")
+        self.assertEqual(other.ask("FREQ:STAR?;:DISP:SCAL?"), "6600000;DBV", "clients share range and scale")
 
     def test_reset_of_another_client_leaves_my_queue(self):
         other = self.program.client()
@@ -119,7 +119,7 @@ class Clients(ProgramCase):
         self.c.close()
         for _ in range(10):
             four = [self.program.client().visa for _ in range(4)]
-            # The program sees them leave and the fifth come at one and the same moment.
+            # Make the program see the four leave and the fifth arrive at the same moment.
             self.program.process.send_signal(signal.SIGSTOP)
             try:
                 for client in four:
@@ -194,7 +194,7 @@ class Doors(ProgramCase):
             for door in doors[:2]:
                 self.assertEqual(self.ask_as(door, **stranger), "closed", door)
             self.assertEqual(self.ask_as(doors[2], **stranger), "forbidden")
-            # Even where the file lets everybody in.
+            # Refused even if the file permissions allow access.
             self.program.runtime.chmod(0o755)
             path.chmod(0o666)
             self.assertEqual(self.ask_as(doors[2], **stranger), "closed")
@@ -216,7 +216,7 @@ class End(ProgramCase):
 
 
 class Languages:
-    """Answers have a point whatever the language of the computer."""
+    """Answers use a decimal point in every language."""
 
     class Case(ProgramCase):
         language = ""
@@ -225,7 +225,7 @@ class Languages:
         def setUpClass(cls):
             cls.environment = {"LC_ALL": f"{cls.language}.UTF-8", "LANG": f"{cls.language}.UTF-8",
                                "LANGUAGE": cls.language}
-            # The system may lack the locale: the program gets one of its own.
+            # The system may lack the locale: compile one for the program.
             folder = tempfile.mkdtemp(prefix="calvorn-locale-")
             cls.addClassCleanup(shutil.rmtree, folder)
             subprocess.run(["localedef", "-f", "UTF-8", "-i", cls.language, f"{folder}/{cls.language}.UTF-8"],
@@ -252,7 +252,7 @@ class Languages:
             self.assertEqual(len(self.c.ask("CALC:LIM:REP?").split(",")), 7)
             self.fine()
             self.c.write("AVER:COUN 1")
-            self.assertTrue(self.c.error()[1].startswith('"Data out of range'), "the texts are those of SCPI")
+            self.assertTrue(self.c.error()[1].startswith('"Data out of range'), "SCPI texts are not translated")
 
 
 class German(Languages.Case):

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Clients that behave badly: the program goes on for the others, and its memory stays bounded."""
+"""Misbehaving clients: the program keeps serving the others, and its memory stays bounded."""
 
 import random
 import socket
@@ -25,7 +25,7 @@ class Hostile(ProgramCase):
         self.c.sweep()
         self.assertEqual(len(self.c.numbers("CALC:DATA?")), 400)
         self.fine()
-        # All places are free again.
+        # All places for clients must be free again.
         end = time.monotonic() + 20
         while True:
             others = [self.program.raw() for _ in range(3)]
@@ -52,7 +52,7 @@ class Hostile(ProgramCase):
             for linger in (False, True):
                 connection = self.program.raw()
                 connection.sendall(text)
-                if linger:  # a reset in place of an orderly end
+                if linger:  # reset instead of an orderly close
                     connection.setsockopt(socket.SOL_SOCKET, socket.SO_LINGER, struct.pack("ii", 1, 0))
                 connection.close()
         self.assertEqual(self.c.ask("FREQ:STAR?"), "6500000")
@@ -62,7 +62,7 @@ class Hostile(ProgramCase):
             connection = self.program.raw()
             connection.sendall(b"INIT;*OPC?\n")
             connection.close()
-        for _ in range(3):  # what the other clients have sent may still be under way
+        for _ in range(3):  # messages of the other clients may still arrive
             time.sleep(0.3)
             self.c.wait_for("STAT:OPER:COND?", lambda answer: answer == "0")
 
@@ -91,11 +91,11 @@ class Hostile(ProgramCase):
                 except ConnectionError:
                     dropped = True
                 highest = max(highest, self.program.memory())
-        self.assertTrue(dropped, "a client that does not read its answers is dropped")
+        self.assertTrue(dropped, "a client that does not read its answers must be dropped")
         self.assertLess(highest - self.before, 30 * MEGABYTE)
 
     def test_reads_slowly(self):
-        """Less than 1 MB waits: the client stays, and gets all of it."""
+        """With less than 1 MB unread, the client stays connected and gets everything."""
         with self.program.raw() as connection:
             connection.sendall(b"CALC:FREQ?\n" * 100)
             time.sleep(1)

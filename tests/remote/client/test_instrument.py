@@ -51,7 +51,7 @@ class Instrument(ProgramCase):
             self.assertEqual(self.c.ask(f"{header}?"), "0")
         self.c.write("OUTP 1")
         self.c.sweep()
-        self.assertEqual(self.c.ask("OUTP?"), "0", "a sweep takes the generator")
+        self.assertEqual(self.c.ask("OUTP?"), "0", "a sweep switches the signal source off")
         self.c.write("OUTP 1;*RST")
         self.assertEqual(self.c.ask("OUTP?"), "0")
         self.fine()

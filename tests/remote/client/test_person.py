@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Clients and a person at the same window."""
+"""Clients and a person use the same window."""
 
 import random
 import re
@@ -9,14 +9,14 @@ import time
 from harness import ProgramCase
 from person import LONG, Manager, Person, until
 
-SECONDS = 10  # that person and clients are busy at least
-ROUNDS = 2  # of the person at least
-TRIES = 4  # of the person, on a loaded machine
+SECONDS = 10  # minimum time of simultaneous work
+ROUNDS = 2  # minimum rounds of the person
+TRIES = 4  # attempts of the person, for loaded machines
 MEGABYTE = 1_000_000
-# Pixels of the window as it opens, from its upper left corner, or from the other ones where below 0.
+# Pixels in the newly opened window, from its upper left corner; negative values count from the opposite edge.
 START_BOX = (-103, 86)
 GRAPH_LEFT, GRAPH_RIGHT, GRAPH_MIDDLE = 62, 594, 300
-# Letter of the Scale menu, and the scale; clients set others.
+# Letter in the Scale menu, and the scale. Clients set other scales.
 SCALES = (("g", "DB10V"), ("o", "DBVH"), ("a", "DB10VH"))
 PREFERENCES = "^Preferences"
 REFUSED = '"Execution error;Preferences is open"'
@@ -42,7 +42,7 @@ class WindowCase(ProgramCase):
         self.person.write(text)
 
     def opens(self, menu, entry, title):
-        """A dialog, by the letters of menu and entry; a menu is disabled until the hardware has stopped."""
+        """Opens a dialog by the letters of menu and entry. Retries: menus are disabled until the hardware stops."""
         for _ in range(20):
             self.person.keys(f"alt+{menu}", entry)
             try:
@@ -59,23 +59,23 @@ class WindowCase(ProgramCase):
 
 
 class Stage:
-    """What the clients have to know of the person."""
+    """The state that the person shares with the clients."""
 
     def __init__(self):
         self.dialog = ("closed", 0)  # or opening, open, closing; and the number of changes
         self.may_sweep = threading.Event()
         self.may_sweep.set()
         self.ends = threading.Event()
-        self.scales = set()  # that were seen
+        self.scales = set()  # scales that a client has seen
 
     def turn(self, state):
         self.dialog = (state, self.dialog[1] + 1)
 
 
 class Worker(threading.Thread):
-    """A client that goes on until the stage ends."""
+    """A client that works until the stage ends."""
 
-    usual_errors = {-213, -230}  # a sweep of another client runs, or has just emptied the table
+    usual_errors = {-213, -230}  # another client's sweep runs, or has just emptied the table
 
     def __init__(self, client, stage, number):
         super().__init__(daemon=True)
@@ -101,14 +101,14 @@ class Worker(threading.Thread):
         raise NotImplementedError
 
     def judge(self, before):
-        """The errors of a step, of which the last command is refused as long as a dialog is open."""
+        """Checks the errors of a step. Its last command must be refused while a dialog is open."""
         errors = []
         while (error := self.client.error())[0] != 0:
             errors.append(error)
         after = self.stage.dialog
         refusals = [text for number, text in errors if number == -200]
         if before == after == ("open", after[1]):
-            self.check(len(refusals) > 0, "nothing is refused while a dialog is open")
+            self.check(len(refusals) > 0, "the command was not refused although a dialog is open")
             self.refused += 1
         if before == after == ("closed", after[1]):
             self.check(not refusals, refusals)
@@ -145,7 +145,7 @@ class Sweeper(Worker):
 
 
 class Reader(Worker):
-    """Blocks and pictures."""
+    """Reads blocks and pictures."""
 
     def run(self):
         self.client.write("FORM REAL")
@@ -161,10 +161,10 @@ class Reader(Worker):
 
 
 class Changer(Worker):
-    """Scales, markers, range and traces."""
+    """Changes scales, markers, range and traces."""
 
     def step(self):
-        # Each scale is seen before it is gone.
+        # Read each scale in the message that replaces it.
         self.stage.scales.add(self.client.ask(f"DISP:SCAL?;SCAL {self.random.choice(('LIN', 'DBV'))}"))
         self.client.write(f"FREQ:STOP {self.random.choice((7.7, 7.75, 7.8))} MHZ")
         self.client.write("CALC:MARK2:MAX")
@@ -179,7 +179,7 @@ class Changer(Worker):
 
 
 class Watcher(Worker):
-    """Looks at what the person changes."""
+    """Watches for changes by the person."""
 
     start_freq = stop_freq = marker = 0.0
     sweeping = False
@@ -237,7 +237,7 @@ class Together(WindowCase):
             number += 1
 
     def seen(self, wanted, what, seconds=LONG):
-        """The condition comes true while all clients are well."""
+        """Waits for the condition, and checks that no client fails meanwhile."""
         def look():
             failures = [worker.failure for worker in self.workers if worker.failure]
             self.assertEqual(failures, [])
@@ -246,7 +246,7 @@ class Together(WindowCase):
         return until(look, what, seconds)
 
     def tries(self, act, wanted, what):
-        """Acts; a person who sees nothing happen puts away what may be open, and acts again."""
+        """Acts, and repeats the action if nothing happens, after closing any open menu or dialog."""
         for _ in range(TRIES - 1):
             act()
             try:
@@ -349,7 +349,7 @@ class OneClient(WindowCase):
         self.c.wait_for("SWE:COUN?", lambda answer: int(answer) >= 3)
         self.person.keys("g")
         self.person.keys("Escape", "Escape")
-        # A dialog would hold up this key.
+        # An open dialog would block this key.
         self.person.keys("alt+c", "g")
         self.c.wait_for("DISP:SCAL?", lambda answer: answer == "DB10V")
         self.assertEqual(self.person.find("^Generator calibration"), "")
@@ -359,7 +359,7 @@ class OneClient(WindowCase):
         self.fine()
 
     def opens_and_closes(self, title, entry):
-        """Queries are answered meanwhile, and commands refused."""
+        """Checks that while the dialog is open, queries are answered and commands refused."""
         dialog = self.opens("s", entry, f"^{title}")
         self.assertEqual(self.c.ask("FREQ:STAR?"), "6500000")
         for command in ("INIT", "FREQ:STOP 7 MHZ", "DISP:SCAL DBV", "*RST", "OUTP ON", "CALC:MARK1:X MIN", "AVER ON"):

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Frequencies of the sweep, sweeps, speed; forms of headers and numbers."""
+"""Frequency range, sweeps, speed; forms of headers and numbers."""
 
 import time
 
@@ -138,7 +138,7 @@ class Sweeps(ProgramCase):
             self.c.write(f"INIT:CONT {on}")
             self.assertEqual(self.c.ask("INITiate:CONTinuous?"), "1")
             self.c.wait_for("SENSe:SWEep:COUNt?", lambda answer: int(answer) >= 4)
-            self.assertEqual(self.c.ask("*OPC?"), "1", "continuous sweeps hold nothing up")
+            self.assertEqual(self.c.ask("*OPC?"), "1", "*OPC? does not wait for continuous sweeps")
             self.assertEqual(int(self.c.ask("STAT:OPER:COND?")) & 8, 8)
             seconds = self.c.number("SENS:SWE:TIME?")
             self.assertGreater(seconds, 0)
@@ -174,12 +174,12 @@ class Sweeps(ProgramCase):
         self.c.sweep()
         time.sleep(0.5)
         self.c.sweep()
-        self.assertGreaterEqual(self.c.number("SWE:TIME?"), 0.5, "9.91E+37 is as good")
+        self.assertGreaterEqual(self.c.number("SWE:TIME?"), 0.5, "9.91E+37 (not known yet) is fine")
 
     def test_a_new_range_counts_while_it_sweeps(self):
         self.c.write("INIT:CONT ON")
         self.range(6e6, 8e6)
-        # Until the new range was swept there is no curve, and the query has no answer.
+        # Before the first sweep of the new range there is no curve, and the query gets no answer.
         self.c.wait_for("CALC:FREQ?;*IDN?", lambda answer: answer.startswith("6.0E+06,6.005E+06,"))
         self.c.write("ABOR")
         self.assertLessEqual(set(self.c.errors()), {-230, -350})

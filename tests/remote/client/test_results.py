@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Markers, results and limits, against values computed here."""
+"""Markers, results and limits, compared with values computed here."""
 
 import math
 
@@ -16,7 +16,7 @@ class Markers(ProgramCase):
         self.freqs, self.levels = self.c.numbers("CALC:FREQ?"), self.c.numbers("CALC:DATA?")
 
     def on(self, marker):
-        """Number of the sample that a marker stands on."""
+        """Returns the number of the sample under a marker."""
         freq = self.c.number(f"CALC:MARK{marker}:X?")
         self.assertIn(freq, self.freqs)
         index = self.freqs.index(freq)
@@ -81,7 +81,7 @@ class Markers(ProgramCase):
                 self.assertGreaterEqual(self.rise(found), rise - 1e-9)
 
     def rise(self, index):
-        """How far a sample stands above the higher one of the valleys beside it."""
+        """Returns the height of a sample above the higher of its two neighbouring valleys."""
         valleys = []
         for step in (-1, 1):
             valley, other = self.levels[index], index + step
@@ -205,7 +205,7 @@ class Notch(ResultCase):
 
 
 class AgainstACable(ResultCase):
-    """A device of which the reference, a piece of cable, comes from a file."""
+    """A device whose reference, a cable, comes from a file."""
 
     changes = {("Simulator", "Device"): "through"}
     device = "crystal"
@@ -292,7 +292,7 @@ class Limits(ProgramCase):
         return path
 
     def expected(self, low, high, upper, lower):
-        """Judged, outside, and margin of the worst sample, for limits that are level lines."""
+        """Returns samples judged, samples outside, and the margin of the worst sample, for horizontal limits."""
         inside = [level for freq, level in zip(self.freqs, self.levels) if low <= freq <= high]
         margins = [min(upper - level, level - lower) for level in inside]
         return len(inside), sum(margin < 0 for margin in margins), min(margins)

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""The example for users, docs/examples/spread.py."""
+"""Tests docs/examples/spread.py, the example for users."""
 
 import csv
 import datetime
@@ -34,7 +34,7 @@ class Spread(ProgramCase):
             self.assertAlmostEqual(float(row["peakFreq"]), 7.05e6, delta=0.15e6)
             self.assertAlmostEqual(float(row["bw3"]), 600e3, delta=20e3)
             self.assertAlmostEqual(float(row["centre"]), 7.1e6, delta=30e3)
-            self.assertEqual(row["loss"], "", "there is no reference")
+            self.assertEqual(row["loss"], "", "without a reference there is no loss")
         last = self.c.numbers("CALC:RES? FILT")
         self.assertEqual([float(rows[4][key]) if rows[4][key] else None for key in keys], last)
         times = [datetime.datetime.fromisoformat(row["time"]) for row in rows]
@@ -50,7 +50,7 @@ class Spread(ProgramCase):
         for mean, low, high in zip(lines["mean"], lines["min"], lines["max"]):
             self.assertEqual(mean[0], low[0])
             self.assertEqual(mean[0], high[0])
-            self.assertTrue(high[1] - 0.011 <= mean[1] <= low[1] + 0.011, "down is positive")
+            self.assertTrue(high[1] - 0.011 <= mean[1] <= low[1] + 0.011, "SVG's y axis points down")
         self.assertEqual([len(line) for line in lines.values()], [samples] * 3)
         self.assertNotEqual(lines["min"], lines["max"])
         texts = [text.text for text in root.iter(f"{SVG}text")]
@@ -58,7 +58,7 @@ class Spread(ProgramCase):
         self.assertIn("Level / dB", texts)
         self.assertIn("7", texts)
         self.assertTrue(any(text.startswith("5 sweeps") for text in texts))
-        # The highest point of the mean lies where the pass band is: 6.5 to 7.697 MHz over the plot.
+        # The highest point of the mean is in the pass band: the plot covers 6.5 to 7.697 MHz.
         top = min(lines["mean"], key=lambda point: point[1])[0]
         left, right = lines["mean"][0][0], lines["mean"][-1][0]
         self.assertAlmostEqual(6.5 + (top - left) / (right - left) * 1.197, 7.05, delta=0.2)

@@ -1,12 +1,12 @@
 # SPDX-License-Identifier: MIT
-"""Curves: units, formats, average, reference, kept traces."""
+"""Curves: units, formats, average, reference, stored traces."""
 
 import math
 
 from harness import ProgramCase, board
 
 VOLTS_PER_COUNT = 0.00244
-# A sine of 1 V into 50 ohms.
+# A sine of 1 V RMS at 50 ohms.
 DBM_OF_A_VOLT = 10 * math.log10(1 / 50 / 0.001)
 
 
@@ -253,7 +253,7 @@ class Kept(ProgramCase):
 
 
 class Nothing(ProgramCase):
-    """A detector that sees nothing."""
+    """A detector without any signal."""
 
     changes = {("Simulator", "Detector"): "log", ("Simulator", "Level"): -100}
 
@@ -266,7 +266,7 @@ class Nothing(ProgramCase):
             rows[unit] = [float(value) for value in self.c.ask("CALC:DATA?").split(",")]
             self.c.write("FORM REAL")
             self.assertEqual(self.c.doubles("CALC:DATA?"), rows[unit])
-        if board() == "VNA":  # counts downwards, and never sees nothing
+        if board() == "VNA":  # counts are inverted and never reach zero
             self.assertGreater(min(rows["V"]), 0)
             self.assertLess(max(rows["DB"]), -40)
             return
