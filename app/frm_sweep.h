@@ -37,7 +37,7 @@ class FrmPreferences;
 class HelpDesk;
 class RemoteControl;
 
-// The main window: composes the rooms, and holds the order of start-up and shutdown.
+// The main window: composes the components and defines the order of start-up and shutdown.
 class FrmSweep : public QMainWindow
 {
     Q_OBJECT
@@ -47,11 +47,12 @@ public:
     explicit FrmSweep(SweepStation &station);
     ~FrmSweep() override;
 
-    // Loads the settings, prepares every room, shows the window and starts the hardware. False: the program ends.
+    // Loads the settings, prepares every component, shows the window and starts the hardware. Returns false if the
+    // program must end.
     bool start();
 
-    // Ends the program as closing does, from wherever it is: whatever box or dialog shows is left, and those that would
-    // come do not show any more.
+    // Ends the program like closing the window, from any point: closes the boxes and dialogs that are open, and shows
+    // no further ones.
     void end();
 
 protected:
@@ -90,10 +91,10 @@ private:
     Configuration &m_configuration;
     Instrument &m_instrument;
     SweepTable &m_table;
-    QVector<ProfileEntry> m_unreadable; // what a shutdown leaves as it is in the file
+    QVector<ProfileEntry> m_unreadable; // entries that a shutdown leaves unchanged in the file
     int m_leastControlColumn = 0;       // width, logical pixels
     bool m_preparedSoFar = true;
-    bool m_isPrepared = false; // what a shutdown saves is there
+    bool m_isPrepared = false; // whether everything that a shutdown saves has been loaded
     bool m_closed = false;
 
     FrequencyReadouts *m_readouts = nullptr;
@@ -111,7 +112,7 @@ private:
     SweepControls *m_controls = nullptr;
     TestPanel *m_testPanel = nullptr;
     MeasureDock *m_measure = nullptr;
-    LevelPage *m_level = nullptr; // once the panel was open
+    LevelPage *m_level = nullptr; // null until the panel has been open
     std::unique_ptr<ControlPlace> m_controlPlace;
     DriverEvents *m_events = nullptr;
     SweepFiles *m_files = nullptr;
@@ -121,7 +122,7 @@ private:
     FrmAbout *m_about = nullptr;
     FrmPreferences *m_preferences = nullptr;
     HelpDesk *m_help = nullptr;
-    std::unique_ptr<RemoteControl> m_remote; // before the rooms that it refers to
+    std::unique_ptr<RemoteControl> m_remote; // destroyed before the components that it refers to
 };
 
 } // namespace calvorn
