@@ -29,7 +29,7 @@ namespace {
 constexpr QSize kStartSize(800, 600); // pixels
 constexpr int kTitleBarHeight = 40;   // pixels; a window manager adds it
 constexpr int kControlColumnWidth = 186;
-// On a screen of 1024 pixels the graph and the markers leave no more, even to the largest of the usual fonts.
+// On a screen 1024 pixels wide, graph and markers leave no more than this, even with the largest usual font.
 constexpr int kWidestControlColumn = 225;
 
 } // namespace
@@ -103,7 +103,7 @@ void FrmSweep::composeControlColumn(QVBoxLayout *column)
     column->addStretch();
 }
 
-// As wide as its texts need in the font of the desktop; what is hidden asks for nothing.
+// Makes the column as wide as its texts need in the desktop's font. Hidden widgets do not count.
 void FrmSweep::fitControlColumn()
 {
     const std::array<QWidget *, 3> widgets{m_range, m_controls, m_testPanel};
@@ -113,7 +113,7 @@ void FrmSweep::fitControlColumn()
             width = std::max(width, widget->minimumSizeHint().width());
     for (QWidget *widget : widgets)
         widget->setFixedWidth(std::max({width, m_leastControlColumn, m_controlPlace->leastWidth()}));
-    // At once: the first painting should find the graph in its place.
+    // Lay out at once, so that the first paint event finds the graph in its place.
     for (const QWidget *parent = m_range->parentWidget(); parent != this; parent = parent->parentWidget())
         if (parent->layout())
             parent->layout()->activate();
@@ -170,7 +170,7 @@ void FrmSweep::composeStatusLine()
     connect(&m_table, &SweepTable::changed, this, [this] { showMarks(); });
 }
 
-// A level that the law does not reach is shown as that of its end.
+// Shows how many samples are beyond the ends of the detector's law, which limit the level shown.
 void FrmSweep::showMarks()
 {
     const bool isLinear = lawInForce(m_configuration).kind == DetectorLaw::Kind::Linear;
@@ -183,7 +183,7 @@ void FrmSweep::showMarks()
     m_status->setMark(marks.join(QStringLiteral(" · ")));
 }
 
-// For clients that control the window from afar, where the user wants it.
+// Starts remote control if the user has switched it on.
 void FrmSweep::openDoor()
 {
     const QString refusal = m_remote->follow(RemoteControl::choiceIn(m_configuration.iniPath));
@@ -211,10 +211,10 @@ void FrmSweep::connectRooms()
     m_testPanel->setHooks({[this] { m_graphPanel->drawScreen(); }, [this] { m_range->aggiornaLblFrequenza(); },
                            [this] { m_markerPanel->aggiornaLblMarkerX(); },
                            [this] { m_markerPanel->aggiornaLblMarkerY(); }});
-    // What rewrites the configuration needs an idle generator.
+    // Commands that change the configuration need an idle generator.
     connect(m_controls, &SweepControls::idleCommandsEnabled, this, [this](bool enabled) {
         m_setUpMenu->menuAction()->setEnabled(enabled);
-        // It may be open when a client starts a sweep.
+        // The menu may be open when a client starts a sweep.
         for (QAction *action : m_setUpMenu->actions())
             action->setEnabled(enabled);
         m_files->exportAction()->setEnabled(enabled);
@@ -237,7 +237,7 @@ void FrmSweep::connectSpans()
 
 void FrmSweep::buildMenus()
 {
-    // The tips of the entries are seen here or nowhere: the window has no status bar.
+    // The window has no status bar, so tool tips are the only place for the entries' help.
     const auto addMenu = [this](const QString &title) {
         QMenu *menu = menuBar()->addMenu(title);
         menu->setToolTipsVisible(true);
@@ -303,8 +303,8 @@ void FrmSweep::showCursorLines(bool visible)
         m_station.markers.setVisible(line, visible);
 }
 
-// The graph starts in its own size where the screen has room for the window. What is left over widens the column of the
-// controls and the space above the graph, as far as the window need not grow for it.
+// Starts the graph at its preferred size if the screen has room for the window. Any surplus widens the control column
+// and the space above the graph, as far as the window need not grow for it.
 void FrmSweep::fitGraph()
 {
     const QSize surplus =
@@ -318,7 +318,7 @@ void FrmSweep::fitGraph()
 
 bool FrmSweep::start()
 {
-    // The server comes up while the window is prepared.
+    // Let the server start while the window is being prepared.
     m_instrument.launchServer();
     setWindowTitle(QString::fromLatin1(kApplicationTitle));
     const QSize free = screen()->availableSize() - QSize(0, kTitleBarHeight);
@@ -334,7 +334,7 @@ bool FrmSweep::start()
     prepare("restoreHeight", [this] { m_views->restoreHeight(m_configuration.iniPath); });
     prepare("prepareInterface", [this] { prepareInterface(); });
     prepare("selectView", [this] { m_views->selectView(m_station.window.markerIndex); });
-    // A box of the start-up can already have ended the program.
+    // A box shown during start-up may already have ended the program.
     if (m_closed)
         return false;
     m_markerPanel->save(m_station.window);
@@ -353,14 +353,14 @@ bool FrmSweep::start()
 
 bool FrmSweep::loadSettings()
 {
-    // The configuration ends the program when it was written; without, the defaults will do.
+    // Writing the configuration ends the program; otherwise the defaults are used.
     const bool noSettings = isFirstStart(m_configuration.iniPath);
     m_station.loader.refused = [this](const QString &reason) {
         m_station.messages.warn(tr("The settings file %1 is not used: %2.").arg(m_configuration.iniPath, reason));
     };
     m_station.loader.firstRun = [this, noSettings] {
         const bool isWritten = m_setUp->configureAtFirstStart(noSettings);
-        // A signal closes the dialog as well, and then nothing goes on.
+        // A signal closes the dialog, too, and then start-up must not continue.
         return !isWritten && !m_closed;
     };
     const LoadOutcome outcome = m_station.loader.load();
@@ -392,8 +392,8 @@ void FrmSweep::prepareDisplay()
     prepare("aggiornaScala", [this] { m_scales->aggiornaScala(m_configuration.scaleType); });
 }
 
-// Each step on its own: a plan that cannot be made costs neither the scale nor the markers. The user is shown the first
-// error; what fails after it fails because of it.
+// Runs each step separately: a plan that fails must not prevent the scale or the markers. Shows only the first error,
+// because later errors follow from it.
 void FrmSweep::prepare(const char *step, const std::function<void()> &procedure)
 {
     if (m_preparedSoFar)
@@ -444,9 +444,9 @@ void FrmSweep::closeEvent(QCloseEvent *event)
 
 void FrmSweep::end()
 {
-    // From here on every loop ends, those of boxes and dialogs included.
+    // From here on, every event loop ends, including those of boxes and dialogs.
     QCoreApplication::exit();
-    // A calibration puts back what it tried.
+    // Closing a calibration restores the values that it tried.
     while (QWidget *dialog = QApplication::activeModalWidget())
         if (!dialog->close())
             break;
@@ -459,7 +459,7 @@ void FrmSweep::shutDown()
     m_remote->close();
     EntryBox::commitPending();
     m_controls->abandonWaiting();
-    // Of a file that was refused nothing is known: defaults would take the place of what it holds.
+    // Nothing was read from a file that was refused, so saving would replace its contents by defaults.
     if (m_isPrepared && !m_station.loader.wasRefused())
         saveWhatChanged();
     releaseHardware();
@@ -475,7 +475,7 @@ void FrmSweep::saveWhatChanged()
         m_station.log.writeLog(tr("The settings could not be saved in %1").arg(m_configuration.iniPath));
 }
 
-// The file has just been written: saving would put the former offsets back.
+// Does not save: the file has just been written, and saving would restore the previous values.
 void FrmSweep::endAtOnce()
 {
     m_closed = true;

@@ -23,7 +23,7 @@
 
 namespace {
 
-// What desktops show the window with: its picture, and the entry of their menu that it belongs to.
+// Sets what the desktop shows for the window: its icon, and the menu entry that it belongs to.
 void introduceToDesktop()
 {
     QIcon icon;
@@ -40,7 +40,7 @@ void nameApplication()
     QCoreApplication::setApplicationVersion(QStringLiteral(CALVORN_VERSION));
 }
 
-// What the command line can say: nothing but questions.
+// The command line, which has only the options for help and version.
 struct Arguments
 {
     QCommandLineParser parser;
@@ -56,14 +56,14 @@ struct Arguments
     }
 };
 
-// Help and version need no display. Ends the program when it was asked for them.
+// Answers the options for help and version, which need no display, and ends the program after that.
 void answerWithoutDisplay(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
     const calvorn::Language language(QLocale::system());
     nameApplication();
     Arguments arguments;
-    // Options of Qt's own are unknown here and left to the application with a window.
+    // Qt's own options are unknown here and left to the application with the window.
     if (!arguments.parser.parse(QCoreApplication::arguments()))
         return;
     if (arguments.parser.isSet(arguments.help))
@@ -72,8 +72,8 @@ void answerWithoutDisplay(int argc, char **argv)
         arguments.parser.showVersion();
 }
 
-// Signals that end the program, and Ctrl+Z, wait until the window's thread comes to them: an end stops the hardware and
-// saves the settings, and no call is cut short.
+// Defers signals that end the program, and Ctrl+Z, until the window's thread handles them, so that an end stops the
+// hardware and saves the settings, and no call is interrupted.
 class SignalWatch
 {
 public:
@@ -98,7 +98,7 @@ public:
     SignalWatch(const SignalWatch &) = delete;
     SignalWatch &operator=(const SignalWatch &) = delete;
 
-    // Before there is one, the end is that of the box that shows.
+    // Until a window is set, a signal ends the box that is shown.
     void setWindow(calvorn::FrmSweep *window) { m_window = window; }
 
 private:
@@ -107,8 +107,8 @@ private:
     QPointer<calvorn::FrmSweep> m_window;
 };
 
-// Qt calls exit() where the display is gone; see endAtOnce(). What a library registers later still runs, so this is
-// called again once all has started. The server switches the generators off when it misses this process.
+// Qt calls exit() when it loses the display; see endAtOnce(). Handlers that libraries register later would still run,
+// so this is called again once everything has started. The server switches the generators off when this process ends.
 void skipExitHandlers()
 {
     on_exit([](int code, void *) { calvorn::endAtOnce(code); }, nullptr);

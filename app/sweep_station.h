@@ -30,7 +30,7 @@ struct SweepStation
 
     ProgramFolders folders;
     Configuration &configuration;
-    UnattendedDesktop unattended; // what the person sees of it
+    UnattendedDesktop unattended; // shows boxes to the user, unless a client is in control
     Desktop &desktop;
     Clock &clock;
     WindowSettings window;
