@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 //
-// A measuring board at the end of a pseudo-terminal, written from the description of its protocol alone.
+// Simulates a measuring board behind a pseudo-terminal. Written from the description of its protocol alone.
 //
 //     pic_board_by_the_page LINK [--paced] [--clock HZ]
 //
 // LINK becomes a symbolic link to the terminal. Commands on standard input make the board misbehave; see Control.
-// The counts are no signal: each is a hash of the frequency at which it was measured.
+// The counts do not come from a signal: each is a hash of the frequency at which it was measured.
 
 #include "tests/boards/pic_firmware.h"
 #include "tests/boards/terminal_board.h"
@@ -37,9 +37,9 @@ using Nanos = std::int64_t;
 constexpr Nanos kMicrosecond = 1'000, kMs = 1'000'000;
 constexpr Nanos kLongestWait = 1000 * kMs;
 constexpr Nanos kByteTime = ByteTime.count();
-constexpr Nanos kCatchUp = 50 * kMs;   // a paced board that got no processor makes up for this much
-constexpr Nanos kFramePause = 2 * kMs; // an unpaced board rests after each frame
-constexpr Nanos kRetry = 2 * kMs;      // the terminal is full: try again
+constexpr Nanos kCatchUp = 50 * kMs;   // the longest delay by the scheduler that a paced board catches up
+constexpr Nanos kFramePause = 2 * kMs; // the pause of an unpaced board after each frame
+constexpr Nanos kRetry = 2 * kMs;      // the pause before the next attempt when the terminal is full
 constexpr Nanos kOpenSilence = std::chrono::nanoseconds(HostPause).count();
 constexpr std::size_t kChunk = 128;
 
@@ -49,16 +49,16 @@ Nanos now()
     return std::chrono::duration_cast<std::chrono::nanoseconds>(std::chrono::steady_clock::now() - start).count();
 }
 
-// Bytes on their way out. An unplugged port loses them.
+// Outgoing bytes. Unplugging discards them.
 struct Queues
 {
-    std::string wire;                               // given to the terminal, which has not taken it yet
-    std::string urgent;                             // strays, before everything else
+    std::string wire;                               // passed to the terminal, but not written yet
+    std::string urgent;                             // stray bytes, sent before everything else
     std::string out;                                // answers and chatter
-    std::deque<std::pair<Nanos, std::string>> held; // answers, and when they are due
+    std::deque<std::pair<Nanos, std::string>> held; // delayed answers with their due times
 };
 
-// Decides which byte leaves when, and writes it to the terminal.
+// Decides when each byte leaves, and writes it to the terminal.
 class Sender
 {
 public:
@@ -72,7 +72,7 @@ public:
     Queues queues;
     Nanos nextChatter = 0;
     std::int64_t dropCount = 0;
-    std::int64_t frames = 0; // that were sent to their end
+    std::int64_t frames = 0; // completely sent frames
 
     void answer(const std::string &bytes, Nanos time)
     {
@@ -82,7 +82,7 @@ public:
             held.emplace_back(held.empty() ? due : std::max(due, held.back().first), bytes);
     }
 
-    // Sends what may leave at this time, and tells when to call again.
+    // Sends all bytes that are due and returns when to call again.
     Nanos pump(int fd, Nanos time)
     {
         auto &held = queues.held;
@@ -109,7 +109,7 @@ private:
             queues.out = "HELLO\r";
     }
 
-    // Writes the wire to the terminal; false when the terminal is full.
+    // Writes the wire to the terminal. Returns false if the terminal is full.
     bool flush(int fd)
     {
         std::string &wire = queues.wire;
@@ -122,7 +122,7 @@ private:
         return true;
     }
 
-    // Moves bytes to the empty wire, and tells whether more may follow at this time.
+    // Moves bytes to the empty wire. Returns whether more bytes may be due.
     bool fill(Nanos time)
     {
         for (std::size_t i = 0; i < kChunk; ++i) {
@@ -140,10 +140,10 @@ private:
         return true;
     }
 
-    // An answer without an end would flood the terminal.
+    // An endless answer is always paced: it would flood the terminal.
     bool isPaced() const { return paced_ || board_.memory.talking; }
 
-    // Four points make five bytes; the detector may be slower than the line.
+    // The time of a frame byte is set by the line or, if slower, by the detector.
     Nanos frameByteTime() const
     {
         const Nanos frame = kPoints * (board_.memory.settling + kPointWork) * kMicrosecond;
@@ -183,7 +183,7 @@ private:
             position_ = 0;
             whole_ = true;
         }
-        // Four points are measured before their five bytes can leave.
+        // The board measures four points before their five bytes leave.
         const int group = position_ < kFirstSample ? 0 : static_cast<int>(position_ - kFirstSample) / 5;
         board_.memory.generator = plan.at(std::min(group * 4 + 3, kPoints - 1));
         whole_ = whole_ && faults_.mute == 0;
@@ -205,7 +205,7 @@ private:
             next = std::min(next, queues.held.front().first);
         if (faults_.chatter > 0)
             next = std::min(next, nextChatter);
-        const Nanos lineReady = isPaced() ? lineFree_ + kMs : time; // a batch of one millisecond
+        const Nanos lineReady = isPaced() ? lineFree_ + kMs : time; // sends batches of one millisecond
         const bool talks = board_.memory.talking && queues.held.empty();
         if (!queues.urgent.empty() || !queues.out.empty() || talks)
             next = std::min(next, lineReady);
@@ -219,12 +219,12 @@ private:
     const bool paced_;
     Frame frame_{};
     std::size_t position_ = kFrameSize;
-    unsigned number_ = 0, begun_ = 0; // of the next frame, and the sweep to which the frame belongs
+    unsigned number_ = 0, begun_ = 0; // the number of the next frame and the sweep it belongs to
     bool remnant_ = false, whole_ = true, busy_ = false;
-    Nanos restUntil_ = 0, lineFree_ = 0, byteTime_ = kByteTime; // the last is that of the byte that comes next
+    Nanos restUntil_ = 0, lineFree_ = 0, byteTime_ = kByteTime; // byteTime_: duration of the next byte
 };
 
-// The board with its pseudo-terminal, as the control sees it.
+// The board with its pseudo-terminal, controlled by Control.
 class Device
 {
 public:
@@ -252,14 +252,14 @@ public:
         return true;
     }
 
-    // A reset that the terminal outlives.
+    // Resets the board but keeps the terminal open.
     void restart()
     {
         board.memory = Memory();
         sender.queues = Queues();
     }
 
-    // Reads what the host has sent; false when the terminal has failed.
+    // Reads the host's bytes. Returns false if the terminal has failed.
     bool readHost()
     {
         char buffer[1024];
@@ -297,7 +297,7 @@ private:
     {
         static const std::string digits = "0123456789ABCDEF";
         const auto value = static_cast<std::uint8_t>(byte);
-        if (byte > ' ' && byte <= '~') // not a blank, which ends the text
+        if (byte > ' ' && byte <= '~') // excludes the space, which would end the text
             heard_ += byte;
         else
             heard_ += byte == '\r' ? ";" : std::string("\\x") + digits[value >> 4] + digits[value & 15];
@@ -310,7 +310,7 @@ private:
     std::string heard_, stamps_;
 };
 
-// The commands on standard input. Each gives one line.
+// Executes the commands from standard input. Each returns one line.
 class Control
 {
 public:
@@ -352,7 +352,7 @@ private:
     struct Setting
     {
         std::int64_t &value;
-        std::int64_t least = 0, most = 1; // a switch, if no other limits follow
+        std::int64_t least = 0, most = 1; // the default is an on/off switch
     };
 
     bool set(const Setting &setting, const Words &words)
@@ -389,7 +389,7 @@ private:
         return words.size() == 2;
     }
 
-    // What happens to the board at once.
+    // Causes an immediate event: a damaged byte or a restart.
     bool event(const Words &words)
     {
         if (words.size() != 1 || !device_.plugged())
@@ -401,7 +401,7 @@ private:
         return true;
     }
 
-    // Bytes in hexadecimal. None: no strays at the opening, or the usual answer to a query.
+    // Takes bytes in hexadecimal. No bytes switch off the stray bytes at opening or the changed answer to a query.
     bool bytes(const Words &words)
     {
         std::string given;
@@ -457,7 +457,7 @@ int serve(Device &device)
     Control control(device);
     ControlInput lines;
     const auto answer = [&](const std::string &line) {
-        device.readHost(); // what came before the line counts before it
+        device.readHost(); // handles the bytes that arrived before the command
         return control.run(line);
     };
     while (stopRequested == 0) {
@@ -477,7 +477,7 @@ int serve(Device &device)
 
 int main(int argc, char **argv)
 {
-    now(); // the time counts from here
+    now(); // sets the start of time
     std::string link;
     std::optional<std::int64_t> clock = 80'000'000;
     bool paced = false, good = true;

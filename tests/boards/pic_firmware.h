@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-// The firmware behind the terminal of pic_board_by_the_page: what it understands, remembers and measures.
+// The firmware of pic_board_by_the_page: its commands, its state and its measurements.
 
 #include "tests/boards/terminal_board.h"
 
@@ -19,7 +19,7 @@ constexpr int kPoints = 400;
 constexpr std::size_t kFrameSize = 505, kFirstSample = 3, kFrameMiddle = 252, kCrcAt = 503;
 constexpr std::size_t kLongestLine = 12;
 constexpr std::int64_t kSettling = 50, kLeastSettling = 20, kMostSettling = 10'000; // microseconds
-constexpr std::int64_t kPointWork = 60;                                             // and this besides, at each point
+constexpr std::int64_t kPointWork = 60; // microseconds per point in addition to the settling time
 constexpr unsigned kCrcStart = 0xFFFF;
 
 inline unsigned crc16(const std::uint8_t *data, std::size_t size, unsigned crc = kCrcStart)
@@ -32,7 +32,7 @@ inline unsigned crc16(const std::uint8_t *data, std::size_t size, unsigned crc =
     return crc & 0xFFFFu;
 }
 
-// What the control has switched on. It outlives the power of the board.
+// The faults that are switched on. They survive a power cycle of the board.
 struct Faults
 {
     std::int64_t refuseAny = 0;
@@ -41,16 +41,16 @@ struct Faults
     std::int64_t late = 0, chatter = 0, gap = 0;             // milliseconds
     std::int64_t drop = 0, firstNumber = -1;
     std::string strayOpen;
-    // Keeps the plan that it had, or its start or step, and says that it took the new one. 0 or 1.
+    // Keeps the old plan, or only its start or step, but claims to have accepted the new one. 0 or 1.
     std::int64_t stale = 0, staleStart = 0, staleStep = 0;
-    std::int64_t oldFrames = 0; // of the former plan, at the begin of each sweep: they stayed in a buffer on the way
-    std::int64_t oldCrc = 0;    // 1: a firmware whose CRC begins without the plan
-    // How many bytes of the host until one is damaged (a terminal carries no framing errors), or lost and not missed.
+    std::int64_t oldFrames = 0; // frames of the previous plan that begin each sweep, as if left in a buffer
+    std::int64_t oldCrc = 0;    // 1: a firmware whose CRC does not include the plan
+    // Damages or loses the n-th byte from the host; 0: none. A terminal cannot transmit framing errors.
     std::int64_t spoil = 0, lose = 0;
     std::int64_t noQuery = 0, endless = 0;
-    std::int64_t toldClock = 0; // in the answer to a query; 0: the one that it has
+    std::int64_t toldClock = 0; // the clock in the answer to a query; 0: the true one
     std::string toldName = "PAGE-PIC", toldChip = "AD9850";
-    std::string told; // the whole answer to a query, if there is one
+    std::string told; // replaces the complete answer to a query, unless empty
 };
 
 struct Plan
@@ -59,7 +59,7 @@ struct Plan
     bool operator==(const Plan &) const = default;
     std::int64_t at(int point) const { return start + point * step; }
 
-    // With which the CRC of its frames begins.
+    // Returns the start value for the CRC of this plan's frames.
     unsigned crc() const
     {
         std::array<std::uint8_t, 8> bytes{};
@@ -71,21 +71,21 @@ struct Plan
     }
 };
 
-// What a board forgets without power.
+// The state that the board loses without power.
 struct Memory
 {
     std::optional<std::int64_t> generator;
     Plan wanted;
     std::optional<Plan> plan;   // of the last accepted P
-    std::optional<Plan> former; // the last one that was another
+    std::optional<Plan> former; // the previous, different plan
     bool prepared = false, sweeping = false;
     std::int64_t settling = kSettling;
     std::string line;
-    bool spoilt = false;  // the line has lost a byte
-    bool talking = false; // in an answer without an end
+    bool spoilt = false;  // the current line contains a damaged byte
+    bool talking = false; // sending an endless answer
 };
 
-// The firmware: it takes the host's bytes and answers them.
+// The firmware: receives the host's bytes and returns the answers.
 class Board
 {
 public:
@@ -96,9 +96,9 @@ public:
     }
 
     Memory memory;
-    unsigned sweepId = 0; // another one after each accepted G
+    unsigned sweepId = 0; // changes with each accepted G
 
-    // Takes one byte and gives the answer, which is empty when there is none.
+    // Takes one byte and returns the answer, which may be empty.
     std::string receive(char byte)
     {
         if (isDue(faults_.lose))
@@ -118,7 +118,7 @@ public:
             memory.spoilt = byte != '\r';
             return "";
         }
-        if (byte != '\r' && memory.line.size() <= kLongestLine) // one character more marks the line as too long
+        if (byte != '\r' && memory.line.size() <= kLongestLine) // one extra character marks the line as too long
             memory.line += byte;
         if (byte != '\r' || memory.line.empty())
             return "";
@@ -129,7 +129,7 @@ public:
         return good && line == "?" ? identity() : std::string{line[0], good ? '+' : '-', '\r'};
     }
 
-    // A damaged byte, or a break.
+    // Acts like a damaged byte or a break.
     void spoil()
     {
         if (memory.sweeping)
@@ -151,25 +151,25 @@ private:
         return refused;
     }
 
-    // The number behind the letter, which must be all that follows.
+    // Returns the number after the letter, or nothing if the rest of the line is not a number.
     static std::optional<std::int64_t> number(const std::string &line, bool mayBeNegative)
     {
         const bool negative = mayBeNegative && line.size() > 1 && line[1] == '-';
         const std::string digits = line.substr(negative ? 2 : 1);
         if (digits.find_first_not_of("0123456789") != std::string::npos)
             return std::nullopt;
-        const auto value = parseInt(digits, 0, INT64_MAX); // nothing that fits into a line is above it
+        const auto value = parseInt(digits, 0, INT64_MAX); // a number that fits into a line is always below
         return value && negative ? -*value : value;
     }
 
-    // Carries out one line; false when it is refused.
+    // Executes one line. Returns false if the line is refused.
     bool command(const std::string &line)
     {
         const char letter = line[0];
         const bool good = !mustRefuse(letter) && line.size() <= kLongestLine && carryOut(letter, line);
         if (letter == '*')
             memory.prepared = false;
-        if (letter == 'B' || letter == 'D' || letter == 'P') // an old firmware falls back to its last plan
+        if (letter == 'B' || letter == 'D' || letter == 'P') // with "keep", a refused command restores the last plan
             memory.prepared = good ? letter == 'P' : faults_.keep != 0 && memory.plan.has_value();
         return good;
     }
@@ -185,7 +185,7 @@ private:
             memory.settling = *settling;
             return true;
         }
-        if (line == "P") { // the points lie on a line, so the first and the last tell of all
+        if (line == "P") { // the points are equidistant, so checking the first and the last is sufficient
             if (!below(memory.wanted.at(0)) || !below(memory.wanted.at(kPoints - 1)))
                 return false;
             if (memory.plan != memory.wanted)
@@ -216,7 +216,7 @@ private:
         return true;
     }
 
-    // A stale board keeps these, once a plan was prepared.
+    // A stale board keeps start and step once a plan was prepared.
     void setStart(std::int64_t hertz)
     {
         if (!memory.plan || (faults_.stale == 0 && faults_.staleStart == 0))

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-// What the emulated boards on a serial line share: a pseudo-terminal with a symbolic link to it, the control on
-// standard input, the end by a signal, and the counts that stand for a signal.
+// Shared by the simulated boards on a serial line: a pseudo-terminal with a symbolic link to it, commands on standard
+// input, termination by signals, and the computed counts.
 
 #include <algorithm>
 #include <array>
@@ -28,15 +28,15 @@
 namespace boards {
 
 constexpr std::chrono::nanoseconds ByteTime{86'806}; // ten bits at 115,200 baud
-constexpr std::chrono::milliseconds HostPause{300};  // a host that sends again after this has begun anew
+constexpr std::chrono::milliseconds HostPause{300};  // after such a pause the host has reopened the port
 
-// Ten bits that tell the frequencies, or the tuning words, apart.
+// Returns a 10-bit hash of a frequency or a tuning word.
 inline std::uint32_t countOf(std::uint64_t number)
 {
     return static_cast<std::uint32_t>(number * 2654435761u) >> 22;
 }
 
-// The whole text as a number, if it is one between the limits.
+// Converts the complete text to a number. Returns nothing if that fails or the number is outside the limits.
 inline std::optional<std::int64_t> parseInt(const std::string &text, std::int64_t least, std::int64_t most,
                                             int base = 10)
 {
@@ -52,7 +52,7 @@ inline std::optional<std::int64_t> parseInt(const std::string &text, std::int64_
 class Terminal
 {
 public:
-    // The flags are control modes that the host finds set besides those of raw mode.
+    // The flags are control modes (c_cflag) that are set in addition to raw mode.
     explicit Terminal(std::string link, tcflag_t flags = 0)
         : link_(std::move(link))
         , flags_(flags)
@@ -65,7 +65,7 @@ public:
     int fd() const { return master_; } // negative while closed
     bool isOpen() const { return master_ >= 0; }
 
-    // When it fails, the terminal is closed and errno tells why.
+    // Returns false on failure, with the terminal closed and errno set.
     bool open()
     {
         if (openPair() && makeLink())
@@ -112,7 +112,7 @@ private:
         return ::symlink(name_.c_str(), fresh.c_str()) == 0 && ::rename(fresh.c_str(), link_.c_str()) == 0;
     }
 
-    // Removes the link only while it leads to this terminal.
+    // Removes the link only if it points to this terminal.
     void removeLink() const
     {
         std::array<char, 256> target{};
@@ -125,14 +125,14 @@ private:
     const tcflag_t flags_;
     std::string name_;
     int master_ = -1;
-    int slave_ = -1; // stays open, so that the terminal outlives its hosts
+    int slave_ = -1; // stays open, so that the terminal exists while no host has opened it
 };
 
 // The lines on standard input.
 class ControlInput
 {
 public:
-    // Reads once and prints what answer() gives for each whole line. False at the end of the input.
+    // Reads once and prints the result of answer() for each complete line. Returns false at the end of the input.
     template <typename Answer>
     bool serve(const Answer &answer)
     {
@@ -156,7 +156,7 @@ constexpr std::array<int, 3> EndSignals{SIGINT, SIGTERM, SIGHUP};
 
 inline volatile std::sig_atomic_t stopRequested = 0;
 
-// Lets the signals end the event loop, so that the link goes.
+// Makes the signals end the event loop, so that the link is removed.
 inline void stopOnSignals()
 {
     std::signal(SIGPIPE, SIG_IGN);
@@ -164,14 +164,14 @@ inline void stopOnSignals()
         std::signal(number, [](int) { stopRequested = 1; });
 }
 
-// Where a wait has found something to read.
+// The inputs that have data to read.
 struct Readable
 {
     bool control = false, host = false;
 };
 
-// Waits for standard input and the terminal. A mask replaces the blocked signals meanwhile. Gives nothing when a signal
-// has come.
+// Waits for standard input and the terminal. A mask replaces the set of blocked signals during the wait. Returns
+// nothing if a signal interrupts the wait.
 inline std::optional<Readable> waitForInput(int terminal, std::chrono::nanoseconds wait, const sigset_t *mask = nullptr)
 {
     constexpr std::int64_t second = 1'000'000'000;

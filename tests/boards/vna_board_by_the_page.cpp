@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 //
-// A vector analyser board on a pseudo-terminal, for tests. It answers as the manual describes the instrument, but its
-// counts are no signal: each one tells the tuning word, the path and the quantity it belongs to. Commands on standard
+// Simulates a vector analyser behind a pseudo-terminal, for tests. The board answers as the manual describes, but its
+// counts do not come from a signal: each is a hash of the tuning word, the path and the quantity. Commands on standard
 // input disturb the line.
 //
-// Choices where the manual leaves the instrument open:
-//  - Four carriage returns make a command. Any other byte that is no digit voids the command it stands in; the four
-//    numbers are still consumed, so that the next command is read right. Incomplete commands wait without end.
-//  - A void command gets no reply and changes nothing. 0 samples set the word and get no reply.
-//  - mute, late, latenext and lateeach apply to commands that are complete after the setting was made.
+// Behaviour that the manual does not define:
+//  - Four carriage returns complete a command. Any other byte that is not a digit voids the command; its four numbers
+//    are still consumed, so that the next command is read correctly. Incomplete commands wait forever.
+//  - A void command gets no reply and changes nothing. A command with 0 samples sets the word and gets no reply.
+//  - mute, late, latenext and lateeach apply to commands that are completed after the setting was changed.
 //  - Settings, the list of heard commands and the number of replies survive unplug and plug.
 
 #include "tests/boards/terminal_board.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-// The instrument of vna_board_by_the_page: it takes the commands of the host and sends the replies.
+// The instrument of vna_board_by_the_page: receives the host's commands and sends the replies.
 
 #include "tests/boards/terminal_board.h"
 
@@ -27,19 +27,19 @@ using Time = Clock::time_point;
 using Bytes = std::vector<std::uint8_t>;
 using std::chrono::milliseconds;
 
-constexpr std::size_t Batch = 12; // bytes that leave together, about 1 ms
+constexpr std::size_t Batch = 12; // bytes written at once, about 1 ms
 constexpr std::size_t ChunkMax = 4096;
 constexpr milliseconds PauseAfterReply{2}; // without --paced
 constexpr milliseconds RetryWrite{1};
-constexpr std::size_t TextMax = 40; // of a number that is too long, this much is kept
+constexpr std::size_t TextMax = 40; // longer numbers are truncated
 
 // One command of the host
 struct Command
 {
-    std::array<std::string, 4> text; // as received, other bytes than digits as %XX
+    std::array<std::string, 4> text; // as received; bytes other than digits are shown as %XX
     bool valid = false, muted = false;
     std::uint32_t path = 0, start = 0, samples = 0, step = 0;
-    Bytes before; // what the line carries before the reply
+    Bytes before; // stray bytes sent before the reply
     Time due;
 
     void decode()
@@ -75,7 +75,7 @@ struct Command
     }
 };
 
-// What the control can disturb
+// The faults that commands can switch on
 struct Faults
 {
     int mute = 0; // -1: all
@@ -84,27 +84,27 @@ struct Faults
     Bytes strayOpen, strayOnce;
 };
 
-// What the instrument forgets with its power
+// The state that the instrument loses without power
 struct Memory
 {
     // from the host
     Command incoming;
     std::size_t number = 0;
     std::optional<Time> lastByte;
-    Time inClock; // when the last byte has arrived; over a paced line, later than it was read
+    Time inClock; // arrival of the last byte; on a paced line later than the time of reading
     std::deque<Command> commands;
 
     // to the host
-    std::deque<std::uint8_t> first; // goes before the rest of the reply
+    std::deque<std::uint8_t> first; // sent before the rest of the reply
     Bytes reply;
     std::size_t replySent = 0;
-    std::size_t gapAt = 0; // 0: no gap ahead
+    std::size_t gapAt = 0; // 0: no more gap
     bool replying = false;
-    Bytes wire; // on its way to the terminal, faults included
+    Bytes wire; // bytes being written to the terminal, faults included
     std::size_t wireSent = 0;
     bool blocked = false;
     Time retryAt, gapUntil, pauseUntil;
-    Time outClock; // until here the line is used
+    Time outClock; // the line is busy until then
 
     std::uint32_t word = 0, path = 0;
 };
@@ -123,7 +123,7 @@ public:
 
     bool plugged() const { return terminal_.isOpen(); }
     int fd() const { return terminal_.fd(); }
-    bool plug() { return terminal_.open(); } // when it fails, errno tells why
+    bool plug() { return terminal_.open(); } // sets errno on failure
 
     void unplug()
     {
@@ -172,7 +172,7 @@ public:
         return wake;
     }
 
-    // Puts bytes before all that has not left yet
+    // Puts bytes in front of all unsent bytes
     void sendFirst(const Bytes &bytes, Time now)
     {
         if (m.first.empty() && m.wire.empty() && (!m.replying || inGap(now)))
@@ -180,7 +180,7 @@ public:
         m.first.insert(m.first.end(), bytes.begin(), bytes.end());
     }
 
-    // The counts and ticks behind the settings begin anew
+    // Restarts the counter or timer of a setting
     void settingChanged(const std::string &name)
     {
         if (name == "chatter")
@@ -275,7 +275,7 @@ private:
         m.replying = true;
     }
 
-    // A tick that falls into a reply passes without a word
+    // Sends the chatter when due, except during a reply
     void tick(Time now)
     {
         if (faults.chatter == 0 || now < nextTick_)
@@ -297,7 +297,7 @@ private:
         return (m.gapAt > m.replySent ? m.gapAt : m.reply.size()) - m.replySent;
     }
 
-    // How many bytes may leave now: all, or as many as the line could have carried until now
+    // Returns how many bytes may be sent now: all, or on a paced line as many as it could have carried by now
     std::size_t allowed(Time now) const
     {
         const std::size_t count = std::min(available(now), ChunkMax);
@@ -335,7 +335,7 @@ private:
         return count > 0;
     }
 
-    // Writes what is on its way. True when all of it has gone.
+    // Writes the pending bytes. Returns true if none are left.
     bool flush(Time now)
     {
         while (m.wireSent < m.wire.size()) {
@@ -355,7 +355,7 @@ private:
         return true;
     }
 
-    // Notes the middle and the end of a reply once the bytes have gone
+    // Handles the middle and the end of a reply after its bytes were written
     void settle(Time now)
     {
         if (!m.replying)

@@ -18,7 +18,7 @@ constexpr int kMostTabs = 16;
 constexpr QRgb kMajorGrid = qRgb(0, 200, 0);
 constexpr QRgb kSelectedText = qRgb(48, 140, 198);
 
-// The smallest rectangle around every pixel of this colour.
+// Returns the bounding rectangle of all pixels of this colour.
 QRect extentOf(const QImage &screen, QRgb colour)
 {
     QRect extent;
@@ -29,7 +29,7 @@ QRect extentOf(const QImage &screen, QRgb colour)
     return extent;
 }
 
-// Texts in English, numbers as in the country.
+// Texts in English, numbers in the format of the country.
 QStringList environmentOf(const QString &country)
 {
     return {QStringLiteral("LC_ALL="), QStringLiteral("LANGUAGE="), QStringLiteral("LANG=en_US.UTF-8"),
@@ -120,7 +120,7 @@ bool FirstHour::start(const char *chip)
 
 void FirstHour::press(const QStringList &keys) const
 {
-    // A dialog that has just closed may still have the focus.
+    // A dialog that is closing may still have the focus.
     RealProgram::activate(m_program.mainWindow());
     m_program.keys(keys);
 }
@@ -183,7 +183,7 @@ bool FirstHour::curveIsHigh() const
 
 bool FirstHour::chooseFile(const QString &keys, const QString &dialog, const QString &file) const
 {
-    // The dialog before may still be on its way out, and would take the keys.
+    // The previous dialog may still be closing and would receive the keys.
     for (const QString &other : {kSaveDialog, kOpenDialog})
         if (!m_program.waitUntilGone(other))
             return false;

@@ -35,13 +35,13 @@ QList<SavedRow> rowsOf(const QByteArray &csv);
 const SavedRow &highestOf(const QList<SavedRow> &rows);
 QByteArray contentOf(const QString &path);
 
-// What a saved picture says beside its curve.
+// The texts of a saved SVG picture.
 class PictureTexts
 {
 public:
     explicit PictureTexts(const QString &svg);
 
-    // The text that follows this one, or a later one.
+    // Returns the text that is `distance` places after `text`.
     QString after(const char *text, int distance = 1) const;
     bool contains(const QString &text) const { return m_texts.contains(text); }
     QString all() const { return m_texts.join(u'|'); }
@@ -50,59 +50,60 @@ private:
     QStringList m_texts;
 };
 
-// The program in the hands of a newcomer: keys and clicks, and what is read back from the clipboard, the saved files
-// and the screen. Numbers are shown as in a country of the caller's choice, texts are English.
+// Operates the program like a new user: sends keys and clicks, and reads the clipboard, saved files and the screen.
+// Texts are English; numbers have the format of the given country.
 class FirstHour
 {
 public:
-    // settings: what the folder has at the start.
+    // settings: the initial contents of Calvorn.ini.
     FirstHour(const QString &country, const QByteArray &settings);
 
-    // As a newcomer gets them.
+    // The settings that are delivered with the program.
     static QByteArray preparedSettings();
-    // The same after some minutes: 6 to 8.2 MHz.
+    // The delivered settings with the range 6 to 8.2 MHz.
     static QByteArray settingsWithRange();
-    // And after an hour: another chip, and the log.
+    // The same with another chip and the log switched on.
     static QByteArray settingsWithOtherChip();
 
-    // False when the window with this chip in its title does not come up with its graph.
+    // Starts the program. Returns false if the window, with this chip in its title, does not show its graph.
     bool start(const char *chip);
     RealProgram &program() { return m_program; }
     QString path(const QString &name) const { return m_program.folder() + u'/' + name; }
 
-    // Keys for the main window.
+    // Sends keys to the main window.
     void press(const QStringList &keys) const;
     void type(const QString &text) const { m_program.typeText(text); }
     QString copied(const QStringList &keys) const;
-    // In pixels from the corner of the main window, as in its screenshot.
+    // The place is in pixels from the corner of the main window, as in its screenshot.
     void mouseAt(QPoint place, const QStringList &actions) const { m_program.mouseAt(m_corner + place, actions); }
-    // A place in the plot; the height counts from its top, 0 to 1.
+    // Returns a place in the plot. The height is 0 at the top and 1 at the bottom.
     QPoint placeOf(double row, double height) const;
-    // Goes on with Tab, or back, until what has the focus gives away such a text.
+    // Presses the key (Tab or Shift+Tab) until the focused widget copies a wanted text.
     bool tabTo(const std::function<bool(const QString &)> &wanted, const char *key = "Tab") const;
     bool backTo(const QString &text) const;
-    // The digits of the start box, which has the focus now and this text; empty when it is not found.
+    // Moves the focus to the start box, which contains `text`, and returns the rectangle of its digits, or an empty
+    // one.
     QRect startDigits(const QString &text) const;
     QString clickedText(QPoint place) const;
 
-    // Starts a sweep, waits for the curve of the filter, and stops again.
+    // Starts sweeping, waits for the curve of the filter, and stops.
     bool sweep() const;
     bool curveIsHigh() const;
     int curvePixelsShown() const { return curvePixels(m_program.screenshot()); }
 
-    // Names a file in the dialog that these keys open, which is in the program's folder.
+    // Opens a file dialog with these keys and enters the file. The dialog starts in the program's folder.
     bool chooseFile(const QString &keys, const QString &dialog, const QString &file) const;
     QByteArray savedSweep(const QString &name) const;
     PictureTexts savedPicture(const QString &name) const;
 
-    // Numbers as the window shows them.
+    // Format and read numbers like the window.
     const QLocale &locale() const { return m_locale; }
     QString grouped(double hertz) const { return m_locale.toString(hertz, 'f', 0); }
     QString inHertz(double hertz) const { return grouped(hertz) + QStringLiteral(" Hz"); }
     QString inVolts(double millivolts) const;
     double numberOf(const QString &shown) const { return m_locale.toDouble(shown.section(u' ', 0, 0)); }
 
-    // What the screen shows now, for the report of a failure.
+    // Describes the screen, for failure messages.
     QString seen() const;
 
 private:

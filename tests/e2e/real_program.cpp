@@ -17,11 +17,11 @@ namespace calvorn::test {
 
 namespace {
 
-constexpr int kStartMs = 20'000; // on a loaded machine
+constexpr int kStartMs = 20'000; // long enough for a loaded machine
 constexpr int kActiveMs = 3'000;
 constexpr int kActivations = 4;
-// Between two looks at a picture: longer than a button stays down that was pressed by its letter, and than a sweep of
-// the simulated board takes.
+// The time between two screenshots: longer than a sweep of the simulated board, and longer than a button pressed by its
+// mnemonic stays down.
 constexpr int kLookMs = 200;
 constexpr int kStillMs = 10'000;
 
@@ -30,7 +30,7 @@ bool isCurve(QRgb colour)
     return qRed(colour) > 200 && qGreen(colour) > 200 && qBlue(colour) < 60;
 }
 
-// A window that was shown and not yet painted has one colour.
+// Returns whether the picture has more than one colour: an unpainted window has only one.
 bool isPainted(const QImage &picture)
 {
     for (int y = 0; y < picture.height(); ++y)
@@ -47,7 +47,7 @@ WindowManager::WindowManager()
     m_process.start(QStringLiteral("openbox"), QStringList());
     if (!m_process.waitForStarted())
         qFatal("openbox does not start");
-    // A window that is there before its manager vanishes for a moment while it gets its frame.
+    // A window opened before its manager is ready would vanish briefly while it gets a frame.
     const bool manages = QTest::qWaitFor(
         [] { return RealProgram::run(QStringLiteral("xdotool"), {QStringLiteral("get_num_desktops")}).toInt() > 0; },
         30'000);
@@ -81,7 +81,7 @@ RealProgram::~RealProgram()
 void RealProgram::bring(const char *name) const
 {
     const QString built = qEnvironmentVariable("CALVORN_BIN") + u'/';
-    // Copied, not linked: the program looks for its folder by its own file.
+    // Copies instead of linking: the program finds its folder by its executable file.
     if (!QFile::copy(built + QString::fromLatin1(name), m_folder.filePath(QString::fromLatin1(name))))
         qFatal("cannot copy %s", name);
 }
@@ -113,14 +113,14 @@ bool RealProgram::start(const QStringList &environment, const QString &titlePatt
     m_process->setChildProcessModifier(startAsAShell);
     QStringList variables = QProcess::systemEnvironment() + environment;
     m_process->setEnvironment(variables);
-    // The dialogs that ask for a file begin here.
+    // File dialogs start in this folder.
     m_process->setWorkingDirectory(m_folder.path());
     m_process->start(m_command, m_arguments);
     m_window = waitForWindow(titlePattern, kStartMs);
     if (m_window.isEmpty())
         return false;
-    // It is painted in the first turn of the event loop, which takes the keys as well. On another display than that of
-    // the test it cannot be looked at.
+    // The first turn of the event loop paints the window; from then on it handles keys. If the window is on another
+    // display than the test, there is no screenshot, and painting cannot be checked.
     const auto isUp = [this] {
         const QImage picture = screenshot();
         return picture.isNull() || isPainted(picture);
@@ -188,7 +188,7 @@ QString RealProgram::activeWindow()
 
 bool RealProgram::activate(const QString &window)
 {
-    // A window manager that is just giving the focus to a window that has opened or closed passes over the request.
+    // The window manager may ignore the request while it moves the focus after a window opened or closed.
     for (int attempt = 0; attempt < kActivations; ++attempt) {
         if (activeWindow() == window)
             return true;
@@ -209,7 +209,7 @@ QString RealProgram::waitForBox() const
 
 QString RealProgram::lineOfBox(const QString &box, QPoint place) const
 {
-    // Three clicks take a line.
+    // A triple click selects a line.
     mouseAt(cornerOf(box) + place, {QStringLiteral("click"), QStringLiteral("--repeat"), QStringLiteral("3"),
                                     QStringLiteral("--delay"), QStringLiteral("60"), QStringLiteral("1")});
     return copied({QStringLiteral("ctrl+c")}).trimmed();
@@ -256,7 +256,7 @@ bool RealProgram::becomesStill(const QString &window) const
     QDeadlineTimer deadline(kStillMs);
     do {
         before = now;
-        // Ends early where something changes.
+        // Ends early if something changes.
         (void)QTest::qWaitFor(
             [&] {
                 now = screenshot(window);

@@ -11,7 +11,7 @@
 
 namespace calvorn::test {
 
-// A window manager for as long as it lives: without one, nothing brings a window to the front.
+// Runs a window manager, which is needed to bring windows to the front.
 class WindowManager
 {
 public:
@@ -22,8 +22,7 @@ private:
     QProcess m_process;
 };
 
-// The real program in a program folder of its own, driven as a person would: keys and mouse from outside, and a
-// look at the screen.
+// Runs the real program in a temporary folder and operates it like a user, with keys, mouse and screenshots.
 class RealProgram
 {
 public:
@@ -31,15 +30,15 @@ public:
     ~RealProgram();
 
     QString folder() const { return m_folder.path(); }
-    // Puts another file of the built program beside it.
+    // Copies another file of the build into the folder.
     void bring(const char *name) const;
     QString setting(const char *section, const char *key) const;
 
-    // What start() starts, in place of the program in the folder without arguments.
+    // Sets the command of start(). The default is the program in the folder, without arguments.
     void setCommand(const QString &program, const QStringList &arguments);
-    // Starts the program and waits for its first window. False when none comes.
+    // Starts the program and waits for its first window. Returns false if none appears.
     bool start(const QStringList &environment = {}, const QString &titlePattern = QStringLiteral("^Brenik - Calvorn"));
-    // Waits for the process to end by itself.
+    // Waits until the process ends by itself. Returns false on a timeout.
     bool waitForEnd(int milliseconds = 5000);
     qint64 pid() const { return m_process ? m_process->processId() : 0; }
     void killHard();
@@ -47,41 +46,43 @@ public:
     // xdotool keysyms: "F5", "ctrl+q", "alt+s", or several.
     void keys(const QStringList &keysyms) const;
     void typeText(const QString &text) const;
-    // Takes the mouse to a place on the screen and acts there, in the words of xdotool: {"click", "1"}.
+    // Moves the mouse to a place on the screen and performs xdotool actions there, for example {"click", "1"}.
     void mouseAt(QPoint place, const QStringList &actions) const;
-    // Keys that change what the window shows, for good: false when it stays as it was, or never comes to rest. Without
-    // a window it is the main one.
+    // Sends keys and waits until the window has changed and stopped changing. Returns false if either does not happen.
+    // The default is the main window.
     bool keysChange(const QStringList &keysyms, const QString &window = {}) const;
-    // What these keys make the program put on the clipboard, as text.
+    // Sends keys that copy something and returns the text on the clipboard.
     QString copied(const QStringList &keysyms, int milliseconds = 10'000) const;
-    // Screen coordinates of the upper left corner of a window's contents.
+    // Returns the screen coordinates of the upper left corner of a window's contents.
     QPoint cornerOf(const QString &window) const;
 
-    // Waits for a window whose title matches; its id, or empty.
+    // Waits for a window whose title matches. Returns its id, or an empty string.
     QString waitForWindow(const QString &titlePattern, int milliseconds = 5000) const;
-    // False when such a window stays.
+    // Returns false if such a window remains.
     bool waitUntilGone(const QString &titlePattern) const;
-    // The titles of all windows, for the report of a failure.
+    // Lists the titles of all windows, for failure messages.
     QString windowsShown() const;
     QString mainWindow() const { return m_window; }
     int exitCode() const { return m_process->exitCode(); }
-    // Waits for a message box with the application's title and brings it to the front; empty when none comes.
+    // Waits for a message box with the application's title and brings it to the front. Returns its id, or an empty
+    // string.
     QString waitForBox() const;
-    // The line of a box's text under the place, in pixels from the corner of its contents.
+    // Returns the line of a box's text at the place, in pixels from the corner of its contents.
     QString lineOfBox(const QString &box, QPoint place = {120, 17}) const;
-    // Keys go to the active window. False when another one stays it.
+    // Makes a window active, so that it receives keys. Returns false on failure.
     static bool activate(const QString &window);
     static QString activeWindow();
 
-    // A window without its frame, by default the main one: the icon there has the yellow of the curve.
+    // Returns a picture of a window, by default the main one, without its frame: the icon in the frame has the yellow
+    // of the curve.
     QImage screenshot(const QString &window = {}) const;
-    // Waits for two pictures that are the same: what was asked for is done, and no sweep runs, since its noise makes no
-    // two curves alike.
+    // Waits until two consecutive screenshots are equal. Then all input has been handled and no sweep is running, since
+    // noise makes every curve different.
     bool becomesStill(const QString &window = {}) const;
-    // Waits until the picture has changed that often.
+    // Waits until the picture has changed this many times.
     bool changes(int times = 3) const;
 
-    // Processes of the acquisition server that run out of this folder.
+    // Returns the number of acquisition servers that run from this folder.
     int serversRunning() const;
     qint64 serverPid() const;
 
@@ -95,10 +96,10 @@ private:
     QString m_window;
 };
 
-// Pixels of the curve's yellow anywhere in the picture.
+// Returns the number of pixels in the yellow of the curve.
 int curvePixels(const QImage &screen);
 
-// Row of the picture on which the curve's highest point lies; the curve of the filter rises, an empty one does not.
+// Returns the picture row of the curve's highest point, or the height of the picture if there is no curve.
 int highestCurveRow(const QImage &screen);
 
 } // namespace calvorn::test

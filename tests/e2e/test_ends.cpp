@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// However the program ends, no generator stays on. The boards are those of tests/boards/, which note what they were
-// told last. CALVORN_ENDS=20 tries each way twenty times.
+// Tests that the program never leaves a generator on, however it ends. The boards are those of tests/boards/, which
+// report the state of their generator. CALVORN_ENDS=20 tries each way twenty times.
 #include "tests/e2e/real_program.h"
 #include "tests/support/page_boards.h"
 
@@ -16,14 +16,14 @@ using namespace calvorn::test;
 
 namespace {
 
-constexpr int kEndMs = 20'000; // on a loaded machine
+constexpr int kEndMs = 20'000; // long enough for a loaded machine
 constexpr int kAttempts = 4;
-constexpr int kHundredthsOfASweep = 3; // of a second, for starting and decoding some
+constexpr int kHundredthsOfASweep = 3; // processor time in 1/100 s to start a sweep and decode some vectors
 const QString kMainWindow = QStringLiteral("^Brenik - Calvorn  v2.0 - ");
 const QString kBox = QStringLiteral("^Brenik - Calvorn  v2.0$");
 const QString kSetUp = QStringLiteral("^Configuration$");
 
-// An X server of its own with a window manager, which can go away.
+// A separate X server with a window manager, which the test can kill.
 class Screen
 {
 public:
@@ -60,7 +60,7 @@ private:
     std::unique_ptr<WindowManager> m_windowManager;
 };
 
-// A board of one of the three interfaces, and what it does.
+// A board of one of the three interfaces, and the state of its generator.
 class Board
 {
 public:
@@ -86,7 +86,7 @@ public:
         return isParallelGeneratorOn();
     }
 
-    // The PIC board is parked at the start frequency, the others are off.
+    // At rest, the PIC board stays at the start frequency and the other boards are off.
     bool isAtRest() const
     {
         if (m_interface == kInterfacePic)
@@ -109,7 +109,7 @@ private:
                 on = event != "power-down";
         return on;
     }
-    // Of "state gen=1000000 start=0 ..."
+    // Returns a field of "state gen=1000000 start=0 ..."
     QByteArray field(const QByteArray &name) const
     {
         for (const QByteArray &part : m_serial->tell("state").split(' '))
@@ -123,7 +123,7 @@ private:
     std::unique_ptr<ParallelPageBoard> m_parallel;
 };
 
-// The program on such a board.
+// The program with such a board.
 struct Scene
 {
     explicit Scene(std::int16_t interfaceType)
@@ -137,7 +137,8 @@ struct Scene
         return program.start({}, kMainWindow) && QTest::qWaitFor([this] { return board.isGeneratorOn(); }, kEndMs);
     }
 
-    // What the server computes shows that it sweeps: an idle one needs next to nothing.
+    // Returns the server's processor time in 1/100 s. It shows whether the server sweeps: an idle one needs almost
+    // none.
     int hundredthsUsed() const
     {
         QFile file(QStringLiteral("/proc/%1/stat").arg(server));
@@ -155,7 +156,7 @@ struct Scene
 
     pid_t pid() const { return static_cast<pid_t>(program.pid()); }
     void press(const char *key) const { program.keys({QString::fromLatin1(key)}); }
-    // A dialog or a box in front.
+    // Waits for a dialog or message box and brings it to the front.
     bool waitFor(const QString &title) const
     {
         const QString window = program.waitForWindow(title, kEndMs);
@@ -164,13 +165,13 @@ struct Scene
         return !window.isEmpty();
     }
 
-    std::unique_ptr<Screen> screen; // where it is not that of the test
+    std::unique_ptr<Screen> screen; // null: the program uses the display of the test
     Board board;
     RealProgram program;
     qint64 server = 0;
 };
 
-// False when the way cannot be gone.
+// Ends the program in some way. Returns false if that is not possible.
 using End = std::function<bool(Scene &)>;
 
 End signalled(int number)
@@ -178,9 +179,8 @@ End signalled(int number)
     return [number](const Scene &scene) { return ::kill(scene.pid(), number) == 0; };
 }
 
-// A key goes to the window that is active when it comes. On a busy machine that may be none for a while, or a box that
-// has just come up, since a board that is late counts as silent. So the request is repeated, as a person would, and a
-// box in the way is closed first.
+// Keys go to the active window. On a busy machine there may be none for a while, or a message box about a late board
+// may have just opened. So this repeats the key, as a user would, and first closes a box in the way.
 End pressed(const char *key)
 {
     return [key](Scene &scene) {
@@ -215,7 +215,7 @@ bool apply(const Scene &scene)
     return true;
 }
 
-// The server ends during a sweep, or when it is needed next; the program is ended from the box that tells of it.
+// Ends the server only; the program survives.
 bool endTheServer(Scene &scene)
 {
     scene.server = scene.program.serverPid();
@@ -285,7 +285,7 @@ void TestEnds::addRows() const
     row("SIGKILL", signalled(SIGKILL));
     row("the display is gone", loseTheDisplay);
     row("the server is ended", endTheServer, false);
-    // What needs an idle generator, and what only a sweep brings about.
+    // These two ways exist only while idle, or only during a sweep.
     QTest::newRow("Apply, idle") << End(apply) << false << true;
     QTest::newRow("cancelled box, sweeping") << End(cancelTheBox) << true << true;
 }
@@ -305,7 +305,7 @@ void TestEnds::tryEnds(std::int16_t interfaceType) const
         QVERIFY(end(scene));
         QVERIFY(!ends || scene.program.waitForEnd(kEndMs));
         QVERIFY(QTest::qWaitFor([&] { return scene.program.serversRunning() == 0; }, kEndMs));
-        // What the server has written is on the line, but a busy computer may not have come to the board yet.
+        // The server's last bytes are on the line, but on a busy computer the board may not have read them yet.
         QVERIFY2(QTest::qWaitFor([&] { return scene.board.isAtRest(); }, 10'000),
                  qPrintable(QString::fromLatin1(scene.board.description())));
     }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What a stranger with the simulated board comes across in a first hour, the slips included. Each stage starts from a
-// state of its own, so that one that fails hides no other.
+// Tests what a new user does in the first hour with the simulated board, including mistakes. Each stage starts from a
+// separate state, so that a failure does not hide failures of later stages.
 #include "tests/e2e/first_hour.h"
 
 #include <QDir>
@@ -35,9 +35,9 @@ private:
     std::unique_ptr<FirstHour> m_hour;
 
     static void addCountries();
-    // A fresh folder with these settings, in the country of the row.
+    // Prepares a new folder with these settings, for the country of the test row.
     void begin(const QByteArray &settings);
-    // The same, with a sweep in the window and in the file first.csv.
+    // The same, then takes a sweep and saves it as first.csv.
     void beginWithSweep(const QByteArray &settings = FirstHour::settingsWithRange());
     void configure();
     RealProgram &program() { return m_hour->program(); }
@@ -117,7 +117,7 @@ void TestFirstHour::measures()
     QVERIFY(m_hour->sweep());
 }
 
-// Letters, too much, and what the locale groups.
+// Enters letters, a number that is too large, and a number with the locale's group separators.
 void TestFirstHour::entersARange()
 {
     begin(FirstHour::preparedSettings());
@@ -135,7 +135,7 @@ void TestFirstHour::entersARange()
     m_hour->type(m_hour->grouped(8200000));
     m_hour->press({QStringLiteral("Tab")});
     QVERIFY(m_hour->backTo(QStringLiteral("8200000")));
-    // The old curve goes with the old range.
+    // A new range removes the old curve.
     QTRY_COMPARE(m_hour->curvePixelsShown(), 0);
 }
 
@@ -151,7 +151,7 @@ void TestFirstHour::turnsTheWheel()
         m_hour->mouseAt(hundreds, {QStringLiteral("click"), QString::fromLatin1(button)});
     };
     const auto shown = [&] { return m_hour->copied({QStringLiteral("ctrl+a"), QStringLiteral("ctrl+c")}); };
-    // Grouped at once; the box of the focus is plain again when the range has been planned.
+    // The new number is grouped at first. Once the range is planned, the focused box shows it without separators.
     turn("4");
     QCOMPARE(shown().remove(m_hour->locale().groupSeparator()), QStringLiteral("6000100"));
     turn("5");
@@ -170,7 +170,7 @@ void TestFirstHour::putsMarkers()
     hour.mouseAt(hour.placeOf(300, 0.6), kRightClick);
     hour.mouseAt(hour.placeOf(350, 0.25), shifted(kLeftClick));
     hour.mouseAt(hour.placeOf(350, 0.75), shifted(kRightClick));
-    // M2 is dragged.
+    // Drags M2.
     hour.mouseAt(hour.placeOf(300, 0.6),
                  {QStringLiteral("mousedown"), QStringLiteral("1"), QStringLiteral("mousemove_relative"),
                   QStringLiteral("--sync"), QStringLiteral("--"), QStringLiteral("-20"), QStringLiteral("0")});
@@ -186,7 +186,7 @@ void TestFirstHour::putsMarkers()
     QCOMPARE(texts.after("M2"), hour.inHertz(m_saved[240].hertz));
     QCOMPARE(texts.after("M2", 2), hour.inVolts(m_saved[240].millivolts));
     QCOMPARE(texts.after("M2 - M1"), hour.inHertz(m_saved[240].hertz - m_saved[100].hertz));
-    // From 0.998 V down to -0.002 V.
+    // The plot ranges from 0.998 V at the top to -0.002 V at the bottom.
     const double m3 = hour.numberOf(texts.after("M3"));
     const double m4 = hour.numberOf(texts.after("M4"));
     QVERIFY2(std::abs(m3 - 0.748) < 0.004 && std::abs(m4 - 0.248) < 0.004, qPrintable(texts.all()));
@@ -223,7 +223,7 @@ void TestFirstHour::goesThroughTheScales()
     const PictureTexts texts = hour.savedPicture(QStringLiteral("0.svg"));
     QVERIFY2(texts.contains(QStringLiteral("Linear scale, 0 to %1 V").arg(number(1.0, 2))), qPrintable(texts.all()));
     QCOMPARE(texts.after("M1", 2), hour.inVolts(m_saved[100].millivolts));
-    // The tenth of a dB at which it was shown on the way costs a little.
+    // The dB scales round M3 to a tenth of a dB, which costs some accuracy.
     QVERIFY2(std::abs(hour.numberOf(texts.after("M3")) - 0.748) < 0.02, qPrintable(texts.after("M3")));
 }
 
@@ -244,7 +244,7 @@ void TestFirstHour::readsTheTable()
              line(m_saved[kRows - 1]) + u'\n' + line(m_saved[kRows]));
 }
 
-// A text that is no sweep is passed over without a word.
+// The program silently ignores a file that is not a sweep.
 void TestFirstHour::opensAFileThatIsNone()
 {
     beginWithSweep();
@@ -264,7 +264,7 @@ void TestFirstHour::opensTheFileAgain()
     beginWithSweep();
     if (QTest::currentTestFailed())
         return;
-    // Another range takes the sweep away.
+    // A new range removes the sweep.
     const QRect startBox = m_hour->startDigits(QStringLiteral("6000000"));
     QVERIFY(!startBox.isEmpty());
     m_hour->type(QStringLiteral("2000000"));
@@ -284,7 +284,7 @@ void TestFirstHour::looksForHelp()
     const QString title = QStringLiteral("^Calvorn Help$");
     const QString help = program().waitForWindow(title);
     QVERIFY(!help.isEmpty() && RealProgram::activate(help));
-    // The page may come after its window.
+    // The page may appear later than its window.
     QString page;
     const bool isShown = QTest::qWaitFor(
         [&] {
@@ -305,7 +305,7 @@ void TestFirstHour::comesBackToWhatWasLeft()
         return;
     m_hour->mouseAt(m_hour->placeOf(100, 0.6), kLeftClick);
     m_hour->mouseAt(m_hour->placeOf(350, 0.25), shifted(kLeftClick));
-    // With a file, the range goes from its first row to its last.
+    // Opening a file sets the range to its first and last row.
     QVERIFY(m_hour->chooseFile(QStringLiteral("ctrl+o"), kOpenDialog, QStringLiteral("first.csv")));
     m_hour->press({QStringLiteral("alt+v"), QStringLiteral("t")});
     const double m1 = m_saved[100].hertz;
@@ -326,22 +326,22 @@ void TestFirstHour::comesBackToWhatWasLeft()
              qPrintable(texts.all()));
     QVERIFY2(texts.contains(m_hour->inHertz(6e6)), qPrintable(texts.all()));
     QCOMPARE(m_hour->numberOf(texts.after("M3")), m3);
-    // The next row of a range with a slightly smaller step.
+    // The reloaded range has a slightly smaller step, so M1 moves to the next row.
     const double step = std::nearbyint((last - 6e6) / kRows);
     QCOMPARE(texts.after("M1"), m_hour->inHertz(6e6 + step * std::ceil((m1 - 6e6) / step)));
-    // The table shows.
+    // The table is visible again.
     QVERIFY(m_hour->tabTo([&](const QString &text) { return text.section(u'\t', 0, 0) == m_hour->grouped(6e6); }));
     QVERIFY(m_hour->backTo(QStringLiteral("6000000")));
     QCOMPARE(m_hour->copied({QStringLiteral("Tab"), QStringLiteral("ctrl+c")}), QString::number(last, 'f', 0));
 }
 
-// Another chip with its clock, a limit that is corrected on the way, and another port.
+// Sets another chip with its clock, enters the limit wrongly and corrects it, and sets another port.
 void TestFirstHour::configure()
 {
     m_hour->press({QStringLiteral("alt+s"), QStringLiteral("c")});
     const QString dialog = program().waitForWindow(kConfigurationDialog);
     QVERIFY(!dialog.isEmpty() && RealProgram::activate(dialog));
-    // A button that is pressed by its letter stays down for a moment before it acts.
+    // A button pressed by its mnemonic stays down for a moment before it acts.
     QVERIFY(program().keysChange({QStringLiteral("alt+t")}, dialog));
     QVERIFY(program().keysChange({QStringLiteral("alt+0")}, dialog));
     program().keys({QStringLiteral("alt+r"), QStringLiteral("ctrl+a")});
@@ -351,7 +351,7 @@ void TestFirstHour::configure()
     program().keys({QStringLiteral("Tab")});
     QCOMPARE(program().copied({QStringLiteral("alt+x"), QStringLiteral("ctrl+c")}), QStringLiteral("70000000"));
     program().typeText(QStringLiteral("40000000"));
-    // To the serial ports, there one up from the free number.
+    // On the page of the ports, selects the entry above the free number.
     QVERIFY(program().keysChange({QStringLiteral("alt+p")}, dialog));
     program().keys({QStringLiteral("Tab"), QStringLiteral("Up"), QStringLiteral("alt+a")});
     const QString question = program().waitForBox();
@@ -375,7 +375,7 @@ void TestFirstHour::changesTheSetUp()
     QCOMPARE(program().setting("Config", "DDS Max freq"), QStringLiteral("40000000"));
     QCOMPARE(program().setting("Serial Port", "CommPort"), QStringLiteral("6"));
     QCOMPARE(program().setting("Parallel Port", "LPT"), QStringLiteral("&H0"));
-    // What the manual tells to change for a log is still there to be changed.
+    // The manual tells users to change this line to switch the log on.
     QCOMPARE(contentOf(m_hour->path(QStringLiteral("Calvorn.ini"))).count("Log=0"), 1);
 }
 
@@ -393,7 +393,7 @@ void TestFirstHour::readsTheLog()
     QVERIFY2(std::abs(peak - 7.1e6) < 300e3, qPrintable(QString::number(peak)));
 }
 
-// Nobody can make a file in /sys, not even root.
+// Not even root can create a file in /sys.
 void TestFirstHour::findsPlacesThatCannotBeWritten()
 {
     begin(FirstHour::settingsWithOtherChip());
@@ -421,13 +421,13 @@ void TestFirstHour::closesWhileSweeping()
     m_hour->press({QStringLiteral("F5")});
     QTRY_VERIFY_WITH_TIMEOUT(m_hour->curveIsHigh(), 10'000);
     QCOMPARE(program().serversRunning(), 1);
-    // The last button in the frame of the window manager, over the right edge of an 800 pixels wide window.
+    // Clicks the last button in the window frame, above the right edge of the 800 pixels wide window.
     m_hour->mouseAt({790, -10}, kLeftClick);
     QVERIFY(program().waitForEnd());
     QCOMPARE(program().serversRunning(), 0);
 }
 
-// After a range, a marker, another set-up, and a start and an end with that.
+// Checks the settings file after a new range, a marker, another configuration and a restart.
 void TestFirstHour::leavesSaneSettings()
 {
     const QByteArray prepared = FirstHour::preparedSettings();
@@ -451,7 +451,7 @@ void TestFirstHour::leavesSaneSettings()
     QVERIFY(program().waitForEnd());
 
     const QByteArray settings = contentOf(m_hour->path(QStringLiteral("Calvorn.ini")));
-    // What nobody has touched is there to the letter.
+    // Sections that were not changed are preserved exactly.
     QVERIFY2(settings.startsWith(prepared.left(prepared.indexOf("[Config]"))), settings.constData());
     QVERIFY2(settings.contains(prepared.mid(prepared.indexOf("[Interface1]"))), settings.constData());
     QSet<QByteArray> keys;
@@ -473,7 +473,7 @@ void TestFirstHour::leavesSaneSettings()
     QCOMPARE(program().setting("Calvorn", "Max scaleV"), QStringLiteral("1"));
     const QString m3 = program().setting("Calvorn", "Marker 3");
     QVERIFY2(m3.startsWith(QStringLiteral("0") + m_hour->locale().decimalPoint()), qPrintable(m3));
-    // And nothing else was left in the folder.
+    // No temporary files are left in the folder.
     const QStringList files = QDir(program().folder()).entryList(QDir::Files | QDir::Hidden);
     for (const QString &name : files)
         QVERIFY2(!name.contains(QStringLiteral("tmp"), Qt::CaseInsensitive), qPrintable(files.join(u' ')));

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The programs under the language settings of a desktop.
+// Tests the programs under different language settings.
 #include "tests/e2e/real_program.h"
 #include "tests/support/program_folder.h"
 
@@ -23,7 +23,7 @@ private slots:
 void TestLanguages::theWindowSpeaksTheLanguageOfTheDesktop_data()
 {
     QTest::addColumn<QString>("locale");
-    QTest::addColumn<QStringList>("keys"); // that open the window about the program
+    QTest::addColumn<QStringList>("keys"); // open the About window
     QTest::addColumn<QString>("title");
     const auto alt = [](char menu, char entry) {
         return QStringList{QStringLiteral("alt+%1").arg(QLatin1Char(menu)), QString(QLatin1Char(entry))};
@@ -49,7 +49,7 @@ void TestLanguages::theWindowSpeaksTheLanguageOfTheDesktop()
 
 void TestLanguages::theToolAndItsServerSpeakItToo_data()
 {
-    // The server's sentence, then the tool's own.
+    // First the server's sentence, then that of calvorn-sweep.
     const QString english = QStringLiteral("The simulated parallel port has been told to refuse.\n"
                                            "calvorn-sweep: The parallel port 0x000 could not be opened.");
     const QString italian = QStringLiteral("Alla porta parallela simulata è stato detto di rifiutare.\n"

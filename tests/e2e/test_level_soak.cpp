@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The level meter for a long time, on a clock that runs twenty times faster: every reading is right, and the memory
-// stays. bench/soak lets it run for three hours of readings.
+// Runs the level meter for a long time, at twenty times the normal rate: every reading is right, and memory use stays
+// constant. bench/soak runs it for three hours' worth of readings.
 #include "tests/support/interface_settings.h"
 #include "tests/support/resident_memory.h"
 #include "tests/support/sweep_tool.h"
@@ -17,7 +17,7 @@ using namespace calvorn;
 namespace {
 
 constexpr int kTimesFaster = 20;
-// kB, from the first quarter on. A sanitizer keeps what is freed for a while.
+// The allowed growth in kB after the first quarter. A sanitizer delays the release of memory.
 #ifdef CALVORN_SANITIZED
 constexpr qint64 kMostGrowth = 16'384;
 #else
@@ -58,7 +58,7 @@ private slots:
         double farthest = 0.0; // counts
         connect(reader, &LevelReader::taken, this, [&](const LevelReading &reading) {
             ++taken;
-            // -20 dBm are 1.6 V, 655.4 counts.
+            // -20 dBm gives 1.6 V, or 655.4 counts.
             farthest = std::max(farthest, std::abs(reading.count - 1.6 / 2.5 * 1024.0));
         });
         const auto memory = [] { return test::memoryKilobytes(QCoreApplication::applicationPid()); };
@@ -76,7 +76,7 @@ private slots:
               "%.2f "
               "counts",
               taken, 1e-3 * static_cast<double>(clock.elapsed()), warm, end, farthest);
-        // What the converter cuts off, up to a count, and 1.7 counts of noise.
+        // The converter truncates up to one count; the noise is up to 1.7 counts.
         QVERIFY(farthest < 2.7);
         QVERIFY(end - warm < kMostGrowth);
         QVERIFY(bench.desktop.boxes.isEmpty());

@@ -11,7 +11,7 @@ namespace {
 const QString kMainWindow = QStringLiteral("^Brenik - Calvorn  v2.0 - ");
 const QString kConfiguration = QStringLiteral("^Configuration$");
 
-// The prepared settings without a configuration: what is left is the default of each interface.
+// Returns the delivered settings without the configuration: only the defaults of the interfaces remain.
 QByteArray defaultsOnly()
 {
     const QByteArray prepared = ProgramFolder::preparedSettings();
@@ -20,7 +20,7 @@ QByteArray defaultsOnly()
 
 } // namespace
 
-// Whoever has just unpacked the program and owns no hardware, with keyboard and nothing else.
+// Tests the first start of a new user without hardware, who uses only the keyboard.
 class TestNewcomer : public QObject
 {
     Q_OBJECT
@@ -28,7 +28,7 @@ class TestNewcomer : public QObject
 private:
     WindowManager m_windowManager;
 
-    // "Apply", and the question answered with Return; the program ends.
+    // Presses "Apply" and confirms with Return, which ends the program.
     static void apply(RealProgram &program)
     {
         program.keys({QStringLiteral("alt+a")});
@@ -38,7 +38,7 @@ private:
         QCOMPARE(program.serversRunning(), 0);
     }
 
-    // The pass band of the simulated filter rises from the bottom of the plot.
+    // Sweeps until the pass band of the simulated filter appears.
     static void sweep(RealProgram &program)
     {
         QVERIFY(program.start({}, kMainWindow));
@@ -61,7 +61,7 @@ void TestNewcomer::noSettingsAtAll()
     RealProgram program({});
     QVERIFY(QFile::remove(program.folder() + QStringLiteral("/Calvorn.ini")));
     QVERIFY(program.start({}, kConfiguration));
-    // The dialog proposes the simulated board.
+    // The dialog suggests the simulated board.
     apply(program);
     QCOMPARE(program.setting("Parallel Port", "LPT"), QStringLiteral("&H0"));
     QCOMPARE(program.setting("Config", "ADC Step"), QStringLiteral("0.00244"));
@@ -87,7 +87,7 @@ void TestNewcomer::serialBoards()
     QVERIFY(program.start({}, kConfiguration));
     QVERIFY(program.keysChange({option}));
     QVERIFY(program.keysChange({QStringLiteral("alt+p")}));
-    // COM6 is the default; below it stands the free number, which offers the simulated board.
+    // COM6 is the default. The entry below is the free number, which suggests the simulated board.
     QVERIFY(program.keysChange({QStringLiteral("Tab"), QStringLiteral("Down")}));
     apply(program);
     QCOMPARE(program.setting("Config", "Interface"), interfaceType);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The program where there is no display, or none that answers.
+// Tests the program without a display or with a display that does not answer.
 #include "tests/e2e/real_program.h"
 #include "tests/support/program_folder.h"
 
@@ -9,7 +9,7 @@ using namespace calvorn::test;
 
 namespace {
 
-// A run in an environment of the test's own, which names no display unless it is told one.
+// A run of the program in an environment without a display, unless `variables` set one.
 struct Run
 {
     QProcess process;
@@ -71,7 +71,7 @@ void TestNoDisplay::oneSentenceAndACode()
 void TestNoDisplay::theSentenceSpeaksTheLanguageOfTheUser()
 {
     const RealProgram program(ProgramFolder::preparedSettings());
-    // Loading a catalogue in the middle of the failure must not fail, too.
+    // Checks that loading a catalogue works even in this early failure.
     for (const char *language : {"LANGUAGE=it", "LANGUAGE=de"}) {
         Run run;
         run.start(program, {QString::fromLatin1(language), QStringLiteral("DISPLAY=:987")});

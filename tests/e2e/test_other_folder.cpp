@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// One set of programs that their users cannot write, with settings of each user.
+// Tests programs in a folder that their users cannot write, with separate settings for each user.
 #include "tests/e2e/real_program.h"
 #include "tests/support/program_folder.h"
 
@@ -18,7 +18,7 @@ QByteArray contents(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
 }
 
-// Programs in a folder that their user cannot write, and a configuration folder for him.
+// The programs in a read-only folder, and a configuration folder for each user.
 class ProtectedProgram : public RealProgram
 {
 public:
@@ -31,7 +31,7 @@ public:
     }
     ~ProtectedProgram() { protect(false); }
 
-    // Permissions apply to root, too, when it has given this right away.
+    // Without this capability, permissions also apply to root.
     QStringList command(const char *name = "Calvorn") const
     {
         const QString program = folder() + u'/' + QString::fromLatin1(name);
@@ -39,7 +39,7 @@ public:
             return {program};
         return {QStringLiteral("setpriv"), QStringLiteral("--bounding-set"), QStringLiteral("-dac_override"), program};
     }
-    // Of the user whose name this is.
+    // Returns the configuration folder of this user.
     QString configuration(const char *user) const { return m_users.filePath(QString::fromLatin1(user)); }
     QString settingsOf(const char *user) const { return configuration(user) + QStringLiteral("/calvorn/Calvorn.ini"); }
     QStringList environment(const char *user) const
@@ -47,7 +47,7 @@ public:
         return {QStringLiteral("XDG_CONFIG_HOME=") + configuration(user),
                 QStringLiteral("XDG_DATA_HOME=") + m_users.filePath(QStringLiteral("data"))};
     }
-    // Starts it without waiting for a window.
+    // Starts the program without waiting for a window.
     void launch(QProcess &process, const char *user) const
     {
         process.setEnvironment(QProcess::systemEnvironment() + environment(user));
@@ -92,7 +92,7 @@ void TestOtherFolder::theUsersSettingsAreMadeAndWritten()
     };
     QVERIFY(program.start(program.environment("me")));
     QCOMPARE(scale(), QStringLiteral("0"));
-    // Scale menu, second entry.
+    // Selects the second entry of the Scale menu.
     QVERIFY(program.keysChange({QStringLiteral("alt+c"), QStringLiteral("Down"), QStringLiteral("Return")}));
     program.keys({QStringLiteral("ctrl+q")});
     QVERIFY(program.waitForEnd());
@@ -102,7 +102,7 @@ void TestOtherFolder::theUsersSettingsAreMadeAndWritten()
     QCOMPARE(QDir(program.configuration("me") + QStringLiteral("/calvorn"))
                  .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
              QStringList(QStringLiteral("Calvorn.ini")));
-    // The next start has them again.
+    // The next start reads the same settings.
     const QByteArray kept = contents(program.settingsOf("me"));
     QVERIFY(program.start(program.environment("me")));
     program.keys({QStringLiteral("ctrl+q")});
@@ -113,7 +113,8 @@ void TestOtherFolder::theUsersSettingsAreMadeAndWritten()
 void TestOtherFolder::theServerReadsThemToo()
 {
     ProtectedProgram program(ProgramFolder::preparedSettings());
-    // Far below the filter that the settings beside the server name, a piece of wire lets everything through.
+    // The user's settings simulate a cable, which passes the range far below the filter in the server folder's
+    // settings.
     QVERIFY(QDir().mkpath(program.configuration("me") + QStringLiteral("/calvorn")));
     QVERIFY(QFile::copy(program.folder() + QStringLiteral("/Calvorn.ini"), program.settingsOf("me")));
     const auto set = [&program](const char *section, const char *key, const char *value) {
@@ -135,7 +136,7 @@ void TestOtherFolder::theToolReadsThemAndWritesNone()
 {
     const ProtectedProgram program(ProgramFolder::preparedSettings());
     const QTemporaryDir results;
-    // The second row of the file is the first of the sweep, its second field the frequency.
+    // The second line of the file is the first row of the sweep; its second field is the frequency.
     const auto firstFrequency = [&] {
         const QString csv = results.filePath(QStringLiteral("sweep.csv"));
         QStringList command = program.command("calvorn-sweep") + QStringList{QStringLiteral("--output"), csv};
@@ -145,7 +146,7 @@ void TestOtherFolder::theToolReadsThemAndWritesNone()
         tool.waitForFinished(20000);
         return contents(csv).split('\n').value(1).split(',').value(1);
     };
-    // Before the first start of the window, the prepared settings.
+    // Before the first start of the window, the delivered settings apply.
     QCOMPARE(firstFrequency(), QByteArray("1000000"));
     QVERIFY(!QFileInfo::exists(program.configuration("me")));
     QVERIFY(QDir().mkpath(program.configuration("me") + QStringLiteral("/calvorn")));
@@ -159,11 +160,11 @@ void TestOtherFolder::oneInstanceForEachUser()
 {
     ProtectedProgram program(ProgramFolder::preparedSettings());
     QVERIFY(program.start(program.environment("me")));
-    // The same programs with the settings of another user ...
+    // A second instance may run with the settings of another user ...
     QProcess second;
     program.launch(second, "you");
     QTRY_COMPARE_WITH_TIMEOUT(program.serversRunning(), 2, 5000);
-    // Its window would take the focus from the box.
+    // Waits for its window, which would otherwise take the focus from the box.
     const auto windows = [] {
         return RealProgram::run(QStringLiteral("xdotool"),
                                 {QStringLiteral("search"), QStringLiteral("--onlyvisible"), QStringLiteral("--name"),
@@ -172,7 +173,7 @@ void TestOtherFolder::oneInstanceForEachUser()
             .size();
     };
     QTRY_COMPARE_WITH_TIMEOUT(windows(), qsizetype{2}, 10000);
-    // ... but only once.
+    // ... but not a third one with the same settings.
     QProcess third;
     program.launch(third, "you");
     const QString box = program.waitForWindow(m_box);

@@ -16,7 +16,7 @@ using namespace calvorn::test;
 
 namespace {
 
-// A curve across the plot has more full-coloured pixels than this, antialiased as it is.
+// Even antialiased, a curve across the plot has more pixels in its full colour than this.
 constexpr int kCurve = 100;
 
 } // namespace
@@ -56,7 +56,7 @@ void TestRealProgram::sweepsShowsAndComesUpAsItWasLeft()
     program.keys({QStringLiteral("F5")});
     QVERIFY(program.becomesStill());
 
-    // Scale menu, second entry; then the end by the keyboard.
+    // Selects the second entry of the Scale menu, then quits by keyboard.
     QVERIFY(program.keysChange({QStringLiteral("alt+c"), QStringLiteral("Down"), QStringLiteral("Return")}));
     program.keys({QStringLiteral("ctrl+q")});
     QVERIFY(program.waitForEnd());
@@ -89,7 +89,7 @@ void TestRealProgram::theSecondInstanceIsRefused()
     program.keys({QStringLiteral("Return")});
     QVERIFY(second.waitForFinished(5000));
     QCOMPARE(QFileInfo(program.folder() + QStringLiteral("/Calvorn.ini")).lastModified(), written);
-    // The first one goes on.
+    // The first instance continues.
     RealProgram::activate(program.mainWindow());
     program.keys({QStringLiteral("ctrl+q")});
     QVERIFY(program.waitForEnd());
@@ -102,7 +102,7 @@ void TestRealProgram::aCopyInAnotherFolderRunsBeside()
     QVERIFY(first.start());
     QVERIFY(second.start());
     QCOMPARE(first.serversRunning(), 1);
-    // Its window comes before its server, and where the other one has painted already.
+    // The second window appears before its server.
     QTRY_COMPARE_WITH_TIMEOUT(second.serversRunning(), 1, 3000);
 }
 
@@ -137,7 +137,7 @@ void TestRealProgram::noServerSurvivesItsProgram()
     program.killHard();
     QTRY_COMPARE_WITH_TIMEOUT(program.serversRunning(), 0, 3000);
 
-    // Not even one that hangs.
+    // Even a hanging server does not survive.
     QVERIFY(program.start());
     kill(static_cast<pid_t>(program.serverPid()), SIGSTOP);
     program.killHard();
@@ -190,7 +190,7 @@ void TestRealProgram::oneSweepWithoutAWindow()
     QTRY_COMPARE(program.serversRunning(), 0);
 }
 
-// Ctrl+Z and fg: longer than a call may take, and than a sweeping server may be silent.
+// Acts like Ctrl+Z and fg, with a pause longer than the time limits of calls and of a silent server.
 void TestRealProgram::aStopIsNoTimeOut()
 {
     RealProgram program(ProgramFolder::preparedSettings());
@@ -217,7 +217,7 @@ void TestRealProgram::aStopIsNoTimeOut()
 
 void TestRealProgram::aSignalSavesTheSettings_data()
 {
-    // Keys, and the dialog that they open.
+    // Keys and the title of the dialog that they open.
     using Step = QPair<QStringList, QString>;
     const Step file{{QStringLiteral("ctrl+s")}, QStringLiteral("^Save As$")};
     const Step configuration{{QStringLiteral("alt+s"), QStringLiteral("c")}, QStringLiteral("^Configuration$")};
@@ -229,7 +229,7 @@ void TestRealProgram::aSignalSavesTheSettings_data()
     QTest::newRow("the question of the configuration") << QList<Step>{configuration, question};
 }
 
-// Whatever shows is left, and means no.
+// A signal closes any open dialog as if it were cancelled.
 void TestRealProgram::aSignalSavesTheSettings()
 {
     using Steps = QList<QPair<QStringList, QString>>;
@@ -258,7 +258,7 @@ void TestRealProgram::aSettingsFileThatIsNoneIsTold_data()
     QTest::newRow("3 GB") << false << QStringLiteral("it is larger than 16 MB");
 }
 
-// The window goes on with the configuration, as without settings; a signal ends it from there.
+// The program opens the configuration dialog, as without a settings file. A signal then ends the program.
 void TestRealProgram::aSettingsFileThatIsNoneIsTold()
 {
     QFETCH(bool, isPipe);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What stands in the place of the server is no server, or the settings cannot be kept: the window says so and lives.
+// Tests that the window reports a broken server program or unwritable settings, and keeps working.
 #include "tests/support/fake_server_control.h"
 #include "tests/support/window_bench.h"
 
@@ -13,7 +13,7 @@ namespace {
 
 const QByteArray kSettings = test::ProgramFolder::preparedSettings().replace("Log=0", "Log=1");
 
-// The window in a folder where this shell script stands for the server.
+// The window with a shell script instead of the server.
 struct ScriptBench
 {
     explicit ScriptBench(const QByteArray &script)
@@ -101,7 +101,7 @@ void TestServerFaults::settingsThatCannotBeSavedAreLogged()
     QVERIFY(bench.logs(QStringLiteral("The settings could not be saved in ") + path));
 }
 
-// Five megabytes in one error.
+// The server sends an error text of five megabytes.
 void TestServerFaults::aLongTextIsCut()
 {
     const test::FakeServerControl control;
@@ -129,14 +129,15 @@ void TestServerFaults::aFloodEndsWithItsServer_data()
     };
     for (const char *interface : {"1", "2", "3"})
         for (const char *event : {"aComplete", "aErrore", "aVettore"})
-            // The generator of the parallel port is parked at the first end, and the server does not hear of it.
+            // At the first aComplete the program parks the parallel port's generator, but the busy server never
+            // answers.
             row(interface, event,
                 qstrcmp(interface, "2") == 0 && qstrcmp(event, "aComplete") == 0
                     ? QStringLiteral("it did not answer in time and was ended")
                     : flood);
 }
 
-// The window is deaf for some seconds at most, says so, and works with the next server.
+// The window blocks for some seconds at most, reports the flood, and works with the next server.
 void TestServerFaults::aFloodEndsWithItsServer()
 {
     QFETCH(QByteArray, interface);
@@ -158,7 +159,7 @@ void TestServerFaults::aFloodEndsWithItsServer()
     QTRY_VERIFY(window.isShown("cmdStart"));
     control.setRules({QStringLiteral("vectors 1"), QStringLiteral("complete")});
     window.click("cmdStart");
-    // A MiniVNA counts the other way round.
+    // With the MiniVNA the program shows 1024 - count.
     const QString last = interface == "3" ? QStringLiteral("625") : QStringLiteral("399");
     QTRY_COMPARE(window.table()->text(400, SweepTable::SampleColumn), last);
     QTRY_VERIFY(window.isShown("cmdStart"));

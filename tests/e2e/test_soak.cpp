@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-// Thousands of sweeps of the whole window on the real driver and its simulated parallel-port board, while somebody
-// changes range, scale, view and speed, stops, starts and exports at random. Whatever the server has sent must arrive
-// once and in its order, and every vector stand in the table of its own plan; every redraw must show the table, the
-// screen what was drawn; every start must end once, and the memory must stay flat.
+// Sweeps many times with the whole window, the real driver and the simulated parallel-port board, and meanwhile changes
+// range, scale, view and speed, stops, starts and exports at random. Everything the server sends must arrive once and
+// in order, and every vector must enter the table while the table has the vector's plan. Every redraw must show the
+// table, and the screen must show what was drawn. Every start must complete once, and memory use must stay constant.
 //
-// Two courses: as fast as board and window can, and at the pace of the real board with a clock that runs faster.
-// CALVORN_SOAK_SWEEPS and CALVORN_SOAK_PACED are the numbers of sweeps, 400 if not given; CALVORN_SOAK_SEED makes other
-// courses of events.
+// There are three runs: as fast as possible, at the pace of the real board with an accelerated clock, and as fast as
+// possible with the Measure panel in use. CALVORN_SOAK_SWEEPS, CALVORN_SOAK_PACED and CALVORN_SOAK_MEASURING set their
+// numbers of sweeps (default 400). CALVORN_SOAK_SEED selects another sequence of events.
 #include "controls/range_entry.h"
 #include "display/sweep_graph.h"
 #include "instrument/acquisition_driver.h"
@@ -30,15 +30,15 @@ using calvorn::test::WindowBench;
 
 namespace {
 
-constexpr int kPatienceMs = 20'000; // for one vector, on a busy machine
+constexpr int kPatienceMs = 20'000; // timeout for one vector on a busy machine
 #ifdef CALVORN_SANITIZED
-constexpr qint64 kMostGrowthKb = 16384; // a sanitizer keeps what was freed for a while
+constexpr qint64 kMostGrowthKb = 16384; // a sanitizer delays the release of memory
 #else
 constexpr qint64 kMostGrowthKb = 4096;
 #endif
 constexpr int kUpdateDelayMs = 20;
-constexpr int kHaste = 20;   // of the paced board's clock
-constexpr int kUnderWay = 8; // vectors that the server sends before the first of them is taken
+constexpr int kHaste = 20;   // acceleration of the paced board's clock
+constexpr int kUnderWay = 8; // vectors that the server sends before the first is acknowledged
 constexpr double kStandardSweepMs = 106.0;
 
 int fromEnvironment(const char *name, int fallback)
@@ -47,18 +47,18 @@ int fromEnvironment(const char *name, int fallback)
     return value > 0 ? value : fallback;
 }
 
-// The Measure panel with all that works on a sweep.
+// Opens the Measure panel and switches on everything that processes sweeps.
 constexpr const char *kMeasuring = "[Measure]\r\nOpen=1\r\nMax hold=1\r\nMin hold=1\r\nAverage=1\r\nTrack peak=1\r\n";
 
-// What has come from the server, as its tally has it, and what became of it.
+// An event received from the server, in the format of the server's tally.
 struct Arrival
 {
     QByteArray line;
-    bool handedOn = true;
-    QByteArray shownPlan; // of the table at that moment
+    bool handedOn = true; // false: the program dropped the vector
+    QByteArray shownPlan; // the plan of the table at that moment
 };
 
-// The tally comes first: the server finds it when the window opens.
+// The base class Tally comes first because the server needs the tally when the window opens.
 struct Soak : test::Tally, WindowBench
 {
     Soak(bool paced, bool measuring)
@@ -71,9 +71,9 @@ struct Soak : test::Tally, WindowBench
         AcquisitionDriver *driver = WindowBench::driver();
         auto *proxy = driver->findChild<LptProxy *>();
         graph = find<SweepGraph>("picSweep");
-        // So that ranges change oftener than a hand could.
+        // Makes range changes take effect faster than a user could enter them.
         window->findChild<QTimer *>(QStringLiteral("timerUpdateSweep"))->setInterval(kUpdateDelayMs);
-        // Behind the program's own handlers, which have handed on and stored the vector or drawn the curve by then.
+        // These handlers run after the program's own, which have stored the vector or drawn the curve by then.
         QObject::connect(driver, &AcquisitionDriver::aVettore, window.get(),
                          [this](const QVector<int> &vector) { onVector(vector); });
         QObject::connect(driver, &AcquisitionDriver::aComplete, window.get(), [this] { ++completes; });
@@ -92,7 +92,7 @@ struct Soak : test::Tally, WindowBench
         QObject::connect(&graph->redraws(), &RedrawTimer::fired, window.get(), [this] { onRedraw(); });
     }
 
-    // Four stored traces, and limits from the sweep that is shown.
+    // Stores four traces and makes limits from the current sweep.
     void storeAndLimit() const
     {
         for (const char *name : {"cmdStore_0", "cmdStore_1", "cmdStore_2", "cmdStore_3", "cmdFromLive"})
@@ -103,7 +103,7 @@ struct Soak : test::Tally, WindowBench
     {
         ++vectors;
         handedOnNow = redrawDue = true;
-        // With its noise no sweep is like another.
+        // Noise makes every sweep different, so equal vectors mean that one was delivered twice.
         doubled += vector == latest ? 1 : 0;
         latest = vector;
         for (int row = 1; row <= 400; ++row)
@@ -130,7 +130,7 @@ struct Soak : test::Tally, WindowBench
         return true;
     }
 
-    // "plan <start> <step>" as the frequencies in the table have it.
+    // Returns "plan <start> <step>" from the frequencies in the table.
     QByteArray shownPlan() const
     {
         const calvorn::test::WalkNumbers numbers{QLocale()};
@@ -140,7 +140,7 @@ struct Soak : test::Tally, WindowBench
         return "plan " + QByteArray::number(hertz(1)) + ' ' + QByteArray::number(hertz(2) - hertz(1));
     }
 
-    // What stands on the screen is what the graph would paint now.
+    // Returns whether the screen shows what the graph would paint now.
     bool screenIsGraph() const
     {
         const QPoint at = graph->mapTo(window.get(), QPoint());
@@ -150,7 +150,7 @@ struct Soak : test::Tally, WindowBench
                graph->grab().toImage().convertToFormat(QImage::Format_RGB32);
     }
 
-    // Called when nothing is under way: compares what has arrived since the last time with what the server has sent.
+    // Compares the events received since the last call with those the server has sent. Call only when idle.
     void compareWithTally()
     {
         const QList<QByteArray> sent = news();
@@ -165,7 +165,7 @@ struct Soak : test::Tally, WindowBench
                 continue;
             }
             const Arrival arrival = at < arrivals.size() ? arrivals[at] : Arrival();
-            // One that is missing here has all that follow against it, and is told once.
+            // After a missing event all following ones differ, so this counts only the first difference.
             if (arrival.line != sent[i]) {
                 ++unlikeSent;
                 break;
@@ -187,8 +187,8 @@ struct Soak : test::Tally, WindowBench
         arrivals.clear();
     }
 
-    // A vector may be dropped when it was under way while a new plan was sent. Where the window's thread is held up in
-    // that very call, those that have come meanwhile go too.
+    // Returns whether a plan follows the vector. A vector may be dropped if it was in transit when a new plan was sent,
+    // and also if it arrived while that call blocked the window's thread.
     static bool isFollowedByPlan(const QList<QByteArray> &sent, qsizetype vector)
     {
         int underWay = 0;
@@ -244,7 +244,7 @@ struct Soak : test::Tally, WindowBench
         window->findChild<QAction *>(QString::fromLatin1(kScales[any(5)]))->trigger();
     }
 
-    // For a few sweeps, so that most are at the standard speed.
+    // Changes the speed for a few sweeps only, so that most use the standard speed.
     bool changeSpeed()
     {
         click(qPrintable(QStringLiteral("optSpeed_%1").arg(any(3))));
@@ -253,8 +253,7 @@ struct Soak : test::Tally, WindowBench
         return came;
     }
 
-    // Stops, and what is exported is what the table shows.
-    // A sweep file with the rows of the table: hertz, counts, and thousandths of the amplitudes.
+    // Returns the sweep file that the table corresponds to: hertz, counts, and thousandths of the amplitudes.
     QByteArray fileOfTable() const
     {
         const calvorn::test::WalkNumbers numbers{QLocale()};
@@ -269,6 +268,7 @@ struct Soak : test::Tally, WindowBench
         return text;
     }
 
+    // Stops, exports and starts again. Returns whether the exported file matches the table.
     bool exportSweep()
     {
         if (!stop())
@@ -379,7 +379,7 @@ void TestSoak::manySweeps()
     soak.start();
     if (measuring) {
         QVERIFY(soak.awaitVectors(2));
-        // With the first picture of a sweep.
+        // The button is enabled when the first sweep is drawn.
         QTRY_VERIFY(soak.find<QAbstractButton>("cmdStore_0")->isEnabled());
         soak.storeAndLimit();
         QVERIFY(soak.graph->model().legend().size() > 7);
@@ -387,7 +387,7 @@ void TestSoak::manySweeps()
     }
     QElapsedTimer clock;
     clock.start();
-    // The caches of fonts and pictures fill first.
+    // Memory counts from here on: the caches of fonts and pictures fill first.
     Soak::Memory warm;
     Soak::Memory middle;
     while (soak.vectors < wanted) {
@@ -411,7 +411,7 @@ void TestSoak::manySweeps()
         soak.vectors, seconds, soak.vectors / seconds, soak.redraws, soak.starts, soak.exports, soak.plans,
         soak.droppedBeforePlan, soak.droppedBehindPlan, warm.windowKb, middle.windowKb, end.windowKb, warm.serverKb,
         middle.serverKb, end.serverKb);
-    QCOMPARE(soak.vectors, vectors); // nothing comes behind the end
+    QCOMPARE(soak.vectors, vectors); // no vector arrives after the end
     QCOMPARE(soak.completes, soak.starts);
     QCOMPARE(soak.errors, 0);
     QCOMPARE(soak.doubled, 0);

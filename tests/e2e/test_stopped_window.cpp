@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A window that does not run while its board sweeps at full speed must make nothing grow.
+// Tests that memory use stays constant while the window is stopped and its board sweeps at full speed.
 #include "tests/e2e/real_program.h"
 #include "tests/support/interface_settings.h"
 #include "tests/support/program_folder.h"
@@ -14,7 +14,7 @@ using namespace calvorn::test;
 
 namespace {
 
-// Growth that counts as none, kB. A sanitizer keeps what was freed for a while.
+// The allowed growth in kB. A sanitizer delays the release of memory.
 #ifdef CALVORN_SANITIZED
 constexpr qint64 kFlat = 12'000;
 #else
@@ -45,14 +45,14 @@ private slots:
         RealProgram program(crystalSettings(static_cast<std::int16_t>(interfaceType)));
         QVERIFY(program.start());
         program.keys({QStringLiteral("F5")});
-        // The caches of fonts and pictures fill first.
+        // Waits until the caches of fonts and pictures are filled.
         QVERIFY(program.changes(20));
         const qint64 server = program.serverPid();
         const qint64 windowBefore = memoryKilobytes(program.pid());
         const qint64 serverBefore = memoryKilobytes(server);
         QVERIFY(windowBefore > 0 && serverBefore > 0);
         kill(static_cast<pid_t>(program.pid()), SIGSTOP);
-        nothingHappensFor(8'000); // to the memory
+        nothingHappensFor(8'000); // memory use must not grow
         const qint64 serverAfter = memoryKilobytes(server);
         const qint64 windowAfter = memoryKilobytes(program.pid());
         kill(static_cast<pid_t>(program.pid()), SIGCONT);
@@ -60,10 +60,10 @@ private slots:
         QVERIFY2(windowAfter - windowBefore < kFlat, qPrintable(QString::number(windowAfter - windowBefore)));
         QVERIFY(program.changes(10));
         QVERIFY(memoryKilobytes(program.pid()) - windowBefore < 2 * kFlat);
-        // The noise makes another curve of the next sweep, if not of every one.
+        // Noise changes the curve, though not necessarily with every sweep.
         const QImage shown = program.screenshot();
         QVERIFY(QTest::qWaitFor([&] { return program.screenshot() != shown; }));
-        // It listens, stops the sweep and ends.
+        // The window reacts to keys: it stops the sweep and quits.
         program.keys({QStringLiteral("F5")});
         QVERIFY(program.becomesStill());
         program.keys({QStringLiteral("ctrl+q")});

@@ -16,7 +16,7 @@ SCHEMATIC = ROOT / "docs/hardware/pic-board.svg"
 
 
 def changed(text, *changes):
-    """Each change is (old, new), and the old text must stand there exactly once."""
+    """Applies changes, each a pair (old, new). The old text must occur exactly once."""
     for old, new in changes:
         if text.count(old) != 1:
             raise AssertionError(f"{text.count(old)} times, not once: {old!r}")
@@ -43,7 +43,7 @@ class Bench(unittest.TestCase):
         self.assertEqual((result.returncode, result.stderr), (0, ""))
 
     def assert_refused(self, result, *reasons):
-        """Ends with 1, and says exactly these reasons."""
+        """Checks that the script exited with 1 and printed exactly these reasons."""
         self.assertEqual(result.returncode, 1, result.stdout)
         said = [line.split(": ", 1)[1] for line in result.stderr.splitlines()]
         self.assertEqual(sorted(said), sorted(reasons))

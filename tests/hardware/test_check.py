@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
-"""hardware/pic-board/check accepts the netlist of this project, and refuses broken ones, each for its reason."""
+"""Tests that hardware/pic-board/check accepts this project's netlist and refuses broken ones with the right reason."""
 
 import unittest
 

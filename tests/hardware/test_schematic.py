@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
-"""The schematic and the bill of materials are those of the netlist; a drawing that would not fit it is refused."""
+"""Tests that schematic and bill of materials match the netlist, and that `draw` refuses a netlist it does not match."""
 
 import sys
 import unittest
@@ -36,7 +36,7 @@ class Committed(Bench):
 
 
 class OtherNetlist(Bench):
-    """Whatever changes in the netlist, the drawing that is laid out by hand cannot stay as it is."""
+    """The drawing is laid out by hand, so `draw` must notice every change in the netlist."""
 
     def refused(self, changes, *reasons):
         drawn = self.folder / "drawn.svg"
@@ -63,7 +63,7 @@ class OtherNetlist(Bench):
 
 
 class Drawing(unittest.TestCase):
-    """What proof.py finds in a sheet."""
+    """Tests the faults that proof.py finds in a sheet."""
 
     def setUp(self):
         self.board = boards.read(NETLIST)
