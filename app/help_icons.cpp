@@ -11,7 +11,7 @@ namespace calvorn {
 
 namespace {
 
-constexpr double kGrid = 16.0; // the shapes are drawn on a square of this size
+constexpr double kGrid = 16.0; // size of the square that the shapes are drawn on
 constexpr double kLine = 2.0;
 
 QPainterPath shapeOf(HelpIcon icon)

@@ -26,7 +26,7 @@ namespace {
 constexpr const char *kRoot = "qthelp://calvorn/help/";
 constexpr const char *kFirstPage = "index.html";
 constexpr QSize kStartSize(940, 620);
-constexpr QSize kFrame(8, 40); // what a window manager adds
+constexpr QSize kFrame(8, 40); // added by a window manager
 
 // Returns the path of the collection file; empty if the folder cannot be created.
 QString collectionIn(SweptFolder &folder)

@@ -22,7 +22,7 @@ public:
     static constexpr int kRest = 2;
     static constexpr int kDown = 3;
 
-    static constexpr int kBoxPadding = 5; // logical pixels that a line edit keeps free on either side of its text
+    static constexpr int kBoxPadding = 5; // logical pixels that a line edit reserves on each side of its text
 
     // Returns the font of the box, with digits kPitch wide so that a bar fits over each. In common fonts, a separator
     // is half as wide.

@@ -11,7 +11,7 @@ namespace calvorn {
 
 namespace {
 
-constexpr int kDigitMargins = 6; // logical pixels above and below the digits of a box, together
+constexpr int kDigitMargins = 6; // logical pixels above and below the digits, in total
 
 } // namespace
 

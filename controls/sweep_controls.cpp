@@ -216,7 +216,7 @@ void SweepControls::cmdStop_Click()
 
 void SweepControls::cmdSwStop_Click()
 {
-    // A driver that hangs must not keep the controls from coming back.
+    // Restore the controls even if the driver hangs.
     m_boundary.run("cmdStop_Click", [this] { cmdStop_Click(); });
     m_log.writeLog(tr("Stop sweep forzato"));
     showButtons(false);

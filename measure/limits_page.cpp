@@ -20,7 +20,7 @@ namespace {
 
 enum Column { FrequencyColumn, UpperColumn, LowerColumn, kColumns };
 
-constexpr int kLimitPoints = 21; // of limits made from the live trace
+constexpr int kLimitPoints = 21; // points in limits made from the live trace
 
 // Backgrounds for white text.
 constexpr QRgb kPassed = qRgb(0x1b, 0x6e, 0x3c);
