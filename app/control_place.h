@@ -8,9 +8,9 @@
 namespace calvorn {
 
 // Chooses the place of the control column. The default is the right end of the window's contents. While a panel is
-// docked at the right of a window that is high enough, the column stands above the panel: the panel uses the empty
+// docked at the right of a window that is high enough, the column is placed above the panel: the panel uses the empty
 // space below the buttons, and the graph keeps its width. Must be destroyed before the window, because the panel emits
-// signals until its own end.
+// signals until it is destroyed.
 class ControlPlace : public QObject
 {
     Q_OBJECT

@@ -26,7 +26,7 @@ public:
     explicit FrmPreferences(Configuration &configuration, RemoteControl *remote = nullptr, QWidget *parent = nullptr);
 
 signals:
-    // The window has closed. visible: whether the cursor lines are shown from now on.
+    // The window has closed. visible: whether to show the cursor lines.
     void cursorChosen(bool visible);
 
 protected:

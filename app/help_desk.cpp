@@ -105,7 +105,7 @@ void HelpDesk::openPageOf(QWidget *inFront)
         help->showPage(pageOf(inFront));
 }
 
-// Returns null if there is no help to show, and reports that to the user.
+// If there is no help to show, reports that to the user and returns null.
 HelpWindow *HelpDesk::openWindow(QWidget *inFront)
 {
     if (!m_help && QFileInfo(m_helpFile).isFile())

@@ -130,7 +130,7 @@ QModelIndex entryOf(const QHelpContentModel &contents, const QUrl &address, cons
 
 } // namespace
 
-// A place within a page that has no entry of its own belongs to the entry of the page.
+// Selects the entry of the current place, or the entry of its page if the place has none.
 void HelpWindow::selectInContents()
 {
     const QHelpContentModel &contents = *m_engine->contentModel();

@@ -106,7 +106,7 @@ void AuxOutput::setUpSteps(const Profile &profile)
     showTotal();
 }
 
-// text: "caption;weight", or one text that is both.
+// text: "caption;weight", or one text for both.
 void AuxOutput::setUpStep(int index, const QString &text)
 {
     const qsizetype separator = text.indexOf(u';');

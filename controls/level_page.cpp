@@ -109,7 +109,7 @@ void LevelPage::restore(const QString &settingsFile)
     m_restored = entriesOf({m_level->attenuator(), m_source->choices()});
 }
 
-// Changes by rounding in the boxes or by the limits are not the user's choice and are not saved.
+// Changes caused by rounding in the boxes or by the limits are not the user's choice and are not saved.
 bool LevelPage::save(const QString &settingsFile)
 {
     const QVector<ProfileEntry> entries = entriesOf({m_level->attenuator(), m_source->choices()});

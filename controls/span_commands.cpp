@@ -106,7 +106,7 @@ void SpanCommands::setSpanOrBeep(const std::optional<Span> &span)
         m_desktop.beep();
 }
 
-// Whether the range is a new span of the user. A range that the plan would correct is not one yet.
+// Whether the user has set a span that is not in the history yet. A range that the plan would correct does not count.
 bool SpanCommands::isAhead() const
 {
     const Span span = current();

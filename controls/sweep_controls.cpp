@@ -272,8 +272,8 @@ void SweepControls::applyRange()
 void SweepControls::timerUpdateSweep_Timer()
 {
     if (m_starting || m_instrument.isEnding()) {
-        // Try again later: a start that waits or reports something would never end beneath this one, and a new plan
-        // would empty the table that a single sweep has just filled.
+        // Try again later: a start that is waiting, or showing a message, cannot finish while this procedure runs, and
+        // a new plan would empty the table that a single sweep has just filled.
         m_timerUpdateSweep.start();
         return;
     }

@@ -31,8 +31,8 @@ public:
 
     // --- frequency markers ---
 
-    // Moves M1 or M2 to the first row whose frequency is not below that of the box, at most row 400. Restores a box
-    // that does not hold a 32-bit number from the row of its marker first.
+    // Moves M1 or M2 to the first row whose frequency is not below that of the box, at most row 400. If the box does
+    // not hold a number in 32-bit range, restores it from the row of the marker first.
     void aggiornaPosMarkerX(GraphItem marker);
     // Refreshes only the amplitude boxes of M1 and M2.
     void aggiornaAmpiezzaX();

@@ -72,7 +72,7 @@ public:
     // The text is empty for the lines of the cursor, which have no caption.
     const GraphLabel &label(GraphItem item) const { return m_labels[static_cast<std::size_t>(item)]; }
     // Returns the area of a caption in logical pixels: beside its line, moved inside where it would be cut off. The
-    // captions of M1 and M2 stand above the plot, at negative y. Empty if the line is hidden or outside the range.
+    // captions of M1 and M2 are above the plot, at negative y. Empty if the line is hidden or outside the range.
     QRectF labelRect(GraphItem item) const;
 
     // Paints the captions of M1 and M2 above the plot. The painter's origin is the upper left corner of the plot.

@@ -45,7 +45,7 @@ public:
     void setBetween(QWidget *widget);
 
     // Sets the height that the user chose for the views, in logical pixels, at most half of the parent; 0 is the height
-    // that they need. While the views are higher than needed and wide enough, the markers stand beside the table.
+    // that they need. While the views are higher than needed and wide enough, the markers are shown beside the table.
     void setGivenHeight(int height);
     int givenHeight() const { return m_givenHeight; }
 

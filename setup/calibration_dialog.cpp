@@ -129,7 +129,7 @@ void CalibrationDialog::showEvent(QShowEvent *event)
             const QScopedValueRollback guard(m_busy, true);
             load();
         });
-        // Setting the same offset as last time raises no signal, but must act on the hardware all the same.
+        // Setting the same offset as last time raises no signal, but must still act on the hardware.
         m_boundary.run(m_changeName.constData(), [this] { changed(); });
         m_box->setFocus();
         m_box->selectAll();
@@ -172,7 +172,7 @@ bool CalibrationDialog::completeEntry()
     return false;
 }
 
-// Any edit other than typing on starts a new entry.
+// Any edit other than continued typing starts a new entry.
 bool CalibrationDialog::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == m_box) {

@@ -42,7 +42,7 @@ protected:
 
     virtual void load() = 0;
     virtual void unload() = 0;
-    // Called after a number was typed, which may be reformatted.
+    // Called after the user has typed a number, so that it can be reformatted.
     virtual void numberTyped() {}
     // Called when the tried offset has changed, and after load().
     virtual void offsetChanged() {}

@@ -15,9 +15,9 @@
 
 namespace calvorn {
 
-// Calibrates the level: the user sets known levels one after the other, and the dialog measures each one and computes
-// the law of the detector. "Apply" stores the law in configuration and settings file, and recomputes the amplitudes of
-// the table. Until then, nothing changes.
+// Calibrates the level: the user sets known levels one by one, and the dialog measures each one and computes the law of
+// the detector. "Apply" stores the law in configuration and settings file, and recomputes the amplitudes of the table.
+// Until then, nothing changes.
 class FrmCalibraLevel : public QDialog
 {
     Q_OBJECT

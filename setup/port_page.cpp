@@ -155,7 +155,7 @@ bool PortPage::ComPortExists(int comPort) const
     return comPortExists(comPort, iniPath());
 }
 
-// Marks unavailable ports only in the text, because they can be chosen all the same.
+// Marks unavailable ports only in the text, because the user can still choose them.
 void PortPage::IsComPortAvailable()
 {
     for (int number = 1; number <= kFixedComPorts; ++number) {

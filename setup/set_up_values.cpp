@@ -46,7 +46,7 @@ void readValue(SettingReader &reader, SetUpValues &values, const SettingRow &row
     withValue(values, row, [&](auto &value) { reader.read(value, key); });
 }
 
-// text: "caption;weight", or one text that is both.
+// text: "caption;weight", or one text for both.
 void readStep(AuxValues &aux, std::size_t index, const QString &text)
 {
     const qsizetype separator = text.indexOf(u';');

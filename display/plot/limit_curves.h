@@ -11,7 +11,7 @@
 namespace calvorn {
 
 // Converts limits to plot lines: one line for each run of points that have the limit. Only the first line of each side
-// has its name.
+// is named.
 std::vector<LimitLine> limitCurves(const LimitLines &limits, const QString &upperName, const QString &lowerName);
 
 } // namespace calvorn

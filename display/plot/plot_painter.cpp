@@ -367,8 +367,8 @@ void PlotPainter::paintLegend(QPainter &painter) const
     }
 }
 
-// The captions of M1 and M2 stand above the plot, where they hide nothing. Those of M3 and M4 stand side by side, so
-// that both are readable when the markers coincide.
+// The captions of M1 and M2 are above the plot, where they hide nothing. Those of M3 and M4 are side by side, so that
+// both are readable when the markers coincide.
 void PlotPainter::placeCaption(GraphItem item, const GraphLine &line, GraphLabel &caption) const
 {
     if (caption.text.isEmpty())
@@ -412,7 +412,7 @@ std::pair<QRectF, QRectF> PlotPainter::placesAbove(const GraphLabel &m1, const G
     const bool firstIsLeft = firstLine.x1 <= secondLine.x1;
     QRectF &left = firstIsLeft ? places.first : places.second;
     QRectF &right = firstIsLeft ? places.second : places.first;
-    // "left" and "right" refer to the lines, whichever way their captions lie.
+    // "left" and "right" refer to the lines, not to the positions of the captions.
     if (left.isEmpty() || right.isEmpty() || left.right() <= right.left())
         return places;
     const GraphLine &leftLine = firstIsLeft ? firstLine : secondLine;
