@@ -170,7 +170,7 @@ void FrmSweep::composeStatusLine()
     connect(&m_table, &SweepTable::changed, this, [this] { showMarks(); });
 }
 
-// Shows how many samples are beyond the ends of the detector's law, which limit the level shown.
+// Shows the state of remote control, and how many samples are outside the detector's law and therefore clamped.
 void FrmSweep::showMarks()
 {
     const bool isLinear = lawInForce(m_configuration).kind == DetectorLaw::Kind::Linear;
