@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Curves of known devices, and their properties in closed form.
+// Curves of known devices and their properties in closed form.
 #pragma once
 
 #include "analysis/results.h"
@@ -17,7 +17,7 @@ namespace calvorn::test {
 inline constexpr double kPi = std::numbers::pi;
 inline constexpr std::size_t kSamples = 400;
 
-// 400 samples of a curve without noise, by a detector that sees almost everything.
+// Samples a curve at 400 points, without noise and with a very low detector floor.
 inline Trace sampled(double start, double stop, const std::function<double(double)> &voltsAt)
 {
     Trace trace;
@@ -33,15 +33,15 @@ inline Trace sampled(double start, double stop, const std::function<double(doubl
 struct Butterworth
 {
     int order;
-    double middle; // Hz, geometric
-    double width;  // of the -3 dB points, relative to the middle
+    double middle; // geometric mean, in Hz
+    double width;  // -3 dB bandwidth relative to the middle
 
     double at(double hertz) const
     {
         const double x = (hertz / middle - middle / hertz) / width;
         return 1.0 / std::sqrt(1.0 + std::pow(x * x, order));
     }
-    // The |x| at which it is so many dB down.
+    // Returns the |x| at which the response has fallen by this many dB.
     double detuning(double decibels) const
     {
         return width * std::pow(std::pow(10.0, decibels / 10.0) - 1.0, 0.5 / order);
@@ -59,7 +59,7 @@ struct Butterworth
     double bandwidth(double decibels) const { return middle * detuning(decibels); }
 };
 
-// A crystal between a source and a load of `ohms` each: a series branch, and a capacitance beside it.
+// A crystal between a source and a load of `ohms` each: a series branch with a parallel capacitance.
 struct Crystal
 {
     double rm;
@@ -70,7 +70,7 @@ struct Crystal
 
     double series() const { return 1.0 / (2.0 * kPi * std::sqrt(lm * cm)); }
     double parallel() const { return series() * std::sqrt(1.0 + cm / c0); }
-    // Relative to a short in its place.
+    // Returns the response relative to a short circuit in place of the crystal.
     double at(double hertz) const
     {
         const double omega = 2.0 * kPi * hertz;
@@ -80,12 +80,12 @@ struct Crystal
     }
 };
 
-// An antenna that is a series resonance, on a line of 50 ohms.
+// An antenna, modelled as a series resonant circuit, on a line of 50 ohms.
 struct Antenna
 {
     double ohms;
     double resonance; // Hz
-    double reactance; // ohms, of its inductance at resonance
+    double reactance; // of the inductance at resonance, in ohms
 
     double reflectionAt(double hertz) const
     {
@@ -93,7 +93,7 @@ struct Antenna
         return std::abs((impedance - 50.0) / (impedance + 50.0));
     }
     double swr() const { return ohms > 50.0 ? ohms / 50.0 : 50.0 / ohms; }
-    // Between the frequencies at which the SWR is so high.
+    // Returns the distance between the frequencies at which the SWR reaches the limit.
     double bandwidth(double limit) const
     {
         const double g = (limit - 1.0) / (limit + 1.0);
@@ -116,7 +116,7 @@ struct Notch
         const double x = q * (hertz / middle - middle / hertz);
         return std::sqrt((deepest * deepest + x * x) / (1.0 + x * x));
     }
-    // Between the frequencies at which it has the ratio.
+    // Returns the distance between the frequencies at which the response has this ratio.
     double width(double ratio) const
     {
         const double square = ratio * ratio;
@@ -143,7 +143,7 @@ inline bool isNear(const Results &results, const char *key, double expected, dou
     return false;
 }
 
-// Within a thousandth.
+// Allows an error of 0.1 %.
 inline bool isNear(const Results &results, const char *key, double expected)
 {
     return isNear(results, key, expected, 0.001 * std::abs(expected));

@@ -14,7 +14,7 @@ namespace {
 constexpr double kGap = std::numeric_limits<double>::quiet_NaN();
 constexpr double kNothing = -std::numeric_limits<double>::infinity();
 
-// Below 0 dB from 1000 to 2000 Hz; above a line from -10 dB at 1400 Hz to -20 dB at 1600 Hz.
+// The upper limit is 0 dB from 1000 to 2000 Hz; the lower limit falls from -10 dB at 1400 Hz to -20 dB at 1600 Hz.
 LimitLines limits()
 {
     LimitLines made;
@@ -41,7 +41,7 @@ private slots:
             QVERIFY(verdict.hasVerdict() && verdict.hasPassed());
             QCOMPARE(verdict.judged, std::size_t{5});
             QCOMPARE(verdict.outside, std::size_t{0});
-            // On the limit is inside, and as near as can be.
+            // A value on the limit passes, with a margin of 0.
             QCOMPARE(verdict.frequency, 1000.0);
             QCOMPARE(verdict.value, 0.0);
             QCOMPARE(verdict.limit, 0.0);
@@ -61,14 +61,14 @@ private slots:
         QCOMPARE(verdict.outside, std::size_t{4});
         QCOMPARE(verdict.frequency, 1500.0);
         QCOMPARE(verdict.value, -20.0);
-        QCOMPARE(verdict.limit, -15.0); // half way from -10 to -20
+        QCOMPARE(verdict.limit, -15.0); // halfway from -10 to -20
         QCOMPARE(verdict.margin, -5.0);
         QVERIFY(!verdict.isUpper);
     }
 
     void theNearestLimitOfAnInnerPoint()
     {
-        // 4 dB below the upper and 11 dB above the lower limit, and the other way round.
+        // -4 dB is 4 dB from the upper and 11 dB from the lower limit; -12 dB is 12 dB and 3 dB from them.
         const std::vector<double> frequencies{1500.0};
         LimitVerdict verdict = judge(limits(), frequencies, std::vector<double>{-4.0});
         QVERIFY(verdict.isUpper);

@@ -14,7 +14,7 @@ namespace {
 constexpr double kGap = std::numeric_limits<double>::quiet_NaN();
 constexpr double kNothing = -std::numeric_limits<double>::infinity();
 
-// Samples from 1000 Hz on, 10 Hz apart.
+// A response with samples every 10 Hz from 1000 Hz.
 Response response(const std::vector<double> &decibels)
 {
     Response made{{}, decibels, false};
@@ -50,7 +50,7 @@ private slots:
         QCOMPARE(one.frequencies.back(), 1050.0);
         QCOMPARE(one.decibels[0], 0.0);
         QCOMPARE(one.decibels[1], -20.0);
-        for (const std::size_t hidden : {2U, 3U, 4U}) // on the floor is below it, too
+        for (const std::size_t hidden : {2U, 3U, 4U}) // a value on the floor counts as below it
             QCOMPARE(one.decibels[hidden], kNothing);
         QVERIFY(std::isnan(one.decibels[5]));
         QCOMPARE(responseIn(trace, 10.0).decibels[0], -20.0);
@@ -75,7 +75,7 @@ private slots:
         QVERIFY(made.isRelative);
         QVERIFY(std::abs(made.decibels[0] + 20.0 * std::log10(2.0)) < 1e-9);
         QVERIFY(std::abs(made.decibels[1] + 20.0) < 1e-9);
-        QCOMPARE(made.decibels[2], kNothing); // the trace saw nothing
+        QCOMPARE(made.decibels[2], kNothing); // the trace is below its floor
         QVERIFY(std::isnan(made.decibels[3]));
         QVERIFY(std::isnan(made.decibels[4]));
     }
@@ -83,14 +83,14 @@ private slots:
     void crossingsToBothSides()
     {
         const Response hill = response({-10.0, -2.0, 0.0, -1.0, -5.0, 0.0});
-        // -2 to -10 dB: -6 lies in the middle; -1 to -5 dB and 0: there is none above.
+        // Below the peak, -6 dB lies midway between -2 and -10 dB. Above the peak the response falls only to -5 dB.
         const Crossings six = crossings(hill, 6.0);
         QVERIFY(isAt(six.lower, 1005.0));
         QVERIFY(isMissing(six.upper, Missing::NoCrossing));
         const Crossings three = crossings(hill, 3.0);
         QVERIFY(isAt(three.lower, 1010.0 - 10.0 / 8.0));
         QVERIFY(isAt(three.upper, 1035.0));
-        // On a sample.
+        // Crossings exactly on a sample.
         QVERIFY(isAt(crossings(hill, 5.0).upper, 1040.0));
         QVERIFY(isAt(crossings(hill, 10.0).lower, 1000.0));
     }
@@ -101,7 +101,7 @@ private slots:
         QVERIFY(isMissing(crossings(broken, 3.0).lower, Missing::Gap));
         QVERIFY(isMissing(crossings(broken, 3.0).upper, Missing::BelowFloor));
         QVERIFY(isAt(crossings(broken, 1.0).lower, 1010.0));
-        // The first place counts, though beyond a gap there would be another one.
+        // The search ends at a gap, even if there is a crossing beyond it.
         QVERIFY(isMissing(crossings(response({0.0, -1.0, kGap, -9.0}), 3.0).upper, Missing::Gap));
         QVERIFY(isMissing(crossings(Response(), 3.0).lower, Missing::NoSweep));
         QVERIFY(isMissing(crossings(response({kGap, kGap}), 3.0).upper, Missing::Gap));
@@ -145,23 +145,23 @@ private slots:
         QCOMPARE(next(0, 1, 0.5), Index(2));
         QCOMPARE(next(0, 1, 1.0), Index(2)); // -3 rises 1 dB above -4
         QCOMPARE(next(0, 1, 1.1), Index(4)); // -2 rises 7 dB above -9
-        QCOMPARE(next(4, 1, 0.5), Index(7)); // not the plateau it stands on
+        QCOMPARE(next(4, 1, 0.5), Index(7)); // skips the plateau where it starts
         QCOMPARE(next(5, 1, 0.5), Index(7));
         QCOMPARE(next(7, 1, 0.5), Index(9));
         QCOMPARE(next(7, 1, 1.1), Index());
-        QCOMPARE(next(9, 1, 0.5), Index()); // the end of the range is none
+        QCOMPARE(next(9, 1, 0.5), Index()); // the end of the range is not a peak
         QCOMPARE(next(10, -1, 0.5), Index(9));
         QCOMPARE(next(9, -1, 3.0), Index(7));
         QCOMPARE(next(7, -1, 3.0), Index(4));
         QCOMPARE(next(4, -1, 3.0), Index());
-        QCOMPARE(next(2, -1, 0.5), Index()); // nor is its beginning
+        QCOMPARE(next(2, -1, 0.5), Index()); // the beginning is not a peak either
         QCOMPARE(next(99, -1, 0.5), Index());
         QCOMPARE(next(0, 1, 100.0), Index());
     }
 
     void peaksBesideGapsAndTheFloor()
     {
-        // A hill out of the floor stands out by all of its height; beside a gap nobody knows.
+        // A peak between samples below the floor has unlimited prominence; a sample next to a gap is not a peak.
         const Response made = response({-5.0, kNothing, -50.0, kNothing, kGap, -3.0, kGap, -9.0, -4.0, -7.0});
         QCOMPARE(nextPeak(made, 0, 1, 60.0), std::optional(std::size_t{2}));
         QCOMPARE(nextPeak(made, 2, 1, 1.0), std::optional(std::size_t{8}));

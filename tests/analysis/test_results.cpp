@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Every result against the closed form of a known device, sampled at 400 points without noise. The bound is 0.1 %
-// where a test does not say why it is another one.
+// Tests every result against the closed form of a known device, sampled at 400 points without noise. The allowed error
+// is 0.1 % unless a test gives a reason for another bound.
 #include "analysis/results.h"
 
 #include "core/scale_type.h"
@@ -31,7 +31,7 @@ Trace reversed(Trace trace)
     return trace;
 }
 
-// Relative to one volt at all frequencies, without any reference.
+// Returns the response relative to a reference of 1 V at all frequencies.
 Response relative(const Trace &trace)
 {
     Trace reference = trace;
@@ -101,7 +101,7 @@ void TestResults::thePassBandOfAFilter()
     const Results results = filterResults(responseIn(falling ? reversed(rising) : rising, 1.0));
 
     QVERIFY(test::isNear(results, "peak", decibels(0.5)));
-    // The top is flat: its highest sample lies next to the middle.
+    // The top is flat, so the highest sample may lie next to the middle.
     QVERIFY(test::isNear(results, "peakFreq", 7.1e6, 2.0 * rising.step));
     QVERIFY(test::isNear(results, "bw3", filter.bandwidth(kHalfPower)));
     QVERIFY(test::isNear(results, "bw6", filter.bandwidth(6.0)));
@@ -122,7 +122,7 @@ void TestResults::theSkirtsOfAFilter()
 {
     QFETCH(int, order);
     QFETCH(bool, falling);
-    // The range is a little wider than the -60 dB points, so that the width depends on the order.
+    // The range is slightly wider than the -60 dB bandwidth, so the filter's width depends on its order.
     const double width = 0.6 / std::pow(1000.0, 1.0 / order);
     const test::Butterworth filter{order, 7.1e6, width};
     const Trace rising =
@@ -131,8 +131,8 @@ void TestResults::theSkirtsOfAFilter()
 
     QVERIFY(test::isNear(results, "peak", decibels(0.2), 0.01));
     QVERIFY(test::isNear(results, "bw60", filter.bandwidth(60.0)));
-    // With few samples between the -6 dB points a straight line in dB is not the curve: of order 2, where there are
-    // 17, up to 0.5 %. Above it the width is known within 0.1 % again.
+    // With few samples between the -6 dB points, linear interpolation in dB is inaccurate: up to 0.5 % for order 2,
+    // which has 17 samples there. For higher orders the error is within 0.1 %.
     const double bound = order == 2 ? 0.005 : 0.001;
     const double shape = filter.bandwidth(60.0) / filter.bandwidth(6.0);
     QVERIFY(test::isNear(results, "shape", shape, bound * shape));
@@ -158,8 +158,8 @@ void TestResults::tenBitsMoveAnEdgeByACount()
         sweep.counts[i] = std::round(trace.volts[i] / count);
     }
     const Results results = filterResults(responseIn(traceOf(sweep, kScaleDb1V), 1.0));
-    // Half a count off at the peak and half a count off at the level move each edge by as much as the curve needs to
-    // fall by that; a quarter is added because it is not straight there.
+    // Errors of half a count at the peak and half a count at the level move each edge by as far as the curve needs to
+    // fall by that amount. The bound adds a quarter because the curve is not straight there.
     const auto bound = [&](double level) {
         const double ratio = std::pow(10.0, -level / 20.0);
         const double off = 1.25 * (0.5 * ratio + 0.5) * count;
@@ -180,7 +180,7 @@ void TestResults::theLossNeedsAReference()
     const test::Butterworth filter{3, 7.1e6, 0.05};
     const Trace trace = test::sampled(6.6e6, 7.6e6, [&](double f) { return 0.8 * filter.at(f) * (2.0 - f / 1e7); });
     QVERIFY(test::isMissing(filterResults(responseIn(trace, 1.0)), "loss", Missing::NoReference));
-    // The reference falls over frequency as the generator does, over another range.
+    // The reference falls with frequency like the generator, and covers another range.
     const Trace reference = reversed(test::sampled(6e6, 8e6, [](double f) { return 2.0 - f / 1e7; }));
     const Results results = filterResults(relativeResponse(trace, reference));
     QVERIFY(test::isNear(results, "loss", -decibels(0.8)));
@@ -201,7 +201,7 @@ void TestResults::aNotch()
         QVERIFY(test::isNear(results, "notchFreq", 7.1e6));
         QVERIFY(test::isNear(results, "bw3", notch.width(outside / std::sqrt(2.0))));
     }
-    // Elsewhere the deepest sample is the nearest one, at most half a step away.
+    // If the middle lies between samples, the deepest sample is at most half a step away.
     const Trace beside = test::sampled(6.1013e6, 8.0963e6, [&](double f) { return notch.at(f); });
     const Results results = notchResults(responseIn(beside, 1.0));
     QVERIFY(test::isNear(results, "notchFreq", 7.1e6, beside.step / 2.0));
@@ -234,16 +234,16 @@ void TestResults::aCrystal()
     QFETCH(bool, falling);
     const test::Crystal crystal{rm, lm, cm, c0, ohms};
     const double distance = crystal.parallel() - crystal.series();
-    // Two sweeps, as one would take them: a narrow one for the resonance, a wider one for both. The resonances lie half
-    // way between samples.
+    // Like a user, takes a narrow sweep for the series resonance and a wider one for both resonances. The resonances
+    // lie between samples.
     const auto sweep = [&](double start, double stop) {
         const Trace trace = test::sampled(start, stop, [&](double f) { return crystal.at(f); });
         return crystalResults(relative(falling ? reversed(trace) : trace), ohms);
     };
     const double loaded = (2.0 * ohms + rm) / (2.0 * test::kPi * lm);
     const Results narrow = sweep(crystal.series() - 4.0 * loaded, crystal.series() + 4.04 * loaded);
-    // C0 takes a part x of the current at the -3 dB points. It pulls the peak down by some hertz, and the elements are
-    // off by about x squared: by 0.08 % in the worst row.
+    // At the -3 dB points C0 takes a fraction x of the current. This lowers the peak by some hertz and changes the
+    // elements by about x squared, 0.08 % in the worst row.
     const double x = (2.0 * ohms + rm) * 2.0 * test::kPi * crystal.series() * c0;
     const double bound = 0.001 + x * x;
     QVERIFY(bound < 0.002);
@@ -257,8 +257,8 @@ void TestResults::aCrystal()
     QVERIFY(test::isMissing(narrow, "c0", Missing::NoParallelResonance));
 
     if (c0 < 1e-15)
-        return; // its parallel resonance is far away
-    // C0 follows from a small difference of two frequencies, and Cm from a resonance of few samples: within 1 %.
+        return; // the parallel resonance is too far away
+    // C0 depends on a small difference of two frequencies and on a Cm from few samples, so the bound is 1 %.
     const Results wide = sweep(crystal.series() - 0.35 * distance, crystal.series() + 1.3 * distance);
     QVERIFY(test::isNear(wide, "fp", crystal.parallel(), 0.001 * distance));
     QVERIFY(test::isNear(wide, "c0", c0, 0.01 * c0));
@@ -269,7 +269,7 @@ void TestResults::theDipOfACrystalBelowTheFloor()
     const test::Crystal crystal{12.0, 15.6e-3, 20.046e-15, 4.5e-12, 50.0};
     Trace trace =
         test::sampled(crystal.series() - 5e3, crystal.parallel() + 8e3, [&](double f) { return crystal.at(f); });
-    trace.floor = 0.002; // of ten bits
+    trace.floor = 0.002; // the floor of a ten-bit detector
     const double hidden = static_cast<double>(std::ranges::count_if(trace.volts, [](double v) { return v <= 0.002; }));
     QVERIFY(hidden > 2.0);
     const Results results = crystalResults(relative(trace), 50.0);
@@ -340,16 +340,16 @@ void TestResults::everyKindHasItsKeys()
 
 void TestResults::aFilterWiderThanTheRange()
 {
-    // A low-pass: there is no lower edge.
+    // A low-pass has no lower edge.
     const Trace trace = test::sampled(1e6, 9e6, [](double f) { return 1.0 / (1.0 + std::pow(f / 4e6, 6.0)); });
     const Results results = filterResults(responseIn(trace, 1.0));
     for (const char *key : {"bw3", "bw6", "bw60", "centre", "q", "shape", "ripple", "slopeLow"})
         QVERIFY2(test::isMissing(results, key, Missing::NoCrossing), key);
     QVERIFY(test::resultOf(results, "peak").value);
-    // x = (f/4 MHz)^6 is 10^(a/20) - 1 at -a dB.
+    // At -a dB, (f / 4 MHz)^6 is 10^(a/20) - 1.
     const double six = std::pow(std::pow(10.0, 6.0 / 20.0) - 1.0, 1.0 / 6.0);
     const double twenty = std::pow(9.0, 1.0 / 6.0);
-    // The highest sample is the first, 0.002 dB below the pass band.
+    // The peak is the first sample, 0.002 dB below the ideal pass band.
     QVERIFY(test::isNear(results, "slopeHigh", 14.0 / std::log2(twenty / six)));
 }
 
@@ -382,7 +382,7 @@ void TestResults::aGapHidesWhatIsBeyond()
     QVERIFY(test::isNear(results, "bw6", filter.bandwidth(6.0)));
     QVERIFY(test::isNear(results, "slopeLow", 14.0 / std::log2(filter.lower(6.0) / filter.lower(20.0)), 0.5));
     QVERIFY(test::isMissing(results, "slopeHigh", Missing::Gap));
-    QVERIFY(test::isMissing(results, "bw60", Missing::NoCrossing)); // the lower side comes first
+    QVERIFY(test::isMissing(results, "bw60", Missing::NoCrossing)); // gives the reason of the lower side
     std::ranges::fill(trace.volts, kGap);
     for (const Result &result : filterResults(responseIn(trace, 1.0)))
         QCOMPARE(result.missing, Missing::Gap);
@@ -397,10 +397,10 @@ void TestResults::aNotchThatIsNone()
     QVERIFY(test::isNear(results, "depth", -decibels(0.8)));
     QVERIFY(test::isNear(results, "notchFreq", 1.5e6));
     QVERIFY(test::isMissing(results, "bw3", Missing::NotReached));
-    // At the end of the range it has one side.
+    // At the end of the range a notch has only one side.
     const Trace half = test::sampled(1e6, 2e6, [](double f) { return f / 2e6 - 0.45; });
     QVERIFY(test::isMissing(notchResults(responseIn(half, 1.0)), "bw3", Missing::NoCrossing));
-    // Its bottom out of sight: the depth is more than can be told, the width is known.
+    // If the bottom is below the floor, the depth is unknown but the width is known.
     Trace deep = test::sampled(1e6, 2e6, [](double f) { return std::abs(f - 1.5e6) / 5e5; });
     deep.floor = 0.05;
     const Results hidden = notchResults(responseIn(deep, 1.0));
@@ -413,23 +413,23 @@ void TestResults::aCrystalWithoutParallelResonance()
 {
     const test::Crystal crystal{12.0, 15.6e-3, 20.046e-15, 4.5e-12, 50.0};
     const auto at = [&](double f) { return crystal.at(f); };
-    // The range ends before it.
+    // The range ends before the parallel resonance.
     const Trace below = test::sampled(crystal.series() - 5e3, crystal.parallel() - 3e3, at);
     const Results results = crystalResults(relative(below), 50.0);
     QVERIFY(test::isMissing(results, "fp", Missing::NoParallelResonance));
     QVERIFY(test::isMissing(results, "c0", Missing::NoParallelResonance));
     for (const char *key : {"fs", "rm", "lm", "cm", "q"})
         QVERIFY2(test::resultOf(results, key).value, key);
-    // Without a reference nobody knows the loss.
+    // Without a reference the loss is unknown.
     for (const Result &result : crystalResults(responseIn(below, 1.0), 50.0))
         QCOMPARE(result.missing, Missing::NoReference);
-    // The range begins in the resonance.
+    // The range starts at the series resonance.
     const Trace above = test::sampled(crystal.series(), crystal.parallel() + 5e3, at);
     const Results half = crystalResults(relative(above), 50.0);
     QVERIFY(test::isNear(half, "rm", 12.0));
     for (const char *key : {"lm", "cm", "c0", "q"})
         QVERIFY2(test::isMissing(half, key, Missing::NoCrossing), key);
-    // A gap between both.
+    // A gap lies between both resonances.
     Trace broken = test::sampled(crystal.series() - 5e3, crystal.parallel() + 5e3, at);
     broken.volts[250] = kGap;
     QVERIFY(test::isMissing(crystalResults(relative(broken), 50.0), "fp", Missing::Gap));
@@ -457,13 +457,13 @@ void TestResults::aBadMatch()
     QVERIFY(test::isNear(results, "swr", 1.8));
     QVERIFY(test::isMissing(results, "bw15", Missing::NotReached));
     QVERIFY(test::isNear(results, "bw20", antenna.bandwidth(2.0)));
-    // More comes back than was sent: another reference is needed.
+    // A reflection above the reference means that the reference is wrong.
     Trace more = trace;
     std::ranges::for_each(more.volts, [](double &volts) { volts *= 5.0; });
     results = matchResults(relative(more));
     QVERIFY(test::isNear(results, "rho", 5.0 * 40.0 / 140.0));
     QVERIFY(test::isMissing(results, "swr", Missing::NotBelowReference));
-    // Better than the detector can tell.
+    // The reflection is below the detector's floor.
     Trace perfect = trace;
     perfect.floor = 0.3;
     results = matchResults(relative(perfect));
@@ -474,7 +474,7 @@ void TestResults::aBadMatch()
 
 void TestResults::nothingAtAll()
 {
-    // One sample, and samples that are all alike, have a peak and no more.
+    // A single sample or a flat curve has a peak but no other result.
     Trace one;
     one.start = 1e6;
     one.volts = {0.5};

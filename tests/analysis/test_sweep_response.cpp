@@ -18,7 +18,7 @@ using namespace calvorn;
 
 namespace {
 
-// 1 MHz to 1.399 MHz in steps of 1 kHz, or the other way round.
+// A table from 1 MHz to 1.399 MHz in steps of 1 kHz, or downwards.
 struct Bench
 {
     Configuration configuration;
@@ -31,7 +31,7 @@ struct Bench
         table.inizializzaGrid();
     }
 
-    // Amplitudes without counts, as a sweep keeps them that was imported from another calibration.
+    // Writes amplitudes without counts, as after importing a sweep of another calibration.
     void fill(std::int16_t scale, const std::function<double(int)> &amplitude)
     {
         configuration.scaleType = scale;
@@ -41,7 +41,7 @@ struct Bench
         table.sweepWritten(SweepOrigin::Imported, std::nullopt);
     }
 
-    // Counts of the detector, with their amplitudes on the scale.
+    // Writes counts and the amplitudes that belong to them on the scale.
     void measure(std::int16_t scale, const std::function<int(int)> &count)
     {
         configuration.scaleType = scale;
@@ -49,7 +49,7 @@ struct Bench
         const test::WalkNumbers numbers{QLocale()};
         const double reference = scale == kScaleDb10V || scale == kScaleDb10VHeadroom ? 10.0 : 1.0;
         for (int row = 1; row <= 400; ++row) {
-            // To millivolts; their decibels to hundredths, and then to tenths.
+            // Rounds to millivolts; decibels are rounded to hundredths and then to tenths.
             const double offset = static_cast<double>(configuration.adcOffset);
             const double volts = std::nearbyint((count(row) * 0.00244 + offset) * 1000.0) / 1000.0;
             const double hundredths = std::nearbyint(100.0 * test::walkDecibels(volts, reference));
@@ -61,7 +61,7 @@ struct Bench
         table.sweepWritten(SweepOrigin::Measured, detectorOf(configuration));
     }
 
-    // As an import ends.
+    // Does what the end of an import does.
     void imported()
     {
         const bool follow = amplitudesFollowFromCounts(table, configuration);
@@ -79,7 +79,7 @@ std::vector<ResponseSample> samples(const std::vector<double> &amplitudes, doubl
     return made;
 }
 
-// How far the -3 dB point of a peak lies from one voltage to the next lower one, 0 to 1, on a straight line in dB.
+// Returns the place of the -3 dB point between two voltages, from 0 (inner) to 1 (outer), interpolated linearly in dB.
 double partToHalfPower(double peak, double inner, double outer)
 {
     return std::log(inner * std::sqrt(2.0) / peak) / std::log(inner / outer);
@@ -109,7 +109,7 @@ private slots:
         const SweepResponse response = bench.response();
         QCOMPARE(response.peak, -6.0);
         QCOMPARE(response.peakFrequency, 1200000.0);
-        // 0.5 dB for each kHz: 3.01 dB are 6.02 kHz to either side.
+        // At 0.5 dB per kHz, 3.01 dB is 6.02 kHz to either side.
         QVERIFY(response.lower && response.upper && response.bandwidth());
         QVERIFY(std::abs(*response.lower - 1193979.4) < 1.0);
         QVERIFY(std::abs(*response.upper - 1206020.6) < 1.0);
@@ -122,7 +122,7 @@ private slots:
         bench.fill(kScaleLinear, [](int row) { return 1.0 + triangle(row, 0.01); });
         const SweepResponse response = bench.response();
         QCOMPARE(response.peak, 1.0);
-        // 1 V falls to 0.7071 V over 29 rows and a part of the step from 0.71 V to 0.70 V.
+        // 1 V falls to 0.7071 V over 29 rows and part of the step from 0.71 V to 0.70 V.
         const double distance = 1000.0 * (29.0 + partToHalfPower(1.0, 0.71, 0.70));
         QVERIFY(std::abs(*response.lower - (1200000.0 - distance)) < 0.1);
         QVERIFY(std::abs(*response.upper - (1200000.0 + distance)) < 0.1);
@@ -195,7 +195,8 @@ private slots:
         QVERIFY(lines[16].startsWith(test::inLocale(locale, QStringLiteral(" -100.0 |"))));
         QVERIFY(lines[18].endsWith(bench.table.text(400, 0)));
         QVERIFY(lines[18].contains(bench.table.text(200, 0)));
-        // The peak stands in the middle of the 71 columns, a letter being 6 dB high; the ends at the bottom.
+        // The peak is in the middle of the 71 columns, where a character is about 6 dB high; the ends are at the
+        // bottom.
         QCOMPARE(lines[0].indexOf(u'*'), 9 + 34);
         QCOMPARE(lines[0].lastIndexOf(u'*'), 9 + 36);
         QCOMPARE(lines[16].indexOf(u'*'), 9);
@@ -216,7 +217,7 @@ private slots:
         std::vector<double> ratios(kSweepPoints, 0.5);
         std::fill(ratios.begin() + 200, ratios.end(), Sweep::kNoNumber);
         QString stars = textPlot(frequencies, ratios, true).join(QString());
-        QCOMPARE(stars.count(u'*'), 36); // the columns that begin before sample 200
+        QCOMPARE(stars.count(u'*'), 36); // the columns that start before sample 200
         ratios[300] = 1.0;
         const QStringList lines = textPlot(frequencies, ratios, true);
         QCOMPARE(lines[0].indexOf(u'*'), 9 + 300 * 71 / 400);
@@ -233,9 +234,9 @@ void TestSweepResponse::everyScaleGivesTheSameResponse()
     QFETCH(QLocale, locale);
     QLocale::setDefault(locale);
     Bench bench;
-    // 100 counts fall to 70.711 over 29 rows and a part of the step from 71 to 70.
+    // 100 counts fall to 70.711 over 29 rows and part of the step from 71 to 70.
     const double distance = 1000.0 * (29.0 + partToHalfPower(100.0, 71.0, 70.0));
-    // Rows 200 to 203 share the highest count: 0.244 V. One count less on either side is the same tenth of a dB.
+    // Rows 200 to 203 share the highest count, 0.244 V.
     const auto hill = [](int row) {
         return row >= 200 && row <= 203 ? 100 : std::max(0, 100 - std::abs(row < 200 ? 200 - row : row - 203));
     };
@@ -271,12 +272,12 @@ void TestSweepResponse::amplitudesThatAreNotOfTheirCountsAreKept()
     Bench bench;
     bench.measure(kScaleLinear, [](int row) { return row == 100 ? 200 : 100; });
     QCOMPARE(bench.response().peakFrequency, 1099000.0);
-    // One amplitude of another calibration is enough.
+    // A single amplitude of another calibration suffices.
     bench.table.setText(300, SweepTable::AmplitudeColumn, QStringLiteral("0.900"));
     bench.imported();
     QCOMPARE(bench.response().peak, 0.9);
     QCOMPARE(bench.response().peakFrequency, 1299000.0);
-    // Written with more decimals it is the same amplitude.
+    // More decimals do not make a different amplitude.
     bench.measure(kScaleDb1V, [](int row) { return row == 100 ? 200 : 199; });
     const double peak = bench.response().peak;
     for (int row = 1; row <= 400; ++row)
@@ -321,12 +322,12 @@ void TestSweepResponse::thePeakIsTheMiddleOfThePlateau()
 
 void TestSweepResponse::aPlateauOfSeveralSamplesHasBothEdges()
 {
-    // The dip between the two plateaus is an edge of the chosen one.
+    // The dip between the two plateaus is an edge of the longer one.
     const std::vector<double> amplitudes{0.1, 1.0, 1.0, 0.1, 1.0, 1.0, 1.0, 0.1};
     const SweepResponse rising = responseOf(samples(amplitudes), AmplitudeUnit::Volt);
     QCOMPARE(rising.peakFrequency, 1050.0);
     QVERIFY(rising.lower && rising.upper);
-    // 3.01 of the 20 dB that the curve falls over 10 Hz.
+    // The curve falls by 20 dB over 10 Hz; the -3.01 dB point is reached in proportion.
     const double distance = 10.0 * 20.0 * std::log10(std::sqrt(2.0)) / 20.0;
     QVERIFY(std::abs(*rising.lower - (1040.0 - distance)) < 0.001);
     QVERIFY(std::abs(*rising.upper - (1060.0 + distance)) < 0.001);
@@ -341,12 +342,12 @@ void TestSweepResponse::aPlateauOfSeveralSamplesHasBothEdges()
 
 void TestSweepResponse::anEdgeBelowTheFloorIsNotInvented()
 {
-    // Between a sample and one where the detector saw nothing, nobody knows the curve.
+    // The curve between a sample and one below the floor is unknown.
     const SweepResponse volts = responseOf(samples({0.1, 1.0, 0.0}), AmplitudeUnit::Volt);
     QVERIFY(volts.lower && !volts.upper && !volts.bandwidth());
     const SweepResponse decibels = responseOf(samples({-100.0, -1.0, -21.0}), AmplitudeUnit::Decibel);
     QVERIFY(!decibels.lower && decibels.upper);
-    // Count 0 is an offset above zero volts here.
+    // Count 0 is 0.2 V here.
     Bench bench;
     bench.configuration.adcOffset = 0.2F;
     bench.measure(kScaleLinear, [](int row) { return row == 200 ? 100 : row > 200 ? 0 : 1; });

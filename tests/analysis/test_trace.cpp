@@ -14,7 +14,7 @@ namespace {
 
 constexpr double kGap = std::numeric_limits<double>::quiet_NaN();
 
-// 1 MHz to 1.399 MHz, or the other way round; row r has a count and an amplitude of r.
+// A sweep from 1 MHz to 1.399 MHz, or downwards. Row r has the count r and the amplitude r / 100.
 Sweep numbered(double step = 1000.0)
 {
     Sweep sweep;
@@ -56,7 +56,7 @@ private slots:
         QVERIFY(isNear(measured.volts[0], 0.25 + step));
         QVERIFY(isNear(measured.volts[399], 0.25 + 400.0 * step));
         QVERIFY(isNear(measured.floor, 0.25 + step / 2.0));
-        // Below zero volts there is nothing to see, whatever the count.
+        // The floor is at least half a count above zero volts, whatever the offset.
         sweep.detector = DetectorCalibration{0.002F, -0.1F};
         QVERIFY(isNear(traceOf(sweep, kScaleLinear).floor, step / 2.0));
         QVERIFY(traceOf(sweep, kScaleLinear).volts[0] < 0.0);
@@ -83,7 +83,7 @@ private slots:
         const Trace imported = traceOf(sweep, static_cast<std::int16_t>(scale));
         QVERIFY(isNear(imported.volts[7], minus20));
         QVERIFY(isNear(imported.floor, floor));
-        // -100 dB is what the scale shows where the detector sees nothing.
+        // On dB scales, -100 dB means below the floor.
         sweep.amplitudes[8] = scale == kScaleLinear ? 0.0 : -100.0;
         QVERIFY(traceOf(sweep, static_cast<std::int16_t>(scale)).volts[8] <= imported.floor);
     }
@@ -109,7 +109,7 @@ private slots:
         for (const double step : {1000.0, -1000.0}) {
             Sweep sweep = numbered(step);
             QVERIFY(isEquallySpaced(sweep));
-            // 1 % of the step and 1 Hz: what a table of whole hertz may differ by.
+            // A table of whole hertz may deviate by 1 % of the step plus 1 Hz.
             sweep.frequencies[100] += 10.9;
             QVERIFY(isEquallySpaced(sweep));
             sweep.frequencies[100] += 0.2;
@@ -131,7 +131,7 @@ private slots:
             QVERIFY(isNear(each.voltsAt(1005.0).value_or(0.0), 1.5));
             QVERIFY(isNear(each.voltsAt(1017.5).value_or(0.0), 3.5));
             QCOMPARE(each.voltsAt(1020.0), std::optional(4.0));
-            QVERIFY(!each.voltsAt(1021.0)); // next to the gap
+            QVERIFY(!each.voltsAt(1021.0)); // next to a gap
             QVERIFY(!each.voltsAt(1030.0));
             QCOMPARE(each.voltsAt(1040.0), std::optional(8.0));
             QVERIFY(!each.voltsAt(999.9));
@@ -144,7 +144,7 @@ private slots:
 
     void everySampleIsFoundAtItsOwnFrequency()
     {
-        // Steps that are no whole number of hertz, up to the highest frequencies.
+        // Tests fractional steps, up to the highest frequencies.
         for (const double step : {0.1, 1234.567, 2999999.0 / 7.0, -33.3}) {
             Trace each = trace(1.5e9, step, {});
             for (int i = 0; i < 400; ++i)
@@ -164,7 +164,7 @@ private slots:
 
     void relativeToAnotherRange()
     {
-        // Falls from 1060 Hz, 1 V, to 1010 Hz, 3.5 V.
+        // The reference runs downwards, from 1060 Hz (1 V) to 1010 Hz (3.5 V).
         const Trace reference = trace(1060.0, -25.0, {1.0, 2.25, 3.5});
         const RelativeTrace relative = relativeTo(trace(1000.0, 10.0, {1, 7, 6, 5, 4, 3, 2, 1}), reference);
         QCOMPARE(relative.start, 1000.0);
@@ -191,7 +191,7 @@ private slots:
         QCOMPARE(relative.ratios[3], 0.5);
         QVERIFY(!relative.isOutsideReference);
         QVERIFY(relative.isReferenceBelowFloor);
-        // A gap alone is neither.
+        // A gap does not count as below the floor.
         QVERIFY(!relativeTo(trace(1000.0, 10.0, {1.0, kGap}), trace(1000.0, 10.0, {kGap, 1.0})).isReferenceBelowFloor);
     }
 };

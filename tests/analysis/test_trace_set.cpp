@@ -76,7 +76,7 @@ private slots:
         QCOMPARE(set.shown(Source::MaxHold).volts, (std::vector<double>{3.0, 4.0, 3.0}));
         QCOMPARE(set.shown(Source::MinHold).volts, (std::vector<double>{1.0, 2.0, -1.0}));
         QVERIFY(set.shown(Source::Average).isEmpty());
-        // Off, it has nothing; on, it starts again.
+        // Switching off clears a hold; switching on restarts it.
         set.switchOn(Source::MaxHold, false);
         QVERIFY(set.shown(Source::MaxHold).isEmpty());
         set.switchOn(Source::MaxHold, true);
@@ -260,7 +260,7 @@ private slots:
         QVERIFY(set.normalise(false));
         QVERIFY(!set.isNormalised());
         QCOMPARE(set.reference().volts[0], 1.0);
-        // Again: the last sweep, not the old reference.
+        // Normalising again takes the last sweep as reference, not the old reference.
         QVERIFY(set.normalise(true));
         QCOMPARE(set.reference().volts[0], 2.0);
         set.setReference(trace({3.0}));

@@ -52,7 +52,7 @@ private slots:
         }
         QCOMPARE(db(0, 0.0), 0.0);
         QCOMPARE(db(0, -0.2), -0.2);
-        // A code that is no scale counts as one of 1 V.
+        // An unknown scale is treated as dB referred to 1 V.
         QCOMPARE(db(7, 0.5), -6.02);
     }
 
@@ -84,7 +84,7 @@ private slots:
             QCOMPARE(dbToVoltsBounded(configuration, 100000.0), std::numeric_limits<double>::max());
             QCOMPARE(dbToVoltsBounded(configuration, -20.0), dbToVolts(configuration, -20.0));
         }
-        // 6160 dB fit as volts, but not ten times as many.
+        // 6160 dB is in the range of double in volts for the reference 1 V, but not for 10 V.
         QVERIFY(std::isfinite(volts(1, 6160.0)));
         QVERIFY_THROWS_EXCEPTION(RuntimeError, volts(3, 6160.0));
         QCOMPARE(volts(0, 100000.0), 100000.0);

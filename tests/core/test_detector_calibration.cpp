@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What counts an interface gives in each mode, and whether they follow the law of the detector.
+// Tests the range of counts of each interface and mode, and whether the counts follow the detector's law.
 #include "core/common_functions.h"
 #include "core/detector_calibration.h"
 
@@ -22,11 +22,11 @@ private slots:
         QTest::addColumn<bool>("isLevel");
         QTest::newRow("parallel port, 10 bits") << 2 << "10bit" << 1 << 0 << 1023 << true;
         QTest::newRow("parallel port, 8 bits") << 2 << "8bit" << 1 << 0 << 255 << true;
-        // Their converters have ten bits, whatever the key says that the parallel port reads.
+        // The converters of these boards have ten bits. The key "ADC Device" applies only to the parallel port.
         QTest::newRow("PIC") << 1 << "8bit" << 1 << 0 << 1023 << true;
         QTest::newRow("MiniVNA, angle") << 3 << "8bit" << 1 << 0 << 1023 << false;
         QTest::newRow("MiniVNA, return loss") << 3 << "10bit" << 2 << 0 << 1023 << true;
-        // Turned over from 1024: what is received is 0 to 1023.
+        // The program shows 1024 - count; the board sends 0 to 1023.
         QTest::newRow("MiniVNA, device") << 3 << "8bit" << 3 << 1 << 1024 << true;
         QTest::newRow("MiniVNA, no mode") << 3 << "10bit" << 0 << 0 << 1023 << false;
     }
@@ -47,7 +47,7 @@ private slots:
         QTEST(detector.lowestCount, "lowest");
         QTEST(detector.highestCount, "highest");
         QCOMPARE(detector.law.kind, isLevel ? DetectorLaw::Kind::Log : DetectorLaw::Kind::Linear);
-        // 400 counts are 1 V, with the law 1000 / 25 - 84 = -44 dBm.
+        // 400 counts are 1 V, which the law converts to 1000 / 25 - 84 = -44 dBm.
         const double expected = isLevel ? voltsOfDbm(-44.0) : 1.0;
         QVERIFY(std::abs(detector.volts(400.0) / expected - 1.0) < 1e-6);
         QVERIFY(std::abs(static_cast<double>(countToInputVolts(configuration, 400.0)) / expected - 1.0) < 1e-6);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Levels from the volts of detectors that are not linear, against the numbers of their data sheets.
+// Tests the levels computed for nonlinear detectors against the numbers of their data sheets.
 #include "core/detector_law.h"
 
 #include "core/common_functions.h"
@@ -37,7 +37,7 @@ private slots:
 
 void TestDetectorLaw::levelsAndVolts()
 {
-    // 1 mW into 50 ohms, 1 W, and 1 V RMS.
+    // 1 mW and 1 W into 50 ohms, and 1 V RMS.
     QVERIFY(isNear(voltsOfDbm(0.0), 0.2236068, 1e-7));
     QVERIFY(isNear(voltsOfDbm(30.0), 7.0710678, 1e-7));
     QVERIFY(isNear(dBmOfVolts(1.0), 13.0103, 1e-4));
@@ -62,11 +62,11 @@ void TestDetectorLaw::aLogarithmicDetector_data()
     QTest::addColumn<int>("preset");
     QTest::addColumn<double>("volts");
     QTest::addColumn<double>("level"); // dBm
-    // 25 mV for each dB above -84 dBm.
+    // 25 mV per dB above -84 dBm.
     QTest::newRow("AD8307, 0 V") << 0 << 0.0 << -84.0;
     QTest::newRow("AD8307, -70 dBm") << 0 << 0.35 << -70.0;
     QTest::newRow("AD8307, 10 dBm") << 0 << 2.35 << 10.0;
-    // 25 mV less for each dB, none left at 20 dBm.
+    // Falls by 25 mV per dB and reaches 0 V at 20 dBm.
     QTest::newRow("AD8318, -60 dBm") << 1 << 2.0 << -60.0;
     QTest::newRow("AD8318, 0 dBm") << 1 << 0.5 << 0.0;
 }
@@ -89,10 +89,10 @@ void TestDetectorLaw::aTableIsInterpolatedInDecibels()
     QVERIFY(law.isUsable());
     for (const auto &point : law.points())
         QVERIFY(isNear(dBmOfVolts(law.inputVolts(point.volts)), point.dBm, 1e-9));
-    // Half-way in decibels: the square roots of 0.01 x 0.05 and of 0.05 x 0.3.
+    // Halfway in decibels means sqrt(0.01 x 0.05) and sqrt(0.05 x 0.3) volts.
     QVERIFY(isNear(dBmOfVolts(law.inputVolts(0.0223606798)), -25.0, 1e-6));
     QVERIFY(isNear(dBmOfVolts(law.inputVolts(0.1224744871)), -12.5, 1e-6));
-    // 0 V have no decibels.
+    // 0 V has no value in decibels, so these points are interpolated over volts.
     const DetectorLaw fromZero = tableLaw({{0.0, -84.0}, {0.5, -64.0}});
     QVERIFY(isNear(dBmOfVolts(fromZero.inputVolts(0.25)), -74.0, 1e-9));
     QVERIFY(isNear(fromZero.detectorVolts(voltsOfDbm(-74.0)), 0.25, 1e-12));
@@ -102,7 +102,7 @@ void TestDetectorLaw::aTableMayFall()
 {
     const DetectorLaw law = tableLaw({{0.5, 0.0}, {1.0, -20.0}, {2.0, -60.0}});
     QVERIFY(law.isUsable());
-    // These volts are proportional to the decibels.
+    // The points lie on a line over volts.
     QVERIFY(isNear(dBmOfVolts(law.inputVolts(0.75)), -10.0, 1e-9));
     QVERIFY(isNear(dBmOfVolts(law.inputVolts(1.5)), -40.0, 1e-9));
     QVERIFY(isNear(dBmOfVolts(law.inputVolts(0.4)), 0.0, 1e-9));
@@ -135,12 +135,12 @@ void TestDetectorLaw::theWayBack()
 
 void TestDetectorLaw::everyLevelIsANumber()
 {
-    // 1 mV per dB and -200 dBm: a supply of 5 V would say 4800 dBm. Levels end at 200 dBm, 2.236 GV.
+    // With 1 mV per dB above -200 dBm, a supply of 5 V would give 4800 dBm. Levels are limited to 200 dBm, 2.236 GV.
     const DetectorLaw steep = logLaw(1.0, -200.0);
     QVERIFY(isNear(dBmOfVolts(steep.inputVolts(5.0)), 200.0, 1e-9));
     QVERIFY(isNear(dBmOfVolts(steep.inputVolts(1e300)), 200.0, 1e-9));
     QVERIFY(isNear(dBmOfVolts(logLaw(-1.0, 200.0).inputVolts(5.0)), -200.0, 1e-9));
-    // The way back of no volts at all.
+    // The inverse of 0 V.
     QVERIFY(isNear(logLaw(-25.0, 20.0).detectorVolts(0.0), 5.5, 1e-12));
     const DetectorLaw close = tableLaw({{0.1, -30.0}, {std::nextafter(0.1, 1.0), -20.0}, {0.2, -10.0}});
     QVERIFY(close.isUsable());
@@ -155,12 +155,12 @@ void TestDetectorLaw::everyLevelIsANumber()
 void TestDetectorLaw::twoPointsOrNoVoltsAreInterpolatedOverVolts()
 {
     QVERIFY(isNear(dBmOfVolts(tableLaw({{0.1, -30.0}, {0.4, 0.0}}).inputVolts(0.2)), -20.0, 1e-9));
-    // A square law, but for the point at 0 V.
+    // A square law, without and with a point at 0 V.
     const DetectorLaw square = tableLaw({{0.001, -40.0}, {0.01, -30.0}, {0.1, -20.0}, {1.0, -10.0}});
     QVERIFY(isNear(dBmOfVolts(square.inputVolts(0.03162277660)), -25.0, 1e-6));
     const DetectorLaw fromZero = tableLaw({{0.0, -50.0}, {0.01, -30.0}, {0.1, -20.0}, {1.0, -10.0}});
     QVERIFY(isNear(dBmOfVolts(fromZero.inputVolts(0.055)), -25.0, 1e-9));
-    // The points alone make the choice.
+    // The interpolation depends only on the current points.
     DetectorLaw again = tableLaw({{0.1, -30.0}, {0.4, 0.0}});
     again.setPoints(square.points());
     QVERIFY(again == square);
@@ -174,12 +174,12 @@ void TestDetectorLaw::calibrationsFromCounts()
     QVERIFY(isNear(linear.countOf(0.3511), 100.0, 0.0));
     QVERIFY(isNear(linear.countOf(0.0), 0.0, 0.0));
     QVERIFY(isNear(linear.floor(), 0.10125, 1e-6));
-    // 2.5 mV are 0.1 dB; the floor is half of that above what 0 V say.
+    // One count, 2.5 mV, is 0.1 dB; the floor is half a count above 0 V.
     DetectorCalibration log{0.0025F, 0.0F, logLaw(25.0, -84.0), 1023};
     QVERIFY(isNear(dBmOfVolts(log.volts(840.0)), 0.0, 1e-5));
     QVERIFY(isNear(log.countOf(voltsOfDbm(-70.02)), 140.0, 0.0));
     QVERIFY(isNear(dBmOfVolts(log.floor()), -83.95, 1e-5));
-    // Silence is 2.55 V with 8 bits of 10 mV: -82 dBm.
+    // Without a signal the detector gives 2.55 V, the highest of 8 bits of 10 mV: -82 dBm.
     DetectorCalibration falling{0.01F, 0.0F, logLaw(-25.0, 20.0), 255};
     QVERIFY(isNear(dBmOfVolts(falling.floor()), -81.8, 1e-4));
     DetectorCalibration ends{0.0025F, 0.0F, tableLaw({{0.1, -30.0}, {0.5, -10.0}}), 1023};
@@ -194,7 +194,7 @@ void TestDetectorLaw::calibrationsFromCounts()
     configuration.detectorLaw = logLaw(25.0, -84.0);
     QCOMPARE(detectorOf(configuration).highestCount, 1023);
     QVERIFY(detectorOf(configuration).law == configuration.detectorLaw);
-    // Of cells: the volts of the detector are rounded first, those at the input are not.
+    // For table cells, the detector's volts are rounded first; the input volts are not rounded.
     QVERIFY(isNear(dBmOfVolts(static_cast<double>(countToInputVolts(configuration, 84.0))), -50.4, 1e-4));
     configuration.detectorLaw = {};
     QCOMPARE(countToInputVolts(configuration, 84.0), 0.84F);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The law of the detector in the settings file: read, damaged, written, and nowhere to be seen as long as it is linear.
+// Tests reading, damaged entries and writing of the detector's law in the settings file; a linear law writes nothing.
 #include "core/detector_settings.h"
 
 #include "core/settings.h"
@@ -75,7 +75,7 @@ void TestDetectorSettings::aLogarithmicDetectorIsRead()
     QCOMPARE(law.kind, DetectorLaw::Kind::Log);
     QCOMPARE(law.slope, -24.5);
     QCOMPARE(law.intercept, 21.5);
-    // The numbers of the first detector that there is a preset for.
+    // The defaults are the numbers of the first preset.
     const DetectorLaw bare = readDetectorLaw(write("[Config]\r\nADC Law=log\r\n"), faults);
     QCOMPARE(bare.slope, 25.0);
     QCOMPARE(bare.intercept, -84.0);
@@ -146,7 +146,7 @@ void TestDetectorSettings::damageIsToldOnceAndLinear()
     QCOMPARE(law.kind, DetectorLaw::Kind::Linear);
     QCOMPARE(faults.size(), 1);
     QVERIFY2(faults.first().startsWith(place + u':'), qPrintable(faults.first()));
-    // What the set-up shows of it can be used.
+    // The values that the configuration dialog shows are usable.
     DetectorLaw log = law;
     log.kind = DetectorLaw::Kind::Log;
     QVERIFY(log.isUsable());
@@ -192,7 +192,7 @@ void TestDetectorSettings::fewerPointsEmptyTheOthers()
     }
 }
 
-// Another law is chosen, and the table can still be mended by hand.
+// Choosing another law keeps a damaged table, so that the user can repair the table by hand.
 void TestDetectorSettings::aDamagedTableStaysInTheFile()
 {
     QStringList faults;
@@ -211,7 +211,7 @@ void TestDetectorSettings::aDamagedTableStaysInTheFile()
     const QString section = QStringLiteral("Detector");
     QCOMPARE(after.value(section, QStringLiteral("Point 2")), QStringLiteral("0.2;x"));
     QCOMPARE(after.value(section, QStringLiteral("Point 3")), QStringLiteral("0.3;-10"));
-    // A new table takes its place.
+    // A new table replaces the damaged one.
     const DetectorLaw table = tableLaw({{0.1, -30.0}, {0.4, 0.0}});
     QVERIFY(writeProfileStrings(path(), detectorLawEntries(table, Profile(path()))));
     QVERIFY(readDetectorLaw(Profile(path()), faults) == table);
@@ -254,7 +254,7 @@ void TestDetectorSettings::theSettingsLoaderReadsIt()
     QCOMPARE(configuration.detectorLaw.kind, DetectorLaw::Kind::Log);
     QVERIFY(good.faults().isEmpty());
 
-    // The defaults that a start writes have nothing of a law.
+    // The defaults written at start-up contain no law.
     write(kPlain);
     SettingsLoader plain(configuration, window);
     QCOMPARE(plain.load(), LoadOutcome::Loaded);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Laws of detectors from levels that are known.
+// Tests computing detector laws from measurements at known levels.
 #include "core/level_calibration.h"
 
 #include "tests/support/detector_laws.h"
@@ -26,7 +26,7 @@ DetectorLaw calibrated(DetectorVolts volts, double lowest, double highest, doubl
     return tableLawOf(points).value();
 }
 
-// Of the law, in dB, from one end of its points to the other.
+// Returns the largest error of the law in dB between two levels.
 double worstError(const DetectorLaw &law, DetectorVolts volts, double lowest, double highest)
 {
     double worst = 0.0;
@@ -66,7 +66,7 @@ void TestLevelCalibration::twoPointsMakeALine()
 
 void TestLevelCalibration::manyPointsMakeTheBestLine()
 {
-    // By hand: the mean is (-20 dBm, 1.6 V), the squares are 2000 dB², the products 50 V dB.
+    // Computed by hand: the mean is (-20 dBm, 1.6 V), the sum of squares 2000 dB², the sum of products 50 V dB.
     const std::vector<CalibrationPoint> points{
         {-50.0, 0.85, 0.0}, {-30.0, 1.34, 0.0}, {-20.0, 1.62, 0.0}, {-10.0, 1.84, 0.0}, {10.0, 2.35, 0.0}};
     const std::optional<DetectorLaw> law = logLawOf(points);

@@ -16,7 +16,7 @@ using calvorn::test::inLocale;
 
 namespace {
 
-// The kind of error that a conversion ends with, or -1.
+// Returns the kind of error that a conversion throws, or -1.
 template <typename Convert>
 int errorOf(Convert convert)
 {
@@ -155,7 +155,7 @@ void TestNumberText::readsWhatItWrote()
     }
 }
 
-// Numbers of all lengths, those of a display mask and longer ones, beside the C library.
+// Compares numbers of all lengths, including those longer than any display mask, with the C library.
 void TestNumberText::decimalsAreReadToTheLastBit()
 {
     const NumberText numbers(QLocale::c());
@@ -234,7 +234,7 @@ void TestNumberText::normalisesTheDecimalSeparator()
     const NumberText comma(QLocale(QLocale::Italian, QLocale::Italy));
     QCOMPARE(point.normaliseDecimal(QStringLiteral("0,0048")), QStringLiteral("0.0048"));
     QCOMPARE(comma.normaliseDecimal(QStringLiteral("0.0048")), QStringLiteral("0,0048"));
-    // Thousands separators are not protected.
+    // Thousands separators are replaced, too.
     QCOMPARE(point.normaliseDecimal(QStringLiteral("1,234.5")), QStringLiteral("1.234.5"));
 }
 

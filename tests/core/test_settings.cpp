@@ -108,7 +108,7 @@ void TestSettings::aMissingOrEmptyFileGivesTheDefaultsAndIsFilled()
     QCOMPARE(m_configuration.maxScaleVolt, 1.5F);
     QCOMPARE(m_configuration.maxScaleDb, -40);
     QCOMPARE(m_configuration.measuringMode, std::int16_t{1});
-    // Every key, in the order of the reads within its section.
+    // Every key is written, within its section in the order of reading.
     QCOMPARE(content(),
              QByteArray("[Config]\r\nInterface=2\r\nDDS Device=AD9850\r\nDDS Multiplier=1\r\n"
                         "DDS Xtal freq=80000000\r\nDDS Max freq=60000000\r\nDDS Min freq=10\r\nDDS Offset=0\r\n"
@@ -168,7 +168,7 @@ void TestSettings::everyKeyIsReadIntoItsField()
     QCOMPARE(m_window.marker3, QStringLiteral("-3.5"));
     QCOMPARE(m_window.marker4, QStringLiteral("-4.5"));
     QVERIFY(m_faults.isEmpty());
-    // A key that is there is never rewritten by reading.
+    // Reading never rewrites an existing key.
     QCOMPARE(content(), file);
 }
 
@@ -237,7 +237,7 @@ void TestSettings::realsOfEitherSeparator()
         QCOMPARE(m_configuration.adcStep, 0.0048F);
         QCOMPARE(m_configuration.ddsOffset, 0.0048);
         QCOMPARE(m_window.marker3, test::inLocale(locale, QStringLiteral("0.0048")));
-        // The default of a real is written with a point and read by every locale.
+        // The default of a real number is written with a point, which every locale reads.
         QCOMPARE(m_configuration.maxScaleVolt, 1.5F);
     }
 }
@@ -328,7 +328,7 @@ void TestSettings::theWholeFileAfterAShutdown_data()
     QTest::newRow("fr_FR") << QLocale(QStringLiteral("fr_FR")) << QByteArray(",");
 }
 
-// Every field has another value than in the file, and only some of them are saved.
+// Every field differs from the file, and only some fields are saved.
 void TestSettings::theWholeFileAfterAShutdown()
 {
     QFETCH(QLocale, locale);
@@ -412,7 +412,7 @@ void TestSettings::whatCannotBeReadStaysUntilItIsChanged()
     QCOMPARE(content(), QByteArray(before).replace("Stop=b", "Stop=3").replace("Marker 3=l", "Marker 3=4"));
 }
 
-// In the order in which they are read.
+// The faults are listed in the order of reading.
 void TestSettings::everyTextThatCannotBeReadIsNamed()
 {
     load("[Config]\nInterface=?\nDDS Device=AD9850\nDDS Multiplier=?\nDDS Xtal freq=?\nDDS Max freq=?\n"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The keys that the programs know, the page that explains them, and the file that comes with the program agree.
+// Tests that the programs' keys, the page that documents them and the delivered settings file agree.
 #include "core/detector_settings.h"
 #include "core/settings_table.h"
 #include "protocol/aux_settings.h"
@@ -49,7 +49,7 @@ QStringList tableSections()
     return sections;
 }
 
-// "key=default" of the keys of a section, in the order of the table.
+// Returns "key=default" for each key of a section, in the order of the table.
 QStringList keysOfTable(const QString &section)
 {
     QStringList keys;
@@ -163,7 +163,7 @@ void TestSettingsTable::thePageHasTheLawsOfTheDetector()
     QStringList known = test::keysOf({kDetectorSlope, kDetectorIntercept});
     known.append(QStringLiteral("Point 1="));
     QCOMPARE(test::keysOfPage(QString::fromLatin1(kDetectorSection)), known);
-    // The file that comes with the program says nothing of them.
+    // The delivered file contains no law.
     QStringList faults;
     QCOMPARE(readDetectorLaw(Profile(QStringLiteral(CALVORN_SOURCE_DIR "/packaging/Calvorn.ini")), faults),
              DetectorLaw());
@@ -188,7 +188,7 @@ void TestSettingsTable::thePageHasTheSimulatedBoards()
         QCOMPARE(QString::fromLatin1(key.section), QStringLiteral("Simulator"));
 }
 
-// Each key of the page is one that the reader takes, and with its default it changes nothing.
+// The parser accepts each key of the page, and the defaults on the page give the standard wiring.
 void TestSettingsTable::thePageHasTheWiring()
 {
     const QVector<test::SettingsRow> rows = test::rowsOfPage(QStringLiteral("LPT Wiring"));
@@ -207,13 +207,13 @@ void TestSettingsTable::thePageHasTheWiring()
                      line.inverted == standard.inverted,
                  qPrintable(rows[static_cast<qsizetype>(i) + 1].key));
     }
-    // Each row is for the line that it names.
+    // The parser checks the value of each key.
     for (const test::SettingsRow &row : rows)
         QVERIFY_THROWS_EXCEPTION(PortError,
                                  parseBoardWiring({{QStringLiteral("LPT Wiring"), row.key, QStringLiteral("D9")}}));
 }
 
-// So that a start has nothing to add.
+// The delivered file is complete, so that a start adds nothing.
 void TestSettingsTable::thePreparedFileHasEveryKeyInItsPlace()
 {
     for (const QString &section : tableSections())
@@ -226,7 +226,7 @@ void TestSettingsTable::thePreparedInterfacesHaveTheKeysOfTheHardware()
     QCOMPARE(hardware.takeFirst(), QStringLiteral("Interface"));
     for (int interfaceType = 1; interfaceType <= 3; ++interfaceType)
         QCOMPARE(namesOf(preparedEntries(QStringLiteral("Interface%1").arg(interfaceType))), hardware);
-    // The set-up reads each of them.
+    // The configuration dialog reads each of these keys.
     QStringList setUp;
     for (const SettingRow *row : settingsInOrder(&SettingPlaces::hardware))
         setUp.append(QString::fromLatin1(row->key.name));
@@ -246,7 +246,7 @@ void TestSettingsTable::thePreparedOutputsAndBoardsAreKnown()
         for (const QString &key : prepared)
             QVERIFY2(known.contains(key), qPrintable(key));
     }
-    // Nor does it hold a section that nobody knows.
+    // The delivered file contains no unknown section.
     static const QRegularExpression header(QStringLiteral(R"(^\[(.+)\]$)"), QRegularExpression::MultilineOption);
     int sections = 0;
     for (auto match = header.globalMatch(test::sourceText(QStringLiteral("packaging/Calvorn.ini")).remove(u'\r'));
@@ -288,11 +288,11 @@ void TestSettingsTable::everySectionThatIsMentionedExists_data()
         }
 }
 
-// "[Section] Key" of a table, "[Section] "Key"" of a sentence, or a section alone.
+// Finds "[Section] Key" in tables, "[Section] "Key"" in sentences, and sections without a key.
 void TestSettingsTable::everySectionThatIsMentionedExists()
 {
     QFETCH(QString, path);
-    // A link in Markdown has brackets, too.
+    // Excludes Markdown links, which also have brackets.
     static const QRegularExpression mention(QStringLiteral(
         R"(\[([A-Z][A-Za-z0-9]+(?: [A-Z][a-z]+)?)\](?!\()(?: \x22([^\x22]+)\x22| ([A-Z][A-Za-z]+)</td>)?)"));
     const QString text = test::sourceText(path);

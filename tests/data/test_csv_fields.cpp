@@ -13,7 +13,7 @@ class TestCsvFields : public QObject
     Q_OBJECT
 
 private:
-    // All fields up to the end of the text.
+    // Returns all fields up to the end of the text.
     static QStringList fieldsOf(QByteArray text)
     {
         QBuffer device(&text);

@@ -48,7 +48,7 @@ private slots:
         QCOMPARE(lines.add({2000.0, 1.0, {}}), std::size_t{0});
         QCOMPARE(lines.add({1000.0, 2.0, {}}), std::size_t{0});
         QCOMPARE(lines.add({1500.0, 3.0, {}}), std::size_t{1});
-        QCOMPARE(lines.add({1500.0, 4.0, {}}), std::size_t{2}); // behind its equal
+        QCOMPARE(lines.add({1500.0, 4.0, {}}), std::size_t{2}); // after the equal frequency
         QCOMPARE(lines.points()[1].upper, std::optional(3.0));
         QCOMPARE(lines.replace(1, {1500.0, 5.0, {}}), std::size_t{1});
         QCOMPARE(lines.points()[1].upper, std::optional(5.0));
@@ -103,7 +103,7 @@ private slots:
             QCOMPARE(lines.add({double(i), 0.0, {}}), static_cast<std::size_t>(i));
         QCOMPARE(lines.add({5.0, 0.0, {}}), LimitLines::kMostPoints);
         QCOMPARE(lines.points().size(), LimitLines::kMostPoints);
-        // Another place for one of them is no further point.
+        // Moving a point is allowed: it does not add one.
         QCOMPARE(lines.replace(0, {5000.0, 0.0, {}}), std::size_t{999});
         QCOMPARE(read(limitLinesAsCsv(lines)), lines);
     }

@@ -40,7 +40,7 @@ private slots:
         QCOMPARE(lines[401], QByteArray());
     }
 
-    // What a window under a locale with a decimal point has exported comes back to the letter.
+    // In a locale with a decimal point, importing an exported file restores every cell exactly.
     void aThousandTablesComeBack_data()
     {
         QTest::addColumn<QLocale>("locale");
@@ -63,7 +63,7 @@ private slots:
             for (int row = 1; row <= 400; ++row) {
                 const int count = random.bounded(1024);
                 table.setText(row, SweepTable::SampleColumn, QString::number(count));
-                // Millivolts on either side of zero, and tenths of dB down to -100.
+                // Positive and negative millivolts, or tenths of dB down to -100.
                 const double amplitude =
                     i % 2 == 0 ? random.bounded(-500, 30000) / 1000.0 : random.bounded(-1000, 200) / 10.0;
                 table.setText(row, SweepTable::AmplitudeColumn, numbers.amplitude(true, amplitude));
@@ -72,7 +72,7 @@ private slots:
             QBuffer device(&csv);
             QVERIFY(device.open(QIODevice::ReadOnly));
             readSweepCsv(device, again);
-            QVERIFY(!again.axis()); // no vector belongs to these rows
+            QVERIFY(!again.axis()); // imported rows have no plan
             for (int row = 1; row <= 400; ++row)
                 for (int column = 0; column < 3; ++column)
                     QCOMPARE(again.text(row, column), table.text(row, column));

@@ -66,7 +66,7 @@ private slots:
         QCOMPARE(sweep.amplitudes[9], 0.0);
         QCOMPARE(sweep.counts[399], 1023.0);
         QCOMPARE(table.frequency(400), 10975000);
-        // Each reader that cannot do without is told, and why.
+        // number() reports why a cell has no number.
         const auto kindOf = [&table](int row) {
             try {
                 table.number(row, SweepTable::AmplitudeColumn);
@@ -77,9 +77,9 @@ private slots:
         };
         QCOMPARE(kindOf(8), RuntimeError::Kind::TypeMismatch);
         QCOMPARE(kindOf(9), RuntimeError::Kind::Overflow);
-        QCOMPARE(kindOf(10), RuntimeError::Kind::Closing); // none
+        QCOMPARE(kindOf(10), RuntimeError::Kind::Closing); // no error
         QCOMPARE(kindOf(401), RuntimeError::Kind::SubscriptOutOfRange);
-        // What is written later is read again; what is not stays.
+        // A cell written later is read again; other numbers stay.
         table.setText(8, SweepTable::AmplitudeColumn, inLocale(locale, QStringLiteral("0.25")));
         QCOMPARE(table.number(8, SweepTable::AmplitudeColumn), 0.25);
         QCOMPARE(table.number(7, SweepTable::AmplitudeColumn), -12.5);
@@ -99,7 +99,7 @@ private slots:
         QCOMPARE(changed.count(), 1);
         QVERIFY(!table.hasSweep());
         table.setText(1, SweepTable::SampleColumn, QStringLiteral("100"));
-        table.cellsWritten(); // half a sweep is none
+        table.cellsWritten(); // single cells do not make a sweep
         QCOMPARE(changed.count(), 1);
         QVERIFY(!table.hasSweep());
         table.sweepWritten(SweepOrigin::Measured, DetectorCalibration{0.002F, 0.5F});
@@ -110,7 +110,7 @@ private slots:
         QCOMPARE(changed.count(), 3);
         QCOMPARE(table.sweep().origin, SweepOrigin::Measured);
         QVERIFY(std::abs(table.sweep().volts(1) - 0.45) < 1e-6);
-        // Rows from elsewhere: their amplitudes need not be those of the counts.
+        // Rows from a file: their amplitudes need not match the counts.
         table.forgetAxis();
         QVERIFY(!table.sweep().detector);
         table.sweepWritten(SweepOrigin::Imported, std::nullopt);
@@ -151,7 +151,7 @@ private slots:
         table.inizializzaGrid();
         QCOMPARE(table.axis()->start, 1000000);
         QCOMPARE(table.axis()->step, 2500);
-        // A changed range counts when the rows show it.
+        // A changed range affects the axis only when the rows are rebuilt.
         configuration.startFreq = 2000000;
         QCOMPARE(table.axis()->start, 1000000);
         table.forgetAxis();
@@ -235,7 +235,7 @@ private slots:
         table.setText(400, 2, QStringLiteral("104"));
         QSignalSpy changed(&table, &SweepTable::dataChanged);
         AmplitudeWriter(configuration, table).convertAllRows();
-        QCOMPARE(changed.count(), 0); // the caller tells
+        QCOMPARE(changed.count(), 0); // the caller announces the change
         table.amplitudesRewritten(detectorOf(configuration));
         QCOMPARE(changed.count(), 1);
         QCOMPARE(table.text(1, 1), inLocale(locale, QStringLiteral("4.800")));

@@ -8,7 +8,8 @@ import page
 
 MHZ7 = 7_000_000
 COMMANDS = "?ABDPSG*"
-# Numbers above the clock. Some exceed 32 bits, and some of these are below the clock when truncated to 32 bits.
+# Large numbers, of which the tests use those above the clock. Some exceed 32 bits and would be below the clock if
+# truncated.
 HUGE = (1 << 32, (1 << 32) + MHZ7, (1 << 33) + 1, (1 << 36) + MHZ7, 4_294_967_295, 99_999_999_999, 68_719_476_736,
         (1 << 31) + MHZ7, (1 << 31), 99_999_999, 10_000_000_000)
 

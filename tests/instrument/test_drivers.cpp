@@ -158,16 +158,16 @@ private slots:
             return QTest::qWaitFor([&bench] { return bench.completed.count() == 1; }) ? bench.vectors.size() : -1;
         };
         QCOMPARE(arrived(), 2);
-        // The rows show another step than the sweep has.
+        // The sweep uses a step that the rows do not show yet.
         bench.configuration.stepFreq = 100;
         QCOMPARE(arrived(), 0);
         bench.table.inizializzaGrid();
         QCOMPARE(arrived(), 2);
-        // They hold a sweep from a file.
+        // The rows hold a sweep from a file.
         bench.table.forgetAxis();
         QCOMPARE(arrived(), 0);
         bench.table.inizializzaGrid();
-        // The program converts with another mode meanwhile.
+        // The mode changes while the vectors are in transit.
         bench.driver.startSweep();
         bench.vectors.clear();
         bench.completed.clear();
@@ -323,10 +323,10 @@ private slots:
         pic.control.setRules({QStringLiteral("fail StopSweep")});
         pic.driver.shutDown();
         QCOMPARE(pic.desktop.boxes.size(), 0);
-        // One failing step does not cost the others.
+        // A failing step does not prevent the others.
         QCOMPARE(pic.control.takeCalls(),
                  list({"aPIC.StopSweep(2)", "aPIC.SendFrequency(A, 1000000)", "aPIC.ClosePort()"}));
-        // Nor is a server started that has gone meanwhile.
+        // A server that has ended is not started again.
         pic.server.kill(1'000);
         pic.driver.shutDown();
         QVERIFY(pic.control.takeCalls().isEmpty());
@@ -354,7 +354,7 @@ private slots:
         bench.driver.sweepCompleted();
         bench.driver.stopSweep(2);
         QVERIFY(bench.control.takeCalls().isEmpty());
-        // The next start configures a fresh server as at start-up.
+        // The next sweep starts a new server and configures it as at start-up.
         bench.driver.startSweep();
         const QStringList calls = bench.control.takeCalls();
         QCOMPARE(calls.size(), 12);
@@ -367,7 +367,7 @@ private slots:
     {
         Bench<LptDriver> bench;
         bench.driver.startUp();
-        // The end is noticed inside kill(); whatever it led to has been posted.
+        // kill() notices the end; processEvents() delivers any events that it caused.
         bench.server.kill(1'000);
         QCoreApplication::processEvents();
         QCOMPARE(bench.errors.count(), 0);

@@ -16,7 +16,7 @@ struct Bench
 {
     test::FakeServerControl control;
     Configuration configuration;
-    test::FakeDesktop desktop; // for its clock: nothing could show a box
+    test::FakeDesktop desktop; // provides the clock; Instrument shows no message boxes
     Log log{configuration};
     Instrument instrument{configuration, log, desktop, test::FakeServerControl::program(), QString()};
 

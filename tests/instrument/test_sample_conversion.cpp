@@ -54,7 +54,7 @@ private slots:
         QCOMPARE(table.text(400, 1), inLocale(locale, QStringLiteral("11.7"))); // 20 lg 3.830 = 11.66
     }
 
-    // Whatever changes between two sweeps: the cells are those of a conversion that has not seen any.
+    // Whatever changes between two sweeps, the cells equal those of a new conversion.
     void nothingIsKeptBeyondItsTime_data() { test::addLocaleRows(); }
     void nothingIsKeptBeyondItsTime()
     {
@@ -64,7 +64,7 @@ private slots:
         SampleConversion conversion(m_configuration, table);
         QVector<int> counts;
         for (int i = 0; i < kSweepPoints; ++i)
-            counts.append(i < 10 ? i - 5 : i * 3); // with some that no converter gives
+            counts.append(i < 10 ? i - 5 : i * 3); // includes counts that no converter returns
         const auto isAsIfNew = [&] {
             conversion.datiDDS(counts);
             const double reference = m_configuration.dbReference;
@@ -89,7 +89,7 @@ private slots:
             QVERIFY(isAsIfNew());
             QLocale::setDefault(QLocale() == locale ? QLocale::c() : locale);
             QVERIFY(isAsIfNew());
-            // The cells of the table are not those that are kept.
+            // Changed cells of the table do not affect cached conversions.
             table.setText(7, SweepTable::AmplitudeColumn, QStringLiteral("spoilt"));
             AmplitudeWriter(m_configuration, table).convertAllRows();
             QVERIFY(isAsIfNew());

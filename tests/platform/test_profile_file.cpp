@@ -124,7 +124,7 @@ void TestProfileFile::missingThingsReadAsEmpty()
     write("[Config]\r\nInterface=2\r\n");
     QCOMPARE(value("Config", "DDS Device"), QString());
     QCOMPARE(value("Nowhere", "Interface"), QString());
-    // A folder in the place of the file.
+    // There is a folder with the name of the file.
     QFile::remove(path());
     QVERIFY(QDir().mkdir(path()));
     QCOMPARE(value("Config", "Interface"), QString());
@@ -249,7 +249,7 @@ void TestProfileFile::writesSeveralAtOnce()
     QCOMPARE(content(), QByteArray("[a]\r\nb=1\r\ne=3\r\n[c]\r\nd=2\r\n"));
 }
 
-// A link to a file is followed; a device or a folder stays.
+// A link to a file is followed; a device or a folder is not replaced.
 void TestProfileFile::whatIsNoFileIsNotReplaced()
 {
     const QString device = test::nullDevice(m_folder.path());
@@ -282,7 +282,7 @@ void TestProfileFile::aPipeIsNotWaitedFor()
     QVERIFY(!put("a", "b", QStringLiteral("1")));
 }
 
-// 3 GB, of which nothing is on the disk.
+// A sparse file of 3 GB.
 void TestProfileFile::aHugeFileIsNotRead()
 {
     write("[a]\r\nb=1\r\n");

@@ -56,14 +56,14 @@ private slots:
         {
             const ProgramLock lock(folder.path());
             QCOMPARE(filesIn(folder), QStringList(kFile));
-            // One that is refused leaves the file alone.
+            // A refused lock leaves the file alone.
             QVERIFY(!ProgramLock(folder.path()).isOurs());
             QCOMPARE(filesIn(folder), QStringList(kFile));
         }
         QCOMPARE(filesIn(folder), QStringList());
     }
 
-    // As by an instance that was killed.
+    // A killed instance leaves such a file.
     void aFileThatNobodyHoldsIsTaken()
     {
         const QTemporaryDir folder;
@@ -81,7 +81,8 @@ private slots:
         QVERIFY(ProgramLock(folder.path() + QStringLiteral("/missing")).isOurs());
     }
 
-    // By a lock on the folder, which everybody can open, or on the file.
+    // Another user may lock the folder, which everybody can open, but that has no effect. The lock file cannot be
+    // opened.
     void anotherUserCannotKeepTheOwnerOut()
     {
         if (!test::isRoot())
@@ -96,7 +97,7 @@ private slots:
             QVERIFY(!test::ForeignLock(folder.filePath(kFile), mode, LOCK_SH).holds());
     }
 
-    // In a folder that both can write: what another user holds is refused, and what a killed one left is removed.
+    // In a folder that both users can write, a lock of another user is respected, and a leftover file is removed.
     void aFileOfAnotherUser()
     {
         if (!test::isRoot())
@@ -120,7 +121,7 @@ private slots:
         QCOMPARE(filesIn(folder), QStringList());
     }
 
-    // The second one is told who the first one is.
+    // The second instance gets the process and the user that hold the lock.
     void anotherUserIsNamed()
     {
         if (!test::isRoot())

@@ -17,7 +17,7 @@ using namespace calvorn;
 
 namespace {
 
-// Answers the next dialog of this kind as soon as it is shown.
+// Answers the next dialog of this type as soon as it opens.
 template <typename Dialog>
 void answer(const std::function<void(Dialog &)> &how)
 {
@@ -55,7 +55,7 @@ private:
 private slots:
     void initTestCase()
     {
-        // The dialogs of another desktop are not ours to answer.
+        // The test cannot answer native dialogs.
         QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     }
 

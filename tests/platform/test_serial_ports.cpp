@@ -7,7 +7,7 @@
 
 using namespace calvorn;
 
-// Which device file stands behind a COM number.
+// Tests the mapping from COM numbers to device files.
 class TestSerialPorts : public QObject
 {
     Q_OBJECT

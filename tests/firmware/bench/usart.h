@@ -13,8 +13,8 @@
 
 namespace bench {
 
-// Replaces gpsim's USART, which has these faults: it never sets FERR, returns the second of two waiting bytes first,
-// receives after an overrun, sends nothing after some resets, and has no interrupts.
+// Replaces gpsim's USART, which has these faults: it does not store FERR with its byte, returns the second of two
+// waiting bytes first, receives after an overrun, sends nothing after some resets, and has no interrupts.
 class Usart : public TriggerObject
 {
 public:
