@@ -158,8 +158,8 @@ void TestResults::tenBitsMoveAnEdgeByACount()
         sweep.counts[i] = std::round(trace.volts[i] / count);
     }
     const Results results = filterResults(responseIn(traceOf(sweep, kScaleDb1V), 1.0));
-    // Errors of half a count at the peak and half a count at the level move each edge by as far as the curve needs to
-    // fall by that amount. The bound adds a quarter because the curve is not straight there.
+    // An error of half a count each at the peak and at the level moves an edge to where the curve has fallen by that
+    // much. The bound adds a quarter because the curve is not straight there.
     const auto bound = [&](double level) {
         const double ratio = std::pow(10.0, -level / 20.0);
         const double off = 1.25 * (0.5 * ratio + 0.5) * count;

@@ -66,7 +66,7 @@ private slots:
     void holdsKeepTheHighestAndTheLowest()
     {
         TraceSet set;
-        set.takeSweep(trace({9.0, -9.0, 0.0})); // before they are on
+        set.takeSweep(trace({9.0, -9.0, 0.0})); // ignored: the holds are still off
         set.switchOn(Source::MaxHold, true);
         set.switchOn(Source::MinHold, true);
         QVERIFY(set.shown(Source::MaxHold).isEmpty());

@@ -224,7 +224,7 @@ private:
     Nanos restUntil_ = 0, lineFree_ = 0, byteTime_ = kByteTime; // byteTime_: duration of the next byte
 };
 
-// The board with its pseudo-terminal, controlled by Control.
+// The board with its pseudo-terminal.
 class Device
 {
 public:
@@ -401,7 +401,8 @@ private:
         return true;
     }
 
-    // Takes bytes in hexadecimal. No bytes switch off the stray bytes at opening or the changed answer to a query.
+    // Takes bytes in hexadecimal. An empty list ends the stray bytes at opening or restores the usual answer to a
+    // query.
     bool bytes(const Words &words)
     {
         std::string given;

@@ -76,7 +76,7 @@ struct Memory
 {
     std::optional<std::int64_t> generator;
     Plan wanted;
-    std::optional<Plan> plan;   // of the last accepted P
+    std::optional<Plan> plan;   // the plan of the last accepted P
     std::optional<Plan> former; // the previous, different plan
     bool prepared = false, sweeping = false;
     std::int64_t settling = kSettling;
@@ -158,7 +158,7 @@ private:
         const std::string digits = line.substr(negative ? 2 : 1);
         if (digits.find_first_not_of("0123456789") != std::string::npos)
             return std::nullopt;
-        const auto value = parseInt(digits, 0, INT64_MAX); // a number that fits into a line is always below
+        const auto value = parseInt(digits, 0, INT64_MAX); // a line is too short for a larger number
         return value && negative ? -*value : value;
     }
 

@@ -28,7 +28,7 @@
 namespace boards {
 
 constexpr std::chrono::nanoseconds ByteTime{86'806}; // ten bits at 115,200 baud
-constexpr std::chrono::milliseconds HostPause{300};  // after such a pause the host has reopened the port
+constexpr std::chrono::milliseconds HostPause{300};  // a longer pause counts as reopening the port
 
 // Returns a 10-bit hash of a frequency or a tuning word.
 inline std::uint32_t countOf(std::uint64_t number)

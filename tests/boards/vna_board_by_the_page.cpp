@@ -34,7 +34,7 @@ namespace {
 using namespace boards;
 using namespace boards::vna;
 
-// The control on standard input
+// Commands on standard input
 
 std::optional<Bytes> fromHex(const std::string &text)
 {

@@ -98,7 +98,7 @@ struct Memory
     std::deque<std::uint8_t> first; // sent before the rest of the reply
     Bytes reply;
     std::size_t replySent = 0;
-    std::size_t gapAt = 0; // 0: no more gap
+    std::size_t gapAt = 0; // 0: no gap to come
     bool replying = false;
     Bytes wire; // bytes being written to the terminal, faults included
     std::size_t wireSent = 0;

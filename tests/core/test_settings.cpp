@@ -108,7 +108,7 @@ void TestSettings::aMissingOrEmptyFileGivesTheDefaultsAndIsFilled()
     QCOMPARE(m_configuration.maxScaleVolt, 1.5F);
     QCOMPARE(m_configuration.maxScaleDb, -40);
     QCOMPARE(m_configuration.measuringMode, std::int16_t{1});
-    // Every key is written, within its section in the order of reading.
+    // Every key is written, in the order of reading within each section.
     QCOMPARE(content(),
              QByteArray("[Config]\r\nInterface=2\r\nDDS Device=AD9850\r\nDDS Multiplier=1\r\n"
                         "DDS Xtal freq=80000000\r\nDDS Max freq=60000000\r\nDDS Min freq=10\r\nDDS Offset=0\r\n"

@@ -30,7 +30,7 @@ struct SavedRow
     double millivolts;
 };
 
-// Rows 1 to 400 at the indexes 1 to 400; index 0 is the heading.
+// Returns rows 1 to 400 at the same indexes; index 0 is the heading.
 QList<SavedRow> rowsOf(const QByteArray &csv);
 const SavedRow &highestOf(const QList<SavedRow> &rows);
 QByteArray contentOf(const QString &path);

@@ -58,7 +58,7 @@ public:
 
     // Waits for a window whose title matches. Returns its id, or an empty string.
     QString waitForWindow(const QString &titlePattern, int milliseconds = 5000) const;
-    // Returns false if such a window remains.
+    // Waits until no window has such a title. Returns false on a timeout.
     bool waitUntilGone(const QString &titlePattern) const;
     // Lists the titles of all windows, for failure messages.
     QString windowsShown() const;

@@ -215,7 +215,7 @@ bool apply(const Scene &scene)
     return true;
 }
 
-// Ends the server only; the program survives.
+// Ends only the server. The program keeps running.
 bool endTheServer(Scene &scene)
 {
     scene.server = scene.program.serverPid();
@@ -285,7 +285,7 @@ void TestEnds::addRows() const
     row("SIGKILL", signalled(SIGKILL));
     row("the display is gone", loseTheDisplay);
     row("the server is ended", endTheServer, false);
-    // These two ways exist only while idle, or only during a sweep.
+    // "Apply" needs an idle generator; the box appears only during a sweep.
     QTest::newRow("Apply, idle") << End(apply) << false << true;
     QTest::newRow("cancelled box, sweeping") << End(cancelTheBox) << true << true;
 }

@@ -387,7 +387,7 @@ void TestSoak::manySweeps()
     }
     QElapsedTimer clock;
     clock.start();
-    // Memory counts from here on: the caches of fonts and pictures fill first.
+    // Measures memory only after the caches of fonts and pictures have filled.
     Soak::Memory warm;
     Soak::Memory middle;
     while (soak.vectors < wanted) {

@@ -35,7 +35,7 @@ class Chip(chip.Chip):
         self.run(POWER_UP)
 
     def heard(self, first):
-        """Returns the bytes from the index `first` on."""
+        """Returns the bytes since the index `first`."""
         return bytes(byte.value for byte in self.bytes(first))
 
     def answer(self, first, seconds=ANSWER):
@@ -95,7 +95,7 @@ class Chip(chip.Chip):
         return [data[at:at + page.FRAME] for at in range(3, len(data), page.FRAME)]
 
     def answer_of_abort(self, first):
-        """Waits until the bytes from the index `first` on end with the answer to !."""
+        """Waits until the bytes since the index `first` end with the answer to !."""
         end = self.time() + self.cycles(ANSWER)
         while True:
             count = self.counts().bytes

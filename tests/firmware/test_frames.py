@@ -54,7 +54,7 @@ class Frames(case.FirmwareCase):
                 self.assertAlmostEqual(sample, 1023 * index / 399, delta=1.1)
 
     def test_every_count(self):
-        """Checks that counts with every kind of bit pattern survive the packing of samples."""
+        """Checks that counts with different bit patterns survive the packing of samples."""
         self.prepare(0, 0)
         for count in (0, 1, 2, 0x155, 0x2AA, 511, 512, 513, 1022, 1023):
             self.c.ask(f"device constant {count}")

@@ -154,7 +154,7 @@ class Damage(case.FirmwareCase):
         self.unchanged()
 
     def test_a_host_that_does_not_wait(self):
-        """Sends lines without pauses to a busy board, which may lose some, but must not accept a line never sent."""
+        """Sends lines without pauses to a busy board, which may lose some but must not execute others."""
         chance = random.Random(11)
         for _ in range(40):
             lines = [chance.choice(("P", "B8980000", "D100", "?", f"A{chance.randrange(1_000_000, 9_999_999)}", "S50",

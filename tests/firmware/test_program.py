@@ -63,7 +63,7 @@ class Sweeps(host.HostCase):
 
 
 class Faults(host.HostCase):
-    """The port or the board fails and returns; see docs/hardware/errors.md."""
+    """The port or the board fails and recovers; see docs/hardware/errors.md."""
 
     def start(self):
         self.begin()

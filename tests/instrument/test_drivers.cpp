@@ -116,7 +116,7 @@ private slots:
         QCOMPARE(bench.control.takeCalls(),
                  list({"aLPT.SetSpeed(1)", "aLPT.PrepareSweep(1000000, 22500)", "aLPT.RunSweep()"}));
         QCOMPARE(bench.log.takeEarlyLines(), list({"L> Start sweep"}));
-        // No event arrives inside a call.
+        // No event arrives during a call.
         QCOMPARE(bench.vectors.size(), 0);
         QTRY_COMPARE(bench.completed.count(), 1);
         QCOMPARE(bench.vectors.size(), 2);
@@ -385,7 +385,7 @@ private slots:
         QVERIFY(throwsDriverCall([&] { bench.driver.stopSweep(2); }, RuntimeError::Kind::NoAnswer));
         QVERIFY(!bench.server.isConnected());
         QTRY_COMPARE(bench.completed.count(), 1);
-        // The failed call has told the user already.
+        // The failed call has already informed the user.
         QCOMPARE(bench.errors.count(), 0);
     }
 
@@ -396,7 +396,7 @@ private slots:
         bench.control.setRules({QStringLiteral("die RunSweep")});
         QVERIFY(throwsDriverCall([&] { bench.driver.startSweep(); }));
         QTRY_VERIFY(!bench.server.isConnected());
-        // The failed call has told the user already.
+        // The failed call has already informed the user.
         QCOMPARE(bench.errors.count(), 0);
         bench.control.setRules({});
         QVERIFY(bench.driver.startSweep());

@@ -43,7 +43,7 @@ private slots:
         const ProgramLock second(folder.path());
         QVERIFY(!second.isOurs());
         QCOMPARE(second.holder(), QString());
-        // The same folder by another name is the same folder.
+        // Another path to the same folder finds the same lock.
         QVERIFY(!ProgramLock(folder.path() + QStringLiteral("/../") + QDir(folder.path()).dirName()).isOurs());
         QVERIFY(ProgramLock(other.path()).isOurs());
         first.reset();
@@ -81,8 +81,7 @@ private slots:
         QVERIFY(ProgramLock(folder.path() + QStringLiteral("/missing")).isOurs());
     }
 
-    // Another user may lock the folder, which everybody can open, but that has no effect. The lock file cannot be
-    // opened.
+    // Another user can open and lock the folder, which has no effect, but cannot open the lock file.
     void anotherUserCannotKeepTheOwnerOut()
     {
         if (!test::isRoot())

@@ -52,7 +52,7 @@ private slots:
 void DeviceUnderTestTest::bandpassIs600KilohertzWide()
 {
     QVERIFY(near(decibels(DeviceKind::Bandpass, 7.1e6), -1.5, 0.01));
-    // The corners lie geometrically around the centre.
+    // The centre is the geometric mean of the corners.
     const double half = 300e3;
     const double root = std::sqrt(7.1e6 * 7.1e6 + half * half);
     QVERIFY(near(decibels(DeviceKind::Bandpass, root - half), -4.51, 0.02));
@@ -218,7 +218,7 @@ void DeviceUnderTestTest::aLogarithmicDetector()
 
 void DeviceUnderTestTest::aDiode()
 {
-    // 10 dBm into 50 ohms are 1 V peak. Far above the knee the output follows the amplitude, far below it the square.
+    // 10 dBm into 50 ohms is 1 V peak. The output follows the amplitude far above the knee, and its square far below.
     const DetectorCircuit detector{DetectorKind::Diode, 10.0};
     QVERIFY(near(detector.volts(1.0), 2.4 * (std::sqrt(1.0004) - 0.02), 1e-9));
     QVERIFY(near(detector.volts(1.0) - detector.volts(0.5), 2.4 * 0.4998, 1e-3));

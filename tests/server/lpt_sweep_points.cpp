@@ -113,7 +113,7 @@ void LptSweepPointsTest::resonanceLandsInItsRow()
     const QList<int> samples = bench.vector(0);
     const auto peak = std::max_element(samples.begin(), samples.end());
     QCOMPARE(static_cast<int>(peak - samples.begin()), 137);
-    // 1 V of 2.5 V through 100 of 120 ohms; the generator's roll-off accounts for a few per cent.
+    // The crystal passes 100/120 of 1 V, and the reference is 2.5 V. The generator's roll-off costs a few per cent.
     const double expected = 0.4 * counts * 100.0 / 120.0;
     QVERIFY(*peak > 0.95 * expected && *peak < 1.01 * expected);
     QVERIFY(samples.first() < counts / 20);

@@ -224,7 +224,7 @@ void PicLine::answerThatComesLate()
     QCOMPARE(bench.link->overtaken, 1);
 }
 
-// The board does not answer the command, nor the abort that follows.
+// The board answers neither the command nor the `!` that follows.
 void PicLine::silenceThatComesBack()
 {
     QList<QByteArray> unheard{"A7000000\r", "!"};

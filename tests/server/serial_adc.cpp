@@ -116,7 +116,7 @@ void SerialAdcTest::conversionTakesItsTime()
 {
     QFETCH(int, bits);
     const SerialAdcType &type = typeOf(bits);
-    const auto conversionTime = bits == 8 ? 17us : 21us; // of the data sheets
+    const auto conversionTime = bits == 8 ? 17us : 21us; // from the data sheets
     Bench bench(type);
     bench.input = 100;
     bench.frame();

@@ -223,7 +223,7 @@ void ServerProcessTest::sweepsAndEndsWithTheConnection()
     QVERIFY(vector.at(270) > 320); // 7.09 MHz
     QVERIFY(vector.first() < 10);
     server.lpt->StopSweep(2).waitForFinished();
-    QTRY_COMPARE(errors.count(), 2); // the wrong port and the stop without a sweep: both only a remark
+    QTRY_COMPARE(errors.count(), 2); // remarks on the wrong port and on the stop without a sweep
     for (const QList<QVariant> &error : errors)
         QCOMPARE(error.at(0).value<short>(), short{4});
 

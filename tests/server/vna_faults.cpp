@@ -137,7 +137,7 @@ void VnaFaultsTest::damagedAgainAndAgain_data()
     QTest::newRow("added") << static_cast<int>(Damage::Added);
 }
 
-// Every 997th byte is damaged, so every sweep of 1600 bytes is.
+// Every 997th byte is damaged, so no sweep of 1600 bytes is good.
 void VnaFaultsTest::damagedAgainAndAgain()
 {
     QFETCH(int, damage);

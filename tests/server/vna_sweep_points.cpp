@@ -159,7 +159,7 @@ void VnaSweepPointsTest::modesChooseTheValue()
     }
 }
 
-// A cable gives the same voltage as on the parallel-port board: 1 V of 2.5 V at the lowest frequencies.
+// A cable gives the same voltage as on the parallel-port board: 1 V, with a reference of 2.5 V.
 void VnaSweepPointsTest::parallelBoardsCounts()
 {
     VnaBench bench(vnaSettings(DeviceKind::Through));

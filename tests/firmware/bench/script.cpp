@@ -23,7 +23,7 @@ std::uint64_t now()
     return get_cycles().get();
 }
 
-// Lists the items from the index in `words` on.
+// Lists the items, starting at the index read from `words`.
 template <typename List, typename Show>
 std::string listFrom(std::istringstream &words, const List &list, Show show)
 {

@@ -25,7 +25,7 @@ public:
 
 private:
     int master_ = -1;
-    int slave_ = -1; // keeps the terminal open while the program has not opened it
+    int slave_ = -1; // keeps the terminal alive while no program has it open
     std::string link_;
 };
 
