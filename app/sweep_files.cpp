@@ -61,7 +61,7 @@ void SweepFiles::exportSweep(const QString &path)
 
 void SweepFiles::mnuOpenCSV_Click()
 {
-    // If the desktop shows the menu bar, no click in the window has committed the entry yet.
+    // With a global menu bar, no click in the window has committed the entry yet.
     EntryBox::commitPending();
     const QString path = m_messages.desktop().chooseFileToOpen(tr("Sweep files (*.csv)"), m_lastFile);
     if (path.isEmpty())

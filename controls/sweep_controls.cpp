@@ -201,7 +201,7 @@ bool SweepControls::waitForIdle()
 
 void SweepControls::mnuSingle_Click()
 {
-    // If the desktop shows the menu bar, no click in the window has committed the entry yet.
+    // With a global menu bar, no click in the window has committed the entry yet.
     EntryBox::commitPending();
     if (m_stop->isHidden())
         start(SweepRun::Once);

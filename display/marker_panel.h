@@ -138,7 +138,7 @@ private:
     QPointF m_grabbedAt;                // mouse position at the grab, user units
     double m_grabbedFrom = 0.0;         // position of the marker's line at the grab
     bool m_dragging = false;            // the mouse has moved far enough since
-    bool m_dragCancelled = false;       // Escape was pressed while the button is still down
+    bool m_dragCancelled = false;       // cancelled by Escape; the button is still down
     std::optional<QPointF> m_cursor;    // position of the read-out, user units; empty while the read-out is
 };
 

@@ -86,7 +86,7 @@ void ScaleControl::redrawRange()
 
 void ScaleControl::clicked(std::int16_t scale)
 {
-    // If the desktop shows the menu bar, no click in the window has committed the entry yet.
+    // With a global menu bar, no click in the window has committed the entry yet.
     EntryBox::commitPending();
     choose(scale);
 }
