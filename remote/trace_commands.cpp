@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The numbers of the traces, what is shown of them, and the markers.
+// Trace data, display and markers.
 #include "analysis/shown_curve.h"
 #include "core/detector_law.h"
 #include "core/scale_type.h"

@@ -8,8 +8,7 @@
 
 namespace calvorn::test {
 
-// Returns a device that discards its input. As root, the test gets a device of its own, because root could replace
-// /dev/null.
+// Returns a device that discards its input. Creates a separate device for root, who could replace /dev/null.
 inline QString nullDevice(const QString &folder)
 {
     const QString own = folder + QStringLiteral("/null");

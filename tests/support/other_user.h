@@ -13,7 +13,7 @@
 
 namespace calvorn::test {
 
-// Returns whether this process is root, as tests with several users require; otherwise prints a message.
+// Returns whether this process is root, which tests with several users require; prints a message otherwise.
 inline bool isRoot()
 {
     if (getuid() == 0)

@@ -84,7 +84,7 @@ private:
     QProcess m_process;
 };
 
-// While an object exists, new child processes find a parallel port at 0x378 with a board.
+// While an object exists, new child processes find a parallel port at 0x378 with a board connected.
 class ParallelPageBoard
 {
 public:

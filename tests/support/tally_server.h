@@ -8,7 +8,7 @@
 
 namespace calvorn::test {
 
-// Reports every plan, in order with the vectors.
+// Reports every plan, in sequence with the vectors.
 class TallyAdaptor : public LptAdaptor
 {
     Q_OBJECT

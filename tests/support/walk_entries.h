@@ -144,7 +144,7 @@ protected:
         return {m_before.aspects.value(name)};
     }
 
-    // Returns a hint at the unfinished entry for the aspect, a possible cause of the fault.
+    // Names the unfinished entry for the aspect as a possible cause of the fault.
     QString fromEntry(const QString &aspect) const
     {
         return m_entry && walkAspect(*m_entry) == aspect ? QStringLiteral(" from the entry ") + kindOf(*m_entry)

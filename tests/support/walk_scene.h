@@ -53,7 +53,7 @@ private:
     }
     bool isBeingTyped(const WalkStep &entry) const { return m_hands.isBeingTyped(entry.box()); }
 
-    // Notes a range entry, which is planned after a delay.
+    // Remembers that an entered range will be planned after a delay.
     void noteRangeEntry(const WalkStep &step)
     {
         if (step.kind == WalkKind::Import || step.kind == WalkKind::Reopen || step.kind == WalkKind::Time)

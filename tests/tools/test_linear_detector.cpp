@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Tests that files and picture for a detector without a law equal, byte for byte, those in the folder "linear", made by
-// the last version without detector laws.
+// Tests that files and picture for a detector without a law are byte-for-byte identical to those in the folder
+// "linear", made by the last version without detector laws.
 #include "tests/support/sweep_tool.h"
 
 #include "core/configuration.h"

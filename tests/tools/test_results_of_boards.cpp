@@ -84,7 +84,7 @@ struct Bench
         tool.folder.set("Simulator", "Device", QStringLiteral("curve"));
         tool.folder.set("Simulator", "Curve", tool.inFolder("device.csv"));
     }
-    // The MiniVNA receives its full signal in reflection.
+    // Leaves the MiniVNA's bridge open, which reflects the full signal.
     void connectOpen()
     {
         tool.folder.set("Config", "ADC Channel", QStringLiteral("2"));

@@ -23,7 +23,7 @@ namespace {
 
 constexpr double kTurn = 2.0 * std::numbers::pi;
 
-// A Butterworth band-pass of five resonators with 0 dB loss; the order determines its width at any level.
+// A Butterworth band-pass of five resonators with a peak of 0.9 V; the order determines its width at any level.
 constexpr double kCentre = 7.1e6;
 constexpr double kWidth = 600e3;
 constexpr double kOrder = 5.0;
@@ -210,7 +210,7 @@ void TestSweepToolResults::aFilterIsPrinted()
 void TestSweepToolResults::aNotchIsComputed()
 {
     Tool tool(test::fineSettings());
-    // 0.8 V outside, 40 dB less at the minimum of a single resonance.
+    // 0.8 V outside the notch, 40 dB less at its minimum.
     const auto notch = [](double hertz) {
         const double x = 35.5 * (hertz / 7.1e6 - 7.1e6 / hertz);
         return 0.8 * std::sqrt((1e-4 + x * x) / (1.0 + x * x));

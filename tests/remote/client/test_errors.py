@@ -33,7 +33,7 @@ WRONG = {
     -123: ("FREQ:STAR 1E40000",),
     -178: ("FREQ:STAR (@1)",),
 }
-# Several error numbers are right for these.
+# Several error numbers are acceptable for these.
 SYNTAX = ("FREQ:STAR 7 8", "FREQ:STAR 1.2.3", "FREQ:STAR 7 MHZ MHZ", "FREQ:STAR #B12", "FREQ:STAR #HXYZ", "FREQ:STAR #",
           'MMEM:STOR:SWE "/tmp/x', "FREQ:STAR 1e", "FREQ:STAR --7", "A" * 13 + " 3", "F" * 4000, "1FREQ:STAR 3",
           "FREQ:STAR #13abc", "FREQ STAR 3", "FREQ:STAR:3", "?", "*?", "FREQ:?", "??", "FREQ:STAR ??", "\x7f",

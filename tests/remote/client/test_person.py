@@ -62,7 +62,7 @@ class Stage:
     """The state that the person shares with the clients."""
 
     def __init__(self):
-        self.dialog = ("closed", 0)  # or opening, open, closing; and the number of changes
+        self.dialog = ("closed", 0)  # "closed", "opening", "open" or "closing"; and the number of changes
         self.may_sweep = threading.Event()
         self.may_sweep.set()
         self.ends = threading.Event()
