@@ -53,7 +53,7 @@ class Frames(case.FirmwareCase):
             for index, sample in enumerate(samples):
                 self.assertAlmostEqual(sample, 1023 * index / 399, delta=1.1)
 
-    def test_every_count(self):
+    def test_packing_of_counts(self):
         """Checks that counts with different bit patterns survive the packing of samples."""
         self.prepare(0, 0)
         for count in (0, 1, 2, 0x155, 0x2AA, 511, 512, 513, 1022, 1023):
@@ -61,7 +61,7 @@ class Frames(case.FirmwareCase):
             frame = self.sweeps(0, 0)[0]
             self.assertEqual(page.samples_of(case.bytes_of(frame)), [count] * page.POINTS)
 
-    def test_sync_bytes_among_the_samples(self):
+    def test_first_sync_byte_among_the_samples(self):
         # The ten bits of 662, 1010010110, begin with A5.
         self.c.ask("device constant 662")
         self.prepare()

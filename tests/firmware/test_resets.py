@@ -209,6 +209,7 @@ class Program(case.FirmwareCase):
             case.note(f"{name}: longest time between looks at OERR {found.line / self.c.hertz * 1e3:.3f} ms, between "
                       f"clearings of the watchdog {found.watchdog / self.c.hertz * 1e3:.3f} ms")
             self.assertGreater(found.line, 0)
+            self.assertLess(found.line / self.c.hertz, case.ANSWER)
             self.assertLess(found.watchdog / self.c.hertz, SHORTEST_WATCHDOG * self.prescaler() / 2)
         case.note(f"stack: {fast.deepest} of {PLACES_OF_STACK}; watchdog: prescaler {self.prescaler()}")
         self.assertLessEqual(fast.deepest, PLACES_OF_STACK)
