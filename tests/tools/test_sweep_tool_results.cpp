@@ -79,7 +79,7 @@ double reflection(double hertz)
     return std::abs((antenna - 50.0) / (antenna + 50.0));
 }
 
-// Returns the distance of the two frequencies at which |rho| has this value: their reactance divided by 2 pi L.
+// Returns the distance of the two frequencies at which |rho| has this value: the reactance there divided by 2 pi L.
 double matchWidth(double rho)
 {
     const double squared = rho * rho;
