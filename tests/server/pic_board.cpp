@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Tests the simulated PIC board against the rules for firmware in docs/hardware/pic-board.md.
-#include "server/boards/pic_board.h"
+#include "tests/support/pic_probe.h"
 
 #include "server/drivers/pic_frames.h"
 
@@ -9,14 +9,14 @@
 #include <cmath>
 #include <cstdlib>
 #include <random>
-#include <vector>
 
 using namespace calvorn;
+using calvorn::test::ProbedPic;
+using calvorn::test::say;
 
 namespace {
 
 constexpr std::uint64_t kClockHz = 125'000'000;
-constexpr int kFrameBytes = 505;
 
 SimulatorSettings settings()
 {
@@ -29,33 +29,6 @@ SimulatorSettings settings()
 std::int64_t exactWord(std::int64_t hertz)
 {
     return std::llround(std::ldexp(static_cast<long double>(hertz), 32) / static_cast<long double>(kClockHz));
-}
-
-// A board that records the words that its generator receives.
-class ProbedPic : public PicBoard
-{
-public:
-    using PicBoard::PicBoard;
-
-    std::vector<std::uint32_t> words;
-
-private:
-    void generatorSet(std::uint32_t word) override { words.push_back(word); }
-};
-
-// What the board answers; at most so many bytes.
-QByteArray say(PicBoard &board, const QByteArray &bytes, int atMost = 100)
-{
-    for (const char byte : bytes)
-        board.receive(static_cast<std::uint8_t>(byte));
-    QByteArray answer;
-    while (answer.size() < atMost) {
-        const auto byte = board.nextByte();
-        if (!byte)
-            break;
-        answer += static_cast<char>(*byte);
-    }
-    return answer;
 }
 
 } // namespace
@@ -173,7 +146,7 @@ void PicBoardTest::sequenceNumbers()
     for (int round = 0; round < 2; ++round) {
         QCOMPARE(say(board, "G\r", 3), QByteArray("G+\r"));
         for (int frame = 0; frame < 258; ++frame) {
-            const QByteArray bytes = say(board, {}, kFrameBytes);
+            const QByteArray bytes = say(board, {}, test::kPicFrameBytes);
             QCOMPARE(bytes.left(2).toHex(), QByteArray("a55a"));
             QCOMPARE(static_cast<std::uint8_t>(bytes.at(2)), static_cast<std::uint8_t>(frame));
         }
@@ -188,7 +161,7 @@ void PicBoardTest::theHostTakesItsFrames()
     say(board, "B8980000\rD100\rP\r");
     QCOMPARE(say(board, "G\r", 3), QByteArray("G+\r"));
     PicDecoder host({8'980'000, 100});
-    host.take(say(board, {}, 2 * kFrameBytes + 2)); // two frames and the sync bytes of the third
+    host.take(say(board, {}, 2 * test::kPicFrameBytes + 2)); // two frames and the sync bytes of the third
     for (int frame = 0; frame < 2; ++frame) {
         const auto sweep = host.next();
         QVERIFY(sweep);
@@ -204,7 +177,7 @@ void PicBoardTest::aStaleBoardIsFoundOut()
     PicBoard board(stale);
     QCOMPARE(say(board, "B8980000\rD100\rP\rB9000000\rD200\rP\r"), QByteArray("B+\rD+\rP+\rB+\rD+\rP+\r"));
     QCOMPARE(say(board, "G\r", 3), QByteArray("G+\r"));
-    const QByteArray line = say(board, {}, kFrameBytes + 2);
+    const QByteArray line = say(board, {}, test::kPicFrameBytes + 2);
     PicDecoder wanted({9'000'000, 200});
     wanted.take(line);
     QVERIFY(wanted.next().value().isDamaged());
@@ -221,7 +194,7 @@ void PicBoardTest::slowSettlingKeepsTheLineWaiting()
         say(board, settling + "B8980000\rD100\rP\r");
         say(board, "G\r", 3);
         std::chrono::nanoseconds sum{};
-        for (int byte = 0; byte < kFrameBytes; ++byte) {
+        for (int byte = 0; byte < test::kPicFrameBytes; ++byte) {
             board.nextByte();
             sum += board.idleTime();
         }
@@ -247,7 +220,7 @@ void PicBoardTest::lastWordOfADescendingSweep()
 {
     ProbedPic board(settings());
     say(board, "B10000000\rD-25000\rP\r");
-    say(board, "G\r", 3 + kFrameBytes);
+    say(board, "G\r", 3 + test::kPicFrameBytes);
     QCOMPARE(board.words.size(), std::size_t{400});
     for (int point = 0; point < 400; ++point) {
         const std::int64_t exact = exactWord(10'000'000 - 25'000 * point);

@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: MIT
-// Records how the simulated PIC board answers random commands, to compare other boards with. Usage: pic_session <seed>
-// <number of commands>. Writes a line for each command, in hexadecimal: bytes sent, bytes answered, and the generator's
-// word at the end of the answer (0: off). "-" stands for no bytes, and for a word left by a sweep. A sweep is recorded
-// as its first frame, followed by the answer to "!", which ends the sweep. Its counts are not a signal: each is the
-// upper ten bits of the word times 2654435761, modulo 2^32.
-#include "server/boards/pic_board.h"
+// Records how the simulated PIC board answers random commands, as a reference for other boards. Usage: pic_session
+// <seed> <number of commands>. Writes a line for each command, in hexadecimal: bytes sent, bytes answered, and the
+// generator's word at the end of the answer (0: off). "-" stands for no bytes, and for a word left by a sweep. A sweep
+// is recorded as its first frame, followed by the answer to "!", which ends the sweep. Its counts are not a signal:
+// each is the upper ten bits of the word times 2654435761, modulo 2^32.
+#include "tests/support/pic_probe.h"
 
 #include <cstdio>
 #include <cstdlib>
-#include <optional>
 #include <random>
 
 using namespace calvorn;
@@ -16,34 +15,16 @@ using namespace calvorn;
 namespace {
 
 constexpr double kClockHz = 125e6;
-constexpr int kFrameBytes = 505;
 constexpr int kLongestAnswer = 100;
 
-class Board : public PicBoard
+class Board : public test::ProbedPic
 {
 public:
-    using PicBoard::PicBoard;
-
-    std::optional<std::uint32_t> word = 0;
+    using ProbedPic::ProbedPic;
 
 private:
-    void generatorSet(std::uint32_t value) override { word = value; }
     int countAt(std::uint32_t value) override { return static_cast<int>(value * 2'654'435'761U >> 22); }
 };
-
-QByteArray answerOf(PicBoard &board, const QByteArray &sent, int atMost = kLongestAnswer)
-{
-    for (const char byte : sent)
-        board.receive(static_cast<std::uint8_t>(byte));
-    QByteArray answer;
-    while (answer.size() < atMost) {
-        const auto byte = board.nextByte();
-        if (!byte)
-            break;
-        answer += static_cast<char>(*byte);
-    }
-    return answer;
-}
 
 class Speaker
 {
@@ -136,17 +117,20 @@ int main(int argc, char **argv)
     SimulatorSettings settings;
     settings.clockHz = kClockHz;
     Board board(settings);
+    QByteArray word("0"); // of the generator
     Speaker speaker(static_cast<std::uint32_t>(std::strtoul(argv[1], nullptr, 10)));
     for (long count = std::strtol(argv[2], nullptr, 10); count > 0; --count) {
         const QByteArray sent = speaker.command();
         const bool sweeps = QByteArray(sent).replace('\n', "") == "G\r";
-        QByteArray answer = answerOf(board, sent, sweeps ? 3 + kFrameBytes : kLongestAnswer);
+        board.words.clear();
+        QByteArray answer = test::say(board, sent, sweeps ? 3 + test::kPicFrameBytes : kLongestAnswer);
+        if (!board.words.empty())
+            word = QByteArray::number(board.words.back(), 16);
         const bool hasFrame = answer.size() > kLongestAnswer;
         if (hasFrame) {
-            answer += answerOf(board, "!");
-            board.word.reset(); // the progress of a sweep at that time is undefined
+            answer += test::say(board, "!");
+            word = "-"; // the progress of a sweep at that time is undefined
         }
-        const QByteArray word = board.word ? QByteArray::number(*board.word, 16) : QByteArray("-");
         std::printf("%s %s %s\n", written(hasFrame ? sent + '!' : sent).constData(), written(answer).constData(),
                     word.constData());
     }
