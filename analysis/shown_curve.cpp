@@ -10,18 +10,9 @@
 
 namespace calvorn {
 
-namespace {
-
-double zeroDecibels(std::int16_t scale)
-{
-    return scaleRefersTo10V(scale) ? 10.0 : 1.0;
-}
-
-} // namespace
-
 Response shownResponse(const Trace &trace, const Trace &reference, std::int16_t scale)
 {
-    return reference.isEmpty() ? responseIn(trace, zeroDecibels(scale)) : relativeResponse(trace, reference);
+    return reference.isEmpty() ? responseIn(trace, voltsOfZeroDb(scale)) : relativeResponse(trace, reference);
 }
 
 std::vector<double> shownAmplitudes(const Trace &trace, const Trace &reference, std::int16_t scale)
@@ -30,7 +21,7 @@ std::vector<double> shownAmplitudes(const Trace &trace, const Trace &reference, 
     std::vector<double> values = isRelative ? relativeTo(trace, reference).ratios : trace.volts;
     if (isLinearScale(scale))
         return values;
-    const double zero = isRelative ? 1.0 : zeroDecibels(scale);
+    const double zero = isRelative ? 1.0 : voltsOfZeroDb(scale);
     for (double &value : values)
         if (!std::isnan(value))
             value = value > 0.0 ? std::max(kFloorDb, 20.0 * std::log10(value / zero)) : kFloorDb;

@@ -37,7 +37,7 @@ double decibelsOf(double volts, std::int16_t scale)
 {
     if (volts <= 0.0)
         return kFloorDb;
-    return std::max(kFloorDb, 20.0 * std::log10(volts / (scaleRefersTo10V(scale) ? 10.0 : 1.0)));
+    return std::max(kFloorDb, 20.0 * std::log10(volts / voltsOfZeroDb(scale)));
 }
 
 // floor: volts or dB at or below which the detector cannot see a signal.

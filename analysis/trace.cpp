@@ -17,7 +17,7 @@ constexpr double kRounding = 1e-6;
 
 double voltsOfDecibels(double decibels, std::int16_t scale)
 {
-    return std::pow(10.0, decibels / 20.0) * (scaleRefersTo10V(scale) ? 10.0 : 1.0);
+    return std::pow(10.0, decibels / 20.0) * voltsOfZeroDb(scale);
 }
 
 double stepOf(const Sweep &sweep)

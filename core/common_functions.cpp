@@ -31,7 +31,7 @@ double voltsToDb(Configuration &configuration, double volts)
 {
     if (isLinearScale(configuration.scaleType))
         return volts;
-    configuration.dbReference = scaleRefersTo10V(configuration.scaleType) ? 10.0 : 1.0;
+    configuration.dbReference = voltsOfZeroDb(configuration.scaleType);
     if (!(volts > 0.0))
         return kFloorDb;
     return roundToDecimals(20.0 * std::log10(volts / configuration.dbReference), 2);
@@ -44,7 +44,7 @@ double dbToVolts(const Configuration &configuration, double value)
         return value;
     if (!isScale(scale))
         return 0.0;
-    const double volts = std::pow(10.0, value / 20.0) * (scaleRefersTo10V(scale) ? 10.0 : 1.0);
+    const double volts = std::pow(10.0, value / 20.0) * voltsOfZeroDb(scale);
     if (std::isinf(volts))
         throw RuntimeError(RuntimeError::Kind::Overflow);
     return roundToDecimals(volts, 3);

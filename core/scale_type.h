@@ -30,6 +30,12 @@ constexpr bool scaleRefersTo10V(std::int16_t scale)
     return scale == kScaleDb10V || scale == kScaleDb10VHeadroom;
 }
 
+// Returns the volts of 0 dB on a logarithmic scale.
+constexpr double voltsOfZeroDb(std::int16_t scale)
+{
+    return scaleRefersTo10V(scale) ? 10.0 : 1.0;
+}
+
 // Returns whether the scale starts at +10 dB; otherwise it starts at 0 dB.
 constexpr bool scaleHasHeadroom(std::int16_t scale)
 {
