@@ -4,6 +4,7 @@
 // Usage: bare_receiver <server>. Sweeps until it is killed.
 #include "instrument/server_process.h"
 #include "lpt_proxy.h"
+#include "protocol/vector_window.h"
 
 #include <QApplication>
 #include <QPaintEvent>
@@ -14,7 +15,6 @@ using namespace calvorn;
 
 namespace {
 
-constexpr short kVectorsAtOnce = 4; // that it acknowledges, as the program does
 constexpr double kFullScale = 1023.0;
 
 class Plot : public QWidget

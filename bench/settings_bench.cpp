@@ -29,7 +29,7 @@ void loadSettings(benchmark::State &state)
         configuration.iniPath = folder.path;
         SettingsLoader loader(configuration, window);
         if (loader.load() != LoadOutcome::Loaded)
-            state.SkipWithError("the settings are not those of a program");
+            state.SkipWithError("the settings cannot be loaded");
         loader.loadMarkers();
         benchmark::DoNotOptimize(configuration);
     }

@@ -28,8 +28,7 @@ namespace {
 
 constexpr int kVectors = 10'000;
 constexpr int kRounds = 5;
-constexpr short kVectorsAtOnce = 4; // acknowledged at once by the bare receiver, as by the program
-constexpr int kFirstSamples = 600;  // the vectors of the server begin with 0 to 599, repeatedly
+constexpr int kFirstSamples = 600; // the vectors of the server begin with 0 to 599, repeatedly
 constexpr int kPatienceMs = 60'000;
 
 // Counts vectors and measures the time from the first one.

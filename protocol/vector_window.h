@@ -11,6 +11,6 @@ inline constexpr int kVectorWindow = 8;
 // The number of vectors that the program acknowledges at once.
 inline constexpr std::int16_t kVectorsAtOnce = 4;
 
-static_assert(kVectorsAtOnce < kVectorWindow, "the server would wait for an answer that the program does not owe yet");
+static_assert(kVectorsAtOnce < kVectorWindow, "the program must acknowledge vectors before the window is full");
 
 } // namespace calvorn
