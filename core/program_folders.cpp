@@ -34,7 +34,7 @@ QString serverIn(const QString &folder)
     return folder + u'/' + QString::fromLatin1(kServerName);
 }
 
-// A file is replaced by one that is written beside it, so the folder decides and not the file.
+// A file is replaced by a new one written beside it, so the permissions of the folder matter, not those of the file.
 bool canBeWritten(const QString &folder)
 {
     return faccessat(AT_FDCWD, QFile::encodeName(folder).constData(), W_OK | X_OK, AT_EACCESS) == 0;
@@ -90,7 +90,7 @@ bool makeSettingsFolder(const ProgramFolders &folders)
     return QFileInfo(folders.settings).isDir();
 }
 
-// A failed copy leaves the program without settings: it opens the configuration, as on a first start.
+// If copying fails, the program starts without settings and opens the configuration, as on the very first start.
 void copySettingsOnFirstUse(const ProgramFolders &folders)
 {
     const QString target = folders.settingsFile();

@@ -6,34 +6,35 @@
 namespace calvorn {
 
 // The folders that the program uses, in one of two layouts:
-// - portable: everything lies in the folder of the programs. Only where the user cannot write there, the settings are
-//   in "calvorn" in the user's configuration folder ($XDG_CONFIG_HOME, or ~/.config).
-// - installed: server and data lie in the folders that the build chose, such as ../libexec/calvorn and ../share/calvorn
-//   seen from the programs, and the settings are always in the user's configuration folder.
+// - portable: everything is in the folder of the programs. If the user cannot write there, the settings are in
+//   "calvorn" in the user's configuration folder ($XDG_CONFIG_HOME, or ~/.config).
+// - installed: server and data are in the folders chosen by the build, for example ../libexec/calvorn and
+//   ../share/calvorn relative to the programs; the settings are always in the user's configuration folder.
 struct ProgramFolders
 {
-    QString server;   // holds the acquisition server
-    QString data;     // holds the manual and the prepared settings; read-only in an installation
-    QString settings; // holds the settings file; one instance runs in it
+    QString server;   // contains the acquisition server
+    QString data;     // contains the manual and the prepared settings; read-only in an installation
+    QString settings; // contains the settings file; only one instance can run in it
 
     QString serverFile() const;
     QString settingsFile() const;
     QString manualFile() const;
 };
 
-// The folders for the programs in this folder. The layout is "installed" where the server is in its installed place and
-// not beside the programs.
+// Returns the folders for the programs in this folder. The layout is "installed" if the server exists at its
+// installed place and not beside the programs.
 ProgramFolders programFolders(const QString &programs);
 
-// The settings file to read: settingsFile() where it exists. Where settings and data have separate folders, the next
-// choices are the file of version 2.0 in the user's data folder and the prepared one. Without any of them,
+// Returns the settings file to read: settingsFile() if it exists. If settings and data have separate folders, the
+// next choices are version 2.0's file in the user's data folder and the prepared file. If no file exists, returns
 // settingsFile().
 QString settingsToRead(const ProgramFolders &folders);
 
-// Creates the folder of the settings, for its owner alone. False when that is not possible.
+// Creates the settings folder with access for its owner only. Returns false on failure.
 bool makeSettingsFolder(const ProgramFolders &folders);
 
-// On first use, copies the file that settingsToRead() finds elsewhere. For the one instance that holds the folder.
+// On first use, copies the file that settingsToRead() finds in another folder. Call it only from the instance that
+// holds the lock of the settings folder.
 void copySettingsOnFirstUse(const ProgramFolders &folders);
 
 } // namespace calvorn

@@ -3,7 +3,7 @@
 
 namespace calvorn {
 
-// File name of the server, in the folder of the program.
+// The file name of the server program.
 inline constexpr const char *kServerName = "CalvornAsync";
 
 // The server's first line on its standard output is the address of its socket, or this mark followed by the reason
