@@ -41,8 +41,7 @@ FrmSweep::FrmSweep(SweepStation &station)
     , m_table(station.instrument.table())
 {
     setObjectName(QStringLiteral("frmSweep"));
-    m_help = new HelpDesk(station.folders.programs + QStringLiteral("/Calvorn.qch"), station.messages, station.boundary,
-                          this);
+    m_help = new HelpDesk(station.folders.manualFile(), station.messages, station.boundary, this);
     compose();
     buildMenus();
     connectRooms();

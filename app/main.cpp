@@ -4,7 +4,7 @@
 
 #include "core/configuration.h"
 #include "core/messages.h"
-#include "core/settings_folder.h"
+#include "core/program_folders.h"
 #include "platform/process_guard.h"
 #include "platform/program_lock.h"
 #include "platform/qt_desktop.h"
@@ -131,12 +131,11 @@ int runWithDisplay(int argc, char **argv)
     introduceToDesktop();
 
     Arguments().parser.process(QCoreApplication::arguments());
-    const QString programs = QCoreApplication::applicationDirPath();
-    const ProgramFolders folders{programs, settingsFolder(programs)};
+    const ProgramFolders folders = programFolders(QCoreApplication::applicationDirPath());
     Configuration configuration;
     QtDesktop desktop;
     Messages messages(configuration, desktop);
-    if (!makeSettingsFolder(programs)) {
+    if (!makeSettingsFolder(folders)) {
         messages.beepAndWarn(QCoreApplication::translate("main", "The folder %1 for the settings could not be made")
                                  .arg(QDir::toNativeSeparators(folders.settings)));
         return 1;
@@ -147,7 +146,7 @@ int runWithDisplay(int argc, char **argv)
         messages.beepAndWarn(QCoreApplication::translate("main", "The program is already running") + holder);
         return 0;
     }
-    copySettingsOnFirstUse(programs);
+    copySettingsOnFirstUse(folders);
     SweepStation station(folders, configuration, desktop, desktop);
     FrmSweep window(station);
     watch.setWindow(&window);

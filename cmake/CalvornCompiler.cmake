@@ -8,10 +8,13 @@ set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
 
 set(CALVORN_SANITIZE "" CACHE STRING "Sanitizers, as -fsanitize= takes them")
 
+# Optimisation and hardening come from the builder: CMAKE_BUILD_TYPE, CMAKE_CXX_FLAGS and the environment.
+option(CALVORN_WERROR "Make every warning an error (the presets take it from the environment)" OFF)
+
 add_library(calvorn_compiler INTERFACE)
 target_compile_options(calvorn_compiler INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual
-    -Wimplicit-fallthrough -Wcast-align -Werror)
+    -Wimplicit-fallthrough -Wcast-align $<$<BOOL:${CALVORN_WERROR}>:-Werror>)
 target_compile_definitions(calvorn_compiler INTERFACE QT_NO_FOREACH)
 target_include_directories(calvorn_compiler INTERFACE "${CMAKE_SOURCE_DIR}")
 if(CALVORN_SANITIZE)
@@ -19,12 +22,6 @@ if(CALVORN_SANITIZE)
     add_compile_options(-fsanitize=${CALVORN_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     add_link_options(-fsanitize=${CALVORN_SANITIZE})
 endif()
-
-# What is shipped is hardened as Debian hardens its programs; the compilers make position-independent ones by themselves.
-add_library(calvorn_hardening INTERFACE)
-target_compile_options(calvorn_hardening INTERFACE
-    "$<$<CONFIG:Release>:-fstack-protector-strong;-Werror=format-security;-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>")
-target_link_options(calvorn_hardening INTERFACE "$<$<CONFIG:Release>:LINKER:-z,relro,-z,now>")
 
 # Counts the lines that run, without optimisation, so that each line stays one. The server counts from several threads.
 add_library(calvorn_counting INTERFACE)

@@ -30,11 +30,11 @@ endfunction()
 # calvorn_headers_of_program(): for the folders of the program. calvorn_headers_of_tests(): for the tests.
 function(calvorn_headers_of_program)
     calvorn_headers(calvorn_headers_plain HEADERS ${calvorn_headers_plain}
-        LINK calvorn_hardening calvorn_counting Qt6::Core)
+        LINK calvorn_counting Qt6::Core)
     calvorn_headers(calvorn_headers_bus HEADERS ${calvorn_headers_plain} ${calvorn_headers_bus}
-        LINK calvorn_hardening calvorn_counting Qt6::Core Qt6::DBus)
+        LINK calvorn_counting Qt6::Core Qt6::DBus)
     calvorn_headers(calvorn_headers_windows HEADERS ${calvorn_headers_plain} ${calvorn_headers_windows}
-        LINK calvorn_hardening calvorn_counting Qt6::Widgets)
+        LINK calvorn_counting Qt6::Widgets)
 endfunction()
 
 function(calvorn_headers_of_tests)

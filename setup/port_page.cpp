@@ -2,6 +2,7 @@
 #include "setup/port_page.h"
 
 #include "core/number_text.h"
+#include "core/whole_file.h"
 #include "platform/parallel_ports.h"
 #include "platform/serial_ports.h"
 #include "protocol/simulator_keys.h"
@@ -10,7 +11,6 @@
 #include <QFileInfo>
 #include <QGridLayout>
 #include <QHBoxLayout>
-#include <QPushButton>
 #include <QSignalBlocker>
 #include <QStyle>
 
@@ -98,6 +98,11 @@ QWidget *PortPage::buildSerialPorts()
     freeRow->addWidget(m_optSerial.back());
     freeRow->addWidget(m_comNumber);
     freeRow->addWidget(m_comState, 1);
+    m_accessRule = named(new QPushButton(tr("Access &rule..."), frame), QStringLiteral("cmdAccessRule"), {});
+    m_accessRule->setAutoDefault(false);
+    boundary().connect(m_accessRule, &QPushButton::clicked, this, "cmdAccessRule_Click",
+                       [this] { cmdAccessRule_Click(); });
+    freeRow->addWidget(m_accessRule);
     grid->addLayout(freeRow, kFixedComPorts, 0, 1, 2);
     grid->addLayout(indented(m_comDevice.back()), kFixedComPorts + 1, 0, 1, 2);
     grid->setColumnStretch(1, 1);
@@ -209,7 +214,29 @@ void PortPage::nameDevices()
         showComDevice(m_optSerial.size() - 1, leadingNumber(m_comNumber->text()));
         m_comNumber->setToolTip(m_comDevice.back()->toolTip());
     }
+    offerAccessRule();
     nameParallelPorts();
+}
+
+void PortPage::lookForUsbIn(const QString &ttyClass)
+{
+    m_ttyClass = ttyClass;
+    offerAccessRule();
+}
+
+std::optional<UsbDevice> PortPage::chosenUsbDevice() const
+{
+    const QString device = serialDeviceOf(values().commPort, iniPath());
+    return device.isEmpty() ? std::optional<UsbDevice>() : usbDeviceOf(device, m_ttyClass);
+}
+
+// A rule names the device itself, so the device must be there.
+void PortPage::offerAccessRule()
+{
+    const bool isThere = chosenUsbDevice().has_value();
+    m_accessRule->setEnabled(isThere);
+    m_accessRule->setToolTip(isThere ? tr("Save a udev rule that lets the user at this computer open the board")
+                                     : tr("For a board on USB that is plugged in and chosen here"));
 }
 
 void PortPage::nameParallelPorts()
@@ -310,6 +337,7 @@ void PortPage::optSerialPort_Click(int index)
 {
     if (index <= kFixedComPorts) {
         values().commPort = static_cast<std::int16_t>(index);
+        offerAccessRule();
         return;
     }
     if (m_comNumber->text().isEmpty())
@@ -329,6 +357,18 @@ void PortPage::txtAddressRS232_Change()
 void PortPage::cmdLPTpin_Click()
 {
     LptPinWindow(iniPath(), this).exec();
+}
+
+// Only root may install the rule; its comment names the command.
+void PortPage::cmdAccessRule_Click()
+{
+    const std::optional<UsbDevice> device = chosenUsbDevice();
+    if (!device)
+        return;
+    const QString path =
+        messages().desktop().chooseFileToSave(tr("Rules for udev (*.rules)"), QString::fromLatin1(kAccessRuleName));
+    if (!path.isEmpty())
+        writeWholeFile(path, accessRule(*device));
 }
 
 void PortPage::showEvent(QShowEvent *event)

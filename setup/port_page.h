@@ -1,15 +1,18 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/usb_device.h"
 #include "setup/set_up_page.h"
 #include "widgets/elided_label.h"
 
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QTimer>
 
 #include <array>
+#include <optional>
 
 namespace calvorn {
 
@@ -24,6 +27,9 @@ public:
 
     void fill() override;
     void forget() override;
+
+    // Takes USB devices from another folder than /sys/class/tty, for tests.
+    void lookForUsbIn(const QString &ttyClass);
 
 protected:
     void showEvent(QShowEvent *event) override;
@@ -48,12 +54,17 @@ private:
     void txtAddressLPT_Change();
     void txtAddressRS232_Change();
     void cmdLPTpin_Click();
+    std::optional<UsbDevice> chosenUsbDevice() const;
+    void offerAccessRule();
+    void cmdAccessRule_Click();
 
     QTimer m_refresh;
     std::array<QRadioButton *, kFixedComPorts + 1> m_optSerial{}; // COM1 to COM6, then the free number
     std::array<ElidedLabel *, kFixedComPorts + 1> m_comDevice{};
     QLineEdit *m_comNumber = nullptr;
     QLabel *m_comState = nullptr;
+    QPushButton *m_accessRule = nullptr;
+    QString m_ttyClass = QStringLiteral("/sys/class/tty");
     std::array<QRadioButton *, kFreeAddress + 1> m_optParallel{};
     std::array<ElidedLabel *, kFreeAddress + 1> m_lptDevice{};
     QLineEdit *m_address = nullptr;

@@ -32,7 +32,7 @@ int fail(int code, const QString &sentence)
     return code;
 }
 
-// What the scale and the reference must be for limits of this unit.
+// Returns the scale and reference that limits of this unit require.
 QString conditionOf(LimitUnit unit, const QString &path)
 {
     switch (unit) {
@@ -46,7 +46,7 @@ QString conditionOf(LimitUnit unit, const QString &path)
     return SweepTool::tr("The limits of %1 are relative dB: they need a --scale in dB, and a --reference.").arg(path);
 }
 
-// Before anything is measured. UnusableFile.
+// Called before the measurement. Throws UnusableFile.
 Companions readCompanions(const ToolRequest &request, const Configuration &configuration)
 {
     Companions companions;
@@ -74,7 +74,7 @@ void noteGaps(const ShownCurve &curve)
         note(SweepTool::tr("The reference is partly below the detector's floor: there are gaps."));
 }
 
-// The names of the files that were written. Standard output takes them unless it has taken something for a program.
+// Prints the names of the written files: on standard output, or on standard error if standard output carries data.
 void printNames(const ToolRequest &request)
 {
     for (const QString &path : {request.output, request.picture}) {
@@ -88,7 +88,7 @@ void printNames(const ToolRequest &request)
     }
 }
 
-// Response, results and verdict, as far as they are wanted.
+// Prints response, results and verdict, as requested.
 void print(const ToolRequest &request, const SingleSweep &sweep, const ShownCurve &curve,
            const std::optional<LimitVerdict> &verdict)
 {
@@ -156,11 +156,11 @@ int main(int argc, char **argv)
     keepStandardDescriptors();
     holdStopBack();
     watchForInterruption();
-    // A reader that has gone is a failed write.
+    // A closed pipe is reported as a failed write.
     std::signal(SIGPIPE, SIG_IGN);
-    // Standard error is for the user; what Qt misses in an environment without a desktop does not concern him.
+    // Standard error is for the user: suppress Qt's warnings about the lack of a desktop.
     QLoggingCategory::setFilterRules(QStringLiteral("default.warning=false"));
-    // Pictures need fonts, and no display.
+    // Pictures need fonts but no display.
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QGuiApplication application(argc, argv);
     const Language language(QLocale::system());
@@ -174,7 +174,7 @@ int main(int argc, char **argv)
         return fail(kBadArguments, wrong);
 
     ConsoleClock clock;
-    SingleSweep sweep(QCoreApplication::applicationDirPath(), request.sweep, clock);
+    SingleSweep sweep(programFolders(QCoreApplication::applicationDirPath()), request.sweep, clock);
     const QString clash = options.clashWithSettings(sweep.settingsFile());
     if (!clash.isEmpty())
         return fail(kBadArguments, clash);

@@ -6,7 +6,6 @@
 #include "core/number_text.h"
 #include "core/runtime_error.h"
 #include "core/scale_type.h"
-#include "core/settings_folder.h"
 #include "platform/process_guard.h"
 #include "tools/console.h"
 #include "tools/interruption.h"
@@ -18,7 +17,7 @@ namespace calvorn {
 
 namespace {
 
-// Ends the run with a code and a sentence.
+// Thrown to end the run with a code and a sentence.
 struct Failure
 {
     ExitCode code;
@@ -44,12 +43,12 @@ ExitCode codeOf(SweepOutcome::Kind kind)
 
 } // namespace
 
-SingleSweep::SingleSweep(const QString &programFolder, const SweepRequest &request, Clock &clock)
+SingleSweep::SingleSweep(const ProgramFolders &folders, const SweepRequest &request, Clock &clock)
     : m_request(request)
     , m_log(m_configuration)
-    , m_settingsFile(QFileInfo(request.settingsFile.isEmpty() ? settingsToRead(programFolder) : request.settingsFile)
-                         .absoluteFilePath())
-    , m_instrument(m_configuration, m_log, clock, programFolder + u'/' + QLatin1String(kServerName), m_settingsFile)
+    , m_settingsFile(
+          QFileInfo(request.settingsFile.isEmpty() ? settingsToRead(folders) : request.settingsFile).absoluteFilePath())
+    , m_instrument(m_configuration, m_log, clock, folders.serverFile(), m_settingsFile)
 {
     m_traces.setAverageOver(request.sweeps);
     m_traces.switchOn(TraceSet::Source::Average, request.isAveraged);
@@ -100,7 +99,7 @@ const Trace &SingleSweep::trace() const
     return m_traces.shown(m_request.isAveraged ? TraceSet::Source::Average : TraceSet::Source::Live);
 }
 
-// What a window would ask the user about is refused: nobody is there to see what is measured instead.
+// Refuses settings that the window would ask about: without a user, the tool must not measure something else instead.
 void SingleSweep::loadSettings()
 {
     m_configuration.iniPath = m_settingsFile;
@@ -119,7 +118,7 @@ void SingleSweep::loadSettings()
         m_configuration.scaleType = kScaleLinear;
 }
 
-// The amplitude markers of the settings have the units of the stored scale; a picture shows them in those of the other.
+// Converts the amplitude markers of the settings from the units of the stored scale to those of the requested scale.
 void SingleSweep::applyScale()
 {
     Configuration &c = m_configuration;

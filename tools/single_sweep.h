@@ -2,6 +2,7 @@
 #pragma once
 
 #include "analysis/trace_set.h"
+#include "core/program_folders.h"
 #include "core/settings.h"
 #include "instrument/instrument.h"
 #include "tools/exit_code.h"
@@ -15,39 +16,39 @@ namespace calvorn {
 
 struct SweepRequest
 {
-    QString settingsFile;              // empty: the one beside the program
-    std::optional<std::int32_t> start; // Hz; without it that of the settings
+    QString settingsFile;              // empty: the one in the program's folder
+    std::optional<std::int32_t> start; // Hz; if empty, the one of the settings
     std::optional<std::int32_t> stop;
-    std::optional<std::int16_t> scale; // core/scale_type.h; without it that of the settings
-    QString input;                     // a sweep file, in place of the hardware; empty: none
-    int sweeps = 1;                    // taken one after the other; the last is kept
-    bool isAveraged = false;           // their mean is shown
+    std::optional<std::int16_t> scale; // core/scale_type.h; if empty, the one of the settings
+    QString input;                     // a sweep file to read instead of measuring; may be empty
+    int sweeps = 1;                    // number to take; the last one is kept
+    bool isAveraged = false;           // show their mean
 };
 
-// Sweeps without a window, with settings that it only reads.
+// Sweeps without a window. Never writes the settings.
 class SingleSweep
 {
     Q_DECLARE_TR_FUNCTIONS(SingleSweep)
 
 public:
-    // programFolder: holds the server, and the settings unless the request names others.
-    SingleSweep(const QString &programFolder, const SweepRequest &request, Clock &clock);
+    // The server and, unless the request names another file, the settings are in these folders.
+    SingleSweep(const ProgramFolders &folders, const SweepRequest &request, Clock &clock);
 
-    // Both: kDone, or what went wrong, with sentence() for the user.
+    // Both return kDone or an error code; sentence() then explains the error to the user.
     ExitCode prepare(); // reads the settings
     ExitCode run();     // fills the table
     QString sentence() const { return m_sentence; }
     QString settingsFile() const { return m_settingsFile; }
 
     const Configuration &configuration() const { return m_configuration; }
-    // For whoever sweeps by himself, after prepare().
+    // For callers that sweep without run(), after prepare().
     Configuration &record() { return m_configuration; }
     Instrument &instrument() { return m_instrument; }
     TraceSet &traces() { return m_traces; }
     Log &log() { return m_log; }
     const WindowSettings &window() const { return m_window; }
     const SweepTable &table() const { return m_instrument.table(); }
-    // In volts: the sweep of the table, or the mean of all of them.
+    // In volts: the sweep in the table, or the mean of all sweeps.
     const Trace &trace() const;
     int averaged() const { return m_request.isAveraged ? m_request.sweeps : 1; }
 

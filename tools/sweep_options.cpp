@@ -104,7 +104,9 @@ SweepOptions::SweepOptions()
 
 QString SweepOptions::read(const QStringList &arguments, ToolRequest &request)
 {
-    const QCommandLineOption help = m_parser.addHelpOption();
+    // Qt's default help option adds one for Qt's options, which this program does not read.
+    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")}, tr("Show these options."));
+    m_parser.addOption(help);
     const QCommandLineOption version = m_parser.addVersionOption();
     if (!m_parser.parse(arguments))
         return m_parser.errorText();

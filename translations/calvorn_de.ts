@@ -1077,6 +1077,10 @@
         <source>--%1 takes a port from 1 to 65535, not &quot;%2&quot;.</source>
         <translation>--%1 braucht einen Port von 1 bis 65535, nicht „%2“.</translation>
     </message>
+    <message>
+        <source>Show these options.</source>
+        <translation>Zeigt diese Optionen.</translation>
+    </message>
 </context>
 <context>
     <name>ThreadStart</name>
@@ -3394,6 +3398,22 @@
     <message>
         <source>no known port</source>
         <translation>kein Port bekannt</translation>
+    </message>
+    <message>
+        <source>Access &amp;rule...</source>
+        <translation>Zugriffs&amp;regel...</translation>
+    </message>
+    <message>
+        <source>Save a udev rule that lets the user at this computer open the board</source>
+        <translation>Speichert eine udev-Regel, mit der der Benutzer an diesem Rechner die Platine öffnen darf</translation>
+    </message>
+    <message>
+        <source>For a board on USB that is plugged in and chosen here</source>
+        <translation>Für eine Platine an USB, die angesteckt und hier gewählt ist</translation>
+    </message>
+    <message>
+        <source>Rules for udev (*.rules)</source>
+        <translation>Regeln für udev (*.rules)</translation>
     </message>
 </context>
 <context>

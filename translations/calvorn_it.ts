@@ -1077,6 +1077,10 @@
         <source>--%1 takes a port from 1 to 65535, not &quot;%2&quot;.</source>
         <translation>--%1 richiede una porta da 1 a 65535, non &quot;%2&quot;.</translation>
     </message>
+    <message>
+        <source>Show these options.</source>
+        <translation>Mostra queste opzioni.</translation>
+    </message>
 </context>
 <context>
     <name>ThreadStart</name>
@@ -3394,6 +3398,22 @@
     <message>
         <source>no known port</source>
         <translation>nessuna porta nota</translation>
+    </message>
+    <message>
+        <source>Access &amp;rule...</source>
+        <translation>&amp;Regola di accesso...</translation>
+    </message>
+    <message>
+        <source>Save a udev rule that lets the user at this computer open the board</source>
+        <translation>Salva una regola udev che permette all&apos;utente di questo computer di aprire la scheda</translation>
+    </message>
+    <message>
+        <source>For a board on USB that is plugged in and chosen here</source>
+        <translation>Per una scheda USB collegata e scelta qui</translation>
+    </message>
+    <message>
+        <source>Rules for udev (*.rules)</source>
+        <translation>Regole di udev (*.rules)</translation>
     </message>
 </context>
 <context>

@@ -7,9 +7,9 @@
 
 namespace {
 
-QByteArray packaged(const char *name)
+QByteArray ofProject(const char *name)
 {
-    QFile file(QStringLiteral(CALVORN_SOURCE_DIR "/packaging/") + QString::fromLatin1(name));
+    QFile file(QStringLiteral(CALVORN_SOURCE_DIR "/") + QString::fromLatin1(name));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
 }
 
@@ -28,11 +28,20 @@ private slots:
 void TestPackageTexts::allNameTheSameVersion()
 {
     const QByteArray version(CALVORN_VERSION);
-    QVERIFY(packaged("debian/changelog").startsWith("calvorn (" + version + "-"));
-    QXmlStreamReader metainfo(packaged("org.calvorn.Calvorn.metainfo.xml"));
+    QVERIFY(ofProject("packaging/debian/changelog").startsWith("calvorn (" + version + "-"));
+    QXmlStreamReader metainfo(ofProject("packaging/org.calvorn.Calvorn.metainfo.xml"));
     while (!metainfo.atEnd() && !(metainfo.readNextStartElement() && metainfo.name() == u"release")) {
     }
     QCOMPARE(metainfo.attributes().value(QLatin1String("version")).toUtf8(), version);
+    QVERIFY(ofProject("CHANGELOG.md").contains("\n## " + version));
+    const QByteArray series = version.left(version.lastIndexOf('.'));
+    for (const char *page : {"docs/man/Calvorn.1", "docs/man/calvorn-sweep.1"})
+        QVERIFY2(ofProject(page).contains("\"Calvorn " + series + "\""), page);
+    for (const char *page : {"README.md", "packaging/README.md"}) {
+        const QByteArray text = ofProject(page);
+        QVERIFY2(text.contains("calvorn_" + version + "-1_amd64.deb"), page);
+        QVERIFY2(text.contains("calvorn-" + version + "-linux-x86_64.tar.gz"), page);
+    }
 }
 
 void TestPackageTexts::theIconHasEverySize_data()

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/parallel_ports.h"
+#include "setup/port_page.h"
 #include "tests/support/set_up_bench.h"
+#include "tests/support/usb_tree.h"
 
 #include <QApplication>
 #include <QTemporaryDir>
@@ -21,7 +23,7 @@ public:
     {
         QFile device(path(number));
         if (!device.open(QIODevice::WriteOnly))
-            qFatal("cannot make the device of the test");
+            qFatal("cannot create the device of the test");
     }
     void pull(int number) const { QFile::remove(path(number)); }
 
@@ -97,6 +99,8 @@ private slots:
     void theFreePortFollowsTheTyping();
     void theSimulatedBoardIsOffered();
     void thePinsAreShown();
+    void aRuleForTheBoardIsSaved();
+    void aRuleThatCannotBeSaved();
 };
 
 void TestPorts::theButtonsTellWhichPortsThereAre()
@@ -397,6 +401,47 @@ void TestPorts::thePinsAreShown()
     bench.click("cmdLPTpin");
     QCOMPARE(shown, QStringLiteral("frmLPTpin"));
     QVERIFY(bench.dialog->isVisible());
+}
+
+// COM5 and COM6 are ttyUSB0 and ttyUSB1 unless [Ports] names others.
+void TestPorts::aRuleForTheBoardIsSaved()
+{
+    const test::UsbTree tree;
+    tree.plug("ttyUSB0", test::UsbTree::Depth::Adapter, {"0403", "6001", "A50285BI", "FT232R"});
+    Bench bench(port(6));
+    bench.dialog->findChild<PortPage *>()->lookForUsbIn(tree.ttyClass());
+    QVERIFY(!bench.find<QPushButton>("cmdAccessRule")->isEnabled());
+    QVERIFY(bench.find<QPushButton>("cmdAccessRule")->toolTip().contains(QStringLiteral("plugged in")));
+    bench.click("optSerialPort_5");
+    QVERIFY(bench.find<QPushButton>("cmdAccessRule")->isEnabled());
+
+    const QTemporaryDir folder;
+    bench.desktop.fileChoice = folder.filePath(QStringLiteral("my.rules"));
+    bench.click("cmdAccessRule");
+    QCOMPARE(bench.desktop.suggestions, QStringList(QStringLiteral("60-calvorn-board.rules")));
+    QFile file(bench.desktop.fileChoice);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QVERIFY(file.readAll().contains("ATTRS{serial}==\"A50285BI\""));
+    QVERIFY(bench.desktop.boxes.isEmpty());
+
+    // Pulled out: disabled within two of the page's seconds
+    tree.pull("ttyUSB0");
+    QTRY_VERIFY_WITH_TIMEOUT(!bench.find<QPushButton>("cmdAccessRule")->isEnabled(), 10'000);
+}
+
+void TestPorts::aRuleThatCannotBeSaved()
+{
+    const test::UsbTree tree;
+    tree.plug("ttyUSB0", test::UsbTree::Depth::Adapter, {"0403", "6001", "A50285BI", "FT232R"});
+    Bench bench(port(5));
+    bench.dialog->findChild<PortPage *>()->lookForUsbIn(tree.ttyClass());
+    bench.desktop.fileChoice = QString();
+    bench.click("cmdAccessRule");
+    QVERIFY(bench.desktop.boxes.isEmpty());
+    bench.desktop.fileChoice = QStringLiteral("/nowhere/my.rules");
+    bench.click("cmdAccessRule");
+    QCOMPARE(bench.desktop.boxes.size(), 1);
+    QVERIFY(bench.desktop.boxes.constFirst().text.contains(QStringLiteral("/nowhere/my.rules")));
 }
 
 QTEST_MAIN(TestPorts)

@@ -12,7 +12,7 @@
 
 namespace calvorn::test {
 
-// The whole main window in a program folder of its own, with a desktop that nobody sits at.
+// The complete main window in its own program folder, with a fake desktop.
 struct WindowBench : WidgetHands
 {
     ProgramFolder folder;
@@ -32,13 +32,13 @@ struct WindowBench : WidgetHands
     {
         configuration = Configuration();
         window.reset();
-        station = std::make_unique<SweepStation>(ProgramFolders{folder.path(), folder.path()}, configuration, desktop,
+        station = std::make_unique<SweepStation>(ProgramFolders{folder.path(), folder.path(), folder.path()}, configuration, desktop,
                                                  desktop);
         window = std::make_unique<FrmSweep>(*station);
         started = window->start();
         if (!started)
             return;
-        // Nothing activates a window where no window manager runs.
+        // Without a window manager, windows are not activated automatically.
         window->activateWindow();
         if (!QTest::qWaitForWindowActive(window.get()))
             qFatal("the window never became active");

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "core/settings_folder.h"
+#include "core/program_folders.h"
 #include "tests/support/unprivileged.h"
 
 #include <QDir>
@@ -27,7 +27,7 @@ QByteArray contents(const QString &path)
 } // namespace
 
 // Where the settings are, beside programs that can be written and programs that cannot.
-class TestSettingsFolder : public QObject
+class TestProgramFolders : public QObject
 {
     Q_OBJECT
 
@@ -37,6 +37,7 @@ private:
 
     QString path(const char *name) const { return m_folder->filePath(QString::fromLatin1(name)); }
     QString programs() const { return path("programs"); }
+    ProgramFolders folders() const { return programFolders(programs()); }
     void protectPrograms() const { QVERIFY(QFile::setPermissions(programs(), QFile::ReadOwner | QFile::ExeOwner)); }
 
 private slots:
@@ -48,9 +49,11 @@ private slots:
     void theFirstUseTakesTheSettingsOfVersionTwo();
     void withoutPreparedSettingsNothingIsCopied();
     void aFolderThatCannotBeMade();
+    void anInstallation();
+    void aServerBesideTheProgramsComesFirst();
 };
 
-void TestSettingsFolder::init()
+void TestProgramFolders::init()
 {
     m_unprivileged = std::make_unique<test::Unprivileged>();
     QVERIFY(m_unprivileged->holds());
@@ -62,81 +65,108 @@ void TestSettingsFolder::init()
     write(path("programs/Calvorn.ini"), "prepared");
 }
 
-void TestSettingsFolder::cleanup()
+void TestProgramFolders::cleanup()
 {
     QFile::setPermissions(programs(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     m_folder.reset();
     m_unprivileged.reset();
 }
 
-void TestSettingsFolder::programsThatCanBeWritten()
+void TestProgramFolders::programsThatCanBeWritten()
 {
     write(path("home/.config/calvorn/Calvorn.ini"), "elsewhere");
     write(path("home/.local/share/calvorn/Calvorn.ini"), "elsewhere");
-    QCOMPARE(settingsFolder(programs()), programs());
-    QCOMPARE(settingsToRead(programs()), path("programs/Calvorn.ini"));
+    QCOMPARE(programFolders(programs()).settings, programs());
+    QCOMPARE(settingsToRead(folders()), path("programs/Calvorn.ini"));
     QVERIFY(QFile::remove(path("programs/Calvorn.ini")));
-    QVERIFY(makeSettingsFolder(programs()));
-    copySettingsOnFirstUse(programs());
-    QCOMPARE(settingsToRead(programs()), path("programs/Calvorn.ini"));
+    QVERIFY(makeSettingsFolder(folders()));
+    copySettingsOnFirstUse(folders());
+    QCOMPARE(settingsToRead(folders()), path("programs/Calvorn.ini"));
     QVERIFY(!QFile::exists(path("programs/Calvorn.ini")));
 }
 
-void TestSettingsFolder::theConfigurationFolderOfTheUser()
+void TestProgramFolders::theConfigurationFolderOfTheUser()
 {
     protectPrograms();
-    QCOMPARE(settingsFolder(programs()), path("home/.config/calvorn"));
+    QCOMPARE(programFolders(programs()).settings, path("home/.config/calvorn"));
     qputenv("XDG_CONFIG_HOME", path("elsewhere").toUtf8());
-    QCOMPARE(settingsFolder(programs()), path("elsewhere/calvorn"));
+    QCOMPARE(programFolders(programs()).settings, path("elsewhere/calvorn"));
     // To find out writes nothing.
     QVERIFY(!QFile::exists(path("home/.config")));
     QVERIFY(!QFile::exists(path("elsewhere")));
 }
 
-void TestSettingsFolder::theFirstUseCopiesThePreparedSettings()
+void TestProgramFolders::theFirstUseCopiesThePreparedSettings()
 {
     protectPrograms();
-    QCOMPARE(settingsToRead(programs()), path("programs/Calvorn.ini"));
-    QVERIFY(makeSettingsFolder(programs()));
-    copySettingsOnFirstUse(programs());
+    QCOMPARE(settingsToRead(folders()), path("programs/Calvorn.ini"));
+    QVERIFY(makeSettingsFolder(folders()));
+    copySettingsOnFirstUse(folders());
     const QString mine = path("home/.config/calvorn/Calvorn.ini");
     QCOMPARE(contents(mine), QByteArray("prepared"));
     QCOMPARE(QDir(path("home/.config/calvorn")).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
              QStringList(QStringLiteral("Calvorn.ini")));
-    QCOMPARE(settingsToRead(programs()), mine);
+    QCOMPARE(settingsToRead(folders()), mine);
     // The second use leaves it alone, and it can be written like any other.
     write(mine, "mine");
-    copySettingsOnFirstUse(programs());
+    copySettingsOnFirstUse(folders());
     QCOMPARE(contents(mine), QByteArray("mine"));
     QCOMPARE(contents(path("programs/Calvorn.ini")), QByteArray("prepared"));
 }
 
-void TestSettingsFolder::theFirstUseTakesTheSettingsOfVersionTwo()
+void TestProgramFolders::theFirstUseTakesTheSettingsOfVersionTwo()
 {
     protectPrograms();
     write(path("home/.local/share/calvorn/Calvorn.ini"), "of 2.0");
-    QCOMPARE(settingsToRead(programs()), path("home/.local/share/calvorn/Calvorn.ini"));
-    QVERIFY(makeSettingsFolder(programs()));
-    copySettingsOnFirstUse(programs());
+    QCOMPARE(settingsToRead(folders()), path("home/.local/share/calvorn/Calvorn.ini"));
+    QVERIFY(makeSettingsFolder(folders()));
+    copySettingsOnFirstUse(folders());
     QCOMPARE(contents(path("home/.config/calvorn/Calvorn.ini")), QByteArray("of 2.0"));
 }
 
-void TestSettingsFolder::withoutPreparedSettingsNothingIsCopied()
+void TestProgramFolders::withoutPreparedSettingsNothingIsCopied()
 {
     QVERIFY(QFile::remove(path("programs/Calvorn.ini")));
     protectPrograms();
-    QCOMPARE(settingsToRead(programs()), path("home/.config/calvorn/Calvorn.ini"));
-    QVERIFY(makeSettingsFolder(programs()));
-    copySettingsOnFirstUse(programs());
+    QCOMPARE(settingsToRead(folders()), path("home/.config/calvorn/Calvorn.ini"));
+    QVERIFY(makeSettingsFolder(folders()));
+    copySettingsOnFirstUse(folders());
     QVERIFY(QDir(path("home/.config/calvorn")).isEmpty());
 }
 
-void TestSettingsFolder::aFolderThatCannotBeMade()
+void TestProgramFolders::aFolderThatCannotBeMade()
 {
     protectPrograms();
     write(path("home/.config"), "in the way");
-    QVERIFY(!makeSettingsFolder(programs()));
+    QVERIFY(!makeSettingsFolder(folders()));
 }
 
-QTEST_GUILESS_MAIN(TestSettingsFolder)
-#include "test_settings_folder.moc"
+// Programs that can be written change nothing: an installation has its settings in the user's folder, root's too.
+void TestProgramFolders::anInstallation()
+{
+    write(path("usr/bin/Calvorn"), "program");
+    write(path("usr/libexec/calvorn/CalvornAsync"), "server");
+    write(path("usr/share/calvorn/Calvorn.ini"), "prepared");
+    const ProgramFolders installed = programFolders(path("usr/bin"));
+    QCOMPARE(installed.serverFile(), path("usr/libexec/calvorn/CalvornAsync"));
+    QCOMPARE(installed.manualFile(), path("usr/share/calvorn/Calvorn.qch"));
+    QCOMPARE(installed.settingsFile(), path("home/.config/calvorn/Calvorn.ini"));
+    QCOMPARE(settingsToRead(installed), path("usr/share/calvorn/Calvorn.ini"));
+    QVERIFY(makeSettingsFolder(installed));
+    copySettingsOnFirstUse(installed);
+    QCOMPARE(contents(path("home/.config/calvorn/Calvorn.ini")), QByteArray("prepared"));
+    QCOMPARE(settingsToRead(installed), path("home/.config/calvorn/Calvorn.ini"));
+}
+
+void TestProgramFolders::aServerBesideTheProgramsComesFirst()
+{
+    write(path("usr/bin/CalvornAsync"), "server");
+    write(path("usr/libexec/calvorn/CalvornAsync"), "server of an installation");
+    const ProgramFolders portable = programFolders(path("usr/bin"));
+    QCOMPARE(portable.serverFile(), path("usr/bin/CalvornAsync"));
+    QCOMPARE(portable.manualFile(), path("usr/bin/Calvorn.qch"));
+    QCOMPARE(portable.settingsFile(), path("usr/bin/Calvorn.ini"));
+}
+
+QTEST_GUILESS_MAIN(TestProgramFolders)
+#include "test_program_folders.moc"
