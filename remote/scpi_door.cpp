@@ -80,11 +80,6 @@ void ScpiDoor::close()
         delete session->parent();
 }
 
-QString ScpiDoor::socketPath() const
-{
-    return m_local ? m_local->fullServerName() : QString();
-}
-
 void ScpiDoor::acceptTcp(QTcpServer &server)
 {
     while (QTcpSocket *socket = server.nextPendingConnection()) {

@@ -41,7 +41,6 @@ public:
 
     bool isOpen() const { return m_port != 0; }
     quint16 port() const { return m_port; } // 0 while it is closed
-    QString socketPath() const;             // of the Unix socket; empty if there is none
     int clients() const { return m_clients; }
 
 signals:
