@@ -1,24 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "remote/scpi_lines.h"
 
+#include "remote/scpi_bytes.h"
+
 #include <utility>
 
 namespace calvorn {
 
-namespace {
-
-// IEEE 488.2 white space: any byte up to the blank except LF.
-bool isWhite(char byte)
-{
-    return byte >= '\0' && byte <= ' ' && byte != '\n';
-}
-
-bool isDigit(char byte)
-{
-    return byte >= '0' && byte <= '9';
-}
-
-} // namespace
+using namespace scpi_bytes;
 
 void ScpiLines::add(QByteArrayView bytes)
 {

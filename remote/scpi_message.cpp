@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "remote/scpi_message.h"
 
+#include "remote/scpi_bytes.h"
+
 #include <algorithm>
 #include <charconv>
 #include <cmath>
@@ -10,30 +12,11 @@
 
 namespace calvorn {
 
+using namespace scpi_bytes;
+
 namespace {
 
 constexpr qsizetype kLongestDetail = 40; // bytes
-
-// IEEE 488.2 white space: any byte up to the blank except LF.
-bool isWhite(char byte)
-{
-    return byte >= '\0' && byte <= ' ' && byte != '\n';
-}
-
-bool isDigit(char byte)
-{
-    return byte >= '0' && byte <= '9';
-}
-
-bool isLetter(char byte)
-{
-    return (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z');
-}
-
-bool isMnemonicByte(char byte)
-{
-    return isLetter(byte) || isDigit(byte) || byte == '_';
-}
 
 // Returns whether a data element of any kind can start with this byte.
 bool isDataStart(char byte)

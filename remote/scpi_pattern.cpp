@@ -1,32 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "remote/scpi_pattern.h"
 
+#include "remote/scpi_bytes.h"
+
 #include <algorithm>
 #include <utility>
 
 namespace calvorn {
 
+using namespace scpi_bytes;
+
 namespace {
-
-bool isDigit(char byte)
-{
-    return byte >= '0' && byte <= '9';
-}
-
-bool isLower(char byte)
-{
-    return byte >= 'a' && byte <= 'z';
-}
-
-bool isUpper(char byte)
-{
-    return byte >= 'A' && byte <= 'Z';
-}
-
-bool isMnemonicByte(char byte)
-{
-    return isLower(byte) || isUpper(byte) || isDigit(byte) || byte == '_';
-}
 
 char first(QByteArrayView text)
 {
