@@ -14,8 +14,7 @@ namespace {
 
 constexpr ScpiRange kRegister{0.0, 255.0, 0.0};
 constexpr ScpiRange kWideRegister{0.0, 32767.0, 0.0};
-constexpr int kNoPatience = 0;        // no time limit
-constexpr int kStopPatience = 10'000; // ms
+constexpr int kNoPatience = 0; // no time limit
 
 void askIdentity(ScpiCall &call)
 {

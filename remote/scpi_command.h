@@ -16,6 +16,9 @@
 
 namespace calvorn {
 
+// Time for the hardware to stop after a sweep, ms.
+inline constexpr int kStopPatience = 10'000;
+
 // The settings and the status of one client.
 struct ScpiClient
 {

@@ -16,7 +16,6 @@ namespace calvorn {
 namespace {
 
 constexpr qint64 kTurnMs = 10; // then the rest of the program has its turn
-constexpr int kEndPatienceMs = 10'000;
 
 const std::vector<ScpiPattern> &patterns()
 {
@@ -224,7 +223,7 @@ void ScpiSession::call(const ScpiCommand &command, const QList<int> &suffixes)
                 act(waiting);
                 return true;
             },
-            kEndPatienceMs);
+            kStopPatience);
     } else {
         act(*call);
     }
@@ -237,7 +236,12 @@ void ScpiSession::call(const ScpiCommand &command, const QList<int> &suffixes)
     }
     if (!m_unit.isQuery)
         return;
-    m_answer += (std::exchange(m_isAnswering, true) ? ";" : "") + call->answer();
+    addAnswer(*call);
+}
+
+void ScpiSession::addAnswer(const ScpiCall &call)
+{
+    m_answer += (std::exchange(m_isAnswering, true) ? ";" : "") + call.answer();
     if (m_answer.size() > kLongestAnswer)
         emit overflowed();
 }
@@ -257,7 +261,7 @@ void ScpiSession::lookAgain()
         if (m_waiting->waits() != waits && m_waiting->patience() > 0)
             m_patience.start(m_waiting->patience());
         if (isDone && m_unit.isQuery)
-            m_answer += (std::exchange(m_isAnswering, true) ? ";" : "") + m_waiting->answer();
+            addAnswer(*m_waiting);
     });
     if (!alive || (m_waiting && !isDone))
         return;

@@ -45,6 +45,7 @@ private:
     bool runMessage();
     void executeChecked();
     void call(const ScpiCommand &command, const QList<int> &suffixes);
+    void addAnswer(const ScpiCall &call);
     void lookAgain();
     void endWaiting();
     void act(const std::function<void()> &step);

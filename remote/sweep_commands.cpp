@@ -13,7 +13,6 @@ namespace calvorn {
 
 namespace {
 
-constexpr int kStopPatience = 10'000; // ms
 constexpr double kAnyHertz = std::numeric_limits<double>::max();
 
 // The index is the speed.
@@ -41,7 +40,7 @@ double limited(ScpiCall &call, double hertz)
 
 double hertzOf(const ScpiCall &call, double least, double most, double standard)
 {
-    // Accept any number, which limited() corrects; the words stand for least, most and standard.
+    // Accept any number, which limited() corrects; MIN, MAX and DEF stand for "least", "most" and "standard".
     const ScpiParameter &parameter = call.parameter(0);
     const bool isWord = parameter.kind == ScpiParameter::Kind::Word;
     return call.number(0, ScpiQuantity::Hertz,
