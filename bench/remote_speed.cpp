@@ -148,7 +148,7 @@ int run(const QString &programs, const QString &settings)
         return 1;
     Configuration configuration;
     QtDesktop desktop;
-    SweepStation station({folder.path(), folder.path()}, configuration, desktop, desktop);
+    SweepStation station({folder.path(), folder.path(), folder.path()}, configuration, desktop, desktop);
     FrmSweep window(station);
     if (!window.start())
         return 1;

@@ -74,7 +74,7 @@ bool measure(const Line &line, const QString &programs, const QString &settings)
         return false;
     Configuration configuration;
     QtDesktop desktop;
-    SweepStation station({folder.path(), folder.path()}, configuration, desktop, desktop);
+    SweepStation station({folder.path(), folder.path(), folder.path()}, configuration, desktop, desktop);
     FrmSweep window(station);
     if (!window.start())
         return false;

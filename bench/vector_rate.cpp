@@ -126,7 +126,7 @@ private:
             return false;
         Configuration configuration;
         QtDesktop desktop;
-        SweepStation station({folder.path(), folder.path()}, configuration, desktop, desktop);
+        SweepStation station({folder.path(), folder.path(), folder.path()}, configuration, desktop, desktop);
         FrmSweep window(station);
         if (!window.start())
             return false;
