@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Runs calvorn-sweep in its own program folder, as a person or a script would.
 #include "tests/support/fake_server_control.h"
+#include "tests/support/interface_rows.h"
 #include "tests/support/interface_settings.h"
 #include "tests/support/locales.h"
 #include "tests/support/null_device.h"
@@ -27,14 +28,6 @@ QByteArray fakeSettings()
            "[Parallel Port]\r\nLPT=0\r\n[Calvorn]\r\nStart=1000000\r\nStop=5000000\r\n";
 }
 
-void addInterfaceRows()
-{
-    QTest::addColumn<std::int16_t>("interfaceType");
-    QTest::newRow("PIC") << kInterfacePic;
-    QTest::newRow("parallel port") << kInterfaceLpt;
-    QTest::newRow("MiniVNA") << kInterfaceVna;
-}
-
 } // namespace
 
 class TestCalvornSweep : public QObject
@@ -45,7 +38,7 @@ private:
     test::FakeServerControl m_server;
 
 private slots:
-    void itsSweepIsThatOfTheWindow_data() { addInterfaceRows(); }
+    void itsSweepIsThatOfTheWindow_data() { test::addInterfaceRows(); }
     void itsSweepIsThatOfTheWindow();
     void theResponseIsPrinted();
     void theResponseIsThisText_data();
@@ -76,8 +69,8 @@ private slots:
 
 void TestCalvornSweep::itsSweepIsThatOfTheWindow()
 {
-    QFETCH(std::int16_t, interfaceType);
-    Tool tool(test::crystalSettings(interfaceType));
+    QFETCH(int, interfaceType);
+    Tool tool(test::crystalSettings(static_cast<std::int16_t>(interfaceType)));
     const QStringList files{QStringLiteral("--output"), QStringLiteral("sweep.csv"), QStringLiteral("--picture"),
                             QStringLiteral("sweep.png")};
     QCOMPARE(tool.run(files), 0);
@@ -264,7 +257,7 @@ void TestCalvornSweep::theMarkersOfAPictureFollowTheScale()
     QVERIFY(shows("linear", "0.500", "0.800"));
     QVERIFY(shows("1V", "-6.0", "-1.9"));
     QVERIFY(shows("10V+10dB", "-26.0", "-21.9"));
-    // 100,000 dB are too many volts for a double.
+    // 100,000 dB is more volts than a double can hold.
     tool.folder.set("Calvorn", "Scale", QStringLiteral("3"));
     tool.folder.set("Calvorn", "Marker 3", QStringLiteral("100000"));
     tool.folder.set("Calvorn", "Marker 4", QStringLiteral("-14"));
@@ -302,7 +295,7 @@ void TestCalvornSweep::otherSettingsReachTheServerToo()
     QCOMPARE(tool.run({QStringLiteral("--settings=other.ini"), QStringLiteral("--output=notch.csv")}), 0);
     QCOMPARE(tool.run({QStringLiteral("--output=bandpass.csv"), QStringLiteral("--start=2000000")}), 0);
     QCOMPARE(contents(tool.inFolder("other.ini")), before);
-    // The filters are opposites: far from the centre one blocks and the other lets through.
+    // The filters are opposites: far from the centre, one blocks and the other passes.
     const auto amplitude = [&tool](const char *name) {
         return contents(tool.inFolder(name)).split('\n')[1].trimmed().split(',')[3].toDouble();
     };
@@ -518,7 +511,7 @@ void TestCalvornSweep::helpAndManualNameEveryOption()
     manual.remove(u'\\');
     for (const char *option :
          {"settings", "start", "stop", "sweeps", "average", "scale", "input", "reference", "results", "fixture",
-          "limits", "format", "output", "picture", "traces", "help", "version"}) {
+          "limits", "format", "output", "picture", "traces", "listen", "help", "version"}) {
         const QString name = QStringLiteral("--") + QString::fromLatin1(option);
         QVERIFY2(help.contains(name), option);
         QVERIFY2(manual.contains(name), option);

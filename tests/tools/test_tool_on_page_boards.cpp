@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Tests calvorn-sweep with boards that were written from docs/hardware/ alone: correct rows from good boards, and the
 // correct exit code for faulty ones.
+#include "tests/support/interface_rows.h"
 #include "tests/support/page_rows.h"
 #include "tests/support/sweep_tool.h"
 
@@ -34,7 +35,7 @@ class TestToolOnPageBoards : public QObject
     Q_OBJECT
 
 private slots:
-    void healthyBoards_data();
+    void healthyBoards_data() { test::addInterfaceRows(); }
     void healthyBoards();
     void strayBytesAtTheOpening_data();
     void strayBytesAtTheOpening();
@@ -43,14 +44,6 @@ private slots:
     void aRemarkComesOnce();
     void aMultiplierThatCannotWork();
 };
-
-void TestToolOnPageBoards::healthyBoards_data()
-{
-    QTest::addColumn<int>("interfaceType");
-    QTest::newRow("PIC") << int{kInterfacePic};
-    QTest::newRow("parallel port") << int{kInterfaceLpt};
-    QTest::newRow("MiniVNA") << int{kInterfaceVna};
-}
 
 void TestToolOnPageBoards::healthyBoards()
 {
