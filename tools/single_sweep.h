@@ -16,7 +16,7 @@ namespace calvorn {
 
 struct SweepRequest
 {
-    QString settingsFile;              // empty: the one in the program's folder
+    QString settingsFile;              // empty: the usual one, see settingsToRead()
     std::optional<std::int32_t> start; // Hz; if empty, the one of the settings
     std::optional<std::int32_t> stop;
     std::optional<std::int16_t> scale; // core/scale_type.h; if empty, the one of the settings

@@ -9,13 +9,14 @@
 
 namespace calvorn::test {
 
-// Folders and links like those of Linux for serial ports on USB: class/tty/<port>/device leads below the USB device.
+// Imitates Linux's folders and links for serial ports on USB: class/tty/<port>/device leads to a folder below the USB
+// device.
 class UsbTree
 {
 public:
     enum class Depth {
-        Adapter, // device/interface/port, as drivers of serial adapters make it
-        OwnUsb,  // device/interface, as the driver of CDC ACM makes it
+        Adapter, // device/interface/port, the layout of serial adapter drivers
+        OwnUsb,  // device/interface, the layout of the CDC ACM driver
     };
 
     QString ttyClass() const { return m_folder.filePath(QStringLiteral("class/tty")); }
@@ -44,7 +45,7 @@ public:
 
     void pull(const char *port) const { QFile::remove(ttyClass() + u'/' + QString::fromLatin1(port) + "/device"); }
 
-    // A name of its own for the port, as udev gives it by a link.
+    // Returns a second name for the port: a link, such as udev makes.
     QString linkTo(const char *port) const
     {
         const QString device = m_folder.filePath(QString::fromLatin1(port));

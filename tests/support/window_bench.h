@@ -32,8 +32,8 @@ struct WindowBench : WidgetHands
     {
         configuration = Configuration();
         window.reset();
-        station = std::make_unique<SweepStation>(ProgramFolders{folder.path(), folder.path(), folder.path()}, configuration, desktop,
-                                                 desktop);
+        station = std::make_unique<SweepStation>(ProgramFolders{folder.path(), folder.path(), folder.path()},
+                                                 configuration, desktop, desktop);
         window = std::make_unique<FrmSweep>(*station);
         started = window->start();
         if (!started)
