@@ -82,6 +82,42 @@ private slots:
         for (const int y : {800, 801})
             QCOMPARE(image.pixel(610, y), graph.line(GraphItem::M3).colour);
     }
+
+    void thePointerIsACrossInAFrame()
+    {
+        Configuration configuration;
+        SweepTable table(configuration);
+        Markers markers;
+        SweepGraph graph(configuration, table, markers);
+        graph.inizializzaGraph();
+        graph.resize(401, 401);
+        for (const GraphItem item : {GraphItem::M1, GraphItem::M2, GraphItem::M3, GraphItem::M4})
+            graph.markers().setVisible(item, false);
+        graph.show();
+        graph.activateWindow();
+        graph.setFocus();
+        QTRY_VERIFY(graph.hasFocus());
+        const QImage image = graph.grab().toImage().convertToFormat(QImage::Format_RGB32);
+        QRect cross;
+        int pixels = 0;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x) {
+                if (image.pixel(x, y) == qRgb(255, 255, 255)) {
+                    cross |= QRect(x, y, 1, 1);
+                    ++pixels;
+                }
+            }
+        }
+        // Six logical pixels to each side of the middle, in lines of one device pixel.
+        QVERIFY2(std::abs(cross.width() - 25) <= 1, qPrintable(QString::number(cross.width())));
+        QVERIFY2(std::abs(cross.height() - 25) <= 1, qPrintable(QString::number(cross.height())));
+        QCOMPARE(pixels, cross.width() + cross.height() - 1);
+        QVERIFY(std::abs(cross.center().x() - 401) <= 1 && std::abs(cross.center().y() - 401) <= 1);
+        // The frame of the focus covers all four sides.
+        const QRgb frame = graph.palette().color(QPalette::Highlight).rgb();
+        for (const QPoint side : {QPoint(2, 310), QPoint(799, 310), QPoint(310, 2), QPoint(310, 799)})
+            QCOMPARE(image.pixel(side), frame);
+    }
 };
 
 int main(int argc, char **argv)

@@ -2,8 +2,11 @@
 #include "setup/lpt_pin_window.h"
 #include "tests/support/program_folder.h"
 
+#include <QHash>
 #include <QLabel>
 #include <QTest>
+
+#include <algorithm>
 
 using namespace calvorn;
 
@@ -56,6 +59,56 @@ private slots:
         QVERIFY2(text.contains(QStringLiteral("Pin 5 (D3): ADC clock;")), qPrintable(text));
         QVERIFY2(text.contains(QStringLiteral("Pin 16 (INIT): not used")), qPrintable(text));
         QVERIFY(!drawing->grab().isNull());
+    }
+
+    // At the size that it asks for, the drawing shows every pin and every label whole.
+    void thePinsAndTheirLabelsHaveRoom()
+    {
+        LptPinDrawing drawing;
+        drawing.setUses(pinUses({}));
+        drawing.resize(drawing.sizeHint());
+        const QImage image = drawing.grab().toImage().convertToFormat(QImage::Format_RGB32);
+        const QRgb paper = image.pixel(0, 0);
+        QRect inked;
+        QHash<QRgb, int> pixels; // of each colour
+        int rowsOfPins = 0;
+        const QRgb shell = drawing.palette().color(QPalette::Mid).rgb();
+        for (int y = 0; y < image.height(); ++y) {
+            int gaps = 0;
+            int width = 0; // of the piece of the shell up to here
+            for (int x = 0; x < image.width(); ++x) {
+                const QRgb colour = image.pixel(x, y);
+                ++pixels[colour];
+                if (colour != paper)
+                    inked |= QRect(x, y, 1, 1);
+                width = colour == shell ? width + 1 : 0;
+                gaps += width == 4 ? 1 : 0;
+            }
+            rowsOfPins += gaps == 14 ? 1 : 0; // 13 pins above
+        }
+        QVERIFY(image.rect().adjusted(2, 2, -2, -2).contains(inked));
+        QVERIFY2(rowsOfPins >= 12, qPrintable(QString::number(rowsOfPins))); // no pin touches the next one
+        // Outputs, inputs and grounds.
+        for (const QRgb colour : {qRgb(0x2e, 0x7d, 0x32), qRgb(0x15, 0x65, 0xc0), qRgb(0x40, 0x40, 0x40)})
+            QVERIFY2(pixels.value(colour) > 200, qPrintable(QString::number(colour, 16)));
+
+        // The same connector without labels tells how far the labels reach.
+        int longest = 0;
+        auto unlabelled = pinUses({});
+        for (PinUse &use : unlabelled) {
+            const QString label = use.kind == PinUse::Kind::Unused ? use.line : use.signal;
+            if (use.number <= 13)
+                longest = std::max(longest, drawing.fontMetrics().tightBoundingRect(label).width());
+            use = {use.number, {}, {}, PinUse::Kind::Ground, false};
+        }
+        LptPinDrawing bare;
+        bare.setUses(unlabelled);
+        bare.resize(drawing.size());
+        const QImage plain = bare.grab().toImage().convertToFormat(QImage::Format_RGB32);
+        int top = 0; // of the shell
+        while (top < plain.height() && plain.pixel(plain.width() / 2, top) == paper)
+            ++top;
+        QVERIFY2(top - inked.top() >= longest, qPrintable(QString::number(top - inked.top())));
     }
 
     void nonsenseIsToldInstead()
