@@ -148,13 +148,9 @@ void SpanMouse::endDrag()
         m_band->hide();
 }
 
-// Uses the centre of the pixel under the mouse.
 double SpanMouse::frequencyAt(double x) const
 {
-    const double pixel = 1.0 / m_graph.devicePixelRatioF();
-    const QPointF user = m_graph.coordinates().toUser({x + pixel / 2.0, 0.0}, m_graph.size(), pixel);
-    const PlotAxis &axis = m_graph.model().axis;
-    return axis.start + (std::clamp(user.x(), 0.0, GraphCoordinates::kWidth) - 1.0) * axis.step;
+    return m_graph.model().axis.frequencyAt(m_graph.userPosition({x, 0.0}).x());
 }
 
 } // namespace calvorn

@@ -47,7 +47,7 @@ private:
     QRubberBand *m_band = nullptr;
     double m_from = 0.0; // x of the press, logical pixels
     bool m_dragging = false;
-    bool m_cancelled = false; // Escape was pressed while the button is still down
+    bool m_cancelled = false; // cancelled by Escape; the button is still down
     bool m_replaying = false; // sending the press that was held back
     int m_turned = 0;         // fraction of a notch so far, eighths of a degree
 };

@@ -20,9 +20,6 @@ namespace {
 
 constexpr double kGrabDistance = 4.0; // logical pixels within which the mouse grabs a line
 
-// Device pixels. Far outside any screen, but within the range of the rasteriser's fixed-point coordinates.
-constexpr double kFarAway = 16000.0;
-
 } // namespace
 
 SweepGraph::SweepGraph(const Configuration &configuration, const SweepTable &table, Markers &markers, QWidget *parent)
@@ -333,22 +330,21 @@ void SweepGraph::resizeEvent(QResizeEvent *event)
     emit captionsAboveChanged();
 }
 
-QPointF SweepGraph::userPosition(const QMouseEvent *event) const
+QPointF SweepGraph::userPosition(QPointF position) const
 {
-    // Use the centre of the pixel under the mouse.
     const double pixel = 1.0 / devicePixelRatioF();
     const double half = pixel / 2.0;
     const auto inside = [half](double at, int extent) {
         return std::clamp(at + half, half, std::max(extent - half, half));
     };
-    const QPointF user = coordinates().toUser(
-        {inside(event->position().x(), width()), inside(event->position().y(), height())}, size(), pixel);
+    const QPointF user =
+        coordinates().toUser({inside(position.x(), width()), inside(position.y(), height())}, size(), pixel);
     return {std::clamp(user.x(), 0.0, GraphCoordinates::kWidth), user.y()};
 }
 
 void SweepGraph::mouseMoveEvent(QMouseEvent *event)
 {
-    const QPointF user = userPosition(event);
+    const QPointF user = userPosition(event->position());
     if (event->buttons() == Qt::NoButton) {
         const auto near = markerNear(user.x(), user.y());
         setCursor(!near ? Qt::CrossCursor : isVertical(*near) ? Qt::SplitHCursor : Qt::SplitVCursor);
@@ -359,13 +355,13 @@ void SweepGraph::mouseMoveEvent(QMouseEvent *event)
 
 void SweepGraph::mousePressEvent(QMouseEvent *event)
 {
-    const QPointF user = userPosition(event);
+    const QPointF user = userPosition(event->position());
     emit mousePressed(event->button(), event->modifiers(), user.x(), user.y());
 }
 
 void SweepGraph::mouseReleaseEvent(QMouseEvent *event)
 {
-    const QPointF user = userPosition(event);
+    const QPointF user = userPosition(event->position());
     emit mouseReleased(event->button(), event->modifiers(), user.x(), user.y());
 }
 

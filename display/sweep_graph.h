@@ -88,6 +88,10 @@ public:
     // Returns the distance between two positions (user units) on the screen, in logical pixels.
     double pixelsBetween(QPointF from, QPointF to) const;
 
+    // Converts a mouse position (logical pixels) to user units, clamped to the plot. The mouse points at the centre of
+    // its pixel.
+    QPointF userPosition(QPointF position) const;
+
     // The points of the curve in user units; empty after clearCurve().
     QPolygonF curve() const;
 
@@ -116,7 +120,6 @@ protected:
     bool event(QEvent *event) override;
 
 private:
-    QPointF userPosition(const QMouseEvent *event) const;
     void movePointer(double columns, double lines);
     void putMarkerAtPointer(int number);
     void showToolTipBelow();

@@ -189,10 +189,9 @@ void LimitsPage::edit(const LimitLines &limits)
 void LimitsPage::addRow()
 {
     const MarkerSet &markers = m_graph.model().markers;
-    const PlotAxis &axis = m_graph.model().axis;
     const double level = markers[GraphItem::M3].position;
     LimitLines limits = editable();
-    LimitPoint point{axis.start + (markers.row(GraphItem::M1) - 1) * axis.step, {}, {}};
+    LimitPoint point{m_graph.model().axis.frequencyAt(markers.row(GraphItem::M1)), {}, {}};
     (m_clickSide->currentIndex() == 0 ? point.upper : point.lower) = level;
     limits.add(point);
     edit(limits);
@@ -209,9 +208,8 @@ void LimitsPage::removeRow()
 
 void LimitsPage::addClick(QPointF user)
 {
-    const PlotAxis &axis = m_graph.model().axis;
     LimitLines limits = editable();
-    LimitPoint point{std::nearbyint(axis.start + (user.x() - 1.0) * axis.step), {}, {}};
+    LimitPoint point{std::nearbyint(m_graph.model().axis.frequencyAt(user.x())), {}, {}};
     const double level = std::nearbyint(m_graph.coordinates().amplitudeOfY(user.y()) * 1000.0) / 1000.0;
     (m_clickSide->currentIndex() == 0 ? point.upper : point.lower) = level;
     limits.add(point);
@@ -227,7 +225,7 @@ bool LimitsPage::eventFilter(QObject *watched, QEvent *event)
     if (mouse->button() != Qt::LeftButton)
         return QWidget::eventFilter(watched, event);
     if (event->type() == QEvent::MouseButtonRelease)
-        addClick(m_graph.coordinates().toUser(mouse->position(), m_graph.size()));
+        addClick(m_graph.userPosition(mouse->position()));
     return true;
 }
 

@@ -42,11 +42,6 @@ Unit unitFor(double hertz)
     return {1.0, 0, TickTexts::hertz};
 }
 
-double frequencyAt(const PlotAxis &axis, double x)
-{
-    return axis.start + (x - 1.0) * axis.step;
-}
-
 bool fit(const std::vector<FrequencyTick> &ticks, const TickStrip &strip)
 {
     std::vector<TickInterval> intervals = strip.taken;
@@ -68,8 +63,8 @@ std::vector<FrequencyTick> frequencyTicks(const PlotAxis &axis, int every)
 {
     if (axis.step == 0.0)
         return {};
-    const double outermost = std::max(std::abs(frequencyAt(axis, kMajorDistance)),
-                                      std::abs(frequencyAt(axis, GraphCoordinates::kWidth - kMajorDistance)));
+    const double outermost = std::max(std::abs(axis.frequencyAt(kMajorDistance)),
+                                      std::abs(axis.frequencyAt(GraphCoordinates::kWidth - kMajorDistance)));
     const Unit unit = unitFor(outermost);
     const double finest = std::abs(kMajorDistance * axis.step) / unit.hertz / kFineness;
     DisplayMask mask("#0");
@@ -79,7 +74,7 @@ std::vector<FrequencyTick> frequencyTicks(const PlotAxis &axis, int every)
     for (int line = every; line < kMajorLines; line += every) {
         const double x = line * kMajorDistance;
         if (line != kMajorLines / 2)
-            ticks.push_back({x, unit.text(numbers.masked(frequencyAt(axis, x) / unit.hertz, mask))});
+            ticks.push_back({x, unit.text(numbers.masked(axis.frequencyAt(x) / unit.hertz, mask))});
     }
     return ticks;
 }

@@ -20,6 +20,9 @@ struct PlotAxis
     double start = 0.0; // Hz, of the first sample
     double step = 0.0;  // Hz, between samples; negative for a falling sweep
 
+    // Returns the frequency at an x in user units of the graph, Hz.
+    double frequencyAt(double x) const { return start + (x - 1.0) * step; }
+
     bool operator==(const PlotAxis &) const = default;
 };
 

@@ -25,9 +25,6 @@ constexpr double kLegendDistance = 6.0; // from the edges of the plot
 constexpr double kLegendMargin = 4.0;   // between the edge of the legend and its texts
 constexpr double kLegendLine = 26.0;    // length of the line sample
 
-// Device pixels. Far outside any screen, but within the range of the rasteriser's fixed-point coordinates.
-constexpr double kFarAway = 16000.0;
-
 struct InkPair
 {
     QRgb screen;

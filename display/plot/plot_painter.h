@@ -18,6 +18,9 @@ class QPainter;
 
 namespace calvorn {
 
+// Device pixels. Far outside any screen, but within the range of the rasteriser's fixed-point coordinates.
+inline constexpr double kFarAway = 16000.0;
+
 // Light lines on black, as on the screen, or dark lines on white paper.
 enum class GraphInk { Screen, Paper };
 
