@@ -151,8 +151,6 @@ QWidget *ResultsPage::makeButtons()
 void ResultsPage::choose()
 {
     const auto kind = static_cast<ResultKind>(std::max(m_kind->currentIndex(), 0));
-    m_fixture->setVisible(kind == ResultKind::Crystal);
-    m_fixtureCaption->setVisible(kind == ResultKind::Crystal);
     const bool isOther = kind != m_measurement.kind();
     const auto source = m_source->currentIndex() == 1 ? TraceSet::Source::Average : TraceSet::Source::Live;
     m_measurement.choose(kind, source, m_fixture->value());
@@ -238,7 +236,7 @@ void ResultsPage::goTo(std::optional<std::size_t> sample, GraphItem marker)
 std::size_t ResultsPage::sampleUnderM1() const
 {
     const PlotTrace sweep = m_measurement.shownSweep();
-    const double hertz = sweep.axis.start + (m_markers.row(GraphItem::M1) - 1) * sweep.axis.step;
+    const double hertz = sweep.axis.frequencyAt(m_markers.row(GraphItem::M1));
     const std::vector<double> &frequencies = m_measurement.response().frequencies;
     const auto nearest = std::ranges::lower_bound(frequencies, hertz - std::abs(sweep.axis.step) / 2.0);
     return std::min(static_cast<std::size_t>(nearest - frequencies.begin()), frequencies.size() - 1);
