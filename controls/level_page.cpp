@@ -157,6 +157,13 @@ void LevelPage::stopReading()
         m_generator.switchOff();
 }
 
+void LevelPage::stopBoth()
+{
+    stopReading();
+    if (m_generator.isOn())
+        m_generator.switchOff();
+}
+
 void LevelPage::showEvent(QShowEvent *event)
 {
     QWidget::showEvent(event);
@@ -186,19 +193,13 @@ void LevelPage::hideEvent(QHideEvent *event)
 {
     QWidget::hideEvent(event);
     if (!event->spontaneous())
-        m_boundary.run("Level_Hide", [this] {
-            stopReading();
-            if (m_generator.isOn())
-                m_generator.switchOff();
-        });
+        m_boundary.run("Level_Hide", [this] { stopBoth(); });
 }
 
 void LevelPage::shutDown()
 {
     try {
-        stopReading();
-        if (m_generator.isOn())
-            m_generator.switchOff();
+        stopBoth();
     } catch (const RuntimeError &) {
         // The hardware is closed next anyway.
     }

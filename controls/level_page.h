@@ -40,8 +40,9 @@ protected:
 
 private:
     void startReading();
-    // Also switches the generator off if the reading used sweeps, which leave it at some frequency of their range.
+    // Also switches the generator off if the reading used sweeps, which leave it somewhere in their range.
     void stopReading();
+    void stopBoth();
     void showPause(LevelReader::Pause why);
 
     ErrorBoundary &m_boundary;
