@@ -166,11 +166,12 @@ void GeneratorBox::cmdMemory_Click()
     if (index < 0)
         return;
     const QString typed = m_memory->currentText().simplified().remove(u';');
-    const bool isNew = typed.isEmpty() || typed == m_memory->itemText(index);
+    const bool keepsName = typed.isEmpty() || typed == m_memory->itemText(index);
     Memory &memory = m_memories[static_cast<std::size_t>(index)];
-    memory.name = isNew && !memory.name.isEmpty() ? memory.name
-                  : isNew                         ? NumberText().masked(m_hertz, kMaskHertz) + QStringLiteral(" Hz")
-                                                  : typed;
+    if (!keepsName)
+        memory.name = typed;
+    else if (memory.name.isEmpty())
+        memory.name = NumberText().masked(m_hertz, kMaskHertz) + QStringLiteral(" Hz");
     memory.hertz = m_hertz;
     showMemories();
     m_memory->setCurrentIndex(index);

@@ -64,10 +64,10 @@ LevelBox::LevelBox(const Configuration &configuration, QWidget *parent)
     numbers->addWidget(m_volts, 1);
     numbers->addWidget(m_watts, 1);
     numbers->addWidget(m_relative, 1);
-    auto *anew = named(new QPushButton(tr("&Reset"), this), "cmdExtremes", tr("Starts minimum and maximum afresh"));
-    connect(anew, &QPushButton::clicked, this, &LevelBox::cmdExtremes_Click);
+    auto *reset = named(new QPushButton(tr("&Reset"), this), "cmdExtremes", tr("Starts minimum and maximum afresh"));
+    connect(reset, &QPushButton::clicked, this, &LevelBox::cmdExtremes_Click);
     auto *buttons = new QHBoxLayout;
-    for (QPushButton *button : {m_hold, m_zero, anew})
+    for (QPushButton *button : {m_hold, m_zero, reset})
         buttons->addWidget(button);
     auto *form = new QFormLayout;
     form->addRow(tr("Atten&uator - dB"), m_attenuator);

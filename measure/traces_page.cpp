@@ -165,10 +165,10 @@ QWidget *TracesPage::makeMoving()
     m_averaged = new QLabel(this);
     m_averaged->setObjectName(QStringLiteral("lblAveraged"));
     m_averaged->setToolTip(tr("Sweeps averaged so far"));
-    auto *anew = new QPushButton(tr("Sta&rt anew"), this);
-    anew->setObjectName(QStringLiteral("cmdStartAnew"));
-    anew->setToolTip(tr("Begin holds and average again with the next sweep; another range does so, too"));
-    connect(anew, &QPushButton::clicked, this, [this] {
+    auto *restart = new QPushButton(tr("Sta&rt anew"), this);
+    restart->setObjectName(QStringLiteral("cmdStartAnew"));
+    restart->setToolTip(tr("Begin holds and average again with the next sweep; another range does so, too"));
+    connect(restart, &QPushButton::clicked, this, [this] {
         m_measurement.traces().startAnew();
         m_measurement.tracesEdited();
     });
@@ -177,7 +177,7 @@ QWidget *TracesPage::makeMoving()
     grid->addWidget(m_average, 2, 0);
     grid->addWidget(m_averageOver, 2, 1);
     grid->addWidget(m_averaged, 2, 2);
-    grid->addWidget(anew, 0, 1, 2, 2, Qt::AlignVCenter);
+    grid->addWidget(restart, 0, 1, 2, 2, Qt::AlignVCenter);
     grid->setColumnStretch(2, 1);
     return box;
 }
