@@ -4,6 +4,7 @@
 #include "core/detector_calibration.h"
 #include "core/number_text.h"
 #include "data/amplitude_writer.h"
+#include "protocol/devices.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -15,7 +16,7 @@ namespace calvorn {
 
 namespace {
 
-constexpr int kMostCounts = 1024; // one more than the highest count of a 10-bit converter
+constexpr int kCounts = kHighestCount10Bit + 1;
 constexpr int kButtonsInARow = 3;
 constexpr int kPictureMs = 16; // about one frame at 60 Hz
 
@@ -159,8 +160,8 @@ void TestPanel::cmdDraw_Click()
 {
     m_hooks.drawScreen();
     for (int row = 1; row <= kSweepPoints; ++row) {
-        const int drop = static_cast<int>(QRandomGenerator::global()->generateDouble() * kMostCounts + 1.0);
-        m_table.setText(row, SweepTable::SampleColumn, NumberText::fromInteger(kMostCounts - drop));
+        const int drop = static_cast<int>(QRandomGenerator::global()->generateDouble() * kCounts + 1.0);
+        m_table.setText(row, SweepTable::SampleColumn, NumberText::fromInteger(kCounts - drop));
     }
     AmplitudeWriter(m_configuration, m_table).convertAllRows();
     m_table.sweepWritten(SweepOrigin::Drawn, detectorOf(m_configuration));

@@ -15,11 +15,11 @@ namespace calvorn {
 
 namespace {
 
-constexpr double kLowestClock = 1e6;  // Hz, of the three chips
+constexpr double kLowestClock = 1e6;  // Hz, of the reference clock
 constexpr double kHighestClock = 1e9; // Hz
-constexpr int kLowestMultiplier = 4;  // of the AD9951
-constexpr int kHighestMultiplier = 20;
-constexpr std::int16_t kTimesSix = 6;
+constexpr int kLowestMultiplier = factsOf(DdsChip::Ad9951).multiplierLow;
+constexpr int kHighestMultiplier = factsOf(DdsChip::Ad9951).multiplierHigh;
+constexpr std::int16_t kTimesSix = factsOf(DdsChip::Ad9851).multiplierLow;
 constexpr int kTextMargin = 5; // logical pixels, around the text of a box
 constexpr DisplayMask kMaskOffset{"##0.000"};
 
