@@ -4,7 +4,6 @@
 #include "instrument/level_reader.h"
 #include "widgets/real_spin_box.h"
 
-#include <QCheckBox>
 #include <QGroupBox>
 #include <QLabel>
 #include <QProgressBar>

@@ -225,13 +225,13 @@ QString FrmCalibraLevel::lawText(const std::optional<DetectorLaw> &law) const
         return tr("The best line has a slope outside 1 to 1000 mV per dB, or an intercept beyond 200 dBm: no law.");
     if (!law)
         return tr("The volts do not rise or fall all the way with the level: no law.");
+    if (law->kind == DetectorLaw::Kind::Table)
+        return tr("%1 points").arg(law->points().size());
     double worst = 0.0;
     for (const CalibrationPoint &point : m_points)
         worst = std::max(worst, std::abs(residualOf(*law, point)));
     const NumberText numbers;
     const QString error = tr("largest error %1 dB").arg(numbers.masked(worst, kMaskFixed));
-    if (law->kind == DetectorLaw::Kind::Table)
-        return tr("%1 points").arg(law->points().size());
     return tr("%1 mV per dB, intercept %2 dBm, %3")
         .arg(numbers.masked(law->slope, kMaskVolt), numbers.masked(law->intercept, kMaskVolt), error);
 }

@@ -21,7 +21,7 @@ namespace calvorn {
 
 namespace {
 
-// Highlights a pressed button: by default it is only slightly darker, which is invisible among dark colours.
+// Highlights a pressed button, because the default shade is hard to see among dark colours.
 void markPressed(QPushButton *button, bool pressed)
 {
     QPalette colours = button->parentWidget()->palette();
@@ -111,15 +111,15 @@ void FrmSetUp::buildPages(const SetUpContext &context)
     auto *interfacePage = new InterfacePage(context);
     m_pages = {interfacePage, new DdsPage(context), new AdcPage(context), new AuxPage(context), new PortPage(context)};
     connect(interfacePage, &InterfacePage::interfaceChosen, this, &FrmSetUp::interfaceChosen);
-    m_frame = new QWidget(this);
-    m_frame->setObjectName(QStringLiteral("frameSetUp"));
-    auto *stack = new QGridLayout(m_frame);
+    auto *frame = new QWidget(this);
+    frame->setObjectName(QStringLiteral("frameSetUp"));
+    auto *stack = new QGridLayout(frame);
     stack->setContentsMargins(0, 0, 0, 0);
     for (std::size_t page = 0; page < kPages; ++page) {
         m_pages[page]->setObjectName(QStringLiteral("frameSetUp_%1").arg(page));
         stack->addWidget(m_pages[page], 0, 0);
     }
-    static_cast<QGridLayout *>(layout())->addWidget(m_frame, 0, 1);
+    static_cast<QGridLayout *>(layout())->addWidget(frame, 0, 1);
     frameInvisibili();
 }
 

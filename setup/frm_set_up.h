@@ -58,7 +58,6 @@ private:
     ErrorBoundary &m_boundary;
     SetUpOpening m_opening;
     SetUpValues m_values;
-    QWidget *m_frame = nullptr; // frameSetUp, around the pages
     std::array<SetUpPage *, kPages> m_pages{};
     std::array<QPushButton *, kPages> m_pageButtons{};
     QPushButton *m_apply = nullptr;
