@@ -379,7 +379,7 @@ void MarkerPanel::putMarker(GraphItem marker, double x, double y)
     aggiornaPosMarkerY(marker);
 }
 
-// Keeps rounding to the precision of the box from moving a position inside the plot out of it.
+// Moves a position inside the plot so that rounding to the precision of its box leaves it inside.
 double MarkerPanel::insideAtPrecisionOfBox(double y) const
 {
     const GraphCoordinates &coordinates = m_graph.coordinates();
