@@ -3,6 +3,7 @@
 #include "tests/e2e/real_program.h"
 #include "tests/support/program_folder.h"
 
+#include <QTemporaryDir>
 #include <QTest>
 
 using namespace calvorn::test;
@@ -12,6 +13,7 @@ namespace {
 // A run of the program in an environment without a display, unless `variables` set one.
 struct Run
 {
+    QTemporaryDir runtime; // where a Wayland display would be; without one the library of Wayland complains
     QProcess process;
 
     void start(const RealProgram &program, const QStringList &variables, const QStringList &arguments = {})
@@ -20,6 +22,7 @@ struct Run
         for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "XDG_SESSION_TYPE", "LANGUAGE"})
             environment.remove(QString::fromLatin1(name));
         environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
+        environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), runtime.path());
         for (const QString &variable : variables)
             environment.insert(variable.section(u'=', 0, 0), variable.section(u'=', 1));
         process.setProcessEnvironment(environment);
