@@ -20,7 +20,8 @@ constexpr unsigned kScl = 0x40;
 constexpr unsigned kSda = 0x80;
 constexpr std::uint8_t kNobodyAcknowledges = 0x10; // SELECT reads SDA as high
 
-// Returns the data line at each rising clock edge, and "|" for each pulse on the update line.
+// Returns the data line at each rising clock edge, "|" for each pulse on the update line, and "?" for one that comes
+// while clock or data is high.
 QByteArray loadedBits(const std::vector<std::uint8_t> &writes)
 {
     QByteArray bits;
@@ -30,7 +31,7 @@ QByteArray loadedBits(const std::vector<std::uint8_t> &writes)
         if ((rising & kDdsClock) != 0)
             bits += (now & kDdsData) != 0 ? '1' : '0';
         if ((rising & kDdsUpdate) != 0)
-            bits += '|';
+            bits += (now & (kDdsClock | kDdsData)) == 0 ? '|' : '?';
         before = now;
     }
     return bits;
