@@ -2,6 +2,7 @@
 // The View menu entries that act on the board: the device of a simulated board and the mode of the MiniVNA.
 #include "tests/support/crystal_sweep.h"
 #include "tests/support/fake_server_control.h"
+#include "tests/support/interface_rows.h"
 #include "tests/support/window_bench.h"
 
 #include <QMenu>
@@ -87,7 +88,7 @@ class TestBoardMenus : public QObject
     test::FakeServerControl m_server;
 
 private slots:
-    void theDeviceIsMeasuredAtOnce_data();
+    void theDeviceIsMeasuredAtOnce_data() { test::addInterfaceRows(); }
     void theDeviceIsMeasuredAtOnce();
     void everyDeviceCanBeChosen();
     void theMenuRestsDuringASweep();
@@ -95,14 +96,6 @@ private slots:
     void whatTheHardwareDoesNotHaveIsHidden();
     void theModeIsThatOfTheTestPanel();
 };
-
-void TestBoardMenus::theDeviceIsMeasuredAtOnce_data()
-{
-    QTest::addColumn<int>("interfaceType");
-    QTest::newRow("PIC") << static_cast<int>(kInterfacePic);
-    QTest::newRow("parallel port") << static_cast<int>(kInterfaceLpt);
-    QTest::newRow("MiniVNA") << static_cast<int>(kInterfaceVna);
-}
 
 // A crystal shows a resonance, a piece of cable a straight line.
 void TestBoardMenus::theDeviceIsMeasuredAtOnce()

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The test panel's buttons and the auxiliary outputs, down to what the simulated boards do.
+#include "tests/support/interface_rows.h"
 #include "tests/support/interface_settings.h"
 #include "tests/support/quiet_time.h"
 #include "tests/support/watched.h"
@@ -88,9 +89,9 @@ private slots:
     void theMiniVnaFollows();
     void theMiniVnaChangesItsMode();
     void otherInterfacesHaveNoModes();
-    void theForcedStopGivesTheButtonsBack_data();
+    void theForcedStopGivesTheButtonsBack_data() { test::addInterfaceRows(); }
     void theForcedStopGivesTheButtonsBack();
-    void drawAndClearTouchNoBoard_data();
+    void drawAndClearTouchNoBoard_data() { test::addInterfaceRows(); }
     void drawAndClearTouchNoBoard();
     void everyBoxReachesItsLatch_data();
     void everyBoxReachesItsLatch();
@@ -232,23 +233,10 @@ void TestBoardsByHand::otherInterfacesHaveNoModes()
     }
 }
 
-void addInterfaces()
-{
-    QTest::addColumn<std::int16_t>("interfaceType");
-    QTest::newRow("PIC") << kInterfacePic;
-    QTest::newRow("parallel port") << kInterfaceLpt;
-    QTest::newRow("MiniVNA") << kInterfaceVna;
-}
-
-void TestBoardsByHand::theForcedStopGivesTheButtonsBack_data()
-{
-    addInterfaces();
-}
-
 void TestBoardsByHand::theForcedStopGivesTheButtonsBack()
 {
-    QFETCH(std::int16_t, interfaceType);
-    const Bench bench(settings(interfaceType));
+    QFETCH(int, interfaceType);
+    const Bench bench(settings(static_cast<std::int16_t>(interfaceType)));
     const Instrument &instrument = bench.window.station->instrument;
     bench.window.click("cmdStart");
     QTRY_VERIFY(bench.window.table()->text(400, SweepTable::SampleColumn) != QStringLiteral("0"));
@@ -269,15 +257,10 @@ void TestBoardsByHand::theForcedStopGivesTheButtonsBack()
     QCOMPARE(bench.window.desktop.boxes.size(), 0);
 }
 
-void TestBoardsByHand::drawAndClearTouchNoBoard_data()
-{
-    addInterfaces();
-}
-
 void TestBoardsByHand::drawAndClearTouchNoBoard()
 {
-    QFETCH(std::int16_t, interfaceType);
-    const Bench bench(settings(interfaceType));
+    QFETCH(int, interfaceType);
+    const Bench bench(settings(static_cast<std::int16_t>(interfaceType)));
     const auto *graph = bench.window.find<SweepGraph>("picSweep");
     const SweepTable *table = bench.window.table();
     const auto highest = [graph] {

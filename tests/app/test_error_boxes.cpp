@@ -1,46 +1,21 @@
 // SPDX-License-Identifier: MIT
 // Error boxes over an open calibration: their content, and that closing the program sends nothing more to the server.
+#include "tests/support/calibration_hands.h"
 #include "tests/support/fake_server_control.h"
 #include "tests/support/page_boards.h"
 #include "tests/support/page_scene.h"
 #include "tests/support/quiet_time.h"
-#include "tests/support/while_modal.h"
-
-#include <QAction>
-
-#include <functional>
 
 using namespace calvorn;
+using calvorn::test::calibrate;
+using calvorn::test::calibrationSettings;
+using calvorn::test::kDetector;
+using calvorn::test::kGenerator;
 using calvorn::test::Scene;
 using calvorn::test::WindowBench;
+using Hands = calvorn::test::CalibrationHands;
 
 namespace {
-
-constexpr char kGenerator[] = "mnuCalibraDDS";
-constexpr char kDetector[] = "mnuCalibraDetector";
-
-QByteArray settings(int interfaceType)
-{
-    const QByteArray chip = interfaceType == kInterfaceVna ? "AD9951\r\nDDS Multiplier=20\r\nDDS Xtal freq=20000000"
-                                                           : "AD9851\r\nDDS Multiplier=6\r\nDDS Xtal freq=30000000";
-    return "[Config]\r\nInterface=" + QByteArray::number(interfaceType) + "\r\nDDS Device=" + chip +
-           "\r\nADC Step=0.00244\r\nADC Offset=0.1\r\nADC Channel=2\r\n[Parallel Port]\r\nLPT=0\r\n"
-           "[Serial Port]\r\nCommPort=100\r\n[Calvorn]\r\nStart=1000000\r\nStop=10000000\r\n";
-}
-
-// Opens a calibration, performs the action in it, and closes it if it is still open.
-void calibrate(const WindowBench &bench, const QByteArray &entry, const std::function<void(QWidget &)> &action)
-{
-    bool done = false;
-    test::whileModal([&](QWidget &dialog) {
-        action(dialog);
-        done = true;
-        if (dialog.isVisible())
-            QTest::keyClick(&dialog, Qt::Key_Escape);
-    });
-    bench.window->findChild<QAction *>(QString::fromLatin1(entry))->trigger();
-    QVERIFY(done);
-}
 
 QStringList textsOf(const WindowBench &bench)
 {
@@ -77,9 +52,9 @@ private slots:
 // With the log off, a box is the only report of an error.
 void TestErrorBoxes::everyErrorIsShownOnce()
 {
-    WindowBench bench(test::FakeServerControl::program(), settings(kInterfaceLpt));
+    WindowBench bench(test::FakeServerControl::program(), calibrationSettings(kInterfaceLpt));
     auto *driver = bench.driver();
-    calibrate(bench, kGenerator, [&](QWidget &dialog) {
+    calibrate(bench, kGenerator, [&](const Hands &hands) {
         bench.desktop.whileBoxOpen = [&] {
             bench.desktop.whileBoxOpen = {};
             for (const char *text : {"first", "second", "third", "second"})
@@ -89,16 +64,16 @@ void TestErrorBoxes::everyErrorIsShownOnce()
         QCOMPARE(textsOf(bench),
                  (QStringList{QStringLiteral("first"), QStringLiteral("second"), QStringLiteral("third")}));
         QCOMPARE(bench.desktop.boxes.last().title, QStringLiteral("Sweep by Brenik"));
-        QVERIFY(dialog.isVisible());
+        QVERIFY(hands.dialog->isVisible());
     });
     QVERIFY(bench.window->isVisible());
 }
 
 void TestErrorBoxes::cancelDropsTheErrorsThatWait()
 {
-    WindowBench bench(test::FakeServerControl::program(), settings(kInterfaceLpt));
+    WindowBench bench(test::FakeServerControl::program(), calibrationSettings(kInterfaceLpt));
     auto *driver = bench.driver();
-    calibrate(bench, kGenerator, [&](QWidget &dialog) {
+    calibrate(bench, kGenerator, [&](const Hands &hands) {
         bench.desktop.whileBoxOpen = [&] {
             for (const char *text : {"first", "second", "third"})
                 emit driver->aErrore(2, QString::fromLatin1(text));
@@ -106,7 +81,7 @@ void TestErrorBoxes::cancelDropsTheErrorsThatWait()
         bench.desktop.answers.enqueue(kBoxOk);
         bench.desktop.answers.enqueue(kBoxCancel);
         emit driver->aErrore(2, QStringLiteral("first"));
-        QVERIFY(!dialog.isVisible());
+        QVERIFY(!hands.dialog->isVisible());
         QCOMPARE(textsOf(bench), (QStringList{QStringLiteral("first"), QStringLiteral("second")}));
     });
     QVERIFY(bench.window->isVisible());
@@ -129,12 +104,12 @@ void TestErrorBoxes::theEndTalksToNobody()
 {
     QFETCH(int, interfaceType);
     QFETCH(QByteArray, entry);
-    WindowBench bench(test::FakeServerControl::program(), settings(interfaceType));
+    WindowBench bench(test::FakeServerControl::program(), calibrationSettings(interfaceType));
     QVERIFY2(bench.desktop.boxes.isEmpty(), qPrintable(bench.desktop.lastText()));
     auto *driver = bench.driver();
     // A generator calibration with immediate effect shows the errors itself, and "Cancel" closes only that dialog.
     const bool ownBox = entry == kGenerator && interfaceType != kInterfacePic;
-    calibrate(bench, entry, [&](QWidget &dialog) {
+    calibrate(bench, entry.constData(), [&](const Hands &hands) {
         m_server.takeCalls();
         bench.desktop.whileBoxOpen = [&] {
             bench.desktop.whileBoxOpen = {};
@@ -144,11 +119,11 @@ void TestErrorBoxes::theEndTalksToNobody()
         bench.desktop.answers.enqueue(kBoxCancel);
         emit driver->aErrore(std::int16_t{100}, QStringLiteral("The acquisition server has ended unexpectedly."));
         QVERIFY(!bench.window->isVisible());
-        QCOMPARE(dialog.isVisible(), !ownBox);
+        QCOMPARE(hands.dialog->isVisible(), !ownBox);
         const QStringList calls = m_server.takeCalls();
         QVERIFY2(calls.last().endsWith(QStringLiteral(".ClosePort()")), qPrintable(calls.join(u' ')));
         // Neither detector readings nor a typed offset reach the server.
-        QTest::keyClicks(dialog.findChild<QLineEdit *>(), QStringLiteral("7"));
+        QTest::keyClicks(hands.dialog->findChild<QLineEdit *>(), QStringLiteral("7"));
         emit driver->aErrore(2, QStringLiteral("too late"));
         test::nothingHappensFor(400);
     });
@@ -161,10 +136,10 @@ void TestErrorBoxes::theDetectorLosesItsPort()
 {
     Scene scene(kInterfaceLpt, test::crystalSettings(kInterfaceLpt, QStringLiteral("unplug")));
     QVERIFY2(scene.desktop.boxes.isEmpty(), qPrintable(scene.desktop.lastText()));
-    calibrate(scene, kDetector, [&](QWidget &dialog) {
+    calibrate(scene, kDetector, [&](const Hands &hands) {
         scene.desktop.answers.enqueue(kBoxCancel);
         // The simulated port disappears after one and a half sweeps, which is a minute of readings.
-        dialog.findChild<QTimer *>(QStringLiteral("TimerDetector"))->setInterval(0);
+        hands.find<QTimer>("TimerDetector")->setInterval(0);
         QTRY_VERIFY_WITH_TIMEOUT(!scene.window->isVisible(), 30'000);
         QCOMPARE(scene.serverPid(), 0);
         test::nothingHappensFor(400);
@@ -178,14 +153,14 @@ void TestErrorBoxes::theGeneratorLosesItsPort()
     test::SerialPageBoard board("vna_board_by_the_page");
     Scene scene(kInterfaceVna, test::pageSettings(kInterfaceVna, board.link()));
     QVERIFY2(scene.desktop.boxes.isEmpty(), qPrintable(scene.desktop.lastText()));
-    calibrate(scene, kGenerator, [&](QWidget &dialog) {
+    calibrate(scene, kGenerator, [&](const Hands &hands) {
         scene.desktop.whileBoxOpen = [&] {
             scene.desktop.whileBoxOpen = {};
             scene.window->close();
         };
         scene.desktop.answers.enqueue(kBoxCancel);
         board.tell("unplug");
-        QTest::keyClicks(dialog.findChild<QLineEdit *>(), QStringLiteral("7"));
+        QTest::keyClicks(hands.dialog->findChild<QLineEdit *>(), QStringLiteral("7"));
         QTRY_VERIFY(!scene.window->isVisible());
         board.tell("plug");
         QCOMPARE(scene.serverPid(), 0);

@@ -2,6 +2,7 @@
 // No sweep may contain rows of another plan, whatever the order of events: random actions drive the whole window with
 // the real server and a board that shares no code with them. Each count of the board encodes the frequency at which
 // it was measured, so the test compares each stored vector with the frequencies in its rows.
+#include "tests/support/interface_rows.h"
 #include "tests/support/page_rows.h"
 #include "tests/support/quiet_time.h"
 #include "tests/support/window_bench.h"
@@ -233,17 +234,9 @@ class TestInterleavings : public QObject
     Q_OBJECT
 
 private slots:
-    void noRowOfAnotherPlan_data();
+    void noRowOfAnotherPlan_data() { test::addInterfaceRows(); }
     void noRowOfAnotherPlan();
 };
-
-void TestInterleavings::noRowOfAnotherPlan_data()
-{
-    QTest::addColumn<int>("interfaceType");
-    QTest::newRow("PIC") << int{kInterfacePic};
-    QTest::newRow("parallel port") << int{kInterfaceLpt};
-    QTest::newRow("MiniVNA") << int{kInterfaceVna};
-}
 
 void TestInterleavings::noRowOfAnotherPlan()
 {

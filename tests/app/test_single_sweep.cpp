@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The command "Single sweep" on each of the three simulated boards.
 #include "tests/support/crystal_sweep.h"
+#include "tests/support/interface_rows.h"
 #include "tests/support/quiet_time.h"
 #include "tests/support/window_bench.h"
 
@@ -38,24 +39,15 @@ class TestSingleSweep : public QObject
 {
     Q_OBJECT
 
-private:
-    static void addRows()
-    {
-        QTest::addColumn<int>("interfaceType");
-        QTest::newRow("PIC") << static_cast<int>(kInterfacePic);
-        QTest::newRow("parallel port") << static_cast<int>(kInterfaceLpt);
-        QTest::newRow("MiniVNA") << static_cast<int>(kInterfaceVna);
-    }
-
 private slots:
-    void oneVectorAndThenItStops_data() { addRows(); }
+    void oneVectorAndThenItStops_data() { test::addInterfaceRows(); }
     void oneVectorAndThenItStops();
     void theMenuDoesTheSame();
-    void aRunningSweepStopsAfterTheNextVector_data() { addRows(); }
+    void aRunningSweepStopsAfterTheNextVector_data() { test::addInterfaceRows(); }
     void aRunningSweepStopsAfterTheNextVector();
-    void aRangeTypedJustBeforeIsMeasuredAndKept_data() { addRows(); }
+    void aRangeTypedJustBeforeIsMeasuredAndKept_data() { test::addInterfaceRows(); }
     void aRangeTypedJustBeforeIsMeasuredAndKept();
-    void aRangeTypedMeanwhileIsMeasuredOnce_data() { addRows(); }
+    void aRangeTypedMeanwhileIsMeasuredOnce_data() { test::addInterfaceRows(); }
     void aRangeTypedMeanwhileIsMeasuredOnce();
     void continuousSweepsFollow();
 };

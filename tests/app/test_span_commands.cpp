@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Choosing the range with the mouse over the graph, as centre and span, and back and forth through previous ranges.
 #include "tests/support/fake_server_control.h"
+#include "tests/support/interface_rows.h"
 #include "tests/support/interface_settings.h"
 #include "tests/support/locales.h"
 #include "tests/support/own_plot.h"
@@ -142,7 +143,7 @@ private slots:
     void escapeCancelsADrag();
     void aDragOverAMarkerLeavesItAlone();
     void aClickWithCtrlPutsM1();
-    void aDragInASweepReplansIt_data();
+    void aDragInASweepReplansIt_data() { test::addInterfaceRows(); }
     void aDragInASweepReplansIt();
 
     void backAndForthThroughTheSpans();
@@ -318,14 +319,6 @@ void TestSpanCommands::aClickWithCtrlPutsM1()
     QTest::mouseClick(bench.graph(), Qt::RightButton, Qt::ControlModifier, bench.pixel(331));
     QCOMPARE(bench.row(GraphItem::M2), 331.0);
     QCOMPARE(bench.range(), QStringLiteral("1000000 5000000"));
-}
-
-void TestSpanCommands::aDragInASweepReplansIt_data()
-{
-    QTest::addColumn<int>("interfaceType");
-    QTest::newRow("PIC") << static_cast<int>(kInterfacePic);
-    QTest::newRow("parallel port") << static_cast<int>(kInterfaceLpt);
-    QTest::newRow("MiniVNA") << static_cast<int>(kInterfaceVna);
 }
 
 void TestSpanCommands::aDragInASweepReplansIt()

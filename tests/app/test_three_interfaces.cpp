@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The same simulated device, a crystal with one sharp resonance, on each of the three simulated boards.
 #include "tests/support/crystal_sweep.h"
+#include "tests/support/interface_rows.h"
 #include "tests/support/window_bench.h"
 
 #include <QSet>
@@ -16,17 +17,8 @@ class TestThreeInterfaces : public QObject
 {
     Q_OBJECT
 
-private:
-    static void addRows()
-    {
-        QTest::addColumn<int>("interfaceType");
-        QTest::newRow("PIC") << static_cast<int>(kInterfacePic);
-        QTest::newRow("parallel port") << static_cast<int>(kInterfaceLpt);
-        QTest::newRow("MiniVNA") << static_cast<int>(kInterfaceVna);
-    }
-
 private slots:
-    void theResonanceStandsInTheSameRow_data() { addRows(); }
+    void theResonanceStandsInTheSameRow_data() { test::addInterfaceRows(); }
     void theResonanceStandsInTheSameRow()
     {
         QFETCH(int, interfaceType);
@@ -54,7 +46,7 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(sweeps > before, 10000);
     }
 
-    void aRangeMadeTooSmallIsCorrectedInTheSweep_data() { addRows(); }
+    void aRangeMadeTooSmallIsCorrectedInTheSweep_data() { test::addInterfaceRows(); }
 
     // The sweep continues in the range that the message names.
     void aRangeMadeTooSmallIsCorrectedInTheSweep()
