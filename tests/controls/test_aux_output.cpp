@@ -334,15 +334,6 @@ private slots:
         QCOMPARE(bench.sent, QStringList());
     }
 
-    void otherInterfacesDoNotReact()
-    {
-        Bench bench(kEnabled);
-        bench.configuration.interfaceType = kInterfacePic;
-        bench.press(0);
-        QCOMPARE(bench.box(0)->checkState(), Qt::Unchecked);
-        QVERIFY(bench.sent.isEmpty());
-    }
-
     void aDisabledOutputShowsAndSendsNothing()
     {
         Bench bench("[Aux1]\r\nEnabled=0\r\n");

@@ -544,13 +544,13 @@ void TestFrmSetUp::badValuesAreNamed()
 void TestFrmSetUp::everyControlIsNamedAndExplained()
 {
     SetUpBench bench(kConfigured);
+    bench.click("cmdPort"); // fills the tool tips of the ports
     int controls = 0;
     for (const QWidget *control : bench.dialog->findChildren<QWidget *>()) {
         const bool entry = qobject_cast<const QLineEdit *>(control) || qobject_cast<const QScrollBar *>(control);
         if (!entry && !qobject_cast<const QAbstractButton *>(control))
             continue;
         ++controls;
-        bench.click("cmdPort"); // fills the tool tips of the ports
         QVERIFY2(!control->objectName().isEmpty(), control->metaObject()->className());
         QVERIFY2(!control->toolTip().isEmpty(), qPrintable(control->objectName()));
         if (entry)
