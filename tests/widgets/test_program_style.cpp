@@ -50,6 +50,7 @@ private slots:
     void initTestCase();
     void framesShowOnADarkDesktop_data();
     void framesShowOnADarkDesktop();
+    void cornersAreThoseOfFusion();
     void aDisabledFrameIsFainter();
     void aGroupHasOneFrameBelowItsTitle();
     void lightDesktopsLookLikeFusion();
@@ -86,6 +87,14 @@ void TestProgramStyle::framesShowOnADarkDesktop()
         ++x;
     QVERIFY2(picture.pixelColor(x, y).lightness() > kWindow.lightness() + 30,
              qPrintable(QStringLiteral("%1 at %2").arg(picture.pixelColor(x, y).name()).arg(x)));
+}
+
+void TestProgramStyle::cornersAreThoseOfFusion()
+{
+    const auto corner = [](QWidget &&widget) { return pictureOf(widget).pixelColor(0, 0).lightness(); };
+    const int square = corner(QTreeView());
+    QVERIFY2(square > kWindow.lightness() + 30, qPrintable(QString::number(square)));
+    QVERIFY(corner(QLineEdit()) < square - 30);
 }
 
 void TestProgramStyle::aDisabledFrameIsFainter()
