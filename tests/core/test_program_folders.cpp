@@ -26,7 +26,7 @@ QByteArray contents(const QString &path)
 
 } // namespace
 
-// Where the settings are, beside programs that can be written and programs that cannot.
+// Tests where the settings are stored if the program folder is writable and if it is not.
 class TestProgramFolders : public QObject
 {
     Q_OBJECT
@@ -91,7 +91,7 @@ void TestProgramFolders::theConfigurationFolderOfTheUser()
     QCOMPARE(programFolders(programs()).settings, path("home/.config/calvorn"));
     qputenv("XDG_CONFIG_HOME", path("elsewhere").toUtf8());
     QCOMPARE(programFolders(programs()).settings, path("elsewhere/calvorn"));
-    // To find out writes nothing.
+    // Asking for the folder creates nothing.
     QVERIFY(!QFile::exists(path("home/.config")));
     QVERIFY(!QFile::exists(path("elsewhere")));
 }
@@ -107,7 +107,7 @@ void TestProgramFolders::theFirstUseCopiesThePreparedSettings()
     QCOMPARE(QDir(path("home/.config/calvorn")).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
              QStringList(QStringLiteral("Calvorn.ini")));
     QCOMPARE(settingsToRead(folders()), mine);
-    // The second use leaves it alone, and it can be written like any other.
+    // The copy is writable, and the second use does not replace it.
     write(mine, "mine");
     copySettingsOnFirstUse(folders());
     QCOMPARE(contents(mine), QByteArray("mine"));
@@ -141,7 +141,7 @@ void TestProgramFolders::aFolderThatCannotBeMade()
     QVERIFY(!makeSettingsFolder(folders()));
 }
 
-// Programs that can be written change nothing: an installation has its settings in the user's folder, root's too.
+// An installation stores its settings in the user's folder even if the program folder is writable, also for root.
 void TestProgramFolders::anInstallation()
 {
     write(path("usr/bin/Calvorn"), "program");

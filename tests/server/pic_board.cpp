@@ -25,7 +25,7 @@ SimulatorSettings settings()
     return made;
 }
 
-// The word of this frequency, rounded from a number that has room for it.
+// Returns the exact tuning word of `hertz`, rounded to an integer.
 std::int64_t exactWord(std::int64_t hertz)
 {
     return std::llround(std::ldexp(static_cast<long double>(hertz), 32) / static_cast<long double>(kClockHz));
