@@ -485,8 +485,12 @@ void TestResults::nothingAtAll()
     const Trace flat = test::sampled(1e6, 2e6, [](double) { return 0.5; });
     QVERIFY(test::isNear(filterResults(responseIn(flat, 1.0)), "peakFreq", 1.5e6));
     for (const ResultKind kind : {ResultKind::Notch, ResultKind::Crystal, ResultKind::Match}) {
-        QVERIFY(!resultsOf(kind, relative(one)).empty());
-        QVERIFY(!resultsOf(kind, relative(flat)).empty());
+        for (const Trace &trace : {one, flat}) {
+            const Results results = resultsOf(kind, relative(trace));
+            QVERIFY(!results.empty());
+            for (const Result &result : results)
+                QCOMPARE(result.value.has_value(), result.missing == Missing::Nothing);
+        }
     }
     QVERIFY(test::isMissing(crystalResults(relative(one), 50.0), "fp", Missing::NoParallelResonance));
 }

@@ -5,6 +5,7 @@
 
 #include "server/drivers/serial_opener.h"
 #include "tests/server/terminal_pair.h"
+#include "tests/support/quiet_time.h"
 
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -32,7 +33,7 @@ QString failureOf(const QString &device, const LineSettings &line = {})
 double cpuSecondsOfASecond()
 {
     const std::clock_t before = std::clock();
-    QTest::qWait(1'000);
+    test::nothingHappensFor(1'000);
     return static_cast<double>(std::clock() - before) / CLOCKS_PER_SEC;
 }
 
@@ -114,7 +115,7 @@ void SerialLinkTest::missingModemLinesAreNoError()
 
     SerialLink link(terminal.path, {});
     QSignalSpy lost(&link, &SerialLink::lost);
-    QTest::qWait(50);
+    test::nothingHappensFor(50);
     QCOMPARE(lost.count(), 0);
     QVERIFY(link.isOpen());
 }
@@ -174,7 +175,7 @@ void SerialLinkTest::discardingAfterTheHangUp()
     QCOMPARE(lost.count(), 1);
     QVERIFY(!link.isOpen());
     QCOMPARE(link.read(), QByteArray());
-    QTest::qWait(50);
+    test::nothingHappensFor(50);
     QCOMPARE(lost.count(), 1);
 }
 
@@ -186,7 +187,7 @@ void SerialLinkTest::closingIsNoLoss()
     link.close();
     link.close();
     terminal.hangUp();
-    QTest::qWait(50);
+    test::nothingHappensFor(50);
     QCOMPARE(lost.count(), 0);
 }
 
@@ -272,6 +273,7 @@ void SerialLinkTest::numbersWithoutAPort()
     QVERIFY_THROWS_EXCEPTION(std::runtime_error, opener.openPic(0, {}));
     try {
         opener.openVna(99, {});
+        QFAIL("opened");
     } catch (const std::runtime_error &error) {
         QCOMPARE(error.what(), "There is no serial port COM99.");
     }
