@@ -3,6 +3,7 @@
 // sweep once, and can open the port again.
 #include "server/drivers/parallel_opener.h"
 #include "tests/server/lpt_bench.h"
+#include "tests/support/quiet_time.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -110,7 +111,7 @@ void LptFaultsTest::unpluggedInMidSweep()
     QCOMPARE(bench.errors.at(0).at(1).toString(), QStringLiteral("The parallel port is gone."));
     bench.driver.SetFrequency(1'000'000); // the program does this at the end of a sweep
     bench.driver.SetAux(5, 1);
-    QTest::qWait(50);
+    test::nothingHappensFor(50);
     QCOMPARE(bench.completes.count(), 1);
     QCOMPARE(bench.errors.count(), 1);
 

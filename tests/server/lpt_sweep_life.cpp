@@ -2,6 +2,7 @@
 // Tests how sweeps start, change their plan, fail and end: each sends one aComplete and no vector of an earlier plan.
 #include "server/boards/ad985x_model.h"
 #include "tests/server/lpt_bench.h"
+#include "tests/support/quiet_time.h"
 
 #include <QCoreApplication>
 #include <QTest>
@@ -57,7 +58,7 @@ void LptSweepLifeTest::stopInMidVectorCompletesOnce()
     bench.driver.StopSweep(1);
     QTRY_COMPARE(bench.completes.count(), 1);
     QVERIFY(clock.elapsed() < 1'000);
-    QTest::qWait(20);
+    test::nothingHappensFor(20);
     QCOMPARE(bench.completes.count(), 1);
     QCOMPARE(bench.vectors.count(), 0);
     QCOMPARE(bench.errors.count(), 0);
@@ -205,7 +206,7 @@ void LptSweepLifeTest::closingEndsTheSweep()
     bench.driver.ClosePort();
     QCOMPARE(bench.completes.count(), 1);
     const auto vectors = bench.vectors.count();
-    QTest::qWait(20);
+    test::nothingHappensFor(20);
     QCOMPARE(bench.completes.count(), 1);
     QCOMPARE(bench.vectors.count(), vectors);
     QVERIFY(bench.driver.OpenPort(0));

@@ -4,6 +4,7 @@
 #include "server/boards/pty_board.h"
 #include "server/links/serial_link.h"
 #include "tests/server/error_count.h"
+#include "tests/support/quiet_time.h"
 
 #include <QElapsedTimer>
 #include <QSignalSpy>
@@ -246,7 +247,7 @@ void PicDriverOnBoard::abortCompletesOnce()
     bench.driver.StopSweep(2);
     QTRY_COMPARE(bench.completes.size(), 1);
     const auto shown = bench.vectors.size();
-    QTest::qWait(150);
+    test::nothingHappensFor(150);
     QCOMPARE(bench.completes.size(), 1);
     QCOMPARE(bench.vectors.size(), shown);
     QCOMPARE(bench.errors.size(), 0);
@@ -322,7 +323,7 @@ void PicDriverOnBoard::unplugIsOneErrorAndMayComeBack()
     bench.pty.reset(); // removes the terminal
     QTRY_COMPARE(bench.completes.size(), 1);
     const std::clock_t before = std::clock();
-    QTest::qWait(1'000);
+    test::nothingHappensFor(1'000);
     QVERIFY(std::clock() - before < CLOCKS_PER_SEC / 20);
     QCOMPARE(bench.errorsWith(code::kPort), 1);
     QCOMPARE(bench.errors.size(), 1);
@@ -348,7 +349,7 @@ void PicDriverOnBoard::idleLinkCostsNothing()
     Bench bench(settingsWith(SimulatorFault::None));
     QVERIFY(bench.driver.OpenPort(kPort, kLine));
     const std::clock_t before = std::clock();
-    QTest::qWait(300);
+    test::nothingHappensFor(300);
     QVERIFY(std::clock() - before < CLOCKS_PER_SEC / 50);
 }
 

@@ -2,6 +2,7 @@
 // Tests the MiniVNA driver with bad lines and bad boards: the driver drops every sweep with detectable damage,
 // continues sweeping if possible, otherwise ends with one aComplete, and survives the loss of the port.
 #include "tests/server/vna_bench.h"
+#include "tests/support/quiet_time.h"
 
 #include <QElapsedTimer>
 #include <QTest>
@@ -197,7 +198,7 @@ void VnaFaultsTest::stopWhileItIsSilent()
     bench.driver.StopSweep(2);
     QTRY_COMPARE(bench.completes.count(), 1);
     QVERIFY(clock.elapsed() < 500);
-    QTest::qWait(2'000);
+    test::nothingHappensFor(2'000);
     QCOMPARE(bench.completes.count(), 1);
     QCOMPARE(bench.errors.count(), 0);
     QCOMPARE(bench.vectors.count(), 0);

@@ -5,6 +5,7 @@
 #include "server/drivers/vna_driver.h"
 #include "server/links/byte_link.h"
 #include "tests/server/error_count.h"
+#include "tests/support/quiet_time.h"
 
 #include <QElapsedTimer>
 #include <QFile>
@@ -149,7 +150,7 @@ void VnaSimulatedPortTest::idleCostsNothing()
     QVERIFY(bench.open());
     QTRY_VERIFY(bench.arrivals >= 1); // the answer to SetFrequency() in open()
     const std::clock_t before = std::clock();
-    QTest::qWait(1'000);
+    test::nothingHappensFor(1'000);
     const double seconds = static_cast<double>(std::clock() - before) / CLOCKS_PER_SEC;
     QVERIFY2(seconds < 0.05, qPrintable(QString::number(seconds)));
 }
@@ -234,7 +235,7 @@ void VnaSimulatedPortTest::unplugged()
     bench.start();
     QTRY_COMPARE_WITH_TIMEOUT(bench.completes.count(), 1, 10'000);
     QCOMPARE(bench.errorsWith(code::kPort), 1);
-    QTest::qWait(200);
+    test::nothingHappensFor(200);
     QCOMPARE(bench.errors.count(), 1);
     QCOMPARE(bench.completes.count(), 1);
     const auto before = bench.vectors.count();
