@@ -17,7 +17,7 @@ const QByteArray kSettings = test::ProgramFolder::preparedSettings().replace("Lo
 struct ScriptBench
 {
     explicit ScriptBench(const QByteArray &script)
-        : window(write(script), test::ProgramFolder::preparedSettings().replace("Log=0", "Log=1"))
+        : window(write(script), kSettings)
     {
     }
 
