@@ -451,7 +451,7 @@ int serve(Device &device)
 {
     stopOnSignals();
     if (!device.power(true)) {
-        std::cerr << "no terminal, or no link to it\n";
+        std::cerr << "cannot create the terminal or the link\n";
         return 1;
     }
     std::cout << "ready" << std::endl;

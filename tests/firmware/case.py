@@ -138,7 +138,7 @@ class FirmwareCase(unittest.TestCase):
         self.faults_before = len(self.c.faults())
 
     def tearDown(self):
-        self.assertEqual(self.c.faults()[self.faults_before:], [], "the generator was treated badly")
+        self.assertEqual(self.c.faults()[self.faults_before:], [], "the generator reported faults")
         self.assertTrue(all(byte.framed for byte in self.c.bytes(self.bytes_before)), "a byte without a stop bit")
         self.assertLess(self.c.slowest, ANSWER)
 

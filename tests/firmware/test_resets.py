@@ -169,7 +169,7 @@ class Program(case.FirmwareCase):
             if stands:
                 self.c.ask(f"poke {place} {GOTO | place & 0x7FF} 1")
                 return place
-        raise AssertionError("the program cannot be stopped")
+        raise AssertionError("the firmware cannot be stopped")
 
     def test_watchdog_bites(self):
         """A firmware that hangs anywhere is restarted by the watchdog, with the generator off and the line silent."""

@@ -70,7 +70,7 @@ void LptManySweepsTest::everyFrequencyAndEveryRow()
         };
         while (sweep < sweeps && !isSweep(sweep))
             ++sweep;
-        QVERIFY2(sweep < sweeps, qPrintable(QStringLiteral("vector %1 is no sweep of the board").arg(index)));
+        QVERIFY2(sweep < sweeps, qPrintable(QStringLiteral("vector %1 is not a sweep of the board").arg(index)));
         ++sweep;
         QCOMPARE(static_cast<int>(std::max_element(vector.begin(), vector.end()) - vector.begin()), 137);
     }

@@ -29,7 +29,7 @@ public:
     {
         pthread_attr_t attributes;
         if (pthread_getattr_default_np(&attributes) != 0 || pthread_attr_getstacksize(&attributes, &m_before) != 0)
-            qFatal("the size of a stack is not known");
+            qFatal("cannot read the stack size");
         pthread_attr_destroy(&attributes);
         setStack(std::size_t{1} << 60);
     }
@@ -43,7 +43,7 @@ private:
         pthread_attr_t attributes;
         pthread_attr_init(&attributes);
         if (pthread_attr_setstacksize(&attributes, bytes) != 0 || pthread_setattr_default_np(&attributes) != 0)
-            qFatal("the size of a stack cannot be set");
+            qFatal("cannot set the stack size");
         pthread_attr_destroy(&attributes);
     }
 

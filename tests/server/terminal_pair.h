@@ -22,7 +22,7 @@ public:
         : m_master(posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC))
     {
         if (m_master < 0 || grantpt(m_master) != 0 || unlockpt(m_master) != 0)
-            qFatal("the system gives no pseudo-terminal");
+            qFatal("cannot open a pseudo-terminal");
         path = QString::fromLocal8Bit(ptsname(m_master));
         m_slave = open(QFile::encodeName(path).constData(), O_RDWR | O_NOCTTY | O_CLOEXEC);
         termios attributes{};

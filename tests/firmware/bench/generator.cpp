@@ -31,7 +31,7 @@ void Generator::set(Line line, bool level, std::uint64_t cycle)
         resetRose_ = cycle;
     } else if (line == Line::Reset) {
         if (cycle == resetRose_)
-            complain(cycle, "a pulse on RESET without a length");
+            complain(cycle, "a RESET pulse of zero length");
         ++resets_;
         mode_ = Mode::Parallel;
         clocks_ = 0;

@@ -339,7 +339,7 @@ bool Script::takeLine(std::string &line)
     return true;
 }
 
-bool Script::carryOut(const std::string &line)
+void Script::carryOut(const std::string &line)
 {
     std::istringstream words(line);
     std::string name;
@@ -354,7 +354,6 @@ bool Script::carryOut(const std::string &line)
     }
     if (!result.empty())
         answer(result);
-    return result != "error";
 }
 
 void Script::answer(const std::string &line) const

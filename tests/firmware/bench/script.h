@@ -34,7 +34,7 @@ private:
     void serve();
     bool takeLine(std::string &line);
     void answer(const std::string &line) const;
-    bool carryOut(const std::string &line);
+    void carryOut(const std::string &line);
     void received();
 
     std::string startRun(std::istringstream &words);

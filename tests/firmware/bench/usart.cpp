@@ -49,7 +49,7 @@ void Usart::spy()
         rcsta_ = value & ~(Oerr | Ferr);
         control();
     };
-    rcstaSpy_->wasReset = [this] { startAnew(); };
+    rcstaSpy_->wasReset = [this] { reset(); };
     rcreg_->takes = [this] { return next(); };
     txreg_->replaces = [this](unsigned int value) { load(static_cast<std::uint8_t>(value)); };
     txstaSpy_->readAs = [this](unsigned int) { return txsta_ | (isSending_ ? 0 : Trmt); };
@@ -175,7 +175,7 @@ void Usart::control()
         flags_.set_txif();
 }
 
-void Usart::startAnew()
+void Usart::reset()
 {
     rcsta_ = txsta_ = spbrg_ = 0;
     fifo_.clear();

@@ -48,7 +48,7 @@ private:
     void callAt(std::uint64_t cycle);
     bool canSend() const;
     void control();
-    void startAnew();
+    void reset();
     void stopSending();
 
     PIR &flags_; // RCIF, TXIF and their interrupts
