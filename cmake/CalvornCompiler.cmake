@@ -32,7 +32,3 @@ target_link_options(calvorn_counting INTERFACE "$<$<CONFIG:Coverage>:--coverage>
 if(CALVORN_BUILD_FUZZERS)
     target_compile_options(calvorn_counting INTERFACE -fsanitize=fuzzer-no-link)
 endif()
-
-# Without optimisation the tests compile in two thirds of the time; they wait more than they compute. The program that
-# they test is the release.
-set(CALVORN_TEST_OPTIONS "$<$<CONFIG:Release>:-O0>")

@@ -45,9 +45,6 @@ function(calvorn_headers_of_tests)
     calvorn_headers(calvorn_headers_window_tests
         HEADERS ${calvorn_headers_plain} ${calvorn_headers_windows} ${calvorn_headers_tests}
         LINK Qt6::Test Qt6::Widgets)
-    foreach(headers calvorn_headers_tests calvorn_headers_window_tests)
-        target_compile_options(${headers} PRIVATE ${CALVORN_TEST_OPTIONS})
-    endforeach()
 endfunction()
 
 # calvorn_take_headers(<target> <library it links>...): those of the program that fit what the target links.
