@@ -2,6 +2,7 @@
 // The window under remote control: a command does what the matching control does, and no box is shown.
 #include "app/frm_preferences.h"
 #include "app/remote_control.h"
+#include "app/unattended_desktop.h"
 #include "core/number_text.h"
 #include "core/scale_type.h"
 #include "remote/scpi_door.h"
@@ -72,7 +73,7 @@ struct Bench : test::WindowBench
         client = std::make_unique<QTcpSocket>();
         client->connectToHost(QHostAddress::LocalHost, port);
         if (!client->waitForConnected(3'000))
-            qFatal("nobody opens the door: %s", qPrintable(client->errorString()));
+            qFatal("cannot connect: %s", qPrintable(client->errorString()));
     }
 
     // Performs an action in the Preferences dialog and closes the dialog.
@@ -114,12 +115,15 @@ private slots:
     void thePreferencesOpenAndCloseIt();
     void closedItCostsNothing();
     void aPortThatIsTaken();
+    void anotherPortMovesTheDoor();
+    void thePortLeftAsItIsKeepsTheClients();
     void commandsMoveTheControls();
     void sweeps_data() { test::addInterfaceRows(); }
     void sweeps();
     void boxesBecomeErrors();
     void aDialogComesFirst();
     void thePersonIsStillAsked();
+    void aCommandInsideACommandHasItsOwnFile();
     void theDoorClosesWithTheWindow();
     void theSettingsAreExplained();
 };
@@ -192,6 +196,35 @@ void TestRemoteWindow::aPortThatIsTaken()
     QVERIFY2(bench.label("lblStatus").contains(QStringLiteral("cannot use the port %1").arg(other.serverPort())),
              qPrintable(bench.label("lblStatus")));
     QVERIFY(bench.desktop.boxes.isEmpty());
+}
+
+void TestRemoteWindow::anotherPortMovesTheDoor()
+{
+    Bench bench;
+    bench.openDoor();
+    QCOMPARE(bench.error(), kNoError);
+    bench.port = freePort();
+    bench.inPreferences([&bench](FrmPreferences &preferences) {
+        auto *box = preferences.findChild<QSpinBox *>(QStringLiteral("spinRemotePort"));
+        box->setValue(bench.port);
+        emit box->editingFinished();
+    });
+    QVERIFY(QTest::qWaitFor([&] { return bench.client->state() == QAbstractSocket::UnconnectedState; }));
+    bench.enter();
+    QCOMPARE(bench.error(), kNoError);
+    QCOMPARE(bench.folder.setting("Remote", "Port"), QString::number(bench.port));
+}
+
+void TestRemoteWindow::thePortLeftAsItIsKeepsTheClients()
+{
+    Bench bench;
+    bench.openDoor();
+    bench.tell("NONSENSE");
+    QVERIFY(QTest::qWaitFor([&] { return bench.label("lblStatus").contains(QLatin1String("clients: 1")); }));
+    bench.inPreferences([](FrmPreferences &preferences) {
+        emit preferences.findChild<QSpinBox *>(QStringLiteral("spinRemotePort"))->editingFinished();
+    });
+    QVERIFY(bench.error().startsWith("-113,"));
 }
 
 void TestRemoteWindow::commandsMoveTheControls()
@@ -290,12 +323,39 @@ void TestRemoteWindow::thePersonIsStillAsked()
 {
     Bench bench;
     bench.openDoor();
-    QCOMPARE(bench.error(), kNoError);
+    QCOMPARE(bench.ask("FREQ:STAR 9.1 MHZ;STAR?"), QByteArray("9100000"));
     bench.type("txtStart", QStringLiteral("9000000"));
     bench.type("txtStop", QStringLiteral("9000001"));
     QVERIFY(QTest::qWaitFor([&] { return !bench.desktop.boxes.isEmpty(); }, 5'000));
     QVERIFY(bench.desktop.lastText().contains(QLatin1String("400 Hz")));
     QCOMPARE(bench.error(), kNoError);
+}
+
+void TestRemoteWindow::aCommandInsideACommandHasItsOwnFile()
+{
+    test::FakeDesktop person;
+    person.fileChoice = QStringLiteral("chosen");
+    UnattendedDesktop desktop(person);
+    QStringList told;
+    const auto tell = [&told](const QString &text) { told.append(text); };
+    const auto show = [&desktop] {
+        desktop.messageBox(BoxIcon::Information, BoxButtons::Ok, QStringLiteral("text"), {});
+    };
+    {
+        const UnattendedDesktop::Guard outer(desktop, tell, QStringLiteral("outer"));
+        {
+            const UnattendedDesktop::Guard inner(desktop, {}, QStringLiteral("inner"));
+            show();
+            QCOMPARE(person.boxes.size(), 1);
+        }
+        QCOMPARE(desktop.chooseFileToSave({}, {}), QStringLiteral("outer"));
+        QCOMPARE(desktop.chooseFileToOpen({}, {}), QStringLiteral("outer"));
+        show();
+        QCOMPARE(told, QStringList{QStringLiteral("text")});
+    }
+    QCOMPARE(desktop.chooseFileToSave({}, {}), QStringLiteral("chosen"));
+    show();
+    QCOMPARE(person.boxes.size(), 2);
 }
 
 void TestRemoteWindow::theDoorClosesWithTheWindow()
