@@ -125,7 +125,7 @@ QString ResultText::missing(Missing missing)
     case Missing::NoSweep:
         return tr("no sweep yet");
     case Missing::NoCrossing:
-        return tr("not inside the range");
+        return tr("outside the sweep range");
     case Missing::BelowFloor:
         return tr("below the detector's floor");
     case Missing::NoReference:
@@ -135,7 +135,7 @@ QString ResultText::missing(Missing missing)
     case Missing::Gap:
         return tr("a gap in the curve");
     case Missing::NotReached:
-        return tr("the curve does not go that low");
+        return tr("the curve does not reach this level");
     case Missing::NotBelowReference:
         return tr("not below the reference");
     }

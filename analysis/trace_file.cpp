@@ -55,7 +55,7 @@ bool readSweepFile(const QString &path, Configuration &configuration, SweepTable
     const Sweep::Column &frequencies = table.numbers(SweepTable::FrequencyColumn);
     if (!isEquallySpaced(table.sweep()) || frequencies.front() == frequencies.back())
         throw RuntimeError(RuntimeError::Kind::File,
-                           TraceFileTexts::tr("%1: the frequencies do not lie at equal distances.").arg(path));
+                           TraceFileTexts::tr("%1: the frequencies are not equally spaced.").arg(path));
     if (!followsFromCounts(table, configuration)) {
         table.sweepWritten(SweepOrigin::Imported, std::nullopt);
         return false;

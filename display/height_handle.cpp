@@ -17,7 +17,7 @@ HeightHandle::HeightHandle(QWidget &upper, QWidget &lower)
 {
     setObjectName(QStringLiteral("splitView"));
     setAccessibleName(tr("Height of the view"));
-    setToolTip(tr("Drag to make the view higher or lower; a double click makes it as high as it was"));
+    setToolTip(tr("Drag to resize the view; double-click to restore its default height"));
     setCursor(Qt::SplitVCursor);
     m_upper.installEventFilter(this);
     m_lower.installEventFilter(this);

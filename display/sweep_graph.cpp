@@ -31,9 +31,9 @@ SweepGraph::SweepGraph(const Configuration &configuration, const SweepTable &tab
 {
     addParts(*this); // before anything creates an accessible interface for the graph
     setObjectName(QStringLiteral("picSweep"));
-    setToolTip(tr("Click left: M1, right: M2, with Shift: M3 and M4. Markers can be dragged.\n"
-                  "With Ctrl: the wheel zooms, a drag takes the span.\n"
-                  "Keyboard: arrow keys move, keys 1 to 4 put a marker."));
+    setToolTip(tr("Left-click: M1, right-click: M2, with Shift: M3 and M4. Markers can be dragged.\n"
+                  "With Ctrl: the wheel zooms, dragging selects the span.\n"
+                  "Keyboard: arrow keys move, keys 1 to 4 place a marker."));
     setAccessibleName(tr("Sweep graph"));
     setAccessibleDescription(toolTip());
     // Tab only: a click into the plot must not take the focus from the box that the user is typing into.

@@ -63,9 +63,9 @@ QWidget *LimitsPage::makeVerdict()
     auto *box = new QWidget(this);
     auto *grid = new QGridLayout(box);
     grid->setContentsMargins(0, 0, 0, 0);
-    m_on = new QCheckBox(tr("&Judge every sweep"), this);
+    m_on = new QCheckBox(tr("Check ever&y sweep"), this);
     m_on->setObjectName(QStringLiteral("chkLimits"));
-    m_on->setToolTip(tr("Draw the limits, and say whether each sweep keeps them"));
+    m_on->setToolTip(tr("Draw the limits and show whether each sweep is within them"));
     connect(m_on, &QCheckBox::toggled, &m_measurement, &Measurement::setLimitsOn);
     // Remote commands can change the limits, too.
     connect(&m_measurement, &Measurement::refreshed, this, [this] {
@@ -74,9 +74,9 @@ QWidget *LimitsPage::makeVerdict()
         if (m_measurement.limits() != m_shown)
             showTable();
     });
-    m_beeps = new QCheckBox(tr("&Beep on a change"), this);
+    m_beeps = new QCheckBox(tr("&Beep on change"), this);
     m_beeps->setObjectName(QStringLiteral("chkLimitBeep"));
-    m_beeps->setToolTip(tr("Beep when sweeps begin to pass or to fail"));
+    m_beeps->setToolTip(tr("Beep when the verdict changes between PASS and FAIL"));
     m_verdict = new QLabel(this);
     m_verdict->setObjectName(QStringLiteral("lblVerdict"));
     m_verdict->setAccessibleName(tr("Verdict on the last sweep"));
@@ -91,7 +91,7 @@ QWidget *LimitsPage::makeVerdict()
     m_worst->setWordWrap(true);
     m_counts = new QLabel(this);
     m_counts->setObjectName(QStringLiteral("lblLimitCounts"));
-    QPushButton *reset = makeButton("cmdResetCounts", tr("&Zero"), tr("Count from zero"));
+    QPushButton *reset = makeButton("cmdResetCounts", tr("&Zero"), tr("Reset the counts"));
     connect(reset, &QPushButton::clicked, this, [this] {
         m_measurement.resetCounts();
         showVerdict();
@@ -129,15 +129,15 @@ QWidget *LimitsPage::makeEditor(ErrorBoundary &boundary)
     m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_table->setMinimumHeight(70);
     connect(m_table, &QTableWidget::cellChanged, this, &LimitsPage::takeCell);
-    QPushButton *add = makeButton("cmdAddPoint", tr("&Add"), tr("Add a point at M1, on the level of M3"));
-    QPushButton *remove = makeButton("cmdRemovePoint", tr("&Remove"), tr("Remove the points that are selected"));
-    m_click = makeButton("cmdClickPoint", tr("By clic&k"), tr("Each click into the graph adds a point to this limit"));
+    QPushButton *add = makeButton("cmdAddPoint", tr("&Add"), tr("Add a point at M1, at the level of M3"));
+    QPushButton *remove = makeButton("cmdRemovePoint", tr("&Remove"), tr("Remove the selected points"));
+    m_click = makeButton("cmdClickPoint", tr("By clic&k"), tr("Each click in the graph adds a point to this limit"));
     m_click->setCheckable(true);
     m_clickSide = new QComboBox(this);
     m_clickSide->setObjectName(QStringLiteral("cboLimitSide"));
     m_clickSide->addItems({tr("upper"), tr("lower")});
-    m_clickSide->setToolTip(tr("The limit that gets the new points"));
-    QPushButton *live = makeButton("cmdFromLive", tr("L&ive ±"), tr("Make both limits from the sweep that is shown"));
+    m_clickSide->setToolTip(tr("The limit to which new points are added"));
+    QPushButton *live = makeButton("cmdFromLive", tr("L&ive ±"), tr("Create both limits from the current sweep"));
     m_margin = new RealSpinBox(this);
     m_margin->setObjectName(QStringLiteral("txtLimitMargin"));
     m_margin->setRange(0.1, 60.0);
@@ -145,8 +145,8 @@ QWidget *LimitsPage::makeEditor(ErrorBoundary &boundary)
     m_margin->setSuffix(tr(" dB"));
     m_margin->setValue(3.0);
     m_margin->setToolTip(tr("Distance of the limits from the sweep"));
-    QPushButton *load = makeButton("cmdLoadLimits", tr("&Load…"), tr("Take the limits of a file"));
-    QPushButton *save = makeButton("cmdSaveLimits", tr("Sav&e…"), tr("Write the limits into a file"));
+    QPushButton *load = makeButton("cmdLoadLimits", tr("&Load…"), tr("Load limits from a file"));
+    QPushButton *save = makeButton("cmdSaveLimits", tr("Sav&e…"), tr("Save the limits to a file"));
     connect(add, &QPushButton::clicked, this, &LimitsPage::addRow);
     connect(remove, &QPushButton::clicked, this, &LimitsPage::removeRow);
     connect(live, &QPushButton::clicked, this, &LimitsPage::fromLive);

@@ -42,7 +42,7 @@ MeasureDock::MeasureDock(const Configuration &configuration, const SweepTable &t
     m_action->setObjectName(QStringLiteral("mnuMeasure"));
     m_action->setText(tr("M&easure"));
     m_action->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_M));
-    m_action->setToolTip(tr("Traces to compare with, results, limits, level meter and generator"));
+    m_action->setToolTip(tr("Stored traces, results, limits, level meter and generator"));
     hide();
 }
 
@@ -84,9 +84,8 @@ QWidget *MeasureDock::makeHead()
     m_normalise = new QPushButton(tr("&Normalise"), this);
     m_normalise->setObjectName(QStringLiteral("cmdNormalise"));
     m_normalise->setCheckable(true);
-    m_normalise->setToolTip(
-        tr("The sweep that is shown becomes the reference, and the curves are shown relative to it. The table keeps "
-           "what was measured."));
+    m_normalise->setToolTip(tr("Use the current sweep as the reference and show the curves relative to it. The table "
+                               "keeps the measured values."));
     connect(m_normalise, &QPushButton::clicked, this, &MeasureDock::cmdNormalise_Click);
     m_reference = new QLabel(this);
     m_reference->setObjectName(QStringLiteral("lblReference"));

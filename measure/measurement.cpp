@@ -182,9 +182,9 @@ QString Measurement::gapReason() const
         return {};
     const RelativeTrace relative = relativeTo(live, m_traces.reference());
     if (relative.isOutsideReference && relative.isReferenceBelowFloor)
-        return tr("Gaps: the reference does not reach there, or is below the detector's floor.");
+        return tr("Gaps: the reference has no data there, or is below the detector's floor.");
     if (relative.isOutsideReference)
-        return tr("Gaps: the reference does not reach there.");
+        return tr("Gaps: the reference has no data there.");
     return relative.isReferenceBelowFloor ? tr("Gaps: the reference is below the detector's floor.") : QString();
 }
 
@@ -228,16 +228,16 @@ QString Measurement::limitProblem() const
     if (shownUnit() != m_limits.unit) {
         switch (m_limits.unit) {
         case LimitUnit::Volt:
-            return tr("These limits are volts: choose the linear scale, without a reference.");
+            return tr("These limits are in volts: choose the linear scale, without a reference.");
         case LimitUnit::Decibel:
-            return tr("These limits are dB: choose a scale in dB, without a reference.");
+            return tr("These limits are in dB: choose a dB scale, without a reference.");
         case LimitUnit::RelativeDecibel:
-            return tr("These limits are dB relative to a reference: choose a scale in dB, and normalise.");
+            return tr("These limits are in dB relative to a reference: choose a dB scale, and press \"Normalise\".");
         }
     }
     if (m_traces.shown(TraceSet::Source::Live).isEmpty())
         return tr("There is no sweep yet.");
-    return m_verdict.hasVerdict() ? QString() : tr("No sample lies at a limit.");
+    return m_verdict.hasVerdict() ? QString() : tr("The limits do not cover any sample.");
 }
 
 void Measurement::judgeSweep(bool counts)

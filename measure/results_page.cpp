@@ -63,12 +63,12 @@ QWidget *ResultsPage::makeChoices()
     m_kind = new QComboBox(this);
     m_kind->setObjectName(QStringLiteral("cboResults"));
     m_kind->addItems({tr("Filter"), tr("Notch"), tr("Crystal"), tr("Match with a bridge")});
-    m_kind->setToolTip(tr("What is measured"));
+    m_kind->setToolTip(tr("Type of device"));
     form->addRow(tr("&Results of"), m_kind);
     m_source = new QComboBox(this);
     m_source->setObjectName(QStringLiteral("cboSource"));
     m_source->addItems({tr("Live sweep"), tr("Average")});
-    m_source->setToolTip(tr("The curve that the results are computed from"));
+    m_source->setToolTip(tr("The curve used for the results"));
     form->addRow(tr("Fr&om"), m_source);
     m_fixture = new RealSpinBox(this);
     m_fixture->setObjectName(QStringLiteral("txtFixture"));
@@ -76,7 +76,7 @@ QWidget *ResultsPage::makeChoices()
     m_fixture->setDecimals(1);
     m_fixture->setSuffix(tr(" Ω"));
     m_fixture->setValue(kDefaultFixtureOhms);
-    m_fixture->setToolTip(tr("Resistance of source and load of the fixture, each"));
+    m_fixture->setToolTip(tr("Resistance of the fixture's source and load (same value for both)"));
     m_fixtureCaption = new QLabel(tr("Fi&xture"), this);
     m_fixtureCaption->setBuddy(m_fixture);
     form->addRow(m_fixtureCaption, m_fixture);
@@ -101,14 +101,14 @@ QWidget *ResultsPage::makeButtons()
     auto *box = new QWidget(this);
     auto *grid = new QGridLayout(box);
     grid->setContentsMargins(0, 0, 0, 0);
-    QPushButton *peak = makeButton("cmdPeak", tr("&Peak"), tr("Put M1 onto the highest point"));
-    QPushButton *minimum = makeButton("cmdMinimum", tr("M&inimum"), tr("Put M1 onto the lowest point"));
-    QPushButton *left = makeButton("cmdPeakLeft", tr("◀ Peak"), tr("Put M1 onto the next peak to the left"));
-    QPushButton *right = makeButton("cmdPeakRight", tr("Peak ▶"), tr("Put M1 onto the next peak to the right"));
+    QPushButton *peak = makeButton("cmdPeak", tr("&Peak"), tr("Move M1 to the highest point"));
+    QPushButton *minimum = makeButton("cmdMinimum", tr("M&inimum"), tr("Move M1 to the lowest point"));
+    QPushButton *left = makeButton("cmdPeakLeft", tr("◀ Peak"), tr("Move M1 to the next peak on the left"));
+    QPushButton *right = makeButton("cmdPeakRight", tr("Peak ▶"), tr("Move M1 to the next peak on the right"));
     giveKey(*left, QKeySequence(Qt::CTRL | Qt::Key_PageUp));
     giveKey(*right, QKeySequence(Qt::CTRL | Qt::Key_PageDown));
-    QPushButton *points3 = makeButton("cmdPoints3", tr("−&3 dB"), tr("Put M1 and M2 onto the −3 dB points"));
-    QPushButton *points6 = makeButton("cmdPoints6", tr("−&6 dB"), tr("Put M1 and M2 onto the −6 dB points"));
+    QPushButton *points3 = makeButton("cmdPoints3", tr("−&3 dB"), tr("Move M1 and M2 to the −3 dB points"));
+    QPushButton *points6 = makeButton("cmdPoints6", tr("−&6 dB"), tr("Move M1 and M2 to the −6 dB points"));
     m_prominence = new RealSpinBox(this);
     m_prominence->setObjectName(QStringLiteral("txtProminence"));
     m_prominence->setRange(0.1, 60.0);
@@ -118,7 +118,7 @@ QWidget *ResultsPage::makeButtons()
     m_prominence->setToolTip(tr("How far a peak must rise above the valleys on both sides"));
     m_tracksPeak = new QCheckBox(tr("M1 tr&acks the peak"), this);
     m_tracksPeak->setObjectName(QStringLiteral("chkTrackPeak"));
-    m_tracksPeak->setToolTip(tr("After each sweep M1 stands on the highest point"));
+    m_tracksPeak->setToolTip(tr("Move M1 to the highest point after each sweep"));
     connect(peak, &QPushButton::clicked, this, [this] {
         const Response &response = m_measurement.response();
         const auto plateau = highestPlateau(response.frequencies, response.decibels);

@@ -47,7 +47,7 @@ TracesPage::TracesPage(Measurement &measurement, const Configuration &configurat
     layout->addWidget(makeMoving());
     m_legend = new QCheckBox(tr("&Legend in the graph"), this);
     m_legend->setObjectName(QStringLiteral("chkLegend"));
-    m_legend->setToolTip(tr("Names the curves where more than the live one is shown"));
+    m_legend->setToolTip(tr("Label the curves if more than one is shown"));
     m_legend->setChecked(true);
     connect(m_legend, &QCheckBox::toggled, &measurement, &Measurement::setLegendShown);
     layout->addWidget(m_legend);
@@ -92,7 +92,7 @@ void TracesPage::makeRow(int slot, QGridLayout *grid, ErrorBoundary &boundary)
     });
     row.store = new QPushButton(tr("Store %1").arg(slot + 1), this);
     row.store->setObjectName(named("cmdStore_"));
-    row.store->setToolTip(tr("Keep the sweep that is shown as trace %1").arg(slot + 1));
+    row.store->setToolTip(tr("Store the current sweep as trace %1").arg(slot + 1));
     giveKey(*row.store, QKeySequence(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_1 + slot)));
     connect(row.store, &QPushButton::clicked, this, [this, slot] { cmdStore_Click(slot); });
 
@@ -138,15 +138,15 @@ QCheckBox *TracesPage::makeSwitch(const char *name, const QString &caption, cons
 
 QWidget *TracesPage::makeMoving()
 {
-    auto *box = new QGroupBox(tr("Of the sweeps to come"), this);
+    auto *box = new QGroupBox(tr("Following sweeps"), this);
     auto *grid = new QGridLayout(box);
     m_maxHold = makeSwitch("chkMaxHold", tr("Ma&x hold"), tr("Keep the highest amplitude at each frequency"),
                            TraceSet::Source::MaxHold);
     m_minHold = makeSwitch("chkMinHold", tr("M&in hold"), tr("Keep the lowest amplitude at each frequency"),
                            TraceSet::Source::MinHold);
-    m_average = makeSwitch("chkAverage", tr("&Average over"),
-                           tr("The mean of this many sweeps; after them each new one counts as one of so many"),
-                           TraceSet::Source::Average);
+    m_average =
+        makeSwitch("chkAverage", tr("&Average over"),
+                   tr("The mean of this many sweeps, then an exponential running mean"), TraceSet::Source::Average);
     m_maxHold->setIcon(sampleOf(kMaxHoldStyle));
     m_minHold->setIcon(sampleOf(kMinHoldStyle));
     m_average->setIcon(sampleOf(kAverageStyle));
@@ -165,9 +165,9 @@ QWidget *TracesPage::makeMoving()
     m_averaged = new QLabel(this);
     m_averaged->setObjectName(QStringLiteral("lblAveraged"));
     m_averaged->setToolTip(tr("Sweeps averaged so far"));
-    auto *restart = new QPushButton(tr("Sta&rt anew"), this);
+    auto *restart = new QPushButton(tr("&Restart"), this);
     restart->setObjectName(QStringLiteral("cmdStartAnew"));
-    restart->setToolTip(tr("Begin holds and average again with the next sweep; another range does so, too"));
+    restart->setToolTip(tr("Restart holds and average with the next sweep, as a new range does"));
     connect(restart, &QPushButton::clicked, this, [this] {
         m_measurement.traces().startAnew();
         m_measurement.tracesEdited();

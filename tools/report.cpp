@@ -90,7 +90,7 @@ QString reasonInJson(Missing missing)
     case Missing::NoSweep:
         return QStringLiteral("no sweep");
     case Missing::NoCrossing:
-        return QStringLiteral("not inside the range");
+        return QStringLiteral("outside the sweep range");
     case Missing::BelowFloor:
         return QStringLiteral("below the detector's floor");
     case Missing::NoReference:
@@ -100,7 +100,7 @@ QString reasonInJson(Missing missing)
     case Missing::Gap:
         return QStringLiteral("a gap in the curve");
     case Missing::NotReached:
-        return QStringLiteral("the curve does not go that low");
+        return QStringLiteral("the curve does not reach this level");
     case Missing::NotBelowReference:
         return QStringLiteral("not below the reference");
     }

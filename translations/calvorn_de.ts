@@ -562,10 +562,6 @@
         <translation>noch kein Sweep</translation>
     </message>
     <message>
-        <source>not inside the range</source>
-        <translation>nicht im Bereich</translation>
-    </message>
-    <message>
         <source>below the detector&apos;s floor</source>
         <translation>unter der Schwelle des Detektors</translation>
     </message>
@@ -582,12 +578,16 @@
         <translation>eine Lücke in der Kurve</translation>
     </message>
     <message>
-        <source>the curve does not go that low</source>
-        <translation>die Kurve reicht nicht so tief</translation>
-    </message>
-    <message>
         <source>not below the reference</source>
         <translation>nicht unter der Referenz</translation>
+    </message>
+    <message>
+        <source>outside the sweep range</source>
+        <translation>außerhalb des Wobbelbereichs</translation>
+    </message>
+    <message>
+        <source>the curve does not reach this level</source>
+        <translation>die Kurve erreicht diesen Pegel nicht</translation>
     </message>
 </context>
 <context>
@@ -811,16 +811,16 @@
         <translation>M4 - M3</translation>
     </message>
     <message>
-        <source>the name of a picture ends in .png or .svg</source>
-        <translation>der Name eines Bildes endet auf .png oder .svg</translation>
-    </message>
-    <message>
         <source>Linear scale, 0 to %1, %2</source>
         <translation>Lineare Skala, 0 bis %1, %2</translation>
     </message>
     <message>
         <source>Logarithmic scale, %1 to %2 dB, %3</source>
         <translation>Logarithmische Skala, %1 bis %2 dB, %3</translation>
+    </message>
+    <message>
+        <source>the file name of a picture must end in .png or .svg</source>
+        <translation>der Name eines Bildes muss auf .png oder .svg enden</translation>
     </message>
 </context>
 <context>
@@ -1096,7 +1096,7 @@
         <translation>%1, Zeile %2: %3</translation>
     </message>
     <message>
-        <source>%1: the frequencies do not lie at equal distances.</source>
+        <source>%1: the frequencies are not equally spaced.</source>
         <translation>%1: Die Frequenzen haben keine gleichen Abstände.</translation>
     </message>
 </context>
@@ -2435,8 +2435,8 @@
         <translation>Höhe der Ansicht</translation>
     </message>
     <message>
-        <source>Drag to make the view higher or lower; a double click makes it as high as it was</source>
-        <translation>Ziehen macht die Ansicht höher oder niedriger; ein Doppelklick macht sie so hoch wie zuvor</translation>
+        <source>Drag to resize the view; double-click to restore its default height</source>
+        <translation>Ziehen ändert die Höhe der Ansicht; ein Doppelklick stellt die Standardhöhe her</translation>
     </message>
 </context>
 <context>
@@ -2729,32 +2729,12 @@
 <context>
     <name>calvorn::LimitsPage</name>
     <message>
-        <source>&amp;Judge every sweep</source>
-        <translation>&amp;Jeden Durchlauf beurteilen</translation>
-    </message>
-    <message>
-        <source>Draw the limits, and say whether each sweep keeps them</source>
-        <translation>Zeichnet die Grenzen und sagt, ob jeder Durchlauf sie einhält</translation>
-    </message>
-    <message>
-        <source>&amp;Beep on a change</source>
-        <translation>T&amp;on beim Wechsel</translation>
-    </message>
-    <message>
-        <source>Beep when sweeps begin to pass or to fail</source>
-        <translation>Ton, wenn die Durchläufe zu bestehen oder nicht zu bestehen beginnen</translation>
-    </message>
-    <message>
         <source>Verdict on the last sweep</source>
         <translation>Urteil über den letzten Durchlauf</translation>
     </message>
     <message>
         <source>&amp;Zero</source>
         <translation>N&amp;ull</translation>
-    </message>
-    <message>
-        <source>Count from zero</source>
-        <translation>Von null an zählen</translation>
     </message>
     <message>
         <source>Points of the limits</source>
@@ -2777,24 +2757,12 @@
         <translation>Hinzu&amp;fügen</translation>
     </message>
     <message>
-        <source>Add a point at M1, on the level of M3</source>
-        <translation>Fügt einen Punkt bei M1 auf der Höhe von M3 hinzu</translation>
-    </message>
-    <message>
         <source>&amp;Remove</source>
         <translation>Entfe&amp;rnen</translation>
     </message>
     <message>
-        <source>Remove the points that are selected</source>
-        <translation>Entfernt die gewählten Punkte</translation>
-    </message>
-    <message>
         <source>By clic&amp;k</source>
         <translation>M&amp;it Klick</translation>
-    </message>
-    <message>
-        <source>Each click into the graph adds a point to this limit</source>
-        <translation>Jeder Klick in den Graphen fügt dieser Grenze einen Punkt hinzu</translation>
     </message>
     <message>
         <source>upper</source>
@@ -2805,16 +2773,8 @@
         <translation>untere</translation>
     </message>
     <message>
-        <source>The limit that gets the new points</source>
-        <translation>Die Grenze, die die neuen Punkte bekommt</translation>
-    </message>
-    <message>
         <source>L&amp;ive ±</source>
         <translation>A&amp;ktuell ±</translation>
-    </message>
-    <message>
-        <source>Make both limits from the sweep that is shown</source>
-        <translation>Macht beide Grenzen aus dem gezeigten Durchlauf</translation>
     </message>
     <message>
         <source> dB</source>
@@ -2829,16 +2789,8 @@
         <translation>&amp;Laden…</translation>
     </message>
     <message>
-        <source>Take the limits of a file</source>
-        <translation>Nimmt die Grenzen aus einer Datei</translation>
-    </message>
-    <message>
         <source>Sav&amp;e…</source>
         <translation>Spei&amp;chern…</translation>
-    </message>
-    <message>
-        <source>Write the limits into a file</source>
-        <translation>Schreibt die Grenzen in eine Datei</translation>
     </message>
     <message>
         <source>PASS</source>
@@ -2875,6 +2827,54 @@
     <message>
         <source>Limits (*.csv)</source>
         <translation>Grenzen (*.csv)</translation>
+    </message>
+    <message>
+        <source>Check ever&amp;y sweep</source>
+        <translation>&amp;Jeden Durchlauf prüfen</translation>
+    </message>
+    <message>
+        <source>Draw the limits and show whether each sweep is within them</source>
+        <translation>Zeichnet die Grenzen und zeigt, ob jeder Durchlauf sie einhält</translation>
+    </message>
+    <message>
+        <source>&amp;Beep on change</source>
+        <translation>T&amp;on beim Wechsel</translation>
+    </message>
+    <message>
+        <source>Beep when the verdict changes between PASS and FAIL</source>
+        <translation>Ton, wenn das Urteil zwischen PASS und FAIL wechselt</translation>
+    </message>
+    <message>
+        <source>Reset the counts</source>
+        <translation>Zähler zurücksetzen</translation>
+    </message>
+    <message>
+        <source>Add a point at M1, at the level of M3</source>
+        <translation>Fügt einen Punkt bei M1 auf der Höhe von M3 hinzu</translation>
+    </message>
+    <message>
+        <source>Remove the selected points</source>
+        <translation>Entfernt die gewählten Punkte</translation>
+    </message>
+    <message>
+        <source>Each click in the graph adds a point to this limit</source>
+        <translation>Jeder Klick in den Graphen fügt dieser Grenze einen Punkt hinzu</translation>
+    </message>
+    <message>
+        <source>The limit to which new points are added</source>
+        <translation>Die Grenze, zu der neue Punkte hinzugefügt werden</translation>
+    </message>
+    <message>
+        <source>Create both limits from the current sweep</source>
+        <translation>Macht beide Grenzen aus dem gezeigten Durchlauf</translation>
+    </message>
+    <message>
+        <source>Load limits from a file</source>
+        <translation>Lädt die Grenzen aus einer Datei</translation>
+    </message>
+    <message>
+        <source>Save the limits to a file</source>
+        <translation>Speichert die Grenzen in eine Datei</translation>
     </message>
 </context>
 <context>
@@ -3127,10 +3127,6 @@
         <translation>M&amp;essen</translation>
     </message>
     <message>
-        <source>Traces to compare with, results, limits, level meter and generator</source>
-        <translation>Kurven zum Vergleich, Ergebnisse, Grenzen, Pegelmesser und Generator</translation>
-    </message>
-    <message>
         <source>Traces</source>
         <translation>Kurven</translation>
     </message>
@@ -3147,24 +3143,20 @@
         <translation>&amp;Normalisieren</translation>
     </message>
     <message>
-        <source>The sweep that is shown becomes the reference, and the curves are shown relative to it. The table keeps what was measured.</source>
-        <translation>Der gezeigte Durchlauf wird die Referenz, und die Kurven werden auf ihn bezogen gezeigt. Die Tabelle behält, was gemessen wurde.</translation>
-    </message>
-    <message>
         <source>More pages</source>
         <translation>Weitere Seiten</translation>
+    </message>
+    <message>
+        <source>Stored traces, results, limits, level meter and generator</source>
+        <translation>Gespeicherte Kurven, Ergebnisse, Grenzen, Pegelmesser und Generator</translation>
+    </message>
+    <message>
+        <source>Use the current sweep as the reference and show the curves relative to it. The table keeps the measured values.</source>
+        <translation>Verwendet den aktuellen Durchlauf als Referenz und zeigt die Kurven auf ihn bezogen. Die Tabelle behält die Messwerte.</translation>
     </message>
 </context>
 <context>
     <name>calvorn::Measurement</name>
-    <message>
-        <source>Gaps: the reference does not reach there, or is below the detector&apos;s floor.</source>
-        <translation>Lücken: Die Referenz reicht nicht bis dorthin oder liegt unter der Schwelle des Detektors.</translation>
-    </message>
-    <message>
-        <source>Gaps: the reference does not reach there.</source>
-        <translation>Lücken: Die Referenz reicht nicht bis dorthin.</translation>
-    </message>
     <message>
         <source>Gaps: the reference is below the detector&apos;s floor.</source>
         <translation>Lücken: Die Referenz liegt unter der Schwelle des Detektors.</translation>
@@ -3174,24 +3166,8 @@
         <translation>Es gibt keine Grenzen.</translation>
     </message>
     <message>
-        <source>These limits are volts: choose the linear scale, without a reference.</source>
-        <translation>Diese Grenzen sind Volt: die lineare Skala wählen, ohne Referenz.</translation>
-    </message>
-    <message>
-        <source>These limits are dB: choose a scale in dB, without a reference.</source>
-        <translation>Diese Grenzen sind dB: eine Skala in dB wählen, ohne Referenz.</translation>
-    </message>
-    <message>
-        <source>These limits are dB relative to a reference: choose a scale in dB, and normalise.</source>
-        <translation>Diese Grenzen sind dB gegenüber einer Referenz: eine Skala in dB wählen und normalisieren.</translation>
-    </message>
-    <message>
         <source>There is no sweep yet.</source>
         <translation>Es gibt noch keinen Durchlauf.</translation>
-    </message>
-    <message>
-        <source>No sample lies at a limit.</source>
-        <translation>Kein Messpunkt liegt bei einer Grenze.</translation>
     </message>
     <message>
         <source>Live</source>
@@ -3224,6 +3200,30 @@
     <message>
         <source>Lower limit</source>
         <translation>Untere Grenze</translation>
+    </message>
+    <message>
+        <source>Gaps: the reference has no data there, or is below the detector&apos;s floor.</source>
+        <translation>Lücken: Die Referenz reicht nicht bis dorthin oder liegt unter der Schwelle des Detektors.</translation>
+    </message>
+    <message>
+        <source>Gaps: the reference has no data there.</source>
+        <translation>Lücken: Die Referenz reicht nicht bis dorthin.</translation>
+    </message>
+    <message>
+        <source>These limits are in volts: choose the linear scale, without a reference.</source>
+        <translation>Diese Grenzen sind in Volt: die lineare Skala wählen, ohne Referenz.</translation>
+    </message>
+    <message>
+        <source>These limits are in dB: choose a dB scale, without a reference.</source>
+        <translation>Diese Grenzen sind in dB: eine Skala in dB wählen, ohne Referenz.</translation>
+    </message>
+    <message>
+        <source>These limits are in dB relative to a reference: choose a dB scale, and press &quot;Normalise&quot;.</source>
+        <translation>Diese Grenzen sind in dB gegenüber einer Referenz: eine Skala in dB wählen und „Normalisieren“ drücken.</translation>
+    </message>
+    <message>
+        <source>The limits do not cover any sample.</source>
+        <translation>Die Grenzen decken keinen Messpunkt ab.</translation>
     </message>
 </context>
 <context>
@@ -3496,10 +3496,6 @@
         <translation>Anpassung mit Brücke</translation>
     </message>
     <message>
-        <source>What is measured</source>
-        <translation>Was gemessen wird</translation>
-    </message>
-    <message>
         <source>&amp;Results of</source>
         <translation>E&amp;rgebnisse für</translation>
     </message>
@@ -3512,20 +3508,12 @@
         <translation>Mittel</translation>
     </message>
     <message>
-        <source>The curve that the results are computed from</source>
-        <translation>Die Kurve, aus der die Ergebnisse berechnet werden</translation>
-    </message>
-    <message>
         <source>Fr&amp;om</source>
         <translation>A&amp;us</translation>
     </message>
     <message>
         <source> Ω</source>
         <translation> Ω</translation>
-    </message>
-    <message>
-        <source>Resistance of source and load of the fixture, each</source>
-        <translation>Widerstand von Quelle und Last der Fassung, je für sich</translation>
     </message>
     <message>
         <source>Fi&amp;xture</source>
@@ -3536,48 +3524,24 @@
         <translation>S&amp;pitze</translation>
     </message>
     <message>
-        <source>Put M1 onto the highest point</source>
-        <translation>Setzt M1 auf den höchsten Punkt</translation>
-    </message>
-    <message>
         <source>M&amp;inimum</source>
         <translation>Min&amp;imum</translation>
-    </message>
-    <message>
-        <source>Put M1 onto the lowest point</source>
-        <translation>Setzt M1 auf den tiefsten Punkt</translation>
     </message>
     <message>
         <source>◀ Peak</source>
         <translation>◀ Spitze</translation>
     </message>
     <message>
-        <source>Put M1 onto the next peak to the left</source>
-        <translation>Setzt M1 auf die nächste Spitze links</translation>
-    </message>
-    <message>
         <source>Peak ▶</source>
         <translation>Spitze ▶</translation>
-    </message>
-    <message>
-        <source>Put M1 onto the next peak to the right</source>
-        <translation>Setzt M1 auf die nächste Spitze rechts</translation>
     </message>
     <message>
         <source>−&amp;3 dB</source>
         <translation>−&amp;3 dB</translation>
     </message>
     <message>
-        <source>Put M1 and M2 onto the −3 dB points</source>
-        <translation>Setzt M1 und M2 auf die −3-dB-Punkte</translation>
-    </message>
-    <message>
         <source>−&amp;6 dB</source>
         <translation>−&amp;6 dB</translation>
-    </message>
-    <message>
-        <source>Put M1 and M2 onto the −6 dB points</source>
-        <translation>Setzt M1 und M2 auf die −6-dB-Punkte</translation>
     </message>
     <message>
         <source> dB</source>
@@ -3590,10 +3554,6 @@
     <message>
         <source>M1 tr&amp;acks the peak</source>
         <translation>M1 fol&amp;gt der Spitze</translation>
-    </message>
-    <message>
-        <source>After each sweep M1 stands on the highest point</source>
-        <translation>Nach jedem Durchlauf steht M1 auf dem höchsten Punkt</translation>
     </message>
     <message>
         <source>Peaks of at &amp;least</source>
@@ -3614,6 +3574,46 @@
     <message>
         <source>%1 dB</source>
         <translation>%1 dB</translation>
+    </message>
+    <message>
+        <source>Type of device</source>
+        <translation>Art des Prüflings</translation>
+    </message>
+    <message>
+        <source>The curve used for the results</source>
+        <translation>Die Kurve für die Ergebnisse</translation>
+    </message>
+    <message>
+        <source>Resistance of the fixture&apos;s source and load (same value for both)</source>
+        <translation>Widerstand von Quelle und Last der Fassung (gleicher Wert für beide)</translation>
+    </message>
+    <message>
+        <source>Move M1 to the highest point</source>
+        <translation>Setzt M1 auf den höchsten Punkt</translation>
+    </message>
+    <message>
+        <source>Move M1 to the lowest point</source>
+        <translation>Setzt M1 auf den tiefsten Punkt</translation>
+    </message>
+    <message>
+        <source>Move M1 to the next peak on the left</source>
+        <translation>Setzt M1 auf die nächste Spitze links</translation>
+    </message>
+    <message>
+        <source>Move M1 to the next peak on the right</source>
+        <translation>Setzt M1 auf die nächste Spitze rechts</translation>
+    </message>
+    <message>
+        <source>Move M1 and M2 to the −3 dB points</source>
+        <translation>Setzt M1 und M2 auf die −3-dB-Punkte</translation>
+    </message>
+    <message>
+        <source>Move M1 and M2 to the −6 dB points</source>
+        <translation>Setzt M1 und M2 auf die −6-dB-Punkte</translation>
+    </message>
+    <message>
+        <source>Move M1 to the highest point after each sweep</source>
+        <translation>Setzt M1 nach jedem Durchlauf auf den höchsten Punkt</translation>
     </message>
 </context>
 <context>
@@ -3976,9 +3976,9 @@
         <translation>Wobbelkurve</translation>
     </message>
     <message>
-        <source>Click left: M1, right: M2, with Shift: M3 and M4. Markers can be dragged.
-With Ctrl: the wheel zooms, a drag takes the span.
-Keyboard: arrow keys move, keys 1 to 4 put a marker.</source>
+        <source>Left-click: M1, right-click: M2, with Shift: M3 and M4. Markers can be dragged.
+With Ctrl: the wheel zooms, dragging selects the span.
+Keyboard: arrow keys move, keys 1 to 4 place a marker.</source>
         <translation>Klick links: M1, rechts: M2, mit Umschalt: M3 und M4. Marker lassen sich ziehen.
 Mit Strg: das Rad zoomt, Ziehen wählt den Bereich.
 Tastatur: Pfeiltasten bewegen, die Tasten 1 bis 4 setzen einen Marker.</translation>
@@ -4163,10 +4163,6 @@ Tastatur: Pfeiltasten bewegen, die Tasten 1 bis 4 setzen einen Marker.</translat
         <translation>&amp;Legende im Graphen</translation>
     </message>
     <message>
-        <source>Names the curves where more than the live one is shown</source>
-        <translation>Benennt die Kurven, wenn mehr als eine gezeigt wird</translation>
-    </message>
-    <message>
         <source>Stored traces</source>
         <translation>Gespeicherte Kurven</translation>
     </message>
@@ -4191,10 +4187,6 @@ Tastatur: Pfeiltasten bewegen, die Tasten 1 bis 4 setzen einen Marker.</translat
         <translation>Speicher %1</translation>
     </message>
     <message>
-        <source>Keep the sweep that is shown as trace %1</source>
-        <translation>Bewahrt den gezeigten Durchlauf als Kurve %1 auf</translation>
-    </message>
-    <message>
         <source>Load, save or remove trace %1</source>
         <translation>Kurve %1 laden, speichern oder entfernen</translation>
     </message>
@@ -4209,10 +4201,6 @@ Tastatur: Pfeiltasten bewegen, die Tasten 1 bis 4 setzen einen Marker.</translat
     <message>
         <source>&amp;Remove</source>
         <translation>&amp;Entfernen</translation>
-    </message>
-    <message>
-        <source>Of the sweeps to come</source>
-        <translation>Aus den nächsten Durchläufen</translation>
     </message>
     <message>
         <source>Ma&amp;x hold</source>
@@ -4235,24 +4223,12 @@ Tastatur: Pfeiltasten bewegen, die Tasten 1 bis 4 setzen einen Marker.</translat
         <translation>Mittel ü&amp;ber</translation>
     </message>
     <message>
-        <source>The mean of this many sweeps; after them each new one counts as one of so many</source>
-        <translation>Das Mittel so vieler Durchläufe; danach zählt jeder neue wie einer von so vielen</translation>
-    </message>
-    <message>
         <source>Sweeps in the average</source>
         <translation>Durchläufe im Mittel</translation>
     </message>
     <message>
         <source>Sweeps averaged so far</source>
         <translation>Bisher gemittelte Durchläufe</translation>
-    </message>
-    <message>
-        <source>Sta&amp;rt anew</source>
-        <translation>Neu be&amp;ginnen</translation>
-    </message>
-    <message>
-        <source>Begin holds and average again with the next sweep; another range does so, too</source>
-        <translation>Maximum, Minimum und Mittel beginnen mit dem nächsten Durchlauf neu; ein anderer Bereich bewirkt es auch</translation>
     </message>
     <message>
         <source>Trace %1</source>
@@ -4265,6 +4241,30 @@ Tastatur: Pfeiltasten bewegen, die Tasten 1 bis 4 setzen einen Marker.</translat
     <message>
         <source>%1 so far</source>
         <translation>%1 bisher</translation>
+    </message>
+    <message>
+        <source>Label the curves if more than one is shown</source>
+        <translation>Benennt die Kurven, wenn mehr als eine gezeigt wird</translation>
+    </message>
+    <message>
+        <source>Store the current sweep as trace %1</source>
+        <translation>Aktuellen Durchlauf als Kurve %1 speichern</translation>
+    </message>
+    <message>
+        <source>Following sweeps</source>
+        <translation>Folgende Durchläufe</translation>
+    </message>
+    <message>
+        <source>The mean of this many sweeps, then an exponential running mean</source>
+        <translation>Das Mittel so vieler Durchläufe, danach ein exponentiell gleitendes Mittel</translation>
+    </message>
+    <message>
+        <source>&amp;Restart</source>
+        <translation>Neu be&amp;ginnen</translation>
+    </message>
+    <message>
+        <source>Restart holds and average with the next sweep, as a new range does</source>
+        <translation>Maximum, Minimum und Mittel beginnen mit dem nächsten Durchlauf neu, wie bei einem neuen Bereich</translation>
     </message>
 </context>
 <context>

@@ -562,10 +562,6 @@
         <translation>ancora nessuno sweep</translation>
     </message>
     <message>
-        <source>not inside the range</source>
-        <translation>non dentro l&apos;intervallo</translation>
-    </message>
-    <message>
         <source>below the detector&apos;s floor</source>
         <translation>sotto la soglia del rivelatore</translation>
     </message>
@@ -582,12 +578,16 @@
         <translation>una lacuna nella curva</translation>
     </message>
     <message>
-        <source>the curve does not go that low</source>
-        <translation>la curva non scende così in basso</translation>
-    </message>
-    <message>
         <source>not below the reference</source>
         <translation>non sotto il riferimento</translation>
+    </message>
+    <message>
+        <source>outside the sweep range</source>
+        <translation>fuori dall&apos;intervallo di sweep</translation>
+    </message>
+    <message>
+        <source>the curve does not reach this level</source>
+        <translation>la curva non raggiunge questo livello</translation>
     </message>
 </context>
 <context>
@@ -811,16 +811,16 @@
         <translation>M4 - M3</translation>
     </message>
     <message>
-        <source>the name of a picture ends in .png or .svg</source>
-        <translation>il nome di un&apos;immagine finisce in .png o .svg</translation>
-    </message>
-    <message>
         <source>Linear scale, 0 to %1, %2</source>
         <translation>Scala lineare, da 0 a %1, %2</translation>
     </message>
     <message>
         <source>Logarithmic scale, %1 to %2 dB, %3</source>
         <translation>Scala logaritmica, da %1 a %2 dB, %3</translation>
+    </message>
+    <message>
+        <source>the file name of a picture must end in .png or .svg</source>
+        <translation>il nome di un&apos;immagine deve finire in .png o .svg</translation>
     </message>
 </context>
 <context>
@@ -1096,7 +1096,7 @@
         <translation>%1, riga %2: %3</translation>
     </message>
     <message>
-        <source>%1: the frequencies do not lie at equal distances.</source>
+        <source>%1: the frequencies are not equally spaced.</source>
         <translation>%1: le frequenze non sono equidistanti.</translation>
     </message>
 </context>
@@ -2435,8 +2435,8 @@
         <translation>Altezza della vista</translation>
     </message>
     <message>
-        <source>Drag to make the view higher or lower; a double click makes it as high as it was</source>
-        <translation>Trascinare per rendere la vista più alta o più bassa; un doppio clic la riporta com&apos;era</translation>
+        <source>Drag to resize the view; double-click to restore its default height</source>
+        <translation>Trascinare per ridimensionare la vista; doppio clic per l&apos;altezza predefinita</translation>
     </message>
 </context>
 <context>
@@ -2729,32 +2729,12 @@
 <context>
     <name>calvorn::LimitsPage</name>
     <message>
-        <source>&amp;Judge every sweep</source>
-        <translation>Giu&amp;dica ogni sweep</translation>
-    </message>
-    <message>
-        <source>Draw the limits, and say whether each sweep keeps them</source>
-        <translation>Disegna i limiti e dice se ogni sweep li rispetta</translation>
-    </message>
-    <message>
-        <source>&amp;Beep on a change</source>
-        <translation>S&amp;uono al cambiamento</translation>
-    </message>
-    <message>
-        <source>Beep when sweeps begin to pass or to fail</source>
-        <translation>Suona quando gli sweep cominciano a superare i limiti o a non superarli</translation>
-    </message>
-    <message>
         <source>Verdict on the last sweep</source>
         <translation>Giudizio sull&apos;ultimo sweep</translation>
     </message>
     <message>
         <source>&amp;Zero</source>
         <translation>A&amp;zzera</translation>
-    </message>
-    <message>
-        <source>Count from zero</source>
-        <translation>Conta da zero</translation>
     </message>
     <message>
         <source>Points of the limits</source>
@@ -2777,24 +2757,12 @@
         <translation>A&amp;ggiungi</translation>
     </message>
     <message>
-        <source>Add a point at M1, on the level of M3</source>
-        <translation>Aggiunge un punto a M1, al livello di M3</translation>
-    </message>
-    <message>
         <source>&amp;Remove</source>
         <translation>T&amp;ogli</translation>
     </message>
     <message>
-        <source>Remove the points that are selected</source>
-        <translation>Toglie i punti scelti</translation>
-    </message>
-    <message>
         <source>By clic&amp;k</source>
         <translation>&amp;Con un clic</translation>
-    </message>
-    <message>
-        <source>Each click into the graph adds a point to this limit</source>
-        <translation>Ogni clic nel grafico aggiunge un punto a questo limite</translation>
     </message>
     <message>
         <source>upper</source>
@@ -2805,16 +2773,8 @@
         <translation>inferiore</translation>
     </message>
     <message>
-        <source>The limit that gets the new points</source>
-        <translation>Il limite che riceve i nuovi punti</translation>
-    </message>
-    <message>
         <source>L&amp;ive ±</source>
         <translation>Attual&amp;e ±</translation>
-    </message>
-    <message>
-        <source>Make both limits from the sweep that is shown</source>
-        <translation>Ricava i due limiti dallo sweep mostrato</translation>
     </message>
     <message>
         <source> dB</source>
@@ -2829,16 +2789,8 @@
         <translation>Ca&amp;rica…</translation>
     </message>
     <message>
-        <source>Take the limits of a file</source>
-        <translation>Prende i limiti da un file</translation>
-    </message>
-    <message>
         <source>Sav&amp;e…</source>
         <translation>Sa&amp;lva…</translation>
-    </message>
-    <message>
-        <source>Write the limits into a file</source>
-        <translation>Scrive i limiti in un file</translation>
     </message>
     <message>
         <source>PASS</source>
@@ -2875,6 +2827,54 @@
     <message>
         <source>Limits (*.csv)</source>
         <translation>Limiti (*.csv)</translation>
+    </message>
+    <message>
+        <source>Check ever&amp;y sweep</source>
+        <translation>Verifica &amp;di ogni sweep</translation>
+    </message>
+    <message>
+        <source>Draw the limits and show whether each sweep is within them</source>
+        <translation>Disegna i limiti e dice se ogni sweep li rispetta</translation>
+    </message>
+    <message>
+        <source>&amp;Beep on change</source>
+        <translation>S&amp;uono al cambiamento</translation>
+    </message>
+    <message>
+        <source>Beep when the verdict changes between PASS and FAIL</source>
+        <translation>Suona quando il giudizio passa da PASS a FAIL o viceversa</translation>
+    </message>
+    <message>
+        <source>Reset the counts</source>
+        <translation>Azzera i conteggi</translation>
+    </message>
+    <message>
+        <source>Add a point at M1, at the level of M3</source>
+        <translation>Aggiunge un punto a M1, al livello di M3</translation>
+    </message>
+    <message>
+        <source>Remove the selected points</source>
+        <translation>Toglie i punti scelti</translation>
+    </message>
+    <message>
+        <source>Each click in the graph adds a point to this limit</source>
+        <translation>Ogni clic nel grafico aggiunge un punto a questo limite</translation>
+    </message>
+    <message>
+        <source>The limit to which new points are added</source>
+        <translation>Il limite al quale si aggiungono i nuovi punti</translation>
+    </message>
+    <message>
+        <source>Create both limits from the current sweep</source>
+        <translation>Ricava i due limiti dallo sweep mostrato</translation>
+    </message>
+    <message>
+        <source>Load limits from a file</source>
+        <translation>Carica i limiti da un file</translation>
+    </message>
+    <message>
+        <source>Save the limits to a file</source>
+        <translation>Salva i limiti in un file</translation>
     </message>
 </context>
 <context>
@@ -3127,10 +3127,6 @@
         <translation>Mis&amp;ura</translation>
     </message>
     <message>
-        <source>Traces to compare with, results, limits, level meter and generator</source>
-        <translation>Tracce di confronto, risultati, limiti, misuratore di livello e generatore</translation>
-    </message>
-    <message>
         <source>Traces</source>
         <translation>Tracce</translation>
     </message>
@@ -3147,24 +3143,20 @@
         <translation>&amp;Normalizza</translation>
     </message>
     <message>
-        <source>The sweep that is shown becomes the reference, and the curves are shown relative to it. The table keeps what was measured.</source>
-        <translation>Lo sweep mostrato diventa il riferimento e le curve si mostrano rispetto a esso. La tabella tiene ciò che è stato misurato.</translation>
-    </message>
-    <message>
         <source>More pages</source>
         <translation>Altre pagine</translation>
+    </message>
+    <message>
+        <source>Stored traces, results, limits, level meter and generator</source>
+        <translation>Tracce memorizzate, risultati, limiti, misuratore di livello e generatore</translation>
+    </message>
+    <message>
+        <source>Use the current sweep as the reference and show the curves relative to it. The table keeps the measured values.</source>
+        <translation>Usa lo sweep attuale come riferimento e mostra le curve rispetto a esso. La tabella conserva i valori misurati.</translation>
     </message>
 </context>
 <context>
     <name>calvorn::Measurement</name>
-    <message>
-        <source>Gaps: the reference does not reach there, or is below the detector&apos;s floor.</source>
-        <translation>Lacune: il riferimento non arriva fin lì o è sotto la soglia del rivelatore.</translation>
-    </message>
-    <message>
-        <source>Gaps: the reference does not reach there.</source>
-        <translation>Lacune: il riferimento non arriva fin lì.</translation>
-    </message>
     <message>
         <source>Gaps: the reference is below the detector&apos;s floor.</source>
         <translation>Lacune: il riferimento è sotto la soglia del rivelatore.</translation>
@@ -3174,24 +3166,8 @@
         <translation>Non ci sono limiti.</translation>
     </message>
     <message>
-        <source>These limits are volts: choose the linear scale, without a reference.</source>
-        <translation>Questi limiti sono volt: scegliere la scala lineare, senza riferimento.</translation>
-    </message>
-    <message>
-        <source>These limits are dB: choose a scale in dB, without a reference.</source>
-        <translation>Questi limiti sono dB: scegliere una scala in dB, senza riferimento.</translation>
-    </message>
-    <message>
-        <source>These limits are dB relative to a reference: choose a scale in dB, and normalise.</source>
-        <translation>Questi limiti sono dB rispetto a un riferimento: scegliere una scala in dB e normalizzare.</translation>
-    </message>
-    <message>
         <source>There is no sweep yet.</source>
         <translation>Non c&apos;è ancora uno sweep.</translation>
-    </message>
-    <message>
-        <source>No sample lies at a limit.</source>
-        <translation>Nessun campione ha un limite.</translation>
     </message>
     <message>
         <source>Live</source>
@@ -3224,6 +3200,30 @@
     <message>
         <source>Lower limit</source>
         <translation>Limite inferiore</translation>
+    </message>
+    <message>
+        <source>Gaps: the reference has no data there, or is below the detector&apos;s floor.</source>
+        <translation>Lacune: il riferimento non arriva fin lì o è sotto la soglia del rivelatore.</translation>
+    </message>
+    <message>
+        <source>Gaps: the reference has no data there.</source>
+        <translation>Lacune: il riferimento non arriva fin lì.</translation>
+    </message>
+    <message>
+        <source>These limits are in volts: choose the linear scale, without a reference.</source>
+        <translation>Questi limiti sono in volt: scegliere la scala lineare, senza riferimento.</translation>
+    </message>
+    <message>
+        <source>These limits are in dB: choose a dB scale, without a reference.</source>
+        <translation>Questi limiti sono in dB: scegliere una scala in dB, senza riferimento.</translation>
+    </message>
+    <message>
+        <source>These limits are in dB relative to a reference: choose a dB scale, and press &quot;Normalise&quot;.</source>
+        <translation>Questi limiti sono in dB rispetto a un riferimento: scegliere una scala in dB e premere &quot;Normalizza&quot;.</translation>
+    </message>
+    <message>
+        <source>The limits do not cover any sample.</source>
+        <translation>I limiti non coprono nessun campione.</translation>
     </message>
 </context>
 <context>
@@ -3496,10 +3496,6 @@
         <translation>Adattamento con un ponte</translation>
     </message>
     <message>
-        <source>What is measured</source>
-        <translation>Che cosa si misura</translation>
-    </message>
-    <message>
         <source>&amp;Results of</source>
         <translation>&amp;Risultati di</translation>
     </message>
@@ -3512,20 +3508,12 @@
         <translation>Media</translation>
     </message>
     <message>
-        <source>The curve that the results are computed from</source>
-        <translation>La curva da cui si calcolano i risultati</translation>
-    </message>
-    <message>
         <source>Fr&amp;om</source>
         <translation>&amp;Da</translation>
     </message>
     <message>
         <source> Ω</source>
         <translation> Ω</translation>
-    </message>
-    <message>
-        <source>Resistance of source and load of the fixture, each</source>
-        <translation>Resistenza della sorgente e del carico del supporto, ciascuna</translation>
     </message>
     <message>
         <source>Fi&amp;xture</source>
@@ -3536,48 +3524,24 @@
         <translation>&amp;Picco</translation>
     </message>
     <message>
-        <source>Put M1 onto the highest point</source>
-        <translation>Mette M1 sul punto più alto</translation>
-    </message>
-    <message>
         <source>M&amp;inimum</source>
         <translation>Minim&amp;o</translation>
-    </message>
-    <message>
-        <source>Put M1 onto the lowest point</source>
-        <translation>Mette M1 sul punto più basso</translation>
     </message>
     <message>
         <source>◀ Peak</source>
         <translation>◀ Picco</translation>
     </message>
     <message>
-        <source>Put M1 onto the next peak to the left</source>
-        <translation>Mette M1 sul picco seguente a sinistra</translation>
-    </message>
-    <message>
         <source>Peak ▶</source>
         <translation>Picco ▶</translation>
-    </message>
-    <message>
-        <source>Put M1 onto the next peak to the right</source>
-        <translation>Mette M1 sul picco seguente a destra</translation>
     </message>
     <message>
         <source>−&amp;3 dB</source>
         <translation>−&amp;3 dB</translation>
     </message>
     <message>
-        <source>Put M1 and M2 onto the −3 dB points</source>
-        <translation>Mette M1 e M2 sui punti a −3 dB</translation>
-    </message>
-    <message>
         <source>−&amp;6 dB</source>
         <translation>−&amp;6 dB</translation>
-    </message>
-    <message>
-        <source>Put M1 and M2 onto the −6 dB points</source>
-        <translation>Mette M1 e M2 sui punti a −6 dB</translation>
     </message>
     <message>
         <source> dB</source>
@@ -3590,10 +3554,6 @@
     <message>
         <source>M1 tr&amp;acks the peak</source>
         <translation>M1 se&amp;gue il picco</translation>
-    </message>
-    <message>
-        <source>After each sweep M1 stands on the highest point</source>
-        <translation>Dopo ogni sweep M1 sta sul punto più alto</translation>
     </message>
     <message>
         <source>Peaks of at &amp;least</source>
@@ -3614,6 +3574,46 @@
     <message>
         <source>%1 dB</source>
         <translation>%1 dB</translation>
+    </message>
+    <message>
+        <source>Type of device</source>
+        <translation>Tipo di dispositivo</translation>
+    </message>
+    <message>
+        <source>The curve used for the results</source>
+        <translation>La curva usata per i risultati</translation>
+    </message>
+    <message>
+        <source>Resistance of the fixture&apos;s source and load (same value for both)</source>
+        <translation>Resistenza di sorgente e carico del supporto (uguale per entrambi)</translation>
+    </message>
+    <message>
+        <source>Move M1 to the highest point</source>
+        <translation>Sposta M1 sul punto più alto</translation>
+    </message>
+    <message>
+        <source>Move M1 to the lowest point</source>
+        <translation>Sposta M1 sul punto più basso</translation>
+    </message>
+    <message>
+        <source>Move M1 to the next peak on the left</source>
+        <translation>Sposta M1 sul picco successivo a sinistra</translation>
+    </message>
+    <message>
+        <source>Move M1 to the next peak on the right</source>
+        <translation>Sposta M1 sul picco successivo a destra</translation>
+    </message>
+    <message>
+        <source>Move M1 and M2 to the −3 dB points</source>
+        <translation>Sposta M1 e M2 sui punti a −3 dB</translation>
+    </message>
+    <message>
+        <source>Move M1 and M2 to the −6 dB points</source>
+        <translation>Sposta M1 e M2 sui punti a −6 dB</translation>
+    </message>
+    <message>
+        <source>Move M1 to the highest point after each sweep</source>
+        <translation>Dopo ogni sweep sposta M1 sul punto più alto</translation>
     </message>
 </context>
 <context>
@@ -3976,9 +3976,9 @@
         <translation>Grafico dello sweep</translation>
     </message>
     <message>
-        <source>Click left: M1, right: M2, with Shift: M3 and M4. Markers can be dragged.
-With Ctrl: the wheel zooms, a drag takes the span.
-Keyboard: arrow keys move, keys 1 to 4 put a marker.</source>
+        <source>Left-click: M1, right-click: M2, with Shift: M3 and M4. Markers can be dragged.
+With Ctrl: the wheel zooms, dragging selects the span.
+Keyboard: arrow keys move, keys 1 to 4 place a marker.</source>
         <translation>Clic sinistro: M1, destro: M2, con Maiusc: M3 e M4. I marcatori si possono trascinare.
 Con Ctrl: la rotella ingrandisce, trascinando si sceglie l&apos;intervallo.
 Tastiera: le frecce spostano, i tasti da 1 a 4 mettono un marcatore.</translation>
@@ -4163,10 +4163,6 @@ Tastiera: le frecce spostano, i tasti da 1 a 4 mettono un marcatore.</translatio
         <translation>&amp;Legenda nel grafico</translation>
     </message>
     <message>
-        <source>Names the curves where more than the live one is shown</source>
-        <translation>Dà un nome alle curve se ce n&apos;è più di una</translation>
-    </message>
-    <message>
         <source>Stored traces</source>
         <translation>Tracce conservate</translation>
     </message>
@@ -4191,10 +4187,6 @@ Tastiera: le frecce spostano, i tasti da 1 a 4 mettono un marcatore.</translatio
         <translation>Conserva %1</translation>
     </message>
     <message>
-        <source>Keep the sweep that is shown as trace %1</source>
-        <translation>Conserva lo sweep mostrato come traccia %1</translation>
-    </message>
-    <message>
         <source>Load, save or remove trace %1</source>
         <translation>Carica, salva o toglie la traccia %1</translation>
     </message>
@@ -4209,10 +4201,6 @@ Tastiera: le frecce spostano, i tasti da 1 a 4 mettono un marcatore.</translatio
     <message>
         <source>&amp;Remove</source>
         <translation>&amp;Togli</translation>
-    </message>
-    <message>
-        <source>Of the sweeps to come</source>
-        <translation>Degli sweep che verranno</translation>
     </message>
     <message>
         <source>Ma&amp;x hold</source>
@@ -4235,24 +4223,12 @@ Tastiera: le frecce spostano, i tasti da 1 a 4 mettono un marcatore.</translatio
         <translation>M&amp;edia su</translation>
     </message>
     <message>
-        <source>The mean of this many sweeps; after them each new one counts as one of so many</source>
-        <translation>La media di questo numero di sweep; dopo, ognuno nuovo conta come uno di tanti</translation>
-    </message>
-    <message>
         <source>Sweeps in the average</source>
         <translation>Sweep nella media</translation>
     </message>
     <message>
         <source>Sweeps averaged so far</source>
         <translation>Sweep mediati finora</translation>
-    </message>
-    <message>
-        <source>Sta&amp;rt anew</source>
-        <translation>&amp;Ricomincia</translation>
-    </message>
-    <message>
-        <source>Begin holds and average again with the next sweep; another range does so, too</source>
-        <translation>Massimi, minimi e media ricominciano con lo sweep seguente; lo fa anche un altro intervallo</translation>
     </message>
     <message>
         <source>Trace %1</source>
@@ -4265,6 +4241,30 @@ Tastiera: le frecce spostano, i tasti da 1 a 4 mettono un marcatore.</translatio
     <message>
         <source>%1 so far</source>
         <translation>%1 finora</translation>
+    </message>
+    <message>
+        <source>Label the curves if more than one is shown</source>
+        <translation>Dà un nome alle curve se ce n&apos;è più di una</translation>
+    </message>
+    <message>
+        <source>Store the current sweep as trace %1</source>
+        <translation>Memorizza lo sweep attuale come traccia %1</translation>
+    </message>
+    <message>
+        <source>Following sweeps</source>
+        <translation>Sweep seguenti</translation>
+    </message>
+    <message>
+        <source>The mean of this many sweeps, then an exponential running mean</source>
+        <translation>La media di questo numero di sweep, poi una media mobile esponenziale</translation>
+    </message>
+    <message>
+        <source>&amp;Restart</source>
+        <translation>&amp;Ricomincia</translation>
+    </message>
+    <message>
+        <source>Restart holds and average with the next sweep, as a new range does</source>
+        <translation>Massimi, minimi e media ripartono con il prossimo sweep, come con un nuovo intervallo</translation>
     </message>
 </context>
 <context>

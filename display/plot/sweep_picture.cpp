@@ -247,7 +247,7 @@ void SweepPicture::save(const QString &path) const
 {
     if (!isPictureName(path))
         throw RuntimeError(RuntimeError::Kind::File,
-                           path + QStringLiteral(": ") + tr("the name of a picture ends in .png or .svg"));
+                           path + QStringLiteral(": ") + tr("the file name of a picture must end in .png or .svg"));
     const bool svg = path.endsWith(QStringLiteral(".svg"), Qt::CaseInsensitive);
     writeWholeFile(path, svg ? asSvg() : asPng());
 }

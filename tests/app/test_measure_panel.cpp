@@ -183,7 +183,7 @@ void TestMeasurePanel::whatIsMissingSaysWhy()
     QVERIFY(bench.label("lblResult_bw3").contains(QStringLiteral("no sweep")));
     bench.deliver(resonance);
     QVERIFY(bench.label("lblResult_loss").contains(QStringLiteral("no reference")));
-    QVERIFY(bench.label("lblResult_bw60").contains(QStringLiteral("not inside the range")));
+    QVERIFY(bench.label("lblResult_bw60").contains(QStringLiteral("outside the sweep range")));
 }
 
 void TestMeasurePanel::theCurveIsShownRelativeToTheReference()
@@ -426,7 +426,7 @@ void TestMeasurePanel::limitsOfAnotherUnitAreNotJudged()
     QVERIFY(bench.isShown("lblVerdict"));
     bench.trigger("mnuScalaLineare");
     QVERIFY(!bench.isShown("lblVerdict"));
-    QVERIFY(bench.label("lblWorst").contains(QStringLiteral("choose a scale in dB")));
+    QVERIFY(bench.label("lblWorst").contains(QStringLiteral("choose a dB scale")));
     QVERIFY(bench.plot().limits.empty());
     // On a scale relative to 10 V, the same sweep is 20 dB lower.
     bench.trigger("mnuScalaLogaritmica10");

@@ -84,7 +84,7 @@ inline constexpr std::array kCaptions{
     Text{"calvorn::BoardMenus", "&Through, a piece of cable"},
     Text{"calvorn::BoardMenus", "As a &file says"},
     Text{"calvorn::HeightHandle", "Height of the view"},
-    Text{"calvorn::HeightHandle", "Drag to make the view higher or lower; a double click makes it as high as it was"},
+    Text{"calvorn::HeightHandle", "Drag to resize the view; double-click to restore its default height"},
     Text{"calvorn::AuxOutput", "This output is not enabled in the configuration."},
     Text{"calvorn::FrmAbout", "Without any warranty. Check your wiring before you switch on."},
     Text{"calvorn::FrmAbout", "Free to use, change and pass on under the terms of the MIT licence."},
@@ -116,12 +116,11 @@ inline constexpr std::array kCaptions{
          "changes it."},
     Text{"calvorn::PortPage",
          "No device belongs to this number. The section [Ports] of the settings file can name one."},
-    Text{"calvorn::SweepGraph", "Click left: M1, right: M2, with Shift: M3 and M4. Markers can be dragged.\n"
-                                "With Ctrl: the wheel zooms, a drag takes the span.\n"
-                                "Keyboard: arrow keys move, keys 1 to 4 put a marker."},
-    Text{"calvorn::MeasureDock", "The sweep that is shown becomes the reference, and the curves are shown relative to "
-                                 "it. The table keeps what was "
-                                 "measured."},
+    Text{"calvorn::SweepGraph", "Left-click: M1, right-click: M2, with Shift: M3 and M4. Markers can be dragged.\n"
+                                "With Ctrl: the wheel zooms, dragging selects the span.\n"
+                                "Keyboard: arrow keys move, keys 1 to 4 place a marker."},
+    Text{"calvorn::MeasureDock", "Use the current sweep as the reference and show the curves relative to it. The table "
+                                 "keeps the measured values."},
     // Captions in contexts that also contain messages.
     Text{"calvorn::FrmSetUp", "Configuration"},
     Text{"calvorn::FrmSetUp", "&Interface"},

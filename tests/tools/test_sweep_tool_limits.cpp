@@ -288,12 +288,9 @@ void TestSweepToolLimits::badSweepFilesAreRefused_data()
     row("no number", replaced("\r\n7,1060000,", "\r\n7,many,"), "bad.csv, line 8: Type mismatch: \"many\"");
     row("row 4000", replaced("\r\n400,", "\r\n4000,"),
         "bad.csv, line 401: Subscript out of range: table row 4000, column 0");
-    row("unequal distances", replaced(",1060000,", ",1065000,"),
-        "bad.csv: the frequencies do not lie at equal distances.");
-    row("rows left out", with("a,b,c,d\r\n400,1000000,5,12\r\n"),
-        "bad.csv: the frequencies do not lie at equal distances.");
-    row("one frequency", with(makeSweepFile(kStart, 0, ramp)),
-        "bad.csv: the frequencies do not lie at equal distances.");
+    row("unequal distances", replaced(",1060000,", ",1065000,"), "bad.csv: the frequencies are not equally spaced.");
+    row("rows left out", with("a,b,c,d\r\n400,1000000,5,12\r\n"), "bad.csv: the frequencies are not equally spaced.");
+    row("one frequency", with(makeSweepFile(kStart, 0, ramp)), "bad.csv: the frequencies are not equally spaced.");
 }
 
 void TestSweepToolLimits::badSweepFilesAreRefused()

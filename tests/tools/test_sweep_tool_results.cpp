@@ -284,7 +284,7 @@ void TestSweepToolResults::whatIsMissingHasAReason()
     tool.write("lowpass.csv", makeSweepFile(1'000'000, 10'000, [](double hertz) { return 1e6 / hertz; }));
     QCOMPARE(tool.run("--input lowpass.csv --format json"), 0);
     QVERIFY(reportOf(tool)[QLatin1String("bw3")].isNull());
-    QCOMPARE(noteOf(reportOf(tool), "bw3"), QStringLiteral("not inside the range"));
+    QCOMPARE(noteOf(reportOf(tool), "bw3"), QStringLiteral("outside the sweep range"));
 }
 
 void TestSweepToolResults::jsonWithoutResultsIsThatOfAFilter()
