@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "app/help_icons.h"
 #include "app/help_results.h"
 #include "app/help_window.h"
 #include "platform/qt_desktop.h"
@@ -85,6 +86,7 @@ private slots:
     void theContentsFollowThePage();
     void theIconsAreSeen_data();
     void theIconsAreSeen();
+    void theArrowsAreMirrorImages();
     void nothingLeadsOutside();
     void backAndForward();
     void theProgramFolderStaysAsItIs();
@@ -357,6 +359,15 @@ void TestHelpWindow::theIconsAreSeen()
         seen.append(icon);
     }
     QVERIFY(seen[0] != seen[1]);
+}
+
+void TestHelpWindow::theArrowsAreMirrorImages()
+{
+    QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
+    const auto picture = [](HelpIcon icon) { return helpIcon(icon).pixmap(32, 32).toImage(); };
+    const QImage back = picture(HelpIcon::Back);
+    QCOMPARE(picture(HelpIcon::Forward), back.mirrored(true, false));
+    QCOMPARE(back, back.mirrored(false, true));
 }
 
 void TestHelpWindow::nothingLeadsOutside()

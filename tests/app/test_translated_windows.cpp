@@ -7,6 +7,7 @@
 #include "core/number_text.h"
 #include "tests/support/cut_off_texts.h"
 #include "tests/support/fake_server_control.h"
+#include "tests/support/overlaps.h"
 #include "tests/support/set_up_bench.h"
 #include "tests/support/walk_numbers.h"
 #include "tests/support/while_modal.h"
@@ -18,6 +19,7 @@
 
 using namespace calvorn;
 using calvorn::test::cutOffTexts;
+using calvorn::test::overlaps;
 using calvorn::test::SetUpBench;
 using calvorn::test::WindowBench;
 
@@ -62,6 +64,7 @@ void checkDialog(const QWidget &dialog)
 {
     QCoreApplication::processEvents();
     QCOMPARE(cutOffTexts(dialog), QString());
+    QCOMPARE(overlaps(dialog), QString());
     Mnemonics mnemonics;
     mnemonics.addVisibleIn(dialog);
     QCOMPARE(mnemonics.clashes(), QString());

@@ -216,6 +216,16 @@ private slots:
         QCOMPARE(bench.driver.calls.last(), QStringLiteral("stop 2"));
     }
 
+    void theMenuTakesTheFocusToTheButtonThatStops()
+    {
+        Bench bench;
+        bench.controls.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&bench.controls));
+        bench.button("optSpeed_0")->setFocus();
+        bench.controls.singleAction()->trigger();
+        QVERIFY(bench.button("cmdStop")->hasFocus());
+    }
+
     void closingEndsTheWaiting()
     {
         Bench bench;

@@ -210,6 +210,11 @@ void TestTestPanel::samplesAndErrorsAreShown()
     for (int i = 0; i < 3; ++i)
         bench.panel->countError();
     QCOMPARE(bench.text("txtErrori"), QStringLiteral("3"));
+    for (const char *name : {"txtRX", "txtErrori"}) {
+        const QString shown = bench.text(name);
+        QTest::keyClicks(bench.find(name), QStringLiteral("7"));
+        QCOMPARE(bench.text(name), shown);
+    }
 }
 
 void TestTestPanel::theForcedStopIsPassedOn()

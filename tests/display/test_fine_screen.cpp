@@ -3,6 +3,7 @@
 #include "display/sweep_graph.h"
 
 #include <QApplication>
+#include <QRegularExpression>
 #include <QTest>
 
 #include <algorithm>
@@ -81,6 +82,30 @@ private slots:
         const QImage image = graph.grab().toImage();
         for (const int y : {800, 801})
             QCOMPARE(image.pixel(610, y), graph.line(GraphItem::M3).colour);
+    }
+
+    // Uncovered pieces of the graph are copied one by one, each from its place.
+    void piecesAreCopiedFromTheirPlaces()
+    {
+        QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
+        Configuration configuration;
+        SweepTable table(configuration);
+        Markers markers;
+        SweepGraph graph(configuration, table, markers);
+        graph.inizializzaGraph();
+        graph.resize(401, 401);
+        const QImage whole = graph.grab().toImage();
+        QPixmap pieces(whole.size());
+        pieces.setDevicePixelRatio(2.0);
+        pieces.fill(Qt::white);
+        QRegion region(10, 10, 100, 100);
+        region += QRect(200, 250, 100, 100);
+        graph.render(&pieces, region.boundingRect().topLeft(), region, QWidget::RenderFlags());
+        const QImage image = pieces.toImage();
+        for (const QRect &piece : region) {
+            const QRect pixels(piece.topLeft() * 2, piece.size() * 2);
+            QCOMPARE(image.copy(pixels), whole.copy(pixels));
+        }
     }
 
     void thePointerIsACrossInAFrame()

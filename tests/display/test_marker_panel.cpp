@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "core/number_text.h"
 #include "tests/display/display_bench.h"
+#include "tests/support/overlaps.h"
 #include "tests/support/walk_numbers.h"
 
 #include <cmath>
@@ -38,6 +39,13 @@ private slots:
         QCOMPARE(graph.line(GraphItem::M1).x1, 42.0);
         QCOMPARE(bench.text(QStringLiteral("txtM1X")), inLocale(locale, QStringLiteral("2,025,000")));
         QCOMPARE(bench.desktop.beeps, 0);
+    }
+
+    void everyReadOutHasAPlaceOfItsOwn()
+    {
+        DisplayBench bench;
+        bench.show();
+        QCOMPARE(test::overlaps(bench.markers), QString());
     }
 
     void theReadOutFollowsTheMouse()

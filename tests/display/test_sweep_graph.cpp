@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "display/frequency_captions.h"
 #include "tests/display/display_bench.h"
 #include "tests/support/quiet_time.h"
 
@@ -31,6 +32,18 @@ private:
         {
             painted.append(event->rect());
             SweepGraph::paintEvent(event);
+        }
+    };
+
+    class PaintCount : public QObject
+    {
+    public:
+        int count = 0;
+
+        bool eventFilter(QObject *, QEvent *event) override
+        {
+            count += event->type() == QEvent::Paint ? 1 : 0;
+            return false;
         }
     };
 
@@ -209,6 +222,36 @@ private slots:
         QCOMPARE(graph.label(GraphItem::M1).left, 112.0);
         const int x = static_cast<int>(0.5 + 110.0 / 400.0 * (graph.width() - 1));
         QCOMPARE(grab(graph).pixel(x, 350), graph.line(GraphItem::M1).colour);
+    }
+
+    void eachKindOfLineHasItsColour()
+    {
+        DisplayBench bench;
+        const SweepGraph &graph = bench.panel.graph();
+        for (const GraphItem item : {GraphItem::M1, GraphItem::M2})
+            QCOMPARE(graph.line(item).colour, qRgb(0x4f, 0xc3, 0xf7));
+        for (const GraphItem item : {GraphItem::M3, GraphItem::M4})
+            QCOMPARE(graph.line(item).colour, qRgb(0xff, 0x9d, 0xe0));
+        for (const GraphItem item : {GraphItem::CursorV, GraphItem::CursorH})
+            QCOMPARE(graph.line(item).colour, qRgb(255, 255, 255));
+    }
+
+    void theCaptionsAboveMoveWithTheirMarkers()
+    {
+        DisplayBench bench;
+        bench.show();
+        auto *captions = bench.find<FrequencyCaptions>(QStringLiteral("frameCaptions"));
+        QVERIFY(captions);
+        PaintCount painted;
+        captions->installEventFilter(&painted);
+        const auto isQuiet = [&painted] {
+            painted.count = 0;
+            test::nothingHappensFor(50);
+            return painted.count == 0;
+        };
+        QTRY_VERIFY(isQuiet());
+        bench.panel.graph().moveLine(GraphItem::M1, 300);
+        QTRY_VERIFY(painted.count > 0);
     }
 
     void captionsStandAtTheirLines()
