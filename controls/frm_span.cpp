@@ -21,7 +21,7 @@ FrmSpan::FrmSpan(const Configuration &configuration, Desktop &desktop, QWidget *
     setObjectName(QStringLiteral("frmSpan"));
     setWindowTitle(tr("Centre and span"));
     auto *grid = new QGridLayout(this);
-    m_centreBox = addBox(grid, "txtCentre", tr("&Centre - Hz"), tr("Enter the middle of the range in Hz"));
+    m_centreBox = addBox(grid, "txtCentre", tr("&Centre - Hz"), tr("Enter the centre of the range in Hz"));
     m_spanBox = addBox(grid, "txtSpan", tr("&Span - Hz"), tr("Enter the width of the range in Hz"));
     connect(m_centreBox, &EntryBox::lostFocus, this, &FrmSpan::txtCentre_LostFocus);
     connect(m_spanBox, &EntryBox::lostFocus, this, &FrmSpan::txtSpan_LostFocus);
@@ -33,7 +33,7 @@ FrmSpan::FrmSpan(const Configuration &configuration, Desktop &desktop, QWidget *
     take->setDefault(true);
     auto *cancel = new QPushButton(tr("Cancel"), this);
     cancel->setObjectName(QStringLiteral("cmdCancel"));
-    cancel->setToolTip(tr("Close without any change"));
+    cancel->setToolTip(tr("Close without changes"));
     buttons->addStretch();
     buttons->addWidget(take);
     buttons->addWidget(cancel);

@@ -34,7 +34,7 @@ GeneratorBox::GeneratorBox(const Configuration &configuration, SignalGenerator &
     buildButtons();
     buildMemories();
     m_state = named(new QLabel(this), "lblGenerator",
-                    tr("Whether the generator is on; not in use here: a sweep, the meter or a setting has moved it"));
+                    tr("State of the generator; a sweep, the meter or a setting ends its use as a signal source"));
     m_state->setWordWrap(true);
     column->addWidget(m_state);
     connect(&m_generator, &SignalGenerator::changed, this, [this] {
@@ -63,7 +63,7 @@ void GeneratorBox::buildFrequency()
 
 void GeneratorBox::buildButtons()
 {
-    m_on = named(new QPushButton(tr("&Generator ON"), this), "cmdGenerator", tr("Switches the generator on and off"));
+    m_on = named(new QPushButton(tr("&Generator ON"), this), "cmdGenerator", tr("Switch the generator on or off"));
     m_on->setCheckable(true);
     m_boundary.connect(m_on, &QPushButton::clicked, this, "cmdGenerator_Click",
                        [this](bool on) { cmdGenerator_Click(on); });
@@ -71,7 +71,7 @@ void GeneratorBox::buildButtons()
     auto *up = named(new QPushButton(tr("U&p"), this), "cmdGeneratorUp", tr("One step up"));
     m_boundary.connect(down, &QPushButton::clicked, this, "cmdGeneratorDown_Click", [this] { cmdStep_Click(-1); });
     m_boundary.connect(up, &QPushButton::clicked, this, "cmdGeneratorUp_Click", [this] { cmdStep_Click(1); });
-    m_stepBox = named(new EntryBox(this), "txtGeneratorStep", tr("What \"Up\" and \"Down\" change, in Hz"));
+    m_stepBox = named(new EntryBox(this), "txtGeneratorStep", tr("Step of \"Up\" and \"Down\", in Hz"));
     m_boundary.connect(m_stepBox, &EntryBox::lostFocus, this, "txtGeneratorStep_LostFocus",
                        [this] { txtGeneratorStep_LostFocus(); });
     auto *buttons = new QHBoxLayout;
@@ -88,14 +88,14 @@ void GeneratorBox::buildButtons()
 void GeneratorBox::buildMemories()
 {
     m_memory = named(new QComboBox(this), "cboMemory",
-                     tr("Frequencies that are kept: choose one to use it; type a name and press \"Keep\" for another"));
+                     tr("Stored frequencies: choose one to use it; to store another, type a name and press \"Keep\""));
     m_memory->setEditable(true);
     m_memory->setInsertPolicy(QComboBox::NoInsert);
     m_memory->setCompleter(nullptr);
     m_boundary.connect(m_memory, &QComboBox::activated, this, "cboMemory_Click",
                        [this](int index) { cboMemory_Click(index); });
     auto *keep = named(new QPushButton(tr("&Keep"), this), "cmdMemory",
-                       tr("Keeps the frequency in the memory that is chosen, under the name that stands there"));
+                       tr("Store the frequency in the selected memory, with the name shown"));
     m_boundary.connect(keep, &QPushButton::clicked, this, "cmdMemory_Click", [this] { cmdMemory_Click(); });
     auto *row = new QHBoxLayout;
     row->addWidget(m_memory, 1);
@@ -211,7 +211,7 @@ void GeneratorBox::showState()
         m_state->setText(tr("The generator is off."));
         break;
     case SignalGenerator::State::Elsewhere:
-        m_state->setText(tr("The generator is not in use here."));
+        m_state->setText(tr("The generator is not in use as a signal source."));
         break;
     }
 }

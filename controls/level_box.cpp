@@ -64,7 +64,7 @@ LevelBox::LevelBox(const Configuration &configuration, QWidget *parent)
     numbers->addWidget(m_volts, 1);
     numbers->addWidget(m_watts, 1);
     numbers->addWidget(m_relative, 1);
-    auto *reset = named(new QPushButton(tr("&Reset"), this), "cmdExtremes", tr("Starts minimum and maximum afresh"));
+    auto *reset = named(new QPushButton(tr("&Reset"), this), "cmdExtremes", tr("Reset minimum and maximum"));
     connect(reset, &QPushButton::clicked, this, &LevelBox::cmdExtremes_Click);
     auto *buttons = new QHBoxLayout;
     for (QPushButton *button : {m_hold, m_zero, reset})
@@ -91,22 +91,22 @@ void LevelBox::buildNumbers()
     m_level->setAlignment(Qt::AlignRight);
     m_volts = named(new QLabel(this), "lblLevelVolts", tr("Volts RMS at the input"));
     m_watts = named(new QLabel(this), "lblLevelWatts", tr("Power into 50 ohms"));
-    m_relative = named(new QLabel(this), "lblLevelRelative", tr("Relative to the level at which \"Zero\" was pressed"));
+    m_relative = named(new QLabel(this), "lblLevelRelative", tr("Relative to the level when you pressed \"Zero\""));
     m_relative->setAlignment(Qt::AlignRight);
     m_extremes = named(new QLabel(this), "lblLevelExtremes", tr("The lowest and the highest level so far"));
     m_bar = named(new QProgressBar(this), "barLevel", tr("From -80 to 20 dBm"));
     m_bar->setRange(kBarBottom, kBarTop);
     m_bar->setTextVisible(false);
     m_bar->setValue(kBarBottom);
-    m_warning = named(new QLabel(this), "lblLevelWarning", tr("Why the number may be wrong"));
+    m_warning = named(new QLabel(this), "lblLevelWarning", tr("Warning about the reading"));
     m_warning->setWordWrap(true);
 }
 
 void LevelBox::buildButtons()
 {
-    m_hold = named(new QPushButton(tr("H&old"), this), "cmdHold", tr("Stops the meter; the numbers stay as they are"));
+    m_hold = named(new QPushButton(tr("H&old"), this), "cmdHold", tr("Stop the meter and keep its readings"));
     m_hold->setCheckable(true);
-    m_zero = named(new QPushButton(tr("&Zero"), this), "cmdZero", tr("Makes the level shown 0 dB"));
+    m_zero = named(new QPushButton(tr("&Zero"), this), "cmdZero", tr("Use the current level as 0 dB"));
     m_zero->setCheckable(true);
     m_zero->setEnabled(false);
     connect(m_zero, &QPushButton::clicked, this, &LevelBox::cmdRelative_Click);

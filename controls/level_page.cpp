@@ -129,7 +129,7 @@ void LevelPage::showPause(LevelReader::Pause why)
         m_level->showPause({});
         break;
     case LevelReader::Pause::Sweep:
-        m_level->showPause(tr("A sweep is running: the meter goes on when it has ended."));
+        m_level->showPause(tr("A sweep is running: the meter continues afterwards."));
         break;
     case LevelReader::Pause::NotConnected:
         m_level->showPause(tr("The hardware is not connected."));
@@ -138,7 +138,7 @@ void LevelPage::showPause(LevelReader::Pause why)
         m_level->showPause(tr("The instrument measures the phase: choose RetLoss or DUT."));
         break;
     case LevelReader::Pause::Generator:
-        m_level->showPause(tr("The generator is on: this interface can read the detector in sweeps only."));
+        m_level->showPause(tr("The generator is on: this interface reads the detector only during sweeps."));
         break;
     }
 }

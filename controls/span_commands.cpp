@@ -21,10 +21,10 @@ SpanCommands::SpanCommands(const Configuration &configuration, RangeEntry &range
     addAction("mnuSpan", tr("&Centre and span…"), {}, tr("Enter the range as centre and span"),
               &SpanCommands::mnuSpan_Click);
     addAction("mnuSpanBack", tr("&Previous span"), QKeySequence(Qt::ALT | Qt::Key_Left),
-              tr("Go back to the range before this one"), &SpanCommands::mnuSpanBack_Click);
-    addAction("mnuSpanForth", tr("&Next span"), QKeySequence(Qt::ALT | Qt::Key_Right),
-              tr("Go forth to the range after this one"), &SpanCommands::mnuSpanForth_Click);
-    addAction("mnuFullRange", tr("&Full range"), {}, tr("Sweep all that the generator can do"),
+              tr("Return to the previous range"), &SpanCommands::mnuSpanBack_Click);
+    addAction("mnuSpanForth", tr("&Next span"), QKeySequence(Qt::ALT | Qt::Key_Right), tr("Go to the next range"),
+              &SpanCommands::mnuSpanForth_Click);
+    addAction("mnuFullRange", tr("&Full range"), {}, tr("Sweep the generator's full range"),
               &SpanCommands::mnuFullRange_Click);
     connect(&range, &RangeEntry::rangeChanged, this, [this] { m_changed = true; });
     connect(&range, &RangeEntry::planned, this, &SpanCommands::notePlan);

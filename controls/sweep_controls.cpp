@@ -136,7 +136,7 @@ void SweepControls::buildSingleAction()
     m_single = new QAction(tr("&Single sweep"), this);
     m_single->setObjectName(QStringLiteral("mnuSingle"));
     m_single->setShortcut(QKeySequence(Qt::SHIFT | Qt::Key_F5));
-    m_single->setToolTip(tr("Sweep once, then stop; a running sweep stops after the next curve"));
+    m_single->setToolTip(tr("Sweep once, then stop; repeated sweeps stop after the next curve"));
     m_boundary.connect(m_single, &QAction::triggered, this, "mnuSingle_Click", [this] { mnuSingle_Click(); });
 }
 

@@ -38,7 +38,7 @@ TestPanel::TestPanel(Configuration &configuration, SweepTable &table, Messages &
     , m_log(new LogList(messages, boundary, this))
 {
     setObjectName(QStringLiteral("frameTest"));
-    name(m_log, "lstLOG", tr("Log of the acquisition; the right button copies or saves it"));
+    name(m_log, "lstLOG", tr("Acquisition log; right-click to copy or save it"));
     m_log->setMinimumHeight(28);
     auto *grid = new QGridLayout(this);
     grid->setContentsMargins(6, 2, 6, 6);
@@ -72,23 +72,23 @@ void TestPanel::buildReadouts(QGridLayout *grid)
 
 void TestPanel::buildButtons(QGridLayout *grid)
 {
-    m_misura = addButton("cmdMisura_Click", tr("DUT"), tr("What the MiniVNA measures; a click goes to the next mode"),
+    m_misura = addButton("cmdMisura_Click", tr("DUT"), tr("Mode of the MiniVNA; click for the next mode"),
                          &TestPanel::cmdMisura_Click);
-    QToolButton *forcedStop = addButton("cmdSwStop_Click", tr("Stop"),
-                                        tr("Bring the buttons back when the hardware never ends a sweep"), nullptr);
+    QToolButton *forcedStop =
+        addButton("cmdSwStop_Click", tr("Stop"), tr("Restore the buttons if the hardware never ends a sweep"), nullptr);
     connect(forcedStop, &QToolButton::clicked, this, &TestPanel::forcedStop);
     const QList<QToolButton *> buttons{
-        addButton("cmdFreqDDS_Click", tr("F.dds"), tr("Put the generator on the start frequency"),
+        addButton("cmdFreqDDS_Click", tr("F.dds"), tr("Set the generator to the start frequency"),
                   &TestPanel::cmdFreqDDS_Click),
         addButton("cmdFreqStart_Click", tr("F.Start"), tr("Send the start frequency of the sweep"),
                   &TestPanel::cmdFreqStart_Click),
-        addButton("cmdFreqStep_Click", tr("F.Step"), tr("Send the step of the sweep; only the PIC takes it"),
+        addButton("cmdFreqStep_Click", tr("F.Step"), tr("Send the step of the sweep (PIC only)"),
                   &TestPanel::cmdFreqStep_Click),
-        addButton("cmdReset_Click", tr("Reset"), tr("Reset the generator and put it on 1 MHz"),
+        addButton("cmdReset_Click", tr("Reset"), tr("Reset the generator and set it to 1 MHz"),
                   &TestPanel::cmdReset_Click),
         addButton("cmdDraw_Click", tr("Draw"), tr("Draw a curve of random samples, without hardware"),
                   &TestPanel::cmdDraw_Click),
-        addButton("cmdClear_Click", tr("Clear"), tr("Empty the receive box, the curve and the table"),
+        addButton("cmdClear_Click", tr("Clear"), tr("Clear the receive box, the curve and the table"),
                   &TestPanel::cmdClear_Click),
         m_misura,
         forcedStop};

@@ -135,7 +135,7 @@ QLayout *FrmCalibraLevel::buildPoints()
 QLayout *FrmCalibraLevel::buildButtons()
 {
     m_apply = named(new QPushButton(tr("&Apply"), this), "cmdApply", tr("Use this law and save it in the settings"));
-    auto *cancel = named(new QPushButton(tr("&Cancel"), this), "cmdCancel", tr("Close without any change"));
+    auto *cancel = named(new QPushButton(tr("&Cancel"), this), "cmdCancel", tr("Close without changes"));
     for (QPushButton *button : {m_apply, cancel})
         button->setAutoDefault(false);
     m_boundary.connect(m_apply, &QPushButton::clicked, this, "cmdApply_Click", [this] { cmdApply_Click(); });

@@ -92,7 +92,7 @@ QLayout *FrmSetUp::buildButtons()
     m_apply->setToolTip(tr("Write the configuration and end the program; it counts from the next start"));
     auto *exit = new QPushButton(tr("&EXIT"), this);
     exit->setObjectName(QStringLiteral("cmdExit"));
-    exit->setToolTip(tr("Close without any change"));
+    exit->setToolTip(tr("Close without changes"));
     // Return in a text box must accept the entry and nothing more.
     m_apply->setAutoDefault(false);
     exit->setAutoDefault(false);

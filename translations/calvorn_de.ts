@@ -2057,16 +2057,16 @@
         <translation>Diese Kennlinie verwenden und in den Einstellungen speichern</translation>
     </message>
     <message>
-        <source>Close without any change</source>
-        <translation>Ohne Änderung schließen</translation>
-    </message>
-    <message>
         <source>The best line has a slope outside 1 to 1000 mV per dB, or an intercept beyond 200 dBm: no law.</source>
         <translation>Die beste Gerade hat eine Steilheit außerhalb von 1 bis 1000 mV pro dB oder einen Achsenabschnitt jenseits von 200 dBm: keine Kennlinie.</translation>
     </message>
     <message>
         <source>largest error %1 dB</source>
         <translation>größter Fehler %1 dB</translation>
+    </message>
+    <message>
+        <source>Close without changes</source>
+        <translation>Ohne Änderung schließen</translation>
     </message>
 </context>
 <context>
@@ -2199,10 +2199,6 @@
         <translation>SCHLI&amp;ESSEN</translation>
     </message>
     <message>
-        <source>Close without any change</source>
-        <translation>Schließen, ohne etwas zu ändern</translation>
-    </message>
-    <message>
         <source>Some settings could not be read.</source>
         <translation>Einige Einstellungen waren nicht lesbar.</translation>
     </message>
@@ -2218,6 +2214,10 @@
         <source>the configuration could not be written into %1</source>
         <translation>die Konfiguration ließ sich nicht in %1 schreiben</translation>
     </message>
+    <message>
+        <source>Close without changes</source>
+        <translation>Ohne Änderung schließen</translation>
+    </message>
 </context>
 <context>
     <name>calvorn::FrmSpan</name>
@@ -2228,10 +2228,6 @@
     <message>
         <source>&amp;Centre - Hz</source>
         <translation>&amp;Mitte - Hz</translation>
-    </message>
-    <message>
-        <source>Enter the middle of the range in Hz</source>
-        <translation>Mitte des Bereichs in Hz eingeben</translation>
     </message>
     <message>
         <source>&amp;Span - Hz</source>
@@ -2254,7 +2250,11 @@
         <translation>Abbrechen</translation>
     </message>
     <message>
-        <source>Close without any change</source>
+        <source>Enter the centre of the range in Hz</source>
+        <translation>Mitte des Bereichs in Hz eingeben</translation>
+    </message>
+    <message>
+        <source>Close without changes</source>
         <translation>Ohne Änderung schließen</translation>
     </message>
 </context>
@@ -2364,10 +2364,6 @@
         <translation>&amp;Generator EIN</translation>
     </message>
     <message>
-        <source>Switches the generator on and off</source>
-        <translation>Schaltet den Generator ein und aus</translation>
-    </message>
-    <message>
         <source>&amp;Down</source>
         <translation>T&amp;iefer</translation>
     </message>
@@ -2384,20 +2380,8 @@
         <translation>Einen Schritt höher</translation>
     </message>
     <message>
-        <source>What &quot;Up&quot; and &quot;Down&quot; change, in Hz</source>
-        <translation>Was „Höher“ und „Tiefer“ ändern, in Hz</translation>
-    </message>
-    <message>
-        <source>Frequencies that are kept: choose one to use it; type a name and press &quot;Keep&quot; for another</source>
-        <translation>Gemerkte Frequenzen: eine wählen, um sie zu benutzen; für eine andere einen Namen eingeben und „Merken“ drücken</translation>
-    </message>
-    <message>
         <source>&amp;Keep</source>
         <translation>Mer&amp;ken</translation>
-    </message>
-    <message>
-        <source>Keeps the frequency in the memory that is chosen, under the name that stands there</source>
-        <translation>Merkt sich die Frequenz im gewählten Speicher, unter dem Namen, der dort steht</translation>
     </message>
     <message>
         <source>Memory %1</source>
@@ -2420,12 +2404,28 @@
         <translation>S&amp;chritt - Hz</translation>
     </message>
     <message>
-        <source>Whether the generator is on; not in use here: a sweep, the meter or a setting has moved it</source>
-        <translation>Ob der Generator eingeschaltet ist; hier nicht in Gebrauch: ein Durchlauf, die Pegelmessung oder eine Einstellung hat ihn verstellt</translation>
+        <source>State of the generator; a sweep, the meter or a setting ends its use as a signal source</source>
+        <translation>Zustand des Generators; ein Durchlauf, die Pegelmessung oder eine Einstellung beendet seinen Einsatz als Signalquelle</translation>
     </message>
     <message>
-        <source>The generator is not in use here.</source>
-        <translation>Der Generator ist hier nicht in Gebrauch.</translation>
+        <source>Switch the generator on or off</source>
+        <translation>Schaltet den Generator ein und aus</translation>
+    </message>
+    <message>
+        <source>Step of &quot;Up&quot; and &quot;Down&quot;, in Hz</source>
+        <translation>Schrittweite von „Höher“ und „Tiefer“, in Hz</translation>
+    </message>
+    <message>
+        <source>Stored frequencies: choose one to use it; to store another, type a name and press &quot;Keep&quot;</source>
+        <translation>Gespeicherte Frequenzen: eine wählen, um sie zu benutzen; um eine weitere zu speichern, einen Namen eingeben und „Merken“ drücken</translation>
+    </message>
+    <message>
+        <source>Store the frequency in the selected memory, with the name shown</source>
+        <translation>Frequenz im gewählten Speicher unter dem angezeigten Namen speichern</translation>
+    </message>
+    <message>
+        <source>The generator is not in use as a signal source.</source>
+        <translation>Der Generator dient nicht als Signalquelle.</translation>
     </message>
 </context>
 <context>
@@ -2653,32 +2653,12 @@
         <translation>Am Vollausschlag: Der Pegel kann höher sein.</translation>
     </message>
     <message>
-        <source>Why the number may be wrong</source>
-        <translation>Warum die Zahl falsch sein kann</translation>
-    </message>
-    <message>
         <source>H&amp;old</source>
         <translation>&amp;Festhalten</translation>
     </message>
     <message>
         <source>&amp;Reset</source>
         <translation>Neu &amp;beginnen</translation>
-    </message>
-    <message>
-        <source>Starts minimum and maximum afresh</source>
-        <translation>Minimum und Maximum beginnen neu</translation>
-    </message>
-    <message>
-        <source>Relative to the level at which &quot;Zero&quot; was pressed</source>
-        <translation>Bezogen auf den Pegel, bei dem „Null“ gedrückt wurde</translation>
-    </message>
-    <message>
-        <source>Stops the meter; the numbers stay as they are</source>
-        <translation>Hält die Messung an; die Zahlen bleiben stehen</translation>
-    </message>
-    <message>
-        <source>Makes the level shown 0 dB</source>
-        <translation>Macht den angezeigten Pegel zu 0 dB</translation>
     </message>
     <message>
         <source>Loss of an attenuator in front of the detector; it is added to the level</source>
@@ -2692,6 +2672,26 @@
         <source>Below the detector&apos;s floor.</source>
         <translation>Unter der Grenze des Detektors.</translation>
     </message>
+    <message>
+        <source>Reset minimum and maximum</source>
+        <translation>Minimum und Maximum zurücksetzen</translation>
+    </message>
+    <message>
+        <source>Relative to the level when you pressed &quot;Zero&quot;</source>
+        <translation>Bezogen auf den Pegel, bei dem „Null“ gedrückt wurde</translation>
+    </message>
+    <message>
+        <source>Warning about the reading</source>
+        <translation>Warnung zum Messwert</translation>
+    </message>
+    <message>
+        <source>Stop the meter and keep its readings</source>
+        <translation>Hält die Messung an; die Zahlen bleiben stehen</translation>
+    </message>
+    <message>
+        <source>Use the current level as 0 dB</source>
+        <translation>Aktuellen Pegel als 0 dB verwenden</translation>
+    </message>
 </context>
 <context>
     <name>calvorn::LevelCurve</name>
@@ -2703,10 +2703,6 @@
 <context>
     <name>calvorn::LevelPage</name>
     <message>
-        <source>A sweep is running: the meter goes on when it has ended.</source>
-        <translation>Ein Durchlauf läuft: Danach misst der Pegelmesser weiter.</translation>
-    </message>
-    <message>
         <source>The hardware is not connected.</source>
         <translation>Die Hardware ist nicht verbunden.</translation>
     </message>
@@ -2715,7 +2711,11 @@
         <translation>Das Gerät misst die Phase: RetLoss oder DUT wählen.</translation>
     </message>
     <message>
-        <source>The generator is on: this interface can read the detector in sweeps only.</source>
+        <source>A sweep is running: the meter continues afterwards.</source>
+        <translation>Ein Durchlauf läuft: Danach misst der Pegelmesser weiter.</translation>
+    </message>
+    <message>
+        <source>The generator is on: this interface reads the detector only during sweeps.</source>
         <translation>Der Generator ist eingeschaltet: Diese Schnittstelle kann den Detektor nur in Durchläufen lesen.</translation>
     </message>
 </context>
@@ -3807,24 +3807,24 @@
         <translation>&amp;Vorheriger Bereich</translation>
     </message>
     <message>
-        <source>Go back to the range before this one</source>
-        <translation>Zurück zum Bereich davor</translation>
-    </message>
-    <message>
         <source>&amp;Next span</source>
         <translation>&amp;Nächster Bereich</translation>
-    </message>
-    <message>
-        <source>Go forth to the range after this one</source>
-        <translation>Weiter zum Bereich danach</translation>
     </message>
     <message>
         <source>&amp;Full range</source>
         <translation>&amp;Ganzer Bereich</translation>
     </message>
     <message>
-        <source>Sweep all that the generator can do</source>
-        <translation>Alles, was der Generator kann</translation>
+        <source>Return to the previous range</source>
+        <translation>Zurück zum vorigen Bereich</translation>
+    </message>
+    <message>
+        <source>Go to the next range</source>
+        <translation>Weiter zum nächsten Bereich</translation>
+    </message>
+    <message>
+        <source>Sweep the generator&apos;s full range</source>
+        <translation>Ganzen Bereich des Generators wobbeln</translation>
     </message>
 </context>
 <context>
@@ -3898,7 +3898,7 @@
         <translation>&amp;Einzeldurchlauf</translation>
     </message>
     <message>
-        <source>Sweep once, then stop; a running sweep stops after the next curve</source>
+        <source>Sweep once, then stop; repeated sweeps stop after the next curve</source>
         <translation>Einmal wobbeln, dann anhalten; ein laufendes Wobbeln hält nach der nächsten Kurve an</translation>
     </message>
 </context>
@@ -4072,10 +4072,6 @@ Tastatur: Pfeiltasten bewegen, die Tasten 1 bis 4 setzen einen Marker.</translat
         <translation>Test</translation>
     </message>
     <message>
-        <source>Log of the acquisition; the right button copies or saves it</source>
-        <translation>Protokoll der Messung; die rechte Maustaste kopiert oder speichert es</translation>
-    </message>
-    <message>
         <source>Last received sample: number and count</source>
         <translation>Zuletzt empfangener Messpunkt: Nummer und Zählwert</translation>
     </message>
@@ -4096,24 +4092,12 @@ Tastatur: Pfeiltasten bewegen, die Tasten 1 bis 4 setzen einen Marker.</translat
         <translation>DUT</translation>
     </message>
     <message>
-        <source>What the MiniVNA measures; a click goes to the next mode</source>
-        <translation>Was das MiniVNA misst; ein Klick geht zur nächsten Betriebsart</translation>
-    </message>
-    <message>
         <source>Stop</source>
         <translation>Stopp</translation>
     </message>
     <message>
-        <source>Bring the buttons back when the hardware never ends a sweep</source>
-        <translation>Holt die Knöpfe zurück, wenn die Hardware einen Durchlauf nie beendet</translation>
-    </message>
-    <message>
         <source>F.dds</source>
         <translation>F.dds</translation>
-    </message>
-    <message>
-        <source>Put the generator on the start frequency</source>
-        <translation>Generator auf die Startfrequenz stellen</translation>
     </message>
     <message>
         <source>F.Start</source>
@@ -4128,16 +4112,8 @@ Tastatur: Pfeiltasten bewegen, die Tasten 1 bis 4 setzen einen Marker.</translat
         <translation>F.Schr.</translation>
     </message>
     <message>
-        <source>Send the step of the sweep; only the PIC takes it</source>
-        <translation>Schrittweite des Durchlaufs senden; nur der PIC nimmt sie</translation>
-    </message>
-    <message>
         <source>Reset</source>
         <translation>Reset</translation>
-    </message>
-    <message>
-        <source>Reset the generator and put it on 1 MHz</source>
-        <translation>Generator zurücksetzen und auf 1 MHz stellen</translation>
     </message>
     <message>
         <source>Draw</source>
@@ -4152,7 +4128,31 @@ Tastatur: Pfeiltasten bewegen, die Tasten 1 bis 4 setzen einen Marker.</translat
         <translation>Leeren</translation>
     </message>
     <message>
-        <source>Empty the receive box, the curve and the table</source>
+        <source>Acquisition log; right-click to copy or save it</source>
+        <translation>Protokoll der Messung; Rechtsklick zum Kopieren oder Speichern</translation>
+    </message>
+    <message>
+        <source>Mode of the MiniVNA; click for the next mode</source>
+        <translation>Betriebsart des MiniVNA; Klick wählt die nächste</translation>
+    </message>
+    <message>
+        <source>Restore the buttons if the hardware never ends a sweep</source>
+        <translation>Knöpfe wiederherstellen, wenn die Hardware einen Durchlauf nie beendet</translation>
+    </message>
+    <message>
+        <source>Set the generator to the start frequency</source>
+        <translation>Generator auf die Startfrequenz stellen</translation>
+    </message>
+    <message>
+        <source>Send the step of the sweep (PIC only)</source>
+        <translation>Schrittweite des Durchlaufs senden (nur PIC)</translation>
+    </message>
+    <message>
+        <source>Reset the generator and set it to 1 MHz</source>
+        <translation>Generator zurücksetzen und auf 1 MHz stellen</translation>
+    </message>
+    <message>
+        <source>Clear the receive box, the curve and the table</source>
         <translation>Empfangsfeld, Kurve und Tabelle leeren</translation>
     </message>
 </context>

@@ -2057,16 +2057,16 @@
         <translation>Usa questa legge e la salva nelle impostazioni</translation>
     </message>
     <message>
-        <source>Close without any change</source>
-        <translation>Chiude senza modifiche</translation>
-    </message>
-    <message>
         <source>The best line has a slope outside 1 to 1000 mV per dB, or an intercept beyond 200 dBm: no law.</source>
         <translation>La retta migliore ha una pendenza fuori da 1…1000 mV per dB o un&apos;intercetta oltre 200 dBm: nessuna legge.</translation>
     </message>
     <message>
         <source>largest error %1 dB</source>
         <translation>errore massimo %1 dB</translation>
+    </message>
+    <message>
+        <source>Close without changes</source>
+        <translation>Chiude senza modifiche</translation>
     </message>
 </context>
 <context>
@@ -2199,10 +2199,6 @@
         <translation>&amp;ESCI</translation>
     </message>
     <message>
-        <source>Close without any change</source>
-        <translation>Chiude senza cambiare nulla</translation>
-    </message>
-    <message>
         <source>Some settings could not be read.</source>
         <translation>Alcune impostazioni non sono leggibili.</translation>
     </message>
@@ -2218,6 +2214,10 @@
         <source>the configuration could not be written into %1</source>
         <translation>la configurazione non è stata scritta in %1</translation>
     </message>
+    <message>
+        <source>Close without changes</source>
+        <translation>Chiude senza modifiche</translation>
+    </message>
 </context>
 <context>
     <name>calvorn::FrmSpan</name>
@@ -2228,10 +2228,6 @@
     <message>
         <source>&amp;Centre - Hz</source>
         <translation>&amp;Centro - Hz</translation>
-    </message>
-    <message>
-        <source>Enter the middle of the range in Hz</source>
-        <translation>Inserire il centro dell&apos;intervallo in Hz</translation>
     </message>
     <message>
         <source>&amp;Span - Hz</source>
@@ -2254,7 +2250,11 @@
         <translation>Annulla</translation>
     </message>
     <message>
-        <source>Close without any change</source>
+        <source>Enter the centre of the range in Hz</source>
+        <translation>Inserire il centro dell&apos;intervallo in Hz</translation>
+    </message>
+    <message>
+        <source>Close without changes</source>
         <translation>Chiude senza modifiche</translation>
     </message>
 </context>
@@ -2364,10 +2364,6 @@
         <translation>&amp;Generatore ON</translation>
     </message>
     <message>
-        <source>Switches the generator on and off</source>
-        <translation>Accende e spegne il generatore</translation>
-    </message>
-    <message>
         <source>&amp;Down</source>
         <translation>S&amp;cendi</translation>
     </message>
@@ -2384,20 +2380,8 @@
         <translation>Un passo in su</translation>
     </message>
     <message>
-        <source>What &quot;Up&quot; and &quot;Down&quot; change, in Hz</source>
-        <translation>Di quanto cambiano &quot;Sali&quot; e &quot;Scendi&quot;, in Hz</translation>
-    </message>
-    <message>
-        <source>Frequencies that are kept: choose one to use it; type a name and press &quot;Keep&quot; for another</source>
-        <translation>Frequenze memorizzate: sceglierne una per usarla; per un&apos;altra scrivere un nome e premere &quot;Memorizza&quot;</translation>
-    </message>
-    <message>
         <source>&amp;Keep</source>
         <translation>Mem&amp;orizza</translation>
-    </message>
-    <message>
-        <source>Keeps the frequency in the memory that is chosen, under the name that stands there</source>
-        <translation>Memorizza la frequenza nella memoria scelta, con il nome che vi sta scritto</translation>
     </message>
     <message>
         <source>Memory %1</source>
@@ -2420,12 +2404,28 @@
         <translation>&amp;Passo - Hz</translation>
     </message>
     <message>
-        <source>Whether the generator is on; not in use here: a sweep, the meter or a setting has moved it</source>
-        <translation>Se il generatore è acceso; qui non in uso: l&apos;ha spostato una scansione, il misuratore o un&apos;impostazione</translation>
+        <source>State of the generator; a sweep, the meter or a setting ends its use as a signal source</source>
+        <translation>Stato del generatore; uno sweep, il misuratore o un&apos;impostazione ne terminano l&apos;uso come sorgente di segnale</translation>
     </message>
     <message>
-        <source>The generator is not in use here.</source>
-        <translation>Qui il generatore non è in uso.</translation>
+        <source>Switch the generator on or off</source>
+        <translation>Accende e spegne il generatore</translation>
+    </message>
+    <message>
+        <source>Step of &quot;Up&quot; and &quot;Down&quot;, in Hz</source>
+        <translation>Passo di &quot;Sali&quot; e &quot;Scendi&quot;, in Hz</translation>
+    </message>
+    <message>
+        <source>Stored frequencies: choose one to use it; to store another, type a name and press &quot;Keep&quot;</source>
+        <translation>Frequenze memorizzate: sceglierne una per usarla; per memorizzarne un&apos;altra scrivere un nome e premere &quot;Memorizza&quot;</translation>
+    </message>
+    <message>
+        <source>Store the frequency in the selected memory, with the name shown</source>
+        <translation>Memorizza la frequenza nella memoria scelta, con il nome indicato</translation>
+    </message>
+    <message>
+        <source>The generator is not in use as a signal source.</source>
+        <translation>Il generatore non è in uso come sorgente di segnale.</translation>
     </message>
 </context>
 <context>
@@ -2653,32 +2653,12 @@
         <translation>A fondo scala: il livello può essere più alto.</translation>
     </message>
     <message>
-        <source>Why the number may be wrong</source>
-        <translation>Perché il numero può essere sbagliato</translation>
-    </message>
-    <message>
         <source>H&amp;old</source>
         <translation>&amp;Blocca</translation>
     </message>
     <message>
         <source>&amp;Reset</source>
         <translation>&amp;Ricomincia</translation>
-    </message>
-    <message>
-        <source>Starts minimum and maximum afresh</source>
-        <translation>Fa ripartire minimo e massimo</translation>
-    </message>
-    <message>
-        <source>Relative to the level at which &quot;Zero&quot; was pressed</source>
-        <translation>Rispetto al livello al quale si è premuto &quot;Azzera&quot;</translation>
-    </message>
-    <message>
-        <source>Stops the meter; the numbers stay as they are</source>
-        <translation>Ferma il misuratore; i numeri restano come sono</translation>
-    </message>
-    <message>
-        <source>Makes the level shown 0 dB</source>
-        <translation>Fa del livello mostrato lo 0 dB</translation>
     </message>
     <message>
         <source>Loss of an attenuator in front of the detector; it is added to the level</source>
@@ -2692,6 +2672,26 @@
         <source>Below the detector&apos;s floor.</source>
         <translation>Sotto il minimo del rivelatore.</translation>
     </message>
+    <message>
+        <source>Reset minimum and maximum</source>
+        <translation>Azzera minimo e massimo</translation>
+    </message>
+    <message>
+        <source>Relative to the level when you pressed &quot;Zero&quot;</source>
+        <translation>Rispetto al livello al quale si è premuto &quot;Azzera&quot;</translation>
+    </message>
+    <message>
+        <source>Warning about the reading</source>
+        <translation>Avviso sulla lettura</translation>
+    </message>
+    <message>
+        <source>Stop the meter and keep its readings</source>
+        <translation>Ferma il misuratore; i numeri restano come sono</translation>
+    </message>
+    <message>
+        <source>Use the current level as 0 dB</source>
+        <translation>Usa il livello attuale come 0 dB</translation>
+    </message>
 </context>
 <context>
     <name>calvorn::LevelCurve</name>
@@ -2703,10 +2703,6 @@
 <context>
     <name>calvorn::LevelPage</name>
     <message>
-        <source>A sweep is running: the meter goes on when it has ended.</source>
-        <translation>Uno sweep è in corso: il misuratore riprende quando è finito.</translation>
-    </message>
-    <message>
         <source>The hardware is not connected.</source>
         <translation>L&apos;hardware non è collegato.</translation>
     </message>
@@ -2715,7 +2711,11 @@
         <translation>Lo strumento misura la fase: scegliere RetLoss o DUT.</translation>
     </message>
     <message>
-        <source>The generator is on: this interface can read the detector in sweeps only.</source>
+        <source>A sweep is running: the meter continues afterwards.</source>
+        <translation>Uno sweep è in corso: il misuratore riprende quando è finito.</translation>
+    </message>
+    <message>
+        <source>The generator is on: this interface reads the detector only during sweeps.</source>
         <translation>Il generatore è acceso: questa interfaccia può leggere il rivelatore solo con scansioni.</translation>
     </message>
 </context>
@@ -3807,24 +3807,24 @@
         <translation>Intervallo &amp;precedente</translation>
     </message>
     <message>
-        <source>Go back to the range before this one</source>
-        <translation>Torna all&apos;intervallo precedente</translation>
-    </message>
-    <message>
         <source>&amp;Next span</source>
         <translation>Intervallo s&amp;uccessivo</translation>
-    </message>
-    <message>
-        <source>Go forth to the range after this one</source>
-        <translation>Va all&apos;intervallo successivo</translation>
     </message>
     <message>
         <source>&amp;Full range</source>
         <translation>&amp;Intervallo completo</translation>
     </message>
     <message>
-        <source>Sweep all that the generator can do</source>
-        <translation>Tutto ciò che il generatore può fare</translation>
+        <source>Return to the previous range</source>
+        <translation>Torna all&apos;intervallo precedente</translation>
+    </message>
+    <message>
+        <source>Go to the next range</source>
+        <translation>Va all&apos;intervallo successivo</translation>
+    </message>
+    <message>
+        <source>Sweep the generator&apos;s full range</source>
+        <translation>Sweep su tutto il campo del generatore</translation>
     </message>
 </context>
 <context>
@@ -3898,7 +3898,7 @@
         <translation>Sweep &amp;singolo</translation>
     </message>
     <message>
-        <source>Sweep once, then stop; a running sweep stops after the next curve</source>
+        <source>Sweep once, then stop; repeated sweeps stop after the next curve</source>
         <translation>Un solo sweep, poi stop; uno sweep in corso si ferma dopo la prossima curva</translation>
     </message>
 </context>
@@ -4072,10 +4072,6 @@ Tastiera: le frecce spostano, i tasti da 1 a 4 mettono un marcatore.</translatio
         <translation>Test</translation>
     </message>
     <message>
-        <source>Log of the acquisition; the right button copies or saves it</source>
-        <translation>Log dell&apos;acquisizione; il tasto destro lo copia o lo salva</translation>
-    </message>
-    <message>
         <source>Last received sample: number and count</source>
         <translation>Ultimo campione ricevuto: numero e conteggio</translation>
     </message>
@@ -4096,24 +4092,12 @@ Tastiera: le frecce spostano, i tasti da 1 a 4 mettono un marcatore.</translatio
         <translation>DUT</translation>
     </message>
     <message>
-        <source>What the MiniVNA measures; a click goes to the next mode</source>
-        <translation>Che cosa misura il MiniVNA; un clic passa al modo successivo</translation>
-    </message>
-    <message>
         <source>Stop</source>
         <translation>Stop</translation>
     </message>
     <message>
-        <source>Bring the buttons back when the hardware never ends a sweep</source>
-        <translation>Riporta i pulsanti quando l&apos;hardware non finisce mai uno sweep</translation>
-    </message>
-    <message>
         <source>F.dds</source>
         <translation>F.dds</translation>
-    </message>
-    <message>
-        <source>Put the generator on the start frequency</source>
-        <translation>Porta il generatore sulla frequenza iniziale</translation>
     </message>
     <message>
         <source>F.Start</source>
@@ -4128,16 +4112,8 @@ Tastiera: le frecce spostano, i tasti da 1 a 4 mettono un marcatore.</translatio
         <translation>F.passo</translation>
     </message>
     <message>
-        <source>Send the step of the sweep; only the PIC takes it</source>
-        <translation>Invia il passo dello sweep; lo accetta solo il PIC</translation>
-    </message>
-    <message>
         <source>Reset</source>
         <translation>Reset</translation>
-    </message>
-    <message>
-        <source>Reset the generator and put it on 1 MHz</source>
-        <translation>Fa il reset del generatore e lo porta a 1 MHz</translation>
     </message>
     <message>
         <source>Draw</source>
@@ -4152,7 +4128,31 @@ Tastiera: le frecce spostano, i tasti da 1 a 4 mettono un marcatore.</translatio
         <translation>Pulisci</translation>
     </message>
     <message>
-        <source>Empty the receive box, the curve and the table</source>
+        <source>Acquisition log; right-click to copy or save it</source>
+        <translation>Log dell&apos;acquisizione; clic destro per copiarlo o salvarlo</translation>
+    </message>
+    <message>
+        <source>Mode of the MiniVNA; click for the next mode</source>
+        <translation>Modo del MiniVNA; clic per il modo successivo</translation>
+    </message>
+    <message>
+        <source>Restore the buttons if the hardware never ends a sweep</source>
+        <translation>Ripristina i pulsanti se l&apos;hardware non finisce mai uno sweep</translation>
+    </message>
+    <message>
+        <source>Set the generator to the start frequency</source>
+        <translation>Porta il generatore sulla frequenza iniziale</translation>
+    </message>
+    <message>
+        <source>Send the step of the sweep (PIC only)</source>
+        <translation>Invia il passo dello sweep (solo PIC)</translation>
+    </message>
+    <message>
+        <source>Reset the generator and set it to 1 MHz</source>
+        <translation>Fa il reset del generatore e lo porta a 1 MHz</translation>
+    </message>
+    <message>
+        <source>Clear the receive box, the curve and the table</source>
         <translation>Svuota la casella di ricezione, la curva e la tabella</translation>
     </message>
 </context>

@@ -174,7 +174,7 @@ void TestLevelOnPageBoards::nothingMovesAGeneratorThatIsOn()
     bench->click("cmdGenerator");
     QVERIFY(bench.gives(kNotCalled));
     if (bench.isSerial()) {
-        QVERIFY(bench.tells("lblLevelWarning", QStringLiteral("in sweeps only")));
+        QVERIFY(bench.tells("lblLevelWarning", QStringLiteral("only during sweeps")));
         QCOMPARE(bench->label("lblLevel"), kNoNumber);
         bench.serial->tell("heard");
         test::giveTheBoard(1'500);
@@ -219,7 +219,7 @@ void TestLevelOnPageBoards::othersTakeTheGenerator()
     bench.openPage();
     bench->click("cmdHold");
     const auto isTaken = [&](int hertz) {
-        return bench->label("lblGenerator").contains(QLatin1String("not in use here")) &&
+        return bench->label("lblGenerator").contains(QLatin1String("not in use as a signal source")) &&
                !bench->isChecked("cmdGenerator") && bench.gives(hertz);
     };
     bench->click("cmdGenerator");
@@ -233,7 +233,7 @@ void TestLevelOnPageBoards::othersTakeTheGenerator()
     bench->click("cmdGenerator");
     QVERIFY(bench.gives(7'000'000));
     QVERIFY((*bench.scene).sweeps());
-    QVERIFY(bench->label("lblGenerator").contains(QLatin1String("not in use here")));
+    QVERIFY(bench->label("lblGenerator").contains(QLatin1String("not in use as a signal source")));
     QVERIFY(bench->stops());
 }
 

@@ -173,7 +173,7 @@ void TestLevelPage::theGenerator()
     QFETCH(int, interfaceType);
     Bench bench(interfaceType);
     bench.openPage();
-    QVERIFY(bench.label("lblGenerator").contains(QLatin1String("not in use here")));
+    QVERIFY(bench.label("lblGenerator").contains(QLatin1String("not in use as a signal source")));
     bench.type("txtGenerator", QStringLiteral("5000000"));
     bench.click("cmdGenerator");
     QCOMPARE(bench.label("lblGenerator"), QStringLiteral("The generator is on."));
@@ -187,7 +187,7 @@ void TestLevelPage::theGenerator()
     // A sweep takes the generator, which cannot be switched on until the sweep ends.
     bench.click("cmdStart");
     QVERIFY(QTest::qWaitFor([&] { return bench.station->instrument.isSweeping(); }));
-    QVERIFY(bench.label("lblGenerator").contains(QLatin1String("not in use here")));
+    QVERIFY(bench.label("lblGenerator").contains(QLatin1String("not in use as a signal source")));
     bench.click("cmdGenerator");
     QVERIFY2(bench.label("lblGenerator").contains(QLatin1String("stop it first")),
              qPrintable(bench.label("lblGenerator")));
