@@ -31,7 +31,7 @@ AdcPage::AdcPage(const SetUpContext &context)
     m_law = new DetectorLawBox(context);
     m_law->setObjectName(QStringLiteral("frameLaw"));
     m_offset = named(new QLabel(this), QStringLiteral("lblOffset"),
-                     tr("Set with \"SetUp/Calibrate detector\", added to every voltage"));
+                     tr("Set by \"SetUp/Calibrate detector\"; added to every voltage"));
     auto *form = new QFormLayout;
     form->addRow(tr("&Step - mV per count"), m_step->box());
     auto *channelRow = new QHBoxLayout;
@@ -92,7 +92,7 @@ void AdcPage::buildEntries()
                          [this] { return channelRange(values().interfaceType); }},
                         messages(), boundary());
     fitToNumber(channel, QStringLiteral("0"));
-    m_channelMeaning = named(new QLabel(this), QStringLiteral("lblADCchannel"), tr("What the number selects"));
+    m_channelMeaning = named(new QLabel(this), QStringLiteral("lblADCchannel"), tr("Meaning of the number"));
     boundary().connect(channel, &QLineEdit::textChanged, this, "txtADCchannel_Change",
                        [this] { txtADCchannel_Change(); });
 }

@@ -44,9 +44,9 @@ QWidget *AuxPage::buildOutput(std::size_t output)
     grid->setContentsMargins(6, 4, 6, 6);
     controls.enabled =
         named(new QCheckBox(tr("Enabled"), frame), QStringLiteral("chkBoxEnable") + suffix,
-              tr("The main window shows the buttons of this output"), tr("Output %1 enabled").arg(number));
+              tr("Show the buttons of this output in the main window"), tr("Output %1 enabled").arg(number));
     controls.inverse = named(new QCheckBox(tr("Inverse logic"), frame), QStringLiteral("chkBoxLogica") + suffix,
-                             tr("The byte is sent with every bit inverted"), tr("Output %1 inverse").arg(number));
+                             tr("Invert every bit of the byte"), tr("Output %1 inverse").arg(number));
     controls.title = named(new QLineEdit(frame), QStringLiteral("txtTitolo") + suffix,
                            tr("The heading of this output in the main window"), tr("Title of output %1").arg(number));
     controls.title->setMaxLength(kLongestText);
@@ -121,13 +121,12 @@ QWidget *AuxPage::buildPotentiometer()
 {
     auto *frame = new QGroupBox(tr("Potentiometer"), this);
     auto *column = new QVBoxLayout(frame);
-    m_potMax = makePotBox("txtVscrollMax", tr("Highest position, 0 to 255; empty: there is no potentiometer"),
+    m_potMax = makePotBox("txtVscrollMax", tr("Highest position, 0 to 255; leave empty if there is no potentiometer"),
                           values().potMax);
-    m_potMin =
-        makePotBox("txtVScrollMin", tr("Lowest position, 0 to 255; empty: there is no potentiometer"), values().potMin);
-    m_potentiometer =
-        named(new QScrollBar(Qt::Vertical, frame), QStringLiteral("VScroll1"),
-              tr("The range that the main window will offer for the potentiometer"), tr("Range of the potentiometer"));
+    m_potMin = makePotBox("txtVScrollMin", tr("Lowest position, 0 to 255; leave empty if there is no potentiometer"),
+                          values().potMin);
+    m_potentiometer = named(new QScrollBar(Qt::Vertical, frame), QStringLiteral("VScroll1"),
+                            tr("Range of the potentiometer in the main window"), tr("Range of the potentiometer"));
     column->addWidget(new QLabel(tr("Maximum"), frame), 0, Qt::AlignHCenter);
     column->addWidget(m_potMax, 0, Qt::AlignHCenter);
     column->addWidget(m_potentiometer, 1, Qt::AlignHCenter);

@@ -106,10 +106,10 @@ void CalibrationDialog::buildButtons()
 {
     auto *apply = new QPushButton(tr("&Apply"), this);
     apply->setObjectName(QStringLiteral("cmdApply"));
-    apply->setToolTip(tr("Take this offset; it is saved when the program ends"));
+    apply->setToolTip(tr("Apply this offset; it is saved when the program closes"));
     auto *exit = new QPushButton(tr("&EXIT"), this);
     exit->setObjectName(QStringLiteral("cmdExit"));
-    exit->setToolTip(tr("Close; an offset that was not applied is forgotten"));
+    exit->setToolTip(tr("Close without applying the offset"));
     auto *row = new QHBoxLayout;
     row->addStretch();
     for (QPushButton *button : {apply, exit}) {

@@ -29,12 +29,12 @@ QStringList clockProblems(const DdsChipFacts &chip, const SetUpValues &values, d
     QStringList problems;
     const bool multiplies = values.ddsMultiplier > 1;
     if (clock > chip.highestClock)
-        problems.append(ChipTexts::tr("The %1 takes a system clock of at most %2 Hz.")
+        problems.append(ChipTexts::tr("The system clock of the %1 must not exceed %2 Hz.")
                             .arg(QLatin1String(chip.name), hertz(chip.highestClock)));
     if (clock < kLowestClock)
         problems.append(ChipTexts::tr("The system clock must be at least %1 Hz.").arg(hertz(kLowestClock)));
     if (multiplies && chip.highestPllInput > 0.0 && values.ddsXtalFreq > chip.highestPllInput)
-        problems.append(ChipTexts::tr("The multiplier of the %1 takes a reference clock of at most %2 Hz.")
+        problems.append(ChipTexts::tr("With the multiplier, the reference clock of the %1 must not exceed %2 Hz.")
                             .arg(QLatin1String(chip.name), hertz(chip.highestPllInput)));
     if (multiplies && chip.multiplierLow > 0 &&
         (values.ddsMultiplier < chip.multiplierLow || values.ddsMultiplier > chip.multiplierHigh))
@@ -51,7 +51,7 @@ QStringList frequencyProblems(const DdsChipFacts &chip, const SetUpValues &value
                                                          : std::min(chip.highestOutput, chip.outputOfClock * clock);
     if (values.ddsMaxFreq > clock / 2)
         return {ChipTexts::tr(
-            "The maximum frequency lies above half the system clock: the generator would make its image.")};
+            "The maximum frequency is above half the system clock: the generator would output its image.")};
     if (values.ddsMaxFreq > useful)
         return {ChipTexts::tr("Above %1 Hz the output is weak or impure.").arg(hertz(useful))};
     return {};

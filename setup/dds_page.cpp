@@ -77,7 +77,7 @@ QWidget *DdsPage::buildChipFrames()
         grid->addWidget(m_chipFrames[chip], 0, 0);
     }
     m_timesSix = named(new QCheckBox(tr("Reference clock multiplier × &6"), m_chipFrames[Ad9851]),
-                       QStringLiteral("optDDSx6"), tr("The chip makes its system clock from a six times lower one"));
+                       QStringLiteral("optDDSx6"), tr("The chip multiplies the reference clock by 6"));
     m_chipFrames[Ad9851]->layout()->addWidget(m_timesSix);
     m_chipFrames[Ad9951]->layout()->addWidget(buildMultiplier9951());
     for (QGroupBox *frame : m_chipFrames)
@@ -181,13 +181,13 @@ QWidget *DdsPage::buildLimits()
                   [this] { return std::pair(1.0, static_cast<double>(values().ddsMaxFreq) - kMinSweepRange); }});
     m_systemClock =
         named(new QLabel(this), QStringLiteral("Label4"), tr("Reference clock × multiplier"), tr("System clock in Hz"));
-    m_verdict =
-        named(new QLabel(this), QStringLiteral("Label10"), tr("What the chip is made for"), tr("Limits of the chip"));
+    m_verdict = named(new QLabel(this), QStringLiteral("Label10"), tr("Specified limits of the chip"),
+                      tr("Limits of the chip"));
     wrapping(m_verdict);
     m_verdict->setMinimumHeight(m_verdict->fontMetrics().lineSpacing() * 3);
     m_verdict->setAlignment(Qt::AlignTop);
     m_offset = named(new QLabel(this), QStringLiteral("lblOffsetDDS"),
-                     tr("Set with \"SetUp/Calibrate generator\", added to every frequency"));
+                     tr("Set by \"SetUp/Calibrate generator\"; added to every frequency"));
     auto *place = new QGroupBox(tr("Clock and limits"), this);
     auto *form = new QFormLayout(place);
     form->addRow(tr("System clock - Hz"), m_systemClock);

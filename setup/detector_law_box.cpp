@@ -14,8 +14,8 @@ namespace calvorn {
 DetectorLawBox::DetectorLawBox(const SetUpContext &context)
     : SetUpPage(context, tr("Law"))
 {
-    m_law = named(new QComboBox(this), QStringLiteral("cboLaw"),
-                  tr("How the voltage of the detector follows the level at its input"));
+    m_law =
+        named(new QComboBox(this), QStringLiteral("cboLaw"), tr("Relation between input level and detector voltage"));
     m_law->addItems({tr("Linear"), tr("Logarithmic"), tr("Table")});
     m_preset = named(new QComboBox(this), QStringLiteral("cboPreset"),
                      tr("Slope and intercept from the data sheet of a detector"));
@@ -38,7 +38,7 @@ DetectorLawBox::DetectorLawBox(const SetUpContext &context)
 void DetectorLawBox::buildEntries()
 {
     auto *slope = named(new EntryBox(this), QStringLiteral("txtSlope"),
-                        tr("Millivolts per dB, from 1 to 1000; negative where the voltage falls with the level"),
+                        tr("Millivolts per dB, 1 to 1000; negative if the voltage falls as the level rises"),
                         tr("Slope in mV per dB"));
     m_slope = new NumberEntry(
         slope, NumberEntry::Kind::Real,
@@ -52,7 +52,7 @@ void DetectorLawBox::buildEntries()
          [] { return std::pair(std::numeric_limits<double>::lowest(), std::numeric_limits<double>::max()); }},
         messages(), boundary());
     auto *intercept = named(new EntryBox(this), QStringLiteral("txtIntercept"),
-                            tr("The level at which the line of the detector meets 0 V"), tr("Intercept in dBm"));
+                            tr("Level at which the detector's line reaches 0 V"), tr("Intercept in dBm"));
     m_intercept = new NumberEntry(intercept, NumberEntry::Kind::Real,
                                   {[this] { return NumberText().masked(values().detectorLaw.intercept, kMaskVolt); },
                                    [this](double dBm) { takeTyped(values().detectorLaw.intercept, dBm); },
@@ -83,7 +83,7 @@ void DetectorLawBox::cboLaw_Click(int index)
     }
     showLaw();
     if (!wanted.isUsable())
-        m_meaning->setText(tr("There is no table yet: \"SetUp/Calibrate level\" makes one."));
+        m_meaning->setText(tr("There is no table yet: create one with \"SetUp/Calibrate level\"."));
 }
 
 void DetectorLawBox::cboPreset_Click(int index)
@@ -124,13 +124,13 @@ void DetectorLawBox::showLaw()
     QString meaning;
     switch (law.kind) {
     case DetectorLaw::Kind::Linear:
-        meaning = tr("The volts are those of the detector.");
+        meaning = tr("The voltages are those at the detector output.");
         break;
     case DetectorLaw::Kind::Log:
-        meaning = tr("The volts are RMS at the input, into 50 ohms.");
+        meaning = tr("The voltages are RMS at the input, into 50 ohms.");
         break;
     case DetectorLaw::Kind::Table:
-        meaning = tr("%1 points from %2 to %3 dBm, made with \"SetUp/Calibrate level\"")
+        meaning = tr("%1 points from %2 to %3 dBm, created with \"SetUp/Calibrate level\"")
                       .arg(NumberText::fromInteger(static_cast<std::int32_t>(law.points().size())),
                            numbers.masked(std::min(law.points().front().dBm, law.points().back().dBm), kMaskDb),
                            numbers.masked(std::max(law.points().front().dBm, law.points().back().dBm), kMaskDb));

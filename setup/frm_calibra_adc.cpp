@@ -75,7 +75,7 @@ void FrmCalibraADC::TimerDetector_Timer()
         if (volts)
             m_volts->setText(NumberText().masked(*volts, kMaskVolt));
         else
-            m_hint->setText(tr("This interface reads its detector only while it sweeps."));
+            m_hint->setText(tr("This interface reads its detector only during sweeps."));
     } catch (const RuntimeError &) {
         m_timer.stop();
         m_volts->clear();

@@ -24,7 +24,7 @@ FrmCalibraDDS::FrmCalibraDDS(Configuration &configuration, Messages &messages, L
     , m_start(new QLabel(this))
 {
     m_start->setObjectName(QStringLiteral("lblStartFreq"));
-    m_start->setToolTip(tr("What the frequency meter has to show"));
+    m_start->setToolTip(tr("Expected reading of the frequency meter"));
     m_start->setAccessibleName(tr("Start frequency in Hz"));
     m_start->setAlignment(Qt::AlignRight);
     addRow(tr("Start frequency - Hz"), m_start);

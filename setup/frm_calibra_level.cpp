@@ -44,12 +44,11 @@ FrmCalibraLevel::FrmCalibraLevel(Configuration &configuration, Instrument &instr
     , m_instrument(instrument)
     , m_boundary(boundary)
     , m_reader(instrument)
-    , m_known(levelBox("spinKnownLevel", tr("The level that the source gives, in dBm into 50 ohms"), kLowestDbm,
-                       kHighestDbm, this))
+    , m_known(levelBox("spinKnownLevel", tr("Level of the source, in dBm into 50 ohms"), kLowestDbm, kHighestDbm, this))
     , m_attenuator(
           levelBox("spinStep", tr("Attenuation between source and detector, in dB"), 0.0, kMostAttenuation, this))
     , m_measure(named(new QPushButton(tr("&Measure"), this), "cmdMeasure",
-                      tr("Reads the detector %1 times at this level").arg(kReadings)))
+                      tr("Read the detector %1 times at this level").arg(kReadings)))
 {
     setObjectName(QStringLiteral("frmCalibraLevel"));
     setWindowTitle(tr("Level calibration"));
@@ -57,7 +56,7 @@ FrmCalibraLevel::FrmCalibraLevel(Configuration &configuration, Instrument &instr
         new QLabel(tr("1. Connect a source of known level to the detector, through a step attenuator.") + u'\n' +
                        tr("2. Enter its level and the attenuation, and press \"Measure\".") + u'\n' +
                        tr("3. Repeat this with the next step. A logarithmic law needs two points, a table three.") +
-                       u'\n' + tr("The generator of the board can be the source: it is set to the start frequency."),
+                       u'\n' + tr("You can use the board's generator as the source: it is set to the start frequency."),
                    this);
     instructions->setWordWrap(true);
     auto *grid = new QGridLayout(this);
@@ -97,7 +96,7 @@ QLayout *FrmCalibraLevel::buildEntries()
     m_log =
         named(new QRadioButton(tr("&Logarithmic"), this), "optLog", tr("Slope and intercept that fit the points best"));
     m_table = named(new QRadioButton(tr("Ta&ble"), this), "optTable",
-                    tr("The points themselves, with interpolation between them"));
+                    tr("The measured points, with interpolation between them"));
     for (QRadioButton *option : {m_log, m_table}) {
         form->addRow(option);
         m_boundary.connect(option, &QRadioButton::clicked, this, "optLaw_Click", [this] { showPoints(); });
@@ -220,11 +219,12 @@ QString FrmCalibraLevel::lawText(const std::optional<DetectorLaw> &law) const
     if (m_points.size() < needed)
         return tr("Points still needed: %1").arg(needed - m_points.size());
     if (m_points.size() > DetectorLaw::kMostPoints && !m_log->isChecked())
-        return tr("A table holds %1 points.").arg(DetectorLaw::kMostPoints);
+        return tr("A table has at most %1 points.").arg(DetectorLaw::kMostPoints);
     if (!law && m_log->isChecked())
-        return tr("The best line has a slope outside 1 to 1000 mV per dB, or an intercept beyond 200 dBm: no law.");
+        return tr("The best-fit line has a slope outside 1 to 1000 mV per dB, or an intercept beyond ±200 dBm: no law "
+                  "can be calculated.");
     if (!law)
-        return tr("The volts do not rise or fall all the way with the level: no law.");
+        return tr("The voltage does not rise or fall steadily with the level: no law can be calculated.");
     if (law->kind == DetectorLaw::Kind::Table)
         return tr("%1 points").arg(law->points().size());
     double worst = 0.0;

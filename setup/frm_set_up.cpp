@@ -63,7 +63,7 @@ QLayout *FrmSetUp::buildPageButtons()
         {"cmdDDS", tr("Syn&thesiser"), tr("The generator chip, its clock and its limits")},
         {"cmdADC", tr("&Detector"), tr("The converter of the detector")},
         {"cmdAux", tr("Auxi&liary"), tr("The auxiliary outputs of the parallel-port board")},
-        {"cmdPort", tr("&Ports"), tr("Which serial and which parallel port is used")},
+        {"cmdPort", tr("&Ports"), tr("The serial port and the parallel port")},
     }};
     auto *column = new QVBoxLayout;
     // Use a group: auto-exclusive buttons would include the options of the pages below.
@@ -89,7 +89,7 @@ QLayout *FrmSetUp::buildButtons()
 {
     m_apply = new QPushButton(tr("&Apply"), this);
     m_apply->setObjectName(QStringLiteral("cmdApply"));
-    m_apply->setToolTip(tr("Write the configuration and end the program; it counts from the next start"));
+    m_apply->setToolTip(tr("Save the configuration and close the program; changes take effect at the next start"));
     auto *exit = new QPushButton(tr("&EXIT"), this);
     exit->setObjectName(QStringLiteral("cmdExit"));
     exit->setToolTip(tr("Close without changes"));
@@ -184,7 +184,7 @@ void FrmSetUp::cmdApply_Click()
         entries += detectorLawEntries(m_values.detectorLaw, Profile(m_configuration.iniPath));
     if (!writeProfileStrings(m_configuration.iniPath, entries))
         throw RuntimeError(RuntimeError::Kind::File,
-                           tr("the configuration could not be written into %1").arg(m_configuration.iniPath));
+                           tr("the configuration could not be written to %1").arg(m_configuration.iniPath));
     accept();
 }
 

@@ -25,9 +25,9 @@ InterfacePage::InterfacePage(const SetUpContext &context)
         const auto index = static_cast<std::int16_t>(i + 1);
         const int row = static_cast<int>(i);
         auto *option = named(new QRadioButton(captions[i], this), QStringLiteral("optInterface_%1").arg(index),
-                             toolTips[i] + u'\n' + tr("Choosing it loads its prepared configuration."));
+                             toolTips[i] + u'\n' + tr("Choosing an interface loads its prepared configuration."));
         auto *button = named(new QPushButton(defaults[i], this), QStringLiteral("cmdDefault%1").arg(index),
-                             tr("Choose this interface with its prepared configuration, whatever was changed"),
+                             tr("Choose this interface and load its prepared configuration, discarding all changes"),
                              tr("Default configuration: %1").arg(QString(captions[i]).remove(u'&')));
         button->setAutoDefault(false);
         grid->addWidget(option, row, 0);

@@ -182,9 +182,9 @@ LptPinWindow::LptPinWindow(const QString &iniPath, QWidget *parent)
         auto *drawing = new LptPinDrawing(this);
         drawing->setUses(pinUses(wiring));
         column->addWidget(drawing, 1);
-        note->setText(
-            tr("The plug of the board's cable, seen from its pins. Green: to the board; blue: from the board; "
-               "\"!\": inverted by the board. The section [LPT Wiring] of the settings file changes it."));
+        note->setText(tr(
+            "The plug of the board's cable, viewed from the pin side. Green: to the board; blue: from the board; "
+            "\"!\": inverted by the board. To change the wiring, edit the section [LPT Wiring] of the settings file."));
     } catch (const PortError &error) {
         note->setText(QString::fromUtf8(error.what()) + u'\n' +
                       tr("With this wiring the port cannot be opened. Correct the settings file."));

@@ -88,13 +88,12 @@ QWidget *PortPage::buildSerialPorts()
     m_optSerial.front()->setText(tr("COM%1").arg(kFixedComPorts) + tr(" NOT available"));
     grid->setColumnMinimumWidth(0, m_optSerial.front()->sizeHint().width());
     m_optSerial.back()->setText(tr("COMx"));
-    m_optSerial.back()->setToolTip(
-        tr("The port with the number beside; %1 is a simulated board").arg(kSimulatedComPort));
+    m_optSerial.back()->setToolTip(tr("The port with this number; %1 is a simulated board").arg(kSimulatedComPort));
     m_comNumber = named(new QLineEdit(frame), QStringLiteral("txtAddressRS232"), {}, tr("Number of the serial port"));
     m_comNumber->setMaxLength(kLongestNumber - 1);
     fitToNumber(m_comNumber, QString(kLongestNumber - 1, u'0'));
     m_comState =
-        named(new QLabel(frame), QStringLiteral("lblAddressRS232"), tr("Whether a port with this number exists"));
+        named(new QLabel(frame), QStringLiteral("lblAddressRS232"), tr("Shows whether a port with this number exists"));
     freeRow->addWidget(m_optSerial.back());
     freeRow->addWidget(m_comNumber);
     freeRow->addWidget(m_comState, 1);
@@ -180,7 +179,7 @@ QString PortPage::describeComPort(int number) const
         return tr("COM%1: a simulated board").arg(number);
     const QString device = serialDeviceOf(number, iniPath());
     if (device.isEmpty())
-        return tr("No device belongs to this number. The section [Ports] of the settings file can name one.");
+        return tr("This number has no device. You can assign one in the section [Ports] of the settings file.");
     // A name made by udev is a link to the actual device.
     const QString target = QFileInfo(device).canonicalFilePath();
     return target.isEmpty() || target == device ? device : device + QStringLiteral(" → ") + target;
@@ -236,7 +235,7 @@ void PortPage::offerAccessRule()
     const bool isThere = chosenUsbDevice().has_value();
     m_accessRule->setEnabled(isThere);
     m_accessRule->setToolTip(isThere ? tr("Save a udev rule that lets the user at this computer open the board")
-                                     : tr("For a board on USB that is plugged in and chosen here"));
+                                     : tr("Available when a connected USB board is selected"));
 }
 
 void PortPage::nameParallelPorts()
@@ -253,18 +252,17 @@ void PortPage::nameParallelPorts()
             // Nothing to name yet
         } else if (address == 0) {
             device = tr("simulated board");
-            description = tr("A simulated board, for the program without hardware");
+            description = tr("A simulated board, to use the program without hardware");
         } else if (port != ports.end()) {
             device = description = QStringLiteral("/dev/parport%1").arg(port->number);
         } else {
             device = tr("no known port");
-            description = tr("No port at this address is known to the system");
+            description = tr("The system knows no port at this address");
         }
         m_lptDevice[i]->setText(device);
         m_lptDevice[i]->setToolTip(description);
         m_optParallel[i]->setAccessibleDescription(description);
-        m_optParallel[i]->setToolTip(isFree ? tr("A port at the address beside, such as that of a card in a slot")
-                                            : description);
+        m_optParallel[i]->setToolTip(isFree ? tr("A port at this address, for instance on a card") : description);
     }
 }
 

@@ -25,7 +25,7 @@ QString readDevice(SettingReader &reader, const SettingKey &key, const std::arra
         if (name.trimmed().compare(QLatin1String(device), Qt::CaseInsensitive) == 0)
             return QString::fromLatin1(device);
     if (!isReported)
-        reader.addFault(key, QCoreApplication::translate("SetUp", "The device \"%1\" is not known").arg(name));
+        reader.addFault(key, QCoreApplication::translate("SetUp", "Unknown device \"%1\"").arg(name));
     return QString::fromLatin1(key.fallback);
 }
 

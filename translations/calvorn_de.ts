@@ -30,24 +30,12 @@
 <context>
     <name>ChipLimits</name>
     <message>
-        <source>The %1 takes a system clock of at most %2 Hz.</source>
-        <translation>Der %1 verträgt einen Systemtakt von höchstens %2 Hz.</translation>
-    </message>
-    <message>
         <source>The system clock must be at least %1 Hz.</source>
         <translation>Der Systemtakt muss mindestens %1 Hz betragen.</translation>
     </message>
     <message>
-        <source>The multiplier of the %1 takes a reference clock of at most %2 Hz.</source>
-        <translation>Der Multiplikator des %1 verträgt einen Referenztakt von höchstens %2 Hz.</translation>
-    </message>
-    <message>
         <source>The %1 cannot multiply its clock by %2.</source>
         <translation>Der %1 kann seinen Takt nicht mit %2 multiplizieren.</translation>
-    </message>
-    <message>
-        <source>The maximum frequency lies above half the system clock: the generator would make its image.</source>
-        <translation>Die Maximalfrequenz liegt über dem halben Systemtakt: Der Generator würde ihre Spiegelfrequenz erzeugen.</translation>
     </message>
     <message>
         <source>Above %1 Hz the output is weak or impure.</source>
@@ -56,6 +44,18 @@
     <message>
         <source>Clock and maximum frequency are within the limits of the %1.</source>
         <translation>Takt und Maximalfrequenz liegen in den Grenzen des %1.</translation>
+    </message>
+    <message>
+        <source>The system clock of the %1 must not exceed %2 Hz.</source>
+        <translation>Der Systemtakt des %1 darf %2 Hz nicht überschreiten.</translation>
+    </message>
+    <message>
+        <source>With the multiplier, the reference clock of the %1 must not exceed %2 Hz.</source>
+        <translation>Mit dem Multiplikator darf der Referenztakt des %1 %2 Hz nicht überschreiten.</translation>
+    </message>
+    <message>
+        <source>The maximum frequency is above half the system clock: the generator would output its image.</source>
+        <translation>Die Maximalfrequenz liegt über dem halben Systemtakt: Der Generator würde ihre Spiegelfrequenz erzeugen.</translation>
     </message>
 </context>
 <context>
@@ -651,8 +651,8 @@
 <context>
     <name>SetUp</name>
     <message>
-        <source>The device &quot;%1&quot; is not known</source>
-        <translation>Der Baustein „%1“ ist unbekannt</translation>
+        <source>Unknown device &quot;%1&quot;</source>
+        <translation>Unbekannter Baustein „%1“</translation>
     </message>
 </context>
 <context>
@@ -1149,10 +1149,6 @@
         <translation>Detektor</translation>
     </message>
     <message>
-        <source>Set with &quot;SetUp/Calibrate detector&quot;, added to every voltage</source>
-        <translation>Mit „Einstellungen/Detektor kalibrieren“ gesetzt, zu jeder Spannung addiert</translation>
-    </message>
-    <message>
         <source>&amp;Step - mV per count</source>
         <translation>Schri&amp;tt - mV je Zählwert</translation>
     </message>
@@ -1205,10 +1201,6 @@
         <translation>Offset: </translation>
     </message>
     <message>
-        <source>What the number selects</source>
-        <translation>Was die Zahl auswählt</translation>
-    </message>
-    <message>
         <source>not used by this interface</source>
         <translation>von dieser Schnittstelle nicht verwendet</translation>
     </message>
@@ -1227,6 +1219,14 @@
     <message>
         <source>1 angle, 2 return loss, 3 device under test</source>
         <translation>1 Winkel, 2 Rückflussdämpfung, 3 Messobjekt</translation>
+    </message>
+    <message>
+        <source>Set by &quot;SetUp/Calibrate detector&quot;; added to every voltage</source>
+        <translation>Mit „Einstellungen/Detektor kalibrieren“ gesetzt, zu jeder Spannung addiert</translation>
+    </message>
+    <message>
+        <source>Meaning of the number</source>
+        <translation>Bedeutung der Zahl</translation>
     </message>
 </context>
 <context>
@@ -1326,20 +1326,12 @@
         <translation>Freigegeben</translation>
     </message>
     <message>
-        <source>The main window shows the buttons of this output</source>
-        <translation>Das Hauptfenster zeigt die Knöpfe dieses Ausgangs</translation>
-    </message>
-    <message>
         <source>Output %1 enabled</source>
         <translation>Ausgang %1 freigegeben</translation>
     </message>
     <message>
         <source>Inverse logic</source>
         <translation>Invertiert</translation>
-    </message>
-    <message>
-        <source>The byte is sent with every bit inverted</source>
-        <translation>Das Byte wird mit invertierten Bits gesendet</translation>
     </message>
     <message>
         <source>Output %1 inverse</source>
@@ -1390,18 +1382,6 @@
         <translation>Potentiometer</translation>
     </message>
     <message>
-        <source>Highest position, 0 to 255; empty: there is no potentiometer</source>
-        <translation>Höchste Stellung, 0 bis 255; leer: Es gibt kein Potentiometer</translation>
-    </message>
-    <message>
-        <source>Lowest position, 0 to 255; empty: there is no potentiometer</source>
-        <translation>Niedrigste Stellung, 0 bis 255; leer: Es gibt kein Potentiometer</translation>
-    </message>
-    <message>
-        <source>The range that the main window will offer for the potentiometer</source>
-        <translation>Der Bereich, den das Hauptfenster für das Potentiometer anbietet</translation>
-    </message>
-    <message>
         <source>Range of the potentiometer</source>
         <translation>Bereich des Potentiometers</translation>
     </message>
@@ -1412,6 +1392,26 @@
     <message>
         <source>Minimum</source>
         <translation>Minimum</translation>
+    </message>
+    <message>
+        <source>Show the buttons of this output in the main window</source>
+        <translation>Knöpfe dieses Ausgangs im Hauptfenster zeigen</translation>
+    </message>
+    <message>
+        <source>Invert every bit of the byte</source>
+        <translation>Alle Bits des Bytes invertieren</translation>
+    </message>
+    <message>
+        <source>Highest position, 0 to 255; leave empty if there is no potentiometer</source>
+        <translation>Höchste Stellung, 0 bis 255; leer ohne Potentiometer</translation>
+    </message>
+    <message>
+        <source>Lowest position, 0 to 255; leave empty if there is no potentiometer</source>
+        <translation>Niedrigste Stellung, 0 bis 255; leer ohne Potentiometer</translation>
+    </message>
+    <message>
+        <source>Range of the potentiometer in the main window</source>
+        <translation>Bereich des Potentiometers im Hauptfenster</translation>
     </message>
 </context>
 <context>
@@ -1483,16 +1483,16 @@
         <translation>Ü&amp;bernehmen</translation>
     </message>
     <message>
-        <source>Take this offset; it is saved when the program ends</source>
-        <translation>Diesen Offset übernehmen; gespeichert wird er am Programmende</translation>
-    </message>
-    <message>
         <source>&amp;EXIT</source>
         <translation>SCHLI&amp;ESSEN</translation>
     </message>
     <message>
-        <source>Close; an offset that was not applied is forgotten</source>
-        <translation>Schließen; ein nicht übernommener Offset wird vergessen</translation>
+        <source>Apply this offset; it is saved when the program closes</source>
+        <translation>Diesen Offset anwenden; er wird beim Beenden gespeichert</translation>
+    </message>
+    <message>
+        <source>Close without applying the offset</source>
+        <translation>Schließen, ohne den Offset anzuwenden</translation>
     </message>
 </context>
 <context>
@@ -1532,10 +1532,6 @@
     <message>
         <source>Reference clock multiplier × &amp;6</source>
         <translation>Taktmultiplikator × &amp;6</translation>
-    </message>
-    <message>
-        <source>The chip makes its system clock from a six times lower one</source>
-        <translation>Der Baustein macht seinen Systemtakt aus einem sechsmal niedrigeren</translation>
     </message>
     <message>
         <source>Frequency of the crystal oscillator on the board, in Hz</source>
@@ -1598,16 +1594,8 @@
         <translation>Systemtakt in Hz</translation>
     </message>
     <message>
-        <source>What the chip is made for</source>
-        <translation>Wofür der Baustein gemacht ist</translation>
-    </message>
-    <message>
         <source>Limits of the chip</source>
         <translation>Grenzen des Bausteins</translation>
-    </message>
-    <message>
-        <source>Set with &quot;SetUp/Calibrate generator&quot;, added to every frequency</source>
-        <translation>Mit „Einstellungen/Generator kalibrieren“ gesetzt, zu jeder Frequenz addiert</translation>
     </message>
     <message>
         <source>Clock and limits</source>
@@ -1629,16 +1617,24 @@
         <source>Frequency offset: </source>
         <translation>Frequenzoffset: </translation>
     </message>
+    <message>
+        <source>The chip multiplies the reference clock by 6</source>
+        <translation>Der Baustein multipliziert den Referenztakt mit 6</translation>
+    </message>
+    <message>
+        <source>Specified limits of the chip</source>
+        <translation>Grenzwerte des Bausteins laut Datenblatt</translation>
+    </message>
+    <message>
+        <source>Set by &quot;SetUp/Calibrate generator&quot;; added to every frequency</source>
+        <translation>Mit „Einstellungen/Generator kalibrieren“ gesetzt, zu jeder Frequenz addiert</translation>
+    </message>
 </context>
 <context>
     <name>calvorn::DetectorLawBox</name>
     <message>
         <source>Law</source>
         <translation>Kennlinie</translation>
-    </message>
-    <message>
-        <source>How the voltage of the detector follows the level at its input</source>
-        <translation>Wie die Spannung des Detektors dem Pegel an seinem Eingang folgt</translation>
     </message>
     <message>
         <source>Linear</source>
@@ -1677,22 +1673,6 @@
         <translation>Sch&amp;nittpunkt - dBm</translation>
     </message>
     <message>
-        <source>The level at which the line of the detector meets 0 V</source>
-        <translation>Der Pegel, bei dem die Gerade des Detektors 0 V erreicht</translation>
-    </message>
-    <message>
-        <source>There is no table yet: &quot;SetUp/Calibrate level&quot; makes one.</source>
-        <translation>Es gibt noch keine Tabelle: „Einstellungen/Pegel kalibrieren“ macht eine.</translation>
-    </message>
-    <message>
-        <source>The volts are those of the detector.</source>
-        <translation>Die Volt sind die des Detektors.</translation>
-    </message>
-    <message>
-        <source>The volts are RMS at the input, into 50 ohms.</source>
-        <translation>Die Volt sind Effektivwerte am Eingang, an 50 Ohm.</translation>
-    </message>
-    <message>
         <source>Slope in mV per dB</source>
         <translation>Steilheit in mV je dB</translation>
     </message>
@@ -1705,11 +1685,31 @@
         <translation>Zur gewählten Kennlinie</translation>
     </message>
     <message>
-        <source>Millivolts per dB, from 1 to 1000; negative where the voltage falls with the level</source>
+        <source>Relation between input level and detector voltage</source>
+        <translation>Zusammenhang zwischen Eingangspegel und Detektorspannung</translation>
+    </message>
+    <message>
+        <source>Millivolts per dB, 1 to 1000; negative if the voltage falls as the level rises</source>
         <translation>Millivolt pro dB, von 1 bis 1000; negativ, wenn die Spannung mit steigendem Pegel fällt</translation>
     </message>
     <message>
-        <source>%1 points from %2 to %3 dBm, made with &quot;SetUp/Calibrate level&quot;</source>
+        <source>Level at which the detector&apos;s line reaches 0 V</source>
+        <translation>Der Pegel, bei dem die Gerade des Detektors 0 V erreicht</translation>
+    </message>
+    <message>
+        <source>There is no table yet: create one with &quot;SetUp/Calibrate level&quot;.</source>
+        <translation>Es gibt noch keine Tabelle: mit „Einstellungen/Pegel kalibrieren“ anlegen.</translation>
+    </message>
+    <message>
+        <source>The voltages are those at the detector output.</source>
+        <translation>Die Spannungen gelten am Detektorausgang.</translation>
+    </message>
+    <message>
+        <source>The voltages are RMS at the input, into 50 ohms.</source>
+        <translation>Die Spannungen sind Effektivwerte am Eingang, an 50 Ohm.</translation>
+    </message>
+    <message>
+        <source>%1 points from %2 to %3 dBm, created with &quot;SetUp/Calibrate level&quot;</source>
         <translation>%1 Punkte von %2 bis %3 dBm, erstellt mit „Einstellungen/Pegel kalibrieren“</translation>
     </message>
 </context>
@@ -1859,7 +1859,7 @@
         <translation>Detektor - Volt</translation>
     </message>
     <message>
-        <source>This interface reads its detector only while it sweeps.</source>
+        <source>This interface reads its detector only during sweeps.</source>
         <translation>Diese Schnittstelle liest ihren Detektor nur beim Wobbeln.</translation>
     </message>
 </context>
@@ -1894,10 +1894,6 @@
         <translation>Offset um 0,01 Hz ändern</translation>
     </message>
     <message>
-        <source>What the frequency meter has to show</source>
-        <translation>Was der Frequenzzähler zeigen muss</translation>
-    </message>
-    <message>
         <source>Start frequency in Hz</source>
         <translation>Startfrequenz in Hz</translation>
     </message>
@@ -1905,20 +1901,16 @@
         <source>Start frequency - Hz</source>
         <translation>Startfrequenz - Hz</translation>
     </message>
+    <message>
+        <source>Expected reading of the frequency meter</source>
+        <translation>Sollwert des Frequenzzählers</translation>
+    </message>
 </context>
 <context>
     <name>calvorn::FrmCalibraLevel</name>
     <message>
-        <source>The level that the source gives, in dBm into 50 ohms</source>
-        <translation>Der Pegel der Quelle, in dBm an 50 Ohm</translation>
-    </message>
-    <message>
         <source>&amp;Measure</source>
         <translation>&amp;Messen</translation>
-    </message>
-    <message>
-        <source>Reads the detector %1 times at this level</source>
-        <translation>Liest den Detektor bei diesem Pegel %1-mal</translation>
     </message>
     <message>
         <source>Level calibration</source>
@@ -1981,14 +1973,6 @@
         <translation>Der Detektor wird gelesen ...</translation>
     </message>
     <message>
-        <source>A table holds %1 points.</source>
-        <translation>Eine Tabelle fasst %1 Punkte.</translation>
-    </message>
-    <message>
-        <source>The volts do not rise or fall all the way with the level: no law.</source>
-        <translation>Die Volt steigen oder fallen nicht durchgehend mit dem Pegel: keine Kennlinie.</translation>
-    </message>
-    <message>
         <source>%1 points</source>
         <translation>%1 Punkte</translation>
     </message>
@@ -2021,20 +2005,12 @@
         <translation>3. Mit der nächsten Stufe wiederholen. Eine logarithmische Kennlinie braucht zwei Punkte, eine Tabelle drei.</translation>
     </message>
     <message>
-        <source>The generator of the board can be the source: it is set to the start frequency.</source>
-        <translation>Der Generator der Platine kann die Quelle sein: Er wird auf die Startfrequenz gesetzt.</translation>
-    </message>
-    <message>
         <source>Result of the last measurement</source>
         <translation>Ergebnis der letzten Messung</translation>
     </message>
     <message>
         <source>The instrument measures the phase: choose RetLoss or DUT.</source>
         <translation>Das Gerät misst die Phase: RetLoss oder DUT wählen.</translation>
-    </message>
-    <message>
-        <source>The points themselves, with interpolation between them</source>
-        <translation>Die Punkte selbst, dazwischen interpoliert</translation>
     </message>
     <message>
         <source>The measured points, and the error of the law at each of them</source>
@@ -2057,16 +2033,40 @@
         <translation>Diese Kennlinie verwenden und in den Einstellungen speichern</translation>
     </message>
     <message>
-        <source>The best line has a slope outside 1 to 1000 mV per dB, or an intercept beyond 200 dBm: no law.</source>
-        <translation>Die beste Gerade hat eine Steilheit außerhalb von 1 bis 1000 mV pro dB oder einen Achsenabschnitt jenseits von 200 dBm: keine Kennlinie.</translation>
-    </message>
-    <message>
         <source>largest error %1 dB</source>
         <translation>größter Fehler %1 dB</translation>
     </message>
     <message>
         <source>Close without changes</source>
         <translation>Ohne Änderung schließen</translation>
+    </message>
+    <message>
+        <source>Level of the source, in dBm into 50 ohms</source>
+        <translation>Der Pegel der Quelle, in dBm an 50 Ohm</translation>
+    </message>
+    <message>
+        <source>Read the detector %1 times at this level</source>
+        <translation>Detektor bei diesem Pegel %1-mal lesen</translation>
+    </message>
+    <message>
+        <source>You can use the board&apos;s generator as the source: it is set to the start frequency.</source>
+        <translation>Der Generator der Platine kann die Quelle sein: Er wird auf die Startfrequenz gesetzt.</translation>
+    </message>
+    <message>
+        <source>The measured points, with interpolation between them</source>
+        <translation>Die gemessenen Punkte, dazwischen interpoliert</translation>
+    </message>
+    <message>
+        <source>A table has at most %1 points.</source>
+        <translation>Eine Tabelle hat höchstens %1 Punkte.</translation>
+    </message>
+    <message>
+        <source>The best-fit line has a slope outside 1 to 1000 mV per dB, or an intercept beyond ±200 dBm: no law can be calculated.</source>
+        <translation>Die beste Gerade hat eine Steilheit außerhalb von 1 bis 1000 mV pro dB oder einen Achsenabschnitt jenseits von ±200 dBm: keine Kennlinie berechenbar.</translation>
+    </message>
+    <message>
+        <source>The voltage does not rise or fall steadily with the level: no law can be calculated.</source>
+        <translation>Die Spannung steigt oder fällt nicht durchgehend mit dem Pegel: keine Kennlinie berechenbar.</translation>
     </message>
 </context>
 <context>
@@ -2183,16 +2183,8 @@
         <translation>&amp;Ports</translation>
     </message>
     <message>
-        <source>Which serial and which parallel port is used</source>
-        <translation>Welcher serielle und welcher parallele Port benutzt wird</translation>
-    </message>
-    <message>
         <source>&amp;Apply</source>
         <translation>Ü&amp;bernehmen</translation>
-    </message>
-    <message>
-        <source>Write the configuration and end the program; it counts from the next start</source>
-        <translation>Konfiguration schreiben und Programm beenden; sie gilt ab dem nächsten Start</translation>
     </message>
     <message>
         <source>&amp;EXIT</source>
@@ -2211,12 +2203,20 @@
         <translation>Bitte neu starten.</translation>
     </message>
     <message>
-        <source>the configuration could not be written into %1</source>
-        <translation>die Konfiguration ließ sich nicht in %1 schreiben</translation>
-    </message>
-    <message>
         <source>Close without changes</source>
         <translation>Ohne Änderung schließen</translation>
+    </message>
+    <message>
+        <source>The serial port and the parallel port</source>
+        <translation>Der serielle und der parallele Port</translation>
+    </message>
+    <message>
+        <source>Save the configuration and close the program; changes take effect at the next start</source>
+        <translation>Konfiguration speichern und Programm beenden; Änderungen gelten ab dem nächsten Start</translation>
+    </message>
+    <message>
+        <source>the configuration could not be written to %1</source>
+        <translation>die Konfiguration ließ sich nicht in %1 schreiben</translation>
     </message>
 </context>
 <context>
@@ -2574,14 +2574,6 @@
         <translation>Vorgabe &amp;3</translation>
     </message>
     <message>
-        <source>Choosing it loads its prepared configuration.</source>
-        <translation>Die Wahl lädt ihre Vorgaben.</translation>
-    </message>
-    <message>
-        <source>Choose this interface with its prepared configuration, whatever was changed</source>
-        <translation>Diese Schnittstelle mit ihren Vorgaben wählen, was auch geändert wurde</translation>
-    </message>
-    <message>
         <source>Default configuration: %1</source>
         <translation>Vorgaben: %1</translation>
     </message>
@@ -2608,6 +2600,14 @@
     <message>
         <source>Some settings could not be read.</source>
         <translation>Einige Einstellungen waren nicht lesbar.</translation>
+    </message>
+    <message>
+        <source>Choosing an interface loads its prepared configuration.</source>
+        <translation>Die Wahl einer Schnittstelle lädt ihre Vorgaben.</translation>
+    </message>
+    <message>
+        <source>Choose this interface and load its prepared configuration, discarding all changes</source>
+        <translation>Diese Schnittstelle wählen und ihre Vorgaben laden; alle Änderungen gehen verloren</translation>
     </message>
 </context>
 <context>
@@ -2973,16 +2973,16 @@
         <translation>Pins des Parallelports</translation>
     </message>
     <message>
-        <source>The plug of the board&apos;s cable, seen from its pins. Green: to the board; blue: from the board; &quot;!&quot;: inverted by the board. The section [LPT Wiring] of the settings file changes it.</source>
-        <translation>Der Stecker am Kabel der Platine, auf die Stifte gesehen. Grün: zur Platine; blau: von der Platine; „!“: von der Platine invertiert. Der Abschnitt [LPT Wiring] der Einstellungsdatei ändert das.</translation>
-    </message>
-    <message>
         <source>With this wiring the port cannot be opened. Correct the settings file.</source>
         <translation>Mit dieser Verdrahtung lässt sich der Port nicht öffnen. Bitte die Einstellungsdatei berichtigen.</translation>
     </message>
     <message>
         <source>&amp;Close</source>
         <translation>S&amp;chließen</translation>
+    </message>
+    <message>
+        <source>The plug of the board&apos;s cable, viewed from the pin side. Green: to the board; blue: from the board; &quot;!&quot;: inverted by the board. To change the wiring, edit the section [LPT Wiring] of the settings file.</source>
+        <translation>Der Stecker am Kabel der Platine, auf die Stifte gesehen. Grün: zur Platine; blau: von der Platine; „!“: von der Platine invertiert. Die Verdrahtung wird im Abschnitt [LPT Wiring] der Einstellungsdatei geändert.</translation>
     </message>
 </context>
 <context>
@@ -3300,16 +3300,8 @@
         <translation>COMx</translation>
     </message>
     <message>
-        <source>The port with the number beside; %1 is a simulated board</source>
-        <translation>Der Port mit der Nummer daneben; %1 ist eine simulierte Platine</translation>
-    </message>
-    <message>
         <source>Number of the serial port</source>
         <translation>Nummer des seriellen Ports</translation>
-    </message>
-    <message>
-        <source>Whether a port with this number exists</source>
-        <translation>Ob es einen Port mit dieser Nummer gibt</translation>
     </message>
     <message>
         <source>LPT0 simulated (0x000)</source>
@@ -3368,24 +3360,8 @@
         <translation>COM%1: eine simulierte Platine</translation>
     </message>
     <message>
-        <source>No device belongs to this number. The section [Ports] of the settings file can name one.</source>
-        <translation>Zu dieser Nummer gehört kein Gerät. Der Abschnitt [Ports] der Einstellungsdatei kann eins nennen.</translation>
-    </message>
-    <message>
         <source>Number of the port; %1 is a simulated board</source>
         <translation>Nummer des Ports; %1 ist eine simulierte Platine</translation>
-    </message>
-    <message>
-        <source>A simulated board, for the program without hardware</source>
-        <translation>Eine simulierte Platine, für das Programm ohne Hardware</translation>
-    </message>
-    <message>
-        <source>No port at this address is known to the system</source>
-        <translation>Das System kennt keinen Port an dieser Adresse</translation>
-    </message>
-    <message>
-        <source>A port at the address beside, such as that of a card in a slot</source>
-        <translation>Ein Port an der Adresse daneben, etwa auf einer Steckkarte</translation>
     </message>
     <message>
         <source>simulated board</source>
@@ -3408,12 +3384,36 @@
         <translation>Speichert eine udev-Regel, mit der der Benutzer an diesem Rechner die Platine öffnen darf</translation>
     </message>
     <message>
-        <source>For a board on USB that is plugged in and chosen here</source>
-        <translation>Für eine Platine an USB, die angesteckt und hier gewählt ist</translation>
-    </message>
-    <message>
         <source>Rules for udev (*.rules)</source>
         <translation>Regeln für udev (*.rules)</translation>
+    </message>
+    <message>
+        <source>The port with this number; %1 is a simulated board</source>
+        <translation>Der Port mit dieser Nummer; %1 ist eine simulierte Platine</translation>
+    </message>
+    <message>
+        <source>Shows whether a port with this number exists</source>
+        <translation>Zeigt, ob es einen Port mit dieser Nummer gibt</translation>
+    </message>
+    <message>
+        <source>This number has no device. You can assign one in the section [Ports] of the settings file.</source>
+        <translation>Zu dieser Nummer gehört kein Gerät. Im Abschnitt [Ports] der Einstellungsdatei lässt sich eins zuweisen.</translation>
+    </message>
+    <message>
+        <source>Available when a connected USB board is selected</source>
+        <translation>Verfügbar, wenn eine angeschlossene USB-Platine gewählt ist</translation>
+    </message>
+    <message>
+        <source>A simulated board, to use the program without hardware</source>
+        <translation>Eine simulierte Platine, um das Programm ohne Hardware zu benutzen</translation>
+    </message>
+    <message>
+        <source>The system knows no port at this address</source>
+        <translation>Das System kennt keinen Port an dieser Adresse</translation>
+    </message>
+    <message>
+        <source>A port at this address, for instance on a card</source>
+        <translation>Ein Port an dieser Adresse, etwa auf einer Steckkarte</translation>
     </message>
 </context>
 <context>

@@ -30,24 +30,12 @@
 <context>
     <name>ChipLimits</name>
     <message>
-        <source>The %1 takes a system clock of at most %2 Hz.</source>
-        <translation>L&apos;%1 accetta un clock di sistema di %2 Hz al massimo.</translation>
-    </message>
-    <message>
         <source>The system clock must be at least %1 Hz.</source>
         <translation>Il clock di sistema deve essere di almeno %1 Hz.</translation>
     </message>
     <message>
-        <source>The multiplier of the %1 takes a reference clock of at most %2 Hz.</source>
-        <translation>Il moltiplicatore dell&apos;%1 accetta un clock di riferimento di %2 Hz al massimo.</translation>
-    </message>
-    <message>
         <source>The %1 cannot multiply its clock by %2.</source>
         <translation>L&apos;%1 non può moltiplicare il suo clock per %2.</translation>
-    </message>
-    <message>
-        <source>The maximum frequency lies above half the system clock: the generator would make its image.</source>
-        <translation>La frequenza massima supera metà del clock di sistema: il generatore ne produrrebbe l&apos;immagine.</translation>
     </message>
     <message>
         <source>Above %1 Hz the output is weak or impure.</source>
@@ -56,6 +44,18 @@
     <message>
         <source>Clock and maximum frequency are within the limits of the %1.</source>
         <translation>Clock e frequenza massima rientrano nei limiti dell&apos;%1.</translation>
+    </message>
+    <message>
+        <source>The system clock of the %1 must not exceed %2 Hz.</source>
+        <translation>Il clock di sistema dell&apos;%1 non deve superare %2 Hz.</translation>
+    </message>
+    <message>
+        <source>With the multiplier, the reference clock of the %1 must not exceed %2 Hz.</source>
+        <translation>Con il moltiplicatore, il clock di riferimento dell&apos;%1 non deve superare %2 Hz.</translation>
+    </message>
+    <message>
+        <source>The maximum frequency is above half the system clock: the generator would output its image.</source>
+        <translation>La frequenza massima supera metà del clock di sistema: il generatore ne produrrebbe l&apos;immagine.</translation>
     </message>
 </context>
 <context>
@@ -651,8 +651,8 @@
 <context>
     <name>SetUp</name>
     <message>
-        <source>The device &quot;%1&quot; is not known</source>
-        <translation>Il dispositivo &quot;%1&quot; è sconosciuto</translation>
+        <source>Unknown device &quot;%1&quot;</source>
+        <translation>Dispositivo &quot;%1&quot; sconosciuto</translation>
     </message>
 </context>
 <context>
@@ -1149,10 +1149,6 @@
         <translation>Rivelatore</translation>
     </message>
     <message>
-        <source>Set with &quot;SetUp/Calibrate detector&quot;, added to every voltage</source>
-        <translation>Regolato con &quot;Impostazioni/Taratura rivelatore&quot;, sommato a ogni tensione</translation>
-    </message>
-    <message>
         <source>&amp;Step - mV per count</source>
         <translation>Pa&amp;sso - mV per conteggio</translation>
     </message>
@@ -1205,10 +1201,6 @@
         <translation>Offset: </translation>
     </message>
     <message>
-        <source>What the number selects</source>
-        <translation>Che cosa seleziona il numero</translation>
-    </message>
-    <message>
         <source>not used by this interface</source>
         <translation>non usato da questa interfaccia</translation>
     </message>
@@ -1227,6 +1219,14 @@
     <message>
         <source>1 angle, 2 return loss, 3 device under test</source>
         <translation>1 angolo, 2 return loss, 3 dispositivo in prova</translation>
+    </message>
+    <message>
+        <source>Set by &quot;SetUp/Calibrate detector&quot;; added to every voltage</source>
+        <translation>Regolato con &quot;Impostazioni/Taratura rivelatore&quot;, sommato a ogni tensione</translation>
+    </message>
+    <message>
+        <source>Meaning of the number</source>
+        <translation>Significato del numero</translation>
     </message>
 </context>
 <context>
@@ -1326,20 +1326,12 @@
         <translation>Abilitata</translation>
     </message>
     <message>
-        <source>The main window shows the buttons of this output</source>
-        <translation>La finestra principale mostra i pulsanti di questa uscita</translation>
-    </message>
-    <message>
         <source>Output %1 enabled</source>
         <translation>Uscita %1 abilitata</translation>
     </message>
     <message>
         <source>Inverse logic</source>
         <translation>Logica inversa</translation>
-    </message>
-    <message>
-        <source>The byte is sent with every bit inverted</source>
-        <translation>Il byte è inviato con tutti i bit invertiti</translation>
     </message>
     <message>
         <source>Output %1 inverse</source>
@@ -1390,18 +1382,6 @@
         <translation>Potenziometro</translation>
     </message>
     <message>
-        <source>Highest position, 0 to 255; empty: there is no potentiometer</source>
-        <translation>Posizione massima, da 0 a 255; vuoto: il potenziometro non c&apos;è</translation>
-    </message>
-    <message>
-        <source>Lowest position, 0 to 255; empty: there is no potentiometer</source>
-        <translation>Posizione minima, da 0 a 255; vuoto: il potenziometro non c&apos;è</translation>
-    </message>
-    <message>
-        <source>The range that the main window will offer for the potentiometer</source>
-        <translation>L&apos;intervallo che la finestra principale offrirà per il potenziometro</translation>
-    </message>
-    <message>
         <source>Range of the potentiometer</source>
         <translation>Intervallo del potenziometro</translation>
     </message>
@@ -1412,6 +1392,26 @@
     <message>
         <source>Minimum</source>
         <translation>Minimo</translation>
+    </message>
+    <message>
+        <source>Show the buttons of this output in the main window</source>
+        <translation>Mostra i pulsanti di questa uscita nella finestra principale</translation>
+    </message>
+    <message>
+        <source>Invert every bit of the byte</source>
+        <translation>Inverte tutti i bit del byte</translation>
+    </message>
+    <message>
+        <source>Highest position, 0 to 255; leave empty if there is no potentiometer</source>
+        <translation>Posizione più alta, da 0 a 255; vuota se non c&apos;è il potenziometro</translation>
+    </message>
+    <message>
+        <source>Lowest position, 0 to 255; leave empty if there is no potentiometer</source>
+        <translation>Posizione più bassa, da 0 a 255; vuota se non c&apos;è il potenziometro</translation>
+    </message>
+    <message>
+        <source>Range of the potentiometer in the main window</source>
+        <translation>Intervallo del potenziometro nella finestra principale</translation>
     </message>
 </context>
 <context>
@@ -1483,16 +1483,16 @@
         <translation>&amp;Applica</translation>
     </message>
     <message>
-        <source>Take this offset; it is saved when the program ends</source>
-        <translation>Usa questo offset; è salvato alla fine del programma</translation>
-    </message>
-    <message>
         <source>&amp;EXIT</source>
         <translation>&amp;ESCI</translation>
     </message>
     <message>
-        <source>Close; an offset that was not applied is forgotten</source>
-        <translation>Chiude; un offset non applicato è dimenticato</translation>
+        <source>Apply this offset; it is saved when the program closes</source>
+        <translation>Applica questo offset; viene salvato alla chiusura del programma</translation>
+    </message>
+    <message>
+        <source>Close without applying the offset</source>
+        <translation>Chiude senza applicare l&apos;offset</translation>
     </message>
 </context>
 <context>
@@ -1532,10 +1532,6 @@
     <message>
         <source>Reference clock multiplier × &amp;6</source>
         <translation>Moltiplicatore del clock × &amp;6</translation>
-    </message>
-    <message>
-        <source>The chip makes its system clock from a six times lower one</source>
-        <translation>Il chip ricava il clock di sistema da uno sei volte più basso</translation>
     </message>
     <message>
         <source>Frequency of the crystal oscillator on the board, in Hz</source>
@@ -1598,16 +1594,8 @@
         <translation>Clock di sistema in Hz</translation>
     </message>
     <message>
-        <source>What the chip is made for</source>
-        <translation>Per che cosa è fatto il chip</translation>
-    </message>
-    <message>
         <source>Limits of the chip</source>
         <translation>Limiti del chip</translation>
-    </message>
-    <message>
-        <source>Set with &quot;SetUp/Calibrate generator&quot;, added to every frequency</source>
-        <translation>Regolato con &quot;Impostazioni/Taratura generatore&quot;, sommato a ogni frequenza</translation>
     </message>
     <message>
         <source>Clock and limits</source>
@@ -1629,16 +1617,24 @@
         <source>Frequency offset: </source>
         <translation>Offset di frequenza: </translation>
     </message>
+    <message>
+        <source>The chip multiplies the reference clock by 6</source>
+        <translation>Il chip moltiplica per 6 il clock di riferimento</translation>
+    </message>
+    <message>
+        <source>Specified limits of the chip</source>
+        <translation>Limiti del chip secondo i dati tecnici</translation>
+    </message>
+    <message>
+        <source>Set by &quot;SetUp/Calibrate generator&quot;; added to every frequency</source>
+        <translation>Regolato con &quot;Impostazioni/Taratura generatore&quot;, sommato a ogni frequenza</translation>
+    </message>
 </context>
 <context>
     <name>calvorn::DetectorLawBox</name>
     <message>
         <source>Law</source>
         <translation>Legge</translation>
-    </message>
-    <message>
-        <source>How the voltage of the detector follows the level at its input</source>
-        <translation>Come la tensione del rivelatore segue il livello al suo ingresso</translation>
     </message>
     <message>
         <source>Linear</source>
@@ -1677,22 +1673,6 @@
         <translation>I&amp;ntercetta - dBm</translation>
     </message>
     <message>
-        <source>The level at which the line of the detector meets 0 V</source>
-        <translation>Il livello al quale la retta del rivelatore incontra 0 V</translation>
-    </message>
-    <message>
-        <source>There is no table yet: &quot;SetUp/Calibrate level&quot; makes one.</source>
-        <translation>Non c&apos;è ancora una tabella: la crea &quot;Impostazioni/Taratura livello&quot;.</translation>
-    </message>
-    <message>
-        <source>The volts are those of the detector.</source>
-        <translation>I volt sono quelli del rivelatore.</translation>
-    </message>
-    <message>
-        <source>The volts are RMS at the input, into 50 ohms.</source>
-        <translation>I volt sono efficaci all&apos;ingresso, su 50 ohm.</translation>
-    </message>
-    <message>
         <source>Slope in mV per dB</source>
         <translation>Pendenza in mV per dB</translation>
     </message>
@@ -1705,11 +1685,31 @@
         <translation>Informazioni sulla legge scelta</translation>
     </message>
     <message>
-        <source>Millivolts per dB, from 1 to 1000; negative where the voltage falls with the level</source>
+        <source>Relation between input level and detector voltage</source>
+        <translation>Relazione tra livello d&apos;ingresso e tensione del rivelatore</translation>
+    </message>
+    <message>
+        <source>Millivolts per dB, 1 to 1000; negative if the voltage falls as the level rises</source>
         <translation>Millivolt per dB, da 1 a 1000; negativi se la tensione cala al crescere del livello</translation>
     </message>
     <message>
-        <source>%1 points from %2 to %3 dBm, made with &quot;SetUp/Calibrate level&quot;</source>
+        <source>Level at which the detector&apos;s line reaches 0 V</source>
+        <translation>Livello al quale la retta del rivelatore raggiunge 0 V</translation>
+    </message>
+    <message>
+        <source>There is no table yet: create one with &quot;SetUp/Calibrate level&quot;.</source>
+        <translation>Non c&apos;è ancora una tabella: crearla con &quot;Impostazioni/Taratura livello&quot;.</translation>
+    </message>
+    <message>
+        <source>The voltages are those at the detector output.</source>
+        <translation>Le tensioni sono quelle all&apos;uscita del rivelatore.</translation>
+    </message>
+    <message>
+        <source>The voltages are RMS at the input, into 50 ohms.</source>
+        <translation>Le tensioni sono RMS all&apos;ingresso, su 50 ohm.</translation>
+    </message>
+    <message>
+        <source>%1 points from %2 to %3 dBm, created with &quot;SetUp/Calibrate level&quot;</source>
         <translation>%1 punti da %2 a %3 dBm, ottenuti con &quot;Impostazioni/Taratura livello&quot;</translation>
     </message>
 </context>
@@ -1859,7 +1859,7 @@
         <translation>Rivelatore - Volt</translation>
     </message>
     <message>
-        <source>This interface reads its detector only while it sweeps.</source>
+        <source>This interface reads its detector only during sweeps.</source>
         <translation>Questa interfaccia legge il rivelatore solo durante lo sweep.</translation>
     </message>
 </context>
@@ -1894,10 +1894,6 @@
         <translation>Cambia l&apos;offset di 0,01 Hz</translation>
     </message>
     <message>
-        <source>What the frequency meter has to show</source>
-        <translation>Ciò che il frequenzimetro deve mostrare</translation>
-    </message>
-    <message>
         <source>Start frequency in Hz</source>
         <translation>Frequenza iniziale in Hz</translation>
     </message>
@@ -1905,20 +1901,16 @@
         <source>Start frequency - Hz</source>
         <translation>Frequenza iniziale - Hz</translation>
     </message>
+    <message>
+        <source>Expected reading of the frequency meter</source>
+        <translation>Lettura attesa del frequenzimetro</translation>
+    </message>
 </context>
 <context>
     <name>calvorn::FrmCalibraLevel</name>
     <message>
-        <source>The level that the source gives, in dBm into 50 ohms</source>
-        <translation>Il livello della sorgente, in dBm su 50 ohm</translation>
-    </message>
-    <message>
         <source>&amp;Measure</source>
         <translation>&amp;Misura</translation>
-    </message>
-    <message>
-        <source>Reads the detector %1 times at this level</source>
-        <translation>Legge il rivelatore %1 volte a questo livello</translation>
     </message>
     <message>
         <source>Level calibration</source>
@@ -1981,14 +1973,6 @@
         <translation>Lettura del rivelatore ...</translation>
     </message>
     <message>
-        <source>A table holds %1 points.</source>
-        <translation>Una tabella contiene %1 punti.</translation>
-    </message>
-    <message>
-        <source>The volts do not rise or fall all the way with the level: no law.</source>
-        <translation>I volt non salgono né scendono sempre con il livello: nessuna legge.</translation>
-    </message>
-    <message>
         <source>%1 points</source>
         <translation>%1 punti</translation>
     </message>
@@ -2021,20 +2005,12 @@
         <translation>3. Ripetere con lo scatto seguente. Una legge logaritmica richiede due punti, una tabella tre.</translation>
     </message>
     <message>
-        <source>The generator of the board can be the source: it is set to the start frequency.</source>
-        <translation>La sorgente può essere il generatore della scheda: viene messo sulla frequenza iniziale.</translation>
-    </message>
-    <message>
         <source>Result of the last measurement</source>
         <translation>Risultato dell&apos;ultima misura</translation>
     </message>
     <message>
         <source>The instrument measures the phase: choose RetLoss or DUT.</source>
         <translation>Lo strumento misura la fase: scegliere RetLoss o DUT.</translation>
-    </message>
-    <message>
-        <source>The points themselves, with interpolation between them</source>
-        <translation>I punti stessi, con interpolazione tra l&apos;uno e l&apos;altro</translation>
     </message>
     <message>
         <source>The measured points, and the error of the law at each of them</source>
@@ -2057,16 +2033,40 @@
         <translation>Usa questa legge e la salva nelle impostazioni</translation>
     </message>
     <message>
-        <source>The best line has a slope outside 1 to 1000 mV per dB, or an intercept beyond 200 dBm: no law.</source>
-        <translation>La retta migliore ha una pendenza fuori da 1…1000 mV per dB o un&apos;intercetta oltre 200 dBm: nessuna legge.</translation>
-    </message>
-    <message>
         <source>largest error %1 dB</source>
         <translation>errore massimo %1 dB</translation>
     </message>
     <message>
         <source>Close without changes</source>
         <translation>Chiude senza modifiche</translation>
+    </message>
+    <message>
+        <source>Level of the source, in dBm into 50 ohms</source>
+        <translation>Il livello della sorgente, in dBm su 50 ohm</translation>
+    </message>
+    <message>
+        <source>Read the detector %1 times at this level</source>
+        <translation>Legge il rivelatore %1 volte a questo livello</translation>
+    </message>
+    <message>
+        <source>You can use the board&apos;s generator as the source: it is set to the start frequency.</source>
+        <translation>La sorgente può essere il generatore della scheda: viene messo sulla frequenza iniziale.</translation>
+    </message>
+    <message>
+        <source>The measured points, with interpolation between them</source>
+        <translation>I punti misurati, con interpolazione tra loro</translation>
+    </message>
+    <message>
+        <source>A table has at most %1 points.</source>
+        <translation>Una tabella ha al massimo %1 punti.</translation>
+    </message>
+    <message>
+        <source>The best-fit line has a slope outside 1 to 1000 mV per dB, or an intercept beyond ±200 dBm: no law can be calculated.</source>
+        <translation>La retta migliore ha una pendenza fuori da 1...1000 mV per dB o un&apos;intercetta oltre ±200 dBm: nessuna legge calcolabile.</translation>
+    </message>
+    <message>
+        <source>The voltage does not rise or fall steadily with the level: no law can be calculated.</source>
+        <translation>La tensione non sale né scende in modo continuo con il livello: nessuna legge calcolabile.</translation>
     </message>
 </context>
 <context>
@@ -2183,16 +2183,8 @@
         <translation>&amp;Porte</translation>
     </message>
     <message>
-        <source>Which serial and which parallel port is used</source>
-        <translation>Quale porta seriale e quale parallela si usa</translation>
-    </message>
-    <message>
         <source>&amp;Apply</source>
         <translation>&amp;Applica</translation>
-    </message>
-    <message>
-        <source>Write the configuration and end the program; it counts from the next start</source>
-        <translation>Scrive la configurazione e chiude il programma; vale dal prossimo avvio</translation>
     </message>
     <message>
         <source>&amp;EXIT</source>
@@ -2211,12 +2203,20 @@
         <translation>Riavviarlo, per favore.</translation>
     </message>
     <message>
-        <source>the configuration could not be written into %1</source>
-        <translation>la configurazione non è stata scritta in %1</translation>
-    </message>
-    <message>
         <source>Close without changes</source>
         <translation>Chiude senza modifiche</translation>
+    </message>
+    <message>
+        <source>The serial port and the parallel port</source>
+        <translation>La porta seriale e la porta parallela</translation>
+    </message>
+    <message>
+        <source>Save the configuration and close the program; changes take effect at the next start</source>
+        <translation>Salva la configurazione e chiude il programma; le modifiche valgono dal prossimo avvio</translation>
+    </message>
+    <message>
+        <source>the configuration could not be written to %1</source>
+        <translation>la configurazione non è stata scritta in %1</translation>
     </message>
 </context>
 <context>
@@ -2574,14 +2574,6 @@
         <translation>Predefinita &amp;3</translation>
     </message>
     <message>
-        <source>Choosing it loads its prepared configuration.</source>
-        <translation>Sceglierla carica la sua configurazione predefinita.</translation>
-    </message>
-    <message>
-        <source>Choose this interface with its prepared configuration, whatever was changed</source>
-        <translation>Sceglie questa interfaccia con la configurazione predefinita, qualunque cosa sia cambiata</translation>
-    </message>
-    <message>
         <source>Default configuration: %1</source>
         <translation>Configurazione predefinita: %1</translation>
     </message>
@@ -2608,6 +2600,14 @@
     <message>
         <source>Some settings could not be read.</source>
         <translation>Alcune impostazioni non sono leggibili.</translation>
+    </message>
+    <message>
+        <source>Choosing an interface loads its prepared configuration.</source>
+        <translation>Scegliendo un&apos;interfaccia si carica la sua configurazione predefinita.</translation>
+    </message>
+    <message>
+        <source>Choose this interface and load its prepared configuration, discarding all changes</source>
+        <translation>Sceglie questa interfaccia e carica la sua configurazione predefinita, annullando le modifiche</translation>
     </message>
 </context>
 <context>
@@ -2973,16 +2973,16 @@
         <translation>Pin della porta parallela</translation>
     </message>
     <message>
-        <source>The plug of the board&apos;s cable, seen from its pins. Green: to the board; blue: from the board; &quot;!&quot;: inverted by the board. The section [LPT Wiring] of the settings file changes it.</source>
-        <translation>Il connettore del cavo della scheda, visto dal lato dei pin. Verde: verso la scheda; blu: dalla scheda; &quot;!&quot;: invertito dalla scheda. Si cambia nella sezione [LPT Wiring] del file di impostazioni.</translation>
-    </message>
-    <message>
         <source>With this wiring the port cannot be opened. Correct the settings file.</source>
         <translation>Con questo cablaggio la porta non si può aprire. Correggere il file di impostazioni.</translation>
     </message>
     <message>
         <source>&amp;Close</source>
         <translation>&amp;Chiudi</translation>
+    </message>
+    <message>
+        <source>The plug of the board&apos;s cable, viewed from the pin side. Green: to the board; blue: from the board; &quot;!&quot;: inverted by the board. To change the wiring, edit the section [LPT Wiring] of the settings file.</source>
+        <translation>Il connettore del cavo della scheda, visto dal lato dei pin. Verde: verso la scheda; blu: dalla scheda; &quot;!&quot;: invertito dalla scheda. Si cambia nella sezione [LPT Wiring] del file di impostazioni.</translation>
     </message>
 </context>
 <context>
@@ -3300,16 +3300,8 @@
         <translation>COMx</translation>
     </message>
     <message>
-        <source>The port with the number beside; %1 is a simulated board</source>
-        <translation>La porta con il numero a fianco; %1 è una scheda simulata</translation>
-    </message>
-    <message>
         <source>Number of the serial port</source>
         <translation>Numero della porta seriale</translation>
-    </message>
-    <message>
-        <source>Whether a port with this number exists</source>
-        <translation>Dice se una porta con questo numero esiste</translation>
     </message>
     <message>
         <source>LPT0 simulated (0x000)</source>
@@ -3368,24 +3360,8 @@
         <translation>COM%1: una scheda simulata</translation>
     </message>
     <message>
-        <source>No device belongs to this number. The section [Ports] of the settings file can name one.</source>
-        <translation>A questo numero non corrisponde alcun dispositivo. La sezione [Ports] del file di impostazioni può indicarne uno.</translation>
-    </message>
-    <message>
         <source>Number of the port; %1 is a simulated board</source>
         <translation>Numero della porta; %1 è una scheda simulata</translation>
-    </message>
-    <message>
-        <source>A simulated board, for the program without hardware</source>
-        <translation>Una scheda simulata, per il programma senza hardware</translation>
-    </message>
-    <message>
-        <source>No port at this address is known to the system</source>
-        <translation>Il sistema non conosce alcuna porta a questo indirizzo</translation>
-    </message>
-    <message>
-        <source>A port at the address beside, such as that of a card in a slot</source>
-        <translation>Una porta all&apos;indirizzo a fianco, per esempio di una scheda in uno slot</translation>
     </message>
     <message>
         <source>simulated board</source>
@@ -3408,12 +3384,36 @@
         <translation>Salva una regola udev che permette all&apos;utente di questo computer di aprire la scheda</translation>
     </message>
     <message>
-        <source>For a board on USB that is plugged in and chosen here</source>
-        <translation>Per una scheda USB collegata e scelta qui</translation>
-    </message>
-    <message>
         <source>Rules for udev (*.rules)</source>
         <translation>Regole di udev (*.rules)</translation>
+    </message>
+    <message>
+        <source>The port with this number; %1 is a simulated board</source>
+        <translation>La porta con questo numero; %1 è una scheda simulata</translation>
+    </message>
+    <message>
+        <source>Shows whether a port with this number exists</source>
+        <translation>Dice se una porta con questo numero esiste</translation>
+    </message>
+    <message>
+        <source>This number has no device. You can assign one in the section [Ports] of the settings file.</source>
+        <translation>A questo numero non corrisponde alcun dispositivo. Si può assegnarne uno nella sezione [Ports] del file di impostazioni.</translation>
+    </message>
+    <message>
+        <source>Available when a connected USB board is selected</source>
+        <translation>Disponibile quando è scelta una scheda USB collegata</translation>
+    </message>
+    <message>
+        <source>A simulated board, to use the program without hardware</source>
+        <translation>Una scheda simulata, per usare il programma senza hardware</translation>
+    </message>
+    <message>
+        <source>The system knows no port at this address</source>
+        <translation>Il sistema non conosce alcuna porta a questo indirizzo</translation>
+    </message>
+    <message>
+        <source>A port at this address, for instance on a card</source>
+        <translation>Una porta a questo indirizzo, per esempio di una scheda in uno slot</translation>
     </message>
 </context>
 <context>

@@ -411,7 +411,7 @@ void TestPorts::aRuleForTheBoardIsSaved()
     Bench bench(port(6));
     bench.dialog->findChild<PortPage *>()->lookForUsbIn(tree.ttyClass());
     QVERIFY(!bench.find<QPushButton>("cmdAccessRule")->isEnabled());
-    QVERIFY(bench.find<QPushButton>("cmdAccessRule")->toolTip().contains(QStringLiteral("plugged in")));
+    QVERIFY(bench.find<QPushButton>("cmdAccessRule")->toolTip().contains(QStringLiteral("connected USB board")));
     bench.click("optSerialPort_5");
     QVERIFY(bench.find<QPushButton>("cmdAccessRule")->isEnabled());
 

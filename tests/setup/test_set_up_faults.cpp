@@ -22,7 +22,7 @@ void TestSetUpFaults::everyBadValueIsNamedInItsOrder()
                      "[Aux2]\nEnabled=?\nInverse Logic=?\nPotMax=?\nPotMin=?\n");
     QCOMPARE(bench.desktop.boxes.size(), 1);
     const QString mismatch = QStringLiteral(": Type mismatch: \"?\". The default ");
-    const QString unknown = QStringLiteral(": The device \"?\" is not known. The default ");
+    const QString unknown = QStringLiteral(": Unknown device \"?\". The default ");
     QCOMPARE(bench.desktop.lastText().split(u'\r'),
              (QStringList{QStringLiteral("Some settings could not be read."),
                           QStringLiteral("[Config] \"Interface\"") + mismatch + QStringLiteral("2 is used."),
@@ -51,7 +51,7 @@ void TestSetUpFaults::badDefaultsAreNamedWithTheirSection()
     QCOMPARE(bench.desktop.boxes.size(), 1);
     QCOMPARE(bench.desktop.lastText(),
              QStringLiteral("Some settings could not be read.\r"
-                            "[Interface1] \"DDS Device\": The device \"AD9852\" is not known. "
+                            "[Interface1] \"DDS Device\": Unknown device \"AD9852\". "
                             "The default AD9850 is used.\r"
                             "[Interface1] \"DDS Max freq\": Type mismatch: \"many\". "
                             "The default 60000000 is used.\r"

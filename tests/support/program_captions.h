@@ -99,23 +99,23 @@ inline constexpr std::array kCaptions{
     Text{"calvorn::FrmCalibraLevel", "2. Enter its level and the attenuation, and press \"Measure\"."},
     Text{"calvorn::FrmCalibraLevel",
          "3. Repeat this with the next step. A logarithmic law needs two points, a table three."},
-    Text{"calvorn::FrmCalibraLevel", "The generator of the board can be the source: it is set to the start frequency."},
-    Text{"calvorn::DetectorLawBox", "The volts are those of the detector."},
-    Text{"calvorn::DetectorLawBox", "The volts are RMS at the input, into 50 ohms."},
+    Text{"calvorn::FrmCalibraLevel",
+         "You can use the board's generator as the source: it is set to the start frequency."},
+    Text{"calvorn::DetectorLawBox", "The voltages are those at the detector output."},
+    Text{"calvorn::DetectorLawBox", "The voltages are RMS at the input, into 50 ohms."},
     Text{"calvorn::GeneratorBox", "The generator is on."},
     Text{"calvorn::GeneratorBox", "The generator is off."},
     Text{"calvorn::FrmPreferences", "This box has no effect: the scales keep their full range."},
     Text{"calvorn::HelpResults", "No page has these words."},
-    Text{"calvorn::InterfacePage", "Choosing it loads its prepared configuration."},
+    Text{"calvorn::InterfacePage", "Choosing an interface loads its prepared configuration."},
     Text{"calvorn::InterfacePage",
          "Without hardware: choose any interface, then a simulated board on the page \"Ports\": "
          "LPT0 for the parallel port, COM100 for the two others."},
     Text{"calvorn::LptPinWindow",
-         "The plug of the board's cable, seen from its pins. Green: to the board; blue: from the "
-         "board; \"!\": inverted by the board. The section [LPT Wiring] of the settings file "
-         "changes it."},
+         "The plug of the board's cable, viewed from the pin side. Green: to the board; blue: from the board; \"!\": "
+         "inverted by the board. To change the wiring, edit the section [LPT Wiring] of the settings file."},
     Text{"calvorn::PortPage",
-         "No device belongs to this number. The section [Ports] of the settings file can name one."},
+         "This number has no device. You can assign one in the section [Ports] of the settings file."},
     Text{"calvorn::SweepGraph", "Left-click: M1, right-click: M2, with Shift: M3 and M4. Markers can be dragged.\n"
                                 "With Ctrl: the wheel zooms, dragging selects the span.\n"
                                 "Keyboard: arrow keys move, keys 1 to 4 place a marker."},
@@ -132,9 +132,9 @@ inline constexpr std::array kCaptions{
     Text{"calvorn::FrmSetUp", "Auxi&liary"},
     Text{"calvorn::FrmSetUp", "The auxiliary outputs of the parallel-port board"},
     Text{"calvorn::FrmSetUp", "&Ports"},
-    Text{"calvorn::FrmSetUp", "Which serial and which parallel port is used"},
+    Text{"calvorn::FrmSetUp", "The serial port and the parallel port"},
     Text{"calvorn::FrmSetUp", "&Apply"},
-    Text{"calvorn::FrmSetUp", "Write the configuration and end the program; it counts from the next start"},
+    Text{"calvorn::FrmSetUp", "Save the configuration and close the program; changes take effect at the next start"},
     Text{"calvorn::FrmSetUp", "&EXIT"},
     Text{"calvorn::FrmSetUp", "Close without changes"},
     Text{"calvorn::FrmSweep", "EXIT"},
