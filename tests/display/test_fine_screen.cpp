@@ -84,7 +84,7 @@ private slots:
             QCOMPARE(image.pixel(610, y), graph.line(GraphItem::M3).colour);
     }
 
-    // Uncovered pieces of the graph are copied one by one, each from its place.
+    // Uncovered parts of the graph are copied one by one, each from its own place.
     void piecesAreCopiedFromTheirPlaces()
     {
         QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
@@ -133,12 +133,12 @@ private slots:
                 }
             }
         }
-        // Six logical pixels to each side of the middle, in lines of one device pixel.
+        // Six logical pixels to each side of the centre, in lines one device pixel wide.
         QVERIFY2(std::abs(cross.width() - 25) <= 1, qPrintable(QString::number(cross.width())));
         QVERIFY2(std::abs(cross.height() - 25) <= 1, qPrintable(QString::number(cross.height())));
         QCOMPARE(pixels, cross.width() + cross.height() - 1);
         QVERIFY(std::abs(cross.center().x() - 401) <= 1 && std::abs(cross.center().y() - 401) <= 1);
-        // The frame of the focus covers all four sides.
+        // The focus frame covers all four sides.
         const QRgb frame = graph.palette().color(QPalette::Highlight).rgb();
         for (const QPoint side : {QPoint(2, 310), QPoint(799, 310), QPoint(310, 2), QPoint(310, 799)})
             QCOMPARE(image.pixel(side), frame);

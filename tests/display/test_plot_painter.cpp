@@ -196,7 +196,7 @@ private slots:
         QVERIFY(columnsOf(bench.painted(), 200, kCurveColour).isEmpty());
     }
 
-    // An axis without a step, as in a file whose rows all have the same frequency, has no place for another trace.
+    // An axis without a step, as in a file whose rows all have the same frequency, cannot place another trace.
     void anAxisWithoutAStepShowsTheLiveCurveAlone()
     {
         Bench bench;

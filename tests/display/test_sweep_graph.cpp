@@ -102,7 +102,7 @@ private slots:
         const QImage drawn = grab(graph);
         for (int x = 2; x < 400; ++x)
             QVERIFY2(isYellowish(drawn.pixel(x, 180)), qPrintable(QString::number(x)));
-        QVERIFY(!isYellowish(drawn.pixel(0, 180))); // point 1 stands at x = 1
+        QVERIFY(!isYellowish(drawn.pixel(0, 180))); // point 1 is at x = 1
         // The grid is intact beside the curve and restored when the curve is cleared.
         QCOMPARE(drawn.pixel(60, 37), qRgb(0, 100, 0));
         graph.clearCurve();

@@ -61,7 +61,7 @@ private slots:
         QVERIFY(!drawing->grab().isNull());
     }
 
-    // At the size that it asks for, the drawing shows every pin and every label whole.
+    // At its size hint, the drawing shows every pin and every label completely.
     void thePinsAndTheirLabelsHaveRoom()
     {
         LptPinDrawing drawing;
@@ -70,12 +70,12 @@ private slots:
         const QImage image = drawing.grab().toImage().convertToFormat(QImage::Format_RGB32);
         const QRgb paper = image.pixel(0, 0);
         QRect inked;
-        QHash<QRgb, int> pixels; // of each colour
+        QHash<QRgb, int> pixels; // of each colour in the image
         int rowsOfPins = 0;
         const QRgb shell = drawing.palette().color(QPalette::Mid).rgb();
         for (int y = 0; y < image.height(); ++y) {
             int gaps = 0;
-            int width = 0; // of the piece of the shell up to here
+            int width = 0; // of the current run of shell pixels
             for (int x = 0; x < image.width(); ++x) {
                 const QRgb colour = image.pixel(x, y);
                 ++pixels[colour];
@@ -84,15 +84,15 @@ private slots:
                 width = colour == shell ? width + 1 : 0;
                 gaps += width == 4 ? 1 : 0;
             }
-            rowsOfPins += gaps == 14 ? 1 : 0; // 13 pins above
+            rowsOfPins += gaps == 14 ? 1 : 0; // a row of 13 pins
         }
         QVERIFY(image.rect().adjusted(2, 2, -2, -2).contains(inked));
-        QVERIFY2(rowsOfPins >= 12, qPrintable(QString::number(rowsOfPins))); // no pin touches the next one
+        QVERIFY2(rowsOfPins >= 12, qPrintable(QString::number(rowsOfPins))); // pins do not touch each other
         // Outputs, inputs and grounds.
         for (const QRgb colour : {qRgb(0x2e, 0x7d, 0x32), qRgb(0x15, 0x65, 0xc0), qRgb(0x40, 0x40, 0x40)})
             QVERIFY2(pixels.value(colour) > 200, qPrintable(QString::number(colour, 16)));
 
-        // The same connector without labels tells how far the labels reach.
+        // The same connector without labels shows where the labels begin.
         int longest = 0;
         auto unlabelled = pinUses({});
         for (PinUse &use : unlabelled) {
@@ -105,7 +105,7 @@ private slots:
         bare.setUses(unlabelled);
         bare.resize(drawing.size());
         const QImage plain = bare.grab().toImage().convertToFormat(QImage::Format_RGB32);
-        int top = 0; // of the shell
+        int top = 0; // first row of the shell
         while (top < plain.height() && plain.pixel(plain.width() / 2, top) == paper)
             ++top;
         QVERIFY2(top - inked.top() >= longest, qPrintable(QString::number(top - inked.top())));

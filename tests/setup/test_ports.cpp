@@ -424,7 +424,7 @@ void TestPorts::aRuleForTheBoardIsSaved()
     QVERIFY(file.readAll().contains("ATTRS{serial}==\"A50285BI\""));
     QVERIFY(bench.desktop.boxes.isEmpty());
 
-    // Pulled out: disabled within two of the page's seconds
+    // The page polls once a second and disables the button after the board is unplugged.
     tree.pull("ttyUSB0");
     QTRY_VERIFY_WITH_TIMEOUT(!bench.find<QPushButton>("cmdAccessRule")->isEnabled(), 10'000);
 }
