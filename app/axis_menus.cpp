@@ -11,8 +11,8 @@ AxisMenus::AxisMenus(const AxisMenuRooms &rooms, ErrorBoundary &boundary, QWidge
     amplitudes->addActions(rooms.scales.actions());
     open(amplitudes, rooms.graph.axis());
 
-    QAction *start = makeAction("mnuCopyM1", tr("M1 -> &Start"), tr("Start the range at M1"));
-    QAction *stop = makeAction("mnuCopyM2", tr("M2 -> S&top"), tr("Stop the range at M2"));
+    QAction *start = makeAction("mnuCopyM1", tr("M1 -> &Start"), tr("Set the start frequency to M1"));
+    QAction *stop = makeAction("mnuCopyM2", tr("M2 -> S&top"), tr("Set the stop frequency to M2"));
     MarkerPanel &markers = rooms.markers;
     boundary.connect(start, &QAction::triggered, this, "mnuCopyM1", [&markers] { markers.cmdCopyM1_Click(); });
     boundary.connect(stop, &QAction::triggered, this, "mnuCopyM2", [&markers] { markers.cmdCopyM2_Click(); });

@@ -38,7 +38,7 @@ void BoardMenus::buildDevices()
                                                                  tr("&Crystal, 9 MHz"),
                                                                  tr("&Antenna at a bridge, 7.05 MHz"),
                                                                  tr("&Through, a piece of cable"),
-                                                                 tr("As a &file says")};
+                                                                 tr("From a &file")};
     for (std::size_t i = 0; i < captions.size(); ++i) {
         const QString name = QString::fromLatin1(kSimulatedDevices[i]);
         QAction *action = m_devices->addAction(captions[i]);

@@ -33,7 +33,7 @@ void DisplayGuard::hear(QtMsgType type, const QMessageLogContext &context, const
     }
     const Language language(QLocale::system());
     const QString sentence = QCoreApplication::translate(
-        "main", "Calvorn needs a display, and none can be opened. Start it on a desktop, or use calvorn-sweep.");
+        "main", "Calvorn needs a display, but cannot open one. Start it on a desktop, or use calvorn-sweep.");
     std::fprintf(stderr, "%s\n", sentence.toLocal8Bit().constData());
     // The application object is only half constructed, so none of its code may run any more.
     std::_Exit(kNoDisplay);

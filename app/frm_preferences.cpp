@@ -33,7 +33,7 @@ FrmPreferences::FrmPreferences(Configuration &configuration, RemoteControl *remo
     auto *cursorColumn = new QVBoxLayout(cursorFrame);
     const std::array<QString, 2> captions{tr("&Linked"), tr("&Floating cross")};
     const std::array<QString, 2> toolTips{tr("The read-out follows the mouse"),
-                                          tr("A cross rides on the curve under the mouse")};
+                                          tr("A cross follows the curve under the mouse")};
     for (std::size_t i = 0; i < m_optCursor.size(); ++i) {
         auto *option = new QRadioButton(captions[i], cursorFrame);
         option->setObjectName(QStringLiteral("optCursor_%1").arg(i));
@@ -48,7 +48,7 @@ FrmPreferences::FrmPreferences(Configuration &configuration, RemoteControl *remo
     m_limitScales = new QCheckBox(scaleFrame);
     m_limitScales->setObjectName(QStringLiteral("chkScalaLogaritmica"));
     m_limitScales->setToolTip(
-        tr("Without effect. The number is the lowest level above zero that the converter can tell, in dB"));
+        tr("No effect. The number is the lowest level that the converter can distinguish from zero, in dB"));
     auto *note = new QLabel(tr("This box has no effect: the scales keep their full range."), scaleFrame);
     note->setObjectName(QStringLiteral("lblNoEffect"));
     note->setWordWrap(true);
@@ -71,12 +71,12 @@ FrmPreferences::FrmPreferences(Configuration &configuration, RemoteControl *remo
 QWidget *FrmPreferences::makeRemoteFrame()
 {
     auto *frame = new QGroupBox(tr("Remote control"), this);
-    m_remoteOn = new QCheckBox(tr("&SCPI clients of this computer"), frame);
+    m_remoteOn = new QCheckBox(tr("Allow &SCPI clients on this computer"), frame);
     m_remoteOn->setObjectName(QStringLiteral("chkRemote"));
-    m_remoteOn->setToolTip(tr("Lets your own programs on this computer control the window"));
+    m_remoteOn->setToolTip(tr("Let your own programs on this computer control the window"));
     m_remotePort = new QSpinBox(frame);
     m_remotePort->setObjectName(QStringLiteral("spinRemotePort"));
-    m_remotePort->setToolTip(tr("The TCP port that they connect to"));
+    m_remotePort->setToolTip(tr("TCP port for the clients"));
     m_remotePort->setAccessibleName(tr("TCP port"));
     m_remotePort->setRange(1, std::numeric_limits<quint16>::max());
     auto *port = new QLabel(tr("&Port"), frame);

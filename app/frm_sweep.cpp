@@ -87,7 +87,7 @@ void FrmSweep::composeControlColumn(QVBoxLayout *column)
                                    m_station.boundary, this);
     auto *exit = new QPushButton(tr("EXIT"), this);
     exit->setObjectName(QStringLiteral("cmdExit"));
-    exit->setToolTip(tr("Save the settings and end the program"));
+    exit->setToolTip(tr("Save the settings and close the program"));
     exit->setMinimumHeight(36);
     m_controls->addButton(exit);
     connect(exit, &QPushButton::clicked, this, &QWidget::close);

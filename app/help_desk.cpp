@@ -51,7 +51,7 @@ HelpDesk::HelpDesk(QString helpFile, Messages &messages, ErrorBoundary &boundary
     , m_window(window)
 {
     QAction *contents = addAction("mnuHelpContent", tr("&Contents"), tr("Open the manual"));
-    QAction *page = addAction("mnuHelpWindow", tr("&This window"), tr("What can be done in the window in front"));
+    QAction *page = addAction("mnuHelpWindow", tr("&This window"), tr("Help for the active window"));
     page->setShortcut(QKeySequence(Qt::Key_F1));
     m_boundary.connect(contents, &QAction::triggered, this, "mnuHelpContent_Click", [this] { mnuHelpContent_Click(); });
     m_boundary.connect(page, &QAction::triggered, this, "mnuHelpWindow_Click", [this] { openPageOf(m_window); });

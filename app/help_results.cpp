@@ -23,7 +23,7 @@ HelpResults::HelpResults(QWidget *parent)
     : QTextBrowser(parent)
 {
     setObjectName(QStringLiteral("lstHelpResults"));
-    setAccessibleName(tr("Pages found in the help"));
+    setAccessibleName(tr("Search results"));
     setOpenLinks(false);
 }
 
@@ -35,7 +35,7 @@ void HelpResults::showPages(const QList<QHelpSearchResult> &pages)
                     .arg(page.url().toString(QUrl::FullyEncoded).toHtmlEscaped(), page.title().toHtmlEscaped(),
                          mendedExcerpt(page.snippet()));
     if (pages.isEmpty())
-        html = tr("No page has these words.").toHtmlEscaped();
+        html = tr("No page contains these words.").toHtmlEscaped();
     setHtml(html);
 }
 

@@ -41,7 +41,7 @@ HelpBrowser::HelpBrowser(const QHelpEngine &engine, QWidget *parent)
     , m_engine(engine)
 {
     setObjectName(QStringLiteral("txtHelp"));
-    setAccessibleName(tr("Page of the help"));
+    setAccessibleName(tr("Help page"));
     setOpenExternalLinks(false);
 }
 
@@ -84,7 +84,7 @@ void HelpWindow::build()
     m_browser = new HelpBrowser(*m_engine, this);
     m_tabs = new QTabWidget(this);
     m_tabs->setObjectName(QStringLiteral("tabHelp"));
-    m_engine->contentWidget()->setAccessibleName(tr("Contents of the help"));
+    m_engine->contentWidget()->setAccessibleName(tr("Help contents"));
     m_engine->contentWidget()->setObjectName(QStringLiteral("lstHelpContents"));
     m_tabs->addTab(m_engine->contentWidget(), tr("&Contents"));
     m_tabs->addTab(buildIndex(), tr("&Index"));
@@ -172,12 +172,12 @@ QWidget *HelpWindow::buildIndex()
     auto *column = new QVBoxLayout(page);
     auto *filter = new QLineEdit(page);
     filter->setObjectName(QStringLiteral("txtHelpIndex"));
-    filter->setPlaceholderText(tr("Look for"));
-    filter->setAccessibleName(tr("Word to look for in the index"));
+    filter->setPlaceholderText(tr("Search for"));
+    filter->setAccessibleName(tr("Word to find in the index"));
     filter->setClearButtonEnabled(true);
     QHelpIndexWidget *index = m_engine->indexWidget();
     index->setObjectName(QStringLiteral("lstHelpIndex"));
-    index->setAccessibleName(tr("Index of the help"));
+    index->setAccessibleName(tr("Help index"));
     page->setFocusProxy(filter);
     column->addWidget(filter);
     column->addWidget(index);

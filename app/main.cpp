@@ -136,7 +136,7 @@ int runWithDisplay(int argc, char **argv)
     QtDesktop desktop;
     Messages messages(configuration, desktop);
     if (!makeSettingsFolder(folders)) {
-        messages.beepAndWarn(QCoreApplication::translate("main", "The folder %1 for the settings could not be made")
+        messages.beepAndWarn(QCoreApplication::translate("main", "The settings folder %1 could not be created")
                                  .arg(QDir::toNativeSeparators(folders.settings)));
         return 1;
     }

@@ -17,11 +17,11 @@ SetUpMenu::SetUpMenu(const Rooms &rooms, QWidget *window)
 {
     addAction("mnuConfig", tr("&Configuration"), tr("Interface, chips, outputs and ports"),
               &SetUpMenu::mnuConfig_Click);
-    addAction("mnuCalibraDDS", tr("Calibrate &generator"), tr("Trim the frequency against a meter"),
+    addAction("mnuCalibraDDS", tr("Calibrate &generator"), tr("Adjust the frequency with a frequency meter"),
               &SetUpMenu::mnuCalibraDDS_Click);
-    addAction("mnuCalibraDetector", tr("Calibrate &detector"), tr("Trim the voltage against a known one"),
+    addAction("mnuCalibraDetector", tr("Calibrate &detector"), tr("Adjust the detector with a known voltage"),
               &SetUpMenu::mnuCalibraDetector_Click);
-    addAction("mnuCalibraLevel", tr("Calibrate &level"), tr("Find the law of the detector with known levels"),
+    addAction("mnuCalibraLevel", tr("Calibrate &level"), tr("Determine the detector's law from known levels"),
               &SetUpMenu::mnuCalibraLevel_Click);
 }
 

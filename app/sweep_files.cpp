@@ -27,10 +27,10 @@ SweepFiles::SweepFiles(const SweepFilesRooms &rooms, Messages &messages, Log &lo
 {
     m_export->setObjectName(QStringLiteral("mnuSaveCSV"));
     m_export->setShortcut(QKeySequence::Save);
-    m_export->setToolTip(tr("Write the sweep into a file"));
+    m_export->setToolTip(tr("Export the sweep to a file"));
     m_import->setObjectName(QStringLiteral("mnuOpenCSV"));
     m_import->setShortcut(QKeySequence::Open);
-    m_import->setToolTip(tr("Show a sweep from a file"));
+    m_import->setToolTip(tr("Import a sweep from a file"));
     connect(m_export, &QAction::triggered, this, &SweepFiles::mnuSaveCSV_Click);
     connect(m_import, &QAction::triggered, this, &SweepFiles::mnuOpenCSV_Click);
 }
@@ -70,7 +70,7 @@ void SweepFiles::mnuOpenCSV_Click()
     const QString name = QFileInfo(path).fileName();
     try {
         importSweep(path);
-        emit reported(tr("%1 rows from %2").arg(NumberText::fromInteger(kSweepPoints), name));
+        emit reported(tr("%1 rows imported from %2").arg(NumberText::fromInteger(kSweepPoints), name));
     } catch (const RuntimeError &error) {
         // Keep and show the rows that were read before the error.
         m_rooms.table.cellsWritten();
@@ -112,7 +112,7 @@ bool SweepFiles::firstRowIsInVolts() const
 void SweepFiles::noteUnit()
 {
     if (!isLinearScale(m_rooms.configuration.scaleType) && firstRowIsInVolts())
-        m_log.writeLog(tr("Import: ") + tr("the amplitudes are volts, and the scale is in dB"));
+        m_log.writeLog(tr("Import: ") + tr("the amplitudes are in volts, but the scale is in dB"));
 }
 
 // Row 1 shows whether the file was made with the current detector calibration.

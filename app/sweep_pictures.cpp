@@ -21,11 +21,11 @@ SweepPictures::SweepPictures(const SweepPictureRooms &rooms, Messages &messages,
     , m_rooms(rooms)
     , m_messages(messages)
     , m_save(makeAction("mnuSavePicture", tr("Save pict&ure…"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S),
-                        tr("Write the graph with its read-outs as PNG or SVG")))
+                        tr("Save the graph with its read-outs as PNG or SVG")))
     , m_copy(makeAction("mnuCopyPicture", tr("&Copy picture"), QKeySequence::Copy,
-                        tr("Put the graph with its read-outs on the clipboard")))
+                        tr("Copy the graph with its read-outs to the clipboard")))
     , m_print(makeAction("mnuPrint", tr("&Print…"), QKeySequence::Print,
-                         tr("Print the graph with its read-outs, or make a PDF file of it")))
+                         tr("Print the graph with its read-outs, or create a PDF file")))
 {
     boundary.connect(m_save, &QAction::triggered, this, "mnuSavePicture_Click", [this] { mnuSavePicture_Click(); });
     boundary.connect(m_copy, &QAction::triggered, this, "mnuCopyPicture_Click", [this] { mnuCopyPicture_Click(); });
@@ -96,7 +96,7 @@ void SweepPictures::mnuPrint_Click()
     if (printer.outputFormat() == QPrinter::PdfFormat)
         printPdf(printer);
     else if (!picture().paintPage(printer))
-        refuse(printer.printerName(), tr("the printer does not take the page"));
+        refuse(printer.printerName(), tr("the printer did not accept the page"));
 }
 
 // Renders in memory first, so that the file is replaced as a whole.

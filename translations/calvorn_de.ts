@@ -1421,16 +1421,16 @@
         <translation>M1 -&gt; &amp;Start</translation>
     </message>
     <message>
-        <source>Start the range at M1</source>
-        <translation>Der Bereich beginnt bei M1</translation>
-    </message>
-    <message>
         <source>M2 -&gt; S&amp;top</source>
         <translation>M2 -&gt; S&amp;top</translation>
     </message>
     <message>
-        <source>Stop the range at M2</source>
-        <translation>Der Bereich endet bei M2</translation>
+        <source>Set the start frequency to M1</source>
+        <translation>Startfrequenz auf M1 setzen</translation>
+    </message>
+    <message>
+        <source>Set the stop frequency to M2</source>
+        <translation>Stoppfrequenz auf M2 setzen</translation>
     </message>
 </context>
 <context>
@@ -1472,8 +1472,8 @@
         <translation>&amp;Antenne an einer Brücke, 7,05 MHz</translation>
     </message>
     <message>
-        <source>As a &amp;file says</source>
-        <translation>Wie eine &amp;Datei es sagt</translation>
+        <source>From a &amp;file</source>
+        <translation>Aus einer &amp;Datei</translation>
     </message>
 </context>
 <context>
@@ -2092,10 +2092,6 @@
         <translation>Die Anzeige folgt der Maus</translation>
     </message>
     <message>
-        <source>A cross rides on the curve under the mouse</source>
-        <translation>Ein Kreuz läuft auf der Kurve unter der Maus mit</translation>
-    </message>
-    <message>
         <source>EXIT</source>
         <translation>SCHLIESSEN</translation>
     </message>
@@ -2108,10 +2104,6 @@
         <translation>Logarithmische Skalen auf den Bereich des ADC begrenzen (%1)</translation>
     </message>
     <message>
-        <source>Without effect. The number is the lowest level above zero that the converter can tell, in dB</source>
-        <translation>Ohne Wirkung. Die Zahl ist der niedrigste Pegel über null, den der Wandler unterscheidet, in dB</translation>
-    </message>
-    <message>
         <source>This box has no effect: the scales keep their full range.</source>
         <translation>Dieses Kästchen hat keine Wirkung: Die Skalen behalten ihren vollen Bereich.</translation>
     </message>
@@ -2120,24 +2112,32 @@
         <translation>Fernsteuerung</translation>
     </message>
     <message>
-        <source>&amp;SCPI clients of this computer</source>
-        <translation>&amp;SCPI-Clients dieses Rechners</translation>
-    </message>
-    <message>
-        <source>Lets your own programs on this computer control the window</source>
-        <translation>Lässt Ihre eigenen Programme auf diesem Rechner das Fenster steuern</translation>
-    </message>
-    <message>
-        <source>The TCP port that they connect to</source>
-        <translation>Der TCP-Port, mit dem sie sich verbinden</translation>
-    </message>
-    <message>
         <source>TCP port</source>
         <translation>TCP-Port</translation>
     </message>
     <message>
         <source>&amp;Port</source>
         <translation>&amp;Port</translation>
+    </message>
+    <message>
+        <source>A cross follows the curve under the mouse</source>
+        <translation>Ein Kreuz folgt der Kurve unter der Maus</translation>
+    </message>
+    <message>
+        <source>No effect. The number is the lowest level that the converter can distinguish from zero, in dB</source>
+        <translation>Ohne Wirkung. Die Zahl ist der niedrigste Pegel, den der Wandler von null unterscheidet, in dB</translation>
+    </message>
+    <message>
+        <source>Allow &amp;SCPI clients on this computer</source>
+        <translation>&amp;SCPI-Clients auf diesem Rechner zulassen</translation>
+    </message>
+    <message>
+        <source>Let your own programs on this computer control the window</source>
+        <translation>Lässt Ihre eigenen Programme auf diesem Rechner das Fenster steuern</translation>
+    </message>
+    <message>
+        <source>TCP port for the clients</source>
+        <translation>TCP-Port für die Clients</translation>
     </message>
 </context>
 <context>
@@ -2265,10 +2265,6 @@
         <translation>ENDE</translation>
     </message>
     <message>
-        <source>Save the settings and end the program</source>
-        <translation>Einstellungen speichern und Programm beenden</translation>
-    </message>
-    <message>
         <source>&amp;File</source>
         <translation>&amp;Datei</translation>
     </message>
@@ -2343,6 +2339,10 @@
     <message>
         <source>%1 of %2 samples are outside the detector&apos;s calibrated range</source>
         <translation>%1 von %2 Proben liegen außerhalb des kalibrierten Bereichs des Detektors</translation>
+    </message>
+    <message>
+        <source>Save the settings and close the program</source>
+        <translation>Einstellungen speichern und Programm beenden</translation>
     </message>
 </context>
 <context>
@@ -2442,7 +2442,7 @@
 <context>
     <name>calvorn::HelpBrowser</name>
     <message>
-        <source>Page of the help</source>
+        <source>Help page</source>
         <translation>Hilfeseite</translation>
     </message>
 </context>
@@ -2461,22 +2461,22 @@
         <translation>&amp;Dieses Fenster</translation>
     </message>
     <message>
-        <source>What can be done in the window in front</source>
-        <translation>Was das vorderste Fenster kann</translation>
-    </message>
-    <message>
         <source>The help file %1 is missing or damaged.</source>
         <translation>Die Hilfedatei %1 fehlt oder ist beschädigt.</translation>
+    </message>
+    <message>
+        <source>Help for the active window</source>
+        <translation>Hilfe zum aktiven Fenster</translation>
     </message>
 </context>
 <context>
     <name>calvorn::HelpResults</name>
     <message>
-        <source>Pages found in the help</source>
+        <source>Search results</source>
         <translation>Gefundene Seiten der Hilfe</translation>
     </message>
     <message>
-        <source>No page has these words.</source>
+        <source>No page contains these words.</source>
         <translation>Keine Seite enthält diese Wörter.</translation>
     </message>
 </context>
@@ -2485,10 +2485,6 @@
     <message>
         <source>Calvorn Help</source>
         <translation>Calvorn-Hilfe</translation>
-    </message>
-    <message>
-        <source>Contents of the help</source>
-        <translation>Inhalt der Hilfe</translation>
     </message>
     <message>
         <source>&amp;Contents</source>
@@ -2519,15 +2515,19 @@
         <translation>Schließen</translation>
     </message>
     <message>
-        <source>Look for</source>
+        <source>Help contents</source>
+        <translation>Inhalt der Hilfe</translation>
+    </message>
+    <message>
+        <source>Search for</source>
         <translation>Suchen</translation>
     </message>
     <message>
-        <source>Word to look for in the index</source>
+        <source>Word to find in the index</source>
         <translation>Wort, das im Index gesucht wird</translation>
     </message>
     <message>
-        <source>Index of the help</source>
+        <source>Help index</source>
         <translation>Index der Hilfe</translation>
     </message>
 </context>
@@ -3757,24 +3757,24 @@
         <translation>&amp;Generator kalibrieren</translation>
     </message>
     <message>
-        <source>Trim the frequency against a meter</source>
-        <translation>Frequenz nach einem Zähler abgleichen</translation>
-    </message>
-    <message>
         <source>Calibrate &amp;detector</source>
         <translation>&amp;Detektor kalibrieren</translation>
-    </message>
-    <message>
-        <source>Trim the voltage against a known one</source>
-        <translation>Spannung nach einer bekannten abgleichen</translation>
     </message>
     <message>
         <source>Calibrate &amp;level</source>
         <translation>&amp;Pegel kalibrieren</translation>
     </message>
     <message>
-        <source>Find the law of the detector with known levels</source>
-        <translation>Die Kennlinie des Detektors mit bekannten Pegeln finden</translation>
+        <source>Adjust the frequency with a frequency meter</source>
+        <translation>Frequenz nach einem Zähler abgleichen</translation>
+    </message>
+    <message>
+        <source>Adjust the detector with a known voltage</source>
+        <translation>Detektor mit einer bekannten Spannung abgleichen</translation>
+    </message>
+    <message>
+        <source>Determine the detector&apos;s law from known levels</source>
+        <translation>Kennlinie des Detektors mit bekannten Pegeln bestimmen</translation>
     </message>
 </context>
 <context>
@@ -3913,14 +3913,6 @@
         <translation>&amp;Importieren</translation>
     </message>
     <message>
-        <source>Write the sweep into a file</source>
-        <translation>Durchlauf in eine Datei schreiben</translation>
-    </message>
-    <message>
-        <source>Show a sweep from a file</source>
-        <translation>Durchlauf aus einer Datei zeigen</translation>
-    </message>
-    <message>
         <source>Export: </source>
         <translation>Export: </translation>
     </message>
@@ -3949,10 +3941,6 @@
         <translation>ABBRECHEN behält die Werte der Datei.</translation>
     </message>
     <message>
-        <source>the amplitudes are volts, and the scale is in dB</source>
-        <translation>die Amplituden sind Volt, und die Skala ist in dB</translation>
-    </message>
-    <message>
         <source>%1 rows written to %2</source>
         <translation>%1 Zeilen in %2 geschrieben</translation>
     </message>
@@ -3961,12 +3949,24 @@
         <translation>%1 nicht exportiert: %2</translation>
     </message>
     <message>
-        <source>%1 rows from %2</source>
-        <translation>%1 Zeilen aus %2</translation>
-    </message>
-    <message>
         <source>%1 not imported: %2</source>
         <translation>%1 nicht importiert: %2</translation>
+    </message>
+    <message>
+        <source>Export the sweep to a file</source>
+        <translation>Durchlauf in eine Datei schreiben</translation>
+    </message>
+    <message>
+        <source>Import a sweep from a file</source>
+        <translation>Durchlauf aus einer Datei zeigen</translation>
+    </message>
+    <message>
+        <source>%1 rows imported from %2</source>
+        <translation>%1 Zeilen aus %2 importiert</translation>
+    </message>
+    <message>
+        <source>the amplitudes are in volts, but the scale is in dB</source>
+        <translation>die Amplituden sind in Volt, die Skala aber in dB</translation>
     </message>
 </context>
 <context>
@@ -3991,24 +3991,12 @@ Tastatur: Pfeiltasten bewegen, die Tasten 1 bis 4 setzen einen Marker.</translat
         <translation>Bild &amp;speichern…</translation>
     </message>
     <message>
-        <source>Write the graph with its read-outs as PNG or SVG</source>
-        <translation>Kurve mit ihren Anzeigen als PNG oder SVG schreiben</translation>
-    </message>
-    <message>
         <source>&amp;Copy picture</source>
         <translation>Bild &amp;kopieren</translation>
     </message>
     <message>
-        <source>Put the graph with its read-outs on the clipboard</source>
-        <translation>Kurve mit ihren Anzeigen in die Zwischenablage legen</translation>
-    </message>
-    <message>
         <source>&amp;Print…</source>
         <translation>&amp;Drucken…</translation>
-    </message>
-    <message>
-        <source>Print the graph with its read-outs, or make a PDF file of it</source>
-        <translation>Kurve mit ihren Anzeigen drucken, oder eine PDF-Datei daraus machen</translation>
     </message>
     <message>
         <source>PNG picture (*.png);;SVG drawing (*.svg)</source>
@@ -4019,12 +4007,24 @@ Tastatur: Pfeiltasten bewegen, die Tasten 1 bis 4 setzen einen Marker.</translat
         <translation>sweep</translation>
     </message>
     <message>
-        <source>the printer does not take the page</source>
-        <translation>der Drucker nimmt die Seite nicht an</translation>
-    </message>
-    <message>
         <source>the page cannot be laid out</source>
         <translation>die Seite lässt sich nicht aufbauen</translation>
+    </message>
+    <message>
+        <source>Save the graph with its read-outs as PNG or SVG</source>
+        <translation>Kurve mit ihren Anzeigen als PNG oder SVG schreiben</translation>
+    </message>
+    <message>
+        <source>Copy the graph with its read-outs to the clipboard</source>
+        <translation>Kurve mit ihren Anzeigen in die Zwischenablage kopieren</translation>
+    </message>
+    <message>
+        <source>Print the graph with its read-outs, or create a PDF file</source>
+        <translation>Kurve mit ihren Anzeigen drucken oder eine PDF-Datei erzeugen</translation>
+    </message>
+    <message>
+        <source>the printer did not accept the page</source>
+        <translation>der Drucker hat die Seite nicht angenommen</translation>
     </message>
 </context>
 <context>
@@ -4344,11 +4344,11 @@ Tastatur: Pfeiltasten bewegen, die Tasten 1 bis 4 setzen einen Marker.</translat
         <translation>Misst Filter, Antennen und andere Objekte über einen Frequenzbereich.</translation>
     </message>
     <message>
-        <source>Calvorn needs a display, and none can be opened. Start it on a desktop, or use calvorn-sweep.</source>
+        <source>Calvorn needs a display, but cannot open one. Start it on a desktop, or use calvorn-sweep.</source>
         <translation>Calvorn braucht einen Bildschirm, und keiner lässt sich öffnen. Auf einem Desktop starten oder calvorn-sweep verwenden.</translation>
     </message>
     <message>
-        <source>The folder %1 for the settings could not be made</source>
+        <source>The settings folder %1 could not be created</source>
         <translation>Der Ordner %1 für die Einstellungen konnte nicht angelegt werden</translation>
     </message>
 </context>

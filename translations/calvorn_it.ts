@@ -1421,16 +1421,16 @@
         <translation>M1 -&gt; &amp;Start</translation>
     </message>
     <message>
-        <source>Start the range at M1</source>
-        <translation>L&apos;intervallo comincia da M1</translation>
-    </message>
-    <message>
         <source>M2 -&gt; S&amp;top</source>
         <translation>M2 -&gt; S&amp;top</translation>
     </message>
     <message>
-        <source>Stop the range at M2</source>
-        <translation>L&apos;intervallo finisce a M2</translation>
+        <source>Set the start frequency to M1</source>
+        <translation>Imposta la frequenza iniziale su M1</translation>
+    </message>
+    <message>
+        <source>Set the stop frequency to M2</source>
+        <translation>Imposta la frequenza finale su M2</translation>
     </message>
 </context>
 <context>
@@ -1472,8 +1472,8 @@
         <translation>&amp;Antenna su un ponte, 7,05 MHz</translation>
     </message>
     <message>
-        <source>As a &amp;file says</source>
-        <translation>Come dice un &amp;file</translation>
+        <source>From a &amp;file</source>
+        <translation>Da un &amp;file</translation>
     </message>
 </context>
 <context>
@@ -2092,10 +2092,6 @@
         <translation>La lettura segue il mouse</translation>
     </message>
     <message>
-        <source>A cross rides on the curve under the mouse</source>
-        <translation>Una croce corre sulla curva sotto il mouse</translation>
-    </message>
-    <message>
         <source>EXIT</source>
         <translation>ESCI</translation>
     </message>
@@ -2108,10 +2104,6 @@
         <translation>Limita le scale logaritmiche al campo dell&apos;ADC (%1)</translation>
     </message>
     <message>
-        <source>Without effect. The number is the lowest level above zero that the converter can tell, in dB</source>
-        <translation>Senza effetto. Il numero è il livello più basso sopra lo zero che il convertitore distingue, in dB</translation>
-    </message>
-    <message>
         <source>This box has no effect: the scales keep their full range.</source>
         <translation>Questa casella non ha effetto: le scale mantengono tutta la loro estensione.</translation>
     </message>
@@ -2120,24 +2112,32 @@
         <translation>Controllo remoto</translation>
     </message>
     <message>
-        <source>&amp;SCPI clients of this computer</source>
-        <translation>Client &amp;SCPI di questo computer</translation>
-    </message>
-    <message>
-        <source>Lets your own programs on this computer control the window</source>
-        <translation>Permette ai propri programmi su questo computer di controllare la finestra</translation>
-    </message>
-    <message>
-        <source>The TCP port that they connect to</source>
-        <translation>La porta TCP alla quale si collegano</translation>
-    </message>
-    <message>
         <source>TCP port</source>
         <translation>Porta TCP</translation>
     </message>
     <message>
         <source>&amp;Port</source>
         <translation>&amp;Porta</translation>
+    </message>
+    <message>
+        <source>A cross follows the curve under the mouse</source>
+        <translation>Una croce segue la curva sotto il mouse</translation>
+    </message>
+    <message>
+        <source>No effect. The number is the lowest level that the converter can distinguish from zero, in dB</source>
+        <translation>Senza effetto. Il numero è il livello più basso che il convertitore distingue da zero, in dB</translation>
+    </message>
+    <message>
+        <source>Allow &amp;SCPI clients on this computer</source>
+        <translation>Consenti client &amp;SCPI su questo computer</translation>
+    </message>
+    <message>
+        <source>Let your own programs on this computer control the window</source>
+        <translation>Permette ai propri programmi su questo computer di controllare la finestra</translation>
+    </message>
+    <message>
+        <source>TCP port for the clients</source>
+        <translation>Porta TCP per i client</translation>
     </message>
 </context>
 <context>
@@ -2265,10 +2265,6 @@
         <translation>ESCI</translation>
     </message>
     <message>
-        <source>Save the settings and end the program</source>
-        <translation>Salva le impostazioni e chiude il programma</translation>
-    </message>
-    <message>
         <source>&amp;File</source>
         <translation>&amp;File</translation>
     </message>
@@ -2343,6 +2339,10 @@
     <message>
         <source>%1 of %2 samples are outside the detector&apos;s calibrated range</source>
         <translation>%1 campioni su %2 sono fuori dal campo tarato del rivelatore</translation>
+    </message>
+    <message>
+        <source>Save the settings and close the program</source>
+        <translation>Salva le impostazioni e chiude il programma</translation>
     </message>
 </context>
 <context>
@@ -2442,7 +2442,7 @@
 <context>
     <name>calvorn::HelpBrowser</name>
     <message>
-        <source>Page of the help</source>
+        <source>Help page</source>
         <translation>Pagina della guida</translation>
     </message>
 </context>
@@ -2461,22 +2461,22 @@
         <translation>&amp;Questa finestra</translation>
     </message>
     <message>
-        <source>What can be done in the window in front</source>
-        <translation>Che cosa si può fare nella finestra in primo piano</translation>
-    </message>
-    <message>
         <source>The help file %1 is missing or damaged.</source>
         <translation>Il file della guida %1 manca o è danneggiato.</translation>
+    </message>
+    <message>
+        <source>Help for the active window</source>
+        <translation>Guida della finestra attiva</translation>
     </message>
 </context>
 <context>
     <name>calvorn::HelpResults</name>
     <message>
-        <source>Pages found in the help</source>
+        <source>Search results</source>
         <translation>Pagine trovate nella guida</translation>
     </message>
     <message>
-        <source>No page has these words.</source>
+        <source>No page contains these words.</source>
         <translation>Nessuna pagina contiene queste parole.</translation>
     </message>
 </context>
@@ -2485,10 +2485,6 @@
     <message>
         <source>Calvorn Help</source>
         <translation>Guida di Calvorn</translation>
-    </message>
-    <message>
-        <source>Contents of the help</source>
-        <translation>Sommario della guida</translation>
     </message>
     <message>
         <source>&amp;Contents</source>
@@ -2519,15 +2515,19 @@
         <translation>Chiudi</translation>
     </message>
     <message>
-        <source>Look for</source>
+        <source>Help contents</source>
+        <translation>Sommario della guida</translation>
+    </message>
+    <message>
+        <source>Search for</source>
         <translation>Cerca</translation>
     </message>
     <message>
-        <source>Word to look for in the index</source>
+        <source>Word to find in the index</source>
         <translation>Parola da cercare nell&apos;indice</translation>
     </message>
     <message>
-        <source>Index of the help</source>
+        <source>Help index</source>
         <translation>Indice della guida</translation>
     </message>
 </context>
@@ -3757,24 +3757,24 @@
         <translation>Taratura &amp;generatore</translation>
     </message>
     <message>
-        <source>Trim the frequency against a meter</source>
-        <translation>Regola la frequenza con un frequenzimetro</translation>
-    </message>
-    <message>
         <source>Calibrate &amp;detector</source>
         <translation>Taratura &amp;rivelatore</translation>
-    </message>
-    <message>
-        <source>Trim the voltage against a known one</source>
-        <translation>Regola la tensione con una nota</translation>
     </message>
     <message>
         <source>Calibrate &amp;level</source>
         <translation>Taratura &amp;livello</translation>
     </message>
     <message>
-        <source>Find the law of the detector with known levels</source>
-        <translation>Trovare la legge del rivelatore con livelli noti</translation>
+        <source>Adjust the frequency with a frequency meter</source>
+        <translation>Regola la frequenza con un frequenzimetro</translation>
+    </message>
+    <message>
+        <source>Adjust the detector with a known voltage</source>
+        <translation>Regola il rivelatore con una tensione nota</translation>
+    </message>
+    <message>
+        <source>Determine the detector&apos;s law from known levels</source>
+        <translation>Determina la legge del rivelatore con livelli noti</translation>
     </message>
 </context>
 <context>
@@ -3913,14 +3913,6 @@
         <translation>&amp;Importa</translation>
     </message>
     <message>
-        <source>Write the sweep into a file</source>
-        <translation>Scrive lo sweep in un file</translation>
-    </message>
-    <message>
-        <source>Show a sweep from a file</source>
-        <translation>Mostra uno sweep da un file</translation>
-    </message>
-    <message>
         <source>Export: </source>
         <translation>Esporta: </translation>
     </message>
@@ -3949,10 +3941,6 @@
         <translation>ANNULLA mantiene i valori originali.</translation>
     </message>
     <message>
-        <source>the amplitudes are volts, and the scale is in dB</source>
-        <translation>le ampiezze sono in volt e la scala è in dB</translation>
-    </message>
-    <message>
         <source>%1 rows written to %2</source>
         <translation>%1 righe scritte in %2</translation>
     </message>
@@ -3961,12 +3949,24 @@
         <translation>%1 non esportato: %2</translation>
     </message>
     <message>
-        <source>%1 rows from %2</source>
-        <translation>%1 righe da %2</translation>
-    </message>
-    <message>
         <source>%1 not imported: %2</source>
         <translation>%1 non importato: %2</translation>
+    </message>
+    <message>
+        <source>Export the sweep to a file</source>
+        <translation>Esporta lo sweep in un file</translation>
+    </message>
+    <message>
+        <source>Import a sweep from a file</source>
+        <translation>Importa uno sweep da un file</translation>
+    </message>
+    <message>
+        <source>%1 rows imported from %2</source>
+        <translation>%1 righe importate da %2</translation>
+    </message>
+    <message>
+        <source>the amplitudes are in volts, but the scale is in dB</source>
+        <translation>le ampiezze sono in volt, ma la scala è in dB</translation>
     </message>
 </context>
 <context>
@@ -3991,24 +3991,12 @@ Tastiera: le frecce spostano, i tasti da 1 a 4 mettono un marcatore.</translatio
         <translation>Salva imma&amp;gine…</translation>
     </message>
     <message>
-        <source>Write the graph with its read-outs as PNG or SVG</source>
-        <translation>Scrive il grafico con le letture come PNG o SVG</translation>
-    </message>
-    <message>
         <source>&amp;Copy picture</source>
         <translation>&amp;Copia immagine</translation>
     </message>
     <message>
-        <source>Put the graph with its read-outs on the clipboard</source>
-        <translation>Mette il grafico con le letture negli appunti</translation>
-    </message>
-    <message>
         <source>&amp;Print…</source>
         <translation>Stam&amp;pa…</translation>
-    </message>
-    <message>
-        <source>Print the graph with its read-outs, or make a PDF file of it</source>
-        <translation>Stampa il grafico con le letture, o ne fa un file PDF</translation>
     </message>
     <message>
         <source>PNG picture (*.png);;SVG drawing (*.svg)</source>
@@ -4019,12 +4007,24 @@ Tastiera: le frecce spostano, i tasti da 1 a 4 mettono un marcatore.</translatio
         <translation>sweep</translation>
     </message>
     <message>
-        <source>the printer does not take the page</source>
-        <translation>la stampante non accetta la pagina</translation>
-    </message>
-    <message>
         <source>the page cannot be laid out</source>
         <translation>la pagina non si può impaginare</translation>
+    </message>
+    <message>
+        <source>Save the graph with its read-outs as PNG or SVG</source>
+        <translation>Scrive il grafico con le letture come PNG o SVG</translation>
+    </message>
+    <message>
+        <source>Copy the graph with its read-outs to the clipboard</source>
+        <translation>Copia il grafico con le letture negli appunti</translation>
+    </message>
+    <message>
+        <source>Print the graph with its read-outs, or create a PDF file</source>
+        <translation>Stampa il grafico con le letture o crea un file PDF</translation>
+    </message>
+    <message>
+        <source>the printer did not accept the page</source>
+        <translation>la stampante non ha accettato la pagina</translation>
     </message>
 </context>
 <context>
@@ -4344,11 +4344,11 @@ Tastiera: le frecce spostano, i tasti da 1 a 4 mettono un marcatore.</translatio
         <translation>Misura filtri, antenne e altri dispositivi su un campo di frequenze.</translation>
     </message>
     <message>
-        <source>Calvorn needs a display, and none can be opened. Start it on a desktop, or use calvorn-sweep.</source>
+        <source>Calvorn needs a display, but cannot open one. Start it on a desktop, or use calvorn-sweep.</source>
         <translation>Calvorn ha bisogno di uno schermo, ma non è possibile aprirne nessuno. Avviarlo da un desktop oppure usare calvorn-sweep.</translation>
     </message>
     <message>
-        <source>The folder %1 for the settings could not be made</source>
+        <source>The settings folder %1 could not be created</source>
         <translation>Impossibile creare la cartella %1 per le impostazioni</translation>
     </message>
 </context>

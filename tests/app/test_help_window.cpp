@@ -264,7 +264,7 @@ void TestHelpWindow::aFoundPageIsOpened()
     auto *word = inHelp<QHelpSearchQueryWidget>("frameHelpQuery");
     word->setSearchInput(QStringLiteral("xylophone"));
     emit word->search();
-    QTRY_COMPARE(results->toPlainText(), QStringLiteral("No page has these words."));
+    QTRY_COMPARE(results->toPlainText(), QStringLiteral("No page contains these words."));
 }
 
 void TestHelpWindow::excerptsHaveWholeEntities_data()

@@ -47,7 +47,7 @@ private slots:
         FrmPreferences preferences(configuration);
         preferences.show();
         const auto *box = preferences.findChild<QCheckBox *>(QStringLiteral("chkScalaLogaritmica"));
-        QVERIFY2(box->toolTip().startsWith(QStringLiteral("Without effect.")), qPrintable(box->toolTip()));
+        QVERIFY2(box->toolTip().startsWith(QStringLiteral("No effect.")), qPrintable(box->toolTip()));
         const auto *note = preferences.findChild<QLabel *>(QStringLiteral("lblNoEffect"));
         QVERIFY(note && note->isVisible());
         QVERIFY(note->text().contains(QStringLiteral("no effect")));

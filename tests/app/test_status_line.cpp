@@ -84,7 +84,7 @@ void TestStatusLine::itTellsOfImportsAndExports()
     bench.write(QStringLiteral("good.csv"), test::walk_files::Good);
     bench.write(QStringLiteral("cut 100%1.csv"), test::walk_files::CutOff);
     bench.trigger("mnuOpenCSV", QStringLiteral("good.csv"));
-    QCOMPARE(bench.line()->text(), QStringLiteral("400 rows from good.csv"));
+    QCOMPARE(bench.line()->text(), QStringLiteral("400 rows imported from good.csv"));
     QCOMPARE(bench.line()->toolTip(), bench.line()->text());
     bench.trigger("mnuOpenCSV", QStringLiteral("cut 100%1.csv"));
     QCOMPARE(bench.line()->text(), QStringLiteral("cut 100%1.csv not imported: File error: the text ends too early"));

@@ -239,7 +239,7 @@ void TestSweepFiles::voltsOnAScaleInDecibelsAreNoted()
 {
     QFETCH(QLocale, locale);
     QLocale::setDefault(locale);
-    const QString note = QStringLiteral("Import: the amplitudes are volts, and the scale is in dB");
+    const QString note = QStringLiteral("Import: the amplitudes are in volts, but the scale is in dB");
     const auto notes = [&](const Bench &bench) {
         return bench.find<QListWidget>("lstLOG")->findItems(note, Qt::MatchExactly).size();
     };

@@ -64,9 +64,9 @@ void TestNoDisplay::oneSentenceAndACode()
     QVERIFY(run.process.waitForFinished(10000));
     QCOMPARE(run.process.exitStatus(), QProcess::NormalExit);
     QCOMPARE(run.process.exitCode(), 2);
-    QCOMPARE(run.process.readAllStandardError(),
-             QByteArray("Calvorn needs a display, and none can be opened. Start it on a desktop, or use "
-                        "calvorn-sweep.\n"));
+    QCOMPARE(
+        run.process.readAllStandardError(),
+        QByteArray("Calvorn needs a display, but cannot open one. Start it on a desktop, or use calvorn-sweep.\n"));
     QVERIFY(run.process.readAllStandardOutput().isEmpty());
     QCOMPARE(program.serversRunning(), 0);
 }
