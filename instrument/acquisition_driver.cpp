@@ -151,7 +151,7 @@ void AcquisitionDriver::callFailed(const QDBusError &error)
         error.type() == QDBusError::TimedOut) {
         const QScopedValueRollback guard(m_endedByTimeout, true);
         m_context.server.kill(kPatienceMs);
-        throw RuntimeError(RuntimeError::Kind::NoAnswer, tr("it did not answer in time and was ended"));
+        throw RuntimeError(RuntimeError::Kind::NoAnswer, tr("it did not answer in time and was terminated"));
     }
     throw RuntimeError(RuntimeError::Kind::DriverCall, bounded(error.message()));
 }
@@ -202,10 +202,11 @@ void AcquisitionDriver::serverEnded()
     // After a time-out the failed call has its own message.
     if (m_endedByTimeout)
         return;
-    const QString what = m_endedByWatch   ? tr("The acquisition server did not answer and was ended.")
-                         : m_endedByFlood ? tr("The acquisition server sent events without end and was ended.")
-                                          : tr("The acquisition server has ended unexpectedly.");
-    emit aErrore(numberOf(ErrorCode::ServerEnded), what + u'\r' + tr("\"Sweep ON\" starts it again."));
+    const QString what = m_endedByWatch ? tr("The acquisition server did not answer and was terminated.")
+                         : m_endedByFlood
+                             ? tr("The acquisition server sent an endless stream of events and was terminated.")
+                             : tr("The acquisition server has ended unexpectedly.");
+    emit aErrore(numberOf(ErrorCode::ServerEnded), what + u'\r' + tr("\"Sweep ON\" restarts it."));
 }
 
 void AcquisitionDriver::serverCompleted()

@@ -28,13 +28,13 @@ public:
     {
         return tr("DDS Generator/Detector connected to the parallel port LPT 0%1")
                    .arg(QString::number(static_cast<std::uint16_t>(c.lptAddress), 16).toUpper()) +
-               u'\r' + tr("Board design: home-built, by radio amateurs") + u'\r' +
+               u'\r' + tr("Board design: built by radio amateurs") + u'\r' +
                tr("In the manual (F1): \"The parallel-port board\"");
     }
     static QString vna(const Configuration &c)
     {
         return tr("MiniVNA connected to the USB port COM%1").arg(NumberText::fromInteger(c.commPort)) + u'\r' +
-               tr("Analyser design: its makers, with thanks") + u'\r' + tr("In the manual (F1): \"The MiniVNA\"");
+               tr("Analyser design: thanks to its developers") + u'\r' + tr("In the manual (F1): \"The MiniVNA\"");
     }
     // The words follow the device's name without a blank: "10bitby PIC 16F877".
     static QString picDetector() { return tr("by PIC 16F877, step: "); }

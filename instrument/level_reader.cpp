@@ -152,7 +152,7 @@ void LevelReader::readingEnded(bool byItself)
     m_rest.start();
     m_restMs = kPauseMs;
     if (byItself && !m_hasRead)
-        fail(m_error.isEmpty() ? tr("The board does not deliver a reading.") : m_error);
+        fail(m_error.isEmpty() ? tr("The board returned no reading.") : m_error);
 }
 
 void LevelReader::fail(const QString &reason)

@@ -98,7 +98,7 @@ void SignalGenerator::command(State wanted, const std::function<bool()> &tell)
         if (tell())
             become(wanted);
         else
-            become(State::Elsewhere, tr("The board did not take the frequency."));
+            become(State::Elsewhere, tr("The board did not accept the frequency."));
     } catch (const RuntimeError &) {
         become(State::Elsewhere);
         throw;

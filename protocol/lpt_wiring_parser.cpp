@@ -65,7 +65,7 @@ void checkKeys(const QVector<ProfileEntry> &entries)
         const bool isLine =
             std::any_of(kKeys.begin(), kKeys.end(), [&](const Key &key) { return isKey(entry, key.name); });
         if (!isLine && !isKey(entry, kLoad))
-            refuse(entry.key, WiringTexts::tr("there is no such line."));
+            refuse(entry.key, WiringTexts::tr("unknown line."));
     }
 }
 
@@ -118,7 +118,7 @@ void checkPins(const BoardWiring &wiring)
             continue;
         const Key &key = keyOf(*line);
         if (hasBus && line->portRegister == PortRegister::Data && !key.maySitOnBus)
-            refuse(key.name, WiringTexts::tr("D0 to D7 carry the bytes for the generator."));
+            refuse(key.name, WiringTexts::tr("D0 to D7 are used for the generator's bytes."));
         const auto other = std::find_if(wiring.lines.begin(), line, [line](const LineWiring &former) {
             return former.portRegister == line->portRegister && former.mask == line->mask;
         });
@@ -128,7 +128,7 @@ void checkPins(const BoardWiring &wiring)
         // change.
         if (hasBus && (other->line == LptLine::DdsData || line->line == LptLine::DdsData))
             continue;
-        refuse(key.name, WiringTexts::tr("the pin is taken by %1.").arg(QLatin1String(keyOf(*other).name)));
+        refuse(key.name, WiringTexts::tr("the pin is already used by %1.").arg(QLatin1String(keyOf(*other).name)));
     }
 }
 
@@ -138,7 +138,7 @@ DdsLoading parseLoading(const QString &text)
         return DdsLoading::Serial;
     if (text.compare(QLatin1String("byte"), Qt::CaseInsensitive) == 0)
         return DdsLoading::Bytes;
-    refuse(kLoad, WiringTexts::tr("\"%1\" is neither serial nor byte.").arg(text));
+    refuse(kLoad, WiringTexts::tr("must be \"serial\" or \"byte\", not \"%1\".").arg(text));
 }
 
 } // namespace

@@ -90,7 +90,7 @@ bool AcquisitionServer::listenIn(const QByteArray &parent)
 {
     const QString reason = tryFolder(parent);
     if (!reason.isEmpty() && m_errorText.isEmpty())
-        m_errorText = tr("no socket can be made in %1: %2").arg(QString::fromLocal8Bit(parent), reason);
+        m_errorText = tr("cannot create a socket in %1: %2").arg(QString::fromLocal8Bit(parent), reason);
     return reason.isEmpty();
 }
 

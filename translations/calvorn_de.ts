@@ -90,14 +90,6 @@
         <translation>Der Referenztakt des Generators muss mindestens 1 Hz betragen.</translation>
     </message>
     <message>
-        <source>%1 Hz is above half the clock of the generator: its image comes out.</source>
-        <translation>%1 Hz liegt über dem halben Takt des Generators: Es kommt die Spiegelfrequenz heraus.</translation>
-    </message>
-    <message>
-        <source>%1 Hz is above the useful maximum of the generator, %2 Hz.</source>
-        <translation>%1 Hz liegt über dem nutzbaren Höchstwert des Generators, %2 Hz.</translation>
-    </message>
-    <message>
         <source>The frequency %1 Hz cannot be generated with a system clock of %2 Hz.</source>
         <translation>Die Frequenz %1 Hz lässt sich mit einem Systemtakt von %2 Hz nicht erzeugen.</translation>
     </message>
@@ -106,16 +98,24 @@
         <translation>Das Wobbeln bis %1 Hz ist mit einem Systemtakt von %2 Hz nicht möglich.</translation>
     </message>
     <message>
-        <source>an AD9850 has no multiplier, so it must be 1</source>
-        <translation>ein AD9850 hat keinen Multiplikator, er muss 1 sein</translation>
+        <source>the AD9850 has no multiplier; the value must be 1</source>
+        <translation>der AD9850 hat keinen Multiplikator; der Wert muss 1 sein</translation>
     </message>
     <message>
-        <source>an AD9851 multiplies by 6 or not at all, so it must be 6 or 1</source>
-        <translation>ein AD9851 multipliziert mit 6 oder gar nicht, er muss 6 oder 1 sein</translation>
+        <source>for an AD9851, the value must be 1 or 6</source>
+        <translation>beim AD9851 muss der Wert 1 oder 6 sein</translation>
     </message>
     <message>
-        <source>an AD9951 multiplies by 4 to 20 or not at all, so it must be 4 to 20 or 1</source>
-        <translation>ein AD9951 multipliziert mit 4 bis 20 oder gar nicht, er muss 4 bis 20 oder 1 sein</translation>
+        <source>for an AD9951, the value must be 1 or 4 to 20</source>
+        <translation>beim AD9951 muss der Wert 1 oder 4 bis 20 sein</translation>
+    </message>
+    <message>
+        <source>%1 Hz is above half the generator&apos;s clock: the output is its image.</source>
+        <translation>%1 Hz liegt über dem halben Takt des Generators: Am Ausgang erscheint die Spiegelfrequenz.</translation>
+    </message>
+    <message>
+        <source>%1 Hz is above the generator&apos;s useful maximum of %2 Hz.</source>
+        <translation>%1 Hz liegt über dem nutzbaren Höchstwert des Generators von %2 Hz.</translation>
     </message>
 </context>
 <context>
@@ -159,20 +159,12 @@
         <translation>DDS-Generator/Detektor am Parallelport LPT 0%1</translation>
     </message>
     <message>
-        <source>Board design: home-built, by radio amateurs</source>
-        <translation>Entwurf der Platine: Eigenbau von Funkamateuren</translation>
-    </message>
-    <message>
         <source>In the manual (F1): &quot;The parallel-port board&quot;</source>
         <translation>Im Handbuch (F1): &quot;The parallel-port board&quot;</translation>
     </message>
     <message>
         <source>MiniVNA connected to the USB port COM%1</source>
         <translation>MiniVNA am USB-Port COM%1</translation>
-    </message>
-    <message>
-        <source>Analyser design: its makers, with thanks</source>
-        <translation>Entwurf des Analysators: seine Erbauer, mit Dank</translation>
     </message>
     <message>
         <source>In the manual (F1): &quot;The MiniVNA&quot;</source>
@@ -193,6 +185,14 @@
     <message>
         <source>serial port COM%1</source>
         <translation>serieller Port COM%1</translation>
+    </message>
+    <message>
+        <source>Board design: built by radio amateurs</source>
+        <translation>Entwurf der Platine: Eigenbau von Funkamateuren</translation>
+    </message>
+    <message>
+        <source>Analyser design: thanks to its developers</source>
+        <translation>Entwurf des Analysators: mit Dank an seine Entwickler</translation>
     </message>
 </context>
 <context>
@@ -245,32 +245,24 @@
         <translation>%1 ist ein Ausgang des Ports.</translation>
     </message>
     <message>
-        <source>D0 to D7 carry the bytes for the generator.</source>
-        <translation>D0 bis D7 tragen die Bytes für den Generator.</translation>
+        <source>unknown line.</source>
+        <translation>unbekannte Leitung.</translation>
     </message>
     <message>
-        <source>the pin is taken by %1.</source>
-        <translation>der Pin ist durch %1 belegt.</translation>
+        <source>D0 to D7 are used for the generator&apos;s bytes.</source>
+        <translation>D0 bis D7 werden für die Bytes des Generators gebraucht.</translation>
     </message>
     <message>
-        <source>&quot;%1&quot; is neither serial nor byte.</source>
-        <translation>„%1“ ist weder serial noch byte.</translation>
+        <source>the pin is already used by %1.</source>
+        <translation>der Pin wird bereits von %1 benutzt.</translation>
     </message>
     <message>
-        <source>there is no such line.</source>
-        <translation>diese Leitung gibt es nicht.</translation>
+        <source>must be &quot;serial&quot; or &quot;byte&quot;, not &quot;%1&quot;.</source>
+        <translation>muss „serial“ oder „byte“ sein, nicht „%1“.</translation>
     </message>
 </context>
 <context>
     <name>ParallelPort</name>
-    <message>
-        <source>The simulated parallel port has been told to refuse.</source>
-        <translation>Der simulierte Parallelport soll laut Einstellung ablehnen.</translation>
-    </message>
-    <message>
-        <source>The parallel port is gone.</source>
-        <translation>Der Parallelport ist nicht mehr da.</translation>
-    </message>
     <message>
         <source>The parallel port is not open.</source>
         <translation>Der Parallelport ist nicht geöffnet.</translation>
@@ -278,10 +270,6 @@
     <message>
         <source> A USB printer cable is not a parallel port.</source>
         <translation> Ein USB-Druckerkabel ist kein Parallelport.</translation>
-    </message>
-    <message>
-        <source>This computer has none that the driver has found.</source>
-        <translation>In diesem Rechner hat der Treiber keinen gefunden.</translation>
     </message>
     <message>
         <source>This computer has: %1.</source>
@@ -292,36 +280,12 @@
         <translation>An der Adresse %1 gibt es keinen Parallelport. %2%3</translation>
     </message>
     <message>
-        <source>No driver for parallel ports is loaded: an administrator has to run &quot;modprobe -a parport_pc ppdev&quot;.%1</source>
-        <translation>Kein Treiber für Parallelports ist geladen: Ein Administrator muss „modprobe -a parport_pc ppdev“ ausführen.%1</translation>
-    </message>
-    <message>
-        <source>The parallel port %1 is gone.</source>
-        <translation>Der Parallelport %1 ist nicht mehr da.</translation>
-    </message>
-    <message>
         <source>%1 is not a parallel port: %2.</source>
         <translation>%1 ist kein Parallelport: %2.</translation>
     </message>
     <message>
-        <source>The parallel port %1 does not let its lines be set one by one.</source>
-        <translation>Der Parallelport %1 lässt seine Leitungen nicht einzeln setzen.</translation>
-    </message>
-    <message>
-        <source>The data lines of %1 cannot be made outputs: %2.</source>
-        <translation>Die Datenleitungen von %1 lassen sich nicht als Ausgänge schalten: %2.</translation>
-    </message>
-    <message>
         <source>The parallel port %1 refused an access: %2.</source>
         <translation>Der Parallelport %1 hat einen Zugriff abgelehnt: %2.</translation>
-    </message>
-    <message>
-        <source>%1 does not exist: an administrator has to run &quot;modprobe ppdev&quot;.</source>
-        <translation>%1 existiert nicht: Ein Administrator muss „modprobe ppdev“ ausführen.</translation>
-    </message>
-    <message>
-        <source>You may not use %1: an administrator has to add you to the group &quot;lp&quot;, and you have to log in again.</source>
-        <translation>Sie dürfen %1 nicht benutzen: Ein Administrator muss Sie in die Gruppe „lp“ aufnehmen, dann melden Sie sich neu an.</translation>
     </message>
     <message>
         <source>%1 cannot be opened: %2.</source>
@@ -332,19 +296,55 @@
         <translation>%1 lässt sich nicht benutzen: %2.</translation>
     </message>
     <message>
-        <source>%1 is in use by the printer driver (lp): stop the printer service, or an administrator has to run &quot;rmmod lp&quot;.</source>
-        <translation>%1 wird vom Druckertreiber (lp) benutzt: Druckdienst anhalten, oder ein Administrator muss „rmmod lp“ ausführen.</translation>
-    </message>
-    <message>
         <source>%1 is in use by another program.</source>
         <translation>%1 wird von einem anderen Programm benutzt.</translation>
+    </message>
+    <message>
+        <source>The simulated parallel port is set to refuse.</source>
+        <translation>Der simulierte Parallelport ist auf Ablehnen eingestellt.</translation>
+    </message>
+    <message>
+        <source>The parallel port has disappeared.</source>
+        <translation>Der Parallelport ist verschwunden.</translation>
+    </message>
+    <message>
+        <source>The driver has found none in this computer.</source>
+        <translation>Der Treiber hat in diesem Rechner keinen gefunden.</translation>
+    </message>
+    <message>
+        <source>No parallel-port driver is loaded: an administrator must run &quot;modprobe -a parport_pc ppdev&quot;.%1</source>
+        <translation>Kein Treiber für Parallelports ist geladen: Ein Administrator muss „modprobe -a parport_pc ppdev“ ausführen.%1</translation>
+    </message>
+    <message>
+        <source>The parallel port %1 has disappeared.</source>
+        <translation>Der Parallelport %1 ist verschwunden.</translation>
+    </message>
+    <message>
+        <source>The parallel port %1 does not support setting its lines individually.</source>
+        <translation>Beim Parallelport %1 lassen sich die Leitungen nicht einzeln setzen.</translation>
+    </message>
+    <message>
+        <source>The data lines of %1 cannot be used as outputs: %2.</source>
+        <translation>Die Datenleitungen von %1 lassen sich nicht als Ausgänge schalten: %2.</translation>
+    </message>
+    <message>
+        <source>%1 does not exist: an administrator must run &quot;modprobe ppdev&quot;.</source>
+        <translation>%1 existiert nicht: Ein Administrator muss „modprobe ppdev“ ausführen.</translation>
+    </message>
+    <message>
+        <source>You have no permission to use %1: an administrator must add you to the group &quot;lp&quot;; then log in again.</source>
+        <translation>Sie haben keine Berechtigung für %1: Ein Administrator muss Sie in die Gruppe „lp“ aufnehmen, dann melden Sie sich neu an.</translation>
+    </message>
+    <message>
+        <source>%1 is in use by the printer driver (lp): stop the printer service, or ask an administrator to run &quot;rmmod lp&quot;.</source>
+        <translation>%1 wird vom Druckertreiber (lp) benutzt: Druckdienst anhalten, oder ein Administrator muss „rmmod lp“ ausführen.</translation>
     </message>
 </context>
 <context>
     <name>PicBoard</name>
     <message>
-        <source>The board has an %1 with a clock of %2 Hz; the settings say %3, %4 Hz.</source>
-        <translation>Auf der Platine ist ein %1 mit einem Takt von %2 Hz; die Einstellungen sagen %3, %4 Hz.</translation>
+        <source>The board has an %1 with a clock of %2 Hz; the settings specify %3, %4 Hz.</source>
+        <translation>Auf der Platine ist ein %1 mit einem Takt von %2 Hz; eingestellt sind %3, %4 Hz.</translation>
     </message>
 </context>
 <context>
@@ -620,10 +620,6 @@
 <context>
     <name>SerialPort</name>
     <message>
-        <source>The system gives no pseudo-terminal for the simulated board.</source>
-        <translation>Das System gibt kein Pseudoterminal für die simulierte Platine her.</translation>
-    </message>
-    <message>
         <source>There is no serial port COM%1.</source>
         <translation>Es gibt keinen seriellen Port COM%1.</translation>
     </message>
@@ -636,16 +632,20 @@
         <translation>Es gibt kein Gerät %1; steckt das Kabel?</translation>
     </message>
     <message>
-        <source>There is no permission to use %1; add the user to the group dialout and log in again.</source>
-        <translation>%1 darf nicht benutzt werden; Benutzer in die Gruppe dialout aufnehmen und neu anmelden.</translation>
-    </message>
-    <message>
         <source>The port %1 is in use by another program.</source>
         <translation>Der Port %1 wird von einem anderen Programm benutzt.</translation>
     </message>
     <message>
         <source>%1 is not a serial port.</source>
         <translation>%1 ist kein serieller Port.</translation>
+    </message>
+    <message>
+        <source>The system has no pseudo-terminal for the simulated board.</source>
+        <translation>Das System hat kein Pseudoterminal für die simulierte Platine.</translation>
+    </message>
+    <message>
+        <source>You have no permission to use %1; add your user to the group dialout and log in again.</source>
+        <translation>Sie haben keine Berechtigung für %1; Benutzer in die Gruppe dialout aufnehmen und neu anmelden.</translation>
     </message>
 </context>
 <context>
@@ -1085,7 +1085,7 @@
 <context>
     <name>ThreadStart</name>
     <message>
-        <source>The computer cannot start another thread; end other programs and try again.</source>
+        <source>The computer cannot start another thread; close other programs and try again.</source>
         <translation>Der Computer kann keinen weiteren Thread starten; bitte andere Programme beenden und noch einmal versuchen.</translation>
     </message>
 </context>
@@ -1103,10 +1103,6 @@
 <context>
     <name>calvorn::AcquisitionDriver</name>
     <message>
-        <source>it did not answer in time and was ended</source>
-        <translation>er hat nicht rechtzeitig geantwortet und wurde beendet</translation>
-    </message>
-    <message>
         <source>Wrong serial port number (COM%1).</source>
         <translation>Falsche Nummer des seriellen Ports (COM%1).</translation>
     </message>
@@ -1119,26 +1115,30 @@
         <translation>Der Messserver hat sich unerwartet beendet.</translation>
     </message>
     <message>
-        <source>&quot;Sweep ON&quot; starts it again.</source>
-        <translation>„Wobbeln EIN“ startet ihn wieder.</translation>
-    </message>
-    <message>
         <source>Start sweep</source>
         <translation>Wobbeln gestartet</translation>
     </message>
     <message>
-        <source>The acquisition server did not answer and was ended.</source>
+        <source>it did not answer in time and was terminated</source>
+        <translation>er hat nicht rechtzeitig geantwortet und wurde beendet</translation>
+    </message>
+    <message>
+        <source>The acquisition server did not answer and was terminated.</source>
         <translation>Der Messserver hat nicht geantwortet und wurde beendet.</translation>
     </message>
     <message>
-        <source>The acquisition server sent events without end and was ended.</source>
+        <source>The acquisition server sent an endless stream of events and was terminated.</source>
         <translation>Der Messserver sandte Ereignisse ohne Ende und wurde beendet.</translation>
+    </message>
+    <message>
+        <source>&quot;Sweep ON&quot; restarts it.</source>
+        <translation>„Wobbeln EIN“ startet ihn wieder.</translation>
     </message>
 </context>
 <context>
     <name>calvorn::AcquisitionServer</name>
     <message>
-        <source>no socket can be made in %1: %2</source>
+        <source>cannot create a socket in %1: %2</source>
         <translation>in %1 kann kein Socket angelegt werden: %2</translation>
     </message>
 </context>
@@ -2722,7 +2722,7 @@
 <context>
     <name>calvorn::LevelReader</name>
     <message>
-        <source>The board does not deliver a reading.</source>
+        <source>The board returned no reading.</source>
         <translation>Die Platine liefert keinen Messwert.</translation>
     </message>
 </context>
@@ -3257,32 +3257,32 @@
         <translation>Schrittweite nicht gesetzt</translation>
     </message>
     <message>
-        <source>The board does not start the sweep.</source>
-        <translation>Die Platine startet den Durchlauf nicht.</translation>
-    </message>
-    <message>
-        <source>The board has no command &quot;%1&quot;.</source>
-        <translation>Die Platine kennt den Befehl „%1“ nicht.</translation>
-    </message>
-    <message>
         <source>The board does not answer.</source>
         <translation>Die Platine antwortet nicht.</translation>
     </message>
     <message>
-        <source>A sweep of the board was damaged on the line.</source>
+        <source>The board did not start the sweep.</source>
+        <translation>Die Platine startet den Durchlauf nicht.</translation>
+    </message>
+    <message>
+        <source>The board does not know the command &quot;%1&quot;.</source>
+        <translation>Die Platine kennt den Befehl „%1“ nicht.</translation>
+    </message>
+    <message>
+        <source>The board did not identify itself: &quot;%1&quot;.</source>
+        <translation>Die Platine hat sich nicht ausgewiesen: „%1“.</translation>
+    </message>
+    <message>
+        <source>The board does not support a settling time of %1 µs.</source>
+        <translation>Die Platine unterstützt keine Einschwingzeit von %1 µs.</translation>
+    </message>
+    <message>
+        <source>A sweep from the board was damaged during transmission.</source>
         <translation>Ein Durchlauf der Platine wurde auf der Leitung beschädigt.</translation>
     </message>
     <message>
-        <source>The board delivers no good sweep any more; the sweep ends.</source>
-        <translation>Die Platine liefert keinen brauchbaren Durchlauf mehr; das Wobbeln endet.</translation>
-    </message>
-    <message>
-        <source>The board does not say who it is: &quot;%1&quot;.</source>
-        <translation>Die Platine sagt nicht, wer sie ist: „%1“.</translation>
-    </message>
-    <message>
-        <source>The board cannot let the detector settle for %1 µs.</source>
-        <translation>Die Platine kann dem Detektor keine %1 µs zum Einschwingen geben.</translation>
+        <source>The board no longer delivers valid sweeps; the sweep ends.</source>
+        <translation>Die Platine liefert keine brauchbaren Durchläufe mehr; das Wobbeln endet.</translation>
     </message>
 </context>
 <context>
@@ -3719,12 +3719,12 @@
 <context>
     <name>calvorn::SerialLink</name>
     <message>
-        <source>The port %1 cannot do these line settings.</source>
-        <translation>Der Port %1 beherrscht diese Leitungsparameter nicht.</translation>
-    </message>
-    <message>
         <source>The connection to %1 was lost.</source>
         <translation>Die Verbindung zu %1 ist abgerissen.</translation>
+    </message>
+    <message>
+        <source>The port %1 does not support these line settings.</source>
+        <translation>Der Port %1 unterstützt diese Leitungsparameter nicht.</translation>
     </message>
 </context>
 <context>
@@ -3788,7 +3788,7 @@
         <translation>Die Hardware ist nicht verbunden.</translation>
     </message>
     <message>
-        <source>The board did not take the frequency.</source>
+        <source>The board did not accept the frequency.</source>
         <translation>Die Platine hat die Frequenz nicht angenommen.</translation>
     </message>
 </context>
@@ -4317,10 +4317,6 @@ Tastatur: Pfeiltasten bewegen, die Tasten 1 bis 4 setzen einen Marker.</translat
         <translation>Ein Durchlauf hat 400 Messpunkte, nicht %1.</translation>
     </message>
     <message>
-        <source>The MiniVNA is made for 0.1 to 180 MHz; the frequency is set as asked for.</source>
-        <translation>Das MiniVNA ist für 0,1 bis 180 MHz gebaut; die Frequenz wird wie gewünscht gesetzt.</translation>
-    </message>
-    <message>
         <source>The MiniVNA does not answer.</source>
         <translation>Das MiniVNA antwortet nicht.</translation>
     </message>
@@ -4331,6 +4327,10 @@ Tastatur: Pfeiltasten bewegen, die Tasten 1 bis 4 setzen einen Marker.</translat
     <message>
         <source>The MiniVNA failed to deliver three sweeps in a row; the sweep ends.</source>
         <translation>Das MiniVNA blieb drei Durchläufe nacheinander schuldig; das Wobbeln endet.</translation>
+    </message>
+    <message>
+        <source>The MiniVNA is designed for 0.1 to 180 MHz; the frequency is set as requested.</source>
+        <translation>Das MiniVNA ist für 0,1 bis 180 MHz gebaut; die Frequenz wird wie gewünscht gesetzt.</translation>
     </message>
 </context>
 <context>

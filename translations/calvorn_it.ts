@@ -90,14 +90,6 @@
         <translation>Il clock di riferimento del generatore deve essere di almeno 1 Hz.</translation>
     </message>
     <message>
-        <source>%1 Hz is above half the clock of the generator: its image comes out.</source>
-        <translation>%1 Hz supera metà del clock del generatore: ne esce l&apos;immagine.</translation>
-    </message>
-    <message>
-        <source>%1 Hz is above the useful maximum of the generator, %2 Hz.</source>
-        <translation>%1 Hz supera il massimo utile del generatore, %2 Hz.</translation>
-    </message>
-    <message>
         <source>The frequency %1 Hz cannot be generated with a system clock of %2 Hz.</source>
         <translation>La frequenza di %1 Hz non si può generare con un clock di sistema di %2 Hz.</translation>
     </message>
@@ -106,16 +98,24 @@
         <translation>Lo sweep fino a %1 Hz non si può generare con un clock di sistema di %2 Hz.</translation>
     </message>
     <message>
-        <source>an AD9850 has no multiplier, so it must be 1</source>
-        <translation>un AD9850 non ha moltiplicatore, quindi deve essere 1</translation>
+        <source>the AD9850 has no multiplier; the value must be 1</source>
+        <translation>l&apos;AD9850 non ha moltiplicatore: il valore deve essere 1</translation>
     </message>
     <message>
-        <source>an AD9851 multiplies by 6 or not at all, so it must be 6 or 1</source>
-        <translation>un AD9851 moltiplica per 6 o per niente, quindi deve essere 6 o 1</translation>
+        <source>for an AD9851, the value must be 1 or 6</source>
+        <translation>per l&apos;AD9851 il valore deve essere 1 o 6</translation>
     </message>
     <message>
-        <source>an AD9951 multiplies by 4 to 20 or not at all, so it must be 4 to 20 or 1</source>
-        <translation>un AD9951 moltiplica da 4 a 20 o per niente, quindi deve essere da 4 a 20 o 1</translation>
+        <source>for an AD9951, the value must be 1 or 4 to 20</source>
+        <translation>per l&apos;AD9951 il valore deve essere 1 o da 4 a 20</translation>
+    </message>
+    <message>
+        <source>%1 Hz is above half the generator&apos;s clock: the output is its image.</source>
+        <translation>%1 Hz supera metà del clock del generatore: in uscita c&apos;è l&apos;immagine.</translation>
+    </message>
+    <message>
+        <source>%1 Hz is above the generator&apos;s useful maximum of %2 Hz.</source>
+        <translation>%1 Hz supera il massimo utile del generatore (%2 Hz).</translation>
     </message>
 </context>
 <context>
@@ -159,20 +159,12 @@
         <translation>Generatore/rivelatore DDS collegato alla porta parallela LPT 0%1</translation>
     </message>
     <message>
-        <source>Board design: home-built, by radio amateurs</source>
-        <translation>Progetto della scheda: autocostruita, da radioamatori</translation>
-    </message>
-    <message>
         <source>In the manual (F1): &quot;The parallel-port board&quot;</source>
         <translation>Nel manuale (F1): &quot;The parallel-port board&quot;</translation>
     </message>
     <message>
         <source>MiniVNA connected to the USB port COM%1</source>
         <translation>MiniVNA collegato alla porta USB COM%1</translation>
-    </message>
-    <message>
-        <source>Analyser design: its makers, with thanks</source>
-        <translation>Progetto dell&apos;analizzatore: i suoi autori, con un grazie</translation>
     </message>
     <message>
         <source>In the manual (F1): &quot;The MiniVNA&quot;</source>
@@ -193,6 +185,14 @@
     <message>
         <source>serial port COM%1</source>
         <translation>porta seriale COM%1</translation>
+    </message>
+    <message>
+        <source>Board design: built by radio amateurs</source>
+        <translation>Progetto della scheda: autocostruita da radioamatori</translation>
+    </message>
+    <message>
+        <source>Analyser design: thanks to its developers</source>
+        <translation>Progetto dell&apos;analizzatore: grazie ai suoi autori</translation>
     </message>
 </context>
 <context>
@@ -245,32 +245,24 @@
         <translation>%1 è un&apos;uscita della porta.</translation>
     </message>
     <message>
-        <source>D0 to D7 carry the bytes for the generator.</source>
-        <translation>D0...D7 portano i byte per il generatore.</translation>
+        <source>unknown line.</source>
+        <translation>linea sconosciuta.</translation>
     </message>
     <message>
-        <source>the pin is taken by %1.</source>
+        <source>D0 to D7 are used for the generator&apos;s bytes.</source>
+        <translation>D0...D7 servono per i byte del generatore.</translation>
+    </message>
+    <message>
+        <source>the pin is already used by %1.</source>
         <translation>il pin è già usato da %1.</translation>
     </message>
     <message>
-        <source>&quot;%1&quot; is neither serial nor byte.</source>
-        <translation>&quot;%1&quot; non è né serial né byte.</translation>
-    </message>
-    <message>
-        <source>there is no such line.</source>
-        <translation>questa linea non esiste.</translation>
+        <source>must be &quot;serial&quot; or &quot;byte&quot;, not &quot;%1&quot;.</source>
+        <translation>deve essere &quot;serial&quot; o &quot;byte&quot;, non &quot;%1&quot;.</translation>
     </message>
 </context>
 <context>
     <name>ParallelPort</name>
-    <message>
-        <source>The simulated parallel port has been told to refuse.</source>
-        <translation>Alla porta parallela simulata è stato detto di rifiutare.</translation>
-    </message>
-    <message>
-        <source>The parallel port is gone.</source>
-        <translation>La porta parallela non c&apos;è più.</translation>
-    </message>
     <message>
         <source>The parallel port is not open.</source>
         <translation>La porta parallela non è aperta.</translation>
@@ -278,10 +270,6 @@
     <message>
         <source> A USB printer cable is not a parallel port.</source>
         <translation> Un cavo USB per stampante non è una porta parallela.</translation>
-    </message>
-    <message>
-        <source>This computer has none that the driver has found.</source>
-        <translation>In questo computer il driver non ne ha trovate.</translation>
     </message>
     <message>
         <source>This computer has: %1.</source>
@@ -292,36 +280,12 @@
         <translation>All&apos;indirizzo %1 non c&apos;è una porta parallela. %2%3</translation>
     </message>
     <message>
-        <source>No driver for parallel ports is loaded: an administrator has to run &quot;modprobe -a parport_pc ppdev&quot;.%1</source>
-        <translation>Nessun driver per porte parallele è caricato: un amministratore deve eseguire &quot;modprobe -a parport_pc ppdev&quot;.%1</translation>
-    </message>
-    <message>
-        <source>The parallel port %1 is gone.</source>
-        <translation>La porta parallela %1 non c&apos;è più.</translation>
-    </message>
-    <message>
         <source>%1 is not a parallel port: %2.</source>
         <translation>%1 non è una porta parallela: %2.</translation>
     </message>
     <message>
-        <source>The parallel port %1 does not let its lines be set one by one.</source>
-        <translation>La porta parallela %1 non permette di comandare le linee una a una.</translation>
-    </message>
-    <message>
-        <source>The data lines of %1 cannot be made outputs: %2.</source>
-        <translation>Le linee dati di %1 non si possono usare come uscite: %2.</translation>
-    </message>
-    <message>
         <source>The parallel port %1 refused an access: %2.</source>
         <translation>La porta parallela %1 ha rifiutato un accesso: %2.</translation>
-    </message>
-    <message>
-        <source>%1 does not exist: an administrator has to run &quot;modprobe ppdev&quot;.</source>
-        <translation>%1 non esiste: un amministratore deve eseguire &quot;modprobe ppdev&quot;.</translation>
-    </message>
-    <message>
-        <source>You may not use %1: an administrator has to add you to the group &quot;lp&quot;, and you have to log in again.</source>
-        <translation>Non avete il permesso di usare %1: un amministratore deve aggiungervi al gruppo &quot;lp&quot;, poi rientrate nella sessione.</translation>
     </message>
     <message>
         <source>%1 cannot be opened: %2.</source>
@@ -332,19 +296,55 @@
         <translation>%1 non si può usare: %2.</translation>
     </message>
     <message>
-        <source>%1 is in use by the printer driver (lp): stop the printer service, or an administrator has to run &quot;rmmod lp&quot;.</source>
-        <translation>%1 è usata dal driver della stampante (lp): fermare il servizio di stampa, oppure un amministratore deve eseguire &quot;rmmod lp&quot;.</translation>
-    </message>
-    <message>
         <source>%1 is in use by another program.</source>
         <translation>%1 è usata da un altro programma.</translation>
+    </message>
+    <message>
+        <source>The simulated parallel port is set to refuse.</source>
+        <translation>La porta parallela simulata è impostata per rifiutare.</translation>
+    </message>
+    <message>
+        <source>The parallel port has disappeared.</source>
+        <translation>La porta parallela è scomparsa.</translation>
+    </message>
+    <message>
+        <source>The driver has found none in this computer.</source>
+        <translation>Il driver non ne ha trovata nessuna in questo computer.</translation>
+    </message>
+    <message>
+        <source>No parallel-port driver is loaded: an administrator must run &quot;modprobe -a parport_pc ppdev&quot;.%1</source>
+        <translation>Nessun driver per porte parallele è caricato: un amministratore deve eseguire &quot;modprobe -a parport_pc ppdev&quot;.%1</translation>
+    </message>
+    <message>
+        <source>The parallel port %1 has disappeared.</source>
+        <translation>La porta parallela %1 è scomparsa.</translation>
+    </message>
+    <message>
+        <source>The parallel port %1 does not support setting its lines individually.</source>
+        <translation>La porta parallela %1 non permette di comandare le linee una a una.</translation>
+    </message>
+    <message>
+        <source>The data lines of %1 cannot be used as outputs: %2.</source>
+        <translation>Le linee dati di %1 non si possono usare come uscite: %2.</translation>
+    </message>
+    <message>
+        <source>%1 does not exist: an administrator must run &quot;modprobe ppdev&quot;.</source>
+        <translation>%1 non esiste: un amministratore deve eseguire &quot;modprobe ppdev&quot;.</translation>
+    </message>
+    <message>
+        <source>You have no permission to use %1: an administrator must add you to the group &quot;lp&quot;; then log in again.</source>
+        <translation>Non avete il permesso di usare %1: un amministratore deve aggiungervi al gruppo &quot;lp&quot;, poi rientrate nella sessione.</translation>
+    </message>
+    <message>
+        <source>%1 is in use by the printer driver (lp): stop the printer service, or ask an administrator to run &quot;rmmod lp&quot;.</source>
+        <translation>%1 è usata dal driver della stampante (lp): fermare il servizio di stampa, oppure un amministratore deve eseguire &quot;rmmod lp&quot;.</translation>
     </message>
 </context>
 <context>
     <name>PicBoard</name>
     <message>
-        <source>The board has an %1 with a clock of %2 Hz; the settings say %3, %4 Hz.</source>
-        <translation>La scheda ha un %1 con un clock di %2 Hz; le impostazioni dicono %3, %4 Hz.</translation>
+        <source>The board has an %1 with a clock of %2 Hz; the settings specify %3, %4 Hz.</source>
+        <translation>La scheda ha un %1 con un clock di %2 Hz; le impostazioni indicano %3, %4 Hz.</translation>
     </message>
 </context>
 <context>
@@ -620,10 +620,6 @@
 <context>
     <name>SerialPort</name>
     <message>
-        <source>The system gives no pseudo-terminal for the simulated board.</source>
-        <translation>Il sistema non fornisce uno pseudo-terminale per la scheda simulata.</translation>
-    </message>
-    <message>
         <source>There is no serial port COM%1.</source>
         <translation>La porta seriale COM%1 non esiste.</translation>
     </message>
@@ -636,16 +632,20 @@
         <translation>Il dispositivo %1 non esiste; il cavo è collegato?</translation>
     </message>
     <message>
-        <source>There is no permission to use %1; add the user to the group dialout and log in again.</source>
-        <translation>Manca il permesso di usare %1; aggiungere l&apos;utente al gruppo dialout e rientrare nella sessione.</translation>
-    </message>
-    <message>
         <source>The port %1 is in use by another program.</source>
         <translation>La porta %1 è usata da un altro programma.</translation>
     </message>
     <message>
         <source>%1 is not a serial port.</source>
         <translation>%1 non è una porta seriale.</translation>
+    </message>
+    <message>
+        <source>The system has no pseudo-terminal for the simulated board.</source>
+        <translation>Il sistema non ha uno pseudo-terminale per la scheda simulata.</translation>
+    </message>
+    <message>
+        <source>You have no permission to use %1; add your user to the group dialout and log in again.</source>
+        <translation>Manca il permesso di usare %1; aggiungere l&apos;utente al gruppo dialout e rientrare nella sessione.</translation>
     </message>
 </context>
 <context>
@@ -1085,7 +1085,7 @@
 <context>
     <name>ThreadStart</name>
     <message>
-        <source>The computer cannot start another thread; end other programs and try again.</source>
+        <source>The computer cannot start another thread; close other programs and try again.</source>
         <translation>Il computer non può avviare un altro thread; chiudere altri programmi e riprovare.</translation>
     </message>
 </context>
@@ -1103,10 +1103,6 @@
 <context>
     <name>calvorn::AcquisitionDriver</name>
     <message>
-        <source>it did not answer in time and was ended</source>
-        <translation>non ha risposto in tempo ed è stato terminato</translation>
-    </message>
-    <message>
         <source>Wrong serial port number (COM%1).</source>
         <translation>Numero della porta seriale errato (COM%1).</translation>
     </message>
@@ -1119,26 +1115,30 @@
         <translation>Il server di acquisizione è terminato inaspettatamente.</translation>
     </message>
     <message>
-        <source>&quot;Sweep ON&quot; starts it again.</source>
-        <translation>&quot;Avvia sweep&quot; lo fa ripartire.</translation>
-    </message>
-    <message>
         <source>Start sweep</source>
         <translation>Start sweep</translation>
     </message>
     <message>
-        <source>The acquisition server did not answer and was ended.</source>
+        <source>it did not answer in time and was terminated</source>
+        <translation>non ha risposto in tempo ed è stato terminato</translation>
+    </message>
+    <message>
+        <source>The acquisition server did not answer and was terminated.</source>
         <translation>Il server di acquisizione non ha risposto ed è stato terminato.</translation>
     </message>
     <message>
-        <source>The acquisition server sent events without end and was ended.</source>
+        <source>The acquisition server sent an endless stream of events and was terminated.</source>
         <translation>Il server di acquisizione inviava eventi senza fine ed è stato terminato.</translation>
+    </message>
+    <message>
+        <source>&quot;Sweep ON&quot; restarts it.</source>
+        <translation>&quot;Avvia sweep&quot; lo fa ripartire.</translation>
     </message>
 </context>
 <context>
     <name>calvorn::AcquisitionServer</name>
     <message>
-        <source>no socket can be made in %1: %2</source>
+        <source>cannot create a socket in %1: %2</source>
         <translation>non è possibile creare un socket in %1: %2</translation>
     </message>
 </context>
@@ -2722,7 +2722,7 @@
 <context>
     <name>calvorn::LevelReader</name>
     <message>
-        <source>The board does not deliver a reading.</source>
+        <source>The board returned no reading.</source>
         <translation>La scheda non fornisce letture.</translation>
     </message>
 </context>
@@ -3257,32 +3257,32 @@
         <translation>Passo di frequenza non inizializzato</translation>
     </message>
     <message>
-        <source>The board does not start the sweep.</source>
-        <translation>La scheda non avvia lo sweep.</translation>
-    </message>
-    <message>
-        <source>The board has no command &quot;%1&quot;.</source>
-        <translation>La scheda non ha il comando &quot;%1&quot;.</translation>
-    </message>
-    <message>
         <source>The board does not answer.</source>
         <translation>La scheda non risponde.</translation>
     </message>
     <message>
-        <source>A sweep of the board was damaged on the line.</source>
+        <source>The board did not start the sweep.</source>
+        <translation>La scheda non avvia lo sweep.</translation>
+    </message>
+    <message>
+        <source>The board does not know the command &quot;%1&quot;.</source>
+        <translation>La scheda non conosce il comando &quot;%1&quot;.</translation>
+    </message>
+    <message>
+        <source>The board did not identify itself: &quot;%1&quot;.</source>
+        <translation>La scheda non si è identificata: &quot;%1&quot;.</translation>
+    </message>
+    <message>
+        <source>The board does not support a settling time of %1 µs.</source>
+        <translation>La scheda non supporta un tempo di assestamento di %1 µs.</translation>
+    </message>
+    <message>
+        <source>A sweep from the board was damaged during transmission.</source>
         <translation>Uno sweep della scheda è arrivato danneggiato.</translation>
     </message>
     <message>
-        <source>The board delivers no good sweep any more; the sweep ends.</source>
+        <source>The board no longer delivers valid sweeps; the sweep ends.</source>
         <translation>La scheda non fornisce più sweep validi; lo sweep finisce.</translation>
-    </message>
-    <message>
-        <source>The board does not say who it is: &quot;%1&quot;.</source>
-        <translation>La scheda non dice chi è: &quot;%1&quot;.</translation>
-    </message>
-    <message>
-        <source>The board cannot let the detector settle for %1 µs.</source>
-        <translation>La scheda non può aspettare %1 µs che il rivelatore si assesti.</translation>
     </message>
 </context>
 <context>
@@ -3719,12 +3719,12 @@
 <context>
     <name>calvorn::SerialLink</name>
     <message>
-        <source>The port %1 cannot do these line settings.</source>
-        <translation>La porta %1 non accetta questi parametri di linea.</translation>
-    </message>
-    <message>
         <source>The connection to %1 was lost.</source>
         <translation>Il collegamento con %1 si è interrotto.</translation>
+    </message>
+    <message>
+        <source>The port %1 does not support these line settings.</source>
+        <translation>La porta %1 non supporta questi parametri di linea.</translation>
     </message>
 </context>
 <context>
@@ -3788,7 +3788,7 @@
         <translation>L&apos;hardware non è collegato.</translation>
     </message>
     <message>
-        <source>The board did not take the frequency.</source>
+        <source>The board did not accept the frequency.</source>
         <translation>La scheda non ha accettato la frequenza.</translation>
     </message>
 </context>
@@ -4317,10 +4317,6 @@ Tastiera: le frecce spostano, i tasti da 1 a 4 mettono un marcatore.</translatio
         <translation>Uno sweep ha 400 campioni, non %1.</translation>
     </message>
     <message>
-        <source>The MiniVNA is made for 0.1 to 180 MHz; the frequency is set as asked for.</source>
-        <translation>Il MiniVNA è fatto per 0,1...180 MHz; la frequenza è impostata come richiesto.</translation>
-    </message>
-    <message>
         <source>The MiniVNA does not answer.</source>
         <translation>Il MiniVNA non risponde.</translation>
     </message>
@@ -4331,6 +4327,10 @@ Tastiera: le frecce spostano, i tasti da 1 a 4 mettono un marcatore.</translatio
     <message>
         <source>The MiniVNA failed to deliver three sweeps in a row; the sweep ends.</source>
         <translation>Il MiniVNA ha mancato tre sweep di fila; lo sweep finisce.</translation>
+    </message>
+    <message>
+        <source>The MiniVNA is designed for 0.1 to 180 MHz; the frequency is set as requested.</source>
+        <translation>Il MiniVNA è fatto per 0,1...180 MHz; la frequenza è impostata come richiesto.</translation>
     </message>
 </context>
 <context>

@@ -70,7 +70,7 @@ void PtyBoard::openTerminal()
     if (m_slave < 0 || tcgetattr(m_slave, &attributes) != 0) {
         closeTerminal();
         throw std::runtime_error(
-            QCoreApplication::translate("SerialPort", "The system gives no pseudo-terminal for the simulated board.")
+            QCoreApplication::translate("SerialPort", "The system has no pseudo-terminal for the simulated board.")
                 .toStdString());
     }
     // A new terminal echoes, which would send the board's own bytes back to it.

@@ -61,8 +61,7 @@ SimulatedParallelPort::SimulatedParallelPort(const SimulatorSettings &settings, 
 {
     if (settings.fault == SimulatorFault::Refuse)
         throw PortError(
-            QCoreApplication::translate("ParallelPort", "The simulated parallel port has been told to refuse.")
-                .toStdString());
+            QCoreApplication::translate("ParallelPort", "The simulated parallel port is set to refuse.").toStdString());
     m_detector.setLevel(m_settings.detector.volts(0.0), m_pace.now());
 }
 
@@ -122,7 +121,7 @@ void SimulatedParallelPort::access()
         return;
     if (!std::exchange(m_unplugged, true) && m_onUnplugged)
         m_onUnplugged();
-    throw PortError(QCoreApplication::translate("ParallelPort", "The parallel port is gone.").toStdString());
+    throw PortError(QCoreApplication::translate("ParallelPort", "The parallel port has disappeared.").toStdString());
 }
 
 void SimulatedParallelPort::drive()

@@ -60,7 +60,7 @@ void PicDriver::RunSweep()
     beginOperation();
     endRunNow();
     if (!m_plan && std::exchange(m_planless, Planless::Refused) == Planless::Refused && ensureOpen())
-        report(ErrorCode::Board, tr("The board does not start the sweep."));
+        report(ErrorCode::Board, tr("The board did not start the sweep."));
     if (!m_plan || !ensureOpen()) {
         emit aComplete();
         return;
@@ -97,7 +97,7 @@ bool PicDriver::SendFrequency(const QString &letter, int frequency)
     const bool isReset = letter == kPicReset;
     const bool isOutput = letter == kPicOutput;
     if (!isReset && !isOutput && letter != kPicStart && letter != kPicStep) {
-        report(ErrorCode::Setting, tr("The board has no command \"%1\".").arg(letter));
+        report(ErrorCode::Setting, tr("The board does not know the command \"%1\".").arg(letter));
         return false;
     }
     if (run() == Run::Sweeping && !isReset)
@@ -180,7 +180,7 @@ void PicDriver::startRun()
     endOperation(answer);
     if (answer != Answer::Accepted) {
         if (isOpen())
-            report(ErrorCode::Board, tr("The board does not start the sweep."));
+            report(ErrorCode::Board, tr("The board did not start the sweep."));
         finishRun();
         return;
     }
@@ -293,7 +293,7 @@ bool PicDriver::ask(qint64 patience)
         return true;
     const std::optional<PicIdentity> board = picIdentityFrom(told);
     if (!board) {
-        remark(tr("The board does not say who it is: \"%1\".").arg(QString::fromLatin1(told)));
+        remark(tr("The board did not identify itself: \"%1\".").arg(QString::fromLatin1(told)));
         return true;
     }
     qInfo("The board: %s %s", qPrintable(board->name), qPrintable(board->version));
@@ -314,7 +314,7 @@ void PicDriver::askToSettle()
     if (answer == Answer::Accepted)
         m_settlingUs = wanted;
     else if (answer == Answer::Refused)
-        report(ErrorCode::Setting, tr("The board cannot let the detector settle for %1 µs.").arg(wanted));
+        report(ErrorCode::Setting, tr("The board does not support a settling time of %1 µs.").arg(wanted));
 }
 
 // Time limit for one sweep: one second, plus three times the duration of a frame on the line or at the detector,
@@ -402,7 +402,7 @@ void PicDriver::takeSweeps()
         if (!sweep)
             return;
         if (sweep->isDamaged()) {
-            report(ErrorCode::Transmission, tr("A sweep of the board was damaged on the line."));
+            report(ErrorCode::Transmission, tr("A sweep from the board was damaged during transmission."));
             continue;
         }
         m_late.start(sweepPatienceMs());
@@ -420,7 +420,7 @@ void PicDriver::awaitSilence(const QByteArray &bytes)
 void PicDriver::onLate()
 {
     if (run() == Run::Sweeping) {
-        report(ErrorCode::Board, tr("The board delivers no good sweep any more; the sweep ends."));
+        report(ErrorCode::Board, tr("The board no longer delivers valid sweeps; the sweep ends."));
         abortRun();
         return;
     }

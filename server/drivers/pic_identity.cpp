@@ -48,7 +48,7 @@ QString remarkOnGenerator(const PicIdentity &board, const DdsClock &configured)
 {
     if (ddsChipFromName(board.chip) == configured.chip && isSameClock(board.clockHz, configured))
         return {};
-    return IdentityTexts::tr("The board has an %1 with a clock of %2 Hz; the settings say %3, %4 Hz.")
+    return IdentityTexts::tr("The board has an %1 with a clock of %2 Hz; the settings specify %3, %4 Hz.")
         .arg(board.chip, QString::number(board.clockHz), QLatin1String(factsOf(configured.chip).name),
              QString::number(configured.xtalHz * effectiveMultiplier(configured), 'f', 0));
 }

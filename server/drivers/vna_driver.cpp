@@ -195,7 +195,7 @@ void VnaDriver::noteRange(std::int64_t lowest, std::int64_t highest)
     if (m_rangeNoted || (lowest >= kVnaLowestHz && highest <= kVnaHighestHz))
         return;
     m_rangeNoted = true;
-    remark(tr("The MiniVNA is made for 0.1 to 180 MHz; the frequency is set as asked for."));
+    remark(tr("The MiniVNA is designed for 0.1 to 180 MHz; the frequency is set as requested."));
 }
 
 // Drops a reply that was measured with a former plan, clock or offset, or over the other path.

@@ -67,7 +67,7 @@ QString usbHint(const ParportPlaces &places)
             known.append(addressText(entry.base));
     }
     const QString others = known.isEmpty()
-                               ? PpdevTexts::tr("This computer has none that the driver has found.")
+                               ? PpdevTexts::tr("The driver has found none in this computer.")
                                : PpdevTexts::tr("This computer has: %1.").arg(known.join(QStringLiteral(", ")));
     fail(PpdevTexts::tr("There is no parallel port at the address %1. %2%3")
              .arg(addressText(base), others, usbHint(places)));
@@ -86,8 +86,8 @@ QStringList otherParportUsers(const ParportPlaces &places, int number)
 std::unique_ptr<PpdevPort> PpdevPort::open(int base, const ParportPlaces &places, PortSystem &system)
 {
     if (!QDir(places.ports).exists()) {
-        fail(PpdevTexts::tr("No driver for parallel ports is loaded: an administrator has to run \"modprobe -a "
-                            "parport_pc ppdev\".%1")
+        fail(PpdevTexts::tr(
+                 "No parallel-port driver is loaded: an administrator must run \"modprobe -a parport_pc ppdev\".%1")
                  .arg(usbHint(places)));
     }
     const QVector<ParportEntry> entries = listParports(places);
@@ -172,11 +172,11 @@ void PpdevPort::checkModes()
     unsigned modes = 0;
     const int result = m_system.ioctl(m_descriptor, PPGETMODES, &modes);
     if (result < 0 && isGone(-result))
-        fail(PpdevTexts::tr("The parallel port %1 is gone.").arg(m_device));
+        fail(PpdevTexts::tr("The parallel port %1 has disappeared.").arg(m_device));
     if (result < 0)
         fail(PpdevTexts::tr("%1 is not a parallel port: %2.").arg(m_device, reasonOf(-result)));
     if (!(modes & PARPORT_MODE_PCSPP))
-        fail(PpdevTexts::tr("The parallel port %1 does not let its lines be set one by one.").arg(m_device));
+        fail(PpdevTexts::tr("The parallel port %1 does not support setting its lines individually.").arg(m_device));
 }
 
 void PpdevPort::claim()
@@ -205,7 +205,7 @@ void PpdevPort::setOutput()
     int input = 0;
     const int result = m_system.ioctl(m_descriptor, PPDATADIR, &input);
     if (result < 0)
-        fail(PpdevTexts::tr("The data lines of %1 cannot be made outputs: %2.").arg(m_device, reasonOf(-result)));
+        fail(PpdevTexts::tr("The data lines of %1 cannot be used as outputs: %2.").arg(m_device, reasonOf(-result)));
 }
 
 void PpdevPort::access(unsigned long request, std::uint8_t *value)
@@ -214,7 +214,7 @@ void PpdevPort::access(unsigned long request, std::uint8_t *value)
     if (result >= 0)
         return;
     if (isGone(-result))
-        fail(PpdevTexts::tr("The parallel port %1 is gone.").arg(m_device));
+        fail(PpdevTexts::tr("The parallel port %1 has disappeared.").arg(m_device));
     fail(PpdevTexts::tr("The parallel port %1 refused an access: %2.").arg(m_device, reasonOf(-result)));
 }
 
@@ -222,15 +222,15 @@ void PpdevPort::refuseOpen(int error) const
 {
     switch (error) {
     case ENOENT:
-        fail(PpdevTexts::tr("%1 does not exist: an administrator has to run \"modprobe ppdev\".").arg(m_device));
+        fail(PpdevTexts::tr("%1 does not exist: an administrator must run \"modprobe ppdev\".").arg(m_device));
     case EACCES:
     case EPERM:
-        fail(PpdevTexts::tr("You may not use %1: an administrator has to add you to the group \"lp\", and you have to "
+        fail(PpdevTexts::tr("You have no permission to use %1: an administrator must add you to the group \"lp\"; then "
                             "log in again.")
                  .arg(m_device));
     case ENXIO:
     case ENODEV:
-        fail(PpdevTexts::tr("The parallel port %1 is gone.").arg(m_device));
+        fail(PpdevTexts::tr("The parallel port %1 has disappeared.").arg(m_device));
     default:
         fail(PpdevTexts::tr("%1 cannot be opened: %2.").arg(m_device, reasonOf(error)));
     }
@@ -242,12 +242,12 @@ void PpdevPort::refuseClaim(int error) const
         fail(PpdevTexts::tr("%1 cannot be used: %2.").arg(m_device, reasonOf(error)));
     const QStringList users = otherParportUsers(m_places, m_number);
     if (users.contains(QStringLiteral("lp"))) {
-        fail(PpdevTexts::tr("%1 is in use by the printer driver (lp): stop the printer service, or an administrator "
-                            "has to run \"rmmod lp\".")
+        fail(PpdevTexts::tr("%1 is in use by the printer driver (lp): stop the printer service, or ask an "
+                            "administrator to run \"rmmod lp\".")
                  .arg(m_device));
     }
     if (error == ENXIO && users.isEmpty())
-        fail(PpdevTexts::tr("The parallel port %1 is gone.").arg(m_device));
+        fail(PpdevTexts::tr("The parallel port %1 has disappeared.").arg(m_device));
     fail(PpdevTexts::tr("%1 is in use by another program.").arg(m_device));
 }
 

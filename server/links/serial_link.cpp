@@ -77,8 +77,8 @@ std::string serialOpeningFailure(const QString &device, QSerialPort::SerialPortE
         if (access == DeviceAccess::Absent)
             return QCoreApplication::translate("SerialPort", "There is no device %1; is the cable plugged in?");
         if (access == DeviceAccess::Forbidden)
-            return QCoreApplication::translate("SerialPort", "There is no permission to use %1; add the user to the "
-                                                             "group dialout and log in again.");
+            return QCoreApplication::translate(
+                "SerialPort", "You have no permission to use %1; add your user to the group dialout and log in again.");
         if (error == QSerialPort::PermissionError)
             return QCoreApplication::translate("SerialPort", "The port %1 is in use by another program.");
         return QCoreApplication::translate("SerialPort", "%1 is not a serial port.");
@@ -111,7 +111,7 @@ void SerialLink::open(const LineSettings &settings)
                        m_port.setFlowControl(QSerialPort::NoFlowControl);
     if (!taken) {
         m_port.close();
-        throw std::runtime_error(tr("The port %1 cannot do these line settings.").arg(m_device).toStdString());
+        throw std::runtime_error(tr("The port %1 does not support these line settings.").arg(m_device).toStdString());
     }
     // Many boards draw their power from these lines. A pseudo-terminal does not have them.
     m_port.setDataTerminalReady(true);

@@ -16,7 +16,7 @@ ThreadError::ThreadError()
 QString ThreadError::sentence()
 {
     return QCoreApplication::translate("ThreadStart",
-                                       "The computer cannot start another thread; end other programs and try again.");
+                                       "The computer cannot start another thread; close other programs and try again.");
 }
 
 std::thread startThread(std::function<void()> body)

@@ -41,13 +41,13 @@ void checkMultiplier(const DdsClock &clock)
     QString possible;
     switch (clock.chip) {
     case DdsChip::Ad9850:
-        possible = ClockTexts::tr("an AD9850 has no multiplier, so it must be 1");
+        possible = ClockTexts::tr("the AD9850 has no multiplier; the value must be 1");
         break;
     case DdsChip::Ad9851:
-        possible = ClockTexts::tr("an AD9851 multiplies by 6 or not at all, so it must be 6 or 1");
+        possible = ClockTexts::tr("for an AD9851, the value must be 1 or 6");
         break;
     case DdsChip::Ad9951:
-        possible = ClockTexts::tr("an AD9951 multiplies by 4 to 20 or not at all, so it must be 4 to 20 or 1");
+        possible = ClockTexts::tr("for an AD9951, the value must be 1 or 4 to 20");
         break;
     }
     if (clock.chip == DdsChip::Ad9850 || effectiveMultiplier(clock) != clock.multiplier)

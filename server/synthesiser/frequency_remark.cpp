@@ -24,12 +24,11 @@ QString remarkOnFrequency(std::int64_t hertz, double offsetHz, const DdsClock &c
 {
     try {
         if (tuningWord(hertz, offsetHz, systemClockHz(clock)) > kHalfClockWord)
-            return FrequencyTexts::tr("%1 Hz is above half the clock of the generator: its image comes out.")
-                .arg(hertz);
+            return FrequencyTexts::tr("%1 Hz is above half the generator's clock: the output is its image.").arg(hertz);
         const double highest = usefulMaximumHz(clock);
         if (static_cast<double>(hertz) + offsetHz <= highest)
             return {};
-        return FrequencyTexts::tr("%1 Hz is above the useful maximum of the generator, %2 Hz.")
+        return FrequencyTexts::tr("%1 Hz is above the generator's useful maximum of %2 Hz.")
             .arg(hertz)
             .arg(std::llround(highest));
     } catch (const FrequencyError &) {

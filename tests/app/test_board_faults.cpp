@@ -96,7 +96,7 @@ void TestBoardFaults::failureEndsTheSweep_data()
     QTest::addColumn<int>("sweeps");
     QTest::addColumn<int>("counted");
     QTest::addColumn<QString>("logged");
-    const auto late = QStringLiteral("3 The board delivers no good sweep any more; the sweep ends.");
+    const auto late = QStringLiteral("3 The board no longer delivers valid sweeps; the sweep ends.");
     const auto failed = QStringLiteral("3 The MiniVNA failed to deliver three sweeps in a row; the sweep ends.");
     // The server delivers a frame only when the next one begins.
     QTest::newRow("PIC, silence") << int{kInterfacePic} << "silence" << 1 << 0 << late;
@@ -155,7 +155,7 @@ void TestBoardFaults::lostPortComesBack_data()
     QTest::addColumn<int>("interfaceType");
     QTest::addColumn<QString>("told");
     QTest::newRow("PIC") << int{kInterfacePic} << QStringLiteral("2 The connection to /dev/pts/");
-    QTest::newRow("parallel port") << int{kInterfaceLpt} << QStringLiteral("2 The parallel port is gone.");
+    QTest::newRow("parallel port") << int{kInterfaceLpt} << QStringLiteral("2 The parallel port has disappeared.");
     QTest::newRow("MiniVNA") << int{kInterfaceVna} << QStringLiteral("2 The connection to /dev/pts/");
 }
 
@@ -188,10 +188,10 @@ void TestBoardFaults::refusingBoard_data()
     QTest::addColumn<QString>("logged");
     QTest::addColumn<QString>("box");
     QTest::newRow("PIC") << int{kInterfacePic} << "Verify the serial interface."
-                         << "3 The board does not start the sweep." << QString();
+                         << "3 The board did not start the sweep." << QString();
     QTest::newRow("parallel port") << int{kInterfaceLpt} << "Please verify 'SetUp/Configuration/Ports'."
                                    << "2 The parallel port is not open."
-                                   << "has been told to refuse.";
+                                   << "is set to refuse.";
     QTest::newRow("MiniVNA") << int{kInterfaceVna} << QString()
                              << "3 The MiniVNA failed to deliver three sweeps in a row; the sweep ends." << QString();
 }

@@ -399,7 +399,7 @@ void TestBoardsByThePage::aParallelPortThatGoesIsTold()
     QVERIFY(scene.sweeps());
     board.setFault("gone");
     QTRY_VERIFY(scene.isIdle());
-    QCOMPARE(scene.boxesWith(QStringLiteral("The parallel port /dev/parport0 is gone.")), 1);
+    QCOMPARE(scene.boxesWith(QStringLiteral("The parallel port /dev/parport0 has disappeared.")), 1);
     QCOMPARE(scene.wrong, 0);
     QCOMPARE(test::rowsOf(*scene.table(), kInterfaceLpt), Rows::Right); // the last good sweep remains
     board.setFault({});
@@ -450,14 +450,13 @@ void TestBoardsByThePage::settingsThatCannotWork_data()
     QTest::addColumn<QString>("sentence");
     QTest::newRow("AD9850 with a multiplier")
         << QByteArray("DDS Multiplier=1") << QByteArray("DDS Multiplier=6")
-        << QStringLiteral("[Config] DDS Multiplier=6: an AD9850 has no multiplier, so it must be 1.");
+        << QStringLiteral("[Config] DDS Multiplier=6: the AD9850 has no multiplier; the value must be 1.");
     QTest::newRow("AD9851 with another one")
         << QByteArray("DDS Device=AD9850\r\nDDS Multiplier=1") << QByteArray("DDS Device=AD9851\r\nDDS Multiplier=4")
-        << QStringLiteral("[Config] DDS Multiplier=4: an AD9851 multiplies by 6 or not at all, so it must be 6 or 1.");
+        << QStringLiteral("[Config] DDS Multiplier=4: for an AD9851, the value must be 1 or 6.");
     QTest::newRow("AD9951 with another one")
         << QByteArray("DDS Device=AD9850\r\nDDS Multiplier=1") << QByteArray("DDS Device=AD9951\r\nDDS Multiplier=30")
-        << QStringLiteral("[Config] DDS Multiplier=30: an AD9951 multiplies by 4 to 20 or not at all, so it must be 4 "
-                          "to 20 or 1.");
+        << QStringLiteral("[Config] DDS Multiplier=30: for an AD9951, the value must be 1 or 4 to 20.");
 }
 
 // Reported at the start and at every sweep; no tuning word is loaded.
@@ -510,8 +509,8 @@ void TestBoardsByThePage::aFrozenServerIsTold()
     QCOMPARE(::kill(static_cast<pid_t>(scene.serverPid()), SIGSTOP), 0);
     QElapsedTimer clock;
     clock.start();
-    QTRY_COMPARE_WITH_TIMEOUT(scene.boxesWith(QStringLiteral("The acquisition server did not answer and was ended.")),
-                              1, 5'000);
+    QTRY_COMPARE_WITH_TIMEOUT(
+        scene.boxesWith(QStringLiteral("The acquisition server did not answer and was terminated.")), 1, 5'000);
     qInfo("told after %lld ms", clock.elapsed());
     QTRY_VERIFY(scene.isIdle());
     QVERIFY(scene.sweeps()); // with a new server
@@ -526,8 +525,8 @@ void TestBoardsByThePage::anAccessThatHangsIsTold()
     QElapsedTimer clock;
     clock.start();
     board.setFault("hang 60000");
-    QTRY_COMPARE_WITH_TIMEOUT(scene.boxesWith(QStringLiteral("The acquisition server did not answer and was ended.")),
-                              1, 5'000);
+    QTRY_COMPARE_WITH_TIMEOUT(
+        scene.boxesWith(QStringLiteral("The acquisition server did not answer and was terminated.")), 1, 5'000);
     qInfo("told after %lld ms", clock.elapsed());
     QTRY_VERIFY(scene.isIdle());
     board.setFault({});

@@ -145,7 +145,7 @@ void TestErrorBoxes::theDetectorLosesItsPort()
         test::nothingHappensFor(400);
     });
     QCOMPARE(scene.serverPid(), 0);
-    QCOMPARE(textsOf(scene), QStringList{QStringLiteral("The parallel port is gone.")});
+    QCOMPARE(textsOf(scene), QStringList{QStringLiteral("The parallel port has disappeared.")});
 }
 
 void TestErrorBoxes::theGeneratorLosesItsPort()

@@ -15,7 +15,7 @@ using calvorn::test::Scene;
 namespace {
 
 constexpr int kOperationMs = 2'000;
-const auto kEnds = QStringLiteral("The board delivers no good sweep any more; the sweep ends.");
+const auto kEnds = QStringLiteral("The board no longer delivers valid sweeps; the sweep ends.");
 
 // The window with a board that is first set to these faults.
 struct PicScene

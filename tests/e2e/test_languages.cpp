@@ -50,11 +50,11 @@ void TestLanguages::theWindowSpeaksTheLanguageOfTheDesktop()
 void TestLanguages::theToolAndItsServerSpeakItToo_data()
 {
     // First the server's sentence, then that of calvorn-sweep.
-    const QString english = QStringLiteral("The simulated parallel port has been told to refuse.\n"
+    const QString english = QStringLiteral("The simulated parallel port is set to refuse.\n"
                                            "calvorn-sweep: The parallel port 0x000 could not be opened.");
-    const QString italian = QStringLiteral("Alla porta parallela simulata è stato detto di rifiutare.\n"
+    const QString italian = QStringLiteral("La porta parallela simulata è impostata per rifiutare.\n"
                                            "calvorn-sweep: Non è stato possibile aprire la porta parallela 0x000.");
-    const QString german = QStringLiteral("Der simulierte Parallelport soll laut Einstellung ablehnen.\n"
+    const QString german = QStringLiteral("Der simulierte Parallelport ist auf Ablehnen eingestellt.\n"
                                           "calvorn-sweep: Nicht zu öffnen: Parallelport 0x000.");
     QTest::addColumn<QString>("all");       // LC_ALL
     QTest::addColumn<QString>("languages"); // LANGUAGE

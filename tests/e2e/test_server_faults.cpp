@@ -60,9 +60,9 @@ void TestServerFaults::noServerThere_data()
     QTest::addColumn<QByteArray>("script");
     QTest::addColumn<QString>("reason");
     QTest::newRow("ends at once") << QByteArray("exit 1\n") << QStringLiteral("CalvornAsync could not be started (");
-    QTest::newRow("has no folder") << QByteArray("echo '! no socket can be made in /x: why'\nexit 1\n")
+    QTest::newRow("has no folder") << QByteArray("echo '! cannot create a socket in /x: why'\nexit 1\n")
                                    << QStringLiteral(
-                                          "CalvornAsync could not be started (no socket can be made in /x: why)");
+                                          "CalvornAsync could not be started (cannot create a socket in /x: why)");
     QTest::newRow("talks nonsense") << QByteArray("echo nonsense\nexec cat >/dev/null\n")
                                     << QStringLiteral("no connection to it (");
 }
@@ -123,7 +123,7 @@ void TestServerFaults::aFloodEndsWithItsServer_data()
     QTest::addColumn<QByteArray>("interface");
     QTest::addColumn<QString>("event");
     QTest::addColumn<QString>("told");
-    const QString flood = QStringLiteral("The acquisition server sent events without end and was ended.");
+    const QString flood = QStringLiteral("The acquisition server sent an endless stream of events and was terminated.");
     const auto row = [](const QByteArray &interface, const char *event, const QString &told) {
         QTest::addRow("%s, %s", event, interface.constData()) << interface << QString::fromLatin1(event) << told;
     };
@@ -133,7 +133,7 @@ void TestServerFaults::aFloodEndsWithItsServer_data()
             // answers.
             row(interface, event,
                 qstrcmp(interface, "2") == 0 && qstrcmp(event, "aComplete") == 0
-                    ? QStringLiteral("it did not answer in time and was ended")
+                    ? QStringLiteral("it did not answer in time and was terminated")
                     : flood);
 }
 

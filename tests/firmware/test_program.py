@@ -106,7 +106,7 @@ class Faults(host.HostCase):
                     self.c.write("INIT:CONT ON")
                     self.c.wait_for("SWE:COUN?", lambda answer: int(answer) >= 3)
                 self.chip.ask(f"reset {kind}")
-                self.ends_with("The board delivers no good sweep any more")
+                self.ends_with("The board no longer delivers valid sweeps")
                 self.works()
 
     def test_reset_between_sweeps(self):

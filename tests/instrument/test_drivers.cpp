@@ -187,7 +187,7 @@ private slots:
         QTRY_COMPARE(bench.errors.count(), 1);
         QCOMPARE(bench.errors.first().at(0).toInt(), 100);
         QVERIFY(bench.errors.first().at(1).toString().startsWith(
-            QStringLiteral("The acquisition server did not answer and was ended.")));
+            QStringLiteral("The acquisition server did not answer and was terminated.")));
         QTRY_COMPARE(bench.completed.count(), 1);
         QVERIFY(!bench.server.isConnected());
     }

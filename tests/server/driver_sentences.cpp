@@ -72,10 +72,9 @@ const QList<Fault> kFaults = {
     {"", 6, "Unknown auxiliary output: 3", [](Drivers &d) { d.lpt.SetAux(1, 3); }},
     {"", 4, "The parallel port is not open.", [](Drivers &d) { d.lpt.ReadDetector(); }},
     {"", 2, "The parallel port is not open.", [](Drivers &d) { d.lpt.RunSweep(); }},
-    {"[Simulator]\nFault=refuse\n", 4, "The simulated parallel port has been told to refuse.",
+    {"[Simulator]\nFault=refuse\n", 4, "The simulated parallel port is set to refuse.",
      [](Drivers &d) { d.lpt.OpenPort(0); }},
-    {"[Simulator]\nFault=refuse\n", 2,
-     "The parallel port is not open. The simulated parallel port has been told to refuse.",
+    {"[Simulator]\nFault=refuse\n", 2, "The parallel port is not open. The simulated parallel port is set to refuse.",
      [](Drivers &d) {
          d.lpt.OpenPort(0);
          d.lpt.RunSweep();
@@ -89,28 +88,28 @@ const QList<Fault> kFaults = {
          d.lpt.SetXtalFrequency(0.0);
          d.lpt.SetFrequency(1);
      }},
-    {"", 4, "41000000 Hz is above half the clock of the generator: its image comes out.",
+    {"", 4, "41000000 Hz is above half the generator's clock: the output is its image.",
      [](Drivers &d) { d.lpt.SetFrequency(41'000'000); }},
-    {"", 4, "30000000 Hz is above the useful maximum of the generator, 26000000 Hz.",
+    {"", 4, "30000000 Hz is above the generator's useful maximum of 26000000 Hz.",
      [](Drivers &d) { d.lpt.SetFrequency(30'000'000); }},
     {"", 2, "The serial port is not open.", [](Drivers &d) { d.pic.RunSweep(); }},
     {"", 2, "The serial port is not open.", [](Drivers &d) { d.vna.RunSweep(); }},
     {"", 2, "There is no serial port COM77.", [](Drivers &d) { d.pic.OpenPort(77, kLine); }},
     {"", 2, "\"fast\" does not describe a serial line; it should look like 115200,N,8,1.",
      [](Drivers &d) { d.vna.OpenPort(100, "fast"); }},
-    {"", 6, "The board has no command \"Z\".", [](Drivers &d) { d.pic.SendFrequency("Z", 1); }},
+    {"", 6, "The board does not know the command \"Z\".", [](Drivers &d) { d.pic.SendFrequency("Z", 1); }},
     {"[Simulator]\nPace=none\nChip=AD9851\nClock=180000000\n", 4,
-     "The board has an AD9851 with a clock of 180000000 Hz; the settings say AD9850, 80000000 Hz.",
+     "The board has an AD9851 with a clock of 180000000 Hz; the settings specify AD9850, 80000000 Hz.",
      [](Drivers &d) {
          d.pic.OpenPort(100, kLine);
          d.pic.SendFrequency("A", 7'000'000);
      }},
-    {"[Simulator]\nPace=none\n[Serial Port]\nSettling=5\n", 6, "The board cannot let the detector settle for 5 µs.",
+    {"[Simulator]\nPace=none\n[Serial Port]\nSettling=5\n", 6, "The board does not support a settling time of 5 µs.",
      [](Drivers &d) {
          d.pic.OpenPort(100, kLine);
          d.pic.PrepareSweep(1'000'000, 1'000);
      }},
-    {"[Simulator]\nPace=none\n", 3, "The board does not start the sweep.",
+    {"[Simulator]\nPace=none\n", 3, "The board did not start the sweep.",
      [](Drivers &d) {
          d.pic.OpenPort(100, kLine);
          d.pic.RunSweep(); // without a plan
@@ -118,7 +117,7 @@ const QList<Fault> kFaults = {
     {"", 6, "Unknown measurement mode: 4", [](Drivers &d) { d.vna.SetMode(4); }},
     {"", 6, "A sweep has 400 samples, not 100.", [](Drivers &d) { d.vna.PrepareSweep(1'000'000, 1'000, 100); }},
     {"[Simulator]\nPace=none\nClock=400000000\n", 4,
-     "The MiniVNA is made for 0.1 to 180 MHz; the frequency is set as asked for.",
+     "The MiniVNA is designed for 0.1 to 180 MHz; the frequency is set as requested.",
      [](Drivers &d) {
          d.vna.OpenPort(100, kLine);
          d.vna.SetFrequency(181'000'000);

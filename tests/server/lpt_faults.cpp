@@ -58,12 +58,11 @@ void LptFaultsTest::refusedPortStaysClosed()
     QVERIFY(!bench.driver.OpenPort(0));
     QCOMPARE(bench.errors.count(), 1);
     QCOMPARE(bench.errorCode(0), 4);
-    QCOMPARE(bench.errors.at(0).at(1).toString(),
-             QStringLiteral("The simulated parallel port has been told to refuse."));
+    QCOMPARE(bench.errors.at(0).at(1).toString(), QStringLiteral("The simulated parallel port is set to refuse."));
     bench.driver.RunSweep();
     QCOMPARE(bench.errorCode(1), 2);
     QCOMPARE(bench.errors.at(1).at(1).toString(),
-             QStringLiteral("The parallel port is not open. The simulated parallel port has been told to refuse."));
+             QStringLiteral("The parallel port is not open. The simulated parallel port is set to refuse."));
     QCOMPARE(bench.completes.count(), 1);
     bench.settings.fault = SimulatorFault::None;
     QVERIFY(bench.driver.OpenPort(0));
@@ -108,7 +107,7 @@ void LptFaultsTest::unpluggedInMidSweep()
     QCOMPARE(bench.vectors.count(), 1); // the second sweep was incomplete
     QCOMPARE(bench.errors.count(), 1);
     QCOMPARE(bench.errorCode(0), 2);
-    QCOMPARE(bench.errors.at(0).at(1).toString(), QStringLiteral("The parallel port is gone."));
+    QCOMPARE(bench.errors.at(0).at(1).toString(), QStringLiteral("The parallel port has disappeared."));
     bench.driver.SetFrequency(1'000'000); // the program does this at the end of a sweep
     bench.driver.SetAux(5, 1);
     test::nothingHappensFor(50);
@@ -116,12 +115,12 @@ void LptFaultsTest::unpluggedInMidSweep()
     QCOMPARE(bench.errors.count(), 1);
 
     bench.settings.fault = SimulatorFault::Refuse; // still unplugged
-    QTest::ignoreMessage(QtWarningMsg, "The simulated parallel port has been told to refuse.");
+    QTest::ignoreMessage(QtWarningMsg, "The simulated parallel port is set to refuse.");
     bench.driver.RunSweep();
     QCOMPARE(bench.completes.count(), 2);
     QCOMPARE(bench.errorCode(1), 2);
     QCOMPARE(bench.errors.at(1).at(1).toString(),
-             QStringLiteral("The parallel port is not open. The simulated parallel port has been told to refuse."));
+             QStringLiteral("The parallel port is not open. The simulated parallel port is set to refuse."));
 
     bench.settings.fault = SimulatorFault::None; // plugged in again
     bench.driver.PrepareSweep(5'000'000, 1'000);
@@ -242,7 +241,7 @@ void LptFaultsTest::imageIsMadeAndSaidOnce()
 {
     LptBench bench;
     QVERIFY(bench.driver.OpenPort(0));
-    const QString said = QStringLiteral("60000000 Hz is above half the clock of the generator: its image comes out.");
+    const QString said = QStringLiteral("60000000 Hz is above half the generator's clock: the output is its image.");
     QTest::ignoreMessage(QtInfoMsg, qPrintable(said));
     bench.driver.SetFrequency(60'000'000);
     QVERIFY(std::fabs(bench.board->dds().output().hertz - 20e6) < 0.01);
@@ -297,7 +296,7 @@ void LptFaultsTest::uselessFrequencyIsMadeAndSaidOnce()
     QVERIFY(bench.driver.OpenPort(0));
     bench.driver.SetFrequency(26'000'000);
     QCOMPARE(bench.errors.count(), 0);
-    const QString said = QStringLiteral("26000001 Hz is above the useful maximum of the generator, 26000000 Hz.");
+    const QString said = QStringLiteral("26000001 Hz is above the generator's useful maximum of 26000000 Hz.");
     QTest::ignoreMessage(QtInfoMsg, qPrintable(said));
     bench.driver.SetFrequency(26'000'001);
     QCOMPARE(bench.errors.count(), 1);
@@ -318,7 +317,7 @@ void LptFaultsTest::remarkDuringASweep()
     bench.driver.RunSweep();
     QTRY_VERIFY(!bench.vectors.isEmpty());
     QCOMPARE(bench.errors.count(), 0);
-    QTest::ignoreMessage(QtInfoMsg, "69900000 Hz is above half the clock of the generator: its image comes out.");
+    QTest::ignoreMessage(QtInfoMsg, "69900000 Hz is above half the generator's clock: the output is its image.");
     bench.driver.PrepareSweep(30'000'000, 100'000);
     bench.driver.PrepareSweep(31'000'000, 100'000);
     QCOMPARE(bench.errors.count(), 1);

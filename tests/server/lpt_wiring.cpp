@@ -170,7 +170,7 @@ void LptWiringTest::nonsense_data()
     QTest::newRow("misspelt") << "DdsClok"
                               << "D6"
                               << ""
-                              << "[LPT Wiring] DdsClok: there is no such line.";
+                              << "[LPT Wiring] DdsClok: unknown line.";
     QTest::newRow("only !") << "DdsClock"
                             << "!"
                             << ""
@@ -186,11 +186,11 @@ void LptWiringTest::nonsense_data()
     QTest::newRow("taken") << "AdcClock"
                            << "D0"
                            << ""
-                           << "[LPT Wiring] AdcClock: the pin is taken by DdsClock.";
+                           << "[LPT Wiring] AdcClock: the pin is already used by DdsClock.";
     QTest::newRow("taken input") << "I2cDataBack"
                                  << "!ACK"
                                  << ""
-                                 << "[LPT Wiring] I2cDataBack: the pin is taken by AdcOut.";
+                                 << "[LPT Wiring] I2cDataBack: the pin is already used by AdcOut.";
     QTest::newRow("needed") << "AdcSelect"
                             << "none"
                             << ""
@@ -198,15 +198,15 @@ void LptWiringTest::nonsense_data()
     QTest::newRow("load") << "Load"
                           << "word"
                           << "word"
-                          << "[LPT Wiring] Load: \"word\" is neither serial nor byte.";
+                          << "[LPT Wiring] Load: must be \"serial\" or \"byte\", not \"word\".";
     QTest::newRow("bus") << "AdcSelect"
                          << "D3"
                          << "byte"
-                         << "[LPT Wiring] AdcSelect: D0 to D7 carry the bytes for the generator.";
+                         << "[LPT Wiring] AdcSelect: D0 to D7 are used for the generator's bytes.";
     QTest::newRow("bus, taken") << "AuxClock"
                                 << "D0"
                                 << "byte"
-                                << "[LPT Wiring] AuxClock: the pin is taken by AdcClock.";
+                                << "[LPT Wiring] AuxClock: the pin is already used by AdcClock.";
 }
 
 void LptWiringTest::nonsense()

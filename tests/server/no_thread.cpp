@@ -19,7 +19,8 @@ using namespace calvorn;
 namespace {
 
 const QString kLine = QStringLiteral("115200,N,8,1");
-const QString kNoThread = QStringLiteral("The computer cannot start another thread; end other programs and try again.");
+const QString kNoThread =
+    QStringLiteral("The computer cannot start another thread; close other programs and try again.");
 
 // While an instance exists, the default stack of a new thread exceeds the address space, so no thread can start.
 class NoThreads

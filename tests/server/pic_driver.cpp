@@ -212,14 +212,14 @@ void PicDriverOnBoard::imageAndUselessFrequencies()
     QVERIFY(bench.driver.OpenPort(kPort, kLine));
     QVERIFY(bench.driver.SendFrequency("A", 40'000'000));
     QCOMPARE(bench.errors.size(), 0);
-    const QString useless = QStringLiteral("40000001 Hz is above the useful maximum of the generator, 40000000 Hz.");
+    const QString useless = QStringLiteral("40000001 Hz is above the generator's useful maximum of 40000000 Hz.");
     QTest::ignoreMessage(QtInfoMsg, qPrintable(useless));
     QVERIFY(bench.driver.SendFrequency("A", 40'000'001));
     QVERIFY(bench.driver.SendFrequency("A", 100'000'000));
     QCOMPARE(bench.errorsWith(code::kNoAction), 1);
     QCOMPARE(bench.errors.at(0).at(1).toString(), useless);
 
-    QTest::ignoreMessage(QtInfoMsg, "116019900 Hz is above half the clock of the generator: its image comes out.");
+    QTest::ignoreMessage(QtInfoMsg, "116019900 Hz is above half the generator's clock: the output is its image.");
     QVERIFY(bench.start(115'980'000, 100));
     QTRY_VERIFY(bench.vectors.size() >= 3);
     for (const auto &vector : bench.vectors)
@@ -408,7 +408,7 @@ void PicDriverOnBoard::aStaleBoardShowsNothing()
     QVERIFY(bench.errorsWith(code::kTransfer) >= 3);
     QCOMPARE(bench.errorsWith(code::kBoard), 1);
     QCOMPARE(bench.errors.last().at(1).toString(),
-             QStringLiteral("The board delivers no good sweep any more; the sweep ends."));
+             QStringLiteral("The board no longer delivers valid sweeps; the sweep ends."));
 }
 
 // With 5 ms for each of 400 points, the board is silent for longer than the driver allows at the default settling time.

@@ -207,7 +207,7 @@ void PicLine::noAnswerToTheFirstCommand()
     QCOMPARE(bench.errors.at(0).at(1).toString(), QStringLiteral("The board does not answer."));
     bench.driver.RunSweep();
     QCOMPARE(bench.completes.size(), 1);
-    QCOMPARE(bench.errors.last().at(1).toString(), QStringLiteral("The board does not start the sweep."));
+    QCOMPARE(bench.errors.last().at(1).toString(), QStringLiteral("The board did not start the sweep."));
 }
 
 // An answer later than 0.5 s must not be taken for the answer to another command.
@@ -271,7 +271,7 @@ void PicLine::whoTheBoardIs_data()
 {
     QTest::addColumn<QByteArray>("answer");
     QTest::addColumn<QString>("remark");
-    const QString nobody = QStringLiteral("The board does not say who it is: \"%1\".");
+    const QString nobody = QStringLiteral("The board did not identify itself: \"%1\".");
     QTest::newRow("as usual") << QByteArray("?+CALVORN-PIC 1.0 AD9850 80000000 50\r") << QString();
     QTest::newRow("refused") << QByteArray("?-\r") << QString();
     QTest::newRow("a trimmed crystal") << QByteArray("?+X 1 ad9850 80001600 10000\r") << QString();
@@ -283,14 +283,15 @@ void PicLine::whoTheBoardIs_data()
                              << nobody.arg(QStringLiteral("X 1 AD9850 1 10001"));
     QTest::newRow("another chip")
         << QByteArray("?+X 1 AD9851 80000000 50\r")
-        << QStringLiteral("The board has an AD9851 with a clock of 80000000 Hz; the settings say AD9850, 80000000 Hz.");
+        << QStringLiteral(
+               "The board has an AD9851 with a clock of 80000000 Hz; the settings specify AD9850, 80000000 Hz.");
     QTest::newRow("a chip called %2")
         << QByteArray("?+X 1 %2 80000000 50\r")
-        << QStringLiteral("The board has an %2 with a clock of 80000000 Hz; the settings say AD9850, 80000000 Hz.");
+        << QStringLiteral("The board has an %2 with a clock of 80000000 Hz; the settings specify AD9850, 80000000 Hz.");
     QTest::newRow("another clock")
         << QByteArray("?+X 1 AD9850 125000000 50\r")
         << QStringLiteral(
-               "The board has an AD9850 with a clock of 125000000 Hz; the settings say AD9850, 80000000 Hz.");
+               "The board has an AD9850 with a clock of 125000000 Hz; the settings specify AD9850, 80000000 Hz.");
 }
 
 void PicLine::whoTheBoardIs()
@@ -354,7 +355,7 @@ void PicLine::refusedTimeToSettle()
     QCOMPARE(bench.errors.size(), 1);
     QCOMPARE(bench.errors.at(0).at(0).toInt(), code::kSetting);
     QCOMPARE(bench.errors.at(0).at(1).toString(),
-             QStringLiteral("The board cannot let the detector settle for 20000 µs."));
+             QStringLiteral("The board does not support a settling time of 20000 µs."));
 }
 
 void PicLine::everyOperationEnds_data()

@@ -233,22 +233,22 @@ void PpdevPortTest::failures_data()
     const auto row = [](const char *name, unsigned long request, int error, const char *words) {
         QTest::newRow(name) << static_cast<qulonglong>(request) << error << QString::fromLatin1(words);
     };
-    row("open ENOENT", kOpen, ENOENT, "/parport11 does not exist: an administrator has to run \"modprobe ppdev\".");
-    row("open EACCES", kOpen, EACCES, "add you to the group \"lp\", and you have to log in again.");
-    row("open EPERM", kOpen, EPERM, "add you to the group \"lp\", and you have to log in again.");
-    row("open ENXIO", kOpen, ENXIO, "/parport11 is gone.");
-    row("open ENODEV", kOpen, ENODEV, "/parport11 is gone.");
+    row("open ENOENT", kOpen, ENOENT, "/parport11 does not exist: an administrator must run \"modprobe ppdev\".");
+    row("open EACCES", kOpen, EACCES, "add you to the group \"lp\"; then log in again.");
+    row("open EPERM", kOpen, EPERM, "add you to the group \"lp\"; then log in again.");
+    row("open ENXIO", kOpen, ENXIO, "/parport11 has disappeared.");
+    row("open ENODEV", kOpen, ENODEV, "/parport11 has disappeared.");
     row("open EMFILE", kOpen, EMFILE, "/parport11 cannot be opened: Too many open files.");
-    row("modes ENODEV", PPGETMODES, ENODEV, "/parport11 is gone.");
+    row("modes ENODEV", PPGETMODES, ENODEV, "/parport11 has disappeared.");
     row("modes ENOTTY", PPGETMODES, ENOTTY, "/parport11 is not a parallel port: Inappropriate ioctl for device.");
     row("exclusive EINVAL", PPEXCL, EINVAL, "/parport11 cannot be used: Invalid argument.");
-    row("claim ENXIO", PPCLAIM, ENXIO, "/parport11 is gone.");
+    row("claim ENXIO", PPCLAIM, ENXIO, "/parport11 has disappeared.");
     row("claim EINVAL", PPCLAIM, EINVAL, "/parport11 cannot be used: Invalid argument.");
     row("claim ENOMEM", PPCLAIM, ENOMEM, "/parport11 cannot be used: Cannot allocate memory.");
     row("claim EINTR", PPCLAIM, EINTR, "/parport11 is in use by another program.");
     row("claim EBUSY", PPCLAIM, EBUSY, "/parport11 is in use by another program.");
     row("claim EAGAIN", PPCLAIM, EAGAIN, "/parport11 is in use by another program.");
-    row("direction EIO", PPDATADIR, EIO, "cannot be made outputs: Input/output error.");
+    row("direction EIO", PPDATADIR, EIO, "cannot be used as outputs: Input/output error.");
 }
 
 void PpdevPortTest::failures()
@@ -265,7 +265,7 @@ void PpdevPortTest::failures()
 void PpdevPortTest::noDriver()
 {
     QVERIFY(QDir(m_places.ports).removeRecursively());
-    QCOMPARE(sentence(), QStringLiteral("No driver for parallel ports is loaded: an administrator has to run "
+    QCOMPARE(sentence(), QStringLiteral("No parallel-port driver is loaded: an administrator must run "
                                         "\"modprobe -a parport_pc ppdev\"."));
     QVERIFY(m_system.paths.isEmpty());
 }
@@ -277,8 +277,9 @@ void PpdevPortTest::noSuchAddress()
                                              "has: 632 (0x278), 888 (0x378)."));
     QVERIFY(QDir(m_places.ports).removeRecursively());
     addPort(0, "rubbish");
-    QCOMPARE(sentence(0x3BC), QStringLiteral("There is no parallel port at the address 956 (0x3BC). This computer "
-                                             "has none that the driver has found."));
+    QCOMPARE(sentence(0x3BC),
+             QStringLiteral(
+                 "There is no parallel port at the address 956 (0x3BC). The driver has found none in this computer."));
     QVERIFY(m_system.paths.isEmpty());
 }
 
@@ -297,7 +298,7 @@ void PpdevPortTest::usbPrinterIsNamed()
 void PpdevPortTest::modesAreChecked()
 {
     m_system.modes = PARPORT_MODE_EPP;
-    QVERIFY(sentence().endsWith(QStringLiteral("does not let its lines be set one by one.")));
+    QVERIFY(sentence().endsWith(QStringLiteral("does not support setting its lines individually.")));
     QVERIFY(m_system.descriptors.empty());
 }
 
@@ -308,7 +309,7 @@ void PpdevPortTest::printerDriverIsNamed()
     for (const int error : {ENXIO, EINTR}) {
         m_system.failures[PPCLAIM] = {error};
         QVERIFY(sentence().endsWith(QStringLiteral("is in use by the printer driver (lp): stop the printer service, or "
-                                                   "an administrator has to run \"rmmod lp\".")));
+                                                   "ask an administrator to run \"rmmod lp\".")));
         QVERIFY(m_system.descriptors.empty());
     }
 }
@@ -325,9 +326,9 @@ void PpdevPortTest::lostPort_data()
 {
     QTest::addColumn<int>("error");
     QTest::addColumn<QString>("words");
-    QTest::newRow("ENODEV") << ENODEV << "/parport11 is gone.";
-    QTest::newRow("ENXIO") << ENXIO << "/parport11 is gone.";
-    QTest::newRow("EIO") << EIO << "/parport11 is gone.";
+    QTest::newRow("ENODEV") << ENODEV << "/parport11 has disappeared.";
+    QTest::newRow("ENXIO") << ENXIO << "/parport11 has disappeared.";
+    QTest::newRow("EIO") << EIO << "/parport11 has disappeared.";
     QTest::newRow("EINVAL") << EINVAL << "/parport11 refused an access: Invalid argument.";
 }
 

@@ -224,7 +224,7 @@ void SerialLinkTest::lineSettingsThatItCannotDo()
     LineSettings even;
     even.parity = LineParity::Even;
     QCOMPARE(failureOf(terminal.path, even),
-             QStringLiteral("The port %1 cannot do these line settings.").arg(terminal.path));
+             QStringLiteral("The port %1 does not support these line settings.").arg(terminal.path));
     QCOMPARE(failureOf(terminal.path), QString());
 }
 
@@ -238,8 +238,8 @@ void SerialLinkTest::everyFailureHasItsSentence()
     QCOMPARE(sentence(QSerialPort::DeviceNotFoundError, DeviceAccess::Absent),
              QStringLiteral("There is no device /dev/ttyUSB0; is the cable plugged in?"));
     QCOMPARE(sentence(QSerialPort::PermissionError, DeviceAccess::Forbidden),
-             QStringLiteral("There is no permission to use /dev/ttyUSB0; add the user to the group dialout and log in "
-                            "again."));
+             QStringLiteral(
+                 "You have no permission to use /dev/ttyUSB0; add your user to the group dialout and log in again."));
     QCOMPARE(sentence(QSerialPort::PermissionError, DeviceAccess::Allowed),
              QStringLiteral("The port /dev/ttyUSB0 is in use by another program."));
     QCOMPARE(sentence(QSerialPort::UnsupportedOperationError, DeviceAccess::Allowed),

@@ -479,7 +479,7 @@ void ServerProcessTest::aSystemWithoutAThread()
 #endif
     QVERIFY(server.readAddress());
     QCOMPARE(server.address,
-             QStringLiteral("! The computer cannot start another thread; end other programs and try again."));
+             QStringLiteral("! The computer cannot start another thread; close other programs and try again."));
     QVERIFY(server.process.waitForFinished(5'000));
     QCOMPARE(server.process.exitStatus(), QProcess::NormalExit);
     QCOMPARE(server.process.exitCode(), 1);

@@ -90,7 +90,7 @@ void TestToolOnPageBoards::aPortThatGoesLeavesNoFile()
     board.setFault("gone");
     QVERIFY(tool.process.state() == QProcess::NotRunning || tool.process.waitForFinished(20'000));
     QCOMPARE(tool.process.exitCode(), 3);
-    QVERIFY(tool.process.readAllStandardError().contains("The parallel port /dev/parport0 is gone."));
+    QVERIFY(tool.process.readAllStandardError().contains("The parallel port /dev/parport0 has disappeared."));
     QVERIFY(!QFile::exists(tool.inFolder("sweep.csv")));
 }
 
@@ -123,7 +123,7 @@ void TestToolOnPageBoards::aMultiplierThatCannotWork()
                   .replace("DDS Multiplier=1\r\nDDS Xtal freq=80000000", "DDS Multiplier=6\r\nDDS Xtal freq=80000000"));
     QCOMPARE(tool.run(kToFile), 4);
     QCOMPARE(tool.sentence(),
-             QStringLiteral("[Config] DDS Multiplier=6: an AD9850 has no multiplier, so it must be 1."));
+             QStringLiteral("[Config] DDS Multiplier=6: the AD9850 has no multiplier; the value must be 1."));
     QVERIFY(!QFile::exists(tool.inFolder("sweep.csv")));
     QVERIFY(board.events("word").isEmpty());
 }
