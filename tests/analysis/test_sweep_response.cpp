@@ -222,6 +222,9 @@ private slots:
         const QStringList lines = textPlot(frequencies, ratios, true);
         QCOMPARE(lines[0].indexOf(u'*'), 9 + 300 * 71 / 400);
         QCOMPARE(lines[0].count(u'*'), 1);
+        // A linear plot begins at 0: one half is in the middle of the 17 rows.
+        QCOMPARE(lines[8].count(u'*'), 36);
+        QVERIFY(!lines[16].contains(u'*'));
         std::fill(ratios.begin(), ratios.end(), Sweep::kNoNumber);
         stars = textPlot(frequencies, ratios, false).join(QString());
         QCOMPARE(stars.count(u'*'), 0);

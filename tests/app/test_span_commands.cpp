@@ -293,6 +293,12 @@ void TestSpanCommands::escapeCancelsADrag()
     QCOMPARE(bench.range(), QStringLiteral("1000000 5000000"));
     QVERIFY(!bench.updateTimer()->isActive());
     QCOMPARE(bench.row(GraphItem::M1), 51.0);
+    // A drag back to where it began selects nothing.
+    bench.press(101);
+    bench.move(301);
+    bench.release(101);
+    QVERIFY(!bench.isBandShown());
+    QCOMPARE(bench.range(), QStringLiteral("1000000 5000000"));
     // The next drag works normally.
     bench.drag(101, 301);
     QVERIFY2(std::abs(bench.configuration.startFreq - 2000000) < kPixelHz, qPrintable(bench.range()));

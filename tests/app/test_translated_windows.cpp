@@ -68,6 +68,9 @@ void checkDialog(const QWidget &dialog)
     Mnemonics mnemonics;
     mnemonics.addVisibleIn(dialog);
     QCOMPARE(mnemonics.clashes(), QString());
+    // The letter of a label leads to its box.
+    for (const QLabel *label : dialog.findChildren<const QLabel *>())
+        QVERIFY2(QKeySequence::mnemonic(label->text()).isEmpty() || label->buddy(), qPrintable(label->text()));
 }
 
 } // namespace

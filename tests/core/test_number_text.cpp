@@ -240,6 +240,10 @@ void TestNumberText::normalisesTheDecimalSeparator()
 
 void TestNumberText::plainSpacesGroupWhereSpacesDo()
 {
+    const NumberText english(QLocale(QLocale::English, QLocale::UnitedStates));
+    QVERIFY(english.isNumeric(u"12,345,678,901,234,567.5"));
+    QCOMPARE(english.toDouble(u"12,345,678,901,234,567.5"), 12345678901234568.0);
+    QVERIFY(!english.isNumeric(u"1 000"));
     const NumberText french(QLocale(QLocale::French, QLocale::France));
     QCOMPARE(french.toDouble(u"1 000 000"), 1e6);
     QCOMPARE(french.toDouble(u"1\u00A0000,5"), 1000.5);

@@ -61,6 +61,8 @@ private slots:
     void storedPositionsStay();
     void stepsOfAnOutput();
     void returnTakesTheEntryOnly();
+    void aTitleHasFortyCharacters();
+    void eachInterfaceIsShownAsChosen();
 };
 
 void TestSetUpEntries::clocks()
@@ -154,8 +156,15 @@ void TestSetUpEntries::theMultiplierOfTheAd9951()
     QCOMPARE(factor->maximum(), 20);
     bench.click("optMultiplier_1");
     QCOMPARE(bench.label("Label4"), QStringLiteral("80,000,000"));
-    factor->setFocus();
+    // The keyboard reaches the bar.
+    bench.find("optMultiplier_1")->setFocus();
+    QTest::keyClick(bench.find("optMultiplier_1"), Qt::Key_Tab);
+    QVERIFY(factor->hasFocus());
     QTest::keyClick(factor, Qt::Key_Right);
+    QCOMPARE(bench.label("Label4"), QStringLiteral("100,000,000"));
+    QTest::keyClick(factor, Qt::Key_PageUp);
+    QCOMPARE(bench.label("Label4"), QStringLiteral("180,000,000"));
+    QTest::keyClick(factor, Qt::Key_PageDown);
     QCOMPARE(bench.label("Label4"), QStringLiteral("100,000,000"));
     QTest::keyClick(factor, Qt::Key_End);
     QCOMPARE(bench.label("Label4"), QStringLiteral("400,000,000"));
@@ -379,6 +388,24 @@ void TestSetUpEntries::returnTakesTheEntryOnly()
     QCOMPARE(bench.desktop.beeps, 1);
     QCOMPARE(bench.desktop.boxes.size(), 0);
     QVERIFY(bench.dialog->isVisible());
+}
+
+void TestSetUpEntries::aTitleHasFortyCharacters()
+{
+    Bench bench("cmdAux");
+    bench.type("txtTitoloAux1", QString(50, u'x'));
+    QCOMPARE(bench.text("txtTitoloAux1"), QString(40, u'x'));
+}
+
+void TestSetUpEntries::eachInterfaceIsShownAsChosen()
+{
+    for (int interfaceType = 1; interfaceType <= 3; ++interfaceType) {
+        const Bench bench("cmdInterface", "[Config]\r\nInterface=" + QByteArray::number(interfaceType) + "\r\n");
+        for (int option = 1; option <= 3; ++option) {
+            const QByteArray name = "optInterface_" + QByteArray::number(option);
+            QCOMPARE(bench.isChecked(name.constData()), option == interfaceType);
+        }
+    }
 }
 
 QTEST_MAIN(TestSetUpEntries)

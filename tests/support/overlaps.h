@@ -7,30 +7,18 @@
 
 namespace calvorn::test {
 
-// Collects the visible widgets of a layout and of the layouts inside it.
-inline void collectPlaced(const QLayout &layout, QList<const QWidget *> &placed)
-{
-    for (int i = 0; i < layout.count(); ++i) {
-        QLayoutItem *item = layout.itemAt(i);
-        if (item->layout())
-            collectPlaced(*item->layout(), placed);
-        else if (item->widget() && item->widget()->isVisible())
-            placed.append(item->widget());
-    }
-}
-
-// Returns the visible widgets that lie on another one of the same layout, a pair of names per line; empty if none does.
+// Returns the visible widgets of a window that lie on another one beside them, a pair of names per line; empty if none
+// does. Only parents with a layout are looked at: others place their children by themselves.
 inline QString overlaps(const QWidget &window)
 {
     QStringList pairs;
     QList<const QWidget *> parents{&window};
-    for (const QWidget *child : window.findChildren<QWidget *>())
-        if (child->isVisible() && child->window() == window.window())
-            parents.append(child);
+    parents.append(window.findChildren<const QWidget *>());
     for (const QWidget *parent : parents) {
         QList<const QWidget *> placed;
-        if (parent->layout())
-            collectPlaced(*parent->layout(), placed);
+        for (const QWidget *child : parent->findChildren<const QWidget *>(Qt::FindDirectChildrenOnly))
+            if (parent->layout() && child->isVisible() && !child->isWindow())
+                placed.append(child);
         for (qsizetype i = 0; i < placed.size(); ++i)
             for (qsizetype k = i + 1; k < placed.size(); ++k)
                 if (placed[i]->geometry().intersects(placed[k]->geometry()))
