@@ -85,7 +85,7 @@ std::vector<DetectorLaw::Point> pointsOf(const Profile &profile, std::optional<s
 QString pointFault(const Profile &profile, std::size_t number)
 {
     const QString both = pointText(profile, number);
-    return both.isEmpty() ? DetectorSettingsTexts::tr("This point is missing, but later ones exist.")
+    return both.isEmpty() ? DetectorSettingsTexts::tr("This point is missing, but later points exist.")
                           : DetectorSettingsTexts::tr("\"%1\" is not \"volts;dBm\".").arg(both);
 }
 
@@ -112,8 +112,9 @@ QString faultOf(const DetectorLaw &law, const Profile &profile, const std::optio
         const bool isSlope = !DetectorLaw::isSlope(law.slope);
         const SettingKey &key = isSlope ? kDetectorSlope : kDetectorIntercept;
         return linearInstead(key.section, QString::fromLatin1(key.name),
-                             isSlope ? DetectorSettingsTexts::tr("\"%1\" is no slope.").arg(text(profile, key))
-                                     : DetectorSettingsTexts::tr("\"%1\" is no level.").arg(text(profile, key)));
+                             isSlope
+                                 ? DetectorSettingsTexts::tr("\"%1\" is not a valid slope.").arg(text(profile, key))
+                                 : DetectorSettingsTexts::tr("\"%1\" is not a valid level.").arg(text(profile, key)));
     }
     if (law.kind != DetectorLaw::Kind::Table)
         return {};
@@ -124,7 +125,7 @@ QString faultOf(const DetectorLaw &law, const Profile &profile, const std::optio
                              DetectorSettingsTexts::tr("A table needs at least two points."));
     if (const std::size_t turning = law.turningPoint(); turning > 0)
         return linearInstead(kDetectorSection, pointKey(turning),
-                             DetectorSettingsTexts::tr("The table goes neither up nor down all the way."));
+                             DetectorSettingsTexts::tr("The level must rise or fall steadily with the voltage."));
     return {};
 }
 
@@ -147,7 +148,7 @@ DetectorLaw readDetectorLaw(const Profile &profile, QStringList &faults)
     }
     const QString fault = isKnown ? faultOf(law, profile, badPoint)
                                   : linearInstead(kAdcLaw.section, QString::fromLatin1(kAdcLaw.name),
-                                                  DetectorSettingsTexts::tr("\"%1\" is no law.").arg(name));
+                                                  DetectorSettingsTexts::tr("\"%1\" is not a known law.").arg(name));
     if (!fault.isEmpty()) {
         faults.append(fault);
         law.kind = DetectorLaw::Kind::Linear;
@@ -188,7 +189,7 @@ void writeDetectorLaw(const DetectorLaw &law, const QString &settingsFile)
 {
     if (!writeProfileStrings(settingsFile, detectorLawEntries(law, Profile(settingsFile))))
         throw RuntimeError(RuntimeError::Kind::File,
-                           DetectorSettingsTexts::tr("the law could not be written into %1").arg(settingsFile));
+                           DetectorSettingsTexts::tr("the law could not be written to %1").arg(settingsFile));
 }
 
 } // namespace calvorn

@@ -51,7 +51,7 @@ QString CsvFields::next()
         take();
     if (peek() == kEnd)
         throw RuntimeError(RuntimeError::Kind::File,
-                           QCoreApplication::translate("CsvFields", "the text ends too early"));
+                           QCoreApplication::translate("CsvFields", "the file ends unexpectedly"));
     QByteArray field;
     const bool quoted = peek() == '"';
     if (quoted) {

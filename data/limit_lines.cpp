@@ -77,7 +77,7 @@ LimitPoint readPoint(const QByteArray &text, qsizetype line)
         refuse(line, QCoreApplication::translate("LimitLines", "three fields are needed: frequency, upper, lower"));
     const double frequency = readNumber(fields[0].trimmed(), line);
     if (frequency < 0.0)
-        refuse(line, QCoreApplication::translate("LimitLines", "the frequency is below zero"));
+        refuse(line, QCoreApplication::translate("LimitLines", "the frequency is negative"));
     return {frequency, readLimit(fields[1].trimmed(), line), readLimit(fields[2].trimmed(), line)};
 }
 
@@ -87,8 +87,8 @@ LimitUnit readHeading(const QByteArray &text)
         if (text.trimmed() == headingOf(unit))
             return unit;
     }
-    refuse(1, QCoreApplication::translate("LimitLines", "the file must begin with \"%1\", or the same with V or "
-                                                        "\"dB relative\" in place of dB")
+    refuse(1, QCoreApplication::translate(
+                  "LimitLines", "the first line must be \"%1\", or the same with V or \"dB relative\" instead of dB")
                   .arg(QString::fromLatin1(headingOf(LimitUnit::Decibel))));
 }
 
@@ -183,7 +183,7 @@ LimitLines readLimitLinesCsv(QIODevice &device)
     QByteArray text = device.read(kLargestFile + 1);
     if (text.size() > kLargestFile)
         throw RuntimeError(RuntimeError::Kind::File,
-                           QCoreApplication::translate("LimitLines", "this is too large for a file of limits"));
+                           QCoreApplication::translate("LimitLines", "the file is too large for a limit file"));
     if (text.startsWith("\xEF\xBB\xBF"))
         text.remove(0, 3);
     QList<QByteArray> lines = text.split('\n');

@@ -62,7 +62,7 @@ BoundedFile readBounded(const QString &path)
     if (file.error() != QFileDevice::NoError)
         return refused(file.errorString());
     if (fstat(descriptor, &after) != 0 || !isSame(before, after) || content.size() != after.st_size)
-        return refused(translated(QT_TRANSLATE_NOOP("BoundedFile", "it changed while it was read")));
+        return refused(translated(QT_TRANSLATE_NOOP("BoundedFile", "it changed while being read")));
     return {BoundedFile::State::Read, std::move(content), {}};
 }
 

@@ -142,12 +142,12 @@ QString Profile::doubt() const
     if (isRefused())
         return m_file.reason;
     if (m_file.state == BoundedFile::State::Missing)
-        return translated(QT_TRANSLATE_NOOP("Profile", "it is not there"));
+        return translated(QT_TRANSLATE_NOOP("Profile", "it does not exist"));
     if (m_isOddlyEncoded)
-        return translated(QT_TRANSLATE_NOOP("Profile", "it is no text in UTF-8"));
+        return translated(QT_TRANSLATE_NOOP("Profile", "it is not UTF-8 text"));
     if (m_isCarriageReturned)
-        return translated(QT_TRANSLATE_NOOP("Profile", "its lines end in a way that is not supported (CR alone)"));
-    return hasValues() ? QString() : translated(QT_TRANSLATE_NOOP("Profile", "it holds no settings"));
+        return translated(QT_TRANSLATE_NOOP("Profile", "its line endings are not supported (CR only)"));
+    return hasValues() ? QString() : translated(QT_TRANSLATE_NOOP("Profile", "it contains no settings"));
 }
 
 bool Profile::hasValues() const

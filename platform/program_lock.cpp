@@ -51,7 +51,7 @@ QString sentenceAbout(pid_t process)
         return {};
     const passwd *user = getpwuid(status.st_uid);
     const QString name = user ? QString::fromLocal8Bit(user->pw_name) : QString::number(status.st_uid);
-    return QCoreApplication::translate("ProgramLock", "It is process %1 of the user %2.").arg(process).arg(name);
+    return QCoreApplication::translate("ProgramLock", "It is process %1 of user %2.").arg(process).arg(name);
 }
 
 } // namespace

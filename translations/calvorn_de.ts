@@ -23,7 +23,7 @@
         <translation>sie ist größer als %1 MB</translation>
     </message>
     <message>
-        <source>it changed while it was read</source>
+        <source>it changed while being read</source>
         <translation>sie hat sich beim Lesen geändert</translation>
     </message>
 </context>
@@ -65,8 +65,8 @@
         <translation>ein Feld ist zu lang</translation>
     </message>
     <message>
-        <source>the text ends too early</source>
-        <translation>der Text endet zu früh</translation>
+        <source>the file ends unexpectedly</source>
+        <translation>die Datei endet unerwartet</translation>
     </message>
 </context>
 <context>
@@ -210,20 +210,20 @@
         <translation>drei Felder sind nötig: Frequenz, obere, untere Grenze</translation>
     </message>
     <message>
-        <source>the frequency is below zero</source>
+        <source>there are more than %1 points</source>
+        <translation>es sind mehr als %1 Punkte</translation>
+    </message>
+    <message>
+        <source>the frequency is negative</source>
         <translation>die Frequenz ist negativ</translation>
     </message>
     <message>
-        <source>the file must begin with &quot;%1&quot;, or the same with V or &quot;dB relative&quot; in place of dB</source>
-        <translation>die Datei muss mit &quot;%1&quot; beginnen oder mit V oder &quot;dB relative&quot; anstelle von dB</translation>
+        <source>the first line must be &quot;%1&quot;, or the same with V or &quot;dB relative&quot; instead of dB</source>
+        <translation>die erste Zeile muss &quot;%1&quot; lauten, oder mit V oder &quot;dB relative&quot; statt dB</translation>
     </message>
     <message>
-        <source>this is too large for a file of limits</source>
-        <translation>das ist zu groß für eine Datei mit Grenzwerten</translation>
-    </message>
-    <message>
-        <source>there are more than %1 points</source>
-        <translation>es sind mehr als %1 Punkte</translation>
+        <source>the file is too large for a limit file</source>
+        <translation>die Datei ist zu groß für eine Grenzwertdatei</translation>
     </message>
 </context>
 <context>
@@ -413,26 +413,26 @@
 <context>
     <name>Profile</name>
     <message>
-        <source>it is not there</source>
+        <source>it does not exist</source>
         <translation>es gibt sie nicht</translation>
     </message>
     <message>
-        <source>it is no text in UTF-8</source>
+        <source>it is not UTF-8 text</source>
         <translation>sie ist kein Text in UTF-8</translation>
     </message>
     <message>
-        <source>its lines end in a way that is not supported (CR alone)</source>
-        <translation>ihre Zeilen enden auf eine Art, die nicht unterstützt wird (nur CR)</translation>
+        <source>its line endings are not supported (CR only)</source>
+        <translation>ihre Zeilenenden werden nicht unterstützt (nur CR)</translation>
     </message>
     <message>
-        <source>it holds no settings</source>
+        <source>it contains no settings</source>
         <translation>sie enthält keine Einstellungen</translation>
     </message>
 </context>
 <context>
     <name>ProgramLock</name>
     <message>
-        <source>It is process %1 of the user %2.</source>
+        <source>It is process %1 of user %2.</source>
         <translation>Es ist der Prozess %1 des Benutzers %2.</translation>
     </message>
 </context>
@@ -666,14 +666,6 @@
         <translation>[%1] &quot;%2&quot;: %3 Es wird kein Port geöffnet.</translation>
     </message>
     <message>
-        <source>&quot;%1&quot; is no slope.</source>
-        <translation>„%1“ ist keine Steilheit.</translation>
-    </message>
-    <message>
-        <source>&quot;%1&quot; is no level.</source>
-        <translation>„%1“ ist kein Pegel.</translation>
-    </message>
-    <message>
         <source>&quot;%1&quot; is not &quot;volts;dBm&quot;.</source>
         <translation>„%1“ ist nicht „Volt;dBm“.</translation>
     </message>
@@ -682,24 +674,32 @@
         <translation>Eine Tabelle braucht mindestens zwei Punkte.</translation>
     </message>
     <message>
-        <source>The table goes neither up nor down all the way.</source>
-        <translation>Die Tabelle steigt oder fällt nicht durchgehend.</translation>
-    </message>
-    <message>
-        <source>&quot;%1&quot; is no law.</source>
-        <translation>„%1“ ist keine Kennlinie.</translation>
-    </message>
-    <message>
-        <source>the law could not be written into %1</source>
-        <translation>die Kennlinie konnte nicht in %1 geschrieben werden</translation>
-    </message>
-    <message>
         <source>[%1] &quot;%2&quot;: %3 The detector is treated as linear.</source>
         <translation>[%1] „%2“: %3 Der Detektor wird als linear behandelt.</translation>
     </message>
     <message>
-        <source>This point is missing, but later ones exist.</source>
-        <translation>Dieser Punkt fehlt, es gibt aber spätere.</translation>
+        <source>This point is missing, but later points exist.</source>
+        <translation>Dieser Punkt fehlt, aber spätere Punkte sind vorhanden.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a valid slope.</source>
+        <translation>„%1“ ist keine gültige Steilheit.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a valid level.</source>
+        <translation>„%1“ ist kein gültiger Pegel.</translation>
+    </message>
+    <message>
+        <source>The level must rise or fall steadily with the voltage.</source>
+        <translation>Der Pegel muss mit der Spannung durchgehend steigen oder fallen.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a known law.</source>
+        <translation>„%1“ ist keine bekannte Kennlinie.</translation>
+    </message>
+    <message>
+        <source>the law could not be written to %1</source>
+        <translation>die Kennlinie konnte nicht in %1 geschrieben werden</translation>
     </message>
 </context>
 <context>

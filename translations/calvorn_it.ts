@@ -23,7 +23,7 @@
         <translation>supera i %1 MB</translation>
     </message>
     <message>
-        <source>it changed while it was read</source>
+        <source>it changed while being read</source>
         <translation>è cambiato durante la lettura</translation>
     </message>
 </context>
@@ -65,8 +65,8 @@
         <translation>un campo è troppo lungo</translation>
     </message>
     <message>
-        <source>the text ends too early</source>
-        <translation>il testo finisce troppo presto</translation>
+        <source>the file ends unexpectedly</source>
+        <translation>il file finisce in modo inatteso</translation>
     </message>
 </context>
 <context>
@@ -210,20 +210,20 @@
         <translation>servono tre campi: frequenza, limite superiore, limite inferiore</translation>
     </message>
     <message>
-        <source>the frequency is below zero</source>
+        <source>there are more than %1 points</source>
+        <translation>ci sono più di %1 punti</translation>
+    </message>
+    <message>
+        <source>the frequency is negative</source>
         <translation>la frequenza è negativa</translation>
     </message>
     <message>
-        <source>the file must begin with &quot;%1&quot;, or the same with V or &quot;dB relative&quot; in place of dB</source>
-        <translation>il file deve cominciare con &quot;%1&quot;, oppure con V o &quot;dB relative&quot; al posto di dB</translation>
+        <source>the first line must be &quot;%1&quot;, or the same with V or &quot;dB relative&quot; instead of dB</source>
+        <translation>la prima riga deve essere &quot;%1&quot;, oppure con V o &quot;dB relative&quot; al posto di dB</translation>
     </message>
     <message>
-        <source>this is too large for a file of limits</source>
-        <translation>è troppo grande per un file di limiti</translation>
-    </message>
-    <message>
-        <source>there are more than %1 points</source>
-        <translation>ci sono più di %1 punti</translation>
+        <source>the file is too large for a limit file</source>
+        <translation>il file è troppo grande per un file di limiti</translation>
     </message>
 </context>
 <context>
@@ -413,26 +413,26 @@
 <context>
     <name>Profile</name>
     <message>
-        <source>it is not there</source>
+        <source>it does not exist</source>
         <translation>non esiste</translation>
     </message>
     <message>
-        <source>it is no text in UTF-8</source>
+        <source>it is not UTF-8 text</source>
         <translation>non è un testo in UTF-8</translation>
     </message>
     <message>
-        <source>its lines end in a way that is not supported (CR alone)</source>
-        <translation>le sue righe finiscono in un modo non previsto (solo CR)</translation>
+        <source>its line endings are not supported (CR only)</source>
+        <translation>i suoi fine riga non sono supportati (solo CR)</translation>
     </message>
     <message>
-        <source>it holds no settings</source>
+        <source>it contains no settings</source>
         <translation>non contiene impostazioni</translation>
     </message>
 </context>
 <context>
     <name>ProgramLock</name>
     <message>
-        <source>It is process %1 of the user %2.</source>
+        <source>It is process %1 of user %2.</source>
         <translation>È il processo %1 dell&apos;utente %2.</translation>
     </message>
 </context>
@@ -666,14 +666,6 @@
         <translation>[%1] &quot;%2&quot;: %3 Non viene aperta nessuna porta.</translation>
     </message>
     <message>
-        <source>&quot;%1&quot; is no slope.</source>
-        <translation>&quot;%1&quot; non è una pendenza.</translation>
-    </message>
-    <message>
-        <source>&quot;%1&quot; is no level.</source>
-        <translation>&quot;%1&quot; non è un livello.</translation>
-    </message>
-    <message>
         <source>&quot;%1&quot; is not &quot;volts;dBm&quot;.</source>
         <translation>&quot;%1&quot; non è &quot;volt;dBm&quot;.</translation>
     </message>
@@ -682,24 +674,32 @@
         <translation>Una tabella richiede almeno due punti.</translation>
     </message>
     <message>
-        <source>The table goes neither up nor down all the way.</source>
-        <translation>La tabella non sale né scende in modo costante.</translation>
-    </message>
-    <message>
-        <source>&quot;%1&quot; is no law.</source>
-        <translation>&quot;%1&quot; non è una legge.</translation>
-    </message>
-    <message>
-        <source>the law could not be written into %1</source>
-        <translation>non è stato possibile scrivere la legge in %1</translation>
-    </message>
-    <message>
         <source>[%1] &quot;%2&quot;: %3 The detector is treated as linear.</source>
         <translation>[%1] &quot;%2&quot;: %3 Il rivelatore è considerato lineare.</translation>
     </message>
     <message>
-        <source>This point is missing, but later ones exist.</source>
-        <translation>Questo punto manca, ma ce ne sono di successivi.</translation>
+        <source>This point is missing, but later points exist.</source>
+        <translation>Questo punto manca, ma esistono punti successivi.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a valid slope.</source>
+        <translation>&quot;%1&quot; non è una pendenza valida.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a valid level.</source>
+        <translation>&quot;%1&quot; non è un livello valido.</translation>
+    </message>
+    <message>
+        <source>The level must rise or fall steadily with the voltage.</source>
+        <translation>Il livello deve salire o scendere in modo costante con la tensione.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a known law.</source>
+        <translation>&quot;%1&quot; non è una legge nota.</translation>
+    </message>
+    <message>
+        <source>the law could not be written to %1</source>
+        <translation>non è stato possibile scrivere la legge in %1</translation>
     </message>
 </context>
 <context>

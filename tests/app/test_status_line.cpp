@@ -87,7 +87,8 @@ void TestStatusLine::itTellsOfImportsAndExports()
     QCOMPARE(bench.line()->text(), QStringLiteral("400 rows imported from good.csv"));
     QCOMPARE(bench.line()->toolTip(), bench.line()->text());
     bench.trigger("mnuOpenCSV", QStringLiteral("cut 100%1.csv"));
-    QCOMPARE(bench.line()->text(), QStringLiteral("cut 100%1.csv not imported: File error: the text ends too early"));
+    QCOMPARE(bench.line()->text(),
+             QStringLiteral("cut 100%1.csv not imported: File error: the file ends unexpectedly"));
     bench.trigger("mnuSaveCSV", QStringLiteral("other.csv"));
     QCOMPARE(bench.line()->text(), QStringLiteral("400 rows written to other.csv"));
     bench.trigger("mnuSaveCSV", QStringLiteral("missing/other.csv"));

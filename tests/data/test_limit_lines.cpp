@@ -167,9 +167,10 @@ private slots:
         const auto row = [](const char *name, const QByteArray &csv, int line, const char *why) {
             QTest::newRow(name) << csv << QStringLiteral("line %1: ").arg(line) << QString::fromLatin1(why);
         };
-        row("empty", "", 1, "must begin with \"frequency/Hz,upper/dB,lower/dB\"");
-        row("a sweep", "\"Sample N\",\"Frequency\",\"DAC sample\",\"milliVolt\"\r\n1,1000,5,12\r\n", 1, "must begin");
-        row("two units", "frequency/Hz,upper/dB,lower/V\n", 1, "must begin");
+        row("empty", "", 1, "first line must be \"frequency/Hz,upper/dB,lower/dB\"");
+        row("a sweep", "\"Sample N\",\"Frequency\",\"DAC sample\",\"milliVolt\"\r\n1,1000,5,12\r\n", 1,
+            "first line must be");
+        row("two units", "frequency/Hz,upper/dB,lower/V\n", 1, "first line must be");
         row("too few fields", kHeading + "1000,1\n", 2, "three fields");
         row("too many fields", kHeading + "1000,1,,\n", 2, "three fields");
         row("semicolons", kHeading + "1000;1;\n", 2, "three fields");
@@ -181,7 +182,7 @@ private slots:
         row("no number", kHeading + "1000,nan,\n", 2, "\"nan\" is not a number");
         row("infinite", kHeading + "inf,1,\n", 2, "\"inf\" is not a number");
         row("too large", kHeading + "1000,1e999,\n", 2, "\"1e999\" is not a number");
-        row("below zero", kHeading + "-1,1,\n", 2, "below zero");
+        row("negative", kHeading + "-1,1,\n", 2, "negative");
         row("too many", kHeading + QByteArray("1000,1,\n").repeated(1001), 1002, "more than 1000 points");
     }
     void brokenFilesAreRefused()

@@ -307,7 +307,7 @@ void TestProfileFile::aFileThatChangesIsRefused()
     });
     bool seen = false;
     for (int attempt = 0; attempt < 1000 && !seen; ++attempt)
-        seen = Profile(path()).reason() == u"it changed while it was read";
+        seen = Profile(path()).reason() == u"it changed while being read";
     done = true;
     writer.join();
     QVERIFY(seen);
@@ -324,15 +324,14 @@ void TestProfileFile::doubts_data()
     row("settings", "[Config]\nInterface=2\n", "");
     row("with the mark of UTF-8", "\xEF\xBB\xBF[Config]\r\nInterface=2\r\n", "");
     row("without a last line end", "[Config]\nInterface=2", "");
-    row("empty", "", "it holds no settings");
-    row("comments only", "; nothing\n\n", "it holds no settings");
-    row("keys without values", "[Config]\nInterface=\n", "it holds no settings");
-    row("UTF-16", QByteArray("\xFF\xFE[\0C\0]\0\n\0", 10), "it is no text in UTF-8");
-    row("UTF-16, the other way round", QByteArray("\xFE\xFF\0[\0C\0]", 8), "it is no text in UTF-8");
-    row("UTF-16 without a mark", QByteArray("[\0C\0]\0\n\0", 8), "it is no text in UTF-8");
-    row("one CR alone", "[Config]\nInterface=1\rDDS Device=AD9951\r\n",
-        "its lines end in a way that is not supported (CR alone)");
-    row("CR alone", "[Config]\rInterface=2\r", "its lines end in a way that is not supported (CR alone)");
+    row("empty", "", "it contains no settings");
+    row("comments only", "; nothing\n\n", "it contains no settings");
+    row("keys without values", "[Config]\nInterface=\n", "it contains no settings");
+    row("UTF-16", QByteArray("\xFF\xFE[\0C\0]\0\n\0", 10), "it is not UTF-8 text");
+    row("UTF-16, the other way round", QByteArray("\xFE\xFF\0[\0C\0]", 8), "it is not UTF-8 text");
+    row("UTF-16 without a mark", QByteArray("[\0C\0]\0\n\0", 8), "it is not UTF-8 text");
+    row("one CR alone", "[Config]\nInterface=1\rDDS Device=AD9951\r\n", "its line endings are not supported (CR only)");
+    row("CR alone", "[Config]\rInterface=2\r", "its line endings are not supported (CR only)");
 }
 
 void TestProfileFile::doubts()
@@ -344,7 +343,7 @@ void TestProfileFile::doubts()
     QVERIFY(!profile.isRefused());
     QCOMPARE(profile.doubt(), doubt);
     QVERIFY(QFile::remove(path()));
-    QCOMPARE(Profile(path()).doubt(), QStringLiteral("it is not there"));
+    QCOMPARE(Profile(path()).doubt(), QStringLiteral("it does not exist"));
     QVERIFY(!Profile(path()).isRefused());
 }
 

@@ -132,7 +132,7 @@ private slots:
             QVERIFY(other.holds());
             const ProgramLock lock(folder.path());
             QVERIFY(!lock.isOurs());
-            QCOMPARE(lock.holder(), QStringLiteral("It is process %1 of the user nobody.").arg(other.process()));
+            QCOMPARE(lock.holder(), QStringLiteral("It is process %1 of user nobody.").arg(other.process()));
         }
         QVERIFY(ProgramLock(folder.path()).isOurs());
     }

@@ -219,10 +219,10 @@ inline constexpr std::array kCaptions{
     // The text of --help.
     Text{"main", "Measures filters, antennas and other devices over a range of frequencies."},
     // Only calvorn-sweep reports such settings files.
-    Text{"Profile", "it is not there"},
-    Text{"Profile", "it is no text in UTF-8"},
-    Text{"Profile", "its lines end in a way that is not supported (CR alone)"},
-    Text{"Profile", "it holds no settings"},
+    Text{"Profile", "it does not exist"},
+    Text{"Profile", "it is not UTF-8 text"},
+    Text{"Profile", "its line endings are not supported (CR only)"},
+    Text{"Profile", "it contains no settings"},
 };
 
 } // namespace calvorn::test

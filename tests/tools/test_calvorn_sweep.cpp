@@ -320,7 +320,8 @@ void TestCalvornSweep::missingSettingsAreNotMade()
     Tool tool({});
     const QStringList files = tool.files();
     QCOMPARE(tool.run(), 2);
-    QVERIFY2(tool.sentence().endsWith(QStringLiteral("cannot be read: it is not there.")), qPrintable(tool.sentence()));
+    QVERIFY2(tool.sentence().endsWith(QStringLiteral("cannot be read: it does not exist.")),
+             qPrintable(tool.sentence()));
     QCOMPARE(tool.files(), files);
 }
 

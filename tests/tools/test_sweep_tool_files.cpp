@@ -110,10 +110,10 @@ void TestSweepToolFiles::doubtfulSettingsAreRefused_data()
     for (const char byte : settings())
         wide += QByteArray(1, byte) + '\0';
     row(
-        "missing", [](const QString &) {}, "it is not there");
-    row("empty", with({}), "it holds no settings");
-    row("UTF-16", with("\xFF\xFE" + wide), "it is no text in UTF-8");
-    row("CR alone", with(settings().replace("\r\n", "\r")), "its lines end in a way that is not supported (CR alone)");
+        "missing", [](const QString &) {}, "it does not exist");
+    row("empty", with({}), "it contains no settings");
+    row("UTF-16", with("\xFF\xFE" + wide), "it is not UTF-8 text");
+    row("CR alone", with(settings().replace("\r\n", "\r")), "its line endings are not supported (CR only)");
     row(
         "a folder", [](const QString &path) { QDir().mkdir(path); }, "it is not a file");
     row(

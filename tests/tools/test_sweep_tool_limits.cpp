@@ -281,10 +281,10 @@ void TestSweepToolLimits::badSweepFilesAreRefused_data()
     row(
         "a pipe", [](const Tool &tool) { mkfifo(QFile::encodeName(tool.inFolder("bad.csv")).constData(), 0600); },
         "bad.csv cannot be read: it is not a file.");
-    row("empty", with({}), "bad.csv, line 1: File error: the text ends too early");
+    row("empty", with({}), "bad.csv, line 1: File error: the file ends unexpectedly");
     row("cut off", with(good.left(good.indexOf("\r\n300,") + 6)),
-        "bad.csv, line 301: File error: the text ends too early");
-    row("limits", with("frequency/Hz,upper/V,lower/V\r\n"), "bad.csv, line 1: File error: the text ends too early");
+        "bad.csv, line 301: File error: the file ends unexpectedly");
+    row("limits", with("frequency/Hz,upper/V,lower/V\r\n"), "bad.csv, line 1: File error: the file ends unexpectedly");
     row("no number", replaced("\r\n7,1060000,", "\r\n7,many,"), "bad.csv, line 8: Type mismatch: \"many\"");
     row("row 4000", replaced("\r\n400,", "\r\n4000,"),
         "bad.csv, line 401: Subscript out of range: table row 4000, column 0");
