@@ -37,13 +37,14 @@ QString conditionOf(LimitUnit unit, const QString &path)
 {
     switch (unit) {
     case LimitUnit::Volt:
-        return SweepTool::tr("The limits of %1 are volts: they need --scale linear, and no --reference.").arg(path);
+        return SweepTool::tr("The limits in %1 are in volts: they need --scale linear, and no --reference.").arg(path);
     case LimitUnit::Decibel:
-        return SweepTool::tr("The limits of %1 are dB: they need a --scale in dB, and no --reference.").arg(path);
+        return SweepTool::tr("The limits in %1 are in dB: they need a --scale in dB, and no --reference.").arg(path);
     case LimitUnit::RelativeDecibel:
         break;
     }
-    return SweepTool::tr("The limits of %1 are relative dB: they need a --scale in dB, and a --reference.").arg(path);
+    return SweepTool::tr("The limits in %1 are in relative dB: they need a --scale in dB, and a --reference.")
+        .arg(path);
 }
 
 // Called before the measurement. Throws UnusableFile.
@@ -127,7 +128,7 @@ int deliver(const SingleSweep &sweep, const ToolRequest &request, const Companio
         printNames(request);
         if (isUnjudged)
             return fail(kFileNotUsable,
-                        SweepTool::tr("The limits of %1 cover no point of the sweep.").arg(request.limits));
+                        SweepTool::tr("The limits in %1 do not cover any point of the sweep.").arg(request.limits));
         return verdict && !verdict->hasPassed() ? kLimitsBroken : kDone;
     } catch (const RuntimeError &error) {
         return fail(kFileNotWritable, error.message());

@@ -38,7 +38,7 @@ int listenForClients(SingleSweep &sweep, quint16 port)
     const QString unconnected = target.connectHardware();
     if (!unconnected.isEmpty())
         note(unconnected);
-    note(SweepTool::tr("Waiting for SCPI clients at port %1").arg(door.port()));
+    note(SweepTool::tr("Waiting for SCPI clients on port %1").arg(door.port()));
     QTimer poll;
     QObject::connect(&poll, &QTimer::timeout, &target, [] {
         letStop();

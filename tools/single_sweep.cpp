@@ -113,7 +113,7 @@ void SingleSweep::loadSettings()
     for (const QString &fault : loader.faults())
         note(fault);
     if (outcome != LoadOutcome::Loaded)
-        throw Failure{kBadSettings, tr("%1 names a device that is not supported.").arg(m_settingsFile)};
+        throw Failure{kBadSettings, tr("%1 specifies an unsupported device.").arg(m_settingsFile)};
     if (m_configuration.scaleType < 0 || m_configuration.scaleType >= kScales)
         m_configuration.scaleType = kScaleLinear;
 }
@@ -192,13 +192,13 @@ QString SingleSweep::sentenceOf(const SweepOutcome &outcome) const
                                         : tr("The %1 could not be opened (%2).").arg(port, outcome.reason);
     }
     case Kind::SetUpRefused:
-        return tr("The hardware refused to be set up: %1.").arg(outcome.reason);
+        return tr("The hardware could not be configured: %1.").arg(outcome.reason);
     case Kind::SweepRefused:
         return tr("The hardware refused the sweep.");
     case Kind::Interrupted:
         return tr("Interrupted.");
     default:
-        return outcome.reason.isEmpty() ? tr("The hardware delivered no sweep in time.") : outcome.reason;
+        return outcome.reason.isEmpty() ? tr("The hardware did not deliver a sweep in time.") : outcome.reason;
     }
 }
 

@@ -24,7 +24,7 @@ auto reading(Reading read)
 void noteUnlessFollowed(bool followed, const QString &path, const Configuration &configuration)
 {
     if (!followed)
-        note(SweepTool::tr("%1: the amplitudes do not follow from the counts; they are taken as %2.")
+        note(SweepTool::tr("%1: the amplitudes do not match the counts; they are read as %2.")
                  .arg(path, isLinearScale(configuration.scaleType) ? SweepTool::tr("volts") : SweepTool::tr("dB")));
 }
 

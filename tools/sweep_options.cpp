@@ -67,37 +67,39 @@ QString nameOf(ResultKind kind)
 }
 
 SweepOptions::SweepOptions()
-    : m_settings(option("settings", tr("Settings file; that of the window if not given."), "FILE"))
-    , m_start(option("start", tr("First frequency in Hz, in place of that of the settings."), "HZ"))
-    , m_stop(option("stop", tr("Last frequency in Hz, in place of that of the settings."), "HZ"))
-    , m_sweeps(option("sweeps", tr("Take this many sweeps and keep the last; 1 if not given."), "N"))
+    : m_settings(option("settings", tr("Settings file; the window's file by default."), "FILE"))
+    , m_start(option("start", tr("First frequency in Hz, instead of the one in the settings."), "HZ"))
+    , m_stop(option("stop", tr("Last frequency in Hz, instead of the one in the settings."), "HZ"))
+    , m_sweeps(option("sweeps", tr("Take this many sweeps and keep the last; 1 by default."), "N"))
     , m_average(option("average",
                        tr("Take this many sweeps, %1 to %2, and show their mean.")
                            .arg(TraceSet::kFewestAveraged)
                            .arg(TraceSet::kMostAveraged),
                        "N"))
-    , m_scale(option("scale",
-                     tr("Scale of the amplitudes, in place of that of the settings: %1; the numbers 0 to 4 "
-                        "mean the same.")
-                         .arg(listed(scaleNames())),
-                     "SCALE"))
-    , m_input(option("input", tr("Read the sweep from a file, and measure nothing."), "FILE.csv"))
-    , m_reference(option("reference", tr("Show everything relative to the sweep of this file."), "FILE.csv"))
+    , m_scale(option(
+          "scale",
+          tr("Scale of the amplitudes, instead of the one in the settings: %1; the numbers 0 to 4 mean the same.")
+              .arg(listed(scaleNames())),
+          "SCALE"))
+    , m_input(option("input", tr("Read the sweep from a file instead of measuring."), "FILE.csv"))
+    , m_reference(option("reference", tr("Show everything relative to the sweep in this file."), "FILE.csv"))
     , m_results(option("results", tr("Print the results of a kind of device: %1.").arg(listed(kindNames())), "KIND"))
     , m_fixture(option(
           "fixture",
-          tr("Source and load of a crystal's fixture in ohms each; %1 if not given.").arg(kDefaultFixtureOhms), "OHMS"))
-    , m_limits(option("limits", tr("Judge the sweep by the limits of this file."), "FILE.csv"))
-    , m_format(option("format", tr("Form of what is printed: %1.").arg(listed(formatNames())), "FORMAT"))
+          tr("Source and load resistance of a crystal fixture, in ohms; %1 by default.").arg(kDefaultFixtureOhms),
+          "OHMS"))
+    , m_limits(option("limits", tr("Check the sweep against the limits in this file."), "FILE.csv"))
+    , m_format(option("format", tr("Output format: %1.").arg(listed(formatNames())), "FORMAT"))
     , m_output(option("output", tr("Write the sweep as CSV; - is standard output."), "FILE.csv"))
     , m_picture(option("picture", tr("Write the curve as PNG or SVG."), "FILE.png"))
-    , m_traces(option("traces", tr("Draw the sweeps of these files in the picture, too; at most %1.").arg(kMostTraces),
+    , m_traces(option("traces",
+                      tr("Also draw the sweeps from these files in the picture; at most %1.").arg(kMostTraces),
                       "FILE[,FILE...]"))
     , m_listen(
-          option("listen", tr("Take SCPI commands at this TCP port of this computer until a signal ends it."), "PORT"))
+          option("listen", tr("Accept SCPI commands on this local TCP port until a signal ends the program."), "PORT"))
 {
-    m_parser.setApplicationDescription(tr("Takes a sweep without a window. Without --output and --picture it prints "
-                                          "the response in figures and as a plot."));
+    m_parser.setApplicationDescription(tr("Takes a sweep without a window. Without --output and --picture, it prints "
+                                          "the response as figures and a plot."));
     m_parser.addOptions({m_settings, m_start, m_stop, m_sweeps, m_average, m_scale, m_input, m_reference, m_results,
                          m_fixture, m_limits, m_format, m_output, m_picture, m_traces, m_listen});
 }
@@ -133,7 +135,7 @@ QString SweepOptions::read(const QStringList &arguments, ToolRequest &request)
     request.reference = value(m_reference);
     request.limits = value(m_limits);
     if (isSet(m_picture) && !SweepPicture::isPictureName(request.picture))
-        return tr("The name of a picture ends in .png or .svg, unlike \"%1\".").arg(request.picture);
+        return tr("The file name of a picture must end in .png or .svg, not \"%1\".").arg(request.picture);
     return firstOf({readTraces(request.traces), readReport(request), readPort(request.port), misplacedOption(request),
                     clashOfFiles(request)});
 }
@@ -147,7 +149,7 @@ QString SweepOptions::readWholeNumber(const QCommandLineOption &option, std::opt
     number = value(option).toInt(&ok);
     return ok && *number >= 1
                ? QString()
-               : tr("--%1 takes a whole number from 1 on, not \"%2\".").arg(nameOf(option), value(option));
+               : tr("--%1 takes a whole number of at least 1, not \"%2\".").arg(nameOf(option), value(option));
 }
 
 // Ignores case.
@@ -241,7 +243,7 @@ QString SweepOptions::readPort(std::optional<quint16> &port) const
 QString SweepOptions::misplacedOption(const ToolRequest &request) const
 {
     const auto exclude = [](const QCommandLineOption &one, const QCommandLineOption &other) {
-        return tr("--%1 and --%2 cannot be given together.").arg(nameOf(one), nameOf(other));
+        return tr("--%1 and --%2 cannot be combined.").arg(nameOf(one), nameOf(other));
     };
     for (const QCommandLineOption &measuring : {m_start, m_stop, m_sweeps, m_average})
         if (isSet(m_input) && isSet(measuring))
@@ -259,7 +261,7 @@ QString SweepOptions::misplacedOption(const ToolRequest &request) const
     if (isStandardOutput(request.output))
         for (const QCommandLineOption &printing : {m_results, m_limits, m_format})
             if (isSet(printing) && request.hasReport())
-                return tr("--%1 leaves no room on standard output for --%2.").arg(nameOf(m_output), nameOf(printing));
+                return tr("--%1 and --%2 cannot both use standard output.").arg(nameOf(m_output), nameOf(printing));
     return {};
 }
 
@@ -284,7 +286,7 @@ QString SweepOptions::clashWithSettings(const QString &settingsFile) const
 {
     for (const QCommandLineOption &file : {m_output, m_picture})
         if (isSet(file) && isSameFile(value(file), settingsFile))
-            return tr("--%1 names the settings file.").arg(nameOf(file));
+            return tr("--%1 is the settings file.").arg(nameOf(file));
     return {};
 }
 

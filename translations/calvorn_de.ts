@@ -705,10 +705,6 @@
 <context>
     <name>SingleSweep</name>
     <message>
-        <source>%1 names a device that is not supported.</source>
-        <translation>%1 nennt einen Baustein, der nicht unterstützt wird.</translation>
-    </message>
-    <message>
         <source>%1 must lie between %2 and %3 Hz.</source>
         <translation>%1 muss zwischen %2 und %3 Hz liegen.</translation>
     </message>
@@ -719,10 +715,6 @@
     <message>
         <source>The %1 could not be opened (%2).</source>
         <translation>Nicht zu öffnen: %1 (%2).</translation>
-    </message>
-    <message>
-        <source>The hardware refused to be set up: %1.</source>
-        <translation>Die Hardware ließ sich nicht einrichten: %1.</translation>
     </message>
     <message>
         <source>Sweeping from %1 to %2 Hz</source>
@@ -737,16 +729,24 @@
         <translation>Abgebrochen.</translation>
     </message>
     <message>
-        <source>The hardware delivered no sweep in time.</source>
-        <translation>Die Hardware hat nicht rechtzeitig einen Durchlauf geliefert.</translation>
-    </message>
-    <message>
         <source>Sweep %1 of %2</source>
         <translation>Durchlauf %1 von %2</translation>
     </message>
     <message>
         <source>The settings file %1 cannot be read: %2.</source>
         <translation>Die Datei mit den Einstellungen %1 kann nicht gelesen werden: %2.</translation>
+    </message>
+    <message>
+        <source>%1 specifies an unsupported device.</source>
+        <translation>%1 nennt einen nicht unterstützten Baustein.</translation>
+    </message>
+    <message>
+        <source>The hardware could not be configured: %1.</source>
+        <translation>Die Hardware ließ sich nicht einrichten: %1.</translation>
+    </message>
+    <message>
+        <source>The hardware did not deliver a sweep in time.</source>
+        <translation>Die Hardware hat nicht rechtzeitig einen Durchlauf geliefert.</translation>
     </message>
 </context>
 <context>
@@ -826,20 +826,12 @@
 <context>
     <name>SweepTool</name>
     <message>
-        <source>--%1 takes a whole number from 1 on, not &quot;%2&quot;.</source>
-        <translation>--%1 erwartet eine ganze Zahl ab 1, nicht „%2“.</translation>
-    </message>
-    <message>
         <source>&quot;%1&quot; is not an option; see --help.</source>
         <translation>„%1“ ist keine Option; siehe --help.</translation>
     </message>
     <message>
         <source>--%1 takes the name of a file.</source>
         <translation>--%1 erwartet den Namen einer Datei.</translation>
-    </message>
-    <message>
-        <source>The name of a picture ends in .png or .svg, unlike &quot;%1&quot;.</source>
-        <translation>Der Name eines Bildes endet auf .png oder .svg, anders als „%1“.</translation>
     </message>
     <message>
         <source>outside the range</source>
@@ -866,32 +858,8 @@
         <translation>-3-dB-Bandbreite</translation>
     </message>
     <message>
-        <source>Takes a sweep without a window. Without --output and --picture it prints the response in figures and as a plot.</source>
-        <translation>Macht einen Durchlauf ohne Fenster. Ohne --output und --picture erscheint der Frequenzgang in Zahlen und als Kurve.</translation>
-    </message>
-    <message>
-        <source>First frequency in Hz, in place of that of the settings.</source>
-        <translation>Erste Frequenz in Hz, anstelle der eingestellten.</translation>
-    </message>
-    <message>
-        <source>Last frequency in Hz, in place of that of the settings.</source>
-        <translation>Letzte Frequenz in Hz, anstelle der eingestellten.</translation>
-    </message>
-    <message>
-        <source>Take this many sweeps and keep the last; 1 if not given.</source>
-        <translation>So viele Durchläufe machen und den letzten behalten; ohne Angabe 1.</translation>
-    </message>
-    <message>
         <source>Write the curve as PNG or SVG.</source>
         <translation>Kurve als PNG oder SVG schreiben.</translation>
-    </message>
-    <message>
-        <source>Settings file; that of the window if not given.</source>
-        <translation>Datei mit den Einstellungen; ohne Angabe die des Fensters.</translation>
-    </message>
-    <message>
-        <source>Scale of the amplitudes, in place of that of the settings: %1; the numbers 0 to 4 mean the same.</source>
-        <translation>Skala der Amplituden, anstelle der eingestellten: %1; die Zahlen 0 bis 4 bedeuten dasselbe.</translation>
     </message>
     <message>
         <source>--%1 takes one of %2, not &quot;%3&quot;.</source>
@@ -906,24 +874,8 @@
         <translation>--output und --picture nennen dieselbe Datei.</translation>
     </message>
     <message>
-        <source>--%1 names the settings file.</source>
-        <translation>--%1 nennt die Datei mit den Einstellungen.</translation>
-    </message>
-    <message>
         <source>standard output</source>
         <translation>Standardausgabe</translation>
-    </message>
-    <message>
-        <source>The limits of %1 are volts: they need --scale linear, and no --reference.</source>
-        <translation>Die Grenzen in %1 sind Volt: Sie brauchen --scale linear und keine --reference.</translation>
-    </message>
-    <message>
-        <source>The limits of %1 are dB: they need a --scale in dB, and no --reference.</source>
-        <translation>Die Grenzen in %1 sind dB: Sie brauchen eine --scale in dB und keine --reference.</translation>
-    </message>
-    <message>
-        <source>The limits of %1 are relative dB: they need a --scale in dB, and a --reference.</source>
-        <translation>Die Grenzen in %1 sind relative dB: Sie brauchen eine --scale in dB und eine --reference.</translation>
     </message>
     <message>
         <source>The reference does not cover the whole range: there are gaps.</source>
@@ -932,10 +884,6 @@
     <message>
         <source>The reference is partly below the detector&apos;s floor: there are gaps.</source>
         <translation>Die Referenz liegt zum Teil unter der Schwelle des Detektors: Es gibt Lücken.</translation>
-    </message>
-    <message>
-        <source>The limits of %1 cover no point of the sweep.</source>
-        <translation>Die Grenzen in %1 betreffen keinen Punkt des Durchlaufs.</translation>
     </message>
     <message>
         <source>Mean of %1 sweeps</source>
@@ -990,10 +938,6 @@
         <translation>%1 von %2 Punkten</translation>
     </message>
     <message>
-        <source>%1: the amplitudes do not follow from the counts; they are taken as %2.</source>
-        <translation>%1: Die Amplituden ergeben sich nicht aus den Zählwerten; sie gelten als %2.</translation>
-    </message>
-    <message>
         <source>volts</source>
         <translation>Volt</translation>
     </message>
@@ -1006,32 +950,8 @@
         <translation>So viele Durchläufe machen, %1 bis %2, und ihr Mittel zeigen.</translation>
     </message>
     <message>
-        <source>Read the sweep from a file, and measure nothing.</source>
-        <translation>Liest den Durchlauf aus einer Datei und misst nichts.</translation>
-    </message>
-    <message>
-        <source>Show everything relative to the sweep of this file.</source>
-        <translation>Zeigt alles bezogen auf den Durchlauf dieser Datei.</translation>
-    </message>
-    <message>
         <source>Print the results of a kind of device: %1.</source>
         <translation>Gibt die Ergebnisse einer Art von Messobjekt aus: %1.</translation>
-    </message>
-    <message>
-        <source>Source and load of a crystal&apos;s fixture in ohms each; %1 if not given.</source>
-        <translation>Quelle und Last der Fassung eines Quarzes, je in Ohm; ohne Angabe %1.</translation>
-    </message>
-    <message>
-        <source>Judge the sweep by the limits of this file.</source>
-        <translation>Beurteilt den Durchlauf nach den Grenzen dieser Datei.</translation>
-    </message>
-    <message>
-        <source>Form of what is printed: %1.</source>
-        <translation>Form der Ausgabe: %1.</translation>
-    </message>
-    <message>
-        <source>Draw the sweeps of these files in the picture, too; at most %1.</source>
-        <translation>Zeichnet auch die Durchläufe dieser Dateien in das Bild; höchstens %1.</translation>
     </message>
     <message>
         <source>--%1 takes a whole number from %2 to %3, not &quot;%4&quot;.</source>
@@ -1046,16 +966,8 @@
         <translation>--%1 nimmt höchstens %2 Dateien.</translation>
     </message>
     <message>
-        <source>--%1 and --%2 cannot be given together.</source>
-        <translation>--%1 und --%2 schließen einander aus.</translation>
-    </message>
-    <message>
         <source>--%1 needs %2.</source>
         <translation>--%1 braucht %2.</translation>
-    </message>
-    <message>
-        <source>--%1 leaves no room on standard output for --%2.</source>
-        <translation>--%1 lässt auf der Standardausgabe keinen Platz für --%2.</translation>
     </message>
     <message>
         <source>--%1 and --%2 name the same file.</source>
@@ -1066,20 +978,108 @@
         <translation>die Referenz</translation>
     </message>
     <message>
-        <source>Waiting for SCPI clients at port %1</source>
-        <translation>Warte auf SCPI-Clients an Port %1</translation>
-    </message>
-    <message>
-        <source>Take SCPI commands at this TCP port of this computer until a signal ends it.</source>
-        <translation>Nimmt SCPI-Befehle an diesem TCP-Port dieses Rechners an, bis ein Signal es beendet.</translation>
-    </message>
-    <message>
         <source>--%1 takes a port from 1 to 65535, not &quot;%2&quot;.</source>
         <translation>--%1 braucht einen Port von 1 bis 65535, nicht „%2“.</translation>
     </message>
     <message>
         <source>Show these options.</source>
         <translation>Zeigt diese Optionen.</translation>
+    </message>
+    <message>
+        <source>The limits in %1 are in volts: they need --scale linear, and no --reference.</source>
+        <translation>Die Grenzen in %1 sind in Volt: Sie brauchen --scale linear und keine --reference.</translation>
+    </message>
+    <message>
+        <source>The limits in %1 are in dB: they need a --scale in dB, and no --reference.</source>
+        <translation>Die Grenzen in %1 sind in dB: Sie brauchen eine --scale in dB und keine --reference.</translation>
+    </message>
+    <message>
+        <source>The limits in %1 are in relative dB: they need a --scale in dB, and a --reference.</source>
+        <translation>Die Grenzen in %1 sind in relativen dB: Sie brauchen eine --scale in dB und eine --reference.</translation>
+    </message>
+    <message>
+        <source>The limits in %1 do not cover any point of the sweep.</source>
+        <translation>Die Grenzen in %1 betreffen keinen Punkt des Durchlaufs.</translation>
+    </message>
+    <message>
+        <source>Waiting for SCPI clients on port %1</source>
+        <translation>Warte auf SCPI-Clients an Port %1</translation>
+    </message>
+    <message>
+        <source>%1: the amplitudes do not match the counts; they are read as %2.</source>
+        <translation>%1: Die Amplituden passen nicht zu den Zählwerten; sie werden als %2 gelesen.</translation>
+    </message>
+    <message>
+        <source>Settings file; the window&apos;s file by default.</source>
+        <translation>Datei mit den Einstellungen; ohne Angabe die des Fensters.</translation>
+    </message>
+    <message>
+        <source>First frequency in Hz, instead of the one in the settings.</source>
+        <translation>Erste Frequenz in Hz, anstelle der eingestellten.</translation>
+    </message>
+    <message>
+        <source>Last frequency in Hz, instead of the one in the settings.</source>
+        <translation>Letzte Frequenz in Hz, anstelle der eingestellten.</translation>
+    </message>
+    <message>
+        <source>Take this many sweeps and keep the last; 1 by default.</source>
+        <translation>So viele Durchläufe machen und den letzten behalten; ohne Angabe 1.</translation>
+    </message>
+    <message>
+        <source>Scale of the amplitudes, instead of the one in the settings: %1; the numbers 0 to 4 mean the same.</source>
+        <translation>Skala der Amplituden, anstelle der eingestellten: %1; die Zahlen 0 bis 4 bedeuten dasselbe.</translation>
+    </message>
+    <message>
+        <source>Read the sweep from a file instead of measuring.</source>
+        <translation>Liest den Durchlauf aus einer Datei, statt zu messen.</translation>
+    </message>
+    <message>
+        <source>Show everything relative to the sweep in this file.</source>
+        <translation>Zeigt alles bezogen auf den Durchlauf dieser Datei.</translation>
+    </message>
+    <message>
+        <source>Source and load resistance of a crystal fixture, in ohms; %1 by default.</source>
+        <translation>Widerstand von Quelle und Last einer Quarzfassung, in Ohm; ohne Angabe %1.</translation>
+    </message>
+    <message>
+        <source>Check the sweep against the limits in this file.</source>
+        <translation>Prüft den Durchlauf gegen die Grenzen dieser Datei.</translation>
+    </message>
+    <message>
+        <source>Output format: %1.</source>
+        <translation>Format der Ausgabe: %1.</translation>
+    </message>
+    <message>
+        <source>Also draw the sweeps from these files in the picture; at most %1.</source>
+        <translation>Zeichnet auch die Durchläufe dieser Dateien in das Bild; höchstens %1.</translation>
+    </message>
+    <message>
+        <source>Accept SCPI commands on this local TCP port until a signal ends the program.</source>
+        <translation>Nimmt SCPI-Befehle an diesem lokalen TCP-Port an, bis ein Signal das Programm beendet.</translation>
+    </message>
+    <message>
+        <source>Takes a sweep without a window. Without --output and --picture, it prints the response as figures and a plot.</source>
+        <translation>Macht einen Durchlauf ohne Fenster. Ohne --output und --picture erscheint der Frequenzgang in Zahlen und als Kurve.</translation>
+    </message>
+    <message>
+        <source>The file name of a picture must end in .png or .svg, not &quot;%1&quot;.</source>
+        <translation>Der Name eines Bildes muss auf .png oder .svg enden, nicht „%1“.</translation>
+    </message>
+    <message>
+        <source>--%1 takes a whole number of at least 1, not &quot;%2&quot;.</source>
+        <translation>--%1 erwartet eine ganze Zahl ab 1, nicht „%2“.</translation>
+    </message>
+    <message>
+        <source>--%1 and --%2 cannot be combined.</source>
+        <translation>--%1 und --%2 schließen einander aus.</translation>
+    </message>
+    <message>
+        <source>--%1 and --%2 cannot both use standard output.</source>
+        <translation>--%1 und --%2 können nicht beide die Standardausgabe benutzen.</translation>
+    </message>
+    <message>
+        <source>--%1 is the settings file.</source>
+        <translation>--%1 ist die Datei mit den Einstellungen.</translation>
     </message>
 </context>
 <context>

@@ -705,10 +705,6 @@
 <context>
     <name>SingleSweep</name>
     <message>
-        <source>%1 names a device that is not supported.</source>
-        <translation>%1 nomina un dispositivo non supportato.</translation>
-    </message>
-    <message>
         <source>%1 must lie between %2 and %3 Hz.</source>
         <translation>%1 deve stare fra %2 e %3 Hz.</translation>
     </message>
@@ -719,10 +715,6 @@
     <message>
         <source>The %1 could not be opened (%2).</source>
         <translation>Non è stato possibile aprire la %1 (%2).</translation>
-    </message>
-    <message>
-        <source>The hardware refused to be set up: %1.</source>
-        <translation>L&apos;hardware ha rifiutato la configurazione: %1.</translation>
     </message>
     <message>
         <source>Sweeping from %1 to %2 Hz</source>
@@ -737,16 +729,24 @@
         <translation>Interrotto.</translation>
     </message>
     <message>
-        <source>The hardware delivered no sweep in time.</source>
-        <translation>L&apos;hardware non ha fornito uno sweep in tempo.</translation>
-    </message>
-    <message>
         <source>Sweep %1 of %2</source>
         <translation>Sweep %1 di %2</translation>
     </message>
     <message>
         <source>The settings file %1 cannot be read: %2.</source>
         <translation>Non è possibile leggere il file delle impostazioni %1: %2.</translation>
+    </message>
+    <message>
+        <source>%1 specifies an unsupported device.</source>
+        <translation>%1 indica un dispositivo non supportato.</translation>
+    </message>
+    <message>
+        <source>The hardware could not be configured: %1.</source>
+        <translation>Non è stato possibile configurare l&apos;hardware: %1.</translation>
+    </message>
+    <message>
+        <source>The hardware did not deliver a sweep in time.</source>
+        <translation>L&apos;hardware non ha fornito uno sweep in tempo.</translation>
     </message>
 </context>
 <context>
@@ -826,20 +826,12 @@
 <context>
     <name>SweepTool</name>
     <message>
-        <source>--%1 takes a whole number from 1 on, not &quot;%2&quot;.</source>
-        <translation>--%1 vuole un numero intero da 1 in su, non &quot;%2&quot;.</translation>
-    </message>
-    <message>
         <source>&quot;%1&quot; is not an option; see --help.</source>
         <translation>&quot;%1&quot; non è un&apos;opzione; vedere --help.</translation>
     </message>
     <message>
         <source>--%1 takes the name of a file.</source>
         <translation>--%1 vuole il nome di un file.</translation>
-    </message>
-    <message>
-        <source>The name of a picture ends in .png or .svg, unlike &quot;%1&quot;.</source>
-        <translation>Il nome di un&apos;immagine finisce in .png o .svg, a differenza di &quot;%1&quot;.</translation>
     </message>
     <message>
         <source>outside the range</source>
@@ -866,32 +858,8 @@
         <translation>Banda a -3 dB</translation>
     </message>
     <message>
-        <source>Takes a sweep without a window. Without --output and --picture it prints the response in figures and as a plot.</source>
-        <translation>Esegue uno sweep senza finestra. Senza --output e --picture stampa la risposta in cifre e come grafico.</translation>
-    </message>
-    <message>
-        <source>First frequency in Hz, in place of that of the settings.</source>
-        <translation>Prima frequenza in Hz, al posto di quella delle impostazioni.</translation>
-    </message>
-    <message>
-        <source>Last frequency in Hz, in place of that of the settings.</source>
-        <translation>Ultima frequenza in Hz, al posto di quella delle impostazioni.</translation>
-    </message>
-    <message>
-        <source>Take this many sweeps and keep the last; 1 if not given.</source>
-        <translation>Esegue questo numero di sweep e tiene l&apos;ultimo; 1 se manca.</translation>
-    </message>
-    <message>
         <source>Write the curve as PNG or SVG.</source>
         <translation>Scrive la curva come PNG o SVG.</translation>
-    </message>
-    <message>
-        <source>Settings file; that of the window if not given.</source>
-        <translation>File delle impostazioni; se non indicato, quello della finestra.</translation>
-    </message>
-    <message>
-        <source>Scale of the amplitudes, in place of that of the settings: %1; the numbers 0 to 4 mean the same.</source>
-        <translation>Scala delle ampiezze, al posto di quella delle impostazioni: %1; i numeri da 0 a 4 significano lo stesso.</translation>
     </message>
     <message>
         <source>--%1 takes one of %2, not &quot;%3&quot;.</source>
@@ -906,24 +874,8 @@
         <translation>--output e --picture indicano lo stesso file.</translation>
     </message>
     <message>
-        <source>--%1 names the settings file.</source>
-        <translation>--%1 indica il file delle impostazioni.</translation>
-    </message>
-    <message>
         <source>standard output</source>
         <translation>standard output</translation>
-    </message>
-    <message>
-        <source>The limits of %1 are volts: they need --scale linear, and no --reference.</source>
-        <translation>I limiti di %1 sono in volt: serve --scale linear e nessun --reference.</translation>
-    </message>
-    <message>
-        <source>The limits of %1 are dB: they need a --scale in dB, and no --reference.</source>
-        <translation>I limiti di %1 sono in dB: serve una --scale in dB e nessun --reference.</translation>
-    </message>
-    <message>
-        <source>The limits of %1 are relative dB: they need a --scale in dB, and a --reference.</source>
-        <translation>I limiti di %1 sono in dB relativi: servono una --scale in dB e un --reference.</translation>
     </message>
     <message>
         <source>The reference does not cover the whole range: there are gaps.</source>
@@ -932,10 +884,6 @@
     <message>
         <source>The reference is partly below the detector&apos;s floor: there are gaps.</source>
         <translation>Il riferimento è in parte sotto la soglia del rivelatore: ci sono lacune.</translation>
-    </message>
-    <message>
-        <source>The limits of %1 cover no point of the sweep.</source>
-        <translation>I limiti di %1 non riguardano alcun punto dello sweep.</translation>
     </message>
     <message>
         <source>Mean of %1 sweeps</source>
@@ -990,10 +938,6 @@
         <translation>%1 punti su %2</translation>
     </message>
     <message>
-        <source>%1: the amplitudes do not follow from the counts; they are taken as %2.</source>
-        <translation>%1: le ampiezze non derivano dai conteggi; valgono come %2.</translation>
-    </message>
-    <message>
         <source>volts</source>
         <translation>volt</translation>
     </message>
@@ -1006,32 +950,8 @@
         <translation>Esegue questo numero di sweep, da %1 a %2, e ne mostra la media.</translation>
     </message>
     <message>
-        <source>Read the sweep from a file, and measure nothing.</source>
-        <translation>Legge lo sweep da un file e non misura nulla.</translation>
-    </message>
-    <message>
-        <source>Show everything relative to the sweep of this file.</source>
-        <translation>Mostra tutto rispetto allo sweep di questo file.</translation>
-    </message>
-    <message>
         <source>Print the results of a kind of device: %1.</source>
         <translation>Stampa i risultati di un tipo di dispositivo: %1.</translation>
-    </message>
-    <message>
-        <source>Source and load of a crystal&apos;s fixture in ohms each; %1 if not given.</source>
-        <translation>Sorgente e carico del supporto di un quarzo, ciascuno in ohm; %1 se manca.</translation>
-    </message>
-    <message>
-        <source>Judge the sweep by the limits of this file.</source>
-        <translation>Giudica lo sweep secondo i limiti di questo file.</translation>
-    </message>
-    <message>
-        <source>Form of what is printed: %1.</source>
-        <translation>Forma di ciò che si stampa: %1.</translation>
-    </message>
-    <message>
-        <source>Draw the sweeps of these files in the picture, too; at most %1.</source>
-        <translation>Disegna nell&apos;immagine anche gli sweep di questi file; al massimo %1.</translation>
     </message>
     <message>
         <source>--%1 takes a whole number from %2 to %3, not &quot;%4&quot;.</source>
@@ -1046,16 +966,8 @@
         <translation>--%1 accetta al massimo %2 file.</translation>
     </message>
     <message>
-        <source>--%1 and --%2 cannot be given together.</source>
-        <translation>--%1 e --%2 non si possono indicare insieme.</translation>
-    </message>
-    <message>
         <source>--%1 needs %2.</source>
         <translation>--%1 richiede %2.</translation>
-    </message>
-    <message>
-        <source>--%1 leaves no room on standard output for --%2.</source>
-        <translation>--%1 non lascia posto sullo standard output per --%2.</translation>
     </message>
     <message>
         <source>--%1 and --%2 name the same file.</source>
@@ -1066,20 +978,108 @@
         <translation>il riferimento</translation>
     </message>
     <message>
-        <source>Waiting for SCPI clients at port %1</source>
-        <translation>In attesa di client SCPI sulla porta %1</translation>
-    </message>
-    <message>
-        <source>Take SCPI commands at this TCP port of this computer until a signal ends it.</source>
-        <translation>Accetta comandi SCPI su questa porta TCP di questo computer finché un segnale non lo termina.</translation>
-    </message>
-    <message>
         <source>--%1 takes a port from 1 to 65535, not &quot;%2&quot;.</source>
         <translation>--%1 richiede una porta da 1 a 65535, non &quot;%2&quot;.</translation>
     </message>
     <message>
         <source>Show these options.</source>
         <translation>Mostra queste opzioni.</translation>
+    </message>
+    <message>
+        <source>The limits in %1 are in volts: they need --scale linear, and no --reference.</source>
+        <translation>I limiti di %1 sono in volt: serve --scale linear e nessun --reference.</translation>
+    </message>
+    <message>
+        <source>The limits in %1 are in dB: they need a --scale in dB, and no --reference.</source>
+        <translation>I limiti di %1 sono in dB: serve una --scale in dB e nessun --reference.</translation>
+    </message>
+    <message>
+        <source>The limits in %1 are in relative dB: they need a --scale in dB, and a --reference.</source>
+        <translation>I limiti di %1 sono in dB relativi: servono una --scale in dB e un --reference.</translation>
+    </message>
+    <message>
+        <source>The limits in %1 do not cover any point of the sweep.</source>
+        <translation>I limiti di %1 non riguardano alcun punto dello sweep.</translation>
+    </message>
+    <message>
+        <source>Waiting for SCPI clients on port %1</source>
+        <translation>In attesa di client SCPI sulla porta %1</translation>
+    </message>
+    <message>
+        <source>%1: the amplitudes do not match the counts; they are read as %2.</source>
+        <translation>%1: le ampiezze non corrispondono ai conteggi; vengono lette come %2.</translation>
+    </message>
+    <message>
+        <source>Settings file; the window&apos;s file by default.</source>
+        <translation>File delle impostazioni; in mancanza, quello della finestra.</translation>
+    </message>
+    <message>
+        <source>First frequency in Hz, instead of the one in the settings.</source>
+        <translation>Prima frequenza in Hz, al posto di quella delle impostazioni.</translation>
+    </message>
+    <message>
+        <source>Last frequency in Hz, instead of the one in the settings.</source>
+        <translation>Ultima frequenza in Hz, al posto di quella delle impostazioni.</translation>
+    </message>
+    <message>
+        <source>Take this many sweeps and keep the last; 1 by default.</source>
+        <translation>Esegue questo numero di sweep e tiene l&apos;ultimo; 1 se manca.</translation>
+    </message>
+    <message>
+        <source>Scale of the amplitudes, instead of the one in the settings: %1; the numbers 0 to 4 mean the same.</source>
+        <translation>Scala delle ampiezze, al posto di quella delle impostazioni: %1; i numeri da 0 a 4 significano lo stesso.</translation>
+    </message>
+    <message>
+        <source>Read the sweep from a file instead of measuring.</source>
+        <translation>Legge lo sweep da un file invece di misurare.</translation>
+    </message>
+    <message>
+        <source>Show everything relative to the sweep in this file.</source>
+        <translation>Mostra tutto rispetto allo sweep di questo file.</translation>
+    </message>
+    <message>
+        <source>Source and load resistance of a crystal fixture, in ohms; %1 by default.</source>
+        <translation>Resistenza della sorgente e del carico del supporto di un quarzo, in ohm; %1 se manca.</translation>
+    </message>
+    <message>
+        <source>Check the sweep against the limits in this file.</source>
+        <translation>Verifica lo sweep con i limiti di questo file.</translation>
+    </message>
+    <message>
+        <source>Output format: %1.</source>
+        <translation>Formato dell&apos;uscita: %1.</translation>
+    </message>
+    <message>
+        <source>Also draw the sweeps from these files in the picture; at most %1.</source>
+        <translation>Disegna nell&apos;immagine anche gli sweep di questi file; al massimo %1.</translation>
+    </message>
+    <message>
+        <source>Accept SCPI commands on this local TCP port until a signal ends the program.</source>
+        <translation>Accetta comandi SCPI su questa porta TCP locale finché un segnale non termina il programma.</translation>
+    </message>
+    <message>
+        <source>Takes a sweep without a window. Without --output and --picture, it prints the response as figures and a plot.</source>
+        <translation>Esegue uno sweep senza finestra. Senza --output e --picture stampa la risposta in cifre e come grafico.</translation>
+    </message>
+    <message>
+        <source>The file name of a picture must end in .png or .svg, not &quot;%1&quot;.</source>
+        <translation>Il nome di un&apos;immagine deve finire in .png o .svg, non &quot;%1&quot;.</translation>
+    </message>
+    <message>
+        <source>--%1 takes a whole number of at least 1, not &quot;%2&quot;.</source>
+        <translation>--%1 vuole un numero intero da 1 in su, non &quot;%2&quot;.</translation>
+    </message>
+    <message>
+        <source>--%1 and --%2 cannot be combined.</source>
+        <translation>--%1 e --%2 non si possono indicare insieme.</translation>
+    </message>
+    <message>
+        <source>--%1 and --%2 cannot both use standard output.</source>
+        <translation>--%1 e --%2 non possono usare entrambi lo standard output.</translation>
+    </message>
+    <message>
+        <source>--%1 is the settings file.</source>
+        <translation>--%1 è il file delle impostazioni.</translation>
     </message>
 </context>
 <context>

@@ -190,7 +190,7 @@ void TestSweepToolFiles::namesThatClash_data()
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QString>("sentence");
     const QString same = QStringLiteral("--output and --picture name the same file.");
-    const QString output = QStringLiteral("--output names the settings file.");
+    const QString output = QStringLiteral("--output is the settings file.");
     QTest::newRow("one name") << QStringList{QStringLiteral("--output=a.png"), QStringLiteral("--picture=a.png")}
                               << same;
     QTest::newRow("by another way") << QStringList{QStringLiteral("--output=./x/../a.png"),

@@ -200,11 +200,11 @@ void TestSweepToolLimits::limitsOfAnotherUnitAreRefused_data()
     QTest::addColumn<QByteArray>("arguments");
     QTest::addColumn<QString>("sentence");
     const QString volts =
-        QStringLiteral("The limits of limits.csv are volts: they need --scale linear, and no --reference.");
+        QStringLiteral("The limits in limits.csv are in volts: they need --scale linear, and no --reference.");
     const QString decibels =
-        QStringLiteral("The limits of limits.csv are dB: they need a --scale in dB, and no --reference.");
+        QStringLiteral("The limits in limits.csv are in dB: they need a --scale in dB, and no --reference.");
     const QString relative =
-        QStringLiteral("The limits of limits.csv are relative dB: they need a --scale in dB, and a --reference.");
+        QStringLiteral("The limits in limits.csv are in relative dB: they need a --scale in dB, and a --reference.");
     QTest::newRow("volts, on dB") << QByteArray("V") << QByteArray("--scale 1V") << volts;
     QTest::newRow("volts, of a ratio") << QByteArray("V") << QByteArray("--scale linear --reference half.csv") << volts;
     QTest::newRow("dB, on volts") << QByteArray("dB") << QByteArray("--scale linear") << decibels;
@@ -231,7 +231,7 @@ void TestSweepToolLimits::noSampleIsNoVerdict()
     Bench bench("frequency/Hz,upper/V,lower/V\n6000000,0.1,\n7000000,0.1,\n");
     for (const char *format : {"text", "json"}) {
         QCOMPARE(bench.judge(QByteArray("--scale linear --format ") + format), 7);
-        QCOMPARE(bench.sentence(), QStringLiteral("The limits of limits.csv cover no point of the sweep."));
+        QCOMPARE(bench.sentence(), QStringLiteral("The limits in limits.csv do not cover any point of the sweep."));
         QVERIFY(bench.out.isEmpty());
     }
     bench.write("limits.csv", "frequency/Hz,upper/V,lower/V\n");
@@ -319,16 +319,16 @@ void TestSweepToolLimits::badArgumentsAreRefused_data()
     row("--reference=", "--reference takes the name of a file.");
     row("--limits=", "--limits takes the name of a file.");
     row("--picture=a.png --traces=ramp.csv,", "--traces takes the name of a file.");
-    row("--listen 5025 --start 2000000", "--listen and --start cannot be given together.");
-    row("--listen 5025 --output a.csv", "--listen and --output cannot be given together.");
+    row("--listen 5025 --start 2000000", "--listen and --start cannot be combined.");
+    row("--listen 5025 --output a.csv", "--listen and --output cannot be combined.");
     row("--listen 0", "--listen takes a port from 1 to 65535, not \"0\".");
     row("--listen 65536", "--listen takes a port from 1 to 65535, not \"65536\".");
     row("--listen scpi", "--listen takes a port from 1 to 65535, not \"scpi\".");
-    row("--input ramp.csv --start 2000000", "--input and --start cannot be given together.");
-    row("--input ramp.csv --stop 2000000", "--input and --stop cannot be given together.");
-    row("--input ramp.csv --sweeps 1", "--input and --sweeps cannot be given together.");
-    row("--input ramp.csv --average 2", "--input and --average cannot be given together.");
-    row("--average 2 --sweeps 2", "--average and --sweeps cannot be given together.");
+    row("--input ramp.csv --start 2000000", "--input and --start cannot be combined.");
+    row("--input ramp.csv --stop 2000000", "--input and --stop cannot be combined.");
+    row("--input ramp.csv --sweeps 1", "--input and --sweeps cannot be combined.");
+    row("--input ramp.csv --average 2", "--input and --average cannot be combined.");
+    row("--average 2 --sweeps 2", "--average and --sweeps cannot be combined.");
     row("--average 1", "--average takes a whole number from 2 to 999, not \"1\".");
     row("--average 1000", "--average takes a whole number from 2 to 999, not \"1000\".");
     row("--average 2.5", "--average takes a whole number from 2 to 999, not \"2.5\".");
@@ -341,9 +341,9 @@ void TestSweepToolLimits::badArgumentsAreRefused_data()
     row("--results crystal --fixture inf", "--fixture takes a number of ohms above 0, not \"inf\".");
     row("--results crystal --fixture nan", "--fixture takes a number of ohms above 0, not \"nan\".");
     row("--traces ramp.csv", "--traces needs --picture.");
-    row("--output - --results filter", "--output leaves no room on standard output for --results.");
-    row("--output /dev/stdout --limits limits.csv", "--output leaves no room on standard output for --limits.");
-    row("--output - --format json", "--output leaves no room on standard output for --format.");
+    row("--output - --results filter", "--output and --results cannot both use standard output.");
+    row("--output /dev/stdout --limits limits.csv", "--output and --limits cannot both use standard output.");
+    row("--output - --format json", "--output and --format cannot both use standard output.");
     row("--input ramp.csv --output ./ramp.csv", "--output and --input name the same file.");
     row("--input ramp.csv --reference half.csv --output half.csv", "--output and --reference name the same file.");
     row("--input ramp.csv --limits limits.csv --output limits.csv", "--output and --limits name the same file.");

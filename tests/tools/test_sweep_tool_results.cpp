@@ -344,7 +344,7 @@ void TestSweepToolResults::aFileOfAnotherDetectorKeepsItsAmplitudes()
     QVERIFY(isNear(reportOf(tool), "peak", 20.0 * std::log10(0.9)));
     QVERIFY(isNear(reportOf(tool), "bw3", kWidth, 0.002)); // the file has whole millivolts
     QCOMPARE(tool.errors, QStringList(QStringLiteral(
-                              "filter.csv: the amplitudes do not follow from the counts; they are taken as volts.")));
+                              "filter.csv: the amplitudes do not match the counts; they are read as volts.")));
     QCOMPARE(tool.run("--input filter.csv --scale 1V --format json"), 0);
     QVERIFY(isNear(reportOf(tool), "peak", 0.9)); // dB
     QVERIFY(tool.errors.value(0).endsWith(QStringLiteral("they are taken as dB.")));
