@@ -173,6 +173,14 @@ void TestMeasurePanel::theBandwidthIsShown()
     // The results show the next sweep immediately.
     bench.deliver([](int row) { return resonance(row + 50); });
     QCOMPARE(bench.number("lblResult_peakFreq"), 2500000.0);
+    // Other results and back.
+    auto *kinds = bench.find<QComboBox>("cboResults");
+    kinds->setCurrentIndex(1);
+    QVERIFY(!bench.window->findChild<QWidget *>(QStringLiteral("lblResult_bw60")));
+    QCOMPARE(bench.label("lblLevel_M1"), QStringLiteral("7.7 dB"));
+    kinds->setCurrentIndex(0);
+    QCOMPARE(bench.number("lblResult_peakFreq"), 2500000.0);
+    QVERIFY2(std::abs(bench.number("lblResult_bw3") - 400000.0) < 800.0, qPrintable(bench.label("lblResult_bw3")));
 }
 
 void TestMeasurePanel::whatIsMissingSaysWhy()
@@ -246,6 +254,7 @@ void TestMeasurePanel::aStoredTraceStaysWhereItBelongs()
     bench.openPanel();
     bench.turnTo(0);
     bench.click("cmdStore_0");
+    QCOMPARE(bench.text("txtTrace_0"), QStringLiteral("Trace 1"));
     bench.type("txtTrace_0", QStringLiteral("before"));
     bench.deliver([](int) { return 10.0; });
     QCOMPARE(bench.plot().traces.size(), std::size_t{1});
