@@ -16,7 +16,7 @@ const Trace kNone;
 const Trace &there(const Trace &trace)
 {
     if (trace.isEmpty())
-        throw ScpiError{kScpiDataCorruptOrStale, "there is no such trace yet"};
+        throw ScpiError{kScpiDataCorruptOrStale, "this trace does not exist yet"};
     return trace;
 }
 

@@ -161,13 +161,13 @@ std::vector<ScpiCommand> groupCommands(const char *conditions, const std::array<
     using R = ScpiRegisterGroup;
     const char *bits = "<0 to 32767>";
     return {
-        {patterns[0], nullptr, "", "events since it was asked last", nullptr, takeEvent<group>},
+        {patterns[0], nullptr, "", "events since the last query", nullptr, takeEvent<group>},
         {patterns[1], nullptr, "", conditions, nullptr, askCondition<group>},
         {patterns[2], bits, "", "events that go into the status byte", setBits<group, &R::setEnable>,
          askBits<group, &R::enable>, 1, 0, true},
-        {patterns[3], bits, "", "conditions that are an event when they begin",
+        {patterns[3], bits, "", "conditions that set an event when they begin",
          setBits<group, &R::setPositiveTransition>, askBits<group, &R::positiveTransition>, 1, 0, true},
-        {patterns[4], bits, "", "conditions that are an event when they end", setBits<group, &R::setNegativeTransition>,
+        {patterns[4], bits, "", "conditions that set an event when they end", setBits<group, &R::setNegativeTransition>,
          askBits<group, &R::negativeTransition>, 1, 0, true},
     };
 }
@@ -180,32 +180,34 @@ std::vector<ScpiCommand> commonCommands()
     std::vector<ScpiCommand> commands{
         {"*IDN", nullptr, "", "maker, model, serial number 0, version", nullptr, askIdentity},
         {"*RST", "", nullptr,
-         "stops, full range, linear scale, standard speed; average, holds, reference, limits and generator off. "
-         "Outputs and files stay.",
+         "stops; sets full range, linear scale and standard speed; switches average, holds, reference, limits and "
+         "generator off. Outputs and files do not change.",
          reset, nullptr},
         {"*CLS", "", nullptr, "empties the error queue and the event registers", clearStatus, nullptr, 0, 0, true},
         {"*ESE", bits, "", "events that go into bit 5 of the status byte", setEventEnable, askEventEnable, 1, 0, true},
-        {"*ESR", nullptr, "", "the standard events since it was asked last", nullptr, askEvents},
-        {"*OPC", "", "", "the query answers 1 when a single sweep has ended; the command then sets bit 0 of *ESR?",
+        {"*ESR", nullptr, "", "standard events since the last query", nullptr, askEvents},
+        {"*OPC", "", "", "the query returns 1 when a single sweep has ended; the command then sets bit 0 of *ESR?",
          noteCompletion, askCompletion, 0, 0, true},
-        {"*SRE", bits, "", "bits of the status byte that ask for service", setServiceEnable, askServiceEnable, 1, 0,
+        {"*SRE", bits, "", "bits of the status byte that request service", setServiceEnable, askServiceEnable, 1, 0,
          true},
         {"*STB", nullptr, "", "status byte", nullptr, askStatusByte},
         {"*TST", nullptr, "", "0: the hardware is connected and configured; 1: it is not", nullptr, askTest},
-        {"*WAI", "", nullptr, "what follows waits for the end of a single sweep", waitToContinue, nullptr, 0, 0, true},
+        {"*WAI", "", nullptr, "delays later commands until a single sweep has ended", waitToContinue, nullptr, 0, 0,
+         true},
     };
     for (const auto &group :
-         {groupCommands<kOperation>("what is the case now; bit 3: a sweep is running",
+         {groupCommands<kOperation>("current conditions; bit 3: a sweep is running",
                                     {"STATus:OPERation[:EVENt]", "STATus:OPERation:CONDition",
                                      "STATus:OPERation:ENABle", "STATus:OPERation:PTRansition",
                                      "STATus:OPERation:NTRansition"}),
-          groupCommands<kQuestionable>("what is doubtful now: nothing as yet",
+          groupCommands<kQuestionable>("current conditions: none defined",
                                        {"STATus:QUEStionable[:EVENt]", "STATus:QUEStionable:CONDition",
                                         "STATus:QUEStionable:ENABle", "STATus:QUEStionable:PTRansition",
                                         "STATus:QUEStionable:NTRansition"})})
         commands.insert(commands.end(), group.begin(), group.end());
-    commands.push_back({"STATus:PRESet", "", nullptr, "nothing is enabled, and each condition that begins is an event",
-                        preset, nullptr, 0, 0, true});
+    commands.push_back({"STATus:PRESet", "", nullptr,
+                        "disables all events; each condition sets an event when it begins", preset, nullptr, 0, 0,
+                        true});
     return commands;
 }
 

@@ -48,8 +48,8 @@ std::vector<ScpiCommand> fileCommands()
 {
     return {
         {"MMEMory:STORe:SWEep", "<file>", nullptr, "writes the last sweep as a CSV file", storeSweep, nullptr, 1},
-        {"MMEMory:STORe:PICTure", "<file>", nullptr, "writes the graph as a PNG or SVG file, by its name", storePicture,
-         nullptr, 1},
+        {"MMEMory:STORe:PICTure", "<file>", nullptr,
+         "writes the graph as a PNG or SVG file, depending on the file name extension", storePicture, nullptr, 1},
         {"MMEMory:LOAD:SWEep", "<file>", nullptr, "reads a sweep file into the table", loadSweep, nullptr, 1},
         {"HCOPy:DATA", nullptr, "", "the graph as a PNG, in a block", nullptr, askPicture},
     };

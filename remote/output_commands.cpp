@@ -30,7 +30,7 @@ void setFrequency(ScpiCall &call)
     const double hertz = call.number(0, ScpiQuantity::Hertz, {low, high, static_cast<double>(c.ddsMinFreq)});
     const std::int32_t taken = generator.withinLimits(hertz);
     if (std::abs(taken - hertz) > 0.5)
-        call.client.note({kScpiDataOutOfRange, "taken: " + QByteArray::number(taken) + " Hz"});
+        call.client.note({kScpiDataOutOfRange, "set to " + QByteArray::number(taken) + " Hz"});
     generator.setFrequency(taken);
 }
 
@@ -155,8 +155,8 @@ std::vector<ScpiCommand> outputCommands()
     return {
         {"SOURce:FREQuency", "<frequency>|MIN|MAX|DEF", "", "frequency of the generator, Hz", setFrequency,
          askFrequency, 1},
-        {"OUTPut[:STATe]", "<boolean>", "", "the generator as a signal source; a sweep takes it", setOutput, askOutput,
-         1},
+        {"OUTPut[:STATe]", "<boolean>", "",
+         "switches the generator on or off as a signal source; a sweep ends this use", setOutput, askOutput, 1},
         {"MEASure:LEVel", nullptr, "", "level at the detector, dBm", nullptr, askLevel, 0, 0, false, true},
         {"OUTPut:AUX<1|2>", "<0 to 255>", "", "byte of an auxiliary output", setAux, askAux, 1},
         {"OUTPut:POTentiometer", "<0 to 255>", "", "position of the potentiometer", setPotentiometer, askPotentiometer,

@@ -88,7 +88,7 @@ LimitVerdict verdictOf(const ScpiCall &call)
     const TraceSet &traces = call.target.traces();
     const std::int16_t scale = call.target.configuration().scaleType;
     if (shownUnit(scale, traces.isNormalised()) != limits.unit)
-        throw ScpiError{kScpiSettingsConflict, "the limits have another unit than the curve"};
+        throw ScpiError{kScpiSettingsConflict, "the limits and the curve have different units"};
     const Trace &trace = liveTrace(call);
     const Trace reference = traces.isNormalised() ? traces.reference() : Trace();
     const LimitVerdict verdict = judgeTrace(limits, trace, shownAmplitudes(trace, reference, scale));
@@ -119,19 +119,19 @@ std::vector<ScpiCommand> resultCommands()
     const char *kind = "FILTer|NOTCh|CRYStal|MATCh";
     return {
         {"CALCulate:RESult", nullptr, "FILTer|NOTCh|CRYStal|MATCh[,LIVE|AVERage[,<ohms>]]",
-         "the results of a kind, in the order of CALCulate:RESult:KEYS?; 9.91E+37 for one that cannot be had. Ohms "
-         "(50) are those of a crystal's fixture.",
+         "results for a kind of device, in the order of CALCulate:RESult:KEYS?; 9.91E+37 for a missing value. Ohms (50 "
+         "by default): source and load resistance of a crystal fixture.",
          nullptr, askResults, 0, 3},
-        {"CALCulate:RESult:KEYS", nullptr, kind, "what the results of a kind are called", nullptr, askKeys, 0, 1},
+        {"CALCulate:RESult:KEYS", nullptr, kind, "names of the results for a kind of device", nullptr, askKeys, 0, 1},
         {"CALCulate:BWIDth", nullptr, "<dB>[,LIVE|AVERage]",
-         "bandwidth so many dB below the peak, Hz; 3 stands for half the power", nullptr, askBandwidth, 0, 2},
+         "bandwidth at this many dB below the peak, Hz; 3 means half the power", nullptr, askBandwidth, 0, 2},
         {"CALCulate:LIMit:LOAD", "<file>", nullptr, "reads limit lines from a file", loadLimits, nullptr, 1},
-        {"CALCulate:LIMit:STATe", "<boolean>", "", "shows the limits and judges each sweep", setLimitsOn, askLimitsOn,
+        {"CALCulate:LIMit:STATe", "<boolean>", "", "shows the limits and checks each sweep", setLimitsOn, askLimitsOn,
          1},
-        {"CALCulate:LIMit:FAIL", nullptr, "", "1: the last sweep breaks a limit", nullptr, askFail},
+        {"CALCulate:LIMit:FAIL", nullptr, "", "1: the last sweep is outside its limits", nullptr, askFail},
         {"CALCulate:LIMit:REPort", nullptr, "",
-         "samples judged, samples outside, and of the worst sample: frequency, value, limit, margin (below 0: "
-         "outside), UPP or LOW",
+         "samples checked, samples outside; for the worst sample: frequency, value, limit, margin (below 0: outside), "
+         "UPP or LOW",
          nullptr, askReport},
     };
 }

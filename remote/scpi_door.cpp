@@ -59,7 +59,7 @@ QString ScpiDoor::open(quint16 port)
     // This process owns the port, so nobody listens at a socket left by an earlier process.
     QLocalServer::removeServer(path);
     if (folder.isEmpty() || !local->listen(path)) {
-        emit logged(tr("Remote control has no Unix socket (%1).").arg(local->errorString()));
+        emit logged(tr("Remote control could not create its Unix socket (%1).").arg(local->errorString()));
         return {};
     }
     // Remove the execute permission.
@@ -113,8 +113,8 @@ bool ScpiDoor::admits(const std::optional<uid_t> &user, const QString &from)
 {
     if (user && *user == getuid())
         return true;
-    emit logged(user ? tr("Remote control: the user %1 at %2 was turned away.").arg(*user).arg(from)
-                     : tr("Remote control: an unknown user at %1 was turned away.").arg(from));
+    emit logged(user ? tr("Remote control: rejected the user %1 at %2.").arg(*user).arg(from)
+                     : tr("Remote control: rejected an unknown user at %1.").arg(from));
     return false;
 }
 
@@ -131,7 +131,7 @@ void ScpiDoor::welcome(Socket *socket, const QString &from)
             return;
         }
         if (m_clients >= kMostClients)
-            emit logged(tr("Remote control: there are %1 clients already.").arg(kMostClients));
+            emit logged(tr("Remote control: rejected a client, because %1 are already connected.").arg(kMostClients));
         socket->abort();
         socket->deleteLater();
     });
@@ -150,7 +150,7 @@ void ScpiDoor::serve(Socket *socket, const QString &from)
             session->take(socket->read(kChunk));
     };
     const auto drop = [this, socket, from] {
-        emit logged(tr("Remote control: the client at %1 does not read and was dropped.").arg(from));
+        emit logged(tr("Remote control: disconnected the client at %1, which does not read its responses.").arg(from));
         socket->abort();
     };
     connect(socket, &Socket::readyRead, session, read);

@@ -52,7 +52,7 @@ ScpiSession::ScpiSession(RemoteTarget &target, QObject *parent)
 {
     m_patience.setSingleShot(true);
     connect(&m_patience, &QTimer::timeout, this, [this] {
-        m_client.note({kScpiExecutionError, "it did not happen in time"});
+        m_client.note({kScpiExecutionError, "time limit exceeded"});
         endWaiting();
         run();
     });

@@ -34,7 +34,7 @@ double limited(ScpiCall &call, double hertz)
 {
     const double taken = std::clamp(hertz, lowest(call), highest(call));
     if (taken != hertz)
-        call.client.note({kScpiDataOutOfRange, "taken: " + QByteArray::number(taken, 'f', 0) + " Hz"});
+        call.client.note({kScpiDataOutOfRange, "set to " + QByteArray::number(taken, 'f', 0) + " Hz"});
     return taken;
 }
 
@@ -72,7 +72,7 @@ void setAround(ScpiCall &call, double middle, double span)
 {
     const double widest = 2.0 * std::min(middle - lowest(call), highest(call) - middle);
     if (std::abs(span) > widest)
-        call.client.note({kScpiDataOutOfRange, "span taken: " + QByteArray::number(widest, 'f', 0) + " Hz"});
+        call.client.note({kScpiDataOutOfRange, "span set to " + QByteArray::number(widest, 'f', 0) + " Hz"});
     const double half = std::copysign(std::min(std::abs(span), widest) / 2.0, span);
     call.target.setRange(middle - half, middle + half);
 }
@@ -138,7 +138,7 @@ void requireSpeeds(const ScpiCall &call)
 {
     const InterfaceKind *kind = interfaceKind(call.target.configuration().interfaceType);
     if (!kind || !kind->hasSpeeds)
-        throw ScpiError{kScpiSettingsConflict, "this interface has one speed"};
+        throw ScpiError{kScpiSettingsConflict, "this interface has only one speed"};
 }
 
 void setSpeed(ScpiCall &call)
@@ -277,33 +277,32 @@ std::vector<ScpiCommand> sweepCommands()
     return {
         {"[SENSe:]FREQuency:STARt", hertz, which, "first frequency of the sweep, Hz", setStart, askStart, 1, 1},
         {"[SENSe:]FREQuency:STOP", hertz, which, "last frequency of the sweep, Hz", setStop, askStop, 1, 1},
-        {"[SENSe:]FREQuency:CENTer", hertz, which, "middle of the sweep, Hz; the span stays if the limits allow it",
+        {"[SENSe:]FREQuency:CENTer", hertz, which, "centre of the sweep, Hz; keeps the span if the limits allow it",
          setCentre, askCentre, 1, 1},
         {"[SENSe:]FREQuency:SPAN", hertz, which,
-         "width of the sweep, Hz, around the same middle; negative where the sweep falls", setSpan, askSpan, 1, 1},
-        {"[SENSe:]FREQuency:STEP", nullptr, "", "distance of two samples, Hz", nullptr, askStep},
+         "span of the sweep, Hz, around the same centre; negative for a descending sweep", setSpan, askSpan, 1, 1},
+        {"[SENSe:]FREQuency:STEP", nullptr, "", "distance between two samples, Hz", nullptr, askStep},
         {"[SENSe:]SWEep:POINts", nullptr, "", "samples in a sweep: 400", nullptr, askPoints},
-        {"[SENSe:]SWEep:SPEed", "STANdard|SLOW|VSLow", "", "time to settle at each frequency; parallel port only",
+        {"[SENSe:]SWEep:SPEed", "STANdard|SLOW|VSLow", "", "settling time at each frequency; parallel port only",
          setSpeed, askSpeed, 1},
-        {"[SENSe:]SWEep:TIME", nullptr, "", "seconds from the last sweep but one to the last", nullptr, askTime},
+        {"[SENSe:]SWEep:TIME", nullptr, "", "seconds between the last two sweeps", nullptr, askTime},
         {"[SENSe:]SWEep:COUNt", nullptr, "", "sweeps since the last start", nullptr, askCount},
-        {"INITiate[:IMMediate]", "", nullptr, "starts a single sweep; *OPC? tells its end", initiate, nullptr},
-        {"INITiate:CONTinuous", "<boolean>", "",
-         "sweeps until it is switched off, and then to the end of the sweep that runs", setContinuous, askContinuous,
-         1},
-        {"ABORt", "", nullptr, "stops the sweep, and waits for the hardware to say so", abortSweep, nullptr},
+        {"INITiate[:IMMediate]", "", nullptr, "starts a single sweep; *OPC? reports its end", initiate, nullptr},
+        {"INITiate:CONTinuous", "<boolean>", "", "repeats sweeps; when switched off, completes the current sweep",
+         setContinuous, askContinuous, 1},
+        {"ABORt", "", nullptr, "stops the sweep and waits until the hardware has confirmed it", abortSweep, nullptr},
         {"[SENSe:]AVERage[:STATe]", "<boolean>", "", "averages the sweeps", switchHold<TraceSet::Source::Average>,
          askHold<TraceSet::Source::Average>, 1},
         {"[SENSe:]AVERage:COUNt", "<2 to 999>|MIN|MAX|DEF", which, "sweeps in the average", setAverageCount,
          askAverageCount, 1, 1},
-        {"[SENSe:]AVERage:CLEar", "", nullptr, "average and holds start again", clearAverage, nullptr},
+        {"[SENSe:]AVERage:CLEar", "", nullptr, "restarts average and holds", clearAverage, nullptr},
         {"[SENSe:]HOLD:MAXimum", "<boolean>", "", "keeps the highest amplitude at each frequency",
          switchHold<TraceSet::Source::MaxHold>, askHold<TraceSet::Source::MaxHold>, 1},
         {"[SENSe:]HOLD:MINimum", "<boolean>", "", "keeps the lowest amplitude at each frequency",
          switchHold<TraceSet::Source::MinHold>, askHold<TraceSet::Source::MinHold>, 1},
         {"[SENSe:]CORRection:COLLect[:ACQuire]", "THRough", nullptr,
-         "the last sweep becomes the reference, and what is shown is relative to it", collect, nullptr, 1},
-        {"[SENSe:]CORRection[:STATe]", "<boolean>", "", "whether curves are relative to the reference", setCorrection,
+         "uses the last sweep as the reference and shows the curves relative to it", collect, nullptr, 1},
+        {"[SENSe:]CORRection[:STATe]", "<boolean>", "", "shows the curves relative to the reference", setCorrection,
          askCorrection, 1},
     };
 }

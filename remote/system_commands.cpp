@@ -81,16 +81,15 @@ void askFormat(ScpiCall &call)
 std::vector<ScpiCommand> systemCommands()
 {
     return {
-        {"SYSTem:ERRor[:NEXT]", nullptr, "", "the oldest error, which it removes; 0: there is none", nullptr,
-         takeError},
+        {"SYSTem:ERRor[:NEXT]", nullptr, "", "returns and removes the oldest error; 0: no error", nullptr, takeError},
         {"SYSTem:ERRor:COUNt", nullptr, "", "errors in the queue, at most 30", nullptr, askErrorCount},
         {"SYSTem:VERSion", nullptr, "", "the version of SCPI: 1999.0", nullptr, askVersion},
         {"SYSTem:HELP:HEADers", nullptr, "", "all commands, in a block", nullptr, askHeaders},
         {"INSTrument:CATalog", nullptr, "", "the interfaces that the program knows", nullptr, askInterfaces},
         {"INSTrument:SELect", nullptr, "", "the interface in use", nullptr, askInterface},
         {"FORMat[:DATA]", "ASCii|REAL[,64]", "",
-         "how rows of numbers come: as text, or as a block of numbers with 64 bits, most significant byte first",
-         setFormat, askFormat, 2, 0, true},
+         "format of number lists: text, or a block of 64-bit numbers, most significant byte first", setFormat,
+         askFormat, 2, 0, true},
     };
 }
 

@@ -73,7 +73,7 @@ void storeTrace(ScpiCall &call)
             traces.rename(slot, QStringLiteral("Trace %1").arg(slot + 1));
     });
     if (!isThere)
-        throw ScpiError{kScpiDataCorruptOrStale, "there is no such trace yet"};
+        throw ScpiError{kScpiDataCorruptOrStale, "this trace does not exist yet"};
 }
 
 void deleteTrace(ScpiCall &call)
@@ -97,7 +97,7 @@ void askTrace(ScpiCall &call)
 {
     const Trace &trace = call.target.traces().stored(slotOf(call)).trace;
     if (trace.isEmpty())
-        throw ScpiError{kScpiDataCorruptOrStale, "nothing is stored there"};
+        throw ScpiError{kScpiDataCorruptOrStale, "no trace is stored there"};
     call.answer(amplitudesOf(call, trace));
 }
 
@@ -231,23 +231,24 @@ std::vector<ScpiCommand> traceCommands()
         {"CALCulate:FREQuency", nullptr, trace, "frequencies of a trace, Hz", nullptr, askFrequencies, 0, 1},
         {"CALCulate:COUNts", nullptr, "", "the detector's counts of the last sweep", nullptr, askCounts},
         {"CALCulate:UNIT", "V|DB|DBM", "",
-         "unit of amplitudes for this client; V is a ratio and DB a difference where curves are relative", setUnit,
-         askUnit, 1, 0, true},
-        {"TRACe:STORe", "<1 to 4>[,LIVE|AVERage|MAXHold|MINHold]", nullptr, "keeps a trace", storeTrace, nullptr, 2},
-        {"TRACe:DELete", slot, nullptr, "removes a kept trace", deleteTrace, nullptr, 1},
-        {"TRACe:CATalog", nullptr, "", "numbers and names of the kept traces; 0: there is none", nullptr, askCatalogue},
-        {"TRACe:DATA", nullptr, slot, "amplitudes of a kept trace", nullptr, askTrace, 0, 1},
+         "unit of amplitudes for this client; for relative curves, V is a ratio and DB a difference", setUnit, askUnit,
+         1, 0, true},
+        {"TRACe:STORe", "<1 to 4>[,LIVE|AVERage|MAXHold|MINHold]", nullptr, "stores a trace", storeTrace, nullptr, 2},
+        {"TRACe:DELete", slot, nullptr, "removes a stored trace", deleteTrace, nullptr, 1},
+        {"TRACe:CATalog", nullptr, "", "numbers and names of the stored traces; 0: none", nullptr, askCatalogue},
+        {"TRACe:DATA", nullptr, slot, "amplitudes of a stored trace", nullptr, askTrace, 0, 1},
         {"DISPlay:SCALe", "LINear|DBV|DBVHead|DB10V|DB10VHead", "",
          "volts, or dB referred to 1 V or 10 V, each up to 0 dB or with headroom up to +10 dB", setScale, askScale, 1},
         {"DISPlay:RLEVel", "<level>|MIN|MAX|DEF", "", "top of the scale: volts, or 0 or 10 dB", setLevel, askLevel, 1},
         {"DISPlay:BOTTom", "<level>|MIN|MAX|DEF", "", "bottom of the scales in dB", setBottom, askBottom, 1},
-        {"CALCulate:MARKer<1|2>:X", "<frequency>|MIN|MAX|DEF", "", "puts M1 or M2 on the sample nearest to it, Hz",
+        {"CALCulate:MARKer<1|2>:X", "<frequency>|MIN|MAX|DEF", "", "moves M1 or M2 to the nearest sample, Hz",
          setMarker, askMarkerX, 1},
         {"CALCulate:MARKer<1|2>:Y", nullptr, "", "amplitude at M1 or M2", nullptr, askMarkerY},
-        {"CALCulate:MARKer<1|2>:MAXimum", "", nullptr, "puts the marker on the highest sample", markHighest, nullptr},
-        {"CALCulate:MARKer<1|2>:MINimum", "", nullptr, "puts the marker on the lowest sample", markLowest, nullptr},
+        {"CALCulate:MARKer<1|2>:MAXimum", "", nullptr, "moves the marker to the highest sample", markHighest, nullptr},
+        {"CALCulate:MARKer<1|2>:MINimum", "", nullptr, "moves the marker to the lowest sample", markLowest, nullptr},
         {"CALCulate:MARKer<1|2>:NEXT", "[RIGHt|LEFT[,<dB>]]", nullptr,
-         "puts the marker on the next peak that rises by so many dB (3) above what surrounds it", markNext, nullptr, 2},
+         "moves the marker to the next peak that rises by at least this many dB (3 by default) above its surroundings",
+         markNext, nullptr, 2},
     };
 }
 

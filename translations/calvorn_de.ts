@@ -3681,10 +3681,6 @@
         <translation>Die Fernsteuerung kann den Port %1 nicht benutzen (%2).</translation>
     </message>
     <message>
-        <source>Remote control has no Unix socket (%1).</source>
-        <translation>Die Fernsteuerung hat keinen Unix-Socket (%1).</translation>
-    </message>
-    <message>
         <source>port %1</source>
         <translation>Port %1</translation>
     </message>
@@ -3693,20 +3689,24 @@
         <translation>dem Unix-Socket</translation>
     </message>
     <message>
-        <source>Remote control: the user %1 at %2 was turned away.</source>
+        <source>Remote control could not create its Unix socket (%1).</source>
+        <translation>Die Fernsteuerung konnte ihren Unix-Socket nicht anlegen (%1).</translation>
+    </message>
+    <message>
+        <source>Remote control: rejected the user %1 at %2.</source>
         <translation>Fernsteuerung: Der Benutzer %1 (%2) wurde abgewiesen.</translation>
     </message>
     <message>
-        <source>Remote control: an unknown user at %1 was turned away.</source>
+        <source>Remote control: rejected an unknown user at %1.</source>
         <translation>Fernsteuerung: Ein unbekannter Benutzer (%1) wurde abgewiesen.</translation>
     </message>
     <message>
-        <source>Remote control: there are %1 clients already.</source>
-        <translation>Fernsteuerung: Es gibt schon %1 Clients.</translation>
+        <source>Remote control: rejected a client, because %1 are already connected.</source>
+        <translation>Fernsteuerung: Client abgewiesen, da bereits %1 verbunden sind.</translation>
     </message>
     <message>
-        <source>Remote control: the client at %1 does not read and was dropped.</source>
-        <translation>Fernsteuerung: Der Client (%1) liest nicht und wurde getrennt.</translation>
+        <source>Remote control: disconnected the client at %1, which does not read its responses.</source>
+        <translation>Fernsteuerung: Der Client %1 liest seine Antworten nicht und wurde getrennt.</translation>
     </message>
 </context>
 <context>

@@ -3681,10 +3681,6 @@
         <translation>Il controllo remoto non può usare la porta %1 (%2).</translation>
     </message>
     <message>
-        <source>Remote control has no Unix socket (%1).</source>
-        <translation>Il controllo remoto non ha un socket Unix (%1).</translation>
-    </message>
-    <message>
         <source>port %1</source>
         <translation>porta %1</translation>
     </message>
@@ -3693,20 +3689,24 @@
         <translation>il socket Unix</translation>
     </message>
     <message>
-        <source>Remote control: the user %1 at %2 was turned away.</source>
+        <source>Remote control could not create its Unix socket (%1).</source>
+        <translation>Il controllo remoto non ha potuto creare il suo socket Unix (%1).</translation>
+    </message>
+    <message>
+        <source>Remote control: rejected the user %1 at %2.</source>
         <translation>Controllo remoto: l&apos;utente %1 (%2) è stato respinto.</translation>
     </message>
     <message>
-        <source>Remote control: an unknown user at %1 was turned away.</source>
+        <source>Remote control: rejected an unknown user at %1.</source>
         <translation>Controllo remoto: un utente sconosciuto (%1) è stato respinto.</translation>
     </message>
     <message>
-        <source>Remote control: there are %1 clients already.</source>
-        <translation>Controllo remoto: ci sono già %1 client.</translation>
+        <source>Remote control: rejected a client, because %1 are already connected.</source>
+        <translation>Controllo remoto: client respinto, ce ne sono già %1 collegati.</translation>
     </message>
     <message>
-        <source>Remote control: the client at %1 does not read and was dropped.</source>
-        <translation>Controllo remoto: il client (%1) non legge ed è stato scollegato.</translation>
+        <source>Remote control: disconnected the client at %1, which does not read its responses.</source>
+        <translation>Controllo remoto: il client %1 non legge le risposte ed è stato disconnesso.</translation>
     </message>
 </context>
 <context>
