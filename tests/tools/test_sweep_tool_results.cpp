@@ -347,7 +347,7 @@ void TestSweepToolResults::aFileOfAnotherDetectorKeepsItsAmplitudes()
                               "filter.csv: the amplitudes do not match the counts; they are read as volts.")));
     QCOMPARE(tool.run("--input filter.csv --scale 1V --format json"), 0);
     QVERIFY(isNear(reportOf(tool), "peak", 0.9)); // dB
-    QVERIFY(tool.errors.value(0).endsWith(QStringLiteral("they are taken as dB.")));
+    QVERIFY(tool.errors.value(0).endsWith(QStringLiteral("they are read as dB.")));
 }
 
 void TestSweepToolResults::aFallingSweepIsTheSame()
