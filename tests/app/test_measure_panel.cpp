@@ -244,7 +244,7 @@ void TestMeasurePanel::outsideTheReferenceIsAGap()
     bench.deliver([](int) { return 400.0; });
     QVERIFY(!std::isnan(bench.plot().live->amplitudes[100]));
     QVERIFY(std::isnan(bench.plot().live->amplitudes[300]));
-    QVERIFY(bench.label("lblReference").contains(QStringLiteral("does not reach")));
+    QVERIFY(bench.label("lblReference").contains(QStringLiteral("has no data")));
 }
 
 void TestMeasurePanel::aStoredTraceStaysWhereItBelongs()

@@ -367,7 +367,7 @@ void TestCalvornSweep::badSettings()
 {
     Tool tool("[Config]\r\nInterface=2\r\nDDS Device=AD1234\r\n");
     QCOMPARE(tool.run(), 2);
-    QVERIFY(tool.sentence().contains(QStringLiteral("not supported")));
+    QVERIFY(tool.sentence().contains(QStringLiteral("unsupported")));
     QCOMPARE(tool.run({QStringLiteral("--settings"), QStringLiteral("nowhere.ini")}), 2);
     QVERIFY(tool.sentence().contains(QStringLiteral("nowhere.ini cannot be read")));
     QCOMPARE(tool.run({QStringLiteral("--settings"), QStringLiteral("/")}), 2);
