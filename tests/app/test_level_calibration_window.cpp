@@ -4,6 +4,7 @@
 #include "tests/support/detector_laws.h"
 #include "tests/support/interface_rows.h"
 #include "tests/support/interface_settings.h"
+#include "tests/support/paint_count.h"
 #include "tests/support/sweep_tool.h"
 #include "tests/support/while_modal.h"
 #include "tests/support/window_bench.h"
@@ -133,7 +134,13 @@ void TestLevelCalibrationWindow::twoPointsOfALogarithmicDetector()
         QVERIFY(!apply->isEnabled());
         bench.measure(dialog, 0);
         QVERIFY(!apply->isEnabled());
+        // The text begins where the curve does, and a new point is drawn.
+        auto *curve = dialog.findChild<QWidget *>(QStringLiteral("picLevel"));
+        QCOMPARE(dialog.findChild<QWidget *>(QStringLiteral("lblTold"))->x(), curve->x());
+        test::PaintCount painted;
+        curve->installEventFilter(&painted);
         bench.measure(dialog, 8);
+        QTRY_VERIFY(painted.count > 0);
         QVERIFY(apply->isEnabled());
         click(dialog, "cmdApply");
         QVERIFY(!dialog.isVisible());

@@ -106,6 +106,10 @@ void TestLevelPage::theLevelIsRead()
     QVERIFY(std::abs(bench.label("lblLevelVolts").section(u' ', 0, 0).toDouble() - 22.36) < 0.6);
     QVERIFY2(bench.label("lblLevelWatts").endsWith(QStringLiteral(" µW")), qPrintable(bench.label("lblLevelWatts")));
     QVERIFY(std::abs(bench.find<QProgressBar>("barLevel")->value() + 200) <= 3);
+    // The three small numbers have equal room.
+    const int width = bench.find<QLabel>("lblLevelVolts")->width();
+    for (const char *name : {"lblLevelWatts", "lblLevelRelative"})
+        QVERIFY(std::abs(bench.find<QLabel>(name)->width() - width) <= 1);
     // Readings do not reach the table.
     QVERIFY(!bench.table()->hasSweep());
     QVERIFY(bench.desktop.boxes.isEmpty());

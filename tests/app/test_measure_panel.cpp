@@ -7,12 +7,14 @@
 
 #include <QComboBox>
 #include <QDockWidget>
+#include <QHeaderView>
 #include <QMenu>
 #include <QSignalSpy>
 #include <QSpinBox>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTableWidget>
+#include <QToolButton>
 
 #include <array>
 #include <cmath>
@@ -282,6 +284,8 @@ void TestMeasurePanel::aTraceIsSavedAndLoadedWithoutTheTable()
     bench.openPanel();
     bench.turnTo(0);
     bench.click("cmdStore_2");
+    QVERIFY(bench.find<QToolButton>("cmdTrace_2")->menu());
+    QCOMPARE(bench.find<QToolButton>("cmdTrace_2")->menu()->actions().size(), 3);
     bench.desktop.fileChoice = bench.folder.path() + QStringLiteral("/cable.csv");
     bench.trigger("mnuSaveTrace_2");
     bench.deliver([](int) { return 10.0; });
@@ -389,6 +393,9 @@ void TestMeasurePanel::limitsAreJudged()
     QVERIFY(bench.isChecked("chkLimits"));
     QCOMPARE(bench.label("lblVerdict"), QStringLiteral("PASS"));
     QCOMPARE(bench.plot().limits.size(), std::size_t{2});
+    const auto *points = bench.find<QTableWidget>("tblLimits");
+    QCOMPARE(points->rowCount(), 21);
+    QCOMPARE(points->horizontalHeader()->length(), points->viewport()->width());
     bench.deliver([](int) { return 400.0; });
     QCOMPARE(bench.label("lblLimitCounts"), QStringLiteral("1 passed, 0 failed"));
     QVERIFY2(bench.label("lblWorst").contains(QStringLiteral("3.00 dB inside")), qPrintable(bench.label("lblWorst")));
@@ -491,6 +498,7 @@ void TestMeasurePanel::choicesAreKept()
     QTest::keyClicks(fixture, QStringLiteral("12,5"));
     QTest::keyClick(fixture, Qt::Key_Tab);
     QCOMPARE(fixture->value(), 12.5);
+    bench.click("chkTrackPeak");
     bench.window->close();
     bench.open();
     QVERIFY(bench.isChecked("chkMinHold"));
@@ -499,6 +507,7 @@ void TestMeasurePanel::choicesAreKept()
     QCOMPARE(bench.find<QSpinBox>("txtAverageOver")->value(), 77);
     QCOMPARE(bench.find<QComboBox>("cboResults")->currentIndex(), 2);
     QCOMPARE(bench.find<QDoubleSpinBox>("txtFixture")->value(), 12.5);
+    QVERIFY(bench.isChecked("chkTrackPeak"));
     QVERIFY(bench.root()->findChild<QLabel *>(QStringLiteral("lblResult_rm")));
     // Settings of other components are unchanged.
     QCOMPARE(bench.folder.setting("Calvorn", "Start"), QStringLiteral("1000000"));

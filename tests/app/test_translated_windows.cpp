@@ -15,6 +15,8 @@
 
 #include <QListWidget>
 #include <QMenu>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTabWidget>
 
 using namespace calvorn;
@@ -196,6 +198,9 @@ void TestTranslatedWindows::theMeasurePanelHasRoomAndLetters()
             pages->setCurrentIndex(page);
             QTest::qWait(0);
             QCOMPARE(cutOffTexts(*bench.window), QString());
+            QCOMPARE(overlaps(*pages->currentWidget()), QString());
+            const auto *area = qobject_cast<const QScrollArea *>(pages->currentWidget());
+            QVERIFY(area && !area->horizontalScrollBar()->isVisible());
             Mnemonics letters;
             letters.addVisibleIn(*bench.window);
             for (const QAction *title : bench.window->menuBar()->actions())

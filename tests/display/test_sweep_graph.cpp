@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "display/frequency_captions.h"
 #include "tests/display/display_bench.h"
+#include "tests/support/paint_count.h"
 #include "tests/support/quiet_time.h"
 
 #include <QApplication>
@@ -32,18 +33,6 @@ private:
         {
             painted.append(event->rect());
             SweepGraph::paintEvent(event);
-        }
-    };
-
-    class PaintCount : public QObject
-    {
-    public:
-        int count = 0;
-
-        bool eventFilter(QObject *, QEvent *event) override
-        {
-            count += event->type() == QEvent::Paint ? 1 : 0;
-            return false;
         }
     };
 
@@ -242,7 +231,7 @@ private slots:
         bench.show();
         auto *captions = bench.find<FrequencyCaptions>(QStringLiteral("frameCaptions"));
         QVERIFY(captions);
-        PaintCount painted;
+        test::PaintCount painted;
         captions->installEventFilter(&painted);
         const auto isQuiet = [&painted] {
             painted.count = 0;
