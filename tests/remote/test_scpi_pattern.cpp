@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "remote/scpi_command.h"
 #include "remote/scpi_pattern.h"
 
 #include <QTest>
@@ -48,6 +49,7 @@ private slots:
     void mnemonics_data();
     void mnemonics();
     void memoryOfTheTree();
+    void theTableTakesTheParametersThatItNames();
 };
 
 void TestScpiPattern::matches_data()
@@ -353,6 +355,19 @@ void TestScpiPattern::memoryOfTheTree()
         QVERIFY(!stop.matches(unit));
         QCOMPARE(parser.next(unit, error), ScpiMessage::Step::Unit);
         QVERIFY(stop.matches(unit));
+    }
+}
+
+void TestScpiPattern::theTableTakesTheParametersThatItNames()
+{
+    // "<frequency>[,<dB>]" names two.
+    const auto named = [](const char *parameters) {
+        const QByteArray text(parameters);
+        return text.isEmpty() ? 0 : static_cast<int>(text.count(',')) + 1;
+    };
+    for (const ScpiCommand &command : scpiCommands()) {
+        QVERIFY2(command.mostParameters == named(command.parameters), command.pattern);
+        QVERIFY2(command.mostQueryParameters == named(command.queryParameters), command.pattern);
     }
 }
 
