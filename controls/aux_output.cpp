@@ -14,6 +14,14 @@
 
 namespace calvorn {
 
+namespace {
+#if QT_VERSION >= QT_VERSION_CHECK(6, 7, 0)
+constexpr auto kStateChanged = &QCheckBox::checkStateChanged;
+#else
+constexpr auto kStateChanged = &QCheckBox::stateChanged; // deprecated since Qt 6.9
+#endif
+} // namespace
+
 AuxOutput::AuxOutput(std::int16_t number, std::int16_t &value, Configuration &configuration, AuxHardware hardware,
                      ErrorBoundary &boundary, QWidget *parent)
     : QGroupBox(parent)
@@ -35,7 +43,7 @@ AuxOutput::AuxOutput(std::int16_t number, std::int16_t &value, Configuration &co
         box->setTristate(true);
         box->setToolTip(tr("Click: off, half, on"));
         box->installEventFilter(this);
-        connect(box, &QCheckBox::stateChanged, this, [this, i] { boxChanged(i); });
+        connect(box, kStateChanged, this, [this, i] { boxChanged(i); });
         grid->addWidget(box, i / 4, i % 4);
         m_steps[static_cast<std::size_t>(i)].box = box;
     }
