@@ -171,6 +171,8 @@ void TestBoardMenus::theModeIsThatOfTheTestPanel()
 {
     const Bench bench(m_server.program(), settings("3", "[Serial Port]\r\nCommPort=100\r\n"));
     QCOMPARE(bench.marked("mnuVnaMode"), QStringLiteral("mnuVnaMode_1"));
+    QCOMPARE(bench.action("mnuVnaMode_1")->text(), QStringLiteral("&1  Angle"));
+    QCOMPARE(bench.action("mnuVnaMode_3")->text(), QStringLiteral("&3  DUT"));
     m_server.takeCalls();
     bench.choose("mnuVnaMode", "mnuVnaMode_3");
     QCOMPARE(bench.configuration.measuringMode, std::int16_t{3});

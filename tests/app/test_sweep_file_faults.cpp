@@ -77,7 +77,7 @@ public:
     ~ReadOnlyFolder()
     {
         if (m_changed && seteuid(0) != 0)
-            qFatal("root does not come back");
+            qFatal("cannot become root again");
         chmod(m_path.constData(), 0755);
     }
     bool holds() const { return access(m_path.constData(), F_OK) == 0 && geteuid() != 0; }
@@ -153,7 +153,7 @@ void TestSweepFileFaults::brokenFilesEndSilently_data()
     QTest::newRow("no number") << wholeFile({1}) + "2,x,3,4\r\n";
     QTest::newRow("an empty field") << wholeFile({1}) + "2,,3,4\r\n";
     QTest::newRow("three fields") << wholeFile({1}) + "2,2000000,3\r\n400,2000000,5\r\n";
-    QTest::newRow("too large a number") << wholeFile({1}) + "2,1e400,3,4\r\n";
+    QTest::newRow("a number too large") << wholeFile({1}) + "2,1e400,3,4\r\n";
     QTest::newRow("not a number at all") << wholeFile({1}) + "2,nan,3,4\r\n400,inf,3,4\r\n";
     QTest::newRow("a frequency beyond 32 bits") << crossed(good, "1,2001000,1,2\r\n", "1,99999999999,1,2\r\n");
     QTest::newRow("a last frequency beyond 32 bits")
@@ -179,12 +179,15 @@ void TestSweepFileFaults::brokenFilesEndSilently()
         Bench bench;
         const Shown before(bench);
         const QString header = bench.table()->text(0, 0);
+        const QSignalSpy changed(bench.table(), &SweepTable::dataChanged);
         bench.writeFile(content);
         // A file that was read to its end may still ask about the calibration.
         bench.desktop.answers.enqueue(kBoxCancel);
         bench.trigger("mnuOpenCSV");
         QVERIFY(Shown(bench) == before);
         QCOMPARE(bench.table()->text(0, 0), header);
+        // What was read before the error is shown.
+        QVERIFY(!changed.isEmpty());
         QVERIFY2(lastLogLine(bench).startsWith(QStringLiteral("Import: ")), qPrintable(lastLogLine(bench)));
         for (const auto &box : bench.desktop.boxes)
             QCOMPARE(box.title, bench.desktop.fileChoice);
@@ -199,7 +202,7 @@ void TestSweepFileFaults::oddFilesAreRead_data()
     QTest::newRow("only LF") << crossed(good, "\r\n", "\n");
     QTest::newRow("only CR") << crossed(good, "\r\n", "\r");
     QTest::newRow("no line end at the end") << good.chopped(2);
-    QTest::newRow("blanks around") << crossed(good, ",", " ,\t");
+    QTest::newRow("blanks around the fields") << crossed(good, ",", " ,\t");
     QTest::newRow("numbers in quotes") << crossed(good, "7,2007000,", "\"7\",\"2007000\",");
     QTest::newRow("with a byte order mark") << QByteArray("\xEF\xBB\xBF") + good;
     QTest::newRow("UTF-8 in the header") << crossed(good, "Frequency", "Fréquence µ");
@@ -368,7 +371,7 @@ void TestSweepFileFaults::aFullDisk()
     }
     exportFails(bench, before, bench.desktop.fileChoice);
     bench.trigger("mnuSaveCSV");
-    QVERIFY2(bench.file() != before, "with room again the export works again");
+    QVERIFY2(bench.file() != before, "the export fails in spite of free space");
 }
 
 void TestSweepFileFaults::aReadOnlyFolder()

@@ -207,6 +207,8 @@ void TestTestPanel::samplesAndErrorsAreShown()
     bench.open();
     bench.panel->echoSample(400, 1023);
     QCOMPARE(bench.text("txtRX"), QStringLiteral("400:1023"));
+    // The buttons are as wide as their column.
+    QCOMPARE(bench.find("cmdDraw")->width(), bench.find("cmdFreqStart")->width());
     for (int i = 0; i < 3; ++i)
         bench.panel->countError();
     QCOMPARE(bench.text("txtErrori"), QStringLiteral("3"));

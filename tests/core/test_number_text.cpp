@@ -138,6 +138,7 @@ void TestNumberText::reads()
     QCOMPARE(numbers.toDouble(QStringLiteral("\u22125")), -5.0);
     QCOMPARE(errorOf([&] { read("1e400"); }), kOverflow);
     QCOMPARE(errorOf([&] { numbers.toSingle(QStringLiteral("1e39")); }), kOverflow);
+    QCOMPARE(numbers.toSingle(QStringLiteral("340282346638528859811704183484516925440")), 3.40282347e38F);
     QCOMPARE(numbers.toSingle(inLocale(locale, QStringLiteral("0.0048"))), 0.0048F);
 }
 

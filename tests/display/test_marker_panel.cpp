@@ -181,6 +181,25 @@ private slots:
         QVERIFY(std::abs(graph.line(GraphItem::M1).x1 - 200.0) <= 1.0);
     }
 
+    void escapeBringsADraggedLineBack()
+    {
+        DisplayBench bench;
+        bench.show();
+        SweepGraph &graph = bench.panel.graph();
+        bench.type(QStringLiteral("txtM2X"), QStringLiteral("6000000"));
+        const int from = static_cast<int>(0.5 + 201.0 / 400.0 * (graph.width() - 1));
+        QTest::mousePress(&graph, Qt::LeftButton, {}, QPoint(from, 100));
+        QTest::mouseMove(&graph, QPoint(from + 40, 100));
+        QTRY_VERIFY(graph.line(GraphItem::M2).x1 > 220.0);
+        QTest::keyPress(&bench.window, Qt::Key_Escape);
+        QCOMPARE(graph.line(GraphItem::M2).x1, 201.0);
+        QTest::keyRelease(&bench.window, Qt::Key_Escape);
+        QTest::mouseMove(&graph, QPoint(from + 60, 100));
+        QTest::mouseRelease(&graph, Qt::LeftButton, {}, QPoint(from + 60, 100));
+        QCOMPARE(graph.line(GraphItem::M2).x1, 201.0);
+        QCOMPARE(bench.text(QStringLiteral("txtM2X")), QStringLiteral("6,000,000"));
+    }
+
     void markersAreCopiedIntoTheRange()
     {
         DisplayBench bench;
