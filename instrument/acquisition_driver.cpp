@@ -15,15 +15,14 @@ namespace {
 
 constexpr int kWatchMs = 1000;
 constexpr int kMostUnanswered = 3; // ticks
-// Until a server is killed that has been asked to end: a board that no longer answers takes 2 s. One that has been
-// silent for three seconds already is likely to hang.
+// Time for a server to end after the request, before it is killed: with a board that no longer answers, the server
+// needs 2 s. A server that has been silent for three seconds probably hangs, so it gets less time.
 constexpr int kPatienceMs = 2000;
 constexpr int kLittlePatienceMs = 1000;
-// The fastest of the simulated boards sends some 17,000 vectors a second, and lets the window have its turn all the
-// time.
+// The fastest simulated board sends about 17,000 vectors a second and still leaves the event loop enough time.
 constexpr int kLongestTurnMs = 2000;
 constexpr int kMostInLongTurn = 200;
-// A sweep takes some 40 ms at least, and tells of its end or of an error once.
+// A sweep takes at least about 40 ms and reports its end or an error once.
 constexpr int kMostNewsInSecond = 200;
 
 } // namespace
@@ -63,7 +62,7 @@ bool AcquisitionDriver::startSweep()
     generatorCommanded();
     const bool accepted = runPlan({configuration().startFreq, configuration().stepFreq});
     sweepBegun();
-    // What needs an open port may have one by now.
+    // Operations that need an open port may succeed now.
     if (late)
         emit hardwareReady();
     m_settingsSent = true;
@@ -111,7 +110,7 @@ void AcquisitionDriver::generatorCommanded()
         emit generatorTaken();
 }
 
-// Its aComplete is still to come, and the vectors that are on their way belong to no plan of the table.
+// The aComplete of the reading is still to come; vectors that are still on their way match no plan and are dropped.
 void AcquisitionDriver::endReading()
 {
     if (!m_reading)
@@ -124,7 +123,7 @@ void AcquisitionDriver::endReading()
 void AcquisitionDriver::shutDown()
 {
     m_closing = true;
-    // What still arrives concerns nobody any more.
+    // Later events are of no interest.
     disconnect();
     releaseHardware();
 }
@@ -140,7 +139,8 @@ void AcquisitionDriver::ensureServer()
     m_attached = true;
     m_takenVectors = 0;
     m_vectorPlan.reset();
-    // The first operation of a start-up comes here too; only any other one has to catch up on the start-up.
+    // During start-up the first operation also calls this function; only any other operation has to run the start-up
+    // here.
     if (!m_startingUp)
         startUp();
 }
@@ -161,7 +161,7 @@ QString AcquisitionDriver::bounded(const QString &text)
     return text.size() <= kLongestText ? text : text.left(kLongestText) + u'…';
 }
 
-// False for what a server has left behind that is no longer there, and for what comes without end.
+// Counts an event. Returns false for events of a server that has ended or is now ended for flooding.
 bool AcquisitionDriver::takesEvents()
 {
     ++m_eventsInTurn;
@@ -170,7 +170,7 @@ bool AcquisitionDriver::takesEvents()
     return m_attached;
 }
 
-// The same for ends, and for errors that the user is told of: nothing sends many, and each costs the log a line.
+// Like takesEvents(), for sweep ends and reported errors: they are rare, and each adds a line to the log.
 bool AcquisitionDriver::takesNews()
 {
     if (m_second.hasExpired(1000)) {
@@ -195,11 +195,11 @@ void AcquisitionDriver::serverEnded()
     emit generatorTaken();
     if (!std::exchange(m_sweepRuns, false) && !m_endedByFlood)
         return;
-    // Not from inside the call that failed: events arrive between window messages. Before the error, so that its box
-    // does not keep those waiting who wait for the end of the sweep.
+    // Queued, because events must not arrive during the failed call. Posted before the error, so that its message box
+    // does not delay code that waits for the end of the sweep.
     QMetaObject::invokeMethod(
         this, [this, isReading] { isReading ? emit readingEnded(true) : emit aComplete(); }, Qt::QueuedConnection);
-    // After a time-out the failed call has its own message.
+    // After a time-out the failed call shows its own message.
     if (m_endedByTimeout)
         return;
     const QString what = m_endedByWatch ? tr("The acquisition server did not answer and was terminated.")
@@ -217,7 +217,7 @@ void AcquisitionDriver::serverCompleted()
         sweepEnded();
         return;
     }
-    // A sweep may have begun behind it.
+    // If the reading was stopped, a sweep may already be running.
     const bool byItself = m_reading.has_value();
     if (byItself)
         watchEnds();
@@ -260,8 +260,8 @@ bool AcquisitionDriver::isAcknowledgementDue()
     return true;
 }
 
-// The one rule that ties a vector to its plan. It compares what was measured with what stands in the table, so the
-// order of calls and events does not matter.
+// The only check that a vector matches its plan. Compares the measured plan with the table, so the order of calls and
+// events does not matter.
 bool AcquisitionDriver::isOfTablePlan() const
 {
     const std::optional<SweepAxis> axis = m_context.table.axis();
@@ -275,7 +275,7 @@ void AcquisitionDriver::sweepBegun()
     m_watch.start();
 }
 
-// Counts its own ticks and not the time, so that a program that was stopped does not blame the server.
+// Counts ticks instead of time, so that a pause of this program does not count against the server.
 void AcquisitionDriver::watchServer()
 {
     const bool answered = m_question && m_question->isFinished() && !m_question->isError();
@@ -322,7 +322,7 @@ void AcquisitionDriver::watchEnds()
 
 AcquisitionDriver::ErrorReaction AcquisitionDriver::reactionTo(std::int16_t tipoErrore) const
 {
-    // A server that is gone concerns the user whatever the hardware is.
+    // The end of a server is reported on every interface.
     return tipoErrore == numberOf(ErrorCode::ServerEnded) ? ErrorReaction::LogAndAsk : hardwareReactionTo(tipoErrore);
 }
 

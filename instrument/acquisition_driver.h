@@ -27,7 +27,7 @@ namespace calvorn {
 
 class AuxiliaryOutputs;
 
-// What the three drivers share with the rest of the program.
+// The objects that every driver uses.
 struct DriverContext
 {
     Configuration &configuration;
@@ -37,149 +37,150 @@ struct DriverContext
     Clock &clock;
 };
 
-// What the vectors that come from the server were measured with.
+// The plan and mode that the server used to measure its vectors.
 struct VectorPlan
 {
     SweepAxis axis;
-    std::int16_t mode = 0; // of the MiniVNA; 0 elsewhere
+    std::int16_t mode = 0; // MiniVNA: its mode; 0 for the other interfaces
 
     bool operator==(const VectorPlan &) const = default;
 };
 
-// One hardware interface, as the window sees it; the work is done in the acquisition server. Each driver holds all
-// that is particular to its interface.
+// One hardware interface from the window's point of view; the acquisition server does the actual work. Each driver
+// contains everything specific to its interface.
 //
-// Every operation that calls the server throws RuntimeError(DriverCall) when the call fails; a call that is not
-// answered in time is RuntimeError(NoAnswer) and ends the server, because nothing more is to be expected of it. Events
-// never arrive inside an operation: they come as window messages.
+// Every operation that calls the server throws RuntimeError(DriverCall) when the call fails. A call without an answer
+// in time throws RuntimeError(NoAnswer) and ends the server, which is assumed to hang. Events never arrive during an
+// operation: they come from the event loop.
 //
-// A vector is passed on only while the plan that the server announced for it is the plan of the table and of the mode
-// that the program converts with; every other one is dropped here.
+// A vector is emitted only while the plan that the server announced for it matches the table and the present mode; all
+// other vectors are dropped.
 //
-// A server that sends events without end, so that the window gets to nothing else, is ended, too; what it has sent
-// until then is dropped. Of the text of an error no more than kLongestText characters are taken.
+// A server that floods the window with events, so that the window cannot react, is also ended, and its pending events
+// are dropped. Error texts are cut to kLongestText characters.
 //
-// What the hardware refuses is told by refused(); a driver shows nothing.
+// refused() reports what the hardware refuses; a driver never shows a message itself.
 //
-// While a sweep runs the server is asked once a second whether it works. One that does not say yes for three seconds is
-// ended, and the error event says so.
+// During a sweep, the driver asks the server once a second whether it works. A server that says no, or that does not
+// answer for three seconds, is ended, and an error event reports this.
 class AcquisitionDriver : public QObject
 {
     Q_OBJECT
 
 public:
-    // What an error event of this interface does to the user.
+    // How the program reacts to an error event of this interface.
     enum class ErrorReaction { Ignore, CountSilently, LogOnly, LogAndAsk };
     // What happens to a running sweep when the range changes.
     enum class Replanning { InPlace, StopAndRestart };
 
-    // path: of the driver's object in the server, kLptPath and its neighbours.
+    // path: the path of the driver's object in the server, such as kLptPath.
     AcquisitionDriver(const DriverContext &context, QString path, QObject *parent);
 
-    // The description of its interface.
+    // The description of this interface.
     virtual const InterfaceKind &kind() const = 0;
 
     virtual QString logPrefix() const = 0; // "P> ", "L> " or "V> "
     virtual QString caption() const = 0;   // of the main window
 
-    // Whether the counts of its vectors fall where the detector's voltage rises, see SampleConversion.
+    // Returns true if the counts fall as the detector's voltage rises; see SampleConversion.
     virtual bool countsAreInverted() const { return false; }
 
-    // The auxiliary outputs; null where the hardware has none.
+    // Returns the auxiliary outputs, or null if the hardware has none.
     virtual AuxiliaryOutputs *outputs() { return nullptr; }
 
     ErrorReaction reactionTo(std::int16_t tipoErrore) const;
     virtual Replanning replanning() const = 0;
 
-    // Opens the port and configures the hardware. A refusal leaves the driver usable. Emits hardwareReady() after
+    // Opens the port and configures the hardware. After a refusal the driver remains usable. Emits hardwareReady() on
     // success.
     void startUp();
 
-    // The hardware was configured, its server is there, and its port has not been lost since: a detector that is read
-    // now says something.
+    // Returns true if the hardware was configured, its server runs and its port has not been lost since: a reading of
+    // the detector is then valid.
     bool isConfigured() const { return m_settingsSent && !m_portLost && isServerUp(); }
 
-    // The sequence that starts a sweep of the current plan. False: the hardware refused to prepare it.
-    // A server that has died is started and configured anew first. Hardware whose port could not be opened at the
-    // start-up is configured now: the server opens the port with the sweep.
+    // Starts a sweep of the current plan. Returns false if the hardware refused to prepare it. First restarts and
+    // configures a server that has died. Hardware whose port could not be opened at start-up is configured now: the
+    // server opens the port with the sweep.
     virtual bool startSweep();
 
     // reason: kStopForNewRange or kStopForUser.
     virtual void stopSweep(std::int16_t reason) = 0;
 
-    // Gives a running sweep the current plan. Only for Replanning::InPlace.
+    // Applies the current plan to a running sweep. Only for Replanning::InPlace.
     virtual void replanSweep() {}
 
-    // Puts the idle generator on a changed start frequency. Not told by generatorTaken().
+    // Moves the idle generator to a changed start frequency. Does not emit generatorTaken().
     void parkAtChangedStart();
 
-    // After aComplete has been handled.
+    // Called after aComplete has been handled.
     virtual void sweepCompleted() {}
 
     // code: the number of a SweepSpeed. Only the parallel port has speeds.
     virtual void setSpeed(std::int16_t code) { Q_UNUSED(code) }
 
-    // --- generator and modes by hand, from the test panel ---
+    // --- manual control of generator and modes, from the test panel ---
 
-    // Puts the generator on the start frequency: as an output, and as the start of a sweep.
+    // Send the start frequency: sendFrequency() sets the output to it, sendStartFrequency() the start of a sweep.
     virtual void sendFrequency() = 0;
     virtual void sendStartFrequency() { sendFrequency(); }
 
-    // Tells the generator the step of a sweep, where it takes one by itself.
+    // Sends the step of a sweep, on hardware with a separate command for it.
     virtual void sendStepFrequency() {}
 
-    // Brings the generator back to its first state and puts it on kResetFrequency. May block for more than a second.
+    // Resets the generator and sets it to kResetFrequency. May block for more than a second.
     virtual void resetGenerator() = 0;
 
-    // What the instrument measures now; empty where it measures one thing only.
+    // Caption of the present measuring mode; empty if the instrument has only one.
     virtual QString modeCaption() const { return {}; }
 
-    // Everything that it can measure, in the order of nextMode().
+    // Captions of all measuring modes, in the order of nextMode().
     virtual QStringList modeCaptions() const { return {}; }
 
-    // Goes from the mode of this caption to the next one, whose caption is returned; any other caption comes back and
-    // changes nothing. The instrument hears of it by sendMode().
+    // Selects the mode after the one with this caption and returns its caption. Returns an unknown caption unchanged
+    // and selects nothing. The instrument receives the mode with sendMode().
     virtual QString nextMode(const QString &present) { return present; }
-    // Takes the mode at this place of modeCaptions(); the instrument hears of it in the same way.
+    // Selects the mode at this index of modeCaptions(); the instrument receives it with sendMode().
     virtual void chooseMode(int index) { Q_UNUSED(index) }
     virtual void sendMode() {}
 
-    // --- generator and detector as instruments of their own, while no sweep runs ---
+    // --- generator and detector as separate instruments, while no sweep runs ---
 
-    // Puts the generator on this frequency (Hz). False: the board refused it. A frequency that the hardware cannot
-    // give, or a board that does not answer, may be told later, by aErrore().
+    // Sets the generator to this frequency (Hz). Returns false if the board refused it. A frequency that the hardware
+    // cannot generate, or a board that does not answer, may be reported later, by aErrore().
     bool generate(std::int32_t hertz);
-    // Switches the generator's output off, until the next frequency or sweep.
+    // Switches the generator's output off until the next frequency or sweep.
     void silence();
 
-    // Whether the counts say what level there is at the detector.
+    // Returns true if the counts represent the level at the detector.
     virtual bool measuresLevel() const { return true; }
 
-    // Whether the detector can be read while the generator stands still; elsewhere it is read in sweeps only.
+    // Returns true if the detector can be read without moving the generator; otherwise it is read only in sweeps.
     virtual bool readsWithoutSweep() const { return false; }
 
-    // What the converter reads now; for hardware that readsWithoutSweep(). 0 where the port was lost: aErrore() says
-    // so.
+    // Returns a reading of the converter; only for hardware with readsWithoutSweep(). Returns 0 if the port was lost,
+    // which aErrore() reports.
     virtual int readDetectorCount() { return 0; }
 
-    // For all other hardware: sweeps over 400 Hz around this frequency, or beside it where the limits of the
-    // configuration want it so. readingTaken() brings the counts of each, until stopReading() or until any other
-    // operation needs the hardware; then comes readingEnded().
-    // False: not now. The hardware is not configured, or has not said yet that the last reading has ended.
+    // For all other hardware: sweeps over 400 Hz around this frequency, shifted if necessary to stay within the
+    // configured limits. readingTaken() delivers the counts of each sweep, until stopReading() or until another
+    // operation needs the hardware; readingEnded() follows.
+    // Returns false if this is not possible now: the hardware is not configured, or has not yet confirmed the end of
+    // the last reading.
     bool startReading(std::int32_t hertz);
     void stopReading() { endReading(); }
     bool isReading() const { return m_reading.has_value(); }
 
     // --- calibration, while no sweep runs ---
 
-    // Whether tryOffset() acts on the hardware at once.
+    // Returns true if tryOffset() affects the hardware at once.
     virtual bool triesOffsets() const { return false; }
 
-    // Parks the generator on the start frequency with this offset in Hz.
+    // Sets the generator to the start frequency, with this offset in Hz.
     virtual void tryOffset(double hertz) { Q_UNUSED(hertz) }
 
-    // What the detector reads now, in volts, with an offset that is being tried (volts); nothing where the interface
-    // delivers readings only while it sweeps. May block for some 50 ms.
+    // Returns the detector's present voltage with a trial offset (volts), or nothing if the interface delivers readings
+    // only while it sweeps. May block for about 50 ms.
     virtual std::optional<double> detectorVolts(double triedOffset, const SweepTable &table)
     {
         Q_UNUSED(triedOffset)
@@ -189,82 +190,83 @@ public:
 
     // ----
 
-    // Stops, parks and closes. From here on every operation that would need the server again ends with
-    // RuntimeError(Closing), which nobody is shown.
+    // Stops the sweep, parks the generator and closes the port. After this call, every operation that would need the
+    // server throws RuntimeError(Closing), which is never shown.
     void shutDown();
 
 signals:
     void aComplete();
     void aErrore(std::int16_t tipoErrore, const QString &descrizione);
-    // 400 detector counts for the 400 rows of the table, in their order.
+    // 400 detector counts, in the order of the 400 rows of the table.
     void aVettore(const QVector<int> &vettore);
 
-    // See startReading(): counts as the converter delivers them.
+    // See startReading(). counts: as received from the converter.
     void readingTaken(const QVector<int> &counts);
-    // byItself: nobody had stopped it.
+    // byItself: the reading ended without stopReading().
     void readingEnded(bool byItself);
 
-    // Something other than generate() and silence() has put the generator where it is now: a sweep, a reading, a
-    // frequency by hand, a reset, a start of the hardware. Or its server has gone.
+    // The generator may have another frequency or state now: through a sweep, a reading, manual control, a reset or a
+    // start of the hardware, or because its server has ended. Not emitted for generate() and silence().
     void generatorTaken();
 
-    // A reset has made the board forget its sweep: no aComplete is to be waited for.
+    // A reset has cancelled the board's sweep: no aComplete will follow.
     void sweepForgotten();
 
-    // The start-up has got as far as an open port, or not; reason: what the server said, if it said something.
+    // The result of opening the port during start-up; reason: the server's message, if any.
     void portOpened();
     void portRefused(const QString &reason);
 
-    // What the hardware refused, for the user. withBeep: how a fault at the start-up is told.
+    // The hardware refused an operation. text: message for the user. withBeep: true for faults during start-up.
     void refused(const QString &text, bool withBeep);
 
-    // The instrument measures something else now: modeCaption().
+    // The measuring mode has changed. caption: modeCaption().
     void modeChanged(const QString &caption);
 
-    // The hardware has just been configured: outputs that the user set are to be restored.
+    // The hardware has just been configured: the outputs that the user set must be restored.
     void hardwareReady();
 
 protected:
-    // The start-up of this interface: opens, configures, tells of a refusal; true when all went well.
+    // The start-up of this interface: opens the port, configures the hardware and reports a refusal. Returns true on
+    // success.
     virtual bool configureHardware() = 0;
 
-    // Stops, parks and closes, with the server that there is.
+    // Stops the sweep, parks the generator and closes the port, without starting a server.
     virtual void releaseHardware() = 0;
 
-    // Hands over the settings of the hardware, in the order of the start-up; the port need not be open.
+    // Sends the hardware settings, in the order of the start-up; the port need not be open.
     virtual void sendSettings() {}
 
-    // Prepares and runs; false when the preparation was refused.
+    // Prepares and runs a sweep. Returns false when the preparation was refused.
     virtual bool runPlan(const SweepAxis &plan) = 0;
 
-    // parkAtChangedStart(), generate() and silence() of this interface.
+    // Implement parkAtChangedStart(), generate() and silence() for this interface.
     virtual void park() = 0;
     virtual bool putGeneratorOn(std::int32_t hertz) = 0;
     virtual void putGeneratorOff() = 0;
 
-    // For each command that moves the generator.
+    // Must be called for each command that moves the generator.
     void generatorCommanded();
 
-    // The mode that the program converts with.
+    // The mode that the program uses for conversion.
     virtual std::int16_t mode() const { return 0; }
 
-    // A pending call of the operation IsWorking.
+    // Returns a pending call of the operation IsWorking.
     virtual QDBusPendingReply<bool> askWhetherWorking() = 0;
 
-    // The reaction to the codes of the interface itself.
+    // Returns the reaction to the error codes of this interface.
     virtual ErrorReaction hardwareReactionTo(std::int16_t tipoErrore) const = 0;
 
-    // Called whenever a server has come up: makes the proxy on this connection.
+    // Called whenever a server has started: creates the proxy on this connection.
     virtual void attach(const QDBusConnection &connection, const QString &path) = 0;
 
-    // Brings up a server where there is none and configures the hardware as at start-up.
+    // Starts a server if none is running, and configures the hardware as at start-up.
     void ensureServer();
 
-    // The hardware is wanted for something else.
+    // Ends a reading because another operation needs the hardware.
     void endReading();
     bool isServerUp() const { return m_context.server.isConnected(); }
 
-    // Waits for the answer of a call, at most for the proxy's time-out; the first value written back, if any.
+    // Waits for the answer to a call, at most for the proxy's time-out. Returns the first output value, if any.
     template <typename... Out>
     auto finish(QDBusPendingReply<Out...> reply)
     {
@@ -275,25 +277,25 @@ protected:
             return reply.template argumentAt<0>();
     }
 
-    // The events of the server, as they arrive.
+    // Handlers of the server's events.
     void serverCompleted();
     void serverFailed(std::int16_t code, const QString &text);
     void serverPlanned(const VectorPlan &plan);
-    // False for one that a server has left behind.
+    // Returns false for a vector of a server that has ended.
     bool takesVector(const QVector<int> &counts);
 
-    // The server is told of every fourth vector that it and the three before it have been taken. It may have twice as
-    // many that it was not told of, so it never waits for the fourth, and each of the two programs wakes up less often.
+    // Returns true for every fourth vector: the program acknowledges four vectors at a time, which wakes both programs
+    // up less often. The server allows eight unacknowledged vectors, so it need not wait.
     bool isAcknowledgementDue();
 
-    // Opens the port, a call that fails counting as a refusal, which is told in these words.
+    // Opens the port. On failure, also of the call itself, reports this refusal and returns false.
     bool tellWhetherOpen(const std::function<bool()> &openPort, const QString &refusal);
     QString serialPortRefusal() const;
 
-    // One step of a shutdown whose errors do not matter; nothing where there is no server any more.
+    // Performs one step of a shutdown and only logs its errors. Does nothing without a server.
     void ignoringErrors(const std::function<void()> &step);
 
-    // Serial interfaces: a transmission error is only counted, any other goes to the log.
+    // For serial interfaces: transmission errors are only counted, all others are logged.
     static ErrorReaction serialReactionTo(std::int16_t tipoErrore);
 
     Configuration &configuration() const { return m_context.configuration; }
@@ -301,13 +303,13 @@ protected:
     Clock &clock() const { return m_context.clock; }
 
 private:
-    // An object may be let go of by its own signal.
+    // deleteLater(), because an object may be released in its own signal.
     struct DeleteLater
     {
         void operator()(QObject *object) const { object->deleteLater(); }
     };
 
-    static constexpr qsizetype kLongestText = 1000; // characters of what the server says
+    static constexpr qsizetype kLongestText = 1000; // length of the server's texts
     static QString bounded(const QString &text);
 
     [[noreturn]] void callFailed(const QDBusError &error);
@@ -325,11 +327,11 @@ private:
     DriverContext m_context;
     QString m_path;
     std::optional<VectorPlan> m_vectorPlan; // as announced by the server
-    std::optional<VectorPlan> m_reading;    // of startReading()
-    bool m_readingCompletes = false;        // the next aComplete is that of a reading, which may have been stopped
-    bool m_commandsGenerator = false;       // by parkAtChangedStart(), generate() or silence()
+    std::optional<VectorPlan> m_reading;    // from startReading()
+    bool m_readingCompletes = false;        // the next aComplete belongs to a reading, which may have been stopped
+    bool m_commandsGenerator = false;       // the command comes from parkAtChangedStart(), generate() or silence()
     bool m_portLost = false;
-    int m_takenVectors = 0; // since the server was told
+    int m_takenVectors = 0; // since the last acknowledgement
     bool m_attached = false;
     bool m_sweepRuns = false;
     bool m_startingUp = false;
@@ -337,20 +339,20 @@ private:
     bool m_endedByTimeout = false;
     bool m_endedByWatch = false;
     bool m_endedByFlood = false;
-    QElapsedTimer m_turn;                                             // since the window last had its turn
-    int m_eventsInTurn = 0;                                           // of the server
-    QElapsedTimer m_second;                                           // the one in which news are counted
-    int m_newsInSecond = 0;                                           // ends and errors but those of the transfer
-    bool m_settingsSent = false;                                      // to this server
-    QTimer m_watch;                                                   // while a sweep runs
-    std::unique_ptr<QDBusPendingCallWatcher, DeleteLater> m_question; // IsWorking
-    int m_unanswered = 0;                                             // ticks since it was asked
+    QElapsedTimer m_turn;        // since the event loop last woke up
+    int m_eventsInTurn = 0;      // number of server events since then
+    QElapsedTimer m_second;      // the second in which news are counted
+    int m_newsInSecond = 0;      // sweep ends, and all errors but transmission ones
+    bool m_settingsSent = false; // to the present server
+    QTimer m_watch;              // runs during a sweep
+    std::unique_ptr<QDBusPendingCallWatcher, DeleteLater> m_question; // the pending IsWorking call
+    int m_unanswered = 0;                                             // ticks since the call
 };
 
-// Around the frequency at which the detector is read in sweeps, Hz.
+// Width in Hz of the sweeps that read the detector.
 inline constexpr std::int32_t kReadingSpan = kSweepPoints;
 
-// Where a reset leaves the generator, Hz.
+// The generator's frequency after a reset, in Hz.
 inline constexpr std::int32_t kResetFrequency = 1000000;
 
 } // namespace calvorn

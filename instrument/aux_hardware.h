@@ -13,40 +13,41 @@ namespace calvorn {
 class AcquisitionDriver;
 class Log;
 
-// The auxiliary outputs of the hardware. A write that fails throws RuntimeError.
+// The auxiliary outputs of the hardware. A failed write throws RuntimeError.
 class AuxiliaryOutputs
 {
 public:
     virtual void setAux(std::uint8_t value, std::int16_t output) = 0; // output 1 or 2
-    // Writes to the potentiometer on the I2C bus; false when it did not acknowledge.
+    // Writes to the potentiometer on the I2C bus. Returns false without an acknowledgement.
     virtual bool writeI2c(std::uint8_t control, std::uint8_t command, std::uint8_t data) = 0;
 
 protected:
     ~AuxiliaryOutputs() = default;
 };
 
-// What an auxiliary output does to the hardware. A write that fails throws RuntimeError; it is left to failed(), and
-// not told to the user.
+// Functions that write to the auxiliary outputs. A failed write throws RuntimeError; sendByte() and sendPosition() pass
+// the error to failed() and do not show it to the user.
 struct AuxHardware
 {
     std::function<void(std::uint8_t value, std::int16_t output)> setAux;
-    // control, command, data; false when nothing acknowledged.
+    // Arguments: control, command, data. Returns false without an acknowledgement.
     std::function<bool(std::uint8_t, std::uint8_t, std::uint8_t)> writeI2c;
     std::function<void(const QString &reason)> failed;
-    // Whether there are outputs at all.
+    // Returns true if the hardware has outputs.
     std::function<bool()> isThere = [] { return true; };
 
-    // Both writes, with a failure passed to failed().
+    // Writes a byte; passes an error to failed().
     void sendByte(std::uint8_t value, std::int16_t output) const;
-    // Notes in msgResult whether the potentiometer acknowledged: -1 or 0.
+    // Writes pot2 and stores in msgResult whether the potentiometer acknowledged: -1 if so, otherwise 0. Passes an
+    // error to failed().
     void sendPosition(std::uint8_t control, std::uint8_t command, Configuration &configuration) const;
 };
 
-// The hardware behind the driver of this moment; nothing happens where that has no outputs.
+// Uses the driver that is present at the time of each write; does nothing if it has no outputs.
 AuxHardware auxHardwareOf(const std::function<AcquisitionDriver *()> &driver, Log &log);
 
-// The stored bytes of the outputs that are enabled, and the stored position of the potentiometer where there is one, to
-// freshly configured hardware. The position is clamped into its range.
+// Sends the stored bytes of the enabled outputs, and the stored position of a configured potentiometer, to newly
+// configured hardware. Clamps the position to its range.
 void restoreOutputs(Configuration &configuration, const AuxHardware &hardware);
 
 } // namespace calvorn

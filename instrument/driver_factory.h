@@ -7,8 +7,8 @@
 
 namespace calvorn {
 
-// The driver of the configured interface; null for an interface type that has none. The one place where the type of the
-// interface decides.
+// Creates the driver of the configured interface, or returns null for an unknown interface type. The only place that
+// selects code by interface type.
 std::unique_ptr<AcquisitionDriver> makeDriver(const DriverContext &context);
 
 } // namespace calvorn

@@ -5,16 +5,16 @@
 
 namespace calvorn {
 
-// The plan of a sweep: 400 samples from startFreq in steps of stepFreq. Works on the record alone.
+// Functions for the plan of a sweep: 400 samples from startFreq in steps of stepFreq. They use only the configuration.
 
-// |stop - start| in Hz; RuntimeError(Overflow) when it does not fit.
+// Returns |stop - start| in Hz. Throws RuntimeError(Overflow) when the result does not fit.
 std::int32_t sweepRange(const Configuration &configuration);
 
-// Widens a range below kMinSweepRange, within ddsMaxFreq and not below 1 Hz. Returns whether it had to: startNotice
-// and stopNotice then say what became of the start (may be empty) and the stop. Otherwise both are emptied.
+// Widens a range below kMinSweepRange, within ddsMaxFreq and not below 1 Hz. Returns true if the range was changed:
+// startNotice (may be empty) and stopNotice then describe the change. Otherwise clears both.
 bool correctRange(Configuration &configuration);
 
-// (stop - start) / 400 in Hz, rounded half to even.
+// Returns (stop - start) / 400 in Hz, rounded half to even.
 std::int32_t stepOfRange(std::int32_t startFreq, std::int32_t stopFreq);
 
 } // namespace calvorn

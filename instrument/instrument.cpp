@@ -14,11 +14,11 @@ namespace calvorn {
 
 namespace {
 
-// The slowest speed needs a few seconds for a sweep.
+// At the slowest speed a sweep takes a few seconds.
 constexpr int kSweepTimeoutMs = 30000;
 constexpr int kPollMs = 50;
 
-// Of a text for a box, whose lines end with a carriage return.
+// Returns the first line of a message box text, whose lines end with a carriage return.
 QString firstLine(const QString &text)
 {
     return text.section(u'\r', 0, 0);
@@ -110,7 +110,7 @@ bool Instrument::startSweep(SweepRun run)
             m_sweepState = kIdle;
         return accepted;
     } catch (const RuntimeError &) {
-        // No sweep has begun, so no aComplete would ever lead back to idle.
+        // No sweep has begun, so no aComplete would follow to reset the state.
         m_sweepState = kIdle;
         throw;
     }
@@ -154,12 +154,12 @@ SweepOutcome Instrument::takeSweeps(int count, const std::function<bool()> &isIn
         const bool noAnswer = error.kind() == RuntimeError::Kind::NoAnswer;
         outcome = {noAnswer ? SweepOutcome::Kind::NoAnswer : SweepOutcome::Kind::Failed, error.message()};
     }
-    // However it went, the hardware is at rest when the caller goes on.
+    // Ends the server in every case, so that the hardware is idle when the caller continues.
     m_server.stop();
     return outcome;
 }
 
-// What the driver refuses while it starts up.
+// Connects the hardware and stores a refusal of the driver in the outcome. Returns true on success.
 bool Instrument::connectTelling(SweepOutcome &outcome)
 {
     QObject listener;
@@ -206,14 +206,14 @@ SweepOutcome Instrument::take(int count, const std::function<bool()> &isInterrup
     emit connected();
     if (!startSweep())
         return {SweepOutcome::Kind::SweepRefused, QString()};
-    // What has happened already has nobody to wake.
+    // An error that has already occurred can no longer end the loop, so do not wait then.
     if (outcome.kind == SweepOutcome::Kind::Done)
         waitForSweeps(taken, isInterrupted, wait);
     driver.disconnect(&wait);
     try {
         shutDown();
     } catch (const RuntimeError &error) {
-        // What was taken is good all the same.
+        // The stored sweeps are valid all the same.
         emit told(error.message());
     }
     if (isInterrupted())
@@ -223,7 +223,7 @@ SweepOutcome Instrument::take(int count, const std::function<bool()> &isInterrup
     return outcome.kind != SweepOutcome::Kind::Done ? outcome : SweepOutcome{SweepOutcome::Kind::NoAnswer, QString()};
 }
 
-// A damaged transfer costs one sweep; the next one comes.
+// A damaged transfer loses only one sweep; the next one follows.
 void Instrument::hardwareFailed(std::int16_t code, const QString &text, SweepOutcome &outcome, QEventLoop &wait)
 {
     switch (static_cast<ErrorCode>(code)) {
@@ -244,7 +244,7 @@ void Instrument::hardwareFailed(std::int16_t code, const QString &text, SweepOut
     wait.quit();
 }
 
-// Counts its own ticks and not the time: while the program is stopped, none passes.
+// Counts ticks instead of time, so that a pause of this program does not count.
 void Instrument::waitForSweeps(const int &taken, const std::function<bool()> &isInterrupted, QEventLoop &wait)
 {
     QTimer poll;

@@ -18,20 +18,20 @@
 
 namespace calvorn {
 
-// How long a sweep goes on: again and again until it is stopped, or until one vector is stored.
+// When a sweep ends: when the user stops it, or after one stored vector.
 enum class SweepRun { UntilStopped, Once };
 
-// How takeSweeps() ended, with the reason in words where there is one.
+// The result of takeSweeps(), with a reason in words where there is one.
 struct SweepOutcome
 {
     enum class Kind {
         Done,
         PortRefused, // the port could not be opened
-        PortLost,    // the port failed while it was in use
+        PortLost,    // the port failed during use
         SetUpRefused,
         SweepRefused,
         NoAnswer, // no sweep in time, or a board that does not answer
-        Failed,   // an error that the hardware or the conversion raised
+        Failed,   // an error of the hardware or the conversion
         Interrupted
     };
 
@@ -39,21 +39,21 @@ struct SweepOutcome
     QString reason;
 };
 
-// The measuring instrument: the driver of the configured interface, the acquisition server behind it, the table of the
-// last sweep, and the conversion in between. It shows nothing: results are returned, and events are raised. The window,
-// calvorn-sweep and whatever controls it from afar stand on it.
+// The measuring instrument: the driver of the configured interface, the acquisition server, the table of the last sweep
+// and the conversion of counts. Shows nothing itself: it returns results and emits signals. Used by the window,
+// calvorn-sweep and remote control.
 //
-// One sweep at a time. It is idle, or sweeping from startSweep() until the driver's aComplete.
+// Runs one sweep at a time: the state is idle, or sweeping from startSweep() to the driver's aComplete.
 class Instrument : public QObject
 {
     Q_OBJECT
 
 public:
-    // Values of sweepState().
+    // Values returned by sweepState().
     static constexpr std::int16_t kIdle = 0;
     static constexpr std::int16_t kSweeping = 4;
 
-    // serverProgram: the acquisition server; it is told the settings file.
+    // serverProgram: path of the acquisition server, which receives the path of the settings file.
     Instrument(Configuration &configuration, Log &log, Clock &clock, const QString &serverProgram,
                const QString &settingsFile, QObject *parent = nullptr);
     ~Instrument() override;
@@ -65,12 +65,12 @@ public:
 
     // --- connect ---
 
-    // Lets the server come up, so that it is there by the time that connectHardware() needs it.
+    // Starts the server in advance, so that it is ready when connectHardware() needs it.
     void launchServer() { m_server.launch(); }
 
-    // Makes the driver of the configured interface. False: the interface has none.
+    // Creates the driver of the configured interface. Returns false for an unknown interface.
     bool makeDriver();
-    // A driver of another make, in place of the configured one.
+    // Replaces the configured driver with a driver of another class.
     template <typename Driver, typename... Arguments>
     Driver &useDriver(Arguments &&...arguments)
     {
@@ -79,19 +79,19 @@ public:
         adopt(std::move(driver));
         return made;
     }
-    // Null until then.
+    // Null before makeDriver() or useDriver().
     AcquisitionDriver *driver() const { return m_driver.get(); }
-    // RuntimeError(NoDriver) where there is none.
+    // Throws RuntimeError(NoDriver) if there is no driver.
     AcquisitionDriver &requiredDriver() const;
 
-    // Opens the port and configures the hardware, the stored auxiliary outputs included. Refusals come as events of the
-    // driver. RuntimeError(NoDriver) without a driver.
+    // Opens the port and configures the hardware, including the stored auxiliary outputs. The driver's signals report
+    // refusals. Throws RuntimeError(NoDriver) without a driver.
     void connectHardware();
 
     // --- range ---
 
-    // Takes a range (Hz) into the record, corrected where it is too small, and plans it: step and empty table. True: it
-    // was corrected; the record's startNotice and stopNotice say how.
+    // Stores a range (Hz) in the configuration, widens one that is too small, and computes the step and an empty table.
+    // Returns true if the range was widened; startNotice and stopNotice in the configuration then describe the change.
     bool planRange(std::int32_t start, std::int32_t stop);
 
     // --- sweep ---
@@ -99,44 +99,44 @@ public:
     std::int16_t sweepState() const { return m_sweepState; }
     bool isSweeping() const { return m_sweepState != kIdle; }
 
-    // Starts a sweep of the current plan. False: the hardware refused to prepare it. RuntimeError when it could not be
-    // started; it is idle then. It must have been idle.
+    // Starts a sweep of the current plan; the instrument must be idle. Returns false if the hardware refused to prepare
+    // it. Throws RuntimeError when the sweep could not be started; the instrument is then idle.
     bool startSweep(SweepRun run = SweepRun::UntilStopped);
 
-    // How the last sweep was started, or has been told to go on since.
+    // The mode of the last start, unless endAfterNextVector() has changed it since.
     SweepRun run() const { return m_run; }
 
-    // Lets a running sweep end after the next vector.
+    // Makes a running sweep end after the next vector.
     void endAfterNextVector();
 
-    // The one vector of a single sweep is stored, and the hardware has still to say that it has stopped.
+    // True if the vector of a single sweep is stored but the hardware has not yet confirmed the stop.
     bool isEnding() const { return isSweeping() && isSingleDone(); }
 
-    // reason: 1 = the range changed during a sweep, 2 = stop requested by the user. The sweep ends with aComplete.
+    // reason: 1 = the range changed during a sweep, 2 = the user requested the stop. aComplete follows.
     void stopSweep(std::int16_t reason = 2);
 
-    // A vector of the driver into the table. The vector of a single sweep stops the sweep; vectors that were still on
-    // their way are dropped. RuntimeError when it cannot be converted, or when the sweep cannot be stopped.
+    // Converts a vector and stores it in the table. The vector of a single sweep stops the sweep; later vectors are
+    // dropped. Throws RuntimeError when the vector cannot be converted or the sweep cannot be stopped.
     void store(const QVector<int> &vector);
 
-    // Connects, takes this many sweeps, and shuts the hardware down. For callers without a window: it waits, in an
-    // event loop of its own. isInterrupted is asked every 50 ms. vectorStored() tells of each sweep, told() what else a
-    // user may want to know.
+    // Connects, takes this many sweeps, and shuts the hardware down. For callers without a window: blocks in its own
+    // event loop. Calls isInterrupted every 50 ms. vectorStored() reports each sweep, told() anything else of interest
+    // to the user.
     SweepOutcome takeSweeps(int count, const std::function<bool()> &isInterrupted);
 
-    // Stops, parks and closes. The server ends.
+    // Stops the sweep, parks the generator and closes the port. The server still runs: server().stop() ends it.
     void shutDown();
 
 signals:
-    // driver() is another one now, or the first.
+    // driver() returns a new driver now.
     void driverMade();
-    // takeSweeps() has connected the hardware, and starts to sweep.
+    // takeSweeps() has connected the hardware and begins to sweep.
     void connected();
     // A sweep is about to start.
     void sweepStarts();
-    // The sweep has ended, or was forgotten by the board.
+    // The sweep has ended, or a reset has cancelled it.
     void becameIdle();
-    // One of the sweeps of takeSweeps() was damaged; the next one comes.
+    // takeSweeps() reports a damaged sweep, and continues, or an error at the end.
     void told(const QString &text);
 
 private:

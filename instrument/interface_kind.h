@@ -10,34 +10,34 @@
 
 namespace calvorn {
 
-// What tells one hardware interface from the others, apart from how it is driven (AcquisitionDriver). One description
-// for each; whoever would ask for the number of the interface asks for one of these properties instead.
+// The properties of a hardware interface, apart from its driver (AcquisitionDriver). There is one description for each
+// interface; use these properties instead of comparing the interface's number.
 struct InterfaceKind
 {
     std::int16_t number;
-    bool isOnParallelPort; // its port is an address; otherwise it is on a serial port with a COM number
-    bool hasSpeeds;        // of the sweep, and so the frame that chooses one
-    bool hasOutputs;       // auxiliary ones, and so their views
+    bool isOnParallelPort; // its port has an address; otherwise it is a serial port with a COM number
+    bool hasSpeeds;        // sweep speeds, and a frame to choose one
+    bool hasOutputs;       // auxiliary outputs, and their views
 
-    // The channel of the converter. Where it is a measuring mode, its numbers have names; elsewhere it is not used.
+    // The range of the converter's channel. A channel that is a measuring mode has a name; otherwise it is not used.
     std::int16_t lowestChannel;
     std::int16_t highestChannel;
     bool channelIsMode;
 
-    std::optional<double> highestFrequency; // Hz, of an instrument whose makers give one; otherwise that of the chip
+    std::optional<double> highestFrequency; // Hz; without a value, the limit of the chip applies
 
-    // What About says of it, its lines separated by CR, and what stands between the converter's name and its step.
+    // Text for About, with lines separated by CR, and the text between the converter's name and its step.
     QString (*about)(const Configuration &configuration);
     QString (*aboutDetector)();
 
-    // "parallel port 0x378", "serial port COM3"
+    // Returns the port as text: "parallel port 0x378", "serial port COM3".
     QString portName(const Configuration &configuration) const;
 };
 
-// In the order of their numbers.
+// Sorted by number.
 std::span<const InterfaceKind> interfaceKinds();
 
-// Null for a number that is no interface.
+// Returns null for a number that is not an interface.
 const InterfaceKind *interfaceKind(std::int16_t number);
 
 } // namespace calvorn

@@ -12,11 +12,11 @@ namespace calvorn {
 
 namespace {
 
-// Of a tick, so that the window has its turn in between; a reading of the parallel port takes some milliseconds.
+// Time limit of one tick, so that the window can react in between; a parallel-port reading takes some milliseconds.
 constexpr int kBusyMs = 40;
-// What else needed the hardware may have more to do.
+// Pause after another operation needed the hardware: it may have more to do.
 constexpr int kPauseMs = 500;
-// After a failure. A server lets a board that does not answer be for up to 1.9 s.
+// Pauses after a failure. The server waits up to 1.9 s for a board that does not answer.
 constexpr int kFirstRetryMs = 3'000;
 constexpr int kLastRetryMs = 60'000;
 
@@ -65,7 +65,7 @@ void LevelReader::stop()
     endReading();
 }
 
-// What is on its way still is of a reading that nobody wants any more.
+// Increments m_run, so that readings still in the event queue are ignored.
 void LevelReader::endReading()
 {
     ++m_run;
@@ -76,7 +76,7 @@ void LevelReader::endReading()
     try {
         m_followed->stopReading();
     } catch (const RuntimeError &) {
-        // A server that does not answer has ended, and its reading with it.
+        // A server that does not answer has been ended, and its reading with it.
     }
 }
 
@@ -157,7 +157,7 @@ void LevelReader::readingEnded(bool byItself)
 
 void LevelReader::fail(const QString &reason)
 {
-    const QString why = reason; // endReading() empties m_error
+    const QString why = reason; // copy: endReading() clears m_error
     endReading();
     m_rest.start();
     m_restMs = std::exchange(m_retryMs, std::min(2 * m_retryMs, kLastRetryMs));
@@ -182,7 +182,7 @@ void LevelReader::readInSweeps(AcquisitionDriver &driver)
     m_error.clear();
 }
 
-// Of a sweep, those that lie nearest to the frequency.
+// Adds counts; of a sweep with more counts than requested, uses those nearest to the frequency.
 void LevelReader::add(const QVector<int> &counts)
 {
     for (const int count : counts)
@@ -191,7 +191,7 @@ void LevelReader::add(const QVector<int> &counts)
         return;
     const qsizetype surplus = m_readings > 0 ? m_counts.size() - m_readings : 0;
     const LevelReading reading = readingOf(std::exchange(m_counts, {}).mid(surplus / 2, surplus > 0 ? m_readings : -1));
-    // An error of the port that happened meanwhile is told before this.
+    // Queued, so that a port error from the same reading is handled first.
     QMetaObject::invokeMethod(
         this,
         [this, reading, run = m_run] {

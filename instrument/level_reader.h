@@ -12,54 +12,53 @@ namespace calvorn {
 
 class SignalGenerator;
 
-// What the detector says without a sweep of the table.
+// A detector reading without a sweep of the table.
 struct LevelReading
 {
-    double count = 0.0;  // mean of the counts, as the table has them: rising with the detector's voltage
+    double count = 0.0;  // mean of the counts as in the table: rising with the detector's voltage
     double spread = 0.0; // their standard deviation
-    int readings = 0;    // how many there were
+    int readings = 0;    // number of counts
 };
 
-// Reads the detector again and again: by itself where the interface can do that, else in sweeps over 400 Hz around the
-// frequency. While a sweep of the table runs it waits, and goes on afterwards. Whatever else needs the hardware comes
-// first.
+// Reads the detector repeatedly: directly if the interface supports this, otherwise in sweeps over 400 Hz around the
+// frequency. Pauses during a sweep of the table. All other operations on the hardware take precedence.
 //
-// After a reading that failed it says why and tries again, later each time: a board that has just left a command
-// without an answer is given more time than the server takes for one.
+// After a failed reading, reports the reason and tries again after increasing pauses: a board that has just left a
+// command unanswered gets more time than the server's own time limit.
 class LevelReader : public QObject
 {
     Q_OBJECT
 
 public:
-    // Why nothing comes at the moment.
+    // The reason for a pause.
     enum class Pause {
         None,
         Sweep,
         NotConnected,
-        NoLevel,   // the instrument measures something else
-        Generator, // is on, and a reading would move it
+        NoLevel,   // the instrument measures another quantity
+        Generator, // the generator is on, and a reading would move it
     };
 
-    // How often it reads, ms.
+    // Reading interval, ms.
     static constexpr int kInterval = 100;
 
-    // generator: that has to stand still while it is on; null: there is none.
+    // generator: readings must not move this generator while it is on; null for none.
     explicit LevelReader(Instrument &instrument, const SignalGenerator *generator = nullptr, QObject *parent = nullptr);
 
-    // hertz: where an interface sweeps that has to; the generator of any other stays as it is.
-    // readings: of the converter for each that is told; 0: as many as come at once, 400 where it sweeps.
+    // hertz: the frequency for interfaces that read in sweeps; other interfaces leave the generator unchanged.
+    // readings: number of counts for each result; 0: as many as arrive at once, 400 in a sweep.
     void start(std::int32_t hertz, int readings = 0);
     void stop();
     bool isRunning() const { return m_timer.isActive(); }
 
-    // A reading moves the generator at this moment.
+    // True while a reading moves the generator.
     bool isSweeping() const { return m_isReading && m_followed && m_followed->isReading(); }
 
 signals:
     void taken(const calvorn::LevelReading &reading);
-    // It waits, or goes on.
+    // The reader pauses for this reason, or continues (None).
     void paused(calvorn::LevelReader::Pause why);
-    // A reading failed; it tries again by itself, unless it is stopped.
+    // A reading failed; the reader tries again until it is stopped.
     void failed(const QString &reason);
 
 private:
@@ -78,17 +77,17 @@ private:
     Instrument &m_instrument;
     const SignalGenerator *m_generator;
     QTimer m_timer;
-    QElapsedTimer m_rest; // since the last reading in sweeps, or since one that failed
+    QElapsedTimer m_rest; // since the last reading in sweeps, or since a failed one
     int m_restMs = 0;
-    int m_retryMs; // after the next failure
+    int m_retryMs; // pause after the next failure
     QPointer<AcquisitionDriver> m_followed;
-    QVector<int> m_counts; // of the reading that is not complete yet
-    QString m_error;       // what the hardware said since the last reading
+    QVector<int> m_counts; // counts of the incomplete reading
+    QString m_error;       // the hardware's last error since the previous reading
     std::int32_t m_hertz = 0;
     int m_readings = 0;
-    int m_run = 0;            // counts starts, stops, pauses and failures
+    int m_run = 0;            // number of starts, stops, pauses and failures
     bool m_isReading = false; // in sweeps
-    bool m_hasRead = false;   // and a vector has come
+    bool m_hasRead = false;   // a vector of this reading has arrived
     Pause m_pause = Pause::None;
 };
 

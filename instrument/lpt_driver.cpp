@@ -8,7 +8,7 @@ namespace calvorn {
 
 namespace {
 
-// Their mean is shown while the detector is calibrated.
+// The calibration of the detector shows the mean of these readings.
 constexpr int kReadingsOfDetector = 3;
 
 } // namespace
@@ -94,7 +94,7 @@ bool LptDriver::putGeneratorOn(std::int32_t hertz)
     return true;
 }
 
-// At 0 Hz the output stands still. A reset would not do: the server puts the chip on its last frequency after it.
+// At 0 Hz the output stops. A reset would not help: after it, the server sets the chip to its last frequency again.
 void LptDriver::putGeneratorOff()
 {
     setOffset(0.0);

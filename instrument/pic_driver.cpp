@@ -9,7 +9,7 @@ namespace calvorn {
 
 namespace {
 
-constexpr int kResetMs = 1000; // what the board needs to start again
+constexpr int kResetMs = 1000; // time that the board needs to restart
 
 } // namespace
 
@@ -46,7 +46,7 @@ bool PicDriver::configureHardware()
     return false;
 }
 
-// The board is told to run even when it refused the preparation: it then answers with the end of the sweep.
+// Starts the sweep even if the board refused the preparation: the board then answers with the end of the sweep.
 bool PicDriver::runPlan(const SweepAxis &plan)
 {
     const bool accepted = prepareSweep(plan.start, plan.step);
@@ -89,7 +89,7 @@ bool PicDriver::putGeneratorOn(std::int32_t hertz)
     return sendFrequency(kPicOutput, hertz);
 }
 
-// The generator of a board that was reset is off.
+// After a reset, the generator of the board is off.
 void PicDriver::putGeneratorOff()
 {
     sendAndNote(kPicReset, 0);
@@ -101,7 +101,7 @@ void PicDriver::sendOrWarn(const QString &command, std::int32_t hertz, const QSt
         emit refused(warning, false);
 }
 
-// Whether the board took it stands in msgResult, and is not shown.
+// Stores in msgResult whether the board accepted the command; shows nothing.
 void PicDriver::sendAndNote(const QString &command, std::int32_t hertz)
 {
     configuration().msgResult = sendFrequency(command, hertz) ? -1 : 0;

@@ -7,7 +7,7 @@ class PicProxy;
 
 namespace calvorn {
 
-// aPIC: the PIC 16F877 board on a USB virtual COM port. The operations below the line are those of calvorn.Pic.
+// aPIC: the PIC 16F877 board on a USB virtual COM port. The functions below the line are the operations of calvorn.Pic.
 class PicDriver : public ProxyDriver<PicProxy>
 {
     Q_OBJECT
@@ -28,10 +28,10 @@ public:
     // ----
 
     bool openPort(std::int16_t port, const QString &settings);
-    // True when the board accepted the sweep.
+    // Returns true if the board accepted the sweep.
     bool prepareSweep(std::int32_t start, std::int32_t step); // Hz
-    // command: kPicOutput, kPicStart, kPicStep or kPicReset (protocol/pic_commands.h). True when the board
-    // acknowledged.
+    // command: kPicOutput, kPicStart, kPicStep or kPicReset (protocol/pic_commands.h). Returns true if the board
+    // accepted it.
     bool sendFrequency(const QString &command, std::int32_t hertz);
 
 protected:

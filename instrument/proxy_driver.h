@@ -5,8 +5,9 @@
 
 namespace calvorn {
 
-// What the drivers share whose operations go through a proxy of the server's object: the proxy's life, its events, and
-// the operations that every interface has. Each driver's source file instantiates it, where the proxy is known.
+// Base class of drivers that use a D-Bus proxy of the server's object: manages the proxy and its events, and implements
+// the operations common to all interfaces. Each driver's source file instantiates the template, where the proxy type is
+// known.
 template <typename Proxy>
 class ProxyDriver : public AcquisitionDriver
 {
@@ -21,7 +22,7 @@ protected:
     void attach(const QDBusConnection &connection, const QString &path) override;
     QDBusPendingReply<bool> askWhetherWorking() override;
 
-    // Of a server that is up and configured.
+    // Returns the proxy of a running, configured server. Ends a reading first.
     Proxy &proxy();
 
 private:
@@ -33,7 +34,7 @@ private:
 template <typename Proxy>
 void ProxyDriver<Proxy>::stopSweep(std::int16_t reason)
 {
-    // Without a server there is no sweep to stop.
+    // Without a server, there is no sweep to stop.
     if (isServerUp())
         finish(proxy().StopSweep(reason));
 }
@@ -73,7 +74,7 @@ Proxy &ProxyDriver<Proxy>::proxy()
     return *m_proxy;
 }
 
-// Connects the events of a fresh proxy to those of this driver.
+// Connects the events of a new proxy to those of this driver.
 template <typename Proxy>
 void ProxyDriver<Proxy>::relayEvents()
 {
@@ -83,7 +84,7 @@ void ProxyDriver<Proxy>::relayEvents()
     connect(m_proxy, &Proxy::PlanOfVectors, this, [this](int start, int step, short mode) {
         serverPlanned({{start, step}, mode});
     });
-    // The handler may have had to wait for the user, and the server may be another one by then.
+    // The handler may wait for the user; meanwhile the proxy may have been replaced.
     connect(m_proxy, &Proxy::aVettore, this, [this, guarded = QPointer<Proxy>(m_proxy)](const QList<int> &counts) {
         if (takesVector(counts) && guarded && isAcknowledgementDue())
             guarded->VectorsTaken(kVectorsAtOnce);

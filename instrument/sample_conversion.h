@@ -20,18 +20,19 @@ class SampleConversion : public QObject
 public:
     SampleConversion(Configuration &configuration, SweepTable &table, QObject *parent = nullptr);
 
-    // Whether the detector's counts fall where its voltage rises, from kVnaFullScale; asked for each vector.
+    // Sets a function that returns true if counts fall, from kVnaFullScale, as the voltage rises; called for each
+    // vector.
     void setInverted(std::function<bool()> isInverted) { m_isInverted = std::move(isInverted); }
 
-    // vettore: 400 counts in the order of the rows; RuntimeError(SubscriptOutOfRange) when it is shorter.
-    // Writes count and amplitude of all rows, then emits vectorStored().
+    // vettore: 400 counts in the order of the rows; throws RuntimeError(SubscriptOutOfRange) if there are fewer. Writes
+    // count and amplitude of all rows, then emits vectorStored().
     void datiDDS(const QVector<int> &vettore);
 
-    // A count as the table has it: rising with the detector's voltage.
+    // Returns a count as it appears in the table: rising with the detector's voltage.
     int risingCount(int received) const;
 
 signals:
-    // With the log on, for each sample as it is converted: row (1 to 400) and received value.
+    // Emitted for each converted sample if the log is on: row (1 to 400) and received value.
     void sampleReceived(int index, int value);
     void vectorStored();
 

@@ -15,9 +15,9 @@ namespace calvorn {
 namespace {
 
 constexpr int kStartUpTimeoutMs = 8000;
-// A board that has to be stopped first, on a busy computer.
+// Allows for stopping a board first, on a busy computer.
 constexpr int kOrderlyEndMs = 5000;
-// Before it opens a port.
+// For a server that has not opened a port yet.
 constexpr int kEarlyEndMs = 700;
 constexpr int kKilledMs = 1000;
 

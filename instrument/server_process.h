@@ -7,35 +7,35 @@
 
 namespace calvorn {
 
-// The acquisition server CalvornAsync as a child of this program, and the private connection to it.
+// Runs the acquisition server CalvornAsync as a child process and manages the private connection to it.
 //
-// The server writes the address of its socket on its standard output. It ends, and switches its generators off, when
-// the connection or its standard input closes, and when this process dies, however it dies; so none is ever left
-// behind.
+// The server writes the address of its socket to its standard output. It ends, and switches its generators off, when
+// the connection or its standard input closes, or when this process ends for any reason; so no server is ever left
+// running.
 class ServerProcess : public QObject
 {
     Q_OBJECT
 
 public:
-    // program: full path of the server's executable. settingsFile: where the server reads what concerns it; without
-    // one, beside its own file.
+    // program: full path of the server's executable. settingsFile: the settings that the server reads; the default is
+    // the file beside the server.
     explicit ServerProcess(QString program, const QString &settingsFile = {}, QObject *parent = nullptr);
     ~ServerProcess() override;
 
-    // Starts the process without waiting for it, so that its start-up overlaps with the caller's own.
+    // Starts the process without waiting for it, so that both programs start up in parallel.
     void launch();
 
-    // Launches where necessary and connects. RuntimeError(DriverCall) when the server does not come up.
+    // Starts the server if necessary and connects. Throws RuntimeError(DriverCall) when the server does not start.
     void connectToServer();
 
     bool isConnected() const { return m_connected; }
     QDBusConnection connection() const { return QDBusConnection(m_connectionName); }
 
-    // Ends a server that no longer answers; ended() follows. It is asked first, and killed when it has not closed its
-    // ports by then. Blocks meanwhile.
+    // Ends a server that no longer answers; ended() follows. Asks the server to end, and kills it if it has not ended
+    // after this time. Blocks meanwhile.
     void kill(int patienceMs);
 
-    // The orderly end, at shutdown: closes the connection and waits for the process. ended() is not emitted.
+    // Ends the server at shutdown: closes the connection and waits for the process. Does not emit ended().
     void stop();
 
 signals:

@@ -31,7 +31,7 @@ void SignalGenerator::follow(AcquisitionDriver *driver)
     become(State::Elsewhere);
 }
 
-// What the hardware says against a frequency comes some time after it.
+// The hardware may report an error some time after it received the frequency.
 void SignalGenerator::failed(const AcquisitionDriver &driver, std::int16_t code, const QString &text)
 {
     using Reaction = AcquisitionDriver::ErrorReaction;
@@ -64,7 +64,7 @@ void SignalGenerator::switchOn()
     } else if (!m_instrument.requiredDriver().isConfigured()) {
         become(m_state, tr("The hardware is not connected."));
     } else {
-        // The usual one may lie outside.
+        // The default frequency may be outside of the limits.
         m_frequency = withinLimits(m_frequency);
         generate();
     }

@@ -9,9 +9,9 @@
 
 namespace calvorn {
 
-// The generator as a signal source: on at one frequency, or off. The calibration of the generator and its limits hold
-// as in a sweep. Whatever else commands the generator takes it: it is then neither on nor off, and stands where the
-// other put it.
+// The generator as a signal source: on at one frequency, or off. Uses the generator's calibration and limits like a
+// sweep. When another operation commands the generator, the state becomes Elsewhere: the generator is then wherever
+// that operation has left it.
 class SignalGenerator : public QObject
 {
     Q_OBJECT
@@ -19,7 +19,7 @@ class SignalGenerator : public QObject
 public:
     enum class State { On, Off, Elsewhere };
 
-    static constexpr std::int32_t kUsualFrequency = 7'000'000; // Hz, until another one is chosen
+    static constexpr std::int32_t kUsualFrequency = 7'000'000; // Hz, until another frequency is chosen
 
     SignalGenerator(const Configuration &configuration, Instrument &instrument, QObject *parent = nullptr);
 
@@ -27,21 +27,21 @@ public:
     bool isOn() const { return m_state == State::On; }
     std::int32_t frequency() const { return m_frequency; } // Hz
 
-    // What went wrong since it was switched on last, in one sentence, or nothing.
+    // One sentence about the error since the generator was last switched on; empty if there was none.
     const QString &fault() const { return m_fault; }
 
-    // The frequency in hertz that lies nearest within the limits of the configuration.
+    // Returns the frequency in whole hertz, clamped to the configured limits.
     std::int32_t withinLimits(double hertz) const;
 
-    // Takes the frequency, and puts it on the generator where that is on. hertz: within the limits.
+    // Stores the frequency, and sets the generator to it if it is on. hertz: within the limits.
     void setFrequency(std::int32_t hertz);
 
-    // Where it stays off, fault() says why. RuntimeError where the hardware does not answer.
+    // If the generator stays off, fault() gives the reason. Throws RuntimeError when the hardware does not answer.
     void switchOn();
-    // Nothing without a driver.
+    // Does nothing without a driver.
     void switchOff();
 
-    // The generator was parked on the start of the sweep; where it is on it comes back.
+    // Restores the frequency of a generator that is on, after it was parked at the start of the sweep.
     void resume();
 
 signals:

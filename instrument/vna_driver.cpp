@@ -55,13 +55,13 @@ bool VnaDriver::runPlan(const SweepAxis &plan)
     return true;
 }
 
-// A device under test is measured upside down.
+// When a device under test is measured, counts fall as the level rises.
 bool VnaDriver::countsAreInverted() const
 {
     return configuration().measuringMode == numberOf(VnaMode::Device);
 }
 
-// A mode that the instrument does not have leaves it in the first one.
+// With an invalid mode, the instrument remains in its first mode.
 std::int16_t VnaDriver::mode() const
 {
     const std::int16_t wanted = configuration().measuringMode;
@@ -76,7 +76,7 @@ void VnaDriver::park()
     setMode(configuration().measuringMode);
 }
 
-// The other modes show the magnitude; this one the phase.
+// The mode "Angle" measures the phase, the others the magnitude.
 bool VnaDriver::measuresLevel() const
 {
     return mode() != numberOf(VnaMode::Angle);
@@ -103,7 +103,7 @@ void VnaDriver::putGeneratorOff()
     setMode(numberOf(VnaMode::Parked));
 }
 
-// Mode k at index k - 1.
+// Mode k has index k - 1.
 QStringList VnaDriver::modeCaptions() const
 {
     return {tr("Angle"), tr("RetLoss"), tr("DUT")};
@@ -144,8 +144,8 @@ void VnaDriver::tryOffset(double hertz)
     setFrequency(configuration().startFreq);
 }
 
-// The instrument reads its detector only within a sweep: the count is that of the last one at the start frequency.
-// It is shown with the configured offset, which "Apply" changes.
+// The instrument reads its detector only during a sweep, so this uses the count of the last sweep at the start
+// frequency. The result contains the configured offset, which "Apply" changes.
 std::optional<double> VnaDriver::detectorVolts(double, const SweepTable &table)
 {
     setFrequency(configuration().startFreq);

@@ -7,7 +7,7 @@ class VnaProxy;
 
 namespace calvorn {
 
-// aVNA: the MiniVNA on a USB virtual COM port. The operations below the line are those of calvorn.Vna.
+// aVNA: the MiniVNA on a USB virtual COM port. The functions below the line are the operations of calvorn.Vna.
 class VnaDriver : public ProxyDriver<VnaProxy>
 {
     Q_OBJECT
