@@ -8,7 +8,7 @@
 
 namespace calvorn::fuzz {
 
-// A line in memory with a board at its end, on which no time passes. Bytes come when they are waited for or pumped.
+// An in-memory line with a board at its end and without delays. Bytes arrive in waitForBytes() or pump().
 class BoardLink : public ByteLink
 {
 public:
@@ -44,7 +44,7 @@ public:
     }
     void close() override { m_open = false; }
 
-    // The line delivers up to this many bytes of the board, and the extra ones behind them.
+    // Delivers up to this many bytes of the board, followed by the extra ones.
     void pump(int most, const QByteArray &extra = {})
     {
         if (!m_open)
@@ -55,7 +55,7 @@ public:
             emit bytesArrived();
     }
 
-    // The next byte from the board has these bits flipped; 0xFF loses it.
+    // Flips these bits in the next byte from the board; 0xFF drops the byte.
     void damageNext(std::uint8_t bits) { m_damage = bits; }
 
     void unplug()
@@ -65,7 +65,7 @@ public:
         emit lost(QStringLiteral("The device is gone."));
     }
 
-    // The device goes, and nobody notices before something is written or discarded.
+    // Removes the device; the loss is detected at the next write() or discard().
     void unplugUnnoticed() { m_gone = true; }
 
 private:

@@ -15,7 +15,7 @@
 
 namespace calvorn::fuzz {
 
-// The drivers need an event loop's object; what they say on standard error output would fill the log of a run.
+// Creates the event loop that drivers need, and discards their log messages, which would fill the log of a run.
 inline void startApplication()
 {
     static int count = 1;
@@ -25,7 +25,7 @@ inline void startApplication()
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
 }
 
-// Any value of an argument's type; half of the time one that means something to a driver.
+// Returns any value of an argument's type; half of the time, one with a meaning for a driver.
 inline QVariant argument(QMetaType type, FuzzedDataProvider &data)
 {
     const bool known = data.ConsumeBool();
@@ -49,11 +49,12 @@ inline QVariant argument(QMetaType type, FuzzedDataProvider &data)
                            {"AD9850", "AD9851", "AD9951", "8bit", "10bit", "115200,N,8,1", "A", "B", "D", "*"}))
                      : QString::fromStdString(data.ConsumeRandomLengthString(40));
     default:
-        std::abort(); // a new operation has a new kind of argument
+        std::abort(); // a new operation has a new argument type
     }
 }
 
-// Calls the public slots of a driver in any order with any arguments, as the bus does, and checks what it answers.
+// Calls the public slots of a driver in any order and with any arguments, as D-Bus does, and checks the driver's
+// signals.
 template <typename Driver>
 class DriverCalls
 {
@@ -91,7 +92,7 @@ public:
         require(method.invoke(&m_driver, Qt::DirectConnection, given(0), given(1), given(2), given(3)));
     }
 
-    // Nothing may come from a driver whose port is closed.
+    // Closes the port and checks that the driver emits nothing more.
     void end()
     {
         m_driver.ClosePort();

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Any text under any of four locales: a number comes back the same from its own text, and nothing but a
-// RuntimeError ever leaves a conversion.
+// Converts any text under four locales. A number must survive the conversion to text and back, and conversions may
+// throw only RuntimeError.
 #include "core/number_text.h"
 #include "core/runtime_error.h"
 
@@ -17,7 +17,7 @@ void attempt(Convert convert)
     try {
         convert();
     } catch (const RuntimeError &) {
-        // The one way out that callers know.
+        // The only exception that callers handle.
     }
 }
 

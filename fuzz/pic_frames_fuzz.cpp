@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Any bytes on the PIC board's line, in pieces of any length: every sweep that is delivered stood on the line as a
-// whole frame, and the pieces make no difference to which sweeps are delivered.
+// Feeds any bytes to the decoder of the PIC board's frames, in pieces of any length. Every decoded sweep must be on the
+// line as a whole frame, and the size of the pieces must not affect the result.
 #include "fuzz/require.h"
 #include "server/drivers/pic_frames.h"
 #include "tests/support/pic_frame.h"
@@ -15,7 +15,7 @@ using test::picFrame;
 
 namespace {
 
-// Frames, damaged frames and bytes from nowhere, as the input says.
+// Returns frames, damaged frames and random bytes, as chosen by the input.
 QByteArray makeLine(FuzzedDataProvider &data)
 {
     constexpr int kMostParts = 12;
@@ -31,7 +31,7 @@ QByteArray makeLine(FuzzedDataProvider &data)
         for (int index = 0; index < 400; ++index)
             samples.append(static_cast<int>(random() % 1024));
         const auto damage = data.ConsumeIntegralInRange<int>(0, 5);
-        // A frame of another plan is none of this sweep.
+        // A frame with another plan does not belong to this sweep.
         QByteArray frame = damage == 4 ? picFrame(sequence++, samples, QByteArray::fromHex("0089062000000065"))
                                        : picFrame(sequence++, samples);
         const auto position = data.ConsumeIntegralInRange<qsizetype>(0, frame.size() - 1);
@@ -64,7 +64,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t siz
         else
             atOnce.append(sweep->samples);
     }
-    // One for each frame length without a good frame, and one for each gap beside a good frame.
+    // One for each frame length without a good frame, and one for each gap next to a good frame.
     require(damaged <= line.size() / 505 + atOnce.size() + 1);
     for (const QList<int> &samples : atOnce) {
         require(samples.size() == 400);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Any bytes as what the PIC board says about itself: what is taken is in range, made of the words that were said, and
-// leads to one sentence at most.
+// Parses any bytes as the identity of the PIC board. Accepted values must be in range and consist of the received
+// words, and lead to one remark at most.
 #include "fuzz/require.h"
 #include "server/drivers/pic_identity.h"
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Any writes to the registers of the simulated parallel port: the chips behind it keep to what chips can do.
-// Two bytes are one step: what to do, and the value.
+// Writes any values to the registers of the simulated parallel port; the simulated chips must keep to the limits of
+// real ones. Each step uses two bytes: operation and value.
 #include "fuzz/require.h"
 #include "server/boards/simulated_parallel_port.h"
 

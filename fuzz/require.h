@@ -5,7 +5,8 @@
 
 namespace calvorn::fuzz {
 
-// Ends the target, which libFuzzer takes for a finding, unless this holds. Unlike assert() in every build.
+// Aborts the target, which libFuzzer reports as a finding, if the condition is false. Unlike assert(), works in every
+// build.
 inline void require(bool holds)
 {
     if (!holds)

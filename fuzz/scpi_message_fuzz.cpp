@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
-// Any bytes from a client of the remote control, in chunks of any size: the chunks make no difference to the messages;
-// a message that is accepted comes back the same when it is written from its parts, and passes through the splitter as
-// a whole; numbers are finite, positions and suffixes in range, and every error makes an answer that can be read.
+// Parses any bytes from a client of the remote control, in chunks of any size. The chunk size must not affect the
+// messages. An accepted message must be the same after it is written from its parts and parsed again, and must pass
+// through the splitter as a whole. Numbers must be finite, positions and suffixes in range, and every error must give a
+// readable answer.
 #include "fuzz/require.h"
 #include "remote/scpi_lines.h"
 #include "remote/scpi_message.h"
@@ -19,7 +20,7 @@ using fuzz::require;
 
 namespace {
 
-// What a message consists of.
+// The parts of a message.
 struct Parsed
 {
     QList<ScpiUnit> units;
@@ -83,7 +84,7 @@ Parsed parse(const QByteArray &message)
     }
 }
 
-// --- written from its parts ---
+// --- writing a message from its parts ---
 
 QByteArray written(const ScpiParameter &parameter)
 {
@@ -146,9 +147,9 @@ void checkRoundTrip(const Parsed &parsed)
     requireSame(again.units, parsed.units);
 }
 
-// --- what is done with the parts ---
+// --- checks of the parts ---
 
-// An answer such as -113,"text" reads back as two parameters.
+// An answer such as -113,"text" must read back as two parameters.
 void checkError(const ScpiError &error)
 {
     require(error.number <= -100 && error.number > -200 && error.detail.size() <= 40);
@@ -200,7 +201,7 @@ void checkPatterns(const ScpiUnit &unit)
     }
 }
 
-// An arbitrary pattern matches all of its own spellings, or is refused.
+// Any pattern must either match all its own spellings or be refused.
 void checkOwnPattern(const QByteArray &text)
 {
     const ScpiPattern pattern(text.constData());
@@ -226,7 +227,7 @@ void checkMessage(const QByteArray &message)
         return;
     }
     requireSame(parse(message + " ; ").units, parsed.units);
-    // The splitter has the same idea of where blocks begin and end.
+    // The splitter must find the same ends of blocks.
     if (!message.isEmpty() && message.size() <= kLongestLine) {
         ScpiLines lines;
         lines.add(message + "\r\n*CLS\n");
@@ -253,7 +254,7 @@ QList<ScpiLines::Line> linesOf(const QByteArray &bytes, qsizetype chunk)
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     FuzzedDataProvider provider(data, size);
-    // From the end of the input, so that its start is what the client says.
+    // Taken from the end of the input, so that the beginning of the input is the client's message.
     const auto chunk = provider.ConsumeIntegralInRange<qsizetype>(1, 300);
     const QByteArray bytes = QByteArray::fromStdString(provider.ConsumeRemainingBytesAsString());
 

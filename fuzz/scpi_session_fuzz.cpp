@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A whole session of an SCPI client: whatever it says, in whatever pieces, each answer is a line, and
-// the session still answers afterwards. Nothing is connected, and nothing is written.
+// Runs a whole session of an SCPI client with any bytes in pieces of any size. Each answer must be a line, and the
+// session must still answer at the end. No hardware is connected, and no file is written.
 #include "core/log.h"
 #include "fuzz/require.h"
 #include "platform/clock.h"
@@ -22,7 +22,7 @@ public:
     void pumpMessages(int) override {}
 };
 
-// Takes what it is told, as far as that leads nowhere.
+// Accepts all commands without any outside effect.
 class StillTarget : public RemoteTarget
 {
 public:
@@ -76,7 +76,7 @@ struct Bench
     }
 };
 
-// Until it has nothing to do, or waits for what never comes.
+// Processes events until the session is idle or waits for an event that never comes.
 void deliver(const ScpiSession &session)
 {
     for (int turn = 0; turn < 50 && session.isBusy(); ++turn)
@@ -106,10 +106,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         deliver(session);
     }
     fuzz::require(answers.isEmpty() || answers.endsWith('\n'));
-    // A block may announce more bytes than will ever come.
+    // A block may announce more bytes than the input contains.
     if (session.isBusy() || std::memchr(data, '#', size) != nullptr)
         return 0;
-    // What was left of a line does not outlive it.
+    // End an incomplete line first.
     session.take("\n");
     deliver(session);
     answers.clear();

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Any bytes from the host to the simulated serial boards, each with what it answers: they stay boards, and after an
-// abort the PIC board always says so.
+// Sends any bytes to the simulated serial boards and reads their answers. Nothing may crash, and the PIC board must
+// always confirm an abort.
 #include "server/boards/pic_board.h"
 #include "server/boards/vna_board.h"
 
@@ -10,7 +10,7 @@ using namespace calvorn;
 
 namespace {
 
-// Takes at most this many bytes of what the board has to say.
+// Reads at most this many bytes from the board.
 template <typename Board>
 void listen(Board &board, int most)
 {
@@ -40,7 +40,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     }
     listen(pic, 600);
     pic.receive('!');
-    // A board that went on sweeping would never come to its end.
+    // A board that continued to sweep would never stop sending.
     constexpr int kMostAnswers = 1'000'000;
     QByteArray last;
     auto byte = pic.nextByte();

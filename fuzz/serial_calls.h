@@ -12,7 +12,7 @@
 
 namespace calvorn::fuzz {
 
-// The openers of a driver's port: every even number is a line to the board, every odd one does not exist.
+// Opens the port of a driver: even port numbers lead to the board, odd ones do not exist.
 class LinkSource
 {
 public:
@@ -37,7 +37,7 @@ private:
     std::weak_ptr<BoardLink> m_link;
 };
 
-// Calls, bytes and accidents of the line in any order.
+// Plays calls, received bytes and line faults in any order.
 template <typename Driver>
 void playSerial(Driver &driver, LinkSource &source, FuzzedDataProvider &data)
 {
@@ -59,7 +59,7 @@ void playSerial(Driver &driver, LinkSource &source, FuzzedDataProvider &data)
         else if (kind <= 4 && link)
             link->pump(data.ConsumeIntegralInRange<int>(1, 4000));
         else if (kind == 5 && ++waits < kMostWaits)
-            QThread::msleep(2); // the proof that a reply was not too long
+            QThread::msleep(2); // the check that a reply was not too long takes 1 ms
         else
             calls.call(data);
         QCoreApplication::processEvents();

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Any settings file: what is written is read back, writing keeps every other value, and the program's loader and the
-// server's readers make settings of it that the program and its boards can live with.
+// Reads any settings file. A written value must be read back, writing must keep all other values, and the program's
+// loader and the server's readers must return settings that the program and its boards can use.
 #include "core/settings.h"
 #include "fuzz/require.h"
 #include "platform/profile_file.h"
@@ -29,7 +29,7 @@ void checkProfile(const QString &path)
     require(readProfileString(path, section, QStringLiteral("Start")) == other);
 }
 
-// Saved settings come back as they were.
+// Saved settings must be the same after loading.
 void checkLoader(const QString &path)
 {
     Configuration loaded;
@@ -62,7 +62,7 @@ void checkServer(const QString &path)
         const OpenedPort opened = opener.open(kSimulatedLptAddress);
         opened.port->writeData(0xFF);
     } catch (const PortError &) {
-        // A wiring that makes no sense, or a board that was told to refuse.
+        // A wiring that makes no sense, or a board with the fault "refuse".
     }
     const SimulatorSettings settings = readSerialSimulatorSettings(path);
     PicBoard pic(settings);

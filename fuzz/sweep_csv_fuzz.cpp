@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Any sweep file under any of four locales: only a RuntimeError refuses it. What was read is written as a file, and
-// under a locale with a decimal point that file reads back as the same table.
+// Reads any sweep file under four locales; only a RuntimeError may refuse it. An accepted sweep is written as a file;
+// under a locale with a decimal point, this file must be read back as the same table.
 #include "core/runtime_error.h"
 #include "data/sweep_csv.h"
 

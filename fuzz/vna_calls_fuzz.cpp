@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Any operations of the MiniVNA's driver with any arguments, while the line delivers, damages, adds and breaks.
+// Calls any operations of the MiniVNA's driver with any arguments, while the line delivers, damages, adds and loses
+// bytes or breaks.
 #include "fuzz/serial_calls.h"
 #include "server/boards/vna_board.h"
 #include "server/drivers/vna_driver.h"

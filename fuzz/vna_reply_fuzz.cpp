@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Any bytes as the reply of the MiniVNA, in pieces of any length: the pieces make no difference, no count is above
-// 1023, and a complete reply is exactly the bytes of its samples.
+// Parses any bytes as a reply of the MiniVNA, in pieces of any length. The size of the pieces must not affect the
+// result, no count may exceed 1023, and a complete reply must consist of exactly the bytes of its samples.
 #include "fuzz/require.h"
 #include "server/drivers/vna_protocol.h"
 
