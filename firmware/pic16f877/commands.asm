@@ -1,12 +1,12 @@
 ; SPDX-License-Identifier: MIT
-; The commands: reads a line byte by byte, carries it out, answers.
+; The commands: reads a line byte by byte, executes the command and answers.
 ;
-; No line is kept: its letter, its length, its number and what is wrong with it are enough.
+; The line is not stored: its letter, length, number and errors are sufficient.
 ;
-; commands_start   nothing received.                                                    uses W
-; commands_byte    take line_byte; with a carriage return, carry the line out.
-;                  Returns from `G` when the sweep is over.                             uses W, FSR
-; commands_abort   forget the line that has begun, answer `!+`.                         uses W, FSR
+; commands_start   reset the line state.                                                uses W
+; commands_byte    process line_byte; execute the line at a carriage return.
+;                  Returns from `G` when the sweep has ended.                           uses W, FSR
+; commands_abort   discard an incomplete line, answer `!+`.                             uses W, FSR
 
         include "board.inc"
 
@@ -26,14 +26,14 @@ LONGEST_SETTLE  equ 10000
 WRONG           equ 0
 DIGIT           equ 1
 MINUS           equ 2
-SPOILT          equ 3                   ; drop everything up to the next carriage return
+SPOILT          equ 3                   ; ignore everything up to the next carriage return
 
 commands_data   udata
 letter          res 1
-length          res 1                   ; LONGEST + 1 stands for more, too
+length          res 1                   ; LONGEST + 1 also stands for longer lines
 seen            res 1
 
-; Where to go when the letter of the line is this one; W holds the letter before and after.
+; Jump to `to` if the character in W is `char`; otherwise W is unchanged.
 on      macro   char, to
         xorlw   char
         skpnz
@@ -71,7 +71,7 @@ behind_letter:
         movf    length, W
         xorlw   LONGEST + 1
         skpnz
-        return                          ; already too long, and wrong
+        return                          ; already too long and marked WRONG
         incf    length, F
         movf    length, W
         xorlw   LONGEST + 1
@@ -84,7 +84,7 @@ behind_letter:
         movlw   '0'
         subwf   line_byte, F
         movlw   10
-        subwf   line_byte, W            ; characters below '0' are far above 9 now
+        subwf   line_byte, W            ; characters below '0' are now far above 9
         skpnc
         goto    wrong
         bsf     seen, DIGIT
@@ -96,7 +96,7 @@ minus:
         skpz
         goto    wrong
         movf    length, W
-        xorlw   2                       ; right behind the letter
+        xorlw   2                       ; directly after the letter
         skpz
         goto    wrong
         bsf     seen, MINUS
@@ -213,7 +213,7 @@ go:
         goto    refuse
         call    line_listen
         skpc
-        return                          ; a `!` has voided the sweep already
+        return                          ; a `!` has already cancelled the sweep
         call    accept
         goto    frames_sweep
 
@@ -234,16 +234,16 @@ identify:
         movlw   CR
         goto    line_send
 
-; --- what a line must be; C = 1: it is not ---
+; --- checks of a line; C = 1: check failed ---
 
-; Nothing behind the letter.
+; Only the letter.
 bare:
         clrc
         decfsz  length, W
         setc
         return
 
-; A number, nothing else.
+; A decimal number and nothing else.
 decimal:
         clrc
         btfss   seen, DIGIT
@@ -252,16 +252,16 @@ decimal:
         setc
         return
 
-; A number below the clock.
+; A number below the generator's clock.
 hertz:
         call    decimal
         skpnc
         return
         movlw   synth_clock
         movwf   FSR
-        goto    numbers_below           ; which gives C = 1 for a number that is not
+        goto    numbers_below           ; C = 1 for a number that is too large
 
-; C = 0: number is below factor.
+; C = 0 if number is below factor.
 below_factor:
         clrf    factor + 2
         clrf    factor + 3

@@ -1,14 +1,14 @@
 ; SPDX-License-Identifier: MIT
-; The converter on AN0, and the timer of the settling time.
+; The converter on AN0, and the timer for the settling time.
 ;
-; Timer 1 starts at the FQ_UD pulse and sets TMR1IF when SETTLE_LEAD cycles of the settling time are left: frames.asm
-; spends them, or more, before it starts the conversion.
+; Timer 1 starts at the FQ_UD pulse and sets TMR1IF when SETTLE_LEAD cycles of the settling time remain: frames.asm
+; needs at least this number of cycles before it starts the conversion.
 ;
 ; sample (2 bytes)                 the last result, low byte first
 ; converter_settling (2 bytes, bank 1)   the settling time in microseconds
 ;
 ; converter_start    set up; the settling time is 50 us. 743 cycles                             uses W, FSR
-; converter_settle   take the settling time from number, 20 to 10,000 us. 904 cycles at most    uses W, FSR
+; converter_settle   set the settling time to number, 20 to 10,000 us. 904 cycles at most       uses W, FSR
 ; converter_arm      prepare the timer; setting TMR1ON starts it. 10 cycles                     uses W
 ; converter_read     wait for the end of the conversion; result to sample. 14 cycles or more    uses W
 
@@ -24,7 +24,7 @@ CYCLE_SCALE     equ (CYCLES_PER_MS * 65536 + 999) / 1000
 
 converter_data  udata
 sample          res 2
-timer           res 2                   ; what timer 1 begins with
+timer           res 2                   ; start value of timer 1
 
 converter_bank1 udata
 converter_settling res 4
@@ -37,7 +37,7 @@ converter_start:
         banksel ADCON0
         movlw   B'10000001'             ; Fosc/32, AN0, on
         movwf   ADCON0
-        clrf    T1CON                   ; every cycle counts, stopped
+        clrf    T1CON                   ; no prescaler, stopped
         call    numbers_clear
         movlw   50
         movwf   number
@@ -72,7 +72,7 @@ rounded:
         movwf   timer + 1
         skpc
         return
-        movlw   0xFF                    ; not even the lead: overflow at once
+        movlw   0xFF                    ; shorter than the lead: overflow at once
         movwf   timer
         movwf   timer + 1
         return

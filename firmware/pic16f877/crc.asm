@@ -2,8 +2,8 @@
 ; CRC-16/CCITT-FALSE: polynomial 1021, highest bit first, a byte at a time without a table.
 ;
 ; crc_high, crc_low   the value, FFFF before the first byte
-; crc_start           begin: FFFF.                  7 cycles     uses W
-; crc_add             take the byte in W.           24 cycles    uses W
+; crc_start           set to FFFF.                  7 cycles     uses W
+; crc_add             add the byte in W.            24 cycles    uses W
 
         include "board.inc"
 
@@ -22,8 +22,8 @@ crc_start:
         movwf   crc_low
         return
 
-; With x = (high ^ byte) ^ (high ^ byte) >> 4 the new value is low << 8 ^ x << 12 ^ x << 5 ^ x.
-; x turned left by 5 holds both parts of x << 5: the lower five bits belong to the high byte, the upper three to
+; With x = (high ^ byte) ^ (high ^ byte) >> 4, the new value is low << 8 ^ x << 12 ^ x << 5 ^ x.
+; x rotated left by 5 contains both parts of x << 5: the lower five bits belong to the high byte, the upper three to
 ; the low byte.
 crc_add:
         xorwf   crc_high, F
@@ -35,7 +35,7 @@ crc_add:
         andlw   0xF0
         xorwf   crc_low, F              ; low ^ x << 4
         rlf     turned, W
-        rlf     turned, F               ; x turned left by 5
+        rlf     turned, F               ; x rotated left by 5
         movf    turned, W
         andlw   0x1F
         xorwf   crc_low, W

@@ -1,21 +1,21 @@
 ; SPDX-License-Identifier: MIT
 ; The sweep: measures point after point and sends frames.
 ;
-; A point takes these steps, the first at the FQ_UD pulse:
-;   wait until the settling time is nearly over, and the line can take more
-;   load the word of the next point; it waits in the generator for the next FQ_UD
-;   compute the word after that
+; Each point takes these steps, beginning with the FQ_UD pulse:
+;   wait until the settling time is nearly over and the transmit buffer has enough space
+;   load the word of the next point; the generator uses it at the next FQ_UD
+;   compute the word after that one
 ;   start the conversion
-;   meanwhile pack and send the sample before this one
+;   during the conversion, pack and send the previous sample
 ;   read the result
-; The wait comes before the load: a sweep that ends there leaves no loaded word behind in the generator.
+; The wait comes before the load: a sweep that ends during the wait leaves no new word in the generator.
 ;
-; Timer 2 ticks once in 1 1/4 bytes of the line, the time of one point. Points that are quick enough begin their
-; conversion on a tick, so that all of them settle for the same time. When a point is slower the tick has already
-; passed and nothing waits for it.
+; Timer 2 ticks once in 1 1/4 bytes of the line, the time of one point. A point that is fast enough starts its
+; conversion on a tick, so that all such points settle for the same time. For a slower point the tick has already
+; passed, and there is no wait.
 ;
 ; frames_start   set up timer 2.                                                        uses W
-; frames_sweep   sweep until SWEEPING is cleared; drop what has not been sent then.     uses W, FSR
+; frames_sweep   sweep until SWEEPING is cleared, then drop the bytes not yet sent.     uses W, FSR
 
         include "board.inc"
 
@@ -27,26 +27,26 @@
         extern  sample, converter_arm, converter_read
         extern  crc_high, crc_low, crc_add
 
-; Bytes that may wait in the transmit buffer (16) when a conversion starts. A conversion adds one or two bytes; that of
-; the first point of a frame adds seven (the last two of a frame, its CRC, three of the next one). The wait for the
-; line falls to that point: it follows the longest way of the generator and has the most time to settle.
+; Maximum number of bytes in the transmit buffer (16) when a conversion starts. A conversion adds one or two bytes; that
+; of the first point of a frame adds seven (the last two of a frame, its CRC, three of the next one). Only this point
+; waits for the line: it follows the generator's largest frequency step, and so gets the most time to settle.
 AHEAD           equ 14
 AHEAD_FIRST     equ 3
 
 TICK            equ BYTE_CYCLES * 5 / 4
 
-HALTED          equ 0                   ; of state: point ended without a conversion
+HALTED          equ 0                   ; bit of state: the point ended without a conversion
 
 frames_data     udata_shr
 state           res 1
 ahead           res 1                   ; AHEAD or AHEAD_FIRST
 sequence        res 1
-groups          res 1                   ; groups of four points that are left in the frame
-kept            res 1                   ; low byte of the sample before: its bits that are not yet sent
+groups          res 1                   ; groups of four points that remain in the frame
+kept            res 1                   ; low byte of the previous sample: its bits that are not sent yet
 packed          res 1
 outgoing        res 1
 
-; One point; work is the routine that runs during the conversion.
+; Measure one point; work is the routine that runs during the conversion.
 measure macro   work
         call    point
         btfsc   state, HALTED
@@ -76,9 +76,9 @@ frames_start:
 frames_sweep:
         clrf    state
         clrf    sequence
-        call    line_drain              ; from here on, what waits to be sent is part of a frame
+        call    line_drain              ; from here on, only bytes of frames are in the transmit buffer
         btfss   line_flags, SWEEPING
-        goto    halted                  ; over before the first point: the generator stays as it is
+        goto    halted                  ; ended before the first point: the generator is unchanged
         call    plan_first
         call    synth_load
         call    plan_next
@@ -111,7 +111,7 @@ point:
         clrwdt
         call    converter_arm
         call    synth_update
-        bsf     T1CON, TMR1ON           ; the settling time runs
+        bsf     T1CON, TMR1ON           ; start of the settling time
 settle:
         btfss   line_flags, SWEEPING
         goto    point_halted
@@ -124,7 +124,7 @@ settle:
         btfsc   PIR1, TMR1IF
         btfss   PIR1, TMR2IF
         goto    settle
-        bcf     PIR1, TMR2IF            ; SETTLE_LEAD counts from here
+        bcf     PIR1, TMR2IF            ; SETTLE_LEAD starts here
         call    synth_load
         call    plan_next
         bsf     ADCON0, GO
@@ -133,9 +133,9 @@ point_halted:
         bsf     state, HALTED
         return
 
-; --- what is sent during a conversion ---
+; --- packing and sending, during a conversion ---
 
-; The end of one frame and the head of the next.
+; The end of one frame and the header of the next one.
 frame_turn:
         call    pack_d
         movf    crc_high, W

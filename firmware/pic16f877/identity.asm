@@ -1,7 +1,7 @@
 ; SPDX-License-Identifier: MIT
-; Who is there: the answer to `?`, without the carriage return.
+; The board's identity: the answer to `?`, without the carriage return.
 ;
-; identity_send   send "?+CALVORN-PIC 1.0 AD9850 125000000 50". It waits for the line.     uses W, FSR
+; identity_send   send "?+CALVORN-PIC 1.0 AD9850 125000000 50". Waits for the line.        uses W, FSR
 
         include "board.inc"
 
@@ -12,7 +12,7 @@
         extern  synth_chip, synth_clock
         extern  converter_settling
 
-DIGITS          equ 9                   ; of the longest number; they lie in factor and product, free during divisions
+DIGITS          equ 9                   ; of the longest number; kept in factor and product, free during divisions
 
 identity_data   udata
 place           res 1                   ; index in the text, or address of a digit
@@ -40,7 +40,7 @@ send_values:
         movlw   converter_settling
         goto    send_number
 
-; Character number `place` of the text.
+; Returns the character at index `place` of the text.
 text:
         movlw   HIGH characters
         movwf   PCLATH
@@ -52,7 +52,7 @@ text:
 characters:
         dt      "?+CALVORN-PIC 1.0 AD985", 0
 
-; The four bytes at W in decimal. The digits come out last one first.
+; Sends the four bytes at W in decimal. The division yields the last digit first.
 send_number:
         movwf   FSR
         call    numbers_load

@@ -1,10 +1,10 @@
 ; SPDX-License-Identifier: MIT
-; The serial line: the USART, its interrupts, the buffers of both directions.
+; The serial line: the USART, its interrupt, and the buffers for both directions.
 ;
-; The interrupt takes every byte from the receiver at once. A `!` is counted and empties the receive buffer; during
-; a sweep it also clears SWEEPING, which ends the sweep. All other bytes go to the receive buffer, or are dropped
-; during a sweep. A framing error, an overrun and a full buffer leave LINE_SPOILT in the buffer: no byte of that value
-; ever gets there, since it is `!` itself.
+; The interrupt reads every byte from the receiver at once. A `!` is counted and empties the receive buffer; during
+; a sweep it also clears SWEEPING, which ends the sweep. All other bytes are stored in the receive buffer, or dropped
+; during a sweep. A framing error, an overrun or a full buffer stores LINE_SPOILT in the buffer. No received byte has
+; this value there, because it is the code of `!`.
 ;
 ; line_start      set up USART and buffers; the caller enables interrupts. 28 cycles                   uses W
 ; line_next       next event of the receiver in W: LINE_NOTHING, LINE_BYTE, LINE_ABORT. 21 cycles      uses W, FSR
@@ -12,7 +12,7 @@
 ; line_send       queue the byte in W; wait while the buffer is full. 21 cycles without waiting        uses W, FSR
 ; line_drain      wait until the transmit buffer is empty; the USART still holds up to two bytes.      uses W
 ; line_discard    drop all bytes in the transmit buffer. 11 cycles                                     uses W
-; line_listen     begin a sweep: set SWEEPING and drop received bytes; C = 0 and nothing done if a
+; line_listen     prepare a sweep: set SWEEPING and drop received bytes; C = 0 and no effect if a
 ;                 `!` is waiting. 17 cycles                                                            uses W
 
         include "board.inc"
@@ -21,7 +21,7 @@
         global  line_flags, line_byte, line_waiting
 
 TX_SIZE         equ 16                  ; powers of two; each buffer starts at an address in which
-RX_SIZE         equ 32                  ; that bit is 0, so clearing the bit wraps a pointer
+RX_SIZE         equ 32                  ; this bit is 0, so clearing the bit wraps a pointer
 TX_WRAP         equ 4
 RX_WRAP         equ 5
 
@@ -32,9 +32,9 @@ line_flags      res 1
 line_data       udata
 saved_status    res 1
 saved_fsr       res 1
-received        res 1                   ; interrupt: the byte at hand
+received        res 1                   ; interrupt: the current byte
 rx_in           res 1                   ; address of the next byte to store
-rx_out          res 1                   ; address of the next byte to take
+rx_out          res 1                   ; address of the next byte to read
 rx_count        res 1
 tx_in           res 1
 tx_out          res 1
@@ -48,7 +48,7 @@ tx_buffer       res TX_SIZE
 rx_section      udata 0xC0
 rx_buffer       res RX_SIZE
 
-; Keep the interrupt out. It may strike during bcf itself and return with GIE set, hence the test.
+; Disable interrupts. An interrupt during bcf itself returns with GIE set, so test the bit.
 hold    macro
         bcf     INTCON, GIE
         btfsc   INTCON, GIE
@@ -100,7 +100,7 @@ restore:
         retfie
 
 receive:
-        btfsc   RCSTA, FERR             ; belongs to the byte that the next read takes
+        btfsc   RCSTA, FERR             ; belongs to the byte that RCREG returns next
         goto    damaged
         movf    RCREG, W
         movwf   received
@@ -118,7 +118,7 @@ keep:
         movf    rx_count, W
         sublw   RX_SIZE - 1
         skpc
-        goto    receive_more            ; full, and the last place already says so
+        goto    receive_more            ; full; the last entry is LINE_SPOILT already
         movlw   LINE_SPOILT
         skpnz                           ; the last free place
         movwf   received
@@ -150,7 +150,7 @@ aborted:
         bcf     line_flags, SWEEPING
         goto    receive_more
 
-; --- the rest runs outside the interrupt ---
+; --- code outside the interrupt ---
 
 line_code       code
 line_start:
@@ -174,7 +174,7 @@ line_start:
         banksel RCSTA
         movlw   (1 << SPEN) | (1 << CREN)
         movwf   RCSTA
-        movlw   1 << PEIE               ; GIE comes later
+        movlw   1 << PEIE               ; the caller sets GIE later
         movwf   INTCON
         return
 
@@ -203,14 +203,14 @@ next_nothing:
         release
         retlw   LINE_NOTHING
 
-; The interrupt sees an overrun itself, unless it comes just after the last look at OERR: then the receiver
-; stands still with nothing to read, and no further interrupt comes.
+; The interrupt handles an overrun itself, unless the overrun occurs just after its last test of OERR: then the receiver
+; is stopped with nothing to read, and no further interrupt occurs.
 line_watch:
         btfss   RCSTA, OERR
         return
         hold
         btfsc   PIR1, RCIF
-        goto    watch_end               ; bytes wait: the interrupt follows at once
+        goto    watch_end               ; bytes are waiting: the interrupt follows at once
         bcf     RCSTA, CREN
         bsf     RCSTA, CREN
         btfsc   line_flags, SWEEPING
@@ -218,7 +218,7 @@ line_watch:
         movf    rx_count, W
         xorlw   RX_SIZE
         skpnz
-        goto    watch_end               ; full, and the last place is spoilt already
+        goto    watch_end               ; full; the last entry is LINE_SPOILT already
         movf    rx_in, W
         movwf   FSR
         movlw   LINE_SPOILT
@@ -230,7 +230,7 @@ watch_end:
         release
         return
 
-; Needs no hold: one instruction counts the byte, and the interrupt tests the count before it sends.
+; Works with interrupts enabled: one instruction counts the byte, and the interrupt tests the count before it sends.
 line_send:
         movwf   sending
 send_wait:

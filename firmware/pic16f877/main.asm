@@ -1,8 +1,8 @@
 ; SPDX-License-Identifier: MIT
 ; Reset, configuration, and the loop that waits for commands.
 ;
-; The watchdog resets the board after 0.1 to 0.5 s. The loop below and each point of a sweep clear it. The longest
-; time between is a settling time of 10 ms.
+; The watchdog resets the board after 0.1 to 0.5 s. The loop below and each point of a sweep clear the watchdog. The
+; longest time between two clears is a settling time of 10 ms.
 
         include "board.inc"
 
@@ -26,7 +26,7 @@ main:
         clrf    INTCON
         clrf    PORTA
         clrf    PORTB
-        movlw   B'01000000'             ; RC6 at 1, the level of an idle line, until the USART takes it over
+        movlw   B'01000000'             ; RC6 at 1, the level of an idle line, until the USART takes over
         movwf   PORTC
         clrf    PORTD
         clrf    PORTE
@@ -39,16 +39,16 @@ main:
         movwf   TRISC
         clrf    TRISD
         clrf    TRISE
-        movlw   B'00001100'             ; pull-ups on, the watchdog waits 16 times its 7 to 33 ms
+        movlw   B'00001100'             ; pull-ups on; watchdog prescaler 16, for 16 times 7 to 33 ms
         movwf   OPTION_REG
         banksel PORTA
 
         call    frames_start
-        call    converter_start         ; takes long enough for the pull-ups to lift the jumpers
+        call    converter_start         ; takes long enough for the pull-ups to raise the jumper pins
         call    synth_start
         call    plan_reset
         call    commands_start
-        call    line_start              ; last, so that nothing is received before interrupts are on
+        call    line_start              ; last, so that nothing is received before interrupts are enabled
         bsf     INTCON, GIE
 
 wait:

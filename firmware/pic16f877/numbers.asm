@@ -1,9 +1,9 @@
 ; SPDX-License-Identifier: MIT
-; Arithmetic: decimal numbers in and out, comparison, the product of 32 and 40 bits.
+; Arithmetic: decimal conversion in both directions, comparison, the product of 32 and 40 bits.
 ;
 ; number  (4 bytes)  the operand and result of most routines
-; factor  (5 bytes)  what number is multiplied with
-; product (8 bytes)  behind factor
+; factor  (5 bytes)  the factor for a multiplication
+; product (8 bytes)  directly after factor
 ;
 ; numbers_clear      number = 0.                                                  8 cycles
 ; numbers_digit      number = number * 10 + W, at most FFFFFFFF.                  218 cycles at most     uses W
@@ -37,7 +37,7 @@ numbers_clear:
         clrf    number + 3
         return
 
-; The digit and ten times the former number. A carry means more than 32 bits.
+; Adds the number ten times to the digit. A carry means more than 32 bits.
 numbers_digit:
         movwf   remainder
         movf    number, W
@@ -72,7 +72,7 @@ digit_saturate:
         movwf   number + 3
         return
 
-; One bit of the quotient a round: it takes the place that the dividend leaves.
+; Each round computes one bit of the quotient and stores it in the bit that the dividend has left free.
 numbers_divide:
         clrf    remainder
         movlw   32
@@ -141,7 +141,7 @@ numbers_factor:
         movwf   factor + 4
         return
 
-; number - limit, of which only the borrow (C = 0) is kept.
+; Computes number - limit and keeps only the borrow (C = 0).
 numbers_below:
         movf    INDF, W
         subwf   number, W
@@ -176,7 +176,7 @@ numbers_negate:
         incf    number + 3, F
         return
 
-; The highest bit of number first: double the product, add the factor for a 1.
+; Starts with the highest bit of number: each round doubles the product and adds the factor if the bit is 1.
 numbers_multiply:
         clrf    product
         clrf    product + 1

@@ -1,8 +1,8 @@
 ; SPDX-License-Identifier: MIT
 ; The plan of a sweep: start, step, and the words of its 400 points.
 ;
-; A 64-bit accumulator holds hertz * K + 2^31. Its upper half is the rounded tuning word. The accumulator is exact at
-; every point, so no error adds up.
+; A 64-bit accumulator contains hertz * K + 2^31. Its upper half is the rounded tuning word. The additions are exact, so
+; no rounding error accumulates.
 ;
 ; plan_start, plan_step (4 bytes each, bank 1)   hertz; the step in two's complement
 ; plan_crc (2 bytes)   CRC of start and step, high byte first
@@ -13,7 +13,7 @@
 ; plan_prepare   check all points, compute accumulators and CRC; C = 1: prepared, C = 0: a
 ;                point is negative or not below the clock. 3,410 cycles at most                 uses W, FSR
 ; plan_first     accumulator = first point. 24 cycles                                           uses W
-; plan_next      accumulator = next point, after the last one the first. 28 to 39 cycles        uses W
+; plan_next      accumulator = next point; the first one follows the last. 28 to 39 cycles      uses W
 
         include "board.inc"
 
@@ -26,10 +26,10 @@
         extern  crc_high, crc_low, crc_start, crc_add
 
 plan_data       udata
-low_half        res 4                   ; accumulator below synth_word
+low_half        res 4                   ; lower half of the accumulator; synth_word is the upper half
 first           res 8                   ; accumulator of the first point
 step            res 8                   ; step * K
-left            res 2                   ; calls of plan_next up to the first point, as decfsz counts
+left            res 2                   ; calls of plan_next until the first point, in the form for decfsz
 plan_crc        res 2
 plan_ready      res 1
 counter         res 1
@@ -62,7 +62,7 @@ plan_reset:
         banksel plan_ready
         return
 
-; product = number * K + 2^31. The sum stays below 2^64 for every number below the clock.
+; product = number * K + 2^31. The sum is below 2^64 for every number below the clock.
 scale_up:
         movlw   synth_scale
         movwf   FSR
@@ -93,7 +93,7 @@ plan_word:
         movwf   synth_word + 3
         return
 
-; number = amount of the step; C = 1: the step is negative.
+; number = |step|; C = 1 if the step is negative.
 amount:
         movlw   plan_step
         movwf   FSR
@@ -105,7 +105,7 @@ amount:
         setc
         return
 
-; The points rise or fall steadily and the start is between 0 and the clock, so the last point decides.
+; The points rise or fall steadily and the start is between 0 and the clock, so checking the last point is enough.
 plan_prepare:
         bcf     plan_ready, 0
         call    amount
@@ -116,8 +116,8 @@ plan_prepare:
         movwf   factor + 1
         movlw   LOW (POINTS - 1)
         movwf   factor
-        rlf     counter, F              ; keep the sign
-        call    numbers_multiply        ; product = the way from the first point to the last
+        rlf     counter, F              ; save the sign
+        call    numbers_multiply        ; product = distance from the first point to the last
         movf    product + 4, W          ; above 32 bits?
         iorwf   product + 5, W
         skpz
@@ -127,7 +127,7 @@ plan_prepare:
         call    numbers_load
         btfsc   counter, 0
         goto    falling
-        movf    product, W              ; rising: start + way must be below the clock
+        movf    product, W              ; rising: start + distance must be below the clock
         addwf   number, F
         add_up  product + 1, number + 1
         add_up  product + 2, number + 2
@@ -140,7 +140,7 @@ plan_prepare:
         skpnc
         goto    refuse
         goto    accept
-falling:                                ; the way must not exceed the start
+falling:                                ; the distance must not exceed the start
         movlw   product
         movwf   FSR
         call    numbers_below
@@ -163,7 +163,7 @@ accept:
         btfsc   counter, 0
         call    negate_step
 
-        call    crc_start               ; of the same start and step, each highest byte first
+        call    crc_start               ; CRC of start and step, each highest byte first
         movlw   plan_start + 3
         call    crc_number
         movlw   plan_step + 3
@@ -206,7 +206,7 @@ negate_step:
         incf    step + 7, F
         return
 
-; CRC of four bytes, from the address in W downwards.
+; Add four bytes to the CRC, from the address in W downwards.
 crc_number:
         movwf   FSR
         movlw   4
