@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""The bill of materials, as a table between two marks of a page."""
+"""Writes and checks the bill of materials, a table between two marks in a page."""
 
 import re
 
@@ -8,13 +8,13 @@ END = "<!-- end of the bill of materials -->"
 
 
 def readable(value):
-    """A value as people write it: 10 kΩ, 10 µF."""
+    """Returns a value with the usual symbols: 10 kΩ, 10 µF."""
     value = re.sub(r"^([\d.]+ [kM]?)ohm$", r"\1Ω", value)
     return re.sub(r"^([\d.]+) uF$", r"\1 µF", value)
 
 
 def remarks(parts):
-    """One remark for all, or each with its reference."""
+    """Returns the common remark of these parts, or each remark with its reference."""
     found = list(dict.fromkeys(part.remark for part in parts))
     if len(found) == 1:
         return found[0]
@@ -35,7 +35,7 @@ def lines(board):
 
 
 def region(guide):
-    """The lines between the marks, or None if the page has not exactly one pair of them."""
+    """Returns the lines between the marks, or None unless the page has exactly one pair of marks."""
     if guide.count(BEGIN) != 1 or guide.count(END) != 1:
         return None
     return guide.partition(BEGIN)[2].partition(END)[0].strip().splitlines()

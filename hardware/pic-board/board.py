@@ -22,13 +22,13 @@ class Part:
         self.pins = {}  # number -> name
 
     def pin_named(self, name):
-        """The number of the only pin with this name, or None."""
+        """Returns the number of the pin with this name, or None if there is not exactly one."""
         found = [number for number, of_pin in self.pins.items() if of_pin == name]
         return found[0] if len(found) == 1 else None
 
 
 class Board:
-    """Pins are pairs (reference, number). What a netlist cannot mean is listed in faults."""
+    """The content of a netlist. Pins are pairs (reference, number); faults lists the errors in the netlist."""
 
     def __init__(self):
         self.parts = {}
@@ -39,7 +39,7 @@ class Board:
         self.faults = []
 
     def net_of(self, pin):
-        """The name of the net with this pin, or None."""
+        """Returns the name of the net with this pin, or None."""
         for name, pins in self.nets.items():
             if pin in pins:
                 return name
@@ -77,7 +77,7 @@ def parse(text):
 class _Reader:
     def __init__(self):
         self.board = Board()
-        self.body = None  # takes the indented lines that follow
+        self.body = None  # the function that reads the indented lines that follow
 
     def fault(self, sentence):
         self.board.faults.append(sentence)

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Where everything stands on the sheet. That it connects what the netlist connects is checked by draw."""
+"""Places the parts and wires on the sheet. The script draw checks that the connections match the netlist."""
 
 
 def place(sheet, symbols):

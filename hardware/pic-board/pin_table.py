@@ -11,14 +11,14 @@ STRAPS = "wire D0 and D1 to + and D2 to ground (D3 to D6 to ground, too)"
 
 
 def rows(page):
-    """[number, name, signal, connect] of each row in the table of pins."""
+    """Returns [number, name, signal, connect] for each row in the table of pins."""
     section = re.search(r"^## The pins$(.*?)(?=^## |\Z)", page, re.M | re.S)
     found = re.findall(r"^\| *(\d+) *\|([^|]*)\|([^|]*)\|([^|]*)\| *$", section[1] if section else "", re.M)
     return [[cell.strip() for cell in row] for row in found]
 
 
 class PinCheck:
-    """One pin of the controller against one row. Each phrase of the column "connect" explains some pins of its net."""
+    """Compares a pin of the controller with its row. Each phrase in the column "connect" explains some pins of the net."""
 
     def __init__(self, board, controller, row):
         self.board = board
@@ -82,7 +82,7 @@ class PinCheck:
         return found[0]
 
     def between(self, role, other_net, value=None):
-        """The pin on this net of a part that joins it to another net."""
+        """Returns a part with this role and value that joins this net to another one, and marks its pin as explained."""
         for part in self.board.with_role(role):
             nets = {number: self.board.net_of((part.reference, number)) for number in part.pins}
             fits = value is None or same_amount(part.value, value)
@@ -156,7 +156,7 @@ class PinCheck:
         if not part:
             return
         self.on_net(part, name, "the generator's " + name)
-        if name == "D7" and "DATA" in part.pins.values():  # the modules bring D7 out twice
+        if name == "D7" and "DATA" in part.pins.values():  # the modules have two pins for D7
             self.on_net(part, "DATA", "the generator's DATA")
 
     def bridge(self, name):

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Whether a sheet shows the netlist, and can be read. Each function returns its faults as sentences."""
+"""Checks that a sheet matches the netlist and is readable. Each function returns a list of faults as sentences."""
 
 import sheet as sheets
 from board import written

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""A sheet of a schematic: symbols, wires and labels on a grid, what they connect, and the SVG of it.
+"""A sheet of a schematic: symbols, wires and labels on a grid, their connections, and the drawing as SVG.
 
 Coordinates are cells of 3 mm; the sheet is A4, landscape.
 """
@@ -7,7 +7,7 @@ Coordinates are cells of 3 mm; the sheet is A4, landscape.
 import collections
 import html
 
-CELL = 12  # units of the SVG in a cell
+CELL = 12  # SVG units per cell
 WIDTH, HEIGHT = 99, 70
 FONT = "DejaVu Sans, Verdana, Arial, sans-serif"
 GROUND, SUPPLY = "GND", "+5V"
@@ -18,7 +18,7 @@ def number(value):
 
 
 def text_width(text, size):
-    """In cells; that of a wide font, so that a narrow one fits, too."""
+    """Returns the width in cells, for a wide font, so that the text fits with any font."""
     narrow = sum(character in "il1.,;:|'/() " for character in text)
     return (0.66 * len(text) - 0.26 * narrow) * size / CELL
 
@@ -28,12 +28,12 @@ class Sheet:
         self.shapes = []
         self.wires = []  # ((x, y), (x, y))
         self.pins = {}  # (reference, number): (x, y)
-        self.names = []  # (net, (x, y)): labels and supply symbols, where a line ends
-        self.remarks = []  # (net, (x, y)): names above a wire, where none ends
-        self.stubs = []  # the lines that belong to a symbol, as wires
+        self.names = []  # (net, (x, y)): labels and supply symbols, which a line ends at
+        self.remarks = []  # (net, (x, y)): names above a wire, which no line ends at
+        self.stubs = []  # lines that belong to a symbol, in the form of wires
         self.open = []  # (x, y)
         self.texts = []  # (left, top, right, bottom, text)
-        self.solid = []  # (left, top, right, bottom, what): where no wire and no text may be
+        self.solid = []  # (left, top, right, bottom, what): areas without wires and text
 
     # --- shapes ---
 
@@ -58,7 +58,7 @@ class Sheet:
                            f'fill="{fill}" stroke="#000" stroke-width="{width}"/>')
 
     def text(self, x, y, text, anchor="start", size=11, bold=False):
-        """The text stands on y."""
+        """Draws a text; y is its baseline."""
         width = text_width(text, size)
         left = x - {"start": 0, "middle": width / 2, "end": width}[anchor]
         self.texts.append((left, y - 0.75 * size / CELL, left + width, y + 0.08 * size / CELL, text))
@@ -67,7 +67,7 @@ class Sheet:
         self.shapes.append(f'<text x="{number(x * CELL)}" y="{number(y * CELL)}" font-size="{number(size)}"{anchored}{weight}>'
                            f"{html.escape(text, quote=False)}</text>")
 
-    # --- what connects ---
+    # --- connections ---
 
     def wire(self, *points):
         for one, other in zip(points, points[1:]):
@@ -90,7 +90,7 @@ class Sheet:
         self.text(x, y - 1.1, "+5 V", "middle")
 
     def label(self, net, x, y, side):
-        """A flag with the name of the net; its tip is at (x, y), its body to the left or to the right of it."""
+        """Draws a flag with the name of the net; its tip is at (x, y), and side tells where its body is."""
         self.names.append((net, (x, y)))
         sign = -1 if side == "left" else 1
         long = text_width(net, 11) + 1.1
@@ -99,7 +99,7 @@ class Sheet:
         self.text(x + sign * (0.6 + (long - 0.3) / 2), y + 0.33, net, "middle")
 
     def name(self, net, x, y, text=None):
-        """The name of the net above a level wire at (x, y)."""
+        """Writes the name of the net above a horizontal wire at (x, y)."""
         self.remarks.append((net, (x, y)))
         self.text(x, y - 0.3, text or net, "middle", 10)
 
@@ -109,17 +109,17 @@ class Sheet:
         self.line((x - 0.35, y - 0.35), (x + 0.35, y + 0.35))
         self.line((x - 0.35, y + 0.35), (x + 0.35, y - 0.35))
 
-    # --- what came of it ---
+    # --- results ---
 
     def places(self):
-        """Each place that a wire can end on, with what ends there."""
+        """Counts the ends of wires, pins and names at each point."""
         ends = collections.Counter(point for wire in self.wires for point in wire)
         ends.update(self.pins.values())
         ends.update(point for _, point in self.names)
         return ends
 
     def groups(self):
-        """What hangs together: (names of nets, pins) of each group."""
+        """Returns the connected groups, each as (names of nets, pins)."""
         leader = {}
 
         def find(item):
@@ -143,7 +143,7 @@ class Sheet:
         return list(found.values())
 
     def junctions(self):
-        """Where three or more lines meet."""
+        """Returns the points where three or more lines meet."""
         meeting = self.places()
         for point in meeting:
             meeting[point] += 2 * sum(on_wire(point, wire) and point not in wire for wire in self.wires)
@@ -170,7 +170,7 @@ def on_wire(point, wire):
 
 
 def cross(one, other):
-    """Two wires that have a place in common which is an end of neither: they would look connected."""
+    """True if two wires cross or overlap at a point that ends neither of them: they would look connected."""
     level, upright = (one, other) if one[0][1] == one[1][1] else (other, one)
     if level[0][1] != level[1][1] or upright[0][0] != upright[1][0]:
         return one[0][0 if one[0][0] == one[1][0] else 1] == other[0][0 if one[0][0] == one[1][0] else 1] and overlap(one, other)
@@ -179,7 +179,7 @@ def cross(one, other):
 
 
 def overlap(one, other):
-    """Two parallel wires on one line that share more than a point."""
+    """True if two parallel wires on the same line share more than a point."""
     axis = 1 if one[0][0] == one[1][0] else 0
     if (other[0][0] == other[1][0]) != (axis == 1):
         return False

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""The symbols of the parts. A part with two pins lies on the line from its first pin to its second one."""
+"""Draws the symbols of the parts. A two-pin symbol is on the line from its first pin to its second one."""
 
 from bill import readable
 
@@ -12,7 +12,7 @@ class Symbols:
     # --- boxes ---
 
     def box(self, reference, left, top, right, bottom, on_left=(), on_right=(), numbers=True, lead=2, title=None):
-        """A box with a pin number at each (number, y); open pins get their cross."""
+        """Draws a box with a pin at each (number, y), and a cross at each open pin."""
         part = self.board.parts[reference]
         sheet = self.sheet
         sheet.rectangle(left, top, right, bottom, width=2)
@@ -32,7 +32,7 @@ class Symbols:
     # --- parts with two pins ---
 
     def two(self, draw, reference, first, second, label="right", text=None):
-        """draw() gets a function that turns (along, across) from the middle of the part into a place."""
+        """Draws a part. draw() receives a function that converts (along, across), from the middle of the part, to (x, y)."""
         part = self.board.parts[reference]
         numbers = list(part.pins)
         (x1, y1), (x2, y2) = first, second
@@ -92,7 +92,7 @@ class Symbols:
         self.two(draw, reference, first, second, label)
 
     def lamp(self, reference, first, second, label="right"):
-        """From the anode to the cathode."""
+        """Draws an LED; first is the anode, second the cathode."""
         def draw(place):
             self.sheet.polygon(place(-0.6, -0.7), place(-0.6, 0.7), place(0.6, 0), fill="#fff")
             self.sheet.line(place(0.6, -0.7), place(0.6, 0.7), width=2)
@@ -111,10 +111,10 @@ class Symbols:
             return 1.08, 0.6
         self.two(draw, reference, first, second, label, text)
 
-    # --- the rest ---
+    # --- other symbols ---
 
     def shunt_reference(self, reference, cathode, anode, label="right"):
-        """Two pins of three; the third is open and has no place in the symbol."""
+        """Draws two of the three pins; the third is open and not in the symbol."""
         sheet = self.sheet
         part = self.board.parts[reference]
         x, top, bottom = cathode[0], cathode[1], anode[1]
@@ -130,7 +130,7 @@ class Symbols:
         self.caption(x, middle, 1.1, 1, label, [reference, readable(part.value)])
 
     def coaxial(self, reference, centre, shield):
-        """The socket stands to the right of its centre contact."""
+        """Draws a socket to the right of the end of its centre contact."""
         sheet = self.sheet
         part = self.board.parts[reference]
         x, y = centre[0] + 2, centre[1]

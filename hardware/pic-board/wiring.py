@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""What a netlist must fulfil by itself. Each function returns its faults as sentences."""
+"""Checks a netlist by itself. Each function returns a list of faults as sentences."""
 
 import collections
 import re
@@ -16,7 +16,7 @@ FACTORS = {"p": 1e-12, "n": 1e-9, "u": 1e-6, "": 1.0, "k": 1e3, "M": 1e6}
 
 
 def amount(value):
-    """"100 nF" as (1e-7, "F"), or None."""
+    """Converts "100 nF" to (1e-7, "F"). Returns None for anything but a number with a unit."""
     found = re.fullmatch(r"([\d.]+) ([pnukM]?)(F|ohm)", value)
     return (float(found[1]) * FACTORS[found[2]], found[3]) if found else None
 
@@ -50,7 +50,7 @@ def nets_join(board):
 
 
 def rails(board):
-    """Pins whose names say on which rail they belong, those of connectors and of C9 among them."""
+    """Checks pins with the name of a rail, including those of connectors and of C9."""
     faults = []
     for part in board.parts.values():
         for number, name in part.pins.items():
@@ -61,13 +61,13 @@ def rails(board):
 
 
 def joined(board, role, one, other):
-    """Whether a part with this role joins two nets."""
+    """True if a part with this role joins the two nets."""
     return one != other and any({board.net_of((part.reference, number)) for number in part.pins} == {one, other}
                                 for part in board.with_role(role))
 
 
 def output(board):
-    """From a sine output of the generator through a capacitor to the centre of the socket."""
+    """Checks that a capacitor joins a sine output of the generator to the centre of the socket."""
     faults = []
     sines = {board.net_of((part.reference, number)) for part in board.with_role("generator")
              for number, name in part.pins.items() if name.startswith("ZOUT")} - {None}
@@ -89,7 +89,7 @@ def lamp(board):
 
 
 def parts_join_two_nets(board):
-    """A resistor or a capacitor with both ends on one net does nothing, or a short circuit."""
+    """Finds parts with both ends on one net: such a part has no effect."""
     faults = []
     for part in board.parts.values():
         nets = {board.net_of((part.reference, number)) for number in part.pins}
