@@ -6,6 +6,8 @@
 #include "tests/support/quiet_time.h"
 #include "tests/support/walk_numbers.h"
 
+#include <QSignalSpy>
+
 using namespace calvorn;
 using calvorn::test::kEntrySettings;
 using calvorn::test::masked;
@@ -147,7 +149,10 @@ void TestEntryBoxes::theFirstClickSelectsTheNumber()
     QFETCH(QString, name);
     const Bench bench;
     auto *box = bench.find<QLineEdit>(qPrintable(name));
+    box->setFocus();
+    const QSignalSpy finished(box, &QLineEdit::editingFinished);
     bench.find("cmdStart")->setFocus();
+    QCOMPARE(finished.count(), 1);
     const QPoint inside(box->width() - 14, box->height() / 2);
     QTest::mouseClick(box, Qt::LeftButton, {}, inside);
     QVERIFY(box->hasFocus());

@@ -16,6 +16,7 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QSpinBox>
+#include <QTabWidget>
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QTimer>
@@ -117,6 +118,8 @@ private slots:
     void aPortThatIsTaken();
     void anotherPortMovesTheDoor();
     void thePortLeftAsItIsKeepsTheClients();
+    void aCompletionIsToldOnce();
+    void storingKeepsTheNameOfATrace();
     void commandsMoveTheControls();
     void sweeps_data() { test::addInterfaceRows(); }
     void sweeps();
@@ -225,6 +228,32 @@ void TestRemoteWindow::thePortLeftAsItIsKeepsTheClients()
         emit preferences.findChild<QSpinBox *>(QStringLiteral("spinRemotePort"))->editingFinished();
     });
     QVERIFY(bench.error().startsWith("-113,"));
+}
+
+void TestRemoteWindow::aCompletionIsToldOnce()
+{
+    Bench bench;
+    bench.openDoor();
+    QCOMPARE(bench.ask("*CLS;INIT;*OPC;*OPC?"), QByteArray("1"));
+    QCOMPARE(bench.ask("*ESR?"), QByteArray("1"));
+    QCOMPARE(bench.ask("INIT;*OPC?"), QByteArray("1"));
+    QCOMPARE(bench.ask("*ESR?"), QByteArray("0"));
+}
+
+void TestRemoteWindow::storingKeepsTheNameOfATrace()
+{
+    Bench bench;
+    bench.openDoor();
+    QCOMPARE(bench.ask("INIT;*OPC?;TRAC:STOR 1;CAT?"), QByteArray("1;1,\"Trace 1\""));
+    QTest::keyClick(bench.window.get(), Qt::Key_M, Qt::ControlModifier);
+    bench.find<QTabWidget>("tabMeasure")->setCurrentIndex(0);
+    bench.type("txtTrace_0", QStringLiteral("filter"));
+    QCOMPARE(bench.ask("TRAC:STOR 1;CAT?"), QByteArray("1,\"filter\""));
+    // The fixture of a crystal has at most 10 kohms.
+    QVERIFY(!bench.ask("CALC:RES? CRYS,LIVE,10000").isEmpty());
+    QCOMPARE(bench.error(), kNoError);
+    bench.tell("CALC:RES? CRYS,LIVE,10001");
+    QVERIFY(bench.error().startsWith("-222,"));
 }
 
 void TestRemoteWindow::commandsMoveTheControls()

@@ -52,6 +52,19 @@ private slots:
         QCOMPARE(view.columnWidth(0), 268); // 267.5
     }
 
+    void theColumnsFollowTheWidth()
+    {
+        Configuration configuration;
+        SweepTable table(configuration);
+        SweepTableView view(configuration, table);
+        table.inizializzaGrid();
+        view.resize(534, 90);
+        view.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&view));
+        view.resize(634, 90);
+        QTRY_COMPARE(view.columnWidth(0), 317);
+    }
+
     void headerAndKeyboard()
     {
         Configuration configuration;

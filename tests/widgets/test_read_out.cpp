@@ -89,6 +89,21 @@ private slots:
         readOut.setText(QStringLiteral("-13.0"));
         QCOMPARE(spoken->text(QAccessible::Description), QStringLiteral("-13.0"));
     }
+
+    void anotherFontIsShownAtOnce()
+    {
+        ReadOut changed;
+        changed.resize(120, 60);
+        changed.setText(QStringLiteral("-12.5"));
+        QFont large = changed.font();
+        large.setPointSizeF(2.0 * large.pointSizeF());
+        changed.setFont(large);
+        ReadOut fresh;
+        fresh.resize(120, 60);
+        fresh.setFont(large);
+        fresh.setText(QStringLiteral("-12.5"));
+        QCOMPARE(changed.grab().toImage(), fresh.grab().toImage());
+    }
 };
 
 QTEST_MAIN(TestReadOut)
