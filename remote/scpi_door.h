@@ -39,7 +39,6 @@ public:
     QString open(quint16 port);
     void close();
 
-    bool isOpen() const { return m_port != 0; }
     quint16 port() const { return m_port; } // 0 while it is closed
     int clients() const { return m_clients; }
 
