@@ -53,11 +53,11 @@ struct VectorPlan
 // in time throws RuntimeError(NoAnswer) and ends the server, which is assumed to hang. Events never arrive during an
 // operation: they come from the event loop.
 //
-// A vector is emitted only while the plan that the server announced for it matches the table and the present mode; all
+// A vector is emitted only while the plan that the server announced for it matches the table and the current mode; all
 // other vectors are dropped.
 //
 // A server that floods the window with events, so that the window cannot react, is also ended, and its pending events
-// are dropped. Error texts are cut to kLongestText characters.
+// are dropped. Error texts are truncated to kLongestText characters.
 //
 // refused() reports what the hardware refuses; a driver never shows a message itself.
 //
@@ -131,7 +131,7 @@ public:
     // Resets the generator and sets it to kResetFrequency. May block for more than a second.
     virtual void resetGenerator() = 0;
 
-    // Caption of the present measuring mode; empty if the instrument has only one.
+    // Caption of the current measuring mode; empty if the instrument has only one.
     virtual QString modeCaption() const { return {}; }
 
     // Captions of all measuring modes, in the order of nextMode().
@@ -179,7 +179,7 @@ public:
     // Sets the generator to the start frequency, with this offset in Hz.
     virtual void tryOffset(double hertz) { Q_UNUSED(hertz) }
 
-    // Returns the detector's present voltage with a trial offset (volts), or nothing if the interface delivers readings
+    // Returns the detector's current voltage with a trial offset (volts), or nothing if the interface delivers readings
     // only while it sweeps. May block for about 50 ms.
     virtual std::optional<double> detectorVolts(double triedOffset, const SweepTable &table)
     {
@@ -233,7 +233,7 @@ protected:
     // Stops the sweep, parks the generator and closes the port, without starting a server.
     virtual void releaseHardware() = 0;
 
-    // Sends the hardware settings, in the order of the start-up; the port need not be open.
+    // Sends the hardware settings, in start-up order; the port need not be open.
     virtual void sendSettings() {}
 
     // Prepares and runs a sweep. Returns false when the preparation was refused.
@@ -342,8 +342,8 @@ private:
     QElapsedTimer m_turn;        // since the event loop last woke up
     int m_eventsInTurn = 0;      // number of server events since then
     QElapsedTimer m_second;      // the second in which news are counted
-    int m_newsInSecond = 0;      // sweep ends, and all errors but transmission ones
-    bool m_settingsSent = false; // to the present server
+    int m_newsInSecond = 0;      // sweep ends and errors, except transmission errors
+    bool m_settingsSent = false; // to the current server
     QTimer m_watch;              // runs during a sweep
     std::unique_ptr<QDBusPendingCallWatcher, DeleteLater> m_question; // the pending IsWorking call
     int m_unanswered = 0;                                             // ticks since the call

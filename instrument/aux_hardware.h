@@ -43,7 +43,7 @@ struct AuxHardware
     void sendPosition(std::uint8_t control, std::uint8_t command, Configuration &configuration) const;
 };
 
-// Uses the driver that is present at the time of each write; does nothing if it has no outputs.
+// Uses the driver that exists at the time of each write; does nothing if it has no outputs.
 AuxHardware auxHardwareOf(const std::function<AcquisitionDriver *()> &driver, Log &log);
 
 // Sends the stored bytes of the enabled outputs, and the stored position of a configured potentiometer, to newly

@@ -213,7 +213,7 @@ SweepOutcome Instrument::take(int count, const std::function<bool()> &isInterrup
     try {
         shutDown();
     } catch (const RuntimeError &error) {
-        // The stored sweeps are valid all the same.
+        // The stored sweeps are still valid.
         emit told(error.message());
     }
     if (isInterrupted())

@@ -64,7 +64,7 @@ void SignalGenerator::switchOn()
     } else if (!m_instrument.requiredDriver().isConfigured()) {
         become(m_state, tr("The hardware is not connected."));
     } else {
-        // The default frequency may be outside of the limits.
+        // The default frequency may be outside the limits.
         m_frequency = withinLimits(m_frequency);
         generate();
     }

@@ -19,7 +19,7 @@ namespace {
 
 constexpr int kPatienceMs = 10'000;
 
-constexpr qsizetype kLongestSocket = 99; // bytes of its path; the bus library refuses more
+constexpr qsizetype kLongestSocket = 99; // bytes in its path; the bus library refuses longer ones
 
 // In a D-Bus address every other byte is written as % and two hexadecimal digits.
 bool standsForItself(char byte)

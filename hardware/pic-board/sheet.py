@@ -28,8 +28,8 @@ class Sheet:
         self.shapes = []
         self.wires = []  # ((x, y), (x, y))
         self.pins = {}  # (reference, number): (x, y)
-        self.names = []  # (net, (x, y)): labels and supply symbols, which a line ends at
-        self.remarks = []  # (net, (x, y)): names above a wire, which no line ends at
+        self.names = []  # (net, (x, y)): labels and supply symbols, at the end of a line
+        self.remarks = []  # (net, (x, y)): names above a wire, not at the end of a line
         self.stubs = []  # lines that belong to a symbol, in the form of wires
         self.open = []  # (x, y)
         self.texts = []  # (left, top, right, bottom, text)

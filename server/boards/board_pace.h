@@ -7,7 +7,7 @@ namespace calvorn {
 
 // The board's own clock, which can be paced to follow real time. When paced, the calling thread sleeps as soon as the
 // board is 2 ms ahead of real time. A board that is less than 20 ms late (a late wake-up, a busy machine) catches up; a
-// board that is later than that was idle, and its pace restarts from the present.
+// board that is later has been idle, and its pace restarts from the current time.
 class BoardPace
 {
 public:

@@ -39,7 +39,7 @@ public:
 
     DeviceKind kind() const { return m_kind; }
 
-    // Returns the voltage ratio at the detector, 0..1. Interpolates between the points of a curve; outside of its
+    // Returns the voltage ratio at the detector, 0..1. Interpolates between the points of a curve; outside its
     // points nothing passes.
     double responseAt(double hertz) const;
 

@@ -17,7 +17,7 @@ public:
     // Receives a byte from the host.
     virtual void receive(std::uint8_t byte) = 0;
 
-    // Called when the line is free. Returns the next byte for the host, or nothing if the board has none at present.
+    // Called when the line is free. Returns the next byte for the host, or nothing if the board has none now.
     // Each byte takes the time of ten bits on the line.
     virtual std::optional<std::uint8_t> nextByte() = 0;
 

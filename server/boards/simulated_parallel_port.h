@@ -69,7 +69,7 @@ private:
     BoardWiring m_wiring;
     LevelTable m_levelsOfData; // levels of this register's lines, for each value of the register
     LevelTable m_levelsOfControl;
-    Levels m_levels; // present levels at the pins
+    Levels m_levels; // current levels at the pins
     BoardPace m_pace;
     std::unique_ptr<DdsChipModel> m_dds;
     DetectorModel m_detector;

@@ -12,7 +12,7 @@
 
 namespace calvorn {
 
-// One sample with the values behind it.
+// A sample, and the values from which it was computed.
 struct VnaBoardSample
 {
     std::uint32_t word; // tuning word of the generator
@@ -41,7 +41,7 @@ public:
     bool isReplying() const { return m_samplesDue > 0 || m_position < m_bytes.size(); }
 
 protected:
-    // Called after each measured sample, which includes the generator's present output; tests override it to observe
+    // Called after each measured sample, which includes the generator's current output; tests override it to observe
     // both.
     virtual void sampled(const VnaBoardSample & /*sample*/) {}
 

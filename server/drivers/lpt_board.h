@@ -74,7 +74,7 @@ public:
     // Needs a port.
     int measure(std::int64_t hertz);
 
-    // Returns the detector count after a settling time, at the present frequency. Needs a port.
+    // Returns the detector count after a settling time, at the current frequency. Needs a port.
     int readDetector();
 
     // output: 1 or 2. Shifts and latches both outputs once.
@@ -100,7 +100,7 @@ private:
     double m_offsetHz = 0.0;
     std::int64_t m_hertz = 0;
     SweepSpeed m_speed = SweepSpeed::Standard;
-    std::int64_t m_parkedHz = 0; // set outside of a sweep
+    std::int64_t m_parkedHz = 0; // set outside a sweep
     std::array<std::optional<std::uint8_t>, 2> m_aux;
     std::array<std::uint8_t, 2> m_firstAux{}; // for outputs that were never set
 };

@@ -106,7 +106,7 @@ void LptDriver::RunSweep()
 bool LptDriver::OpenPort(short address)
 {
     ClosePort();
-    // Base addresses are 16 bits without a sign.
+    // A base address is an unsigned 16-bit number.
     m_address = static_cast<unsigned short>(address);
     m_remarked = false;
     if (attachPort())
@@ -219,7 +219,7 @@ void LptDriver::reportLoss(const QString &sentence)
         report(ErrorCode::Port, sentence);
 }
 
-// Detaches the former port first: it must be free before it can be claimed again.
+// Detaches the previous port first: it must be free before it can be claimed again.
 bool LptDriver::attachPort()
 {
     m_board.detach();

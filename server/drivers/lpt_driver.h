@@ -55,7 +55,7 @@ public slots:
     // cannot start a thread for the sweep.
     void RunSweep();
 
-    // Closes the former port first. Returns false when the port cannot be opened; the reason is reported as
+    // Closes the previous port first. Returns false when the port cannot be opened; the reason is reported as
     // ErrorCode::Ignorable, because the caller already has the result, and again with the error of each later sweep.
     bool OpenPort(short address);
     void ResetDevice();
@@ -63,12 +63,12 @@ public slots:
     // Ends a sweep, with its aComplete, and switches the generator's output off before the port is closed.
     void ClosePort();
 
-    // Sets the plan of the next sweep, and of a running one: no vector of the former plan is emitted after the return.
+    // Sets the plan of the next sweep, and of a running one: no vector of the previous plan is emitted after the return.
     // Frequencies above the generator's useful maximum or above half its clock are swept without a change; this is
     // reported once, in the log and as ErrorCode::Ignorable.
     void PrepareSweep(int start, int step);
 
-    // Reports ErrorCode::Frequency and keeps the former frequency when the generator cannot make the new one.
+    // Reports ErrorCode::Frequency and keeps the previous frequency when the generator cannot make the new one.
     void SetFrequency(int hertz);
     short ReadDetector();
     void SetAux(uchar value, short output);

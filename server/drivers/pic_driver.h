@@ -95,7 +95,7 @@ private:
     PicSettings m_configured;
     int m_baud = 0;
     bool m_asked = false;                 // the identity was requested since the port was opened
-    int m_settlingUs = kUsualPicSettling; // the board's present settling time
+    int m_settlingUs = kUsualPicSettling; // the board's current settling time
     bool m_remarked = false;              // since the port was opened
     std::optional<PicPlan> m_plan;        // accepted by the board, or to be sent again after a reconnection
     bool m_boardHasPlan = false;

@@ -55,7 +55,7 @@ public:
     // thread.
     quint64 start();
 
-    // Takes effect at once: a pass with the former plan is abandoned and restarted. Returns the number of the plan.
+    // Takes effect at once: a pass with the previous plan is abandoned and restarted. Returns the number of the plan.
     quint64 setPlan(const SweepPlan &plan);
     quint64 planNumber() const { return m_planNumber; }
 

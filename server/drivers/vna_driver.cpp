@@ -198,7 +198,7 @@ void VnaDriver::noteRange(std::int64_t lowest, std::int64_t highest)
     remark(tr("The MiniVNA is designed for 0.1 to 180 MHz; the frequency is set as requested."));
 }
 
-// Drops a reply that was measured with a former plan, clock or offset, or over the other path.
+// Drops a reply that was measured with an earlier plan, clock or offset, or over the other path.
 void VnaDriver::deliverSamples(const QList<VnaSample> &samples)
 {
     if (m_sent.tuning != m_tuning || m_sent.startHz != m_startHz || m_sent.stepHz != m_stepHz ||

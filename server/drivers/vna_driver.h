@@ -33,7 +33,7 @@ public slots:
     void StopSweep(short reason);
 
     // mode: the number of a VnaMode. Parked switches the generator off (until the next frequency or sweep) and keeps
-    // the measured quantity. A running sweep continues with the new mode and delivers no more vectors of the former
+    // the measured quantity. A running sweep continues with the new mode and delivers no more vectors of the previous
     // one.
     void SetMode(short mode);
     void SetMultiplier(short multiplier);
@@ -47,7 +47,7 @@ public slots:
     // it is set when a port is opened.
     void SetFrequency(int hertz);
 
-    // Sets the plan of the next sweep, and of a running one: no vector of the former plan is emitted after the return.
+    // Sets the plan of the next sweep, and of a running one: no vector of the previous plan is emitted after the return.
     // samples: kSweepPoints; any other number is reported as ErrorCode::Setting.
     void PrepareSweep(int start, int step, int samples);
 

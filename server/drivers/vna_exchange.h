@@ -29,7 +29,7 @@ class VnaExchange : public QObject
 public:
     explicit VnaExchange(QObject *parent = nullptr);
 
-    // Sets the link to use; nullptr for none. Abandons an exchange on the former link without a signal.
+    // Sets the link to use; nullptr for none. Abandons an exchange on the previous link without a signal.
     void setLink(ByteLink *link);
 
     // True if a command may be sent.
