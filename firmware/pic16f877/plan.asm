@@ -29,7 +29,7 @@ plan_data       udata
 low_half        res 4                   ; lower half of the accumulator; synth_word is the upper half
 first           res 8                   ; accumulator of the first point
 step            res 8                   ; step * K
-left            res 2                   ; calls of plan_next until the first point, in the form for decfsz
+left            res 2                   ; calls of plan_next until the first point, in the form that decfsz needs
 plan_crc        res 2
 plan_ready      res 1
 counter         res 1

@@ -18,7 +18,7 @@ int convertedCount(double volts, double referenceVolts, int counts);
 // The detectors available on a simulated board.
 enum class DetectorKind {
     Linear, // 1 V for a device without loss, 5 mV without any signal
-    Log,    // an AD8307: 25 mV for each dB above -84 dBm, and noise of -90 dBm at its input
+    Log,    // an AD8307: 25 mV per dB above -84 dBm, and noise of -90 dBm at its input
     Diode,  // a biased diode, square-law below 20 mV and linear above, followed by an amplifier with a gain of 2.4
 };
 

@@ -43,8 +43,8 @@ public:
     // points nothing passes.
     double responseAt(double hertz) const;
 
-    // Returns the reflection seen by a bridge: that of the antenna, or, for any other device, the part that does not
-    // pass it.
+    // Returns the reflection that a bridge measures: that of an antenna, or the signal that any other device does not
+    // pass.
     double reflectionAt(double hertz) const;
 
 private:

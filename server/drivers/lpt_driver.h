@@ -63,9 +63,9 @@ public slots:
     // Ends a sweep, with its aComplete, and switches the generator's output off before the port is closed.
     void ClosePort();
 
-    // Sets the plan of the next sweep, and of a running one: no vector of the previous plan is emitted after the return.
-    // Frequencies above the generator's useful maximum or above half its clock are swept without a change; this is
-    // reported once, in the log and as ErrorCode::Ignorable.
+    // Sets the plan of the next sweep, and of a running one: no vector of the previous plan is emitted after the
+    // return. Frequencies above the generator's useful maximum or above half its clock are swept without a change; this
+    // is reported once, in the log and as ErrorCode::Ignorable.
     void PrepareSweep(int start, int step);
 
     // Reports ErrorCode::Frequency and keeps the previous frequency when the generator cannot make the new one.

@@ -34,8 +34,8 @@ public:
     std::uint64_t droppedVectors() const { return m_vectors.dropped(); }
 
 public slots:
-    // settings: such as "115200,N,8,1". Closes the previous port first. Returns false when the port cannot be opened; the
-    // reason is reported as ErrorCode::Port. Every sweep then tries to open the port again.
+    // settings: such as "115200,N,8,1". Closes the previous port first. Returns false when the port cannot be opened;
+    // the reason is reported as ErrorCode::Port. Every sweep then tries to open the port again.
     bool OpenPort(short port, const QString &settings);
 
     // Ends a sweep, with its aComplete, before the port is closed.

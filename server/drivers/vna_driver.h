@@ -47,8 +47,8 @@ public slots:
     // it is set when a port is opened.
     void SetFrequency(int hertz);
 
-    // Sets the plan of the next sweep, and of a running one: no vector of the previous plan is emitted after the return.
-    // samples: kSweepPoints; any other number is reported as ErrorCode::Setting.
+    // Sets the plan of the next sweep, and of a running one: no vector of the previous plan is emitted after the
+    // return. samples: kSweepPoints; any other number is reported as ErrorCode::Setting.
     void PrepareSweep(int start, int step, int samples);
 
 private:

@@ -28,7 +28,7 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-// The reference clock of a synthesiser board, and the multiplier that makes the system clock from it.
+// The reference clock of a synthesiser board, and the multiplier that turns it into the system clock.
 struct DdsClock
 {
     DdsChip chip = kDefaultDdsChip;
