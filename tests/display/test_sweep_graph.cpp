@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "display/frequency_captions.h"
+#include "display/plot/trace_styles.h"
 #include "tests/display/display_bench.h"
 #include "tests/support/paint_count.h"
 #include "tests/support/quiet_time.h"
@@ -223,6 +224,10 @@ private slots:
             QCOMPARE(graph.line(item).colour, qRgb(0xff, 0x9d, 0xe0));
         for (const GraphItem item : {GraphItem::CursorV, GraphItem::CursorH})
             QCOMPARE(graph.line(item).colour, qRgb(255, 255, 255));
+        // On paper, the traces of average and holds are dark.
+        QCOMPARE(inked(kAverageStyle.colour, GraphInk::Paper), QColor(0x40, 0x40, 0x40));
+        QCOMPARE(inked(kMaxHoldStyle.colour, GraphInk::Paper), QColor(0x8a, 0x3a, 0x00));
+        QCOMPARE(inked(kMinHoldStyle.colour, GraphInk::Paper), QColor(0x00, 0x69, 0x5c));
     }
 
     void theCaptionsAboveMoveWithTheirMarkers()
