@@ -13,6 +13,12 @@
 
 namespace calvorn {
 
+namespace {
+
+constexpr int kTitleButtons = 150; // logical pixels; icon and buttons beside the title in the window's frame
+
+} // namespace
+
 FrmSpan::FrmSpan(const Configuration &configuration, Desktop &desktop, QWidget *parent)
     : QDialog(parent)
     , m_configuration(configuration)
@@ -20,6 +26,7 @@ FrmSpan::FrmSpan(const Configuration &configuration, Desktop &desktop, QWidget *
 {
     setObjectName(QStringLiteral("frmSpan"));
     setWindowTitle(tr("Centre and span"));
+    setMinimumWidth(fontMetrics().horizontalAdvance(windowTitle()) + kTitleButtons);
     auto *grid = new QGridLayout(this);
     m_centreBox = addBox(grid, "txtCentre", tr("&Centre - Hz"), tr("Enter the centre of the range in Hz"));
     m_spanBox = addBox(grid, "txtSpan", tr("&Span - Hz"), tr("Enter the width of the range in Hz"));

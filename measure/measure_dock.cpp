@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "measure/measure_dock.h"
 
+#include "widgets/window_system.h"
+
+#include <QHBoxLayout>
 #include <QScrollArea>
+#include <QStyle>
 #include <QTabBar>
-#include <QToolButton>
 #include <QVBoxLayout>
 
 #include <utility>
@@ -39,6 +42,9 @@ MeasureDock::MeasureDock(const Configuration &configuration, const SweepTable &t
 {
     setObjectName(QStringLiteral("dockMeasure"));
     setAllowedAreas(Qt::RightDockWidgetArea | Qt::LeftDockWidgetArea);
+    // A panel that is dragged out under Wayland cannot follow the mouse, and has no frame to move or close it.
+    if (isWayland())
+        setFeatures(DockWidgetClosable | DockWidgetFloatable);
     m_action->setObjectName(QStringLiteral("mnuMeasure"));
     m_action->setText(tr("M&easure"));
     m_action->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_M));
@@ -87,10 +93,23 @@ QWidget *MeasureDock::makeHead()
     m_normalise->setToolTip(tr("Use the current sweep as the reference and show the curves relative to it. The table "
                                "keeps the measured values."));
     connect(m_normalise, &QPushButton::clicked, this, &MeasureDock::cmdNormalise_Click);
+    // The frame of a panel that floats under Wayland has no button of Qt to dock it.
+    m_dock = new QToolButton(this);
+    m_dock->setObjectName(QStringLiteral("cmdDock"));
+    m_dock->setIcon(style()->standardIcon(QStyle::SP_TitleBarNormalButton));
+    m_dock->setToolTip(tr("Put the panel back into the window"));
+    m_dock->setAccessibleName(tr("Dock"));
+    m_dock->setVisible(isFloating() && isWayland());
+    connect(m_dock, &QToolButton::clicked, this, [this] { setFloating(false); });
+    connect(this, &QDockWidget::topLevelChanged, m_dock,
+            [this](bool floating) { m_dock->setVisible(floating && isWayland()); });
     m_reference = new QLabel(this);
     m_reference->setObjectName(QStringLiteral("lblReference"));
     m_reference->setWordWrap(true);
-    layout->addWidget(m_normalise);
+    auto *buttons = new QHBoxLayout;
+    buttons->addWidget(m_normalise, 1);
+    buttons->addWidget(m_dock);
+    layout->addLayout(buttons);
     layout->addWidget(m_reference);
     return head;
 }

@@ -9,13 +9,15 @@
 #include <QAction>
 #include <QDockWidget>
 #include <QTabWidget>
+#include <QToolButton>
 
 #include <functional>
 
 namespace calvorn {
 
 // The Measure panel "dockMeasure", initially closed, docked at an edge of the window or floating. It has pages for
-// traces, results and limits, below the button that makes the last sweep the reference.
+// traces, results and limits, below the button that makes the last sweep the reference. Under Wayland it cannot be
+// dragged: its own button makes it float, and "cmdDock" docks it again.
 class MeasureDock : public QDockWidget
 {
     Q_OBJECT
@@ -60,6 +62,7 @@ private:
     MeasureChoices m_choices; // as loaded; the pages hold the current ones
     QAction *m_action;
     QPushButton *m_normalise = nullptr;
+    QToolButton *m_dock = nullptr;
     QLabel *m_reference = nullptr;
     QTabWidget *m_pages = nullptr;
     TracesPage *m_traces = nullptr;

@@ -3154,6 +3154,14 @@
         <source>Use the current sweep as the reference and show the curves relative to it. The table keeps the measured values.</source>
         <translation>Verwendet den aktuellen Durchlauf als Referenz und zeigt die Kurven auf ihn bezogen. Die Tabelle behält die Messwerte.</translation>
     </message>
+    <message>
+        <source>Put the panel back into the window</source>
+        <translation>Das Panel wieder in das Fenster setzen</translation>
+    </message>
+    <message>
+        <source>Dock</source>
+        <translation>Andocken</translation>
+    </message>
 </context>
 <context>
     <name>calvorn::Measurement</name>

@@ -3154,6 +3154,14 @@
         <source>Use the current sweep as the reference and show the curves relative to it. The table keeps the measured values.</source>
         <translation>Usa lo sweep attuale come riferimento e mostra le curve rispetto a esso. La tabella conserva i valori misurati.</translation>
     </message>
+    <message>
+        <source>Put the panel back into the window</source>
+        <translation>Rimette il pannello nella finestra</translation>
+    </message>
+    <message>
+        <source>Dock</source>
+        <translation>Aggancia</translation>
+    </message>
 </context>
 <context>
     <name>calvorn::Measurement</name>
@@ -3377,7 +3385,7 @@
     </message>
     <message>
         <source>Access &amp;rule...</source>
-        <translation>&amp;Regola di accesso...</translation>
+        <translation>Re&amp;gola di accesso...</translation>
     </message>
     <message>
         <source>Save a udev rule that lets the user at this computer open the board</source>

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "widgets/program_style.h"
 
+#include "widgets/window_system.h"
+
 #include <QGroupBox>
 #include <QPainter>
 #include <QStyleFactory>
@@ -93,6 +95,16 @@ void ProgramStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *o
     const Shape shape = dark && !showsFocus(element, option->state) ? shapeOf(element) : Shape::None;
     if (shape != Shape::None)
         drawFrame(shape, option->rect, option->palette, painter);
+}
+
+// While a tool tip is visible, Qt shows the next one at once, in the same window. Under Wayland that window would stay
+// at its old place, beside another control.
+int ProgramStyle::styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
+                            QStyleHintReturn *data) const
+{
+    if (hint == SH_ToolTip_FallAsleepDelay && isWayland())
+        return 0;
+    return QProxyStyle::styleHint(hint, option, widget, data);
 }
 
 // Draws the frame below the title, like Fusion, and replaces Fusion's frame image, which would show beside this

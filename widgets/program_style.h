@@ -11,7 +11,7 @@ namespace calvorn {
 QColor frameColour(const QPalette &palette);
 
 // The program's style on every desktop: Fusion. On dark desktops it brightens the frames, which Fusion draws darker
-// than the window and thus almost invisible.
+// than the window and thus almost invisible. Under Wayland each tool tip takes its time to appear.
 class ProgramStyle : public QProxyStyle
 {
     Q_OBJECT
@@ -21,6 +21,8 @@ public:
 
     void drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
                        const QWidget *widget = nullptr) const override;
+    int styleHint(StyleHint hint, const QStyleOption *option = nullptr, const QWidget *widget = nullptr,
+                  QStyleHintReturn *data = nullptr) const override;
 
 private:
     void drawGroup(const QStyleOption *option, QPainter *painter, const QWidget *widget) const;
