@@ -337,7 +337,7 @@ void AcquisitionDriver::ignoringErrors(const std::function<void()> &step)
     }
 }
 
-bool AcquisitionDriver::tellWhetherOpen(const std::function<bool()> &openPort, const QString &refusal)
+bool AcquisitionDriver::openOrRefuse(const std::function<bool()> &openPort, const QString &refusal)
 {
     bool open = false;
     QString reason;

@@ -289,7 +289,7 @@ protected:
     bool isAcknowledgementDue();
 
     // Opens the port. On failure, also of the call itself, reports this refusal and returns false.
-    bool tellWhetherOpen(const std::function<bool()> &openPort, const QString &refusal);
+    bool openOrRefuse(const std::function<bool()> &openPort, const QString &refusal);
     QString serialPortRefusal() const;
 
     // Performs one step of a shutdown and only logs its errors. Does nothing without a server.

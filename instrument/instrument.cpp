@@ -160,7 +160,7 @@ SweepOutcome Instrument::takeSweeps(int count, const std::function<bool()> &isIn
 }
 
 // Connects the hardware and stores a refusal of the driver in the outcome. Returns true on success.
-bool Instrument::connectTelling(SweepOutcome &outcome)
+bool Instrument::connectOrExplain(SweepOutcome &outcome)
 {
     QObject listener;
     bool isReady = false;
@@ -201,7 +201,7 @@ SweepOutcome Instrument::take(int count, const std::function<bool()> &isInterrup
         if (taken == count)
             wait.quit();
     });
-    if (!connectTelling(outcome))
+    if (!connectOrExplain(outcome))
         return outcome;
     emit connected();
     if (!startSweep())

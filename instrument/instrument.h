@@ -146,7 +146,7 @@ private:
     void becomeIdle();
     void restoreStoredOutputs();
     SweepOutcome take(int count, const std::function<bool()> &isInterrupted);
-    bool connectTelling(SweepOutcome &outcome);
+    bool connectOrExplain(SweepOutcome &outcome);
     void hardwareFailed(std::int16_t code, const QString &text, SweepOutcome &outcome, QEventLoop &wait);
     void waitForSweeps(const int &taken, const std::function<bool()> &isInterrupted, QEventLoop &wait);
 

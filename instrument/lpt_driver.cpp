@@ -40,7 +40,7 @@ bool LptDriver::configureHardware()
     const QString refusal = tr("Parallel port not initialized.") + u'\r' +
                             tr("Driver not found or wrong LPT address.") + u'\r' +
                             tr("Please verify 'SetUp/Configuration/Ports'.");
-    if (!tellWhetherOpen([this] { return openPort(configuration().lptAddress); }, refusal))
+    if (!openOrRefuse([this] { return openPort(configuration().lptAddress); }, refusal))
         return false;
     sendSettings();
     return true;

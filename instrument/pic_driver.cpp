@@ -37,8 +37,8 @@ AcquisitionDriver::ErrorReaction PicDriver::hardwareReactionTo(std::int16_t tipo
 
 bool PicDriver::configureHardware()
 {
-    if (!tellWhetherOpen([this] { return openPort(configuration().commPort, configuration().serialSettings); },
-                         serialPortRefusal()))
+    if (!openOrRefuse([this] { return openPort(configuration().commPort, configuration().serialSettings); },
+                      serialPortRefusal()))
         return false;
     if (sendFrequency(kPicOutput, configuration().startFreq))
         return true;

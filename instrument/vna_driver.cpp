@@ -31,8 +31,8 @@ AcquisitionDriver::ErrorReaction VnaDriver::hardwareReactionTo(std::int16_t tipo
 
 bool VnaDriver::configureHardware()
 {
-    if (!tellWhetherOpen([this] { return openPort(configuration().commPort, configuration().serialSettings); },
-                         serialPortRefusal()))
+    if (!openOrRefuse([this] { return openPort(configuration().commPort, configuration().serialSettings); },
+                      serialPortRefusal()))
         return false;
     sendSettings();
     return true;

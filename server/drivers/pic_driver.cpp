@@ -120,7 +120,7 @@ void PicDriver::linkOpened(const LineSettings &line)
     m_outOfStep = true;
     m_boardHasPlan = false;
     m_configured = m_readSettings();
-    m_asked = false;
+    m_identityRequested = false;
     m_settlingUs = kUsualPicSettling;
     m_remarked = false;
     connect(&link(), &ByteLink::bytesArrived, this, &PicDriver::onBytes);
@@ -205,7 +205,7 @@ PicDriver::Answer PicDriver::sendNumber(QLatin1String letter, int hertz)
 
 PicDriver::Answer PicDriver::sendPlan()
 {
-    askToSettle();
+    sendSettlingTime();
     Answer answer = sendNumber(kPicStart, m_plan->start);
     if (answer == Answer::Accepted)
         answer = sendNumber(kPicStep, m_plan->step);
@@ -242,7 +242,7 @@ PicDriver::Answer PicDriver::command(const QByteArray &text)
             silences += m_heard.isEmpty() ? 1 : 0;
             continue;
         }
-        if (!std::exchange(m_asked, true) && !ask(within(kAnswerMs)))
+        if (!std::exchange(m_identityRequested, true) && !identify(within(kAnswerMs)))
             continue;
         answer = exchange(text, exchanges++ == 0 ? within(kAnswerMs) : m_deadline.remainingTime());
         m_outOfStep = answer == Answer::Missing;
@@ -253,11 +253,11 @@ PicDriver::Answer PicDriver::command(const QByteArray &text)
 }
 
 // Finds the answer among unrelated bytes.
-PicDriver::Answer PicDriver::exchange(const QByteArray &text, qint64 patience, QByteArray *told)
+PicDriver::Answer PicDriver::exchange(const QByteArray &text, qint64 patience, QByteArray *details)
 {
     const QByteArray accepted = text.left(1) + '+';
     const QByteArray refused = text.left(1) + "-\r";
-    const qsizetype longest = told ? kLongestPicIdentity : accepted.size() + 1;
+    const qsizetype longest = details ? kLongestPicIdentity : accepted.size() + 1;
     const QDeadlineTimer deadline(patience);
     QByteArray bytes;
     link().write(text);
@@ -267,8 +267,8 @@ PicDriver::Answer PicDriver::exchange(const QByteArray &text, qint64 patience, Q
             const qsizetype end = bytes.indexOf('\r', found);
             if (end < 0 || end - found >= longest)
                 continue;
-            if (told)
-                *told = bytes.mid(found + accepted.size(), end - found - accepted.size());
+            if (details)
+                *details = bytes.mid(found + accepted.size(), end - found - accepted.size());
             m_afterAnswer = bytes.mid(end + 1);
             return Answer::Accepted;
         }
@@ -281,19 +281,19 @@ PicDriver::Answer PicDriver::exchange(const QByteArray &text, qint64 patience, Q
 }
 
 // Asks the board for its identity. Returns false without an answer; the board may then be out of step.
-bool PicDriver::ask(qint64 patience)
+bool PicDriver::identify(qint64 patience)
 {
-    QByteArray told;
-    const Answer answer = exchange("?\r", patience, &told);
+    QByteArray details;
+    const Answer answer = exchange("?\r", patience, &details);
     if (answer == Answer::Missing) {
         m_outOfStep = true;
         return false;
     }
     if (answer == Answer::Refused)
         return true;
-    const std::optional<PicIdentity> board = picIdentityFrom(told);
+    const std::optional<PicIdentity> board = picIdentityFrom(details);
     if (!board) {
-        remark(tr("The board did not identify itself: \"%1\".").arg(QString::fromLatin1(told)));
+        remark(tr("The board did not identify itself: \"%1\".").arg(QString::fromLatin1(details)));
         return true;
     }
     qInfo("The board: %s %s", qPrintable(board->name), qPrintable(board->version));
@@ -305,7 +305,7 @@ bool PicDriver::ask(qint64 patience)
 }
 
 // Repeats the settling time before each plan, in case the board was reset in the meantime.
-void PicDriver::askToSettle()
+void PicDriver::sendSettlingTime()
 {
     const int wanted = m_configured.settlingUs;
     if (wanted == 0)

@@ -73,10 +73,10 @@ private:
     void startRun();
     Answer ready();
     Answer command(const QByteArray &text);
-    // told: receives the text between the acceptance and the carriage return; if nullptr, that text must be empty.
-    Answer exchange(const QByteArray &text, qint64 patience, QByteArray *told = nullptr);
-    bool ask(qint64 patience);
-    void askToSettle();
+    // details: receives the text between the acceptance and the carriage return; if nullptr, that text must be empty.
+    Answer exchange(const QByteArray &text, qint64 patience, QByteArray *details = nullptr);
+    bool identify(qint64 patience);
+    void sendSettlingTime();
     int sweepPatienceMs() const;
     void abortRun();
     void endRunNow();
@@ -94,7 +94,7 @@ private:
     SettingsReader m_readSettings;
     PicSettings m_configured;
     int m_baud = 0;
-    bool m_asked = false;                 // the identity was requested since the port was opened
+    bool m_identityRequested = false;     // the identity was requested since the port was opened
     int m_settlingUs = kUsualPicSettling; // the board's current settling time
     bool m_remarked = false;              // since the port was opened
     std::optional<PicPlan> m_plan;        // accepted by the board, or to be sent again after a reconnection

@@ -84,15 +84,15 @@ std::optional<PicDecoder::Sweep> PicDecoder::next()
             return Sweep{};
         }
         // A gap in the sequence numbers without damaged bytes: whole frames were lost.
-        if (m_told == 0 && m_expected && *m_expected != sequence) {
-            m_told = 1;
+        if (m_reported == 0 && m_expected && *m_expected != sequence) {
+            m_reported = 1;
             return Sweep{};
         }
         Sweep sweep{samplesOf(m_bytes)};
         m_bytes.remove(0, kPicFrameBytes);
         m_expected = static_cast<std::uint8_t>(sequence + 1);
         m_skipped = 0;
-        m_told = 0;
+        m_reported = 0;
         return sweep;
     }
     return std::nullopt;
@@ -142,9 +142,9 @@ std::optional<PicDecoder::Sweep> PicDecoder::skip(qsizetype bytes)
 {
     m_bytes.remove(0, bytes);
     m_skipped += bytes;
-    if (m_told > 0 && m_skipped <= qsizetype{m_told} * kPicFrameBytes)
+    if (m_reported > 0 && m_skipped <= qsizetype{m_reported} * kPicFrameBytes)
         return std::nullopt;
-    ++m_told;
+    ++m_reported;
     return Sweep{};
 }
 

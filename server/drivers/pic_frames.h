@@ -52,7 +52,7 @@ private:
     std::uint16_t m_crcOfPlan;
     QByteArray m_bytes;
     qsizetype m_skipped = 0;                // since the last good frame
-    int m_told = 0;                         // damaged sweeps reported since the last good frame
+    int m_reported = 0;                     // damaged sweeps reported since the last good frame
     std::optional<std::uint8_t> m_expected; // empty before the first good frame
 };
 
