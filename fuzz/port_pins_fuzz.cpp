@@ -44,7 +44,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         require(output.hertz >= 0.0 && output.hertz <= settings.clockHz * kHighestMultiplier / 2.0);
         require(output.amplitude >= 0.0 && output.amplitude <= 1.0);
         require(port.adc().latestCount() >= 0 && port.adc().latestCount() < settings.adc.counts());
-        require(port.pot().stops() >= 0 && port.pot().pulses() >= 0);
+        // The potentiometer takes a byte at the eighth of nine clock pulses.
+        require(port.pot().bytes().size() == static_cast<std::size_t>(port.pot().pulses() + 1) / 9);
     }
     return 0;
 }

@@ -418,7 +418,7 @@ void TestGraphLayout::aMarkerStopsAtTheEdge()
                 else
                     QVERIFY2(at >= low && at <= high, qPrintable(QString::number(at)));
                 const QRect painted = bench.paintedBy(marker);
-                QVERIFY2(!painted.isEmpty(), "the line is not seen");
+                QVERIFY2(!painted.isEmpty(), "the line is not visible");
                 // The line ends within one step of its box from the edge.
                 const double unit = bench.configuration.scaleType == 0 ? 1.0 : 100.0;
                 const double pixels = 2.0 + unit / std::abs(high - low) * plot.height();

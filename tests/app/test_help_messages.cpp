@@ -307,9 +307,8 @@ void TestHelpMessages::everyMessageIsExplained()
     QFETCH(QString, source);
     static const QList<Message> messages = messagesOf(texts());
     const Message message{context, source};
-    QVERIFY2(
-        isExplained(message, messages, page().entries),
-        qPrintable(QStringLiteral("neither in messages.html nor a caption of program_captions.h: ") + message.name()));
+    QVERIFY2(isExplained(message, messages, page().entries),
+             qPrintable(QStringLiteral("missing from messages.html and program_captions.h: ") + message.name()));
 }
 
 void TestHelpMessages::everyEntryIsAMessage_data()

@@ -278,7 +278,7 @@ void TestLevelOnPageBoards::aBoardThatFallsSilent()
     bench.serial->tell(interfaceType == kInterfacePic ? "mute on" : "mute -1");
     QVERIFY(QTest::qWaitFor([&] { return failed.count() > 0; }, 15'000));
     QCOMPARE(bench->label("lblLevel"), kNoNumber);
-    QVERIFY2(!bench->label("lblLevelWarning").isEmpty(), "it says why");
+    QVERIFY2(!bench->label("lblLevelWarning").isEmpty(), "no reason is shown");
     const qsizetype lines = bench->log().size();
     test::giveTheBoard(8'000);
     // The meter tries again, but not continuously.

@@ -25,11 +25,11 @@ QString textOf(const char *page)
 }
 
 // Returns the numbers that the pattern captures in a page. The pattern must match.
-std::vector<double> told(const char *page, const char *pattern)
+std::vector<double> numbersIn(const char *page, const char *pattern)
 {
     const auto match = QRegularExpression(QString::fromLatin1(pattern)).match(textOf(page));
     if (!match.hasMatch())
-        qFatal("%s does not tell \"%s\"", page, pattern);
+        qFatal("%s does not contain \"%s\"", page, pattern);
     std::vector<double> numbers;
     for (int i = 1; i <= match.lastCapturedIndex(); ++i)
         numbers.push_back(match.captured(i).remove(u',').toDouble());
@@ -56,7 +56,7 @@ struct Bench : WindowBench
         window->findChild<QAction *>(QString::fromLatin1(scale))->trigger();
         click("cmdStart");
         if (!QTest::qWaitFor([this] { return table()->text(400, 2) != QStringLiteral("0"); }, 10000))
-            qFatal("no sweep came");
+            qFatal("no sweep arrived");
         click("cmdStop");
         if (!QTest::qWaitFor([this] { return isShown("cmdStart"); }, 10000))
             qFatal("the sweep did not end");
@@ -81,7 +81,7 @@ struct Bench : WindowBench
             if (condition(amplitude(row)))
                 found.push_back(frequency(row));
         if (found.empty())
-            qFatal("no sample is like that");
+            qFatal("no sample meets the condition");
         return found;
     }
 
@@ -95,7 +95,7 @@ struct Bench : WindowBench
 
 #define QCOMPARE_NEAR(actual, expected, tolerance)                                                                     \
     QVERIFY2(std::abs((actual) - (expected)) <= (tolerance),                                                           \
-             qPrintable(QStringLiteral("%1, told is %2").arg(actual).arg(expected)))
+             qPrintable(QStringLiteral("%1, but the page says %2").arg(actual).arg(expected)))
 
 constexpr char kLinear[] = "mnuScalaLineare";
 constexpr char kLog1V[] = "mnuScalaLogaritmica1";
@@ -118,7 +118,7 @@ private slots:
 
 void TestManualSteps::firstSweep()
 {
-    const auto band = told("first-sweep.html", R"(lets ([\d.]+) to ([\d.]+) MHz pass)");
+    const auto band = numbersIn("first-sweep.html", R"(lets ([\d.]+) to ([\d.]+) MHz pass)");
     const Bench bench("bandpass");
     bench.sweep(kLinear);
     const auto passing = bench.frequenciesWhere([](double volts) { return volts > 0.6; });
@@ -129,47 +129,47 @@ void TestManualSteps::firstSweep()
 void TestManualSteps::aLowPassFilter()
 {
     const char *page = "measure-low-pass.html";
-    const auto range = told(page, R"(\(([\d,]+) and ([\d,]+)\))");
-    const double flat = told(page, R"(shows its level \((-[\d.]+) dB\))")[0];
-    const double lower = told(page, R"(3 dB lower \((-[\d.]+)\))")[0];
+    const auto range = numbersIn(page, R"(\(([\d,]+) and ([\d,]+)\))");
+    const double flat = numbersIn(page, R"(shows its level \((-[\d.]+) dB\))")[0];
+    const double lower = numbersIn(page, R"(3 dB lower \((-[\d.]+)\))")[0];
     const Bench bench("lowpass");
     bench.sweep(range[0], range[1], kLog1V);
     QCOMPARE_NEAR(bench.levelAtM1(3e6), flat, 0.15);
     bench.type("txtM3Y", QString::number(flat));
     bench.type("txtM4Y", QString::number(lower));
-    QCOMPARE(bench.number("txtM4M3"), told(page, R"("M4 - M3" shows (-[\d.]+))")[0]);
+    QCOMPARE(bench.number("txtM4M3"), numbersIn(page, R"("M4 - M3" shows (-[\d.]+))")[0]);
 
     const auto above = bench.frequenciesWhere([lower](double level) { return level > lower; });
-    QCOMPARE_NEAR(above.back() / 1e6, told(page, R"(cut-off frequency \(([\d.]+) MHz\))")[0], 0.06);
-    bench.type("txtM2X", whole(told(page, R"(of a transmitter \(([\d,]+)\))")[0]));
-    QCOMPARE_NEAR(bench.number("txtM2Y"), told(page, R"(level beside M2 \((-[\d.]+) dB\))")[0], 3.0);
+    QCOMPARE_NEAR(above.back() / 1e6, numbersIn(page, R"(cut-off frequency \(([\d.]+) MHz\))")[0], 0.06);
+    bench.type("txtM2X", whole(numbersIn(page, R"(of a transmitter \(([\d,]+)\))")[0]));
+    QCOMPARE_NEAR(bench.number("txtM2Y"), numbersIn(page, R"(level beside M2 \((-[\d.]+) dB\))")[0], 3.0);
 
     std::vector<double> bottom;
     for (int row = 350; row <= 400; ++row)
         bottom.push_back(bench.amplitude(row));
     std::nth_element(bottom.begin(), bottom.begin() + 25, bottom.end());
-    QCOMPARE_NEAR(bottom[25], told(page, R"(ends at (-[\d.]+) dB)")[0], 1.0);
+    QCOMPARE_NEAR(bottom[25], numbersIn(page, R"(ends at (-[\d.]+) dB)")[0], 1.0);
 }
 
 void TestManualSteps::aCrystalFilter()
 {
     const char *page = "measure-crystal.html";
-    const auto range = told(page, R"(\(([\d,]+) to ([\d,]+)\))");
-    const double top = told(page, R"(shows its level \((-[\d.]+) dB\))")[0];
-    const double flank = told(page, R"(6 dB less \((-[\d.]+)\))")[0];
+    const auto range = numbersIn(page, R"(\(([\d,]+) to ([\d,]+)\))");
+    const double top = numbersIn(page, R"(shows its level \((-[\d.]+) dB\))")[0];
+    const double flank = numbersIn(page, R"(6 dB less \((-[\d.]+)\))")[0];
     const Bench bench("crystal");
     bench.sweep(range[0], range[1], kLog1V);
-    QCOMPARE(bench.number("txtStep"), told(page, R"(steps of ([\d.]+) Hz)")[0]);
+    QCOMPARE(bench.number("txtStep"), numbersIn(page, R"(steps of ([\d.]+) Hz)")[0]);
     QCOMPARE_NEAR(bench.levelAtM1(9e6), top, 0.1);
     const auto pass = bench.frequenciesWhere([flank](double level) { return level >= flank; });
     bench.type("txtM1X", whole(pass.front()));
     bench.type("txtM2X", whole(pass.back()));
-    QCOMPARE_NEAR(bench.number("txtM2M1"), told(page, R"(the bandwidth \(([\d,]+) Hz\))")[0], 100.0);
+    QCOMPARE_NEAR(bench.number("txtM2M1"), numbersIn(page, R"(the bandwidth \(([\d,]+) Hz\))")[0], 100.0);
 }
 
 void TestManualSteps::aSingleCrystal()
 {
-    const auto numbers = told("measure-crystal.html", R"(\(from ([\d,]+) to ([\d,]+) Hz: about ([\d,]+) Hz)");
+    const auto numbers = numbersIn("measure-crystal.html", R"(\(from ([\d,]+) to ([\d,]+) Hz: about ([\d,]+) Hz)");
     const Bench bench("crystal");
     bench.sweep(numbers[0], numbers[1], kLog1V);
     const auto dip = bench.frequenciesWhere([](double level) { return level < -45.0; });
@@ -181,8 +181,8 @@ void TestManualSteps::aSingleCrystal()
 void TestManualSteps::anAntennaWithABridge()
 {
     const char *page = "measure-antenna.html";
-    const auto range = told(page, R"(for instance ([\d,]+) to ([\d,]+) Hz)");
-    const double open = told(page, R"(shows this level \(([\d.]+) dB\))")[0];
+    const auto range = numbersIn(page, R"(for instance ([\d,]+) to ([\d,]+) Hz)");
+    const double open = numbersIn(page, R"(shows this level \(([\d.]+) dB\))")[0];
     {
         const Bench bench("through");
         bench.sweep(range[0], range[1], kLog1VPlus10);
@@ -190,18 +190,18 @@ void TestManualSteps::anAntennaWithABridge()
     }
     const Bench bench("notch");
     bench.sweep(range[0], range[1], kLog1VPlus10);
-    const double resonance = told(page, R"(shows its frequency \(([\d.]+) MHz\))")[0];
+    const double resonance = numbersIn(page, R"(shows its frequency \(([\d.]+) MHz\))")[0];
     const auto low = bench.frequenciesWhere([](double level) { return level < -35.0; });
     QCOMPARE_NEAR(low.front() / 1e6, resonance, 0.01);
     QCOMPARE_NEAR(low.back() / 1e6, resonance, 0.01);
-    const double dip = told(page, R"(the level \(about (-[\d.]+) dB\))")[0];
+    const double dip = numbersIn(page, R"(the level \(about (-[\d.]+) dB\))")[0];
     QCOMPARE_NEAR(bench.levelAtM1(resonance * 1e6), dip, 6.0);
     bench.type("txtM3Y", QString::number(open));
     bench.type("txtM4Y", QString::number(dip));
     QCOMPARE(std::abs(bench.number("txtM4M3")), open - dip);
 
-    const double limit = told(page, R"(dB below M3 \((-[\d.]+)\))")[0];
-    const auto band = told(page, R"(below M4 \(([\d.]+) to ([\d.]+) MHz\))");
+    const double limit = numbersIn(page, R"(dB below M3 \((-[\d.]+)\))")[0];
+    const auto band = numbersIn(page, R"(below M4 \(([\d.]+) to ([\d.]+) MHz\))");
     const auto usable = bench.frequenciesWhere([limit](double level) { return level < limit; });
     QCOMPARE_NEAR(usable.front() / 1e6, band[0], 0.008);
     QCOMPARE_NEAR(usable.back() / 1e6, band[1], 0.008);

@@ -155,24 +155,24 @@ void TestRandomWalk::whatIsShownIsTrue()
     const Walk walk{locale, interfaceType};
     const Walk::Result result = walk.go(steps, {});
     QMap<QString, int> found;
-    QStringList untold;
+    QStringList unexpected;
     for (const auto &[at, fault] : result.faults) {
         if (found[fault.id]++ == 0 && !isTolerated(fault.id)) {
-            untold.append(fault.id);
+            unexpected.append(fault.id);
             qWarning("%s: %s: %s", qPrintable(steps[at].toString()), qPrintable(fault.id), qPrintable(fault.detail));
         }
     }
     for (auto it = found.begin(); it != found.end(); ++it)
         qInfo("%4d times%s: %s", it.value(), isTolerated(it.key()) ? " (tolerated)" : "", qPrintable(it.key()));
     const int most = qEnvironmentVariableIsSet("CALVORN_SHORTEN") ? qEnvironmentVariableIntValue("CALVORN_SHORTEN") : 1;
-    for (const QString &id : untold.first(std::min<qsizetype>(most, untold.size()))) {
+    for (const QString &id : unexpected.first(std::min<qsizetype>(most, unexpected.size()))) {
         const auto first = std::find_if(result.faults.begin(), result.faults.end(),
                                         [&](const auto &entry) { return entry.second.id == id; });
         const QList<WalkStep> needed = walk.shortened(steps.first(first->first + 1), id);
         qWarning("%s after\n%s", qPrintable(id), qPrintable(listed(needed)));
     }
-    QVERIFY2(untold.isEmpty(),
-             qPrintable(QStringLiteral("seed %1: %2").arg(seed).arg(untold.join(QStringLiteral("; ")))));
+    QVERIFY2(unexpected.isEmpty(),
+             qPrintable(QStringLiteral("seed %1: %2").arg(seed).arg(unexpected.join(QStringLiteral("; ")))));
 }
 
 QTEST_MAIN(TestRandomWalk)

@@ -77,9 +77,9 @@ void TestSetupLaw::anotherChangeLeavesTheLaw_data()
     QTest::addColumn<QByteArray>("law");
     QTest::newRow("none") << QByteArray("");
     QTest::newRow("a damaged table") << QByteArray(kDamaged);
-    QTest::newRow("a logarithmic one") << QByteArray(kLog);
-    QTest::newRow("a slope that is none") << QByteArray("ADC Law=log\r\n[Detector]\r\nSlope=steep\r\nIntercept=x\r\n");
-    QTest::newRow("one that nobody knows") << QByteArray("ADC Law=cubic\r\n[Detector]\r\nPoint 1=1;1\r\n");
+    QTest::newRow("a logarithmic law") << QByteArray(kLog);
+    QTest::newRow("an unreadable slope") << QByteArray("ADC Law=log\r\n[Detector]\r\nSlope=steep\r\nIntercept=x\r\n");
+    QTest::newRow("an unknown law") << QByteArray("ADC Law=cubic\r\n[Detector]\r\nPoint 1=1;1\r\n");
 }
 
 void TestSetupLaw::anotherChangeLeavesTheLaw()

@@ -229,7 +229,7 @@ void TestSweepPictures::aPdfIsOnLightPaper()
                   {QStringLiteral("-png"), QStringLiteral("-r"), QStringLiteral("100"), pdf, bench.inFolder("page")});
     QVERIFY(process.waitForFinished());
     const QImage page(bench.inFolder("page-1.png"));
-    QVERIFY2(page.width() > page.height(), "landscape");
+    QVERIFY2(page.width() > page.height(), "the page is not landscape");
     const int white = countOf(page, [](QColor colour) { return colour.lightness() > 250; });
     QVERIFY(white > page.width() * page.height() * 8 / 10);
     QVERIFY(countOf(page, [](QColor colour) { return colour.blue() > colour.red() + 80; }) > 300);
