@@ -39,7 +39,7 @@ InterfacePage::InterfacePage(const SetUpContext &context)
                            [this, index] { cmdDefault_Click(index); });
     }
     auto *hint =
-        wrapping(new QLabel(tr("Without hardware: choose any interface, then a simulated board on the page \"Ports\": "
+        wrapping(new QLabel(tr("Without hardware: choose any interface, then a simulated board on the \"Ports\" page: "
                                "LPT0 for the parallel port, COM100 for the two others."),
                             this));
     grid->addWidget(hint, 3, 0, 1, 2, Qt::AlignBottom);

@@ -111,6 +111,16 @@ QWidget *PortPage::buildSerialPorts()
     return frame;
 }
 
+QString PortPage::simulatedBoard()
+{
+    return tr("simulated board");
+}
+
+QString PortPage::noKnownPort()
+{
+    return tr("no known port");
+}
+
 QWidget *PortPage::buildParallelPorts()
 {
     static_assert(kPresetAddresses.size() == kFreeAddress);
@@ -146,6 +156,9 @@ QWidget *PortPage::buildParallelPorts()
     grid->addLayout(freeLine, freeRow, 0, 1, 2);
     grid->addLayout(indented(m_lptDevice.back()), freeRow + 1, 0, 1, 2);
     grid->addWidget(pins, freeRow + 2, 0, 1, 2, Qt::AlignLeft);
+    const QFontMetrics metrics = frame->fontMetrics();
+    grid->setColumnMinimumWidth(
+        1, std::max(metrics.horizontalAdvance(simulatedBoard()), metrics.horizontalAdvance(noKnownPort())));
     grid->setColumnStretch(1, 1);
     grid->setRowStretch(freeRow + 3, 1);
     boundary().connect(m_address, &QLineEdit::textChanged, this, "txtAddressLPT_Change",
@@ -190,7 +203,7 @@ void PortPage::showComDevice(std::size_t index, int number)
     const QString description = describeComPort(number);
     ElidedLabel *label = m_comDevice[index];
     if (number == kSimulatedComPort)
-        label->setText(tr("simulated board"));
+        label->setText(simulatedBoard());
     else
         label->setText(serialDeviceOf(number, iniPath()).isEmpty() ? tr("no device") : description);
     label->setToolTip(description);
@@ -251,12 +264,12 @@ void PortPage::nameParallelPorts()
         if (isFree && m_address->text().isEmpty()) {
             // Nothing to name yet
         } else if (address == 0) {
-            device = tr("simulated board");
+            device = simulatedBoard();
             description = tr("A simulated board, to use the program without hardware");
         } else if (port != ports.end()) {
             device = description = QStringLiteral("/dev/parport%1").arg(port->number);
         } else {
-            device = tr("no known port");
+            device = noKnownPort();
             description = tr("The system knows no port at this address");
         }
         m_lptDevice[i]->setText(device);

@@ -45,6 +45,8 @@ private:
     void IsComPortAvailable();
     QString describeComPort(int number) const;
     void showComDevice(std::size_t index, int number);
+    static QString simulatedBoard();
+    static QString noKnownPort();
     void nameDevices();
     void nameParallelPorts();
     void selectParallelPort();

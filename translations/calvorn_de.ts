@@ -2578,7 +2578,7 @@
         <translation>Vorgaben: %1</translation>
     </message>
     <message>
-        <source>Without hardware: choose any interface, then a simulated board on the page &quot;Ports&quot;: LPT0 for the parallel port, COM100 for the two others.</source>
+        <source>Without hardware: choose any interface, then a simulated board on the &quot;Ports&quot; page: LPT0 for the parallel port, COM100 for the two others.</source>
         <translation>Ohne Hardware: eine Schnittstelle wählen, dann auf der Seite „Ports“ eine simulierte Platine: LPT0 für den Parallelport, COM100 für die beiden anderen.</translation>
     </message>
     <message>

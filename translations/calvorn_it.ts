@@ -2578,7 +2578,7 @@
         <translation>Configurazione predefinita: %1</translation>
     </message>
     <message>
-        <source>Without hardware: choose any interface, then a simulated board on the page &quot;Ports&quot;: LPT0 for the parallel port, COM100 for the two others.</source>
+        <source>Without hardware: choose any interface, then a simulated board on the &quot;Ports&quot; page: LPT0 for the parallel port, COM100 for the two others.</source>
         <translation>Senza hardware: scegliere un&apos;interfaccia, poi una scheda simulata nella pagina &quot;Porte&quot;: LPT0 per la porta parallela, COM100 per le altre due.</translation>
     </message>
     <message>

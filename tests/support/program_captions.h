@@ -109,7 +109,7 @@ inline constexpr std::array kCaptions{
     Text{"calvorn::HelpResults", "No page contains these words."},
     Text{"calvorn::InterfacePage", "Choosing an interface loads its prepared configuration."},
     Text{"calvorn::InterfacePage",
-         "Without hardware: choose any interface, then a simulated board on the page \"Ports\": "
+         "Without hardware: choose any interface, then a simulated board on the \"Ports\" page: "
          "LPT0 for the parallel port, COM100 for the two others."},
     Text{"calvorn::LptPinWindow",
          "The plug of the board's cable, viewed from the pin side. Green: to the board; blue: from the board; \"!\": "
