@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The context menus of the two axes of the graph.
+// The context menus of the graph's two axes.
 #include "tests/support/fake_server_control.h"
 #include "tests/support/walk_hands.h"
 #include "tests/support/while_modal.h"
@@ -29,7 +29,7 @@ struct Bench : test::WindowBench
         hands.updateTimer()->setInterval(0);
     }
 
-    // Presses the right button over the middle of a widget and sends the context menu event that the system would
+    // Presses the right button in the middle of a widget and sends the context menu event that the window system would
     // send.
     void rightClick(const char *name) const
     {
@@ -77,7 +77,7 @@ void TestAxisMenus::theAmplitudesOfferTheScales()
     const Bench bench;
     bench.choose("lblVolt_2", "mnuScalaLogaritmica1dB");
     QCOMPARE(bench.configuration.scaleType, std::int16_t{2});
-    // The menu also opens where there is no label, and marks the current scale.
+    // The menu also opens where there is no label, and the current scale is checked.
     QWidget *axis = bench.find("lblVolt_2")->parentWidget();
     QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(3, axis->height() / 2 + 20),
                             axis->mapToGlobal(QPoint(3, axis->height() / 2 + 20)));

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// What the user sees when a board misbehaves: every simulated fault on every interface, through the real server. A
-// sweep that cannot be trusted is not shown, the window never claims to be sweeping without a board, and the next
-// sweep starts normally.
+// What the user sees when a board misbehaves: every simulated fault on every interface, with the real server. An
+// unreliable sweep is not shown, the window never claims to be sweeping without a board, and the next sweep starts
+// normally.
 #include "tests/support/crystal_sweep.h"
 #include "tests/support/window_bench.h"
 
@@ -213,8 +213,8 @@ void TestBoardFaults::refusingBoard()
     QCOMPARE(bench.sweeps, 0);
 }
 
-// A changed count shows only where one of the six unused bits was hit. The displayed sweep has 400 valid counts, of
-// which some may be spikes.
+// A corrupted count is detected only if one of the six unused bits is flipped. The displayed sweep has 400 valid
+// counts, some of which may be spikes.
 void TestBoardFaults::flippedBitsOfTheMiniVna()
 {
     FaultBench bench(kInterfaceVna, QStringLiteral("corrupt"));
@@ -238,7 +238,7 @@ void TestBoardFaults::silentConverterOfTheParallelPort_data()
     QTest::newRow("half") << QStringLiteral("half");
 }
 
-// A data line that stays low is a valid reading.
+// A data line stuck low is a valid reading.
 void TestBoardFaults::silentConverterOfTheParallelPort()
 {
     QFETCH(QString, fault);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The View menu entries that act on the board: the device of a simulated board and the mode of the MiniVNA.
+// The View menu entries for the board: a simulated board's device and the MiniVNA's mode.
 #include "tests/support/crystal_sweep.h"
 #include "tests/support/fake_server_control.h"
 #include "tests/support/interface_rows.h"
@@ -97,7 +97,7 @@ private slots:
     void theModeIsThatOfTheTestPanel();
 };
 
-// A crystal shows a resonance, a piece of cable a straight line.
+// A crystal shows a resonance; a piece of cable shows a straight line.
 void TestBoardMenus::theDeviceIsMeasuredAtOnce()
 {
     QFETCH(int, interfaceType);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The test panel's buttons and the auxiliary outputs, down to what the simulated boards do.
+// The test panel's buttons and the auxiliary outputs, down to their effect on the simulated boards.
 #include "tests/support/interface_rows.h"
 #include "tests/support/interface_settings.h"
 #include "tests/support/quiet_time.h"
@@ -21,7 +21,7 @@ namespace {
 constexpr std::int16_t kIdle = 0;
 constexpr std::int16_t kSweeping = 4;
 
-// Returns the settings of one interface with some values changed, each as {"section", "key", "value"}.
+// Returns an interface's settings with some values changed; each change is {"section", "key", "value"}.
 QByteArray settings(std::int16_t interfaceType, const QList<std::array<const char *, 3>> &changes = {})
 {
     const test::ProgramFolder scratch({}, test::crystalSettings(interfaceType));
@@ -37,7 +37,7 @@ struct Bench
     explicit Bench(const QByteArray &ini)
         : window(test::Watched::program(), ini)
     {
-        // A MiniVNA reads in its own thread and acknowledges nothing, so its first frequency may be late.
+        // The MiniVNA reads in a separate thread and acknowledges nothing, so the first frequency may be set late.
         if (window.configuration.interfaceType == kInterfaceVna)
             (void)QTest::qWaitFor(
                 [this] { return boards.events(QStringLiteral("said")).size() >= 4 && boards.last() > 0.0; });
@@ -121,7 +121,7 @@ void TestBoardsByHand::thePicForgetsItsSweep()
     bench.window.click("cmdStart");
     QCOMPARE(instrument.sweepState(), kSweeping);
     QTRY_VERIFY(bench.boards.events(QStringLiteral("said")).contains(QStringLiteral("said G")));
-    // The board hears the end of its sweep first.
+    // The command that stops the sweep is the first to reach the board.
     QCOMPARE(bench.after("cmdReset"),
              (QStringList{QStringLiteral("said !"), QStringLiteral("said *"), QStringLiteral("said A1000000")}));
     QCOMPARE(bench.window.configuration.msgResult, std::int16_t{-1});
@@ -186,7 +186,7 @@ void TestBoardsByHand::theMiniVnaFollows()
         QTRY_COMPARE(bench.boards.events(said), vnaCommand("10737418"));
         QTRY_VERIFY(std::abs(bench.boards.last() - 1e6) < 0.05);
     }
-    // The board reads in its own thread: anything caused by the step would arrive before the command that follows.
+    // The board reads in a separate thread: any command caused by the step would be received before the next one.
     bench.boards.forget();
     bench.window.click("cmdFreqStep");
     bench.window.click("cmdFreqDDS");
@@ -203,7 +203,7 @@ void TestBoardsByHand::theMiniVnaChangesItsMode()
     {
         const char *caption;
         std::int16_t mode;
-        const char *path; // 1 through the device, 0 back to the bridge
+        const char *path; // 1: through the device; 0: back to the bridge
     };
     QCOMPARE(bench.window.caption("cmdMisura"), QStringLiteral("DUT"));
     for (const Mode &expected : {Mode{"Angle", 1, "0"}, Mode{"RetLoss", 2, "0"}, Mode{"DUT", 3, "1"}}) {
@@ -211,7 +211,7 @@ void TestBoardsByHand::theMiniVnaChangesItsMode()
         bench.boards.forget();
         bench.window.click("cmdMisura");
         QCOMPARE(bench.window.caption("cmdMisura"), QString::fromLatin1(expected.caption));
-        // The server keeps the mode and sends it to the instrument with the next sweep.
+        // The server stores the mode and sends it to the instrument with the next sweep.
         QCOMPARE(bench.boards.events(), QStringList());
         bench.boards.forget();
         bench.window.click("cmdStart");
@@ -248,7 +248,7 @@ void TestBoardsByHand::theForcedStopGivesTheButtonsBack()
     QVERIFY(bench.window.find<QAction>("mnuSaveCSV")->isEnabled());
     const auto *log = bench.window.find<QListWidget>("lstLOG");
     QCOMPARE(log->findItems(QStringLiteral("Stop sweep forzato"), Qt::MatchExactly).size(), 1);
-    // The board stops, too, and then stays idle.
+    // The board also stops, and then stays idle.
     QTRY_COMPARE(instrument.sweepState(), kIdle);
     bench.settle();
     bench.boards.forget();

@@ -15,7 +15,7 @@ using calvorn::test::Scene;
 
 namespace {
 
-constexpr int kBudgetMs = 3'000;                     // for everything that one click does
+constexpr int kBudgetMs = 3'000;                     // for everything triggered by one click
 const QStringList kPaced{QStringLiteral("--paced")}; // as slow as the real line
 
 struct SerialScene
@@ -131,7 +131,7 @@ void TestBoardsByThePage::resetInMidSweep()
     QVERIFY(scene->rangeIsTaken());
     QVERIFY(scene->sweeps());
     scene->click("cmdReset");
-    // The board has ended its sweep, its generator is at 1 MHz, and the buttons are enabled again.
+    // The board has stopped sweeping, its generator is at 1 MHz, and the buttons are enabled again.
     QVERIFY(scene.board.tell("state").startsWith("state gen=1000000 start=0 step=0 prepared=0 sweeping=0"));
     QTRY_VERIFY(scene->isIdle());
     const int before = scene->right;
@@ -148,7 +148,7 @@ void TestBoardsByThePage::resetInMidSweepOfTheOthers_data()
     addInterfaces({kInterfaceLpt, kInterfaceVna});
 }
 
-// These boards continue sweeping after a reset, and every sweep remains right.
+// These boards continue sweeping after a reset, and every sweep remains correct.
 void TestBoardsByThePage::resetInMidSweepOfTheOthers()
 {
     QFETCH(int, interfaceType);
@@ -198,7 +198,7 @@ void TestBoardsByThePage::aRefusedStartFrequencyStartsNothing_data()
     QTest::newRow("in mid-sweep") << true;
 }
 
-// The board keeps its previous preparation, which firmware other than the documented one may do.
+// The board retains its previous preparation, as undocumented firmware may do.
 void TestBoardsByThePage::aRefusedStartFrequencyStartsNothing()
 {
     QFETCH(bool, inMidSweep);
@@ -219,7 +219,7 @@ void TestBoardsByThePage::aRefusedStartFrequencyStartsNothing()
     test::nothingHappensFor(100);
     QVERIFY(scene->isIdle());
     QVERIFY(scene.board.tell("state").contains("sweeping=0"));
-    QVERIFY(scene->right - before <= (inMidSweep ? 30 : 0)); // what came before the range changed
+    QVERIFY(scene->right - before <= (inMidSweep ? 30 : 0)); // received before the range changed
     QCOMPARE(test::rowsOf(*scene->table(), kInterfacePic), Rows::Empty);
     QVERIFY(scene->logs(QStringLiteral("Errore inizializza ciclo sweep")));
     scene->setRange(1'000'000, 2'000'000);
@@ -264,7 +264,7 @@ void TestBoardsByThePage::aBoardThatComesLaterIsFound()
     QCOMPARE(scene->boxesWith(QStringLiteral("Wrong serial port number (COM5).")), 1);
     scene->click("cmdStart");
     QTRY_VERIFY(scene->isIdle());
-    // The log states the actual reason.
+    // The log contains the actual reason.
     QVERIFY(scene->logs(QStringLiteral("2 There is no device ") + scene.board.link()));
     QVERIFY(!scene->logs(QStringLiteral("is not open")));
     scene.board.tell("plug");
@@ -310,7 +310,7 @@ void TestBoardsByThePage::lateRepliesOfTheMiniVna()
         scene.board.tell("latenext 1 " + QByteArray::number(late));
         QVERIFY(owesAReply(scene.board));
         scene->setRange(2'000'000 + late, 9'000'000);
-        // On a machine so busy that three replies in a row are cut, the sweep ends and the test starts it again.
+        // On a busy machine, three replies in a row may be cut off; the sweep then ends and the test restarts it.
         QVERIFY2(scene->sweeps(3) || (scene->isIdle() && scene->sweeps(3)), qPrintable(scene->log().join(u'\n')));
     }
     scene.board.tell("heard");
@@ -319,7 +319,7 @@ void TestBoardsByThePage::lateRepliesOfTheMiniVna()
     scene->setRange(3'000'000, 9'000'000);
     QTRY_VERIFY_WITH_TIMEOUT(scene->isIdle(), 20'000); // gave up
     scene.board.tell("lateeach 0 0");
-    test::giveTheBoard(2'500); // to send the last replies that are still due
+    test::giveTheBoard(2'500); // to send the remaining replies
     QVERIFY(scene->sweeps(3));
     QCOMPARE(scene->wrong, 0);
 }
@@ -331,7 +331,7 @@ void TestBoardsByThePage::aStrayByteWithTheFirstCommand()
     Scene scene(kInterfaceVna, test::pageSettings(kInterfaceVna, board.link()));
     test::nothingHappensFor(600);
     QVERIFY(!scene.logs(QStringLiteral("does not answer")));
-    // The generator is set nevertheless: to 1 MHz, the last word of the last command.
+    // The generator is nevertheless set to 1 MHz, the last word of the last command.
     QVERIFY(board.tell("state").startsWith("state word=10737418 "));
     QVERIFY(scene.sweeps());
     QCOMPARE(scene.wrong, 0);
@@ -358,7 +358,7 @@ void TestBoardsByThePage::wrongAnswersCostOneBudget()
         clock.start();
         if (scene->isShown(button))
             scene->click(button);
-        // FakeDesktop does not sleep through the second that a reset takes.
+        // FakeDesktop only counts the one-second sleep of a reset.
         const int slept = std::exchange(scene->desktop.sleptMs, 0);
         QVERIFY2(clock.elapsed() + slept <= kBudgetMs, qPrintable(QString::number(clock.elapsed())));
         static_cast<void>(scene->stops());
@@ -367,12 +367,12 @@ void TestBoardsByThePage::wrongAnswersCostOneBudget()
     QCOMPARE(scene->wrong, 0);
 }
 
-// The driver waits for the answer to an abort before it sends another one, also while closing.
+// The driver waits for the reply to an abort before it sends another one, even while closing.
 void TestBoardsByThePage::oneAbortAtATime()
 {
     SerialScene scene(kInterfacePic);
     QVERIFY(scene->sweeps());
-    scene.board.tell("late 120"); // far below the half second after which an abort is repeated
+    scene.board.tell("late 120"); // well below the half second after which an abort is repeated
     scene.board.tell("heard");
     scene->window->close();
     const QByteArray heard = scene.board.tell("heard");
@@ -410,7 +410,7 @@ void TestBoardsByThePage::aParallelPortThatGoesIsTold()
 void TestBoardsByThePage::outputsAreSetWithOneShift_data()
 {
     QTest::addColumn<QByteArray>("settings");
-    QTest::addColumn<QByteArray>("bytes"); // of Aux1 and Aux2
+    QTest::addColumn<QByteArray>("bytes"); // on Aux1 and Aux2
     QTest::newRow("both") << QByteArray("[Aux1]\r\nEnabled=1\r\n[Aux2]\r\nEnabled=1\r\n") << QByteArray("05 09");
     QTest::newRow("inverse") << QByteArray("[Aux1]\r\nEnabled=1\r\nInverse Logic=1\r\n"
                                            "[Aux2]\r\nEnabled=1\r\nInverse Logic=1\r\n")
@@ -422,7 +422,7 @@ void TestBoardsByThePage::outputsAreSetWithOneShift_data()
         << QByteArray("FF F6");
 }
 
-// Between the opening of the port and the end, the outputs carry no other byte.
+// From opening the port until the program exits, the outputs carry no other byte.
 void TestBoardsByThePage::outputsAreSetWithOneShift()
 {
     QFETCH(QByteArray, settings);
@@ -435,7 +435,7 @@ void TestBoardsByThePage::outputsAreSetWithOneShift()
     QVERIFY(scene.sweeps());
     QVERIFY(scene.stops());
     scene.window->close();
-    // The claim itself latches what the registers hold from power-up.
+    // Claiming the port itself latches the registers' power-up contents.
     const QList<QByteArray> shown = board.events("aux");
     QVERIFY(shown.contains(bytes));
     for (const QByteArray &pair : shown.mid(shown.first() == bytes ? 0 : 1))
@@ -458,7 +458,7 @@ void TestBoardsByThePage::settingsThatCannotWork_data()
         << QStringLiteral("[Config] DDS Multiplier=30: for an AD9951, the value must be 1 or 4 to 20.");
 }
 
-// Reported at the start and at every sweep; no tuning word is loaded.
+// Such settings are reported at start-up and at every sweep, and no tuning word is loaded.
 void TestBoardsByThePage::settingsThatCannotWork()
 {
     QFETCH(QByteArray, from);

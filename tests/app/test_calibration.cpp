@@ -108,12 +108,12 @@ void TestCalibration::theGeneratorIsSentEveryOffset()
         hands.clickUpper();
         QCOMPARE(m_server.takeCalls(), calls(QStringLiteral("12.01")));
     });
-    // Without "Apply" the previous offset is in force again.
+    // Without "Apply", the previous offset is restored.
     QCOMPARE(bench.configuration.ddsOffset, 1.5);
     QCOMPARE(m_server.takeCalls(), calls(QStringLiteral("1.5")));
 }
 
-// The box shows the same text each time.
+// The box always shows the same offset.
 void TestCalibration::openingParksTheGeneratorEveryTime()
 {
     QFETCH(int, interfaceType);
@@ -149,7 +149,7 @@ void TestCalibration::theNudgeStepsByOneHundredth()
         hands.nudge()->setFocus();
         QTest::keyClick(hands.nudge(), Qt::Key_Up);
         QCOMPARE(hands.text("txtOffset"), shown("1.5"));
-        // Adding hundredths leaves no rounding residue.
+        // Adding hundredths repeatedly causes no rounding error.
         hands.enter("txtOffset", QStringLiteral("0"));
         for (int i = 0; i < 100; ++i)
             hands.clickUpper();
@@ -260,7 +260,7 @@ void TestCalibration::theSimulatedGeneratorFollows()
         return made;
     };
     QVERIFY(makes(1000001.5));
-    // Opening the window sets the generator to the start frequency, wherever it was left.
+    // Opening the window sets the generator to the start frequency, whatever it was set to before.
     bench.configuration.startFreq = 5000000;
     calibrate(bench, kGenerator, [&](const Hands &) { QVERIFY(makes(5000001.5)); });
     bench.configuration.startFreq = 1000000;
@@ -274,7 +274,7 @@ void TestCalibration::theSimulatedGeneratorFollows()
         QTest::keyClicks(hands.find<QLineEdit>("txtOffset"), QStringLiteral("-"));
         QVERIFY(makes(999966.7));
     });
-    // Closed without "Apply", the window restores the previous offset.
+    // When closed without "Apply", the window restores the previous offset.
     QVERIFY(makes(1000001.5));
     calibrate(bench, kGenerator, [&](const Hands &hands) {
         hands.enter("txtOffset", QStringLiteral("80"));
@@ -425,7 +425,7 @@ void TestCalibration::applyRewritesTheTable()
     QVERIFY(!graph->curve().isEmpty() && graph->curve() != curve);
 }
 
-// Changing the generator's frequency changes the voltage that the simulated detector sees.
+// Changing the generator frequency changes the simulated detector's input voltage.
 void TestCalibration::theReadOutFollowsTheVoltage()
 {
     const WindowBench bench(test::ProgramFolder::builtFile(QStringLiteral("CalvornAsync")),
@@ -435,7 +435,7 @@ void TestCalibration::theReadOutFollowsTheVoltage()
     const auto volts = [](const Hands &hands) { return test::readNumber(hands.label("lblVolt")); };
     calibrate(bench, kDetector, [&](const Hands &hands) {
         QTRY_VERIFY(!hands.label("lblVolt").isEmpty());
-        // Far outside the filter only the offset remains.
+        // Far outside the passband, only the offset remains.
         QVERIFY(std::abs(volts(hands) - 0.1) < 0.02);
         QElapsedTimer clock;
         clock.start();

@@ -122,14 +122,14 @@ void TestCalibrationTyping::anotherWayToEditForgetsTheSign()
         QTest::keyClick(box, Qt::Key_Shift, Qt::ShiftModifier);
         QTest::keyClicks(box, QStringLiteral("7"));
         QCOMPARE(box->text(), QStringLiteral("-7"));
-        // A sign that remains after a deletion is pending like a typed one.
+        // A sign that remains after a deletion is pending, as if it had just been typed.
         QTest::keyClick(box, Qt::Key_Backspace);
         QCOMPARE(box->text(), QStringLiteral("0"));
         QTest::keyClicks(box, QStringLiteral("8"));
         QCOMPARE(box->text(), QStringLiteral("-8"));
         hands.enter("txtOffset", QStringLiteral("-"));
     });
-    // A pending sign is also forgotten when the window closes.
+    // A pending sign is also discarded when the window closes.
     calibrate(bench, kGenerator, [&](const Hands &hands) {
         QTest::keyClicks(hands.find<QLineEdit>("txtOffset"), QStringLiteral("9"));
         QCOMPARE(hands.text("txtOffset"), QStringLiteral("9"));
@@ -153,7 +153,7 @@ void TestCalibrationTyping::theDetectorsSignWaitsForItsNumber()
             QCOMPARE(typed(keys), shown("-12.500"));
         for (const char *keys : {".5", ",5"})
             QCOMPARE(typed(keys), shown("0.500"));
-        // "-0" and "-0.0" are shown without the sign, which stays pending.
+        // "-0" and "-0.0" are shown without the sign, which remains pending.
         for (const char *keys : {"-.05", "-,05", "-0.05", "-0,05"})
             QCOMPARE(typed(keys), shown("-0.050"));
         QCOMPARE(typed(".125"), shown("0.125"));
@@ -168,7 +168,7 @@ void TestCalibrationTyping::theDetectorOffsetIsTyped()
     const WindowBench bench = fake(2);
     const auto shown = [&](const char *text) { return test::inLocale(locale, QString::fromLatin1(text)); };
     calibrate(bench, kDetector, [&](const Hands &hands) {
-        // The box reformats to three decimals at every key, and the caret keeps its place.
+        // The box reformats the number to three decimals after each key press, but does not move the caret.
         hands.enter("txtOffsetVolt", QStringLiteral("12.345"));
         QCOMPARE(hands.text("txtOffsetVolt"), shown("12.345"));
         hands.enter("txtOffsetVolt", QStringLiteral("0,25"));

@@ -21,7 +21,7 @@ const QByteArray kSettings = "[Config]\r\nInterface=2\r\nDDS Device=AD9851\r\nAD
                              "[Calvorn]\r\nStart=1000000\r\nStop=60000000\r\nScale=0\r\nMax scaleV=1.5\r\n"
                              "[Aux1]\r\nEnabled=1\r\n[Aux2]\r\nEnabled=1\r\nPotMax=255\r\nPotMin=0\r\n";
 
-// Returns whether the widget is the program's own: a control's internal parts have toolkit names, or none.
+// Returns whether the program has named the widget: the internal parts of a control have toolkit names or no name.
 bool isNamed(const QWidget *widget)
 {
     return !widget->objectName().isEmpty() && !widget->objectName().startsWith(u"qt_");
@@ -88,7 +88,7 @@ void TestControls::menuEntriesTellWhatTheyDo()
         QCOMPARE(inside.removeDuplicates(), 0);
     }
     QCOMPARE(mnemonics.removeDuplicates(), 0);
-    // Without its own tip, QAction::toolTip() returns the caption.
+    // For an action without a tool tip, QAction::toolTip() returns the caption.
     for (const char *name : {"mnuConfig", "mnuCalibraDDS", "mnuCalibraDetector", "mnuView_0", "mnuScalaLogaritmica1"}) {
         const auto *entry = bench.window->findChild<QAction *>(QString::fromLatin1(name));
         QVERIFY2(entry && entry->toolTip().size() > entry->text().size(), name);
@@ -130,7 +130,7 @@ void TestControls::theTabKeyFollowsTheEye()
 void TestControls::nothingIsCutOff_data()
 {
     QTest::addColumn<QSize>("size");
-    QTest::addColumn<int>("points"); // 0: the desktop's font unchanged
+    QTest::addColumn<int>("points"); // 0: the desktop's default font
     QTest::newRow("at the start") << QSize(800, 600) << 0;
     QTest::newRow("a small screen") << QSize(1024, 570) << 0;
     QTest::newRow("a netbook") << QSize(1024, 600) << 0;
@@ -153,7 +153,7 @@ void TestControls::nothingIsCutOff()
         QFont font = usual;
         font.setPointSize(points);
         QApplication::setFont(font);
-        // With large letters a small screen has no room for the test panel.
+        // With a large font, a small screen has no room for the test panel.
         settings.replace("Log=1", "Log=0");
     }
     WindowBench bench(m_server.program(), settings);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Sweeps through a simulated board with a logarithmic detector, in the window: the mark in the status line, the sweep
-// files, and the modes of an instrument that do not measure a level.
+// Sweeps in the window, on a simulated board with a logarithmic detector: the warning in the status line, the sweep
+// files, and the instrument modes that do not measure a level.
 #include "core/common_functions.h"
 #include "core/detector_calibration.h"
 #include "core/scale_type.h"
@@ -59,7 +59,7 @@ struct Bench : test::WindowBench
         return came && QTest::qWaitFor([&] { return !station->instrument.isSweeping(); }, 5'000);
     }
 
-    // Returns the dBm of a row, computed from its dB on the scale that refers to 1 V.
+    // Returns a row's level in dBm, computed from its dB relative to 1 V.
     double level(int row) const
     {
         const double decibels = table()->number(row, SweepTable::AmplitudeColumn);
@@ -89,7 +89,7 @@ void TestDetectorLawWindow::theTableOfPointsIsFollowed()
     QVERIFY(bench.started);
     bench.configuration.scaleType = kScaleDb1VHeadroom;
     QVERIFY(bench.sweeps());
-    // -20 dBm lies in the middle between two points; one count is 0.1 dB, and the noise is a few counts.
+    // -20 dBm lies midway between two points; one count is 0.1 dB, and the noise is a few counts.
     for (int row = 1; row <= kSweepPoints; ++row)
         QVERIFY2(std::abs(bench.level(row) - kLevel) < 0.4, qPrintable(QString::number(bench.level(row))));
     QVERIFY(!bench.label("lblStatus").contains(QLatin1String("outside")));
@@ -103,7 +103,7 @@ void TestDetectorLawWindow::samplesOutsideAreMarked()
     bench.configuration.scaleType = kScaleDb1VHeadroom;
     QVERIFY(bench.sweeps());
     QVERIFY2(bench.label("lblStatus").contains(kOutside), qPrintable(bench.label("lblStatus")));
-    // They are shown at the level of the last point of the table.
+    // These samples have the level of the table's last point.
     for (int row = 1; row <= kSweepPoints; ++row)
         QVERIFY2(std::abs(bench.level(row) + 40.0) < 0.06, qPrintable(QString::number(bench.level(row))));
 }

@@ -117,7 +117,7 @@ private slots:
         QCOMPARE(shown.first(), QStringLiteral("The port is gone."));
         QCOMPARE(shown.mid(1, 2),
                  (QStringList{QStringLiteral("The plan was refused."), QStringLiteral("The board is silent.")}));
-        // An answered error that happens again is shown again.
+        // An error that recurs after its box was closed is shown again.
         QCOMPARE(shown.mid(3), QStringList{QStringLiteral("The port is gone.")});
         QCOMPARE(bench.cancelled.count(), 0);
     }
@@ -135,7 +135,7 @@ private slots:
         QCOMPARE(bench.desktop.boxes.size(), 2);
         QCOMPARE(bench.desktop.lastText(), QStringLiteral("second"));
         QCOMPARE(bench.cancelled.count(), 1);
-        // The next error is shown again.
+        // The next error is shown as usual.
         bench.desktop.whileBoxOpen = {};
         emit bench.driver.aErrore(2, QStringLiteral("third"));
         QCOMPARE(bench.desktop.boxes.size(), 3);

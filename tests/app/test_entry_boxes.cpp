@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Typing, stepping, reading and correction of numbers in the main window's boxes.
+// Typing, stepping, reading and correcting numbers in the main window's boxes.
 #include "display/marker_panel.h"
 #include "tests/support/entry_bench.h"
 #include "tests/support/locales.h"
@@ -87,7 +87,7 @@ void TestEntryBoxes::bothDecimalSeparatorsCount()
     QCOMPARE(bench.desktop.beeps, 0);
 }
 
-// The configuration takes the value shown in the box, which may have fewer digits or another sign than before.
+// The configuration stores the value shown in the box, which may have fewer digits or a different sign than before.
 void TestEntryBoxes::aChangeOfScaleReadsTheFullScale()
 {
     QByteArray settings = kEntrySettings;
@@ -133,7 +133,7 @@ void TestEntryBoxes::theFullScaleBoxesCorrectWhatIsTyped()
     leaves(WalkBox::MaxDb, "-30", "-30.0", false);
     leaves(WalkBox::MaxDb, "120", "-90.0", true);
     QCOMPARE(bench.configuration.maxScaleDb, -90);
-    // The typed value counts, not the value rounded for the box.
+    // The typed value is used, not the value rounded for the box.
     leaves(WalkBox::MaxDb, "90.04", "-90.0", true);
 }
 
@@ -158,14 +158,14 @@ void TestEntryBoxes::theFirstClickSelectsTheNumber()
     QVERIFY(box->hasFocus());
     QCOMPARE(box->selectedText(), box->text());
     QVERIFY(!box->text().contains(u',')); // digits without separators, for editing
-    // The second click puts the caret there.
+    // The second click places the caret.
     test::pauseOfAPerson(QApplication::doubleClickInterval() + 50);
     QTest::mouseClick(box, Qt::LeftButton, {}, inside);
     QVERIFY(!box->hasSelectedText());
     QVERIFY(box->cursorPosition() > 0);
     QTest::keyClick(box, Qt::Key_Backspace);
     QTest::keyClick(box, Qt::Key_Escape);
-    // Dragging selects a part of the text, also when the drag gives the box the focus.
+    // Dragging selects part of the text, even if the drag gives the box the focus.
     bench.find("cmdStart")->setFocus();
     const int digit = box->fontMetrics().horizontalAdvance(u'8');
     const QPoint further(box->width() - 8 - 3 * digit / 2, box->height() / 2);
@@ -192,7 +192,7 @@ void TestEntryBoxes::digitsAreSteppedInPlainDigits()
     bench.hands.key(Qt::Key_Left);
     bench.hands.key(Qt::Key_Down);
     QCOMPARE(box->text(), QStringLiteral("1000991"));
-    QCOMPARE(box->cursorPosition(), 6); // the caret stays at its digit
+    QCOMPARE(box->cursorPosition(), 6); // the caret stays next to its digit
     bench.hands.arrow(QStringLiteral("VScrollStart_6"), true);
     QCOMPARE(box->text(), QStringLiteral("2000991"));
     QVERIFY(box->hasFocus());
@@ -217,7 +217,7 @@ void TestEntryBoxes::digitsAreSteppedInPlainDigits()
     QCOMPARE(bench.desktop.beeps, 0);
 }
 
-// In a descending sweep a search for the first row not below a frequency would always end at row 1.
+// In a descending sweep, a search for the first row not below a frequency would always return row 1.
 void TestEntryBoxes::aDescendingSweepKeepsItsMarkers()
 {
     const Bench bench;
@@ -255,7 +255,7 @@ void TestEntryBoxes::theDifferenceFollowsTheBoxesAtZero()
     const int zero = bench.place(200, 0.0).y();
     int zeros = 0;
     for (int y = zero - 12; y <= zero + 12; ++y) {
-        // The line is first dragged there and then released there.
+        // Checks the boxes both while the line is being dragged and after it is released.
         const int from = bench.place(200, bench.height(GraphItem::M3)).y();
         QTest::mousePress(bench.graph(), Qt::LeftButton, {}, QPoint(300, from));
         WalkHands::moveMouse(bench.graph(), QPoint(300, from + 40), Qt::LeftButton);
@@ -267,7 +267,7 @@ void TestEntryBoxes::theDifferenceFollowsTheBoxesAtZero()
             const double m3 = bench.number(WalkBox::M3Y);
             const double m4 = bench.number(WalkBox::M4Y);
             zeros += m3 == 0.0 ? 1 : 0;
-            // M4 is at -5 dB: for M3 above 0 dB the box shows the sum of both distances.
+            // M4 is at -5 dB: if M3 is above 0 dB, the box shows the sum of their distances from 0 dB.
             QCOMPARE(m4, -5.0);
             QCOMPARE(bench.text("txtM4M3"), test::shownAmplitude(false, m3 < 0.0 ? m4 - m3 : m3 + 5.0));
         }

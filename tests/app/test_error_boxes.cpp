@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Error boxes over an open calibration: their content, and that closing the program sends nothing more to the server.
+// Error boxes over an open calibration: their content, and that nothing is sent to the server once the program closes.
 #include "tests/support/calibration_hands.h"
 #include "tests/support/fake_server_control.h"
 #include "tests/support/page_boards.h"
@@ -107,7 +107,7 @@ void TestErrorBoxes::theEndTalksToNobody()
     WindowBench bench(test::FakeServerControl::program(), calibrationSettings(interfaceType));
     QVERIFY2(bench.desktop.boxes.isEmpty(), qPrintable(bench.desktop.lastText()));
     auto *driver = bench.driver();
-    // A generator calibration with immediate effect shows the errors itself, and "Cancel" closes only that dialog.
+    // A generator calibration that takes effect immediately shows errors itself; "Cancel" closes only that dialog.
     const bool ownBox = entry == kGenerator && interfaceType != kInterfacePic;
     calibrate(bench, entry.constData(), [&](const Hands &hands) {
         m_server.takeCalls();
@@ -131,14 +131,14 @@ void TestErrorBoxes::theEndTalksToNobody()
     QCOMPARE(textsOf(bench), QStringList{QStringLiteral("The acquisition server has ended unexpectedly.")});
 }
 
-// The server finds the port gone during the calibration.
+// The server detects the loss of its port during the calibration.
 void TestErrorBoxes::theDetectorLosesItsPort()
 {
     Scene scene(kInterfaceLpt, test::crystalSettings(kInterfaceLpt, QStringLiteral("unplug")));
     QVERIFY2(scene.desktop.boxes.isEmpty(), qPrintable(scene.desktop.lastText()));
     calibrate(scene, kDetector, [&](const Hands &hands) {
         scene.desktop.answers.enqueue(kBoxCancel);
-        // The simulated port disappears after one and a half sweeps, which is a minute of readings.
+        // The simulated port disappears after one and a half sweeps, equivalent to a minute of readings.
         hands.find<QTimer>("TimerDetector")->setInterval(0);
         QTRY_VERIFY_WITH_TIMEOUT(!scene.window->isVisible(), 30'000);
         QCOMPARE(scene.serverPid(), 0);

@@ -25,7 +25,7 @@ struct Hands : test::WidgetHands
     QWidget *dialog;
 };
 
-// Performs the action in the next configuration dialog, which is closed afterwards even if the action fails half way.
+// Performs the action in the next configuration dialog, and closes the dialog even if the action fails halfway.
 void inNextDialog(const std::function<void(const Hands &)> &action)
 {
     test::whileModal([action](QWidget &dialog) {
@@ -37,7 +37,7 @@ void inNextDialog(const std::function<void(const Hands &)> &action)
 
 } // namespace
 
-// Starts without settings, starts with settings that no dialog could have written, and the configuration dialog in
+// Tests starting without settings and with settings that no dialog could have written, and the configuration dialog in
 // between.
 class TestFirstRun : public QObject
 {
@@ -120,7 +120,7 @@ void TestFirstRun::theFirstStartProposesTheSimulatedBoard()
     QCOMPARE(first.configuration.lptAddress, static_cast<std::int16_t>(888));
     QCOMPARE(first.configuration.adcOffset, 5.0F);
     QCOMPARE(m_server.takeCalls().first(), QStringLiteral("aLPT.OpenPort(888)"));
-    // The second time the dialog shows the actual configuration.
+    // When opened again, the dialog shows the actual configuration.
     inNextDialog([](const Hands &hands) {
         hands.click("cmdPort");
         QVERIFY(hands.isChecked("optParallelPort_1"));
@@ -142,7 +142,7 @@ void TestFirstRun::theFirstStartBringsThePreparedSections()
         for (qsizetype i = 0; i < wanted.size(); ++i)
             QCOMPARE(found[i].key + u'=' + found[i].value, wanted[i].key + u'=' + wanted[i].value);
     }
-    // All three "Default" buttons have their settings.
+    // There are settings for each of the three "Default" buttons.
     inNextDialog([](const Hands &hands) {
         for (const char *button : {"cmdDefault1", "cmdDefault3", "cmdDefault2"})
             hands.click(button);
@@ -153,7 +153,7 @@ void TestFirstRun::theFirstStartBringsThePreparedSections()
     QCOMPARE(first.desktop.boxes.size(), 0);
 }
 
-// The file after the start, after a session that changed some values, and after "Apply".
+// The file after start-up, after a session that changed some values, and after "Apply".
 void TestFirstRun::theWholeFileOfTheFirstSession()
 {
     const QByteArray prepared =
@@ -241,7 +241,7 @@ void TestFirstRun::applyEndsTheProgramAndTheNextStartWorks()
     QVERIFY(!first.window->isVisible());
     QCOMPARE(first.desktop.boxes.size(), 1);
     QCOMPARE(m_server.takeCalls(), QStringList());
-    // The file holds nothing that the dialog did not write.
+    // The file contains only what the dialog wrote.
     QCOMPARE(first.folder.setting("Calvorn", "Start"), QString());
     QVERIFY(content(first.folder).startsWith("[Config]\r\nInterface=2\r\nDDS Device=AD9851\r\n"));
 
@@ -312,7 +312,7 @@ void TestFirstRun::applyFromTheMenuEndsTheProgramAtOnce()
     running.window->findChild<QAction *>(QStringLiteral("mnuConfig"))->trigger();
     QVERIFY(!running.window->isVisible());
     QCOMPARE(running.desktop.boxes.size(), 1);
-    // The hardware is left in order, and the running values do not overwrite the new ones.
+    // The port is closed, and the values in use do not overwrite the new ones.
     QCOMPARE(m_server.takeCalls().last(), QStringLiteral("aLPT.ClosePort()"));
     QCOMPARE(running.folder.setting("Config", "DDS Offset"), QStringLiteral("1"));
     QCOMPARE(running.folder.setting("Calvorn", "Start"), QStringLiteral("1000000"));
@@ -400,7 +400,7 @@ void TestFirstRun::aFolderInPlaceOfTheFileDoesNotPreventAStart()
     QCOMPARE(started.desktop.boxes.size(), 1);
     QCOMPARE(started.desktop.lastText(),
              QStringLiteral("The settings file %1 is not used: it is not a file.").arg(started.folder.iniPath()));
-    // When the program ends, the path may be a file again; its values are not those of the window.
+    // At exit, the path may be a file again. The window has not read that file and must not overwrite it.
     QVERIFY(QDir(started.folder.iniPath()).removeRecursively());
     const QByteArray mine("[Config]\r\nDDS Device=AD9951\r\n");
     QFile file(started.folder.iniPath());

@@ -37,7 +37,7 @@ struct Bench : test::WindowBench
     SweepGraph *graph() const { return find<SweepGraph>("picSweep"); }
     QRect inWindow(const QWidget *widget) const { return {widget->mapTo(window.get(), QPoint()), widget->size()}; }
 
-    // Returns the column ranges of the words that the window shows in the strip, from left to right.
+    // Returns the column ranges of the words in the strip as displayed, from left to right.
     QList<QPair<int, int>> words() const
     {
         const QRect place = inWindow(strip());

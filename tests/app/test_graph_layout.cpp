@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Layout of the graph and its surroundings in the window, and dragging of the markers.
+// Layout of the graph and its surroundings in the window, and dragging the markers.
 #include "tests/support/fake_server_control.h"
 #include "tests/support/locales.h"
 #include "tests/support/own_plot.h"
@@ -69,7 +69,7 @@ struct Bench : WindowBench
     }
     void drop(QPoint at) const { QTest::mouseRelease(graph(), Qt::LeftButton, {}, at); }
 
-    // Returns the area of the graph that a line changes.
+    // Returns the area of the graph affected by a line.
     QRect paintedBy(GraphItem item) const
     {
         const QImage with = image(graph());
@@ -84,7 +84,7 @@ struct Bench : WindowBench
         return changed;
     }
 
-    // Returns the row of the cross or, without a cross, of the place where the mouse is.
+    // Returns the row of the cross or, if there is no cross, of the mouse pointer.
     int cursorRow() const
     {
         return configuration.cursorMode != 0 ? static_cast<int>(line(GraphItem::CursorV).x1) : mouseRow;
@@ -161,7 +161,7 @@ void TestGraphLayout::theGraphStartsInItsOwnSize()
     const Bench bench(settings(kLinear, interfaceType.constData(), log));
     QCOMPARE(bench.window->size(), QSize(800, 600));
     QCOMPARE(bench.graph()->size(), QSize(534, 400));
-    // The graph takes the room that the user adds.
+    // The graph takes up the added space.
     bench.window->resize(1000, 700);
     QCoreApplication::processEvents();
     QCOMPARE(bench.graph()->size(), QSize(734, 500));
@@ -189,7 +189,7 @@ void TestGraphLayout::theDigitBarsStandOverTheirDigits()
             QVERIFY(bar(digit)->x() >= 0);
             QVERIFY(bar(digit)->width() <= 16);
         }
-        // The wheel over a digit of the box steps that digit.
+        // Turning the wheel over a digit in the box steps that digit.
         auto *box = bench.find<QLineEdit>(qPrintable(QStringLiteral("txt") + QString::fromLatin1(name)));
         const double before = test::readNumber(box->text());
         for (const int digit : {0, 3, 6}) {
@@ -271,7 +271,7 @@ void TestGraphLayout::theCaptionsArePaintedAboveThePlotOnly()
     for (const auto &[m1, m2] : {std::pair(51, 201), std::pair(399, 400), std::pair(1, 2), std::pair(200, 200)}) {
         graph->moveLine(GraphItem::M1, m1);
         graph->moveLine(GraphItem::M2, m2);
-        // Inside the plot there are only the lines, without captions.
+        // The plot contains only the lines, without captions.
         for (const GraphItem marker : {GraphItem::M1, GraphItem::M2}) {
             if (m1 == m2)
                 continue;
@@ -280,7 +280,7 @@ void TestGraphLayout::theCaptionsArePaintedAboveThePlotOnly()
             QCOMPARE(painted.height(), graph->height());
             QCOMPARE(painted.left(), bench.pixel(graph->line(marker).x1, 0.0).x());
         }
-        // In the strip there are only the captions.
+        // The strip contains only the captions.
         const QImage image = bench.image(strip);
         const QRgb background = strip->palette().color(QPalette::Window).rgb();
         std::array<int, 2> inked{};
@@ -312,7 +312,7 @@ void TestGraphLayout::theStripFollowsTheMarkers()
     const Bench bench(settings(kLinear));
     Watcher watcher;
     bench.find("frameCaptions")->installEventFilter(&watcher);
-    // Once the window has been shown, the strip paints nothing without a change.
+    // After the window is shown, the strip repaints only if something changes.
     const auto isQuiet = [&] {
         watcher.paintings = 0;
         test::nothingHappensFor(50);
@@ -419,7 +419,7 @@ void TestGraphLayout::aMarkerStopsAtTheEdge()
                     QVERIFY2(at >= low && at <= high, qPrintable(QString::number(at)));
                 const QRect painted = bench.paintedBy(marker);
                 QVERIFY2(!painted.isEmpty(), "the line is not visible");
-                // The line ends within one step of its box from the edge.
+                // The line stops within one step of its box from the edge.
                 const double unit = bench.configuration.scaleType == 0 ? 1.0 : 100.0;
                 const double pixels = 2.0 + unit / std::abs(high - low) * plot.height();
                 const int gap = isVertical(marker) ? (farSide ? plot.right() - painted.right() : painted.left())
@@ -462,7 +462,7 @@ void TestGraphLayout::theCursorIsReadOutAnew()
         if (cursorMode == 0)
             return;
         QVERIFY2(bench.crossRidesOnTheCurve(), after);
-        // The amplitudes of a file may be volts on any scale.
+        // Amplitudes imported from a file may be in volts on any scale.
         const double amplitude = test::readNumber(bench.cell(SweepTable::AmplitudeColumn));
         QCOMPARE(bench.text("txtY"), test::shownAmplitude(bench.configuration.scaleType == 0, amplitude));
     };
@@ -473,7 +473,7 @@ void TestGraphLayout::theCursorIsReadOutAnew()
     bench.hands.letTimePass();
     QVERIFY(bench.text("txtX") != former);
     isReadOut("a change of the range");
-    // "Draw" makes random rows: one row may stay the same, but not all of them.
+    // "Draw" fills the rows at random: one row may remain the same, but not all of them.
     const auto drawn = [&] {
         QStringList rows;
         for (int drawnRow = 1; drawnRow <= 400; ++drawnRow)
@@ -514,7 +514,7 @@ void TestGraphLayout::theButtonOfTheShownViewIsBold()
     const auto darkest = [&](int view) {
         const QImage image = bench.image(button(view));
         int lightness = 255;
-        // Looks only at the caption, not at the frame.
+        // Examines only the caption, not the frame.
         for (int y = 6; y < image.height() - 6; ++y)
             for (int x = 6; x < image.width() - 6; ++x)
                 lightness = std::min(lightness, qGray(image.pixel(x, y)));
@@ -531,7 +531,7 @@ void TestGraphLayout::theButtonOfTheShownViewIsBold()
             QCOMPARE(button(view)->isEnabled(), view != shown);
             QCOMPARE(button(view)->font().bold(), view == shown);
             QCOMPARE(button(view)->geometry(), places[std::size_t(view)]);
-            // The caption fits, bold or not.
+            // The caption fits, whether bold or not.
             const QString caption = QString(button(view)->text()).remove(u'&');
             QVERIFY(button(view)->fontMetrics().horizontalAdvance(caption) <= button(view)->width() - 8);
         }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// messages.html explains every message of the program and nothing else. The messages come from lupdate's reading of
-// the sources, independent of the catalogues.
+// messages.html explains every message of the program and nothing else. lupdate extracts the messages from the sources,
+// independently of the catalogues.
 #include "tests/support/program_captions.h"
 
 #include <QDir>
@@ -26,10 +26,10 @@ const QString kPage = kSources + QStringLiteral("/help/messages.html");
 constexpr Text kUntranslated{"server/links/ppdev_port.cpp",
                              "%s is shared with another driver (%s): printing would disturb a sweep."};
 
-// Explained in the introduction of the page, because it can follow any message.
+// The page's introduction explains this part, because it can follow any message.
 constexpr const char *kInTheIntroduction = "(in %1)";
 
-// Words in entries that belong to no message: values that the program fills in, and names from the settings file.
+// Words in entries that are not part of a message: values that the program fills in, and names from the settings file.
 constexpr const char *kFilledIn[] = {"400 Hz",     "Parallel Port",         "LPT",
                                      "LPT Wiring", "LPT Wiring Load",       "16",
                                      "L>",         "Config DDS Multiplier", "a box with the title Sweep by Brenik"};
@@ -70,8 +70,8 @@ QString read(const QString &path)
     return QString::fromUtf8(file.readAll());
 }
 
-// Returns every folder with sources of the window and its server, including new ones. The manual page of
-// calvorn-sweep explains that tool.
+// Returns every folder that contains sources of the window or its server, including new folders. calvorn-sweep is
+// explained in its own manual page.
 QStringList sourceFolders()
 {
     const QStringList others{QStringLiteral("bench"), QStringLiteral("build"), QStringLiteral("fuzz"),
@@ -103,7 +103,7 @@ QList<Message> readCatalogue(const QString &path)
     return messages;
 }
 
-// Returns every text that is marked for translation.
+// Returns every string marked for translation.
 QList<Message> textsOfTheSources()
 {
     const QTemporaryDir folder;
@@ -140,7 +140,7 @@ bool isCaption(const Message &text)
 {
     if (std::any_of(kCaptions.begin(), kCaptions.end(), [&](const Text &caption) { return text.isIn(caption); }))
         return true;
-    // In a context of captions only, a sentence still counts as a message unless kCaptions names it.
+    // Even in a context with only captions, a sentence counts as a message unless kCaptions names it.
     return !isSentence(text.source) &&
            std::any_of(kCaptionContexts.begin(), kCaptionContexts.end(),
                        [&](const char *context) { return text.context == QLatin1String(context); });
@@ -166,7 +166,7 @@ Page readPage()
 {
     Page page;
     QXmlStreamReader xml(read(kPage));
-    int cell = 0; // of the current row
+    int cell = 0; // in the current row
     while (!xml.atEnd()) {
         xml.readNext();
         if (xml.isStartElement() && xml.name() == u"tr") {
@@ -192,15 +192,15 @@ const Page &page()
     return read;
 }
 
-// Returns the pattern of a message in an entry: each run of words is one group, and any text (or three dots) may
-// stand where the program fills in a value.
+// Returns a pattern that finds a message in an entry: each run of words is one group, and any text (or three dots) may
+// replace a value that the program fills in.
 QRegularExpression patternOf(const QString &source)
 {
     static const QRegularExpression filledIn(QStringLiteral(R"(%L?\d+|%[sn]|\\r|[\r\n])"));
     static const QRegularExpression ends(QStringLiteral(R"(^[\s:.,]+|[\s:.,]+$)"));
     QStringList groups;
     for (const QString &run : source.split(filledIn)) {
-        // Punctuation around a message belongs to the sentence that includes the message.
+        // Punctuation around a message is part of the sentence that contains the message.
         const QString words = source.contains(filledIn) ? run.simplified() : run.simplified().remove(ends);
         if (!QString(words).remove(ends).isEmpty())
             groups.append(u'(' + QRegularExpression::escape(words) + u')');
@@ -208,7 +208,7 @@ QRegularExpression patternOf(const QString &source)
     return QRegularExpression(groups.join(QStringLiteral(R"(\s*\S.*?\s*?)")));
 }
 
-// Returns where the words of a message appear in an entry, one span for each run of words.
+// Returns the positions of a message's words in an entry, one span for each run of words.
 QList<Span> spansIn(const Entry &entry, const Message &message)
 {
     QList<Span> spans;
@@ -220,7 +220,7 @@ QList<Span> spansIn(const Entry &entry, const Message &message)
     return spans;
 }
 
-// The entry of "Stop sweep forzato" does not explain "Stop sweep".
+// The entry for "Stop sweep forzato" does not explain "Stop sweep".
 bool isExplainedBy(const Entry &entry, const Message &message, const QList<Message> &messages)
 {
     const QList<Span> own = spansIn(entry, message);
@@ -244,7 +244,7 @@ bool isExplained(const Message &message, const QList<Message> &messages, const Q
                        [&](const Entry &entry) { return isExplainedBy(entry, message, messages); });
 }
 
-// Returns the words of an entry that belong to no message, one item for each contiguous part.
+// Returns the words in an entry that are not part of a message, one item for each contiguous run.
 QStringList unsaid(const Entry &entry, const QList<Message> &messages)
 {
     static const QRegularExpression marks(QStringLiteral("[….,:;()\\[\\]\"'=]+"));
@@ -329,7 +329,7 @@ void TestHelpMessages::everyEntryIsAMessage()
     QVERIFY(!advice.isEmpty());
 }
 
-// An item that has gone from the sources or from the page must leave the lists, or it would hide a later text.
+// An item removed from the sources or the page must also be removed from the lists; otherwise it could hide a new text.
 void TestHelpMessages::theListsNameWhatIsThere()
 {
     const QList<Message> &all = texts();
@@ -372,7 +372,7 @@ void TestHelpMessages::whatIsMissingIsFound()
     QCOMPARE(unsaid(known, messages), QStringList());
     QCOMPARE(unsaid({QStringLiteral("The board … is too cold."), {}}, messages),
              QStringList{QStringLiteral("The board is too cold")});
-    // A sentence is a message in any context.
+    // A sentence is a message in every context.
     QVERIFY(isCaption({QStringLiteral("calvorn::PortPage"), QStringLiteral("A caption")}));
     QVERIFY(!isCaption({QStringLiteral("calvorn::PortPage"), QStringLiteral("The port is on fire.")}));
 }

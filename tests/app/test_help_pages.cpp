@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The pages of the manual: every link has a target, and every page is in the contents.
+// The manual's pages: every link has a target, and every page is listed in the contents.
 #include <QDir>
 #include <QFile>
 #include <QSet>
@@ -100,7 +100,7 @@ void TestHelpPages::everyLinkLeadsSomewhere()
     const Page page = parse(name);
     QCOMPARE(page.error, QString());
     for (const QString &link : page.links) {
-        // No link leads out of the manual.
+        // No link points outside the manual.
         QVERIFY2(!link.contains(u':'), qPrintable(link));
         const QString file = link.section(u'#', 0, 0).isEmpty() ? name : link.section(u'#', 0, 0);
         QVERIFY2(helpFiles(file).size() == 1, qPrintable(link));
@@ -122,7 +122,7 @@ void TestHelpPages::everyPageIsInTheContents()
 
 void TestHelpPages::theProjectPointsToWhatIsThere()
 {
-    // A section without a page would show an empty one.
+    // Clicking a section without a page would show an empty page.
     QCOMPARE(projectReferences(QStringLiteral("section")).size(),
              read(QStringLiteral("help/calvorn.qhp")).count(QStringLiteral("<section ")));
     for (const char *element : {"section", "keyword"}) {

@@ -40,7 +40,7 @@ Widget *inHelp(const char *name)
     return helpWindow()->findChild<Widget *>(QString::fromLatin1(name));
 }
 
-// Returns, for example, "setup.html#ports"; empty while the help window is closed.
+// Returns the current page, for example "setup.html#ports", or an empty string while the help window is closed.
 QString shownPage()
 {
     if (!helpWindow() || !helpWindow()->isVisible())
@@ -120,7 +120,7 @@ void TestHelpWindow::f1OpensThePageOfTheMainWindow()
     const auto main = bench();
     QTest::keyClick(main->window.get(), Qt::Key_F1);
     QCOMPARE(shownPage(), QStringLiteral("main-window.html"));
-    // The browser finds the pictures of the page.
+    // The browser finds the page's pictures.
     const auto *browser = inHelp<QTextBrowser>("txtHelp");
     const QVariant picture =
         browser->document()->resource(QTextDocument::ImageResource, QUrl(QStringLiteral("main-window.png")));
@@ -149,7 +149,7 @@ void TestHelpWindow::f1OpensThePageOfADialog()
     test::whileModal([&](QWidget &dialog) {
         QTest::keyClick(&dialog, Qt::Key_F1);
         shown = shownPage();
-        // A help window above the dialog remains usable while the dialog is open.
+        // The help window is above the dialog, so it remains usable while the dialog is open.
         above = helpWindow() && helpWindow()->parentWidget() == &dialog;
         QTest::keyClick(&dialog, Qt::Key_Escape);
     });
@@ -247,7 +247,7 @@ void TestHelpWindow::aFoundPageIsOpened()
     QTRY_VERIFY_WITH_TIMEOUT(results->toPlainText().contains(QStringLiteral("First sweep in five minutes")), 20000);
     const QString found = results->toPlainText();
     QVERIFY2(found.contains(QStringLiteral("\"Apply\", and start")), qPrintable(found));
-    // No entity remains, whole or cut.
+    // No HTML entity remains, complete or truncated.
     static const QRegularExpression entity(QStringLiteral("&(quot|amp|lt|gt)|\\b(quot|amp|lt|gt);"));
     QVERIFY2(!found.contains(entity), qPrintable(found));
     QVERIFY2(!found.contains(QChar::ObjectReplacementCharacter), qPrintable(found));
@@ -297,10 +297,10 @@ void TestHelpWindow::theContentsFollowThePage()
     QTest::keyClick(main->window.get(), Qt::Key_F1);
     auto *contents = inHelp<QHelpContentWidget>("lstHelpContents");
     const auto entry = [contents] { return contents->currentIndex().data().toString(); };
-    // The contents may load later than the page.
+    // The contents may load after the page.
     QTRY_COMPARE(entry(), QStringLiteral("The main window"));
     auto *browser = inHelp<QTextBrowser>("txtHelp");
-    // Follows a link of the page with the keyboard.
+    // Follows a link on the page with the keyboard.
     browser->setFocus();
     QTest::keyClick(browser, Qt::Key_Tab);
     QTest::keyClick(browser, Qt::Key_Return);
@@ -308,7 +308,7 @@ void TestHelpWindow::theContentsFollowThePage()
     QCOMPARE(entry(), QStringLiteral("Keyboard and mouse"));
     helpWindow()->showPage(QStringLiteral("files.html#settings"));
     QCOMPARE(entry(), QStringLiteral("The settings file"));
-    // An anchor without its own entry belongs to its page.
+    // An anchor without an entry selects its page's entry.
     helpWindow()->showPage(QStringLiteral("files.html#pictures"));
     QCOMPARE(entry(), QStringLiteral("Files, pictures and printing"));
     QVERIFY(QTest::qWaitForWindowActive(helpWindow()));
@@ -331,7 +331,7 @@ void TestHelpWindow::theIconsAreSeen()
     QFETCH(QPalette, colours);
     const auto main = bench();
     choose(*main, "mnuHelpContent");
-    // Qt's indexer reads the palette in its own thread; once a search finds something, the indexing has ended.
+    // Qt's indexer reads the palette in a separate thread; once a search succeeds, indexing is complete.
     auto *query = inHelp<QHelpSearchQueryWidget>("frameHelpQuery");
     const auto *engine = helpWindow()->findChild<QHelpSearchEngine *>();
     const auto isIndexed = [&] {
@@ -451,7 +451,7 @@ void TestHelpWindow::theHelpClosesWithTheProgram()
     QVERIFY(!helpWindow());
 }
 
-// Also checks that the manual names no shortcut that does not exist.
+// Also checks that every shortcut named in the manual exists.
 void TestHelpWindow::everyShortcutIsInTheManual()
 {
     const auto main = bench();
@@ -468,7 +468,7 @@ void TestHelpWindow::everyShortcutIsInTheManual()
         for (const QShortcut *shortcut : window->findChildren<QShortcut *>())
             shortcuts.insert(shortcut->key().toString());
     }
-    // Letters used with Alt are underlined in the captions; a control without a shortcut has an empty one.
+    // Letters used with Alt are underlined in the captions; a control without a shortcut has an empty key sequence.
     static const QRegularExpression mnemonic(QStringLiteral("^(Alt\\+.)?$"));
     shortcuts.removeIf([](const QString &keys) { return keys.contains(mnemonic); });
     QVERIFY(shortcuts.size() > 10);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// No sweep may contain rows of another plan, whatever the order of events: random actions drive the whole window with
-// the real server and a board that shares no code with them. Each count of the board encodes the frequency at which
+// No sweep may contain rows from another plan, whatever the order of events: random actions drive the whole window with
+// the real server and a board that shares no code with them. Each of the board's counts encodes the frequency at which
 // it was measured, so the test compares each stored vector with the frequencies in its rows.
 #include "tests/support/interface_rows.h"
 #include "tests/support/page_rows.h"
@@ -19,7 +19,7 @@ using calvorn::test::WindowBench;
 namespace {
 
 #ifdef CALVORN_SANITIZED
-constexpr int kSequences = 100; // builds without sanitizers run all of them
+constexpr int kSequences = 100; // builds without sanitizers run all 1000
 #else
 constexpr int kSequences = 1'000;
 #endif
@@ -53,7 +53,7 @@ public:
             m_serial->tell("mute 1");
     }
 
-    // What old firmware does after a refusal.
+    // Retains the previous plan after a rejection, as old firmware does; a MiniVNA delays its next reply instead.
     void keepPreparation(bool keeps) const
     {
         if (m_interface == kInterfacePic)
@@ -130,7 +130,7 @@ public:
     QString wrong; // the actions that led to the first wrong vector
 
 private:
-    // On a busy machine one sweep of the parallel port takes a second. The first attempt after a lost port may only
+    // On a busy machine, a parallel-port sweep takes a second. The first attempt after the loss of a port may only
     // report the loss and end.
     void letASweepCome()
     {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The level calibration on the three simulated boards: known levels go in, the detector law comes out.
+// The level calibration on the three simulated boards: computes a detector law from known levels.
 #include "core/detector_settings.h"
 #include "tests/support/detector_laws.h"
 #include "tests/support/interface_rows.h"
@@ -27,7 +27,7 @@ int hertzOf(int step)
     return (step + 2) * kStepHertz;
 }
 
-// The simulated device is the attenuator: each step of the frequency adds 5 dB.
+// The simulated device acts as the attenuator: each frequency step adds 5 dB.
 QByteArray attenuatorFile()
 {
     QByteArray text;
@@ -39,7 +39,7 @@ QByteArray attenuatorFile()
     return text;
 }
 
-// A base class, so that the folder exists before the window, whose settings name a file in it.
+// As a base class, it creates the folder before the window, whose settings name a file in it.
 struct CurveFolder
 {
     QTemporaryDir curve;
@@ -79,7 +79,7 @@ struct Bench : CurveFolder, test::WindowBench
         QVERIFY(done);
     }
 
-    // The frequency of the generator selects the attenuator step.
+    // The generator frequency selects the attenuator step.
     void measure(QWidget &dialog, int step)
     {
         configuration.startFreq = hertzOf(step);
@@ -134,7 +134,7 @@ void TestLevelCalibrationWindow::twoPointsOfALogarithmicDetector()
         QVERIFY(!apply->isEnabled());
         bench.measure(dialog, 0);
         QVERIFY(!apply->isEnabled());
-        // The text begins where the curve does, and a new point is drawn.
+        // The text is aligned with the curve, and a new point is drawn.
         auto *curve = dialog.findChild<QWidget *>(QStringLiteral("picLevel"));
         QCOMPARE(dialog.findChild<QWidget *>(QStringLiteral("lblTold"))->x(), curve->x());
         test::PaintCount painted;
@@ -213,7 +213,7 @@ void TestLevelCalibrationWindow::pointsAreReplacedAndRemoved()
         bench.measure(dialog, 2);
         bench.measure(dialog, 0);
         bench.measure(dialog, 4);
-        // The list is sorted by falling level, whatever the order of measurement.
+        // The list is sorted by descending level, whatever the order of measurement.
         QCOMPARE(list->item(0, 0)->text(), QStringLiteral("10.00"));
         QCOMPARE(list->item(2, 0)->text(), QStringLiteral("-10.00"));
         list->selectRow(1);

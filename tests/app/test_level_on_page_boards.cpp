@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Level meter and generator with the real server and boards written from docs/hardware/ alone: the generator's actual
-// frequency, and what a failing board does to the meter.
+// frequency, and the effect of a failing board on the meter.
 #include "instrument/level_reader.h"
 #include "tests/support/interface_rows.h"
 #include "tests/support/page_scene.h"
@@ -41,7 +41,7 @@ struct Bench
         if (!settings.open(QIODevice::ReadOnly))
             qFatal("the settings cannot be read");
         scene = std::make_unique<Scene>(interface, settings.readAll());
-        // The start-up also includes the delayed planning of the range.
+        // Start-up also includes the delayed planning of the range.
         if (!scene->rangeIsTaken())
             qFatal("the range is never planned");
     }
@@ -69,7 +69,7 @@ struct Bench
     void type(const char *box, const QString &text) const { scene->WidgetHands::type(box, text); }
     bool isSerial() const { return serial != nullptr; }
 
-    // Returns what the board's generator is set to: Hz for the PIC board, a count or a tuning word for the others.
+    // Returns the setting of the board's generator: Hz for the PIC board, a count or a tuning word for the others.
     QByteArray generator() const
     {
         if (interface == kInterfaceLpt) // the count encodes the tuning word
@@ -79,7 +79,7 @@ struct Bench
         const QByteArray rest = state.mid(state.indexOf(key) + static_cast<qsizetype>(qstrlen(key)));
         return rest.left(rest.indexOf(' '));
     }
-    // Returns what generator() must report at this frequency; 0 Hz means off. The PIC board has no offset.
+    // Returns the expected result of generator() at this frequency; 0 Hz means off. The PIC board has no offset.
     QByteArray generatorAt(int hertz) const
     {
         if (interface == kInterfacePic)
@@ -158,7 +158,7 @@ void TestLevelOnPageBoards::onAndOff()
     bench->click("cmdGenerator");
     QCOMPARE(bench->label("lblGenerator"), QStringLiteral("The generator is off."));
     QVERIFY(bench.gives(0));
-    // Switching on again applies the offset again.
+    // Switching on again reapplies the offset.
     bench->click("cmdGenerator");
     QVERIFY(bench.gives(kNotCalled + 1000));
     QVERIFY(bench->desktop.boxes.isEmpty());
@@ -185,7 +185,7 @@ void TestLevelOnPageBoards::nothingMovesAGeneratorThatIsOn()
     }
     QVERIFY(bench.gives(kNotCalled));
     QCOMPARE(bench->label("lblGenerator"), QStringLiteral("The generator is on."));
-    // Switched off, the generator lets the meter continue.
+    // When the generator is switched off, the meter continues.
     bench->click("cmdGenerator");
     QVERIFY(QTest::qWaitFor([&] { return bench->label("lblLevel") != kNoNumber; }, 5'000));
 }
@@ -281,7 +281,7 @@ void TestLevelOnPageBoards::aBoardThatFallsSilent()
     QVERIFY2(!bench->label("lblLevelWarning").isEmpty(), "no reason is shown");
     const qsizetype lines = bench->log().size();
     test::giveTheBoard(8'000);
-    // The meter tries again, but not continuously.
+    // The meter retries, but not continuously.
     QVERIFY(failed.count() >= 2);
     QVERIFY(failed.count() <= 4);
     QVERIFY(bench->log().size() - lines <= 12);
@@ -304,7 +304,7 @@ void TestLevelOnPageBoards::aPortThatIsLost()
         bench.parallel->setFault("gone");
     QVERIFY(bench.tells("lblLevelWarning", QStringLiteral("The hardware is not connected."), 10'000));
     QCOMPARE(bench->label("lblLevel"), kNoNumber);
-    // Switching the generator on reports the same.
+    // Switching the generator on reports the same error.
     bench->click("cmdGenerator");
     QCOMPARE(bench->label("lblGenerator"), QStringLiteral("The hardware is not connected."));
     QVERIFY(!bench->isChecked("cmdGenerator"));
@@ -333,7 +333,7 @@ void TestLevelOnPageBoards::aLostPortIsNoReading()
     QCOMPARE(taken.count(), 0);
 }
 
-// The end of a stopped reading arrives some time after the next one was requested.
+// A stopped reading may end only after the next one has been requested.
 void TestLevelOnPageBoards::lateEndsOfReadings()
 {
     QFETCH(int, interfaceType);
@@ -349,7 +349,7 @@ void TestLevelOnPageBoards::lateEndsOfReadings()
     const qsizetype before = taken.count();
     QVERIFY(QTest::qWaitFor([&] { return taken.count() >= before + 5; }, 5'000));
     QCOMPARE(failed.count(), 0);
-    // A sweep for the table starts after a stopped reading; the late end of that reading must not end the sweep.
+    // A sweep for the table starts after a stopped reading; the late end of that reading must not stop the sweep.
     bench->click("cmdGeneratorUp");
     QVERIFY((*bench.scene).sweeps(5));
     QVERIFY(!bench->isIdle());

@@ -106,11 +106,11 @@ void TestLevelPage::theLevelIsRead()
     QVERIFY(std::abs(bench.label("lblLevelVolts").section(u' ', 0, 0).toDouble() - 22.36) < 0.6);
     QVERIFY2(bench.label("lblLevelWatts").endsWith(QStringLiteral(" µW")), qPrintable(bench.label("lblLevelWatts")));
     QVERIFY(std::abs(bench.find<QProgressBar>("barLevel")->value() + 200) <= 3);
-    // The three small numbers have equal room.
+    // The three small read-outs are equally wide.
     const int width = bench.find<QLabel>("lblLevelVolts")->width();
     for (const char *name : {"lblLevelWatts", "lblLevelRelative"})
         QVERIFY(std::abs(bench.find<QLabel>(name)->width() - width) <= 1);
-    // Readings do not reach the table.
+    // Readings are not stored in the table.
     QVERIFY(!bench.table()->hasSweep());
     QVERIFY(bench.desktop.boxes.isEmpty());
 }
@@ -140,7 +140,7 @@ void TestLevelPage::holdZeroAndAttenuator()
     Bench bench(kInterfaceLpt);
     bench.openPage();
     QVERIFY(bench.reads(-20.0));
-    // The zero point is shown at once, also while the readings are held.
+    // The zero point is shown immediately, even while the readings are held.
     bench.click("cmdHold");
     bench.click("cmdZero");
     QVERIFY2(bench.label("lblLevelRelative").endsWith(QLatin1String(" dB")),
@@ -192,7 +192,7 @@ void TestLevelPage::theGenerator()
     bench.click("cmdGeneratorDown");
     bench.click("cmdGeneratorDown");
     QCOMPARE(bench.text("txtGenerator"), QStringLiteral("4,999,000"));
-    // A sweep takes the generator, which cannot be switched on until the sweep ends.
+    // A sweep takes over the generator, which cannot be switched on until the sweep ends.
     bench.click("cmdStart");
     QVERIFY(QTest::qWaitFor([&] { return bench.station->instrument.isSweeping(); }));
     QVERIFY(bench.label("lblGenerator").contains(QLatin1String("not in use as a signal source")));

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Without a configured detector law, the table holds the frequencies, counts and amplitudes of files made with
-// calvorn-sweep before detector laws existed.
+// Without a configured detector law, the table matches the frequencies, counts and amplitudes in files that
+// calvorn-sweep wrote before detector laws existed.
 #include "tests/support/sweep_tool.h"
 #include "tests/support/walk_numbers.h"
 #include "tests/support/window_bench.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The measuring pages of the manual, followed step by step on the simulated boards: their numbers match the display.
+// Follows the manual's measuring pages step by step on the simulated boards: their numbers match the display.
 #include "tests/support/walk_numbers.h"
 #include "tests/support/window_bench.h"
 
@@ -14,7 +14,7 @@ using calvorn::test::WindowBench;
 
 namespace {
 
-// Returns a page as one line without markup.
+// Returns a page as a single line without markup.
 QString textOf(const char *page)
 {
     QFile file(QStringLiteral(CALVORN_SOURCE_DIR "/help/") + QString::fromLatin1(page));
@@ -24,7 +24,7 @@ QString textOf(const char *page)
     return QString::fromUtf8(file.readAll()).replace(markup, QStringLiteral(" ")).simplified();
 }
 
-// Returns the numbers that the pattern captures in a page. The pattern must match.
+// Returns the numbers captured by the pattern in a page. The pattern must match.
 std::vector<double> numbersIn(const char *page, const char *pattern)
 {
     const auto match = QRegularExpression(QString::fromLatin1(pattern)).match(textOf(page));
@@ -85,7 +85,7 @@ struct Bench : WindowBench
         return found;
     }
 
-    // Returns the level that the box beside M1 shows at this frequency (Hz).
+    // Returns the level shown in the box beside M1 at this frequency (Hz).
     double levelAtM1(double hertz) const
     {
         type("txtM1X", whole(hertz));

@@ -42,7 +42,7 @@ QVector<int> counts(const std::function<double(int)> &countOfRow)
     return made;
 }
 
-// A resonance at row 201, 3 MHz. The half-power points are 20 rows (200 kHz) to either side.
+// A resonance at row 201 (3 MHz), with the half-power points 20 rows (200 kHz) on either side.
 double resonance(int row)
 {
     return 1000.0 / std::sqrt(1.0 + std::pow((row - 201) / 20.0, 2));
@@ -167,15 +167,15 @@ void TestMeasurePanel::theBandwidthIsShown()
     bench.deliver(resonance);
     bench.openPanel();
     QCOMPARE(bench.number("lblResult_peakFreq"), 3000000.0);
-    // Rounding to whole counts and the 10 kHz step each change the bandwidth by less than a thousandth.
+    // Rounding to whole counts and the 10 kHz step each change the bandwidth by less than 0.1 %.
     QVERIFY2(std::abs(bench.number("lblResult_bw3") - 400000.0) < 800.0, qPrintable(bench.label("lblResult_bw3")));
     QVERIFY2(std::abs(bench.number("lblResult_q") - 7.5) < 0.02, qPrintable(bench.label("lblResult_q")));
     // 2.44 V is 7.75 dB.
     QCOMPARE(bench.label("lblResult_peak"), QStringLiteral("7.7 dB"));
-    // The results show the next sweep immediately.
+    // The results are updated immediately after the next sweep.
     bench.deliver([](int row) { return resonance(row + 50); });
     QCOMPARE(bench.number("lblResult_peakFreq"), 2500000.0);
-    // Other results and back.
+    // Selects other results, and then these again.
     auto *kinds = bench.find<QComboBox>("cboResults");
     kinds->setCurrentIndex(1);
     QVERIFY(!bench.window->findChild<QWidget *>(QStringLiteral("lblResult_bw60")));
@@ -204,10 +204,10 @@ void TestMeasurePanel::theCurveIsShownRelativeToTheReference()
     bench.click("cmdNormalise");
     QCOMPARE(bench.label("Label5"), QStringLiteral("dB, relative"));
     bench.deliver([](int row) { return row <= 200 ? 400.0 : 200.0; });
-    // Half and a quarter of the reference.
+    // -6 dB is half of the reference, -12 dB a quarter.
     QVERIFY(std::abs(bench.plot().live->amplitudes[0] + 6.0206) < 1e-3);
     QVERIFY(std::abs(bench.plot().live->amplitudes[399] + 12.0412) < 1e-3);
-    // The table keeps the measured values: 400 counts of 2.44 mV are -0.2 dB relative to 1 V.
+    // The table retains the measured values: 400 counts of 2.44 mV are -0.2 dB relative to 1 V.
     QCOMPARE(bench.table()->text(1, SweepTable::AmplitudeColumn), QStringLiteral("-0.2"));
     QVERIFY2(std::abs(bench.number("lblResult_loss") - 6.0) < 0.05, qPrintable(bench.label("lblResult_loss")));
     bench.click("cmdNormalise");
@@ -264,7 +264,7 @@ void TestMeasurePanel::aStoredTraceStaysWhereItBelongs()
     // 1000 counts at row 201.
     const double peak = 20.0 * std::log10(1000.0 * kVoltsPerCount);
     QVERIFY(std::abs(bench.plot().traces[0].amplitudes[200] - peak) < 1e-6);
-    // In another range the trace remains at its own frequencies.
+    // When the range changes, the trace remains at its own frequencies.
     bench.type("txtStart", QStringLiteral("2000000"));
     bench.waitForRange(2000000, 5000000);
     QCOMPARE(bench.plot().traces[0].axis.start, 1000000.0);
@@ -470,7 +470,7 @@ void TestMeasurePanel::limitsAreSavedAndLoaded()
     bench.click("cmdLoadLimits");
     QCOMPARE(points->rowCount(), rows);
     QCOMPARE(points->item(3, 1)->text(), upper);
-    // The limits return with the next start.
+    // The limits are restored at the next start.
     bench.window->close();
     bench.open();
     QCOMPARE(bench.find<QTableWidget>("tblLimits")->rowCount(), rows);
@@ -509,7 +509,7 @@ void TestMeasurePanel::choicesAreKept()
     QCOMPARE(bench.find<QDoubleSpinBox>("txtFixture")->value(), 12.5);
     QVERIFY(bench.isChecked("chkTrackPeak"));
     QVERIFY(bench.root()->findChild<QLabel *>(QStringLiteral("lblResult_rm")));
-    // Settings of other components are unchanged.
+    // Other components' settings are unchanged.
     QCOMPARE(bench.folder.setting("Calvorn", "Start"), QStringLiteral("1000000"));
 }
 
@@ -531,7 +531,7 @@ void TestMeasurePanel::aPictureShowsTracesAndLegend()
         for (int y = 0; y < image.height(); ++y)
             for (int x = 0; x < image.width(); ++x)
                 if (const QColor c = image.pixelColor(x, y); c.blue() > 180 && c.red() < 130 && c.green() > 130)
-                    pixels += c == QColor(0x4F, 0xC3, 0xF7) ? 0 : 1; // excludes the markers, which are blue, too
+                    pixels += c == QColor(0x4F, 0xC3, 0xF7) ? 0 : 1; // excludes the markers, which are also blue
         return pixels;
     };
     const int alone = blue(bench.folder.path() + QStringLiteral("/alone.png"));
@@ -539,7 +539,7 @@ void TestMeasurePanel::aPictureShowsTracesAndLegend()
     QVERIFY2(both > alone + 200, qPrintable(QStringLiteral("%1, %2").arg(alone).arg(both)));
 }
 
-// The manual promises these numbers of clicks and keys after the sweep.
+// The manual states these numbers of clicks and keys after the sweep.
 void TestMeasurePanel::theWaysAreShort()
 {
     {

@@ -53,7 +53,7 @@ void turnWheel(QWidget &widget, int angle)
     QCoreApplication::sendEvent(&widget, &wheel);
 }
 
-// Drags the handle of a resting bar past its end and, on request, back to the middle.
+// Drags the handle of an idle bar past the end and optionally back to the middle.
 void drag(QScrollBar &bar, int direction, bool back, const std::function<void()> &whileHeld)
 {
     const QRect handle = partOf(bar, QStyle::SC_ScrollBarSlider);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A number that is being typed takes effect before the user's next action, wherever the focus is by then.
+// A number being typed takes effect before the user's next action, wherever the focus is then.
 #include "tests/support/entry_bench.h"
 #include "tests/support/locales.h"
 #include "tests/support/walk_numbers.h"
@@ -62,7 +62,7 @@ void TestPendingEntries::aClickOnTheGraphComesAfterTheEntry()
     bench.tab();
     QCOMPARE(bench.shown(WalkBox::M1X), masked(4000000));
     QCOMPARE(bench.number(WalkBox::M2X), 2000000.0); // this box has the focus now
-    // Types a frequency of the range, and presses a button that moves no marker.
+    // Types the stop frequency, and presses a mouse button that moves no marker.
     bench.hands.typeOver(WalkBox::Stop, QStringLiteral("6000000"));
     bench.clickGraph(bench.place(101, 500), Qt::MiddleButton);
     QCOMPARE(bench.configuration.stopFreq, 6000000);
@@ -78,7 +78,7 @@ void TestPendingEntries::theClickedFrequencyBecomesTheStart()
     bench.click("cmdCopyM1");
     QCOMPARE(bench.configuration.startFreq, 1500000);
     QCOMPARE(bench.shown(WalkBox::Start), masked(1500000));
-    // A number that is still being typed is copied, too.
+    // A number that is still being typed is also copied.
     bench.hands.typeOver(WalkBox::M2X, QStringLiteral("4200000"));
     bench.click("cmdCopyM2");
     QCOMPARE(bench.configuration.stopFreq, 4200000);
@@ -162,7 +162,7 @@ void TestPendingEntries::anImportComesAfterTheEntry()
         }
         QVERIFY(!bench.hands.box(which)->hasFocus());
         bench.hands.letTimePass();
-        QCOMPARE(bench.cell(1), masked(3001000)); // the table has not been planned again
+        QCOMPARE(bench.cell(1), masked(3001000)); // the range has not been planned again
         QCOMPARE(bench.table()->text(7, SweepTable::SampleColumn), QStringLiteral("49"));
     }
 }
@@ -188,7 +188,7 @@ void TestPendingEntries::aChoiceInAMenuComesAfterTheEntry()
     QCOMPARE(bench.desktop.beeps, 0);
 }
 
-// Some desktops show a program's menus in their own bar, so the program sees neither the click nor the key.
+// Some desktops show a program's menus in the desktop's own bar, so the program receives neither the click nor the key.
 void TestPendingEntries::aMenuOfTheDesktopComesAfterTheEntry()
 {
     Bench bench;
@@ -280,7 +280,7 @@ void TestPendingEntries::closingTakesTheEntry()
 {
     QFETCH(QLocale, locale);
     QLocale::setDefault(locale);
-    // By the title bar's button, by a key and by the Exit button.
+    // Closes the window with the title bar's button, with a key and with the Exit button.
     for (int way = 0; way < 3; ++way) {
         const auto close = [way](const Bench &bench) {
             if (way == 0)

@@ -17,7 +17,7 @@ namespace {
 constexpr int kOperationMs = 2'000;
 const auto kEnds = QStringLiteral("The board no longer delivers valid sweeps; the sweep ends.");
 
-// The window with a board that is first set to these faults.
+// The window with a board that has these faults from the start.
 struct PicScene
 {
     explicit PicScene(const QList<QByteArray> &faults = {})
@@ -94,7 +94,7 @@ void TestPicBoardsByThePage::aPlanThatIsNotTakenShowsNothing()
     }
     QVERIFY2(scene.sweepEndsByItself(), scene.allOfTheLog().constData());
     QCOMPARE(scene->wrong, 0);
-    QVERIFY(scene->right - before <= (inMidSweep ? 30 : 0)); // what came before the range changed
+    QVERIFY(scene->right - before <= (inMidSweep ? 30 : 0)); // received before the range changed
     QCOMPARE(test::rowsOf(*scene->table(), kInterfacePic), Rows::Empty);
     QVERIFY(scene->text("txtErrori") != u"0");
     QVERIFY(scene.board.tell("state").contains("sweeping=0"));
@@ -115,7 +115,7 @@ void TestPicBoardsByThePage::framesWithoutAPlanShowNothing()
     QVERIFY(scene->text("txtErrori") != u"0");
 }
 
-// Delayed frames of the previous plan look like the first ones of the new plan.
+// Delayed frames from the previous plan look like the first frames of the new plan.
 void TestPicBoardsByThePage::framesOfTheFormerPlanAreNotShown()
 {
     PicScene scene;
@@ -135,7 +135,7 @@ void TestPicBoardsByThePage::framesOfTheFormerPlanAreNotShown()
     }
 }
 
-// The board's supply fails briefly, and the port remains open.
+// The board briefly loses power while the port remains open.
 void TestPicBoardsByThePage::aRestartEndsTheSweep()
 {
     PicScene scene;
@@ -161,7 +161,7 @@ void TestPicBoardsByThePage::aSpoiltLineIsSentAgain()
     QVERIFY(scene->desktop.boxes.isEmpty());
 }
 
-// The lost byte has no acknowledgement, so the board may read a different number.
+// Single bytes are not acknowledged, so after a loss the board may read a different number.
 void TestPicBoardsByThePage::aLostByteShowsNoWrongRow()
 {
     PicScene scene;
@@ -179,7 +179,7 @@ void TestPicBoardsByThePage::aLostByteShowsNoWrongRow()
     QCOMPARE(scene->wrong, 0);
 }
 
-// A frame takes 1.2 s, which is longer than the timeout for a fast board.
+// A frame takes 1.2 s, longer than the timeout for a fast board.
 void TestPicBoardsByThePage::aSlowDetectorIsWaitedFor()
 {
     PicScene scene({"settling 3000"});
@@ -223,7 +223,7 @@ void TestPicBoardsByThePage::queriesWithoutAGoodAnswer_data()
     told("another answer", "A+\r");
 }
 
-// Neither the start nor a click takes longer than with a silent board, and the board works afterwards.
+// Neither start-up nor a click takes longer than with a silent board, and the board works afterwards.
 void TestPicBoardsByThePage::queriesWithoutAGoodAnswer()
 {
     QFETCH(QByteArray, fault);

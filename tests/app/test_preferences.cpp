@@ -51,7 +51,7 @@ private slots:
         const auto *note = preferences.findChild<QLabel *>(QStringLiteral("lblNoEffect"));
         QVERIFY(note && note->isVisible());
         QVERIFY(note->text().contains(QStringLiteral("no effect")));
-        // Below the box, in the same frame, and not cut off.
+        // The note is below the box, in the same frame, and not cut off.
         QCOMPARE(note->parentWidget(), box->parentWidget());
         QVERIFY(note->y() >= box->geometry().bottom());
         QVERIFY(note->height() >= note->heightForWidth(note->width()));

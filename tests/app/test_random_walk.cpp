@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-// A random walk over every control of the main window, under several locales and with each interface. After each
-// step, everything that the window shows must be true, and nothing may have changed that the step does not affect.
+// A random walk over every control of the main window, in several locales and with each interface. After each step,
+// everything shown in the window must be correct, and nothing unrelated to the step may have changed.
 //
-// CALVORN_SEED selects another walk, CALVORN_STEPS sets its length, and CALVORN_RESTARTS the number of steps after
-// which the window closes and opens again. A failed walk is shortened to the steps that lead to the fault, which are
-// printed with their numbers: CALVORN_ONLY=3,17,18 with the same seed repeats only those. CALVORN_SHORTEN is the
-// number of faults to shorten.
+// CALVORN_SEED selects another walk, CALVORN_STEPS sets its length, and CALVORN_RESTARTS sets the number of steps
+// between restarts of the window. For each fault, the walk is shortened to the steps that cause it. They are printed
+// with their numbers, and CALVORN_ONLY=3,17,18 with the same seed repeats only these steps. CALVORN_SHORTEN limits the
+// number of faults treated in this way.
 #include "tests/support/walk_scene.h"
 
 #include <QElapsedTimer>
@@ -22,7 +22,7 @@ constexpr int kSteps = 2'000;
 constexpr int kStepsBetweenRestarts = 400;
 constexpr qint64 kShorteningMs = 15'000;
 
-// Known faults, by a part of their names; the walk continues after them. This list should be empty.
+// Known faults, identified by part of their names; the walk continues after them. This list should be empty.
 const QStringList kTolerated;
 
 struct Walk
@@ -35,7 +35,7 @@ struct Walk
         QList<std::pair<int, WalkFault>> faults; // each with the step where it first appeared
     };
 
-    // Walks the steps, and stops at the fault with the id "until" if it occurs.
+    // Performs the steps, and stops at the fault with the id "until" if it occurs.
     Result go(const QList<WalkStep> &steps, const QString &until) const
     {
         WalkScene scene(locale, interfaceType);
@@ -63,7 +63,7 @@ struct Walk
         return false;
     }
 
-    // Removes steps that the fault does not need: larger parts first, then single steps.
+    // Removes steps that are not needed to cause the fault: larger parts first, then single steps.
     QList<WalkStep> shortened(QList<WalkStep> steps, const QString &id) const
     {
         QElapsedTimer watch;

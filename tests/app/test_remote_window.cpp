@@ -249,7 +249,7 @@ void TestRemoteWindow::storingKeepsTheNameOfATrace()
     bench.find<QTabWidget>("tabMeasure")->setCurrentIndex(0);
     bench.type("txtTrace_0", QStringLiteral("filter"));
     QCOMPARE(bench.ask("TRAC:STOR 1;CAT?"), QByteArray("1,\"filter\""));
-    // The fixture of a crystal has at most 10 kohms.
+    // A crystal fixture may have at most 10 kohms.
     QVERIFY(!bench.ask("CALC:RES? CRYS,LIVE,10000").isEmpty());
     QCOMPARE(bench.error(), kNoError);
     bench.tell("CALC:RES? CRYS,LIVE,10001");
@@ -300,7 +300,7 @@ void TestRemoteWindow::sweeps()
     }
     QCOMPARE(bench.ask("CALC:DATA?").count(','), 399);
     QCOMPARE(bench.ask("CALC:COUN?").count(','), 399);
-    // The peak of the crystal.
+    // The crystal's peak.
     const double peak = bench.ask("CALC:MARK1:MAX;X?").toDouble();
     QVERIFY2(std::abs(peak - 9e6) < 5'000, qPrintable(QString::number(peak)));
     QCOMPARE(NumberText().toDouble(bench.text("txtM1X")), peak);
@@ -347,7 +347,7 @@ void TestRemoteWindow::aDialogComesFirst()
     QCOMPARE(bench.error(), kNoError);
 }
 
-// Errors of the user's own actions are shown to the user.
+// Errors caused by the user's own actions are still shown to the user.
 void TestRemoteWindow::thePersonIsStillAsked()
 {
     Bench bench;

@@ -13,7 +13,7 @@ namespace {
 constexpr const char *kPlain =
     "[Config]\r\nInterface=2\r\nDDS Device=AD9850\r\nADC Device=10bit\r\nADC Step=0.00244\r\n"
     "ADC Offset=0\r\n";
-// The third of five points cannot be read.
+// The third of the five points is unreadable.
 constexpr const char *kDamaged = "ADC Law=table\r\n[Detector]\r\nPoint 1=0.1;-30\r\nPoint 2=0.2;-25\r\n"
                                  "Point 3=0.3;about -20\r\nPoint 4=0.4;-15\r\nPoint 5=0.5;-10\r\n";
 constexpr const char *kLog = "ADC Law=log\r\n[Detector]\r\nSlope=24.98765\r\nIntercept=-84.01234\r\n";
@@ -26,7 +26,7 @@ struct Bench : test::SetUpBench
         click("cmdADC");
     }
 
-    // Chooses with the keyboard.
+    // Selects an entry with the keyboard.
     void choose(const char *name, int index) const
     {
         auto *box = find<QComboBox>(name);
@@ -110,14 +110,14 @@ void TestSetupLaw::aChosenLawIsWritten()
     QVERIFY(faults.isEmpty());
 }
 
-// The message about the table no longer appears, and its points can still be repaired by hand.
+// The error message about the table no longer appears, and the points can still be repaired by hand.
 void TestSetupLaw::linearIsChosenInPlaceOfADamagedTable()
 {
     Bench bench(kDamaged);
     QVERIFY2(bench.desktop.lastText().contains(QLatin1String("[Detector] \"Point 3\"")),
              qPrintable(bench.desktop.lastText()));
     const QMap<QString, QString> before = bench.section("Detector");
-    // The list offers no table, because the points before the damaged one do not make a table.
+    // The list does not offer a table, because the points before the invalid one are not enough for a table.
     auto *law = bench.find<QComboBox>("cboLaw");
     law->setFocus();
     QTest::keyClick(law, Qt::Key_End);
@@ -152,7 +152,7 @@ void TestSetupLaw::slopesAndIntercepts()
     QCOMPARE(law.intercept, 21.5);
 }
 
-// The boxes show three decimals, but the numbers keep their full precision.
+// The boxes show three decimals, but the numbers retain their full precision.
 void TestSetupLaw::aVisitToTheBoxesChangesNothing()
 {
     Bench bench(kLog);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The command "Single sweep" on each of the three simulated boards.
+// The "Single sweep" command on each of the three simulated boards.
 #include "tests/support/crystal_sweep.h"
 #include "tests/support/interface_rows.h"
 #include "tests/support/quiet_time.h"
@@ -99,7 +99,7 @@ void TestSingleSweep::aRunningSweepStopsAfterTheNextVector()
     QCOMPARE(bench.stored.count(), before + 1);
 }
 
-// The start plans the new range at once; the delayed planning must not empty the table afterwards.
+// Starting the sweep plans the new range immediately; the delayed planning must not clear the table afterwards.
 void TestSingleSweep::aRangeTypedJustBeforeIsMeasuredAndKept()
 {
     QFETCH(int, interfaceType);

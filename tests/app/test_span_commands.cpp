@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Choosing the range with the mouse over the graph, as centre and span, and back and forth through previous ranges.
+// Selecting the range by mouse in the graph, by centre and span, and by stepping through previous ranges.
 #include "tests/support/fake_server_control.h"
 #include "tests/support/interface_rows.h"
 #include "tests/support/interface_settings.h"
@@ -26,7 +26,7 @@ const QByteArray kSettings = "[Config]\r\nInterface=2\r\nDDS Device=AD9851\r\nAD
                              "Marker 1=1500000\r\nMarker 2=3000000\r\nScale=0\r\nMax scaleV=2.5\r\n";
 
 constexpr int kRowHz = 10000;
-constexpr int kPixelHz = 7520; // of one pixel, in a graph 534 pixels wide
+constexpr int kPixelHz = 7520; // per pixel, in a graph 534 pixels wide
 
 struct Bench : test::WindowBench
 {
@@ -102,7 +102,7 @@ struct Bench : test::WindowBench
         });
         action("mnuSpan")->trigger();
         QVERIFY(opened);
-        // Without a window manager the test must activate the window.
+        // Without a window manager, the test must activate the window itself.
         window->activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(window.get()));
     }
@@ -293,7 +293,7 @@ void TestSpanCommands::escapeCancelsADrag()
     QCOMPARE(bench.range(), QStringLiteral("1000000 5000000"));
     QVERIFY(!bench.updateTimer()->isActive());
     QCOMPARE(bench.row(GraphItem::M1), 51.0);
-    // A drag back to where it began selects nothing.
+    // A drag that returns to its starting point selects nothing.
     bench.press(101);
     bench.move(301);
     bench.release(101);
@@ -317,7 +317,7 @@ void TestSpanCommands::aClickWithCtrlPutsM1()
     const Bench bench;
     QTest::mouseClick(bench.graph(), Qt::LeftButton, Qt::ControlModifier, bench.pixel(301));
     QCOMPARE(bench.row(GraphItem::M1), 301.0);
-    // A trembling hand still clicks.
+    // A click with a slight movement is still a click.
     bench.press(101);
     bench.move(102);
     bench.release(102);

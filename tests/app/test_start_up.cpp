@@ -25,7 +25,7 @@ QByteArray settings(const char *interfaceType, const QByteArray &more = {})
            more;
 }
 
-// A change that the user makes by hand.
+// A change made by the user.
 using Change = std::function<void(WindowBench &)>;
 
 void calibrate(const WindowBench &bench, const char *entry, const char *offset)
@@ -222,7 +222,7 @@ void TestStartUp::damagedNumbersDoNotPreventAStart()
     QVERIFY(bench.isShown("frameView_1"));
 }
 
-// The scale, the markers and the view fail after the plan, and because of it.
+// The scale, the markers and the view fail only because planning has failed before them.
 void TestStartUp::anOverflowOfThePlanIsOneBox()
 {
     WindowBench bench(test::FakeServerControl::program(),
@@ -288,7 +288,7 @@ void TestStartUp::unreadableTextsStayUntilTheyAreChanged()
     file.replace("ADC Offset=0\r\n", "");
     file.replace('[' + section + "]\r\n", '[' + section + "]\r\n" + key + '=' + text + "\r\n");
     WindowBench bench(test::FakeServerControl::program(), file);
-    // Two starts without a change keep the text, and each shows a box that names it.
+    // Two starts without a change preserve the text, and each shows a box that names its key.
     for (int start = 0; start < 2; ++start) {
         if (start > 0)
             bench.open();
@@ -337,7 +337,7 @@ void TestStartUp::aScaleThatIsNoneIsKept()
     QCOMPARE(bench.configuration.scaleType, stored.toShort());
     for (const char *name : kActions)
         QVERIFY2(!action(name)->isChecked(), name);
-    // An unknown scale acts as dB relative to 1 V, from 0 dB down.
+    // An unknown scale is treated as dB relative to 1 V, with 0 dB at the top.
     emit bench.driver()->aVettore(QVector<int>(400, 100));
     QCOMPARE(bench.table()->text(0, 1), QStringLiteral("dB"));
     QCOMPARE(bench.table()->text(1, 1), test::inLocale(locale, QStringLiteral("-20.0"))); // 100 mV
@@ -352,7 +352,7 @@ void TestStartUp::aScaleThatIsNoneIsKept()
     QCOMPARE(bench.folder.setting("Calvorn", "Scale").toLatin1(), stored);
     bench.open();
     QCOMPARE(bench.configuration.scaleType, stored.toShort());
-    // The user chooses another scale.
+    // The user selects another scale.
     action("mnuScalaLogaritmica1")->trigger();
     QVERIFY(action("mnuScalaLogaritmica1")->isChecked());
     QCOMPARE(bench.text("txtM3Y"), test::inLocale(locale, QStringLiteral("-10.0")));

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The status line beside the view buttons: its messages, and that it takes no room from other widgets.
+// The status line beside the view buttons: its messages, and that it takes no space from other widgets.
 #include "tests/support/fake_server_control.h"
 #include "tests/support/walk_hands.h"
 #include "widgets/status_line.h"
@@ -159,7 +159,7 @@ void TestStatusLine::aLongMessageWidensNothing()
         QCOMPARE(bench.line()->text(), text);
         QCOMPARE(bench.line()->toolTip(), text);
         QVERIFY(bench.line()->geometry().right() < count.left());
-        // The line takes all the room that the others do not need.
+        // The line uses all the space that the other widgets do not need.
         QVERIFY2(bench.line()->width() > bench.find("picSweep")->width() - 520,
                  qPrintable(QString::number(bench.line()->width())));
     }
@@ -176,7 +176,7 @@ void TestStatusLine::aPartCanBeSelectedAndCopied()
     QTest::mouseRelease(line, Qt::LeftButton, {}, QPoint(line->width() - 4, line->height() / 2));
     QVERIFY2(line->selectedText().endsWith(QStringLiteral("ijklmnop")), qPrintable(line->selectedText()));
     QCOMPARE(QGuiApplication::clipboard()->text(QClipboard::Selection), line->selectedText());
-    // The painted text is the one under the mouse.
+    // The line paints the selection in the highlight colour.
     const QImage image = line->grab().toImage();
     QSet<QRgb> colours;
     for (int x = 0; x < image.width(); ++x)

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Damaged or unusual sweep files, and places where nothing can be written.
+// Invalid or unusual sweep files, and paths that cannot be written.
 #include "tests/support/full_disk.h"
 #include "tests/support/null_device.h"
 #include "tests/support/resident_memory.h"
@@ -23,7 +23,7 @@ namespace {
 constexpr qint64 kHundredMegabytes = 100'000'000;
 constexpr uid_t kNobody = 65534;
 
-// What a refused import must not change.
+// The state that a rejected import must not change.
 struct Shown
 {
     QStringList texts;
@@ -87,7 +87,7 @@ private:
     bool m_changed = false;
 };
 
-// Creates an object of this kind; returns false where only root may.
+// Creates an object of this kind; returns false if only root is allowed to.
 bool makeThing(const QByteArray &kind, const QString &path)
 {
     const QByteArray name = path.toLocal8Bit();
@@ -181,12 +181,12 @@ void TestSweepFileFaults::brokenFilesEndSilently()
         const QString header = bench.table()->text(0, 0);
         const QSignalSpy changed(bench.table(), &SweepTable::dataChanged);
         bench.writeFile(content);
-        // A file that was read to its end may still ask about the calibration.
+        // If the whole file was read, the program may still ask about the calibration.
         bench.desktop.answers.enqueue(kBoxCancel);
         bench.trigger("mnuOpenCSV");
         QVERIFY(Shown(bench) == before);
         QCOMPARE(bench.table()->text(0, 0), header);
-        // What was read before the error is shown.
+        // The data read before the error is shown.
         QVERIFY(!changed.isEmpty());
         QVERIFY2(lastLogLine(bench).startsWith(QStringLiteral("Import: ")), qPrintable(lastLogLine(bench)));
         for (const auto &box : bench.desktop.boxes)
@@ -280,7 +280,7 @@ void TestSweepFileFaults::aPipeIsNotWaitedFor()
     QVERIFY(Shown(bench) == before);
 }
 
-// The old file is complete, no other file remains beside it, no box was shown, and the log gives the reason.
+// The old file is unchanged, no other file is left beside it, no box was shown, and the log contains the reason.
 void TestSweepFileFaults::exportFails(Bench &bench, const QByteArray &before, const QString &path) const
 {
     QCOMPARE(bench.file(), before);
@@ -298,7 +298,7 @@ void TestSweepFileFaults::whatIsNoFileIsNotReplaced_data()
     QTest::addColumn<QByteArray>("kind");
     for (const char *kind : {"pipe", "folder", "link to a device", "link to a pipe", "socket"})
         QTest::newRow(kind) << QByteArray(kind);
-    // Only where a device can be created; otherwise the row "link to a device" uses the system's own.
+    // Only if a device can be created; otherwise the "link to a device" row uses one of the system's devices.
     const QTemporaryDir folder;
     if (test::nullDevice(folder.path()).startsWith(folder.path()))
         QTest::newRow("device") << QByteArray("device");
@@ -329,7 +329,7 @@ void TestSweepFileFaults::whatIsNoFileIsNotReplaced()
         QCOMPARE(modeOf(path, false), before);
         QCOMPARE(modeOf(path, true), behind);
         QCOMPARE(QDir(folder.path()).entryList(QDir::AllEntries | QDir::System | QDir::Hidden), files);
-        // Export reports to the log, the others in a box.
+        // An export error appears in the log, the other errors in a box.
         const bool isExport = QByteArray(action) == "mnuSaveCSV";
         QCOMPARE(bench.desktop.boxes.size(), isExport ? 0 : 1);
         const QString told = isExport ? lastLogLine(bench) : bench.desktop.lastText();

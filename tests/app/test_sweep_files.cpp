@@ -71,7 +71,7 @@ void TestSweepFiles::whatIsExportedComesBack()
 void TestSweepFiles::aPointIsReadByTheLocale_data()
 {
     QTest::addColumn<QLocale>("locale");
-    QTest::addColumn<QString>("amplitude"); // of a field 1234.5; empty where this is not a number
+    QTest::addColumn<QString>("amplitude"); // of a field with 1234.5; empty if this is not a number
     QTest::newRow("en_US") << QLocale(QLocale::English, QLocale::UnitedStates) << QStringLiteral("1.234");
     QTest::newRow("C") << QLocale::c() << QStringLiteral("1.234");
     // The point is a group separator here: 12345 thousandths.
@@ -211,7 +211,7 @@ void TestSweepFiles::theWindowMovesToTheImportedSweep()
     QCOMPARE(bench.text("txtM2Y"), bench.table()->text(201, 1));
     QCOMPARE(bench.text("txtM2M1"), inLocale(locale, QStringLiteral("200,000")));
     QCOMPARE(bench.find<SweepGraph>("picSweep")->curve().last(), QPointF(400, 976));
-    // The imported sweep remains, although its plan differs from that of the last sweep.
+    // The imported sweep remains, although its frequencies differ from those of the last sweep.
     test::nothingHappensFor(700);
     QCOMPARE(bench.table()->text(400, 2), QStringLiteral("400"));
 }

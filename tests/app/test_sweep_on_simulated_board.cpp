@@ -259,7 +259,7 @@ void TestSweepOnSimulatedBoard::aFloodOfVectorsLeavesTheWindowResponsive()
     bench.click("cmdStart");
     QVERIFY(bench.waitForSweep());
     vectors = redraws = 0;
-    // A timer of 10 ms stands for the user: its timeouts must arrive, and never after a long delay.
+    // A 10 ms timer represents the user: it must fire, and never after a long delay.
     int turns = 0;
     qint64 longest = 0;
     QElapsedTimer sinceLast;
@@ -272,7 +272,7 @@ void TestSweepOnSimulatedBoard::aFloodOfVectorsLeavesTheWindowResponsive()
     person.start(10);
     QTRY_VERIFY_WITH_TIMEOUT(vectors > 100 && redraws > 20 && turns > 30, 30000);
     QVERIFY2(longest < 1000, qPrintable(QString::number(longest)));
-    // Slow vectors each cause one redraw, and one redraw may have been pending when the counting began.
+    // Each slow vector causes one redraw, and another one may have been pending when counting began.
     QVERIFY2(redraws <= vectors + 1, qPrintable(QStringLiteral("%1 of %2").arg(redraws).arg(vectors)));
     bench.click("cmdStop");
     QTRY_VERIFY(bench.isShown("cmdStart"));

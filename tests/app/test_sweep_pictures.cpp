@@ -64,7 +64,7 @@ bool isYellow(QColor colour)
     return colour.red() > 200 && colour.green() > 200 && colour.blue() < 60;
 }
 
-// Returns the uppermost row of the picture that the curve reaches, or -1.
+// Returns the topmost picture row that the curve reaches, or -1.
 int topOfCurve(const QImage &image)
 {
     for (int y = 0; y < image.height(); ++y)
@@ -252,7 +252,7 @@ void TestSweepPictures::aRefusedPictureKeepsTheOldFile()
     bench.saveAs("missing/sweep.png");
     QCOMPARE(bench.desktop.boxes.size(), 1);
     QVERIFY(bench.desktop.lastText().contains(QStringLiteral("missing/sweep.png")));
-    // A format that is not offered is refused, not written with the wrong extension.
+    // An unsupported format is rejected, not written with the wrong extension.
     bench.saveAs("sweep.jpg");
     QCOMPARE(bench.desktop.boxes.size(), 2);
     QVERIFY(!QFile::exists(bench.inFolder("sweep.jpg")));

@@ -40,7 +40,7 @@ private slots:
         QTRY_VERIFY(bench.isShown("cmdStart"));
         QCOMPARE(peaks, QSet<int>{test::kCrystalRow});
         QVERIFY2(bench.desktop.boxes.isEmpty(), qPrintable(bench.desktop.lastText()));
-        // Sweeping starts again.
+        // The next sweep works normally.
         const int before = sweeps;
         bench.click("cmdStart");
         QTRY_VERIFY_WITH_TIMEOUT(sweeps > before, 10000);
@@ -48,7 +48,7 @@ private slots:
 
     void aRangeMadeTooSmallIsCorrectedInTheSweep_data() { test::addInterfaceRows(); }
 
-    // The sweep continues in the range that the message names.
+    // The sweep continues with the range that the message names.
     void aRangeMadeTooSmallIsCorrectedInTheSweep()
     {
         QFETCH(int, interfaceType);

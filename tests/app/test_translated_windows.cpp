@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The windows in each language of the program.
+// The program's windows in each language.
 #include "translations/language.h"
 
 #include "app/frm_about.h"
@@ -36,7 +36,7 @@ QByteArray settings(int interfaceType)
            "[Aux1]\r\nEnabled=1\r\n[Aux2]\r\nEnabled=1\r\nPotMax=255\r\nPotMin=0\r\n";
 }
 
-constexpr QSize kRoom(1000, 560); // of a dialog on a screen of 1024 x 600
+constexpr QSize kRoom(1000, 560); // for a dialog on a 1024 x 600 screen
 
 // Collects the mnemonic letters that are available at the same time, and reports those used twice.
 class Mnemonics
@@ -70,7 +70,7 @@ void checkDialog(const QWidget &dialog)
     Mnemonics mnemonics;
     mnemonics.addVisibleIn(dialog);
     QCOMPARE(mnemonics.clashes(), QString());
-    // The letter of a label leads to its box.
+    // A label's mnemonic moves the focus to its box.
     for (const QLabel *label : dialog.findChildren<const QLabel *>())
         QVERIFY2(QKeySequence::mnemonic(label->text()).isEmpty() || label->buddy(), qPrintable(label->text()));
 }
@@ -125,7 +125,7 @@ void TestTranslatedWindows::theProgramSpeaksTheLanguageOfTheDesktop()
     QCOMPARE(bench.window->menuBar()->actions().first()->text(), file);
     const QString ofItaly = QStringLiteral("Avvia sweep");
     QCOMPARE(bench.caption("cmdStart") == ofItaly, m_language->code() == u"it");
-    // Numbers follow the locale, not the language of the texts.
+    // Numbers follow the locale, not the user-interface language.
     QCOMPARE(bench.text("txtStart"), test::shownHertz(1000000));
 }
 
@@ -153,7 +153,7 @@ void TestTranslatedWindows::nothingIsCutOffInTheMainWindow()
             QCOMPARE(cutOffTexts(*bench.window), QString());
             QCOMPARE(bench.window->width(), 1900);
         }
-        // The "Sweep ON" and "Sweep OFF" buttons share one place.
+        // The "Sweep ON" and "Sweep OFF" buttons occupy the same place.
         bench.click("cmdStart");
         QCoreApplication::processEvents();
         QVERIFY(bench.isShown("cmdStop"));

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// How a large window distributes its room: the height of the views below the graph, the markers beside the table, and
+// How a large window distributes its space: the height of the views below the graph, the markers beside the table, and
 // the controls above the Measure panel.
 #include "tests/support/fake_server_control.h"
 #include "tests/support/walk_hands.h"
@@ -33,7 +33,7 @@ struct Bench : WindowBench
     }
     bool becomes(QSize size) const
     {
-        // A widget that was just closed still claims its room.
+        // A widget that was just closed still occupies its space.
         return QTest::qWaitFor([&] {
             window->resize(size);
             return window->size() == size;
@@ -89,7 +89,7 @@ void TestWindowRoom::theTableBecomesHigher()
     bench.dragBar(-150);
     QCOMPARE(bench.place("MSFlexGridV").height(), table.height() + 150);
     QCOMPARE(bench.place("picSweep").height(), graph.height() - 150);
-    // The table takes neither more than the graph can give nor more than half of the window.
+    // The table gets no more space than the graph can spare, and at most half of the window.
     bench.dragBar(-800);
     QVERIFY(bench.place("MSFlexGridV").height() <= 450);
     QVERIFY(bench.place("picSweep").height() >= 200);
@@ -168,7 +168,7 @@ void TestWindowRoom::thePanelGoesBelowTheControls()
     bench.openPanel();
     QTRY_VERIFY(bench.isPanelBelowControls());
     QCOMPARE(bench.place("cmdStart").top(), start.top());
-    // The graph gives up only the width by which the panel exceeds the controls.
+    // The graph shrinks only by the difference between the widths of the panel and the controls.
     QTRY_VERIFY(bench.place("picSweep").width() > graph.width() - 130);
     QCOMPARE(bench.place("picSweep").height(), graph.height());
     bench.openPanel();
