@@ -14,7 +14,7 @@ using namespace calvorn;
 
 namespace {
 
-// A desktop whose Return key also presses buttons. Must be set before the application starts.
+// A desktop theme where Return also presses buttons. Must be set before the application starts.
 [[maybe_unused]] const bool kOnGnome = qputenv("QT_QPA_PLATFORMTHEME", "gnome");
 
 struct Bench
@@ -69,7 +69,7 @@ struct Bench
 
     QCheckBox *box(int index) { return aux1.findChild<QCheckBox *>(QStringLiteral("chkAux1_%1").arg(index)); }
     QString total() { return aux1.findChild<QLabel *>(QStringLiteral("lblAux1"))->text(); }
-    // Only presses the button: the place of the release does not matter.
+    // Only presses the button: it does not matter where the button is released.
     void press(int index) { QTest::mousePress(box(index), Qt::LeftButton); }
 
     // Performs a screen reader's action on a box.
@@ -78,7 +78,7 @@ struct Bench
         QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(box(index));
         QVERIFY(accessible && accessible->actionInterface());
         accessible->actionInterface()->doAction(action);
-        // A press takes a moment.
+        // The box stays pressed for a moment.
         QTRY_VERIFY(!box(index)->isDown());
     }
 };
@@ -355,7 +355,7 @@ private slots:
         restoreOutputs(bench.configuration, bench.hardware());
         QCOMPARE(bench.box(2)->checkState(), Qt::Checked);
         QCOMPARE(bench.box(1)->checkState(), Qt::Unchecked);
-        // "True" counts like any number other than 0.
+        // "True" is treated as a nonzero number.
         QCOMPARE(bench.sent,
                  (QStringList{QStringLiteral("aux1 250"), QStringLiteral("aux2 0"), QStringLiteral("i2c 80 169 255")}));
         QCOMPARE(bench.configuration.pot2, std::int16_t{255});

@@ -46,7 +46,7 @@ private:
             return entry.findChild<QScrollBar *>(QStringLiteral("%1_%2").arg(QString::fromLatin1(prefix)).arg(index));
         }
 
-        // Clicks one of the two arrows of a digit.
+        // Clicks a digit's up or down arrow.
         void arrow(const char *prefix, int index, QStyle::SubControl which)
         {
             QScrollBar *target = bar(prefix, index);
@@ -159,7 +159,7 @@ private slots:
         QCOMPARE(bench.box("txtStop")->text(), QStringLiteral("10,000,000"));
     }
 
-    // The plan is updated shortly after the user leaves the first box, and may find the second half typed.
+    // The plan is updated shortly after the user leaves the first box, possibly while the second is being typed.
     void aPlanDoesNotOverwriteWhatIsBeingTyped()
     {
         Bench bench;
@@ -209,7 +209,7 @@ private slots:
         box->end(false);
         QTest::keyClick(box, Qt::Key_Down);
         QCOMPARE(bench.configuration.startFreq, 1000999);
-        box->home(false); // there is no digit yet
+        box->home(false); // before the first digit
         QTest::keyClick(box, Qt::Key_Up);
         QCOMPARE(bench.configuration.startFreq, 11000999);
         // The step applies to the number that is being typed.
@@ -295,7 +295,7 @@ private slots:
         // A focused box shows its number without separators, so the digits are closer together.
         bench.entry.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&bench.entry));
-        // Half a digit to the left of the caret that follows the digit.
+        // A digit's centre is half a digit to the left of the caret that follows it.
         const auto digitOf = [&](int digit) {
             box->setCursorPosition(static_cast<int>(box->text().size()) - digit);
             box->repaint(); // aligns the text

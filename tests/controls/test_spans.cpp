@@ -101,7 +101,7 @@ private slots:
         QVERIFY(!history.current() && !history.back() && !history.forth());
         history.visit({1, 500});
         QVERIFY(!history.canGoBack() && !history.canGoForth());
-        history.visit({1, 500}); // equal neighbours once
+        history.visit({1, 500}); // equal neighbours are stored once
         QVERIFY(!history.canGoBack());
         history.visit({2, 600});
         history.visit({3, 700});

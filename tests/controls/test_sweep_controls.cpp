@@ -78,7 +78,7 @@ struct Bench
         controls.show();
     }
 
-    // Ends a sweep as the driver reports it to the window.
+    // Simulates a driver that reports a completed sweep.
     void complete()
     {
         emit driver.aComplete();
@@ -95,7 +95,7 @@ struct Bench
     }
     void click(const char *name)
     {
-        // Near the left edge: an option reacts at its mark, not beyond its text.
+        // Clicks near the left edge: a radio button reacts only to clicks on its mark or its text.
         QTest::mouseClick(button(name), Qt::LeftButton, {}, QPoint(10, button(name)->height() / 2));
     }
     void fireTimer()
@@ -249,7 +249,7 @@ private slots:
         QVERIFY(bench.button("cmdStop")->isVisible());
         bench.instrument.store(QVector<int>(400, 700));
         QCOMPARE(bench.driver.calls.last(), QStringLiteral("stop 2"));
-        // Vectors still on their way are dropped, before the end of the sweep and after it.
+        // Vectors still in transit are discarded, both before and after the sweep ends.
         QSignalSpy changed(&bench.instrument.table(), &SweepTable::changed);
         bench.instrument.store(QVector<int>(400, 600));
         bench.complete();
@@ -258,7 +258,7 @@ private slots:
         QCOMPARE(bench.instrument.table().text(1, SweepTable::SampleColumn), QStringLiteral("700"));
         QCOMPARE(bench.driver.calls.size(), 2);
         QVERIFY(bench.button("cmdStart")->isVisible());
-        // The next sweep is an ordinary one.
+        // The next sweep works normally.
         bench.click("cmdStart");
         bench.instrument.store(QVector<int>(400, 600));
         bench.instrument.store(QVector<int>(400, 500));

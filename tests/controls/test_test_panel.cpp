@@ -140,7 +140,7 @@ void TestTestPanel::theLogIsSavedWhole()
         bench.log.writeLog(QString::fromLatin1(line));
     auto *save = bench.find<QAction>("mnuSaveLog");
     QVERIFY(bench.list()->actions().contains(save));
-    save->trigger(); // nothing chosen
+    save->trigger(); // no file chosen
     const QString today = QDate::currentDate().toString(Qt::ISODate);
     QCOMPARE(bench.desktop.suggestions, QStringList{QStringLiteral("log %1.txt").arg(today)});
     bench.desktop.fileChoice = folder.filePath(QStringLiteral("log.txt"));
