@@ -66,7 +66,7 @@ struct DisplayBench
     }
     QString text(const QString &name) { return find<QWidget>(name)->property("text").toString(); }
 
-    // Types a text over the old one and leaves the box.
+    // Replaces the text in a box by typing, and leaves the box.
     void type(const QString &name, const QString &text)
     {
         QLineEdit *box = find(name);

@@ -75,7 +75,7 @@ private slots:
                 bench.window.resize(size);
                 QCoreApplication::processEvents();
                 SweepGraph &graph = bench.panel.graph();
-                // The fraction of the height: a quarter, or 10 of 40 or 50 dB.
+                // The step as a fraction of the height: a quarter in volts, 10 dB of 40 or 50 dB on the other scales.
                 const double step = scale == 2 || scale == 4 ? 0.2 : 0.25;
                 for (int i = 1; i <= 4; ++i) {
                     const double y = 0.5 + i * step * (graph.height() - 1);
@@ -150,7 +150,7 @@ private slots:
             QVERIFY(bench.desktop.boxes.isEmpty());
             QFETCH(int, stored);
             QCOMPARE(bench.panel.graph().coordinates().top(), 0.0);
-            QCOMPARE(bench.panel.graph().coordinates().bottom(), 1000.0 * std::max(1, -stored)); // 1 dB at least
+            QCOMPARE(bench.panel.graph().coordinates().bottom(), 1000.0 * std::max(1, -stored)); // at least 1 dB
         }
     }
 
@@ -190,7 +190,7 @@ private slots:
         }
     }
 
-    // The box shows two decimals.
+    // Selecting a scale reads the full scale from its box, which shows two decimals.
     void aChangeOfScaleReadsTheFullScale()
     {
         DisplayBench bench(0, 0.125F);
@@ -203,8 +203,8 @@ private slots:
         QCOMPARE(bench.text(QStringLiteral("txtMaxVolt")), QStringLiteral("0.12"));
     }
 
-    // With a damaged full scale the graph is drawn for 1 V, and an invalid entry does not make the configuration
-    // worse.
+    // With an invalid full scale in volts, the graph uses 1 V until a valid entry. An invalid entry limits an excessive
+    // range in dB to -90 dB.
     void aDamagedFullScaleIsKeptUntilAnEntry()
     {
         for (const float damaged : {0.0F, -3.0F}) {

@@ -34,7 +34,7 @@ private slots:
         graph.drawLine();
         const QImage image = graph.grab().toImage();
         QCOMPARE(image.size(), QSize(802, 802));
-        // The curve covers two device pixels in each column, spread over three where it lies between two rows.
+        // The curve covers two device pixels in each column, spread over three if it lies between two rows.
         const auto isCurve = [&image](int x, int y) { return image.pixel(x, y) == qRgb(255, 255, 0); };
         for (int x = 4; x < 798; ++x) {
             double cover = 0.0;
@@ -77,14 +77,14 @@ private slots:
         SweepGraph graph(configuration, table, markers);
         graph.inizializzaGraph();
         graph.resize(401, 401);
-        graph.markers().setVisible(GraphItem::M4, false); // at 0 V, just above
+        graph.markers().setVisible(GraphItem::M4, false); // M4 is at 0 V, just above M3
         graph.moveLine(GraphItem::M3, -4.0);
         const QImage image = graph.grab().toImage();
         for (const int y : {800, 801})
             QCOMPARE(image.pixel(610, y), graph.line(GraphItem::M3).colour);
     }
 
-    // Uncovered parts of the graph are copied one by one, each from its own place.
+    // When parts of the graph are uncovered, each is copied separately from its own position.
     void piecesAreCopiedFromTheirPlaces()
     {
         QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
@@ -133,7 +133,7 @@ private slots:
                 }
             }
         }
-        // Six logical pixels to each side of the centre, in lines one device pixel wide.
+        // The cross extends six logical pixels from its centre, and its lines are one device pixel wide.
         QVERIFY2(std::abs(cross.width() - 25) <= 1, qPrintable(QString::number(cross.width())));
         QVERIFY2(std::abs(cross.height() - 25) <= 1, qPrintable(QString::number(cross.height())));
         QCOMPARE(pixels, cross.width() + cross.height() - 1);

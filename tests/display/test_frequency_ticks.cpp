@@ -36,7 +36,7 @@ private slots:
     {
         QTest::addColumn<double>("start");
         QTest::addColumn<double>("step");
-        QTest::addColumn<QStringList>("expected"); // of the lines 2 and 6
+        QTest::addColumn<QStringList>("expected"); // for lines 2 and 6
         const auto both = [](const char *low, const char *high) {
             return QStringList{QStringLiteral("100: ") + QString::fromUtf8(low),
                                QStringLiteral("300: ") + QString::fromUtf8(high)};
@@ -81,7 +81,7 @@ private slots:
         TickStrip wide = strip();
         wide.placeOf = [](double x) { return 2.0 * x; };
         QCOMPARE(fittingTicks(axis, wide).size(), std::size_t{6});
-        // The gap between labels counts, too.
+        // The gap between labels also counts.
         wide.placeOf = [](double x) { return 1.29 * x; };
         QCOMPARE(fittingTicks(axis, wide).size(), std::size_t{2});
         wide.placeOf = [](double x) { return 1.31 * x; };

@@ -38,7 +38,7 @@ private slots:
         QTest::addColumn<int>("scale");
         QTest::addColumn<double>("top");
         QTest::addColumn<double>("height");
-        QTest::addColumn<double>("pitch"); // of a surface 400 high
+        QTest::addColumn<double>("pitch"); // for a surface 400 pixels high
         QTest::newRow("linear") << 0 << 1996.0 << -2000.0 << 100.0;
         QTest::newRow("1 V") << 1 << 0.0 << 40000.0 << 100.0;
         QTest::newRow("1 V + 10 dB") << 2 << -10000.0 << 50000.0 << 80.0;
@@ -104,7 +104,7 @@ private slots:
         const GraphCoordinates raised = coordinates(2, 2.0F, -40);
         QCOMPARE(horizontal(raised, qRgb(0, 200, 0)), (QList<double>{0, 10000, 20000, 30000, 40000, 50000}));
         QCOMPARE(horizontal(raised, qRgb(0, 100, 0)).size(), 31);
-        // 0 dB is red, painted last, a fifth of the height below the top.
+        // The 0 dB line is red, painted last, and a fifth of the height below the top.
         QCOMPARE(raised.gridLines().back(), (GridLine{0, 0, 400, 0, qRgb(230, 0, 0)}));
         QCOMPARE(raised.toPixel({0, 0}, {534, 401}).y(), 80.5);
     }
@@ -137,7 +137,7 @@ private slots:
         const QPointF zero = graph.toPixel({200, 0}, {534, 400});
         QVERIFY(std::isfinite(zero.y()));
         const std::vector<GridLine> lines = graph.gridLines();
-        QVERIFY(lines.size() >= 42); // the vertical ones and the zero line at least
+        QVERIFY(lines.size() >= 42); // at least the vertical lines and the zero line
         QVERIFY(lines.size() < 500);
     }
 };

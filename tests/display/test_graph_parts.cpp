@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Accessibility clients find the lines and captions of the graph by their names, at their painted positions.
+// Accessibility clients find the graph's lines and captions by name, at their painted positions.
 #include "tests/display/display_bench.h"
 
 #include <QAccessible>
@@ -42,7 +42,7 @@ private slots:
         QVERIFY(part);
         QCOMPARE(part->parent(), spoken);
         QCOMPARE(spoken->child(spoken->indexOfChild(part)), part);
-        // The cross is hidden unless it is chosen as the cursor.
+        // The cross is hidden unless it is selected as the cursor.
         QCOMPARE(part->state().invisible != 0, name.startsWith(QStringLiteral("LineC")));
     }
 

@@ -62,7 +62,7 @@ private slots:
         QTest::mouseMove(bench.handle);
         QTRY_VERIFY(bench.handle->underMouse());
         QVERIFY(bench.handle->grab().toImage() != away);
-        // Away from the mouse it is the plain background.
+        // While the mouse is elsewhere, the handle shows only the background.
         QImage plain = away;
         plain.fill(away.pixel(0, 0));
         QCOMPARE(away, plain);

@@ -78,14 +78,14 @@ private slots:
         SweepGraph &graph = bench.panel.graph();
         QTest::mouseClick(&graph, Qt::RightButton, {}, QPoint(graph.width() / 2, 50));
         QVERIFY(graph.line(GraphItem::M2).x1 > 190.0);
-        // The left edge acts on row 1.
+        // A click at the left edge selects row 1.
         QTest::mouseClick(&graph, Qt::RightButton, {}, QPoint(0, 50));
         QCOMPARE(graph.line(GraphItem::M2).x1, 1.0);
         QCOMPARE(bench.text(QStringLiteral("txtM2X")), QStringLiteral("1,000,000"));
         QTest::mouseClick(&graph, Qt::LeftButton, {}, QPoint(graph.width() - 1, 50));
         QCOMPARE(graph.line(GraphItem::M1).x1, 400.0);
         QCOMPARE(bench.text(QStringLiteral("txtM1X")), QStringLiteral("10,975,000"));
-        // The distance has no sign, whichever marker is on the left.
+        // The difference is positive, whichever marker is on the left.
         QCOMPARE(bench.text(QStringLiteral("txtM2M1")), QStringLiteral("9,975,000"));
         QTest::mouseClick(&graph, Qt::LeftButton, Qt::ShiftModifier, QPoint(100, graph.height() / 2));
         const double m3 = test::readNumber(bench.text(QStringLiteral("txtM3Y")));
@@ -173,7 +173,7 @@ private slots:
         QTest::mouseRelease(&graph, Qt::LeftButton, {}, QPoint(graph.width() - 1, 100));
         QCOMPARE(graph.line(GraphItem::M2).x1, 400.0);
         QCOMPARE(graph.line(GraphItem::M1).x1, 1.0);
-        // A click on a line without moving is still a click.
+        // Clicking a line without moving the mouse is still a click.
         QTest::mouseClick(&graph, Qt::LeftButton, {}, QPoint(graph.width() - 1, 100));
         QCOMPARE(graph.line(GraphItem::M1).x1, 400.0);
         // Afterwards, a click far from every line sets M1 as usual.
@@ -245,7 +245,7 @@ private slots:
         QLineEdit *box = bench.find(QStringLiteral("txtM2X"));
         box->setFocus(Qt::TabFocusReason);
         QCOMPARE(box->text(), QStringLiteral("3000000"));
-        // Return takes the entry like leaving the box, and the box is ready for the next entry.
+        // Return commits the entry without leaving the box, which is ready for the next entry.
         box->selectAll();
         QTest::keyClicks(box, QStringLiteral("4000000"));
         QTest::keyClick(box, Qt::Key_Return);
@@ -343,7 +343,7 @@ private slots:
         bench.markers.save(kept);
         QCOMPARE(kept.marker1, QStringLiteral("2,000,000"));
         QCOMPARE(kept.marker4, QStringLiteral("-7.5"));
-        // Damaged settings leave the markers in place.
+        // Invalid settings leave the markers in place.
         WindowSettings damaged;
         damaged.marker1 = QStringLiteral("?");
         damaged.marker3 = QStringLiteral("?");

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The stored image of the plot: edges as wide as a line, and a new curve that leaves no trace of the old one.
+// The stored plot image: the curve's line width, and a new curve that leaves no trace of the old one.
 #include "display/plot/plot_image.h"
 
 #include <QPolygonF>
@@ -26,7 +26,7 @@ QImage blackGrid()
     return grid;
 }
 
-// Every pixel has a different colour, so a wrongly restored pixel is detected.
+// Every pixel has a different colour, so an incorrectly restored pixel is detected.
 QImage colourfulGrid()
 {
     QImage grid(kWidth, kHeight, QImage::Format_RGB32);
@@ -36,7 +36,7 @@ QImage colourfulGrid()
     return grid;
 }
 
-// Returns the total coverage of a column by the curve, in pixels.
+// Returns how many pixels of a column the curve covers in total.
 double coverOf(const QImage &image, int column)
 {
     double sum = 0.0;
@@ -138,7 +138,7 @@ private slots:
         show(plot, QPolygonF{{0.0, -16000.0}, {9.75, -16000.0}, {10.25, 16000.0}, {60.0, 16000.0}});
         for (int x = 0; x < kWidth; ++x)
             QCOMPARE(coverOf(plot.image(), x), x == 10 ? static_cast<double>(kHeight) : 0.0);
-        // At the edges a line keeps its full thickness.
+        // At the edges, a line retains its full thickness.
         show(plot, QPolygonF{{0.0, 0.0}, {30.0, 0.0}, {31.0, kHeight - 1.0}, {60.0, kHeight - 1.0}});
         QCOMPARE(plot.image().pixel(0, 0), kInk);
         QCOMPARE(plot.image().pixel(60, kHeight - 1), kInk);
@@ -213,8 +213,8 @@ private slots:
         QCOMPARE(plot.image().pixel(50, 20), below);
     }
 
-    // Curves cross, appear and disappear; the image always equals that of a new plot, and the grid is restored in the
-    // end.
+    // Curves cross, appear and disappear. The image always matches that of a new plot, and the grid is finally
+    // restored.
     void severalCurvesLeaveNoTrace()
     {
         constexpr std::array inks{qRgb(0, 255, 255), qRgb(255, 0, 255), kInk};
@@ -225,7 +225,7 @@ private slots:
         for (int i = 0; i < 300; ++i) {
             std::vector<PlotImage::Curve> curves;
             for (std::size_t number = 0; number < random.bounded(4U); ++number) {
-                // Some curves keep both points and colour, some only the points.
+                // Some curves have the same points and colour as in the previous set, others only the same points.
                 const bool stays = number < last.size() && random.bounded(2) == 0;
                 curves.push_back({stays ? last[number].points : randomCurve(random),
                                   stays && random.bounded(3) > 0 ? last[number].colour
@@ -247,7 +247,7 @@ private slots:
         QCOMPARE(plot.image(), colourfulGrid());
     }
 
-    // A change of colour alone is a change, too.
+    // Changing only the colour is also reported as a change.
     void aChangedColourIsTold()
     {
         PlotImage plot;

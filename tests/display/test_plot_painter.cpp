@@ -49,7 +49,7 @@ PlotTrace traceOf(PlotAxis axis, std::vector<double> amplitudes, QRgb colour, Qt
     return {QStringLiteral("a trace"), {colour, line}, axis, std::move(amplitudes)};
 }
 
-// Returns the columns of a pixel row that have this colour, except for soft edges.
+// Returns the columns in which a pixel row has this colour, excluding antialiased edges.
 QList<int> columnsOf(const QImage &image, int row, QRgb colour)
 {
     const auto isNear = [](int a, int b) { return std::abs(a - b) < 70; };
@@ -72,7 +72,7 @@ class TestPlotPainter : public QObject
 private slots:
     void cleanup() { QLocale::setDefault(QLocale::c()); }
 
-    // The frequencies of a trace decide its place, not the numbers of its samples.
+    // A trace is positioned by its frequencies, not by its sample numbers.
     void aTraceLiesAtItsOwnFrequencies()
     {
         Bench bench;
@@ -137,7 +137,7 @@ private slots:
         for (int x = 103; x < 199; ++x)
             QCOMPARE(image.pixel(x, 200), bare.pixel(x, 200));
         QVERIFY(image.pixel(250, 200) != bare.pixel(250, 200));
-        // Only gaps, and no samples.
+        // Neither a trace with only gaps nor one without samples is painted.
         for (const auto &samples : {std::vector<double>(400, kGap), std::vector<double>()}) {
             bench.model.traces = {traceOf(bench.model.axis, samples, qRgb(0, 160, 255))};
             QCOMPARE(bench.painted(), bare);
@@ -163,7 +163,7 @@ private slots:
                 pixels += columnsOf(image, row, colour).size();
             return pixels;
         };
-        // The sample of a line is 26 pixels long.
+        // Each line sample is 26 pixels long.
         QVERIFY(pixelsOf(kCurveColour) >= 26);
         QVERIFY(pixelsOf(qRgb(0, 160, 255)) >= 26);
         bench.model.hasLegend = false;
@@ -180,7 +180,7 @@ private slots:
         QVERIFY2(columns.size() > 195, qPrintable(QString::number(columns.size())));
         QVERIFY(std::abs(columns.last() - 201) <= 1);
         QVERIFY(columnsOf(image, 150, qRgb(255, 80, 0)).contains(201));
-        // Dashes leave gaps, on paper, too.
+        // A dashed line covers fewer pixels, and the picture for paper differs.
         bench.model.limits[0].style.line = Qt::DashLine;
         QVERIFY(columnsOf(bench.painted(), 302, qRgb(255, 80, 0)).size() < columns.size() * 9 / 10);
         QVERIFY(bench.painted(GraphInk::Paper) != bench.painted());
@@ -196,7 +196,7 @@ private slots:
         QVERIFY(columnsOf(bench.painted(), 200, kCurveColour).isEmpty());
     }
 
-    // An axis without a step, as in a file whose rows all have the same frequency, cannot place another trace.
+    // No other trace can be placed on an axis without a step, as in a file whose rows all have the same frequency.
     void anAxisWithoutAStepShowsTheLiveCurveAlone()
     {
         Bench bench;

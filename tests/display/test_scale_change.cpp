@@ -102,7 +102,7 @@ private slots:
         QCOMPARE(bench.find<QLabel>(QStringLiteral("Label5"))->text(), unit);
         QCOMPARE(bench.find<QLabel>(QStringLiteral("Label15"))->text(), unit);
         QCOMPARE(bench.table.text(0, 1), unit);
-        // Row 200 holds 200 counts of 5 mV.
+        // Row 200 contains 200 counts of 5 mV each.
         const QString volt = to == 0   ? QStringLiteral("1.000")
                              : to <= 2 ? QStringLiteral("0.0")
                                        : QStringLiteral("-20.0");
@@ -189,7 +189,7 @@ private slots:
         }
     }
 
-    // A damaged scale acts as dB relative to 1 V, and no menu entry is checked.
+    // An invalid scale is treated as dB relative to 1 V, and no menu entry is checked.
     void aDamagedScaleIsKept()
     {
         for (const std::int16_t damaged : {std::int16_t{-1}, std::int16_t{5}, std::int16_t{32767}}) {

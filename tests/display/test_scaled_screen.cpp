@@ -41,7 +41,7 @@ private slots:
             }
             QVERIFY2(std::abs(cover - 1.5) < 0.1, qPrintable(QStringLiteral("column %1: %2").arg(x).arg(cover)));
         }
-        // The grid lines stay sharp: one device pixel.
+        // The grid lines stay sharp: they are one device pixel wide.
         const int x = static_cast<int>(0.5 + 60.0 * 602.0 / 400.0);
         QCOMPARE(image.pixel(x, 71), qRgb(0, 100, 0));
         QCOMPARE(image.pixel(x + 1, 71), qRgb(0, 0, 0));

@@ -93,7 +93,7 @@ private slots:
         for (int x = 2; x < 400; ++x)
             QVERIFY2(isYellowish(drawn.pixel(x, 180)), qPrintable(QString::number(x)));
         QVERIFY(!isYellowish(drawn.pixel(0, 180))); // point 1 is at x = 1
-        // The grid is intact beside the curve and restored when the curve is cleared.
+        // The grid is intact next to the curve, and is restored when the curve is cleared.
         QCOMPARE(drawn.pixel(60, 37), qRgb(0, 100, 0));
         graph.clearCurve();
         QVERIFY(graph.curve().isEmpty());
@@ -113,7 +113,7 @@ private slots:
         QCOMPARE(grab(bench.panel.graph()), before);
     }
 
-    // The graph changes only when it is drawn, even if the cells have changed since.
+    // The graph shows the cells as they were last drawn, even if they have changed since.
     void uncoveringTheWindowShowsTheCurveAgain()
     {
         DisplayBench bench;
@@ -146,7 +146,7 @@ private slots:
         QTRY_COMPARE(fired.size(), 2);
     }
 
-    // Sweeps further apart than one frame of a screen each get their own redraw, together with their read-outs.
+    // Sweeps more than one screen frame apart are each redrawn, along with their read-outs.
     void aVectorIsDrawnBeforeTheNextPainting()
     {
         DisplayBench bench;
@@ -159,7 +159,7 @@ private slots:
             QCoreApplication::sendPostedEvents(&bench.panel.graph().redraws(), QEvent::MetaCall);
             QCOMPARE(fired.size(), sweep);
         }
-        // The next sweep comes too early: its redraw is delayed, not lost.
+        // The next sweep follows too soon: its redraw is delayed, not lost.
         bench.panel.graph().redraws().arm();
         QCoreApplication::sendPostedEvents(&bench.panel.graph().redraws(), QEvent::MetaCall);
         QTRY_COMPARE(fired.size(), 6);
@@ -224,7 +224,7 @@ private slots:
             QCOMPARE(graph.line(item).colour, qRgb(0xff, 0x9d, 0xe0));
         for (const GraphItem item : {GraphItem::CursorV, GraphItem::CursorH})
             QCOMPARE(graph.line(item).colour, qRgb(255, 255, 255));
-        // On paper, the traces of average and holds are dark.
+        // On paper, the average and hold traces are dark.
         QCOMPARE(inked(kAverageStyle.colour, GraphInk::Paper), QColor(0x40, 0x40, 0x40));
         QCOMPARE(inked(kMaxHoldStyle.colour, GraphInk::Paper), QColor(0x8a, 0x3a, 0x00));
         QCOMPARE(inked(kMinHoldStyle.colour, GraphInk::Paper), QColor(0x00, 0x69, 0x5c));
@@ -256,7 +256,7 @@ private slots:
         graph.moveLine(GraphItem::M3, 20000.0);
         const double y = 0.5 + 20.0 / 40.0 * (graph.height() - 1);
         QVERIFY(std::abs(graph.labelRect(GraphItem::M3).center().y() - y) < 0.5);
-        // At the right edge there is no room right of the line: the caption stays readable on the left, above the
+        // At the right edge, there is no room to the right of the line: the caption is to its left, legible above the
         // plot.
         graph.moveLine(GraphItem::M2, 400);
         QCOMPARE(graph.label(GraphItem::M2).left, 402.0);
@@ -345,7 +345,7 @@ private slots:
         PlotPainter(graph.model(), surface).paint(painter);
         painter.end();
         QCOMPARE(picture, screen);
-        // Where the curve is, for the comparison below.
+        // Marks the area of the curve for the comparison below.
         QImage besideTheCurve(graph.size(), QImage::Format_RGB32);
         besideTheCurve.fill(Qt::white);
         QPainter pen(&besideTheCurve);
@@ -356,7 +356,7 @@ private slots:
                 {0.5 + point.x() / 400.0 * (graph.width() - 1), 0.5 + point.y() / 40000.0 * (graph.height() - 1)});
         pen.drawPolyline(line);
         pen.end();
-        // On paper the same drawing uses another ink.
+        // On paper, the same drawing uses a different ink.
         QPainter paper(&picture);
         PlotPainter(graph.model(), surface, GraphInk::Paper).paint(paper);
         paper.end();
@@ -381,7 +381,7 @@ private slots:
         PlotModel model;
         model.scale = GraphCoordinates(configuration);
         const PlotPainter painter(model, {QSizeF(400, 300)});
-        // Below the range, through it, and far above.
+        // Values below, within and far above the range.
         const std::vector<double> values{-50.0, -20.0, -30.0, 90.0, 90.0, -10.0, -99.0};
         const QList<QPolygonF> runs = painter.runsOf(painter.placedCurve(values));
         QCOMPARE(runs.size(), 2);

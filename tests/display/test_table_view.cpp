@@ -100,7 +100,7 @@ private slots:
         table.setText(2, SweepTable::SampleColumn, QStringLiteral("405"));
         const QString first = table.text(1, 0) + QStringLiteral("\t0\t0");
         const QString second = table.text(2, 0) + QStringLiteral("\t0.987\t405");
-        // Without a selection, the row with the focus is copied.
+        // Without a selection, the focused row is copied.
         view.selectionModel()->setCurrentIndex(table.index(1, 0), QItemSelectionModel::NoUpdate);
         QTest::keyClick(&view, Qt::Key_C, Qt::ControlModifier);
         QCOMPARE(QGuiApplication::clipboard()->text(), second);

@@ -59,7 +59,7 @@ private slots:
         }
         views.views.actions().at(1)->trigger();
         views.verifyShown(1);
-        // Choosing the current view again has no effect.
+        // Selecting the current view again has no effect.
         views.views.actions().at(1)->trigger();
         views.verifyShown(1);
         QCOMPARE(views.views.actions().at(1)->objectName(), QStringLiteral("mnuView_1"));
@@ -78,7 +78,7 @@ private slots:
         QCOMPARE(text("txtM3Y"), QStringLiteral("0.500"));
     }
 
-    // The damaged number is kept until the user chooses a view.
+    // The invalid index is retained until the user selects a view.
     void damagedIndexFallsToTheFirst()
     {
         Views views;
