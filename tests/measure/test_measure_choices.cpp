@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The choices of the Measure panel in the settings file, and their documentation in settings.md.
+// The Measure panel's choices in the settings file, and their documentation in settings.md.
 #include "core/common_functions.h"
 #include "measure/measure_choices.h"
 #include "platform/profile_file.h"
