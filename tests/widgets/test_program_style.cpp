@@ -80,7 +80,7 @@ void TestProgramStyle::framesShowOnADarkDesktop()
     QFETCH(QWidget *, widget);
     const std::unique_ptr<QWidget> owner(widget);
     const QImage picture = pictureOf(*widget);
-    // From the left, the frame comes first.
+    // The first pixel from the left that differs from the background belongs to the frame.
     const int y = picture.height() / 2;
     int x = 0;
     while (x < 20 && picture.pixelColor(x, y) == kWindow)
@@ -137,7 +137,7 @@ void TestProgramStyle::lightDesktopsLookLikeFusion()
         return group.grab().toImage();
     };
     const QImage ours = picture(new ProgramStyle);
-    QVERIFY(ours.pixelColor(20, 50) != ours.pixelColor(10, 50)); // the box is there
+    QVERIFY(ours.pixelColor(20, 50) != ours.pixelColor(10, 50)); // the box is visible
     QCOMPARE(ours, picture(QStyleFactory::create(QStringLiteral("Fusion"))));
 }
 

@@ -21,8 +21,8 @@ class TestReadOut : public QObject
     Q_OBJECT
 
 private slots:
-    // A new text repaints only the inside; frame, old digits and background must look as if everything were
-    // repainted.
+    // A new text repaints only the interior. Frame, digits and background must look the same as after a complete
+    // repaint.
     void aNewTextLeavesNothingOfTheOldOne_data()
     {
         QTest::addColumn<bool>("framed");
