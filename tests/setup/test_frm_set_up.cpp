@@ -24,7 +24,7 @@ constexpr char kDefaultVna[] = "[Interface3]\r\nDDS Device=AD9951\r\nDDS Multipl
                                "DDS Max freq=180000000\r\nDDS Min freq=100000\r\nDDS Offset=0\r\nADC Device=10bit\r\n"
                                "ADC Offset=0\r\nADC Step=0.001\r\nADC Channel=3\r\n";
 
-// The auxiliary outputs as "Apply" writes them for a file that does not mention them.
+// The auxiliary outputs as "Apply" writes them to a file that does not mention them.
 constexpr char kPlainOutputs[] =
     "[Aux1]\r\nEnabled=0\r\nStep 0=10dB;10\r\nStep 1=20dB;20\r\nStep 2=30dB;30\r\nStep 3=40dB;40\r\n"
     "Step 4=50dB;50\r\nStep 5=60dB;60\r\nStep 6=70dB;70\r\nStep 7=80dB;80\r\nInverse Logic=0\r\nTitle=Aux 1\r\n"
@@ -124,7 +124,7 @@ void TestFrmSetUp::thePressedPageButtonIsSeen()
     const auto back = qScopeGuard([usual] { QApplication::setPalette(usual); });
     QApplication::setPalette(colours);
     const SetUpBench bench(kConfigured);
-    // Samples the middle of the left end, where a button has no text.
+    // Samples the colour halfway down the left edge, where a button has no text.
     const auto face = [&bench](const char *name) {
         QWidget *button = bench.find(name);
         return button->grab().toImage().pixelColor(4, button->height() / 2);
@@ -205,7 +205,7 @@ void TestFrmSetUp::exitWritesNothing()
     QCOMPARE(bench.dialog->result(), static_cast<int>(QDialog::Rejected));
     QCOMPARE(bench.file(), QByteArray(kConfigured));
     QCOMPARE(bench.desktop.boxes.size(), 0);
-    // The next time, the dialog shows the file again.
+    // When reopened, the dialog shows the stored settings.
     bench.open();
     bench.click("cmdDDS");
     QCOMPARE(bench.text("txtMaxFreq"), QStringLiteral("70,000,000"));

@@ -23,7 +23,7 @@ private slots:
         QCOMPARE(strobe.number, 1);
         QCOMPARE(strobe.line, QStringLiteral("STROBE"));
         QCOMPARE(strobe.signal, QStringLiteral("Aux data"));
-        // An inversion by the port itself does not count as one by the board.
+        // An inversion inside the port is not attributed to the board.
         QVERIFY(!strobe.invertedByBoard);
         QCOMPARE(uses[1].signal, QStringLiteral("DDS clock"));
         QCOMPARE(uses[6].signal, QStringLiteral("ADC select"));
@@ -88,7 +88,7 @@ private slots:
         }
         QVERIFY(image.rect().adjusted(2, 2, -2, -2).contains(inked));
         QVERIFY2(rowsOfPins >= 12, qPrintable(QString::number(rowsOfPins))); // pins do not touch each other
-        // Outputs, inputs and grounds.
+        // The colours of outputs, inputs and grounds.
         for (const QRgb colour : {qRgb(0x2e, 0x7d, 0x32), qRgb(0x15, 0x65, 0xc0), qRgb(0x40, 0x40, 0x40)})
             QVERIFY2(pixels.value(colour) > 200, qPrintable(QString::number(colour, 16)));
 

@@ -209,7 +209,7 @@ void TestPorts::aLongDeviceIsElidedInTheMiddle()
     const QString device = QStringLiteral("/dev/serial/by-id/usb-") + QString(120, u'x') + QStringLiteral("-port0");
     const QByteArray other = QByteArray(device.toUtf8()).replace("x-port0", "y-port0");
     const QByteArray start = "[Config]\r\nDDS Device=AD9850\r\n[Ports]\r\nCOM1=" + device.toUtf8() + "\r\nCOM2=";
-    // The third device differs from the first in only one letter in the middle.
+    // The third device name differs from the first only by one letter in the middle.
     const QByteArray twin = QByteArray(device.toUtf8()).replace(60, 1, "W");
     Bench bench(start + other + "\r\nCOM3=" + twin + "\r\n");
     const Bench plain("[Config]\r\nDDS Device=AD9850\r\n");
@@ -268,7 +268,7 @@ void TestPorts::anotherAddressIsFree()
     QVERIFY(bench.caption("optParallelPort_4").startsWith(QStringLiteral("LPTx")));
     QCOMPARE(bench.text("txtAddressLPT"), QStringLiteral("1000"));
     QCOMPARE(bench.label("txtLPTHex"), QStringLiteral("(0x3E8)"));
-    // An expansion card's address exceeds the range of a signed 16-bit number.
+    // An expansion card's address does not fit in a signed 16-bit number.
     const Bench card(address("&HE010"));
     QCOMPARE(card.text("txtAddressLPT"), QStringLiteral("57360"));
     QCOMPARE(card.label("txtLPTHex"), QStringLiteral("(0xE010)"));
@@ -403,7 +403,7 @@ void TestPorts::thePinsAreShown()
     QVERIFY(bench.dialog->isVisible());
 }
 
-// COM5 and COM6 are ttyUSB0 and ttyUSB1 unless [Ports] names others.
+// COM5 and COM6 are ttyUSB0 and ttyUSB1 unless [Ports] maps them to other devices.
 void TestPorts::aRuleForTheBoardIsSaved()
 {
     const test::UsbTree tree;

@@ -34,7 +34,7 @@ struct Bench : SetUpBench
 
 } // namespace
 
-// How the boxes and options of the configuration dialog handle entries.
+// Tests how the configuration dialog's boxes and options handle entries.
 class TestSetUpEntries : public QObject
 {
     Q_OBJECT
@@ -73,7 +73,7 @@ void TestSetUpEntries::clocks()
     const auto shown = [&](const char *text) { return test::inLocale(locale, QString::fromLatin1(text)); };
     bench.typed("txtClk9850", QStringLiteral("125000000"), shown("125,000,000"), 0);
     QCOMPARE(bench.label("Label4"), shown("125,000,000"));
-    // Grouped as in the locale; a narrow space is typed as a plain one.
+    // Uses the locale's group separator, but types a plain space in place of a narrow one.
     QString grouped = shown("100,000,000");
     for (QChar &c : grouped)
         c = c.unicode() > 127 ? QChar(u' ') : c;
@@ -111,7 +111,7 @@ void TestSetUpEntries::limits()
     bench.typed("txtMaxFreq", QStringLiteral("26000001"), QStringLiteral("26,000,001"), 0);
     QVERIFY(bench.label("Label10").contains(QStringLiteral("Above 26,000,000 Hz")));
     bench.typed("txtMaxFreq", QStringLiteral("3000000000"), QStringLiteral("2,147,483,647"), 1);
-    // The dialog keeps room for a sweep between both limits.
+    // The dialog keeps the limits far enough apart for a sweep.
     bench.typed("txtMaxFreq", QStringLiteral("1399"), QStringLiteral("001,400"), 1);
     bench.typed("txtMinFreq", QStringLiteral("1001"), QStringLiteral("1,000"), 1);
     bench.typed("txtMinFreq", QStringLiteral("0"), QStringLiteral("1"), 1);
@@ -156,7 +156,7 @@ void TestSetUpEntries::theMultiplierOfTheAd9951()
     QCOMPARE(factor->maximum(), 20);
     bench.click("optMultiplier_1");
     QCOMPARE(bench.label("Label4"), QStringLiteral("80,000,000"));
-    // The keyboard reaches the bar.
+    // The Tab key moves the focus to the bar.
     bench.find("optMultiplier_1")->setFocus();
     QTest::keyClick(bench.find("optMultiplier_1"), Qt::Key_Tab);
     QVERIFY(factor->hasFocus());
@@ -197,7 +197,7 @@ void TestSetUpEntries::aFactorOffTheBarIsShown()
     QCOMPARE(bench.label("lblMultiplier"), QStringLiteral("× ") + QString::fromLatin1(factor));
     QCOMPARE(bench.label("Label4"), clock);
     QVERIFY(!bench.label("Label10").contains(QStringLiteral("within")));
-    // The factor stays until the user chooses another one.
+    // The factor does not change until the user selects another one.
     bench.click("cmdApply");
     QCOMPARE(bench.folder.setting("Config", "DDS Multiplier"), QString::fromLatin1(factor));
     auto *bar = bench.find<QScrollBar>("HScroll1");
@@ -227,7 +227,7 @@ void TestSetUpEntries::theStepInMillivolts()
     Bench bench("cmdADC");
     const auto shown = [&](const char *text) { return test::inLocale(locale, QString::fromLatin1(text)); };
     QCOMPARE(bench.text("txtADCstep"), shown("2.440"));
-    // Both separators are accepted.
+    // Both decimal separators are accepted.
     bench.typed("txtADCstep", QStringLiteral("4.883"), shown("4.883"), 0);
     bench.typed("txtADCstep", QStringLiteral("9,766"), shown("9.766"), 0);
     bench.typed("txtADCstep", QStringLiteral("-1"), shown("0.000"), 1);
@@ -261,7 +261,7 @@ void TestSetUpEntries::theMeaningOfTheChannel()
         QTest::keyClicks(box, QString::fromLatin1(entry));
         return bench.label("lblADCchannel");
     };
-    // The label changes with each key, not only when the user leaves the box.
+    // The label changes with each key press, not only when the user leaves the box.
     QCOMPARE(typedOver("1"), QStringLiteral("angle"));
     QCOMPARE(typedOver("2"), QStringLiteral("return loss"));
     QCOMPARE(box->accessibleDescription(), QStringLiteral("return loss"));
@@ -316,7 +316,7 @@ void TestSetUpEntries::thePotentiometerRange()
     bench.typed("txtVscrollMax", QStringLiteral("256"), QStringLiteral("255"), 1);
     bench.typed("txtVScrollMin", QStringLiteral("9"), QStringLiteral("9"), 0);
     QCOMPARE(bar->minimum(), 9);
-    // The range changes with every key, not only when the user leaves the box.
+    // The range changes with each key press, not only when the user leaves the box.
     auto *box = bench.find<QLineEdit>("txtVscrollMax");
     box->setFocus();
     box->selectAll();
@@ -337,7 +337,7 @@ void TestSetUpEntries::aPositionIsReplacedByItsValueOnly()
     bench.typed("txtVScrollMin", QStringLiteral("0012"), QStringLiteral("0012"), 0);
     QCOMPARE(bench.find<QScrollBar>("VScroll1")->minimum(), 12);
     bench.typed("txtVscrollMax", QStringLiteral("00256"), QStringLiteral("255"), 1);
-    // A number that exceeds 32 bits.
+    // A number that does not fit in 32 bits.
     bench.typed("txtVscrollMax", QStringLiteral("0"), QStringLiteral("0"), 0);
     auto *box = bench.find<QLineEdit>("txtVscrollMax");
     QGuiApplication::clipboard()->setText(QStringLiteral("99999999999999999999"));
@@ -365,7 +365,7 @@ void TestSetUpEntries::stepsOfAnOutput()
     QCOMPARE(bench.find("txtAux1_3")->toolTip(),
              QStringLiteral("Enter the label or leave 'blank' to disable this button"));
     QCOMPARE(bench.find("txtAux2Val_3")->toolTip(), QStringLiteral("Enter the value to be sent to the attenuator"));
-    // A ";" would split the line of the file at the wrong place.
+    // In the settings file, a ";" would split the line at the wrong place.
     bench.typed("txtAux1_3", QStringLiteral("a;b"), QStringLiteral("ab"), 0);
     bench.typed("txtAux1Val_3", QStringLiteral("12"), QStringLiteral("12"), 0);
     bench.typed("txtAux1Val_3", QStringLiteral("x"), QStringLiteral("12"), 1);
