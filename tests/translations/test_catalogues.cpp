@@ -52,7 +52,7 @@ QList<Message> readCatalogue(const QString &path)
     return messages;
 }
 
-// Returns every match of the pattern, sorted, because a translation may use another order.
+// Returns every match of the pattern, sorted, because the order may differ in a translation.
 QStringList found(const QString &text, const QString &pattern)
 {
     QStringList all;
@@ -102,8 +102,8 @@ private slots:
         QFETCH(QString, language);
         const QStringList kept{
             QStringLiteral("%L?\\d+|%n"),         // placeholders
-            QStringLiteral("[\\r\\n]"),           // lines
-            QStringLiteral("\\*(\\.\\w+)?\\)"),   // file patterns of a dialog
+            QStringLiteral("[\\r\\n]"),           // line breaks
+            QStringLiteral("\\*(\\.\\w+)?\\)"),   // file patterns in a dialog
             QStringLiteral("(?<!\\S)--[a-z]+"),   // command-line options
             QStringLiteral("\\(0x[0-9A-F]{3}\\)") // addresses
         };
@@ -111,7 +111,7 @@ private slots:
             const QString where = message.context + QStringLiteral(": ") + message.source;
             for (const QString &pattern : kept)
                 QVERIFY2(found(message.source, pattern) == found(message.translation, pattern), qPrintable(where));
-            // The program appends a number or a name.
+            // After a trailing space, the program appends a number or a name.
             QVERIFY2(message.source.endsWith(u' ') == message.translation.endsWith(u' '), qPrintable(where));
             QVERIFY2(!message.source.startsWith(u' ') || message.translation.startsWith(u' '), qPrintable(where));
             const QString mnemonic = QStringLiteral("&\\w");
@@ -120,8 +120,7 @@ private slots:
         }
     }
 
-    // lupdate skips a text that is marked in a way that it does not understand, so the text would always stay
-    // English.
+    // lupdate skips a string whose marking it does not understand, and the string would then always remain in English.
     void everyTextOfTheSourcesIsThereAndNoOther_data() { addLanguages(); }
     void everyTextOfTheSourcesIsThereAndNoOther()
     {
