@@ -84,7 +84,7 @@ private slots:
             QCOMPARE(dbToVoltsBounded(configuration, 100000.0), std::numeric_limits<double>::max());
             QCOMPARE(dbToVoltsBounded(configuration, -20.0), dbToVolts(configuration, -20.0));
         }
-        // In volts, 6160 dB fits a double if the reference is 1 V, but not if it is 10 V.
+        // Converted to volts, 6160 dB fits in a double if the reference is 1 V, but not if it is 10 V.
         QVERIFY(std::isfinite(volts(1, 6160.0)));
         QVERIFY_THROWS_EXCEPTION(RuntimeError, volts(3, 6160.0));
         QCOMPARE(volts(0, 100000.0), 100000.0);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Tests the range of counts of each interface and mode, and whether the counts follow the detector's law.
+// Tests each interface and mode: its count range, and whether the counts follow the detector's law.
 #include "core/common_functions.h"
 #include "core/detector_calibration.h"
 
@@ -22,7 +22,7 @@ private slots:
         QTest::addColumn<bool>("isLevel");
         QTest::newRow("parallel port, 10 bits") << 2 << "10bit" << 1 << 0 << 1023 << true;
         QTest::newRow("parallel port, 8 bits") << 2 << "8bit" << 1 << 0 << 255 << true;
-        // The converters of these boards have ten bits. The key "ADC Device" applies only to the parallel port.
+        // These boards have ten-bit converters. The "ADC Device" key applies only to the parallel port.
         QTest::newRow("PIC") << 1 << "8bit" << 1 << 0 << 1023 << true;
         QTest::newRow("MiniVNA, angle") << 3 << "8bit" << 1 << 0 << 1023 << false;
         QTest::newRow("MiniVNA, return loss") << 3 << "10bit" << 2 << 0 << 1023 << true;

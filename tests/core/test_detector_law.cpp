@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Tests the levels computed for nonlinear detectors against the numbers of their data sheets.
+// Tests the levels computed for nonlinear detectors against data-sheet values.
 #include "core/detector_law.h"
 
 #include "core/common_functions.h"
@@ -92,7 +92,7 @@ void TestDetectorLaw::aTableIsInterpolatedInDecibels()
     // Halfway in decibels means sqrt(0.01 x 0.05) and sqrt(0.05 x 0.3) volts.
     QVERIFY(isNear(dBmOfVolts(law.inputVolts(0.0223606798)), -25.0, 1e-6));
     QVERIFY(isNear(dBmOfVolts(law.inputVolts(0.1224744871)), -12.5, 1e-6));
-    // 0 V has no value in decibels, so these points are interpolated over volts.
+    // 0 V has no value in decibels, so these points are interpolated linearly in volts.
     const DetectorLaw fromZero = tableLaw({{0.0, -84.0}, {0.5, -64.0}});
     QVERIFY(isNear(dBmOfVolts(fromZero.inputVolts(0.25)), -74.0, 1e-9));
     QVERIFY(isNear(fromZero.detectorVolts(voltsOfDbm(-74.0)), 0.25, 1e-12));
@@ -102,7 +102,7 @@ void TestDetectorLaw::aTableMayFall()
 {
     const DetectorLaw law = tableLaw({{0.5, 0.0}, {1.0, -20.0}, {2.0, -60.0}});
     QVERIFY(law.isUsable());
-    // The points lie on a line over volts.
+    // Plotted against volts, the points lie on a straight line.
     QVERIFY(isNear(dBmOfVolts(law.inputVolts(0.75)), -10.0, 1e-9));
     QVERIFY(isNear(dBmOfVolts(law.inputVolts(1.5)), -40.0, 1e-9));
     QVERIFY(isNear(dBmOfVolts(law.inputVolts(0.4)), 0.0, 1e-9));
@@ -140,7 +140,7 @@ void TestDetectorLaw::everyLevelIsANumber()
     QVERIFY(isNear(dBmOfVolts(steep.inputVolts(5.0)), 200.0, 1e-9));
     QVERIFY(isNear(dBmOfVolts(steep.inputVolts(1e300)), 200.0, 1e-9));
     QVERIFY(isNear(dBmOfVolts(logLaw(-1.0, 200.0).inputVolts(5.0)), -200.0, 1e-9));
-    // The inverse of 0 V.
+    // In the inverse conversion, 0 V is treated as -200 dBm.
     QVERIFY(isNear(logLaw(-25.0, 20.0).detectorVolts(0.0), 5.5, 1e-12));
     const DetectorLaw close = tableLaw({{0.1, -30.0}, {std::nextafter(0.1, 1.0), -20.0}, {0.2, -10.0}});
     QVERIFY(close.isUsable());
@@ -155,7 +155,7 @@ void TestDetectorLaw::everyLevelIsANumber()
 void TestDetectorLaw::twoPointsOrNoVoltsAreInterpolatedOverVolts()
 {
     QVERIFY(isNear(dBmOfVolts(tableLaw({{0.1, -30.0}, {0.4, 0.0}}).inputVolts(0.2)), -20.0, 1e-9));
-    // A square law, without and with a point at 0 V.
+    // A square-law detector, without and with a point at 0 V.
     const DetectorLaw square = tableLaw({{0.001, -40.0}, {0.01, -30.0}, {0.1, -20.0}, {1.0, -10.0}});
     QVERIFY(isNear(dBmOfVolts(square.inputVolts(0.03162277660)), -25.0, 1e-6));
     const DetectorLaw fromZero = tableLaw({{0.0, -50.0}, {0.01, -30.0}, {0.1, -20.0}, {1.0, -10.0}});
@@ -179,7 +179,7 @@ void TestDetectorLaw::calibrationsFromCounts()
     QVERIFY(isNear(dBmOfVolts(log.volts(840.0)), 0.0, 1e-5));
     QVERIFY(isNear(log.countOf(voltsOfDbm(-70.02)), 140.0, 0.0));
     QVERIFY(isNear(dBmOfVolts(log.floor()), -83.95, 1e-5));
-    // Without a signal the detector gives 2.55 V, the highest of 8 bits of 10 mV: -82 dBm.
+    // Without a signal, the detector outputs 2.55 V (8-bit full scale at 10 mV per count), or -82 dBm.
     DetectorCalibration falling{0.01F, 0.0F, logLaw(-25.0, 20.0), 255};
     QVERIFY(isNear(dBmOfVolts(falling.floor()), -81.8, 1e-4));
     DetectorCalibration ends{0.0025F, 0.0F, tableLaw({{0.1, -30.0}, {0.5, -10.0}}), 1023};
@@ -194,7 +194,7 @@ void TestDetectorLaw::calibrationsFromCounts()
     configuration.detectorLaw = logLaw(25.0, -84.0);
     QCOMPARE(detectorOf(configuration).highestCount, 1023);
     QVERIFY(detectorOf(configuration).law == configuration.detectorLaw);
-    // For table cells, the detector's volts are rounded first; the input volts are not rounded.
+    // For table cells, the detector voltage is rounded first; the input voltage is not rounded.
     QVERIFY(isNear(dBmOfVolts(static_cast<double>(countToInputVolts(configuration, 84.0))), -50.4, 1e-4));
     configuration.detectorLaw = {};
     QCOMPARE(countToInputVolts(configuration, 84.0), 0.84F);

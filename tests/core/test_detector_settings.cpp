@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Tests reading, damaged entries and writing of the detector's law in the settings file; a linear law writes nothing.
+// Tests reading and writing the detector's law, and invalid entries in the settings file; a linear law writes nothing.
 #include "core/detector_settings.h"
 
 #include "core/settings.h"
@@ -75,7 +75,7 @@ void TestDetectorSettings::aLogarithmicDetectorIsRead()
     QCOMPARE(law.kind, DetectorLaw::Kind::Log);
     QCOMPARE(law.slope, -24.5);
     QCOMPARE(law.intercept, 21.5);
-    // The defaults are the numbers of the first preset.
+    // The defaults match the first preset.
     const DetectorLaw bare = readDetectorLaw(write("[Config]\r\nADC Law=log\r\n"), faults);
     QCOMPARE(bare.slope, 25.0);
     QCOMPARE(bare.intercept, -84.0);
@@ -146,7 +146,7 @@ void TestDetectorSettings::damageIsToldOnceAndLinear()
     QCOMPARE(law.kind, DetectorLaw::Kind::Linear);
     QCOMPARE(faults.size(), 1);
     QVERIFY2(faults.first().startsWith(place + u':'), qPrintable(faults.first()));
-    // The values that the configuration dialog shows are usable.
+    // The values shown in the configuration dialog are usable.
     DetectorLaw log = law;
     log.kind = DetectorLaw::Kind::Log;
     QVERIFY(log.isUsable());
@@ -192,7 +192,7 @@ void TestDetectorSettings::fewerPointsEmptyTheOthers()
     }
 }
 
-// Choosing another law keeps a damaged table, so that the user can repair the table by hand.
+// Selecting another law leaves an invalid table in the file, so that the user can repair it by hand.
 void TestDetectorSettings::aDamagedTableStaysInTheFile()
 {
     QStringList faults;
@@ -211,7 +211,7 @@ void TestDetectorSettings::aDamagedTableStaysInTheFile()
     const QString section = QStringLiteral("Detector");
     QCOMPARE(after.value(section, QStringLiteral("Point 2")), QStringLiteral("0.2;x"));
     QCOMPARE(after.value(section, QStringLiteral("Point 3")), QStringLiteral("0.3;-10"));
-    // A new table replaces the damaged one.
+    // A new table replaces the invalid one.
     const DetectorLaw table = tableLaw({{0.1, -30.0}, {0.4, 0.0}});
     QVERIFY(writeProfileStrings(path(), detectorLawEntries(table, Profile(path()))));
     QVERIFY(readDetectorLaw(Profile(path()), faults) == table);

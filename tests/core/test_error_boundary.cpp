@@ -117,7 +117,7 @@ private slots:
         QCOMPARE(shown.join(u' '), QStringLiteral("a b c"));
         queue.show(QStringLiteral("a"), ask);
         QCOMPARE(shown.join(u' '), QStringLiteral("a b c a"));
-        // Cancelling an alert drops the waiting ones.
+        // Cancelling an alert discards the pending ones.
         shown.clear();
         cancels = true;
         meanwhile = QStringList{QStringLiteral("b"), QStringLiteral("c")};

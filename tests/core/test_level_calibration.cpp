@@ -26,7 +26,7 @@ DetectorLaw calibrated(DetectorVolts volts, double lowest, double highest, doubl
     return tableLawOf(points).value();
 }
 
-// Returns the largest error of the law in dB between two levels.
+// Returns the law's largest error between two levels, in dB.
 double worstError(const DetectorLaw &law, DetectorVolts volts, double lowest, double highest)
 {
     double worst = 0.0;

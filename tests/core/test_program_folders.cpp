@@ -91,7 +91,7 @@ void TestProgramFolders::theConfigurationFolderOfTheUser()
     QCOMPARE(programFolders(programs()).settings, path("home/.config/calvorn"));
     qputenv("XDG_CONFIG_HOME", path("elsewhere").toUtf8());
     QCOMPARE(programFolders(programs()).settings, path("elsewhere/calvorn"));
-    // Asking for the folder creates nothing.
+    // Querying the folder does not create anything.
     QVERIFY(!QFile::exists(path("home/.config")));
     QVERIFY(!QFile::exists(path("elsewhere")));
 }
@@ -107,7 +107,7 @@ void TestProgramFolders::theFirstUseCopiesThePreparedSettings()
     QCOMPARE(QDir(path("home/.config/calvorn")).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
              QStringList(QStringLiteral("Calvorn.ini")));
     QCOMPARE(settingsToRead(folders()), mine);
-    // The copy is writable, and the second use does not replace it.
+    // The copy is writable, and the next start does not overwrite it.
     write(mine, "mine");
     copySettingsOnFirstUse(folders());
     QCOMPARE(contents(mine), QByteArray("mine"));
@@ -141,7 +141,7 @@ void TestProgramFolders::aFolderThatCannotBeMade()
     QVERIFY(!makeSettingsFolder(folders()));
 }
 
-// An installation stores its settings in the user's folder even if the program folder is writable, also for root.
+// An installed program stores its settings in the user's folder, even if its own folder is writable, as it is for root.
 void TestProgramFolders::anInstallation()
 {
     write(path("usr/bin/Calvorn"), "program");

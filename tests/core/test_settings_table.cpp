@@ -49,7 +49,7 @@ QStringList tableSections()
     return sections;
 }
 
-// Returns "key=default" for each key of a section, in the order of the table.
+// Returns "key=default" for each key in a section, in table order.
 QStringList keysOfTable(const QString &section)
 {
     QStringList keys;
@@ -188,7 +188,7 @@ void TestSettingsTable::thePageHasTheSimulatedBoards()
         QCOMPARE(QString::fromLatin1(key.section), QStringLiteral("Simulator"));
 }
 
-// The parser accepts each key of the page, and the defaults on the page give the standard wiring.
+// The parser accepts each key on the page, and the defaults on the page result in the standard wiring.
 void TestSettingsTable::thePageHasTheWiring()
 {
     const QVector<test::SettingsRow> rows = test::rowsOfPage(QStringLiteral("LPT Wiring"));
@@ -207,13 +207,13 @@ void TestSettingsTable::thePageHasTheWiring()
                      line.inverted == standard.inverted,
                  qPrintable(rows[static_cast<qsizetype>(i) + 1].key));
     }
-    // The parser checks the value of each key.
+    // The parser checks each key's value.
     for (const test::SettingsRow &row : rows)
         QVERIFY_THROWS_EXCEPTION(PortError,
                                  parseBoardWiring({{QStringLiteral("LPT Wiring"), row.key, QStringLiteral("D9")}}));
 }
 
-// The delivered file is complete, so that a start adds nothing.
+// The delivered file is complete, so starting the program adds no keys.
 void TestSettingsTable::thePreparedFileHasEveryKeyInItsPlace()
 {
     for (const QString &section : tableSections())
