@@ -13,7 +13,7 @@ class TestCsvFields : public QObject
     Q_OBJECT
 
 private:
-    // Returns all fields up to the end of the text.
+    // Returns all fields in the text.
     static QStringList fieldsOf(QByteArray text)
     {
         QBuffer device(&text);

@@ -48,7 +48,7 @@ private slots:
         QCOMPARE(lines.add({2000.0, 1.0, {}}), std::size_t{0});
         QCOMPARE(lines.add({1000.0, 2.0, {}}), std::size_t{0});
         QCOMPARE(lines.add({1500.0, 3.0, {}}), std::size_t{1});
-        QCOMPARE(lines.add({1500.0, 4.0, {}}), std::size_t{2}); // after the equal frequency
+        QCOMPARE(lines.add({1500.0, 4.0, {}}), std::size_t{2}); // after the point with the same frequency
         QCOMPARE(lines.points()[1].upper, std::optional(3.0));
         QCOMPARE(lines.replace(1, {1500.0, 5.0, {}}), std::size_t{1});
         QCOMPARE(lines.points()[1].upper, std::optional(5.0));
@@ -153,7 +153,7 @@ private slots:
         QByteArray unix = kHeading + rows;
         unix.replace("\r\n", "\n");
         QCOMPARE(read(unix), expected);
-        unix.chop(1); // without the last line end
+        unix.chop(1); // without the final line ending
         QCOMPARE(read(unix), expected);
         QCOMPARE(read(kHeading + "2e3 , , -2.5\n 1000,1.0,\n"), expected);
         QCOMPARE(read(kHeading), LimitLines());

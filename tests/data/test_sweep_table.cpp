@@ -79,7 +79,7 @@ private slots:
         QCOMPARE(kindOf(9), RuntimeError::Kind::Overflow);
         QCOMPARE(kindOf(10), RuntimeError::Kind::Closing); // no error
         QCOMPARE(kindOf(401), RuntimeError::Kind::SubscriptOutOfRange);
-        // A cell written later is read again; other numbers stay.
+        // A modified cell is parsed again; other numbers are unchanged.
         table.setText(8, SweepTable::AmplitudeColumn, inLocale(locale, QStringLiteral("0.25")));
         QCOMPARE(table.number(8, SweepTable::AmplitudeColumn), 0.25);
         QCOMPARE(table.number(7, SweepTable::AmplitudeColumn), -12.5);
@@ -99,7 +99,7 @@ private slots:
         QCOMPARE(changed.count(), 1);
         QVERIFY(!table.hasSweep());
         table.setText(1, SweepTable::SampleColumn, QStringLiteral("100"));
-        table.cellsWritten(); // single cells do not make a sweep
+        table.cellsWritten(); // individual cells are not a sweep
         QCOMPARE(changed.count(), 1);
         QVERIFY(!table.hasSweep());
         table.sweepWritten(SweepOrigin::Measured, DetectorCalibration{0.002F, 0.5F});
@@ -110,7 +110,7 @@ private slots:
         QCOMPARE(changed.count(), 3);
         QCOMPARE(table.sweep().origin, SweepOrigin::Measured);
         QVERIFY(std::abs(table.sweep().volts(1) - 0.45) < 1e-6);
-        // Rows from a file: their amplitudes need not match the counts.
+        // In rows from a file, amplitudes need not match counts.
         table.forgetAxis();
         QVERIFY(!table.sweep().detector);
         table.sweepWritten(SweepOrigin::Imported, std::nullopt);
