@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Curves of known devices and their properties in closed form.
+// Curves of known devices, and closed-form expressions for their properties.
 #pragma once
 
 #include "analysis/results.h"
@@ -80,7 +80,7 @@ struct Crystal
     }
 };
 
-// An antenna, modelled as a series resonant circuit, on a line of 50 ohms.
+// An antenna, modelled as a series resonant circuit, on a 50-ohm line.
 struct Antenna
 {
     double ohms;
@@ -93,7 +93,7 @@ struct Antenna
         return std::abs((impedance - 50.0) / (impedance + 50.0));
     }
     double swr() const { return ohms > 50.0 ? ohms / 50.0 : 50.0 / ohms; }
-    // Returns the distance between the frequencies at which the SWR reaches the limit.
+    // Returns the width of the frequency range in which the SWR is within the limit.
     double bandwidth(double limit) const
     {
         const double g = (limit - 1.0) / (limit + 1.0);
@@ -109,14 +109,14 @@ struct Notch
 {
     double middle; // Hz
     double q;
-    double deepest; // voltage ratio in the middle
+    double deepest; // voltage ratio at the middle
 
     double at(double hertz) const
     {
         const double x = q * (hertz / middle - middle / hertz);
         return std::sqrt((deepest * deepest + x * x) / (1.0 + x * x));
     }
-    // Returns the distance between the frequencies at which the response has this ratio.
+    // Returns the notch width at this voltage ratio.
     double width(double ratio) const
     {
         const double square = ratio * ratio;

@@ -68,7 +68,7 @@ private slots:
 
     void theNearestLimitOfAnInnerPoint()
     {
-        // -4 dB is 4 dB from the upper and 11 dB from the lower limit; -12 dB is 12 dB and 3 dB from them.
+        // -4 dB is 4 dB from the upper and 11 dB from the lower limit; -12 dB is 12 dB and 3 dB away from them.
         const std::vector<double> frequencies{1500.0};
         LimitVerdict verdict = judge(limits(), frequencies, std::vector<double>{-4.0});
         QVERIFY(verdict.isUpper);

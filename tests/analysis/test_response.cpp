@@ -50,7 +50,7 @@ private slots:
         QCOMPARE(one.frequencies.back(), 1050.0);
         QCOMPARE(one.decibels[0], 0.0);
         QCOMPARE(one.decibels[1], -20.0);
-        for (const std::size_t hidden : {2U, 3U, 4U}) // a value on the floor counts as below it
+        for (const std::size_t hidden : {2U, 3U, 4U}) // a value at the floor counts as below it
             QCOMPARE(one.decibels[hidden], kNothing);
         QVERIFY(std::isnan(one.decibels[5]));
         QCOMPARE(responseIn(trace, 10.0).decibels[0], -20.0);
@@ -90,7 +90,7 @@ private slots:
         const Crossings three = crossings(hill, 3.0);
         QVERIFY(isAt(three.lower, 1010.0 - 10.0 / 8.0));
         QVERIFY(isAt(three.upper, 1035.0));
-        // Crossings exactly on a sample.
+        // Crossings exactly at a sample.
         QVERIFY(isAt(crossings(hill, 5.0).upper, 1040.0));
         QVERIFY(isAt(crossings(hill, 10.0).lower, 1000.0));
     }
@@ -101,7 +101,7 @@ private slots:
         QVERIFY(isMissing(crossings(broken, 3.0).lower, Missing::Gap));
         QVERIFY(isMissing(crossings(broken, 3.0).upper, Missing::BelowFloor));
         QVERIFY(isAt(crossings(broken, 1.0).lower, 1010.0));
-        // The search ends at a gap, even if there is a crossing beyond it.
+        // The search stops at a gap, even if there is a crossing beyond it.
         QVERIFY(isMissing(crossings(response({0.0, -1.0, kGap, -9.0}), 3.0).upper, Missing::Gap));
         QVERIFY(isMissing(crossings(Response(), 3.0).lower, Missing::NoSweep));
         QVERIFY(isMissing(crossings(response({kGap, kGap}), 3.0).upper, Missing::Gap));

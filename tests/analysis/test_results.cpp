@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Tests every result against the closed form of a known device, sampled at 400 points without noise. The allowed error
-// is 0.1 % unless a test gives a reason for another bound.
+// Tests every result against the closed-form value for a known device, sampled at 400 points without noise. The allowed
+// error is 0.1 % unless a test justifies another bound.
 #include "analysis/results.h"
 
 #include "core/scale_type.h"
@@ -131,8 +131,8 @@ void TestResults::theSkirtsOfAFilter()
 
     QVERIFY(test::isNear(results, "peak", decibels(0.2), 0.01));
     QVERIFY(test::isNear(results, "bw60", filter.bandwidth(60.0)));
-    // With few samples between the -6 dB points, linear interpolation in dB is inaccurate: up to 0.5 % for order 2,
-    // which has 17 samples there. For higher orders the error is within 0.1 %.
+    // With few samples between the -6 dB points (17 for order 2), linear interpolation in dB is inaccurate by up to 0.5
+    // %. For higher orders the error is within 0.1 %.
     const double bound = order == 2 ? 0.005 : 0.001;
     const double shape = filter.bandwidth(60.0) / filter.bandwidth(6.0);
     QVERIFY(test::isNear(results, "shape", shape, bound * shape));
@@ -158,8 +158,8 @@ void TestResults::tenBitsMoveAnEdgeByACount()
         sweep.counts[i] = std::round(trace.volts[i] / count);
     }
     const Results results = filterResults(responseIn(traceOf(sweep, kScaleDb1V), 1.0));
-    // An error of half a count each at the peak and at the level moves an edge to where the curve has fallen by that
-    // much. The bound adds a quarter because the curve is not straight there.
+    // Errors of half a count at the peak and at the level shift an edge to where the curve has fallen by their sum. The
+    // bound is a quarter larger because the curve is not straight there.
     const auto bound = [&](double level) {
         const double ratio = std::pow(10.0, -level / 20.0);
         const double off = 1.25 * (0.5 * ratio + 0.5) * count;
@@ -180,7 +180,7 @@ void TestResults::theLossNeedsAReference()
     const test::Butterworth filter{3, 7.1e6, 0.05};
     const Trace trace = test::sampled(6.6e6, 7.6e6, [&](double f) { return 0.8 * filter.at(f) * (2.0 - f / 1e7); });
     QVERIFY(test::isMissing(filterResults(responseIn(trace, 1.0)), "loss", Missing::NoReference));
-    // The reference falls with frequency like the generator, and covers another range.
+    // The reference falls with frequency, as the generator does, and covers a different range.
     const Trace reference = reversed(test::sampled(6e6, 8e6, [](double f) { return 2.0 - f / 1e7; }));
     const Results results = filterResults(relativeResponse(trace, reference));
     QVERIFY(test::isNear(results, "loss", -decibels(0.8)));
@@ -190,7 +190,7 @@ void TestResults::theLossNeedsAReference()
 
 void TestResults::aNotch()
 {
-    // The middle lies on sample 200.
+    // The middle is at sample 200.
     const test::Notch notch{7.1e6, 30.0, 0.01};
     const Trace trace =
         test::sampled(7.1e6 - 200.0 * 5000.0, 7.1e6 + 199.0 * 5000.0, [&](double f) { return 0.7 * notch.at(f); });
@@ -201,7 +201,7 @@ void TestResults::aNotch()
         QVERIFY(test::isNear(results, "notchFreq", 7.1e6));
         QVERIFY(test::isNear(results, "bw3", notch.width(outside / std::sqrt(2.0))));
     }
-    // If the middle lies between samples, the deepest sample is at most half a step away.
+    // If the middle is between samples, the deepest sample is at most half a step away.
     const Trace beside = test::sampled(6.1013e6, 8.0963e6, [&](double f) { return notch.at(f); });
     const Results results = notchResults(responseIn(beside, 1.0));
     QVERIFY(test::isNear(results, "notchFreq", 7.1e6, beside.step / 2.0));
@@ -234,16 +234,16 @@ void TestResults::aCrystal()
     QFETCH(bool, falling);
     const test::Crystal crystal{rm, lm, cm, c0, ohms};
     const double distance = crystal.parallel() - crystal.series();
-    // Like a user, takes a narrow sweep for the series resonance and a wider one for both resonances. The resonances
-    // lie between samples.
+    // As a user would, takes a narrow sweep for the series resonance and a wider one for both resonances. The
+    // resonances are between samples.
     const auto sweep = [&](double start, double stop) {
         const Trace trace = test::sampled(start, stop, [&](double f) { return crystal.at(f); });
         return crystalResults(relative(falling ? reversed(trace) : trace), ohms);
     };
     const double loaded = (2.0 * ohms + rm) / (2.0 * test::kPi * lm);
     const Results narrow = sweep(crystal.series() - 4.0 * loaded, crystal.series() + 4.04 * loaded);
-    // At the -3 dB points C0 takes a fraction x of the current. This lowers the peak by some hertz and changes the
-    // elements by about x squared, 0.08 % in the worst row.
+    // At the -3 dB points, C0 carries a fraction x of the current. This lowers the peak frequency by a few hertz and
+    // changes the element values by about x squared, or 0.08 % in the worst row.
     const double x = (2.0 * ohms + rm) * 2.0 * test::kPi * crystal.series() * c0;
     const double bound = 0.001 + x * x;
     QVERIFY(bound < 0.002);
@@ -258,7 +258,7 @@ void TestResults::aCrystal()
 
     if (c0 < 1e-15)
         return; // the parallel resonance is too far away
-    // C0 depends on a small difference of two frequencies and on a Cm from few samples, so the bound is 1 %.
+    // C0 depends on a small frequency difference and on a Cm measured with few samples, so the bound is 1 %.
     const Results wide = sweep(crystal.series() - 0.35 * distance, crystal.series() + 1.3 * distance);
     QVERIFY(test::isNear(wide, "fp", crystal.parallel(), 0.001 * distance));
     QVERIFY(test::isNear(wide, "c0", c0, 0.01 * c0));
@@ -290,7 +290,7 @@ void TestResults::anAntennaAtABridge()
 {
     QFETCH(double, ohms);
     QFETCH(bool, falling);
-    // The resonance lies on sample 200.
+    // The resonance is at sample 200.
     const test::Antenna antenna{ohms, 14.1e6, 500.0};
     const auto bridge = [](double f) { return 0.9 - f / 1e8; };
     const Trace rising = test::sampled(14.1e6 - 200.0 * 10000.0, 14.1e6 + 199.0 * 10000.0,
@@ -362,7 +362,7 @@ void TestResults::aFilterInTheNoise()
     QVERIFY(test::isNear(results, "bw6", filter.bandwidth(6.0)));
     QVERIFY(test::isMissing(results, "bw60", Missing::BelowFloor));
     QVERIFY(test::isMissing(results, "shape", Missing::BelowFloor));
-    // Everything below the floor.
+    // Everything is below the floor.
     trace.floor = 2.0;
     for (const ResultKind kind : {ResultKind::Filter, ResultKind::Notch}) {
         for (const Result &result : resultsOf(kind, responseIn(trace, 1.0)))
@@ -382,7 +382,7 @@ void TestResults::aGapHidesWhatIsBeyond()
     QVERIFY(test::isNear(results, "bw6", filter.bandwidth(6.0)));
     QVERIFY(test::isNear(results, "slopeLow", 14.0 / std::log2(filter.lower(6.0) / filter.lower(20.0)), 0.5));
     QVERIFY(test::isMissing(results, "slopeHigh", Missing::Gap));
-    QVERIFY(test::isMissing(results, "bw60", Missing::NoCrossing)); // gives the reason of the lower side
+    QVERIFY(test::isMissing(results, "bw60", Missing::NoCrossing)); // the reason for the lower side
     std::ranges::fill(trace.volts, kGap);
     for (const Result &result : filterResults(responseIn(trace, 1.0)))
         QCOMPARE(result.missing, Missing::Gap);
@@ -429,7 +429,7 @@ void TestResults::aCrystalWithoutParallelResonance()
     QVERIFY(test::isNear(half, "rm", 12.0));
     for (const char *key : {"lm", "cm", "c0", "q"})
         QVERIFY2(test::isMissing(half, key, Missing::NoCrossing), key);
-    // A gap lies between both resonances.
+    // There is a gap between the two resonances.
     Trace broken = test::sampled(crystal.series() - 5e3, crystal.parallel() + 5e3, at);
     broken.volts[250] = kGap;
     QVERIFY(test::isMissing(crystalResults(relative(broken), 50.0), "fp", Missing::Gap));

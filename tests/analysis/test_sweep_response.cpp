@@ -31,7 +31,7 @@ struct Bench
         table.inizializzaGrid();
     }
 
-    // Writes amplitudes without counts, as after importing a sweep of another calibration.
+    // Writes amplitudes without counts, as after importing a sweep made with another calibration.
     void fill(std::int16_t scale, const std::function<double(int)> &amplitude)
     {
         configuration.scaleType = scale;
@@ -41,7 +41,7 @@ struct Bench
         table.sweepWritten(SweepOrigin::Imported, std::nullopt);
     }
 
-    // Writes counts and the amplitudes that belong to them on the scale.
+    // Writes counts, and the corresponding amplitudes on the scale.
     void measure(std::int16_t scale, const std::function<int(int)> &count)
     {
         configuration.scaleType = scale;
@@ -61,7 +61,7 @@ struct Bench
         table.sweepWritten(SweepOrigin::Measured, detectorOf(configuration));
     }
 
-    // Does what the end of an import does.
+    // Performs the last step of an import.
     void imported()
     {
         const bool follow = amplitudesFollowFromCounts(table, configuration);
@@ -79,7 +79,7 @@ std::vector<ResponseSample> samples(const std::vector<double> &amplitudes, doubl
     return made;
 }
 
-// Returns the place of the -3 dB point between two voltages, from 0 (inner) to 1 (outer), interpolated linearly in dB.
+// Returns the position of the -3 dB point between two voltages (0: inner, 1: outer), interpolated linearly in dB.
 double partToHalfPower(double peak, double inner, double outer)
 {
     return std::log(inner * std::sqrt(2.0) / peak) / std::log(inner / outer);
@@ -109,7 +109,7 @@ private slots:
         const SweepResponse response = bench.response();
         QCOMPARE(response.peak, -6.0);
         QCOMPARE(response.peakFrequency, 1200000.0);
-        // At 0.5 dB per kHz, 3.01 dB is 6.02 kHz to either side.
+        // At 0.5 dB per kHz, the -3.01 dB points are 6.02 kHz from the peak.
         QVERIFY(response.lower && response.upper && response.bandwidth());
         QVERIFY(std::abs(*response.lower - 1193979.4) < 1.0);
         QVERIFY(std::abs(*response.upper - 1206020.6) < 1.0);
@@ -275,7 +275,7 @@ void TestSweepResponse::amplitudesThatAreNotOfTheirCountsAreKept()
     Bench bench;
     bench.measure(kScaleLinear, [](int row) { return row == 100 ? 200 : 100; });
     QCOMPARE(bench.response().peakFrequency, 1099000.0);
-    // A single amplitude of another calibration suffices.
+    // A single amplitude from another calibration is enough for the amplitudes to be used.
     bench.table.setText(300, SweepTable::AmplitudeColumn, QStringLiteral("0.900"));
     bench.imported();
     QCOMPARE(bench.response().peak, 0.9);
@@ -330,7 +330,7 @@ void TestSweepResponse::aPlateauOfSeveralSamplesHasBothEdges()
     const SweepResponse rising = responseOf(samples(amplitudes), AmplitudeUnit::Volt);
     QCOMPARE(rising.peakFrequency, 1050.0);
     QVERIFY(rising.lower && rising.upper);
-    // The curve falls by 20 dB over 10 Hz; the -3.01 dB point is reached in proportion.
+    // The curve falls by 20 dB over 10 Hz; the -3.01 dB point is interpolated linearly.
     const double distance = 10.0 * 20.0 * std::log10(std::sqrt(2.0)) / 20.0;
     QVERIFY(std::abs(*rising.lower - (1040.0 - distance)) < 0.001);
     QVERIFY(std::abs(*rising.upper - (1060.0 + distance)) < 0.001);
@@ -345,7 +345,7 @@ void TestSweepResponse::aPlateauOfSeveralSamplesHasBothEdges()
 
 void TestSweepResponse::anEdgeBelowTheFloorIsNotInvented()
 {
-    // The curve between a sample and one below the floor is unknown.
+    // Between a sample and one below the floor, the curve is unknown.
     const SweepResponse volts = responseOf(samples({0.1, 1.0, 0.0}), AmplitudeUnit::Volt);
     QVERIFY(volts.lower && !volts.upper && !volts.bandwidth());
     const SweepResponse decibels = responseOf(samples({-100.0, -1.0, -21.0}), AmplitudeUnit::Decibel);

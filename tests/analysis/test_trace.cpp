@@ -48,7 +48,7 @@ private slots:
     {
         Sweep sweep = numbered();
         sweep.detector = DetectorCalibration{0.002F, 0.25F};
-        const Trace measured = traceOf(sweep, kScaleDb1V); // the scale of the table does not matter
+        const Trace measured = traceOf(sweep, kScaleDb1V); // the table's scale does not matter
         QCOMPARE(measured.volts.size(), std::size_t{400});
         QCOMPARE(measured.start, 1e6);
         QCOMPARE(measured.step, 1000.0);
@@ -109,7 +109,7 @@ private slots:
         for (const double step : {1000.0, -1000.0}) {
             Sweep sweep = numbered(step);
             QVERIFY(isEquallySpaced(sweep));
-            // A table of whole hertz may deviate by 1 % of the step plus 1 Hz.
+            // In a table of whole hertz, frequencies may deviate by 1 % of the step plus 1 Hz.
             sweep.frequencies[100] += 10.9;
             QVERIFY(isEquallySpaced(sweep));
             sweep.frequencies[100] += 0.2;

@@ -260,7 +260,7 @@ private slots:
         QVERIFY(set.normalise(false));
         QVERIFY(!set.isNormalised());
         QCOMPARE(set.reference().volts[0], 1.0);
-        // Normalising again takes the last sweep as reference, not the old reference.
+        // Normalising again uses the last sweep as the new reference.
         QVERIFY(set.normalise(true));
         QCOMPARE(set.reference().volts[0], 2.0);
         set.setReference(trace({3.0}));
