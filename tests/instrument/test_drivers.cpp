@@ -116,7 +116,7 @@ private slots:
         QCOMPARE(bench.control.takeCalls(),
                  list({"aLPT.SetSpeed(1)", "aLPT.PrepareSweep(1000000, 22500)", "aLPT.RunSweep()"}));
         QCOMPARE(bench.log.takeEarlyLines(), list({"L> Start sweep"}));
-        // No event arrives during a call.
+        // Events are not delivered during a call.
         QCOMPARE(bench.vectors.size(), 0);
         QTRY_COMPARE(bench.completed.count(), 1);
         QCOMPARE(bench.vectors.size(), 2);
@@ -141,7 +141,7 @@ private slots:
         bench.driver.stopSweep(2);
         QTRY_COMPARE(bench.completed.count(), 1);
         QCOMPARE(bench.vectors.size(), 0);
-        // The next sweep's vectors arrive.
+        // The next sweep's vectors are delivered.
         bench.driver.startSweep();
         QTRY_COMPARE(bench.vectors.size(), 3);
     }
@@ -158,12 +158,12 @@ private slots:
             return QTest::qWaitFor([&bench] { return bench.completed.count() == 1; }) ? bench.vectors.size() : -1;
         };
         QCOMPARE(arrived(), 2);
-        // The sweep uses a step that the rows do not show yet.
+        // The sweep uses a new step, but the table still has the rows of the old one.
         bench.configuration.stepFreq = 100;
         QCOMPARE(arrived(), 0);
         bench.table.inizializzaGrid();
         QCOMPARE(arrived(), 2);
-        // The rows hold a sweep from a file.
+        // The rows contain a sweep imported from a file.
         bench.table.forgetAxis();
         QCOMPARE(arrived(), 0);
         bench.table.inizializzaGrid();
@@ -326,7 +326,7 @@ private slots:
         // A failing step does not prevent the others.
         QCOMPARE(pic.control.takeCalls(),
                  list({"aPIC.StopSweep(2)", "aPIC.SendFrequency(A, 1000000)", "aPIC.ClosePort()"}));
-        // A server that has ended is not started again.
+        // A server that has exited is not restarted.
         pic.server.kill(1'000);
         pic.driver.shutDown();
         QVERIFY(pic.control.takeCalls().isEmpty());
@@ -367,7 +367,7 @@ private slots:
     {
         Bench<LptDriver> bench;
         bench.driver.startUp();
-        // kill() notices the end; processEvents() delivers any events that it caused.
+        // kill() detects the exit; processEvents() delivers any events that the exit caused.
         bench.server.kill(1'000);
         QCoreApplication::processEvents();
         QCOMPARE(bench.errors.count(), 0);
@@ -385,7 +385,7 @@ private slots:
         QVERIFY(throwsDriverCall([&] { bench.driver.stopSweep(2); }, RuntimeError::Kind::NoAnswer));
         QVERIFY(!bench.server.isConnected());
         QTRY_COMPARE(bench.completed.count(), 1);
-        // The failed call has already informed the user.
+        // The failed call has already reported the error.
         QCOMPARE(bench.errors.count(), 0);
     }
 
@@ -396,7 +396,7 @@ private slots:
         bench.control.setRules({QStringLiteral("die RunSweep")});
         QVERIFY(throwsDriverCall([&] { bench.driver.startSweep(); }));
         QTRY_VERIFY(!bench.server.isConnected());
-        // The failed call has already informed the user.
+        // The failed call has already reported the error.
         QCOMPARE(bench.errors.count(), 0);
         bench.control.setRules({});
         QVERIFY(bench.driver.startSweep());

@@ -54,7 +54,7 @@ private slots:
         QCOMPARE(table.text(400, 1), inLocale(locale, QStringLiteral("11.7"))); // 20 lg 3.830 = 11.66
     }
 
-    // Whatever changes between two sweeps, the cells equal those of a new conversion.
+    // Whatever changes between two sweeps, the cells match those of a new conversion.
     void nothingIsKeptBeyondItsTime_data() { test::addLocaleRows(); }
     void nothingIsKeptBeyondItsTime()
     {
@@ -89,7 +89,7 @@ private slots:
             QVERIFY(isAsIfNew());
             QLocale::setDefault(QLocale() == locale ? QLocale::c() : locale);
             QVERIFY(isAsIfNew());
-            // Changed cells of the table do not affect cached conversions.
+            // Modified table cells do not affect cached conversions.
             table.setText(7, SweepTable::AmplitudeColumn, QStringLiteral("spoilt"));
             AmplitudeWriter(m_configuration, table).convertAllRows();
             QVERIFY(isAsIfNew());
