@@ -37,7 +37,7 @@ struct Pipe
             close(ends[1]);
         ends[1] = -1;
     }
-    // Returns true if every process that could write has ended.
+    // Returns true if every process that could write to the pipe has exited.
     bool hasEnded(int milliseconds)
     {
         closeWriting();
@@ -69,7 +69,7 @@ int inChild(const std::function<void()> &act)
 
 } // namespace
 
-// Each test runs in processes of its own.
+// Each test runs in separate processes.
 class TestProcessGuard : public QObject
 {
     Q_OBJECT
@@ -81,7 +81,7 @@ private slots:
         inChild([] {
             Pipe ready;
             if (fork() == 0) {
-                alarm(20); // if nothing else ends it
+                alarm(20); // in case nothing else kills it
                 if (!endWithParent())
                     _exit(1);
                 ready.closeWriting();

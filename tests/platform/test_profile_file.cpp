@@ -124,7 +124,7 @@ void TestProfileFile::missingThingsReadAsEmpty()
     write("[Config]\r\nInterface=2\r\n");
     QCOMPARE(value("Config", "DDS Device"), QString());
     QCOMPARE(value("Nowhere", "Interface"), QString());
-    // There is a folder with the name of the file.
+    // A folder has the file's name.
     QFile::remove(path());
     QVERIFY(QDir().mkdir(path()));
     QCOMPARE(value("Config", "Interface"), QString());
@@ -282,7 +282,7 @@ void TestProfileFile::aPipeIsNotWaitedFor()
     QVERIFY(!put("a", "b", QStringLiteral("1")));
 }
 
-// A sparse file of 3 GB.
+// Uses a sparse 3 GB file.
 void TestProfileFile::aHugeFileIsNotRead()
 {
     write("[a]\r\nb=1\r\n");

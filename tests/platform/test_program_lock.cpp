@@ -43,7 +43,7 @@ private slots:
         const ProgramLock second(folder.path());
         QVERIFY(!second.isOurs());
         QCOMPARE(second.holder(), QString());
-        // Another path to the same folder finds the same lock.
+        // A different path to the same folder leads to the same lock.
         QVERIFY(!ProgramLock(folder.path() + QStringLiteral("/../") + QDir(folder.path()).dirName()).isOurs());
         QVERIFY(ProgramLock(other.path()).isOurs());
         first.reset();
@@ -56,14 +56,14 @@ private slots:
         {
             const ProgramLock lock(folder.path());
             QCOMPARE(filesIn(folder), QStringList(kFile));
-            // A refused lock leaves the file alone.
+            // A failed attempt to lock the folder leaves the file unchanged.
             QVERIFY(!ProgramLock(folder.path()).isOurs());
             QCOMPARE(filesIn(folder), QStringList(kFile));
         }
         QCOMPARE(filesIn(folder), QStringList());
     }
 
-    // A killed instance leaves such a file.
+    // A killed instance leaves its lock file behind.
     void aFileThatNobodyHoldsIsTaken()
     {
         const QTemporaryDir folder;
@@ -96,7 +96,7 @@ private slots:
             QVERIFY(!test::ForeignLock(folder.filePath(kFile), mode, LOCK_SH).holds());
     }
 
-    // In a folder that both users can write, a lock of another user is respected, and a leftover file is removed.
+    // In a folder that both users can write to, another user's lock is respected, and a leftover file is removed.
     void aFileOfAnotherUser()
     {
         if (!test::isRoot())
@@ -120,7 +120,7 @@ private slots:
         QCOMPARE(filesIn(folder), QStringList());
     }
 
-    // The second instance gets the process and the user that hold the lock.
+    // The second instance can identify the process and the user that hold the lock.
     void anotherUserIsNamed()
     {
         if (!test::isRoot())

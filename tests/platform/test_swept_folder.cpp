@@ -75,7 +75,7 @@ private slots:
         QDir here(parent.path());
         for (const char *name : {"calvorn-sweep", "calvorn-abc123", "calvorn-run-abc12", "other-run-abc123"})
             QVERIFY(here.mkdir(QString::fromLatin1(name)));
-        // Adds a link with the name of such a folder, and a link inside a folder that will be removed.
+        // Adds a link named like such a folder, and a link inside a folder that will be removed.
         QVERIFY(QFile::link(elsewhere.path(), here.filePath(QStringLiteral("calvorn-run-link00"))));
         QVERIFY(here.mkdir(QStringLiteral("calvorn-run-left00")));
         QVERIFY(QFile::link(elsewhere.path(), here.filePath(QStringLiteral("calvorn-run-left00/link"))));

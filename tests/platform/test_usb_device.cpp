@@ -22,7 +22,7 @@ private slots:
     void aSerialNumberCannotBreakTheRule();
 };
 
-// The bridge of an adapter is one level deeper than the interface of a board with its own USB.
+// In sysfs, an adapter's bridge is one level deeper than the interface of a board with native USB.
 void TestUsbDevice::aSerialAdapter()
 {
     const UsbTree tree;
@@ -86,7 +86,7 @@ void TestUsbDevice::aRuleWithoutSerialNumber()
     QVERIFY(rule.contains("no serial number"));
 }
 
-// Serial number and name come from the device.
+// The device supplies its own serial number and name.
 void TestUsbDevice::aSerialNumberCannotBreakTheRule()
 {
     const QByteArray rule = accessRule({"0403", "6001", "a\"*\\[1]", "Board\nRUN+=\"/bin/sh\""});
