@@ -66,7 +66,7 @@ struct Bench : test::WindowBench
         return names.join(u' ');
     }
 
-    // Takes one sweep and returns the difference between its highest and lowest count.
+    // Runs one sweep and returns the difference between its highest and lowest counts.
     double spread() const
     {
         QSignalSpy stored(&station->instrument.conversion(), &SampleConversion::vectorStored);

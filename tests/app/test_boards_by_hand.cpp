@@ -31,7 +31,7 @@ QByteArray settings(std::int16_t interfaceType, const QList<std::array<const cha
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-// The window with the real drivers. Discards what the boards did during start-up.
+// The window with the real drivers. Discards the boards' events during start-up.
 struct Bench
 {
     explicit Bench(const QByteArray &ini)
@@ -56,7 +56,7 @@ struct Bench
         } while (boards.events() != before);
     }
 
-    // Clicks the button and returns what the boards did.
+    // Clicks the button and returns the resulting events of the boards.
     QStringList after(const char *button, const QString &kind = {}) const
     {
         boards.forget();

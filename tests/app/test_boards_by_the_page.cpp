@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The window with the real server and boards written from docs/hardware/ alone, both healthy and faulty. Each count
-// of these boards encodes the frequency at which it was measured.
+// The window with the real server and boards written from docs/hardware/ alone, both healthy and faulty. On these
+// boards, each count encodes the frequency at which it was measured.
 #include "tests/support/page_scene.h"
 #include "tests/support/quiet_time.h"
 
@@ -331,7 +331,7 @@ void TestBoardsByThePage::aStrayByteWithTheFirstCommand()
     Scene scene(kInterfaceVna, test::pageSettings(kInterfaceVna, board.link()));
     test::nothingHappensFor(600);
     QVERIFY(!scene.logs(QStringLiteral("does not answer")));
-    // The generator is nevertheless set to 1 MHz, the last word of the last command.
+    // The generator is nevertheless set to 1 MHz by the last word of the last command.
     QVERIFY(board.tell("state").startsWith("state word=10737418 "));
     QVERIFY(scene.sweeps());
     QCOMPARE(scene.wrong, 0);
@@ -358,7 +358,7 @@ void TestBoardsByThePage::wrongAnswersCostOneBudget()
         clock.start();
         if (scene->isShown(button))
             scene->click(button);
-        // FakeDesktop only counts the one-second sleep of a reset.
+        // FakeDesktop counts the one-second sleep of a reset instead of sleeping.
         const int slept = std::exchange(scene->desktop.sleptMs, 0);
         QVERIFY2(clock.elapsed() + slept <= kBudgetMs, qPrintable(QString::number(clock.elapsed())));
         static_cast<void>(scene->stops());

@@ -149,7 +149,7 @@ void TestCalibration::theNudgeStepsByOneHundredth()
         hands.nudge()->setFocus();
         QTest::keyClick(hands.nudge(), Qt::Key_Up);
         QCOMPARE(hands.text("txtOffset"), shown("1.5"));
-        // Adding hundredths repeatedly causes no rounding error.
+        // Repeatedly adding hundredths causes no rounding error.
         hands.enter("txtOffset", QStringLiteral("0"));
         for (int i = 0; i < 100; ++i)
             hands.clickUpper();

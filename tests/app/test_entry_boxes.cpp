@@ -210,7 +210,7 @@ void TestEntryBoxes::digitsAreSteppedInPlainDigits()
     QCOMPARE(bench.cell(1), masked(1500001));
     bench.tab();
     QCOMPARE(box->text(), masked(1500001));
-    // Without the focus the box keeps its separators.
+    // Without the focus, the box shows separators.
     bench.hands.wheel(QStringLiteral("VScrollStart_0"), true);
     QCOMPARE(box->text(), masked(1500002));
     QCOMPARE(bench.configuration.startFreq, 1500002);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Error boxes over an open calibration: their content, and that nothing is sent to the server once the program closes.
+// Error boxes over an open calibration dialog: their content, and that nothing is sent after the program closes.
 #include "tests/support/calibration_hands.h"
 #include "tests/support/fake_server_control.h"
 #include "tests/support/page_boards.h"
@@ -99,7 +99,7 @@ void TestErrorBoxes::theEndTalksToNobody_data()
     }
 }
 
-// The calibration closes after the program has released the hardware.
+// The calibration dialog closes after the program has released the hardware.
 void TestErrorBoxes::theEndTalksToNobody()
 {
     QFETCH(int, interfaceType);

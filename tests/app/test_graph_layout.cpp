@@ -419,7 +419,7 @@ void TestGraphLayout::aMarkerStopsAtTheEdge()
                     QVERIFY2(at >= low && at <= high, qPrintable(QString::number(at)));
                 const QRect painted = bench.paintedBy(marker);
                 QVERIFY2(!painted.isEmpty(), "the line is not visible");
-                // The line stops within one step of its box from the edge.
+                // The distance between the line and the edge is at most one step of the line's box.
                 const double unit = bench.configuration.scaleType == 0 ? 1.0 : 100.0;
                 const double pixels = 2.0 + unit / std::abs(high - low) * plot.height();
                 const int gap = isVertical(marker) ? (farSide ? plot.right() - painted.right() : painted.left())

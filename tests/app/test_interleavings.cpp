@@ -27,9 +27,9 @@ constexpr int kStepsOfASequence = 5;
 // All generators accept these frequencies.
 constexpr std::array kStarts{1'000'000, 2'500'000, 6'500'000, 12'000'000, 3'210'987};
 constexpr std::array kStops{3'000'000, 7'700'000, 10'000'000, 20'000'000, 8'000'600};
-constexpr int kRefusedStop = 90'000'000; // at or above the clock of the PIC and the parallel-port board
+constexpr int kRefusedStop = 90'000'000; // at or above the clock frequency of the PIC and parallel-port boards
 
-// A board on one of the three interfaces that misbehaves on request.
+// A board that misbehaves on request, on one of the three interfaces.
 class Board
 {
 public:
@@ -53,7 +53,8 @@ public:
             m_serial->tell("mute 1");
     }
 
-    // Retains the previous plan after a rejection, as old firmware does; a MiniVNA delays its next reply instead.
+    // Makes a PIC board retain its previous plan after a rejection, as old firmware does, or delays the MiniVNA's next
+    // reply.
     void keepPreparation(bool keeps) const
     {
         if (m_interface == kInterfacePic)
@@ -108,7 +109,7 @@ public:
         m_did = m_did.mid(std::max<qsizetype>(0, m_did.size() - 60));
     }
 
-    // Restores the board, sets a plan that the board accepts, and returns whether sweeps arrive.
+    // Restores the board, sets a plan that the board accepts, and returns whether sweeps are received.
     bool recovers()
     {
         if (!m_board.isPlugged())

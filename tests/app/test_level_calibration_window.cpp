@@ -234,7 +234,7 @@ void TestLevelCalibrationWindow::aSweepIsToldAndNothingIsWrittenWhereItCannotBe(
 {
     Bench bench(kInterfaceLpt, "log");
     bench.calibrate([&](QWidget &dialog) {
-        bench.click("cmdStart"); // the menu is disabled for a user while a sweep runs
+        bench.click("cmdStart"); // users cannot do this: the menu is disabled during a sweep
         QVERIFY(QTest::qWaitFor([&] { return bench.station->instrument.isSweeping(); }, 5'000));
         auto *button = dialog.findChild<QPushButton *>(QStringLiteral("cmdMeasure"));
         QTest::mouseClick(button, Qt::LeftButton);

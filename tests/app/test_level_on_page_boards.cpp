@@ -201,7 +201,7 @@ void TestLevelOnPageBoards::theClosedPageIsSilent()
     QVERIFY(bench.gives(0));
     if (!bench.isSerial())
         return;
-    // The page closes during a sweep for the meter.
+    // The page is closed while the meter is sweeping.
     bench.page(3);
     QVERIFY(QTest::qWaitFor([&] { return bench->label("lblLevel") != kNoNumber; }, 5'000));
     bench.page(0);

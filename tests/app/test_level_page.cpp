@@ -20,7 +20,7 @@ using namespace calvorn;
 
 namespace {
 
-// A logarithmic detector with 25 mV per dB behind a piece of cable, at this level. One count is 0.1 dB.
+// A logarithmic detector (25 mV per dB) that measures this level through a piece of cable. One count is 0.1 dB.
 QByteArray logSettings(int interfaceType, double dBm)
 {
     const test::ProgramFolder scratch({}, test::crystalSettings(static_cast<std::int16_t>(interfaceType)));

@@ -85,7 +85,7 @@ struct Bench : WindowBench
         return found;
     }
 
-    // Returns the level shown in the box beside M1 at this frequency (Hz).
+    // Moves M1 to this frequency (Hz) and returns the level shown in the box beside it.
     double levelAtM1(double hertz) const
     {
         type("txtM1X", whole(hertz));

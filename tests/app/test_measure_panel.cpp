@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Opens, uses and reopens the Measure panel in the whole window, as a user would.
+// Opens, uses and reopens the Measure panel in the main window, as a user would.
 #include "analysis/trace_file.h"
 #include "tests/support/fake_server_control.h"
 #include "tests/support/quiet_time.h"
@@ -175,7 +175,7 @@ void TestMeasurePanel::theBandwidthIsShown()
     // The results are updated immediately after the next sweep.
     bench.deliver([](int row) { return resonance(row + 50); });
     QCOMPARE(bench.number("lblResult_peakFreq"), 2500000.0);
-    // Selects other results, and then these again.
+    // Switches to other results and back.
     auto *kinds = bench.find<QComboBox>("cboResults");
     kinds->setCurrentIndex(1);
     QVERIFY(!bench.window->findChild<QWidget *>(QStringLiteral("lblResult_bw60")));
@@ -239,7 +239,7 @@ void TestMeasurePanel::outsideTheReferenceIsAGap()
     QVERIFY(!std::isnan(bench.plot().live->amplitudes[5]));
     QVERIFY(bench.isShown("lblReference"));
     QVERIFY(bench.label("lblReference").contains(QStringLiteral("below the detector's floor")));
-    // 3 to 7 MHz: the reference ends at row 200.
+    // In the range from 3 to 7 MHz, the reference ends at row 200.
     bench.type("txtStart", QStringLiteral("3000000"));
     bench.type("txtStop", QStringLiteral("7000000"));
     bench.waitForRange(3000000, 7000000);
@@ -316,7 +316,7 @@ void TestMeasurePanel::holdsAndAverageFollowTheSweeps()
     for (const double count : {100.0, 500.0, 300.0})
         bench.deliver([count](int) { return count; });
     const auto decibels = [](double count) { return 20.0 * std::log10(count * kVoltsPerCount); };
-    // In painting order, the lowest curve first.
+    // The curves are listed in painting order, from bottom to top.
     QCOMPARE(bench.plot().moving.size(), std::size_t{3});
     QVERIFY(std::abs(bench.plot().moving[0].amplitudes[9] - decibels(500.0)) < 1e-6);
     QVERIFY(std::abs(bench.plot().moving[1].amplitudes[9] - decibels(100.0)) < 1e-6);

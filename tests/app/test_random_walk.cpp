@@ -2,9 +2,9 @@
 // A random walk over every control of the main window, in several locales and with each interface. After each step,
 // everything shown in the window must be correct, and nothing unrelated to the step may have changed.
 //
-// CALVORN_SEED selects another walk, CALVORN_STEPS sets its length, and CALVORN_RESTARTS sets the number of steps
-// between restarts of the window. For each fault, the walk is shortened to the steps that cause it. They are printed
-// with their numbers, and CALVORN_ONLY=3,17,18 with the same seed repeats only these steps. CALVORN_SHORTEN limits the
+// CALVORN_SEED selects another walk, CALVORN_STEPS sets its length, and CALVORN_RESTARTS sets the number of steps after
+// which the window is closed and reopened. For each fault, the walk is shortened to the steps that cause it. These are
+// printed with their numbers; CALVORN_ONLY=3,17,18 with the same seed repeats only these. CALVORN_SHORTEN limits the
 // number of faults treated in this way.
 #include "tests/support/walk_scene.h"
 

@@ -117,7 +117,7 @@ void TestSetupLaw::linearIsChosenInPlaceOfADamagedTable()
     QVERIFY2(bench.desktop.lastText().contains(QLatin1String("[Detector] \"Point 3\"")),
              qPrintable(bench.desktop.lastText()));
     const QMap<QString, QString> before = bench.section("Detector");
-    // The list does not offer a table, because the points before the invalid one are not enough for a table.
+    // The list does not offer a table, because the points before the invalid one do not count as a table.
     auto *law = bench.find<QComboBox>("cboLaw");
     law->setFocus();
     QTest::keyClick(law, Qt::Key_End);

@@ -473,7 +473,7 @@ void TestSpanCommands::centreAndSpanAreTyped()
     QCOMPARE(bench.range(), QStringLiteral("7000000 7200001"));
     QCOMPARE(bench.boxes(), test::shownHertz(7000000) + u' ' + test::shownHertz(7200001));
     QCOMPARE(bench.desktop.beeps, 0);
-    // Confirmed without a change, the range stays exact to the hertz.
+    // If the dialog is confirmed without a change, the range remains exact to the hertz.
     bench.inDialog([](QWidget &dialog) {
         QTest::mouseClick(dialog.findChild<QWidget *>(QStringLiteral("cmdOk")), Qt::LeftButton);
     });

@@ -222,7 +222,7 @@ void TestStartUp::damagedNumbersDoNotPreventAStart()
     QVERIFY(bench.isShown("frameView_1"));
 }
 
-// The scale, the markers and the view fail only because planning has failed before them.
+// Setting the scale, the markers and the view fails only as a consequence of the overflow.
 void TestStartUp::anOverflowOfThePlanIsOneBox()
 {
     WindowBench bench(test::FakeServerControl::program(),

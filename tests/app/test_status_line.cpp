@@ -120,7 +120,7 @@ void TestStatusLine::itTellsWhatTheDriverReports()
     bench.desktop.whileBoxOpen = [&] { whileOpen = bench.line()->text(); };
     bench.fail(ErrorCode::Board, QStringLiteral("The board is hot.\rLet it cool."));
     QCOMPARE(bench.line()->text(), QStringLiteral("The board is hot. Let it cool."));
-    // The parallel port also shows a box.
+    // With the parallel port, the error is also shown in a box.
     QCOMPARE(whileOpen, interfaceType == "2" ? bench.line()->text() : QString());
     // These errors are only counted or ignored.
     bench.fail(interfaceType == "2" ? ErrorCode::Ignorable : ErrorCode::Transmission,

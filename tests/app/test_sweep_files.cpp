@@ -71,10 +71,10 @@ void TestSweepFiles::whatIsExportedComesBack()
 void TestSweepFiles::aPointIsReadByTheLocale_data()
 {
     QTest::addColumn<QLocale>("locale");
-    QTest::addColumn<QString>("amplitude"); // of a field with 1234.5; empty if this is not a number
+    QTest::addColumn<QString>("amplitude"); // of the field "1234.5"; empty if it is not a number
     QTest::newRow("en_US") << QLocale(QLocale::English, QLocale::UnitedStates) << QStringLiteral("1.234");
     QTest::newRow("C") << QLocale::c() << QStringLiteral("1.234");
-    // The point is a group separator here: 12345 thousandths.
+    // The point is a group separator here, so the field is read as 12345 thousandths.
     QTest::newRow("it_IT") << QLocale(QLocale::Italian, QLocale::Italy) << QStringLiteral("12,345");
     QTest::newRow("fr_FR") << QLocale(QLocale::French, QLocale::France) << QString();
 }
@@ -221,7 +221,7 @@ void TestSweepFiles::okReplacesEveryRow()
     QFETCH(QLocale, locale);
     QLocale::setDefault(locale);
     Bench bench;
-    // A first import fails after two rows; the second has only the first and the last row.
+    // The first import fails after two rows; the second file has only the first and the last row.
     bench.writeFile(wholeFile({1, 2}));
     bench.trigger("mnuOpenCSV");
     bench.configuration.adcOffset = 0.25F;

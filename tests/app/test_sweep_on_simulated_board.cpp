@@ -259,7 +259,7 @@ void TestSweepOnSimulatedBoard::aFloodOfVectorsLeavesTheWindowResponsive()
     bench.click("cmdStart");
     QVERIFY(bench.waitForSweep());
     vectors = redraws = 0;
-    // A 10 ms timer represents the user: it must fire, and never after a long delay.
+    // A 10 ms timer represents the user: it must fire, and without long delays.
     int turns = 0;
     qint64 longest = 0;
     QElapsedTimer sinceLast;

@@ -140,7 +140,7 @@ void TestSweepPictures::anSvgShowsTheSame()
             const QColor b = drawn.pixelColor(x, y);
             different += std::abs(a.red() - b.red()) < 40 && std::abs(a.green() - b.green()) < 40 ? 0 : 1;
         }
-    // Letters and the slanted curve are smoothed slightly differently.
+    // Letters and the slanted curve are antialiased slightly differently.
     QVERIFY2(different < png.width() * png.height() / 100, qPrintable(QString::number(different)));
 }
 

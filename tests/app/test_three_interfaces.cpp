@@ -67,7 +67,7 @@ private slots:
         QCOMPARE(bench.text("txtStop"), QStringLiteral("8,950,400"));
         QCOMPARE(bench.text("txtStep"), QStringLiteral("1"));
         QCOMPARE(bench.table()->text(400, SweepTable::FrequencyColumn), QStringLiteral("8,950,399"));
-        // New sweeps arrive without another click.
+        // New sweeps are received without another click.
         int sweeps = 0;
         connect(bench.table(), &SweepTable::dataChanged, bench.window.get(), [&] { ++sweeps; });
         QTRY_VERIFY_WITH_TIMEOUT(sweeps >= 3, 10000);

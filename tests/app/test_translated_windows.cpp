@@ -221,7 +221,7 @@ void TestTranslatedWindows::theSetUpHasRoomForItsTexts()
         checkDialog(*bench.dialog);
         QCOMPARE(bench.dialog->size().boundedTo(kRoom), bench.dialog->size());
     }
-    // The caption of a port includes its address.
+    // A port's caption includes its address.
     QVERIFY(bench.caption("optParallelPort_3").contains(QStringLiteral("(0x3BC)")));
     QVERIFY(bench.isChecked("optParallelPort_2"));
     bench.click("optParallelPort_3");

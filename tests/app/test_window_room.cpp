@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// How a large window distributes its space: the height of the views below the graph, the markers beside the table, and
-// the controls above the Measure panel.
+// How a large window uses its space: the height of the views below the graph, the markers beside the table, and the
+// controls above the Measure panel.
 #include "tests/support/fake_server_control.h"
 #include "tests/support/walk_hands.h"
 #include "tests/support/window_bench.h"
@@ -33,7 +33,7 @@ struct Bench : WindowBench
     }
     bool becomes(QSize size) const
     {
-        // A widget that was just closed still occupies its space.
+        // A widget that has just been closed still occupies space.
         return QTest::qWaitFor([&] {
             window->resize(size);
             return window->size() == size;
