@@ -188,7 +188,7 @@ private slots:
         bench.driver.how = AcquisitionDriver::Replanning::StopAndRestart;
         auto *timer = bench.controls.findChild<QTimer *>(QStringLiteral("timerUpdateSweep"));
         timer->setInterval(0);
-        // A box shown during the start processes events, including the timer's.
+        // A message box shown while the sweep starts processes events, including the timer's.
         bench.driver.whileStarting = [&] {
             bench.driver.whileStarting = {};
             QSignalSpy fired(timer, &QTimer::timeout);

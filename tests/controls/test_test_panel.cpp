@@ -161,7 +161,7 @@ void TestTestPanel::theMenuOfTheLog()
     for (const char *line : {"P> Start sweep", "P> Stop sweep"})
         bench.log.writeLog(QString::fromLatin1(line));
     bench.desktop.fileChoice = folder.filePath(QStringLiteral("log.txt"));
-    // Opens the context menu and chooses the entry with this letter.
+    // Opens the context menu and selects the entry with this mnemonic.
     const auto choose = [&](char letter) {
         bool opened = false;
         QTimer::singleShot(0, qApp, [&] {
