@@ -213,7 +213,7 @@ private slots:
         QCOMPARE(plot.image().pixel(50, 20), below);
     }
 
-    // Curves cross, appear and disappear. The image always matches that of a new plot, and the grid is finally
+    // Curves cross, appear and disappear. The image always matches that of a new plot; at the end, the grid is
     // restored.
     void severalCurvesLeaveNoTrace()
     {

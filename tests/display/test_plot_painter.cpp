@@ -180,7 +180,7 @@ private slots:
         QVERIFY2(columns.size() > 195, qPrintable(QString::number(columns.size())));
         QVERIFY(std::abs(columns.last() - 201) <= 1);
         QVERIFY(columnsOf(image, 150, qRgb(255, 80, 0)).contains(201));
-        // A dashed line covers fewer pixels, and the picture for paper differs.
+        // A dashed line covers fewer pixels, and looks different on paper.
         bench.model.limits[0].style.line = Qt::DashLine;
         QVERIFY(columnsOf(bench.painted(), 302, qRgb(255, 80, 0)).size() < columns.size() * 9 / 10);
         QVERIFY(bench.painted(GraphInk::Paper) != bench.painted());

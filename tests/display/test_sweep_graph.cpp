@@ -146,7 +146,7 @@ private slots:
         QTRY_COMPARE(fired.size(), 2);
     }
 
-    // Sweeps more than one screen frame apart are each redrawn, along with their read-outs.
+    // Sweeps more than one screen frame apart are redrawn separately, along with their read-outs.
     void aVectorIsDrawnBeforeTheNextPainting()
     {
         DisplayBench bench;
