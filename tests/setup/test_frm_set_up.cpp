@@ -458,7 +458,7 @@ void TestFrmSetUp::aMissingDefaultChangesNothing()
 {
     QFETCH(QByteArray, button);
     QFETCH(QString, message);
-    // A section without a device does not count as a default.
+    // A section without a device name contains no defaults.
     SetUpBench bench(QByteArray(kConfigured) + "[Interface1]\r\nDDS Max freq=1\r\n[Interface2]\r\n[Interface3]\r\n");
     bench.click("cmdDDS");
     bench.type("txtMaxFreq", QStringLiteral("55000000"));
@@ -544,7 +544,7 @@ void TestFrmSetUp::badValuesAreNamed()
 void TestFrmSetUp::everyControlIsNamedAndExplained()
 {
     SetUpBench bench(kConfigured);
-    bench.click("cmdPort"); // fills the tool tips of the ports
+    bench.click("cmdPort"); // sets the ports' tool tips
     int controls = 0;
     for (const QWidget *control : bench.dialog->findChildren<QWidget *>()) {
         const bool entry = qobject_cast<const QLineEdit *>(control) || qobject_cast<const QScrollBar *>(control);

@@ -172,14 +172,14 @@ void TestPorts::theDevicesStandBesideTheOptions()
         QVERIFY(std::abs(option->geometry().center().y() - device->geometry().center().y()) <= 1);
         QCOMPARE(option->accessibleDescription(), device->toolTip());
     }
-    // A changed link target is noticed while the page is open.
+    // A changed link target is detected while the page is open.
     devices.plug(4);
     QVERIFY(QFile::remove(link));
     QVERIFY(QFile::link(devices.path(4), link));
     const QString other = QFileInfo(devices.path(4)).canonicalFilePath();
     const int place = bench.find("lblComDevice_6")->x();
     QTRY_COMPARE(bench.label("lblComDevice_6"), link + QStringLiteral(" → ") + other);
-    // Devices that appear do not move the labels.
+    // New devices do not move the labels.
     for (const int number : {1, 2, 5})
         devices.plug(number);
     QTRY_COMPARE(bench.caption("optSerialPort_5"), QStringLiteral("COM5"));
