@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Checks the catalogues in translations/ as the translators write them.
+// Checks the catalogues in translations/ as edited by the translators.
 #include <QFile>
 #include <QProcess>
 #include <QRegularExpression>
@@ -120,7 +120,8 @@ private slots:
         }
     }
 
-    // lupdate skips a string whose marking it does not understand, and the string would then always remain in English.
+    // lupdate skips a string if it does not understand how the string is marked, and the string always remains in
+    // English.
     void everyTextOfTheSourcesIsThereAndNoOther_data() { addLanguages(); }
     void everyTextOfTheSourcesIsThereAndNoOther()
     {
