@@ -66,7 +66,7 @@ void TestDetectorLaw::aLogarithmicDetector_data()
     QTest::newRow("AD8307, 0 V") << 0 << 0.0 << -84.0;
     QTest::newRow("AD8307, -70 dBm") << 0 << 0.35 << -70.0;
     QTest::newRow("AD8307, 10 dBm") << 0 << 2.35 << 10.0;
-    // Falls by 25 mV per dB and reaches 0 V at 20 dBm.
+    // The voltage falls by 25 mV per dB and reaches 0 V at 20 dBm.
     QTest::newRow("AD8318, -60 dBm") << 1 << 2.0 << -60.0;
     QTest::newRow("AD8318, 0 dBm") << 1 << 0.5 << 0.0;
 }
@@ -179,7 +179,7 @@ void TestDetectorLaw::calibrationsFromCounts()
     QVERIFY(isNear(dBmOfVolts(log.volts(840.0)), 0.0, 1e-5));
     QVERIFY(isNear(log.countOf(voltsOfDbm(-70.02)), 140.0, 0.0));
     QVERIFY(isNear(dBmOfVolts(log.floor()), -83.95, 1e-5));
-    // Without a signal, the detector outputs 2.55 V (8-bit full scale at 10 mV per count), or -82 dBm.
+    // Without a signal, the detector outputs 2.55 V (8-bit full scale at 10 mV per count), corresponding to -82 dBm.
     DetectorCalibration falling{0.01F, 0.0F, logLaw(-25.0, 20.0), 255};
     QVERIFY(isNear(dBmOfVolts(falling.floor()), -81.8, 1e-4));
     DetectorCalibration ends{0.0025F, 0.0F, tableLaw({{0.1, -30.0}, {0.5, -10.0}}), 1023};

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Tests reading and writing the detector's law, and invalid entries in the settings file; a linear law writes nothing.
+// Tests reading and writing the detector's law in the settings file, with invalid entries; a linear law writes nothing.
 #include "core/detector_settings.h"
 
 #include "core/settings.h"

@@ -156,7 +156,7 @@ void TestNumberText::readsWhatItWrote()
     }
 }
 
-// Compares numbers of all lengths, including those longer than any display mask, with the C library.
+// Compares the results with the C library's, for numbers of all lengths, including those longer than any display mask.
 void TestNumberText::decimalsAreReadToTheLastBit()
 {
     const NumberText numbers(QLocale::c());
@@ -235,7 +235,7 @@ void TestNumberText::normalisesTheDecimalSeparator()
     const NumberText comma(QLocale(QLocale::Italian, QLocale::Italy));
     QCOMPARE(point.normaliseDecimal(QStringLiteral("0,0048")), QStringLiteral("0.0048"));
     QCOMPARE(comma.normaliseDecimal(QStringLiteral("0.0048")), QStringLiteral("0,0048"));
-    // Thousands separators are replaced, too.
+    // Thousands separators are also replaced.
     QCOMPARE(point.normaliseDecimal(QStringLiteral("1,234.5")), QStringLiteral("1.234.5"));
 }
 

@@ -108,7 +108,7 @@ void TestSettings::aMissingOrEmptyFileGivesTheDefaultsAndIsFilled()
     QCOMPARE(m_configuration.maxScaleVolt, 1.5F);
     QCOMPARE(m_configuration.maxScaleDb, -40);
     QCOMPARE(m_configuration.measuringMode, std::int16_t{1});
-    // Every key is written, and each section lists its keys in reading order.
+    // Every key is written; within a section, the keys are in the order in which they are read.
     QCOMPARE(content(),
              QByteArray("[Config]\r\nInterface=2\r\nDDS Device=AD9850\r\nDDS Multiplier=1\r\n"
                         "DDS Xtal freq=80000000\r\nDDS Max freq=60000000\r\nDDS Min freq=10\r\nDDS Offset=0\r\n"
@@ -237,7 +237,7 @@ void TestSettings::realsOfEitherSeparator()
         QCOMPARE(m_configuration.adcStep, 0.0048F);
         QCOMPARE(m_configuration.ddsOffset, 0.0048);
         QCOMPARE(m_window.marker3, test::inLocale(locale, QStringLiteral("0.0048")));
-        // Default real numbers are written with a decimal point, which every locale accepts.
+        // Real-number defaults are written with a decimal point, which every locale accepts.
         QCOMPARE(m_configuration.maxScaleVolt, 1.5F);
     }
 }
@@ -328,7 +328,7 @@ void TestSettings::theWholeFileAfterAShutdown_data()
     QTest::newRow("fr_FR") << QLocale(QStringLiteral("fr_FR")) << QByteArray(",");
 }
 
-// Every field differs from the file, and only some fields are saved.
+// All fields differ from the file, but only some of them are saved.
 void TestSettings::theWholeFileAfterAShutdown()
 {
     QFETCH(QLocale, locale);
@@ -412,7 +412,7 @@ void TestSettings::whatCannotBeReadStaysUntilItIsChanged()
     QCOMPARE(content(), QByteArray(before).replace("Stop=b", "Stop=3").replace("Marker 3=l", "Marker 3=4"));
 }
 
-// The faults are listed in reading order.
+// The faults are listed in the order in which the keys are read.
 void TestSettings::everyTextThatCannotBeReadIsNamed()
 {
     load("[Config]\nInterface=?\nDDS Device=AD9850\nDDS Multiplier=?\nDDS Xtal freq=?\nDDS Max freq=?\n"
