@@ -14,7 +14,7 @@ namespace {
 constexpr double kGap = std::numeric_limits<double>::quiet_NaN();
 constexpr double kNothing = -std::numeric_limits<double>::infinity();
 
-// A response with samples every 10 Hz from 1000 Hz.
+// A response with samples every 10 Hz, starting at 1000 Hz.
 Response response(const std::vector<double> &decibels)
 {
     Response made{{}, decibels, false};

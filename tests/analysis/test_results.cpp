@@ -101,7 +101,7 @@ void TestResults::thePassBandOfAFilter()
     const Results results = filterResults(responseIn(falling ? reversed(rising) : rising, 1.0));
 
     QVERIFY(test::isNear(results, "peak", decibels(0.5)));
-    // The top is flat, so the highest sample may lie next to the middle.
+    // The top is flat, so the highest sample may be next to the middle one.
     QVERIFY(test::isNear(results, "peakFreq", 7.1e6, 2.0 * rising.step));
     QVERIFY(test::isNear(results, "bw3", filter.bandwidth(kHalfPower)));
     QVERIFY(test::isNear(results, "bw6", filter.bandwidth(6.0)));
@@ -397,7 +397,7 @@ void TestResults::aNotchThatIsNone()
     QVERIFY(test::isNear(results, "depth", -decibels(0.8)));
     QVERIFY(test::isNear(results, "notchFreq", 1.5e6));
     QVERIFY(test::isMissing(results, "bw3", Missing::NotReached));
-    // At the end of the range a notch has only one side.
+    // At the end of the range, a notch has only one side.
     const Trace half = test::sampled(1e6, 2e6, [](double f) { return f / 2e6 - 0.45; });
     QVERIFY(test::isMissing(notchResults(responseIn(half, 1.0)), "bw3", Missing::NoCrossing));
     // If the bottom is below the floor, the depth is unknown but the width is known.

@@ -18,7 +18,7 @@ using namespace calvorn;
 
 namespace {
 
-// A table from 1 MHz to 1.399 MHz in steps of 1 kHz, or downwards.
+// A table from 1 MHz to 1.399 MHz in steps of 1 kHz, descending if the step is negative.
 struct Bench
 {
     Configuration configuration;
@@ -275,12 +275,12 @@ void TestSweepResponse::amplitudesThatAreNotOfTheirCountsAreKept()
     Bench bench;
     bench.measure(kScaleLinear, [](int row) { return row == 100 ? 200 : 100; });
     QCOMPARE(bench.response().peakFrequency, 1099000.0);
-    // A single amplitude from another calibration is enough for the amplitudes to be used.
+    // If a single amplitude comes from another calibration, the amplitudes are used instead of the counts.
     bench.table.setText(300, SweepTable::AmplitudeColumn, QStringLiteral("0.900"));
     bench.imported();
     QCOMPARE(bench.response().peak, 0.9);
     QCOMPARE(bench.response().peakFrequency, 1299000.0);
-    // More decimals do not make a different amplitude.
+    // Additional zeros do not change an amplitude.
     bench.measure(kScaleDb1V, [](int row) { return row == 100 ? 200 : 199; });
     const double peak = bench.response().peak;
     for (int row = 1; row <= 400; ++row)

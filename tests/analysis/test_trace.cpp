@@ -14,7 +14,7 @@ namespace {
 
 constexpr double kGap = std::numeric_limits<double>::quiet_NaN();
 
-// A sweep from 1 MHz to 1.399 MHz, or downwards. Row r has the count r and the amplitude r / 100.
+// A sweep from 1 MHz to 1.399 MHz, descending if the step is negative. Row r has the count r and the amplitude r / 100.
 Sweep numbered(double step = 1000.0)
 {
     Sweep sweep;
