@@ -158,7 +158,7 @@ private slots:
             return QTest::qWaitFor([&bench] { return bench.completed.count() == 1; }) ? bench.vectors.size() : -1;
         };
         QCOMPARE(arrived(), 2);
-        // The sweep uses a new step, but the table still has the rows of the old one.
+        // The sweep uses a new step, but the table still has the rows for the old one.
         bench.configuration.stepFreq = 100;
         QCOMPARE(arrived(), 0);
         bench.table.inizializzaGrid();
@@ -323,7 +323,7 @@ private slots:
         pic.control.setRules({QStringLiteral("fail StopSweep")});
         pic.driver.shutDown();
         QCOMPARE(pic.desktop.boxes.size(), 0);
-        // A failing step does not prevent the others.
+        // A failed step does not prevent the others.
         QCOMPARE(pic.control.takeCalls(),
                  list({"aPIC.StopSweep(2)", "aPIC.SendFrequency(A, 1000000)", "aPIC.ClosePort()"}));
         // A server that has exited is not restarted.
