@@ -46,10 +46,10 @@ struct Bench : test::WindowBench
         rightClick(widget);
         QMenu *menu = openMenu();
         if (!menu)
-            qFatal("no menu has opened over %s", widget);
+            qFatal("no menu opened over %s", widget);
         auto *entry = window->findChild<QAction *>(QString::fromLatin1(action));
         if (!menu->actions().contains(entry))
-            qFatal("the menu over %s has no %s", widget, action);
+            qFatal("the menu over %s has no entry %s", widget, action);
         QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(entry).center());
     }
     QString range() const { return QStringLiteral("%1 %2").arg(configuration.startFreq).arg(configuration.stopFreq); }

@@ -72,7 +72,7 @@ struct Bench : test::WindowBench
         QSignalSpy stored(&station->instrument.conversion(), &SampleConversion::vectorStored);
         QTest::keyClick(window.get(), Qt::Key_F5, Qt::ShiftModifier);
         if (!QTest::qWaitFor([&] { return stored.count() > 0 && isShown("cmdStart"); }, 10'000))
-            qFatal("there is no sweep");
+            qFatal("no sweep was stored");
         const Sweep::Column &volts = table()->numbers(SweepTable::SampleColumn);
         const auto [low, high] = std::minmax_element(volts.begin(), volts.end());
         return *high - *low;

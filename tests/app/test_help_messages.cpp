@@ -325,7 +325,7 @@ void TestHelpMessages::everyEntryIsAMessage()
     QFETCH(QString, advice);
     static const QList<Message> messages = messagesOf(texts());
     for (const QString &words : unsaid({message, {}}, messages))
-        QVERIFY2(isFilledIn(words), qPrintable(QStringLiteral("the program does not say this: ") + words));
+        QVERIFY2(isFilledIn(words), qPrintable(QStringLiteral("not a message of the program: ") + words));
     QVERIFY(!advice.isEmpty());
 }
 

@@ -43,7 +43,7 @@ struct Bench
         scene = std::make_unique<Scene>(interface, settings.readAll());
         // Start-up also includes the delayed planning of the range.
         if (!scene->rangeIsTaken())
-            qFatal("the range is never planned");
+            qFatal("the range was not planned");
     }
 
     Scene *operator->() const { return scene.get(); }
@@ -63,7 +63,7 @@ struct Bench
         auto *pages = scene->find<QTabWidget>("tabMeasure");
         pages->setFocus();
         if (!scene->rangeIsTaken())
-            qFatal("the range is never planned");
+            qFatal("the range was not planned");
         pages->setCurrentIndex(index);
     }
     void type(const char *box, const QString &text) const { scene->WidgetHands::type(box, text); }

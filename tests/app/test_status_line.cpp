@@ -34,7 +34,7 @@ struct Bench : test::WindowBench
     {
         QFile file(path(name));
         if (!file.open(QIODevice::WriteOnly))
-            qFatal("cannot write the sweep file of the test");
+            qFatal("cannot write the test's sweep file");
         file.write(test::walk_files::content(form, 0, 0.00244, 0.0));
     }
     void trigger(const char *action, const QString &name)

@@ -371,7 +371,7 @@ void TestSweepFileFaults::aFullDisk()
     }
     exportFails(bench, before, bench.desktop.fileChoice);
     bench.trigger("mnuSaveCSV");
-    QVERIFY2(bench.file() != before, "the export fails in spite of free space");
+    QVERIFY2(bench.file() != before, "the export fails despite free space");
 }
 
 void TestSweepFileFaults::aReadOnlyFolder()

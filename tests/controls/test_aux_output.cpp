@@ -37,7 +37,7 @@ struct Bench
         configuration.iniPath = folder.filePath(QStringLiteral("Calvorn.ini"));
         QFile file(configuration.iniPath);
         if (!file.open(QIODevice::WriteOnly))
-            qFatal("cannot write the settings file of the test");
+            qFatal("cannot write the test's settings file");
         file.write(settings);
         file.close();
         aux1.setUp();

@@ -45,7 +45,7 @@ private:
     {
         QFile file(path());
         if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-            qFatal("cannot write the settings of the test");
+            qFatal("cannot write the test's settings");
         file.close();
         return Profile(path());
     }

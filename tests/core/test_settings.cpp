@@ -30,7 +30,7 @@ private:
         if (writeFirst) {
             QFile ini(m_configuration.iniPath);
             if (!ini.open(QIODevice::WriteOnly))
-                qFatal("cannot write the settings file of the test");
+                qFatal("cannot write the test's settings file");
             ini.write(file);
         }
         SettingsLoader loader(m_configuration, m_window);

@@ -16,7 +16,7 @@ LimitLines read(QByteArray csv)
 {
     QBuffer device(&csv);
     if (!device.open(QIODevice::ReadOnly))
-        qFatal("a buffer cannot be opened");
+        qFatal("cannot open a buffer");
     return readLimitLinesCsv(device);
 }
 

@@ -23,7 +23,7 @@ struct Settings
     {
         QFile file(path);
         if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-            qFatal("cannot write the settings of the test");
+            qFatal("cannot write the test's settings");
     }
 
     QByteArray content() const

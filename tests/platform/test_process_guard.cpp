@@ -24,7 +24,7 @@ struct Pipe
     Pipe()
     {
         if (pipe2(ends, O_CLOEXEC) != 0)
-            qFatal("there is no pipe");
+            qFatal("cannot create a pipe");
     }
     ~Pipe()
     {

@@ -23,7 +23,7 @@ public:
     {
         QFile device(path(number));
         if (!device.open(QIODevice::WriteOnly))
-            qFatal("cannot create the device of the test");
+            qFatal("cannot create the test's device");
     }
     void pull(int number) const { QFile::remove(path(number)); }
 

@@ -141,7 +141,7 @@ private slots:
         const QString missing = (QSet(used) - known).values().join(u'\n');
         const QString gone = (QSet(known) - used).values().join(u'\n');
         QVERIFY2(missing.isEmpty(), qPrintable(QStringLiteral("not in the catalogue:\n") + missing));
-        QVERIFY2(gone.isEmpty(), qPrintable(QStringLiteral("not in the sources any more:\n") + gone));
+        QVERIFY2(gone.isEmpty(), qPrintable(QStringLiteral("no longer in the sources:\n") + gone));
     }
 };
 
