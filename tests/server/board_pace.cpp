@@ -33,7 +33,7 @@ double processorMs()
     return 1'000.0 * static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
 }
 
-// Returns the processor time in ms of a sweep that never waits: the cost of simulating the pins.
+// Returns the processor time in ms that an unpaced sweep uses: the cost of simulating the pins.
 double processorOfUnpacedSweep(SweepSpeed speed)
 {
     LptBoard board;
@@ -97,7 +97,7 @@ void BoardPaceTest::idleTimeIsNotCaughtUp()
     QVERIFY(clock.elapsed() >= 80);
 }
 
-// Without pacing, only the computing takes time; a paced board needs two seconds for this sweep.
+// Without pacing, only computation takes time; a paced board needs two seconds for this sweep.
 void BoardPaceTest::unpacedDoesNotWait()
 {
     LptBoard board;

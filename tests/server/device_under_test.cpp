@@ -74,7 +74,7 @@ void DeviceUnderTestTest::notchIsDeepAtItsCentre()
 {
     QVERIFY(responseOf(DeviceKind::Notch, 7e6) < 1e-6);
     QVERIFY(near(decibels(DeviceKind::Notch, 1e6), 0.0, 0.01));
-    QVERIFY(near(decibels(DeviceKind::Notch, 7e6 + 175e3), -3.0, 0.2)); // half of 7 MHz / Q
+    QVERIFY(near(decibels(DeviceKind::Notch, 7e6 + 175e3), -3.0, 0.2)); // half the bandwidth, which is 7 MHz / Q
 }
 
 void DeviceUnderTestTest::crystalHasBothResonances()
@@ -102,7 +102,7 @@ void DeviceUnderTestTest::crystalHasBothResonances()
     QVERIFY(responseOf(DeviceKind::Crystal, 9e6 - 750.0) < best / std::sqrt(2.0));
 }
 
-// The antenna is a dipole of 60 ohms: SWR 1.2.
+// The antenna is a 60-ohm dipole: SWR 1.2.
 void DeviceUnderTestTest::antennaSendsLeastBackAtItsResonance()
 {
     const DeviceUnderTest antenna(DeviceKind::Antenna);
@@ -113,7 +113,7 @@ void DeviceUnderTestTest::antennaSendsLeastBackAtItsResonance()
         QVERIFY(antenna.responseAt(7.05e6 + away) < 1.0);
         QCOMPARE(antenna.reflectionAt(7.05e6 + away), antenna.responseAt(7.05e6 + away));
     }
-    // The other devices have no loss: they reflect everything that does not pass.
+    // The other devices are lossless: they reflect everything that they do not pass.
     QVERIFY(near(DeviceUnderTest(DeviceKind::Through).reflectionAt(1e6), 0.0, 1e-9));
     QVERIFY(near(DeviceUnderTest(DeviceKind::Notch).reflectionAt(7e6), 1.0, 1e-6));
 }
@@ -184,7 +184,7 @@ void DeviceUnderTestTest::detectorSettles()
     QVERIFY(near(detector.read(420us), std::exp(-1.0), 0.006));
 }
 
-// A linear detector ignores the level of the simulated source.
+// A linear detector ignores the simulated source level.
 void DeviceUnderTestTest::aLinearDetector()
 {
     for (const double level : {-50.0, 10.0}) {
@@ -218,7 +218,7 @@ void DeviceUnderTestTest::aLogarithmicDetector()
 
 void DeviceUnderTestTest::aDiode()
 {
-    // 10 dBm into 50 ohms is 1 V peak. The output follows the amplitude far above the knee, and its square far below.
+    // 10 dBm into 50 ohms is 1 V peak. Far above the knee the output follows the amplitude, far below it the square.
     const DetectorCircuit detector{DetectorKind::Diode, 10.0};
     QVERIFY(near(detector.volts(1.0), 2.4 * (std::sqrt(1.0004) - 0.02), 1e-9));
     QVERIFY(near(detector.volts(1.0) - detector.volts(0.5), 2.4 * 0.4998, 1e-3));

@@ -19,7 +19,7 @@ namespace {
 
 const QString kLine = QStringLiteral("115200,N,8,1");
 
-// The server's three drivers, which read one settings file.
+// The server's three drivers, sharing one settings file.
 class Drivers
 {
     QTemporaryDir m_folder;
@@ -133,7 +133,7 @@ const QList<Fault> kFaults = {
 
 } // namespace
 
-// Compares each error sentence of the drivers word for word, after causing the error.
+// Causes each driver error and compares its message word for word.
 class DriverSentences : public QObject
 {
     Q_OBJECT

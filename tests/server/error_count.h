@@ -7,7 +7,7 @@
 
 namespace calvorn {
 
-// The codes of aErrore, as listed in docs/hardware/errors.md.
+// The aErrore codes, as listed in docs/hardware/errors.md.
 namespace code {
 inline constexpr int kTransfer = 1;
 inline constexpr int kPort = 2;
@@ -17,7 +17,7 @@ inline constexpr int kFrequency = 5;
 inline constexpr int kSetting = 6;
 } // namespace code
 
-// Returns how many of a driver's aErrore signals have the code `wanted`.
+// Returns the number of recorded aErrore signals with the code `wanted`.
 inline int errorsWithCode(const QSignalSpy &errors, int wanted)
 {
     return static_cast<int>(std::count_if(errors.begin(), errors.end(), [wanted](const QList<QVariant> &error) {

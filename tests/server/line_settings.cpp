@@ -7,7 +7,7 @@
 
 using namespace calvorn;
 
-// Tests the parsing of texts that describe a serial line.
+// Tests parsing the strings that describe serial-line settings.
 class LineSettingsTexts : public QObject
 {
     Q_OBJECT

@@ -18,14 +18,14 @@ inline SimulatorSettings unpacedSettings()
     return settings;
 }
 
-// One conversion of the board's detector.
+// One conversion by the detector's A/D converter.
 struct ConversionRecord
 {
     double hertz; // the generator's output when the converter sampled
     int count;
 };
 
-// A simulated board that counts the accesses to its bus and records the conversions of its detector.
+// A simulated board that counts accesses to its bus and records its conversions.
 class ProbedPort : public SimulatedParallelPort
 {
 public:
@@ -82,7 +82,7 @@ private:
 struct LptBench
 {
     static constexpr int kPoints = 400;
-    static constexpr int kWindow = 8; // vectors that the driver sends before the first is acknowledged
+    static constexpr int kWindow = 8; // the maximum number of unacknowledged vectors
 
     explicit LptBench(const SimulatorSettings &made = unpacedSettings())
         : settings(made)

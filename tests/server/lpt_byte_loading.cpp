@@ -115,7 +115,7 @@ void LptByteLoadingTest::accessesOfALoad()
     QCOMPARE(bench.board->accesses() - before, std::uint64_t{17});
 }
 
-// 10 MHz at 125 MHz is 00 14 7A E1 48. STROBE pulses once per byte on D0..D7, then AUTOFD pulses.
+// 10 MHz with a 125 MHz clock is 00 14 7A E1 48. STROBE pulses once per byte on D0..D7, then AUTOFD pulses.
 void LptByteLoadingTest::bytesOnTheBus()
 {
     RecordingPort port;
@@ -124,7 +124,7 @@ void LptByteLoadingTest::bytesOnTheBus()
     loader.load({DdsChip::Ad9850, 125e6, 1}, 0x147AE148U);
     const std::vector<std::uint8_t> bytes = {0x00, 0x14, 0x7A, 0xE1, 0x48};
     QCOMPARE(port.data, bytes);
-    // The port inverts both lines: a bit of 0 drives the pin high. AUTOFD's bit is still 0 during the first writes.
+    // The port inverts both lines: a 0 bit drives the pin high. The AUTOFD bit is still 0 during the first writes.
     const std::vector<std::uint8_t> control = {0, 1, 0, 1, 0, 1, 0, 1, 0, 1, 1, 3};
     QCOMPARE(port.control, control);
 }
@@ -148,7 +148,7 @@ void LptByteLoadingTest::ad9951IsLoadedSeriallyAllTheSame()
     QCOMPARE(bench.errors.count(), 0);
 }
 
-// Loading bytes also clocks the shift registers of auxiliary outputs on the same bus, but never latches them.
+// Byte-wide loading also clocks the shift registers of auxiliary outputs on the same bus, but never latches them.
 void LptByteLoadingTest::auxOutputsOnTheBus()
 {
     LptBench bench;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Tests a failing parallel-port board and frequencies beyond the generator: the driver reports one error, ends the
-// sweep once, and can open the port again.
+// Tests a failing parallel-port board and frequencies beyond the generator's range: the driver reports one error, sends
+// one aComplete, and can reopen the port.
 #include "server/drivers/parallel_opener.h"
 #include "tests/server/lpt_bench.h"
 #include "tests/support/quiet_time.h"
@@ -133,7 +133,7 @@ void LptFaultsTest::unpluggedInMidSweep()
         QVERIFY(count > 384 && count < 424);
 }
 
-// The loss is reported once, even if a command and the sweep both notice it.
+// The loss is reported once, even if both a command and the sweep notice it.
 void LptFaultsTest::lostWithACommandInMidSweep()
 {
     for (int round = 0; round < 20; ++round) {

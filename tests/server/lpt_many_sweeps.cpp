@@ -31,7 +31,7 @@ void LptManySweepsTest::everyFrequencyAndEveryRow()
     SimulatorSettings settings = unpacedSettings();
     settings.device = DeviceKind::Crystal;
     LptBench bench(settings);
-    bench.recordAtMost = 3 * kSweeps * kConversionsInSweep; // the driver may drop vectors if this thread is slow
+    bench.recordAtMost = 3 * kSweeps * kConversionsInSweep; // the driver may discard vectors if this thread is slow
     bench.takeVectors();
     QVERIFY(bench.driver.OpenPort(0));
     bench.driver.PrepareSweep(kStart, kStep);
@@ -55,7 +55,7 @@ void LptManySweepsTest::everyFrequencyAndEveryRow()
     qInfo("%zu sweeps, worst error %.6f Hz of %.6f allowed", sweeps, worst, kHalfResolution);
     QVERIFY(worst <= kHalfResolution * 1.000001);
 
-    // Each vector equals one of the board's sweeps, in their order. The noise makes every sweep different.
+    // Each vector equals one of the board's sweeps, in order. The noise makes every sweep different.
     std::size_t sweep = 0;
     for (int index = 0; index < kSweeps; ++index) {
         const QList<int> vector = bench.vector(index);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Tests how sweeps start, change their plan, fail and end: each sends one aComplete and no vector of an earlier plan.
+// Tests how sweeps start, change plans, fail and stop: each sends one aComplete and no vector from an earlier plan.
 #include "server/boards/ad985x_model.h"
 #include "tests/server/lpt_bench.h"
 #include "tests/support/quiet_time.h"
@@ -13,7 +13,7 @@ using namespace calvorn;
 
 namespace {
 
-// In the pass band of the default device every count is above kLimit; far below the band every count is under it.
+// The default device yields counts above kLimit in its pass band and below kLimit far below the band.
 constexpr int kHighHz = 7'100'000;
 constexpr int kLowHz = 1'000'000;
 constexpr int kLimit = 100;
@@ -125,7 +125,7 @@ void LptSweepLifeTest::replanNeverShowsTheFormerPlan()
     bench.driver.PrepareSweep(kHighHz, 0);
     bench.driver.RunSweep();
     for (int round = 0; round < 300; ++round) {
-        // Lets vectors queue up for a different time in each round.
+        // Lets vectors queue up for a different length of time in each round.
         QElapsedTimer clock;
         clock.start();
         while (clock.nsecsElapsed() < 20'000 * (round % 250)) {
@@ -235,7 +235,7 @@ void LptSweepLifeTest::frequencyThatDoesNotFit()
     QVERIFY(bench.errors.at(0).at(1).toString().contains(QStringLiteral("90000000 Hz")));
     QVERIFY(std::fabs(bench.board->dds().output().hertz - 10e6) < 0.01);
 
-    bench.driver.PrepareSweep(79'000'000, 10'000); // beyond the clock at point 100
+    bench.driver.PrepareSweep(79'000'000, 10'000); // above the clock frequency from point 100 on
     bench.driver.RunSweep();
     QTRY_COMPARE(bench.completes.count(), 1);
     QCOMPARE(bench.errors.count(), 2);
@@ -274,7 +274,7 @@ void LptSweepLifeTest::chipStartsByItself()
     QVERIFY(std::fabs(bench.board->dds().output().hertz - 3e6) < 0.01);
     const auto updates = bench.board->dds().updates();
     bench.driver.SetFrequency(4'000'000);
-    QCOMPARE(bench.board->dds().updates(), updates + 1); // a new frequency does not start the chip again
+    QCOMPARE(bench.board->dds().updates(), updates + 1); // a new frequency does not restart the chip
 }
 
 void LptSweepLifeTest::changedClockStartsTheChipAgain()

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Tests [LPT Wiring]: the parser knows every pin and its inversion and names the key of a wrong entry, and a board with
-// a different wiring works.
+// Tests [LPT Wiring]: the parser accepts every pin, inverted or not, and reports the key of an invalid entry, and a
+// board with different wiring works.
 #include "protocol/lpt_wiring_parser.h"
 #include "server/boards/ad985x_model.h"
 #include "server/drivers/parallel_opener.h"
@@ -70,7 +70,7 @@ void LptWiringTest::nothingSaidIsTheStandard()
 {
     const BoardWiring wiring = parse({});
     QCOMPARE(wiring.loading, DdsLoading::Serial);
-    // The table of docs/hardware/lpt-board.md.
+    // The table in docs/hardware/lpt-board.md.
     constexpr LineWiring kStandard[] = {
         {LptLine::DdsClock, PortRegister::Data, 0x01, false},
         {LptLine::DdsUpdate, PortRegister::Data, 0x02, false},
@@ -134,7 +134,7 @@ void LptWiringTest::pins()
     QFETCH(QString, key);
     QFETCH(int, line);
     QFETCH(QString, pin);
-    // Connects the other lines to pins that do not collide with the tested one.
+    // Connects the other lines to pins that do not conflict with the tested pin.
     Section section = {{"I2cClock", "none"}, {"I2cData", "none"},     {"AuxData", "none"}, {"AuxClock", "none"},
                        {"AuxLatch", "none"}, {"I2cDataBack", "none"}, {"DdsClock", "D0"},  {"DdsUpdate", "D1"}};
     const QStringList spare = {"D2", "D3", "D4", "D5", "D6"};

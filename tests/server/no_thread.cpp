@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Tests the server when the computer cannot start another thread: the operation that needs one fails with a message,
+// Tests the server when no new thread can be started: an operation that needs a thread fails with an error message,
 // leaks nothing, and succeeds once threads are available again.
 #include "server/drivers/pic_driver.h"
 #include "server/drivers/serial_opener.h"
@@ -22,7 +22,7 @@ const QString kLine = QStringLiteral("115200,N,8,1");
 const QString kNoThread =
     QStringLiteral("The computer cannot start another thread; close other programs and try again.");
 
-// While an instance exists, the default stack of a new thread exceeds the address space, so no thread can start.
+// While an instance exists, the default thread stack exceeds the address space, so no thread can start.
 class NoThreads
 {
 public:

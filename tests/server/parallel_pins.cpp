@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Tests the wiring table and the number of port writes that loading a tuning word takes.
+// Tests the wiring table and the number of port writes per tuning word.
 #include "server/links/parallel_pins.h"
 #include "server/drivers/dds_loader.h"
 #include "tests/server/recording_port.h"

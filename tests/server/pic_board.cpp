@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Tests the simulated PIC board against the rules for firmware in docs/hardware/pic-board.md.
+// Tests the simulated PIC board against the firmware rules in docs/hardware/pic-board.md.
 #include "tests/support/pic_probe.h"
 
 #include "server/drivers/pic_frames.h"
@@ -25,7 +25,7 @@ SimulatorSettings settings()
     return made;
 }
 
-// Returns the exact tuning word of `hertz`, rounded to an integer.
+// Returns the tuning word for `hertz`, rounded to the nearest integer.
 std::int64_t exactWord(std::int64_t hertz)
 {
     return std::llround(std::ldexp(static_cast<long double>(hertz), 32) / static_cast<long double>(kClockHz));
@@ -127,7 +127,7 @@ void PicBoardTest::abortVoidsACommand()
     QCOMPARE(say(board, "A7\r"), QByteArray("A+\r"));
 }
 
-// `!` ends the sweep, even inside a frame, and the board sends nothing afterwards. The board ignores other bytes.
+// `!` aborts the sweep, even in mid-frame, and silences the board. The sweeping board ignores other bytes.
 void PicBoardTest::abortEndsASweep()
 {
     PicBoard board(settings());
@@ -169,7 +169,7 @@ void PicBoardTest::theHostTakesItsFrames()
     }
 }
 
-// The stale board accepts the second plan but keeps sweeping the first.
+// A stale board accepts the second plan but keeps sweeping the first.
 void PicBoardTest::aStaleBoardIsFoundOut()
 {
     SimulatorSettings stale = settings();
@@ -186,7 +186,7 @@ void PicBoardTest::aStaleBoardIsFoundOut()
     QVERIFY(!kept.next().value().isDamaged());
 }
 
-// Four samples take five bytes, which the line transfers in 0.43 ms at 115,200 baud.
+// Four samples occupy five bytes, which take 0.43 ms at 115,200 baud.
 void PicBoardTest::slowSettlingKeepsTheLineWaiting()
 {
     const auto idleTime = [](const QByteArray &settling) {
@@ -202,7 +202,7 @@ void PicBoardTest::slowSettlingKeepsTheLineWaiting()
     };
     QCOMPARE(idleTime({}), 0.0);
     QCOMPARE(idleTime("S20\r"), 0.0);
-    QCOMPARE(idleTime("S1000\r"), 400 * 0.950); // 50 us of settling pass while the line transfers the sample
+    QCOMPARE(idleTime("S1000\r"), 400 * 0.950); // the line is busy during 50 us of each settling time
 }
 
 void PicBoardTest::wordsAreWithinOneUnit()

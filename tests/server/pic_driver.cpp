@@ -38,20 +38,20 @@ SimulatorSettings settingsWith(SimulatorFault fault, bool paced = false)
     return settings;
 }
 
-// Returns the exact tuning word of `hertz`, rounded to an integer, at a clock of 125 MHz.
+// Returns the tuning word for `hertz` with a 125 MHz clock, rounded to the nearest integer.
 std::int64_t exactWord(std::int64_t hertz)
 {
     return std::llround(std::ldexp(static_cast<long double>(hertz), 32) / 125e6L);
 }
 
-// A simulated board that records the words that its generator receives.
+// A simulated board that records the words sent to its generator.
 class ProbedPic : public PicBoard
 {
 public:
     using PicBoard::PicBoard;
 
     std::uint32_t word() const { return m_word; } // 0: off
-    // Records the next words that the generator receives, until `atMost` are stored.
+    // Records the next `atMost` words that the generator receives.
     void recordWords(std::size_t atMost) { m_recordAtMost = atMost; }
     const std::vector<std::uint32_t> &words() const { return m_words; }
 
@@ -68,7 +68,7 @@ private:
     std::vector<std::uint32_t> m_words;
 };
 
-// Keeps a board alive after the end of the thread that serves it, so that the test can examine the board.
+// Keeps a board alive after its thread has exited, so that the test can examine the board.
 class SharedBoard : public SerialBoard
 {
 public:
@@ -119,7 +119,7 @@ struct Bench
 
     int errorsWith(int wanted) const { return errorsWithCode(errors, wanted); }
 
-    // Ends the board's thread and returns the board.
+    // Stops the board's thread and returns the board.
     const ProbedPic &boardAtRest()
     {
         driver.ClosePort();
@@ -129,8 +129,8 @@ struct Bench
 
     std::size_t recordAtMost = 0;
     bool isPluggedIn = true;
-    int settlingUs = 0; // the settling time in the settings
-    int arrivals = 0;   // bytesArrived() signals of all links
+    int settlingUs = 0; // the configured settling time
+    int arrivals = 0;   // bytesArrived() signals from all links
     std::shared_ptr<ProbedPic> board;
     std::unique_ptr<PtyBoard> pty;
     PicDriver driver;
@@ -205,7 +205,7 @@ void PicDriverOnBoard::singleFrequencies()
     QCOMPARE(bench.errors.size(), 0);
 }
 
-// Around 125 MHz - 9 MHz the generator makes the image, so the crystal resonates in the mirrored row.
+// Near 125 MHz - 9 MHz the generator outputs its image, so the resonance appears in the mirrored row.
 void PicDriverOnBoard::imageAndUselessFrequencies()
 {
     Bench bench(settingsWith(SimulatorFault::None));
@@ -333,7 +333,7 @@ void PicDriverOnBoard::unplugIsOneErrorAndMayComeBack()
     QCOMPARE(bench.errorsWith(code::kPort), 2);
     QCOMPARE(bench.completes.size(), 2);
 
-    // Plugged in again: the driver sends the plan of the lost board to the new one.
+    // Plugged in again: the driver sends the lost board's plan to the new board.
     bench.isPluggedIn = true;
     const auto shown = bench.vectors.size();
     bench.driver.RunSweep();
@@ -365,7 +365,7 @@ void PicDriverOnBoard::talkativeBoards()
     QFETCH(SimulatorFault, fault);
     Bench bench(settingsWith(fault));
     QVERIFY(bench.driver.OpenPort(kPort, kLine));
-    if (fault == SimulatorFault::Chatter) // the garbage comes with the first answer
+    if (fault == SimulatorFault::Chatter) // the garbage arrives with the first answer
         QTRY_VERIFY(bench.arrivals >= 3);
     QVERIFY(bench.driver.PrepareSweep(8'980'000, 100));
     bench.driver.RunSweep();
@@ -378,7 +378,7 @@ void PicDriverOnBoard::talkativeBoards()
     QCOMPARE(bench.errors.size(), 0);
 }
 
-// Checks an upper limit only: a slow machine may sweep more slowly than the real line.
+// Checks an upper limit only: a slow machine may sweep more slowly than the real line allows.
 void PicDriverOnBoard::neverFasterThanTheLine()
 {
     constexpr int kSweeps = 46;

@@ -17,7 +17,7 @@ namespace {
 
 constexpr int kPoints = 400;
 constexpr int kFrameBytes = 505;
-constexpr PicPlan kPlan{8'980'000, 100}; // the plan of the frames that picFrame() makes
+constexpr PicPlan kPlan{8'980'000, 100}; // the plan that picFrame() uses
 
 QList<int> someSamples(unsigned seed)
 {
@@ -33,7 +33,7 @@ const QByteArray kFollowing = QByteArray::fromHex("a55a");
 
 } // namespace
 
-// Tests decoding on a bad line: only damaged frames are lost, and no damaged frame passes as good.
+// Tests decoding over a noisy line: only damaged frames are lost, and no damaged frame is accepted.
 class PicFrames : public QObject
 {
     Q_OBJECT
@@ -57,7 +57,7 @@ private slots:
 void PicFrames::checkValueOfTheCrc()
 {
     QCOMPARE(crcOf("123456789"), std::uint16_t(0x29B1));
-    // The decoder accepts only the right checksum.
+    // The decoder accepts only the correct checksum.
     const QByteArray frame = picFrame(0, someSamples(1));
     const int right = crcOf(kPicFramePlan + frame.mid(2, 501));
     for (int flipped = 0; flipped <= 0xFFFF; flipped += 51) {
@@ -73,7 +73,7 @@ void PicFrames::checkValueOfTheCrc()
     }
 }
 
-// Checks the examples of docs/hardware/pic-board.md and frames of a board that sweeps the wrong plan.
+// Checks the examples in docs/hardware/pic-board.md and frames from a board that sweeps the wrong plan.
 void PicFrames::anotherPlanIsDamage()
 {
     QCOMPARE(crcOf(kPicFramePlan), std::uint16_t(0x187C));
@@ -141,7 +141,7 @@ void PicFrames::missingFramesAreTold()
     QCOMPARE(decoder.next()->samples, someSamples(258));
 }
 
-// A complete frame of the previous sweep must not pass as one of this sweep.
+// A complete frame left over from the previous sweep must not be shown.
 void PicFrames::remnantsAreNotShown()
 {
     PicDecoder decoder(kPlan);
@@ -231,7 +231,7 @@ void PicFrames::onlyAFollowedFrameIsGood_data()
     QTest::newRow("one place too late") << QByteArray::fromHex("00a5") << false;
 }
 
-// A right checksum does not suffice: a damaged frame has one by chance once in 65,536 times.
+// A correct checksum is not enough: one damaged frame in 65,536 has a correct checksum by chance.
 void PicFrames::onlyAFollowedFrameIsGood()
 {
     QFETCH(QByteArray, behind);

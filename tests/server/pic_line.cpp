@@ -21,7 +21,7 @@ constexpr int kOperationMs = 2'400;
 constexpr int kProgramWaitsMs = 3'000;
 constexpr int kTurnMs = 5; // polling interval of waitForBytes()
 
-// A line whose far end is a script. The driver must poll: bytesArrived() is never emitted.
+// A link whose replies are scripted. The driver must poll: bytesArrived() is never emitted.
 class ScriptedLink : public ByteLink
 {
 public:
@@ -79,7 +79,7 @@ public:
     void discard() override { m_arrived.clear(); }
     void close() override {}
 
-    QByteArray babble; // arrives at every poll
+    QByteArray babble; // received at every poll
     QByteArray fatal;  // writing these bytes fails because the device is gone
     QList<QByteArray> written;
     int overtaken = 0; // writes before the previous answer has arrived
@@ -102,7 +102,7 @@ private:
     QByteArray m_arrived;
 };
 
-// Returns the answer that accepts `command`. The answer to `?` matches the bench's settings.
+// Returns the acknowledgement of `command`. The answer to `?` matches the bench's settings.
 QByteArray accepting(const QByteArray &command)
 {
     return command == "?\r" ? QByteArray("?+TEST 1.0 AD9850 80000000 50\r") : command.left(1) + "+\r";
@@ -166,7 +166,7 @@ void PicLine::whatIsSaid()
     QVERIFY(bench.driver.SendFrequency("A", 7'000'000));
     QVERIFY(bench.driver.PrepareSweep(8'980'000, -100));
     QVERIFY(bench.driver.SendFrequency("*", 0));
-    // `!` frees the line first: the board may still be sweeping for an earlier program.
+    // `!` frees the line first: the board may still be sweeping for a previous program.
     const QList<QByteArray> wanted{"!", "?\r", "A7000000\r", "B8980000\r", "D-100\r", "P\r", "*\r"};
     QCOMPARE(bench.link->written, wanted);
     QCOMPARE(bench.link->overtaken, 0);
@@ -210,7 +210,7 @@ void PicLine::noAnswerToTheFirstCommand()
     QCOMPARE(bench.errors.last().at(1).toString(), QStringLiteral("The board did not start the sweep."));
 }
 
-// An answer later than 0.5 s must not be taken for the answer to another command.
+// An answer that arrives after 0.5 s must not be taken for the answer to another command.
 void PicLine::answerThatComesLate()
 {
     bool isFirst = true;
@@ -252,7 +252,7 @@ void PicLine::refusalIsNoError()
     QCOMPARE(bench.errorsWith(code::kBoard), 1);
 }
 
-// No sweep arrives, and the `!` that should end it finds that the device is gone: two errors, one aComplete.
+// No sweep arrives, and sending `!` to abort it fails because the device is gone: two errors, one aComplete.
 void PicLine::lossThatTheAbortFinds()
 {
     Bench bench(obedient());

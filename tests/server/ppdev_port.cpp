@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Tests opening a real parallel port: finding the port by its address, claiming it in the right order, reporting every
-// system error with a sentence, and leaving nothing open.
+// system error with a message, and closing every descriptor.
 #include "server/links/ppdev_port.h"
 
 #include <QDir>
@@ -30,7 +30,7 @@ namespace {
 
 constexpr unsigned long kOpen = 0; // stands for open() among the ioctl requests
 
-// A fake kernel: a request fails with the configured errno, as often as configured.
+// A fake kernel: requests fail with the configured errno, the configured number of times.
 class PlayedSystem : public PortSystem
 {
 public:
@@ -157,7 +157,7 @@ void PpdevPortTest::addUser(int number, const QString &name)
     QVERIFY(QDir().mkpath(QStringLiteral("%1/parport%2/devices/%3").arg(m_places.ports).arg(number).arg(name)));
 }
 
-// Returns the error message of opening the port, or "opened".
+// Returns the error message if the port cannot be opened, otherwise "opened".
 QString PpdevPortTest::sentence(int base)
 {
     try {
@@ -170,7 +170,7 @@ QString PpdevPortTest::sentence(int base)
 
 void PpdevPortTest::portsAreListed()
 {
-    addPort(2, "0\t0\n"); // behind USB
+    addPort(2, "0\t0\n"); // a USB adapter
     const QVector<ParportEntry> entries = listParports(m_places);
     QCOMPARE(entries.size(), 3);
     QCOMPARE(entries.at(0).number, 0);

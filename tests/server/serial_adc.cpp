@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Tests the converter's delay of one frame, in the model and in the driver that reads the converter.
+// Tests the converter's one-frame delay, in the model and in the driver that reads the converter.
 #include "server/boards/serial_adc_model.h"
 #include "server/drivers/adc_reader.h"
 #include "tests/server/recording_port.h"

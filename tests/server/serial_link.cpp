@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Tests the serial link on a pseudo-terminal: bytes pass unchanged, a lost port is reported once and then uses no
-// processor time, and a port that cannot be opened reports why.
+// processor time, and a failed attempt to open a port reports the reason.
 #include "server/links/serial_link.h"
 
 #include "server/drivers/serial_opener.h"
@@ -19,7 +19,7 @@ using calvorn::test::TerminalPair;
 
 namespace {
 
-// Returns the message shown when the device cannot be opened, or an empty string.
+// Returns the error message if the device cannot be opened, otherwise an empty string.
 QString failureOf(const QString &device, const LineSettings &line = {})
 {
     try {
@@ -102,7 +102,7 @@ void SerialLinkTest::discards()
     QCOMPARE(link.read(), QByteArray("new"));
 }
 
-// A pseudo-terminal has no DTR and RTS; the link works without them.
+// A pseudo-terminal has no DTR or RTS; the link works without them.
 void SerialLinkTest::missingModemLinesAreNoError()
 {
     const TerminalPair terminal;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Tests the real CalvornAsync from outside: it serves one program and always ends.
+// Tests the real CalvornAsync from outside: it serves one program and always exits.
 #include "lpt_proxy.h"
 
 #include "tests/server/terminal_pair.h"
@@ -40,7 +40,7 @@ public:
             qFatal("cannot write the settings");
         settings.write("[Config]\r\nDDS Device=AD9850\r\nDDS Xtal freq=80000000\r\n"
                        "[Simulator]\r\nPace=none\r\nDevice=bandpass\r\n");
-        // Keeps the sockets of this test apart from all others.
+        // Keeps this test's sockets apart from all others.
         QDir(m_folder.path()).mkdir(QStringLiteral("run"));
         setRunPath(runPath());
     }
@@ -110,7 +110,7 @@ public:
         return opened.isValid() && opened.value();
     }
 
-    // Does not wait for the answer.
+    // Does not wait for the reply.
     void callOpenPort(short port, const QString &settings) const
     {
         QDBusMessage call = QDBusMessage::createMethodCall(QString(), QStringLiteral("/aPIC"),
@@ -136,7 +136,7 @@ private:
     QString m_name;
 };
 
-// Returns whether the process has ended; a zombie counts as ended.
+// Returns whether the process has exited; a zombie counts as exited.
 bool isGone(qint64 pid)
 {
     QFile status(QStringLiteral("/proc/%1/stat").arg(pid));
@@ -358,8 +358,8 @@ void ServerProcessTest::endsWithAKilledParent()
 {
     QFETCH(bool, stopped);
     Server server;
-    // The shell is the server's parent. The server's standard input stays open, so only the shell's death ends the
-    // server.
+    // The shell is the server's parent. The server's standard input stays open, so only the shell's death can make the
+    // server exit.
     server.process.start(
         QStringLiteral("/bin/sh"),
         {QStringLiteral("-c"), QStringLiteral("exec 3<&0; \"$0\" <&3 & echo $!; wait"), server.path()});
@@ -378,7 +378,7 @@ void ServerProcessTest::endsWithAKilledParent()
     QCOMPARE(server.socketFolders(), 0);
 }
 
-// Ends the process while the D-Bus thread is still busy.
+// Makes the server exit while its D-Bus thread is still busy.
 void ServerProcessTest::endsAfterABurstOfRefusedPorts()
 {
     const QString settings(100'000, u'x');
@@ -427,7 +427,7 @@ void ServerProcessTest::foldersOfAnyName()
     QVERIFY(QDir(folder).isEmpty());
 }
 
-// The path of a socket is limited to about 100 bytes.
+// Socket paths are limited to about 100 bytes.
 void ServerProcessTest::aFolderThatIsTooDeepIsPassedOver()
 {
     Server server;
@@ -448,7 +448,7 @@ void ServerProcessTest::noFolderIsLeftForGood()
         server.process.start(server.path(), QStringList());
         QVERIFY(server.process.waitForStarted());
         if (start % 4 == 0)
-            QVERIFY(server.readAddress()); // started, but without a program
+            QVERIFY(server.readAddress()); // started, but no program has connected
         else
             QTest::qSleep(2 * start); // interrupts the start a bit later each time
         server.process.kill();
@@ -463,7 +463,7 @@ void ServerProcessTest::noFolderIsLeftForGood()
     QCOMPARE(server.socketFolders(), 0);
 }
 
-// The stack limit also sets the stack size of threads. With this limit no thread can start.
+// The stack limit also sets the threads' stack size. At this limit no thread can start.
 void ServerProcessTest::aSystemWithoutAThread()
 {
     Server server;

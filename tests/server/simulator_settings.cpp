@@ -85,7 +85,7 @@ void SimulatorSettingsTest::theDefaultsAreThoseOfTheirTexts()
     QCOMPARE(missing.chip, written.chip);
     QCOMPARE(missing.clockHz, written.clockHz);
     QCOMPARE(missing.adc.bits, written.adc.bits);
-    // Invalid values give the same defaults.
+    // Invalid values yield the same defaults.
     const SimulatorSettings unreadable =
         readSimulatorSettings(write("[Simulator]\nDevice=?\nPace=?\nSeed=?\nFault=?\nChip=?\nClock=?\nADC=?\n"));
     QCOMPARE(unreadable.device.kind(), written.device.kind());
@@ -102,7 +102,7 @@ void SimulatorSettingsTest::configGivesTheDefaults()
     const SimulatorSettings settings = readSimulatorSettings(
         write("[Config]\nDDS Device=AD9851\nDDS Xtal freq=30000000\nADC Device=8bit\n[Simulator]\nClock=rubbish\n"));
     QCOMPARE(settings.chip, DdsChip::Ad9851);
-    QCOMPARE(settings.clockHz, 80e6); // an invalid Clock gives the built-in default, not the clock of [Config]
+    QCOMPARE(settings.clockHz, 80e6); // an invalid Clock yields the built-in default, not the clock in [Config]
     QCOMPARE(settings.adc.bits, 8);
     QCOMPARE(readSimulatorSettings(write("[Config]\nDDS Xtal freq=30000000\n")).clockHz, 30e6);
 }
@@ -120,7 +120,7 @@ void SimulatorSettingsTest::detectors()
     }
 }
 
-// A clock beyond the range of integers once caused undefined behaviour in the PIC board.
+// A clock beyond the integer range once caused undefined behaviour in the PIC board.
 void SimulatorSettingsTest::impossibleClocks()
 {
     for (const char *clock : {"1e30", "inf", "nan", "-1", "0", "1000000000001"})

@@ -14,7 +14,7 @@
 
 namespace calvorn::test {
 
-// A pseudo-terminal in raw mode. The test holds the board's end.
+// A pseudo-terminal in raw mode. The test plays the board.
 class TerminalPair
 {
 public:
@@ -34,7 +34,7 @@ public:
     TerminalPair(const TerminalPair &) = delete;
     TerminalPair &operator=(const TerminalPair &) = delete;
 
-    // Acts like pulling the cable.
+    // Simulates pulling the cable.
     void hangUp()
     {
         for (int *descriptor : {&m_master, &m_slave}) {

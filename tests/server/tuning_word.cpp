@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Tests the tuning words: rounded to nearest, exact to the last bit, and refused only if they exceed 32 bits.
+// Tests the tuning words: rounded to nearest, exact to the last bit, and rejected only if they exceed 32 bits.
 #include "server/synthesiser/tuning_word.h"
 
 #include <QTest>

@@ -13,7 +13,7 @@ std::optional<QList<int>> single(int value)
     return QList<int>{value};
 }
 
-// Returns how many more vectors the gate would send at once.
+// Returns how many more vectors the gate would send immediately.
 int roomOf(VectorGate gate)
 {
     int room = 0;
@@ -52,7 +52,7 @@ void VectorGateTest::newestWaits()
     VectorGate gate;
     for (int index = 0; index < 20; ++index)
         gate.offer(QList<int>{index});
-    QCOMPARE(gate.dropped(), std::uint64_t{11}); // 8 sent, 1 waits
+    QCOMPARE(gate.dropped(), std::uint64_t{11}); // 8 sent, 1 pending
     QCOMPARE(gate.taken(1), single(19));
     QCOMPARE(roomOf(gate), 0);
     QVERIFY(!gate.taken(1).has_value());

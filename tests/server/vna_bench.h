@@ -19,8 +19,8 @@
 
 namespace calvorn {
 
-// An in-memory line to a board. It delivers some of the board's bytes in each turn of the event loop, and can damage
-// them.
+// An in-memory line to a board. It delivers some of the board's bytes in each iteration of the event loop, and can
+// damage them.
 class MemoryLink : public ByteLink
 {
 public:
@@ -92,7 +92,7 @@ public:
         emit bytesArrived();
     }
 
-    // Delivers nothing beyond this many bytes since the link was created.
+    // Stops delivery after this many bytes since the link was created.
     void holdAfter(quint64 bytes) { m_hold = bytes; }
     void release() { m_hold = std::numeric_limits<quint64>::max(); }
 
@@ -110,7 +110,7 @@ public:
     quint64 passed() const { return m_index; }
 
 private:
-    static constexpr int kPiece = 173; // not a multiple of the size of a sample
+    static constexpr int kPiece = 173; // not a multiple of the sample size
 
     void pass()
     {
@@ -223,7 +223,7 @@ struct VnaBench
 {
     static constexpr int kPort = 100;
     static constexpr int kPoints = 400;
-    static constexpr int kWindow = 8; // vectors that the driver sends before the first is acknowledged
+    static constexpr int kWindow = 8; // the maximum number of unacknowledged vectors
 
     explicit VnaBench(const SimulatorSettings &made = vnaSettings(), MemoryLink::Tamper tamper = {})
         : board(made)
@@ -237,14 +237,14 @@ struct VnaBench
     {
         driver.SetXtalFrequency(20e6);
         driver.SetMultiplier(20);
-        // Acknowledges every vector, as the program does. The queued connection makes the answer arrive later.
+        // Acknowledges every vector, as the program does. The queued connection delays the acknowledgement.
         QObject::connect(
             &driver, &VnaDriver::aVettore, &driver, [this] { driver.VectorsTaken(1); }, Qt::QueuedConnection);
     }
 
     bool open() { return driver.OpenPort(kPort, QStringLiteral("115200,N,8,1")); }
 
-    // Makes the calls in the program's order. Modes: 1 angle, 2 return loss, 3 device under test.
+    // Calls the driver in the program's order. Modes: 1 angle, 2 return loss, 3 device under test.
     void start(int startHz, int stepHz, short mode = 3)
     {
         driver.SetMode(mode);

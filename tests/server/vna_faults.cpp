@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Tests the MiniVNA driver with bad lines and bad boards: the driver drops every sweep with detectable damage,
-// continues sweeping if possible, otherwise ends with one aComplete, and survives the loss of the port.
+// Tests the MiniVNA driver with noisy lines and faulty boards: the driver discards every detectably damaged sweep,
+// continues sweeping if possible, otherwise stops with one aComplete, and survives the loss of the port.
 #include "tests/server/vna_bench.h"
 #include "tests/support/quiet_time.h"
 
@@ -15,10 +15,10 @@ using namespace calvorn;
 namespace {
 
 constexpr quint64 kReplyBytes = 1'600;
-constexpr quint64 kCheckBytes = 20; // the reply to the check of the line, the first command on a link
+constexpr quint64 kCheckBytes = 20; // the reply to the line check, the first command on a link
 constexpr quint64 kFaultyByte = 997;
 
-// Returns the number of vectors that do not equal a sweep of the board, sample for sample.
+// Returns the number of vectors that match no sweep of the board, sample for sample.
 int wrongVectors(VnaBench &bench)
 {
     int wrong = 0;
@@ -37,7 +37,7 @@ int wrongVectors(VnaBench &bench)
 
 enum class Damage { Lost, Added, Flipped };
 
-// Damages the byte with the index `at`.
+// Damages the byte at index `at`.
 MemoryLink::Tamper damageOnce(Damage damage, quint64 at)
 {
     return [damage, at](quint64 index, char byte) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Tests COM100 of the MiniVNA as a whole: driver, serial port, pseudo-terminal and simulated instrument, with the
+// Tests the MiniVNA at COM100 from end to end: driver, serial port, pseudo-terminal and simulated instrument, with the
 // faults that can be set in [Simulator].
 #include "server/drivers/serial_opener.h"
 #include "server/drivers/vna_driver.h"
@@ -20,7 +20,7 @@ using namespace calvorn;
 
 namespace {
 
-// Creates the driver like the server does, with a temporary settings file.
+// Creates the driver as the server does, with a temporary settings file.
 struct Bench
 {
     explicit Bench(const QByteArray &simulator)
@@ -36,7 +36,7 @@ struct Bench
 
     QString path() const { return folder.filePath(QStringLiteral("Calvorn.ini")); }
 
-    // Makes the calls of the program's start-up.
+    // Makes the same calls as the program at start-up.
     bool open()
     {
         const bool opened = driver.OpenPort(100, QStringLiteral("115200,N,8,1"));
@@ -127,7 +127,7 @@ void VnaSimulatedPortTest::twoHundredSweeps()
         QVERIFY(bench.isRight(index));
 }
 
-// Checks an upper limit only: a slow machine may sweep more slowly than the real line.
+// Checks an upper limit only: a slow machine may sweep more slowly than the real line allows.
 void VnaSimulatedPortTest::neverFasterThanTheLine()
 {
     constexpr int kSweeps = 14;
@@ -208,13 +208,13 @@ void VnaSimulatedPortTest::chatter()
     QTRY_COMPARE(bench.completes.count(), 1);
 }
 
-// The protocol cannot reveal a flipped bit in a count, so values may be wrong; their number must be right.
+// The protocol cannot reveal a flipped bit in a count, so values may be wrong; their number must be correct.
 void VnaSimulatedPortTest::corruptedBytes()
 {
     Bench bench("Device=crystal\r\nFault=corrupt\r\n");
     QVERIFY(bench.open());
     bench.start();
-    // Three damaged sweeps in a row end sweeping.
+    // Three damaged sweeps in a row stop sweeping.
     const auto sweeps = [&bench] { return bench.vectors.count() + bench.errorsWith(code::kTransfer); };
     QTRY_VERIFY_WITH_TIMEOUT(!bench.completes.isEmpty() || sweeps() >= 8, 15'000);
     bench.driver.StopSweep(2);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Tests how MiniVNA sweeps start and end: each sends one aComplete, and the driver sends no command while a reply is
-// due.
+// Tests how MiniVNA sweeps start and stop: each sends one aComplete, and the driver sends no command while a reply is
+// outstanding.
 #include "tests/server/vna_bench.h"
 #include "tests/support/quiet_time.h"
 
@@ -44,7 +44,7 @@ namespace {
 const QByteArray kOff = "0\r0\r1\r0\r";
 const QByteArray kTenMegahertz = "0\r107374182\r1\r0\r";
 
-// Starts a sweep and stops the line after half of the reply.
+// Starts a sweep and halts the line halfway through the reply.
 void holdInMidSweep(VnaBench &bench)
 {
     const quint64 half = bench.link->passed() + 800;
@@ -192,7 +192,7 @@ void VnaSweepLifeTest::frequencyWhileSweeping()
         bench.driver.SetFrequency(9'000'000 + round);
     bench.driver.SetFrequency(10'000'000);
     QTRY_VERIFY(bench.vectors.count() >= 4);
-    for (const QByteArray &command : bench.link->written().mid(1)) // skips the check of the line
+    for (const QByteArray &command : bench.link->written().mid(1)) // skips the line check
         QVERIFY(command.contains("\r400\r"));
     bench.driver.StopSweep(2);
     QTRY_COMPARE(bench.link->written().last(), kTenMegahertz);
@@ -242,7 +242,7 @@ void VnaSweepLifeTest::newModeLetsNoOldVectorThrough()
     QVERIFY(bench.open());
     bench.start(1'000'000, 1'000);
     for (int round = 0; round < 20; ++round) {
-        // A cable gives 1024 - 410 counts in transmission and almost 0 in reflection.
+        // A cable yields 1024 - 410 counts in transmission and almost 0 in reflection.
         const bool transmission = round % 2 != 0;
         bench.driver.SetMode(transmission ? 3 : 2);
         const auto before = bench.vectors.count();

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Tests that the MiniVNA makes each of the 400 planned frequencies and that sample k was measured at frequency k.
+// Tests that the MiniVNA outputs each of the 400 planned frequencies and that sample k was measured at frequency k.
 #include "tests/server/vna_bench.h"
 
 #include <QTest>
@@ -107,7 +107,7 @@ void VnaSweepPointsTest::resonanceLandsInItsRow()
     QVERIFY(shown > 0.98 * expected && shown < 1.02 * expected);
 }
 
-// Around 400 MHz - 9 MHz the words are legal, but the generator makes the image. The driver remarks on this once.
+// Near 400 MHz - 9 MHz the words are valid, but the generator outputs its image. The driver remarks on this once.
 void VnaSweepPointsTest::imageOfTheResonance()
 {
     VnaBench bench(vnaSettings(DeviceKind::Crystal));
@@ -159,7 +159,7 @@ void VnaSweepPointsTest::modesChooseTheValue()
     }
 }
 
-// A cable gives the same voltage as on the parallel-port board: 1 V, with a reference of 2.5 V.
+// A cable yields the same voltage as on the parallel-port board: 1 V, with a 2.5 V reference.
 void VnaSweepPointsTest::parallelBoardsCounts()
 {
     VnaBench bench(vnaSettings(DeviceKind::Through));

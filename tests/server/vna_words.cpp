@@ -78,7 +78,7 @@ void VnaWordsTest::wordsThatDoNotFit()
     QVERIFY_THROWS_EXCEPTION(FrequencyError, vnaSweepWords(399'000'000, 10'000, 400, 0.0, kClockHz));
     QVERIFY_THROWS_EXCEPTION(FrequencyError, vnaSweepWords(1'000, -10'000, 400, 0.0, kClockHz));
     QVERIFY_THROWS_EXCEPTION(FrequencyError, vnaSweepWords(1'000, 10, 400, -2'000.0, kClockHz));
-    // Above half the clock the generator makes the image, which is legal.
+    // Above half the clock the generator outputs its image, which is allowed.
     QCOMPARE(vnaSweepWords(300'000'000, 0, 400, 0.0, kClockHz).start, 3'221'225'472U);
 }
 

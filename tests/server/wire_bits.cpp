@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Compares the bits on the parallel port's wires with the data sheets: the loading of the generator and the I2C
+// Compares the bits on the parallel port's wires with the data sheets, both when loading the generator and in I2C
 // transfers.
 #include "server/drivers/dds_loader.h"
 #include "server/drivers/i2c_master.h"
@@ -20,7 +20,7 @@ constexpr unsigned kScl = 0x40;
 constexpr unsigned kSda = 0x80;
 constexpr std::uint8_t kNobodyAcknowledges = 0x10; // SELECT reads SDA as high
 
-// Returns the data line at each rising clock edge, "|" for each pulse on the update line, and "?" for one that comes
+// Returns the data line at each rising clock edge, "|" for each pulse on the update line, and "?" for an update pulse
 // while clock or data is high.
 QByteArray loadedBits(const std::vector<std::uint8_t> &writes)
 {
