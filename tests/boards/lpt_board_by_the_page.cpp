@@ -3,8 +3,8 @@
 // Simulates a PC parallel port with the measuring board, for tests without hardware.
 //
 // Preload this library (LD_PRELOAD). The program then finds port 0 at address 888 (0x378): /dev/parport0 answers the
-// ioctls of ppdev, and /proc/sys/dev/parport lists the port. The board's only input is the levels of the pins.
-// The converter returns a count computed from the generator's tuning word, see Generator::count().
+// ppdev ioctls, and /proc/sys/dev/parport lists the port. The board sees nothing but the pin levels. The converter
+// returns a count computed from the generator's tuning word; see Generator::count().
 //
 //   CALVORN_BOARD_LOG    log file, one line per event
 //   CALVORN_BOARD_FAULT  file that contains busy, absent, gone, or hang with a number of milliseconds
@@ -46,7 +46,7 @@ namespace {
 
 using namespace lpt;
 
-// The libc function that one of ours replaces.
+// The libc function that the library replaces.
 #define REAL(name)                                                                                                     \
     reinterpret_cast<decltype(&::name)>([] {                                                                           \
         static void *f = dlsym(RTLD_NEXT, #name);                                                                      \
@@ -95,7 +95,7 @@ Session *enter(int fd)
     return nullptr;
 }
 
-// Turns a real descriptor into one of the simulated port.
+// Makes a real descriptor stand for the simulated port.
 int adopt(int fd)
 {
     for (size_t i = 0; fd >= 0 && i < std::size(sessions) && fd < static_cast<int>(std::size(table)); ++i) {
@@ -187,7 +187,7 @@ int access(bool dead, uint32_t request, uint8_t *bytes)
     return 0;
 }
 
-// Handles the requests with an int argument or larger. Those in the first switch need no claim.
+// Handles requests whose argument is an int or larger. Those in the first switch need no claim.
 int setting(const Session &s, uint32_t request, int *number)
 {
     switch (request) {
@@ -274,7 +274,7 @@ const char *behind(const char *path, const char *prefix)
     return strncmp(path, prefix, length) == 0 && (!path[length] || path[length] == '/') ? path + length : nullptr;
 }
 
-// Maps a path of the program to the real path. An empty path does not exist.
+// Maps a path from the program to the real path. An empty path makes the call fail.
 struct Place
 {
     const char *path;

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-// The measuring board of lpt_board_by_the_page: the chips on the port's pins, the log and the file of faults.
-// Nothing here calls a function that the library replaces.
+// The measuring board of lpt_board_by_the_page: the chips on the port's pins, the log and the fault file. Nothing here
+// calls a function that the library replaces.
 
 #include <algorithm>
 #include <atomic>
@@ -52,7 +52,7 @@ inline int64_t milliseconds(clockid_t clock)
 }
 
 // ---- The board
-// AdcSelect is active low; Scl and Sda: 1 = released. The last three are STROBE, AUTOFD and INIT.
+// AdcSelect is active low; Scl and Sda are 1 when released. The last three are STROBE, AUTOFD and INIT.
 enum Pin : unsigned {
     DdsClock = 0x001,
     DdsUpdate = 0x002,
@@ -67,7 +67,7 @@ enum Pin : unsigned {
     AuxLatch = 0x400,
 };
 
-// A clock edge reads data inputs as they were before it: a level that changes together with the edge is too late.
+// A clock edge latches the data inputs as they were before it: a level that changes together with the edge is too late.
 struct Edges
 {
     unsigned before, now;
@@ -116,7 +116,7 @@ private:
         const int64_t now = milliseconds(CLOCK_MONOTONIC);
         m_word = static_cast<uint32_t>(m_shift);
         m_silent = control & 7;
-        if (control & 3) // factory tests: no signal, and they may damage the chip
+        if (control & 3) // factory test modes: no signal, and possible damage to the chip
             report("test-code %02X", control);
         if (control & 4)
             report("power-down");
@@ -205,14 +205,14 @@ private:
     uint8_t m_byte = 0, m_bytes[16] = {};
 };
 
-// The registers of the port and the board on its pins.
+// The port's registers and the board on its pins.
 class Port
 {
 public:
     uint8_t data() const { return m_input ? 0xFF : m_data; }
     uint8_t control() const { return m_control; }
 
-    // Open inputs read high, and BUSY is inverted. The three lowest bits have no line and read 1.
+    // Open inputs read high, and BUSY is inverted. The lowest three bits have no line and read 1.
     uint8_t status() const
     {
         return static_cast<uint8_t>(PARPORT_STATUS_PAPEROUT | PARPORT_STATUS_ERROR | 0x07 |
@@ -234,7 +234,7 @@ public:
             m_converter.pins(e, m_generator);
         if (changed & (Scl | Sda))
             m_potentiometer.pins(e);
-        // Two cascaded 74HC595. If both clocks rise together, the latch takes the old contents of the register.
+        // Two cascaded 74HC595. If both clocks rise together, the latch stores the old contents of the register.
         if (e.rose() & AuxLatch)
             report("aux %02X %02X", m_aux & 0xFFu, m_aux >> 8 & 0xFFu);
         if (e.rose() & AuxClock)
@@ -281,7 +281,7 @@ public:
         return m_fault;
     }
 
-    // Returns for how many milliseconds the port hangs, and resets the number to 0.
+    // Returns how many milliseconds the port hangs, and resets the number to 0.
     int takeHang() { return m_hang > 0 ? m_hang.exchange(0) : 0; }
 
     void inChild() { new (&m_mutex) std::mutex; }
@@ -312,7 +312,7 @@ private:
     std::mutex m_mutex;
     std::atomic<int> m_fault{None}, m_hang{0};
     int64_t m_lastLook = -1000;
-    int64_t m_hangSeen = 0; // identifies the version of the file, so that each causes one hang
+    int64_t m_hangSeen = 0; // identifies the file's version, so that each version causes one hang
 };
 
 } // namespace lpt

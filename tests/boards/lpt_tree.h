@@ -26,11 +26,11 @@ namespace lpt {
 constexpr const char *treeParts[] = {"", "/none", "/one", "/one/parport0", "/one/parport0/devices"};
 constexpr const char *addressPart = "/one/parport0/base-addr";
 
-// Each process creates a separate tree, so a parent may end before its child.
+// Each process creates a separate tree, so a parent may exit before its child.
 class Tree
 {
 public:
-    // Returns the root of the tree, which is created on first use in each process.
+    // Returns the root of the tree, creating the tree on first use in each process.
     const char *root()
     {
         const std::lock_guard lock(m_mutex);

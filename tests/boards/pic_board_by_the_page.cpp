@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Simulates a measuring board behind a pseudo-terminal. Written from the description of its protocol alone.
+// Simulates a measuring board behind a pseudo-terminal. Written only from its protocol description.
 //
 //     pic_board_by_the_page LINK [--paced] [--clock HZ]
 //
@@ -37,7 +37,7 @@ using Nanos = std::int64_t;
 constexpr Nanos kMicrosecond = 1'000, kMs = 1'000'000;
 constexpr Nanos kLongestWait = 1000 * kMs;
 constexpr Nanos kByteTime = ByteTime.count();
-constexpr Nanos kCatchUp = 50 * kMs;   // the longest delay by the scheduler that a paced board catches up
+constexpr Nanos kCatchUp = 50 * kMs;   // the longest scheduling delay for which a paced board catches up
 constexpr Nanos kFramePause = 2 * kMs; // the pause of an unpaced board after each frame
 constexpr Nanos kRetry = 2 * kMs;      // the pause before the next attempt when the terminal is full
 constexpr Nanos kOpenSilence = std::chrono::nanoseconds(HostPause).count();
@@ -52,13 +52,13 @@ Nanos now()
 // Outgoing bytes. Unplugging discards them.
 struct Queues
 {
-    std::string wire;                               // passed to the terminal, but not written yet
+    std::string wire;                               // due at the terminal, but not written yet
     std::string urgent;                             // stray bytes, sent before everything else
     std::string out;                                // answers and chatter
     std::deque<std::pair<Nanos, std::string>> held; // delayed answers with their due times
 };
 
-// Decides when each byte leaves, and writes it to the terminal.
+// Decides when each byte is sent, and writes it to the terminal.
 class Sender
 {
 public:
@@ -109,7 +109,7 @@ private:
             queues.out = "HELLO\r";
     }
 
-    // Writes the wire to the terminal. Returns false if the terminal is full.
+    // Writes queues.wire to the terminal. Returns false if the terminal is full.
     bool flush(int fd)
     {
         std::string &wire = queues.wire;
@@ -122,7 +122,7 @@ private:
         return true;
     }
 
-    // Moves bytes to the empty wire. Returns whether more bytes may be due.
+    // Refills the empty queues.wire. Returns whether more bytes may be due.
     bool fill(Nanos time)
     {
         for (std::size_t i = 0; i < kChunk; ++i) {
@@ -140,10 +140,10 @@ private:
         return true;
     }
 
-    // An endless answer is always paced: it would flood the terminal.
+    // An endless answer is always paced; otherwise it would flood the terminal.
     bool isPaced() const { return paced_ || board_.memory.talking; }
 
-    // The time of a frame byte is set by the line or, if slower, by the detector.
+    // The time per frame byte is determined by the line or, if slower, by the detector.
     Nanos frameByteTime() const
     {
         const Nanos frame = kPoints * (board_.memory.settling + kPointWork) * kMicrosecond;
@@ -183,7 +183,7 @@ private:
             position_ = 0;
             whole_ = true;
         }
-        // The board measures four points before their five bytes leave.
+        // The board measures four points before their five bytes are sent.
         const int group = position_ < kFirstSample ? 0 : static_cast<int>(position_ - kFirstSample) / 5;
         board_.memory.generator = plan.at(std::min(group * 4 + 3, kPoints - 1));
         whole_ = whole_ && faults_.mute == 0;
@@ -297,7 +297,7 @@ private:
     {
         static const std::string digits = "0123456789ABCDEF";
         const auto value = static_cast<std::uint8_t>(byte);
-        if (byte > ' ' && byte <= '~') // excludes the space, which would end the text
+        if (byte > ' ' && byte <= '~') // excludes the space, which would end the word
             heard_ += byte;
         else
             heard_ += byte == '\r' ? ";" : std::string("\\x") + digits[value >> 4] + digits[value & 15];
@@ -401,8 +401,8 @@ private:
         return true;
     }
 
-    // Takes bytes in hexadecimal. An empty list ends the stray bytes at opening or restores the usual answer to a
-    // query.
+    // Sets bytes given in hexadecimal. An empty list disables the stray bytes at opening or restores the usual answer
+    // to a query.
     bool bytes(const Words &words)
     {
         std::string given;
@@ -478,7 +478,7 @@ int serve(Device &device)
 
 int main(int argc, char **argv)
 {
-    now(); // sets the start of time
+    now(); // sets the time origin
     std::string link;
     std::optional<std::int64_t> clock = 80'000'000;
     bool paced = false, good = true;

@@ -43,12 +43,12 @@ struct Faults
     std::string strayOpen;
     // Keeps the old plan, or only its start or step, but claims to have accepted the new one. 0 or 1.
     std::int64_t stale = 0, staleStart = 0, staleStep = 0;
-    std::int64_t oldFrames = 0; // frames of the previous plan that begin each sweep, as if left in a buffer
-    std::int64_t oldCrc = 0;    // 1: a firmware whose CRC does not include the plan
+    std::int64_t oldFrames = 0; // frames of the previous plan that precede each sweep, as if left in a buffer
+    std::int64_t oldCrc = 0;    // 1: the firmware's CRC does not include the plan
     // Damages or loses the n-th byte from the host; 0: none. A terminal cannot transmit framing errors.
     std::int64_t spoil = 0, lose = 0;
     std::int64_t noQuery = 0, endless = 0;
-    std::int64_t toldClock = 0; // the clock in the answer to a query; 0: the true one
+    std::int64_t toldClock = 0; // the clock in the answer to a query; 0: the true clock
     std::string toldName = "PAGE-PIC", toldChip = "AD9850";
     std::string told; // replaces the complete answer to a query, unless empty
 };
@@ -71,7 +71,7 @@ struct Plan
     }
 };
 
-// The state that the board loses without power.
+// The state that the board loses when powered off.
 struct Memory
 {
     std::optional<std::int64_t> generator;
@@ -98,7 +98,7 @@ public:
     Memory memory;
     unsigned sweepId = 0; // changes with each accepted G
 
-    // Takes one byte and returns the answer, which may be empty.
+    // Processes one byte and returns the answer, which may be empty.
     std::string receive(char byte)
     {
         if (isDue(faults_.lose))
@@ -129,7 +129,7 @@ public:
         return good && line == "?" ? identity() : std::string{line[0], good ? '+' : '-', '\r'};
     }
 
-    // Acts like a damaged byte or a break.
+    // Simulates a damaged byte or a break.
     void spoil()
     {
         if (memory.sweeping)
@@ -162,14 +162,14 @@ private:
         return value && negative ? -*value : value;
     }
 
-    // Executes one line. Returns false if the line is refused.
+    // Executes one line. Returns false if the line is rejected.
     bool command(const std::string &line)
     {
         const char letter = line[0];
         const bool good = !mustRefuse(letter) && line.size() <= kLongestLine && carryOut(letter, line);
         if (letter == '*')
             memory.prepared = false;
-        if (letter == 'B' || letter == 'D' || letter == 'P') // with "keep", a refused command restores the last plan
+        if (letter == 'B' || letter == 'D' || letter == 'P') // with "keep", a rejected command restores the last plan
             memory.prepared = good ? letter == 'P' : faults_.keep != 0 && memory.plan.has_value();
         return good;
     }
@@ -216,7 +216,7 @@ private:
         return true;
     }
 
-    // A stale board keeps start and step once a plan was prepared.
+    // Once a plan has been prepared, a stale board retains its start and step.
     void setStart(std::int64_t hertz)
     {
         if (!memory.plan || (faults_.stale == 0 && faults_.staleStart == 0))

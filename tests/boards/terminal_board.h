@@ -36,7 +36,7 @@ inline std::uint32_t countOf(std::uint64_t number)
     return static_cast<std::uint32_t>(number * 2654435761u) >> 22;
 }
 
-// Converts the complete text to a number. Returns nothing if that fails or the number is outside the limits.
+// Converts the complete string to a number. Returns nothing if that fails or the number is outside the limits.
 inline std::optional<std::int64_t> parseInt(const std::string &text, std::int64_t least, std::int64_t most,
                                             int base = 10)
 {
@@ -52,7 +52,7 @@ inline std::optional<std::int64_t> parseInt(const std::string &text, std::int64_
 class Terminal
 {
 public:
-    // The flags are control modes (c_cflag) that are set in addition to raw mode.
+    // The flags are control modes (c_cflag) set in addition to raw mode.
     explicit Terminal(std::string link, tcflag_t flags = 0)
         : link_(std::move(link))
         , flags_(flags)
@@ -128,7 +128,7 @@ private:
     int slave_ = -1; // stays open, so that the terminal exists while no host has opened it
 };
 
-// The lines on standard input.
+// Reads command lines from standard input.
 class ControlInput
 {
 public:
@@ -156,7 +156,7 @@ constexpr std::array<int, 3> EndSignals{SIGINT, SIGTERM, SIGHUP};
 
 inline volatile std::sig_atomic_t stopRequested = 0;
 
-// Makes the signals end the event loop, so that the link is removed.
+// Makes these signals stop the event loop, so that the link is removed.
 inline void stopOnSignals()
 {
     std::signal(SIGPIPE, SIG_IGN);

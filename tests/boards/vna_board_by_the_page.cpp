@@ -2,14 +2,14 @@
 //
 // Simulates a vector analyser behind a pseudo-terminal, for tests. The board answers as the manual describes, but its
 // counts do not come from a signal: each is a hash of the tuning word, the path and the quantity. Commands on standard
-// input disturb the line.
+// input cause faults.
 //
 // Behaviour that the manual does not define:
-//  - Four carriage returns complete a command. Any other byte that is not a digit voids the command; its four numbers
-//    are still consumed, so that the next command is read correctly. Incomplete commands wait forever.
-//  - A void command gets no reply and changes nothing. A command with 0 samples sets the word and gets no reply.
+//  - Four carriage returns complete a command. Any other byte that is not a digit invalidates the command; its four
+//    numbers are still consumed, so that the next command is read correctly. Incomplete commands wait forever.
+//  - An invalid command gets no reply and changes nothing. A command with 0 samples sets the word and gets no reply.
 //  - mute, late, latenext and lateeach apply to commands that are completed after the setting was changed.
-//  - Settings, the list of heard commands and the number of replies survive unplug and plug.
+//  - Settings, the list of received commands and the reply count survive unplug and plug.
 
 #include "tests/boards/terminal_board.h"
 #include "tests/boards/vna_instrument.h"

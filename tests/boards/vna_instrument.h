@@ -33,7 +33,7 @@ constexpr milliseconds PauseAfterReply{2}; // without --paced
 constexpr milliseconds RetryWrite{1};
 constexpr std::size_t TextMax = 40; // longer numbers are truncated
 
-// One command of the host
+// One command from the host
 struct Command
 {
     std::array<std::string, 4> text; // as received; bytes other than digits are shown as %XX
@@ -84,21 +84,21 @@ struct Faults
     Bytes strayOpen, strayOnce;
 };
 
-// The state that the instrument loses without power
+// The state that the instrument loses when powered off
 struct Memory
 {
     // from the host
     Command incoming;
     std::size_t number = 0;
     std::optional<Time> lastByte;
-    Time inClock; // arrival of the last byte; on a paced line later than the time of reading
+    Time inClock; // time of arrival of the last byte; on a paced line later than the time of reading
     std::deque<Command> commands;
 
     // to the host
     std::deque<std::uint8_t> first; // sent before the rest of the reply
     Bytes reply;
     std::size_t replySent = 0;
-    std::size_t gapAt = 0; // 0: no gap to come
+    std::size_t gapAt = 0; // 0: no pending gap
     bool replying = false;
     Bytes wire; // bytes being written to the terminal, faults included
     std::size_t wireSent = 0;
@@ -172,7 +172,7 @@ public:
         return wake;
     }
 
-    // Puts bytes in front of all unsent bytes
+    // Queues bytes ahead of all unsent bytes
     void sendFirst(const Bytes &bytes, Time now)
     {
         if (m.first.empty() && m.wire.empty() && (!m.replying || inGap(now)))
@@ -297,7 +297,7 @@ private:
         return (m.gapAt > m.replySent ? m.gapAt : m.reply.size()) - m.replySent;
     }
 
-    // Returns how many bytes may be sent now: all, or on a paced line as many as it could have carried by now
+    // Returns how many bytes may be sent now: all, or on a paced line as many as it could have transmitted by now
     std::size_t allowed(Time now) const
     {
         const std::size_t count = std::min(available(now), ChunkMax);
