@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Runs calvorn-sweep in its own program folder, as a person or a script would.
+// Runs calvorn-sweep in its own program folder, as a user or a script would.
 #include "tests/support/fake_server_control.h"
 #include "tests/support/interface_rows.h"
 #include "tests/support/interface_settings.h"
@@ -80,7 +80,7 @@ void TestCalvornSweep::itsSweepIsThatOfTheWindow()
     QCOMPARE(QImage(tool.inFolder("sweep.png")).size(), QSize(1200, 800));
     QTRY_COMPARE(tool.serversRunning(), 0);
 
-    // Imported by the window, the file shows the same curve; exported again, it is the same file.
+    // Imported into the window, the file shows the same curve; exported again, it is unchanged.
     test::WindowBench window(test::FakeServerControl::program(), contents(tool.folder.iniPath()));
     window.desktop.fileChoice = tool.inFolder("sweep.csv");
     window.window->findChild<QAction *>(QStringLiteral("mnuOpenCSV"))->trigger();
@@ -108,7 +108,7 @@ void TestCalvornSweep::theResponseIsPrinted()
     const QStringList lines = tool.out.split(u'\n');
     QVERIFY(lines[0].startsWith(QStringLiteral("Peak ")) && lines[0].endsWith(QStringLiteral(" V")));
     QVERIFY(lines[4].startsWith(QStringLiteral("-3 dB bandwidth")));
-    // The prepared board measures a band-pass filter of 600 kHz at 7.1 MHz.
+    // The prepared board measures a 600 kHz wide band-pass filter at 7.1 MHz.
     const auto hertz = [&lines](int line) {
         return lines[line].mid(18).remove(QStringLiteral(" Hz")).remove(u',').trimmed().toDouble();
     };
@@ -179,7 +179,7 @@ void TestCalvornSweep::theResponseIsThisText_data()
                                "         1,000,000                      7,965,000                     14,965,000\n");
 }
 
-// The noise of the prepared board is reproducible.
+// The prepared board's noise is reproducible.
 void TestCalvornSweep::theResponseIsThisText()
 {
     QFETCH(QString, scale);
@@ -257,7 +257,7 @@ void TestCalvornSweep::theMarkersOfAPictureFollowTheScale()
     QVERIFY(shows("linear", "0.500", "0.800"));
     QVERIFY(shows("1V", "-6.0", "-1.9"));
     QVERIFY(shows("10V+10dB", "-26.0", "-21.9"));
-    // 100,000 dB is more volts than a double can hold.
+    // 100,000 dB, converted to volts, overflows a double.
     tool.folder.set("Calvorn", "Scale", QStringLiteral("3"));
     tool.folder.set("Calvorn", "Marker 3", QStringLiteral("100000"));
     tool.folder.set("Calvorn", "Marker 4", QStringLiteral("-14"));
@@ -508,7 +508,7 @@ void TestCalvornSweep::helpAndManualNameEveryOption()
     QCOMPARE(tool.run({QStringLiteral("--help")}), 0);
     const QString help = tool.out;
     QString manual = QString::fromUtf8(contents(QStringLiteral(CALVORN_SOURCE_DIR "/docs/man/calvorn-sweep.1")));
-    // roff writes a literal hyphen with a backslash.
+    // roff escapes a literal hyphen with a backslash.
     manual.remove(u'\\');
     for (const char *option :
          {"settings", "start", "stop", "sweeps", "average", "scale", "input", "reference", "results", "fixture",

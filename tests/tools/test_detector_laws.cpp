@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Tests levels measured with non-linear detectors, from the generator's words to the numbers in the table, on the three
-// simulated boards. The tolerance includes one count of the converter.
+// simulated boards. The tolerance includes one converter count.
 #include "core/configuration.h"
 #include "core/detector_settings.h"
 #include "core/level_calibration.h"
@@ -21,19 +21,19 @@ namespace {
 
 constexpr double kVoltsPerCount = 2.5 / 1024.0;
 constexpr double kCentre = 1e6;       // Hz; low enough for the generators to have no loss
-constexpr int kSweeps = 8;            // to average: the noise is half a count
+constexpr int kSweeps = 8;            // averaged, because the noise is half a count
 constexpr double kFor1Volt = 13.0103; // dBm at 0 dB on the scale
 constexpr int kPoints = 400;
 constexpr double kLowestDbm = -30.0; // lowest level of the calibrated diode, 40 dB below the highest
 
-// Third order, 100 kHz wide; attenuates by 60 dB at half and at twice the centre.
+// Third order, 100 kHz wide; attenuates by 60 dB at half and at twice the centre frequency.
 double bandPass(double hertz)
 {
     const double x = (hertz / kCentre - kCentre / hertz) * kCentre / 100e3;
     return 1.0 / std::sqrt(1.0 + x * x * x * x * x * x);
 }
 
-// Returns the width of one count of the converter at a level, dB.
+// Returns the change in level, in dB, that one converter count represents at this level.
 double diodeResolution(double dBm)
 {
     constexpr double kSmall = 0.001; // dB
@@ -156,8 +156,8 @@ void TestDetectorLaws::aLogarithmicDetector()
     QVERIFY2(worst <= 0.15 + kOneCount, qPrintable(QStringLiteral("off by %1 dB").arg(worst)));
 }
 
-// Tolerance: 0.3 dB for the mean of a sweep of a cable at each level; for a row of a filter's curve (mean of eight
-// samples), 0.3 dB plus one count of the converter.
+// Tolerance: 0.3 dB for the mean of a cable sweep at each level; for a row of a filter curve (mean of eight samples),
+// 0.3 dB plus one converter count.
 void TestDetectorLaws::aCalibratedDiode()
 {
     QFETCH(int, interfaceType);

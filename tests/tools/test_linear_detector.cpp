@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Tests that files and picture for a detector without a law are byte-for-byte identical to those in the folder
-// "linear", made by the last version without detector laws.
+// Tests that, for a detector without a law, files and picture are identical to those in the "linear" folder, which the
+// last version without detector laws wrote.
 #include "tests/support/sweep_tool.h"
 
 #include "core/configuration.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Tests results of known devices on the simulated boards, from the generator's words to the printed number. The
-// tolerances cover 10 bits, the noise of the board and the step of 400 samples: rounding changes a sample by up to half
-// a count and noise by up to 1.7 counts; the mean of 64 is less than half a count off.
+// Tests the results for known devices on the simulated boards, from the generator's words to the printed number. The
+// tolerances cover 10 bits, the board's noise and the spacing of 400 samples: rounding changes a sample by up to half a
+// count and noise by up to 1.7 counts; the mean of 64 is less than half a count off.
 #include "tests/analysis/curve_models.h"
 #include "tests/support/curve_file.h"
 #include "tests/support/interface_rows.h"
@@ -40,7 +40,7 @@ struct Between
     double most;
 };
 
-// Returns the first frequency between "from" and "to" that fulfils the condition.
+// Returns the first frequency between "from" and "to" that meets the condition.
 double firstPlace(double from, double to, const std::function<bool(double hertz)> &condition)
 {
     constexpr int kParts = 200'000;
@@ -52,8 +52,8 @@ double firstPlace(double from, double to, const std::function<bool(double hertz)
     qFatal("nothing between %.0f and %.0f Hz", from, to);
 }
 
-// Returns the tolerance of a filter's width at a level below its peak of 1, if each sample and the peak are off by up
-// to "counts".
+// Returns the bounds of a filter's width at a level below its peak of 1, if each sample and the peak are off by up to
+// "counts".
 Between widthOf(const Curve &curve, const Range &range, double middle, double decibels, double counts)
 {
     const double ratio = std::pow(10.0, -decibels / 20.0);
@@ -66,7 +66,7 @@ Between widthOf(const Curve &curve, const Range &range, double middle, double de
     return {least - 2.0 * range.step(), most + 2.0 * range.step()};
 }
 
-// calvorn-sweep, its board with a device, and its report.
+// Runs calvorn-sweep with a simulated device and stores its report.
 struct Bench
 {
     Tool tool;
@@ -166,7 +166,7 @@ void TestResultsOfBoards::aFilter()
 
     const Between half = widthOf(curve, range, filter.middle, kHalfPower, kOneSweep);
     const Between six = widthOf(curve, range, filter.middle, 6.0, kOneSweep);
-    // The closed form is inside the tolerance, which is at most a twelfth of the width to either side.
+    // The closed-form width is inside the tolerance, which is at most a twelfth of the width to either side.
     QVERIFY(half.least < filter.bandwidth(kHalfPower) && half.most > filter.bandwidth(kHalfPower));
     QVERIFY(half.most - half.least < filter.bandwidth(kHalfPower) / 6.0);
     QVERIFY(six.most - six.least < filter.bandwidth(6.0) / 6.0);
@@ -179,7 +179,7 @@ void TestResultsOfBoards::aFilter()
     // 0 dB is 1 V; the parallel port's generator loses a few thousandths up to this frequency.
     const double peak = 20.0 * std::log10(1.0 + kOneSweep / kFullCounts);
     QVERIFY(bench.isWithin("peak", {-1.5 * peak - 0.15, peak}));
-    // 10 bits do not resolve 60 dB.
+    // 10 bits cannot resolve 60 dB.
     QVERIFY(bench.report[QLatin1String("bw60")].isNull());
 }
 
@@ -238,7 +238,7 @@ void TestResultsOfBoards::anAntenna()
     QCOMPARE(bench.sweep(range, relative("match")), 0);
 
     const double lowest = 10.0 / 90.0;
-    // The detector reads 5 mV without a signal, which adds a thousandth here.
+    // The detector reads 5 mV without a signal; this adds a thousandth here.
     const double off = (kMeanOf64 + lowest * kOneSweep + 0.1) / kFullCounts;
     QVERIFY(off < 0.03 * lowest);
     const Between rho{lowest - off, lowest + off};
@@ -258,8 +258,8 @@ void TestResultsOfBoards::anAntenna()
     }
 }
 
-// The antenna of the menu: 60 ohms at 7.05 MHz, Q 12. The MiniVNA measures it in reflection, the others through a
-// bridge.
+// The "antenna" device in the menu: 60 ohms at 7.05 MHz, Q 12. The MiniVNA measures it in reflection, the other boards
+// through a bridge.
 void TestResultsOfBoards::theAntennaOfTheBoard()
 {
     QFETCH(int, interfaceType);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Tests the inputs and outputs of calvorn-sweep: it uses or refuses settings, and its results arrive or the exit code
-// reports the failure.
+// Tests the inputs and outputs of calvorn-sweep: it uses or rejects settings, and either delivers its results or
+// reports the failure in its exit code.
 #include "core/configuration.h"
 #include "tests/support/interface_settings.h"
 #include "tests/support/quiet_time.h"
@@ -234,7 +234,7 @@ void TestSweepToolFiles::aStopIsNoTimeOut_data()
     QTest::newRow("SIGSTOP") << SIGSTOP;
 }
 
-// The stop takes longer than the time limit of a sweep.
+// The process is stopped for longer than the time limit for a sweep.
 void TestSweepToolFiles::aStopIsNoTimeOut()
 {
     QFETCH(int, signal);

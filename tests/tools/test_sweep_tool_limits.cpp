@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Tests the verdicts of calvorn-sweep on limits, and which inputs it refuses.
+// Tests how calvorn-sweep checks curves against limits, and which inputs it rejects.
 #include "tests/support/locales.h"
 #include "tests/support/sweep_file_text.h"
 #include "tests/support/sweep_tool.h"
@@ -32,7 +32,7 @@ double decibels(double volts)
     return 20.0 * std::log10(volts);
 }
 
-// calvorn-sweep with files of a ramp, half the ramp, and limits.
+// Runs calvorn-sweep with sweep files of a ramp and of half the ramp, and with a limits file.
 struct Bench : Tool
 {
     explicit Bench(const QByteArray &limits)
@@ -85,7 +85,7 @@ private slots:
 void TestSweepToolLimits::volts()
 {
     QFETCH(QLocale, locale);
-    // The ramp is at 0.9 V at 2 MHz, at 0.8 V at 3 MHz.
+    // The ramp is 0.9 V at 2 MHz and 0.8 V at 3 MHz.
     Bench bench("frequency/Hz,upper/V,lower/V\r\n2000000,0.95,0.7\r\n3000000,0.95,0.7\r\n");
     bench.setLocale(locale);
     QCOMPARE(bench.judge("--scale linear --format json"), 0);

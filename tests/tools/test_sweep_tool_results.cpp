@@ -23,7 +23,7 @@ namespace {
 
 constexpr double kTurn = 2.0 * std::numbers::pi;
 
-// A Butterworth band-pass of five resonators with a peak of 0.9 V; the order determines its width at any level.
+// A five-resonator Butterworth band-pass with a peak of 0.9 V; the order determines its width at any level.
 constexpr double kCentre = 7.1e6;
 constexpr double kWidth = 600e3;
 constexpr double kOrder = 5.0;
@@ -54,7 +54,7 @@ QByteArray bandpassFile()
     return makeSweepFile(5'800'000, 7'000, bandpass);
 }
 
-// A crystal in series between source and load of 50 ohms.
+// A crystal in series between a 50-ohm source and a 50-ohm load.
 constexpr double kSeries = 9e6;
 constexpr double kMotionalOhms = 25.0;
 constexpr double kMotionalFarads = 20e-15;
@@ -67,7 +67,7 @@ double crystal(double hertz)
     return std::abs(100.0 / (100.0 + std::complex<double>(kMotionalOhms, reactance)));
 }
 
-// An antenna of 40 ohms in series with a resonance at 14.2 MHz, measured through a bridge.
+// A 40-ohm antenna, series-resonant at 14.2 MHz and measured through a bridge.
 constexpr double kResonance = 14.2e6;
 constexpr double kAntennaOhms = 40.0;
 constexpr double kAntennaHenries = 4e-6;
@@ -79,7 +79,7 @@ double reflection(double hertz)
     return std::abs((antenna - 50.0) / (antenna + 50.0));
 }
 
-// Returns the distance of the two frequencies at which |rho| has this value: the reactance there divided by 2 pi L.
+// Returns the spacing of the two frequencies at which |rho| has this value: the reactance there divided by 2 pi L.
 double matchWidth(double rho)
 {
     const double squared = rho * rho;
@@ -219,7 +219,7 @@ void TestSweepToolResults::aNotchIsComputed()
     QCOMPARE(tool.run("--input notch.csv --results notch --format json"), 0);
     const QJsonObject report = reportOf(tool);
     const double outside = notch(6'102'500);
-    // x is where 2 (1e-4 + x^2) / (1 + x^2) = (outside / 0.8)^2, 3 dB below the level outside.
+    // x is where 2 (1e-4 + x^2) / (1 + x^2) = (outside / 0.8)^2, 3 dB below the level outside the notch.
     const double squared = outside * outside / 0.64 / 2.0;
     const double x = std::sqrt((squared - 1e-4) / (1.0 - squared));
     QVERIFY(isNear(report, "bw3", x * 200e3));
@@ -342,7 +342,7 @@ void TestSweepToolResults::aFileOfAnotherDetectorKeepsItsAmplitudes()
     tool.write("filter.csv", bandpassFile());
     QCOMPARE(tool.run("--input filter.csv --scale linear --format json"), 0);
     QVERIFY(isNear(reportOf(tool), "peak", 20.0 * std::log10(0.9)));
-    QVERIFY(isNear(reportOf(tool), "bw3", kWidth, 0.002)); // the file has whole millivolts
+    QVERIFY(isNear(reportOf(tool), "bw3", kWidth, 0.002)); // the file contains whole millivolts
     QCOMPARE(tool.errors, QStringList(QStringLiteral(
                               "filter.csv: the amplitudes do not match the counts; they are read as volts.")));
     QCOMPARE(tool.run("--input filter.csv --scale 1V --format json"), 0);
@@ -363,7 +363,7 @@ void TestSweepToolResults::aFallingSweepIsTheSame()
     QCOMPARE(valueOf(tool.out, QStringLiteral("Peak ")), QStringLiteral("0.0 dB"));
 }
 
-// The noise of a simulated board is reproducible, so the sweeps of a mean can be taken individually.
+// A simulated board's noise is reproducible, so the sweeps behind a mean can be run individually.
 void TestSweepToolResults::theMeanIsThatOfTheSweeps()
 {
     const QByteArray settings = test::crystalSettings(kInterfaceLpt);
@@ -460,7 +460,7 @@ void TestSweepToolResults::aPictureShowsTheReference()
     tool.write("cable.csv", makeSweepFile(5'800'000, 7'000, [](double) { return 0.5; }));
     QCOMPARE(tool.run("--input filter.csv --scale 1V+10dB --picture plain.svg"), 0);
     QCOMPARE(tool.run("--input filter.csv --scale 1V+10dB --reference cable.csv --picture relative.svg"), 0);
-    // The curve is 6 dB higher, about 1/12 of the plot, which is 480 high for 70 dB.
+    // The curve is 6 dB higher, about 1/12 of the plot, which shows 70 dB in a height of 480.
     const auto highest = [&tool](const char *name) {
         const QByteArray svg = contents(tool.inFolder(name));
         const qsizetype from =

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Tests calvorn-sweep with boards that were written from docs/hardware/ alone: correct rows from good boards, and the
-// correct exit code for faulty ones.
+// Tests calvorn-sweep with boards written from docs/hardware/ alone: correct rows from good boards, and the correct
+// exit code for faulty boards.
 #include "tests/support/interface_rows.h"
 #include "tests/support/page_rows.h"
 #include "tests/support/sweep_tool.h"
@@ -14,7 +14,7 @@ namespace {
 
 const QStringList kToFile{QStringLiteral("--output=sweep.csv")};
 
-// Checks that each count of the file was measured at the frequency in its line.
+// Checks that each count in the file was measured at the frequency on its line.
 bool isRight(const Tool &tool, std::int16_t interfaceType)
 {
     const QList<QByteArray> lines = test::contents(tool.inFolder("sweep.csv")).split('\n');
