@@ -8,7 +8,7 @@
 
 namespace calvorn::test {
 
-// Returns the text of a file for the simulated device "curve": voltage ratio over Hz.
+// Returns the content of a file for the simulated "curve" device: voltage ratio over Hz.
 inline QByteArray curveFile(const std::function<double(double hertz)> &curve, double lowest, double highest, int lines)
 {
     QByteArray text("# Hz, voltage ratio\n");

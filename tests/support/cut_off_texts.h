@@ -31,8 +31,8 @@ inline bool hasRoom(const QWidget *widget)
     return widget->width() >= needed.width() && widget->height() >= needed.height();
 }
 
-// Returns the visible texts of a window that have too little space, one per line with the name of the widget. Ignores
-// the labels of the axis, which hides some on purpose.
+// Returns the visible texts in a window that do not fit their widgets, one per line with the widget's name. Ignores the
+// axis labels, because the axis hides some on purpose.
 inline QString cutOffTexts(const QWidget &window)
 {
     QStringList cut;

@@ -17,7 +17,7 @@ inline const QByteArray kEntrySettings =
 
 inline constexpr std::array kFrequencyBoxes{WalkBox::Start, WalkBox::Stop, WalkBox::M1X, WalkBox::M2X};
 
-// The main window, for entries into its boxes and clicks on its graph.
+// The main window, for typing into its boxes and clicking on its graph.
 struct EntryBench : WindowBench
 {
     WalkHands hands{*this};
@@ -44,7 +44,7 @@ struct EntryBench : WindowBench
     double number(WalkBox box) const { return readNumber(shown(box)); }
     void tab() const { hands.key(Qt::Key_Tab); }
 
-    // Lists the boxes that show plain digits without having the focus.
+    // Lists the boxes that show plain digits although they do not have the focus.
     QString unmasked() const
     {
         QStringList names;

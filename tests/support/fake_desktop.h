@@ -29,7 +29,7 @@ public:
 
     QList<Box> boxes;
     QQueue<std::int16_t> answers; // OK if empty
-    QString fileChoice;           // answer of the file dialogs
+    QString fileChoice;           // the path that the file dialogs return
     QStringList suggestions;
     std::function<void(QPrinter &)> whenPrinting; // sets up the printer; if empty, the dialog is cancelled
     int beeps = 0;

@@ -1,17 +1,17 @@
 // SPDX-License-Identifier: MIT
-// Replaces the acquisition server: answers and logs every call of the three interfaces and obeys the rules in the
+// Replaces the acquisition server: answers and logs every call to the three interfaces and obeys the rules in the
 // control file. One rule per line:
-//   refuse <operation>    its ok flag is false
-//   fail <operation>      the call ends with an error
+//   refuse <operation>    the operation returns ok = false
+//   fail <operation>      the call returns an error
 //   hang <operation>      the call is never answered and the process stops listening
-//   die <operation>       the process ends in the middle of the call
-//   endless               StopSweep does not end the sweep
+//   die <operation>       the process exits in the middle of the call
+//   endless               StopSweep does not stop the sweep
 //   vectors <count>       RunSweep sends this many vectors; sample k of vector v is v * 1000 + k
-//   complete              RunSweep then ends the sweep
+//   complete              RunSweep then completes the sweep
 //   rate <per second>     RunSweep sends noisy vectors of a filter at this rate until StopSweep
 //   flood <count>         RunSweep sends this many vectors as fast as possible, at most kMostOutstanding of them
 //                         unacknowledged; sample k of vector v is v % 600 + k
-//   shout <kilobytes>     RunSweep sends an error of code 2 with a text of this length
+//   shout <kilobytes>     RunSweep sends error 2 with a message of this length
 //   spout <signal>        RunSweep sends this signal endlessly and ignores all calls
 #include "tests/support/serve.h"
 
@@ -101,7 +101,7 @@ private:
                               << ")\n";
     }
 
-    // Stores the plan that the server will announce for the vectors of the next sweep.
+    // Stores the plan to announce with the vectors of the next sweep.
     void notePlan(const QDBusMessage &message)
     {
         if (message.member() == u"PrepareSweep") {

@@ -8,7 +8,7 @@
 
 namespace calvorn::test {
 
-// Controls the fake acquisition server (fake_server.cpp) and reads its log of calls.
+// Controls the fake acquisition server (fake_server.cpp) and reads its call log.
 class FakeServerControl
 {
 public:

@@ -6,7 +6,7 @@
 
 namespace calvorn::test {
 
-// Simulates a full disk: while an object exists, no file of this process can grow beyond this many bytes.
+// Simulates a full disk: while an object exists, this process cannot grow any file beyond this many bytes.
 class FullDisk
 {
 public:

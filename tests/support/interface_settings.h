@@ -7,8 +7,8 @@
 
 namespace calvorn::test {
 
-// Settings for one interface with a valid configuration. Its simulated board runs at full speed and measures a crystal,
-// from 8.95 to 9.05 MHz.
+// Returns valid settings for one interface. Its simulated board runs at full speed and measures a crystal from 8.95 to
+// 9.05 MHz.
 inline QByteArray crystalSettings(std::int16_t interfaceType, const QString &fault = QStringLiteral("none"))
 {
     const ProgramFolder scratch({}, ProgramFolder::preparedSettings());

@@ -6,7 +6,7 @@
 
 namespace calvorn::test {
 
-// The locales for all tests of numbers: decimal point and comma, three kinds of grouping.
+// Adds the locales for all number tests: decimal point and comma, three kinds of grouping.
 inline void addLocaleRows()
 {
     QTest::addColumn<QLocale>("locale");
@@ -16,7 +16,7 @@ inline void addLocaleRows()
     QTest::newRow("C") << QLocale::c();
 }
 
-// Converts a text with "," for groups and "." for decimals to the separators of the locale.
+// Converts a string with "," as group separator and "." as decimal point to the locale's separators.
 inline QString inLocale(const QLocale &locale, QString text)
 {
     const QString group = locale.groupSeparator();

@@ -22,8 +22,8 @@ inline bool isRoot()
     return false;
 }
 
-// Runs a process of the user "nobody" that opens a file or folder and holds a lock on it (flock(2)) while this object
-// exists.
+// Starts a process as the user "nobody". The process opens a file or folder and holds a lock on it (flock(2)) while
+// this object exists.
 class ForeignLock
 {
 public:

@@ -7,8 +7,8 @@
 
 namespace calvorn::test {
 
-// Returns the visible widgets of a window that lie on another one beside them, a pair of names per line; empty if none
-// does. Only parents with a layout are looked at: others place their children by themselves.
+// Returns the visible sibling widgets in a window that overlap, one pair of names per line; empty if there are none.
+// Checks only parents with a layout, because other parents position their children themselves.
 inline QString overlaps(const QWidget &window)
 {
     QStringList pairs;

@@ -12,9 +12,9 @@
 
 namespace calvorn::test {
 
-// Computes positions on the graph independently of the graph. Rows 0 and 400 and the top and bottom of the scale are in
-// the middle of the outermost pixels. y is in millivolts on the linear scale, which omits the top 0.2 % of its range;
-// on dB scales, y is the distance below 0 dB, in thousandths of a dB.
+// Computes positions on the graph independently of the graph's own code. Rows 0 and 400 and the top and bottom of the
+// scale are in the middle of the outermost pixels. y is in millivolts on the linear scale, which omits the top 0.2 % of
+// its range; on dB scales, y is the distance below 0 dB, in thousandths of a dB.
 class OwnPlot
 {
 public:

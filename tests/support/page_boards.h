@@ -18,10 +18,10 @@
 
 namespace calvorn::test {
 
-// The boards of tests/boards/, which were written from docs/hardware/ and share no code with the program. Their counts
-// are not a signal: each count identifies the frequency of its measurement.
+// The boards in tests/boards/ were written from docs/hardware/ and share no code with the program. Their counts do not
+// come from a signal: each count identifies the frequency at which it was measured.
 
-// Returns the count of a board, 0 to 1023, at a frequency in Hz (PIC) or a tuning word (other boards).
+// Returns a board's count, 0 to 1023, at a frequency in Hz (PIC) or a tuning word (other boards).
 inline int countAt(std::uint32_t place)
 {
     return static_cast<int>(static_cast<std::uint32_t>(std::uint64_t{place} * 2'654'435'761U) >> 22);
@@ -59,7 +59,7 @@ public:
     // The device that a host opens; does not exist while the board is unplugged.
     QString link() const { return m_folder.filePath(QStringLiteral("tty")); }
 
-    // Sends a command or a question to the board and returns its answer.
+    // Sends a command or a query to the board and returns its answer.
     QByteArray tell(const QByteArray &line)
     {
         m_process.write(line + '\n');
@@ -93,7 +93,7 @@ public:
         qputenv("LD_PRELOAD", boardFile("liblpt_board_by_the_page.so").toLocal8Bit());
         qputenv("CALVORN_BOARD_LOG", logFile().toLocal8Bit());
         qputenv("CALVORN_BOARD_FAULT", faultFile().toLocal8Bit());
-        // The board's library is loaded before that of a sanitizer.
+        // The board's library is loaded before the sanitizer's.
         m_asan = qgetenv("ASAN_OPTIONS");
         qputenv("ASAN_OPTIONS", m_asan + ":verify_asan_link_order=0");
     }
@@ -149,7 +149,7 @@ private:
     QByteArray m_asan;
 };
 
-// Settings that make the program open the real port of such a board.
+// Returns settings with which the program opens the real port of such a board.
 inline QByteArray pageSettings(std::int16_t interfaceType, const QString &serialDevice = {})
 {
     const ProgramFolder scratch({}, ProgramFolder::preparedSettings());

@@ -27,7 +27,7 @@ inline int countAtRow(std::int16_t interfaceType, std::int16_t mode, std::int32_
     return mode == 2 ? countAt(word ^ 0x5A5A5A5AU) : 1024 - countAt(word ^ 0x33333333U);
 }
 
-// Checks that every count of the table was measured at the frequency of its row and, for the MiniVNA, in this mode.
+// Checks that every count in the table was measured at its row's frequency and, for the MiniVNA, in this mode.
 inline Rows rowsOf(const SweepTable &table, std::int16_t interfaceType, std::int16_t mode = 0)
 {
     const auto hertz = [&](int row) {

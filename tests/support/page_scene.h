@@ -52,7 +52,7 @@ struct Scene : WindowBench
         WidgetHands::type("txtStart", QString::number(start));
         WidgetHands::type("txtStop", QString::number(stop));
     }
-    // Waits until the typed range is planned.
+    // Waits until the program has planned the typed range.
     bool rangeIsTaken() const
     {
         const auto *timer = window->findChild<QTimer *>(QStringLiteral("timerUpdateSweep"));

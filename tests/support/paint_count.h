@@ -6,7 +6,7 @@
 
 namespace calvorn::test {
 
-// Counts the repaints of a widget, once installed as its event filter.
+// Counts a widget's repaints while installed as its event filter.
 class PaintCount : public QObject
 {
 public:

@@ -23,11 +23,11 @@ inline std::uint16_t crcOf(const QByteArray &bytes, unsigned crc = 0xFFFF)
     return static_cast<std::uint16_t>(crc);
 }
 
-// Start and step (Hz) of a sweep, which precede a frame in its checksum: 8.98 MHz in steps of 100 Hz.
+// Start and step (Hz) of a sweep: 8.98 MHz in steps of 100 Hz. Each frame's checksum begins with these bytes.
 inline const QByteArray kPicFramePlan = QByteArray::fromHex("00890620 00000064");
 
-// Builds a frame as in docs/hardware/pic-board.md: A5 5A, the sequence number, the samples as one string of ten bits
-// each, and the checksum over the plan and all bytes after the sync bytes.
+// Builds a frame as described in docs/hardware/pic-board.md: A5 5A, the sequence number, the samples as one string of
+// ten bits each, and the checksum over the plan and all bytes after the sync bytes.
 inline QByteArray picFrame(std::uint8_t sequence, const QList<int> &samples, const QByteArray &plan = kPicFramePlan)
 {
     QByteArray bits;

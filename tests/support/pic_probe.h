@@ -11,7 +11,7 @@ namespace calvorn::test {
 
 inline constexpr int kPicFrameBytes = 505; // docs/hardware/pic-board.md
 
-// A simulated PIC board that records the words its generator receives.
+// A simulated PIC board that records the words sent to its generator.
 class ProbedPic : public PicBoard
 {
 public:
@@ -23,7 +23,7 @@ private:
     void generatorSet(std::uint32_t word) override { words.push_back(word); }
 };
 
-// Sends bytes to the board and returns its answer, up to this many bytes.
+// Sends bytes to the board and returns at most this many bytes of its answer.
 inline QByteArray say(PicBoard &board, const QByteArray &bytes, int atMost = 100)
 {
     for (const char byte : bytes)

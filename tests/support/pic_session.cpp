@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Records how the simulated PIC board answers random commands, as a reference for other boards. Usage: pic_session
-// <seed> <number of commands>. Writes a line for each command, in hexadecimal: bytes sent, bytes answered, and the
-// generator's word at the end of the answer (0: off). "-" stands for no bytes, and for a word left by a sweep. A sweep
-// is recorded as its first frame, followed by the answer to "!", which ends the sweep. Its counts are not a signal:
-// each is the upper ten bits of the word times 2654435761, modulo 2^32.
+// <seed> <number of commands>. Writes a line for each command, in hexadecimal: bytes sent, bytes received, and the
+// generator's word after the answer (0: off). "-" stands for no bytes, and for a word left by a sweep. A sweep is
+// recorded as its first frame, followed by the answer to "!", which aborts the sweep. Its counts do not come from a
+// signal: each is the upper ten bits of the word times 2654435761, modulo 2^32.
 #include "tests/support/pic_probe.h"
 
 #include <cstdio>
@@ -61,7 +61,7 @@ public:
         case 13:
             return "!";
         case 14:
-            return spoken() + "!"; // voids the command
+            return spoken() + "!"; // cancels the command
         default:
             return spoken() + '\r';
         }
@@ -90,7 +90,7 @@ private:
         return (below(2) == 0 ? "-" : "") + QByteArray::number(below(limit));
     }
 
-    // Returns any text that a terminal can send, including line feeds, but without "!" and carriage return.
+    // Returns random characters that a terminal can send, including line feeds but neither "!" nor carriage returns.
     QByteArray spoken()
     {
         static const QByteArray kKeys("ABDPGS*?abz0123456789-+. \nZ\x7f");
@@ -117,7 +117,7 @@ int main(int argc, char **argv)
     SimulatorSettings settings;
     settings.clockHz = kClockHz;
     Board board(settings);
-    QByteArray word("0"); // of the generator
+    QByteArray word("0"); // the generator's tuning word
     Speaker speaker(static_cast<std::uint32_t>(std::strtoul(argv[1], nullptr, 10)));
     for (long count = std::strtol(argv[2], nullptr, 10); count > 0; --count) {
         const QByteArray sent = speaker.command();
@@ -129,7 +129,7 @@ int main(int argc, char **argv)
         const bool hasFrame = answer.size() > kLongestAnswer;
         if (hasFrame) {
             answer += test::say(board, "!");
-            word = "-"; // the progress of a sweep at that time is undefined
+            word = "-"; // how far the sweep has progressed by then is undefined
         }
         std::printf("%s %s %s\n", written(hasFrame ? sent + '!' : sent).constData(), written(answer).constData(),
                     word.constData());

@@ -5,14 +5,14 @@
 
 namespace calvorn::test {
 
-// A text as marked for translation.
+// A string marked for translation.
 struct Text
 {
     const char *context;
     const char *source;
 };
 
-// Contexts of captions and tool tips. Their texts that end in a full stop are messages unless listed below.
+// Contexts of captions and tool tips. Their strings that end in a full stop are messages unless listed below.
 inline constexpr std::array kCaptionContexts{
     "AmplitudeLadder",
     "FrequencyTicks",
@@ -66,9 +66,9 @@ inline constexpr std::array kCaptionContexts{
     "calvorn::ViewSwitch",
 };
 
-// Texts that appear in windows, but never as a message in a box, in the log or in a terminal.
+// Strings that appear in windows, but never as a message in a box, in the log or in a terminal.
 inline constexpr std::array kCaptions{
-    // Sentences that explain a control, next to it.
+    // Explanations next to a control.
     Text{"calvorn::AdcPage",
          "The step is the reference voltage of the converter divided by its counts: 2.5 V are 2.441 mV "
          "per count with 10 bits, and 9.766 mV with 8 bits."},
@@ -200,7 +200,7 @@ inline constexpr std::array kCaptions{
     Text{"calvorn::VnaDriver", "Angle"},
     Text{"calvorn::VnaDriver", "RetLoss"},
     Text{"calvorn::VnaDriver", "DUT"},
-    // Texts in pictures.
+    // Strings in pictures.
     Text{"SweepPicture", "V"},
     Text{"SweepPicture", "dB"},
     Text{"SweepPicture", "Linear scale, 0 to %1 V"},
@@ -216,7 +216,7 @@ inline constexpr std::array kCaptions{
     Text{"SweepPicture", "M3"},
     Text{"SweepPicture", "M4"},
     Text{"SweepPicture", "M4 - M3"},
-    // The text of --help.
+    // The --help description.
     Text{"main", "Measures filters, antennas and other devices over a range of frequencies."},
     // Only calvorn-sweep reports such settings files.
     Text{"Profile", "it does not exist"},

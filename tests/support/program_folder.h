@@ -9,11 +9,11 @@
 
 namespace calvorn::test {
 
-// A temporary program folder: settings, and a server under its usual name.
+// A temporary program folder with settings, and with a server under its usual name.
 class ProgramFolder
 {
 public:
-    // server: executable to copy as CalvornAsync; none if empty.
+    // server: executable to copy as CalvornAsync; if empty, the folder contains no server.
     explicit ProgramFolder(const QString &server, const QByteArray &settings = {})
     {
         // Copied, not linked: the server looks for its settings in the folder of its executable.
@@ -27,7 +27,7 @@ public:
         file.write(settings);
     }
 
-    // The path of a built file.
+    // Returns the path of a built file.
     static QString builtFile(const QString &name) { return qEnvironmentVariable("CALVORN_BIN") + u'/' + name; }
 
     static QByteArray preparedSettings()

@@ -5,7 +5,7 @@
 
 namespace calvorn::test {
 
-// The only fixed waits of the tests. All other waits end with a condition.
+// The only fixed waits in the tests. All other waits stop when a condition is met.
 
 // Leaves time for something that must not happen; the caller checks afterwards.
 inline void nothingHappensFor(int milliseconds)
@@ -13,13 +13,13 @@ inline void nothingHappensFor(int milliseconds)
     QTest::qWait(milliseconds);
 }
 
-// A pause between two actions of a person, if the test is about the pause.
+// A pause between two user actions, for tests of the pause itself.
 inline void pauseOfAPerson(int milliseconds)
 {
     QTest::qWait(milliseconds);
 }
 
-// Time that a board of tests/boards/ needs without reporting its end.
+// Gives a board in tests/boards/ time for an action that it does not report.
 inline void giveTheBoard(int milliseconds)
 {
     QTest::qWait(milliseconds);

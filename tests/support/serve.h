@@ -14,8 +14,8 @@
 
 namespace calvorn::test {
 
-// Does the work of CalvornAsync around its drivers: prints the address of its socket, accepts one program after the
-// other, and ends when standard input ends. "welcome" registers the objects on a connection. Returns the exit code.
+// Does what CalvornAsync does around its drivers: prints its socket address, accepts one program after another, and
+// exits when standard input is closed. "welcome" registers the objects on a connection. Returns the exit code.
 inline int serve(const QCoreApplication &application, const std::function<void(QDBusConnection &)> &welcome)
 {
     const QTemporaryDir folder;

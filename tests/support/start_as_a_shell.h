@@ -7,7 +7,7 @@
 
 namespace calvorn::test {
 
-// For QProcess::setChildProcessModifier(): starts a program like a shell does, in its own process group and with no
+// For QProcess::setChildProcessModifier(): starts a program as a shell does, in its own process group and with no
 // signal ignored, even if the tests run in the background or under nohup.
 inline void startAsAShell()
 {

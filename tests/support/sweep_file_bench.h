@@ -58,7 +58,7 @@ struct SweepFileBench : WindowBench
     }
 };
 
-// A complete sweep file: row r is at 2 MHz + r kHz with the count r.
+// Returns a complete sweep file: row r is at 2 MHz + r kHz with the count r.
 inline QByteArray wholeFile(const QList<int> &order)
 {
     QByteArray text("\"Sample N\",\"Frequency\",\"DAC sample\",\"milliVolt\"\r\n");

@@ -14,7 +14,7 @@ namespace calvorn::test {
 // Volts per count, the resolution of a curve in a file.
 inline constexpr double kFineStep = 1e-6;
 
-// Settings with the detector for which makeSweepFile() writes.
+// Returns settings for the detector that makeSweepFile() assumes.
 inline QByteArray fineSettings()
 {
     const QByteArray settings = crystalSettings(kInterfaceLpt);
@@ -23,7 +23,7 @@ inline QByteArray fineSettings()
     return QByteArray(settings).replace("ADC Step=0.00244", "ADC Step=0.000001").replace("Scale=0", "Scale=1");
 }
 
-// Returns a sweep file of the linear scale with 400 samples of a curve, in volts over Hz.
+// Returns a linear-scale sweep file with 400 samples of a curve, in volts over Hz.
 inline QByteArray makeSweepFile(int start, int step, const std::function<double(double hertz)> &curve)
 {
     QByteArray csv("\"Sample N\",\"Frequency\",\"DAC sample\",\"milliVolt\"\r\n");

@@ -21,7 +21,7 @@ inline QByteArray contents(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
 }
 
-// calvorn-sweep in a program folder, with the result of a run.
+// calvorn-sweep in a program folder, with the results of a run.
 struct Tool
 {
     ProgramFolder folder;
@@ -69,7 +69,7 @@ struct Tool
         errors = QString::fromUtf8(process.readAllStandardError()).split(u'\n', Qt::SkipEmptyParts);
         return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
     }
-    // Likewise, with arguments separated by blanks.
+    // The same, with arguments separated by spaces.
     int run(const char *arguments) { return run(QString::fromLatin1(arguments).split(u' ')); }
     // Waits for the second sweep of a tool started with several sweeps.
     bool sweepsTwice()
@@ -83,7 +83,7 @@ struct Tool
             },
             20'000);
     }
-    // Returns the final error message of the tool, without messages of its server.
+    // Returns the tool's final error message, ignoring messages from its server.
     QString sentence() const
     {
         const QString prefix = QStringLiteral("calvorn-sweep: ");

@@ -9,7 +9,7 @@
 
 namespace calvorn::test {
 
-// FNV-1a. With the detector's noise, no two vectors have the same sum.
+// FNV-1a. Because of the detector's noise, no two vectors have the same sum.
 inline quint64 vectorSum(const QList<int> &vector)
 {
     quint64 sum = 0xcbf29ce484222325U;
@@ -21,12 +21,12 @@ inline quint64 vectorSum(const QList<int> &vector)
 // The log of the tallying server (tally_server.cpp), one event per line:
 //   plan <start> <step>    PrepareSweep, Hz
 //   vector <sum>           the driver has emitted a vector; sum: vectorSum()
-//   complete               a sweep has ended
+//   complete               a sweep has completed
 //   error <code>
 class Tally
 {
 public:
-    // haste: factor by which the clock of a paced board runs faster than real time.
+    // haste: factor by which a paced board's clock runs faster than real time.
     explicit Tally(int haste)
         : m_file(m_folder.filePath(QStringLiteral("tally")))
     {

@@ -9,7 +9,7 @@
 
 namespace calvorn::test {
 
-// Imitates Linux's folders and links for serial ports on USB: class/tty/<port>/device leads to a folder below the USB
+// Imitates the Linux folders and links for USB serial ports: class/tty/<port>/device points to a folder below the USB
 // device.
 class UsbTree
 {
@@ -45,7 +45,7 @@ public:
 
     void pull(const char *port) const { QFile::remove(ttyClass() + u'/' + QString::fromLatin1(port) + "/device"); }
 
-    // Returns a second name for the port: a link, such as udev makes.
+    // Returns a second name for the port: a link, such as udev creates.
     QString linkTo(const char *port) const
     {
         const QString device = m_folder.filePath(QString::fromLatin1(port));

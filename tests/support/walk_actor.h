@@ -28,7 +28,7 @@ protected:
 
     // --- scales and views ---
 
-    // Returns the value of an amplitude marker after a change of scale.
+    // Returns an amplitude marker's value after a scale change.
     static double converted(double value, int from, int to)
     {
         if (from == 0)
@@ -110,7 +110,7 @@ protected:
         if (button == u"cmdReset" || button == u"cmdSwStop")
             allow({"sweep"});
         m_hands.click(button);
-        // The real server reports the end of the sweep after a reset, too; the fake one does not.
+        // The real server also reports the end of the sweep after a reset; the fake server does not.
         if (button == u"cmdSwStop")
             expectTheEndOfTheSweep(button);
     }
@@ -143,7 +143,7 @@ protected:
         });
     }
 
-    // Sends a vector only if it fits the plan of the table: others would be dropped.
+    // Sends a vector only if it fits the table's plan: the program would discard others.
     void vectorArrives(const WalkStep &step)
     {
         if (!isSweeping() || m_hands.updateTimer()->isActive() || m_history.foreignPlan)
@@ -170,7 +170,7 @@ protected:
     {
         if (m_history.rangeDue)
             allow({"table", "start", "stop", "sweep"});
-        // Leaving a box of the range replans a running sweep even without a change.
+        // Leaving a range box replans a running sweep even if the value is unchanged.
         if (isSweeping() && m_hands.updateTimer()->isActive())
             allow({"table"});
         m_history.rangeDue = false;
@@ -353,7 +353,7 @@ protected:
         if (!samePlan)
             for (const char *aspect : {"m1", "m2", "start", "stop"})
                 expected.remove(QString::fromLatin1(aspect));
-        // In a falling sweep, row 1 is the first one not below a marker's frequency.
+        // In a falling sweep, row 1 is the first row that is not below a marker's frequency.
         for (const char *aspect : {"m1", "m2"})
             if (falling && expected.contains(QString::fromLatin1(aspect)))
                 expected[QString::fromLatin1(aspect)].append(QStringLiteral("1"));

@@ -66,7 +66,7 @@ protected:
         for (const char *aspect : aspects)
             m_allowed.insert(QString::fromLatin1(aspect));
     }
-    // The step sets this aspect itself and voids any entry for it.
+    // The step sets this aspect itself and overrides any entry for it.
     void replace(const char *aspect)
     {
         allow({aspect});
@@ -81,7 +81,7 @@ protected:
     bool isLpt() const { return m_bench.configuration.interfaceType == kInterfaceLpt; }
     bool isSweeping() const { return m_before.number("sweep") > 0; }
 
-    // Returns the values that an entry may produce, given the state when it was taken.
+    // Returns the values that an entry may produce, given the state when it was accepted.
     QStringList taken(const WalkStep &entry, const WalkState &state) const
     {
         const QString old = state.aspects.value(walkAspect(entry));
@@ -111,7 +111,7 @@ protected:
         }
     }
 
-    // Whether the program corrects an entry instead of taking it as typed.
+    // Returns whether the program corrects an entry instead of accepting it as typed.
     bool isCorrected(const WalkStep &entry) const
     {
         switch (entry.box()) {
@@ -135,7 +135,7 @@ protected:
         return QString::number(row);
     }
 
-    // Returns the possible values of an aspect before the step, including the effect of an entry that was not yet left.
+    // Returns the possible values of an aspect before the step, including the effect of an unfinished entry.
     QStringList basesOf(const char *aspect) const
     {
         const QString name = QString::fromLatin1(aspect);
@@ -361,7 +361,7 @@ protected:
         m_hands.moveMouse(graph, (from + to) / 2, Qt::LeftButton);
         m_hands.moveMouse(graph, to, Qt::LeftButton);
         QTest::mouseRelease(graph, Qt::LeftButton, {}, to);
-        // Where lines cross, either of them may have moved.
+        // Where lines cross, either may have moved.
         const QSet<QString> changed = m_before.changesTo(stateOf(m_bench));
         const char *moved = kMarkers[static_cast<std::size_t>(step.a % 4)];
         for (const char *marker : kMarkers)
@@ -461,8 +461,8 @@ protected:
     WalkHistory m_history;
     WalkState m_before;
     WalkState m_state;
-    std::optional<WalkStep> m_entry; // the one that the user has not left
-    std::optional<WalkStep> m_typed; // the one typed in this step
+    std::optional<WalkStep> m_entry; // the entry whose box the user has not left yet
+    std::optional<WalkStep> m_typed; // the entry typed in this step
     QSet<QString> m_allowed;
     QSet<QString> m_replaced;
     QSet<QString> m_mustCommit;

@@ -12,7 +12,7 @@
 
 namespace calvorn::test {
 
-// The actions of a person with mouse and keyboard in the main window.
+// A user's mouse and keyboard actions in the main window.
 class WalkHands
 {
 public:
@@ -90,7 +90,7 @@ public:
         QTest::mouseClick(target, Qt::LeftButton, {}, place.center());
     }
 
-    // Sends the event to the widget: the pointer of the screen would move after the next step.
+    // Sends the event to the widget, because the real pointer would move only after the next step.
     static void moveMouse(QWidget *widget, QPoint place, Qt::MouseButton held)
     {
         QMouseEvent event(QEvent::MouseMove, place, widget->mapToGlobal(place), Qt::NoButton, held, {});
@@ -127,7 +127,7 @@ public:
         return QTest::qWaitFor([this] { return m_bench.isShown("cmdStart"); }, 5'000);
     }
 
-    // Lets the delay of the range entry expire.
+    // Lets the delay after a range entry expire.
     void letTimePass() const
     {
         QTimer *update = updateTimer();
@@ -140,7 +140,7 @@ public:
         holdTime();
     }
 
-    // Keeps the timer of the range from expiring before letTimePass().
+    // Keeps the range timer from expiring before letTimePass().
     void holdTime() const { updateTimer()->setInterval(24 * 3600 * 1000); }
 
 private:
@@ -171,7 +171,7 @@ private:
     const WindowBench &m_bench;
 };
 
-// Valid and damaged sweep files for the import. Their numbers have no decimals, so that every locale reads them alike.
+// Valid and damaged sweep files to import. Their numbers have no decimals, so every locale reads them the same way.
 namespace walk_files {
 
 enum Form {
@@ -201,7 +201,7 @@ inline QByteArray content(int form, int seed, double step, double offset)
         return {};
     const int hertzStep = form == Narrow ? 0 : form == Descending ? -1500 : 1000 + seed % 5000;
     for (int line = 1; line <= 400; ++line) {
-        // Row 400 must be the last line: it ends the reading.
+        // Row 400 must be the last line, because the import stops after it.
         const int row = form == Reversed && line < 400 ? 400 - line : line;
         const int count = (row * 7 + seed) % 1024;
         double milliVolts = std::nearbyint((count * step + offset) * 1000.0);

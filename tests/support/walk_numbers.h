@@ -44,7 +44,7 @@ private:
     QLocale m_plain;
 };
 
-// In the default locale.
+// These functions use the default locale.
 inline double readNumber(const QString &text)
 {
     return WalkNumbers(QLocale()).number(text);
@@ -58,7 +58,7 @@ inline QString shownAmplitude(bool linear, double amplitude)
     return WalkNumbers(QLocale()).amplitude(linear, amplitude);
 }
 
-// References of the scales: scale 0 is linear, 1 and 2 refer to 1 V, 3 and 4 to 10 V.
+// Returns the reference voltage of a scale: scale 0 is linear, 1 and 2 refer to 1 V, 3 and 4 to 10 V.
 inline double walkReference(int scale)
 {
     return scale >= 3 ? 10.0 : 1.0;

@@ -5,8 +5,8 @@
 
 namespace calvorn::test {
 
-// Walks through the window step by step and checks: aspects outside the step stay the same, no unfinished entry is lost
-// or overwritten, no unexpected box opens, and everything shown is correct.
+// Walks through the window step by step and checks: aspects unrelated to the step stay the same, no unfinished entry is
+// lost or overwritten, no unexpected box opens, and everything shown is correct.
 class WalkScene : public WalkActor
 {
 public:
@@ -71,7 +71,7 @@ private:
         // Planning corrects a range that is too small.
         if (step.kind == WalkKind::Time && std::abs(m_before.number("stop") - m_before.number("start")) < 400.0)
             changed -= {QStringLiteral("start"), QStringLiteral("stop"), QStringLiteral("table")};
-        // If the table mixes frequencies of a file and of the plan, the row of a marker is ambiguous.
+        // If the table mixes frequencies from a file and from the plan, a marker's row is ambiguous.
         if (m_history.mixedTable)
             changed -= {QStringLiteral("m1"), QStringLiteral("m2")};
         const bool falling = m_numbers.number(m_before.cell(1, 0)) > m_numbers.number(m_before.cell(400, 0));
@@ -85,7 +85,7 @@ private:
                    QStringLiteral("%1, then %2").arg(m_before.aspects.value(aspect), m_state.aspects.value(aspect)));
     }
 
-    // Checks an entry that was unfinished when this step came.
+    // Checks an entry that was unfinished when this step began.
     void judgeEntry(const WalkStep &entry, const WalkStep &step, bool told)
     {
         const QString aspect = walkAspect(entry);

@@ -13,7 +13,7 @@
 
 namespace calvorn::test {
 
-// The state of the window between two steps.
+// The window's state between two steps.
 struct WalkState
 {
     QMap<QString, QString> aspects;
@@ -71,13 +71,13 @@ inline WalkState stateOf(const WindowBench &bench)
     return state;
 }
 
-// Events that the state of the window does not show.
+// Events that the window's state does not show.
 struct WalkHistory
 {
     bool foreignPlan = false; // the frequencies come from a file
     bool asFile = false;      // so do the amplitudes
     bool headerFromFile = false;
-    bool curveBehind = false; // a truncated file is only in the table
+    bool curveBehind = false; // a truncated file has filled only the table
     bool mixedTable = false;  // the frequencies may be out of order
     bool rangeDue = false;    // the range was changed since it was last planned
 };
@@ -121,7 +121,7 @@ public:
     }
 
 private:
-    // Whether the box has the focus and an unfinished entry, to which no rule applies yet.
+    // Returns whether the box has the focus and an unfinished entry, to which no rule applies yet.
     bool isPending(const QLineEdit *box) const
     {
         return box->isModified() && (box->hasFocus() || m_bench.window->menuBar()->hasFocus());

@@ -16,7 +16,7 @@ namespace calvorn::test {
 enum class WalkBox { Start, Stop, M1X, M2X, M3Y, M4Y, MaxVolt, MaxDb };
 inline constexpr std::array kWalkBoxes{"txtStart", "txtStop", "txtM1X",     "txtM2X",
                                        "txtM3Y",   "txtM4Y",  "txtMaxVolt", "txtMaxDb"};
-// The aspect of the state that each box sets.
+// The aspect of the window's state that each box sets.
 inline constexpr std::array kWalkAspects{"start", "stop", "m1", "m2", "m3", "m4", "maxVolt", "maxDb"};
 
 inline bool isFrequency(WalkBox box)
@@ -24,7 +24,7 @@ inline bool isFrequency(WalkBox box)
     return box <= WalkBox::M2X;
 }
 
-// How an entry ends. The last three do not leave the box.
+// How the user finishes an entry. The last three do not leave the box.
 enum class WalkLeave { Tab, Return, OtherBox, GraphMiddle, GraphLeft, GraphShift, MenuSeen, Export, Stay };
 inline constexpr int kWalkLeaves = 9;
 
@@ -63,16 +63,16 @@ inline constexpr std::array kWalkKindNames{"Type",        "DigitBar",   "Wheel",
 // The relative frequency of each kind, in the same order.
 inline constexpr std::array kWalkWeights{22, 6, 3, 4, 9, 4, 4, 2, 4, 7, 5, 7, 4, 3, 8, 4, 2, 3, 2, 2, 1, 12, 3, 3, 0};
 
-// A step, chosen without regard to the window, so that any part of a walk can be repeated.
+// A step, chosen independently of the window's state, so that any part of a walk can be repeated.
 struct WalkStep
 {
     WalkKind kind = WalkKind::Time;
-    int a = 0; // meaning by kind
+    int a = 0; // the meaning depends on the kind
     int b = 0;
     int c = 0;
     QString text;                                            // the text to type
     double value = std::numeric_limits<double>::quiet_NaN(); // the value of the text; NaN if it is not a number
-    bool huge = false;                                       // a number beyond every range
+    bool huge = false;                                       // a number outside every range
 
     int number = 0; // index in the walk
 
@@ -123,7 +123,7 @@ public:
         step.c = m_random.bounded(1 << 16);
         if (step.kind == WalkKind::Type) {
             step.a %= static_cast<int>(kWalkBoxes.size());
-            // Half of all entries end with Tab or Return.
+            // At least half of all entries are finished with Tab or Return.
             step.b = m_random.bounded(2) == 0 ? m_random.bounded(2) : m_random.bounded(kWalkLeaves);
             isFrequency(step.box()) ? frequency(step) : amplitude(step);
         }

@@ -28,7 +28,7 @@ public:
 
     void forget() const { QFile::remove(path()); }
 
-    // The current frequency of the generator, Hz.
+    // The generator's current frequency, Hz.
     double last() const
     {
         const QStringList made = events(QStringLiteral("Hz"));

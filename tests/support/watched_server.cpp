@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// The acquisition server with the real drivers and simulated boards. Logs the actions of the boards, one event per
-// line, to the file named by CALVORN_WATCHED: each frequency of a generator, each byte latched into the outputs, each
-// position of the potentiometers, and each command on a serial line.
+// The acquisition server with the real drivers and simulated boards. Logs the boards' actions, one event per line, to
+// the file named by CALVORN_WATCHED: each generator frequency, each byte latched into the outputs, each potentiometer
+// position, and each command on a serial line.
 #include "protocol/lpt_wiring.h"
 #include "server/boards/pic_board.h"
 #include "server/boards/pty_board.h"
@@ -85,7 +85,7 @@ private:
     int m_stops = 0;
 };
 
-// Logs the host's commands line by line; "!" needs no end of line.
+// Logs the host's commands line by line; "!" needs no line ending.
 template <typename Board>
 class ListeningBoard : public Board
 {
@@ -116,7 +116,7 @@ private:
     Watch m_watch;
 };
 
-// Keeps the board as long as its line.
+// Keeps the board alive for as long as its line exists.
 struct WatchedLine
 {
     WatchedLine(std::unique_ptr<SerialBoard> made, const SimulatorSettings &settings, int sweepBytes)

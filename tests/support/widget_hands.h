@@ -8,7 +8,7 @@
 
 namespace calvorn::test {
 
-// Finds the controls of a window by name and operates them like a person.
+// Finds the controls of a window by name and operates them as a user would.
 class WidgetHands
 {
 public:
@@ -33,7 +33,7 @@ public:
     void click(const char *name) const
     {
         auto *button = find<QAbstractButton>(name);
-        // Click the mark of an option: the middle of its row may be beyond its text.
+        // Click an option's indicator, because the middle of its row may be beyond its text.
         const QPoint at = button->isCheckable() ? QPoint(10, button->height() / 2) : button->rect().center();
         QTest::mouseClick(button, Qt::LeftButton, {}, at);
     }
