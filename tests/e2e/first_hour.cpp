@@ -29,7 +29,7 @@ QRect extentOf(const QImage &screen, QRgb colour)
     return extent;
 }
 
-// Texts in English, numbers in the format of the country.
+// Returns an environment with English texts and with numbers in the country's format.
 QStringList environmentOf(const QString &country)
 {
     return {QStringLiteral("LC_ALL="), QStringLiteral("LANGUAGE="), QStringLiteral("LANG=en_US.UTF-8"),

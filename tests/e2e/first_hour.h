@@ -35,7 +35,7 @@ QList<SavedRow> rowsOf(const QByteArray &csv);
 const SavedRow &highestOf(const QList<SavedRow> &rows);
 QByteArray contentOf(const QString &path);
 
-// The texts of a saved SVG picture.
+// The texts in a saved SVG picture.
 class PictureTexts
 {
 public:
@@ -50,22 +50,22 @@ private:
     QStringList m_texts;
 };
 
-// Operates the program like a new user: sends keys and clicks, and reads the clipboard, saved files and the screen.
-// Texts are English; numbers have the format of the given country.
+// Operates the program as a new user would: sends keys and clicks, and reads the clipboard, saved files and the screen.
+// Texts are in English; numbers are in the format of the given country.
 class FirstHour
 {
 public:
     // settings: the initial contents of Calvorn.ini.
     FirstHour(const QString &country, const QByteArray &settings);
 
-    // The settings that are delivered with the program.
+    // Returns the settings delivered with the program.
     static QByteArray preparedSettings();
-    // The delivered settings with the range 6 to 8.2 MHz.
+    // Returns the delivered settings with the range 6 to 8.2 MHz.
     static QByteArray settingsWithRange();
-    // The same with another chip and the log switched on.
+    // The same, with a different chip and with the log switched on.
     static QByteArray settingsWithOtherChip();
 
-    // Starts the program. Returns false if the window, with this chip in its title, does not show its graph.
+    // Starts the program. Returns false if no window with this chip in its title shows its graph.
     bool start(const char *chip);
     RealProgram &program() { return m_program; }
     QString path(const QString &name) const { return m_program.folder() + u'/' + name; }
@@ -74,19 +74,19 @@ public:
     void press(const QStringList &keys) const;
     void type(const QString &text) const { m_program.typeText(text); }
     QString copied(const QStringList &keys) const;
-    // The place is in pixels from the corner of the main window, as in its screenshot.
+    // The place is in pixels from the main window's corner, as in its screenshot.
     void mouseAt(QPoint place, const QStringList &actions) const { m_program.mouseAt(m_corner + place, actions); }
     // Returns a place in the plot. The height is 0 at the top and 1 at the bottom.
     QPoint placeOf(double row, double height) const;
-    // Presses the key (Tab or Shift+Tab) until the focused widget copies a wanted text.
+    // Presses the key (Tab or Shift+Tab) until copying from the focused widget yields a wanted string.
     bool tabTo(const std::function<bool(const QString &)> &wanted, const char *key = "Tab") const;
     bool backTo(const QString &text) const;
     // Moves the focus to the start box, which contains `text`, and returns the rectangle of its digits, or an empty
-    // one.
+    // rectangle.
     QRect startDigits(const QString &text) const;
     QString clickedText(QPoint place) const;
 
-    // Starts sweeping, waits for the curve of the filter, and stops.
+    // Starts sweeping, waits for the filter's curve, and stops.
     bool sweep() const;
     bool curveIsHigh() const;
     int curvePixelsShown() const { return curvePixels(m_program.screenshot()); }
@@ -96,7 +96,7 @@ public:
     QByteArray savedSweep(const QString &name) const;
     PictureTexts savedPicture(const QString &name) const;
 
-    // Format and read numbers like the window.
+    // Format and read numbers as the window does.
     const QLocale &locale() const { return m_locale; }
     QString grouped(double hertz) const { return m_locale.toString(hertz, 'f', 0); }
     QString inHertz(double hertz) const { return grouped(hertz) + QStringLiteral(" Hz"); }
@@ -110,8 +110,8 @@ private:
     QLocale m_locale;
     QStringList m_environment;
     RealProgram m_program;
-    QPoint m_corner; // of the window, on the screen
-    QRect m_plot;    // in the window
+    QPoint m_corner; // of the window, in screen coordinates
+    QRect m_plot;    // in window coordinates
 };
 
 } // namespace calvorn::test

@@ -20,8 +20,8 @@ namespace {
 constexpr int kStartMs = 20'000; // long enough for a loaded machine
 constexpr int kActiveMs = 3'000;
 constexpr int kActivations = 4;
-// The time between two screenshots: longer than a sweep of the simulated board, and longer than a button pressed by its
-// mnemonic stays down.
+// The time between two screenshots: longer than a sweep of the simulated board, and longer than a mnemonic holds its
+// button down.
 constexpr int kLookMs = 200;
 constexpr int kStillMs = 10'000;
 
@@ -47,7 +47,7 @@ WindowManager::WindowManager()
     m_process.start(QStringLiteral("openbox"), QStringList());
     if (!m_process.waitForStarted())
         qFatal("openbox does not start");
-    // A window opened before its manager is ready would vanish briefly while it gets a frame.
+    // A window opened before the window manager is ready would vanish briefly while it gets a frame.
     const bool manages = QTest::qWaitFor(
         [] { return RealProgram::run(QStringLiteral("xdotool"), {QStringLiteral("get_num_desktops")}).toInt() > 0; },
         30'000);
@@ -81,7 +81,7 @@ RealProgram::~RealProgram()
 void RealProgram::bring(const char *name) const
 {
     const QString built = qEnvironmentVariable("CALVORN_BIN") + u'/';
-    // Copies instead of linking: the program finds its folder by its executable file.
+    // Copies instead of linking, because the program locates its folder from its executable file.
     if (!QFile::copy(built + QString::fromLatin1(name), m_folder.filePath(QString::fromLatin1(name))))
         qFatal("cannot copy %s", name);
 }
@@ -119,8 +119,8 @@ bool RealProgram::start(const QStringList &environment, const QString &titlePatt
     m_window = waitForWindow(titlePattern, kStartMs);
     if (m_window.isEmpty())
         return false;
-    // The first turn of the event loop paints the window; from then on it handles keys. If the window is on another
-    // display than the test, there is no screenshot, and painting cannot be checked.
+    // The first iteration of the event loop paints the window; from then on the window handles keys. If the window is
+    // on a different display from the test, there is no screenshot, and painting cannot be checked.
     const auto isUp = [this] {
         const QImage picture = screenshot();
         return picture.isNull() || isPainted(picture);
@@ -256,7 +256,7 @@ bool RealProgram::becomesStill(const QString &window) const
     QDeadlineTimer deadline(kStillMs);
     do {
         before = now;
-        // Ends early if something changes.
+        // Stops waiting as soon as something changes.
         (void)QTest::qWaitFor(
             [&] {
                 now = screenshot(window);

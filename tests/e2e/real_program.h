@@ -22,7 +22,7 @@ private:
     QProcess m_process;
 };
 
-// Runs the real program in a temporary folder and operates it like a user, with keys, mouse and screenshots.
+// Runs the real program in a temporary folder and operates it as a user would, with keys, mouse and screenshots.
 class RealProgram
 {
 public:
@@ -30,15 +30,15 @@ public:
     ~RealProgram();
 
     QString folder() const { return m_folder.path(); }
-    // Copies another file of the build into the folder.
+    // Copies another file from the build into the folder.
     void bring(const char *name) const;
     QString setting(const char *section, const char *key) const;
 
-    // Sets the command of start(). The default is the program in the folder, without arguments.
+    // Sets the command that start() runs. The default is the program in the folder, without arguments.
     void setCommand(const QString &program, const QStringList &arguments);
     // Starts the program and waits for its first window. Returns false if none appears.
     bool start(const QStringList &environment = {}, const QString &titlePattern = QStringLiteral("^Brenik - Calvorn"));
-    // Waits until the process ends by itself. Returns false on a timeout.
+    // Waits until the process exits on its own. Returns false on a timeout.
     bool waitForEnd(int milliseconds = 5000);
     qint64 pid() const { return m_process ? m_process->processId() : 0; }
     void killHard();
@@ -67,14 +67,14 @@ public:
     // Waits for a message box with the application's title and brings it to the front. Returns its id, or an empty
     // string.
     QString waitForBox() const;
-    // Returns the line of a box's text at the place, in pixels from the corner of its contents.
+    // Returns the line of a box's text at `place`, in pixels from the corner of the box's contents.
     QString lineOfBox(const QString &box, QPoint place = {120, 17}) const;
     // Makes a window active, so that it receives keys. Returns false on failure.
     static bool activate(const QString &window);
     static QString activeWindow();
 
-    // Returns a picture of a window, by default the main one, without its frame: the icon in the frame has the yellow
-    // of the curve.
+    // Returns a picture of a window, by default the main window, without its frame, because the icon in the frame has
+    // the curve's yellow.
     QImage screenshot(const QString &window = {}) const;
     // Waits until two consecutive screenshots are equal. Then all input has been handled and no sweep is running, since
     // noise makes every curve different.
@@ -96,10 +96,10 @@ private:
     QString m_window;
 };
 
-// Returns the number of pixels in the yellow of the curve.
+// Returns the number of pixels in the curve's yellow.
 int curvePixels(const QImage &screen);
 
-// Returns the picture row of the curve's highest point, or the height of the picture if there is no curve.
+// Returns the picture row of the curve's highest point, or the picture height if there is no curve.
 int highestCurveRow(const QImage &screen);
 
 } // namespace calvorn::test

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Tests that the program never leaves a generator on, however it ends. The boards are those of tests/boards/, which
-// report the state of their generator. CALVORN_ENDS=20 tries each way twenty times.
+// Tests that the program never leaves a generator on, however it exits. The boards are those in tests/boards/, which
+// report their generator's state. CALVORN_ENDS=20 tries each way of exiting twenty times.
 #include "tests/e2e/real_program.h"
 #include "tests/support/page_boards.h"
 
@@ -60,7 +60,7 @@ private:
     std::unique_ptr<WindowManager> m_windowManager;
 };
 
-// A board of one of the three interfaces, and the state of its generator.
+// A board for one of the three interfaces, with access to its generator's state.
 class Board
 {
 public:
@@ -137,7 +137,7 @@ struct Scene
         return program.start({}, kMainWindow) && QTest::qWaitFor([this] { return board.isGeneratorOn(); }, kEndMs);
     }
 
-    // Returns the server's processor time in 1/100 s. It shows whether the server sweeps: an idle one needs almost
+    // Returns the server's processor time in 1/100 s. It shows whether the server sweeps: an idle server uses almost
     // none.
     int hundredthsUsed() const
     {
@@ -165,13 +165,13 @@ struct Scene
         return !window.isEmpty();
     }
 
-    std::unique_ptr<Screen> screen; // null: the program uses the display of the test
+    std::unique_ptr<Screen> screen; // null: the program uses the test's display
     Board board;
     RealProgram program;
     qint64 server = 0;
 };
 
-// Ends the program in some way. Returns false if that is not possible.
+// Makes the program exit in some way. Returns false if that is not possible.
 using End = std::function<bool(Scene &)>;
 
 End signalled(int number)
@@ -179,8 +179,8 @@ End signalled(int number)
     return [number](const Scene &scene) { return ::kill(scene.pid(), number) == 0; };
 }
 
-// Keys go to the active window. On a busy machine there may be none for a while, or a message box about a late board
-// may have just opened. So this repeats the key, as a user would, and first closes a box in the way.
+// Keys go to the active window. On a busy machine no window may be active for a while, or a message box about a late
+// board may have just opened. This therefore repeats the key, as a user would, after closing any box in the way.
 End pressed(const char *key)
 {
     return [key](Scene &scene) {
@@ -215,7 +215,7 @@ bool apply(const Scene &scene)
     return true;
 }
 
-// Ends only the server. The program keeps running.
+// Terminates only the server. The program keeps running.
 bool endTheServer(Scene &scene)
 {
     scene.server = scene.program.serverPid();

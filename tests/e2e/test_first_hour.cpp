@@ -223,7 +223,7 @@ void TestFirstHour::goesThroughTheScales()
     const PictureTexts texts = hour.savedPicture(QStringLiteral("0.svg"));
     QVERIFY2(texts.contains(QStringLiteral("Linear scale, 0 to %1 V").arg(number(1.0, 2))), qPrintable(texts.all()));
     QCOMPARE(texts.after("M1", 2), hour.inVolts(m_saved[100].millivolts));
-    // The dB scales round M3 to a tenth of a dB, which costs some accuracy.
+    // The dB scales round M3 to a tenth of a dB, so some accuracy is lost.
     QVERIFY2(std::abs(hour.numberOf(texts.after("M3")) - 0.748) < 0.02, qPrintable(texts.after("M3")));
 }
 
@@ -335,7 +335,7 @@ void TestFirstHour::comesBackToWhatWasLeft()
     QCOMPARE(m_hour->copied({QStringLiteral("Tab"), QStringLiteral("ctrl+c")}), QString::number(last, 'f', 0));
 }
 
-// Sets another chip with its clock, enters the limit wrongly and corrects it, and sets another port.
+// Selects another chip and its clock, enters an invalid limit and corrects it, and selects another port.
 void TestFirstHour::configure()
 {
     m_hour->press({QStringLiteral("alt+s"), QStringLiteral("c")});
@@ -351,7 +351,7 @@ void TestFirstHour::configure()
     program().keys({QStringLiteral("Tab")});
     QCOMPARE(program().copied({QStringLiteral("alt+x"), QStringLiteral("ctrl+c")}), QStringLiteral("70000000"));
     program().typeText(QStringLiteral("40000000"));
-    // On the page of the ports, selects the entry above the free number.
+    // On the ports page, selects the entry above the free number.
     QVERIFY(program().keysChange({QStringLiteral("alt+p")}, dialog));
     program().keys({QStringLiteral("Tab"), QStringLiteral("Up"), QStringLiteral("alt+a")});
     const QString question = program().waitForBox();
@@ -375,7 +375,7 @@ void TestFirstHour::changesTheSetUp()
     QCOMPARE(program().setting("Config", "DDS Max freq"), QStringLiteral("40000000"));
     QCOMPARE(program().setting("Serial Port", "CommPort"), QStringLiteral("6"));
     QCOMPARE(program().setting("Parallel Port", "LPT"), QStringLiteral("&H0"));
-    // The manual tells users to change this line to switch the log on.
+    // The manual tells users to change this line to switch on the log.
     QCOMPARE(contentOf(m_hour->path(QStringLiteral("Calvorn.ini"))).count("Log=0"), 1);
 }
 
@@ -421,7 +421,7 @@ void TestFirstHour::closesWhileSweeping()
     m_hour->press({QStringLiteral("F5")});
     QTRY_VERIFY_WITH_TIMEOUT(m_hour->curveIsHigh(), 10'000);
     QCOMPARE(program().serversRunning(), 1);
-    // Clicks the last button in the window frame, above the right edge of the 800 pixels wide window.
+    // Clicks the last button in the window frame, above the right edge of the 800-pixel-wide window.
     m_hour->mouseAt({790, -10}, kLeftClick);
     QVERIFY(program().waitForEnd());
     QCOMPARE(program().serversRunning(), 0);
@@ -451,7 +451,7 @@ void TestFirstHour::leavesSaneSettings()
     QVERIFY(program().waitForEnd());
 
     const QByteArray settings = contentOf(m_hour->path(QStringLiteral("Calvorn.ini")));
-    // Sections that were not changed are preserved exactly.
+    // Unchanged sections are preserved exactly.
     QVERIFY2(settings.startsWith(prepared.left(prepared.indexOf("[Config]"))), settings.constData());
     QVERIFY2(settings.contains(prepared.mid(prepared.indexOf("[Interface1]"))), settings.constData());
     QSet<QByteArray> keys;

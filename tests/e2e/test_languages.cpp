@@ -49,7 +49,7 @@ void TestLanguages::theWindowSpeaksTheLanguageOfTheDesktop()
 
 void TestLanguages::theToolAndItsServerSpeakItToo_data()
 {
-    // First the server's sentence, then that of calvorn-sweep.
+    // First the server's message, then the message from calvorn-sweep.
     const QString english = QStringLiteral("The simulated parallel port is set to refuse.\n"
                                            "calvorn-sweep: The parallel port 0x000 could not be opened.");
     const QString italian = QStringLiteral("La porta parallela simulata è impostata per rifiutare.\n"

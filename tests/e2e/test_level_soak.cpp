@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Runs the level meter for a long time, at twenty times the normal rate: every reading is right, and memory use stays
-// constant. bench/soak runs it for three hours' worth of readings.
+// Runs the level meter for a long time, at twenty times the normal rate: every reading must be right, and memory use
+// must stay constant. bench/soak runs it for three hours' worth of readings.
 #include "tests/support/interface_settings.h"
 #include "tests/support/resident_memory.h"
 #include "tests/support/sweep_tool.h"
@@ -58,7 +58,7 @@ private slots:
         double farthest = 0.0; // counts
         connect(reader, &LevelReader::taken, this, [&](const LevelReading &reading) {
             ++taken;
-            // -20 dBm gives 1.6 V, or 655.4 counts.
+            // -20 dBm corresponds to 1.6 V, or 655.4 counts.
             farthest = std::max(farthest, std::abs(reading.count - 1.6 / 2.5 * 1024.0));
         });
         const auto memory = [] { return test::memoryKilobytes(QCoreApplication::applicationPid()); };
@@ -76,7 +76,7 @@ private slots:
               "%.2f "
               "counts",
               taken, 1e-3 * static_cast<double>(clock.elapsed()), warm, end, farthest);
-        // The converter truncates up to one count; the noise is up to 1.7 counts.
+        // The converter truncates by up to one count; the noise is up to 1.7 counts.
         QVERIFY(farthest < 2.7);
         QVERIFY(end - warm < kMostGrowth);
         QVERIFY(bench.desktop.boxes.isEmpty());

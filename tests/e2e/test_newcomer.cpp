@@ -11,7 +11,7 @@ namespace {
 const QString kMainWindow = QStringLiteral("^Brenik - Calvorn  v2.0 - ");
 const QString kConfiguration = QStringLiteral("^Configuration$");
 
-// Returns the delivered settings without the configuration: only the defaults of the interfaces remain.
+// Returns the delivered settings without the configuration: only the interface defaults remain.
 QByteArray defaultsOnly()
 {
     const QByteArray prepared = ProgramFolder::preparedSettings();
@@ -28,7 +28,7 @@ class TestNewcomer : public QObject
 private:
     WindowManager m_windowManager;
 
-    // Presses "Apply" and confirms with Return, which ends the program.
+    // Presses "Apply" and confirms with Return, which makes the program exit.
     static void apply(RealProgram &program)
     {
         program.keys({QStringLiteral("alt+a")});
@@ -87,7 +87,7 @@ void TestNewcomer::serialBoards()
     QVERIFY(program.start({}, kConfiguration));
     QVERIFY(program.keysChange({option}));
     QVERIFY(program.keysChange({QStringLiteral("alt+p")}));
-    // COM6 is the default. The entry below is the free number, which suggests the simulated board.
+    // COM6 is the default. The entry below it is the free number, for which the dialog suggests the simulated board.
     QVERIFY(program.keysChange({QStringLiteral("Tab"), QStringLiteral("Down")}));
     apply(program);
     QCOMPARE(program.setting("Config", "Interface"), interfaceType);

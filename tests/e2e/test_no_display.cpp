@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Tests the program without a display or with a display that does not answer.
+// Tests the program without a display or with a display that does not respond.
 #include "tests/e2e/real_program.h"
 #include "tests/support/program_folder.h"
 
@@ -13,7 +13,7 @@ namespace {
 // A run of the program in an environment without a display, unless `variables` set one.
 struct Run
 {
-    QTemporaryDir runtime; // where a Wayland display would be; without one the library of Wayland complains
+    QTemporaryDir runtime; // where a Wayland display would be; without this folder the Wayland library complains
     QProcess process;
 
     void start(const RealProgram &program, const QStringList &variables, const QStringList &arguments = {})

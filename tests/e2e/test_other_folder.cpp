@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Tests programs in a folder that their users cannot write, with separate settings for each user.
+// Tests programs in a folder to which their users cannot write, with separate settings for each user.
 #include "tests/e2e/real_program.h"
 #include "tests/support/program_folder.h"
 
@@ -39,7 +39,7 @@ public:
             return {program};
         return {QStringLiteral("setpriv"), QStringLiteral("--bounding-set"), QStringLiteral("-dac_override"), program};
     }
-    // Returns the configuration folder of this user.
+    // Returns this user's configuration folder.
     QString configuration(const char *user) const { return m_users.filePath(QString::fromLatin1(user)); }
     QString settingsOf(const char *user) const { return configuration(user) + QStringLiteral("/calvorn/Calvorn.ini"); }
     QStringList environment(const char *user) const
@@ -113,8 +113,8 @@ void TestOtherFolder::theUsersSettingsAreMadeAndWritten()
 void TestOtherFolder::theServerReadsThemToo()
 {
     ProtectedProgram program(ProgramFolder::preparedSettings());
-    // The user's settings simulate a cable, which passes the range far below the filter in the server folder's
-    // settings.
+    // The user's settings simulate a cable. In this range, the cable passes the signal; the filter in the settings next
+    // to the server would not.
     QVERIFY(QDir().mkpath(program.configuration("me") + QStringLiteral("/calvorn")));
     QVERIFY(QFile::copy(program.folder() + QStringLiteral("/Calvorn.ini"), program.settingsOf("me")));
     const auto set = [&program](const char *section, const char *key, const char *value) {
@@ -173,7 +173,7 @@ void TestOtherFolder::oneInstanceForEachUser()
             .size();
     };
     QTRY_COMPARE_WITH_TIMEOUT(windows(), qsizetype{2}, 10000);
-    // ... but not a third one with the same settings.
+    // ... but not a third instance with the same settings.
     QProcess third;
     program.launch(third, "you");
     const QString box = program.waitForWindow(m_box);

@@ -190,7 +190,7 @@ void TestRealProgram::oneSweepWithoutAWindow()
     QTRY_COMPARE(program.serversRunning(), 0);
 }
 
-// Acts like Ctrl+Z and fg, with a pause longer than the time limits of calls and of a silent server.
+// Simulates Ctrl+Z and fg, with a pause longer than the timeouts for calls and for a silent server.
 void TestRealProgram::aStopIsNoTimeOut()
 {
     RealProgram program(ProgramFolder::preparedSettings());
@@ -258,7 +258,7 @@ void TestRealProgram::aSettingsFileThatIsNoneIsTold_data()
     QTest::newRow("3 GB") << false << QStringLiteral("it is larger than 16 MB");
 }
 
-// The program opens the configuration dialog, as without a settings file. A signal then ends the program.
+// The program opens the configuration dialog, as it does without a settings file. A signal then terminates the program.
 void TestRealProgram::aSettingsFileThatIsNoneIsTold()
 {
     QFETCH(bool, isPipe);

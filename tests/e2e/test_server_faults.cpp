@@ -101,7 +101,7 @@ void TestServerFaults::settingsThatCannotBeSavedAreLogged()
     QVERIFY(bench.logs(QStringLiteral("The settings could not be saved in ") + path));
 }
 
-// The server sends an error text of five megabytes.
+// The server sends a five-megabyte error message.
 void TestServerFaults::aLongTextIsCut()
 {
     const test::FakeServerControl control;
@@ -137,7 +137,7 @@ void TestServerFaults::aFloodEndsWithItsServer_data()
                     : flood);
 }
 
-// The window blocks for some seconds at most, reports the flood, and works with the next server.
+// The window blocks for a few seconds at most, reports the flood, and works with the next server.
 void TestServerFaults::aFloodEndsWithItsServer()
 {
     QFETCH(QByteArray, interface);

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-// Sweeps many times with the whole window, the real driver and the simulated parallel-port board, and meanwhile changes
-// range, scale, view and speed, stops, starts and exports at random. Everything the server sends must arrive once and
-// in order, and every vector must enter the table while the table has the vector's plan. Every redraw must show the
+// Runs many sweeps through the whole window, the real driver and the simulated parallel-port board, with random changes
+// of range, scale, view and speed, and random stops, starts and exports. Everything the server sends must arrive once
+// and in order, and every vector must enter the table while the table has the vector's plan. Every redraw must show the
 // table, and the screen must show what was drawn. Every start must complete once, and memory use must stay constant.
 //
-// There are three runs: as fast as possible, at the pace of the real board with an accelerated clock, and as fast as
-// possible with the Measure panel in use. CALVORN_SOAK_SWEEPS, CALVORN_SOAK_PACED and CALVORN_SOAK_MEASURING set their
-// numbers of sweeps (default 400). CALVORN_SOAK_SEED selects another sequence of events.
+// There are three runs: as fast as possible, at the real board's pace with an accelerated clock, and as fast as
+// possible with the Measure panel in use. CALVORN_SOAK_SWEEPS, CALVORN_SOAK_PACED and CALVORN_SOAK_MEASURING set the
+// number of sweeps in each run (default 400). CALVORN_SOAK_SEED selects another sequence of events.
 #include "controls/range_entry.h"
 #include "display/sweep_graph.h"
 #include "instrument/acquisition_driver.h"
@@ -38,7 +38,7 @@ constexpr qint64 kMostGrowthKb = 4096;
 #endif
 constexpr int kUpdateDelayMs = 20;
 constexpr int kHaste = 20;   // acceleration of the paced board's clock
-constexpr int kUnderWay = 8; // vectors that the server sends before the first is acknowledged
+constexpr int kUnderWay = 8; // the maximum number of unacknowledged vectors
 constexpr double kStandardSweepMs = 106.0;
 
 int fromEnvironment(const char *name, int fallback)
@@ -54,8 +54,8 @@ constexpr const char *kMeasuring = "[Measure]\r\nOpen=1\r\nMax hold=1\r\nMin hol
 struct Arrival
 {
     QByteArray line;
-    bool handedOn = true; // false: the program dropped the vector
-    QByteArray shownPlan; // the plan of the table at that moment
+    bool handedOn = true; // false: the program discarded the vector
+    QByteArray shownPlan; // the table's plan at that moment
 };
 
 // The base class Tally comes first because the server needs the tally when the window opens.
@@ -92,7 +92,7 @@ struct Soak : test::Tally, WindowBench
         QObject::connect(&graph->redraws(), &RedrawTimer::fired, window.get(), [this] { onRedraw(); });
     }
 
-    // Stores four traces and makes limits from the current sweep.
+    // Stores four traces and creates limits from the current sweep.
     void storeAndLimit() const
     {
         for (const char *name : {"cmdStore_0", "cmdStore_1", "cmdStore_2", "cmdStore_3", "cmdFromLive"})
@@ -165,7 +165,7 @@ struct Soak : test::Tally, WindowBench
                 continue;
             }
             const Arrival arrival = at < arrivals.size() ? arrivals[at] : Arrival();
-            // After a missing event all following ones differ, so this counts only the first difference.
+            // After a missing event all later events differ, so this counts only the first difference.
             if (arrival.line != sent[i]) {
                 ++unlikeSent;
                 break;
@@ -187,8 +187,8 @@ struct Soak : test::Tally, WindowBench
         arrivals.clear();
     }
 
-    // Returns whether a plan follows the vector. A vector may be dropped if it was in transit when a new plan was sent,
-    // and also if it arrived while that call blocked the window's thread.
+    // Returns whether a plan follows the vector. A vector may be discarded if it was in transit when a new plan was
+    // sent, and also if it arrived while that call blocked the window's thread.
     static bool isFollowedByPlan(const QList<QByteArray> &sent, qsizetype vector)
     {
         int underWay = 0;
@@ -253,7 +253,7 @@ struct Soak : test::Tally, WindowBench
         return came;
     }
 
-    // Returns the sweep file that the table corresponds to: hertz, counts, and thousandths of the amplitudes.
+    // Returns the sweep file expected for the table: hertz, counts, and thousandths of the amplitudes.
     QByteArray fileOfTable() const
     {
         const calvorn::test::WalkNumbers numbers{QLocale()};
@@ -379,7 +379,7 @@ void TestSoak::manySweeps()
     soak.start();
     if (measuring) {
         QVERIFY(soak.awaitVectors(2));
-        // The button is enabled when the first sweep is drawn.
+        // The button is enabled when the first sweep has been drawn.
         QTRY_VERIFY(soak.find<QAbstractButton>("cmdStore_0")->isEnabled());
         soak.storeAndLimit();
         QVERIFY(soak.graph->model().legend().size() > 7);
@@ -387,7 +387,7 @@ void TestSoak::manySweeps()
     }
     QElapsedTimer clock;
     clock.start();
-    // Measures memory only after the caches of fonts and pictures have filled.
+    // Measures memory only after the font and picture caches have filled.
     Soak::Memory warm;
     Soak::Memory middle;
     while (soak.vectors < wanted) {
@@ -411,7 +411,7 @@ void TestSoak::manySweeps()
         soak.vectors, seconds, soak.vectors / seconds, soak.redraws, soak.starts, soak.exports, soak.plans,
         soak.droppedBeforePlan, soak.droppedBehindPlan, warm.windowKb, middle.windowKb, end.windowKb, warm.serverKb,
         middle.serverKb, end.serverKb);
-    QCOMPARE(soak.vectors, vectors); // no vector arrives after the end
+    QCOMPARE(soak.vectors, vectors); // no vector arrives after the sweep has stopped
     QCOMPARE(soak.completes, soak.starts);
     QCOMPARE(soak.errors, 0);
     QCOMPARE(soak.doubled, 0);

@@ -45,7 +45,7 @@ private slots:
         RealProgram program(crystalSettings(static_cast<std::int16_t>(interfaceType)));
         QVERIFY(program.start());
         program.keys({QStringLiteral("F5")});
-        // Waits until the caches of fonts and pictures are filled.
+        // Waits until the font and picture caches are filled.
         QVERIFY(program.changes(20));
         const qint64 server = program.serverPid();
         const qint64 windowBefore = memoryKilobytes(program.pid());
