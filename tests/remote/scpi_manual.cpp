@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Checks or writes the table of commands in docs/scpi.md.
+// Checks or writes the command table in docs/scpi.md.
 //   scpi_manual FILE          returns 0 if the file contains the program's table, otherwise 1
 //   scpi_manual --write FILE  writes the table to the file
 #include "remote/scpi_command.h"

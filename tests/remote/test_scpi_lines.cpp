@@ -29,7 +29,7 @@ qint64 residentKilobytes()
     return test::memoryKilobytes(QCoreApplication::applicationPid());
 }
 
-// Returns all lines of bytes that arrive in chunks of this size.
+// Adds the bytes in chunks of this size and returns all lines.
 QList<Line> linesOf(QByteArrayView bytes, qsizetype chunk)
 {
     QList<Line> all;

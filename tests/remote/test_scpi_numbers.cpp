@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Tests reading and writing of numbers under locales with a decimal comma.
+// Tests reading and writing numbers under locales with a decimal comma.
 #include "remote/scpi_message.h"
 #include "remote/scpi_value.h"
 
@@ -38,7 +38,7 @@ std::optional<double> numberOf(const QByteArray &text)
     return parameter->number;
 }
 
-// Returns the number of the error of a parameter; 0 if there is none.
+// Returns a parameter's error number, or 0 if there is no error.
 int errorOf(const QByteArray &text)
 {
     ScpiMessage parser("A " + text);
@@ -82,7 +82,7 @@ private:
     QTemporaryDir m_locales;
 };
 
-// Makes a locale with a decimal comma for the C library: the test must not depend on installed locales.
+// Compiles a locale with a decimal comma for the C library, so that the test does not depend on installed locales.
 void TestScpiNumbers::initTestCase()
 {
     QFile source(m_locales.filePath("comma.txt"));
@@ -106,7 +106,7 @@ void TestScpiNumbers::addLocaleRows()
     QTest::newRow("it_IT") << QLocale(QLocale::Italian, QLocale::Italy);
 }
 
-// Sets Qt's locale of the row, and one with the same decimal separator in the C library.
+// Sets the row's locale in Qt, and a locale with the same decimal separator in the C library.
 void TestScpiNumbers::useLocale()
 {
     QFETCH(QLocale, locale);

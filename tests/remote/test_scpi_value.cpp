@@ -311,7 +311,7 @@ void TestScpiValue::writesIntegersBooleansAndStrings()
     QCOMPARE(boolean(false), QByteArray("0"));
     QCOMPARE(quoted(""), QByteArray("\"\""));
     QCOMPARE(quoted("it's \"so\""), QByteArray("\"it's \"\"so\"\"\""));
-    // LF would end the answer.
+    // An LF would terminate the answer.
     QCOMPARE(quoted("a\nb"), QByteArray("\"a b\""));
 }
 

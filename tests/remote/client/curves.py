@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Computes results of a curve from its frequencies in Hz and its amplitudes in dB."""
+"""Computes a curve's results from its frequencies in Hz and its amplitudes in dB."""
 
 import math
 
@@ -44,7 +44,7 @@ def middles(freqs, levels, extreme):
 
 
 def filter_results(freqs, levels):
-    """Returns the results of a filter except its loss, for a curve with one hump."""
+    """Returns a filter's results except its loss, for a curve with a single peak."""
     bw3, bw6, bw20, bw60 = (edges(freqs, levels, below) for below in (HALF_POWER, 6, 20, 60))
     inside = [level for freq, level in zip(freqs, levels) if bw3[0] <= freq <= bw3[1]]
     centre = (bw3[0] + bw3[1]) / 2

@@ -19,7 +19,7 @@ import pyvisa
 BOARDS = ("PIC", "LPT", "VNA")
 TARGETS = ("tool", "window")
 INTERFACE = {"PIC": 1, "LPT": 2, "VNA": 3}
-# Lowest and highest frequency of the prepared settings, Hz.
+# Frequency limits of the prepared settings, Hz.
 LIMITS = {"PIC": (1_000, 40_000_000), "LPT": (1_000, 70_000_000), "VNA": (100_000, 180_000_000)}
 NOTHING = 9.91e37
 STARTS = 60  # s
@@ -29,17 +29,17 @@ manager = pyvisa.ResourceManager("@py")
 
 
 def board():
-    """Returns the board of this run."""
+    """Returns the board under test."""
     return os.environ.get("CALVORN_BOARD", "LPT")
 
 
 def target():
-    """Returns the program under test: "tool" is calvorn-sweep --listen, "window" the window."""
+    """Returns the program under test: "tool" for calvorn-sweep --listen, "window" for the window."""
     return os.environ.get("CALVORN_TARGET", "tool")
 
 
 def binaries():
-    """Returns the folder of the programs."""
+    """Returns the folder that contains the programs."""
     default = pathlib.Path(__file__).resolve().parents[3] / "build" / "release" / "bin"
     return pathlib.Path(os.environ.get("CALVORN_BIN", default))
 
@@ -85,10 +85,10 @@ def settings_for(name, changes):
 
 
 class Program:
-    """A program that accepts clients until stop()."""
+    """A program that accepts clients until stop() is called."""
 
-    files = ()  # copied to the folder; the first one is started
-    wanted = {}  # additional environment
+    files = ()  # copied to the folder; the first file is started
+    wanted = {}  # additional environment variables
 
     def __init__(self, changes=None, environment=None):
         self.board = board()
@@ -144,7 +144,7 @@ class Program:
         return int(re.search(r"^VmRSS:\s+(\d+) kB", status, re.MULTILINE).group(1)) * 1024
 
     def client(self, seconds=10):
-        """Connects a PyVISA client. Retries, because the places of closed clients may take a moment to become free."""
+        """Connects a PyVISA client. Retries, because the slots of closed clients may take a moment to become free."""
         end = time.monotonic() + seconds
         while True:
             client = Client(self.port)
@@ -161,7 +161,7 @@ class Program:
         return socket.create_connection((host, self.port), timeout=timeout)
 
     def stop(self):
-        """Ends the program with SIGTERM and returns its exit code."""
+        """Terminates the program with SIGTERM and returns its exit code."""
         if self.process.poll() is None:
             self.process.send_signal(signal.SIGTERM)
             try:
@@ -255,7 +255,7 @@ class Client:
         return list(struct.unpack(f">{length // 8}d", data))
 
     def error(self):
-        """Returns number and text of the oldest error."""
+        """Returns the number and the message of the oldest error."""
         number, text = self.ask("SYST:ERR?").split(",", 1)
         return int(number), text
 
@@ -277,7 +277,7 @@ class Client:
                 raise AssertionError("*OPC? does not answer 1")
 
     def wait_for(self, message, wanted, seconds=WAIT):
-        """Repeats the query until the answer fits, and returns the answer."""
+        """Repeats the query until wanted() accepts the answer, and returns the answer."""
         end = time.monotonic() + seconds
         while time.monotonic() < end:
             answer = self.ask(message)
@@ -335,7 +335,7 @@ class ProgramCase(unittest.TestCase):
 
 
 def received(connection, seconds):
-    """Returns the data received within the time, and whether the other side has closed the connection."""
+    """Returns the data received within this time, and whether the other side has closed the connection."""
     data = b""
     end = time.monotonic() + seconds
     while (left := end - time.monotonic()) > 0:

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Simulates a person at the window: keys and mouse through xdotool, under a window manager."""
+"""Simulates a user at the window: sends keys and clicks through xdotool, under a window manager."""
 
 import pathlib
 import re
@@ -34,7 +34,7 @@ class Manager:
     """Runs openbox: without a window manager, windows cannot be activated."""
 
     def __init__(self):
-        # Wait until openbox is ready: a window that exists before its manager vanishes for a moment while it gets a
+        # Wait until openbox is ready: a window opened earlier would vanish briefly while it gets a
         # frame.
         with tempfile.TemporaryDirectory() as folder:
             sign = pathlib.Path(folder) / "up"
@@ -63,7 +63,7 @@ class Person:
 
     @staticmethod
     def titles():
-        """Returns the titles of all visible windows, for the report of a failure."""
+        """Returns the titles of all visible windows, for failure messages."""
         return [run("getwindowname", window) for window in run("search", "--onlyvisible", "--name", ".").split()]
 
     def vanishes(self, title):

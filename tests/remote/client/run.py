@@ -1,10 +1,9 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
-"""Runs the tests for the board of CALVORN_BOARD (PIC, LPT or VNA), or for all three boards one after the other.
+"""Runs the tests for the board named in CALVORN_BOARD (PIC, LPT or VNA), or for all three boards in turn.
 
-Runs the tests of calvorn-sweep or, with CALVORN_TARGET=window, those of the window, which needs a display
-(../../with-display).
-Arguments are names of tests, such as test_range or test_range.Range.test_span; without arguments, all tests run.
+Tests calvorn-sweep or, with CALVORN_TARGET=window, the window, which needs a display (../../with-display).
+Arguments are test names, such as test_range or test_range.Range.test_span; without arguments, all tests run.
 """
 
 import os

@@ -119,7 +119,7 @@ class Clients(ProgramCase):
         self.c.close()
         for _ in range(10):
             four = [self.program.client().visa for _ in range(4)]
-            # Make the program see the four leave and the fifth arrive at the same moment.
+            # Make the program see the four clients disconnect and the fifth connect at the same moment.
             self.program.process.send_signal(signal.SIGSTOP)
             try:
                 for client in four:

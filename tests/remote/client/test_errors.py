@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Wrong messages: each causes the right error number and changes nothing."""
+"""Invalid messages: each causes the right error number and changes nothing."""
 
 import re
 

@@ -25,7 +25,7 @@ class Hostile(ProgramCase):
         self.c.sweep()
         self.assertEqual(len(self.c.numbers("CALC:DATA?")), 400)
         self.fine()
-        # All places for clients must be free again.
+        # All client slots must be free again.
         end = time.monotonic() + 20
         while True:
             others = [self.program.raw() for _ in range(3)]
@@ -62,7 +62,7 @@ class Hostile(ProgramCase):
             connection = self.program.raw()
             connection.sendall(b"INIT;*OPC?\n")
             connection.close()
-        for _ in range(3):  # messages of the other clients may still arrive
+        for _ in range(3):  # messages from the other clients may still arrive
             time.sleep(0.3)
             self.c.wait_for("STAT:OPER:COND?", lambda answer: answer == "0")
 
@@ -95,7 +95,7 @@ class Hostile(ProgramCase):
         self.assertLess(highest - self.before, 30 * MEGABYTE)
 
     def test_reads_slowly(self):
-        """With less than 1 MB unread, the client stays connected and gets everything."""
+        """With less than 1 MB unread, the client stays connected and receives everything."""
         with self.program.raw() as connection:
             connection.sendall(b"CALC:FREQ?\n" * 100)
             time.sleep(1)

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Clients and a person use the same window."""
+"""Clients and a user share the same window."""
 
 import random
 import re
@@ -9,14 +9,14 @@ import time
 from harness import ProgramCase
 from person import LONG, Manager, Person, until
 
-SECONDS = 10  # minimum time of simultaneous work
-ROUNDS = 2  # minimum rounds of the person
-TRIES = 4  # attempts of the person, for loaded machines
+SECONDS = 10  # minimum duration of simultaneous work
+ROUNDS = 2  # minimum number of rounds by the user
+TRIES = 4  # attempts by the user, for loaded machines
 MEGABYTE = 1_000_000
 # Pixels in the newly opened window, from its upper left corner; negative values count from the opposite edge.
 START_BOX = (-103, 86)
 GRAPH_LEFT, GRAPH_RIGHT, GRAPH_MIDDLE = 62, 594, 300
-# Letter in the Scale menu, and the scale. Clients set other scales.
+# Mnemonic in the Scale menu, and the scale. Clients set other scales.
 SCALES = (("g", "DB10V"), ("o", "DBVH"), ("a", "DB10VH"))
 PREFERENCES = "^Preferences"
 REFUSED = '"Execution error;Preferences is open"'
@@ -42,7 +42,7 @@ class WindowCase(ProgramCase):
         self.person.write(text)
 
     def opens(self, menu, entry, title):
-        """Opens a dialog by the letters of menu and entry. Retries: menus are disabled until the hardware stops."""
+        """Opens a dialog with the mnemonics of menu and entry. Retries: menus are disabled until the hardware stops."""
         for _ in range(20):
             self.person.keys(f"alt+{menu}", entry)
             try:
@@ -59,7 +59,7 @@ class WindowCase(ProgramCase):
 
 
 class Stage:
-    """The state that the person shares with the clients."""
+    """The state that the user shares with the clients."""
 
     def __init__(self):
         self.dialog = ("closed", 0)  # "closed", "opening", "open" or "closing"; and the number of changes
@@ -75,7 +75,7 @@ class Stage:
 class Worker(threading.Thread):
     """A client that works until the stage ends."""
 
-    usual_errors = {-213, -230}  # another client's sweep runs, or has just emptied the table
+    usual_errors = {-213, -230}  # another client's sweep is running or has just emptied the table
 
     def __init__(self, client, stage, number):
         super().__init__(daemon=True)
@@ -101,7 +101,7 @@ class Worker(threading.Thread):
         raise NotImplementedError
 
     def judge(self, before):
-        """Checks the errors of a step. Its last command must be refused while a dialog is open."""
+        """Checks the errors caused by a step. Its last command must be rejected while a dialog is open."""
         errors = []
         while (error := self.client.error())[0] != 0:
             errors.append(error)
@@ -179,7 +179,7 @@ class Changer(Worker):
 
 
 class Watcher(Worker):
-    """Watches for changes by the person."""
+    """Watches for changes made by the user."""
 
     start_freq = stop_freq = marker = 0.0
     sweeping = False
@@ -359,7 +359,7 @@ class OneClient(WindowCase):
         self.fine()
 
     def opens_and_closes(self, title, entry):
-        """Checks that while the dialog is open, queries are answered and commands refused."""
+        """Checks that while the dialog is open, queries are answered and commands rejected."""
         dialog = self.opens("s", entry, f"^{title}")
         self.assertEqual(self.c.ask("FREQ:STAR?"), "6500000")
         for command in ("INIT", "FREQ:STOP 7 MHZ", "DISP:SCAL DBV", "*RST", "OUTP ON", "CALC:MARK1:X MIN", "AVER ON"):

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Frequency range, sweeps, speed; forms of headers and numbers."""
+"""Frequency range, sweeps and speed; formats of headers and numbers."""
 
 import time
 

@@ -205,7 +205,7 @@ class Notch(ResultCase):
 
 
 class AgainstACable(ResultCase):
-    """A device whose reference, a cable, comes from a file."""
+    """Measures a device relative to a cable sweep loaded from a file."""
 
     changes = {("Simulator", "Device"): "through"}
     device = "crystal"
@@ -292,7 +292,7 @@ class Limits(ProgramCase):
         return path
 
     def expected(self, low, high, upper, lower):
-        """Returns samples judged, samples outside, and the margin of the worst sample, for horizontal limits."""
+        """Returns the number of samples checked, the number outside, and the worst margin, for horizontal limits."""
         inside = [level for freq, level in zip(self.freqs, self.levels) if low <= freq <= high]
         margins = [min(upper - level, level - lower) for level in inside]
         return len(inside), sum(margin < 0 for margin in margins), min(margins)

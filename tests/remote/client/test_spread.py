@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Tests docs/examples/spread.py, the example for users."""
+"""Tests docs/examples/spread.py, the example script for users."""
 
 import csv
 import datetime

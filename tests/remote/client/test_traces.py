@@ -6,7 +6,7 @@ import math
 from harness import ProgramCase, board
 
 VOLTS_PER_COUNT = 0.00244
-# A sine of 1 V RMS at 50 ohms.
+# The level of a 1 V RMS sine at 50 ohms.
 DBM_OF_A_VOLT = 10 * math.log10(1 / 50 / 0.001)
 
 
