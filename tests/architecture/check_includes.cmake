@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-# A folder may include only its own headers and those of the folders that it may link.
+# Checks that each folder includes only its own headers and those of the folders that it may link.
 cmake_minimum_required(VERSION 3.25)
 include("${ROOT}/cmake/CalvornTargets.cmake")
 
@@ -32,7 +32,7 @@ foreach(edge IN LISTS edges)
     endforeach()
 endforeach()
 
-# Checks the folders inside server/ likewise, as server/README.md states. Among the drivers only the openers know the
+# Checks the folders inside server/ against the rules in server/README.md. Among the drivers, only the openers know the
 # boards.
 set(inside_synthesiser synthesiser)
 set(inside_links links)

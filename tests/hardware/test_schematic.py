@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
-"""Tests that schematic and bill of materials match the netlist, and that `draw` refuses a netlist it does not match."""
+"""Tests that schematic and bill of materials match the netlist, and that `draw` rejects any other netlist."""
 
 import sys
 import unittest
@@ -63,7 +63,7 @@ class OtherNetlist(Bench):
 
 
 class Drawing(unittest.TestCase):
-    """Tests the faults that proof.py finds in a sheet."""
+    """Tests that proof.py finds the faults in a sheet."""
 
     def setUp(self):
         self.board = boards.read(NETLIST)

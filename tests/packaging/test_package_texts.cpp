@@ -51,7 +51,7 @@ void TestPackageTexts::theIconHasEverySize_data()
         QTest::addRow("%d", pixels) << pixels;
 }
 
-// Transparent corners, the curve's yellow in its middle third.
+// Each icon has transparent corners and, in its middle third, the curve's yellow.
 void TestPackageTexts::theIconHasEverySize()
 {
     QFETCH(int, pixels);
