@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""The base of the firmware tests: a chip in its circuit, and a host that sends commands to it."""
+"""The base classes of the firmware tests: a chip in its circuit, and a host that sends commands to it."""
 
 import os
 import unittest
@@ -14,7 +14,7 @@ BREATH = 0.000_1  # s
 
 
 class Chip(chip.Chip):
-    """A chip that has started, with the operations of a host."""
+    """A chip that has started up, with the operations of a host."""
 
     def __init__(self, crystal="20mhz", wiring="AD9850"):
         super().__init__(crystal)
@@ -66,7 +66,7 @@ class Chip(chip.Chip):
         return self.tell(text.encode("latin-1") + b"\r")
 
     def silence(self, seconds):
-        """Waits and returns the bytes that the board sends unasked."""
+        """Waits and returns any bytes that the board sends unprompted."""
         first = self.counts().bytes
         self.run(seconds)
         return self.heard(first)
@@ -143,7 +143,7 @@ class FirmwareCase(unittest.TestCase):
         self.assertLess(self.c.slowest, ANSWER)
 
     def says(self, text, answer):
-        """Checks that the board answers the command with `answer` and sends nothing more."""
+        """Checks that the board answers the command with `answer` and sends nothing else."""
         self.assertEqual(self.c.command(text), answer.encode("latin-1"), repr(text))
 
     def accepts(self, *texts):
@@ -181,7 +181,7 @@ class FirmwareCase(unittest.TestCase):
 
 
 def note(text):
-    """Prints a measured value, and appends it to the file CALVORN_NOTES if that is set."""
+    """Prints a measured value and, if CALVORN_NOTES is set, appends it to the file of that name."""
     path = os.environ.get("CALVORN_NOTES")
     print(f"-- {text}", flush=True)
     if path:

@@ -36,7 +36,7 @@ def library():
 
 
 class BenchError(Exception):
-    """The bench refused a command or has ended."""
+    """The bench has rejected a command or has exited."""
 
 
 class Chip:
@@ -89,7 +89,7 @@ class Chip:
         self.close()
 
     def said(self):
-        """Returns the output of gpsim."""
+        """Returns gpsim's output."""
         return (self.folder / "log").read_text(encoding="utf-8", errors="replace")
 
     def ask(self, command):

@@ -36,7 +36,7 @@ class LiveChip(chip.Chip):
         self.ask("unplug")
 
     def lag(self):
-        """Ends real time and returns the largest lag, in seconds."""
+        """Returns to virtual time and reports the largest lag, in seconds."""
         return float(self.ask("virtual"))
 
 
@@ -90,7 +90,7 @@ class HostCase(unittest.TestCase):
         self.assertEqual(self.c.errors(), [])
 
     def fails(self, seconds=10):
-        """Waits for the end of a failing sweep and returns its errors."""
+        """Waits until a failing sweep stops, and returns its errors."""
         self.c.wait_for("STAT:OPER:COND?", lambda answer: int(answer) & 8 == 0, seconds)
         found = []
         while (error := self.c.error())[0]:

@@ -27,7 +27,7 @@ def constant(clock):
 
 
 def tuning_word(hertz, clock):
-    """Returns the tuning word by the page's formula."""
+    """Returns the tuning word computed with the page's formula."""
     return (hertz * constant(clock) + (1 << 31)) >> 32
 
 
@@ -49,7 +49,7 @@ def plan_bytes(start, step):
 
 
 def samples_of(frame):
-    """Returns the 400 samples of a frame."""
+    """Returns the 400 samples in a frame."""
     found = []
     for at in range(3, 503, 5):
         four = int.from_bytes(frame[at:at + 5], "big")
@@ -66,7 +66,7 @@ def can_be_swept(start, step, clock):
 
 
 class Board:
-    """Takes bytes and returns the answers that the page prescribes. Sweeps start and end but send no frames."""
+    """Accepts bytes and returns the answers that the page prescribes. Sweeps start and stop but send no frames."""
 
     def __init__(self, wiring):
         self.wiring = wiring

@@ -1,7 +1,7 @@
 ; SPDX-License-Identifier: MIT
 ; A program that tests the bench itself: it lets a test drive the generator's lines and check the USART.
-; A byte of 80h or more goes to port D. W waits 15 ms and sends RCSTA. C converts and sends the result. R re-enables
-; the receiver. Any other byte is echoed, followed by the value that RCSTA had before the byte was read.
+; A byte of 80h or more is written to port D. W waits 15 ms and sends RCSTA. C converts and sends the result. R
+; re-enables the receiver. Any other byte is echoed, followed by the value that RCSTA had before the byte was read.
         list    p=16f877, r=dec
         include "p16f877.inc"
         __config _HS_OSC & _WDT_OFF & _PWRTE_ON & _BODEN_ON & _LVP_OFF & _CP_OFF

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
-"""Runs tests of the firmware. The arguments are names of tests, for example test_words or test_words.Words.test_plans;
+"""Runs firmware tests. The arguments are test names, for example test_words or test_words.Words.test_plans;
 the default is all tests."""
 
 import pathlib

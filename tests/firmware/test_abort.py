@@ -20,7 +20,7 @@ class Abort(case.FirmwareCase):
     def test_alone(self):
         for _ in range(5):
             self.assertEqual(self.c.tell(b"!"), b"!+\r")
-        # Each ! has its own answer. An answer takes three times as long as a !.
+        # Each ! gets a separate answer. An answer takes three times as long as a !.
         first = self.c.counts().bytes
         self.c.send(b"!!")
         self.c.run(QUIET)
@@ -40,7 +40,7 @@ class Abort(case.FirmwareCase):
                 self.c.run(0.002 + QUIET / 10)
                 self.assertEqual(self.c.heard(first), b"!+\r", line[:length])
                 self.assertEqual(self.c.counts().words, words)
-                # ! discards the characters before it, so the carriage return ends an empty line.
+                # ! discards the characters before it, so the carriage return terminates an empty line.
                 self.assertEqual(self.c.tell(b"\r"), b"")
         self.assertEqual(self.settling(), page.SETTLING)
         self.sweeps(START, STEP)

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Sends the same commands to the chip and to the simulated board of the acquisition server."""
+"""Sends the same commands to the chip and to the acquisition server's simulated board."""
 
 import os
 import pathlib
@@ -13,7 +13,7 @@ SEED = 1
 
 
 def record():
-    """Yields the simulated board's session: bytes sent, bytes answered, tuning word or None."""
+    """Yields the simulated board's session: bytes sent, bytes received, tuning word or None."""
     default = pathlib.Path(__file__).resolve().parents[2] / "build" / "release" / "tests" / "pic_session"
     program = os.environ.get("CALVORN_PIC_SESSION", default)
     text = subprocess.run([program, str(SEED), str(COMMANDS)], check=True, capture_output=True, text=True).stdout

@@ -31,7 +31,7 @@ class Bench(unittest.TestCase):
         self.c.run(GO_ON)
 
     def lines(self, *levels):
-        """Sets port D to these levels, one after the other."""
+        """Sets port D to these levels in turn."""
         for level in levels:
             self.c.send(bytes([0x80 | level]))
             self.c.run(0.0002)
@@ -100,7 +100,7 @@ class Bench(unittest.TestCase):
     def test_edges_that_fall_together(self):
         self.enter()
         self.lines(DATA | CLOCK, CLOCK, 0, CLOCK, CLOCK | UPDATE, 0)
-        # In gpsim the pins of one write change one after the other, W_CLK first.
+        # In gpsim, the pins affected by one write change one after another, W_CLK first.
         self.complains("D7 changes while W_CLK is high", "D7 changes while W_CLK is high",
                        "FQ_UD rises while W_CLK is high", "FQ_UD after 2 bits")
 
@@ -130,7 +130,7 @@ class Bench(unittest.TestCase):
             self.assertEqual(answer, bytes([0x90 | wanted[0], 0x41, 0x90 | wanted[0], 0x42, 0x90 | wanted[1]]))
 
     def test_overruns(self):
-        """Two bytes wait, the third is lost, and no more arrive until the receiver is enabled again."""
+        """Two bytes are buffered, the third is lost, and no more are received until the receiver is enabled again."""
         self.c.line("b57")
         self.c.run(0.0005)
         answer = self.told("b41", "b42", "b44", "b45", "b46", seconds=0.1)

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Tests every command, every refusal, and the state that the board keeps."""
+"""Tests every command, every rejection, and the state that the board retains."""
 
 import random
 
@@ -8,14 +8,14 @@ import page
 
 MHZ7 = 7_000_000
 COMMANDS = "?ABDPSG*"
-# Large numbers, of which the tests use those above the clock. Some exceed 32 bits and would be below the clock if
-# truncated.
+# Large numbers, of which the tests use those above the clock frequency. Some exceed 32 bits and would be below the
+# clock frequency if truncated.
 HUGE = (1 << 32, (1 << 32) + MHZ7, (1 << 33) + 1, (1 << 36) + MHZ7, 4_294_967_295, 99_999_999_999, 68_719_476_736,
         (1 << 31) + MHZ7, (1 << 31), 99_999_999, 10_000_000_000)
 
 
 class Answers(case.FirmwareCase):
-    """Checks which lines the board accepts and which it refuses."""
+    """Checks which lines the board accepts and which it rejects."""
 
     def test_who_is_there(self):
         for name, wiring in page.WIRINGS.items():
@@ -132,7 +132,7 @@ class Answers(case.FirmwareCase):
         self.sweeps(8_980_000, 100)
 
     def test_random_lines(self):
-        """Compares the answers to random lines with those of the model board."""
+        """Compares the answers to random lines with the model board's answers."""
         chance = random.Random(7)
         reference = page.Board(self.c.wiring)
         version = self.c.command("?").split()[1].decode("ascii")
@@ -159,7 +159,7 @@ class Answers(case.FirmwareCase):
 
 
 class Memory(case.FirmwareCase):
-    """Checks the page's table of the state that the board keeps."""
+    """Checks the state that the board retains against the page's table."""
 
     def prepared(self):
         self.accepts("A7000000")
@@ -167,7 +167,7 @@ class Memory(case.FirmwareCase):
         self.accepts("S60")
 
     def keeps(self, hertz=MHZ7, start=8_980_000, step=100, prepared=True, settling=60):
-        """Checks the board's state by its tuning words and frames."""
+        """Checks the board's state from its tuning words and frames."""
         if hertz is None:
             self.is_off()
         else:

@@ -18,7 +18,7 @@ SMALLEST_FRAME = page.FRAME * 10 / 113_636  # s
 
 
 def hashed(word):
-    """Returns the counts of the bench's model "hash" for a word."""
+    """Returns the counts of the bench's "hash" model for a word."""
     return (word * MULTIPLIER & 0xFFFFFFFF) >> 22
 
 
@@ -120,7 +120,7 @@ class Frames(case.FirmwareCase):
                   ", ".join(f"{asked} {found:.1f}" for asked, found in shortest.items()))
 
     def test_a_frame_takes_no_longer_than_told(self):
-        """The limit is 400 times the settling time plus 60 us, or the time of the line if that is longer."""
+        """The limit is 400 times the sum of settling time and 60 us, or the transmission time if that is longer."""
         for microseconds in (20, 50, 51, 60, 100, 500, 10_000):
             self.accepts(f"S{microseconds}")
             self.prepare()

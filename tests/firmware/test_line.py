@@ -113,7 +113,7 @@ class Damage(case.FirmwareCase):
         self.unchanged()
 
     def test_overrun_at_each_place(self):
-        """The receiver loses a byte and receives no more until the board re-enables it."""
+        """The receiver loses a byte and receives nothing more until the board re-enables it."""
         for line in LINES:
             data = line.encode("ascii") + b"\r"
             for at in range(1, len(data)):
@@ -154,7 +154,7 @@ class Damage(case.FirmwareCase):
         self.unchanged()
 
     def test_a_host_that_does_not_wait(self):
-        """Sends lines without pauses to a busy board, which may lose some but must not execute others."""
+        """Sends lines without pauses to a busy board, which may lose some but must not execute lines never sent."""
         chance = random.Random(11)
         for _ in range(40):
             lines = [chance.choice(("P", "B8980000", "D100", "?", f"A{chance.randrange(1_000_000, 9_999_999)}", "S50",
@@ -185,7 +185,7 @@ class Damage(case.FirmwareCase):
         self.unchanged()
 
     def test_damaged_lines_at_random(self):
-        """Compares the answers to randomly damaged lines with those of the model board."""
+        """Compares the answers to randomly damaged lines with the model board's answers."""
         chance = random.Random(17)
         reference = page.Board(self.c.wiring)
         version = self.c.command("?").split()[1]

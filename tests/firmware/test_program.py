@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Sweeps with the simulated chip through calvorn-sweep or through the window, as CALVORN_TARGET says."""
+"""Sweeps with the simulated chip through calvorn-sweep or through the window, depending on CALVORN_TARGET."""
 
 import re
 
@@ -33,7 +33,7 @@ class Sweeps(host.HostCase):
         self.assertGreater(frequencies[0], frequencies[-1])
 
     def test_many_sweeps(self):
-        """Takes 200 sweeps in a row: each frame of the board becomes one sweep of the program."""
+        """Runs 200 sweeps in a row: each frame from the board becomes one sweep in the program."""
         self.begin()
         counts_at = self.band(RESONANCE, WIDTH)
         self.span(START, STOP)
@@ -73,7 +73,7 @@ class Faults(host.HostCase):
         self.c.wait_for("SWE:COUN?", lambda answer: int(answer) >= 3)
 
     def ends_with(self, sentence):
-        """Waits for the end of the sweep and checks the error. The window shows it only in its log, not to clients."""
+        """Waits until the sweep stops and checks the error. The window shows it only in its log, not to clients."""
         found = self.fails()
         if host.harness.target() == "tool":
             self.assertTrue(any(re.search(sentence, text) for _, text in found), found)
@@ -120,7 +120,7 @@ class Faults(host.HostCase):
             self.stands(counts_at)
 
     def test_damaged_frames_are_never_shown(self):
-        """Flips a bit in every 1,500th byte, so in about every third frame: only the good frames are shown."""
+        """Flips a bit in every 1,500th byte, and so in about every third frame: only the good frames are shown."""
         self.start()
         self.chip.ask("damage 1500")
         shown = int(self.c.ask("SWE:COUN?"))

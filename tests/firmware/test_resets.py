@@ -60,7 +60,7 @@ class Resets(case.FirmwareCase):
         case.note(f"{self.crystal}: off {slowest * 1e3:.2f} ms after a reset")
 
     def test_in_a_sweep(self):
-        """Resets the chip at random times, also in the middle of a word or a byte."""
+        """Resets the chip at random times, including in the middle of a word or a byte."""
         chance = random.Random(23)
         for number in range(24):
             kind = KINDS[number % len(KINDS)]
@@ -102,7 +102,7 @@ class Resets(case.FirmwareCase):
             self.has_frequency(7_000_000)
 
     def test_answers_soon(self):
-        """A host that opens the port sends ! at once, and again after 0.5 s without an answer."""
+        """A host that opens the port sends ! immediately, and again after 0.5 s without an answer."""
         for delay in (0.0005, 0.005, 0.05, 0.5):
             first = self.c.counts().bytes
             self.c.ask("reset mclr")
@@ -153,7 +153,7 @@ class Program(case.FirmwareCase):
     """Tests the watchdog and the stack."""
 
     def prescaler(self):
-        """Returns the prescaler of the watchdog."""
+        """Returns the watchdog prescaler."""
         option = int(self.c.ask(f"register {OPTION}"))
         return 1 << (option & 7) if option & 8 else 1
 
@@ -172,7 +172,7 @@ class Program(case.FirmwareCase):
         raise AssertionError("the firmware cannot be stopped")
 
     def test_watchdog_bites(self):
-        """A firmware that hangs anywhere is restarted by the watchdog, with the generator off and the line silent."""
+        """The watchdog restarts a firmware that hangs anywhere, with the generator off and the line silent."""
         for sweeping in (False, True, False, True):
             self.accepts("A7000000")
             self.assertEqual(self.c.prepare(START, STEP), b"B+\rD+\rP+\r")
@@ -221,7 +221,7 @@ class Image(case.unittest.TestCase):
     """Tests the .hex files."""
 
     def words(self, crystal):
-        """Returns the words by their addresses."""
+        """Returns the program words, keyed by address."""
         found = {}
         base = 0
         for line in (chip.firmware() / f"{chip.PROCESSOR}-{crystal}.hex").read_text("ascii").split():

@@ -12,7 +12,7 @@ class Words(case.FirmwareCase):
     """Covers all four jumper settings, and both crystals through a subclass."""
 
     def exact(self, hertz, word):
-        """Checks that the word is at most one unit from the exact one."""
+        """Checks that the word is at most one unit from the exact word."""
         clock = self.c.wiring.clock
         self.assertLessEqual(abs(word - page.exact_word(hertz, clock)), 1, hertz)
 

@@ -28,12 +28,12 @@ constexpr unsigned int Adcon0 = 0x1F;
 constexpr unsigned int Adcon1 = 0x9F;
 constexpr unsigned int Go = 4;
 constexpr unsigned int ClearWatchdog = 0x0064; // opcode
-constexpr unsigned int PowerDown = 4;          // bit of W0
+constexpr unsigned int PowerDown = 4;          // a bit in W0
 
 constexpr double ReferenceVolts = 2.5;
 constexpr double Open = 1e9; // ohms
 
-// The general purpose registers. All banks share their last 16 registers.
+// The general-purpose registers. All banks share their last 16 registers.
 constexpr std::array<std::pair<unsigned int, unsigned int>, 4> Ram{
     {{0x20, 0x7F}, {0xA0, 0xEF}, {0x110, 0x16F}, {0x190, 0x1EF}}};
 
@@ -41,7 +41,7 @@ void connect(Processor &chip, int pin, stimulus *other, const std::string &name)
 {
     IOPIN *own = chip.get_pin(static_cast<unsigned int>(pin));
     if (!own->snode) {
-        auto *node = new Stimulus_Node(("node_" + name).c_str()); // never deleted: exists until gpsim ends
+        auto *node = new Stimulus_Node(("node_" + name).c_str()); // never deleted: exists until gpsim exits
         node->attach_stimulus(own);
     }
     own->snode->attach_stimulus(other);
@@ -153,7 +153,7 @@ void Circuit::spy()
 void Circuit::wasReset()
 {
     resetCycle_ = now();
-    // gpsim does not end the interrupt on a reset and would never start another one.
+    // gpsim does not end the interrupt on a reset and would never start another interrupt.
     dynamic_cast<_14bit_processor &>(chip).intcon->in_interrupt = false;
     for (const auto &[address, opcode] : atReset_)
         chip.pma->put_opcode(address, opcode);
@@ -223,7 +223,7 @@ void Circuit::showWord()
         device.setWord(generator.words().back().tuning, now());
 }
 
-// The converter's capacitor holds the voltage of the cycle in which GO is set.
+// The converter's capacitor holds the voltage present in the cycle in which GO is set.
 void Circuit::convert(unsigned int before, unsigned int after)
 {
     if (!(after & Go) || before & Go)
@@ -232,7 +232,7 @@ void Circuit::convert(unsigned int before, unsigned int after)
     detector_->setVolts(device.counts(now()) / Device::FullScale * ReferenceVolts);
 }
 
-// Returns direction, level, voltage and resistance of each pin, for example o1:5:250.
+// Returns each pin's direction, level, voltage and resistance, for example o1:5:250.
 std::string Circuit::pinStates()
 {
     std::ostringstream text;

@@ -33,7 +33,7 @@ private:
     double ohms_;
 };
 
-// Reports the level of a pin of the chip.
+// Reports the level of a chip pin.
 class Probe : public IOPIN
 {
 public:
@@ -66,7 +66,7 @@ public:
     Sender sender;
     Usart usart;
     std::vector<Conversion> conversions;
-    std::vector<Generator::Fault> faults; // faults of the firmware that the generator cannot detect
+    std::vector<Generator::Fault> faults; // firmware faults that the generator cannot detect
     Stretch clearsWatchdog;
 
     void setJumpers(bool isJ1Closed, bool isJ2Closed);

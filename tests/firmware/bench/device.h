@@ -8,16 +8,16 @@
 
 namespace bench {
 
-// The device under test with its detector: returns the counts of the converter for the generator's tuning word.
+// The device under test with its detector: returns the converter's counts for the generator's tuning word.
 class Device
 {
 public:
     static constexpr double FullScale = 1023;
 
-    // Selects a model and its parameters. Returns false if the name or the number of parameters is wrong.
+    // Selects a model and its parameters. Returns false if the name or the number of parameters is invalid.
     bool choose(const std::string &model, const std::vector<double> &numbers);
 
-    // Sets the detector's time constant; 0 means that it follows at once.
+    // Sets the detector's time constant; 0 means that the detector follows immediately.
     void setTimeConstant(double cycles) { timeConstant_ = cycles; }
 
     // Reports the generator's new word, or nullopt when it is off.

@@ -27,7 +27,7 @@ public:
         std::string what;
     };
 
-    // Sets the bits of W0 that must be 0: the two lowest for an AD9850, the second for an AD9851.
+    // Sets the bits of W0 that must be 0: the lowest two for an AD9850, the second for an AD9851.
     void setTestBits(std::uint8_t mask) { testBits_ = mask; }
 
     void set(Line line, bool level, std::uint64_t cycle);

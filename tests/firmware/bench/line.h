@@ -49,7 +49,7 @@ private:
     std::vector<Byte> bytes_;
 };
 
-// Drives RC7: bytes, damaged bytes, levels of any length, and waits between them.
+// Drives RC7 with bytes, damaged bytes and levels of any length, and waits in between.
 class Sender : public TriggerObject
 {
 public:
@@ -67,7 +67,7 @@ public:
     void sendLevel(bool level, double cycles);
     void waitForCycle(std::uint64_t cycle);
     void waitForBytes(std::uint64_t count);
-    void sendOverrun(); // acts like a byte that the chip loses because two are waiting
+    void sendOverrun(); // simulates a byte lost because two bytes are pending
     bool isIdle() const { return items_.empty() && !isArmed_; }
 
     // Reports how many bytes the receiver has received.

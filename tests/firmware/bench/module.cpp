@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 
-// The entry point of the library, which gpsim loads with "module library" and "module load bench bench" after the
-// processor and its program. CALVORN_BENCH_SOCKET is the file descriptor of the socket for script commands.
+// The library's entry point. gpsim loads the library with "module library" and "module load bench bench" after the
+// processor and its program. CALVORN_BENCH_SOCKET contains the file descriptor of the socket for script commands.
 
 #include <array>
 #include <cstdlib>

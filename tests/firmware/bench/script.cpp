@@ -234,7 +234,7 @@ std::string Script::sendLine(std::istringstream &words)
     return "ok";
 }
 
-// Replaces the instruction at an address, permanently or until the next reset, and returns the previous one.
+// Replaces the instruction at an address, permanently or until the next reset, and returns the previous instruction.
 std::string Script::poke(std::istringstream &words)
 {
     unsigned int address = 0;
@@ -318,7 +318,7 @@ void Script::realTimeSlice()
         serve();
 }
 
-// In virtual time, waits for a line. In real time, returns false if there is none.
+// In virtual time, waits for a line. In real time, returns false if no line is pending.
 bool Script::takeLine(std::string &line)
 {
     std::size_t end = input_.find('\n');
@@ -329,7 +329,7 @@ bool Script::takeLine(std::string &line)
             return false;
         if (count <= 0) {
             terminal_.unplug();
-            ::_exit(0); // the test has ended
+            ::_exit(0); // the test has exited
         }
         input_.append(bytes.data(), static_cast<std::size_t>(count));
         end = input_.find('\n');

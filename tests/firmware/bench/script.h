@@ -52,7 +52,7 @@ private:
     int socket_;
     std::string input_;
     std::map<std::string, Command> commands_;
-    bool isMoving_ = false; // time passes, and a command waits for its answer
+    bool isMoving_ = false; // time passes while a command awaits its answer
     std::uint64_t wantedBytes_ = 0;
     std::uint64_t deadline_ = 0;
 

@@ -15,7 +15,7 @@ class RegisterSpy : public Register
 public:
     RegisterSpy(Processor *chip, unsigned int place);
 
-    std::function<void(unsigned int before, unsigned int after)> written; // after the register has the value
+    std::function<void(unsigned int before, unsigned int after)> written; // called after the register has the value
     std::function<void(unsigned int)> replaces; // receives written values instead of the register
     std::function<void()> aboutToRead;
     std::function<void()> wasReset;
@@ -42,7 +42,7 @@ private:
     Register *spied_;
 };
 
-// The chip's stack of eight levels, which records the deepest and the shallowest level in use.
+// The chip's eight-level stack. Records the deepest and the shallowest level in use.
 class StackSpy : public Stack
 {
 public:

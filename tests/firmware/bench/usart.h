@@ -14,7 +14,7 @@
 namespace bench {
 
 // Replaces gpsim's USART, which has these faults: it does not store FERR with its byte, returns the second of two
-// waiting bytes first, receives after an overrun, sends nothing after some resets, and has no interrupts.
+// pending bytes first, continues to receive after an overrun, sends nothing after some resets, and has no interrupts.
 class Usart : public TriggerObject
 {
 public:
