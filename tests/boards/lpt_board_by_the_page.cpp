@@ -46,7 +46,7 @@ namespace {
 
 using namespace lpt;
 
-// The libc function that the library replaces.
+// The libc function that this library replaces.
 #define REAL(name)                                                                                                     \
     reinterpret_cast<decltype(&::name)>([] {                                                                           \
         static void *f = dlsym(RTLD_NEXT, #name);                                                                      \
@@ -95,7 +95,7 @@ Session *enter(int fd)
     return nullptr;
 }
 
-// Makes a real descriptor stand for the simulated port.
+// Associates a real descriptor with the simulated port.
 int adopt(int fd)
 {
     for (size_t i = 0; fd >= 0 && i < std::size(sessions) && fd < static_cast<int>(std::size(table)); ++i) {
@@ -274,7 +274,7 @@ const char *behind(const char *path, const char *prefix)
     return strncmp(path, prefix, length) == 0 && (!path[length] || path[length] == '/') ? path + length : nullptr;
 }
 
-// Maps a path from the program to the real path. An empty path makes the call fail.
+// Maps a path that the program passes to the real path. If that is empty, the call fails.
 struct Place
 {
     const char *path;

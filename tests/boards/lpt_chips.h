@@ -281,7 +281,7 @@ public:
         return m_fault;
     }
 
-    // Returns how many milliseconds the port hangs, and resets the number to 0.
+    // Returns for how long the port hangs, in milliseconds, and resets the time to 0.
     int takeHang() { return m_hang > 0 ? m_hang.exchange(0) : 0; }
 
     void inChild() { new (&m_mutex) std::mutex; }

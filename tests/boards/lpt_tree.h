@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-// The directories and the file that replace /proc/sys/dev/parport, with one port and without a port. Nothing here calls
-// a function that the library replaces.
+// The directories and the file that replace /proc/sys/dev/parport, with and without a port. Nothing here calls a
+// function that the library replaces.
 
 #include <cerrno>
 #include <climits>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Simulates a measuring board behind a pseudo-terminal. Written only from its protocol description.
+// Simulates a measuring board behind a pseudo-terminal. Written solely from the protocol description.
 //
 //     pic_board_by_the_page LINK [--paced] [--clock HZ]
 //
@@ -37,7 +37,7 @@ using Nanos = std::int64_t;
 constexpr Nanos kMicrosecond = 1'000, kMs = 1'000'000;
 constexpr Nanos kLongestWait = 1000 * kMs;
 constexpr Nanos kByteTime = ByteTime.count();
-constexpr Nanos kCatchUp = 50 * kMs;   // the longest scheduling delay for which a paced board catches up
+constexpr Nanos kCatchUp = 50 * kMs;   // the longest scheduling delay that a paced board makes up for
 constexpr Nanos kFramePause = 2 * kMs; // the pause of an unpaced board after each frame
 constexpr Nanos kRetry = 2 * kMs;      // the pause before the next attempt when the terminal is full
 constexpr Nanos kOpenSilence = std::chrono::nanoseconds(HostPause).count();
@@ -52,7 +52,7 @@ Nanos now()
 // Outgoing bytes. Unplugging discards them.
 struct Queues
 {
-    std::string wire;                               // due at the terminal, but not written yet
+    std::string wire;                               // ready to be sent, but not yet written to the terminal
     std::string urgent;                             // stray bytes, sent before everything else
     std::string out;                                // answers and chatter
     std::deque<std::pair<Nanos, std::string>> held; // delayed answers with their due times
@@ -347,7 +347,7 @@ public:
     }
 
 private:
-    using Words = std::vector<std::string>; // the first is the name of the command
+    using Words = std::vector<std::string>; // the first word is the command name
 
     struct Setting
     {
@@ -401,8 +401,8 @@ private:
         return true;
     }
 
-    // Sets bytes given in hexadecimal. An empty list disables the stray bytes at opening or restores the usual answer
-    // to a query.
+    // Sets the bytes to send, given in hexadecimal. An empty list disables the stray bytes at opening or restores the
+    // usual answer to a query.
     bool bytes(const Words &words)
     {
         std::string given;

@@ -32,7 +32,7 @@ inline unsigned crc16(const std::uint8_t *data, std::size_t size, unsigned crc =
     return crc & 0xFFFFu;
 }
 
-// The faults that are switched on. They survive a power cycle of the board.
+// The active faults. They survive a power cycle of the board.
 struct Faults
 {
     std::int64_t refuseAny = 0;

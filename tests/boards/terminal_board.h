@@ -48,7 +48,7 @@ inline std::optional<std::int64_t> parseInt(const std::string &text, std::int64_
     return value;
 }
 
-// The terminal pair and the symbolic link to it.
+// A pseudo-terminal pair and a symbolic link to it.
 class Terminal
 {
 public:

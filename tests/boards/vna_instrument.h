@@ -91,7 +91,7 @@ struct Memory
     Command incoming;
     std::size_t number = 0;
     std::optional<Time> lastByte;
-    Time inClock; // time of arrival of the last byte; on a paced line later than the time of reading
+    Time inClock; // arrival time of the last byte; on a paced line, later than the time it was read
     std::deque<Command> commands;
 
     // to the host
