@@ -41,7 +41,7 @@ class PictureTexts
 public:
     explicit PictureTexts(const QString &svg);
 
-    // Returns the text that is `distance` places after `text`.
+    // Returns the text that is `distance` positions after `text`.
     QString after(const char *text, int distance = 1) const;
     bool contains(const QString &text) const { return m_texts.contains(text); }
     QString all() const { return m_texts.join(u'|'); }
@@ -62,7 +62,7 @@ public:
     static QByteArray preparedSettings();
     // Returns the delivered settings with the range 6 to 8.2 MHz.
     static QByteArray settingsWithRange();
-    // The same, with a different chip and with the log switched on.
+    // The same, with a different chip and with logging enabled.
     static QByteArray settingsWithOtherChip();
 
     // Starts the program. Returns false if no window with this chip in its title shows its graph.
@@ -74,9 +74,9 @@ public:
     void press(const QStringList &keys) const;
     void type(const QString &text) const { m_program.typeText(text); }
     QString copied(const QStringList &keys) const;
-    // The place is in pixels from the main window's corner, as in its screenshot.
+    // `place` is in pixels from the main window's corner, as in its screenshot.
     void mouseAt(QPoint place, const QStringList &actions) const { m_program.mouseAt(m_corner + place, actions); }
-    // Returns a place in the plot. The height is 0 at the top and 1 at the bottom.
+    // Returns a position in the plot. `height` is 0 at the top and 1 at the bottom.
     QPoint placeOf(double row, double height) const;
     // Presses the key (Tab or Shift+Tab) until copying from the focused widget yields a wanted string.
     bool tabTo(const std::function<bool(const QString &)> &wanted, const char *key = "Tab") const;

@@ -46,7 +46,7 @@ public:
     // xdotool keysyms: "F5", "ctrl+q", "alt+s", or several.
     void keys(const QStringList &keysyms) const;
     void typeText(const QString &text) const;
-    // Moves the mouse to a place on the screen and performs xdotool actions there, for example {"click", "1"}.
+    // Moves the mouse to a position on the screen and performs xdotool actions there, for example {"click", "1"}.
     void mouseAt(QPoint place, const QStringList &actions) const;
     // Sends keys and waits until the window has changed and stopped changing. Returns false if either does not happen.
     // The default is the main window.
@@ -73,8 +73,8 @@ public:
     static bool activate(const QString &window);
     static QString activeWindow();
 
-    // Returns a picture of a window, by default the main window, without its frame, because the icon in the frame has
-    // the curve's yellow.
+    // Returns a screenshot of a window, by default the main window. Excludes the frame, because its icon has the same
+    // yellow as the curve.
     QImage screenshot(const QString &window = {}) const;
     // Waits until two consecutive screenshots are equal. Then all input has been handled and no sweep is running, since
     // noise makes every curve different.

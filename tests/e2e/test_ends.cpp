@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Tests that the program never leaves a generator on, however it exits. The boards are those in tests/boards/, which
-// report their generator's state. CALVORN_ENDS=20 tries each way of exiting twenty times.
+// Tests that the program never leaves a generator on, however it exits. The boards in tests/boards/ report the state of
+// their generator. CALVORN_ENDS=20 tries each way of exiting twenty times.
 #include "tests/e2e/real_program.h"
 #include "tests/support/page_boards.h"
 
@@ -18,7 +18,7 @@ namespace {
 
 constexpr int kEndMs = 20'000; // long enough for a loaded machine
 constexpr int kAttempts = 4;
-constexpr int kHundredthsOfASweep = 3; // processor time in 1/100 s to start a sweep and decode some vectors
+constexpr int kHundredthsOfASweep = 3; // processor time in 1/100 s to start a sweep and decode a few vectors
 const QString kMainWindow = QStringLiteral("^Brenik - Calvorn  v2.0 - ");
 const QString kBox = QStringLiteral("^Brenik - Calvorn  v2.0$");
 const QString kSetUp = QStringLiteral("^Configuration$");
@@ -179,7 +179,7 @@ End signalled(int number)
     return [number](const Scene &scene) { return ::kill(scene.pid(), number) == 0; };
 }
 
-// Keys go to the active window. On a busy machine no window may be active for a while, or a message box about a late
+// Keys go to the active window. On a busy machine no window may be active for a while, or a message box about a slow
 // board may have just opened. This therefore repeats the key, as a user would, after closing any box in the way.
 End pressed(const char *key)
 {

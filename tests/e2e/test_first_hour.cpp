@@ -37,7 +37,7 @@ private:
     static void addCountries();
     // Prepares a new folder with these settings, for the country of the test row.
     void begin(const QByteArray &settings);
-    // The same, then takes a sweep and saves it as first.csv.
+    // Does the same, then runs a sweep and saves it as first.csv.
     void beginWithSweep(const QByteArray &settings = FirstHour::settingsWithRange());
     void configure();
     RealProgram &program() { return m_hour->program(); }
@@ -151,7 +151,7 @@ void TestFirstHour::turnsTheWheel()
         m_hour->mouseAt(hundreds, {QStringLiteral("click"), QString::fromLatin1(button)});
     };
     const auto shown = [&] { return m_hour->copied({QStringLiteral("ctrl+a"), QStringLiteral("ctrl+c")}); };
-    // The new number is grouped at first. Once the range is planned, the focused box shows it without separators.
+    // At first the new number has group separators. Once the range is planned, the focused box shows it without them.
     turn("4");
     QCOMPARE(shown().remove(m_hour->locale().groupSeparator()), QStringLiteral("6000100"));
     turn("5");

@@ -17,7 +17,7 @@ using namespace calvorn;
 namespace {
 
 constexpr int kTimesFaster = 20;
-// The allowed growth in kB after the first quarter. A sanitizer delays the release of memory.
+// The allowed growth in kB after the first quarter. Sanitizers delay freeing memory.
 #ifdef CALVORN_SANITIZED
 constexpr qint64 kMostGrowth = 16'384;
 #else

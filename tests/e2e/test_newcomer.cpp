@@ -20,7 +20,7 @@ QByteArray defaultsOnly()
 
 } // namespace
 
-// Tests the first start of a new user without hardware, who uses only the keyboard.
+// Tests a new user's first start, without hardware and using only the keyboard.
 class TestNewcomer : public QObject
 {
     Q_OBJECT

@@ -10,7 +10,7 @@ using namespace calvorn::test;
 
 namespace {
 
-// A run of the program in an environment without a display, unless `variables` set one.
+// Runs the program in an environment without a display, unless `variables` sets one.
 struct Run
 {
     QTemporaryDir runtime; // where a Wayland display would be; without this folder the Wayland library complains
@@ -74,7 +74,7 @@ void TestNoDisplay::oneSentenceAndACode()
 void TestNoDisplay::theSentenceSpeaksTheLanguageOfTheUser()
 {
     const RealProgram program(ProgramFolder::preparedSettings());
-    // Checks that loading a catalogue works even in this early failure.
+    // Checks that translations are loaded even for a failure this early.
     for (const char *language : {"LANGUAGE=it", "LANGUAGE=de"}) {
         Run run;
         run.start(program, {QString::fromLatin1(language), QStringLiteral("DISPLAY=:987")});

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Tests programs in a folder to which their users cannot write, with separate settings for each user.
+// Tests programs in a folder that their users cannot write to, with separate settings for each user.
 #include "tests/e2e/real_program.h"
 #include "tests/support/program_folder.h"
 

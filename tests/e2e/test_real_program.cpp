@@ -16,7 +16,7 @@ using namespace calvorn::test;
 
 namespace {
 
-// Even antialiased, a curve across the plot has more pixels in its full colour than this.
+// Even when antialiased, a curve across the plot has more full-colour pixels than this.
 constexpr int kCurve = 100;
 
 } // namespace
@@ -50,7 +50,7 @@ void TestRealProgram::sweepsShowsAndComesUpAsItWasLeft()
     QCOMPARE(program.serversRunning(), 1);
     const int before = highestCurveRow(program.screenshot());
     program.keys({QStringLiteral("F5")});
-    // The curve of the band-pass filter rises far above the flat line of an empty table.
+    // The band-pass filter's curve rises far above the flat line of an empty table.
     QTRY_VERIFY_WITH_TIMEOUT(highestCurveRow(program.screenshot()) < before - 100, 5000);
     QVERIFY(curvePixels(program.screenshot()) > kCurve);
     program.keys({QStringLiteral("F5")});

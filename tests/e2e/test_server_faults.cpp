@@ -13,7 +13,7 @@ namespace {
 
 const QByteArray kSettings = test::ProgramFolder::preparedSettings().replace("Log=0", "Log=1");
 
-// The window with a shell script instead of the server.
+// The window with a shell script in place of the server.
 struct ScriptBench
 {
     explicit ScriptBench(const QByteArray &script)

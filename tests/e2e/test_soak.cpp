@@ -32,7 +32,7 @@ namespace {
 
 constexpr int kPatienceMs = 20'000; // timeout for one vector on a busy machine
 #ifdef CALVORN_SANITIZED
-constexpr qint64 kMostGrowthKb = 16384; // a sanitizer delays the release of memory
+constexpr qint64 kMostGrowthKb = 16384; // sanitizers delay freeing memory
 #else
 constexpr qint64 kMostGrowthKb = 4096;
 #endif
@@ -73,7 +73,7 @@ struct Soak : test::Tally, WindowBench
         graph = find<SweepGraph>("picSweep");
         // Makes range changes take effect faster than a user could enter them.
         window->findChild<QTimer *>(QStringLiteral("timerUpdateSweep"))->setInterval(kUpdateDelayMs);
-        // These handlers run after the program's own, which have stored the vector or drawn the curve by then.
+        // These handlers run after the program's own handlers have stored the vector or drawn the curve.
         QObject::connect(driver, &AcquisitionDriver::aVettore, window.get(),
                          [this](const QVector<int> &vector) { onVector(vector); });
         QObject::connect(driver, &AcquisitionDriver::aComplete, window.get(), [this] { ++completes; });
@@ -424,7 +424,7 @@ void TestSoak::manySweeps()
     QCOMPARE(soak.stalePictures, 0);
     QVERIFY2(end.windowKb - warm.windowKb < kMostGrowthKb, qPrintable(QString::number(end.windowKb - warm.windowKb)));
     QVERIFY2(end.serverKb - warm.serverKb < kMostGrowthKb, qPrintable(QString::number(end.serverKb - warm.serverKb)));
-    // A paced board is not faster than its clock.
+    // A paced board must not run faster than its clock.
     if (paced)
         QVERIFY(soak.vectors / seconds < kHaste * 1e3 / kStandardSweepMs);
 }

@@ -14,7 +14,7 @@ using namespace calvorn::test;
 
 namespace {
 
-// The allowed growth in kB. A sanitizer delays the release of memory.
+// The allowed growth in kB. Sanitizers delay freeing memory.
 #ifdef CALVORN_SANITIZED
 constexpr qint64 kFlat = 12'000;
 #else
