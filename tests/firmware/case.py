@@ -14,7 +14,7 @@ BREATH = 0.000_1  # s
 
 
 class Chip(chip.Chip):
-    """A chip that has started up, with the operations of a host."""
+    """A chip that has started up, with the operations that a host performs."""
 
     def __init__(self, crystal="20mhz", wiring="AD9850"):
         super().__init__(crystal)

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Tests the bytes of frames, the order of the samples, and the time of each conversion."""
+"""Tests the bytes of frames, the order of the samples, and the timing of each conversion."""
 
 import math
 
@@ -54,7 +54,7 @@ class Frames(case.FirmwareCase):
                 self.assertAlmostEqual(sample, 1023 * index / 399, delta=1.1)
 
     def test_packing_of_counts(self):
-        """Checks that counts with different bit patterns survive the packing of samples."""
+        """Checks that counts with different bit patterns are packed correctly."""
         self.prepare(0, 0)
         for count in (0, 1, 2, 0x155, 0x2AA, 511, 512, 513, 1022, 1023):
             self.c.ask(f"device constant {count}")

@@ -39,7 +39,7 @@ class Resets(case.FirmwareCase):
         return (self.c.words(words)[0].cycle - began) / self.c.hertz
 
     def is_new(self):
-        """Checks that the board has its power-up state."""
+        """Checks that the board is in its power-up state."""
         self.assertEqual(self.c.tell(b"!"), b"!+\r")
         self.refuses("G")
         self.assertEqual(self.settling(), page.SETTLING)

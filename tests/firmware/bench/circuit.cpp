@@ -203,7 +203,7 @@ void Circuit::fillRam(std::uint32_t seed)
 }
 
 // A reset makes the chip release its pins, but gpsim first changes the port and then its direction. Level changes in
-// the cycle of a reset are therefore not edges.
+// the cycle of a reset therefore do not count as edges.
 void Circuit::setLine(Generator::Line line, bool level)
 {
     if (now() == resetCycle_)

@@ -20,7 +20,7 @@
 
 namespace bench {
 
-// A voltage source with an internal resistance, connected to a pin of the chip.
+// A voltage source with an internal resistance, connected to a chip pin.
 class Source : public stimulus
 {
 public:

@@ -20,7 +20,7 @@ public:
     // Sets the detector's time constant; 0 means that the detector follows immediately.
     void setTimeConstant(double cycles) { timeConstant_ = cycles; }
 
-    // Reports the generator's new word, or nullopt when it is off.
+    // Sets the generator's new word, or nullopt if the generator is off.
     void setWord(std::optional<std::uint32_t> word, std::uint64_t cycle);
 
     double counts(std::uint64_t cycle) const;

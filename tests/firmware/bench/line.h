@@ -70,7 +70,7 @@ public:
     void sendOverrun(); // simulates a byte lost because two bytes are pending
     bool isIdle() const { return items_.empty() && !isArmed_; }
 
-    // Reports how many bytes the receiver has received.
+    // Updates the number of bytes that the receiver has received.
     void countReceived(std::uint64_t count);
     void callback() override;
 

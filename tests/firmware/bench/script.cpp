@@ -287,7 +287,7 @@ void Script::stop()
     serve();
 }
 
-// Executes commands until one lets time pass.
+// Executes commands until one of them advances time.
 void Script::serve()
 {
     std::string line;

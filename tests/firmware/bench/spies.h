@@ -9,13 +9,13 @@
 
 namespace bench {
 
-// Replaces a register of the chip, forwards every access to it, and reports the access.
+// Replaces a chip register, forwards every access to it, and reports the access.
 class RegisterSpy : public Register
 {
 public:
     RegisterSpy(Processor *chip, unsigned int place);
 
-    std::function<void(unsigned int before, unsigned int after)> written; // called after the register has the value
+    std::function<void(unsigned int before, unsigned int after)> written; // called after the value has been stored
     std::function<void(unsigned int)> replaces; // receives written values instead of the register
     std::function<void()> aboutToRead;
     std::function<void()> wasReset;

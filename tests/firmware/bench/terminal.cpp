@@ -48,7 +48,7 @@ std::vector<std::uint8_t> Terminal::read() const
 void Terminal::write(std::uint8_t byte) const
 {
     if (master_ >= 0 && ::write(master_, &byte, 1) != 1)
-        ::tcflush(master_, TCIOFLUSH); // nobody reads; empties the port for the next host that opens it
+        ::tcflush(master_, TCIOFLUSH); // no reader: empties the port for the next host that opens it
 }
 
 } // namespace bench
