@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
-"""Tests that hardware/pic-board/check accepts this project's netlist and rejects broken ones with the right reason."""
+"""Tests that hardware/pic-board/check accepts this project's netlist and rejects broken ones for the right reason."""
 
 import unittest
 
