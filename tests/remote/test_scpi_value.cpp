@@ -164,7 +164,7 @@ void TestScpiValue::ranges()
     ScpiError error;
     const auto value = readNumber(parameterOf(text), ScpiQuantity::Hertz, {1000, 10'000, defaultValue}, error);
     QCOMPARE(asText(value, error), expected);
-    // Even an infinite range contains no infinite number.
+    // Even an infinite range does not accept an infinite number.
     ScpiError tooLarge;
     QVERIFY(!readNumber(parameterOf("1E308 GHZ"), ScpiQuantity::Hertz, {-kInfinity, kInfinity, 0.0}, tooLarge));
     QCOMPARE(tooLarge.number, -222);

@@ -11,7 +11,7 @@ from person import LONG, Manager, Person, until
 
 SECONDS = 10  # minimum duration of simultaneous work
 ROUNDS = 2  # minimum number of rounds by the user
-TRIES = 4  # attempts by the user, for loaded machines
+TRIES = 4  # the user's attempts, to allow for loaded machines
 MEGABYTE = 1_000_000
 # Pixels in the newly opened window, from its upper left corner; negative values count from the opposite edge.
 START_BOX = (-103, 86)
@@ -246,7 +246,7 @@ class Together(WindowCase):
         return until(look, what, seconds)
 
     def tries(self, act, wanted, what):
-        """Acts, and repeats the action if nothing happens, after closing any open menu or dialog."""
+        """Performs the action. If nothing happens, closes any open menu or dialog and tries again."""
         for _ in range(TRIES - 1):
             act()
             try:
