@@ -119,7 +119,7 @@ void DdsModelsTest::imageAndRollOff()
 {
     Ad985xModel model(DdsChip::Ad9850, 80e6);
     enterSerial(model);
-    sendLsbFirst(model, 0xC0000000U, 40); // 60 MHz at a clock of 80 MHz
+    sendLsbFirst(model, 0xC0000000U, 40); // 60 MHz with an 80 MHz clock
     pulseUpdate(model);
     QCOMPARE(model.output().hertz, 20e6);
     QVERIFY(std::fabs(model.output().amplitude - 0.9003163) < 1e-6); // sin(pi/4) / (pi/4)

@@ -21,7 +21,7 @@ inline SimulatorSettings unpacedSettings()
 // One conversion by the detector's A/D converter.
 struct ConversionRecord
 {
-    double hertz; // the generator's output when the converter sampled
+    double hertz; // the generator's output at the time of sampling
     int count;
 };
 

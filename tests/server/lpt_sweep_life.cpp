@@ -13,7 +13,7 @@ using namespace calvorn;
 
 namespace {
 
-// The default device yields counts above kLimit in its pass band and below kLimit far below the band.
+// The default device yields counts above kLimit in its pass band, and lower counts far below the band.
 constexpr int kHighHz = 7'100'000;
 constexpr int kLowHz = 1'000'000;
 constexpr int kLimit = 100;

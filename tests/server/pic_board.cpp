@@ -127,7 +127,7 @@ void PicBoardTest::abortVoidsACommand()
     QCOMPARE(say(board, "A7\r"), QByteArray("A+\r"));
 }
 
-// `!` aborts the sweep, even in mid-frame, and silences the board. The sweeping board ignores other bytes.
+// `!` aborts the sweep, even in mid-frame, and silences the board. During a sweep the board ignores other bytes.
 void PicBoardTest::abortEndsASweep()
 {
     PicBoard board(settings());

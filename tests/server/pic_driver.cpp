@@ -229,7 +229,7 @@ void PicDriverOnBoard::imageAndUselessFrequencies()
     QCOMPARE(bench.errorsWith(code::kNoAction), 2); // opening the port enables the remark again
     QCOMPARE(bench.errors.size(), 2);
 
-    // These frequencies need a tuning word of more than 32 bits.
+    // These frequencies need tuning words of more than 32 bits.
     QVERIFY(!bench.driver.SendFrequency("A", 125'000'000));
     QVERIFY(!bench.driver.PrepareSweep(124'999'000, 10));
     bench.driver.RunSweep();

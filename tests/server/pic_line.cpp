@@ -102,7 +102,7 @@ private:
     QByteArray m_arrived;
 };
 
-// Returns the acknowledgement of `command`. The answer to `?` matches the bench's settings.
+// Returns the acknowledgement for `command`. The answer to `?` matches the bench's settings.
 QByteArray accepting(const QByteArray &command)
 {
     return command == "?\r" ? QByteArray("?+TEST 1.0 AD9850 80000000 50\r") : command.left(1) + "+\r";

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Tests the real CalvornAsync from outside: it serves one program and always exits.
+// Tests the real CalvornAsync from the outside: it serves one program and always exits.
 #include "lpt_proxy.h"
 
 #include "tests/server/terminal_pair.h"
@@ -90,7 +90,7 @@ public:
         if (!connection.isConnected())
             return false;
         lpt = std::make_unique<LptProxy>(QString(), QStringLiteral("/aLPT"), connection);
-        // When the server answers this call, it has registered its program.
+        // By the time the server answers this call, it has registered its client.
         QDBusPendingReply<> answered = lpt->SetSpeed(0);
         answered.waitForFinished();
         return !answered.isError();
@@ -463,7 +463,7 @@ void ServerProcessTest::noFolderIsLeftForGood()
     QCOMPARE(server.socketFolders(), 0);
 }
 
-// The stack limit also sets the threads' stack size. At this limit no thread can start.
+// The stack limit also sets the threads' stack size. With this limit no thread can start.
 void ServerProcessTest::aSystemWithoutAThread()
 {
     Server server;

@@ -92,7 +92,7 @@ public:
         emit bytesArrived();
     }
 
-    // Stops delivery after this many bytes since the link was created.
+    // Stops delivery once this many bytes have been delivered since the link was created.
     void holdAfter(quint64 bytes) { m_hold = bytes; }
     void release() { m_hold = std::numeric_limits<quint64>::max(); }
 

@@ -18,7 +18,7 @@ constexpr quint64 kReplyBytes = 1'600;
 constexpr quint64 kCheckBytes = 20; // the reply to the line check, the first command on a link
 constexpr quint64 kFaultyByte = 997;
 
-// Returns the number of vectors that match no sweep of the board, sample for sample.
+// Returns how many vectors do not match any of the board's sweeps, sample for sample.
 int wrongVectors(VnaBench &bench)
 {
     int wrong = 0;

@@ -214,7 +214,7 @@ void VnaSimulatedPortTest::corruptedBytes()
     Bench bench("Device=crystal\r\nFault=corrupt\r\n");
     QVERIFY(bench.open());
     bench.start();
-    // Three damaged sweeps in a row stop sweeping.
+    // After three damaged sweeps in a row, the driver stops sweeping.
     const auto sweeps = [&bench] { return bench.vectors.count() + bench.errorsWith(code::kTransfer); };
     QTRY_VERIFY_WITH_TIMEOUT(!bench.completes.isEmpty() || sweeps() >= 8, 15'000);
     bench.driver.StopSweep(2);

@@ -69,7 +69,7 @@ void VnaWordsTest::sweepCommand()
 void VnaWordsTest::descendingSweep()
 {
     const VnaSweepWords down = vnaSweepWords(10'000'000, -20'000, 400, 0.0, kClockHz);
-    // The words of 2,020,000 Hz and 20,000 Hz.
+    // The words for 2,020,000 Hz and 20,000 Hz.
     QCOMPARE(down, (VnaSweepWords{21'689'585, 214'748, true}));
 }
 
