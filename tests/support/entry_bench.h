@@ -17,7 +17,7 @@ inline const QByteArray kEntrySettings =
 
 inline constexpr std::array kFrequencyBoxes{WalkBox::Start, WalkBox::Stop, WalkBox::M1X, WalkBox::M2X};
 
-// The main window, for typing into its boxes and clicking on its graph.
+// The main window, with helpers for typing into its boxes and clicking on its graph.
 struct EntryBench : WindowBench
 {
     WalkHands hands{*this};

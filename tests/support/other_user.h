@@ -13,7 +13,7 @@
 
 namespace calvorn::test {
 
-// Returns whether this process is root, which tests with several users require; prints a message otherwise.
+// Returns whether this process runs as root, as tests with several users require. If not, prints a message.
 inline bool isRoot()
 {
     if (getuid() == 0)

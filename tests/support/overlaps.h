@@ -7,7 +7,7 @@
 
 namespace calvorn::test {
 
-// Returns the visible sibling widgets in a window that overlap, one pair of names per line; empty if there are none.
+// Returns the pairs of overlapping visible siblings in a window, one pair of names per line; empty if there are none.
 // Checks only parents with a layout, because other parents position their children themselves.
 inline QString overlaps(const QWidget &window)
 {

@@ -12,7 +12,7 @@
 
 namespace calvorn::test {
 
-// The main window, with counters of correct and wrong sweeps.
+// The main window, with counters for correct and wrong sweeps.
 struct Scene : WindowBench
 {
     Scene(std::int16_t interfaceType, const QByteArray &settings)

@@ -12,7 +12,7 @@ struct Text
     const char *source;
 };
 
-// Contexts of captions and tool tips. Their strings that end in a full stop are messages unless listed below.
+// Contexts of captions and tool tips. Their strings are messages if they end in a full stop and are not listed below.
 inline constexpr std::array kCaptionContexts{
     "AmplitudeLadder",
     "FrequencyTicks",

@@ -19,7 +19,7 @@ inline void pauseOfAPerson(int milliseconds)
     QTest::qWait(milliseconds);
 }
 
-// Gives a board in tests/boards/ time for an action that it does not report.
+// Gives a board in tests/boards/ time for an action whose completion it does not report.
 inline void giveTheBoard(int milliseconds)
 {
     QTest::qWait(milliseconds);

@@ -8,7 +8,7 @@
 
 namespace calvorn::test {
 
-// Reports every plan, in the correct order among the vectors.
+// Reports every plan at its position among the vectors.
 class TallyAdaptor : public LptAdaptor
 {
     Q_OBJECT
