@@ -21,7 +21,7 @@ namespace {
 
 constexpr double kVoltsPerCount = 2.5 / 1024.0;
 constexpr double kCentre = 1e6;       // Hz; low enough for the generators to have no loss
-constexpr int kSweeps = 8;            // averaged, because the noise is half a count
+constexpr int kSweeps = 8;            // number to average, because the noise is half a count
 constexpr double kFor1Volt = 13.0103; // dBm at 0 dB on the scale
 constexpr int kPoints = 400;
 constexpr double kLowestDbm = -30.0; // lowest level of the calibrated diode, 40 dB below the highest

@@ -79,7 +79,7 @@ struct Bench
 
     void connect(const Curve &curve, const Range &range)
     {
-        // Use much finer steps than the sweep.
+        // Uses much finer steps than the sweep.
         tool.write("device.csv", test::curveFile(curve, range.start - range.step(), range.stop + range.step(), 40'000));
         tool.folder.set("Simulator", "Device", QStringLiteral("curve"));
         tool.folder.set("Simulator", "Curve", tool.inFolder("device.csv"));
