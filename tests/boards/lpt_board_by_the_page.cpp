@@ -267,7 +267,7 @@ constinit Tree tree;
     tree.remove();
 }
 
-// Returns the rest of the path after the prefix, or null if the path does not begin with the prefix.
+// Returns the part of the path after the prefix, or null if the path does not begin with the prefix.
 const char *behind(const char *path, const char *prefix)
 {
     const size_t length = strlen(prefix);

@@ -133,7 +133,7 @@ private:
     int64_t m_lastLoad = 0;
 };
 
-// A TLC1549. A frame returns the sample of the previous frame. The output is pulled up while the chip is deselected.
+// A TLC1549. Each frame returns the previous frame's sample. The output is pulled up while the chip is deselected.
 class Converter
 {
 public:
@@ -234,7 +234,7 @@ public:
             m_converter.pins(e, m_generator);
         if (changed & (Scl | Sda))
             m_potentiometer.pins(e);
-        // Two cascaded 74HC595. If both clocks rise together, the latch stores the old contents of the register.
+        // Two cascaded 74HC595. If both clocks rise together, the latch stores the register's old contents.
         if (e.rose() & AuxLatch)
             report("aux %02X %02X", m_aux & 0xFFu, m_aux >> 8 & 0xFFu);
         if (e.rose() & AuxClock)

@@ -205,7 +205,7 @@ private:
             next = std::min(next, queues.held.front().first);
         if (faults_.chatter > 0)
             next = std::min(next, nextChatter);
-        const Nanos lineReady = isPaced() ? lineFree_ + kMs : time; // sends batches of one millisecond
+        const Nanos lineReady = isPaced() ? lineFree_ + kMs : time; // sends one-millisecond batches
         const bool talks = board_.memory.talking && queues.held.empty();
         if (!queues.urgent.empty() || !queues.out.empty() || talks)
             next = std::min(next, lineReady);

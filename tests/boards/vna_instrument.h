@@ -27,7 +27,7 @@ using Time = Clock::time_point;
 using Bytes = std::vector<std::uint8_t>;
 using std::chrono::milliseconds;
 
-constexpr std::size_t Batch = 12; // bytes written at once, about 1 ms
+constexpr std::size_t Batch = 12; // bytes per write, about 1 ms
 constexpr std::size_t ChunkMax = 4096;
 constexpr milliseconds PauseAfterReply{2}; // without --paced
 constexpr milliseconds RetryWrite{1};
@@ -180,7 +180,7 @@ public:
         m.first.insert(m.first.end(), bytes.begin(), bytes.end());
     }
 
-    // Restarts the counter or timer of a setting
+    // Restarts a setting's counter or timer
     void settingChanged(const std::string &name)
     {
         if (name == "chatter")
