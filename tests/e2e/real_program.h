@@ -53,7 +53,7 @@ public:
     bool keysChange(const QStringList &keysyms, const QString &window = {}) const;
     // Sends keys that copy something and returns the text on the clipboard.
     QString copied(const QStringList &keysyms, int milliseconds = 10'000) const;
-    // Returns the screen coordinates of the upper left corner of a window's contents.
+    // Returns the upper left corner of a window's contents in screen coordinates.
     QPoint cornerOf(const QString &window) const;
 
     // Waits for a window whose title matches. Returns its id, or an empty string.

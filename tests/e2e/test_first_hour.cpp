@@ -35,7 +35,7 @@ private:
     std::unique_ptr<FirstHour> m_hour;
 
     static void addCountries();
-    // Prepares a new folder with these settings, for the country of the test row.
+    // Prepares a new folder with these settings, for the test row's country.
     void begin(const QByteArray &settings);
     // Does the same, then runs a sweep and saves it as first.csv.
     void beginWithSweep(const QByteArray &settings = FirstHour::settingsWithRange());

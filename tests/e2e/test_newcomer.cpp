@@ -38,7 +38,7 @@ private:
         QCOMPARE(program.serversRunning(), 0);
     }
 
-    // Sweeps until the pass band of the simulated filter appears.
+    // Sweeps until the simulated filter's pass band appears.
     static void sweep(RealProgram &program)
     {
         QVERIFY(program.start({}, kMainWindow));

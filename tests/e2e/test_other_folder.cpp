@@ -146,7 +146,7 @@ void TestOtherFolder::theToolReadsThemAndWritesNone()
         tool.waitForFinished(20000);
         return contents(csv).split('\n').value(1).split(',').value(1);
     };
-    // Before the first start of the window, the delivered settings apply.
+    // Until the window has been started once, the delivered settings apply.
     QCOMPARE(firstFrequency(), QByteArray("1000000"));
     QVERIFY(!QFileInfo::exists(program.configuration("me")));
     QVERIFY(QDir().mkpath(program.configuration("me") + QStringLiteral("/calvorn")));

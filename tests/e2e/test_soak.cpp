@@ -37,7 +37,7 @@ constexpr qint64 kMostGrowthKb = 16384; // sanitizers delay freeing memory
 constexpr qint64 kMostGrowthKb = 4096;
 #endif
 constexpr int kUpdateDelayMs = 20;
-constexpr int kHaste = 20;   // acceleration of the paced board's clock
+constexpr int kHaste = 20;   // speed-up of the paced board's clock
 constexpr int kUnderWay = 8; // the maximum number of unacknowledged vectors
 constexpr double kStandardSweepMs = 106.0;
 
@@ -50,7 +50,7 @@ int fromEnvironment(const char *name, int fallback)
 // Opens the Measure panel and switches on everything that processes sweeps.
 constexpr const char *kMeasuring = "[Measure]\r\nOpen=1\r\nMax hold=1\r\nMin hold=1\r\nAverage=1\r\nTrack peak=1\r\n";
 
-// An event received from the server, in the format of the server's tally.
+// An event received from the server, in the server's tally format.
 struct Arrival
 {
     QByteArray line;
