@@ -23,7 +23,7 @@ class Chip(chip.Chip):
         self.wire(wiring)
 
     def wire(self, name):
-        """Sets the jumpers and switches the supply on, with random RAM contents."""
+        """Sets the jumpers and powers up the chip with random RAM contents."""
         self.wiring = page.WIRINGS[name]
         self.ask(f"jumpers {int(self.wiring.j1)} {int(self.wiring.j2)}")
         self.power_up()
@@ -119,7 +119,7 @@ def bytes_of(frame):
 
 
 class FirmwareCase(unittest.TestCase):
-    """Tests that share a chip; each test starts by switching the supply on."""
+    """Tests that share a chip; each test starts with a power-up."""
 
     crystal = "20mhz"
     wiring = "AD9850"

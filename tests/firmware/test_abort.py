@@ -104,7 +104,7 @@ class Abort(case.FirmwareCase):
 
 
 class AbortInAFrame(case.FirmwareCase):
-    """Sends ! after each byte of a frame, at a random time within a bit; each time the next G works."""
+    """Sends ! after each byte of a frame, at a random time within a bit, and checks that the next G works."""
 
     def test_after_each_byte(self):
         self.c.ask("device hash")

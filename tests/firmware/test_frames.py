@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Tests the bytes of frames, the order of the samples, and the timing of each conversion."""
+"""Tests the frame bytes, the sample order, and the timing of each conversion."""
 
 import math
 
@@ -13,7 +13,7 @@ MULTIPLIER = 2_654_435_761
 FOSC_32 = 0x80  # in ADCON0
 REFERENCE_ON_AN3 = {1, 3, 5, 10}  # PCFG, with AN0 analogue
 ACQUISITION = 20e-6  # s
-PER_POINT = 60e-6  # s that a point may take in addition to its settling time
+PER_POINT = 60e-6  # s per point, in addition to the settling time
 SMALLEST_FRAME = page.FRAME * 10 / 113_636  # s
 
 
@@ -178,7 +178,7 @@ class Frames(case.FirmwareCase):
 
 class ManyFrames(case.FirmwareCase):
     def test_numbers_from_255_to_0(self):
-        """Checks numbers and CRCs of 259 frames."""
+        """Checks the numbers and CRCs of 259 frames."""
         self.assertEqual(self.c.prepare(START, STEP), b"B+\rD+\rP+\r")
         self.sweeps(START, STEP, 259)
         # After a new G the numbers start at 0.

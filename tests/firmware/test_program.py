@@ -137,7 +137,7 @@ class Faults(host.HostCase):
 
 
 class Absent(host.HostCase):
-    """Only for calvorn-sweep, because the window asks in a message box first."""
+    """Only for calvorn-sweep, because the window opens a message box first."""
 
     def test_not_there_at_the_start(self):
         self.begin(plugged=False)

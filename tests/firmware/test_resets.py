@@ -93,7 +93,7 @@ class Resets(case.FirmwareCase):
                 self.has_frequency(5_000_000)
 
     def test_generator_in_an_unknown_state(self):
-        """A short supply failure leaves generator and RAM in an undefined state."""
+        """A short supply failure leaves the generator and the RAM in an undefined state."""
         for seed in range(2, 12):
             self.c.power_up(seed)
             self.is_off()

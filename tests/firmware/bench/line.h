@@ -17,7 +17,7 @@ class Receiver : public TriggerObject
 public:
     struct Byte
     {
-        std::uint64_t began = 0; // the cycle of the falling edge of the start bit
+        std::uint64_t began = 0; // the cycle of the start bit's falling edge
         std::uint8_t value = 0;
         bool isFramed = true; // the stop bit was high
     };
