@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Runs the scripts of hardware/pic-board on changed copies of its files."""
+"""Runs the scripts in hardware/pic-board on modified copies of its files."""
 
 import pathlib
 import subprocess

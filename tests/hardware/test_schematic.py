@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
-"""Tests that schematic and bill of materials match the netlist, and that `draw` rejects any other netlist."""
+"""Tests that the schematic and the bill of materials match the netlist, and that `draw` rejects any other netlist."""
 
 import sys
 import unittest
