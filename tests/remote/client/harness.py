@@ -19,7 +19,7 @@ import pyvisa
 BOARDS = ("PIC", "LPT", "VNA")
 TARGETS = ("tool", "window")
 INTERFACE = {"PIC": 1, "LPT": 2, "VNA": 3}
-# Frequency limits of the prepared settings, Hz.
+# Frequency limits in the prepared settings, Hz.
 LIMITS = {"PIC": (1_000, 40_000_000), "LPT": (1_000, 70_000_000), "VNA": (100_000, 180_000_000)}
 NOTHING = 9.91e37
 STARTS = 60  # s

@@ -76,7 +76,7 @@ class Person:
         def is_active():
             return run("getactivewindow") == window
 
-        # The manager ignores requests while it gives the focus to another window.
+        # The window manager ignores requests while it moves the focus to another window.
         for _ in range(LONG // ACTIVATION):
             if is_active():
                 return
@@ -96,7 +96,7 @@ class Person:
         run("type", "--delay", 20, text)
 
     def size(self):
-        """Returns width and height of the window without its frame."""
+        """Returns the width and height of the window without its frame."""
         shown = dict(re.findall(r"^(\w+)=(-?\d+)$", run("getwindowgeometry", "--shell", self.window), re.MULTILINE))
         return int(shown["WIDTH"]), int(shown["HEIGHT"])
 

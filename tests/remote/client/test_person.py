@@ -42,7 +42,7 @@ class WindowCase(ProgramCase):
         self.person.write(text)
 
     def opens(self, menu, entry, title):
-        """Opens a dialog with the mnemonics of menu and entry. Retries: menus are disabled until the hardware stops."""
+        """Opens a dialog with the mnemonics of menu and entry. Retries, because running hardware disables the menus."""
         for _ in range(20):
             self.person.keys(f"alt+{menu}", entry)
             try:

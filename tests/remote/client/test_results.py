@@ -16,7 +16,7 @@ class Markers(ProgramCase):
         self.freqs, self.levels = self.c.numbers("CALC:FREQ?"), self.c.numbers("CALC:DATA?")
 
     def on(self, marker):
-        """Returns the number of the sample under a marker."""
+        """Returns the index of the sample under a marker."""
         freq = self.c.number(f"CALC:MARK{marker}:X?")
         self.assertIn(freq, self.freqs)
         index = self.freqs.index(freq)

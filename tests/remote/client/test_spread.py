@@ -58,7 +58,7 @@ class Spread(ProgramCase):
         self.assertIn("Level / dB", texts)
         self.assertIn("7", texts)
         self.assertTrue(any(text.startswith("5 sweeps") for text in texts))
-        # The highest point of the mean is in the pass band: the plot covers 6.5 to 7.697 MHz.
+        # The mean curve peaks in the pass band; the plot covers 6.5 to 7.697 MHz.
         top = min(lines["mean"], key=lambda point: point[1])[0]
         left, right = lines["mean"][0][0], lines["mean"][-1][0]
         self.assertAlmostEqual(6.5 + (top - left) / (right - left) * 1.197, 7.05, delta=0.2)
