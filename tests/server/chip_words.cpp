@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Tests the data sent to the chips: the 40-bit words of the AD985x and the register bytes of the AD9951.
+// Tests the data sent to the chips: 40-bit words for the AD985x and register bytes for the AD9951.
 #include "server/synthesiser/ad985x_word.h"
 #include "server/synthesiser/ad9951_registers.h"
 

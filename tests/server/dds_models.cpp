@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Tests that the simulated generator chips decode the loader's bits and report violations of the data sheet.
+// Tests that the simulated generator chips decode the loader's bits and report data-sheet violations.
 #include "server/boards/ad985x_model.h"
 #include "server/boards/ad9951_model.h"
 #include "server/boards/simulated_parallel_port.h"

@@ -79,8 +79,8 @@ void LptSweepPointsTest::frequencies()
     QCOMPARE(bench.vector(0).size(), LptBench::kPoints);
     const double halfResolution = systemClock / 8'589'934'592.0;
     for (int point = 0; point < LptBench::kPoints; ++point) {
-        // The first frame of a point samples the input. The second frame returns the sample and starts a conversion
-        // that the driver never reads.
+        // A point's first frame samples the input. Its second frame returns the sample and starts a conversion that the
+        // driver never reads.
         const ConversionRecord &record = bench.board->conversions()[static_cast<std::size_t>(2 * point)];
         const double planned = kStart + static_cast<double>(point) * kStep;
         const double made = record.hertz;

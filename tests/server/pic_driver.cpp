@@ -411,7 +411,7 @@ void PicDriverOnBoard::aStaleBoardShowsNothing()
              QStringLiteral("The board no longer delivers valid sweeps; the sweep ends."));
 }
 
-// With 5 ms for each of 400 points, the board is silent for longer than the driver allows at the default settling time.
+// At 5 ms per point, the board is silent for longer than the driver allows at the default settling time.
 void PicDriverOnBoard::slowDetectorsAreWaitedFor()
 {
     Bench bench(settingsWith(SimulatorFault::None, true));

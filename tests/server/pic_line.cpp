@@ -25,7 +25,7 @@ constexpr int kTurnMs = 5; // polling interval of waitForBytes()
 class ScriptedLink : public ByteLink
 {
 public:
-    // The answer to a command and its delay in milliseconds. Empty bytes mean no answer.
+    // The answer to a command and its delay in milliseconds. An empty string means no answer.
     struct Reply
     {
         QByteArray bytes;

@@ -191,7 +191,7 @@ void PpdevPortTest::opensByAddress()
         QCOMPARE(m_system.requests, wanted);
         QCOMPARE(m_system.direction, 0);
         QCOMPARE(m_system.descriptors.size(), std::size_t{1});
-        QVERIFY(m_system.longest <= std::chrono::seconds(1)); // longest wait for another user of the port
+        QVERIFY(m_system.longest <= std::chrono::seconds(1)); // longest wait while another process uses the port
     }
     QCOMPARE(m_system.requests.back(), static_cast<unsigned long>(PPRELEASE));
     QVERIFY(m_system.descriptors.empty());

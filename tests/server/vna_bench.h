@@ -96,7 +96,7 @@ public:
     void holdAfter(quint64 bytes) { m_hold = bytes; }
     void release() { m_hold = std::numeric_limits<quint64>::max(); }
 
-    // Makes each byte take the time of ten bits at 115,200 baud, in both directions.
+    // Makes each byte take as long as ten bits at 115,200 baud, in both directions.
     void setPaced()
     {
         m_paced = true;
@@ -105,7 +105,7 @@ public:
     }
 
     const QList<QByteArray> &written() const { return m_written; }
-    // Commands written while bytes of a reply were still undelivered or unread.
+    // Commands written while reply bytes were still undelivered or unread.
     int interruptions() const { return m_interruptions; }
     quint64 passed() const { return m_index; }
 

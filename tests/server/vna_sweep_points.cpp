@@ -46,7 +46,7 @@ void VnaSweepPointsTest::twoHundredSweeps_data()
 {
     QTest::addColumn<int>("start");
     QTest::addColumn<int>("step");
-    QTest::addColumn<double>("units"); // allowed error at the last sample, in units of the tuning word
+    QTest::addColumn<double>("units"); // allowed error at the last sample, in tuning-word units
     // 390,625 Hz is exactly 4,194,304 units.
     QTest::newRow("whole range, exact step") << 100'000 << 390'625 << 0.5;
     QTest::newRow("rounded step") << 1'000'000 << 22'557 << 200.0;

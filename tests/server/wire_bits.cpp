@@ -12,7 +12,7 @@ using namespace calvorn;
 
 namespace {
 
-// The bits of the standard wiring.
+// Bits in the standard wiring.
 constexpr unsigned kDdsClock = 0x01;
 constexpr unsigned kDdsUpdate = 0x02;
 constexpr unsigned kDdsData = 0x04;
