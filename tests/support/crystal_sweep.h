@@ -7,7 +7,7 @@
 
 namespace calvorn::test {
 
-// The row of the series resonance, 9.000 MHz, in a sweep from 8.95 MHz in steps of 250 Hz.
+// The row of the 9.000 MHz series resonance in a sweep from 8.95 MHz in steps of 250 Hz.
 inline constexpr int kCrystalRow = 201;
 
 inline int peakRow(const SweepTable &table)

@@ -93,7 +93,7 @@ public:
         qputenv("LD_PRELOAD", boardFile("liblpt_board_by_the_page.so").toLocal8Bit());
         qputenv("CALVORN_BOARD_LOG", logFile().toLocal8Bit());
         qputenv("CALVORN_BOARD_FAULT", faultFile().toLocal8Bit());
-        // The board's library is loaded before the sanitizer's.
+        // Allows the board's library to be loaded before the sanitizer's.
         m_asan = qgetenv("ASAN_OPTIONS");
         qputenv("ASAN_OPTIONS", m_asan + ":verify_asan_link_order=0");
     }

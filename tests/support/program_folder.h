@@ -9,14 +9,14 @@
 
 namespace calvorn::test {
 
-// A temporary program folder with settings, and with a server under its usual name.
+// A temporary program folder that contains settings and a server under its usual name.
 class ProgramFolder
 {
 public:
     // server: executable to copy as CalvornAsync; if empty, the folder contains no server.
     explicit ProgramFolder(const QString &server, const QByteArray &settings = {})
     {
-        // Copied, not linked: the server looks for its settings in the folder of its executable.
+        // Copied, not linked, because the server looks for its settings next to its executable.
         if (!server.isEmpty() && !QFile::copy(server, m_folder.filePath(QStringLiteral("CalvornAsync"))))
             qFatal("cannot copy %s", qPrintable(server));
         if (settings.isEmpty())

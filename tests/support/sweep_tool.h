@@ -45,7 +45,7 @@ struct Tool
             qFatal("cannot write %s", name);
     }
 
-    // Selects the number format of this locale; the language stays English.
+    // Selects this locale's number format; the language stays English.
     void setLocale(const QLocale &locale)
     {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();

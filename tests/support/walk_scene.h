@@ -106,7 +106,7 @@ private:
                QStringLiteral("%1 is %2, not %3").arg(aspect, found, taken(entry, m_before).join(u'|')));
     }
 
-    // Checks the entry of this step.
+    // Checks the entry typed in this step.
     void judgeTyped(const WalkStep &entry)
     {
         const QString name = QString::fromLatin1(kWalkBoxes[static_cast<std::size_t>(entry.a)]);

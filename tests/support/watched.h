@@ -8,7 +8,7 @@
 
 namespace calvorn::test {
 
-// Reads the log of the boards in the watched server (watched_server.cpp).
+// Reads the board log of the watched server (watched_server.cpp).
 class Watched
 {
 public:

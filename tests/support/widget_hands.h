@@ -8,7 +8,7 @@
 
 namespace calvorn::test {
 
-// Finds the controls of a window by name and operates them as a user would.
+// Finds a window's controls by name and operates them as a user would.
 class WidgetHands
 {
 public:
