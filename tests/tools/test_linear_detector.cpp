@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Tests that, for a detector without a law, files and picture are identical to those in the "linear" folder, which the
-// last version without detector laws wrote.
+// Tests that, for a detector without a law, the files and the picture are identical to those in the "linear" folder,
+// which the last version without detector laws wrote.
 #include "tests/support/sweep_tool.h"
 
 #include "core/configuration.h"
@@ -71,7 +71,7 @@ void TestLinearDetector::theFileIsAsItWas()
     QCOMPARE(test::contents(tool.folder.iniPath()), file);
 }
 
-// Compares the part of the picture without text: grid and curve.
+// Compares the text-free part of the picture: grid and curve.
 void TestLinearDetector::thePictureIsAsItWas()
 {
     Tool tool(settings(kInterfaceLpt));
