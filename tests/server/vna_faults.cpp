@@ -113,7 +113,7 @@ void VnaFaultsTest::damagedOnce()
     QCOMPARE(bench.board.bytesWhileReplying(), std::uint64_t{0});
 }
 
-// Tests VnaReply directly: with a byte lost or added anywhere, the reply never counts as complete.
+// Tests VnaReply directly: a reply with a lost or added byte anywhere never counts as complete.
 void VnaFaultsTest::everyByteOfASweepLost()
 {
     VnaBoard board(vnaSettings());
