@@ -188,7 +188,7 @@ QString RealProgram::activeWindow()
 
 bool RealProgram::activate(const QString &window)
 {
-    // The window manager may ignore the request while it moves the focus after a window opened or closed.
+    // The window manager may ignore the request while it moves the focus after a window has opened or closed.
     for (int attempt = 0; attempt < kActivations; ++attempt) {
         if (activeWindow() == window)
             return true;

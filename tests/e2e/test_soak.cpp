@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Runs many sweeps through the whole window, the real driver and the simulated parallel-port board, with random changes
-// of range, scale, view and speed, and random stops, starts and exports. Everything the server sends must arrive once
+// to range, scale, view and speed, and random stops, starts and exports. Everything the server sends must arrive once
 // and in order, and every vector must enter the table while the table has the vector's plan. Every redraw must show the
 // table, and the screen must show what was drawn. Every start must complete once, and memory use must stay constant.
 //
