@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""The base classes of the firmware tests: a chip in its circuit, and a host that sends commands to it."""
+"""Base classes for the firmware tests: a chip in its circuit, and a host that sends commands to it."""
 
 import os
 import unittest
@@ -39,7 +39,7 @@ class Chip(chip.Chip):
         return bytes(byte.value for byte in self.bytes(first))
 
     def answer(self, first, seconds=ANSWER):
-        """Waits for an answer up to its carriage return and returns it, or the bytes so far on a timeout."""
+        """Waits for an answer up to its carriage return. Returns the answer or, on a timeout, the bytes so far."""
         end = self.time() + self.cycles(seconds)
         count = first + 3
         while self.expect(count, max(1, end - self.time()) / self.hertz) >= count:
