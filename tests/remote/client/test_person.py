@@ -237,7 +237,7 @@ class Together(WindowCase):
             number += 1
 
     def seen(self, wanted, what, seconds=LONG):
-        """Waits for the condition, and checks that no client fails meanwhile."""
+        """Waits for the condition, and checks that no client fails in the meantime."""
         def look():
             failures = [worker.failure for worker in self.workers if worker.failure]
             self.assertEqual(failures, [])
