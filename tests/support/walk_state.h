@@ -82,7 +82,7 @@ struct WalkHistory
     bool rangeDue = false;    // the range was changed since it was last planned
 };
 
-// A violation: the broken rule, and details.
+// A violation: the broken rule and details.
 struct WalkFault
 {
     QString id;
