@@ -84,7 +84,7 @@ struct Bench
         tool.folder.set("Simulator", "Device", QStringLiteral("curve"));
         tool.folder.set("Simulator", "Curve", tool.inFolder("device.csv"));
     }
-    // Leaves the MiniVNA's bridge open, which reflects the full signal.
+    // Leaves the MiniVNA's bridge open, so that it reflects the full signal.
     void connectOpen()
     {
         tool.folder.set("Config", "ADC Channel", QStringLiteral("2"));
