@@ -60,8 +60,7 @@ int main(int argc, char **argv)
         return fail(QStringLiteral("the markers around the table are missing"));
     const QByteArray after = before.left(begin + kBegin.size()) + table() + before.mid(end);
     if (!writes)
-        return after == before ? 0
-                               : fail(QStringLiteral("the table is out of date: run tools/update-scpi-manual"));
+        return after == before ? 0 : fail(QStringLiteral("the table is out of date: run tools/update-scpi-manual"));
     if (!file.open(QIODevice::WriteOnly) || file.write(after) != after.size())
         return fail(file.fileName() + QStringLiteral(": ") + file.errorString());
     return 0;
