@@ -70,8 +70,11 @@ void BoardMenus::buildModes()
 void BoardMenus::addTo(QMenu &menu) const
 {
     menu.addSeparator();
-    menu.addMenu(m_simulated);
-    menu.addMenu(m_mode);
+    for (QMenu *submenu : {m_simulated, m_mode}) {
+        // Under Wayland, a popup must be a child of the popup that is already open.
+        submenu->setParent(&menu, submenu->windowFlags());
+        menu.addMenu(submenu);
+    }
 }
 
 void BoardMenus::followDriver()

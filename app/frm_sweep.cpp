@@ -341,6 +341,7 @@ bool FrmSweep::start()
     m_isPrepared = true;
     m_controls->focusStart();
     show();
+    m_measure->showRestored();
     fitGraph();
     tellFaults(m_station.loader.faults());
     if (!m_closed)

@@ -177,7 +177,13 @@ void MeasureDock::restore()
     setFloating(m_choices.isFloating);
     if (m_choices.isFloating && place.size() == 4)
         setGeometry(place[0].toInt(), place[1].toInt(), place[2].toInt(), place[3].toInt());
-    setVisible(m_choices.isOpen);
+    setVisible(m_choices.isOpen && !(m_choices.isFloating && isWayland()));
+}
+
+void MeasureDock::showRestored()
+{
+    if (m_choices.isOpen)
+        show();
 }
 
 bool MeasureDock::save() const

@@ -40,6 +40,10 @@ public:
     void restore();
     bool save() const;
 
+    // Call this after restore() and after the main window is shown. Under Wayland, a floating panel that is shown
+    // before its parent lies below it, so restore() leaves the panel hidden.
+    void showRestored();
+
 protected:
     void showEvent(QShowEvent *event) override;
     void hideEvent(QHideEvent *event) override;

@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QFileDialog>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPrintDialog>
 #include <QPrinter>
@@ -37,6 +38,14 @@ QWidget *ownerOfDialogs()
     while (window && !window->isModal() && window->parentWidget())
         window = window->parentWidget()->window();
     return window;
+}
+
+// Under Wayland, Qt proposes a folder without a file name for a PDF file.
+void proposeFileName(const QPrintDialog &dialog, const QPrinter &printer)
+{
+    auto *path = dialog.findChild<QLineEdit *>(QStringLiteral("filename"));
+    if (path && path->text().endsWith(u'/'))
+        path->setText(path->text() + printer.docName() + QStringLiteral(".pdf"));
 }
 
 } // namespace
@@ -85,6 +94,7 @@ QString QtDesktop::chooseFileToSave(const QString &filter, const QString &sugges
 bool QtDesktop::choosePrinter(QPrinter &printer)
 {
     QPrintDialog dialog(&printer, ownerOfDialogs());
+    proposeFileName(dialog, printer);
     return dialog.exec() == QDialog::Accepted;
 }
 
