@@ -8,7 +8,7 @@ namespace calvorn {
 
 namespace {
 
-// Updates the verdict if the margin to this limit is the smallest so far.
+// Updates the verdict if the sample's margin to this limit is the smallest so far.
 void judgeSample(LimitVerdict &verdict, bool isFirst, double frequency, double value, double limit, bool isUpper)
 {
     const double margin = isUpper ? limit - value : value - limit;

@@ -12,7 +12,7 @@ namespace {
 
 constexpr double kBelowFloor = -std::numeric_limits<double>::infinity();
 
-// Combines decibels with the frequencies of the trace, reversed for a descending sweep.
+// Combines decibels with the trace's frequencies; reverses both for a descending sweep.
 Response responseOver(const Trace &trace, std::vector<double> decibels, bool isRelative)
 {
     Response response{{}, std::move(decibels), isRelative};
@@ -54,7 +54,7 @@ std::optional<Plateau> bestPlateau(std::span<const double> frequencies, std::spa
     return best;
 }
 
-// hasReached: returns whether the first value has reached the level given by the second.
+// hasReached: returns whether its first argument, a value, has reached its second, the level.
 template <typename Reached>
 Crossing crossing(std::span<const double> frequencies, std::span<const double> decibels, std::size_t from,
                   int direction, double level, Reached hasReached)
@@ -77,7 +77,7 @@ Crossing crossing(std::span<const double> frequencies, std::span<const double> d
     return {std::nullopt, Missing::NoCrossing};
 }
 
-// Returns the lowest value between a summit and the next higher sample, gap or end in that direction.
+// Returns the lowest value between a peak and the next higher sample, gap or end of the curve in this direction.
 double valleyBeside(std::span<const double> decibels, std::size_t summit, int direction)
 {
     const double height = decibels[summit];

@@ -24,7 +24,7 @@ QString withDecimals(double value, int decimals)
     return NumberText().masked(value, mask);
 }
 
-// Formats with four significant digits; an integer with more digits keeps all of them.
+// Formats with four significant digits; integers with more digits are shown in full.
 QString significant(double value)
 {
     const double rounded = QByteArray::number(value, 'e', kSignificantDigits - 1).toDouble();
@@ -39,7 +39,7 @@ QString withPrefix(double value, const QString &unit)
 {
     static constexpr int kLowest = -15;
     static constexpr std::array<const char16_t *, 9> kPrefixes{u"f", u"p", u"n", u"µ", u"m", u"", u"k", u"M", u"G"};
-    // Use the exponent of the rounded number, so that 999.96 becomes 1.000 of the next prefix.
+    // Use the exponent of the rounded number, so that 999.96 becomes 1.000 with the next prefix.
     const QByteArray rounded = QByteArray::number(value, 'e', kSignificantDigits - 1);
     const int exponent = value == 0.0 ? 0 : rounded.mid(rounded.indexOf('e') + 1).toInt();
     const auto steps = static_cast<int>(std::floor(exponent / 3.0));

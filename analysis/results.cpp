@@ -11,7 +11,7 @@ namespace calvorn {
 
 namespace {
 
-// The arrays below are the only list of the keys and define their order.
+// The keys are listed only in the arrays below, which also define their order.
 struct Entry
 {
     const char *key;
@@ -61,7 +61,7 @@ constexpr auto kNotchKeys = keysOf(kNotch);
 constexpr auto kCrystalKeys = keysOf(kCrystal);
 constexpr auto kMatchKeys = keysOf(kMatch);
 
-// A number, or the reason for its absence. Converts from either.
+// A number, or the reason why it is missing. Converts implicitly from either.
 struct Value
 {
     std::optional<double> number;
@@ -82,7 +82,7 @@ struct Value
     }
 };
 
-// Computes a value from two others; if one is missing, returns the first reason.
+// Computes a value from two others. If either is missing, returns its reason; if both are, the first one's.
 template <typename Function>
 Value from(const Value &first, const Value &second, Function function)
 {
@@ -99,7 +99,7 @@ Value from(const Value &value, Function function)
     return value.number ? Value(function(*value.number)) : value;
 }
 
-// The results of one kind. Each is missing for the given reason until it is set.
+// Collects the results of one kind. Until it is set, each is missing for the given reason.
 class Table
 {
 public:
@@ -131,7 +131,7 @@ Value distanceOf(const Crossings &points)
     return from(points.lower, points.upper, [](double lower, double upper) { return Value(upper - lower); });
 }
 
-// Returns the reason that the whole curve yields no result, or Nothing.
+// Returns the reason why the whole curve yields no result, or Nothing.
 Missing whyNothing(const Response &response, const std::optional<Plateau> &highest)
 {
     if (response.isEmpty())
@@ -168,7 +168,7 @@ Value quotient(const Value &dividend, const Value &divisor)
                 [](double a, double b) { return b > 0.0 ? Value(a / b) : Value(Missing::NoCrossing); });
 }
 
-// Returns the distance between the points on both sides of a minimum at which the curve has risen to a level.
+// Returns the width of a dip: the distance between the points on both sides at which the curve has risen to a level.
 Value widthAt(const Response &response, const Plateau &minimum, double level)
 {
     if (response.decibels[minimum.first] >= level)
@@ -184,7 +184,7 @@ struct Extremum
     double decibels;
 };
 
-// Refines a plateau of one sample by the parabola through that sample and its neighbours.
+// Refines a single-sample plateau with a parabola through the sample and its neighbours.
 Extremum refined(const Response &response, const Plateau &plateau)
 {
     const std::size_t at = plateau.first;
@@ -216,7 +216,7 @@ Value parallelResonance(const Response &response, const Plateau &peak)
     return refined(response, {first + minimum->first, first + minimum->last}).frequency;
 }
 
-// Sets the elements of a crystal; an element is missing if a value that it depends on is missing.
+// Sets a crystal's circuit elements. An element is missing if any value that it depends on is missing.
 void setElements(Table &table, const Extremum &peak, const Value &bandwidth, const Value &parallel, double ohms)
 {
     constexpr double kTurn = 2.0 * std::numbers::pi;
@@ -334,7 +334,7 @@ Results matchResults(const Response &response)
         table.set("rho", rho);
         table.set("swr", rho < 1.0 ? Value((1.0 + rho) / (1.0 - rho)) : Value(Missing::NotBelowReference));
     }
-    // A reflection coefficient of (s - 1) / (s + 1) corresponds to SWR s.
+    // An SWR of s corresponds to a reflection coefficient of (s - 1) / (s + 1).
     table.set("freq", middleOf(response.frequencies, *lowest));
     table.set("bw15", widthAt(response, *lowest, 20.0 * std::log10(0.5 / 2.5)));
     table.set("bw20", widthAt(response, *lowest, 20.0 * std::log10(1.0 / 3.0)));

@@ -15,8 +15,8 @@ struct Result
 {
     const char *key;
     ResultUnit unit;
-    std::optional<double> value;        // in SI units and dB
-    Missing missing = Missing::Nothing; // reason if there is no value
+    std::optional<double> value;        // in SI units or dB
+    Missing missing = Missing::Nothing; // the reason why there is no value
 };
 
 // All results of one kind, in the order of resultKeys().
@@ -28,34 +28,36 @@ inline constexpr double kDefaultFixtureOhms = 50.0;
 
 // peak (dB), peakFreq, loss, bw3, bw6, bw60, centre, q, shape, ripple, slopeLow, slopeHigh.
 //
-// The -3 dB points are at half the power of the peak; -6, -20 and -60 dB are exact. loss: -peak, only for a relative
-// response. centre: the middle of the -3 dB points. q: centre / bw3. shape: bw60 / bw6. ripple: highest minus lowest
-// sample between the -3 dB points. slopeLow, slopeHigh: 14 dB divided by the octaves between the -6 dB and -20 dB
+// The -3 dB points are at half the peak power; -6, -20 and -60 dB are exact. loss: -peak, for a relative response only.
+// centre: midway between the -3 dB points. q: centre / bw3. shape: bw60 / bw6. ripple: highest minus lowest sample
+// between the -3 dB points. slopeLow, slopeHigh: 14 dB divided by the number of octaves between the -6 dB and -20 dB
 // points on that side; positive.
 Results filterResults(const Response &response);
 
-// depth (dB), notchFreq, bw3. The level outside the notch is the highest of the sweep. depth is its distance to the
-// lowest sample; bw3 is the distance between the points on both sides of the notch at half its power.
+// depth (dB), notchFreq, bw3. The highest sample is taken as the level outside the notch. depth is the difference
+// between this level and the lowest sample; bw3 is the distance between the points on both sides of the notch at half
+// power.
 Results notchResults(const Response &response);
 
-// fs, fp, rm, lm, cm, c0, q of a crystal between a source and a load of `ohms` each (above 0). The response must be
-// relative to the fixture with the crystal replaced by a short.
+// fs, fp, rm, lm, cm, c0, q of a crystal between a source and a load of `ohms` each (greater than 0). The response must
+// be relative to the fixture with the crystal replaced by a short.
 //
-// fs: frequency of the peak. fp: frequency of the minimum above it, after which the curve must rise again; if the dip
-// reaches the detector's floor, the middle of the hidden part. With the loss a at fs and the half-power bandwidth B:
-// rm = 2 ohms (10^(a/20) - 1), lm = (2 ohms + rm) / (2 pi B), cm = 1 / ((2 pi fs)^2 lm), c0 = cm / ((fp/fs)^2 - 1), q
-// = 2 pi fs lm / rm. A peak or minimum of one sample is refined by a parabola in dB through it and its neighbours.
+// fs: peak frequency. fp: frequency of the minimum above fs, after which the curve must rise again; if the dip reaches
+// the detector's floor, the middle of the part below the floor. With the loss a at fs and the half-power bandwidth B:
+// rm = 2 ohms (10^(a/20) - 1), lm = (2 ohms + rm) / (2 pi B), cm = 1 / ((2 pi fs)^2 lm), c0 = cm / ((fp/fs)^2 - 1), q =
+// 2 pi fs lm / rm. A single-sample peak or minimum is refined with a parabola in dB through the sample and its
+// neighbours.
 Results crystalResults(const Response &response, double ohms);
 
-// returnLoss (dB), rho, swr, freq, bw15, bw20, measured with a bridge and relative to an open or a short: return
-// loss, reflection coefficient and SWR at the lowest sample, its frequency, and the bandwidths around it for SWR up
-// to 1.5 and 2.
+// returnLoss (dB), rho, swr, freq, bw15, bw20, measured with a bridge and relative to an open or a short: return loss,
+// reflection coefficient and SWR at the lowest sample, its frequency, and the bandwidths around it for an SWR of up to
+// 1.5 and 2.
 Results matchResults(const Response &response);
 
 // ohms: used only for a crystal.
 Results resultsOf(ResultKind kind, const Response &response, double ohms = kDefaultFixtureOhms);
 
-// Returns the keys of a kind in order.
+// Returns the keys for one kind of result, in order.
 std::span<const char *const> resultKeys(ResultKind kind);
 
 } // namespace calvorn

@@ -11,20 +11,19 @@
 
 namespace calvorn {
 
-// Returns the unit of amplitudes on a scale; nullopt if no limit unit matches, as for a ratio of volts.
+// Returns the unit of amplitudes on a scale, or nullopt if no limit unit matches (for a voltage ratio, for example).
 std::optional<LimitUnit> shownUnit(std::int16_t scale, bool isRelative);
 
-// Returns the response used for results: relative to the reference, or to the scale's 0 dB if the reference is empty.
+// Returns the response for computing results: relative to the reference, or to the scale's 0 dB if there is none.
 Response shownResponse(const Trace &trace, const Trace &reference, std::int16_t scale);
 
-// Returns amplitudes in the unit of the scale or, if relative, in dB or as a ratio; in sample order, with NaN for
-// gaps.
+// Returns amplitudes in the scale's unit or, if relative, in dB or as a ratio; in sample order, with NaN for gaps.
 std::vector<double> shownAmplitudes(const Trace &trace, const Trace &reference, std::int16_t scale);
 
-// amplitudes: those of the samples of the trace, in the unit of the limits.
+// amplitudes: one for each sample of the trace, in the limits' unit.
 LimitVerdict judgeTrace(const LimitLines &limits, const Trace &trace, const std::vector<double> &amplitudes);
 
-// A sweep or the mean of several, as shown by results, plot and picture.
+// A sweep, or the mean of several, as shown in the results, the plot and pictures.
 class ShownCurve
 {
 public:
@@ -43,7 +42,7 @@ public:
 
     // See shownAmplitudes().
     const std::vector<double> &amplitudes() const { return m_amplitudes; }
-    // The amplitudes of another trace shown beside this curve.
+    // Returns the amplitudes of another trace shown with this curve.
     std::vector<double> amplitudesOf(const Trace &trace) const;
 
     LimitVerdict judgedBy(const LimitLines &limits) const;

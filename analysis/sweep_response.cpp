@@ -22,7 +22,7 @@ std::vector<ResponseSample> samplesOfAmplitudes(const SweepTable &table)
     return samples;
 }
 
-// Returns volts. Throws if a count is not a number.
+// Returns the samples in volts. Throws if a count is not a number.
 std::vector<ResponseSample> samplesOfCounts(const SweepTable &table, const Sweep &sweep)
 {
     std::vector<ResponseSample> samples;
@@ -40,7 +40,7 @@ double decibelsOf(double volts, std::int16_t scale)
     return std::max(kFloorDb, 20.0 * std::log10(volts / voltsOfZeroDb(scale)));
 }
 
-// floor: volts or dB at or below which the detector cannot see a signal.
+// floor: the level in volts or dB at or below which the detector cannot detect a signal.
 SweepResponse responseAbove(double floor, const std::vector<ResponseSample> &samples, AmplitudeUnit unit)
 {
     std::vector<double> frequencies;

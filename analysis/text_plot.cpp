@@ -14,8 +14,8 @@ namespace calvorn {
 namespace {
 
 constexpr int kRows = 17;     // rows of the curve
-constexpr int kRowPitch = 4;  // rows between two amplitude labels
-constexpr int kAxisWidth = 9; // an amplitude label, a blank and the axis
+constexpr int kRowPitch = 4;  // rows from one amplitude label to the next
+constexpr int kAxisWidth = 9; // an amplitude label, a space and the axis
 constexpr int kWidth = kTextPlotColumns - kAxisWidth;
 
 struct Band
@@ -42,7 +42,7 @@ std::optional<Band> bandOf(std::span<const double> values)
     return band;
 }
 
-// Returns the range of the values that belong to one character column.
+// Returns the range of the values in one character column.
 std::optional<Band> bandOf(std::span<const double> values, int column)
 {
     const auto count = static_cast<int>(values.size());
@@ -76,7 +76,7 @@ QStringList textPlot(const std::array<QString, 3> &frequencies, const std::vecto
 {
     const Band all = bandOf(amplitudes).value_or(Band{0.0, 0.0});
     const double bottom = linear ? std::min(0.0, all.low) : all.low;
-    // A flat curve still needs a height.
+    // A flat curve would otherwise have a height of zero.
     const double height = std::max(all.high - bottom, linear ? 0.001 : 0.1);
     const auto rowOf = [&](double value) {
         return static_cast<int>(std::lround((bottom + height - value) / height * (kRows - 1)));

@@ -12,7 +12,7 @@ namespace calvorn {
 namespace {
 
 constexpr double kHalfMillivolt = 0.0005;
-// The part of a step by which rounding may shift a frequency from a sample.
+// The fraction of a step by which rounding may move a frequency away from its sample.
 constexpr double kRounding = 1e-6;
 
 double voltsOfDecibels(double decibels, std::int16_t scale)
@@ -25,8 +25,7 @@ double stepOf(const Sweep &sweep)
     return (sweep.frequencies.back() - sweep.frequencies.front()) / (kSweepPoints - 1);
 }
 
-// Returns the position of a frequency between the samples, an integer if it is on a sample; nullopt outside the
-// trace.
+// Returns the position of a frequency as a sample index, fractional between samples; nullopt outside the trace.
 std::optional<double> positionOf(const Trace &trace, double hertz)
 {
     if (trace.isEmpty())

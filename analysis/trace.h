@@ -16,49 +16,49 @@ namespace calvorn {
 struct Trace
 {
     QString name;
-    double start = 0.0;        // Hz, of the first sample
+    double start = 0.0;        // Hz, frequency of the first sample
     double step = 0.0;         // Hz between samples; negative for a descending sweep
     std::vector<double> volts; // at full resolution; NaN in a gap
-    double floor = 0.0;        // volts at or below which the detector cannot see a signal
+    double floor = 0.0;        // volts at or below which the detector cannot detect a signal
 
     bool isEmpty() const { return volts.empty(); }
     double frequencyAt(std::size_t index) const { return start + static_cast<double>(index) * step; }
-    // Returns whether both have the same start, step and number of samples.
+    // Returns whether both traces have the same start, step and number of samples.
     bool hasAxisOf(const Trace &other) const;
 
     // Interpolates linearly between adjacent samples; returns nullopt outside the range and next to a gap.
     std::optional<double> voltsAt(double hertz) const;
 };
 
-// Returns whether every row is within 1 Hz + 1 % of the step of its place at equal spacing between the first and the
-// last row. Returns false if a frequency is not a number. traceOf() expects an equally spaced sweep.
+// Returns whether the rows are equally spaced between the first and the last, each to within 1 Hz plus 1 % of the step.
+// Returns false if a frequency is not a number. traceOf() expects an equally spaced sweep.
 bool isEquallySpaced(const Sweep &sweep);
 
-// Returns the volts at or below which the detector cannot see a signal: DetectorCalibration::floor() if the sweep has
-// a detector; otherwise half a millivolt on the linear scale and kFloorDb on the others.
+// Returns the voltage at or below which the detector cannot detect a signal: DetectorCalibration::floor() if the sweep
+// has a detector; otherwise half a millivolt on the linear scale and kFloorDb on the others.
 double floorOf(const Sweep &sweep, std::int16_t scale);
 
-// Returns the samples of a sweep on an axis from its first to its last row, without a name. The trace is empty if
-// there is no sweep yet or if the first or last frequency is not a number.
+// Converts a sweep to a trace without a name, with an axis from the first to the last row. The trace is empty if there
+// is no sweep yet or if the first or last frequency is not a number.
 //
 // Volts are computed from the counts if the sweep has a detector, otherwise from the amplitudes, which are in the
-// units of the scale (core/scale_type.h). A cell without a number becomes a gap.
+// scale's units (core/scale_type.h). A cell without a number becomes a gap.
 Trace traceOf(const Sweep &sweep, std::int16_t scale);
 
-// A trace divided by another one.
+// A trace divided by a reference.
 struct RelativeTrace
 {
-    double start = 0.0;         // Hz, of the first sample
+    double start = 0.0;         // Hz, frequency of the first sample
     double step = 0.0;          // Hz
-    std::vector<double> ratios; // 1 where both are equal; NaN in a gap
-    // The reasons for gaps that neither trace has.
-    bool isOutsideReference = false;    // some samples are outside the range of the reference
-    bool isReferenceBelowFloor = false; // at some samples the reference is at or below its floor
+    std::vector<double> ratios; // 1 where both traces are equal; NaN in a gap
+    // The reasons for gaps that are in neither of the two traces.
+    bool isOutsideReference = false;    // some samples are outside the reference's range
+    bool isReferenceBelowFloor = false; // the reference is at or below its floor at some samples
 
     double frequencyAt(std::size_t index) const { return start + static_cast<double>(index) * step; }
 };
 
-// Divides each sample by the reference, interpolated linearly in volts. A ratio is zero or negative if the volts are.
+// Divides each sample by the reference, interpolated linearly in volts. A ratio is zero or negative if its sample is.
 RelativeTrace relativeTo(const Trace &trace, const Trace &reference);
 
 } // namespace calvorn

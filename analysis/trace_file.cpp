@@ -29,7 +29,7 @@ struct TraceFileTexts
     Q_DECLARE_TR_FUNCTIONS(TraceFile)
 };
 
-// The file does not name the scale it was written on, so all scales are tried.
+// The file does not state its scale, so try all scales.
 bool followsFromCounts(const SweepTable &table, Configuration configuration)
 {
     const std::array scales{configuration.scaleType, kScaleLinear, kScaleDb1V, kScaleDb10V};
@@ -88,7 +88,7 @@ QByteArray traceAsCsv(const Trace &trace, Configuration configuration)
         const double volts = std::isnan(trace.volts[index]) ? 0.0 : trace.volts[index];
         const double count = std::min(detector.countOf(volts), kHighestCount);
         table.setText(row, SweepTable::FrequencyColumn, numbers.masked(trace.frequencyAt(index), kMaskHertz));
-        // Write amplitude and count as in a measured sweep; an average may lie between two counts.
+        // Store the count as for a measured sweep. An average may lie between two counts; then correct the amplitude.
         writer.storeCount(row, static_cast<int>(count));
         if (std::abs(volts - detector.volts(count)) > kSameVolts)
             table.setText(row, SweepTable::AmplitudeColumn,

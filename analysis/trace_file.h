@@ -9,20 +9,20 @@
 
 namespace calvorn {
 
-// Reads a sweep file (data/sweep_csv.h) into a table, like an import in the window. Amplitudes that follow from the
-// counts, whatever scale the file was written on, are converted to the scale in use; others stay unchanged. Returns
-// whether they follow. Throws RuntimeError(File) with a sentence if the file cannot be read, is not a sweep, or has
-// unequally spaced frequencies; the table then contains what was read so far.
+// Reads a sweep file (data/sweep_csv.h) into a table, like the "Import" command. If the amplitudes match the counts on
+// any scale, converts them to the current scale; otherwise leaves them unchanged. Returns whether they match. Throws
+// RuntimeError(File) with an error message if the file cannot be read, is not a sweep, or has unequally spaced
+// frequencies; the table then contains the rows read so far.
 bool readSweepFile(const QString &path, Configuration &configuration, SweepTable &table);
 
-// Reads a sweep file as a trace named after the file. follows: receives the result of readSweepFile(); may be null.
+// Reads a sweep file into a trace named after the file. follows: receives the result of readSweepFile(); may be null.
 Trace readTraceFile(const QString &path, Configuration configuration, bool *follows = nullptr);
 
-// Writes a trace as a sweep file, in the units of the configuration's scale. Gaps become 0. The trace must have 400
-// samples.
+// Returns a trace in the format of a sweep file, in the units of the configuration's scale. Gaps become 0. The trace
+// must have 400 samples.
 QByteArray traceAsCsv(const Trace &trace, Configuration configuration);
 
-// Returns the name for a sweep from a file: the file name without folder and extension.
+// Returns the name for a sweep read from a file: the file name without folder and extension.
 QString traceName(const QString &path);
 
 } // namespace calvorn

@@ -9,7 +9,7 @@ namespace calvorn {
 
 namespace {
 
-// Keep a gap in either value, unlike std::max and std::min.
+// Unlike std::max and std::min, return NaN if either value is a gap.
 double higherOf(double held, double value)
 {
     return std::isnan(held) || held > value ? held : value;

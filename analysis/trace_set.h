@@ -10,15 +10,15 @@
 
 namespace calvorn {
 
-// A trace that the user stores.
+// A trace stored by the user.
 struct StoredTrace
 {
     Trace trace; // empty if nothing is stored; the user chooses its name
     bool isShown = true;
 };
 
-// The traces in addition to the table: the last sweep, four stored traces, holds, average and reference. All are in
-// volts. A gap in one sweep remains a gap in holds and average until they restart.
+// The traces kept in addition to the table: the last sweep, four stored traces, holds, average and reference. All are
+// in volts. A gap in a sweep remains a gap in holds and average until they restart.
 class TraceSet : public QObject
 {
     Q_OBJECT
@@ -34,59 +34,59 @@ public:
 
     // --- sweeps ---
 
-    // Takes a measured sweep: it becomes the live trace and enters holds and average. If its axis differs from
-    // theirs, holds and average restart with it.
+    // Makes a measured sweep the live trace and adds it to holds and average, which restart if its axis differs from
+    // theirs.
     void takeSweep(const Trace &sweep);
-    // Takes an imported or drawn sweep, which becomes only the live trace.
+    // Makes an imported or drawn sweep the live trace, without adding it to holds and average.
     void showSweep(const Trace &sweep);
-    // Removes the live trace, for example for a new plan.
+    // Removes the live trace, for example when the plan changes.
     void forgetSweep();
 
-    // Returns the trace of a source; empty if there is none, as for holds and average that are off.
+    // Returns a source's trace, which is empty if the source is switched off or has not received a sweep.
     const Trace &shown(Source source) const;
 
     // --- holds and average ---
 
-    // Switches holds or average; Live is always on. A source is empty after it is switched on.
+    // Switches a hold or the average on or off; Live is always on. A source that is switched on starts empty.
     void switchOn(Source source, bool on);
     bool isOn(Source source) const;
 
-    // Sets the number of sweeps to average, clamped to 2 to 999. The average is the arithmetic mean until it contains
-    // that many sweeps; then each new sweep has the weight 1 / sweeps.
+    // Sets the number of sweeps to average, clamped to the range 2 to 999. The average is the arithmetic mean until it
+    // contains that many sweeps; after that, each new sweep has a weight of 1 / sweeps.
     void setAverageOver(int sweeps);
     int averageOver() const { return m_averageOver; }
-    // Number of sweeps in the average since it started; may exceed averageOver().
+    // Number of sweeps averaged since the average started; may exceed averageOver().
     std::int64_t averaged() const { return m_averaged; }
 
-    // Empties holds and average; they restart with the next measured sweep.
+    // Clears holds and average, which restart with the next measured sweep.
     void startAnew();
 
     // --- stored traces; slot: 0 to kStored - 1 ---
 
     const StoredTrace &stored(int slot) const;
-    // Stores the trace of a source under the slot's name. Does nothing and returns false if that trace is empty.
+    // Stores a source's trace under the slot's name. Does nothing and returns false if that trace is empty.
     bool store(int slot, Source source = Source::Live);
-    // Stores a trace from elsewhere. Its name becomes the slot's name unless it is empty.
+    // Stores the given trace. Its name replaces the slot's name unless it is empty.
     void load(int slot, const Trace &trace);
-    // Can also name an empty slot.
+    // An empty slot can also have a name.
     void rename(int slot, const QString &name);
     void show(int slot, bool isShown);
-    // Removes trace and name and makes the slot visible again.
+    // Removes the trace and its name, and makes the slot visible again.
     void clear(int slot);
 
     // --- reference ---
 
-    // On: the live trace becomes the reference; does nothing and returns false if there is none. Off: the reference
-    // is kept.
+    // On: makes the live trace the reference; does nothing and returns false if there is none. Off: keeps the
+    // reference.
     bool normalise(bool on);
-    // Sets a reference from elsewhere and normalises. An empty trace removes the reference.
+    // Normalises to the given reference. An empty trace removes the reference.
     void setReference(const Trace &reference);
-    // Returns whether live trace and average are to be shown relative to the reference.
+    // Returns whether live trace and average are shown relative to the reference.
     bool isNormalised() const { return m_isNormalised; }
     const Trace &reference() const { return m_reference; } // empty: none
 
 signals:
-    // Emitted once by each call that changes something.
+    // Emitted once by each call that changes anything.
     void changed();
 
 private:
