@@ -16,7 +16,7 @@ namespace calvorn {
 
 namespace {
 
-constexpr int kReferenceCaption = 10; // index of the label that names the reference of a logarithmic scale
+constexpr int kReferenceCaption = 10; // index of the label with the reference of a logarithmic scale
 constexpr int kLinearLabels = 4;
 constexpr double kLowestDb = 90.0; // largest magnitude that the box accepts
 constexpr double kHighestVolt = 10.0;
@@ -105,7 +105,7 @@ void AmplitudeAxis::txtMaxVolt_LostFocus()
     emit fullScaleChanged();
 }
 
-// Ignores the sign of the entry: the bottom of the scale always lies below 0 dB.
+// Ignores the sign of the entry, because the bottom of the scale is always below 0 dB.
 void AmplitudeAxis::acceptMaxDb()
 {
     std::optional<double> value = enteredReal(m_maxDb->text());
@@ -213,7 +213,7 @@ int AmplitudeAxis::boxWidth() const
 
 int AmplitudeAxis::spaceAbove() const
 {
-    // The box sits directly above the topmost label, which is centred on the upper edge of the graph.
+    // The box is directly above the topmost label, which is centred on the upper edge of the graph.
     return m_maxDb->sizeHint().height() + labelHeight() / 2 + 1;
 }
 
@@ -245,7 +245,7 @@ void AmplitudeAxis::place()
     const int rows = labelHeight();
     const double pitch = GraphCoordinates(m_configuration).labelPitch(m_surfaceHeight - 1);
     const auto topOf = [&](int i) {
-        // Labels further down are invisible; the limit keeps positions in the range that a widget allows.
+        // Labels further down are not visible; the limit keeps positions within the range supported by widgets.
         const double row = std::min(std::floor(i * pitch + 0.5), 15000.0);
         return m_surfaceTop + static_cast<int>(row) - rows / 2;
     };

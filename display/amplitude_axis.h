@@ -13,7 +13,7 @@
 
 namespace calvorn {
 
-// The amplitude axis at the left of the graph: labels, unit and the boxes for the full-scale value.
+// The amplitude axis to the left of the graph: labels, unit and the boxes for the full-scale value.
 class AmplitudeAxis : public QWidget
 {
     Q_OBJECT
@@ -30,11 +30,11 @@ public:
     void enterTop(double volts);
     void enterBottom(int decibels);
 
-    // Stores the value in the box of the current scale in the configuration, even if the user is still typing. Called
-    // when the scale changes. Ignores text that is not a number; drawScreen() replaces it.
+    // Stores the full-scale value from the current scale's box in the configuration, even if the user is still typing.
+    // Called when the scale changes. Ignores text that is not a number, which drawScreen() replaces.
     void readFullScale();
 
-    // Redraws the labels, the reference caption and the box of the current scale.
+    // Redraws the labels, the reference caption and the current scale's box.
     void drawScreen();
 
     // "Volt" or "dB".
@@ -45,10 +45,10 @@ public:
     // The unit label. The graph panel places it to the right of the boxes, above the graph.
     QLabel *unitLabel() const { return m_unit; }
 
-    // Sets where the graph lies, in logical pixels from the top of the axis, and moves the labels accordingly.
+    // Sets the graph's position in logical pixels from the top of the axis, and moves the labels accordingly.
     void setSurface(int top, int height);
 
-    // Height that boxes and labels need above the upper and below the lower edge of the graph, in logical pixels.
+    // Height in logical pixels that boxes and labels need above the graph's upper edge and below its lower edge.
     int spaceAbove() const;
     int spaceBelow() const;
 

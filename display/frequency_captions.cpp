@@ -21,7 +21,7 @@ FrequencyCaptions::FrequencyCaptions(const SweepGraph &graph, QWidget *parent)
     connect(&graph, &SweepGraph::captionsAboveChanged, this, [this] { update(); });
 }
 
-// On a light desktop, uses the colours of a picture on paper.
+// On a light desktop, uses the colours of printed pictures.
 void FrequencyCaptions::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);

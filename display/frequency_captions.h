@@ -7,8 +7,8 @@
 
 namespace calvorn {
 
-// The strip above the graph, exactly as wide as the graph, with the captions of M1 and M2. Inside the plot, the
-// captions would cover the passband that the markers delimit.
+// The strip above the graph with the captions of M1 and M2, exactly as wide as the graph. Inside the plot, the captions
+// would cover the passband between the markers.
 class FrequencyCaptions : public QWidget
 {
     Q_OBJECT

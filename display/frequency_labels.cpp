@@ -23,7 +23,7 @@ FrequencyLabels::FrequencyLabels(SweepGraph &graph, const SweepTable &table, QWi
     graph.installEventFilter(this);
     for (QLabel *label : readouts.findChildren<QLabel *>())
         label->installEventFilter(this);
-    // The graph connected first, so it already has the new axis.
+    // The graph was connected first, so it already has the new axis.
     connect(&table, &SweepTable::rebuilt, this, &FrequencyLabels::followAxis);
     connect(&table, &SweepTable::changed, this, &FrequencyLabels::followAxis);
 }

@@ -10,8 +10,8 @@
 
 namespace calvorn {
 
-// The frequencies of the major grid lines, in the strip below the plot. They fill the space between start, centre and
-// stop, where there is room.
+// Shows the frequencies of the major grid lines in the strip below the plot, between start, centre and stop, where
+// there is room.
 class FrequencyLabels : public QWidget
 {
     Q_OBJECT

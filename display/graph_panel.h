@@ -8,7 +8,7 @@
 
 namespace calvorn {
 
-// The graph with its amplitude axis, aligned to the pixel at every size, and the strip below the plot.
+// The graph with its amplitude axis, pixel-aligned at every size, and the strip below the plot.
 class GraphPanel : public QWidget
 {
     Q_OBJECT
@@ -20,14 +20,15 @@ public:
     SweepGraph &graph() { return *m_graph; }
     AmplitudeAxis &axis() { return *m_axis; }
 
-    // Redraws grid, axis labels and full-scale boxes for the configured scale and range. Does not read the curve again.
+    // Redraws grid, axis labels and full-scale boxes for the configured scale and range, without reading the curve
+    // again.
     void drawScreen();
 
-    // Places a widget below the plot, exactly as wide as the plot, and takes ownership of it. The grid's frequencies
-    // appear between the labels of the widget. Call once.
+    // Places a widget below the plot, exactly as wide as the plot, and takes ownership of it. The grid frequencies
+    // appear between the widget's labels. Call once.
     void setFooter(QWidget *footer);
 
-    // Adds logical pixels to the space above the graph; a lower window gives them up again.
+    // Adds space above the graph, in logical pixels. The space shrinks again if the window becomes lower.
     void widenTop(int by);
 
 protected:

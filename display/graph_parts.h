@@ -10,8 +10,8 @@ namespace calvorn {
 
 class SweepGraph;
 
-// A line or caption that the graph paints itself, made available to scripts and assistive programs: an object with a
-// name ("lineM1", "lblM1", "LineCV") and an accessible child of the graph.
+// A line or caption painted by the graph itself, exposed to scripts and assistive programs as a named object ("lineM1",
+// "lblM1", "LineCV") and as an accessible child of the graph.
 class GraphPart : public QObject
 {
     Q_OBJECT
@@ -33,7 +33,7 @@ private:
     Kind m_kind;
 };
 
-// Creates the parts of a graph as its children. Call once per graph.
+// Creates a graph's parts as its children. Call once per graph.
 void addParts(SweepGraph &graph);
 
 } // namespace calvorn

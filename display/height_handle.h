@@ -6,17 +6,17 @@
 namespace calvorn {
 
 // A bar between two widgets, one above the other, in the spacing of their layout. Dragging the bar requests a new
-// height for the lower widget, a double click the default height. The bar is visible only under the mouse.
+// height for the lower widget; a double click requests the default height. The bar is visible only under the mouse.
 class HeightHandle : public QWidget
 {
     Q_OBJECT
 
 public:
-    // Both widgets must be in the layout of one parent, which also becomes the parent of the handle.
+    // Both widgets must be in the same parent's layout. The parent also becomes the parent of the handle.
     HeightHandle(QWidget &upper, QWidget &lower);
 
 signals:
-    // height: logical pixels, at most what the upper widget can give up; 0 requests the default height.
+    // height: logical pixels, limited to what the upper widget can give up; 0 requests the default height.
     void heightWanted(int height);
 
 protected:

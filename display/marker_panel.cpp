@@ -176,7 +176,7 @@ void MarkerPanel::connectBoxes(ErrorBoundary &boundary)
     connect(&m_table, &SweepTable::changed, this, &MarkerPanel::followTable);
 }
 
-// A measured sweep keeps the frequencies of the previous one; the redraw timer updates its amplitudes with the curve.
+// Ignores measured sweeps: their frequencies have not changed, and the redraw timer updates their amplitudes.
 void MarkerPanel::followTable()
 {
     if (m_table.origin() == SweepOrigin::Measured)
@@ -258,8 +258,8 @@ void MarkerPanel::enterFrequencyOf(GraphItem marker, double hertz)
     const Sweep::Column &rows = m_table.numbers(SweepTable::FrequencyColumn);
     const auto nearest =
         std::ranges::min_element(rows, {}, [hertz](double frequency) { return std::abs(frequency - hertz); });
-    // Move by row, not through the box: the box selects the first row not below its frequency, which is a different one
-    // in a falling sweep.
+    // Move by row instead of setting the box, which selects the first row not below its frequency: in a falling sweep,
+    // that is a different row.
     m_markers.move(marker, static_cast<double>(nearest - rows.begin() + 1));
     aggiornaLblMarkerX();
 }
@@ -315,7 +315,7 @@ void MarkerPanel::aggiornaAmpiezzaX()
     m_m2y->setText(cellUnder(GraphItem::M2, SweepTable::AmplitudeColumn));
 }
 
-// Grabbing a line lets it follow the mouse; the release places it as a click would.
+// A grabbed line follows the mouse; releasing the button places it, as a click would.
 void MarkerPanel::picSweep_MouseDown(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, double x, double y)
 {
     m_grabbed.reset();
@@ -360,7 +360,7 @@ void MarkerPanel::picSweep_MouseUp(Qt::MouseButton button, Qt::KeyboardModifiers
     } else if (!modifiers.testFlag(Qt::ShiftModifier)) {
         putMarker(left ? GraphItem::M1 : GraphItem::M2, x, y);
     } else {
-        // With the floating cross, the user aims with its horizontal line.
+        // The user aims with the horizontal line of the floating cross, if it is shown.
         const double height = m_configuration.cursorMode != 0 ? m_graph.line(GraphItem::CursorH).y1 : y;
         putMarker(left ? GraphItem::M3 : GraphItem::M4, x, height);
     }
@@ -373,13 +373,13 @@ void MarkerPanel::putMarker(GraphItem marker, double x, double y)
         aggiornaLblMarkerX();
         return;
     }
-    // Place the line at the value that its box shows, at the precision of the box.
+    // Place the line at the value that its box shows, with the precision of the box.
     m_graph.moveLine(marker, insideAtPrecisionOfBox(y));
     aggiornaLblMarkerY();
     aggiornaPosMarkerY(marker);
 }
 
-// Moves a position inside the plot so that rounding to the precision of its box leaves it inside.
+// Limits a position inside the plot so that it is still inside when rounded to the precision of its box.
 double MarkerPanel::insideAtPrecisionOfBox(double y) const
 {
     const GraphCoordinates &coordinates = m_graph.coordinates();
@@ -408,7 +408,7 @@ void MarkerPanel::cmdCopyM2_Click()
 void MarkerPanel::picSweep_MouseMove(double x, double y)
 {
     if (m_grabbed) {
-        // A slight movement near a line still counts as a click.
+        // A slight movement near a line is still a click.
         m_dragging = m_dragging || m_graph.pixelsBetween(m_grabbedAt, {x, y}) > kDragDistance;
         if (m_dragging)
             putMarker(*m_grabbed, x, y);
@@ -419,7 +419,7 @@ void MarkerPanel::picSweep_MouseMove(double x, double y)
     showCursor();
 }
 
-// Shows the current table cells under the cursor.
+// Shows the current values of the table cells under the cursor.
 void MarkerPanel::showCursor()
 {
     const int row = m_cursor ? rowAt(m_cursor->x()) : m_markers.row(GraphItem::CursorV);

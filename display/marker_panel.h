@@ -19,8 +19,8 @@ class QGridLayout;
 
 namespace calvorn {
 
-// The marker boxes under the graph: M1 and M2 at a frequency, M3 and M4 at an amplitude, their differences and the
-// read-out under the mouse. The positions are stored in Markers; the boxes change and follow them.
+// The marker boxes below the graph: M1 and M2 at a frequency, M3 and M4 at an amplitude, their differences, and the
+// read-out for the mouse position. The positions are stored in Markers; the boxes both set and follow them.
 class MarkerPanel : public QWidget
 {
     Q_OBJECT
@@ -31,32 +31,32 @@ public:
 
     // --- frequency markers ---
 
-    // Moves M1 or M2 to the first row whose frequency is not below that of the box, at most row 400. If the box does
-    // not hold a number in 32-bit range, restores it from the row of the marker first.
+    // Moves M1 or M2 to the first row whose frequency is not below that in the box, at most row 400. If the box does
+    // not contain a 32-bit number, restores it from the marker's row first.
     void aggiornaPosMarkerX(GraphItem marker);
-    // Refreshes only the amplitude boxes of M1 and M2.
+    // Updates only the amplitude boxes of M1 and M2.
     void aggiornaAmpiezzaX();
-    // Moves M1 or M2 to the row nearest to the frequency (Hz), in rising and falling sweeps alike.
+    // Moves M1 or M2 to the row nearest to the frequency (Hz), in rising and in falling sweeps.
     void enterFrequencyOf(GraphItem marker, double hertz);
-    // Refreshes the boxes of M1 and M2, their difference and the cursor from their rows. Throws RuntimeError when the
+    // Updates the boxes of M1 and M2, their difference and the cursor from their rows. Throws RuntimeError if the
     // table's frequencies cannot be read.
     void aggiornaLblMarkerX();
 
     // --- amplitude markers ---
 
-    // Moves M3 or M4 to the amplitude in its box, in the units of the current scale. Restores a box that does not hold
-    // a number from its marker first.
+    // Moves M3 or M4 to the amplitude in its box, in the units of the current scale. If the box does not contain a
+    // number, restores it from the marker first.
     void aggiornaPosMarkerY(GraphItem marker);
-    // Refreshes the boxes of M3 and M4 from their markers.
+    // Updates the boxes of M3 and M4 from their markers.
     void aggiornaLblMarkerY();
 
-    // Returns the amplitude in the box of M3 or M4, in the units of the current scale. Restores a box that does not
-    // hold a number from its marker first.
+    // Returns the amplitude in the box of M3 or M4, in the units of the current scale. If the box does not contain a
+    // number, restores it from the marker first.
     double amplitude(GraphItem marker);
     // Shows both amplitudes and their difference, formatted for the given kind of scale. Does not move the lines.
     void showAmplitudes(bool linear, double m3, double m4);
 
-    // Request the frequency of a marker as an end of the range; see the signals.
+    // Request a marker's frequency as the start or the stop of the range; see the signals.
     void cmdCopyM1_Click();
     void cmdCopyM2_Click();
 
@@ -75,12 +75,12 @@ public:
     void save(WindowSettings &settings) const;
 
 signals:
-    // The user wants the frequency of M1 as the start of the range, or that of M2 as its stop. Hz.
+    // The user has requested the frequency of M1 as the start of the range, or that of M2 as its stop, in Hz.
     void startCopied(std::int32_t hertz);
     void stopCopied(std::int32_t hertz);
 
 protected:
-    // Escape cancels the drag of a marker, wherever the focus is.
+    // Escape cancels dragging a marker, regardless of which widget has the focus.
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
@@ -134,12 +134,12 @@ private:
     QLabel *m_unit = nullptr;
     QPushButton *m_copyM1 = nullptr;
     QPushButton *m_copyM2 = nullptr;
-    std::optional<GraphItem> m_grabbed; // the marker that the mouse grabbed
-    QPointF m_grabbedAt;                // mouse position at the grab, user units
-    double m_grabbedFrom = 0.0;         // position of the marker's line at the grab
-    bool m_dragging = false;            // the mouse has moved far enough since
+    std::optional<GraphItem> m_grabbed; // the marker grabbed with the mouse
+    QPointF m_grabbedAt;                // mouse position when the marker was grabbed, user units
+    double m_grabbedFrom = 0.0;         // position of the marker's line when it was grabbed
+    bool m_dragging = false;            // the mouse has since moved far enough
     bool m_dragCancelled = false;       // cancelled by Escape; the button is still down
-    std::optional<QPointF> m_cursor;    // position of the read-out, user units; empty while the read-out is
+    std::optional<QPointF> m_cursor;    // position of the read-out, user units; nullopt if the read-out is empty
 };
 
 } // namespace calvorn

@@ -25,11 +25,11 @@ void RedrawTimer::arm()
     const qint64 sinceLast = m_last.isValid() ? m_last.elapsed() : kPeriodMs;
     if (sinceLast < kPeriodMs)
         m_timer.start(kPeriodMs - static_cast<int>(sinceLast));
-    else // queued, hence before the next paint event, which paints read-outs and curve together
+    else // queued, so that it precedes the next paint event, which then paints read-outs and curve together
         fireSoon();
 }
 
-// Requests the repaint right away, so that it follows in the same round of the event loop.
+// Also requests the repaint, so that it follows in the same event-loop iteration.
 void RedrawTimer::fireSoon()
 {
     QMetaObject::invokeMethod(this, &RedrawTimer::fire, Qt::QueuedConnection);

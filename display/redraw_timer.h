@@ -9,7 +9,7 @@ class QWidget;
 
 namespace calvorn {
 
-// The timer "timerGrafico", which throttles all redraws. A burst of vectors causes one redraw at its start, then at
+// The "timerGrafico" timer, which throttles all redraws. A burst of vectors causes one redraw at its start, then at
 // most one per period.
 class RedrawTimer : public QObject
 {
@@ -21,7 +21,7 @@ public:
     // painted: the widget to redraw, which becomes the parent.
     explicit RedrawTimer(QWidget &painted);
 
-    // Requests one fired(), as soon as the caller has returned to the event loop, but at most once per kPeriodMs.
+    // Schedules fired() for when the caller has returned to the event loop, but at most once per kPeriodMs.
     void arm();
 
 signals:

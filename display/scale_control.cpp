@@ -69,14 +69,14 @@ void ScaleControl::aggiornaScala(std::int16_t mode)
     m_panel.graph().drawLine();
 }
 
-// Checks no action if the number is not a scale.
+// Checks no action if the configured number is not a scale.
 void ScaleControl::checkAction()
 {
     for (std::size_t i = 0; i < m_actions.size(); ++i)
         m_actions[i]->setChecked(static_cast<int>(i) == m_configuration.scaleType);
 }
 
-// Redraws grid and amplitude markers; the curve keeps the cells that it has read.
+// Redraws grid and amplitude markers, but does not read the curve again.
 void ScaleControl::redrawRange()
 {
     m_panel.drawScreen();
@@ -86,7 +86,7 @@ void ScaleControl::redrawRange()
 
 void ScaleControl::clicked(std::int16_t scale)
 {
-    // With a global menu bar, no click in the window has committed the entry yet.
+    // With a global menu bar, no click in the window has committed a pending entry.
     EntryBox::commitPending();
     choose(scale);
 }
@@ -114,7 +114,7 @@ void ScaleControl::changeToLogarithmic(std::int16_t mode)
     if (isLinearScale(old) || otherReference) {
         const double volts3 = dbToVoltsBounded(m_configuration, m3);
         const double volts4 = dbToVoltsBounded(m_configuration, m4);
-        // Only the change from linear to 10 V + 10 dB converts volts with the reference of 1 V.
+        // Only the change from linear to 10 V + 10 dB uses the 1 V reference to convert volts.
         const bool takesOneVolt = isLinearScale(old) && mode == kScaleDb10VHeadroom;
         m_configuration.scaleType = takesOneVolt ? kScaleDb1V : mode;
         m3 = voltsToDb(m_configuration, volts3);

@@ -35,7 +35,7 @@ SpanMouse::SpanMouse(SweepGraph &graph)
 
 SpanMouse::~SpanMouse() = default;
 
-// Receives Escape from the application, wherever the focus is.
+// Handles Escape for the whole application during a drag, regardless of which widget has the focus.
 bool SpanMouse::eventFilter(QObject *watched, QEvent *event)
 {
     const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride;
@@ -92,7 +92,7 @@ bool SpanMouse::pressed(QMouseEvent *event)
     return true;
 }
 
-// Returns false, so that the mouse read-outs follow a drag, too.
+// Returns false, so that the mouse read-outs are also updated during a drag.
 bool SpanMouse::moved(const QMouseEvent *event)
 {
     if (!m_press)

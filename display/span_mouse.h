@@ -24,9 +24,9 @@ public:
     ~SpanMouse() override;
 
 signals:
-    // notches: positive away from the user, to zoom in; negative towards the user.
+    // notches: positive (wheel turned away from the user) to zoom in, negative to zoom out.
     void zoomed(double hertz, int notches);
-    // Frequencies at the left and the right end of the drag, Hz.
+    // Frequencies in Hz at the left and the right end of the drag.
     void spanDragged(double left, double right);
 
 protected:

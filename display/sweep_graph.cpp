@@ -72,8 +72,8 @@ void SweepGraph::drawScreen()
     emit scaleDrawn();
 }
 
-// A burst of vectors is read once, at its redraw. A table without a sweep is drawn only if the graph already shows a
-// curve.
+// Reads a burst of vectors only once, when it is redrawn. A table without a sweep is drawn only if the graph already
+// shows a curve.
 void SweepGraph::followTable()
 {
     if (!m_table.hasSweep() && !m_model.live)
@@ -123,7 +123,7 @@ void SweepGraph::complete()
         clearCurve();
 }
 
-// Caches the legend as a pixmap: most sweeps do not change it.
+// Caches the legend as a pixmap, because most sweeps do not change it.
 void SweepGraph::showLegend()
 {
     std::vector<LegendEntry> entries = m_model.legend();
@@ -184,7 +184,7 @@ PlotPainter SweepGraph::screenPainter(GraphInk ink) const
     return {m_model, {QSizeF(size()), pixel, std::max(1.0, std::floor(devicePixelRatioF())) * pixel}, ink};
 }
 
-// An antialiased curve needs no whole number of pixels, so it looks the same at every screen scale.
+// The thickness of an antialiased curve need not be a whole number of pixels, so it is the same at every screen scale.
 double SweepGraph::curveThickness() const
 {
     return std::max(1.0, devicePixelRatioF());
@@ -279,14 +279,14 @@ void SweepGraph::paintEvent(QPaintEvent *event)
         paintPointer(painter);
 }
 
-// The curve is cached: uncovering the window repaints it without reading a cell, idle or sweeping.
+// The curve is cached, so uncovering the window repaints it without reading any cells, even during a sweep.
 void SweepGraph::picSweep_Paint(QPainter &painter, const QRegion &exposed)
 {
-    if (m_curveStale) // so that a new scale or sweep never appears in part
+    if (m_curveStale) // so that a new scale or sweep is never shown only partly
         drawLine();
     if (m_plot.isNull())
         paintPlot();
-    // Copy unscaled, one rectangle at a time: faster than one copy through a clip of many rectangles.
+    // Copy unscaled, one rectangle at a time. This is faster than one copy with a clip region of many rectangles.
     const double ratio = devicePixelRatioF();
     painter.save();
     for (const QRect &area : exposed) {
@@ -451,7 +451,7 @@ bool SweepGraph::event(QEvent *event)
         showToolTipBelow();
         return true;
     }
-    // Another screen may have another device pixel ratio; another font changes the captions.
+    // The new screen may have a different device pixel ratio; a new font changes the captions.
     if (event->type() == QEvent::ScreenChangeInternal || event->type() == QEvent::FontChange) {
         m_plot.clear();
         m_entries.clear();

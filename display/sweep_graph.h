@@ -18,13 +18,13 @@
 
 namespace calvorn {
 
-// The graph "picSweep". Shows a PlotModel and keeps it up to date with table, configuration and markers.
+// The "picSweep" graph, which shows a PlotModel and updates it from table, configuration and markers.
 //
 // Keyboard control while focused: the arrow keys move a pointer by one row or one pixel (ten with Ctrl), Home and End
 // move it to the edges, and the keys 1 to 4 place M1 to M4 at the pointer, as a click would.
 //
-// The grid is repainted only when scale, range, size, screen or overlays change. The curve is read from the table after
-// a change, at the pace of the redraw timer; moving a marker or uncovering the window reads no cell.
+// The grid is repainted only when scale, range, size, screen or overlays change. After a change, the curve is read from
+// the table at the pace of the redraw timer; moving a marker or uncovering the window does not read any cells.
 class SweepGraph : public QWidget
 {
     Q_OBJECT
@@ -40,25 +40,25 @@ public:
     // Sets colours, size and the coordinates of the configured scale. Called once at start-up.
     void inizializzaGraph();
 
-    // Draws the grid for the configured scale and range. Called after either has changed; reads no cell.
+    // Draws the grid for the configured scale and range. Called after either has changed; does not read any cells.
     void drawScreen();
 
     // Reads the amplitude cells of all 400 rows and shows them. A cell that is not a number counts as 0.
     void drawLine();
 
-    // Removes the curve until the next drawLine(); the grid stays.
+    // Removes the curve until the next drawLine(); the grid remains.
     void clearCurve();
 
-    // Sets further curves and limits, which stay below the curve of the sweep.
+    // Sets additional curves and limits, which are drawn below the sweep's curve.
     void setOverlays(std::vector<PlotTrace> traces, std::vector<LimitLine> limits);
 
-    // Sets the function that completes the plot after its sweep has changed: it adds curves that change with the sweep,
-    // or replaces the curve.
+    // Sets the function that completes the plot after its sweep has changed, by adding curves that change with the
+    // sweep or by replacing the curve.
     void setCompletion(std::function<void(PlotModel &)> complete);
     // Completes and redraws the plot.
     void complete();
 
-    // The timer that paces redraws. Other views of the same sweep use it, too.
+    // The timer that paces redraws; also used by other views of the sweep.
     RedrawTimer &redraws() const { return *m_redraws; }
 
     // The plot that the graph shows, for pictures.
@@ -66,30 +66,30 @@ public:
     const GraphCoordinates &coordinates() const { return m_model.scale; }
     Markers &markers() const { return m_markers; }
 
-    // Moves a line with its caption to a row (vertical lines) or to a y in user units (horizontal lines).
+    // Moves a line and its caption to a row (vertical lines) or to a y in user units (horizontal lines).
     void moveLine(GraphItem item, double position);
     GraphLine line(GraphItem item) const { return screenPainter().line(item); }
-    // The text is empty for the lines of the cursor, which have no caption.
+    // The text is empty for the cursor lines, which have no caption.
     const GraphLabel &label(GraphItem item) const { return m_labels[static_cast<std::size_t>(item)]; }
-    // Returns the area of a caption in logical pixels: beside its line, moved inside where it would be cut off. The
-    // captions of M1 and M2 are above the plot, at negative y. Empty if the line is hidden or outside the range.
+    // Returns the area of a caption in logical pixels: beside its line, moved inside the plot if it would be cut off.
+    // The captions of M1 and M2 are above the plot, at negative y. Empty if the line is hidden or outside the range.
     QRectF labelRect(GraphItem item) const;
 
     // Paints the captions of M1 and M2 above the plot. The painter's origin is the upper left corner of the plot.
     void paintCaptionsAbove(QPainter &painter, GraphInk ink) const;
     int heightOfCaptions() const; // logical pixels
 
-    // Returns the area that a line is painted in, in logical pixels.
+    // Returns the area covered by a line, in logical pixels.
     QRectF lineRect(GraphItem item) const;
 
-    // Returns the marker whose line is nearest to this position (user units), if one lies within a few pixels.
+    // Returns the marker whose line is nearest to this position (user units), if it is within a few pixels.
     std::optional<GraphItem> markerNear(double x, double y) const;
 
     // Returns the distance between two positions (user units) on the screen, in logical pixels.
     double pixelsBetween(QPointF from, QPointF to) const;
 
-    // Converts a mouse position (logical pixels) to user units, clamped to the plot. The mouse points at the centre of
-    // its pixel.
+    // Converts a mouse position (logical pixels) to user units, clamped to the plot. The position is that of the
+    // pixel's centre.
     QPointF userPosition(QPointF position) const;
 
     // The points of the curve in user units; empty after clearCurve().
@@ -99,11 +99,11 @@ public:
     QSize minimumSizeHint() const override { return {320, 300}; }
 
 signals:
-    // Emitted by drawScreen(): the amplitudes of another scale or range are shown.
+    // Emitted by drawScreen(): the amplitudes are now shown for the configured scale and range.
     void scaleDrawn();
-    // paintCaptionsAbove() would paint something different now.
+    // The captions above the plot have changed and must be painted again.
     void captionsAboveChanged();
-    // Mouse events over the plot, in user units: x from 0 to 400, y inside the range shown.
+    // Mouse events over the plot, in user units: x from 0 to 400, y within the displayed range.
     void mouseMoved(double x, double y);
     void mousePressed(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, double x, double y);
     void mouseReleased(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, double x, double y);
@@ -145,12 +145,12 @@ private:
     PlotModel m_model;
     PlotImage m_plot; // null when its grid is out of date
     std::function<void(PlotModel &)> m_complete = [](PlotModel &) {};
-    PlotAxis m_gridAxis;                // axis for which the overlays in the grid were painted
+    PlotAxis m_gridAxis;                // axis used to paint the overlays in the grid
     std::vector<LegendEntry> m_entries; // entries of the cached legend
     QPixmap m_legend;
     QRectF m_legendPlace;      // logical pixels
     bool m_curveStale = false; // the table has changed since the curve was read
-    // Last position of mouse or arrow keys: a row, and a fraction of the height from the top.
+    // Last position set by mouse or arrow keys: a row, and a fraction of the height from the top.
     QPointF m_pointer{200.0, 0.5};
     std::array<GraphLabel, kGraphItems> m_labels;
 };

@@ -70,8 +70,7 @@ void SweepTableView::keyPressEvent(QKeyEvent *event)
         QTableView::keyPressEvent(event);
 }
 
-// Copies the selected rows, or the current row if none is selected, as lines with tab-separated columns, which
-// spreadsheets accept.
+// Copies the selected rows, or the current row if none is selected, as tab-separated lines for spreadsheets.
 void SweepTableView::copySelectedRows() const
 {
     const bool any = selectionModel()->hasSelection();

@@ -7,8 +7,8 @@
 
 namespace calvorn {
 
-// The view "MSFlexGridV" of the sweep table: 400 compact rows under a fixed header. The column widths follow the width
-// of the view whenever the table is rebuilt or that width changes.
+// The "MSFlexGridV" view of the sweep table: 400 compact rows under a fixed header. The column widths are adjusted
+// whenever the table is rebuilt or the view's width changes.
 class SweepTableView : public QTableView
 {
     Q_OBJECT

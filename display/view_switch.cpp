@@ -19,7 +19,7 @@ constexpr int kFirstParallelPortView = 2;
 constexpr int kLeastTableWidth = 360; // logical pixels, next to the markers
 constexpr SettingKey kViewHeight{"View", "Height", "0"};
 
-// Disables the button of the current view, whose bold caption marks the choice.
+// Disables the current view's button, and shows its caption in bold.
 void markChosen(QPushButton *button, bool chosen)
 {
     button->setEnabled(!chosen);
@@ -79,7 +79,7 @@ void ViewSwitch::makeButton(int index, const QString &caption, ErrorBoundary &bo
     button->setToolTip(tr("Show the view \"%1\"").arg(plain));
     button->setAccessibleName(tr("View %1").arg(plain));
     button->setAutoDefault(false);
-    // Leave room for the bold caption of the current view.
+    // Reserve space for the bold caption of the current view.
     QFont bold = button->font();
     bold.setBold(true);
     button->setMinimumWidth(button->sizeHint().width() + QFontMetrics(bold).horizontalAdvance(plain) -
@@ -127,7 +127,7 @@ void ViewSwitch::selectView(int index)
     m_stack->setCurrentIndex(shown);
     m_actions[static_cast<std::size_t>(shown)]->setChecked(true);
     markChosen(m_buttons[static_cast<std::size_t>(shown)], true);
-    // Keep an invalid view number, or one of another interface, until the user chooses a view.
+    // Do not overwrite an invalid view number, or one for another interface, until the user chooses a view.
     if (isView)
         m_settings.markerIndex = static_cast<std::int16_t>(shown);
     placeMarkers();
@@ -168,7 +168,7 @@ QSize ViewSwitch::sizeHint() const
             m_givenHeight > 0 ? std::max(minimumSizeHint().height(), std::min(m_givenHeight, most)) : needed.height()};
 }
 
-// Follows the parent, whose height limits the views to one half of it.
+// Monitors the parent's height, because the views may use at most half of it.
 bool ViewSwitch::event(QEvent *event)
 {
     if (event->type() == QEvent::ParentAboutToChange && parentWidget())

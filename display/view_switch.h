@@ -15,7 +15,7 @@
 
 namespace calvorn {
 
-// The four views under the graph with their buttons, and the actions of the "View" menu.
+// The four views below the graph with their buttons, and the actions of the "View" menu.
 class ViewSwitch : public QWidget
 {
     Q_OBJECT
@@ -23,34 +23,35 @@ class ViewSwitch : public QWidget
 public:
     static constexpr int kViews = 4;
 
-    // table, aux1 and aux2 become the contents of frameView_1 to frameView_3, markers that of frameView_0; the switch
-    // takes ownership. settings.markerIndex holds the current view.
+    // markers becomes the content of frameView_0; table, aux1 and aux2 become that of frameView_1 to frameView_3. The
+    // switch takes ownership of all four. settings.markerIndex stores the current view.
     ViewSwitch(WindowSettings &settings, MarkerPanel &markers, QWidget *table, QWidget *aux1, QWidget *aux2,
                ErrorBoundary &boundary, QWidget *parent = nullptr);
 
     // For the menu.
     QList<QAction *> actions() const { return {m_actions.begin(), m_actions.end()}; }
 
-    // Shows a view, disables its button, and refreshes the marker read-outs. A view that does not exist (a damaged
-    // settings file, or one of another hardware interface) is replaced by view 0.
+    // Shows a view, disables its button, and updates the marker read-outs. View 0 replaces a view that does not exist
+    // (due to an invalid settings file) or belongs to another hardware interface.
     void selectView(int index);
 
-    // Sets whether the two views of the parallel-port interface exist; initially they do.
+    // Shows or hides the two views for the parallel-port interface; initially, they are shown.
     void setOutputViews(bool available);
 
     // Adds a widget to the right of the buttons.
     void addBesideButtons(QWidget *widget) { m_buttonRow->addWidget(widget); }
 
-    // Puts a widget into the space between the buttons and the widgets beside them.
+    // Places a widget in the space between the buttons and the widgets beside them.
     void setBetween(QWidget *widget);
 
-    // Sets the height that the user chose for the views, in logical pixels, at most half of the parent; 0 is the height
-    // that they need. While the views are higher than needed and wide enough, the markers are shown beside the table.
+    // Sets the height chosen by the user for the views, in logical pixels, at most half of the parent's; 0 selects the
+    // height that they need. While the views are higher than needed and wide enough, the markers are shown beside the
+    // table.
     void setGivenHeight(int height);
     int givenHeight() const { return m_givenHeight; }
 
-    // Load and store the key "Height" in section [View] at start-up and shutdown. The key is written only if the height
-    // differs from the file's. saveHeight() returns false if it cannot be written.
+    // Load and store the "Height" key in section [View] at start-up and shutdown. The key is written only if the height
+    // differs from the one in the file. saveHeight() returns false if writing fails.
     void restoreHeight(const QString &settingsFile);
     bool saveHeight(const QString &settingsFile) const;
 

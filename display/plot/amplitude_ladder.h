@@ -9,11 +9,11 @@ namespace calvorn {
 
 inline constexpr int kLadderLines = 11; // lines that can have a label
 
-// Returns the text of a line of the amplitude ladder beside a plot, counted from the top of the scale: quarters of the
+// Returns the label of a line of the amplitude ladder beside a plot, counted from the top of the scale: quarters of
 // full scale in volts (i = 0 to 4) or steps of 10 dB (i = 0 to 10).
 QString ladderText(const Configuration &configuration, int i);
 
-// Returns the meaning of 0 dB: "(Vref 1V)" or "(Vref 10V)".
+// Returns the reference for 0 dB: "(Vref 1V)" or "(Vref 10V)".
 QString referenceText(const Configuration &configuration);
 
 } // namespace calvorn

@@ -12,9 +12,9 @@ namespace calvorn {
 
 namespace {
 
-constexpr int kMajorLines = 8; // intervals from the left edge of the plot to the right one
+constexpr int kMajorLines = 8; // intervals between the left and right edges of the plot
 constexpr double kMajorDistance = GraphCoordinates::kWidth / kMajorLines;
-constexpr double kFineness = 50.0; // parts of the distance between two major lines that the decimals resolve
+constexpr double kFineness = 50.0; // the decimals resolve the major line spacing divided by this
 
 struct Unit
 {

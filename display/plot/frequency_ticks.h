@@ -10,7 +10,7 @@
 
 namespace calvorn {
 
-// The label of a major vertical grid line: its frequency, shown below the plot.
+// The label of a major vertical grid line: its frequency, displayed below the plot.
 struct FrequencyTick
 {
     double x = 0.0; // user units of the graph
@@ -29,18 +29,18 @@ struct TickInterval
 // The layout of the strip below the plot. All lengths are in the painter's units.
 struct TickStrip
 {
-    std::function<double(const QString &)> widthOf; // width of a text
+    std::function<double(const QString &)> widthOf; // width of a string
     std::function<double(double)> placeOf;          // position of an x in user units
     std::vector<TickInterval> taken;                // occupied by start, centre and stop
-    double gap = 0.0;                               // smallest distance between two texts
+    double gap = 0.0;                               // minimum distance between two labels
 };
 
-// Returns the frequencies of every nth major line on both sides of the centre, without the outermost lines and the
-// centre, where start, centre and stop are shown. The decimals resolve a fiftieth of the distance between two major
-// lines, but at most 1 Hz. Empty for an axis without a step.
+// Returns the labels of every nth major line, except the centre and the outermost lines, where start, centre and stop
+// are shown. The decimals resolve a fiftieth of the major line spacing, but not less than 1 Hz. Empty for an axis
+// without a step.
 std::vector<FrequencyTick> frequencyTicks(const PlotAxis &axis, int every);
 
-// Returns the labels of every line if they all fit, else of every second line if those fit, else none.
+// Returns labels for every line if they all fit, otherwise for every second line if these fit, otherwise no labels.
 std::vector<FrequencyTick> fittingTicks(const PlotAxis &axis, const TickStrip &strip);
 
 } // namespace calvorn

@@ -10,12 +10,12 @@ namespace calvorn {
 
 namespace {
 
-constexpr double kHeadroomDb = 10.0; // scales 2 and 4 reach above 0 dB
+constexpr double kHeadroomDb = 10.0; // scales 2 and 4 extend above 0 dB
 constexpr double kSmallestRangeDb = 1.0;
 constexpr double kUnitsPerDb = 1000.0;
 
-// If a range needs more lines of one kind (a damaged settings file), none of that kind are drawn: they would fill the
-// plot with one colour.
+// If a range requires more lines of one kind (due to an invalid settings file), that kind is not drawn, because it
+// would fill the plot with one colour.
 constexpr double kMostLinesOfAKind = 200.0;
 
 } // namespace

@@ -52,15 +52,15 @@ public:
     double yOfAmplitude(double amplitude) const { return amplitude * factor(); }
     double amplitudeOfY(double y) const { return y / factor(); }
 
-    // The height of 10 dB or of a quarter of the linear scale, in the unit of outerHeight.
+    // The height of 10 dB, or of a quarter of the linear scale, in the same unit as outerHeight.
     double labelPitch(double outerHeight) const;
 
-    // x = 0 and 400, top and bottom map to the centres of the outermost pixels, so that the frame of the grid is
-    // visible. surface: logical pixels; pixel: the size of a device pixel in logical pixels.
+    // x = 0 and 400, top and bottom map to the centres of the outermost pixels, so that the grid's frame is visible.
+    // surface: logical pixels; pixel: the size of a device pixel in logical pixels.
     QPointF toPixel(QPointF user, QSizeF surface, double pixel = 1.0) const;
     QPointF toUser(QPointF position, QSizeF surface, double pixel = 1.0) const;
 
-    // The lines in painting order: later lines lie on top.
+    // The lines in painting order, with later lines on top.
     std::vector<GridLine> gridLines() const;
 
     bool operator==(const GraphCoordinates &) const = default;

@@ -26,8 +26,8 @@ struct GraphLine
     QRgb colour = 0;
 };
 
-// The caption of a marker. left and top are in user units. The caption of a vertical line is to the right of the line;
-// that of a horizontal line is vertically centred on it.
+// The caption of a marker. left and top are in user units. The caption of a vertical line is to its right; the caption
+// of a horizontal line is vertically centred on it.
 struct GraphLabel
 {
     double left = 0.0;

@@ -10,8 +10,8 @@
 
 namespace calvorn {
 
-// Converts limits to plot lines: one line for each run of points that have the limit. Only the first line of each side
-// is named.
+// Converts limits to plot lines: one line for each run of points that have an upper (or lower) limit. Only the first
+// upper and the first lower line have a name.
 std::vector<LimitLine> limitCurves(const LimitLines &limits, const QString &upperName, const QString &lowerName);
 
 } // namespace calvorn

@@ -42,7 +42,7 @@ struct MarkerSet
     std::array<Line, kGraphItems> lines;
 };
 
-// The markers of the window. Boxes, mouse and commands move them; views follow moved().
+// The window's markers. Boxes, mouse and commands move them; views follow moved().
 class Markers : public QObject
 {
     Q_OBJECT

@@ -31,7 +31,7 @@ void PlotImage::setGrid(const QImage &grid, double thickness)
 }
 
 // Each layer stores the pixels below it, so layers are removed from the top down and painted from the bottom up. Layers
-// below the lowest one that moves stay untouched.
+// below the lowest moving layer are not touched.
 QRegion PlotImage::setCurves(std::span<const Curve> curves)
 {
     const auto columns = static_cast<std::size_t>(m_image.width());

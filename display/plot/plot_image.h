@@ -24,23 +24,23 @@ public:
 
     struct Curve
     {
-        // Pixels, with (0, 0) at the centre of the upper left one. x rises from point to point, y may lie outside the
-        // image. A y that is NaN makes a gap.
+        // In pixels, with (0, 0) at the centre of the upper left pixel. x increases from point to point; y may be
+        // outside the image. A y of NaN creates a gap.
         QPolygonF points;
         QRgb colour = 0;
     };
 
-    // Sets a new grid, converted to Format_RGB32, and removes all curves. thickness: of the curves, pixels, at least 1.
+    // Sets a new grid, converted to Format_RGB32, and removes all curves. thickness: of the curves in pixels, at least
+    // 1.
     void setGrid(const QImage &grid, double thickness);
 
-    // Draws the curves in this order, the last one on top. Returns the area that changed, as rectangles that do not
-    // overlap.
+    // Draws the curves in the given order, the last one on top. Returns the changed area as non-overlapping rectangles.
     QRegion setCurves(std::span<const Curve> curves);
 
     const QImage &image() const { return m_image; }
 
 private:
-    // The rows of a column that the curve covers; the first and the last one may be covered only in part.
+    // The rows of a column that the curve covers; the first and the last row may be covered only partly.
     struct Strip
     {
         int first = 0;
@@ -75,16 +75,16 @@ private:
         void add(int column, int first, int end);
     };
 
-    // A curve as it is shown now (strips, colour), and as it will be shown next (placed, nextColour).
+    // A curve as it is currently shown (strips, colour) and as it will be shown next (placed, nextColour).
     struct Layer
     {
         QPolygonF points;
         std::vector<Strip> strips; // one for each column
-        std::vector<QRgb> under;   // the pixels below the strips, column after column
+        std::vector<QRgb> under;   // the pixels below the strips, column by column
         QRgb colour = 0;
         std::vector<Strip> placed;
         QRgb nextColour = 0;
-        bool hasMoved = false; // or changes its colour
+        bool hasMoved = false; // or will change its colour
 
         bool isSameAt(std::size_t column) const;
     };
@@ -102,7 +102,7 @@ private:
     QImage m_image;
     double m_thickness = 1.0;
     std::vector<Layer> m_layers;
-    // Members only so that their memory is reused.
+    // Members only so that their memory can be reused.
     std::vector<Band> m_bands;
     std::vector<const Layer *> m_moving;
     std::vector<Reach> m_reaches;

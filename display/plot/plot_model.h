@@ -17,10 +17,10 @@ namespace calvorn {
 // Frequencies of equally spaced samples.
 struct PlotAxis
 {
-    double start = 0.0; // Hz, of the first sample
+    double start = 0.0; // Hz, frequency of the first sample
     double step = 0.0;  // Hz, between samples; negative for a falling sweep
 
-    // Returns the frequency at an x in user units of the graph, Hz.
+    // Returns the frequency in Hz at an x in the graph's user units.
     double frequencyAt(double x) const { return start + (x - 1.0) * step; }
 
     bool operator==(const PlotAxis &) const = default;
@@ -41,7 +41,7 @@ struct PlotTrace
     QString name;
     TraceStyle style;
     PlotAxis axis;
-    std::vector<double> amplitudes; // volts or dB, in the unit of the scale; NaN in a gap
+    std::vector<double> amplitudes; // volts or dB, in the scale's unit; NaN in a gap
 };
 
 // A line's entry in the legend.
@@ -67,29 +67,29 @@ struct LimitLine
     std::vector<Point> points;
 };
 
-// Everything that a plot shows, as a value. The screen and every picture paint a PlotModel.
+// The contents of a plot, as a value. The screen and all pictures paint a PlotModel.
 struct PlotModel
 {
     GraphCoordinates scale;
     PlotAxis axis;                 // of the plot: the frequencies of rows 1, 2, ... of the sweep table
     std::optional<PlotTrace> live; // the last sweep, if there is one; sample i is row i + 1 of the plot
     std::vector<PlotTrace> traces; // drawn below the live curve
-    std::vector<PlotTrace> moving; // drawn between the two; they change with every sweep
+    std::vector<PlotTrace> moving; // drawn between the live curve and traces; they change with every sweep
     std::vector<LimitLine> limits;
     MarkerSet markers;
-    // The reference of the amplitudes in words, such as "relative to the reference". Empty for volts or dB as measured.
+    // Describes the reference of the amplitudes, such as "relative to the reference"; empty for measured volts or dB.
     QString relation;
-    bool hasLegend = true; // if there is more than the live sweep to show
+    bool hasLegend = true; // used only if there is more than the live sweep
 
-    // Takes the live curve and the axis from the table. An amplitude that is not a number becomes 0.
+    // Sets the live curve and the axis from the table. An amplitude that is not a number becomes 0.
     void showSweep(const SweepTable &table);
-    // Takes only the axis from the table and removes the live curve.
+    // Sets only the axis from the table and removes the live curve.
     void showNoSweep(const SweepTable &table);
 
-    // Returns the lines with their names; empty if only the live sweep is shown as measured, or without a legend.
+    // Returns the named lines; empty if the legend is off or if only the live sweep is shown, as measured.
     std::vector<LegendEntry> legend() const;
 
-    // Returns the x of a frequency in user units of the graph. The axis must have a step.
+    // Returns the x of a frequency in the graph's user units. The axis must have a step.
     double xOf(double frequency) const { return 1.0 + (frequency - axis.start) / axis.step; }
 };
 

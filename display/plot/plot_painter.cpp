@@ -48,7 +48,7 @@ constexpr auto kInks = std::to_array<InkPair>({{kGraphBackground, 0xFFFFFFFF},
                                                {kMinHoldStyle.colour, 0xFF00695C},
                                                {kLimitStyle.colour, 0xFFC62828}});
 
-// Returns the part of a segment inside a rectangle with its corner at the origin; nothing if all of it lies outside.
+// Returns the part of a segment inside a rectangle with its corner at the origin; nullopt if the segment is outside.
 std::optional<QLineF> insideOf(QSizeF extent, QPointF from, QPointF to)
 {
     // Liang-Barsky clipping: the fractions of the segment at which it enters and leaves.
@@ -119,8 +119,8 @@ bool PlotPainter::isOnSurface(double position, double extent) const
     return position >= 0.0 && position < extent;
 }
 
-// Returns a line across the whole plot, snapped to the pixel grid so that it is sharp at any screen scale. Returns
-// nothing for a horizontal line outside the range. A line at the edge keeps its full thickness.
+// Returns a line across the whole plot, snapped to the pixel grid so that it is sharp at any screen scale, or nullopt
+// for a horizontal line outside the range. A line at the edge keeps its full thickness.
 std::optional<QRectF> PlotPainter::stripeAt(QPointF user, bool upright) const
 {
     const double width = m_surface.size.width();
@@ -227,7 +227,7 @@ QPointF PlotPainter::placed(QPointF user) const
 
 QPolygonF PlotPainter::placedCurve(std::span<const double> amplitudes) const
 {
-    // The mapping from user units to the surface is linear in x and y, so two points define it.
+    // The mapping from user units to the surface is linear in x and y, so two points define the mapping.
     const QPointF origin = m_model.scale.toPixel({0.0, 0.0}, m_surface.size, m_surface.pixel);
     const QPointF unit = m_model.scale.toPixel({1.0, 1.0}, m_surface.size, m_surface.pixel) - origin;
     const double height = unit.y() * m_model.scale.factor(); // of 1 V or 1 dB
@@ -364,8 +364,8 @@ void PlotPainter::paintLegend(QPainter &painter) const
     }
 }
 
-// The captions of M1 and M2 are above the plot, where they hide nothing. Those of M3 and M4 are side by side, so that
-// both are readable when the markers coincide.
+// The captions of M1 and M2 are above the plot, where they do not hide the curve. Those of M3 and M4 are side by side,
+// so that both are readable when the markers coincide.
 void PlotPainter::placeCaption(GraphItem item, const GraphLine &line, GraphLabel &caption) const
 {
     if (caption.text.isEmpty())

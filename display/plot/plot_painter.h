@@ -34,7 +34,7 @@ class PlotPainter
 {
 public:
     // All in the painter's units. size: extent of the plot, with its upper left corner at the origin; pixel: grid to
-    // which lines are snapped, so that they are sharp; thickness: of a line, a whole number of pixels.
+    // which lines are snapped, so that they are sharp; thickness: line width, a whole number of pixels.
     struct Surface
     {
         QSizeF size;
@@ -57,11 +57,11 @@ public:
     // Returns the live curve and the moving curves for PlotImage. The painter's units must be pixels.
     std::vector<PlotImage::Curve> curvesInPixels() const;
 
-    // The area of the legend in the upper right corner; empty without entries.
+    // The area of the legend in the upper right corner; empty if there are no entries.
     QRectF legendRect(const QFont &font) const;
     void paintLegend(QPainter &painter) const;
 
-    // Returns one point for each of the amplitudes of rows 1, 2, ..., including points outside the surface.
+    // Returns one point for each amplitude (rows 1, 2, ...), including points outside the surface.
     QPolygonF placedCurve(std::span<const double> amplitudes) const;
     // Place a curve or a limit at its own frequencies; a curve yields one polygon for each piece between gaps.
     QList<QPolygonF> placedTrace(const PlotTrace &trace) const;
@@ -69,27 +69,27 @@ public:
     // Returns the parts of a placed curve inside the surface: several if the curve leaves the surface and returns.
     QList<QPolygonF> runsOf(const QPolygonF &placed) const;
 
-    // The line of a marker or of the cursor.
+    // The line of a marker, or one of the cursor's lines.
     GraphLine line(GraphItem item) const;
     // Paints nothing if the line is hidden.
     void paintLine(QPainter &painter, const GraphLine &line) const;
 
-    // "M1" to "M4"; empty for the lines of the cursor.
+    // "M1" to "M4"; empty for the cursor lines.
     static QString captionOf(GraphItem item);
 
     // Lay out a caption in a font and place it beside its line.
     static void measureCaption(GraphLabel &caption, const QFont &font);
     void placeCaption(GraphItem item, const GraphLine &line, GraphLabel &caption) const;
-    // Returns the area of a caption: beside its line, moved inside where it would be cut off; above the plot for M1 and
-    // M2. Empty if the line is hidden or outside the range.
+    // Returns the area of a caption: beside its line, moved inside the plot if it would be cut off; above the plot for
+    // M1 and M2. Empty if the line is hidden or outside the range.
     QRectF captionRect(GraphItem item, const GraphLine &line, const GraphLabel &caption) const;
     void paintCaption(QPainter &painter, GraphItem item, const GraphLine &line, const GraphLabel &caption) const;
 
-    // Returns the areas of the captions of M1 and M2. If they would overlap, the caption of the left line moves to its
-    // left.
+    // Returns the areas of the captions of M1 and M2. If they would overlap, the left line's caption moves to the left
+    // of its line.
     std::pair<QRectF, QRectF> placesAbove(const GraphLabel &m1, const GraphLabel &m2) const;
 
-    // Paints a caption in this area, with or without a shaded background.
+    // Paints a caption in the given area, with or without a shaded background.
     void paintCaption(QPainter &painter, const QRectF &place, const GraphLine &line, const GraphLabel &caption,
                       bool shaded) const;
 

@@ -16,7 +16,7 @@ class QPagedPaintDevice;
 
 namespace calvorn {
 
-// The texts around the plot, as the window shows them.
+// The texts around the plot, as shown in the window.
 struct PictureTexts
 {
     QString start; // Hz
@@ -33,7 +33,7 @@ class SweepPicture
     Q_DECLARE_TR_FUNCTIONS(SweepPicture)
 
 public:
-    static constexpr int kWidth = 1200; // units of the picture: pixels in an image, scaled on a page
+    static constexpr int kWidth = 1200; // picture units: pixels in an image, scaled on a page
     static constexpr int kHeight = 800;
 
     SweepPicture(const Configuration &configuration, const PlotModel &plot, PictureTexts texts);
@@ -46,12 +46,12 @@ public:
     QByteArray asPng() const;
     QByteArray asSvg() const;
 
-    // Paints on light paper, as large as the page allows. Returns false if the device fails.
+    // Paints in paper colours, as large as the page allows. Returns false if the device fails.
     bool paintPage(QPagedPaintDevice &page) const;
-    // Writes a PDF of one page. Returns false if that fails.
+    // Writes a one-page PDF. Returns false on failure.
     bool paintPdf(QIODevice &device, const QPageLayout &layout) const;
 
-    // Whether the name ends in .png or .svg, in upper or lower case.
+    // Whether the name ends in .png or .svg; ignores case.
     static bool isPictureName(const QString &path);
     // Writes the whole file, as PNG or SVG depending on its name. Throws RuntimeError(File) on failure.
     void save(const QString &path) const;

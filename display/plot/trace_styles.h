@@ -8,8 +8,8 @@
 
 namespace calvorn {
 
-// Chosen to be distinguishable with red or green colour blindness: colours of similar hue differ in lightness. On
-// paper, the line styles distinguish the curves.
+// These colours are distinguishable with red or green colour blindness: colours of similar hue differ in lightness. On
+// paper, the curves differ in line style.
 inline constexpr std::array<TraceStyle, 4> kStoredStyles{{
     {0xFF8FD3FF, Qt::DashLine},
     {0xFFF0A020, Qt::DotLine},
