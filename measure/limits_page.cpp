@@ -67,7 +67,7 @@ QWidget *LimitsPage::makeVerdict()
     m_on->setObjectName(QStringLiteral("chkLimits"));
     m_on->setToolTip(tr("Draw the limits and show whether each sweep is within them"));
     connect(m_on, &QCheckBox::toggled, &m_measurement, &Measurement::setLimitsOn);
-    // Remote commands can change the limits, too.
+    // Remote commands can also change the limits.
     connect(&m_measurement, &Measurement::refreshed, this, [this] {
         const QSignalBlocker quiet(m_on);
         m_on->setChecked(m_measurement.areLimitsOn());
@@ -165,7 +165,7 @@ QWidget *LimitsPage::makeEditor(ErrorBoundary &boundary)
     return box;
 }
 
-// Returns the limits to edit. Limits in a unit other than the plot's cannot be extended, so editing restarts without
+// Returns the limits to edit. Limits in a unit other than the plot's cannot be extended, so editing then starts without
 // points.
 LimitLines LimitsPage::editable() const
 {
@@ -229,7 +229,7 @@ bool LimitsPage::eventFilter(QObject *watched, QEvent *event)
     return true;
 }
 
-// Samples the curve at about as many points as one would set by hand: enough to follow it, few enough to edit.
+// Samples the curve at about as many points as a user would set: enough to follow it, few enough to edit.
 void LimitsPage::fromLive()
 {
     const PlotTrace sweep = m_measurement.shownSweep();
@@ -254,7 +254,7 @@ void LimitsPage::fromLive()
     edit(limits);
 }
 
-// Restores the previous value if the text is not a usable number.
+// Restores the previous value if the text is not a valid number.
 void LimitsPage::takeCell(int row, int column)
 {
     LimitLines limits = m_measurement.limits();
@@ -312,7 +312,7 @@ void LimitsPage::showVerdict(const QString &text, QColor colour)
     m_verdict->setPalette(palette);
 }
 
-// Shows the verdict in colour and in words.
+// Shows the verdict by colour and as text.
 void LimitsPage::showVerdict()
 {
     const LimitVerdict &verdict = m_measurement.verdict();

@@ -16,8 +16,8 @@
 
 namespace calvorn {
 
-// The "Limits" page of the Measure panel: edits an upper and a lower limit over frequency, and shows whether the sweeps
-// keep them.
+// The "Limits" page of the Measure panel: edits an upper and a lower limit over frequency, and shows whether sweeps are
+// within them.
 class LimitsPage : public QWidget
 {
     Q_OBJECT
@@ -26,14 +26,14 @@ public:
     LimitsPage(Measurement &measurement, SweepGraph &graph, Desktop &desktop, ErrorBoundary &boundary,
                QWidget *parent = nullptr);
 
-    // If the file of limits can no longer be read, the error boundary reports that and the page stays empty.
+    // If the limits file can no longer be read, the error boundary reports this and the page remains empty.
     void restore(const MeasureChoices &choices);
     void save(MeasureChoices &choices) const;
 
 protected:
-    // Catches up with the last sweep: a hidden page does not update its verdict.
+    // Judges the last sweep, because a hidden page does not update its verdict.
     void showEvent(QShowEvent *event) override;
-    // A click into the graph adds a point while "By click" is switched on.
+    // While "By click" is switched on, a click on the graph adds a point.
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:

@@ -12,7 +12,7 @@
 
 namespace calvorn {
 
-// The state of the Measure panel that is kept between runs, in section [Measure] of the settings file.
+// The Measure panel's state, which is saved between runs in section [Measure] of the settings file.
 struct MeasureChoices
 {
     bool isOpen = false;
@@ -27,10 +27,10 @@ struct MeasureChoices
     std::int16_t kind = 0;                    // a ResultKind: filter, notch, crystal, match
     std::int16_t source = 0;                  // 0 live, 1 average
     double fixtureOhms = kDefaultFixtureOhms; // source and load resistance of a crystal's fixture
-    double prominence = 3.0;                  // dB, required of the next peak
+    double prominence = 3.0;                  // dB, minimum for the next peak
     bool tracksPeak = false;
     bool limits = false;      // sweeps are judged
-    bool beeps = false;       // on a change of the verdict
+    bool beeps = false;       // when the verdict changes
     double limitMargin = 3.0; // dB, between the live trace and limits made from it
     QString limitsFile;       // loaded at start-up
 
@@ -40,11 +40,11 @@ struct MeasureChoices
 // All keys, in the order of the section.
 QVector<SettingKey> measureKeys();
 
-// A key that is missing or unreadable yields its default. Writes nothing.
+// Returns the default for each missing or invalid key. Writes nothing.
 MeasureChoices readMeasureChoices(const QString &settingsFile);
 
-// Writes all keys if any choice differs from the file. A file without the section therefore gets it only once a choice
-// is not the default. Returns false when the file cannot be written.
+// Writes all keys if any choice differs from the file. A file without the section therefore does not receive it while
+// all choices are defaults. Returns false if the file cannot be written.
 bool saveMeasureChoices(const MeasureChoices &choices, const QString &settingsFile);
 
 } // namespace calvorn

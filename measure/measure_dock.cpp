@@ -15,7 +15,7 @@ namespace calvorn {
 
 namespace {
 
-// Makes a page scrollable when it is higher than the space on the screen.
+// Makes a page scrollable if it is higher than the available space.
 QScrollArea *scrolled(QWidget *page)
 {
     auto *area = new QScrollArea;
@@ -93,7 +93,7 @@ QWidget *MeasureDock::makeHead()
     m_normalise->setToolTip(tr("Use the current sweep as the reference and show the curves relative to it. The table "
                                "keeps the measured values."));
     connect(m_normalise, &QPushButton::clicked, this, &MeasureDock::cmdNormalise_Click);
-    // The frame of a panel that floats under Wayland has no button of Qt to dock it.
+    // Under Wayland, the frame of a floating panel has no Qt button for docking it.
     m_dock = new QToolButton(this);
     m_dock->setObjectName(QStringLiteral("cmdDock"));
     m_dock->setIcon(style()->standardIcon(QStyle::SP_TitleBarNormalButton));
@@ -130,7 +130,7 @@ void MeasureDock::showReference()
     m_reference->setVisible(!text.isEmpty());
 }
 
-// Builds the pages first, so that the panel has its size before it is placed.
+// Builds the pages first, so that the panel has its final size before it is placed.
 void MeasureDock::setVisible(bool visible)
 {
     if (visible)

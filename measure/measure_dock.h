@@ -15,9 +15,9 @@
 
 namespace calvorn {
 
-// The Measure panel "dockMeasure", initially closed, docked at an edge of the window or floating. It has pages for
-// traces, results and limits, below the button that makes the last sweep the reference. Under Wayland it cannot be
-// dragged: its own button makes it float, and "cmdDock" docks it again.
+// The "dockMeasure" panel, initially closed, docked at an edge of the window or floating. It has pages for traces,
+// results and limits, below a button that makes the last sweep the reference. Under Wayland, it cannot be dragged: its
+// float button undocks it, and "cmdDock" docks it again.
 class MeasureDock : public QDockWidget
 {
     Q_OBJECT
@@ -26,14 +26,14 @@ public:
     MeasureDock(const Configuration &configuration, const SweepTable &table, GraphPanel &graph, MarkerPanel &markers,
                 Desktop &desktop, ErrorBoundary &boundary, QWidget *parent = nullptr);
 
-    // "mnuMeasure", which opens and closes the panel.
+    // The "mnuMeasure" action, which opens and closes the panel.
     QAction *action() const { return m_action; }
 
     Measurement &measurement() { return m_measurement; }
 
     void setVisible(bool visible) override;
 
-    // Adds a page after the panel's own pages. make is called when those are built.
+    // Adds a page after the panel's own pages. make is called when these are built.
     void setFurtherPage(const QString &title, std::function<QWidget *()> make);
 
     // Load and save the choices in the settings file at start-up and shutdown. save() returns false if that fails.
@@ -49,7 +49,7 @@ protected:
     void hideEvent(QHideEvent *event) override;
 
 private:
-    // Builds the pages when they are first needed: the panel is shown, or must work while it is closed.
+    // Builds the pages when they are first needed: when the panel is shown, or if it has to work while closed.
     void build();
     QWidget *makeHead();
     void cmdNormalise_Click(bool on);
@@ -63,7 +63,7 @@ private:
     MarkerPanel &m_markers;
     Desktop &m_desktop;
     ErrorBoundary &m_boundary;
-    MeasureChoices m_choices; // as loaded; the pages hold the current ones
+    MeasureChoices m_choices; // as loaded; the pages contain the current choices
     QAction *m_action;
     QPushButton *m_normalise = nullptr;
     QToolButton *m_dock = nullptr;

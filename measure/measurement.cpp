@@ -36,7 +36,7 @@ Measurement::Measurement(const Configuration &configuration, const SweepTable &t
         if (m_isStale)
             refresh();
     });
-    // Another scale shows other amplitudes.
+    // A different scale shows different amplitudes.
     connect(&graph, &SweepGraph::scaleDrawn, this, [this] {
         if (!isInUse())
             return;
@@ -88,7 +88,7 @@ void Measurement::followTable()
         return;
     feed();
     m_isStale = true;
-    // A measured sweep and its results are drawn at the pace of the screen.
+    // The redraw timer paces the drawing of measured sweeps and their results.
     if (m_table.origin() != SweepOrigin::Measured)
         refresh();
     else
@@ -106,7 +106,7 @@ void Measurement::feed()
     const bool isAnother = m_table.sweepCount() != m_taken;
     if (!isAnother && sweep.detector == m_takenDetector)
         return;
-    // Another measuring mode measures a different quantity.
+    // A different measuring mode measures a different quantity.
     if (std::exchange(m_takenMode, m_configuration.measuringMode) != m_configuration.measuringMode)
         m_traces.startAnew();
     m_taken = m_table.sweepCount();

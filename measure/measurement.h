@@ -15,8 +15,8 @@
 
 namespace calvorn {
 
-// The model of the Measure panel. Follows the table, feeds the traces, completes the plot of the graph, computes the
-// results and judges the limits. Ignores sweeps while none of this is in use.
+// The model of the Measure panel. Follows the table, feeds the traces, completes the graph's plot, computes the results
+// and judges the limits. Ignores sweeps while none of these features is in use.
 //
 // While the traces are normalised, every curve in the plot is relative to the reference: live sweep, average, holds and
 // stored traces.
@@ -34,26 +34,26 @@ public:
     const TraceSet &traces() const { return m_traces; }
     void tracesEdited();
 
-    // Whether the results are being displayed.
+    // Sets whether the results are being displayed.
     void setWatched(bool watched);
-    // Whether a client reads the traces, even if the panel shows none of them.
+    // Sets whether a client reads the traces, even if the panel does not show any of them.
     void setFollowed(bool followed);
     void setLegendShown(bool shown);
     bool isLegendShown() const { return m_hasLegend; }
 
-    // Returns why the relative curve has gaps; empty if it has none, and without a reference.
+    // Returns why the relative curve has gaps; empty if it has no gaps or there is no reference.
     QString gapReason() const;
 
     // --- results ---
 
-    void choose(ResultKind kind, TraceSet::Source source, double fixtureOhms); // fixtureOhms: above 0
+    void choose(ResultKind kind, TraceSet::Source source, double fixtureOhms); // fixtureOhms: greater than 0
     ResultKind kind() const { return m_kind; }
     TraceSet::Source source() const { return m_source; }
     // Computed when first read, so unused results cost nothing.
     const Results &results() const;
-    // The response behind the results; relative to the reference while the traces are normalised.
+    // The response used for the results; relative to the reference while the traces are normalised.
     const Response &response() const;
-    // Whether M1 follows the peak of the response.
+    // Sets whether M1 follows the peak of the response.
     void setTracksPeak(bool tracks);
 
     // --- limits ---
@@ -62,27 +62,27 @@ public:
     void setLimits(const LimitLines &limits);
     void setLimitsOn(bool on);
     bool areLimitsOn() const { return m_limitsOn; }
-    // The verdict on the last sweep; limitProblem() returns the reason if there is none.
+    // The verdict on the last sweep. If there is none, limitProblem() returns the reason.
     const LimitVerdict &verdict() const { return m_verdict; }
     QString limitProblem() const;
-    // The unit of the amplitudes in the plot; nothing if limits cannot have this unit, as for a ratio of volts.
+    // The unit of the plotted amplitudes; nullopt if limits cannot have this unit (a voltage ratio, for example).
     std::optional<LimitUnit> shownUnit() const;
     int passed() const { return m_passed; } // sweeps, since the counts were reset
     int failed() const { return m_failed; }
     void resetCounts();
 
-    // Returns the last sweep as the plot shows it: the frequencies of its samples, and amplitudes in the units of the
-    // scale, NaN in a gap. Empty without a sweep.
+    // Returns the last sweep as plotted: with the frequencies of its samples, amplitudes in the scale's units, and NaN
+    // in gaps. Empty if there is no sweep.
     PlotTrace shownSweep() const;
 
 signals:
     // Results and verdict have changed. During sweeps, emitted at most once per redraw.
     void refreshed();
-    // The curves are now relative to a reference, or no longer.
+    // The curves are now relative to a reference, or are no longer relative.
     void relationChanged(bool relative);
-    // The response has its peak at this frequency. Emitted only while M1 follows the peak.
+    // The peak of the response is at this frequency. Emitted only while M1 follows the peak.
     void peakFound(double hertz);
-    // Sweeps now pass after failing, or fail after passing.
+    // The verdict on sweeps has changed from failed to passed, or from passed to failed.
     void verdictTurned(bool passed);
 
 private:
@@ -91,7 +91,7 @@ private:
     bool hasOverlays() const;
     void followTable();
     void feed();
-    // counts: whether this sweep is judged for the first time and counts as passed or failed.
+    // counts: whether to count the sweep as passed or failed, because it is judged for the first time.
     void judgeSweep(bool counts);
     void refresh();
     void complete(PlotModel &model);
@@ -104,7 +104,7 @@ private:
     const SweepTable &m_table;
     SweepGraph &m_graph;
     TraceSet m_traces;
-    std::uint64_t m_taken = 0; // the table's sweepCount() when its last sweep was taken
+    std::uint64_t m_taken = 0; // the table's sweepCount() when its last sweep was read
     std::optional<DetectorCalibration> m_takenDetector;
     std::int16_t m_takenMode = 0; // measuring mode of the MiniVNA at that time
     bool m_isWatched = false;

@@ -242,7 +242,7 @@ std::size_t ResultsPage::sampleUnderM1() const
     return std::min(static_cast<std::size_t>(nearest - frequencies.begin()), frequencies.size() - 1);
 }
 
-// direction is as on the screen, where a falling sweep has its higher frequencies on the left.
+// direction: as on the screen, where a falling sweep has its higher frequencies on the left.
 void ResultsPage::goToPeak(int direction)
 {
     const Response &response = m_measurement.response();

@@ -20,8 +20,8 @@ class QGridLayout;
 
 namespace calvorn {
 
-// The "Results" page of the Measure panel: shows the properties of a filter, notch, crystal or match that follow from
-// the sweep, and has buttons that move M1 and M2 to points of the curve.
+// The "Results" page of the Measure panel: shows the properties of a filter, notch, crystal or match computed from the
+// sweep, and has buttons that move M1 and M2 to points on the curve.
 class ResultsPage : public QWidget
 {
     Q_OBJECT
@@ -34,7 +34,7 @@ public:
     void save(MeasureChoices &choices) const;
 
 protected:
-    // Catches up with the last sweep: a hidden page does not update its results.
+    // Computes the results of the last sweep, because a hidden page does not update them.
     void showEvent(QShowEvent *event) override;
 
 private:

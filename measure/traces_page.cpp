@@ -21,7 +21,7 @@ namespace calvorn {
 
 namespace {
 
-// Returns a sample of the line, to show beside the trace's name.
+// Returns a sample of the line, for display beside the trace's name.
 QIcon sampleOf(const TraceStyle &style)
 {
     QPixmap picture(26, 14);

@@ -66,7 +66,7 @@ private:
     QLabel *m_averaged = nullptr;
     std::int64_t m_shownAveraged = kNotAveraged; // the number shown in m_averaged
     QCheckBox *m_legend = nullptr;
-    QString m_lastFile; // proposed in the next file dialog
+    QString m_lastFile; // suggested in the next file dialog
 };
 
 } // namespace calvorn
