@@ -5,8 +5,8 @@
 
 namespace calvorn {
 
-// Assigns a shortcut to a button whose caption has no free letter, and appends it to the tool tip, which must be set
-// before.
+// Assigns a shortcut to a button whose caption has no free letter, and appends it to the tool tip, which must already
+// be set.
 inline void giveKey(QAbstractButton &button, const QKeySequence &key)
 {
     button.setShortcut(key);

@@ -5,8 +5,8 @@
 
 namespace calvorn {
 
-// One line of text that never widens its window: long texts are shortened in the middle, so that both ends of a path
-// stay readable. text() returns the whole text.
+// A single-line label that never widens its window: long texts are shortened in the middle, so that both ends of a path
+// remain readable. text() returns the full text.
 class ElidedLabel : public QLabel
 {
     Q_OBJECT

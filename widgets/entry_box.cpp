@@ -124,7 +124,7 @@ void EntryBox::mousePressEvent(QMouseEvent *event)
     QLineEdit::mousePressEvent(event);
 }
 
-// The press has moved the caret; text selected by dragging stays selected.
+// The press has moved the caret. Text selected by dragging remains selected.
 void EntryBox::mouseReleaseEvent(QMouseEvent *event)
 {
     QLineEdit::mouseReleaseEvent(event);
@@ -166,7 +166,7 @@ bool EntryBox::eventFilter(QObject *watched, QEvent *event)
     return false;
 }
 
-// Returns whether the object belongs to the box, as its context menu does.
+// Returns whether the object belongs to the box (its context menu, for example).
 bool EntryBox::isPartOfThis(const QObject *object) const
 {
     while (object && object != this)

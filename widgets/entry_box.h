@@ -6,9 +6,9 @@
 namespace calvorn {
 
 // A text box that reports when the user enters and leaves it. Return counts as leaving and re-entering; moving to the
-// menu bar by keyboard counts as leaving. Another window or a menu in front of the box does not count.
+// menu bar with the keyboard counts as leaving. Another window or a menu in front of the box has no effect.
 //
-// A pending entry is always committed, as by leaving the box, before the user does anything else. Clicks elsewhere,
+// A pending entry is always committed, as if the user had left the box, before any other user action. Clicks elsewhere,
 // shortcuts and menu commands commit it even if the focus stays in the box.
 class EntryBox : public QLineEdit
 {
@@ -20,7 +20,7 @@ public:
     // Returns whether an entry is pending, which updates must not overwrite.
     bool isBeingTyped() const { return m_entered && isModified(); }
 
-    // Commits a pending entry: emits lostFocus() and gotFocus() and keeps the focus. Does nothing without one.
+    // Commits a pending entry, if there is one: emits lostFocus() and gotFocus() and keeps the focus.
     void commit();
 
     // Commits the pending entry of any box. For commands that are not preceded by a click or key.
@@ -44,7 +44,7 @@ private:
     void leave();
 
     bool m_entered = false;          // has the focus within its window, even if another window is in front
-    bool m_selectsOnRelease = false; // the mouse button of the click that entered the box is still pressed
+    bool m_selectsOnRelease = false; // the mouse button that was pressed to enter the box is still down
 };
 
 } // namespace calvorn

@@ -6,7 +6,7 @@
 
 namespace calvorn {
 
-// Checks one of the options in a frame and makes it the only one that the Tab key reaches. By default, Qt lets Tab
+// Checks one of the options in a frame and makes it the only one reachable with the Tab key. By default, Qt lets Tab
 // enter a group at its first or last button until one of them has had the focus.
 inline void chooseOption(QRadioButton *option)
 {

@@ -43,7 +43,7 @@ bool isDark(const QPalette &palette)
     return palette.color(QPalette::Window).lightness() < kDark;
 }
 
-// Fusion draws these frames in the selection colour, which is already visible.
+// Whether Fusion draws the frame in the selection colour, which is easy to see.
 bool showsFocus(QStyle::PrimitiveElement element, QStyle::State state)
 {
     if (!(state & QStyle::State_HasFocus))
@@ -97,8 +97,8 @@ void ProgramStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *o
         drawFrame(shape, option->rect, option->palette, painter);
 }
 
-// While a tool tip is visible, Qt shows the next one at once, in the same window. Under Wayland that window would stay
-// at its old place, beside another control.
+// While a tool tip is visible, Qt shows the next one immediately in the same window. Under Wayland, this window would
+// stay at its old position, beside a different control.
 int ProgramStyle::styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
                             QStyleHintReturn *data) const
 {
@@ -107,7 +107,7 @@ int ProgramStyle::styleHint(StyleHint hint, const QStyleOption *option, const QW
     return QProxyStyle::styleHint(hint, option, widget, data);
 }
 
-// Draws the frame below the title, like Fusion, and replaces Fusion's frame image, which would show beside this
+// Draws the frame below the title, like Fusion. It replaces Fusion's frame image, which would be visible beside this
 // frame.
 void ProgramStyle::drawGroup(const QStyleOption *option, QPainter *painter, const QWidget *widget) const
 {

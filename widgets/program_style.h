@@ -6,12 +6,12 @@
 
 namespace calvorn {
 
-// Returns the colour of frames, for styles and widgets that draw their own. On a dark palette it is translucent and
+// Returns the frame colour for styles and widgets that draw their own frames. On a dark palette, it is translucent, and
 // fainter for a disabled widget.
 QColor frameColour(const QPalette &palette);
 
-// The program's style on every desktop: Fusion. On dark desktops it brightens the frames, which Fusion draws darker
-// than the window and thus almost invisible. Under Wayland each tool tip takes its time to appear.
+// The program's style on every desktop, based on Fusion. On dark desktops, it brightens the frames, which Fusion draws
+// darker than the window and hence almost invisible. Under Wayland, every tool tip appears after the usual delay.
 class ProgramStyle : public QProxyStyle
 {
     Q_OBJECT

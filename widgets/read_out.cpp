@@ -51,7 +51,7 @@ ReadOut::ReadOut(QWidget *parent, Frame frame)
 {
     [[maybe_unused]] static const bool installed = (QAccessible::installFactory(makeSpoken), true);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    // The background need not be repainted with each new number.
+    // There is no need to repaint the background for each new number.
     setAttribute(Qt::WA_OpaquePaintEvent);
     measure();
 }
@@ -84,7 +84,7 @@ void ReadOut::placeGlyphs()
 {
     m_glyphs.clear();
     const QList<quint32> indexes = m_face.glyphIndexesForString(m_text);
-    if (indexes.contains(0)) // the character comes from another font
+    if (indexes.contains(0)) // the font has no glyph for a character
         return;
     QList<QPointF> positions;
     positions.reserve(indexes.size());

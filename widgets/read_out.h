@@ -8,9 +8,9 @@
 
 namespace calvorn {
 
-// A read-only number, with or without a frame, of the same height as a text box. It costs a tenth of a text box when
-// the number changes with every sweep, because it needs no text layout: the text is a row of glyphs. Its context menu
-// copies the text.
+// A read-only number, with or without a frame, as high as a text box. Updating it with every sweep takes a tenth of the
+// time of a text box, because it needs no text layout: the number is drawn as a row of glyphs. Its context menu copies
+// the text.
 class ReadOut : public QWidget
 {
     Q_OBJECT

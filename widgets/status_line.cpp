@@ -33,7 +33,7 @@ void StatusLine::showBoth()
     const QString between = m_mark.isEmpty() || m_message.isEmpty() ? QString() : QStringLiteral(" - ");
     const QString line = m_mark + between + m_message;
     setText(line);
-    // Convert texts that Qt would treat as rich text.
+    // Escape text that Qt would treat as rich text.
     setToolTip(Qt::mightBeRichText(line) ? Qt::convertFromPlainText(line) : line);
 }
 

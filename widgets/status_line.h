@@ -5,8 +5,9 @@
 
 namespace calvorn {
 
-// The last message on one line, which uses the available width but requires none. The tool tip has the whole text.
-// The user can select the text with the mouse; while part of it is selected, the line is shown from its beginning.
+// Shows the last message on one line, using the available width without requiring any. The tool tip shows the full
+// text. The user can select the text with the mouse; while part of it is selected, the line is shown from its
+// beginning.
 class StatusLine : public ElidedLabel
 {
     Q_OBJECT
@@ -14,10 +15,10 @@ class StatusLine : public ElidedLabel
 public:
     explicit StatusLine(QWidget *parent = nullptr);
 
-    // Shows a message; several lines become one.
+    // Shows a message, with line breaks replaced by spaces.
     void showMessage(const QString &text);
 
-    // Shows an ongoing activity before the message; an empty text ends it.
+    // Shows an ongoing activity before the message; an empty string removes it.
     void setMark(const QString &text);
 
     QSize minimumSizeHint() const override { return {0, fontMetrics().height()}; }

@@ -5,7 +5,7 @@
 
 namespace calvorn {
 
-// Returns whether the desktop uses Wayland, under which only the compositor moves windows.
+// Returns whether the desktop uses Wayland, where only the compositor can move windows.
 inline bool isWayland()
 {
     return QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
