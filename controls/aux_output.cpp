@@ -114,14 +114,14 @@ void AuxOutput::setUpSteps(const Profile &profile)
     showTotal();
 }
 
-// text: "caption;weight", or one text for both.
+// text: "caption;weight", or one string for both.
 void AuxOutput::setUpStep(int index, const QString &text)
 {
     const qsizetype separator = text.indexOf(u';');
     const QString weight = separator < 0 ? text : text.sliced(separator + 1);
     Step &step = m_steps[static_cast<std::size_t>(index)];
     QString caption = separator < 0 ? text : text.first(separator);
-    // A step without a caption is not wired.
+    // An empty caption means that the step is not wired.
     step.box->setEnabled(!caption.trimmed().isEmpty());
     // Escape "&": a mnemonic would bypass the event filter and toggle the box.
     step.box->setText(caption.replace(u'&', QStringLiteral("&&")));
@@ -147,7 +147,7 @@ void AuxOutput::setUpPotentiometer()
     m_potentiometerValue->setText(NumberText::fromInteger(m_configuration.pot2));
 }
 
-// The press of any mouse button advances a step, and the box itself never receives mouse events.
+// Pressing any mouse button advances a step; the box itself never receives mouse events.
 bool AuxOutput::eventFilter(QObject *watched, QEvent *event)
 {
     const bool pressed = event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick;
@@ -157,7 +157,7 @@ bool AuxOutput::eventFilter(QObject *watched, QEvent *event)
     return pressed || event->type() == QEvent::MouseButtonRelease || QGroupBox::eventFilter(watched, event);
 }
 
-// A key or a screen reader has changed the box: undo that and advance from the previous state, as after a mouse press.
+// Called if a key or a screen reader has changed the box. Undoes this and advances from the previous state.
 void AuxOutput::boxChanged(int index)
 {
     const Step &step = m_steps[static_cast<std::size_t>(index)];

@@ -17,7 +17,7 @@ namespace calvorn {
 
 class Profile;
 
-// One auxiliary 8-bit output of the parallel-port board: eight boxes, their total and, on Aux2, a potentiometer.
+// An auxiliary 8-bit output of the parallel-port board: eight check boxes, their total and, on Aux2, a potentiometer.
 class AuxOutput : public QGroupBox
 {
     Q_OBJECT
@@ -27,12 +27,12 @@ public:
     AuxOutput(std::int16_t number, std::int16_t &value, Configuration &configuration, AuxHardware hardware,
               ErrorBoundary &boundary, QWidget *parent = nullptr);
 
-    // Set the byte of the output, as if its boxes had been clicked, or the position of the potentiometer. Return false
-    // if output or potentiometer is disabled, or if there is no hardware.
+    // Set the output byte, as if its boxes had been clicked, or the potentiometer position. Return false if the output
+    // or the potentiometer is disabled, or if there is no hardware.
     bool setValue(std::uint8_t value);
     bool setPosition(std::uint8_t position);
 
-    // Reads captions, weights and ranges from the section "Aux1" or "Aux2" and shows what is enabled.
+    // Reads captions, weights and ranges from section [Aux1] or [Aux2] and shows the enabled controls.
     void setUp();
 
 protected:

@@ -44,7 +44,7 @@ QFont DigitBars::fontOfDigits(QFont font)
         font.setPixelSize(size);
         return QFontMetricsF(font).horizontalAdvance(u'8');
     };
-    // Every size that is tried loads a font, so start with an estimate that is off by rounding only.
+    // Each size tried loads a font, so start with an estimate that is only affected by rounding.
     const double perPixel = QFontMetricsF(font).horizontalAdvance(u'8') / QFontInfo(font).pixelSize();
     int size = std::max(1, static_cast<int>(kPitch / perPixel));
     while (size > 1 && widthAt(size) > kPitch)
@@ -71,7 +71,7 @@ void DigitBars::resizeEvent(QResizeEvent *event)
     place();
 }
 
-// Returns the left edges of the digits of a text in this widget, from the last digit to the first.
+// Returns the left edges of a number's digits in this widget's coordinates, from the last digit to the first.
 std::array<int, DigitBars::kDigits> DigitBars::leftEdgesIn(const QString &text) const
 {
     const QFontMetricsF metrics(m_box.font());
@@ -90,7 +90,7 @@ int DigitBars::digitWidth() const
     return qRound(QFontMetricsF(m_box.font()).horizontalAdvance(u'8'));
 }
 
-// Places the bars over the digits as the box shows them, including separators.
+// Places the bars over the digits of the widest number, which includes separators.
 void DigitBars::place()
 {
     const std::array<int, kDigits> edges = leftEdgesIn(widestText());
@@ -98,7 +98,7 @@ void DigitBars::place()
         m_bars[digit]->setGeometry(edges[digit], 0, digitWidth() - 1, kBarHeight);
 }
 
-// Returns the digit at this x, or -1. A number has no separators while it is being edited.
+// Returns the digit at an x position in the box, or -1. A number has no separators while it is being edited.
 int DigitBars::digitAt(int xInBox) const
 {
     const QString text = m_box.text();
@@ -141,7 +141,7 @@ bool DigitBars::stepByKey(const QKeyEvent *key)
     };
     const auto digit = std::min<std::ptrdiff_t>(toTheRight(), kDigits - 1);
     m_bars[static_cast<std::size_t>(digit)]->setValue(up ? kUp : kDown);
-    // Separators may have appeared or disappeared; keep the caret at its digit.
+    // Separators may have appeared or disappeared, so keep the caret at its digit.
     m_box.end(false);
     while (toTheRight() < digit && m_box.cursorPosition() > 0)
         m_box.cursorBackward(false);

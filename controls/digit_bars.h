@@ -9,9 +9,9 @@
 
 namespace calvorn {
 
-// Nine small scroll bars, one over each decimal digit of a right-aligned box; bar k steps the digit of 10^k Hz. Each
-// bar rests at kRest. The wheel over a bar or over its digit in the box steps the digit, too, and so do the keys Up and
-// Down in the box for the digit to the left of the caret.
+// Nine small scroll bars, one over each decimal digit of a right-aligned box; bar k steps the digit for 10^k Hz. The
+// rest position of each bar is kRest. The wheel also steps a digit, over its bar or over the digit in the box, and so
+// do the Up and Down keys in the box, for the digit to the left of the caret.
 class DigitBars : public QWidget
 {
     Q_OBJECT
@@ -24,12 +24,12 @@ public:
 
     static constexpr int kBoxPadding = 5; // logical pixels that a line edit reserves on each side of its text
 
-    // Returns the font of the box, with digits kPitch wide so that a bar fits over each. In common fonts, a separator
-    // is half as wide.
+    // Adjusts a font so that each digit is kPitch wide and a bar fits over it. In common fonts, a separator is half as
+    // wide.
     static QFont fontOfDigits(QFont font);
     static constexpr int kPitch = 16; // logical pixels from digit to digit
 
-    // The widest possible text: as many digits as there are bars, with separators.
+    // The widest possible number: as many digits as there are bars, with separators.
     static QString widestText();
 
     // namePrefix: "VScrollStart" names the bars "VScrollStart_0" (units) to "VScrollStart_8".

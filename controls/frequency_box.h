@@ -12,8 +12,8 @@
 
 namespace calvorn {
 
-// Entry of a frequency within the limits of the generator: a box with a bar over each digit. The owner connects the
-// events to enter(), leave() and stepDigit(), each through a handler with its own name.
+// An entry field for a frequency within the generator's limits: a box with a bar over each digit. The owner connects
+// the events to enter(), leave() and stepDigit(), each through a separately named handler.
 class FrequencyBox : public QGroupBox
 {
     Q_OBJECT
@@ -26,20 +26,20 @@ public:
     EntryBox *text() const { return m_text; }
     DigitBars *bars() const { return m_bars; }
 
-    // Accepts a frequency from elsewhere like a typed one.
+    // Sets the frequency as if the user had typed it.
     void setFrequency(std::int32_t hertz);
 
-    // Shows the frequency. A focused box keeps plain digits, and an entry that is still being typed.
+    // Shows the frequency. A focused box shows plain digits; text that is still being typed is not overwritten.
     void showFrequency();
 
     void enter();
-    // Replaces text that is not a number by the previous frequency, and a number beyond a limit by that limit, with a
-    // beep.
+    // Replaces text that is not a number with the previous frequency. Replaces a number beyond a limit with that limit,
+    // and beeps.
     void leave();
     void stepDigit(int digit);
 
 signals:
-    // A frequency was accepted, however it was entered.
+    // A frequency was accepted, regardless of how it was entered.
     void accepted();
 
 private:

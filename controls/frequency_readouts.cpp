@@ -26,7 +26,7 @@ FrequencyReadouts::FrequencyReadouts(QWidget *parent)
 {
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
-    // Equal thirds keep the centre label under the centre line, however wide the texts are.
+    // Equal thirds keep the centre label under the centre line, regardless of the label widths.
     row->addWidget(m_start, 1, Qt::AlignLeft);
     row->addWidget(m_centre, 1, Qt::AlignHCenter);
     row->addWidget(m_stop, 1, Qt::AlignRight);

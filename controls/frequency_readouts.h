@@ -6,7 +6,7 @@
 
 namespace calvorn {
 
-// The read-outs under the graph: lblStart, lblCentro and lblStop at its left edge, centre and right edge.
+// The read-outs below the graph: lblStart, lblCentro and lblStop at its left edge, centre and right edge.
 class FrequencyReadouts : public QWidget
 {
     Q_OBJECT

@@ -115,7 +115,7 @@ void FrmSpan::txtCentre_LostFocus()
     const double former = m_centre;
     const double margin = kMinSweepRange / 2.0;
     const double value = entered(m_centreBox, former);
-    // A range from elsewhere, such as a file, may lie outside the limits; keep it until the user changes it.
+    // A range read from a file may be outside the limits; keep it until the user changes it.
     if (value != former) {
         m_centre = within(value, m_configuration.ddsMinFreq + margin, m_configuration.ddsMaxFreq - margin);
         m_changed = true;

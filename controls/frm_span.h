@@ -11,8 +11,8 @@ class QGridLayout;
 
 namespace calvorn {
 
-// The dialog frmSpan for entering the range as centre and span. As in the boxes for start and stop, an invalid entry is
-// corrected in place with a beep: the span is reduced to what the generator's limits allow around the centre.
+// The frmSpan dialog, which sets the range by centre and span. As in the start and stop boxes, an invalid entry is
+// corrected in place with a beep; the span is reduced to what fits between the generator's limits around the centre.
 class FrmSpan : public QDialog
 {
     Q_OBJECT
@@ -20,11 +20,11 @@ class FrmSpan : public QDialog
 public:
     FrmSpan(const Configuration &configuration, Desktop &desktop, QWidget *parent = nullptr);
 
-    // Shows the configured range. Called before each opening.
+    // Shows the configured range. Call before opening the dialog.
     void load();
 
 signals:
-    // The user has changed centre or span and pressed OK.
+    // The user has changed the centre or the span and pressed OK.
     void spanEntered(const Span &span);
 
 protected:

@@ -177,7 +177,7 @@ void GeneratorBox::cmdMemory_Click()
     m_memory->setCurrentIndex(index);
 }
 
-// A remote client may have changed the frequency.
+// Shows the generator's frequency, which a remote client may have changed.
 void GeneratorBox::followGenerator()
 {
     if (m_hertz == m_generator.frequency())

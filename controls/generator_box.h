@@ -14,7 +14,7 @@
 
 namespace calvorn {
 
-// The generator as a signal source: frequency, on and off, steps up and down, and ten named memories.
+// Uses the generator as a signal source: frequency, on and off, steps up and down, and ten named memories.
 class GeneratorBox : public QGroupBox
 {
     Q_OBJECT
@@ -30,7 +30,7 @@ public:
         bool operator==(const Memory &) const = default;
     };
 
-    // The state that is kept between runs.
+    // The state that is saved between runs.
     struct Choices
     {
         std::int32_t hertz = SignalGenerator::kUsualFrequency;
@@ -48,7 +48,7 @@ public:
 
     std::int32_t frequency() const { return m_hertz; } // Hz
 
-    // Applies the configured limits, which may have changed.
+    // Applies the configured limits again, because they may have changed.
     void followLimits();
 
 signals:

@@ -18,12 +18,12 @@ namespace calvorn {
 
 namespace {
 
-constexpr double kLargeDigits = 2.4; // times the font of the window
+constexpr double kLargeDigits = 2.4; // times the window's font size
 constexpr double kHighestAttenuator = 100.0;
 constexpr double kHalfCount = 0.5;
-constexpr std::size_t kSmoothedReadings = 8; // their mean has a noise of an eighth of a count
-constexpr double kAnotherLevel = 4.0;        // counts; more than the noise
-// Ends of the bar, tenths of a dBm.
+constexpr std::size_t kSmoothedReadings = 8; // their mean has noise of an eighth of a count
+constexpr double kAnotherLevel = 4.0;        // counts; greater than the noise
+// Limits of the bar, in tenths of a dBm.
 constexpr int kBarBottom = -800;
 constexpr int kBarTop = 200;
 constexpr double kTenths = 10.0;

@@ -14,8 +14,8 @@
 
 namespace calvorn {
 
-// The level meter: shows the detector's current level in dBm, volts and watts into 50 ohms, with the loss of an
-// attenuator in front of the detector added, and minimum and maximum since the last reset.
+// The level meter: shows the detector's current level in dBm, volts and watts into 50 ohms, corrected for the loss of
+// an attenuator in front of the detector, and the minimum and maximum since the last reset.
 class LevelBox : public QGroupBox
 {
     Q_OBJECT
@@ -25,7 +25,8 @@ public:
 
     void show(const LevelReading &reading);
 
-    // Shows why there is currently nothing to read; an empty text if there is. Clears numbers that are not held.
+    // Shows why there are no readings, and clears the numbers unless they are held. An empty reason only removes the
+    // note.
     void showPause(const QString &reason);
 
     bool isHeld() const { return m_hold->isChecked(); }
@@ -41,7 +42,7 @@ private:
     void buildButtons();
     void showLevel(double dBm);
     void showExtremes();
-    // Returns the mean of the last readings, restarted when the level changes.
+    // Returns the mean of the last readings; restarts it when the level changes.
     double smoothed(const LevelReading &reading);
     QString warningOf(double count) const;
     void cmdRelative_Click(bool on);

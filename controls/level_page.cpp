@@ -109,7 +109,7 @@ void LevelPage::restore(const QString &settingsFile)
     m_restored = entriesOf({m_level->attenuator(), m_source->choices()});
 }
 
-// Changes caused by rounding in the boxes or by the limits are not the user's choice and are not saved.
+// Values changed by rounding in the boxes or by the limits are not the user's choice and are not saved.
 bool LevelPage::save(const QString &settingsFile)
 {
     const QVector<ProfileEntry> entries = entriesOf({m_level->attenuator(), m_source->choices()});
@@ -201,7 +201,7 @@ void LevelPage::shutDown()
     try {
         stopBoth();
     } catch (const RuntimeError &) {
-        // The hardware is closed next anyway.
+        // The hardware is closed next, so ignore the error.
     }
 }
 

@@ -11,7 +11,7 @@
 
 namespace calvorn {
 
-// The page with level meter and generator. Hiding the page stops the meter and switches the generator off.
+// The page with the level meter and the generator. Hiding the page stops the meter and switches the generator off.
 class LevelPage : public QWidget
 {
     Q_OBJECT
@@ -29,7 +29,7 @@ public:
     // Stops meter and generator. Ignores errors, because the hardware is closed next.
     void shutDown();
 
-    // Called after the start frequency was sent to the generator: restores the page's own frequency.
+    // Called when the start frequency has been sent to the generator: restores the page's own frequency.
     void generatorParked();
 
 protected:
@@ -40,7 +40,8 @@ protected:
 
 private:
     void startReading();
-    // Also switches the generator off if the reading used sweeps, which leave it somewhere in their range.
+    // Also switches the generator off if readings were made by sweeps, because a sweep can stop at any of its
+    // frequencies.
     void stopReading();
     void stopBoth();
     void showPause(LevelReader::Pause why);

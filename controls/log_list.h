@@ -7,7 +7,7 @@
 
 namespace calvorn {
 
-// lstLOG: the lines of the log, with the newest one current. Lines can be copied, and the whole log saved as a text
+// lstLOG: the log lines; the newest line is current. Lines can be copied, and the whole log can be saved as a text
 // file.
 class LogList : public QListWidget
 {

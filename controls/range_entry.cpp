@@ -87,7 +87,7 @@ void RangeEntry::aggiornaLblFrequenza()
                     m_table.text(kSweepPoints, SweepTable::FrequencyColumn));
     const NumberText numbers;
     const double shownRange = numbers.toDouble(m_readouts.stopText()) - numbers.toDouble(m_readouts.startText());
-    // A valid plan never has a step of zero; without this check there would be a division by zero.
+    // A valid plan never has a step of zero; the check only prevents a division by zero.
     const double samples = m_configuration.stepFreq != 0 ? roundHalfEven(shownRange / m_configuration.stepFreq) : 0.0;
     m_sampleCount->setText(tr("N.Campioni ") + numbers.fromDouble(samples));
     emit planned();

@@ -13,43 +13,43 @@ namespace calvorn {
 
 class ReadOut;
 
-// Entry of the frequency range: txtStart and txtStop, the resulting step, and the read-outs of the plan.
+// Entry of the frequency range: txtStart and txtStop, the resulting step, and the plan's read-outs.
 class RangeEntry : public QWidget
 {
     Q_OBJECT
 
 public:
-    // readouts: the labels under the graph, which this widget updates.
+    // readouts: the labels below the graph, which this widget updates.
     RangeEntry(Configuration &configuration, SweepTable &table, FrequencyReadouts &readouts, Messages &messages,
                ErrorBoundary &boundary, QWidget *parent = nullptr);
 
     // Shows the configured range in the boxes.
     void showRange();
 
-    // Store a frequency from elsewhere (a marker) in the configuration and show it, accepted like a typed one.
+    // Store a frequency (a marker's, for example) in the configuration and show it, as if it had been typed.
     void setStart(std::int32_t hertz) { m_start->setFrequency(hertz); }
     void setStop(std::int32_t hertz) { m_stop->setFrequency(hertz); }
 
-    // Sets both ends.
+    // Sets both start and stop.
     void setRange(std::int32_t start, std::int32_t stop);
 
-    // Corrects a range that is too small and reports that to the user, then computes stepFreq. Shows start, stop and
+    // Corrects a range that is too small, with a message to the user, then computes stepFreq. Shows start, stop and
     // step.
     void calcolaStep();
 
-    // Computes the step and shows the boxes for the configured range without changing the table, for an imported sweep.
+    // Computes and shows the step for the configured range without changing the table, for an imported sweep.
     void planWithoutTable();
 
-    // Computes the plan again: step, table and read-outs. Empties the table.
+    // Recomputes the plan: step, table and read-outs. Clears the table.
     void aggiornaLblFrequenza();
 
-    // Whether the configured range differs from the one of the table and the read-outs.
+    // Whether the configured range differs from that of the table and the read-outs.
     bool isPlanStale() const;
 
     QLabel *sampleCountLabel() const { return m_sampleCount; }
 
 signals:
-    // A change of the range was accepted. Receivers apply it once no further change follows.
+    // A changed range was accepted. Receivers apply it when no further change follows.
     void rangeChanged();
 
     // The table now has the configured range, which was corrected if it was too small.

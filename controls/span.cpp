@@ -29,7 +29,7 @@ Span boundedSpan(const Configuration &limits, double start, double stop)
 Span scaledSpan(const Configuration &limits, const Span &span, double around, double factor)
 {
     const double width = std::abs(static_cast<double>(span.stop) - span.start);
-    // Stop at the smallest range: boundedSpan() would widen a narrower span around its middle instead of "around".
+    // Stop at the minimum range: boundedSpan() would widen a narrower span around its middle instead of "around".
     const double least = width > 0.0 ? kMinSweepRange / width : factor;
     const double kept = factor < 1.0 ? std::max(factor, std::min(least, 1.0)) : factor;
     return boundedSpan(limits, around + (span.start - around) * kept, around + (span.stop - around) * kept);

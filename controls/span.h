@@ -7,7 +7,7 @@
 
 namespace calvorn {
 
-// The two ends of a frequency range in Hz. In a falling sweep, start is above stop.
+// Start and stop of a frequency range in Hz. In a falling sweep, start is greater than stop.
 struct Span
 {
     std::int32_t start = 0;
@@ -16,12 +16,12 @@ struct Span
     bool operator==(const Span &) const = default;
 };
 
-// Returns the nearest span inside the generator's limits that is at least kMinSweepRange wide, or the limits themselves
-// if they are narrower. A span without width becomes a rising one.
+// Returns the nearest span within the generator's limits that is at least kMinSweepRange wide, or the limits themselves
+// if they are narrower. A span of zero width becomes a rising one.
 Span boundedSpan(const Configuration &limits, double start, double stop);
 
-// Returns the span with its width multiplied by the factor, bounded. The frequency "around" keeps its relative position
-// as far as the limits allow.
+// Returns the span with its width multiplied by the factor, within the limits. The frequency "around" keeps its
+// relative position as far as the limits allow.
 Span scaledSpan(const Configuration &limits, const Span &span, double around, double factor);
 
 } // namespace calvorn

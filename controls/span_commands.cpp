@@ -38,7 +38,7 @@ void SpanCommands::addAction(const char *name, const QString &caption, const QKe
     action->setShortcut(key);
     action->setToolTip(toolTip);
     m_boundary.connect(action, &QAction::triggered, this, name, [this, handler] {
-        // Commit a pending entry first, however the command was triggered.
+        // Commit a pending entry first, regardless of how the command was triggered.
         EntryBox::commitPending();
         (this->*handler)();
     });
@@ -106,7 +106,7 @@ void SpanCommands::setSpanOrBeep(const std::optional<Span> &span)
         m_desktop.beep();
 }
 
-// Whether the user has set a span that is not in the history yet. A range that the plan would correct does not count.
+// Whether the user has set a span that is not yet in the history. Ignores a range that the plan would correct.
 bool SpanCommands::isAhead() const
 {
     const Span span = current();
@@ -114,13 +114,13 @@ bool SpanCommands::isAhead() const
            m_history.current() != span;
 }
 
-// Whether the range came from a file, in which case "back" returns to the user's last span.
+// Whether the range was read from a file; "back" then returns to the user's last span.
 bool SpanCommands::isElsewhere() const
 {
     return !m_changed && !m_history.isEmpty() && m_history.current() != current();
 }
 
-// Adds the range to the history now, because the user may be quicker than the plan.
+// Adds the range to the history now, because the user may continue before the range is planned.
 void SpanCommands::settle()
 {
     if (isAhead())
@@ -128,7 +128,7 @@ void SpanCommands::settle()
     m_changed = false;
 }
 
-// A range from a file is measured without becoming one of the user's spans.
+// Adds the planned range to the history if the user has set it (not read it from a file) or if the history is empty.
 void SpanCommands::notePlan()
 {
     if (std::exchange(m_changed, false) || m_history.isEmpty())

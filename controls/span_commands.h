@@ -15,8 +15,8 @@ namespace calvorn {
 
 class FrmSpan;
 
-// Commands for the range as a whole: zoom and selection with the mouse, entry as centre and span, and back and forth
-// through the user's previous spans. Each result is applied as if start and stop had been typed.
+// Commands for the range as a whole: zooming and selecting with the mouse, entering centre and span, and going back and
+// forth through the user's previous spans. Each result is applied as if start and stop had been typed.
 class SpanCommands : public QObject
 {
     Q_OBJECT
@@ -26,14 +26,14 @@ public:
     SpanCommands(const Configuration &configuration, RangeEntry &range, Desktop &desktop, ErrorBoundary &boundary,
                  QWidget *window);
 
-    // For menus: centre and span, back, forth, full range of the generator. Back and forth beep if there is nothing to
-    // go to; they are never disabled, because that can depend on a number that is still being typed.
+    // For menus: centre and span, back, forth, full range of the generator. Back and forth beep if there is no such
+    // span. They are never disabled, because this can depend on a number that is still being typed.
     QList<QAction *> actions() const { return m_actions; }
 
-    // Halves the span for each notch, or doubles it for each negative one. The frequency "around" (Hz) keeps its place.
+    // Halves the span for each notch, doubles it for each negative one, and keeps the frequency "around" (Hz) in place.
     void zoom(double around, int notches);
 
-    // Sets the span from the left to the right frequency, Hz.
+    // Sets the span from the left to the right frequency, in Hz.
     void take(double left, double right);
 
 private:

@@ -20,9 +20,9 @@ namespace calvorn {
 
 namespace {
 
-// Long enough to plan only once, after the last step, while the user holds a digit's arrow down.
+// Long enough that a digit's arrow, held down by the user, causes only one plan after the last step.
 constexpr int kUpdateDelayMs = 500;
-// Longest sleep of a waiting start between two checks of the sweep's state.
+// Maximum time between two checks of the sweep's state while a start waits for the previous sweep.
 constexpr int kPumpMs = 50;
 
 } // namespace
@@ -176,7 +176,7 @@ void SweepControls::start(SweepRun run, Starter starter)
     emit idleCommandsEnabled(false);
 }
 
-// Returns false if a start is already under way, or if the window closed during the wait.
+// Returns false if a start is already under way, or if the window was closed during the wait.
 bool SweepControls::startSweep(SweepRun run)
 {
     if (m_starting)
@@ -191,7 +191,7 @@ bool SweepControls::startSweep(SweepRun run)
     return true;
 }
 
-// Waits for the aComplete of a sweep that still runs, while processing window messages.
+// Waits for aComplete if a sweep is still running, and processes window events meanwhile.
 bool SweepControls::waitForIdle()
 {
     while (m_instrument.isSweeping() && !m_abandoned)
@@ -201,7 +201,7 @@ bool SweepControls::waitForIdle()
 
 void SweepControls::mnuSingle_Click()
 {
-    // With a global menu bar, no click in the window has committed the entry yet.
+    // With a global menu bar, no click in the window has committed a pending entry.
     EntryBox::commitPending();
     if (m_stop->isHidden())
         start(SweepRun::Once);
@@ -230,7 +230,7 @@ void SweepControls::sweepCompleted()
     emit idleCommandsEnabled(true);
 }
 
-// Moves the focus between the buttons, but a client's sweep does not take it from another control.
+// Moves the focus between the buttons; however, a client's sweep does not take it from another control.
 void SweepControls::changeButtons(bool sweeping)
 {
     const QWidget *focus = window()->focusWidget();
@@ -272,8 +272,8 @@ void SweepControls::applyRange()
 void SweepControls::timerUpdateSweep_Timer()
 {
     if (m_starting || m_instrument.isEnding()) {
-        // Try again later: a start that is waiting, or showing a message, cannot finish while this procedure runs, and
-        // a new plan would empty the table that a single sweep has just filled.
+        // Try again later: a start that is waiting or showing a message cannot finish while this procedure runs, and a
+        // new plan would clear the table that a single sweep has just filled.
         m_timerUpdateSweep.start();
         return;
     }
@@ -283,7 +283,7 @@ void SweepControls::timerUpdateSweep_Timer()
             driver->parkAtChangedStart();
         emit parked();
     } else {
-        // Correct a range that is too small first.
+        // If the range is too small, correct it first.
         m_hooks.refreshFrequencyLabels();
         m_hooks.refreshMarkerLabels();
         replanRunningSweep();
@@ -307,7 +307,7 @@ void SweepControls::aggiornaTimer()
     const std::uint32_t endTick = m_clock.tickCount();
     if (endTick == m_sweepStartTick)
         return;
-    // Unsigned, so that the period is right across a wrap of the tick counter.
+    // Unsigned, so that the period is correct when the tick counter wraps.
     const std::uint32_t period = endTick - m_sweepStartTick;
     m_sweepTime->setText(NumberText::fromInteger(period));
     m_sweepRate->setText(NumberText().masked(1000.0 / period, kMaskFixed));

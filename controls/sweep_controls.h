@@ -19,7 +19,8 @@ namespace calvorn {
 
 class ReadOut;
 
-// Starts and stops sweeps, one at a time; re-plans a running sweep, measures its period, and holds the speed choice.
+// Starts and stops sweeps, one at a time; re-plans a running sweep, measures its period, and offers the choice of
+// speed.
 class SweepControls : public QWidget
 {
     Q_OBJECT
@@ -31,16 +32,17 @@ public:
     // Shows the speed frame, with the stored speed selected, or hides it.
     void showSpeed(bool visible);
 
-    // Sets the initial focus to the button that is needed first, not to a box that re-plans when it is left.
+    // Sets the initial focus to the button that is needed first, not to a box, which would re-plan when it loses the
+    // focus.
     void focusStart() { m_start->setFocus(); }
 
-    // Width in logical pixels at which no caption needs a second line.
+    // Width in logical pixels at which each caption fits on one line.
     int widthOfLines() const { return m_widthOfLines; }
 
-    // Puts another button beside cmdStart and cmdStop.
+    // Adds a button beside cmdStart and cmdStop.
     void addButton(QPushButton *button) { m_buttonRow->addWidget(button); }
 
-    // The menu action that sweeps once.
+    // The menu action for a single sweep.
     QAction *singleAction() const { return m_single; }
 
     enum class Starter {
@@ -51,12 +53,12 @@ public:
     void start(SweepRun run, Starter starter = Starter::User);
     void cmdStart_Click() { start(SweepRun::UntilStopped); }
     void cmdStop_Click();
-    // Forced stop, for a driver that never completes: tries to stop the sweep, then resets the controls in any case.
+    // Forced stop, for a driver that never completes: tries to stop the sweep, and resets the controls in any case.
     void cmdSwStop_Click();
 
-    // A change of the range was accepted; it is applied once no further change follows.
+    // Starts or restarts the delay after which a changed range is applied.
     void restartTimerUpdateSweep() { m_timerUpdateSweep.start(); }
-    // Applies a pending change of the range at once.
+    // Applies a pending change of the range immediately.
     void applyRange();
 
     // Selects a speed, as if the user had chosen it. speed: the number of a SweepSpeed.
@@ -65,19 +67,20 @@ public:
     // Shows period and rate. Called after every processed vector.
     void aggiornaTimer();
 
-    // Resets the controls. Called on aComplete of every driver.
+    // Resets the controls. Called on each driver's aComplete event.
     void sweepCompleted();
 
-    // Cancels a start that waits for the previous sweep to end, and a pending plan. Called when the window closes.
+    // Cancels a pending plan, and a start that is waiting for the previous sweep. Called when the window closes.
     void abandonWaiting();
 
-    // What other components do for a sweep. Their errors end the calling procedure, so they are not signals.
+    // Functions of other components that a sweep calls. Not signals, because their errors must end the calling
+    // procedure.
     struct Hooks
     {
-        // Both are called in this order whenever the plan must be shown again.
+        // These two are called in this order whenever the displayed plan must be updated.
         std::function<void()> refreshFrequencyLabels = [] {};
         std::function<void()> refreshMarkerLabels = [] {};
-        // The range has changed while no sweep runs. Called before the generator is parked on it.
+        // The range has changed while no sweep is running. Called before the generator is parked at its start.
         std::function<void()> idleRangeChanged = [] {};
     };
     void setHooks(const Hooks &hooks) { m_hooks = hooks; }

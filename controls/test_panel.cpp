@@ -102,7 +102,7 @@ void TestPanel::buildButtons(QGridLayout *grid)
     }
 }
 
-// Uses tool buttons, because push buttons of this style are too wide for three in a row.
+// Uses tool buttons, because push buttons in this style are too wide for three in a row.
 QToolButton *TestPanel::addButton(const char *procedure, const QString &caption, const QString &toolTip,
                                   void (TestPanel::*handler)())
 {
@@ -123,7 +123,7 @@ void TestPanel::setDriver(AcquisitionDriver *driver)
     m_driver = driver;
     if (!driver || driver->modeCaption().isEmpty())
         return;
-    // Reserve room for every caption, so that the buttons keep their places.
+    // Reserve space for the longest caption, so that the buttons do not move.
     for (const QString &caption : driver->modeCaptions()) {
         m_misura->setText(caption);
         m_misura->setMinimumWidth(std::max(m_misura->minimumWidth(), m_misura->sizeHint().width()));
@@ -185,8 +185,8 @@ void TestPanel::cmdMisura_Click()
     m_driver->sendMode();
 }
 
-// The samples of a vector arrive faster than the screen shows frames. Only the first sample in each frame is painted,
-// and the last one of the sweep, which remains visible.
+// Samples arrive faster than the screen is refreshed. Only the first sample in each frame is painted, and the last
+// sample of the sweep, which remains visible.
 void TestPanel::echoSample(int index, int value)
 {
     const bool isSeen = !m_sinceEcho.isValid() || m_sinceEcho.elapsed() >= kPictureMs || index == kSweepPoints;

@@ -14,8 +14,8 @@
 
 namespace calvorn {
 
-// frameTest, shown while the log is on: log list, receive box, error counter, and buttons that control generator and
-// display by hand.
+// frameTest, shown while logging is enabled: log list, receive box, error counter, and buttons for controlling
+// generator and display manually.
 class TestPanel : public QGroupBox
 {
     Q_OBJECT
@@ -24,16 +24,17 @@ public:
     TestPanel(Configuration &configuration, SweepTable &table, Messages &messages, Log &log, ErrorBoundary &boundary,
               QWidget *parent = nullptr);
 
-    // driver: null if the configured interface has none; the generator's buttons then do nothing.
+    // driver: null if the configured interface has none; the generator buttons then do nothing.
     void setDriver(AcquisitionDriver *driver);
 
-    // Shows a sample as "index:value" and paints it at once, at most one sample per frame of the screen.
+    // Shows a sample as "index:value" and paints it immediately, at most one sample per screen frame.
     void echoSample(int index, int value);
 
     // Increments the error counter txtErrori.
     void countError();
 
-    // What other components do for the buttons. Their errors end the calling procedure, so they are not signals.
+    // Functions of other components that the buttons call. Not signals, because their errors must end the calling
+    // procedure.
     struct Hooks
     {
         std::function<void()> drawScreen = [] {};
