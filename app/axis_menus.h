@@ -11,7 +11,7 @@
 
 namespace calvorn {
 
-// The components that the menus of the two axes act on.
+// The components that the axis menus act on.
 struct AxisMenuRooms
 {
     GraphPanel &graph;

@@ -98,8 +98,8 @@ bool BoardMenus::isSimulated() const
                                            : m_configuration.commPort == kSimulatedComPort;
 }
 
-// Checks the configured device. Like the server, treats an unknown name as the first device. The device from a file is
-// offered only if the settings name a file.
+// Checks the entry of the configured device. Like the server, treats an unknown name as the first device. The entry for
+// a device from a file is shown only if the settings name a file.
 void BoardMenus::checkDevice()
 {
     const QString name = readTextOrDefault(m_configuration.iniPath, kSimulatedDevice).trimmed().toLower();

@@ -10,8 +10,8 @@
 
 namespace calvorn {
 
-// Choices about the board itself: the device that a simulated board measures, and the mode of the MiniVNA. Each is a
-// submenu, hidden if the configured hardware has no such choice.
+// Submenus for the board itself: the device that a simulated board measures, and the MiniVNA mode. A submenu is hidden
+// if the configured hardware does not offer the choice.
 class BoardMenus : public QObject
 {
     Q_OBJECT
@@ -21,14 +21,14 @@ public:
 
     void addTo(QMenu &menu) const;
 
-    // Shows the menus for which the instrument's driver has a choice.
+    // Shows the submenus that the instrument's driver supports.
     void followDriver();
 
-    // Enables the choice of a simulated device, which reopens the port and therefore needs an idle board.
+    // Enables or disables the device submenu. A new device reopens the port, so the board must be idle.
     void setIdle(bool idle);
 
 signals:
-    // The user's choice, in words.
+    // A message that describes the user's choice.
     void reported(const QString &text);
 
 private:

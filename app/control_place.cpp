@@ -9,7 +9,7 @@ namespace calvorn {
 
 namespace {
 
-constexpr int kLeastPanelHeight = 430; // logical pixels; the longest page then scrolls a little
+constexpr int kLeastPanelHeight = 430; // logical pixels; at this height, the longest page scrolls a little
 constexpr QMargins kMargins(2, 2, 4, 2);
 
 } // namespace
@@ -33,7 +33,7 @@ bool ControlPlace::eventFilter(QObject *watched, QEvent *event)
     return QObject::eventFilter(watched, event);
 }
 
-// Deferred, because the layout that sent the event must not be changed while it handles that event.
+// Deferred, because a layout must not be changed while it is handling the event that leads here.
 void ControlPlace::placeSoon()
 {
     if (m_isPending || hasRoomAbove() == m_isAbovePanel)

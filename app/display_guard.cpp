@@ -35,7 +35,7 @@ void DisplayGuard::hear(QtMsgType type, const QMessageLogContext &context, const
     const QString sentence = QCoreApplication::translate(
         "main", "Calvorn needs a display, but cannot open one. Start it on a desktop, or use calvorn-sweep.");
     std::fprintf(stderr, "%s\n", sentence.toLocal8Bit().constData());
-    // The application object is only half constructed, so none of its code may run any more.
+    // The application object is only partly constructed, so none of its code may run.
     std::_Exit(kNoDisplay);
 }
 

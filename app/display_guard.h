@@ -8,11 +8,11 @@ namespace calvorn {
 // Exit code of Calvorn if no display can be opened.
 inline constexpr int kNoDisplay = 2;
 
-// While a guard exists, an application object that cannot open the display ends the program with kNoDisplay and one
-// sentence on standard error, where Qt would abort. Other messages of Qt are held back until the guard is destroyed.
+// While a guard exists, failure to open the display ends the program with the exit code kNoDisplay and a single line on
+// standard error, instead of an abort by Qt. Qt's other messages are deferred until the guard is destroyed.
 //
-// Only opening a display shows whether that is possible: DISPLAY can name a server that is gone or refuses, and
-// QT_QPA_PLATFORM a platform that needs none.
+// Only trying shows whether a display can be opened: DISPLAY may name a server that is gone or rejects the program, and
+// QT_QPA_PLATFORM may name a platform that needs no display.
 class DisplayGuard
 {
 public:

@@ -66,7 +66,7 @@ void DriverEvents::aPIC_aVettore(const QVector<int> &vettore)
     stored(vettore);
 }
 
-// The parallel-port generator would stay at the last frequency of the sweep, so it is parked at the first one.
+// Parks the parallel-port generator at the sweep's first frequency; otherwise it would stay at the last one.
 void DriverEvents::aLPT_aComplete(LptDriver *driver)
 {
     completed(driver);
@@ -110,7 +110,7 @@ void DriverEvents::completed(AcquisitionDriver *driver)
     m_controls.sweepCompleted();
 }
 
-// Stops the sweep if a vector cannot be stored, because every further vector would raise its own error.
+// Stops the sweep if a vector cannot be stored, because each further vector would cause another error.
 void DriverEvents::stored(const QVector<int> &vettore)
 {
     try {

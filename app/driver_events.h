@@ -14,7 +14,7 @@ class LptDriver;
 class PicDriver;
 class VnaDriver;
 
-// The nine handlers of the driver events: three for each interface.
+// Handles the driver events, with three handlers for each interface.
 class DriverEvents : public QObject
 {
     Q_OBJECT
@@ -26,14 +26,14 @@ public:
     // Connects the events of the instrument's driver.
     void connectDriver();
 
-    // Suppresses log lines and error boxes while a calibration dialog reports the errors. They are still counted.
+    // Suppresses log lines and error boxes while a calibration dialog reports the errors. Errors are still counted.
     void setErrorsReportedElsewhere(bool elsewhere) { m_reportedElsewhere = elsewhere; }
 
 signals:
-    // The user answered an error of the hardware with Cancel: the main window closes.
+    // The user cancelled a hardware error box, which closes the main window.
     void cancelled();
 
-    // A report of the driver for the user, in words. Not emitted for errors that are only counted.
+    // A driver message for the user. Not emitted for errors that are only counted.
     void reported(const QString &text);
 
 private:

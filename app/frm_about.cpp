@@ -22,7 +22,7 @@ QLabel *addText(QGridLayout *grid, const char *name, const QString &text, int ro
     label->setObjectName(QString::fromLatin1(name));
     label->setWordWrap(column > 0 || columns > 1);
     label->setTextFormat(Qt::PlainText);
-    // Let a click on a text reach the background.
+    // Pass clicks on a label through to the background.
     label->setAttribute(Qt::WA_TransparentForMouseEvents);
     grid->addWidget(label, row, column, 1, columns, Qt::AlignTop);
     return label;
@@ -66,7 +66,7 @@ QString FrmAbout::interfaceText(const Configuration &c)
 
 QString FrmAbout::generatorText(const Configuration &c)
 {
-    // Show only the integer part: 12.5 MHz as 12MHz.
+    // Show only whole megahertz: 12.5 MHz as 12MHz.
     const auto megahertz = [](std::int32_t hertz) { return NumberText::fromInteger(hertz / 1000000); };
     return c.ddsDevice + tr(", ClockRef: ") + megahertz(c.ddsXtalFreq) + tr("MHz, Multiplier: ") +
            NumberText::fromInteger(c.ddsMultiplier) + tr(", Max frequency: ") + megahertz(c.ddsMaxFreq) +
@@ -81,13 +81,13 @@ QString FrmAbout::detectorText(const Configuration &c)
     return kind ? c.adcDevice + kind->aboutDetector() + step : QString();
 }
 
-// The configuration may have changed since the window was last open.
+// Called each time the window opens, because the configuration may have changed.
 void FrmAbout::showEvent(QShowEvent *event)
 {
     m_interface->setText(interfaceText(m_configuration).replace(u'\r', u'\n'));
     m_generator->setText(generatorText(m_configuration));
     m_detector->setText(detectorText(m_configuration));
-    // Wrapped texts need a higher window.
+    // Make room for texts that wrap.
     resize(width(), layout()->totalHeightForWidth(width()));
     QDialog::showEvent(event);
 }

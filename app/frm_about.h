@@ -8,7 +8,7 @@
 
 namespace calvorn {
 
-// The About window: describes the configured hardware in words. A click on its background closes it.
+// The About window, which describes the configured hardware. A click on its background closes it.
 class FrmAbout : public QDialog
 {
     Q_OBJECT
@@ -16,7 +16,7 @@ class FrmAbout : public QDialog
 public:
     explicit FrmAbout(const Configuration &configuration, QWidget *parent = nullptr);
 
-    // Return the three descriptions, empty if the interface has none.
+    // Return the three descriptions; empty strings if the interface has none.
     static QString interfaceText(const Configuration &configuration);
     static QString generatorText(const Configuration &configuration);
     static QString detectorText(const Configuration &configuration);

@@ -133,7 +133,7 @@ void FrmPreferences::load()
         chooseOption(m_optCursor[static_cast<std::size_t>(mode)]);
     if (m_remote)
         loadRemote();
-    // Use dB referred to 1 V, whatever the scale of the display.
+    // Use dB relative to 1 V, regardless of the display scale.
     const QScopedValueRollback scale(m_configuration.scaleType, kScaleDb1VHeadroom);
     const DetectorCalibration detector = detectorOf(m_configuration);
     const double lowest = detector.law.isRising() ? detector.volts(1.0) : detector.volts(detector.highestCount - 1);

@@ -15,8 +15,8 @@ namespace calvorn {
 
 class RemoteControl;
 
-// The preferences: cursor type and remote control. A choice takes effect at once; the cursor type is saved when the
-// window closes.
+// The preferences dialog: cursor type and remote control. A choice takes effect immediately; the cursor type is saved
+// when the dialog closes.
 class FrmPreferences : public QDialog
 {
     Q_OBJECT

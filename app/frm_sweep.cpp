@@ -27,9 +27,9 @@ namespace calvorn {
 namespace {
 
 constexpr QSize kStartSize(800, 600); // pixels
-constexpr int kTitleBarHeight = 40;   // pixels; a window manager adds it
+constexpr int kTitleBarHeight = 40;   // pixels, added by a window manager
 constexpr int kControlColumnWidth = 186;
-// On a screen 1024 pixels wide, graph and markers leave no more than this, even with the largest usual font.
+// The width left beside graph and markers on a screen 1024 pixels wide, with the largest common font.
 constexpr int kWidestControlColumn = 225;
 
 } // namespace
@@ -102,7 +102,7 @@ void FrmSweep::composeControlColumn(QVBoxLayout *column)
     column->addStretch();
 }
 
-// Makes the column as wide as its texts need in the desktop's font. Hidden widgets do not count.
+// Makes the column wide enough for its texts in the desktop's font. Hidden widgets are ignored.
 void FrmSweep::fitControlColumn()
 {
     const std::array<QWidget *, 3> widgets{m_range, m_controls, m_testPanel};
@@ -112,7 +112,7 @@ void FrmSweep::fitControlColumn()
             width = std::max(width, widget->minimumSizeHint().width());
     for (QWidget *widget : widgets)
         widget->setFixedWidth(std::max({width, m_leastControlColumn, m_controlPlace->leastWidth()}));
-    // Lay out at once, so that the first paint event finds the graph in its place.
+    // Lay out immediately, so that the graph is in place for the first paint event.
     for (const QWidget *parent = m_range->parentWidget(); parent != this; parent = parent->parentWidget())
         if (parent->layout())
             parent->layout()->activate();
@@ -169,7 +169,7 @@ void FrmSweep::composeStatusLine()
     connect(&m_table, &SweepTable::changed, this, [this] { showMarks(); });
 }
 
-// Shows the state of remote control, and how many samples are outside the detector's law and therefore clamped.
+// Shows the remote-control state and the number of samples clamped because they are outside the detector's law.
 void FrmSweep::showMarks()
 {
     const bool isLinear = lawInForce(m_configuration).kind == DetectorLaw::Kind::Linear;
@@ -199,7 +199,7 @@ void FrmSweep::connectRooms()
     connect(m_markerPanel, &MarkerPanel::stopCopied, m_range, &RangeEntry::setStop);
     m_controls->setHooks({[this] { m_range->aggiornaLblFrequenza(); }, [this] { m_markerPanel->aggiornaLblMarkerX(); },
                           [this] {
-                              // Leaving a box without a change keeps the samples of the last sweep.
+                              // If no box was changed, keep the samples of the last sweep.
                               if (!m_range->isPlanStale())
                                   return;
                               m_range->aggiornaLblFrequenza();
@@ -213,7 +213,7 @@ void FrmSweep::connectRooms()
     // Commands that change the configuration need an idle generator.
     connect(m_controls, &SweepControls::idleCommandsEnabled, this, [this](bool enabled) {
         m_setUpMenu->menuAction()->setEnabled(enabled);
-        // The menu may be open when a client starts a sweep.
+        // Disable each entry, too: the menu may be open when a client starts a sweep.
         for (QAction *action : m_setUpMenu->actions())
             action->setEnabled(enabled);
         m_files->exportAction()->setEnabled(enabled);
@@ -236,7 +236,7 @@ void FrmSweep::connectSpans()
 
 void FrmSweep::buildMenus()
 {
-    // The window has no status bar, so tool tips are the only place for the entries' help.
+    // The window has no status bar, so menu entries show their help as tool tips.
     const auto addMenu = [this](const QString &title) {
         QMenu *menu = menuBar()->addMenu(title);
         menu->setToolTipsVisible(true);
@@ -302,8 +302,8 @@ void FrmSweep::showCursorLines(bool visible)
         m_station.markers.setVisible(line, visible);
 }
 
-// Starts the graph at its preferred size if the screen has room for the window. Any surplus widens the control column
-// and the space above the graph, as far as the window need not grow for it.
+// Gives the graph its preferred initial size if the screen has room for the window. Surplus space widens the control
+// column and the space above the graph, but only as far as the window does not have to grow.
 void FrmSweep::fitGraph()
 {
     const QSize surplus =
@@ -317,7 +317,7 @@ void FrmSweep::fitGraph()
 
 bool FrmSweep::start()
 {
-    // Let the server start while the window is being prepared.
+    // The server starts up while the window is being prepared.
     m_instrument.launchServer();
     setWindowTitle(QString::fromLatin1(kApplicationTitle));
     const QSize free = screen()->availableSize() - QSize(0, kTitleBarHeight);
@@ -333,7 +333,7 @@ bool FrmSweep::start()
     prepare("restoreHeight", [this] { m_views->restoreHeight(m_configuration.iniPath); });
     prepare("prepareInterface", [this] { prepareInterface(); });
     prepare("selectView", [this] { m_views->selectView(m_station.window.markerIndex); });
-    // A box shown during start-up may already have ended the program.
+    // The user may have ended the program in a box shown during start-up.
     if (m_closed)
         return false;
     m_markerPanel->save(m_station.window);
@@ -353,14 +353,14 @@ bool FrmSweep::start()
 
 bool FrmSweep::loadSettings()
 {
-    // Writing the configuration ends the program; otherwise the defaults are used.
+    // If the dialog writes a configuration, the program ends; otherwise it continues with the defaults.
     const bool noSettings = isFirstStart(m_configuration.iniPath);
     m_station.loader.refused = [this](const QString &reason) {
         m_station.messages.warn(tr("The settings file %1 is not used: %2.").arg(m_configuration.iniPath, reason));
     };
     m_station.loader.firstRun = [this, noSettings] {
         const bool isWritten = m_setUp->configureAtFirstStart(noSettings);
-        // A signal closes the dialog, too, and then start-up must not continue.
+        // Start-up must also not continue if a signal closed the dialog.
         return !isWritten && !m_closed;
     };
     const LoadOutcome outcome = m_station.loader.load();
@@ -392,8 +392,8 @@ void FrmSweep::prepareDisplay()
     prepare("aggiornaScala", [this] { m_scales->aggiornaScala(m_configuration.scaleType); });
 }
 
-// Runs each step separately: a plan that fails must not prevent the scale or the markers. Shows only the first error,
-// because later errors follow from it.
+// Runs each step separately, so that scale and markers are prepared even if the plan fails. Shows only the first error,
+// because it is the cause of the later ones.
 void FrmSweep::prepare(const char *step, const std::function<void()> &procedure)
 {
     if (m_preparedSoFar)
@@ -444,9 +444,9 @@ void FrmSweep::closeEvent(QCloseEvent *event)
 
 void FrmSweep::end()
 {
-    // From here on, every event loop ends, including those of boxes and dialogs.
+    // From here on, all event loops exit, including those of boxes and dialogs.
     QCoreApplication::exit();
-    // Closing a calibration restores the values that it tried.
+    // When a calibration closes, it restores the values that it has changed temporarily.
     while (QWidget *dialog = QApplication::activeModalWidget())
         if (!dialog->close())
             break;
@@ -459,7 +459,7 @@ void FrmSweep::shutDown()
     m_remote->close();
     EntryBox::commitPending();
     m_controls->abandonWaiting();
-    // Nothing was read from a file that was refused, so saving would replace its contents by defaults.
+    // Nothing was read from a rejected file, so saving would replace its contents with defaults.
     if (m_isPrepared && !m_station.loader.wasRefused())
         saveWhatChanged();
     releaseHardware();

@@ -51,12 +51,12 @@ public:
     // program must end.
     bool start();
 
-    // Ends the program like closing the window, from any point: closes the boxes and dialogs that are open, and shows
-    // no further ones.
+    // Ends the program as if the window were closed, from any state: closes all open boxes and dialogs, and shows no
+    // more.
     void end();
 
 protected:
-    // Closing always ends the whole program.
+    // Closing the window always ends the program.
     void closeEvent(QCloseEvent *event) override;
 
 private:
@@ -91,7 +91,7 @@ private:
     Configuration &m_configuration;
     Instrument &m_instrument;
     SweepTable &m_table;
-    QVector<ProfileEntry> m_unreadable; // entries that a shutdown leaves unchanged in the file
+    QVector<ProfileEntry> m_unreadable; // entries left unchanged in the file at shutdown
     int m_leastControlColumn = 0;       // width, logical pixels
     bool m_preparedSoFar = true;
     bool m_isPrepared = false; // whether everything that a shutdown saves has been loaded
@@ -112,7 +112,7 @@ private:
     SweepControls *m_controls = nullptr;
     TestPanel *m_testPanel = nullptr;
     MeasureDock *m_measure = nullptr;
-    LevelPage *m_level = nullptr; // null until the panel has been open
+    LevelPage *m_level = nullptr; // null until the panel is first opened
     std::unique_ptr<ControlPlace> m_controlPlace;
     DriverEvents *m_events = nullptr;
     SweepFiles *m_files = nullptr;
@@ -122,7 +122,7 @@ private:
     FrmAbout *m_about = nullptr;
     FrmPreferences *m_preferences = nullptr;
     HelpDesk *m_help = nullptr;
-    std::unique_ptr<RemoteControl> m_remote; // destroyed before the components that it refers to
+    std::unique_ptr<RemoteControl> m_remote; // destroyed before the components that it uses
 };
 
 } // namespace calvorn

@@ -37,7 +37,7 @@ QString pageOf(const QWidget *window)
     for (const auto &[name, page] : kPages)
         if (window->objectName() == QLatin1String(name))
             return QString::fromLatin1(page);
-    // All other windows are system dialogs that choose a file or a printer.
+    // All other windows are system dialogs for choosing a file or a printer.
     return QStringLiteral("files.html");
 }
 
@@ -105,7 +105,7 @@ void HelpDesk::openPageOf(QWidget *inFront)
         help->showPage(pageOf(inFront));
 }
 
-// If there is no help to show, reports that to the user and returns null.
+// Returns null after reporting an error if help is not available.
 HelpWindow *HelpDesk::openWindow(QWidget *inFront)
 {
     if (!m_help && QFileInfo(m_helpFile).isFile())
@@ -124,7 +124,7 @@ HelpWindow *HelpDesk::openWindow(QWidget *inFront)
     return help;
 }
 
-// A modal dialog blocks all windows except its own children, so the help window becomes one of them.
+// A modal dialog blocks all windows except its children, so the help window becomes a child of the dialog.
 void HelpDesk::liftAbove(QWidget *owner)
 {
     const bool visible = m_help->isVisible();

@@ -10,8 +10,8 @@ namespace calvorn {
 
 class HelpWindow;
 
-// Opens the help: the contents from the menu, and with F1 the page about the active window, dialog or message box.
-// There is only one help window; it stays readable while a dialog is open.
+// Opens help: the contents from the menu, or with F1 the page about the active window, dialog or message box. There is
+// only one help window, which remains usable while a dialog is open.
 class HelpDesk : public QObject
 {
     Q_OBJECT
@@ -42,7 +42,7 @@ private:
     ErrorBoundary &m_boundary;
     QWidget *m_window;
     QList<QAction *> m_actions;
-    QPointer<QWidget> m_help; // a HelpWindow, or the QWidget left of one during its destruction
+    QPointer<QWidget> m_help; // a HelpWindow; only a QWidget while it is being destroyed
 };
 
 } // namespace calvorn

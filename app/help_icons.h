@@ -7,8 +7,8 @@ namespace calvorn {
 
 enum class HelpIcon { Back, Forward, FirstPage, Close };
 
-// Returns an icon for the tool bar of the help. It is drawn in the desktop's colour of button text, so that it is
-// visible on dark desktops, too, and follows changes of the desktop's colours.
+// Returns an icon for the help tool bar. It is drawn in the desktop's button-text colour, so it is also visible on dark
+// desktops and follows colour changes.
 QIcon helpIcon(HelpIcon icon);
 
 } // namespace calvorn

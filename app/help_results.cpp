@@ -7,9 +7,9 @@ namespace calvorn {
 
 QString mendedExcerpt(QString excerpt)
 {
-    // Pictures leave a replacement character in the text.
+    // Pictures appear as replacement characters in the text.
     excerpt.remove(QChar::ObjectReplacementCharacter);
-    // The search term is set in bold and can be the name of an entity.
+    // The search term is in bold, even if it is the name of an entity.
     static const QRegularExpression bold(QStringLiteral("&<b>(quot|amp|lt|gt)</b>;"));
     excerpt.replace(bold, QStringLiteral("&\\1;"));
     static const QRegularExpression cutBegin(QStringLiteral(R"(^(\.\.\.)?(quot|amp|lt|gt);)"));

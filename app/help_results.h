@@ -6,11 +6,11 @@
 
 namespace calvorn {
 
-// The search engine cuts excerpts between words, and treats the names of HTML entities as words: "M1 -&gt" and
-// "quot;Apply" end or begin with half a ">" and half a quotation mark. Returns the excerpt with whole entities.
+// Returns the excerpt with complete HTML entities. The search engine cuts excerpts between words and treats entity
+// names as words: "M1 -&gt" ends with half a ">", and "quot;Apply" begins with half a quotation mark.
 QString mendedExcerpt(QString excerpt);
 
-// The pages that a search of the help has found, as links with an excerpt each.
+// The pages found by a help search, as links with an excerpt each.
 class HelpResults : public QTextBrowser
 {
     Q_OBJECT

@@ -75,7 +75,7 @@ HelpWindow::HelpWindow(const QString &helpFile, QWidget *parent)
 
 HelpWindow::~HelpWindow()
 {
-    // The views in the tabs use the engine until they are destroyed.
+    // Delete the tabs first, because their views use the engine until they are destroyed.
     delete m_tabs;
 }
 
@@ -97,7 +97,7 @@ void HelpWindow::build()
     });
     connect(m_browser, &QTextBrowser::historyChanged, this, &HelpWindow::selectInContents);
 
-    // Move the focus to a tab's page, where the user wants to type or choose.
+    // Move the focus to the selected tab's page, so that the user can type or choose immediately.
     connect(m_tabs, &QTabWidget::currentChanged, this, [this] { m_tabs->currentWidget()->setFocus(); });
 
     auto *splitter = new QSplitter(this);
@@ -113,7 +113,7 @@ void HelpWindow::build()
 
 namespace {
 
-// Returns the contents entry of the address; invalid if there is none.
+// Returns the contents entry for an address, or an invalid index if there is none.
 QModelIndex entryOf(const QHelpContentModel &contents, const QUrl &address, const QModelIndex &parent = {})
 {
     for (int row = 0; row < contents.rowCount(parent); ++row) {
@@ -130,7 +130,7 @@ QModelIndex entryOf(const QHelpContentModel &contents, const QUrl &address, cons
 
 } // namespace
 
-// Selects the entry of the current place, or the entry of its page if the place has none.
+// Selects the contents entry for the current address, or for its page if the address has none.
 void HelpWindow::selectInContents()
 {
     const QHelpContentModel &contents = *m_engine->contentModel();
@@ -189,7 +189,7 @@ QWidget *HelpWindow::buildIndex()
     return page;
 }
 
-// If several pages have the keyword, shows the first one.
+// Shows the first page if several have the keyword.
 void HelpWindow::openDocuments(const QList<QHelpLink> &documents)
 {
     if (!documents.isEmpty())
@@ -210,7 +210,7 @@ QWidget *HelpWindow::buildSearch()
     connect(search->queryWidget(), &QHelpSearchQueryWidget::search, search, look);
     connect(search, &QHelpSearchEngine::searchingFinished, results,
             [search, results](int hits) { results->showPages(search->searchResults(0, hits)); });
-    // A search before the index exists finds nothing, so repeat it afterwards.
+    // Repeat a search that was made before the index existed, because it found nothing.
     connect(search, &QHelpSearchEngine::indexingFinished, search, [search, look] {
         if (!search->searchInput().isEmpty())
             look();

@@ -13,7 +13,7 @@ class QToolBar;
 
 namespace calvorn {
 
-// Shows the pages of a help file, and nothing from elsewhere.
+// Shows only pages of the help file.
 class HelpBrowser : public QTextBrowser
 {
     Q_OBJECT
@@ -24,7 +24,7 @@ public:
     QVariant loadResource(int type, const QUrl &name) override;
 
 protected:
-    // Ignores links that lead out of the help.
+    // Ignores links to pages outside the help file.
     void doSetSource(const QUrl &url, QTextDocument::ResourceType type) override;
 
 private:
@@ -33,8 +33,8 @@ private:
 
 // The help: contents, index and search on the left, the page on the right.
 //
-// Qt Help needs files besides the help file, such as the search index. They are kept in a temporary folder, because the
-// program folder may be write-protected.
+// Besides the help file, Qt Help needs files such as the search index. They are stored in a temporary folder, because
+// the program folder may be write-protected.
 class HelpWindow : public QWidget
 {
     Q_OBJECT

@@ -23,7 +23,7 @@
 
 namespace {
 
-// Sets what the desktop shows for the window: its icon, and the menu entry that it belongs to.
+// Sets the window's icon, and the desktop menu entry that the window belongs to.
 void introduceToDesktop()
 {
     QIcon icon;
@@ -40,7 +40,7 @@ void nameApplication()
     QCoreApplication::setApplicationVersion(QStringLiteral(CALVORN_VERSION));
 }
 
-// The command line, which has only the options for help and version.
+// The command line, which has only the help and version options.
 struct Arguments
 {
     QCommandLineParser parser;
@@ -56,14 +56,14 @@ struct Arguments
     }
 };
 
-// Answers the options for help and version, which need no display, and ends the program after that.
+// Handles the help and version options, which need no display, and exits if either is given.
 void answerWithoutDisplay(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
     const calvorn::Language language(QLocale::system());
     nameApplication();
     Arguments arguments;
-    // Qt's own options are unknown here and left to the application with the window.
+    // Qt's own options are unknown here; QApplication handles them later.
     if (!arguments.parser.parse(QCoreApplication::arguments()))
         return;
     if (arguments.parser.isSet(arguments.help))
@@ -72,8 +72,8 @@ void answerWithoutDisplay(int argc, char **argv)
         arguments.parser.showVersion();
 }
 
-// Defers signals that end the program, and Ctrl+Z, until the window's thread handles them, so that an end stops the
-// hardware and saves the settings, and no call is interrupted.
+// Defers termination signals and Ctrl+Z to the window's thread, so that they do not interrupt a call and termination
+// stops the hardware and saves the settings.
 class SignalWatch
 {
 public:
@@ -98,7 +98,7 @@ public:
     SignalWatch(const SignalWatch &) = delete;
     SignalWatch &operator=(const SignalWatch &) = delete;
 
-    // Until a window is set, a signal ends the box that is shown.
+    // Until a window is set, a signal closes the current box.
     void setWindow(calvorn::FrmSweep *window) { m_window = window; }
 
 private:
@@ -107,8 +107,8 @@ private:
     QPointer<calvorn::FrmSweep> m_window;
 };
 
-// Qt calls exit() when it loses the display; see endAtOnce(). Handlers that libraries register later would still run,
-// so this is called again once everything has started. The server switches the generators off when this process ends.
+// Qt calls exit() when it loses the display; see endAtOnce(). Exit handlers that libraries register later would run
+// first, so call this again after start-up. The server switches the generators off when this process exits.
 void skipExitHandlers()
 {
     on_exit([](int code, void *) { calvorn::endAtOnce(code); }, nullptr);
@@ -126,7 +126,7 @@ int runWithDisplay(int argc, char **argv)
     const Language language(QLocale::system());
     nameApplication();
     QApplication::setStyle(new ProgramStyle);
-    // A dialog that closes before the main window shows must not end the program.
+    // A dialog that closes before the main window is shown must not end the program.
     QApplication::setQuitOnLastWindowClosed(false);
     introduceToDesktop();
 

@@ -15,7 +15,7 @@ RemoteControl::RemoteControl(const WindowRooms &rooms, Log &log, QObject *parent
 {
 }
 
-// Emits no more signals, because receivers may already be gone.
+// Disconnects its signals first, because the receivers may already be destroyed.
 RemoteControl::~RemoteControl()
 {
     disconnect();

@@ -33,7 +33,7 @@ public:
     // Returns the choice in the settings file, or the default.
     static Choice choiceIn(const QString &settingsFile);
 
-    // Opens or closes the TCP port. Returns an empty text, or one sentence on why the port could not be opened.
+    // Opens or closes the TCP port. Returns an error message if the port cannot be opened, otherwise an empty string.
     QString follow(const Choice &choice);
     void close();
 

@@ -39,7 +39,7 @@ bool SetUpMenu::configure(const SetUpOpening &opening)
     if (!m_setUp)
         m_setUp = new FrmSetUp(m_rooms.configuration, m_rooms.messages, m_rooms.boundary, m_window);
     if (!m_window->isVisible()) {
-        // At the first start, there is no visible window yet to centre the dialog on.
+        // At the first start, no window is visible yet on which to centre the dialog.
         const QRect free = m_window->screen()->availableGeometry();
         m_setUp->move(free.center() - QRect(QPoint(), m_setUp->sizeHint()).center());
     }

@@ -15,8 +15,8 @@ class FrmCalibraADC;
 class FrmCalibraDDS;
 class FrmCalibraLevel;
 
-// The entries of the "SetUp" menu that open the configuration and the three calibrations. Each dialog is created on
-// first use and kept.
+// The "SetUp" menu entries for the configuration and the three calibrations. Each dialog is created on first use and
+// reused.
 class SetUpMenu : public QObject
 {
     Q_OBJECT
@@ -37,10 +37,10 @@ public:
     const QList<QAction *> &actions() const { return m_actions; }
     void setDriver(AcquisitionDriver *driver) { m_driver = driver; }
 
-    // Opens the configuration. Returns true if it was written, in which case the program must end.
+    // Opens the configuration. Returns true if it was written; the program must then exit.
     bool configure(const SetUpOpening &opening = {});
-    // The same before anything has been configured. If there is no settings file, first creates one with the prepared
-    // sections.
+    // Does the same before anything has been configured. If there is no settings file, first creates one with the
+    // prepared sections.
     bool configureAtFirstStart(bool noSettings);
 
 signals:

@@ -37,7 +37,7 @@ SweepFiles::SweepFiles(const SweepFilesRooms &rooms, Messages &messages, Log &lo
 
 void SweepFiles::mnuSaveCSV_Click()
 {
-    // Propose the last folder again, but not the last name.
+    // Suggest the last folder, but not the last name.
     const QString folder = QFileInfo(m_lastFile).path();
     const QString path =
         m_messages.desktop().chooseFileToSave(tr("Sweep files (*.csv)"), m_lastFile.isEmpty() ? QString() : folder);
@@ -61,7 +61,7 @@ void SweepFiles::exportSweep(const QString &path)
 
 void SweepFiles::mnuOpenCSV_Click()
 {
-    // With a global menu bar, no click in the window has committed the entry yet.
+    // With a global menu bar, no click in the window has committed a pending entry.
     EntryBox::commitPending();
     const QString path = m_messages.desktop().chooseFileToOpen(tr("Sweep files (*.csv)"), m_lastFile);
     if (path.isEmpty())
@@ -72,7 +72,7 @@ void SweepFiles::mnuOpenCSV_Click()
         importSweep(path);
         emit reported(tr("%1 rows imported from %2").arg(NumberText::fromInteger(kSweepPoints), name));
     } catch (const RuntimeError &error) {
-        // Keep and show the rows that were read before the error.
+        // Keep and show the rows read before the error.
         m_rooms.table.cellsWritten();
         m_log.writeLog(tr("Import: ") + error.message());
         emit reported(tr("%1 not imported: %2").arg(name, error.message()));
@@ -81,7 +81,7 @@ void SweepFiles::mnuOpenCSV_Click()
 
 void SweepFiles::importSweep(const QString &path)
 {
-    // Opening a pipe would wait for its other end.
+    // Opening a pipe would block until its other end is opened.
     if (QFileInfo::exists(path) && !QFileInfo(path).isFile())
         throw RuntimeError(RuntimeError::Kind::File, path + tr(": it is not a file"));
     QFile file(path);
@@ -108,14 +108,14 @@ bool SweepFiles::firstRowIsInVolts() const
     return voltsOf(1) == m_rooms.table.number(1, SweepTable::AmplitudeColumn);
 }
 
-// The file does not contain its scale, and importing does not change the current one.
+// The file does not state its scale, and an import does not change the current scale.
 void SweepFiles::noteUnit()
 {
     if (!isLinearScale(m_rooms.configuration.scaleType) && firstRowIsInVolts())
         m_log.writeLog(tr("Import: ") + tr("the amplitudes are in volts, but the scale is in dB"));
 }
 
-// Row 1 shows whether the file was made with the current detector calibration.
+// Uses row 1 to check whether the file was made with the current detector calibration.
 void SweepFiles::offerAdjustment(const QString &path)
 {
     const NumberText numbers;
@@ -133,8 +133,8 @@ void SweepFiles::offerAdjustment(const QString &path)
     }
 }
 
-// Plans the range from the first to the last row of the imported sweep, without changing the table. If planning fails,
-// restores the previous range.
+// Plans the range from the first to the last row of the imported sweep, without changing the table. Restores the
+// previous range if planning fails.
 void SweepFiles::moveToImportedSweep()
 {
     const NumberText numbers;
@@ -154,7 +154,7 @@ void SweepFiles::moveToImportedSweep()
     const double centre = roundHalfEven(checkedSubtract(c.stopFreq, c.startFreq) / 2.0 + c.startFreq);
     m_rooms.readouts.show(numbers.masked(c.startFreq, kMaskHertz), numbers.masked(centre, kMaskHertz),
                           numbers.masked(c.stopFreq, kMaskHertz));
-    // Last, so that receivers of the table's signal find the new plan.
+    // Do this last, so that receivers of the table's signal see the new plan.
     const bool follows = amplitudesFollowFromCounts(table, c);
     table.sweepWritten(SweepOrigin::Imported, follows ? std::optional(detectorOf(c)) : std::nullopt);
 }

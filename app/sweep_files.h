@@ -21,9 +21,8 @@ struct SweepFilesRooms
     FrequencyReadouts &readouts;
 };
 
-// The commands "Export (.csv)" and "Import" of the File menu. Errors are written to the log and sent by reported(), not
-// shown in a box. An export replaces the whole file or nothing; an import that fails half-way leaves the rows read so
-// far.
+// The "Export (.csv)" and "Import" commands of the File menu. Errors are logged and emitted by reported(), not shown in
+// a box. An export replaces the file as a whole or not at all; an import that fails keeps the rows read so far.
 class SweepFiles : public QObject
 {
     Q_OBJECT
@@ -37,12 +36,12 @@ public:
     void mnuSaveCSV_Click();
     void mnuOpenCSV_Click();
 
-    // Do the work of the commands. Throw RuntimeError on failure.
+    // Execute the commands. Throw RuntimeError on failure.
     void exportSweep(const QString &path);
     void importSweep(const QString &path);
 
 signals:
-    // The outcome of an export or import, in words.
+    // A message about the outcome of an export or import.
     void reported(const QString &text);
 
 private:
@@ -57,7 +56,7 @@ private:
     Log &m_log;
     QAction *m_export;
     QAction *m_import;
-    QString m_lastFile; // proposed in the next file dialog
+    QString m_lastFile; // suggested in the next file dialog
 };
 
 } // namespace calvorn

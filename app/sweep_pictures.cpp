@@ -88,7 +88,7 @@ void SweepPictures::mnuCopyPicture_Click()
 void SweepPictures::mnuPrint_Click()
 {
     QPrinter printer(QPrinter::HighResolution);
-    // The print dialog derives the name of a PDF file from this.
+    // The print dialog derives the PDF file name from this.
     printer.setDocName(sweepName());
     printer.setPageOrientation(QPageLayout::Landscape);
     if (!m_messages.desktop().choosePrinter(printer))
@@ -123,7 +123,7 @@ void SweepPictures::keepTextCopyIn(const QWidget &window)
 
 bool SweepPictures::eventFilter(QObject *watched, QEvent *event)
 {
-    // Accepting the event here sends the key to the view instead of the menu.
+    // Accepting the event here sends the key to the view and not to the menu.
     if (event->type() == QEvent::ShortcutOverride && static_cast<QKeyEvent *>(event)->matches(QKeySequence::Copy))
         event->accept();
     return QObject::eventFilter(watched, event);

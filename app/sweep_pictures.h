@@ -16,7 +16,7 @@ namespace calvorn {
 
 class SweepPicture;
 
-// The components that a picture is made from.
+// The components that supply the contents of a picture.
 struct SweepPictureRooms
 {
     const Configuration &configuration;
@@ -25,7 +25,7 @@ struct SweepPictureRooms
     const FrequencyReadouts &readouts;
 };
 
-// The commands of the File menu that make a picture of the sweep: save, copy and print. A failure is shown in a box and
+// The File menu commands that create a picture of the sweep: save, copy and print. A failure is shown in a box and
 // leaves an existing file unchanged.
 class SweepPictures : public QObject
 {
@@ -46,7 +46,7 @@ public:
     void savePicture(const QString &path) const;
     QByteArray pictureAsPng() const;
 
-    // Lets Ctrl+C in the lists of the window keep copying their text.
+    // Ensures that Ctrl+C in the window's lists still copies their text.
     void keepTextCopyIn(const QWidget &window);
 
 protected:
@@ -64,7 +64,7 @@ private:
     QAction *m_save;
     QAction *m_copy;
     QAction *m_print;
-    QString m_lastFile; // proposed in the next file dialog
+    QString m_lastFile; // suggested in the next file dialog
 };
 
 } // namespace calvorn

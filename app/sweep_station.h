@@ -12,8 +12,8 @@
 
 namespace calvorn {
 
-// Everything that the main window works on, except widgets. Outlives the window, whose widgets refer to it until they
-// are destroyed.
+// Everything that the main window works on, except widgets. Must outlive the window, whose widgets refer to it until
+// they are destroyed.
 struct SweepStation
 {
     SweepStation(const ProgramFolders &programFolders, Configuration &record, Desktop &person, Clock &time);

@@ -10,7 +10,7 @@ std::int16_t UnattendedDesktop::messageBox(BoxIcon icon, BoxButtons buttons, con
     if (!told)
         return m_person.messageBox(icon, buttons, text, title);
     told(text);
-    // Cancel in a box about a hardware error would close the program.
+    // Answering a hardware error with Cancel would close the program.
     return buttons == BoxButtons::OkCancel && icon != BoxIcon::Critical ? kBoxCancel : kBoxOk;
 }
 

@@ -8,9 +8,9 @@
 
 namespace calvorn {
 
-// Passes everything on to the user's desktop, except during a remote command or a sweep started by one: then no box is
-// shown and nothing beeps. The client receives the text of a box instead; a question is answered with Cancel, an error
-// with OK. During a command, a file dialog returns the file that the command names.
+// Forwards all calls to the user's desktop, except during a remote command or a sweep started by one: no box is then
+// shown and nothing beeps. The client receives the box text instead; questions are answered with Cancel, errors with
+// OK. During a command, a file dialog returns the file named by the command.
 class UnattendedDesktop : public Desktop
 {
 public:
@@ -21,7 +21,7 @@ public:
     {
     }
 
-    // While a guard exists, the user is not asked anything. Guards can be nested.
+    // While a guard exists, the user is not prompted. Guards can be nested.
     class Guard
     {
     public:
@@ -45,7 +45,7 @@ public:
         QString m_file;
     };
 
-    // Does the same for boxes between commands, until it is called with an empty function.
+    // Redirects boxes between commands in the same way, until called with an empty function.
     void setStandIn(Told told) { m_standIn = std::move(told); }
 
     std::int16_t messageBox(BoxIcon icon, BoxButtons buttons, const QString &text, const QString &title) override;

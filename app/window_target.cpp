@@ -24,7 +24,7 @@ WindowTarget::WindowTarget(const WindowRooms &rooms, QObject *parent)
     , m_rooms(rooms)
 {
     m_rooms.measurement.setFollowed(true);
-    // Boxes go to the client only until the sweep that its command started has ended.
+    // Send boxes to the client only until the sweep started by its command has ended.
     connect(&rooms.instrument, &Instrument::becameIdle, this, [this] { m_rooms.desktop.setStandIn({}); });
 }
 
@@ -145,7 +145,7 @@ void WindowTarget::loadSweep(const QString &path)
     try {
         m_rooms.files.importSweep(path);
     } catch (const RuntimeError &) {
-        // Keep and show the rows that were read before the error.
+        // Keep and show the rows read before the error.
         instrument().table().cellsWritten();
         throw;
     }

@@ -36,7 +36,7 @@ struct WindowRooms
     SweepPictures &pictures;
 };
 
-// The window under remote control: each command does the same as its control, without asking the user anything.
+// The window under remote control: each command has the same effect as its control, but never prompts the user.
 class WindowTarget : public RemoteTarget
 {
     Q_OBJECT
