@@ -97,7 +97,7 @@ void AdcPage::buildEntries()
                        [this] { txtADCchannel_Change(); });
 }
 
-// Updates while the user types. A number that selects nothing is corrected when the user leaves the box.
+// Updates the description as the user types. An invalid number is corrected only when the user leaves the box.
 void AdcPage::txtADCchannel_Change()
 {
     static constexpr std::int16_t kAngle = 1;

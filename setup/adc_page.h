@@ -12,7 +12,7 @@
 
 namespace calvorn {
 
-// The detector: converter, volts per count, channel.
+// The detector: converter, volts per count and channel.
 class AdcPage : public SetUpPage
 {
     Q_OBJECT

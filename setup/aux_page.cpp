@@ -69,7 +69,7 @@ QWidget *AuxPage::buildOutput(std::size_t output)
 
 void AuxPage::buildSteps(std::size_t output, QGridLayout *grid)
 {
-    // A ";" separates label and value in the file.
+    // In the file, a ";" separates label and value.
     auto *noSemicolon = new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[^;]*")), this);
     grid->addWidget(new QLabel(tr("Label"), this), 2, 1);
     grid->addWidget(new QLabel(tr("Value - dB"), this), 2, 2);
@@ -153,7 +153,7 @@ void AuxPage::fill()
     showPotRange();
 }
 
-// Accepts digits only, and limits the number to the highest position. Leading zeros stay.
+// Accepts digits only, and limits the number to the highest position. Leading zeros are kept.
 void AuxPage::txtPot_Change(QLineEdit *box, QString &value)
 {
     QString text = box->text();

@@ -14,7 +14,7 @@ class QGridLayout;
 
 namespace calvorn {
 
-// The two auxiliary outputs of the parallel-port board, and the range of the potentiometer on the second.
+// The two auxiliary outputs of the parallel-port board, and the range of the potentiometer on the second output.
 class AuxPage : public SetUpPage
 {
     Q_OBJECT

@@ -15,7 +15,7 @@ namespace calvorn {
 
 namespace {
 
-// Whether the key continues an entry: a character, or a key that only modifies the next one.
+// Returns whether the key continues an entry: it types a character or modifies the next key.
 bool typesOn(const QKeyEvent &key)
 {
     switch (key.key()) {
@@ -129,7 +129,7 @@ void CalibrationDialog::showEvent(QShowEvent *event)
             const QScopedValueRollback guard(m_busy, true);
             load();
         });
-        // Setting the same offset as last time raises no signal, but must still act on the hardware.
+        // An unchanged offset does not emit a signal, but must still be applied to the hardware.
         m_boundary.run(m_changeName.constData(), [this] { changed(); });
         m_box->setFocus();
         m_box->selectAll();
@@ -145,8 +145,8 @@ void CalibrationDialog::changed()
     offsetChanged();
 }
 
-// Text that is not a number is shown as "0", and the next key starts a new number. A sign or a decimal separator would
-// be lost that way, so it is kept for that key. The sign of a zero is kept, too, because it is not shown.
+// Replaces text that is not a number with "0", which the next key overwrites. A sign or a decimal separator would be
+// lost that way, so it is stored until the next key; so is the sign of a zero, because it is not shown.
 bool CalibrationDialog::completeEntry()
 {
     static const QRegularExpression beginning(QStringLiteral("^[+-]?[.,]?$"));
@@ -172,7 +172,7 @@ bool CalibrationDialog::completeEntry()
     return false;
 }
 
-// Any edit other than continued typing starts a new entry.
+// Any edit other than continued typing starts a new number.
 bool CalibrationDialog::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == m_box) {
@@ -184,7 +184,7 @@ bool CalibrationDialog::eventFilter(QObject *watched, QEvent *event)
     return QDialog::eventFilter(watched, event);
 }
 
-// Returning the bar to rest raises the event again.
+// Returning the bar to rest emits the signal again.
 void CalibrationDialog::VScrollOffset_Change()
 {
     if (m_busy)

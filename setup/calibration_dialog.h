@@ -13,8 +13,8 @@
 
 namespace calvorn {
 
-// Base of the generator and detector calibrations: instructions, the tried offset with its nudge control, Apply and
-// Exit.
+// Base class of the generator and detector calibrations: instructions, the trial offset with its nudge control, and the
+// "Apply" and "Exit" buttons.
 class CalibrationDialog : public QDialog
 {
     Q_OBJECT
@@ -24,7 +24,7 @@ public:
     void setDriver(AcquisitionDriver *driver) { m_driver = driver; }
 
 protected:
-    // Positions of the nudge control, which rests in the middle.
+    // Positions of the nudge control; its rest position is in the middle.
     enum Nudge { Up = 1, Rest = 2, Down = 3 };
 
     struct Texts
@@ -44,16 +44,16 @@ protected:
     virtual void unload() = 0;
     // Called after the user has typed a number, so that it can be reformatted.
     virtual void numberTyped() {}
-    // Called when the tried offset has changed, and after load().
+    // Called when the trial offset has changed, and after load().
     virtual void offsetChanged() {}
     // direction: 1 up, -1 down.
     virtual void nudged(int direction) = 0;
     virtual void cmdApply_Click() = 0;
 
-    // The tried offset; 0 if the text is not a number.
+    // The trial offset; 0 if the text is not a number.
     double offset() const;
 
-    // Add a read-out with its caption, or a note as wide as the dialog, below the box in the order of the calls.
+    // Add a read-out with its caption, or a note as wide as the dialog, below the previous row.
     void addRow(const QString &caption, QWidget *readOut);
     void addNote(QWidget *note);
     QLineEdit *box() const { return m_box; }

@@ -20,10 +20,10 @@ constexpr double kHighestClock = 1e9; // Hz
 constexpr int kLowestMultiplier = factsOf(DdsChip::Ad9951).multiplierLow;
 constexpr int kHighestMultiplier = factsOf(DdsChip::Ad9951).multiplierHigh;
 constexpr std::int16_t kTimesSix = factsOf(DdsChip::Ad9851).multiplierLow;
-constexpr int kTextMargin = 5; // logical pixels, around the text of a box
+constexpr int kTextMargin = 5; // logical pixels, around the text in a box
 constexpr DisplayMask kMaskOffset{"##0.000"};
 
-// The widest number that a box of this page shows.
+// The widest number in the boxes of this page.
 QString widestNumber()
 {
     return NumberText().masked(std::numeric_limits<std::int32_t>::max(), kMaskMegahertz);
@@ -195,7 +195,7 @@ QWidget *DdsPage::buildLimits()
     form->addRow(tr("Minimum frequenc&y - Hz"), m_minimum->box());
     form->addRow(m_offset);
     form->addRow(m_verdict);
-    // Align its digits with those of the boxes below.
+    // Align the digits with those in the boxes below.
     m_systemClock->setAlignment(Qt::AlignRight);
     m_systemClock->setFixedWidth(m_maximum->box()->width());
     m_systemClock->setIndent(kTextMargin);
@@ -248,7 +248,7 @@ void DdsPage::multiplierChosen()
     showClock();
 }
 
-// Returns the multiplier in use; always 1 for the AD9850, which has none.
+// Returns the current multiplier; always 1 for the AD9850, which has none.
 std::int16_t DdsPage::chosenMultiplier() const
 {
     if (m_optChip[Ad9851]->isChecked() && m_timesSix->isChecked())
@@ -264,7 +264,7 @@ void DdsPage::showChipFrame()
         m_chipFrames[chip]->setVisible(m_optChip[chip]->isChecked());
 }
 
-// A settings file can contain a factor outside the range of the bar.
+// Shows the configured factor, which can be outside the bar's range if it was read from a settings file.
 void DdsPage::showMultiplier()
 {
     const bool multiplies = m_optChip[Ad9951]->isChecked() && m_optMultiplier[1]->isChecked();
@@ -279,7 +279,7 @@ void DdsPage::showClock()
             checkedMultiply(values().ddsXtalFreq, static_cast<std::int32_t>(values().ddsMultiplier));
         m_systemClock->setText(NumberText().masked(clock, kMaskMegahertz));
     } catch (const RuntimeError &error) {
-        // Show the error in place: a box for each step of the scroll bar would be in the way.
+        // Show the error here: a message box for each step of the scroll bar would be a nuisance.
         m_systemClock->setText(error.message());
     }
 }

@@ -62,7 +62,7 @@ void DetectorLawBox::buildEntries()
         fitToNumber(box, NumberText().masked(-DetectorLaw::kMostSlope, kMaskVolt));
 }
 
-// Keeps the number if the box was left unchanged, because the box may show fewer decimals than the number has.
+// Keeps the number if the box is unchanged, because the box may show fewer decimals than the number has.
 void DetectorLawBox::takeTyped(double &number, double typed)
 {
     const NumberText numbers;

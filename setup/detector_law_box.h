@@ -9,8 +9,8 @@
 
 namespace calvorn {
 
-// The law that converts the detector's volts to the level at its input: linear, logarithmic with slope and intercept,
-// or a table made by a calibration. Part of the detector page.
+// The law that converts detector volts to the input level: linear, logarithmic with slope and intercept, or a
+// calibration table. Part of the detector page.
 class DetectorLawBox : public SetUpPage
 {
     Q_OBJECT

@@ -67,7 +67,7 @@ void FrmCalibraADC::unload()
         driver()->setSpeed(configuration().sweepSpeed);
 }
 
-// Reports hardware that does not answer once, not at every tick.
+// Reports unresponsive hardware once, not at every tick.
 void FrmCalibraADC::TimerDetector_Timer()
 {
     try {

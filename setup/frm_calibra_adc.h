@@ -7,8 +7,8 @@
 
 namespace calvorn {
 
-// Calibrates the detector: the user finds the offset (volts) that makes it show a known voltage. "Apply" stores the
-// offset in the configuration and recomputes the amplitudes of the table from their counts.
+// Calibrates the detector: the user finds the offset (volts) at which the detector shows a known voltage. "Apply"
+// stores the offset in the configuration and recomputes the table's amplitudes from the counts.
 class FrmCalibraADC : public CalibrationDialog
 {
     Q_OBJECT
@@ -23,7 +23,7 @@ protected:
     void numberTyped() override;
     void nudged(int direction) override;
     void cmdApply_Click() override;
-    // A decimal separator typed in front of the existing one steps over it.
+    // Typing a decimal separator in front of the existing one moves the cursor past it.
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:

@@ -42,7 +42,7 @@ void FrmCalibraDDS::load()
     box()->setText(NumberText().fromDouble(configuration().ddsOffset));
 }
 
-// Restores the configured offset on the hardware, where another one may have been tried.
+// Restores the configured offset on the hardware, which may still use a trial offset.
 void FrmCalibraDDS::unload()
 {
     if (!driver())

@@ -6,8 +6,9 @@
 
 namespace calvorn {
 
-// Calibrates the generator: the user finds the offset (Hz) that makes a frequency meter show the start frequency. If
-// the interface supports that, a tried offset acts on the hardware at once. "Apply" stores it in the configuration.
+// Calibrates the generator: the user finds the offset (Hz) at which a frequency meter shows the start frequency. If the
+// interface supports this, the trial offset is sent to the hardware immediately. "Apply" stores it in the
+// configuration.
 class FrmCalibraDDS : public CalibrationDialog
 {
     Q_OBJECT
@@ -17,7 +18,7 @@ public:
                   QWidget *parent = nullptr);
 
 signals:
-    // This window starts (true) or stops (false) reporting the driver's errors.
+    // This dialog starts (true) or stops (false) reporting the driver's errors.
     void takesErrors(bool takes);
 
 protected:

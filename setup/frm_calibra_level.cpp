@@ -184,7 +184,7 @@ void FrmCalibraLevel::measuringEnded(const QString &told)
     m_told->setText(told);
 }
 
-// A new point replaces an earlier one at the same level.
+// A new point replaces any earlier point at the same level.
 void FrmCalibraLevel::take(const LevelReading &reading)
 {
     const DetectorCalibration detector = detectorOf(m_configuration);

@@ -15,9 +15,9 @@
 
 namespace calvorn {
 
-// Calibrates the level: the user sets known levels one by one, and the dialog measures each one and computes the law of
-// the detector. "Apply" stores the law in configuration and settings file, and recomputes the amplitudes of the table.
-// Until then, nothing changes.
+// Calibrates the level: the user applies known levels one after the other, and the dialog measures each of them and
+// computes the detector law. "Apply" stores the law in configuration and settings file, and recomputes the table's
+// amplitudes. Nothing changes before that.
 class FrmCalibraLevel : public QDialog
 {
     Q_OBJECT
@@ -51,7 +51,7 @@ private:
     Instrument &m_instrument;
     ErrorBoundary &m_boundary;
     LevelReader m_reader;
-    std::vector<CalibrationPoint> m_points; // sorted by falling level
+    std::vector<CalibrationPoint> m_points; // sorted by level, highest first
     double m_measured = 0.0;                // dBm, the level being measured
     RealSpinBox *m_known;
     RealSpinBox *m_attenuator;

@@ -45,7 +45,7 @@ FrmSetUp::FrmSetUp(const Configuration &configuration, Messages &messages, Error
     auto *grid = new QGridLayout(this);
     grid->addLayout(buildPageButtons(), 0, 0);
     grid->setColumnStretch(1, 1);
-    // Create the widgets in the order in which Tab visits them.
+    // Create the widgets in tab order.
     buildPages({m_values, configuration, messages, boundary});
     grid->addLayout(buildButtons(), 1, 0, 1, 2);
 }
@@ -66,7 +66,7 @@ QLayout *FrmSetUp::buildPageButtons()
         {"cmdPort", tr("&Ports"), tr("The serial port and the parallel port")},
     }};
     auto *column = new QVBoxLayout;
-    // Use a group: auto-exclusive buttons would include the options of the pages below.
+    // Use a group, because auto-exclusive buttons would include the options on the pages.
     auto *group = new QButtonGroup(this);
     for (std::size_t page = 0; page < kPages; ++page) {
         auto *button = new QPushButton(buttons[page].caption, this);
@@ -93,7 +93,7 @@ QLayout *FrmSetUp::buildButtons()
     auto *exit = new QPushButton(tr("&EXIT"), this);
     exit->setObjectName(QStringLiteral("cmdExit"));
     exit->setToolTip(tr("Close without changes"));
-    // Return in a text box must accept the entry and nothing more.
+    // Return in a text box must only accept the entry.
     m_apply->setAutoDefault(false);
     exit->setAutoDefault(false);
     m_boundary.connect(m_apply, &QPushButton::clicked, this, "cmdApply_Click", [this] { cmdApply_Click(); });
@@ -105,7 +105,7 @@ QLayout *FrmSetUp::buildButtons()
     return row;
 }
 
-// Puts all pages on top of each other; only one is visible at a time.
+// Stacks the pages; only one is visible at a time.
 void FrmSetUp::buildPages(const SetUpContext &context)
 {
     auto *interfacePage = new InterfacePage(context);
@@ -160,7 +160,7 @@ void FrmSetUp::showPage(std::size_t page)
     m_pageButtons[page]->setChecked(true);
 }
 
-// Chip, converter and outputs belong to an interface: without an interface these pages are empty.
+// Chip, converter and outputs depend on the interface: without an interface, these pages are empty.
 void FrmSetUp::enablePageButtons(bool enabled)
 {
     for (const std::size_t page : {Dds, Adc, Aux})
@@ -174,7 +174,7 @@ void FrmSetUp::interfaceChosen()
 
 void FrmSetUp::cmdApply_Click()
 {
-    // Commit an entry that is still being typed, however the button was pressed.
+    // Commit a pending entry, regardless of how the button was pressed.
     m_apply->setFocus();
     if (m_messages.show(BoxIcon::Warning, BoxButtons::OkCancel,
                         tr("Please confirm, now program will exit.") + u'\r' + tr("Please restart.")) != kBoxOk)

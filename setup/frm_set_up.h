@@ -12,17 +12,17 @@ namespace calvorn {
 
 class InterfacePage;
 
-// What the caller knows when opening the configuration.
+// Information from the caller when it opens the configuration.
 struct SetUpOpening
 {
-    // There are no settings yet: the dialog proposes the prepared simulated board.
+    // There are no settings yet, so the dialog suggests the prepared simulated board.
     bool firstStart = false;
-    // The key of a device whose unknown name the caller has just reported; the dialog does not report it again.
+    // The key of an unknown device that the caller has just reported; the dialog does not report it again.
     std::optional<SettingKey> reportedDevice;
 };
 
-// The configuration of the hardware: five pages over one set of working copies. Only "Apply" writes; exec() then
-// returns Accepted and the program must end, because the new configuration is read at the next start.
+// The hardware configuration: five pages that edit one set of working copies. Only "Apply" writes the file; exec() then
+// returns Accepted and the program must exit, because the new configuration is read at the next start.
 class FrmSetUp : public QDialog
 {
     Q_OBJECT
@@ -32,7 +32,7 @@ public:
     FrmSetUp(const Configuration &configuration, Messages &messages, ErrorBoundary &boundary,
              QWidget *parent = nullptr);
 
-    // Applies to the next time the dialog opens.
+    // Takes effect the next time the dialog opens.
     void setOpening(const SetUpOpening &opening) { m_opening = opening; }
 
 protected:

@@ -49,7 +49,7 @@ InterfacePage::InterfacePage(const SetUpContext &context)
 
 void InterfacePage::fill()
 {
-    // Choose no option if the file names an unknown interface.
+    // Select no option if the file names an unknown interface.
     for (std::size_t i = 0; i < m_optInterface.size(); ++i)
         if (values().interfaceType == interfaceKinds()[i].number)
             chooseOption(m_optInterface[i]);
@@ -60,7 +60,7 @@ void InterfacePage::forget()
     chooseNoOption(m_optInterface.front());
 }
 
-// Ignores a click on the current option, which would undo changes made on the other pages.
+// Ignores a click on the selected option, which would undo changes made on the other pages.
 void InterfacePage::optInterface_Click(std::int16_t index)
 {
     if (values().interfaceType == index)

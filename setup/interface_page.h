@@ -21,7 +21,7 @@ public:
     void forget() override;
 
 signals:
-    // The other pages have new values, or can be shown for the first time.
+    // The other pages have new values, or can now be shown.
     void interfaceChosen();
 
 private:

@@ -16,7 +16,7 @@ constexpr int kLines = 14; // height in lines of text
 constexpr double kPointRadius = 3.0;
 constexpr double kResidualShare = 0.28; // fraction of the height
 constexpr int kSteps = 200;             // segments of the law's line
-constexpr double kLeastResidual = 0.5;  // dB, minimum for the ends of the scale
+constexpr double kLeastResidual = 0.5;  // dB, minimum for the limits of the scale
 
 QString number(double value, const DisplayMask &mask)
 {

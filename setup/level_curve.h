@@ -7,7 +7,7 @@
 
 namespace calvorn {
 
-// The points of a level calibration and the law fitted to them, and below that the residuals: the law's level minus the
+// Plots the points of a level calibration and the fitted law, and below that the residuals: the law's level minus the
 // known level, in dB.
 class LevelCurve : public QWidget
 {
@@ -16,7 +16,7 @@ class LevelCurve : public QWidget
 public:
     explicit LevelCurve(QWidget *parent = nullptr);
 
-    // law: nothing if the points yield none.
+    // law: nullopt if no law can be computed from the points.
     void show(const std::vector<CalibrationPoint> &points, const std::optional<DetectorLaw> &law);
 
     QSize sizeHint() const override;

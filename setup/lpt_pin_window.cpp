@@ -77,7 +77,7 @@ QSize LptPinDrawing::sizeHint() const
     return {kPinsAbove * pitch() + 2 * kMargin, kShellHeight + 2 * labelLength() + 2 * kMargin};
 }
 
-// Places the pins of the lower row between those of the upper one.
+// Places the pins of the lower row midway between those of the upper row.
 QPointF LptPinDrawing::centreOf(int number) const
 {
     const bool above = number <= kPinsAbove;

@@ -10,7 +10,7 @@
 
 namespace calvorn {
 
-// A drawing of the parallel port's connector with the signal at each pin.
+// A drawing of the parallel-port connector with the signal at each pin.
 class LptPinDrawing : public QWidget
 {
     Q_OBJECT
@@ -39,7 +39,7 @@ private:
     std::array<PinUse, kConnectorPins> m_uses;
 };
 
-// Shows the wiring in force: section [LPT Wiring] of the settings file, or the standard wiring.
+// Shows the current wiring: section [LPT Wiring] of the settings file, or the standard wiring.
 class LptPinWindow : public QDialog
 {
     Q_OBJECT

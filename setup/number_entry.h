@@ -12,20 +12,21 @@
 
 namespace calvorn {
 
-// Connects a text box of the set-up to the number that it edits. A bad entry is corrected in place with a beep and no
-// message: text that is not a number is replaced by the previous number, a number out of range by the nearest limit.
+// Connects a text box of the set-up to the number that it edits. An invalid entry is corrected in place with a beep but
+// without a message: text that is not a number is replaced with the previous number, an out-of-range number with the
+// nearest limit.
 class NumberEntry : public QObject
 {
     Q_OBJECT
 
 public:
-    // Whole: thousands are grouped, except while the box is edited. Real: accepts either decimal separator.
+    // Whole: thousands are grouped, except during editing. Real: accepts either decimal separator.
     enum class Kind { Whole, Real };
 
     struct Binding
     {
-        std::function<QString()> shown;                   // the number as the box shows it
-        std::function<void(double)> take;                 // stores a number that is in range
+        std::function<QString()> shown;                   // the number as shown in the box
+        std::function<void(double)> take;                 // stores a number that is within the range
         std::function<std::pair<double, double>()> range; // lowest and highest
     };
 

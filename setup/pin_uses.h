@@ -11,13 +11,13 @@ namespace calvorn {
 
 inline constexpr int kConnectorPins = 25;
 
-// The function of a pin of the parallel port's connector.
+// The function of a pin on the parallel-port connector.
 struct PinUse
 {
     enum class Kind { Unused, Output, Input, Ground };
 
     int number = 0; // 1 to 25
-    QString line;   // line of the port: "D0", "STROBE"; empty for ground
+    QString line;   // port line: "D0", "STROBE"; empty for ground
     QString signal; // text for the user; empty if unused
     Kind kind = Kind::Unused;
     bool invertedByBoard = false;

@@ -39,7 +39,7 @@ int leadingNumber(const QString &text)
     return number;
 }
 
-// Indents a widget to the position where the text of an option begins.
+// Indents a widget to align it with the text of an option.
 QHBoxLayout *indented(QWidget *widget)
 {
     const QStyle *style = widget->style();
@@ -67,7 +67,7 @@ PortPage::PortPage(const SetUpContext &context)
     boundary().connect(&m_refresh, &QTimer::timeout, this, "timerPorts_Timer", [this] { IsComPortAvailable(); });
 }
 
-// The device of each option is shown beside the option, that of the free number below it, where there is more room.
+// Each option's device is shown beside it; the free number's device is shown below, where there is more room.
 QWidget *PortPage::buildSerialPorts()
 {
     auto *frame = new QGroupBox(tr("Serial port (PIC, MiniVNA)"), this);
@@ -84,7 +84,7 @@ QWidget *PortPage::buildSerialPorts()
             grid->addWidget(m_comDevice[i], static_cast<int>(i), 1);
         }
     }
-    // Reserve the width of the longer text, so that the devices do not move when a port appears or disappears.
+    // Reserve the width of the longer text, so that the device names do not move when a port appears or disappears.
     m_optSerial.front()->setText(tr("COM%1").arg(kFixedComPorts) + tr(" NOT available"));
     grid->setColumnMinimumWidth(0, m_optSerial.front()->sizeHint().width());
     m_optSerial.back()->setText(tr("COMx"));
@@ -193,7 +193,7 @@ QString PortPage::describeComPort(int number) const
     const QString device = serialDeviceOf(number, iniPath());
     if (device.isEmpty())
         return tr("This number has no device. You can assign one in the section [Ports] of the settings file.");
-    // A name made by udev is a link to the actual device.
+    // A name created by udev is a link to the actual device.
     const QString target = QFileInfo(device).canonicalFilePath();
     return target.isEmpty() || target == device ? device : device + QStringLiteral(" → ") + target;
 }
@@ -242,7 +242,7 @@ std::optional<UsbDevice> PortPage::chosenUsbDevice() const
     return device.isEmpty() ? std::optional<UsbDevice>() : usbDeviceOf(device, m_ttyClass);
 }
 
-// A rule names the device itself, so the device must be there.
+// A rule identifies the device itself, so the device must be connected.
 void PortPage::offerAccessRule()
 {
     const bool isThere = chosenUsbDevice().has_value();
@@ -370,7 +370,7 @@ void PortPage::cmdLPTpin_Click()
     LptPinWindow(iniPath(), this).exec();
 }
 
-// Only root may install the rule; its comment names the command.
+// Only root can install the rule; a comment in the file gives the command.
 void PortPage::cmdAccessRule_Click()
 {
     const std::optional<UsbDevice> device = chosenUsbDevice();

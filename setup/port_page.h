@@ -16,8 +16,8 @@
 
 namespace calvorn {
 
-// The ports: the available COM numbers, the chosen one, and the address of the parallel port. While visible, the page
-// follows adapters that are plugged in or removed.
+// The ports: the available COM numbers, the selected number, and the parallel-port address. While visible, the page is
+// updated when adapters are plugged in or removed.
 class PortPage : public SetUpPage
 {
     Q_OBJECT
@@ -28,7 +28,7 @@ public:
     void fill() override;
     void forget() override;
 
-    // Takes USB devices from another folder than /sys/class/tty, for tests.
+    // Looks for USB devices in a folder other than /sys/class/tty, for tests.
     void lookForUsbIn(const QString &ttyClass);
 
 protected:
@@ -61,7 +61,7 @@ private:
     void cmdAccessRule_Click();
 
     QTimer m_refresh;
-    std::array<QRadioButton *, kFixedComPorts + 1> m_optSerial{}; // COM1 to COM6, then the free number
+    std::array<QRadioButton *, kFixedComPorts + 1> m_optSerial{}; // COM1 to COM6, and the free number
     std::array<ElidedLabel *, kFixedComPorts + 1> m_comDevice{};
     QLineEdit *m_comNumber = nullptr;
     QLabel *m_comState = nullptr;

@@ -13,7 +13,7 @@
 
 namespace calvorn {
 
-// What all pages of the set-up share.
+// The objects shared by all set-up pages.
 struct SetUpContext
 {
     SetUpValues &values;
@@ -22,7 +22,7 @@ struct SetUpContext
     ErrorBoundary &boundary;
 };
 
-// One page of the set-up: controls over the working copies.
+// A page of the set-up: controls that edit the working copies.
 class SetUpPage : public QGroupBox
 {
     Q_OBJECT
@@ -32,7 +32,7 @@ public:
         : QGroupBox(title)
         , m_context(context)
     {
-        // Keep the size of the dialog, whichever page it shows.
+        // Keep the dialog's size, regardless of which page is visible.
         QSizePolicy policy = sizePolicy();
         policy.setRetainSizeWhenHidden(true);
         setSizePolicy(policy);
@@ -50,7 +50,7 @@ protected:
     Messages &messages() const { return m_context.messages; }
     ErrorBoundary &boundary() const { return m_context.boundary; }
 
-    // Makes a box as wide as the widest number it shows, however wide the page is.
+    // Makes a box as wide as its widest number, regardless of the page's width.
     static void fitToNumber(QLineEdit *box, const QString &widest)
     {
         box->setFixedWidth(box->fontMetrics().horizontalAdvance(widest + QStringLiteral("00")));

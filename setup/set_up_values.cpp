@@ -15,7 +15,7 @@ namespace calvorn {
 
 namespace {
 
-// Accepts the name of a device in upper or lower case, and replaces any other name by the default.
+// Reads the name of a device, ignoring case, and replaces an unknown name with the default.
 template <std::size_t Count>
 QString readDevice(SettingReader &reader, const SettingKey &key, const std::array<const char *, Count> &known,
                    bool isReported)
@@ -29,7 +29,7 @@ QString readDevice(SettingReader &reader, const SettingKey &key, const std::arra
     return QString::fromLatin1(key.fallback);
 }
 
-// Calls the action with the working copy of a row's value; does nothing for rows without one.
+// Calls the action with the working copy of a row's value, if the row has one.
 template <typename Action>
 void withValue(auto &values, const SettingRow &row, Action action)
 {
@@ -46,7 +46,7 @@ void readValue(SettingReader &reader, SetUpValues &values, const SettingRow &row
     withValue(values, row, [&](auto &value) { reader.read(value, key); });
 }
 
-// text: "caption;weight", or one text for both.
+// text: "caption;weight", or one string for both.
 void readStep(AuxValues &aux, std::size_t index, const QString &text)
 {
     const qsizetype separator = text.indexOf(u';');
