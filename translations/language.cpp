@@ -19,7 +19,7 @@ Language::Language(const QLocale &desktop)
 {
     for (const QString &wanted : desktop.uiLanguages()) {
         const QString code = wanted.section(u'-', 0, 0);
-        // The source texts are English, so stop searching when English comes before a translated language.
+        // The source texts are English, so stop if English precedes any translated language.
         if (code == u"en" || code == u"C")
             return;
         if (!m_ofProgram.load(QStringLiteral("calvorn_") + code, QStringLiteral(":/i18n")))

@@ -7,12 +7,12 @@
 
 namespace calvorn {
 
-// Installs the translations for its lifetime: those of the first language in the desktop's list that the program
-// supports, otherwise none (English). Numbers, files and settings do not depend on the language.
+// Installs translations for its own lifetime: those for the first language in the desktop's list that the program
+// supports, or none (English). Numbers, files and settings do not depend on the language.
 class Language
 {
 public:
-    // Construct after the application object and before the first text is created.
+    // Construct after the application object, and before any text is created.
     explicit Language(const QLocale &desktop);
 
     // "it" or "de"; empty for English.
