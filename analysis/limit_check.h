@@ -13,8 +13,8 @@ struct LimitVerdict
     std::size_t judged = 0;  // samples at frequencies that have a limit
     std::size_t outside = 0; // samples that violate a limit
 
-    // The sample with the smallest margin; the first one if several are equal. Valid only if hasVerdict().
-    double frequency = 0.0; // The first sample with the smallest margin. Valid only if hasVerdict().
+    // The first sample with the smallest margin. Valid only if hasVerdict().
+    double frequency = 0.0; // Hz
     double value = 0.0;     // in the limits' unit, like the members below; -infinity below the detector's floor
     double limit = 0.0;
     double margin = 0.0; // positive inside the limit, 0 on it, negative outside; infinite for an infinite value

@@ -31,7 +31,7 @@ double decibelsOf(double ratio)
     return ratio > 0.0 ? 20.0 * std::log10(ratio) : kBelowFloor;
 }
 
-// isBetter: returns whether the first value is preferred to the second.
+// isBetter(a, b): returns whether a is preferred to b.
 template <typename Better>
 std::optional<Plateau> bestPlateau(std::span<const double> frequencies, std::span<const double> values, Better isBetter)
 {
@@ -54,7 +54,7 @@ std::optional<Plateau> bestPlateau(std::span<const double> frequencies, std::spa
     return best;
 }
 
-// hasReached: returns whether its first argument, a value, has reached its second, the level.
+// hasReached(value, level): returns whether the value has reached the level.
 template <typename Reached>
 Crossing crossing(std::span<const double> frequencies, std::span<const double> decibels, std::size_t from,
                   int direction, double level, Reached hasReached)

@@ -82,7 +82,7 @@ struct Value
     }
 };
 
-// Computes a value from two others. If either is missing, returns its reason; if both are, the first one's.
+// Computes a value from two others. If either is missing, returns its reason; if both are missing, the first reason.
 template <typename Function>
 Value from(const Value &first, const Value &second, Function function)
 {

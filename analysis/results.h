@@ -35,8 +35,7 @@ inline constexpr double kDefaultFixtureOhms = 50.0;
 Results filterResults(const Response &response);
 
 // depth (dB), notchFreq, bw3. The highest sample is taken as the level outside the notch. depth is the difference
-// between this level and the lowest sample; bw3 is the distance between the points on both sides of the notch at half
-// power.
+// between this level and the lowest sample; bw3 is the distance between the half-power points on both sides of it.
 Results notchResults(const Response &response);
 
 // fs, fp, rm, lm, cm, c0, q of a crystal between a source and a load of `ohms` each (greater than 0). The response must
@@ -44,8 +43,8 @@ Results notchResults(const Response &response);
 //
 // fs: peak frequency. fp: frequency of the minimum above fs, after which the curve must rise again; if the dip reaches
 // the detector's floor, the middle of the part below the floor. With the loss a at fs and the half-power bandwidth B:
-// rm = 2 ohms (10^(a/20) - 1), lm = (2 ohms + rm) / (2 pi B), cm = 1 / ((2 pi fs)^2 lm), c0 = cm / ((fp/fs)^2 - 1), q =
-// 2 pi fs lm / rm. A single-sample peak or minimum is refined with a parabola in dB through the sample and its
+// rm = 2 ohms (10^(a/20) - 1), lm = (2 ohms + rm) / (2 pi B), cm = 1 / ((2 pi fs)^2 lm), c0 = cm / ((fp/fs)^2 - 1),
+// q = 2 pi fs lm / rm. A single-sample peak or minimum is refined with a parabola in dB through the sample and its
 // neighbours.
 Results crystalResults(const Response &response, double ohms);
 

@@ -51,7 +51,7 @@ struct RelativeTrace
     double start = 0.0;         // Hz, frequency of the first sample
     double step = 0.0;          // Hz
     std::vector<double> ratios; // 1 where both traces are equal; NaN in a gap
-    // The reasons for gaps that are in neither of the two traces.
+    // The causes of gaps that are not present in either trace.
     bool isOutsideReference = false;    // some samples are outside the reference's range
     bool isReferenceBelowFloor = false; // the reference is at or below its floor at some samples
 

@@ -68,7 +68,7 @@ public:
     bool store(int slot, Source source = Source::Live);
     // Stores the given trace. Its name replaces the slot's name unless it is empty.
     void load(int slot, const Trace &trace);
-    // An empty slot can also have a name.
+    // Renames a slot, which may be empty.
     void rename(int slot, const QString &name);
     void show(int slot, bool isShown);
     // Removes the trace and its name, and makes the slot visible again.
