@@ -373,7 +373,7 @@ void MarkerPanel::putMarker(GraphItem marker, double x, double y)
         aggiornaLblMarkerX();
         return;
     }
-    // Place the line at the value that its box shows, with the precision of the box.
+    // Place the line at the value that its box shows, rounded to the box's precision.
     m_graph.moveLine(marker, insideAtPrecisionOfBox(y));
     aggiornaLblMarkerY();
     aggiornaPosMarkerY(marker);

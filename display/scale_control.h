@@ -25,8 +25,8 @@ public:
     QList<QAction *> actions() const { return {m_actions.begin(), m_actions.end()}; }
 
     // Switches table, axis, grid, markers and curve to a scale. The boxes of M3 and M4 must already be in its units.
-    // Called at start-up with the saved scale, and after the table has been rewritten. An invalid scale (due to an
-    // invalid settings file) is treated as logarithmic, relative to 1 V.
+    // Called at start-up with the saved scale, and after the table has been rewritten. An invalid scale from the
+    // settings file is treated as logarithmic, relative to 1 V.
     void aggiornaScala(std::int16_t mode);
 
     // Does the same as the menu, but does not commit a pending entry.

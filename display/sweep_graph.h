@@ -99,7 +99,7 @@ public:
     QSize minimumSizeHint() const override { return {320, 300}; }
 
 signals:
-    // Emitted by drawScreen(): the amplitudes are now shown for the configured scale and range.
+    // Emitted by drawScreen(), which applies the configured scale and range.
     void scaleDrawn();
     // The captions above the plot have changed and must be painted again.
     void captionsAboveChanged();

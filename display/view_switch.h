@@ -31,8 +31,8 @@ public:
     // For the menu.
     QList<QAction *> actions() const { return {m_actions.begin(), m_actions.end()}; }
 
-    // Shows a view, disables its button, and updates the marker read-outs. View 0 replaces a view that does not exist
-    // (due to an invalid settings file) or belongs to another hardware interface.
+    // Shows a view, disables its button, and updates the marker read-outs. An invalid view, or one for another hardware
+    // interface, is replaced with view 0.
     void selectView(int index);
 
     // Shows or hides the two views for the parallel-port interface; initially, they are shown.

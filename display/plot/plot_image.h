@@ -30,8 +30,7 @@ public:
         QRgb colour = 0;
     };
 
-    // Sets a new grid, converted to Format_RGB32, and removes all curves. thickness: of the curves in pixels, at least
-    // 1.
+    // Sets a new grid, converted to Format_RGB32, and removes all curves. thickness: curve width in pixels, at least 1.
     void setGrid(const QImage &grid, double thickness);
 
     // Draws the curves in the given order, the last one on top. Returns the changed area as non-overlapping rectangles.

@@ -74,7 +74,7 @@ struct PlotModel
     PlotAxis axis;                 // of the plot: the frequencies of rows 1, 2, ... of the sweep table
     std::optional<PlotTrace> live; // the last sweep, if there is one; sample i is row i + 1 of the plot
     std::vector<PlotTrace> traces; // drawn below the live curve
-    std::vector<PlotTrace> moving; // drawn between the live curve and traces; they change with every sweep
+    std::vector<PlotTrace> moving; // drawn between traces and the live curve; they change with every sweep
     std::vector<LimitLine> limits;
     MarkerSet markers;
     // Describes the reference of the amplitudes, such as "relative to the reference"; empty for measured volts or dB.
