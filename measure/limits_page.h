@@ -31,7 +31,7 @@ public:
     void save(MeasureChoices &choices) const;
 
 protected:
-    // Judges the last sweep, because a hidden page does not update its verdict.
+    // Shows the current verdict, which is not updated while the page is hidden.
     void showEvent(QShowEvent *event) override;
     // While "By click" is switched on, a click on the graph adds a point.
     bool eventFilter(QObject *watched, QEvent *event) override;

@@ -43,8 +43,8 @@ QVector<SettingKey> measureKeys();
 // Returns the default for each missing or invalid key. Writes nothing.
 MeasureChoices readMeasureChoices(const QString &settingsFile);
 
-// Writes all keys if any choice differs from the file. A file without the section therefore does not receive it while
-// all choices are defaults. Returns false if the file cannot be written.
+// Writes all keys if any choice differs from the file. The section is therefore not added to a file while all choices
+// are the defaults. Returns false if the file cannot be written.
 bool saveMeasureChoices(const MeasureChoices &choices, const QString &settingsFile);
 
 } // namespace calvorn

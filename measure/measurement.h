@@ -91,7 +91,7 @@ private:
     bool hasOverlays() const;
     void followTable();
     void feed();
-    // counts: whether to count the sweep as passed or failed, because it is judged for the first time.
+    // counts: whether to count the sweep as passed or failed; true if it is judged for the first time.
     void judgeSweep(bool counts);
     void refresh();
     void complete(PlotModel &model);

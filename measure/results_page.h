@@ -34,7 +34,7 @@ public:
     void save(MeasureChoices &choices) const;
 
 protected:
-    // Computes the results of the last sweep, because a hidden page does not update them.
+    // Shows the current results, which are not updated while the page is hidden.
     void showEvent(QShowEvent *event) override;
 
 private:
