@@ -107,8 +107,8 @@ int ProgramStyle::styleHint(StyleHint hint, const QStyleOption *option, const QW
     return QProxyStyle::styleHint(hint, option, widget, data);
 }
 
-// Draws the frame below the title, like Fusion. It replaces Fusion's frame image, which would be visible beside this
-// frame.
+// Draws the frame below the title, like Fusion. Fusion's frame image is not drawn, because it would be visible beside
+// this frame.
 void ProgramStyle::drawGroup(const QStyleOption *option, QPainter *painter, const QWidget *widget) const
 {
     const auto *group = qobject_cast<const QGroupBox *>(widget);

@@ -8,9 +8,8 @@
 
 namespace calvorn {
 
-// A read-only number, with or without a frame, as high as a text box. Updating it with every sweep takes a tenth of the
-// time of a text box, because it needs no text layout: the number is drawn as a row of glyphs. Its context menu copies
-// the text.
+// A read-only number, with or without a frame, as high as a text box. Updating it is ten times as fast as updating a
+// text box, because it needs no text layout: the number is drawn as a row of glyphs. Its context menu copies the text.
 class ReadOut : public QWidget
 {
     Q_OBJECT

@@ -5,8 +5,8 @@
 
 namespace calvorn {
 
-// Shows the last message on one line, using the available width without requiring any. The tool tip shows the full
-// text. The user can select the text with the mouse; while part of it is selected, the line is shown from its
+// Shows the last message on one line, which uses the available width but has no minimum width. The tool tip shows the
+// full text. The user can select the text with the mouse; while part of it is selected, the line is shown from its
 // beginning.
 class StatusLine : public ElidedLabel
 {
