@@ -44,7 +44,7 @@ QFont DigitBars::fontOfDigits(QFont font)
         font.setPixelSize(size);
         return QFontMetricsF(font).horizontalAdvance(u'8');
     };
-    // Each size tried loads a font, so start with an estimate that is only affected by rounding.
+    // Each size tried loads a font, so start with an estimate that is exact except for rounding.
     const double perPixel = QFontMetricsF(font).horizontalAdvance(u'8') / QFontInfo(font).pixelSize();
     int size = std::max(1, static_cast<int>(kPitch / perPixel));
     while (size > 1 && widthAt(size) > kPitch)

@@ -10,8 +10,8 @@
 namespace calvorn {
 
 // Nine small scroll bars, one over each decimal digit of a right-aligned box; bar k steps the digit for 10^k Hz. The
-// rest position of each bar is kRest. The wheel also steps a digit, over its bar or over the digit in the box, and so
-// do the Up and Down keys in the box, for the digit to the left of the caret.
+// rest position of each bar is kRest. The wheel steps a digit if the pointer is over its bar or over the digit itself;
+// the Up and Down keys step the digit to the left of the caret.
 class DigitBars : public QWidget
 {
     Q_OBJECT

@@ -14,7 +14,7 @@
 
 namespace calvorn {
 
-// Uses the generator as a signal source: frequency, on and off, steps up and down, and ten named memories.
+// Controls the generator as a signal source: frequency, on and off, steps up and down, and ten named memories.
 class GeneratorBox : public QGroupBox
 {
     Q_OBJECT

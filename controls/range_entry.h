@@ -13,7 +13,7 @@ namespace calvorn {
 
 class ReadOut;
 
-// Entry of the frequency range: txtStart and txtStop, the resulting step, and the plan's read-outs.
+// Entry fields for the frequency range: txtStart and txtStop, the resulting step, and the plan's read-outs.
 class RangeEntry : public QWidget
 {
     Q_OBJECT

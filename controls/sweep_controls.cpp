@@ -230,7 +230,7 @@ void SweepControls::sweepCompleted()
     emit idleCommandsEnabled(true);
 }
 
-// Moves the focus between the buttons; however, a client's sweep does not take it from another control.
+// Moves the focus to the visible button, unless a client's sweep would take it from another control.
 void SweepControls::changeButtons(bool sweeping)
 {
     const QWidget *focus = window()->focusWidget();
