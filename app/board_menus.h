@@ -24,7 +24,7 @@ public:
     // Shows the submenus that the instrument's driver supports.
     void followDriver();
 
-    // Enables or disables the device submenu. A new device reopens the port, so the board must be idle.
+    // Enables or disables the device submenu. Changing the device reopens the port, so the board must be idle.
     void setIdle(bool idle);
 
 signals:

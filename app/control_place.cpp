@@ -33,7 +33,7 @@ bool ControlPlace::eventFilter(QObject *watched, QEvent *event)
     return QObject::eventFilter(watched, event);
 }
 
-// Deferred, because a layout must not be changed while it is handling the event that leads here.
+// Deferred, because the layout that sent the event must not be changed until the event has been handled.
 void ControlPlace::placeSoon()
 {
     if (m_isPending || hasRoomAbove() == m_isAbovePanel)

@@ -11,7 +11,7 @@ inline constexpr int kNoDisplay = 2;
 // While a guard exists, failure to open the display ends the program with the exit code kNoDisplay and a single line on
 // standard error, instead of an abort by Qt. Qt's other messages are deferred until the guard is destroyed.
 //
-// Only trying shows whether a display can be opened: DISPLAY may name a server that is gone or rejects the program, and
+// A display can be tested only by opening it: DISPLAY may name a server that is gone or rejects the program, and
 // QT_QPA_PLATFORM may name a platform that needs no display.
 class DisplayGuard
 {

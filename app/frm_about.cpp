@@ -81,13 +81,13 @@ QString FrmAbout::detectorText(const Configuration &c)
     return kind ? c.adcDevice + kind->aboutDetector() + step : QString();
 }
 
-// Called each time the window opens, because the configuration may have changed.
+// Updates the texts, because the configuration may have changed since the window was last open.
 void FrmAbout::showEvent(QShowEvent *event)
 {
     m_interface->setText(interfaceText(m_configuration).replace(u'\r', u'\n'));
     m_generator->setText(generatorText(m_configuration));
     m_detector->setText(detectorText(m_configuration));
-    // Make room for texts that wrap.
+    // Make room for wrapped text.
     resize(width(), layout()->totalHeightForWidth(width()));
     QDialog::showEvent(event);
 }

@@ -303,7 +303,7 @@ void FrmSweep::showCursorLines(bool visible)
 }
 
 // Gives the graph its preferred initial size if the screen has room for the window. Surplus space widens the control
-// column and the space above the graph, but only as far as the window does not have to grow.
+// column and the space above the graph, but never enlarges the window.
 void FrmSweep::fitGraph()
 {
     const QSize surplus =
@@ -360,7 +360,7 @@ bool FrmSweep::loadSettings()
     };
     m_station.loader.firstRun = [this, noSettings] {
         const bool isWritten = m_setUp->configureAtFirstStart(noSettings);
-        // Start-up must also not continue if a signal closed the dialog.
+        // Start-up must also stop if a signal closed the dialog.
         return !isWritten && !m_closed;
     };
     const LoadOutcome outcome = m_station.loader.load();

@@ -105,7 +105,7 @@ void HelpDesk::openPageOf(QWidget *inFront)
         help->showPage(pageOf(inFront));
 }
 
-// Returns null after reporting an error if help is not available.
+// If help is not available, reports an error and returns null.
 HelpWindow *HelpDesk::openWindow(QWidget *inFront)
 {
     if (!m_help && QFileInfo(m_helpFile).isFile())

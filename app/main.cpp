@@ -72,8 +72,8 @@ void answerWithoutDisplay(int argc, char **argv)
         arguments.parser.showVersion();
 }
 
-// Defers termination signals and Ctrl+Z to the window's thread, so that they do not interrupt a call and termination
-// stops the hardware and saves the settings.
+// Defers termination signals and Ctrl+Z to the window's thread, so that no call is interrupted and termination stops
+// the hardware and saves the settings.
 class SignalWatch
 {
 public:
