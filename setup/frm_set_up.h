@@ -12,7 +12,7 @@ namespace calvorn {
 
 class InterfacePage;
 
-// Information from the caller when it opens the configuration.
+// Information that the caller supplies when opening the configuration.
 struct SetUpOpening
 {
     // There are no settings yet, so the dialog suggests the prepared simulated board.
