@@ -17,8 +17,8 @@ struct StoredTrace
     bool isShown = true;
 };
 
-// The traces kept in addition to the table: the last sweep, four stored traces, holds, average and reference. All are
-// in volts. A gap in a sweep remains a gap in holds and average until they restart.
+// The traces kept in addition to the table: the last sweep, four stored traces, two holds, the average and the
+// reference. All are in volts. A gap in a sweep remains a gap in the holds and the average until they restart.
 class TraceSet : public QObject
 {
     Q_OBJECT
@@ -34,10 +34,10 @@ public:
 
     // --- sweeps ---
 
-    // Makes a measured sweep the live trace and adds it to holds and average, which restart if its axis differs from
-    // theirs.
+    // Makes a measured sweep the live trace and adds it to the holds and the average, which restart if its axis differs
+    // from theirs.
     void takeSweep(const Trace &sweep);
-    // Makes an imported or drawn sweep the live trace, without adding it to holds and average.
+    // Makes an imported or drawn sweep the live trace, without adding it to the holds and the average.
     void showSweep(const Trace &sweep);
     // Removes the live trace, for example when the plan changes.
     void forgetSweep();
@@ -58,7 +58,7 @@ public:
     // Number of sweeps averaged since the average started; may exceed averageOver().
     std::int64_t averaged() const { return m_averaged; }
 
-    // Clears holds and average, which restart with the next measured sweep.
+    // Clears the holds and the average, which restart with the next measured sweep.
     void startAnew();
 
     // --- stored traces; slot: 0 to kStored - 1 ---
@@ -66,7 +66,7 @@ public:
     const StoredTrace &stored(int slot) const;
     // Stores a source's trace under the slot's name. Does nothing and returns false if that trace is empty.
     bool store(int slot, Source source = Source::Live);
-    // Stores the given trace. Its name replaces the slot's name unless it is empty.
+    // Stores the given trace. The slot takes over the trace's name, if it has one.
     void load(int slot, const Trace &trace);
     // Renames a slot, which may be empty.
     void rename(int slot, const QString &name);
@@ -81,7 +81,7 @@ public:
     bool normalise(bool on);
     // Normalises to the given reference. An empty trace removes the reference.
     void setReference(const Trace &reference);
-    // Returns whether live trace and average are shown relative to the reference.
+    // Returns whether traces are shown relative to the reference.
     bool isNormalised() const { return m_isNormalised; }
     const Trace &reference() const { return m_reference; } // empty: none
 
