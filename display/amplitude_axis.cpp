@@ -207,7 +207,7 @@ int AmplitudeAxis::labelHeight() const
 
 int AmplitudeAxis::boxWidth() const
 {
-    const int margins = 16; // frame and text margins of the style
+    const int margins = 16; // the style's frame and text margins
     return fontMetrics().horizontalAdvance(NumberText().masked(-88.8, kMaskDb)) + margins;
 }
 

@@ -48,7 +48,7 @@ public:
     // Sets the graph's position in logical pixels from the top of the axis, and moves the labels accordingly.
     void setSurface(int top, int height);
 
-    // Height in logical pixels that boxes and labels need above the graph's upper edge and below its lower edge.
+    // Height in logical pixels that the boxes and labels need above the graph's upper edge and below its lower edge.
     int spaceAbove() const;
     int spaceBelow() const;
 
@@ -56,7 +56,7 @@ public:
     QSize minimumSizeHint() const override { return sizeHint(); }
 
 signals:
-    // A box has changed the full-scale value: grid and amplitude markers must be redrawn.
+    // A box has changed the full-scale value: the grid and the amplitude markers must be redrawn.
     void fullScaleChanged();
 
 protected:

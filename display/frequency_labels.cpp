@@ -19,7 +19,7 @@ FrequencyLabels::FrequencyLabels(SweepGraph &graph, const SweepTable &table, QWi
     setAccessibleName(tr("Frequencies of the grid"));
     setAttribute(Qt::WA_TransparentForMouseEvents);
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
-    // Graph and read-outs may be laid out in any order, so follow both.
+    // The graph and the read-outs may be laid out in any order, so monitor both.
     graph.installEventFilter(this);
     for (QLabel *label : readouts.findChildren<QLabel *>())
         label->installEventFilter(this);

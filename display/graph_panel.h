@@ -20,8 +20,8 @@ public:
     SweepGraph &graph() { return *m_graph; }
     AmplitudeAxis &axis() { return *m_axis; }
 
-    // Redraws grid, axis labels and full-scale boxes for the configured scale and range, without reading the curve
-    // again.
+    // Redraws the grid, the axis labels and the full-scale boxes for the configured scale and range, without reading
+    // the curve again.
     void drawScreen();
 
     // Places a widget below the plot, exactly as wide as the plot, and takes ownership of it. The grid frequencies

@@ -76,7 +76,7 @@ void ScaleControl::checkAction()
         m_actions[i]->setChecked(static_cast<int>(i) == m_configuration.scaleType);
 }
 
-// Redraws grid and amplitude markers, but does not read the curve again.
+// Redraws the grid and the amplitude markers, but does not read the curve again.
 void ScaleControl::redrawRange()
 {
     m_panel.drawScreen();
@@ -86,7 +86,7 @@ void ScaleControl::redrawRange()
 
 void ScaleControl::clicked(std::int16_t scale)
 {
-    // With a global menu bar, no click in the window has committed a pending entry.
+    // With a global menu bar, no click in the window commits a pending entry first.
     EntryBox::commitPending();
     choose(scale);
 }

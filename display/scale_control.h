@@ -24,8 +24,8 @@ public:
     // For the menu, in the order of scaleType.
     QList<QAction *> actions() const { return {m_actions.begin(), m_actions.end()}; }
 
-    // Switches table, axis, grid, markers and curve to a scale. The boxes of M3 and M4 must already be in its units.
-    // Called at start-up with the saved scale, and after the table has been rewritten. An invalid scale from the
+    // Switches the table, axis, grid, markers and curve to a scale. The boxes of M3 and M4 must already be in its
+    // units. Called at start-up with the saved scale, and after the table has been rewritten. An invalid scale from the
     // settings file is treated as logarithmic, relative to 1 V.
     void aggiornaScala(std::int16_t mode);
 

@@ -36,7 +36,7 @@ SweepGraph::SweepGraph(const Configuration &configuration, const SweepTable &tab
                   "Keyboard: arrow keys move, keys 1 to 4 place a marker."));
     setAccessibleName(tr("Sweep graph"));
     setAccessibleDescription(toolTip());
-    // Tab only: a click into the plot must not take the focus from the box that the user is typing into.
+    // Tab only: a click in the plot must not take the focus from the box in which the user is typing.
     setFocusPolicy(Qt::TabFocus);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     setAttribute(Qt::WA_OpaquePaintEvent);

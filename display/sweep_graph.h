@@ -18,13 +18,13 @@
 
 namespace calvorn {
 
-// The "picSweep" graph, which shows a PlotModel and updates it from table, configuration and markers.
+// The "picSweep" graph, which shows a PlotModel and updates it from the table, the configuration and the markers.
 //
 // Keyboard control while focused: the arrow keys move a pointer by one row or one pixel (ten with Ctrl), Home and End
 // move it to the edges, and the keys 1 to 4 place M1 to M4 at the pointer, as a click would.
 //
-// The grid is repainted only when scale, range, size, screen or overlays change. After a change, the curve is read from
-// the table at the pace of the redraw timer; moving a marker or uncovering the window does not read any cells.
+// The grid is repainted only when the scale, range, size, screen or overlays change. After a change, the curve is read
+// from the table at the pace of the redraw timer; moving a marker or uncovering the window does not read any cells.
 class SweepGraph : public QWidget
 {
     Q_OBJECT
@@ -43,7 +43,7 @@ public:
     // Draws the grid for the configured scale and range. Called after either has changed; does not read any cells.
     void drawScreen();
 
-    // Reads the amplitude cells of all 400 rows and shows them. A cell that is not a number counts as 0.
+    // Reads and shows the amplitudes of all 400 rows. A cell that is not a number counts as 0.
     void drawLine();
 
     // Removes the curve until the next drawLine(); the grid remains.
@@ -150,7 +150,7 @@ private:
     QPixmap m_legend;
     QRectF m_legendPlace;      // logical pixels
     bool m_curveStale = false; // the table has changed since the curve was read
-    // Last position set by mouse or arrow keys: a row, and a fraction of the height from the top.
+    // Last position set with the mouse or the arrow keys: a row, and a fraction of the height from the top.
     QPointF m_pointer{200.0, 0.5};
     std::array<GraphLabel, kGraphItems> m_labels;
 };

@@ -12,7 +12,7 @@ namespace calvorn {
 // Volts or dB. Larger marker amplitudes are meaningless; the bound keeps calculations with them finite.
 inline constexpr double kLargestAmplitude = 1e6;
 
-// The marker read-outs as shown: frequencies in Hz, amplitudes in the units of the scale.
+// The marker read-outs as displayed: frequencies in Hz, amplitudes in the scale's units.
 struct MarkerTexts
 {
     QString m1x, m1y, m2x, m2y, m2m1;

@@ -8,7 +8,7 @@
 
 namespace calvorn {
 
-// The items over the curve: four markers and the two lines of the cursor.
+// The items over the curve: four markers and the two cursor lines.
 enum class GraphItem { M1, M2, M3, M4, CursorV, CursorH };
 inline constexpr int kGraphItems = 6;
 
@@ -17,8 +17,8 @@ constexpr bool isVertical(GraphItem item)
     return item == GraphItem::M1 || item == GraphItem::M2 || item == GraphItem::CursorV;
 }
 
-// The positions of markers and cursor: a row of the sweep table (1 to 400) for M1, M2 and CursorV; an amplitude in the
-// units of the scale (volts or dB) for M3, M4 and CursorH.
+// The positions of the markers and the cursor: a row of the sweep table (1 to 400) for M1, M2 and CursorV; an amplitude
+// in the scale's units (volts or dB) for M3, M4 and CursorH.
 struct MarkerSet
 {
     struct Line
@@ -42,7 +42,7 @@ struct MarkerSet
     std::array<Line, kGraphItems> lines;
 };
 
-// The window's markers. Boxes, mouse and commands move them; views follow moved().
+// The window's markers. The boxes, the mouse and commands move them; views are updated on moved().
 class Markers : public QObject
 {
     Q_OBJECT

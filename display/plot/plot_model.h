@@ -26,7 +26,7 @@ struct PlotAxis
     bool operator==(const PlotAxis &) const = default;
 };
 
-// How a line is drawn. The line style distinguishes lines on paper.
+// How a line is drawn. On paper, lines are distinguished by their style.
 struct TraceStyle
 {
     QRgb colour = kCurveColour;
@@ -71,7 +71,7 @@ struct LimitLine
 struct PlotModel
 {
     GraphCoordinates scale;
-    PlotAxis axis;                 // of the plot: the frequencies of rows 1, 2, ... of the sweep table
+    PlotAxis axis;                 // the plot's axis: the frequencies of table rows 1, 2, ...
     std::optional<PlotTrace> live; // the last sweep, if there is one; sample i is row i + 1 of the plot
     std::vector<PlotTrace> traces; // drawn below the live curve
     std::vector<PlotTrace> moving; // drawn between traces and the live curve; they change with every sweep

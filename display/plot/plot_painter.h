@@ -27,9 +27,9 @@ enum class GraphInk { Screen, Paper };
 // Returns the colour that replaces a screen colour in this ink.
 QColor inked(QRgb screenColour, GraphInk ink);
 
-// Paints a plot: grid, limits, curves, legend, marker lines and their captions. Screen, pictures and printer all use
-// this class; only surface and ink differ. On a raster surface, PlotImage draws the live curve and the moving curves,
-// as on the screen.
+// Paints a plot: grid, limits, curves, legend, marker lines and their captions. The screen, pictures and the printer
+// all use this class; only the surface and the ink differ. On a raster surface, PlotImage draws the live curve and the
+// moving curves, as on the screen.
 class PlotPainter
 {
 public:

@@ -156,7 +156,7 @@ void SweepPicture::paintMarkers(QPainter &painter, GraphInk ink) const
     {
         QRgb colour;
         QString name;
-        QString frequency; // empty for the markers at an amplitude
+        QString frequency; // empty for amplitude markers
         QString amplitude;
         QString unit;
     };

@@ -26,8 +26,8 @@ struct PictureTexts
     QDateTime date;
 };
 
-// A sweep as a picture: the plot with axis, frequencies, scale, date and marker read-outs. PlotPainter paints the plot,
-// as on the screen. Use one object per picture; configuration and model must outlive it.
+// A sweep as a picture: the plot with its axis, frequencies, scale, date and marker read-outs. PlotPainter paints the
+// plot, as on the screen. Use one object per picture; the configuration and the model must outlive it.
 class SweepPicture
 {
     Q_DECLARE_TR_FUNCTIONS(SweepPicture)
