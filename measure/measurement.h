@@ -76,7 +76,7 @@ public:
     PlotTrace shownSweep() const;
 
 signals:
-    // Results and verdict have changed. During sweeps, emitted at most once per redraw.
+    // The results and the verdict have changed. During sweeps, emitted at most once per redraw.
     void refreshed();
     // The curves are now relative to a reference, or are no longer relative.
     void relationChanged(bool relative);

@@ -21,7 +21,7 @@ class QGridLayout;
 
 namespace calvorn {
 
-// The "Traces" page of the Measure panel: four stored traces, holds and average.
+// The "Traces" page of the Measure panel: four stored traces, the holds and the average.
 class TracesPage : public QWidget
 {
     Q_OBJECT
