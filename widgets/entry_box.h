@@ -23,7 +23,7 @@ public:
     // Commits a pending entry, if there is one: emits lostFocus() and gotFocus() and keeps the focus.
     void commit();
 
-    // Commits the pending entry of any box. For commands that are not preceded by a click or key.
+    // Commits the pending entry of any box. For commands that are not preceded by a click or key press.
     static void commitPending();
 
 signals:
