@@ -15,7 +15,7 @@ namespace calvorn {
 
 namespace {
 
-constexpr int kTitleButtons = 150; // logical pixels; icon and buttons beside the title in the window's frame
+constexpr int kTitleButtons = 150; // logical pixels for icon and buttons beside the window title
 
 } // namespace
 

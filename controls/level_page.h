@@ -26,7 +26,7 @@ public:
     void restore(const QString &settingsFile);
     bool save(const QString &settingsFile);
 
-    // Stops meter and generator. Ignores errors, because the hardware is closed next.
+    // Stops the meter and the generator. Ignores errors, because the hardware is closed next.
     void shutDown();
 
     // Called when the start frequency has been sent to the generator: restores the page's own frequency.

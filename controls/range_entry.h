@@ -33,14 +33,14 @@ public:
     // Sets both start and stop.
     void setRange(std::int32_t start, std::int32_t stop);
 
-    // Corrects a range that is too small, with a message to the user, then computes stepFreq. Shows start, stop and
-    // step.
+    // Corrects a range that is too small, with a message to the user, then computes stepFreq. Shows the start and stop
+    // frequencies and the step.
     void calcolaStep();
 
     // Computes and shows the step for the configured range without changing the table, for an imported sweep.
     void planWithoutTable();
 
-    // Recomputes the plan: step, table and read-outs. Clears the table.
+    // Recomputes the plan: the step, the frequencies in the table, and the read-outs. Clears the table.
     void aggiornaLblFrequenza();
 
     // Whether the configured range differs from that of the table and the read-outs.
@@ -49,7 +49,7 @@ public:
     QLabel *sampleCountLabel() const { return m_sampleCount; }
 
 signals:
-    // A changed range was accepted. Receivers apply it when no further change follows.
+    // The range has changed. Receivers wait until no further change follows, then apply the range.
     void rangeChanged();
 
     // The table now has the configured range, which was corrected if it was too small.

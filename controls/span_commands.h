@@ -15,8 +15,8 @@ namespace calvorn {
 
 class FrmSpan;
 
-// Commands for the range as a whole: zooming and selecting with the mouse, entering centre and span, and going back and
-// forth through the user's previous spans. Each result is applied as if start and stop had been typed.
+// Commands for the range as a whole: zooming and selecting with the mouse, entering a centre and a span, and going back
+// and forth through the user's previous spans. Each result is applied as if start and stop had been typed.
 class SpanCommands : public QObject
 {
     Q_OBJECT
@@ -57,7 +57,7 @@ private:
     ErrorBoundary &m_boundary;
     QWidget *m_window;
     SpanHistory m_history;
-    bool m_changed = false; // by the user, since the last plan
+    bool m_changed = false; // changed by the user since the last plan
     QList<QAction *> m_actions;
     FrmSpan *m_dialog = nullptr;
 };

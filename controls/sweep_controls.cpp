@@ -201,7 +201,7 @@ bool SweepControls::waitForIdle()
 
 void SweepControls::mnuSingle_Click()
 {
-    // With a global menu bar, no click in the window has committed a pending entry.
+    // With a global menu bar, no click in the window commits a pending entry first.
     EntryBox::commitPending();
     if (m_stop->isHidden())
         start(SweepRun::Once);

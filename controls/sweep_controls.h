@@ -64,7 +64,7 @@ public:
     // Selects a speed, as if the user had chosen it. speed: the number of a SweepSpeed.
     void setSpeed(std::int16_t speed);
 
-    // Shows period and rate. Called after every processed vector.
+    // Shows the sweep period and rate. Called after every processed vector.
     void aggiornaTimer();
 
     // Resets the controls. Called on each driver's aComplete event.
@@ -88,7 +88,7 @@ public:
 signals:
     // Commands that need an idle generator must be enabled or disabled.
     void idleCommandsEnabled(bool enabled);
-    // The idle generator was moved to a changed start frequency.
+    // The idle generator was moved to a new start frequency.
     void parked();
 
 private:

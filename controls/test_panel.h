@@ -14,8 +14,8 @@
 
 namespace calvorn {
 
-// frameTest, shown while logging is enabled: log list, receive box, error counter, and buttons for controlling
-// generator and display manually.
+// frameTest, shown while logging is enabled: log list, receive box, error counter, and buttons for controlling the
+// generator and the display manually.
 class TestPanel : public QGroupBox
 {
     Q_OBJECT
