@@ -29,7 +29,7 @@ namespace {
 constexpr QSize kStartSize(800, 600); // pixels
 constexpr int kTitleBarHeight = 40;   // pixels, added by a window manager
 constexpr int kControlColumnWidth = 186;
-// The width left beside graph and markers on a screen 1024 pixels wide, with the largest common font.
+// The width left beside the graph and the markers on a screen 1024 pixels wide, with the largest common font.
 constexpr int kWidestControlColumn = 225;
 
 } // namespace
@@ -392,8 +392,8 @@ void FrmSweep::prepareDisplay()
     prepare("aggiornaScala", [this] { m_scales->aggiornaScala(m_configuration.scaleType); });
 }
 
-// Runs each step separately, so that scale and markers are prepared even if the plan fails. Shows only the first error,
-// because it is the cause of the later ones.
+// Runs each step separately, so that a failed plan does not affect the scale or the markers. Shows only the first
+// error, because it is the cause of the later ones.
 void FrmSweep::prepare(const char *step, const std::function<void()> &procedure)
 {
     if (m_preparedSoFar)

@@ -66,7 +66,7 @@ HelpWindow::HelpWindow(const QString &helpFile, QWidget *parent)
     setWindowTitle(tr("Calvorn Help"));
     m_engine->setReadOnly(false);
     m_engine->setUsesFilterEngine(true);
-    // The second setupData() reads contents and index after the registration.
+    // The second setupData() reads the contents and the index after the registration.
     m_usable = !m_folder.path().isEmpty() && m_engine->setupData() && m_engine->registerDocumentation(helpFile) &&
                m_engine->setupData();
     build();

@@ -61,7 +61,7 @@ void SweepFiles::exportSweep(const QString &path)
 
 void SweepFiles::mnuOpenCSV_Click()
 {
-    // With a global menu bar, no click in the window has committed a pending entry.
+    // With a global menu bar, no click in the window commits a pending entry first.
     EntryBox::commitPending();
     const QString path = m_messages.desktop().chooseFileToOpen(tr("Sweep files (*.csv)"), m_lastFile);
     if (path.isEmpty())

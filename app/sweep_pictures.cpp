@@ -123,7 +123,7 @@ void SweepPictures::keepTextCopyIn(const QWidget &window)
 
 bool SweepPictures::eventFilter(QObject *watched, QEvent *event)
 {
-    // Accepting the event here sends the key to the view and not to the menu.
+    // Accepting the event here sends the key to the view rather than to the menu.
     if (event->type() == QEvent::ShortcutOverride && static_cast<QKeyEvent *>(event)->matches(QKeySequence::Copy))
         event->accept();
     return QObject::eventFilter(watched, event);
