@@ -69,7 +69,7 @@ QWidget *AuxPage::buildOutput(std::size_t output)
 
 void AuxPage::buildSteps(std::size_t output, QGridLayout *grid)
 {
-    // In the file, a ";" separates label and value.
+    // In the file, a ";" separates the label from the value.
     auto *noSemicolon = new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[^;]*")), this);
     grid->addWidget(new QLabel(tr("Label"), this), 2, 1);
     grid->addWidget(new QLabel(tr("Value - dB"), this), 2, 2);

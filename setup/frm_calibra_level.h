@@ -16,8 +16,8 @@
 namespace calvorn {
 
 // Calibrates the level: the user applies known levels one after the other, and the dialog measures each of them and
-// computes the detector law. "Apply" stores the law in configuration and settings file, and recomputes the table's
-// amplitudes. Nothing changes before that.
+// computes the detector law. "Apply" stores the law in the configuration and the settings file, and recomputes the
+// table's amplitudes. Nothing changes before that.
 class FrmCalibraLevel : public QDialog
 {
     Q_OBJECT

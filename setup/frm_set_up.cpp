@@ -160,7 +160,7 @@ void FrmSetUp::showPage(std::size_t page)
     m_pageButtons[page]->setChecked(true);
 }
 
-// Chip, converter and outputs depend on the interface: without an interface, these pages are empty.
+// The chip, the converter and the outputs depend on the interface; without an interface, their pages are empty.
 void FrmSetUp::enablePageButtons(bool enabled)
 {
     for (const std::size_t page : {Dds, Adc, Aux})

@@ -64,7 +64,7 @@ protected:
         return label;
     }
 
-    // Sets name, tool tip and accessible name of a control.
+    // Sets the name, tool tip and accessible name of a control.
     template <typename Control>
     static Control *named(Control *control, const QString &name, const QString &toolTip,
                           const QString &accessibleName = {})

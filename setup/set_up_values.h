@@ -35,13 +35,13 @@ struct SetUpValues : HardwareSettings
 inline constexpr std::array<const char *, 3> kDdsDevices = {kDdsChips[0].name, kDdsChips[1].name, kDdsChips[2].name};
 inline constexpr std::array<const char *, 2> kAdcDevices = {kAdc8Bit, kAdc10Bit};
 
-// Loads synthesiser and detector from [Config], and the auxiliary outputs from their sections. A missing key yields its
-// default and is not written. Returns an error message for each invalid value, except for the device with the key
-// reportedDevice.
+// Loads the synthesiser and the detector from [Config], and the auxiliary outputs from their sections. A missing key
+// yields its default and is not written. Returns an error message for each invalid value, except for the device with
+// the key reportedDevice.
 QStringList loadHardware(SetUpValues &values, const QString &path,
                          const std::optional<SettingKey> &reportedDevice = {});
 
-// Loads interface and ports, which the prepared sections do not contain.
+// Loads the interface and the ports, which the prepared sections do not contain.
 QStringList loadPorts(SetUpValues &values, const QString &path);
 
 // Returns the section with the prepared configuration for an interface (1 to 3): "Interface1" to "Interface3".
@@ -50,7 +50,7 @@ QByteArray preparedSection(std::int16_t interfaceType);
 // Whether the file contains the prepared configuration for this interface.
 bool hasDefaults(const QString &path, std::int16_t interfaceType);
 
-// Like loadHardware(), but loads synthesiser and detector from the prepared section.
+// Like loadHardware(), but loads the synthesiser and the detector from the prepared section.
 QStringList loadDefaults(SetUpValues &values, const QString &path, std::int16_t interfaceType);
 
 // Returns the entries that "Apply" writes, in order. Real numbers use the locale's decimal separator.
