@@ -38,7 +38,7 @@ struct Response
 
 // referenceVolts: the voltage that corresponds to 0 dB, 1 V or 10 V.
 Response responseIn(const Trace &trace, double referenceVolts);
-// The result has gaps at frequencies outside the reference, and where the reference is at or below its floor.
+// The result has gaps outside the reference's range, and where the reference is at or below its floor.
 Response relativeResponse(const Trace &trace, const Trace &reference);
 
 // A run of adjacent samples with equal values, by index.

@@ -40,7 +40,7 @@ double decibelsOf(double volts, std::int16_t scale)
     return std::max(kFloorDb, 20.0 * std::log10(volts / voltsOfZeroDb(scale)));
 }
 
-// floor: the level in volts or dB at or below which the detector cannot detect a signal.
+// floor: the level in volts or dB at or below which no signal can be detected.
 SweepResponse responseAbove(double floor, const std::vector<ResponseSample> &samples, AmplitudeUnit unit)
 {
     std::vector<double> frequencies;

@@ -19,7 +19,7 @@ struct Trace
     double start = 0.0;        // Hz, frequency of the first sample
     double step = 0.0;         // Hz between samples; negative for a descending sweep
     std::vector<double> volts; // at full resolution; NaN in a gap
-    double floor = 0.0;        // volts at or below which the detector cannot detect a signal
+    double floor = 0.0;        // volts at or below which no signal can be detected
 
     bool isEmpty() const { return volts.empty(); }
     double frequencyAt(std::size_t index) const { return start + static_cast<double>(index) * step; }
@@ -34,8 +34,8 @@ struct Trace
 // Returns false if a frequency is not a number. traceOf() expects an equally spaced sweep.
 bool isEquallySpaced(const Sweep &sweep);
 
-// Returns the voltage at or below which the detector cannot detect a signal: DetectorCalibration::floor() if the sweep
-// has a detector; otherwise half a millivolt on the linear scale and kFloorDb on the others.
+// Returns the voltage at or below which no signal can be detected: DetectorCalibration::floor() if the sweep has a
+// detector; otherwise half a millivolt on the linear scale and kFloorDb on the others.
 double floorOf(const Sweep &sweep, std::int16_t scale);
 
 // Converts a sweep to a trace without a name, with an axis from the first to the last row. The trace is empty if there
