@@ -37,7 +37,7 @@ public:
     SweepGraph(const Configuration &configuration, const SweepTable &table, Markers &markers,
                QWidget *parent = nullptr);
 
-    // Sets colours, size and the coordinates of the configured scale. Called once at start-up.
+    // Sets the colours, the size and the coordinates for the configured scale. Called once at start-up.
     void inizializzaGraph();
 
     // Draws the grid for the configured scale and range. Called after either has changed; does not read any cells.
@@ -61,7 +61,7 @@ public:
     // The timer that paces redraws; also used by other views of the sweep.
     RedrawTimer &redraws() const { return *m_redraws; }
 
-    // The plot that the graph shows, for pictures.
+    // The displayed plot, for use in pictures.
     const PlotModel &model() const { return m_model; }
     const GraphCoordinates &coordinates() const { return m_model.scale; }
     Markers &markers() const { return m_markers; }

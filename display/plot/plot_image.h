@@ -39,7 +39,7 @@ public:
     const QImage &image() const { return m_image; }
 
 private:
-    // The rows of a column that the curve covers; the first and the last row may be covered only partly.
+    // The rows of a column that the curve covers; the first and the last row may be only partly covered.
     struct Strip
     {
         int first = 0;

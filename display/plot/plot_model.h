@@ -79,14 +79,14 @@ struct PlotModel
     MarkerSet markers;
     // Describes the reference of the amplitudes, such as "relative to the reference"; empty for measured volts or dB.
     QString relation;
-    bool hasLegend = true; // used only if there is more than the live sweep
+    bool hasLegend = true; // shown only if there is more than the live sweep
 
     // Sets the live curve and the axis from the table. An amplitude that is not a number becomes 0.
     void showSweep(const SweepTable &table);
     // Sets only the axis from the table and removes the live curve.
     void showNoSweep(const SweepTable &table);
 
-    // Returns the named lines; empty if the legend is off or if only the live sweep is shown, as measured.
+    // Returns the named lines; empty if the legend is off or only the live sweep is shown, without a reference.
     std::vector<LegendEntry> legend() const;
 
     // Returns the x of a frequency in the graph's user units. The axis must have a step.

@@ -52,7 +52,7 @@ public:
 
     // --- parts, for a screen that caches some of them ---
 
-    // Paints grid, limits and the curves that do not change with every sweep.
+    // Paints the grid, the limits and the curves that do not change with every sweep.
     void paintBackground(QPainter &painter) const;
     // Returns the live curve and the moving curves for PlotImage. The painter's units must be pixels.
     std::vector<PlotImage::Curve> curvesInPixels() const;
