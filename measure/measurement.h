@@ -82,7 +82,7 @@ signals:
     void relationChanged(bool relative);
     // The peak of the response is at this frequency. Emitted only while M1 follows the peak.
     void peakFound(double hertz);
-    // The verdict on sweeps has changed from failed to passed, or from passed to failed.
+    // The verdict has changed from failed to passed, or from passed to failed.
     void verdictTurned(bool passed);
 
 private:
