@@ -10,8 +10,8 @@ namespace calvorn {
 // fainter for a disabled widget.
 QColor frameColour(const QPalette &palette);
 
-// The program's style on every desktop, based on Fusion. On dark desktops, it brightens the frames, which Fusion draws
-// darker than the window and hence almost invisible. Under Wayland, every tool tip appears after the usual delay.
+// The program's style on every desktop, based on Fusion. On dark desktops, it brightens the frames, because Fusion
+// draws them darker than the window and almost invisible. Under Wayland, every tool tip appears after the usual delay.
 class ProgramStyle : public QProxyStyle
 {
     Q_OBJECT
