@@ -55,7 +55,7 @@ private:
     QVector<ProfileEntry> m_restored; // the entries after restore() or the last save()
 };
 
-// The settings keys that restore() and save() use.
+// The settings keys used by restore() and save().
 QVector<SettingKey> levelKeys();
 
 } // namespace calvorn

@@ -27,7 +27,7 @@ public:
                  QWidget *window);
 
     // For menus: centre and span, back, forth, full range of the generator. Back and forth beep if there is no such
-    // span. They are never disabled, because this can depend on a number that is still being typed.
+    // span. They are never disabled, because this can depend on a number still being typed.
     QList<QAction *> actions() const { return m_actions; }
 
     // Halves the span for each notch, doubles it for each negative one, and keeps the frequency "around" (Hz) in place.

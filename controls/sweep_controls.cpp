@@ -20,7 +20,7 @@ namespace calvorn {
 
 namespace {
 
-// Long enough that a digit's arrow, held down by the user, causes only one plan after the last step.
+// Long enough that holding down a digit's arrow causes only one plan, after the last step.
 constexpr int kUpdateDelayMs = 500;
 // Maximum time between two checks of the sweep's state while a start waits for the previous sweep.
 constexpr int kPumpMs = 50;
@@ -140,7 +140,7 @@ void SweepControls::buildSingleAction()
     m_boundary.connect(m_single, &QAction::triggered, this, "mnuSingle_Click", [this] { mnuSingle_Click(); });
 }
 
-// Moves the focus, so that a frequency that is still being typed is accepted.
+// Moves the focus, so that a frequency still being typed is accepted.
 void SweepControls::toggleByKey()
 {
     QPushButton *button = m_start->isVisible() ? m_start : m_stop;

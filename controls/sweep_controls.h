@@ -80,7 +80,8 @@ public:
         // These two are called in this order whenever the displayed plan must be updated.
         std::function<void()> refreshFrequencyLabels = [] {};
         std::function<void()> refreshMarkerLabels = [] {};
-        // The range has changed while no sweep is running. Called before the generator is parked at its start.
+        // The range has changed while no sweep is running. Called before the generator is parked at the start
+        // frequency.
         std::function<void()> idleRangeChanged = [] {};
     };
     void setHooks(const Hooks &hooks) { m_hooks = hooks; }
