@@ -317,7 +317,7 @@ void FrmSweep::fitGraph()
 
 bool FrmSweep::start()
 {
-    // The server starts up while the window is being prepared.
+    // Launch the server first, so that it starts up while the window is being prepared.
     m_instrument.launchServer();
     setWindowTitle(QString::fromLatin1(kApplicationTitle));
     const QSize free = screen()->availableSize() - QSize(0, kTitleBarHeight);
