@@ -32,7 +32,7 @@ public:
         : QGroupBox(title)
         , m_context(context)
     {
-        // Keep the dialog's size, regardless of which page is visible.
+        // Keep the dialog the same size for all pages.
         QSizePolicy policy = sizePolicy();
         policy.setRetainSizeWhenHidden(true);
         setSizePolicy(policy);
