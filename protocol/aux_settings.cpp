@@ -10,7 +10,7 @@ namespace calvorn {
 namespace {
 
 // Accepts "&H" with hexadecimal digits, or a number with either decimal separator because the file may come from
-// another locale. Returns 0 for other texts.
+// another locale. Returns 0 for anything else.
 double numberIn(const QString &path, const SettingKey &key)
 {
     QString text = readTextOrDefault(path, key).trimmed();

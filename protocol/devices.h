@@ -9,16 +9,16 @@ namespace calvorn {
 // The generator chips, in the order of kDdsChips.
 enum class DdsChip { Ad9850, Ad9851, Ad9951 };
 
-// Data of a generator chip, from the front page of its data sheet and from the specifications of module makers.
-// Frequencies in Hz.
+// Limits of a generator chip, from the front page of its data sheet and from module makers' specifications.
+// Frequencies are in Hz.
 struct DdsChipFacts
 {
-    const char *name;           // the argument of SetDdsDevice and the value of the key "DDS Device"
+    const char *name;           // the argument of SetDdsDevice and the value of the "DDS Device" key
     double highestClock;        // system clock after the multiplier
     double highestOutput;       // with an ordinary low-pass filter
-    double outputOfClock;       // the same, as a fraction of the system clock
+    double outputOfClock;       // the same limit as a fraction of the system clock
     double highestPllInput;     // reference clock if the multiplier is used; 0: no limit
-    std::int16_t multiplierLow; // range of the multiplier, in addition to 1; 0: the chip has none
+    std::int16_t multiplierLow; // multiplier range, in addition to 1; 0: no multiplier
     std::int16_t multiplierHigh;
 };
 
@@ -33,7 +33,7 @@ constexpr const DdsChipFacts &factsOf(DdsChip chip)
     return kDdsChips[static_cast<std::size_t>(chip)];
 }
 
-// The defaults of the settings file, sent to the board by the program and used to set up the simulated one.
+// The settings-file defaults. The program sends them to the board, and the simulated board starts with them.
 inline constexpr DdsChip kDefaultDdsChip = DdsChip::Ad9850;
 inline constexpr const char *kDefaultXtalText = "80000000"; // as written in the settings file
 inline constexpr std::int32_t kDefaultXtalHz = [] {
@@ -43,9 +43,9 @@ inline constexpr std::int32_t kDefaultXtalHz = [] {
     return hertz;
 }();
 
-// The detector converters: the argument of SetAdcDevice and the value of the key "ADC Device".
+// The detector converters: the argument of SetAdcDevice and the value of the "ADC Device" key.
 inline constexpr const char *kAdc8Bit = "8bit";
-inline constexpr const char *kAdc10Bit = "10bit"; // default of the settings
+inline constexpr const char *kAdc10Bit = "10bit"; // the default setting
 inline constexpr int kHighestCount8Bit = 255;
 inline constexpr int kHighestCount10Bit = 1023;
 

@@ -8,13 +8,13 @@ namespace calvorn {
 // The first argument of aErrore, the same for every driver; docs/hardware/errors.md describes the effect of each
 // code.
 enum class ErrorCode : std::int16_t {
-    Transmission = 1,  // a transfer of a serial board failed and is counted; work continues
+    Transmission = 1,  // a transfer from a serial board failed and was counted; work continues
     Port = 2,          // the port is not open, or was lost
-    Board = 3,         // the board gave a wrong answer or none, or the sweep cannot run
+    Board = 3,         // the board's reply is wrong or missing, or the sweep cannot run
     Ignorable = 4,     // a condition that requires no action
     Frequency = 5,     // the generator has no tuning word for the frequency
-    Setting = 6,       // a value unknown to the interface; the previous one stays in force
-    ServerEnded = 100, // the server has ended: raised by the program, never sent by the server
+    Setting = 6,       // the interface does not support the value; the previous one stays in effect
+    ServerEnded = 100, // the server has exited; reported by the program, never sent by the server
 };
 
 // Returns the code as sent in the event.

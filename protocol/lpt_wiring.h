@@ -16,7 +16,7 @@ struct PortPin
     int number; // on the connector
     PortRegister portRegister;
     std::uint8_t mask;
-    bool inverted; // by the port, between register bit and pin
+    bool inverted; // the port inverts the signal between register bit and pin
 };
 
 inline constexpr std::array<PortPin, 17> kPortPins = {{
@@ -39,7 +39,7 @@ inline constexpr std::array<PortPin, 17> kPortPins = {{
     {"BUSY", 11, PortRegister::Status, 0x80, true},
 }};
 
-// The lines of the generator and detector board. A level always means the level at the chip: AdcSelect is low while
+// The signal lines of the generator and detector board. Levels are always those at the chip: AdcSelect is low while
 // the converter is selected; a released I2C line is high.
 enum class LptLine : std::uint8_t {
     DdsClock,  // W_CLK of an AD985x, SCLK of an AD9951
@@ -67,10 +67,10 @@ struct LineWiring
     bool inverted;     // the register bit is the inverse of the level
 };
 
-// The pin of each line; one entry for each LptLine, in the same order.
+// The pin assigned to each line: one entry per LptLine, in the same order.
 using LptWiring = std::array<LineWiring, kLptLineCount>;
 
-// The wiring of docs/hardware/lpt-board.md.
+// The wiring described in docs/hardware/lpt-board.md.
 inline constexpr LptWiring kStandardLptWiring = {{
     {LptLine::DdsClock, PortRegister::Data, 0x01, false},      // D0, pin 2
     {LptLine::DdsUpdate, PortRegister::Data, 0x02, false},     // D1, pin 3
@@ -90,7 +90,7 @@ inline constexpr LptWiring kStandardLptWiring = {{
 // How words are loaded into an AD985x.
 enum class DdsLoading : std::uint8_t {
     Serial, // bit by bit on DdsData
-    Bytes,  // five bytes on D0..D7 of the port, which AdcClock, AuxData, AuxClock and DdsData may share
+    Bytes,  // five bytes on port pins D0..D7, which AdcClock, AuxData, AuxClock and DdsData may share
 };
 
 struct BoardWiring
@@ -99,8 +99,8 @@ struct BoardWiring
     DdsLoading loading = DdsLoading::Serial;
 };
 
-// The usual wiring of a board with byte-wide loading. Lines that must not change during loading are on the control
-// register, which leaves no lines for the auxiliary outputs and the potentiometer.
+// The usual wiring for byte-wide loading. Lines that must not change during loading occupy the control register, so
+// no pins remain for the auxiliary outputs and the potentiometer.
 inline constexpr LptWiring kByteWideLptWiring = {{
     {LptLine::DdsClock, PortRegister::Control, 0x01, true},  // STROBE, pin 1, inverted by the port
     {LptLine::DdsUpdate, PortRegister::Control, 0x02, true}, // AUTOFD, pin 14, inverted by the port

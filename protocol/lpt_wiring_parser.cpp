@@ -11,8 +11,8 @@ namespace calvorn {
 
 namespace {
 
-// Keys of the section, in the order of LptLine. mayBeAbsent: the board works without the line. maySitOnBus: the line
-// may change while bytes for the generator pass over D0..D7.
+// The keys in the section, in the order of LptLine. mayBeAbsent: the board works without the line. maySitOnBus: the
+// line may change while D0..D7 transfer bytes to the generator.
 struct Key
 {
     const char *name;
@@ -58,7 +58,7 @@ bool isKey(const ProfileEntry &entry, const char *name)
     return entry.key.compare(QLatin1String(name), Qt::CaseInsensitive) == 0;
 }
 
-// Refuse misspelt lines; otherwise their standard wiring would silently stay in force.
+// Rejects misspelt line names; otherwise those lines would silently keep their standard wiring.
 void checkKeys(const QVector<ProfileEntry> &entries)
 {
     for (const ProfileEntry &entry : entries) {
@@ -124,7 +124,7 @@ void checkPins(const BoardWiring &wiring)
         });
         if (other == line)
             continue;
-        // The data line of an AD9951 may share its pin, because the AD9951 clock is idle while the other lines
+        // The AD9951 data line may share its pin because the AD9951 clock is idle while the other lines
         // change.
         if (hasBus && (other->line == LptLine::DdsData || line->line == LptLine::DdsData))
             continue;

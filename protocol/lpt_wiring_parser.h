@@ -11,16 +11,16 @@ namespace calvorn {
 
 inline constexpr const char *kLptWiringSection = "LPT Wiring";
 
-// Reads the wiring of a board from the keys of the section [LPT Wiring]:
+// Parses a board's wiring from the keys in [LPT Wiring]:
 //   Load     serial (default) or byte
-//   <line>   a pin of the port: D0..D7, STROBE, AUTOFD, INIT, SELECTIN for an output, ACK, BUSY, PE, SELECT, ERROR
-//            for an input; a leading "!" if the board inverts the line. Do not add the inversions of the port, which
-//            are known here. The lines have the names of LptLine; case does not matter.
-//            "none" for I2cClock, I2cData, I2cDataBack, AuxData, AuxClock or AuxLatch: not connected.
-// A line without a value keeps the standard wiring for the selected way of loading.
+//   <line>   a port pin: D0..D7, STROBE, AUTOFD, INIT or SELECTIN for an output; ACK, BUSY, PE, SELECT or ERROR for
+//            an input. A leading "!" means that the board inverts the line; the parser itself accounts for the
+//            port's inversions. Line names are those of LptLine; case does not matter.
+//            "none" marks I2cClock, I2cData, I2cDataBack, AuxData, AuxClock or AuxLatch as not connected.
+// A line without a value keeps the standard wiring for the selected loading method.
 //
-// entries: the entries of the section; the first entry of a key is used. Throws PortError with the name of the key
-// for an unknown key, for a pin that does not exist or cannot be used, and for two lines on one pin.
+// entries: the entries in the section; if a key is repeated, the first one is used. Throws a PortError that names
+// the key if the key is unknown, the pin does not exist or is unsuitable, or another line already uses the pin.
 BoardWiring parseBoardWiring(const QVector<ProfileEntry> &entries);
 
 // Reads the section from the settings file and parses it.

@@ -5,7 +5,7 @@
 
 namespace calvorn {
 
-// The port has disappeared, refused an access or has unusable wiring. what() is one sentence for the user.
+// The port has disappeared, an access has failed or the wiring is unusable. what() is a message for the user.
 class PortError : public std::runtime_error
 {
 public:

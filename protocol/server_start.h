@@ -6,12 +6,12 @@ namespace calvorn {
 // The file name of the server program.
 inline constexpr const char *kServerName = "CalvornAsync";
 
-// The server's first line on its standard output is the address of its socket, or this mark followed by the reason
-// why it could not open one.
+// The first line that the server prints to standard output is its socket address, or this prefix followed by the
+// reason why it could not open a socket.
 inline constexpr const char *kServerRefusal = "! ";
 
-// The time in ms that the program waits for the reply to an operation. Every operation of the server returns sooner,
-// whatever its hardware does; a server that takes longer has hung.
+// How long the program waits for a reply from the server, in ms. Every server operation returns sooner, whatever the
+// hardware does, so a server that takes longer has hung.
 inline constexpr int kCallTimeoutMs = 3'000;
 
 } // namespace calvorn

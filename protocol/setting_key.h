@@ -10,7 +10,7 @@
 
 namespace calvorn {
 
-// A key of the settings file and its default, used if the text is missing or empty.
+// A settings-file key and its default, which is used if the value is missing or empty.
 struct SettingKey
 {
     const char *section;
@@ -19,28 +19,28 @@ struct SettingKey
 
     constexpr SettingKey in(const char *otherSection) const { return {otherSection, name, fallback}; }
 
-    // Compares the place in the file, not the default.
+    // Compares section and name, not the default.
     constexpr bool operator==(const SettingKey &other) const
     {
         return std::string_view(section) == other.section && std::string_view(name) == other.name;
     }
 };
 
-// Return the text in the file; readText() returns an empty text for a missing key. Neither function writes.
+// Return the stored value. For a missing key, readText() returns an empty string. Neither function writes the file.
 QString readText(const QString &path, const SettingKey &key);
 QString readTextOrDefault(const QString &path, const SettingKey &key);
 
-// The settings file itself, in the folder that core/program_folders.h chooses.
+// The name of the settings file; core/program_folders.h chooses its folder.
 inline constexpr const char *kSettingsFileName = "Calvorn.ini";
 
 inline constexpr const char *kConfigSection = "Config";
 inline constexpr const char *kCalvornSection = "Calvorn";
 
-// Keys of the program that the server also reads. core/settings_table.h contains all keys of the program.
+// Program settings that the server also reads. core/settings_table.h lists all program settings.
 inline constexpr SettingKey kDdsDevice{kConfigSection, "DDS Device", factsOf(kDefaultDdsChip).name};
 inline constexpr SettingKey kDdsMultiplier{kConfigSection, "DDS Multiplier", "1"};
 inline constexpr SettingKey kDdsXtalFreq{kConfigSection, "DDS Xtal freq", kDefaultXtalText}; // Hz
-// Time in microseconds that the PIC board lets the detector settle at each point; 0 selects the board's own default.
+// Settling time of the PIC board's detector at each point, in microseconds; 0 selects the board's own default.
 inline constexpr SettingKey kPicSettling{"Serial Port", "Settling", "0"};
 inline constexpr SettingKey kAdcDevice{kConfigSection, "ADC Device", kAdc10Bit};
 inline constexpr SettingKey kAux1Value{kCalvornSection, "Aux_1", "0"}; // bit i is step i

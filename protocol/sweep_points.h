@@ -3,7 +3,7 @@
 
 namespace calvorn {
 
-// The number of points in a sweep on every interface: counts in an aVettore, rows in the program's table.
+// The number of points per sweep on every interface: counts in an aVettore signal, rows in the program's table.
 inline constexpr int kSweepPoints = 400;
 
 } // namespace calvorn

@@ -5,8 +5,8 @@
 
 namespace calvorn {
 
-// The settling time per frequency on the parallel-port board: the argument of SetSpeed. The settings store only the
-// first three.
+// The settling time per frequency on the parallel-port board: the argument of SetSpeed. Only the first three can be
+// stored as a setting.
 enum class SweepSpeed : std::int16_t {
     Standard = 0,
     Slow = 1,

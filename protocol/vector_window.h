@@ -5,10 +5,10 @@
 
 namespace calvorn {
 
-// The number of vectors that the server sends without a VectorsTaken; beyond that only the newest vector is kept.
+// The maximum number of unacknowledged vectors (VectorsTaken); beyond that, the server keeps only the newest.
 inline constexpr int kVectorWindow = 8;
 
-// The number of vectors that the program acknowledges at once.
+// The number of vectors that the program acknowledges per call.
 inline constexpr std::int16_t kVectorsAtOnce = 4;
 
 static_assert(kVectorsAtOnce < kVectorWindow, "the program must acknowledge vectors before the window is full");

@@ -18,10 +18,10 @@ constexpr std::int16_t numberOf(VnaMode mode)
     return static_cast<std::int16_t>(mode);
 }
 
-// Steps of the instrument's 10-bit converters: counts are 0 to kVnaFullScale - 1.
+// The number of steps of the instrument's 10-bit converters; counts range from 0 to kVnaFullScale - 1.
 inline constexpr int kVnaFullScale = 1024;
 
-// The frequency range of the instrument, Hz.
+// The instrument's frequency range, Hz.
 inline constexpr std::int32_t kVnaLowestHz = 100'000;
 inline constexpr std::int32_t kVnaHighestHz = 180'000'000;
 
