@@ -29,7 +29,7 @@ bool isSame(const struct stat &before, const struct stat &after)
            before.st_mtim.tv_nsec == after.st_mtim.tv_nsec;
 }
 
-// Resources are part of the program and unknown to the operating system.
+// Resources are compiled into the program; the operating system cannot open them.
 BoundedFile readResource(const QString &path)
 {
     QFile file(path);
@@ -58,7 +58,7 @@ BoundedFile readBounded(const QString &path)
         return refused(translated(QT_TRANSLATE_NOOP("BoundedFile", "it is not a file")));
     if (before.st_size > kLargestFile)
         return refused(translated(QT_TRANSLATE_NOOP("BoundedFile", "it is larger than %1 MB")).arg(kLargestFile >> 20));
-    QByteArray content = file.read(before.st_size + 1); // one byte more, to detect a file that has grown
+    QByteArray content = file.read(before.st_size + 1); // one extra byte, to detect a file that has grown
     if (file.error() != QFileDevice::NoError)
         return refused(file.errorString());
     if (fstat(descriptor, &after) != 0 || !isSame(before, after) || content.size() != after.st_size)

@@ -6,7 +6,7 @@
 
 namespace calvorn {
 
-// The size in bytes up to which a file is read.
+// The maximum size of a file, in bytes.
 inline constexpr qint64 kLargestFile = 16 << 20;
 
 // The result of reading a whole file.
@@ -16,11 +16,11 @@ struct BoundedFile
 
     State state = State::Missing;
     QByteArray content; // if read
-    QString reason;     // if refused: the reason as a clause
+    QString reason;     // if refused: the reason, as a clause
 };
 
-// Reads a whole file without blocking. Refuses pipes, devices, folders, files larger than kLargestFile and files that
-// change while being read. A name that starts with ":" refers to a resource of the program.
+// Reads a whole file without blocking. Rejects pipes, devices, folders, files larger than kLargestFile and files that
+// change while being read. A name that starts with ":" refers to a resource compiled into the program.
 BoundedFile readBounded(const QString &path);
 
 } // namespace calvorn

@@ -13,7 +13,7 @@ namespace calvorn {
 
 namespace {
 
-// Returns the reason why the path cannot name a regular file; empty if it can.
+// Returns why the path cannot name a regular file, or an empty string if it can.
 QString refusalOf(const QString &path)
 {
     struct stat status = {};

@@ -16,7 +16,7 @@ int readBase(const QString &path)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
         return 0;
-    // Two decimal numbers separated by a tab: the data register and the upper registers of an ECP port.
+    // Two decimal addresses separated by a tab: the data register and the upper registers of an ECP port.
     const QList<QByteArray> numbers = file.readLine(64).simplified().split(' ');
     return numbers.first().toInt();
 }

@@ -6,27 +6,27 @@
 
 namespace calvorn {
 
-// Where the kernel lists its parallel ports. Tests use other places.
+// The folders in which the kernel lists its parallel ports. Tests use other folders.
 struct ParportPlaces
 {
     QString ports = QStringLiteral("/proc/sys/dev/parport");
     QString devices = QStringLiteral("/dev");
 };
 
-// A port found by the kernel's driver.
+// A port detected by the kernel driver.
 struct ParportEntry
 {
-    int number; // N of /dev/parportN
-    int base;   // address of the data register; 0 for a port without one, for example behind USB
+    int number; // the N in /dev/parportN
+    int base;   // data register address; 0 for a port without one, such as a USB adapter
 };
 
-// Port N is called "parportN" in both places.
+// Port N is called "parportN" in both folders.
 inline constexpr const char *kParportPrefix = "parport";
 
-// Formats a base address as in the documents: "0x3BC". Addresses are unsigned 16-bit numbers.
+// Formats a base address as in the documentation: "0x3BC". Addresses are unsigned 16-bit numbers.
 QString hexAddress(int base);
 
-// Lists the ports by number. Empty if no driver is loaded or no driver has found a port.
+// Returns the ports in numerical order; empty if no driver is loaded or no port was detected.
 QVector<ParportEntry> listParports(const ParportPlaces &places);
 
 } // namespace calvorn

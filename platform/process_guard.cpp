@@ -9,7 +9,7 @@
 #include <sys/signalfd.h>
 #include <unistd.h>
 
-// Writes the counts of a coverage build (tools/coverage); undefined in other builds.
+// Writes the counters of a coverage build (tools/coverage); undefined in other builds.
 extern "C" void __gcov_dump() __attribute__((weak)); // NOLINT(bugprone-reserved-identifier)
 
 namespace calvorn {
@@ -41,7 +41,7 @@ bool endWithParent()
 {
     const pid_t parent = getppid();
     prctl(PR_SET_PDEATHSIG, SIGTERM);
-    // If the parent died between the two calls, the kernel would send no signal.
+    // If the parent has died between the two calls, the kernel does not send the signal.
     return getppid() == parent;
 }
 
@@ -106,7 +106,7 @@ void keepStandardDescriptors()
 {
     for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
         if (fcntl(descriptor, F_GETFD) < 0)
-            // open() returns the lowest free number, which is this one. Only standard error may be written to.
+            // open() returns the lowest free descriptor, which is this one. Only standard error is writable.
             [[maybe_unused]]
             const int taken = open("/dev/null", descriptor == STDERR_FILENO ? O_WRONLY : O_RDONLY);
 }

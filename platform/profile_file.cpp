@@ -21,7 +21,7 @@ QString decode(QByteArrayView bytes)
     return utf8.hasError() ? QString::fromLatin1(bytes) : text;
 }
 
-// A line of the file without its line end.
+// A line of the file without its line ending.
 struct Line
 {
     enum class Kind { Section, Key, Other };
@@ -101,7 +101,7 @@ QByteArrayView withinBuffer(QByteArrayView value)
     return value.first(length);
 }
 
-// A line break inside a value would start a new line of the file, so it is replaced by a blank.
+// Replaces line breaks in a value with blanks, because they would start a new line in the file.
 QByteArray encodeValue(QString value)
 {
     for (QChar &c : value)

@@ -12,18 +12,18 @@ namespace calvorn {
 
 // Access to a sectioned settings file: "[Section]" headers, one "key=value" per line, ";" comments.
 //
-// Reading: the names of sections and keys are case-insensitive; the first section and the first key of a name are
-// used. Blanks around key and value are dropped, as is one pair of equal quotes (' or ") around the value, inside
-// which blanks are kept. Values are truncated to kProfileBufferSize - 1 bytes.
+// Reading: section and key names are case-insensitive; if a name is repeated, the first one is used. Blanks around key
+// and value are removed, as is one pair of matching quotes (' or ") around the value; blanks inside the quotes are
+// preserved. Values are truncated to kProfileBufferSize - 1 bytes.
 //
 // Writing: the whole file is replaced (written beside the old one, then renamed), so readers never see a partial
-// file. Comments, unknown keys, the spelling of existing keys, the order and the line ends (CR LF or LF) are kept; a
-// new file has CR LF. Text is UTF-8; bytes in another encoding are read as Latin-1 and left unchanged.
+// file. Comments, unknown keys, the spelling of existing keys, the order and the line endings (CR LF or LF) are
+// preserved; a new file uses CR LF. Text is UTF-8; bytes in another encoding are read as Latin-1 and left unchanged.
 
-// The size in bytes of the buffer for a value, including the terminating zero.
+// The buffer size for a value in bytes, including the terminating zero.
 inline constexpr int kProfileBufferSize = 255;
 
-// A value to write.
+// A value with its section and key.
 struct ProfileEntry
 {
     QString section;
@@ -33,29 +33,30 @@ struct ProfileEntry
     bool operator==(const ProfileEntry &) const = default;
 };
 
-// A settings file, read once by the constructor. Changes take effect with save().
+// A settings file, read once by the constructor. Only save() writes changes.
 class Profile
 {
 public:
-    // A missing file counts as empty. A refused file (platform/bounded_file.h) has no values and is never written.
+    // A missing file is treated as empty. A refused file (platform/bounded_file.h) has no values and is never written.
     explicit Profile(const QString &path);
 
     bool isRefused() const { return m_file.state == BoundedFile::State::Refused; }
-    QString reason() const { return m_file.reason; } // for the refusal, as a clause
+    QString reason() const { return m_file.reason; } // why the file was refused, as a clause
 
-    // Returns, as a clause, why a reader that must not guess should reject the file; empty if it is usable. Such
-    // reasons are a refusal, a missing file, a file without values, and unreadable encoding or line ends.
+    // Returns, as a clause, why a caller that must not fall back on defaults should reject the file; empty if it is
+    // usable. Possible reasons: the file was refused, is missing, has no values or uses an unsupported encoding or
+    // line ending.
     QString doubt() const;
 
-    // Empty if section, key or value is missing.
+    // Returns an empty string if section, key or value is missing.
     QString value(const QString &section, const QString &key) const;
 
-    // Returns every "key=value" of the section in file order.
+    // Returns every "key=value" in the section, in file order.
     QVector<ProfileEntry> entries(const QString &section) const;
 
     void set(const ProfileEntry &entry);
 
-    // Removes all keys of the section but keeps its header and comments; does not create a missing section. Returns
+    // Removes all keys from the section but keeps its header and comments; does not create a missing section. Returns
     // false if there was nothing to remove.
     bool clear(const QString &section);
 
@@ -68,10 +69,10 @@ private:
     bool hasValues() const;
 
     QString m_path;
-    BoundedFile m_file; // without the content, which is in m_lines
+    BoundedFile m_file; // without its content, which has moved to m_lines
     QByteArray m_lineEnd;
     QList<QByteArray> m_lines;
-    bool m_isCarriageReturned = false; // a line ends with a single CR
+    bool m_isCarriageReturned = false; // contains a CR without an LF
     bool m_isOddlyEncoded = false;
     bool m_isChanged = false;
 };
@@ -83,7 +84,7 @@ QString readProfileString(const QString &path, const QString &section, const QSt
 // Reads the file and returns Profile::entries().
 QVector<ProfileEntry> readProfileSection(const QString &path, const QString &section);
 
-// Writes all entries in one replacement of the file. Returns false and leaves the file unchanged if it is refused or
+// Writes all entries by replacing the file once. Returns false and leaves the file unchanged if it is refused or
 // cannot be replaced.
 bool writeProfileStrings(const QString &path, const QVector<ProfileEntry> &entries);
 bool writeProfileString(const QString &path, const QString &section, const QString &key, const QString &value);

@@ -18,15 +18,15 @@ namespace calvorn {
 namespace {
 
 constexpr char kFile[] = "/.Calvorn.lock";
-constexpr int kAttempts = 10; // retries if other instances end at the same time
+constexpr int kAttempts = 10; // in case other instances exit at the same time
 
-// Returns the process that holds a lock on this file according to the kernel's list (proc(5)); nullopt if not listed.
+// Returns the process that holds a lock on this file according to the kernel's lock list (proc(5)), or nullopt.
 std::optional<pid_t> holderOf(const struct stat &file)
 {
     QFile locks(QStringLiteral("/proc/locks"));
     if (!locks.open(QIODevice::ReadOnly))
         return std::nullopt;
-    // "1: FLOCK  ADVISORY  WRITE 708 08:01:2359475 0 EOF"; a waiting process has an arrow after the number.
+    // "1: FLOCK  ADVISORY  WRITE 708 08:01:2359475 0 EOF"; for a blocked process, "->" follows the number.
     const QByteArray device = QByteArray::number(major(file.st_dev), 16).rightJustified(2, '0') + ':' +
                               QByteArray::number(minor(file.st_dev), 16).rightJustified(2, '0') + ':';
     const QByteArray node = ':' + QByteArray::number(qulonglong{file.st_ino});
@@ -37,13 +37,13 @@ std::optional<pid_t> holderOf(const struct stat &file)
             continue;
         if (fields[5].startsWith(device))
             return fields[4].toInt();
-        // Some file systems are listed under a device that differs from the result of stat(2).
+        // Some file systems are listed with a different device number than stat(2) reports.
         elsewhere = fields[4].toInt();
     }
     return elsewhere;
 }
 
-// Empty for a process of this user.
+// Returns an empty string if the process belongs to this user.
 QString sentenceAbout(pid_t process)
 {
     struct stat status = {};
@@ -68,7 +68,7 @@ ProgramLock::~ProgramLock()
 {
     if (m_file < 0)
         return;
-    // Unlink before releasing the lock, so that the next holder sees that the file has been replaced.
+    // Unlink before releasing the lock, so that the next holder can tell that the file has been replaced.
     if (m_ours)
         unlink(m_path.constData());
     close(m_file);

@@ -5,9 +5,9 @@
 
 namespace calvorn {
 
-// The lock of the one running instance in a folder: flock(2) on a file that only its owner can open, so other users
-// cannot take it. The kernel releases the lock when the process ends. The destructor removes the file; a file left by
-// a killed process is harmless.
+// Limits a folder to one running instance, with flock(2) on a file that only its owner can open, so other users cannot
+// lock it. The kernel releases the lock when the process exits. The destructor removes the file; a file left by a
+// killed process is harmless.
 class ProgramLock
 {
 public:
@@ -20,9 +20,9 @@ public:
     // locked at all (no write permission, a file system without locks): two instances are better than none.
     bool isOurs() const { return m_ours; }
 
-    // Returns a sentence that names the holder if it belongs to another user; otherwise empty. This is possible only
-    // in a folder that several users can write to. A holder on another computer or in another container is not
-    // detected.
+    // Returns a message that names the lock holder if it belongs to another user, otherwise an empty string. This can
+    // happen only in a folder that several users can write to. A holder on another computer or in another container
+    // is not detected.
     QString holder() const { return m_holder; }
 
 private:

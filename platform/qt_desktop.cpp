@@ -30,8 +30,8 @@ QMessageBox::Icon toQt(BoxIcon icon)
     return QMessageBox::NoIcon;
 }
 
-// Returns the parent for dialogs: the active window or, if that is an accessory such as the manual, the window it
-// belongs to.
+// Returns the parent for dialogs: the active window or, if that is an auxiliary window such as the manual, its parent
+// window.
 QWidget *ownerOfDialogs()
 {
     QWidget *window = QApplication::activeWindow();
@@ -62,7 +62,7 @@ std::int16_t QtDesktop::messageBox(BoxIcon icon, BoxButtons buttons, const QStri
     box.setIcon(toQt(icon));
     box.setWindowTitle(title);
     box.setTextFormat(Qt::PlainText);
-    // Texts use single carriage returns as line separators.
+    // The messages use single carriage returns as line separators.
     box.setText(QString(text).replace(u'\r', u'\n'));
     box.setStandardButtons(buttons == BoxButtons::Ok ? QMessageBox::Ok : QMessageBox::Ok | QMessageBox::Cancel);
     box.setDefaultButton(QMessageBox::Ok);
@@ -115,7 +115,7 @@ void QtDesktop::sleep(int milliseconds)
 
 void QtDesktop::pumpMessages(int milliseconds)
 {
-    // The timer ends the wait, which could otherwise last forever.
+    // Without the timer, the wait could last forever.
     QTimer wake;
     wake.setSingleShot(true);
     wake.start(milliseconds);

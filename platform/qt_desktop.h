@@ -8,7 +8,7 @@
 
 namespace calvorn {
 
-// The real desktop: QMessageBox over the active window, the system beep and a clock that starts with the object.
+// The real desktop: message boxes over the active window, the system beep, and a clock that starts at construction.
 class QtDesktop : public Desktop, public Clock
 {
 public:

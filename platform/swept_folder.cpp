@@ -22,7 +22,8 @@ constexpr char kName[] = "calvorn-run-";
 constexpr char kPattern[] = "calvorn-run-XXXXXX";
 constexpr int kAttempts = 20; // in case another process sweeps the folder before it is locked
 
-// Returns a negative number and sets errno if the path is not an unlocked folder of this user.
+// Locks the folder and returns its descriptor. Returns a negative number and sets errno if the path is not an unlocked
+// folder that belongs to this user.
 int lockUnused(const QByteArray &path)
 {
     const int folder = open(path.constData(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
@@ -43,7 +44,7 @@ int lockUnused(const QByteArray &path)
 
 void removeFolder(const QByteArray &path)
 {
-    // The bus library may remove its socket at the same time, which makes the first attempt fail.
+    // The first attempt fails if the D-Bus library removes its socket at the same time.
     std::error_code error;
     for (int attempt = 0; attempt == 0 || (error && attempt < kAttempts); ++attempt)
         std::filesystem::remove_all(path.toStdString(), error);

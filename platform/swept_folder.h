@@ -6,10 +6,10 @@
 
 namespace calvorn {
 
-// A temporary folder of a running process, accessible only to this user. It is locked while in use (flock(2)); when
-// another folder is made beside it, an unlocked one left by a killed process is recognised and removed.
+// A temporary folder for a running process, accessible only to this user. It is locked while in use (flock(2)).
+// Creating another folder beside it removes any unlocked ones, which killed processes have left.
 //
-// Paths are raw bytes, as the system does not require them to be text.
+// Paths are raw bytes because the system does not require them to be valid text.
 class SweptFolder
 {
 public:
@@ -18,22 +18,22 @@ public:
     SweptFolder(const SweptFolder &) = delete;
     SweptFolder &operator=(const SweptFolder &) = delete;
 
-    // Returns the places for such a folder, in this order: the user's run-time folder (in memory, emptied at logout),
-    // the folder for temporary files, and the system's temporary folders.
+    // Returns the possible parent folders in order of preference: the user's run-time folder (in memory, emptied at
+    // logout), the folder that TMPDIR names, and the system's temporary folders.
     static QByteArrayList parents();
 
-    // Removes the folders that killed processes left in `parent`, then makes this one there. On failure, returns
+    // Removes the folders that killed processes left in `parent`, then creates this one there. On failure, returns
     // false and sets error() to errno.
     bool make(const QByteArray &parent);
 
-    // Makes the folder in the first of parents() that allows it.
+    // Creates the folder in the first of parents() where this succeeds.
     bool makeAnywhere();
 
     int error() const { return m_error; }
 
     const QByteArray &path() const { return m_path; }
 
-    // Removes the folder with its contents. Does nothing if there is none.
+    // Removes the folder and its contents, if it exists.
     void remove();
 
 private:

@@ -10,7 +10,7 @@ namespace calvorn {
 
 namespace {
 
-// From the port of a USB serial adapter over its interface to the device. The hub above has an idVendor, too.
+// The levels to search: serial port, USB interface, USB device. The hub above the device also has an idVendor.
 constexpr int kLevels = 3;
 
 QString attribute(const QString &folder, const char *name)
@@ -26,7 +26,7 @@ bool isHexadecimal(const QString &text)
            });
 }
 
-// A value between the quotation marks of a rule, where '?' stands for any one character.
+// Returns a value for use between quotation marks in a udev rule, where '?' matches any single character.
 QByteArray asPattern(const QString &text)
 {
     QByteArray pattern;
@@ -38,7 +38,7 @@ QByteArray asPattern(const QString &text)
     return pattern;
 }
 
-// A name from the device, in a comment of one line.
+// Returns a name reported by the device as text for a one-line comment.
 QByteArray asComment(QString text)
 {
     for (QChar &c : text)
