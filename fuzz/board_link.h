@@ -8,7 +8,7 @@
 
 namespace calvorn::fuzz {
 
-// An in-memory line with a board at its end and without delays. Bytes arrive in waitForBytes() or pump().
+// An in-memory serial line to a board, without delays. waitForBytes() and pump() fetch the board's bytes.
 class BoardLink : public ByteLink
 {
 public:
@@ -44,7 +44,7 @@ public:
     }
     void close() override { m_open = false; }
 
-    // Delivers up to this many bytes of the board, followed by the extra ones.
+    // Delivers up to this many bytes from the board, followed by the extra bytes.
     void pump(int most, const QByteArray &extra = {})
     {
         if (!m_open)
@@ -55,7 +55,7 @@ public:
             emit bytesArrived();
     }
 
-    // Flips these bits in the next byte from the board; 0xFF drops the byte.
+    // Flips these bits in the next byte from the board; 0xFF discards the byte.
     void damageNext(std::uint8_t bits) { m_damage = bits; }
 
     void unplug()
@@ -65,7 +65,7 @@ public:
         emit lost(QStringLiteral("The device is gone."));
     }
 
-    // Removes the device; the loss is detected at the next write() or discard().
+    // Removes the device; the next write() or discard() detects the loss.
     void unplugUnnoticed() { m_gone = true; }
 
 private:

@@ -15,7 +15,7 @@
 
 namespace calvorn::fuzz {
 
-// Creates the event loop that drivers need, and discards their log messages, which would fill the log of a run.
+// Creates the application object that drivers need, and suppresses log messages, which would flood the fuzzer's log.
 inline void startApplication()
 {
     static int count = 1;
@@ -25,7 +25,7 @@ inline void startApplication()
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
 }
 
-// Returns any value of an argument's type; half of the time, one with a meaning for a driver.
+// Returns a value of the given argument type: half of the time one that is meaningful to a driver, otherwise any.
 inline QVariant argument(QMetaType type, FuzzedDataProvider &data)
 {
     const bool known = data.ConsumeBool();
@@ -49,12 +49,12 @@ inline QVariant argument(QMetaType type, FuzzedDataProvider &data)
                            {"AD9850", "AD9851", "AD9951", "8bit", "10bit", "115200,N,8,1", "A", "B", "D", "*"}))
                      : QString::fromStdString(data.ConsumeRandomLengthString(40));
     default:
-        std::abort(); // a new operation has a new argument type
+        std::abort(); // a new operation uses an argument type not handled here
     }
 }
 
-// Calls the public slots of a driver in any order and with any arguments, as D-Bus does, and checks the driver's
-// signals.
+// Calls a driver's public slots in arbitrary order and with arbitrary arguments, as D-Bus clients can, and checks the
+// driver's signals.
 template <typename Driver>
 class DriverCalls
 {
@@ -92,7 +92,7 @@ public:
         require(method.invoke(&m_driver, Qt::DirectConnection, given(0), given(1), given(2), given(3)));
     }
 
-    // Closes the port and checks that the driver emits nothing more.
+    // Closes the port and checks that the driver emits no more signals.
     void end()
     {
         m_driver.ClosePort();

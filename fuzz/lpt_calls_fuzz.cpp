@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Calls any operations of the parallel-port driver with any arguments, on a simulated board that works, refuses or is
-// unplugged. The answers must be valid, and there must not be more answers than requests.
+// Calls arbitrary operations of the parallel-port driver with arbitrary arguments, on a simulated board with or without
+// a fault. The driver's signals must be valid, and no more sweeps may complete than were started.
 #include "fuzz/driver_calls.h"
 #include "server/boards/simulated_parallel_port.h"
 #include "server/drivers/lpt_driver.h"
@@ -32,7 +32,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t siz
     fuzz::DriverCalls calls(driver);
     int waits = 0;
     for (int step = 0; step < kMostSteps && data.remaining_bytes() > 0; ++step) {
-        // A sweep takes some milliseconds in its thread.
+        // A sweep thread needs a few milliseconds for a sweep.
         if (data.ConsumeIntegralInRange<int>(0, 7) == 0 && ++waits < kMostWaits)
             QThread::msleep(10);
         else

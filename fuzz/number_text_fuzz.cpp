@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Converts any text under four locales. A number must survive the conversion to text and back, and conversions may
-// throw only RuntimeError.
+// Converts arbitrary text under four locales. A number must survive the conversion to text and back, and conversions
+// may throw only RuntimeError.
 #include "core/number_text.h"
 #include "core/runtime_error.h"
 
@@ -17,7 +17,7 @@ void attempt(Convert convert)
     try {
         convert();
     } catch (const RuntimeError &) {
-        // The only exception that callers handle.
+        // This is the only exception that callers handle.
     }
 }
 

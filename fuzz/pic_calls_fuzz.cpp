@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Calls any operations of the PIC driver with any arguments, while the line delivers, damages, adds and loses bytes or
-// breaks.
+// Calls arbitrary operations of the PIC driver with arbitrary arguments, while the line delivers, corrupts, adds and
+// loses bytes or is disconnected.
 #include "fuzz/serial_calls.h"
 #include "server/boards/pic_board.h"
 #include "server/drivers/pic_driver.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Feeds any bytes to the decoder of the PIC board's frames, in pieces of any length. Every decoded sweep must be on the
-// line as a whole frame, and the size of the pieces must not affect the result.
+// Feeds arbitrary bytes to the PIC frame decoder, in pieces of any length. Every decoded sweep must be present in the
+// input as a complete frame, and the piece size must not affect the result.
 #include "fuzz/require.h"
 #include "server/drivers/pic_frames.h"
 #include "tests/support/pic_frame.h"
@@ -15,7 +15,7 @@ using test::picFrame;
 
 namespace {
 
-// Returns frames, damaged frames and random bytes, as chosen by the input.
+// Returns a mix of frames, damaged frames and random bytes that depends on the fuzzer input.
 QByteArray makeLine(FuzzedDataProvider &data)
 {
     constexpr int kMostParts = 12;
@@ -31,7 +31,7 @@ QByteArray makeLine(FuzzedDataProvider &data)
         for (int index = 0; index < 400; ++index)
             samples.append(static_cast<int>(random() % 1024));
         const auto damage = data.ConsumeIntegralInRange<int>(0, 5);
-        // A frame with another plan does not belong to this sweep.
+        // Damage 4 is a frame with a different plan, so it does not belong to this sweep.
         QByteArray frame = damage == 4 ? picFrame(sequence++, samples, QByteArray::fromHex("0089062000000065"))
                                        : picFrame(sequence++, samples);
         const auto position = data.ConsumeIntegralInRange<qsizetype>(0, frame.size() - 1);
@@ -64,7 +64,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t siz
         else
             atOnce.append(sweep->samples);
     }
-    // One for each frame length without a good frame, and one for each gap next to a good frame.
+    // At most one per frame length without a good frame, plus one per gap next to a good frame.
     require(damaged <= line.size() / 505 + atOnce.size() + 1);
     for (const QList<int> &samples : atOnce) {
         require(samples.size() == 400);

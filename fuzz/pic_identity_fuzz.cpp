@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Parses any bytes as the identity of the PIC board. Accepted values must be in range and consist of the received
-// words, and lead to one remark at most.
+// Parses arbitrary bytes as the PIC board's identity. Accepted values must be in range and consist of the received
+// words, and a remark about the generator must state the board's clock.
 #include "fuzz/require.h"
 #include "server/drivers/pic_identity.h"
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Writes any values to the registers of the simulated parallel port; the simulated chips must keep to the limits of
-// real ones. Each step uses two bytes: operation and value.
+// Writes arbitrary values to the registers of the simulated parallel port; the simulated chips must stay within the
+// limits of real chips. Each step uses two bytes: operation and value.
 #include "fuzz/require.h"
 #include "server/boards/simulated_parallel_port.h"
 
@@ -44,7 +44,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         require(output.hertz >= 0.0 && output.hertz <= settings.clockHz * kHighestMultiplier / 2.0);
         require(output.amplitude >= 0.0 && output.amplitude <= 1.0);
         require(port.adc().latestCount() >= 0 && port.adc().latestCount() < settings.adc.counts());
-        // The potentiometer takes a byte at the eighth of nine clock pulses.
+        // The potentiometer stores each byte at the eighth of nine clock pulses.
         require(port.pot().bytes().size() == static_cast<std::size_t>(port.pot().pulses() + 1) / 9);
     }
     return 0;

@@ -5,7 +5,7 @@
 
 namespace calvorn::fuzz {
 
-// Aborts the target, which libFuzzer reports as a finding, if the condition is false. Unlike assert(), works in every
+// Aborts the target if the condition is false, and libFuzzer reports a finding. Unlike assert(), it works in every
 // build.
 inline void require(bool holds)
 {

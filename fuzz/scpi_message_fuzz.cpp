@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-// Parses any bytes from a client of the remote control, in chunks of any size. The chunk size must not affect the
-// messages. An accepted message must be the same after it is written from its parts and parsed again, and must pass
-// through the splitter as a whole. Numbers must be finite, positions and suffixes in range, and every error must give a
-// readable answer.
+// Parses arbitrary bytes from a remote-control client, in chunks of any size. The chunk size must not affect the
+// messages. An accepted message must not change when it is rebuilt from its parts and parsed again, and the splitter
+// must return it in one piece. Numbers must be finite, positions and suffixes in range, and every error must produce a
+// readable reply.
 #include "fuzz/require.h"
 #include "remote/scpi_lines.h"
 #include "remote/scpi_message.h"
@@ -20,7 +20,7 @@ using fuzz::require;
 
 namespace {
 
-// The parts of a message.
+// The parts of a parsed message.
 struct Parsed
 {
     QList<ScpiUnit> units;
@@ -84,7 +84,7 @@ Parsed parse(const QByteArray &message)
     }
 }
 
-// --- writing a message from its parts ---
+// --- rebuilding a message from its parts ---
 
 QByteArray written(const ScpiParameter &parameter)
 {
@@ -147,9 +147,9 @@ void checkRoundTrip(const Parsed &parsed)
     requireSame(again.units, parsed.units);
 }
 
-// --- checks of the parts ---
+// --- checking the parts ---
 
-// An answer such as -113,"text" must read back as two parameters.
+// A reply such as -113,"text" must parse as two parameters.
 void checkError(const ScpiError &error)
 {
     require(error.number <= -100 && error.number > -200 && error.detail.size() <= 40);
@@ -201,7 +201,7 @@ void checkPatterns(const ScpiUnit &unit)
     }
 }
 
-// Any pattern must either match all its own spellings or be refused.
+// A pattern must either match all of its own spellings or be rejected.
 void checkOwnPattern(const QByteArray &text)
 {
     const ScpiPattern pattern(text.constData());
@@ -227,7 +227,7 @@ void checkMessage(const QByteArray &message)
         return;
     }
     requireSame(parse(message + " ; ").units, parsed.units);
-    // The splitter must find the same ends of blocks.
+    // The splitter must agree with the parser on where blocks end.
     if (!message.isEmpty() && message.size() <= kLongestLine) {
         ScpiLines lines;
         lines.add(message + "\r\n*CLS\n");
@@ -254,7 +254,7 @@ QList<ScpiLines::Line> linesOf(const QByteArray &bytes, qsizetype chunk)
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     FuzzedDataProvider provider(data, size);
-    // Taken from the end of the input, so that the beginning of the input is the client's message.
+    // The provider takes the chunk size from the end of the input, so the client's message is at the beginning.
     const auto chunk = provider.ConsumeIntegralInRange<qsizetype>(1, 300);
     const QByteArray bytes = QByteArray::fromStdString(provider.ConsumeRemainingBytesAsString());
 

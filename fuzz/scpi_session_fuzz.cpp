@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Runs a whole session of an SCPI client with any bytes in pieces of any size. Each answer must be a line, and the
-// session must still answer at the end. No hardware is connected, and no file is written.
+// Runs a whole SCPI session with arbitrary client bytes in pieces of any size. Every reply must be a complete line, and
+// the session must still respond at the end. No hardware is connected, and no file is written.
 #include "core/log.h"
 #include "fuzz/require.h"
 #include "platform/clock.h"
@@ -22,7 +22,7 @@ public:
     void pumpMessages(int) override {}
 };
 
-// Accepts all commands without any outside effect.
+// Accepts all commands without side effects outside this process.
 class StillTarget : public RemoteTarget
 {
 public:
@@ -76,7 +76,7 @@ struct Bench
     }
 };
 
-// Processes events until the session is idle or waits for an event that never comes.
+// Processes events until the session is idle, or gives up because it is waiting for an event that never occurs.
 void deliver(const ScpiSession &session)
 {
     for (int turn = 0; turn < 50 && session.isBusy(); ++turn)
@@ -106,10 +106,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         deliver(session);
     }
     fuzz::require(answers.isEmpty() || answers.endsWith('\n'));
-    // A block may announce more bytes than the input contains.
+    // A block header may announce more bytes than the input contains.
     if (session.isBusy() || std::memchr(data, '#', size) != nullptr)
         return 0;
-    // End an incomplete line first.
+    // Terminate an incomplete line first.
     session.take("\n");
     deliver(session);
     answers.clear();

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Sends any bytes to the simulated serial boards and reads their answers. Nothing may crash, and the PIC board must
-// always confirm an abort.
+// Sends arbitrary bytes to the simulated serial boards and reads their replies. Nothing may crash, and the PIC board
+// must always confirm an abort.
 #include "server/boards/pic_board.h"
 #include "server/boards/vna_board.h"
 
@@ -10,7 +10,7 @@ using namespace calvorn;
 
 namespace {
 
-// Reads at most this many bytes from the board.
+// Reads and discards up to this many bytes from the board.
 template <typename Board>
 void listen(Board &board, int most)
 {
@@ -40,7 +40,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     }
     listen(pic, 600);
     pic.receive('!');
-    // A board that continued to sweep would never stop sending.
+    // If the board did not stop sweeping, it would send bytes forever.
     constexpr int kMostAnswers = 1'000'000;
     QByteArray last;
     auto byte = pic.nextByte();

@@ -12,7 +12,7 @@
 
 namespace calvorn::fuzz {
 
-// Opens the port of a driver: even port numbers lead to the board, odd ones do not exist.
+// Opens ports for a driver: even port numbers connect to the board, odd ones do not exist.
 class LinkSource
 {
 public:
@@ -37,7 +37,7 @@ private:
     std::weak_ptr<BoardLink> m_link;
 };
 
-// Plays calls, received bytes and line faults in any order.
+// Runs driver calls, received bytes and line faults in arbitrary order.
 template <typename Driver>
 void playSerial(Driver &driver, LinkSource &source, FuzzedDataProvider &data)
 {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Reads any settings file. A written value must be read back, writing must keep all other values, and the program's
-// loader and the server's readers must return settings that the program and its boards can use.
+// Reads arbitrary settings files. A written value must read back unchanged, writing must preserve other values, and
+// the program's loader and the server's readers must return settings that the program and its boards can use.
 #include "core/settings.h"
 #include "fuzz/require.h"
 #include "platform/profile_file.h"
@@ -29,7 +29,7 @@ void checkProfile(const QString &path)
     require(readProfileString(path, section, QStringLiteral("Start")) == other);
 }
 
-// Saved settings must be the same after loading.
+// Settings must be unchanged after saving and loading them.
 void checkLoader(const QString &path)
 {
     Configuration loaded;
@@ -62,7 +62,7 @@ void checkServer(const QString &path)
         const OpenedPort opened = opener.open(kSimulatedLptAddress);
         opened.port->writeData(0xFF);
     } catch (const PortError &) {
-        // A wiring that makes no sense, or a board with the fault "refuse".
+        // The wiring is invalid, or the board has the "refuse" fault.
     }
     const SimulatorSettings settings = readSerialSimulatorSettings(path);
     PicBoard pic(settings);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Reads any sweep file under four locales; only a RuntimeError may refuse it. An accepted sweep is written as a file;
-// under a locale with a decimal point, this file must be read back as the same table.
+// Reads arbitrary sweep files under four locales; the reader may reject them only with a RuntimeError. Under a locale
+// with a decimal point, an accepted sweep must survive being exported and read again.
 #include "core/runtime_error.h"
 #include "data/sweep_csv.h"
 

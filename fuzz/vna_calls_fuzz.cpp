@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Calls any operations of the MiniVNA's driver with any arguments, while the line delivers, damages, adds and loses
-// bytes or breaks.
+// Calls arbitrary operations of the MiniVNA driver with arbitrary arguments, while the line delivers, corrupts, adds
+// and loses bytes or is disconnected.
 #include "fuzz/serial_calls.h"
 #include "server/boards/vna_board.h"
 #include "server/drivers/vna_driver.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Parses any bytes as a reply of the MiniVNA, in pieces of any length. The size of the pieces must not affect the
-// result, no count may exceed 1023, and a complete reply must consist of exactly the bytes of its samples.
+// Parses arbitrary bytes as a MiniVNA reply, in pieces of any length. The piece size must not affect the result, no
+// count may exceed 1023, and a complete reply must consist of exactly the bytes of its samples.
 #include "fuzz/require.h"
 #include "server/drivers/vna_protocol.h"
 
