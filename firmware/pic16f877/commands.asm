@@ -1,12 +1,12 @@
 ; SPDX-License-Identifier: MIT
-; The commands: reads a line byte by byte, executes the command and answers.
+; The command interpreter: reads a line byte by byte, executes the command and replies.
 ;
-; The line is not stored: its letter, length, number and errors are sufficient.
+; The line itself is not stored: its letter, length, number and errors are sufficient.
 ;
 ; commands_start   reset the line state.                                                uses W
 ; commands_byte    process line_byte; execute the line at a carriage return.
-;                  Returns from `G` when the sweep has ended.                           uses W, FSR
-; commands_abort   discard an incomplete line, answer `!+`.                             uses W, FSR
+;                  For `G`, returns after the sweep has ended.                          uses W, FSR
+; commands_abort   discard an incomplete line, reply `!+`.                              uses W, FSR
 
         include "board.inc"
 
@@ -22,7 +22,7 @@ LONGEST         equ 12                  ; characters before the carriage return
 SHORTEST_SETTLE equ 20                  ; us
 LONGEST_SETTLE  equ 10000
 
-; bits of seen
+; bits in seen
 WRONG           equ 0
 DIGIT           equ 1
 MINUS           equ 2
@@ -30,7 +30,7 @@ SPOILT          equ 3                   ; ignore everything up to the next carri
 
 commands_data   udata
 letter          res 1
-length          res 1                   ; LONGEST + 1 also stands for longer lines
+length          res 1                   ; LONGEST + 1 also represents longer lines
 seen            res 1
 
 ; Jump to `to` if the character in W is `char`; otherwise W is unchanged.
@@ -71,7 +71,7 @@ behind_letter:
         movf    length, W
         xorlw   LONGEST + 1
         skpnz
-        return                          ; already too long and marked WRONG
+        return                          ; the line is too long and already marked WRONG
         incf    length, F
         movf    length, W
         xorlw   LONGEST + 1
@@ -109,7 +109,7 @@ spoil:
 ignore:
         return
 
-; --- a whole line ---
+; --- executing a complete line ---
 execute:
         btfsc   seen, SPOILT
         goto    commands_start
@@ -234,16 +234,16 @@ identify:
         movlw   CR
         goto    line_send
 
-; --- checks of a line; C = 1: check failed ---
+; --- checking a line; C = 1: check failed ---
 
-; Only the letter.
+; The line must consist of the letter only.
 bare:
         clrc
         decfsz  length, W
         setc
         return
 
-; A decimal number and nothing else.
+; The letter must be followed by a decimal number and nothing else.
 decimal:
         clrc
         btfss   seen, DIGIT
@@ -252,7 +252,7 @@ decimal:
         setc
         return
 
-; A number below the generator's clock.
+; The number must also be below the generator clock.
 hertz:
         call    decimal
         skpnc

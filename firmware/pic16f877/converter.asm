@@ -1,16 +1,16 @@
 ; SPDX-License-Identifier: MIT
-; The converter on AN0, and the timer for the settling time.
+; The converter on AN0, and the settling timer.
 ;
 ; Timer 1 starts at the FQ_UD pulse and sets TMR1IF when SETTLE_LEAD cycles of the settling time remain: frames.asm
-; needs at least this number of cycles before it starts the conversion.
+; needs at least this many cycles before it starts the conversion.
 ;
-; sample (2 bytes)                 the last result, low byte first
+; sample (2 bytes)                 the latest result, low byte first
 ; converter_settling (2 bytes, bank 1)   the settling time in microseconds
 ;
-; converter_start    set up; the settling time is 50 us. 743 cycles                             uses W, FSR
+; converter_start    set up; set the settling time to 50 us. 743 cycles                         uses W, FSR
 ; converter_settle   set the settling time to number, 20 to 10,000 us. 904 cycles at most       uses W, FSR
 ; converter_arm      prepare the timer; setting TMR1ON starts it. 10 cycles                     uses W
-; converter_read     wait for the end of the conversion; result to sample. 14 cycles or more    uses W
+; converter_read     wait for the conversion, store the result in sample. 14 cycles or more     uses W
 
         include "board.inc"
 
@@ -72,7 +72,7 @@ rounded:
         movwf   timer + 1
         skpc
         return
-        movlw   0xFF                    ; shorter than the lead: overflow at once
+        movlw   0xFF                    ; shorter than the lead: overflow immediately
         movwf   timer
         movwf   timer + 1
         return

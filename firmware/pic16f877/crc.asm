@@ -1,7 +1,7 @@
 ; SPDX-License-Identifier: MIT
-; CRC-16/CCITT-FALSE: polynomial 1021, highest bit first, a byte at a time without a table.
+; CRC-16/CCITT-FALSE: polynomial 1021, highest bit first, one byte at a time without a table.
 ;
-; crc_high, crc_low   the value, FFFF before the first byte
+; crc_high, crc_low   the current value, FFFF before the first byte
 ; crc_start           set to FFFF.                  7 cycles     uses W
 ; crc_add             add the byte in W.            24 cycles    uses W
 

@@ -1,21 +1,21 @@
 ; SPDX-License-Identifier: MIT
-; The sweep: measures point after point and sends frames.
+; The sweep: measures the points one by one and sends frames.
 ;
 ; Each point takes these steps, beginning with the FQ_UD pulse:
-;   wait until the settling time is nearly over and the transmit buffer has enough space
+;   wait until the settling time is almost over and the transmit buffer has enough space
 ;   load the word of the next point; the generator uses it at the next FQ_UD
 ;   compute the word after that one
 ;   start the conversion
 ;   during the conversion, pack and send the previous sample
 ;   read the result
-; The wait comes before the load: a sweep that ends during the wait leaves no new word in the generator.
+; The wait precedes loading, so if the sweep ends during the wait, no new word is loaded into the generator.
 ;
-; Timer 2 ticks once in 1 1/4 bytes of the line, the time of one point. A point that is fast enough starts its
-; conversion on a tick, so that all such points settle for the same time. For a slower point the tick has already
-; passed, and there is no wait.
+; Timer 2 ticks once per point, every 1 1/4 byte times on the serial line. A point that is fast enough starts its
+; conversion on a tick, so that all such points settle for the same time. A slower point has already missed the tick
+; and does not wait.
 ;
 ; frames_start   set up timer 2.                                                        uses W
-; frames_sweep   sweep until SWEEPING is cleared, then drop the bytes not yet sent.     uses W, FSR
+; frames_sweep   sweep until SWEEPING is cleared, then discard the unsent bytes.        uses W, FSR
 
         include "board.inc"
 
@@ -27,26 +27,26 @@
         extern  sample, converter_arm, converter_read
         extern  crc_high, crc_low, crc_add
 
-; Maximum number of bytes in the transmit buffer (16) when a conversion starts. A conversion adds one or two bytes; that
-; of the first point of a frame adds seven (the last two of a frame, its CRC, three of the next one). Only this point
-; waits for the line: it follows the generator's largest frequency step, and so gets the most time to settle.
+; Maximum number of bytes in the transmit buffer (16) when a conversion starts. During a conversion, one or two bytes
+; are queued; at the first point of a frame, seven (the last two of the old frame, its CRC, three of the new one). Only
+; this point waits for the line, because it follows the largest frequency step and needs the most time to settle.
 AHEAD           equ 14
 AHEAD_FIRST     equ 3
 
 TICK            equ BYTE_CYCLES * 5 / 4
 
-HALTED          equ 0                   ; bit of state: the point ended without a conversion
+HALTED          equ 0                   ; bit in state: the point ended without a conversion
 
 frames_data     udata_shr
 state           res 1
 ahead           res 1                   ; AHEAD or AHEAD_FIRST
 sequence        res 1
-groups          res 1                   ; groups of four points that remain in the frame
-kept            res 1                   ; low byte of the previous sample: its bits that are not sent yet
+groups          res 1                   ; groups of four points remaining in the frame
+kept            res 1                   ; low byte of the previous sample, with the bits not yet sent
 packed          res 1
 outgoing        res 1
 
-; Measure one point; work is the routine that runs during the conversion.
+; Measure one point; `work` is the routine to call during the conversion.
 measure macro   work
         call    point
         btfsc   state, HALTED
@@ -69,14 +69,14 @@ frames_start:
         movlw   TICK / 5 - 1
         movwf   PR2
         banksel T2CON
-        movlw   (4 << TOUTPS0) | (1 << TMR2ON)  ; every fifth match counts
+        movlw   (4 << TOUTPS0) | (1 << TMR2ON)  ; postscaler 5
         movwf   T2CON
         return
 
 frames_sweep:
         clrf    state
         clrf    sequence
-        call    line_drain              ; from here on, only bytes of frames are in the transmit buffer
+        call    line_drain              ; from here on, the transmit buffer contains only frame bytes
         btfss   line_flags, SWEEPING
         goto    halted                  ; ended before the first point: the generator is unchanged
         call    plan_first
@@ -135,7 +135,7 @@ point_halted:
 
 ; --- packing and sending, during a conversion ---
 
-; The end of one frame and the header of the next one.
+; Queues the end of one frame and the header of the next.
 frame_turn:
         call    pack_d
         movf    crc_high, W
@@ -156,7 +156,7 @@ frame_open:
         emit
         return
 
-; Four samples of ten bits in five bytes: aaaaaaaa aabbbbbb bbbbcccc ccccccdd dddddddd
+; Pack four ten-bit samples into five bytes: aaaaaaaa aabbbbbb bbbbcccc ccccccdd dddddddd
 pack_a:
         movf    sample, W
         movwf   kept

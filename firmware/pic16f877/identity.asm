@@ -1,7 +1,8 @@
 ; SPDX-License-Identifier: MIT
-; The board's identity: the answer to `?`, without the carriage return.
+; The board's identity: the reply to `?`, without the carriage return.
 ;
-; identity_send   send "?+CALVORN-PIC 1.0 AD9850 125000000 50". Waits for the line.        uses W, FSR
+; identity_send   send, for example, "?+CALVORN-PIC 1.0 AD9850 125000000 50"; wait while the
+;                 transmit buffer is full.                                                 uses W, FSR
 
         include "board.inc"
 
@@ -12,10 +13,10 @@
         extern  synth_chip, synth_clock
         extern  converter_settling
 
-DIGITS          equ 9                   ; of the longest number; kept in factor and product, free during divisions
+DIGITS          equ 9                   ; in the longest number; stored in factor and product, unused by divisions
 
 identity_data   udata
-place           res 1                   ; index in the text, or address of a digit
+place           res 1                   ; index into the text, or address of a digit
 
 identity_code   code
 identity_send:
@@ -52,7 +53,7 @@ text:
 characters:
         dt      "?+CALVORN-PIC 1.0 AD985", 0
 
-; Sends the four bytes at W in decimal. The division yields the last digit first.
+; Sends the four bytes at W as a decimal number. The division yields the last digit first.
 send_number:
         movwf   FSR
         call    numbers_load

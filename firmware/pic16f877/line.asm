@@ -1,27 +1,27 @@
 ; SPDX-License-Identifier: MIT
 ; The serial line: the USART, its interrupt, and the buffers for both directions.
 ;
-; The interrupt reads every byte from the receiver at once. A `!` is counted and empties the receive buffer; during
-; a sweep it also clears SWEEPING, which ends the sweep. All other bytes are stored in the receive buffer, or dropped
-; during a sweep. A framing error, an overrun or a full buffer stores LINE_SPOILT in the buffer. No received byte has
-; this value there, because it is the code of `!`.
+; The interrupt reads every received byte immediately. It counts each `!` and empties the receive buffer; during a
+; sweep, it also clears SWEEPING, which ends the sweep. It stores all other bytes in the receive buffer, or discards
+; them during a sweep. After a framing error, an overrun or a buffer overflow, it stores LINE_SPOILT in the buffer. A
+; received byte never has this value, because it is the code of `!`.
 ;
 ; line_start      set up USART and buffers; the caller enables interrupts. 28 cycles                   uses W
-; line_next       next event of the receiver in W: LINE_NOTHING, LINE_BYTE, LINE_ABORT. 21 cycles      uses W, FSR
-; line_watch      restart a receiver that an overrun has stopped. 5 cycles when there was none         uses W, FSR
+; line_next       next receiver event in W: LINE_NOTHING, LINE_BYTE, LINE_ABORT. 21 cycles             uses W, FSR
+; line_watch      restart a receiver stopped by an overrun. 5 cycles without an overrun                uses W, FSR
 ; line_send       queue the byte in W; wait while the buffer is full. 21 cycles without waiting        uses W, FSR
 ; line_drain      wait until the transmit buffer is empty; the USART still holds up to two bytes.      uses W
-; line_discard    drop all bytes in the transmit buffer. 11 cycles                                     uses W
-; line_listen     prepare a sweep: set SWEEPING and drop received bytes; C = 0 and no effect if a
-;                 `!` is waiting. 17 cycles                                                            uses W
+; line_discard    discard all bytes in the transmit buffer. 11 cycles                                  uses W
+; line_listen     prepare for a sweep: set SWEEPING and discard received bytes; C = 0 and no effect
+;                 if a `!` is pending. 17 cycles                                                       uses W
 
         include "board.inc"
 
         global  line_start, line_next, line_watch, line_send, line_drain, line_discard, line_listen
         global  line_flags, line_byte, line_waiting
 
-TX_SIZE         equ 16                  ; powers of two; each buffer starts at an address in which
-RX_SIZE         equ 32                  ; this bit is 0, so clearing the bit wraps a pointer
+TX_SIZE         equ 16                  ; powers of two; in each buffer's start address, the bit with
+RX_SIZE         equ 32                  ; this value is 0, so clearing the bit wraps a pointer
 TX_WRAP         equ 4
 RX_WRAP         equ 5
 
@@ -48,7 +48,7 @@ tx_buffer       res TX_SIZE
 rx_section      udata 0xC0
 rx_buffer       res RX_SIZE
 
-; Disable interrupts. An interrupt during bcf itself returns with GIE set, so test the bit.
+; Disable interrupts. If an interrupt occurs during bcf, retfie sets GIE again, so test the bit.
 hold    macro
         bcf     INTCON, GIE
         btfsc   INTCON, GIE
@@ -100,7 +100,7 @@ restore:
         retfie
 
 receive:
-        btfsc   RCSTA, FERR             ; belongs to the byte that RCREG returns next
+        btfsc   RCSTA, FERR             ; applies to the next byte read from RCREG
         goto    damaged
         movf    RCREG, W
         movwf   received
@@ -118,9 +118,9 @@ keep:
         movf    rx_count, W
         sublw   RX_SIZE - 1
         skpc
-        goto    receive_more            ; full; the last entry is LINE_SPOILT already
+        goto    receive_more            ; full; the last entry is already LINE_SPOILT
         movlw   LINE_SPOILT
-        skpnz                           ; the last free place
+        skpnz                           ; zero: this is the last free position
         movwf   received
         movf    rx_in, W
         movwf   FSR
@@ -143,7 +143,7 @@ receive_more:
 aborted:
         incf    aborts, F
         skpnz
-        decf    aborts, F               ; 255 at most
+        decf    aborts, F               ; stop at 255
         clrf    rx_count
         movf    rx_in, W
         movwf   rx_out
@@ -203,14 +203,14 @@ next_nothing:
         release
         retlw   LINE_NOTHING
 
-; The interrupt handles an overrun itself, unless the overrun occurs just after its last test of OERR: then the receiver
-; is stopped with nothing to read, and no further interrupt occurs.
+; The interrupt normally handles overruns. If an overrun occurs just after the interrupt's last test of OERR, however,
+; the receiver has stopped with nothing left to read, and no further interrupt occurs.
 line_watch:
         btfss   RCSTA, OERR
         return
         hold
         btfsc   PIR1, RCIF
-        goto    watch_end               ; bytes are waiting: the interrupt follows at once
+        goto    watch_end               ; there are bytes to read: the interrupt is about to occur
         bcf     RCSTA, CREN
         bsf     RCSTA, CREN
         btfsc   line_flags, SWEEPING
@@ -218,7 +218,7 @@ line_watch:
         movf    rx_count, W
         xorlw   RX_SIZE
         skpnz
-        goto    watch_end               ; full; the last entry is LINE_SPOILT already
+        goto    watch_end               ; full; the last entry is already LINE_SPOILT
         movf    rx_in, W
         movwf   FSR
         movlw   LINE_SPOILT
@@ -230,7 +230,7 @@ watch_end:
         release
         return
 
-; Works with interrupts enabled: one instruction counts the byte, and the interrupt tests the count before it sends.
+; Need not disable interrupts: a single instruction counts the byte, and the interrupt tests the count before sending.
 line_send:
         movwf   sending
 send_wait:

@@ -1,8 +1,8 @@
 ; SPDX-License-Identifier: MIT
 ; Reset, configuration, and the loop that waits for commands.
 ;
-; The watchdog resets the board after 0.1 to 0.5 s. The loop below and each point of a sweep clear the watchdog. The
-; longest time between two clears is a settling time of 10 ms.
+; The watchdog resets the board after 0.1 to 0.5 s. The loop below clears it, and so does each point of a sweep. The
+; longest interval between two clears is a settling time of 10 ms.
 
         include "board.inc"
 
@@ -26,25 +26,25 @@ main:
         clrf    INTCON
         clrf    PORTA
         clrf    PORTB
-        movlw   B'01000000'             ; RC6 at 1, the level of an idle line, until the USART takes over
+        movlw   B'01000000'             ; RC6 at 1, the idle level, until the USART takes over
         movwf   PORTC
         clrf    PORTD
         clrf    PORTE
         banksel TRISA
         movlw   B'00001001'             ; RA0 detector, RA3 reference
         movwf   TRISA
-        movlw   B'11111111'             ; jumpers, programmer and open pins, all with pull-ups
+        movlw   B'11111111'             ; jumpers, programmer and unconnected pins, all with pull-ups
         movwf   TRISB
         movlw   B'10000000'             ; RC7 receives
         movwf   TRISC
         clrf    TRISD
         clrf    TRISE
-        movlw   B'00001100'             ; pull-ups on; watchdog prescaler 16, for 16 times 7 to 33 ms
+        movlw   B'00001100'             ; pull-ups on; watchdog prescaler 16 (16 times 7 to 33 ms)
         movwf   OPTION_REG
         banksel PORTA
 
         call    frames_start
-        call    converter_start         ; takes long enough for the pull-ups to raise the jumper pins
+        call    converter_start         ; takes long enough for the jumper pins to be pulled up
         call    synth_start
         call    plan_reset
         call    commands_start

@@ -1,5 +1,5 @@
 ; SPDX-License-Identifier: MIT
-; Arithmetic: decimal conversion in both directions, comparison, the product of 32 and 40 bits.
+; Arithmetic: decimal conversion in both directions, comparison, 32 x 40 bit product.
 ;
 ; number  (4 bytes)  the operand and result of most routines
 ; factor  (5 bytes)  the factor for a multiplication
@@ -13,7 +13,7 @@
 ; numbers_factor     factor = the five bytes at FSR.                              18 cycles              uses W, FSR
 ; numbers_below      C = 0: number is below the four bytes at FSR.                21 cycles              uses W, FSR
 ; numbers_negate     number = -number.                                            15 cycles at most
-; numbers_multiply   product = number * factor, 64 bits; number is lost.          1,325 cycles at most   uses W
+; numbers_multiply   product = number * factor, 64 bits; destroys number.         1,325 cycles at most   uses W
 
         include "board.inc"
 
@@ -37,7 +37,7 @@ numbers_clear:
         clrf    number + 3
         return
 
-; Adds the number ten times to the digit. A carry means more than 32 bits.
+; Adds the number to the digit ten times. A carry means that the result exceeds 32 bits.
 numbers_digit:
         movwf   remainder
         movf    number, W
@@ -72,7 +72,7 @@ digit_saturate:
         movwf   number + 3
         return
 
-; Each round computes one bit of the quotient and stores it in the bit that the dividend has left free.
+; Each round computes one quotient bit and stores it in the bit freed by shifting the dividend.
 numbers_divide:
         clrf    remainder
         movlw   32
@@ -141,7 +141,7 @@ numbers_factor:
         movwf   factor + 4
         return
 
-; Computes number - limit and keeps only the borrow (C = 0).
+; Computes number - limit, but returns only the borrow (C = 0).
 numbers_below:
         movf    INDF, W
         subwf   number, W

@@ -1,5 +1,5 @@
 ; SPDX-License-Identifier: MIT
-; The plan of a sweep: start, step, and the words of its 400 points.
+; The sweep plan: start, step, and the tuning words of the 400 points.
 ;
 ; A 64-bit accumulator contains hertz * K + 2^31. Its upper half is the rounded tuning word. The additions are exact, so
 ; no rounding error accumulates.
@@ -8,12 +8,12 @@
 ; plan_crc (2 bytes)   CRC of start and step, high byte first
 ; plan_ready           bit 0: prepared
 ;
-; plan_reset     start and step 0, not prepared.                                                uses W, FSR
+; plan_reset     start = step = 0, not prepared.                                                uses W, FSR
 ; plan_word      synth_word = word of number (hertz, below the clock). 1,110 cycles at most     uses W, FSR
 ; plan_prepare   check all points, compute accumulators and CRC; C = 1: prepared, C = 0: a
 ;                point is negative or not below the clock. 3,410 cycles at most                 uses W, FSR
 ; plan_first     accumulator = first point. 24 cycles                                           uses W
-; plan_next      accumulator = next point; the first one follows the last. 28 to 39 cycles      uses W
+; plan_next      accumulator = next point, or the first after the last. 28 to 39 cycles         uses W
 
         include "board.inc"
 
@@ -29,7 +29,7 @@ plan_data       udata
 low_half        res 4                   ; lower half of the accumulator; synth_word is the upper half
 first           res 8                   ; accumulator of the first point
 step            res 8                   ; step * K
-left            res 2                   ; calls of plan_next until the first point, in the form that decfsz needs
+left            res 2                   ; plan_next calls until the first point, encoded for decfsz
 plan_crc        res 2
 plan_ready      res 1
 counter         res 1
@@ -105,7 +105,7 @@ amount:
         setc
         return
 
-; The points rise or fall steadily and the start is between 0 and the clock, so checking the last point is enough.
+; The start is between 0 and the clock and the points change monotonically, so only the last point has to be checked.
 plan_prepare:
         bcf     plan_ready, 0
         call    amount
@@ -206,7 +206,7 @@ negate_step:
         incf    step + 7, F
         return
 
-; Add four bytes to the CRC, from the address in W downwards.
+; Add four bytes to the CRC, starting at the address in W and going down.
 crc_number:
         movwf   FSR
         movlw   4

@@ -1,14 +1,14 @@
 ; SPDX-License-Identifier: MIT
 ; The generator, an AD9850 or AD9851 with serial loading, and its clock.
 ;
-; synth_word (4 bytes)    the tuning word, W4 first; also the upper half of the accumulator of the plan
+; synth_word (4 bytes)    the tuning word, W4 first; also the upper half of the plan's accumulator
 ; synth_clock (4 bytes, bank 1)   hertz, after the multiplier
 ; synth_scale (5 bytes, bank 1)   K = round(2^64 / clock)
 ; synth_chip              last digit of the chip's name, '0' or '1'
 ;
-; synth_start    choose chip and clock by the jumpers, enter serial mode, switch off. 319 cycles        uses W
+; synth_start    read chip and clock from the jumpers, enter serial mode, switch off. 319 cycles        uses W
 ; synth_load     shift in synth_word and the control byte; the output does not change. 192 cycles       uses W
-; synth_update   FQ_UD: activate the loaded word. 7 cycles, the edge in the fourth                      uses W
+; synth_update   FQ_UD: activate the loaded word. 7 cycles, with the edge in the fourth                 uses W
 ; synth_off      load and activate word 0, powered down. 205 cycles                                     uses W
 
         include "board.inc"
@@ -17,8 +17,8 @@
         global  synth_word, synth_clock, synth_scale, synth_chip
         global  synth_start, synth_load, synth_update, synth_off
 
-POWER_DOWN      equ 2                   ; bits of the control byte W0
-MULTIPLIER      equ 0                   ; AD9851 only: in an AD9850 this bit is a factory test
+POWER_DOWN      equ 2                   ; bits in the control byte W0
+MULTIPLIER      equ 0                   ; AD9851 only: the AD9850 uses this bit for factory tests
 
 synth_data      udata
 synth_word      res 4
@@ -80,7 +80,7 @@ is_9851_x6:
         set_byte AD9851_X6_SCALE_3, synth_scale + 3
         set_byte AD9851_X6_SCALE_4, synth_scale + 4
 
-; A RESET of 10 us, then one W_CLK and one FQ_UD: the chip reads the mode from its wired inputs D0 to D2.
+; After a 10 us RESET, one W_CLK pulse and one FQ_UD pulse make the chip read the mode from its wired inputs D0 to D2.
 serial_mode:
         banksel PORTD
         movlw   1 << RESET
@@ -94,7 +94,7 @@ serial_mode:
         movwf   PORTD
         clrf    PORTD
         call    synth_update
-                                        ; the mode pattern must not remain: load a full word at once
+                                        ; load a full word immediately to overwrite the mode pattern
 synth_off:
         clrf    synth_word
         clrf    synth_word + 1
@@ -109,8 +109,8 @@ synth_update:
         clrf    PORTD
         return
 
-; Shifts one bit in 5 cycles; W is 0 before and after. bsf reads the port first, so the instruction before it gives the
-; data pin time to settle.
+; Shifts one bit in 5 cycles; W is 0 before and after. Because bsf first reads the port, the instruction before it gives
+; the data pin time to settle.
 shift   macro   byte, bit
         btfsc   byte, bit
         movlw   1 << SERIAL
