@@ -6,7 +6,7 @@
 
 namespace calvorn {
 
-// Reads the serial converter. The caller must let the previous conversion finish first (wait for SerialAdcType's
+// Reads the serial converter. The caller must first let the previous conversion finish (wait for SerialAdcType's
 // conversionTime after the previous call); the settling time of a point is longer than that.
 class AdcReader
 {
@@ -17,8 +17,8 @@ public:
     {
     }
 
-    // Returns the count of the current input, 0..type.counts() - 1. The first frame only samples the input; the second
-    // one, a conversion time later, returns that sample.
+    // Returns the count for the current input, 0..type.counts() - 1. The first frame only samples the input; a second
+    // frame, sent one conversion time later, returns that sample.
     int read(const SerialAdcType &type);
 
 private:

@@ -6,7 +6,7 @@
 namespace calvorn {
 
 namespace {
-// Five periods of the slowest clock (1 MHz), with a margin for the RC filter that some modules have in this line.
+// Five periods of the slowest clock (1 MHz), with a margin for the RC filter that some modules have on the RESET line.
 constexpr std::chrono::microseconds kResetHold{10};
 constexpr std::chrono::milliseconds kPllLock{10};
 } // namespace
@@ -29,8 +29,8 @@ void DdsLoader::startUp(const DdsClock &clock, std::uint32_t word)
         if (effectiveMultiplier(clock) != 1)
             m_pins.wait(kPllLock);
     } else if (m_loading == DdsLoading::Serial) {
-        // Enters serial mode: one W_CLK and one FQ_UD load the wired pattern xxxxx011. A full word must follow at once,
-        // because these bits would start a factory test if the chip took them as control bits.
+        // Enter serial mode: one W_CLK and one FQ_UD load the wired pattern xxxxx011. A full word must follow
+        // immediately, because as control bits, this pattern would start a factory test.
         pulse(LptLine::DdsClock);
         pulse(LptLine::DdsUpdate);
     }

@@ -11,9 +11,9 @@
 
 namespace calvorn {
 
-// Loads words into the generator chip over the four DDS lines. One load costs 82 port writes: two for each of 40 bits,
-// two for the update pulse; 17 when an AD985x gets five bytes. The port is 100 times slower than any of the chips, so
-// the edges need no waits between them.
+// Loads words into the generator chip over the four DDS lines. One load takes 82 port writes: two for each of 40 bits
+// and two for the update pulse, or 17 if an AD985x is loaded with five bytes. The port is 100 times slower than any of
+// the chips, so no waits are needed between edges.
 class DdsLoader
 {
 public:
@@ -25,13 +25,13 @@ public:
     }
 
     // Resets the chip, runs its start-up sequence and loads this tuning word. Must be called before the first load(),
-    // and again when chip, crystal or multiplier change. Takes 10 ms longer when the PLL of an AD9951 has to lock.
+    // and again when chip, crystal or multiplier change. Takes 10 ms longer if an AD9951's PLL has to lock.
     void startUp(const DdsClock &clock, std::uint32_t word);
 
     // Sets the output to the frequency of this tuning word.
     void load(const DdsClock &clock, std::uint32_t word);
 
-    // Switches the output off until the next startUp(); the chip keeps this tuning word.
+    // Switches the output off until the next startUp(); the chip retains this tuning word.
     void powerDown(const DdsClock &clock, std::uint32_t word);
 
 private:

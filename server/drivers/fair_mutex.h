@@ -8,7 +8,7 @@
 namespace calvorn {
 
 // A mutex that serves waiting threads in the order of their requests. A sweep locks the port again immediately after
-// unlocking it; with std::mutex another thread could wait for a whole sweep.
+// unlocking it; with std::mutex, another thread might have to wait for the whole sweep.
 class FairMutex
 {
 public:

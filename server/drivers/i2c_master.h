@@ -19,7 +19,7 @@ public:
     {
     }
 
-    // Sends START, the bytes, STOP. If a byte is not acknowledged, sends STOP at once and returns false.
+    // Sends START, the bytes and STOP. If a byte is not acknowledged, sends STOP immediately and returns false.
     bool write(std::span<const std::uint8_t> bytes);
 
 private:

@@ -34,7 +34,7 @@ std::chrono::nanoseconds settlingTime(SweepSpeed speed)
     return std::chrono::microseconds(60);
 }
 
-// The port and the objects that use it, which have the same lifetime.
+// The port and the objects that use it; they all have the same lifetime.
 struct LptBoard::Hardware
 {
     explicit Hardware(OpenedPort &&opened)
@@ -141,7 +141,7 @@ void LptBoard::reset()
     m_started = true;
 }
 
-// Returns 0, which stops the output, when no word can express the frequency.
+// Returns 0, which stops the output, if the frequency has no tuning word.
 std::uint32_t LptBoard::wordOrNone(std::int64_t hertz) const
 {
     try {
@@ -249,7 +249,7 @@ int LptBoard::settleAndRead()
     return m_hardware->adc.read(m_converter);
 }
 
-// Shifts sixteen bits, Aux2 first, because its bits pass through the chip of Aux1.
+// Shifts sixteen bits, Aux2 first because its bits pass through the Aux1 register.
 void LptBoard::shiftAux()
 {
     ParallelPins &pins = m_hardware->pins;

@@ -21,28 +21,28 @@
 
 namespace calvorn {
 
-// Returns the time that a new frequency settles before the detector is sampled. Together with the loads and frames of
-// 400 points, on a port with 1.25 us per access, this results in sweeps of about 0.1, 0.4 and 2 s. Never shorter than a
-// conversion of the slowest converter.
+// Returns the settling time between setting a frequency and sampling the detector. On a port with 1.25 us per access,
+// a sweep, including loading and reading 400 points, takes about 0.1, 0.4 or 2 s. The settling time is never shorter
+// than the longest conversion time of any converter.
 std::chrono::nanoseconds settlingTime(SweepSpeed speed);
 
 // The generator and detector board on a parallel port, with all its settings. Thread-safe: each call locks the port,
-// and waiting calls are served in order, so the points of a sweep and the window's commands alternate. Without a port,
-// the settings are stored until a port is attached. Calls that access the port may throw PortError; calls that compute
-// a tuning word may throw FrequencyError or SettingError.
+// and blocked calls are served in order, so sweep points and commands from the window alternate. Without a port, the
+// settings are stored until a port is attached. Calls that access the port may throw PortError; calls that compute a
+// tuning word may throw FrequencyError or SettingError.
 class LptBoard
 {
 public:
     LptBoard();
     ~LptBoard();
 
-    // Takes over the port, sets every line to its idle level and shifts the stored bytes into the auxiliary outputs
-    // once. An output that was never set gets its byte from OpenedPort.
+    // Takes ownership of the port, sets every line to its idle level and shifts the stored bytes into the auxiliary
+    // outputs once. For an output that was never set, OpenedPort supplies the byte.
     void attach(OpenedPort opened);
     void detach();
     bool isOpen() const;
 
-    // When one of these values changes, the chip is restarted with the next frequency.
+    // Changing any of these values restarts the chip when the next frequency is set.
     void setChip(DdsChip chip);
     void setXtal(double hertz);
     void setMultiplier(int multiplier);
@@ -51,36 +51,36 @@ public:
     void setOffset(double hertz);
     void setSpeed(SweepSpeed speed);
 
-    // Resets and starts the chip, which then generates the last frequency again, or nothing if no word can express that
-    // frequency any more.
+    // Resets and starts the chip, which then generates the last frequency again, or nothing if that frequency no longer
+    // has a tuning word.
     void reset();
 
     void setFrequency(std::int64_t hertz);
 
-    // Returns one sentence for the user when the frequency has a tuning word but is too high for the chip, which then
-    // outputs an image or a weak and impure signal. Empty otherwise.
+    // Returns a message for the user if the frequency has a tuning word but is too high, so that the chip outputs an
+    // image or a weak and impure signal; otherwise an empty string.
     QString remarkOn(std::int64_t hertz) const;
 
-    // Switches the generator's output off before the port closes. Does nothing if the generator was never started.
+    // Switches the generator output off before the port is closed. Does nothing if the generator was never started.
     void powerDown();
 
-    // Throws PortError when the port has gone, which makes the data since the last call invalid. Needs a port.
+    // Throws PortError if the port has disappeared; all data read since the last call is then invalid. Needs a port.
     void confirmPresent();
 
-    // Throws SettingError when the chip does not support the configured multiplier. Loads nothing.
+    // Throws SettingError if the chip does not support the configured multiplier. Does not load the chip.
     void checkClock() const;
 
     // Measures one point of a sweep: sets the frequency, waits for the settling time and returns the detector count.
     // Needs a port.
     int measure(std::int64_t hertz);
 
-    // Returns the detector count after a settling time, at the current frequency. Needs a port.
+    // Waits for the settling time and returns the detector count at the current frequency. Needs a port.
     int readDetector();
 
     // output: 1 or 2. Shifts and latches both outputs once.
     void setAux(std::uint8_t value, int output);
 
-    // Returns false when a byte was not acknowledged. Needs a port.
+    // Returns false if a byte was not acknowledged. Needs a port.
     bool writeI2c(std::uint8_t control, std::uint8_t command, std::uint8_t data);
 
 private:
@@ -100,7 +100,7 @@ private:
     double m_offsetHz = 0.0;
     std::int64_t m_hertz = 0;
     SweepSpeed m_speed = SweepSpeed::Standard;
-    std::int64_t m_parkedHz = 0; // set outside a sweep
+    std::int64_t m_parkedHz = 0; // the frequency set outside sweeps
     std::array<std::optional<std::uint8_t>, 2> m_aux;
     std::array<std::uint8_t, 2> m_firstAux{}; // for outputs that were never set
 };

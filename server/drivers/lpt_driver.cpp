@@ -88,7 +88,7 @@ void LptDriver::RunSweep()
         emit aComplete();
         return;
     }
-    m_clockFault.clear(); // reported again with every sweep
+    m_clockFault.clear(); // report the fault again with every sweep
     if (!reportFailure([this] { m_board.checkClock(); })) {
         emit aComplete();
         return;
@@ -127,7 +127,7 @@ void LptDriver::ClosePort()
     try {
         m_board.powerDown();
     } catch (const PortError &error) {
-        qWarning("%s", error.what()); // nothing more can be done about it
+        qWarning("%s", error.what()); // the port is being closed anyway
     }
     m_board.detach();
     m_address.reset();
@@ -187,7 +187,7 @@ void LptDriver::report(ErrorCode code, const QString &sentence)
     emit aErrore(numberOf(code), sentence);
 }
 
-// Runs the work and reports its error. Returns false if it failed.
+// Runs `work` and reports any error. Returns false if it failed.
 bool LptDriver::reportFailure(const std::function<void()> &work)
 {
     try {
@@ -205,21 +205,21 @@ bool LptDriver::reportFailure(const std::function<void()> &work)
     return false;
 }
 
-// Reports the same sentence only once: at start-up several settings fail for the same reason.
+// Reports the same message only once, because at start-up several settings fail for the same reason.
 void LptDriver::reportClock(const QString &sentence)
 {
     if (std::exchange(m_clockFault, sentence) != sentence)
         report(ErrorCode::Setting, sentence);
 }
 
-// Reports a loss only once, although every later access fails, too.
+// Reports a loss only once, even though every later access fails as well.
 void LptDriver::reportLoss(const QString &sentence)
 {
     if (!std::exchange(m_lost, true))
         report(ErrorCode::Port, sentence);
 }
 
-// Detaches the previous port first: it must be free before it can be claimed again.
+// Detaches the previous port first, because a port must be released before it can be claimed again.
 bool LptDriver::attachPort()
 {
     m_board.detach();
@@ -235,7 +235,7 @@ bool LptDriver::attachPort()
     return m_board.isOpen();
 }
 
-// Frequencies above the useful maximum are allowed (amateurs use the image) and reported once.
+// Frequencies above the useful maximum are allowed, because amateurs use the image, but reported once.
 void LptDriver::remarkOnce(std::int64_t hertz)
 {
     if (m_remarked)
@@ -248,8 +248,8 @@ void LptDriver::remarkOnce(std::int64_t hertz)
     report(ErrorCode::Ignorable, remark);
 }
 
-// Ends the running sweep at once. Events that its thread has posted but that have not been delivered are ignored,
-// because they carry the number of a run that has ended.
+// Ends the running sweep immediately. Events that its thread has already posted are ignored when they are delivered,
+// because their run number is no longer current.
 void LptDriver::finishSweep()
 {
     m_sweep.requestStop();

@@ -15,12 +15,12 @@
 
 namespace calvorn {
 
-// Implements the interface calvorn.Lpt (protocol/calvorn.Lpt.xml) for the parallel-port board. The operations arrive on
-// the main thread, through the generated adaptor; none waits longer than one point of a sweep or one start of the chip.
+// Implements the calvorn.Lpt interface (protocol/calvorn.Lpt.xml) for the parallel-port board. The generated adaptor
+// calls the operations on the main thread. They wait no longer than one sweep point or one chip start-up takes.
 //
 // Without an open port, the settings, the frequency and the auxiliary bytes are stored and sent to the board as soon as
-// a port is open; a sweep fails with ErrorCode::Port and completes; ReadDetector returns 0 with ErrorCode::Ignorable;
-// WriteI2c returns false.
+// a port is open; a sweep reports ErrorCode::Port and completes; ReadDetector returns 0 and reports
+// ErrorCode::Ignorable; WriteI2c returns false.
 class LptDriver : public QObject
 {
     Q_OBJECT
@@ -32,17 +32,17 @@ public:
     explicit LptDriver(PortOpener opener, QObject *parent = nullptr);
     ~LptDriver() override;
 
-    // Returns the number of vectors that were dropped because the program was too slow.
+    // Returns the number of vectors that were discarded because the program was too slow.
     std::uint64_t droppedVectors() const { return m_vectors.dropped(); }
 
 public slots:
-    // Ends the sweep at its next point; aComplete follows. The driver ignores the reason. When no sweep runs, reports
-    // ErrorCode::Ignorable without an aComplete.
+    // Ends the sweep at its next point; aComplete follows. The driver ignores the reason. If no sweep is running,
+    // reports ErrorCode::Ignorable without an aComplete.
     void StopSweep(short reason);
 
-    // A name or number that the interface does not define is reported as ErrorCode::Setting and changes nothing. A
-    // multiplier that the chip does not have is also reported as ErrorCode::Setting; loads and sweeps are refused until
-    // it is corrected.
+    // A name or number that the interface does not define is reported as ErrorCode::Setting and has no effect. A
+    // multiplier that the chip does not support is also reported as ErrorCode::Setting; loads and sweeps fail until it
+    // is corrected.
     void SetDdsDevice(const QString &chip);
     void SetAdcDevice(const QString &converter);
     void SetMultiplier(short multiplier);
@@ -50,33 +50,33 @@ public slots:
     void SetOffset(double hertz);
     void SetSpeed(short speed);
 
-    // Vectors follow until the sweep is stopped. Does nothing while a sweep runs. Reopens a port that was lost or could
-    // not be opened, and sends all settings to the board again. Reports ErrorCode::Board and aComplete when the system
-    // cannot start a thread for the sweep.
+    // Vectors follow until the sweep is stopped. Does nothing while a sweep is running. Reopens a port that was lost or
+    // could not be opened, and sends all settings to the board again. If the system cannot start a thread for the
+    // sweep, reports ErrorCode::Board and emits aComplete.
     void RunSweep();
 
-    // Closes the previous port first. Returns false when the port cannot be opened; the reason is reported as
-    // ErrorCode::Ignorable, because the caller already has the result, and again with the error of each later sweep.
+    // Closes the previous port first. Returns false if the port cannot be opened. The reason is reported as
+    // ErrorCode::Ignorable, because the caller already has the result, and is added to the error of each later sweep.
     bool OpenPort(short address);
     void ResetDevice();
 
-    // Ends a sweep, with its aComplete, and switches the generator's output off before the port is closed.
+    // Ends a running sweep, with its aComplete, and switches the generator output off before closing the port.
     void ClosePort();
 
-    // Sets the plan of the next sweep, and of a running one: no vector of the previous plan is emitted after the
-    // return. Frequencies above the generator's useful maximum or above half its clock are swept without a change; this
-    // is reported once, in the log and as ErrorCode::Ignorable.
+    // Sets the plan for the next sweep or a running one; after it returns, no vector with the previous plan is
+    // emitted. Frequencies above the generator's useful maximum or half its clock are swept as requested; this is
+    // reported once, in the log and as ErrorCode::Ignorable.
     void PrepareSweep(int start, int step);
 
-    // Reports ErrorCode::Frequency and keeps the previous frequency when the generator cannot make the new one.
+    // If the generator cannot produce the frequency, reports ErrorCode::Frequency and keeps the previous one.
     void SetFrequency(int hertz);
     short ReadDetector();
     void SetAux(uchar value, short output);
     bool WriteI2c(uchar control, uchar command, uchar data);
-    // The program has processed this many vectors and has room for as many more.
+    // The program has processed this many vectors and can accept as many more.
     void VectorsTaken(short count) { m_vectors.taken(count); }
 
-    // Returns false while an access of the running sweep hangs.
+    // Returns false while the running sweep hangs in a hardware access.
     bool IsWorking() const { return !m_sweep.isStuck(); }
 
 signals:
@@ -103,10 +103,10 @@ private:
     std::optional<int> m_address; // the port that the program wants open
     QString m_whyClosed;          // why the latest attempt to open the port failed
     bool m_lost = false;          // an access has failed since the port was opened
-    QString m_clockFault;         // the fault reported last
+    QString m_clockFault;         // the last reported fault
     quint64 m_run = 0;
     std::int64_t m_highestHz = 0; // of the plan
-    bool m_remarked = false;      // a too high frequency was reported, since the port was opened or the clock changed
+    bool m_remarked = false;      // reported an excessive frequency since the port was opened or the clock changed
     SweepThread m_sweep;          // uses the board, so it is destroyed first
 };
 

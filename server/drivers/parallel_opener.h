@@ -11,7 +11,7 @@
 
 namespace calvorn {
 
-// Opens the port that belongs to an address. Must outlive the ports that it has opened.
+// Opens the port at a given address. Must outlive the ports that it has opened.
 class ParallelOpener
 {
 public:
@@ -20,17 +20,17 @@ public:
     {
     }
 
-    // Opens the parallel port at this base address; at kSimulatedLptAddress, opens a simulated board with the current
-    // values of [Simulator] in the settings file. [LPT Wiring] describes the wiring of the board, real or simulated.
-    // Throws PortError when there is no such port, or when a value of [LPT Wiring] makes no sense. The simulated fault
-    // "unplug" happens only once in the lifetime of this object. Main thread only.
+    // Opens the parallel port at this base address or, for kSimulatedLptAddress, a simulated board with the current
+    // values from [Simulator] in the settings file. [LPT Wiring] describes the wiring of the real or simulated board.
+    // Throws PortError if there is no such port or if a value in [LPT Wiring] is invalid. The simulated "unplug" fault
+    // occurs only once in the lifetime of this object. Main thread only.
     OpenedPort open(int address);
 
 private:
     OpenedPort openSimulated(const BoardWiring &wiring);
 
     QString m_settingsPath;
-    std::atomic<bool> m_unplugged = false; // set by the sweeping thread
+    std::atomic<bool> m_unplugged = false; // set by the sweep thread
 };
 
 } // namespace calvorn

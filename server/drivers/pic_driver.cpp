@@ -18,13 +18,13 @@ namespace {
 
 constexpr qint64 kOperationMs = 1900; // for one operation
 static_assert(kOperationMs < kCallTimeoutMs);
-constexpr qint64 kSameClickMs = 1500; // a reset waits one second between its two commands
+constexpr qint64 kSameClickMs = 1500; // the two commands of a reset are one second apart
 constexpr qint64 kAnswerMs = 500;
 constexpr qint64 kFreeMs = 1200;   // ten thousand bytes at 115,200 baud take 0.87 s
-constexpr qint64 kChatterMs = 200; // a board that keeps sending is tried again after this time
-constexpr qint64 kSilenceMs = 30;  // longer than an FTDI bridge holds bytes back
+constexpr qint64 kChatterMs = 200; // how long to wait for silence if the board keeps sending
+constexpr qint64 kSilenceMs = 30;  // longer than the latency of an FTDI bridge
 constexpr int kFrameBits = kPicFrameBytes * 10;
-constexpr int kPointUs = 60; // time for a point besides its settling
+constexpr int kPointUs = 60; // time for a point in addition to its settling time
 const QByteArray kAbort("!");
 const QByteArray kAborted("!+\r");
 
@@ -66,7 +66,7 @@ void PicDriver::RunSweep()
         return;
     }
     beginRun();
-    m_start.start(); // return first: the program does not wait for the board to start
+    m_start.start(); // return first, so that the program does not wait for the board to start
 }
 
 bool PicDriver::PrepareSweep(int start, int step)
@@ -113,7 +113,7 @@ bool PicDriver::SendFrequency(const QString &letter, int frequency)
     return answer == Answer::Accepted;
 }
 
-// The board may still be sweeping for a program that ended without stopping it.
+// The board may still be sweeping for a program that exited without stopping it.
 void PicDriver::linkOpened(const LineSettings &line)
 {
     m_baud = line.baud;
@@ -190,7 +190,7 @@ void PicDriver::startRun()
     takeSweeps();
 }
 
-// A board that was plugged in again does not know the plan, so send it again.
+// Sends the plan again if the board was reconnected, because it has then lost the plan.
 PicDriver::Answer PicDriver::ready()
 {
     if (!ensureOpen())
@@ -226,9 +226,9 @@ void PicDriver::remarkOnce(std::int64_t hertz)
     remark(sentence);
 }
 
-// Sends a command and repeats it once, which is safe: every command sets a state, and resynchronise() removes a late
-// answer to the first attempt. The repetition may use the rest of the operation's time. A silent board is given up
-// after two attempts to resynchronise; a board that sends anything is tried until the time is over.
+// Sends a command and retries it once, which is safe because every command sets a state and resynchronise() discards a
+// late reply to the first attempt. The second attempt may use the rest of the operation's time. If the board is silent,
+// gives up after two attempts to resynchronise; if it sends anything, tries until the time has expired.
 PicDriver::Answer PicDriver::command(const QByteArray &text)
 {
     const QScopedValueRollback<bool> exchanging(m_exchanging, true);
@@ -252,7 +252,7 @@ PicDriver::Answer PicDriver::command(const QByteArray &text)
     return answer;
 }
 
-// Finds the answer among unrelated bytes.
+// Sends a command and searches the received bytes for its reply.
 PicDriver::Answer PicDriver::exchange(const QByteArray &text, qint64 patience, QByteArray *details)
 {
     const QByteArray accepted = text.left(1) + '+';
@@ -280,7 +280,7 @@ PicDriver::Answer PicDriver::exchange(const QByteArray &text, qint64 patience, Q
     return Answer::Missing;
 }
 
-// Asks the board for its identity. Returns false without an answer; the board may then be out of step.
+// Requests the board's identity. Returns false if there is no reply; the board may then be out of step.
 bool PicDriver::identify(qint64 patience)
 {
     QByteArray details;
@@ -304,7 +304,7 @@ bool PicDriver::identify(qint64 patience)
     return true;
 }
 
-// Repeats the settling time before each plan, in case the board was reset in the meantime.
+// Called before each plan is sent, in case the board has been reset in the meantime.
 void PicDriver::sendSettlingTime()
 {
     const int wanted = m_configured.settlingUs;
@@ -317,7 +317,7 @@ void PicDriver::sendSettlingTime()
         report(ErrorCode::Setting, tr("The board does not support a settling time of %1 µs.").arg(wanted));
 }
 
-// Time limit for one sweep: one second, plus three times the duration of a frame on the line or at the detector,
+// The time limit for one sweep: one second, plus three times the time needed to transmit or to measure a frame,
 // whichever is longer.
 int PicDriver::sweepPatienceMs() const
 {
@@ -326,7 +326,7 @@ int PicDriver::sweepPatienceMs() const
     return 1000 + 3 * std::max(line, points);
 }
 
-// Tells the board to end its sweep; onBytes() or awaitAborted() detects the end.
+// Sends the board an abort command; onBytes() or awaitAborted() detects the confirmation.
 void PicDriver::abortRun()
 {
     beginStopping();
@@ -349,7 +349,7 @@ void PicDriver::endRunNow()
     finishRun();
 }
 
-// Aborts any activity of the board. Waits until the board has confirmed this and sends nothing more.
+// Aborts whatever the board is doing. Waits until the board has confirmed the abort and is silent.
 bool PicDriver::resynchronise(qint64 patience)
 {
     m_ended = false;
@@ -358,7 +358,7 @@ bool PicDriver::resynchronise(qint64 patience)
     return awaitAborted(patience);
 }
 
-// Blocks without delivering events. Returns false when the board has not confirmed the abort.
+// Blocks without processing events. Returns false if the board has not confirmed the abort.
 bool PicDriver::awaitAborted(qint64 patience)
 {
     const QScopedValueRollback<bool> exchanging(m_exchanging, true);
@@ -373,7 +373,7 @@ bool PicDriver::awaitAborted(qint64 patience)
     return m_ended && isOpen();
 }
 
-// Returns true if these bytes complete the answer to an abort.
+// Returns true if these bytes complete the reply to an abort.
 bool PicDriver::hearEnd(const QByteArray &bytes)
 {
     m_heard = m_heard.right(kAborted.size() - 1) + bytes;

@@ -15,21 +15,21 @@
 
 namespace calvorn {
 
-// Implements the interface calvorn.Pic (protocol/calvorn.Pic.xml, docs/hardware/pic-board.md). The operations arrive on
-// the main thread, through the generated adaptor. A command waits at most 0.5 s for its answer, and once more after the
-// line has been cleared; every operation returns within 1.9 s. If the board does not answer, all operations of one
-// click together take 1.9 s. Sweeps are started and driven by events.
+// Implements the calvorn.Pic interface (protocol/calvorn.Pic.xml, docs/hardware/pic-board.md). The generated adaptor
+// calls the operations on the main thread. A command waits up to 0.5 s for its reply, and is sent once more after the
+// line has been cleared; every operation returns within 1.9 s. If the board does not reply, all operations started by
+// one click together take 1.9 s. Sweeps are started and driven by events.
 //
-// A sweep runs only with a plan that the board has accepted, and its vectors carry that plan: a frame that the board
-// swept with another plan counts as damaged.
+// A sweep runs only with a plan that the board has accepted, and its vectors are labelled with that plan: a frame that
+// the board measured with a different plan is treated as damaged.
 //
-// The driver asks the board for its identity before the first command. If the settings contain a settling time, it is
+// Before the first command, the driver requests the board's identity. If the settings specify a settling time, it is
 // sent before each plan.
 //
-// Errors: Transmission for a damaged sweep (not shown; the sweep goes on), Board when a command gets no answer, when
-// good sweeps stop arriving or when the board refuses to sweep, Port when the port cannot be opened, is not open or was
-// lost, Setting for an unknown command or a settling time that the board refuses, Ignorable once when a frequency is
-// too high for the generator, or when the board's generator differs from the settings.
+// Errors: Transmission for a damaged sweep (not shown; the sweep continues); Board if a command gets no reply, no more
+// valid sweeps are received or the board refuses to sweep; Port if the port cannot be opened, is not open or was lost;
+// Setting for an unknown command or an unsupported settling time; Ignorable, once each, if a frequency is too high for
+// the generator and if the board's generator differs from the settings.
 class PicDriver : public SerialDriver
 {
     Q_OBJECT
@@ -41,19 +41,19 @@ public:
     PicDriver(LinkOpener opener, SettingsReader readSettings, QObject *parent = nullptr);
 
 public slots:
-    // Stops the sweep; aComplete follows when the board is silent. Does nothing when no sweep runs.
+    // Stops the sweep; aComplete follows when the board is silent. Does nothing if no sweep is running.
     void StopSweep(short reason);
 
-    // Returns at once; vectors follow until the sweep is stopped. Without an accepted plan, or if the board does not
-    // start, only aComplete follows. Opens the port if it is not open.
+    // Returns immediately; vectors follow until the sweep is stopped. Without an accepted plan, or if the board does
+    // not start, only aComplete follows. Opens the port if it is not open.
     void RunSweep();
 
-    // Sets start (Hz) and step (Hz). Returns false when the board refuses or does not answer, and while a sweep runs.
+    // Sets start and step in Hz. Returns false if the board rejects them or does not reply, or if a sweep is running.
     bool PrepareSweep(int start, int step);
 
-    // Sends a letter of protocol/pic_commands.h with the frequency in Hz (a reset has none). Returns false like
-    // PrepareSweep; a reset ends a running sweep, with its aComplete. After every letter except kPicOutput, even if
-    // refused, a sweep needs a new PrepareSweep.
+    // Sends a letter from protocol/pic_commands.h with the frequency in Hz (none for a reset). Returns false under the
+    // same conditions as PrepareSweep, but a reset ends a running sweep, with its aComplete. After every letter except
+    // kPicOutput, even a rejected one, a sweep needs a new PrepareSweep.
     bool SendFrequency(const QString &letter, int frequency);
 
 private:
@@ -73,7 +73,7 @@ private:
     void startRun();
     Answer ready();
     Answer command(const QByteArray &text);
-    // details: receives the text between the acceptance and the carriage return; if nullptr, that text must be empty.
+    // details: receives the text between "+" and the carriage return; if nullptr, there must be no such text.
     Answer exchange(const QByteArray &text, qint64 patience, QByteArray *details = nullptr);
     bool identify(qint64 patience);
     void sendSettlingTime();
@@ -94,7 +94,7 @@ private:
     SettingsReader m_readSettings;
     PicSettings m_configured;
     int m_baud = 0;
-    bool m_identityRequested = false;     // the identity was requested since the port was opened
+    bool m_identityRequested = false;     // since the port was opened
     int m_settlingUs = kUsualPicSettling; // the board's current settling time
     bool m_remarked = false;              // since the port was opened
     std::optional<PicPlan> m_plan;        // accepted by the board, or to be sent again after a reconnection
@@ -105,12 +105,12 @@ private:
     bool m_outOfStep = true;         // the board's state is unknown
     bool m_ended = false;            // after an abort: the board has confirmed it
     QByteArray m_heard;              // after an abort: the last bytes received
-    QByteArray m_afterAnswer;        // bytes received after the last answer
-    QDeadlineTimer m_deadline;       // of the current operation
-    QElapsedTimer m_sinceUnanswered; // valid if the last operation got no answer; m_leftMs is the time it had left
+    QByteArray m_afterAnswer;        // bytes received after the last reply
+    QDeadlineTimer m_deadline;       // for the current operation
+    QElapsedTimer m_sinceUnanswered; // valid if the last operation got no reply; m_leftMs is the time it had left
     qint64 m_leftMs = 0;
     QTimer m_start; // starts the sweep from the event loop
-    QTimer m_late;  // no good sweep arrives, or no end of one
+    QTimer m_late;  // the next valid sweep, or the confirmation of an abort, is overdue
     QTimer m_silence;
 };
 

@@ -16,7 +16,7 @@ constexpr qsizetype kDataBytes = kSweepPoints * kSampleBits / 8;
 constexpr qsizetype kCheckSumBytes = 2;
 static_assert(kHeaderBytes + kDataBytes + kCheckSumBytes == kPicFrameBytes);
 
-// CRC-16/CCITT-FALSE: most significant bit first, nothing inverted; 0x29B1 for the nine characters "123456789".
+// CRC-16/CCITT-FALSE: most significant bit first, no inversion; the CRC of the nine characters "123456789" is 0x29B1.
 constexpr std::uint16_t kCrcPolynomial = 0x1021;
 constexpr std::uint16_t kCrcStart = 0xFFFF;
 
@@ -83,7 +83,7 @@ std::optional<PicDecoder::Sweep> PicDecoder::next()
             m_bytes.remove(0, kPicFrameBytes);
             return Sweep{};
         }
-        // A gap in the sequence numbers without damaged bytes: whole frames were lost.
+        // A gap in the sequence numbers without damaged bytes means that whole frames were lost.
         if (m_reported == 0 && m_expected && *m_expected != sequence) {
             m_reported = 1;
             return Sweep{};
@@ -98,7 +98,7 @@ std::optional<PicDecoder::Sweep> PicDecoder::next()
     return std::nullopt;
 }
 
-// Removes the bytes before the sync bytes. Returns false if the sync bytes have not arrived yet.
+// Removes all bytes before the sync bytes. Returns false if the sync bytes have not been received yet.
 bool PicDecoder::alignToSync()
 {
     static const QByteArray kSync("\xA5\x5A", kSyncBytes);
@@ -116,11 +116,11 @@ bool PicDecoder::isWhole() const
     std::uint16_t crc = m_crcOfPlan;
     for (qsizetype index = kSyncBytes; index < kPicFrameBytes; ++index)
         crc = crcWith(crc, byteAt(m_bytes, index));
-    return crc == 0; // over the data and the check sum
+    return crc == 0; // the CRC includes the received check sum
 }
 
-// Checks the sync bytes of the next frame. A 16-bit check sum alone would accept one in 65,536 frames with shifted
-// bytes. After the loss or addition of one byte, the next sync bytes are one position off. One of the two sync bytes
+// Checks the sync bytes of the next frame, because a 16-bit check sum alone would accept one in 65,536 frames with
+// shifted bytes. If a byte was lost or added, the next sync bytes are off by one position. One of the two sync bytes
 // may itself be damaged.
 bool PicDecoder::isFollowed() const
 {
@@ -131,8 +131,8 @@ bool PicDecoder::isFollowed() const
     return first == kSyncFirst || second == kSyncSecond || firstIsLost;
 }
 
-// Returns true if the frame belongs to an earlier sweep: its number is higher than the number of damaged frames that
-// the skipped bytes can contain. Each damaged frame leaves at least half of its length.
+// Returns true if the frame is left over from an earlier sweep, because its number exceeds the number of damaged frames
+// that the skipped bytes can contain. At least half of the bytes of each damaged frame are assumed to be received.
 bool PicDecoder::isRemnant(std::uint8_t sequence) const
 {
     return !m_expected && sequence > (m_skipped + kPicFrameBytes / 2) / kPicFrameBytes;

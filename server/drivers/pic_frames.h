@@ -9,17 +9,17 @@
 
 namespace calvorn {
 
-// A sweep of the PIC board on the line: A5 5A, sequence number, 400 samples of ten bits in 500 bytes, check sum.
+// A sweep as the PIC board transmits it: A5 5A, sequence number, 400 ten-bit samples in 500 bytes, check sum.
 inline constexpr int kPicFrameBytes = 505;
 
-// The frequencies of a sweep. The check sum of each frame starts with them.
+// The frequencies of a sweep. They are included in the check sum of each frame.
 struct PicPlan
 {
     std::int32_t start = 0; // Hz
     std::int32_t step = 0;  // Hz
 };
 
-// Finds the frames in a byte stream. After lost, added or damaged bytes, searches all the stored bytes for the next
+// Finds the frames in a byte stream. If bytes were lost, added or damaged, it searches all stored bytes for the next
 // frame, so that only the affected frames are lost.
 class PicDecoder
 {
@@ -30,16 +30,16 @@ public:
         bool isDamaged() const { return samples.isEmpty(); }
     };
 
-    // Starts a sweep with this plan. Frames of any other plan count as damaged.
+    // Starts decoding a sweep with this plan. Frames with any other plan are treated as damaged.
     explicit PicDecoder(const PicPlan &plan);
 
     // Adds received bytes, in pieces of any length.
     void take(const QByteArray &bytes) { m_bytes += bytes; }
 
-    // Returns the next sweep, in the order of the line, as soon as the sync bytes after it have arrived, or nothing if
-    // more bytes are needed. Reports a damaged sweep when it detects the damage, and again for each further frame
-    // length without a good frame. Also reports as damaged a complete first frame with a number other than 0, because
-    // it remains from an earlier sweep, unless damaged frames before it explain its number.
+    // Returns the next sweep in the order of transmission once the sync bytes after it have been received, or nullopt
+    // if more bytes are needed. Returns a damaged sweep when damage is detected, and another one for each further frame
+    // length without a good frame. A complete first frame whose number is not 0 also counts as damaged, because it is
+    // left over from an earlier sweep, unless damaged frames before it explain its number.
     std::optional<Sweep> next();
 
 private:

@@ -11,18 +11,18 @@
 
 namespace calvorn {
 
-// Settling time of the detector at each point, in microseconds (docs/hardware/pic-board.md).
+// Detector settling time at each point, in microseconds (docs/hardware/pic-board.md).
 inline constexpr int kShortestPicSettling = 20;
 inline constexpr int kLongestPicSettling = 10'000;
 inline constexpr int kUsualPicSettling = 50; // after a reset, and for boards that do not report it
 
-// The longest answer to "?", including its carriage return.
+// The longest reply to "?", including its carriage return.
 inline constexpr qsizetype kLongestPicIdentity = 48;
 
-// The board as the settings describe it.
+// The board as configured in the settings.
 struct PicSettings
 {
-    DdsClock clock;     // for the remarks only; the board computes its own words
+    DdsClock clock;     // used only for remarks; the board computes its own tuning words
     int settlingUs = 0; // 0: the board's default
 };
 
@@ -38,12 +38,12 @@ struct PicIdentity
     bool operator==(const PicIdentity &) const = default;
 };
 
-// Parses the text between "?+" and the carriage return. Returns nothing unless it has five words with a clock above 0
-// and a settling time within its range.
+// Parses the text between "?+" and the carriage return. Returns nullopt unless it consists of five words with a clock
+// above 0 and a settling time within the range above.
 std::optional<PicIdentity> picIdentityFrom(const QByteArray &text);
 
-// Returns a sentence for the user when the board's generator differs from the settings: in the chip, or in the clock by
-// more than the tolerance of a crystal. Empty otherwise.
+// Returns a message for the user if the board's generator differs from the settings, either in the chip or in the clock
+// by more than a crystal's tolerance; otherwise an empty string.
 QString remarkOnGenerator(const PicIdentity &board, const DdsClock &configured);
 
 } // namespace calvorn

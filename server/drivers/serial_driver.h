@@ -18,30 +18,30 @@ namespace calvorn {
 
 class ByteLink;
 
-// Base class of the drivers for boards on a serial line: manages the port, the state of a run of sweeps and the
-// delivery of vectors to the program. Main thread only.
+// Base class of the drivers for serial boards: manages the port, the state of a run of sweeps and the delivery of
+// vectors to the program. Main thread only.
 class SerialDriver : public QObject
 {
     Q_OBJECT
 
 public:
-    // Opens COM<port> with these line settings, or throws std::runtime_error with one sentence for the user.
+    // Opens COM<port> with these line settings, or throws std::runtime_error with a message for the user.
     using LinkOpener = std::function<std::shared_ptr<ByteLink>(int port, const LineSettings &line)>;
 
     ~SerialDriver() override;
 
-    // Returns the number of vectors that were dropped because the program was too slow.
+    // Returns the number of vectors that were discarded because the program was too slow.
     std::uint64_t droppedVectors() const { return m_vectors.dropped(); }
 
 public slots:
-    // settings: such as "115200,N,8,1". Closes the previous port first. Returns false when the port cannot be opened;
-    // the reason is reported as ErrorCode::Port. Every sweep then tries to open the port again.
+    // settings: such as "115200,N,8,1". Closes the previous port first. Returns false if the port cannot be opened, and
+    // reports the reason as ErrorCode::Port. Every sweep then tries to open the port again.
     bool OpenPort(short port, const QString &settings);
 
-    // Ends a sweep, with its aComplete, before the port is closed.
+    // Ends a running sweep, with its aComplete, before closing the port.
     void ClosePort();
 
-    // The program has processed this many vectors and has room for as many more.
+    // The program has processed this many vectors and can accept as many more.
     void VectorsTaken(short count) { m_vectors.taken(count); }
 
     // Always true: every wait for a device has a time limit.
@@ -60,11 +60,11 @@ protected:
 
     // Called when a link with these line settings has been opened.
     virtual void linkOpened(const LineSettings &line) = 0;
-    // Called when the link was lost or is about to be replaced.
+    // Called when the link has been lost or is about to be closed or replaced.
     virtual void linkGone() {}
     // Called before the program closes the port, to send the board its last commands. The link may already be lost.
     virtual void beforeClosing() = 0;
-    // Called when the run has ended; aComplete follows.
+    // Called when a run has ended; aComplete follows.
     virtual void runEnded() = 0;
 
     void report(ErrorCode code, const QString &sentence);
@@ -73,20 +73,20 @@ protected:
 
     ByteLink &link() { return *m_link; }
     bool isOpen() const;
-    // Opens the port that the program wants, if it is not open. On failure, reports the error and returns false. Must
-    // not be called from a signal of the link.
+    // Opens the port that the program wants, unless it is already open. On failure, reports the error and returns
+    // false. Must not be called from a slot connected to the link.
     bool ensureOpen();
 
     Run run() const { return m_run; }
     void beginRun();
     void beginStopping();
-    // Emits one aComplete for each run. Does nothing when no run is active, for example after a write has detected a
-    // loss.
+    // Ends the run and emits its aComplete. Does nothing if no run is active, for example because a write has detected
+    // a loss and ended it.
     void finishRun();
 
-    // Sends a vector, or stores it while the program has no room.
+    // Sends a vector, or stores it while the program cannot accept more.
     void deliver(const VectorPlan &plan, QList<int> counts) { m_vectors.send(plan, std::move(counts)); }
-    // Drops waiting vectors, which are out of date.
+    // Discards the pending vector, which is out of date.
     void discardWaiting() { m_vectors.discardWaiting(); }
 
 private:

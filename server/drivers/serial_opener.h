@@ -16,9 +16,9 @@ namespace calvorn {
 class ByteLink;
 class SerialBoard;
 
-// Opens the line that belongs to a COM number. At COM100, runs a simulated board behind a pseudo-terminal until the
-// link is destroyed, with the values of [Simulator] at the time of opening; the fault "unplug" happens only once in the
-// lifetime of this object. Must outlive the links. Main thread only.
+// Opens the serial line with a given COM number. For COM100, runs a simulated board behind a pseudo-terminal until the
+// link is destroyed, with the current values from [Simulator]; the "unplug" fault occurs only once in the lifetime of
+// this object. Must outlive the links. Main thread only.
 class SerialOpener
 {
 public:
@@ -27,25 +27,25 @@ public:
     {
     }
 
-    // Both throw std::runtime_error with one sentence for the user.
+    // Both throw std::runtime_error with a message for the user.
     std::shared_ptr<ByteLink> openPic(int port, const LineSettings &line);
     std::shared_ptr<ByteLink> openVna(int port, const LineSettings &line);
 
 private:
     using MakeBoard = std::unique_ptr<SerialBoard> (*)(const SimulatorSettings &);
 
-    // sweepBytes: the size of one sweep of this board on the line.
+    // sweepBytes: the number of bytes that this board sends for one sweep.
     std::shared_ptr<ByteLink> open(int port, const LineSettings &line, int sweepBytes, MakeBoard make);
 
     QString m_settingsPath;
     std::atomic<bool> m_unplugged = false; // set by the board's thread
 };
 
-// Reads [Simulator] for the serial boards, which have a system clock only: if "Clock" is missing, the simulated board
-// uses the configured crystal times the configured multiplier.
+// Reads [Simulator] for the serial boards. They have only a system clock: if "Clock" is missing, it is the configured
+// crystal frequency times the configured multiplier.
 SimulatorSettings readSerialSimulatorSettings(const QString &settingsPath);
 
-// Reads the configured PIC board: chip, crystal and multiplier from [Config], and the settling time.
+// Reads the PIC board's configuration: chip, crystal and multiplier from [Config], and the settling time.
 PicSettings readPicSettings(const QString &settingsPath);
 
 } // namespace calvorn

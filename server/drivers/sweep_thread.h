@@ -20,8 +20,8 @@
 
 namespace calvorn {
 
-// The plan of a sweep: kSweepPoints frequencies from startHz in steps of stepHz. The default, before the first plan is
-// set, is 1 to 10 MHz.
+// The plan of a sweep: kSweepPoints frequencies, beginning at startHz in steps of stepHz. The default, used until a
+// plan is set, is 1 to 10 MHz.
 struct SweepPlan
 {
     std::int32_t startHz = 1'000'000;
@@ -30,17 +30,17 @@ struct SweepPlan
     std::int64_t pointHz(int index) const { return startHz + std::int64_t{index} * stepHz; }
 };
 
-// Runs sweeps in its own thread, one vector after the other, until the owner stops it or a point fails. All members
-// must be called in the owner's thread. Its event loop emits the signals, so the receiver must compare their run and
-// plan numbers with the current ones.
+// Runs sweeps in its own thread, one after another, until the owner stops it or a point fails. All members must be
+// called in the owner's thread. The signals are emitted from that thread's event loop and may be out of date, so the
+// receiver must compare their run and plan numbers with the current ones.
 class SweepThread : public QObject
 {
     Q_OBJECT
 
 public:
-    // Returns the count of one point at this frequency (Hz). Called in the sweeping thread; may throw.
+    // Returns the count for one point at this frequency (Hz). Called in the sweep thread; may throw.
     using Measure = std::function<int(std::int64_t)>;
-    // Called in the sweeping thread when all points of a vector have been measured. Throws when the points are invalid.
+    // Called in the sweep thread when all points of a vector have been measured. Throws if they are invalid.
     using Confirm = std::function<void()>;
 
     SweepThread(Measure measure, Confirm confirm, QObject *parent = nullptr);
@@ -48,14 +48,14 @@ public:
 
     bool isRunning() const { return m_thread.joinable(); }
 
-    // Returns true if no point was finished for two seconds: an access to the hardware hangs.
+    // Returns true if no point has been finished for two seconds, which means that a hardware access hangs.
     bool isStuck() const;
 
-    // Returns the number of the run. The thread must not be running. Throws ThreadError when the system cannot start a
-    // thread.
+    // Starts the thread, which must not be running, and returns the run number. Throws ThreadError if the system cannot
+    // start a thread.
     quint64 start();
 
-    // Takes effect at once: a pass with the previous plan is abandoned and restarted. Returns the number of the plan.
+    // Takes effect immediately: a sweep in progress starts again with the new plan. Returns the plan number.
     quint64 setPlan(const SweepPlan &plan);
     quint64 planNumber() const { return m_planNumber; }
 
@@ -63,7 +63,7 @@ public:
     void requestStop() { m_stop = true; }
     bool isStopping() const { return m_stop; }
 
-    // Waits for the end of the thread, which must have been asked to stop or have ended by itself.
+    // Waits until the thread has finished. The caller must have requested a stop, unless the sweep has already ended.
     void join();
 
 signals:
@@ -91,19 +91,19 @@ private:
     };
     using News = std::variant<Measured, Failed, Ended>;
 
-    // Run in the sweeping thread.
+    // Called in the sweep thread.
     void sweep(quint64 run);
     void onePass(quint64 run);
     void post(News news);
 
-    // Runs in the owner's thread.
+    // Called in the owner's thread.
     void deliver();
 
     void noteProgress();
 
     Measure m_measure;
     Confirm m_confirm;
-    std::atomic<std::int64_t> m_progressMs{0}; // steady clock: when the last point was finished
+    std::atomic<std::int64_t> m_progressMs{0}; // when the last point was finished (steady clock)
     std::thread m_thread;
     std::atomic<bool> m_stop{false};
     quint64 m_run = 0;

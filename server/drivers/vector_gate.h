@@ -10,24 +10,24 @@
 
 namespace calvorn {
 
-// Limits the vectors sent to a slow program: at most kVectorWindow are sent without an acknowledgement. Of the later
-// ones, only the newest is stored, to be sent after the next acknowledgement. Main thread only.
+// Limits the vectors sent to a slow program to kVectorWindow without an acknowledgement. Beyond that, only the newest
+// vector is stored, to be sent after the next acknowledgement. Main thread only.
 class VectorGate
 {
 public:
     using Vector = QList<int>;
 
-    // Takes a new vector. Returns the vector if it should be sent now.
+    // Accepts a new vector. Returns it if it should be sent now; otherwise stores it.
     std::optional<Vector> offer(Vector vector);
 
-    // The program has processed this many vectors; values below 0 count as 0, values above the number outstanding as
-    // that number. Returns the vector to send now, if one waits.
+    // The program has processed this many vectors; the value is clamped to the number outstanding. Returns the pending
+    // vector if there is one and it should be sent now.
     std::optional<Vector> taken(int count);
 
-    // Drops the waiting vector, which belongs to a plan or sweep that has ended.
+    // Discards the pending vector, because its plan or sweep has ended.
     void discardWaiting();
 
-    // The number of vectors that will never be sent.
+    // Returns the number of vectors discarded without being sent.
     std::uint64_t dropped() const { return m_dropped; }
 
 private:

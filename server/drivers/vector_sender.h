@@ -15,13 +15,13 @@ namespace calvorn {
 struct VectorPlan
 {
     std::int32_t startHz = 0; // frequency of the first count
-    std::int32_t stepHz = 0;  // from one count to the next
+    std::int32_t stepHz = 0;  // between successive counts
     std::int16_t mode = 0;    // MiniVNA: the number of a VnaMode; 0 elsewhere
 
     bool operator==(const VectorPlan &) const = default;
 };
 
-// Sends every vector to the program, preceded by its plan when the plan has changed, so that the program can tell
+// Sends vectors to the program, and before a vector its plan if the plan has changed, so that the program can tell
 // whether a vector belongs to its table. Main thread only.
 class VectorSender
 {
@@ -34,16 +34,16 @@ public:
     // Announces the plan again before the next vector.
     void beginRun() { m_announced.reset(); }
 
-    // Sends the vector, or stores it while the program has no room.
+    // Sends the vector, or stores it while the program cannot accept more.
     void send(const VectorPlan &plan, QList<int> counts);
 
-    // The program has processed this many vectors and has room for as many more.
+    // The program has processed this many vectors and can accept as many more.
     void taken(int count);
 
-    // Drops waiting vectors, which belong to a plan or run that has ended.
+    // Discards the pending vector, because its plan or run has ended.
     void discardWaiting() { m_gate.discardWaiting(); }
 
-    // Returns the number of vectors that were dropped because the program was too slow.
+    // Returns the number of vectors that were discarded because the program was too slow.
     std::uint64_t dropped() const { return m_gate.dropped(); }
 
 private:
@@ -52,7 +52,7 @@ private:
     EmitPlan m_emitPlan;
     EmitVector m_emitVector;
     VectorGate m_gate;
-    VectorPlan m_newest; // plan of the newest vector, which is the one that may wait
+    VectorPlan m_newest; // the plan of the newest vector, the only one that can be pending
     std::optional<VectorPlan> m_announced;
 };
 

@@ -154,7 +154,7 @@ void VnaDriver::next()
         sendGenerator();
 }
 
-// Sends a check first if the line is out of step.
+// If the line is out of step, sends a check instead.
 void VnaDriver::sendSweep()
 {
     try {
@@ -198,7 +198,7 @@ void VnaDriver::noteRange(std::int64_t lowest, std::int64_t highest)
     remark(tr("The MiniVNA is designed for 0.1 to 180 MHz; the frequency is set as requested."));
 }
 
-// Drops a reply that was measured with an earlier plan, clock or offset, or over the other path.
+// Discards a reply that was measured with an earlier plan, clock or offset, or over the other path.
 void VnaDriver::deliverSamples(const QList<VnaSample> &samples)
 {
     if (m_sent.tuning != m_tuning || m_sent.startHz != m_startHz || m_sent.stepHz != m_stepHz ||
@@ -235,8 +235,8 @@ void VnaDriver::onFailed()
         sweepFailed();
 }
 
-// Repeats the command once: one stray byte can spoil a reply. freed() sends the repetition, unless a newer frequency is
-// waiting.
+// Retries the command once, because a single stray byte can corrupt a reply. The command is sent again when the
+// exchange emits freed(), unless a newer frequency is pending.
 void VnaDriver::generatorFailed()
 {
     if (m_generatorHz || run() != Run::None)

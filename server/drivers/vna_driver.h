@@ -12,15 +12,15 @@
 
 namespace calvorn {
 
-// Implements the interface calvorn.Vna (protocol/calvorn.Vna.xml) for the MiniVNA. The operations arrive on the main
-// thread, through the generated adaptor, and return at once; only ClosePort waits, for at most 1.6 s, to switch the
-// generator off. One command is one sweep of 400 samples; the driver repeats the command until the sweep is stopped. A
+// Implements the calvorn.Vna interface (protocol/calvorn.Vna.xml) for the MiniVNA. The generated adaptor calls the
+// operations on the main thread. They return immediately, except ClosePort, which waits up to 1.6 s to switch the
+// generator off. One command produces one sweep of 400 samples; the driver repeats it until the sweep is stopped. A
 // sweep is accepted only while the line is in step (VnaExchange).
 //
-// Errors: Transmission for a sweep that was damaged or did not arrive (not shown; the sweep goes on), Board after three
-// such sweeps in a row or when the generator's command and its repetition got no answer, Port when the port cannot be
-// opened or was lost, Frequency and Setting as for all boards, Ignorable once when a frequency is outside the
-// instrument's range.
+// Errors: Transmission for a damaged or missing sweep (not shown; the sweep continues); Board after three such sweeps
+// in a row, or if a generator command and its retry both failed; Port if the port cannot be opened or was lost;
+// Frequency and Setting as for all boards; Ignorable, reported only once, if a frequency is outside the instrument's
+// range.
 class VnaDriver : public SerialDriver
 {
     Q_OBJECT
@@ -29,26 +29,26 @@ public:
     explicit VnaDriver(LinkOpener opener, QObject *parent = nullptr);
 
 public slots:
-    // Waits at most 0.15 s for the current reply, discards it and emits aComplete. Does nothing when no sweep runs.
+    // Waits up to 0.15 s for the current reply, discards it and emits aComplete. Does nothing if no sweep is running.
     void StopSweep(short reason);
 
-    // mode: the number of a VnaMode. Parked switches the generator off (until the next frequency or sweep) and keeps
-    // the measured quantity. A running sweep continues with the new mode and delivers no more vectors of the previous
-    // one.
+    // mode: the number of a VnaMode. Parked switches the generator off (until the next frequency or sweep) without
+    // changing the measured quantity. A running sweep continues in the new mode and delivers no more vectors measured
+    // in the previous one.
     void SetMode(short mode);
     void SetMultiplier(short multiplier);
     void SetXtalFrequency(double hertz);
     void SetOffset(double hertz);
 
-    // Vectors follow until the sweep is stopped. Does nothing while a sweep runs. Reopens a port that was lost.
+    // Vectors follow until the sweep is stopped. Does nothing while a sweep is running. Reopens a port that was lost.
     void RunSweep();
 
-    // 0 switches the generator off. During a sweep the frequency is stored and set when the sweep ends; without a port
-    // it is set when a port is opened.
+    // 0 switches the generator off. During a sweep, the frequency is stored and set when the sweep ends; without a
+    // port, it is set when a port is opened.
     void SetFrequency(int hertz);
 
-    // Sets the plan of the next sweep, and of a running one: no vector of the previous plan is emitted after the
-    // return. samples: kSweepPoints; any other number is reported as ErrorCode::Setting.
+    // Sets the plan for the next sweep or a running one; after it returns, no vector with the previous plan is
+    // emitted. samples: kSweepPoints; any other number is reported as ErrorCode::Setting.
     void PrepareSweep(int start, int step, int samples);
 
 private:
@@ -86,13 +86,13 @@ private:
 
     DdsClock m_clock;
     double m_offsetHz = 0.0;
-    quint64 m_tuning = 0; // number of changes of clock and offset
+    quint64 m_tuning = 0; // counts changes to clock and offset
     VnaMode m_mode = VnaMode::Angle;
     int m_startHz = 1'000'000;
     int m_stepHz = 22'500;
     std::optional<int> m_generatorHz; // not sent yet
     int m_sentHz = 0;                 // frequency of the generator command in progress
-    bool m_repeated = false;          // the command got no answer and is being sent for the second time
+    bool m_repeated = false;          // the command has failed once and is being retried
     bool m_rangeNoted = false;
 
     quint64 m_runNumber = 0;

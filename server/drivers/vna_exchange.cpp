@@ -15,9 +15,9 @@ namespace {
 
 using std::chrono::milliseconds;
 
-// More than ten byte times, and little compared with the 139 ms of a sweep.
+// More than ten byte times, but short compared with the 139 ms of a sweep.
 constexpr milliseconds kProofTime{1};
-// After a check, wait longer: an FTDI bridge holds bytes back for 16 ms.
+// Longer after a check, because an FTDI bridge can delay bytes by 16 ms.
 constexpr milliseconds kCheckProofTime{20};
 constexpr int kShortestCheck = 5; // samples
 constexpr int kCheckLengths = 20;
@@ -74,7 +74,7 @@ void VnaExchange::transmit(const VnaCommand &command)
     m_reply = VnaReply(command.samples);
     m_phase = Phase::Reply;
     m_replyTimer.start(patienceFor(command.samples));
-    // The link may detect here that its device is gone; its owner then calls setLink(nullptr).
+    // If discard() detects that the device is gone, the link's owner calls setLink(nullptr).
     // cppcheck-suppress nullPointerRedundantCheck
     m_link->discard();
     if (m_link)
@@ -99,7 +99,7 @@ void VnaExchange::switchOff()
     m_link = nullptr;
 }
 
-// isBroken: wait for silence only, because no complete reply can arrive.
+// isBroken: wait for silence only, because the reply can no longer be completed.
 void VnaExchange::awaitQuiet(bool isBroken)
 {
     QElapsedTimer clock;
@@ -111,7 +111,7 @@ void VnaExchange::awaitQuiet(bool isBroken)
         const int left = kLastReplyMs - static_cast<int>(clock.elapsed());
         if ((state == VnaReply::State::Complete && !isBroken) || left <= 0)
             return;
-        // The bytes of a reply follow each other without a gap.
+        // The bytes of a reply are sent without gaps.
         if (!m_link->waitForBytes(isHeard ? std::min(left, static_cast<int>(kSilence.count())) : left))
             return;
         isHeard = true;
@@ -153,7 +153,7 @@ void VnaExchange::onProofTimer()
         free();
         return;
     }
-    // Also read bytes that have arrived but whose signal has not been delivered yet.
+    // Also read bytes that the link has received but not signalled yet.
     if (m_reply.take(m_link->read()) == VnaReply::State::Broken) {
         fail();
         return;
@@ -185,7 +185,7 @@ void VnaExchange::fail()
     emit failed();
 }
 
-// Blocks until the reply has arrived or the time is over.
+// Blocks until the reply has been received or the time has expired.
 void VnaExchange::awaitReply(int milliseconds)
 {
     QElapsedTimer clock;

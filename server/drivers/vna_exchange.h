@@ -12,16 +12,16 @@ namespace calvorn {
 
 class ByteLink;
 
-// Exchanges one command and one reply at a time with the MiniVNA. Never sends while a reply is due. Driven by events:
-// only switchOff() blocks.
+// Exchanges one command and one reply at a time with the MiniVNA. Never sends while a reply is pending. Driven by
+// events: only switchOff() blocks.
 //
-// A complete reply is held back for a moment: further bytes show that it was longer than requested. After a failed
-// reply, the exchange discards bytes until the line has been silent for 200 ms, but for at most 2 s: even a board that
-// never stops sending is tried again.
+// A complete reply is delayed briefly, because further bytes would show that it is longer than requested. After a
+// failed reply, received bytes are discarded until the line has been silent for 200 ms, but for no more than 2 s, so
+// that even a board that never stops sending gets another command.
 //
-// A reply contains no reference to its command. On a new link and after a failure, the line is therefore out of step: a
-// late reply to an earlier command may still arrive. A check brings the line back into step: a short sweep with a
-// number of samples that no recent command had.
+// A reply does not identify its command. On a new link and after a failure, the line is therefore out of step: a late
+// reply to an earlier command may still be received. A check, which is a short sweep with a number of samples that no
+// recent command used, brings the line back into step.
 class VnaExchange : public QObject
 {
     Q_OBJECT
@@ -29,7 +29,7 @@ class VnaExchange : public QObject
 public:
     explicit VnaExchange(QObject *parent = nullptr);
 
-    // Sets the link to use; nullptr for none. Abandons an exchange on the previous link without a signal.
+    // Sets the link, or nullptr to use no link. Abandons an exchange on the previous link without emitting a signal.
     void setLink(ByteLink *link);
 
     // True if a command may be sent.
@@ -38,20 +38,20 @@ public:
     // True if no late reply to an earlier command can be mistaken for the next reply.
     bool isInStep() const { return m_inStep; }
 
-    // True if the reply to the last command may still arrive.
+    // True if the reply to the last command is pending.
     bool isReplyDue() const { return m_phase == Phase::Reply || m_phase == Phase::Proof; }
 
-    // Sends a command. Needs isFree(). answered() or failed() follows, unless the link is lost; failed() comes after
-    // 1 s plus three times the duration of the samples on the line.
+    // Sends a command. Needs isFree(). answered() or failed() follows, unless the link is lost; without a reply,
+    // failed() follows after 1 s plus three times the transmission time of the samples.
     void send(const VnaCommand &command);
 
-    // Sends a check instead of a command, at this tuning word. Needs isFree(). If the reply is right, freed() follows
+    // Sends a check at this tuning word instead of a command. Needs isFree(). If the reply is correct, freed() follows
     // and the line is in step; otherwise failed() follows after at most 1.1 s.
     void check(VnaCommand::Path path, std::uint32_t word);
 
-    // Switches the generator off and releases the link, before the port is closed. Blocks for at most 1.5 s until the
-    // reply that is due has arrived, or, if it can no longer arrive complete, until the line is silent; then for at
-    // most 0.1 s for the answer.
+    // Switches the generator off and releases the link, before the port is closed. Blocks for up to 1.5 s until the
+    // pending reply has been received, or until the line is silent if the reply can no longer be completed; then for
+    // up to 0.1 s until the "off" command has been answered.
     void switchOff();
 
 signals:
@@ -77,8 +77,8 @@ private:
     bool m_checking = false;
     int m_checks = 0;
     VnaReply m_reply;
-    QTimer m_replyTimer; // in Reply: the reply is overdue; in Silence: the time limit has passed
-    QTimer m_proofTimer; // in Proof: nothing came after the reply; in Silence: the line is silent
+    QTimer m_replyTimer; // in Reply: the reply is overdue; in Silence: the time limit has expired
+    QTimer m_proofTimer; // in Proof: nothing followed the reply; in Silence: the line is silent
 };
 
 } // namespace calvorn

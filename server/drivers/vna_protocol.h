@@ -8,12 +8,12 @@
 
 namespace calvorn {
 
-// A command of the MiniVNA: four decimal numbers, each ended by a carriage return.
+// A MiniVNA command: four decimal numbers, each terminated by a carriage return.
 struct VnaCommand
 {
     enum class Path {
-        Reflection = 0,   // both converters on the bridge
-        Transmission = 1, // the second converter on the DET socket
+        Reflection = 0,   // both converters are connected to the bridge
+        Transmission = 1, // the second converter is connected to the DET socket
     };
 
     Path path = Path::Reflection;
@@ -26,10 +26,10 @@ struct VnaCommand
 
 QByteArray vnaCommandText(const VnaCommand &command);
 
-// The command that sets the generator to this tuning word, or switches it off for 0. The reply is one sample.
+// Returns the command that sets the generator to this tuning word; 0 switches it off. The reply is one sample.
 VnaCommand vnaGeneratorCommand(std::uint32_t word);
 
-// One sample: two counts of the 10-bit converters, 0..1023.
+// One sample: two counts from the 10-bit converters, 0..1023.
 struct VnaSample
 {
     int phase = 0;
@@ -38,15 +38,15 @@ struct VnaSample
     bool operator==(const VnaSample &) const = default;
 };
 
-// Collects the reply to one command: four bytes for each sample, phase first, low byte first. A reply has no header,
-// check sum or end mark; the only redundancy is the six bits above each count, which are always 0.
+// Collects the reply to one command: four bytes per sample, phase first, low byte first. A reply has no header, check
+// sum or end mark; the only redundancy is that the six bits above each count are always 0.
 class VnaReply
 {
 public:
     enum class State {
         Incomplete,
         Complete,
-        Broken, // a count above 1023 or too many bytes: bytes were lost, added or damaged
+        Broken, // a count above 1023 or too many bytes, because bytes were lost, added or damaged
     };
 
     static constexpr int kSampleBytes = 4;
@@ -54,7 +54,7 @@ public:
     // samples: the number of samples requested.
     explicit VnaReply(int samples = 0);
 
-    // Takes bytes in pieces of any length. A broken reply remains broken.
+    // Accepts bytes in pieces of any length. A broken reply remains broken.
     State take(const QByteArray &bytes);
     State state() const { return m_state; }
 
