@@ -9,17 +9,17 @@
 
 namespace calvorn {
 
-// An AD9850 or AD9851. Takes five bytes from the bus until a W_CLK and an FQ_UD pulse with xxxxx011 on the bus switch
-// the chip to serial mode; a board wired for serial loading does this right after the reset.
+// An AD9850 or AD9851. Loads five bytes at a time from the bus until a W_CLK and an FQ_UD pulse with xxxxx011 on the
+// bus switch the chip to serial mode; drivers do this right after the reset if the board is wired for serial loading.
 class Ad985xModel : public DdsChipModel
 {
 public:
-    // referenceHz: the clock at the chip's pin. chip: Ad9850 or Ad9851.
+    // chip: Ad9850 or Ad9851. referenceHz: the clock at the chip's pin.
     Ad985xModel(DdsChip chip, double referenceHz);
 
-    // True in serial mode: the chip takes bits, not bytes.
+    // True in serial mode, in which the chip is loaded with bits instead of bytes.
     bool isSerial() const { return m_serial; }
-    // The active tuning word, 0 after a reset. output() returns its frequency folded at half the clock.
+    // The active tuning word, 0 after a reset. output() returns its frequency, folded at half the clock.
     std::uint32_t word() const { return m_word; }
 
 protected:

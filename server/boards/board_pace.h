@@ -5,9 +5,9 @@
 
 namespace calvorn {
 
-// The board's own clock, which can be paced to follow real time. When paced, the calling thread sleeps as soon as the
-// board is 2 ms ahead of real time. A board that is less than 20 ms late (a late wake-up, a busy machine) catches up; a
-// board that is later has been idle, and its pace restarts from the current time.
+// The board's own clock, which can be paced to follow real time. With pacing, the calling thread sleeps whenever the
+// board is more than 2 ms ahead of real time. A board that lags by up to 20 ms, after a late wake-up or on a busy
+// machine, catches up; a longer lag means that the board was idle, so pacing restarts from the current time.
 class BoardPace
 {
 public:

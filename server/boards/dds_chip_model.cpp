@@ -11,7 +11,7 @@ DdsOutput ddsOutput(std::uint32_t word, double systemClockHz)
 {
     if (word == 0)
         return {};
-    // The word as a fraction of a turn; above half a turn the output runs backwards, which is the image.
+    // The word is a fraction of a turn; above half a turn, the output runs backwards, which is the image.
     const double turns = std::ldexp(static_cast<double>(word), -32);
     const double folded = std::min(turns, 1.0 - turns);
     const double x = std::numbers::pi * folded;

@@ -5,14 +5,14 @@
 
 namespace calvorn {
 
-// Levels at the pins of the generator chip on this board.
+// Levels at the generator chip's pins.
 struct DdsLines
 {
     bool clock = false;  // W_CLK, SCLK
     bool update = false; // FQ_UD, I/O UPDATE
     bool data = false;   // D7, SDIO
     bool reset = false;
-    std::uint8_t bus = 0x03; // D0..D6 of an AD985x; wired for serial loading: D0 and D1 high, the others low
+    std::uint8_t bus = 0x03; // D0..D6 of an AD985x; serial-loading boards wire D0 and D1 high, the others low
 
     bool operator==(const DdsLines &) const = default;
 };
@@ -20,39 +20,39 @@ struct DdsLines
 // The chip's output after its reconstruction filter.
 struct DdsOutput
 {
-    double hertz = 0.0;     // 0..half the system clock: a word above half the range gives its image
-    double amplitude = 0.0; // 1 at the lowest frequencies, falling as sin(x)/x; 0 without an output
+    double hertz = 0.0;     // 0..half the system clock; for words above half the range, the image
+    double amplitude = 0.0; // 1 at the lowest frequencies, falling as sin(x)/x; 0 if the output is off
 };
 
 // Returns the output for a tuning word at this system clock (Hz).
 DdsOutput ddsOutput(std::uint32_t word, double systemClockHz);
 
-// Errors that a driver must never make and that a real chip would not report.
+// Errors that a driver must never make, because a real chip would not report them.
 enum class DdsViolation : std::uint32_t {
-    WrongBitCount = 1,    // update with an incomplete load, or with too many bits
-    FactoryBit = 2,       // a 1 in the factory test bits of an AD9850
+    WrongBitCount = 1,    // update after loading too few or too many bits
+    FactoryBit = 2,       // a 1 in an AD9850's factory test bits
     ForbiddenControl = 4, // control bit D1 of an AD985x
     LostSync = 8,         // AD9951: update in the middle of a transfer, unknown register or read
-    Unsupported = 16,     // AD9951: a legal setting that this model does not support (LSB first)
+    Unsupported = 16,     // AD9951: valid setting that this model does not support (LSB first)
 };
 
-// A generator chip as seen from its pins.
+// A generator chip as observed at its pins.
 class DdsChipModel
 {
 public:
     virtual ~DdsChipModel() = default;
 
-    // Sets new levels of the lines; the clock and update lines act on their rising edges.
+    // Sets the line levels; the clock and update lines act on their rising edges.
     void drive(const DdsLines &lines);
 
     const DdsOutput &output() const { return m_output; }
 
-    // Returns all violations since the model was made, as an "or" of DdsViolation values. violated() checks for one of
-    // them.
+    // Returns all violations since the model was created, as a combination of DdsViolation flags. violated() checks for
+    // one of them.
     std::uint32_t violations() const { return m_violations; }
     bool violated(DdsViolation violation) const;
 
-    // Rising edges of the update line since the model was made.
+    // Number of rising edges on the update line since the model was created.
     std::uint64_t updates() const { return m_updates; }
 
 protected:
@@ -62,7 +62,7 @@ protected:
 
     void flag(DdsViolation violation);
 
-    // Sets the output to this word at this system clock (Hz). enabled: not powered down.
+    // Sets the output for this word at this system clock (Hz). enabled: not powered down.
     void generate(std::uint32_t word, double systemClockHz, bool enabled);
 
 private:

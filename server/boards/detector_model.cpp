@@ -96,8 +96,8 @@ double DetectorModel::settled(Time now) const
     return m_target + (m_start - m_target) * std::exp(-age / kTimeConstantNs);
 }
 
-// The sum of four uniform numbers has nearly a normal distribution and, unlike std::normal_distribution, gives the same
-// values with every library.
+// The sum of four uniform numbers is almost normally distributed and, unlike std::normal_distribution, yields the same
+// values with every standard library.
 double DetectorModel::noise()
 {
     const std::uint64_t bits = m_random();

@@ -16,7 +16,7 @@ namespace calvorn {
 
 namespace {
 
-// Returns the detuning in bandwidths, 0 at the centre frequency.
+// Returns the detuning as a multiple of the bandwidth, 0 at the centre frequency.
 double detuning(double hertz, double centreHz, double q)
 {
     return q * (hertz / centreHz - centreHz / hertz);
@@ -48,7 +48,7 @@ double notch(double hertz)
     return x / std::sqrt(1.0 + x * x);
 }
 
-// The usual four-element equivalent circuit of a quartz crystal, in series between 50 ohms and 50 ohms.
+// The usual four-element equivalent circuit of a quartz crystal, in series between a 50 ohm source and a 50 ohm load.
 double crystal(double hertz)
 {
     constexpr double kSeriesHz = 9e6;
@@ -71,7 +71,7 @@ double antenna(double hertz)
     return std::abs((impedance - kLineOhm) / (impedance + kLineOhm));
 }
 
-// Returns NaN for a number that cannot be converted.
+// Returns NaN in place of a number that cannot be parsed.
 std::pair<double, double> pointOf(const QByteArray &line)
 {
     constexpr double kNone = std::numeric_limits<double>::quiet_NaN();

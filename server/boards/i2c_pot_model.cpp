@@ -50,7 +50,7 @@ void I2cPotModel::rise(bool sda)
 
 void I2cPotModel::fall()
 {
-    // The first falling edge belongs to the START and is not a clock pulse.
+    // The first falling edge is part of the START condition, not of a clock pulse.
     if (!m_roseInTransfer)
         return;
     m_roseInTransfer = false;

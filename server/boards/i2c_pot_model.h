@@ -7,8 +7,8 @@
 
 namespace calvorn {
 
-// A DS1803, the dual potentiometer with 256 steps, at address 0x50 (A2..A0 low); powers up at 0. Supports write
-// transfers only: does not acknowledge a read address.
+// A DS1803 dual 256-step potentiometer at address 0x50 (A2..A0 low); powers up at position 0. Supports only write
+// transfers: it does not acknowledge a read address.
 class I2cPotModel
 {
 public:
@@ -21,8 +21,8 @@ public:
     // The position of potentiometer 0 or 1.
     std::uint8_t wiper(std::size_t pot) const { return m_wipers[pot]; }
 
-    // The traffic on the bus: the bytes of the latest transfer, acknowledged or not, its complete clock pulses between
-    // START and STOP, and the STOPs since the model was made.
+    // Bus traffic: the bytes in the latest transfer, acknowledged or not, its number of complete clock pulses between
+    // START and STOP, and the number of STOPs since the model was created.
     const std::vector<std::uint8_t> &bytes() const { return m_bytes; }
     int pulses() const { return m_pulses; }
     int stops() const { return m_stops; }

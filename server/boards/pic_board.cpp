@@ -15,7 +15,7 @@ constexpr int kFractionBits = 32;
 constexpr int kLongestLine = 12; // letter, sign, ten digits
 constexpr char kAbort = '!';
 constexpr char kLineFeed = '\n';      // ignored
-const QByteArray kUnprepares("BDP*"); // these letters void the plan, accepted or not
+const QByteArray kUnprepares("BDP*"); // these letters invalidate the plan, even if they are rejected
 constexpr std::int64_t kUsualSettlingUs = 50;
 constexpr std::int64_t kLeastSettlingUs = 20;
 constexpr std::int64_t kMostSettlingUs = 10'000;
@@ -25,11 +25,11 @@ constexpr int kCounts = 1024;
 constexpr char kSyncFirst = '\xA5';
 constexpr char kSyncSecond = '\x5A';
 constexpr std::uint16_t kCrcStart = 0xFFFF;
-constexpr std::chrono::nanoseconds kLineTime{108'507}; // line time of a sample: one and a quarter bytes at 115,200 baud
-// Time of a sample besides its settling; with the usual settling time the line has no gaps.
+constexpr std::chrono::nanoseconds kLineTime{108'507}; // transmission time of a sample: 1 1/4 bytes at 115,200 baud
+// Time for a sample in addition to its settling time; with the usual settling time, the line has no gaps.
 constexpr std::chrono::nanoseconds kPointTime = kLineTime - std::chrono::microseconds(kUsualSettlingUs);
 
-// CRC-16/CCITT-FALSE without a loop, as the firmware could compute it between two samples.
+// CRC-16/CCITT-FALSE without a loop, so that firmware could compute it between two samples.
 std::uint16_t crcWith(std::uint16_t crc, std::uint8_t byte)
 {
     const unsigned before = crc;
@@ -41,7 +41,7 @@ std::uint16_t crcWith(std::uint16_t crc, std::uint8_t byte)
     return static_cast<std::uint16_t>(value);
 }
 
-// Returns 2^64 / clock, rounded. Below a clock of 2 Hz the factor would not fit, so every word is 0.
+// Returns 2^64 / clock, rounded. For a clock below 2 Hz, the factor would not fit in 64 bits, so every word is 0.
 std::uint64_t factorOf(double clockHz)
 {
     constexpr double kLowestClock = 2.0;
@@ -50,7 +50,7 @@ std::uint64_t factorOf(double clockHz)
     return static_cast<std::uint64_t>(std::round(std::ldexp(1.0L, 32 + kFractionBits) / clockHz));
 }
 
-// True for digits, after a minus sign if one is allowed.
+// Returns true if the text consists of digits, after a minus sign if one is allowed.
 bool isWholeNumber(const QByteArray &text, bool mayBeNegative)
 {
     const QByteArray digits = mayBeNegative && text.startsWith('-') ? text.mid(1) : text;
@@ -101,7 +101,7 @@ std::optional<std::uint8_t> PicBoard::nextByte()
     return static_cast<std::uint8_t>(m_out.at(m_sent++));
 }
 
-// A sample that takes longer than its bytes on the line leaves a gap; reported with the first byte of each group.
+// If a sample takes longer than its transmission, the line has a gap, reported with the first byte of each group.
 std::chrono::nanoseconds PicBoard::idleTime() const
 {
     const std::chrono::nanoseconds late = sampleTime() - kLineTime;
@@ -200,7 +200,7 @@ std::uint16_t PicBoard::planCrc() const
     return crc;
 }
 
-// Computes modulo 2^64, so that adding a negative step works as subtraction.
+// Computes modulo 2^64, so that adding the product of a negative step is a subtraction.
 std::uint64_t PicBoard::product(std::int64_t hertz) const
 {
     return static_cast<std::uint64_t>(hertz) * m_factor;

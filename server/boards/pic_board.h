@@ -11,12 +11,12 @@
 
 namespace calvorn {
 
-// The PIC board of docs/hardware/pic-board.md. Like the real board, it computes its tuning words from hertz and does
-// not store a sweep: it packs every four samples into five bytes.
+// The PIC board described in docs/hardware/pic-board.md. Like the real board, it computes tuning words from hertz and
+// does not store a sweep: it packs four samples at a time into five bytes.
 class PicBoard : public SerialBoard
 {
 public:
-    // settings.clockHz: the generator's system clock. settings.fault: the board itself handles only Refuse and Stale.
+    // settings.clockHz: the generator's system clock. settings.fault: the board itself supports only Refuse and Stale.
     explicit PicBoard(const SimulatorSettings &settings);
 
     void receive(std::uint8_t byte) override;
@@ -24,10 +24,11 @@ public:
     std::chrono::nanoseconds idleTime() const override;
 
 protected:
-    // Called when the generator has loaded this tuning word (0: off); tests override it to observe the generator.
+    // Called when the generator has been loaded with this tuning word (0: off). Tests override it to observe the
+    // generator.
     virtual void generatorSet(std::uint32_t /*word*/) {}
 
-    // Returns the count of the converter after the generator has settled on this word.
+    // Returns the converter's count after the signal has settled at this word.
     virtual int countAt(std::uint32_t word);
 
 private:
@@ -56,13 +57,13 @@ private:
     std::int64_t m_stepHz = 0;
     std::int64_t m_settlingUs;
     bool m_prepared = false;
-    bool m_isStale = false; // keeps its plan even if it accepts another one
+    bool m_isStale = false; // accepts another plan, but keeps using this one
     std::uint16_t m_crcOfPlan = 0;
     bool m_sweeping = false;
     int m_point = 0;
     std::uint8_t m_sequence = 0;
     std::uint16_t m_crc = 0;
-    std::uint64_t m_phase = 0; // the word of the point with 32 fraction bits
+    std::uint64_t m_phase = 0; // the point's tuning word with 32 fraction bits
 };
 
 } // namespace calvorn

@@ -73,7 +73,7 @@ void PtyBoard::openTerminal()
             QCoreApplication::translate("SerialPort", "The system has no pseudo-terminal for the simulated board.")
                 .toStdString());
     }
-    // A new terminal echoes, which would send the board's own bytes back to it.
+    // A new terminal echoes, so it would send the board's own bytes back to the board.
     cfmakeraw(&attributes);
     tcsetattr(m_slave, TCSANOW, &attributes);
     m_path = QString::fromLocal8Bit(name.data());
@@ -124,13 +124,13 @@ bool PtyBoard::takeFromHost()
     const ssize_t count = ::read(m_master, bytes.data(), bytes.size());
     for (ssize_t index = 0; index < count; ++index)
         m_board->receive(static_cast<std::uint8_t>(bytes[static_cast<std::size_t>(index)]));
-    // The board's answer starts when the last bit of the command has arrived.
+    // The board's reply starts after it has received the last bit of the command.
     if (!m_talking && count > 0)
         m_lineFree = std::max(m_lineFree, Clock::now()) + count * kByteTime;
     return count > 0;
 }
 
-// Sends all bytes whose last bit has left the board by now.
+// Fetches from the board all bytes whose transmission would be complete by now.
 void PtyBoard::produce(Clock::time_point now)
 {
     const bool chatters = !m_talking && m_settings.fault == SimulatorFault::Chatter;
@@ -182,7 +182,7 @@ bool PtyBoard::isMute() const
            (m_settings.fault == SimulatorFault::Half && 2 * m_made > 3 * m_sweepBytes);
 }
 
-// Returns false if the terminal takes no more bytes because the host does not read.
+// Returns false if the terminal accepts no more bytes because the host does not read.
 bool PtyBoard::flush()
 {
     while (!m_pending.empty()) {

@@ -8,12 +8,12 @@
 
 namespace calvorn {
 
-// A TLC549 or TLC1549 as seen from its three pins, with the pipeline of one frame. All times are board times.
+// A TLC549 or TLC1549 as observed at its three pins, including its one-frame delay. All times are board times.
 class SerialAdcModel
 {
 public:
     using Time = std::chrono::nanoseconds;
-    // Returns the input in volts at this time; called once for each conversion, at the instant of hold.
+    // Returns the input in volts at this time; called once per conversion, when the input is held.
     using Input = std::function<double(Time)>;
 
     SerialAdcModel(const SerialAdcType &type, double referenceVolts, Input input);
@@ -21,12 +21,12 @@ public:
     void drive(bool select, bool clock, Time now);
     bool dataOut() const;
 
-    // Number of conversions since the model was made.
+    // Number of conversions since the model was created.
     std::uint64_t conversions() const { return m_conversions; }
-    // The count of the latest conversion, even if it has not been read.
+    // The result of the latest conversion, even if it has not been read.
     int latestCount() const { return m_pending; }
-    // Errors that make a real converter return wrong counts: frames that began during a conversion and therefore return
-    // the previous result, and conversions that such a frame aborted.
+    // The number of errors that make a real converter return wrong counts: frames that began during a conversion and
+    // therefore return the previous result, and conversions aborted by such a frame.
     std::uint64_t earlyFrames() const { return m_earlyFrames; }
     std::uint64_t aborted() const { return m_aborted; }
 

@@ -5,17 +5,17 @@
 
 namespace calvorn {
 
-// Two chained 74HC595: the serial data enter the chip of Aux1, whose serial output feeds the chip of Aux2.
+// Two chained 74HC595 registers: serial data is shifted into the Aux1 chip, whose serial output feeds the Aux2 chip.
 class ShiftLatchModel
 {
 public:
-    // Sets the levels at the pins; clock and latch act on their rising edges.
+    // Sets the pin levels; clock and latch act on their rising edges.
     void drive(bool data, bool clock, bool latch);
 
-    // Returns the levels of the output pins; bit 0 is Q0.
+    // Return the levels of the output pins; bit 0 is Q0.
     std::uint8_t aux1() const { return static_cast<std::uint8_t>(m_outputs); }
     std::uint8_t aux2() const { return static_cast<std::uint8_t>(m_outputs >> 8); }
-    // Number of rising edges of the two lines since the model was made.
+    // Number of rising edges on the two lines since the model was created.
     std::uint64_t latches() const { return m_latches; }
     std::uint64_t clocks() const { return m_clocks; }
 

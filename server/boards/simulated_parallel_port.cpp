@@ -13,14 +13,14 @@ namespace calvorn {
 
 namespace {
 
-// The duration of one port access on the chipset's bus, through the kernel.
+// The duration of one port access through the kernel and the chipset's bus.
 constexpr std::chrono::nanoseconds kAccessTime{1250};
 
-constexpr unsigned kInputPins = 0xF8; // of the status register; open inputs are pulled up
+constexpr unsigned kInputPins = 0xF8; // status register bits; open inputs are pulled up
 constexpr unsigned kBusyInversion = 0x80;
 constexpr unsigned kHighestBusPin = 0x80;
 
-// A point of a sweep takes two conversions.
+// Each sweep point takes two conversions.
 constexpr std::uint64_t kConversionsInSweep = 2 * kSweepPoints;
 constexpr std::uint64_t kSilentAfter = 2 * kConversionsInSweep;
 constexpr std::uint64_t kHalfAfter = kConversionsInSweep / 2;
@@ -158,7 +158,7 @@ void SimulatedParallelPort::driveDds()
     m_detector.setLevel(m_settings.detector.volts(signal), m_pace.now());
 }
 
-// Returns true while the clock is high after an edge that does not reach the chip.
+// Returns true while the clock is high after a rising edge that the fault hides from the chip.
 bool SimulatedParallelPort::loseClockEdge(bool clock)
 {
     if (m_settings.fault != SimulatorFault::Drop)

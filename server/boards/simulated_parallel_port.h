@@ -17,8 +17,8 @@
 
 namespace calvorn {
 
-// The generator and detector board of docs/hardware/lpt-board.md behind a parallel port. The model uses only the levels
-// of the pins and decodes them as the chips do. Used by one thread at a time.
+// A parallel port connected to the generator and detector board described in docs/hardware/lpt-board.md. The model uses
+// only the pin levels and decodes them as the chips do. Must be used by only one thread at a time.
 //
 // Supports these faults: refuse (the constructor throws PortError), silence and half (the converter's data line stays
 // low after two sweeps, or from the middle of the first), unplug (every access throws PortError from the middle of the
@@ -28,7 +28,7 @@ class SimulatedParallelPort : public ParallelPort
 public:
     explicit SimulatedParallelPort(const SimulatorSettings &settings, const BoardWiring &wiring = {});
 
-    // Sets a callback for the moment when the port disappears (fault unplug): called once, in the thread that uses the
+    // Sets a callback that is called once, in the thread that uses the port, when the "unplug" fault removes the
     // port.
     void onUnplugged(std::function<void()> callback) { m_onUnplugged = std::move(callback); }
 
@@ -44,8 +44,8 @@ public:
     const ShiftLatchModel &latches() const { return m_latches; }
     const I2cPotModel &pot() const { return m_pot; }
 
-    // The board's own clock: 1.25 us for each register access, plus all waiting times. Without pacing, it runs ahead of
-    // real time.
+    // The board's own clock: 1.25 us for each register access, plus all waits. Without pacing, it runs faster than real
+    // time.
     std::chrono::nanoseconds boardTime() const { return m_pace.now(); }
 
 private:
@@ -67,9 +67,9 @@ private:
 
     SimulatorSettings m_settings;
     BoardWiring m_wiring;
-    LevelTable m_levelsOfData; // levels of this register's lines, for each value of the register
+    LevelTable m_levelsOfData; // the levels of this register's lines for each register value
     LevelTable m_levelsOfControl;
-    Levels m_levels; // current levels at the pins
+    Levels m_levels; // the current line levels
     BoardPace m_pace;
     std::unique_ptr<DdsChipModel> m_dds;
     DetectorModel m_detector;

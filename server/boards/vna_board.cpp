@@ -9,13 +9,13 @@ namespace calvorn {
 
 namespace {
 
-constexpr int kCounts = 1024; // of its converters
+constexpr int kCounts = 1024; // number of converter steps
 
-// The phase detector gives 10 mV for each degree, 0..180, without the sign of the phase.
+// The phase detector outputs 10 mV per degree, 0..180, regardless of the sign of the phase.
 constexpr double kVoltsPerDegree = 10e-3;
-constexpr double kCableSeconds = 10e-9; // to the device under test and back
+constexpr double kCableSeconds = 10e-9; // round trip to the device under test
 
-// Four bytes of ten bits at 115,200 baud: the generator goes on to the next frequency when the sample has been sent.
+// Four bytes of ten bits at 115,200 baud: the generator switches to the next frequency after sending the sample.
 constexpr DetectorModel::Time kSampleTime{347'222};
 
 constexpr int kMostDigits = 10;
@@ -87,7 +87,7 @@ void VnaBoard::forgetCommand()
     m_digits = 0;
 }
 
-// A command for 0 samples gets no reply and does not change the generator. The instrument cannot report a refusal.
+// A command for 0 samples gets no reply and does not change the generator. The instrument has no way to reject one.
 void VnaBoard::execute()
 {
     const auto [path, start, samples, step] = m_numbers;
@@ -99,7 +99,7 @@ void VnaBoard::execute()
     m_samplesDue = samples;
 }
 
-// In transmission the count decreases with the signal: the stronger the signal, the smaller the count.
+// In transmission mode, the stronger the signal, the smaller the count.
 void VnaBoard::measure()
 {
     const DdsOutput output = ddsOutput(m_word, m_settings.clockHz);

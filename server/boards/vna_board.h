@@ -12,36 +12,36 @@
 
 namespace calvorn {
 
-// A sample, and the values from which it was computed.
+// A sample and the values from which it was computed.
 struct VnaBoardSample
 {
     std::uint32_t word; // tuning word of the generator
-    double hertz;       // the generator's output; 0: off
-    int phase;          // count as sent
+    double hertz;       // output frequency of the generator; 0: off
+    int phase;          // the count sent to the host
     int magnitude;
 };
 
-// The MiniVNA of docs/hardware/minivna.md: reads four numbers and sends four bytes for each sample. The device under
-// test is connected between DUT and DET; in reflection mode, the part of the signal that does not pass it returns to
-// the bridge.
+// The MiniVNA described in docs/hardware/minivna.md: reads four numbers and sends four bytes per sample. The device
+// under test is connected between DUT and DET; in reflection mode, the part of the signal that does not pass through it
+// returns to the bridge.
 //
-// Where the instrument's behaviour is not known, this board implements the strictest one: it loses bytes that arrive
-// during a reply, drops the current command on any byte other than a digit or a carriage return, and keeps the last
-// frequency when a sweep has ended.
+// Where the instrument's behaviour is unknown, this board implements the strictest possibility: it loses bytes received
+// during a reply, discards the current command on any byte other than a digit or a carriage return, and keeps
+// generating the last frequency after a sweep.
 class VnaBoard : public SerialBoard
 {
 public:
-    // settings.clockHz: the generator's system clock. settings.fault: the board itself handles only Refuse.
+    // settings.clockHz: the generator's system clock. settings.fault: the board itself supports only Refuse.
     explicit VnaBoard(const SimulatorSettings &settings);
 
     void receive(std::uint8_t byte) override;
     std::optional<std::uint8_t> nextByte() override;
 
-    // Returns true while bytes of a reply remain to be sent; bytes from the host are then lost.
+    // Returns true while a reply is being sent; bytes received from the host are then lost.
     bool isReplying() const { return m_samplesDue > 0 || m_position < m_bytes.size(); }
 
 protected:
-    // Called after each measured sample, which includes the generator's current output; tests override it to observe
+    // Called with each measured sample, which includes the generator's current output. Tests override it to observe
     // both.
     virtual void sampled(const VnaBoardSample & /*sample*/) {}
 
