@@ -19,9 +19,9 @@ namespace {
 
 constexpr int kPatienceMs = 10'000;
 
-constexpr qsizetype kLongestSocket = 99; // bytes in its path; the bus library refuses longer ones
+constexpr qsizetype kLongestSocket = 99; // bytes in its path; the D-Bus library rejects longer paths
 
-// In a D-Bus address every other byte is written as % and two hexadecimal digits.
+// Returns true if a D-Bus address can contain this byte; other bytes are written as % and two hexadecimal digits.
 bool standsForItself(char byte)
 {
     return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') || (byte >= '0' && byte <= '9') ||
@@ -61,8 +61,8 @@ AcquisitionServer::~AcquisitionServer()
     close();
 }
 
-// However the server ends, it switches the generators off and stops the boards. It sends the program no further events:
-// the program sees the process end.
+// Switches the generators off and stops the boards, whatever the reason for the shutdown. Sends no further events to
+// the program, which detects that the process exits.
 void AcquisitionServer::close()
 {
     for (QObject *driver : std::initializer_list<QObject *>{&m_lpt, &m_vna, &m_pic})
@@ -85,7 +85,7 @@ bool AcquisitionServer::listen()
     return false;
 }
 
-// Keeps the reason of the first failure, because that is the preferred folder.
+// Stores only the reason for the first failure, because the first folder is the preferred one.
 bool AcquisitionServer::listenIn(const QByteArray &parent)
 {
     const QString reason = tryFolder(parent);
@@ -94,7 +94,7 @@ bool AcquisitionServer::listenIn(const QByteArray &parent)
     return reason.isEmpty();
 }
 
-// Returns the reason for a failure; empty when the server listens.
+// Returns the reason for a failure; empty if the server is listening.
 QString AcquisitionServer::tryFolder(const QByteArray &parent)
 {
     if (!m_folder.make(parent))
@@ -130,8 +130,8 @@ void AcquisitionServer::onConnection(const QDBusConnection &connection)
     m_connection.registerObject(kLptPath, &m_lpt, QDBusConnection::ExportAdaptors);
     m_connection.registerObject(kPicPath, &m_pic, QDBusConnection::ExportAdaptors);
     m_connection.registerObject(kVnaPath, &m_vna, QDBusConnection::ExportAdaptors);
-    // The program is connected, so the socket is no longer needed. Removing it now keeps others out and leaves nothing
-    // behind if this process is killed.
+    // The program is connected, so the socket is no longer needed. Removing it now prevents other connections, and
+    // nothing is left behind if this process is killed.
     m_folder.remove();
 }
 

@@ -19,26 +19,26 @@ class QDBusServer;
 
 namespace calvorn {
 
-// The acquisition server of one program: a private D-Bus socket in a folder that only this user can enter, one
+// The acquisition server for one program: a private D-Bus socket in a folder that only this user can enter, one
 // connection, and one object for each driver (/aLPT, /aPIC, /aVNA).
 class AcquisitionServer : public QObject
 {
     Q_OBJECT
 
 public:
-    // settingsPath: the program's settings file, which is read whenever a port is opened.
+    // settingsPath: the program's settings file, read whenever a port is opened.
     explicit AcquisitionServer(const QString &settingsPath, QObject *parent = nullptr);
     ~AcquisitionServer() override;
 
-    // Opens the socket. Returns false, with the reason in errorText(), on failure.
+    // Opens the socket. On failure, returns false; errorText() then returns the reason.
     bool listen();
     QString errorText() const { return m_errorText; }
 
-    // Closes the ports, which switches the generators off, and removes the socket's folder. Takes 0.3 s, or 2 s with a
-    // board that no longer answers.
+    // Switches the generators off, closes the ports and removes the socket's folder. Takes 0.3 s, or 2 s if a board no
+    // longer responds.
     void close();
 
-    // The address that the program passes to QDBusConnection::connectToPeer().
+    // Returns the address for the program to pass to QDBusConnection::connectToPeer().
     QString address() const;
 
 signals:
@@ -46,7 +46,7 @@ signals:
     void finished();
 
 private slots:
-    void onDisconnected(); // connected by name: QtDBus delivers the bus library's own signals only to slots
+    void onDisconnected(); // connected by name, because QtDBus delivers the D-Bus library's own signals only to slots
 
 private:
     void onConnection(const QDBusConnection &connection);

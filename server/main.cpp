@@ -16,8 +16,8 @@ int main(int argc, char *argv[])
 {
     if (!calvorn::endWithParent())
         return 0;
-    // The program handles Ctrl+C and Ctrl+Z for the server, so the server leaves the terminal's process group. Started
-    // by hand, it stays in it.
+    // The program handles Ctrl+C and Ctrl+Z for the server, so the server leaves the terminal's process group. It does
+    // not do so if it was started manually.
     if (isatty(STDIN_FILENO) == 0)
         calvorn::leaveTerminalGroup();
     calvorn::holdTerminationBack();
@@ -28,7 +28,7 @@ int main(int argc, char *argv[])
     const calvorn::Language language(QLocale::system());
     QCoreApplication::setApplicationName(QString::fromLatin1(calvorn::kServerName));
 
-    // The first argument can name the settings file; the default is the one beside the server.
+    // The first argument can specify the settings file; the default is the file in the server's folder.
     const QString beside =
         QCoreApplication::applicationDirPath() + u'/' + QString::fromLatin1(calvorn::kSettingsFileName);
     calvorn::AcquisitionServer server(QCoreApplication::arguments().value(1, beside));
@@ -36,7 +36,7 @@ int main(int argc, char *argv[])
     QObject::connect(&server, &calvorn::AcquisitionServer::finished, &application, &QCoreApplication::quit);
     QObject::connect(&watch, &calvorn::TerminationWatch::asked, &application, &QCoreApplication::quit);
 
-    // On failure, the line holds the reason in place of the address.
+    // On failure, the line contains the reason instead of the address.
     if (!watch.isWatching() || !server.listen()) {
         const QString reason = watch.isWatching() ? server.errorText() : calvorn::TerminationWatch::refusal();
         std::printf("%s%s\n", calvorn::kServerRefusal, qPrintable(reason));

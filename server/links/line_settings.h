@@ -19,8 +19,8 @@ struct LineSettings
     bool operator==(const LineSettings &) const = default;
 };
 
-// Parses "115200,N,8,1": baud (1..4,000,000), parity N, E, O, M or S, data bits 5..8, stop bits 1, 1.5 or 2. Ignores
-// blanks and case. Throws std::runtime_error with one sentence for the user for anything else.
+// Parses "115200,N,8,1": baud rate (1..4,000,000), parity N, E, O, M or S, data bits 5..8, stop bits 1, 1.5 or 2.
+// Ignores blanks and case. For anything else, throws std::runtime_error with a message for the user.
 LineSettings parseLineSettings(const QString &text);
 
 } // namespace calvorn

@@ -12,7 +12,7 @@
 
 namespace calvorn {
 
-// An open port, the wiring of the board behind it, and the first values of the board's outputs.
+// An open port, the wiring of the board connected to it, and the initial values of the board's outputs.
 struct OpenedPort
 {
     // The default is a board with the standard wiring.
@@ -25,7 +25,7 @@ struct OpenedPort
 
     std::unique_ptr<ParallelPort> port;
     BoardWiring wiring;
-    std::array<std::uint8_t, 2> outputs{}; // Aux1 and Aux2, until the program sets other values
+    std::array<std::uint8_t, 2> outputs{}; // Aux1 and Aux2, until the program sets them
 };
 
 } // namespace calvorn

@@ -14,18 +14,18 @@ struct LineLevel
     bool high;
 };
 
-// Sets and reads lines by name. Keeps a copy of the two output registers, so that a line can change without affecting
-// the others; several lines of one register change in the same write.
+// Sets and reads lines by name. Stores a copy of the two output registers, so that a line can be changed without
+// affecting the others; a single write can change several lines in one register.
 class ParallelPins
 {
 public:
-    // The port must outlive this object. Nothing is written before the first set().
+    // The port must outlive this object. Nothing is written before the first set() or setBus().
     explicit ParallelPins(ParallelPort &port, const LptWiring &wiring = kStandardLptWiring);
 
-    // Writes each register that has a line in the list once, data register first.
+    // Writes each register that contains a line in the list once, data register first.
     void set(std::initializer_list<LineLevel> levels);
 
-    // Writes a byte to D0..D7; every line wired to one of these pins takes the level of its bit.
+    // Writes a byte to D0..D7; every line wired to one of these pins is set to the level of its bit.
     void setBus(std::uint8_t value);
 
     bool read(LptLine line);

@@ -11,7 +11,7 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
-// The kernel's interface has this member (timer_create(2)); older C libraries do not define its name.
+// The kernel interface has this member (timer_create(2)), but older C libraries do not define its name.
 #ifndef sigev_notify_thread_id
 #define sigev_notify_thread_id _sigev_un._tid
 #endif
@@ -21,7 +21,7 @@ namespace calvorn {
 namespace {
 
 constexpr long kNanosInSecond = 1'000'000'000;
-constexpr long kRepeatNanos = 50'000'000; // otherwise a signal just before the call would be lost
+constexpr long kRepeatNanos = 50'000'000; // without repetition, a signal sent just before the call would be lost
 
 int orErrno(int result)
 {

@@ -7,8 +7,8 @@
 
 namespace calvorn {
 
-// The system calls that a parallel port needs. Each returns a value >= 0, or the negative errno. Can be called from any
-// thread, but by only one thread at a time for one descriptor.
+// The system calls that a parallel port needs. Each returns a value >= 0, or -errno on failure. They can be called from
+// any thread, but a descriptor must be used by only one thread at a time.
 class PortSystem
 {
 public:
@@ -19,17 +19,17 @@ public:
 
     virtual int ioctl(int descriptor, unsigned long request, void *argument) = 0;
 
-    // Like ioctl(), for a request that may block: returns -EINTR when it exceeds the time limit.
+    // Like ioctl(), but for a request that may block: returns -EINTR if it exceeds the time limit.
     virtual int ioctlWithin(std::chrono::milliseconds limit, int descriptor, unsigned long request, void *argument) = 0;
 
     virtual void close(int descriptor) = 0;
 };
 
-// The implementation that calls the kernel.
+// Returns the implementation that calls the kernel.
 PortSystem &kernelPortSystem();
 
-// During its lifetime, interrupts a blocking system call of this thread (EINTR) once the time is over, and then every
-// 50 ms. Uses SIGUSR1, which must not be blocked in the thread.
+// During its lifetime, interrupts a blocking system call in this thread (EINTR) when the time limit has expired, and
+// then every 50 ms. Uses SIGUSR1, which must not be blocked in the thread.
 class CallLimit
 {
 public:

@@ -50,7 +50,7 @@ bool isGone(int error)
     return error == ENODEV || error == ENXIO || error == EIO;
 }
 
-// Added to "there is no such port" if a USB printer is connected: users try USB printer cables.
+// Returns a sentence to add to an error message if a USB printer is connected, because users try USB printer cables.
 QString usbHint(const ParportPlaces &places)
 {
     const QDir usb(places.devices + QStringLiteral("/usb"));
@@ -138,7 +138,7 @@ void PpdevPort::wait(std::chrono::nanoseconds duration)
 {
     const auto due = std::chrono::steady_clock::now() + duration;
     if (duration >= kShortestSleep) {
-        // Timer slack is set for each thread, and two threads use the port: the one that opened it and the sweep.
+        // Timer slack is a thread attribute, and two threads use the port: the thread that opened it and the sweep.
         thread_local const int sharpened = ::prctl(PR_SET_TIMERSLACK, kTimerSlackNs, 0, 0, 0);
         static_cast<void>(sharpened);
         std::this_thread::sleep_until(due);
@@ -185,8 +185,8 @@ void PpdevPort::claim()
     if (result >= 0)
         result = m_system.ioctlWithin(kClaimPatience, m_descriptor, PPCLAIM, nullptr);
     if (result == -ENXIO) {
-        // Another driver has registered on the port, even if it is idle. PPEXCL stays set on this descriptor, so open a
-        // new one.
+        // Another driver has registered on the port, although it may be idle. PPEXCL remains set on this descriptor, so
+        // open a new one.
         closeDevice();
         openDevice();
         result = m_system.ioctlWithin(kClaimPatience, m_descriptor, PPCLAIM, nullptr);

@@ -16,14 +16,14 @@ namespace calvorn {
 QStringList otherParportUsers(const ParportPlaces &places, int number);
 
 // A PC parallel port, accessed through the kernel's user-space driver (ppdev): one system call for each register
-// access. The kernel lets only one user claim a port at a time; this class claims it on opening and keeps it until it
-// closes.
+// access. The kernel allows only one claim on a port at a time; this class claims the port when it opens it and
+// releases it when it closes it.
 class PpdevPort : public ParallelPort
 {
 public:
     // Finds the port at this base address, claims it and makes its data lines outputs. The claim is exclusive if no
-    // other driver has registered on the port; otherwise the port is shared with that driver, and the log says so.
-    // Waits at most 1 s for another program to release the port. Throws PortError. The system must outlive the port.
+    // other driver has registered on the port; otherwise the port is shared with that driver, as the log then reports.
+    // Waits up to 1 s for another program to release the port. Throws PortError. `system` must outlive the port.
     static std::unique_ptr<PpdevPort> open(int base, const ParportPlaces &places = {},
                                            PortSystem &system = kernelPortSystem());
 
@@ -34,7 +34,7 @@ public:
     std::uint8_t readStatus() override;
     void confirmPresent() override { checkModes(); }
 
-    // Sleeps for 50 us and more. Spins for shorter times, because the kernel cannot wake the thread up that soon.
+    // Sleeps for durations of 50 us or more; otherwise spins, because the kernel cannot wake a thread up that soon.
     void wait(std::chrono::nanoseconds duration) override;
 
 private:

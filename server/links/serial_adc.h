@@ -10,14 +10,14 @@
 
 namespace calvorn {
 
-// Data sheet facts of a three-wire serial converter. Such a converter has a pipeline of one frame: each frame clocks
-// out the result of the conversion that the previous frame started.
+// Data sheet values of a three-wire serial converter. Results are delayed by one frame: each frame clocks out the
+// result of the conversion that the previous frame started.
 struct SerialAdcType
 {
     int bits;
     std::chrono::nanoseconds conversionTime; // from the falling edge of the last clock
     std::chrono::nanoseconds selectToClock;  // from chip select low to the first clock
-    std::chrono::nanoseconds abortWindow;    // a fall of chip select this soon after the last clock aborts
+    std::chrono::nanoseconds abortWindow;    // chip select low within this time after the last clock aborts
 
     int counts() const { return 1 << bits; }
 };
@@ -29,7 +29,7 @@ inline constexpr SerialAdcType kTlc549 = {8, std::chrono::microseconds(17), std:
 inline constexpr SerialAdcType kTlc1549 = {10, std::chrono::microseconds(21), std::chrono::nanoseconds(1425),
                                            std::chrono::microseconds(9)};
 
-// Returns the converter with that name (kAdc8Bit or kAdc10Bit, ignoring case), or nothing.
+// Returns the converter with this name (kAdc8Bit or kAdc10Bit, ignoring case), or nullopt.
 inline std::optional<SerialAdcType> serialAdcFromName(const QString &name)
 {
     const QString wanted = name.trimmed().toLower();

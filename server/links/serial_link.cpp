@@ -17,7 +17,7 @@ namespace calvorn {
 
 namespace {
 
-// An FTDI bridge holds bytes back for 16 ms by default. Devices that do not know this request ignore it.
+// By default, an FTDI bridge delays received bytes by up to 16 ms. Other devices ignore this request.
 void askForLowLatency(int descriptor)
 {
     serial_struct serial{};
@@ -65,8 +65,8 @@ QSerialPort::StopBits stopBitsOf(LineStop stop)
     return QSerialPort::OneStop;
 }
 
-// Read errors in a row, without a byte between them. A device that is always ready to read but delivers nothing is not
-// a serial line.
+// Maximum number of consecutive read errors without a received byte. A device that is always ready to read but delivers
+// no bytes is not a serial line.
 constexpr int kMostFalseAlarms = 1'000;
 
 } // namespace
@@ -113,7 +113,7 @@ void SerialLink::open(const LineSettings &settings)
         m_port.close();
         throw std::runtime_error(tr("The port %1 does not support these line settings.").arg(m_device).toStdString());
     }
-    // Many boards draw their power from these lines. A pseudo-terminal does not have them.
+    // Many boards are powered from these lines. A pseudo-terminal does not have them.
     m_port.setDataTerminalReady(true);
     m_port.setRequestToSend(true);
     m_port.clearError();
@@ -161,8 +161,8 @@ void SerialLink::close()
         m_port.close();
 }
 
-// Closes the port at once: while the port of a missing device is open, Qt 6.4 keeps reporting the error and occupies a
-// processor.
+// Closes the port immediately: if a missing device's port remains open, Qt 6.4 keeps reporting the error and uses a
+// full processor core.
 void SerialLink::onError(QSerialPort::SerialPortError error)
 {
     switch (error) {
@@ -181,8 +181,8 @@ void SerialLink::onError(QSerialPort::SerialPortError error)
     emit lost(tr("The connection to %1 was lost.").arg(m_device));
 }
 
-// Qt 6.4 also reports a read error when a read finds no bytes because waitForBytes() has already read them. Only the
-// descriptor shows whether the line has hung up.
+// Qt 6.4 also reports a read error if a read returns no bytes because waitForBytes() has already read them. Only the
+// descriptor and the device file show whether the device has really disappeared.
 bool SerialLink::isGone() const
 {
     pollfd descriptor{m_port.handle(), 0, 0};
@@ -190,7 +190,7 @@ bool SerialLink::isGone() const
            !QFileInfo::exists(m_device);
 }
 
-// After some errors Qt stops watching the descriptor; setting the buffer size makes it watch again.
+// After some errors, Qt stops watching the descriptor; setting the buffer size makes it resume.
 void SerialLink::keepReading()
 {
     m_port.clearError();

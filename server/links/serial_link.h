@@ -10,21 +10,21 @@
 
 namespace calvorn {
 
-// The access that this user has to a device file.
+// The user's access rights to a device file.
 enum class DeviceAccess { Absent, Forbidden, Allowed };
 
-// Returns one sentence for the user: why a device could not be opened, and what to do.
+// Returns a message for the user that says why the device could not be opened and what to do about it.
 std::string serialOpeningFailure(const QString &device, QSerialPort::SerialPortError error, DeviceAccess access);
 
-// A serial device of the system, opened exclusively, without flow control. The link is lost when the descriptor reports
-// a hang-up or the device file is gone; other errors do not close it, unless they repeat without end.
+// A serial port of the computer, opened exclusively and without flow control. The link is lost if the descriptor
+// reports a hang-up or the device file disappears; other errors do not close it unless they keep recurring.
 class SerialLink final : public ByteLink
 {
     Q_OBJECT
 
 public:
-    // Opens the device file. Throws std::runtime_error with one sentence for the user: no such device, no permission,
-    // in use by another program, not a serial port, or a parameter that the device does not support.
+    // Opens the device file. Throws std::runtime_error with a message for the user: no such device, no permission, in
+    // use by another program, not a serial port, or a parameter that the device does not support.
     SerialLink(QString device, const LineSettings &settings, QObject *parent = nullptr);
     ~SerialLink() override;
 

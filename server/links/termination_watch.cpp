@@ -18,7 +18,7 @@ namespace {
 constexpr int kForEver = -1;
 constexpr int kEndedByWatch = 1;
 
-// Discards the bytes on standard input; only its end matters.
+// Discards bytes from standard input; only end-of-file matters.
 bool isAtEnd()
 {
     std::array<char, 256> unused{};

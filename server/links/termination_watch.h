@@ -10,11 +10,11 @@
 
 namespace calvorn {
 
-// Emits a signal when this process is asked to end: by the end of standard input (the parent is gone), or by SIGTERM,
-// SIGINT or SIGHUP. Only one object in a process; call holdTerminationBack() first.
+// Emits a signal when this process should exit: on end-of-file on standard input (the parent has exited), or on
+// SIGTERM, SIGINT or SIGHUP. There can be only one object in a process; call holdTerminationBack() first.
 //
-// Watches in its own thread, so that it also works while the server waits for its hardware. If the process still lives
-// kLatestEndMs after the request, an access to its hardware hangs, and the watch ends the process.
+// Watches in its own thread, so that it works even while the server waits for the hardware. If the process is still
+// running kLatestEndMs after the request, a hardware access hangs, and the watch terminates the process.
 class TerminationWatch : public QObject
 {
     Q_OBJECT
@@ -25,7 +25,7 @@ public:
     explicit TerminationWatch(QObject *parent = nullptr);
     ~TerminationWatch() override;
 
-    // False if the system could not start another thread; refusal() is the sentence for the user.
+    // Returns false if the system could not start another thread; refusal() returns the message for the user.
     bool isWatching() const { return m_thread->isRunning(); }
     static QString refusal();
 

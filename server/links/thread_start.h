@@ -9,17 +9,17 @@
 
 namespace calvorn {
 
-// The system cannot start another thread. what() is sentence() in UTF-8.
+// The system cannot start another thread. what() returns sentence() in UTF-8.
 class ThreadError : public std::runtime_error
 {
 public:
     ThreadError();
 
-    // One sentence for the user.
+    // Returns the message for the user.
     static QString sentence();
 };
 
-// Starts a thread that runs this function. Throws ThreadError where std::thread throws std::system_error.
+// Starts a thread that runs this function. Throws ThreadError if the system cannot start a thread.
 std::thread startThread(std::function<void()> body);
 
 } // namespace calvorn

@@ -29,7 +29,7 @@ WakeUp::~WakeUp()
 void WakeUp::knock() const
 {
     const std::uint64_t one = 1;
-    // Fails only if 2^64 - 2 knocks are pending; the owner then wakes up anyway.
+    // This fails only if 2^64 - 2 knocks are pending, in which case the owner wakes up anyway.
     [[maybe_unused]] const ssize_t written = write(m_event, &one, sizeof one);
 }
 

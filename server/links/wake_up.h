@@ -5,8 +5,8 @@
 
 namespace calvorn {
 
-// Lets any thread wake the owner; several knocks before the owner reacts become one signal. Uses a kernel descriptor
-// (eventfd(2)), so the knocking thread needs no Qt.
+// Lets any thread wake the owner; several knocks before the owner reacts result in a single signal. Uses a kernel
+// descriptor (eventfd(2)), so knock() can be called from threads that do not use Qt.
 class WakeUp : public QObject
 {
     Q_OBJECT

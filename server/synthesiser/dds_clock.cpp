@@ -57,7 +57,7 @@ void checkMultiplier(const DdsClock &clock)
 
 std::uint64_t systemClockHz(const DdsClock &clock)
 {
-    // This form also refuses NaN.
+    // This form of the condition also rejects NaN.
     if (!(clock.xtalHz >= 1.0 && clock.xtalHz <= kHighestXtalHz))
         throw FrequencyError(
             QCoreApplication::translate("Frequency", "The reference clock of the generator must be at least 1 Hz.")

@@ -5,9 +5,9 @@
 
 namespace calvorn {
 
-// Returns one sentence for the user when the frequency is above the generator's useful maximum or above half its clock.
-// Such a frequency is allowed, because amateurs use the image. Returns an empty text for all others, including those
-// that the generator cannot make at all. hertz: the frequency that the user asked for; offsetHz is added to it.
+// Returns a message for the user if the frequency is above the generator's useful maximum or above half its clock. Such
+// frequencies are allowed, because amateurs use the image. Returns an empty string for all other frequencies, including
+// those that the generator cannot produce at all. hertz: the requested frequency, to which offsetHz is added.
 QString remarkOnFrequency(std::int64_t hertz, double offsetHz, const DdsClock &clock);
 
 } // namespace calvorn
