@@ -254,7 +254,7 @@ QList<ScpiLines::Line> linesOf(const QByteArray &bytes, qsizetype chunk)
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     FuzzedDataProvider provider(data, size);
-    // The provider takes the chunk size from the end of the input, so the client's message is at the beginning.
+    // The provider reads the chunk size from the end of the input, so the client's message is at the beginning.
     const auto chunk = provider.ConsumeIntegralInRange<qsizetype>(1, 300);
     const QByteArray bytes = QByteArray::fromStdString(provider.ConsumeRemainingBytesAsString());
 

@@ -76,7 +76,7 @@ struct Bench
     }
 };
 
-// Processes events until the session is idle, or gives up because it is waiting for an event that never occurs.
+// Processes events until the session is idle; gives up if the session waits for an event that never occurs.
 void deliver(const ScpiSession &session)
 {
     for (int turn = 0; turn < 50 && session.isBusy(); ++turn)

@@ -59,7 +59,7 @@ void playSerial(Driver &driver, LinkSource &source, FuzzedDataProvider &data)
         else if (kind <= 4 && link)
             link->pump(data.ConsumeIntegralInRange<int>(1, 4000));
         else if (kind == 5 && ++waits < kMostWaits)
-            QThread::msleep(2); // the check that a reply was not too long takes 1 ms
+            QThread::msleep(2); // verifying that a reply is not too long takes 1 ms
         else
             calls.call(data);
         QCoreApplication::processEvents();

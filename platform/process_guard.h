@@ -13,7 +13,7 @@ bool endWithParent();
 void wakeWithParent();
 
 // Leaves the terminal's process group, so that Ctrl+C and Ctrl+Z reach only the parent, which shuts down or stops this
-// process in the right order.
+// process in an orderly way.
 void leaveTerminalGroup();
 
 // Blocks SIGTERM, SIGINT and SIGHUP until they are read from terminationSignals(), so that they no longer kill the

@@ -7,7 +7,7 @@
 namespace calvorn {
 
 // A temporary folder for a running process, accessible only to this user. It is locked while in use (flock(2)).
-// Creating another folder beside it removes any unlocked ones, which killed processes have left.
+// Creating another folder beside it removes any unlocked folders that killed processes have left behind.
 //
 // Paths are raw bytes because the system does not require them to be valid text.
 class SweptFolder

@@ -25,8 +25,8 @@ std::optional<UsbDevice> usbDeviceOf(const QString &deviceFile,
 // The file name for accessRule(). Its number is below 73, because udev evaluates the "uaccess" tag in rules file 73.
 inline constexpr const char *kAccessRuleName = "60-calvorn-board.rules";
 
-// Returns a udev rule that gives the user at the computer access to this device's serial port, but to no other port.
-// Without a serial number, the rule matches every device of this product, and its comment says so.
+// Returns a udev rule that gives the user at the computer access to the serial port of this device only. Without a
+// serial number, the rule matches every device of this product, as stated in the rule's comment.
 QByteArray accessRule(const UsbDevice &device);
 
 } // namespace calvorn

@@ -22,7 +22,7 @@ struct AuxKeys
     SettingKey enabled; // the output is used if greater than 0
     SettingKey inverse;
     std::array<SettingKey, kAuxSteps> steps; // "caption;weight", or a single string for both
-    SettingKey value;                        // from the last session, in the window's section
+    SettingKey value;                        // value from the last session, in the window's section
 };
 
 constexpr AuxKeys auxKeysIn(const char *section, const char *title, const SettingKey &value)

@@ -8,7 +8,7 @@ namespace calvorn {
 // The first argument of aErrore, the same for every driver; docs/hardware/errors.md describes the effect of each
 // code.
 enum class ErrorCode : std::int16_t {
-    Transmission = 1,  // a transfer from a serial board failed and was counted; work continues
+    Transmission = 1,  // a transfer from a serial board failed; it is counted, and work continues
     Port = 2,          // the port is not open, or was lost
     Board = 3,         // the board's reply is wrong or missing, or the sweep cannot run
     Ignorable = 4,     // a condition that requires no action

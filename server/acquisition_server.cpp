@@ -61,8 +61,8 @@ AcquisitionServer::~AcquisitionServer()
     close();
 }
 
-// Switches the generators off and stops the boards, whatever the reason for the shutdown. Sends no further events to
-// the program, which detects that the process exits.
+// Switches the generators off and stops the boards, whatever the reason for the shutdown. Sends no further events: the
+// program detects that the server process has exited.
 void AcquisitionServer::close()
 {
     for (QObject *driver : std::initializer_list<QObject *>{&m_lpt, &m_vna, &m_pic})

@@ -42,7 +42,7 @@ public:
     QString address() const;
 
 signals:
-    // The program has disconnected, or did not connect within 10 s.
+    // Emitted when the program has disconnected, or has failed to connect within 10 s.
     void finished();
 
 private slots:

@@ -16,8 +16,8 @@ int main(int argc, char *argv[])
 {
     if (!calvorn::endWithParent())
         return 0;
-    // The program handles Ctrl+C and Ctrl+Z for the server, so the server leaves the terminal's process group. It does
-    // not do so if it was started manually.
+    // The program handles Ctrl+C and Ctrl+Z for the server, so the server leaves the terminal's process group. A server
+    // that was started manually stays in it.
     if (isatty(STDIN_FILENO) == 0)
         calvorn::leaveTerminalGroup();
     calvorn::holdTerminationBack();

@@ -62,7 +62,7 @@ protected:
 
     void flag(DdsViolation violation);
 
-    // Sets the output for this word at this system clock (Hz). enabled: not powered down.
+    // Sets the output for this word at this system clock (Hz). enabled: false if the chip is powered down.
     void generate(std::uint32_t word, double systemClockHz, bool enabled);
 
 private:

@@ -21,8 +21,8 @@ public:
     // Each byte occupies the line for ten bit times.
     virtual std::optional<std::uint8_t> nextByte() = 0;
 
-    // Returns how long the line is idle in addition to the byte just returned by nextByte(), because the board was not
-    // ready earlier.
+    // Returns how long the line is idle, in addition to transmitting the byte just returned by nextByte(), because the
+    // board was not ready earlier.
     virtual std::chrono::nanoseconds idleTime() const { return {}; }
 };
 

@@ -87,7 +87,7 @@ void VnaBoard::forgetCommand()
     m_digits = 0;
 }
 
-// A command for 0 samples gets no reply and does not change the generator. The instrument has no way to reject one.
+// A command for 0 samples gets no reply and does not change the generator. The instrument cannot report a rejection.
 void VnaBoard::execute()
 {
     const auto [path, start, samples, step] = m_numbers;

@@ -7,7 +7,7 @@
 namespace calvorn {
 
 // Reads the serial converter. The caller must first let the previous conversion finish (wait for SerialAdcType's
-// conversionTime after the previous call); the settling time of a point is longer than that.
+// conversionTime after the previous call); the settling time of a sweep point is always longer than that.
 class AdcReader
 {
 public:

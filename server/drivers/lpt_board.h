@@ -64,23 +64,23 @@ public:
     // Switches the generator output off before the port is closed. Does nothing if the generator was never started.
     void powerDown();
 
-    // Throws PortError if the port has disappeared; all data read since the last call is then invalid. Needs a port.
+    // Throws PortError if the port has disappeared; all data read since the last call is then invalid. Requires a port.
     void confirmPresent();
 
     // Throws SettingError if the chip does not support the configured multiplier. Does not load the chip.
     void checkClock() const;
 
     // Measures one point of a sweep: sets the frequency, waits for the settling time and returns the detector count.
-    // Needs a port.
+    // Requires a port.
     int measure(std::int64_t hertz);
 
-    // Waits for the settling time and returns the detector count at the current frequency. Needs a port.
+    // Waits for the settling time and returns the detector count at the current frequency. Requires a port.
     int readDetector();
 
     // output: 1 or 2. Shifts and latches both outputs once.
     void setAux(std::uint8_t value, int output);
 
-    // Returns false if a byte was not acknowledged. Needs a port.
+    // Returns false if a byte was not acknowledged. Requires a port.
     bool writeI2c(std::uint8_t control, std::uint8_t command, std::uint8_t data);
 
 private:

@@ -50,9 +50,9 @@ public slots:
     void SetOffset(double hertz);
     void SetSpeed(short speed);
 
-    // Vectors follow until the sweep is stopped. Does nothing while a sweep is running. Reopens a port that was lost or
-    // could not be opened, and sends all settings to the board again. If the system cannot start a thread for the
-    // sweep, reports ErrorCode::Board and emits aComplete.
+    // Starts a sweep; vectors follow until it is stopped. Does nothing while a sweep is running. Reopens a port that
+    // was lost or could not be opened, and sends all settings to the board again. If the system cannot start a thread
+    // for the sweep, reports ErrorCode::Board and emits aComplete.
     void RunSweep();
 
     // Closes the previous port first. Returns false if the port cannot be opened. The reason is reported as
@@ -60,7 +60,7 @@ public slots:
     bool OpenPort(short address);
     void ResetDevice();
 
-    // Ends a running sweep, with its aComplete, and switches the generator output off before closing the port.
+    // Ends a running sweep, emits its aComplete and switches the generator output off before closing the port.
     void ClosePort();
 
     // Sets the plan for the next sweep or a running one; after it returns, no vector with the previous plan is
@@ -73,7 +73,7 @@ public slots:
     short ReadDetector();
     void SetAux(uchar value, short output);
     bool WriteI2c(uchar control, uchar command, uchar data);
-    // The program has processed this many vectors and can accept as many more.
+    // Called when the program has processed this many vectors and can accept as many more.
     void VectorsTaken(short count) { m_vectors.taken(count); }
 
     // Returns false while the running sweep hangs in a hardware access.
@@ -100,7 +100,7 @@ private:
     PortOpener m_opener;
     LptBoard m_board;
     VectorSender m_vectors;
-    std::optional<int> m_address; // the port that the program wants open
+    std::optional<int> m_address; // the port that the program has requested
     QString m_whyClosed;          // why the latest attempt to open the port failed
     bool m_lost = false;          // an access has failed since the port was opened
     QString m_clockFault;         // the last reported fault

@@ -157,7 +157,7 @@ void PicDriver::endOperation(Answer answer)
     m_sinceUnanswered.start();
 }
 
-// Needs an open port.
+// Requires an open port.
 PicDriver::Answer PicDriver::prepare()
 {
     endRunNow();
@@ -190,7 +190,7 @@ void PicDriver::startRun()
     takeSweeps();
 }
 
-// Sends the plan again if the board was reconnected, because it has then lost the plan.
+// Opens the port if necessary. A reconnected board has lost the plan, so this function sends it again.
 PicDriver::Answer PicDriver::ready()
 {
     if (!ensureOpen())
@@ -304,7 +304,7 @@ bool PicDriver::identify(qint64 patience)
     return true;
 }
 
-// Called before each plan is sent, in case the board has been reset in the meantime.
+// Sends the configured settling time, if any. Called before each plan, in case the board has been reset.
 void PicDriver::sendSettlingTime()
 {
     const int wanted = m_configured.settlingUs;
@@ -337,7 +337,7 @@ void PicDriver::abortRun()
     link().write(kAbort);
 }
 
-// Ends the run, with its aComplete, and waits until the board has stopped.
+// Waits until the board has stopped, then ends the run and emits its aComplete.
 void PicDriver::endRunNow()
 {
     if (run() == Run::None)

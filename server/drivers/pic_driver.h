@@ -44,22 +44,22 @@ public slots:
     // Stops the sweep; aComplete follows when the board is silent. Does nothing if no sweep is running.
     void StopSweep(short reason);
 
-    // Returns immediately; vectors follow until the sweep is stopped. Without an accepted plan, or if the board does
-    // not start, only aComplete follows. Opens the port if it is not open.
+    // Starts a sweep and returns immediately; vectors follow until it is stopped. Without an accepted plan, or if the
+    // board does not start, only aComplete follows. Opens the port if it is not open.
     void RunSweep();
 
     // Sets start and step in Hz. Returns false if the board rejects them or does not reply, or if a sweep is running.
     bool PrepareSweep(int start, int step);
 
     // Sends a letter from protocol/pic_commands.h with the frequency in Hz (none for a reset). Returns false under the
-    // same conditions as PrepareSweep, but a reset ends a running sweep, with its aComplete. After every letter except
-    // kPicOutput, even a rejected one, a sweep needs a new PrepareSweep.
+    // same conditions as PrepareSweep, but a reset ends a running sweep and emits its aComplete. After every letter
+    // except kPicOutput, even a rejected one, a sweep needs a new PrepareSweep.
     bool SendFrequency(const QString &letter, int frequency);
 
 private:
     enum class Answer { Accepted, Refused, Missing };
 
-    // Why there is no plan. PortReported: the port could not be opened, which has already been reported.
+    // The reason for a missing plan. PortReported: the port could not be opened, and the error has been reported.
     enum class Planless { Refused, PortReported };
 
     void linkOpened(const LineSettings &line) override;
@@ -94,9 +94,9 @@ private:
     SettingsReader m_readSettings;
     PicSettings m_configured;
     int m_baud = 0;
-    bool m_identityRequested = false;     // since the port was opened
+    bool m_identityRequested = false;     // already requested since the port was opened
     int m_settlingUs = kUsualPicSettling; // the board's current settling time
-    bool m_remarked = false;              // since the port was opened
+    bool m_remarked = false;              // reported an excessive frequency since the port was opened
     std::optional<PicPlan> m_plan;        // accepted by the board, or to be sent again after a reconnection
     bool m_boardHasPlan = false;
     Planless m_planless = Planless::Refused;

@@ -132,7 +132,7 @@ bool PicDecoder::isFollowed() const
 }
 
 // Returns true if the frame is left over from an earlier sweep, because its number exceeds the number of damaged frames
-// that the skipped bytes can contain. At least half of the bytes of each damaged frame are assumed to be received.
+// that the skipped bytes can contain. A damaged frame is assumed to have lost no more than half of its bytes.
 bool PicDecoder::isRemnant(std::uint8_t sequence) const
 {
     return !m_expected && sequence > (m_skipped + kPicFrameBytes / 2) / kPicFrameBytes;

@@ -38,13 +38,13 @@ public slots:
     // reports the reason as ErrorCode::Port. Every sweep then tries to open the port again.
     bool OpenPort(short port, const QString &settings);
 
-    // Ends a running sweep, with its aComplete, before closing the port.
+    // Stops a running sweep before closing the port, and then emits its aComplete.
     void ClosePort();
 
-    // The program has processed this many vectors and can accept as many more.
+    // Called when the program has processed this many vectors and can accept as many more.
     void VectorsTaken(short count) { m_vectors.taken(count); }
 
-    // Always true: every wait for a device has a time limit.
+    // Always returns true, because every wait for a device has a time limit.
     bool IsWorking() const { return true; }
 
 signals:
@@ -73,8 +73,8 @@ protected:
 
     ByteLink &link() { return *m_link; }
     bool isOpen() const;
-    // Opens the port that the program wants, unless it is already open. On failure, reports the error and returns
-    // false. Must not be called from a slot connected to the link.
+    // Opens the port that the program has requested, unless it is already open. On failure, reports the error and
+    // returns false. Must not be called from a slot connected to the link.
     bool ensureOpen();
 
     Run run() const { return m_run; }
@@ -100,7 +100,7 @@ private:
     void onLost(const QString &reason);
 
     LinkOpener m_opener;
-    std::optional<Port> m_port; // the port that the program wants open
+    std::optional<Port> m_port; // the port that the program has requested
     std::shared_ptr<ByteLink> m_link;
     VectorSender m_vectors;
     Run m_run = Run::None;

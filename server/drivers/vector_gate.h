@@ -10,8 +10,8 @@
 
 namespace calvorn {
 
-// Limits the vectors sent to a slow program to kVectorWindow without an acknowledgement. Beyond that, only the newest
-// vector is stored, to be sent after the next acknowledgement. Main thread only.
+// Limits the number of unacknowledged vectors to kVectorWindow, in case the program is slow. Beyond that, only the
+// newest vector is stored, to be sent after the next acknowledgement. Main thread only.
 class VectorGate
 {
 public:
@@ -20,8 +20,8 @@ public:
     // Accepts a new vector. Returns it if it should be sent now; otherwise stores it.
     std::optional<Vector> offer(Vector vector);
 
-    // The program has processed this many vectors; the value is clamped to the number outstanding. Returns the pending
-    // vector if there is one and it should be sent now.
+    // Called when the program has processed this many vectors; `count` is clamped to the number outstanding. Returns
+    // the pending vector if there is one and it should be sent now.
     std::optional<Vector> taken(int count);
 
     // Discards the pending vector, because its plan or sweep has ended.

@@ -16,13 +16,13 @@ struct VectorPlan
 {
     std::int32_t startHz = 0; // frequency of the first count
     std::int32_t stepHz = 0;  // between successive counts
-    std::int16_t mode = 0;    // MiniVNA: the number of a VnaMode; 0 elsewhere
+    std::int16_t mode = 0;    // the VnaMode as a number; 0 for the other boards
 
     bool operator==(const VectorPlan &) const = default;
 };
 
-// Sends vectors to the program, and before a vector its plan if the plan has changed, so that the program can tell
-// whether a vector belongs to its table. Main thread only.
+// Sends vectors to the program. If the plan has changed, it is announced before the vector, so that the program can
+// tell whether the vector belongs to its table. Main thread only.
 class VectorSender
 {
 public:
@@ -37,7 +37,7 @@ public:
     // Sends the vector, or stores it while the program cannot accept more.
     void send(const VectorPlan &plan, QList<int> counts);
 
-    // The program has processed this many vectors and can accept as many more.
+    // Called when the program has processed this many vectors and can accept as many more.
     void taken(int count);
 
     // Discards the pending vector, because its plan or run has ended.

@@ -32,7 +32,7 @@ public slots:
     // Waits up to 0.15 s for the current reply, discards it and emits aComplete. Does nothing if no sweep is running.
     void StopSweep(short reason);
 
-    // mode: the number of a VnaMode. Parked switches the generator off (until the next frequency or sweep) without
+    // mode: a VnaMode as a number. Parked switches the generator off (until the next frequency or sweep) without
     // changing the measured quantity. A running sweep continues in the new mode and delivers no more vectors measured
     // in the previous one.
     void SetMode(short mode);
@@ -40,7 +40,7 @@ public slots:
     void SetXtalFrequency(double hertz);
     void SetOffset(double hertz);
 
-    // Vectors follow until the sweep is stopped. Does nothing while a sweep is running. Reopens a port that was lost.
+    // Starts a sweep; vectors follow until it is stopped. Does nothing while a sweep is running. Reopens a lost port.
     void RunSweep();
 
     // 0 switches the generator off. During a sweep, the frequency is stored and set when the sweep ends; without a

@@ -29,7 +29,7 @@ class VnaExchange : public QObject
 public:
     explicit VnaExchange(QObject *parent = nullptr);
 
-    // Sets the link, or nullptr to use no link. Abandons an exchange on the previous link without emitting a signal.
+    // Sets the link to use (nullptr: no link). Abandons an exchange on the previous link without emitting a signal.
     void setLink(ByteLink *link);
 
     // True if a command may be sent.
@@ -41,12 +41,12 @@ public:
     // True if the reply to the last command is pending.
     bool isReplyDue() const { return m_phase == Phase::Reply || m_phase == Phase::Proof; }
 
-    // Sends a command. Needs isFree(). answered() or failed() follows, unless the link is lost; without a reply,
-    // failed() follows after 1 s plus three times the transmission time of the samples.
+    // Sends a command. Requires isFree(). answered() or failed() follows, unless the link is lost; without a reply,
+    // failed() follows 1 s plus three times the transmission time of the samples later.
     void send(const VnaCommand &command);
 
-    // Sends a check at this tuning word instead of a command. Needs isFree(). If the reply is correct, freed() follows
-    // and the line is in step; otherwise failed() follows after at most 1.1 s.
+    // Sends a check at this tuning word instead of a command. Requires isFree(). If the reply is correct, freed()
+    // follows and the line is in step; otherwise failed() follows after at most 1.1 s.
     void check(VnaCommand::Path path, std::uint32_t word);
 
     // Switches the generator off and releases the link, before the port is closed. Blocks for up to 1.5 s until the

@@ -35,7 +35,7 @@ public:
 
 signals:
     void bytesArrived();
-    // The device has disappeared or failed, and the line is closed. Emitted once. reason: a message for the user.
+    // Emitted once, when the device has disappeared or failed and the line is closed. reason: a message for the user.
     void lost(const QString &reason);
 };
 

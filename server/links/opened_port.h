@@ -25,7 +25,7 @@ struct OpenedPort
 
     std::unique_ptr<ParallelPort> port;
     BoardWiring wiring;
-    std::array<std::uint8_t, 2> outputs{}; // Aux1 and Aux2, until the program sets them
+    std::array<std::uint8_t, 2> outputs{}; // the initial bytes of Aux1 and Aux2
 };
 
 } // namespace calvorn

@@ -22,7 +22,7 @@ class PpdevPort : public ParallelPort
 {
 public:
     // Finds the port at this base address, claims it and makes its data lines outputs. The claim is exclusive if no
-    // other driver has registered on the port; otherwise the port is shared with that driver, as the log then reports.
+    // other driver has registered on the port; otherwise the port is shared with that driver, and this is logged.
     // Waits up to 1 s for another program to release the port. Throws PortError. `system` must outlive the port.
     static std::unique_ptr<PpdevPort> open(int base, const ParportPlaces &places = {},
                                            PortSystem &system = kernelPortSystem());

@@ -10,14 +10,14 @@
 
 namespace calvorn {
 
-// Data sheet values of a three-wire serial converter. Results are delayed by one frame: each frame clocks out the
+// Data sheet values for a three-wire serial converter. Results are delayed by one frame: each frame clocks out the
 // result of the conversion that the previous frame started.
 struct SerialAdcType
 {
     int bits;
     std::chrono::nanoseconds conversionTime; // from the falling edge of the last clock
     std::chrono::nanoseconds selectToClock;  // from chip select low to the first clock
-    std::chrono::nanoseconds abortWindow;    // chip select low within this time after the last clock aborts
+    std::chrono::nanoseconds abortWindow;    // chip select going low this soon after the last clock aborts it
 
     int counts() const { return 1 << bits; }
 };

@@ -16,7 +16,7 @@ enum class DeviceAccess { Absent, Forbidden, Allowed };
 // Returns a message for the user that says why the device could not be opened and what to do about it.
 std::string serialOpeningFailure(const QString &device, QSerialPort::SerialPortError error, DeviceAccess access);
 
-// A serial port of the computer, opened exclusively and without flow control. The link is lost if the descriptor
+// A serial port on this computer, opened exclusively and without flow control. The link is lost if the descriptor
 // reports a hang-up or the device file disappears; other errors do not close it unless they keep recurring.
 class SerialLink final : public ByteLink
 {

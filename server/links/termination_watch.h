@@ -14,7 +14,7 @@ namespace calvorn {
 // SIGTERM, SIGINT or SIGHUP. There can be only one object in a process; call holdTerminationBack() first.
 //
 // Watches in its own thread, so that it works even while the server waits for the hardware. If the process is still
-// running kLatestEndMs after the request, a hardware access hangs, and the watch terminates the process.
+// running kLatestEndMs after the request, a hardware access must have hung, and the watch terminates the process.
 class TerminationWatch : public QObject
 {
     Q_OBJECT

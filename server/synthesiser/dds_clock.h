@@ -38,7 +38,7 @@ struct DdsClock
     bool operator==(const DdsClock &) const = default;
 };
 
-// Returns the factor by which the system clock is higher than the crystal frequency:
+// Returns the system clock as a multiple of the crystal frequency:
 //   AD9850  the configured multiplier, at least 1 (the chip has none, so the multiplier is outside the chip)
 //   AD9851  6 if the multiplier is 6, otherwise 1
 //   AD9951  the multiplier if the chip's PLL supports it (4..20), otherwise 1: the PLL is bypassed
