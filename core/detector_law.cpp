@@ -11,7 +11,6 @@ namespace {
 
 constexpr double kOhms = 50.0;
 constexpr double kWatts = 1e-3;
-constexpr double kMillivolts = 1000.0; // in a volt
 
 using Points = std::vector<DetectorLaw::Point>;
 

@@ -6,6 +6,8 @@
 
 namespace calvorn {
 
+inline constexpr double kMillivolts = 1000.0; // per volt
+
 // Levels are RMS into 50 ohms: 0 dBm is 1 mW or 0.2236 V.
 double voltsOfDbm(double dBm);
 

@@ -8,12 +8,6 @@
 
 namespace calvorn {
 
-namespace {
-
-constexpr double kMillivolts = 1000.0; // in a volt
-
-} // namespace
-
 std::optional<DetectorLaw> logLawOf(const std::vector<CalibrationPoint> &points)
 {
     if (points.size() < kFewestLogPoints)

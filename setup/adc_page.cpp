@@ -12,7 +12,6 @@ namespace calvorn {
 
 namespace {
 
-constexpr double kMillivolts = 1000.0;  // per volt
 constexpr double kHighestStep = 1000.0; // mV per count
 
 std::pair<double, double> channelRange(std::int16_t interfaceType)

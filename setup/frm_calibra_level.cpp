@@ -25,7 +25,6 @@ constexpr double kLowestDbm = -120.0;
 constexpr double kHighestDbm = 60.0;
 constexpr double kMostAttenuation = 150.0; // dB
 constexpr double kSameLevel = 0.005;       // dB
-constexpr double kMillivolts = 1000.0;     // per volt
 
 RealSpinBox *levelBox(const char *name, const QString &toolTip, double lowest, double highest, QWidget *parent)
 {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Tests the simulated PIC board against the firmware rules in docs/hardware/pic-board.md.
 #include "tests/support/pic_probe.h"
+#include "tests/support/tuning_word.h"
 
 #include "server/drivers/pic_frames.h"
 
@@ -23,12 +24,6 @@ SimulatorSettings settings()
     SimulatorSettings made;
     made.clockHz = static_cast<double>(kClockHz);
     return made;
-}
-
-// Returns the tuning word for `hertz`, rounded to the nearest integer.
-std::int64_t exactWord(std::int64_t hertz)
-{
-    return std::llround(std::ldexp(static_cast<long double>(hertz), 32) / static_cast<long double>(kClockHz));
 }
 
 } // namespace
@@ -212,7 +207,7 @@ void PicBoardTest::wordsAreWithinOneUnit()
     for (int count = 0; count < 20'000; ++count) {
         const auto hertz = static_cast<std::int64_t>(random() % kClockHz);
         QCOMPARE(say(board, "A" + QByteArray::number(qint64{hertz}) + '\r'), QByteArray("A+\r"));
-        QVERIFY2(std::llabs(exactWord(hertz) - board.words.back()) <= 1, qPrintable(QString::number(hertz)));
+        QVERIFY2(std::llabs(test::exactWord(hertz) - board.words.back()) <= 1, qPrintable(QString::number(hertz)));
     }
 }
 
@@ -223,7 +218,7 @@ void PicBoardTest::lastWordOfADescendingSweep()
     say(board, "G\r", 3 + test::kPicFrameBytes);
     QCOMPARE(board.words.size(), std::size_t{400});
     for (int point = 0; point < 400; ++point) {
-        const std::int64_t exact = exactWord(10'000'000 - 25'000 * point);
+        const std::int64_t exact = test::exactWord(10'000'000 - 25'000 * point);
         QVERIFY(std::llabs(exact - board.words[static_cast<std::size_t>(point)]) <= 1);
     }
 }

@@ -5,6 +5,7 @@
 #include "server/links/serial_link.h"
 #include "tests/server/error_count.h"
 #include "tests/support/quiet_time.h"
+#include "tests/support/tuning_word.h"
 
 #include <QElapsedTimer>
 #include <QSignalSpy>
@@ -36,12 +37,6 @@ SimulatorSettings settingsWith(SimulatorFault fault, bool paced = false)
     settings.paced = paced;
     settings.fault = fault;
     return settings;
-}
-
-// Returns the tuning word for `hertz` with a 125 MHz clock, rounded to the nearest integer.
-std::int64_t exactWord(std::int64_t hertz)
-{
-    return std::llround(std::ldexp(static_cast<long double>(hertz), 32) / 125e6L);
 }
 
 // A simulated board that records the words sent to its generator.
@@ -187,7 +182,7 @@ void PicDriverOnBoard::twoHundredSweeps()
     QCOMPARE(words.size(), kSweeps * kPoints);
     for (std::size_t index = 0; index < words.size(); ++index) {
         const auto point = static_cast<std::int64_t>(index % kPoints);
-        const std::int64_t planned = exactWord(8'980'000 + 100 * point);
+        const std::int64_t planned = test::exactWord(8'980'000 + 100 * point);
         QVERIFY(std::llabs(planned - words[index]) <= 1);
     }
 }
