@@ -15,8 +15,8 @@ namespace {
 
 constexpr int kWatchMs = 1000;
 constexpr int kMostUnanswered = 3; // ticks
-// Time for a server to end after the request, before it is killed: with a board that no longer answers, the server
-// needs 2 s. A server that has been silent for three seconds probably hangs, so it gets less time.
+// Time that a server gets to exit on request before it is killed. With an unresponsive board, the server needs 2 s. A
+// server that has been silent for three seconds probably hangs, so it gets less time.
 constexpr int kPatienceMs = 2000;
 constexpr int kLittlePatienceMs = 1000;
 // The fastest simulated board sends about 17,000 vectors a second and still leaves the event loop enough time.
@@ -110,7 +110,7 @@ void AcquisitionDriver::generatorCommanded()
         emit generatorTaken();
 }
 
-// The aComplete of the reading is still to come; vectors that are still on their way match no plan and are dropped.
+// The reading's aComplete is still pending; vectors still in transit match no plan and are discarded.
 void AcquisitionDriver::endReading()
 {
     if (!m_reading)
@@ -123,7 +123,7 @@ void AcquisitionDriver::endReading()
 void AcquisitionDriver::shutDown()
 {
     m_closing = true;
-    // Later events are of no interest.
+    // Ignore later events.
     disconnect();
     releaseHardware();
 }
@@ -139,8 +139,8 @@ void AcquisitionDriver::ensureServer()
     m_attached = true;
     m_takenVectors = 0;
     m_vectorPlan.reset();
-    // During start-up the first operation also calls this function; only any other operation has to run the start-up
-    // here.
+    // startUp() itself calls this function through its first operation; every other operation must run the start-up
+    // now.
     if (!m_startingUp)
         startUp();
 }
@@ -161,7 +161,7 @@ QString AcquisitionDriver::bounded(const QString &text)
     return text.size() <= kLongestText ? text : text.left(kLongestText) + u'…';
 }
 
-// Counts an event. Returns false for events of a server that has ended or is now ended for flooding.
+// Counts an event. Returns false if the server has exited or has just been terminated for flooding.
 bool AcquisitionDriver::takesEvents()
 {
     ++m_eventsInTurn;
@@ -170,7 +170,7 @@ bool AcquisitionDriver::takesEvents()
     return m_attached;
 }
 
-// Like takesEvents(), for sweep ends and reported errors: they are rare, and each adds a line to the log.
+// Like takesEvents(), for completed sweeps and errors: these are rare, and each adds a line to the log.
 bool AcquisitionDriver::takesNews()
 {
     if (m_second.hasExpired(1000)) {
@@ -196,10 +196,10 @@ void AcquisitionDriver::serverEnded()
     if (!std::exchange(m_sweepRuns, false) && !m_endedByFlood)
         return;
     // Queued, because events must not arrive during the failed call. Posted before the error, so that its message box
-    // does not delay code that waits for the end of the sweep.
+    // does not delay code that waits for the sweep to end.
     QMetaObject::invokeMethod(
         this, [this, isReading] { isReading ? emit readingEnded(true) : emit aComplete(); }, Qt::QueuedConnection);
-    // After a time-out the failed call shows its own message.
+    // After a time-out, the failed call reports the error.
     if (m_endedByTimeout)
         return;
     const QString what = m_endedByWatch ? tr("The acquisition server did not answer and was terminated.")
@@ -260,8 +260,8 @@ bool AcquisitionDriver::isAcknowledgementDue()
     return true;
 }
 
-// The only check that a vector matches its plan. Compares the measured plan with the table, so the order of calls and
-// events does not matter.
+// The only check that a vector fits the table. Compares the measured plan with the table's plan, so the order of calls
+// and events does not matter.
 bool AcquisitionDriver::isOfTablePlan() const
 {
     const std::optional<SweepAxis> axis = m_context.table.axis();
@@ -275,7 +275,7 @@ void AcquisitionDriver::sweepBegun()
     m_watch.start();
 }
 
-// Counts ticks instead of time, so that a pause of this program does not count against the server.
+// Counts ticks rather than elapsed time, so that a pause in this program is not mistaken for a hanging server.
 void AcquisitionDriver::watchServer()
 {
     const bool answered = m_question && m_question->isFinished() && !m_question->isError();
@@ -322,7 +322,7 @@ void AcquisitionDriver::watchEnds()
 
 AcquisitionDriver::ErrorReaction AcquisitionDriver::reactionTo(std::int16_t tipoErrore) const
 {
-    // The end of a server is reported on every interface.
+    // A server exit is reported on every interface.
     return tipoErrore == numberOf(ErrorCode::ServerEnded) ? ErrorReaction::LogAndAsk : hardwareReactionTo(tipoErrore);
 }
 

@@ -7,8 +7,8 @@
 
 namespace calvorn {
 
-// Creates the driver of the configured interface, or returns null for an unknown interface type. The only place that
-// selects code by interface type.
+// Creates the driver for the configured interface, or returns null for an unknown interface type. The only function
+// that selects code by interface type.
 std::unique_ptr<AcquisitionDriver> makeDriver(const DriverContext &context);
 
 } // namespace calvorn

@@ -5,12 +5,12 @@
 
 namespace calvorn {
 
-// Functions for the plan of a sweep: 400 samples from startFreq in steps of stepFreq. They use only the configuration.
+// Functions for the sweep plan: 400 samples from startFreq in steps of stepFreq. They use only the configuration.
 
-// Returns |stop - start| in Hz. Throws RuntimeError(Overflow) when the result does not fit.
+// Returns |stop - start| in Hz. Throws RuntimeError(Overflow) if the result does not fit.
 std::int32_t sweepRange(const Configuration &configuration);
 
-// Widens a range below kMinSweepRange, within ddsMaxFreq and not below 1 Hz. Returns true if the range was changed:
+// Widens a range narrower than kMinSweepRange, staying between 1 Hz and ddsMaxFreq. Returns true if the range changed:
 // startNotice (may be empty) and stopNotice then describe the change. Otherwise clears both.
 bool correctRange(Configuration &configuration);
 

@@ -18,7 +18,7 @@ namespace {
 constexpr int kSweepTimeoutMs = 30000;
 constexpr int kPollMs = 50;
 
-// Returns the first line of a message box text, whose lines end with a carriage return.
+// Returns the first line of a message, whose lines are separated by carriage returns.
 QString firstLine(const QString &text)
 {
     return text.section(u'\r', 0, 0);
@@ -154,12 +154,12 @@ SweepOutcome Instrument::takeSweeps(int count, const std::function<bool()> &isIn
         const bool noAnswer = error.kind() == RuntimeError::Kind::NoAnswer;
         outcome = {noAnswer ? SweepOutcome::Kind::NoAnswer : SweepOutcome::Kind::Failed, error.message()};
     }
-    // Ends the server in every case, so that the hardware is idle when the caller continues.
+    // Stops the server in every case, so that the hardware is idle when the caller continues.
     m_server.stop();
     return outcome;
 }
 
-// Connects the hardware and stores a refusal of the driver in the outcome. Returns true on success.
+// Connects the hardware. Returns true on success; otherwise stores the driver's error message in the outcome.
 bool Instrument::connectOrExplain(SweepOutcome &outcome)
 {
     QObject listener;
@@ -206,7 +206,7 @@ SweepOutcome Instrument::take(int count, const std::function<bool()> &isInterrup
     emit connected();
     if (!startSweep())
         return {SweepOutcome::Kind::SweepRefused, QString()};
-    // An error that has already occurred can no longer end the loop, so do not wait then.
+    // An error that has already occurred can no longer quit the loop, so do not wait in that case.
     if (outcome.kind == SweepOutcome::Kind::Done)
         waitForSweeps(taken, isInterrupted, wait);
     driver.disconnect(&wait);
@@ -223,7 +223,7 @@ SweepOutcome Instrument::take(int count, const std::function<bool()> &isInterrup
     return outcome.kind != SweepOutcome::Kind::Done ? outcome : SweepOutcome{SweepOutcome::Kind::NoAnswer, QString()};
 }
 
-// A damaged transfer loses only one sweep; the next one follows.
+// A transmission error affects only one sweep; the next one follows.
 void Instrument::hardwareFailed(std::int16_t code, const QString &text, SweepOutcome &outcome, QEventLoop &wait)
 {
     switch (static_cast<ErrorCode>(code)) {
@@ -244,7 +244,7 @@ void Instrument::hardwareFailed(std::int16_t code, const QString &text, SweepOut
     wait.quit();
 }
 
-// Counts ticks instead of time, so that a pause of this program does not count.
+// Counts ticks rather than elapsed time, so that a pause in this program does not count.
 void Instrument::waitForSweeps(const int &taken, const std::function<bool()> &isInterrupted, QEventLoop &wait)
 {
     QTimer poll;

@@ -18,10 +18,10 @@
 
 namespace calvorn {
 
-// When a sweep ends: when the user stops it, or after one stored vector.
+// Determines when a sweep ends: when the user stops it, or after one stored vector.
 enum class SweepRun { UntilStopped, Once };
 
-// The result of takeSweeps(), with a reason in words where there is one.
+// The result of takeSweeps(), with an explanation if one is available.
 struct SweepOutcome
 {
     enum class Kind {
@@ -30,8 +30,8 @@ struct SweepOutcome
         PortLost,    // the port failed during use
         SetUpRefused,
         SweepRefused,
-        NoAnswer, // no sweep in time, or a board that does not answer
-        Failed,   // an error of the hardware or the conversion
+        NoAnswer, // no sweep arrived in time, or the board does not answer
+        Failed,   // a hardware or conversion error
         Interrupted
     };
 
@@ -39,11 +39,11 @@ struct SweepOutcome
     QString reason;
 };
 
-// The measuring instrument: the driver of the configured interface, the acquisition server, the table of the last sweep
-// and the conversion of counts. Shows nothing itself: it returns results and emits signals. Used by the window,
-// calvorn-sweep and remote control.
+// The measuring instrument: the driver for the configured interface, the acquisition server, the table with the last
+// sweep, and the conversion of counts. It shows nothing itself, but returns results and emits signals. Used by the
+// window, calvorn-sweep and remote control.
 //
-// Runs one sweep at a time: the state is idle, or sweeping from startSweep() to the driver's aComplete.
+// Runs one sweep at a time: the state is kSweeping from startSweep() until the driver's aComplete, otherwise kIdle.
 class Instrument : public QObject
 {
     Q_OBJECT
@@ -53,7 +53,7 @@ public:
     static constexpr std::int16_t kIdle = 0;
     static constexpr std::int16_t kSweeping = 4;
 
-    // serverProgram: path of the acquisition server, which receives the path of the settings file.
+    // serverProgram: path of the acquisition server. settingsFile: path passed to the server.
     Instrument(Configuration &configuration, Log &log, Clock &clock, const QString &serverProgram,
                const QString &settingsFile, QObject *parent = nullptr);
     ~Instrument() override;
@@ -68,9 +68,9 @@ public:
     // Starts the server in advance, so that it is ready when connectHardware() needs it.
     void launchServer() { m_server.launch(); }
 
-    // Creates the driver of the configured interface. Returns false for an unknown interface.
+    // Creates the driver for the configured interface. Returns false for an unknown interface.
     bool makeDriver();
-    // Replaces the configured driver with a driver of another class.
+    // Replaces the configured driver with one of another class.
     template <typename Driver, typename... Arguments>
     Driver &useDriver(Arguments &&...arguments)
     {
@@ -90,7 +90,7 @@ public:
 
     // --- range ---
 
-    // Stores a range (Hz) in the configuration, widens one that is too small, and computes the step and an empty table.
+    // Stores a range (Hz) in the configuration, widens it if it is too narrow, computes the step and clears the table.
     // Returns true if the range was widened; startNotice and stopNotice in the configuration then describe the change.
     bool planRange(std::int32_t start, std::int32_t stop);
 
@@ -99,14 +99,14 @@ public:
     std::int16_t sweepState() const { return m_sweepState; }
     bool isSweeping() const { return m_sweepState != kIdle; }
 
-    // Starts a sweep of the current plan; the instrument must be idle. Returns false if the hardware refused to prepare
-    // it. Throws RuntimeError when the sweep could not be started; the instrument is then idle.
+    // Starts a sweep with the current plan; the instrument must be idle. Returns false if the hardware rejects the
+    // plan. Throws RuntimeError if the sweep cannot be started; the instrument is then idle.
     bool startSweep(SweepRun run = SweepRun::UntilStopped);
 
     // The mode of the last start, unless endAfterNextVector() has changed it since.
     SweepRun run() const { return m_run; }
 
-    // Makes a running sweep end after the next vector.
+    // Ends a running sweep after its next vector.
     void endAfterNextVector();
 
     // True if the vector of a single sweep is stored but the hardware has not yet confirmed the stop.
@@ -116,27 +116,27 @@ public:
     void stopSweep(std::int16_t reason = 2);
 
     // Converts a vector and stores it in the table. The vector of a single sweep stops the sweep; later vectors are
-    // dropped. Throws RuntimeError when the vector cannot be converted or the sweep cannot be stopped.
+    // discarded. Throws RuntimeError if the vector cannot be converted or the sweep cannot be stopped.
     void store(const QVector<int> &vector);
 
-    // Connects, takes this many sweeps, and shuts the hardware down. For callers without a window: blocks in its own
-    // event loop. Calls isInterrupted every 50 ms. vectorStored() reports each sweep, told() anything else of interest
-    // to the user.
+    // Connects, runs this many sweeps, and shuts the hardware down. For callers without a window: blocks in its own
+    // event loop. Calls isInterrupted every 50 ms. vectorStored() reports each sweep, told() anything else that the
+    // user should know.
     SweepOutcome takeSweeps(int count, const std::function<bool()> &isInterrupted);
 
-    // Stops the sweep, parks the generator and closes the port. The server still runs: server().stop() ends it.
+    // Stops the sweep, parks the generator and closes the port. The server keeps running until server().stop().
     void shutDown();
 
 signals:
-    // driver() returns a new driver now.
+    // driver() now returns a new driver.
     void driverMade();
-    // takeSweeps() has connected the hardware and begins to sweep.
+    // takeSweeps() has connected the hardware and is about to sweep.
     void connected();
     // A sweep is about to start.
     void sweepStarts();
     // The sweep has ended, or a reset has cancelled it.
     void becameIdle();
-    // takeSweeps() reports a damaged sweep, and continues, or an error at the end.
+    // takeSweeps() has lost a sweep to a transmission error and continues, or the final shutdown has failed.
     void told(const QString &text);
 
 private:

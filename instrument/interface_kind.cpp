@@ -36,7 +36,7 @@ public:
         return tr("MiniVNA connected to the USB port COM%1").arg(NumberText::fromInteger(c.commPort)) + u'\r' +
                tr("Analyser design: thanks to its developers") + u'\r' + tr("In the manual (F1): \"The MiniVNA\"");
     }
-    // This text follows the device's name without a space: "10bitby PIC 16F877".
+    // Appended to the device name without a space: "10bitby PIC 16F877".
     static QString picDetector() { return tr("by PIC 16F877, step: "); }
     static QString detector() { return tr(", step: "); }
 };

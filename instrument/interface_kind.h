@@ -11,26 +11,26 @@
 namespace calvorn {
 
 // The properties of a hardware interface, apart from its driver (AcquisitionDriver). There is one description for each
-// interface; use these properties instead of comparing the interface's number.
+// interface; use these properties instead of comparing interface numbers.
 struct InterfaceKind
 {
     std::int16_t number;
     bool isOnParallelPort; // its port has an address; otherwise it is a serial port with a COM number
-    bool hasSpeeds;        // sweep speeds, and a frame to choose one
-    bool hasOutputs;       // auxiliary outputs, and their views
+    bool hasSpeeds;        // sweep speeds, and a frame for selecting one
+    bool hasOutputs;       // auxiliary outputs and their views
 
-    // The range of the converter's channel. A channel that is a measuring mode has a name; otherwise it is not used.
+    // Range of converter channels. Channels that are measuring modes have names; otherwise the channel is not used.
     std::int16_t lowestChannel;
     std::int16_t highestChannel;
     bool channelIsMode;
 
-    std::optional<double> highestFrequency; // Hz; without a value, the limit of the chip applies
+    std::optional<double> highestFrequency; // Hz; if unset, the chip's limit applies
 
-    // Text for About, with lines separated by CR, and the text between the converter's name and its step.
+    // Return the text for the About box, with lines separated by CR, and the text between converter name and step.
     QString (*about)(const Configuration &configuration);
     QString (*aboutDetector)();
 
-    // Returns the port as text: "parallel port 0x378", "serial port COM3".
+    // Returns a name for the port, such as "parallel port 0x378" or "serial port COM3".
     QString portName(const Configuration &configuration) const;
 };
 

@@ -12,11 +12,11 @@ namespace calvorn {
 
 namespace {
 
-// Time limit of one tick, so that the window can react in between; a parallel-port reading takes some milliseconds.
+// Time limit for one tick, so that the window stays responsive; a parallel-port reading takes a few milliseconds.
 constexpr int kBusyMs = 40;
-// Pause after another operation needed the hardware: it may have more to do.
+// Pause after another operation has used the hardware, in case it has more to do.
 constexpr int kPauseMs = 500;
-// Pauses after a failure. The server waits up to 1.9 s for a board that does not answer.
+// First and longest pause after a failure. The server waits up to 1.9 s for a board that does not answer.
 constexpr int kFirstRetryMs = 3'000;
 constexpr int kLastRetryMs = 60'000;
 
@@ -76,7 +76,7 @@ void LevelReader::endReading()
     try {
         m_followed->stopReading();
     } catch (const RuntimeError &) {
-        // A server that does not answer has been ended, and its reading with it.
+        // A server that does not answer has been terminated, which also ended the reading.
     }
 }
 
@@ -182,7 +182,7 @@ void LevelReader::readInSweeps(AcquisitionDriver &driver)
     m_error.clear();
 }
 
-// Adds counts; of a sweep with more counts than requested, uses those nearest to the frequency.
+// Adds counts. If a sweep delivers more counts than requested, uses those nearest to the frequency.
 void LevelReader::add(const QVector<int> &counts)
 {
     for (const int count : counts)

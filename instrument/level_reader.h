@@ -12,19 +12,19 @@ namespace calvorn {
 
 class SignalGenerator;
 
-// A detector reading without a sweep of the table.
+// A detector reading that is independent of the sweep table.
 struct LevelReading
 {
-    double count = 0.0;  // mean of the counts as in the table: rising with the detector's voltage
+    double count = 0.0;  // mean count; as in the table, counts rise with the detector voltage
     double spread = 0.0; // their standard deviation
     int readings = 0;    // number of counts
 };
 
 // Reads the detector repeatedly: directly if the interface supports this, otherwise in sweeps over 400 Hz around the
-// frequency. Pauses during a sweep of the table. All other operations on the hardware take precedence.
+// frequency. Pauses during a table sweep. All other hardware operations take precedence.
 //
-// After a failed reading, reports the reason and tries again after increasing pauses: a board that has just left a
-// command unanswered gets more time than the server's own time limit.
+// After a failed reading, reports the reason and retries after increasingly long pauses, so that a board that has just
+// left a command unanswered gets more time than the server's own time limit.
 class LevelReader : public QObject
 {
     Q_OBJECT
@@ -36,29 +36,29 @@ public:
         Sweep,
         NotConnected,
         NoLevel,   // the instrument measures another quantity
-        Generator, // the generator is on, and a reading would move it
+        Generator, // the generator is on, and a reading would retune it
     };
 
     // Reading interval, ms.
     static constexpr int kInterval = 100;
 
-    // generator: readings must not move this generator while it is on; null for none.
+    // generator: readings must not retune this generator while it is on; may be null.
     explicit LevelReader(Instrument &instrument, const SignalGenerator *generator = nullptr, QObject *parent = nullptr);
 
     // hertz: the frequency for interfaces that read in sweeps; other interfaces leave the generator unchanged.
-    // readings: number of counts for each result; 0: as many as arrive at once, 400 in a sweep.
+    // readings: number of counts per result; 0: as many as arrive together, which is 400 in a sweep.
     void start(std::int32_t hertz, int readings = 0);
     void stop();
     bool isRunning() const { return m_timer.isActive(); }
 
-    // True while a reading moves the generator.
+    // True while a reading retunes the generator.
     bool isSweeping() const { return m_isReading && m_followed && m_followed->isReading(); }
 
 signals:
     void taken(const calvorn::LevelReading &reading);
     // The reader pauses for this reason, or continues (None).
     void paused(calvorn::LevelReader::Pause why);
-    // A reading failed; the reader tries again until it is stopped.
+    // A reading failed; the reader retries until it is stopped.
     void failed(const QString &reason);
 
 private:
@@ -77,7 +77,7 @@ private:
     Instrument &m_instrument;
     const SignalGenerator *m_generator;
     QTimer m_timer;
-    QElapsedTimer m_rest; // since the last reading in sweeps, or since a failed one
+    QElapsedTimer m_rest; // since the last sweep reading ended or a reading failed
     int m_restMs = 0;
     int m_retryMs; // pause after the next failure
     QPointer<AcquisitionDriver> m_followed;
@@ -86,7 +86,7 @@ private:
     std::int32_t m_hertz = 0;
     int m_readings = 0;
     int m_run = 0;            // number of starts, stops, pauses and failures
-    bool m_isReading = false; // in sweeps
+    bool m_isReading = false; // a sweep reading is in progress
     bool m_hasRead = false;   // a vector of this reading has arrived
     Pause m_pause = Pause::None;
 };

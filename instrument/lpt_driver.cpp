@@ -8,7 +8,7 @@ namespace calvorn {
 
 namespace {
 
-// The calibration of the detector shows the mean of these readings.
+// The detector calibration shows the mean of this many readings.
 constexpr int kReadingsOfDetector = 3;
 
 } // namespace
@@ -94,7 +94,7 @@ bool LptDriver::putGeneratorOn(std::int32_t hertz)
     return true;
 }
 
-// At 0 Hz the output stops. A reset would not help: after it, the server sets the chip to its last frequency again.
+// At 0 Hz the output stops. A reset would not help, because the server then restores the chip's last frequency.
 void LptDriver::putGeneratorOff()
 {
     setOffset(0.0);

@@ -8,7 +8,7 @@ class LptProxy;
 
 namespace calvorn {
 
-// aLPT: the DDS/DAC board on the parallel port. The functions below the line are the operations of calvorn.Lpt.
+// aLPT: the DDS/DAC board on the parallel port. The functions below the line call the calvorn.Lpt operations.
 class LptDriver : public ProxyDriver<LptProxy>, public AuxiliaryOutputs
 {
     Q_OBJECT

@@ -46,7 +46,7 @@ bool PicDriver::configureHardware()
     return false;
 }
 
-// Starts the sweep even if the board refused the preparation: the board then answers with the end of the sweep.
+// Starts the sweep even if the board rejected the plan: the board then reports the end of the sweep.
 bool PicDriver::runPlan(const SweepAxis &plan)
 {
     const bool accepted = prepareSweep(plan.start, plan.step);
@@ -89,7 +89,7 @@ bool PicDriver::putGeneratorOn(std::int32_t hertz)
     return sendFrequency(kPicOutput, hertz);
 }
 
-// After a reset, the generator of the board is off.
+// A reset switches the board's generator off.
 void PicDriver::putGeneratorOff()
 {
     sendAndNote(kPicReset, 0);

@@ -7,7 +7,7 @@ class PicProxy;
 
 namespace calvorn {
 
-// aPIC: the PIC 16F877 board on a USB virtual COM port. The functions below the line are the operations of calvorn.Pic.
+// aPIC: the PIC 16F877 board on a USB virtual COM port. The functions below the line call the calvorn.Pic operations.
 class PicDriver : public ProxyDriver<PicProxy>
 {
     Q_OBJECT

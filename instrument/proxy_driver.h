@@ -5,9 +5,9 @@
 
 namespace calvorn {
 
-// Base class of drivers that use a D-Bus proxy of the server's object: manages the proxy and its events, and implements
-// the operations common to all interfaces. Each driver's source file instantiates the template, where the proxy type is
-// known.
+// Base class for drivers that use a D-Bus proxy for the server's object: manages the proxy and its events, and
+// implements the operations common to all interfaces. Each driver's source file, where the proxy type is known,
+// instantiates the template.
 template <typename Proxy>
 class ProxyDriver : public AcquisitionDriver
 {
@@ -22,7 +22,7 @@ protected:
     void attach(const QDBusConnection &connection, const QString &path) override;
     QDBusPendingReply<bool> askWhetherWorking() override;
 
-    // Returns the proxy of a running, configured server. Ends a reading first.
+    // Ends any reading, then returns the proxy of a running, configured server.
     Proxy &proxy();
 
 private:
@@ -74,7 +74,7 @@ Proxy &ProxyDriver<Proxy>::proxy()
     return *m_proxy;
 }
 
-// Connects the events of a new proxy to those of this driver.
+// Connects a new proxy's events to the handlers of this driver.
 template <typename Proxy>
 void ProxyDriver<Proxy>::relayEvents()
 {
@@ -84,7 +84,7 @@ void ProxyDriver<Proxy>::relayEvents()
     connect(m_proxy, &Proxy::PlanOfVectors, this, [this](int start, int step, short mode) {
         serverPlanned({{start, step}, mode});
     });
-    // The handler may wait for the user; meanwhile the proxy may have been replaced.
+    // The handler may wait for the user, and the proxy may be replaced in the meantime.
     connect(m_proxy, &Proxy::aVettore, this, [this, guarded = QPointer<Proxy>(m_proxy)](const QList<int> &counts) {
         if (takesVector(counts) && guarded && isAcknowledgementDue())
             guarded->VectorsTaken(kVectorsAtOnce);

@@ -12,7 +12,7 @@
 
 namespace calvorn {
 
-// Turns the detector counts of a vector into rows of the sweep table.
+// Converts a vector of detector counts to rows of the sweep table.
 class SampleConversion : public QObject
 {
     Q_OBJECT
@@ -20,19 +20,18 @@ class SampleConversion : public QObject
 public:
     SampleConversion(Configuration &configuration, SweepTable &table, QObject *parent = nullptr);
 
-    // Sets a function that returns true if counts fall, from kVnaFullScale, as the voltage rises; called for each
-    // vector.
+    // isInverted: returns true if counts fall from kVnaFullScale as the voltage rises; called for each vector.
     void setInverted(std::function<bool()> isInverted) { m_isInverted = std::move(isInverted); }
 
-    // vettore: 400 counts in the order of the rows; throws RuntimeError(SubscriptOutOfRange) if there are fewer. Writes
-    // count and amplitude of all rows, then emits vectorStored().
+    // vettore: 400 counts in row order; throws RuntimeError(SubscriptOutOfRange) if there are fewer. Writes the count
+    // and amplitude of every row, then emits vectorStored().
     void datiDDS(const QVector<int> &vettore);
 
     // Returns a count as it appears in the table: rising with the detector's voltage.
     int risingCount(int received) const;
 
 signals:
-    // Emitted for each converted sample if the log is on: row (1 to 400) and received value.
+    // Emitted for each converted sample if logging is on. index: row (1 to 400). value: the count as received.
     void sampleReceived(int index, int value);
     void vectorStored();
 

@@ -15,7 +15,7 @@ namespace calvorn {
 namespace {
 
 constexpr int kStartUpTimeoutMs = 8000;
-// Allows for stopping a board first, on a busy computer.
+// Long enough to stop a board first, even on a busy computer.
 constexpr int kOrderlyEndMs = 5000;
 // For a server that has not opened a port yet.
 constexpr int kEarlyEndMs = 700;

@@ -7,10 +7,10 @@
 
 namespace calvorn {
 
-// Runs the acquisition server CalvornAsync as a child process and manages the private connection to it.
+// Runs the acquisition server, CalvornAsync, as a child process and manages the private connection to it.
 //
-// The server writes the address of its socket to its standard output. It ends, and switches its generators off, when
-// the connection or its standard input closes, or when this process ends for any reason; so no server is ever left
+// The server writes its socket address to its standard output. It switches its generators off and exits when the
+// connection or its standard input closes, or when this process exits for any reason, so no server is ever left
 // running.
 class ServerProcess : public QObject
 {
@@ -25,21 +25,21 @@ public:
     // Starts the process without waiting for it, so that both programs start up in parallel.
     void launch();
 
-    // Starts the server if necessary and connects. Throws RuntimeError(DriverCall) when the server does not start.
+    // Starts the server if necessary and connects to it. Throws RuntimeError(DriverCall) if the server does not start.
     void connectToServer();
 
     bool isConnected() const { return m_connected; }
     QDBusConnection connection() const { return QDBusConnection(m_connectionName); }
 
-    // Ends a server that no longer answers; ended() follows. Asks the server to end, and kills it if it has not ended
-    // after this time. Blocks meanwhile.
+    // Terminates a server that no longer answers; ended() follows. Sends SIGTERM, then kills the server if it is still
+    // running after this time. Blocks meanwhile.
     void kill(int patienceMs);
 
-    // Ends the server at shutdown: closes the connection and waits for the process. Does not emit ended().
+    // Stops the server at shutdown: closes the connection and waits for the process to exit. Does not emit ended().
     void stop();
 
 signals:
-    // The server has died or was killed.
+    // The server has died or has been killed.
     void ended();
 
 private:

@@ -31,7 +31,7 @@ void SignalGenerator::follow(AcquisitionDriver *driver)
     become(State::Elsewhere);
 }
 
-// The hardware may report an error some time after it received the frequency.
+// The hardware may report an error some time after receiving the frequency.
 void SignalGenerator::failed(const AcquisitionDriver &driver, std::int16_t code, const QString &text)
 {
     using Reaction = AcquisitionDriver::ErrorReaction;

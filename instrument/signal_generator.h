@@ -9,9 +9,9 @@
 
 namespace calvorn {
 
-// The generator as a signal source: on at one frequency, or off. Uses the generator's calibration and limits like a
-// sweep. When another operation commands the generator, the state becomes Elsewhere: the generator is then wherever
-// that operation has left it.
+// The generator as a signal source: on at a single frequency, or off. Uses the same calibration and limits as a sweep.
+// When another operation takes over the generator, the state becomes Elsewhere, because the output then depends on
+// that operation.
 class SignalGenerator : public QObject
 {
     Q_OBJECT
@@ -27,7 +27,7 @@ public:
     bool isOn() const { return m_state == State::On; }
     std::int32_t frequency() const { return m_frequency; } // Hz
 
-    // One sentence about the error since the generator was last switched on; empty if there was none.
+    // The error message since the generator was last switched on; empty if no error has occurred.
     const QString &fault() const { return m_fault; }
 
     // Returns the frequency in whole hertz, clamped to the configured limits.
@@ -36,12 +36,12 @@ public:
     // Stores the frequency, and sets the generator to it if it is on. hertz: within the limits.
     void setFrequency(std::int32_t hertz);
 
-    // If the generator stays off, fault() gives the reason. Throws RuntimeError when the hardware does not answer.
+    // If the generator stays off, fault() returns the reason. Throws RuntimeError if the hardware does not answer.
     void switchOn();
     // Does nothing without a driver.
     void switchOff();
 
-    // Restores the frequency of a generator that is on, after it was parked at the start of the sweep.
+    // Restores the frequency of a switched-on generator after it was parked at the start frequency.
     void resume();
 
 signals:

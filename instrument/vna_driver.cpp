@@ -55,7 +55,7 @@ bool VnaDriver::runPlan(const SweepAxis &plan)
     return true;
 }
 
-// When a device under test is measured, counts fall as the level rises.
+// In "DUT" mode, counts fall as the level rises.
 bool VnaDriver::countsAreInverted() const
 {
     return configuration().measuringMode == numberOf(VnaMode::Device);
@@ -76,7 +76,7 @@ void VnaDriver::park()
     setMode(configuration().measuringMode);
 }
 
-// The mode "Angle" measures the phase, the others the magnitude.
+// The "Angle" mode measures phase, the other modes magnitude.
 bool VnaDriver::measuresLevel() const
 {
     return mode() != numberOf(VnaMode::Angle);
@@ -144,8 +144,8 @@ void VnaDriver::tryOffset(double hertz)
     setFrequency(configuration().startFreq);
 }
 
-// The instrument reads its detector only during a sweep, so this uses the count of the last sweep at the start
-// frequency. The result contains the configured offset, which "Apply" changes.
+// The instrument reads its detector only during a sweep, so this uses the last sweep's count at the start frequency.
+// The result includes the configured offset, which "Apply" changes.
 std::optional<double> VnaDriver::detectorVolts(double, const SweepTable &table)
 {
     setFrequency(configuration().startFreq);

@@ -7,7 +7,7 @@ class VnaProxy;
 
 namespace calvorn {
 
-// aVNA: the MiniVNA on a USB virtual COM port. The functions below the line are the operations of calvorn.Vna.
+// aVNA: the MiniVNA on a USB virtual COM port. The functions below the line call the calvorn.Vna operations.
 class VnaDriver : public ProxyDriver<VnaProxy>
 {
     Q_OBJECT
@@ -36,7 +36,7 @@ public:
     // ----
 
     bool openPort(std::int16_t port, const QString &settings);
-    void setMode(std::int16_t mode); // the number of a VnaMode
+    void setMode(std::int16_t mode); // the numeric value of a VnaMode
     void setMultiplier(std::int16_t multiplier);
     void setXtalFrequency(double hertz);
     void setOffset(double hertz);
