@@ -26,7 +26,7 @@ const Trace &referenceInUse(const ScpiCall &call)
     return traces.isNormalised() ? traces.reference() : kNone;
 }
 
-// Returns a scale with the unit of the client.
+// Returns a scale in the client's unit.
 std::int16_t scaleOfUnit(const ScpiCall &call)
 {
     const std::int16_t scale = call.target.configuration().scaleType;

@@ -13,15 +13,15 @@ namespace calvorn {
 // Returns the source that the parameter names, or the live one if the parameter is missing.
 TraceSet::Source sourceOf(const ScpiCall &call, int index);
 
-// Returns the trace that the parameter names, or the live one if the parameter is missing. Stored traces and the
-// reference can be named, too.
+// Returns the trace that the parameter names, or the live one if the parameter is missing. The parameter can also name
+// a stored trace or the reference.
 const Trace &traceOf(const ScpiCall &call, int index);
 const Trace &liveTrace(const ScpiCall &call);
 
-// Returns the amplitudes in the client's unit, relative to the reference if curves are relative; NaN in a gap.
+// Returns the amplitudes in the client's unit, relative to the reference if curves are relative; NaN for a gap.
 std::vector<double> amplitudesOf(const ScpiCall &call, const Trace &trace);
 
-// Returns the response that results are computed from.
+// Returns the response from which results are computed.
 Response responseOf(const ScpiCall &call, TraceSet::Source source);
 
 } // namespace calvorn

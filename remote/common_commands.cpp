@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The common commands of IEEE 488.2, and the status system.
+// The IEEE 488.2 common commands and the status system.
 #include "core/scale_type.h"
 #include "protocol/sweep_speed.h"
 #include "remote/scpi_command.h"
@@ -21,7 +21,7 @@ void askIdentity(ScpiCall &call)
     call.answer("Brenik,Calvorn,0," + QCoreApplication::applicationVersion().toLatin1());
 }
 
-// Leaves the hardware's outputs alone: they may hold relays. Touches no file.
+// Leaves the hardware's outputs unchanged, because they may control relays. Does not modify files.
 void reset(ScpiCall &call)
 {
     RemoteTarget &target = call.target;
@@ -108,7 +108,7 @@ void askServiceEnable(ScpiCall &call)
     call.answer(nr1(call.client.status.serviceEnable()));
 }
 
-// Bit 4 (message available) is always 0: answers are sent at once.
+// Bit 4 (message available) is always 0, because responses are sent immediately.
 void askStatusByte(ScpiCall &call)
 {
     call.answer(nr1(call.client.status.statusByte(!call.client.errors.isEmpty(), false)));

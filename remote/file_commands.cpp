@@ -32,7 +32,7 @@ void loadSweep(ScpiCall &call)
     try {
         call.target.loadSweep(path);
     } catch (const RuntimeError &error) {
-        // Every error in the text of the file has the same number.
+        // All errors in the file's contents have the same number.
         throw ScpiError{kScpiMassStorageError, error.message().toUtf8()};
     }
 }

@@ -56,7 +56,7 @@ void askOutput(ScpiCall &call)
     call.answer(boolean(call.target.generator().isOn()));
 }
 
-// A reading in progress, and its result.
+// A reading in progress and its result.
 struct Reading
 {
     explicit Reading(RemoteTarget &target)

@@ -14,8 +14,8 @@ namespace calvorn {
 
 namespace {
 
-// Formats an address and a port like /proc/net/tcp and /proc/net/tcp6: each 32-bit word of the address in the byte
-// order of the processor.
+// Formats an address and a port as in /proc/net/tcp and /proc/net/tcp6, with each 32-bit word of the address in host
+// byte order.
 QByteArray place(const QHostAddress &address, quint16 port)
 {
     QByteArray words;
@@ -49,7 +49,7 @@ std::optional<uid_t> userOfTcpPeer(const QHostAddress &peer, quint16 peerPort, c
     const QByteArray remote = place(own, ownPort);
     for (const QByteArray &line : table.readAll().split('\n')) {
         const QByteArrayList columns = line.simplified().split(' ');
-        // A socket that no process holds any more has inode 0.
+        // A socket that is no longer open in any process has inode 0.
         if (columns.size() <= Inode || columns[Local] != local || columns[Remote] != remote || columns[Inode] == "0")
             continue;
         bool isNumber = false;

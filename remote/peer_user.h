@@ -9,10 +9,10 @@
 
 namespace calvorn {
 
-// Find the user at the other end of a local connection, as the kernel reports it.
+// Identify the user at the other end of a local connection, as reported by the kernel.
 
 // Returns the owner of the socket at the other end of an accepted TCP connection, or nothing if the kernel no longer
-// knows such a socket.
+// lists that socket.
 std::optional<uid_t> userOfTcpPeer(const QHostAddress &peer, quint16 peerPort, const QHostAddress &own,
                                    quint16 ownPort);
 

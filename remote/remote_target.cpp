@@ -25,7 +25,7 @@ RemoteTarget::RemoteTarget(const Configuration &configuration, Instrument &instr
         if (m_sinceSweep.isValid())
             m_sweepTime = 1e-9 * static_cast<double>(m_sinceSweep.nsecsElapsed());
         m_sinceSweep.start();
-        // Queued, so that all other receivers of vectorStored() have handled the sweep before.
+        // Queued, so that all other receivers of vectorStored() handle the sweep first.
         QMetaObject::invokeMethod(this, &RemoteTarget::sweepDone, Qt::QueuedConnection);
     });
     connect(&instrument, &Instrument::becameIdle, this, &RemoteTarget::sweepDone, Qt::QueuedConnection);

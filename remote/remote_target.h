@@ -17,10 +17,10 @@
 
 namespace calvorn {
 
-// The object under remote control: the window, or calvorn-sweep without one. Each command has the same effect as the
-// corresponding control of the window but shows no box: errorTold() reports the text of any box instead.
+// The object under remote control: the window or calvorn-sweep. Each command has the same effect as the corresponding
+// control in the window but shows no message box: errorTold() reports the message instead.
 //
-// A command that cannot be carried out throws a ScpiError.
+// A command that cannot be executed throws a ScpiError.
 class RemoteTarget : public QObject
 {
     Q_OBJECT
@@ -37,29 +37,30 @@ public:
     const Markers &markers() const { return m_markers; }
     const TraceSet &traces() const { return m_traces; }
 
-    // Why nothing can be changed now, in words: a box or a dialog is open. Empty if changes are possible.
+    // Returns an error message while an open message box or dialog prevents changes; otherwise an empty string.
     virtual QString busyReason() const { return {}; }
 
     // --- range and sweep ---
 
-    // Hz. Frequencies beyond the limits of the generator are moved to the limit. A range that is too small is corrected
-    // and reported.
+    // start, stop: in Hz, clamped to the generator's limits. If the range is too narrow, widens it and reports the
+    // change.
     virtual void setRange(double start, double stop) = 0;
-    virtual void setSpeed(std::int16_t speed) = 0; // the number of a SweepSpeed
+    virtual void setSpeed(std::int16_t speed) = 0; // the numeric value of a SweepSpeed
     // Starts a sweep. No sweep may be running.
     virtual void start(SweepRun run) = 0;
     virtual void stop() = 0;
 
-    // True if there is nothing to wait for: the single sweep is stored, no sweep runs, or sweeps repeat until stopped.
+    // True if there is nothing to wait for: the single sweep is stored, no sweep is running, or sweeps repeat until
+    // stopped.
     bool isSweepDone() const;
-    // True while a sweep runs and its samples are still wanted.
+    // True while a sweep is running and its samples are still needed.
     bool isMeasuring() const;
     // The number of sweeps since the last start.
     int sweepCount() const { return m_sweepCount; }
     // Seconds between the last two sweeps; NaN until the second sweep after a start.
     double sweepTime() const { return m_sweepTime; }
 
-    // --- what is shown ---
+    // --- display ---
 
     virtual void setScale(std::int16_t scale) = 0;                // core/scale_type.h
     virtual void setTopOfLinearScale(double volts) = 0;           // above 0
@@ -68,7 +69,7 @@ public:
 
     // --- traces ---
 
-    // Changes the traces through "edit" and updates their display.
+    // Calls "edit" to change the traces, then updates the display.
     void editTraces(const std::function<void(TraceSet &)> &edit);
 
     // --- limits ---
@@ -87,13 +88,13 @@ public:
 
     virtual void storeSweep(const QString &path) = 0;
     virtual void loadSweep(const QString &path) = 0;
-    virtual void storePicture(const QString &path) = 0; // PNG or SVG, by the file's extension
+    virtual void storePicture(const QString &path) = 0; // PNG or SVG, depending on the file extension
     virtual QByteArray picture() const = 0;             // PNG
 
 signals:
     // A sweep was stored, or the hardware became idle.
     void sweepDone();
-    // Replaces an error box.
+    // Emitted instead of showing an error box.
     void errorTold(const calvorn::ScpiError &error);
 
 protected:

@@ -15,14 +15,14 @@ namespace {
 
 constexpr ScpiRange kOhms{0.1, 10'000.0, kDefaultFixtureOhms};
 constexpr ScpiRange kBelowPeak{0.1, 120.0, 3.0};
-constexpr double kMinusThree = 3.0; // stands for half the power
+constexpr double kMinusThree = 3.0; // means half the power
 
 ResultKind kindOf(const ScpiCall &call)
 {
     return static_cast<ResultKind>(call.choice(0, {"FILTer", "NOTCh", "CRYStal", "MATCh"}));
 }
 
-// Returns the response of the live trace or of the average.
+// Returns the response of the live or the average trace.
 Response measured(const ScpiCall &call, int index)
 {
     const bool isAverage = index < call.count() && call.choice(index, {"LIVE", "AVERage"}) == 1;

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-// Classes of bytes in IEEE 488.2 messages, independent of the locale.
+// Byte classes in IEEE 488.2 messages, independent of the locale.
 namespace calvorn::scpi_bytes {
 
-// White space is any byte up to the blank except LF.
+// White space is any byte up to and including the space character, except LF.
 inline bool isWhite(char byte)
 {
     return byte >= '\0' && byte <= ' ' && byte != '\n';

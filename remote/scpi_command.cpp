@@ -66,10 +66,10 @@ QString ScpiCall::file(int index) const
 {
     const QString path = text(index);
     const QFileInfo info(path);
-    // A relative path would depend on the program's folder, not the client's.
+    // A relative path would refer to the program's working folder, not the client's.
     if (!info.isAbsolute())
         throw ScpiError{kScpiFileNameError, "the path must begin with a slash"};
-    // Refuse folders, pipes and devices.
+    // Reject folders, pipes and devices.
     if (info.exists() && !info.isFile())
         throw ScpiError{kScpiFileNameError, "it is not a file"};
     return path;

@@ -16,26 +16,26 @@
 
 namespace calvorn {
 
-// Time for the hardware to stop after a sweep, ms.
+// Time limit for the hardware to stop after a sweep (ms).
 inline constexpr int kStopPatience = 10'000;
 
-// The settings and the status of one client.
+// The settings and status of one client.
 struct ScpiClient
 {
-    // The unit of amplitudes: volts as on the linear scale, dB as on the dB scale in use, or dBm.
+    // Amplitude unit: volts as on the linear scale, dB as on the current dB scale, or dBm.
     enum class Unit { Volt, Decibel, DecibelMilliwatt };
 
     ScpiErrorQueue errors;
     ScpiStatus status;
     Unit unit = Unit::Decibel;
-    bool isBinary = false;  // rows of numbers are sent as a block of REAL,64
-    bool completes = false; // *OPC waits for the end of the sweep
+    bool isBinary = false;  // number lists are sent as REAL,64 blocks
+    bool completes = false; // *OPC is waiting for the sweep to end
 
-    // Queues the error and sets the bit of its class in the event register.
+    // Queues the error and sets the bit for its class in the event register.
     void note(const ScpiError &error);
 };
 
-// A command or query during its execution: its parameters and its answer.
+// A command or query that is being executed, with its parameters and response.
 class ScpiCall
 {
 public:
@@ -50,10 +50,10 @@ public:
     RemoteTarget &target;
     ScpiClient &client;
 
-    // The numeric suffix of the mnemonic number "index" among those that have one in the pattern.
+    // Returns the numeric suffix of mnemonic number "index", counting only mnemonics with a suffix in the pattern.
     int suffix(int index = 0) const { return m_suffixes.value(index, 1); }
 
-    // --- parameters, numbered from 0; each function throws a ScpiError if the parameter is missing or unsuitable ---
+    // --- parameters, numbered from 0; each function throws a ScpiError if the parameter is missing or invalid ---
 
     int count() const { return static_cast<int>(m_unit.parameters.size()); }
     double number(int index, ScpiQuantity quantity, const ScpiRange &range) const;
@@ -61,24 +61,24 @@ public:
     bool boolean(int index) const;
     // Returns the index of the word in a list such as {"FILTer", "NOTCh"}.
     int choice(int index, std::initializer_list<const char *> words) const;
-    QString text(int index) const; // a string
-    // A string with the absolute path of a file; an existing file must be an ordinary file.
+    QString text(int index) const; // string data
+    // Returns the absolute path of a file from string data; if the file exists, it must be a regular file.
     QString file(int index) const;
     const ScpiParameter &parameter(int index) const;
 
-    // --- answers ---
+    // --- responses ---
 
     void answer(const QByteArray &text) { m_answer = text; }
-    // Answers in the client's format.
+    // Responds in the client's format.
     void answer(std::span<const double> numbers);
     const QByteArray &answer() const { return m_answer; }
 
-    // Holds up the client's next commands until isDone returns true. isDone is called at once and at each
-    // RemoteTarget::sweepDone(); it may set the answer and may throw. Error -200 after "patience" milliseconds; 0 waits
-    // without limit.
+    // Delays the client's next commands until isDone returns true. isDone is called once when the command returns, and
+    // at each RemoteTarget::sweepDone(); it may set the response, and may throw. After "patience" milliseconds, the
+    // wait ends with error -200; 0 means no time limit.
     void wait(std::function<bool(ScpiCall &)> isDone, int patience);
     const std::function<bool(ScpiCall &)> &waitsFor() const { return m_isDone; }
-    int waits() const { return m_waits; } // how often wait() was called
+    int waits() const { return m_waits; } // number of calls to wait()
     int patience() const { return m_patience; }
 
 private:
@@ -90,27 +90,27 @@ private:
     int m_waits = 0;
 };
 
-// An entry of the table of commands.
+// An entry in the command table.
 struct ScpiCommand
 {
-    const char *pattern; // of the header, see ScpiPattern
-    // Parameters of the command, as the manual shows them: "<frequency>|MIN|MAX|DEF"; null if there is only a query.
+    const char *pattern; // header pattern, see ScpiPattern
+    // The command's parameters as shown in the manual: "<frequency>|MIN|MAX|DEF"; null if there is only a query.
     const char *parameters;
-    // Parameters of the query, "" if it has none; null if there is no query.
+    // The query's parameters; "" if it has none, null if there is no query.
     const char *queryParameters;
     const char *summary;
     void (*set)(ScpiCall &);
     void (*query)(ScpiCall &);
-    int mostParameters = 0;      // of the command
-    int mostQueryParameters = 0; // of the query
-    bool isQuiet = false;        // the command affects neither window nor hardware: allowed while a dialog is open
+    int mostParameters = 0;      // maximum number for the command
+    int mostQueryParameters = 0; // maximum number for the query
+    bool isQuiet = false;        // the command affects neither window nor hardware; allowed while a dialog is open
     bool queryNeedsHardware = false;
 };
 
-// All commands, in the order of the manual.
+// Returns all commands in manual order.
 std::span<const ScpiCommand> scpiCommands();
 
-// The parts of the table.
+// The sections of the command table.
 std::vector<ScpiCommand> commonCommands();
 std::vector<ScpiCommand> systemCommands();
 std::vector<ScpiCommand> sweepCommands();

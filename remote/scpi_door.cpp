@@ -19,9 +19,9 @@ namespace calvorn {
 
 namespace {
 
-constexpr qint64 kChunk = 4096; // bytes of one client to process before the others have their turn
+constexpr qint64 kChunk = 4096; // bytes to process from one client before serving the others
 constexpr qint64 kReadBuffer = 65'536;
-// A new client may be seen before the end of the previous one.
+// Time to wait for a free place: a new client may connect before the previous client's disconnection is noticed.
 constexpr int kPatience = 200; // ms
 
 } // namespace
@@ -56,7 +56,7 @@ QString ScpiDoor::open(quint16 port)
     auto local = std::make_unique<QLocalServer>();
     local->setSocketOptions(QLocalServer::UserAccessOption);
     const QString path = folder + QStringLiteral("/calvorn-%1.scpi").arg(m_port);
-    // This process owns the port, so nobody listens at a socket left by an earlier process.
+    // This process owns the port, so an existing socket was left behind by an earlier process.
     QLocalServer::removeServer(path);
     if (folder.isEmpty() || !local->listen(path)) {
         emit logged(tr("Remote control could not create its Unix socket (%1).").arg(local->errorString()));
@@ -75,7 +75,7 @@ void ScpiDoor::close()
     m_ipv6.reset();
     m_local.reset();
     m_port = 0;
-    // serve() has moved the sockets from the servers to this object.
+    // serve() has made this object the parent of the sockets.
     for (auto *session : findChildren<ScpiSession *>())
         delete session->parent();
 }
@@ -144,7 +144,7 @@ void ScpiDoor::serve(Socket *socket, const QString &from)
     socket->setReadBufferSize(kReadBuffer);
     auto *session = new ScpiSession(m_target, socket);
     emit clientsChanged(++m_clients);
-    // Any command may delete both.
+    // Any command may delete the socket and the session.
     const auto read = [socket = QPointer<Socket>(socket), session] {
         if (socket && !session->isBusy() && socket->bytesAvailable() > 0)
             session->take(socket->read(kChunk));

@@ -18,28 +18,28 @@ namespace calvorn {
 
 class ScpiSession;
 
-// Accepts clients at a TCP port of 127.0.0.1 and ::1 and at a Unix socket in the user's runtime folder. Only clients of
-// the user of this process are accepted, at most kMostClients at a time; all others are disconnected, which logged()
-// reports.
+// Accepts clients on a TCP port of 127.0.0.1 and ::1 and on a Unix socket in the user's runtime folder. Clients must
+// run as the same user as this process, and at most kMostClients are accepted at a time; all others are disconnected
+// and reported through logged().
 //
-// A client that does not read its answers is dropped.
+// A client that does not read its responses is disconnected.
 class ScpiDoor : public QObject
 {
     Q_OBJECT
 
 public:
-    static constexpr quint16 kUsualPort = 5025; // for SCPI over TCP, registered with IANA
+    static constexpr quint16 kUsualPort = 5025; // registered with IANA for SCPI over TCP
     static constexpr int kMostClients = 4;
     static constexpr qint64 kMostUnread = 1 << 20; // bytes that a client may leave unread
 
     explicit ScpiDoor(RemoteTarget &target, QObject *parent = nullptr);
     ~ScpiDoor() override;
 
-    // port: 0 for any free one. Returns an empty text, or a sentence that says why the port cannot be opened.
+    // port: 0 selects any free port. Returns an empty string, or an error message if the port cannot be opened.
     QString open(quint16 port);
     void close();
 
-    quint16 port() const { return m_port; } // 0 while it is closed
+    quint16 port() const { return m_port; } // 0 while closed
     int clients() const { return m_clients; }
 
 signals:
@@ -49,9 +49,9 @@ signals:
 private:
     void acceptTcp(QTcpServer &server);
     void acceptLocal();
-    // Returns whether the user is the one of this process. Logs a refusal.
+    // Returns true if the user also owns this process; otherwise logs the rejection.
     bool admits(const std::optional<uid_t> &user, const QString &from);
-    // Serves the client now or as soon as a place is free, or disconnects the client.
+    // Serves the client, after a short wait if no place is free; disconnects it if there is still none.
     template <typename Socket>
     void welcome(Socket *socket, const QString &from);
     template <typename Socket>

@@ -65,7 +65,7 @@ constexpr std::array kTexts = {
     ErrorText{kScpiQueryDeadlocked, "Query DEADLOCKED"},
 };
 
-// Returns the number of the class that an error belongs to.
+// Returns the number of the error's class.
 int classOf(int number)
 {
     if (number <= -100 && number > -500)

@@ -7,7 +7,7 @@
 
 namespace calvorn {
 
-// Error numbers of SCPI-99, volume 2, chapter 21. The names follow the texts of the standard.
+// Error numbers from SCPI-99, volume 2, chapter 21. The names follow the standard messages.
 inline constexpr int kScpiNoError = 0;
 inline constexpr int kScpiCommandError = -100;
 inline constexpr int kScpiInvalidCharacter = -101;
@@ -57,29 +57,29 @@ inline constexpr int kScpiQueryInterrupted = -410;
 inline constexpr int kScpiQueryUnterminated = -420;
 inline constexpr int kScpiQueryDeadlocked = -430;
 
-// The maximum length of an error's text in an answer, in characters, without the quotes around the text.
+// Maximum length of an error message in a response, in characters, excluding the surrounding quotes.
 inline constexpr qsizetype kLongestErrorText = 255;
 
 struct ScpiError
 {
     int number = kScpiNoError;
-    QByteArray detail; // what the client sent or where the error is; any bytes, may be empty
+    QByteArray detail; // what the client sent or where the error is; arbitrary bytes, may be empty
 
     bool isError() const { return number != kScpiNoError; }
     bool operator==(const ScpiError &) const = default;
 };
 
-// Returns the text of the standard. An unknown number gets the text of its class (-100, -200, -300 or -400); positive
-// numbers and numbers outside these classes get the text of -300.
+// Returns the standard message. For an unknown number, returns the message of its class (-100, -200, -300 or -400); for
+// positive numbers and numbers outside these classes, the message of -300.
 QByteArrayView textOf(int number);
 
 // Formats an error as `-113,"Undefined header;FREK"`. Non-printable and non-ASCII bytes of the detail become "?";
-// quotes are doubled. A text that is too long is cut, but never within a doubled quote.
+// quotes are doubled. A message that is too long is truncated, but never within a doubled quote.
 QByteArray answerOf(const ScpiError &error);
 
-// Returns the bit of the standard event status register (0 to 7) that an error sets: command errors 5, execution errors
-// 4, device-specific errors (-300 to -399 and positive numbers) 3, query errors 2. -1: no error, or a number outside
-// these classes.
+// Returns the bit (0 to 7) that an error sets in the standard event status register: 5 for command errors, 4 for
+// execution errors, 3 for device-specific errors (-300 to -399 and positive numbers), 2 for query errors. Returns -1
+// for no error or a number outside these classes.
 int esrBitOf(int number);
 
 // The errors of one client, oldest first.
@@ -88,10 +88,10 @@ class ScpiErrorQueue
 public:
     static constexpr int kMostErrors = 30;
 
-    // Ignores number 0. If the queue is full, its latest error becomes -350 and the new error is dropped. Keeps at most
-    // kLongestErrorText bytes of the detail.
+    // Ignores number 0. If the queue is full, its newest error becomes -350 and the added error is discarded. Stores at
+    // most kLongestErrorText bytes of the detail.
     void add(const ScpiError &error);
-    // Removes and returns the oldest error; number 0 if there is none.
+    // Removes and returns the oldest error, or error number 0 if the queue is empty.
     ScpiError take();
     int count() const { return static_cast<int>(m_errors.size()); }
     bool isEmpty() const { return m_errors.isEmpty(); }

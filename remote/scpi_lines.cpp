@@ -26,7 +26,7 @@ void ScpiLines::addByte(char byte)
 {
     switch (m_place) {
     case Place::BlockStart:
-        // "#0" starts an indefinite-length block, which is not supported and ends with the message.
+        // "#0" starts an indefinite-length block, which is not supported and extends to the end of the message.
         if (isDigit(byte) && byte != '0') {
             m_lengthDigits = byte - '0';
             m_blockBytes = 0;
@@ -98,7 +98,7 @@ void ScpiLines::keep(char byte)
     m_endsWithCr = false;
     if (m_isDropped)
         return;
-    // One additional CR may belong to the end of the message.
+    // A CR just beyond the limit may belong to the CR LF that ends the message.
     const bool mayBeEnd = byte == '\r' && m_place != Place::BlockBytes && m_message.size() == kLongestLine;
     if (m_message.size() < kLongestLine || mayBeEnd) {
         m_message += byte;

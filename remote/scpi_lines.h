@@ -11,23 +11,23 @@
 
 namespace calvorn {
 
-// The maximum length of a program message in bytes, including blocks, without the LF or CR LF at its end.
+// Maximum length of a program message in bytes, including blocks but excluding the final LF or CR LF.
 inline constexpr qsizetype kLongestLine = 4096;
 
-// Turns arriving bytes into program messages.
+// Splits incoming bytes into program messages.
 //
-// LF ends a message; one CR before LF is dropped. Inside a definite-length block `#<digit><length><bytes>`, LF does not
-// end the message. A block can start only where a parameter can: after white space or a comma, and outside quotes. A
-// string without closing quote ends with the message. Empty messages are skipped.
+// LF ends a message; one CR before LF is discarded. Inside a definite-length block `#<digit><length><bytes>`, LF does
+// not end the message. A block can start only where a parameter can: after white space or a comma, and outside quotes.
+// A string without a closing quote extends to the end of the message. Empty messages are skipped.
 //
-// A message that is too long yields one kScpiInputBufferOverrun, and its bytes are dropped up to its LF, including the
-// announced bytes of a block. Memory stays bounded if the caller calls next() until it is empty after each add().
+// A message that is too long yields one kScpiInputBufferOverrun, and its bytes are discarded up to its LF, including
+// all bytes of a block. Memory use stays bounded if the caller drains next() after each add().
 class ScpiLines
 {
 public:
     struct Line
     {
-        QByteArray message; // empty with an error
+        QByteArray message; // empty if there is an error
         ScpiError error;
 
         bool isError() const { return error.isError(); }
@@ -36,9 +36,9 @@ public:
 
     // The bytes may arrive in chunks of any size.
     void add(QByteArrayView bytes);
-    // Returns the next message or error in the order of arrival, or nothing if more bytes are needed.
+    // Returns the next message or error in order of arrival, or nothing if more bytes are needed.
     std::optional<Line> next();
-    // Discards the unfinished message and all waiting lines.
+    // Discards the unfinished message and all pending lines.
     void clear() { *this = ScpiLines(); }
 
 private:
@@ -55,10 +55,10 @@ private:
     Place m_place = Place::Text;
     char m_quote = '\0';
     bool m_isParameterStart = false; // a block may start here
-    bool m_endsWithCr = false;       // the last byte kept is a CR outside a block
+    bool m_endsWithCr = false;       // the last byte stored is a CR outside a block
     bool m_isDropped = false;        // the message is too long
-    int m_lengthDigits = 0;          // of a block, still to come
-    qint64 m_blockBytes = 0;         // of a block, still to come
+    int m_lengthDigits = 0;          // remaining digits of a block's length
+    qint64 m_blockBytes = 0;         // remaining bytes of a block
 };
 
 } // namespace calvorn

@@ -18,14 +18,14 @@ namespace {
 
 constexpr qsizetype kLongestDetail = 40; // bytes
 
-// Returns whether a data element of any kind can start with this byte.
+// Returns true if any kind of data element can start with this byte.
 bool isDataStart(char byte)
 {
     return isLetter(byte) || isDigit(byte) || QByteArrayView("+-.\"'#(").contains(byte);
 }
 
-// Reads the bytes of a message from a position on. '\n' stands for the end of the message: ScpiLines leaves no LF
-// outside blocks, and nothing read byte by byte here may contain one.
+// Reads the bytes of a message from a given position. '\n' represents the end of the message: ScpiLines leaves no LF
+// outside blocks, and no element that is read byte by byte may contain one.
 class Reader
 {
 public:
@@ -65,11 +65,11 @@ public:
         return ahead;
     }
 
-    // Whether a data element may end here.
+    // Returns true if a data element may end here.
     bool isAtSeparator() const { return isAtEnd() || isWhite(peek()) || peek() == ',' || peek() == ';'; }
 
-    // Sets the error, with the bytes from "start" up to and including the current one as its detail. Returns false, for
-    // the caller to return.
+    // Sets the error, with the bytes from "start" up to and including the current one as its detail. Always returns
+    // false, so that callers can return the result.
     bool fail(int number, qsizetype start, ScpiError &error) const
     {
         const qsizetype length = std::min(m_at + 1, m_message.size()) - start;
@@ -94,10 +94,10 @@ private:
 // The parts of a decimal number, before conversion.
 struct Decimal
 {
-    QByteArray mantissa; // sign, digits and point, as std::from_chars takes them
+    QByteArray mantissa; // sign, digits and point, as accepted by std::from_chars
     int digits = 0;      // without leading zeros
     bool hasDigit = false;
-    qsizetype magnitude = 0; // the power of ten before the first digit that is not 0, without the exponent
+    qsizetype magnitude = 0; // position of the point relative to the first nonzero digit, without the exponent
     int exponent = 0;
 };
 
@@ -126,7 +126,7 @@ void readMantissa(Reader &reader, Decimal &decimal)
     }
 }
 
-// Reads an optional exponent, with blanks around the E, as IEEE 488.2 allows. An E before a letter begins a suffix.
+// Reads an optional exponent; IEEE 488.2 allows white space around the E. An E followed by a letter begins a suffix.
 bool readExponent(Reader &reader, qsizetype start, Decimal &decimal, ScpiError &error)
 {
     qsizetype ahead = reader.pastWhite(0);
@@ -166,7 +166,7 @@ std::optional<double> valueOf(const Decimal &decimal)
     return text.startsWith('-') ? -0.0 : 0.0;
 }
 
-// Format: `[/]unit{(/|.)unit}`; a unit consists of letters and an optional digit with or without "-".
+// Format: `[/]unit{(/|.)unit}`; a unit consists of letters, an optional "-" and an optional digit.
 bool isSuffix(QByteArrayView text)
 {
     qsizetype at = text.startsWith('/') ? 1 : 0;
@@ -235,8 +235,8 @@ int valueOfDigit(char byte)
     return upper >= 'A' && upper <= 'F' ? upper - 'A' + 10 : 16;
 }
 
-// Reads the digits of a hexadecimal, octal or binary number (bitsOfDigit 4, 3 or 1) after "#" and the letter. Allows 64
-// bits at most and rounds numbers beyond 2^53.
+// Reads the digits of a hexadecimal, octal or binary number (bitsOfDigit 4, 3 or 1) after "#" and the letter. Accepts
+// at most 64 bits; numbers above 2^53 are rounded.
 bool readBits(Reader &reader, qsizetype start, unsigned bitsOfDigit, ScpiParameter &parameter, ScpiError &error)
 {
     std::uint64_t bits = 0;
@@ -375,7 +375,7 @@ bool readParameters(Reader &reader, QList<ScpiParameter> &parameters, ScpiError 
 
 // --- headers ---
 
-// start: the start of the header, for the detail of an error.
+// start: the start of the header, for error details.
 bool readMnemonic(Reader &reader, qsizetype start, QByteArray &mnemonic, ScpiError &error)
 {
     const char first = reader.peek();
@@ -397,7 +397,7 @@ bool readCommonHeader(Reader &reader, qsizetype start, ScpiNode &node, ScpiError
     return node.name.size() <= kLongestMnemonic || reader.fail(kScpiMnemonicTooLong, start, error);
 }
 
-// Reads one mnemonic of a compound header. Digits at its end are the suffix.
+// Reads one mnemonic of a compound header. Its trailing digits are the suffix.
 bool readNode(Reader &reader, qsizetype start, ScpiNode &node, ScpiError &error)
 {
     if (!readMnemonic(reader, start, node.name, error))

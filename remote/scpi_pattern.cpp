@@ -66,13 +66,13 @@ ScpiPattern::ScpiPattern(const char *pattern)
     m_isCommon = take(rest, '*');
     m_variants = {QList<int>()};
     m_isValid = readNodes(rest, 0, m_variants) && !m_text.endsWith(':') && (!m_isCommon || m_nodes.size() == 1);
-    // A header may not become empty.
+    // Not all nodes may be optional.
     m_isValid = m_isValid && !m_variants.contains(QList<int>());
     if (!m_isValid)
         m_variants.clear();
 }
 
-// Reads nodes and bracketed groups up to the end or to the closing bracket of this group, and appends them to each
+// Reads nodes and bracketed groups up to the end of the text or this group's closing bracket, and appends them to each
 // variant.
 bool ScpiPattern::readNodes(QByteArrayView &rest, int depth, QList<QList<int>> &variants)
 {
@@ -115,7 +115,7 @@ bool ScpiPattern::readNode(QByteArrayView &rest, Node &node)
         return false;
     node.longForm = name.toByteArray().toUpper();
     node.shortForm = shortFormOf(name);
-    // A name may not end in a digit: digits at the end of a header are its suffix.
+    // A name may not end in a digit, because trailing digits in a header are its suffix.
     if (!m_isCommon && isDigit(node.shortForm.back()))
         return false;
 

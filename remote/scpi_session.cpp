@@ -15,7 +15,7 @@ namespace calvorn {
 
 namespace {
 
-constexpr qint64 kTurnMs = 10; // then the rest of the program has its turn
+constexpr qint64 kTurnMs = 10; // time slice, after which the rest of the program runs
 
 const std::vector<ScpiPattern> &patterns()
 {
@@ -85,7 +85,7 @@ void ScpiSession::showSweeping(bool isSweeping)
     m_client.status.operation().setConditionBits(kOperationSweeping, isSweeping);
 }
 
-// Commands call this too: one may arrive between the end of a sweep and its signal.
+// Also called before each command, because one may arrive between the end of a sweep and its signal.
 void ScpiSession::followSweep()
 {
     showSweeping(m_target.isMeasuring());
@@ -128,7 +128,7 @@ void ScpiSession::run()
     QMetaObject::invokeMethod(this, &ScpiSession::run, Qt::QueuedConnection);
 }
 
-// Carries out one unit of the message. Returns false if it waits.
+// Executes one unit of the message. Returns false if the unit waits or has deleted the session.
 bool ScpiSession::runMessage()
 {
     ScpiError error;
@@ -156,7 +156,7 @@ void ScpiSession::sendAnswer()
     emit answered(std::exchange(m_answer, {}) + '\n');
 }
 
-// Queues the error that the step throws.
+// Runs a step and queues any error that it throws.
 void ScpiSession::act(const std::function<void()> &step)
 {
     const QPointer<ScpiSession> alive(this);
@@ -215,7 +215,7 @@ void ScpiSession::call(const ScpiCommand &command, const QList<int> &suffixes)
     auto *act = m_unit.isQuery ? command.query : command.set;
     const bool needsHardware = m_unit.isQuery ? command.queryNeedsHardware : !command.isQuiet;
     if (needsHardware && m_target.instrument().isEnding()) {
-        // The single sweep is stored, but the hardware has not yet reported that it stopped.
+        // The single sweep is stored, but the hardware has not yet reported that it has stopped.
         call->wait(
             [act](ScpiCall &waiting) {
                 if (waiting.target.instrument().isSweeping())
@@ -246,7 +246,7 @@ void ScpiSession::addAnswer(const ScpiCall &call)
         emit overflowed();
 }
 
-// Checks whether the condition of the waiting command is now true.
+// Checks whether the waiting command's condition is now true.
 void ScpiSession::lookAgain()
 {
     if (!m_waiting || m_isActing)
@@ -254,7 +254,7 @@ void ScpiSession::lookAgain()
     const QPointer<ScpiSession> alive(this);
     bool isDone = false;
     act([this, &isDone] {
-        // The command may start to wait for something else.
+        // The command may start waiting for another condition.
         const auto waitsFor = m_waiting->waitsFor();
         const int waits = m_waiting->waits();
         isDone = waitsFor(*m_waiting) && m_waiting->waits() == waits;

@@ -12,32 +12,32 @@
 
 namespace calvorn {
 
-// Carries out the messages of one client and answers them. Does not know how the client is connected.
+// Executes one client's messages and returns the responses. Independent of how the client is connected.
 //
-// Messages are carried out one after the other. A long message lets the rest of the program run now and then; a waiting
-// command, such as *OPC?, holds up all later ones.
+// Messages are executed one after the other. A long message runs in time slices, so that the rest of the program can
+// run in between; a waiting command, such as *OPC?, delays all later ones.
 class ScpiSession : public QObject
 {
     Q_OBJECT
 
 public:
-    // Maximum size of an answer, bytes: a longer one suggests that the client never reads.
+    // Maximum size of a response in bytes; a longer response suggests that the client never reads.
     static constexpr qsizetype kLongestAnswer = 1 << 20;
 
     explicit ScpiSession(RemoteTarget &target, QObject *parent = nullptr);
     ~ScpiSession() override;
 
-    // Takes bytes from the client, some thousands at a time. The caller keeps further bytes while isBusy().
+    // Accepts bytes from the client, a few thousand at a time. The caller must hold back further bytes while isBusy().
     void take(QByteArrayView bytes);
 
-    // Whether the session must finish a message before it can take more bytes.
+    // Returns true if the session must finish a message before it can accept more bytes.
     bool isBusy() const { return m_message.has_value(); }
 
 signals:
     void answered(const QByteArray &bytes);
-    // The session can take more bytes.
+    // The session can accept more bytes.
     void ready();
-    // The answer to one message exceeds kLongestAnswer.
+    // The response to one message exceeds kLongestAnswer.
     void overflowed();
 
 private:
@@ -57,12 +57,12 @@ private:
     RemoteTarget &m_target;
     ScpiClient m_client;
     ScpiLines m_lines;
-    std::optional<ScpiMessage> m_message; // the one in progress
-    ScpiUnit m_unit;                      // the current one of m_message
-    std::unique_ptr<ScpiCall> m_waiting;  // the call of m_unit, while it waits
+    std::optional<ScpiMessage> m_message; // the message in progress
+    ScpiUnit m_unit;                      // the current unit of m_message
+    std::unique_ptr<ScpiCall> m_waiting;  // the call for m_unit, while it waits
     QTimer m_patience;
-    QByteArray m_answer;        // to m_message
-    bool m_isAnswering = false; // m_message has an answer, which may be empty
+    QByteArray m_answer;        // the response to m_message
+    bool m_isAnswering = false; // m_message has a response, which may be empty
     bool m_isActing = false;
     bool m_ownsSweep = false; // this client started the running sweep
 };

@@ -34,16 +34,16 @@ inline constexpr int kQuestionablePower = 1 << 3;
 inline constexpr int kQuestionableFrequency = 1 << 5;
 inline constexpr int kQuestionableCalibration = 1 << 8;
 
-// A register group of SCPI-99: 15 bits, 0 to 32767; bit 15 of a value is ignored and always reads 0.
+// An SCPI-99 register group: 15 bits, 0 to 32767; bit 15 of a value is ignored and always reads 0.
 class ScpiRegisterGroup
 {
 public:
     static constexpr int kAllBits = 0x7FFF;
 
     int condition() const { return m_condition; }
-    // A rising bit sets its event if the positive filter contains the bit, a falling bit if the negative filter does.
+    // A rising bit sets its event if it is set in the positive filter, a falling bit if it is set in the negative one.
     void setCondition(int bits);
-    void setConditionBits(int bits, bool on); // leaves the other bits
+    void setConditionBits(int bits, bool on); // leaves the other bits unchanged
 
     int event() const { return m_event; }
     int takeEvent(); // reads and clears
@@ -55,7 +55,7 @@ public:
     void setNegativeTransition(int bits) { m_negative = bits & kAllBits; }
 
     bool hasSummary() const { return (m_event & m_enable) != 0; }
-    // STATus:PRESet: disables all events and selects rising bits. Condition and events stay.
+    // STATus:PRESet: disables all events and selects rising bits. Does not change condition and events.
     void preset();
     // *CLS: clears only the events.
     void clear() { m_event = 0; }
@@ -68,24 +68,24 @@ private:
     int m_negative = 0;
 };
 
-// The status registers of one client. Registers of IEEE 488.2 have 8 bits, 0 to 255; higher bits are dropped. Initially
+// The status registers of one client. IEEE 488.2 registers have 8 bits, 0 to 255; higher bits are ignored. Initially,
 // the power-on bit is set and nothing is enabled.
 class ScpiStatus
 {
 public:
     // Sets bits of the standard event status register, such as kEsrOperationComplete.
     void raise(int esrBits);
-    // Sets the bit for the class of an error; numbers without a class set none.
+    // Sets the bit for the error's class; numbers without a class set no bit.
     void raiseError(int number);
     int esr() const { return m_esr; }
     int takeEsr(); // *ESR?: reads and clears
     int esrEnable() const { return m_esrEnable; }
     void setEsrEnable(int bits);
     int serviceEnable() const { return m_serviceEnable; }
-    // Bit 6 cannot be enabled and is dropped.
+    // Bit 6 cannot be enabled and is ignored.
     void setServiceEnable(int bits);
 
-    // *STB?: reads without clearing. hasErrors: the error queue is not empty; hasMessage: an answer waits.
+    // *STB?: reads without clearing. hasErrors: the error queue is not empty; hasMessage: a response is pending.
     int statusByte(bool hasErrors, bool hasMessage) const;
 
     ScpiRegisterGroup &operation() { return m_operation; }
@@ -93,9 +93,9 @@ public:
     ScpiRegisterGroup &questionable() { return m_questionable; }
     const ScpiRegisterGroup &questionable() const { return m_questionable; }
 
-    // *CLS without the error queue: clears the events of all registers. The enable registers stay.
+    // *CLS except for the error queue: clears all event registers but not the enable registers.
     void clear();
-    // STATus:PRESet of both groups. The registers of IEEE 488.2 stay.
+    // STATus:PRESet for both groups. Does not change the IEEE 488.2 registers.
     void preset();
 
 private:

@@ -15,7 +15,7 @@ namespace calvorn {
 
 namespace {
 
-// A suffix and its factor: the number is multiplied by "times" and divided by "parts", powers of ten that are exact.
+// A suffix and its factor: the number is multiplied by "times" and divided by "parts", both exact powers of ten.
 struct Unit
 {
     ScpiQuantity quantity = ScpiQuantity::Plain;
@@ -74,7 +74,7 @@ std::optional<double> namedValue(const ScpiParameter &parameter, const ScpiRange
     return std::nullopt;
 }
 
-// Reads a number or one of the three words. rounded: round to the nearest integer before the range check.
+// Reads a number, MINimum, MAXimum or DEFault. rounded: rounds to the nearest integer before the range check.
 std::optional<double> readInRange(const ScpiParameter &parameter, ScpiQuantity quantity, const ScpiRange &range,
                                   bool rounded, ScpiError &error)
 {

@@ -15,7 +15,7 @@ namespace {
 
 constexpr double kAnyHertz = std::numeric_limits<double>::max();
 
-// The index is the speed.
+// Indexed by SweepSpeed.
 constexpr std::array<const char *, 3> kSpeeds{"STANdard", "SLOW", "VSLow"};
 constexpr std::array<const char *, 3> kShortSpeeds{"STAN", "SLOW", "VSL"};
 
@@ -29,7 +29,7 @@ double highest(const ScpiCall &call)
     return std::max(lowest(call), static_cast<double>(call.target.configuration().ddsMaxFreq));
 }
 
-// Moves a frequency within the limits; a change adds an error to the queue.
+// Clamps a frequency to the limits; queues an error if this changes it.
 double limited(ScpiCall &call, double hertz)
 {
     const double taken = std::clamp(hertz, lowest(call), highest(call));
@@ -40,7 +40,7 @@ double limited(ScpiCall &call, double hertz)
 
 double hertzOf(const ScpiCall &call, double least, double most, double standard)
 {
-    // Accept any number, which limited() corrects; MIN, MAX and DEF stand for "least", "most" and "standard".
+    // Accept any number, because the caller corrects it; MIN, MAX and DEF mean "least", "most" and "standard".
     const ScpiParameter &parameter = call.parameter(0);
     const bool isWord = parameter.kind == ScpiParameter::Kind::Word;
     return call.number(0, ScpiQuantity::Hertz,
@@ -67,7 +67,7 @@ double centre(const ScpiCall &call)
     return (static_cast<double>(c.startFreq) + static_cast<double>(c.stopFreq)) / 2.0;
 }
 
-// Sets the range around the centre, as wide as the limits allow. A negative span stays negative.
+// Sets the range around the centre; the limits may reduce the span, but it keeps its sign.
 void setAround(ScpiCall &call, double middle, double span)
 {
     const double widest = 2.0 * std::min(middle - lowest(call), highest(call) - middle);
@@ -95,7 +95,7 @@ void setSpan(ScpiCall &call)
     setAround(call, centre(call), hertzOf(call, kMinSweepRange, widest, widest));
 }
 
-// Answers the value, or the meaning of MIN, MAX or DEF as a parameter.
+// Responds with the value or, if the parameter is MIN, MAX or DEF, with the frequency that it means.
 void answerHertz(ScpiCall &call, double value, double least, double most, double standard)
 {
     call.answer(nr1(std::llround(call.count() > 0 ? hertzOf(call, least, most, standard) : value)));

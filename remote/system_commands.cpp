@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Errors, versions, the list of commands, the interface and the format of numbers.
+// Errors, version, command list, interface and number format.
 #include "instrument/interface_kind.h"
 #include "remote/scpi_command.h"
 

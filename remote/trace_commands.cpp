@@ -18,7 +18,7 @@ constexpr std::array<const char *, 3> kUnits{"V", "DB", "DBM"};
 constexpr std::array<const char *, kScales> kScaleWords{"LINear", "DBV", "DBVHead", "DB10V", "DB10VHead"};
 constexpr std::array<const char *, kScales> kShortScales{"LIN", "DBV", "DBVH", "DB10V", "DB10VH"};
 constexpr double kHeadroomDb = 10.0;
-// The limits of the boxes beside the graph.
+// The same limits as in the boxes beside the graph.
 constexpr ScpiRange kTopVolts{1e-3, 10.0, 2.5};
 constexpr ScpiRange kBottomDb{-90.0, -1.0, -60.0};
 constexpr ScpiRange kProminence{0.0, 200.0, 3.0};
@@ -120,7 +120,7 @@ void askScale(ScpiCall &call)
     call.answer(kShortScales[static_cast<std::size_t>(scaleOf(call))]);
 }
 
-// The top of a dB scale is 0 or 10 dB; each scale without headroom has a partner with headroom.
+// The top of a dB scale is 0 or 10 dB; each scale without headroom has a counterpart with headroom.
 void setLevel(ScpiCall &call)
 {
     const std::int16_t scale = scaleOf(call);
