@@ -60,16 +60,16 @@ inline double powerOfTen(int exponent)
     return kPowers[static_cast<std::size_t>(exponent)];
 }
 
-// Rounds half to even at the given number of decimals (0 to 15). The decimal value decides: 2.665 is a tie.
+// Rounds half to even at the given number of decimals (0 to 15). The decimal value determines ties: 2.665 is a tie.
 inline double roundToDecimals(double value, int decimals)
 {
     const double power = powerOfTen(decimals);
     const double scaled = value * power;
-    // Beyond 2^53 a double has no fraction left to round.
+    // Above 2^53, a double has no fraction to round.
     return std::abs(scaled) < 9007199254740992.0 ? roundHalfEven(scaled) / power : value;
 }
 
-// Rounds half to even to an integer type. Throws RuntimeError(Overflow) for a value out of range or NaN.
+// Rounds half to even to an integer type. Throws RuntimeError(Overflow) if the value is out of range or NaN.
 template <std::signed_integral T>
 T roundToInteger(double value)
 {

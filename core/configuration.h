@@ -10,7 +10,7 @@
 
 namespace calvorn {
 
-// The title of every message box and of the main window.
+// The title of the main window and of every message box.
 inline constexpr const char *kApplicationTitle = "Brenik - Calvorn  v2.0";
 
 inline constexpr std::int32_t kMinSweepRange = 400; // Hz
@@ -22,7 +22,7 @@ inline constexpr std::int16_t kInterfaceVna = 3; // MiniVNA on a USB virtual COM
 // 0xFFFF, an address at which no parallel port exists.
 inline constexpr std::int16_t kNoParallelAddress = -1;
 
-// The hardware and its connection, as edited in the set-up.
+// The hardware and its connection, as edited in the set-up dialog.
 struct HardwareSettings
 {
     std::int16_t interfaceType = kInterfaceLpt;
@@ -33,7 +33,7 @@ struct HardwareSettings
     std::int32_t ddsXtalFreq = 0;   // Hz
     std::int32_t ddsMaxFreq = 0;    // Hz
     std::int32_t ddsMinFreq = 0;    // Hz
-    double ddsOffset = 0.0;         // Hz, added at the output
+    double ddsOffset = 0.0;         // Hz, added to the output frequency
     QString adcDevice;              // "8bit" or "10bit"
     float adcOffset = 0.0F;         // volts
     float adcStep = 0.0F;           // volts per count
@@ -62,9 +62,9 @@ struct Configuration : HardwareSettings
     bool usbApi = false;         // [Debug]; read together with slowCpu, has no further effect
     bool logDebug = false;       // writes diagnostic lines to the log list
     std::int32_t slowCpu = 0;
-    std::int16_t msgResult = 0; // answer of the last message box; after a command, -1 for success and 0 for failure
+    std::int16_t msgResult = 0; // result of the last message box; after a command, -1 for success and 0 for failure
     QString msgText;            // text of the last message box
-    QString startNotice;        // corrections by the frequency plan, shown to the user
+    QString startNotice;        // corrections made by correctRange(), shown to the user
     QString stopNotice;
 };
 

@@ -25,18 +25,18 @@ struct DetectorCalibration
     // Returns the count nearest to these input volts. It is never negative but may exceed the converter's range.
     double countOf(double volts) const;
 
-    // Returns the volts at or below which the detector cannot see a signal: half a count from the silent end of the
-    // range, or the lowest level of a table.
+    // Returns the volts at or below which the detector cannot detect a signal: half a count from the no-signal end of
+    // the range, or the lowest level in a table.
     double floor() const;
 
     bool operator==(const DetectorCalibration &) const = default;
 };
 
-// Returns the configured law, or the linear law for a MiniVNA that measures phase, whose counts are not a level.
+// Returns the effective law: the configured law, or the linear law for a MiniVNA that measures phase.
 const DetectorLaw &lawInForce(const Configuration &configuration);
 
-// Returns the calibration of the configured interface, with the law in force. Only the parallel port supports several
-// converters. In the mode "device under test" the counts of a MiniVNA are inverted and range from 1 to kVnaFullScale.
+// Returns the calibration of the configured interface with the effective law. Only the parallel port supports several
+// converters. In "device under test" mode, MiniVNA counts are inverted and range from 1 to kVnaFullScale.
 DetectorCalibration detectorOf(const Configuration &configuration);
 
 } // namespace calvorn

@@ -29,7 +29,7 @@ double onLine(double x, double x0, double x1, double y0, double y1)
     return x1 > x0 ? std::lerp(y0, y1, (x - x0) / (x1 - x0)) : y1;
 }
 
-// Returns the sum of the squared errors in dB² of the inner points, each interpolated from its neighbours.
+// Interpolates each inner point from its neighbours and returns the sum of the squared errors (dB²).
 double errorOf(const Points &points, double (*abscissa)(double volts))
 {
     double sum = 0.0;

@@ -14,14 +14,13 @@ double voltsOfDbm(double dBm);
 // Returns minus infinity at 0 V and below.
 double dBmOfVolts(double volts);
 
-// The relation between the level at a detector's input and its output volts. A linear detector returns the level
-// itself.
+// The relation between a detector's input level and its output voltage. A linear detector outputs the level itself.
 struct DetectorLaw
 {
     enum class Kind {
         Linear,
         Log,   // volts = slope x (level - intercept), as in the data sheets of logarithmic detectors
-        Table, // measured points, joined by straight lines of dBm over the detector's volts or over their logarithm
+        Table, // measured points, interpolated linearly in dBm against detector volts or their logarithm
     };
 
     struct Point
@@ -34,18 +33,18 @@ struct DetectorLaw
 
     static constexpr std::size_t kFewestPoints = 2;
     static constexpr std::size_t kMostPoints = 32;
-    static constexpr double kLeastSlope = 1.0;    // mV per dB, either sign
-    static constexpr double kMostSlope = 1000.0;  // mV per dB, either sign
-    static constexpr double kFarthestDbm = 200.0; // either sign; limits intercepts, points and returned levels
-    static constexpr double kFarthestVolts = 1e3; // either sign; limits the points
+    static constexpr double kLeastSlope = 1.0;    // mV per dB, absolute value
+    static constexpr double kMostSlope = 1000.0;  // mV per dB, absolute value
+    static constexpr double kFarthestDbm = 200.0; // absolute value; limits intercepts, points and returned levels
+    static constexpr double kFarthestVolts = 1e3; // absolute value; limits the points
 
     Kind kind = Kind::Linear;
-    double slope = 25.0;      // mV per dB; negative if the volts fall as the level rises
+    double slope = 25.0;      // mV per dB; negative if the voltage falls as the level rises
     double intercept = -84.0; // dBm; the level at which the line reaches 0 V
 
-    // The points of a table, sorted by rising volts. Levels are interpolated over the volts, which suits a
-    // logarithmic detector, or over their logarithm, which suits a diode. The axis that predicts the inner points
-    // better from their neighbours is used; with two points, or with any point at or below 0 V, it is the volts.
+    // The points of a table, in order of increasing volts. Levels are interpolated against the volts, which suits a
+    // logarithmic detector, or against their logarithm, which suits a diode; the choice is the axis that better
+    // predicts the inner points from their neighbours. With only two points, or a point at or below 0 V, it is volts.
     const std::vector<Point> &points() const { return m_points; }
     void setPoints(std::vector<Point> points);
 
@@ -53,26 +52,26 @@ struct DetectorLaw
     static bool isLevel(double dBm);
     static bool isPoint(const Point &point);
 
-    // Returns the number, from 1, of the first table point that breaks the order (volts rise; levels all rise or all
-    // fall), or 0 if all points keep it.
+    // Returns the number (from 1) of the first table point that violates the required order (rising volts; levels that
+    // all rise or all fall), or 0 if there is none.
     std::size_t turningPoint() const;
 
-    // Returns whether the law yields exactly one level for each voltage: slope and intercept are within their limits;
-    // the points are in order (see turningPoint()).
+    // Returns true if the law yields exactly one level for each voltage: slope and intercept are within their limits,
+    // and table points are in order (see turningPoint()).
     bool isUsable() const;
 
-    // Converts detector volts to volts RMS at the input. Beyond the ends of the law it returns the level at the end.
-    // Unless the law is linear, the level stays within -200 to 200 dBm.
+    // Converts detector volts to volts RMS at the input. Beyond either end of the law, returns the level at that end.
+    // Unless the law is linear, the level is limited to -200 to 200 dBm.
     double inputVolts(double detectorVolts) const;
 
-    // Returns whether the volts lie outside the law: beyond the points of a table, or below 0 V with a logarithmic
-    // law, as no logarithmic detector outputs negative volts.
+    // Returns true if the volts are outside the law: beyond the points of a table, or below 0 V for a logarithmic law,
+    // because logarithmic detectors do not output negative volts.
     bool isBeyondEnds(double detectorVolts) const;
 
     // The inverse of inputVolts(): converts volts RMS at the input to detector volts.
     double detectorVolts(double inputVolts) const;
 
-    // Returns whether the detector volts rise with the level.
+    // Returns true if the detector volts rise with the level.
     bool isRising() const;
 
     bool operator==(const DetectorLaw &) const = default;
@@ -86,7 +85,7 @@ private:
     bool m_isOverLogarithm = false; // derived from the points
 };
 
-// The data-sheet values of a detector.
+// Data-sheet values of a detector.
 struct DetectorPreset
 {
     const char *name;

@@ -55,14 +55,14 @@ QString linearInstead(const char *section, const QString &key, const QString &wh
         .arg(QString::fromLatin1(section), key, what);
 }
 
-// Returns NaN for a text that does not convert, which makes the law unusable.
+// Returns NaN, which makes the law unusable, if the value is not a number.
 double realOf(const Profile &profile, const SettingKey &key)
 {
     const QString found = text(profile, key);
     return enteredReal(found.isEmpty() ? QString::fromLatin1(key.fallback) : found).value_or(std::nan(""));
 }
 
-// Returns all points, or those before the first missing or unreadable one, whose number goes to `bad`.
+// Returns all points. If a point is missing or invalid, stops before it and stores its number in `bad`.
 std::vector<DetectorLaw::Point> pointsOf(const Profile &profile, std::optional<std::size_t> &bad)
 {
     std::size_t last = DetectorLaw::kMostPoints;
@@ -99,7 +99,7 @@ QVector<ProfileEntry> pointEntries(const std::vector<DetectorLaw::Point> &points
             const DetectorLaw::Point &point = points[number - 1];
             both = numbers.fromDouble(point.volts) + u';' + numbers.fromDouble(point.dBm);
         }
-        // Empties the keys of removed points.
+        // Clear the keys of removed points.
         if (!both.isEmpty() || !pointText(profile, number).isEmpty())
             entries.append({QString::fromLatin1(kDetectorSection), pointKey(number), both});
     }
@@ -153,7 +153,7 @@ DetectorLaw readDetectorLaw(const Profile &profile, QStringList &faults)
         faults.append(fault);
         law.kind = DetectorLaw::Kind::Linear;
     }
-    // The set-up offers these values while another law is in force, so they must be usable.
+    // The set-up dialog offers these values even if another law is selected, so they must be valid.
     if (!DetectorLaw::isSlope(law.slope))
         law.slope = DetectorLaw().slope;
     if (!DetectorLaw::isLevel(law.intercept))

@@ -5,9 +5,9 @@
 
 namespace calvorn {
 
-// A numeric display mask such as "###,###,##0" or "#0.000": 0 is a digit that is always shown, # a digit that is
-// shown when needed, and a comma groups the thousands. The digits after the point are decimals. The output uses the
-// separators of the locale.
+// A numeric display mask such as "###,###,##0" or "#0.000": 0 is a digit that is always shown, # is a digit that is
+// shown if needed, and a comma enables thousands separators. Digits after the point are decimals. The output uses the
+// locale's separators.
 struct DisplayMask
 {
     int integerDigits = 0; // minimum number shown
@@ -36,6 +36,6 @@ inline constexpr DisplayMask kMaskMegahertz{"###,000,000"};
 inline constexpr DisplayMask kMaskVolt{"#0.000"};
 inline constexpr DisplayMask kMaskFullScaleVolt{"#0.00"};
 inline constexpr DisplayMask kMaskDb{"#0.0"};
-inline constexpr DisplayMask kMaskFixed{"0.00"}; // the named format "Fixed"
+inline constexpr DisplayMask kMaskFixed{"0.00"}; // the "Fixed" named format
 
 } // namespace calvorn

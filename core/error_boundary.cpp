@@ -20,7 +20,7 @@ QString ErrorBoundary::textOf(const char *procedureName, const RuntimeError &err
 
 void ErrorBoundary::log(const char *procedureName, const RuntimeError &error)
 {
-    // Prevents recursion if the log itself fails.
+    // Prevents recursion if logging itself fails.
     if (m_logging)
         return;
     const QScopedValueRollback guard(m_logging, true);

@@ -13,15 +13,15 @@
 
 namespace calvorn {
 
-// Handles the run-time errors that no procedure handles. Such an error ends its procedure and is shown in one message
-// box that names the fault and the procedure; the program then continues. While that box is open, further errors of
-// the same procedure go only to the log, so a failing timer cannot open more boxes.
+// Handles run-time errors that no procedure handles. Such an error aborts its procedure and is shown in a message box
+// that names the error and the procedure; the program then continues. While that box is open, further errors from the
+// same procedure are only logged, so a failing timer cannot open more boxes.
 class ErrorBoundary
 {
 public:
     ErrorBoundary(Messages &messages, Log &log);
 
-    // Runs the procedure; returns true if it ended without an error.
+    // Runs the procedure. Returns true if it completes without an error.
     template <typename Procedure>
     bool run(const char *procedureName, Procedure &&procedure)
     {
@@ -34,7 +34,7 @@ public:
         }
     }
 
-    // Runs a step after one that failed. A further error is treated as a consequence and only logged.
+    // Runs a step after another step has failed. An error is treated as a consequence and only logged.
     template <typename Procedure>
     void runAfterFailure(const char *procedureName, Procedure &&procedure)
     {
@@ -45,7 +45,7 @@ public:
         }
     }
 
-    // Connects a signal to a handler inside the boundary. All handlers of controls are connected this way.
+    // Connects a signal to a handler that runs inside the boundary. All control handlers are connected this way.
     template <typename Sender, typename Signal, typename Handler>
     QMetaObject::Connection connect(const Sender *sender, Signal signal, const QObject *context, const char *name,
                                     Handler handler)
@@ -56,7 +56,7 @@ public:
     void report(const char *procedureName, const RuntimeError &error);
 
 private:
-    // Accepts as many arguments of the signal as the handler does.
+    // Accepts as many signal arguments as the handler does.
     template <typename Handler>
     struct Guarded
     {

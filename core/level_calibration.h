@@ -8,7 +8,7 @@
 
 namespace calvorn {
 
-// A known level and the detector's reading of it.
+// A known level and the corresponding detector reading.
 struct CalibrationPoint
 {
     double dBm = 0.0;
@@ -20,12 +20,12 @@ struct CalibrationPoint
 inline constexpr std::size_t kFewestLogPoints = 2;
 inline constexpr std::size_t kFewestTablePoints = 3;
 
-// Returns the logarithmic law with the least squared error in volts. Returns nullopt for fewer than two points, for
-// points of equal level or equal volts, and if slope or intercept exceeds the limits of a law.
+// Returns the logarithmic law that fits the points best (least squares in volts). Returns nullopt if there are fewer
+// than two points, if all levels or all volts are equal, or if slope or intercept is outside its limits.
 std::optional<DetectorLaw> logLawOf(const std::vector<CalibrationPoint> &points);
 
-// Returns a table of the points, sorted by rising volts. Returns nullopt for fewer than three points, for more than a
-// table can hold, and if the levels do not all rise or all fall.
+// Returns a table of the points, sorted by increasing volts. Returns nullopt if there are fewer than three points or
+// more than a table can hold, or if the levels neither all rise nor all fall.
 std::optional<DetectorLaw> tableLawOf(std::vector<CalibrationPoint> points);
 
 // Returns the level that the law computes for a point, minus its known level, in dB.

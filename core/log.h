@@ -8,8 +8,8 @@
 
 namespace calvorn {
 
-// The diagnostic log. The list lstLOG of the test panel shows its lines; lines written before the panel exists are
-// kept for it.
+// The diagnostic log. The test panel shows its lines in the list lstLOG; lines written before the panel exists are
+// stored for it.
 class Log : public QObject
 {
     Q_OBJECT
@@ -17,10 +17,10 @@ class Log : public QObject
 public:
     explicit Log(const Configuration &configuration, QObject *parent = nullptr);
 
-    // Appends a line if the log is on. Callers include their own prefix in the text ("P> ", "L> ", "V> ").
+    // Appends a line if logging is on. Callers include their own prefix in the text ("P> ", "L> ", "V> ").
     void writeLog(const QString &text);
 
-    // Returns the lines written before this call and stops keeping them; later calls return nothing.
+    // Returns the lines written so far and stops storing new ones; later calls return nothing.
     QStringList takeEarlyLines();
 
 signals:

@@ -38,7 +38,7 @@ void AlertQueue::show(const QString &text, const Ask &ask)
         return;
     m_texts.append(text);
     if (m_texts.size() > 1)
-        return; // the first call shows it after the earlier texts
+        return; // the first call shows it after the earlier messages
     while (!m_texts.isEmpty()) {
         if (ask(m_texts.first()))
             m_texts.removeFirst();

@@ -10,7 +10,7 @@
 
 namespace calvorn {
 
-// Shows message boxes under the application title, and stores the text in msgText and the answer in msgResult.
+// Shows message boxes with the application title, and stores the message in msgText and the result in msgResult.
 class Messages
 {
 public:
@@ -19,10 +19,10 @@ public:
     // Returns kBoxOk or kBoxCancel.
     std::int16_t show(BoxIcon icon, BoxButtons buttons, const QString &text);
 
-    // Uses another title.
+    // Does the same with another title.
     std::int16_t show(BoxIcon icon, BoxButtons buttons, const QString &text, const QString &title);
 
-    // A warning with an OK button.
+    // Shows a warning with an OK button.
     void warn(const QString &text);
 
     // Beeps, then warns. Used for hardware faults.
@@ -35,12 +35,12 @@ private:
     Desktop &m_desktop;
 };
 
-// Queues texts that arrive while a box is open and shows them one after the other. A text that is already shown or
-// queued is not added again.
+// Queues messages while a box is open and shows them one after the other. A message that is already shown or queued is
+// not added again.
 class AlertQueue
 {
 public:
-    // Shows a text. Returns false if the user cancels, which drops the queued texts.
+    // Shows a message. Returns false if the user cancels; the queued messages are then discarded.
     using Ask = std::function<bool(const QString &text)>;
 
     void show(const QString &text, const Ask &ask);

@@ -46,7 +46,7 @@ QStringView trimmedBlanks(QStringView text)
     return text;
 }
 
-// Returns the bits of an "&H" literal, or nullopt if the text is not one. Throws Overflow above 32 bits.
+// Returns the bits of an "&H" literal, or nullopt if the text is not one. Throws Overflow for more than 32 bits.
 std::optional<std::uint64_t> hexLiteral(QStringView text)
 {
     text = trimmedBlanks(text);
@@ -67,7 +67,7 @@ std::optional<std::uint64_t> hexLiteral(QStringView text)
     return bits;
 }
 
-// The digits of a rounded number, without grouping and sign.
+// The digits of a rounded number, without grouping or sign.
 struct Digits
 {
     std::array<char, 352> text{}; // room for the longest double in fixed notation with its decimals
@@ -189,14 +189,14 @@ bool NumberText::isGroup(QChar c) const
 {
     if (c == m_group)
         return true;
-    // In locales that group by a narrow space, users type a plain one.
+    // Where the locale's group separator is a narrow space, users type an ordinary space.
     if (isSpaceLike(m_group))
         return isSpaceLike(c);
     return m_group == u'\u2019' && c == u'\'';
 }
 
-// Fast path for the texts that the masks write. Integers of up to 15 digits and the powers of ten are exact as
-// doubles, so their quotient is the double nearest to the decimal number.
+// Fast path for text written with display masks. Integers of up to 15 digits and powers of ten are exact as doubles, so
+// their quotient is the double nearest to the decimal number.
 bool NumberText::readShort(QStringView text, double &value) const
 {
     constexpr int kMostDigits = 15;
@@ -267,7 +267,7 @@ NumberText::Parse NumberText::parse(QStringView text, double &value) const
     if (read.ptr != end)
         return Parse::NotANumber;
     if (read.ec == std::errc::result_out_of_range) {
-        // A number below the range of a double becomes zero; one above it is an overflow.
+        // A number too small for a double becomes zero; one that is too large is an overflow.
         if (!QByteArrayView(plain.data(), plain.size()).contains("e-"))
             return Parse::TooLarge;
         value = 0.0;

@@ -34,7 +34,7 @@ QString serverIn(const QString &folder)
     return folder + u'/' + QString::fromLatin1(kServerName);
 }
 
-// A file is replaced by a new one written beside it, so the permissions of the folder matter, not those of the file.
+// A file is replaced by a new file written beside it, so the folder's permissions matter, not those of the file.
 bool canBeWritten(const QString &folder)
 {
     return faccessat(AT_FDCWD, QFile::encodeName(folder).constData(), W_OK | X_OK, AT_EACCESS) == 0;

@@ -7,9 +7,9 @@
 
 namespace calvorn {
 
-// A run-time error ends the procedure in which it occurs. If no procedure handles it, the boundary of the control's
-// handler (ErrorBoundary) shows it once and the program continues. Closing is not shown because the program is
-// ending.
+// A run-time error aborts the procedure in which it occurs. If no procedure handles it, the ErrorBoundary around the
+// control's handler shows it once and the program continues. Closing is not shown, because the program is shutting
+// down.
 class RuntimeError : public std::exception
 {
 public:
@@ -21,7 +21,7 @@ public:
     Kind kind() const { return m_kind; }
     // The detail passed to the constructor.
     const QString &detail() const { return m_detail; }
-    // One sentence for the user.
+    // The error message for the user.
     const QString &message() const { return m_message; }
     const char *what() const noexcept override { return m_what.constData(); }
 

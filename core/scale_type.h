@@ -5,7 +5,7 @@
 
 namespace calvorn {
 
-// The scale numbers of Configuration::scaleType. Any other number is treated as logarithmic, relative to 1 V, without
+// Scale numbers in Configuration::scaleType. Any other number is treated as logarithmic, relative to 1 V, without
 // headroom.
 inline constexpr int kScales = 5;
 inline constexpr std::int16_t kScaleLinear = 0;
@@ -24,19 +24,19 @@ constexpr bool isLinearScale(std::int16_t scale)
     return scale == kScaleLinear;
 }
 
-// Returns whether 0 dB is 10 V; otherwise it is 1 V.
+// Returns true if 0 dB is 10 V, false if it is 1 V.
 constexpr bool scaleRefersTo10V(std::int16_t scale)
 {
     return scale == kScaleDb10V || scale == kScaleDb10VHeadroom;
 }
 
-// Returns the volts of 0 dB on a logarithmic scale.
+// Returns the voltage at 0 dB on a logarithmic scale.
 constexpr double voltsOfZeroDb(std::int16_t scale)
 {
     return scaleRefersTo10V(scale) ? 10.0 : 1.0;
 }
 
-// Returns whether the scale starts at +10 dB; otherwise it starts at 0 dB.
+// Returns true if the top of the scale is +10 dB, false if it is 0 dB.
 constexpr bool scaleHasHeadroom(std::int16_t scale)
 {
     return scale == kScaleDb1VHeadroom || scale == kScaleDb10VHeadroom;

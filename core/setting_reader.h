@@ -16,12 +16,12 @@ namespace calvorn {
 
 // Reads the settings file once and returns its values. A missing or empty key yields its default.
 //
-// A text that does not convert affects only its own key: the value becomes the default, the bad text stays in the
-// file, and faults() names section, key and text.
+// An invalid value affects only its own key: the default is used, the invalid value stays in the file, and faults()
+// names section, key and value.
 class SettingReader
 {
 public:
-    // Whether save() writes the defaults of missing keys to the file.
+    // Determines whether save() writes the defaults of missing keys to the file.
     enum class Defaults { WriteBack, KeepOut };
 
     SettingReader(const QString &path, Defaults defaults);
@@ -29,11 +29,11 @@ public:
     // The file as read by the constructor.
     const Profile &profile() const { return m_profile; }
 
-    // Removes the keys of a section; save() applies this to the file.
+    // Removes all keys in a section; save() applies this to the file.
     void clear(const QString &section);
 
     // Reads the file again and adds the missing keys to it. Does nothing with Defaults::KeepOut, or if the file was
-    // refused at either reading.
+    // rejected on either reading.
     void save();
 
     QString text(const SettingKey &key);
@@ -47,20 +47,20 @@ public:
     }
     void read(std::int16_t &value, const SettingKey &key);
     void read(std::int32_t &value, const SettingKey &key);
-    // Real numbers are read with either decimal separator.
+    // Real numbers may use either decimal separator.
     void read(float &value, const SettingKey &key);
     void read(double &value, const SettingKey &key);
     void read(bool &value, const SettingKey &key);
     void read(QString &value, const SettingKey &key) { value = text(key); }
-    // Uses `none` for a text that does not convert. The default would select a device that the user did not mean.
+    // Uses `none` if the value is invalid, because the default would select a device that the user did not intend.
     void int16OrNone(std::int16_t &value, const SettingKey &key, std::int16_t none);
 
-    // One sentence for each text that could not be used.
+    // Returns one error message for each invalid value.
     const QStringList &faults() const { return m_faults; }
     void addFault(const SettingKey &key, const QString &what);
     void addFaults(const QStringList &sentences) { m_faults += sentences; }
 
-    // Returns whether the text of this key could not be used.
+    // Returns true if the value of this key was invalid.
     bool isUnreadable(const QString &section, const QString &key) const
     {
         return m_unreadable.contains({section, key});

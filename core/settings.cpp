@@ -15,12 +15,12 @@ namespace calvorn {
 
 namespace {
 
-// Obsolete section, emptied at each start.
+// Obsolete section, cleared at each start.
 constexpr const char *kAttenuatorSection = "Attenuator";
 
-constexpr std::int16_t kOldScaleDb10V = 10; // in files of old versions
+constexpr std::int16_t kOldScaleDb10V = 10; // in files from old versions
 
-// Accepts any substring of the joined device names, including an empty name.
+// Accepts any substring of the concatenated device names, including an empty string.
 bool isKnownDdsDevice(const QString &name)
 {
     QString names;
@@ -69,7 +69,7 @@ struct ReadValue
         else
             reader.read(value, row.key);
     }
-    // Markers are kept as text. A text that does not convert is replaced by the default.
+    // Markers are stored as text; invalid text is replaced with the default.
     void operator()(QString &value) const
     {
         if (row.kind == SettingKind::MarkerLevel)
@@ -187,7 +187,7 @@ void SettingsLoader::read(const SettingRow &row)
     std::visit([&](auto field) { ReadValue{m_reader, row}(fieldOf(m_configuration, m_window, field)); }, row.field);
 }
 
-// A start above the maximum becomes the minimum, not the maximum; a stop has no lower limit.
+// A start frequency above the maximum becomes the minimum, not the maximum; a stop frequency has no lower limit.
 void SettingsLoader::clampFrequencies()
 {
     Configuration &c = m_configuration;

@@ -90,14 +90,14 @@ struct FieldFits
     }
 };
 
-// The set-up's working copies contain only fields of HardwareSettings.
+// The set-up dialog's working copies contain only fields of HardwareSettings.
 constexpr bool isConsistent(const SettingRow &row)
 {
     const bool isInSetUp = row.places.port + row.places.hardware + row.places.apply > 0;
     return std::visit(FieldFits{row.kind, isInSetUp}, row.field);
 }
 
-// Checks that the places run from 1 without gaps or duplicates.
+// Checks that the places are numbered from 1 without gaps or duplicates.
 constexpr bool isGapless(int SettingPlaces::*order)
 {
     const auto isAt = [order](int place) {

@@ -13,34 +13,33 @@
 
 namespace calvorn {
 
-// How a value is converted from and to text.
+// Determines how a value is converted to and from text.
 enum class SettingKind {
     Text,
     Int16,
     Int32,
     Real,            // float or double; written with the locale's decimal separator, read with either
     Boolean,         // "False" or "True", or a number, which is false if 0
-    Address,         // Int16; the set-up writes it as "&H" and hexadecimal digits
+    Address,         // Int16; the set-up dialog writes it as "&H" and hexadecimal digits
     Decibels,        // Int32, read with either decimal separator
-    MarkerFrequency, // a whole number, kept as text
-    MarkerLevel,     // a real number, kept as text
+    MarkerFrequency, // a whole number, stored as text
+    MarkerLevel,     // a real number, stored as text
 };
 
-// The record member that holds the value.
+// The record member that contains the value.
 using SettingField =
     std::variant<std::int16_t HardwareSettings::*, std::int32_t HardwareSettings::*, float HardwareSettings::*,
                  double HardwareSettings::*, QString HardwareSettings::*, std::int16_t Configuration::*,
                  std::int32_t Configuration::*, float Configuration::*, bool Configuration::*, QString Configuration::*,
                  std::int16_t WindowSettings::*, QString WindowSettings::*>;
 
-// The place of a setting in each order that differs from the order of the table: 1 is the first, 0 means not
-// included.
+// A setting's place in each order that differs from the table order: 1 is the first, 0 means not included.
 struct SettingPlaces
 {
     int shutdown = 0; // written by the program at shutdown
-    int port = 0;     // read by the set-up from the section in the table
-    int hardware = 0; // read by the set-up from [Config] or from the prepared section of an interface
-    int apply = 0;    // written by the set-up
+    int port = 0;     // read by the set-up dialog from the section given in the table
+    int hardware = 0; // read by the set-up dialog from [Config] or from an interface's prepared section
+    int apply = 0;    // written by the set-up dialog
 };
 
 struct SettingRow
@@ -49,10 +48,10 @@ struct SettingRow
     SettingKind kind;
     SettingField field;
     SettingPlaces places = {};
-    const char *appliedName = nullptr; // the set-up's spelling of the key, used if the file does not have the key
+    const char *appliedName = nullptr; // the set-up dialog's spelling of the key, used if the key is not in the file
 };
 
-// The keys used outside the table, in addition to those in protocol/setting_key.h.
+// Keys that are also used outside the table, in addition to those in protocol/setting_key.h.
 inline constexpr SettingKey kInterface{kConfigSection, "Interface", "2"};
 inline constexpr SettingKey kLog{"Debug", "Log", "0"};
 inline constexpr SettingKey kAdcOffset{kConfigSection, "ADC Offset", "5"}; // volts
@@ -66,10 +65,10 @@ inline constexpr SettingKey kMarker2{kCalvornSection, "Marker 2", "2000000"}; //
 // simulator_keys.h) and, for [Ports], in platform/serial_ports.h. docs/settings.md explains all of them.
 std::span<const SettingRow> settingsTable();
 
-// Returns the rows that have a place in this order, sorted by it.
+// Returns the rows that are included in this order, sorted by place.
 QVector<const SettingRow *> settingsInOrder(int SettingPlaces::*order);
 
-// Returns the text of a value as written to the file.
+// Returns a value as it is written to the file.
 inline QString settingText(const NumberText &, std::int16_t value)
 {
     return NumberText::fromInteger(value);

@@ -6,8 +6,7 @@
 
 namespace calvorn {
 
-// Replaces a file completely or not at all (platform/file_replacement.h). Throws RuntimeError(File) with the file and
-// the reason.
+// Replaces a file atomically (platform/file_replacement.h). Throws RuntimeError(File) with the path and the reason.
 void writeWholeFile(const QString &path, const QByteArray &content);
 
 } // namespace calvorn

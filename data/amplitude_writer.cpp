@@ -77,7 +77,7 @@ AmplitudeWriter::AmplitudeWriter(Configuration &configuration, SweepTable &table
     if (!m_known)
         return;
     m_known->follow(configuration, m_numbers);
-    voltsToDb(configuration, 1.0); // sets dbReference, which storing a known cell does not
+    voltsToDb(configuration, 1.0); // sets dbReference, because storing a cached cell does not
 }
 
 void AmplitudeWriter::storeCount(int row, int count)

@@ -12,14 +12,14 @@
 
 namespace calvorn {
 
-// Returns whether the amplitude of every row equals the conversion of its count under this configuration.
+// Returns true if the amplitude of every row is what this configuration computes from its count.
 bool amplitudesFollowFromCounts(const SweepTable &table, Configuration configuration);
 
-// Recomputes all amplitudes from the counts, for another detector, and announces the change. The volts are converted
-// to dB without rounding. Throws RuntimeError(TypeMismatch) if a count is not a number.
+// Recomputes all amplitudes from the counts, for another detector, and announces the change. Volts are not rounded
+// before conversion to dB. Throws RuntimeError(TypeMismatch) if a count is not a number.
 void rewriteAmplitudes(Configuration &configuration, SweepTable &table);
 
-// Caches the cell texts of each count, so that a count is formatted once and not in every sweep.
+// Caches the cell texts for each count, so that a count is formatted once rather than in every sweep.
 class KnownAmplitudes
 {
 public:
@@ -29,7 +29,7 @@ public:
         QString amplitude;
     };
 
-    // Clears the cache if calibration, scale or decimal separator differ from those it was filled with.
+    // Clears the cache if calibration, scale or decimal separator have changed since it was filled.
     void follow(const Configuration &configuration, const NumberText &numbers);
 
     // Returns null for counts that no converter produces: below 0, or 1024 and above.
@@ -44,9 +44,9 @@ private:
     QChar m_decimal;
 };
 
-// Writes amplitude cells from detector counts: volts with "#0.000" on the linear scale, otherwise dB with "#0.0". One
-// writer serves a whole pass over the table, so the locale is looked up once. The writer emits no signal; the caller
-// makes one of SweepTable's announcements.
+// Writes amplitude cells from detector counts: volts with "#0.000" on the linear scale, otherwise dB with "#0.0". Use
+// one writer for a whole pass over the table, so that the locale is looked up only once. The writer emits no signal;
+// the caller must call one of SweepTable's announcement functions.
 class AmplitudeWriter
 {
 public:
@@ -57,10 +57,10 @@ public:
     void storeCount(int row, int count);
 
     // Converts the count in the row's count cell and returns the volts. Throws RuntimeError(TypeMismatch) if the cell
-    // holds no number.
+    // does not contain a number.
     float convertRow(int row);
 
-    // Converts all 400 rows. The caller announces the change.
+    // Converts all 400 rows. The caller must announce the change.
     void convertAllRows();
 
 private:

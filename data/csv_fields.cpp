@@ -60,13 +60,13 @@ QString CsvFields::next()
             append(field, take());
         take();
     }
-    // Text between a closing quote and the separator is dropped.
+    // Discard text between a closing quote and the separator.
     while (peek() != kEnd && peek() != ',' && !isLineEnd(peek())) {
         const int c = take();
         if (!quoted)
             append(field, c);
     }
-    // Skip one separator: a comma or one line end.
+    // Skip one separator: a comma or a line ending.
     const int separator = take();
     if (isLineEnd(separator))
         ++m_line;

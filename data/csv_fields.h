@@ -7,13 +7,13 @@
 
 namespace calvorn {
 
-// Reads the fields of a comma-separated text one by one, across line ends (CR LF, LF or CR). Quoted fields keep the
-// text between the double quotes; unquoted ones lose surrounding blanks. The device is read in pieces, so the file
-// may have any size.
+// Reads the fields of comma-separated text one by one, across line endings (CR LF, LF or CR). A quoted field is the
+// text between the double quotes; unquoted fields are trimmed. The device is read in chunks, so the file may have any
+// size.
 class CsvFields
 {
 public:
-    // The longest accepted field, in bytes; far more than any number or heading of a sweep file needs.
+    // Maximum field length in bytes; far more than any number or heading in a sweep file needs.
     static constexpr qsizetype kLongestField = 1024;
 
     explicit CsvFields(QIODevice &device)
@@ -21,10 +21,10 @@ public:
     {
     }
 
-    // Returns the next field. Throws RuntimeError(File) at the end of the text and for a field that is too long.
+    // Returns the next field. Throws RuntimeError(File) at the end of the file or if the field is too long.
     QString next();
 
-    // The line in which the next field starts, from 1.
+    // Returns the number of the line on which the next field starts, counting from 1.
     int line() const { return m_line; }
 
 private:

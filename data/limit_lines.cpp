@@ -41,7 +41,7 @@ QByteArray headingOf(LimitUnit unit)
 
 void appendNumber(QByteArray &csv, double value)
 {
-    // The shortest form without an exponent that reads back exactly.
+    // The shortest notation without an exponent that reads back exactly.
     std::array<char, 512> buffer{};
     const auto written = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value == 0.0 ? 0.0 : value,
                                        std::chars_format::fixed);
@@ -94,7 +94,7 @@ LimitUnit readHeading(const QByteArray &text)
 
 using Member = std::optional<double> LimitPoint::*;
 
-// Returns the stricter of the values at one frequency.
+// Returns the strictest of the values at one frequency.
 std::optional<double> strictest(std::span<const LimitPoint> points, Member member)
 {
     std::optional<double> strict;

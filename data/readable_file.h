@@ -5,7 +5,7 @@
 
 namespace calvorn {
 
-// Opens a regular file for reading. Throws RuntimeError(File) with a sentence that names the file and the reason.
+// Opens a regular file for reading. Throws RuntimeError(File) with a message that includes the path and the reason.
 void openToRead(QFile &file);
 
 } // namespace calvorn

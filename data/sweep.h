@@ -12,7 +12,7 @@
 
 namespace calvorn {
 
-// The plan of a sweep: the frequency of row 1 and the step between rows.
+// A sweep plan: the frequency of row 1 and the step between rows.
 struct SweepAxis
 {
     std::int32_t start = 0; // Hz
@@ -24,7 +24,7 @@ struct SweepAxis
 // The origin of a sweep's samples. None: no sweep yet, all amplitudes are zero.
 enum class SweepOrigin { None, Measured, Imported, Drawn };
 
-// A sweep as numbers, parsed from the cells of the sweep table.
+// A sweep as numbers, parsed from the sweep table's cells.
 struct Sweep
 {
     // Index i holds row i + 1.
@@ -35,18 +35,18 @@ struct Sweep
     static bool isNumber(double value) { return !std::isnan(value); }
 
     SweepOrigin origin = SweepOrigin::None;
-    std::optional<SweepAxis> plan; // nullopt if the rows came from elsewhere
-    // The calibration that converts the counts to the amplitudes. Nullopt if none does, as in a sweep imported from a
-    // detector with another calibration.
+    std::optional<SweepAxis> plan; // nullopt if the rows were imported
+    // The calibration that converts the counts to the amplitudes, or nullopt if it is unknown, for example if the sweep
+    // was imported and measured with another calibration.
     std::optional<DetectorCalibration> detector;
     Column frequencies{}; // Hz
     Column amplitudes{};  // volts or dB, depending on the scale
     Column counts{};      // detector counts
 
-    // Returns the volts of a row at full resolution, without the rounding of the cells. Requires a detector.
+    // Returns a row's volts at full resolution, without the rounding applied to cells. Requires a detector.
     double volts(int row) const { return detector->volts(counts[static_cast<std::size_t>(row - 1)]); }
 
-    // Returns how many samples lie beyond the ends of the detector's law; 0 without a detector or with a linear law.
+    // Returns the number of samples beyond the ends of the detector's law; 0 without a detector or for a linear law.
     int samplesBeyondDetector() const;
 };
 

@@ -83,7 +83,7 @@ Sweep::Column &SweepTable::columnOf(Column column) const
     return m_sweep.counts;
 }
 
-// The only place that converts cells to numbers.
+// The only function that converts cells to numbers.
 const Sweep::Column &SweepTable::numbers(Column column) const
 {
     Sweep::Column &values = columnOf(column);
@@ -115,7 +115,7 @@ double SweepTable::number(int row, Column column) const
 {
     const QString &shown = text(row, column);
     const double value = row > 0 ? numbers(column)[static_cast<std::size_t>(row - 1)] : Sweep::kNoNumber;
-    // For a cell without a number, the conversion throws the matching error.
+    // For a cell without a number, this conversion throws the appropriate error.
     return Sweep::isNumber(value) ? value : NumberText().toDouble(shown);
 }
 
@@ -146,7 +146,7 @@ void SweepTable::amplitudesRewritten(const DetectorCalibration &detector)
 void SweepTable::cellsWritten()
 {
     emit dataChanged(index(0, 0), index(kSweepPoints - 1, kTableColumns - 1), {Qt::DisplayRole});
-    // Views lay out their header again on headerDataChanged(), which costs more than the cells of a sweep.
+    // headerDataChanged() makes views lay out their header again, which costs more than updating a sweep's cells.
     const std::array header{m_cells[0], m_cells[1], m_cells[2]};
     if (header == m_toldHeader)
         return;

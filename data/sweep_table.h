@@ -15,12 +15,12 @@ namespace calvorn {
 
 inline constexpr int kTableColumns = 3;
 
-// The table of the last sweep and its only storage. Cells hold text; sweep() returns the numbers, for which each
-// changed cell is parsed once by the current locale.
+// The table of the last sweep, which is stored nowhere else. Cells contain text; sweep() returns the numbers and parses
+// each column only once after a change, according to the current locale.
 //
-// Row 0 is the header; rows 1 to 400 hold one sample each. Column 0 is the frequency in Hz ("###,###,##0"), column 1
-// the amplitude in volts ("#0.000") or dB ("#0.0"), column 2 the detector count (plain integer). As a Qt model, the
-// 400 data rows are numbered from 0 and row 0 is the horizontal header.
+// Row 0 is the header; rows 1 to 400 contain one sample each. Column 0 is the frequency in Hz ("###,###,##0"), column 1
+// the amplitude in volts ("#0.000") or dB ("#0.0"), column 2 the detector count (plain integer). In the Qt model, the
+// 400 data rows are numbered from 0, and table row 0 is the horizontal header.
 //
 // changed() is emitted once for each new sweep, plan or scale. Components that show the table connect to it; the
 // writers do not need to know them.
@@ -34,14 +34,13 @@ public:
     explicit SweepTable(const Configuration &configuration, QObject *parent = nullptr);
 
     // Clears the table and fills in the current plan: row r is at startFreq + (r - 1) x stepFreq. Emits changed().
-    // Throws RuntimeError(Overflow) if a frequency does not fit; that row and the following ones then have no
-    // frequency.
+    // Throws RuntimeError(Overflow) if a frequency does not fit; that row and all later rows then have no frequency.
     void inizializzaGrid();
 
-    // The plan of the rows; nullopt while they hold a sweep from elsewhere.
+    // The plan of the rows; nullopt while they contain an imported sweep.
     std::optional<SweepAxis> axis() const { return m_sweep.plan; }
 
-    // Call before writing a sweep from elsewhere: no vector fits these rows until inizializzaGrid() is called.
+    // Must be called before an imported sweep is written: no vector then fits until inizializzaGrid() is called.
     void forgetAxis();
 
     SweepOrigin origin() const { return m_sweep.origin; }
@@ -51,7 +50,7 @@ public:
 
     // Accesses a cell by table row (0 to 400) and column. Throws RuntimeError(SubscriptOutOfRange) for other indices.
     const QString &text(int row, int column) const;
-    // For writing in place; call one of the announcements below afterwards.
+    // Returns a cell for writing in place; call one of the announcement functions below afterwards.
     QString &cell(int row, int column);
     void setText(int row, int column, const QString &text) { cell(row, column) = text; }
 
@@ -59,20 +58,20 @@ public:
     const Sweep &sweep() const;
     // One column of these numbers.
     const Sweep::Column &numbers(Column column) const;
-    // Returns the number in a cell of rows 1 to 400. Throws RuntimeError(TypeMismatch) if the cell holds none.
+    // Returns the number in a cell of rows 1 to 400. Throws RuntimeError(TypeMismatch) if the cell contains no number.
     double number(int row, Column column) const;
-    // Returns the frequency of a row in whole Hz. Throws RuntimeError(Overflow) if it does not fit.
+    // Returns a row's frequency rounded to whole Hz. Throws RuntimeError(Overflow) if it does not fit.
     std::int32_t frequency(int row) const;
 
     // --- announcements ---
 
-    // Announces that the rows hold another sweep. detector: see Sweep. Emits changed().
+    // Announces that the rows contain a new sweep. detector: see Sweep. Emits changed().
     void sweepWritten(SweepOrigin origin, const std::optional<DetectorCalibration> &detector);
 
     // Announces amplitudes recomputed from the counts, for another scale or detector. Emits changed().
     void amplitudesRewritten(const DetectorCalibration &detector);
 
-    // Announces written cells of an incomplete sweep. Notifies the views but does not emit changed().
+    // Announces that cells of an incomplete sweep have been written. Notifies the views but does not emit changed().
     void cellsWritten();
 
     int rowCount(const QModelIndex &parent = {}) const override;

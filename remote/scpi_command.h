@@ -73,7 +73,7 @@ public:
     void answer(std::span<const double> numbers);
     const QByteArray &answer() const { return m_answer; }
 
-    // Delays the client's next commands until isDone returns true. isDone is called once when the command returns, and
+    // Delays the client's next commands until isDone returns true. isDone is called once after the command returns, and
     // at each RemoteTarget::sweepDone(); it may set the response, and may throw. After "patience" milliseconds, the
     // wait ends with error -200; 0 means no time limit.
     void wait(std::function<bool(ScpiCall &)> isDone, int patience);
