@@ -32,7 +32,7 @@ int fail(int code, const QString &sentence)
     return code;
 }
 
-// Returns the scale and reference that limits of this unit require.
+// Returns an error message with the scale and reference that limits in this unit require.
 QString conditionOf(LimitUnit unit, const QString &path)
 {
     switch (unit) {
@@ -47,7 +47,7 @@ QString conditionOf(LimitUnit unit, const QString &path)
         .arg(path);
 }
 
-// Called before the measurement. Throws UnusableFile.
+// Called before the measurement. Throws UnusableFile if a file cannot be used.
 Companions readCompanions(const ToolRequest &request, const Configuration &configuration)
 {
     Companions companions;
@@ -75,7 +75,7 @@ void noteGaps(const ShownCurve &curve)
         note(SweepTool::tr("The reference is partly below the detector's floor: there are gaps."));
 }
 
-// Prints the names of the written files: on standard output, or on standard error if standard output carries data.
+// Prints the names of the written files to standard output, or to standard error if standard output carries data.
 void printNames(const ToolRequest &request)
 {
     for (const QString &path : {request.output, request.picture}) {
@@ -159,7 +159,7 @@ int main(int argc, char **argv)
     watchForInterruption();
     // A closed pipe is reported as a failed write.
     std::signal(SIGPIPE, SIG_IGN);
-    // Standard error is for the user: suppress Qt's warnings about the lack of a desktop.
+    // Standard error is for the user: suppress Qt's warnings about the missing desktop.
     QLoggingCategory::setFilterRules(QStringLiteral("default.warning=false"));
     // Pictures need fonts but no display.
     qputenv("QT_QPA_PLATFORM", "offscreen");

@@ -16,7 +16,7 @@ inline void note(const QString &line)
     QTextStream(stderr) << line << Qt::endl;
 }
 
-// Clock of a program without a window.
+// Clock for a program without a window.
 class ConsoleClock : public Clock
 {
 public:

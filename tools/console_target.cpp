@@ -24,7 +24,7 @@ namespace calvorn {
 
 namespace {
 
-// Returns the first line of a box's text, in which lines end with a carriage return.
+// Returns the first line of a message, whose lines are separated by carriage returns.
 QByteArray firstLine(const QString &text)
 {
     return text.section(u'\r', 0, 0).toUtf8();
@@ -64,7 +64,7 @@ void ConsoleTarget::followDriver()
     connect(driver, &AcquisitionDriver::aComplete, this, [driver] { driver->sweepCompleted(); });
 }
 
-// A transmission error is not reported: only one sweep is lost.
+// Transmission errors are not reported, because each loses only one sweep.
 void ConsoleTarget::hardwareFailed(std::int16_t code, const QString &text)
 {
     if (code != numberOf(ErrorCode::Transmission) && code != numberOf(ErrorCode::Ignorable))
@@ -119,7 +119,7 @@ void ConsoleTarget::setRange(double start, double stop)
     replan();
 }
 
-// Same steps as the controls of the window.
+// Performs the same steps as the window's controls.
 void ConsoleTarget::replan()
 {
     AcquisitionDriver *driver = instrument().driver();
@@ -151,7 +151,7 @@ void ConsoleTarget::start(SweepRun run)
 {
     m_refusal.clear();
     instrument().requiredDriver();
-    // After import, the rows of the table have no plan.
+    // After an import, the table rows have no plan.
     if (!instrument().table().axis())
         instrument().planRange(configuration().startFreq, configuration().stopFreq);
     if (!instrument().startSweep(run) && m_refusal.isEmpty())
@@ -167,7 +167,7 @@ void ConsoleTarget::stop()
 void ConsoleTarget::setScale(std::int16_t scale)
 {
     Configuration &c = m_station.configuration;
-    // Amplitude markers keep their positions on the graph.
+    // Amplitude markers stay at the same voltage.
     for (const GraphItem marker : {GraphItem::M3, GraphItem::M4}) {
         const double volts = dbToVoltsBounded(c, m_placed.position(marker));
         Configuration target = c;

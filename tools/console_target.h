@@ -9,13 +9,13 @@
 
 namespace calvorn {
 
-// calvorn-sweep under remote control: carries out the commands without a window.
+// calvorn-sweep under remote control: executes commands without a window.
 class ConsoleTarget : public RemoteTarget
 {
     Q_OBJECT
 
 public:
-    // The objects that commands act on; all must outlive the target. window: the initial positions of the markers.
+    // The objects that commands act on; all must outlive the target. window: contains the initial marker positions.
     struct Station
     {
         Configuration &configuration;
@@ -28,8 +28,8 @@ public:
     explicit ConsoleTarget(const Station &station, Markers &markers, SignalGenerator &generator,
                            QObject *parent = nullptr);
 
-    // Plans the range of the settings and connects the hardware. Returns an empty text, or why the hardware is not
-    // connected; commands of clients then report this, and the next sweep tries to connect again.
+    // Plans the range from the settings and connects the hardware. Returns an empty string, or an error message if the
+    // hardware is not connected; client commands then report this, and the next sweep tries to connect again.
     QString connectHardware();
 
     void setRange(double start, double stop) override;
@@ -65,8 +65,8 @@ private:
     Markers &m_placed;
     LimitLines m_limits;
     bool m_limitsOn = false;
-    std::optional<SweepRun> m_restart; // start this after the hardware has stopped
-    QString m_refusal;                 // the last refusal of the hardware
+    std::optional<SweepRun> m_restart; // to be started when the hardware has stopped
+    QString m_refusal;                 // the hardware's last refusal
 };
 
 } // namespace calvorn

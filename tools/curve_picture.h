@@ -23,18 +23,18 @@ struct PictureRooms
     const Configuration &configuration;
     const SweepTable &table;
     MarkerSet markers;
-    QString name; // of the live curve
+    QString name; // name of the live curve
 };
 
-// Files that calvorn-sweep reads in addition to the sweep.
+// Data that calvorn-sweep reads from files in addition to the sweep.
 struct Companions
 {
-    Trace reference; // empty: none
+    Trace reference; // empty if there is none
     std::vector<Trace> traces;
     std::optional<LimitLines> limits;
 };
 
-// Writes the curve with the traces and the limits. Throws RuntimeError(File) on failure.
+// Write a picture of the curve, traces and limits. Throw RuntimeError(File) on failure.
 void savePicture(const QString &path, const SingleSweep &sweep, const ShownCurve &curve, const Companions &companions);
 void savePicture(const QString &path, const PictureRooms &rooms, const ShownCurve &curve, const Companions &companions);
 QByteArray pictureAsPng(const PictureRooms &rooms, const ShownCurve &curve, const Companions &companions);

@@ -3,7 +3,7 @@
 
 namespace calvorn {
 
-// Exit codes of calvorn-sweep. After a signal: 128 plus the number of the signal.
+// Exit codes of calvorn-sweep. After a signal: 128 plus the signal number.
 enum ExitCode {
     kDone = 0,
     kBadArguments = 1,
@@ -12,8 +12,8 @@ enum ExitCode {
     kRefused = 4,         // the hardware or the server refused a command
     kNoAnswer = 5,        // no sweep arrived in time
     kFileNotWritable = 6, // the sweep was taken but could not be written
-    kFileNotUsable = 7,   // a sweep or limits cannot be read from a named file, or do not fit
-    kLimitsBroken = 8,    // the sweep was taken but breaks the limits
+    kFileNotUsable = 7,   // a named sweep or limit file cannot be read or does not fit
+    kLimitsBroken = 8,    // the sweep was taken but violates the limits
     kSignalled = 128
 };
 

@@ -5,10 +5,10 @@
 
 namespace calvorn {
 
-// Makes SIGINT, SIGTERM and SIGHUP request an orderly end. Call this first in main().
+// Makes SIGINT, SIGTERM and SIGHUP request an orderly exit. Call this early in main().
 void watchForInterruption();
 
-// Returns the last of these signals, or 0.
+// Returns the last of these signals received, or 0.
 int interruption();
 
 } // namespace calvorn

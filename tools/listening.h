@@ -7,8 +7,8 @@ namespace calvorn {
 
 class SingleSweep;
 
-// Serves SCPI clients of this computer at this TCP port until a signal ends the program. prepare() must have been
-// called. Returns an exit code; errors have been printed.
+// Serves local SCPI clients on this TCP port until a signal stops the program. SingleSweep::prepare() must have been
+// called. Prints errors and returns an exit code.
 int listenForClients(SingleSweep &sweep, quint16 port);
 
 } // namespace calvorn

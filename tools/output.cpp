@@ -38,11 +38,11 @@ std::optional<int> descriptorOf(const QString &path)
     return std::nullopt;
 }
 
-// Returns 0 or the errno value.
+// Returns 0 or an errno value.
 int writeAll(int descriptor, QByteArrayView content)
 {
     while (!content.isEmpty()) {
-        // The reader may be slow, and the user may interrupt meanwhile.
+        // The reader may be slow, and the user may interrupt the program while it waits.
         pollfd room{descriptor, POLLOUT, 0};
         while (poll(&room, 1, kPollMs) == 0) {
             letStop();

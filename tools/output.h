@@ -6,16 +6,16 @@
 
 namespace calvorn {
 
-// Whether the name stands for standard output or another open descriptor of this process: "-", "/dev/stdout", or
+// Returns true if the path refers to standard output or another open descriptor of this process: "-", "/dev/stdout", or
 // "/dev/fd/63", which a shell passes for >(command).
 bool isDescriptor(const QString &path);
 bool isStandardOutput(const QString &path);
 
-// Writes a result directly to a descriptor, or replaces an ordinary file as a whole. Throws RuntimeError(File) with the
-// file and the reason.
+// Writes a result directly to a descriptor, or atomically replaces a regular file. Throws RuntimeError(File) with the
+// path and the reason.
 void writeResult(const QString &path, const QByteArray &content);
 
-// Whether both names stand for the same file, even if the file does not exist yet.
+// Returns true if both paths refer to the same file, even if it does not exist yet.
 bool isSameFile(const QString &one, const QString &other);
 
 } // namespace calvorn

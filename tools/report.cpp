@@ -32,7 +32,7 @@ struct Row
     QString remark;
 };
 
-// Aligns captions left and values right, with the remarks after them.
+// Aligns captions left and values right, followed by the remarks.
 QString aligned(const std::vector<Row> &rows)
 {
     qsizetype captions = 0;
@@ -81,7 +81,7 @@ SweepResponse responseOf(const ShownCurve &curve)
     return {peak, middleOf(in.frequencies, *highest), points.lower.frequency, points.upper.frequency};
 }
 
-// JSON is not translated: scripts read it.
+// JSON is not translated, because scripts read it.
 QString reasonInJson(Missing missing)
 {
     switch (missing) {

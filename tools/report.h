@@ -14,18 +14,18 @@ namespace calvorn {
 
 class SingleSweep;
 
-// The output of calvorn-sweep: lines that end with a line feed, in the current language and locale.
+// The output of calvorn-sweep: lines terminated by a line feed, in the current language and locale.
 
-// Returns peak and -3 dB points, an empty line and the plot.
+// Returns peak and -3 dB points, a blank line and the plot.
 QString responseText(const SingleSweep &sweep, const ShownCurve &curve);
 
-// Returns a line with caption and value for each result; the reason replaces a missing value.
+// Returns a line with caption and value for each result; if a value is missing, the reason replaces it.
 QString resultsText(const Results &results);
 
-// The verdict must not be empty (hasVerdict()).
+// verdict: hasVerdict() must be true.
 QString verdictText(const LimitVerdict &verdict, const ShownCurve &curve);
 
-// Returns one JSON object, identical in every language and locale.
+// Returns a JSON object that is identical in every language and locale.
 QByteArray reportAsJson(ResultKind kind, const Results &results, const ShownCurve &curve,
                         const std::optional<LimitVerdict> &verdict);
 

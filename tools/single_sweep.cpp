@@ -17,7 +17,7 @@ namespace calvorn {
 
 namespace {
 
-// Thrown to end the run with a code and a sentence.
+// Thrown to abort the run with an exit code and an error message.
 struct Failure
 {
     ExitCode code;
@@ -99,7 +99,7 @@ const Trace &SingleSweep::trace() const
     return m_traces.shown(m_request.isAveraged ? TraceSet::Source::Average : TraceSet::Source::Live);
 }
 
-// Refuses settings that the window would ask about: without a user, the tool must not measure something else instead.
+// Rejects settings that would make the window ask the user: without a user, the tool must not measure something else.
 void SingleSweep::loadSettings()
 {
     m_configuration.iniPath = m_settingsFile;
@@ -118,7 +118,7 @@ void SingleSweep::loadSettings()
         m_configuration.scaleType = kScaleLinear;
 }
 
-// Converts the amplitude markers of the settings from the units of the stored scale to those of the requested scale.
+// Converts the amplitude markers in the settings from the stored scale to the requested scale.
 void SingleSweep::applyScale()
 {
     Configuration &c = m_configuration;

@@ -16,13 +16,13 @@ namespace calvorn {
 
 struct SweepRequest
 {
-    QString settingsFile;              // empty: the usual one, see settingsToRead()
-    std::optional<std::int32_t> start; // Hz; if empty, the one of the settings
+    QString settingsFile;              // if empty, the default file, see settingsToRead()
+    std::optional<std::int32_t> start; // Hz; if empty, taken from the settings
     std::optional<std::int32_t> stop;
-    std::optional<std::int16_t> scale; // core/scale_type.h; if empty, the one of the settings
+    std::optional<std::int16_t> scale; // core/scale_type.h; if empty, taken from the settings
     QString input;                     // a sweep file to read instead of measuring; may be empty
-    int sweeps = 1;                    // number to take; the last one is kept
-    bool isAveraged = false;           // show their mean
+    int sweeps = 1;                    // number of sweeps to take; only the last is kept
+    bool isAveraged = false;           // show the mean of the sweeps
 };
 
 // Sweeps without a window. Never writes the settings.
@@ -31,24 +31,24 @@ class SingleSweep
     Q_DECLARE_TR_FUNCTIONS(SingleSweep)
 
 public:
-    // The server and, unless the request names another file, the settings are in these folders.
+    // folders: contain the server and, unless the request names another file, the settings.
     SingleSweep(const ProgramFolders &folders, const SweepRequest &request, Clock &clock);
 
-    // Both return kDone or an error code; sentence() then explains the error to the user.
+    // Both return kDone or an error code; after an error, sentence() returns the message for the user.
     ExitCode prepare(); // reads the settings
     ExitCode run();     // fills the table
     QString sentence() const { return m_sentence; }
     QString settingsFile() const { return m_settingsFile; }
 
     const Configuration &configuration() const { return m_configuration; }
-    // For callers that sweep without run(), after prepare().
+    // For callers that sweep without run(); they must call prepare() first.
     Configuration &record() { return m_configuration; }
     Instrument &instrument() { return m_instrument; }
     TraceSet &traces() { return m_traces; }
     Log &log() { return m_log; }
     const WindowSettings &window() const { return m_window; }
     const SweepTable &table() const { return m_instrument.table(); }
-    // In volts: the sweep in the table, or the mean of all sweeps.
+    // Returns the sweep in the table, or the mean of all sweeps, in volts.
     const Trace &trace() const;
     int averaged() const { return m_request.isAveraged ? m_request.sweeps : 1; }
 

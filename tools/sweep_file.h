@@ -9,20 +9,20 @@
 
 namespace calvorn {
 
-// Thrown with a sentence that says why a file named by the user cannot be used.
+// Thrown with an error message if a file named by the user cannot be used.
 struct UnusableFile
 {
     QString sentence;
 };
 
-// Like readSweepFile(), but notes on standard error if the amplitudes do not follow from the counts. Throws
+// Like readSweepFile(), but prints a note to standard error if the amplitudes do not match the counts. Throws
 // UnusableFile on failure.
 void takeSweepFile(const QString &path, Configuration &configuration, SweepTable &table);
 
-// Likewise, but returns a trace with the name of the file.
+// Like takeSweepFile(), but returns a trace named after the file.
 Trace traceOfFile(const QString &path, const Configuration &configuration);
 
-// Throws UnusableFile if the file contains no limits.
+// Throws UnusableFile if the limits cannot be read.
 LimitLines limitsOfFile(const QString &path);
 
 } // namespace calvorn

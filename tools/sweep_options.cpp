@@ -18,14 +18,14 @@ namespace {
 
 constexpr int kMostTraces = TraceSet::kStored;
 
-// The index is the number of the scale.
+// Indexed by scale number.
 QStringList scaleNames()
 {
     return {QStringLiteral("linear"), QStringLiteral("1V"), QStringLiteral("1V+10dB"), QStringLiteral("10V"),
             QStringLiteral("10V+10dB")};
 }
 
-// The index is the number of the kind.
+// Indexed by ResultKind.
 QStringList kindNames()
 {
     return {QStringLiteral("filter"), QStringLiteral("notch"), QStringLiteral("crystal"), QStringLiteral("match")};
@@ -106,7 +106,7 @@ SweepOptions::SweepOptions()
 
 QString SweepOptions::read(const QStringList &arguments, ToolRequest &request)
 {
-    // Qt's default help option adds one for Qt's options, which this program does not read.
+    // Qt's default help option would add another one for Qt's own options, which this program does not read.
     const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")}, tr("Show these options."));
     m_parser.addOption(help);
     const QCommandLineOption version = m_parser.addVersionOption();
@@ -152,7 +152,7 @@ QString SweepOptions::readWholeNumber(const QCommandLineOption &option, std::opt
                : tr("--%1 takes a whole number of at least 1, not \"%2\".").arg(nameOf(option), value(option));
 }
 
-// Ignores case.
+// Ignores upper and lower case.
 QString SweepOptions::readChoice(const QCommandLineOption &option, const QStringList &names,
                                  std::optional<int> &index) const
 {
@@ -181,7 +181,7 @@ QString SweepOptions::readAverage(SweepRequest &request) const
                      .arg(value(m_average));
 }
 
-// Accepts the name or the number of a scale.
+// Accepts a scale name or number.
 QString SweepOptions::readScale(SweepRequest &request) const
 {
     for (std::int16_t number = 0; number < kScales; ++number)
@@ -216,7 +216,7 @@ QString SweepOptions::readReport(ToolRequest &request) const
                : tr("--%1 takes a number of ohms above 0, not \"%2\".").arg(nameOf(m_fixture), value(m_fixture));
 }
 
-// Splits names at commas, unless the whole text is the name of an existing file.
+// Splits the value at commas, unless it is the name of an existing file.
 QString SweepOptions::readTraces(QStringList &traces) const
 {
     for (const QString &given : m_parser.values(m_traces))
@@ -239,7 +239,7 @@ QString SweepOptions::readPort(std::optional<quint16> &port) const
     return {};
 }
 
-// Reports options that exclude or require each other.
+// Returns an error message if options exclude each other or a required option is missing.
 QString SweepOptions::misplacedOption(const ToolRequest &request) const
 {
     const auto exclude = [](const QCommandLineOption &one, const QCommandLineOption &other) {
@@ -265,7 +265,7 @@ QString SweepOptions::misplacedOption(const ToolRequest &request) const
     return {};
 }
 
-// Reports an output that would replace another output or an input.
+// Returns an error message if an output would overwrite another output or an input.
 QString SweepOptions::clashOfFiles(const ToolRequest &request) const
 {
     if (isSet(m_output) && isSet(m_picture) && isSameFile(request.output, request.picture))

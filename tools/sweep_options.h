@@ -12,30 +12,30 @@
 
 namespace calvorn {
 
-// A request to calvorn-sweep. Unused file names are empty.
+// The parsed command line of calvorn-sweep. Unused file names are empty.
 struct ToolRequest
 {
     SweepRequest sweep;
     QString output;
     QString picture;
     QString reference;  // results and picture are relative to this sweep
-    QStringList traces; // additional curves of the picture
+    QStringList traces; // additional curves in the picture
     QString limits;
     std::optional<ResultKind> results;
     double fixtureOhms = kDefaultFixtureOhms;
     bool isJson = false;
     std::optional<quint16> port; // wait for SCPI clients instead
 
-    // Whether standard output gets results or a verdict, even if files are written as well.
+    // Returns true if results or a verdict are printed, even if files are written as well.
     bool hasReport() const { return isJson || results || !limits.isEmpty(); }
-    // Whether standard output gets the response and the plot.
+    // Returns true if the response and the plot are printed.
     bool hasResponse() const { return output.isEmpty() && picture.isEmpty() && !isJson && !results; }
 };
 
-// The name of a kind of results in options and JSON.
+// Returns the name of a result kind as used in options and JSON.
 QString nameOf(ResultKind kind);
 
-// The options of the command line.
+// The command-line options.
 class SweepOptions
 {
     Q_DECLARE_TR_FUNCTIONS(SweepTool)
@@ -43,11 +43,11 @@ class SweepOptions
 public:
     SweepOptions();
 
-    // Returns a sentence about wrong arguments, or an empty text. For --help and --version, prints the text and ends
-    // the program.
+    // Returns an error message for invalid arguments, otherwise an empty string. For --help and --version, prints the
+    // text and exits.
     QString read(const QStringList &arguments, ToolRequest &request);
 
-    // Returns a sentence if an output would replace the settings, otherwise an empty text.
+    // Returns an error message if an output would overwrite the settings, otherwise an empty string.
     QString clashWithSettings(const QString &settingsFile) const;
 
 private:

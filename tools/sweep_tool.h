@@ -5,7 +5,7 @@
 
 namespace calvorn {
 
-// The texts of calvorn-sweep.
+// Translation context for the texts of calvorn-sweep.
 class SweepTool
 {
     Q_DECLARE_TR_FUNCTIONS(SweepTool)
