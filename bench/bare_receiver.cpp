@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The baseline for the program under load: a minimal sweep window that takes vectors from the program's socket and
-// paints each one as a polyline over a cached picture, without table, read-outs or hardware.
+// The baseline for the program under load: a minimal sweep window that receives vectors through the program's socket
+// and paints each one as a polyline over a cached picture, without table, read-outs or hardware.
 // Usage: bare_receiver <server>. Sweeps until it is killed.
 #include "instrument/server_process.h"
 #include "lpt_proxy.h"

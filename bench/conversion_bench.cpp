@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Measures storing a vector in the table and reading it back, each with the least work that any program must do as
-// baseline.
+// Measures storing a vector in the table and reading it back. The baseline in each case is the minimum work that any
+// program must do.
 #include "instrument/sample_conversion.h"
 
 #include <benchmark/benchmark.h>

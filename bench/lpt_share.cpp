@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Computes which share of a parallel-port sweep consists of port accesses and prescribed waits. The driver's own time
-// is measured on this machine with a port that takes no time; the time for the board comes from the simulated one,
-// which counts 1.25 us per access. Writes one line for each way of loading: name,board ms,driver ms,share.
+// Computes the share of a parallel-port sweep that is spent on port accesses and required waits. The driver's own time
+// is measured on this machine with a port that takes no time; the board's time comes from the simulated board, which
+// counts 1.25 us per access. Prints one line for each loading mode: name,board ms,driver ms,share.
 #include "server/boards/simulated_parallel_port.h"
 #include "server/drivers/lpt_board.h"
 #include "server/drivers/sweep_thread.h"
@@ -35,7 +35,7 @@ void sweepOnce(LptBoard &board)
         board.measure(1'000'000 + 22'557 * point);
 }
 
-// Uses the fastest of many rounds, because time taken by other processes does not belong to the driver.
+// Uses the fastest of many rounds, because slower ones include time used by other processes.
 double driverMs(const BoardWiring &wiring)
 {
     LptBoard board;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Measures the cost of the Measure panel: a full redraw with four stored traces, an average, limits and the panel
-// open, with the baseline of redraw_bench (a cached pixmap and a ready polyline of 400 points), and the results of
-// one sweep.
+// Measures the cost of the Measure panel: a full redraw with four stored traces, an average, limits and the panel open,
+// and the results of one sweep. The baseline for the redraw is that of redraw_bench: a cached pixmap and a prepared
+// polyline of 400 points.
 #include "data/amplitude_writer.h"
 #include "measure/measure_dock.h"
 #include "platform/qt_desktop.h"
@@ -72,7 +72,7 @@ struct Setting
             writer.storeCount(row, sweeps[sweep][row - 1]);
     }
 
-    // Announces the sweep in the table and draws it at once, instead of after the delay of the redraw timer.
+    // Announces the sweep in the table and draws it immediately instead of after the redraw timer's delay.
     void draw()
     {
         table.sweepWritten(SweepOrigin::Measured, detectorOf(configuration));
@@ -97,7 +97,7 @@ struct Setting
     }
 };
 
-// Returns seconds.
+// Returns the elapsed time in seconds.
 template <typename Work>
 double timeOf(Work work)
 {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Measures a full redraw of the graph: 400 cells are read, a different curve is drawn each time with grid and
-// markers, and everything is copied to the device. Baseline: the same cached pixmap and a ready polyline of 400
-// points. QT_SCALE_FACTOR sets the screen scale (1, 1.5, 2); the benchmark names contain it in percent.
+// Measures a full redraw of the graph: 400 cells are read, a different curve is drawn each time with grid and markers,
+// and everything is copied to the device. Baseline: the same cached pixmap and a prepared polyline of 400 points.
+// QT_SCALE_FACTOR sets the screen scale (1, 1.5, 2); the benchmark names contain it as a percentage.
 #include "display/marker_panel.h"
 #include "display/sweep_graph.h"
 #include "platform/qt_desktop.h"

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-// Measures a remote client of the whole window: how long the 400 numbers of CALCulate:DATA? take as a REAL,64 block,
-// with the same number of ready bytes from a bare server in the same event loop as baseline; and the delay between
-// the vector of a single sweep and the reply that the sweep has ended.
-// Usage: remote_speed <folder with CalvornAsync> <initial settings file>. Writes one line for each:
+// Measures remote control of the whole window by a client: the time to receive the 400 numbers of CALCulate:DATA? as a
+// REAL,64 block, and the delay between the vector of a single sweep and the response that the sweep has ended. The
+// baseline for the first is a bare server in the same event loop that sends the same number of prepared bytes.
+// Usage: remote_speed <folder with CalvornAsync> <initial settings file>. Prints one line for each:
 // name,median ms,95th percentile ms,median ms of the baseline.
 #include "app/frm_sweep.h"
 #include "platform/profile_file.h"
@@ -41,7 +41,7 @@ double milliseconds(Clock::duration time)
     return std::chrono::duration<double, std::milli>(time).count();
 }
 
-// A client that waits for each reply.
+// A client that waits for each response.
 class Client
 {
 public:
@@ -64,7 +64,7 @@ public:
         return m_isIn && send(m_socket, message.data(), static_cast<std::size_t>(message.size()), 0) == message.size();
     }
 
-    // Returns false unless the reply has exactly this many bytes and ends with a line feed.
+    // Returns false unless the response has exactly this many bytes and ends with a line feed.
     bool ask(const QByteArray &message, std::size_t bytes)
     {
         std::vector<char> answer(bytes);
@@ -77,7 +77,7 @@ private:
     bool m_isIn = false;
 };
 
-// The results of the client's thread; a list is empty if a reply was wrong.
+// The results of the client thread; a list is empty if a response was wrong.
 struct Found
 {
     std::vector<double> floor;
@@ -153,7 +153,7 @@ int run(const QString &programs, const QString &settings)
     if (!window.start())
         return 1;
 
-    // The minimal server: sends ready bytes for each line.
+    // The bare server: sends prepared bytes for each line received.
     QTcpServer bare;
     bare.listen(QHostAddress::LocalHost);
     QObject::connect(&bare, &QTcpServer::newConnection, &bare, [&bare] {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Measures the time from the start of a process until its window is painted on the screen, and the memory that it and
-// its children use then. The programs alternate, so that other load on the machine affects all alike.
+// its children use at that point. The programs alternate, so that other load on the machine affects them equally.
 // Usage: start_up <rounds> <program>... on a separate display without a window manager and with a black root window.
-// Writes one line for each program: path,median milliseconds,median CPU milliseconds,window kB,children kB.
+// Prints one line for each program: path,median milliseconds,median CPU milliseconds,window kB,children kB.
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
 
@@ -30,7 +30,7 @@ using Milliseconds = std::chrono::duration<double, std::milli>;
 
 constexpr std::chrono::seconds kPatience{20};
 constexpr std::chrono::microseconds kBetweenLooks{500};
-constexpr std::chrono::milliseconds kUntilAtRest{400}; // enough for work postponed until the window is shown
+constexpr std::chrono::milliseconds kUntilAtRest{400}; // enough for work deferred until the window is shown
 constexpr int kSmallestWindow = 400;                   // pixels; helper windows are smaller
 
 struct Program
@@ -47,7 +47,7 @@ int ignoreError(Display *, XErrorEvent *)
     return 0; // a window may vanish between two queries
 }
 
-// Checks the corners of the window: unpainted areas are black.
+// Checks the window's corners: unpainted areas are black.
 bool isPainted(Display *display, Window window, const XWindowAttributes &size)
 {
     const std::array<std::array<int, 2>, 4> places{
@@ -84,7 +84,7 @@ bool hasPaintedWindow(Display *display)
     return painted;
 }
 
-// Returns VmRSS of /proc/<pid>/status.
+// Returns VmRSS from /proc/<pid>/status.
 long residentKb(pid_t process)
 {
     std::ifstream status("/proc/" + std::to_string(process) + "/status");

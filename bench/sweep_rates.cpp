@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Runs the whole program on the simulated serial boards at the speed of the real line. Measures sweeps per second,
-// compares them with the limit of 115,200 baud for the bytes that the protocol must carry, and measures the share of
-// a core that the window thread uses.
-// Usage: sweep_rates <folder with CalvornAsync> <initial settings file>. Writes one line for each interface:
+// compares them with the limit at 115,200 baud for the bytes that the protocol requires, and measures the share of a
+// core that the window thread uses.
+// Usage: sweep_rates <folder with CalvornAsync> <initial settings file>. Prints one line for each interface:
 // name,sweeps per second,limit,ratio,share of a core.
 #include "app/frm_sweep.h"
 #include "platform/profile_file.h"
@@ -30,7 +30,7 @@ struct Line
 {
     const char *name;
     std::int16_t interfaceType;
-    double sweepBytes; // in both directions, not at the same time
+    double sweepBytes; // in both directions, never simultaneously
     int sweeps;
     bool log; // the test panel shows each sample
 };
@@ -60,7 +60,7 @@ bool prepare(const QTemporaryDir &folder, const QString &programs, const QString
         const QString key = QString::fromLatin1(name);
         writeProfileString(path, config, key, readProfileString(path, own, key));
     }
-    // Start, stop and step have the digits for which sweepBytes was computed.
+    // Start, stop and step have the number of digits that sweepBytes assumes.
     writeProfileString(path, QStringLiteral("Calvorn"), QStringLiteral("Start"), QStringLiteral("100000"));
     writeProfileString(path, QStringLiteral("Calvorn"), QStringLiteral("Stop"), QStringLiteral("39000000"));
     return true;

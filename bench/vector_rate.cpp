@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-// Measures how many vectors per second a server that sends ready vectors as fast as they are taken can deliver
-// through the program's socket into the table of the whole program. Baseline: a receiver that only takes them. The
-// two alternate, so that other load on the machine affects both alike; prints medians.
-// Usage: vector_rate <flooding server> <initial settings file>. Writes one line for each view under the graph:
-// name,vectors per second,those of the bare receiver,ratio,vectors received.
+// Measures how many vectors per second the whole program can receive through its socket and store in its table, if a
+// server sends prepared vectors as fast as they are acknowledged. Baseline: a receiver that only acknowledges them. The
+// two alternate, so that other load on the machine affects both equally; prints medians.
+// Usage: vector_rate <flooding server> <initial settings file>. Prints one line for each view under the graph:
+// name,vectors per second,vectors per second of the bare receiver,ratio,vectors received.
 #include "app/frm_sweep.h"
 #include "lpt_proxy.h"
 #include "platform/qt_desktop.h"
@@ -28,10 +28,10 @@ namespace {
 
 constexpr int kVectors = 10'000;
 constexpr int kRounds = 5;
-constexpr int kFirstSamples = 600; // the vectors of the server begin with 0 to 599, repeatedly
+constexpr int kFirstSamples = 600; // the server's vectors begin with 0 to 599, repeatedly
 constexpr int kPatienceMs = 60'000;
 
-// Counts vectors and measures the time from the first one.
+// Counts vectors and measures the time since the first one.
 class Count
 {
 public:
@@ -115,7 +115,7 @@ private:
         return count.faults() == 0;
     }
 
-    // Checks the table, after the program has stored the vector.
+    // Checks the table after the program has stored the vector.
     bool window(const char *view, std::vector<double> &rates)
     {
         const QTemporaryDir folder;
