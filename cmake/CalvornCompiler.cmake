@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-# One set of compiler rules for every target of the project.
+# Compiler settings for all targets of the project.
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
@@ -8,7 +8,7 @@ set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
 
 set(CALVORN_SANITIZE "" CACHE STRING "Sanitizers, as -fsanitize= takes them")
 
-# Optimisation and hardening come from the builder: CMAKE_BUILD_TYPE, CMAKE_CXX_FLAGS and the environment.
+# Optimisation and hardening are up to the builder: CMAKE_BUILD_TYPE, CMAKE_CXX_FLAGS and the environment.
 option(CALVORN_WERROR "Make every warning an error (the presets take it from the environment)" OFF)
 
 add_library(calvorn_compiler INTERFACE)
@@ -18,17 +18,18 @@ target_compile_options(calvorn_compiler INTERFACE
 target_compile_definitions(calvorn_compiler INTERFACE QT_NO_FOREACH)
 target_include_directories(calvorn_compiler INTERFACE "${CMAKE_SOURCE_DIR}")
 if(CALVORN_SANITIZE)
-    # A finding of UndefinedBehaviorSanitizer ends the program like a crash.
+    # Each sanitizer finding terminates the program like a crash.
     add_compile_options(-fsanitize=${CALVORN_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     add_link_options(-fsanitize=${CALVORN_SANITIZE})
 endif()
 
-# Counts the lines that run, without optimisation, so that each line stays one. The server counts from several threads.
+# Counts executed lines. Optimisation is off, so that lines are not merged; counting is atomic for the server's threads.
 add_library(calvorn_counting INTERFACE)
 target_compile_options(calvorn_counting INTERFACE "$<$<CONFIG:Coverage>:-O0;--coverage;-fprofile-update=atomic>")
 target_link_options(calvorn_counting INTERFACE "$<$<CONFIG:Coverage>:--coverage>")
 
-# What is fuzzed counts where it passes; the sanitizers are the preset's. All of the program does, to share its headers.
+# Fuzzing needs coverage instrumentation; the preset adds the sanitizers. The whole program is instrumented, so that its
+# precompiled headers can be shared.
 if(CALVORN_BUILD_FUZZERS)
     target_compile_options(calvorn_counting INTERFACE -fsanitize=fuzzer-no-link)
 endif()

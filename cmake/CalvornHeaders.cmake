@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: MIT
-# Headers of Qt and of the language, compiled once for many sources: reading them is most of a compilation. The tests
-# always take them. The program takes them where CALVORN_PRECOMPILED is on; the release does not, so that a missing
-# include is found.
+# Qt and standard library headers, precompiled for many sources: parsing them takes most of the compile time. The tests
+# always use them. The program uses them if CALVORN_PRECOMPILED is on; the release build does not, so that missing
+# includes are detected.
 option(CALVORN_PRECOMPILED "Compile the program with precompiled headers" OFF)
 
 set(calvorn_headers_plain
@@ -27,7 +27,7 @@ function(calvorn_headers name)
     target_precompile_headers(${name} PRIVATE ${ARG_HEADERS})
 endfunction()
 
-# calvorn_headers_of_program(): for the folders of the program. calvorn_headers_of_tests(): for the tests.
+# calvorn_headers_of_program(): for the program's folders. calvorn_headers_of_tests(): for the tests.
 function(calvorn_headers_of_program)
     calvorn_headers(calvorn_headers_plain HEADERS ${calvorn_headers_plain}
         LINK calvorn_counting Qt6::Core)
@@ -38,7 +38,7 @@ function(calvorn_headers_of_program)
 endfunction()
 
 function(calvorn_headers_of_tests)
-    # Without the folder of each test, which would want headers of its own.
+    # Omit the definition of each test's folder, which would require separate precompiled headers.
     set_target_properties(Qt6::Test PROPERTIES INTERFACE_COMPILE_DEFINITIONS QT_TESTLIB_LIB)
     calvorn_headers(calvorn_headers_tests HEADERS ${calvorn_headers_plain} ${calvorn_headers_tests}
         LINK Qt6::Core Qt6::Test)
@@ -47,7 +47,7 @@ function(calvorn_headers_of_tests)
         LINK Qt6::Test Qt6::Widgets)
 endfunction()
 
-# calvorn_take_headers(<target> <library it links>...): those of the program that fit what the target links.
+# calvorn_take_headers(<target> <linked library>...): reuses the program's headers that match the linked libraries.
 function(calvorn_take_headers target)
     if(NOT CALVORN_PRECOMPILED)
         return()
@@ -63,7 +63,7 @@ endfunction()
 
 function(calvorn_take_test_headers target)
     if("${ARGN}" MATCHES "Qt6::Network")
-        return() # they would not fit
+        return() # the precompiled headers would not match
     endif()
     if("${ARGN}" MATCHES "Qt6::Widgets|calvorn_(widgets|display|measure|controls|setup|app)")
         target_precompile_headers(${target} REUSE_FROM calvorn_headers_window_tests)

@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
-# One static library for each folder. A folder may link only the folders below it: an edge that is not in this
-# table stops the configuration, and the test "architecture_includes" refuses a header taken from elsewhere.
+# One static library for each folder. A folder may link only the folders below it: an edge that is not in this table is
+# a configuration error, and the "architecture_includes" test rejects headers from other folders.
 set(CALVORN_MAY_LINK_translations "")
 set(CALVORN_MAY_LINK_platform "")
 set(CALVORN_MAY_LINK_platform_desktop platform)
@@ -49,9 +49,9 @@ function(calvorn_program name)
 endfunction()
 
 # calvorn_test(<name> SOURCES <file>... [LINK <library>...] [LABELS <label>...] [ENVIRONMENT <VAR=value>...])
-# A Qt Test program named <name>, run as the test <name>; it finds the built programs by CALVORN_BIN. One that links
-# windows runs on a display of its own. The programs speak English to it, whatever the desktop's language is.
-# EACH <function[:row]>...: one test for each of these, named <name>_1 and so on, with a time limit of its own.
+# Adds a Qt Test program and a test, both named <name>; CALVORN_BIN is the folder of the built programs. Tests that link
+# windows run on a separate display. The programs use English, regardless of the desktop language.
+# EACH <function[:row]>...: adds a test for each of these, named <name>_1 and so on, with its own time limit.
 function(calvorn_test name)
     cmake_parse_arguments(ARG "" "" "SOURCES;LINK;LABELS;ENVIRONMENT;EACH" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})

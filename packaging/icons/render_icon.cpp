@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// render_icon DRAWING.svg PIXELS PICTURE.png: a square picture of a drawing, for desktops that take none.
+// render_icon DRAWING.svg PIXELS PICTURE.png: renders a drawing as a square picture, for desktops without SVG support.
 #include <QImage>
 #include <QPainter>
 #include <QSvgRenderer>
