@@ -14,7 +14,7 @@ def readable(value):
 
 
 def remarks(parts):
-    """Returns the common remark of these parts, or each remark with its reference."""
+    """Returns the remark that these parts share, or each remark with its reference."""
     found = list(dict.fromkeys(part.remark for part in parts))
     if len(found) == 1:
         return found[0]

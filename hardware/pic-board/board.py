@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Reads the netlist of a board. README.md describes its format."""
+"""Reads a board's netlist. README.md describes its format."""
 
 import pathlib
 import re
@@ -28,18 +28,18 @@ class Part:
 
 
 class Board:
-    """The content of a netlist. Pins are pairs (reference, number); faults lists the errors in the netlist."""
+    """The contents of a netlist. Pins are pairs (reference, number); faults lists the errors in the netlist."""
 
     def __init__(self):
         self.parts = {}
         self.nets = {}
         self.open = []
-        self.decoupling = []  # (reference of the capacitor, supply pin, ground pin)
+        self.decoupling = []  # (capacitor reference, supply pin, ground pin)
         self.also = []  # (quantity, what, package, remark)
         self.faults = []
 
     def net_of(self, pin):
-        """Returns the name of the net with this pin, or None."""
+        """Returns the name of the net that contains this pin, or None."""
         for name, pins in self.nets.items():
             if pin in pins:
                 return name
@@ -77,7 +77,7 @@ def parse(text):
 class _Reader:
     def __init__(self):
         self.board = Board()
-        self.body = None  # the function that reads the indented lines that follow
+        self.body = None  # the function that reads the following indented lines
 
     def fault(self, sentence):
         self.board.faults.append(sentence)

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Places the parts and wires on the sheet. The script draw checks that the connections match the netlist."""
+"""Places the parts and wires on the sheet. The "draw" script checks that the connections match the netlist."""
 
 
 def place(sheet, symbols):

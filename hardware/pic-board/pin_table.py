@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Compares a netlist with the section "The pins" of docs/hardware/pic-board.md."""
+"""Compares a netlist with the "The pins" section of docs/hardware/pic-board.md."""
 
 import re
 
@@ -11,14 +11,14 @@ STRAPS = "wire D0 and D1 to + and D2 to ground (D3 to D6 to ground, too)"
 
 
 def rows(page):
-    """Returns [number, name, signal, connect] for each row in the table of pins."""
+    """Returns [number, name, signal, connect] for each row in the pin table."""
     section = re.search(r"^## The pins$(.*?)(?=^## |\Z)", page, re.M | re.S)
     found = re.findall(r"^\| *(\d+) *\|([^|]*)\|([^|]*)\|([^|]*)\| *$", section[1] if section else "", re.M)
     return [[cell.strip() for cell in row] for row in found]
 
 
 class PinCheck:
-    """Compares a pin of the controller with its row. Each phrase in the column "connect" explains some pins of the net."""
+    """Compares a controller pin with its row. Each phrase in the "connect" column explains some pins of the net."""
 
     def __init__(self, board, controller, row):
         self.board = board
@@ -82,7 +82,7 @@ class PinCheck:
         return found[0]
 
     def between(self, role, other_net, value=None):
-        """Returns a part with this role and value that joins this net to another one, and marks its pin as explained."""
+        """Returns a part with this role and value that connects this net to another, and marks its pin as explained."""
         for part in self.board.with_role(role):
             nets = {number: self.board.net_of((part.reference, number)) for number in part.pins}
             fits = value is None or same_amount(part.value, value)

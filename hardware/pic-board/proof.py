@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Checks that a sheet matches the netlist and is readable. Each function returns a list of faults as sentences."""
+"""Checks that a sheet matches the netlist and is readable. Each check returns a list of error messages."""
 
 import sheet as sheets
 from board import written

@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: MIT
-"""A sheet of a schematic: symbols, wires and labels on a grid, their connections, and the drawing as SVG.
+"""A schematic sheet: symbols, wires and labels on a grid, their connections, and the SVG drawing.
 
-Coordinates are cells of 3 mm; the sheet is A4, landscape.
+Coordinates are in cells of 3 mm; the sheet is A4 landscape.
 """
 
 import collections
@@ -18,7 +18,7 @@ def number(value):
 
 
 def text_width(text, size):
-    """Returns the width in cells, for a wide font, so that the text fits with any font."""
+    """Returns the width in cells, computed for a wide font, so that the text fits in any font."""
     narrow = sum(character in "il1.,;:|'/() " for character in text)
     return (0.66 * len(text) - 0.26 * narrow) * size / CELL
 
@@ -30,10 +30,10 @@ class Sheet:
         self.pins = {}  # (reference, number): (x, y)
         self.names = []  # (net, (x, y)): labels and supply symbols, at the end of a line
         self.remarks = []  # (net, (x, y)): names above a wire, not at the end of a line
-        self.stubs = []  # lines that belong to a symbol, in the form of wires
+        self.stubs = []  # lines that belong to a symbol, in the same format as wires
         self.open = []  # (x, y)
         self.texts = []  # (left, top, right, bottom, text)
-        self.solid = []  # (left, top, right, bottom, what): areas without wires and text
+        self.solid = []  # (left, top, right, bottom, what): areas that wires and text must not touch
 
     # --- shapes ---
 
@@ -58,7 +58,7 @@ class Sheet:
                            f'fill="{fill}" stroke="#000" stroke-width="{width}"/>')
 
     def text(self, x, y, text, anchor="start", size=11, bold=False):
-        """Draws a text; y is its baseline."""
+        """Draws text; y is its baseline."""
         width = text_width(text, size)
         left = x - {"start": 0, "middle": width / 2, "end": width}[anchor]
         self.texts.append((left, y - 0.75 * size / CELL, left + width, y + 0.08 * size / CELL, text))
@@ -90,7 +90,7 @@ class Sheet:
         self.text(x, y - 1.1, "+5 V", "middle")
 
     def label(self, net, x, y, side):
-        """Draws a flag with the name of the net; its tip is at (x, y), and side tells where its body is."""
+        """Draws a flag with the net name; its tip is at (x, y), and its body extends to this side."""
         self.names.append((net, (x, y)))
         sign = -1 if side == "left" else 1
         long = text_width(net, 11) + 1.1
@@ -99,7 +99,7 @@ class Sheet:
         self.text(x + sign * (0.6 + (long - 0.3) / 2), y + 0.33, net, "middle")
 
     def name(self, net, x, y, text=None):
-        """Writes the name of the net above a horizontal wire at (x, y)."""
+        """Writes the net name above a horizontal wire at (x, y)."""
         self.remarks.append((net, (x, y)))
         self.text(x, y - 0.3, text or net, "middle", 10)
 
@@ -112,14 +112,14 @@ class Sheet:
     # --- results ---
 
     def places(self):
-        """Counts the ends of wires, pins and names at each point."""
+        """Counts wire ends, pins and names at each point."""
         ends = collections.Counter(point for wire in self.wires for point in wire)
         ends.update(self.pins.values())
         ends.update(point for _, point in self.names)
         return ends
 
     def groups(self):
-        """Returns the connected groups, each as (names of nets, pins)."""
+        """Returns the connected groups, each as (net names, pins)."""
         leader = {}
 
         def find(item):
@@ -170,7 +170,7 @@ def on_wire(point, wire):
 
 
 def cross(one, other):
-    """True if two wires cross or overlap at a point that ends neither of them: they would look connected."""
+    """Returns True if two wires cross or overlap where neither of them ends, so that they would look connected."""
     level, upright = (one, other) if one[0][1] == one[1][1] else (other, one)
     if level[0][1] != level[1][1] or upright[0][0] != upright[1][0]:
         return one[0][0 if one[0][0] == one[1][0] else 1] == other[0][0 if one[0][0] == one[1][0] else 1] and overlap(one, other)
@@ -179,7 +179,7 @@ def cross(one, other):
 
 
 def overlap(one, other):
-    """True if two parallel wires on the same line share more than a point."""
+    """Returns True if two parallel wires on the same line share more than one point."""
     axis = 1 if one[0][0] == one[1][0] else 0
     if (other[0][0] == other[1][0]) != (axis == 1):
         return False

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Draws the symbols of the parts. A two-pin symbol is on the line from its first pin to its second one."""
+"""Draws the part symbols. A two-pin symbol lies on the line from its first pin to its second pin."""
 
 from bill import readable
 
@@ -32,7 +32,7 @@ class Symbols:
     # --- parts with two pins ---
 
     def two(self, draw, reference, first, second, label="right", text=None):
-        """Draws a part. draw() receives a function that converts (along, across), from the middle of the part, to (x, y)."""
+        """Draws a part. draw() receives a function that converts (along, across), relative to its centre, to (x, y)."""
         part = self.board.parts[reference]
         numbers = list(part.pins)
         (x1, y1), (x2, y2) = first, second
@@ -130,7 +130,7 @@ class Symbols:
         self.caption(x, middle, 1.1, 1, label, [reference, readable(part.value)])
 
     def coaxial(self, reference, centre, shield):
-        """Draws a socket to the right of the end of its centre contact."""
+        """Draws a socket to the right of the point "centre", where its centre contact ends."""
         sheet = self.sheet
         part = self.board.parts[reference]
         x, y = centre[0] + 2, centre[1]

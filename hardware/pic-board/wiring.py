@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Checks a netlist by itself. Each function returns a list of faults as sentences."""
+"""Checks that a netlist is consistent in itself. Each check returns a list of error messages."""
 
 import collections
 import re
@@ -16,7 +16,7 @@ FACTORS = {"p": 1e-12, "n": 1e-9, "u": 1e-6, "": 1.0, "k": 1e3, "M": 1e6}
 
 
 def amount(value):
-    """Converts "100 nF" to (1e-7, "F"). Returns None for anything but a number with a unit."""
+    """Converts "100 nF" to (1e-7, "F"). Returns None unless the value is a number with a unit."""
     found = re.fullmatch(r"([\d.]+) ([pnukM]?)(F|ohm)", value)
     return (float(found[1]) * FACTORS[found[2]], found[3]) if found else None
 
@@ -50,7 +50,7 @@ def nets_join(board):
 
 
 def rails(board):
-    """Checks pins with the name of a rail, including those of connectors and of C9."""
+    """Checks pins named after a supply rail, including those of connectors and C9."""
     faults = []
     for part in board.parts.values():
         for number, name in part.pins.items():
@@ -61,13 +61,13 @@ def rails(board):
 
 
 def joined(board, role, one, other):
-    """True if a part with this role joins the two nets."""
+    """Returns True if a part with this role connects the two nets."""
     return one != other and any({board.net_of((part.reference, number)) for number in part.pins} == {one, other}
                                 for part in board.with_role(role))
 
 
 def output(board):
-    """Checks that a capacitor joins a sine output of the generator to the centre of the socket."""
+    """Checks that a capacitor connects one of the generator's sine outputs to the centre of the socket."""
     faults = []
     sines = {board.net_of((part.reference, number)) for part in board.with_role("generator")
              for number, name in part.pins.items() if name.startswith("ZOUT")} - {None}
