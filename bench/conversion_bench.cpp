@@ -32,7 +32,7 @@ struct Room
     }
 };
 
-// The amplitudes of the sweep above as numbers.
+// Returns the amplitudes of the sweep above as numbers.
 std::array<double, kSweepPoints> values()
 {
     std::array<double, kSweepPoints> result{};

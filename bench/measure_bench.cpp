@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Measures the cost of the Measure panel: a full redraw with four stored traces, an average, limits and the panel open,
-// and the results of one sweep. The baseline for the redraw is that of redraw_bench: a cached pixmap and a prepared
-// polyline of 400 points.
+// and the computation of one sweep's results. The baseline for the redraw is that of redraw_bench: a cached pixmap and
+// a prepared polyline of 400 points.
 #include "data/amplitude_writer.h"
 #include "measure/measure_dock.h"
 #include "platform/qt_desktop.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Measures remote control of the whole window by a client: the time to receive the 400 numbers of CALCulate:DATA? as a
-// REAL,64 block, and the delay between the vector of a single sweep and the response that the sweep has ended. The
-// baseline for the first is a bare server in the same event loop that sends the same number of prepared bytes.
+// Measures how fast the whole window responds to a remote client: the time to receive the 400 numbers returned by
+// CALCulate:DATA? as a REAL,64 block, and the delay between the vector of a single sweep and the response that it has
+// ended. Baseline for the former: a bare server in the same event loop that sends the same number of prepared bytes.
 // Usage: remote_speed <folder with CalvornAsync> <initial settings file>. Prints one line for each:
 // name,median ms,95th percentile ms,median ms of the baseline.
 #include "app/frm_sweep.h"

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Measures exporting and importing a sweep as the menu commands do, with a file on disk. Baseline: the minimum work
-// that any program must do, which is writing these bytes to a new file and renaming it, or reading them and converting
-// the numbers.
+// that any program must do: write these bytes to a new file and rename it, or read them and convert the numbers.
 #include "core/whole_file.h"
 #include "data/amplitude_writer.h"
 #include "data/sweep_csv.h"

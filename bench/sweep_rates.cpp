@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Runs the whole program on the simulated serial boards at the speed of the real line. Measures sweeps per second,
-// compares them with the limit at 115,200 baud for the bytes that the protocol requires, and measures the share of a
-// core that the window thread uses.
+// Runs the whole program with the simulated serial boards at the speed of the real line. Measures sweeps per second and
+// the share of a core that the window thread uses. The limit is the sweep rate at which the bytes required by the
+// protocol fill a line of 115,200 baud.
 // Usage: sweep_rates <folder with CalvornAsync> <initial settings file>. Prints one line for each interface:
 // name,sweeps per second,limit,ratio,share of a core.
 #include "app/frm_sweep.h"
@@ -66,7 +66,7 @@ bool prepare(const QTemporaryDir &folder, const QString &programs, const QString
     return true;
 }
 
-// Returns false if the sweeps do not arrive.
+// Returns false if the sweeps do not arrive in time.
 bool measure(const Line &line, const QString &programs, const QString &settings)
 {
     const QTemporaryDir folder;

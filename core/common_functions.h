@@ -18,7 +18,8 @@ inline constexpr double kFloorDb = -100.0;
 // Converts a converter count to detector volts: count x adcStep + adcOffset, rounded to 3 decimals, as a float.
 float countToVolts(const Configuration &configuration, double count);
 
-// Converts a count to volts RMS at the detector's input with the effective law; a linear law returns countToVolts().
+// Converts a count to volts RMS at the detector's input with the effective law. The same as countToVolts() for a linear
+// law.
 float countToInputVolts(const Configuration &configuration, double count);
 
 // Converts volts to the unit of the current scale. For a logarithmic scale, returns dB with 2 decimals, at least

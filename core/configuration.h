@@ -27,7 +27,7 @@ struct HardwareSettings
 {
     std::int16_t interfaceType = kInterfaceLpt;
     std::int16_t lptAddress = 0;    // base address of the parallel port, 16 bits; 0 selects the simulated board
-    std::int16_t commPort = 0;      // N of COM<N> (platform/serial_ports.h); 100 selects the simulated board
+    std::int16_t commPort = 0;      // N in COM<N> (platform/serial_ports.h); 100 selects the simulated board
     QString ddsDevice;              // "AD9850", "AD9851" or "AD9951"
     std::int16_t ddsMultiplier = 1; // system clock divided by crystal frequency, for chips that have a multiplier
     std::int32_t ddsXtalFreq = 0;   // Hz
@@ -59,7 +59,7 @@ struct Configuration : HardwareSettings
     std::int32_t stepFreq = 0;   // Hz, negative for a descending sweep
     std::int16_t sweepSpeed = 0; // 0 standard, 1 slow, 2 very slow
     std::int16_t cursorMode = 0; // 0 linked, 1 floating cross
-    bool usbApi = false;         // [Debug]; read together with slowCpu, has no further effect
+    bool usbApi = false;         // [Debug]; read together with slowCpu, otherwise unused
     bool logDebug = false;       // writes diagnostic lines to the log list
     std::int32_t slowCpu = 0;
     std::int16_t msgResult = 0; // result of the last message box; after a command, -1 for success and 0 for failure

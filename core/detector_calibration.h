@@ -32,7 +32,8 @@ struct DetectorCalibration
     bool operator==(const DetectorCalibration &) const = default;
 };
 
-// Returns the effective law: the configured law, or the linear law for a MiniVNA that measures phase.
+// Returns the effective law: the configured law, or the linear law for a MiniVNA that measures phase, because its
+// counts are not a level.
 const DetectorLaw &lawInForce(const Configuration &configuration);
 
 // Returns the calibration of the configured interface with the effective law. Only the parallel port supports several

@@ -42,9 +42,9 @@ struct DetectorLaw
     double slope = 25.0;      // mV per dB; negative if the voltage falls as the level rises
     double intercept = -84.0; // dBm; the level at which the line reaches 0 V
 
-    // The points of a table, in order of increasing volts. Levels are interpolated against the volts, which suits a
-    // logarithmic detector, or against their logarithm, which suits a diode; the choice is the axis that better
-    // predicts the inner points from their neighbours. With only two points, or a point at or below 0 V, it is volts.
+    // The points of a table, in order of increasing volts. Levels are interpolated against the volts (suitable for a
+    // logarithmic detector) or against their logarithm (suitable for a diode), whichever predicts the inner points
+    // better from their neighbours. With only two points, or a point at or below 0 V, the volts are used.
     const std::vector<Point> &points() const { return m_points; }
     void setPoints(std::vector<Point> points);
 
@@ -52,8 +52,8 @@ struct DetectorLaw
     static bool isLevel(double dBm);
     static bool isPoint(const Point &point);
 
-    // Returns the number (from 1) of the first table point that violates the required order (rising volts; levels that
-    // all rise or all fall), or 0 if there is none.
+    // Returns the number, counting from 1, of the first table point that violates the required order (rising volts;
+    // levels that all rise or all fall), or 0 if there is none.
     std::size_t turningPoint() const;
 
     // Returns true if the law yields exactly one level for each voltage: slope and intercept are within their limits,

@@ -19,7 +19,7 @@ inline constexpr SettingKey kAdcLaw{kConfigSection, "ADC Law", "linear"};
 inline constexpr SettingKey kDetectorSlope{kDetectorSection, "Slope", "25"};
 inline constexpr SettingKey kDetectorIntercept{kDetectorSection, "Intercept", "-84"};
 
-// Reads slope, intercept and points whatever the selected law. Replaces invalid values with defaults and discards
+// Reads slope, intercept and points regardless of the selected law. Replaces invalid values with defaults and discards
 // unusable points. If the selected law is unusable, returns a linear law and appends an error message to `faults`.
 DetectorLaw readDetectorLaw(const Profile &profile, QStringList &faults);
 

@@ -29,7 +29,7 @@ public:
     void assignMasked(QString &target, double value, DisplayMask mask) const;
 
     // The default conversion: at most 15 significant digits (float: 7), the locale's decimal separator and no grouping.
-    // Numbers below 0.0001 or from 10^15 (float: 10^7) have an exponent ("1E-05", "1E+15").
+    // Numbers below 0.0001, and from 10^15 (float: 10^7), are written with an exponent ("1E-05", "1E+15").
     QString fromDouble(double value) const;
     QString fromSingle(float value) const;
     static QString fromInteger(std::int64_t value);

@@ -15,7 +15,7 @@ class RuntimeError : public std::exception
 public:
     enum class Kind { Overflow, TypeMismatch, SubscriptOutOfRange, File, DriverCall, NoAnswer, NoDriver, Closing };
 
-    // detail: the exact failure, included in the message; may be empty.
+    // detail: describes the failure and is included in the message; may be empty.
     explicit RuntimeError(Kind kind, const QString &detail = {});
 
     Kind kind() const { return m_kind; }

@@ -32,8 +32,8 @@ public:
     // Removes all keys in a section; save() applies this to the file.
     void clear(const QString &section);
 
-    // Reads the file again and adds the missing keys to it. Does nothing with Defaults::KeepOut, or if the file was
-    // rejected on either reading.
+    // Reads the file again and adds the missing keys to it. Does nothing with Defaults::KeepOut, or if the file is
+    // rejected either time it is read.
     void save();
 
     QString text(const SettingKey &key);

@@ -26,8 +26,8 @@ public:
     SettingsLoader(Configuration &configuration, WindowSettings &window,
                    SettingReader::Defaults defaults = SettingReader::Defaults::WriteBack);
 
-    // Called first if the file cannot be used. reason: a clause for an error message. All values are then defaults, and
-    // nothing is written.
+    // Called first if the file cannot be used. reason: a clause that completes an error message. All values are then
+    // defaults, and nothing is written.
     std::function<void(const QString &reason)> refused;
 
     // Called once, before the device keys are read, if the file names no DDS device (the very first start). Returns

@@ -19,7 +19,7 @@ enum class SettingKind {
     Int16,
     Int32,
     Real,            // float or double; written with the locale's decimal separator, read with either
-    Boolean,         // "False" or "True", or a number, which is false if 0
+    Boolean,         // "False", "True" or a number; 0 is false
     Address,         // Int16; the set-up dialog writes it as "&H" and hexadecimal digits
     Decibels,        // Int32, read with either decimal separator
     MarkerFrequency, // a whole number, stored as text

@@ -8,9 +8,9 @@
 
 namespace calvorn {
 
-// Returns the contents of a sweep file: plain text with CR LF line endings, a header line, then for each row its
-// number, frequency in Hz, detector count and amplitude x 1000. Numbers are unquoted, with "." in every locale and at
-// most 15 digits. Throws RuntimeError(TypeMismatch) if a cell does not contain a number.
+// Returns the contents of a sweep file: plain text with CR LF line endings; a header line, then one line per row with
+// row number, frequency in Hz, detector count and amplitude x 1000. Numbers are unquoted, with "." in every locale and
+// at most 15 digits. Throws RuntimeError(TypeMismatch) if a cell does not contain a number.
 QByteArray sweepAsCsv(const SweepTable &table);
 
 // A file may repeat rows before it reaches row 400; this limits the number of lines.

@@ -22,8 +22,8 @@ inline constexpr int kTableColumns = 3;
 // the amplitude in volts ("#0.000") or dB ("#0.0"), column 2 the detector count (plain integer). In the Qt model, the
 // 400 data rows are numbered from 0, and table row 0 is the horizontal header.
 //
-// changed() is emitted once for each new sweep, plan or scale. Components that show the table connect to it; the
-// writers do not need to know them.
+// changed() is emitted once for each new sweep, plan or scale. Components that show the table connect to it; writers do
+// not need to know about them.
 class SweepTable : public QAbstractTableModel
 {
     Q_OBJECT

@@ -15,14 +15,14 @@ namespace {
 
 constexpr int kWatchMs = 1000;
 constexpr int kMostUnanswered = 3; // ticks
-// Time that a server gets to exit on request before it is killed. With an unresponsive board, the server needs 2 s. A
-// server that has been silent for three seconds probably hangs, so it gets less time.
+// How long a server may take to exit on request before it is killed. With an unresponsive board, the server needs 2 s.
+// A server that has been silent for three seconds probably hangs, so it gets less time.
 constexpr int kPatienceMs = 2000;
 constexpr int kLittlePatienceMs = 1000;
-// The fastest simulated board sends about 17,000 vectors a second and still leaves the event loop enough time.
+// The fastest simulated board sends about 17,000 vectors per second and still leaves the event loop enough time.
 constexpr int kLongestTurnMs = 2000;
 constexpr int kMostInLongTurn = 200;
-// A sweep takes at least about 40 ms and reports its end or an error once.
+// A sweep takes at least about 40 ms and reports its completion or an error once.
 constexpr int kMostNewsInSecond = 200;
 
 } // namespace

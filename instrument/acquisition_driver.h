@@ -68,7 +68,7 @@ class AcquisitionDriver : public QObject
     Q_OBJECT
 
 public:
-    // How the program reacts to an error event of this interface.
+    // How the program reacts to an error event from this interface.
     enum class ErrorReaction { Ignore, CountSilently, LogOnly, LogAndAsk };
     // What happens to a running sweep when the range changes.
     enum class Replanning { InPlace, StopAndRestart };
@@ -155,7 +155,7 @@ public:
     // Returns true if the counts represent the detector level.
     virtual bool measuresLevel() const { return true; }
 
-    // Returns true if the detector can be read without moving the generator; otherwise it is read only in sweeps.
+    // Returns true if the detector can be read without retuning the generator; otherwise it is read only in sweeps.
     virtual bool readsWithoutSweep() const { return false; }
 
     // Returns a converter reading; only for hardware with readsWithoutSweep(). If the port has been lost, returns 0;
@@ -208,7 +208,7 @@ signals:
     // reset or start-up, or because the server has exited. Not emitted for generate() and silence().
     void generatorTaken();
 
-    // A reset has cancelled the board's sweep: no aComplete will follow.
+    // A reset has cancelled the board's sweep, so no aComplete will follow.
     void sweepForgotten();
 
     // Report the result of opening the port during start-up. reason: the server's message, if any.
@@ -225,7 +225,7 @@ signals:
     void hardwareReady();
 
 protected:
-    // Implements startUp() for this interface: opens the port, configures the hardware and reports a rejection. Returns
+    // Implements startUp() for this interface: opens the port, configures the hardware and reports any failure. Returns
     // true on success.
     virtual bool configureHardware() = 0;
 
@@ -243,7 +243,7 @@ protected:
     virtual bool putGeneratorOn(std::int32_t hertz) = 0;
     virtual void putGeneratorOff() = 0;
 
-    // Must be called for each command that moves the generator.
+    // Must be called for each command that retunes the generator.
     void generatorCommanded();
 
     // Returns the mode that the program uses to convert counts.
@@ -255,7 +255,7 @@ protected:
     // Implements reactionTo() for this interface's error codes.
     virtual ErrorReaction hardwareReactionTo(std::int16_t tipoErrore) const = 0;
 
-    // Called whenever a server has started: creates the proxy on this connection.
+    // Creates the proxy on this connection. Called after each server start.
     virtual void attach(const QDBusConnection &connection, const QString &path) = 0;
 
     // Starts a server if none is running, and configures the hardware as at start-up.
@@ -265,7 +265,7 @@ protected:
     void endReading();
     bool isServerUp() const { return m_context.server.isConnected(); }
 
-    // Waits for the reply to a call, at most until the proxy's time-out. Returns the first output value, if any.
+    // Waits for the reply to a call, but no longer than the proxy's time-out. Returns the first output value, if any.
     template <typename... Out>
     auto finish(QDBusPendingReply<Out...> reply)
     {
@@ -287,7 +287,7 @@ protected:
     // server allows eight unacknowledged vectors, so it does not have to wait.
     bool isAcknowledgementDue();
 
-    // Opens the port. If this or the call itself fails, reports this message and returns false.
+    // Calls openPort. If it returns false or throws RuntimeError, reports this refusal and returns false.
     bool openOrRefuse(const std::function<bool()> &openPort, const QString &refusal);
     QString serialPortRefusal() const;
 

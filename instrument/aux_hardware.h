@@ -26,7 +26,7 @@ protected:
 };
 
 // Functions that write to the auxiliary outputs. A failed write throws RuntimeError; sendByte() and sendPosition() pass
-// the error to failed() and do not show it to the user.
+// the error to failed() instead of showing it to the user.
 struct AuxHardware
 {
     std::function<void(std::uint8_t value, std::int16_t output)> setAux;

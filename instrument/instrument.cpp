@@ -14,7 +14,7 @@ namespace calvorn {
 
 namespace {
 
-// At the slowest speed a sweep takes a few seconds.
+// At the slowest speed, a sweep takes a few seconds.
 constexpr int kSweepTimeoutMs = 30000;
 constexpr int kPollMs = 50;
 

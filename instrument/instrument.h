@@ -85,7 +85,7 @@ public:
     AcquisitionDriver &requiredDriver() const;
 
     // Opens the port and configures the hardware, including the stored auxiliary outputs. The driver's signals report
-    // refusals. Throws RuntimeError(NoDriver) without a driver.
+    // failures. Throws RuntimeError(NoDriver) without a driver.
     void connectHardware();
 
     // --- range ---
@@ -109,7 +109,7 @@ public:
     // Ends a running sweep after its next vector.
     void endAfterNextVector();
 
-    // True if the vector of a single sweep is stored but the hardware has not yet confirmed the stop.
+    // Returns true if the vector of a single sweep is stored but the hardware has not yet confirmed the stop.
     bool isEnding() const { return isSweeping() && isSingleDone(); }
 
     // reason: 1 = the range changed during a sweep, 2 = the user requested the stop. aComplete follows.

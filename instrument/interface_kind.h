@@ -19,7 +19,7 @@ struct InterfaceKind
     bool hasSpeeds;        // sweep speeds, and a frame for selecting one
     bool hasOutputs;       // auxiliary outputs and their views
 
-    // Range of converter channels. Channels that are measuring modes have names; otherwise the channel is not used.
+    // Range of converter channels. If a channel is a measuring mode, it has a name; otherwise it is not used.
     std::int16_t lowestChannel;
     std::int16_t highestChannel;
     bool channelIsMode;
@@ -37,7 +37,7 @@ struct InterfaceKind
 // Sorted by number.
 std::span<const InterfaceKind> interfaceKinds();
 
-// Returns null for a number that is not an interface.
+// Returns null if no interface has this number.
 const InterfaceKind *interfaceKind(std::int16_t number);
 
 } // namespace calvorn

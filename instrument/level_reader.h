@@ -16,7 +16,7 @@ class SignalGenerator;
 struct LevelReading
 {
     double count = 0.0;  // mean count; as in the table, counts rise with the detector voltage
-    double spread = 0.0; // their standard deviation
+    double spread = 0.0; // standard deviation of the counts
     int readings = 0;    // number of counts
 };
 
@@ -46,7 +46,7 @@ public:
     explicit LevelReader(Instrument &instrument, const SignalGenerator *generator = nullptr, QObject *parent = nullptr);
 
     // hertz: the frequency for interfaces that read in sweeps; other interfaces leave the generator unchanged.
-    // readings: number of counts per result; 0: as many as arrive together, which is 400 in a sweep.
+    // readings: number of counts per result; 0 means all counts that arrive together (400 in a sweep).
     void start(std::int32_t hertz, int readings = 0);
     void stop();
     bool isRunning() const { return m_timer.isActive(); }
@@ -56,7 +56,7 @@ public:
 
 signals:
     void taken(const calvorn::LevelReading &reading);
-    // The reader pauses for this reason, or continues (None).
+    // The reader pauses for this reason, or resumes (None).
     void paused(calvorn::LevelReader::Pause why);
     // A reading failed; the reader retries until it is stopped.
     void failed(const QString &reason);

@@ -46,7 +46,7 @@ bool PicDriver::configureHardware()
     return false;
 }
 
-// Starts the sweep even if the board rejected the plan: the board then reports the end of the sweep.
+// Starts the sweep even if the board rejected the plan, because the board then reports the end of the sweep.
 bool PicDriver::runPlan(const SweepAxis &plan)
 {
     const bool accepted = prepareSweep(plan.start, plan.step);

@@ -27,13 +27,13 @@ public:
     bool isOn() const { return m_state == State::On; }
     std::int32_t frequency() const { return m_frequency; } // Hz
 
-    // The error message since the generator was last switched on; empty if no error has occurred.
+    // The last error message since the generator was switched on; empty if no error has occurred.
     const QString &fault() const { return m_fault; }
 
     // Returns the frequency in whole hertz, clamped to the configured limits.
     std::int32_t withinLimits(double hertz) const;
 
-    // Stores the frequency, and sets the generator to it if it is on. hertz: within the limits.
+    // Stores the frequency and, if the generator is on, outputs it. hertz: within the limits.
     void setFrequency(std::int32_t hertz);
 
     // If the generator stays off, fault() returns the reason. Throws RuntimeError if the hardware does not answer.

@@ -61,7 +61,7 @@ bool VnaDriver::countsAreInverted() const
     return configuration().measuringMode == numberOf(VnaMode::Device);
 }
 
-// With an invalid mode, the instrument remains in its first mode.
+// If the configured mode is invalid, the instrument remains in its first mode.
 std::int16_t VnaDriver::mode() const
 {
     const std::int16_t wanted = configuration().measuringMode;

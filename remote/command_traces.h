@@ -18,7 +18,7 @@ TraceSet::Source sourceOf(const ScpiCall &call, int index);
 const Trace &traceOf(const ScpiCall &call, int index);
 const Trace &liveTrace(const ScpiCall &call);
 
-// Returns the amplitudes in the client's unit, relative to the reference if curves are relative; NaN for a gap.
+// Returns the amplitudes in the client's unit, relative to the reference if curves are relative; NaN in gaps.
 std::vector<double> amplitudesOf(const ScpiCall &call, const Trace &trace);
 
 // Returns the response from which results are computed.

@@ -9,7 +9,7 @@
 
 namespace calvorn {
 
-// Identify the user at the other end of a local connection, as reported by the kernel.
+// These functions identify the user at the other end of a local connection, as reported by the kernel.
 
 // Returns the owner of the socket at the other end of an accepted TCP connection, or nothing if the kernel no longer
 // lists that socket.

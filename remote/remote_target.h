@@ -50,10 +50,10 @@ public:
     virtual void start(SweepRun run) = 0;
     virtual void stop() = 0;
 
-    // True if there is nothing to wait for: the single sweep is stored, no sweep is running, or sweeps repeat until
-    // stopped.
+    // Returns true if there is nothing to wait for: the single sweep is stored, no sweep is running, or sweeps repeat
+    // until stopped.
     bool isSweepDone() const;
-    // True while a sweep is running and its samples are still needed.
+    // Returns true while a sweep is running and its samples are still needed.
     bool isMeasuring() const;
     // The number of sweeps since the last start.
     int sweepCount() const { return m_sweepCount; }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Results of the last sweep or of the average, and limits.
+// Results of the last sweep or the average, and limits.
 #include "analysis/results.h"
 #include "analysis/shown_curve.h"
 #include "remote/command_traces.h"

@@ -21,7 +21,7 @@ namespace {
 
 constexpr qint64 kChunk = 4096; // bytes to process from one client before serving the others
 constexpr qint64 kReadBuffer = 65'536;
-// Time to wait for a free place: a new client may connect before the previous client's disconnection is noticed.
+// Time to wait for a free slot: a new client may connect before the previous client's disconnection is noticed.
 constexpr int kPatience = 200; // ms
 
 } // namespace

@@ -18,7 +18,7 @@ namespace calvorn {
 
 class ScpiSession;
 
-// Accepts clients on a TCP port of 127.0.0.1 and ::1 and on a Unix socket in the user's runtime folder. Clients must
+// Accepts clients on a TCP port on 127.0.0.1 and ::1 and on a Unix socket in the user's runtime folder. Clients must
 // run as the same user as this process, and at most kMostClients are accepted at a time; all others are disconnected
 // and reported through logged().
 //
@@ -51,7 +51,7 @@ private:
     void acceptLocal();
     // Returns true if the user also owns this process; otherwise logs the rejection.
     bool admits(const std::optional<uid_t> &user, const QString &from);
-    // Serves the client, after a short wait if no place is free; disconnects it if there is still none.
+    // Serves the client, waiting briefly for a free slot if necessary; if none becomes free, disconnects the client.
     template <typename Socket>
     void welcome(Socket *socket, const QString &from);
     template <typename Socket>

@@ -55,7 +55,7 @@ public:
     void setNegativeTransition(int bits) { m_negative = bits & kAllBits; }
 
     bool hasSummary() const { return (m_event & m_enable) != 0; }
-    // STATus:PRESet: disables all events and selects rising bits. Does not change condition and events.
+    // STATus:PRESet: disables all events and selects rising bits. Does not change condition or events.
     void preset();
     // *CLS: clears only the events.
     void clear() { m_event = 0; }

@@ -95,7 +95,7 @@ void setSpan(ScpiCall &call)
     setAround(call, centre(call), hertzOf(call, kMinSweepRange, widest, widest));
 }
 
-// Responds with the value or, if the parameter is MIN, MAX or DEF, with the frequency that it means.
+// Responds with the value or, if the parameter is MIN, MAX or DEF, with the frequency that it stands for.
 void answerHertz(ScpiCall &call, double value, double least, double most, double standard)
 {
     call.answer(nr1(std::llround(call.count() > 0 ? hertzOf(call, least, most, standard) : value)));

@@ -32,7 +32,7 @@ int fail(int code, const QString &sentence)
     return code;
 }
 
-// Returns an error message with the scale and reference that limits in this unit require.
+// Returns an error message that names the scale and reference required by limits in this unit.
 QString conditionOf(LimitUnit unit, const QString &path)
 {
     switch (unit) {

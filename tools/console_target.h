@@ -65,7 +65,7 @@ private:
     Markers &m_placed;
     LimitLines m_limits;
     bool m_limitsOn = false;
-    std::optional<SweepRun> m_restart; // to be started when the hardware has stopped
+    std::optional<SweepRun> m_restart; // sweep to start when the hardware has stopped
     QString m_refusal;                 // the hardware's last refusal
 };
 

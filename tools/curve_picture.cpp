@@ -48,7 +48,7 @@ PlotModel plotOf(const PictureRooms &rooms, const ShownCurve &curve, const Compa
     return plot;
 }
 
-// Markers show the measured amplitudes, not the relative ones.
+// Markers show measured amplitudes rather than relative ones.
 MarkerTexts textsOf(const PlotModel &plot, const PictureRooms &rooms, const ShownCurve &curve)
 {
     const bool linear = isLinearScale(curve.scale());

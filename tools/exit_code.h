@@ -12,7 +12,7 @@ enum ExitCode {
     kRefused = 4,         // the hardware or the server refused a command
     kNoAnswer = 5,        // no sweep arrived in time
     kFileNotWritable = 6, // the sweep was taken but could not be written
-    kFileNotUsable = 7,   // a named sweep or limit file cannot be read or does not fit
+    kFileNotUsable = 7,   // a specified sweep or limit file cannot be read or does not match
     kLimitsBroken = 8,    // the sweep was taken but violates the limits
     kSignalled = 128
 };

@@ -66,7 +66,7 @@ QString amplitudeText(double amplitude, const ShownCurve &curve, DisplayMask vol
     return number + (linear ? QStringLiteral(" V") : QStringLiteral(" dB"));
 }
 
-// Returns the response of a mean or relative curve, which is not in the table.
+// Returns the response of a mean or relative curve, which the table does not contain.
 SweepResponse responseOf(const ShownCurve &curve)
 {
     const Response &in = curve.response();

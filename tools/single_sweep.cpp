@@ -99,7 +99,7 @@ const Trace &SingleSweep::trace() const
     return m_traces.shown(m_request.isAveraged ? TraceSet::Source::Average : TraceSet::Source::Live);
 }
 
-// Rejects settings that would make the window ask the user: without a user, the tool must not measure something else.
+// Rejects settings about which the window would ask the user, because the tool must not measure anything unintended.
 void SingleSweep::loadSettings()
 {
     m_configuration.iniPath = m_settingsFile;

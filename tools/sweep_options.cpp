@@ -152,7 +152,7 @@ QString SweepOptions::readWholeNumber(const QCommandLineOption &option, std::opt
                : tr("--%1 takes a whole number of at least 1, not \"%2\".").arg(nameOf(option), value(option));
 }
 
-// Ignores upper and lower case.
+// Case-insensitive.
 QString SweepOptions::readChoice(const QCommandLineOption &option, const QStringList &names,
                                  std::optional<int> &index) const
 {

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Writes and checks the bill of materials, a table between two marks in a page."""
+"""Writes and checks the bill of materials, a table between two marks on a page."""
 
 import re
 

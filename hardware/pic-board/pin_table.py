@@ -18,7 +18,7 @@ def rows(page):
 
 
 class PinCheck:
-    """Compares a controller pin with its row. Each phrase in the "connect" column explains some pins of the net."""
+    """Compares a controller pin with its row. Each phrase in the "connect" column accounts for some net pins."""
 
     def __init__(self, board, controller, row):
         self.board = board

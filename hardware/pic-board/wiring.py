@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Checks that a netlist is consistent in itself. Each check returns a list of error messages."""
+"""Checks that a netlist is internally consistent. Each check returns a list of error messages."""
 
 import collections
 import re
@@ -89,7 +89,7 @@ def lamp(board):
 
 
 def parts_join_two_nets(board):
-    """Finds parts with both ends on one net: such a part has no effect."""
+    """Finds parts with both ends on the same net, which have no effect."""
     faults = []
     for part in board.parts.values():
         nets = {board.net_of((part.reference, number)) for number in part.pins}
