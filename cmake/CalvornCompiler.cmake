@@ -23,7 +23,7 @@ if(CALVORN_SANITIZE)
     add_link_options(-fsanitize=${CALVORN_SANITIZE})
 endif()
 
-# Counts executed lines. Optimisation is off, so that lines are not merged; counting is atomic for the server's threads.
+# Counts executed lines. Optimisation is off so that lines are not merged; counting is atomic because of server threads.
 add_library(calvorn_counting INTERFACE)
 target_compile_options(calvorn_counting INTERFACE "$<$<CONFIG:Coverage>:-O0;--coverage;-fprofile-update=atomic>")
 target_link_options(calvorn_counting INTERFACE "$<$<CONFIG:Coverage>:--coverage>")

@@ -25,7 +25,7 @@ struct DetectorCalibration
     // Returns the count nearest to these input volts. It is never negative but may exceed the converter's range.
     double countOf(double volts) const;
 
-    // Returns the volts at or below which the detector cannot detect a signal: half a count from the no-signal end of
+    // Returns the voltage at or below which the detector cannot detect a signal: half a count from the no-signal end of
     // the range, or the lowest level in a table.
     double floor() const;
 

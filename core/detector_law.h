@@ -20,7 +20,7 @@ struct DetectorLaw
     enum class Kind {
         Linear,
         Log,   // volts = slope x (level - intercept), as in the data sheets of logarithmic detectors
-        Table, // measured points, interpolated linearly in dBm against detector volts or their logarithm
+        Table, // measured points, interpolated linearly in dBm against the detector voltage or its logarithm
     };
 
     struct Point
@@ -42,9 +42,9 @@ struct DetectorLaw
     double slope = 25.0;      // mV per dB; negative if the voltage falls as the level rises
     double intercept = -84.0; // dBm; the level at which the line reaches 0 V
 
-    // The points of a table, in order of increasing volts. Levels are interpolated against the volts (suitable for a
-    // logarithmic detector) or against their logarithm (suitable for a diode), whichever predicts the inner points
-    // better from their neighbours. With only two points, or a point at or below 0 V, the volts are used.
+    // The points of a table, in order of increasing voltage. Levels are interpolated against the voltage (suitable for
+    // a logarithmic detector) or against its logarithm (suitable for a diode), whichever predicts the inner points
+    // better from their neighbours. With only two points, or a point at or below 0 V, the voltage is used.
     const std::vector<Point> &points() const { return m_points; }
     void setPoints(std::vector<Point> points);
 
@@ -52,7 +52,7 @@ struct DetectorLaw
     static bool isLevel(double dBm);
     static bool isPoint(const Point &point);
 
-    // Returns the number, counting from 1, of the first table point that violates the required order (rising volts;
+    // Returns the number, counting from 1, of the first table point that violates the required order (rising voltage;
     // levels that all rise or all fall), or 0 if there is none.
     std::size_t turningPoint() const;
 
@@ -64,14 +64,14 @@ struct DetectorLaw
     // Unless the law is linear, the level is limited to -200 to 200 dBm.
     double inputVolts(double detectorVolts) const;
 
-    // Returns true if the volts are outside the law: beyond the points of a table, or below 0 V for a logarithmic law,
-    // because logarithmic detectors do not output negative volts.
+    // Returns true if the voltage is outside the law: beyond the points of a table, or below 0 V for a logarithmic law,
+    // because logarithmic detectors do not output negative voltages.
     bool isBeyondEnds(double detectorVolts) const;
 
     // The inverse of inputVolts(): converts volts RMS at the input to detector volts.
     double detectorVolts(double inputVolts) const;
 
-    // Returns true if the detector volts rise with the level.
+    // Returns true if the detector voltage rises with the level.
     bool isRising() const;
 
     bool operator==(const DetectorLaw &) const = default;

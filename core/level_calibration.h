@@ -21,10 +21,10 @@ inline constexpr std::size_t kFewestLogPoints = 2;
 inline constexpr std::size_t kFewestTablePoints = 3;
 
 // Returns the logarithmic law that fits the points best (least squares in volts). Returns nullopt if there are fewer
-// than two points, if all levels or all volts are equal, or if slope or intercept is outside its limits.
+// than two points, if all levels or all voltages are equal, or if slope or intercept is outside its limits.
 std::optional<DetectorLaw> logLawOf(const std::vector<CalibrationPoint> &points);
 
-// Returns a table of the points, sorted by increasing volts. Returns nullopt if there are fewer than three points or
+// Returns a table of the points, sorted by increasing voltage. Returns nullopt if there are fewer than three points or
 // more than a table can hold, or if the levels neither all rise nor all fall.
 std::optional<DetectorLaw> tableLawOf(std::vector<CalibrationPoint> points);
 

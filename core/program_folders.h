@@ -25,8 +25,8 @@ struct ProgramFolders
 // location and not beside the programs.
 ProgramFolders programFolders(const QString &programs);
 
-// Returns the settings file to read: settingsFile() if it exists. If settings and data have separate folders, the
-// next choices are version 2.0's file in the user's data folder and the prepared file. If no file exists, returns
+// Returns the settings file to read: settingsFile() if it exists. If settings and data have separate folders, the next
+// choices are version 2.0's file in the user's data folder and the prepared settings. If no file exists, returns
 // settingsFile().
 QString settingsToRead(const ProgramFolders &folders);
 

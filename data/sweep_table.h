@@ -40,7 +40,7 @@ public:
     // The plan of the rows; nullopt while they contain an imported sweep.
     std::optional<SweepAxis> axis() const { return m_sweep.plan; }
 
-    // Must be called before an imported sweep is written: no vector then fits until inizializzaGrid() is called.
+    // Must be called before an imported sweep is written. No vector fits the table until the next inizializzaGrid().
     void forgetAxis();
 
     SweepOrigin origin() const { return m_sweep.origin; }

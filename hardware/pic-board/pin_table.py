@@ -82,7 +82,7 @@ class PinCheck:
         return found[0]
 
     def between(self, role, other_net, value=None):
-        """Returns a part with this role and value that connects this net to another, and marks its pin as explained."""
+        """Returns a part with this role and value that connects this net to another, and adds its pin to "explained"."""
         for part in self.board.with_role(role):
             nets = {number: self.board.net_of((part.reference, number)) for number in part.pins}
             fits = value is None or same_amount(part.value, value)
