@@ -133,7 +133,7 @@ void TraceSet::setAverageOver(int sweeps)
     emit changed();
 }
 
-void TraceSet::startAnew()
+void TraceSet::restart()
 {
     for (const Source source : {Source::Average, Source::MaxHold, Source::MinHold})
         empty(source);

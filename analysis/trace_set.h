@@ -59,7 +59,7 @@ public:
     std::int64_t averaged() const { return m_averaged; }
 
     // Clears the holds and the average, which restart with the next measured sweep.
-    void startAnew();
+    void restart();
 
     // --- stored traces; slot: 0 to kStored - 1 ---
 

@@ -3,25 +3,25 @@
 
 namespace calvorn {
 
-AxisMenus::AxisMenus(const AxisMenuRooms &rooms, ErrorBoundary &boundary, QWidget *window)
+AxisMenus::AxisMenus(const AxisMenuComponents &components, ErrorBoundary &boundary, QWidget *window)
     : QObject(window)
 {
     auto *amplitudes = new QMenu(window);
     amplitudes->setObjectName(QStringLiteral("menuAmplitudes"));
-    amplitudes->addActions(rooms.scales.actions());
-    open(amplitudes, rooms.graph.axis());
+    amplitudes->addActions(components.scales.actions());
+    open(amplitudes, components.graph.axis());
 
     QAction *start = makeAction("mnuCopyM1", tr("M1 -> &Start"), tr("Set the start frequency to M1"));
     QAction *stop = makeAction("mnuCopyM2", tr("M2 -> S&top"), tr("Set the stop frequency to M2"));
-    MarkerPanel &markers = rooms.markers;
+    MarkerPanel &markers = components.markers;
     boundary.connect(start, &QAction::triggered, this, "mnuCopyM1", [&markers] { markers.cmdCopyM1_Click(); });
     boundary.connect(stop, &QAction::triggered, this, "mnuCopyM2", [&markers] { markers.cmdCopyM2_Click(); });
     auto *frequencies = new QMenu(window);
     frequencies->setObjectName(QStringLiteral("menuFrequencies"));
-    frequencies->addActions(rooms.spans.actions());
+    frequencies->addActions(components.spans.actions());
     frequencies->addSeparator();
     frequencies->addActions({start, stop});
-    open(frequencies, rooms.frequencies);
+    open(frequencies, components.frequencies);
 }
 
 QAction *AxisMenus::makeAction(const char *name, const QString &caption, const QString &toolTip)

@@ -12,7 +12,7 @@
 namespace calvorn {
 
 // The components that the axis menus act on.
-struct AxisMenuRooms
+struct AxisMenuComponents
 {
     GraphPanel &graph;
     QWidget &frequencies; // the strip below the plot
@@ -27,7 +27,7 @@ class AxisMenus : public QObject
     Q_OBJECT
 
 public:
-    AxisMenus(const AxisMenuRooms &rooms, ErrorBoundary &boundary, QWidget *window);
+    AxisMenus(const AxisMenuComponents &components, ErrorBoundary &boundary, QWidget *window);
 
 private:
     static void open(QMenu *menu, QWidget &axis);

@@ -44,12 +44,12 @@ FrmSweep::FrmSweep(SweepStation &station)
     m_help = new HelpDesk(station.folders.manualFile(), station.messages, station.boundary, this);
     compose();
     buildMenus();
-    connectRooms();
+    connectComponents();
     connectSpans();
     m_remote = std::make_unique<RemoteControl>(
-        WindowRooms{m_configuration, m_instrument, m_station.unattended, m_station.markers, m_station.generator,
-                    *m_range, *m_controls, *m_scales, *m_graphPanel, *m_markerPanel, m_measure->measurement(), *m_aux1,
-                    *m_aux2, *m_files, *m_pictures},
+        WindowComponents{m_configuration, m_instrument, m_station.unattended, m_station.markers, m_station.generator,
+                         *m_range, *m_controls, *m_scales, *m_graphPanel, *m_markerPanel, m_measure->measurement(),
+                         *m_aux1, *m_aux2, *m_files, *m_pictures},
         m_station.log);
     connect(m_remote.get(), &RemoteControl::stateChanged, this, &FrmSweep::showMarks);
 }
@@ -183,14 +183,14 @@ void FrmSweep::showMarks()
 }
 
 // Starts remote control if the user has switched it on.
-void FrmSweep::openDoor()
+void FrmSweep::startRemoteControl()
 {
     const QString refusal = m_remote->follow(RemoteControl::choiceIn(m_configuration.iniPath));
     if (!refusal.isEmpty())
         m_status->showMessage(refusal);
 }
 
-void FrmSweep::connectRooms()
+void FrmSweep::connectComponents()
 {
     connect(&m_instrument.conversion(), &SampleConversion::sampleReceived, m_testPanel, &TestPanel::echoSample);
     connect(&m_instrument.conversion(), &SampleConversion::vectorStored, m_controls, &SweepControls::aggiornaTimer);
@@ -343,11 +343,11 @@ bool FrmSweep::start()
     show();
     m_measure->showRestored();
     fitGraph();
-    tellFaults(m_station.loader.faults());
+    showFaults(m_station.loader.faults());
     if (!m_closed)
         connectHardware();
     if (!m_closed)
-        openDoor();
+        startRemoteControl();
     return !m_closed;
 }
 
@@ -377,7 +377,7 @@ bool FrmSweep::loadSettings()
     return outcome == LoadOutcome::Loaded;
 }
 
-void FrmSweep::tellFaults(const QStringList &faults)
+void FrmSweep::showFaults(const QStringList &faults)
 {
     if (!faults.isEmpty())
         m_station.messages.warn(tr("Some settings could not be read.") + u'\r' + faults.join(u'\r'));

@@ -65,15 +65,15 @@ private:
     void fitGraph();
     void composeGraphColumn(QVBoxLayout *column);
     void composeControlColumn(QVBoxLayout *column);
-    void connectRooms();
+    void connectComponents();
     void connectSpans();
     QWidget *makeLevelPage();
     void composeStatusLine();
     void showMarks();
-    void openDoor();
+    void startRemoteControl();
     void buildMenus();
     bool loadSettings();
-    void tellFaults(const QStringList &faults);
+    void showFaults(const QStringList &faults);
     void prepareDisplay();
     void prepare(const char *step, const std::function<void()> &procedure);
     void restoreMarkers();

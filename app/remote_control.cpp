@@ -2,15 +2,15 @@
 #include "app/remote_control.h"
 
 #include "core/setting_reader.h"
-#include "remote/scpi_door.h"
+#include "remote/scpi_server.h"
 
 #include <limits>
 
 namespace calvorn {
 
-RemoteControl::RemoteControl(const WindowRooms &rooms, Log &log, QObject *parent)
+RemoteControl::RemoteControl(const WindowComponents &components, Log &log, QObject *parent)
     : QObject(parent)
-    , m_rooms(rooms)
+    , m_components(components)
     , m_log(log)
 {
 }
@@ -30,7 +30,7 @@ RemoteControl::Choice RemoteControl::choiceIn(const QString &settingsFile)
     reader.read(isOn, kRemoteOn);
     reader.read(port, kRemotePort);
     const bool isPort = port > 0 && port <= std::numeric_limits<quint16>::max();
-    return {isOn, isPort ? static_cast<quint16>(port) : ScpiDoor::kUsualPort};
+    return {isOn, isPort ? static_cast<quint16>(port) : ScpiServer::kUsualPort};
 }
 
 QString RemoteControl::follow(const Choice &choice)
@@ -38,34 +38,34 @@ QString RemoteControl::follow(const Choice &choice)
     close();
     if (!choice.isOn)
         return {};
-    auto target = std::make_unique<WindowTarget>(m_rooms);
-    auto door = std::make_unique<ScpiDoor>(*target);
-    connect(door.get(), &ScpiDoor::logged, this, [this](const QString &text) { m_log.writeLog(text); });
-    connect(door.get(), &ScpiDoor::clientsChanged, this, &RemoteControl::stateChanged);
-    const QString refusal = door->open(choice.port);
+    auto target = std::make_unique<WindowTarget>(m_components);
+    auto server = std::make_unique<ScpiServer>(*target);
+    connect(server.get(), &ScpiServer::logged, this, [this](const QString &text) { m_log.writeLog(text); });
+    connect(server.get(), &ScpiServer::clientsChanged, this, &RemoteControl::stateChanged);
+    const QString refusal = server->open(choice.port);
     if (!refusal.isEmpty())
         return refusal;
     m_target = std::move(target);
-    m_door = std::move(door);
+    m_server = std::move(server);
     emit stateChanged();
     return {};
 }
 
 void RemoteControl::close()
 {
-    if (!m_door)
+    if (!m_server)
         return;
-    m_door.reset();
+    m_server.reset();
     m_target.reset();
     emit stateChanged();
 }
 
 QString RemoteControl::state() const
 {
-    if (!m_door)
+    if (!m_server)
         return {};
-    return m_door->clients() > 0 ? tr("SCPI: port %1, clients: %2").arg(m_door->port()).arg(m_door->clients())
-                                 : tr("SCPI: port %1").arg(m_door->port());
+    return m_server->clients() > 0 ? tr("SCPI: port %1, clients: %2").arg(m_server->port()).arg(m_server->clients())
+                                   : tr("SCPI: port %1").arg(m_server->port());
 }
 
 } // namespace calvorn

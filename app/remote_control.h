@@ -11,7 +11,7 @@
 
 namespace calvorn {
 
-class ScpiDoor;
+class ScpiServer;
 
 // Remote control of the window by SCPI clients; off unless the user has switched it on in the preferences.
 class RemoteControl : public QObject
@@ -27,7 +27,7 @@ public:
         bool operator==(const Choice &) const = default;
     };
 
-    RemoteControl(const WindowRooms &rooms, Log &log, QObject *parent = nullptr);
+    RemoteControl(const WindowComponents &components, Log &log, QObject *parent = nullptr);
     ~RemoteControl() override;
 
     // Returns the choice in the settings file, or the default.
@@ -44,10 +44,10 @@ signals:
     void stateChanged();
 
 private:
-    WindowRooms m_rooms;
+    WindowComponents m_components;
     Log &m_log;
     std::unique_ptr<WindowTarget> m_target; // both null while remote control is off
-    std::unique_ptr<ScpiDoor> m_door;
+    std::unique_ptr<ScpiServer> m_server;
 };
 
 inline constexpr SettingKey kRemoteOn{"Remote", "On", "0"};

@@ -10,9 +10,9 @@
 
 namespace calvorn {
 
-SetUpMenu::SetUpMenu(const Rooms &rooms, QWidget *window)
+SetUpMenu::SetUpMenu(const Components &components, QWidget *window)
     : QObject(window)
-    , m_rooms(rooms)
+    , m_components(components)
     , m_window(window)
 {
     addAction("mnuConfig", tr("&Configuration"), tr("Interface, chips, outputs and ports"),
@@ -30,14 +30,14 @@ void SetUpMenu::addAction(const char *name, const QString &text, const QString &
     auto *action = new QAction(text, this);
     action->setObjectName(QString::fromLatin1(name));
     action->setToolTip(toolTip);
-    m_rooms.boundary.connect(action, &QAction::triggered, this, name, [this, handler] { (this->*handler)(); });
+    m_components.boundary.connect(action, &QAction::triggered, this, name, [this, handler] { (this->*handler)(); });
     m_actions.append(action);
 }
 
 bool SetUpMenu::configure(const SetUpOpening &opening)
 {
     if (!m_setUp)
-        m_setUp = new FrmSetUp(m_rooms.configuration, m_rooms.messages, m_rooms.boundary, m_window);
+        m_setUp = new FrmSetUp(m_components.configuration, m_components.messages, m_components.boundary, m_window);
     if (!m_window->isVisible()) {
         // At the first start, no window is visible yet on which to centre the dialog.
         const QRect free = m_window->screen()->availableGeometry();
@@ -50,7 +50,7 @@ bool SetUpMenu::configure(const SetUpOpening &opening)
 bool SetUpMenu::configureAtFirstStart(bool noSettings)
 {
     if (noSettings)
-        writePreparedSections(m_rooms.configuration.iniPath);
+        writePreparedSections(m_components.configuration.iniPath);
     return configure({noSettings, {}});
 }
 
@@ -63,9 +63,10 @@ void SetUpMenu::mnuConfig_Click()
 void SetUpMenu::mnuCalibraDDS_Click()
 {
     if (!m_calibraDds) {
-        m_calibraDds =
-            new FrmCalibraDDS(m_rooms.configuration, m_rooms.messages, m_rooms.log, m_rooms.boundary, m_window);
-        connect(m_calibraDds, &FrmCalibraDDS::takesErrors, &m_rooms.events, &DriverEvents::setErrorsReportedElsewhere);
+        m_calibraDds = new FrmCalibraDDS(m_components.configuration, m_components.messages, m_components.log,
+                                         m_components.boundary, m_window);
+        connect(m_calibraDds, &FrmCalibraDDS::takesErrors, &m_components.events,
+                &DriverEvents::setErrorsReportedElsewhere);
     }
     m_calibraDds->setDriver(m_driver);
     m_calibraDds->exec();
@@ -74,8 +75,8 @@ void SetUpMenu::mnuCalibraDDS_Click()
 void SetUpMenu::mnuCalibraDetector_Click()
 {
     if (!m_calibraAdc) {
-        m_calibraAdc = new FrmCalibraADC(m_rooms.configuration, m_rooms.instrument.table(), m_rooms.messages,
-                                         m_rooms.boundary, m_window);
+        m_calibraAdc = new FrmCalibraADC(m_components.configuration, m_components.instrument.table(),
+                                         m_components.messages, m_components.boundary, m_window);
     }
     m_calibraAdc->setDriver(m_driver);
     m_calibraAdc->exec();
@@ -84,7 +85,8 @@ void SetUpMenu::mnuCalibraDetector_Click()
 void SetUpMenu::mnuCalibraLevel_Click()
 {
     if (!m_calibraLevel)
-        m_calibraLevel = new FrmCalibraLevel(m_rooms.configuration, m_rooms.instrument, m_rooms.boundary, m_window);
+        m_calibraLevel =
+            new FrmCalibraLevel(m_components.configuration, m_components.instrument, m_components.boundary, m_window);
     m_calibraLevel->exec();
 }
 

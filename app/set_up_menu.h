@@ -22,7 +22,7 @@ class SetUpMenu : public QObject
     Q_OBJECT
 
 public:
-    struct Rooms
+    struct Components
     {
         Configuration &configuration;
         Instrument &instrument;
@@ -32,7 +32,7 @@ public:
         ErrorBoundary &boundary;
     };
 
-    SetUpMenu(const Rooms &rooms, QWidget *window);
+    SetUpMenu(const Components &components, QWidget *window);
 
     const QList<QAction *> &actions() const { return m_actions; }
     void setDriver(AcquisitionDriver *driver) { m_driver = driver; }
@@ -53,7 +53,7 @@ private:
     void mnuCalibraDetector_Click();
     void mnuCalibraLevel_Click();
 
-    Rooms m_rooms;
+    Components m_components;
     QWidget *m_window;
     QList<QAction *> m_actions;
     AcquisitionDriver *m_driver = nullptr;

@@ -17,9 +17,9 @@
 
 namespace calvorn {
 
-SweepFiles::SweepFiles(const SweepFilesRooms &rooms, Messages &messages, Log &log, QObject *parent)
+SweepFiles::SweepFiles(const SweepFilesComponents &components, Messages &messages, Log &log, QObject *parent)
     : QObject(parent)
-    , m_rooms(rooms)
+    , m_components(components)
     , m_messages(messages)
     , m_log(log)
     , m_export(new QAction(tr("&Export (.csv)"), this))
@@ -55,7 +55,7 @@ void SweepFiles::mnuSaveCSV_Click()
 
 void SweepFiles::exportSweep(const QString &path)
 {
-    writeWholeFile(path, sweepAsCsv(m_rooms.table));
+    writeWholeFile(path, sweepAsCsv(m_components.table));
     m_lastFile = path;
 }
 
@@ -73,7 +73,7 @@ void SweepFiles::mnuOpenCSV_Click()
         emit reported(tr("%1 rows imported from %2").arg(NumberText::fromInteger(kSweepPoints), name));
     } catch (const RuntimeError &error) {
         // Keep and show the rows read before the error.
-        m_rooms.table.cellsWritten();
+        m_components.table.cellsWritten();
         m_log.writeLog(tr("Import: ") + error.message());
         emit reported(tr("%1 not imported: %2").arg(name, error.message()));
     }
@@ -87,7 +87,7 @@ void SweepFiles::importSweep(const QString &path)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         throw RuntimeError(RuntimeError::Kind::File, path + QStringLiteral(": ") + file.errorString());
-    readSweepCsv(file, m_rooms.table);
+    readSweepCsv(file, m_components.table);
     file.close();
     offerAdjustment(path);
     noteUnit();
@@ -96,8 +96,8 @@ void SweepFiles::importSweep(const QString &path)
 
 double SweepFiles::voltsOf(int row) const
 {
-    const double count = m_rooms.table.number(row, SweepTable::SampleColumn);
-    const Configuration &c = m_rooms.configuration;
+    const double count = m_components.table.number(row, SweepTable::SampleColumn);
+    const Configuration &c = m_components.configuration;
     const double volts = roundToDecimals(count * static_cast<double>(c.adcStep) + static_cast<double>(c.adcOffset), 3);
     const DetectorLaw &law = lawInForce(c);
     return law.kind == DetectorLaw::Kind::Linear ? volts : roundToDecimals(law.inputVolts(volts), 3);
@@ -105,13 +105,13 @@ double SweepFiles::voltsOf(int row) const
 
 bool SweepFiles::firstRowIsInVolts() const
 {
-    return voltsOf(1) == m_rooms.table.number(1, SweepTable::AmplitudeColumn);
+    return voltsOf(1) == m_components.table.number(1, SweepTable::AmplitudeColumn);
 }
 
 // The file does not state its scale, and an import does not change the current scale.
 void SweepFiles::noteUnit()
 {
-    if (!isLinearScale(m_rooms.configuration.scaleType) && firstRowIsInVolts())
+    if (!isLinearScale(m_components.configuration.scaleType) && firstRowIsInVolts())
         m_log.writeLog(tr("Import: ") + tr("the amplitudes are in volts, but the scale is in dB"));
 }
 
@@ -119,7 +119,7 @@ void SweepFiles::noteUnit()
 void SweepFiles::offerAdjustment(const QString &path)
 {
     const NumberText numbers;
-    SweepTable &table = m_rooms.table;
+    SweepTable &table = m_components.table;
     if (firstRowIsInVolts())
         return;
     const QString text = tr("This file was created with a different ADC step or offset.") + u'\r' +
@@ -138,22 +138,22 @@ void SweepFiles::offerAdjustment(const QString &path)
 void SweepFiles::moveToImportedSweep()
 {
     const NumberText numbers;
-    Configuration &c = m_rooms.configuration;
-    SweepTable &table = m_rooms.table;
+    Configuration &c = m_components.configuration;
+    SweepTable &table = m_components.table;
     const std::int32_t start = table.frequency(1);
     const std::int32_t stop = table.frequency(kSweepPoints);
     const std::int32_t formerStart = std::exchange(c.startFreq, start);
     const std::int32_t formerStop = std::exchange(c.stopFreq, stop);
     try {
-        m_rooms.range.planWithoutTable();
+        m_components.range.planWithoutTable();
     } catch (const RuntimeError &) {
         c.startFreq = formerStart;
         c.stopFreq = formerStop;
         throw;
     }
     const double centre = roundHalfEven(checkedSubtract(c.stopFreq, c.startFreq) / 2.0 + c.startFreq);
-    m_rooms.readouts.show(numbers.masked(c.startFreq, kMaskHertz), numbers.masked(centre, kMaskHertz),
-                          numbers.masked(c.stopFreq, kMaskHertz));
+    m_components.readouts.show(numbers.masked(c.startFreq, kMaskHertz), numbers.masked(centre, kMaskHertz),
+                               numbers.masked(c.stopFreq, kMaskHertz));
     // Do this last, so that receivers of the table's signal see the new plan.
     const bool follows = amplitudesFollowFromCounts(table, c);
     table.sweepWritten(SweepOrigin::Imported, follows ? std::optional(detectorOf(c)) : std::nullopt);

@@ -13,7 +13,7 @@
 namespace calvorn {
 
 // The components that an imported sweep changes.
-struct SweepFilesRooms
+struct SweepFilesComponents
 {
     Configuration &configuration;
     SweepTable &table;
@@ -28,7 +28,7 @@ class SweepFiles : public QObject
     Q_OBJECT
 
 public:
-    SweepFiles(const SweepFilesRooms &rooms, Messages &messages, Log &log, QObject *parent = nullptr);
+    SweepFiles(const SweepFilesComponents &components, Messages &messages, Log &log, QObject *parent = nullptr);
 
     QAction *exportAction() const { return m_export; }
     QAction *importAction() const { return m_import; }
@@ -51,7 +51,7 @@ private:
     void offerAdjustment(const QString &path);
     void moveToImportedSweep();
 
-    SweepFilesRooms m_rooms;
+    SweepFilesComponents m_components;
     Messages &m_messages;
     Log &m_log;
     QAction *m_export;

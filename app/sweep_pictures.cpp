@@ -15,10 +15,10 @@
 
 namespace calvorn {
 
-SweepPictures::SweepPictures(const SweepPictureRooms &rooms, Messages &messages, ErrorBoundary &boundary,
+SweepPictures::SweepPictures(const SweepPictureComponents &components, Messages &messages, ErrorBoundary &boundary,
                              QObject *parent)
     : QObject(parent)
-    , m_rooms(rooms)
+    , m_components(components)
     , m_messages(messages)
     , m_save(makeAction("mnuSavePicture", tr("Save pict&ure…"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S),
                         tr("Save the graph with its read-outs as PNG or SVG")))
@@ -44,17 +44,17 @@ QAction *SweepPictures::makeAction(const char *name, const QString &caption, con
 
 SweepPicture SweepPictures::picture() const
 {
-    const FrequencyReadouts &shown = m_rooms.readouts;
-    return {m_rooms.configuration,
-            m_rooms.graph.model(),
-            {shown.startText(), shown.centreText(), shown.stopText(), m_rooms.markers.texts(),
+    const FrequencyReadouts &shown = m_components.readouts;
+    return {m_components.configuration,
+            m_components.graph.model(),
+            {shown.startText(), shown.centreText(), shown.stopText(), m_components.markers.texts(),
              QDateTime::currentDateTime()}};
 }
 
 // "sweep 2026-11-22 1000000-14965000 Hz"
 QString SweepPictures::sweepName() const
 {
-    const Configuration &c = m_rooms.configuration;
+    const Configuration &c = m_components.configuration;
     return tr("sweep") + QDate::currentDate().toString(QStringLiteral(" yyyy-MM-dd ")) +
            QStringLiteral("%1-%2 Hz").arg(c.startFreq).arg(c.stopFreq);
 }

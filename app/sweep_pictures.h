@@ -17,7 +17,7 @@ namespace calvorn {
 class SweepPicture;
 
 // The components that supply the contents of a picture.
-struct SweepPictureRooms
+struct SweepPictureComponents
 {
     const Configuration &configuration;
     const SweepGraph &graph;
@@ -32,7 +32,7 @@ class SweepPictures : public QObject
     Q_OBJECT
 
 public:
-    SweepPictures(const SweepPictureRooms &rooms, Messages &messages, ErrorBoundary &boundary,
+    SweepPictures(const SweepPictureComponents &components, Messages &messages, ErrorBoundary &boundary,
                   QObject *parent = nullptr);
 
     // In the order of the menu.
@@ -59,7 +59,7 @@ private:
     void printPdf(const QPrinter &printer);
     [[noreturn]] void refuse(const QString &name, const QString &reason) const;
 
-    SweepPictureRooms m_rooms;
+    SweepPictureComponents m_components;
     Messages &m_messages;
     QAction *m_save;
     QAction *m_copy;

@@ -3,10 +3,11 @@
 
 namespace calvorn {
 
-SweepStation::SweepStation(const ProgramFolders &programFolders, Configuration &record, Desktop &person, Clock &time)
+SweepStation::SweepStation(const ProgramFolders &programFolders, Configuration &record, Desktop &userDesktop,
+                           Clock &time)
     : folders(programFolders)
     , configuration(record)
-    , unattended(person)
+    , unattended(userDesktop)
     , desktop(unattended)
     , clock(time)
     , messages(record, desktop)

@@ -16,7 +16,7 @@ namespace calvorn {
 // they are destroyed.
 struct SweepStation
 {
-    SweepStation(const ProgramFolders &programFolders, Configuration &record, Desktop &person, Clock &time);
+    SweepStation(const ProgramFolders &programFolders, Configuration &record, Desktop &userDesktop, Clock &time);
 
     ProgramFolders folders;
     Configuration &configuration;

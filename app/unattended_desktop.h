@@ -14,10 +14,10 @@ namespace calvorn {
 class UnattendedDesktop : public Desktop
 {
 public:
-    using Told = std::function<void(const QString &text)>;
+    using Report = std::function<void(const QString &text)>;
 
-    explicit UnattendedDesktop(Desktop &person)
-        : m_person(person)
+    explicit UnattendedDesktop(Desktop &userDesktop)
+        : m_userDesktop(userDesktop)
     {
     }
 
@@ -25,15 +25,15 @@ public:
     class Guard
     {
     public:
-        Guard(UnattendedDesktop &desktop, Told told, const QString &file = {})
+        Guard(UnattendedDesktop &desktop, Report report, const QString &file = {})
             : m_desktop(desktop)
-            , m_told(std::exchange(desktop.m_told, std::move(told)))
+            , m_report(std::exchange(desktop.m_report, std::move(report)))
             , m_file(std::exchange(desktop.m_file, file))
         {
         }
         ~Guard()
         {
-            m_desktop.m_told = m_told;
+            m_desktop.m_report = m_report;
             m_desktop.m_file = m_file;
         }
         Guard(const Guard &) = delete;
@@ -41,12 +41,12 @@ public:
 
     private:
         UnattendedDesktop &m_desktop;
-        Told m_told;
+        Report m_report;
         QString m_file;
     };
 
     // Redirects boxes between commands in the same way, until called with an empty function.
-    void setStandIn(Told told) { m_standIn = std::move(told); }
+    void setStandIn(Report report) { m_standIn = std::move(report); }
 
     std::int16_t messageBox(BoxIcon icon, BoxButtons buttons, const QString &text, const QString &title) override;
     QString chooseFileToOpen(const QString &filter, const QString &suggested) override;
@@ -55,9 +55,9 @@ public:
     void beep() override;
 
 private:
-    Desktop &m_person;
-    Told m_told;    // during a command
-    Told m_standIn; // between commands
+    Desktop &m_userDesktop;
+    Report m_report;  // during a command
+    Report m_standIn; // between commands
     QString m_file;
 };
 

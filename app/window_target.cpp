@@ -18,25 +18,27 @@
 
 namespace calvorn {
 
-WindowTarget::WindowTarget(const WindowRooms &rooms, QObject *parent)
-    : RemoteTarget(rooms.configuration, rooms.instrument, rooms.measurement.traces(), rooms.markers, rooms.generator,
-                   parent)
-    , m_rooms(rooms)
+WindowTarget::WindowTarget(const WindowComponents &components, QObject *parent)
+    : RemoteTarget(components.configuration, components.instrument, components.measurement.traces(), components.markers,
+                   components.generator, parent)
+    , m_components(components)
 {
-    m_rooms.measurement.setFollowed(true);
+    m_components.measurement.setFollowed(true);
     // Send boxes to the client only until the sweep started by its command has ended.
-    connect(&rooms.instrument, &Instrument::becameIdle, this, [this] { m_rooms.desktop.setStandIn({}); });
+    connect(&components.instrument, &Instrument::becameIdle, this, [this] { m_components.desktop.setStandIn({}); });
 }
 
 WindowTarget::~WindowTarget()
 {
-    m_rooms.desktop.setStandIn({});
-    m_rooms.measurement.setFollowed(false);
+    m_components.desktop.setStandIn({});
+    m_components.measurement.setFollowed(false);
 }
 
-UnattendedDesktop::Told WindowTarget::teller()
+UnattendedDesktop::Report WindowTarget::reporter()
 {
-    return [this](const QString &text) { emit errorTold({kScpiExecutionError, text.section(u'\r', 0, 0).toUtf8()}); };
+    return [this](const QString &text) {
+        emit errorReported({kScpiExecutionError, text.section(u'\r', 0, 0).toUtf8()});
+    };
 }
 
 QString WindowTarget::busyReason() const
@@ -50,100 +52,100 @@ QString WindowTarget::busyReason() const
 
 void WindowTarget::setRange(double start, double stop)
 {
-    const UnattendedDesktop::Guard guard(m_rooms.desktop, teller());
-    m_rooms.range.setRange(roundToInteger<std::int32_t>(start), roundToInteger<std::int32_t>(stop));
-    m_rooms.controls.applyRange();
+    const UnattendedDesktop::Guard guard(m_components.desktop, reporter());
+    m_components.range.setRange(roundToInteger<std::int32_t>(start), roundToInteger<std::int32_t>(stop));
+    m_components.controls.applyRange();
 }
 
 void WindowTarget::setSpeed(std::int16_t speed)
 {
-    m_rooms.controls.setSpeed(speed);
+    m_components.controls.setSpeed(speed);
 }
 
 void WindowTarget::start(SweepRun run)
 {
-    const UnattendedDesktop::Guard guard(m_rooms.desktop, teller());
-    m_rooms.controls.start(run, SweepControls::Starter::Client);
+    const UnattendedDesktop::Guard guard(m_components.desktop, reporter());
+    m_components.controls.start(run, SweepControls::Starter::Client);
     if (!instrument().isSweeping())
         throw ScpiError{kScpiHardwareError, "the hardware refused the sweep"};
-    m_rooms.desktop.setStandIn(teller());
+    m_components.desktop.setStandIn(reporter());
 }
 
 void WindowTarget::stop()
 {
-    m_rooms.controls.cmdStop_Click();
+    m_components.controls.cmdStop_Click();
 }
 
 void WindowTarget::setScale(std::int16_t scale)
 {
-    const UnattendedDesktop::Guard guard(m_rooms.desktop, teller());
-    m_rooms.scales.choose(scale);
+    const UnattendedDesktop::Guard guard(m_components.desktop, reporter());
+    m_components.scales.choose(scale);
 }
 
 void WindowTarget::setTopOfLinearScale(double volts)
 {
-    const UnattendedDesktop::Guard guard(m_rooms.desktop, teller());
-    m_rooms.graph.axis().enterTop(volts);
+    const UnattendedDesktop::Guard guard(m_components.desktop, reporter());
+    m_components.graph.axis().enterTop(volts);
 }
 
 void WindowTarget::setBottomOfDbScales(int decibels)
 {
-    const UnattendedDesktop::Guard guard(m_rooms.desktop, teller());
-    m_rooms.graph.axis().enterBottom(decibels);
+    const UnattendedDesktop::Guard guard(m_components.desktop, reporter());
+    m_components.graph.axis().enterBottom(decibels);
 }
 
 void WindowTarget::placeMarker(GraphItem marker, double hertz)
 {
-    m_rooms.markerPanel.enterFrequencyOf(marker, hertz);
+    m_components.markerPanel.enterFrequencyOf(marker, hertz);
 }
 
 const LimitLines &WindowTarget::limits() const
 {
-    return m_rooms.measurement.limits();
+    return m_components.measurement.limits();
 }
 
 bool WindowTarget::areLimitsOn() const
 {
-    return m_rooms.measurement.areLimitsOn();
+    return m_components.measurement.areLimitsOn();
 }
 
 void WindowTarget::setLimits(const LimitLines &limits)
 {
-    m_rooms.measurement.setLimits(limits);
+    m_components.measurement.setLimits(limits);
 }
 
 void WindowTarget::setLimitsOn(bool on)
 {
-    m_rooms.measurement.setLimitsOn(on);
+    m_components.measurement.setLimitsOn(on);
 }
 
 void WindowTarget::tracesEdited()
 {
-    m_rooms.measurement.tracesEdited();
+    m_components.measurement.tracesEdited();
 }
 
 void WindowTarget::setOutput(int number, std::uint8_t value)
 {
-    if (!(number == 2 ? m_rooms.aux2 : m_rooms.aux1).setValue(value))
+    if (!(number == 2 ? m_components.aux2 : m_components.aux1).setValue(value))
         throw ScpiError{kScpiSettingsConflict, "the output is not enabled in the settings"};
 }
 
 void WindowTarget::setPotentiometer(std::uint8_t position)
 {
-    if (!m_rooms.aux2.setPosition(position))
+    if (!m_components.aux2.setPosition(position))
         throw ScpiError{kScpiSettingsConflict, "the settings have no potentiometer"};
 }
 
 void WindowTarget::storeSweep(const QString &path)
 {
-    m_rooms.files.exportSweep(path);
+    m_components.files.exportSweep(path);
 }
 
 void WindowTarget::loadSweep(const QString &path)
 {
-    const UnattendedDesktop::Guard guard(m_rooms.desktop, teller());
+    const UnattendedDesktop::Guard guard(m_components.desktop, reporter());
     try {
-        m_rooms.files.importSweep(path);
+        m_components.files.importSweep(path);
     } catch (const RuntimeError &) {
         // Keep and show the rows read before the error.
         instrument().table().cellsWritten();
@@ -155,12 +157,12 @@ void WindowTarget::storePicture(const QString &path)
 {
     if (!SweepPicture::isPictureName(path))
         throw ScpiError{kScpiFileNameError, "the name must end in .png or .svg"};
-    m_rooms.pictures.savePicture(path);
+    m_components.pictures.savePicture(path);
 }
 
 QByteArray WindowTarget::picture() const
 {
-    return m_rooms.pictures.pictureAsPng();
+    return m_components.pictures.pictureAsPng();
 }
 
 } // namespace calvorn

@@ -17,7 +17,7 @@ class SweepFiles;
 class SweepPictures;
 
 // The components of the window that remote commands act on.
-struct WindowRooms
+struct WindowComponents
 {
     Configuration &configuration;
     Instrument &instrument;
@@ -42,7 +42,7 @@ class WindowTarget : public RemoteTarget
     Q_OBJECT
 
 public:
-    explicit WindowTarget(const WindowRooms &rooms, QObject *parent = nullptr);
+    explicit WindowTarget(const WindowComponents &components, QObject *parent = nullptr);
     ~WindowTarget() override;
 
     QString busyReason() const override;
@@ -69,9 +69,9 @@ protected:
     void tracesEdited() override;
 
 private:
-    UnattendedDesktop::Told teller();
+    UnattendedDesktop::Report reporter();
 
-    WindowRooms m_rooms;
+    WindowComponents m_components;
 };
 
 } // namespace calvorn

@@ -148,9 +148,9 @@ void SweepTable::cellsWritten()
     emit dataChanged(index(0, 0), index(kSweepPoints - 1, kTableColumns - 1), {Qt::DisplayRole});
     // headerDataChanged() makes views lay out their header again, which costs more than updating a sweep's cells.
     const std::array header{m_cells[0], m_cells[1], m_cells[2]};
-    if (header == m_toldHeader)
+    if (header == m_announcedHeader)
         return;
-    m_toldHeader = header;
+    m_announcedHeader = header;
     emit headerDataChanged(Qt::Horizontal, 0, kTableColumns - 1);
 }
 

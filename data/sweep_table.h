@@ -91,9 +91,9 @@ private:
     const Configuration &m_configuration;
     std::array<QString, std::size_t{kSweepPoints + 1} * kTableColumns> m_cells;
     std::uint64_t m_sweepCount = 0;
-    mutable Sweep m_sweep;                              // columns are parsed on demand
-    mutable std::array<bool, kTableColumns> m_isRead{}; // since the column was last written
-    std::array<QString, kTableColumns> m_toldHeader;    // as last announced to the views
+    mutable Sweep m_sweep;                                // columns are parsed on demand
+    mutable std::array<bool, kTableColumns> m_isRead{};   // since the column was last written
+    std::array<QString, kTableColumns> m_announcedHeader; // as last announced to the views
 };
 
 } // namespace calvorn

@@ -108,7 +108,7 @@ void Measurement::feed()
         return;
     // A different measuring mode measures a different quantity.
     if (std::exchange(m_takenMode, m_configuration.measuringMode) != m_configuration.measuringMode)
-        m_traces.startAnew();
+        m_traces.restart();
     m_taken = m_table.sweepCount();
     m_takenDetector = sweep.detector;
     const Trace trace = traceOf(sweep, m_configuration.scaleType);

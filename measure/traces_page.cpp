@@ -169,7 +169,7 @@ QWidget *TracesPage::makeMoving()
     restart->setObjectName(QStringLiteral("cmdStartAnew"));
     restart->setToolTip(tr("Restart holds and average with the next sweep, as a new range does"));
     connect(restart, &QPushButton::clicked, this, [this] {
-        m_measurement.traces().startAnew();
+        m_measurement.traces().restart();
         m_measurement.tracesEdited();
     });
     grid->addWidget(m_maxHold, 0, 0);

@@ -18,7 +18,7 @@
 namespace calvorn {
 
 // The object under remote control: the window or calvorn-sweep. Each command has the same effect as the corresponding
-// control in the window but shows no message box: errorTold() reports the message instead.
+// control in the window but shows no message box: errorReported() reports the message instead.
 //
 // A command that cannot be executed throws a ScpiError.
 class RemoteTarget : public QObject
@@ -95,7 +95,7 @@ signals:
     // A sweep was stored, or the hardware became idle.
     void sweepDone();
     // Emitted instead of showing an error box.
-    void errorTold(const calvorn::ScpiError &error);
+    void errorReported(const calvorn::ScpiError &error);
 
 protected:
     virtual void tracesEdited() {}

@@ -56,7 +56,7 @@ ScpiSession::ScpiSession(RemoteTarget &target, QObject *parent)
         endWaiting();
         run();
     });
-    connect(&target, &RemoteTarget::errorTold, this, [this](const ScpiError &error) {
+    connect(&target, &RemoteTarget::errorReported, this, [this](const ScpiError &error) {
         if (m_isActing || m_ownsSweep)
             m_client.note(error);
     });

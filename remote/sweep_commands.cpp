@@ -233,7 +233,7 @@ void askAverageCount(ScpiCall &call)
 
 void clearAverage(ScpiCall &call)
 {
-    call.target.editTraces([](TraceSet &traces) { traces.startAnew(); });
+    call.target.editTraces([](TraceSet &traces) { traces.restart(); });
 }
 
 // --- reference ---

@@ -65,9 +65,9 @@ FrmCalibraLevel::FrmCalibraLevel(Configuration &configuration, Instrument &instr
     m_curve = new LevelCurve(this);
     m_curve->setObjectName(QStringLiteral("picLevel"));
     grid->addWidget(m_curve, 2, 0);
-    m_told = named(new QLabel(this), "lblTold", tr("Result of the last measurement"));
-    m_told->setWordWrap(true);
-    grid->addWidget(m_told, 3, 0, 1, 2);
+    m_message = named(new QLabel(this), "lblTold", tr("Result of the last measurement"));
+    m_message->setWordWrap(true);
+    grid->addWidget(m_message, 3, 0, 1, 2);
     grid->addLayout(buildButtons(), 4, 0, 1, 2);
     grid->setColumnStretch(1, 1);
     m_boundary.connect(m_measure, &QPushButton::clicked, this, "cmdMeasure_Click", [this] { cmdMeasure_Click(); });
@@ -163,7 +163,7 @@ void FrmCalibraLevel::load()
 {
     m_points.clear();
     (m_configuration.detectorLaw.kind == DetectorLaw::Kind::Table ? m_table : m_log)->setChecked(true);
-    m_told->clear();
+    m_message->clear();
     m_measure->setEnabled(true);
     showPoints();
 }
@@ -172,15 +172,15 @@ void FrmCalibraLevel::cmdMeasure_Click()
 {
     m_measured = m_known->value() - m_attenuator->value();
     m_measure->setEnabled(false);
-    m_told->setText(tr("Reading the detector ..."));
+    m_message->setText(tr("Reading the detector ..."));
     m_reader.start(m_configuration.startFreq, kReadings);
 }
 
-void FrmCalibraLevel::measuringEnded(const QString &told)
+void FrmCalibraLevel::measuringEnded(const QString &message)
 {
     m_reader.stop();
     m_measure->setEnabled(true);
-    m_told->setText(told);
+    m_message->setText(message);
 }
 
 // A new point replaces any earlier point at the same level.

@@ -42,7 +42,7 @@ private:
     void cmdRemove_Click();
     void cmdApply_Click();
     void take(const LevelReading &reading);
-    void measuringEnded(const QString &told);
+    void measuringEnded(const QString &message);
     void showPoints();
     std::optional<DetectorLaw> law() const;
     QString lawText(const std::optional<DetectorLaw> &law) const;
@@ -63,7 +63,7 @@ private:
     QRadioButton *m_table = nullptr;
     LevelCurve *m_curve = nullptr;
     QLabel *m_result = nullptr;
-    QLabel *m_told = nullptr;
+    QLabel *m_message = nullptr;
 };
 
 } // namespace calvorn

@@ -51,13 +51,13 @@ void ConsoleTarget::followDriver()
     connect(driver, &AcquisitionDriver::aErrore, this, &ConsoleTarget::hardwareFailed);
     connect(driver, &AcquisitionDriver::refused, this, [this](const QString &text) {
         m_refusal = QString::fromUtf8(firstLine(text));
-        emit errorTold({kScpiHardwareError, m_refusal.toUtf8()});
+        emit errorReported({kScpiHardwareError, m_refusal.toUtf8()});
     });
     connect(driver, &AcquisitionDriver::aVettore, this, [this](const QVector<int> &vector) {
         try {
             instrument().store(vector);
         } catch (const RuntimeError &error) {
-            emit errorTold({kScpiExecutionError, error.message().toUtf8()});
+            emit errorReported({kScpiExecutionError, error.message().toUtf8()});
             stop();
         }
     });
@@ -68,7 +68,7 @@ void ConsoleTarget::followDriver()
 void ConsoleTarget::hardwareFailed(std::int16_t code, const QString &text)
 {
     if (code != numberOf(ErrorCode::Transmission) && code != numberOf(ErrorCode::Ignorable))
-        emit errorTold({kScpiHardwareError, firstLine(text)});
+        emit errorReported({kScpiHardwareError, firstLine(text)});
 }
 
 void ConsoleTarget::followTable()
@@ -115,7 +115,7 @@ void ConsoleTarget::setRange(double start, double stop)
     if (instrument().planRange(limited(start), limited(stop)))
         for (const QString &notice : {c.startNotice, c.stopNotice})
             if (!notice.isEmpty())
-                emit errorTold({kScpiSettingsConflict, notice.toUtf8()});
+                emit errorReported({kScpiSettingsConflict, notice.toUtf8()});
     replan();
 }
 
@@ -226,13 +226,13 @@ void ConsoleTarget::loadSweep(const QString &path)
     SweepTable &table = instrument().table();
     Configuration &c = m_station.configuration;
     if (!readSweepFile(path, c, table))
-        emit errorTold({kScpiSettingsConflict, "the file was made with another detector calibration"});
+        emit errorReported({kScpiSettingsConflict, "the file was made with another detector calibration"});
     c.startFreq = table.frequency(1);
     c.stopFreq = table.frequency(kSweepPoints);
     c.stepFreq = stepOfRange(c.startFreq, c.stopFreq);
 }
 
-PictureRooms ConsoleTarget::pictureRooms() const
+PictureComponents ConsoleTarget::pictureComponents() const
 {
     return {configuration(), instrument().table(), m_placed.set(), SweepTool::tr("Sweep")};
 }
@@ -262,12 +262,12 @@ void ConsoleTarget::storePicture(const QString &path)
 {
     if (!SweepPicture::isPictureName(path))
         throw ScpiError{kScpiFileNameError, "the name must end in .png or .svg"};
-    savePicture(path, pictureRooms(), curve(), companions());
+    savePicture(path, pictureComponents(), curve(), companions());
 }
 
 QByteArray ConsoleTarget::picture() const
 {
-    return pictureAsPng(pictureRooms(), curve(), companions());
+    return pictureAsPng(pictureComponents(), curve(), companions());
 }
 
 } // namespace calvorn

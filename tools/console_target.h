@@ -54,7 +54,7 @@ public:
 private:
     void followDriver();
     void followTable();
-    PictureRooms pictureRooms() const;
+    PictureComponents pictureComponents() const;
     ShownCurve curve() const;
     Companions companions() const;
     void hardwareFailed(std::int16_t code, const QString &text);

@@ -21,17 +21,17 @@ QString nameOf(const SingleSweep &sweep, const ShownCurve &curve)
     return sweep.trace().name.isEmpty() ? SweepTool::tr("Sweep") : sweep.trace().name;
 }
 
-PlotModel plotOf(const PictureRooms &rooms, const ShownCurve &curve, const Companions &companions)
+PlotModel plotOf(const PictureComponents &components, const ShownCurve &curve, const Companions &companions)
 {
     PlotModel plot;
-    plot.scale = GraphCoordinates(rooms.configuration);
-    plot.markers = rooms.markers;
+    plot.scale = GraphCoordinates(components.configuration);
+    plot.markers = components.markers;
     if (curve.trace().isEmpty()) {
-        plot.showNoSweep(rooms.table);
+        plot.showNoSweep(components.table);
         return plot;
     }
-    plot.showSweep(rooms.table);
-    plot.live->name = rooms.name;
+    plot.showSweep(components.table);
+    plot.live->name = components.name;
     if (curve.isRelative() || curve.isAveraged())
         plot.live->amplitudes = curve.amplitudes();
     if (curve.isRelative())
@@ -49,10 +49,10 @@ PlotModel plotOf(const PictureRooms &rooms, const ShownCurve &curve, const Compa
 }
 
 // Markers show measured amplitudes rather than relative ones.
-MarkerTexts textsOf(const PlotModel &plot, const PictureRooms &rooms, const ShownCurve &curve)
+MarkerTexts textsOf(const PlotModel &plot, const PictureComponents &components, const ShownCurve &curve)
 {
     const bool linear = isLinearScale(curve.scale());
-    MarkerTexts texts = markerTexts(rooms.table, plot.markers, linear);
+    MarkerTexts texts = markerTexts(components.table, plot.markers, linear);
     if (!curve.isAveraged())
         return texts;
     const std::vector<double> mean = ShownCurve(curve.trace(), {}, curve.scale(), curve.averaged()).amplitudes();
@@ -64,10 +64,10 @@ MarkerTexts textsOf(const PlotModel &plot, const PictureRooms &rooms, const Show
     return texts;
 }
 
-PictureTexts pictureTexts(const PlotModel &plot, const PictureRooms &rooms, const ShownCurve &curve)
+PictureTexts pictureTexts(const PlotModel &plot, const PictureComponents &components, const ShownCurve &curve)
 {
-    const auto frequency = [&rooms](int row) { return rooms.table.text(row, SweepTable::FrequencyColumn); };
-    return {frequency(1), frequency(kSweepPoints / 2), frequency(kSweepPoints), textsOf(plot, rooms, curve),
+    const auto frequency = [&components](int row) { return components.table.text(row, SweepTable::FrequencyColumn); };
+    return {frequency(1), frequency(kSweepPoints / 2), frequency(kSweepPoints), textsOf(plot, components, curve),
             QDateTime::currentDateTime()};
 }
 
@@ -75,21 +75,22 @@ PictureTexts pictureTexts(const PlotModel &plot, const PictureRooms &rooms, cons
 
 void savePicture(const QString &path, const SingleSweep &sweep, const ShownCurve &curve, const Companions &companions)
 {
-    const PictureRooms rooms{sweep.configuration(), sweep.table(), markersOf(sweep.window(), sweep.table()),
-                             nameOf(sweep, curve)};
-    savePicture(path, rooms, curve, companions);
+    const PictureComponents components{sweep.configuration(), sweep.table(), markersOf(sweep.window(), sweep.table()),
+                                       nameOf(sweep, curve)};
+    savePicture(path, components, curve, companions);
 }
 
-void savePicture(const QString &path, const PictureRooms &rooms, const ShownCurve &curve, const Companions &companions)
+void savePicture(const QString &path, const PictureComponents &components, const ShownCurve &curve,
+                 const Companions &companions)
 {
-    const PlotModel plot = plotOf(rooms, curve, companions);
-    SweepPicture(rooms.configuration, plot, pictureTexts(plot, rooms, curve)).save(path);
+    const PlotModel plot = plotOf(components, curve, companions);
+    SweepPicture(components.configuration, plot, pictureTexts(plot, components, curve)).save(path);
 }
 
-QByteArray pictureAsPng(const PictureRooms &rooms, const ShownCurve &curve, const Companions &companions)
+QByteArray pictureAsPng(const PictureComponents &components, const ShownCurve &curve, const Companions &companions)
 {
-    const PlotModel plot = plotOf(rooms, curve, companions);
-    return SweepPicture(rooms.configuration, plot, pictureTexts(plot, rooms, curve)).asPng();
+    const PlotModel plot = plotOf(components, curve, companions);
+    return SweepPicture(components.configuration, plot, pictureTexts(plot, components, curve)).asPng();
 }
 
 } // namespace calvorn

@@ -18,7 +18,7 @@ namespace calvorn {
 class SingleSweep;
 
 // Data for a picture of the sweep.
-struct PictureRooms
+struct PictureComponents
 {
     const Configuration &configuration;
     const SweepTable &table;
@@ -36,7 +36,8 @@ struct Companions
 
 // Write a picture of the curve, traces and limits. Throw RuntimeError(File) on failure.
 void savePicture(const QString &path, const SingleSweep &sweep, const ShownCurve &curve, const Companions &companions);
-void savePicture(const QString &path, const PictureRooms &rooms, const ShownCurve &curve, const Companions &companions);
-QByteArray pictureAsPng(const PictureRooms &rooms, const ShownCurve &curve, const Companions &companions);
+void savePicture(const QString &path, const PictureComponents &components, const ShownCurve &curve,
+                 const Companions &companions);
+QByteArray pictureAsPng(const PictureComponents &components, const ShownCurve &curve, const Companions &companions);
 
 } // namespace calvorn

@@ -3,7 +3,7 @@
 
 #include "core/runtime_error.h"
 #include "platform/process_guard.h"
-#include "remote/scpi_door.h"
+#include "remote/scpi_server.h"
 #include "tools/console.h"
 #include "tools/console_target.h"
 #include "tools/interruption.h"
@@ -28,9 +28,9 @@ int listenForClients(SingleSweep &sweep, quint16 port)
     SignalGenerator generator(sweep.configuration(), sweep.instrument());
     ConsoleTarget target({sweep.record(), sweep.instrument(), sweep.traces(), sweep.log(), sweep.window()}, markers,
                          generator);
-    ScpiDoor door(target);
-    QObject::connect(&door, &ScpiDoor::logged, &target, [](const QString &text) { note(text); });
-    const QString wrong = door.open(port);
+    ScpiServer server(target);
+    QObject::connect(&server, &ScpiServer::logged, &target, [](const QString &text) { note(text); });
+    const QString wrong = server.open(port);
     if (!wrong.isEmpty()) {
         note(wrong);
         return kNoPort;
@@ -38,7 +38,7 @@ int listenForClients(SingleSweep &sweep, quint16 port)
     const QString unconnected = target.connectHardware();
     if (!unconnected.isEmpty())
         note(unconnected);
-    note(SweepTool::tr("Waiting for SCPI clients on port %1").arg(door.port()));
+    note(SweepTool::tr("Waiting for SCPI clients on port %1").arg(server.port()));
     QTimer poll;
     QObject::connect(&poll, &QTimer::timeout, &target, [] {
         letStop();
@@ -47,7 +47,7 @@ int listenForClients(SingleSweep &sweep, quint16 port)
     });
     poll.start(kPollMs);
     QCoreApplication::exec();
-    door.close();
+    server.close();
     try {
         sweep.instrument().shutDown();
     } catch (const RuntimeError &error) {

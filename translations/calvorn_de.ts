@@ -3683,7 +3683,7 @@
     </message>
 </context>
 <context>
-    <name>calvorn::ScpiDoor</name>
+    <name>calvorn::ScpiServer</name>
     <message>
         <source>Remote control cannot use the port %1 (%2).</source>
         <translation>Die Fernsteuerung kann den Port %1 nicht benutzen (%2).</translation>

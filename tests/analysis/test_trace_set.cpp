@@ -125,7 +125,7 @@ private slots:
         QCOMPARE(set.shown(Source::Average).volts[0], 1.0);
     }
 
-    void startAnewEmptiesHoldsAndAverage()
+    void restartEmptiesHoldsAndAverage()
     {
         TraceSet set;
         for (const Source source : {Source::Average, Source::MaxHold, Source::MinHold})
@@ -133,7 +133,7 @@ private slots:
         set.takeSweep(trace({5.0}));
         set.takeSweep(trace({7.0}));
         QSignalSpy changed(&set, &TraceSet::changed);
-        set.startAnew();
+        set.restart();
         QCOMPARE(changed.count(), 1);
         QCOMPARE(set.averaged(), 0);
         QCOMPARE(set.shown(Source::Live).volts[0], 7.0);
@@ -204,7 +204,7 @@ private slots:
             QVERIFY(std::isnan(set.shown(source).volts[1]));
             QCOMPARE(set.shown(source).volts[2], 1.0);
         }
-        set.startAnew();
+        set.restart();
         set.takeSweep(trace({1.0, 1.0, 1.0}));
         QCOMPARE(set.shown(Source::Average).volts[0], 1.0);
     }

@@ -5,7 +5,7 @@
 #include "app/unattended_desktop.h"
 #include "core/number_text.h"
 #include "core/scale_type.h"
-#include "remote/scpi_door.h"
+#include "remote/scpi_server.h"
 #include "tests/support/interface_rows.h"
 #include "tests/support/interface_settings.h"
 #include "tests/support/settings_page.h"
@@ -61,7 +61,7 @@ struct Bench : test::WindowBench
     }
 
     // Restarts the program with remote control switched on and connects to it.
-    void openDoor()
+    void startRemoteControl()
     {
         window->close();
         folder.set("Remote", "On", QStringLiteral("1"));
@@ -135,9 +135,9 @@ void TestRemoteWindow::closedAtFirst()
 {
     Bench bench;
     QVERIFY(bench.started);
-    QVERIFY(bench.window->findChildren<ScpiDoor *>().isEmpty());
+    QVERIFY(bench.window->findChildren<ScpiServer *>().isEmpty());
     QTcpSocket nobody;
-    nobody.connectToHost(QHostAddress::LocalHost, ScpiDoor::kUsualPort);
+    nobody.connectToHost(QHostAddress::LocalHost, ScpiServer::kUsualPort);
     QVERIFY(!nobody.waitForConnected(500));
     bench.window->close();
     QCOMPARE(bench.folder.setting("Remote", "On"), QString());
@@ -204,7 +204,7 @@ void TestRemoteWindow::aPortThatIsTaken()
 void TestRemoteWindow::anotherPortMovesTheDoor()
 {
     Bench bench;
-    bench.openDoor();
+    bench.startRemoteControl();
     QCOMPARE(bench.error(), kNoError);
     bench.port = freePort();
     bench.inPreferences([&bench](FrmPreferences &preferences) {
@@ -221,7 +221,7 @@ void TestRemoteWindow::anotherPortMovesTheDoor()
 void TestRemoteWindow::thePortLeftAsItIsKeepsTheClients()
 {
     Bench bench;
-    bench.openDoor();
+    bench.startRemoteControl();
     bench.tell("NONSENSE");
     QVERIFY(QTest::qWaitFor([&] { return bench.label("lblStatus").contains(QLatin1String("clients: 1")); }));
     bench.inPreferences([](FrmPreferences &preferences) {
@@ -233,7 +233,7 @@ void TestRemoteWindow::thePortLeftAsItIsKeepsTheClients()
 void TestRemoteWindow::aCompletionIsToldOnce()
 {
     Bench bench;
-    bench.openDoor();
+    bench.startRemoteControl();
     QCOMPARE(bench.ask("*CLS;INIT;*OPC;*OPC?"), QByteArray("1"));
     QCOMPARE(bench.ask("*ESR?"), QByteArray("1"));
     QCOMPARE(bench.ask("INIT;*OPC?"), QByteArray("1"));
@@ -243,7 +243,7 @@ void TestRemoteWindow::aCompletionIsToldOnce()
 void TestRemoteWindow::storingKeepsTheNameOfATrace()
 {
     Bench bench;
-    bench.openDoor();
+    bench.startRemoteControl();
     QCOMPARE(bench.ask("INIT;*OPC?;TRAC:STOR 1;CAT?"), QByteArray("1;1,\"Trace 1\""));
     QTest::keyClick(bench.window.get(), Qt::Key_M, Qt::ControlModifier);
     bench.find<QTabWidget>("tabMeasure")->setCurrentIndex(0);
@@ -259,7 +259,7 @@ void TestRemoteWindow::storingKeepsTheNameOfATrace()
 void TestRemoteWindow::commandsMoveTheControls()
 {
     Bench bench;
-    bench.openDoor();
+    bench.startRemoteControl();
     bench.tell("FREQ:STAR 8.97 MHZ;STOP 9030000");
     QCOMPARE(bench.ask("FREQ:STEP?"), QByteArray("150"));
     QCOMPARE(bench.text("txtStart"), QStringLiteral("8,970,000"));
@@ -287,7 +287,7 @@ void TestRemoteWindow::sweeps()
 {
     QFETCH(int, interfaceType);
     Bench bench(interfaceType);
-    bench.openDoor();
+    bench.startRemoteControl();
     QCOMPARE(bench.ask("INST:SEL?"), QByteArray(interfaceType == kInterfacePic   ? "\"PIC\""
                                                 : interfaceType == kInterfaceLpt ? "\"LPT\""
                                                                                  : "\"VNA\""));
@@ -320,7 +320,7 @@ void TestRemoteWindow::sweeps()
 void TestRemoteWindow::boxesBecomeErrors()
 {
     Bench bench;
-    bench.openDoor();
+    bench.startRemoteControl();
     bench.tell("FREQ:STAR 9 MHZ;STOP 9000100");
     const QByteArray error = bench.error();
     QVERIFY2(error.startsWith("-200,") && error.contains("400 Hz"), error.constData());
@@ -332,7 +332,7 @@ void TestRemoteWindow::boxesBecomeErrors()
 void TestRemoteWindow::aDialogComesFirst()
 {
     Bench bench;
-    bench.openDoor();
+    bench.startRemoteControl();
     QDialog dialog(bench.window.get());
     dialog.setWindowTitle(QStringLiteral("Something"));
     dialog.open();
@@ -351,7 +351,7 @@ void TestRemoteWindow::aDialogComesFirst()
 void TestRemoteWindow::thePersonIsStillAsked()
 {
     Bench bench;
-    bench.openDoor();
+    bench.startRemoteControl();
     QCOMPARE(bench.ask("FREQ:STAR 9.1 MHZ;STAR?"), QByteArray("9100000"));
     bench.type("txtStart", QStringLiteral("9000000"));
     bench.type("txtStop", QStringLiteral("9000001"));
@@ -390,7 +390,7 @@ void TestRemoteWindow::aCommandInsideACommandHasItsOwnFile()
 void TestRemoteWindow::theDoorClosesWithTheWindow()
 {
     Bench bench;
-    bench.openDoor();
+    bench.startRemoteControl();
     bench.tell("INIT:CONT ON");
     QVERIFY(QTest::qWaitFor([&] { return bench.station->instrument.isSweeping(); }, 5'000));
     bench.window->close();

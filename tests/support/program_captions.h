@@ -55,7 +55,7 @@ inline constexpr std::array kCaptionContexts{
     "calvorn::ReadOut",
     "calvorn::RemoteControl",
     "calvorn::ResultsPage",
-    "calvorn::ScpiDoor",
+    "calvorn::ScpiServer",
     "calvorn::ScaleControl",
     "calvorn::SetUpMenu",
     "calvorn::SpanCommands",

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "remote/scpi_door.h"
+#include "remote/scpi_server.h"
 
 #include "remote/peer_user.h"
 #include "remote/scpi_session.h"
@@ -26,18 +26,18 @@ constexpr int kPatience = 200; // ms
 
 } // namespace
 
-ScpiDoor::ScpiDoor(RemoteTarget &target, QObject *parent)
+ScpiServer::ScpiServer(RemoteTarget &target, QObject *parent)
     : QObject(parent)
     , m_target(target)
 {
 }
 
-ScpiDoor::~ScpiDoor()
+ScpiServer::~ScpiServer()
 {
     close();
 }
 
-QString ScpiDoor::open(quint16 port)
+QString ScpiServer::open(quint16 port)
 {
     close();
     auto ipv4 = std::make_unique<QTcpServer>();
@@ -65,11 +65,11 @@ QString ScpiDoor::open(quint16 port)
     // Remove the execute permission.
     QFile::setPermissions(path, QFileDevice::ReadOwner | QFileDevice::WriteOwner);
     m_local = std::move(local);
-    connect(m_local.get(), &QLocalServer::newConnection, this, &ScpiDoor::acceptLocal);
+    connect(m_local.get(), &QLocalServer::newConnection, this, &ScpiServer::acceptLocal);
     return {};
 }
 
-void ScpiDoor::close()
+void ScpiServer::close()
 {
     m_ipv4.reset();
     m_ipv6.reset();
@@ -80,7 +80,7 @@ void ScpiDoor::close()
         delete session->parent();
 }
 
-void ScpiDoor::acceptTcp(QTcpServer &server)
+void ScpiServer::acceptTcp(QTcpServer &server)
 {
     while (QTcpSocket *socket = server.nextPendingConnection()) {
         const QString from = tr("port %1").arg(socket->peerPort());
@@ -96,7 +96,7 @@ void ScpiDoor::acceptTcp(QTcpServer &server)
     }
 }
 
-void ScpiDoor::acceptLocal()
+void ScpiServer::acceptLocal()
 {
     while (QLocalSocket *socket = m_local->nextPendingConnection()) {
         const QString from = tr("the Unix socket");
@@ -109,7 +109,7 @@ void ScpiDoor::acceptLocal()
     }
 }
 
-bool ScpiDoor::admits(const std::optional<uid_t> &user, const QString &from)
+bool ScpiServer::admits(const std::optional<uid_t> &user, const QString &from)
 {
     if (user && *user == getuid())
         return true;
@@ -119,7 +119,7 @@ bool ScpiDoor::admits(const std::optional<uid_t> &user, const QString &from)
 }
 
 template <typename Socket>
-void ScpiDoor::welcome(Socket *socket, const QString &from)
+void ScpiServer::welcome(Socket *socket, const QString &from)
 {
     if (m_clients < kMostClients) {
         serve(socket, from);
@@ -138,7 +138,7 @@ void ScpiDoor::welcome(Socket *socket, const QString &from)
 }
 
 template <typename Socket>
-void ScpiDoor::serve(Socket *socket, const QString &from)
+void ScpiServer::serve(Socket *socket, const QString &from)
 {
     socket->setParent(this);
     socket->setReadBufferSize(kReadBuffer);

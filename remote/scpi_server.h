@@ -23,7 +23,7 @@ class ScpiSession;
 // and reported through logged().
 //
 // A client that does not read its responses is disconnected.
-class ScpiDoor : public QObject
+class ScpiServer : public QObject
 {
     Q_OBJECT
 
@@ -32,8 +32,8 @@ public:
     static constexpr int kMostClients = 4;
     static constexpr qint64 kMostUnread = 1 << 20; // bytes that a client may leave unread
 
-    explicit ScpiDoor(RemoteTarget &target, QObject *parent = nullptr);
-    ~ScpiDoor() override;
+    explicit ScpiServer(RemoteTarget &target, QObject *parent = nullptr);
+    ~ScpiServer() override;
 
     // port: 0 selects any free port. Returns an empty string, or an error message if the port cannot be opened.
     QString open(quint16 port);
