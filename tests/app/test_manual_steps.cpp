@@ -118,7 +118,7 @@ private slots:
 
 void TestManualSteps::firstSweep()
 {
-    const auto band = numbersIn("first-sweep.html", R"(lets ([\d.]+) to ([\d.]+) MHz pass)");
+    const auto band = numbersIn("first-sweep.html", R"(passes ([\d.]+) to ([\d.]+) MHz)");
     const Bench bench("bandpass");
     bench.sweep(kLinear);
     const auto passing = bench.frequenciesWhere([](double volts) { return volts > 0.6; });
