@@ -48,7 +48,7 @@ FrmPreferences::FrmPreferences(Configuration &configuration, RemoteControl *remo
     m_limitScales = new QCheckBox(scaleFrame);
     m_limitScales->setObjectName(QStringLiteral("chkScalaLogaritmica"));
     m_limitScales->setToolTip(
-        tr("No effect. The number is the lowest level that the converter can distinguish from zero, in dB"));
+        tr("No effect. The number is the minimum level that the converter can distinguish from zero, in dB"));
     auto *note = new QLabel(tr("This box has no effect: the scales keep their full range."), scaleFrame);
     note->setObjectName(QStringLiteral("lblNoEffect"));
     note->setWordWrap(true);

@@ -144,7 +144,7 @@ QWidget *LimitsPage::makeEditor(ErrorBoundary &boundary)
     m_margin->setDecimals(1);
     m_margin->setSuffix(tr(" dB"));
     m_margin->setValue(3.0);
-    m_margin->setToolTip(tr("Distance of the limits from the sweep"));
+    m_margin->setToolTip(tr("Margin between the limits and the sweep"));
     QPushButton *load = makeButton("cmdLoadLimits", tr("&Load…"), tr("Load limits from a file"));
     QPushButton *save = makeButton("cmdSaveLimits", tr("Sav&e…"), tr("Save the limits to a file"));
     connect(add, &QPushButton::clicked, this, &LimitsPage::addRow);

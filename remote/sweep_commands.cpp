@@ -275,13 +275,13 @@ std::vector<ScpiCommand> sweepCommands()
     const char *hertz = "<frequency>|MIN|MAX|DEF";
     const char *which = "[MIN|MAX|DEF]";
     return {
-        {"[SENSe:]FREQuency:STARt", hertz, which, "first frequency of the sweep, Hz", setStart, askStart, 1, 1},
-        {"[SENSe:]FREQuency:STOP", hertz, which, "last frequency of the sweep, Hz", setStop, askStop, 1, 1},
+        {"[SENSe:]FREQuency:STARt", hertz, which, "start frequency, Hz", setStart, askStart, 1, 1},
+        {"[SENSe:]FREQuency:STOP", hertz, which, "stop frequency, Hz", setStop, askStop, 1, 1},
         {"[SENSe:]FREQuency:CENTer", hertz, which, "centre of the sweep, Hz; keeps the span if the limits allow it",
          setCentre, askCentre, 1, 1},
         {"[SENSe:]FREQuency:SPAN", hertz, which,
          "span of the sweep, Hz, around the same centre; negative for a descending sweep", setSpan, askSpan, 1, 1},
-        {"[SENSe:]FREQuency:STEP", nullptr, "", "distance between two samples, Hz", nullptr, askStep},
+        {"[SENSe:]FREQuency:STEP", nullptr, "", "spacing between adjacent samples, Hz", nullptr, askStep},
         {"[SENSe:]SWEep:POINts", nullptr, "", "samples in a sweep: 400", nullptr, askPoints},
         {"[SENSe:]SWEep:SPEed", "STANdard|SLOW|VSLow", "", "settling time at each frequency; parallel port only",
          setSpeed, askSpeed, 1},

@@ -192,7 +192,7 @@ QString PortPage::describeComPort(int number) const
         return tr("COM%1: a simulated board").arg(number);
     const QString device = serialDeviceOf(number, iniPath());
     if (device.isEmpty())
-        return tr("This number has no device. You can assign one in the section [Ports] of the settings file.");
+        return tr("This number has no device. You can assign one in the [Ports] section of the settings file.");
     // A name created by udev is a link to the actual device.
     const QString target = QFileInfo(device).canonicalFilePath();
     return target.isEmpty() || target == device ? device : device + QStringLiteral(" → ") + target;

@@ -2124,7 +2124,7 @@
         <translation>Ein Kreuz folgt der Kurve unter der Maus</translation>
     </message>
     <message>
-        <source>No effect. The number is the lowest level that the converter can distinguish from zero, in dB</source>
+        <source>No effect. The number is the minimum level that the converter can distinguish from zero, in dB</source>
         <translation>Ohne Wirkung. Die Zahl ist der niedrigste Pegel, den der Wandler von null unterscheidet, in dB</translation>
     </message>
     <message>
@@ -2781,7 +2781,7 @@
         <translation> dB</translation>
     </message>
     <message>
-        <source>Distance of the limits from the sweep</source>
+        <source>Margin between the limits and the sweep</source>
         <translation>Abstand der Grenzen vom Durchlauf</translation>
     </message>
     <message>
@@ -3404,7 +3404,7 @@
         <translation>Zeigt, ob es einen Port mit dieser Nummer gibt</translation>
     </message>
     <message>
-        <source>This number has no device. You can assign one in the section [Ports] of the settings file.</source>
+        <source>This number has no device. You can assign one in the [Ports] section of the settings file.</source>
         <translation>Zu dieser Nummer gehört kein Gerät. Im Abschnitt [Ports] der Einstellungsdatei lässt sich eins zuweisen.</translation>
     </message>
     <message>

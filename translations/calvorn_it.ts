@@ -2124,7 +2124,7 @@
         <translation>Una croce segue la curva sotto il mouse</translation>
     </message>
     <message>
-        <source>No effect. The number is the lowest level that the converter can distinguish from zero, in dB</source>
+        <source>No effect. The number is the minimum level that the converter can distinguish from zero, in dB</source>
         <translation>Senza effetto. Il numero è il livello più basso che il convertitore distingue da zero, in dB</translation>
     </message>
     <message>
@@ -2781,7 +2781,7 @@
         <translation> dB</translation>
     </message>
     <message>
-        <source>Distance of the limits from the sweep</source>
+        <source>Margin between the limits and the sweep</source>
         <translation>Distanza dei limiti dallo sweep</translation>
     </message>
     <message>
@@ -3404,7 +3404,7 @@
         <translation>Dice se una porta con questo numero esiste</translation>
     </message>
     <message>
-        <source>This number has no device. You can assign one in the section [Ports] of the settings file.</source>
+        <source>This number has no device. You can assign one in the [Ports] section of the settings file.</source>
         <translation>A questo numero non corrisponde alcun dispositivo. Si può assegnarne uno nella sezione [Ports] del file di impostazioni.</translation>
     </message>
     <message>

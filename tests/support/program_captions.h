@@ -115,7 +115,7 @@ inline constexpr std::array kCaptions{
          "The plug of the board's cable, viewed from the pin side. Green: to the board; blue: from the board; \"!\": "
          "inverted by the board. To change the wiring, edit the section [LPT Wiring] of the settings file."},
     Text{"calvorn::PortPage",
-         "This number has no device. You can assign one in the section [Ports] of the settings file."},
+         "This number has no device. You can assign one in the [Ports] section of the settings file."},
     Text{"calvorn::SweepGraph", "Left-click: M1, right-click: M2, with Shift: M3 and M4. Markers can be dragged.\n"
                                 "With Ctrl: the wheel zooms, dragging selects the span.\n"
                                 "Keyboard: arrow keys move, keys 1 to 4 place a marker."},
