@@ -9,7 +9,9 @@
 #include "platform/program_lock.h"
 #include "platform/qt_desktop.h"
 #include "translations/language.h"
+#include "widgets/list_keys.h"
 #include "widgets/program_style.h"
+#include "widgets/window_system.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -126,6 +128,9 @@ int runWithDisplay(int argc, char **argv)
     const Language language(QLocale::system());
     nameApplication();
     QApplication::setStyle(new ProgramStyle);
+    ListKeys listKeys;
+    if (isWayland())
+        application.installEventFilter(&listKeys);
     // A dialog that closes before the main window is shown must not end the program.
     QApplication::setQuitOnLastWindowClosed(false);
     introduceToDesktop();
