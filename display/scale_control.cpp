@@ -69,7 +69,7 @@ void ScaleControl::aggiornaScala(std::int16_t mode)
     m_panel.graph().drawLine();
 }
 
-// Checks no action if the configured number is not a scale.
+// Leaves all actions unchecked if the configured number is not a scale.
 void ScaleControl::checkAction()
 {
     for (std::size_t i = 0; i < m_actions.size(); ++i)

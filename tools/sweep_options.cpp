@@ -239,7 +239,7 @@ QString SweepOptions::readPort(std::optional<quint16> &port) const
     return {};
 }
 
-// Returns an error message if options exclude each other or a required option is missing.
+// Returns an error message if options conflict or a required option is missing.
 QString SweepOptions::misplacedOption(const ToolRequest &request) const
 {
     const auto exclude = [](const QCommandLineOption &one, const QCommandLineOption &other) {

@@ -179,7 +179,7 @@ void TestPorts::theDevicesStandBesideTheOptions()
     const QString other = QFileInfo(devices.path(4)).canonicalFilePath();
     const int place = bench.find("lblComDevice_6")->x();
     QTRY_COMPARE(bench.label("lblComDevice_6"), link + QStringLiteral(" → ") + other);
-    // New devices do not move the labels.
+    // Adding devices does not move the labels.
     for (const int number : {1, 2, 5})
         devices.plug(number);
     QTRY_COMPARE(bench.caption("optSerialPort_5"), QStringLiteral("COM5"));

@@ -21,7 +21,7 @@ class TestReadOut : public QObject
     Q_OBJECT
 
 private slots:
-    // A new text repaints only the interior. Frame, digits and background must look the same as after a complete
+    // Changing the text repaints only the interior. Frame, digits and background must look the same as after a complete
     // repaint.
     void aNewTextLeavesNothingOfTheOldOne_data()
     {
