@@ -38,7 +38,8 @@ private:
     bool leaveAnExportedSweep();
     QByteArray pasted(const QString &type) const
     {
-        return compositor().output(QStringLiteral("wl-paste"), {QStringLiteral("--type"), type});
+        return compositor().output(QStringLiteral("wl-paste"),
+                                   {QStringLiteral("--no-newline"), QStringLiteral("--type"), type});
     }
 
 private slots:

@@ -188,11 +188,18 @@ QString WaylandProgram::textOf(const QString &window, const QString &part) const
 
 QString WaylandProgram::focus() const
 {
+    // A page that passes its focus to a box on it claims the focus, too.
+    QString focus;
     for (const Window &window : windows())
-        for (const Part &part : window.parts)
-            if (window.active && part.focus)
-                return part.name.isEmpty() ? part.className : part.name;
-    return {};
+        for (const Part &part : window.parts) {
+            if (!window.active || !part.focus)
+                continue;
+            if (!part.name.isEmpty())
+                return part.name;
+            if (focus.isEmpty())
+                focus = part.className;
+        }
+    return focus;
 }
 
 QList<Window> WaylandProgram::popups() const

@@ -76,7 +76,7 @@ public:
     std::optional<Window> window(const QString &key) const;
     std::optional<Part> part(const QString &window, const QString &part) const;
     QString textOf(const QString &window, const QString &part) const;
-    // Returns the object name of the focused widget.
+    // Returns the object name of the focused widget, or its class if it has no name.
     QString focus() const;
     // Returns the menus, lists and tool tips, the newest first.
     QList<Window> popups() const;
