@@ -36,11 +36,8 @@ private:
     bool shows(const QString &message) const { return text("lblStatus").contains(message); }
     // Exports a sweep and ends the program.
     bool leaveAnExportedSweep();
-    QByteArray pasted(const QString &type) const
-    {
-        return compositor().output(QStringLiteral("wl-paste"),
-                                   {QStringLiteral("--no-newline"), QStringLiteral("--type"), type});
-    }
+    // Returns the contents of the clipboard.
+    QByteArray pasted(const QString &type) const;
 
 private slots:
     void aSweepIsExported();
@@ -79,6 +76,14 @@ bool TestWaylandFiles::enterName(const QString &name)
         return false;
     Compositor::keys(kReturn);
     return true;
+}
+
+// wl-paste takes the keyboard for a moment.
+QByteArray TestWaylandFiles::pasted(const QString &type) const
+{
+    const QByteArray contents = compositor().output(QStringLiteral("wl-paste"),
+                                                    {QStringLiteral("--no-newline"), QStringLiteral("--type"), type});
+    return program().waitForWindow(kMain) ? contents : QByteArray();
 }
 
 bool TestWaylandFiles::leaveAnExportedSweep()
