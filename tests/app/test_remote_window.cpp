@@ -6,6 +6,7 @@
 #include "core/number_text.h"
 #include "core/scale_type.h"
 #include "remote/scpi_server.h"
+#include "tests/support/fake_server_control.h"
 #include "tests/support/interface_rows.h"
 #include "tests/support/interface_settings.h"
 #include "tests/support/settings_page.h"
@@ -53,9 +54,9 @@ int runningThreads()
 
 struct Bench : test::WindowBench
 {
-    explicit Bench(int interfaceType = kInterfaceLpt)
-        : WindowBench(test::ProgramFolder::builtFile(QStringLiteral("CalvornAsync")),
-                      test::crystalSettings(static_cast<std::int16_t>(interfaceType)))
+    explicit Bench(int interfaceType = kInterfaceLpt,
+                   const QString &server = test::ProgramFolder::builtFile(QStringLiteral("CalvornAsync")))
+        : WindowBench(server, test::crystalSettings(static_cast<std::int16_t>(interfaceType)))
         , port(freePort())
     {
     }
@@ -123,6 +124,7 @@ private slots:
     void commandsMoveTheControls();
     void sweeps_data() { test::addInterfaceRows(); }
     void sweeps();
+    void aBoardThatNeverStopsIsNotAwaitedForever();
     void boxesBecomeErrors();
     void aDialogComesFirst();
     void thePersonIsStillAsked();
@@ -315,6 +317,24 @@ void TestRemoteWindow::sweeps()
     QCOMPARE(bench.ask("*TST?"), QByteArray("0"));
     QCOMPARE(bench.error(), kNoError);
     QVERIFY(bench.desktop.boxes.isEmpty());
+}
+
+// After 10 s the client gets an error and the rest of its message is carried out.
+void TestRemoteWindow::aBoardThatNeverStopsIsNotAwaitedForever()
+{
+    const test::FakeServerControl server;
+    Bench bench(kInterfaceLpt, server.program());
+    bench.openDoor();
+    server.setRules({QStringLiteral("endless")});
+    QCOMPARE(bench.ask("INIT:CONT ON;CONT?"), QByteArray("1"));
+    QElapsedTimer clock;
+    clock.start();
+    bench.tell("ABOR;*IDN?");
+    QVERIFY(QTest::qWaitFor([&] { return bench.client->canReadLine(); }, 20'000));
+    QVERIFY2(clock.elapsed() >= 9'900, qPrintable(QString::number(clock.elapsed())));
+    QVERIFY(bench.client->readLine().startsWith("Brenik,Calvorn,"));
+    QCOMPARE(bench.error(), QByteArray("-200,\"Execution error;time limit exceeded\""));
+    QCOMPARE(bench.error(), kNoError);
 }
 
 void TestRemoteWindow::boxesBecomeErrors()
