@@ -49,6 +49,15 @@ class Curves(ProgramCase):
             self.assertEqual(len(text), 400)
         self.fine()
 
+    def test_the_answer_restores_the_format(self):
+        for form in ("REAL", "ASC"):
+            self.c.write(f"FORM {form}")
+            answer = self.c.ask("FORM?")
+            self.c.write(f"FORM {'ASC' if form == 'REAL' else 'REAL'}")
+            self.c.write(f"FORM {answer}")
+            self.assertEqual(self.c.ask("FORM?"), answer)
+        self.fine()
+
     def test_block_header(self):
         self.c.write("FORM REAL,64;:CALC:DATA?")
         self.assertEqual(self.c.visa.read_bytes(6 + 3200 + 1)[:6], b"#43200")
