@@ -50,8 +50,9 @@ void LptSweepLifeTest::stopInMidVectorCompletesOnce()
     settings.paced = true;
     LptBench bench(settings);
     QVERIFY(bench.driver.OpenPort(0));
-    bench.driver.SetSpeed(2); // 2 s per vector, so every stop interrupts one
+    bench.driver.SetSpeed(2); // 2 s per vector
     bench.driver.RunSweep();
+    test::nothingHappensFor(100);
     QElapsedTimer clock;
     clock.start();
     bench.driver.StopSweep(2);
