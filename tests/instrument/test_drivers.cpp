@@ -106,6 +106,21 @@ private slots:
         QCOMPARE(bench.ready.count(), 0);
     }
 
+    void aCallThatFailsOpensNoPort()
+    {
+        Bench<LptDriver> bench;
+        QSignalSpy opened(&bench.driver, &AcquisitionDriver::portOpened);
+        QSignalSpy refused(&bench.driver, &AcquisitionDriver::portRefused);
+        bench.control.setRules({QStringLiteral("fail OpenPort")});
+        bench.driver.startUp();
+        QCOMPARE(opened.count(), 0);
+        QCOMPARE(refused.count(), 1);
+        QVERIFY(refused.first().first().toString().endsWith(QStringLiteral(": as told")));
+        QVERIFY(bench.desktop.lastText().startsWith(QStringLiteral("Parallel port not initialized.")));
+        QCOMPARE(bench.ready.count(), 0);
+        QVERIFY(!bench.driver.isConfigured());
+    }
+
     void aParallelPortSweep()
     {
         Bench<LptDriver> bench;
@@ -176,6 +191,39 @@ private slots:
         QCOMPARE(bench.vectors.size(), 0);
         bench.configuration.measuringMode = 1;
         QCOMPARE(arrived(), 2);
+    }
+
+    void onlyOtherCommandsTakeTheGenerator()
+    {
+        Bench<PicDriver> pic;
+        Bench<LptDriver> lpt;
+        Bench<VnaDriver> vna;
+        for (AcquisitionDriver *driver :
+             {static_cast<AcquisitionDriver *>(&pic.driver), static_cast<AcquisitionDriver *>(&lpt.driver),
+              static_cast<AcquisitionDriver *>(&vna.driver)}) {
+            driver->startUp();
+            QSignalSpy taken(driver, &AcquisitionDriver::generatorTaken);
+            QVERIFY(driver->generate(7'000'000));
+            driver->silence();
+            driver->parkAtChangedStart();
+            QCOMPARE(taken.count(), 0);
+            driver->sendFrequency();
+            QCOMPARE(taken.count(), 1);
+        }
+    }
+
+    void longErrorTextsAreTruncated()
+    {
+        Bench<LptDriver> bench;
+        bench.driver.startUp();
+        for (const int kilobytes : {1, 2}) {
+            bench.errors.clear();
+            bench.control.setRules({QStringLiteral("shout %1").arg(kilobytes)});
+            bench.driver.startSweep();
+            QTRY_COMPARE(bench.errors.count(), 1);
+            const QString whole(1000, u'x');
+            QCOMPARE(bench.errors.first().at(1).toString(), kilobytes == 1 ? whole : whole + u'…');
+        }
     }
 
     void aServerThatSaysNoIsEnded()
