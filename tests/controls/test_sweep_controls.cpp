@@ -339,7 +339,10 @@ private slots:
         Bench bench;
         bench.configuration.interfaceType = 7;
         QVERIFY(!bench.instrument.makeDriver());
+        int refreshes = 0;
+        bench.controls.setHooks({[&] { ++refreshes; }, [&] { ++refreshes; }, [] {}});
         bench.click("cmdStart");
+        QCOMPARE(refreshes, 0);
         QVERIFY2(bench.desktop.lastText().startsWith(QStringLiteral("There is no driver for this interface: 7")),
                  qPrintable(bench.desktop.lastText()));
         QCOMPARE(bench.instrument.sweepState(), kIdle);
