@@ -87,6 +87,23 @@ private slots:
         }
     }
 
+    // The labels follow a new height at once, before the graph is painted again.
+    void labelsMoveWithTheirLines()
+    {
+        DisplayBench bench;
+        bench.show();
+        SweepGraph &graph = bench.panel.graph();
+        for (const int change : {100, -60}) {
+            graph.resize(graph.width(), graph.height() + change);
+            for (int i = 1; i <= 3; ++i) {
+                const QLabel *axisLabel = label(bench, i);
+                const double y = 0.5 + i * 0.25 * (graph.height() - 1);
+                QCOMPARE(axisLabel->mapTo(&bench.window, axisLabel->rect().center()).y(),
+                         graph.mapTo(&bench.window, QPoint(0, static_cast<int>(std::floor(y)))).y());
+            }
+        }
+    }
+
     void nothingOverlaps()
     {
         for (std::int16_t scale = 0; scale < 5; ++scale) {

@@ -67,6 +67,18 @@ private slots:
         graph.markers().setVisible(GraphItem::CursorV, true);
         QVERIFY(!childNamed(spoken, QStringLiteral("LineCV"))->rect().isEmpty());
     }
+
+    void aLineThatWasNeverMovedLiesAtZeroDecibels()
+    {
+        DisplayBench bench(2); // 10 to -40 dB
+        bench.show();
+        SweepGraph &graph = bench.panel.graph();
+        graph.markers().setVisible(GraphItem::CursorH, true);
+        const QAccessibleInterface *spoken = QAccessible::queryAccessibleInterface(&graph);
+        const int zero = spoken->rect().top() + spoken->rect().height() / 5;
+        for (const char *name : {"lineM3", "lineM4", "LineCH"})
+            QVERIFY(std::abs(childNamed(spoken, QString::fromLatin1(name))->rect().center().y() - zero) <= 2);
+    }
 };
 
 QTEST_MAIN(TestGraphParts)
