@@ -6,6 +6,10 @@
 #include "tests/support/window_bench.h"
 
 #include <QDockWidget>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QTabWidget>
 
 using namespace calvorn;
 using calvorn::test::WalkHands;
@@ -72,6 +76,7 @@ private slots:
     void theHeightIsRemembered();
     void thePanelGoesBelowTheControls();
     void aLowWindowHasItBeside();
+    void itsPagesScrollUpAndDownOnly();
     void floatingItLeavesTheControlsAlone();
     void theKeysGoTheSameWay();
 
@@ -190,6 +195,29 @@ void TestWindowRoom::aLowWindowHasItBeside()
     bench.openPanel();
     QVERIFY(bench.becomes(first));
     QTRY_COMPARE(bench.place("cmdStart"), start);
+}
+
+// The bar of a page that scrolls lies over the page's margin.
+void TestWindowRoom::itsPagesScrollUpAndDownOnly()
+{
+    const Bench bench;
+    QVERIFY(bench.becomes({1900, 900}));
+    bench.openPanel();
+    QTRY_VERIFY(bench.isPanelBelowControls());
+    auto *pages = bench.find<QTabWidget>("tabMeasure");
+    int scrolling = 0;
+    for (int page = 0; page < pages->count(); ++page) {
+        pages->setCurrentIndex(page);
+        QTest::qWait(0);
+        const auto *area = qobject_cast<const QScrollArea *>(pages->currentWidget());
+        QVERIFY(area);
+        scrolling += area->verticalScrollBar()->isVisible() ? 1 : 0;
+        QVERIFY(!area->horizontalScrollBar()->isVisible());
+        for (const auto *button : area->widget()->findChildren<QPushButton *>())
+            QVERIFY2(button->mapTo(area->widget(), button->rect().topRight()).x() < area->viewport()->width(),
+                     qPrintable(button->objectName()));
+    }
+    QVERIFY(scrolling > 0);
 }
 
 void TestWindowRoom::floatingItLeavesTheControlsAlone()
