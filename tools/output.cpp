@@ -42,9 +42,13 @@ std::optional<int> descriptorOf(const QString &path)
 int writeAll(int descriptor, QByteArrayView content)
 {
     while (!content.isEmpty()) {
-        // The reader may be slow, and the user may interrupt the program while it waits.
+        // The reader may be slow, and the user may interrupt the program while it waits. The signal also interrupts poll().
         pollfd room{descriptor, POLLOUT, 0};
-        while (poll(&room, 1, kPollMs) == 0) {
+        const auto isFull = [&room] {
+            const int ready = poll(&room, 1, kPollMs);
+            return ready == 0 || (ready < 0 && errno == EINTR);
+        };
+        while (isFull()) {
             letStop();
             if (interruption() != 0)
                 return EINTR;

@@ -7,11 +7,14 @@
 #include "tests/support/sweep_tool.h"
 
 #include <QElapsedTimer>
+#include <QScopeGuard>
 #include <QTest>
 
 #include <csignal>
+#include <fcntl.h>
 #include <functional>
 #include <sys/stat.h>
+#include <unistd.h>
 
 using namespace calvorn;
 using calvorn::test::contents;
@@ -67,6 +70,7 @@ private slots:
     void standardOutputTakesTheSweep();
     void resultsThatCannotBePrinted_data();
     void resultsThatCannotBePrinted();
+    void aReaderThatReadsNothingCanBeLeft();
     void namesThatClash_data();
     void namesThatClash();
     void aLoopOfLinksIsRefused();
@@ -183,6 +187,28 @@ void TestSweepToolFiles::resultsThatCannotBePrinted()
     const QByteArray before = contents(tool.folder.iniPath());
     QCOMPARE(inShell(tool, command), 6);
     QCOMPARE(contents(tool.folder.iniPath()), before);
+}
+
+void TestSweepToolFiles::aReaderThatReadsNothingCanBeLeft()
+{
+    Tool tool(settings());
+    const QString pipe = tool.inFolder("pipe");
+    QCOMPARE(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    const int reader = ::open(QFile::encodeName(pipe).constData(), O_RDWR | O_NONBLOCK | O_CLOEXEC);
+    QVERIFY(reader >= 0);
+    const auto closing = qScopeGuard([reader] { ::close(reader); });
+    const QByteArray page(4096, 'x');
+    while (::write(reader, page.constData(), static_cast<std::size_t>(page.size())) > 0) {
+    }
+    tool.process.setStandardOutputFile(pipe);
+    tool.start({QStringLiteral("--output=-")});
+    QVERIFY(tool.process.waitForStarted(5'000));
+    test::nothingHappensFor(3'000); // the sweep takes less than a second
+    QCOMPARE(tool.process.state(), QProcess::Running);
+    ::kill(static_cast<pid_t>(tool.process.processId()), SIGINT);
+    QVERIFY(tool.process.waitForFinished(5'000));
+    QCOMPARE(tool.process.exitCode(), 6);
+    QVERIFY(tool.process.readAllStandardError().contains("File error: standard output: "));
 }
 
 void TestSweepToolFiles::namesThatClash_data()
