@@ -88,7 +88,6 @@ void ControlPlace::place()
         m_contents.addWidget(&m_column);
         m_window.removeDockWidget(m_frame);
     }
-    m_column.show();
     emit moved();
     if (!above)
         return;

@@ -84,7 +84,6 @@ QWidget *FrmPreferences::makeRemoteFrame()
     m_remoteState = new QLabel(frame);
     m_remoteState->setObjectName(QStringLiteral("lblRemote"));
     m_remoteState->setWordWrap(true);
-    m_remoteState->hide();
     auto *grid = new QGridLayout(frame);
     grid->addWidget(m_remoteOn, 0, 0, 1, 2);
     grid->addWidget(port, 1, 0);

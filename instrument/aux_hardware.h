@@ -34,7 +34,7 @@ struct AuxHardware
     std::function<bool(std::uint8_t, std::uint8_t, std::uint8_t)> writeI2c;
     std::function<void(const QString &reason)> failed;
     // Returns true if the hardware has auxiliary outputs.
-    std::function<bool()> isThere = [] { return true; };
+    std::function<bool()> isThere;
 
     // Writes a byte; passes an error to failed().
     void sendByte(std::uint8_t value, std::int16_t output) const;

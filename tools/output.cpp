@@ -42,7 +42,8 @@ std::optional<int> descriptorOf(const QString &path)
 int writeAll(int descriptor, QByteArrayView content)
 {
     while (!content.isEmpty()) {
-        // The reader may be slow, and the user may interrupt the program while it waits. The signal also interrupts poll().
+        // The reader may be slow, and the user may interrupt the program while it waits. The signal interrupts poll(),
+        // too.
         pollfd room{descriptor, POLLOUT, 0};
         const auto isFull = [&room] {
             const int ready = poll(&room, 1, kPollMs);

@@ -145,11 +145,9 @@ QString SweepOptions::readWholeNumber(const QCommandLineOption &option, std::opt
 {
     if (!isSet(option))
         return {};
-    bool ok = false;
-    number = value(option).toInt(&ok);
-    return ok && *number >= 1
-               ? QString()
-               : tr("--%1 takes a whole number of at least 1, not \"%2\".").arg(nameOf(option), value(option));
+    number = value(option).toInt();
+    return *number >= 1 ? QString()
+                        : tr("--%1 takes a whole number of at least 1, not \"%2\".").arg(nameOf(option), value(option));
 }
 
 // Case-insensitive.

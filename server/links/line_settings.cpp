@@ -22,8 +22,10 @@ bool takeBaud(const QString &text, LineSettings &settings)
 bool takeParity(const QString &text, LineSettings &settings)
 {
     const qsizetype index = text.size() == 1 ? QStringLiteral("NEOMS").indexOf(text) : -1;
-    settings.parity = static_cast<LineParity>(index < 0 ? 0 : index);
-    return index >= 0;
+    if (index < 0)
+        return false;
+    settings.parity = static_cast<LineParity>(index);
+    return true;
 }
 
 bool takeDataBits(const QString &text, LineSettings &settings)
@@ -35,8 +37,10 @@ bool takeDataBits(const QString &text, LineSettings &settings)
 bool takeStopBits(const QString &text, LineSettings &settings)
 {
     const qsizetype index = QStringList{"1", "1.5", "2"}.indexOf(text);
-    settings.stop = static_cast<LineStop>(index < 0 ? 0 : index);
-    return index >= 0;
+    if (index < 0)
+        return false;
+    settings.stop = static_cast<LineStop>(index);
+    return true;
 }
 
 } // namespace
