@@ -46,7 +46,6 @@ SweepGraph::SweepGraph(const Configuration &configuration, const SweepTable &tab
     for (int i = 0; i < kGraphItems; ++i)
         m_labels[static_cast<std::size_t>(i)].text = PlotPainter::captionOf(static_cast<GraphItem>(i));
     measureLabels();
-    placeLabels();
     connect(&markers, &Markers::moved, this, &SweepGraph::repaintItem);
     connect(&table, &SweepTable::rebuilt, this, &SweepGraph::clearCurve);
     connect(&table, &SweepTable::changed, this, &SweepGraph::followTable);
