@@ -131,7 +131,8 @@ int deliver(const SingleSweep &sweep, const ToolRequest &request, const Companio
                         SweepTool::tr("The limits in %1 do not cover any point of the sweep.").arg(request.limits));
         return verdict && !verdict->hasPassed() ? kLimitsBroken : kDone;
     } catch (const RuntimeError &error) {
-        return fail(kFileNotWritable, error.message());
+        const int signal = interruption();
+        return fail(signal != 0 ? static_cast<ExitCode>(kSignalled + signal) : kFileNotWritable, error.message());
     }
 }
 

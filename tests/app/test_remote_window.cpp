@@ -117,7 +117,7 @@ private slots:
     void thePreferencesOpenAndCloseIt();
     void closedItCostsNothing();
     void aPortThatIsTaken();
-    void anotherPortMovesTheDoor();
+    void anotherPortMovesTheServer();
     void thePortLeftAsItIsKeepsTheClients();
     void aCompletionIsToldOnce();
     void storingKeepsTheNameOfATrace();
@@ -129,7 +129,7 @@ private slots:
     void aDialogComesFirst();
     void thePersonIsStillAsked();
     void aCommandInsideACommandHasItsOwnFile();
-    void theDoorClosesWithTheWindow();
+    void theServerClosesWithTheWindow();
     void theSettingsAreExplained();
 };
 
@@ -203,7 +203,7 @@ void TestRemoteWindow::aPortThatIsTaken()
     QVERIFY(bench.desktop.boxes.isEmpty());
 }
 
-void TestRemoteWindow::anotherPortMovesTheDoor()
+void TestRemoteWindow::anotherPortMovesTheServer()
 {
     Bench bench;
     bench.startRemoteControl();
@@ -324,7 +324,7 @@ void TestRemoteWindow::aBoardThatNeverStopsIsNotAwaitedForever()
 {
     const test::FakeServerControl server;
     Bench bench(kInterfaceLpt, server.program());
-    bench.openDoor();
+    bench.startRemoteControl();
     server.setRules({QStringLiteral("endless")});
     QCOMPARE(bench.ask("INIT:CONT ON;CONT?"), QByteArray("1"));
     QElapsedTimer clock;
@@ -407,7 +407,7 @@ void TestRemoteWindow::aCommandInsideACommandHasItsOwnFile()
     QCOMPARE(person.boxes.size(), 2);
 }
 
-void TestRemoteWindow::theDoorClosesWithTheWindow()
+void TestRemoteWindow::theServerClosesWithTheWindow()
 {
     Bench bench;
     bench.startRemoteControl();

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "remote/scpi_door.h"
+#include "remote/scpi_server.h"
 #include "tests/support/fake_desktop.h"
 
 #include <QLocalSocket>
@@ -43,7 +43,7 @@ private:
 
 } // namespace
 
-class TestScpiDoor : public QObject
+class TestScpiServer : public QObject
 {
     Q_OBJECT
 
@@ -61,11 +61,11 @@ private:
 private slots:
     void initTestCase() { qputenv("XDG_RUNTIME_DIR", QFile::encodeName(m_runtime.path())); }
 
-    void aClosedDoorRefusesClients()
+    void aClosedServerRefusesClients()
     {
-        ScpiDoor door(m_target);
-        QCOMPARE(door.open(0), QString());
-        const quint16 port = door.port();
+        ScpiServer server(m_target);
+        QCOMPARE(server.open(0), QString());
+        const quint16 port = server.port();
         const QString path = m_runtime.filePath(QStringLiteral("calvorn-%1.scpi").arg(port));
         QTcpSocket tcp;
         tcp.connectToHost(QHostAddress::LocalHost, port);
@@ -73,13 +73,13 @@ private slots:
         QLocalSocket local;
         local.connectToServer(path);
         QVERIFY(local.waitForConnected(3'000));
-        QTRY_COMPARE(door.clients(), 2);
+        QTRY_COMPARE(server.clients(), 2);
 
-        door.close();
+        server.close();
         QTRY_COMPARE(tcp.state(), QAbstractSocket::UnconnectedState);
         QTRY_COMPARE(local.state(), QLocalSocket::UnconnectedState);
-        QCOMPARE(door.clients(), 0);
-        QCOMPARE(door.port(), quint16{0});
+        QCOMPARE(server.clients(), 0);
+        QCOMPARE(server.port(), quint16{0});
         tcp.connectToHost(QHostAddress::LocalHost, port);
         QVERIFY(!tcp.waitForConnected(3'000));
         local.connectToServer(path);
@@ -87,5 +87,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(TestScpiDoor)
-#include "test_scpi_door.moc"
+QTEST_GUILESS_MAIN(TestScpiServer)
+#include "test_scpi_server.moc"
