@@ -116,14 +116,11 @@ void skipExitHandlers()
     on_exit([](int code, void *) { calvorn::endAtOnce(code); }, nullptr);
 }
 
-int runWithDisplay(int argc, char **argv)
+// Runs the program in an application that is connected to the display.
+int run(QApplication &application)
 {
     using namespace calvorn;
 
-    std::optional<DisplayGuard> guard(std::in_place);
-    QApplication application(argc, argv);
-    guard.reset();
-    skipExitHandlers();
     SignalWatch watch;
     const Language language(QLocale::system());
     nameApplication();
@@ -159,6 +156,19 @@ int runWithDisplay(int argc, char **argv)
         return 0;
     skipExitHandlers();
     return QCoreApplication::exec();
+}
+
+int runWithDisplay(int argc, char **argv)
+{
+    std::optional<calvorn::DisplayGuard> guard(std::in_place);
+    QApplication application(argc, argv);
+    guard.reset();
+    skipExitHandlers();
+    const int code = run(application);
+    // Under Wayland, Qt can wait forever for its event thread when the application object is destroyed.
+    if (calvorn::isWayland())
+        calvorn::endAtOnce(code);
+    return code;
 }
 
 } // namespace
