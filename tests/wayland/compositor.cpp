@@ -18,7 +18,7 @@ namespace {
 constexpr int kStartMs = 20'000; // long enough for a loaded machine
 constexpr int kDragSteps = 8;
 constexpr int kAttempts = 10;
-constexpr int kPointMs = 1'000;
+constexpr int kPointMs = 4'000; // leaving and entering again under load can cost a window the keyboard
 const QStringList kPause{QStringLiteral("sleep"), QStringLiteral("0.03")}; // seconds, as between movements of a hand
 const QString kSocket = QStringLiteral("wayland-test");
 
