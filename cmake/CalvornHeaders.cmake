@@ -41,10 +41,10 @@ function(calvorn_headers_of_tests)
     # Omit the definition of each test's folder, which would require separate precompiled headers.
     set_target_properties(Qt6::Test PROPERTIES INTERFACE_COMPILE_DEFINITIONS QT_TESTLIB_LIB)
     calvorn_headers(calvorn_headers_tests HEADERS ${calvorn_headers_plain} ${calvorn_headers_tests}
-        LINK Qt6::Core Qt6::Test)
+        LINK calvorn_tests Qt6::Core Qt6::Test)
     calvorn_headers(calvorn_headers_window_tests
         HEADERS ${calvorn_headers_plain} ${calvorn_headers_windows} ${calvorn_headers_tests}
-        LINK Qt6::Test Qt6::Widgets)
+        LINK calvorn_tests Qt6::Test Qt6::Widgets)
 endfunction()
 
 # calvorn_take_headers(<target> <linked library>...): reuses the program's headers that match the linked libraries.
