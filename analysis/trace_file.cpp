@@ -13,8 +13,6 @@
 #include <QCoreApplication>
 #include <QFileInfo>
 
-#include <algorithm>
-#include <array>
 #include <cmath>
 
 namespace calvorn {
@@ -32,11 +30,14 @@ struct TraceFileTexts
 // The file does not state its scale, so try all scales.
 bool followsFromCounts(const SweepTable &table, Configuration configuration)
 {
-    const std::array scales{configuration.scaleType, kScaleLinear, kScaleDb1V, kScaleDb10V};
-    return std::ranges::any_of(scales, [&](std::int16_t scale) {
+    if (amplitudesFollowFromCounts(table, configuration))
+        return true;
+    for (std::int16_t scale = 0; scale < kScales; ++scale) {
         configuration.scaleType = scale;
-        return amplitudesFollowFromCounts(table, configuration);
-    });
+        if (amplitudesFollowFromCounts(table, configuration))
+            return true;
+    }
+    return false;
 }
 
 } // namespace

@@ -18,6 +18,7 @@
 #include <QDir>
 #include <QPointer>
 #include <QSocketNotifier>
+#include <QTextStream>
 
 #include <cstdlib>
 #include <optional>
@@ -56,9 +57,20 @@ struct Arguments
         parser.setApplicationDescription(QCoreApplication::translate(
             "main", "Measures filters, antennas and other devices over a range of frequencies."));
     }
+
+    // Exits if there is an argument that is not an option.
+    void refuseFiles() const
+    {
+        if (parser.positionalArguments().isEmpty())
+            return;
+        QTextStream(stderr) << QCoreApplication::translate("main", "Calvorn opens no files: %1")
+                                   .arg(parser.positionalArguments().first())
+                            << Qt::endl;
+        std::exit(1);
+    }
 };
 
-// Handles the help and version options, which need no display, and exits if either is given.
+// Handles what needs no display, and exits then: the help and version options, and arguments that are no options.
 void answerWithoutDisplay(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
@@ -72,6 +84,7 @@ void answerWithoutDisplay(int argc, char **argv)
         arguments.parser.showHelp();
     if (arguments.parser.isSet(arguments.version))
         arguments.parser.showVersion();
+    arguments.refuseFiles();
 }
 
 // Defers termination signals and Ctrl+Z to the window's thread, so that no call is interrupted and termination stops
@@ -132,7 +145,9 @@ int run(QApplication &application)
     QApplication::setQuitOnLastWindowClosed(false);
     introduceToDesktop();
 
-    Arguments().parser.process(QCoreApplication::arguments());
+    Arguments arguments;
+    arguments.parser.process(QCoreApplication::arguments());
+    arguments.refuseFiles();
     const ProgramFolders folders = programFolders(QCoreApplication::applicationDirPath());
     Configuration configuration;
     QtDesktop desktop;

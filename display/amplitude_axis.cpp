@@ -167,7 +167,7 @@ void AmplitudeAxis::drawLogarithmic()
         label->setText(ladderText(m_configuration, i));
         label->show();
     }
-    m_labels[kReferenceCaption]->setText(m_isRelative ? QString() : referenceText(m_configuration));
+    m_labels[kReferenceCaption]->setText(m_isRelative ? QString() : referenceText(m_configuration.scaleType));
     const double bottom = enteredReal(m_maxDb->text()).value_or(m_configuration.maxScaleDb);
     m_maxDb->setText(numbers.masked(bottom, kMaskDb));
 }
@@ -226,7 +226,9 @@ QSize AmplitudeAxis::sizeHint() const
 {
     const NumberText numbers;
     const int labels = fontMetrics().horizontalAdvance(numbers.masked(-100.0, kMaskDb)) + kLabelMargin;
-    const int caption = QFontMetrics(captionFont()).horizontalAdvance(tr("(Vref 10V)")) + kLabelMargin;
+    int caption = 0;
+    for (std::int16_t scale = 0; scale < kScales; ++scale)
+        caption = std::max(caption, QFontMetrics(captionFont()).horizontalAdvance(referenceText(scale)) + kLabelMargin);
     return {std::max({boxWidth(), labels, caption}), spaceAbove() + 200 + spaceBelow()};
 }
 

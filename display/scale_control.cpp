@@ -24,17 +24,18 @@ ScaleControl::ScaleControl(Configuration &configuration, SweepTable &table, Grap
         QString toolTip;
         void (ScaleControl::*handler)();
     };
-    const std::array<Entry, kScales> entries{{
-        {"mnuScalaLineare", tr("&Linear"), tr("Volts"), &ScaleControl::mnuScalaLineare_Click},
-        {"mnuScalaLogaritmica1", tr("Logarithmic (&1V)"), tr("dB referred to 1 V, from 0 dB"),
-         &ScaleControl::mnuScalaLogaritmica1_Click},
-        {"mnuScalaLogaritmica1dB", tr("L&ogarithmic (1V + 10dB)"), tr("dB referred to 1 V, from +10 dB"),
-         &ScaleControl::mnuScalaLogaritmica1dB_Click},
-        {"mnuScalaLogaritmica10", tr("Lo&garithmic (10V)"), tr("dB referred to 10 V, from 0 dB"),
-         &ScaleControl::mnuScalaLogaritmica10_Click},
-        {"mnuScalaLogaritmica10dB", tr("Log&arithmic (10V +10dB)"), tr("dB referred to 10 V, from +10 dB"),
-         &ScaleControl::mnuScalaLogaritmica10dB_Click},
-    }};
+    const std::array entries{
+        Entry{"mnuScalaLineare", tr("&Linear"), tr("Volts"), &ScaleControl::mnuScalaLineare_Click},
+        Entry{"mnuScalaLogaritmica1", tr("Logarithmic (&1V)"), tr("dB referred to 1 V, from 0 dB"),
+              &ScaleControl::mnuScalaLogaritmica1_Click},
+        Entry{"mnuScalaLogaritmica1dB", tr("L&ogarithmic (1V + 10dB)"), tr("dB referred to 1 V, from +10 dB"),
+              &ScaleControl::mnuScalaLogaritmica1dB_Click},
+        Entry{"mnuScalaLogaritmica10", tr("Lo&garithmic (10V)"), tr("dB referred to 10 V, from 0 dB"),
+              &ScaleControl::mnuScalaLogaritmica10_Click},
+        Entry{"mnuScalaLogaritmica10dB", tr("Log&arithmic (10V +10dB)"), tr("dB referred to 10 V, from +10 dB"),
+              &ScaleControl::mnuScalaLogaritmica10dB_Click},
+    };
+    static_assert(entries.size() == kScales);
     auto *group = new QActionGroup(this);
     group->setExclusionPolicy(QActionGroup::ExclusionPolicy::ExclusiveOptional);
     for (std::size_t i = 0; i < entries.size(); ++i) {
@@ -110,7 +111,7 @@ void ScaleControl::changeToLogarithmic(std::int16_t mode)
     const std::int16_t old = m_configuration.scaleType;
     double m3 = m_markers.amplitude(GraphItem::M3);
     double m4 = m_markers.amplitude(GraphItem::M4);
-    const bool otherReference = isScale(old) && scaleRefersTo10V(old) != scaleRefersTo10V(mode);
+    const bool otherReference = isScale(old) && voltsOfZeroDb(old) != voltsOfZeroDb(mode);
     if (isLinearScale(old) || otherReference) {
         const double volts3 = dbToVoltsBounded(m_configuration, m3);
         const double volts4 = dbToVoltsBounded(m_configuration, m4);

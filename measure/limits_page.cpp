@@ -350,7 +350,7 @@ void LimitsPage::takeFile(const QString &path)
 
 void LimitsPage::saveLimits()
 {
-    const QString path = m_desktop.chooseFileToSave(tr("Limits (*.csv)"), m_file);
+    const QString path = m_desktop.chooseFileToSave(tr("Limits (*.csv);;All files (*)"), m_file);
     if (path.isEmpty())
         return;
     writeWholeFile(path, limitLinesAsCsv(m_measurement.limits()));

@@ -207,7 +207,7 @@ void TracesPage::loadTrace(int slot)
 void TracesPage::saveTrace(int slot)
 {
     const QString folder = m_lastFile.isEmpty() ? QString() : QFileInfo(m_lastFile).path();
-    const QString path = m_desktop.chooseFileToSave(tr("Sweep files (*.csv)"), folder);
+    const QString path = m_desktop.chooseFileToSave(tr("Sweep files (*.csv);;All files (*)"), folder);
     if (path.isEmpty())
         return;
     writeWholeFile(path, traceAsCsv(m_measurement.traces().stored(slot).trace, m_configuration));

@@ -50,10 +50,10 @@ bool ScpiCall::boolean(int index) const
     return taken(readBoolean(parameter(index), error), error);
 }
 
-int ScpiCall::choice(int index, std::initializer_list<const char *> words) const
+int ScpiCall::choice(int index, std::span<const char *const> words) const
 {
     ScpiError error;
-    return taken(readChoice(parameter(index), std::span(words.begin(), words.size()), error), error);
+    return taken(readChoice(parameter(index), words, error), error);
 }
 
 QString ScpiCall::text(int index) const

@@ -60,7 +60,11 @@ public:
     int whole(int index, const ScpiRange &range) const;
     bool boolean(int index) const;
     // Returns the index of the word in a list such as {"FILTer", "NOTCh"}.
-    int choice(int index, std::initializer_list<const char *> words) const;
+    int choice(int index, std::span<const char *const> words) const;
+    int choice(int index, std::initializer_list<const char *> words) const
+    {
+        return choice(index, std::span(words.begin(), words.size()));
+    }
     QString text(int index) const; // string data
     // Returns the absolute path of a file from string data; if the file exists, it must be a regular file.
     QString file(int index) const;

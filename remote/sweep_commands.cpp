@@ -2,6 +2,7 @@
 // Range, sweep, average and reference.
 #include "instrument/interface_kind.h"
 #include "remote/scpi_command.h"
+#include "remote/scpi_pattern.h"
 
 #include <algorithm>
 #include <array>
@@ -17,7 +18,6 @@ constexpr double kAnyHertz = std::numeric_limits<double>::max();
 
 // Indexed by SweepSpeed.
 constexpr std::array<const char *, 3> kSpeeds{"STANdard", "SLOW", "VSLow"};
-constexpr std::array<const char *, 3> kShortSpeeds{"STAN", "SLOW", "VSL"};
 
 double lowest(const ScpiCall &call)
 {
@@ -144,13 +144,13 @@ void requireSpeeds(const ScpiCall &call)
 void setSpeed(ScpiCall &call)
 {
     requireSpeeds(call);
-    call.target.setSpeed(static_cast<std::int16_t>(call.choice(0, {kSpeeds[0], kSpeeds[1], kSpeeds[2]})));
+    call.target.setSpeed(static_cast<std::int16_t>(call.choice(0, kSpeeds)));
 }
 
 void askSpeed(ScpiCall &call)
 {
     const auto speed = static_cast<std::size_t>(call.target.configuration().sweepSpeed);
-    call.answer(kShortSpeeds[std::min(speed, kShortSpeeds.size() - 1)]);
+    call.answer(shortFormOf(kSpeeds[std::min(speed, kSpeeds.size() - 1)]));
 }
 
 void askTime(ScpiCall &call)

@@ -5,6 +5,7 @@
 #include "core/scale_type.h"
 #include "remote/command_traces.h"
 #include "remote/scpi_command.h"
+#include "remote/scpi_pattern.h"
 
 #include <algorithm>
 #include <array>
@@ -15,8 +16,6 @@ namespace calvorn {
 namespace {
 
 constexpr std::array<const char *, 3> kUnits{"V", "DB", "DBM"};
-constexpr std::array<const char *, kScales> kScaleWords{"LINear", "DBV", "DBVHead", "DB10V", "DB10VHead"};
-constexpr std::array<const char *, kScales> kShortScales{"LIN", "DBV", "DBVH", "DB10V", "DB10VH"};
 constexpr double kHeadroomDb = 10.0;
 // The same limits as in the boxes beside the graph.
 constexpr ScpiRange kTopVolts{1e-3, 10.0, 2.5};
@@ -47,7 +46,7 @@ void askCounts(ScpiCall &call)
 
 void setUnit(ScpiCall &call)
 {
-    call.client.unit = static_cast<ScpiClient::Unit>(call.choice(0, {kUnits[0], kUnits[1], kUnits[2]}));
+    call.client.unit = static_cast<ScpiClient::Unit>(call.choice(0, kUnits));
 }
 
 void askUnit(ScpiCall &call)
@@ -105,8 +104,9 @@ void askTrace(ScpiCall &call)
 
 void setScale(ScpiCall &call)
 {
-    const int scale = call.choice(0, {kScaleWords[0], kScaleWords[1], kScaleWords[2], kScaleWords[3], kScaleWords[4]});
-    call.target.setScale(static_cast<std::int16_t>(scale));
+    std::array<const char *, kScales> words{};
+    std::ranges::transform(kScaleTypes, words.begin(), &ScaleType::word);
+    call.target.setScale(static_cast<std::int16_t>(call.choice(0, words)));
 }
 
 std::int16_t scaleOf(const ScpiCall &call)
@@ -117,7 +117,7 @@ std::int16_t scaleOf(const ScpiCall &call)
 
 void askScale(ScpiCall &call)
 {
-    call.answer(kShortScales[static_cast<std::size_t>(scaleOf(call))]);
+    call.answer(shortFormOf(scaleType(scaleOf(call)).word));
 }
 
 // The top of a dB scale is 0 or 10 dB; each scale without headroom has a counterpart with headroom.
@@ -241,8 +241,8 @@ std::vector<ScpiCommand> traceCommands()
          "volts, or dB referred to 1 V or 10 V, each up to 0 dB or with headroom up to +10 dB", setScale, askScale, 1},
         {"DISPlay:RLEVel", "<level>|MIN|MAX|DEF", "", "top of the scale: volts, or 0 or 10 dB", setLevel, askLevel, 1},
         {"DISPlay:BOTTom", "<level>|MIN|MAX|DEF", "", "bottom of the scales in dB", setBottom, askBottom, 1},
-        {"CALCulate:MARKer<1|2>:X", "<frequency>|MIN|MAX|DEF", "", "moves M1 or M2 to the nearest sample, Hz",
-         setMarker, askMarkerX, 1},
+        {"CALCulate:MARKer<1|2>:X", "<frequency>|MIN|MAX|DEF", "", "moves M1 or M2 to this frequency, Hz", setMarker,
+         askMarkerX, 1},
         {"CALCulate:MARKer<1|2>:Y", nullptr, "", "amplitude at M1 or M2", nullptr, askMarkerY},
         {"CALCulate:MARKer<1|2>:MAXimum", "", nullptr, "moves the marker to the highest sample", markHighest, nullptr},
         {"CALCulate:MARKer<1|2>:MINimum", "", nullptr, "moves the marker to the lowest sample", markLowest, nullptr},

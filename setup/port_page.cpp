@@ -376,8 +376,8 @@ void PortPage::cmdAccessRule_Click()
     const std::optional<UsbDevice> device = chosenUsbDevice();
     if (!device)
         return;
-    const QString path =
-        messages().desktop().chooseFileToSave(tr("Rules for udev (*.rules)"), QString::fromLatin1(kAccessRuleName));
+    const QString path = messages().desktop().chooseFileToSave(tr("Rules for udev (*.rules);;All files (*)"),
+                                                               QString::fromLatin1(kAccessRuleName));
     if (!path.isEmpty())
         writeWholeFile(path, accessRule(*device));
 }

@@ -20,6 +20,9 @@
 #include <QGuiApplication>
 #include <QLoggingCategory>
 
+#include <algorithm>
+#include <cmath>
+
 namespace {
 
 using namespace calvorn;
@@ -64,15 +67,20 @@ Companions readCompanions(const ToolRequest &request, const Configuration &confi
     return companions;
 }
 
-void noteGaps(const ShownCurve &curve)
+// Returns false if the reference has no frequency in common with the curve.
+bool noteGaps(const ShownCurve &curve)
 {
     if (!curve.isRelative())
-        return;
+        return true;
     const RelativeTrace relative = relativeTo(curve.trace(), curve.reference());
+    if (relative.isOutsideReference && !relative.isReferenceBelowFloor &&
+        std::ranges::all_of(relative.ratios, [](double ratio) { return std::isnan(ratio); }))
+        return false;
     if (relative.isOutsideReference)
         note(SweepTool::tr("The reference does not cover the whole range: there are gaps."));
     if (relative.isReferenceBelowFloor)
         note(SweepTool::tr("The reference is partly below the detector's floor: there are gaps."));
+    return true;
 }
 
 // Prints the names of the written files to standard output, or to standard error if standard output carries data.
@@ -113,7 +121,7 @@ void print(const ToolRequest &request, const SingleSweep &sweep, const ShownCurv
 int deliver(const SingleSweep &sweep, const ToolRequest &request, const Companions &companions)
 {
     const ShownCurve curve(sweep.trace(), companions.reference, sweep.configuration().scaleType, sweep.averaged());
-    noteGaps(curve);
+    const bool hasValues = noteGaps(curve);
     try {
         if (!request.output.isEmpty())
             writeResult(request.output, sweepAsCsv(sweep.table()));
@@ -123,9 +131,13 @@ int deliver(const SingleSweep &sweep, const ToolRequest &request, const Companio
         if (companions.limits)
             verdict = curve.judgedBy(*companions.limits);
         const bool isUnjudged = verdict && !verdict->hasVerdict();
-        if (!isUnjudged)
+        if (hasValues && !isUnjudged)
             print(request, sweep, curve, verdict);
         printNames(request);
+        if (!hasValues)
+            return fail(
+                kFileNotUsable,
+                SweepTool::tr("The reference in %1 does not cover any point of the sweep.").arg(request.reference));
         if (isUnjudged)
             return fail(kFileNotUsable,
                         SweepTool::tr("The limits in %1 do not cover any point of the sweep.").arg(request.limits));

@@ -32,7 +32,7 @@ int listenForClients(SingleSweep &sweep, quint16 port)
     QObject::connect(&server, &ScpiServer::logged, &target, [](const QString &text) { note(text); });
     const QString wrong = server.open(port);
     if (!wrong.isEmpty()) {
-        note(wrong);
+        note(QStringLiteral("calvorn-sweep: ") + wrong);
         return kNoPort;
     }
     const QString unconnected = target.connectHardware();

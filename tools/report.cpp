@@ -111,7 +111,7 @@ QString decibelReferenceOf(const ShownCurve &curve)
 {
     if (curve.isRelative())
         return QStringLiteral("reference");
-    return scaleRefersTo10V(curve.scale()) ? QStringLiteral("10 V") : QStringLiteral("1 V");
+    return QStringLiteral("%1 V").arg(voltsOfZeroDb(curve.scale()));
 }
 
 } // namespace

@@ -114,7 +114,7 @@ void SingleSweep::loadSettings()
         note(fault);
     if (outcome != LoadOutcome::Loaded)
         throw Failure{kBadSettings, tr("%1 specifies an unsupported device.").arg(m_settingsFile)};
-    if (m_configuration.scaleType < 0 || m_configuration.scaleType >= kScales)
+    if (!isScale(m_configuration.scaleType))
         m_configuration.scaleType = kScaleLinear;
 }
 

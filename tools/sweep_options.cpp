@@ -21,8 +21,10 @@ constexpr int kMostTraces = TraceSet::kStored;
 // Indexed by scale number.
 QStringList scaleNames()
 {
-    return {QStringLiteral("linear"), QStringLiteral("1V"), QStringLiteral("1V+10dB"), QStringLiteral("10V"),
-            QStringLiteral("10V+10dB")};
+    QStringList names;
+    for (const ScaleType &scale : kScaleTypes)
+        names.append(QString::fromLatin1(scale.name));
+    return names;
 }
 
 // Indexed by ResultKind.
@@ -78,8 +80,9 @@ SweepOptions::SweepOptions()
                        "N"))
     , m_scale(option(
           "scale",
-          tr("Scale of the amplitudes, instead of the one in the settings: %1; the numbers 0 to 4 mean the same.")
-              .arg(listed(scaleNames())),
+          tr("Scale of the amplitudes, instead of the one in the settings: %1; the numbers 0 to %2 mean the same.")
+              .arg(listed(scaleNames()))
+              .arg(kScales - 1),
           "SCALE"))
     , m_input(option("input", tr("Read the sweep from a file instead of measuring."), "FILE.csv"))
     , m_reference(option("reference", tr("Show everything relative to the sweep in this file."), "FILE.csv"))

@@ -4,12 +4,8 @@
 <context>
     <name>AmplitudeLadder</name>
     <message>
-        <source>(Vref 10V)</source>
-        <translation>(Vref 10V)</translation>
-    </message>
-    <message>
-        <source>(Vref 1V)</source>
-        <translation>(Vref 1V)</translation>
+        <source>(Vref %1V)</source>
+        <translation>(Vref %1V)</translation>
     </message>
 </context>
 <context>
@@ -771,14 +767,6 @@
         <translation>Lineare Skala, 0 bis %1 V</translation>
     </message>
     <message>
-        <source>10 V</source>
-        <translation>10 V</translation>
-    </message>
-    <message>
-        <source>1 V</source>
-        <translation>1 V</translation>
-    </message>
-    <message>
         <source>Logarithmic scale, %1 to %2 dB, 0 dB is %3</source>
         <translation>Logarithmische Skala, %1 bis %2 dB, 0 dB ist %3</translation>
     </message>
@@ -821,6 +809,10 @@
     <message>
         <source>the file name of a picture must end in .png or .svg</source>
         <translation>der Name eines Bildes muss auf .png oder .svg enden</translation>
+    </message>
+    <message>
+        <source>%1 V</source>
+        <translation>%1 V</translation>
     </message>
 </context>
 <context>
@@ -1026,10 +1018,6 @@
         <translation>So viele Durchläufe machen und den letzten behalten; ohne Angabe 1.</translation>
     </message>
     <message>
-        <source>Scale of the amplitudes, instead of the one in the settings: %1; the numbers 0 to 4 mean the same.</source>
-        <translation>Skala der Amplituden, anstelle der eingestellten: %1; die Zahlen 0 bis 4 bedeuten dasselbe.</translation>
-    </message>
-    <message>
         <source>Read the sweep from a file instead of measuring.</source>
         <translation>Liest den Durchlauf aus einer Datei, statt zu messen.</translation>
     </message>
@@ -1080,6 +1068,14 @@
     <message>
         <source>--%1 is the settings file.</source>
         <translation>--%1 ist die Datei mit den Einstellungen.</translation>
+    </message>
+    <message>
+        <source>The reference in %1 does not cover any point of the sweep.</source>
+        <translation>Die Referenz in %1 deckt keinen Punkt des Durchlaufs ab.</translation>
+    </message>
+    <message>
+        <source>Scale of the amplitudes, instead of the one in the settings: %1; the numbers 0 to %2 mean the same.</source>
+        <translation>Skala der Amplituden, anstelle der eingestellten: %1; die Zahlen 0 bis %2 bedeuten dasselbe.</translation>
     </message>
 </context>
 <context>
@@ -1262,10 +1258,6 @@
     <message>
         <source>Amplitude label %1</source>
         <translation>Amplitudenbeschriftung %1</translation>
-    </message>
-    <message>
-        <source>(Vref 10V)</source>
-        <translation>(Vref 10V)</translation>
     </message>
     <message>
         <source>Ratio</source>
@@ -2876,6 +2868,10 @@
         <source>Save the limits to a file</source>
         <translation>Speichert die Grenzen in eine Datei</translation>
     </message>
+    <message>
+        <source>Limits (*.csv);;All files (*)</source>
+        <translation>Grenzen (*.csv);;Alle Dateien (*)</translation>
+    </message>
 </context>
 <context>
     <name>calvorn::LogList</name>
@@ -3392,10 +3388,6 @@
         <translation>Speichert eine udev-Regel, mit der der Benutzer an diesem Rechner die Platine öffnen darf</translation>
     </message>
     <message>
-        <source>Rules for udev (*.rules)</source>
-        <translation>Regeln für udev (*.rules)</translation>
-    </message>
-    <message>
         <source>The port with this number; %1 is a simulated board</source>
         <translation>Der Port mit dieser Nummer; %1 ist eine simulierte Platine</translation>
     </message>
@@ -3422,6 +3414,10 @@
     <message>
         <source>A port at this address, for instance on a card</source>
         <translation>Ein Port an dieser Adresse, etwa auf einer Steckkarte</translation>
+    </message>
+    <message>
+        <source>Rules for udev (*.rules);;All files (*)</source>
+        <translation>Regeln für udev (*.rules);;Alle Dateien (*)</translation>
     </message>
 </context>
 <context>
@@ -4274,6 +4270,10 @@ Tastatur: Pfeiltasten bewegen, die Tasten 1 bis 4 setzen einen Marker.</translat
         <source>Restart holds and average with the next sweep, as a new range does</source>
         <translation>Maximum, Minimum und Mittel beginnen mit dem nächsten Durchlauf neu, wie bei einem neuen Bereich</translation>
     </message>
+    <message>
+        <source>Sweep files (*.csv);;All files (*)</source>
+        <translation>Wobbeldateien (*.csv);;Alle Dateien (*)</translation>
+    </message>
 </context>
 <context>
     <name>calvorn::ViewSwitch</name>
@@ -4358,6 +4358,10 @@ Tastatur: Pfeiltasten bewegen, die Tasten 1 bis 4 setzen einen Marker.</translat
     <message>
         <source>The settings folder %1 could not be created</source>
         <translation>Der Ordner %1 für die Einstellungen konnte nicht angelegt werden</translation>
+    </message>
+    <message>
+        <source>Calvorn opens no files: %1</source>
+        <translation>Calvorn öffnet keine Dateien: %1</translation>
     </message>
 </context>
 </TS>

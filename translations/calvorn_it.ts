@@ -4,12 +4,8 @@
 <context>
     <name>AmplitudeLadder</name>
     <message>
-        <source>(Vref 10V)</source>
-        <translation>(Vref 10V)</translation>
-    </message>
-    <message>
-        <source>(Vref 1V)</source>
-        <translation>(Vref 1V)</translation>
+        <source>(Vref %1V)</source>
+        <translation>(Vref %1V)</translation>
     </message>
 </context>
 <context>
@@ -771,14 +767,6 @@
         <translation>Scala lineare, da 0 a %1 V</translation>
     </message>
     <message>
-        <source>10 V</source>
-        <translation>10 V</translation>
-    </message>
-    <message>
-        <source>1 V</source>
-        <translation>1 V</translation>
-    </message>
-    <message>
         <source>Logarithmic scale, %1 to %2 dB, 0 dB is %3</source>
         <translation>Scala logaritmica, da %1 a %2 dB, 0 dB è %3</translation>
     </message>
@@ -821,6 +809,10 @@
     <message>
         <source>the file name of a picture must end in .png or .svg</source>
         <translation>il nome di un&apos;immagine deve finire in .png o .svg</translation>
+    </message>
+    <message>
+        <source>%1 V</source>
+        <translation>%1 V</translation>
     </message>
 </context>
 <context>
@@ -1026,10 +1018,6 @@
         <translation>Esegue questo numero di sweep e tiene l&apos;ultimo; 1 se manca.</translation>
     </message>
     <message>
-        <source>Scale of the amplitudes, instead of the one in the settings: %1; the numbers 0 to 4 mean the same.</source>
-        <translation>Scala delle ampiezze, al posto di quella delle impostazioni: %1; i numeri da 0 a 4 significano lo stesso.</translation>
-    </message>
-    <message>
         <source>Read the sweep from a file instead of measuring.</source>
         <translation>Legge lo sweep da un file invece di misurare.</translation>
     </message>
@@ -1080,6 +1068,14 @@
     <message>
         <source>--%1 is the settings file.</source>
         <translation>--%1 è il file delle impostazioni.</translation>
+    </message>
+    <message>
+        <source>The reference in %1 does not cover any point of the sweep.</source>
+        <translation>Il riferimento in %1 non copre alcun punto dello sweep.</translation>
+    </message>
+    <message>
+        <source>Scale of the amplitudes, instead of the one in the settings: %1; the numbers 0 to %2 mean the same.</source>
+        <translation>Scala delle ampiezze, al posto di quella delle impostazioni: %1; i numeri da 0 a %2 significano lo stesso.</translation>
     </message>
 </context>
 <context>
@@ -1262,10 +1258,6 @@
     <message>
         <source>Amplitude label %1</source>
         <translation>Etichetta di ampiezza %1</translation>
-    </message>
-    <message>
-        <source>(Vref 10V)</source>
-        <translation>(Vref 10V)</translation>
     </message>
     <message>
         <source>Ratio</source>
@@ -2876,6 +2868,10 @@
         <source>Save the limits to a file</source>
         <translation>Salva i limiti in un file</translation>
     </message>
+    <message>
+        <source>Limits (*.csv);;All files (*)</source>
+        <translation>Limiti (*.csv);;Tutti i file (*)</translation>
+    </message>
 </context>
 <context>
     <name>calvorn::LogList</name>
@@ -3392,10 +3388,6 @@
         <translation>Salva una regola udev che permette all&apos;utente di questo computer di aprire la scheda</translation>
     </message>
     <message>
-        <source>Rules for udev (*.rules)</source>
-        <translation>Regole di udev (*.rules)</translation>
-    </message>
-    <message>
         <source>The port with this number; %1 is a simulated board</source>
         <translation>La porta con questo numero; %1 è una scheda simulata</translation>
     </message>
@@ -3422,6 +3414,10 @@
     <message>
         <source>A port at this address, for instance on a card</source>
         <translation>Una porta a questo indirizzo, per esempio di una scheda in uno slot</translation>
+    </message>
+    <message>
+        <source>Rules for udev (*.rules);;All files (*)</source>
+        <translation>Regole di udev (*.rules);;Tutti i file (*)</translation>
     </message>
 </context>
 <context>
@@ -4274,6 +4270,10 @@ Tastiera: le frecce spostano, i tasti da 1 a 4 mettono un marcatore.</translatio
         <source>Restart holds and average with the next sweep, as a new range does</source>
         <translation>Massimi, minimi e media ripartono con il prossimo sweep, come con un nuovo intervallo</translation>
     </message>
+    <message>
+        <source>Sweep files (*.csv);;All files (*)</source>
+        <translation>File di sweep (*.csv);;Tutti i file (*)</translation>
+    </message>
 </context>
 <context>
     <name>calvorn::ViewSwitch</name>
@@ -4358,6 +4358,10 @@ Tastiera: le frecce spostano, i tasti da 1 a 4 mettono un marcatore.</translatio
     <message>
         <source>The settings folder %1 could not be created</source>
         <translation>Impossibile creare la cartella %1 per le impostazioni</translation>
+    </message>
+    <message>
+        <source>Calvorn opens no files: %1</source>
+        <translation>Calvorn non apre file: %1</translation>
     </message>
 </context>
 </TS>

@@ -20,10 +20,9 @@ QString ladderText(const Configuration &configuration, int i)
     return numbers.masked(-10.0 * (i - first), kMaskDb);
 }
 
-QString referenceText(const Configuration &configuration)
+QString referenceText(std::int16_t scale)
 {
-    return scaleRefersTo10V(configuration.scaleType) ? QCoreApplication::translate("AmplitudeLadder", "(Vref 10V)")
-                                                     : QCoreApplication::translate("AmplitudeLadder", "(Vref 1V)");
+    return QCoreApplication::translate("AmplitudeLadder", "(Vref %1V)").arg(voltsOfZeroDb(scale));
 }
 
 } // namespace calvorn

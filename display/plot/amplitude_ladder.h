@@ -13,7 +13,7 @@ inline constexpr int kLadderLines = 11; // lines that can have a label
 // full scale in volts (i = 0 to 4) or steps of 10 dB (i = 0 to 10).
 QString ladderText(const Configuration &configuration, int i);
 
-// Returns the reference for 0 dB: "(Vref 1V)" or "(Vref 10V)".
-QString referenceText(const Configuration &configuration);
+// Returns the reference for 0 dB, for example "(Vref 10V)". "scale" is a number as in Configuration::scaleType.
+QString referenceText(std::int16_t scale);
 
 } // namespace calvorn

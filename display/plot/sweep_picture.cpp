@@ -76,7 +76,7 @@ QString SweepPicture::scaleText() const
                                   : tr("Linear scale, 0 to %1, %2").arg(top, relation);
     if (!relation.isEmpty())
         return tr("Logarithmic scale, %1 to %2 dB, %3").arg(top, bottom, relation);
-    const QString reference = scaleRefersTo10V(m_configuration.scaleType) ? tr("10 V") : tr("1 V");
+    const QString reference = tr("%1 V").arg(voltsOfZeroDb(m_configuration.scaleType));
     return tr("Logarithmic scale, %1 to %2 dB, 0 dB is %3").arg(top, bottom, reference);
 }
 

@@ -331,7 +331,8 @@ void TestRemoteWindow::aBoardThatNeverStopsIsNotAwaitedForever()
     clock.start();
     bench.tell("ABOR;*IDN?");
     QVERIFY(QTest::qWaitFor([&] { return bench.client->canReadLine(); }, 20'000));
-    QVERIFY2(clock.elapsed() >= 9'900, qPrintable(QString::number(clock.elapsed())));
+    // The program's timer is precise to 5 %.
+    QVERIFY2(clock.elapsed() >= 9'400, qPrintable(QString::number(clock.elapsed())));
     QVERIFY(bench.client->readLine().startsWith("Brenik,Calvorn,"));
     QCOMPARE(bench.error(), QByteArray("-200,\"Execution error;time limit exceeded\""));
     QCOMPARE(bench.error(), kNoError);

@@ -40,7 +40,7 @@ private slots:
     void oneSentenceAndACode_data();
     void oneSentenceAndACode();
     void theSentenceSpeaksTheLanguageOfTheUser();
-    void helpAndVersionNeedNone();
+    void argumentsNeedNone();
     void aPlatformWithoutADisplayIsUsed();
 };
 
@@ -84,7 +84,7 @@ void TestNoDisplay::theSentenceSpeaksTheLanguageOfTheUser()
     }
 }
 
-void TestNoDisplay::helpAndVersionNeedNone()
+void TestNoDisplay::argumentsNeedNone()
 {
     const RealProgram program(ProgramFolder::preparedSettings());
     for (const char *option : {"--help", "-h", "--version", "-v"}) {
@@ -98,6 +98,11 @@ void TestNoDisplay::helpAndVersionNeedNone()
                  out.constData());
         QVERIFY(run.process.readAllStandardError().isEmpty());
     }
+    Run run;
+    run.start(program, {}, {QStringLiteral("sweep.csv")});
+    QVERIFY(run.process.waitForFinished(10000));
+    QCOMPARE(run.process.exitCode(), 1);
+    QCOMPARE(run.process.readAllStandardError(), QByteArray("Calvorn opens no files: sweep.csv\n"));
 }
 
 void TestNoDisplay::aPlatformWithoutADisplayIsUsed()

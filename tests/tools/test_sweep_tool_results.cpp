@@ -442,6 +442,12 @@ void TestSweepToolResults::aReferenceOfAnotherRangeLeavesGaps()
     QCOMPARE(tool.errors, QStringList(QStringLiteral("The reference does not cover the whole range: there are gaps.")));
     QCOMPARE(valueOf(tool.out, QStringLiteral("-3 dB from")).right(3), QStringLiteral(" Hz"));
     QCOMPARE(valueOf(tool.out, QStringLiteral("-3 dB to")), QStringLiteral("outside the range"));
+    tool.write("elsewhere.csv", makeSweepFile(20'000'000, 2'500, half));
+    QCOMPARE(tool.run("--input filter.csv --reference elsewhere.csv --scale 1V"), 7);
+    QCOMPARE(tool.errors, QStringList(QStringLiteral(
+                              "calvorn-sweep: The reference in elsewhere.csv does not cover any point of the sweep.")));
+    QVERIFY(tool.out.isEmpty());
+    QCOMPARE(tool.run("--input filter.csv --reference lower.csv --scale 1V"), 0);
     // The plot is empty to the right of the gap.
     for (const QString &line : tool.out.split(u'\n').mid(6, 17))
         QVERIFY2(line.lastIndexOf(u'*') <= 9 + 71 * 171 / 400, qPrintable(line));
