@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Preloaded by packaging/check-arm64. QEMU 7.2 passes waitid(P_PIDFD) on to the kernel, from which Qt concludes that
-// clone() knows CLONE_PIDFD, but refuses that flag, so that Qt starts no process. Without P_PIDFD, Qt uses fork().
+// Preloaded by packaging/check-arm64. Under QEMU 7.2, waitid() supports P_PIDFD, but clone() rejects CLONE_PIDFD. Qt tests
+// only the former, and then cannot start a process. If waitid() rejects P_PIDFD, Qt uses fork().
 #define _GNU_SOURCE
 #include <dlfcn.h>
 #include <errno.h>
