@@ -69,8 +69,8 @@ public:
     // The texts of all boxes, for display elsewhere.
     MarkerTexts texts() const;
 
-    // Load and store the texts in the boxes at start-up and shutdown. restore() also moves each line to the value in its
-    // box.
+    // Load and store the texts in the boxes at start-up and shutdown. restore() also moves each line to the value in
+    // its box.
     void restore(const WindowSettings &settings);
     void save(WindowSettings &settings) const;
 

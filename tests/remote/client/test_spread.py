@@ -31,7 +31,8 @@ class Spread(ProgramCase):
         self.assertEqual(len(rows), 5)
         for row in rows:
             self.assertAlmostEqual(float(row["peak"]), -1.5, delta=0.5)
-            self.assertAlmostEqual(float(row["peakFreq"]), 7.05e6, delta=0.15e6)
+            # The pass band from 6.8 to 7.4 MHz is nearly flat, so the noise decides where it peaks.
+            self.assertAlmostEqual(float(row["peakFreq"]), 7.1e6, delta=0.3e6)
             self.assertAlmostEqual(float(row["bw3"]), 600e3, delta=20e3)
             self.assertAlmostEqual(float(row["centre"]), 7.1e6, delta=30e3)
             self.assertEqual(row["loss"], "", "without a reference there is no loss")
@@ -61,7 +62,7 @@ class Spread(ProgramCase):
         # The mean curve peaks in the pass band; the plot covers 6.5 to 7.697 MHz.
         top = min(lines["mean"], key=lambda point: point[1])[0]
         left, right = lines["mean"][0][0], lines["mean"][-1][0]
-        self.assertAlmostEqual(6.5 + (top - left) / (right - left) * 1.197, 7.05, delta=0.2)
+        self.assertAlmostEqual(6.5 + (top - left) / (right - left) * 1.197, 7.1, delta=0.3)
 
     def test_errors(self):
         for more, part, code in ((("--count", "0"), "--count must be", 2), (("--start", "-3"), "--start must be", 2),
